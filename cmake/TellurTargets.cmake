@@ -1,0 +1,77 @@
+# How targets are made here: one object library a folder, compiled once and linked into the shared
+# libraries, programs and tests that need it.
+
+option(TELLUR_TESTS "Build the tests" ON)
+option(TELLUR_BENCHMARKS "Build the benchmarks" OFF)
+option(TELLUR_WERROR "Warnings are errors" OFF)
+option(TELLUR_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
+option(TELLUR_COVERAGE "Coverage counters" OFF)
+option(TELLUR_TIDY "Run clang-tidy while compiling" OFF)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+set(CMAKE_BUILD_RPATH "$ORIGIN")
+
+# No fused multiply-add: heights are the same on every processor. No unique symbols: they would pin
+# the plug-in's library in memory after it is closed.
+add_compile_options(-Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+                    -ffp-contract=off -fno-gnu-unique)
+add_link_options(-Wl,-z,defs -Wl,--as-needed)
+
+if(TELLUR_WERROR)
+    add_compile_options(-Werror)
+endif()
+if(TELLUR_SANITIZE)
+    # vptr compares type records by address, which differ across libraries with hidden symbols.
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize=vptr
+                        -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+if(TELLUR_COVERAGE)
+    add_compile_options(--coverage)
+    add_link_options(--coverage)
+endif()
+if(TELLUR_TIDY)
+    set(CMAKE_CXX_CLANG_TIDY clang-tidy --quiet)
+endif()
+
+find_program(TELLUR_CCACHE ccache)
+if(TELLUR_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${TELLUR_CCACHE})
+endif()
+find_program(TELLUR_MOLD mold)
+if(TELLUR_MOLD)
+    add_link_options(-fuse-ld=mold)
+endif()
+
+# tellur_folder(NAME SOURCES a.cpp … USES target …): the object library of one folder. USES names the
+# folders whose headers it includes.
+function(tellur_folder strName)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES;LIBRARIES" ${ARGN})
+    add_library(${strName} OBJECT ${ARG_SOURCES})
+    target_link_libraries(${strName} PUBLIC tellur_host ${ARG_LIBRARIES})
+    foreach(strUsed IN LISTS ARG_USES)
+        target_include_directories(
+            ${strName} PUBLIC $<TARGET_PROPERTY:${strUsed},INTERFACE_INCLUDE_DIRECTORIES>)
+    endforeach()
+endfunction()
+
+# tellur_test(NAME SOURCES a_test.cpp … LIBRARIES target …): one test program; its cases become tests
+# of their own. LIBRARIES may name object libraries and shared libraries.
+function(tellur_test strName)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
+    add_executable(${strName} ${ARG_SOURCES})
+    target_link_libraries(${strName} PRIVATE ${ARG_LIBRARIES} GTest::gtest_main)
+    target_compile_definitions(
+        ${strName}
+        PRIVATE TELLUR_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
+                TELLUR_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}" ${ARG_DEFINITIONS})
+    gtest_discover_tests(${strName} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+endfunction()

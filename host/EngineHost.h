@@ -1,0 +1,41 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+#include <string>
+
+class CRTTIObject;
+class World;
+
+// Text macros that edit fields expand: "&name&" stands for the value registered under name.
+class ITextMacroTable
+{
+public:
+    virtual ~ITextMacroTable() = default;
+    virtual const char*
+    Find(const char* pszName) const = 0; // without regard to case; null: unknown
+};
+
+// The engine, third argument of InitializeMe. UI thread.
+class EngineHost
+{
+public:
+    virtual ~EngineHost() = default;
+
+    // Reads a texture's file again; non-zero when one of that name was reloaded.
+    virtual int ReloadTexture(const char* pszName) = 0;
+    virtual ITextMacroTable* GetTextMacroTable() = 0;     // borrowed, never null
+    virtual World* GetWorld() = 0;                        // borrowed, lives as long as the engine
+    virtual CRTTIObject* FindObjectById(int32_t iId) = 0; // borrowed, null when unknown
+
+    // Camera moves in terrain units; a view without a camera is ignored.
+    virtual void StepCameraVertical(ViewId view, float fStep) = 0;
+    virtual void StrafeCamera(ViewId view, const SVec3& offset) = 0; // in the camera's own axes
+    virtual void DollyCamera(ViewId view, float fDistance) = 0;      // positive is forward
+
+    // Debug lines, shown for one frame. Points are borrowed for the call.
+    virtual void DrawLine(const SVec3& from, const SVec3& to, const SColor& color) = 0;
+    // uCount points; iClosed 1 joins the last with the first.
+    virtual void
+    DrawLines(uint32_t uCount, const SVec3* pPoints, int iClosed, const SColor& color) = 0;
+};

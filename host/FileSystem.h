@@ -1,0 +1,106 @@
+#pragma once
+
+#include "host/Export.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+// The file-system library: every path of host and plug-in passes through it. '/' and '\' are the
+// same separator on input. A relative path is looked for in the user root (read and write), then in
+// the data root (read only); a name that is not there as written is found without regard to case.
+// Nothing here throws. Implemented by the engine library. UI thread only.
+namespace fs
+{
+
+enum EOpenMode : uint32_t
+{
+    mode_read = 0,
+    mode_write = 1,
+};
+
+// Why the last operation of a file failed.
+class TELLUR_API file_exception
+{
+public:
+    file_exception() = default;
+    explicit file_exception(std::string strText);
+
+    // One line without a line feed that names the file and the fault; empty when nothing failed.
+    const char* get_error_text() const;
+
+private:
+    std::string m_Text;
+};
+
+// One open file. A file opened for writing is written beside its target and renamed over it by a
+// close that succeeds (after fsync); a failed or abandoned write leaves the old file as it was.
+class TELLUR_API file
+{
+public:
+    file();
+    virtual ~file(); // an open write that was not closed is abandoned
+    file(const file&) = delete;
+    file& operator=(const file&) = delete;
+
+    // uMode: EOpenMode. uFlags: none are defined, pass 0. False when it cannot be opened (a folder
+    // is no file).
+    virtual bool open(const char* pszPath, uint32_t uMode, uint32_t uFlags = 0);
+
+    // Bytes read or written; less than asked at the end of the file or on a fault. A write fault
+    // sticks: close then returns false.
+    virtual size_t read(void* pDest, size_t nBytes);
+    virtual size_t write(const void* pSource, size_t nBytes);
+
+    virtual bool seek(uint64_t nPosition); // bytes from the start
+    virtual uint64_t tell() const;
+    virtual uint64_t length() const;
+    virtual bool eof() const;
+    virtual bool set_eof();           // cuts the file at the current position, write mode only
+    virtual const char* name() const; // the path as it was passed to open; empty when closed
+
+    // Write mode: flush, fsync, rename. False when anything failed since open; the target is then
+    // untouched. False too when no file is open.
+    virtual bool close();
+
+    // Write mode: drops what was written and keeps the target as it was.
+    virtual void discard();
+
+    const file_exception& last_error() const;
+
+protected:
+    struct SState;
+    std::unique_ptr<SState> m_State;
+};
+
+// A text file that is written printf-style.
+class TELLUR_API ifile : public file
+{
+public:
+    // Bytes written, or -1 on a fault (which sticks like that of write).
+    virtual int printf(const char* pszFormat, ...) TELLUR_PRINTF(2, 3);
+    ifile& operator<<(const char* pszText);
+};
+
+TELLUR_API bool exists(const char* pszPath);
+TELLUR_API bool read_only(const char* pszPath); // false when it does not exist
+
+// Turns separators to '/', drops "." and double separators, resolves "..". bLower: lower case too,
+// as texture names in caches compare. strDest may be the source's own string.
+TELLUR_API void path_normalize(std::string& strDest, const char* pszSource, bool bLower);
+
+// The path as the operating system knows it: the existing file that a relative path means, or,
+// when there is none, the path below the user root.
+TELLUR_API std::string root_path(const char* pszPath);
+
+// As the C run-time's: 0 on success, -1 otherwise. rename does not overwrite an existing target.
+TELLUR_API int rename(const char* pszFrom, const char* pszTo);
+TELLUR_API int remove(const char* pszPath);
+
+// The folder for relative paths (default: the current folder at the time of use) and the installed,
+// read-only one (default: none). Null or "" sets the default.
+TELLUR_API void set_user_root(const char* pszFolder);
+TELLUR_API void set_data_root(const char* pszFolder);
+
+} // namespace fs

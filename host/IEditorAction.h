@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace fs
+{
+class ifile;
+}
+class CRTTIField;
+class CRTTIObject;
+class CTCPARSE_KEYWORD;
+
+// Describes one keyboard action for EditorHost::RegisterActions; the host copies it.
+struct SActionDescriptor
+{
+    int32_t iGroup = 0;      // mode group of the plug-in
+    int32_t iIndex = 0;      // comes back as the action of IPlugin::OnAction
+    std::string strName;     // shown in key-binding lists
+    uint32_t uKey = 0;       // default key code, 0 for none
+    uint32_t uModifiers = 0; // default modifiers: 8 is Ctrl
+};
+
+// Something the host lists, clones, runs and saves.
+class IEditorAction
+{
+public:
+    virtual ~IEditorAction() = default;
+    virtual IEditorAction* Clone() const = 0; // owned by the caller
+    virtual int32_t GetId() const = 0;        // -1 until the host assigns one
+    virtual const char* GetName() const = 0;
+    virtual CRTTIObject* GetRTTIObject() = 0;
+    virtual const CRTTIObject* GetRTTIObject() const = 0;
+    virtual std::string GetNameString() const = 0;
+    virtual bool CanExecute(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird) = 0;
+    virtual bool Execute() = 0;
+    virtual void SetFlag(uint32_t uMask, bool bOn) = 0;
+    virtual uint32_t TestFlag(uint32_t uMask) const = 0;
+    virtual void SaveAttribs(fs::ifile& file) = 0;
+    virtual void LoadAttribs(const CTCPARSE_KEYWORD* pKeyword) = 0;
+    virtual void SetId(int32_t iId) = 0;
+};

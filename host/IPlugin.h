@@ -1,0 +1,108 @@
+#pragma once
+
+#include "host/Export.h"
+#include "host/HostTypes.h"
+
+namespace fs
+{
+class ifile;
+}
+class CMenu;
+class CTCPARSE_KEYWORD;
+class EditorHost;
+class EngineHost;
+
+// Base of what IPlugin::DestroyObject deletes.
+class IPluginObject
+{
+public:
+    virtual ~IPluginObject() = default;
+};
+
+// A plug-in as the host drives it, C++ only, host and plug-in built by the same compiler. One
+// object per library, owned by the library. Order of calls: InitializeMe, RegisterActions,
+// Initialize, LoadSettings, Activate(true) when the panel was open last time; at the end
+// SaveSettings, Shutdown, OnHostNotify(10). LoadSettings may also come before Initialize. UI
+// thread. Reserved operations are for purposes that a plug-in may leave at their defaults.
+class IPlugin
+{
+public:
+    virtual void ReservedA(uintptr_t) = 0;
+    virtual void ResetSettings() = 0;
+    virtual void SaveSettings(fs::ifile& file) = 0;                // borrowed, open for writing
+    virtual void LoadSettings(const CTCPARSE_KEYWORD* pFirst) = 0; // borrowed, null allowed
+    virtual bool ReservedB(uintptr_t, uintptr_t) = 0;
+    virtual void ReservedC(uintptr_t) = 0;
+    virtual void ReservedD() = 0;
+    virtual void ReservedE() = 0;
+    virtual void RegisterActions() = 0;
+    // pszBuffer: large enough for the text and its terminator, null allowed.
+    virtual void GetCommandText(int32_t iPlugin, int32_t iCommand, char* pszBuffer) = 0;
+    virtual void Initialize() = 0;
+    virtual void Activate(bool bShow) = 0;
+    virtual void Shutdown() = 0;
+    virtual void OnCommand(int32_t iCommand) = 0; // local command, 1 to 5
+    virtual void DestroyObject(uint32_t uReserved, IPluginObject* pObject) = 0;
+    virtual void ReleaseWorldResources() = 0; // the level is about to close
+    virtual void ReservedF() = 0;
+    virtual uint32_t* GetActionHandle(uint32_t* pHandle) = 0; // writes and returns pHandle
+    virtual int32_t GetModeGroup() = 0;
+
+    virtual void ReservedG(uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t) {}
+
+    virtual void ReservedH(uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t) {}
+
+    // iX, iY: view pixels; iDx, iDy: pixels since the last event.
+    virtual void OnLButtonDown(ViewId, uint32_t, int32_t, int32_t, int32_t, int32_t) {}
+
+    virtual void OnLButtonUp(ViewId, uint32_t, int32_t, int32_t, int32_t, int32_t) {}
+
+    virtual void ReservedI(uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t) {}
+
+    virtual void ReservedJ(uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t) {}
+
+    virtual void ReservedK(uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t) {}
+
+    virtual void ReservedL(uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t) {}
+
+    // view, flags, x, y, wheel, buttons, dx, dy
+    virtual void OnMouseMove(ViewId, uint32_t, int32_t, int32_t, int32_t, int32_t, int32_t, int32_t)
+    {
+    }
+
+    virtual int32_t
+    ReservedM(uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t)
+    {
+        return 0;
+    }
+
+    virtual void OnAction(ViewId, int32_t, uint32_t) {} // view, action, repeat count
+
+    virtual void Notify(uintptr_t, uintptr_t, uintptr_t) {}
+
+    virtual void ReservedN() {}
+
+    // True when an item was added. pMenu: borrowed for the call.
+    virtual bool
+    AddContextMenuItems(CMenu* pMenu, ViewId view, ViewPoint point, uint32_t uReserved) = 0;
+    virtual bool ReservedO(uintptr_t) = 0;
+    virtual bool HasContextMenuItems(ViewId view, ViewPoint point, uint32_t uReserved) = 0;
+    // 1: the user closed the panel; 5: the terrain's resolution or the level changed; 10: the host
+    // goes away, its pointers are dead from here on.
+    virtual void OnHostNotify(int32_t iCode, uintptr_t uReserved) = 0;
+    virtual void ReservedP(uintptr_t, uintptr_t, uintptr_t, uintptr_t) = 0;
+
+    virtual bool ReservedQ(uintptr_t, uintptr_t) { return false; }
+
+    virtual bool ReservedR(uintptr_t, uintptr_t, uintptr_t, uintptr_t) { return false; }
+
+    virtual bool ReservedS(uintptr_t, uintptr_t) { return false; }
+
+    virtual bool ReservedT(uintptr_t) = 0;
+    virtual void ReservedU(uintptr_t, uintptr_t) = 0;
+    virtual int32_t ReservedV(uintptr_t, uintptr_t, uintptr_t, uintptr_t) = 0;
+    virtual ~IPlugin() = default;
+};
+
+// The one exported function of a plug-in library. uPlugin: the plug-in's index in the host.
+using FInitializeMe = IPlugin* (*)(EditorHost*, uint32_t, EngineHost*);

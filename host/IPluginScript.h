@@ -1,0 +1,45 @@
+#pragma once
+
+#include "host/Export.h"
+
+#include <cstdint>
+#include <string>
+
+namespace fs
+{
+class ifile;
+}
+class CTCPARSE_KEYWORD;
+
+enum class EScriptResult : uint32_t
+{
+    Unknown, // not a keyword of the plug-in
+    Done,
+    Failed,
+};
+
+// What the drags since the last query did, summed over their operation points.
+struct SDragStatistics
+{
+    uint64_t nPoints = 0;
+    uint64_t nVisited = 0; // vertices offered to the function
+    uint64_t nChanged = 0; // vertices written
+};
+
+// Lets a script or a recorder reach the plug-in's own state. Implemented by the plug-in object and
+// reached with dynamic_cast from the IPlugin pointer; a host that does not know it loses nothing.
+class IPluginScript
+{
+public:
+    virtual ~IPluginScript() = default;
+
+    // Executes one keyword: brush, mode, auto_normals. pKeyword: borrowed for the call. strWhy: one
+    // line without a line feed when the result is Failed.
+    virtual EScriptResult Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy) = 0;
+    // Writes the current state as the same keywords. False on a file fault.
+    virtual bool WriteState(fs::ifile& file) = 0;
+    // Reads and clears the counters.
+    virtual SDragStatistics TakeDragStatistics() = 0;
+    // Class name of the current brush's function; empty without one.
+    virtual std::string GetFunctionName() = 0;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/Export.h"
+
+// The one log of a process, shared by host and plug-in. Texts are printf-style and end in their own
+// line feed; a message names its class and method in square brackets first. Implemented by the
+// engine library. UI thread only.
+
+// Failures of any kind.
+TELLUR_API void CrashLog(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);
+
+// Refusals that are no failure, such as a mode that may not be left now.
+TELLUR_API void LogR(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);
+
+// Logs the text and ends the process with exit code 3. Only for faults of the build itself.
+[[noreturn]] TELLUR_API void CrashExit(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);
+
+// Where the log goes. The default sink writes to stderr.
+class ILogSink
+{
+public:
+    virtual ~ILogSink() = default;
+
+    // pszText: one formatted piece, NUL-terminated, borrowed for the call. A line may arrive in
+    // several pieces.
+    virtual void Write(const char* pszText) = 0;
+};
+
+// pSink: borrowed until the next call; null goes back to stderr. Returns the sink before.
+TELLUR_API ILogSink* SetLogSink(ILogSink* pSink);
