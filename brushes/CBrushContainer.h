@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+class CTellurBrush;
+class ITellurFunction;
+
+// The brushes of the plug-in: the predefined ones, a library that is read from and written to a
+// file, and one tool brush per function that the panel edits. Owned by the plug-in object, owns the
+// brushes.
+class CBrushContainer
+{
+public:
+    using CBrushList = std::vector<std::unique_ptr<CTellurBrush>>;
+
+    CBrushContainer();
+    virtual ~CBrushContainer();
+    CBrushContainer(const CBrushContainer&) = delete;
+    CBrushContainer& operator=(const CBrushContainer&) = delete;
+
+    // False with one logged line without a path, when a brush cannot be saved and when the file
+    // cannot be written; the file then stays as it was.
+    bool SavePredefinedBrushesToFile(const char* pszPath);
+    // Appends the brushes of the file; a missing or faulty file adds nothing.
+    void LoadPredefinedBrushes(const char* pszPath);
+    // Appends a clone; with bRename the clone gets a fresh name. The caller keeps its brush.
+    void AddBrush(const CTellurBrush* pBrush, bool bRename);
+    // Names the brush after its own name without trailing digits, numbered past the others.
+    void GetNextBrushName(CTellurBrush* pBrush);
+    // The tool brush of that function, made when there is none; takes pFunction only when it makes
+    // one. Null with one logged line when an argument is missing.
+    CTellurBrush*
+    CreateBrush(const char* pszFunctionName, ITellurFunction* pFunction, const char* pszImagePath);
+    // Replaces the tool brush of the same function. Takes the brush on success.
+    bool SetBrush(CTellurBrush* pBrush);
+    CTellurBrush* FindBrush(const char* pszFunctionName) const; // a tool brush, null when unknown
+    void ClearPredefined();
+    void Clear(); // both lists
+
+    const CBrushList& GetPredefined() const { return m_Predefined; }
+
+    const CBrushList& GetTools() const { return m_Tools; }
+
+private:
+    CBrushList m_Predefined;
+    CBrushList m_Tools;
+};

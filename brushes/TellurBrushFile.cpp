@@ -1,0 +1,144 @@
+// A brush in the predefined-brushes file: writing its block and reading it back.
+
+#include "brushes/BrushKeys.h"
+#include "brushes/CFunctionContainer.h"
+#include "brushes/CTellurBitmap.h"
+#include "brushes/CTellurBrush.h"
+#include "functions/ITellurFunction.h"
+#include "host/FileSystem.h"
+#include "host/Log.h"
+#include "plugin/PluginContext.h"
+
+namespace
+{
+
+const char* GetText(const char* pszText)
+{
+    return pszText != nullptr ? pszText : "";
+}
+
+} // namespace
+
+bool CTellurBrush::Save(fs::ifile& file, int iIndent) const
+{
+    if (m_Bitmap == nullptr)
+    {
+        CrashLog("[CTellurBrush::Save] no bitmap\n");
+        return false;
+    }
+    if (m_Function == nullptr)
+    {
+        CrashLog("[CTellurBrush::Save] no function\n");
+        return false;
+    }
+    // No blank before the closing parenthesis: files have always been written so.
+    file.printf("%*sbrush_name( \"%s\")\n", iIndent, "", GetText(GetName()));
+    file.printf("%*sbitmap()\n%*s{\n", iIndent, "", iIndent, "");
+    if (!m_Bitmap->Save(file, iIndent + 2))
+    {
+        CrashLog("[CTellurBrush::Save] brush %s failed to save bitmap\n", GetText(GetName()));
+        return false;
+    }
+    file.printf("%*s}\n", iIndent, "");
+    if (!m_Function->Save(file, iIndent))
+    {
+        CrashLog("[CTellurBrush::Save] brush %s failed to save function\n", GetText(GetName()));
+        return false;
+    }
+    file.printf("%*spower_modifier( %6.5f )\n", iIndent, "", m_PowerModifier);
+    file.printf("%*susage_density( %6.5f )\n", iIndent, "", m_UsageDensity);
+    file.printf("%*sfade_factor( %6.5f )\n", iIndent, "", m_FadeFactor);
+    file.printf("%*shardness( %6.5f )\n", iIndent, "", m_Hardness);
+    file.printf("%*sextent( %6.5f )\n", iIndent, "", m_Extent);
+    file.printf("%*svertical_distance( %6.5f )\n", iIndent, "", m_VerticalDistance);
+    if (!m_MaskPath.empty())
+    {
+        file.printf("%*smask( \"%s\" )\n", iIndent, "", m_MaskPath.c_str());
+    }
+    return true;
+}
+
+bool CTellurBrush::LoadFunction(const CTCPARSE_KEYWORD* pKey)
+{
+    const char* pszName = GetStringParam(pKey);
+    PluginContext* pContext = GetPluginContext();
+    CFunctionContainer* pFunctions =
+        pContext != nullptr ? pContext->GetFunctionContainer() : nullptr;
+    const ITellurFunction* pPrototype =
+        pFunctions != nullptr ? pFunctions->FindFunction(pszName) : nullptr;
+    if (pPrototype == nullptr)
+    {
+        CrashLog("[CTellurBrush::Load] unrecognized function %s\n", GetText(pszName));
+        return false;
+    }
+    std::unique_ptr<ITellurFunction> pFunction(pPrototype->Clone());
+    if (pKey->block == nullptr || pFunction->Load(pKey->block))
+    {
+        SetFunction(pFunction.release());
+    }
+    return true;
+}
+
+bool CTellurBrush::LoadKey(const CTCPARSE_KEYWORD* pKey)
+{
+    struct SFloatKey
+    {
+        const char* pszName;
+        void (CTellurBrush::*pSet)(float);
+    };
+
+    static constexpr SFloatKey s_Keys[] = {
+        {"power_modifier", &CTellurBrush::SetPowerModifier},
+        {"usage_density", &CTellurBrush::SetUsageDensity},
+        {"fade_factor", &CTellurBrush::SetFadeFactor},
+        {"hardness", &CTellurBrush::SetHardness},
+        {"extent", &CTellurBrush::SetExtent},
+        {"vertical_distance", &CTellurBrush::SetVerticalDistance},
+    };
+    for (const SFloatKey& key : s_Keys)
+    {
+        if (IsKey(pKey, key.pszName))
+        {
+            (this->*key.pSet)(GetFloatParam(pKey));
+            return true;
+        }
+    }
+    if (IsKey(pKey, "brush_name"))
+    {
+        SetName(GetStringParam(pKey));
+    }
+    else if (IsKey(pKey, "mask"))
+    {
+        SetMask(GetStringParam(pKey));
+    }
+    else if (IsKey(pKey, "bitmap"))
+    {
+        auto pBitmap = std::make_unique<CTellurBitmap>();
+        if (pBitmap->LoadIni(pKey->block))
+        {
+            SetBitmap(pBitmap.release());
+        }
+    }
+    else if (IsKey(pKey, "function"))
+    {
+        return LoadFunction(pKey);
+    }
+    return true;
+}
+
+bool CTellurBrush::Load(const CTCPARSE_KEYWORD* pBlock)
+{
+    if (pBlock == nullptr)
+    {
+        CrashLog("[CTellurBrush::Load] no key\n");
+        return false;
+    }
+    for (const CTCPARSE_KEYWORD* pKey = pBlock; pKey != nullptr; pKey = pKey->next)
+    {
+        if (!LoadKey(pKey))
+        {
+            return false;
+        }
+    }
+    return true;
+}

@@ -1,0 +1,331 @@
+#include "editor/core/CEditorHost.h"
+
+#include "editor/core/IHostFace.h"
+#include "framework/core/CToolBar.h"
+#include "framework/core/IFrontEnd.h"
+#include "host/FileSystem.h"
+#include "host/IPlugin.h"
+#include "host/Reflection.h"
+
+#include <cstring>
+
+namespace
+{
+
+constexpr char ENVIRONMENT_CLASS[] = "Environment";
+constexpr char REGISTRY_ROOT[] = "\\Software\\Tellur";
+constexpr int32_t NOTIFY_LEVEL_CHANGED = 5;
+constexpr uint32_t REQUEST_FULL_PATH = 16;
+constexpr uint32_t REQUEST_RELOAD = 17;
+
+std::string GetText(const char* pszText)
+{
+    return pszText != nullptr ? pszText : "";
+}
+
+} // namespace
+
+CEditorHost::CEditorHost(IHostFace& face)
+    : m_Face(face)
+    , m_FrontEndBefore(SetFrontEnd(face.GetFrontEnd()))
+{
+}
+
+CEditorHost::~CEditorHost()
+{
+    DestroyPluginObjects();
+    SetFrontEnd(m_FrontEndBefore);
+}
+
+bool CEditorHost::NewLevel(uint32_t uCells, const SVec3& size)
+{
+    PrepareLevelChange();
+    return m_Engine.GetCWorld().CreateTerrain(uCells, uCells, size) && FinishLevelChange();
+}
+
+bool CEditorHost::OpenLevel(const char* pszPath)
+{
+    PrepareLevelChange();
+    return m_Engine.GetCWorld().OpenTerrain(pszPath) && FinishLevelChange();
+}
+
+void CEditorHost::PrepareLevelChange()
+{
+    EndDrag();
+    for (IPlugin* pPlugin : m_Registry.GetInput())
+    {
+        pPlugin->ReleaseWorldResources();
+    }
+}
+
+bool CEditorHost::FinishLevelChange()
+{
+    m_Undo.Clear(); // the records belong to the terrain that is gone
+    NotifyPlugins(NOTIFY_LEVEL_CHANGED);
+    return true;
+}
+
+void CEditorHost::RenderFrame()
+{
+    m_Engine.BeginFrame();
+    m_Modes.RenderCurrentMode();
+}
+
+void CEditorHost::LoadSettings()
+{
+    m_Settings.Load(m_Registry.GetSettings());
+}
+
+bool CEditorHost::SaveSettings()
+{
+    return m_Settings.Save(m_Registry.GetSettings());
+}
+
+void CEditorHost::DestroyPluginObjects()
+{
+    m_DragView = NO_VIEW;
+    m_Modes.DestroyModes();
+    m_Undo.Clear();
+    m_Registry.Clear();
+    m_Settings.ClearRegistered();
+    m_Caption.clear();
+    GetFrontEnd().SetCursor(nullptr); // cursors are resources of the plug-in's library
+    GetFrontEnd().ReleaseCapture();
+}
+
+ITextureManager* CEditorHost::GetTextureManager()
+{
+    return m_Engine.GetTextureManager();
+}
+
+void CEditorHost::RegisterProcess(IEditorAction* pProcess)
+{
+    m_Registry.AddProcess(pProcess);
+}
+
+IPaintLayer* CEditorHost::GetPaintLayer()
+{
+    return nullptr;
+}
+
+void CEditorHost::TurnCamera(ViewId view, float fDegrees)
+{
+    m_Face.TurnCamera(view, fDegrees);
+}
+
+void CEditorHost::LookFromDirection(ICamera* pCamera, float fX, float fY)
+{
+    m_Face.LookFromDirection(pCamera, fX, fY);
+}
+
+void CEditorHost::SetViewToggle(ViewId view, bool bOn)
+{
+    m_Face.SetViewToggle(view, bOn);
+}
+
+bool CEditorHost::IsKeyboardNavigationOn()
+{
+    return m_Face.IsKeyboardNavigationOn();
+}
+
+bool CEditorHost::IsCameraBackKeyDown()
+{
+    return m_Face.IsCameraKeyDown(ECameraKey::Back);
+}
+
+bool CEditorHost::IsCameraRightKeyDown()
+{
+    return m_Face.IsCameraKeyDown(ECameraKey::Right);
+}
+
+bool CEditorHost::IsCameraForwardKeyDown()
+{
+    return m_Face.IsCameraKeyDown(ECameraKey::Forward);
+}
+
+bool CEditorHost::IsCameraLeftKeyDown()
+{
+    return m_Face.IsCameraKeyDown(ECameraKey::Left);
+}
+
+void CEditorHost::OnTerrainChanged()
+{
+    ++m_Counters.nTerrainChanged;
+}
+
+void CEditorHost::RefreshAfterReload()
+{
+    ++m_Counters.nReloads;
+    NotifyPlugins(NOTIFY_LEVEL_CHANGED);
+}
+
+void CEditorHost::RegisterSetting(const char* pszName,
+                                  uint32_t uType,
+                                  void* pValue,
+                                  const char* pszEditFlags)
+{
+    m_Settings.Register(pszName, uType, pValue, pszEditFlags);
+}
+
+bool CEditorHost::PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer)
+{
+    return m_Face.PromptText(pszTitle, pszLabel, strAnswer);
+}
+
+std::string CEditorHost::BrowseForFile(int iKind,
+                                       const char* pszDefaultExtension,
+                                       const char* pszInitialName,
+                                       const char* pszInitialFolder,
+                                       const char* pszFilter)
+{
+    return m_Face.BrowseForFile(
+        iKind, pszDefaultExtension, pszInitialName, pszInitialFolder, pszFilter);
+}
+
+void CEditorHost::RedrawViews()
+{
+    ++m_Counters.nRedraws;
+    m_Face.RedrawViews();
+}
+
+ViewId CEditorHost::GetActiveView()
+{
+    return m_Face.GetActiveView();
+}
+
+IViewWindow* CEditorHost::GetViewWindow(ViewId view)
+{
+    return m_Face.GetViewWindow(view);
+}
+
+void CEditorHost::RefreshView(ViewId view)
+{
+    ++m_Counters.nRefreshes;
+    m_Face.RefreshView(view);
+}
+
+bool CEditorHost::HandlesViewAction(ViewId view, uint32_t uActionHandle)
+{
+    return m_Face.HandlesViewAction(view, uActionHandle);
+}
+
+void CEditorHost::OpenPluginView(const CRuntimeClass* pClass)
+{
+    m_Settings.SetPanelOpen(true); // what the user wants, also where no window can be shown
+    m_Face.OpenPluginView(pClass);
+}
+
+void CEditorHost::ClosePluginView()
+{
+    m_Settings.SetPanelOpen(false);
+    m_Face.ClosePluginView();
+}
+
+ModeManager* CEditorHost::GetModeManager()
+{
+    return &m_Modes;
+}
+
+bool CEditorHost::CreatePluginToolBar(CToolBar* pToolBar, uint32_t uResourceId)
+{
+    if (pToolBar == nullptr || !pToolBar->LoadToolBar(uResourceId))
+    {
+        return false;
+    }
+    m_Registry.AddToolBar(pToolBar);
+    return true;
+}
+
+void CEditorHost::InsertPluginMenu(
+    int iPosition, IPlugin* pPlugin, CMenu* pPopup, const char* pszTitle, const char* pszParent)
+{
+    if (pPopup != nullptr)
+    {
+        m_Registry.AddMenu({iPosition, pPlugin, pPopup, GetText(pszTitle), GetText(pszParent)});
+    }
+}
+
+bool CEditorHost::QueryEntityClass(const char* pszClassName)
+{
+    return pszClassName != nullptr && std::strcmp(pszClassName, ENVIRONMENT_CLASS) == 0 &&
+           m_Engine.GetWorld()->GetEnvironment() != nullptr;
+}
+
+void CEditorHost::SetPluginViewState(int /*iState*/,
+                                     uint32_t /*uActionHandle*/,
+                                     uint32_t /*uReserved*/)
+{
+    // Said just before OpenPluginView, which is all this host needs to know.
+}
+
+void CEditorHost::GetEnvironmentFile(const char* pszClassName,
+                                     uint32_t /*uActionHandle*/,
+                                     uint32_t uRequest,
+                                     const std::string* pIn,
+                                     std::string* pOut)
+{
+    if (!QueryEntityClass(pszClassName))
+    {
+        return;
+    }
+    if (uRequest == REQUEST_FULL_PATH && pIn != nullptr && pOut != nullptr)
+    {
+        *pOut = pIn->empty() ? std::string() : fs::root_path(pIn->c_str());
+    }
+    else if (uRequest == REQUEST_RELOAD)
+    {
+        m_Engine.GetWorld()->ReloadTerrain();
+    }
+}
+
+void CEditorHost::RegisterPluginA(IPlugin* pPlugin)
+{
+    m_Registry.AddInput(pPlugin);
+}
+
+void CEditorHost::UnregisterPluginA(IPlugin* pPlugin)
+{
+    m_Registry.RemoveInput(pPlugin);
+}
+
+void CEditorHost::RegisterPluginB(IPlugin* pPlugin)
+{
+    m_Registry.AddSettings(pPlugin);
+}
+
+void CEditorHost::UnregisterPluginB(IPlugin* pPlugin)
+{
+    m_Registry.RemoveSettings(pPlugin);
+}
+
+const char* CEditorHost::GetRegistryRoot()
+{
+    return REGISTRY_ROOT;
+}
+
+void CEditorHost::SetModeCaption(const char* pszCaption)
+{
+    m_Caption = GetText(pszCaption);
+    m_Face.OnCaptionChanged(m_Caption.c_str());
+}
+
+const char* CEditorHost::LookupText(int32_t iId, const void* /*pObject*/)
+{
+    const CRTTIObject* pObject = m_Engine.FindObjectById(iId);
+    return pObject != nullptr ? pObject->GetClassNameA() : nullptr;
+}
+
+void CEditorHost::AddUndo(CUndo* pUndo)
+{
+    m_Undo.Add(pUndo);
+}
+
+void CEditorHost::RegisterActions(const std::vector<SActionDescriptor>& actions)
+{
+    m_Registry.AddActions(actions);
+}
+
+int CEditorHost::PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t /*uReserved*/)
+{
+    return m_Face.PickTerrain(view, point, hit) ? 1 : 0;
+}

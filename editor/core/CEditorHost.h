@@ -1,0 +1,165 @@
+#pragma once
+
+#include "editor/core/CModeManager.h"
+#include "editor/core/CPluginRegistry.h"
+#include "editor/core/CSettings.h"
+#include "editor/core/CUndoStack.h"
+#include "engine/world/CEngineHost.h"
+#include "host/EditorHost.h"
+
+#include <string>
+
+class IFrontEnd;
+class IHostFace;
+
+// How often the plug-in asked for something that only shows.
+struct SHostCounters
+{
+    uint64_t nRedraws = 0;        // RedrawViews
+    uint64_t nRefreshes = 0;      // RefreshView
+    uint64_t nTerrainChanged = 0; // OnTerrainChanged
+    uint64_t nReloads = 0;        // RefreshAfterReload
+};
+
+// Mouse flags of the button and move operations.
+enum EMouseFlag : uint32_t
+{
+    MOUSE_LEFT = 0x1,
+    MOUSE_SHIFT = 0x4,
+    MOUSE_CONTROL = 0x8,
+    MOUSE_ALT = 0x20,
+};
+
+// The host: the one implementation of EditorHost that the editor and the script player share. Owns
+// the engine with its world, the modes, the undo stack, the settings and all that the plug-in hands
+// over; asks its face for what needs a person. Owned by the program. UI thread.
+class CEditorHost : public EditorHost
+{
+public:
+    explicit CEditorHost(IHostFace& face); // borrowed, outlives the host
+    ~CEditorHost() override;               // after the CPluginLoader of this host
+    CEditorHost(const CEditorHost&) = delete;
+    CEditorHost& operator=(const CEditorHost&) = delete;
+
+    // A new flat level, or the level of a ".height" file. A running drag is ended first, the undo
+    // stack is emptied and the plug-in is told. False with one logged line; the level before stays.
+    bool NewLevel(uint32_t uCells, const SVec3& size);
+    bool OpenLevel(const char* pszPath);
+
+    // Input, sent the way of the boundary: to every plug-in that is listed for input, which gives
+    // it to the mode manager. x, y: view pixels; dx, dy: pixels since the last event.
+    void SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock& block);
+    void SendMouseMove(ViewId view,
+                       uint32_t uFlags,
+                       const SPointBlock& point,
+                       const SWheelBlock& wheel,
+                       const SStepBlock& step);
+    void SendButtonUp(ViewId view, uint32_t uFlags, const SButtonBlock& block);
+    void SendAction(ViewId view, int32_t iAction, uint32_t uCount);
+    void SendNotify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird);
+    // Runs a plug-in's command by its global number. False when it is no plug-in's.
+    bool SendCommand(uint32_t uCommand);
+    // Sends the release of a button that is held: the capture is lost, or the level goes away.
+    void EndDrag();
+    // The user closed the plug-in's panel.
+    void NotifyPanelClosed();
+
+    // One frame: debug lines anew, then the current mode draws.
+    void RenderFrame();
+
+    bool Undo() { return m_Undo.Undo(); } // false when there is nothing
+
+    bool Redo() { return m_Undo.Redo(); }
+
+    void LoadSettings();
+    bool SaveSettings();
+    // Destroys and forgets everything that came from the plug-in. Its library may go afterwards.
+    void DestroyPluginObjects();
+
+    CEngineHost& GetEngine() { return m_Engine; }
+
+    CModeManager& GetModes() { return m_Modes; }
+
+    CUndoStack& GetUndoStack() { return m_Undo; }
+
+    CSettings& GetSettings() { return m_Settings; }
+
+    const CPluginRegistry& GetRegistry() const { return m_Registry; }
+
+    const SHostCounters& GetCounters() const { return m_Counters; }
+
+    const std::string& GetCaption() const { return m_Caption; }
+
+    // EditorHost
+    ITextureManager* GetTextureManager() override;
+    void RegisterProcess(IEditorAction* pProcess) override;
+    IPaintLayer* GetPaintLayer() override;
+    void TurnCamera(ViewId view, float fDegrees) override;
+    void LookFromDirection(ICamera* pCamera, float fX, float fY) override;
+    void SetViewToggle(ViewId view, bool bOn) override;
+    bool IsKeyboardNavigationOn() override;
+    bool IsCameraBackKeyDown() override;
+    bool IsCameraRightKeyDown() override;
+    bool IsCameraForwardKeyDown() override;
+    bool IsCameraLeftKeyDown() override;
+    void OnTerrainChanged() override;
+    void RefreshAfterReload() override;
+    void RegisterSetting(const char* pszName,
+                         uint32_t uType,
+                         void* pValue,
+                         const char* pszEditFlags) override;
+    bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) override;
+    std::string BrowseForFile(int iKind,
+                              const char* pszDefaultExtension,
+                              const char* pszInitialName,
+                              const char* pszInitialFolder,
+                              const char* pszFilter) override;
+    void RedrawViews() override;
+    ViewId GetActiveView() override;
+    IViewWindow* GetViewWindow(ViewId view) override;
+    void RefreshView(ViewId view) override;
+    bool HandlesViewAction(ViewId view, uint32_t uActionHandle) override;
+    void OpenPluginView(const CRuntimeClass* pClass) override;
+    void ClosePluginView() override;
+    ModeManager* GetModeManager() override;
+    bool CreatePluginToolBar(CToolBar* pToolBar, uint32_t uResourceId) override;
+    void InsertPluginMenu(int iPosition,
+                          IPlugin* pPlugin,
+                          CMenu* pPopup,
+                          const char* pszTitle,
+                          const char* pszParent) override;
+    bool QueryEntityClass(const char* pszClassName) override;
+    void SetPluginViewState(int iState, uint32_t uActionHandle, uint32_t uReserved) override;
+    void GetEnvironmentFile(const char* pszClassName,
+                            uint32_t uActionHandle,
+                            uint32_t uRequest,
+                            const std::string* pIn,
+                            std::string* pOut) override;
+    void RegisterPluginA(IPlugin* pPlugin) override;
+    void UnregisterPluginA(IPlugin* pPlugin) override;
+    void RegisterPluginB(IPlugin* pPlugin) override;
+    void UnregisterPluginB(IPlugin* pPlugin) override;
+    const char* GetRegistryRoot() override;
+    void SetModeCaption(const char* pszCaption) override;
+    const char* LookupText(int32_t iId, const void* pObject) override;
+    void AddUndo(CUndo* pUndo) override;
+    void RegisterActions(const std::vector<SActionDescriptor>& actions) override;
+    int PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t uReserved) override;
+
+private:
+    void PrepareLevelChange();
+    bool FinishLevelChange(); // true
+    void NotifyPlugins(int32_t iCode);
+
+    IHostFace& m_Face;
+    IFrontEnd* m_FrontEndBefore = nullptr;
+    CEngineHost m_Engine;
+    CModeManager m_Modes;
+    CUndoStack m_Undo;
+    CSettings m_Settings;
+    CPluginRegistry m_Registry;
+    SHostCounters m_Counters;
+    std::string m_Caption;
+    ViewId m_DragView = NO_VIEW; // the view a button is held in
+    SButtonBlock m_DragPoint;    // where the cursor was last during that drag
+};

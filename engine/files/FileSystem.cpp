@@ -1,0 +1,97 @@
+#include "host/FileSystem.h"
+
+#include "engine/files/Paths.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+namespace fs
+{
+
+namespace
+{
+
+constexpr mode_t ANY_WRITE = S_IWUSR | S_IWGRP | S_IWOTH;
+
+bool IsSameFile(const std::string& strLeft, const std::string& strRight)
+{
+    struct stat left = {};
+    struct stat right = {};
+    return ::lstat(strLeft.c_str(), &left) == 0 && ::lstat(strRight.c_str(), &right) == 0 &&
+           left.st_dev == right.st_dev && left.st_ino == right.st_ino;
+}
+
+std::string GetFolderOf(const std::string& strTarget)
+{
+    return strTarget.substr(0, strTarget.find_last_of('/') + 1);
+}
+
+} // namespace
+
+bool exists(const char* pszPath)
+{
+    struct stat info = {};
+    const std::string strFound = FindExisting(ToNative(pszPath));
+    return !strFound.empty() && ::stat(strFound.c_str(), &info) == 0;
+}
+
+bool read_only(const char* pszPath)
+{
+    struct stat info = {};
+    // A file of the data root that a relative path means is overlaid by a write, never refused.
+    const std::string strFound = FindWritable(ToNative(pszPath));
+    if (strFound.empty() || ::stat(strFound.c_str(), &info) != 0)
+    {
+        return false;
+    }
+    // The bits count for the super-user too, who may write everything.
+    return (info.st_mode & ANY_WRITE) == 0 || ::access(strFound.c_str(), W_OK) != 0;
+}
+
+std::string root_path(const char* pszPath)
+{
+    const std::string strPath = ToNative(pszPath);
+    std::string strFound = FindExisting(strPath);
+    return strFound.empty() ? GetWriteTarget(strPath) : strFound;
+}
+
+int rename(const char* pszFrom, const char* pszTo)
+{
+    const std::string strFrom = FindWritable(ToNative(pszFrom));
+    const std::string strTo = ToNative(pszTo);
+    if (strFrom.empty() || strTo.empty())
+    {
+        errno = ENOENT;
+        return -1;
+    }
+    std::string strTarget = GetWriteTarget(strTo);
+    const std::string strExisting = FindExisting(strTo);
+    if (!strExisting.empty() && IsSameFile(strExisting, strFrom))
+    {
+        // Only the spelling changes.
+        strTarget = GetFolderOf(strTarget) + strTo.substr(strTo.find_last_of('/') + 1);
+    }
+    else if (!strExisting.empty())
+    {
+        errno = EEXIST;
+        return -1;
+    }
+    return ::rename(strFrom.c_str(), strTarget.c_str());
+}
+
+int remove(const char* pszPath)
+{
+    const std::string strFound = FindWritable(ToNative(pszPath));
+    if (strFound.empty())
+    {
+        errno = ENOENT;
+        return -1;
+    }
+    return ::unlink(strFound.c_str());
+}
+
+} // namespace fs

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+// Where the bits of one colour channel stand in a 16-bit or 32-bit pixel.
+struct SBmpChannel
+{
+    uint32_t Mask = 0; // consecutive bits, or 0 when there is no such channel
+
+    // The channel of a pixel, scaled to 0..255; 0 without a mask.
+    uint8_t Extract(uint32_t uPixel) const;
+};
+
+enum EBmpCompression : uint32_t
+{
+    BMP_PLAIN = 0,
+    BMP_RUNS_8 = 1,
+    BMP_RUNS_4 = 2,
+    BMP_MASKS = 3,
+};
+
+// The headers of a BMP, checked.
+struct SBmpHeader
+{
+    uint32_t Width = 0;
+    uint32_t Height = 0;
+    bool TopDown = false;
+    uint32_t BitsPerPixel = 0;  // 1, 4, 8, 16, 24 or 32
+    uint32_t Compression = 0;   // EBmpCompression, fitting the bits per pixel
+    uint32_t Colors = 0;        // entries of the palette, 0 above 8 bits
+    uint32_t ColorBytes = 4;    // bytes of one entry
+    size_t PalettePosition = 0; // from the start of the file
+    size_t PixelPosition = 0;   // the palette lies before it, both inside the file
+    SBmpChannel Channels[4];    // red, green, blue, alpha; above 8 bits
+
+    bool HasAlpha() const { return Channels[3].Mask != 0; }
+
+    // Pixels are blue, green, red and no byte more, or alpha as the fourth.
+    bool HasWholeBytes() const;
+
+    // The row of the image that the file's row is.
+    uint32_t GetImageRow(uint32_t uFileRow) const
+    {
+        return TopDown ? uFileRow : Height - 1 - uFileRow;
+    }
+
+    // Bytes of an uncompressed row, padding included.
+    size_t GetRowBytes() const { return (size_t{Width} * BitsPerPixel + 31) / 32 * 4; }
+};
+
+// Refuses what is no BMP, what the reader does not know, and pixels that need more bytes than there
+// are. False leaves a fault, a phrase without a line feed.
+bool ReadBmpHeader(std::span<const uint8_t> Data, SBmpHeader& Header, std::string& strFault);

@@ -1,0 +1,169 @@
+#include "engine/imaging/CPngReader.h"
+
+#include "engine/imaging/CImage.h"
+
+#include <bit>
+#include <csetjmp>
+#include <cstdio>
+#include <cstring>
+
+namespace
+{
+
+// Deflate cannot pack more than this many bytes into one.
+constexpr uint64_t MAX_DEFLATE_RATIO = 1032;
+
+static_assert(sizeof(png_color) == 3, "a palette is read as bytes");
+
+} // namespace
+
+CPngReader::CPngReader(std::span<const uint8_t> Data)
+    : m_Data(Data)
+    , m_Png(png_create_read_struct(PNG_LIBPNG_VER_STRING, this, OnError, OnWarning))
+    , m_Info(m_Png != nullptr ? png_create_info_struct(m_Png) : nullptr)
+{
+}
+
+CPngReader::~CPngReader()
+{
+    png_destroy_read_struct(&m_Png, &m_Info, nullptr);
+}
+
+void CPngReader::OnRead(png_structp pPng, png_bytep pDest, size_t nBytes)
+{
+    auto* pReader = static_cast<CPngReader*>(png_get_io_ptr(pPng));
+    if (nBytes > pReader->m_Data.size() - pReader->m_Position)
+    {
+        png_error(pPng, "the file ends too early");
+    }
+    std::memcpy(pDest, pReader->m_Data.data() + pReader->m_Position, nBytes);
+    pReader->m_Position += nBytes;
+}
+
+void CPngReader::OnError(png_structp pPng, png_const_charp pszText)
+{
+    auto* pReader = static_cast<CPngReader*>(png_get_error_ptr(pPng));
+    std::snprintf(pReader->m_Fault, sizeof(pReader->m_Fault), "%s", pszText);
+    png_longjmp(pPng, 1);
+}
+
+// What libpng can live with is none of the user's business.
+void CPngReader::OnWarning(png_structp /*pPng*/, png_const_charp /*pszText*/)
+{
+}
+
+bool CPngReader::Guard(void (*pStep)(CPngReader&))
+{
+    if (m_Info == nullptr)
+    {
+        std::snprintf(m_Fault, sizeof(m_Fault), "not enough memory");
+        return false;
+    }
+    if (setjmp(png_jmpbuf(m_Png)) != 0)
+    {
+        return false;
+    }
+    pStep(*this);
+    return true;
+}
+
+bool CPngReader::ReadHeader()
+{
+    return Guard([](CPngReader& Reader) { Reader.ReadHeaderStep(); });
+}
+
+bool CPngReader::Prepare(ESamples eSamples)
+{
+    m_Samples = eSamples;
+    return Guard([](CPngReader& Reader) { Reader.PrepareStep(); });
+}
+
+bool CPngReader::ReadPixels(uint8_t* pDest)
+{
+    m_Dest = pDest;
+    return Guard([](CPngReader& Reader) { Reader.ReadPixelsStep(); });
+}
+
+void CPngReader::ReadHeaderStep()
+{
+    png_set_read_fn(m_Png, this, OnRead);
+    png_set_user_limits(m_Png, CImage::MAX_SIDE, CImage::MAX_SIDE);
+    png_read_info(m_Png, m_Info);
+    png_get_IHDR(
+        m_Png, m_Info, &m_Width, &m_Height, &m_BitDepth, &m_ColorType, nullptr, nullptr, nullptr);
+    m_HasTransparency = !IsPaletted() && ((m_ColorType & PNG_COLOR_MASK_ALPHA) != 0 ||
+                                          png_get_valid(m_Png, m_Info, PNG_INFO_tRNS) != 0);
+    const uint64_t nPacked = uint64_t{png_get_rowbytes(m_Png, m_Info)} * m_Height;
+    if (nPacked / MAX_DEFLATE_RATIO > m_Data.size())
+    {
+        png_error(m_Png, "the file is too short for its size in pixels");
+    }
+}
+
+void CPngReader::PrepareStep()
+{
+    const bool bWords = m_Samples == ESamples::Words;
+    if (IsPaletted())
+    {
+        png_set_packing(m_Png);
+    }
+    else
+    {
+        png_set_expand(m_Png); // full bytes, and alpha for a transparent colour
+    }
+    if (m_HasTransparency && (m_ColorType & PNG_COLOR_MASK_COLOR) == 0)
+    {
+        png_set_gray_to_rgb(m_Png);
+    }
+    if (bWords)
+    {
+        png_set_expand_16(m_Png);
+    }
+    else
+    {
+        png_set_strip_16(m_Png);
+    }
+    if (bWords && std::endian::native == std::endian::little)
+    {
+        png_set_swap(m_Png);
+    }
+    png_set_interlace_handling(m_Png);
+    png_read_update_info(m_Png, m_Info);
+    m_Channels = png_get_channels(m_Png, m_Info);
+    m_RowBytes = png_get_rowbytes(m_Png, m_Info);
+    if (m_RowBytes != size_t{m_Width} * m_Channels * (bWords ? 2 : 1))
+    {
+        png_error(m_Png, "unexpected row length");
+    }
+}
+
+void CPngReader::ReadPixelsStep()
+{
+    const int nPasses = png_get_interlace_type(m_Png, m_Info) == PNG_INTERLACE_NONE
+                            ? 1
+                            : PNG_INTERLACE_ADAM7_PASSES;
+    for (int iPass = 0; iPass < nPasses; ++iPass)
+    {
+        for (size_t iRow = 0; iRow < m_Height; ++iRow)
+        {
+            png_read_row(m_Png, m_Dest + iRow * m_RowBytes, nullptr);
+        }
+    }
+    png_read_end(m_Png, nullptr);
+}
+
+std::span<const uint8_t> CPngReader::GetPaletteColors() const
+{
+    png_colorp pColors = nullptr;
+    int nColors = 0;
+    if (m_Png == nullptr || png_get_PLTE(m_Png, m_Info, &pColors, &nColors) == 0)
+    {
+        return {};
+    }
+    return {reinterpret_cast<const uint8_t*>(pColors), static_cast<size_t>(nColors) * 3};
+}
+
+std::string CPngReader::GetFault() const
+{
+    return std::string("damaged PNG file: ") + m_Fault;
+}

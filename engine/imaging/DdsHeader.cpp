@@ -1,0 +1,154 @@
+#include "engine/imaging/DdsHeader.h"
+
+#include "engine/imaging/PixelOrder.h"
+
+namespace
+{
+
+constexpr size_t HEADER_END = 128;
+constexpr size_t EXTENDED_HEADER_END = 148;
+constexpr size_t PIXEL_FORMAT = 76; // position of the pixel format record
+
+constexpr uint32_t FLAG_ALPHA = 0x1;
+constexpr uint32_t FLAG_ALPHA_ONLY = 0x2;
+constexpr uint32_t FLAG_CODE = 0x4;
+constexpr uint32_t FLAG_RGB = 0x40;
+constexpr uint32_t FLAG_LUMINANCE = 0x20000;
+
+constexpr uint32_t MakeCode(char c0, char c1, char c2, char c3)
+{
+    return static_cast<uint32_t>(c0) | static_cast<uint32_t>(c1) << 8 |
+           static_cast<uint32_t>(c2) << 16 | static_cast<uint32_t>(c3) << 24;
+}
+
+// Pixels that a code names: the four characters of the old header or the number of the extended
+// one.
+struct SNamedPixels
+{
+    uint32_t Code;
+    EDdsPixels Pixels;
+    uint32_t PixelBytes;
+    bool RedFirst;
+    bool HasAlpha;
+};
+
+constexpr SNamedPixels FourCharacterCodes[] = {
+    {MakeCode('D', 'X', 'T', '1'), EDdsPixels::Bc1, 0, false, false},
+    {MakeCode('D', 'X', 'T', '3'), EDdsPixels::Bc2, 0, false, false},
+    {MakeCode('D', 'X', 'T', '5'), EDdsPixels::Bc3, 0, false, false},
+};
+
+// Each kind also has a number for colours that are to be shown as sRGB; the bytes are the same.
+constexpr SNamedPixels ExtendedCodes[] = {
+    {28, EDdsPixels::Plain, 4, true, true},
+    {29, EDdsPixels::Plain, 4, true, true},
+    {61, EDdsPixels::Plain, 1, false, false},
+    {71, EDdsPixels::Bc1, 0, false, false},
+    {72, EDdsPixels::Bc1, 0, false, false},
+    {74, EDdsPixels::Bc2, 0, false, false},
+    {75, EDdsPixels::Bc2, 0, false, false},
+    {77, EDdsPixels::Bc3, 0, false, false},
+    {78, EDdsPixels::Bc3, 0, false, false},
+    {87, EDdsPixels::Plain, 4, false, true},
+    {88, EDdsPixels::Plain, 4, false, false},
+    {91, EDdsPixels::Plain, 4, false, true},
+    {93, EDdsPixels::Plain, 4, false, false},
+};
+
+bool ReadNamedPixels(uint32_t uCode, std::span<const SNamedPixels> Table, SDdsHeader& Header)
+{
+    for (const SNamedPixels& Named : Table)
+    {
+        if (Named.Code == uCode)
+        {
+            Header.Pixels = Named.Pixels;
+            Header.PixelBytes = Named.PixelBytes;
+            Header.RedFirst = Named.RedFirst;
+            Header.HasAlpha = Named.HasAlpha;
+            return true;
+        }
+    }
+    return false;
+}
+
+// The pixel format record without a code: flags, bits and masks. Only whole bytes are known.
+bool ReadPlainPixels(const uint8_t* pFormat, SDdsHeader& Header)
+{
+    const uint32_t uFlags = ReadLe32(pFormat + 4);
+    const uint32_t uBits = ReadLe32(pFormat + 12);
+    const uint32_t uRed = ReadLe32(pFormat + 16);
+    const uint32_t uGreen = ReadLe32(pFormat + 20);
+    const uint32_t uBlue = ReadLe32(pFormat + 24);
+    const uint32_t uAlpha = (uFlags & FLAG_ALPHA) != 0 ? ReadLe32(pFormat + 28) : 0;
+    Header.PixelBytes = uBits / 8;
+    if ((uFlags & FLAG_LUMINANCE) != 0)
+    {
+        return uBits == 8;
+    }
+    Header.RedFirst = uRed == 0xFF && uBlue == 0xFF0000;
+    Header.HasAlpha = uBits == 32 && uAlpha == 0xFF000000;
+    const bool bOrder = Header.RedFirst || (uRed == 0xFF0000 && uBlue == 0xFF);
+    return (uFlags & FLAG_RGB) != 0 && (uFlags & FLAG_ALPHA_ONLY) == 0 && bOrder &&
+           uGreen == 0xFF00 && (uAlpha == 0 || Header.HasAlpha) && (uBits == 24 || uBits == 32);
+}
+
+bool ReadPixelFormat(std::span<const uint8_t> Data, SDdsHeader& Header)
+{
+    const uint8_t* pFormat = &Data[PIXEL_FORMAT];
+    const uint32_t uFlags = ReadLe32(pFormat + 4);
+    const uint32_t uCode = ReadLe32(pFormat + 8);
+    Header.PixelPosition = HEADER_END;
+    if ((uFlags & FLAG_CODE) == 0)
+    {
+        return ReadPlainPixels(pFormat, Header);
+    }
+    if (uCode != MakeCode('D', 'X', '1', '0'))
+    {
+        return ReadNamedPixels(uCode, FourCharacterCodes, Header);
+    }
+    Header.PixelPosition = EXTENDED_HEADER_END;
+    return Data.size() >= EXTENDED_HEADER_END &&
+           ReadNamedPixels(ReadLe32(&Data[HEADER_END]), ExtendedCodes, Header);
+}
+
+} // namespace
+
+uint64_t SDdsHeader::GetSurfaceBytes() const
+{
+    if (Pixels == EDdsPixels::Plain)
+    {
+        return uint64_t{Width} * Height * PixelBytes;
+    }
+    const uint64_t nBlocks = ((uint64_t{Width} + 3) / 4) * ((uint64_t{Height} + 3) / 4);
+    return nBlocks * (Pixels == EDdsPixels::Bc1 ? 8 : 16);
+}
+
+bool ReadDdsHeader(std::span<const uint8_t> Data, SDdsHeader& Header, std::string& strFault)
+{
+    if (Data.size() < HEADER_END)
+    {
+        strFault = "damaged DDS file: the file ends too early";
+        return false;
+    }
+    if (ReadLe32(&Data[4]) != HEADER_END - 4)
+    {
+        strFault = "damaged DDS file: unknown header";
+        return false;
+    }
+    Header.Height = ReadLe32(&Data[12]);
+    Header.Width = ReadLe32(&Data[16]);
+    if (!ReadPixelFormat(Data, Header))
+    {
+        strFault = "damaged DDS file, or a pixel format that is not supported";
+        return false;
+    }
+    // Sides are 32-bit numbers: their product with 4 bytes may wrap only beyond this.
+    constexpr uint32_t uMostSide = 1U << 30;
+    if (Header.Width > uMostSide || Header.Height > uMostSide ||
+        Header.GetSurfaceBytes() > Data.size() - Header.PixelPosition)
+    {
+        strFault = "damaged DDS file: the file ends too early";
+        return false;
+    }
+    return true;
+}

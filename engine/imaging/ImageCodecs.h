@@ -1,0 +1,82 @@
+#pragma once
+
+#include "engine/imaging/CImage.h"
+#include "engine/imaging/CPalette.h"
+
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+// The file formats of the image library, on memory: no file is opened and no line is logged here.
+//
+// Decoders: Data is borrowed for the call and may hold anything. False leaves a fault in strFault,
+// a phrase without the file's name and without a line feed; Picture is then of no use. What a file
+// claims is compared with the bytes it has before pixels are allocated.
+//
+// Encoders: the image passes CheckImageSize and has pixels; pPalette is null or goes with an
+// Indexed8 image, has 1 to 256 entries and one for every index (the caller checks all that). Out is
+// empty and receives the whole file. False leaves a fault in strFault.
+
+// What a decoder makes.
+struct SPicture
+{
+    std::unique_ptr<CImage> Image;
+    std::unique_ptr<CPalette> Palette; // null unless the file is a paletted one
+};
+
+enum class EImageFile
+{
+    Unknown,
+    Png,
+    Jpeg,
+    Tga,
+    Bmp,
+    Dds,
+};
+
+// More pixel bytes than this are refused, whatever the format.
+constexpr uint64_t MAX_PIXEL_BYTES = uint64_t{1} << 30;
+
+// By the first bytes. TGA has no mark at its start: its footer counts, else the file's extension.
+EImageFile RecogniseImage(std::span<const uint8_t> Data, const char* pszPath);
+EImageFile GetImageFileOfExtension(const char* pszPath);
+
+// A look at fixed header bytes only, so that a palette is not searched where none can be.
+bool MayHavePalette(EImageFile eFile, std::span<const uint8_t> Data);
+
+bool DecodeImage(EImageFile eFile,
+                 std::span<const uint8_t> Data,
+                 SPicture& Picture,
+                 std::string& strFault);
+bool EncodeImage(EImageFile eFile,
+                 const IImage& Image,
+                 const IPalette* pPalette,
+                 std::vector<uint8_t>& Out,
+                 std::string& strFault);
+
+bool DecodePng(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault);
+bool DecodeJpeg(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault);
+bool DecodeBmp(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault);
+bool DecodeTga(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault);
+bool DecodeDds(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault);
+
+bool EncodePng(const IImage& Image,
+               const IPalette* pPalette,
+               std::vector<uint8_t>& Out,
+               std::string& strFault);
+bool EncodeJpeg(const IImage& Image, std::vector<uint8_t>& Out, std::string& strFault);
+void EncodeBmp(const IImage& Image, const IPalette* pPalette, std::vector<uint8_t>& Out);
+void EncodeTga(const IImage& Image, const IPalette* pPalette, std::vector<uint8_t>& Out);
+void EncodeDds(const IImage& Image, std::vector<uint8_t>& Out);
+
+// For the decoders: false with a fault when a side is 0 or too long, or the pixels have too many
+// bytes.
+bool CheckImageSize(uint64_t uWidth, uint64_t uHeight, uint32_t uPixelBytes, std::string& strFault);
+
+// For the decoders: CheckImageSize, then an image whose pixels are still to be filled.
+bool MakeImage(SPicture& Picture,
+               uint32_t uWidth,
+               uint32_t uHeight,
+               EImageFormat eFormat,
+               std::string& strFault);

@@ -1,0 +1,293 @@
+#include "engine/terrain/CTerrain.h"
+
+#include "engine/terrain/HeightFile.h"
+#include "engine/terrain/StlFile.h"
+#include "host/Log.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <utility>
+
+namespace
+{
+
+constexpr int64_t BLOCK_CELLS = 32;
+
+// First and one past the last vertex of one axis under [fMin, fMax].
+std::pair<uint32_t, uint32_t> GetAxisRange(float fMin, float fMax, double dStep, uint32_t uVertices)
+{
+    const double dLast = uVertices - 1;
+    const double dFrom = std::floor(fMin / dStep);
+    const double dTo = std::ceil(fMax / dStep);
+    // The comparisons fail for NaN: the whole side is then taken, which loses no edit.
+    const double dFirst = dFrom > 0.0 ? std::min(dFrom, dLast + 1.0) : 0.0;
+    const double dEnd = dTo < dLast ? std::max(dTo, -1.0) + 1.0 : dLast + 1.0;
+    return {static_cast<uint32_t>(dFirst), static_cast<uint32_t>(dEnd)};
+}
+
+// The cell that holds a position of one axis, and where in it.
+struct SCellPosition
+{
+    uint32_t uCell = 0;
+    float fFraction = 0.0F;
+};
+
+SCellPosition LocateCell(float fPosition, float fSize, uint32_t uCells)
+{
+    const double dCells = uCells;
+    const double dAt = fPosition / static_cast<double>(fSize) * dCells;
+    const double dClamped = dAt > 0.0 ? std::min(dAt, dCells) : 0.0;
+    const uint32_t uCell = std::min(static_cast<uint32_t>(dClamped), uCells - 1);
+    return {uCell, static_cast<float>(dClamped - uCell)};
+}
+
+// The vertex of one axis that a block entry names, or -1 when it lies outside the block or the
+// terrain.
+int64_t LocateBlockVertex(int iBlock, float fLocal, uint32_t uVertices)
+{
+    if (!(fLocal >= 0.0F && fLocal <= static_cast<float>(BLOCK_CELLS)))
+    {
+        return -1;
+    }
+    const int64_t iVertex = iBlock * BLOCK_CELLS + std::lround(fLocal);
+    return iVertex >= 0 && iVertex < static_cast<int64_t>(uVertices) ? iVertex : -1;
+}
+
+} // namespace
+
+bool IsTerrainSizeValid(uint32_t uSizeX, uint32_t uSizeZ)
+{
+    return uSizeX >= TERRAIN_MIN_VERTICES && uSizeX <= TERRAIN_MAX_VERTICES &&
+           uSizeZ >= TERRAIN_MIN_VERTICES && uSizeZ <= TERRAIN_MAX_VERTICES;
+}
+
+bool IsSizeVectorValid(const SVec3& size)
+{
+    const float aParts[] = {size.x, size.y, size.z};
+    return std::all_of(std::begin(aParts),
+                       std::end(aParts),
+                       [](float f) { return std::isfinite(f) && f != 0.0F; });
+}
+
+CTerrain::CTerrain(SHeightField&& field)
+    : m_Field(std::move(field))
+{
+    m_Dirty.Reset({0, 0, m_Field.uSizeX, m_Field.uSizeZ});
+}
+
+void CTerrain::GetHeights(float* pDest, size_t nCount) const
+{
+    if (pDest != nullptr)
+    {
+        std::copy_n(GetHeightData(), std::min(nCount, m_Field.GetCount()), pDest);
+    }
+}
+
+void CTerrain::SetHeights(const float* pSource, size_t nCount, const SExtents& box)
+{
+    if (pSource == nullptr || nCount != m_Field.GetCount())
+    {
+        CrashLog("[CTerrain::SetHeights] %zu heights for a terrain of %zu vertices\n",
+                 pSource != nullptr ? nCount : size_t{0},
+                 m_Field.GetCount());
+        return;
+    }
+    const SVertexRect rect = GetVertexRect(box);
+    if (rect.IsEmpty())
+    {
+        return;
+    }
+    const size_t nWidth = rect.uEndX - rect.uMinX;
+    for (uint32_t z = rect.uMinZ; z < rect.uEndZ; ++z)
+    {
+        const size_t nFirst = static_cast<size_t>(z) * m_Field.uSizeX + rect.uMinX;
+        std::copy_n(pSource + nFirst, nWidth, m_Field.pHeights.get() + nFirst);
+    }
+    OnHeightsChanged(rect);
+}
+
+void CTerrain::SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEntries, size_t nCount)
+{
+    SVertexRect touched;
+    for (size_t i = 0; pEntries != nullptr && i < nCount; ++i)
+    {
+        const int64_t iX = LocateBlockVertex(iBlockX, pEntries[i].fLocalX, m_Field.uSizeX);
+        const int64_t iZ = LocateBlockVertex(iBlockZ, pEntries[i].fLocalZ, m_Field.uSizeZ);
+        if (iX < 0 || iZ < 0)
+        {
+            continue;
+        }
+        const auto uX = static_cast<uint32_t>(iX);
+        const auto uZ = static_cast<uint32_t>(iZ);
+        m_Field.pHeights[static_cast<size_t>(uZ) * m_Field.uSizeX + uX] = pEntries[i].fHeight;
+        touched = touched.Union({uX, uZ, uX + 1, uZ + 1});
+    }
+    OnHeightsChanged(touched);
+}
+
+bool CTerrain::SaveHeightMap(const char* pszPath,
+                             const float* pHeights,
+                             uint32_t uSizeX,
+                             uint32_t uSizeZ)
+{
+    const bool bOwn = pHeights == nullptr && uSizeX == 0 && uSizeZ == 0;
+    if (bOwn)
+    {
+        return WriteHeightFile(
+            pszPath, GetHeightData(), m_Field.uSizeX, m_Field.uSizeZ, m_Field.size);
+    }
+    return WriteHeightFile(pszPath, pHeights, uSizeX, uSizeZ, m_Field.size);
+}
+
+void CTerrain::GetHeightMap(float* pDest, uint32_t uVerticesPerSide) const
+{
+    if (pDest == nullptr)
+    {
+        return;
+    }
+    const size_t nSide = uVerticesPerSide;
+    const size_t nColumns = std::min(uVerticesPerSide, m_Field.uSizeX);
+    const size_t nRows = std::min(uVerticesPerSide, m_Field.uSizeZ);
+    for (size_t z = 0; z < nRows; ++z)
+    {
+        float* pRow = pDest + z * nSide;
+        std::copy_n(GetHeightData() + z * m_Field.uSizeX, nColumns, pRow);
+        std::fill(pRow + nColumns, pRow + nSide, 0.0F);
+    }
+    std::fill(pDest + nRows * nSide, pDest + nSide * nSide, 0.0F);
+}
+
+void CTerrain::DrawProjectedTexture(const SExtents& box, ITexture* pTexture)
+{
+    m_Projected = {box, pTexture};
+}
+
+bool CTerrain::UpdateNormals()
+{
+    return m_Normals.Update(GetView());
+}
+
+void CTerrain::SetEditOverlay(uint32_t uHandle)
+{
+    m_EditOverlay = uHandle;
+}
+
+void CTerrain::SetEditOverlayTransform(const SMatrix4& transform)
+{
+    m_OverlayTransform = transform;
+}
+
+void CTerrain::SetEditMaterial(const char* pszName)
+{
+    m_EditMaterial = pszName != nullptr ? pszName : "";
+}
+
+bool CTerrain::ExportToSTL(const char* pszPath, const SExtents* pBox)
+{
+    return WriteStlFile(pszPath, GetView(), pBox);
+}
+
+SVec3 CTerrain::GetSize() const
+{
+    return {std::fabs(m_Field.size.x), std::fabs(m_Field.size.y), std::fabs(m_Field.size.z)};
+}
+
+SVec3 CTerrain::GetSizeVector() const
+{
+    return m_Field.size;
+}
+
+uint32_t CTerrain::GetCellsPerSide() const
+{
+    return m_Field.uSizeX - 1;
+}
+
+uint32_t CTerrain::GetCellsPerSideZ() const
+{
+    return m_Field.uSizeZ - 1;
+}
+
+void CTerrain::BeginFrame()
+{
+    m_Projected = {};
+}
+
+void CTerrain::ForgetTexture(const ITexture* pTexture)
+{
+    if (m_Projected.pTexture == pTexture)
+    {
+        m_Projected = {};
+    }
+}
+
+void CTerrain::CopyEditState(const CTerrain& other)
+{
+    m_EditOverlay = other.m_EditOverlay;
+    m_OverlayTransform = other.m_OverlayTransform;
+    m_EditMaterial = other.m_EditMaterial;
+}
+
+float CTerrain::GetHeightAt(float fX, float fZ) const
+{
+    const SVec3 size = GetSize();
+    const SCellPosition atX = LocateCell(fX, size.x, GetCellsPerSide());
+    const SCellPosition atZ = LocateCell(fZ, size.z, GetCellsPerSideZ());
+    const float* pUpper =
+        GetHeightData() + static_cast<size_t>(atZ.uCell) * m_Field.uSizeX + atX.uCell;
+    const float* pLower = pUpper + m_Field.uSizeX;
+    const float fUpper = pUpper[0] * (1.0F - atX.fFraction) + pUpper[1] * atX.fFraction;
+    const float fLower = pLower[0] * (1.0F - atX.fFraction) + pLower[1] * atX.fFraction;
+    return fUpper * (1.0F - atZ.fFraction) + fLower * atZ.fFraction;
+}
+
+SVec3 CTerrain::GetNormal(uint32_t uX, uint32_t uZ)
+{
+    const int16_t* pNormals = GetNormals();
+    if (pNormals == nullptr || uX >= m_Field.uSizeX || uZ >= m_Field.uSizeZ)
+    {
+        return {0.0F, 1.0F, 0.0F};
+    }
+    return CNormalField::Unpack(pNormals + 2 * (static_cast<size_t>(uZ) * m_Field.uSizeX + uX));
+}
+
+const int16_t* CTerrain::GetNormals()
+{
+    return m_Normals.Fetch(GetView());
+}
+
+bool CTerrain::TakeDirtyRegion(uint64_t& uSeen, SVertexRect& rect) const
+{
+    const SVertexRect changed = m_Dirty.GetChangedSince(uSeen);
+    if (changed.IsEmpty())
+    {
+        return false;
+    }
+    rect = changed;
+    uSeen = GetRevision();
+    return true;
+}
+
+SVertexRect CTerrain::GetVertexRect(const SExtents& box) const
+{
+    const SHeightView view = GetView();
+    const auto [uMinX, uEndX] = GetAxisRange(box.min.x, box.max.x, view.fStepX, view.uSizeX);
+    const auto [uMinZ, uEndZ] = GetAxisRange(box.min.z, box.max.z, view.fStepZ, view.uSizeZ);
+    return {uMinX, uMinZ, uEndX, uEndZ};
+}
+
+SHeightView CTerrain::GetView() const
+{
+    const SVec3 size = GetSize();
+    return {GetHeightData(),
+            m_Field.uSizeX,
+            m_Field.uSizeZ,
+            size.x / static_cast<float>(GetCellsPerSide()),
+            size.z / static_cast<float>(GetCellsPerSideZ())};
+}
+
+void CTerrain::OnHeightsChanged(const SVertexRect& rect)
+{
+    m_Dirty.Add(rect);
+    m_Normals.MarkStale(rect, GetView());
+}

@@ -1,0 +1,107 @@
+#pragma once
+
+#include "engine/terrain/CDirtyRegions.h"
+#include "engine/terrain/CNormalField.h"
+#include "engine/terrain/SHeightField.h"
+#include "host/Export.h"
+#include "host/Terrain.h"
+
+#include <string>
+
+// A texture laid over a box of the terrain for one frame.
+struct SProjectedTexture
+{
+    SExtents box;
+    ITexture* pTexture = nullptr; // borrowed; null when nothing is projected
+};
+
+// The engine's terrain: heights in one contiguous array, normals that follow them, and the state
+// that a renderer shows. Rectangular ones are allowed. Positions count from the corner of vertex
+// (0, 0) and use the absolute value of the size vector. Owned by its world; UI thread.
+class TELLUR_API CTerrain final : public Terrain
+{
+public:
+    // Takes the heights over. The field must have valid sizes (IsTerrainSizeValid,
+    // IsSizeVectorValid) and its array.
+    explicit CTerrain(SHeightField&& field);
+
+    void GetHeights(float* pDest, size_t nCount) const override;
+    void SetHeights(const float* pSource, size_t nCount, const SExtents& box) override;
+    void
+    SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEntries, size_t nCount) override;
+    bool SaveHeightMap(const char* pszPath,
+                       const float* pHeights,
+                       uint32_t uSizeX,
+                       uint32_t uSizeZ) override;
+    void GetHeightMap(float* pDest, uint32_t uVerticesPerSide) const override;
+    void DrawProjectedTexture(const SExtents& box, ITexture* pTexture) override;
+    bool UpdateNormals() override;
+    void SetEditOverlay(uint32_t uHandle) override;
+    void SetEditOverlayTransform(const SMatrix4& transform) override;
+    void SetEditMaterial(const char* pszName) override;
+    bool ExportToSTL(const char* pszPath, const SExtents* pBox) override;
+    SVec3 GetSize() const override;
+    SVec3 GetSizeVector() const override;
+    uint32_t GetCellsPerSide() const override;
+    uint32_t GetCellsPerSideZ() const override;
+
+    // A new frame starts: the projected texture is gone.
+    void BeginFrame();
+
+    // pTexture is about to be destroyed: the terrain no longer shows it.
+    void ForgetTexture(const ITexture* pTexture);
+
+    // The edit overlay, its transform and the edit material of another terrain: what a mode has set
+    // up survives when the level's terrain is replaced under it.
+    void CopyEditState(const CTerrain& other);
+
+    // All heights, row-major, valid as long as the terrain.
+    const float* GetHeightData() const { return m_Field.pHeights.get(); }
+
+    uint32_t GetVerticesX() const { return m_Field.uSizeX; }
+
+    uint32_t GetVerticesZ() const { return m_Field.uSizeZ; }
+
+    // Bilinear inside the cell; outside, and for NaN, the height at the border.
+    float GetHeightAt(float fX, float fZ) const;
+
+    // Unit normal of a vertex inside the terrain, y up. The first call of this or GetNormals
+    // computes all of them; after that they follow the heights at the cost of what changed.
+    SVec3 GetNormal(uint32_t uX, uint32_t uZ);
+
+    // Row-major pairs (x, z) as CNormalField packs them, up to date, valid until the next call.
+    // Null when there is no memory for them.
+    const int16_t* GetNormals();
+
+    // Grows with every change of heights, unique in the process.
+    uint64_t GetRevision() const { return m_Dirty.GetRevision(); }
+
+    // The vertices whose heights changed since the reader's revision uSeen (0: it saw none), which
+    // then becomes the current one. False, and nothing is written, when nothing changed. Normals
+    // change one vertex further.
+    bool TakeDirtyRegion(uint64_t& uSeen, SVertexRect& rect) const;
+
+    // The vertices from the last one at or below the box's lower corner to the first one at or
+    // above its upper corner, clipped to the terrain. A NaN bound counts as the terrain's border.
+    SVertexRect GetVertexRect(const SExtents& box) const;
+
+    const SProjectedTexture& GetProjectedTexture() const { return m_Projected; }
+
+    uint32_t GetEditOverlay() const { return m_EditOverlay; }
+
+    const SMatrix4& GetEditOverlayTransform() const { return m_OverlayTransform; }
+
+    const std::string& GetEditMaterial() const { return m_EditMaterial; }
+
+private:
+    SHeightView GetView() const;
+    void OnHeightsChanged(const SVertexRect& rect);
+
+    SHeightField m_Field;
+    CNormalField m_Normals;
+    CDirtyRegions m_Dirty;
+    SProjectedTexture m_Projected;
+    SMatrix4 m_OverlayTransform;
+    std::string m_EditMaterial;
+    uint32_t m_EditOverlay = 0;
+};

@@ -1,0 +1,113 @@
+#include "engine/world/CTextureManager.h"
+
+#include "engine/world/CTexture.h"
+#include "engine/world/CWorld.h"
+#include "host/FileSystem.h"
+#include "host/Image.h"
+#include "host/Log.h"
+
+#include <algorithm>
+
+namespace
+{
+
+std::string MakeKey(const char* pszName)
+{
+    std::string strKey;
+    fs::path_normalize(strKey, pszName != nullptr ? pszName : "", true);
+    return strKey;
+}
+
+} // namespace
+
+CTextureManager::CTextureManager(CWorld* pWorld)
+    : m_World(pWorld)
+{
+}
+
+CTextureManager::~CTextureManager()
+{
+    while (!m_Entries.empty())
+    {
+        SEntry& entry = m_Entries.begin()->second;
+        entry.uUsers = 1;
+        Release(entry.pTexture.get());
+    }
+}
+
+ITexture* CTextureManager::Load(const char* pszName, int iUsers)
+{
+    if (pszName == nullptr || *pszName == '\0')
+    {
+        CrashLog("[CTextureManager::Load] no name\n");
+        return nullptr;
+    }
+    const auto uUsers = static_cast<uint32_t>(std::max(iUsers, 1));
+    const std::string strKey = MakeKey(pszName);
+    const auto found = m_Entries.find(strKey);
+    if (found != m_Entries.end())
+    {
+        found->second.uUsers += uUsers;
+        return found->second.pTexture.get();
+    }
+    std::unique_ptr<IImage> pImage(IL_LoadImage(pszName));
+    if (pImage == nullptr)
+    {
+        return nullptr;
+    }
+    std::unique_ptr<IPalette> pPalette(IL_LoadPalette(pszName));
+    SEntry& entry = m_Entries[strKey];
+    entry.pTexture = std::make_unique<CTexture>(pszName, std::move(pImage), std::move(pPalette));
+    entry.uUsers = uUsers;
+    return entry.pTexture.get();
+}
+
+void CTextureManager::Release(ITexture* pTexture)
+{
+    if (pTexture == nullptr)
+    {
+        return;
+    }
+    const auto found =
+        std::find_if(m_Entries.begin(),
+                     m_Entries.end(),
+                     [pTexture](const auto& e) { return e.second.pTexture.get() == pTexture; });
+    if (found == m_Entries.end())
+    {
+        CrashLog("[CTextureManager::Release] not a loaded texture\n");
+        return;
+    }
+    if (--found->second.uUsers > 0)
+    {
+        return;
+    }
+    if (m_World != nullptr)
+    {
+        m_World->ForgetTexture(pTexture);
+    }
+    m_Entries.erase(found);
+}
+
+bool CTextureManager::Reload(const char* pszName)
+{
+    const auto found = m_Entries.find(MakeKey(pszName));
+    if (found == m_Entries.end())
+    {
+        return false;
+    }
+    CTexture& texture = *found->second.pTexture;
+    std::unique_ptr<IImage> pImage(IL_LoadImage(texture.GetName()));
+    if (pImage == nullptr)
+    {
+        return false;
+    }
+    std::unique_ptr<IPalette> pPalette(IL_LoadPalette(texture.GetName()));
+    texture.Replace(std::move(pImage), std::move(pPalette));
+    return true;
+}
+
+uint32_t CTextureManager::GetUserCount(const char* pszName) const
+{
+    const auto found = m_Entries.find(MakeKey(pszName));
+    return found != m_Entries.end() ? found->second.uUsers : 0;
+}

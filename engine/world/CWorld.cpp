@@ -1,0 +1,207 @@
+#include "engine/world/CWorld.h"
+
+#include "engine/terrain/HeightFile.h"
+#include "host/Log.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+bool IsSame(const SVec3& a, const SVec3& b)
+{
+    return a.x == b.x && a.y == b.y && a.z == b.z;
+}
+
+} // namespace
+
+CWorld::CWorld() = default;
+CWorld::~CWorld() = default;
+
+void CWorld::OnTexturesChanged()
+{
+    ++m_TexturesRevision;
+}
+
+ITexture* CWorld::CreateTextureFromImage(const IImage* pImage, const char* pszName)
+{
+    std::unique_ptr<IImage> pCopy(IL_CreateImageFromImage(pImage));
+    if (pCopy == nullptr)
+    {
+        CrashLog("[CWorld::CreateTextureFromImage] no image for %s\n",
+                 pszName != nullptr ? pszName : "a texture");
+        return nullptr;
+    }
+    m_Textures.push_back(
+        std::make_unique<CTexture>(pszName != nullptr ? pszName : "", std::move(pCopy), nullptr));
+    return m_Textures.back().get();
+}
+
+uint32_t CWorld::RegisterTerrainTexture(ITexture* pTexture, const char* pszName)
+{
+    if (pTexture == nullptr)
+    {
+        return 0;
+    }
+    ++m_LastHandle;
+    m_Shown[m_LastHandle] = {pTexture, pszName != nullptr ? pszName : ""};
+    return m_LastHandle;
+}
+
+void CWorld::ReleaseTexture(ITexture* pTexture)
+{
+    if (pTexture == nullptr)
+    {
+        return;
+    }
+    const auto found = std::find_if(m_Textures.begin(),
+                                    m_Textures.end(),
+                                    [pTexture](const auto& p) { return p.get() == pTexture; });
+    if (found == m_Textures.end())
+    {
+        CrashLog("[CWorld::ReleaseTexture] not a texture of the world\n");
+        return;
+    }
+    ForgetTexture(pTexture);
+    m_Textures.erase(found);
+}
+
+void CWorld::ReleaseTexture(uint32_t uHandle)
+{
+    if (uHandle != 0 && m_Shown.erase(uHandle) == 0)
+    {
+        CrashLog("[CWorld::ReleaseTexture] unknown handle %u\n", uHandle);
+    }
+}
+
+bool CWorld::SaveImage(const char* pszPath, const IImage* pImage, const IPalette* pPalette)
+{
+    return IL_SaveImage(pszPath, pImage, pPalette);
+}
+
+void CWorld::MakeOverlayTransform(float* pElement, float fSize)
+{
+    if (pElement != nullptr)
+    {
+        *pElement = fSize != 0.0F ? 1.0F / fSize : 0.0F;
+    }
+}
+
+float CWorld::GetTerrainHeight(float fX, float fZ) const
+{
+    return m_Terrain != nullptr ? m_Terrain->GetHeightAt(fX, fZ) : 0.0F;
+}
+
+ICameraList* CWorld::GetCameras()
+{
+    return &m_Cameras;
+}
+
+IEnvironment* CWorld::GetEnvironment()
+{
+    return m_Environment.get();
+}
+
+Terrain* CWorld::GetTerrain()
+{
+    return m_Terrain.get();
+}
+
+void CWorld::ReloadTerrain()
+{
+    const std::string strName = m_Environment != nullptr ? m_Environment->GetHeightMapName() : "";
+    if (strName.empty())
+    {
+        CrashLog("[CWorld::ReloadTerrain] the level names no height map\n");
+        return;
+    }
+    SHeightField field;
+    if (!ReadHeightFile(strName.c_str(), field))
+    {
+        return;
+    }
+    const bool bFits = field.uSizeX == m_Terrain->GetVerticesX() &&
+                       field.uSizeZ == m_Terrain->GetVerticesZ() &&
+                       IsSame(field.size, m_Terrain->GetSizeVector());
+    if (bFits)
+    {
+        m_Terrain->SetHeights(
+            field.pHeights.get(), field.GetCount(), {{0.0F, 0.0F, 0.0F}, m_Terrain->GetSize()});
+        return;
+    }
+    ReplaceTerrain(std::move(field));
+}
+
+bool CWorld::CreateTerrain(uint32_t uCellsX, uint32_t uCellsZ, const SVec3& size)
+{
+    SHeightField field;
+    field.size = size;
+    const bool bValid = uCellsX < TERRAIN_MAX_VERTICES && uCellsZ < TERRAIN_MAX_VERTICES &&
+                        IsTerrainSizeValid(uCellsX + 1, uCellsZ + 1) && IsSizeVectorValid(size);
+    if (!bValid || !field.Allocate(uCellsX + 1, uCellsZ + 1))
+    {
+        CrashLog("[CWorld::CreateTerrain] no terrain of %u x %u cells and size %g, %g, %g\n",
+                 uCellsX,
+                 uCellsZ,
+                 static_cast<double>(size.x),
+                 static_cast<double>(size.y),
+                 static_cast<double>(size.z));
+        return false;
+    }
+    ReplaceTerrain(std::move(field));
+    m_Environment->SetHeightMapName("");
+    return true;
+}
+
+bool CWorld::OpenTerrain(const char* pszHeightPath)
+{
+    SHeightField field;
+    if (!ReadHeightFile(pszHeightPath, field))
+    {
+        return false;
+    }
+    const std::string strName = pszHeightPath; // may point into what is replaced
+    ReplaceTerrain(std::move(field));
+    m_Environment->SetHeightMapName(strName);
+    return true;
+}
+
+void CWorld::CloseTerrain()
+{
+    m_Environment.reset();
+    m_Terrain.reset();
+}
+
+void CWorld::ForgetTexture(const ITexture* pTexture)
+{
+    for (auto& [uHandle, shown] : m_Shown)
+    {
+        shown.pTexture = shown.pTexture == pTexture ? nullptr : shown.pTexture;
+    }
+    if (m_Terrain != nullptr)
+    {
+        m_Terrain->ForgetTexture(pTexture);
+    }
+}
+
+ITexture* CWorld::FindTerrainTexture(uint32_t uHandle) const
+{
+    const auto found = m_Shown.find(uHandle);
+    return found != m_Shown.end() ? found->second.pTexture : nullptr;
+}
+
+void CWorld::ReplaceTerrain(SHeightField&& field)
+{
+    auto pTerrain = std::make_unique<CTerrain>(std::move(field));
+    if (m_Terrain != nullptr)
+    {
+        pTerrain->CopyEditState(*m_Terrain);
+    }
+    if (m_Environment == nullptr)
+    {
+        m_Environment = std::make_unique<CEnvironment>();
+    }
+    m_Environment->SetTerrain(pTerrain.get());
+    m_Terrain = std::move(pTerrain);
+}

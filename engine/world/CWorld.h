@@ -1,0 +1,86 @@
+#pragma once
+
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CCameraList.h"
+#include "engine/world/CEnvironment.h"
+#include "engine/world/CTexture.h"
+#include "host/Export.h"
+#include "host/World.h"
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+// The open level: its terrain and environment, the textures made for it, and the cameras of the
+// views. Owned by the engine and alive as long as it, with and without a level. UI thread.
+class TELLUR_API CWorld final : public World
+{
+public:
+    CWorld();
+    ~CWorld() override;
+
+    void OnTexturesChanged() override;
+    ITexture* CreateTextureFromImage(const IImage* pImage, const char* pszName) override;
+    uint32_t RegisterTerrainTexture(ITexture* pTexture, const char* pszName) override;
+    void ReleaseTexture(ITexture* pTexture) override;
+    void ReleaseTexture(uint32_t uHandle) override;
+    bool SaveImage(const char* pszPath, const IImage* pImage, const IPalette* pPalette) override;
+    void MakeOverlayTransform(float* pElement, float fSize) override;
+    float GetTerrainHeight(float fX, float fZ) const override;
+    ICameraList* GetCameras() override;
+    IEnvironment* GetEnvironment() override;
+    Terrain* GetTerrain() override;
+    // A file of other sizes makes a new terrain object. A fault is one logged line and keeps the
+    // terrain.
+    void ReloadTerrain() override;
+
+    // A new level: uCellsX x uCellsZ cells (1 to 16384 each), all heights 0, no height-map name.
+    // False with one logged line; the level before then stays.
+    bool CreateTerrain(uint32_t uCellsX, uint32_t uCellsZ, const SVec3& size);
+
+    // A level with the terrain of a ".height" file, whose name the environment keeps. False with
+    // one logged line; the level before then stays.
+    bool OpenTerrain(const char* pszHeightPath);
+
+    void CloseTerrain(); // no level after this
+
+    // pTexture is about to be destroyed: nothing shows it any longer. Handles stay the caller's.
+    void ForgetTexture(const ITexture* pTexture);
+
+    CTerrain* GetCTerrain() { return m_Terrain.get(); } // null without a level
+
+    const CTerrain* GetCTerrain() const { return m_Terrain.get(); }
+
+    CEnvironment* GetCEnvironment() { return m_Environment.get(); } // null without a level
+
+    CCameraList& GetCameraList() { return m_Cameras; }
+
+    // The texture behind a handle, borrowed; null for 0, an unknown handle or a texture that is
+    // gone.
+    ITexture* FindTerrainTexture(uint32_t uHandle) const;
+
+    // Grows with each OnTexturesChanged.
+    uint32_t GetTexturesRevision() const { return m_TexturesRevision; }
+
+    uint32_t GetCreatedTextureCount() const { return static_cast<uint32_t>(m_Textures.size()); }
+
+    uint32_t GetRegistrationCount() const { return static_cast<uint32_t>(m_Shown.size()); }
+
+private:
+    struct SShownTexture
+    {
+        ITexture* pTexture = nullptr; // borrowed; null once it is gone
+        std::string strName;
+    };
+
+    void ReplaceTerrain(SHeightField&& field);
+
+    std::unique_ptr<CTerrain> m_Terrain;
+    std::unique_ptr<CEnvironment> m_Environment;
+    CCameraList m_Cameras;
+    std::vector<std::unique_ptr<CTexture>> m_Textures;
+    std::map<uint32_t, SShownTexture> m_Shown; // by handle
+    uint32_t m_LastHandle = 0;
+    uint32_t m_TexturesRevision = 0;
+};

@@ -1,0 +1,157 @@
+#include "modification/HeightMerge.h"
+
+#include "modification/VectorClones.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
+namespace
+{
+
+constexpr float MIN_CHANGE = 1.0e-6F; // a difference up to this is no change
+
+float ClampHeight(float fHeight, float fMaxHeight)
+{
+    const float fLow = fHeight <= 0.0F ? 0.0F : fHeight;
+    return fHeight >= fMaxHeight ? fMaxHeight : fLow;
+}
+
+// Heights written are never negative, so their bits order like the heights; minimum and maximum of
+// whole numbers is what compilers turn into vector code.
+struct SBitSpan
+{
+    int32_t iFirst = INT32_MAX;
+    int32_t iLast = -1;
+    int32_t nChanged = 0;
+    int32_t iMinBits = INT32_MAX;
+    int32_t iMaxBits = INT32_MIN;
+};
+
+template <EMergeRule TRule>
+inline void MergeLoop(const float* pSource,
+                      float* pDest,
+                      const float* pCandidates,
+                      int32_t nCount,
+                      float fMaxHeight,
+                      SBitSpan& span)
+{
+    SBitSpan s = span;
+    for (int32_t i = 0; i < nCount; ++i)
+    {
+        const float fCandidate = pCandidates[i];
+        const float fDest = pDest[i];
+        bool bWrite = (fCandidate != fDest) & (fCandidate == fCandidate);
+        if constexpr (TRule == EMergeRule::Strongest)
+        {
+            bWrite &= std::fabs(fCandidate - pSource[i]) >= std::fabs(fDest - pSource[i]);
+        }
+        const float fWritten = ClampHeight(fCandidate, fMaxHeight);
+        pDest[i] = bWrite ? fWritten : fDest;
+        const int32_t iBits = std::bit_cast<int32_t>(fWritten);
+        s.nChanged += bWrite ? 1 : 0;
+        s.iFirst = std::min(s.iFirst, bWrite ? i : INT32_MAX);
+        s.iLast = std::max(s.iLast, bWrite ? i : -1);
+        s.iMinBits = std::min(s.iMinBits, bWrite ? iBits : INT32_MAX);
+        s.iMaxBits = std::max(s.iMaxBits, bWrite ? iBits : INT32_MIN);
+    }
+    span = s;
+}
+
+TELLUR_VECTOR_CLONES
+void MergeStrongest(const float* pSource,
+                    float* pDest,
+                    const float* pCandidates,
+                    int32_t nCount,
+                    float fMaxHeight,
+                    SBitSpan& span)
+{
+    MergeLoop<EMergeRule::Strongest>(pSource, pDest, pCandidates, nCount, fMaxHeight, span);
+}
+
+TELLUR_VECTOR_CLONES
+void MergeCandidate(const float* pSource,
+                    float* pDest,
+                    const float* pCandidates,
+                    int32_t nCount,
+                    float fMaxHeight,
+                    SBitSpan& span)
+{
+    MergeLoop<EMergeRule::Candidate>(pSource, pDest, pCandidates, nCount, fMaxHeight, span);
+}
+
+void MergeByCall(const ITellurFunction& function,
+                 const float* pSource,
+                 float* pDest,
+                 const float* pCandidates,
+                 int32_t nCount,
+                 float fMaxHeight,
+                 SBitSpan& span)
+{
+    for (int32_t i = 0; i < nCount; ++i)
+    {
+        if (function.MergeHeight(pSource[i], pDest[i], pCandidates[i]) != pDest[i])
+        {
+            SBitSpan single;
+            MergeLoop<EMergeRule::Candidate>(
+                pSource + i, pDest + i, pCandidates + i, 1, fMaxHeight, single);
+            span.nChanged += single.nChanged;
+            span.iFirst = single.nChanged > 0 ? std::min(span.iFirst, i) : span.iFirst;
+            span.iLast = single.nChanged > 0 ? i : span.iLast;
+            span.iMinBits = std::min(span.iMinBits, single.iMinBits);
+            span.iMaxBits = std::max(span.iMaxBits, single.iMaxBits);
+        }
+    }
+}
+
+} // namespace
+
+SMergeSpan MergeHeights(const ITellurFunction& function,
+                        const float* pSource,
+                        float* pDest,
+                        const float* pCandidates,
+                        size_t nCount,
+                        float fMaxHeight)
+{
+    SBitSpan span;
+    const auto iCount = static_cast<int32_t>(nCount);
+    switch (function.GetMergeRule())
+    {
+    case EMergeRule::Strongest:
+        MergeStrongest(pSource, pDest, pCandidates, iCount, fMaxHeight, span);
+        break;
+    case EMergeRule::Candidate:
+        MergeCandidate(pSource, pDest, pCandidates, iCount, fMaxHeight, span);
+        break;
+    case EMergeRule::ByCall:
+        MergeByCall(function, pSource, pDest, pCandidates, iCount, fMaxHeight, span);
+        break;
+    }
+    if (span.nChanged == 0)
+    {
+        return {};
+    }
+    return {span.iFirst,
+            span.iLast,
+            span.nChanged,
+            std::bit_cast<float>(span.iMinBits),
+            std::bit_cast<float>(span.iMaxBits)};
+}
+
+bool IsChange(float fSource, float fDest)
+{
+    return !(fDest < 0.0F) && std::fabs(fSource - fDest) > MIN_CHANGE;
+}
+
+TELLUR_VECTOR_CLONES
+bool HasChange(const float* pSource, const float* pDest, size_t nCount)
+{
+    int32_t iAny = 0;
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        const bool bEditable = !(pDest[i] < 0.0F);
+        const bool bDiffers = std::fabs(pSource[i] - pDest[i]) > MIN_CHANGE;
+        iAny |= static_cast<int32_t>(bEditable & bDiffers);
+    }
+    return iAny != 0;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "functions/ITellurFunction.h"
+
+#include <cstddef>
+#include <cstdint>
+
+// What one merged run changed.
+struct SMergeSpan
+{
+    int32_t iFirst = INT32_MAX; // places in the run; first above last when nothing changed
+    int32_t iLast = -1;
+    int32_t nChanged = 0;
+    float fMin = 0.0F; // lowest and highest height written
+    float fMax = 0.0F;
+};
+
+// Merges candidates into destination heights, in place. A vertex is written when the rule takes the
+// candidate and it differs from the destination; the written height is the candidate clamped to 0
+// and fMaxHeight. A candidate that is no number is never written. All arrays: nCount floats.
+SMergeSpan MergeHeights(const ITellurFunction& function,
+                        const float* pSource,
+                        float* pDest,
+                        const float* pCandidates,
+                        size_t nCount,
+                        float fMaxHeight);
+
+// Whether any vertex of a row differs enough to be recorded and is editable.
+bool HasChange(const float* pSource, const float* pDest, size_t nCount);
+bool IsChange(float fSource, float fDest);

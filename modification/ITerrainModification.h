@@ -1,0 +1,58 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+class CVertDataSet;
+class ITellurBrush;
+class ITellurFunction;
+class Terrain;
+
+// One drag of terrain editing as brushes and functions see it: two full copies of the heights, the
+// source as they were when the drag began and the destination as edited so far. Heights in terrain
+// units, buffers row-major (index z * size x + x); a negative height is a vertex that is not
+// editable. view, flags, point and the extra words are the host's and only passed on.
+class ITerrainModification
+{
+public:
+    virtual ~ITerrainModification() = default;
+
+    // False without a brush and while a drag is in progress. terrain and brush are borrowed until
+    // End. A missing terrain is reported but tolerated: the drag then changes nothing.
+    virtual bool Start(
+        ViewId view, uint32_t uFlags, ViewPoint point, Terrain* pTerrain, ITellurBrush* pBrush) = 0;
+    // Ends the drag and hands one undo record to the host when a height changed.
+    virtual void End(ViewId view, uint32_t uFlags, ViewPoint point) = 0;
+    virtual bool IsInProgress() const = 0;
+    virtual int OnMouseMove(
+        ViewId view, uint32_t uFlags, ViewPoint point, uintptr_t uExtra1, uintptr_t uExtra2) = 0;
+    // The function's own preview. True when it drew one.
+    virtual bool Render(const SVec3* pPickedPoint) = 0;
+
+    virtual SExtents& GetExtents(SExtents& extents) const = 0;
+    virtual void
+    SetExtents(const SExtents& extents) = 0; // footprint of the latest point, unclipped
+    virtual ITellurBrush* GetBrush() const = 0;
+    virtual SExtents& GetTerrainExtents(SExtents& extents) const = 0;
+    virtual float GetXSize() const = 0; // -1 without a terrain, with one logged line
+    virtual float GetYSize() const = 0; // the height limit
+    virtual float GetZSize() const = 0;
+
+    // -1 for indices outside the buffers or without buffers, with one logged line.
+    virtual float GetSrcHeight(int iX, int iZ) const = 0;
+    virtual void SetDstHeight(int iX, int iZ, float fHeight) = 0;
+    virtual float GetDstHeight(int iX, int iZ) const = 0;
+    virtual int GetBufferSizeX() const = 0;
+    virtual int GetBufferSizeZ() const = 0;
+
+    // Fill the set with the editable vertices inside the box (clipped to the terrain) and their
+    // source or destination heights. set: the caller's.
+    virtual void GetVerts(const SExtents& box, CVertDataSet& set) = 0;
+    virtual void GetDstVerts(const SExtents& box, CVertDataSet& set) = 0;
+    // The one way by which heights change: merges the set by the function's rule, clamps to 0 and
+    // the height limit, writes the destination buffer and shows it on the terrain.
+    virtual void SetVerts(CVertDataSet& set, ITellurFunction* pFunction) = 0;
+
+    // The buffers themselves, for loops over many vertices; null without one. Borrowed until End.
+    virtual const float* GetSrcBuffer() const = 0;
+    virtual const float* GetDstBuffer() const = 0;
+};

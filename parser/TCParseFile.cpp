@@ -1,0 +1,33 @@
+#include "parser/TCParseFile.h"
+
+#include "host/Log.h"
+#include "parser/CTCParse.h"
+
+#include <memory>
+
+CTCPARSE_KEYWORD* TCParseFile(const char* pszPath,
+                              TCParseIntVarCallback pIntVar,
+                              TCParseFloatVarCallback pFloatVar,
+                              TCParseVec3VarCallback pVec3Var,
+                              TCParseVec4VarCallback pVec4Var,
+                              TCParseStringVarCallback pStringVar,
+                              ETCParseStatus* pStatus)
+{
+    const char* pszFile = pszPath != nullptr ? pszPath : "";
+    CTCParse parse(pszFile, false);
+    parse.SetCallbacks({pIntVar, pFloatVar, pVec3Var, pVec4Var, pStringVar});
+    int32_t nError = 0;
+    std::unique_ptr<CTCPARSE_KEYWORD> pTree(parse.Parse(&nError));
+    ETCParseStatus eStatus = parse.IsLoaded() ? tcparse_done : tcparse_unreadable;
+    if (nError != 0)
+    {
+        CrashLog("Parser: cant parse file '%s'\n", pszFile);
+        pTree.reset();
+        eStatus = tcparse_failed;
+    }
+    if (pStatus != nullptr)
+    {
+        *pStatus = eStatus;
+    }
+    return pTree.release();
+}

@@ -1,0 +1,26 @@
+#include "plugin/CTellurProcessExportTerrainToSTL.h"
+
+#include "host/Terrain.h"
+#include "host/World.h"
+#include "modes/CModeExportTerrainExtent.h"
+#include "plugin/PluginContext.h"
+
+const CRTTI CTellurProcessExportTerrainToSTL::s_RTTI(
+    "CTellurProcessExportTerrainToSTL", 3, nullptr, &CEditorProcess::s_RTTI, CRTTI::FLAG_NONE);
+
+bool CTellurProcessExportTerrainToSTL::Execute()
+{
+    World* pWorld = GetPluginContext()->GetWorld();
+    Terrain* pTerrain = pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
+    if (pTerrain == nullptr)
+    {
+        return false;
+    }
+    const std::string strPath = AskForStlFile();
+    if (strPath.empty())
+    {
+        return false;
+    }
+    pTerrain->ExportToSTL(strPath.c_str(), nullptr);
+    return true;
+}

@@ -1,0 +1,184 @@
+#pragma once
+
+#include "brushes/CBrushContainer.h"
+#include "brushes/CFunctionContainer.h"
+#include "framework/core/CMenu.h"
+#include "host/IPlugin.h"
+#include "host/IPluginScript.h"
+#include "plugin/CToolBarReg.h"
+#include "plugin/PluginContext.h"
+
+#include <string>
+
+class CModeEditTerrainType;
+
+// The plug-in: one object with static storage, from the load of the library to its unload. It owns
+// brushes, functions, menu and toolbar; the modes and the process belong to the host once
+// registered.
+class IPluginImpl : public IPlugin, public IPluginScript, public PluginContext
+{
+public:
+    IPluginImpl();
+    ~IPluginImpl() override;
+    IPluginImpl(const IPluginImpl&) = delete;
+    IPluginImpl& operator=(const IPluginImpl&) = delete;
+
+    // What the exported InitializeMe does.
+    IPlugin* Attach(EditorHost* pEditorHost, uint32_t uPlugin, EngineHost* pEngineHost);
+
+    // IPlugin
+    void ReservedA(uintptr_t) override {}
+
+    void ResetSettings() override;
+    void SaveSettings(fs::ifile& file) override;
+    void LoadSettings(const CTCPARSE_KEYWORD* pFirst) override;
+
+    bool ReservedB(uintptr_t, uintptr_t) override { return true; }
+
+    void ReservedC(uintptr_t) override {}
+
+    void ReservedD() override {}
+
+    void ReservedE() override {}
+
+    void RegisterActions() override;
+    void GetCommandText(int32_t iPlugin, int32_t iCommand, char* pszBuffer) override;
+    void Initialize() override;
+    void Activate(bool bShow) override;
+    void Shutdown() override;
+    void OnCommand(int32_t iCommand) override;
+    void DestroyObject(uint32_t uReserved, IPluginObject* pObject) override;
+    void ReleaseWorldResources() override;
+
+    void ReservedF() override {}
+
+    uint32_t* GetActionHandle(uint32_t* pHandle) override;
+    int32_t GetModeGroup() override;
+    void OnLButtonDown(
+        ViewId view, uint32_t uFlags, int32_t iX, int32_t iY, int32_t iDx, int32_t iDy) override;
+    void OnLButtonUp(
+        ViewId view, uint32_t uFlags, int32_t iX, int32_t iY, int32_t iDx, int32_t iDy) override;
+    void OnMouseMove(ViewId view,
+                     uint32_t uFlags,
+                     int32_t iX,
+                     int32_t iY,
+                     int32_t iWheel,
+                     int32_t iButtons,
+                     int32_t iDx,
+                     int32_t iDy) override;
+    void OnAction(ViewId view, int32_t iAction, uint32_t uCount) override;
+    void Notify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird) override;
+    bool
+    AddContextMenuItems(CMenu* pMenu, ViewId view, ViewPoint point, uint32_t uReserved) override;
+
+    bool ReservedO(uintptr_t) override { return false; }
+
+    bool HasContextMenuItems(ViewId view, ViewPoint point, uint32_t uReserved) override;
+    void OnHostNotify(int32_t iCode, uintptr_t uReserved) override;
+
+    void ReservedP(uintptr_t, uintptr_t, uintptr_t, uintptr_t) override {}
+
+    bool ReservedT(uintptr_t) override { return false; }
+
+    void ReservedU(uintptr_t, uintptr_t) override {}
+
+    int32_t ReservedV(uintptr_t, uintptr_t, uintptr_t, uintptr_t) override { return 0; }
+
+    // IPluginScript
+    EScriptResult Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy) override;
+    bool WriteState(fs::ifile& file) override;
+    SDragStatistics TakeDragStatistics() override;
+    std::string GetFunctionName() override;
+
+    // PluginContext
+    EditorHost* GetEditorHost() const override { return m_pEditorHost; }
+
+    EngineHost* GetEngineHost() const override { return m_pEngineHost; }
+
+    World* GetWorld() const override { return m_pWorld; }
+
+    uint32_t GetPluginActionHandle() const override { return m_ActionHandle; }
+
+    CTellurBrush* GetCurrentBrush() const override { return m_pCurrentBrush; }
+
+    void SetCurrentBrush(CTellurBrush* pBrush) override;
+
+    CFunctionContainer* GetFunctionContainer() override { return &m_FunctionContainer; }
+
+    bool IsAutoUpdateNormals() const override { return m_bAutoUpdateNormals; }
+
+    bool UpdateTerrainNormals() override;
+    void CheckHeightMapWritable() override;
+
+    int GetTerraformingModeId() const override { return m_TerraformingModeId; }
+
+    void SetToolBarButton(uint32_t uCommand, bool bPressed) override;
+
+    void SetPanel(ITerrainPanel* pPanel) override { m_pPanel = pPanel; }
+
+    void RefreshPanelProperties() override;
+    void RefreshPanelExtent() override;
+
+    SDragStatistics& GetDragStatistics() override { return m_DragStatistics; }
+
+    // What panel and host reach beside the interfaces.
+    bool SetMode(int32_t iModeId, int32_t iParameter);
+    void EnableTerraforming(bool bEnable);
+    // Asks for a name and adds a clone; false without a brush and when cancelled.
+    bool AddBrushToPredefined(CTellurBrush* pBrush);
+    // Asks for a file when the path is null or empty. False when cancelled, without a terrain and
+    // when the terrain cannot write.
+    bool SaveHeightMap(const char* pszPath);
+
+    void SetAutoUpdateNormals(bool bOn) { m_bAutoUpdateNormals = bOn; }
+
+    CBrushContainer& GetBrushContainer() { return m_BrushContainer; }
+
+    int32_t Get2DDrawUndoDepth() const { return m_2DDrawUndoMgrStackSize; }
+
+private:
+    uint32_t MapResourceId(uint32_t uResourceId) const;
+
+    uint32_t GetGlobalCommand(uint32_t uCommand) const { return m_ActionHandle + uCommand; }
+
+    void CreateToolBar();
+    void CreateMenu();
+    void RenumberMenu(CMenu& menu);
+    void RegisterModes();
+    void InitializeFunctionsAndBrushes();
+    void CreateFunctions();
+    void TogglePanel();
+    void ApplyPickedHeight();
+    class CRTTIField* FindHeightField() const;
+    bool CanPickHeight(ViewId view) const;
+    bool PickHeight(ViewId view, ViewPoint point, float& fHeight) const;
+    bool IsModeGroupCurrent() const;
+    std::string GetHeightMapFile() const;
+    bool PlayBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
+    bool PlayMode(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
+    bool IsDragInProgress() const;
+
+    EditorHost* m_pEditorHost = nullptr;
+    EngineHost* m_pEngineHost = nullptr;
+    World* m_pWorld = nullptr;
+    uint32_t m_ActionHandle = 0;
+    CToolBarReg m_ToolBar;
+    int32_t m_TerraformingModeId = -1;
+    int32_t m_EditTerrainTypeModeId = -1;
+    int32_t m_ExportExtentModeId = -1;
+    CModeEditTerrainType* m_pEditTerrainTypeMode = nullptr; // the host's
+    float m_MinExtent = 0.0F;                               // the panel's, kept while it is closed
+    float m_MaxExtent = 0.0F;
+    int32_t m_2DDrawUndoMgrStackSize = 10;
+    bool m_bAutoUpdateNormals = false;
+    CBrushContainer m_BrushContainer;
+    CFunctionContainer m_FunctionContainer;
+    std::string m_HeightMapPath; // nothing fills it, so saving always asks
+    float m_PickedHeight = 0.0F; // offered by the last context menu
+    CMenu m_Menu;
+
+    ITerrainPanel* m_pPanel = nullptr;           // the host's; null while closed
+    CTellurBrush* m_pCurrentBrush = nullptr;     // in a container or among the script's
+    CBrushContainer::CBrushList m_ScriptBrushes; // a drag may still use an older one
+    SDragStatistics m_DragStatistics;
+};

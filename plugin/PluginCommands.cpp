@@ -1,0 +1,342 @@
+// Commands, actions, input and notifications: what the host tells the plug-in while it runs.
+
+#include "brushes/CTellurBrush.h"
+#include "framework/core/CRuntimeClass.h"
+#include "framework/core/ResourceModule.h"
+#include "host/EditorHost.h"
+#include "host/IEditorAction.h"
+#include "host/Log.h"
+#include "host/ModeManager.h"
+#include "host/Reflection.h"
+#include "modes/CModeEditTerrainType.h"
+#include "panel/ITerrainPanel.h"
+#include "plugin/CEditorAction.h"
+#include "plugin/CommandIds.h"
+#include "plugin/IPluginImpl.h"
+#include "resources/PluginResources.h"
+
+#include <cstdio>
+#include <cstring>
+
+namespace
+{
+
+constexpr uint32_t DEFAULT_TOGGLE_KEY = 84; // the letter T
+constexpr uint32_t MODIFIER_CTRL = 8;
+constexpr const char* HEIGHT_FIELD = "m_Height";
+
+enum EHostNotification : int32_t
+{
+    NOTIFY_PANEL_CLOSED = 1,
+    NOTIFY_LEVEL_CHANGED = 5,
+    NOTIFY_HOST_GOES = 10,
+};
+
+const CRuntimeClass& GetPanelClass()
+{
+    static const CRuntimeClass s_Class("CTellurView", nullptr);
+    return s_Class;
+}
+
+} // namespace
+
+uint32_t IPluginImpl::MapResourceId(uint32_t uResourceId) const
+{
+    if (uResourceId == 0)
+    {
+        return 0;
+    }
+    for (uint32_t uCommand = 1; uCommand <= COMMAND_LAST; ++uCommand)
+    {
+        if (COMMAND_RESOURCE_IDS[uCommand - 1] == uResourceId)
+        {
+            return GetGlobalCommand(uCommand);
+        }
+    }
+    return m_ActionHandle;
+}
+
+void IPluginImpl::GetCommandText(int32_t iPlugin, int32_t iCommand, char* pszBuffer)
+{
+    const CResourceScope scope(&GetPluginResources());
+    if (pszBuffer == nullptr || iPlugin != static_cast<int32_t>((m_ActionHandle >> 8U) & 0x3FU))
+    {
+        return;
+    }
+    std::string strText;
+    if (iCommand >= 1 && iCommand <= static_cast<int32_t>(COMMAND_LAST) &&
+        iCommand != COMMAND_APPLY_PICKED_HEIGHT)
+    {
+        LoadStringResource(COMMAND_RESOURCE_IDS[iCommand - 1], strText);
+    }
+    std::memcpy(pszBuffer, strText.c_str(), strText.size() + 1);
+}
+
+void IPluginImpl::RegisterActions()
+{
+    const std::vector<SActionDescriptor> actions = {
+        {MODE_GROUP,
+         ACTION_TOGGLE_TERRAFORMING,
+         "Toggle terrain modification mode",
+         DEFAULT_TOGGLE_KEY,
+         MODIFIER_CTRL},
+        {MODE_GROUP, ACTION_BRUSH_LARGER, "Increase Tellur brush size", 0, 0},
+        {MODE_GROUP, ACTION_BRUSH_SMALLER, "Decrease Tellur brush size", 0, 0},
+    };
+    m_pEditorHost->RegisterActions(actions);
+}
+
+bool IPluginImpl::SetMode(int32_t iModeId, int32_t iParameter)
+{
+    ModeManager* pModes = m_pEditorHost->GetModeManager();
+    if (iModeId == -1)
+    {
+        return pModes->DeactivateMode(iParameter);
+    }
+    if (!pModes->IsModeAvailable(iModeId))
+    {
+        LogR("[IPluginImpl::SetMode] mode %d not available\n", iModeId);
+        return false;
+    }
+    if (!pModes->CanDeactivateCurrentMode())
+    {
+        LogR("[IPluginImpl::SetMode] current mode cannot be deactivated\n");
+        return false;
+    }
+    return pModes->ActivateMode(iModeId, iParameter);
+}
+
+void IPluginImpl::EnableTerraforming(bool bEnable)
+{
+    ModeManager* pModes = m_pEditorHost->GetModeManager();
+    const bool bAlreadyTerraforming = pModes->GetCurrentModeId() == m_TerraformingModeId;
+    if (bAlreadyTerraforming == bEnable)
+    {
+        LogR("[IPluginImpl::EnableTerraforming] bAlreadyTerraforming == bEnable\n");
+        return;
+    }
+    if (bEnable)
+    {
+        SetMode(m_TerraformingModeId, 0);
+    }
+    else
+    {
+        pModes->DeactivateMode(0);
+    }
+}
+
+bool IPluginImpl::AddBrushToPredefined(CTellurBrush* pBrush)
+{
+    const CResourceScope scope(&GetPluginResources());
+    if (pBrush == nullptr)
+    {
+        CrashLog("[IPluginImpl::AddBrushToPredefined] no brush\n");
+        return false;
+    }
+    std::string strName;
+    if (!m_pEditorHost->PromptText("Set brush name", "Name :", strName))
+    {
+        return false;
+    }
+    if (!strName.empty())
+    {
+        pBrush->SetName(strName.c_str());
+    }
+    m_BrushContainer.AddBrush(pBrush, strName.empty());
+    return true;
+}
+
+void IPluginImpl::SetToolBarButton(uint32_t uCommand, bool bPressed)
+{
+    m_ToolBar.PressButton(GetGlobalCommand(uCommand), bPressed);
+    m_ToolBar.CheckButton(GetGlobalCommand(uCommand), bPressed);
+}
+
+void IPluginImpl::OnCommand(int32_t iCommand)
+{
+    const CResourceScope scope(&GetPluginResources());
+    switch (iCommand)
+    {
+    case COMMAND_TOGGLE_PANEL:
+        TogglePanel();
+        break;
+    case COMMAND_SAVE_HEIGHT_MAP:
+        SaveHeightMap(m_HeightMapPath.c_str());
+        break;
+    case COMMAND_APPLY_PICKED_HEIGHT:
+        ApplyPickedHeight();
+        break;
+    case COMMAND_EXPORT_EXTENT:
+        SetMode(m_ExportExtentModeId, 0);
+        break;
+    default: // the 2D draw dialog has no window in this build
+        break;
+    }
+}
+
+void IPluginImpl::TogglePanel()
+{
+    if (m_pPanel != nullptr)
+    {
+        m_pPanel->StoreEditFields();
+        m_MinExtent = m_pPanel->GetMinExtent();
+        m_MaxExtent = m_pPanel->GetMaxExtent();
+        SetToolBarButton(COMMAND_TOGGLE_PANEL, false);
+        m_pEditorHost->ClosePluginView();
+        return;
+    }
+    SetToolBarButton(COMMAND_TOGGLE_PANEL, true);
+    m_pEditorHost->SetPluginViewState(1, m_ActionHandle, 0);
+    m_pEditorHost->OpenPluginView(&GetPanelClass());
+}
+
+CRTTIField* IPluginImpl::FindHeightField() const
+{
+    const CRTTIObject* pObject =
+        m_pCurrentBrush != nullptr ? m_pCurrentBrush->GetRTTIObject() : nullptr;
+    return pObject != nullptr ? pObject->FindField(HEIGHT_FIELD) : nullptr;
+}
+
+void IPluginImpl::ApplyPickedHeight()
+{
+    CRTTIField* pField = m_pPanel != nullptr ? FindHeightField() : nullptr;
+    if (pField != nullptr && pField->GetType() == RTTI_FLOAT)
+    {
+        m_pCurrentBrush->GetRTTIObject()->SetFieldFloatEditor(pField, m_PickedHeight);
+        m_pPanel->RefreshBrushControls();
+    }
+}
+
+bool IPluginImpl::IsModeGroupCurrent() const
+{
+    return m_pEditorHost != nullptr &&
+           m_pEditorHost->GetModeManager()->GetCurrentModeGroup() == MODE_GROUP;
+}
+
+void IPluginImpl::OnAction(ViewId view, int32_t iAction, uint32_t uCount)
+{
+    const CResourceScope scope(&GetPluginResources());
+    if (m_pEditorHost == nullptr)
+    {
+        return;
+    }
+    ModeManager* pModes = m_pEditorHost->GetModeManager();
+    if (iAction == ACTION_TOGGLE_TERRAFORMING)
+    {
+        EnableTerraforming(pModes->GetCurrentModeId() != m_TerraformingModeId);
+        m_pEditorHost->RefreshView(view);
+    }
+    if (IsModeGroupCurrent())
+    {
+        pModes->OnAction(view, iAction, uCount);
+    }
+}
+
+void IPluginImpl::OnLButtonDown(
+    ViewId view, uint32_t uFlags, int32_t iX, int32_t iY, int32_t iDx, int32_t iDy)
+{
+    if (IsModeGroupCurrent())
+    {
+        const SButtonBlock block = {iX, iY, iDx, iDy};
+        m_pEditorHost->GetModeManager()->OnLButtonDown(view, uFlags, &block);
+    }
+}
+
+void IPluginImpl::OnLButtonUp(
+    ViewId view, uint32_t uFlags, int32_t iX, int32_t iY, int32_t iDx, int32_t iDy)
+{
+    if (IsModeGroupCurrent())
+    {
+        const SButtonBlock block = {iX, iY, iDx, iDy};
+        m_pEditorHost->GetModeManager()->OnLButtonUp(view, uFlags, &block);
+    }
+}
+
+void IPluginImpl::OnMouseMove(ViewId view,
+                              uint32_t uFlags,
+                              int32_t iX,
+                              int32_t iY,
+                              int32_t iWheel,
+                              int32_t iButtons,
+                              int32_t iDx,
+                              int32_t iDy)
+{
+    if (IsModeGroupCurrent())
+    {
+        const SPointBlock point = {iX, iY};
+        const SWheelBlock wheel = {iWheel, iButtons};
+        const SStepBlock step = {iDx, iDy};
+        m_pEditorHost->GetModeManager()->OnMouseMove(view, uFlags, &point, &wheel, &step);
+    }
+}
+
+void IPluginImpl::Notify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird)
+{
+    if (IsModeGroupCurrent())
+    {
+        m_pEditorHost->GetModeManager()->Notify(uFirst, uSecond, uThird);
+    }
+}
+
+bool IPluginImpl::CanPickHeight(ViewId view) const
+{
+    return m_pEditorHost != nullptr && m_pPanel != nullptr && view != NO_VIEW &&
+           FindHeightField() != nullptr;
+}
+
+bool IPluginImpl::PickHeight(ViewId view, ViewPoint point, float& fHeight) const
+{
+    SVec3 hit;
+    const bool bHit = m_pEditorHost->PickTerrain(view, point, hit, 0) == 1;
+    fHeight = bHit ? hit.y : -1.0F;
+    return bHit;
+}
+
+bool IPluginImpl::AddContextMenuItems(CMenu* pMenu,
+                                      ViewId view,
+                                      ViewPoint point,
+                                      uint32_t /*uReserved*/)
+{
+    const CResourceScope scope(&GetPluginResources());
+    if (pMenu == nullptr || !CanPickHeight(view))
+    {
+        return false;
+    }
+    PickHeight(view, point, m_PickedHeight);
+    char szText[128]; // the largest float has 39 digits before the point
+    std::snprintf(
+        szText, sizeof(szText), "Set m_Height to %5.2f", static_cast<double>(m_PickedHeight));
+    pMenu->InsertItem(0, GetGlobalCommand(COMMAND_APPLY_PICKED_HEIGHT), szText);
+    return true;
+}
+
+bool IPluginImpl::HasContextMenuItems(ViewId view, ViewPoint point, uint32_t /*uReserved*/)
+{
+    float fHeight = 0.0F;
+    return CanPickHeight(view) && PickHeight(view, point, fHeight);
+}
+
+void IPluginImpl::OnHostNotify(int32_t iCode, uintptr_t /*uReserved*/)
+{
+    const CResourceScope scope(&GetPluginResources());
+    switch (iCode)
+    {
+    case NOTIFY_PANEL_CLOSED:
+        SetToolBarButton(COMMAND_TOGGLE_PANEL, false);
+        break;
+    case NOTIFY_LEVEL_CHANGED:
+        if (m_pPanel != nullptr)
+        {
+            m_pPanel->RefillResolutions();
+        }
+        break;
+    case NOTIFY_HOST_GOES:
+        m_pEditorHost = nullptr;
+        m_pEngineHost = nullptr;
+        m_pWorld = nullptr;
+        CEditorAction::PublishEngineHost(nullptr);
+        break;
+    default:
+        break;
+    }
+}

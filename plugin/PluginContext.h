@@ -1,0 +1,50 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+class CFunctionContainer;
+class CTellurBrush;
+class EditorHost;
+class EngineHost;
+class ITerrainPanel;
+class World;
+struct SDragStatistics;
+
+// What the folders of the plug-in share: the host's pointers and the plug-in's own state. The
+// plug-in object implements it; a test sets its own. Nobody keeps a copy of what it answers,
+// because the host goes away before the library does and the level changes under it. UI thread
+// only.
+class PluginContext
+{
+public:
+    virtual ~PluginContext() = default;
+
+    // Borrowed; null before InitializeMe and after the host said that it goes away.
+    virtual EditorHost* GetEditorHost() const = 0;
+    virtual EngineHost* GetEngineHost() const = 0;
+    virtual World* GetWorld() const = 0;
+    virtual uint32_t GetPluginActionHandle() const = 0;
+
+    virtual CTellurBrush* GetCurrentBrush() const = 0;      // borrowed, null when none
+    virtual void SetCurrentBrush(CTellurBrush* pBrush) = 0; // borrowed until replaced
+    virtual CFunctionContainer* GetFunctionContainer() = 0; // borrowed, may be null in a test
+
+    virtual bool IsAutoUpdateNormals() const = 0;
+    virtual bool UpdateTerrainNormals() = 0;   // the terrain's answer; false without one
+    virtual void CheckHeightMapWritable() = 0; // warns when the height-map file is read-only
+    virtual int GetTerraformingModeId() const = 0;
+    virtual void SetToolBarButton(uint32_t uCommand, bool bPressed) = 0;
+
+    // The open panel sets itself on creation and null on destruction.
+    virtual void SetPanel(ITerrainPanel* pPanel) = 0;
+    // Nothing while the panel is closed.
+    virtual void RefreshPanelProperties() = 0; // the function's fields changed by themselves
+    virtual void RefreshPanelExtent() = 0;     // the brush's extent changed by a key
+
+    virtual SDragStatistics& GetDragStatistics() = 0;
+};
+
+// The one context of the process half that this library is. Never null while the plug-in runs.
+PluginContext* GetPluginContext();
+// Returns the one before.
+PluginContext* SetPluginContext(PluginContext* pContext);

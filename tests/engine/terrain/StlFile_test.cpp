@@ -1,0 +1,152 @@
+#include "engine/terrain/CTerrain.h"
+#include "tests/support/CLogCatcher.h"
+#include "tests/support/CTempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+
+namespace
+{
+
+// 6 x 4 vertices, cells of 10 x 5 units, heights that are no plane.
+CTerrain MakeTerrain()
+{
+    SHeightField field;
+    field.Allocate(6, 4);
+    field.size = {50, 100, -15};
+    for (uint32_t i = 0; i < 24; ++i)
+    {
+        field.pHeights[i] = static_cast<float>(i * i % 17);
+    }
+    return CTerrain(std::move(field));
+}
+
+struct STriangle
+{
+    SVec3 normal;
+    SVec3 corners[3];
+};
+
+std::vector<STriangle> ReadTriangles(const std::string& strPath)
+{
+    const std::string strBytes = ReadBytes(strPath);
+    uint32_t uCount = 0;
+    if (strBytes.size() < 84)
+    {
+        ADD_FAILURE() << "no header";
+        return {};
+    }
+    std::memcpy(&uCount, strBytes.data() + 80, 4);
+    EXPECT_EQ(strBytes.size(), 84 + size_t{uCount} * 50);
+    EXPECT_NE(strBytes.substr(0, 5), "solid") << "readers would take it for text";
+    std::vector<STriangle> triangles((strBytes.size() - 84) / 50);
+    for (size_t i = 0; i < triangles.size(); ++i)
+    {
+        std::memcpy(&triangles[i], strBytes.data() + 84 + i * 50, sizeof(STriangle));
+    }
+    return triangles;
+}
+
+SVec3 GetCross(const STriangle& t)
+{
+    const SVec3 a{t.corners[1].x - t.corners[0].x,
+                  t.corners[1].y - t.corners[0].y,
+                  t.corners[1].z - t.corners[0].z};
+    const SVec3 b{t.corners[2].x - t.corners[0].x,
+                  t.corners[2].y - t.corners[0].y,
+                  t.corners[2].z - t.corners[0].z};
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+class StlFile : public testing::Test
+{
+protected:
+    CTempFolder m_Folder;
+    std::string m_Path = m_Folder.Path("t.stl");
+    CLogCatcher m_Log;
+    CTerrain m_Terrain = MakeTerrain();
+};
+
+TEST_F(StlFile, TrianglesLieOnTheTerrainFaceUpwardAndCoverTheBox)
+{
+    struct SCase
+    {
+        const char* pszName;
+        bool bWhole;
+        SExtents box;
+        uint32_t uCells;
+    };
+
+    const SCase aCases[] = {
+        {"whole", true, {}, 15},
+        {"whole by its box", false, {{0, 0, 0}, {50, 0, 15}}, 15},
+        {"cut to whole cells", false, {{5, 0, 4.9F}, {39, 0, 15.2F}}, 4},
+        {"on vertices", false, {{10, 0, 5}, {30, 0, 10}}, 2},
+        {"larger than the terrain", false, {{-1e9F, 0, -3}, {1e30F, 0, 6}}, 5},
+    };
+    for (const SCase& oneCase : aCases)
+    {
+        SCOPED_TRACE(oneCase.pszName);
+        ASSERT_TRUE(m_Terrain.ExportToSTL(m_Path.c_str(), oneCase.bWhole ? nullptr : &oneCase.box));
+        const std::vector<STriangle> triangles = ReadTriangles(m_Path);
+        EXPECT_EQ(triangles.size(), 2 * oneCase.uCells);
+        float fArea = 0.0F;
+        for (const STriangle& triangle : triangles)
+        {
+            const SVec3 cross = GetCross(triangle);
+            const float fLength = std::hypot(cross.x, cross.y, cross.z);
+            EXPECT_NEAR(triangle.normal.x, cross.x / fLength, 1e-5F);
+            EXPECT_NEAR(triangle.normal.y, cross.y / fLength, 1e-5F);
+            EXPECT_NEAR(triangle.normal.z, cross.z / fLength, 1e-5F);
+            fArea += cross.z * 0.5F; // seen from above, negative when it faces down
+            for (const SVec3& corner : triangle.corners)
+            {
+                EXPECT_EQ(corner.z, m_Terrain.GetHeightAt(corner.x, -corner.y));
+                EXPECT_TRUE(oneCase.bWhole ||
+                            (corner.x >= oneCase.box.min.x && corner.x <= oneCase.box.max.x &&
+                             -corner.y >= oneCase.box.min.z && -corner.y <= oneCase.box.max.z));
+            }
+        }
+        EXPECT_FLOAT_EQ(fArea, static_cast<float>(oneCase.uCells) * 50.0F);
+    }
+}
+
+TEST_F(StlFile, MoreTrianglesThanTheBufferHoldsArriveComplete)
+{
+    SHeightField field;
+    field.Allocate(101, 101);
+    field.size = {100, 1, 100};
+    CTerrain large(std::move(field));
+    ASSERT_TRUE(large.ExportToSTL(m_Path.c_str(), nullptr));
+    const std::vector<STriangle> triangles = ReadTriangles(m_Path);
+    ASSERT_EQ(triangles.size(), 20000U);
+    EXPECT_EQ(triangles[4096].corners[0].x, 48.0F) << "row 20, cell 48";
+    EXPECT_EQ(triangles[4096].corners[0].y, -20.0F);
+    EXPECT_EQ(triangles.back().corners[2].y, -100.0F);
+}
+
+TEST_F(StlFile, RefusesABoxWithoutACellAndAPathItCannotWrite)
+{
+    WriteBytes(m_Path, "old");
+    const float fNan = std::nanf("");
+    for (const SExtents& box : {SExtents{{11, 0, 0}, {29, 0, 15}},
+                                SExtents{{60, 0, 0}, {90, 0, 15}},
+                                SExtents{{-90, 0, 0}, {-1, 0, 15}},
+                                SExtents{{fNan, 0, 0}, {50, 0, 15}},
+                                SExtents{{40, 0, 15}, {10, 0, 0}}})
+    {
+        EXPECT_FALSE(m_Terrain.ExportToSTL(m_Path.c_str(), &box));
+        EXPECT_EQ(
+            m_Log.TakeLines(),
+            std::vector<std::string>{"[WriteStlFile] " + m_Path + ": the box holds no whole cell"});
+    }
+    EXPECT_EQ(ReadBytes(m_Path), "old");
+    EXPECT_FALSE(m_Terrain.ExportToSTL(m_Folder.GetFolder().c_str(), nullptr));
+    EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+    EXPECT_FALSE(m_Terrain.ExportToSTL(nullptr, nullptr));
+    EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+}
+
+} // namespace

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/Log.h"
+
+#include <cstdio>
+
+// Collects the log in a file from construction to destruction, or leaves it on stderr. A line is in
+// the file as soon as it is complete, so that a crash loses none.
+class CReplayLog : public ILogSink
+{
+public:
+    CReplayLog() = default;
+    ~CReplayLog() override; // gives the log back to the sink before
+    CReplayLog(const CReplayLog&) = delete;
+    CReplayLog& operator=(const CReplayLog&) = delete;
+
+    // False when the file cannot be written. An existing one is replaced.
+    bool Open(const char* pszPath);
+    void Write(const char* pszText) override;
+    // False when anything could not be written; true without a file.
+    bool Flush();
+
+private:
+    FILE* m_File = nullptr;
+    ILogSink* m_SinkBefore = nullptr;
+};

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+class CTCPARSE_KEYWORD;
+class CTCPARSE_PARAM;
+
+// The arguments of one parsed keyword. The keyword is borrowed for the life of the object.
+class CScriptCall
+{
+public:
+    explicit CScriptCall(const CTCPARSE_KEYWORD& keyword);
+
+    // Whether the arguments are exactly of these types: one letter each, i f s or v (of three).
+    bool HasTypes(const char* pszTypes) const;
+
+    // Of the argument at that place, which must be of the type.
+    int32_t GetInt(size_t iPlace) const;
+    float GetFloat(size_t iPlace) const;
+    const char* GetString(size_t iPlace) const;
+    SVec3 GetVec3(size_t iPlace) const;
+
+    // The call as a person reads it, as in "move( 1, 2.5, 3 )"; long ones are cut. One line.
+    std::string GetText() const;
+
+private:
+    const CTCPARSE_PARAM* GetParam(size_t iPlace) const;
+
+    const CTCPARSE_KEYWORD& m_Keyword;
+};
+
+// The text with every control character replaced, so that it stays one line.
+std::string GetOneLine(const std::string& strText);

@@ -1,0 +1,69 @@
+#include "tools/replay/CScriptFolder.h"
+
+#include "host/FileSystem.h"
+#include "parser/CTCParseNodes.h"
+
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+
+namespace
+{
+
+constexpr char SEPARATORS[] = "/\\";
+
+} // namespace
+
+CScriptFolder::CScriptFolder(const std::string& strScriptPath)
+{
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(strScriptPath, error);
+    m_Folder = error ? strScriptPath : path.string();
+    m_Folder.erase(m_Folder.find_last_of(SEPARATORS) + 1);
+}
+
+std::string CScriptFolder::GetPath(const std::string& strName) const
+{
+    const bool bAbsolute = !strName.empty() && std::strchr(SEPARATORS, strName[0]) != nullptr;
+    return bAbsolute ? strName : m_Folder + strName;
+}
+
+void CScriptFolder::LocateBrushFiles(CTCPARSE_KEYWORD& brush) const
+{
+    for (CTCPARSE_KEYWORD* pEntry = brush.block; pEntry != nullptr; pEntry = pEntry->next)
+    {
+        if (std::strcmp(pEntry->name, "mask") == 0)
+        {
+            LocateFile(*pEntry);
+        }
+        else if (std::strcmp(pEntry->name, "bitmap") == 0)
+        {
+            for (CTCPARSE_KEYWORD* pPath = pEntry->block; pPath != nullptr; pPath = pPath->next)
+            {
+                if (std::strcmp(pPath->name, "path") == 0)
+                {
+                    LocateFile(*pPath);
+                }
+            }
+        }
+    }
+}
+
+void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword) const
+{
+    CTCPARSE_PARAM* pParam = keyword.params;
+    if (pParam == nullptr || pParam->type != tcparse_string)
+    {
+        return;
+    }
+    const std::string strName = static_cast<CTCPARSE_STRING*>(pParam)->value;
+    const std::string strPath = GetPath(strName);
+    if (strName.empty() || strPath == strName || !fs::exists(strPath.c_str()))
+    {
+        return;
+    }
+    auto* pLocated = new CTCPARSE_STRING(strPath.c_str());
+    pLocated->next = pParam->next;
+    keyword.params = pLocated;
+    delete pParam;
+}

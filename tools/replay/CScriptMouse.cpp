@@ -1,0 +1,109 @@
+#include "tools/replay/CScriptMouse.h"
+
+#include "editor/core/CEditorHost.h"
+#include "host/IPluginScript.h"
+#include "tools/replay/CScriptCall.h"
+#include "tools/replay/CScriptFace.h"
+
+#include <chrono>
+#include <cmath>
+
+namespace
+{
+
+constexpr ViewId VIEW = CHeadlessFace::VIEW;
+constexpr int32_t LEFT_BUTTON = 1;
+
+} // namespace
+
+CScriptMouse::CScriptMouse(CEditorHost& host, CScriptFace& face, IPluginScript* pPluginScript)
+    : m_Host(host)
+    , m_Face(face)
+    , m_PluginScript(pPluginScript)
+{
+}
+
+bool CScriptMouse::SetKeys(const std::string& strKeys)
+{
+    const bool bBoth = strKeys == "ctrl+alt";
+    const bool bControl = bBoth || strKeys == "ctrl";
+    const bool bAlt = bBoth || strKeys == "alt";
+    if (!bControl && !bAlt && !strKeys.empty())
+    {
+        return false;
+    }
+    m_KeyFlags = (bControl ? MOUSE_CONTROL : 0U) | (bAlt ? MOUSE_ALT : 0U);
+    m_Face.SetKeys(bControl, bAlt);
+    return true;
+}
+
+bool CScriptMouse::Play(EMouseEvent eEvent,
+                        ECursorTarget eTarget,
+                        const CScriptCall& call,
+                        std::string& strWhy)
+{
+    size_t iStepPlace = 0;
+    if (eTarget == ECursorTarget::Position)
+    {
+        m_Face.PointAtPosition(call.GetFloat(0), call.GetFloat(1));
+        iStepPlace = 2;
+    }
+    else if (eTarget == ECursorTarget::Hit)
+    {
+        const SVec3 hit = call.GetVec3(0);
+        if (!std::isfinite(hit.x) || !std::isfinite(hit.y) || !std::isfinite(hit.z))
+        {
+            strWhy = "the hit point is not finite";
+            return false;
+        }
+        m_Face.PointAtHit(hit);
+        iStepPlace = 1;
+    }
+    else
+    {
+        m_Face.PointAtNothing();
+    }
+    Send(eEvent, eEvent == EMouseEvent::Move ? call.GetInt(iStepPlace) : 0);
+    return true;
+}
+
+void CScriptMouse::EndDrag()
+{
+    if (m_PluginScript != nullptr && m_Drags.IsRunning())
+    {
+        m_Drags.End(m_PluginScript->TakeDragStatistics());
+    }
+}
+
+void CScriptMouse::Send(EMouseEvent eEvent, int32_t iStep)
+{
+    if (eEvent == EMouseEvent::Press && m_PluginScript != nullptr)
+    {
+        EndDrag();
+        m_PluginScript->TakeDragStatistics(); // what happened before the drag is not its work
+        m_Drags.Begin(m_PluginScript->GetFunctionName());
+    }
+    const int32_t nButtons = m_Drags.IsRunning() ? LEFT_BUTTON : 0;
+    const auto start = std::chrono::steady_clock::now();
+    if (eEvent == EMouseEvent::Press)
+    {
+        m_Host.SendButtonDown(VIEW, m_KeyFlags | MOUSE_LEFT, {});
+    }
+    else if (eEvent == EMouseEvent::Release)
+    {
+        m_Host.SendButtonUp(VIEW, m_KeyFlags, {});
+    }
+    else
+    {
+        const uint32_t uFlags = m_KeyFlags | (nButtons != 0 ? MOUSE_LEFT : 0U);
+        m_Host.SendMouseMove(VIEW, uFlags, {}, {0, nButtons}, {0, iStep});
+    }
+    const std::chrono::duration<double, std::milli> spent =
+        std::chrono::steady_clock::now() - start;
+    m_Drags.AddEvent(spent.count());
+    if (eEvent == EMouseEvent::Release)
+    {
+        EndDrag();
+    }
+    m_Host.RenderFrame();
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "tools/replay/CDragRecorder.h"
+
+#include <cstdint>
+#include <string>
+
+class CEditorHost;
+class CScriptCall;
+class CScriptFace;
+class IPluginScript;
+
+enum class EMouseEvent
+{
+    Press,
+    Move,
+    Release,
+};
+
+enum class ECursorTarget
+{
+    Position, // arguments x and z
+    Hit,      // one vector argument
+    Nothing,
+};
+
+// The mouse and the modifier keys of a script: turns keywords into events of the host and measures
+// the drags. Everything given is borrowed.
+class CScriptMouse
+{
+public:
+    // pPluginScript: null when the plug-in tells nothing about its drags.
+    CScriptMouse(CEditorHost& host, CScriptFace& face, IPluginScript* pPluginScript);
+
+    // "", "ctrl", "alt" or "ctrl+alt", held from here on; false for any other text.
+    bool SetKeys(const std::string& strKeys);
+
+    // Puts the cursor where the first arguments say and sends the event; a move's vertical step in
+    // pixels is the argument behind them. False, with strWhy, for a hit point that is not finite.
+    bool
+    Play(EMouseEvent eEvent, ECursorTarget eTarget, const CScriptCall& call, std::string& strWhy);
+
+    // Closes the record of a drag that has not seen its release.
+    void EndDrag();
+
+    const CDragRecorder& GetDrags() const { return m_Drags; }
+
+private:
+    void Send(EMouseEvent eEvent, int32_t iStep);
+
+    CEditorHost& m_Host;
+    CScriptFace& m_Face;
+    IPluginScript* m_PluginScript;
+    CDragRecorder m_Drags;
+    uint32_t m_KeyFlags = 0; // of EMouseFlag
+};

@@ -1,0 +1,302 @@
+#include "tools/replay/CScriptPlayer.h"
+
+#include "editor/core/CEditorHost.h"
+#include "engine/terrain/CTerrain.h"
+#include "host/IPluginScript.h"
+#include "host/Terrain.h"
+#include "host/World.h"
+#include "parser/CTCParseNodes.h"
+#include "tools/replay/CScriptCall.h"
+#include "tools/replay/CScriptFace.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+
+namespace
+{
+
+constexpr int32_t MOST_CELLS = 16384;
+constexpr char NOT_WRITTEN[] = "cannot be written, see the log";
+constexpr char NO_TERRAIN[] = "there is no terrain";
+
+// Of brush blocks; the plug-in reads them.
+constexpr char BRUSH_DECLARATIONS[] = "!brush_name( s )\n"
+                                      "!bitmap()\n"
+                                      "!path( s )\n"
+                                      "!function( s )\n"
+                                      "!power_modifier( f )\n"
+                                      "!usage_density( f )\n"
+                                      "!fade_factor( f )\n"
+                                      "!hardness( f )\n"
+                                      "!vertical_distance( f )\n"
+                                      "!extent( f )\n"
+                                      "!mask( s )\n"
+                                      "!mask_enabled( i )\n"
+                                      "!attrib( s, s )\n";
+
+bool IsFinite(const SVec3& vec)
+{
+    return std::isfinite(vec.x) && std::isfinite(vec.y) && std::isfinite(vec.z);
+}
+
+template <typename... TArguments> std::string Format(const char* pszFormat, TArguments... arguments)
+{
+    char szText[256];
+    std::snprintf(szText, sizeof(szText), pszFormat, arguments...);
+    return szText;
+}
+
+} // namespace
+
+const CScriptPlayer::SKeyword CScriptPlayer::KEYWORDS[] = {
+    {"level", "iv", &CScriptPlayer::PlayLevel},
+    {"open", "s", &CScriptPlayer::PlayOpen},
+    {"brush", "", nullptr},
+    {"mode", "s", nullptr},
+    {"keys", "s", &CScriptPlayer::PlayKeys},
+    {"press", "ff", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Position>},
+    {"move", "ffi", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Position>},
+    {"release", "ff", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Position>},
+    {"press_at", "v", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Hit>},
+    {"move_at", "vi", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Hit>},
+    {"release_at", "v", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Hit>},
+    {"press_miss", "", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Nothing>},
+    {"move_miss", "i", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Nothing>},
+    {"release_miss", "", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Nothing>},
+    {"action", "ii", &CScriptPlayer::PlayAction},
+    {"undo", "", &CScriptPlayer::PlayUndo},
+    {"redo", "", &CScriptPlayer::PlayRedo},
+    {"auto_normals", "i", nullptr},
+    {"save", "s", &CScriptPlayer::PlaySave},
+    {"picture", "s", &CScriptPlayer::PlayPicture},
+    {"expect_height", "iiff", &CScriptPlayer::PlayExpectHeight},
+    {"expect_undo", "i", &CScriptPlayer::PlayExpectUndo},
+};
+
+CScriptPlayer::CScriptPlayer(CEditorHost& host,
+                             CScriptFace& face,
+                             IPluginScript* pPluginScript,
+                             const std::string& strScriptPath)
+    : m_Host(host)
+    , m_PluginScript(pPluginScript)
+    , m_ScriptPath(strScriptPath)
+    , m_Folder(strScriptPath)
+    , m_Mouse(host, face, pPluginScript)
+{
+    face.SetWorld(m_Host.GetEngine().GetWorld());
+}
+
+bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
+{
+    size_t nPlayed = 0;
+    for (CTCPARSE_KEYWORD* pKeyword = pFirst; pKeyword != nullptr; pKeyword = pKeyword->next)
+    {
+        ++nPlayed;
+        const std::string strCall = CScriptCall(*pKeyword).GetText();
+        std::string strWhy;
+        if (!PlayKeyword(*pKeyword, strWhy))
+        {
+            strFault = m_ScriptPath + ": " + strCall + ": " + strWhy + " (keyword " +
+                       std::to_string(nPlayed) + ")";
+            strFault = GetOneLine(strFault);
+            return false;
+        }
+    }
+    m_Mouse.EndDrag();
+    return true;
+}
+
+std::string CScriptPlayer::GetDeclarations()
+{
+    std::string strText;
+    for (const SKeyword& keyword : KEYWORDS)
+    {
+        strText += std::string("!") + keyword.pszName + "(";
+        for (const char* pszType = keyword.pszTypes; *pszType != '\0'; ++pszType)
+        {
+            strText += pszType == keyword.pszTypes ? " " : ", ";
+            strText += *pszType;
+            strText += *pszType == 'v' ? "3" : "";
+        }
+        strText += *keyword.pszTypes != '\0' ? " )\n" : ")\n";
+    }
+    return strText + BRUSH_DECLARATIONS + "\n";
+}
+
+const CScriptPlayer::SKeyword* CScriptPlayer::FindKeyword(const char* pszName)
+{
+    const auto* pKeyword = std::find_if(std::begin(KEYWORDS),
+                                        std::end(KEYWORDS),
+                                        [pszName](const SKeyword& keyword)
+                                        { return std::strcmp(keyword.pszName, pszName) == 0; });
+    return pKeyword != std::end(KEYWORDS) ? pKeyword : nullptr;
+}
+
+bool CScriptPlayer::PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    const SKeyword* pKeyword = FindKeyword(keyword.name);
+    const CScriptCall call(keyword);
+    if (pKeyword == nullptr)
+    {
+        strWhy = "not a keyword of scripts";
+        return false;
+    }
+    if (!call.HasTypes(pKeyword->pszTypes))
+    {
+        strWhy = "wrong arguments";
+        return false;
+    }
+    if (pKeyword->pPlay == nullptr)
+    {
+        return PlayPluginKeyword(keyword, strWhy);
+    }
+    if (keyword.block != nullptr)
+    {
+        strWhy = "takes no block";
+        return false;
+    }
+    return (this->*pKeyword->pPlay)(call, strWhy);
+}
+
+bool CScriptPlayer::PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    if (m_PluginScript == nullptr)
+    {
+        strWhy = "the plug-in plays no scripts";
+        return false;
+    }
+    m_Folder.LocateBrushFiles(keyword);
+    const EScriptResult eResult = m_PluginScript->Play(&keyword, strWhy);
+    if (eResult == EScriptResult::Unknown)
+    {
+        strWhy = "not a keyword of this plug-in";
+    }
+    return eResult == EScriptResult::Done;
+}
+
+bool CScriptPlayer::PlayLevel(const CScriptCall& call, std::string& strWhy)
+{
+    const int32_t nCells = call.GetInt(0);
+    const SVec3 size = call.GetVec3(1);
+    if (nCells < 1 || nCells > MOST_CELLS)
+    {
+        strWhy = "a level has 1 to 16384 cells per side";
+        return false;
+    }
+    if (!IsFinite(size) || size.x == 0.0F || size.y == 0.0F || size.z == 0.0F)
+    {
+        strWhy = "a component of the size is 0 or not finite";
+        return false;
+    }
+    return FinishLevel(
+        m_Host.NewLevel(static_cast<uint32_t>(nCells), size), "cannot be made", strWhy);
+}
+
+bool CScriptPlayer::PlayOpen(const CScriptCall& call, std::string& strWhy)
+{
+    const std::string strPath = m_Folder.GetPath(call.GetString(0));
+    return FinishLevel(m_Host.OpenLevel(strPath.c_str()), "cannot be opened, see the log", strWhy);
+}
+
+bool CScriptPlayer::FinishLevel(bool bDone, const char* pszFailure, std::string& strWhy)
+{
+    m_Mouse.EndDrag();
+    if (!bDone)
+    {
+        strWhy = pszFailure;
+        return false;
+    }
+    m_Picture.ForgetLevel();
+    return true;
+}
+
+bool CScriptPlayer::PlayKeys(const CScriptCall& call, std::string& strWhy)
+{
+    const bool bKnown = m_Mouse.SetKeys(call.GetString(0));
+    strWhy = bKnown ? "" : R"(must be "", "ctrl", "alt" or "ctrl+alt")";
+    return bKnown;
+}
+
+template <EMouseEvent eEvent, ECursorTarget eTarget>
+bool CScriptPlayer::PlayMouse(const CScriptCall& call, std::string& strWhy)
+{
+    return m_Mouse.Play(eEvent, eTarget, call, strWhy);
+}
+
+bool CScriptPlayer::PlayAction(const CScriptCall& call, std::string& /*strWhy*/)
+{
+    m_Host.SendAction(CHeadlessFace::VIEW, call.GetInt(0), static_cast<uint32_t>(call.GetInt(1)));
+    return true;
+}
+
+bool CScriptPlayer::PlayUndo(const CScriptCall& /*call*/, std::string& /*strWhy*/)
+{
+    m_Host.Undo();
+    return true;
+}
+
+bool CScriptPlayer::PlayRedo(const CScriptCall& /*call*/, std::string& /*strWhy*/)
+{
+    m_Host.Redo();
+    return true;
+}
+
+bool CScriptPlayer::PlaySave(const CScriptCall& call, std::string& strWhy)
+{
+    Terrain* pTerrain = m_Host.GetEngine().GetWorld()->GetTerrain();
+    if (pTerrain == nullptr)
+    {
+        strWhy = NO_TERRAIN;
+        return false;
+    }
+    const std::string strPath = m_Folder.GetPath(call.GetString(0));
+    const bool bSaved = pTerrain->SaveHeightMap(strPath.c_str(), nullptr, 0, 0);
+    strWhy = bSaved ? "" : NOT_WRITTEN;
+    return bSaved;
+}
+
+bool CScriptPlayer::PlayPicture(const CScriptCall& call, std::string& strWhy)
+{
+    const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+    if (pTerrain == nullptr)
+    {
+        strWhy = NO_TERRAIN;
+        return false;
+    }
+    const bool bWritten = m_Picture.Write(*pTerrain, m_Folder.GetPath(call.GetString(0)));
+    strWhy = bWritten ? "" : NOT_WRITTEN;
+    return bWritten;
+}
+
+bool CScriptPlayer::PlayExpectHeight(const CScriptCall& call, std::string& strWhy)
+{
+    const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+    if (pTerrain == nullptr)
+    {
+        strWhy = NO_TERRAIN;
+        return false;
+    }
+    const auto uColumn = static_cast<uint32_t>(call.GetInt(0));
+    const auto uRow = static_cast<uint32_t>(call.GetInt(1));
+    if (uColumn >= pTerrain->GetVerticesX() || uRow >= pTerrain->GetVerticesZ())
+    {
+        strWhy = Format(
+            "the terrain has %u x %u vertices", pTerrain->GetVerticesX(), pTerrain->GetVerticesZ());
+        return false;
+    }
+    const double fHeight =
+        pTerrain->GetHeightData()[size_t{uRow} * pTerrain->GetVerticesX() + uColumn];
+    const bool bWithin = std::fabs(fHeight - call.GetFloat(2)) <= call.GetFloat(3);
+    strWhy = bWithin ? "" : Format("the height is %.9g", fHeight);
+    return bWithin;
+}
+
+bool CScriptPlayer::PlayExpectUndo(const CScriptCall& call, std::string& strWhy)
+{
+    const size_t nRecords = m_Host.GetUndoStack().GetCount();
+    const bool bEqual = call.GetInt(0) >= 0 && static_cast<size_t>(call.GetInt(0)) == nRecords;
+    strWhy = bEqual ? "" : Format("the undo stack has %zu records", nRecords);
+    return bEqual;
+}

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "tools/replay/CScriptFolder.h"
+#include "tools/replay/CScriptMouse.h"
+#include "tools/replay/CScriptPicture.h"
+
+#include <cstdint>
+#include <string>
+
+class CEditorHost;
+class CScriptCall;
+class CScriptFace;
+class CTCPARSE_KEYWORD;
+class IPluginScript;
+
+// Plays the keywords of one script into a host, in file order. Everything given is borrowed.
+class CScriptPlayer
+{
+public:
+    // pPluginScript: null when the plug-in takes no script keywords of its own.
+    CScriptPlayer(CEditorHost& host,
+                  CScriptFace& face,
+                  IPluginScript* pPluginScript,
+                  const std::string& strScriptPath);
+
+    // Plays the chain that starts at pFirst (null: nothing to do) and stops at the first keyword
+    // that fails; strFault is then one line that names the file, the keyword and why. File names in
+    // brush blocks of the tree are replaced by those beside the script.
+    bool Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault);
+
+    const CDragRecorder& GetDrags() const { return m_Mouse.GetDrags(); }
+
+    // The declarations of all keywords, as a script starts with them.
+    static std::string GetDeclarations();
+
+private:
+    using FPlay = bool (CScriptPlayer::*)(const CScriptCall&, std::string&);
+
+    struct SKeyword
+    {
+        const char* pszName;
+        const char* pszTypes; // of CScriptCall::HasTypes
+        FPlay pPlay;          // null: a keyword of the plug-in's own state
+    };
+
+    static const SKeyword KEYWORDS[];
+
+    static const SKeyword* FindKeyword(const char* pszName);
+    bool PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
+    bool PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
+
+    bool PlayLevel(const CScriptCall& call, std::string& strWhy);
+    bool PlayOpen(const CScriptCall& call, std::string& strWhy);
+    bool PlayKeys(const CScriptCall& call, std::string& strWhy);
+    template <EMouseEvent eEvent, ECursorTarget eTarget>
+    bool PlayMouse(const CScriptCall& call, std::string& strWhy);
+    bool PlayAction(const CScriptCall& call, std::string& strWhy);
+    bool PlayUndo(const CScriptCall& call, std::string& strWhy);
+    bool PlayRedo(const CScriptCall& call, std::string& strWhy);
+    bool PlaySave(const CScriptCall& call, std::string& strWhy);
+    bool PlayPicture(const CScriptCall& call, std::string& strWhy);
+    bool PlayExpectHeight(const CScriptCall& call, std::string& strWhy);
+    bool PlayExpectUndo(const CScriptCall& call, std::string& strWhy);
+
+    bool FinishLevel(bool bDone, const char* pszFailure, std::string& strWhy);
+
+    CEditorHost& m_Host;
+    IPluginScript* m_PluginScript;
+    std::string m_ScriptPath; // as given
+    CScriptFolder m_Folder;
+    CScriptMouse m_Mouse;
+    CScriptPicture m_Picture;
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+// The command line of the script player. Paths as they were given; empty for an option left out.
+struct SReplayOptions
+{
+    enum class EAction
+    {
+        Play,
+        ShowHelp,
+        ShowDeclarations,
+    };
+
+    EAction eAction = EAction::Play;
+    std::string strScript;
+    std::string strOut;
+    std::string strLog;
+    std::string strStats;
+    std::string strRoot;
+    std::string strPlugin;
+
+    // False for a line that makes no sense; strFault then says why in one line.
+    bool Read(int nArguments, char** ppszArguments, std::string& strFault);
+
+    static const char* GetUsage(); // of several lines
+};

@@ -1,0 +1,160 @@
+#include "editor/core/CEditorHost.h"
+#include "editor/core/CPluginLoader.h"
+#include "host/FileSystem.h"
+#include "host/IPluginScript.h"
+#include "host/Terrain.h"
+#include "host/World.h"
+#include "parser/TCParseFile.h"
+#include "tools/replay/CReplayLog.h"
+#include "tools/replay/CScriptCall.h"
+#include "tools/replay/CScriptFace.h"
+#include "tools/replay/CScriptPlayer.h"
+#include "tools/replay/SReplayOptions.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+namespace
+{
+
+enum EExitCode
+{
+    EXIT_PLAYED = 0,
+    EXIT_FAILED = 1,
+    EXIT_UNUSABLE = 2, // usage, or a script that cannot be read or parsed
+};
+
+int Report(EExitCode eCode, const std::string& strFault)
+{
+    std::fprintf(stderr, "%s\n", GetOneLine(strFault).c_str());
+    return eCode;
+}
+
+// Paths of the command line count from the current folder, whatever the user root is.
+std::string GetAbsolutePath(const std::string& strPath)
+{
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(strPath, error);
+    return error ? strPath : path.string();
+}
+
+std::filesystem::path GetProgramFolder()
+{
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+void SetRoots(const SReplayOptions& options)
+{
+    const char* pszRoot = std::getenv("TELLUR_ROOT");
+    const std::string strRoot =
+        options.strRoot.empty() && pszRoot != nullptr ? pszRoot : options.strRoot;
+    if (!strRoot.empty())
+    {
+        fs::set_user_root(GetAbsolutePath(strRoot).c_str());
+    }
+    const std::filesystem::path dataRoot = GetProgramFolder().parent_path() / "share" / "tellur";
+    fs::set_data_root(dataRoot.c_str());
+}
+
+// What is written once everything has been played.
+bool WriteResults(const SReplayOptions& options,
+                  CEditorHost& host,
+                  const CDragRecorder& drags,
+                  std::string& strFault)
+{
+    if (!options.strStats.empty() && !drags.Write(GetAbsolutePath(options.strStats).c_str()))
+    {
+        strFault = options.strStats + ": --stats cannot be written, see the log";
+        return false;
+    }
+    if (options.strOut.empty())
+    {
+        return true;
+    }
+    Terrain* pTerrain = host.GetEngine().GetWorld()->GetTerrain();
+    if (pTerrain == nullptr)
+    {
+        strFault = options.strScript + ": --out: there is no terrain";
+        return false;
+    }
+    if (!pTerrain->SaveHeightMap(GetAbsolutePath(options.strOut).c_str(), nullptr, 0, 0))
+    {
+        strFault = options.strOut + ": --out cannot be written, see the log";
+        return false;
+    }
+    return true;
+}
+
+int Play(const SReplayOptions& options, CReplayLog& log)
+{
+    ETCParseStatus eStatus = tcparse_done;
+    const std::unique_ptr<CTCPARSE_KEYWORD> pScript(
+        TCParseFile(GetAbsolutePath(options.strScript).c_str(),
+                    nullptr,
+                    nullptr,
+                    nullptr,
+                    nullptr,
+                    nullptr,
+                    &eStatus));
+    if (eStatus != tcparse_done)
+    {
+        const char* pszWhy =
+            eStatus == tcparse_unreadable ? ": cannot be read" : ": cannot be parsed, see the log";
+        return Report(EXIT_UNUSABLE, options.strScript + pszWhy);
+    }
+
+    CScriptFace face;
+    CEditorHost host(face);
+    CPluginLoader loader(host);
+    const std::string strPlugin = options.strPlugin.empty()
+                                      ? (GetProgramFolder() / "libtellur.so").string()
+                                      : options.strPlugin;
+    if (!loader.Load(strPlugin.c_str()))
+    {
+        return Report(EXIT_UNUSABLE, strPlugin + ": cannot be loaded, see the log");
+    }
+    CScriptPlayer player(
+        host, face, dynamic_cast<IPluginScript*>(loader.GetPlugin()), options.strScript);
+    std::string strFault;
+    if (!player.Play(pScript.get(), strFault))
+    {
+        return Report(EXIT_FAILED, strFault);
+    }
+    if (!log.Flush())
+    {
+        return Report(EXIT_FAILED, options.strLog + ": --log cannot be written");
+    }
+    return WriteResults(options, host, player.GetDrags(), strFault) ? EXIT_PLAYED
+                                                                    : Report(EXIT_FAILED, strFault);
+}
+
+} // namespace
+
+int main(int nArguments, char** ppszArguments)
+{
+    SReplayOptions options;
+    std::string strFault;
+    if (!options.Read(nArguments, ppszArguments, strFault))
+    {
+        return Report(EXIT_UNUSABLE, "tellur-replay: " + strFault + " (try --help)");
+    }
+    if (options.eAction != SReplayOptions::EAction::Play)
+    {
+        const bool bHelp = options.eAction == SReplayOptions::EAction::ShowHelp;
+        const std::string strText =
+            bHelp ? SReplayOptions::GetUsage() : CScriptPlayer::GetDeclarations();
+        return std::fputs(strText.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? EXIT_PLAYED
+                                                                                    : EXIT_FAILED;
+    }
+    SetRoots(options);
+    CReplayLog log;
+    if (!options.strLog.empty() && !log.Open(options.strLog.c_str()))
+    {
+        return Report(EXIT_UNUSABLE, options.strLog + ": --log cannot be written");
+    }
+    return Play(options, log);
+}
