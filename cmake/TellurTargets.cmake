@@ -6,7 +6,7 @@ option(TELLUR_BENCHMARKS "Build the benchmarks" OFF)
 option(TELLUR_WERROR "Warnings are errors" OFF)
 option(TELLUR_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
 option(TELLUR_COVERAGE "Coverage counters" OFF)
-option(TELLUR_TIDY "Run clang-tidy while compiling" OFF)
+option(TELLUR_FUZZERS "Build the fuzzers, with clang" OFF)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -22,8 +22,12 @@ set(CMAKE_BUILD_RPATH "$ORIGIN")
 # No fused multiply-add: heights are the same on every processor. No unique symbols: they would pin
 # the plug-in's library in memory after it is closed.
 add_compile_options(-Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-                    -ffp-contract=off -fno-gnu-unique)
-add_link_options(-Wl,-z,defs -Wl,--as-needed)
+                    -ffp-contract=off)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-fno-gnu-unique)
+    add_link_options(-Wl,-z,defs)
+endif()
+add_link_options(-Wl,--as-needed)
 
 if(TELLUR_WERROR)
     add_compile_options(-Werror)
@@ -38,8 +42,10 @@ if(TELLUR_COVERAGE)
     add_compile_options(--coverage)
     add_link_options(--coverage)
 endif()
-if(TELLUR_TIDY)
-    set(CMAKE_CXX_CLANG_TIDY clang-tidy --quiet)
+if(TELLUR_FUZZERS)
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize=vptr
+                        -fno-sanitize-recover=all -O1)
+    add_link_options(-fsanitize=address,undefined)
 endif()
 
 find_program(TELLUR_CCACHE ccache)
@@ -74,4 +80,14 @@ function(tellur_test strName)
         PRIVATE TELLUR_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
                 TELLUR_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}" ${ARG_DEFINITIONS})
     gtest_discover_tests(${strName} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+endfunction()
+
+# tellur_fuzzer(NAME SOURCES a.cpp LIBRARIES target …): a program that feeds a reader with hostile bytes.
+add_custom_target(fuzzers)
+function(tellur_fuzzer strName)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${strName} EXCLUDE_FROM_ALL ${ARG_SOURCES})
+    target_link_libraries(${strName} PRIVATE ${ARG_LIBRARIES})
+    target_link_options(${strName} PRIVATE -fsanitize=fuzzer)
+    add_dependencies(fuzzers ${strName})
 endfunction()

@@ -25,7 +25,7 @@ public:
     // that includes itself or an endless row of '{' from eating all memory.
     static constexpr size_t BLOCK_DEPTH_LIMIT = 1'000'000;
     static constexpr size_t INCLUDE_DEPTH_LIMIT = 64;
-    static constexpr size_t INCLUDE_COUNT_LIMIT = 100'000; // files that include each other in turn
+    static constexpr size_t INCLUDE_COUNT_LIMIT = 10'000; // in all, against files that multiply
 
     // Loads the file. pszPath: as messages show it. bDebug: includes are logged.
     CTCParse(const char* pszPath, bool bDebug);
@@ -99,9 +99,8 @@ private:
     CTCPARSE_STRING* ReadQuoted(int32_t* pError);
     CTCPARSE_STRING* ReadEscaped(int32_t* pError);
     template <class TVector>
-    TVector* ReadVector(const SVectorKind& kind,
-                        bool (*pCallback)(float*, const char*),
-                        int32_t* pError);
+    TVector*
+    ReadVector(const SVectorKind& kind, bool (*pCallback)(float*, const char*), int32_t* pError);
     bool ReadComponents(const SVectorKind& kind, float* pValues, int32_t* pError);
 
     // The name behind a '%'. False, with the flag set, when it cannot be read or nobody answers.
@@ -117,7 +116,8 @@ private:
     void ReadAfterCall(SPlace& place, int32_t* pError);
     void CloseBlock(SPlace& place, int32_t* pError);
     CTCPARSE_KEYWORD* ReadCall(const SVocabulary& vocabulary, int32_t* pError);
-    bool ReadArguments(const CTCPARSE_KEYWORD& declaration, CTCPARSE_KEYWORD& call, int32_t* pError);
+    bool
+    ReadArguments(const CTCPARSE_KEYWORD& declaration, CTCPARSE_KEYWORD& call, int32_t* pError);
 
     // Behind a '!'. *ppNodes receives the nodes of an included file.
     void ReadDeclaration(SVocabulary& vocabulary, int32_t* pError, CTCPARSE_KEYWORD** ppNodes);
@@ -150,7 +150,8 @@ private:
     std::unique_ptr<char[]> m_Text; // zeros behind the text let scans run without a bound
     const char* m_pEnd = nullptr;
     const char* m_pCursor = nullptr;
-    std::unique_ptr<char[]> m_Scratch; // as long as the text, made for the first string with escapes
+    std::unique_ptr<char[]>
+        m_Scratch; // as long as the text, made for the first string with escapes
 
     // Lines are counted when a message needs them, from where the message before was.
     const char* m_pCounted = nullptr;

@@ -1,6 +1,5 @@
-#include "parser/CTCParse.h"
-
 #include "host/Log.h"
+#include "parser/CTCParse.h"
 
 #include <cstring>
 #include <memory>
@@ -127,8 +126,7 @@ CTCPARSE_STRING* CTCParse::ReadInclude(bool bOpened, int32_t* pError)
     return pFileName.release();
 }
 
-template <class TValue>
-static bool Compare(TValue a, int nOperator, TValue b)
+template <class TValue> static bool Compare(TValue a, int nOperator, TValue b)
 {
     switch (nOperator)
     {

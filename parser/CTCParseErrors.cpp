@@ -37,8 +37,8 @@ void CTCParse::Error(const char* pszFormat, ...)
         --pLine;
     }
     // A NUL ends what a log can show of the line.
-    const char* pLineEnd = std::find_if(
-        pLine, m_pEnd, [](char cChar) { return IsLineBreak(cChar) || cChar == '\0'; });
+    const char* pLineEnd =
+        std::find_if(pLine, m_pEnd, [](char cChar) { return IsLineBreak(cChar) || cChar == '\0'; });
     const auto nLength = static_cast<size_t>(pLineEnd - pLine);
     CrashLog("%.*s", static_cast<int>(std::min(nLength, LONGEST_LINE_BYTES)), pLine);
     CrashLog("\n");

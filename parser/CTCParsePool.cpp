@@ -34,7 +34,7 @@ void* CTCParsePool::AllocateInNewChunk(size_t nBytes)
     if (bOversized || pChunk == nullptr)
     {
         const size_t nChunkBytes = bOversized ? sizeof(SChunk) + nBytes : CHUNK_BYTES;
-        void* pMemory = ::operator new(nChunkBytes, std::align_val_t{CHUNK_BYTES});
+        void* pMemory = ::operator new (nChunkBytes, std::align_val_t{CHUNK_BYTES});
         pChunk = new (pMemory) SChunk{0, bOversized, nullptr};
     }
     else
@@ -59,7 +59,7 @@ void CTCParsePool::Release(SChunk* pChunk)
     }
     else if (pChunk->bOversized || s_nSpare == MOST_SPARE_CHUNKS)
     {
-        ::operator delete(pChunk, std::align_val_t{CHUNK_BYTES});
+        ::operator delete (pChunk, std::align_val_t{CHUNK_BYTES});
     }
     else
     {

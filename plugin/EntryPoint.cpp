@@ -1,6 +1,7 @@
 // The library's entry: the one exported function, the one plug-in object, and the library's place
 // among the resource modules while it is loaded.
 
+#include "framework/core/CResourceScope.h"
 #include "framework/core/ResourceModule.h"
 #include "host/Export.h"
 #include "plugin/IPluginImpl.h"

@@ -1,6 +1,7 @@
 #include "plugin/IPluginImpl.h"
 
 #include "brushes/CTellurBrush.h"
+#include "framework/core/CResourceScope.h"
 #include "framework/core/ResourceModule.h"
 #include "functions/CPointHeightFunction.h"
 #include "functions/CRelativeHeightFunction.h"
@@ -17,6 +18,7 @@
 #include "modes/CModeExportTerrainExtent.h"
 #include "modes/CModeTerraforming.h"
 #include "modes/TerraformingState.h"
+#include "modification/CTerrainModification.h"
 #include "modification/HeightBuffers.h"
 #include "panel/ITerrainPanel.h"
 #include "plugin/CTellurProcessExportTerrainToSTL.h"
@@ -33,6 +35,10 @@ constexpr const char* TOOL_BRUSH_IMAGE = ".\\data\\brushes\\round.png";
 
 IPluginImpl::IPluginImpl()
 {
+    // What a drag that was never released still needs in the destructor is made before this object
+    // and therefore outlives it.
+    GetTerraformingState();
+    FreeHeightBuffers();
     SetPluginContext(this);
 }
 
@@ -190,6 +196,7 @@ void IPluginImpl::ReleaseWorldResources()
 {
     ReleaseBrushPreview();
     GetTerraformingState().picked = {};
+    GetTerraformingState().pSession.reset(); // a drag cannot go on over a terrain that is gone
     FreeHeightBuffers();
 }
 

@@ -136,6 +136,11 @@ public:
 
     int32_t Get2DDrawUndoDepth() const { return m_2DDrawUndoMgrStackSize; }
 
+    // The panel's limits of the brush extent, as they were when it was closed last; 0 before.
+    float GetMinExtent() const { return m_MinExtent; }
+
+    float GetMaxExtent() const { return m_MaxExtent; }
+
 private:
     uint32_t MapResourceId(uint32_t uResourceId) const;
 

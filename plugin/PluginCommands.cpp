@@ -1,6 +1,7 @@
 // Commands, actions, input and notifications: what the host tells the plug-in while it runs.
 
 #include "brushes/CTellurBrush.h"
+#include "framework/core/CResourceScope.h"
 #include "framework/core/CRuntimeClass.h"
 #include "framework/core/ResourceModule.h"
 #include "host/EditorHost.h"
@@ -88,6 +89,10 @@ void IPluginImpl::RegisterActions()
 
 bool IPluginImpl::SetMode(int32_t iModeId, int32_t iParameter)
 {
+    if (m_pEditorHost == nullptr)
+    {
+        return false;
+    }
     ModeManager* pModes = m_pEditorHost->GetModeManager();
     if (iModeId == -1)
     {
@@ -108,6 +113,10 @@ bool IPluginImpl::SetMode(int32_t iModeId, int32_t iParameter)
 
 void IPluginImpl::EnableTerraforming(bool bEnable)
 {
+    if (m_pEditorHost == nullptr)
+    {
+        return;
+    }
     ModeManager* pModes = m_pEditorHost->GetModeManager();
     const bool bAlreadyTerraforming = pModes->GetCurrentModeId() == m_TerraformingModeId;
     if (bAlreadyTerraforming == bEnable)
@@ -134,7 +143,7 @@ bool IPluginImpl::AddBrushToPredefined(CTellurBrush* pBrush)
         return false;
     }
     std::string strName;
-    if (!m_pEditorHost->PromptText("Set brush name", "Name :", strName))
+    if (m_pEditorHost == nullptr || !m_pEditorHost->PromptText("Set brush name", "Name :", strName))
     {
         return false;
     }
@@ -155,6 +164,10 @@ void IPluginImpl::SetToolBarButton(uint32_t uCommand, bool bPressed)
 void IPluginImpl::OnCommand(int32_t iCommand)
 {
     const CResourceScope scope(&GetPluginResources());
+    if (m_pEditorHost == nullptr)
+    {
+        return;
+    }
     switch (iCommand)
     {
     case COMMAND_TOGGLE_PANEL:

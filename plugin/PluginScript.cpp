@@ -1,6 +1,7 @@
 // Scripting: the plug-in's own state by keyword.
 
 #include "brushes/CTellurBrush.h"
+#include "framework/core/CResourceScope.h"
 #include "framework/core/ResourceModule.h"
 #include "host/EditorHost.h"
 #include "host/FileSystem.h"

@@ -1,5 +1,6 @@
 // The one persistent setting and the height-map file.
 
+#include "framework/core/CResourceScope.h"
 #include "framework/core/MessageBox.h"
 #include "framework/core/ResourceModule.h"
 #include "host/EditorHost.h"

@@ -95,7 +95,7 @@ void CEditorHost::DestroyPluginObjects()
 
 ITextureManager* CEditorHost::GetTextureManager()
 {
-    return m_Engine.GetTextureManager();
+    return &m_Engine.GetTextures();
 }
 
 void CEditorHost::RegisterProcess(IEditorAction* pProcess)

@@ -1,7 +1,6 @@
 // What the host sends to the plug-in.
 
 #include "editor/core/CEditorHost.h"
-
 #include "host/IPlugin.h"
 
 namespace
@@ -98,4 +97,3 @@ void CEditorHost::NotifyPanelClosed()
     m_Settings.SetPanelOpen(false);
     NotifyPlugins(NOTIFY_PANEL_CLOSED);
 }
-

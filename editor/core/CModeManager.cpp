@@ -43,6 +43,10 @@ bool CModeManager::ActivateMode(int iModeId, int iParameter)
     {
         return false;
     }
+    if (m_CurrentId != NO_MODE)
+    {
+        return m_CurrentId == iModeId; // what left has made a mode current itself
+    }
     m_CurrentId = iModeId;
     pMode->Activate();
     return true;

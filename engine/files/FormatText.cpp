@@ -1,9 +1,9 @@
 #include "engine/files/FormatText.h"
 
 #include <locale.h>
+#include <stdio.h>
 
-#include <clocale>
-#include <cstdio>
+#include <cstdlib>
 
 namespace
 {
@@ -37,24 +37,13 @@ private:
 bool FormatText(std::string& strText, const char* pszFormat, va_list arguments)
 {
     const CNeutralLocale neutral;
-    char szShort[512];
-    va_list again;
-    va_copy(again, arguments);
-    const int nLength = std::vsnprintf(szShort, sizeof szShort, pszFormat, arguments);
-    bool bDone = nLength >= 0;
-    if (bDone && static_cast<size_t>(nLength) < sizeof szShort)
+    char* pszFormatted = nullptr;
+    const int nLength = ::vasprintf(&pszFormatted, pszFormat, arguments);
+    if (nLength < 0)
     {
-        strText.assign(szShort, static_cast<size_t>(nLength));
+        return false;
     }
-    else if (bDone)
-    {
-        std::string strLong(static_cast<size_t>(nLength), '\0');
-        bDone = std::vsnprintf(strLong.data(), strLong.size() + 1, pszFormat, again) == nLength;
-        if (bDone)
-        {
-            strText = std::move(strLong);
-        }
-    }
-    va_end(again);
-    return bDone;
+    strText.assign(pszFormatted, static_cast<size_t>(nLength));
+    std::free(pszFormatted);
+    return true;
 }

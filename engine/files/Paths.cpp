@@ -120,7 +120,7 @@ std::string FindBelow(const std::string& strRoot, const std::string& strPath)
 
 std::string MakeAbsoluteFolder(const char* pszFolder)
 {
-    const std::string strFolder = ToNative(pszFolder);
+    std::string strFolder = ToNative(pszFolder);
     if (strFolder.empty() || IsAbsolute(strFolder))
     {
         return strFolder;

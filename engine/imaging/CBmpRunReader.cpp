@@ -9,6 +9,7 @@ CBmpRunReader::CBmpRunReader(std::span<const uint8_t> Data, const SBmpHeader& He
     : m_Stream(Data.subspan(Header.PixelPosition))
     , m_Header(Header)
     , m_Image(Image)
+    , m_RowEnd(Header.GetRowBytes() * 8 / Header.BitsPerPixel)
 {
 }
 
@@ -26,13 +27,18 @@ bool CBmpRunReader::Read()
         }
     }
     // The mark at the end may be missing when the last row is full.
-    const uint32_t uFullRows = m_Row + (m_Column == m_Header.Width ? 1 : 0);
+    const uint32_t uFullRows = m_Row + (m_Column >= m_Header.Width ? 1 : 0);
     return m_Ended || uFullRows >= m_Header.Height;
 }
 
 bool CBmpRunReader::HasRoom(uint32_t uCount) const
 {
-    return m_Row < m_Header.Height && uCount <= m_Header.Width - m_Column;
+    return m_Row < m_Header.Height && m_Column + uCount <= m_RowEnd;
+}
+
+uint32_t CBmpRunReader::CutToPicture(uint32_t uCount) const
+{
+    return m_Column < m_Header.Width ? std::min(uCount, m_Header.Width - m_Column) : 0;
 }
 
 uint8_t* CBmpRunReader::GetCursor()
@@ -46,11 +52,11 @@ bool CBmpRunReader::PutRun(uint32_t uCount, uint32_t uValue)
     {
         return false;
     }
-    uint8_t* pDest = GetCursor();
-    for (uint32_t i = 0; i < uCount; ++i)
+    const uint32_t uSeen = CutToPicture(uCount);
+    for (uint32_t i = 0; i < uSeen; ++i)
     {
         const uint32_t uNibble = i % 2 == 0 ? uValue >> 4 : uValue & 0xF;
-        pDest[i] = static_cast<uint8_t>(Has4Bits() ? uNibble : uValue);
+        GetCursor()[i] = static_cast<uint8_t>(Has4Bits() ? uNibble : uValue);
     }
     m_Column += uCount;
     return true;
@@ -98,7 +104,10 @@ bool CBmpRunReader::PutLiterals(uint32_t uCount)
     {
         return false;
     }
-    UnpackIndices(m_Stream.data() + m_Position, GetCursor(), uCount, Has4Bits() ? 4 : 8);
+    if (const uint32_t uSeen = CutToPicture(uCount); uSeen != 0)
+    {
+        UnpackIndices(m_Stream.data() + m_Position, GetCursor(), uSeen, Has4Bits() ? 4 : 8);
+    }
     m_Column += uCount;
     // Literals fill whole words; the very last may come without its padding.
     m_Position = std::min(m_Position + (nBytes + 1) / 2 * 2, m_Stream.size());

@@ -18,6 +18,7 @@ private:
     bool Has4Bits() const { return m_Header.Compression == BMP_RUNS_4; }
 
     bool HasRoom(uint32_t uCount) const;
+    uint32_t CutToPicture(uint32_t uCount) const;
     uint8_t* GetCursor();
     bool PutRun(uint32_t uCount, uint32_t uValue);
     bool DoEscape(uint32_t uCode);
@@ -30,5 +31,7 @@ private:
     size_t m_Position = 0; // in the stream
     uint32_t m_Row = 0;    // of the file
     uint32_t m_Column = 0;
+    // Some writers run on through the padding of a row: pixels beyond the width, dropped.
+    size_t m_RowEnd;
     bool m_Ended = false;
 };

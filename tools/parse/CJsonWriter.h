@@ -4,8 +4,8 @@
 
 #include <string>
 
-// Turns a parse tree into JSON text: an array of nodes, each with its name, its parameters and, when
-// it has one, its block. Made for one tree. Does not recurse: trees may be deep.
+// Turns a parse tree into JSON text: an array of nodes, each with its name, its parameters and,
+// when it has one, its block. Made for one tree. Does not recurse: trees may be deep.
 class CJsonWriter
 {
 public:

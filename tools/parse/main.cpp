@@ -95,8 +95,8 @@ int main(int argc, char** argv)
     }
     fs::set_user_root(commandLine.pszRoot);
     ETCParseStatus eStatus = tcparse_done;
-    const std::unique_ptr<CTCPARSE_KEYWORD> pTree(TCParseFile(
-        commandLine.pszFile, nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
+    const std::unique_ptr<CTCPARSE_KEYWORD> pTree(
+        TCParseFile(commandLine.pszFile, nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
     if (eStatus == tcparse_unreadable)
     {
         fprintf(stderr, "tellur-parse: cannot read '%s'\n", commandLine.pszFile);

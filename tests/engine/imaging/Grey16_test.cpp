@@ -1,5 +1,4 @@
 #include "engine/imaging/Grey16.h"
-
 #include "tests/engine/imaging/ImageSamples.h"
 #include "tests/support/CLogCatcher.h"
 

@@ -60,8 +60,7 @@ TEST(ImageCreation, ConvertsBetweenAllFormats)
             const Bytes Rgba = GetRgba(pSource.get());
             for (size_t i = 0; i < Rgba.size(); i += 4)
             {
-                const double fGrey =
-                    0.299 * Rgba[i] + 0.587 * Rgba[i + 1] + 0.114 * Rgba[i + 2];
+                const double fGrey = 0.299 * Rgba[i] + 0.587 * Rgba[i + 1] + 0.114 * Rgba[i + 2];
                 Bytes Pixel(&Rgba[i], &Rgba[i] + pCopy->GetBitsPerPixel() / 8);
                 if (eTo == EImageFormat::Indexed8)
                 {
@@ -110,7 +109,8 @@ TEST(Palette, FindsTheFirstExactEntryElseTheNearest)
             int iDistance = 0;
             for (size_t k = 0; k < 3; ++k)
             {
-                iDistance += (Entries[nEntry][k] - Asked[i + k]) * (Entries[nEntry][k] - Asked[i + k]);
+                iDistance +=
+                    (Entries[nEntry][k] - Asked[i + k]) * (Entries[nEntry][k] - Asked[i + k]);
             }
             nBest = iDistance < iBest ? nEntry : nBest;
             iBest = std::min(iBest, iDistance);
@@ -148,7 +148,8 @@ TEST(ImageLibrary, NamesTheFileAndTheFaultOfALoad)
     EXPECT_FALSE(LoadImage(Folder.Path("none.png")));
     const std::vector<std::string> lines = Log.TakeLines();
     ASSERT_EQ(lines.size(), 1U);
-    EXPECT_EQ(lines[0].rfind("[IL_LoadImage] " + Folder.Path("none.png") + ": ", 0), 0U) << lines[0];
+    EXPECT_EQ(lines[0].rfind("[IL_LoadImage] " + Folder.Path("none.png") + ": ", 0), 0U)
+        << lines[0];
     EXPECT_EQ(IL_LoadImage(nullptr), nullptr);
     EXPECT_EQ(Log.GetText(), "[IL_LoadImage] pszPath == NULL\n");
 }
@@ -178,6 +179,7 @@ TEST(ImageLibrary, ARefusedSaveIsOneLineAndKeepsTheOldFile)
     const CTestPalette Two({{1, 2, 3}, {4, 5, 6}});
     const CTestPalette None({});
     const CTestPalette TooMany(Colors(257));
+
     const struct
     {
         const char* Name;
@@ -192,6 +194,7 @@ TEST(ImageLibrary, ARefusedSaveIsOneLineAndKeepsTheOldFile)
         {"a.gif", pGlass.get(), nullptr, "the extension is none of png, jpg, jpeg, tga, bmp, dds"},
         {"png", pGlass.get(), nullptr, "the extension is none of png, jpg, jpeg, tga, bmp, dds"},
     };
+
     for (const auto& Case : Cases)
     {
         const std::string strPath = Folder.Path(Case.Name);

@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -77,7 +78,8 @@ inline Bytes MakeNoise(size_t nBytes, uint32_t uBelow = 256)
     return Noise;
 }
 
-inline ImagePtr MakeImage(uint32_t uWidth, uint32_t uHeight, EImageFormat eFormat, const Bytes& Pixels)
+inline ImagePtr
+MakeImage(uint32_t uWidth, uint32_t uHeight, EImageFormat eFormat, const Bytes& Pixels)
 {
     return ImagePtr(IL_CreateImageFromBufferFormat(uWidth, uHeight, eFormat, Pixels.data()));
 }
@@ -92,8 +94,11 @@ inline PalettePtr LoadPalette(const std::string& strPath)
     return PalettePtr(IL_LoadPalette(strPath.c_str()));
 }
 
+// Makes a new file: writing over an old one lets some file systems wait for the disk, and the tests
+// of damage write tens of thousands.
 inline void WriteFile(const std::string& strPath, const Bytes& Data)
 {
+    std::filesystem::remove(strPath);
     WriteBytes(strPath, std::string(Data.begin(), Data.end()));
 }
 
@@ -103,8 +108,8 @@ inline Bytes ReadFile(const std::string& strPath)
     return {strBytes.begin(), strBytes.end()};
 }
 
-// Four bytes a pixel, whatever the image keeps: indices through the palette, grey without one, alpha
-// 255 where there is none. An index without an entry is 0, 0, 0, 0.
+// Four bytes a pixel, whatever the image keeps: indices through the palette, grey without one,
+// alpha 255 where there is none. An index without an entry is 0, 0, 0, 0.
 inline Bytes GetRgba(const IImage* pImage, const IPalette* pPalette = nullptr)
 {
     const Bytes Pixels = GetPixels(pImage);

@@ -1,0 +1,111 @@
+#include "benchmarks/BenchHost.h"
+
+#include "host/FileSystem.h"
+#include "host/IPluginScript.h"
+#include "parser/TCParseFile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+
+namespace
+{
+
+constexpr const char* DECLARATIONS = "!brush()\n!bitmap()\n!path( s )\n!function( s )\n"
+                                     "!extent( f )\n!mode( s )\n";
+
+[[noreturn]] void Fail(const char* pszWhy)
+{
+    std::fprintf(stderr, "benchmark: %s\n", pszWhy);
+    std::exit(1);
+}
+
+void PlayText(IPlugin* pPlugin, const std::string& strText)
+{
+    const std::string strFile =
+        (std::filesystem::temp_directory_path() / "tellur-bench.txt").string();
+    if (FILE* pFile = std::fopen(strFile.c_str(), "w"))
+    {
+        std::fputs((DECLARATIONS + strText).c_str(), pFile);
+        std::fclose(pFile);
+    }
+    const std::unique_ptr<CTCPARSE_KEYWORD> pTree(TCParseFile(strFile.c_str()));
+    std::filesystem::remove(strFile);
+    auto* pScript = dynamic_cast<IPluginScript*>(pPlugin);
+    std::string strWhy = "the plug-in takes no script";
+    for (const CTCPARSE_KEYWORD* pKey = pTree.get(); pKey != nullptr; pKey = pKey->next)
+    {
+        if (pScript == nullptr || pScript->Play(pKey, strWhy) != EScriptResult::Done)
+        {
+            Fail(strWhy.c_str());
+        }
+    }
+}
+
+} // namespace
+
+std::string GetProgramFolder()
+{
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path().string();
+}
+
+CBenchHost::CBenchHost(uint32_t uVertices)
+    : m_Host(m_Face)
+    , m_Loader(m_Host)
+{
+    fs::set_data_root((GetProgramFolder() + "/../share/tellur").c_str());
+    const auto fSide = static_cast<float>(uVertices - 1);
+    if (!m_Loader.Load((GetProgramFolder() + "/libtellur.so").c_str()) ||
+        !m_Host.NewLevel(uVertices - 1, {fSide, 2000.0F, fSide}))
+    {
+        Fail("no plug-in or no level");
+    }
+    std::vector<float> heights(static_cast<size_t>(uVertices) * uVertices);
+    for (size_t i = 0; i < heights.size(); ++i)
+    {
+        const auto fX = static_cast<float>(i % uVertices);
+        const auto fZ = static_cast<float>(i / uVertices);
+        heights[i] = 700.0F + 200.0F * std::sin(fX * 0.01F) * std::cos(fZ * 0.013F);
+    }
+    GetTerrain().SetHeights(heights.data(), heights.size(), {{0, 0, 0}, {fSide, 0, fSide}});
+}
+
+void CBenchHost::SetBrush(const char* pszFunction, float fExtent)
+{
+    PlayText(m_Loader.GetPlugin(),
+             "brush() { bitmap() { path( \"data/brushes/round.png\" ) } function( \"" +
+                 std::string(pszFunction) + "\" ) extent( " + std::to_string(fExtent) +
+                 " ) }\nmode( \"terraforming\" )\n");
+}
+
+void CBenchHost::Point(float fX, float fZ)
+{
+    m_Face.m_Hit = {fX, GetTerrain().GetHeightAt(fX, fZ), fZ};
+}
+
+void CBenchHost::Press(float fX, float fZ)
+{
+    Point(fX, fZ);
+    m_Host.SendButtonDown(CHeadlessFace::VIEW, MOUSE_LEFT, {});
+}
+
+void CBenchHost::Move(float fX, float fZ)
+{
+    Point(fX, fZ);
+    m_Host.SendMouseMove(CHeadlessFace::VIEW, MOUSE_LEFT, {}, {}, {0, -3});
+}
+
+void CBenchHost::Release(float fX, float fZ)
+{
+    Point(fX, fZ);
+    m_Host.SendButtonUp(CHeadlessFace::VIEW, 0, {});
+}
+
+double CRatio::GetMedian(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.empty() ? 0.0 : values[values.size() / 2];
+}

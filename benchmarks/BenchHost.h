@@ -1,0 +1,82 @@
+#pragma once
+
+#include "editor/core/CEditorHost.h"
+#include "editor/core/CHeadlessFace.h"
+#include "editor/core/CPluginLoader.h"
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+// The shipped plug-in on the headless host, driven by mouse events at terrain positions, for
+// measuring what a designer waits for.
+class CBenchHost
+{
+public:
+    // A level of uVertices squared with gentle hills, one unit a cell. Ends the process when the
+    // plug-in cannot be loaded.
+    explicit CBenchHost(uint32_t uVertices);
+
+    // Makes a brush current: function "RelativeHeightFunction" and so on, footprint side in units.
+    void SetBrush(const char* pszFunction, float fExtent);
+    void Press(float fX, float fZ);
+    void Move(float fX, float fZ);
+    void Release(float fX, float fZ);
+
+    CEditorHost& GetHost() { return m_Host; }
+
+    CTerrain& GetTerrain() { return *m_Host.GetEngine().GetCWorld().GetCTerrain(); }
+
+private:
+    class CFace : public CHeadlessFace
+    {
+    public:
+        bool PickTerrain(ViewId, ViewPoint, SVec3& hit) override
+        {
+            hit = m_Hit;
+            return true;
+        }
+
+        SVec3 m_Hit;
+    };
+
+    void Point(float fX, float fZ);
+
+    CFace m_Face;
+    CEditorHost m_Host;
+    CPluginLoader m_Loader;
+};
+
+// Seconds a call takes.
+template <class TFn> double TakeTime(TFn fn)
+{
+    const auto start = std::chrono::steady_clock::now();
+    fn();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Collects pairs of times, the tool's and its yardstick's, and reports the ratio of their medians.
+class CRatio
+{
+public:
+    void Add(double fTool, double fYardstick)
+    {
+        m_Tool.push_back(fTool);
+        m_Yardstick.push_back(fYardstick);
+    }
+
+    double GetTool() const { return GetMedian(m_Tool); }
+
+    double GetYardstick() const { return GetMedian(m_Yardstick); }
+
+    double GetRatio() const { return GetTool() / GetYardstick(); }
+
+private:
+    static double GetMedian(std::vector<double> values);
+
+    std::vector<double> m_Tool;
+    std::vector<double> m_Yardstick;
+};
+
+// Absolute path of a file beside the benchmark program.
+std::string GetProgramFolder();

@@ -1,0 +1,42 @@
+#include "framework/core/CResourceScope.h"
+
+#include "framework/core/ResourceModule.h"
+
+namespace
+{
+
+const SResourceModule* g_Current = nullptr;
+CResourceScope* g_Innermost = nullptr;
+
+} // namespace
+
+CResourceScope::CResourceScope(const SResourceModule* pModule)
+    : m_Previous(g_Current)
+    , m_Outer(g_Innermost)
+{
+    g_Current = pModule;
+    g_Innermost = this;
+}
+
+CResourceScope::~CResourceScope()
+{
+    g_Current = m_Previous;
+    g_Innermost = m_Outer;
+}
+
+void CResourceScope::Forget(const SResourceModule* pModule)
+{
+    g_Current = g_Current != pModule ? g_Current : nullptr;
+    for (CResourceScope* pScope = g_Innermost; pScope != nullptr; pScope = pScope->m_Outer)
+    {
+        if (pScope->m_Previous == pModule)
+        {
+            pScope->m_Previous = nullptr;
+        }
+    }
+}
+
+const SResourceModule* GetCurrentResourceModule()
+{
+    return g_Current;
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+// Names a window class that the host may create by its name. Static storage of the library that
+// implements the class.
+class CRuntimeClass
+{
+public:
+    using FCreate = void* (*)(); // a new window, owned by the caller
+
+    // pszName: borrowed, static storage. pCreate: null for a class that has no window in this
+    // build.
+    constexpr CRuntimeClass(const char* pszName, FCreate pCreate)
+        : m_pszName(pszName)
+        , m_pCreate(pCreate)
+    {
+    }
+
+    const char* GetName() const { return m_pszName; }
+
+    bool CanCreate() const { return m_pCreate != nullptr; }
+
+    void* Create() const { return m_pCreate != nullptr ? m_pCreate() : nullptr; }
+
+private:
+    const char* m_pszName;
+    FCreate m_pCreate;
+};

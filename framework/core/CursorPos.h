@@ -1,0 +1,8 @@
+#pragma once
+
+#include "framework/core/IFrontEnd.h"
+#include "host/Export.h"
+
+// Where the mouse cursor is, in screen pixels. Setting it to where it is makes no mouse event.
+TELLUR_API SScreenPoint GetCursorPos();
+TELLUR_API void SetCursorPos(SScreenPoint point);

@@ -1,0 +1,82 @@
+#include "framework/core/Capture.h"
+#include "framework/core/CursorPos.h"
+#include "framework/core/IFrontEnd.h"
+#include "framework/core/KeyState.h"
+#include "framework/core/MessageBox.h"
+#include "host/Log.h"
+
+namespace
+{
+
+// A front end without windows.
+class CDefaultFrontEnd : public IFrontEnd
+{
+public:
+    bool IsKeyDown(EKey) const override { return false; }
+
+    SScreenPoint GetCursorPos() const override { return m_CursorPos; }
+
+    void SetCursorPos(SScreenPoint point) override { m_CursorPos = point; }
+
+    void SetCursor(const SCursorResource*) override {}
+
+    void SetCapture(uintptr_t) override {}
+
+    void ReleaseCapture() override {}
+
+    EMessageBoxAnswer MessageBox(const char* pszText, uint32_t) override
+    {
+        LogR("%s\n", pszText);
+        return EMessageBoxAnswer::Ok;
+    }
+
+private:
+    SScreenPoint m_CursorPos;
+};
+
+IFrontEnd* g_FrontEnd = nullptr;
+
+} // namespace
+
+IFrontEnd* SetFrontEnd(IFrontEnd* pFrontEnd)
+{
+    IFrontEnd* pPrevious = g_FrontEnd;
+    g_FrontEnd = pFrontEnd;
+    return pPrevious;
+}
+
+IFrontEnd& GetFrontEnd()
+{
+    static CDefaultFrontEnd s_Default;
+    return g_FrontEnd != nullptr ? *g_FrontEnd : s_Default;
+}
+
+bool IsKeyDown(EKey eKey)
+{
+    return GetFrontEnd().IsKeyDown(eKey);
+}
+
+SScreenPoint GetCursorPos()
+{
+    return GetFrontEnd().GetCursorPos();
+}
+
+void SetCursorPos(SScreenPoint point)
+{
+    GetFrontEnd().SetCursorPos(point);
+}
+
+void SetCapture(uintptr_t uWindow)
+{
+    GetFrontEnd().SetCapture(uWindow);
+}
+
+void ReleaseCapture()
+{
+    GetFrontEnd().ReleaseCapture();
+}
+
+EMessageBoxAnswer ShowMessageBox(const char* pszText, uint32_t uFlags)
+{
+    return GetFrontEnd().MessageBox(pszText != nullptr ? pszText : "", uFlags);
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "host/Export.h"
+
+#include <cstdint>
+
+struct SCursorResource;
+
+enum class EKey : uint32_t
+{
+    Control,
+    Alt,
+    Shift,
+};
+
+// Screen pixels, y downward.
+struct SScreenPoint
+{
+    int32_t x = 0;
+    int32_t y = 0;
+};
+
+// Buttons and icon of a message box, joined by '|'.
+enum EMessageBoxFlags : uint32_t
+{
+    MB_OK = 0,
+    MB_YESNO = 4,
+    MB_ICONQUESTION = 0x20,
+    MB_ICONEXCLAMATION = 0x30,
+};
+
+enum class EMessageBoxAnswer
+{
+    Ok,
+    Yes,
+    No,
+    Cancel, // the box was closed without an answer
+};
+
+// What the framework asks of the window system. The program with the windows, or the player of a
+// script, puts its own in place; the rest of the code only calls the functions of Cursor.h,
+// Capture.h, CursorPos.h, KeyState.h and MessageBox.h. UI thread.
+class TELLUR_API IFrontEnd
+{
+public:
+    virtual ~IFrontEnd() = default;
+
+    virtual bool IsKeyDown(EKey eKey) const = 0; // at this moment, not at the last event
+    virtual SScreenPoint GetCursorPos() const = 0;
+    virtual void SetCursorPos(SScreenPoint point) = 0;
+    // pCursor: borrowed until the next call; null: the system's own arrow.
+    virtual void SetCursor(const SCursorResource* pCursor) = 0;
+    // All mouse input goes to the window until it is released. 0: the window the mouse is over.
+    virtual void SetCapture(uintptr_t uWindow) = 0;
+    virtual void ReleaseCapture() = 0;
+    // pszText: borrowed, never null. uFlags: EMessageBoxFlags. Returns when it is answered.
+    virtual EMessageBoxAnswer MessageBox(const char* pszText, uint32_t uFlags) = 0;
+};
+
+// pFrontEnd: borrowed until the next call. Null puts the default in place, which has no windows: no
+// key is down, it remembers where the cursor was set to, and it answers a message box with
+// EMessageBoxAnswer::Ok after logging its text through LogR. Returns the one before, null for the
+// default.
+TELLUR_API IFrontEnd* SetFrontEnd(IFrontEnd* pFrontEnd);
+TELLUR_API IFrontEnd& GetFrontEnd();

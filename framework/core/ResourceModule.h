@@ -1,0 +1,29 @@
+#pragma once
+
+#include "framework/core/CResourceScope.h"
+#include "framework/core/Resources.h"
+#include "host/Export.h"
+
+#include <string>
+
+// Where resources are looked up: in the current module first, then in the registered ones in the
+// order of registration. UI thread.
+
+// pModule: borrowed until it is unregistered, which a library does before its code goes. Null and a
+// module that is registered already are ignored.
+TELLUR_API void RegisterResourceModule(const SResourceModule* pModule);
+
+// The module is then current nowhere, not even where a scope would restore it, and its cursor is
+// not shown any more.
+TELLUR_API void UnregisterResourceModule(const SResourceModule* pModule);
+
+TELLUR_API const SResourceModule* GetCurrentResourceModule(); // null when there is none
+
+// Null when no module has it.
+TELLUR_API const SMenuResource* FindMenuResource(uint32_t uId);
+TELLUR_API const SToolBarResource* FindToolBarResource(uint32_t uId);
+TELLUR_API const SCursorResource* FindCursorResource(uint32_t uId);
+TELLUR_API const SBitmapResource* FindBitmapResource(uint32_t uId);
+
+// False, with strText untouched, when no module has it.
+TELLUR_API bool LoadStringResource(uint32_t uId, std::string& strText);

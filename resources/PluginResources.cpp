@@ -1,0 +1,14 @@
+#include "resources/PluginResources.h"
+
+#include "resources/ResourceTables.h"
+
+const SResourceModule& GetPluginResources()
+{
+    static const SResourceModule s_Module = {"tellur",
+                                             GetMenuTable(),
+                                             GetToolBarTable(),
+                                             GetStringTable(),
+                                             GetCursorTable(),
+                                             GetBitmapTable()};
+    return s_Module;
+}

@@ -1,0 +1,99 @@
+#include "editor/core/CUndoStack.h"
+#include "host/CUndo.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace
+{
+
+// Appends what happens to it to a shared text: "u1 " undo of record 1, "r1 " redo, "n1 " a
+// notification, "~1 " its end.
+class CRecord : public CUndo
+{
+public:
+    CRecord(std::string& strEvents, const char* pszName, bool bTransient = false)
+        : m_Events(strEvents)
+        , m_Name(pszName)
+        , m_bTransient(bTransient)
+    {
+    }
+
+    ~CRecord() override { Say("~"); }
+
+    bool IsTransient() const override { return m_bTransient; }
+
+    void Undo() override { Say("u"); }
+
+    void Redo() override { Say("r"); }
+
+    void OnNotify(uintptr_t uCode) override { Say(uCode == 3 ? "n" : "?"); }
+
+private:
+    void Say(const char* pszWhat) { m_Events += pszWhat + m_Name + " "; }
+
+    std::string& m_Events;
+    std::string m_Name;
+    bool m_bTransient;
+};
+
+} // namespace
+
+TEST(CUndoStack, StepsBackAndForthInOrderAndCountsWhatCanBeUndone)
+{
+    std::string strEvents;
+    CUndoStack stack;
+    EXPECT_FALSE(stack.Undo());
+    EXPECT_FALSE(stack.Redo());
+    stack.Add(nullptr);
+    EXPECT_EQ(stack.GetCount(), 0U);
+    stack.Add(new CRecord(strEvents, "1"));
+    stack.Add(new CRecord(strEvents, "2"));
+    EXPECT_EQ(stack.GetCount(), 2U);
+    EXPECT_FALSE(stack.Redo());
+    EXPECT_TRUE(stack.Undo());
+    EXPECT_EQ(stack.GetCount(), 1U);
+    EXPECT_TRUE(stack.Undo());
+    EXPECT_FALSE(stack.Undo());
+    EXPECT_TRUE(stack.Redo());
+    EXPECT_EQ(stack.GetCount(), 1U);
+    EXPECT_EQ(stack.GetRedoCount(), 1U);
+    EXPECT_TRUE(stack.Redo());
+    EXPECT_EQ(strEvents, "u2 u1 r1 r2 ");
+}
+
+TEST(CUndoStack, ANewRecordDestroysWhatCouldBeRedone)
+{
+    std::string strEvents;
+    CUndoStack stack;
+    stack.Add(new CRecord(strEvents, "1"));
+    stack.Add(new CRecord(strEvents, "2"));
+    stack.Undo();
+    stack.Add(new CRecord(strEvents, "3"));
+    EXPECT_EQ(strEvents, "u2 ~2 ");
+    EXPECT_EQ(stack.GetCount(), 2U);
+    EXPECT_EQ(stack.GetRedoCount(), 0U);
+    stack.Notify(3);
+    stack.Clear();
+    EXPECT_EQ(strEvents, "u2 ~2 n1 n3 ~1 ~3 ");
+    EXPECT_EQ(stack.GetCount(), 0U);
+    EXPECT_FALSE(stack.Undo());
+}
+
+TEST(CUndoStack, TransientRecordsAreDroppedWithoutAStepOfTheirOwn)
+{
+    std::string strEvents;
+    CUndoStack stack;
+    stack.Add(new CRecord(strEvents, "1"));
+    stack.Add(new CRecord(strEvents, "t", true));
+    EXPECT_TRUE(stack.Undo());
+    EXPECT_EQ(strEvents, "~t u1 ");
+    EXPECT_EQ(stack.GetCount(), 0U);
+    EXPECT_TRUE(stack.Redo());
+    EXPECT_FALSE(stack.Redo());
+    stack.Clear();
+    stack.Add(new CRecord(strEvents, "t", true));
+    EXPECT_FALSE(stack.Undo());
+    EXPECT_EQ(stack.GetCount(), 0U);
+}

@@ -1,0 +1,193 @@
+#include "tests/engine/imaging/ImageSamples.h"
+#include "tests/support/CLogCatcher.h"
+
+#include <fstream>
+
+namespace
+{
+
+struct SSample
+{
+    const char* Name;
+    const char* Arguments; // what makes the independent program write it
+    const char* Prefix;
+};
+
+const SSample Samples[] = {
+    {"rgb.png", "-define png:color-type=2", ""},
+    {"rgba.png", "-interlace PNG -define png:color-type=6", ""},
+    {"palette.png", "-define png:color-type=3", ""},
+    {"grey.png", "-colorspace Gray -define png:color-type=0 -depth 16", ""},
+    {"photo.jpg", "", ""},
+    {"steps.jpg", "-interlace JPEG -colorspace Gray", ""},
+    {"plain.tga", "", ""},
+    {"runs.tga", "-compress RLE", ""},
+    {"mapped.tga", "-type Palette -compress RLE", ""},
+    {"rgb.bmp", "", "BMP3:"},
+    {"alpha.bmp", "-alpha on", ""},
+    {"palette.bmp", "-type Palette -compress none", "BMP3:"},
+    {"runs.bmp", "-type Palette -compress RLE", "BMP3:"},
+    {"plain.dds", "-define dds:compression=none", ""},
+    {"blocks.dds", "-define dds:compression=dxt5", ""},
+};
+
+// Null and exactly one line that names the file, or an image and silence.
+void ExpectImageOrOneLine(const std::string& strPath, CLogCatcher& Log)
+{
+    const ImagePtr pImage = LoadImage(strPath);
+    const PalettePtr pPalette = LoadPalette(strPath);
+    const std::vector<std::string> lines = Log.TakeLines();
+    ASSERT_EQ(lines.size(), pImage ? 0U : 1U);
+    if (!pImage)
+    {
+        ASSERT_EQ(lines[0].rfind("[IL_LoadImage] " + strPath + ": ", 0), 0U) << lines[0];
+        ASSERT_FALSE(pPalette);
+    }
+}
+
+class DamagedImages : public ::testing::TestWithParam<SSample>
+{
+protected:
+    void SetUp() override
+    {
+        WriteFile(m_Folder.Path("raw"), MakeNoise(size_t{7} * 5 * 3, 2));
+        m_Path = m_Folder.Path(GetParam().Name);
+        RunConvert("-size 7x5 -depth 8 rgb:" + m_Folder.Path("raw") + " " + GetParam().Arguments +
+                   " " + GetParam().Prefix + m_Path);
+        m_Whole = ReadFile(m_Path);
+        ASSERT_TRUE(LoadImage(m_Path));
+    }
+
+    CTempFolder m_Folder;
+    CLogCatcher m_Log;
+    std::string m_Path;
+    Bytes m_Whole;
+};
+
+uint64_t GetPeakKilobytes()
+{
+    std::ifstream Status("/proc/self/status");
+    std::string strWord;
+    uint64_t nKilobytes = 0;
+    while (Status >> strWord && strWord != "VmPeak:")
+    {
+    }
+    Status >> nKilobytes;
+    return nKilobytes;
+}
+
+// The check value of a PNG chunk.
+uint32_t GetCrc(const Bytes& Data, size_t nFirst, size_t nCount)
+{
+    uint32_t uCrc = 0xFFFFFFFF;
+    for (size_t i = nFirst; i < nFirst + nCount; ++i)
+    {
+        uCrc ^= Data[i];
+        for (int iBit = 0; iBit < 8; ++iBit)
+        {
+            uCrc = uCrc >> 1 ^ (uCrc & 1 ? 0xEDB88320 : 0);
+        }
+    }
+    return ~uCrc;
+}
+
+void PutSide(Bytes& Data, size_t nPosition, uint32_t uSide, size_t nBytes, bool bBigEndian)
+{
+    for (size_t i = 0; i < nBytes; ++i)
+    {
+        const size_t nShift = 8 * (bBigEndian ? nBytes - 1 - i : i);
+        Data[nPosition + i] = static_cast<uint8_t>(uSide >> nShift);
+    }
+}
+
+size_t FindFrame(const Bytes& Jpeg)
+{
+    for (size_t i = 0; i + 1 < Jpeg.size(); ++i)
+    {
+        if (Jpeg[i] == 0xFF && (Jpeg[i + 1] == 0xC0 || Jpeg[i + 1] == 0xC2))
+        {
+            return i;
+        }
+    }
+    return 0;
+}
+
+// The same file with other sides in its header, all check values right.
+Bytes ClaimSides(const Bytes& Whole, const std::string& strName, uint32_t uSide)
+{
+    Bytes Data = Whole;
+    const std::string strExtension = strName.substr(strName.find('.') + 1);
+    const bool bBigEndian = strExtension == "png" || strExtension == "jpg";
+    const bool bShort = strExtension == "tga" || strExtension == "jpg";
+    const size_t nBytes = bShort ? 2 : 4;
+    const size_t nFirst = strExtension == "png"   ? 16
+                          : strExtension == "jpg" ? FindFrame(Data) + 5
+                          : strExtension == "bmp" ? 18
+                                                  : 12;
+    PutSide(Data, nFirst, uSide, nBytes, bBigEndian);
+    PutSide(Data, nFirst + nBytes, uSide, nBytes, bBigEndian);
+    if (strExtension == "png")
+    {
+        PutSide(Data, 29, GetCrc(Data, 12, 17), 4, true);
+    }
+    return Data;
+}
+
+} // namespace
+
+TEST_P(DamagedImages, CutAtEveryLength)
+{
+    testing::internal::CaptureStderr();
+    const Bytes Pixels = GetPixels(LoadImage(m_Path).get());
+    for (size_t nLength = 0; nLength < m_Whole.size(); ++nLength)
+    {
+        SCOPED_TRACE(nLength);
+        WriteFile(m_Path, {m_Whole.begin(), m_Whole.begin() + nLength});
+        ASSERT_NO_FATAL_FAILURE(ExpectImageOrOneLine(m_Path, m_Log));
+        // The mark at the end of runs, padding, a footer may go; then no pixel may differ.
+        const ImagePtr pImage = LoadImage(m_Path);
+        ASSERT_TRUE(!pImage || GetPixels(pImage.get()) == Pixels);
+        m_Log.Clear();
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_P(DamagedImages, AFlippedByteAtEveryPosition)
+{
+    testing::internal::CaptureStderr();
+    for (size_t nPosition = 0; nPosition < m_Whole.size(); ++nPosition)
+    {
+        for (const uint8_t uFlip : {0x01, 0x80, 0xFF})
+        {
+            SCOPED_TRACE(std::to_string(nPosition) + " ^ " + std::to_string(uFlip));
+            Bytes Data = m_Whole;
+            Data[nPosition] ^= uFlip;
+            WriteFile(m_Path, Data);
+            ASSERT_NO_FATAL_FAILURE(ExpectImageOrOneLine(m_Path, m_Log));
+        }
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_P(DamagedImages, AClaimOfManyPixelsIsRefusedBeforeTheyAreAllocated)
+{
+    const uint64_t nPeakBefore = GetPeakKilobytes();
+    for (const uint32_t uSide : {8000U, 30000U, 65535U, 0x7FFFFFFFU, 0U})
+    {
+        SCOPED_TRACE(uSide);
+        WriteFile(m_Path, ClaimSides(m_Whole, GetParam().Name, uSide));
+        EXPECT_FALSE(LoadImage(m_Path));
+        EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+    }
+    EXPECT_LT(GetPeakKilobytes() - nPeakBefore, 32U * 1024);
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples,
+                         DamagedImages,
+                         ::testing::ValuesIn(Samples),
+                         [](const auto& Info)
+                         {
+                             std::string strName = Info.param.Name;
+                             strName[strName.find('.')] = '_';
+                             return strName;
+                         });

@@ -1,0 +1,121 @@
+#pragma once
+
+#include "host/FileSystem.h"
+#include "parser/TCParseFile.h"
+#include "tests/support/CLogCatcher.h"
+#include "tests/support/CTempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <sstream>
+#include <string>
+
+// Files in a folder of their own, parsed under relative names, and trees as one line of text.
+class CParserTest : public ::testing::Test
+{
+protected:
+    struct SOutcome
+    {
+        std::string strTree;
+        std::string strLog;
+        ETCParseStatus eStatus = tcparse_done;
+    };
+
+    CParserTest() { fs::set_user_root(m_Folder.GetFolder().c_str()); }
+
+    ~CParserTest() override { fs::set_user_root(nullptr); }
+
+    void Write(const char* pszName, const std::string& strText)
+    {
+        WriteBytes(m_Folder.Path(pszName), strText);
+    }
+
+    SOutcome ParseFile(const char* pszName, const STCParseCallbacks& callbacks = {})
+    {
+        CLogCatcher log;
+        SOutcome outcome;
+        const std::unique_ptr<CTCPARSE_KEYWORD> pTree(TCParseFile(pszName,
+                                                                  callbacks.pInt,
+                                                                  callbacks.pFloat,
+                                                                  callbacks.pVec3,
+                                                                  callbacks.pVec4,
+                                                                  callbacks.pString,
+                                                                  &outcome.eStatus));
+        outcome.strTree = Show(pTree.get());
+        outcome.strLog = log.GetText();
+        return outcome;
+    }
+
+    SOutcome Parse(const std::string& strText, const STCParseCallbacks& callbacks = {})
+    {
+        Write("t.txt", strText);
+        return ParseFile("t.txt", callbacks);
+    }
+
+    // "name(i1,f2.5,\"text\",[1 2 3]){nested()} sibling()", a variable's name behind its value.
+    static std::string Show(const CTCPARSE_KEYWORD* pNode)
+    {
+        std::ostringstream text;
+        for (; pNode != nullptr; pNode = pNode->next)
+        {
+            text << pNode->name << '(';
+            for (const CTCPARSE_PARAM* p = pNode->params; p != nullptr; p = p->next)
+            {
+                text << ShowValue(*p) << (p->refName != nullptr ? "%" : "")
+                     << (p->refName != nullptr ? p->refName : "")
+                     << (p->next != nullptr ? "," : "");
+                EXPECT_EQ(p->flag, 0);
+            }
+            text << ')';
+            if (pNode->block != nullptr)
+            {
+                text << '{' << Show(pNode->block) << '}';
+            }
+            text << (pNode->next != nullptr ? " " : "");
+        }
+        return text.str();
+    }
+
+    CTempFolder m_Folder;
+
+private:
+    static std::string ShowValue(const CTCPARSE_PARAM& param)
+    {
+        char szText[128] = "?";
+        switch (param.type)
+        {
+        case tcparse_int:
+            return "i" + std::to_string(dynamic_cast<const CTCPARSE_INT&>(param).value);
+        case tcparse_float:
+            snprintf(
+                szText, sizeof(szText), "f%.9g", dynamic_cast<const CTCPARSE_FLOAT&>(param).value);
+            break;
+        case tcparse_string:
+            return '"' + std::string(dynamic_cast<const CTCPARSE_STRING&>(param).value) + '"';
+        case tcparse_vec3:
+        {
+            const auto& v = dynamic_cast<const CTCPARSE_VEC3&>(param);
+            snprintf(szText, sizeof(szText), "[%.9g %.9g %.9g]", v.x, v.y, v.z);
+            break;
+        }
+        case tcparse_vec4:
+        {
+            const auto& v = dynamic_cast<const CTCPARSE_VEC4&>(param);
+            snprintf(szText, sizeof(szText), "[%.9g %.9g %.9g %.9g]", v.x, v.y, v.z, v.w);
+            break;
+        }
+        }
+        return szText;
+    }
+};
+
+// One line of a file behind a first line of declarations, what it gives, and its messages in order,
+// each with a line feed. Messages that end a parse are followed by "!".
+struct SParserCase
+{
+    const char* pszLine;
+    const char* pszTree;
+    const char* pszMessages;
+};

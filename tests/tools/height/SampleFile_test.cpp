@@ -1,0 +1,276 @@
+#include "tests/support/CLogCatcher.h"
+#include "tests/support/CTempFolder.h"
+#include "tools/height/SampleFile.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace
+{
+
+constexpr const char* HEADER = "{'descr': '<i2', 'fortran_order': False, 'shape': (2, 3), }\n";
+
+// A whole ".npy" file; the header's length takes two bytes in version 1, else four.
+std::string MakeNpy(char cVersion, const std::string& strHeader, const std::string& strSamples)
+{
+    std::string strBytes = "\x93NUMPY";
+    strBytes += cVersion;
+    strBytes += '\0';
+    for (int i = 0; i < (cVersion == 1 ? 2 : 4); ++i)
+    {
+        strBytes += static_cast<char>(strHeader.size() >> (8 * i));
+    }
+    return strBytes + strHeader + strSamples;
+}
+
+template <typename TSample>
+std::string MakeSamples(std::initializer_list<TSample> samples, bool bBigEndian)
+{
+    std::string strBytes;
+    for (const TSample sample : samples)
+    {
+        char aBytes[sizeof(TSample)];
+        std::memcpy(aBytes, &sample, sizeof(TSample));
+        if (bBigEndian)
+        {
+            std::reverse(std::begin(aBytes), std::end(aBytes));
+        }
+        strBytes.append(aBytes, sizeof(TSample));
+    }
+    return strBytes;
+}
+
+class SampleFile : public testing::Test
+{
+protected:
+    bool Read(const char* pszName, const std::string& strBytes)
+    {
+        m_Path = m_Folder.Path(pszName);
+        WriteBytes(m_Path, strBytes);
+        m_Grid = {};
+        m_Grid.uColumns = 99; // stays when reading fails
+        const bool bRead = ReadSamples(m_Path, m_Grid);
+        m_Lines = m_Log.TakeLines();
+        EXPECT_EQ(m_Lines.size(), bRead ? 0U : 1U);
+        EXPECT_TRUE(bRead || (m_Grid.uColumns == 99 && m_Grid.samples.empty()));
+        return bRead;
+    }
+
+    void ExpectFault(const char* pszName, const std::string& strBytes, const std::string& strFault)
+    {
+        EXPECT_FALSE(Read(pszName, strBytes));
+        EXPECT_EQ(m_Lines, std::vector<std::string>{"[ReadSamples] " + m_Path + ": " + strFault});
+    }
+
+    CTempFolder m_Folder;
+    CLogCatcher m_Log;
+    std::string m_Path;
+    SSampleGrid m_Grid;
+    std::vector<std::string> m_Lines;
+};
+
+TEST_F(SampleFile, ReadsEveryTypeByteOrderAndVersionOfNpy)
+{
+    struct SCase
+    {
+        const char* pszType;
+        std::string strSamples;
+        std::vector<float> expected;
+    };
+
+    const SCase aCases[] = {
+        {"<i2",
+         MakeSamples<int16_t>({-2, 300, 32767, 0, -32768, 5}, false),
+         {-2, 300, 32767, 0, -32768, 5}},
+        {">i2",
+         MakeSamples<int16_t>({-2, 300, 32767, 0, -32768, 5}, true),
+         {-2, 300, 32767, 0, -32768, 5}},
+        {"<u2", MakeSamples<uint16_t>({1, 65535, 2, 3, 4, 5}, false), {1, 65535, 2, 3, 4, 5}},
+        {">u2", MakeSamples<uint16_t>({1, 65535, 2, 3, 4, 5}, true), {1, 65535, 2, 3, 4, 5}},
+        {"=f4", MakeSamples<float>({1.5F, -2, 0, 3, 4, 1e30F}, false), {1.5F, -2, 0, 3, 4, 1e30F}},
+        {">f4", MakeSamples<float>({1.5F, -2, 0, 3, 4, 1e30F}, true), {1.5F, -2, 0, 3, 4, 1e30F}},
+        {"<f8", MakeSamples<double>({0.1, -2, 0, 3, 4, 5}, false), {0.1F, -2, 0, 3, 4, 5}},
+        {">f8", MakeSamples<double>({0.1, -2, 0, 3, 4, 5}, true), {0.1F, -2, 0, 3, 4, 5}},
+    };
+    for (const SCase& oneCase : aCases)
+    {
+        for (const char cVersion : {'\1', '\2', '\3'})
+        {
+            SCOPED_TRACE(testing::Message() << oneCase.pszType << ", version " << int{cVersion});
+            const std::string strHeader =
+                std::string("{'descr': '") + oneCase.pszType +
+                "', 'fortran_order': False, 'shape': (2, 3), }          \n";
+            ASSERT_TRUE(Read("a.npy", MakeNpy(cVersion, strHeader, oneCase.strSamples)));
+            EXPECT_EQ(m_Grid.uRows, 2U);
+            EXPECT_EQ(m_Grid.uColumns, 3U);
+            EXPECT_EQ(m_Grid.samples, oneCase.expected);
+        }
+    }
+    // Another name, another order of keys, other blanks.
+    EXPECT_TRUE(Read("elevation.dat",
+                     MakeNpy(1,
+                             "{\"shape\":(2,3),\"descr\":\"<i2\",  \"fortran_order\"  :False}",
+                             std::string(12, '\0'))));
+}
+
+TEST_F(SampleFile, RefusesEachFaultOfNpyByItsName)
+{
+    const std::string strTwelve(12, '\0');
+    const auto withHeader = [&](const std::string& strHeader)
+    {
+        return MakeNpy(1, strHeader, strTwelve);
+    };
+    const auto withShape = [&](const std::string& strShape)
+    {
+        return withHeader("{'descr': '<i2', 'fortran_order': False, 'shape': " + strShape + ", }");
+    };
+    const auto withType = [&](const std::string& strType)
+    {
+        return withHeader("{'descr': '" + strType +
+                          "', 'fortran_order': False, 'shape': (2, 3), }");
+    };
+    constexpr const char* HEADER_FAULT = "its header is not one of a plain array";
+    const float fNan = std::numeric_limits<float>::quiet_NaN();
+
+    ExpectFault("a.npy", "", "not a .npy file (wrong magic)");
+    ExpectFault("a.npy", "\x93NUMPX" + strTwelve, "not a .npy file (wrong magic)");
+    ExpectFault("a.npy", MakeNpy(4, HEADER, strTwelve), "version 4 is not known");
+    ExpectFault("a.npy", MakeNpy(2, HEADER, "").substr(0, 11), "shorter than a header");
+    ExpectFault("a.npy", MakeNpy(2, HEADER, "").substr(0, 40), "shorter than its header says");
+    ExpectFault("a.npy", MakeNpy(1, HEADER, strTwelve.substr(1)), "shorter than its shape says");
+    ExpectFault("a.npy", MakeNpy(1, HEADER, strTwelve + "x"), "longer than its shape says");
+    ExpectFault("a.npy", withType("<i4"), "type \"<i4\" is not int16, uint16, float32 or float64");
+    ExpectFault("a.npy", withType("|i2"), "type \"|i2\" is not int16, uint16, float32 or float64");
+    ExpectFault("a.npy", withType("<\n2"), "type \"<?2\" is not int16, uint16, float32 or float64");
+    ExpectFault("a.npy", withType(""), "type \"\" is not int16, uint16, float32 or float64");
+    ExpectFault("a.npy", withShape("(6,)"), "has 1 dimensions, not 2");
+    ExpectFault("a.npy", withShape("()"), "has 0 dimensions, not 2");
+    ExpectFault("a.npy", withShape("(1, 2, 3)"), "has 3 dimensions, not 2");
+    ExpectFault("a.npy", withShape("(1, 6)"), "has 1 rows and 6 columns, not 2 to 65535 of each");
+    // 2^32 x 2^32 samples: the product would be 0 in 64 bits.
+    ExpectFault("a.npy",
+                withShape("(4294967296, 4294967296)"),
+                "has 4294967296 rows and 4294967296 columns, not 2 to 65535 of each");
+    ExpectFault("a.npy", withShape("(65535, 65535)"), "shorter than its shape says");
+    ExpectFault("a.npy",
+                withHeader("{'descr': '<i2', 'fortran_order': True, 'shape': (2, 3), }"),
+                "is in Fortran order, not in C order");
+    ExpectFault("a.npy",
+                MakeNpy(1,
+                        "{'descr': '<f4', 'fortran_order': False, 'shape': (2, 2), }",
+                        MakeSamples<float>({1, 2, 3, fNan}, false)),
+                "the sample at column 1, row 1 is not a finite number");
+    ExpectFault("a.npy",
+                MakeNpy(1,
+                        "{'descr': '<f8', 'fortran_order': False, 'shape': (2, 2), }",
+                        MakeSamples<double>({1, 1e300, 3, 4}, false)),
+                "the sample at column 1, row 0 is not a finite number");
+    for (const char* pszHeader :
+         {"",
+          "{",
+          "{}",
+          "{'descr': '<i2', 'fortran_order': False, }",
+          "{'descr': [('x', '<i2')], 'fortran_order': False, 'shape': (2, 3), }",
+          "{'descr': '<i2', 'fortran_order': 0, 'shape': (2, 3), }",
+          "{'descr': '<i2', 'fortran_order': False, 'shape': (2, -3), }",
+          "{'descr': '<i2', 'fortran_order': False, 'shape': (2 3), }",
+          "{'descr': '<i2', 'fortran_order': False, 'shape': (99999999999999999999, 3), }",
+          "{'descr': '<i2', 'descr': '<i2', 'fortran_order': False, 'shape': (2, 3), }",
+          "{'descr': '<i2', 'fortran_order': False, 'shape': (2, 3), 'more': 1}",
+          "{'descr': '<i2', 'fortran_order': False, 'shape': (2, 3), } x",
+          "{'descr': '<i2}"})
+    {
+        SCOPED_TRACE(pszHeader);
+        ExpectFault("a.npy", withHeader(pszHeader), HEADER_FAULT);
+    }
+}
+
+TEST_F(SampleFile, RefusesEveryTruncationAndSurvivesEveryFlippedByte)
+{
+    const std::string strBytes =
+        MakeNpy(1, HEADER, MakeSamples<int16_t>({1, 2, 3, 4, 5, 6}, false));
+    ASSERT_TRUE(Read("a.npy", strBytes));
+    for (size_t nLength = 0; nLength < strBytes.size(); ++nLength)
+    {
+        EXPECT_FALSE(Read("a.npy", strBytes.substr(0, nLength))) << nLength;
+    }
+    for (size_t nAt = 0; nAt < strBytes.size() - 12; ++nAt)
+    {
+        for (const int iFlip : {0x01, 0x20, 0x80, 0xFF})
+        {
+            std::string strFlipped = strBytes;
+            strFlipped[nAt] = static_cast<char>(strFlipped[nAt] ^ iFlip);
+            if (Read("a.npy", strFlipped))
+            {
+                EXPECT_EQ(m_Grid.samples.size(), 6U) << "byte " << nAt << " flipped by " << iFlip;
+            }
+        }
+    }
+}
+
+TEST_F(SampleFile, FillsTheVoidsOfAHgtTileFromTheirRims)
+{
+    constexpr int16_t NONE = -32768;
+    // clang-format off
+    ASSERT_TRUE(Read("N44W072.HGT", MakeSamples<int16_t>({
+        10,   10,   10,   10,   10,
+        10,   NONE, NONE, NONE, 10,
+        10,   NONE, NONE, NONE, 10,
+        10,   NONE, NONE, NONE, 10,
+        10,   10,   10,   10,   NONE}, true)));
+    // clang-format on
+    EXPECT_EQ(m_Grid.uColumns, 5U);
+    EXPECT_EQ(m_Grid.uRows, 5U);
+    EXPECT_EQ(m_Grid.nFilledVoids, 10U);
+    EXPECT_EQ(m_Grid.samples, std::vector<float>(25, 10.0F));
+
+    // The outer ring first, from what is known; then the next from that ring.
+    ASSERT_TRUE(Read("a.hgt",
+                     MakeSamples<int16_t>({0,
+                                           100,
+                                           NONE,
+                                           NONE,
+                                           -200,
+                                           300,
+                                           NONE,
+                                           NONE, //
+                                           NONE,
+                                           NONE,
+                                           NONE,
+                                           NONE,
+                                           NONE,
+                                           NONE,
+                                           NONE,
+                                           NONE},
+                                          true)));
+    const float fFirst = (100.0F + 300.0F) / 2.0F;      // next to 100 and 300
+    const float fBelowLeft = (-200.0F + 300.0F) / 2.0F; // below -200 and 300
+    EXPECT_EQ(m_Grid.nFilledVoids, 12U);
+    EXPECT_EQ(m_Grid.samples[2], fFirst);
+    EXPECT_EQ(m_Grid.samples[8], fBelowLeft);
+    EXPECT_EQ(m_Grid.samples[3], fFirst) << "its neighbours of the ring before are both that";
+    EXPECT_EQ(m_Grid.samples[10], 300.0F) << "only the corner of 300 is known around it";
+}
+
+TEST_F(SampleFile, RefusesWhatIsNoHgtTileAndNoFileAtAll)
+{
+    ExpectFault("a.hgt", "", "its 0 bytes are no square of 16-bit samples");
+    ExpectFault("a.hgt", std::string(2, 'x'), "its 2 bytes are no square of 16-bit samples");
+    ExpectFault("a.hgt", std::string(19, 'x'), "its 19 bytes are no square of 16-bit samples");
+    ExpectFault("a.hgt", std::string(24, 'x'), "its 24 bytes are no square of 16-bit samples");
+    ExpectFault("a.hgt",
+                MakeSamples<int16_t>({-32768, -32768, -32768, -32768}, true),
+                "has no sample that is not void");
+    ExpectFault("a.tif", std::string(18, 'x'), "neither a .npy nor a .hgt file");
+    EXPECT_FALSE(ReadSamples(m_Folder.Path("missing.npy"), m_Grid));
+    EXPECT_FALSE(ReadSamples(m_Folder.GetFolder(), m_Grid));
+    const std::vector<std::string> lines = m_Log.TakeLines();
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0].find("[ReadSamples] " + m_Folder.Path("missing.npy") + ": "), 0U);
+    EXPECT_EQ(lines[1].find("[ReadSamples] " + m_Folder.GetFolder() + ": "), 0U);
+}
+
+} // namespace

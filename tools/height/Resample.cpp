@@ -1,0 +1,64 @@
+#include "tools/height/Resample.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace
+{
+
+// Between which two samples of an axis a vertex lies, and where.
+struct SBetween
+{
+    uint32_t uFirst = 0;
+    float fFraction = 0.0F;
+};
+
+SBetween Locate(uint32_t uVertex, uint32_t uVertices, uint32_t uSamples)
+{
+    const double dAt = static_cast<double>(uVertex) * (uSamples - 1) / (uVertices - 1);
+    const uint32_t uFirst = std::min(static_cast<uint32_t>(dAt), uSamples - 2);
+    return {uFirst, static_cast<float>(dAt - uFirst)};
+}
+
+float Mix(float fFirst, float fSecond, float fFraction)
+{
+    return fFirst * (1.0F - fFraction) + fSecond * fFraction;
+}
+
+} // namespace
+
+uint32_t GetNearestSize(uint32_t uColumns, uint32_t uRows)
+{
+    constexpr uint32_t SMALLEST_CELLS = 32;
+    constexpr uint32_t LARGEST_CELLS = 16384;
+    const int64_t iWanted = int64_t{std::max(uColumns, uRows)} - 1;
+    int64_t iBest = SMALLEST_CELLS;
+    for (int64_t iCells = SMALLEST_CELLS; iCells <= LARGEST_CELLS; iCells *= 2)
+    {
+        iBest = std::abs(iCells - iWanted) <= std::abs(iBest - iWanted) ? iCells : iBest;
+    }
+    return static_cast<uint32_t>(iBest + 1);
+}
+
+void Resample(const SSampleGrid& grid, uint32_t uSizeX, uint32_t uSizeZ, float* pHeights)
+{
+    std::vector<SBetween> columns(uSizeX);
+    for (uint32_t x = 0; x < uSizeX; ++x)
+    {
+        columns[x] = Locate(x, uSizeX, grid.uColumns);
+    }
+    for (uint32_t z = 0; z < uSizeZ; ++z)
+    {
+        const SBetween row = Locate(z, uSizeZ, grid.uRows);
+        const float* pUpper = grid.samples.data() + static_cast<size_t>(row.uFirst) * grid.uColumns;
+        const float* pLower = pUpper + grid.uColumns;
+        float* pOut = pHeights + static_cast<size_t>(z) * uSizeX;
+        for (uint32_t x = 0; x < uSizeX; ++x)
+        {
+            const auto [uFirst, fFraction] = columns[x];
+            pOut[x] = Mix(Mix(pUpper[uFirst], pUpper[uFirst + 1], fFraction),
+                          Mix(pLower[uFirst], pLower[uFirst + 1], fFraction),
+                          row.fFraction);
+        }
+    }
+}
