@@ -144,6 +144,9 @@ void UndoRedo(benchmark::State& state)
 {
     CBenchHost& bench = GetBenchHost(4097);
     bench.SetBrush("RelativeHeightFunction", 255.0F);
+    bench.Press(500.0F, 500.0F); // a stroke that drops what earlier figures left to redo
+    bench.Move(500.0F, 500.0F);
+    bench.Release(500.0F, 500.0F);
     const float* pHeights = bench.GetTerrain().GetHeightData();
     const size_t nCount = size_t{4097} * 4097;
     const std::vector<float> before(pHeights, pHeights + nCount);

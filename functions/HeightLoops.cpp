@@ -4,6 +4,8 @@
 #include "modification/CVertList.h"
 #include "modification/VectorClones.h"
 
+#include <bit>
+
 namespace
 {
 
@@ -35,9 +37,19 @@ struct SPull
 {
     float fStroke;
     float fTarget;
-    bool bRaise; // vertices below the target may change
-    bool bLower; // vertices above it
+    int32_t iRaise; // -1 when vertices below the target may change, else 0
+    int32_t iLower; // the same for vertices above it
 };
+
+// y or fNew, without a branch, in the form that compilers turn into vectors.
+inline float Choose(const SPull& pull, float y, float fNew)
+{
+    const int32_t iBelow = y < pull.fTarget ? -1 : 0;
+    const int32_t iAbove = y > pull.fTarget ? -1 : 0;
+    const int32_t iChange = (pull.iRaise | ~iBelow) & (pull.iLower | ~iAbove);
+    return std::bit_cast<float>((std::bit_cast<int32_t>(fNew) & iChange) |
+                                (std::bit_cast<int32_t>(y) & ~iChange));
+}
 
 TELLUR_VECTOR_CLONES
 void PullLoop(float* pHeights, const float* pWeights, size_t nCount, const SPull& pull)
@@ -47,8 +59,7 @@ void PullLoop(float* pHeights, const float* pWeights, size_t nCount, const SPull
     {
         const float y = pHeights[i];
         const float a = (p.fTarget - y) * pWeights[i] * p.fStroke;
-        const bool bChange = (p.bRaise | !(y < p.fTarget)) & (p.bLower | !(y > p.fTarget));
-        pHeights[i] = bChange ? y + a : y;
+        pHeights[i] = Choose(p, y, y + a);
     }
 }
 
@@ -65,8 +76,7 @@ void PullBandLoop(float* pHeights,
     {
         const float y = pHeights[i];
         const float a = (p.fTarget - y) * pWeights[i] * p.fStroke * local.GetFactor(y);
-        const bool bChange = (p.bRaise | !(y < p.fTarget)) & (p.bLower | !(y > p.fTarget));
-        pHeights[i] = bChange ? y + a : y;
+        pHeights[i] = Choose(p, y, y + a);
     }
 }
 
@@ -88,7 +98,7 @@ void RaiseHeights(CVertList& verts, float fStroke, float fAmount, const CVertica
 void PullHeights(
     CVertList& verts, float fStroke, float fTarget, const CVerticalBand& band, int32_t iMode)
 {
-    const SPull pull = {fStroke, fTarget, iMode != mode_max, iMode != mode_min};
+    const SPull pull = {fStroke, fTarget, iMode != mode_max ? -1 : 0, iMode != mode_min ? -1 : 0};
     if (band.IsActive())
     {
         PullBandLoop(verts.GetHeights(), verts.GetWeights(), verts.GetCount(), pull, band);

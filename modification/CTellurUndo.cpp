@@ -3,7 +3,9 @@
 #include "host/Terrain.h"
 #include "plugin/PluginContext.h"
 
-#include <unordered_map>
+#include <algorithm>
+#include <climits>
+#include <cstdint>
 
 namespace
 {
@@ -33,11 +35,43 @@ template <class TFn> void ForEachBlock(const SChangedVert& vert, TFn fn)
     }
 }
 
-uint64_t GetBlockKey(int iBlockX, int iBlockZ)
+// Where each block stands in the record's list, by block coordinates relative to the first ones.
+class CBlockTable
 {
-    return (static_cast<uint64_t>(static_cast<uint32_t>(iBlockZ)) << 32U) |
-           static_cast<uint32_t>(iBlockX);
-}
+public:
+    explicit CBlockTable(const std::vector<SChangedVert>& verts)
+    {
+        int iLastX = INT_MIN;
+        int iLastZ = INT_MIN;
+        for (const SChangedVert& vert : verts)
+        {
+            m_FirstX = std::min(m_FirstX, vert.iX / BLOCK_CELLS - 1);
+            m_FirstZ = std::min(m_FirstZ, vert.iZ / BLOCK_CELLS - 1);
+            iLastX = std::max(iLastX, vert.iX / BLOCK_CELLS);
+            iLastZ = std::max(iLastZ, vert.iZ / BLOCK_CELLS);
+        }
+        if (!verts.empty())
+        {
+            m_Width = iLastX - m_FirstX + 1;
+            m_Places.resize(
+                static_cast<size_t>(m_Width) * static_cast<size_t>(iLastZ - m_FirstZ + 1), NONE);
+        }
+    }
+
+    static constexpr int32_t NONE = -1;
+
+    int32_t& operator()(int iBlockX, int iBlockZ)
+    {
+        return m_Places[static_cast<size_t>(iBlockZ - m_FirstZ) * static_cast<size_t>(m_Width) +
+                        static_cast<size_t>(iBlockX - m_FirstX)];
+    }
+
+private:
+    int m_FirstX = INT_MAX;
+    int m_FirstZ = INT_MAX;
+    int m_Width = 0;
+    std::vector<int32_t> m_Places;
+};
 
 } // namespace
 
@@ -60,21 +94,21 @@ void CTellurUndo::Fill(const std::vector<SChangedVert>& verts)
         m_RowWidth = static_cast<int>(m_Terrain->GetCellsPerSide()) + 1;
     }
     // Counted first, so that the record holds no more memory than its vertices need.
-    std::unordered_map<uint64_t, size_t> places;
+    CBlockTable places(verts);
     std::vector<size_t> counts;
     for (const SChangedVert& vert : verts)
     {
         ForEachBlock(vert,
                      [&](int iBlockX, int iBlockZ)
                      {
-                         const auto [it, bNew] =
-                             places.try_emplace(GetBlockKey(iBlockX, iBlockZ), m_Blocks.size());
-                         if (bNew)
+                         int32_t& iPlace = places(iBlockX, iBlockZ);
+                         if (iPlace == CBlockTable::NONE)
                          {
+                             iPlace = static_cast<int32_t>(m_Blocks.size());
                              m_Blocks.emplace_back(iBlockX, iBlockZ);
                              counts.push_back(0);
                          }
-                         ++counts[it->second];
+                         ++counts[static_cast<size_t>(iPlace)];
                      });
     }
     m_Blocks.shrink_to_fit();
@@ -86,7 +120,7 @@ void CTellurUndo::Fill(const std::vector<SChangedVert>& verts)
     {
         ForEachBlock(vert,
                      [&](int iBlockX, int iBlockZ)
-                     { m_Blocks[places.find(GetBlockKey(iBlockX, iBlockZ))->second].Add(vert); });
+                     { m_Blocks[static_cast<size_t>(places(iBlockX, iBlockZ))].Add(vert); });
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/Log.h"
 #include "host/Terrain.h"
+#include "modification/VectorClones.h"
 
 #include <algorithm>
 #include <cmath>
@@ -22,6 +23,17 @@ bool GetGridRange(float fMin, float fMax, float fStep, int& iFirst, int& iLast)
     iFirst = static_cast<int>(std::max(fFirst, -fLimit));
     iLast = static_cast<int>(std::min(fLast, fLimit));
     return true;
+}
+
+TELLUR_VECTOR_CLONES
+bool HasNegative(const float* pHeights, size_t nCount)
+{
+    int32_t iAny = 0;
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        iAny |= static_cast<int32_t>(pHeights[i] < 0.0F);
+    }
+    return iAny != 0;
 }
 
 } // namespace
@@ -82,6 +94,12 @@ size_t CVertDataSet::GetCandidateCount() const
 
 void CVertDataSet::MoveEditable(const SCandidates& row, const float* pHeights)
 {
+    const auto nCount = static_cast<size_t>(row.nCount);
+    if (!HasNegative(pHeights, nCount)) // nearly every row
+    {
+        m_Verts.AppendRun(row.ixFirst, row.iz, pHeights, nCount);
+        return;
+    }
     int i = 0;
     while (i < row.nCount)
     {

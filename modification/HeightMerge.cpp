@@ -9,8 +9,6 @@
 namespace
 {
 
-constexpr float MIN_CHANGE = 1.0e-6F; // a difference up to this is no change
-
 float ClampHeight(float fHeight, float fMaxHeight)
 {
     const float fLow = fHeight <= 0.0F ? 0.0F : fHeight;
@@ -25,7 +23,7 @@ struct SBitSpan
     int32_t iLast = -1;
     int32_t nChanged = 0;
     int32_t iMinBits = INT32_MAX;
-    int32_t iMaxBits = INT32_MIN;
+    int32_t iMaxBits = 0; // heights written are 0 or more
 };
 
 template <EMergeRule TRule>
@@ -36,24 +34,27 @@ inline void MergeLoop(const float* pSource,
                       float fMaxHeight,
                       SBitSpan& span)
 {
+    // Conditions are masks of all ones or none, which is the form that compilers turn into vectors.
     SBitSpan s = span;
     for (int32_t i = 0; i < nCount; ++i)
     {
         const float fCandidate = pCandidates[i];
         const float fDest = pDest[i];
-        bool bWrite = (fCandidate != fDest) & (fCandidate == fCandidate);
+        int32_t iWrite = fCandidate != fDest ? -1 : 0;
+        iWrite &= fCandidate == fCandidate ? -1 : 0;
         if constexpr (TRule == EMergeRule::Strongest)
         {
-            bWrite &= std::fabs(fCandidate - pSource[i]) >= std::fabs(fDest - pSource[i]);
+            const float fReached = std::fabs(fDest - pSource[i]);
+            iWrite &= std::fabs(fCandidate - pSource[i]) >= fReached ? -1 : 0;
         }
-        const float fWritten = ClampHeight(fCandidate, fMaxHeight);
-        pDest[i] = bWrite ? fWritten : fDest;
-        const int32_t iBits = std::bit_cast<int32_t>(fWritten);
-        s.nChanged += bWrite ? 1 : 0;
-        s.iFirst = std::min(s.iFirst, bWrite ? i : INT32_MAX);
-        s.iLast = std::max(s.iLast, bWrite ? i : -1);
-        s.iMinBits = std::min(s.iMinBits, bWrite ? iBits : INT32_MAX);
-        s.iMaxBits = std::max(s.iMaxBits, bWrite ? iBits : INT32_MIN);
+        const int32_t iBits = std::bit_cast<int32_t>(ClampHeight(fCandidate, fMaxHeight));
+        pDest[i] =
+            std::bit_cast<float>((iBits & iWrite) | (std::bit_cast<int32_t>(fDest) & ~iWrite));
+        s.nChanged -= iWrite;
+        s.iFirst = std::min(s.iFirst, (i & iWrite) | (INT32_MAX & ~iWrite));
+        s.iLast = std::max(s.iLast, i | ~iWrite);
+        s.iMinBits = std::min(s.iMinBits, (iBits & iWrite) | (INT32_MAX & ~iWrite));
+        s.iMaxBits = std::max(s.iMaxBits, iBits & iWrite);
     }
     span = s;
 }
@@ -136,11 +137,6 @@ SMergeSpan MergeHeights(const ITellurFunction& function,
             span.nChanged,
             std::bit_cast<float>(span.iMinBits),
             std::bit_cast<float>(span.iMaxBits)};
-}
-
-bool IsChange(float fSource, float fDest)
-{
-    return !(fDest < 0.0F) && std::fabs(fSource - fDest) > MIN_CHANGE;
 }
 
 TELLUR_VECTOR_CLONES

@@ -2,6 +2,7 @@
 
 #include "functions/ITellurFunction.h"
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -27,4 +28,10 @@ SMergeSpan MergeHeights(const ITellurFunction& function,
 
 // Whether any vertex of a row differs enough to be recorded and is editable.
 bool HasChange(const float* pSource, const float* pDest, size_t nCount);
-bool IsChange(float fSource, float fDest);
+
+constexpr float MIN_CHANGE = 1.0e-6F; // a difference up to this is no change
+
+inline bool IsChange(float fSource, float fDest)
+{
+    return !(fDest < 0.0F) && std::fabs(fSource - fDest) > MIN_CHANGE;
+}

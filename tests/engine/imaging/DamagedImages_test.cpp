@@ -45,7 +45,7 @@ void ExpectImageOrOneLine(const std::string& strPath, CLogCatcher& Log)
     }
 }
 
-class DamagedImages : public ::testing::TestWithParam<SSample>
+class CDamagedImages : public ::testing::TestWithParam<SSample>
 {
 protected:
     void SetUp() override
@@ -135,7 +135,7 @@ Bytes ClaimSides(const Bytes& Whole, const std::string& strName, uint32_t uSide)
 
 } // namespace
 
-TEST_P(DamagedImages, CutAtEveryLength)
+TEST_P(CDamagedImages, CutAtEveryLength)
 {
     testing::internal::CaptureStderr();
     const Bytes Pixels = GetPixels(LoadImage(m_Path).get());
@@ -152,7 +152,7 @@ TEST_P(DamagedImages, CutAtEveryLength)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST_P(DamagedImages, AFlippedByteAtEveryPosition)
+TEST_P(CDamagedImages, AFlippedByteAtEveryPosition)
 {
     testing::internal::CaptureStderr();
     for (size_t nPosition = 0; nPosition < m_Whole.size(); ++nPosition)
@@ -169,7 +169,7 @@ TEST_P(DamagedImages, AFlippedByteAtEveryPosition)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
-TEST_P(DamagedImages, AClaimOfManyPixelsIsRefusedBeforeTheyAreAllocated)
+TEST_P(CDamagedImages, AClaimOfManyPixelsIsRefusedBeforeTheyAreAllocated)
 {
     const uint64_t nPeakBefore = GetPeakKilobytes();
     for (const uint32_t uSide : {8000U, 30000U, 65535U, 0x7FFFFFFFU, 0U})
@@ -183,7 +183,7 @@ TEST_P(DamagedImages, AClaimOfManyPixelsIsRefusedBeforeTheyAreAllocated)
 }
 
 INSTANTIATE_TEST_SUITE_P(Samples,
-                         DamagedImages,
+                         CDamagedImages,
                          ::testing::ValuesIn(Samples),
                          [](const auto& Info)
                          {

@@ -10,13 +10,13 @@ constexpr uint32_t HEIGHT = 6;
 
 struct SForeign
 {
-    const char* Source;    // pixels handed to the program: rgb, rgba, gray
-    uint32_t Levels;       // values a channel has, spread evenly from 0 to 255
+    const char* Source; // pixels handed to the program: rgb, rgba, gray
+    uint32_t Levels;    // values a channel has, spread evenly from 0 to 255
+    int Tolerance;
     const char* Arguments; // what makes the program write this kind
     const char* Target;    // prefix and extension of the file
     EImageFormat Format;
     bool Palette;
-    int Tolerance;
 };
 
 constexpr EImageFormat INDEXED = EImageFormat::Indexed8;
@@ -25,41 +25,41 @@ constexpr EImageFormat RGBA = EImageFormat::Rgba32;
 
 // clang-format off
 const SForeign Kinds[] = {
-    {"rgb", 256, "-define png:color-type=2", "png", RGB, false, 0},
-    {"rgba", 256, "-define png:color-type=6", "png", RGBA, false, 0},
-    {"rgba", 256, "-interlace PNG -define png:color-type=6", "png", RGBA, false, 0},
-    {"rgb", 256, "-depth 16 -define png:bit-depth=16 -define png:color-type=2", "png", RGB, false, 0},
-    {"gray", 256, "-define png:color-type=0 -define png:bit-depth=8", "png", INDEXED, false, 0},
-    {"gray", 16, "-define png:color-type=0 -define png:bit-depth=4", "png", INDEXED, false, 0},
-    {"gray", 4, "-interlace PNG -define png:color-type=0 -define png:bit-depth=2", "png", INDEXED, false, 0},
-    {"gray", 2, "-define png:color-type=0 -define png:bit-depth=1", "png", INDEXED, false, 0},
-    {"gray", 256, "-define png:color-type=4 -alpha on", "png", RGBA, false, 0},
-    {"rgb", 2, "-define png:color-type=3 -define png:bit-depth=4", "png", INDEXED, true, 0},
-    {"rgb", 4, "-interlace PNG -define png:color-type=3 -define png:bit-depth=8", "png", INDEXED, true, 0},
-    {"rgb", 256, "", "BMP3:bmp", RGB, false, 0},
-    {"rgb", 256, "", "BMP2:bmp", RGB, false, 0},
-    {"rgba", 256, "", "bmp", RGBA, false, 0},
-    {"rgb", 2, "-define bmp:subtype=RGB565", "bmp", RGB, false, 0},
-    {"rgb", 2, "-define bmp:subtype=RGB555", "bmp", RGB, false, 0},
-    {"rgba", 16, "-define bmp:subtype=ARGB4444", "bmp", RGBA, false, 0},
-    {"rgb", 2, "-type Palette -compress none", "BMP3:bmp", INDEXED, true, 0},
-    {"rgb", 2, "-type Palette -compress RLE", "BMP3:bmp", INDEXED, true, 0},
-    {"rgb", 4, "-type Palette -compress none", "BMP3:bmp", INDEXED, true, 0},
-    {"rgb", 4, "-type Palette -compress none", "BMP2:bmp", INDEXED, true, 0},
-    {"gray", 2, "-type Bilevel", "BMP3:bmp", INDEXED, true, 0},
-    {"rgb", 256, "-orient TopLeft -compress none", "tga", RGB, false, 0},
-    {"rgb", 2, "-flip -orient BottomLeft -compress RLE", "tga", RGB, false, 0},
-    {"rgba", 2, "-orient TopLeft -compress RLE", "tga", RGBA, false, 0},
-    {"rgba", 256, "-flip -orient BottomLeft", "tga", RGBA, false, 0},
-    {"gray", 256, "-flip -orient BottomLeft", "tga", INDEXED, false, 0},
-    {"gray", 2, "-orient TopLeft -compress RLE", "tga", INDEXED, false, 0},
-    {"rgb", 2, "-orient TopLeft -type Palette", "tga", INDEXED, true, 0},
-    {"rgb", 2, "-flip -orient BottomLeft -type Palette -compress RLE", "tga", INDEXED, true, 0},
-    {"rgb", 256, "-define dds:compression=none", "dds", RGB, false, 0},
-    {"rgba", 256, "-define dds:compression=none", "dds", RGBA, false, 0},
-    {"gray", 256, "-quality 100", "jpg", INDEXED, false, 3},
-    {"rgb", 256, "-quality 100 -sampling-factor 4:4:4", "jpg", RGB, false, 4},
-    {"rgb", 256, "-quality 100 -sampling-factor 4:4:4 -interlace JPEG", "jpg", RGB, false, 4},
+    {"rgb", 256, 0, "-define png:color-type=2", "png", RGB, false},
+    {"rgba", 256, 0, "-define png:color-type=6", "png", RGBA, false},
+    {"rgba", 256, 0, "-interlace PNG -define png:color-type=6", "png", RGBA, false},
+    {"rgb", 256, 0, "-depth 16 -define png:bit-depth=16 -define png:color-type=2", "png", RGB, false},
+    {"gray", 256, 0, "-define png:color-type=0 -define png:bit-depth=8", "png", INDEXED, false},
+    {"gray", 16, 0, "-define png:color-type=0 -define png:bit-depth=4", "png", INDEXED, false},
+    {"gray", 4, 0, "-interlace PNG -define png:color-type=0 -define png:bit-depth=2", "png", INDEXED, false},
+    {"gray", 2, 0, "-define png:color-type=0 -define png:bit-depth=1", "png", INDEXED, false},
+    {"gray", 256, 0, "-define png:color-type=4 -alpha on", "png", RGBA, false},
+    {"rgb", 2, 0, "-define png:color-type=3 -define png:bit-depth=4", "png", INDEXED, true},
+    {"rgb", 4, 0, "-interlace PNG -define png:color-type=3 -define png:bit-depth=8", "png", INDEXED, true},
+    {"rgb", 256, 0, "", "BMP3:bmp", RGB, false},
+    {"rgb", 256, 0, "", "BMP2:bmp", RGB, false},
+    {"rgba", 256, 0, "", "bmp", RGBA, false},
+    {"rgb", 2, 0, "-define bmp:subtype=RGB565", "bmp", RGB, false},
+    {"rgb", 2, 0, "-define bmp:subtype=RGB555", "bmp", RGB, false},
+    {"rgba", 16, 0, "-define bmp:subtype=ARGB4444", "bmp", RGBA, false},
+    {"rgb", 2, 0, "-type Palette -compress none", "BMP3:bmp", INDEXED, true},
+    {"rgb", 2, 0, "-type Palette -compress RLE", "BMP3:bmp", INDEXED, true},
+    {"rgb", 4, 0, "-type Palette -compress none", "BMP3:bmp", INDEXED, true},
+    {"rgb", 4, 0, "-type Palette -compress none", "BMP2:bmp", INDEXED, true},
+    {"gray", 2, 0, "-type Bilevel", "BMP3:bmp", INDEXED, true},
+    {"rgb", 256, 0, "-orient TopLeft -compress none", "tga", RGB, false},
+    {"rgb", 2, 0, "-flip -orient BottomLeft -compress RLE", "tga", RGB, false},
+    {"rgba", 2, 0, "-orient TopLeft -compress RLE", "tga", RGBA, false},
+    {"rgba", 256, 0, "-flip -orient BottomLeft", "tga", RGBA, false},
+    {"gray", 256, 0, "-flip -orient BottomLeft", "tga", INDEXED, false},
+    {"gray", 2, 0, "-orient TopLeft -compress RLE", "tga", INDEXED, false},
+    {"rgb", 2, 0, "-orient TopLeft -type Palette", "tga", INDEXED, true},
+    {"rgb", 2, 0, "-flip -orient BottomLeft -type Palette -compress RLE", "tga", INDEXED, true},
+    {"rgb", 256, 0, "-define dds:compression=none", "dds", RGB, false},
+    {"rgba", 256, 0, "-define dds:compression=none", "dds", RGBA, false},
+    {"gray", 256, 3, "-quality 100", "jpg", INDEXED, false},
+    {"rgb", 256, 4, "-quality 100 -sampling-factor 4:4:4", "jpg", RGB, false},
+    {"rgb", 256, 4, "-quality 100 -sampling-factor 4:4:4 -interlace JPEG", "jpg", RGB, false},
 };
 
 // clang-format on

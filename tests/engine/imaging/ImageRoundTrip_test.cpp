@@ -20,7 +20,7 @@ Colors MakeEntries(uint32_t uCount)
 {
     const Bytes Noise = MakeNoise(size_t{uCount} * 3);
     Colors Entries;
-    for (uint32_t i = 0; i < uCount; ++i)
+    for (size_t i = 0; i < uCount; ++i)
     {
         Entries.push_back({Noise[i * 3], Noise[i * 3 + 1], Noise[i * 3 + 2]});
     }
@@ -31,7 +31,7 @@ Colors MakeEntries(uint32_t uCount)
 // Odd widths show rows that are padded.
 const std::array<std::array<uint32_t, 2>, 4> Sizes = {{{1, 1}, {3, 5}, {17, 4}, {64, 33}}};
 
-class ImageRoundTrip : public ::testing::TestWithParam<const char*>
+class CImageRoundTrip : public ::testing::TestWithParam<const char*>
 {
 protected:
     std::string Path(const std::string& strName) const
@@ -63,7 +63,7 @@ protected:
 
 } // namespace
 
-TEST_P(ImageRoundTrip, KeepsEveryByteOfColourAndGrey)
+TEST_P(CImageRoundTrip, KeepsEveryByteOfColourAndGrey)
 {
     for (const auto& [uWidth, uHeight] : Sizes)
     {
@@ -83,7 +83,7 @@ TEST_P(ImageRoundTrip, KeepsEveryByteOfColourAndGrey)
     EXPECT_EQ(m_Log.GetText(), "");
 }
 
-TEST_P(ImageRoundTrip, KeepsIndicesAndTheOrderOfThePalette)
+TEST_P(CImageRoundTrip, KeepsIndicesAndTheOrderOfThePalette)
 {
     if (std::string(GetParam()) == "dds")
     {
@@ -116,7 +116,7 @@ TEST_P(ImageRoundTrip, KeepsIndicesAndTheOrderOfThePalette)
     EXPECT_EQ(m_Log.GetText(), "");
 }
 
-TEST_P(ImageRoundTrip, AnIndependentProgramReadsTheSamePicture)
+TEST_P(CImageRoundTrip, AnIndependentProgramReadsTheSamePicture)
 {
     const CTestPalette Palette(MakeEntries(31));
     for (const EImageFormat eFormat :
@@ -142,7 +142,7 @@ TEST_P(ImageRoundTrip, AnIndependentProgramReadsTheSamePicture)
 }
 
 INSTANTIATE_TEST_SUITE_P(Formats,
-                         ImageRoundTrip,
+                         CImageRoundTrip,
                          ::testing::Values("png", "bmp", "tga", "dds"),
                          [](const auto& Info) { return std::string(Info.param); });
 
