@@ -4,7 +4,7 @@
 
 #include <memory>
 #include <optional>
-#include <vector>
+#include <string>
 
 class ITexture;
 

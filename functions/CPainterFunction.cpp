@@ -107,8 +107,9 @@ void CPainterFunction::DoOperationAux(const SVec3& point,
     m_Verts.Reset();
     SExtents clipped;
     SExtents raw;
-    pBrush->GetExtents(
-        clipped, point.x, point.z, raw, pModification->GetXSize(), pModification->GetZSize());
+    const float fSizeX = pModification->GetXSize();
+    const float fSizeZ = pModification->GetZSize();
+    pBrush->GetExtents(clipped, point.x, point.z, raw, fSizeX, fSizeZ);
     pModification->SetExtents(raw);
     if (UseOnlyDestBuffer())
     {

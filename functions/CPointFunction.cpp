@@ -33,8 +33,9 @@ int CPointFunction::Start(ITerrainModification* pModification,
     const int iHit = PickTerrainUnder(view, point, hit);
     if (iHit == 1 && pModification != nullptr && pBrush != nullptr)
     {
-        pBrush->GetExtents(
-            m_Clipped, hit.x, hit.z, m_Raw, pModification->GetXSize(), pModification->GetZSize());
+        const float fSizeX = pModification->GetXSize();
+        const float fSizeZ = pModification->GetZSize();
+        pBrush->GetExtents(m_Clipped, hit.x, hit.z, m_Raw, fSizeX, fSizeZ);
         pModification->SetExtents(m_Raw);
         m_Raw.min.y = hit.y;
         m_Raw.max.y = hit.y;

@@ -80,7 +80,41 @@ void PullBandLoop(float* pHeights,
     }
 }
 
+TELLUR_VECTOR_CLONES
+void MoveLoop(float* pHeights,
+              const float* pWeights,
+              const float* pTargets,
+              size_t nCount,
+              const SPull& pull,
+              const CVerticalBand& band)
+{
+    const SPull p = pull;
+    const CVerticalBand local = band;
+    const bool bBand = band.IsActive();
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        const float y = pHeights[i];
+        const float fFactor = bBand ? local.GetFactor(y) : 1.0F;
+        const float a = (pTargets[i] - y) * pWeights[i] * p.fStroke * fFactor;
+        const int32_t iBelow = a < 0.0F ? -1 : 0;
+        const int32_t iAbove = a > 0.0F ? -1 : 0;
+        const int32_t iChange = (p.iRaise | ~iAbove) & (p.iLower | ~iBelow);
+        pHeights[i] = std::bit_cast<float>((std::bit_cast<int32_t>(y + a) & iChange) |
+                                           (std::bit_cast<int32_t>(y) & ~iChange));
+    }
+}
+
 } // namespace
+
+void MoveTowards(CVertList& verts,
+                 const float* pTargets,
+                 float fStroke,
+                 const CVerticalBand& band,
+                 int32_t iMode)
+{
+    const SPull pull = {fStroke, 0.0F, iMode != mode_max ? -1 : 0, iMode != mode_min ? -1 : 0};
+    MoveLoop(verts.GetHeights(), verts.GetWeights(), pTargets, verts.GetCount(), pull, band);
+}
 
 void RaiseHeights(CVertList& verts, float fStroke, float fAmount, const CVerticalBand& band)
 {

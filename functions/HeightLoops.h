@@ -13,3 +13,11 @@ void RaiseHeights(CVertList& verts, float fStroke, float fAmount, const CVertica
 // above the target, mode_max those at or below it.
 void PullHeights(
     CVertList& verts, float fStroke, float fTarget, const CVerticalBand& band, int32_t iMode);
+
+// y += (pTargets[i] - y) * weight * fStroke, times the band's factor; mode_min applies only raises,
+// mode_max only lowerings. pTargets: one a vertex.
+void MoveTowards(CVertList& verts,
+                 const float* pTargets,
+                 float fStroke,
+                 const CVerticalBand& band,
+                 int32_t iMode);

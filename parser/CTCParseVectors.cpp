@@ -43,7 +43,9 @@ TVector* CTCParse::ReadVector(const SVectorKind& kind,
         {
             return nullptr;
         }
-        const bool bFound = pCallback(fValues, szName);
+        // ReadVariable has made sure of the callback.
+        const bool bFound =
+            pCallback(fValues, szName); // NOLINT(clang-analyzer-core.CallAndMessage): see above
         if (!bFound)
         {
             Error("%s variable '%s' not found!\n", kind.pszName, szName);

@@ -94,6 +94,7 @@ TEST(CMenu, GrowsAtAnyPlaceAndMovesWhole)
     const std::string strAll = "2 a|3 between|1 b|-|more(5 w|4 x)";
     EXPECT_EQ(Describe(menu), strAll);
     CMenu moved(std::move(menu));
+    EXPECT_FALSE(menu.IsValid()); // NOLINT(bugprone-use-after-move): a moved menu is as made
     CMenu target;
     target.InsertItem(0, 9, "gone");
     target = std::move(moved);

@@ -12,10 +12,21 @@
 #include <sstream>
 #include <string>
 
+// The second line of a file, what the file gives, and its messages in order, each with a line feed.
+// Messages that end a parse are followed by "!".
+struct SParserCase
+{
+    const char* pszLine;
+    const char* pszTree;
+    const char* pszMessages;
+};
+
 // Files in a folder of their own, parsed under relative names, and trees as one line of text.
 class CParserTest : public ::testing::Test
 {
 protected:
+    static constexpr const char* REFUSED = "Parser: cant parse file 't.txt'\n";
+
     struct SOutcome
     {
         std::string strTree;
@@ -52,6 +63,39 @@ protected:
     {
         Write("t.txt", strText);
         return ParseFile("t.txt", callbacks);
+    }
+
+    // A message as the log shows it.
+    static std::string Message(const std::string& strText,
+                               const std::string& strFile,
+                               int nLine,
+                               const std::string& strLine)
+    {
+        std::ostringstream text;
+        text << "[CTCParse] " << strText << ": in file '" << strFile << "' in line " << nLine
+             << '\n'
+             << strLine << '\n';
+        return text.str();
+    }
+
+    // Compares tree, status and the whole log; all messages of a case belong to its line.
+    void Check(const SParserCase& test, const std::string& strFirstLine)
+    {
+        SCOPED_TRACE(test.pszLine);
+        std::string strMessages = test.pszMessages;
+        const bool bFails = !strMessages.empty() && strMessages.back() == '!';
+        std::istringstream messages(bFails ? strMessages.substr(0, strMessages.size() - 1)
+                                           : strMessages);
+        std::string strLog;
+        for (std::string strMessage; std::getline(messages, strMessage);)
+        {
+            strLog += Message(strMessage, "t.txt", 2, test.pszLine);
+        }
+        strLog += bFails ? REFUSED : "";
+        const SOutcome outcome = Parse(strFirstLine + '\n' + test.pszLine);
+        EXPECT_EQ(outcome.strTree, test.pszTree);
+        EXPECT_EQ(outcome.strLog, strLog);
+        EXPECT_EQ(outcome.eStatus, bFails ? tcparse_failed : tcparse_done);
     }
 
     // "name(i1,f2.5,\"text\",[1 2 3]){nested()} sibling()", a variable's name behind its value.
@@ -109,13 +153,4 @@ private:
         }
         return szText;
     }
-};
-
-// One line of a file behind a first line of declarations, what it gives, and its messages in order,
-// each with a line feed. Messages that end a parse are followed by "!".
-struct SParserCase
-{
-    const char* pszLine;
-    const char* pszTree;
-    const char* pszMessages;
 };

@@ -127,9 +127,7 @@ TEST_F(CTCParseNodes, LimitsTheDepthOfBlocks)
     EXPECT_NE(Read(strText + "\nn()"), nullptr);
     CLogCatcher log;
     EXPECT_EQ(Read(strText + "\nn(){"), nullptr);
-    EXPECT_EQ(log.GetText(),
-              "[CTCParse] block depth limit exceeded: in file 't.txt' in line 2\nn(){\n"
-              "Parser: cant parse file 't.txt'\n");
+    EXPECT_EQ(log.GetText(), Message("block depth limit exceeded", "t.txt", 2, "n(){") + REFUSED);
 }
 
 TEST_F(CTCParseNodes, FindsTheNewestOfManyNames)

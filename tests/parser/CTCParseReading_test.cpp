@@ -6,31 +6,10 @@
 
 static constexpr const char* DECLARATIONS =
     "!n() !i(i) !f(f) !s(s) !v(v3) !w(v4) !two(i,f) !Mixed_1(s,v3,n) $c(i,7) $half(f,0.5) "
-    "$text(s,\"a\\tb\") $up(v3,[0,1,0]) $all(v4,[1,2,3,4])\n";
+    "$text(s,\"a\\tb\") $up(v3,[0,1,0]) $all(v4,[1,2,3,4])";
 
 class CTCParseReading : public CParserTest
 {
-protected:
-    // Compares the whole log: every message of a case belongs to line 2, whose text is the case's.
-    void Check(const SParserCase& test)
-    {
-        SCOPED_TRACE(test.pszLine);
-        const bool bFails = strchr(test.pszMessages, '!') != nullptr &&
-                            test.pszMessages[strlen(test.pszMessages) - 1] == '!';
-        std::string strLog;
-        std::istringstream messages(
-            std::string(test.pszMessages, strlen(test.pszMessages) - (bFails ? 1 : 0)));
-        for (std::string strMessage; std::getline(messages, strMessage);)
-        {
-            strLog +=
-                "[CTCParse] " + strMessage + ": in file 't.txt' in line 2\n" + test.pszLine + '\n';
-        }
-        strLog += bFails ? "Parser: cant parse file 't.txt'\n" : "";
-        const SOutcome outcome = Parse(std::string(DECLARATIONS) + test.pszLine);
-        EXPECT_EQ(outcome.strTree, test.pszTree);
-        EXPECT_EQ(outcome.strLog, strLog);
-        EXPECT_EQ(outcome.eStatus, bFails ? tcparse_failed : tcparse_done);
-    }
 };
 
 // clang-format off
@@ -63,7 +42,7 @@ TEST_F(CTCParseReading, ReadsStatements)
     };
     for (const SParserCase& test : CASES)
     {
-        Check(test);
+        Check(test, DECLARATIONS);
     }
 }
 
@@ -96,7 +75,7 @@ TEST_F(CTCParseReading, ReadsNumbers)
     };
     for (const SParserCase& test : CASES)
     {
-        Check(test);
+        Check(test, DECLARATIONS);
     }
 }
 
@@ -134,7 +113,7 @@ TEST_F(CTCParseReading, ReadsTextsAndVectors)
     };
     for (const SParserCase& test : CASES)
     {
-        Check(test);
+        Check(test, DECLARATIONS);
     }
 }
 
@@ -174,16 +153,13 @@ TEST_F(CTCParseReading, LocatesMessagesByLine)
     const SOutcome outcome = Parse("!n()!i(i)!s(s)\r\n//\n/*\n\n*/ n()\n;\n\rn();x\r\n"
                                    "i(Who\n)s(\"a\n\nb\\\r\nc\\\nd\\\re\") ;\n nobody\n(\n");
     EXPECT_EQ(outcome.strLog,
-              "[CTCParse] its not c!: in file 't.txt' in line 6\n;\n"
-              "[CTCParse] its not c!: in file 't.txt' in line 7\nn();x\n"
-              "[CTCParse] unknown keyword x: in file 't.txt' in line 7\nn();x\n"
-              "Parser: cant parse file 't.txt'\n");
+              Message("its not c!", "t.txt", 6, ";") + Message("its not c!", "t.txt", 7, "n();x") +
+                  Message("unknown keyword x", "t.txt", 7, "n();x") + REFUSED);
     const SOutcome strings = Parse("!n()!i(i)!s(s)\ni(Who\n)s(\"a\n\nb\\\r\nc\\\nd\\\re\") ;\nn\n");
     EXPECT_EQ(strings.strLog,
-              "[CTCParse] WARNING unknown const name 'Who': in file 't.txt' in line 2\ni(Who\n"
-              "[CTCParse] its not c!: in file 't.txt' in line 7\ne\") ;\n"
-              "[CTCParse] opening bracket expected: in file 't.txt' in line 9\n\n"
-              "Parser: cant parse file 't.txt'\n");
+              Message("WARNING unknown const name 'Who'", "t.txt", 2, "i(Who") +
+                  Message("its not c!", "t.txt", 7, "e\") ;") +
+                  Message("opening bracket expected", "t.txt", 9, "") + REFUSED);
     EXPECT_EQ(Parse("!s(s)s(\"a\n\nb\\\r\nc\\\nd\\\re\")").strTree, "s(\"a\n\nb\nc\nd\re\")");
 }
 
@@ -255,20 +231,21 @@ TEST_F(CTCParseReading, AsksTheHostForVariables)
     {
         SCOPED_TRACE(test.pszName);
         const std::string strFile = std::string("!a(") + test.pszType + ")a(%x)";
-        const std::string strPlace = ": in file 't.txt' in line 1\n" + strFile + "\n";
-        const std::string strFailed = "Parser: cant parse file 't.txt'\n";
-        const SOutcome unknown = Parse(strFile, callbacks);
         const bool bFails = test.pszTreeUnknown == nullptr;
+        const std::string strUnknown = std::string(test.pszName) + " variable 'x' not found!\n";
+        const SOutcome unknown = Parse(strFile, callbacks);
         EXPECT_EQ(unknown.strLog,
-                  std::string("[CTCParse] ") + test.pszName + " variable 'x' not found!\n" +
-                      strPlace + (bFails ? strFailed : ""));
+                  Message(strUnknown, "t.txt", 1, strFile) + (bFails ? REFUSED : ""));
         EXPECT_EQ(unknown.strTree, bFails ? "" : test.pszTreeUnknown);
         EXPECT_EQ(Parse(strFile).strLog,
-                  "[CTCParse] variable callback not specified: unable to read 'x' variable!\n" +
-                      strPlace + strFailed);
+                  Message("variable callback not specified: unable to read 'x' variable!\n",
+                          "t.txt",
+                          1,
+                          strFile) +
+                      REFUSED);
     }
-    EXPECT_EQ(Parse("!f(f)f(%Known.x)", callbacks).strLog, "Parser: cant parse file 't.txt'\n");
-    EXPECT_EQ(Parse("!f(f)f(%Known", callbacks).strLog, "Parser: cant parse file 't.txt'\n");
+    EXPECT_EQ(Parse("!f(f)f(%Known.x)", callbacks).strLog, REFUSED);
+    EXPECT_EQ(Parse("!f(f)f(%Known", callbacks).strLog, REFUSED);
 }
 
 TEST_F(CTCParseReading, TellsUnreadableFilesFromEmptyOnes)

@@ -14,7 +14,7 @@ protected:
     void Check(const std::string& strText)
     {
         const SOutcome outcome = Parse(strText);
-        const std::string strEnd = "Parser: cant parse file 't.txt'\n";
+        const std::string strEnd = REFUSED;
         const size_t nEnd = outcome.strLog.rfind(strEnd);
         const bool bRefused =
             nEnd != std::string::npos && nEnd + strEnd.size() == outcome.strLog.size();
@@ -50,7 +50,6 @@ TEST_F(CDamagedFiles, ShowLinesUpToANul)
 {
     using namespace std::string_literals;
     EXPECT_EQ(Parse("!n()\nn() \0 x"s).strLog,
-              "[CTCParse] unknown keyword : in file 't.txt' in line 2\nn() \n"
-              "Parser: cant parse file 't.txt'\n");
+              Message("unknown keyword ", "t.txt", 2, "n() ") + REFUSED);
     EXPECT_EQ(Parse("!s(s)s(\"a\0b\")"s).strTree, "s(\"a\")");
 }

@@ -7,7 +7,7 @@ class CParseTool : public CParserTest
 protected:
     struct SRun
     {
-        int nExitCode;
+        int nExitCode = 0;
         std::string strOutput;
         std::string strErrors;
     };
@@ -52,7 +52,7 @@ TEST_F(CParseTool, AnswersWithExitCodes)
 
     const struct
     {
-        const char* pszArguments;
+        const char* pszArguments = nullptr;
         SRun expected;
     } CASES[] = {
         {"empty.txt", {0, "[]\n", ""}},

@@ -29,12 +29,23 @@ bool HasExtension(const stdfs::path& path, const std::vector<std::string>& exten
 
 const std::vector<std::string>& GetProductFolders()
 {
-    static const std::vector<std::string> s_Folders = [] {
+    static const std::vector<std::string> s_Folders = []
+    {
         std::vector<std::string> folders;
-        for (const char* pszFolder : {"host",      "plugin",    "modification", "brushes",
-                                      "functions", "modes",     "panel",        "parser",
-                                      "proplist",  "resources", "engine",       "framework",
-                                      "editor",    "tools"})
+        for (const char* pszFolder : {"host",
+                                      "plugin",
+                                      "modification",
+                                      "brushes",
+                                      "functions",
+                                      "modes",
+                                      "panel",
+                                      "parser",
+                                      "proplist",
+                                      "resources",
+                                      "engine",
+                                      "framework",
+                                      "editor",
+                                      "tools"})
         {
             if (ExistsInTree(pszFolder))
             {
@@ -170,8 +181,9 @@ std::string StripCode(const std::string& strCode)
 SRun RunCommand(const std::string& strCommand, const std::string& strFolder)
 {
     const std::string strWhere = strFolder.empty() ? ROOT.string() : strFolder;
-    const std::string strAll = "cd '" + strWhere + "' && export PATH='" TELLUR_BIN_DIR "':$PATH && { " +
-                               strCommand + "\n} 2>&1";
+    const std::string strAll = "cd '" + strWhere +
+                               "' && export PATH='" TELLUR_BIN_DIR "':$PATH && { " + strCommand +
+                               "\n} 2>&1";
     SRun run;
     FILE* pPipe = ::popen(strAll.c_str(), "r");
     if (pPipe == nullptr)

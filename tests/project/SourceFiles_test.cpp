@@ -67,28 +67,39 @@ TEST(SourceFiles, StayShort)
 TEST(SourceFiles, LeaveNothingForLater)
 {
     // In two parts, so that this file does not find itself.
-    const std::regex later("TO" "DO|FIX" "ME|XX" "X:");
+    const std::regex later("TO"
+                           "DO|FIX"
+                           "ME|XX"
+                           "X:");
     ExpectNowhere(ListFiles(GetProductFolders(), CODE), later, true);
     ExpectNowhere(ListFiles({"tests", "benchmarks", "cmake"}), later, true);
 }
 
 TEST(SourceFiles, NameNoFolderOfOneMachine)
 {
-    const std::regex machine("/(wo" "rk|ho" "me|ro" "ot)/");
+    const std::regex machine("/(wo"
+                             "rk|ho"
+                             "me|ro"
+                             "ot)/");
     ExpectNowhere(ListFiles(GetProductFolders(), {".h", ".cpp", ".txt", ".1", ".inc"}),
-                  std::regex("/(wo" "rk|ho" "me|ro" "ot|tm" "p)/"),
+                  std::regex("/(wo"
+                             "rk|ho"
+                             "me|ro"
+                             "ot|tm"
+                             "p)/"),
                   true);
     ExpectNowhere(ListFiles({"tests", "benchmarks"}, {".h", ".cpp", ".txt", ".py"}), machine, true);
-    ExpectNowhere(ListFiles({"cmake", "run", "test", "bench", "CMakeLists.txt", "CMakePresets.json"}),
-                  machine,
-                  true);
+    ExpectNowhere(
+        ListFiles({"cmake", "run", "test", "bench", "CMakeLists.txt", "CMakePresets.json"}),
+        machine,
+        true);
     ExpectNowhere(ListDocuments(), machine, true);
 }
 
 TEST(SourceFiles, ThrowNothingInThePlugin)
 {
-    std::vector<std::string> folders = {"plugin", "modification", "brushes", "functions",
-                                        "modes",  "panel",        "parser",  "host"};
+    std::vector<std::string> folders = {
+        "plugin", "modification", "brushes", "functions", "modes", "panel", "parser", "host"};
     ExpectNowhere(ListFiles(folders, CODE), std::regex("\\b(throw|try|catch)\\b"), false);
 }
 

@@ -2,8 +2,7 @@
 
 #include "parser/CTCParseNodes.h"
 
-#include <cstdio>
-#include <cstring>
+#include <charconv>
 
 namespace
 {
@@ -11,34 +10,36 @@ namespace
 constexpr size_t MOST_TEXT_BYTES = 120;
 constexpr char TYPE_LETTERS[] = "ifsvw"; // by type code
 
+// The shortest text that reads back to the same bits.
+std::string GetFloatText(float fValue)
+{
+    char szText[32];
+    const std::to_chars_result result = std::to_chars(szText, szText + sizeof(szText), fValue);
+    return {szText, result.ptr};
+}
+
 std::string GetParamText(const CTCPARSE_PARAM& param)
 {
-    char szText[MOST_TEXT_BYTES] = {};
-    if (param.type == tcparse_int)
+    switch (param.type)
     {
-        std::snprintf(szText, sizeof(szText), "%d", static_cast<const CTCPARSE_INT&>(param).value);
-    }
-    else if (param.type == tcparse_float)
+    case tcparse_int:
+        return std::to_string(static_cast<const CTCPARSE_INT&>(param).value);
+    case tcparse_float:
+        return GetFloatText(static_cast<const CTCPARSE_FLOAT&>(param).value);
+    case tcparse_string:
     {
-        const double fValue = static_cast<const CTCPARSE_FLOAT&>(param).value;
-        std::snprintf(szText, sizeof(szText), "%.9g", fValue);
+        const std::string strValue = static_cast<const CTCPARSE_STRING&>(param).value;
+        return "\"" + strValue.substr(0, MOST_TEXT_BYTES) + "\"";
     }
-    else if (param.type == tcparse_string)
-    {
-        const char* pszValue = static_cast<const CTCPARSE_STRING&>(param).value;
-        std::snprintf(szText, sizeof(szText), "\"%s\"", pszValue);
-    }
-    else if (param.type == tcparse_vec3)
+    case tcparse_vec3:
     {
         const auto& vec = static_cast<const CTCPARSE_VEC3&>(param);
-        std::snprintf(szText,
-                      sizeof(szText),
-                      "[ %.9g, %.9g, %.9g ]",
-                      static_cast<double>(vec.x),
-                      static_cast<double>(vec.y),
-                      static_cast<double>(vec.z));
+        return "[ " + GetFloatText(vec.x) + ", " + GetFloatText(vec.y) + ", " +
+               GetFloatText(vec.z) + " ]";
     }
-    return szText;
+    default:
+        return "?";
+    }
 }
 
 } // namespace

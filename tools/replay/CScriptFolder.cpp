@@ -30,21 +30,23 @@ std::string CScriptFolder::GetPath(const std::string& strName) const
 
 void CScriptFolder::LocateBrushFiles(CTCPARSE_KEYWORD& brush) const
 {
+    LocateFiles(brush.block, "mask");
     for (CTCPARSE_KEYWORD* pEntry = brush.block; pEntry != nullptr; pEntry = pEntry->next)
     {
-        if (std::strcmp(pEntry->name, "mask") == 0)
+        if (std::strcmp(pEntry->name, "bitmap") == 0)
         {
-            LocateFile(*pEntry);
+            LocateFiles(pEntry->block, "path");
         }
-        else if (std::strcmp(pEntry->name, "bitmap") == 0)
+    }
+}
+
+void CScriptFolder::LocateFiles(CTCPARSE_KEYWORD* pFirst, const char* pszName) const
+{
+    for (; pFirst != nullptr; pFirst = pFirst->next)
+    {
+        if (std::strcmp(pFirst->name, pszName) == 0)
         {
-            for (CTCPARSE_KEYWORD* pPath = pEntry->block; pPath != nullptr; pPath = pPath->next)
-            {
-                if (std::strcmp(pPath->name, "path") == 0)
-                {
-                    LocateFile(*pPath);
-                }
-            }
+            LocateFile(*pFirst);
         }
     }
 }

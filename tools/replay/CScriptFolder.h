@@ -18,6 +18,7 @@ public:
     void LocateBrushFiles(CTCPARSE_KEYWORD& brush) const;
 
 private:
+    void LocateFiles(CTCPARSE_KEYWORD* pFirst, const char* pszName) const;
     void LocateFile(CTCPARSE_KEYWORD& keyword) const;
 
     std::string m_Folder; // with its separator

@@ -94,13 +94,11 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
     for (CTCPARSE_KEYWORD* pKeyword = pFirst; pKeyword != nullptr; pKeyword = pKeyword->next)
     {
         ++nPlayed;
-        const std::string strCall = CScriptCall(*pKeyword).GetText();
         std::string strWhy;
         if (!PlayKeyword(*pKeyword, strWhy))
         {
-            strFault = m_ScriptPath + ": " + strCall + ": " + strWhy + " (keyword " +
-                       std::to_string(nPlayed) + ")";
-            strFault = GetOneLine(strFault);
+            strFault = m_ScriptPath + ": " + CScriptCall(*pKeyword).GetText() + ": " + strWhy;
+            strFault += " (keyword " + std::to_string(nPlayed) + ")";
             return false;
         }
     }
@@ -113,7 +111,9 @@ std::string CScriptPlayer::GetDeclarations()
     std::string strText;
     for (const SKeyword& keyword : KEYWORDS)
     {
-        strText += std::string("!") + keyword.pszName + "(";
+        strText += "!";
+        strText += keyword.pszName;
+        strText += "(";
         for (const char* pszType = keyword.pszTypes; *pszType != '\0'; ++pszType)
         {
             strText += pszType == keyword.pszTypes ? " " : ", ";

@@ -191,3 +191,22 @@ INSTANTIATE_TEST_SUITE_P(Samples,
                              strName[strName.find('.')] = '_';
                              return strName;
                          });
+
+// All markers are there, but half of the picture's data is not.
+TEST(DamagedJpeg, ScanDataThatEndsEarlyIsDamage)
+{
+    const CTempFolder Folder;
+    CLogCatcher Log;
+    const ImagePtr pImage = MakeImage(32, 32, EImageFormat::Rgb24, MakeNoise(size_t{32} * 32 * 3));
+    const std::string strPath = Folder.Path("a.jpg");
+    ASSERT_TRUE(IL_SaveImage(strPath.c_str(), pImage.get(), nullptr));
+    Bytes Data = ReadFile(strPath);
+    Data.resize(Data.size() - 700);
+    Data.insert(Data.end(), {0xFF, 0xD9});
+    WriteFile(strPath, Data);
+    EXPECT_FALSE(LoadImage(strPath));
+    const std::vector<std::string> lines = Log.TakeLines();
+    ASSERT_EQ(lines.size(), 1U);
+    EXPECT_EQ(lines[0].rfind("[IL_LoadImage] " + strPath + ": damaged JPEG file: ", 0), 0U)
+        << lines[0];
+}

@@ -154,8 +154,9 @@ TEST(ImageLibrary, NamesTheFileAndTheFaultOfALoad)
     {
         const std::string strPath = Folder.Path(pszName);
         EXPECT_FALSE(LoadImage(strPath));
-        EXPECT_EQ(Log.TakeLines(),
-                  std::vector<std::string>{"[IL_LoadImage] " + strPath + ": " + strFault});
+        std::string strLine = "[IL_LoadImage] " + strPath;
+        strLine.append(": ").append(strFault);
+        EXPECT_EQ(Log.TakeLines(), std::vector<std::string>{strLine});
         EXPECT_FALSE(LoadPalette(strPath));
         EXPECT_EQ(Log.GetText(), "");
     }

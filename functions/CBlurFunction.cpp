@@ -1,0 +1,94 @@
+#include "functions/CBlurFunction.h"
+
+#include "brushes/ITellurBrush.h"
+#include "functions/CNeighbourhoodMeans.h"
+#include "functions/HeightLoops.h"
+#include "host/Log.h"
+#include "host/ReflectionFields.h"
+#include "modification/ITerrainModification.h"
+
+#include <cmath>
+
+namespace
+{
+
+constexpr SFunctionTraits TRAITS = {
+    "BlurFunction", "CBlurFunction", "no cursor handle", "no name", 2108};
+
+} // namespace
+
+const CRTTI CBlurFunction::s_RTTI("CBlurFunction",
+                                  2,
+                                  &CBlurFunction::Create,
+                                  &CPainterFunction::s_RTTI,
+                                  CRTTI::FLAG_NONE,
+                                  &CBlurFunction::RegisterFields);
+
+CRTTIObject* CBlurFunction::Create()
+{
+    return new CBlurFunction;
+}
+
+void CBlurFunction::RegisterFields(CRTTI& rtti)
+{
+    rtti.RegisterField(
+        new CRTTIFieldEnum(RTTI_MEMBER_ADDRESS(CBlurFunction, m_Mode), GetTerrainFunctionModes()),
+        "m_Mode",
+        "f:EDIT;e:COMBO;d:mode;");
+    rtti.RegisterField(new CRTTIFieldInt(RTTI_MEMBER_ADDRESS(CBlurFunction, m_NeighbourhoodSize)),
+                       "m_NeighbourhoodSize",
+                       "f:EDIT;e:EDIT;d:neighbourhood size;");
+    rtti.RegisterField(new CRTTIFieldBool(RTTI_MEMBER_ADDRESS(CBlurFunction, m_UseOnlyDestBuffer)),
+                       "m_UseOnlyDestBuffer",
+                       "f:EDIT;e:CHECKBOX;d:use only destination buffer;");
+}
+
+CBlurFunction::CBlurFunction()
+    : CPainterFunction(TRAITS)
+{
+}
+
+ITellurFunction* CBlurFunction::Clone() const
+{
+    return new CBlurFunction(*this);
+}
+
+float CBlurFunction::MergeHeight(float fSrc, float fDst, float fCandidate) const
+{
+    return m_UseOnlyDestBuffer || std::fabs(fCandidate - fSrc) >= std::fabs(fDst - fSrc)
+               ? fCandidate
+               : fDst;
+}
+
+EMergeRule CBlurFunction::GetMergeRule() const
+{
+    return m_UseOnlyDestBuffer ? EMergeRule::Candidate : EMergeRule::Strongest;
+}
+
+void CBlurFunction::DoOperation(const SOperation& operation)
+{
+    if (operation.pBrush == nullptr)
+    {
+        CrashLog("[CBlurFunction::DoOperation] no brush interface\n");
+        return;
+    }
+    if (operation.pModification == nullptr)
+    {
+        CrashLog("[CBlurFunction::DoOperation] no modification interface\n");
+        return;
+    }
+    const float* pBuffer = m_UseOnlyDestBuffer ? operation.pModification->GetDstBuffer()
+                                               : operation.pModification->GetSrcBuffer();
+    CVertList& verts = operation.pVerts->GetVerts();
+    if (m_NeighbourhoodSize < 0 || pBuffer == nullptr || verts.IsEmpty())
+    {
+        return;
+    }
+    CNeighbourhoodMeans means(pBuffer,
+                              operation.pModification->GetBufferSizeX(),
+                              operation.pModification->GetBufferSizeZ(),
+                              m_NeighbourhoodSize);
+    means.GetMeans(verts, m_Means);
+    const CVerticalBand band(operation.pBrush->GetVerticalDistance(), operation.point.y);
+    MoveTowards(verts, m_Means.data(), operation.fWeight, band, GetEffectiveMode(m_Mode));
+}

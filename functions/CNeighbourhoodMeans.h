@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+class CVertList;
+
+// Means of the squares around grid vertices, over a row-major height buffer. Positions outside the
+// buffer do not count, negative heights do. Sums run in double precision: within 1e-3 of a plain
+// sum for heights up to 100,000.
+class CNeighbourhoodMeans
+{
+public:
+    // pHeights: borrowed, iSizeX x iSizeZ. iHalfWidth: 0 or more.
+    CNeighbourhoodMeans(const float* pHeights, int iSizeX, int iSizeZ, int iHalfWidth);
+
+    // One mean a vertex of the list, in its order. means: resized.
+    void GetMeans(const CVertList& verts, std::vector<float>& means);
+
+private:
+    void MoveToRow(int iZ);
+    void AddRow(int iZ, double fSign);
+
+    const float* m_Heights;
+    int m_SizeX;
+    int m_SizeZ;
+    int m_HalfWidth;
+    int m_FirstColumn = 0; // columns that the sums cover
+    int m_ColumnCount = 0;
+    int m_FirstRow = 0; // rows in the column sums: first to last, none when first is above last
+    int m_LastRow = -1;
+    std::vector<double> m_ColumnSums;
+    std::vector<double> m_Prefix; // of the column sums, one more than columns
+};

@@ -1,0 +1,301 @@
+#include "functions/CRelativeHeightFunction.h"
+#include "tests/modes/ModesFixture.h"
+
+namespace
+{
+
+constexpr ViewId VIEW = 3;
+constexpr ViewPoint POINT = 44;
+constexpr uint32_t FLAGS = 9;
+
+class CModeTerraformingTest : public CModesFixture
+{
+protected:
+    bool HasSession() const { return GetTerraformingState().pSession != nullptr; }
+
+    Lines Press()
+    {
+        m_Mode.OnLButtonDown(VIEW, POINT, FLAGS);
+        return TakeCalls();
+    }
+
+    Lines Move()
+    {
+        m_Mode.OnMouseMove(VIEW, FLAGS, POINT, 100, 200);
+        return TakeCalls();
+    }
+
+    Lines Release()
+    {
+        m_Mode.OnLButtonUp(VIEW, POINT, FLAGS);
+        return TakeCalls();
+    }
+};
+
+void ExpectPoint(const SVec3& point, float fX, float fY, float fZ)
+{
+    EXPECT_EQ(point.x, fX);
+    EXPECT_EQ(point.y, fY);
+    EXPECT_EQ(point.z, fZ);
+}
+
+} // namespace
+
+TEST_F(CModeTerraformingTest, IsAvailableWithABrushAndMayAlwaysBeLeft)
+{
+    EXPECT_FALSE(m_Mode.IsAvailable());
+    SetCurrentBrush(&m_Brush);
+    EXPECT_TRUE(m_Mode.IsAvailable());
+    m_Context.world.pTerrain = nullptr;
+    EXPECT_TRUE(m_Mode.IsAvailable()) << "a missing terrain does not matter";
+    EXPECT_TRUE(m_Mode.CanDeactivate());
+}
+
+TEST_F(CModeTerraformingTest, TheBrushDecidesTheCursor)
+{
+    EXPECT_FALSE(m_Mode.SetCursor());
+    EXPECT_EQ(m_Log.TakeLines(),
+              (Lines{"[CModeTerraforming::SetCursor] no handle to arrow cursor available"}));
+
+    SetCurrentBrush(&m_Brush);
+    EXPECT_TRUE(m_Mode.SetCursor());
+    m_Function->bSetsCursor = false;
+    EXPECT_FALSE(m_Mode.SetCursor());
+    EXPECT_EQ(m_Log.TakeLines(), Lines{});
+
+    m_Brush.SetFunction(nullptr);
+    EXPECT_FALSE(m_Mode.SetCursor());
+    EXPECT_EQ(m_Log.TakeLines(), (Lines{"[CTellurBrush::SetCursor] no function interface"}));
+}
+
+TEST_F(CModeTerraformingTest, AModuleWithAnArrowOfItsOwnLendsItWithoutABrush)
+{
+    static constexpr SCursorResource ARROW[] = {{32512, nullptr, 0, 0, 0}};
+    SResourceModule module;
+    module.cursors = ARROW;
+    const CResourceScope scope(&module);
+    CModeTerraforming mode;
+    EXPECT_TRUE(mode.SetCursor());
+    EXPECT_EQ(m_FrontEnd.pCursor, ARROW);
+}
+
+TEST_F(CModeTerraformingTest, EnteringWarnsTakesTheInputAndShowsTheMask)
+{
+    m_Context.textures.Put("mask.png", 2, 2, {0, 255, 0, 255});
+    m_Brush.SetMask("mask.png"); // handle 101; its size for (2560, 1) is 25601
+    SetCurrentBrush(&m_Brush);
+    GetTerraformingState().strEditMaterial = "grass";
+    TakeCalls();
+
+    const Lines takeInput = {
+        "Host.SetModeCaption(Terraforming)", "FrontEnd.SetCursorPos(12 34)", "Host.RefreshView(5)"};
+    Lines enter = {"Context.CheckHeightMapWritable()"};
+    enter.insert(enter.end(), takeInput.begin(), takeInput.end());
+    enter.insert(enter.end(),
+                 {"Terrain.SetEditMaterial(grass)",
+                  "Terrain.SetEditOverlay(101)",
+                  "World.MakeOverlayTransform(25601)",
+                  "Terrain.SetEditOverlayTransform()"});
+    m_Mode.Activate();
+    EXPECT_EQ(TakeCalls(), enter);
+    for (int i = 0; i < 16; ++i)
+    {
+        const float fIdentity = i % 5 == 0 ? 1.0F : 0.0F;
+        EXPECT_EQ(m_Context.terrain.overlayTransform.m[i], i == 2 ? 1.0F / 25601.0F : fIdentity)
+            << i;
+    }
+
+    m_Mode.Suspend(true);
+    EXPECT_EQ(TakeCalls(), Lines{});
+    m_Mode.Suspend(false);
+    EXPECT_EQ(TakeCalls(), takeInput) << "no warning, and the overlay stays as it is";
+}
+
+TEST_F(CModeTerraformingTest, TheOverlayFollowsBrushMaskAndTerrain)
+{
+    SetCurrentBrush(&m_Brush);
+    ApplyEditOverlay(EEditOverlay::On);
+    EXPECT_EQ(TakeCalls(), (Lines{"Terrain.SetEditMaterial()", "Terrain.SetEditOverlay(0)"}))
+        << "no mask: no transform";
+    ApplyEditOverlay(EEditOverlay::Off);
+    EXPECT_EQ(TakeCalls(), (Lines{"Terrain.SetEditMaterial(null)", "Terrain.SetEditOverlay(0)"}));
+    m_Context.world.pTerrain = nullptr;
+    ApplyEditOverlay(EEditOverlay::On);
+    ApplyEditOverlay(EEditOverlay::Off);
+    m_Mode.Deactivate();
+    EXPECT_EQ(TakeCalls(), (Lines{"Context.SetCurrentBrush(null)"}));
+}
+
+TEST_F(CModeTerraformingTest, LeavingDropsTheBrush)
+{
+    SetCurrentBrush(&m_Brush);
+    m_Mode.Deactivate();
+    EXPECT_EQ(TakeCalls(),
+              (Lines{"Terrain.SetEditMaterial(null)",
+                     "Terrain.SetEditOverlay(0)",
+                     "Context.SetCurrentBrush(null)"}));
+    EXPECT_FALSE(m_Mode.IsAvailable());
+}
+
+TEST_F(CModeTerraformingTest, TheEditMaterialShowsAtOnceOnlyWhileTerraforming)
+{
+    m_Context.iTerraformingModeId = 0;
+    m_Context.modes.RegisterMode(new CModeTerraforming, 7);
+    SetEditMaterialName("rock");
+    EXPECT_EQ(GetTerraformingState().strEditMaterial, "rock");
+    m_Context.modes.iCurrent = 0;
+    TakeCalls();
+    SetEditMaterialName("sand");
+    EXPECT_EQ(TakeCalls(), (Lines{"Terrain.SetEditMaterial(sand)"}));
+    SetEditMaterialName(nullptr);
+    EXPECT_EQ(TakeCalls(), (Lines{"Terrain.SetEditMaterial()"}));
+    m_Context.world.pTerrain = nullptr;
+    SetEditMaterialName("mud");
+    EXPECT_EQ(TakeCalls(), Lines{});
+    EXPECT_EQ(GetTerraformingState().strEditMaterial, "mud");
+}
+
+TEST_F(CModeTerraformingTest, OneDragCapturesFeedsTheSessionAndReleases)
+{
+    SetCurrentBrush(&m_Brush);
+    GetTerraformingState().picked = {70.0F, 8.0F, 90.0F};
+    EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(77)", "Function.Start(3, 9, 44)"}));
+    EXPECT_EQ(Move(), (Lines{"Function.OnMouseMove(3, 9, 44, 100, 200)"}));
+    ExpectPoint(GetTerraformingState().picked, 70.0F, 8.0F, 90.0F); // of the last hover
+    EXPECT_EQ(
+        Release(),
+        (Lines{"Function.End(3, 9, 44)", "FrontEnd.ReleaseCapture()", "Host.OnTerrainChanged()"}));
+    EXPECT_FALSE(HasSession());
+    EXPECT_EQ(Release(), Lines{}) << "a release without a press";
+    EXPECT_EQ(m_Log.GetText(), "");
+}
+
+TEST_F(CModeTerraformingTest, NormalsFollowEveryMoveAndTheReleaseWhenAsked)
+{
+    SetCurrentBrush(&m_Brush);
+    m_Context.bAutoUpdateNormals = true;
+    Press();
+    EXPECT_EQ(Move(),
+              (Lines{"Function.OnMouseMove(3, 9, 44, 100, 200)",
+                     "Context.UpdateTerrainNormals()",
+                     "Terrain.UpdateNormals()"}));
+    EXPECT_EQ(Release(),
+              (Lines{"Function.End(3, 9, 44)",
+                     "Context.UpdateTerrainNormals()",
+                     "Terrain.UpdateNormals()",
+                     "FrontEnd.ReleaseCapture()",
+                     "Host.OnTerrainChanged()"}));
+    m_Context.host.lastPick = {1, {1, 1, 1}};
+    EXPECT_EQ(Move(), (Lines{"Host.PickTerrain(3, 44, 0)"})) << "hovering updates nothing";
+}
+
+TEST_F(CModeTerraformingTest, ARefusedPressKeepsTheCaptureAndIsNoDrag)
+{
+    m_Context.host.bHasWindow = false;
+    EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(0)"})) << "a view without a window";
+    EXPECT_EQ(m_Log.TakeLines(), (Lines{"[CTerrainModification::Start] brush set to NULL"}));
+    EXPECT_TRUE(HasSession());
+    EXPECT_EQ(Release(), Lines{}) << "the capture stays until the host releases it";
+
+    SetCurrentBrush(&m_Brush);
+    m_Context.world.pTerrain = nullptr;
+    EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(0)", "Function.Start(3, 9, 44)"}));
+    EXPECT_EQ(m_Log.TakeLines(),
+              (Lines{"[CTerrainModification::Start] terrain set to NULL",
+                     "[CTerrainModification::InitializeBuffers] terrain set to NULL",
+                     "[CTerrainModification::Start] failed to initialize buffers"}));
+}
+
+TEST_F(CModeTerraformingTest, ASecondPressDropsTheRunningDragWithoutAnUndoRecord)
+{
+    LoadBrushImage();
+    m_Brush.SetFunction(new CRelativeHeightFunction);
+    m_Brush.SetExtent(640.0F);
+    SetCurrentBrush(&m_Brush);
+    m_Context.host.lastPick = {1, {640.0F, 0.0F, 640.0F}};
+    Press();
+    Move();
+    ASSERT_EQ(m_Context.terrain.At(2, 2), 500.0F);
+    Press();
+    EXPECT_EQ(m_Context.terrain.At(2, 2), 500.0F) << "what was written stays";
+    Release();
+    EXPECT_TRUE(m_Context.host.undos.empty()) << "the second drag changed nothing";
+
+    Press();
+    Move();
+    const Lines release = Release();
+    EXPECT_EQ(m_Context.terrain.At(2, 2), 1000.0F);
+    EXPECT_EQ(release,
+              (Lines{"Host.AddUndo()", "FrontEnd.ReleaseCapture()", "Host.OnTerrainChanged()"}));
+}
+
+TEST_F(CModeTerraformingTest, HoveringPicksAndTakesTheWholeFootprint)
+{
+    SetCurrentBrush(&m_Brush);
+    m_Brush.SetExtent(100.0F);
+    for (const int iResult : {0, 2, -1})
+    {
+        SCOPED_TRACE(iResult);
+        m_Context.host.Hit(10.0F, 7.0F, 2550.0F);
+        EXPECT_EQ(Move(), (Lines{"Host.PickTerrain(3, 44, 0)"}));
+        ExpectPoint(GetTerraformingState().picked, 10.0F, 7.0F, 2550.0F);
+        EXPECT_EQ(ToText(m_Mode.GetFootprint()), "[-40 0 2500, 60 0 2600]") << "not clipped";
+
+        m_Context.host.picks = {{iResult, {5.0F, 5.0F, 5.0F}}};
+        EXPECT_EQ(Move(), (Lines{"Host.PickTerrain(3, 44, 0)"}));
+        ExpectPoint(GetTerraformingState().picked, -1.0F, -1.0F, -1.0F);
+        EXPECT_EQ(ToText(m_Mode.GetFootprint()), "[0 0 0, 0 0 0]");
+    }
+}
+
+TEST_F(CModeTerraformingTest, HoveringWithoutBrushOrTerrainPicksNothing)
+{
+    GetTerraformingState().picked = {3.0F, 3.0F, 3.0F};
+    EXPECT_EQ(Move(), Lines{});
+    ExpectPoint(GetTerraformingState().picked, -1.0F, -1.0F, -1.0F);
+    SetCurrentBrush(&m_Brush);
+    m_Context.world.pTerrain = nullptr;
+    GetTerraformingState().picked = {3.0F, 3.0F, 3.0F};
+    EXPECT_EQ(Move(), Lines{});
+    ExpectPoint(GetTerraformingState().picked, -1.0F, -1.0F, -1.0F);
+}
+
+TEST_F(CModeTerraformingTest, BrushSizeActionsStepByThePartOfTheTerrainWidth)
+{
+    SetCurrentBrush(&m_Brush);
+    m_Brush.SetExtent(3.0F);
+
+    const struct
+    {
+        int iAction;
+        uint32_t uCount;
+        float fExtent; // a step is 2 units on a terrain 2560 units wide
+    } steps[] = {
+        {1, 1, 5.0F}, {1, 50, 7.0F}, {2, 0, 5.0F}, {2, 1, 3.0F}, {2, 9, 1.0F}, {2, 1, -1.0F}};
+
+    for (const auto& step : steps)
+    {
+        SCOPED_TRACE(step.fExtent);
+        m_Mode.OnAction(VIEW, step.iAction, step.uCount);
+        EXPECT_EQ(m_Brush.GetExtent(), step.fExtent);
+        EXPECT_EQ(TakeCalls(), (Lines{"Context.RefreshPanelExtent()"}));
+    }
+    m_Context.world.pTerrain = nullptr;
+    m_Mode.OnAction(VIEW, 1, 1);
+    EXPECT_EQ(m_Brush.GetExtent(), -1.0F);
+    m_Context.world.pTerrain = &m_Context.terrain;
+    SetCurrentBrush(nullptr);
+    m_Mode.OnAction(VIEW, 2, 1);
+    EXPECT_EQ(TakeCalls(), Lines{}) << "neither a step nor camera navigation";
+}
+
+TEST_F(CModeTerraformingTest, OtherActionsNavigateTheCamera)
+{
+    for (const int iAction : {-1, 0, 3})
+    {
+        m_Mode.OnAction(VIEW, iAction, 1);
+        EXPECT_EQ(TakeCalls(), (Lines{"Host.HandlesViewAction(3, 0x4300)"})) << iAction;
+    }
+    m_Mode.OnAction(VIEW, 121, 1);
+    EXPECT_EQ(TakeCalls(), (Lines{"Host.HandlesViewAction(3, 0x4300)", "Host.TurnCamera(3, 20)"}));
+}

@@ -1,0 +1,162 @@
+#pragma once
+
+#include "brushes/CTellurBitmap.h"
+#include "brushes/CTellurBrush.h"
+#include "framework/core/ResourceModule.h"
+#include "functions/ITellurFunction.h"
+#include "modes/CModeTerraforming.h"
+#include "modes/TerraformingState.h"
+#include "modification/CTerrainModification.h"
+#include "resources/PluginResources.h"
+#include "tests/support/CLogCatcher.h"
+#include "tests/support/FakeHost.h"
+
+#include <gtest/gtest.h>
+
+// Writes what the brush hands on to it into the list of calls.
+class CRecordingFunction : public ITellurFunction
+{
+public:
+    explicit CRecordingFunction(FakeCalls* pCallList)
+        : pCalls(pCallList)
+    {
+    }
+
+    const char* GetClassName() const override { return "RecordingFunction"; }
+
+    int Start(ITerrainModification*,
+              ITellurBrush*,
+              ViewId view,
+              uint32_t uFlags,
+              ViewPoint point) override
+    {
+        AddCall(pCalls, "Function.Start(%u, %u, %u)", view, uFlags, point);
+        return 1;
+    }
+
+    int End(ITerrainModification*,
+            ITellurBrush*,
+            ViewId view,
+            uint32_t uFlags,
+            ViewPoint point) override
+    {
+        AddCall(pCalls, "Function.End(%u, %u, %u)", view, uFlags, point);
+        return 1;
+    }
+
+    int OnMouseMove(ITerrainModification* pModification,
+                    ITellurBrush*,
+                    ViewId view,
+                    uint32_t uFlags,
+                    ViewPoint point,
+                    uintptr_t uExtra1,
+                    uintptr_t uExtra2) override
+    {
+        AddCall(pCalls,
+                "Function.OnMouseMove(%u, %u, %u, %zu, %zu)",
+                view,
+                uFlags,
+                point,
+                uExtra1,
+                uExtra2);
+        pModification->SetExtents(extents);
+        return 1;
+    }
+
+    float MergeHeight(float, float, float fCandidate) const override { return fCandidate; }
+
+    bool Render(ITerrainModification* pModification, ITellurBrush*, const SVec3* pPoint) override
+    {
+        AddCall(pCalls,
+                "Function.Render(%s, %g %g %g)",
+                pModification != nullptr ? "session" : "none",
+                pPoint->x,
+                pPoint->y,
+                pPoint->z);
+        return bDraws;
+    }
+
+    CRTTIObject* GetRTTIObject() override { return nullptr; }
+
+    const CRTTIObject* GetRTTIObject() const override { return nullptr; }
+
+    bool SetCursor() override { return bSetsCursor; }
+
+    ITellurFunction* Clone() const override { return nullptr; }
+
+    bool Save(fs::ifile&, int) const override { return true; }
+
+    bool Load(const CTCPARSE_KEYWORD*) override { return true; }
+
+    FakeCalls* pCalls;
+    SExtents extents = {{1.0F, 2.0F, 3.0F}, {4.0F, 5.0F, 6.0F}}; // given to the session by a move
+    bool bDraws = false;
+    bool bSetsCursor = true;
+};
+
+// Puts mouse capture and cursor moves into the same list as the host's calls.
+class CRecordingFrontEnd : public CFakeFrontEnd
+{
+public:
+    explicit CRecordingFrontEnd(FakeCalls* pCallList)
+        : pCalls(pCallList)
+    {
+        cursorPos = {12, 34};
+    }
+
+    void SetCursorPos(SScreenPoint point) override
+    {
+        AddCall(pCalls, "FrontEnd.SetCursorPos(%d %d)", point.x, point.y);
+    }
+
+    void SetCapture(uintptr_t uWindow) override
+    {
+        AddCall(pCalls, "FrontEnd.SetCapture(%zu)", uWindow);
+    }
+
+    void ReleaseCapture() override { AddCall(pCalls, "FrontEnd.ReleaseCapture()"); }
+
+    FakeCalls* pCalls;
+};
+
+// A terrain of 2560 x 1000 x 2560 units, given with a negative depth, a vertex every 320 units, and
+// a brush with a recording function that a test makes current itself.
+class CModesFixture : public testing::Test
+{
+protected:
+    CModesFixture()
+    {
+        auto pFunction = std::make_unique<CRecordingFunction>(&m_Context.calls);
+        m_Function = pFunction.get();
+        m_Brush.SetFunction(pFunction.release());
+        m_Context.host.activeView = 5;
+    }
+
+    ~CModesFixture() override
+    {
+        STerraformingState& state = GetTerraformingState();
+        state.pSession.reset();
+        state.pPreview = nullptr;
+        state.picked = {-1.0F, -1.0F, -1.0F};
+        state.strEditMaterial.clear();
+    }
+
+    void SetCurrentBrush(CTellurBrush* pBrush) { m_Context.pBrush = pBrush; }
+
+    void LoadBrushImage()
+    {
+        m_Brush.LoadBitmap(TELLUR_SOURCE_DIR "/tests/scripts/images/white.png");
+    }
+
+    FakeCalls TakeCalls() { return m_Context.TakeCalls(); }
+
+    CFakeContext m_Context{8, 8, {2560.0F, 1000.0F, -2560.0F}};
+    CRecordingFrontEnd m_FrontEnd{&m_Context.calls};
+    CLogCatcher m_Log;
+    CTellurBrush m_Brush;
+    CRecordingFunction* m_Function; // the brush's
+    CResourceScope m_Scope{&GetPluginResources()};
+    CModeTerraforming m_Mode;
+};
+
+using Lines = std::vector<std::string>;

@@ -1,0 +1,383 @@
+#include "modification/CVertDataSet.h"
+
+#include "tests/modification/FakeParts.h"
+#include "tests/support/AllocationCount.h"
+#include "tests/support/CLogCatcher.h"
+#include "tests/support/CNumbers.h"
+#include "tests/support/FakeWorld.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace
+{
+
+using Lines = std::vector<std::string>;
+
+// "column,row" of every vertex in list order.
+std::string GetGrid(const CVertList& verts)
+{
+    std::string strGrid;
+    for (size_t i = 0; i < verts.GetCount(); ++i)
+    {
+        const SVert vert = verts.GetVert(i);
+        strGrid += std::to_string(vert.ix) + "," + std::to_string(vert.iz) + " ";
+    }
+    return strGrid;
+}
+
+// The weight of one vertex, step by step as the brush shape is defined.
+float GetPlainWeight(const SVec3& vert,
+                     const SVec3& center,
+                     float fExtent,
+                     const std::vector<uint8_t>& pixels,
+                     int iWidth,
+                     int iHeight,
+                     float fPower,
+                     float fHardness)
+{
+    struct SPair
+    {
+        int i0 = 0;
+        int i1 = 0;
+        float fWeight0 = 0.0F;
+    };
+
+    const auto getPair = [fExtent](float fOffset, int iSize)
+    {
+        const float fPixels = static_cast<float>(iSize) * fOffset * (1.0F / fExtent);
+        SPair pair;
+        if (fOffset > 0.0F)
+        {
+            const float fWhole = std::trunc(fPixels);
+            pair.i0 = iSize / 2 + static_cast<int>(fWhole);
+            pair.i1 = pair.i0 + 1;
+            pair.fWeight0 = 1.0F - (fPixels - fWhole);
+        }
+        else
+        {
+            const float fWhole = std::trunc(std::fabs(fPixels));
+            pair.i0 = iSize / 2 - static_cast<int>(fWhole) - 1;
+            pair.i1 = iSize / 2 - static_cast<int>(fWhole);
+            pair.fWeight0 = std::fabs(fPixels) - fWhole;
+        }
+        pair.i0 = std::min(std::max(pair.i0, 0), iSize - 1);
+        pair.i1 = std::min(std::max(pair.i1, 0), iSize - 1);
+        return pair;
+    };
+    const SPair x = getPair(vert.x - center.x, iWidth);
+    const SPair z = getPair(vert.z - center.z, iHeight);
+    const auto getPixel = [&](int iColumn, int iRow)
+    { return static_cast<float>(pixels[static_cast<size_t>(iRow * iWidth + iColumn)]); };
+    float b = 0.0F;
+    b += getPixel(x.i0, z.i0) * 0.003921569F * x.fWeight0 * z.fWeight0;
+    b += getPixel(x.i1, z.i0) * 0.003921569F * (1.0F - x.fWeight0) * z.fWeight0;
+    b += getPixel(x.i0, z.i1) * 0.003921569F * x.fWeight0 * (1.0F - z.fWeight0);
+    b += getPixel(x.i1, z.i1) * 0.003921569F * (1.0F - x.fWeight0) * (1.0F - z.fWeight0);
+    if (std::fabs(b) >= 0.0001F)
+    {
+        b = std::min(std::max(b + fHardness, 0.0F), 1.0F);
+    }
+    return fPower * b;
+}
+
+} // namespace
+
+TEST(CVertDataSet, TakesTheGridLinesInsideTheBox)
+{
+    struct SCase
+    {
+        const char* pszName;
+        SExtents box;
+        const char* pszGrid;
+    };
+
+    // A terrain of 4 x 2 cells, 10 units along x and 20 along z.
+    // clang-format off
+    const SCase cases[] = {
+        {"whole terrain", {{0, 0, 0}, {40, 0, 40}},
+         "0,0 1,0 2,0 3,0 4,0 0,1 1,1 2,1 3,1 4,1 0,2 1,2 2,2 3,2 4,2 "},
+        {"borders on lines", {{10, 0, 20}, {30, 0, 20}}, "1,1 2,1 3,1 "},
+        {"borders beside lines", {{10.5F, 0, 19.5F}, {29.5F, 0, 20.5F}}, "2,1 "},
+        {"between two columns", {{11, 0, 0}, {19, 0, 40}}, ""},
+        {"between two rows", {{0, 0, 21}, {40, 0, 39}}, ""},
+        {"minimum beyond maximum", {{30, 0, 0}, {10, 0, 40}}, ""},
+        {"no terrain under it", {{0, 0, 0}, {-1, 0, -1}}, ""},
+    };
+    // clang-format on
+    for (const SVec3& size : {SVec3{40, 500, 40}, SVec3{-40, 500, -40}})
+    {
+        CFakeTerrain terrain(4, 2, size);
+        CVertDataSet set;
+        for (const SCase& test : cases)
+        {
+            SCOPED_TRACE(test.pszName);
+            ASSERT_TRUE(set.Initialize(&terrain, test.box));
+            EXPECT_TRUE(set.IsInitialized());
+            const size_t nCandidates = set.GetCandidateCount();
+            set.SetData(terrain.heights.data(), 5, 3);
+            EXPECT_EQ(GetGrid(set.GetVerts()), test.pszGrid);
+            EXPECT_EQ(set.GetVerts().GetCount(), nCandidates);
+            EXPECT_EQ(set.GetCandidateCount(), 0U);
+        }
+    }
+}
+
+TEST(CVertDataSet, VerticesStandOnTheirGridLinesWithHeightAndNoWeight)
+{
+    CFakeTerrain terrain(4, 2, {40, 500, 50});
+    for (size_t i = 0; i < terrain.heights.size(); ++i)
+    {
+        terrain.heights[i] = static_cast<float>(i) * 3.0F;
+    }
+    CVertDataSet set;
+    ASSERT_TRUE(set.Initialize(&terrain, {{0, 0, 0}, {40, 0, 50}}));
+    set.SetData(terrain.heights.data(), 5, 3);
+    ASSERT_EQ(set.GetVerts().GetCount(), 15U);
+    for (int i = 0; i < 15; ++i)
+    {
+        SCOPED_TRACE(i);
+        const SVert vert = set.GetVerts().GetVert(static_cast<size_t>(i));
+        EXPECT_EQ(vert.ix, i % 5);
+        EXPECT_EQ(vert.iz, i / 5);
+        EXPECT_EQ(vert.x, static_cast<float>(i % 5) * 10.0F);
+        EXPECT_EQ(vert.z, static_cast<float>(i / 5) * 25.0F);
+        EXPECT_EQ(vert.y, static_cast<float>(i) * 3.0F);
+        EXPECT_EQ(vert.weight, 0.0F);
+    }
+}
+
+TEST(CVertDataSet, LeavesVerticesOfNegativeHeightAndAsksThemAgain)
+{
+    CFakeTerrain terrain(3, 1, {30, 500, 10});
+    terrain.heights = {5, -1, -2, 7, -3, 0, -0.0F, -4};
+    CVertDataSet set;
+    ASSERT_TRUE(set.Initialize(&terrain, {{0, 0, 0}, {30, 0, 10}}));
+    set.SetData(terrain.heights.data(), 4, 2);
+    EXPECT_EQ(GetGrid(set.GetVerts()), "0,0 3,0 1,1 2,1 ");
+    EXPECT_EQ(set.GetCandidateCount(), 4U);
+
+    // Only those left over are looked at again; they come behind the others.
+    const float heights[] = {50, 51, -2, 57, 53, 50, 50, -4};
+    set.SetData(heights, 4, 2);
+    EXPECT_EQ(GetGrid(set.GetVerts()), "0,0 3,0 1,1 2,1 1,0 0,1 ");
+    EXPECT_EQ(set.GetVerts().GetVert(0).y, 5.0F);
+    EXPECT_EQ(set.GetVerts().GetVert(4).y, 51.0F);
+    EXPECT_EQ(set.GetCandidateCount(), 2U);
+}
+
+TEST(CVertDataSet, SaysWhatIsMissingInWholeLines)
+{
+    CLogCatcher log;
+    CFakeTerrain terrain(2, 2, {20, 500, 20});
+    CVertDataSet set;
+    EXPECT_FALSE(set.Initialize(nullptr, {{0, 0, 0}, {20, 0, 20}}));
+    EXPECT_FALSE(set.IsInitialized());
+    EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::Initialize] no terrain"});
+
+    ASSERT_TRUE(set.Initialize(&terrain, {{0, 0, 0}, {20, 0, 20}}));
+    set.SetData(nullptr, 3, 3);
+    EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::SetData] no buffer"});
+    EXPECT_EQ(set.GetCandidateCount(), 9U);
+
+    // A buffer of 2 x 2 under a set of 3 x 3: columns beyond it are named first.
+    const float heights[] = {1, 2, 3, 4};
+    set.SetData(heights, 2, 2);
+    const std::string strX = "[CVertDataSet::SetData] v.x >= iBufferSizeX";
+    const std::string strZ = "[CVertDataSet::SetData] v.y >= iBufferSizeZ";
+    EXPECT_EQ(log.TakeLines(), (Lines{strX, strX, strZ, strZ, strX}));
+    EXPECT_EQ(GetGrid(set.GetVerts()), "0,0 1,0 0,1 1,1 ");
+    EXPECT_EQ(set.GetCandidateCount(), 5U);
+
+    SExtents extents;
+    CVertDataSet::GetExtentsFromVerts(extents, nullptr);
+    EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::GetExtentsFromVerts] no verts list"});
+    EXPECT_EQ(ToText(extents), "[-1 -1 -1, -1 -1 -1]");
+
+    set.GetVerts().GetWeights()[0] = 7.0F;
+    set.GetDataFromBitmap({}, 10.0F, nullptr, 1.0F, 0.0F);
+    EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::GetDataFromBitmap] no bitmap"});
+    EXPECT_EQ(set.GetVerts().GetVert(0).weight, 0.0F);
+
+    CGreyBitmap white(1, 1, {255});
+    for (const float fExtent : {0.0F, 9.0e-7F, -9.0e-7F})
+    {
+        set.GetVerts().GetWeights()[3] = 7.0F;
+        set.GetDataFromBitmap({}, fExtent, &white, 1.0F, 1.0F);
+        EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::GetDataFromBitmap] extent is 0"});
+        EXPECT_EQ(set.GetVerts().GetVert(3).weight, 0.0F);
+    }
+    set.GetDataFromBitmap({}, 2.0e-6F, &white, 1.0F, 1.0F);
+    EXPECT_EQ(log.GetText(), "");
+    EXPECT_EQ(set.GetVerts().GetVert(3).weight, 1.0F);
+
+    // A bitmap that has lost its image says so itself, once.
+    CGreyBitmap empty;
+    set.GetDataFromBitmap({}, 10.0F, &empty, 1.0F, 1.0F);
+    EXPECT_EQ(empty.GetPointCalls(), 1);
+    EXPECT_EQ(set.GetVerts().GetVert(3).weight, 0.0F);
+}
+
+TEST(CVertDataSet, BoundingBoxStartsFromAMillionAndZero)
+{
+    struct SCase
+    {
+        const char* pszName;
+        SVec3 size; // of 2 x 2 cells
+        std::vector<float> heights;
+        SExtents box;
+        const char* pszExtents;
+    };
+
+    // clang-format off
+    const SCase cases[] = {
+        {"empty", {20, 500, 20}, {1, 2, 3, 4, 5, 6, 7, 8, 9}, {{1, 0, 1}, {9, 0, 9}},
+         "[-1 -1 -1, -1 -1 -1]"},
+        {"all", {20, 500, 40}, {5, 2, 3, 4, 50, 6, 7, 8, 9}, {{0, 0, 0}, {20, 0, 40}},
+         "[0 2 0, 20 50 40]"},
+        {"one vertex", {20, 500, 40}, {5, 2, 3, 4, 50, 6, 7, 8, 9}, {{10, 0, 20}, {10, 0, 20}},
+         "[10 50 20, 10 50 20]"},
+        {"beyond a million", {6000000, 500, 20}, {1, 1, 1, 1, 1, 1, 1, 1, 2000001},
+         {{6000000, 0, 20}, {6000000, 0, 20}}, "[1e+06 1e+06 20, 6e+06 2e+06 20]"},
+    };
+    // clang-format on
+    for (const SCase& test : cases)
+    {
+        SCOPED_TRACE(test.pszName);
+        CFakeTerrain terrain(2, 2, test.size);
+        CVertDataSet set;
+        ASSERT_TRUE(set.Initialize(&terrain, test.box));
+        set.SetData(test.heights.data(), 3, 3);
+        SExtents extents;
+        EXPECT_EQ(&CVertDataSet::GetExtentsFromVerts(extents, &set.GetVerts()), &extents);
+        EXPECT_EQ(ToText(extents), test.pszExtents);
+    }
+    // A height below 0 pulls the minimum, never the maximum.
+    CVertList below;
+    below.SetSteps(1.0F, 1.0F);
+    const float fHeight = -5.0F;
+    below.AppendRun(3, 4, &fHeight, 1);
+    SExtents extents;
+    EXPECT_EQ(ToText(CVertDataSet::GetExtentsFromVerts(extents, &below)), "[3 -5 4, 3 0 4]");
+}
+
+TEST(CVertDataSet, WeightsFollowTheShapeVertexByVertex)
+{
+    CNumbers numbers(7);
+    constexpr int SIZES[][2] = {{1, 1}, {2, 2}, {3, 3}, {8, 8}, {64, 64}, {65, 65}, {7, 4}, {1, 9}};
+    for (int iRound = 0; iRound < 240; ++iRound)
+    {
+        SCOPED_TRACE(iRound);
+        const int* pSize = SIZES[iRound % 8];
+        std::vector<uint8_t> pixels(static_cast<size_t>(pSize[0] * pSize[1]));
+        for (uint8_t& pixel : pixels)
+        {
+            const int iKind = numbers.Int(0, 3); // many black and white ones
+            pixel = static_cast<uint8_t>(iKind == 0 ? 0 : iKind == 1 ? 255 : numbers.Int(0, 255));
+        }
+        CGreyBitmap bitmap(pSize[0], pSize[1], pixels);
+        CFakeTerrain terrain(17, 11, {numbers.Float(50, 300), 500, numbers.Float(50, 300)});
+        for (float& fHeight : terrain.heights)
+        {
+            fHeight = numbers.Int(0, 9) == 0 ? -1.0F : 1.0F;
+        }
+        CVertDataSet set;
+        const SVec3 size = terrain.GetSize();
+        ASSERT_TRUE(set.Initialize(&terrain, {{0, 0, 0}, {size.x, 0, size.z}}));
+        set.SetData(terrain.heights.data(), 18, 12);
+
+        // Images smaller and larger than the footprint, mirrored ones, centres on a vertex and
+        // far off it.
+        const float fExtent = numbers.Float(1.0F, 400.0F) * (iRound % 7 == 0 ? -1.0F : 1.0F);
+        const float fPower = numbers.Float(-2.0F, 2.0F);
+        const float fHardness = iRound % 3 == 0 ? 0.0F : numbers.Float(-1.5F, 1.5F);
+        SVec3 center = {numbers.Float(-50.0F, 350.0F), 9.0F, numbers.Float(-50.0F, 350.0F)};
+        if (iRound % 4 == 0)
+        {
+            const SVert vert = set.GetVerts().GetVert(static_cast<size_t>(numbers.Int(0, 100)));
+            center = {vert.x, vert.y, vert.z};
+        }
+        set.GetDataFromBitmap(center, fExtent, &bitmap, fPower, fHardness);
+        for (size_t i = 0; i < set.GetVerts().GetCount(); ++i)
+        {
+            const SVert vert = set.GetVerts().GetVert(i);
+            const float fPlain = GetPlainWeight({vert.x, vert.y, vert.z},
+                                                center,
+                                                fExtent,
+                                                pixels,
+                                                pSize[0],
+                                                pSize[1],
+                                                fPower,
+                                                fHardness);
+            ASSERT_NEAR(vert.weight, fPlain, 5.0e-6F) << vert.ix << "," << vert.iz;
+        }
+    }
+}
+
+TEST(CVertDataSet, WeightsOnPaper)
+{
+    struct SCase
+    {
+        const char* pszName;
+        std::vector<uint8_t> pixels; // 4 x 4
+        SVec3 center;
+        float fPower;
+        float fHardness;
+        float fWeight; // of the vertex at (20, 20)
+    };
+
+    // The pixel at (2, 2) is 51, a fifth of white; its left neighbour 255, the one above 102.
+    const std::vector<uint8_t> spot = {0, 0, 0, 0, 0, 0, 102, 0, 0, 255, 51, 0, 0, 0, 0, 0};
+    const std::vector<uint8_t> black(16, 0);
+    const std::vector<uint8_t> white(16, 255);
+    // clang-format off
+    const SCase cases[] = {
+        {"on the centre", spot, {20, 0, 20}, 1.0F, 0.0F, 0.2F},
+        {"half a pixel left", spot, {25, 0, 20}, 1.0F, 0.0F, 0.6F},
+        {"half a pixel right", spot, {15, 0, 20}, 1.0F, 0.0F, 0.1F},
+        {"half a pixel up", spot, {20, 0, 25}, 1.0F, 0.0F, 0.3F},
+        {"a whole pixel left", spot, {30, 0, 20}, 1.0F, 0.0F, 1.0F},
+        {"power and hardness", spot, {20, 0, 20}, 3.0F, 0.3F, 1.5F},
+        {"hardness to white", spot, {20, 0, 20}, 0.5F, 1.0F, 0.5F},
+        {"hardness to black", spot, {20, 0, 20}, 1.0F, -1.0F, 0.0F},
+        {"black stays black", black, {20, 0, 20}, 1.0F, 1.0F, 0.0F},
+        {"white is not raised", white, {20, 0, 20}, 1.0F, 0.5F, 1.0F},
+        {"white is lowered", white, {13, 0, 27}, 2.0F, -0.25F, 1.5F},
+    };
+    // clang-format on
+    for (const SCase& test : cases)
+    {
+        SCOPED_TRACE(test.pszName);
+        CFakeTerrain terrain(4, 4, {40, 500, 40});
+        CVertDataSet set;
+        ASSERT_TRUE(set.Initialize(&terrain, {{20, 0, 20}, {20, 0, 20}}));
+        set.SetData(terrain.heights.data(), 5, 5);
+        CGreyBitmap bitmap(4, 4, test.pixels);
+        set.GetDataFromBitmap(test.center, 40.0F, &bitmap, test.fPower, test.fHardness);
+        EXPECT_NEAR(set.GetVerts().GetVert(0).weight, test.fWeight, 1.0e-6F);
+    }
+}
+
+TEST(CVertDataSet, SecondPointOfTheSameSizeAllocatesNothing)
+{
+    CFakeTerrain terrain(64, 64, {640, 500, 640});
+    for (size_t i = 0; i < terrain.heights.size(); i += 7)
+    {
+        terrain.heights[i] = -1.0F;
+    }
+    CGreyBitmap bitmap(16, 16, std::vector<uint8_t>(256, 200));
+    CVertDataSet set;
+    const auto runPoint = [&](float fX)
+    {
+        set.Initialize(&terrain, {{fX, 0, fX}, {fX + 300, 0, fX + 300}});
+        set.SetData(terrain.heights.data(), 65, 65);
+        set.GetDataFromBitmap({fX + 150, 0, fX + 150}, 300.0F, &bitmap, 1.0F, 0.0F);
+    };
+    runPoint(0.0F);
+    runPoint(70.0F); // the same pattern of left-out vertices again
+    const size_t nBefore = GetAllocationCount();
+    runPoint(140.0F);
+    EXPECT_EQ(GetAllocationCount(), nBefore);
+    EXPECT_GT(set.GetVerts().GetCount(), 700U);
+}

@@ -1,0 +1,58 @@
+#include "tests/support/AllocationCount.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace
+{
+
+std::atomic<size_t> g_nAllocations = 0;
+
+void* Allocate(size_t nBytes)
+{
+    ++g_nAllocations;
+    void* pMemory = std::malloc(nBytes > 0 ? nBytes : 1);
+    if (pMemory == nullptr)
+    {
+        std::abort();
+    }
+    return pMemory;
+}
+
+} // namespace
+
+size_t GetAllocationCount()
+{
+    return g_nAllocations;
+}
+
+void* operator new(size_t nBytes)
+{
+    return Allocate(nBytes);
+}
+
+void* operator new[](size_t nBytes)
+{
+    return Allocate(nBytes);
+}
+
+void operator delete(void* pMemory) noexcept
+{
+    std::free(pMemory);
+}
+
+void operator delete[](void* pMemory) noexcept
+{
+    std::free(pMemory);
+}
+
+void operator delete(void* pMemory, size_t /*nBytes*/) noexcept
+{
+    std::free(pMemory);
+}
+
+void operator delete[](void* pMemory, size_t /*nBytes*/) noexcept
+{
+    std::free(pMemory);
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <cstddef>
+
+// Calls of operator new since the program began. A test program that uses this gets its own
+// operator new that counts.
+size_t GetAllocationCount();
