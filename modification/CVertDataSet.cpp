@@ -149,7 +149,7 @@ void CVertDataSet::SetData(const float* pBuffer, int iBufferSizeX, int iBufferSi
             m_Left.push_back({row.ixFirst + nInside, row.iz, nOutside});
         }
     }
-    m_Candidates.swap(m_Left);
+    m_Candidates.assign(m_Left.begin(), m_Left.end()); // both keep their memory
 }
 
 SExtents CVertDataSet::GetStartExtents()

@@ -127,6 +127,11 @@ void CTerrainModification::StoreUndoInformation()
         CrashLog("[CTerrainModification::StoreUndoInformation] no dst buffer\n");
         return;
     }
+    if (m_Terrain != nullptr && (static_cast<int>(m_Terrain->GetCellsPerSide()) + 1 != m_SizeX ||
+                                 static_cast<int>(m_Terrain->GetCellsPerSideZ()) + 1 != m_SizeZ))
+    {
+        return; // the resolution changed under the drag: its heights are those of no terrain
+    }
     std::vector<SChangedVert> verts;
     for (int iZ = m_TouchedMinZ; iZ <= m_TouchedMaxZ; ++iZ)
     {

@@ -221,11 +221,12 @@ void CTerrain::ForgetTexture(const ITexture* pTexture)
     }
 }
 
-void CTerrain::CopyEditState(const CTerrain& other)
+void CTerrain::ReplaceField(SHeightField&& field)
 {
-    m_EditOverlay = other.m_EditOverlay;
-    m_OverlayTransform = other.m_OverlayTransform;
-    m_EditMaterial = other.m_EditMaterial;
+    m_Field = std::move(field);
+    m_Normals.Reset();
+    m_Dirty.Reset({0, 0, m_Field.uSizeX, m_Field.uSizeZ});
+    m_Projected = {};
 }
 
 float CTerrain::GetHeightAt(float fX, float fZ) const

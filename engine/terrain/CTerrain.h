@@ -51,11 +51,11 @@ public:
     // pTexture is about to be destroyed: the terrain no longer shows it.
     void ForgetTexture(const ITexture* pTexture);
 
-    // The edit overlay, its transform and the edit material of another terrain: what a mode has set
-    // up survives when the level's terrain is replaced under it.
-    void CopyEditState(const CTerrain& other);
+    // Other heights, sizes or size vector in the same terrain; the field as for the constructor. What
+    // modes have set up, and pointers to the terrain that undo records keep, stay good.
+    void ReplaceField(SHeightField&& field);
 
-    // All heights, row-major, valid as long as the terrain.
+    // All heights, row-major, valid until ReplaceField.
     const float* GetHeightData() const { return m_Field.pHeights.get(); }
 
     uint32_t GetVerticesX() const { return m_Field.uSizeX; }

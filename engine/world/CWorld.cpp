@@ -193,15 +193,15 @@ ITexture* CWorld::FindTerrainTexture(uint32_t uHandle) const
 
 void CWorld::ReplaceTerrain(SHeightField&& field)
 {
-    auto pTerrain = std::make_unique<CTerrain>(std::move(field));
-    if (m_Terrain != nullptr)
-    {
-        pTerrain->CopyEditState(*m_Terrain);
-    }
     if (m_Environment == nullptr)
     {
         m_Environment = std::make_unique<CEnvironment>();
     }
-    m_Environment->SetTerrain(pTerrain.get());
-    m_Terrain = std::move(pTerrain);
+    if (m_Terrain != nullptr)
+    {
+        m_Terrain->ReplaceField(std::move(field));
+        return;
+    }
+    m_Terrain = std::make_unique<CTerrain>(std::move(field));
+    m_Environment->SetTerrain(m_Terrain.get());
 }

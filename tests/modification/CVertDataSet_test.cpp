@@ -1,5 +1,4 @@
 #include "modification/CVertDataSet.h"
-
 #include "tests/modification/FakeParts.h"
 #include "tests/support/AllocationCount.h"
 #include "tests/support/CLogCatcher.h"
@@ -69,7 +68,9 @@ float GetPlainWeight(const SVec3& vert,
     const SPair x = getPair(vert.x - center.x, iWidth);
     const SPair z = getPair(vert.z - center.z, iHeight);
     const auto getPixel = [&](int iColumn, int iRow)
-    { return static_cast<float>(pixels[static_cast<size_t>(iRow * iWidth + iColumn)]); };
+    {
+        return static_cast<float>(pixels[static_cast<size_t>(iRow * iWidth + iColumn)]);
+    };
     float b = 0.0F;
     b += getPixel(x.i0, z.i0) * 0.003921569F * x.fWeight0 * z.fWeight0;
     b += getPixel(x.i1, z.i0) * 0.003921569F * (1.0F - x.fWeight0) * z.fWeight0;
@@ -103,7 +104,8 @@ TEST(CVertDataSet, TakesTheGridLinesInsideTheBox)
         {"between two columns", {{11, 0, 0}, {19, 0, 40}}, ""},
         {"between two rows", {{0, 0, 21}, {40, 0, 39}}, ""},
         {"minimum beyond maximum", {{30, 0, 0}, {10, 0, 40}}, ""},
-        {"no terrain under it", {{0, 0, 0}, {-1, 0, -1}}, ""},
+        {"cut toward zero", {{0, 0, 0}, {-1, 0, -1}}, "0,0 "},
+        {"a step below zero", {{0, 0, 0}, {-10, 0, -20}}, ""},
     };
     // clang-format on
     for (const SVec3& size : {SVec3{40, 500, 40}, SVec3{-40, 500, -40}})
@@ -375,8 +377,8 @@ TEST(CVertDataSet, SecondPointOfTheSameSizeAllocatesNothing)
         set.GetDataFromBitmap({fX + 150, 0, fX + 150}, 300.0F, &bitmap, 1.0F, 0.0F);
     };
     runPoint(0.0F);
-    runPoint(70.0F); // the same pattern of left-out vertices again
     const size_t nBefore = GetAllocationCount();
+    runPoint(70.0F); // the same pattern of left-out vertices again
     runPoint(140.0F);
     EXPECT_EQ(GetAllocationCount(), nBefore);
     EXPECT_GT(set.GetVerts().GetCount(), 700U);

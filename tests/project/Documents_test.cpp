@@ -20,30 +20,7 @@ bool ExistsInBuild(const std::string& strName)
     return std::filesystem::exists(std::string(TELLUR_BIN_DIR) + "/" + strName);
 }
 
-// Calls fn(piece, where) for each code span and each line of a fenced block.
-template <class TFn> void ForEachCode(const SMarkdown& document, TFn fn)
-{
-    for (const SDocLine& line : document.prose)
-    {
-        for (const std::string& strSpan : GetCodeSpans(line.strText))
-        {
-            fn(strSpan, document.Place(line.nLine));
-        }
-    }
-    for (const SDocBlock& block : document.blocks)
-    {
-        if (block.strLanguage == "arrows") // names folders that are still to come
-        {
-            continue;
-        }
-        int nLine = block.nLine;
-        for (const std::string& strLine : block.lines)
-        {
-            fn(strLine, document.Place(++nLine));
-        }
-    }
-}
-
+// Calls fn(text, where) for each code span.
 template <class TFn> void ForEachSpan(const SMarkdown& document, TFn fn)
 {
     for (const SDocLine& line : document.prose)
@@ -51,6 +28,24 @@ template <class TFn> void ForEachSpan(const SMarkdown& document, TFn fn)
         for (const std::string& strSpan : GetCodeSpans(line.strText))
         {
             fn(strSpan, document.Place(line.nLine));
+        }
+    }
+}
+
+// Calls fn(text, where) for each code span and each line of a fenced block.
+template <class TFn> void ForEachCode(const SMarkdown& document, TFn fn)
+{
+    ForEachSpan(document, fn);
+    for (const SDocBlock& block : document.blocks)
+    {
+        int nLine = block.nLine;
+        for (const std::string& strLine : block.lines)
+        {
+            ++nLine;
+            if (block.strLanguage != "arrows") // names folders that are still to come
+            {
+                fn(strLine, document.Place(nLine));
+            }
         }
     }
 }

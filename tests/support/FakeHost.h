@@ -1,6 +1,5 @@
 #pragma once
 
-#include "framework/core/IFrontEnd.h"
 #include "host/CUndo.h"
 #include "host/EditorHost.h"
 #include "host/IEditorAction.h"
@@ -14,7 +13,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -268,36 +266,4 @@ public:
 
 private:
     PluginContext* m_Previous;
-};
-
-// The window system: keys that a test holds, cursor, capture and message boxes. Is the process's
-// front end while it lives.
-class CFakeFrontEnd : public IFrontEnd
-{
-public:
-    CFakeFrontEnd();
-    ~CFakeFrontEnd() override;
-    CFakeFrontEnd(const CFakeFrontEnd&) = delete;
-    CFakeFrontEnd& operator=(const CFakeFrontEnd&) = delete;
-
-    bool IsKeyDown(EKey eKey) const override { return keys.count(eKey) > 0; }
-
-    SScreenPoint GetCursorPos() const override { return cursorPos; }
-
-    void SetCursorPos(SScreenPoint point) override { cursorPos = point; }
-
-    void SetCursor(const SCursorResource* pNewCursor) override { pCursor = pNewCursor; }
-
-    void SetCapture(uintptr_t uWindow) override;
-    void ReleaseCapture() override;
-    EMessageBoxAnswer MessageBox(const char* pszText, uint32_t uFlags) override;
-
-    std::set<EKey> keys;
-    SScreenPoint cursorPos;
-    const SCursorResource* pCursor = nullptr;
-    EMessageBoxAnswer eAnswer = EMessageBoxAnswer::Ok;
-    FakeCalls calls; // capture and message boxes
-
-private:
-    IFrontEnd* m_Previous;
 };

@@ -69,7 +69,10 @@ void CFakeTerrain::GetHeights(float* pDest, size_t nCount) const
 
 void CFakeTerrain::SetHeights(const float* pSource, size_t nCount, const SExtents& box)
 {
-    AddCall(pCalls, "Terrain.SetHeights(%zu, %s)", nCount, ToText(box).c_str());
+    if (pCalls != nullptr) // without a list no memory is asked for
+    {
+        AddCall(pCalls, "Terrain.SetHeights(%zu, %s)", nCount, ToText(box).c_str());
+    }
     boxes.push_back(box);
     bNormalsStale = true;
     if (nCount != heights.size())

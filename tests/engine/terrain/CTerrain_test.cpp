@@ -389,12 +389,19 @@ TEST(CTerrain, KeepsWhatItShowsUntilFrameOrTextureEnds)
 
     terrain.SetEditMaterial("grid");
     terrain.SetEditOverlay(9);
-    CTerrain next(MakeField(2, 2, {1, 1, 1}));
-    next.CopyEditState(terrain);
-    EXPECT_EQ(next.GetEditMaterial(), "grid");
-    EXPECT_EQ(next.GetEditOverlay(), 9U);
-    next.SetEditMaterial(nullptr);
-    EXPECT_EQ(next.GetEditMaterial(), "");
+    uint64_t uSeen = terrain.GetRevision();
+    const int16_t* pNormals = terrain.GetNormals();
+    EXPECT_NE(pNormals, nullptr);
+    terrain.ReplaceField(MakeField(2, 5, {1, 1, 4})); // the same terrain with another field
+    EXPECT_EQ(terrain.GetEditMaterial(), "grid");
+    EXPECT_EQ(terrain.GetEditOverlay(), 9U);
+    EXPECT_EQ(terrain.GetCellsPerSideZ(), 4U);
+    EXPECT_EQ(terrain.GetNormal(1, 4).y, 1.0F);
+    SVertexRect rect;
+    EXPECT_TRUE(terrain.TakeDirtyRegion(uSeen, rect));
+    EXPECT_EQ(rect, (SVertexRect{0, 0, 2, 5}));
+    terrain.SetEditMaterial(nullptr);
+    EXPECT_EQ(terrain.GetEditMaterial(), "");
 }
 
 } // namespace

@@ -1,0 +1,204 @@
+#include "modification/HeightBuffers.h"
+#include "modification/HeightMerge.h"
+#include "tests/modification/FakeParts.h"
+#include "tests/support/CNumbers.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace
+{
+
+constexpr float MAX_HEIGHT = 100.0F;
+
+float MergeStrongest(float fSrc, float fDst, float fCandidate)
+{
+    return std::fabs(fCandidate - fSrc) >= std::fabs(fDst - fSrc) ? fCandidate : fDst;
+}
+
+float MergeHigher(float /*fSrc*/, float fDst, float fCandidate)
+{
+    return fCandidate > fDst ? fCandidate : fDst;
+}
+
+float MergeCandidate(float /*fSrc*/, float /*fDst*/, float fCandidate)
+{
+    return fCandidate;
+}
+
+const CRuleFunction g_Strongest(EMergeRule::Strongest);
+const CRuleFunction g_Candidate(EMergeRule::Candidate);
+const CRuleFunction g_Higher(EMergeRule::ByCall, MergeHigher);
+
+} // namespace
+
+TEST(HeightMerge, WritesWhatTheRuleTakesWithinTheLimits)
+{
+    struct SCase
+    {
+        const char* pszName;
+        const CRuleFunction* pFunction;
+        float fSrc;
+        float fDst;
+        float fCandidate;
+        float fWritten; // -1: not written
+    };
+
+    const float fNoNumber = std::numeric_limits<float>::quiet_NaN();
+    // clang-format off
+    const SCase cases[] = {
+        {"first change up", &g_Strongest, 50, 50, 60, 60},
+        {"first change down", &g_Strongest, 50, 50, 40, 40},
+        {"stronger up", &g_Strongest, 50, 60, 61, 61},
+        {"weaker up", &g_Strongest, 50, 60, 59, -1},
+        {"as strong on the other side", &g_Strongest, 50, 60, 40, 40},
+        {"weaker on the other side", &g_Strongest, 50, 60, 41, -1},
+        {"stronger on the other side", &g_Strongest, 50, 60, 30, 30},
+        {"back to the source", &g_Strongest, 50, 60, 50, -1},
+        {"no change", &g_Strongest, 50, 60, 60, -1},
+        {"below 0", &g_Strongest, 5, 5, -20, 0},
+        {"below 0 again", &g_Strongest, 5, 0, -20, 0},
+        {"minus nothing", &g_Strongest, 5, 5, -0.0F, 0},
+        {"at the limit", &g_Strongest, 50, 50, 100, 100},
+        {"above the limit", &g_Strongest, 50, 50, 100.5F, 100},
+        {"above the limit again", &g_Strongest, 50, 100, 120, 100},
+        {"no number", &g_Strongest, 50, 50, fNoNumber, -1},
+        {"without end", &g_Strongest, 50, 50, INFINITY, 100},
+        {"always: back to the source", &g_Candidate, 50, 60, 50, 50},
+        {"always: weaker", &g_Candidate, 50, 60, 51, 51},
+        {"always: no change", &g_Candidate, 50, 60, 60, -1},
+        {"always: below 0", &g_Candidate, 50, 60, -1.0e30F, 0},
+        {"always: above the limit", &g_Candidate, 50, 60, 1000, 100},
+        {"always: no number", &g_Candidate, 50, 60, fNoNumber, -1},
+        {"asked: taken", &g_Higher, 50, 60, 61, 61},
+        {"asked: refused", &g_Higher, 50, 60, 30, -1},
+        {"asked: no change", &g_Higher, 50, 60, 60, -1},
+        {"asked: above the limit", &g_Higher, 50, 60, 101, 100},
+        {"asked: below 0", &g_Higher, -30, -30, -20, 0},
+    };
+    // clang-format on
+    for (const SCase& test : cases)
+    {
+        SCOPED_TRACE(test.pszName);
+        const bool bWritten = test.fWritten >= 0.0F;
+        float fDst = test.fDst;
+        const SMergeSpan span =
+            MergeHeights(*test.pFunction, &test.fSrc, &fDst, &test.fCandidate, 1, MAX_HEIGHT);
+        EXPECT_EQ(fDst, bWritten ? test.fWritten : test.fDst);
+        EXPECT_FALSE(std::signbit(fDst));
+        EXPECT_EQ(span.nChanged, bWritten ? 1 : 0);
+        EXPECT_EQ(span.iLast, bWritten ? 0 : -1);
+        EXPECT_EQ(span.fMin, bWritten ? test.fWritten : 0.0F);
+        EXPECT_EQ(span.fMax, bWritten ? test.fWritten : 0.0F);
+    }
+}
+
+TEST(HeightMerge, LongRunsMergeAsOneVertexAfterTheOther)
+{
+    struct SRule
+    {
+        const CRuleFunction* pFunction;
+        CRuleFunction::FMerge pMerge;
+    };
+
+    const SRule rules[] = {
+        {&g_Strongest, MergeStrongest}, {&g_Candidate, MergeCandidate}, {&g_Higher, MergeHigher}};
+    CNumbers numbers(3);
+    for (int iRound = 0; iRound < 300; ++iRound)
+    {
+        const SRule& rule = rules[iRound % 3];
+        const auto nCount = static_cast<size_t>(iRound / 3);
+        SCOPED_TRACE(iRound);
+        // Few values, so that equal heights and equal distances are common.
+        std::vector<float> source(nCount);
+        std::vector<float> dest(nCount);
+        std::vector<float> candidates(nCount);
+        for (size_t i = 0; i < nCount; ++i)
+        {
+            source[i] = static_cast<float>(numbers.Int(0, 4) * 25);
+            dest[i] = numbers.Int(0, 1) == 0 ? source[i] : static_cast<float>(numbers.Int(0, 100));
+            candidates[i] = numbers.Int(0, 2) == 0 ? dest[i] : numbers.Float(-40.0F, 140.0F);
+        }
+        std::vector<float> plain = dest;
+        SMergeSpan expected;
+        for (size_t i = 0; i < nCount; ++i)
+        {
+            if (rule.pMerge(source[i], dest[i], candidates[i]) == dest[i])
+            {
+                continue;
+            }
+            plain[i] = std::min(std::max(candidates[i], 0.0F), MAX_HEIGHT);
+            expected.fMin = expected.nChanged == 0 ? plain[i] : std::min(expected.fMin, plain[i]);
+            expected.fMax = expected.nChanged == 0 ? plain[i] : std::max(expected.fMax, plain[i]);
+            expected.iFirst = std::min(expected.iFirst, static_cast<int32_t>(i));
+            expected.iLast = static_cast<int32_t>(i);
+            ++expected.nChanged;
+        }
+        const SMergeSpan span = MergeHeights(
+            *rule.pFunction, source.data(), dest.data(), candidates.data(), nCount, MAX_HEIGHT);
+        ASSERT_EQ(dest, plain);
+        EXPECT_EQ(span.iFirst, expected.iFirst);
+        EXPECT_EQ(span.iLast, expected.iLast);
+        EXPECT_EQ(span.nChanged, expected.nChanged);
+        EXPECT_EQ(span.fMin, expected.fMin);
+        EXPECT_EQ(span.fMax, expected.fMax);
+    }
+}
+
+TEST(HeightMerge, AChangeIsMoreThanAMillionthOnAnEditableVertex)
+{
+    struct SCase
+    {
+        float fSource;
+        float fDest;
+        bool bChange;
+    };
+
+    const float fLimit = 1.0e-6F;
+    // clang-format off
+    const SCase cases[] = {
+        {0, 0, false}, {0, fLimit, false}, {fLimit, 0, false},
+        {0, std::nextafter(fLimit, 1.0F), true}, {std::nextafter(fLimit, 1.0F), 0, true},
+        {5, 6, true}, {6, 5, true}, {5, 0, true}, {5, -1, false}, {-5, 3, true}, {-5, -5, false},
+    };
+    // clang-format on
+    for (const SCase& test : cases)
+    {
+        SCOPED_TRACE(testing::Message() << test.fSource << " to " << test.fDest);
+        EXPECT_EQ(IsChange(test.fSource, test.fDest), test.bChange);
+        // The one vertex of a long row that counts, wherever it stands.
+        for (const size_t nPlace : {0U, 17U, 36U})
+        {
+            std::array<float, 37> source{};
+            std::array<float, 37> dest{};
+            source[nPlace] = test.fSource;
+            dest[nPlace] = test.fDest;
+            EXPECT_EQ(HasChange(source.data(), dest.data(), source.size()), test.bChange);
+        }
+    }
+}
+
+TEST(HeightBuffers, KeepsTheTwoLargestAndGivesThemOutWhenTheyFit)
+{
+    FreeHeightBuffers();
+    SHeightBuffer first = TakeHeightBuffer(1000);
+    SHeightBuffer second = TakeHeightBuffer(1000);
+    const float* pFirst = first.pHeights.get();
+    EXPECT_EQ(GetKeptHeightCount(), 0U);
+    GiveHeightBufferBack(std::move(first));
+    GiveHeightBufferBack(std::move(second));
+    EXPECT_EQ(GetKeptHeightCount(), 2000U);
+    GiveHeightBufferBack(TakeHeightBuffer(100)); // a fresh one: the kept ones are far too large
+    EXPECT_EQ(GetKeptHeightCount(), 2000U);
+
+    SHeightBuffer again = TakeHeightBuffer(900);
+    EXPECT_EQ(again.pHeights.get(), pFirst);
+    EXPECT_EQ(again.nCapacity, 1000U);
+    EXPECT_EQ(GetKeptHeightCount(), 1000U);
+    EXPECT_EQ(TakeHeightBuffer(1001).nCapacity, 1001U); // none is large enough
+    FreeHeightBuffers();
+    EXPECT_EQ(GetKeptHeightCount(), 0U);
+}

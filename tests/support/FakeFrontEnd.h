@@ -1,0 +1,38 @@
+#pragma once
+
+#include "framework/core/IFrontEnd.h"
+#include "tests/support/FakeWorld.h"
+
+#include <set>
+
+// The window system: keys that a test holds, cursor, capture and message boxes. Is the process's
+// front end while it lives.
+class CFakeFrontEnd : public IFrontEnd
+{
+public:
+    CFakeFrontEnd();
+    ~CFakeFrontEnd() override;
+    CFakeFrontEnd(const CFakeFrontEnd&) = delete;
+    CFakeFrontEnd& operator=(const CFakeFrontEnd&) = delete;
+
+    bool IsKeyDown(EKey eKey) const override { return keys.count(eKey) > 0; }
+
+    SScreenPoint GetCursorPos() const override { return cursorPos; }
+
+    void SetCursorPos(SScreenPoint point) override { cursorPos = point; }
+
+    void SetCursor(const SCursorResource* pNewCursor) override { pCursor = pNewCursor; }
+
+    void SetCapture(uintptr_t uWindow) override;
+    void ReleaseCapture() override;
+    EMessageBoxAnswer MessageBox(const char* pszText, uint32_t uFlags) override;
+
+    std::set<EKey> keys;
+    SScreenPoint cursorPos;
+    const SCursorResource* pCursor = nullptr;
+    EMessageBoxAnswer eAnswer = EMessageBoxAnswer::Ok;
+    FakeCalls calls; // capture and message boxes
+
+private:
+    IFrontEnd* m_Previous;
+};
