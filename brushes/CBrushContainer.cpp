@@ -212,8 +212,11 @@ bool CBrushContainer::SetBrush(CTellurBrush* pBrush)
                  pszName != nullptr ? pszName : "");
         return false;
     }
-    std::erase_if(m_Tools, [pOld](const auto& pTool) { return pTool.get() == pOld; });
-    m_Tools.emplace_back(pBrush);
+    if (pOld != pBrush) // one that is there already stays
+    {
+        std::erase_if(m_Tools, [pOld](const auto& pTool) { return pTool.get() == pOld; });
+        m_Tools.emplace_back(pBrush);
+    }
     return true;
 }
 

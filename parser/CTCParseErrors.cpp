@@ -52,10 +52,8 @@ void CTCParse::Fail(int32_t* pError, const char* pszMessage)
 
 int CTCParse::GetLine()
 {
-    // Between two messages lies as much text as the parser read or gave back in the meantime.
-    const ptrdiff_t nLines = m_pCounted <= m_pCursor ? std::count(m_pCounted, m_pCursor, '\n')
-                                                     : -std::count(m_pCursor, m_pCounted, '\n');
+    // What is given back never reaches back behind a message.
+    m_nCountedLine += std::count(m_pCounted, m_pCursor, '\n');
     m_pCounted = m_pCursor;
-    m_nCountedLine += nLines;
     return static_cast<int>(std::min<ptrdiff_t>(m_nCountedLine, INT_MAX));
 }

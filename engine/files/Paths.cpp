@@ -114,7 +114,7 @@ FindIgnoringCase(const std::string& strFolder, const std::vector<std::string>& p
 
 std::string FindBelow(const std::string& strRoot, const std::string& strPath)
 {
-    std::string strExact = Join(strRoot, strPath);
+    std::string strExact = IsAbsolute(strPath) ? strPath : Join(strRoot, strPath);
     return IsThere(strExact) ? strExact : FindIgnoringCase(strRoot, SplitPath(strPath), 0);
 }
 

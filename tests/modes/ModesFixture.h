@@ -9,6 +9,7 @@
 #include "modification/CTerrainModification.h"
 #include "resources/PluginResources.h"
 #include "tests/support/CLogCatcher.h"
+#include "tests/support/FakeFrontEnd.h"
 #include "tests/support/FakeHost.h"
 
 #include <gtest/gtest.h>

@@ -441,6 +441,22 @@ TEST(CTerrainModification, RecordsOnlyWhereItReachesTheHost)
     EXPECT_EQ(log.GetText(), "");
 }
 
+TEST(CTerrainModification, LeavesNoRecordOfATerrainThatChangedItsResolution)
+{
+    for (const bool bAlongX : {true, false})
+    {
+        CFakeContext context;
+        CFakeBrush brush;
+        CTerrainModification session;
+        ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
+        SetOne(session, 2, 1, 9.0F);
+        (bAlongX ? context.terrain.uCellsX : context.terrain.uCellsZ) = 16;
+        session.End(1, 2, 3);
+        EXPECT_TRUE(context.host.undos.empty());
+        EXPECT_FALSE(session.IsInProgress());
+    }
+}
+
 TEST(CTerrainModification, StepsOfADragAllocateNothing)
 {
     CFakeTerrain terrain(256, 256, {2560, 1000, 2560});

@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <random>
+#include <vector>
 
 static constexpr const char* DECLARATIONS =
     "!n() !i(i) !f(f) !s(s) !v(v3) !w(v4) !two(i,f) !Mixed_1(s,v3,n) $c(i,7) $half(f,0.5) "
@@ -119,29 +120,51 @@ TEST_F(CTCParseReading, ReadsTextsAndVectors)
 
 // clang-format on
 
+static float Accumulate(const std::string& strNumber)
+{
+    double fValue = 0.0;
+    double fScale = 1.0;
+    bool bFraction = false;
+    for (const char cChar : strNumber)
+    {
+        bFraction = bFraction || cChar == '.';
+        if (cChar != '.')
+        {
+            fValue = fValue * 10.0 + (cChar - '0');
+            fScale *= bFraction ? 0.1 : 1.0;
+        }
+    }
+    return static_cast<float>(fValue * fScale);
+}
+
 TEST_F(CTCParseReading, AccumulatesFloatsDigitByDigit)
 {
+    // Halfway between two floats: the last bit tells this way of reading from an exact one.
+    std::vector<std::string> numbers = {"121644773881675776",
+                                        "270200335371337728",
+                                        "491672514422898688",
+                                        "2186291.625",
+                                        "552516.90625",
+                                        "2648370.625"};
     std::mt19937 random(7);
+    for (int i = 0; i < 300; ++i)
+    {
+        const size_t nWhole = 1 + random() % (i < 250 ? 12 : 400);
+        std::string strNumber;
+        for (size_t k = 0; k < nWhole + random() % 40; ++k)
+        {
+            strNumber += k == nWhole ? "." : "";
+            strNumber += static_cast<char>('0' + random() % 10);
+        }
+        numbers.push_back(strNumber);
+    }
     std::string strText = "!f(f)";
     std::string strTree;
-    for (int i = 0; i < 400; ++i)
+    for (const std::string& strNumber : numbers)
     {
-        std::string strDigits;
-        double fValue = 0.0;
-        double fScale = 1.0;
-        const size_t nWhole = 1 + random() % (i < 300 ? 12 : 400);
-        const size_t nFraction = random() % (i < 300 ? 14 : 60);
-        for (size_t k = 0; k < nWhole + nFraction; ++k)
-        {
-            const auto nDigit = static_cast<int>(random() % 10);
-            strDigits += k == nWhole ? "." : "";
-            strDigits += static_cast<char>('0' + nDigit);
-            fValue = fValue * 10.0 + nDigit;
-            fScale *= k >= nWhole ? 0.1 : 1.0;
-        }
         char szValue[64];
-        snprintf(szValue, sizeof(szValue), " f(f%.9g)", static_cast<float>(fValue * fScale));
-        strText += "f(" + strDigits + ")\n";
+        snprintf(szValue, sizeof(szValue), " f(f%.9g)", Accumulate(strNumber));
+        strText += "f(" + strNumber + ")\n";
         strTree += szValue;
     }
     EXPECT_EQ(Parse(strText).strTree, strTree.substr(1));
@@ -209,6 +232,8 @@ TEST_F(CTCParseReading, AsksTheHostForVariables)
     const STCParseCallbacks callbacks = {
         FindInt, FindFloat, FindVector<3>, FindVector<4>, FindText};
     const std::string strText(255, 'z');
+    Write("inner.txt", "!b(i)b(%Known)");
+    EXPECT_EQ(Parse("!include(\"inner.txt\")", callbacks).strTree, "b(i42%Known)");
     EXPECT_EQ(Parse("!a(i,f,v3,v4,s)!b(i)$k(i,%Known)$u(v3,%Known)!v(v3)"
                     "a(%Known,%Known,%Known, %Known,%Known)b(k)v(u)",
                     callbacks)

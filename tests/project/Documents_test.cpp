@@ -50,16 +50,6 @@ template <class TFn> void ForEachCode(const SMarkdown& document, TFn fn)
     }
 }
 
-std::vector<std::string> FindAll(const std::string& strText, const std::regex& pattern)
-{
-    std::vector<std::string> found;
-    for (std::sregex_iterator it(strText.begin(), strText.end(), pattern), end; it != end; ++it)
-    {
-        found.push_back(it->str());
-    }
-    return found;
-}
-
 const std::string& GetCode()
 {
     static const std::string s_Code = []
@@ -259,52 +249,4 @@ TEST(Documents, MessagesExist)
                     });
     }
     EXPECT_GE(nChecked, 3U);
-}
-
-// The keyword tables of the documents and of the manual page against what the player declares.
-TEST(Documents, ScriptKeywordsAreThoseOfThePlayer)
-{
-    static const std::regex s_Call("\\b[a-z_]+\\([ a-z0-9,]*\\)");
-    const SRun run = RunCommand("tellur-replay --declarations");
-    ASSERT_EQ(run.nExitCode, 0);
-    std::set<std::string> declared;
-    for (const std::string& strLine : SplitLines(run.strOutput))
-    {
-        if (!strLine.empty())
-        {
-            EXPECT_EQ(strLine[0], '!') << strLine;
-            declared.insert(strLine.substr(1));
-        }
-    }
-    ASSERT_GT(declared.size(), 20U);
-
-    std::set<std::string> documented;
-    for (const SDocLine& line : SMarkdown("docs/file-formats.md").prose)
-    {
-        const bool bMessage = line.strText.ends_with("| yes |") || line.strText.ends_with("| no |");
-        if (line.strText.starts_with("| `") && !bMessage)
-        {
-            for (const std::string& strSpan : GetCodeSpans(line.strText))
-            {
-                const std::vector<std::string> calls = FindAll(strSpan, s_Call);
-                documented.insert(calls.begin(), calls.end());
-            }
-        }
-    }
-    std::string strManual = ReadFile("tools/replay/tellur-replay.1");
-    for (const std::string& strCall : declared)
-    {
-        EXPECT_TRUE(documented.contains(strCall))
-            << strCall << " is in no table of file-formats.md";
-        const std::string strName = strCall.substr(0, strCall.find('('));
-        const std::regex name("\\b" + strName + "\\(");
-        const bool bBrushKey = std::regex_search(ReadFile("brushes/CBrushContainer.cpp"),
-                                                 std::regex("!" + strName + "\\("));
-        EXPECT_TRUE(bBrushKey || std::regex_search(strManual, name)) << strCall << ": manual page";
-    }
-    const std::set<std::string> settings = {"panel_open( i )"};
-    for (const std::string& strCall : documented)
-    {
-        EXPECT_TRUE(declared.contains(strCall) || settings.contains(strCall)) << strCall;
-    }
 }

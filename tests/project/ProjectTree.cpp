@@ -123,6 +123,16 @@ std::vector<std::string> SplitWords(const std::string& strText)
     return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};
 }
 
+std::vector<std::string> FindAll(const std::string& strText, const std::regex& pattern)
+{
+    std::vector<std::string> found;
+    for (std::sregex_iterator it(strText.begin(), strText.end(), pattern), end; it != end; ++it)
+    {
+        found.push_back(it->str());
+    }
+    return found;
+}
+
 std::string Trim(const std::string& strText)
 {
     const size_t iFirst = strText.find_first_not_of(" \t\r\n");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,7 @@ std::vector<std::string> ReadLines(const std::string& strPath);
 
 std::vector<std::string> SplitLines(const std::string& strText);
 std::vector<std::string> SplitWords(const std::string& strText);
+std::vector<std::string> FindAll(const std::string& strText, const std::regex& pattern);
 std::string Trim(const std::string& strText);
 
 // C++ code with comments, and with what stands in quotes, replaced by blanks; lines stay lines.

@@ -66,13 +66,8 @@ bool SplitNamingOption(const std::string& strOption, std::string& strKind)
 
 std::set<std::string> FindOptions(const std::string& strText)
 {
-    static const std::regex s_Option("--[a-z][a-z-]*");
-    std::set<std::string> options;
-    for (std::sregex_iterator it(strText.begin(), strText.end(), s_Option), end; it != end; ++it)
-    {
-        options.insert(it->str());
-    }
-    return options;
+    const std::vector<std::string> options = FindAll(strText, std::regex("--[a-z][a-z-]*"));
+    return {options.begin(), options.end()};
 }
 
 } // namespace

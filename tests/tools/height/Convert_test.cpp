@@ -268,9 +268,15 @@ TEST_F(ConvertTest, PicturesStandSideBySideInTheColoursOfTheFirst)
 
     m_Options.inputs.push_back(m_Folder.Path("none.height"));
     EXPECT_FALSE(DrawPicture(m_Options));
-    m_Options.inputs = {strFlat, strFlat, strFlat};
-    m_Options.uPixels = 16385; // three of them are wider than an image may be
     EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+    const std::string strThin = m_Folder.Path("thin.height");
+    ASSERT_TRUE(WriteHeightFile(strThin.c_str(), heights.data(), 2, 2, {400, 80, 0.01F}));
+    m_Options.inputs = {strThin, strThin, strThin};
+    m_Options.uPixels = 16385;
+    EXPECT_FALSE(DrawPicture(m_Options));
+    EXPECT_EQ(m_Log.TakeLines(),
+              std::vector<std::string>{"[DrawPicture] " + m_Options.strOutput +
+                                       ": the pictures together are too large"});
 }
 
 } // namespace

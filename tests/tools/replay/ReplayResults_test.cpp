@@ -3,9 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
 #include <memory>
-#include <regex>
+#include <sstream>
 
 namespace
 {
@@ -21,25 +22,43 @@ struct SDragLine
     double fWorst = 0.0;
 };
 
+// The file is an array with one object a line.
 std::vector<SDragLine> ReadStatistics(const std::string& strJson)
 {
-    const std::regex form(R"re(\{"function": "(\w*)", "points": (\d+), "visited": (\d+), )re"
-                          R"re("changed": (\d+), "ms": ([\d.]+), "worst_ms": ([\d.]+)\})re");
     std::vector<SDragLine> drags;
-    std::string strRest = strJson;
-    for (std::smatch match; std::regex_search(strRest, match, form); strRest = match.suffix())
+    std::istringstream lines(strJson);
+    std::string strLine;
+    std::string strFrame; // what is left without the objects
+    while (std::getline(lines, strLine))
     {
-        drags.push_back({match[1],
-                         std::stoi(match[2]),
-                         std::stoi(match[3]),
-                         std::stoi(match[4]),
-                         std::stod(match[5]),
-                         std::stod(match[6])});
+        SDragLine drag;
+        char szFunction[64] = {};
+        int nUsed = 0;
+        const int nRead = std::sscanf(strLine.c_str(),
+                                      "{\"function\": \"%63[^\"]\", \"points\": %d, "
+                                      "\"visited\": %d, \"changed\": %d, \"ms\": %lf, "
+                                      "\"worst_ms\": %lf}%n",
+                                      szFunction,
+                                      &drag.nPoints,
+                                      &drag.nVisited,
+                                      &drag.nChanged,
+                                      &drag.fMilliseconds,
+                                      &drag.fWorst,
+                                      &nUsed);
+        if (nRead == 6 && nUsed > 0)
+        {
+            drag.strFunction = szFunction;
+            drags.push_back(drag);
+            strLine = "o" + strLine.substr(static_cast<size_t>(nUsed));
+        }
+        strFrame += strLine;
     }
-    // What is left without the objects is an array of that many places.
-    const std::string strFrame = std::regex_replace(strJson, form, "o");
-    const std::regex array(R"(\[\s*(o(,\s*o)*)?\s*\]\s*)");
-    EXPECT_TRUE(std::regex_match(strFrame, array)) << strJson;
+    std::string strExpected = "[";
+    for (size_t i = 0; i < drags.size(); ++i)
+    {
+        strExpected += i == 0 ? "o" : ",o";
+    }
+    EXPECT_EQ(strFrame, strExpected + "]") << strJson;
     return drags;
 }
 

@@ -1,0 +1,360 @@
+#include "brushes/CBrushContainer.h"
+#include "brushes/CFunctionContainer.h"
+#include "brushes/CTellurBrush.h"
+#include "functions/CPointHeightFunction.h"
+#include "functions/CRelativeHeightFunction.h"
+#include "functions/CSetHeightFunction.h"
+#include "tests/brushes/BrushParts.h"
+#include "tests/support/CLogCatcher.h"
+#include "tests/support/FakeHost.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace
+{
+
+using Lines = std::vector<std::string>;
+
+constexpr const char* DECLARATIONS = "!brush()\n"
+                                     "!brush_name( s )\n"
+                                     "!bitmap()\n"
+                                     "!path( s )\n"
+                                     "!function( s )\n"
+                                     "!power_modifier( f )\n"
+                                     "!usage_density( f )\n"
+                                     "!fade_factor( f )\n"
+                                     "!hardness( f )\n"
+                                     "!vertical_distance( f )\n"
+                                     "!extent( f )\n"
+                                     "!mask( s )\n"
+                                     "!attrib( s, s )\n"
+                                     "\n";
+
+// Names of the predefined brushes, "-" for one without.
+std::string GetNames(const CBrushContainer& brushes)
+{
+    std::string strNames;
+    for (const auto& pBrush : brushes.GetPredefined())
+    {
+        strNames += std::string(pBrush->GetName() != nullptr ? pBrush->GetName() : "-") + " ";
+    }
+    return strNames;
+}
+
+// A folder with a brush image, the real functions and a context that knows them.
+class CBrushFileTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        WritePicture(m_Folder.Path("soft.png"), 1, 1, 8, {9});
+        ASSERT_TRUE(m_Functions.AddFunction(new CRelativeHeightFunction));
+        ASSERT_TRUE(m_Functions.AddFunction(new CPointHeightFunction));
+        m_Context.pFunctions = &m_Functions;
+        m_Context.textures.Put("m.png", 1, 1, {255});
+    }
+
+    // Adds a brush with an image.
+    void Add(const char* pszName, ITellurFunction* pFunction, const char* pszMask = nullptr)
+    {
+        CTellurBrush brush;
+        brush.SetName(pszName);
+        ASSERT_TRUE(brush.LoadBitmap("soft.png"));
+        brush.SetFunction(pFunction);
+        brush.SetMask(pszMask);
+        m_Brushes.AddBrush(&brush, false);
+    }
+
+    size_t CountFiles() const
+    {
+        const std::filesystem::directory_iterator files(m_Folder.GetFolder());
+        return static_cast<size_t>(std::distance(begin(files), end(files)));
+    }
+
+    CUserFolder m_Folder;
+    CFakeContext m_Context;
+    CFunctionContainer m_Functions;
+    CLogCatcher m_Log;
+    CBrushContainer m_Brushes;
+};
+
+} // namespace
+
+TEST_F(CBrushFileTest, WritesTheWholeFileAndReadsItBack)
+{
+    Add("Brush000", new CRelativeHeightFunction, "m.png");
+    Add("Dot", new CPointHeightFunction);
+    ASSERT_TRUE(m_Brushes.SavePredefinedBrushesToFile("b.ini"));
+    const std::string strNumbers = "  power_modifier( 1.00000 )\n"
+                                   "  usage_density( 1.00000 )\n"
+                                   "  fade_factor( 0.00000 )\n"
+                                   "  hardness( 0.00000 )\n"
+                                   "  extent( 3200.00000 )\n"
+                                   "  vertical_distance( 0.00000 )\n";
+    const std::string strImage = "  bitmap()\n  {\n    path( \"soft.png\" )\n  }\n";
+    const std::string strFile =
+        DECLARATIONS + ("brush()\n{\n  brush_name( \"Brush000\")\n" + strImage) +
+        "  function( \"RelativeHeightFunction\" )\n  {\n"
+        "    attrib( \"m_Height\", \"500\" )\n  }\n" +
+        strNumbers + "  mask( \"m.png\" )\n}\n\n" + "brush()\n{\n  brush_name( \"Dot\")\n" +
+        strImage + "  function( \"PointHeightFunction\" )\n  {\n  }\n" + strNumbers + "}\n\n" +
+        "\n";
+    EXPECT_EQ(ReadBytes(m_Folder.Path("b.ini")), strFile);
+
+    CBrushContainer again;
+    again.LoadPredefinedBrushes("b.ini");
+    EXPECT_EQ(GetNames(again), "Brush000 Dot ");
+    ASSERT_TRUE(again.SavePredefinedBrushesToFile("again.ini"));
+    EXPECT_EQ(ReadBytes(m_Folder.Path("again.ini")), strFile);
+    again.LoadPredefinedBrushes("b.ini"); // appends
+    EXPECT_EQ(GetNames(again), "Brush000 Dot Brush000 Dot ");
+    EXPECT_EQ(m_Log.GetText(), "");
+}
+
+TEST_F(CBrushFileTest, AnEmptyLibraryIsDeclarationsAndALine)
+{
+    ASSERT_TRUE(m_Brushes.SavePredefinedBrushesToFile("b.ini"));
+    EXPECT_EQ(ReadBytes(m_Folder.Path("b.ini")), DECLARATIONS + std::string("\n"));
+    m_Brushes.LoadPredefinedBrushes("b.ini");
+    EXPECT_EQ(GetNames(m_Brushes), "");
+}
+
+TEST_F(CBrushFileTest, AFailedSaveLeavesTheOldFile)
+{
+    for (const char* pszPath : {static_cast<const char*>(nullptr), ""})
+    {
+        EXPECT_FALSE(m_Brushes.SavePredefinedBrushesToFile(pszPath));
+        EXPECT_EQ(m_Log.TakeLines(),
+                  Lines{"[CBrushContainer::SavePredefinedBrushesToFile] no file path"});
+    }
+    Add("Good", new CRelativeHeightFunction);
+    ASSERT_TRUE(m_Brushes.SavePredefinedBrushesToFile("b.ini"));
+    const std::string strOld = ReadBytes(m_Folder.Path("b.ini"));
+    const size_t nFiles = CountFiles();
+
+    // The disk is full: written out when the file is closed.
+    EXPECT_FALSE(m_Brushes.SavePredefinedBrushesToFile("/dev/full"));
+    EXPECT_EQ(m_Log.TakeLines(),
+              Lines{"[CBrushContainer::SavePredefinedBrushesToFile] /dev/full: No space left on "
+                    "device"});
+    // A folder is no file.
+    EXPECT_FALSE(m_Brushes.SavePredefinedBrushesToFile(m_Folder.GetFolder().c_str()));
+    ASSERT_EQ(m_Log.GetText().rfind("[CBrushContainer::SavePredefinedBrushesToFile] /", 0), 0U);
+    EXPECT_NE(m_Log.GetText().find(m_Folder.GetFolder()), std::string::npos);
+    EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+
+    // A brush that cannot be saved ends the whole save; one without a name is named by nothing.
+    CTellurBrush noImage;
+    noImage.SetName("Bare");
+    m_Brushes.AddBrush(&noImage, false);
+    Add("Behind", new CRelativeHeightFunction);
+    EXPECT_FALSE(m_Brushes.SavePredefinedBrushesToFile("b.ini"));
+    EXPECT_EQ(m_Log.TakeLines(),
+              (Lines{"[CTellurBrush::Save] no bitmap",
+                     "[CBrushContainer::SavePredefinedBrushesToFile] failed to save brush Bare"}));
+    EXPECT_EQ(ReadBytes(m_Folder.Path("b.ini")), strOld);
+    EXPECT_EQ(CountFiles(), nFiles);
+}
+
+TEST_F(CBrushFileTest, LoadsWhatItCanAndNamesTheNameless)
+{
+    const std::string strHead = std::string(DECLARATIONS) + "!Other( i )\n";
+    WriteBytes(m_Folder.Path("b.ini"),
+               strHead + "brush() { extent( 5 ) }\n"
+                         "other( 3 )\n"
+                         "BRUSH()\n{ Brush_Name( \"Hill\" ) /* a comment */ }\n"
+                         "brush() { function( \"NoSuchFunction\" ) }\n"
+                         "brush()\n"
+                         "brush() { function( \"RelativeHeightFunction\" ) hardness( 0.5 ) }\n");
+    m_Brushes.LoadPredefinedBrushes("b.ini");
+    EXPECT_EQ(m_Log.TakeLines(),
+              (Lines{"[CTellurBrush::Load] unrecognized function NoSuchFunction",
+                     "[CTellurBrush::Load] no key"}));
+    EXPECT_EQ(GetNames(m_Brushes), "Brush000 Hill Brush001 ");
+    EXPECT_EQ(m_Brushes.GetPredefined()[0]->GetExtent(), 5.0F);
+    EXPECT_EQ(m_Brushes.GetPredefined()[0]->GetPowerModifier(), 1.0F); // missing keys: defaults
+    EXPECT_EQ(m_Brushes.GetPredefined()[2]->GetHardness(), 0.5F);
+
+    // A missing file and one with an error add nothing.
+    m_Brushes.LoadPredefinedBrushes("missing.ini");
+    WriteBytes(m_Folder.Path("bad.ini"), strHead + "brush() { extent( 5 ) }\nbrush( 7 ) {\n");
+    m_Brushes.LoadPredefinedBrushes("bad.ini");
+    EXPECT_EQ(m_Brushes.GetPredefined().size(), 3U);
+    m_Brushes.ClearPredefined();
+    EXPECT_EQ(GetNames(m_Brushes), "");
+}
+
+TEST_F(CBrushFileTest, OfACutFileNoHalfValueIsRead)
+{
+    Add("Ridge", new CRelativeHeightFunction, "m.png");
+    m_Brushes.GetPredefined()[0]->SetPowerModifier(7.25F);
+    m_Brushes.GetPredefined()[0]->SetExtent(777.25F);
+    ASSERT_TRUE(m_Brushes.SavePredefinedBrushesToFile("b.ini"));
+    const std::string strFile = ReadBytes(m_Folder.Path("b.ini"));
+    size_t nWhole = 0;
+    for (size_t nBytes = 0; nBytes <= strFile.size(); ++nBytes)
+    {
+        SCOPED_TRACE(nBytes);
+        WriteBytes(m_Folder.Path("cut.ini"), strFile.substr(0, nBytes));
+        CBrushContainer cut;
+        cut.LoadPredefinedBrushes("cut.ini");
+        ASSERT_LE(cut.GetPredefined().size(), 1U);
+        for (const auto& pBrush : cut.GetPredefined()) // a block may end with the file
+        {
+            const std::string strName = pBrush->GetName();
+            EXPECT_TRUE(strName == "Ridge" || strName == "Brush000") << strName;
+            const float fPower = pBrush->GetPowerModifier();
+            const float fExtent = pBrush->GetExtent();
+            EXPECT_TRUE(fPower == 7.25F || fPower == 1.0F) << fPower;
+            EXPECT_TRUE(fExtent == 777.25F || fExtent == 3200.0F) << fExtent;
+            nWhole += pBrush->GetMaskPath() == "m.png" ? 1U : 0U;
+        }
+    }
+    EXPECT_GE(nWhole, 4U); // the cuts in and behind the last lines
+    m_Log.Clear();
+}
+
+TEST(CBrushContainer, NumbersNamesPastTheHighestOne)
+{
+    struct SCase
+    {
+        const char* pszName; // null: none
+        std::vector<const char*> others;
+        const char* pszNext;
+    };
+
+    // clang-format off
+    const SCase cases[] = {
+        {nullptr, {}, "Brush000"},
+        {nullptr, {"Brush000"}, "Brush001"},
+        {nullptr, {"Brush"}, "Brush000"},
+        {nullptr, {"brush007"}, "Brush000"},
+        {"Hill007", {"Hill003", "Hill012"}, "Hill013"},
+        {"Hill", {"Hill", "Hill3"}, "Hill004"},
+        {"Hill", {"Hilltop005", "Chill009"}, "Hill006"},
+        {"Hill2", {"Hil99", "Hill1x"}, "Hill000"},
+        {"Hill", {"Hill998"}, "Hill999"},
+        {"Hill", {"Hill999"}, "Hill1000"},
+        {"Hill", {"Hill00012"}, "Hill013"},
+        {"007", {"Hill041", "5"}, "042"},
+        {"", {}, "000"},
+        {"a1b22", {"a1b3", "a9"}, "a1b004"},
+    };
+    // clang-format on
+    for (const SCase& test : cases)
+    {
+        SCOPED_TRACE(test.pszNext);
+        CBrushContainer brushes;
+        CTellurBrush brush;
+        for (const char* pszOther : test.others)
+        {
+            brush.SetName(pszOther);
+            brushes.AddBrush(&brush, false);
+        }
+        brush.SetName(nullptr);
+        brushes.AddBrush(&brush, false); // one without a name never counts
+        brush.SetName(test.pszName);
+        brushes.AddBrush(&brush, true);
+        EXPECT_STREQ(brushes.GetPredefined().back()->GetName(), test.pszNext);
+        EXPECT_STREQ(brush.GetName(), test.pszName); // the caller's own
+        // The brush itself does not count among the others.
+        CTellurBrush* pFirst = brushes.GetPredefined().front().get();
+        pFirst->SetName("Only003");
+        brushes.GetNextBrushName(pFirst);
+        EXPECT_STREQ(pFirst->GetName(), "Only000");
+    }
+    // Numbers too long for an int do not wrap.
+    CBrushContainer brushes;
+    CTellurBrush brush;
+    brush.SetName("Hill99999999999999999999");
+    brushes.AddBrush(&brush, false);
+    brushes.GetNextBrushName(&brush);
+    EXPECT_STREQ(brush.GetName(), "Hill1000000000");
+}
+
+TEST(CBrushContainer, HoldsOneToolBrushForAFunction)
+{
+    const CUserFolder folder;
+    WritePicture(folder.Path("soft.png"), 1, 1, 8, {9});
+    CLogCatcher log;
+    CBrushContainer brushes;
+    const Lines invalid = {"[CBrushContainer::CreateBrush] invalid arguments"};
+    CRecordingFunction unused("A");
+    EXPECT_EQ(brushes.CreateBrush(nullptr, &unused, "soft.png"), nullptr);
+    EXPECT_EQ(log.TakeLines(), invalid);
+    EXPECT_EQ(brushes.CreateBrush("A", nullptr, "soft.png"), nullptr);
+    EXPECT_EQ(log.TakeLines(), invalid);
+    EXPECT_EQ(brushes.CreateBrush("A", &unused, nullptr), nullptr);
+    EXPECT_EQ(log.TakeLines(), invalid);
+
+    FakeCalls calls;
+    CTellurBrush* pBrush =
+        brushes.CreateBrush("A", new CRecordingFunction("A", &calls), "soft.png");
+    ASSERT_NE(pBrush, nullptr);
+    EXPECT_STREQ(pBrush->GetName(), "A");
+    EXPECT_STREQ(pBrush->GetBitmapPath(), "soft.png");
+    EXPECT_EQ(brushes.CreateBrush("A", &unused, "other.png"), pBrush); // unused stays the caller's
+    EXPECT_EQ(brushes.FindBrush("A"), pBrush);
+    EXPECT_EQ(brushes.FindBrush("a"), nullptr);
+    EXPECT_EQ(brushes.FindBrush(nullptr), nullptr);
+    EXPECT_EQ(log.GetText(), "");
+
+    // An image that cannot be loaded still gives a brush.
+    EXPECT_NE(brushes.CreateBrush("B", new CRecordingFunction("B"), "missing.png"), nullptr);
+    log.Clear();
+
+    EXPECT_FALSE(brushes.SetBrush(nullptr));
+    EXPECT_EQ(log.TakeLines(),
+              Lines{"[CBrushContainer::SetBrush] null ptr passed to function<no line feed>"});
+    CTellurBrush stranger;
+    stranger.SetFunction(new CRecordingFunction("C"));
+    EXPECT_FALSE(brushes.SetBrush(&stranger));
+    EXPECT_EQ(log.TakeLines(), Lines{"[CBrushContainer::SetBrush] cannot find brush C"});
+    stranger.SetFunction(nullptr);
+    EXPECT_FALSE(brushes.SetBrush(&stranger));
+    EXPECT_EQ(log.TakeLines(),
+              (Lines{"[CTellurBrush::GetFunctionName] no function",
+                     "[CBrushContainer::SetBrush] cannot find brush "}));
+
+    CTellurBrush* pNew = pBrush->Clone();
+    EXPECT_TRUE(brushes.SetBrush(pNew));
+    EXPECT_EQ(calls, FakeCalls{"~A"}); // the old one is gone
+    EXPECT_EQ(brushes.FindBrush("A"), pNew);
+    ASSERT_EQ(brushes.GetTools().size(), 2U);
+    EXPECT_EQ(brushes.GetTools().back().get(), pNew);
+    EXPECT_TRUE(brushes.SetBrush(pNew)); // is there already
+    EXPECT_EQ(brushes.FindBrush("A"), pNew);
+    EXPECT_EQ(calls.size(), 1U);
+    brushes.GetNextBrushName(nullptr);
+    EXPECT_EQ(log.TakeLines(), Lines{"[CBrushContainer::GetNextBrushName] no brush"});
+    brushes.Clear();
+    EXPECT_EQ(calls.size(), 2U);
+}
+
+TEST(CFunctionContainer, HoldsOnePrototypeOfAName)
+{
+    CLogCatcher log;
+    FakeCalls calls;
+    {
+        CFunctionContainer functions;
+        EXPECT_FALSE(functions.AddFunction(nullptr));
+        EXPECT_EQ(log.TakeLines(), Lines{"[CFunctionContainer::AddFunction] pFunction == NULL"});
+        auto* pFunction = new CRecordingFunction("BlurFunction", &calls);
+        EXPECT_TRUE(functions.AddFunction(pFunction));
+        EXPECT_TRUE(functions.AddFunction(new CRecordingFunction("blurfunction", &calls)));
+        CRecordingFunction second("BlurFunction", &calls);
+        EXPECT_FALSE(functions.AddFunction(&second)); // and stays the caller's
+        EXPECT_EQ(log.TakeLines(),
+                  Lines{"[CFunctionContainer::AddFunction] function of name BlurFunction already "
+                        "exists"});
+        EXPECT_EQ(functions.FindFunction("BlurFunction"), pFunction);
+        EXPECT_NE(functions.FindFunction("blurfunction"), pFunction);
+        EXPECT_EQ(functions.FindFunction("Blur"), nullptr);
+        EXPECT_EQ(functions.FindFunction(nullptr), nullptr);
+        EXPECT_EQ(functions.GetFunctions().size(), 2U);
+    }
+    EXPECT_EQ(calls, (FakeCalls{"~BlurFunction", "~BlurFunction", "~blurfunction"}));
+    EXPECT_EQ(log.GetText(), "");
+}

@@ -1,0 +1,231 @@
+#include "brushes/CTellurBitmap.h"
+#include "brushes/CTellurBrush.h"
+#include "functions/CRelativeHeightFunction.h"
+#include "host/Reflection.h"
+#include "modification/CVertDataSet.h"
+#include "tests/brushes/BrushParts.h"
+#include "tests/support/CLogCatcher.h"
+#include "tests/support/FakeHost.h"
+#include "tests/support/ParseNodes.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using Lines = std::vector<std::string>;
+
+} // namespace
+
+TEST(CTellurBrush, StartsWithItsDefaults)
+{
+    CTellurBrush brush;
+    EXPECT_EQ(brush.GetName(), nullptr);
+    EXPECT_EQ(brush.GetPowerModifier(), 1.0F);
+    EXPECT_EQ(brush.GetUsageDensity(), 1.0F);
+    EXPECT_EQ(brush.GetExtent(), 3200.0F);
+    EXPECT_EQ(brush.GetFadeFactor(), 0.0F);
+    EXPECT_EQ(brush.GetHardness(), 0.0F);
+    EXPECT_EQ(brush.GetVerticalDistance(), 0.0F);
+    EXPECT_EQ(brush.GetBitmapImage(), nullptr);
+    EXPECT_EQ(brush.GetBitmapPath(), nullptr);
+    EXPECT_EQ(brush.GetRTTIObject(), nullptr);
+    EXPECT_FALSE(brush.IsBitmapChanged());
+    EXPECT_EQ(brush.GetMaskPath(), "");
+    EXPECT_FALSE(brush.IsMaskEnabled());
+    EXPECT_EQ(brush.GetMaskHandle(), 0U);
+    EXPECT_EQ(brush.GetMaskXSize(640.0F, 1), 0.0F);
+    const SVec3 point;
+    EXPECT_FALSE(brush.Render(nullptr, &point));
+}
+
+TEST(CTellurBrush, SaysWhatIsMissingInWholeLines)
+{
+    CLogCatcher log;
+    CTellurBrush brush;
+    EXPECT_EQ(brush.Start(nullptr, 1, 2, 3), 0);
+    EXPECT_EQ(brush.End(nullptr, 1, 2, 3), 0);
+    EXPECT_EQ(brush.OnMouseMove(nullptr, 1, 2, 3, 4, 5), 0);
+    EXPECT_FALSE(brush.SetCursor());
+    EXPECT_EQ(brush.GetFunctionName(), nullptr);
+    EXPECT_FALSE(brush.LoadBitmap(nullptr));
+    EXPECT_FALSE(brush.Load(nullptr));
+    EXPECT_EQ(log.TakeLines(),
+              (Lines{"[CTellurBrush::Start] no function interface available",
+                     "[CTellurBrush::End] no function interface available",
+                     "[CTellurBrush::OnMouseMove] no function interface available",
+                     "[CTellurBrush::SetCursor] no function interface",
+                     "[CTellurBrush::GetFunctionName] no function",
+                     "[CTellurBrush::LoadBitmap] no path",
+                     "[CTellurBrush::Load] no key"}));
+    EXPECT_FALSE(brush.IsBitmapChanged());
+}
+
+TEST(CTellurBrush, HandsTheDragOnToItsFunctionWithItself)
+{
+    FakeCalls calls;
+    auto* pFunction = new CRecordingFunction("A", &calls);
+    CTellurBrush brush;
+    brush.SetFunction(pFunction);
+    auto* pModification = reinterpret_cast<ITerrainModification*>(&calls); // only passed on
+    const SVec3 point = {7.5F, 0, 0};
+    EXPECT_EQ(brush.Start(pModification, 1, 2, 3), 11);
+    EXPECT_EQ(brush.OnMouseMove(pModification, 4, 5, 6, 7, 8), 13);
+    EXPECT_EQ(brush.End(pModification, 9, 10, 11), 12);
+    EXPECT_EQ(pFunction->pLastModification, pModification);
+    EXPECT_EQ(pFunction->pLastBrush, &brush);
+    EXPECT_TRUE(brush.Render(nullptr, &point));
+    EXPECT_EQ(pFunction->pLastModification, nullptr);
+    EXPECT_TRUE(brush.SetCursor());
+    EXPECT_STREQ(brush.GetFunctionName(), "A");
+    brush.SetFunction(new CRecordingFunction("B", &calls));
+    EXPECT_STREQ(brush.GetFunctionName(), "B");
+    brush.SetFunction(nullptr);
+    EXPECT_EQ(calls,
+              (FakeCalls{"Start(1, 2, 3)",
+                         "Move(4, 5, 6, 7, 8)",
+                         "End(9, 10, 11)",
+                         "Render(7.5)",
+                         "SetCursor()",
+                         "~A",
+                         "~B"}));
+}
+
+TEST(CTellurBrush, FootprintIsClippedToTheTerrain)
+{
+    struct SCase
+    {
+        const char* pszName;
+        float fExtent;
+        float fX;
+        float fZ;
+        const char* pszRaw;
+        const char* pszClipped;
+    };
+
+    // A terrain of 100 x 60.
+    // clang-format off
+    const SCase cases[] = {
+        {"inside", 20, 50, 30, "[40 0 20, 60 0 40]", "[40 0 20, 60 0 40]"},
+        {"low corner", 20, 0, 5, "[-10 0 -5, 10 0 15]", "[0 0 0, 10 0 15]"},
+        {"high corner", 20, 95, 60, "[85 0 50, 105 0 70]", "[85 0 50, 100 0 60]"},
+        {"touching the borders", 20, 10, 50, "[0 0 40, 20 0 60]", "[0 0 40, 20 0 60]"},
+        {"larger than the terrain", 400, 50, 30, "[-150 0 -170, 250 0 230]", "[0 0 0, 100 0 60]"},
+        {"no extent", 0, 50, 30, "[50 0 30, 50 0 30]", "[50 0 30, 50 0 30]"},
+        {"odd extent", 5, 50, 30, "[47.5 0 27.5, 52.5 0 32.5]", "[47.5 0 27.5, 52.5 0 32.5]"},
+    };
+    // clang-format on
+    for (const SCase& test : cases)
+    {
+        SCOPED_TRACE(test.pszName);
+        CTellurBrush brush;
+        brush.SetExtent(test.fExtent);
+        SExtents clipped = {{7, 7, 7}, {7, 7, 7}};
+        SExtents raw = clipped;
+        EXPECT_EQ(&brush.GetExtents(clipped, test.fX, test.fZ, raw, 100, 60), &clipped);
+        EXPECT_EQ(ToText(raw), test.pszRaw);
+        EXPECT_EQ(ToText(clipped), test.pszClipped);
+    }
+}
+
+TEST(CTellurBrush, WeighsWithImageExtentPowerAndHardness)
+{
+    const CUserFolder folder;
+    WritePicture(folder.Path("a.png"), 2, 2, 8, {255, 255, 255, 51});
+    CTellurBrush brush;
+    CLogCatcher log;
+    CFakeTerrain terrain(2, 2, {20, 500, 20});
+    CVertDataSet set;
+    ASSERT_TRUE(set.Initialize(&terrain, {{0, 0, 0}, {20, 0, 20}}));
+    set.SetData(terrain.heights.data(), 3, 3);
+    brush.CalculateWeights(set, {10, 0, 10});
+    EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::GetDataFromBitmap] no bitmap"});
+    EXPECT_TRUE(brush.LoadBitmap("a.png"));
+    brush.SetExtent(20.0F); // a pixel is 10 units
+    brush.SetPowerModifier(4.0F);
+    brush.SetHardness(0.25F);
+    brush.SetUsageDensity(100.0F); // plays no part
+    brush.CalculateWeights(set, {10, 0, 10});
+    EXPECT_NEAR(set.GetVerts().GetVert(4).weight, 4.0F * 0.45F, 1.0e-5F);
+    EXPECT_NEAR(set.GetVerts().GetVert(0).weight, 4.0F, 1.0e-5F);
+}
+
+TEST(CTellurBrush, ImageIsMarkedChangedWheneverItIsReplacedOrLoaded)
+{
+    const CUserFolder folder;
+    WritePicture(folder.Path("a.png"), 1, 1, 8, {9});
+    CLogCatcher log;
+    CTellurBrush brush;
+    EXPECT_FALSE(brush.LoadBitmap("missing.png"));
+    EXPECT_TRUE(brush.IsBitmapChanged());
+    EXPECT_EQ(brush.GetBitmapImage(), nullptr);
+    EXPECT_EQ(brush.GetBitmapPath(), nullptr);
+    brush.SetBitmapChanged(false);
+    EXPECT_TRUE(brush.LoadBitmap("a.png"));
+    EXPECT_TRUE(brush.IsBitmapChanged());
+    EXPECT_STREQ(brush.GetBitmapPath(), "a.png");
+    EXPECT_EQ(brush.GetBitmapImage()->GetRawData()[0], 9);
+    brush.SetBitmapChanged(false);
+    brush.SetBitmap(nullptr);
+    EXPECT_TRUE(brush.IsBitmapChanged());
+    EXPECT_EQ(brush.GetBitmapImage(), nullptr);
+}
+
+TEST(CTellurBrush, CloneHasEverythingAndItsOwnParts)
+{
+    const CUserFolder folder;
+    WritePicture(folder.Path("a.png"), 1, 1, 8, {9});
+    CFakeContext context;
+    context.textures.Put("mask.png", 1, 1, {255});
+    CLogCatcher log;
+    CTellurBrush brush;
+    brush.SetName("Ridge");
+    brush.SetPowerModifier(1.5F);
+    brush.SetUsageDensity(2.5F);
+    brush.SetExtent(3.5F);
+    brush.SetFadeFactor(4.5F);
+    brush.SetHardness(5.5F);
+    brush.SetVerticalDistance(6.5F);
+    brush.LoadBitmap("a.png");
+    brush.SetBitmapChanged(false);
+    brush.SetFunction(new CRelativeHeightFunction);
+    CRTTIObject* pObject = brush.GetRTTIObject();
+    ASSERT_TRUE(pObject->FindField("m_Height")->FromString(pObject, "12"));
+    brush.SetMask("mask.png");
+    brush.SetMaskEnabled(true);
+    context.TakeCalls();
+
+    const std::unique_ptr<CTellurBrush> pClone(brush.Clone());
+    EXPECT_EQ(context.TakeCalls(),
+              (FakeCalls{"Textures.Load(mask.png, 1)",
+                         "World.RegisterTerrainTexture(mask.png, tellur_edit_heightmap)"}));
+    brush.SetName("Other");
+    brush.LoadBitmap("missing.png");
+    ASSERT_TRUE(pObject->FindField("m_Height")->FromString(pObject, "13"));
+    EXPECT_STREQ(pClone->GetName(), "Ridge");
+    EXPECT_EQ(pClone->GetPowerModifier(), 1.5F);
+    EXPECT_EQ(pClone->GetUsageDensity(), 2.5F);
+    EXPECT_EQ(pClone->GetExtent(), 3.5F);
+    EXPECT_EQ(pClone->GetFadeFactor(), 4.5F);
+    EXPECT_EQ(pClone->GetHardness(), 5.5F);
+    EXPECT_EQ(pClone->GetVerticalDistance(), 6.5F);
+    EXPECT_STREQ(pClone->GetBitmapPath(), "a.png");
+    EXPECT_EQ(pClone->GetBitmapImage()->GetRawData()[0], 9);
+    EXPECT_TRUE(pClone->IsBitmapChanged());
+    EXPECT_STREQ(pClone->GetFunctionName(), "RelativeHeightFunction");
+    CRTTIObject* pCopy = pClone->GetRTTIObject();
+    ASSERT_NE(pCopy, pObject);
+    EXPECT_EQ(pCopy->FindField("m_Height")->ToString(pCopy), "12");
+    EXPECT_EQ(pClone->GetMaskPath(), "mask.png");
+    EXPECT_TRUE(pClone->IsMaskEnabled());
+    EXPECT_EQ(pClone->GetMaskHandle(), brush.GetMaskHandle() + 1);
+
+    // A brush of nothing copies to a brush of nothing.
+    CTellurBrush plain;
+    context.TakeCalls();
+    const std::unique_ptr<CTellurBrush> pPlain(plain.Clone());
+    EXPECT_EQ(pPlain->GetName(), nullptr);
+    EXPECT_EQ(pPlain->GetBitmapImage(), nullptr);
+    EXPECT_EQ(pPlain->GetRTTIObject(), nullptr);
+    EXPECT_EQ(context.TakeCalls(), FakeCalls{});
+}

@@ -1,0 +1,228 @@
+#include "host/ReflectionFields.h"
+#include "plugin/CEditorAction.h"
+#include "tests/plugin/PluginFixture.h"
+
+namespace
+{
+
+// A process with fields of its own and of a base class.
+class CBaseProcess : public CEditorProcess
+{
+public:
+    static const CRTTI s_RTTI;
+
+    static void RegisterFields(CRTTI& rtti)
+    {
+        rtti.RegisterField(
+            new CRTTIFieldInt(RTTI_MEMBER_ADDRESS(CBaseProcess, iCount)), "m_Count", "f:EDIT;");
+    }
+
+    int32_t iCount = 3;
+};
+
+class CDerivedProcess : public CBaseProcess
+{
+public:
+    static const CRTTI s_RTTI;
+
+    const CRTTI* GetRTTI() const override { return &s_RTTI; }
+
+    IEditorAction* Clone() const override { return new CDerivedProcess(*this); }
+
+    const char* GetName() const override { return "Derived"; }
+
+    bool CanExecute(uintptr_t, uintptr_t, uintptr_t) override { return true; }
+
+    bool Execute() override { return true; }
+
+    static void RegisterFields(CRTTI& rtti)
+    {
+        rtti.RegisterField(new CRTTIFieldFloat(RTTI_MEMBER_ADDRESS(CDerivedProcess, fScale)),
+                           "m_Scale",
+                           "f:EDIT;");
+        rtti.RegisterField(new CRTTIFieldString(RTTI_MEMBER_ADDRESS(CDerivedProcess, strNote)),
+                           "m_Note",
+                           "f:EDIT;");
+    }
+
+    float fScale = 1.5F;
+    std::string strNote = "two words";
+};
+
+const CRTTI CBaseProcess::s_RTTI("CBaseProcess",
+                                 3,
+                                 nullptr,
+                                 &CEditorProcess::s_RTTI,
+                                 CRTTI::FLAG_ABSTRACT,
+                                 &CBaseProcess::RegisterFields);
+const CRTTI CDerivedProcess::s_RTTI("CDerivedProcess",
+                                    3,
+                                    nullptr,
+                                    &CBaseProcess::s_RTTI,
+                                    CRTTI::FLAG_NONE,
+                                    &CDerivedProcess::RegisterFields);
+
+class CEditorActionTest : public CPluginFixture
+{
+protected:
+    std::string Save(IEditorAction& action)
+    {
+        fs::ifile file;
+        EXPECT_TRUE(file.open("attribs.txt", fs::mode_write));
+        action.SaveAttribs(file);
+        EXPECT_TRUE(file.close());
+        return ReadBytes(m_Folder.Path("attribs.txt"));
+    }
+
+    void Load(IEditorAction& action, const std::string& strDeclaration, const std::string& strBlock)
+    {
+        const auto pTree = Parse(strDeclaration + "\nbrush()\n{\n" + strBlock + "\n}");
+        const CTCPARSE_KEYWORD* pKey = pTree.get();
+        while (pKey != nullptr && pKey->block == nullptr)
+        {
+            pKey = pKey->next;
+        }
+        action.LoadAttribs(pKey);
+    }
+
+    CDerivedProcess m_Process;
+};
+
+// An engine that knows one object.
+class CKnowingEngine : public CFakeEngineHost
+{
+public:
+    using CFakeEngineHost::CFakeEngineHost;
+
+    CRTTIObject* FindObjectById(int32_t iId) override { return iId == 9 ? pObject : nullptr; }
+
+    CRTTIObject* pObject = nullptr;
+};
+
+} // namespace
+
+TEST_F(CEditorActionTest, FieldsAreSavedFromTheDerivedClassToItsBases)
+{
+    EXPECT_EQ(Save(m_Process),
+              "  attrib( \"m_Scale\", \"1.5\" )\n  attrib( \"m_Note\", \"two words\" )\n"
+              "  attrib( \"m_Count\", \"3\" )\n");
+    CDerivedProcess other;
+    other.fScale = 0.0F;
+    other.strNote.clear();
+    other.iCount = 0;
+    Load(other, "", Save(m_Process));
+    EXPECT_EQ(Save(other), Save(m_Process));
+}
+
+TEST_F(CEditorActionTest, LoadingSkipsWhatIsNoAttribOfTheObject)
+{
+    const struct
+    {
+        const char* pszDeclaration; // of the same name as the block's keyword, after the usual one
+        const char* pszBlock;
+        int32_t iCount;
+    } cases[] = {
+        {"", "attrib( \"m_Count\", \"8\" )", 8},
+        {"", "ATTRIB( \"m_Count\", \"8\" )", 8},
+        {"", "attrib( \"m_Missing\", \"8\" )\nattrib( \"m_Count\", \"9\" )", 9},
+        {"", "attrib( \"m_count\", \"8\" )", 3},
+        {"", "attrib( \"m_Count\", \"eight\" )", 3},
+        {"", "attrib( \"m_Count\", \"8\" )\nattrib( \"m_Count\", \"7\" )", 7},
+        {"!attribute( s, s )", "attribute( \"m_Count\", \"8\" )", 3},
+    };
+
+    for (const auto& testCase : cases)
+    {
+        SCOPED_TRACE(testCase.pszBlock);
+        m_Process.iCount = 3;
+        Load(m_Process, testCase.pszDeclaration, testCase.pszBlock);
+        EXPECT_EQ(m_Process.iCount, testCase.iCount);
+    }
+    m_Process.iCount = 3;
+    m_Process.LoadAttribs(nullptr);
+    Load(m_Process, "", "");
+    EXPECT_EQ(m_Process.iCount, 3);
+    EXPECT_EQ(m_Log.GetText(), "") << "skipped without a message";
+}
+
+TEST_F(CEditorActionTest, AttribsNeedTwoTexts)
+{
+    // Trees by hand: a file's own declaration decides the types.
+    const auto load = [this](CTCPARSE_PARAM* pFirst, CTCPARSE_PARAM* pSecond)
+    {
+        CTCPARSE_KEYWORD parent;
+        parent.block = new CTCPARSE_KEYWORD;
+        std::snprintf(parent.block->name, sizeof(parent.block->name), "attrib");
+        parent.block->params = pFirst;
+        if (pFirst != nullptr)
+        {
+            pFirst->next = pSecond;
+        }
+        m_Process.LoadAttribs(&parent);
+        return m_Process.iCount;
+    };
+    EXPECT_EQ(load(nullptr, nullptr), 3);
+    EXPECT_EQ(load(new CTCPARSE_INT(1), new CTCPARSE_STRING("8")), 3);
+    EXPECT_EQ(load(new CTCPARSE_STRING("m_Count"), nullptr), 3);
+    EXPECT_EQ(load(new CTCPARSE_STRING("m_Count"), new CTCPARSE_INT(8)), 3);
+    EXPECT_EQ(load(new CTCPARSE_STRING("m_Count"), new CTCPARSE_STRING("8")), 8);
+}
+
+TEST_F(CEditorActionTest, TheRegisteredProcessExportsTheWholeTerrain)
+{
+    Initialize();
+    ASSERT_EQ(m_Host.processes.size(), 1U);
+    IEditorAction& process = *m_Host.processes[0];
+    EXPECT_EQ(process.GetNameString(), "Export terrain to STL format");
+    EXPECT_STREQ(process.GetName(), "Export terrain to STL format");
+    EXPECT_TRUE(process.CanExecute(0, 0, 0));
+    EXPECT_STREQ(process.GetRTTIObject()->GetClassNameA(), "CTellurProcessExportTerrainToSTL");
+    EXPECT_EQ(std::as_const(process).GetRTTIObject(), process.GetRTTIObject());
+    EXPECT_EQ(Save(process), "");
+
+    const std::string strAsk = "Host.BrowseForFile(0, stl, null, data, STL files (*.stl)|*.stl)";
+    EXPECT_FALSE(process.Execute()) << "cancelled";
+    EXPECT_EQ(TakeCalls(), Lines{strAsk});
+    m_Host.strBrowseAnswer = "all.stl";
+    EXPECT_TRUE(process.Execute());
+    EXPECT_EQ(TakeCalls(), (Lines{strAsk, "Terrain.ExportToSTL(all.stl, null)"}));
+    m_Fake.terrain.bFileResult = false;
+    EXPECT_TRUE(process.Execute()) << "what the terrain answers is not looked at";
+    m_Fake.world.pTerrain = nullptr;
+    TakeCalls();
+    EXPECT_FALSE(process.Execute());
+    EXPECT_EQ(TakeCalls(), Lines{}) << "no terrain: not even asked";
+}
+
+TEST_F(CEditorActionTest, AProcessStartsWithFlagTwoAndACloneKeepsFlagsAlone)
+{
+    Initialize();
+    IEditorAction& process = *m_Host.processes.at(0);
+    EXPECT_EQ(process.GetId(), -1);
+    EXPECT_EQ(process.TestFlag(0xFFFFFFFFU), 2U);
+    process.SetFlag(0x14, true);
+    process.SetId(40);
+    const std::unique_ptr<IEditorAction> pClone(process.Clone());
+    EXPECT_EQ(pClone->GetId(), -1);
+    EXPECT_EQ(pClone->TestFlag(0xFFFFFFFFU), 0x16U);
+    process.SetFlag(0x6, false);
+    EXPECT_EQ(process.TestFlag(2), 0U);
+    EXPECT_EQ(process.TestFlag(0xFFFFFFFFU), 0x10U);
+    EXPECT_EQ(process.GetId(), 40);
+    EXPECT_EQ(pClone->TestFlag(2), 2U) << "flags are its own";
+    EXPECT_STREQ(pClone->GetName(), process.GetName());
+}
+
+TEST_F(CEditorActionTest, ObjectsAreFoundOnceThePluginHasPublishedTheEngine)
+{
+    CKnowingEngine engine(&m_Fake.world, &m_Fake.calls);
+    engine.pObject = &m_Process;
+    m_Plugin->Attach(&m_Host, 65, &engine);
+    CEditorAction::PublishEngineHost(nullptr);
+    EXPECT_EQ(m_Process.FindObjectByID(9), nullptr);
+    Initialize();
+    EXPECT_EQ(m_Process.FindObjectByID(9), &m_Process);
+    EXPECT_EQ(m_Process.FindObjectByID(8), nullptr);
+    m_Plugin->OnHostNotify(10, 0);
+    EXPECT_EQ(m_Process.FindObjectByID(9), nullptr) << "the engine has gone";
+}

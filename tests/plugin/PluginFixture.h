@@ -1,0 +1,291 @@
+#pragma once
+
+#include "brushes/CTellurBrush.h"
+#include "framework/core/CMenu.h"
+#include "framework/core/CRuntimeClass.h"
+#include "framework/core/ResourceModule.h"
+#include "host/FileSystem.h"
+#include "host/IEditorMode.h"
+#include "panel/ITerrainPanel.h"
+#include "parser/TCParseFile.h"
+#include "plugin/CToolBarReg.h"
+#include "plugin/IPluginImpl.h"
+#include "resources/PluginResources.h"
+#include "tests/support/CLogCatcher.h"
+#include "tests/support/CTempFolder.h"
+#include "tests/support/FakeFrontEnd.h"
+#include "tests/support/FakeHost.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+using Lines = std::vector<std::string>;
+
+class CFakePanel : public ITerrainPanel
+{
+public:
+    explicit CFakePanel(FakeCalls* pCallList)
+        : pCalls(pCallList)
+    {
+    }
+
+    void StoreEditFields() override { AddCall(pCalls, "Panel.StoreEditFields()"); }
+
+    float GetMinExtent() const override { return 12.5F; }
+
+    float GetMaxExtent() const override { return 8000.0F; }
+
+    void RefreshBrushControls() override { AddCall(pCalls, "Panel.RefreshBrushControls()"); }
+
+    void EnableBrushControls() override { AddCall(pCalls, "Panel.EnableBrushControls()"); }
+
+    void RefreshExtent() override { AddCall(pCalls, "Panel.RefreshExtent()"); }
+
+    void RefreshProperties() override { AddCall(pCalls, "Panel.RefreshProperties()"); }
+
+    void RefillResolutions() override { AddCall(pCalls, "Panel.RefillResolutions()"); }
+
+    FakeCalls* pCalls;
+};
+
+// A host that fills the toolbar, keeps what it gets, and notes which resource module is current
+// when it is called.
+class CWatchingHost : public CFakeEditorHost
+{
+public:
+    using CFakeEditorHost::CFakeEditorHost;
+
+    bool CreatePluginToolBar(CToolBar* pToolBar, uint32_t uResourceId) override
+    {
+        Note();
+        CFakeEditorHost::CreatePluginToolBar(pToolBar, uResourceId);
+        pPluginToolBar = pToolBar;
+        const CResourceScope scope(pToolBarModule != nullptr ? pToolBarModule
+                                                             : GetCurrentResourceModule());
+        return bToolBarWorks && pToolBar->LoadToolBar(uResourceId);
+    }
+
+    void InsertPluginMenu(int iPosition,
+                          IPlugin* pPlugin,
+                          CMenu* pPopup,
+                          const char* pszTitle,
+                          const char* pszParent) override
+    {
+        Note();
+        CFakeEditorHost::InsertPluginMenu(iPosition, pPlugin, pPopup, pszTitle, pszParent);
+        pMenu = pPopup;
+    }
+
+    void OpenPluginView(const CRuntimeClass* pClass) override
+    {
+        Note();
+        AddCall(pCalls, "Host.OpenPluginView(%s)", pClass->GetName());
+    }
+
+    void RegisterProcess(IEditorAction* pProcess) override
+    {
+        Note();
+        CFakeEditorHost::RegisterProcess(pProcess);
+    }
+
+    bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) override
+    {
+        Note();
+        return CFakeEditorHost::PromptText(pszTitle, pszLabel, strAnswer);
+    }
+
+    std::string BrowseForFile(int iKind,
+                              const char* pszDefaultExtension,
+                              const char* pszInitialName,
+                              const char* pszInitialFolder,
+                              const char* pszFilter) override
+    {
+        Note();
+        return CFakeEditorHost::BrowseForFile(
+            iKind, pszDefaultExtension, pszInitialName, pszInitialFolder, pszFilter);
+    }
+
+    bool QueryEntityClass(const char* pszClassName) override
+    {
+        Note();
+        return CFakeEditorHost::QueryEntityClass(pszClassName);
+    }
+
+    void RefreshView(ViewId view) override
+    {
+        Note();
+        CFakeEditorHost::RefreshView(view);
+    }
+
+    int PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t uReserved) override
+    {
+        Note();
+        return CFakeEditorHost::PickTerrain(view, point, hit, uReserved);
+    }
+
+    void Note() { modules.push_back(GetCurrentResourceModule()); }
+
+    CToolBar* pPluginToolBar = nullptr;
+    CMenu* pMenu = nullptr;
+    const SResourceModule* pToolBarModule = nullptr; // another one to fill the toolbar from
+    std::vector<const SResourceModule*> modules;     // current at each noted call
+};
+
+// A mode of the plug-in's group or of another that writes its input into the list of calls.
+class CRecordingMode : public IEditorMode
+{
+public:
+    explicit CRecordingMode(FakeCalls* pCallList)
+        : pCalls(pCallList)
+    {
+    }
+
+    void SetId(uint32_t) override {}
+
+    uint32_t GetId() const override { return 0; }
+
+    const char* GetName() const override { return "Recording"; }
+
+    uint32_t GetUserData() const override { return 0; }
+
+    void SetUserData(uint32_t) override {}
+
+    bool IsAvailable() override { return true; }
+
+    bool CanDeactivate() override { return true; }
+
+    bool SetCursor() override { return false; }
+
+    void Activate() override {}
+
+    void Deactivate() override {}
+
+    void Suspend(bool) override {}
+
+    void OnLButtonDown(ViewId view, ViewPoint point, uint32_t uFlags) override
+    {
+        AddCall(pCalls, "Mode.OnLButtonDown(%u, %#x, %u)", view, point, uFlags);
+    }
+
+    void OnMouseMove(ViewId view,
+                     uint32_t uFlags,
+                     ViewPoint point,
+                     uintptr_t uExtra1,
+                     uintptr_t uExtra2) override
+    {
+        const auto* pWheel = reinterpret_cast<const SWheelBlock*>(uExtra1);
+        const auto* pStep = reinterpret_cast<const SStepBlock*>(uExtra2);
+        AddCall(pCalls,
+                "Mode.OnMouseMove(%u, %u, %#x, %d %d, %d %d)",
+                view,
+                uFlags,
+                point,
+                pWheel->wheel,
+                pWheel->buttons,
+                pStep->dx,
+                pStep->dy);
+    }
+
+    void OnLButtonUp(ViewId view, ViewPoint point, uint32_t uFlags) override
+    {
+        AddCall(pCalls, "Mode.OnLButtonUp(%u, %#x, %u)", view, point, uFlags);
+    }
+
+    void OnAction(ViewId view, int iAction, uint32_t uCount) override
+    {
+        AddCall(pCalls, "Mode.OnAction(%u, %d, %u)", view, iAction, uCount);
+    }
+
+    void Notify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird) override
+    {
+        AddCall(pCalls, "Mode.Notify(%zu, %zu, %zu)", uFirst, uSecond, uThird);
+    }
+
+    void Render() override {}
+
+    FakeCalls* pCalls;
+};
+
+// A plug-in object of its own in a fake host, whose relative paths lie in a fresh folder with the
+// installed data behind it. The terrain is 80 x 1000 x 80 units, a vertex every 10.
+class CPluginFixture : public testing::Test
+{
+protected:
+    static constexpr uint32_t HANDLE = 0x4100; // of plug-in index 65
+
+    CPluginFixture()
+    {
+        fs::set_user_root(m_Folder.GetFolder().c_str());
+        fs::set_data_root(TELLUR_SOURCE_DIR);
+        m_Plugin = std::make_unique<IPluginImpl>();
+        m_Plugin->Attach(&m_Host, 65, &m_Fake.engine);
+    }
+
+    ~CPluginFixture() override
+    {
+        m_Fake.modes.iCurrent = -1;
+        m_Fake.modes.modes.clear();
+        m_Host.undos.clear();
+        m_Host.processes.clear();
+        m_Plugin.reset();
+        fs::set_user_root(nullptr);
+        fs::set_data_root(nullptr);
+    }
+
+    void Initialize()
+    {
+        m_Plugin->Initialize();
+        TakeCalls();
+        m_Log.Clear();
+    }
+
+    void OpenPanel() { m_Plugin->SetPanel(&m_Panel); }
+
+    Lines TakeCalls() { return m_Fake.TakeCalls(); }
+
+    // The tool brush of a function, made current.
+    CTellurBrush* UseToolBrush(const char* pszFunction)
+    {
+        CTellurBrush* pBrush = m_Plugin->GetBrushContainer().FindBrush(pszFunction);
+        m_Plugin->SetCurrentBrush(pBrush);
+        TakeCalls();
+        return pBrush;
+    }
+
+    // The first node of a text with the declarations that scripts and brush files start with.
+    std::unique_ptr<CTCPARSE_KEYWORD> Parse(const std::string& strText)
+    {
+        const std::string strPath = m_Folder.Path("parsed.txt");
+        WriteBytes(strPath,
+                   "!brush()\n!brush_name( s )\n!bitmap()\n!path( s )\n!function( s )\n"
+                   "!power_modifier( f )\n!usage_density( f )\n!fade_factor( f )\n!hardness( f )\n"
+                   "!vertical_distance( f )\n!extent( f )\n!mask( s )\n!mask_enabled( i )\n"
+                   "!attrib( s, s )\n!mode( s )\n!auto_normals( i )\n" +
+                       strText);
+        std::unique_ptr<CTCPARSE_KEYWORD> pTree(TCParseFile(strPath.c_str()));
+        EXPECT_NE(pTree, nullptr) << strText;
+        return pTree;
+    }
+
+    // Changes of the toolbar's button go into the list of calls.
+    void WatchToolBar()
+    {
+        m_Host.pPluginToolBar->SetChangeListener(
+            [this]
+            {
+                AddCall(&m_Fake.calls,
+                        "ToolBar(%d %d)",
+                        m_Host.pPluginToolBar->IsButtonPressed(HANDLE + 1) ? 1 : 0,
+                        m_Host.pPluginToolBar->IsButtonChecked(HANDLE + 1) ? 1 : 0);
+            });
+    }
+
+    CTempFolder m_Folder;
+    CFakeContext m_Fake;
+    CWatchingHost m_Host{&m_Fake.textures, &m_Fake.modes, &m_Fake.calls};
+    CFakeFrontEnd m_FrontEnd;
+    CLogCatcher m_Log;
+    CFakePanel m_Panel{&m_Fake.calls};
+    std::unique_ptr<IPluginImpl> m_Plugin;
+};

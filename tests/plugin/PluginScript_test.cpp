@@ -1,0 +1,201 @@
+// The plug-in's own state by script keyword.
+
+#include "brushes/CTellurBrush.h"
+#include "modes/TerraformingState.h"
+#include "modification/CTerrainModification.h"
+#include "tests/plugin/PluginFixture.h"
+
+namespace
+{
+
+class CPluginScript : public CPluginFixture
+{
+protected:
+    CPluginScript() { Initialize(); }
+
+    // Plays the first keyword of the text.
+    EScriptResult Play(const std::string& strText)
+    {
+        m_Why.clear();
+        return m_Plugin->Play(Parse(strText).get(), m_Why);
+    }
+
+    static std::string Brush(const char* pszHeight)
+    {
+        return "brush()\n{\n bitmap() { path( \"tests/scripts/images/white.png\" ) }\n"
+               " function( \"RelativeHeightFunction\" ) { attrib( \"m_Height\", \"" +
+               std::string(pszHeight) + "\" ) }\n extent( 20.0 )\n}\n";
+    }
+
+    std::string WriteState()
+    {
+        fs::ifile file;
+        EXPECT_TRUE(file.open("state.txt", fs::mode_write));
+        EXPECT_TRUE(m_Plugin->WriteState(file));
+        EXPECT_TRUE(file.close());
+        return ReadBytes(m_Folder.Path("state.txt"));
+    }
+
+    std::string m_Why;
+};
+
+} // namespace
+
+TEST_F(CPluginScript, ABrushBlockBecomesTheCurrentBrush)
+{
+    m_Fake.textures.Put("grey.png", 1, 1, {128});
+    EXPECT_EQ(m_Plugin->GetFunctionName(), "");
+    EXPECT_EQ(Play("BRUSH()\n{\n brush_name( \"Dune\" )\n mask( \"grey.png\" )\n"
+                   " function( \"SetHeightFunction\" )\n mask_enabled( 1 )\n}"),
+              EScriptResult::Done);
+    const CTellurBrush* pBrush = m_Plugin->GetCurrentBrush();
+    ASSERT_NE(pBrush, nullptr);
+    EXPECT_STREQ(pBrush->GetName(), "Dune");
+    EXPECT_TRUE(pBrush->IsMaskEnabled());
+    EXPECT_EQ(m_Plugin->GetFunctionName(), "SetHeightFunction");
+    EXPECT_TRUE(m_Plugin->GetBrushContainer().GetPredefined().empty()) << "it is the script's own";
+
+    m_Log.Clear();
+    const char* faults[] = {"brush()", "brush()\n{\n function( \"NoSuchFunction\" )\n}"};
+    for (const char* pszFault : faults)
+    {
+        SCOPED_TRACE(pszFault);
+        EXPECT_EQ(Play(pszFault), EScriptResult::Failed);
+        EXPECT_EQ(m_Why, "the brush block cannot be used, the log says why");
+        EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+        EXPECT_EQ(m_Plugin->GetCurrentBrush(), pBrush) << "the one before stays";
+    }
+}
+
+TEST_F(CPluginScript, ModesAreEnteredByNameOrSaidWhyNot)
+{
+    const struct
+    {
+        const char* pszText;
+        EScriptResult eResult;
+        const char* pszWhy;
+        int iCurrent;
+    } steps[] = {
+        {"mode( \"none\" )", EScriptResult::Done, "", -1},
+        {"mode( \"terraforming\" )",
+         EScriptResult::Failed,
+         "the mode \"terraforming\" was refused",
+         -1}, // no brush
+        {"mode( \"export_extent\" )", EScriptResult::Done, "", 2},
+        {"mode( \"edit_terrain_type\" )", EScriptResult::Done, "", 1},
+        {"mode( \"painting\" )", EScriptResult::Failed, "there is no mode \"painting\"", 1},
+        {"mode( \"none\" )", EScriptResult::Done, "", -1},
+    };
+
+    for (const auto& step : steps)
+    {
+        SCOPED_TRACE(step.pszText);
+        EXPECT_EQ(Play(step.pszText), step.eResult);
+        EXPECT_EQ(m_Why, step.pszWhy);
+        EXPECT_EQ(m_Fake.modes.iCurrent, step.iCurrent);
+    }
+    Play(Brush("1"));
+    Play("mode( \"terraforming\" )");
+    TakeCalls();
+    EXPECT_EQ(Play("mode( \"terraforming\" )"), EScriptResult::Done);
+    EXPECT_EQ(TakeCalls(), Lines{}) << "a current mode is left as it is";
+}
+
+TEST_F(CPluginScript, NormalsFollowTheKeywordAndOthersAreUnknown)
+{
+    EXPECT_EQ(Play("auto_normals( 1 )"), EScriptResult::Done);
+    EXPECT_TRUE(m_Plugin->IsAutoUpdateNormals());
+    EXPECT_EQ(Play("auto_normals( 0 )"), EScriptResult::Done);
+    EXPECT_FALSE(m_Plugin->IsAutoUpdateNormals());
+    EXPECT_EQ(Play("!press( f, f )\npress( 1.0, 2.0 )"), EScriptResult::Unknown);
+    EXPECT_EQ(m_Why, "");
+}
+
+TEST_F(CPluginScript, TheWrittenStatePlaysBackToTheSameState)
+{
+    EXPECT_EQ(WriteState(), "mode( \"none\" )\nauto_normals( 0 )\n");
+    m_Fake.textures.Put("grey.png", 1, 1, {128});
+    Play("brush()\n{\n bitmap() { path( \"tests/scripts/images/white.png\" ) }\n"
+         " function( \"SetHeightFunction\" )\n { attrib( \"m_Height\", \"12.5\" ) }\n"
+         " brush_name( \"Dune\" )\n fade_factor( 0.5 )\n mask( \"grey.png\" )\n"
+         " mask_enabled( 1 )\n}");
+    Play("mode( \"terraforming\" )");
+    Play("auto_normals( 1 )");
+    const std::string strState = WriteState();
+    EXPECT_EQ(strState,
+              "brush()\n{\n  brush_name( \"Dune\")\n  bitmap()\n  {\n"
+              "    path( \"tests/scripts/images/white.png\" )\n  }\n"
+              "  function( \"SetHeightFunction\" )\n  {\n"
+              "    attrib( \"m_Mode\", \"mode_default\" )\n    attrib( \"m_Height\", \"12.5\" )\n"
+              "    attrib( \"m_PickHeight\", \"0\" )\n  }\n"
+              "  power_modifier( 1.00000 )\n  usage_density( 1.00000 )\n"
+              "  fade_factor( 0.50000 )\n  hardness( 0.00000 )\n  extent( 3200.00000 )\n"
+              "  vertical_distance( 0.00000 )\n  mask( \"grey.png\" )\n  mask_enabled( 1 )\n}\n\n"
+              "mode( \"terraforming\" )\nauto_normals( 1 )\n");
+
+    Play("mode( \"none\" )");
+    Play("auto_normals( 0 )");
+    ASSERT_EQ(m_Plugin->GetCurrentBrush(), nullptr);
+    const auto pTree = Parse(strState);
+    for (const CTCPARSE_KEYWORD* pKey = pTree.get(); pKey != nullptr; pKey = pKey->next)
+    {
+        if (pKey->block != nullptr || pKey->params != nullptr)
+        {
+            m_Plugin->Play(pKey, m_Why);
+        }
+    }
+    EXPECT_EQ(WriteState(), strState);
+}
+
+TEST_F(CPluginScript, AForeignModeAndABrushThatCannotBeSavedAreNotWritten)
+{
+    m_Fake.modes.iCurrent = m_Fake.modes.RegisterMode(new CRecordingMode(&m_Fake.calls), 9);
+    EXPECT_EQ(WriteState(), "auto_normals( 0 )\n");
+    Play("brush()\n{\n function( \"SetHeightFunction\" )\n}");
+    fs::ifile file;
+    ASSERT_TRUE(file.open("state.txt", fs::mode_write));
+    EXPECT_FALSE(m_Plugin->WriteState(file));
+    EXPECT_EQ(m_Log.TakeLines(), (Lines{"[CTellurBrush::Save] no bitmap"}));
+}
+
+TEST_F(CPluginScript, ABrushSetDuringADragDoesNotTakeTheOldOneAway)
+{
+    m_Host.lastPick = {1, {40.0F, 0.0F, 40.0F}};
+    Play(Brush("50"));
+    Play("mode( \"terraforming\" )");
+    const auto move = [this]
+    {
+        m_Plugin->OnMouseMove(1, 1, 0, 0, 0, 1, 0, 0);
+    };
+    m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
+    Play(Brush("70"));
+    Play(Brush("90"));
+    move();
+    EXPECT_EQ(m_Fake.terrain.At(4, 4), 50.0F) << "the brush the drag began with";
+    m_Fake.modes.GetCurrent()->Render();
+    m_Plugin->OnLButtonUp(1, 0, 0, 0, 0, 0);
+    EXPECT_EQ(m_Host.undos.size(), 1U);
+
+    Play(Brush("70")); // outside a drag the older ones go
+    m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
+    move();
+    m_Plugin->OnLButtonUp(1, 0, 0, 0, 0, 0);
+    EXPECT_EQ(m_Fake.terrain.At(4, 4), 120.0F);
+}
+
+TEST_F(CPluginScript, ADragThatIsNeverReleasedEndsWithThePlugin)
+{
+    m_Host.lastPick = {1, {40.0F, 0.0F, 40.0F}};
+    Play(Brush("50"));
+    Play("mode( \"terraforming\" )");
+    m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
+    ASSERT_TRUE(GetTerraformingState().pSession->IsInProgress());
+    m_Fake.modes.modes.clear();
+    m_Fake.modes.iCurrent = -1;
+    m_Plugin->OnHostNotify(10, 0);
+    TakeCalls();
+    m_Plugin.reset();
+    EXPECT_EQ(GetTerraformingState().pSession, nullptr);
+    EXPECT_EQ(GetPluginContext(), nullptr);
+    EXPECT_EQ(TakeCalls(), Lines{}) << "nobody of the host is asked any more";
+}

@@ -1,0 +1,143 @@
+// The one persistent setting, and the warning about a read-only height map.
+
+#include "tests/plugin/PluginFixture.h"
+
+#include <sys/stat.h>
+
+namespace
+{
+
+class CPluginSettings : public CPluginFixture
+{
+protected:
+    std::string Save()
+    {
+        fs::ifile file;
+        EXPECT_TRUE(file.open("settings.txt", fs::mode_write));
+        m_Plugin->SaveSettings(file);
+        EXPECT_TRUE(file.close());
+        return ReadBytes(m_Folder.Path("settings.txt"));
+    }
+};
+
+class CHeightMapWarning : public CPluginFixture
+{
+protected:
+    CHeightMapWarning()
+    {
+        m_Environment.strHeightMap = "level.height";
+        m_Fake.world.pEnvironment = &m_Environment;
+        m_Host.strEnvironmentFolder = m_Folder.GetFolder() + "/maps/";
+    }
+
+    // What is asked of the host, then what is shown.
+    Lines Check()
+    {
+        m_Plugin->CheckHeightMapWritable();
+        Lines calls = TakeCalls();
+        calls.insert(calls.end(), m_FrontEnd.calls.begin(), m_FrontEnd.calls.end());
+        m_FrontEnd.calls.clear();
+        return calls;
+    }
+
+    CFakeEnvironment m_Environment;
+};
+
+const std::string QUERY = "Host.QueryEntityClass(Environment)";
+const std::string ASK = "Host.GetEnvironmentFile(Environment, 0x4100, 16, level.height)";
+
+} // namespace
+
+TEST_F(CPluginSettings, IsWrittenWithItsDeclaration)
+{
+    EXPECT_EQ(Save(),
+              "\n!Tellur2DDrawUndoMgrStackSize( i )\n\nTellur2DDrawUndoMgrStackSize( 10 )\n");
+    m_Plugin->LoadSettings(Parse("!tellur2DDrawUndoMgrStackSize( i )\n"
+                                 "tellur2ddrawundomgrstacksize( -3 )")
+                               .get());
+    const std::string strSaved = Save();
+    EXPECT_EQ(strSaved,
+              "\n!Tellur2DDrawUndoMgrStackSize( i )\n\nTellur2DDrawUndoMgrStackSize( -3 )\n");
+    m_Plugin->ResetSettings();
+    EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), 10);
+    m_Plugin->LoadSettings(Parse(strSaved).get());
+    EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), -3) << "its own text reads back";
+}
+
+TEST_F(CPluginSettings, LoadingTakesTheLastKeywordOfTheName)
+{
+    const struct
+    {
+        const char* pszText;
+        int32_t iDepth;
+    } cases[] = {
+        {"!Tellur2DDrawUndoMgrStackSize( i )\nTellur2DDrawUndoMgrStackSize( 25 )", 25},
+        {"!Tellur2DDrawUndoMgrStackSize( f )\nTellur2DDrawUndoMgrStackSize( 2.5 )", 0},
+        {"!Tellur2DDrawUndoMgrStackSize( s )\nTellur2DDrawUndoMgrStackSize( \"8\" )", 0},
+        {"!Tellur2DDrawUndoMgrStackSize()\nTellur2DDrawUndoMgrStackSize()", 0},
+        {"!Tellur2DDrawUndoMgrStackSize( i )\nTellur2DDrawUndoMgrStackSize( 3 )\nmode( \"x\" )\n"
+         "TELLUR2DDRAWUNDOMGRSTACKSIZE( 4 )",
+         4},
+        {"!Tellur2DDrawUndoMgrStackSize( i, i )\nTellur2DDrawUndoMgrStackSize( 6, 7 )", 6},
+        {"mode( \"x\" )", 77}, // not mentioned: as it was
+    };
+
+    for (const auto& testCase : cases)
+    {
+        SCOPED_TRACE(testCase.pszText);
+        m_Plugin->LoadSettings(Parse("!Tellur2DDrawUndoMgrStackSize( i )\n"
+                                     "Tellur2DDrawUndoMgrStackSize( 77 )")
+                                   .get());
+        m_Plugin->LoadSettings(Parse(testCase.pszText).get());
+        EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), testCase.iDepth);
+    }
+    m_Plugin->LoadSettings(nullptr);
+    EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), 77);
+
+    // Before Initialize and after it is the same.
+    Initialize();
+    EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), 77);
+}
+
+TEST_F(CHeightMapWarning, NamesTheFileThatIsReadOnly)
+{
+    const std::string strPath = m_Folder.GetFolder() + "/maps/level.height";
+    EXPECT_EQ(Check(), (Lines{QUERY, ASK})) << "no such file";
+    WriteBytes(strPath, "heights");
+    EXPECT_EQ(Check(), (Lines{QUERY, ASK})) << "it can be written";
+    ASSERT_EQ(::chmod(strPath.c_str(), S_IRUSR | S_IRGRP), 0);
+    EXPECT_EQ(Check(),
+              (Lines{QUERY,
+                     ASK,
+                     "FrontEnd.MessageBox(Height map file " + strPath +
+                         " is read-only.\nChanges won't be saved., 0x30)"}));
+    EXPECT_EQ(m_Log.GetText(), "");
+}
+
+TEST_F(CHeightMapWarning, IsSilentWithoutAnEnvironmentOrItsFile)
+{
+    m_Host.strEnvironmentFolder.clear();
+    m_Environment.strHeightMap.clear();
+    EXPECT_EQ(Check(), (Lines{QUERY, "Host.GetEnvironmentFile(Environment, 0x4100, 16, )"}));
+    m_Fake.world.pEnvironment = nullptr;
+    EXPECT_EQ(Check(), Lines{QUERY});
+    m_Host.bKnowsEntityClass = false;
+    m_Fake.world.pEnvironment = &m_Environment;
+    EXPECT_EQ(Check(), Lines{QUERY});
+}
+
+TEST_F(CHeightMapWarning, ComesWithEveryEntryIntoTerraforming)
+{
+    Initialize();
+    const std::string strPath = m_Folder.GetFolder() + "/maps/level.height";
+    WriteBytes(strPath, "heights");
+    ASSERT_EQ(::chmod(strPath.c_str(), S_IRUSR), 0);
+    for (int i = 0; i < 2; ++i)
+    {
+        UseToolBrush("SetHeightFunction");
+        m_Plugin->EnableTerraforming(true);
+        EXPECT_EQ(m_FrontEnd.calls.size(), 1U);
+        m_FrontEnd.calls.clear();
+        m_Plugin->EnableTerraforming(false);
+    }
+}
