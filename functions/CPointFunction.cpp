@@ -77,6 +77,8 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
     {
         center.y = pWorld->GetTerrainHeight(center.x, center.z);
     }
+    // The host hands the block's address on as a word.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
     const auto* pStep = reinterpret_cast<const SStepBlock*>(uExtra2);
     pModification->GetDstVerts(m_Clipped, m_Verts);
     pBrush->CalculateWeights(m_Verts, center);

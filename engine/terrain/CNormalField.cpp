@@ -58,8 +58,10 @@ void ComputeRow(const SHeightView& view, uint32_t uZ, uint32_t uMinX, uint32_t u
 
 void CNormalField::Reset()
 {
-    m_Normals = {};
-    m_StaleTiles = {};
+    // Assigning {} would keep the memory.
+    std::vector<int16_t>().swap(m_Normals);
+    std::vector<uint8_t>().swap(m_StaleTiles);
+    m_Stale = {};
     m_HasStale = true;
 }
 

@@ -51,8 +51,8 @@ public:
     // pTexture is about to be destroyed: the terrain no longer shows it.
     void ForgetTexture(const ITexture* pTexture);
 
-    // Other heights, sizes or size vector in the same terrain; the field as for the constructor. What
-    // modes have set up, and pointers to the terrain that undo records keep, stay good.
+    // Other heights, sizes or size vector in the same terrain; the field as for the constructor.
+    // What modes have set up, and pointers to the terrain that undo records keep, stay good.
     void ReplaceField(SHeightField&& field);
 
     // All heights, row-major, valid until ReplaceField.

@@ -164,7 +164,9 @@ float GetExaggeration(float fRange, const SVec3& size)
 
 uint8_t ToByte(float fValue)
 {
-    return static_cast<uint8_t>(std::min(255.0F, std::max(0.0F, fValue)) + 0.5F);
+    // Half a step more cuts to the nearest whole number; the order of arguments deals with NaN.
+    const float fAbove = fValue + 0.5F;
+    return static_cast<uint8_t>(std::min(255.0F, std::max(0.0F, fAbove)));
 }
 
 struct SShading
@@ -180,8 +182,8 @@ void ShadePixel(
     const SShading& shading, float fHeight, float fSlopeX, float fSlopeZ, uint8_t* pPixel)
 {
     const float fShare = shading.fRange > 0.0F ? (fHeight - shading.fLow) / shading.fRange : 0.0F;
-    const float fIndex = std::min(1.0F, std::max(0.0F, fShare)) * (TINT_COUNT - 1);
-    const std::array<float, 3>& tint = shading.tints[static_cast<size_t>(fIndex + 0.5F)];
+    const float fIndex = std::min(1.0F, std::max(0.0F, fShare)) * (TINT_COUNT - 1) + 0.5F;
+    const std::array<float, 3>& tint = shading.tints[static_cast<size_t>(fIndex)];
     const float fLight = GetLight(fSlopeX, fSlopeZ);
     const float fShadow = std::min(1.0F, 0.18F + 0.82F * fLight);
     const float fGlare = std::min(0.6F, std::max(0.0F, fLight - 1.0F) * 0.9F);

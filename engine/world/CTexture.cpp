@@ -12,7 +12,7 @@ uint32_t g_AliveCount = 0;
 // The luminance of up to 256 colours, by the rule of the image library.
 std::array<uint8_t, 256> MakeLuminances(const IPalette& palette)
 {
-    std::array<uint8_t, 256 * 3> colors{};
+    std::array<uint8_t, 768> colors{}; // three bytes an entry
     for (uint32_t i = 0; i < palette.GetCount() && i < 256; ++i)
     {
         const uint8_t* pEntry = palette.GetEntry(i);

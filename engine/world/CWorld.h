@@ -31,8 +31,8 @@ public:
     ICameraList* GetCameras() override;
     IEnvironment* GetEnvironment() override;
     Terrain* GetTerrain() override;
-    // The terrain object stays the same one, also when the file has other sizes. A fault is one logged
-    // line and keeps the heights.
+    // The terrain object stays the same one, also when the file has other sizes. A fault is one
+    // logged line and keeps the heights.
     void ReloadTerrain() override;
 
     // A new level: uCellsX x uCellsZ cells (1 to 16384 each), all heights 0, no height-map name.

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "functions/ITellurFunction.h"
 #include "host/FileSystem.h"
 #include "host/Image.h"
+#include "tests/support/CRecordingFunction.h"
 #include "tests/support/CTempFolder.h"
-#include "tests/support/FakeWorld.h"
 
 #include <gtest/gtest.h>
 
@@ -46,107 +45,3 @@ template <class TFn> std::string GetWritten(TFn fnWrite)
     EXPECT_TRUE(file.close());
     return ReadBytes(folder.Path("written"));
 }
-
-// Records what a brush hands on to its function. Clones share the list.
-class CRecordingFunction : public ITellurFunction
-{
-public:
-    explicit CRecordingFunction(const char* pszClassName, FakeCalls* pCalls = nullptr)
-        : m_ClassName(pszClassName)
-        , m_Calls(pCalls)
-    {
-    }
-
-    ~CRecordingFunction() override { AddCall(m_Calls, "~%s", m_ClassName); }
-
-    const char* GetClassName() const override { return m_ClassName; }
-
-    int Start(ITerrainModification* pModification,
-              ITellurBrush* pBrush,
-              ViewId view,
-              uint32_t uFlags,
-              ViewPoint point) override
-    {
-        Remember(pModification, pBrush);
-        AddCall(m_Calls, "Start(%u, %u, %u)", view, uFlags, point);
-        return 11;
-    }
-
-    int End(ITerrainModification* pModification,
-            ITellurBrush* pBrush,
-            ViewId view,
-            uint32_t uFlags,
-            ViewPoint point) override
-    {
-        Remember(pModification, pBrush);
-        AddCall(m_Calls, "End(%u, %u, %u)", view, uFlags, point);
-        return 12;
-    }
-
-    int OnMouseMove(ITerrainModification* pModification,
-                    ITellurBrush* pBrush,
-                    ViewId view,
-                    uint32_t uFlags,
-                    ViewPoint point,
-                    uintptr_t uExtra1,
-                    uintptr_t uExtra2) override
-    {
-        Remember(pModification, pBrush);
-        AddCall(m_Calls, "Move(%u, %u, %u, %zu, %zu)", view, uFlags, point, uExtra1, uExtra2);
-        return 13;
-    }
-
-    float MergeHeight(float, float, float fCandidate) const override { return fCandidate; }
-
-    bool Render(ITerrainModification* pModification,
-                ITellurBrush* pBrush,
-                const SVec3* pPickedPoint) override
-    {
-        Remember(pModification, pBrush);
-        AddCall(m_Calls, "Render(%g)", pPickedPoint->x);
-        return true;
-    }
-
-    CRTTIObject* GetRTTIObject() override { return nullptr; }
-
-    const CRTTIObject* GetRTTIObject() const override { return nullptr; }
-
-    bool SetCursor() override
-    {
-        AddCall(m_Calls, "SetCursor()");
-        return true;
-    }
-
-    ITellurFunction* Clone() const override
-    {
-        auto* pClone = new CRecordingFunction(m_ClassName, m_Calls);
-        pClone->bWorks = bWorks;
-        return pClone;
-    }
-
-    bool Save(fs::ifile& file, int iIndent) const override
-    {
-        file.printf("<function at %d>\n", iIndent);
-        return bWorks;
-    }
-
-    bool Load(const CTCPARSE_KEYWORD* pBlock) override
-    {
-        AddCall(m_Calls, "Load(%s)", pBlock != nullptr ? "block" : "null");
-        return bWorks;
-    }
-
-    bool bWorks = true; // Save and Load
-    ITerrainModification* pLastModification = nullptr;
-    ITellurBrush* pLastBrush = nullptr;
-
-private:
-    void Remember(ITerrainModification* pModification, ITellurBrush* pBrush)
-    {
-        pLastModification = pModification;
-        pLastBrush = pBrush;
-    }
-
-    const char* m_ClassName;
-    FakeCalls* m_Calls;
-};

@@ -1,10 +1,11 @@
+#include "brushes/CTellurBrush.h"
 #include "modification/CTellurUndo.h"
 #include "modification/CTerrainModification.h"
 #include "modification/CVertDataSet.h"
-#include "tests/modification/FakeParts.h"
 #include "tests/support/AllocationCount.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CNumbers.h"
+#include "tests/support/CRecordingFunction.h"
 #include "tests/support/FakeHost.h"
 
 #include <gtest/gtest.h>
@@ -17,14 +18,25 @@ namespace
 
 using Lines = std::vector<std::string>;
 
-const CRuleFunction g_Strongest(EMergeRule::Strongest);
+const CRecordingFunction g_Strongest(EMergeRule::Strongest);
 
 // A function as SetVerts takes it.
-CRuleFunction* AlwaysCandidate()
+CRecordingFunction* AlwaysCandidate()
 {
-    static CRuleFunction s_Function(EMergeRule::Candidate);
+    static CRecordingFunction s_Function(EMergeRule::Candidate);
     return &s_Function;
 }
+
+// A brush whose function does nothing but record the drag.
+class CRecordingBrush : public CTellurBrush
+{
+public:
+    CRecordingBrush() { SetFunction(new CRecordingFunction("A", &calls)); }
+
+    ~CRecordingBrush() override { SetFunction(nullptr); } // while its list is there
+
+    FakeCalls calls;
+};
 
 // Sets the one vertex (iX, iZ) of a terrain with cells of 10 units.
 void SetOne(CTerrainModification& session, int iX, int iZ, float fHeight)
@@ -70,7 +82,7 @@ public:
 TEST(CTerrainModification, RefusalsSayWhyInWholeLines)
 {
     CFakeContext context;
-    CFakeBrush brush;
+    CRecordingBrush brush;
     CVertDataSet set;
     CLogCatcher log;
     CTerrainModification session;
@@ -145,7 +157,7 @@ TEST(CTerrainModification, RefusalsSayWhyInWholeLines)
 TEST(CTerrainModification, GoesOnWithoutATerrainAndReportsEachStep)
 {
     CFakeContext context;
-    CFakeBrush brush;
+    CRecordingBrush brush;
     CLogCatcher log;
     CTerrainModification session;
     EXPECT_TRUE(session.Start(1, 2, 3, nullptr, &brush));
@@ -155,7 +167,7 @@ TEST(CTerrainModification, GoesOnWithoutATerrainAndReportsEachStep)
                      "[CTerrainModification::Start] failed to initialize buffers"}));
     EXPECT_TRUE(session.IsInProgress());
     EXPECT_EQ(session.GetBufferSizeX(), 0);
-    EXPECT_EQ(session.OnMouseMove(4, 5, 6, 7, 8), 42);
+    EXPECT_EQ(session.OnMouseMove(4, 5, 6, 7, 8), 13);
     session.End(9, 10, 11);
     EXPECT_EQ(log.TakeLines(), Lines{"[CTerrainModification::StoreUndoInformation] no src buffer"});
     EXPECT_EQ(brush.calls, (FakeCalls{"Start(1, 2, 3)", "Move(4, 5, 6, 7, 8)", "End(9, 10, 11)"}));
@@ -166,8 +178,8 @@ TEST(CTerrainModification, GoesOnWithoutATerrainAndReportsEachStep)
 TEST(CTerrainModification, ForwardsTheMouseToTheBrushOfTheDrag)
 {
     CFakeContext context;
-    CFakeBrush brush;
-    CFakeBrush other;
+    CRecordingBrush brush;
+    CRecordingBrush other;
     CLogCatcher log;
     CTerrainModification session;
     const SVec3 point = {6.5F, 0, 0};
@@ -183,7 +195,7 @@ TEST(CTerrainModification, ForwardsTheMouseToTheBrushOfTheDrag)
               (Lines{"[CTerrainModification::Start] terrain set to NULL",
                      "[CTerrainModification::Start] already in progress"}));
     EXPECT_EQ(session.GetSrcHeight(2, 2), 0.0F);
-    EXPECT_EQ(session.OnMouseMove(0xFFFFFFFFU, 7, 8, 9, 10), 42);
+    EXPECT_EQ(session.OnMouseMove(0xFFFFFFFFU, 7, 8, 9, 10), 13);
     session.End(11, 12, 13);
     EXPECT_EQ(
         brush.calls,
@@ -206,7 +218,7 @@ TEST(CTerrainModification, ForwardsTheMouseToTheBrushOfTheDrag)
 TEST(CTerrainModification, SizesAndBoxComeFromTheSignedSizeVector)
 {
     CFakeContext context(8, 4, {-80, 500, 40});
-    CFakeBrush brush;
+    CRecordingBrush brush;
     CTerrainModification session;
     ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
     EXPECT_EQ(session.GetXSize(), 80.0F);
@@ -225,7 +237,7 @@ TEST(CTerrainModification, HandsOutSourceOrDestinationHeights)
     CFakeContext context;
     context.terrain.At(3, 2) = 30.0F;
     context.terrain.At(4, 2) = -1.0F;
-    CFakeBrush brush;
+    CRecordingBrush brush;
     CTerrainModification session;
     ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
     SetOne(session, 3, 2, 45.0F);
@@ -269,7 +281,7 @@ TEST(CTerrainModification, KeepsTheOddAddressingOfSetDstHeight)
     {
         SCOPED_TRACE(testing::Message() << test.iX << "," << test.iZ << " " << test.fHeight);
         CFakeContext context;
-        CFakeBrush brush;
+        CRecordingBrush brush;
         CTerrainModification session;
         ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
         session.SetDstHeight(test.iX, test.iZ, test.fHeight);
@@ -288,7 +300,7 @@ TEST(CTerrainModification, KeepsTheOddAddressingOfSetDstHeight)
     }
     // One row of vertices: the element would lie behind the buffer.
     CFakeContext context(8, 0, {80, 1000, 0});
-    CFakeBrush brush;
+    CRecordingBrush brush;
     CTerrainModification session;
     ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
     session.SetDstHeight(3, 0, 5.0F);
@@ -307,7 +319,7 @@ TEST(CTerrainModification, ShowsExactlyWhatAStepChanged)
             fHeight = numbers.Int(0, 7) == 0 ? -1.0F : static_cast<float>(numbers.Int(0, 10) * 10);
         }
         const std::vector<float> before = context.terrain.heights;
-        CFakeBrush brush;
+        CRecordingBrush brush;
         CTerrainModification session;
         ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
         std::vector<float> plain = before;
@@ -341,7 +353,7 @@ TEST(CTerrainModification, ShowsExactlyWhatAStepChanged)
             }
             context.terrain.boxes.clear();
             const SDragStatistics statistics = context.statistics;
-            session.SetVerts(set, const_cast<CRuleFunction*>(&g_Strongest));
+            session.SetVerts(set, const_cast<CRecordingFunction*>(&g_Strongest));
             ASSERT_EQ(context.terrain.boxes.size(), nChanged > 0 ? 1U : 0U);
             if (nChanged > 0)
             {
@@ -393,7 +405,7 @@ TEST(CTerrainModification, LeavesOneRecordOfWhatChangedInScanOrder)
         SCOPED_TRACE(test.pszName);
         CFakeContext context;
         const std::vector<float> before = context.terrain.heights;
-        CFakeBrush brush;
+        CRecordingBrush brush;
         CTerrainModification session;
         ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
         for (const SWrite& write : test.writes)
@@ -423,7 +435,7 @@ TEST(CTerrainModification, LeavesOneRecordOfWhatChangedInScanOrder)
 TEST(CTerrainModification, RecordsOnlyWhereItReachesTheHost)
 {
     CFakeContext context;
-    CFakeBrush brush;
+    CRecordingBrush brush;
     CLogCatcher log;
     {
         CTerrainModification dropped; // destroyed in mid-drag
@@ -446,7 +458,7 @@ TEST(CTerrainModification, LeavesNoRecordOfATerrainThatChangedItsResolution)
     for (const bool bAlongX : {true, false})
     {
         CFakeContext context;
-        CFakeBrush brush;
+        CRecordingBrush brush;
         CTerrainModification session;
         ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
         SetOne(session, 2, 1, 9.0F);
@@ -460,7 +472,7 @@ TEST(CTerrainModification, LeavesNoRecordOfATerrainThatChangedItsResolution)
 TEST(CTerrainModification, StepsOfADragAllocateNothing)
 {
     CFakeTerrain terrain(256, 256, {2560, 1000, 2560});
-    CFakeBrush brush;
+    CRecordingBrush brush;
     CTerrainModification session;
     ASSERT_TRUE(session.Start(1, 2, 3, &terrain, &brush));
     CVertDataSet set;

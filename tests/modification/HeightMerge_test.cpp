@@ -1,7 +1,7 @@
 #include "modification/HeightBuffers.h"
 #include "modification/HeightMerge.h"
-#include "tests/modification/FakeParts.h"
 #include "tests/support/CNumbers.h"
+#include "tests/support/CRecordingFunction.h"
 
 #include <gtest/gtest.h>
 
@@ -29,9 +29,9 @@ float MergeCandidate(float /*fSrc*/, float /*fDst*/, float fCandidate)
     return fCandidate;
 }
 
-const CRuleFunction g_Strongest(EMergeRule::Strongest);
-const CRuleFunction g_Candidate(EMergeRule::Candidate);
-const CRuleFunction g_Higher(EMergeRule::ByCall, MergeHigher);
+const CRecordingFunction g_Strongest(EMergeRule::Strongest);
+const CRecordingFunction g_Candidate(EMergeRule::Candidate);
+const CRecordingFunction g_Higher(EMergeRule::ByCall, MergeHigher);
 
 } // namespace
 
@@ -40,7 +40,7 @@ TEST(HeightMerge, WritesWhatTheRuleTakesWithinTheLimits)
     struct SCase
     {
         const char* pszName;
-        const CRuleFunction* pFunction;
+        const CRecordingFunction* pFunction;
         float fSrc;
         float fDst;
         float fCandidate;
@@ -100,8 +100,8 @@ TEST(HeightMerge, LongRunsMergeAsOneVertexAfterTheOther)
 {
     struct SRule
     {
-        const CRuleFunction* pFunction;
-        CRuleFunction::FMerge pMerge;
+        const CRecordingFunction* pFunction;
+        CRecordingFunction::FMerge pMerge;
     };
 
     const SRule rules[] = {

@@ -56,3 +56,13 @@ void operator delete[](void* pMemory, size_t /*nBytes*/) noexcept
 {
     std::free(pMemory);
 }
+
+void* operator new(size_t nBytes, const std::nothrow_t& /*tag*/) noexcept
+{
+    return Allocate(nBytes);
+}
+
+void* operator new[](size_t nBytes, const std::nothrow_t& /*tag*/) noexcept
+{
+    return Allocate(nBytes);
+}

@@ -77,17 +77,15 @@ float GetDefaultMaxHeight(float fHighest)
     {
         return 1000.0F;
     }
-    for (double dUnit = 1.0; dUnit < FLT_MAX; dUnit *= 10.0)
+    double dUnit = 1.0;
+    while (5.0 * dUnit <= fHighest)
     {
-        for (const double dStep : {dUnit, 2.0 * dUnit, 5.0 * dUnit})
-        {
-            if (dStep > fHighest && dStep <= FLT_MAX)
-            {
-                return static_cast<float>(dStep);
-            }
-        }
+        dUnit *= 10.0;
     }
-    return FLT_MAX;
+    double dMaxHeight = 5.0 * dUnit;
+    dMaxHeight = 2.0 * dUnit > fHighest ? 2.0 * dUnit : dMaxHeight;
+    dMaxHeight = dUnit > fHighest ? dUnit : dMaxHeight;
+    return static_cast<float>(std::min<double>(dMaxHeight, FLT_MAX));
 }
 
 bool Convert(const SHeightOptions& options)

@@ -225,6 +225,19 @@ TEST(CTerrain, NormalsFollowEveryEditAsIfComputedAfresh)
     EXPECT_TRUE(std::equal(pExpected, pExpected + 2 * heights.size(), terrain.GetNormals()));
 }
 
+TEST(CTerrain, NormalsWaitingToBeMadeAreDroppedWithTheFieldTheyBelongTo)
+{
+    CTerrain terrain(MakeField(300, 300, {299, 10, 299}));
+    terrain.GetNormals();
+    const SBlockEntry corner{10, 5, 10};
+    terrain.SetBlockHeights(9, 9, &corner, 1);
+    SHeightField small = MakeField(3, 3, {2, 2, 2});
+    small.pHeights[4] = 1.0F;
+    terrain.ReplaceField(std::move(small));
+    EXPECT_TRUE(terrain.UpdateNormals());
+    EXPECT_NEAR(terrain.GetNormal(0, 1).x, -1.0F / std::sqrt(2.0F), 5e-5F);
+}
+
 TEST(CTerrain, UpdateNormalsSaysWhetherAnythingWasStaleAlsoWhileNobodyReadsThem)
 {
     CTerrain terrain(MakeField(5, 5, {4, 4, 4}));
