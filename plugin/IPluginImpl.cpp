@@ -3,7 +3,10 @@
 #include "brushes/CTellurBrush.h"
 #include "framework/core/CResourceScope.h"
 #include "framework/core/ResourceModule.h"
+#include "functions/CBlurFunction.h"
 #include "functions/CPointHeightFunction.h"
+#include "functions/CPosterizeFunction.h"
+#include "functions/CRampFunction.h"
 #include "functions/CRelativeHeightFunction.h"
 #include "functions/CSetHeightFunction.h"
 #include "host/EditorHost.h"
@@ -150,7 +153,10 @@ void IPluginImpl::CreateFunctions()
     };
     add(new CPointHeightFunction, "PointHeight");
     add(new CRelativeHeightFunction, "RelativeHeight");
+    add(new CBlurFunction, "Blur");
     add(new CSetHeightFunction, "SetHeight");
+    add(new CRampFunction, "Ramp");
+    add(new CPosterizeFunction, "Posterize");
 }
 
 void IPluginImpl::InitializeFunctionsAndBrushes()

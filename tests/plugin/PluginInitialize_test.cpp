@@ -12,7 +12,12 @@ class CPluginInitialize : public CPluginFixture
 };
 
 // The functions that brushes can be made of, in the order of their containers.
-const Lines FUNCTIONS = {"PointHeightFunction", "RelativeHeightFunction", "SetHeightFunction"};
+const Lines FUNCTIONS = {"PointHeightFunction",
+                         "RelativeHeightFunction",
+                         "BlurFunction",
+                         "SetHeightFunction",
+                         "RampFunction",
+                         "PosterizeFunction"};
 
 } // namespace
 
