@@ -19,7 +19,7 @@ struct SMenuItemResource
 struct SMenuResource
 {
     uint32_t uId = 0;
-    std::span<const SMenuItemResource> items;
+    std::span<const SMenuItemResource> items = {};
 };
 
 struct SToolBarButtonResource
@@ -36,7 +36,7 @@ struct SToolBarResource
     int iButtonWidth = 0; // pixels of one image
     int iButtonHeight = 0;
     uint32_t uBitmapId = 0;
-    std::span<const SToolBarButtonResource> buttons;
+    std::span<const SToolBarButtonResource> buttons = {};
 };
 
 struct SStringResource
@@ -65,9 +65,9 @@ struct SBitmapResource
 struct SResourceModule
 {
     const char* pszName = nullptr;
-    std::span<const SMenuResource> menus;
-    std::span<const SToolBarResource> toolBars;
-    std::span<const SStringResource> strings;
-    std::span<const SCursorResource> cursors;
-    std::span<const SBitmapResource> bitmaps;
+    std::span<const SMenuResource> menus = {};
+    std::span<const SToolBarResource> toolBars = {};
+    std::span<const SStringResource> strings = {};
+    std::span<const SCursorResource> cursors = {};
+    std::span<const SBitmapResource> bitmaps = {};
 };

@@ -10,8 +10,8 @@ const std::string RELEASE = "World.ReleaseTexture(TellurBlobTexture)";
 const std::string DRAW_HOVER =
     "Terrain.DrawProjectedTexture([50 0 150, 150 0 250], TellurBlobTexture)";
 const std::string DRAW_ZERO = "Terrain.DrawProjectedTexture([0 0 0, 0 0 0], TellurBlobTexture)";
-const std::string ASK_HOVER = "Function.Render(none, 100 7 200)";
-const std::string ASK_SESSION = "Function.Render(session, 100 7 200)";
+const std::string ASK_HOVER = "Render(none, 100 7 200)";
+const std::string ASK_SESSION = "Render(session, 100 7 200)";
 
 class CModeTerraformingPreview : public CModesFixture
 {

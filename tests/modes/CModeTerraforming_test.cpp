@@ -159,12 +159,11 @@ TEST_F(CModeTerraformingTest, OneDragCapturesFeedsTheSessionAndReleases)
 {
     SetCurrentBrush(&m_Brush);
     GetTerraformingState().picked = {70.0F, 8.0F, 90.0F};
-    EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(77)", "Function.Start(3, 9, 44)"}));
-    EXPECT_EQ(Move(), (Lines{"Function.OnMouseMove(3, 9, 44, 100, 200)"}));
+    EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(77)", "Start(3, 9, 44)"}));
+    EXPECT_EQ(Move(), (Lines{"Move(3, 9, 44, 100, 200)"}));
     ExpectPoint(GetTerraformingState().picked, 70.0F, 8.0F, 90.0F); // of the last hover
-    EXPECT_EQ(
-        Release(),
-        (Lines{"Function.End(3, 9, 44)", "FrontEnd.ReleaseCapture()", "Host.OnTerrainChanged()"}));
+    EXPECT_EQ(Release(),
+              (Lines{"End(3, 9, 44)", "FrontEnd.ReleaseCapture()", "Host.OnTerrainChanged()"}));
     EXPECT_FALSE(HasSession());
     EXPECT_EQ(Release(), Lines{}) << "a release without a press";
     EXPECT_EQ(m_Log.GetText(), "");
@@ -176,11 +175,11 @@ TEST_F(CModeTerraformingTest, NormalsFollowEveryMoveAndTheReleaseWhenAsked)
     m_Context.bAutoUpdateNormals = true;
     Press();
     EXPECT_EQ(Move(),
-              (Lines{"Function.OnMouseMove(3, 9, 44, 100, 200)",
+              (Lines{"Move(3, 9, 44, 100, 200)",
                      "Context.UpdateTerrainNormals()",
                      "Terrain.UpdateNormals()"}));
     EXPECT_EQ(Release(),
-              (Lines{"Function.End(3, 9, 44)",
+              (Lines{"End(3, 9, 44)",
                      "Context.UpdateTerrainNormals()",
                      "Terrain.UpdateNormals()",
                      "FrontEnd.ReleaseCapture()",
@@ -199,7 +198,7 @@ TEST_F(CModeTerraformingTest, ARefusedPressKeepsTheCaptureAndIsNoDrag)
 
     SetCurrentBrush(&m_Brush);
     m_Context.world.pTerrain = nullptr;
-    EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(0)", "Function.Start(3, 9, 44)"}));
+    EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(0)", "Start(3, 9, 44)"}));
     EXPECT_EQ(m_Log.TakeLines(),
               (Lines{"[CTerrainModification::Start] terrain set to NULL",
                      "[CTerrainModification::InitializeBuffers] terrain set to NULL",

@@ -3,73 +3,45 @@
 #include "brushes/CTellurBitmap.h"
 #include "brushes/CTellurBrush.h"
 #include "framework/core/ResourceModule.h"
-#include "functions/ITellurFunction.h"
 #include "modes/CModeTerraforming.h"
 #include "modes/TerraformingState.h"
 #include "modification/CTerrainModification.h"
 #include "resources/PluginResources.h"
 #include "tests/support/CLogCatcher.h"
+#include "tests/support/CRecordingFunction.h"
 #include "tests/support/FakeFrontEnd.h"
 #include "tests/support/FakeHost.h"
 
 #include <gtest/gtest.h>
 
-// Writes what the brush hands on to it into the list of calls.
-class CRecordingFunction : public ITellurFunction
+// A function that may draw its own preview and refuse a cursor, and whose moves give the session an
+// extent that no hover has.
+class CPreviewFunction : public CRecordingFunction
 {
 public:
-    explicit CRecordingFunction(FakeCalls* pCallList)
-        : pCalls(pCallList)
+    explicit CPreviewFunction(FakeCalls* pCallList)
+        : CRecordingFunction("Preview", pCallList)
+        , pCalls(pCallList)
     {
-    }
-
-    const char* GetClassName() const override { return "RecordingFunction"; }
-
-    int Start(ITerrainModification*,
-              ITellurBrush*,
-              ViewId view,
-              uint32_t uFlags,
-              ViewPoint point) override
-    {
-        AddCall(pCalls, "Function.Start(%u, %u, %u)", view, uFlags, point);
-        return 1;
-    }
-
-    int End(ITerrainModification*,
-            ITellurBrush*,
-            ViewId view,
-            uint32_t uFlags,
-            ViewPoint point) override
-    {
-        AddCall(pCalls, "Function.End(%u, %u, %u)", view, uFlags, point);
-        return 1;
     }
 
     int OnMouseMove(ITerrainModification* pModification,
-                    ITellurBrush*,
+                    ITellurBrush* pBrush,
                     ViewId view,
                     uint32_t uFlags,
                     ViewPoint point,
                     uintptr_t uExtra1,
                     uintptr_t uExtra2) override
     {
-        AddCall(pCalls,
-                "Function.OnMouseMove(%u, %u, %u, %zu, %zu)",
-                view,
-                uFlags,
-                point,
-                uExtra1,
-                uExtra2);
-        pModification->SetExtents(extents);
-        return 1;
+        pModification->SetExtents({{1.0F, 2.0F, 3.0F}, {4.0F, 5.0F, 6.0F}});
+        return CRecordingFunction::OnMouseMove(
+            pModification, pBrush, view, uFlags, point, uExtra1, uExtra2);
     }
-
-    float MergeHeight(float, float, float fCandidate) const override { return fCandidate; }
 
     bool Render(ITerrainModification* pModification, ITellurBrush*, const SVec3* pPoint) override
     {
         AddCall(pCalls,
-                "Function.Render(%s, %g %g %g)",
+                "Render(%s, %g %g %g)",
                 pModification != nullptr ? "session" : "none",
                 pPoint->x,
                 pPoint->y,
@@ -77,20 +49,9 @@ public:
         return bDraws;
     }
 
-    CRTTIObject* GetRTTIObject() override { return nullptr; }
-
-    const CRTTIObject* GetRTTIObject() const override { return nullptr; }
-
     bool SetCursor() override { return bSetsCursor; }
 
-    ITellurFunction* Clone() const override { return nullptr; }
-
-    bool Save(fs::ifile&, int) const override { return true; }
-
-    bool Load(const CTCPARSE_KEYWORD*) override { return true; }
-
     FakeCalls* pCalls;
-    SExtents extents = {{1.0F, 2.0F, 3.0F}, {4.0F, 5.0F, 6.0F}}; // given to the session by a move
     bool bDraws = false;
     bool bSetsCursor = true;
 };
@@ -127,7 +88,7 @@ class CModesFixture : public testing::Test
 protected:
     CModesFixture()
     {
-        auto pFunction = std::make_unique<CRecordingFunction>(&m_Context.calls);
+        auto pFunction = std::make_unique<CPreviewFunction>(&m_Context.calls);
         m_Function = pFunction.get();
         m_Brush.SetFunction(pFunction.release());
         m_Context.host.activeView = 5;
@@ -155,7 +116,7 @@ protected:
     CRecordingFrontEnd m_FrontEnd{&m_Context.calls};
     CLogCatcher m_Log;
     CTellurBrush m_Brush;
-    CRecordingFunction* m_Function; // the brush's
+    CPreviewFunction* m_Function; // the brush's
     CResourceScope m_Scope{&GetPluginResources()};
     CModeTerraforming m_Mode;
 };
