@@ -1,10 +1,10 @@
 #include "brushes/CBrushContainer.h"
 
-#include "brushes/BrushKeys.h"
 #include "brushes/CTellurBrush.h"
 #include "functions/ITellurFunction.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
+#include "parser/KeywordValues.h"
 #include "parser/TCParseFile.h"
 
 #include <algorithm>
@@ -96,7 +96,7 @@ void CBrushContainer::LoadPredefinedBrushes(const char* pszPath)
         TCParseFile(pszPath, nullptr, nullptr, nullptr, nullptr, nullptr));
     for (const CTCPARSE_KEYWORD* pKey = pTree.get(); pKey != nullptr; pKey = pKey->next)
     {
-        if (!IsKey(pKey, "brush"))
+        if (!IsKeyword(pKey, "brush"))
         {
             continue;
         }

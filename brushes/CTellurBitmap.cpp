@@ -1,9 +1,9 @@
 #include "brushes/CTellurBitmap.h"
 
-#include "brushes/BrushKeys.h"
 #include "host/FileSystem.h"
 #include "host/Image.h"
 #include "host/Log.h"
+#include "parser/KeywordValues.h"
 
 #include <algorithm>
 #include <utility>
@@ -178,9 +178,9 @@ bool CTellurBitmap::LoadIni(const CTCPARSE_KEYWORD* pBlock)
     std::string strPath;
     for (const CTCPARSE_KEYWORD* pKey = pBlock; pKey != nullptr; pKey = pKey->next)
     {
-        if (IsKey(pKey, "path"))
+        if (IsKeyword(pKey, "path"))
         {
-            const char* pszPath = GetStringParam(pKey);
+            const char* pszPath = GetStringValue(pKey->params);
             strPath = pszPath != nullptr ? pszPath : "";
             strPath.resize(std::min(strPath.size(), MAX_PATH_BYTES - 1));
         }

@@ -1,12 +1,12 @@
 // A brush in the predefined-brushes file: writing its block and reading it back.
 
-#include "brushes/BrushKeys.h"
 #include "brushes/CFunctionContainer.h"
 #include "brushes/CTellurBitmap.h"
 #include "brushes/CTellurBrush.h"
 #include "functions/ITellurFunction.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
+#include "parser/KeywordValues.h"
 #include "plugin/PluginContext.h"
 
 namespace
@@ -60,7 +60,7 @@ bool CTellurBrush::Save(fs::ifile& file, int iIndent) const
 
 bool CTellurBrush::LoadFunction(const CTCPARSE_KEYWORD* pKey)
 {
-    const char* pszName = GetStringParam(pKey);
+    const char* pszName = GetStringValue(pKey->params);
     PluginContext* pContext = GetPluginContext();
     CFunctionContainer* pFunctions =
         pContext != nullptr ? pContext->GetFunctionContainer() : nullptr;
@@ -97,21 +97,21 @@ bool CTellurBrush::LoadKey(const CTCPARSE_KEYWORD* pKey)
     };
     for (const SFloatKey& key : s_Keys)
     {
-        if (IsKey(pKey, key.pszName))
+        if (IsKeyword(pKey, key.pszName))
         {
-            (this->*key.pSet)(GetFloatParam(pKey));
+            (this->*key.pSet)(GetFloatValue(pKey->params));
             return true;
         }
     }
-    if (IsKey(pKey, "brush_name"))
+    if (IsKeyword(pKey, "brush_name"))
     {
-        SetName(GetStringParam(pKey));
+        SetName(GetStringValue(pKey->params));
     }
-    else if (IsKey(pKey, "mask"))
+    else if (IsKeyword(pKey, "mask"))
     {
-        SetMask(GetStringParam(pKey));
+        SetMask(GetStringValue(pKey->params));
     }
-    else if (IsKey(pKey, "bitmap"))
+    else if (IsKeyword(pKey, "bitmap"))
     {
         auto pBitmap = std::make_unique<CTellurBitmap>();
         if (pBitmap->LoadIni(pKey->block))
@@ -119,7 +119,7 @@ bool CTellurBrush::LoadKey(const CTCPARSE_KEYWORD* pKey)
             SetBitmap(pBitmap.release());
         }
     }
-    else if (IsKey(pKey, "function"))
+    else if (IsKeyword(pKey, "function"))
     {
         return LoadFunction(pKey);
     }

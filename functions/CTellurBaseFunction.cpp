@@ -4,9 +4,7 @@
 #include "functions/ETerrainFunctionMode.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
-#include "parser/CTCParseNodes.h"
-
-#include <strings.h>
+#include "parser/KeywordValues.h"
 
 #include <cmath>
 
@@ -14,14 +12,6 @@ namespace
 {
 
 constexpr float MIN_BAND = 0.0001F;
-
-// The text of the parameter, or null when it is missing or no string.
-const char* GetText(const CTCPARSE_PARAM* pParam)
-{
-    return pParam != nullptr && pParam->type == tcparse_string
-               ? static_cast<const CTCPARSE_STRING*>(pParam)->value
-               : nullptr;
-}
 
 } // namespace
 
@@ -104,14 +94,14 @@ bool CTellurBaseFunction::Load(const CTCPARSE_KEYWORD* pBlock)
 {
     for (const CTCPARSE_KEYWORD* pKey = pBlock; pKey != nullptr; pKey = pKey->next)
     {
-        const char* pszField = GetText(pKey->params);
-        if (strcasecmp(pKey->name, "attrib") != 0 || pszField == nullptr)
+        const char* pszField = GetStringValue(pKey->params);
+        if (!IsKeyword(pKey, "attrib") || pszField == nullptr)
         {
             continue;
         }
         if (CRTTIField* pField = FindField(pszField))
         {
-            pField->FromString(this, GetText(pKey->params->next));
+            pField->FromString(this, GetStringValue(pKey->params->next));
         }
     }
     return true;

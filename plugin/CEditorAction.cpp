@@ -2,9 +2,7 @@
 
 #include "host/EngineHost.h"
 #include "host/FileSystem.h"
-#include "parser/CTCParseNodes.h"
-
-#include <strings.h>
+#include "parser/KeywordValues.h"
 
 namespace
 {
@@ -12,13 +10,6 @@ namespace
 constexpr uint32_t PROCESS_FLAGS = 2;
 
 EngineHost* g_pEngineHost = nullptr;
-
-const char* GetText(const CTCPARSE_PARAM* pParam)
-{
-    return pParam != nullptr && pParam->type == tcparse_string
-               ? static_cast<const CTCPARSE_STRING*>(pParam)->value
-               : nullptr;
-}
 
 } // namespace
 
@@ -85,13 +76,13 @@ void CEditorAction::LoadAttribs(const CTCPARSE_KEYWORD* pKeyword)
 
 void CEditorAction::LoadAttrib(const CTCPARSE_KEYWORD* pKeyword)
 {
-    const char* pszField = GetText(pKeyword->params);
-    if (strcasecmp(pKeyword->name, "attrib") != 0 || pszField == nullptr)
+    const char* pszField = GetStringValue(pKeyword->params);
+    if (!IsKeyword(pKeyword, "attrib") || pszField == nullptr)
     {
         return;
     }
     if (CRTTIField* pField = FindField(pszField))
     {
-        pField->FromString(this, GetText(pKeyword->params->next));
+        pField->FromString(this, GetStringValue(pKeyword->params->next));
     }
 }

@@ -8,40 +8,12 @@
 #include "host/ModeManager.h"
 #include "modes/TerraformingState.h"
 #include "modification/CTerrainModification.h"
-#include "parser/CTCParseNodes.h"
+#include "parser/KeywordValues.h"
 #include "plugin/IPluginImpl.h"
 #include "resources/PluginResources.h"
 
-#include <strings.h>
-
 #include <algorithm>
 #include <utility>
-
-namespace
-{
-
-bool IsKey(const CTCPARSE_KEYWORD* pKey, const char* pszName)
-{
-    return strcasecmp(pKey->name, pszName) == 0;
-}
-
-int32_t GetIntParam(const CTCPARSE_KEYWORD* pKey)
-{
-    const CTCPARSE_PARAM* pParam = pKey->params;
-    return pParam != nullptr && pParam->type == tcparse_int
-               ? static_cast<const CTCPARSE_INT*>(pParam)->value
-               : 0;
-}
-
-std::string GetTextParam(const CTCPARSE_KEYWORD* pKey)
-{
-    const CTCPARSE_PARAM* pParam = pKey->params;
-    return pParam != nullptr && pParam->type == tcparse_string
-               ? static_cast<const CTCPARSE_STRING*>(pParam)->value
-               : "";
-}
-
-} // namespace
 
 EScriptResult IPluginImpl::Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
 {
@@ -50,17 +22,17 @@ EScriptResult IPluginImpl::Play(const CTCPARSE_KEYWORD* pKeyword, std::string& s
     {
         return bDone ? EScriptResult::Done : EScriptResult::Failed;
     };
-    if (IsKey(pKeyword, "brush"))
+    if (IsKeyword(pKeyword, "brush"))
     {
         return toResult(PlayBrush(pKeyword, strWhy));
     }
-    if (IsKey(pKeyword, "mode"))
+    if (IsKeyword(pKeyword, "mode"))
     {
         return toResult(PlayMode(pKeyword, strWhy));
     }
-    if (IsKey(pKeyword, "auto_normals"))
+    if (IsKeyword(pKeyword, "auto_normals"))
     {
-        m_bAutoUpdateNormals = GetIntParam(pKeyword) != 0;
+        m_bAutoUpdateNormals = GetIntValue(pKeyword->params) != 0;
         return EScriptResult::Done;
     }
     return EScriptResult::Unknown;
@@ -82,9 +54,9 @@ bool IPluginImpl::PlayBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWh
     }
     for (const CTCPARSE_KEYWORD* pKey = pKeyword->block; pKey != nullptr; pKey = pKey->next)
     {
-        if (IsKey(pKey, "mask_enabled"))
+        if (IsKeyword(pKey, "mask_enabled"))
         {
-            pBrush->SetMaskEnabled(GetIntParam(pKey) != 0);
+            pBrush->SetMaskEnabled(GetIntValue(pKey->params) != 0);
         }
     }
     CTellurBrush* pNew = pBrush.get();
@@ -104,7 +76,8 @@ bool IPluginImpl::PlayMode(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy
                                                      {"export_extent", m_ExportExtentModeId},
                                                      {"edit_terrain_type", m_EditTerrainTypeModeId},
                                                      {"none", -1}};
-    const std::string strName = GetTextParam(pKeyword);
+    const char* pszName = GetStringValue(pKeyword->params);
+    const std::string strName = pszName != nullptr ? pszName : "";
     const auto* pMode = std::find_if(std::begin(modes),
                                      std::end(modes),
                                      [&](const auto& mode) { return strName == mode.first; });

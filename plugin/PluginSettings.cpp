@@ -7,11 +7,9 @@
 #include "host/FileSystem.h"
 #include "host/Terrain.h"
 #include "host/World.h"
-#include "parser/CTCParseNodes.h"
+#include "parser/KeywordValues.h"
 #include "plugin/IPluginImpl.h"
 #include "resources/PluginResources.h"
-
-#include <strings.h>
 
 namespace
 {
@@ -38,12 +36,9 @@ void IPluginImpl::LoadSettings(const CTCPARSE_KEYWORD* pFirst)
 {
     for (const CTCPARSE_KEYWORD* pKey = pFirst; pKey != nullptr; pKey = pKey->next)
     {
-        if (strcasecmp(pKey->name, SETTING_KEY) == 0)
+        if (IsKeyword(pKey, SETTING_KEY))
         {
-            const CTCPARSE_PARAM* pParam = pKey->params;
-            m_2DDrawUndoMgrStackSize = pParam != nullptr && pParam->type == tcparse_int
-                                           ? static_cast<const CTCPARSE_INT*>(pParam)->value
-                                           : 0;
+            m_2DDrawUndoMgrStackSize = GetIntValue(pKey->params);
         }
     }
 }

@@ -7,11 +7,12 @@
 #include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace
 {
 
-// Writes each call to a shared text, and keeps the arguments of the last mouse event.
+// Writes each call with its arguments to a shared text.
 class CSpyMode : public IEditorMode
 {
 public:
@@ -33,86 +34,68 @@ public:
 
     void SetUserData(uint32_t) override {}
 
-    bool IsAvailable() override
-    {
-        Say("available");
-        return bAvailable;
-    }
+    bool IsAvailable() override { return Say("available"), bAvailable; }
 
-    bool CanDeactivate() override
-    {
-        Say("leave?");
-        return bMayLeave;
-    }
+    bool CanDeactivate() override { return Say("leave?"), bMayLeave; }
 
     bool SetCursor() override { return true; }
 
     void Activate() override { Say("on"); }
 
-    void Deactivate() override
-    {
-        Say("off");
-        if (onEvent)
-        {
-            onEvent();
-        }
-    }
+    void Deactivate() override { Say("off", {}, true); }
 
     void Suspend(bool bSuspended) override { Say(bSuspended ? "suspend" : "resume"); }
 
     void OnLButtonDown(ViewId view, ViewPoint point, uint32_t uFlags) override
     {
-        Keep(view, point, uFlags, "down");
+        Say("down", {view, point, uFlags});
     }
 
     void OnMouseMove(
         ViewId view, uint32_t uFlags, ViewPoint point, uintptr_t uFirst, uintptr_t uSecond) override
     {
+        Say("move", {view, point, uFlags});
         uExtra1 = uFirst;
         uExtra2 = uSecond;
-        Keep(view, point, uFlags, "move");
     }
 
     void OnLButtonUp(ViewId view, ViewPoint point, uint32_t uFlags) override
     {
-        Keep(view, point, uFlags, "up");
-        if (onEvent)
-        {
-            onEvent();
-        }
+        Say("up", {view, point, uFlags}, true);
     }
 
-    void OnAction(ViewId, int iAction, uint32_t uCount) override
+    void OnAction(ViewId view, int iAction, uint32_t uCount) override
     {
-        Say("action " + std::to_string(iAction) + " x " + std::to_string(uCount));
+        Say("action", {view, static_cast<uintptr_t>(iAction), uCount});
     }
 
     void Notify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird) override
     {
-        Say("notify " + std::to_string(uFirst * 100 + uSecond * 10 + uThird));
+        Say("notify", {uFirst, uSecond, uThird});
     }
 
     void Render() override { Say("render"); }
 
     bool bAvailable = true;
     bool bMayLeave = true;
-    std::function<void()> onEvent;
-    ViewId viewLast = 0;
-    ViewPoint pointLast = 0;
-    uint32_t uFlagsLast = 0;
+    std::function<void()> onEvent; // run by Deactivate and OnLButtonUp
     uintptr_t uExtra1 = 0;
     uintptr_t uExtra2 = 0;
 
 private:
-    void Keep(ViewId view, ViewPoint point, uint32_t uFlags, const char* pszWhat)
+    void Say(const char* pszWhat, std::vector<uintptr_t> numbers = {}, bool bEvent = false)
     {
-        viewLast = view;
-        pointLast = point;
-        uFlagsLast = uFlags;
-        Say(pszWhat);
+        m_Calls += m_Name + " " + pszWhat;
+        for (const uintptr_t uNumber : numbers)
+        {
+            m_Calls += " " + std::to_string(uNumber);
+        }
+        m_Calls += ", ";
+        if (bEvent && onEvent)
+        {
+            onEvent();
+        }
     }
-
-    void Say(const std::string& strWhat) { m_Calls += m_Name + " " + strWhat + ", "; }
 
     std::string& m_Calls;
     std::string m_Name;
@@ -196,24 +179,21 @@ TEST_F(CModeManagerTest, RefusalsLeaveTheCurrentModeAlone)
 
 TEST_F(CModeManagerTest, PacksThePointOfEveryMouseEvent)
 {
-    struct SCase
+    const struct
     {
         int32_t iX;
         int32_t iY;
         ViewPoint point;
-    };
+    } cases[] = {{0, 0, 0},
+                 {640, 480, 0x01E00280},
+                 {65535, 65535, 0xFFFFFFFF},
+                 {-1, 3, 0x0003FFFF},
+                 {3, -1, 0xFFFF0003},
+                 {65536, 0, 0}};
 
-    const SCase cases[] = {
-        {0, 0, 0},
-        {1, 2, 0x00020001},
-        {640, 480, 0x01E00280},
-        {65535, 65535, 0xFFFFFFFF},
-        {-1, 3, 0x0003FFFF},
-        {3, -1, 0xFFFF0003},
-        {65536, 0, 0},
-    };
     ASSERT_TRUE(m_Modes.ActivateMode(0, 0));
-    for (const SCase& item : cases)
+    TakeCalls();
+    for (const auto& item : cases)
     {
         SCOPED_TRACE(testing::Message() << item.iX << ", " << item.iY);
         const SButtonBlock button = {item.iX, item.iY, 5, 6};
@@ -221,15 +201,11 @@ TEST_F(CModeManagerTest, PacksThePointOfEveryMouseEvent)
         const SWheelBlock wheel;
         const SStepBlock step;
         m_Modes.OnLButtonDown(3, 9, &button);
-        EXPECT_EQ(m_A->pointLast, item.point);
-        m_A->pointLast = 12345;
         m_Modes.OnMouseMove(3, 9, &point, &wheel, &step);
-        EXPECT_EQ(m_A->pointLast, item.point);
-        m_A->pointLast = 12345;
         m_Modes.OnLButtonUp(3, 9, &button);
-        EXPECT_EQ(m_A->pointLast, item.point);
-        EXPECT_EQ(m_A->viewLast, 3U);
-        EXPECT_EQ(m_A->uFlagsLast, 9U);
+        const std::string strArguments = " 3 " + std::to_string(item.point) + " 9, ";
+        EXPECT_EQ(TakeCalls(),
+                  "a down" + strArguments + "a move" + strArguments + "a up" + strArguments);
     }
 }
 
@@ -261,7 +237,7 @@ TEST_F(CModeManagerTest, OnlyTheCurrentModeHearsAnything)
     m_Modes.SuspendCurrentMode(true);
     m_Modes.RenderCurrentMode();
     EXPECT_TRUE(m_Modes.SetModeCursor());
-    EXPECT_EQ(TakeCalls(), "b action 2 x 4294967295, b notify 123, b suspend, b render, ");
+    EXPECT_EQ(TakeCalls(), "b action 1 2 4294967295, b notify 1 2 3, b suspend, b render, ");
     m_Modes.ForceDeactivate();
     EXPECT_FALSE(m_Modes.SetModeCursor());
 }
@@ -276,6 +252,6 @@ TEST_F(CModeManagerTest, AModeMaySwitchFromInsideACallAndWhileItLeaves)
     };
     TakeCalls();
     m_Modes.OnLButtonUp(1, 0, &block);
-    EXPECT_EQ(TakeCalls(), "a up, b available, a leave?, a off, b available, b on, ");
+    EXPECT_EQ(TakeCalls(), "a up 1 0 0, b available, a leave?, a off, b available, b on, ");
     EXPECT_EQ(m_Modes.GetCurrentModeId(), 1);
 }

@@ -40,29 +40,6 @@ private:
 
 } // namespace
 
-TEST(CUndoStack, StepsBackAndForthInOrderAndCountsWhatCanBeUndone)
-{
-    std::string strEvents;
-    CUndoStack stack;
-    EXPECT_FALSE(stack.Undo());
-    EXPECT_FALSE(stack.Redo());
-    stack.Add(nullptr);
-    EXPECT_EQ(stack.GetCount(), 0U);
-    stack.Add(new CRecord(strEvents, "1"));
-    stack.Add(new CRecord(strEvents, "2"));
-    EXPECT_EQ(stack.GetCount(), 2U);
-    EXPECT_FALSE(stack.Redo());
-    EXPECT_TRUE(stack.Undo());
-    EXPECT_EQ(stack.GetCount(), 1U);
-    EXPECT_TRUE(stack.Undo());
-    EXPECT_FALSE(stack.Undo());
-    EXPECT_TRUE(stack.Redo());
-    EXPECT_EQ(stack.GetCount(), 1U);
-    EXPECT_EQ(stack.GetRedoCount(), 1U);
-    EXPECT_TRUE(stack.Redo());
-    EXPECT_EQ(strEvents, "u2 u1 r1 r2 ");
-}
-
 TEST(CUndoStack, ANewRecordDestroysWhatCouldBeRedone)
 {
     std::string strEvents;

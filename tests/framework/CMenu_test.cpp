@@ -54,7 +54,6 @@ TEST(CMenu, LoadsWalksAndChangesInPlace)
 {
     const CResourceScope scope(&MODULE);
     CMenu menu;
-    EXPECT_FALSE(menu.IsValid());
     EXPECT_FALSE(menu.LoadMenu(99));
     EXPECT_FALSE(menu.IsValid());
     ASSERT_TRUE(menu.LoadMenu(100));
@@ -68,14 +67,11 @@ TEST(CMenu, LoadsWalksAndChangesInPlace)
     EXPECT_FALSE(menu.ModifyItem(2, 1, "beyond"));
     EXPECT_FALSE(pFile->ModifyItem(1, 1, "separator"));
     EXPECT_TRUE(menu.ModifyItem(1, 5, nullptr));
-    EXPECT_EQ(Describe(menu), "File(1011 Open|-|1012 Save|More(1031 Deep)|0 Title)|5 Help");
     EXPECT_FALSE(menu.LoadMenu(99));
-    EXPECT_EQ(menu.GetItemCount(), 2U);
+    EXPECT_EQ(Describe(menu), "File(1011 Open|-|1012 Save|More(1031 Deep)|0 Title)|5 Help");
     ASSERT_TRUE(menu.LoadMenu(101));
     EXPECT_TRUE(menu.IsValid());
-    EXPECT_EQ(menu.GetItemCount(), 0U);
-    menu.DestroyMenu();
-    EXPECT_FALSE(menu.IsValid());
+    EXPECT_EQ(Describe(menu), "");
 }
 
 TEST(CMenu, GrowsAtAnyPlaceAndMovesWhole)
@@ -100,8 +96,7 @@ TEST(CMenu, GrowsAtAnyPlaceAndMovesWhole)
     target = std::move(moved);
     EXPECT_EQ(Describe(target), strAll);
     EXPECT_EQ(target.GetSubMenu(4), pSubMenu);
-    EXPECT_EQ(target.GetItemId(4) + target.GetItemId(5), 0U);
-    EXPECT_EQ(target.GetItemText(5) + target.GetItemText(3), "");
+    EXPECT_EQ(target.GetItemId(5), 0U);
+    EXPECT_EQ(target.GetItemText(5), "");
     EXPECT_EQ(target.GetSubMenu(5), nullptr);
-    EXPECT_FALSE(target.IsSeparator(5));
 }

@@ -48,17 +48,6 @@ protected:
     }
 };
 
-int RunWithEarlyReturn(bool bEarly)
-{
-    const CResourceScope scope(&SECOND);
-    if (bEarly)
-    {
-        return 1;
-    }
-    EXPECT_EQ(GetCurrentResourceModule(), &SECOND);
-    return 2;
-}
-
 } // namespace
 
 TEST_F(CResourceModules, LookupsTakeTheCurrentOneThenTheOrderOfRegistration)
@@ -78,30 +67,24 @@ TEST_F(CResourceModules, LookupsTakeTheCurrentOneThenTheOrderOfRegistration)
     EXPECT_EQ(FindBitmapResource(8), nullptr);
 }
 
-TEST_F(CResourceModules, ScopesRestoreOnEveryWayOut)
+TEST_F(CResourceModules, ScopesRestoreAndAnUnregisteredModuleIsCurrentNowhere)
 {
     EXPECT_EQ(GetCurrentResourceModule(), nullptr);
     {
         const CResourceScope outer(&FIRST);
-        EXPECT_EQ(RunWithEarlyReturn(true) + RunWithEarlyReturn(false), 3);
-        EXPECT_EQ(GetCurrentResourceModule(), &FIRST);
-        const CResourceScope none(nullptr);
-        EXPECT_EQ(GetCurrentResourceModule(), nullptr);
-    }
-    EXPECT_EQ(GetCurrentResourceModule(), nullptr);
-}
-
-TEST_F(CResourceModules, AnUnregisteredModuleIsCurrentNowhere)
-{
-    const CResourceScope outer(&FIRST);
-    {
-        const CResourceScope middle(&SECOND);
         {
-            const CResourceScope inner(&FIRST);
-            UnregisterResourceModule(&FIRST);
-            EXPECT_EQ(GetCurrentResourceModule(), nullptr);
+            const CResourceScope middle(&SECOND);
+            {
+                const CResourceScope none(nullptr);
+                EXPECT_EQ(GetCurrentResourceModule(), nullptr);
+                const CResourceScope inner(&FIRST);
+                EXPECT_EQ(GetCurrentResourceModule(), &FIRST);
+                UnregisterResourceModule(&FIRST);
+                EXPECT_EQ(GetCurrentResourceModule(), nullptr);
+            }
+            EXPECT_EQ(GetCurrentResourceModule(), &SECOND);
         }
-        EXPECT_EQ(GetCurrentResourceModule(), &SECOND);
+        EXPECT_EQ(GetCurrentResourceModule(), nullptr);
     }
     EXPECT_EQ(GetCurrentResourceModule(), nullptr);
 }

@@ -1,6 +1,8 @@
 #include "modes/CModeEditTerrainType.h"
 #include "tests/modes/ModesFixture.h"
 
+#include <tuple>
+
 namespace
 {
 
@@ -20,41 +22,35 @@ protected:
 
 TEST_F(CModeBaseTest, ViewActionsMoveTheCamera)
 {
-    const struct
-    {
-        int iAction;
-        const char* pszCall; // null for none
-    } cases[] = {
-        {107, nullptr},
-        {108, "Host.LookFromDirection(camera, 1, 0)"},
-        {109, "Host.LookFromDirection(camera, 1, 1)"},
-        {110, "Host.LookFromDirection(camera, 0, 1)"},
-        {111, "Host.LookFromDirection(camera, -1, 1)"},
-        {112, "Host.LookFromDirection(camera, -1, 0)"},
-        {113, "Host.LookFromDirection(camera, -1, -1)"},
-        {114, "Host.LookFromDirection(camera, 0, -1)"},
-        {115, "Host.LookFromDirection(camera, 1, -1)"},
-        {116, "Host.SetViewToggle(3, 0)"},
-        {117, "Host.SetViewToggle(3, 1)"},
-        {118, "Engine.StepCameraVertical(3, 10)"},
-        {119, "Engine.StepCameraVertical(3, -10)"},
-        {120, "Host.TurnCamera(3, -20)"},
-        {121, "Host.TurnCamera(3, 20)"},
-        {122, nullptr},
-        {0, nullptr},
-        {1, nullptr}, // the brush-size steps are the terraforming mode's alone
-        {-1, nullptr},
-    };
+    // A null call is none; the brush-size steps are the terraforming mode's alone.
+    const std::tuple<int, const char*> cases[] = {{108, "Host.LookFromDirection(camera, 1, 0)"},
+                                                  {109, "Host.LookFromDirection(camera, 1, 1)"},
+                                                  {110, "Host.LookFromDirection(camera, 0, 1)"},
+                                                  {111, "Host.LookFromDirection(camera, -1, 1)"},
+                                                  {112, "Host.LookFromDirection(camera, -1, 0)"},
+                                                  {113, "Host.LookFromDirection(camera, -1, -1)"},
+                                                  {114, "Host.LookFromDirection(camera, 0, -1)"},
+                                                  {115, "Host.LookFromDirection(camera, 1, -1)"},
+                                                  {116, "Host.SetViewToggle(3, 0)"},
+                                                  {117, "Host.SetViewToggle(3, 1)"},
+                                                  {118, "Engine.StepCameraVertical(3, 10)"},
+                                                  {119, "Engine.StepCameraVertical(3, -10)"},
+                                                  {120, "Host.TurnCamera(3, -20)"},
+                                                  {121, "Host.TurnCamera(3, 20)"},
+                                                  {107, nullptr},
+                                                  {122, nullptr},
+                                                  {1, nullptr},
+                                                  {-1, nullptr}};
 
-    for (const auto& testCase : cases)
+    for (const auto& [iAction, pszCall] : cases)
     {
-        SCOPED_TRACE(testCase.iAction);
+        SCOPED_TRACE(iAction);
         Lines expected = {QUERY};
-        if (testCase.pszCall != nullptr)
+        if (pszCall != nullptr)
         {
-            expected.emplace_back(testCase.pszCall);
+            expected.emplace_back(pszCall);
         }
-        m_Plain.OnAction(VIEW, testCase.iAction, 1);
+        m_Plain.OnAction(VIEW, iAction, 1);
         EXPECT_EQ(TakeCalls(), expected);
     }
 }
@@ -103,23 +99,4 @@ TEST_F(CModeBaseTest, NothingMovesWithoutACameraOrWhenTheHostHasDealtWithTheActi
     m_Plain.OnAction(VIEW, 118, 1);
     m_Plain.Activate();
     EXPECT_EQ(TakeCalls(), Lines{}) << "the host has gone away";
-}
-
-TEST_F(CModeBaseTest, KeepsTheHostsNumbersAndIgnoresNotifications)
-{
-    m_Plain.SetId(0xFFFFFFFFU);
-    m_Plain.SetUserData(7);
-    m_Plain.Notify(1, 2, 3);
-    EXPECT_EQ(m_Plain.GetId(), 0xFFFFFFFFU);
-    EXPECT_EQ(m_Plain.GetUserData(), 7U);
-    EXPECT_EQ(TakeCalls(), Lines{});
-}
-
-TEST_F(CModeBaseTest, ThePaintingModeSharesTheTerraformingName)
-{
-    EXPECT_STREQ(m_Plain.GetName(), "ModeTerraforming");
-    EXPECT_STREQ(m_Mode.GetName(), "ModeTerraforming");
-    m_Context.world.pTerrain = nullptr;
-    EXPECT_TRUE(m_Plain.IsAvailable());
-    EXPECT_TRUE(m_Plain.CanDeactivate());
 }

@@ -2,6 +2,7 @@
 #include "tests/modes/ModesFixture.h"
 
 #include <limits>
+#include <tuple>
 
 namespace
 {
@@ -24,6 +25,14 @@ protected:
     {
         m_Context.host.picks = {{1, hit}};
         m_Export.OnMouseMove(VIEW, 0, 12, 0, 0);
+    }
+
+    // What a frame draws, without the calls before it.
+    Lines Render()
+    {
+        TakeCalls();
+        m_Export.Render();
+        return TakeCalls();
     }
 
     // What the release does, without the picks before it.
@@ -53,31 +62,20 @@ std::string Export(const char* pszBox)
 
 TEST_F(CModeExportTerrainExtentTest, TheBoxIsFlatAndAnyDragDirectionGivesTheSame)
 {
-    const struct
+    const SVec3 drags[][2] = {{{0, 5, 0}, {200, 9, 50}},
+                              {{200, 9, 50}, {0, 5, 0}},
+                              {{200, 5, 0}, {0, 9, 50}},
+                              {{0, 9, 50}, {200, 5, 0}}};
+    for (const auto& [from, to] : drags)
     {
-        SVec3 from;
-        SVec3 to;
-    } drags[] = {
-        {{0, 5, 0}, {200, 9, 50}},
-        {{200, 9, 50}, {0, 5, 0}},
-        {{200, 5, 0}, {0, 9, 50}},
-        {{0, 9, 50}, {200, 5, 0}},
-    };
-
-    for (const auto& drag : drags)
-    {
-        SCOPED_TRACE(drag.from.x + drag.from.y);
-        EXPECT_EQ(Drag(drag.from, drag.to), (Lines{BROWSE, Export("[0 5 0, 200 5 50]")}));
+        SCOPED_TRACE(from.x + from.y);
+        EXPECT_EQ(Drag(from, to), (Lines{BROWSE, Export("[0 5 0, 200 5 50]")}));
     }
 }
 
 TEST_F(CModeExportTerrainExtentTest, OnlyADiagonalAboveOneHundredExports)
 {
-    const struct
-    {
-        SVec3 to;
-        bool bExports;
-    } cases[] = {
+    const std::tuple<SVec3, bool> cases[] = {
         {{60, 0, 80}, false}, // exactly 100
         {{0, 900, 100}, false},
         {{60.02F, 0, 80}, true},
@@ -87,10 +85,10 @@ TEST_F(CModeExportTerrainExtentTest, OnlyADiagonalAboveOneHundredExports)
         {{std::numeric_limits<float>::quiet_NaN(), 0, 0}, false},
     };
 
-    for (const auto& testCase : cases)
+    for (const auto& [to, bExports] : cases)
     {
-        SCOPED_TRACE(testCase.to.x + testCase.to.z);
-        EXPECT_EQ(Drag({0, 0, 0}, testCase.to).size(), testCase.bExports ? 2U : 0U);
+        SCOPED_TRACE(to.x + to.z);
+        EXPECT_EQ(Drag({0, 0, 0}, to).size(), bExports ? 2U : 0U);
     }
 }
 
@@ -111,8 +109,7 @@ TEST_F(CModeExportTerrainExtentTest, MissesKeepTheBoxAndStillStartADrag)
     m_Context.host.picks = {{2, {999, 999, 999}}}; // not exactly 1: no hit
     m_Export.OnLButtonDown(VIEW, 11, 0);
     EXPECT_EQ(TakeCalls(), (Lines{"Host.PickTerrain(2, 11, 0)"}));
-    m_Export.Render();
-    EXPECT_EQ(TakeCalls(), (Lines{"Engine.DrawLines(4, 1)"})) << "the box before";
+    EXPECT_EQ(Render(), (Lines{"Engine.DrawLines(4, 1)"})) << "the box before";
     m_Context.host.Miss();
     m_Export.OnMouseMove(VIEW, 0, 12, 0, 0);
     EXPECT_EQ(TakeCalls(), (Lines{"Host.PickTerrain(2, 12, 0)"}));
@@ -125,13 +122,10 @@ TEST_F(CModeExportTerrainExtentTest, MissesKeepTheBoxAndStillStartADrag)
 
 TEST_F(CModeExportTerrainExtentTest, TheOutlineIsDrawnOnlyWhileDragging)
 {
-    m_Export.Render();
-    EXPECT_EQ(TakeCalls(), Lines{}) << "no press yet";
+    EXPECT_EQ(Render(), Lines{}) << "no press yet";
     Press({10, 7, 20});
     Move({30, 4, 60});
-    TakeCalls();
-    m_Export.Render();
-    EXPECT_EQ(TakeCalls(), (Lines{"Engine.DrawLines(4, 1)"}));
+    EXPECT_EQ(Render(), (Lines{"Engine.DrawLines(4, 1)"}));
     const SVec3 corners[] = {{10, 4, 20}, {30, 4, 20}, {30, 4, 60}, {10, 4, 60}};
     ASSERT_EQ(m_Context.engine.linePoints.size(), 4U);
     for (size_t i = 0; i < 4; ++i)
@@ -145,14 +139,10 @@ TEST_F(CModeExportTerrainExtentTest, TheOutlineIsDrawnOnlyWhileDragging)
     EXPECT_TRUE(color.r == 1.0F && color.g == 1.0F && color.b == 0.0F && color.a == 1.0F);
 
     m_Export.Suspend(true);
-    TakeCalls();
-    m_Export.Render();
-    EXPECT_EQ(TakeCalls(), Lines{}) << "suspended";
+    EXPECT_EQ(Render(), Lines{}) << "suspended";
     m_Export.Suspend(false);
     m_Export.Deactivate();
-    TakeCalls();
-    m_Export.Render();
-    EXPECT_EQ(TakeCalls(), Lines{}) << "leaving the mode ends the drag";
+    EXPECT_EQ(Render(), Lines{}) << "leaving the mode ends the drag";
 }
 
 TEST_F(CModeExportTerrainExtentTest, ASuspendedReleaseEndsTheDragAndExportsNothing)
@@ -165,9 +155,7 @@ TEST_F(CModeExportTerrainExtentTest, ASuspendedReleaseEndsTheDragAndExportsNothi
     EXPECT_EQ(TakeCalls(), Lines{});
     EXPECT_EQ(Release(), Lines{});
     m_Export.Suspend(false);
-    TakeCalls();
-    m_Export.Render();
-    EXPECT_EQ(TakeCalls(), Lines{}) << "the drag has ended";
+    EXPECT_EQ(Render(), Lines{}) << "the drag has ended";
 }
 
 TEST_F(CModeExportTerrainExtentTest, EnteringLeavingAndSuspendingFollowTheToolBarButton)
@@ -184,15 +172,4 @@ TEST_F(CModeExportTerrainExtentTest, EnteringLeavingAndSuspendingFollowTheToolBa
     EXPECT_EQ(TakeCalls(), enter);
     m_Export.Deactivate();
     EXPECT_EQ(TakeCalls(), (Lines{"Context.SetToolBarButton(5, 0)"}));
-    EXPECT_STREQ(m_Export.GetName(), "ModeExportTerrainExtent");
-    EXPECT_TRUE(m_Export.CanDeactivate());
-}
-
-TEST_F(CModeExportTerrainExtentTest, TheCursorIsThePluginsOwnOrNone)
-{
-    EXPECT_TRUE(m_Export.SetCursor());
-    ASSERT_NE(m_FrontEnd.pCursor, nullptr);
-    EXPECT_EQ(m_FrontEnd.pCursor->uId, 2113U);
-    const CResourceScope none(nullptr);
-    EXPECT_FALSE(CModeExportTerrainExtent().SetCursor()) << "no module is current: no cursor";
 }

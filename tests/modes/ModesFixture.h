@@ -40,12 +40,8 @@ public:
 
     bool Render(ITerrainModification* pModification, ITellurBrush*, const SVec3* pPoint) override
     {
-        AddCall(pCalls,
-                "Render(%s, %g %g %g)",
-                pModification != nullptr ? "session" : "none",
-                pPoint->x,
-                pPoint->y,
-                pPoint->z);
+        const char* pszSession = pModification != nullptr ? "session" : "none";
+        AddCall(pCalls, "Render(%s, %g %g %g)", pszSession, pPoint->x, pPoint->y, pPoint->z);
         return bDraws;
     }
 

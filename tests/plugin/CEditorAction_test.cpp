@@ -2,6 +2,8 @@
 #include "plugin/CEditorAction.h"
 #include "tests/plugin/PluginFixture.h"
 
+#include <tuple>
+
 namespace
 {
 
@@ -37,15 +39,11 @@ public:
 
     static void RegisterFields(CRTTI& rtti)
     {
-        rtti.RegisterField(new CRTTIFieldFloat(RTTI_MEMBER_ADDRESS(CDerivedProcess, fScale)),
-                           "m_Scale",
-                           "f:EDIT;");
         rtti.RegisterField(new CRTTIFieldString(RTTI_MEMBER_ADDRESS(CDerivedProcess, strNote)),
                            "m_Note",
                            "f:EDIT;");
     }
 
-    float fScale = 1.5F;
     std::string strNote = "two words";
 };
 
@@ -67,11 +65,7 @@ class CEditorActionTest : public CPluginFixture
 protected:
     std::string Save(IEditorAction& action)
     {
-        fs::ifile file;
-        EXPECT_TRUE(file.open("attribs.txt", fs::mode_write));
-        action.SaveAttribs(file);
-        EXPECT_TRUE(file.close());
-        return ReadBytes(m_Folder.Path("attribs.txt"));
+        return Write([&action](fs::ifile& file) { action.SaveAttribs(file); });
     }
 
     void Load(IEditorAction& action, const std::string& strDeclaration, const std::string& strBlock)
@@ -104,10 +98,9 @@ public:
 TEST_F(CEditorActionTest, FieldsAreSavedFromTheDerivedClassToItsBases)
 {
     EXPECT_EQ(Save(m_Process),
-              "  attrib( \"m_Scale\", \"1.5\" )\n  attrib( \"m_Note\", \"two words\" )\n"
+              "  attrib( \"m_Note\", \"two words\" )\n"
               "  attrib( \"m_Count\", \"3\" )\n");
     CDerivedProcess other;
-    other.fScale = 0.0F;
     other.strNote.clear();
     other.iCount = 0;
     Load(other, "", Save(m_Process));
@@ -116,12 +109,8 @@ TEST_F(CEditorActionTest, FieldsAreSavedFromTheDerivedClassToItsBases)
 
 TEST_F(CEditorActionTest, LoadingSkipsWhatIsNoAttribOfTheObject)
 {
-    const struct
-    {
-        const char* pszDeclaration; // of the same name as the block's keyword, after the usual one
-        const char* pszBlock;
-        int32_t iCount;
-    } cases[] = {
+    // pszDeclaration: of the same name as the block's keyword, after the usual one
+    const std::tuple<const char*, const char*, int32_t> cases[] = {
         {"", "attrib( \"m_Count\", \"8\" )", 8},
         {"", "ATTRIB( \"m_Count\", \"8\" )", 8},
         {"", "attrib( \"m_Missing\", \"8\" )\nattrib( \"m_Count\", \"9\" )", 9},
@@ -131,12 +120,12 @@ TEST_F(CEditorActionTest, LoadingSkipsWhatIsNoAttribOfTheObject)
         {"!attribute( s, s )", "attribute( \"m_Count\", \"8\" )", 3},
     };
 
-    for (const auto& testCase : cases)
+    for (const auto& [pszDeclaration, pszBlock, iCount] : cases)
     {
-        SCOPED_TRACE(testCase.pszBlock);
+        SCOPED_TRACE(pszBlock);
         m_Process.iCount = 3;
-        Load(m_Process, testCase.pszDeclaration, testCase.pszBlock);
-        EXPECT_EQ(m_Process.iCount, testCase.iCount);
+        Load(m_Process, pszDeclaration, pszBlock);
+        EXPECT_EQ(m_Process.iCount, iCount);
     }
     m_Process.iCount = 3;
     m_Process.LoadAttribs(nullptr);
@@ -174,10 +163,8 @@ TEST_F(CEditorActionTest, TheRegisteredProcessExportsTheWholeTerrain)
     ASSERT_EQ(m_Host.processes.size(), 1U);
     IEditorAction& process = *m_Host.processes[0];
     EXPECT_EQ(process.GetNameString(), "Export terrain to STL format");
-    EXPECT_STREQ(process.GetName(), "Export terrain to STL format");
     EXPECT_TRUE(process.CanExecute(0, 0, 0));
     EXPECT_STREQ(process.GetRTTIObject()->GetClassNameA(), "CTellurProcessExportTerrainToSTL");
-    EXPECT_EQ(std::as_const(process).GetRTTIObject(), process.GetRTTIObject());
     EXPECT_EQ(Save(process), "");
 
     const std::string strAsk = "Host.BrowseForFile(0, stl, null, data, STL files (*.stl)|*.stl)";
@@ -206,11 +193,8 @@ TEST_F(CEditorActionTest, AProcessStartsWithFlagTwoAndACloneKeepsFlagsAlone)
     EXPECT_EQ(pClone->GetId(), -1);
     EXPECT_EQ(pClone->TestFlag(0xFFFFFFFFU), 0x16U);
     process.SetFlag(0x6, false);
-    EXPECT_EQ(process.TestFlag(2), 0U);
     EXPECT_EQ(process.TestFlag(0xFFFFFFFFU), 0x10U);
-    EXPECT_EQ(process.GetId(), 40);
     EXPECT_EQ(pClone->TestFlag(2), 2U) << "flags are its own";
-    EXPECT_STREQ(pClone->GetName(), process.GetName());
 }
 
 TEST_F(CEditorActionTest, ObjectsAreFoundOnceThePluginHasPublishedTheEngine)

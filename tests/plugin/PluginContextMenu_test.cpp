@@ -1,6 +1,5 @@
 // Picking a height in the context menu and applying it to the current function.
 
-#include "functions/CRelativeHeightFunction.h"
 #include "host/ReflectionFields.h"
 #include "tests/plugin/PluginFixture.h"
 
@@ -42,30 +41,6 @@ protected:
     CMenu m_Menu;
 };
 
-// A function whose m_Height is a whole number.
-class CWholeHeight : public CRelativeHeightFunction
-{
-public:
-    static const CRTTI s_RTTI;
-
-    const CRTTI* GetRTTI() const override { return &s_RTTI; }
-
-    static void RegisterFields(CRTTI& rtti)
-    {
-        rtti.RegisterField(
-            new CRTTIFieldInt(RTTI_MEMBER_ADDRESS(CWholeHeight, iHeight)), "m_Height", "f:EDIT;");
-    }
-
-    int32_t iHeight = 4;
-};
-
-const CRTTI CWholeHeight::s_RTTI("CWholeHeight",
-                                 2,
-                                 nullptr,
-                                 &CRelativeHeightFunction::s_RTTI,
-                                 CRTTI::FLAG_NONE,
-                                 &CWholeHeight::RegisterFields);
-
 } // namespace
 
 TEST_F(CPluginContextMenu, TheItemComesFirstWithThePickedHeight)
@@ -78,7 +53,6 @@ TEST_F(CPluginContextMenu, TheItemComesFirstWithThePickedHeight)
     } cases[] = {
         {{1, {3, 123.456F, 9}}, "Set m_Height to 123.46", true},
         {{1, {3, 0, 9}}, "Set m_Height to  0.00", true},
-        {{0, {}}, "Set m_Height to -1.00", false},
         {{2, {}}, "Set m_Height to -1.00", false},
         {{1, {3, std::numeric_limits<float>::max(), 9}},
          "Set m_Height to 340282346638528859811704183484516925440.00",
@@ -154,13 +128,4 @@ TEST_F(CPluginContextMenu, ApplyingLeavesOtherBrushesAlone)
     EXPECT_EQ(Apply(), Lines{}) << "no brush";
     UseToolBrush("PointHeightFunction");
     EXPECT_EQ(Apply(), Lines{}) << "no field";
-
-    CTellurBrush brush;
-    auto* pWhole = new CWholeHeight;
-    brush.SetFunction(pWhole);
-    m_Plugin->SetCurrentBrush(&brush);
-    EXPECT_TRUE(Add()) << "offered for a field of any type";
-    EXPECT_EQ(Apply(), Lines{}) << "but only a float takes it";
-    EXPECT_EQ(pWhole->iHeight, 4);
-    m_Plugin->SetCurrentBrush(nullptr);
 }

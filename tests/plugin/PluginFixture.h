@@ -5,7 +5,7 @@
 #include "framework/core/CRuntimeClass.h"
 #include "framework/core/ResourceModule.h"
 #include "host/FileSystem.h"
-#include "host/IEditorMode.h"
+#include "modes/CModeEditTerrainType.h"
 #include "panel/ITerrainPanel.h"
 #include "parser/TCParseFile.h"
 #include "plugin/CToolBarReg.h"
@@ -18,7 +18,7 @@
 
 #include <gtest/gtest.h>
 
-#include <set>
+#include <functional>
 
 using Lines = std::vector<std::string>;
 
@@ -83,33 +83,10 @@ public:
         AddCall(pCalls, "Host.OpenPluginView(%s)", pClass->GetName());
     }
 
-    void RegisterProcess(IEditorAction* pProcess) override
-    {
-        Note();
-        CFakeEditorHost::RegisterProcess(pProcess);
-    }
-
     bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) override
     {
         Note();
         return CFakeEditorHost::PromptText(pszTitle, pszLabel, strAnswer);
-    }
-
-    std::string BrowseForFile(int iKind,
-                              const char* pszDefaultExtension,
-                              const char* pszInitialName,
-                              const char* pszInitialFolder,
-                              const char* pszFilter) override
-    {
-        Note();
-        return CFakeEditorHost::BrowseForFile(
-            iKind, pszDefaultExtension, pszInitialName, pszInitialFolder, pszFilter);
-    }
-
-    bool QueryEntityClass(const char* pszClassName) override
-    {
-        Note();
-        return CFakeEditorHost::QueryEntityClass(pszClassName);
     }
 
     void RefreshView(ViewId view) override
@@ -133,35 +110,13 @@ public:
 };
 
 // A mode of the plug-in's group or of another that writes its input into the list of calls.
-class CRecordingMode : public IEditorMode
+class CRecordingMode : public CModeEditTerrainType
 {
 public:
     explicit CRecordingMode(FakeCalls* pCallList)
         : pCalls(pCallList)
     {
     }
-
-    void SetId(uint32_t) override {}
-
-    uint32_t GetId() const override { return 0; }
-
-    const char* GetName() const override { return "Recording"; }
-
-    uint32_t GetUserData() const override { return 0; }
-
-    void SetUserData(uint32_t) override {}
-
-    bool IsAvailable() override { return true; }
-
-    bool CanDeactivate() override { return true; }
-
-    bool SetCursor() override { return false; }
-
-    void Activate() override {}
-
-    void Deactivate() override {}
-
-    void Suspend(bool) override {}
 
     void OnLButtonDown(ViewId view, ViewPoint point, uint32_t uFlags) override
     {
@@ -176,15 +131,9 @@ public:
     {
         const auto* pWheel = reinterpret_cast<const SWheelBlock*>(uExtra1);
         const auto* pStep = reinterpret_cast<const SStepBlock*>(uExtra2);
-        AddCall(pCalls,
-                "Mode.OnMouseMove(%u, %u, %#x, %d %d, %d %d)",
-                view,
-                uFlags,
-                point,
-                pWheel->wheel,
-                pWheel->buttons,
-                pStep->dx,
-                pStep->dy);
+        AddCall(pCalls, "Mode.OnMouseMove(%u, %u, %#x,", view, uFlags, point);
+        AddCall(pCalls, "%d %d,", pWheel->wheel, pWheel->buttons);
+        AddCall(pCalls, "%d %d)", pStep->dx, pStep->dy);
     }
 
     void OnLButtonUp(ViewId view, ViewPoint point, uint32_t uFlags) override
@@ -201,8 +150,6 @@ public:
     {
         AddCall(pCalls, "Mode.Notify(%zu, %zu, %zu)", uFirst, uSecond, uThird);
     }
-
-    void Render() override {}
 
     FakeCalls* pCalls;
 };
@@ -224,8 +171,7 @@ protected:
 
     ~CPluginFixture() override
     {
-        m_Fake.modes.iCurrent = -1;
-        m_Fake.modes.modes.clear();
+        DropModes();
         m_Host.undos.clear();
         m_Host.processes.clear();
         m_Plugin.reset();
@@ -240,9 +186,25 @@ protected:
         m_Log.Clear();
     }
 
+    void DropModes()
+    {
+        m_Fake.modes.iCurrent = -1;
+        m_Fake.modes.modes.clear();
+    }
+
     void OpenPanel() { m_Plugin->SetPanel(&m_Panel); }
 
     Lines TakeCalls() { return m_Fake.TakeCalls(); }
+
+    // What an operation writes to a fresh file.
+    std::string Write(const std::function<void(fs::ifile&)>& operation)
+    {
+        fs::ifile file;
+        EXPECT_TRUE(file.open("written.txt", fs::mode_write));
+        operation(file);
+        EXPECT_TRUE(file.close());
+        return ReadBytes(m_Folder.Path("written.txt"));
+    }
 
     // The tool brush of a function, made current.
     CTellurBrush* UseToolBrush(const char* pszFunction)

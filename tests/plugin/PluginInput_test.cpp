@@ -58,7 +58,9 @@ TEST_F(CPluginInput, EveryNumberLandsInTheModeOfTheGroup)
                      "Modes.OnLButtonDown(3, 1, 10 20)",
                      "Mode.OnLButtonDown(3, 0x14000a, 1)",
                      "Modes.OnMouseMove(3, 2, 11 21, 7 1, -8 9)",
-                     "Mode.OnMouseMove(3, 2, 0x15000b, 7 1, -8 9)",
+                     "Mode.OnMouseMove(3, 2, 0x15000b,",
+                     "7 1,",
+                     "-8 9)",
                      "Block(12 22 13 14)",
                      "Modes.OnLButtonUp(3, 4, 12 22)",
                      "Mode.OnLButtonUp(3, 0x16000c, 4)",
@@ -76,25 +78,4 @@ TEST_F(CPluginInput, OtherGroupsGetNothing)
         SendAll();
         EXPECT_EQ(TakeCalls(), Lines{}) << iGroup;
     }
-}
-
-TEST_F(CPluginInput, OneDragRaisesTheTerrainAndLeavesOneUndoRecord)
-{
-    m_Host.pModes = &m_Fake.modes;
-    Initialize();
-    CTellurBrush* pBrush = UseToolBrush("PointHeightFunction");
-    pBrush->LoadBitmap("tests/scripts/images/white.png");
-    pBrush->SetExtent(20.0F);
-    m_Host.lastPick = {1, {40.0F, 0.0F, 40.0F}};
-    ASSERT_TRUE(m_Plugin->SetMode(m_Plugin->GetTerraformingModeId(), 0));
-    m_Plugin->OnLButtonDown(1, 1, 5, 5, 0, 0);
-    m_Plugin->OnMouseMove(1, 1, 5, 2, 99, 1, 77, -3); // three pixels up
-    m_Plugin->OnLButtonUp(1, 0, 5, 2, 0, 0);
-    EXPECT_EQ(m_Fake.terrain.At(4, 4), 3.0F) << "the last number of the move is the step";
-    EXPECT_EQ(m_Fake.terrain.At(2, 2), 0.0F);
-    ASSERT_EQ(m_Host.undos.size(), 1U);
-    m_Host.undos[0]->Undo();
-    EXPECT_EQ(m_Fake.terrain.At(4, 4), 0.0F);
-    EXPECT_EQ(m_Plugin->TakeDragStatistics().nPoints, 1U);
-    EXPECT_EQ(m_Plugin->TakeDragStatistics().nPoints, 0U) << "taken once";
 }

@@ -4,6 +4,8 @@
 
 #include <sys/stat.h>
 
+#include <tuple>
+
 namespace
 {
 
@@ -12,12 +14,10 @@ class CPluginSettings : public CPluginFixture
 protected:
     std::string Save()
     {
-        fs::ifile file;
-        EXPECT_TRUE(file.open("settings.txt", fs::mode_write));
-        m_Plugin->SaveSettings(file);
-        EXPECT_TRUE(file.close());
-        return ReadBytes(m_Folder.Path("settings.txt"));
+        return Write([this](fs::ifile& file) { m_Plugin->SaveSettings(file); });
     }
+
+    void Load(const std::string& strText) { m_Plugin->LoadSettings(Parse(strText).get()); }
 };
 
 class CHeightMapWarning : public CPluginFixture
@@ -52,25 +52,19 @@ TEST_F(CPluginSettings, IsWrittenWithItsDeclaration)
 {
     EXPECT_EQ(Save(),
               "\n!Tellur2DDrawUndoMgrStackSize( i )\n\nTellur2DDrawUndoMgrStackSize( 10 )\n");
-    m_Plugin->LoadSettings(Parse("!tellur2DDrawUndoMgrStackSize( i )\n"
-                                 "tellur2ddrawundomgrstacksize( -3 )")
-                               .get());
+    Load("!tellur2DDrawUndoMgrStackSize( i )\ntellur2ddrawundomgrstacksize( -3 )");
     const std::string strSaved = Save();
     EXPECT_EQ(strSaved,
               "\n!Tellur2DDrawUndoMgrStackSize( i )\n\nTellur2DDrawUndoMgrStackSize( -3 )\n");
     m_Plugin->ResetSettings();
     EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), 10);
-    m_Plugin->LoadSettings(Parse(strSaved).get());
+    Load(strSaved);
     EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), -3) << "its own text reads back";
 }
 
 TEST_F(CPluginSettings, LoadingTakesTheLastKeywordOfTheName)
 {
-    const struct
-    {
-        const char* pszText;
-        int32_t iDepth;
-    } cases[] = {
+    const std::tuple<const char*, int32_t> cases[] = {
         {"!Tellur2DDrawUndoMgrStackSize( i )\nTellur2DDrawUndoMgrStackSize( 25 )", 25},
         {"!Tellur2DDrawUndoMgrStackSize( f )\nTellur2DDrawUndoMgrStackSize( 2.5 )", 0},
         {"!Tellur2DDrawUndoMgrStackSize( s )\nTellur2DDrawUndoMgrStackSize( \"8\" )", 0},
@@ -82,20 +76,14 @@ TEST_F(CPluginSettings, LoadingTakesTheLastKeywordOfTheName)
         {"mode( \"x\" )", 77}, // not mentioned: as it was
     };
 
-    for (const auto& testCase : cases)
+    for (const auto& [pszText, iDepth] : cases)
     {
-        SCOPED_TRACE(testCase.pszText);
-        m_Plugin->LoadSettings(Parse("!Tellur2DDrawUndoMgrStackSize( i )\n"
-                                     "Tellur2DDrawUndoMgrStackSize( 77 )")
-                                   .get());
-        m_Plugin->LoadSettings(Parse(testCase.pszText).get());
-        EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), testCase.iDepth);
+        SCOPED_TRACE(pszText);
+        Load("!Tellur2DDrawUndoMgrStackSize( i )\nTellur2DDrawUndoMgrStackSize( 77 )");
+        Load(pszText);
+        EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), iDepth);
     }
     m_Plugin->LoadSettings(nullptr);
-    EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), 77);
-
-    // Before Initialize and after it is the same.
-    Initialize();
     EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), 77);
 }
 
@@ -124,20 +112,4 @@ TEST_F(CHeightMapWarning, IsSilentWithoutAnEnvironmentOrItsFile)
     m_Host.bKnowsEntityClass = false;
     m_Fake.world.pEnvironment = &m_Environment;
     EXPECT_EQ(Check(), Lines{QUERY});
-}
-
-TEST_F(CHeightMapWarning, ComesWithEveryEntryIntoTerraforming)
-{
-    Initialize();
-    const std::string strPath = m_Folder.GetFolder() + "/maps/level.height";
-    WriteBytes(strPath, "heights");
-    ASSERT_EQ(::chmod(strPath.c_str(), S_IRUSR), 0);
-    for (int i = 0; i < 2; ++i)
-    {
-        UseToolBrush("SetHeightFunction");
-        m_Plugin->EnableTerraforming(true);
-        EXPECT_EQ(m_FrontEnd.calls.size(), 1U);
-        m_FrontEnd.calls.clear();
-        m_Plugin->EnableTerraforming(false);
-    }
 }

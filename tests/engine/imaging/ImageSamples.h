@@ -117,17 +117,13 @@ inline Bytes GetRgba(const IImage* pImage, const IPalette* pPalette = nullptr)
     Bytes Rgba;
     for (size_t i = 0; i < Pixels.size(); i += nStep)
     {
-        const uint8_t* pColor = &Pixels[i];
-        const std::array<uint8_t, 3> Grey = {*pColor, *pColor, *pColor};
         static const std::array<uint8_t, 3> None = {};
-        const bool bHole = pPalette != nullptr && pPalette->GetEntry(*pColor) == nullptr;
-        if (nStep == 1)
-        {
-            pColor = pPalette != nullptr ? pPalette->GetEntry(*pColor) : Grey.data();
-            pColor = bHole ? None.data() : pColor;
-        }
+        const std::array<uint8_t, 3> Grey = {Pixels[i], Pixels[i], Pixels[i]};
+        const uint8_t* pEntry = pPalette != nullptr ? pPalette->GetEntry(Pixels[i]) : Grey.data();
+        const uint8_t* pColor = nStep > 1 ? &Pixels[i] : pEntry != nullptr ? pEntry : None.data();
         Rgba.insert(Rgba.end(), pColor, pColor + 3);
-        Rgba.push_back(nStep == 4 ? pColor[3] : static_cast<uint8_t>(bHole ? 0 : 255));
+        Rgba.push_back(nStep == 4 ? pColor[3]
+                                  : static_cast<uint8_t>(pColor == None.data() ? 0 : 255));
     }
     return Rgba;
 }

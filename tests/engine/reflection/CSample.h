@@ -24,28 +24,15 @@ public:
 
     static const CEnumInfo& GetModes()
     {
-        static const CEnumInfo s_Info = []
-        {
-            CEnumInfo info;
-            info.Add(0, "mode_default", "default mode");
-            info.Add(1, "mode_min", "min mode");
-            info.Add(-5, "mode_far", "far mode");
-            return info;
-        }();
+        static const CEnumInfo s_Info =
+            MakeNames({{0, "mode_default"}, {1, "mode_min"}, {-5, "mode_far"}});
         return s_Info;
     }
 
     static const CEnumInfo& GetBits()
     {
-        static const CEnumInfo s_Info = []
-        {
-            CEnumInfo info;
-            info.Add(3, "both", "");
-            info.Add(1, "one", "");
-            info.Add(2, "two", "");
-            info.Add(INT32_MIN, "top", "");
-            return info;
-        }();
+        static const CEnumInfo s_Info =
+            MakeNames({{3, "both"}, {1, "one"}, {2, "two"}, {INT32_MIN, "top"}});
         return s_Info;
     }
 
@@ -60,8 +47,6 @@ public:
             &CSample::RegisterFields);
         return s_Class;
     }
-
-    CRTTIField* Field(const char* pszName) const { return FindField(pszName); }
 
     int32_t iId = 0;
     std::vector<std::string> changed;
@@ -89,6 +74,16 @@ public:
     std::vector<CRTTIObject*> m_List;
 
 private:
+    static CEnumInfo MakeNames(const std::vector<std::pair<int32_t, const char*>>& entries)
+    {
+        CEnumInfo info;
+        for (const auto& [iValue, pszName] : entries)
+        {
+            info.Add(iValue, pszName, "some words");
+        }
+        return info;
+    }
+
     template <class TField, auto TMember, class... TMore>
     static void Add(CRTTI& own, const char* pszName, TMore... more)
     {

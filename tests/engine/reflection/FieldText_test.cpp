@@ -2,24 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <random>
 
 namespace
 {
 
-struct STextCase
-{
-    const char* pszField;
-    const char* pszText;
-    const char* pszRead; // the text that comes back, null: refused
-};
-
+// Field, text, and the text that comes back, null: refused.
 // clang-format off
-constexpr STextCase TEXT_CASES[] = {
+constexpr std::array<const char*, 3> TEXT_CASES[] = {
     {"char", "-128", "-128"}, {"char", "127", "127"}, {"char", "128", nullptr}, {"char", "a", nullptr},
     {"uchar", "255", "255"}, {"uchar", "256", nullptr}, {"uchar", "-1", nullptr},
     {"short", "-32768", "-32768"}, {"short", "32768", nullptr},
@@ -53,17 +49,22 @@ constexpr STextCase TEXT_CASES[] = {
 
 // clang-format on
 
-// The reading back of the shortest text, by the C library.
-template <class TNumber> void ExpectLosslessAndShort(TNumber value, const std::string& strText)
+// The text of the value in the field reads back to the same bits, here and in the C library.
+template <class TNumber>
+void ExpectLosslessAndShort(CSample& sample, const char* pszField, TNumber& value)
 {
-    const TNumber read = sizeof(TNumber) == sizeof(float)
-                             ? static_cast<TNumber>(std::strtof(strText.c_str(), nullptr))
-                             : static_cast<TNumber>(std::strtod(strText.c_str(), nullptr));
-    ASSERT_EQ(read, value) << strText;
-    ASSERT_EQ(std::signbit(read), std::signbit(value)) << strText;
+    constexpr bool FLOAT = sizeof(TNumber) == sizeof(float);
+    const TNumber before = value;
+    const std::string strText = sample.FindField(pszField)->ToString(&sample);
+    value = static_cast<TNumber>(FLOAT ? std::strtof(strText.c_str(), nullptr)
+                                       : std::strtod(strText.c_str(), nullptr));
+    ASSERT_TRUE(value == before && std::signbit(value) == std::signbit(before)) << strText;
+    value = 0;
+    ASSERT_TRUE(sample.FindField(pszField)->FromString(&sample, strText.c_str()));
+    ASSERT_TRUE(value == before && std::signbit(value) == std::signbit(before)) << strText;
     char szLong[64];
-    std::snprintf(szLong, sizeof szLong, "%.*g", sizeof(TNumber) == sizeof(float) ? 9 : 17, value);
-    ASSERT_LE(strText.size(), std::string(szLong).size()) << strText;
+    std::snprintf(szLong, sizeof szLong, "%.*g", FLOAT ? 9 : 17, before);
+    ASSERT_LE(strText.size(), std::strlen(szLong)) << strText;
 }
 
 } // namespace
@@ -71,60 +72,42 @@ template <class TNumber> void ExpectLosslessAndShort(TNumber value, const std::s
 TEST(FieldText, ReadingGivesTheValueOrLeavesIt)
 {
     SetObjectFinder(&FindSampleObject);
-    for (const STextCase& entry : TEXT_CASES)
+    for (const auto& [pszField, pszText, pszRead] : TEXT_CASES)
     {
-        SCOPED_TRACE(std::string(entry.pszField) + " '" + entry.pszText + "'");
+        SCOPED_TRACE(std::string(pszField) + " '" + pszText + "'");
         CSample sample;
-        CRTTIField* pField = sample.FindField(entry.pszField);
-        ASSERT_NE(pField, nullptr);
+        CRTTIField* pField = sample.FindField(pszField);
         const std::string strBefore = pField->ToString(&sample);
-        const bool bRead = entry.pszRead != nullptr;
-        EXPECT_EQ(pField->FromString(&sample, entry.pszText), bRead);
-        EXPECT_EQ(pField->ToString(&sample), bRead ? entry.pszRead : strBefore);
-        EXPECT_EQ(sample.changed, std::vector<std::string>(bRead ? 1 : 0, entry.pszField));
+        const bool bRead = pszRead != nullptr;
+        EXPECT_EQ(pField->FromString(&sample, pszText), bRead);
+        EXPECT_EQ(pField->ToString(&sample), bRead ? pszRead : strBefore);
+        EXPECT_EQ(sample.changed, std::vector<std::string>(bRead ? 1 : 0, pszField));
         EXPECT_FALSE(pField->FromString(&sample, nullptr));
-        EXPECT_FALSE(pField->FromString(nullptr, entry.pszText));
+        EXPECT_FALSE(pField->FromString(nullptr, pszText));
         EXPECT_EQ(pField->ToString(nullptr), "");
     }
     SetObjectFinder(nullptr);
     CSample sample;
     EXPECT_FALSE(sample.FindField("pointer")->FromString(&sample, "7"));
+    sample.m_Enum = 42; // a value without a name
+    EXPECT_EQ(sample.FindField("enum")->ToString(&sample), "42");
 }
 
 TEST(FieldText, FloatingNumbersAreLosslessAndShort)
 {
     std::mt19937_64 random(5);
     CSample sample;
-    CRTTIField* pFloat = sample.FindField("float");
-    CRTTIField* pDouble = sample.FindField("double");
     for (int i = 0; i < 20000; ++i)
     {
         const uint64_t uBits = random();
-        const auto fFloat = std::bit_cast<float>(static_cast<uint32_t>(uBits >> 16));
-        const auto fDouble = std::bit_cast<double>(uBits);
-        if (std::isfinite(fFloat) && std::isfinite(fDouble))
+        sample.m_Float = std::bit_cast<float>(static_cast<uint32_t>(uBits >> 16));
+        sample.m_Double = std::bit_cast<double>(uBits);
+        if (std::isfinite(sample.m_Float) && std::isfinite(sample.m_Double))
         {
-            sample.m_Float = fFloat;
-            sample.m_Double = fDouble;
-            const std::string strFloat = pFloat->ToString(&sample);
-            const std::string strDouble = pDouble->ToString(&sample);
-            ExpectLosslessAndShort(fFloat, strFloat);
-            ExpectLosslessAndShort(fDouble, strDouble);
-            sample.m_Float = 0.0F;
-            sample.m_Double = 0.0;
-            ASSERT_TRUE(pFloat->FromString(&sample, strFloat.c_str()));
-            ASSERT_TRUE(pDouble->FromString(&sample, strDouble.c_str()));
-            ASSERT_EQ(std::bit_cast<uint32_t>(sample.m_Float), std::bit_cast<uint32_t>(fFloat));
-            ASSERT_EQ(std::bit_cast<uint64_t>(sample.m_Double), uBits);
+            ASSERT_NO_FATAL_FAILURE(ExpectLosslessAndShort(sample, "float", sample.m_Float));
+            ASSERT_NO_FATAL_FAILURE(ExpectLosslessAndShort(sample, "double", sample.m_Double));
         }
     }
-}
-
-TEST(FieldText, AnEnumerationValueWithoutANameShowsItsNumber)
-{
-    CSample sample;
-    sample.m_Enum = 42;
-    EXPECT_EQ(sample.FindField("enum")->ToString(&sample), "42");
 }
 
 TEST(CEnumInfo, KeepsTheOrderAndRefusesDoubles)
@@ -132,15 +115,11 @@ TEST(CEnumInfo, KeepsTheOrderAndRefusesDoubles)
     CEnumInfo info;
     EXPECT_TRUE(info.Add(5, "five", "the five"));
     EXPECT_TRUE(info.Add(-1, "minus", nullptr));
-    EXPECT_FALSE(info.Add(5, "other", ""));
-    EXPECT_FALSE(info.Add(6, "five", ""));
-    EXPECT_FALSE(info.Add(6, "", ""));
-    EXPECT_FALSE(info.Add(6, nullptr, ""));
+    EXPECT_FALSE(info.Add(5, "other", "") || info.Add(6, "five", "") || info.Add(6, "", "") ||
+                 info.Add(6, nullptr, ""));
     ASSERT_EQ(info.GetInfo().size(), 2U);
-    EXPECT_EQ(info.GetInfo()[0].strDescription, "the five");
     EXPECT_EQ(info.Find("minus"), &info.GetInfo()[1]);
     EXPECT_EQ(info.Find(-1), &info.GetInfo()[1]);
     EXPECT_EQ(info.Find("Minus"), nullptr);
     EXPECT_EQ(info.Find(static_cast<const char*>(nullptr)), nullptr);
-    EXPECT_EQ(info.Find(6), nullptr);
 }

