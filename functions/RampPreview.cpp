@@ -79,7 +79,7 @@ void CRampFunction::DrawRamp(const ITellurBrush& brush,
                                 {q1, q3},
                                 {p1, p3},
                                 {Add(p1, g, 1.0F), Add(p2, g, 1.0F)},
-                                {Add(p4, g, -1.0F), Add(p3, g, -1.0F)}};
+                                {Add(p3, g, -1.0F), Add(p4, g, -1.0F)}};
     for (const auto& line : lines)
     {
         pEngine->DrawLine(line[0], line[1], WHITE);

@@ -1,3 +1,4 @@
+#include "engine/world/CEngineHost.h"
 #include "engine/world/CTexture.h"
 #include "engine/world/CTextureManager.h"
 #include "engine/world/CWorld.h"
@@ -124,6 +125,21 @@ TEST_F(CTextureManagerTest, ReloadKeepsThePointerAndAFaultKeepsThePicture)
     EXPECT_FALSE(manager.Reload("Masks/Soft.png"));
     EXPECT_EQ(m_Log.TakeLines().size(), 1U);
     EXPECT_EQ(LockAll(*pTexture), (std::vector<int>{77, 200}));
+}
+
+TEST_F(CTextureManagerTest, TheEngineReloadsWhatTheWorldSaved)
+{
+    CEngineHost engine;
+    ITexture* pTexture = engine.GetTextures().Load("Masks/Soft.png", 1);
+    ASSERT_NE(pTexture, nullptr);
+    const auto pImage = MakeImage(2, 1, EImageFormat::Indexed8, {9, 8});
+    EXPECT_TRUE(engine.GetWorld()->SaveImage("Masks/Soft.png", pImage.get(), nullptr));
+    EXPECT_EQ(engine.ReloadTexture("masks/soft.png"), 1);
+    EXPECT_EQ(LockAll(*pTexture), (std::vector<int>{9, 8}));
+    EXPECT_EQ(engine.ReloadTexture("masks/other.png"), 0);
+    EXPECT_FALSE(engine.GetWorld()->SaveImage("Masks/Soft.xyz", pImage.get(), nullptr));
+    EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+    engine.GetTextures().Release(pTexture);
 }
 
 TEST_F(CTextureManagerTest, TheWorldNeverShowsATextureThatIsGone)
