@@ -18,7 +18,7 @@ struct SHeightField
 {
     struct SFree
     {
-        void operator()(float* pHeights) const { std::free(pHeights); }
+        void operator()(float* pMemory) const { std::free(pMemory); }
     };
 
     uint32_t uSizeX = 0;
