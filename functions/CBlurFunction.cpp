@@ -7,8 +7,6 @@
 #include "host/ReflectionFields.h"
 #include "modification/ITerrainModification.h"
 
-#include <cmath>
-
 namespace
 {
 
@@ -55,9 +53,7 @@ ITellurFunction* CBlurFunction::Clone() const
 
 float CBlurFunction::MergeHeight(float fSrc, float fDst, float fCandidate) const
 {
-    return m_UseOnlyDestBuffer || std::fabs(fCandidate - fSrc) >= std::fabs(fDst - fSrc)
-               ? fCandidate
-               : fDst;
+    return m_UseOnlyDestBuffer ? fCandidate : KeepStrongest(fSrc, fDst, fCandidate);
 }
 
 EMergeRule CBlurFunction::GetMergeRule() const

@@ -35,6 +35,11 @@ CPainterFunction::CPainterFunction(const CPainterFunction& other)
 {
 }
 
+float CPainterFunction::KeepStrongest(float fSrc, float fDst, float fCandidate)
+{
+    return std::fabs(fCandidate - fSrc) >= std::fabs(fDst - fSrc) ? fCandidate : fDst;
+}
+
 int CPainterFunction::Start(ITerrainModification* /*pModification*/,
                             ITellurBrush* /*pBrush*/,
                             ViewId view,

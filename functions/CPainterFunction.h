@@ -52,6 +52,10 @@ protected:
     CPainterFunction(const CPainterFunction& other);
     CPainterFunction& operator=(const CPainterFunction&) = delete;
 
+    // The candidate when it is at least as far from the source as the destination is, else the
+    // destination: a stroke keeps its strongest effect.
+    static float KeepStrongest(float fSrc, float fDst, float fCandidate);
+
 private:
     float GetStrokeWeight(const SVec3& point, const ITellurBrush& brush) const;
     void DoOperationAux(const SVec3& point,

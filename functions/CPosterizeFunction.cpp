@@ -67,9 +67,7 @@ ITellurFunction* CPosterizeFunction::Clone() const
 
 float CPosterizeFunction::MergeHeight(float fSrc, float fDst, float fCandidate) const
 {
-    return m_UseOnlyDestBuffer || std::fabs(fCandidate - fSrc) >= std::fabs(fDst - fSrc)
-               ? fCandidate
-               : fDst;
+    return m_UseOnlyDestBuffer ? fCandidate : KeepStrongest(fSrc, fDst, fCandidate);
 }
 
 EMergeRule CPosterizeFunction::GetMergeRule() const

@@ -5,8 +5,6 @@
 #include "host/Log.h"
 #include "host/ReflectionFields.h"
 
-#include <cmath>
-
 namespace
 {
 
@@ -46,7 +44,7 @@ ITellurFunction* CRelativeHeightFunction::Clone() const
 
 float CRelativeHeightFunction::MergeHeight(float fSrc, float fDst, float fCandidate) const
 {
-    return std::fabs(fCandidate - fSrc) >= std::fabs(fDst - fSrc) ? fCandidate : fDst;
+    return KeepStrongest(fSrc, fDst, fCandidate);
 }
 
 void CRelativeHeightFunction::DoOperation(const SOperation& operation)

@@ -6,8 +6,6 @@
 #include "host/ReflectionFields.h"
 #include "plugin/PluginContext.h"
 
-#include <cmath>
-
 namespace
 {
 
@@ -54,7 +52,7 @@ ITellurFunction* CSetHeightFunction::Clone() const
 
 float CSetHeightFunction::MergeHeight(float fSrc, float fDst, float fCandidate) const
 {
-    return std::fabs(fCandidate - fSrc) >= std::fabs(fDst - fSrc) ? fCandidate : fDst;
+    return KeepStrongest(fSrc, fDst, fCandidate);
 }
 
 void CSetHeightFunction::DoOperation(const SOperation& operation)
