@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr const char* DECLARATIONS = "!brush()\n!bitmap()\n!path( s )\n!function( s )\n"
-                                     "!extent( f )\n!mode( s )\n";
+                                     "!extent( f )\n!mode( s )\n!attrib( s, s )\n";
 
 [[noreturn]] void Fail(const char* pszWhy)
 {
@@ -36,6 +36,10 @@ void PlayText(IPlugin* pPlugin, const std::string& strText)
     std::filesystem::remove(strFile);
     auto* pScript = dynamic_cast<IPluginScript*>(pPlugin);
     std::string strWhy = "the plug-in takes no script";
+    if (pTree == nullptr)
+    {
+        Fail("the script cannot be read");
+    }
     for (const CTCPARSE_KEYWORD* pKey = pTree.get(); pKey != nullptr; pKey = pKey->next)
     {
         if (pScript == nullptr || pScript->Play(pKey, strWhy) != EScriptResult::Done)
@@ -73,12 +77,12 @@ CBenchHost::CBenchHost(uint32_t uVertices)
     GetTerrain().SetHeights(heights.data(), heights.size(), {{0, 0, 0}, {fSide, 0, fSide}});
 }
 
-void CBenchHost::SetBrush(const char* pszFunction, float fExtent)
+void CBenchHost::SetBrush(const char* pszFunction, float fExtent, const char* pszAttribs)
 {
     PlayText(m_Loader.GetPlugin(),
              "brush() { bitmap() { path( \"data/brushes/round.png\" ) } function( \"" +
-                 std::string(pszFunction) + "\" ) extent( " + std::to_string(fExtent) +
-                 " ) }\nmode( \"terraforming\" )\n");
+                 std::string(pszFunction) + "\" ) {" + pszAttribs + "} extent( " +
+                 std::to_string(fExtent) + " ) }\nmode( \"terraforming\" )\n");
 }
 
 void CBenchHost::Point(float fX, float fZ)

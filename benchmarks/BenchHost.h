@@ -18,7 +18,7 @@ public:
     explicit CBenchHost(uint32_t uVertices);
 
     // Makes a brush current: function "RelativeHeightFunction" and so on, footprint side in units.
-    void SetBrush(const char* pszFunction, float fExtent);
+    void SetBrush(const char* pszFunction, float fExtent, const char* pszAttribs = "");
     void Press(float fX, float fZ);
     void Move(float fX, float fZ);
     void Release(float fX, float fZ);

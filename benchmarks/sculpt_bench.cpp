@@ -1,4 +1,4 @@
-// What a designer waits for while sculpting: press, move, release, undo, and the height-map file.
+// What a designer waits for while sculpting: press, move, release, undo, and the files.
 // Each figure stands beside a yardstick taken in the same run; "ratio" is tool / yardstick.
 
 #include "benchmarks/BenchHost.h"
@@ -16,6 +16,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <string>
 
 namespace
 {
@@ -97,6 +98,34 @@ void OperationPoint(benchmark::State& state, const char* pszFunction)
         benchmark::DoNotOptimize(plain.data());
         ratio.Add(fTool, fPlain);
         state.SetIterationTime(fTool);
+    }
+    Report(state, ratio);
+}
+
+// One point of a blur over so many steps to each side, beside one over a single step: the cost must
+// not grow with the neighbourhood.
+void BlurPoint(benchmark::State& state)
+{
+    constexpr uint32_t uVertices = 1025;
+    constexpr float fCenter = 512.0F;
+    CBenchHost& bench = GetBenchHost(uVertices);
+    const auto time = [&bench](int64_t iSteps)
+    {
+        const std::string strAttribs =
+            "attrib( \"m_NeighbourhoodSize\", \"" + std::to_string(iSteps) + "\" )";
+        bench.SetBrush("BlurFunction", 255.0F, strAttribs.c_str());
+        bench.Press(fCenter, fCenter);
+        const double fTime = TakeTime([&] { bench.Move(fCenter, fCenter); });
+        bench.Release(fCenter, fCenter);
+        bench.GetHost().Undo();
+        return fTime;
+    };
+    CRatio ratio;
+    for (auto _ : state)
+    {
+        const double fTime = time(state.range(0));
+        ratio.Add(fTime, time(1));
+        state.SetIterationTime(fTime);
     }
     Report(state, ratio);
 }
@@ -240,6 +269,42 @@ void HeightFile(benchmark::State& state, bool bWrite)
     std::filesystem::remove(strPlain);
 }
 
+// The whole terrain as STL, beside the same bytes through plain write with fsync.
+void ExportStl(benchmark::State& state)
+{
+    constexpr uint32_t uVertices = 2049;
+    CTerrain& terrain = GetBenchHost(uVertices).GetTerrain();
+    const auto folder = std::filesystem::temp_directory_path();
+    const std::string strTool = (folder / "tellur-bench.stl").string();
+    const std::string strPlain = (folder / "tellur-bench.raw").string();
+    terrain.ExportToSTL(strTool.c_str(), nullptr);
+    std::vector<char> bytes(std::filesystem::file_size(strTool));
+    const int iStl = open(strTool.c_str(), O_RDONLY);
+    benchmark::DoNotOptimize(read(iStl, bytes.data(), bytes.size()));
+    close(iStl);
+    const auto writePlain = [&]
+    {
+        const std::string strPart = strPlain + ".part"; // safe, as the tool writes
+        const int iFile = open(strPart.c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0644);
+        benchmark::DoNotOptimize(write(iFile, bytes.data(), bytes.size()));
+        fsync(iFile);
+        close(iFile);
+        std::filesystem::rename(strPart, strPlain);
+    };
+    writePlain();
+    CRatio ratio;
+    for (auto _ : state)
+    {
+        const double fTool = TakeTime([&] { terrain.ExportToSTL(strTool.c_str(), nullptr); });
+        ratio.Add(fTool, TakeTime(writePlain));
+        state.SetIterationTime(fTool);
+    }
+    Report(state, ratio);
+    state.counters["MB"] = static_cast<double>(bytes.size()) * 1e-6;
+    std::filesystem::remove(strTool);
+    std::filesystem::remove(strPlain);
+}
+
 } // namespace
 
 BENCHMARK_CAPTURE(OperationPoint, RelativeHeight, "RelativeHeightFunction")
@@ -252,6 +317,14 @@ BENCHMARK_CAPTURE(OperationPoint, SetHeight, "SetHeightFunction")
     ->ArgsProduct({{64, 128, 256, 512, 1024}, {1025, 4097}})
     ->ArgNames({"footprint", "terrain"})
     ->Iterations(40)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BlurPoint)
+    ->Arg(2)
+    ->Arg(16)
+    ->Arg(128)
+    ->ArgName("steps")
+    ->Iterations(20)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(PressAndRelease, Press4097, true)
@@ -271,5 +344,6 @@ BENCHMARK_CAPTURE(HeightFile, Read4097, false)
     ->Iterations(8)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(ExportStl)->Iterations(8)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

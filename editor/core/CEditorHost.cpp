@@ -28,12 +28,14 @@ std::string GetText(const char* pszText)
 CEditorHost::CEditorHost(IHostFace& face)
     : m_Face(face)
     , m_FrontEndBefore(SetFrontEnd(face.GetFrontEnd()))
+    , m_ProgressBefore(SetProgressSink(this))
 {
 }
 
 CEditorHost::~CEditorHost()
 {
     DestroyPluginObjects();
+    SetProgressSink(m_ProgressBefore);
     SetFrontEnd(m_FrontEndBefore);
 }
 
@@ -328,4 +330,9 @@ void CEditorHost::RegisterActions(const std::vector<SActionDescriptor>& actions)
 int CEditorHost::PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t /*uReserved*/)
 {
     return m_Face.PickTerrain(view, point, hit) ? 1 : 0;
+}
+
+bool CEditorHost::OnProgress(const char* pszWhat, float fDone)
+{
+    return m_Face.OnProgress(pszWhat, fDone);
 }

@@ -6,6 +6,7 @@
 #include "editor/core/CUndoStack.h"
 #include "engine/world/CEngineHost.h"
 #include "host/EditorHost.h"
+#include "host/Progress.h"
 
 #include <string>
 
@@ -33,7 +34,7 @@ enum EMouseFlag : uint32_t
 // The host: the one implementation of EditorHost that the editor and the script player share. Owns
 // the engine with its world, the modes, the undo stack, the settings and all that the plug-in hands
 // over; asks its face for what needs a person. Owned by the program. UI thread.
-class CEditorHost : public EditorHost
+class CEditorHost : public EditorHost, public IProgressSink
 {
 public:
     explicit CEditorHost(IHostFace& face); // borrowed, outlives the host
@@ -146,6 +147,9 @@ public:
     void RegisterActions(const std::vector<SActionDescriptor>& actions) override;
     int PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t uReserved) override;
 
+    // IProgressSink, for the life of the host
+    bool OnProgress(const char* pszWhat, float fDone) override;
+
 private:
     void PrepareLevelChange();
     bool FinishLevelChange(); // true
@@ -153,6 +157,7 @@ private:
 
     IHostFace& m_Face;
     IFrontEnd* m_FrontEndBefore = nullptr;
+    IProgressSink* m_ProgressBefore = nullptr;
     CEngineHost m_Engine;
     CModeManager m_Modes;
     CUndoStack m_Undo;

@@ -48,6 +48,8 @@ public:
 
     void OnCaptionChanged(const char*) override {}
 
+    bool OnProgress(const char*, float) override { return true; }
+
 private:
     class CWindow : public IViewWindow
     {

@@ -56,4 +56,6 @@ public:
     virtual bool OpenPluginView(const CRuntimeClass* pClass) = 0;
     virtual void ClosePluginView() = 0;
     virtual void OnCaptionChanged(const char* pszCaption) = 0; // borrowed for the call
+    // As IProgressSink: shows how far the work is, false cancels it.
+    virtual bool OnProgress(const char* pszWhat, float fDone) = 0;
 };

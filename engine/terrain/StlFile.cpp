@@ -2,7 +2,9 @@
 
 #include "host/FileSystem.h"
 #include "host/Log.h"
+#include "host/Progress.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -14,43 +16,13 @@ static_assert(std::endian::native == std::endian::little, "records are written a
 namespace
 {
 
+constexpr const char* TASK = "Export terrain to STL"; // as progress shows it
 constexpr size_t HEADER_BYTES = 80;
 constexpr size_t TRIANGLE_BYTES = 50; // normal, three corners, one 16-bit word that stays 0
-constexpr size_t BUFFER_TRIANGLES = 4096;
-
-// Collects triangles and writes them a buffer at a time.
-class CTriangleStream
-{
-public:
-    explicit CTriangleStream(fs::file& file)
-        : m_File(file)
-        , m_Buffer(BUFFER_TRIANGLES * TRIANGLE_BYTES)
-    {
-    }
-
-    // Twelve floats: normal, then the corners counter-clockwise seen from above.
-    void Add(const std::array<float, 12>& triangle)
-    {
-        std::memcpy(m_Buffer.data() + m_Used, triangle.data(), sizeof(triangle));
-        m_Used += TRIANGLE_BYTES;
-        if (m_Used == m_Buffer.size())
-        {
-            Flush();
-        }
-    }
-
-    // A write that failed makes the file's close fail.
-    void Flush()
-    {
-        m_File.write(m_Buffer.data(), m_Used);
-        m_Used = 0;
-    }
-
-private:
-    fs::file& m_File;
-    std::vector<uint8_t> m_Buffer;
-    size_t m_Used = 0;
-};
+constexpr size_t CELL_BYTES = 2 * TRIANGLE_BYTES;
+constexpr size_t WRITE_BYTES = size_t{256} << 10; // whole pages at whole pages of the file
+constexpr uint32_t RUN_CELLS = 1024;
+constexpr uint32_t REPORTS = 100;
 
 // The first and one past the last cell wholly inside [fMin, fMax]. A bound that misses a vertex by
 // less than a thousandth of a cell is on it: boxes come from 32-bit positions.
@@ -81,34 +53,155 @@ SVertexRect GetCells(const SHeightView& view, const SExtents* pBox)
     return {uMinX, uMinZ, uEndX, uEndZ};
 }
 
-SVec3 MakeNormal(float fSlopeX, float fSlopeZ)
+// Unit normals of the triangles of one kind in a row of cells.
+struct SNormals
 {
-    const float fScale = 1.0F / std::sqrt(1.0F + fSlopeX * fSlopeX + fSlopeZ * fSlopeZ);
-    return {-fSlopeX * fScale, fSlopeZ * fScale, fScale};
+    float afX[RUN_CELLS];
+    float afY[RUN_CELLS];
+    float afZ[RUN_CELLS];
+};
+
+// pEdge: the row of heights that the triangles' edges along x lie on; pNorth, pSouth: both ends of
+// their edges along the other axis. A plain loop over arrays: square roots and divisions are what
+// the export spends its time on, and so four of them are done at once.
+void ComputeNormals(const float* pEdge,
+                    const float* pNorth,
+                    const float* pSouth,
+                    const SHeightView& view,
+                    uint32_t nCells,
+                    SNormals& normals)
+{
+    const float fStepX = view.fStepX;
+    const float fStepZ = view.fStepZ;
+    for (uint32_t i = 0; i < nCells; ++i)
+    {
+        const float fSlopeX = (pEdge[i + 1] - pEdge[i]) / fStepX;
+        const float fSlopeZ = (pSouth[i] - pNorth[i]) / fStepZ;
+        const float fScale = 1.0F / std::sqrt(1.0F + fSlopeX * fSlopeX + fSlopeZ * fSlopeZ);
+        normals.afX[i] = -fSlopeX * fScale;
+        normals.afY[i] = fSlopeZ * fScale;
+        normals.afZ[i] = fScale;
+    }
 }
 
-void AddCell(const SHeightView& view, uint32_t uX, uint32_t uZ, CTriangleStream& stream)
+// Twelve floats: normal, then the corners counter-clockwise seen from above.
+void StoreTriangle(uint8_t* pDest, const std::array<float, 12>& triangle)
 {
-    const float* pUpper = view.pHeights + static_cast<size_t>(uZ) * view.uSizeX + uX;
-    const float* pLower = pUpper + view.uSizeX;
-    const float fX0 = static_cast<float>(uX) * view.fStepX;
-    const float fX1 = static_cast<float>(uX + 1) * view.fStepX;
-    const float fY0 = -static_cast<float>(uZ) * view.fStepZ;
-    const float fY1 = -static_cast<float>(uZ + 1) * view.fStepZ;
-    const SVec3 first =
-        MakeNormal((pUpper[1] - pUpper[0]) / view.fStepX, (pLower[0] - pUpper[0]) / view.fStepZ);
-    const SVec3 second =
-        MakeNormal((pLower[1] - pLower[0]) / view.fStepX, (pLower[1] - pUpper[1]) / view.fStepZ);
-    // clang-format off
-    stream.Add({first.x, first.y, first.z,
-                fX0, fY0, pUpper[0],
-                fX0, fY1, pLower[0],
-                fX1, fY0, pUpper[1]});
-    stream.Add({second.x, second.y, second.z,
-                fX1, fY0, pUpper[1],
-                fX0, fY1, pLower[0],
-                fX1, fY1, pLower[1]});
-    // clang-format on
+    constexpr uint16_t ATTRIBUTES = 0;
+    std::memcpy(pDest, triangle.data(), sizeof(triangle));
+    std::memcpy(pDest + sizeof(triangle), &ATTRIBUTES, sizeof(ATTRIBUTES));
+}
+
+// Makes the file's bytes and writes them through a buffer of fixed size.
+class CStlStream
+{
+public:
+    CStlStream(fs::file& file, const SHeightView& view)
+        : m_File(file)
+        , m_View(view)
+        , m_Buffer(WRITE_BYTES + CELL_BYTES)
+    {
+    }
+
+    void AddHeader(uint32_t uTriangles)
+    {
+        constexpr char TEXT[] = "terrain, z up"; // must not begin with "solid"
+        std::memcpy(m_Buffer.data(), TEXT, sizeof(TEXT));
+        std::memcpy(m_Buffer.data() + HEADER_BYTES, &uTriangles, sizeof(uTriangles));
+        m_Used = HEADER_BYTES + sizeof(uTriangles);
+    }
+
+    // False when the file takes no more; its close then fails too.
+    bool AddRow(uint32_t uZ, uint32_t uMinX, uint32_t uEndX)
+    {
+        uint32_t nRun = 0;
+        for (uint32_t x = uMinX; x < uEndX; x += nRun)
+        {
+            const auto nRoom =
+                static_cast<uint32_t>((WRITE_BYTES - m_Used + CELL_BYTES - 1) / CELL_BYTES);
+            nRun = std::min({uEndX - x, nRoom, RUN_CELLS});
+            StoreCells(uZ, x, nRun);
+            m_Used += nRun * CELL_BYTES;
+            if (m_Used >= WRITE_BYTES && !Write(WRITE_BYTES))
+            {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    void Flush() { Write(m_Used); }
+
+private:
+    void StoreCells(uint32_t uZ, uint32_t uX, uint32_t nCells);
+
+    // What lies behind nBytes, less than a cell, moves to the front.
+    bool Write(size_t nBytes)
+    {
+        const bool bGood = m_File.write(m_Buffer.data(), nBytes) == nBytes;
+        m_Used -= nBytes;
+        std::memcpy(m_Buffer.data(), m_Buffer.data() + nBytes, m_Used);
+        return bGood;
+    }
+
+    fs::file& m_File;
+    const SHeightView& m_View;
+    std::vector<uint8_t> m_Buffer;
+    size_t m_Used = 0;
+    SNormals m_First = {};
+    SNormals m_Second = {};
+};
+
+// The hot loop: it makes 1.7 GB for 4097 x 4097 vertices.
+void CStlStream::StoreCells(uint32_t uZ, uint32_t uX, uint32_t nCells)
+{
+    const float* pUpper = m_View.pHeights + static_cast<size_t>(uZ) * m_View.uSizeX + uX;
+    const float* pLower = pUpper + m_View.uSizeX;
+    ComputeNormals(pUpper, pUpper, pLower, m_View, nCells, m_First);
+    ComputeNormals(pLower, pUpper + 1, pLower + 1, m_View, nCells, m_Second);
+    const float fY0 = 0.0F - static_cast<float>(uZ) * m_View.fStepZ; // no negative zero
+    const float fY1 = 0.0F - static_cast<float>(uZ + 1) * m_View.fStepZ;
+    uint8_t* pDest = m_Buffer.data() + m_Used;
+    for (uint32_t i = 0; i < nCells; ++i, pDest += CELL_BYTES)
+    {
+        const float fX0 = static_cast<float>(uX + i) * m_View.fStepX;
+        const float fX1 = static_cast<float>(uX + i + 1) * m_View.fStepX;
+        // clang-format off
+        StoreTriangle(pDest, {m_First.afX[i], m_First.afY[i], m_First.afZ[i],
+                              fX0, fY0, pUpper[i],
+                              fX0, fY1, pLower[i],
+                              fX1, fY0, pUpper[i + 1]});
+        StoreTriangle(pDest + TRIANGLE_BYTES,
+                             {m_Second.afX[i], m_Second.afY[i], m_Second.afZ[i],
+                              fX1, fY0, pUpper[i + 1],
+                              fX0, fY1, pLower[i],
+                              fX1, fY1, pLower[i + 1]});
+        // clang-format on
+    }
+}
+
+// False when the user cancelled. A file that takes no more ends it early too: its close fails.
+bool WriteCells(fs::file& file, const SHeightView& view, const SVertexRect& cells)
+{
+    const uint32_t nRows = cells.uEndZ - cells.uMinZ;
+    const uint32_t nBlock = std::max(nRows / REPORTS, 1U);
+    const uint32_t nColumns = cells.uEndX - cells.uMinX;
+    CStlStream stream(file, view);
+    stream.AddHeader(2 * nColumns * nRows); // at most 2^29
+    for (uint32_t z = 0; z < nRows; ++z)
+    {
+        if (z % nBlock == 0 &&
+            !ReportProgress(TASK, static_cast<float>(z) / static_cast<float>(nRows)))
+        {
+            return false;
+        }
+        if (!stream.AddRow(cells.uMinZ + z, cells.uMinX, cells.uEndX))
+        {
+            return true;
+        }
+    }
+    stream.Flush();
+    return ReportProgress(TASK, 1.0F);
 }
 
 } // namespace
@@ -128,22 +221,12 @@ bool WriteStlFile(const char* pszPath, const SHeightView& view, const SExtents* 
         CrashLog("[WriteStlFile] %s\n", file.last_error().get_error_text());
         return false;
     }
-    std::array<char, HEADER_BYTES> header{};
-    std::memcpy(header.data(), "terrain, z up", 13);
-    const uint32_t uTriangles =
-        2 * (cells.uEndX - cells.uMinX) * (cells.uEndZ - cells.uMinZ); // at most 2^29
-    file.write(header.data(), header.size());
-    file.write(&uTriangles, sizeof(uTriangles));
-
-    CTriangleStream stream(file);
-    for (uint32_t z = cells.uMinZ; z < cells.uEndZ; ++z)
+    if (!WriteCells(file, view, cells))
     {
-        for (uint32_t x = cells.uMinX; x < cells.uEndX; ++x)
-        {
-            AddCell(view, x, z, stream);
-        }
+        file.discard();
+        LogR("[WriteStlFile] %s: cancelled\n", pszName);
+        return false;
     }
-    stream.Flush();
     if (!file.close())
     {
         CrashLog("[WriteStlFile] %s\n", file.last_error().get_error_text());

@@ -2,6 +2,7 @@
 #include "editor/core/CHeadlessFace.h"
 #include "framework/core/CToolBar.h"
 #include "host/FileSystem.h"
+#include "host/Progress.h"
 #include "host/Terrain.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
@@ -151,12 +152,14 @@ TEST_F(CEditorHostTest, IgnoresMenusSettingsAndToolBarsThatItCannotUse)
     EXPECT_TRUE(m_Host.GetSettings().GetRegistered().empty());
 }
 
-TEST(CEditorHost, MakesItsFacesFrontEndCurrentForItsLife)
+TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
 {
     class CFace : public CHeadlessFace
     {
     public:
         IFrontEnd* GetFrontEnd() override { return &frontEnd; }
+
+        bool OnProgress(const char*, float fDone) override { return fDone < 0.5F; }
 
         CFakeFrontEnd frontEnd;
     };
@@ -166,6 +169,9 @@ TEST(CEditorHost, MakesItsFacesFrontEndCurrentForItsLife)
     {
         const CEditorHost host(face);
         EXPECT_EQ(&GetFrontEnd(), &face.frontEnd);
+        EXPECT_TRUE(ReportProgress("Work", 0.25F));
+        EXPECT_FALSE(ReportProgress("Work", 0.75F));
     }
     EXPECT_EQ(&GetFrontEnd(), &before);
+    EXPECT_TRUE(ReportProgress("Work", 0.75F));
 }

@@ -1,4 +1,5 @@
 #include "engine/terrain/CTerrain.h"
+#include "host/Progress.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
 
@@ -6,6 +7,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <filesystem>
 
 namespace
 {
@@ -40,6 +42,8 @@ std::vector<STriangle> ReadTriangles(const std::string& strPath)
     for (size_t i = 0; i < triangles.size(); ++i)
     {
         std::memcpy(&triangles[i], strBytes.data() + 84 + i * 50, sizeof(STriangle));
+        EXPECT_EQ(strBytes.compare(132 + i * 50, 2, std::string(2, '\0')), 0)
+            << "attributes of " << i;
     }
     return triangles;
 }
@@ -96,18 +100,73 @@ TEST_F(StlFile, TrianglesLieOnTheTerrainFaceUpwardAndCoverTheBox)
     }
 }
 
-TEST_F(StlFile, MoreTrianglesThanTheBufferHoldsArriveComplete)
+TEST_F(StlFile, RowsLongerThanTheBufferArriveComplete)
 {
     SHeightField field;
-    field.Allocate(101, 101);
-    field.size = {100, 1, 100};
+    field.Allocate(3001, 5);
+    field.size = {3000, 1, 4};
     CTerrain large(std::move(field));
+    EXPECT_FALSE(large.ExportToSTL("/dev/full", nullptr));
+    EXPECT_EQ(m_Log.GetText(), "[WriteStlFile] /dev/full: No space left on device\n");
     ASSERT_TRUE(large.ExportToSTL(m_Path.c_str(), nullptr));
     const std::vector<STriangle> triangles = ReadTriangles(m_Path);
-    ASSERT_EQ(triangles.size(), 20000U);
-    EXPECT_EQ(triangles[4096].corners[0].x, 48.0F) << "row 20, cell 48";
-    EXPECT_EQ(triangles[4096].corners[0].y, -20.0F);
-    EXPECT_EQ(triangles.back().corners[2].y, -100.0F);
+    ASSERT_EQ(triangles.size(), 24000U);
+    for (size_t i = 0; i < triangles.size(); ++i)
+    {
+        const auto& [first, second, third] = triangles[i].corners;
+        const auto fWest = static_cast<float>(i / 2 % 3000);
+        const auto fSouth = -static_cast<float>(i / 6000 + 1);
+        ASSERT_EQ(triangles[i].normal.z, 1.0F) << i;
+        ASSERT_EQ(first.x, i % 2 == 0 ? fWest : fWest + 1.0F) << i;
+        ASSERT_EQ(first.y, fSouth + 1.0F) << i;
+        ASSERT_EQ(third.y, i % 2 == 0 ? fSouth + 1.0F : fSouth) << i;
+        ASSERT_EQ(second.x + second.y, fWest + fSouth) << i;
+    }
+}
+
+TEST_F(StlFile, ReportsProgressEvenlyAndACancelKeepsTheOldFile)
+{
+    class CSink : public IProgressSink
+    {
+    public:
+        bool OnProgress(const char* pszWhat, float fDone) override
+        {
+            EXPECT_STREQ(pszWhat, "Export terrain to STL");
+            done.push_back(fDone);
+            return fDone < fEnd;
+        }
+
+        std::vector<float> done;
+        float fEnd = 2.0F;
+    };
+
+    SHeightField field;
+    field.Allocate(3, 501);
+    field.size = {2, 1, 500};
+    CTerrain large(std::move(field));
+    CSink sink;
+    IProgressSink* const pBefore = SetProgressSink(&sink);
+    ASSERT_TRUE(large.ExportToSTL(m_Path.c_str(), nullptr));
+    ASSERT_EQ(sink.done.size(), 101U);
+    for (size_t i = 0; i < sink.done.size(); ++i)
+    {
+        EXPECT_FLOAT_EQ(sink.done[i], static_cast<float>(i) / 100.0F);
+    }
+    for (const float fEnd : {0.0F, 0.5F, 1.0F})
+    {
+        SCOPED_TRACE(fEnd);
+        WriteBytes(m_Path, "old");
+        sink.done.clear();
+        sink.fEnd = fEnd;
+        EXPECT_FALSE(large.ExportToSTL(m_Path.c_str(), nullptr));
+        EXPECT_EQ(sink.done.back(), fEnd) << "no work after the cancel";
+        EXPECT_EQ(m_Log.TakeLines(),
+                  std::vector<std::string>{"[WriteStlFile] " + m_Path + ": cancelled"});
+        EXPECT_EQ(ReadBytes(m_Path), "old");
+        const std::filesystem::directory_iterator entries(m_Folder.GetFolder());
+        EXPECT_EQ(std::distance(begin(entries), end(entries)), 1) << "nothing beside the old file";
+    }
+    EXPECT_EQ(SetProgressSink(pBefore), &sink);
 }
 
 TEST_F(StlFile, RefusesABoxWithoutACellAndAPathItCannotWrite)
