@@ -1,7 +1,12 @@
+#include "engine/elevation/AsciiGridReader.h"
+#include "engine/elevation/GeoTiffReader.h"
+#include "engine/elevation/GreyPngReader.h"
+#include "engine/elevation/HgtReader.h"
+#include "engine/elevation/NpyReader.h"
+#include "engine/elevation/RawReader.h"
+#include "engine/elevation/VoidFiller.h"
 #include "engine/terrain/HeightFile.h"
 #include "host/Log.h"
-#include "tools/height/HgtReader.h"
-#include "tools/height/NpyReader.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -79,10 +84,28 @@ void FuzzSamples(FDecode pDecode, std::span<const uint8_t> bytes)
     const bool bRead = pDecode(bytes, grid, strFault);
     Require(bRead == strFault.empty() && strFault.find('\n') == std::string::npos);
     Require(grid.samples.size() == size_t{grid.uColumns} * grid.uRows);
+    // Filling takes a pass for each ring of a hole; larger grids would only be slow.
+    constexpr size_t MAX_FILLED = 1 << 16;
+    const bool bFilled = grid.samples.size() <= MAX_FILLED && FillVoids(grid) < grid.samples.size();
     for (const float fSample : grid.samples)
     {
-        Require(std::isfinite(fSample));
+        Require(std::isfinite(fSample) || (std::isnan(fSample) && !bFilled));
     }
+}
+
+// The first byte gives the layout.
+bool DecodeAnyRaw(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& strFault)
+{
+    SRawLayout layout;
+    if (!bytes.empty())
+    {
+        layout.bFloat = (bytes[0] & 1U) != 0;
+        layout.eByteOrder = (bytes[0] & 2U) != 0 ? EByteOrder::Big : EByteOrder::Little;
+        layout.uColumns = bytes[0] >> 5U;
+        layout.uRows = bytes[0] >> 2U & 7U;
+        bytes = bytes.subspan(1);
+    }
+    return DecodeRaw(bytes, layout, grid, strFault);
 }
 
 } // namespace
@@ -95,18 +118,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, size_t nBytes)
         return 0;
     }
     const std::span<const uint8_t> bytes(pData + 1, nBytes - 1);
-    switch (pData[0] % 4)
+    constexpr FDecode DECODERS[] = {
+        &DecodeNpy, &DecodeHgt, &DecodeGreyPng, &DecodeAnyRaw, &DecodeGeoTiff, &DecodeAsciiGrid};
+    const size_t nReader = pData[0] % (2 + std::size(DECODERS));
+    if (nReader < 2)
     {
-    case 0:
-    case 1:
-        FuzzHeightFile({bytes.begin(), bytes.end()}, pData[0] % 4 == 1);
-        break;
-    case 2:
-        FuzzSamples(&DecodeNpy, bytes);
-        break;
-    default:
-        FuzzSamples(&DecodeHgt, bytes);
-        break;
+        FuzzHeightFile({bytes.begin(), bytes.end()}, nReader == 1);
+    }
+    else
+    {
+        FuzzSamples(DECODERS[nReader - 2], bytes);
     }
     return 0;
 }

@@ -1,120 +1,87 @@
 #include "tools/height/Convert.h"
 
+#include "engine/elevation/HeightImport.h"
 #include "engine/terrain/HeightFile.h"
-#include "host/Log.h"
-#include "tools/height/Resample.h"
-#include "tools/height/SampleFile.h"
 
-#include <algorithm>
-#include <cfloat>
 #include <cstdio>
+#include <new>
 
 namespace
 {
 
-void PrintAssumptions(const SHeightOptions& options, const SHeightField& field)
+bool IsScaleSaid(double dWhite, double dUnit)
 {
-    if (options.uSize == 0)
+    return dWhite > 0.0 || dUnit > 0.0;
+}
+
+// From terrain to file the scale and the byte order that are said are the file's. What is said of
+// the output by itself wins.
+void MoveToOutput(SImportOptions& in, SExportOptions& out)
+{
+    if (!IsScaleSaid(out.dWhite, out.dUnit))
     {
-        std::printf("assumed: %u vertices a side, the nearest supported size (--size)\n",
-                    field.uSizeX);
+        out.dWhite = in.dWhite;
+        out.dUnit = in.dUnit;
     }
-    if (options.fWidth == 0.0F && options.fSpacingX == 0.0F)
+    out.eByteOrder = out.eByteOrder == EByteOrder::None ? in.eByteOrder : out.eByteOrder;
+    in.dWhite = 0.0;
+    in.dUnit = 0.0;
+}
+
+void ChooseScales(const SHeightOptions& options,
+                  EElevationFormat eTo,
+                  SImportOptions& in,
+                  SExportOptions& out)
+{
+    constexpr double FULL_CODE = 65535.0;
+    const EElevationFormat eFrom = FindFormatOfFile(options.inputs[0].c_str());
+    if (eFrom == EElevationFormat::Height && eTo != EElevationFormat::Height)
     {
-        std::printf("assumed: one terrain unit between samples along x (--spacing-x, --width)\n");
+        MoveToOutput(in, out);
+        return;
     }
-    if (options.fDepth == 0.0F && options.fSpacingZ == 0.0F)
+    const bool bCodes = HoldsCodes(eFrom, false) && HoldsCodes(eTo, false);
+    if (bCodes && !IsScaleSaid(in.dWhite, in.dUnit) && !IsScaleSaid(out.dWhite, out.dUnit))
     {
-        std::printf("assumed: one terrain unit between samples along z (--spacing-z, --depth)\n");
-    }
-    if (options.fMaxHeight == 0.0F)
-    {
-        std::printf("assumed: maximum height %.7g (--max-height)\n",
-                    static_cast<double>(field.size.y));
+        // From codes to codes: they stay what they are.
+        in.dWhite = FULL_CODE;
+        out.dWhite = FULL_CODE;
     }
 }
 
-void PrintReport(const SHeightOptions& options, const SSampleGrid& grid, const SHeightField& field)
+void Print(const std::vector<std::string>& lines)
 {
-    const float* pHeights = field.pHeights.get();
-    const auto [pLow, pHigh] = std::minmax_element(pHeights, pHeights + field.GetCount());
-    std::printf("%s: %u x %u samples\n", options.inputs[0].c_str(), grid.uColumns, grid.uRows);
-    if (grid.nFilledVoids > 0)
+    for (const std::string& strLine : lines)
     {
-        std::printf("voids: %zu samples filled from their neighbours\n", grid.nFilledVoids);
+        std::printf("%s\n", strLine.c_str());
     }
-    std::printf("%s: %u x %u vertices\n", options.strOutput.c_str(), field.uSizeX, field.uSizeZ);
-    std::printf("size: %.7g x %.7g, maximum height %.7g\n",
-                static_cast<double>(field.size.x),
-                static_cast<double>(field.size.z),
-                static_cast<double>(field.size.y));
-    std::printf("range: %.7g to %.7g\n", static_cast<double>(*pLow), static_cast<double>(*pHigh));
-    std::printf("step: %.7g x %.7g\n",
-                static_cast<double>(field.size.x) / (field.uSizeX - 1),
-                static_cast<double>(field.size.z) / (field.uSizeZ - 1));
-    PrintAssumptions(options, field);
-    if (*pLow < 0.0F)
-    {
-        std::printf("note: heights below 0 cannot be edited\n");
-    }
-    if (*pHigh > field.size.y)
-    {
-        std::printf("note: heights above the maximum height stay until they are edited\n");
-    }
-}
-
-float GetLength(float fLength, float fSpacing, uint32_t uSamples)
-{
-    return fLength > 0.0F ? fLength
-                          : (fSpacing > 0.0F ? fSpacing : 1.0F) * static_cast<float>(uSamples - 1);
+    std::fflush(stdout);
 }
 
 } // namespace
 
-float GetDefaultMaxHeight(float fHighest)
-{
-    if (!(fHighest > 0.0F))
-    {
-        return 1000.0F;
-    }
-    double dUnit = 1.0;
-    while (5.0 * dUnit <= fHighest)
-    {
-        dUnit *= 10.0;
-    }
-    double dMaxHeight = 5.0 * dUnit;
-    dMaxHeight = 2.0 * dUnit > fHighest ? 2.0 * dUnit : dMaxHeight;
-    dMaxHeight = dUnit > fHighest ? dUnit : dMaxHeight;
-    return static_cast<float>(std::min<double>(dMaxHeight, FLT_MAX));
-}
-
 bool Convert(const SHeightOptions& options)
 {
-    SSampleGrid grid;
-    if (!ReadSamples(options.inputs[0], grid))
-    {
-        return false;
-    }
+    const char* pszOutput = options.strOutput.c_str();
+    const EElevationFormat eTo = FindFormatByName(pszOutput);
+    SImportOptions in = options.import;
+    SExportOptions out = options.output;
+    ChooseScales(options, eTo, in, out);
+    const bool bToTerrain = eTo == EElevationFormat::Height;
+    in.eFit = bToTerrain || options.bFitGiven ? in.eFit : EFit::Keep;
     SHeightField field;
-    const uint32_t uSize =
-        options.uSize > 0 ? options.uSize : GetNearestSize(grid.uColumns, grid.uRows);
-    if (!field.Allocate(uSize, uSize))
-    {
-        CrashLog("[Convert] %s: not enough memory for %u x %u vertices\n",
-                 options.strOutput.c_str(),
-                 uSize,
-                 uSize);
-        return false;
-    }
-    Resample(grid, uSize, uSize, field.pHeights.get());
-    const float fHighest = *std::max_element(grid.samples.begin(), grid.samples.end());
-    field.size = {GetLength(options.fWidth, options.fSpacingX, grid.uColumns),
-                  options.fMaxHeight > 0.0F ? options.fMaxHeight : GetDefaultMaxHeight(fHighest),
-                  GetLength(options.fDepth, options.fSpacingZ, grid.uRows)};
-    if (!WriteHeightFile(options.strOutput.c_str(), field.pHeights.get(), uSize, uSize, field.size))
+    SImportReport report;
+    if (!ImportHeights(options.inputs[0].c_str(), in, field, report))
     {
         return false;
     }
-    PrintReport(options, grid, field);
-    return true;
+    const SSampleView view{field.pHeights.get(), field.uSizeX, field.uSizeZ};
+    SExportPlan plan;
+    if (!PlanExport(pszOutput, view, field.size, out, plan))
+    {
+        return false;
+    }
+    Print(report.lines);
+    Print(plan.lines);
+    return ExportHeights(pszOutput, view, field.size, plan);
 }

@@ -4,39 +4,54 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <optional>
+#include <variant>
 
 namespace
 {
 
 using EAction = SHeightOptions::EAction;
 
-struct SLengthOption
+// Commands that know an option.
+constexpr uint32_t CONVERT = 1;
+constexpr uint32_t PICTURE = 2;
+constexpr uint32_t INFO = 4;
+
+struct SOption
 {
     const char* pszName;
-    float SHeightOptions::*pValue;
+    uint32_t uCommands;
+    // What is filled: lengths and heights above 0, counts within their range, places from 0.
+    std::variant<float*, double*, uint32_t*, std::optional<uint32_t>*, EByteOrder*, EFit*> target;
+    uint32_t uLowest = 0;
+    uint32_t uHighest = 0;
 };
 
-constexpr SLengthOption LENGTH_OPTIONS[] = {
-    {"--width", &SHeightOptions::fWidth},
-    {"--depth", &SHeightOptions::fDepth},
-    {"--spacing-x", &SHeightOptions::fSpacingX},
-    {"--spacing-z", &SHeightOptions::fSpacingZ},
-    {"--max-height", &SHeightOptions::fMaxHeight},
-};
-
-struct SCountOption
+std::vector<SOption> ListOptions(SHeightOptions& o)
 {
-    const char* pszName;
-    EAction eAction;
-    uint32_t SHeightOptions::*pValue;
-};
-
-constexpr SCountOption COUNT_OPTIONS[] = {
-    {"--size", EAction::Convert, &SHeightOptions::uSize},
-    {"--pixels", EAction::Picture, &SHeightOptions::uPixels},
-};
-
-constexpr uint32_t MAX_COUNT = 16385;
+    constexpr uint32_t MAX_VERTICES = 16385;
+    SImportOptions& in = o.import;
+    return {
+        {"--size", CONVERT, &in.uSize, 2, MAX_VERTICES},
+        {"--pixels", PICTURE, &o.uPixels, 2, MAX_VERTICES},
+        {"--columns", CONVERT | INFO, &in.uColumns, MIN_SAMPLES, MAX_SAMPLES},
+        {"--rows", CONVERT | INFO, &in.uRows, MIN_SAMPLES, MAX_SAMPLES},
+        {"--byte-order", CONVERT | INFO, &in.eByteOrder},
+        {"--out-byte-order", CONVERT, &o.output.eByteOrder},
+        {"--white", CONVERT, &in.dWhite},
+        {"--unit", CONVERT, &in.dUnit},
+        {"--out-white", CONVERT, &o.output.dWhite},
+        {"--out-unit", CONVERT, &o.output.dUnit},
+        {"--max-height", CONVERT, &in.fMaxHeight},
+        {"--fit", CONVERT, &in.eFit},
+        {"--crop-x", CONVERT, &in.cropX, 0, MAX_SAMPLES},
+        {"--crop-z", CONVERT, &in.cropZ, 0, MAX_SAMPLES},
+        {"--width", CONVERT, &in.fWidth},
+        {"--depth", CONVERT, &in.fDepth},
+        {"--spacing-x", CONVERT, &in.fSpacingX},
+        {"--spacing-z", CONVERT, &in.fSpacingZ},
+    };
+}
 
 template <typename TValue> bool ReadWhole(const char* pszText, TValue& value)
 {
@@ -45,23 +60,81 @@ template <typename TValue> bool ReadWhole(const char* pszText, TValue& value)
     return error == std::errc() && pRead == pEnd;
 }
 
-const SLengthOption* FindLength(EAction eAction, const char* pszName)
+template <typename TEnum>
+bool ReadName(const char* pszText, TEnum& eValue, const std::pair<const char*, TEnum> (&names)[2])
 {
-    const auto* pFound = std::find_if(std::begin(LENGTH_OPTIONS),
-                                      std::end(LENGTH_OPTIONS),
-                                      [pszName](const SLengthOption& o)
-                                      { return !std::strcmp(o.pszName, pszName); });
-    return eAction == EAction::Convert && pFound != std::end(LENGTH_OPTIONS) ? pFound : nullptr;
+    for (const auto& [pszName, eNamed] : names)
+    {
+        if (std::strcmp(pszText, pszName) == 0)
+        {
+            eValue = eNamed;
+            return true;
+        }
+    }
+    return false;
 }
 
-const SCountOption* FindCount(EAction eAction, const char* pszName)
+// Reads the value of one option; each overload gives what it needs, empty when it was that.
+class CValueReader
 {
-    const auto* pFound =
-        std::find_if(std::begin(COUNT_OPTIONS),
-                     std::end(COUNT_OPTIONS),
-                     [=](const SCountOption& o)
-                     { return o.eAction == eAction && std::strcmp(o.pszName, pszName) == 0; });
-    return pFound != std::end(COUNT_OPTIONS) ? pFound : nullptr;
+public:
+    CValueReader(const SOption& option, const char* pszValue)
+        : m_Option(option)
+        , m_Value(pszValue)
+    {
+    }
+
+    template <typename TNumber> std::string operator()(TNumber* pNumber) const
+    {
+        TNumber number = 0;
+        if (!ReadWhole(m_Value, number) || !std::isfinite(number) || !(number > 0))
+        {
+            return "a number above 0";
+        }
+        *pNumber = number;
+        return "";
+    }
+
+    std::string operator()(uint32_t* pCount) const
+    {
+        uint32_t uCount = 0;
+        if (!ReadWhole(m_Value, uCount) || uCount < m_Option.uLowest || uCount > m_Option.uHighest)
+        {
+            return "a whole number from " + std::to_string(m_Option.uLowest) + " to " +
+                   std::to_string(m_Option.uHighest);
+        }
+        *pCount = uCount;
+        return "";
+    }
+
+    std::string operator()(std::optional<uint32_t>* pPlace) const
+    {
+        return (*this)(&pPlace->emplace());
+    }
+
+    std::string operator()(EByteOrder* pOrder) const
+    {
+        return ReadName(
+                   m_Value, *pOrder, {{"little", EByteOrder::Little}, {"big", EByteOrder::Big}})
+                   ? ""
+                   : "little or big";
+    }
+
+    std::string operator()(EFit* pFit) const
+    {
+        return ReadName(m_Value, *pFit, {{"resample", EFit::Resample}, {"crop", EFit::Crop}})
+                   ? ""
+                   : "resample or crop";
+    }
+
+private:
+    const SOption& m_Option;
+    const char* m_Value;
+};
+
+uint32_t GetCommand(EAction eAction)
+{
+    return eAction == EAction::Convert ? CONVERT : eAction == EAction::Picture ? PICTURE : INFO;
 }
 
 // pszValue: null when the line ends before it.
@@ -70,9 +143,14 @@ bool ReadOption(SHeightOptions& options,
                 const char* pszValue,
                 std::string& strFault)
 {
-    const SLengthOption* pLength = FindLength(options.eAction, pszName);
-    const SCountOption* pCount = FindCount(options.eAction, pszName);
-    if (pLength == nullptr && pCount == nullptr)
+    const uint32_t uCommand = GetCommand(options.eAction);
+    const std::vector<SOption> known = ListOptions(options);
+    const auto found =
+        std::find_if(known.begin(),
+                     known.end(),
+                     [=](const SOption& o)
+                     { return (o.uCommands & uCommand) != 0 && !std::strcmp(o.pszName, pszName); });
+    if (found == known.end())
     {
         strFault = std::string("unknown option ") + pszName;
         return false;
@@ -82,42 +160,64 @@ bool ReadOption(SHeightOptions& options,
         strFault = std::string(pszName) + " needs a value";
         return false;
     }
-    if (pLength != nullptr)
+    const std::string strNeed = std::visit(CValueReader(*found, pszValue), found->target);
+    if (!strNeed.empty())
     {
-        float& fValue = options.*pLength->pValue;
-        if (!ReadWhole(pszValue, fValue) || !std::isfinite(fValue) || !(fValue > 0.0F))
-        {
-            strFault = std::string(pszName) + " needs a number above 0";
-        }
-        return strFault.empty();
+        strFault = std::string(pszName) + " needs " + strNeed;
     }
-    uint32_t& uValue = options.*pCount->pValue;
-    if (!ReadWhole(pszValue, uValue) || uValue < 2 || uValue > MAX_COUNT)
-    {
-        strFault = std::string(pszName) + " needs a whole number from 2 to 16385";
-    }
+    options.bFitGiven =
+        options.bFitGiven || !std::strcmp(pszName, "--fit") || !std::strcmp(pszName, "--size");
     return strFault.empty();
+}
+
+// Which options cannot stand together; empty when all can.
+std::string FindContradiction(const SHeightOptions& options)
+{
+    const SImportOptions& in = options.import;
+
+    const struct
+    {
+        bool bBoth;
+        const char* pszFirst;
+        const char* pszSecond;
+    } aPairs[] = {
+        {in.fWidth > 0.0F && in.fSpacingX > 0.0F, "--width", "--spacing-x"},
+        {in.fDepth > 0.0F && in.fSpacingZ > 0.0F, "--depth", "--spacing-z"},
+        {in.dWhite > 0.0 && in.dUnit > 0.0, "--white", "--unit"},
+        {options.output.dWhite > 0.0 && options.output.dUnit > 0.0, "--out-white", "--out-unit"},
+    };
+
+    for (const auto& [bBoth, pszFirst, pszSecond] : aPairs)
+    {
+        if (bBoth)
+        {
+            return std::string(pszFirst) + " and " + pszSecond + " say the same, give one of them";
+        }
+    }
+    return (in.cropX || in.cropZ) && in.eFit != EFit::Crop ? "--crop-x and --crop-z need --fit crop"
+                                                           : "";
 }
 
 std::string FindMissing(SHeightOptions& options)
 {
-    if (options.inputs.size() < 2 ||
-        (options.eAction == EAction::Convert && options.inputs.size() > 2))
+    const bool bConvert = options.eAction == EAction::Convert;
+    if (options.eAction == EAction::Info)
     {
-        return options.eAction == EAction::Convert ? "convert needs one input and one output"
-                                                   : "picture needs inputs and an output";
+        return options.inputs.empty() ? "info needs files" : "";
+    }
+    if (options.inputs.size() < 2 || (bConvert && options.inputs.size() > 2))
+    {
+        return bConvert ? "convert needs one input and one output"
+                        : "picture needs inputs and an output";
     }
     options.strOutput = options.inputs.back();
     options.inputs.pop_back();
-    if (options.fWidth > 0.0F && options.fSpacingX > 0.0F)
+    if (bConvert && FindFormatByName(options.strOutput.c_str()) == EElevationFormat::Unknown)
     {
-        return "--width and --spacing-x say the same, give one of them";
+        return "the extension of " + options.strOutput +
+               " names no format (height, png, r16, r32, npy, hgt, tif, asc)";
     }
-    if (options.fDepth > 0.0F && options.fSpacingZ > 0.0F)
-    {
-        return "--depth and --spacing-z say the same, give one of them";
-    }
-    return "";
+    return FindContradiction(options);
 }
 
 } // namespace
@@ -133,12 +233,14 @@ bool SHeightOptions::Read(int nArguments, const char* const* ppszArguments, std:
         return true;
     }
     const std::string strAction = nArguments > 1 ? ppszArguments[1] : "";
-    if (strAction != "convert" && strAction != "picture")
+    if (strAction != "convert" && strAction != "picture" && strAction != "info")
     {
         strFault = strAction.empty() ? "no command given" : "unknown command " + strAction;
         return false;
     }
-    eAction = strAction == "convert" ? EAction::Convert : EAction::Picture;
+    eAction = strAction == "info"      ? EAction::Info
+              : strAction == "convert" ? EAction::Convert
+                                       : EAction::Picture;
     for (int i = 2; i < nArguments; ++i)
     {
         if (std::strncmp(ppszArguments[i], "--", 2) != 0)
@@ -159,21 +261,44 @@ bool SHeightOptions::Read(int nArguments, const char* const* ppszArguments, std:
 
 const char* SHeightOptions::GetUsage()
 {
-    return "usage: tellur-height convert IN OUT.height [options]\n"
+    return "usage: tellur-height info FILE ... [--columns N] [--rows N] [--byte-order O]\n"
+           "       tellur-height convert IN OUT [options]\n"
            "       tellur-height picture IN.height [IN.height ...] OUT.png [--pixels N]\n"
            "       tellur-height --help\n"
            "\n"
-           "convert makes a height map of a .npy array (int16, uint16, float32, float64) or of a\n"
-           ".hgt tile. Samples are interpolated; corner samples become corner vertices.\n"
+           "info tells what a height map is; convert makes another of it. Formats both ways, by\n"
+           "content or extension: .height (terrain), .png (16-bit grey), .r16, .r32 (raw), .npy,\n"
+           ".hgt, .tif (GeoTIFF), .asc (ASCII grid). To a .height file the samples are fitted to "
+           "a\n"
+           "square; between other files the grid stays, unless --size or --fit is given.\n"
            "\n"
            "  --size N          vertices per side, 2 to 16385 (default: the supported size 33,\n"
            "                    65 ... 16385 nearest to the longer side of the samples)\n"
-           "  --spacing-x U     terrain units between samples along x (default: 1)\n"
+           "  --fit resample|crop\n"
+           "                    interpolate the whole file (default), or take a window of it\n"
+           "                    (default --size: the largest supported one that fits)\n"
+           "  --crop-x C, --crop-z R\n"
+           "                    first column and row of the window (default: in the middle)\n"
+           "  --white H         height of full white in PNG, .r16 and .r32 (there of 1.0)\n"
+           "  --unit U          terrain units of one step or unit of the file (default: 1; PNG\n"
+           "                    and .r16: by the lowest and highest sample of the file)\n"
+           "  --byte-order O    little (default) or big, of raw files\n"
+           "  --columns N, --rows N\n"
+           "                    shape of a raw file (default: a square)\n"
+           "  --spacing-x U     terrain units between samples along x (default: the file's own\n"
+           "                    if it has one in lengths, else 1)\n"
            "  --spacing-z U     the same along z\n"
            "  --width U         terrain units along x, instead of --spacing-x\n"
            "  --depth U         terrain units along z, instead of --spacing-z\n"
-           "  --max-height H    the terrain's height limit (default: the next of 1, 2, 5, 10 ...\n"
-           "                    above the highest sample)\n"
+           "  --max-height H    the terrain's height limit (default: that of the file, full "
+           "white,\n"
+           "                    1000 for a scale by range, or the next of 1, 2, 5, 10 ... above\n"
+           "                    the highest sample)\n"
+           "  --out-white H, --out-unit U, --out-byte-order O\n"
+           "                    the same of OUT; --white, --unit and --byte-order are those of "
+           "IN,\n"
+           "                    or of OUT when IN is a .height file (default: full white is the\n"
+           "                    maximum height)\n"
            "\n"
            "picture draws height maps side by side as shaded relief, all in the height colours\n"
            "of the first, as PNG, TGA, BMP, JPEG or DDS by the name of the output.\n"

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "engine/elevation/HeightExport.h"
+#include "engine/elevation/SImportOptions.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -7,23 +10,22 @@
 // The command line of the height-map converter. Numbers that were not given are 0.
 struct SHeightOptions
 {
-    enum class EAction
+    enum class EAction : uint8_t
     {
         Convert,
         Picture,
+        Info,
         ShowHelp,
     };
 
     EAction eAction = EAction::Convert;
-    std::vector<std::string> inputs; // one to convert, one or more to draw
+    std::vector<std::string> inputs; // one to convert, one or more to draw or to tell about
     std::string strOutput;
-    uint32_t uSize = 0;     // vertices per side
+    SImportOptions import;  // its scale and byte order are the output's when the input is a
+                            // ".height" file
+    SExportOptions output;  // what is said of the output alone
+    bool bFitGiven = false; // or a size
     uint32_t uPixels = 0;   // of a picture's longer side
-    float fWidth = 0.0F;    // terrain units along x
-    float fDepth = 0.0F;    // along z
-    float fSpacingX = 0.0F; // terrain units between samples along x
-    float fSpacingZ = 0.0F;
-    float fMaxHeight = 0.0F;
 
     // False for a line that makes no sense; strFault then says why, without a line feed.
     bool Read(int nArguments, const char* const* ppszArguments, std::string& strFault);

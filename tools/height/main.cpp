@@ -1,9 +1,10 @@
 #include "tools/height/Convert.h"
+#include "tools/height/Info.h"
 #include "tools/height/Picture.h"
 
 #include <cstdio>
 
-// Makes height maps of elevation models, and pictures of height maps.
+// Converts height maps, tells what they are and draws them.
 
 namespace
 {
@@ -14,6 +15,22 @@ enum EExitCode
     EXIT_BAD_FILE = 1,
     EXIT_USAGE = 2,
 };
+
+bool Run(const SHeightOptions& options)
+{
+    switch (options.eAction)
+    {
+    case SHeightOptions::EAction::Convert:
+        return Convert(options);
+    case SHeightOptions::EAction::Picture:
+        return DrawPicture(options);
+    case SHeightOptions::EAction::Info:
+        return PrintInfo(options);
+    default:
+        std::fputs(SHeightOptions::GetUsage(), stdout);
+        return true;
+    }
+}
 
 } // namespace
 
@@ -27,12 +44,5 @@ int main(int nArguments, char** ppszArguments)
             stderr, "tellur-height: %s\nTry \"tellur-height --help\".\n", strFault.c_str());
         return EXIT_USAGE;
     }
-    if (options.eAction == SHeightOptions::EAction::ShowHelp)
-    {
-        std::fputs(SHeightOptions::GetUsage(), stdout);
-        return EXIT_DONE;
-    }
-    const bool bDone = options.eAction == SHeightOptions::EAction::Convert ? Convert(options)
-                                                                           : DrawPicture(options);
-    return bDone ? EXIT_DONE : EXIT_BAD_FILE;
+    return Run(options) ? EXIT_DONE : EXIT_BAD_FILE;
 }

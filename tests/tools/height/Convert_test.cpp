@@ -3,137 +3,15 @@
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
 #include "tools/height/Convert.h"
+#include "tools/height/Info.h"
 #include "tools/height/Picture.h"
-#include "tools/height/Resample.h"
 
 #include <gtest/gtest.h>
 
-#include <iterator>
 #include <memory>
-#include <sstream>
-#include <tuple>
 
 namespace
 {
-
-TEST(Resample, CornersStayAndAPlaneStaysAPlane)
-{
-    SSampleGrid grid;
-    grid.uColumns = 5;
-    grid.uRows = 3;
-    for (uint32_t i = 0; i < 15; ++i)
-    {
-        grid.samples.push_back(static_cast<float>(i % 5) * 4.0F -
-                               static_cast<float>(i / 5) * 10.0F);
-    }
-
-    const uint32_t aSizes[][2] = {{2, 2}, {5, 3}, {9, 5}, {33, 17}, {4, 7}};
-    for (const auto& [uSizeX, uSizeZ] : aSizes)
-    {
-        SCOPED_TRACE(uSizeX);
-        std::vector<float> heights(size_t{uSizeX} * uSizeZ, -1.0F);
-        Resample(grid, uSizeX, uSizeZ, heights.data());
-        for (uint32_t i = 0; i < heights.size(); ++i)
-        {
-            // From column 0 to 4 the plane rises by 16, from row 0 to 2 it falls by 20.
-            const float fX = static_cast<float>(i % uSizeX) / static_cast<float>(uSizeX - 1);
-            const float fZ = static_cast<float>(i / uSizeX) / static_cast<float>(uSizeZ - 1);
-            EXPECT_NEAR(heights[i], 16.0F * fX - 20.0F * fZ, 1e-4F) << i;
-        }
-        EXPECT_EQ(heights.front(), 0.0F);
-        EXPECT_EQ(heights[uSizeX - 1], 16.0F);
-        EXPECT_EQ(heights.back(), -4.0F);
-    }
-    grid = {2, 2, {0, 10, 20, 70}, 0};
-    std::vector<float> heights(9);
-    Resample(grid, 3, 3, heights.data());
-    EXPECT_EQ(heights, (std::vector<float>{0, 5, 10, 10, 25, 40, 20, 45, 70}));
-}
-
-TEST(Resample, DefaultsAreTheNearestSizeAndTheNextRoundHeight)
-{
-    const uint32_t aSizes[][3] = {{403, 344, 513},
-                                  {33, 20, 33},
-                                  {48, 48, 33},
-                                  {49, 49, 65},
-                                  {1201, 1201, 1025},
-                                  {1537, 9, 2049},
-                                  {65535, 2, 16385}};
-    for (const auto& aCase : aSizes)
-    {
-        EXPECT_EQ(GetNearestSize(aCase[0], aCase[1]), aCase[2]) << aCase[0] << " x " << aCase[1];
-    }
-    const float aHeights[][2] = {
-        {1076, 2000}, {2000, 5000}, {6929, 10000}, {0.25F, 1}, {-5, 1000}, {0, 1000}};
-    for (const auto& aCase : aHeights)
-    {
-        EXPECT_EQ(GetDefaultMaxHeight(aCase[0]), aCase[1]) << aCase[0];
-    }
-    EXPECT_GE(GetDefaultMaxHeight(3.4e38F), 3.4e38F);
-}
-
-// Reads the words behind the program's name; whether it could, with the fault if not.
-bool ReadOptions(const std::string& strWords, SHeightOptions& options, std::string& strFault)
-{
-    std::istringstream stream(strWords);
-    const std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
-    std::vector<const char*> line{"tellur-height"};
-    for (const std::string& strWord : words)
-    {
-        line.push_back(strWord.c_str());
-    }
-    return options.Read(static_cast<int>(line.size()), line.data(), strFault);
-}
-
-TEST(SHeightOptions, ReadsWhatTheUsageSays)
-{
-    SHeightOptions options;
-    std::string strFault;
-    ASSERT_TRUE(ReadOptions("convert --size 513 in.npy --spacing-x 74 --spacing-z 92.5 out.height "
-                            "--max-height 2e3",
-                            options,
-                            strFault));
-    EXPECT_EQ(options.inputs, std::vector<std::string>{"in.npy"});
-    EXPECT_EQ(options.strOutput, "out.height");
-    EXPECT_EQ(options.uSize, 513U);
-    EXPECT_EQ(options.fSpacingZ, 92.5F);
-    EXPECT_EQ(options.fMaxHeight, 2000.0F);
-
-    SHeightOptions picture;
-    ASSERT_TRUE(ReadOptions("picture a b c.png --pixels 300", picture, strFault));
-    EXPECT_EQ(picture.inputs, (std::vector<std::string>{"a", "b"}));
-    EXPECT_EQ(picture.uPixels, 300U);
-}
-
-TEST(SHeightOptions, RefusesEachWrongLineWithItsReason)
-{
-    const std::tuple<const char*, const char*> aCases[] = {
-        {"", "no command given"},
-        {"export", "unknown command export"},
-        {"convert", "convert needs one input and one output"},
-        {"picture a", "picture needs inputs and an output"},
-        {"convert a b --sise 9", "unknown option --sise"},
-        {"convert a b --pixels 9", "unknown option --pixels"},
-        {"convert a b --size", "--size needs a value"},
-        {"convert a b --size 1", "--size needs a whole number from 2 to 16385"},
-        {"convert a b --size 16386", "--size needs a whole number from 2 to 16385"},
-        {"convert a b --size 33x", "--size needs a whole number from 2 to 16385"},
-        {"convert a b --width -3", "--width needs a number above 0"},
-        {"convert a b --depth inf", "--depth needs a number above 0"},
-        {"convert a b --max-height nan", "--max-height needs a number above 0"},
-        {"convert a b --width 1 --spacing-x 1",
-         "--width and --spacing-x say the same, give one of them"},
-        {"convert a b --depth 1 --spacing-z 1",
-         "--depth and --spacing-z say the same, give one of them"},
-    };
-    for (const auto& [pszWords, pszFault] : aCases)
-    {
-        SHeightOptions options;
-        std::string strFault;
-        EXPECT_FALSE(ReadOptions(pszWords, options, strFault)) << pszWords;
-        EXPECT_EQ(strFault, pszFault);
-    }
-}
 
 class ConvertTest : public testing::Test
 {
@@ -171,25 +49,100 @@ TEST_F(ConvertTest, WritesTheTerrainAskedForAndSaysWhatItAssumed)
     EXPECT_EQ(field.pHeights[32], 3.0F);
     EXPECT_EQ(field.pHeights[33 * 33 - 1], 900.0F);
     EXPECT_EQ(strAssumed,
-              m_Options.inputs[0] + ": 3 x 2 samples\n" + m_Options.strOutput +
-                  ": 33 x 33 vertices\n"
+              m_Options.inputs[0] +
+                  ": 3 x 2 samples\n"
+                  "format: NumPy array, 16 bits signed, little-endian\n"
+                  "assumed: the first row is north (z = 0), the first column is west (x = 0)\n"
+                  "assumed: one unit of the file is one terrain unit\n"
+                  "scale: one step of the file is 1 in terrain units\n"
+                  "assumed: 33 vertices a side, the nearest supported size\n"
+                  "fit: 3 x 2 samples interpolated to 33 x 33 vertices\n"
+                  "assumed: one terrain unit between samples along x\n"
+                  "assumed: one terrain unit between samples along z\n"
+                  "assumed: maximum height 1000\n"
+                  "terrain: 33 x 33 vertices\n"
                   "size: 2 x 1, maximum height 1000\n"
                   "range: 1 to 900\n"
-                  "step: 0.0625 x 0.03125\n"
-                  "assumed: 33 vertices a side, the nearest supported size (--size)\n"
-                  "assumed: one terrain unit between samples along x (--spacing-x, --width)\n"
-                  "assumed: one terrain unit between samples along z (--spacing-z, --depth)\n"
-                  "assumed: maximum height 1000 (--max-height)\n");
+                  "step: 0.0625 x 0.03125\n" +
+                  m_Options.strOutput +
+                  ": 33 x 33 samples\n"
+                  "format: height file, 32 bits float, little-endian\n");
 
-    m_Options.uSize = 3;
-    m_Options.fSpacingX = 74;
-    m_Options.fDepth = 92;
-    m_Options.fMaxHeight = 500;
+    m_Options.import.uSize = 3;
+    m_Options.import.dUnit = 1;
+    m_Options.import.fSpacingX = 74;
+    m_Options.import.fDepth = 92;
+    m_Options.import.fMaxHeight = 500;
     const std::string strGiven = ConvertAndGetReport();
     EXPECT_NE(strGiven.find("size: 148 x 92, maximum height 500\n"), std::string::npos);
     EXPECT_NE(strGiven.find("note: heights above the maximum height stay until they are edited\n"),
               std::string::npos);
-    EXPECT_EQ(strGiven.find("assumed"), std::string::npos) << strGiven;
+    EXPECT_EQ(strGiven.rfind("assumed"), strGiven.find("assumed: the first row")) << strGiven;
+}
+
+TEST_F(ConvertTest, ScaleAndOrderAreTheFilesOnTheOtherSideOfTheTerrain)
+{
+    // Terrain to file: what is said is said of the file. Its grid stays as it is.
+    const std::string strTerrain = m_Folder.Path("in.height");
+    const float aHeights[] = {0, 2, 4, 6, 8, 10};
+    ASSERT_TRUE(WriteHeightFile(strTerrain.c_str(), aHeights, 3, 2, {4, 50, 2}));
+    m_Options.inputs = {strTerrain};
+    m_Options.strOutput = m_Folder.Path("out.r16");
+    m_Options.import.dUnit = 2;
+    m_Options.import.eByteOrder = EByteOrder::Big;
+    ConvertAndGetReport();
+    EXPECT_EQ(ReadBytes(m_Options.strOutput), std::string("\0\0\0\1\0\2\0\3\0\4\0\5", 12));
+
+    // File to file: of the input, unless it is said of the output.
+    m_Options.inputs = {m_Options.strOutput};
+    m_Options.strOutput = m_Folder.Path("out.r32");
+    m_Options.import.uColumns = 3;
+    m_Options.output.dUnit = 4;
+    m_Options.output.eByteOrder = EByteOrder::Big;
+    ConvertAndGetReport();
+    EXPECT_EQ(ReadBytes(m_Options.strOutput),
+              std::string("\0\0\0\0\x3F\0\0\0\x3F\x80\0\0\x3F\xC0\0\0\x40\0\0\0\x40\x20\0\0", 24));
+
+    // Codes to codes, nothing said of the scale: they stay.
+    m_Options.strOutput = m_Folder.Path("copy.r16");
+    m_Options.import.dUnit = 0;
+    m_Options.output = {};
+    ConvertAndGetReport();
+    EXPECT_EQ(ReadBytes(m_Options.strOutput), std::string("\0\0\1\0\2\0\3\0\4\0\5\0", 12));
+    m_Options.import.uSize = 2;
+    m_Options.bFitGiven = true;
+    ConvertAndGetReport();
+    EXPECT_EQ(ReadBytes(m_Options.strOutput), std::string("\0\0\2\0\3\0\5\0", 8));
+}
+
+TEST_F(ConvertTest, InfoTellsWhatEachFileIs)
+{
+    const std::string strTerrain = m_Folder.Path("a.height");
+    const float aHeights[] = {0, -2.5F, 4, 6};
+    ASSERT_TRUE(WriteHeightFile(strTerrain.c_str(), aHeights, 2, 2, {4, 50, -2}));
+    m_Options.inputs = {m_Folder.Path("none.png"), strTerrain, m_Options.inputs[0]};
+    testing::internal::CaptureStdout();
+    EXPECT_FALSE(PrintInfo(m_Options)) << "one of three is missing";
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              strTerrain +
+                  "\n  format: height file\n"
+                  "  samples: 2 columns x 2 rows\n"
+                  "  type: 32 bits float, little-endian\n"
+                  "  spacing: 4 x 2\n"
+                  "  range: -2.5 to 6\n"
+                  "  voids: 0\n"
+                  "  nearest size: 33\n"
+                  "  size: 4 x -2, maximum height 50\n" +
+                  m_Options.inputs[2] +
+                  "\n  format: NumPy array\n"
+                  "  samples: 3 columns x 2 rows\n"
+                  "  type: 16 bits signed, little-endian\n"
+                  "  spacing: not said\n"
+                  "  range: 1 to 900\n"
+                  "  voids: 0\n"
+                  "  nearest size: 33\n"
+                  "  assumed: the first row is north (z = 0), the first column is west (x = 0)\n");
+    EXPECT_EQ(m_Log.TakeLines().size(), 1U);
 }
 
 TEST_F(ConvertTest, AFaultIsOneLineAndLeavesTheOldFile)
@@ -200,8 +153,11 @@ TEST_F(ConvertTest, AFaultIsOneLineAndLeavesTheOldFile)
     EXPECT_EQ(m_Log.TakeLines().size(), 1U);
     EXPECT_EQ(ReadBytes(m_Options.strOutput), "old");
     m_Options.inputs = {m_Folder.Path("in.npy")};
-    m_Options.strOutput = m_Folder.GetFolder();
+    m_Options.strOutput = m_Folder.Path("folder.height");
+    std::filesystem::create_directory(m_Options.strOutput);
+    testing::internal::CaptureStdout();
     EXPECT_FALSE(Convert(m_Options));
+    testing::internal::GetCapturedStdout();
     EXPECT_EQ(m_Log.TakeLines().size(), 1U);
 }
 

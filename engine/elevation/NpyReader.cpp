@@ -1,14 +1,9 @@
-#include "tools/height/NpyReader.h"
+#include "engine/elevation/NpyReader.h"
 
-#include "tools/height/NpyHeader.h"
+#include "engine/elevation/NpyHeader.h"
+#include "engine/elevation/SampleCopy.h"
 
-#include <algorithm>
-#include <bit>
-#include <cmath>
-#include <cstring>
 #include <utility>
-
-static_assert(std::endian::native == std::endian::little, "samples are read as they lie");
 
 namespace
 {
@@ -54,35 +49,21 @@ bool FindLayout(std::span<const uint8_t> bytes, SLayout& layout, std::string& st
     return true;
 }
 
-template <typename TSample>
-void CopySamples(std::span<const uint8_t> bytes, bool bSwap, std::vector<float>& samples)
-{
-    for (size_t i = 0; i < samples.size(); ++i)
-    {
-        uint8_t aBytes[sizeof(TSample)];
-        std::memcpy(aBytes, bytes.data() + i * sizeof(TSample), sizeof(TSample));
-        if (bSwap)
-        {
-            std::reverse(std::begin(aBytes), std::end(aBytes));
-        }
-        samples[i] = static_cast<float>(std::bit_cast<TSample>(aBytes));
-    }
-}
-
 struct SSampleType
 {
     std::string_view strName; // without the byte order
     size_t nBytes = 0;
+    ESampleType eType = ESampleType::Float;
     void (*pCopy)(std::span<const uint8_t> bytes,
                   bool bSwap,
                   std::vector<float>& samples) = nullptr;
 };
 
 constexpr SSampleType TYPES[] = {
-    {"i2", 2, &CopySamples<int16_t>},
-    {"u2", 2, &CopySamples<uint16_t>},
-    {"f4", 4, &CopySamples<float>},
-    {"f8", 8, &CopySamples<double>},
+    {"i2", 2, ESampleType::Signed, &CopySamples<int16_t>},
+    {"u2", 2, ESampleType::Unsigned, &CopySamples<uint16_t>},
+    {"f4", 4, ESampleType::Float, &CopySamples<float>},
+    {"f8", 8, ESampleType::Float, &CopySamples<double>},
 };
 
 // Null when it is none of the table.
@@ -140,21 +121,6 @@ bool CheckLength(uint64_t uExpected, size_t nBytes, std::string& strFault)
     return nBytes == uExpected;
 }
 
-bool CheckFinite(const SSampleGrid& grid, std::string& strFault)
-{
-    const auto found = std::find_if(grid.samples.begin(),
-                                    grid.samples.end(),
-                                    [](float fSample) { return !std::isfinite(fSample); });
-    if (found == grid.samples.end())
-    {
-        return true;
-    }
-    const auto nAt = static_cast<size_t>(found - grid.samples.begin());
-    strFault = "the sample at column " + std::to_string(nAt % grid.uColumns) + ", row " +
-               std::to_string(nAt / grid.uColumns) + " is not a finite number";
-    return false;
-}
-
 } // namespace
 
 bool IsNpy(std::span<const uint8_t> bytes)
@@ -194,9 +160,12 @@ bool DecodeNpy(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& s
     SSampleGrid read;
     read.uRows = static_cast<uint32_t>(header.shape[0]);
     read.uColumns = static_cast<uint32_t>(header.shape[1]);
+    read.eType = pType->eType;
+    read.uBits = static_cast<uint32_t>(8 * pType->nBytes);
+    read.eByteOrder = header.strType[0] == '>' ? EByteOrder::Big : EByteOrder::Little;
     read.samples.resize(uCount);
-    pType->pCopy(layout.samples, header.strType[0] == '>', read.samples);
-    if (!CheckFinite(read, strFault))
+    pType->pCopy(layout.samples, read.eByteOrder == EByteOrder::Big, read.samples);
+    if (!CheckSamples(read, strFault))
     {
         return false;
     }

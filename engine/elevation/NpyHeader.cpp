@@ -1,4 +1,4 @@
-#include "tools/height/NpyHeader.h"
+#include "engine/elevation/NpyHeader.h"
 
 #include <algorithm>
 #include <charconv>

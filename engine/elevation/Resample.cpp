@@ -1,10 +1,14 @@
-#include "tools/height/Resample.h"
+#include "engine/elevation/Resample.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <vector>
 
 namespace
 {
+
+constexpr uint32_t SMALLEST_CELLS = 32;
+constexpr uint32_t LARGEST_CELLS = 16384;
 
 // Between which two samples of an axis a vertex lies, and where.
 struct SBetween
@@ -29,8 +33,6 @@ float Mix(float fFirst, float fSecond, float fFraction)
 
 uint32_t GetNearestSize(uint32_t uColumns, uint32_t uRows)
 {
-    constexpr uint32_t SMALLEST_CELLS = 32;
-    constexpr uint32_t LARGEST_CELLS = 16384;
     const int64_t iWanted = int64_t{std::max(uColumns, uRows)} - 1;
     int64_t iBest = SMALLEST_CELLS;
     for (int64_t iCells = SMALLEST_CELLS; iCells <= LARGEST_CELLS; iCells *= 2)
@@ -40,8 +42,24 @@ uint32_t GetNearestSize(uint32_t uColumns, uint32_t uRows)
     return static_cast<uint32_t>(iBest + 1);
 }
 
-void Resample(const SSampleGrid& grid, uint32_t uSizeX, uint32_t uSizeZ, float* pHeights)
+uint32_t GetLargestSize(uint32_t uSamples)
 {
+    uint32_t uBest = 0;
+    for (uint32_t uCells = SMALLEST_CELLS; uCells <= LARGEST_CELLS && uCells < uSamples;
+         uCells *= 2)
+    {
+        uBest = uCells + 1;
+    }
+    return uBest;
+}
+
+void Resample(const SSampleView& grid, uint32_t uSizeX, uint32_t uSizeZ, float* pHeights)
+{
+    if (uSizeX == grid.uColumns && uSizeZ == grid.uRows)
+    {
+        std::copy_n(grid.pSamples, grid.GetCount(), pHeights); // every bit, -0 too
+        return;
+    }
     std::vector<SBetween> columns(uSizeX);
     for (uint32_t x = 0; x < uSizeX; ++x)
     {
@@ -50,7 +68,7 @@ void Resample(const SSampleGrid& grid, uint32_t uSizeX, uint32_t uSizeZ, float* 
     for (uint32_t z = 0; z < uSizeZ; ++z)
     {
         const SBetween row = Locate(z, uSizeZ, grid.uRows);
-        const float* pUpper = grid.samples.data() + static_cast<size_t>(row.uFirst) * grid.uColumns;
+        const float* pUpper = grid.pSamples + static_cast<size_t>(row.uFirst) * grid.uColumns;
         const float* pLower = pUpper + grid.uColumns;
         float* pOut = pHeights + static_cast<size_t>(z) * uSizeX;
         for (uint32_t x = 0; x < uSizeX; ++x)
@@ -60,5 +78,20 @@ void Resample(const SSampleGrid& grid, uint32_t uSizeX, uint32_t uSizeZ, float* 
                           Mix(pLower[uFirst], pLower[uFirst + 1], fFraction),
                           row.fFraction);
         }
+    }
+}
+
+void CopyWindow(const SSampleView& grid,
+                uint32_t uColumn,
+                uint32_t uRow,
+                uint32_t uSizeX,
+                uint32_t uSizeZ,
+                float* pHeights)
+{
+    const float* pRow = grid.pSamples + static_cast<size_t>(uRow) * grid.uColumns + uColumn;
+    for (uint32_t z = 0; z < uSizeZ; ++z)
+    {
+        pHeights = std::copy_n(pRow, uSizeX, pHeights);
+        pRow += grid.uColumns;
     }
 }

@@ -1,10 +1,13 @@
+#include "engine/elevation/HeightImport.h"
+#include "engine/elevation/VoidFiller.h"
+#include "engine/imaging/PngWriter.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
-#include "tools/height/SampleFile.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <tuple>
@@ -44,7 +47,7 @@ std::string MakeSamples(std::initializer_list<TSample> samples, bool bBigEndian)
     return strBytes;
 }
 
-class SampleFile : public testing::Test
+class ElevationReader : public testing::Test
 {
 protected:
     bool Read(const char* pszName, const std::string& strBytes)
@@ -53,7 +56,7 @@ protected:
         WriteBytes(m_Path, strBytes);
         m_Grid = {};
         m_Grid.uColumns = 99; // stays when reading fails
-        const bool bRead = ReadSamples(m_Path, m_Grid);
+        const bool bRead = ReadElevation(m_Path.c_str(), m_Options, m_Grid, m_Report);
         m_Lines = m_Log.TakeLines();
         EXPECT_EQ(m_Lines.size(), bRead ? 0U : 1U);
         EXPECT_TRUE(bRead || (m_Grid.uColumns == 99 && m_Grid.samples.empty()));
@@ -63,17 +66,19 @@ protected:
     void ExpectFault(const char* pszName, const std::string& strBytes, const std::string& strFault)
     {
         EXPECT_FALSE(Read(pszName, strBytes));
-        EXPECT_EQ(m_Lines, std::vector<std::string>{"[ReadSamples] " + m_Path + ": " + strFault});
+        EXPECT_EQ(m_Lines, std::vector<std::string>{"[ReadElevation] " + m_Path + ": " + strFault});
     }
 
     CTempFolder m_Folder;
     CLogCatcher m_Log;
     std::string m_Path;
+    SImportOptions m_Options;
+    SImportReport m_Report;
     SSampleGrid m_Grid;
     std::vector<std::string> m_Lines;
 };
 
-TEST_F(SampleFile, ReadsEveryTypeByteOrderAndVersionOfNpy)
+TEST_F(ElevationReader, ReadsEveryTypeByteOrderAndVersionOfNpy)
 {
     const struct
     {
@@ -115,7 +120,7 @@ TEST_F(SampleFile, ReadsEveryTypeByteOrderAndVersionOfNpy)
                              std::string(12, '\0'))));
 }
 
-TEST_F(SampleFile, RefusesEachFaultOfNpyByItsName)
+TEST_F(ElevationReader, RefusesEachFaultOfNpyByItsName)
 {
     const std::string strTwelve(12, '\0');
     const auto withHeader = [&](const std::string& strHeader)
@@ -155,7 +160,7 @@ TEST_F(SampleFile, RefusesEachFaultOfNpyByItsName)
          "is in Fortran order, not in C order"},
         {MakeNpy(1,
                  "{'descr': '<f4', 'fortran_order': False, 'shape': (2, 2), }",
-                 MakeSamples<float>({1, 2, 3, fNan}, false)),
+                 MakeSamples<float>({fNan, 2, 3, INFINITY}, false)),
          "the sample at column 1, row 1 is not a finite number"},
         {MakeNpy(1,
                  "{'descr': '<f8', 'fortran_order': False, 'shape': (2, 2), }",
@@ -187,7 +192,7 @@ TEST_F(SampleFile, RefusesEachFaultOfNpyByItsName)
     }
 }
 
-TEST_F(SampleFile, RefusesEveryTruncationAndSurvivesEveryFlippedByte)
+TEST_F(ElevationReader, RefusesEveryTruncationAndSurvivesEveryFlippedByte)
 {
     const std::string strBytes =
         MakeNpy(1, HEADER, MakeSamples<int16_t>({1, 2, 3, 4, 5, 6}, false));
@@ -210,7 +215,7 @@ TEST_F(SampleFile, RefusesEveryTruncationAndSurvivesEveryFlippedByte)
     }
 }
 
-TEST_F(SampleFile, FillsTheVoidsOfAHgtTileFromTheirRims)
+TEST_F(ElevationReader, FillsTheVoidsOfAHgtTileFromTheirRims)
 {
     constexpr int16_t NONE = -32768;
     // clang-format off
@@ -223,7 +228,9 @@ TEST_F(SampleFile, FillsTheVoidsOfAHgtTileFromTheirRims)
     // clang-format on
     EXPECT_EQ(m_Grid.uColumns, 5U);
     EXPECT_EQ(m_Grid.uRows, 5U);
-    EXPECT_EQ(m_Grid.nFilledVoids, 10U);
+    EXPECT_EQ(m_Report.nVoids, 10U);
+    EXPECT_TRUE(std::isnan(m_Grid.samples[24])) << "reading alone does not fill";
+    EXPECT_EQ(FillVoids(m_Grid), 10U);
     EXPECT_EQ(m_Grid.samples, std::vector<float>(25, 10.0F));
 
     // The outer ring first, from what is known; then the next from that ring.
@@ -236,14 +243,20 @@ TEST_F(SampleFile, FillsTheVoidsOfAHgtTileFromTheirRims)
     // clang-format on
     const float fFirst = (100.0F + 300.0F) / 2.0F;      // next to 100 and 300
     const float fBelowLeft = (-200.0F + 300.0F) / 2.0F; // below -200 and 300
-    EXPECT_EQ(m_Grid.nFilledVoids, 12U);
+    EXPECT_EQ(FillVoids(m_Grid), 12U);
     EXPECT_EQ(m_Grid.samples[2], fFirst);
     EXPECT_EQ(m_Grid.samples[8], fBelowLeft);
     EXPECT_EQ(m_Grid.samples[3], fFirst) << "its neighbours of the ring before are both that";
     EXPECT_EQ(m_Grid.samples[10], 300.0F) << "only the corner of 300 is known around it";
+
+    // Grids need not be square: 3 columns, 2 rows.
+    const float fNan = std::numeric_limits<float>::quiet_NaN();
+    m_Grid = {3, 2, {fNan, 4, fNan, fNan, 8, 2}};
+    EXPECT_EQ(FillVoids(m_Grid), 3U);
+    EXPECT_EQ(m_Grid.samples, (std::vector<float>{6, 4, 14.0F / 3, 6, 8, 2}));
 }
 
-TEST_F(SampleFile, RefusesWhatIsNoHgtTileAndNoFileAtAll)
+TEST_F(ElevationReader, RefusesWhatIsNoHgtTileAndNoFileAtAll)
 {
     ExpectFault("a.hgt", "", "its 0 bytes are no square of 16-bit samples");
     ExpectFault("a.hgt", std::string(2, 'x'), "its 2 bytes are no square of 16-bit samples");
@@ -251,13 +264,98 @@ TEST_F(SampleFile, RefusesWhatIsNoHgtTileAndNoFileAtAll)
     ExpectFault("a.hgt",
                 MakeSamples<int16_t>({-32768, -32768, -32768, -32768}, true),
                 "has no sample that is not void");
-    ExpectFault("a.tif", std::string(18, 'x'), "neither a .npy nor a .hgt file");
-    EXPECT_FALSE(ReadSamples(m_Folder.Path("missing.npy"), m_Grid));
-    EXPECT_FALSE(ReadSamples(m_Folder.GetFolder(), m_Grid));
+    ExpectFault("a.dem",
+                std::string(18, 'x'),
+                "is no height map that can be read (height, png, r16, r32, npy, hgt, tif, asc)");
+    ExpectFault("a.png", std::string(18, 'x'), "not a PNG file");
+    EXPECT_FALSE(ReadElevation(m_Folder.Path("missing.npy").c_str(), {}, m_Grid, m_Report));
+    EXPECT_FALSE(ReadElevation(m_Folder.GetFolder().c_str(), {}, m_Grid, m_Report));
     const std::vector<std::string> lines = m_Log.TakeLines();
     ASSERT_EQ(lines.size(), 2U);
-    EXPECT_EQ(lines[0].find("[ReadSamples] " + m_Folder.Path("missing.npy") + ": "), 0U);
-    EXPECT_EQ(lines[1].find("[ReadSamples] " + m_Folder.GetFolder() + ": "), 0U);
+    EXPECT_EQ(lines[0].find("[ReadElevation] " + m_Folder.Path("missing.npy") + ": "), 0U);
+    EXPECT_EQ(lines[1].find("[ReadElevation] " + m_Folder.GetFolder() + ": "), 0U);
+}
+
+TEST_F(ElevationReader, RawFilesTakeTheirShapeAndOrderFromTheOptions)
+{
+    const std::string strSix = MakeSamples<uint16_t>({1, 2, 3, 256, 5, 65535}, false);
+    for (const auto& [uColumns, uRows] : {std::pair{3U, 2U}, {3U, 0U}, {0U, 2U}})
+    {
+        m_Options.uColumns = uColumns;
+        m_Options.uRows = uRows;
+        ASSERT_TRUE(Read("a.r16", strSix));
+        EXPECT_EQ(m_Grid.uColumns, 3U);
+        EXPECT_EQ(m_Grid.samples, (std::vector<float>{1, 2, 3, 256, 5, 65535}));
+    }
+    m_Options.eByteOrder = EByteOrder::Big;
+    ASSERT_TRUE(Read("a.R16", strSix));
+    EXPECT_EQ(m_Grid.samples[3], 1.0F);
+
+    const float fNan = std::numeric_limits<float>::quiet_NaN();
+    m_Options = {};
+    ASSERT_TRUE(Read("a.r32", MakeSamples<float>({1.5F, fNan, 3, -4}, false)));
+    EXPECT_EQ(m_Report.nVoids, 1U);
+    EXPECT_EQ(m_Grid.samples[3], -4.0F);
+    EXPECT_EQ(m_Report.lines,
+              (std::vector<std::string>{
+                  m_Path + ": 2 x 2 samples",
+                  "format: raw 32-bit float, 32 bits float, little-endian",
+                  "assumed: little-endian byte order",
+                  "assumed: a square of 2 x 2 samples",
+                  "assumed: the first row is north (z = 0), the first column is west (x = 0)"}));
+
+    ExpectFault("a.r16", strSix, "its 12 bytes are no square of 16-bit samples");
+    ExpectFault("a.r32", strSix + "x", "its 13 bytes are no square of 32-bit samples");
+    ExpectFault("a.r32",
+                MakeSamples<float>({1, 2, -INFINITY, 4}, false),
+                "the sample at column 0, row 1 is not a finite number");
+    m_Options.uColumns = 65535; // the product with a row count is far beyond the bytes
+    m_Options.uRows = 65535;
+    ExpectFault("a.r16", strSix, "its 12 bytes are no grid of 65535 x 65535 16-bit samples");
+    m_Options.uRows = 0;
+    ExpectFault("a.r16", strSix, "its 12 bytes are no grid of 65535 x ? 16-bit samples");
+}
+
+// A grey PNG of 2 x 2 pixels; Pixels: its rows without gaps.
+std::string MakePng(int nBitDepth, int nColorType, const std::vector<uint8_t>& pixels)
+{
+    SPngPixels png;
+    png.Width = 2;
+    png.Height = 2;
+    png.BitDepth = nBitDepth;
+    png.ColorType = nColorType;
+    png.RowBytes = pixels.size() / 2;
+    png.Rows = pixels.data();
+    std::vector<uint8_t> bytes;
+    std::string strFault;
+    EXPECT_TRUE(WritePng(png, bytes, strFault)) << strFault;
+    return {bytes.begin(), bytes.end()};
+}
+
+TEST_F(ElevationReader, PngGivesItsCodesAndWarnsOfTerraces)
+{
+    const std::string strWarning =
+        "warning: 8 bits tell only 256 heights apart, slopes become terraces";
+    // The name is another format's: the content counts.
+    ASSERT_TRUE(Read("a.hgt", MakePng(8, 0, {0, 1, 200, 255})));
+    EXPECT_EQ(m_Grid.samples, (std::vector<float>{0, 1, 200, 255}));
+    EXPECT_EQ(m_Report.lines.back(), strWarning);
+    m_Options.dWhite = 510.0; // of code 255
+    m_Options.eFit = EFit::Keep;
+    SHeightField field;
+    ASSERT_TRUE(ImportHeights(m_Path.c_str(), m_Options, field, m_Report));
+    EXPECT_EQ(std::vector<float>(field.pHeights.get(), field.pHeights.get() + 4),
+              (std::vector<float>{0, 2, 400, 510}));
+    const std::string strDeep = MakePng(16, 0, {0, 0, 1, 0, 0, 1, 255, 255});
+    ASSERT_TRUE(Read("a.png", strDeep));
+    EXPECT_EQ(m_Grid.samples, (std::vector<float>{0, 1, 256, 65535}));
+    EXPECT_NE(m_Report.lines.back(), strWarning);
+
+    ExpectFault("a.png", MakePng(8, 2, std::vector<uint8_t>(12)), "not a PNG file of plain grey");
+    for (size_t nLength = 0; nLength < strDeep.size(); ++nLength)
+    {
+        EXPECT_FALSE(Read("a.png", strDeep.substr(0, nLength))) << nLength;
+    }
 }
 
 } // namespace

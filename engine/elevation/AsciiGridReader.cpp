@@ -1,0 +1,262 @@
+#include "engine/elevation/AsciiGridReader.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <new>
+#include <optional>
+#include <string_view>
+
+namespace
+{
+
+bool IsBlank(char c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+bool IsLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
+std::string ToLower(std::string_view text)
+{
+    std::string strLower(text);
+    for (char& c : strLower)
+    {
+        c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+    }
+    return strLower;
+}
+
+// A piece of the file for a message: short, and without what a terminal would act on.
+std::string Quote(std::string_view text)
+{
+    constexpr size_t MAX_SHOWN = 24;
+    std::string strQuoted = "\"";
+    for (const char c : text.substr(0, MAX_SHOWN))
+    {
+        strQuoted += c > ' ' && c <= '~' ? c : '?';
+    }
+    return strQuoted + (text.size() > MAX_SHOWN ? "...\"" : "\"");
+}
+
+bool ParseNumber(std::string_view text, double& dValue)
+{
+    const bool bPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
+    const char* const pEnd = text.data() + text.size();
+    const auto [pStop, fault] = std::from_chars(text.data() + (bPlus ? 1 : 0), pEnd, dValue);
+    return fault == std::errc() && pStop == pEnd;
+}
+
+class CAsciiGridDecoder
+{
+public:
+    explicit CAsciiGridDecoder(std::span<const uint8_t> bytes)
+        : m_Next(reinterpret_cast<const char*>(bytes.data()))
+        , m_End(m_Next + bytes.size())
+    {
+    }
+
+    bool Decode() { return ReadHeader() && CheckHeader() && ReadSamples(); }
+
+    SSampleGrid& GetGrid() { return m_Grid; }
+
+    const std::string& GetFault() const { return m_Fault; }
+
+private:
+    enum EKey : size_t
+    {
+        KEY_COLUMNS,
+        KEY_ROWS,
+        KEY_CORNER_X,
+        KEY_CORNER_Y,
+        KEY_CELL,
+        KEY_CELL_X,
+        KEY_CELL_Y,
+        KEY_NO_DATA,
+        KEYS,
+    };
+
+    std::string_view TakeWord();
+    bool ReadHeader();
+    bool CheckHeader();
+    bool CheckSide(EKey eKey, const char* pszName, uint32_t& uSide);
+    bool ReadSamples();
+    bool ReadSample(size_t nIndex);
+
+    bool Fail(std::string strFault)
+    {
+        m_Fault = std::move(strFault);
+        return false;
+    }
+
+    const char* m_Next;
+    const char* m_End;
+    std::optional<double> m_Values[KEYS];
+    SSampleGrid m_Grid;
+    std::string m_Fault;
+};
+
+// Empty at the end of the file.
+std::string_view CAsciiGridDecoder::TakeWord()
+{
+    while (m_Next != m_End && IsBlank(*m_Next))
+    {
+        ++m_Next;
+    }
+    const char* const pStart = m_Next;
+    while (m_Next != m_End && !IsBlank(*m_Next))
+    {
+        ++m_Next;
+    }
+    return {pStart, static_cast<size_t>(m_Next - pStart)};
+}
+
+bool CAsciiGridDecoder::ReadHeader()
+{
+    static constexpr std::pair<std::string_view, EKey> WORDS[] = {
+        {"ncols", KEY_COLUMNS},
+        {"nrows", KEY_ROWS},
+        {"xllcorner", KEY_CORNER_X},
+        {"xllcenter", KEY_CORNER_X},
+        {"yllcorner", KEY_CORNER_Y},
+        {"yllcenter", KEY_CORNER_Y},
+        {"cellsize", KEY_CELL},
+        {"dx", KEY_CELL_X},
+        {"dy", KEY_CELL_Y},
+        {"nodata_value", KEY_NO_DATA},
+    };
+    for (;;)
+    {
+        const char* const pBefore = m_Next;
+        const std::string_view word = TakeWord();
+        double dValue = 0.0;
+        if (word.empty() || !IsLetter(word[0]) || ParseNumber(word, dValue))
+        {
+            m_Next = pBefore; // the samples begin, possibly with "nan"
+            return true;
+        }
+        const auto* const pWord = std::find_if(std::begin(WORDS),
+                                               std::end(WORDS),
+                                               [strLower = ToLower(word)](const auto& known)
+                                               { return known.first == strLower; });
+        if (pWord == std::end(WORDS))
+        {
+            return Fail("unknown word " + Quote(word) + " in the header");
+        }
+        const std::string_view number = TakeWord();
+        if (!ParseNumber(number, dValue))
+        {
+            return Fail(std::string(pWord->first) + " " + Quote(number) + " is no number");
+        }
+        m_Values[pWord->second] = dValue;
+    }
+}
+
+bool CAsciiGridDecoder::CheckSide(EKey eKey, const char* pszName, uint32_t& uSide)
+{
+    if (!m_Values[eKey])
+    {
+        return Fail(std::string("the header has no ") + pszName);
+    }
+    const double dSide = *m_Values[eKey];
+    if (!(dSide >= MIN_SAMPLES && dSide <= MAX_SAMPLES) || dSide != std::floor(dSide))
+    {
+        return Fail(std::string(pszName) + " must be a whole number from " +
+                    std::to_string(MIN_SAMPLES) + " to " + std::to_string(MAX_SAMPLES));
+    }
+    uSide = static_cast<uint32_t>(dSide);
+    return true;
+}
+
+bool CAsciiGridDecoder::CheckHeader()
+{
+    constexpr double MAX_DEGREES_CELL = 0.1;
+    if (!CheckSide(KEY_COLUMNS, "ncols", m_Grid.uColumns) ||
+        !CheckSide(KEY_ROWS, "nrows", m_Grid.uRows))
+    {
+        return false;
+    }
+    const auto getSpacing = [&](EKey eKey)
+    {
+        return m_Values[eKey] ? *m_Values[eKey] : m_Values[KEY_CELL].value_or(0.0);
+    };
+    m_Grid.dSpacingX = getSpacing(KEY_CELL_X);
+    m_Grid.dSpacingZ = getSpacing(KEY_CELL_Y);
+    if (!(m_Grid.dSpacingX > 0.0) || !(m_Grid.dSpacingZ > 0.0) ||
+        !std::isfinite(m_Grid.dSpacingX + m_Grid.dSpacingZ))
+    {
+        return Fail("the header has no cellsize above 0");
+    }
+    m_Grid.bInDegrees = std::max(m_Grid.dSpacingX, m_Grid.dSpacingZ) < MAX_DEGREES_CELL &&
+                        m_Values[KEY_CORNER_X] && std::fabs(*m_Values[KEY_CORNER_X]) <= 360.0 &&
+                        m_Values[KEY_CORNER_Y] && std::fabs(*m_Values[KEY_CORNER_Y]) <= 90.0;
+    return true;
+}
+
+bool CAsciiGridDecoder::ReadSamples()
+{
+    const size_t nSamples = size_t{m_Grid.uColumns} * m_Grid.uRows;
+    // A sample takes a digit and a blank at least.
+    m_Grid.samples.reserve(std::min(nSamples, static_cast<size_t>(m_End - m_Next) / 2 + 1));
+    for (size_t i = 0; i < nSamples; ++i)
+    {
+        if (!ReadSample(i))
+        {
+            return false;
+        }
+    }
+    return TakeWord().empty() || Fail("more samples than " + std::to_string(m_Grid.uRows) +
+                                      " rows of " + std::to_string(m_Grid.uColumns) + " have");
+}
+
+bool CAsciiGridDecoder::ReadSample(size_t nIndex)
+{
+    const std::string_view word = TakeWord();
+    double dValue = 0.0;
+    const bool bNumber = ParseNumber(word, dValue);
+    const std::optional<double>& noData = m_Values[KEY_NO_DATA];
+    const auto fValue = static_cast<float>(dValue);
+    // As 32-bit numbers too: header and samples often differ in their last digits.
+    const bool bVoid =
+        bNumber && (std::isnan(dValue) || (noData && fValue == static_cast<float>(*noData)));
+    if (bVoid || (bNumber && std::isfinite(fValue)))
+    {
+        m_Grid.samples.push_back(bVoid ? std::numeric_limits<float>::quiet_NaN() : fValue);
+        return true;
+    }
+    const std::string strRow = "row " + std::to_string(nIndex / m_Grid.uColumns + 1);
+    const size_t nColumn = nIndex % m_Grid.uColumns;
+    if (word.empty())
+    {
+        return Fail("the file ends in " + strRow + " of " + std::to_string(m_Grid.uRows) +
+                    ", after " + std::to_string(nColumn) + " of " +
+                    std::to_string(m_Grid.uColumns) + " samples");
+    }
+    return Fail(strRow + ", column " + std::to_string(nColumn + 1) + ": " + Quote(word) +
+                (bNumber ? " is out of range" : " is no number"));
+}
+
+} // namespace
+
+bool DecodeAsciiGrid(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& strFault)
+{
+    try
+    {
+        CAsciiGridDecoder decoder(bytes);
+        if (decoder.Decode())
+        {
+            grid = std::move(decoder.GetGrid());
+            return true;
+        }
+        strFault = decoder.GetFault();
+    }
+    catch (const std::bad_alloc&)
+    {
+        strFault = "not enough memory";
+    }
+    return false;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "engine/elevation/HeightExport.h"
+
+#include <vector>
+
+// Heights as the samples of a file, a row at a time. Belongs to one export; the heights and the
+// plan are borrowed for its life.
+class CExportRows
+{
+public:
+    CExportRows(const SSampleView& heights, const SExportPlan& plan);
+
+    uint32_t GetColumns() const { return m_Heights.uColumns; }
+
+    uint32_t GetRows() const { return m_Heights.uRows; }
+
+    // As they go into the file, whole numbers where that has integers. Good until the next call.
+    const float* GetRow(uint32_t uRow);
+
+    // Counts what all rows lose, into the plan's three numbers.
+    static void CountLosses(const SSampleView& heights, SExportPlan& plan);
+
+private:
+    SSampleView m_Heights;
+    const SExportPlan& m_Plan;
+    std::vector<float> m_Row;
+};

@@ -1,0 +1,207 @@
+#include "engine/elevation/AsciiGridReader.h"
+#include "engine/elevation/GeoTiffReader.h"
+#include "engine/elevation/GreyPngReader.h"
+#include "engine/elevation/HeightImport.h"
+#include "engine/elevation/HgtReader.h"
+#include "engine/elevation/NpyReader.h"
+#include "engine/elevation/RawReader.h"
+#include "engine/elevation/ReportText.h"
+#include "engine/terrain/HeightFile.h"
+#include "host/FileSystem.h"
+#include "host/Log.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <new>
+#include <utility>
+
+namespace
+{
+
+// A whole file in memory.
+struct SFileBytes
+{
+    std::unique_ptr<uint8_t[]> pBytes; // not zeroed: files may be gigabytes
+    size_t nCount = 0;
+
+    std::span<const uint8_t> Get() const { return {pBytes.get(), nCount}; }
+};
+
+// False with the whole line.
+bool LoadBytes(const char* pszPath, SFileBytes& bytes, std::string& strLine)
+{
+    fs::file file;
+    if (!file.open(pszPath, fs::mode_read))
+    {
+        strLine = file.last_error().get_error_text();
+        return false;
+    }
+    bytes.nCount = file.length();
+    bytes.pBytes.reset(new uint8_t[bytes.nCount]);
+    if (file.read(bytes.pBytes.get(), bytes.nCount) != bytes.nCount)
+    {
+        strLine = std::string(pszPath) + ": cannot be read to its end";
+        return false;
+    }
+    return true;
+}
+
+bool Decode(EElevationFormat eFormat,
+            std::span<const uint8_t> bytes,
+            const SImportOptions& options,
+            SSampleGrid& grid,
+            std::string& strFault)
+{
+    switch (eFormat)
+    {
+    case EElevationFormat::Png:
+        return DecodeGreyPng(bytes, grid, strFault);
+    case EElevationFormat::Raw16:
+    case EElevationFormat::Raw32:
+        return DecodeRaw(
+            bytes,
+            {eFormat == EElevationFormat::Raw32,
+             options.eByteOrder == EByteOrder::Big ? EByteOrder::Big : EByteOrder::Little,
+             options.uColumns,
+             options.uRows},
+            grid,
+            strFault);
+    case EElevationFormat::Npy:
+        return DecodeNpy(bytes, grid, strFault);
+    case EElevationFormat::Hgt:
+        return DecodeHgt(bytes, grid, strFault);
+    case EElevationFormat::Tiff:
+        return DecodeGeoTiff(bytes, grid, strFault);
+    case EElevationFormat::AsciiGrid:
+        return DecodeAsciiGrid(bytes, grid, strFault);
+    default:
+        strFault = "is no height map that can be read (height, png, r16, r32, npy, hgt, tif, asc)";
+        return false;
+    }
+}
+
+// False when ReadHeightFile has logged why.
+bool ReadOwnFile(const char* pszPath, SSampleGrid& grid, SVec3& size)
+{
+    SHeightField field;
+    if (!ReadHeightFile(pszPath, field))
+    {
+        return false;
+    }
+    grid.uColumns = field.uSizeX;
+    grid.uRows = field.uSizeZ;
+    grid.samples.assign(field.pHeights.get(), field.pHeights.get() + field.GetCount());
+    grid.eByteOrder = EByteOrder::Little;
+    grid.dSpacingX = std::fabs(static_cast<double>(field.size.x)) / (field.uSizeX - 1);
+    grid.dSpacingZ = std::fabs(static_cast<double>(field.size.z)) / (field.uSizeZ - 1);
+    size = field.size;
+    return true;
+}
+
+void AddLines(const char* pszPath,
+              const SImportOptions& options,
+              const SSampleGrid& grid,
+              SImportReport& report)
+{
+    std::vector<std::string>& lines = report.lines;
+    lines.push_back(MakeText("%s: %u x %u samples", pszPath, grid.uColumns, grid.uRows));
+    lines.push_back(MakeText(
+        "format: %s, %s", GetElevationFormatName(report.eFormat), GetSampleTypeText(grid).c_str()));
+    const bool bRaw =
+        report.eFormat == EElevationFormat::Raw16 || report.eFormat == EElevationFormat::Raw32;
+    if (bRaw && options.eByteOrder == EByteOrder::None)
+    {
+        lines.emplace_back("assumed: little-endian byte order");
+    }
+    if (bRaw && options.uColumns == 0 && options.uRows == 0)
+    {
+        lines.push_back(
+            MakeText("assumed: a square of %u x %u samples", grid.uColumns, grid.uRows));
+    }
+    const bool bTerrain = report.eFormat == EElevationFormat::Height;
+    lines.emplace_back(std::string(bTerrain ? "order" : "assumed") +
+                       ": the first row is north (z = 0), the first column is west (x = 0)");
+    if (grid.uBits <= 8 && grid.eType != ESampleType::Float)
+    {
+        lines.push_back(MakeText("warning: %u bits tell only %u heights apart, slopes become "
+                                 "terraces",
+                                 grid.uBits,
+                                 1U << grid.uBits));
+    }
+}
+
+// False with the whole line, or with none when it is logged already.
+bool Read(const char* pszPath,
+          const SImportOptions& options,
+          SSampleGrid& grid,
+          SImportReport& report,
+          std::string& strLine)
+{
+    SSampleGrid read;
+    SImportReport made;
+    made.eFormat = FindFormatOfFile(pszPath);
+    if (made.eFormat == EElevationFormat::Height)
+    {
+        if (!ReadOwnFile(pszPath, read, made.size))
+        {
+            return false;
+        }
+    }
+    else
+    {
+        SFileBytes bytes;
+        if (!LoadBytes(pszPath, bytes, strLine))
+        {
+            return false;
+        }
+        std::string strFault;
+        if (!Decode(made.eFormat, bytes.Get(), options, read, strFault))
+        {
+            strLine = std::string(pszPath) + ": " + strFault;
+            return false;
+        }
+    }
+    made.nVoids = static_cast<size_t>(std::count_if(
+        read.samples.begin(), read.samples.end(), [](float f) { return std::isnan(f); }));
+    if (made.nVoids == read.samples.size())
+    {
+        strLine = std::string(pszPath) + ": has no sample that is not void";
+        return false;
+    }
+    AddLines(pszPath, options, read, made);
+    grid = std::move(read);
+    report = std::move(made);
+    return true;
+}
+
+} // namespace
+
+bool ReadElevation(const char* pszPath,
+                   const SImportOptions& options,
+                   SSampleGrid& grid,
+                   SImportReport& report)
+{
+    if (pszPath == nullptr)
+    {
+        CrashLog("[ReadElevation] no path\n");
+        return false;
+    }
+    try
+    {
+        std::string strLine;
+        if (Read(pszPath, options, grid, report, strLine))
+        {
+            return true;
+        }
+        if (!strLine.empty())
+        {
+            CrashLog("[ReadElevation] %s\n", strLine.c_str());
+        }
+    }
+    catch (const std::bad_alloc&)
+    {
+        CrashLog("[ReadElevation] %s: not enough memory\n", pszPath);
+    }
+    return false;
+}

@@ -1,0 +1,140 @@
+#include "engine/elevation/ExportWriters.h"
+
+#include "engine/elevation/ReportText.h"
+#include "engine/imaging/Grey16.h"
+
+#include <algorithm>
+#include <bit>
+#include <charconv>
+#include <cstring>
+
+static_assert(std::endian::native == std::endian::little, "samples are written as they lie");
+
+namespace
+{
+
+// One row in the numbers of the file.
+template <typename TSample>
+void PackRow(const float* pSamples, uint32_t nCount, bool bSwap, std::vector<uint8_t>& bytes)
+{
+    bytes.resize(size_t{nCount} * sizeof(TSample));
+    for (uint32_t i = 0; i < nCount; ++i)
+    {
+        uint8_t* pDest = bytes.data() + size_t{i} * sizeof(TSample);
+        const auto sample = static_cast<TSample>(pSamples[i]);
+        std::memcpy(pDest, &sample, sizeof(TSample));
+        if (bSwap)
+        {
+            std::reverse(pDest, pDest + sizeof(TSample));
+        }
+    }
+}
+
+template <typename TSample> void WriteRows(fs::file& file, CExportRows& rows, bool bSwap)
+{
+    std::vector<uint8_t> bytes;
+    for (uint32_t z = 0; z < rows.GetRows(); ++z)
+    {
+        PackRow<TSample>(rows.GetRow(z), rows.GetColumns(), bSwap, bytes);
+        file.write(bytes.data(), bytes.size());
+    }
+}
+
+// The shortest text that reads back to the same number.
+void AppendExact(std::string& strText, double dValue, bool bSingle)
+{
+    char aText[32];
+    const auto [pEnd, error] =
+        bSingle ? std::to_chars(std::begin(aText), std::end(aText), static_cast<float>(dValue))
+                : std::to_chars(std::begin(aText), std::end(aText), dValue);
+    strText.append(aText, pEnd);
+}
+
+} // namespace
+
+bool WriteRaw(fs::file& file, CExportRows& rows, const SExportPlan& plan)
+{
+    const bool bSwap = plan.eByteOrder == EByteOrder::Big;
+    switch (plan.eFormat)
+    {
+    case EElevationFormat::Raw16:
+        WriteRows<uint16_t>(file, rows, bSwap);
+        break;
+    case EElevationFormat::Hgt:
+        WriteRows<int16_t>(file, rows, bSwap);
+        break;
+    default:
+        WriteRows<float>(file, rows, bSwap);
+        break;
+    }
+    return true;
+}
+
+bool WriteNpy(fs::file& file, CExportRows& rows, const SExportPlan& plan)
+{
+    constexpr size_t ALIGNMENT = 64; // the samples start at a multiple of it
+    constexpr size_t FIXED_BYTES = 10;
+    std::string strHeader =
+        MakeText("{'descr': '<f4', 'fortran_order': False, 'shape': (%u, %u), }",
+                 rows.GetRows(),
+                 rows.GetColumns());
+    while ((FIXED_BYTES + strHeader.size() + 1) % ALIGNMENT != 0)
+    {
+        strHeader += ' ';
+    }
+    strHeader += '\n';
+    std::string strStart("\x93NUMPY\1\0", 8);
+    strStart += static_cast<char>(strHeader.size());
+    strStart += '\0'; // the header is shorter than 256 bytes
+    strStart += strHeader;
+    file.write(strStart.data(), strStart.size());
+    return WriteRaw(file, rows, plan);
+}
+
+bool WriteAsciiGrid(fs::file& file, CExportRows& rows, const SExportPlan& plan)
+{
+    // Small cells near 0, 0 would look like degrees of longitude and latitude.
+    constexpr double DEGREES_CELL = 0.1;
+    const bool bSmall = std::max(plan.dSpacingX, plan.dSpacingZ) < DEGREES_CELL;
+    const char* pszPlace = bSmall ? "1000" : "0";
+    std::string strText = MakeText("ncols %u\nnrows %u\nxllcenter %s\nyllcenter %s\n",
+                                   rows.GetColumns(),
+                                   rows.GetRows(),
+                                   pszPlace,
+                                   pszPlace);
+    const bool bSquare = plan.dSpacingX == plan.dSpacingZ;
+    strText += bSquare ? "cellsize " : "dx ";
+    AppendExact(strText, plan.dSpacingX, false);
+    if (!bSquare)
+    {
+        strText += "\ndy ";
+        AppendExact(strText, plan.dSpacingZ, false);
+    }
+    strText += '\n';
+    for (uint32_t z = 0; z < rows.GetRows(); ++z)
+    {
+        const float* pRow = rows.GetRow(z);
+        for (uint32_t x = 0; x < rows.GetColumns(); ++x)
+        {
+            AppendExact(strText, static_cast<double>(pRow[x]), true);
+            strText += x + 1 < rows.GetColumns() ? ' ' : '\n';
+        }
+        file.write(strText.data(), strText.size());
+        strText.clear();
+    }
+    return true;
+}
+
+bool WriteGreyPng(const char* pszPath, CExportRows& rows)
+{
+    std::vector<uint16_t> codes(size_t{rows.GetColumns()} * rows.GetRows());
+    for (uint32_t z = 0; z < rows.GetRows(); ++z)
+    {
+        const float* pRow = rows.GetRow(z);
+        std::transform(pRow,
+                       pRow + rows.GetColumns(),
+                       codes.begin() + static_cast<ptrdiff_t>(size_t{z} * rows.GetColumns()),
+                       [](float fCode) { return static_cast<uint16_t>(fCode); });
+    }
+    return SaveGrey16(pszPath, rows.GetColumns(), rows.GetRows(), codes.data());
+}

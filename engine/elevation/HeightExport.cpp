@@ -1,0 +1,303 @@
+#include "engine/elevation/HeightExport.h"
+
+#include "engine/elevation/CExportRows.h"
+#include "engine/elevation/ExportWriters.h"
+#include "engine/elevation/ReportText.h"
+#include "engine/terrain/HeightFile.h"
+#include "host/FileSystem.h"
+#include "host/Log.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <new>
+#include <utility>
+
+namespace
+{
+
+double FindHighest(const SSampleView& heights)
+{
+    float fHighest = 0.0F;
+    for (size_t i = 0; i < heights.GetCount(); ++i)
+    {
+        const float fHeight = heights.pSamples[i];
+        fHighest = std::isfinite(fHeight) ? std::max(fHighest, fHeight) : fHighest;
+    }
+    return static_cast<double>(fHighest);
+}
+
+// What samples of the format can be; dUnit and the byte order are set by others.
+void SetLimits(SExportPlan& plan, bool bCodes)
+{
+    plan.dLow = -static_cast<double>(FLT_MAX);
+    plan.dHigh = static_cast<double>(FLT_MAX);
+    if (plan.eFormat == EElevationFormat::Hgt)
+    {
+        plan.dLow = -32767.0; // -32768 is a void
+        plan.dHigh = 32767.0;
+    }
+    if (bCodes)
+    {
+        plan.dLow = 0.0;
+        plan.dHigh = plan.eFormat == EElevationFormat::Raw32 ? 1.0 : 65535.0;
+    }
+    plan.bRound = plan.eFormat == EElevationFormat::Hgt || plan.eFormat == EElevationFormat::Png ||
+                  plan.eFormat == EElevationFormat::Raw16;
+}
+
+// Why this cannot be written in that format; empty when it can.
+std::string
+FindFault(EElevationFormat eFormat, const SSampleView& heights, const SExportOptions& options)
+{
+    if (eFormat == EElevationFormat::Unknown)
+    {
+        return "the extension names no format (height, png, r16, r32, npy, hgt, tif, asc)";
+    }
+    if (heights.pSamples == nullptr || std::min(heights.uColumns, heights.uRows) < MIN_SAMPLES)
+    {
+        return "no heights";
+    }
+    if (options.dWhite > 0.0 && options.dUnit > 0.0)
+    {
+        return "a height of white and a unit are given, only one can hold";
+    }
+    if (options.dWhite > 0.0 && !HoldsCodes(eFormat, true))
+    {
+        return "holds heights, no codes: it has no white, give a unit";
+    }
+    if (options.dUnit > 0.0 && eFormat == EElevationFormat::Height)
+    {
+        return "a height file holds terrain units";
+    }
+    if (eFormat == EElevationFormat::Hgt && heights.uColumns != heights.uRows)
+    {
+        return MakeText("%u x %u heights: an HGT tile is square", heights.uColumns, heights.uRows);
+    }
+    return "";
+}
+
+double ChooseUnit(const SSampleView& heights,
+                  const SVec3& size,
+                  const SExportOptions& options,
+                  SExportPlan& plan)
+{
+    if (!HoldsCodes(plan.eFormat, options.dWhite > 0.0) || options.dUnit > 0.0)
+    {
+        return options.dUnit > 0.0 ? options.dUnit : 1.0;
+    }
+    double dWhite = options.dWhite;
+    if (dWhite <= 0.0)
+    {
+        const double dMaxHeight = std::fabs(static_cast<double>(size.y));
+        const double dHighest = FindHighest(heights);
+        dWhite = std::max(dMaxHeight, dHighest);
+        plan.lines.push_back(
+            "assumed: full white is the " +
+            std::string(dHighest > dMaxHeight ? "highest height " : "maximum height ") +
+            MakeNumber(dWhite));
+    }
+    return dWhite / plan.dHigh;
+}
+
+std::string GetTypeText(const SExportPlan& plan)
+{
+    SSampleGrid grid; // for the words alone
+    const bool bFloat = !plan.bRound;
+    grid.eType = bFloat                                  ? ESampleType::Float
+                 : plan.eFormat == EElevationFormat::Hgt ? ESampleType::Signed
+                                                         : ESampleType::Unsigned;
+    grid.uBits = bFloat ? 32 : 16;
+    grid.eByteOrder = plan.eByteOrder;
+    return GetSampleTypeText(grid);
+}
+
+void AddScaleLines(SExportPlan& plan)
+{
+    plan.lines.push_back(std::string("scale: ") + (plan.bRound ? "one step" : "1.0") +
+                         " of the file is " + MakeNumber(plan.dUnit) + " in terrain units" +
+                         (plan.bRound ? ", heights are rounded to whole steps" : ""));
+    if (plan.eFormat == EElevationFormat::Tiff || plan.eFormat == EElevationFormat::AsciiGrid)
+    {
+        plan.lines.push_back("spacing: " + MakeNumber(plan.dSpacingX) + " x " +
+                             MakeNumber(plan.dSpacingZ) + " of the file's units");
+    }
+    else
+    {
+        plan.lines.emplace_back("note: the format keeps no spacing and no maximum height");
+    }
+}
+
+void AddLossLines(SExportPlan& plan)
+{
+    const std::pair<size_t, std::string> losses[] = {
+        {plan.nBelow, "below " + MakeNumber(plan.dLow * plan.dUnit)},
+        {plan.nAbove, "above " + MakeNumber(plan.dHigh * plan.dUnit)},
+        {plan.nVoids, "that are no finite numbers"},
+    };
+    for (const auto& [nCount, strWhich] : losses)
+    {
+        if (nCount > 0)
+        {
+            plan.lines.push_back(MakeText(
+                "warning: %zu heights %s do not fit and are clamped", nCount, strWhich.c_str()));
+        }
+    }
+}
+
+EByteOrder GetByteOrder(EElevationFormat eFormat, EByteOrder eGiven)
+{
+    switch (eFormat)
+    {
+    case EElevationFormat::Raw16:
+    case EElevationFormat::Raw32:
+        return eGiven == EByteOrder::Big ? EByteOrder::Big : EByteOrder::Little;
+    case EElevationFormat::Png:
+    case EElevationFormat::Hgt:
+        return EByteOrder::Big;
+    case EElevationFormat::AsciiGrid:
+        return EByteOrder::None;
+    default:
+        return EByteOrder::Little;
+    }
+}
+
+// Gives the fault, empty when there is none.
+std::string MakePlan(const char* pszPath,
+                     const SSampleView& heights,
+                     const SVec3& size,
+                     const SExportOptions& options,
+                     SExportPlan& plan)
+{
+    plan.eFormat = FindFormatByName(pszPath);
+    std::string strFault = FindFault(plan.eFormat, heights, options);
+    if (!strFault.empty())
+    {
+        return strFault;
+    }
+    plan.eByteOrder = GetByteOrder(plan.eFormat, options.eByteOrder);
+    SetLimits(plan, HoldsCodes(plan.eFormat, options.dWhite > 0.0));
+    plan.lines.push_back(MakeText("%s: %u x %u samples", pszPath, heights.uColumns, heights.uRows));
+    plan.lines.push_back(MakeText(
+        "format: %s, %s", GetElevationFormatName(plan.eFormat), GetTypeText(plan).c_str()));
+    if (plan.eFormat == EElevationFormat::Height)
+    {
+        return ""; // the terrain as it is
+    }
+    const bool bRaw =
+        plan.eFormat == EElevationFormat::Raw16 || plan.eFormat == EElevationFormat::Raw32;
+    if (bRaw && options.eByteOrder == EByteOrder::None)
+    {
+        plan.lines.emplace_back("assumed: little-endian byte order");
+    }
+    plan.lines.emplace_back("order: the first row is north (z = 0), the first column is west "
+                            "(x = 0)");
+    plan.dUnit = ChooseUnit(heights, size, options, plan);
+    if (!std::isfinite(plan.dUnit) || plan.dUnit <= 0.0)
+    {
+        return "has no height of white above 0";
+    }
+    plan.dSpacingX = std::fabs(static_cast<double>(size.x)) / (heights.uColumns - 1);
+    plan.dSpacingZ = std::fabs(static_cast<double>(size.z)) / (heights.uRows - 1);
+    if (options.dUnit > 0.0)
+    {
+        plan.dSpacingX /= plan.dUnit;
+        plan.dSpacingZ /= plan.dUnit;
+    }
+    CExportRows::CountLosses(heights, plan);
+    AddScaleLines(plan);
+    AddLossLines(plan);
+    return "";
+}
+
+// False with the fault when the file's own error is not the reason.
+bool WriteInto(fs::file& file, CExportRows& rows, const SExportPlan& plan, std::string& strFault)
+{
+    switch (plan.eFormat)
+    {
+    case EElevationFormat::Npy:
+        return WriteNpy(file, rows, plan);
+    case EElevationFormat::AsciiGrid:
+        return WriteAsciiGrid(file, rows, plan);
+    case EElevationFormat::Tiff:
+        return WriteTiff(file, rows, plan, strFault);
+    default:
+        return WriteRaw(file, rows, plan);
+    }
+}
+
+// Gives the whole line, empty when all went well or is logged; bDone says which.
+std::string Write(const char* pszPath, CExportRows& rows, const SExportPlan& plan, bool& bDone)
+{
+    fs::file file;
+    std::string strFault;
+    if (!file.open(pszPath, fs::mode_write))
+    {
+        return file.last_error().get_error_text();
+    }
+    const bool bWritten = WriteInto(file, rows, plan, strFault);
+    // A full disk is the file's own error, whatever a library made of it.
+    if (!bWritten && *file.last_error().get_error_text() == '\0')
+    {
+        file.discard();
+        return std::string(pszPath) + ": " + strFault;
+    }
+    bDone = file.close() && bWritten;
+    return bDone ? "" : file.last_error().get_error_text();
+}
+
+} // namespace
+
+bool PlanExport(const char* pszPath,
+                const SSampleView& heights,
+                const SVec3& size,
+                const SExportOptions& options,
+                SExportPlan& plan)
+{
+    SExportPlan made;
+    const std::string strFault =
+        pszPath == nullptr ? "no path" : MakePlan(pszPath, heights, size, options, made);
+    if (!strFault.empty())
+    {
+        CrashLog("[PlanExport] %s: %s\n", pszPath != nullptr ? pszPath : "", strFault.c_str());
+        return false;
+    }
+    plan = std::move(made);
+    return true;
+}
+
+bool ExportHeights(const char* pszPath,
+                   const SSampleView& heights,
+                   const SVec3& size,
+                   const SExportPlan& plan)
+{
+    if (plan.eFormat == EElevationFormat::Height)
+    {
+        return WriteHeightFile(pszPath, heights.pSamples, heights.uColumns, heights.uRows, size);
+    }
+    if (pszPath == nullptr || plan.eFormat == EElevationFormat::Unknown)
+    {
+        CrashLog("[ExportHeights] no path or no plan\n");
+        return false;
+    }
+    try
+    {
+        CExportRows rows(heights, plan);
+        if (plan.eFormat == EElevationFormat::Png)
+        {
+            return WriteGreyPng(pszPath, rows);
+        }
+        bool bDone = false;
+        const std::string strLine = Write(pszPath, rows, plan, bDone);
+        if (!strLine.empty())
+        {
+            CrashLog("[ExportHeights] %s\n", strLine.c_str());
+        }
+        return bDone;
+    }
+    catch (const std::bad_alloc&)
+    {
+        CrashLog("[ExportHeights] %s: not enough memory\n", pszPath);
+        return false;
+    }
+}

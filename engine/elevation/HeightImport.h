@@ -1,0 +1,43 @@
+#pragma once
+
+#include "engine/elevation/ElevationFormat.h"
+#include "engine/elevation/SImportOptions.h"
+#include "engine/elevation/SSampleGrid.h"
+#include "engine/terrain/SHeightField.h"
+#include "host/Export.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+// Import of height maps. First row of a file is north (z = 0), first column west (x = 0).
+
+// What came of an import, to be shown before its heights are used.
+struct SImportReport
+{
+    EElevationFormat eFormat = EElevationFormat::Unknown;
+    size_t nVoids = 0; // samples that the file lacks
+    SVec3 size;        // of a ".height" file, else 0
+
+    // One line each without a line feed: what the file is, what was assumed ("assumed: ..."), what
+    // may disappoint ("warning: ...", "note: ..."), what the terrain is.
+    std::vector<std::string> lines;
+};
+
+// Reads a file as it is: codes stay codes, voids NaN. False with one logged line that names the
+// file and the fault; grid is then as it was.
+TELLUR_API bool ReadElevation(const char* pszPath,
+                              const SImportOptions& options,
+                              SSampleGrid& grid,
+                              SImportReport& report);
+
+// Makes a terrain of a file: fills voids, turns samples into terrain units, fits them to vertices.
+// Needs the memory of two grids. False with one logged line; field is then as it was.
+TELLUR_API bool ImportHeights(const char* pszPath,
+                              const SImportOptions& options,
+                              SHeightField& field,
+                              SImportReport& report);
+
+// The first of 1, 2, 5, 10, 20, 50 ... that is above the highest sample; 1000 when no sample is
+// above 0.
+TELLUR_API float GetDefaultMaxHeight(float fHighest);

@@ -1,0 +1,34 @@
+#include "engine/elevation/HgtReader.h"
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+bool DecodeHgt(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& strFault)
+{
+    constexpr int16_t VOID_SAMPLE = -32768;
+    const size_t nCount = bytes.size() / 2;
+    const auto nSide = static_cast<size_t>(std::llround(std::sqrt(static_cast<double>(nCount))));
+    if (bytes.size() % 2 != 0 || nSide * nSide != nCount || nSide < MIN_SAMPLES ||
+        nSide > MAX_SAMPLES)
+    {
+        strFault = "its " + std::to_string(bytes.size()) + " bytes are no square of 16-bit samples";
+        return false;
+    }
+    SSampleGrid read;
+    read.uColumns = static_cast<uint32_t>(nSide);
+    read.uRows = read.uColumns;
+    read.eType = ESampleType::Signed;
+    read.uBits = 16;
+    read.eByteOrder = EByteOrder::Big;
+    read.samples.resize(nCount);
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        const auto iSample =
+            static_cast<int16_t>(static_cast<uint16_t>(bytes[2 * i] << 8 | bytes[2 * i + 1]));
+        read.samples[i] =
+            iSample == VOID_SAMPLE ? std::numeric_limits<float>::quiet_NaN() : iSample;
+    }
+    grid = std::move(read);
+    return true;
+}

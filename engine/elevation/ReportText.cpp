@@ -1,0 +1,43 @@
+#include "engine/elevation/ReportText.h"
+
+#include <charconv>
+#include <cstdarg>
+#include <cstdio>
+
+std::string MakeText(const char* pszFormat, ...)
+{
+    va_list arguments;
+    va_start(arguments, pszFormat);
+    va_list again;
+    va_copy(again, arguments);
+    std::string strText(static_cast<size_t>(std::vsnprintf(nullptr, 0, pszFormat, arguments)),
+                        '\0');
+    std::vsnprintf(strText.data(), strText.size() + 1, pszFormat, again);
+    va_end(again);
+    va_end(arguments);
+    return strText;
+}
+
+std::string MakeNumber(double dValue)
+{
+    constexpr int DIGITS = 7;
+    char aText[32];
+    const auto [pEnd, error] = std::to_chars(
+        std::begin(aText), std::end(aText), dValue, std::chars_format::general, DIGITS);
+    return {aText, pEnd};
+}
+
+std::string GetSampleTypeText(const SSampleGrid& grid)
+{
+    if (grid.eType == ESampleType::Float && grid.eByteOrder == EByteOrder::None)
+    {
+        return "numbers as text";
+    }
+    const char* pszType = grid.eType == ESampleType::Float    ? "float"
+                          : grid.eType == ESampleType::Signed ? "signed"
+                                                              : "unsigned";
+    const char* pszOrder = grid.eByteOrder == EByteOrder::Big      ? ", big-endian"
+                           : grid.eByteOrder == EByteOrder::Little ? ", little-endian"
+                                                                   : "";
+    return MakeText("%u bits %s%s", grid.uBits, pszType, pszOrder);
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "engine/elevation/SSampleGrid.h"
+
+#include <cstdint>
+#include <optional>
+
+// How the samples of a file become the vertices of a terrain.
+enum class EFit : uint8_t
+{
+    Resample, // the whole file, interpolated, to a square
+    Crop,     // a square window of it, sample by sample
+    Keep,     // as many vertices as samples; not every such grid is a terrain
+};
+
+// What a user says of a file to import. 0: not said, except for the window's place.
+struct SImportOptions
+{
+    // Of a raw file.
+    uint32_t uColumns = 0;
+    uint32_t uRows = 0;
+    EByteOrder eByteOrder = EByteOrder::None; // None: not said, little
+
+    // Heights, one of the two at most: the height of full white in a file of codes, or the terrain
+    // units of one step or unit of the file.
+    double dWhite = 0.0;
+    double dUnit = 0.0;
+    float fMaxHeight = 0.0F; // the terrain's height limit
+
+    EFit eFit = EFit::Resample;
+    uint32_t uSize = 0;            // vertices per side
+    std::optional<uint32_t> cropX; // first column of the window; the middle when not given
+    std::optional<uint32_t> cropZ;
+
+    // Terrain units: the whole terrain, or between samples. One of the two along each axis.
+    float fWidth = 0.0F;
+    float fDepth = 0.0F;
+    float fSpacingX = 0.0F;
+    float fSpacingZ = 0.0F;
+};

@@ -1,0 +1,83 @@
+#include "tools/height/Info.h"
+
+#include "engine/elevation/HeightImport.h"
+#include "engine/elevation/ReportText.h"
+#include "engine/elevation/Resample.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace
+{
+
+std::string GetSpacingText(const SSampleGrid& grid)
+{
+    if (grid.dSpacingX <= 0.0 || grid.dSpacingZ <= 0.0)
+    {
+        return "not said";
+    }
+    return MakeNumber(grid.dSpacingX) + " x " + MakeNumber(grid.dSpacingZ) +
+           (grid.bInDegrees ? " degrees" : "");
+}
+
+// Of the samples that are no voids; there is one.
+std::string GetRangeText(const SSampleGrid& grid)
+{
+    float fLow = INFINITY;
+    float fHigh = -INFINITY;
+    for (const float fSample : grid.samples)
+    {
+        fLow = std::fmin(fLow, fSample);
+        fHigh = std::fmax(fHigh, fSample);
+    }
+    return MakeNumber(static_cast<double>(fLow)) + " to " + MakeNumber(static_cast<double>(fHigh));
+}
+
+void PrintFile(const std::string& strPath, const SSampleGrid& grid, const SImportReport& report)
+{
+    std::printf("%s\n", strPath.c_str());
+    std::printf("  format: %s\n", GetElevationFormatName(report.eFormat));
+    std::printf("  samples: %u columns x %u rows\n", grid.uColumns, grid.uRows);
+    std::printf("  type: %s\n", GetSampleTypeText(grid).c_str());
+    std::printf("  spacing: %s\n", GetSpacingText(grid).c_str());
+    std::printf("  range: %s\n", GetRangeText(grid).c_str());
+    std::printf("  voids: %zu\n", report.nVoids);
+    std::printf("  nearest size: %u\n", GetNearestSize(grid.uColumns, grid.uRows));
+    if (report.eFormat == EElevationFormat::Height)
+    {
+        std::printf("  size: %s x %s, maximum height %s\n",
+                    MakeNumber(static_cast<double>(report.size.x)).c_str(),
+                    MakeNumber(static_cast<double>(report.size.z)).c_str(),
+                    MakeNumber(static_cast<double>(report.size.y)).c_str());
+    }
+    for (const std::string& strLine : report.lines)
+    {
+        if (strLine.starts_with("warning: ") || strLine.starts_with("assumed: "))
+        {
+            std::printf("  %s\n", strLine.c_str());
+        }
+    }
+}
+
+} // namespace
+
+bool PrintInfo(const SHeightOptions& options)
+{
+    bool bGood = true;
+    for (const std::string& strInput : options.inputs)
+    {
+        SSampleGrid grid;
+        SImportReport report;
+        if (ReadElevation(strInput.c_str(), options.import, grid, report))
+        {
+            PrintFile(strInput, grid, report);
+            std::fflush(stdout);
+        }
+        else
+        {
+            bGood = false;
+        }
+    }
+    return bGood;
+}
