@@ -24,7 +24,8 @@ constexpr uint32_t REQUEST_RELOAD = 17;
 
 // The terrain's heights at another size, in steps that hold no more than the grid they read and the
 // grid they write. Null when there is no memory.
-std::unique_ptr<SHeightMapData> ResampleHeights(const Terrain& terrain, uint32_t uFrom, uint32_t uTo)
+std::unique_ptr<SHeightMapData>
+ResampleHeights(const Terrain& terrain, uint32_t uFrom, uint32_t uTo)
 {
     auto pGrid = std::make_unique<SHeightMapData>(uFrom);
     if (pGrid->heights == nullptr)

@@ -12,7 +12,7 @@ struct SHeightMapData
     // All heights 0. heights stays null for no vertices and when there is no memory.
     explicit SHeightMapData(uint32_t uSize)
         : size(uSize)
-        , heights(uSize > 0 ? new(std::nothrow) float[size_t{uSize} * uSize]() : nullptr)
+        , heights(uSize > 0 ? new (std::nothrow) float[size_t{uSize} * uSize]() : nullptr)
     {
     }
 
@@ -24,6 +24,6 @@ struct SHeightMapData
 
     float* GetRow(uint32_t uRow) { return heights.get() + size_t{uRow} * size; }
 
-    uint32_t size; // vertices per side
+    uint32_t size;                    // vertices per side
     std::unique_ptr<float[]> heights; // index row * size + column
 };

@@ -115,8 +115,8 @@ TEST(RandomStrokes, UndoAllRestoresEveryBitAndRedoAllBringsItBack)
                               runner.Path("mask.png"));
         CNumbers numbers(static_cast<uint32_t>(iScript));
         WriteRelief(runner.Path("first.height"), numbers, iScript % 2 == 0 ? 1.0F : 0.005F);
-        std::string strBody = "open( \"first.height\" )\n" + MakeBrush(numbers) +
-                              "mode( \"terraforming\" )\n";
+        std::string strBody =
+            "open( \"first.height\" )\n" + MakeBrush(numbers) + "mode( \"terraforming\" )\n";
         std::string strBack;
         std::string strAgain;
         for (int i = 0; i < STROKES; ++i)
@@ -125,8 +125,8 @@ TEST(RandomStrokes, UndoAllRestoresEveryBitAndRedoAllBringsItBack)
             strBack += "undo() ";
             strAgain += "redo() ";
         }
-        strBody += "save( \"last.height\" )\n" + strBack + "save( \"undone.height\" )\n" + strAgain +
-                   "save( \"redone.height\" )\n";
+        strBody += "save( \"last.height\" )\n" + strBack + "save( \"undone.height\" )\n" +
+                   strAgain + "save( \"redone.height\" )\n";
         const SRunResult result = runner.Play(strBody);
         ASSERT_EQ(result.iExitCode, 0) << result.strErr;
         const std::string strFirst = ReadBytes(runner.Path("first.height"));
@@ -157,12 +157,14 @@ TEST(RandomStrokes, ABlurStaysInTheRangeOfItsNeighbourhoodAndSetHeightLandsExact
             "open( \"first.height\" )\nbrush()\n{\n bitmap() { path( \"white.png\" ) }\n"
             " function( \"BlurFunction\" ) { attrib( \"m_NeighbourhoodSize\", \"" +
             std::to_string(iRadius) +
-            Format("\" ) }\n power_modifier( %g )\n extent( 2000 )\n}\n", numbers.Float(0.2F, 1.0F)) +
+            Format("\" ) }\n power_modifier( %g )\n extent( 2000 )\n}\n",
+                   numbers.Float(0.2F, 1.0F)) +
             "mode( \"terraforming\" )\npress( 320, 320 ) move( 320, 320, 0 ) release( 320, 320 )\n"
             "save( \"blurred.height\" )\nundo()\nbrush()\n{\n bitmap() { path( \"white.png\" ) }\n"
             " function( \"SetHeightFunction\" ) { attrib( \"m_Height\", \"" +
             Format("%g", fTarget) +
-            "\" ) }\n extent( 2000 )\n}\npress( 320, 320 ) move( 320, 320, 0 ) release( 320, 320 )\n"
+            "\" ) }\n extent( 2000 )\n}\npress( 320, 320 ) move( 320, 320, 0 ) release( 320, 320 "
+            ")\n"
             "save( \"set.height\" )\n");
         ASSERT_EQ(result.iExitCode, 0) << result.strErr;
         const std::vector<float> first = ReadHeights(runner.Path("first.height"));
