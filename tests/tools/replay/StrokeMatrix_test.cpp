@@ -40,10 +40,10 @@ struct SCase
 {
     const char* pszFunction;
     int iMode;
-    bool bDest;      // m_UseOnlyDestBuffer
-    double dMask;    // 1: no mask
-    double dFade;    // 0: none
-    double dBand;    // vertical distance, 0: none
+    bool bDest;   // m_UseOnlyDestBuffer
+    double dMask; // 1: no mask
+    double dFade; // 0: none
+    double dBand; // vertical distance, 0: none
 };
 
 using Heights = std::vector<double>;
@@ -146,8 +146,8 @@ private:
     {
         const std::string strFunction = m_Case.pszFunction;
         const bool bAlways = strFunction == "PointHeightFunction" || m_Case.bDest;
-        const bool bModes = strFunction != "PointHeightFunction" &&
-                            strFunction != "RelativeHeightFunction";
+        const bool bModes =
+            strFunction != "PointHeightFunction" && strFunction != "RelativeHeightFunction";
         const Heights before = m_Dest;
         Heights after = m_Dest;
         for (int i = 0; i < SIDE * SIDE; ++i)
@@ -162,8 +162,7 @@ private:
                 continue;
             }
             const double dPull = GetPull(iX, iZ, dHeight, dStroke);
-            const double dNew =
-                dHeight + dPull * POWER * m_Case.dMask * Band(dHeight - dPicked);
+            const double dNew = dHeight + dPull * POWER * m_Case.dMask * Band(dHeight - dPicked);
             const bool bStronger =
                 std::fabs(dNew - m_Source[n]) >= std::fabs(before[n] - m_Source[n]) - 1e-4;
             if ((!bModes || Allows(dPull)) && (bAlways || bStronger))
@@ -200,8 +199,7 @@ private:
             const double dDelta = dTarget - m_Source[n];
             if (Allows(dDelta))
             {
-                m_Dest[n] =
-                    std::clamp(m_Source[n] + dDelta * Band(dDelta) * dWeight, 0.0, LIMIT);
+                m_Dest[n] = std::clamp(m_Source[n] + dDelta * Band(dDelta) * dWeight, 0.0, LIMIT);
             }
         }
     }
@@ -221,7 +219,8 @@ std::string Format(const char* pszFormat, double dValue)
 std::string MakeScript(const SCase& test)
 {
     static const char* const s_Modes[] = {"mode_default", "mode_min", "mode_max"};
-    std::string strText = "open( \"first.height\" )\nbrush()\n{\n bitmap() { path( \"white.png\" ) }\n";
+    std::string strText =
+        "open( \"first.height\" )\nbrush()\n{\n bitmap() { path( \"white.png\" ) }\n";
     strText += std::string(" function( \"") + test.pszFunction + "\" )\n {\n";
     strText += std::string("  attrib( \"m_Mode\", \"") + s_Modes[test.iMode] + "\" )\n";
     strText += Format("  attrib( \"m_Height\", \"%g\" )\n", HEIGHT);
@@ -240,10 +239,16 @@ std::string MakeScript(const SCase& test)
     strText += szLine;
     for (const SPlace& place : MOVES)
     {
-        std::snprintf(szLine, sizeof(szLine), "move( %g, %g, %d )\n", place.iX * STEP, place.iZ * STEP, place.iStep);
+        std::snprintf(szLine,
+                      sizeof(szLine),
+                      "move( %g, %g, %d )\n",
+                      place.iX * STEP,
+                      place.iZ * STEP,
+                      place.iStep);
         strText += szLine;
     }
-    std::snprintf(szLine, sizeof(szLine), "release( %g, %g )\n", RELEASE.iX * STEP, RELEASE.iZ * STEP);
+    std::snprintf(
+        szLine, sizeof(szLine), "release( %g, %g )\n", RELEASE.iX * STEP, RELEASE.iZ * STEP);
     return strText + szLine + "save( \"last.height\" )\n";
 }
 
@@ -268,7 +273,10 @@ TEST_P(CStrokeMatrix, GivesTheHeightsOfAPlainSecondComputation)
     }
     constexpr float SIZE = static_cast<float>(STEP) * (SIDE - 1);
     ASSERT_TRUE(WriteHeightFile(runner.Path("first.height").c_str(),
-                                heights.data(), SIDE, SIDE, {SIZE, static_cast<float>(LIMIT), SIZE}));
+                                heights.data(),
+                                SIDE,
+                                SIDE,
+                                {SIZE, static_cast<float>(LIMIT), SIZE}));
     const std::vector<uint8_t> grey(16, 102); // 0.4
     const std::unique_ptr<IImage> pMask(
         IL_CreateImageFromBufferFormat(4, 4, EImageFormat::Indexed8, grey.data()));
@@ -277,15 +285,20 @@ TEST_P(CStrokeMatrix, GivesTheHeightsOfAPlainSecondComputation)
 
     for (int i = 0; i < 3 * 2 * 2 * 2 * 2; ++i)
     {
-        const SCase test = {GetParam(), i % 3, i / 3 % 2 != 0, i / 6 % 2 != 0 ? 0.4 : 1.0,
-                            i / 12 % 2 != 0 ? 2000.0 : 0.0, i / 24 % 2 != 0 ? 350.0 : 0.0};
+        const SCase test = {GetParam(),
+                            i % 3,
+                            i / 3 % 2 != 0,
+                            i / 6 % 2 != 0 ? 0.4 : 1.0,
+                            i / 12 % 2 != 0 ? 2000.0 : 0.0,
+                            i / 24 % 2 != 0 ? 350.0 : 0.0};
         const bool bHasDest = *GetParam() == 'B' || std::string(GetParam()) == "PosterizeFunction";
         if (test.bDest && !bHasDest)
         {
             continue;
         }
-        SCOPED_TRACE(testing::Message() << "mode " << test.iMode << " dest " << test.bDest << " mask "
-                     << test.dMask << " fade " << test.dFade << " band " << test.dBand);
+        SCOPED_TRACE(testing::Message()
+                     << "mode " << test.iMode << " dest " << test.bDest << " mask " << test.dMask
+                     << " fade " << test.dFade << " band " << test.dBand);
         const SRunResult result = runner.Play(MakeScript(test));
         ASSERT_EQ(result.iExitCode, 0) << result.strErr;
         SHeightField field;
