@@ -19,32 +19,37 @@ uint32_t GetCoarsenedSize(uint32_t uSize)
     return (uSize - 1) / 2 + 1;
 }
 
+// Null when there is no memory.
 std::unique_ptr<SHeightMapData> MakeGrid(uint32_t uSize)
 {
     auto pGrid = std::make_unique<SHeightMapData>(uSize);
-    return pGrid->heights != nullptr ? std::move(pGrid) : nullptr;
+    if (pGrid->heights == nullptr)
+    {
+        pGrid.reset();
+    }
+    return pGrid;
 }
 
 // A row that exists in the source, and the columns between its vertices.
-void RefineKeptRow(const float* pSource, uint32_t uSize, float* pDest)
+void RefineKeptRow(const float* pSource, size_t nSize, float* pDest)
 {
-    for (uint32_t c = 0; c + 1 < uSize; ++c)
+    for (size_t c = 0; c + 1 < nSize; ++c)
     {
         pDest[2 * c] = pSource[c];
         pDest[2 * c + 1] = (pSource[c] + pSource[c + 1]) / 2.0F;
     }
-    pDest[2 * (uSize - 1)] = pSource[uSize - 1];
+    pDest[2 * (nSize - 1)] = pSource[nSize - 1];
 }
 
 // The row between two rows of the source.
-void RefineNewRow(const float* pUpper, const float* pLower, uint32_t uSize, float* pDest)
+void RefineNewRow(const float* pUpper, const float* pLower, size_t nSize, float* pDest)
 {
-    for (uint32_t c = 0; c + 1 < uSize; ++c)
+    for (size_t c = 0; c + 1 < nSize; ++c)
     {
         pDest[2 * c] = (pUpper[c] + pLower[c]) / 2.0F;
         pDest[2 * c + 1] = (pUpper[c] + pUpper[c + 1] + pLower[c] + pLower[c + 1]) / 4.0F;
     }
-    pDest[2 * (uSize - 1)] = (pUpper[uSize - 1] + pLower[uSize - 1]) / 2.0F;
+    pDest[2 * (nSize - 1)] = (pUpper[nSize - 1] + pLower[nSize - 1]) / 2.0F;
 }
 
 // Between which two source vertices of an axis a new one lies, and where.
@@ -66,7 +71,11 @@ SBetween Locate(uint32_t uIndex, float fScale, uint32_t uSize)
 
 std::unique_ptr<SHeightMapData> Refine(const SHeightMapData& source)
 {
-    auto pResult = source.heights != nullptr ? MakeGrid(GetRefinedSize(source.size)) : nullptr;
+    if (source.heights == nullptr)
+    {
+        return nullptr;
+    }
+    auto pResult = MakeGrid(GetRefinedSize(source.size));
     if (pResult == nullptr)
     {
         return nullptr;
@@ -86,7 +95,11 @@ std::unique_ptr<SHeightMapData> Refine(const SHeightMapData& source)
 std::unique_ptr<SHeightMapData> Coarsen(const SHeightMapData& source)
 {
     const uint32_t uSize = source.heights != nullptr ? GetCoarsenedSize(source.size) : 0;
-    auto pResult = uSize >= SMALLEST_SIZE ? MakeGrid(uSize) : nullptr;
+    if (uSize < SMALLEST_SIZE)
+    {
+        return nullptr;
+    }
+    auto pResult = MakeGrid(uSize);
     if (pResult == nullptr)
     {
         return nullptr;

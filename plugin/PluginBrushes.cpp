@@ -47,7 +47,7 @@ void IPluginImpl::UsePredefinedBrush(const CTellurBrush& brush)
     std::unique_ptr<CTellurBrush> pReplaced;
     if (m_BrushContainer.SetBrush(pCopy.get(), &pReplaced))
     {
-        pCopy.release(); // the container's from now on
+        static_cast<void>(pCopy.release()); // the container's from now on
     }
     SetCurrentBrush(m_BrushContainer.FindBrush(brush.GetFunctionName()));
     if (IsDragInProgress()) // a drag keeps the brush it began with

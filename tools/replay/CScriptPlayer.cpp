@@ -100,11 +100,10 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
     {
         ++nPlayed;
         std::string strWhy;
-        const std::string strCall =
-            CScriptCall(*pKeyword).GetText(); // as written: file names change
+        std::string strCall = CScriptCall(*pKeyword).GetText(); // playing changes file names
         if (!PlayKeyword(*pKeyword, strWhy))
         {
-            strFault = m_ScriptPath + ": " + strCall + ": " + strWhy;
+            strFault = m_ScriptPath + ": " + strCall.append(": ").append(strWhy);
             strFault += " (keyword " + std::to_string(nPlayed) + ")";
             return false;
         }
