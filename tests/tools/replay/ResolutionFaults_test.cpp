@@ -144,4 +144,11 @@ TEST(ResolutionMemory, HoldsTwoGridsBesideTheTerrain)
     EXPECT_GT(iDown, iOpen + LARGE) << "the measure sees the grids";
     const long iUp = getPeak("open( \"a.height\" ) resolution( 2049 )");
     EXPECT_LT(iUp, iOpen + LARGE + SLACK) << "the terrain is the small one";
+    // What drags keep for the next one is given up first.
+    const std::string strDrag =
+        "open( \"a.height\" )\nbrush() { bitmap() { path( \"white.png\" ) } extent( 30 )\n"
+        " function( \"SetHeightFunction\" ) }\nmode( \"terraforming\" )\n"
+        "press( 500, 500 ) move( 500, 500, 0 ) release( 500, 500 )\n";
+    const long iDrag = getPeak(strDrag);
+    EXPECT_LT(getPeak(strDrag + "resolution( 1025 )"), iDrag + SLACK);
 }
