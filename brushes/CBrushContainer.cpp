@@ -90,10 +90,11 @@ bool CBrushContainer::SavePredefinedBrushesToFile(const char* pszPath)
     return true;
 }
 
-void CBrushContainer::LoadPredefinedBrushes(const char* pszPath)
+bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath)
 {
+    ETCParseStatus eStatus = tcparse_unreadable;
     const std::unique_ptr<CTCPARSE_KEYWORD> pTree(
-        TCParseFile(pszPath, nullptr, nullptr, nullptr, nullptr, nullptr));
+        TCParseFile(pszPath, nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
     for (const CTCPARSE_KEYWORD* pKey = pTree.get(); pKey != nullptr; pKey = pKey->next)
     {
         if (!IsKeyword(pKey, "brush"))
@@ -110,6 +111,7 @@ void CBrushContainer::LoadPredefinedBrushes(const char* pszPath)
             m_Predefined.push_back(std::move(pBrush));
         }
     }
+    return eStatus != tcparse_unreadable;
 }
 
 void CBrushContainer::AddBrush(const CTellurBrush* pBrush, bool bRename)
@@ -196,7 +198,7 @@ CTellurBrush* CBrushContainer::FindBrush(const char* pszFunctionName) const
     return nullptr;
 }
 
-bool CBrushContainer::SetBrush(CTellurBrush* pBrush)
+bool CBrushContainer::SetBrush(CTellurBrush* pBrush, std::unique_ptr<CTellurBrush>* pReplaced)
 {
     if (pBrush == nullptr)
     {
@@ -212,11 +214,18 @@ bool CBrushContainer::SetBrush(CTellurBrush* pBrush)
                  pszName != nullptr ? pszName : "");
         return false;
     }
-    if (pOld != pBrush) // one that is there already stays
+    if (pOld == pBrush) // one that is there already stays
     {
-        std::erase_if(m_Tools, [pOld](const auto& pTool) { return pTool.get() == pOld; });
-        m_Tools.emplace_back(pBrush);
+        return true;
     }
+    const auto old = std::find_if(
+        m_Tools.begin(), m_Tools.end(), [pOld](const auto& pTool) { return pTool.get() == pOld; });
+    if (pReplaced != nullptr)
+    {
+        *pReplaced = std::move(*old);
+    }
+    m_Tools.erase(old);
+    m_Tools.emplace_back(pBrush);
     return true;
 }
 

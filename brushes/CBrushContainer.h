@@ -22,8 +22,9 @@ public:
     // False with one logged line without a path, when a brush cannot be saved and when the file
     // cannot be written; the file then stays as it was.
     bool SavePredefinedBrushesToFile(const char* pszPath);
-    // Appends the brushes of the file; a missing or faulty file adds nothing.
-    void LoadPredefinedBrushes(const char* pszPath);
+    // Appends the brushes of the file; a missing or faulty file adds nothing. False when there is
+    // no such file to read.
+    bool LoadPredefinedBrushes(const char* pszPath);
     // Appends a clone; with bRename the clone gets a fresh name. The caller keeps its brush.
     void AddBrush(const CTellurBrush* pBrush, bool bRename);
     // Names the brush after its own name without trailing digits, numbered past the others.
@@ -32,8 +33,9 @@ public:
     // one. Null with one logged line when an argument is missing.
     CTellurBrush*
     CreateBrush(const char* pszFunctionName, ITellurFunction* pFunction, const char* pszImagePath);
-    // Replaces the tool brush of the same function. Takes the brush on success.
-    bool SetBrush(CTellurBrush* pBrush);
+    // Replaces the tool brush of the same function. Takes the brush on success. The old one is
+    // destroyed, or given to pReplaced.
+    bool SetBrush(CTellurBrush* pBrush, std::unique_ptr<CTellurBrush>* pReplaced = nullptr);
     CTellurBrush* FindBrush(const char* pszFunctionName) const; // a tool brush, null when unknown
     void ClearPredefined();
     void Clear(); // both lists

@@ -9,12 +9,34 @@
 #include "parser/KeywordValues.h"
 #include "plugin/PluginContext.h"
 
+#include <cmath>
+#include <string>
+
 namespace
 {
 
 const char* GetText(const char* pszText)
 {
     return pszText != nullptr ? pszText : "";
+}
+
+// The name as a quoted string holds it, so that no name can end the string and with it the library.
+std::string EscapeName(const char* pszName)
+{
+    std::string strEscaped;
+    for (const char* p = GetText(pszName); *p != '\0'; ++p)
+    {
+        strEscaped += *p == '"' || *p == '\\' ? "\\" : "";
+        strEscaped += *p;
+    }
+    return strEscaped;
+}
+
+void WriteNumber(fs::ifile& file, int iIndent, const char* pszKey, float fValue)
+{
+    // The text of what is no number would make the whole file unreadable.
+    const float fWritten = std::isfinite(fValue) ? fValue : 0.0F;
+    file.printf("%*s%s( %6.5f )\n", iIndent, "", pszKey, static_cast<double>(fWritten));
 }
 
 } // namespace
@@ -32,7 +54,7 @@ bool CTellurBrush::Save(fs::ifile& file, int iIndent) const
         return false;
     }
     // No blank before the closing parenthesis: files have always been written so.
-    file.printf("%*sbrush_name( \"%s\")\n", iIndent, "", GetText(GetName()));
+    file.printf("%*sbrush_name( \"%s\")\n", iIndent, "", EscapeName(GetName()).c_str());
     file.printf("%*sbitmap()\n%*s{\n", iIndent, "", iIndent, "");
     if (!m_Bitmap->Save(file, iIndent + 2))
     {
@@ -45,12 +67,12 @@ bool CTellurBrush::Save(fs::ifile& file, int iIndent) const
         CrashLog("[CTellurBrush::Save] brush %s failed to save function\n", GetText(GetName()));
         return false;
     }
-    file.printf("%*spower_modifier( %6.5f )\n", iIndent, "", m_PowerModifier);
-    file.printf("%*susage_density( %6.5f )\n", iIndent, "", m_UsageDensity);
-    file.printf("%*sfade_factor( %6.5f )\n", iIndent, "", m_FadeFactor);
-    file.printf("%*shardness( %6.5f )\n", iIndent, "", m_Hardness);
-    file.printf("%*sextent( %6.5f )\n", iIndent, "", m_Extent);
-    file.printf("%*svertical_distance( %6.5f )\n", iIndent, "", m_VerticalDistance);
+    WriteNumber(file, iIndent, "power_modifier", m_PowerModifier);
+    WriteNumber(file, iIndent, "usage_density", m_UsageDensity);
+    WriteNumber(file, iIndent, "fade_factor", m_FadeFactor);
+    WriteNumber(file, iIndent, "hardness", m_Hardness);
+    WriteNumber(file, iIndent, "extent", m_Extent);
+    WriteNumber(file, iIndent, "vertical_distance", m_VerticalDistance);
     if (!m_MaskPath.empty())
     {
         file.printf("%*smask( \"%s\" )\n", iIndent, "", m_MaskPath.c_str());

@@ -33,8 +33,9 @@ class IPluginScript
 public:
     virtual ~IPluginScript() = default;
 
-    // Executes one keyword: brush, mode, auto_normals. pKeyword: borrowed for the call. strWhy: one
-    // line without a line feed when the result is Failed.
+    // Executes one keyword: brush, brush_file, use_brush, save_brushes, mode, auto_normals,
+    // resolution. pKeyword: borrowed for the call. strWhy: one line without a line feed when the
+    // result is Failed.
     virtual EScriptResult Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy) = 0;
     // Writes the current state as the same keywords. False on a file fault.
     virtual bool WriteState(fs::ifile& file) = 0;

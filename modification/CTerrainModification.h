@@ -66,7 +66,9 @@ private:
     void FreeBuffers();
     void StoreUndoInformation();
     void FillSet(const SExtents& box, CVertDataSet& set, const float* pBuffer);
-    void CollectRow(int iZ, std::vector<SChangedVert>& verts) const;
+    // traces grows by the places of differences that are no change.
+    void CollectRow(int iZ, std::vector<SChangedVert>& verts, SExtents& traces);
+    void TakeBack(const SExtents& traces);
     bool AreValid(int iX, int iZ) const;
     void Touch(int iX, int iZ);
 

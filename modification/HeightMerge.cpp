@@ -138,16 +138,3 @@ SMergeSpan MergeHeights(const ITellurFunction& function,
             std::bit_cast<float>(span.iMinBits),
             std::bit_cast<float>(span.iMaxBits)};
 }
-
-TELLUR_VECTOR_CLONES
-bool HasChange(const float* pSource, const float* pDest, size_t nCount)
-{
-    int32_t iAny = 0;
-    for (size_t i = 0; i < nCount; ++i)
-    {
-        const bool bEditable = !(pDest[i] < 0.0F);
-        const bool bDiffers = std::fabs(pSource[i] - pDest[i]) > MIN_CHANGE;
-        iAny |= static_cast<int32_t>(bEditable & bDiffers);
-    }
-    return iAny != 0;
-}

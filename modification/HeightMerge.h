@@ -26,9 +26,6 @@ SMergeSpan MergeHeights(const ITellurFunction& function,
                         size_t nCount,
                         float fMaxHeight);
 
-// Whether any vertex of a row differs enough to be recorded and is editable.
-bool HasChange(const float* pSource, const float* pDest, size_t nCount);
-
 constexpr float MIN_CHANGE = 1.0e-6F; // a difference up to this is no change
 
 inline bool IsChange(float fSource, float fDest)

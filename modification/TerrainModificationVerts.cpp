@@ -12,6 +12,8 @@
 #include "plugin/PluginContext.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstring>
 #include <memory>
 
 void CTerrainModification::FillSet(const SExtents& box, CVertDataSet& set, const float* pBuffer)
@@ -92,16 +94,17 @@ void CTerrainModification::SetVerts(CVertDataSet& set, ITellurFunction* pFunctio
     }
 }
 
-void CTerrainModification::CollectRow(int iZ, std::vector<SChangedVert>& verts) const
+void CTerrainModification::CollectRow(int iZ, std::vector<SChangedVert>& verts, SExtents& traces)
 {
     constexpr int iChunk = 256;
     const size_t nRow = static_cast<size_t>(iZ) * m_SizeX;
     const float* pSource = m_Source.pHeights.get() + nRow;
-    const float* pDest = m_Dest.pHeights.get() + nRow;
+    float* pDest = m_Dest.pHeights.get() + nRow;
     for (int iStart = m_TouchedMinX; iStart <= m_TouchedMaxX; iStart += iChunk)
     {
         const int iEnd = std::min(iStart + iChunk, m_TouchedMaxX + 1);
-        if (!HasChange(pSource + iStart, pDest + iStart, static_cast<size_t>(iEnd - iStart)))
+        const auto nCount = static_cast<size_t>(iEnd - iStart);
+        if (std::memcmp(pSource + iStart, pDest + iStart, nCount * sizeof(float)) == 0)
         {
             continue;
         }
@@ -111,8 +114,26 @@ void CTerrainModification::CollectRow(int iZ, std::vector<SChangedVert>& verts) 
             {
                 verts.push_back({iX, iZ, pSource[iX], pDest[iX]});
             }
+            else if (pSource[iX] != pDest[iX] && std::fabs(pSource[iX] - pDest[iX]) <= MIN_CHANGE)
+            {
+                pDest[iX] = pSource[iX];
+                CVertDataSet::Widen(traces,
+                                    {static_cast<float>(iX), pSource[iX], static_cast<float>(iZ)});
+            }
         }
     }
+}
+
+// Differences that count as no change are in no undo record. They are taken back, so that undoing
+// all records brings back every bit.
+void CTerrainModification::TakeBack(const SExtents& traces)
+{
+    const SVec3 size = m_Terrain->GetSize();
+    const float fStepX = size.x / static_cast<float>(m_SizeX - 1);
+    const float fStepZ = size.z / static_cast<float>(m_SizeZ - 1);
+    const SExtents box = {{traces.min.x * fStepX, traces.min.y, traces.min.z * fStepZ},
+                          {traces.max.x * fStepX, traces.max.y, traces.max.z * fStepZ}};
+    m_Terrain->SetHeights(m_Dest.pHeights.get(), GetVertexCount(), box);
 }
 
 void CTerrainModification::StoreUndoInformation()
@@ -133,9 +154,15 @@ void CTerrainModification::StoreUndoInformation()
         return; // the resolution changed under the drag: its heights are those of no terrain
     }
     std::vector<SChangedVert> verts;
+    const SExtents none = CVertDataSet::GetStartExtents();
+    SExtents traces = none; // in vertices
     for (int iZ = m_TouchedMinZ; iZ <= m_TouchedMaxZ; ++iZ)
     {
-        CollectRow(iZ, verts);
+        CollectRow(iZ, verts, traces);
+    }
+    if (m_Terrain != nullptr && traces.min.x != none.min.x)
+    {
+        TakeBack(traces);
     }
     const PluginContext* pContext = GetPluginContext();
     EditorHost* pHost = pContext != nullptr ? pContext->GetEditorHost() : nullptr;

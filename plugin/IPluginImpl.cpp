@@ -52,7 +52,7 @@ IPluginImpl::~IPluginImpl()
     m_Menu.DestroyMenu();
     m_FunctionContainer.Clear();
     m_pCurrentBrush = nullptr;
-    m_ScriptBrushes.clear();
+    m_KeptBrushes.clear();
     m_BrushContainer.Clear();
     SetPluginContext(nullptr);
 }

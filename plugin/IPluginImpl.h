@@ -129,6 +129,13 @@ public:
     // Asks for a file when the path is null or empty. False when cancelled, without a terrain and
     // when the terrain cannot write.
     bool SaveHeightMap(const char* pszPath);
+    // Resamples the heights to that many vertices per side (33, 65, ... from such a size), keeps
+    // the level's height-map file as ".bak" unless there is one, writes a new one and has it
+    // loaded. Nothing happens without a level, a file name or a change; a failed write is logged.
+    void ChangeHeightMapResolution(int32_t iVertices);
+    // What picking a predefined brush in the panel's list does: tries to switch terraforming on,
+    // lets a copy replace the tool brush of its function and makes that current.
+    void UsePredefinedBrush(const CTellurBrush& brush);
 
     void SetAutoUpdateNormals(bool bOn) { m_bAutoUpdateNormals = bOn; }
 
@@ -161,6 +168,11 @@ private:
     std::string GetHeightMapFile() const;
     bool PlayBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
     bool PlayMode(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
+    bool PlayAutoNormals(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
+    bool PlayBrushFile(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
+    bool PlayUseBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
+    bool PlaySaveBrushes(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
+    bool PlayResolution(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
     bool IsDragInProgress() const;
 
     EditorHost* m_pEditorHost = nullptr;
@@ -182,8 +194,8 @@ private:
     float m_PickedHeight = 0.0F; // offered by the last context menu
     CMenu m_Menu;
 
-    ITerrainPanel* m_pPanel = nullptr;           // the host's; null while closed
-    CTellurBrush* m_pCurrentBrush = nullptr;     // in a container or among the script's
-    CBrushContainer::CBrushList m_ScriptBrushes; // a drag may still use an older one
+    ITerrainPanel* m_pPanel = nullptr;         // the host's; null while closed
+    CTellurBrush* m_pCurrentBrush = nullptr;   // in a container or among the script's
+    CBrushContainer::CBrushList m_KeptBrushes; // the script's last, and what a drag still uses
     SDragStatistics m_DragStatistics;
 };

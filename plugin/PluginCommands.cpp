@@ -134,27 +134,6 @@ void IPluginImpl::EnableTerraforming(bool bEnable)
     }
 }
 
-bool IPluginImpl::AddBrushToPredefined(CTellurBrush* pBrush)
-{
-    const CResourceScope scope(&GetPluginResources());
-    if (pBrush == nullptr)
-    {
-        CrashLog("[IPluginImpl::AddBrushToPredefined] no brush\n");
-        return false;
-    }
-    std::string strName;
-    if (m_pEditorHost == nullptr || !m_pEditorHost->PromptText("Set brush name", "Name :", strName))
-    {
-        return false;
-    }
-    if (!strName.empty())
-    {
-        pBrush->SetName(strName.c_str());
-    }
-    m_BrushContainer.AddBrush(pBrush, strName.empty());
-    return true;
-}
-
 void IPluginImpl::SetToolBarButton(uint32_t uCommand, bool bPressed)
 {
     m_ToolBar.PressButton(GetGlobalCommand(uCommand), bPressed);

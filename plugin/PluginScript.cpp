@@ -5,7 +5,10 @@
 #include "framework/core/ResourceModule.h"
 #include "host/EditorHost.h"
 #include "host/FileSystem.h"
+#include "host/Log.h"
 #include "host/ModeManager.h"
+#include "host/Terrain.h"
+#include "host/World.h"
 #include "modes/TerraformingState.h"
 #include "modification/CTerrainModification.h"
 #include "parser/KeywordValues.h"
@@ -13,29 +16,32 @@
 #include "resources/PluginResources.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 EScriptResult IPluginImpl::Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
 {
     const CResourceScope scope(&GetPluginResources());
-    const auto toResult = [](bool bDone)
-    {
-        return bDone ? EScriptResult::Done : EScriptResult::Failed;
+    using FPlay = bool (IPluginImpl::*)(const CTCPARSE_KEYWORD*, std::string&);
+    constexpr std::pair<const char*, FPlay> keywords[] = {
+        {"brush", &IPluginImpl::PlayBrush},
+        {"brush_file", &IPluginImpl::PlayBrushFile},
+        {"use_brush", &IPluginImpl::PlayUseBrush},
+        {"save_brushes", &IPluginImpl::PlaySaveBrushes},
+        {"mode", &IPluginImpl::PlayMode},
+        {"auto_normals", &IPluginImpl::PlayAutoNormals},
+        {"resolution", &IPluginImpl::PlayResolution},
     };
-    if (IsKeyword(pKeyword, "brush"))
+    const auto* pFound = std::find_if(std::begin(keywords),
+                                      std::end(keywords),
+                                      [pKeyword](const auto& keyword)
+                                      { return IsKeyword(pKeyword, keyword.first); });
+    if (pFound == std::end(keywords))
     {
-        return toResult(PlayBrush(pKeyword, strWhy));
+        return EScriptResult::Unknown;
     }
-    if (IsKeyword(pKeyword, "mode"))
-    {
-        return toResult(PlayMode(pKeyword, strWhy));
-    }
-    if (IsKeyword(pKeyword, "auto_normals"))
-    {
-        m_bAutoUpdateNormals = GetIntValue(pKeyword->params) != 0;
-        return EScriptResult::Done;
-    }
-    return EScriptResult::Unknown;
+    const FPlay pPlay = pFound->second;
+    return (this->*pPlay)(pKeyword, strWhy) ? EScriptResult::Done : EScriptResult::Failed;
 }
 
 bool IPluginImpl::IsDragInProgress() const
@@ -63,9 +69,9 @@ bool IPluginImpl::PlayBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWh
     CBrushContainer::CBrushList old;
     if (!IsDragInProgress()) // a drag keeps the brush it began with
     {
-        old.swap(m_ScriptBrushes);
+        old.swap(m_KeptBrushes);
     }
-    m_ScriptBrushes.push_back(std::move(pBrush));
+    m_KeptBrushes.push_back(std::move(pBrush));
     SetCurrentBrush(pNew);
     return true;
 }
@@ -93,6 +99,79 @@ bool IPluginImpl::PlayMode(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy
     if (!SetMode(pMode->second, 0))
     {
         strWhy = "the mode \"" + strName + "\" was refused";
+        return false;
+    }
+    return true;
+}
+
+bool IPluginImpl::PlayAutoNormals(const CTCPARSE_KEYWORD* pKeyword, std::string& /*strWhy*/)
+{
+    m_bAutoUpdateNormals = GetIntValue(pKeyword->params) != 0;
+    return true;
+}
+
+// What cannot be read adds nothing, the log says why, and the script goes on: a missing library is
+// no reason to stop a designer either.
+bool IPluginImpl::PlayBrushFile(const CTCPARSE_KEYWORD* pKeyword, std::string& /*strWhy*/)
+{
+    const char* pszPath = GetStringValue(pKeyword->params);
+    if (!m_BrushContainer.LoadPredefinedBrushes(pszPath))
+    {
+        CrashLog("[IPluginImpl::PlayBrushFile] %s cannot be read\n",
+                 pszPath != nullptr ? pszPath : "");
+    }
+    return true;
+}
+
+bool IPluginImpl::PlayUseBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
+{
+    const char* pszName = GetStringValue(pKeyword->params);
+    const std::string strName = pszName != nullptr ? pszName : "";
+    const auto& brushes = m_BrushContainer.GetPredefined();
+    const auto found =
+        std::find_if(brushes.begin(),
+                     brushes.end(),
+                     [&](const auto& pBrush)
+                     { return pBrush->GetName() != nullptr && strName == pBrush->GetName(); });
+    if (found == brushes.end())
+    {
+        strWhy = "there is no predefined brush \"" + strName + "\"";
+        return false;
+    }
+    UsePredefinedBrush(**found);
+    return true;
+}
+
+bool IPluginImpl::PlaySaveBrushes(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
+{
+    const bool bSaved =
+        m_BrushContainer.SavePredefinedBrushesToFile(GetStringValue(pKeyword->params));
+    strWhy = bSaved ? "" : "the brushes cannot be saved, the log says why";
+    return bSaved;
+}
+
+bool IPluginImpl::PlayResolution(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
+{
+    const int32_t iVertices = GetIntValue(pKeyword->params);
+    const auto uCells = static_cast<uint32_t>(iVertices - 1);
+    if (iVertices < 33 || iVertices > 16385 || !std::has_single_bit(uCells))
+    {
+        strWhy = "must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385";
+        return false;
+    }
+    ChangeHeightMapResolution(iVertices);
+    const Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
+    if (pTerrain == nullptr)
+    {
+        strWhy = "there is no terrain";
+        return false;
+    }
+    if (pTerrain->GetCellsPerSide() != uCells)
+    {
+        const IEnvironment* pEnvironment = m_pWorld->GetEnvironment();
+        const bool bUnsaved = pEnvironment == nullptr || *pEnvironment->GetHeightMapName() == '\0';
+        strWhy = bUnsaved ? "the level has no height-map file"
+                          : "the resolution did not change, the log says why";
         return false;
     }
     return true;

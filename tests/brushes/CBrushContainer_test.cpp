@@ -6,11 +6,16 @@
 #include "functions/CSetHeightFunction.h"
 #include "tests/brushes/BrushParts.h"
 #include "tests/support/CLogCatcher.h"
+#include "tests/support/CNumbers.h"
 #include "tests/support/FakeHost.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <limits>
 
 namespace
 {
@@ -111,6 +116,73 @@ TEST_F(CBrushFileTest, WritesTheWholeFileAndReadsItBack)
     again.LoadPredefinedBrushes("b.ini"); // appends
     EXPECT_EQ(GetNames(again), "Brush000 Dot Brush000 Dot ");
     EXPECT_EQ(m_Log.GetText(), "");
+}
+
+TEST_F(CBrushFileTest, ReadsBackEveryBitThatItWroteAndWritesTheSameBytesAgain)
+{
+    // Numbers of all sizes, rounded to what five decimals carry.
+    CNumbers numbers(7);
+    const auto next = [&numbers]
+    {
+        const float fScale = std::pow(10.0F, numbers.Float(-6.0F, 37.0F));
+        char szText[80];
+        std::snprintf(szText, sizeof(szText), "%6.5f", numbers.Float(-1.0F, 1.0F) * fScale);
+        return std::strtof(szText, nullptr);
+    };
+    const char* names[] = {
+        "say \"when\"", "C:\\hills\\", "two\nlines", "\\\"", "H\xC3\xBCgel {7} // no"};
+    std::vector<std::unique_ptr<CTellurBrush>> brushes;
+    for (int i = 0; i < 200; ++i)
+    {
+        brushes.push_back(std::make_unique<CTellurBrush>());
+        CTellurBrush& brush = *brushes.back();
+        brush.SetName(names[i % 5]);
+        ASSERT_TRUE(brush.LoadBitmap("soft.png"));
+        auto* pFunction = new CRelativeHeightFunction;
+        pFunction->GetRTTIObject()
+            ->FindField("m_Height")
+            ->FromString(pFunction->GetRTTIObject(), std::to_string(next()).c_str());
+        brush.SetFunction(pFunction);
+        brush.SetPowerModifier(next());
+        brush.SetUsageDensity(next());
+        brush.SetFadeFactor(next());
+        brush.SetHardness(next());
+        brush.SetExtent(next());
+        brush.SetVerticalDistance(next());
+        m_Brushes.AddBrush(&brush, false);
+    }
+    ASSERT_TRUE(m_Brushes.SavePredefinedBrushesToFile("b.ini"));
+    CBrushContainer again;
+    again.LoadPredefinedBrushes("b.ini");
+    ASSERT_EQ(again.GetPredefined().size(), brushes.size()) << m_Log.GetText();
+    for (size_t i = 0; i < brushes.size(); ++i)
+    {
+        SCOPED_TRACE(i);
+        const CTellurBrush& read = *again.GetPredefined()[i];
+        const CTellurBrush& wrote = *brushes[i];
+        EXPECT_STREQ(read.GetName(), wrote.GetName());
+        EXPECT_EQ(read.GetPowerModifier(), wrote.GetPowerModifier());
+        EXPECT_EQ(read.GetUsageDensity(), wrote.GetUsageDensity());
+        EXPECT_EQ(read.GetFadeFactor(), wrote.GetFadeFactor());
+        EXPECT_EQ(read.GetHardness(), wrote.GetHardness());
+        EXPECT_EQ(read.GetExtent(), wrote.GetExtent());
+        EXPECT_EQ(read.GetVerticalDistance(), wrote.GetVerticalDistance());
+        const CRTTIField* pHeight = wrote.GetRTTIObject()->FindField("m_Height");
+        EXPECT_EQ(pHeight->ToString(read.GetRTTIObject()),
+                  pHeight->ToString(wrote.GetRTTIObject()));
+    }
+    ASSERT_TRUE(again.SavePredefinedBrushesToFile("again.ini"));
+    EXPECT_TRUE(ReadBytes(m_Folder.Path("again.ini")) == ReadBytes(m_Folder.Path("b.ini")));
+
+    // A brush with a number that is none does not make the others unreadable.
+    brushes[0]->SetExtent(std::numeric_limits<float>::quiet_NaN());
+    brushes[0]->SetFadeFactor(std::numeric_limits<float>::infinity());
+    CBrushContainer odd;
+    odd.AddBrush(brushes[0].get(), false);
+    odd.AddBrush(brushes[1].get(), false);
+    ASSERT_TRUE(odd.SavePredefinedBrushesToFile("odd.ini"));
+    odd.LoadPredefinedBrushes("odd.ini");
+    EXPECT_EQ(odd.GetPredefined().size(), 4U) << m_Log.GetText();
 }
 
 TEST_F(CBrushFileTest, AnEmptyLibraryIsDeclarationsAndALine)

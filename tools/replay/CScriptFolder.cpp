@@ -2,6 +2,7 @@
 
 #include "host/FileSystem.h"
 #include "parser/CTCParseNodes.h"
+#include "parser/KeywordValues.h"
 
 #include <cstring>
 #include <filesystem>
@@ -28,30 +29,46 @@ std::string CScriptFolder::GetPath(const std::string& strName) const
     return bAbsolute ? strName : m_Folder + strName;
 }
 
-void CScriptFolder::LocateBrushFiles(CTCPARSE_KEYWORD& brush) const
+void CScriptFolder::LocateFiles(CTCPARSE_KEYWORD& keyword) const
 {
-    LocateFiles(brush.block, "mask");
-    for (CTCPARSE_KEYWORD* pEntry = brush.block; pEntry != nullptr; pEntry = pEntry->next)
+    if (IsKeyword(&keyword, "brush_file"))
+    {
+        LocateFile(keyword, EUse::Read);
+    }
+    else if (IsKeyword(&keyword, "save_brushes"))
+    {
+        LocateFile(keyword, EUse::Written);
+    }
+    else
+    {
+        LocateBrushFiles(keyword.block);
+    }
+}
+
+void CScriptFolder::LocateBrushFiles(CTCPARSE_KEYWORD* pFirst) const
+{
+    LocateNamed(pFirst, "mask");
+    for (CTCPARSE_KEYWORD* pEntry = pFirst; pEntry != nullptr; pEntry = pEntry->next)
     {
         if (std::strcmp(pEntry->name, "bitmap") == 0)
         {
-            LocateFiles(pEntry->block, "path");
+            LocateNamed(pEntry->block, "path");
         }
     }
 }
 
-void CScriptFolder::LocateFiles(CTCPARSE_KEYWORD* pFirst, const char* pszName) const
+void CScriptFolder::LocateNamed(CTCPARSE_KEYWORD* pFirst, const char* pszName) const
 {
     for (; pFirst != nullptr; pFirst = pFirst->next)
     {
         if (std::strcmp(pFirst->name, pszName) == 0)
         {
-            LocateFile(*pFirst);
+            LocateFile(*pFirst, EUse::Read);
         }
     }
 }
 
-void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword) const
+void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword, EUse eUse) const
 {
     CTCPARSE_PARAM* pParam = keyword.params;
     if (pParam == nullptr || pParam->type != tcparse_string)
@@ -60,7 +77,8 @@ void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword) const
     }
     const std::string strName = static_cast<CTCPARSE_STRING*>(pParam)->value;
     const std::string strPath = GetPath(strName);
-    if (strName.empty() || strPath == strName || !fs::exists(strPath.c_str()))
+    if (strName.empty() || strPath == strName ||
+        (eUse == EUse::Read && !fs::exists(strPath.c_str())))
     {
         return;
     }

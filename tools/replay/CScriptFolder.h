@@ -13,13 +13,21 @@ public:
     // The path a name in the script means: absolute ones stay, others count from the folder.
     std::string GetPath(const std::string& strName) const;
 
-    // Lets the image and the mask of a brush block name the file beside the script where there is
-    // one; names without such a file stay, and are looked for in the roots.
-    void LocateBrushFiles(CTCPARSE_KEYWORD& brush) const;
+    // Lets the files that a keyword of the plug-in names be those beside the script: always for one
+    // that is written, and for one that is read (a brush library, the image and the mask of a brush
+    // block) where there is such a file; other names stay, and are looked for in the roots.
+    void LocateFiles(CTCPARSE_KEYWORD& keyword) const;
 
 private:
-    void LocateFiles(CTCPARSE_KEYWORD* pFirst, const char* pszName) const;
-    void LocateFile(CTCPARSE_KEYWORD& keyword) const;
+    enum class EUse
+    {
+        Read,
+        Written,
+    };
+
+    void LocateBrushFiles(CTCPARSE_KEYWORD* pFirst) const;
+    void LocateNamed(CTCPARSE_KEYWORD* pFirst, const char* pszName) const;
+    void LocateFile(CTCPARSE_KEYWORD& keyword, EUse eUse) const;
 
     std::string m_Folder; // with its separator
 };

@@ -54,6 +54,9 @@ const CScriptPlayer::SKeyword CScriptPlayer::KEYWORDS[] = {
     {"level", "iv", &CScriptPlayer::PlayLevel},
     {"open", "s", &CScriptPlayer::PlayOpen},
     {"brush", "", nullptr},
+    {"brush_file", "s", nullptr},
+    {"use_brush", "s", nullptr},
+    {"save_brushes", "s", nullptr},
     {"mode", "s", nullptr},
     {"keys", "s", &CScriptPlayer::PlayKeys},
     {"press", "ff", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Position>},
@@ -69,7 +72,9 @@ const CScriptPlayer::SKeyword CScriptPlayer::KEYWORDS[] = {
     {"undo", "", &CScriptPlayer::PlayUndo},
     {"redo", "", &CScriptPlayer::PlayRedo},
     {"auto_normals", "i", nullptr},
+    {"resolution", "i", nullptr},
     {"save", "s", &CScriptPlayer::PlaySave},
+    {"export_stl", "s", &CScriptPlayer::PlayExportStl},
     {"picture", "s", &CScriptPlayer::PlayPicture},
     {"expect_height", "iiff", &CScriptPlayer::PlayExpectHeight},
     {"expect_undo", "i", &CScriptPlayer::PlayExpectUndo},
@@ -95,9 +100,10 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
     {
         ++nPlayed;
         std::string strWhy;
+        std::string strCall = CScriptCall(*pKeyword).GetText(); // playing changes file names
         if (!PlayKeyword(*pKeyword, strWhy))
         {
-            strFault = m_ScriptPath + ": " + CScriptCall(*pKeyword).GetText() + ": " + strWhy;
+            strFault = m_ScriptPath + ": " + strCall.append(": ").append(strWhy);
             strFault += " (keyword " + std::to_string(nPlayed) + ")";
             return false;
         }
@@ -167,7 +173,7 @@ bool CScriptPlayer::PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& st
         strWhy = "the plug-in plays no scripts";
         return false;
     }
-    m_Folder.LocateBrushFiles(keyword);
+    m_Folder.LocateFiles(keyword);
     const EScriptResult eResult = m_PluginScript->Play(&keyword, strWhy);
     if (eResult == EScriptResult::Unknown)
     {
@@ -255,6 +261,20 @@ bool CScriptPlayer::PlaySave(const CScriptCall& call, std::string& strWhy)
     const bool bSaved = pTerrain->SaveHeightMap(strPath.c_str(), nullptr, 0, 0);
     strWhy = bSaved ? "" : NOT_WRITTEN;
     return bSaved;
+}
+
+bool CScriptPlayer::PlayExportStl(const CScriptCall& call, std::string& strWhy)
+{
+    Terrain* pTerrain = m_Host.GetEngine().GetWorld()->GetTerrain();
+    if (pTerrain == nullptr)
+    {
+        strWhy = NO_TERRAIN;
+        return false;
+    }
+    const std::string strPath = m_Folder.GetPath(call.GetString(0));
+    const bool bWritten = pTerrain->ExportToSTL(strPath.c_str(), nullptr);
+    strWhy = bWritten ? "" : NOT_WRITTEN;
+    return bWritten;
 }
 
 bool CScriptPlayer::PlayPicture(const CScriptCall& call, std::string& strWhy)

@@ -58,6 +58,7 @@ private:
     bool PlayUndo(const CScriptCall& call, std::string& strWhy);
     bool PlayRedo(const CScriptCall& call, std::string& strWhy);
     bool PlaySave(const CScriptCall& call, std::string& strWhy);
+    bool PlayExportStl(const CScriptCall& call, std::string& strWhy);
     bool PlayPicture(const CScriptCall& call, std::string& strWhy);
     bool PlayExpectHeight(const CScriptCall& call, std::string& strWhy);
     bool PlayExpectUndo(const CScriptCall& call, std::string& strWhy);

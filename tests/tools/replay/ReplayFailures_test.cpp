@@ -51,6 +51,16 @@ TEST(ReplayFailures, AKeywordThatFailsEndsTheRunWithOneLineAndCodeOne)
         {"press_at( [ 1, 9999999999999999999999999999999999999999, 1 ] )", "press_at( [ 1, inf, 1 ] ): the hit point is not finite (keyword 1)"},
         {"undo() mode( \"terraforming\" )", "mode( \"terraforming\" ): the mode \"terraforming\" was refused (keyword 2)"},
         {"undo() brush()", "brush(): the brush block cannot be used, the log says why (keyword 2)"},
+        {"export_stl( \"x.stl\" )", "export_stl( \"x.stl\" ): there is no terrain (keyword 1)"},
+        {"level( 8, [ 80, 9, 80 ] ) export_stl( \"none/x.stl\" )", "export_stl( \"none/x.stl\" ): cannot be written, see the log (keyword 2)"},
+        {"use_brush( \"Dune\" )", "use_brush( \"Dune\" ): there is no predefined brush \"Dune\" (keyword 1)"},
+        {"save_brushes( \"none/b.ini\" )", "save_brushes( \"none/b.ini\" ): the brushes cannot be saved, the log says why (keyword 1)"},
+        {"resolution( 65 )", "resolution( 65 ): there is no terrain (keyword 1)"},
+        {"resolution( 64 )", "resolution( 64 ): must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385 (keyword 1)"},
+        {"resolution( 17 )", "resolution( 17 ): must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385 (keyword 1)"},
+        {"resolution( 32769 )", "resolution( 32769 ): must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385 (keyword 1)"},
+        {"level( 8, [ 80, 9, 80 ] ) resolution( 33 )", "resolution( 33 ): the level has no height-map file (keyword 2)"},
+        {"level( 50, [ 80, 9, 80 ] ) save( \"a.height\" ) open( \"a.height\" ) resolution( 65 )", "resolution( 65 ): the resolution did not change, the log says why (keyword 4)"},
         {"save( \"two\nlines\" )", "save( \"two?lines\" ): there is no terrain (keyword 1)"},
     };
     // clang-format on

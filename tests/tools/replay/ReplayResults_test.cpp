@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
 #include <memory>
 #include <regex>
 #include <sstream>
@@ -20,13 +19,6 @@ std::string ReadStatistics(const CReplayRunner& runner)
     return std::regex_replace(strJson, std::regex("ms\": (?=[0-9.]*[1-9])[0-9.e-]+"), "ms\": T");
 }
 
-float ReadHeight(const std::string& strBytes, size_t iVertex)
-{
-    float fHeight = 0.0F;
-    std::memcpy(&fHeight, strBytes.data() + 32 + iVertex * 4, 4);
-    return fHeight;
-}
-
 } // namespace
 
 TEST(ReplayResults, DeclarationsNameEveryKeywordOnceAndParse)
@@ -34,10 +26,12 @@ TEST(ReplayResults, DeclarationsNameEveryKeywordOnceAndParse)
     const CReplayRunner runner;
     const std::string strText = CReplayRunner::GetDeclarations();
     std::istringstream keywords(
-        "level( i, v3 );open( s );brush();mode( s );keys( s );press( f, f );move( f, f, i );"
+        "level( i, v3 );open( s );brush();brush_file( s );use_brush( s );save_brushes( s );mode( s "
+        ");keys( s );press( f, f );move( f, f, i );"
         "release( f, f );press_at( v3 );move_at( v3, i );release_at( v3 );press_miss();"
         "move_miss( i );release_miss();action( i, i );undo();redo();auto_normals( i );"
-        "save( s );picture( s );expect_height( i, i, f, f );expect_undo( i );brush_name( s );"
+        "resolution( i );save( s );export_stl( s );picture( s );expect_height( i, i, f, f "
+        ");expect_undo( i );brush_name( s );"
         "bitmap();path( s );function( s );power_modifier( f );usage_density( f );"
         "fade_factor( f );hardness( f );vertical_distance( f );extent( f );mask( s );"
         "mask_enabled( i );attrib( s, s );");
@@ -89,31 +83,36 @@ TEST(ReplayResults, StatisticsCountEachDragByItself)
     EXPECT_EQ(ReadStatistics(runner), "[]");
 }
 
-TEST(ReplayResults, UndoAndRedoRestoreTheBytes)
+TEST(ReplayResults, ABrushFileThatCannotBeSavedWholeStays)
 {
     const CReplayRunner runner;
-    const std::string strBody = CReplayRunner::GetStrokeStart("RelativeHeightFunction") +
-                                "save( \"0.height\" ) press( 41, 41 ) move( 41, 41, 0 ) "
-                                "release( 41, 41 ) save( \"1.height\" )\n"
-                                "press( 21, 61 ) move( 21, 61, 0 ) release( 21, 61 ) "
-                                "save( \"2.height\" ) undo() save( \"1u.height\" ) undo() undo() "
-                                "save( \"0u.height\" ) expect_undo( 0 ) redo() "
-                                "save( \"1r.height\" ) redo() redo() save( \"2r.height\" ) "
-                                "expect_undo( 2 )\n";
-    const SRunResult result = runner.Play(strBody, {"--out", "out.height"});
-    ASSERT_EQ(result.iExitCode, 0) << result.strErr;
-    const auto read = [&](const char* pszName)
+    WriteBytes(runner.Path("library.ini"),
+               CReplayRunner::GetDeclarations() +
+                   "brush() { function( \"SetHeightFunction\" )\n"
+                   " bitmap() { path( \"white.png\" ) } }\n"
+                   "brush() { brush_name( \"bare\" ) function( \"SetHeightFunction\" ) }\n");
+    WriteBytes(runner.Path("old.ini"), "precious");
+    const SRunResult result =
+        runner.Play("brush_file( \"library.ini\" ) save_brushes( \"old.ini\" )\n");
+    EXPECT_EQ(result.iExitCode, 1) << result.strErr;
+    EXPECT_EQ(ReadBytes(runner.Path("old.ini")), "precious");
+    EXPECT_NE(ReadBytes(runner.Path("log.txt")).find("failed to save brush bare"),
+              std::string::npos);
+}
+
+TEST(ReplayResults, AFaultyBrushFileIsNamedInTheLogAndTheScriptGoesOn)
+{
+    const CReplayRunner runner;
+    WriteBytes(runner.Path("broken.ini"), "!brush()\nbrush( {");
+    for (const char* pszFile : {"missing.ini", "broken.ini"})
     {
-        return ReadBytes(runner.Path(pszName));
-    };
-    EXPECT_EQ(read("0u.height"), read("0.height"));
-    EXPECT_EQ(read("1u.height"), read("1.height"));
-    EXPECT_EQ(read("1r.height"), read("1.height"));
-    EXPECT_EQ(read("2r.height"), read("2.height"));
-    EXPECT_EQ(read("out.height"), read("2.height"));
-    EXPECT_NEAR(ReadHeight(read("1.height"), 3 * 9 + 3), 20.0F, 1e-3F);
-    EXPECT_EQ(ReadHeight(read("1.height"), 6 * 9 + 2), 0.0F);
-    EXPECT_NEAR(ReadHeight(read("2.height"), 6 * 9 + 2), 20.0F, 1e-3F);
+        SCOPED_TRACE(pszFile);
+        const SRunResult result = runner.Play("brush_file( \"" + std::string(pszFile) +
+                                              "\" ) save_brushes( \"empty.ini\" )\n");
+        EXPECT_EQ(result.iExitCode, 0) << result.strErr;
+        EXPECT_NE(ReadBytes(runner.Path("log.txt")).find(pszFile), std::string::npos);
+        EXPECT_EQ(ReadBytes(runner.Path("empty.ini")).find("brush()\n{"), std::string::npos);
+    }
 }
 
 TEST(ReplayResults, PathsCountFromTheScriptAndThenFromTheRoot)

@@ -1,0 +1,154 @@
+// A change of resolution on a disk that fails, and in a process that dies.
+
+#include "tests/tools/replay/CReplayRunner.h"
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace
+{
+
+// Plays "script.tellur" on a disk that fails as disk_faults.cpp says.
+SRunResult RunWithFault(const CReplayRunner& runner, const std::string& strFault)
+{
+    ::setenv("LD_PRELOAD", TELLUR_BIN_DIR "/libdisk_faults.so", 1);
+    ::setenv("ASAN_OPTIONS", "verify_asan_link_order=0", 1);
+    ::setenv("TELLUR_FAULT", strFault.c_str(), 1);
+    SRunResult result = runner.Run({"script.tellur"});
+    ::unsetenv("LD_PRELOAD");
+    ::unsetenv("ASAN_OPTIONS");
+    ::unsetenv("TELLUR_FAULT");
+    return result;
+}
+
+std::string ReadOrEmpty(const std::string& strPath)
+{
+    return std::filesystem::exists(strPath) ? ReadBytes(strPath) : std::string();
+}
+
+// A level of 257 vertices a side with a hill on it, in "old.height", and the result of a change to
+// 513 in "new.height"; "script.tellur" makes that change to "level.height".
+class CResolutionFaults : public testing::TestWithParam<const char*>
+{
+protected:
+    void SetUp() override
+    {
+        const SRunResult made = m_Runner.Play(
+            "level( 256, [ 2560, 500, 2560 ] )\n"
+            "brush() { bitmap() { path( \"white.png\" ) } extent( 900 )\n"
+            "  function( \"RelativeHeightFunction\" ) { attrib( \"m_Height\", \"300\" ) } }\n"
+            "mode( \"terraforming\" )\npress( 800, 1500 ) move( 800, 1500, 0 ) release_miss()\n"
+            "save( \"old.height\" ) save( \"new.height\" )\n"
+            "open( \"new.height\" ) resolution( 513 )\n");
+        ASSERT_EQ(made.iExitCode, 0) << made.strErr;
+        m_Old = ReadBytes(m_Runner.Path("old.height"));
+        m_New = ReadBytes(m_Runner.Path("new.height"));
+        ASSERT_EQ(m_Old.size(), 36U + 4 * 257 * 257);
+        ASSERT_EQ(m_New.size(), 36U + 4 * 513 * 513);
+        WriteBytes(m_Runner.Path("script.tellur"),
+                   CReplayRunner::GetDeclarations() +
+                       "open( \"level.height\" ) resolution( 513 )\n");
+    }
+
+    // The file of this name is a whole one or is not there.
+    void ExpectWhole(const char* pszName)
+    {
+        const std::string strBytes = ReadOrEmpty(m_Runner.Path(pszName));
+        EXPECT_TRUE(strBytes.empty() || strBytes == m_Old || strBytes == m_New) << pszName;
+    }
+
+    CReplayRunner m_Runner;
+    std::string m_Old;
+    std::string m_New;
+};
+
+} // namespace
+
+TEST_P(CResolutionFaults, LeaveTheOldHeightsOrTheNewOnes)
+{
+    const std::string strKind = GetParam();
+    const std::string strLevel = m_Runner.Path("level.height");
+    const std::string strBackup = m_Runner.Path("level.height.bak");
+    for (const bool bHasBackup : {false, true})
+    {
+        int iFaults = 0;
+        SRunResult result;
+        do
+        {
+            ++iFaults;
+            SCOPED_TRACE(strKind + " " + std::to_string(iFaults));
+            WriteBytes(strLevel, m_Old);
+            std::filesystem::remove(strBackup);
+            if (bHasBackup)
+            {
+                WriteBytes(strBackup, m_Old);
+            }
+            result = RunWithFault(m_Runner, strKind + " " + std::to_string(iFaults));
+            const std::string strNow = ReadOrEmpty(strLevel);
+            EXPECT_TRUE(strNow == m_Old || strNow == m_New || ReadOrEmpty(strBackup) == m_Old);
+            ExpectWhole("level.height");
+            ExpectWhole("level.height.bak");
+            if (strKind == "kill")
+            {
+                EXPECT_TRUE(result.iExitCode == -SIGKILL || strNow == m_New);
+            }
+            else
+            {
+                EXPECT_EQ(result.iExitCode, strNow == m_New ? 0 : 1) << result.strErr;
+                const bool bLogged = result.strErr.find("failed to save file " + strLevel + "\n") !=
+                                     std::string::npos;
+                EXPECT_EQ(bLogged, strNow != m_New) << result.strErr;
+            }
+        } while (result.iExitCode != 0 && iFaults < 50);
+        EXPECT_EQ(ReadOrEmpty(strLevel), m_New) << "the last run met no fault in its way";
+        EXPECT_GT(iFaults, 4) << "the faults came at many places";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, CResolutionFaults, testing::Values("kill", "full", "readonly"));
+
+// The terrain itself, the grid read and the grid written are all there may be.
+TEST(ResolutionMemory, HoldsTwoGridsBesideTheTerrain)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer's own memory is in the way";
+#endif
+    const CReplayRunner runner;
+    const auto getPeak = [&runner](const std::string& strBody)
+    {
+        const std::string strWhole = CReplayRunner::GetDeclarations() + strBody;
+        WriteBytes(runner.Path("script.tellur"), strWhole);
+        const pid_t iChild = ::fork();
+        if (iChild == 0)
+        {
+            ::_exit(runner.Run({"script.tellur"}).iExitCode);
+        }
+        int iStatus = -1;
+        rusage usage = {};
+        EXPECT_EQ(::wait4(iChild, &iStatus, 0, &usage), iChild);
+        EXPECT_EQ(iStatus, 0);
+        return usage.ru_maxrss; // kilobytes, of the largest among child and grandchild
+    };
+    constexpr long LARGE = 4L * 2049 * 2049 / 1024;
+    constexpr long SMALL = 4L * 1025 * 1025 / 1024;
+    constexpr long SLACK = 4096;
+    getPeak("level( 2048, [ 20480, 500, 20480 ] ) save( \"a.height\" )");
+    const long iOpen = getPeak("open( \"a.height\" )");
+    EXPECT_GT(iOpen, LARGE);
+    const long iDown = getPeak("open( \"a.height\" ) resolution( 1025 )");
+    EXPECT_LT(iDown, iOpen + LARGE + SMALL + SLACK);
+    EXPECT_GT(iDown, iOpen + LARGE) << "the measure sees the grids";
+    const long iUp = getPeak("open( \"a.height\" ) resolution( 2049 )");
+    EXPECT_LT(iUp, iOpen + LARGE + SLACK) << "the terrain is the small one";
+    // What drags keep for the next one is given up first.
+    const std::string strDrag =
+        "open( \"a.height\" )\nbrush() { bitmap() { path( \"white.png\" ) } extent( 30 )\n"
+        " function( \"SetHeightFunction\" ) }\nmode( \"terraforming\" )\n"
+        "press( 500, 500 ) move( 500, 500, 0 ) release( 500, 500 )\n";
+    const long iDrag = getPeak(strDrag);
+    EXPECT_LT(getPeak(strDrag + "resolution( 1025 )"), iDrag + SLACK);
+}

@@ -1,0 +1,87 @@
+// Put before a program with LD_PRELOAD: the disk fails it, or it is killed, at the n-th call that
+// changes a file. TELLUR_FAULT is "kill N", "full N" (no byte is written from the n-th call on) or
+// "readonly N" (nothing at all is changed from the n-th call on). N counts from 1.
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace
+{
+
+enum class EChange
+{
+    Bytes,
+    Names,
+};
+
+// Counts the call. True when it must fail; errno is then set.
+bool Fails(EChange eChange)
+{
+    static int s_Calls = 0;
+    const char* pszFault = std::getenv("TELLUR_FAULT");
+    char szKind[16] = "";
+    int iAt = 0;
+    if (pszFault == nullptr || std::sscanf(pszFault, "%15s %d", szKind, &iAt) != 2 ||
+        ++s_Calls < iAt)
+    {
+        return false;
+    }
+    if (std::strcmp(szKind, "kill") == 0)
+    {
+        raise(SIGKILL);
+    }
+    const bool bReadOnly = std::strcmp(szKind, "readonly") == 0;
+    errno = bReadOnly ? EROFS : ENOSPC;
+    return bReadOnly || eChange == EChange::Bytes;
+}
+
+template <typename TFunction> TFunction* FindNext(TFunction*, const char* pszName)
+{
+    return reinterpret_cast<TFunction*>(dlsym(RTLD_NEXT, pszName));
+}
+
+} // namespace
+
+#define NEXT(name) FindNext(&name, #name)
+
+extern "C"
+{
+    int open(const char* pszPath, int iFlags, ...)
+    {
+        va_list arguments;
+        va_start(arguments, iFlags);
+        const mode_t mode = (iFlags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+        va_end(arguments);
+        const bool bFails = (iFlags & O_CREAT) != 0 && Fails(EChange::Names);
+        return bFails ? -1 : NEXT(open)(pszPath, iFlags, mode);
+    }
+
+    ssize_t pwrite(int iFile, const void* pBytes, size_t nBytes, off_t position)
+    {
+        return Fails(EChange::Bytes) ? -1 : NEXT(pwrite)(iFile, pBytes, nBytes, position);
+    }
+
+    int fsync(int iFile)
+    {
+        return Fails(EChange::Bytes) ? -1 : NEXT(fsync)(iFile);
+    }
+
+    int rename(const char* pszFrom, const char* pszTo)
+    {
+        return Fails(EChange::Names) ? -1 : NEXT(rename)(pszFrom, pszTo);
+    }
+
+    int unlink(const char* pszPath)
+    {
+        return Fails(EChange::Names) ? -1 : NEXT(unlink)(pszPath);
+    }
+}
