@@ -1,4 +1,5 @@
-// The steps of a change of resolution, as the host sees them. Heights and files are proved by scripts.
+// The steps of a change of resolution, as the host sees them. Heights and files are proved by
+// scripts.
 
 #include "tests/plugin/PluginFixture.h"
 
