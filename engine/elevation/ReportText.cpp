@@ -1,6 +1,7 @@
 #include "engine/elevation/ReportText.h"
 
 #include <charconv>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 
@@ -21,6 +22,11 @@ std::string MakeText(const char* pszFormat, ...)
 std::string MakeNumber(double dValue)
 {
     constexpr int DIGITS = 7;
+    constexpr double MOST_WHOLE = 1e15; // whole numbers below it are shown whole
+    if (dValue == std::floor(dValue) && std::fabs(dValue) < MOST_WHOLE)
+    {
+        return MakeText("%.0f", dValue + 0.0); // never "-0"
+    }
     char aText[32];
     const auto [pEnd, error] = std::to_chars(
         std::begin(aText), std::end(aText), dValue, std::chars_format::general, DIGITS);

@@ -9,7 +9,7 @@
 // the decimal point of the process's locale.
 std::string MakeText(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);
 
-// Seven digits, without zeros at the end.
+// Whole numbers whole, others in seven digits without zeros at the end.
 TELLUR_API std::string MakeNumber(double dValue);
 
 // What a file says of its samples: "16 bits unsigned, big-endian".

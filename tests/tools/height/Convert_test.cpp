@@ -71,10 +71,10 @@ TEST_F(ConvertTest, WritesTheTerrainAskedForAndSaysWhatItAssumed)
     m_Options.import.uSize = 3;
     m_Options.import.dUnit = 1;
     m_Options.import.fSpacingX = 74;
-    m_Options.import.fDepth = 92;
+    m_Options.import.fDepth = 11160000;
     m_Options.import.fMaxHeight = 500;
     const std::string strGiven = ConvertAndGetReport();
-    EXPECT_NE(strGiven.find("size: 148 x 92, maximum height 500\n"), std::string::npos);
+    EXPECT_NE(strGiven.find("size: 148 x 11160000, maximum height 500\n"), std::string::npos);
     EXPECT_NE(strGiven.find("note: heights above the maximum height stay until they are edited\n"),
               std::string::npos);
     EXPECT_EQ(strGiven.rfind("assumed"), strGiven.find("assumed: the first row")) << strGiven;
