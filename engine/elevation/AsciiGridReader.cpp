@@ -43,11 +43,11 @@ std::string Quote(std::string_view text)
     return strQuoted + (text.size() > MAX_SHOWN ? "...\"" : "\"");
 }
 
-bool ParseNumber(std::string_view text, double& dValue)
+template <typename TNumber> bool ParseNumber(std::string_view text, TNumber& number)
 {
     const bool bPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
     const char* const pEnd = text.data() + text.size();
-    const auto [pStop, fault] = std::from_chars(text.data() + (bPlus ? 1 : 0), pEnd, dValue);
+    const auto [pStop, fault] = std::from_chars(text.data() + (bPlus ? 1 : 0), pEnd, number);
     return fault == std::errc() && pStop == pEnd;
 }
 
@@ -216,13 +216,20 @@ bool CAsciiGridDecoder::ReadSamples()
 bool CAsciiGridDecoder::ReadSample(size_t nIndex)
 {
     const std::string_view word = TakeWord();
+    // Straight to a float, so that the shortest text of one gives it back. The detour over a double
+    // is for what is too small for a float, and tells what is too large from what is no number.
+    float fValue = 0.0F;
     double dValue = 0.0;
-    const bool bNumber = ParseNumber(word, dValue);
+    bool bNumber = ParseNumber(word, fValue);
+    if (!bNumber && ParseNumber(word, dValue))
+    {
+        bNumber = true;
+        fValue = static_cast<float>(dValue);
+    }
     const std::optional<double>& noData = m_Values[KEY_NO_DATA];
-    const auto fValue = static_cast<float>(dValue);
     // As 32-bit numbers too: header and samples often differ in their last digits.
     const bool bVoid =
-        bNumber && (std::isnan(dValue) || (noData && fValue == static_cast<float>(*noData)));
+        bNumber && (std::isnan(fValue) || (noData && fValue == static_cast<float>(*noData)));
     if (bVoid || (bNumber && std::isfinite(fValue)))
     {
         m_Grid.samples.push_back(bVoid ? std::numeric_limits<float>::quiet_NaN() : fValue);
