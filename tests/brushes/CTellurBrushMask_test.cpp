@@ -147,42 +147,6 @@ TEST(CTellurBrush, MaskMultipliesEveryWeightByItsSample)
     }
 }
 
-TEST(CTellurBrush, MaskOnPaper)
-{
-    // 2 x 2 texels over 4 x 4 cells of 10 units: a texel is 20 units, (10, 10) is half a texel in.
-    CFakeContext context(4, 4, {40, 500, 40});
-    context.textures.Put(MASK, 2, 2, {0, 51, 102, 255});
-    CTellurBrush brush;
-    brush.SetMask(MASK);
-    brush.SetMaskEnabled(true);
-    CVertDataSet set;
-    FillSet(set, context.terrain, 2.0F);
-    brush.ApplyMask(set, GetTerrainBox(context.terrain));
-
-    struct SCase
-    {
-        int iX;
-        int iZ;
-        float fWeight;
-    };
-
-    // Crosswise: half a texel along x alone mixes with the texel below, not with the one beside.
-    const SCase cases[] = {{0, 0, 0.0F},
-                           {2, 0, 0.4F},
-                           {0, 2, 0.8F},
-                           {2, 2, 2.0F},
-                           {4, 4, 2.0F},
-                           {1, 0, 0.4F},
-                           {0, 1, 0.2F},
-                           {1, 1, 0.8F}};
-    for (const SCase& test : cases)
-    {
-        SCOPED_TRACE(testing::Message() << test.iX << "," << test.iZ);
-        const auto nPlace = static_cast<size_t>(test.iZ * 5 + test.iX);
-        EXPECT_NEAR(set.GetVerts().GetVert(nPlace).weight, test.fWeight, 1.0e-5F);
-    }
-}
-
 TEST(CTellurBrush, MaskLeavesWhatItCannotCover)
 {
     CFakeContext context(4, 4, {40, 500, 40});

@@ -61,36 +61,6 @@ TEST(CTellurBrush, SaysWhatIsMissingInWholeLines)
     EXPECT_FALSE(brush.IsBitmapChanged());
 }
 
-TEST(CTellurBrush, HandsTheDragOnToItsFunctionWithItself)
-{
-    FakeCalls calls;
-    auto* pFunction = new CRecordingFunction("A", &calls);
-    CTellurBrush brush;
-    brush.SetFunction(pFunction);
-    auto* pModification = reinterpret_cast<ITerrainModification*>(&calls); // only passed on
-    const SVec3 point = {7.5F, 0, 0};
-    EXPECT_EQ(brush.Start(pModification, 1, 2, 3), 11);
-    EXPECT_EQ(brush.OnMouseMove(pModification, 4, 5, 6, 7, 8), 13);
-    EXPECT_EQ(brush.End(pModification, 9, 10, 11), 12);
-    EXPECT_EQ(pFunction->pLastModification, pModification);
-    EXPECT_EQ(pFunction->pLastBrush, &brush);
-    EXPECT_TRUE(brush.Render(nullptr, &point));
-    EXPECT_EQ(pFunction->pLastModification, nullptr);
-    EXPECT_TRUE(brush.SetCursor());
-    EXPECT_STREQ(brush.GetFunctionName(), "A");
-    brush.SetFunction(new CRecordingFunction("B", &calls));
-    EXPECT_STREQ(brush.GetFunctionName(), "B");
-    brush.SetFunction(nullptr);
-    EXPECT_EQ(calls,
-              (FakeCalls{"Start(1, 2, 3)",
-                         "Move(4, 5, 6, 7, 8)",
-                         "End(9, 10, 11)",
-                         "Render(7.5)",
-                         "SetCursor()",
-                         "~A",
-                         "~B"}));
-}
-
 TEST(CTellurBrush, FootprintIsClippedToTheTerrain)
 {
     struct SCase
@@ -126,28 +96,6 @@ TEST(CTellurBrush, FootprintIsClippedToTheTerrain)
         EXPECT_EQ(ToText(raw), test.pszRaw);
         EXPECT_EQ(ToText(clipped), test.pszClipped);
     }
-}
-
-TEST(CTellurBrush, WeighsWithImageExtentPowerAndHardness)
-{
-    const CUserFolder folder;
-    WritePicture(folder.Path("a.png"), 2, 2, 8, {255, 255, 255, 51});
-    CTellurBrush brush;
-    CLogCatcher log;
-    CFakeTerrain terrain(2, 2, {20, 500, 20});
-    CVertDataSet set;
-    ASSERT_TRUE(set.Initialize(&terrain, {{0, 0, 0}, {20, 0, 20}}));
-    set.SetData(terrain.heights.data(), 3, 3);
-    brush.CalculateWeights(set, {10, 0, 10});
-    EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::GetDataFromBitmap] no bitmap"});
-    EXPECT_TRUE(brush.LoadBitmap("a.png"));
-    brush.SetExtent(20.0F); // a pixel is 10 units
-    brush.SetPowerModifier(4.0F);
-    brush.SetHardness(0.25F);
-    brush.SetUsageDensity(100.0F); // plays no part
-    brush.CalculateWeights(set, {10, 0, 10});
-    EXPECT_NEAR(set.GetVerts().GetVert(4).weight, 4.0F * 0.45F, 1.0e-5F);
-    EXPECT_NEAR(set.GetVerts().GetVert(0).weight, 4.0F, 1.0e-5F);
 }
 
 TEST(CTellurBrush, ImageIsMarkedChangedWheneverItIsReplacedOrLoaded)

@@ -11,39 +11,6 @@ using CTwoPointsFunctionTest = CDragTest;
 
 } // namespace
 
-TEST_F(CPointFunctionTest, ReshapesTheFootprintOfThePress)
-{
-    context.terrain.At(15, 4) = 300.0F;
-    context.terrain.At(16, 4) = 500.0F;
-    context.textures.Put("half.png", 1, 1, {51});
-    brush.SetMask("half.png");
-    brush.SetMaskEnabled(true);
-    brush.SetPowerModifier(5.0F); // times the mask: 1
-    Use(new CTestPoint(&context.calls));
-    Press(155, 77, 40);
-    SExtents raw;
-    EXPECT_EQ(ToText(session.GetExtents(raw)), "[145 0 30, 165 0 50]");
-    context.TakeCalls();
-
-    // The centre is that of the unclipped footprint, at the terrain's height there; where the
-    // cursor is now does not count and is not asked.
-    const SStepBlock step = {99, 12};
-    EXPECT_EQ(session.OnMouseMove(1, 2, 4, 0, reinterpret_cast<uintptr_t>(&step)), 1);
-    EXPECT_EQ(context.TakeCalls(),
-              (FakeCalls{"Process(155 400 40, 6, 12)",
-                         "Terrain.SetHeights(289, [150 12 30, 160 512 50])",
-                         "Host.RedrawViews()"}));
-    // The next step builds on this one.
-    EXPECT_EQ(session.OnMouseMove(1, 2, 4, 0, reinterpret_cast<uintptr_t>(&step)), 1);
-    EXPECT_EQ(context.TakeCalls()[0], "Process(155 412 40, 6, 12)");
-    EXPECT_NEAR(context.terrain.At(16, 4), 524.0F, 1.0e-3F);
-    // A move that brings no step.
-    EXPECT_EQ(session.OnMouseMove(1, 2, 4, 0, 0), 1);
-    EXPECT_EQ(context.TakeCalls()[0], "Process(155 424 40, 6, 0)");
-    Release();
-    EXPECT_EQ(context.host.undos.size(), 1U);
-}
-
 TEST_F(CPointFunctionTest, StartsLaterWhenThePressMissed)
 {
     CTestPoint* pPoint = Use(new CTestPoint(&context.calls));

@@ -110,46 +110,6 @@ TEST(CTerrainModification, GoesOnWithoutATerrainAndReportsEachStep)
     EXPECT_EQ(context.TakeCalls(), FakeCalls{});
 }
 
-TEST(CTerrainModification, ForwardsTheMouseToTheBrushOfTheDrag)
-{
-    CFakeContext context;
-    CRecordingBrush brush;
-    CRecordingBrush other;
-    CLogCatcher log;
-    CTerrainModification session;
-    const SVec3 point = {6.5F, 0, 0};
-    EXPECT_FALSE(session.Render(&point));
-    ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
-    EXPECT_EQ(session.GetBrush(), &brush);
-    EXPECT_TRUE(session.Render(&point));
-
-    // A second start changes nothing of the running drag.
-    context.terrain.At(2, 2) = 77.0F;
-    EXPECT_FALSE(session.Start(4, 5, 6, nullptr, &other));
-    EXPECT_EQ(log.TakeLines(),
-              (Lines{"[CTerrainModification::Start] terrain set to NULL",
-                     "[CTerrainModification::Start] already in progress"}));
-    EXPECT_EQ(session.GetSrcHeight(2, 2), 0.0F);
-    EXPECT_EQ(session.OnMouseMove(0xFFFFFFFFU, 7, 8, 9, 10), 13);
-    session.End(11, 12, 13);
-    EXPECT_EQ(
-        brush.calls,
-        (FakeCalls{
-            "Start(1, 2, 3)", "Render(6.5)", "Move(4294967295, 7, 8, 9, 10)", "End(11, 12, 13)"}));
-    EXPECT_EQ(other.calls, FakeCalls{});
-    EXPECT_EQ(session.GetBrush(), nullptr);
-    EXPECT_EQ(log.GetText(), "");
-
-    // The next drag takes the heights anew, also of a terrain of another size.
-    CFakeTerrain small(2, 3, {20, 500, 30});
-    small.At(2, 3) = 5.0F;
-    ASSERT_TRUE(session.Start(1, 2, 3, &small, &brush));
-    EXPECT_EQ(session.GetBufferSizeX(), 3);
-    EXPECT_EQ(session.GetBufferSizeZ(), 4);
-    EXPECT_EQ(session.GetSrcHeight(2, 3), 5.0F);
-    EXPECT_EQ(session.GetDstHeight(2, 3), 5.0F);
-}
-
 TEST(CTerrainModification, SizesAndBoxComeFromTheSignedSizeVector)
 {
     CFakeContext context(8, 4, {-80, 500, 40});
@@ -165,32 +125,6 @@ TEST(CTerrainModification, SizesAndBoxComeFromTheSignedSizeVector)
     EXPECT_EQ(ToText(session.GetExtents(box)), "[-1 2 -3, 4 5 6]");
     EXPECT_EQ(session.GetBufferSizeX(), 9);
     EXPECT_EQ(session.GetBufferSizeZ(), 5);
-}
-
-TEST(CTerrainModification, HandsOutSourceOrDestinationHeights)
-{
-    CFakeContext context;
-    context.terrain.At(3, 2) = 30.0F;
-    context.terrain.At(4, 2) = -1.0F;
-    CRecordingBrush brush;
-    CTerrainModification session;
-    ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
-    SetOne(session, 3, 2, 45.0F);
-    EXPECT_EQ(session.GetSrcHeight(3, 2), 30.0F);
-    EXPECT_EQ(session.GetDstHeight(3, 2), 45.0F);
-    EXPECT_EQ(session.GetSrcBuffer()[2 * 9 + 3], 30.0F);
-    EXPECT_EQ(session.GetDstBuffer()[2 * 9 + 3], 45.0F);
-
-    const SExtents box = {{30, 0, 20}, {50, 0, 20}};
-    CVertDataSet source;
-    CVertDataSet dest;
-    session.GetVerts(box, source);
-    session.GetDstVerts(box, dest);
-    ASSERT_EQ(source.GetVerts().GetCount(), 2U); // the vertex below 0 is not offered
-    ASSERT_EQ(dest.GetVerts().GetCount(), 2U);
-    EXPECT_EQ(source.GetVerts().GetVert(0).y, 30.0F);
-    EXPECT_EQ(dest.GetVerts().GetVert(0).y, 45.0F);
-    EXPECT_EQ(dest.GetVerts().GetVert(1).ix, 5);
 }
 
 TEST(CTerrainModification, KeepsTheOddAddressingOfSetDstHeight)
