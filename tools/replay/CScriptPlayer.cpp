@@ -251,19 +251,25 @@ bool CScriptPlayer::PlayRedo(const CScriptCall& /*call*/, std::string& /*strWhy*
 
 bool CScriptPlayer::PlaySave(const CScriptCall& call, std::string& strWhy)
 {
-    Terrain* pTerrain = m_Host.GetEngine().GetWorld()->GetTerrain();
-    if (pTerrain == nullptr)
+    const auto save = [](Terrain& terrain, const char* pszPath)
     {
-        strWhy = NO_TERRAIN;
-        return false;
-    }
-    const std::string strPath = m_Folder.GetPath(call.GetString(0));
-    const bool bSaved = pTerrain->SaveHeightMap(strPath.c_str(), nullptr, 0, 0);
-    strWhy = bSaved ? "" : NOT_WRITTEN;
-    return bSaved;
+        return terrain.SaveHeightMap(pszPath, nullptr, 0, 0);
+    };
+    return WriteTerrain(call, save, strWhy);
 }
 
 bool CScriptPlayer::PlayExportStl(const CScriptCall& call, std::string& strWhy)
+{
+    const auto exportWhole = [](Terrain& terrain, const char* pszPath)
+    {
+        return terrain.ExportToSTL(pszPath, nullptr);
+    };
+    return WriteTerrain(call, exportWhole, strWhy);
+}
+
+bool CScriptPlayer::WriteTerrain(const CScriptCall& call,
+                                 bool (*pWrite)(Terrain&, const char*),
+                                 std::string& strWhy)
 {
     Terrain* pTerrain = m_Host.GetEngine().GetWorld()->GetTerrain();
     if (pTerrain == nullptr)
@@ -271,8 +277,7 @@ bool CScriptPlayer::PlayExportStl(const CScriptCall& call, std::string& strWhy)
         strWhy = NO_TERRAIN;
         return false;
     }
-    const std::string strPath = m_Folder.GetPath(call.GetString(0));
-    const bool bWritten = pTerrain->ExportToSTL(strPath.c_str(), nullptr);
+    const bool bWritten = pWrite(*pTerrain, m_Folder.GetPath(call.GetString(0)).c_str());
     strWhy = bWritten ? "" : NOT_WRITTEN;
     return bWritten;
 }

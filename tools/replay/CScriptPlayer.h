@@ -12,6 +12,7 @@ class CScriptCall;
 class CScriptFace;
 class CTCPARSE_KEYWORD;
 class IPluginScript;
+class Terrain;
 
 // Plays the keywords of one script into a host, in file order. Everything given is borrowed.
 class CScriptPlayer
@@ -63,6 +64,9 @@ private:
     bool PlayExpectHeight(const CScriptCall& call, std::string& strWhy);
     bool PlayExpectUndo(const CScriptCall& call, std::string& strWhy);
 
+    bool WriteTerrain(const CScriptCall& call,
+                      bool (*pWrite)(Terrain&, const char*),
+                      std::string& strWhy);
     bool FinishLevel(bool bDone, const char* pszFailure, std::string& strWhy);
 
     CEditorHost& m_Host;
