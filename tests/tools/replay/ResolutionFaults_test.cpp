@@ -2,9 +2,6 @@
 
 #include "tests/tools/replay/CReplayRunner.h"
 
-#include <sys/resource.h>
-#include <sys/wait.h>
-
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -110,45 +107,3 @@ TEST_P(CResolutionFaults, LeaveTheOldHeightsOrTheNewOnes)
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, CResolutionFaults, testing::Values("kill", "full", "readonly"));
-
-// The terrain itself, the grid read and the grid written are all there may be.
-TEST(ResolutionMemory, HoldsTwoGridsBesideTheTerrain)
-{
-#ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "the sanitizer's own memory is in the way";
-#endif
-    const CReplayRunner runner;
-    const auto getPeak = [&runner](const std::string& strBody)
-    {
-        const std::string strWhole = CReplayRunner::GetDeclarations() + strBody;
-        WriteBytes(runner.Path("script.tellur"), strWhole);
-        const pid_t iChild = ::fork();
-        if (iChild == 0)
-        {
-            ::_exit(runner.Run({"script.tellur"}).iExitCode);
-        }
-        int iStatus = -1;
-        rusage usage = {};
-        EXPECT_EQ(::wait4(iChild, &iStatus, 0, &usage), iChild);
-        EXPECT_EQ(iStatus, 0);
-        return usage.ru_maxrss; // kilobytes, of the largest among child and grandchild
-    };
-    constexpr long LARGE = 4L * 2049 * 2049 / 1024;
-    constexpr long SMALL = 4L * 1025 * 1025 / 1024;
-    constexpr long SLACK = 4096;
-    getPeak("level( 2048, [ 20480, 500, 20480 ] ) save( \"a.height\" )");
-    const long iOpen = getPeak("open( \"a.height\" )");
-    EXPECT_GT(iOpen, LARGE);
-    const long iDown = getPeak("open( \"a.height\" ) resolution( 1025 )");
-    EXPECT_LT(iDown, iOpen + LARGE + SMALL + SLACK);
-    EXPECT_GT(iDown, iOpen + LARGE) << "the measure sees the grids";
-    const long iUp = getPeak("open( \"a.height\" ) resolution( 2049 )");
-    EXPECT_LT(iUp, iOpen + LARGE + SLACK) << "the terrain is the small one";
-    // What drags keep for the next one is given up first.
-    const std::string strDrag =
-        "open( \"a.height\" )\nbrush() { bitmap() { path( \"white.png\" ) } extent( 30 )\n"
-        " function( \"SetHeightFunction\" ) }\nmode( \"terraforming\" )\n"
-        "press( 500, 500 ) move( 500, 500, 0 ) release( 500, 500 )\n";
-    const long iDrag = getPeak(strDrag);
-    EXPECT_LT(getPeak(strDrag + "resolution( 1025 )"), iDrag + SLACK);
-}

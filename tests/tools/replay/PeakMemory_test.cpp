@@ -1,0 +1,77 @@
+// What a designer's machine must hold while the large things are done.
+
+#include "tests/tools/replay/CReplayRunner.h"
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+constexpr long SLACK = 4096; // kilobytes
+
+class CPeakMemory : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+#ifdef __SANITIZE_ADDRESS__
+        GTEST_SKIP() << "the sanitizer's own memory is in the way";
+#endif
+    }
+
+    // Kilobytes of heights.
+    static constexpr long GetGrid(long iVertices) { return 4 * iVertices * iVertices / 1024; }
+
+    // The most that the player of this script held, in kilobytes.
+    long Measure(const std::string& strBody) const
+    {
+        WriteBytes(m_Runner.Path("script.tellur"), CReplayRunner::GetDeclarations() + strBody);
+        const pid_t iChild = ::fork();
+        if (iChild == 0)
+        {
+            ::_exit(m_Runner.Run({"script.tellur"}).iExitCode);
+        }
+        int iStatus = -1;
+        rusage usage = {};
+        EXPECT_EQ(::wait4(iChild, &iStatus, 0, &usage), iChild);
+        EXPECT_EQ(iStatus, 0);
+        return usage.ru_maxrss; // of the largest among the child and the player
+    }
+
+    CReplayRunner m_Runner;
+};
+
+} // namespace
+
+TEST_F(CPeakMemory, AChangeOfResolutionHoldsTwoGridsBesideTheTerrain)
+{
+    constexpr long LARGE = GetGrid(2049);
+    constexpr long SMALL = GetGrid(1025);
+    Measure("level( 2048, [ 20480, 500, 20480 ] ) save( \"a.height\" )");
+    const long iOpen = Measure("open( \"a.height\" )");
+    EXPECT_GT(iOpen, LARGE);
+    const long iDown = Measure("open( \"a.height\" ) resolution( 1025 )");
+    EXPECT_LT(iDown, iOpen + LARGE + SMALL + SLACK);
+    EXPECT_GT(iDown, iOpen + LARGE) << "the measure sees the grids";
+    const long iUp = Measure("open( \"a.height\" ) resolution( 2049 )");
+    EXPECT_LT(iUp, iOpen + LARGE + SLACK) << "the terrain is the small one";
+    // What drags keep for the next one is given up first.
+    const std::string strDrag =
+        "open( \"a.height\" )\nbrush() { bitmap() { path( \"white.png\" ) } extent( 30 )\n"
+        " function( \"SetHeightFunction\" ) }\nmode( \"terraforming\" )\n"
+        "press( 500, 500 ) move( 500, 500, 0 ) release( 500, 500 )\n";
+    const long iDrag = Measure(strDrag);
+    EXPECT_LT(Measure(strDrag + "resolution( 1025 )"), iDrag + SLACK);
+}
+
+TEST_F(CPeakMemory, AnStlFileIsNeverInMemory)
+{
+    const std::string strLevel = "level( 512, [ 5120, 500, 5120 ] )\n";
+    const long iLevel = Measure(strLevel);
+    EXPECT_LT(Measure(strLevel + "export_stl( \"a.stl\" )\n"), iLevel + SLACK);
+    EXPECT_EQ(std::filesystem::file_size(m_Runner.Path("a.stl")), 84U + 100U * 512 * 512);
+}
