@@ -16,13 +16,6 @@ constexpr long SLACK = 4096; // kilobytes
 class CPeakMemory : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-#ifdef __SANITIZE_ADDRESS__
-        GTEST_SKIP() << "the sanitizer's own memory is in the way";
-#endif
-    }
-
     // Kilobytes of heights.
     static constexpr long GetGrid(long iVertices)
     {
