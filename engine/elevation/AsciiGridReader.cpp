@@ -1,10 +1,11 @@
 #include "engine/elevation/AsciiGridReader.h"
 
+#include "engine/elevation/DecodeGrid.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
-#include <new>
 #include <optional>
 #include <string_view>
 
@@ -251,19 +252,5 @@ bool CAsciiGridDecoder::ReadSample(size_t nIndex)
 
 bool DecodeAsciiGrid(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& strFault)
 {
-    try
-    {
-        CAsciiGridDecoder decoder(bytes);
-        if (decoder.Decode())
-        {
-            grid = std::move(decoder.GetGrid());
-            return true;
-        }
-        strFault = decoder.GetFault();
-    }
-    catch (const std::bad_alloc&)
-    {
-        strFault = "not enough memory";
-    }
-    return false;
+    return DecodeGrid<CAsciiGridDecoder>(bytes, grid, strFault);
 }

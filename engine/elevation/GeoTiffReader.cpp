@@ -1,6 +1,7 @@
 #include "engine/elevation/GeoTiffReader.h"
 
 #include "engine/elevation/CTiffFile.h"
+#include "engine/elevation/DecodeGrid.h"
 
 #include <tiffio.h>
 
@@ -9,7 +10,6 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
-#include <new>
 #include <optional>
 #include <type_traits>
 
@@ -332,19 +332,5 @@ bool CGeoTiffDecoder::TurnNorthUp()
 
 bool DecodeGeoTiff(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& strFault)
 {
-    try
-    {
-        CGeoTiffDecoder decoder(bytes);
-        if (decoder.Decode())
-        {
-            grid = std::move(decoder.GetGrid());
-            return true;
-        }
-        strFault = decoder.GetFault();
-    }
-    catch (const std::bad_alloc&)
-    {
-        strFault = "not enough memory";
-    }
-    return false;
+    return DecodeGrid<CGeoTiffDecoder>(bytes, grid, strFault);
 }

@@ -17,10 +17,7 @@ class CPeakMemory : public testing::Test
 {
 protected:
     // Kilobytes of heights.
-    static constexpr long GetGrid(long iVertices)
-    {
-        return 4 * iVertices * iVertices / 1024;
-    }
+    static constexpr long GetGrid(long iVertices) { return 4 * iVertices * iVertices / 1024; }
 
     // The most that the player of this script held, in kilobytes.
     long Measure(const std::string& strBody) const
