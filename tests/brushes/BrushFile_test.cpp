@@ -34,59 +34,6 @@ std::string GetNumbers(const CTellurBrush& brush)
 
 } // namespace
 
-TEST(CTellurBrush, SavesItsBlockByteForByte)
-{
-    const CUserFolder folder;
-    WriteBytes(folder.Path("maps/soft.png"), ""); // makes the folder
-    WritePicture(folder.Path("maps/soft.png"), 1, 1, 8, {9});
-    CFakeContext context;
-    context.textures.Put("masks/m.png", 1, 1, {255});
-    CTellurBrush brush;
-    brush.SetName("Hill \xE4");
-    ASSERT_TRUE(brush.LoadBitmap("maps\\soft.png"));
-    brush.SetFunction(new CSetHeightFunction);
-    brush.SetPowerModifier(0.3F);
-    brush.SetUsageDensity(-2.0F);
-    brush.SetFadeFactor(123456.789F);
-    brush.SetHardness(1.0F);
-    brush.SetExtent(0.000004F);
-    brush.SetVerticalDistance(12.5F);
-    const std::string strBlock = "  brush_name( \"Hill \xE4\")\n"
-                                 "  bitmap()\n"
-                                 "  {\n"
-                                 "    path( \"maps\\\\soft.png\" )\n"
-                                 "  }\n"
-                                 "  function( \"SetHeightFunction\" )\n"
-                                 "  {\n"
-                                 "    attrib( \"m_Mode\", \"mode_default\" )\n"
-                                 "    attrib( \"m_Height\", \"500\" )\n"
-                                 "    attrib( \"m_PickHeight\", \"0\" )\n"
-                                 "  }\n"
-                                 "  power_modifier( 0.30000 )\n"
-                                 "  usage_density( -2.00000 )\n"
-                                 "  fade_factor( 123456.78906 )\n"
-                                 "  hardness( 1.00000 )\n"
-                                 "  extent( 0.00000 )\n"
-                                 "  vertical_distance( 12.50000 )\n";
-    const auto save = [&](fs::ifile& file)
-    {
-        EXPECT_TRUE(brush.Save(file, 2));
-    };
-    EXPECT_EQ(GetWritten(save), strBlock);
-    brush.SetMask("masks/m.png");
-    brush.SetMaskEnabled(true); // is not saved
-    EXPECT_EQ(GetWritten(save), strBlock + "  mask( \"masks/m.png\" )\n");
-
-    // No name, no indent, a function without fields of its own.
-    CTellurBrush plain;
-    ASSERT_TRUE(plain.LoadBitmap("maps/soft.png"));
-    plain.SetFunction(new CRecordingFunction("A"));
-    EXPECT_EQ(GetWritten([&](fs::ifile& file) { EXPECT_TRUE(plain.Save(file, 0)); }),
-              "brush_name( \"\")\nbitmap()\n{\n  path( \"maps/soft.png\" )\n}\n<function at 0>\n"
-              "power_modifier( 1.00000 )\nusage_density( 1.00000 )\nfade_factor( 0.00000 )\n"
-              "hardness( 0.00000 )\nextent( 3200.00000 )\nvertical_distance( 0.00000 )\n");
-}
-
 TEST(CTellurBrush, SaveStopsAtWhatIsMissing)
 {
     const CUserFolder folder;

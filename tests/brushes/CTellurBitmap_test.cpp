@@ -116,22 +116,6 @@ TEST(CTellurBitmap, SaysWhatIsMissingInWholeLines)
     EXPECT_EQ(bitmap.GetPoint(1, 1), 4);
 }
 
-TEST(CTellurBitmap, CopiesStandAlone)
-{
-    const CUserFolder folder;
-    WritePicture(folder.Path("a.png"), 2, 2, 8, {1, 2, 3, 4});
-    CTellurBitmap bitmap;
-    const std::unique_ptr<CTellurBitmap> pEmpty(bitmap.Clone());
-    EXPECT_EQ(pEmpty->GetPath(), nullptr);
-    EXPECT_EQ(pEmpty->GetImage(), nullptr);
-    ASSERT_TRUE(bitmap.Load("a.png"));
-    const std::unique_ptr<CTellurBitmap> pClone(bitmap.Clone());
-    EXPECT_STREQ(pClone->GetPath(), "a.png");
-    bitmap.GetImage()->GetRawData()[2] = 99;
-    EXPECT_EQ(bitmap.GetPoint(0, 1), 99);
-    EXPECT_EQ(pClone->GetPoint(0, 1), 3);
-}
-
 TEST(CTellurBitmap, EscapesThePathSoThatTheParserGivesItBack)
 {
     struct SCase

@@ -2,8 +2,6 @@
 
 #include "brushes/CTellurBrush.h"
 #include "functions/CPainterFunction.h"
-#include "functions/CPointFunction.h"
-#include "functions/CTwoPointsFunction.h"
 #include "host/FileSystem.h"
 #include "host/Image.h"
 #include "modification/CTerrainModification.h"
@@ -77,87 +75,6 @@ private:
     static const SFunctionTraits& GetTestTraits()
     {
         static const SFunctionTraits s_Traits = {"Test", "CTest", "no cursor handle", "no name", 1};
-        return s_Traits;
-    }
-
-    FakeCalls* m_Calls;
-};
-
-// A point function that raises by the step times the weight.
-class CTestPoint : public CPointFunction
-{
-public:
-    explicit CTestPoint(FakeCalls* pCalls)
-        : CPointFunction(GetTestTraits())
-        , m_Calls(pCalls)
-    {
-    }
-
-    const CRTTI* GetRTTI() const override { return &s_RTTI; }
-
-    ITellurFunction* Clone() const override { return new CTestPoint(*this); }
-
-    float MergeHeight(float, float, float fCandidate) const override { return fCandidate; }
-
-    void Process(const SPointOperation& operation) override
-    {
-        CVertList& verts = operation.pVerts->GetVerts();
-        AddCall(m_Calls,
-                "Process(%g %g %g, %zu, %d)",
-                operation.center.x,
-                operation.center.y,
-                operation.center.z,
-                verts.GetCount(),
-                operation.iVerticalStep);
-        for (size_t i = 0; i < verts.GetCount(); ++i)
-        {
-            verts.GetHeights()[i] +=
-                static_cast<float>(operation.iVerticalStep) * verts.GetWeights()[i];
-        }
-    }
-
-private:
-    static const SFunctionTraits& GetTestTraits()
-    {
-        static const SFunctionTraits s_Traits = {"Test", "CTest", "no cursor", "no class name", 1};
-        return s_Traits;
-    }
-
-    FakeCalls* m_Calls;
-};
-
-class CTestTwoPoints : public CTwoPointsFunction
-{
-public:
-    explicit CTestTwoPoints(FakeCalls* pCalls)
-        : CTwoPointsFunction(GetTestTraits())
-        , m_Calls(pCalls)
-    {
-    }
-
-    const CRTTI* GetRTTI() const override { return &s_RTTI; }
-
-    ITellurFunction* Clone() const override { return new CTestTwoPoints(*this); }
-
-    float MergeHeight(float, float, float fCandidate) const override { return fCandidate; }
-
-    void
-    Process(ITerrainModification*, ITellurBrush*, const SVec3& first, const SVec3& second) override
-    {
-        AddCall(m_Calls,
-                "Process(%g %g %g, %g %g %g)",
-                first.x,
-                first.y,
-                first.z,
-                second.x,
-                second.y,
-                second.z);
-    }
-
-private:
-    static const SFunctionTraits& GetTestTraits()
-    {
-        static const SFunctionTraits s_Traits = {"Test", "CTest", "no cursor", "no class name", 1};
         return s_Traits;
     }
 

@@ -1,4 +1,5 @@
 #include "functions/CPointHeightFunction.h"
+#include "functions/CPosterizeFunction.h"
 #include "functions/CRelativeHeightFunction.h"
 #include "functions/CSetHeightFunction.h"
 #include "tests/functions/FunctionParts.h"
@@ -7,17 +8,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
 
 using Lines = std::vector<std::string>;
 
-using CSetHeightFunctionTest = CDragTest;
+using CHeightFunctionTest = CDragTest;
 
 } // namespace
 
-TEST_F(CSetHeightFunctionTest, TakesItsTargetWhereTheStrokeBegins)
+TEST_F(CHeightFunctionTest, TakesItsTargetWhereTheStrokeBegins)
 {
     CSetHeightFunction* pFunction = Use(new CSetHeightFunction);
     Press(50, 820, 50);
@@ -36,6 +38,29 @@ TEST_F(CSetHeightFunctionTest, TakesItsTargetWhereTheStrokeBegins)
     const std::unique_ptr<ITellurFunction> pClone(pFunction->Clone());
     EXPECT_EQ(GetField(*pClone, "m_Height"), "820");
     EXPECT_EQ(GetField(*pClone, "m_PickHeight"), "1");
+}
+
+TEST_F(CHeightFunctionTest, AMoveWithoutAStepBlockIsNoStep)
+{
+    Use(new CPointHeightFunction);
+    Press(50, 0, 50);
+    EXPECT_EQ(session.OnMouseMove(1, 2, 4, 0, 0), 1);
+    EXPECT_EQ(Move(50, 0, 50, -7), 1);
+    EXPECT_EQ(context.terrain.At(5, 5), 7.0F);
+}
+
+TEST_F(CHeightFunctionTest, PosterizeTakesItsLevelsAnewWhenTheirNumberChanges)
+{
+    CPosterizeFunction* pFunction = Use(new CPosterizeFunction);
+    for (const auto& [pszLevels, fHeight] : {std::pair("2", 500.0F), std::pair("4", 250.0F)})
+    {
+        context.terrain.At(5, 5) = 300.0F;
+        SetField(*pFunction, "m_NumHeightDivisions", pszLevels);
+        Press(50, 300, 50);
+        Move(50, 300, 50);
+        Release();
+        EXPECT_NEAR(context.terrain.At(5, 5), fHeight, 1.0e-3F);
+    }
 }
 
 TEST(HeightFunctions, WithoutABrushSayItOnce)

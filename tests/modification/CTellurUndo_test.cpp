@@ -1,6 +1,5 @@
 #include "modification/CTellurUndo.h"
 #include "tests/support/CLogCatcher.h"
-#include "tests/support/CNumbers.h"
 #include "tests/support/FakeHost.h"
 
 #include <gtest/gtest.h>
@@ -62,48 +61,24 @@ TEST(CTellurUndo, KeepsABorderVertexInEveryBlockThatSharesIt)
     }
 }
 
-TEST(CTellurUndo, WritesOldAndNewHeightsBackBlockByBlock)
+TEST(CTellurUndo, HoldsSixteenBytesAVertexAndLittleBeside)
 {
-    CFakeContext context(96, 64, {96, 100, 64});
-    CNumbers numbers(11);
+    CFakeTerrain terrain(96, 64, {96, 100, 64});
     std::vector<SChangedVert> verts;
-    for (int z = 0; z <= 64; ++z)
+    for (int i = 0; i < 97 * 65; ++i)
     {
-        for (int x = 0; x <= 96; ++x)
-        {
-            context.terrain.At(x, z) = numbers.Float(0.0F, 100.0F);
-            if (numbers.Int(0, 2) == 0 || (x == 96 && z == 64))
-            {
-                verts.push_back({x, z, context.terrain.At(x, z), numbers.Float(0.0F, 100.0F)});
-            }
-        }
-    }
-    const std::vector<float> before = context.terrain.heights;
-    std::vector<float> after = before;
-    for (const SChangedVert& vert : verts)
-    {
-        after[static_cast<size_t>(vert.iZ * 97 + vert.iX)] = vert.fNew;
+        verts.push_back({i % 97, i / 97, 1, 2});
     }
     CTellurUndo undo;
-    undo.SetTerrain(&context.terrain);
+    undo.SetTerrain(&terrain);
     undo.Fill(verts);
-    EXPECT_EQ(undo.GetBlocks().size(), 12U); // 3 x 2, and those that begin at the far borders
-
-    for (int iRound = 0; iRound < 2; ++iRound)
-    {
-        undo.Redo();
-        ASSERT_EQ(context.terrain.heights, after);
-        undo.Undo();
-        ASSERT_EQ(context.terrain.heights, before);
-    }
-    // The record as it stands in memory: 16 bytes a vertex and block, little beside.
     size_t nRecords = 0;
     for (const CTellurUndo::CBlockInfo& block : undo.GetBlocks())
     {
         nRecords += block.GetVerts().size();
     }
+    EXPECT_EQ(undo.GetBlocks().size(), 12U); // 3 x 2, and those that begin at the far borders
     EXPECT_GT(nRecords, verts.size());
-    EXPECT_GE(undo.GetByteCount(), 16 * nRecords);
     EXPECT_LT(undo.GetByteCount(), 16 * nRecords + 12 * 64 + 128);
 }
 

@@ -110,6 +110,22 @@ TEST(CTerrainModification, GoesOnWithoutATerrainAndReportsEachStep)
     EXPECT_EQ(context.TakeCalls(), FakeCalls{});
 }
 
+TEST(CTerrainModification, ASecondStartChangesNothingOfTheRunningDrag)
+{
+    CFakeContext context;
+    CRecordingBrush brush;
+    CLogCatcher log;
+    CTerrainModification session;
+    ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
+    context.terrain.At(2, 2) = 77.0F;
+    EXPECT_FALSE(session.Start(4, 5, 6, nullptr, &brush));
+    EXPECT_EQ(log.TakeLines(),
+              (Lines{"[CTerrainModification::Start] terrain set to NULL",
+                     "[CTerrainModification::Start] already in progress"}));
+    EXPECT_EQ(session.GetSrcHeight(2, 2), 0.0F);
+    EXPECT_EQ(brush.calls, FakeCalls{"Start(1, 2, 3)"});
+}
+
 TEST(CTerrainModification, SizesAndBoxComeFromTheSignedSizeVector)
 {
     CFakeContext context(8, 4, {-80, 500, 40});

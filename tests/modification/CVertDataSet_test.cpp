@@ -2,7 +2,6 @@
 #include "tests/modification/CGreyBitmap.h"
 #include "tests/support/AllocationCount.h"
 #include "tests/support/CLogCatcher.h"
-#include "tests/support/CNumbers.h"
 #include "tests/support/FakeWorld.h"
 
 #include <gtest/gtest.h>
@@ -69,30 +68,6 @@ TEST(CVertDataSet, TakesTheGridLinesInsideTheBox)
             EXPECT_EQ(set.GetVerts().GetCount(), nCandidates);
             EXPECT_EQ(set.GetCandidateCount(), 0U);
         }
-    }
-}
-
-TEST(CVertDataSet, VerticesStandOnTheirGridLinesWithHeightAndNoWeight)
-{
-    CFakeTerrain terrain(4, 2, {40, 500, 50});
-    for (size_t i = 0; i < terrain.heights.size(); ++i)
-    {
-        terrain.heights[i] = static_cast<float>(i) * 3.0F;
-    }
-    CVertDataSet set;
-    ASSERT_TRUE(set.Initialize(&terrain, {{0, 0, 0}, {40, 0, 50}}));
-    set.SetData(terrain.heights.data(), 5, 3);
-    ASSERT_EQ(set.GetVerts().GetCount(), 15U);
-    for (int i = 0; i < 15; ++i)
-    {
-        SCOPED_TRACE(i);
-        const SVert vert = set.GetVerts().GetVert(static_cast<size_t>(i));
-        EXPECT_EQ(vert.ix, i % 5);
-        EXPECT_EQ(vert.iz, i / 5);
-        EXPECT_EQ(vert.x, static_cast<float>(i % 5) * 10.0F);
-        EXPECT_EQ(vert.z, static_cast<float>(i / 5) * 25.0F);
-        EXPECT_EQ(vert.y, static_cast<float>(i) * 3.0F);
-        EXPECT_EQ(vert.weight, 0.0F);
     }
 }
 
@@ -184,8 +159,6 @@ TEST(CVertDataSet, BoundingBoxStartsFromAMillionAndZero)
          "[-1 -1 -1, -1 -1 -1]"},
         {"all", {20, 500, 40}, {5, 2, 3, 4, 50, 6, 7, 8, 9}, {{0, 0, 0}, {20, 0, 40}},
          "[0 2 0, 20 50 40]"},
-        {"one vertex", {20, 500, 40}, {5, 2, 3, 4, 50, 6, 7, 8, 9}, {{10, 0, 20}, {10, 0, 20}},
-         "[10 50 20, 10 50 20]"},
         {"beyond a million", {6000000, 500, 20}, {1, 1, 1, 1, 1, 1, 1, 1, 2000001},
          {{6000000, 0, 20}, {6000000, 0, 20}}, "[1e+06 1e+06 20, 6e+06 2e+06 20]"},
     };

@@ -1,6 +1,5 @@
 #include "modification/HeightBuffers.h"
 #include "modification/HeightMerge.h"
-#include "tests/support/CNumbers.h"
 #include "tests/support/CRecordingFunction.h"
 
 #include <gtest/gtest.h>
@@ -14,19 +13,9 @@ namespace
 
 constexpr float MAX_HEIGHT = 100.0F;
 
-float MergeStrongest(float fSrc, float fDst, float fCandidate)
-{
-    return std::fabs(fCandidate - fSrc) >= std::fabs(fDst - fSrc) ? fCandidate : fDst;
-}
-
 float MergeHigher(float /*fSrc*/, float fDst, float fCandidate)
 {
     return fCandidate > fDst ? fCandidate : fDst;
-}
-
-float MergeCandidate(float /*fSrc*/, float /*fDst*/, float fCandidate)
-{
-    return fCandidate;
 }
 
 const CRecordingFunction g_Strongest(EMergeRule::Strongest);
@@ -96,55 +85,21 @@ TEST(HeightMerge, WritesWhatTheRuleTakesWithinTheLimits)
     }
 }
 
-TEST(HeightMerge, LongRunsMergeAsOneVertexAfterTheOther)
+TEST(HeightMerge, ASpanReachesFromTheFirstToTheLastVertexWritten)
 {
-    struct SRule
+    for (const CRecordingFunction* pFunction : {&g_Strongest, &g_Candidate, &g_Higher})
     {
-        const CRecordingFunction* pFunction;
-        CRecordingFunction::FMerge pMerge;
-    };
-
-    const SRule rules[] = {
-        {&g_Strongest, MergeStrongest}, {&g_Candidate, MergeCandidate}, {&g_Higher, MergeHigher}};
-    CNumbers numbers(3);
-    for (int iRound = 0; iRound < 300; ++iRound)
-    {
-        const SRule& rule = rules[iRound % 3];
-        const auto nCount = static_cast<size_t>(iRound / 3);
-        SCOPED_TRACE(iRound);
-        // Few values, so that equal heights and equal distances are common.
-        std::vector<float> source(nCount);
-        std::vector<float> dest(nCount);
-        std::vector<float> candidates(nCount);
-        for (size_t i = 0; i < nCount; ++i)
-        {
-            source[i] = static_cast<float>(numbers.Int(0, 4) * 25);
-            dest[i] = numbers.Int(0, 1) == 0 ? source[i] : static_cast<float>(numbers.Int(0, 100));
-            candidates[i] = numbers.Int(0, 2) == 0 ? dest[i] : numbers.Float(-40.0F, 140.0F);
-        }
-        std::vector<float> plain = dest;
-        SMergeSpan expected;
-        for (size_t i = 0; i < nCount; ++i)
-        {
-            if (rule.pMerge(source[i], dest[i], candidates[i]) == dest[i])
-            {
-                continue;
-            }
-            plain[i] = std::min(std::max(candidates[i], 0.0F), MAX_HEIGHT);
-            expected.fMin = expected.nChanged == 0 ? plain[i] : std::min(expected.fMin, plain[i]);
-            expected.fMax = expected.nChanged == 0 ? plain[i] : std::max(expected.fMax, plain[i]);
-            expected.iFirst = std::min(expected.iFirst, static_cast<int32_t>(i));
-            expected.iLast = static_cast<int32_t>(i);
-            ++expected.nChanged;
-        }
+        const std::array<float, 6> source = {};
+        std::array<float, 6> dest = {};
+        const std::array<float, 6> candidates = {0, 30, 0, 120, 20, 0};
         const SMergeSpan span = MergeHeights(
-            *rule.pFunction, source.data(), dest.data(), candidates.data(), nCount, MAX_HEIGHT);
-        ASSERT_EQ(dest, plain);
-        EXPECT_EQ(span.iFirst, expected.iFirst);
-        EXPECT_EQ(span.iLast, expected.iLast);
-        EXPECT_EQ(span.nChanged, expected.nChanged);
-        EXPECT_EQ(span.fMin, expected.fMin);
-        EXPECT_EQ(span.fMax, expected.fMax);
+            *pFunction, source.data(), dest.data(), candidates.data(), dest.size(), MAX_HEIGHT);
+        EXPECT_EQ(dest, (std::array<float, 6>{0, 30, 0, 100, 20, 0}));
+        EXPECT_EQ(span.iFirst, 1);
+        EXPECT_EQ(span.iLast, 4);
+        EXPECT_EQ(span.nChanged, 3);
+        EXPECT_EQ(span.fMin, 20.0F);
+        EXPECT_EQ(span.fMax, 100.0F);
     }
 }
 

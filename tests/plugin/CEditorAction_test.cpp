@@ -1,8 +1,7 @@
 #include "host/ReflectionFields.h"
 #include "plugin/CEditorAction.h"
 #include "tests/plugin/PluginFixture.h"
-
-#include <tuple>
+#include "tests/support/ParseNodes.h"
 
 namespace
 {
@@ -68,15 +67,11 @@ protected:
         return Write([&action](fs::ifile& file) { action.SaveAttribs(file); });
     }
 
-    void Load(IEditorAction& action, const std::string& strDeclaration, const std::string& strBlock)
+    void Load(NodeOwner pBlock)
     {
-        const auto pTree = Parse(strDeclaration + "\nbrush()\n{\n" + strBlock + "\n}");
-        const CTCPARSE_KEYWORD* pKey = pTree.get();
-        while (pKey != nullptr && pKey->block == nullptr)
-        {
-            pKey = pKey->next;
-        }
-        action.LoadAttribs(pKey);
+        CTCPARSE_KEYWORD parent;
+        parent.block = pBlock.release(); // the parent's
+        m_Process.LoadAttribs(&parent);
     }
 
     CDerivedProcess m_Process;
@@ -100,61 +95,23 @@ TEST_F(CEditorActionTest, FieldsAreSavedFromTheDerivedClassToItsBases)
     EXPECT_EQ(Save(m_Process),
               "  attrib( \"m_Note\", \"two words\" )\n"
               "  attrib( \"m_Count\", \"3\" )\n");
-    CDerivedProcess other;
-    other.strNote.clear();
-    other.iCount = 0;
-    Load(other, "", Save(m_Process));
-    EXPECT_EQ(Save(other), Save(m_Process));
 }
 
 TEST_F(CEditorActionTest, LoadingSkipsWhatIsNoAttribOfTheObject)
 {
-    // pszDeclaration: of the same name as the block's keyword, after the usual one
-    const std::tuple<const char*, const char*, int32_t> cases[] = {
-        {"", "attrib( \"m_Count\", \"8\" )", 8},
-        {"", "ATTRIB( \"m_Count\", \"8\" )", 8},
-        {"", "attrib( \"m_Missing\", \"8\" )\nattrib( \"m_Count\", \"9\" )", 9},
-        {"", "attrib( \"m_count\", \"8\" )", 3},
-        {"", "attrib( \"m_Count\", \"eight\" )", 3},
-        {"", "attrib( \"m_Count\", \"8\" )\nattrib( \"m_Count\", \"7\" )", 7},
-        {"!attribute( s, s )", "attribute( \"m_Count\", \"8\" )", 3},
-    };
-
-    for (const auto& [pszDeclaration, pszBlock, iCount] : cases)
-    {
-        SCOPED_TRACE(pszBlock);
-        m_Process.iCount = 3;
-        Load(m_Process, pszDeclaration, pszBlock);
-        EXPECT_EQ(m_Process.iCount, iCount);
-    }
-    m_Process.iCount = 3;
+    Load(Block({Node("attrib", {Text("m_Missing"), Text("8")}),
+                Node("ATTRIB", {Text("m_Count"), Text("9")}),
+                Node("attrib", {Text("m_count"), Text("8")}),
+                Node("attrib", {Text("m_Count"), Text("eight")}),
+                Node("attribute", {Text("m_Count"), Text("8")}),
+                Node("attrib"),
+                Node("attrib", {Int(1), Text("8")}),
+                Node("attrib", {Text("m_Count")}),
+                Node("attrib", {Text("m_Count"), Int(8)})}));
+    EXPECT_EQ(m_Process.iCount, 9);
     m_Process.LoadAttribs(nullptr);
-    Load(m_Process, "", "");
-    EXPECT_EQ(m_Process.iCount, 3);
+    EXPECT_EQ(m_Process.iCount, 9);
     EXPECT_EQ(m_Log.GetText(), "") << "skipped without a message";
-}
-
-TEST_F(CEditorActionTest, AttribsNeedTwoTexts)
-{
-    // Trees by hand: a file's own declaration decides the types.
-    const auto load = [this](CTCPARSE_PARAM* pFirst, CTCPARSE_PARAM* pSecond)
-    {
-        CTCPARSE_KEYWORD parent;
-        parent.block = new CTCPARSE_KEYWORD;
-        std::snprintf(parent.block->name, sizeof(parent.block->name), "attrib");
-        parent.block->params = pFirst;
-        if (pFirst != nullptr)
-        {
-            pFirst->next = pSecond;
-        }
-        m_Process.LoadAttribs(&parent);
-        return m_Process.iCount;
-    };
-    EXPECT_EQ(load(nullptr, nullptr), 3);
-    EXPECT_EQ(load(new CTCPARSE_INT(1), new CTCPARSE_STRING("8")), 3);
-    EXPECT_EQ(load(new CTCPARSE_STRING("m_Count"), nullptr), 3);
-    EXPECT_EQ(load(new CTCPARSE_STRING("m_Count"), new CTCPARSE_INT(8)), 3);
-    EXPECT_EQ(load(new CTCPARSE_STRING("m_Count"), new CTCPARSE_STRING("8")), 8);
 }
 
 TEST_F(CEditorActionTest, TheRegisteredProcessExportsTheWholeTerrain)
@@ -192,7 +149,7 @@ TEST_F(CEditorActionTest, AProcessStartsWithFlagTwoAndACloneKeepsFlagsAlone)
     const std::unique_ptr<IEditorAction> pClone(process.Clone());
     EXPECT_EQ(pClone->GetId(), -1);
     EXPECT_EQ(pClone->TestFlag(0xFFFFFFFFU), 0x16U);
-    process.SetFlag(0x6, false);
+    process.SetFlag(0xE, false); // one of them was not set
     EXPECT_EQ(process.TestFlag(0xFFFFFFFFU), 0x10U);
     EXPECT_EQ(pClone->TestFlag(2), 2U) << "flags are its own";
 }

@@ -61,8 +61,6 @@ public:
         Note();
         CFakeEditorHost::CreatePluginToolBar(pToolBar, uResourceId);
         pPluginToolBar = pToolBar;
-        const CResourceScope scope(pToolBarModule != nullptr ? pToolBarModule
-                                                             : GetCurrentResourceModule());
         return bToolBarWorks && pToolBar->LoadToolBar(uResourceId);
     }
 
@@ -105,53 +103,14 @@ public:
 
     CToolBar* pPluginToolBar = nullptr;
     CMenu* pMenu = nullptr;
-    const SResourceModule* pToolBarModule = nullptr; // another one to fill the toolbar from
-    std::vector<const SResourceModule*> modules;     // current at each noted call
+    std::vector<const SResourceModule*> modules; // current at each noted call
 };
 
-// A mode of the plug-in's group or of another that writes its input into the list of calls.
-class CRecordingMode : public CModeEditTerrainType
+// A mode of the plug-in's group or of another that passes over its input.
+class CSilentMode : public CModeEditTerrainType
 {
 public:
-    explicit CRecordingMode(FakeCalls* pCallList)
-        : pCalls(pCallList)
-    {
-    }
-
-    void OnLButtonDown(ViewId view, ViewPoint point, uint32_t uFlags) override
-    {
-        AddCall(pCalls, "Mode.OnLButtonDown(%u, %#x, %u)", view, point, uFlags);
-    }
-
-    void OnMouseMove(ViewId view,
-                     uint32_t uFlags,
-                     ViewPoint point,
-                     uintptr_t uExtra1,
-                     uintptr_t uExtra2) override
-    {
-        const auto* pWheel = reinterpret_cast<const SWheelBlock*>(uExtra1);
-        const auto* pStep = reinterpret_cast<const SStepBlock*>(uExtra2);
-        AddCall(pCalls, "Mode.OnMouseMove(%u, %u, %#x,", view, uFlags, point);
-        AddCall(pCalls, "%d %d,", pWheel->wheel, pWheel->buttons);
-        AddCall(pCalls, "%d %d)", pStep->dx, pStep->dy);
-    }
-
-    void OnLButtonUp(ViewId view, ViewPoint point, uint32_t uFlags) override
-    {
-        AddCall(pCalls, "Mode.OnLButtonUp(%u, %#x, %u)", view, point, uFlags);
-    }
-
-    void OnAction(ViewId view, int iAction, uint32_t uCount) override
-    {
-        AddCall(pCalls, "Mode.OnAction(%u, %d, %u)", view, iAction, uCount);
-    }
-
-    void Notify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird) override
-    {
-        AddCall(pCalls, "Mode.Notify(%zu, %zu, %zu)", uFirst, uSecond, uThird);
-    }
-
-    FakeCalls* pCalls;
+    void OnAction(ViewId, int, uint32_t) override {}
 };
 
 // A plug-in object of its own in a fake host, whose relative paths lie in a fresh folder with the

@@ -36,25 +36,6 @@ const Lines FUNCTIONS = {"PointHeightFunction",
 
 } // namespace
 
-TEST_F(CPluginInitialize, TheIndexModulo64GivesTheActionHandle)
-{
-    const struct
-    {
-        uint32_t uPlugin;
-        uint32_t uHandle;
-    } cases[] = {{0, 0x4000}, {5, 0x4500}, {63, 0x7F00}, {64, 0x4000}, {65, 0x4100}};
-
-    for (const auto& testCase : cases)
-    {
-        SCOPED_TRACE(testCase.uPlugin);
-        EXPECT_EQ(m_Plugin->Attach(&m_Host, testCase.uPlugin, &m_Fake.engine), m_Plugin.get());
-        uint32_t uHandle = 1;
-        EXPECT_EQ(m_Plugin->GetActionHandle(&uHandle), &uHandle);
-        EXPECT_EQ(uHandle, testCase.uHandle);
-    }
-    EXPECT_EQ(TakeCalls(), Lines{});
-}
-
 TEST_F(CPluginInitialize, CallsTheHostInItsFixedOrder)
 {
     m_Fake.textures.Put("mask.png", 1, 1, {255});
@@ -104,23 +85,6 @@ TEST_F(CPluginInitialize, MenuAndToolBarCarryTheHostsNumbers)
     }
     EXPECT_EQ(strMenu,
               "2 Save height map...|4 Edit bitmap on terrain|5 Export terrain extent to STL|");
-}
-
-TEST_F(CPluginInitialize, EveryResourceIdMapsToItsCommandAndUnknownOnesToTheHandle)
-{
-    static constexpr SToolBarButtonResource BUTTONS[] = {{0, 1, 9},
-                                                         {2102, 2, 8},
-                                                         {32796, 3, 7},
-                                                         {32797, 4, 6},
-                                                         {32800, 5, 5},
-                                                         {32801, 6, 4},
-                                                         {32799, 7, 3}};
-    static constexpr SToolBarResource TOOLBARS[] = {{2100, 16, 15, 0, BUTTONS}};
-    SResourceModule module;
-    module.toolBars = TOOLBARS;
-    m_Host.pToolBarModule = &module;
-    m_Plugin->Initialize();
-    EXPECT_EQ(GetButtons(), "0 1 9|16641 2 8|16642 3 7|16643 4 6|16644 5 5|16645 6 4|16640 7 3|");
 }
 
 TEST_F(CPluginInitialize, AHostWithoutToolBarTerrainOrBrushFileIsNoObstacle)

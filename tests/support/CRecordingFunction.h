@@ -27,37 +27,34 @@ public:
 
     const char* GetClassName() const override { return m_ClassName; }
 
-    int Start(ITerrainModification* pModification,
-              ITellurBrush* pBrush,
+    int Start(ITerrainModification*,
+              ITellurBrush*,
               ViewId view,
               uint32_t uFlags,
               ViewPoint point) override
     {
-        Remember(pModification, pBrush);
         AddCall(m_Calls, "Start(%u, %u, %u)", view, uFlags, point);
         return 11;
     }
 
-    int End(ITerrainModification* pModification,
-            ITellurBrush* pBrush,
+    int End(ITerrainModification*,
+            ITellurBrush*,
             ViewId view,
             uint32_t uFlags,
             ViewPoint point) override
     {
-        Remember(pModification, pBrush);
         AddCall(m_Calls, "End(%u, %u, %u)", view, uFlags, point);
         return 12;
     }
 
-    int OnMouseMove(ITerrainModification* pModification,
-                    ITellurBrush* pBrush,
+    int OnMouseMove(ITerrainModification*,
+                    ITellurBrush*,
                     ViewId view,
                     uint32_t uFlags,
                     ViewPoint point,
                     uintptr_t uExtra1,
                     uintptr_t uExtra2) override
     {
-        Remember(pModification, pBrush);
         AddCall(m_Calls, "Move(%u, %u, %u, %zu, %zu)", view, uFlags, point, uExtra1, uExtra2);
         return 13;
     }
@@ -69,11 +66,8 @@ public:
 
     EMergeRule GetMergeRule() const override { return m_Rule; }
 
-    bool Render(ITerrainModification* pModification,
-                ITellurBrush* pBrush,
-                const SVec3* pPickedPoint) override
+    bool Render(ITerrainModification*, ITellurBrush*, const SVec3* pPickedPoint) override
     {
-        Remember(pModification, pBrush);
         AddCall(m_Calls, "Render(%g)", pPickedPoint->x);
         return true;
     }
@@ -108,16 +102,8 @@ public:
     }
 
     bool bWorks = true; // Save and Load
-    ITerrainModification* pLastModification = nullptr;
-    ITellurBrush* pLastBrush = nullptr;
 
 private:
-    void Remember(ITerrainModification* pModification, ITellurBrush* pBrush)
-    {
-        pLastModification = pModification;
-        pLastBrush = pBrush;
-    }
-
     const char* m_ClassName = "A";
     FakeCalls* m_Calls = nullptr;
     EMergeRule m_Rule = EMergeRule::Candidate;

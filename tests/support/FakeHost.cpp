@@ -11,6 +11,20 @@ const char* OrNull(const char* pszText)
     return pszText != nullptr ? pszText : "null";
 }
 
+void AddButton(
+    FakeCalls* pCalls, const char* pszCall, ViewId view, uint32_t uFlags, const SButtonBlock& block)
+{
+    AddCall(pCalls,
+            "Modes.%s(%u, %u, %d %d %d %d)",
+            pszCall,
+            view,
+            uFlags,
+            block.x,
+            block.y,
+            block.dx,
+            block.dy);
+}
+
 ViewPoint Pack(int32_t iX, int32_t iY)
 {
     return (static_cast<uint32_t>(iX) & 0xFFFFU) | (static_cast<uint32_t>(iY) << 16U);
@@ -39,7 +53,7 @@ IEditorMode* CFakeModeManager::GetCurrent() const
 bool CFakeModeManager::ActivateMode(int iModeId, int iParameter)
 {
     AddCall(pCalls, "Modes.ActivateMode(%d, %d)", iModeId, iParameter);
-    if (bRefuseActivation || !IsModeAvailable(iModeId) || !CanDeactivateCurrentMode())
+    if (!IsModeAvailable(iModeId) || !CanDeactivateCurrentMode())
     {
         return false;
     }
@@ -87,7 +101,7 @@ bool CFakeModeManager::IsModeAvailable(int iModeId)
 
 void CFakeModeManager::OnLButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock* pBlock)
 {
-    AddCall(pCalls, "Modes.OnLButtonDown(%u, %u, %d %d)", view, uFlags, pBlock->x, pBlock->y);
+    AddButton(pCalls, "OnLButtonDown", view, uFlags, *pBlock);
     if (IEditorMode* pMode = GetCurrent())
     {
         pMode->OnLButtonDown(view, Pack(pBlock->x, pBlock->y), uFlags);
@@ -122,7 +136,7 @@ void CFakeModeManager::OnMouseMove(ViewId view,
 
 void CFakeModeManager::OnLButtonUp(ViewId view, uint32_t uFlags, const SButtonBlock* pBlock)
 {
-    AddCall(pCalls, "Modes.OnLButtonUp(%u, %u, %d %d)", view, uFlags, pBlock->x, pBlock->y);
+    AddButton(pCalls, "OnLButtonUp", view, uFlags, *pBlock);
     if (IEditorMode* pMode = GetCurrent())
     {
         pMode->OnLButtonUp(view, Pack(pBlock->x, pBlock->y), uFlags);

@@ -55,7 +55,6 @@ public:
     std::vector<SMode> modes; // by id
     int iCurrent = -1;
     std::optional<bool> mayDeactivate; // answers instead of the mode
-    bool bRefuseActivation = false;
     FakeCalls* pCalls;
 };
 
@@ -96,7 +95,7 @@ public:
 
     void RegisterProcess(IEditorAction* pProcess) override;
 
-    IPaintLayer* GetPaintLayer() override { return pPaintLayer; }
+    IPaintLayer* GetPaintLayer() override { return nullptr; }
 
     void TurnCamera(ViewId view, float fDegrees) override;
     void LookFromDirection(ICamera* pCamera, float fX, float fY) override;
@@ -164,7 +163,7 @@ public:
 
     void UnregisterPluginB(IPlugin*) override { AddCall(pCalls, "Host.UnregisterPluginB()"); }
 
-    const char* GetRegistryRoot() override { return strRegistryRoot.c_str(); }
+    const char* GetRegistryRoot() override { return "Software\\Test"; }
 
     void SetModeCaption(const char* pszCaption) override;
 
@@ -183,7 +182,6 @@ public:
     std::optional<std::string> promptAnswer; // none: cancelled
     std::string strBrowseAnswer;
     std::string strEnvironmentFolder; // put before the name that request 16 hands in
-    std::string strRegistryRoot = "Software\\Test";
     bool bNavigation = false;
     bool bBack = false;
     bool bRight = false;
@@ -196,7 +194,6 @@ public:
     ViewId activeView = 1;
     CFakeViewWindow window;
     ITextureManager* pTextureManager; // null for a host without one
-    IPaintLayer* pPaintLayer = nullptr;
     ModeManager* pModes;
     FakeCalls* pCalls;
 };
@@ -236,7 +233,7 @@ public:
 
     void SetToolBarButton(uint32_t uCommand, bool bPressed) override;
 
-    void SetPanel(ITerrainPanel* pNewPanel) override { pPanel = pNewPanel; }
+    void SetPanel(ITerrainPanel*) override {}
 
     void RefreshPanelProperties() override { AddCall(&calls, "Context.RefreshPanelProperties()"); }
 
@@ -259,7 +256,6 @@ public:
     World* pWorld = &world;
     CTellurBrush* pBrush = nullptr;
     CFunctionContainer* pFunctions = nullptr;
-    ITerrainPanel* pPanel = nullptr;
     bool bAutoUpdateNormals = false;
     int iTerraformingModeId = -1;
     SDragStatistics statistics;

@@ -74,7 +74,6 @@ void CFakeTerrain::SetHeights(const float* pSource, size_t nCount, const SExtent
         AddCall(pCalls, "Terrain.SetHeights(%zu, %s)", nCount, ToText(box).c_str());
     }
     boxes.push_back(box);
-    bNormalsStale = true;
     if (nCount != heights.size())
     {
         return;
@@ -101,7 +100,6 @@ void CFakeTerrain::SetBlockHeights(int iBlockX,
 {
     AddCall(pCalls, "Terrain.SetBlockHeights(%d, %d, %zu)", iBlockX, iBlockZ, nCount);
     blocks.push_back({iBlockX, iBlockZ, {pEntries, pEntries + nCount}});
-    bNormalsStale = true;
     for (size_t i = 0; i < nCount; ++i)
     {
         const int iX = iBlockX * 32 + static_cast<int>(pEntries[i].fLocalX);
@@ -151,9 +149,7 @@ void CFakeTerrain::DrawProjectedTexture(const SExtents& box, ITexture* pTexture)
 bool CFakeTerrain::UpdateNormals()
 {
     AddCall(pCalls, "Terrain.UpdateNormals()");
-    const bool bWasStale = bNormalsStale;
-    bNormalsStale = false;
-    return bWasStale;
+    return true;
 }
 
 void CFakeTerrain::SetEditOverlay(uint32_t uHandle)
@@ -284,15 +280,6 @@ void CFakeWorld::ReleaseTexture(uint32_t uHandle)
     shown.erase(uHandle);
 }
 
-bool CFakeWorld::SaveImage(const char* pszPath, const IImage* /*pImage*/, const IPalette* pPalette)
-{
-    AddCall(pCalls,
-            "World.SaveImage(%s, %s)",
-            OrNull(pszPath),
-            pPalette != nullptr ? "palette" : "null");
-    return true;
-}
-
 void CFakeWorld::MakeOverlayTransform(float* pElement, float fSize)
 {
     AddCall(pCalls, "World.MakeOverlayTransform(%g)", fSize);
@@ -301,22 +288,10 @@ void CFakeWorld::MakeOverlayTransform(float* pElement, float fSize)
 
 float CFakeWorld::GetTerrainHeight(float fX, float fZ) const
 {
-    if (pTerrain == nullptr)
-    {
-        return 0.0F;
-    }
-    const auto fCellsX = static_cast<float>(pTerrain->uCellsX);
-    const auto fCellsZ = static_cast<float>(pTerrain->uCellsZ);
-    const float fGridX = std::clamp(fX / pTerrain->GetSize().x * fCellsX, 0.0F, fCellsX);
-    const float fGridZ = std::clamp(fZ / pTerrain->GetSize().z * fCellsZ, 0.0F, fCellsZ);
-    const int iX = std::min(static_cast<int>(fGridX), static_cast<int>(pTerrain->uCellsX) - 1);
-    const int iZ = std::min(static_cast<int>(fGridZ), static_cast<int>(pTerrain->uCellsZ) - 1);
-    const float fRight = fGridX - static_cast<float>(iX);
-    const float fDown = fGridZ - static_cast<float>(iZ);
-    const float fTop = pTerrain->At(iX, iZ) * (1.0F - fRight) + pTerrain->At(iX + 1, iZ) * fRight;
-    const float fBottom =
-        pTerrain->At(iX, iZ + 1) * (1.0F - fRight) + pTerrain->At(iX + 1, iZ + 1) * fRight;
-    return fTop * (1.0F - fDown) + fBottom * fDown;
+    const SVec3 size = pTerrain->GetSize();
+    return pTerrain->At(
+        static_cast<int>(std::lround(fX / size.x * static_cast<float>(pTerrain->uCellsX))),
+        static_cast<int>(std::lround(fZ / size.z * static_cast<float>(pTerrain->uCellsZ))));
 }
 
 void CFakeWorld::ReloadTerrain()
@@ -326,12 +301,6 @@ void CFakeWorld::ReloadTerrain()
     {
         pOnReload(*this);
     }
-}
-
-int CFakeEngineHost::ReloadTexture(const char* pszName)
-{
-    AddCall(pCalls, "Engine.ReloadTexture(%s)", OrNull(pszName));
-    return 1;
 }
 
 void CFakeEngineHost::StepCameraVertical(ViewId view, float fStep)
@@ -347,13 +316,6 @@ void CFakeEngineHost::StrafeCamera(ViewId view, const SVec3& offset)
 void CFakeEngineHost::DollyCamera(ViewId view, float fDistance)
 {
     AddCall(pCalls, "Engine.DollyCamera(%u, %g)", view, fDistance);
-}
-
-void CFakeEngineHost::DrawLine(const SVec3& from, const SVec3& to, const SColor& color)
-{
-    AddCall(pCalls, "Engine.DrawLine()");
-    linePoints = {from, to};
-    lineColor = color;
 }
 
 void CFakeEngineHost::DrawLines(uint32_t uCount,

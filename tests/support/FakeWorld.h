@@ -70,8 +70,7 @@ public:
     std::vector<SExtents> boxes; // of SetHeights
     std::vector<SBlockWrite> blocks;
     SMatrix4 overlayTransform;
-    bool bNormalsStale = false; // what UpdateNormals answers, then false
-    bool bFileResult = true;    // of SaveHeightMap and ExportToSTL
+    bool bFileResult = true; // of SaveHeightMap and ExportToSTL
     FakeCalls* pCalls;
 };
 
@@ -152,15 +151,17 @@ public:
     {
     }
 
-    void OnTexturesChanged() override { AddCall(pCalls, "World.OnTexturesChanged()"); }
+    void OnTexturesChanged() override {}
 
     ITexture* CreateTextureFromImage(const IImage* pImage, const char* pszName) override;
     uint32_t RegisterTerrainTexture(ITexture* pTexture, const char* pszName) override;
     void ReleaseTexture(ITexture* pTexture) override;
     void ReleaseTexture(uint32_t uHandle) override;
-    bool SaveImage(const char* pszPath, const IImage* pImage, const IPalette* pPalette) override;
+
+    bool SaveImage(const char*, const IImage*, const IPalette*) override { return true; }
+
     void MakeOverlayTransform(float* pElement, float fSize) override;
-    float GetTerrainHeight(float fX, float fZ) const override;
+    float GetTerrainHeight(float fX, float fZ) const override; // of the nearest vertex
 
     ICameraList* GetCameras() override { return &cameras; }
 
@@ -182,12 +183,6 @@ private:
     uint32_t m_NextHandle = 101;
 };
 
-class CFakeTextMacroTable : public ITextMacroTable
-{
-public:
-    const char* Find(const char* /*pszName*/) const override { return nullptr; }
-};
-
 class CFakeEngineHost : public EngineHost
 {
 public:
@@ -197,9 +192,9 @@ public:
     {
     }
 
-    int ReloadTexture(const char* pszName) override;
+    int ReloadTexture(const char*) override { return 1; }
 
-    ITextMacroTable* GetTextMacroTable() override { return &macros; }
+    ITextMacroTable* GetTextMacroTable() override { return nullptr; }
 
     World* GetWorld() override { return pWorld; }
 
@@ -208,13 +203,14 @@ public:
     void StepCameraVertical(ViewId view, float fStep) override;
     void StrafeCamera(ViewId view, const SVec3& offset) override;
     void DollyCamera(ViewId view, float fDistance) override;
-    void DrawLine(const SVec3& from, const SVec3& to, const SColor& color) override;
+
+    void DrawLine(const SVec3&, const SVec3&, const SColor&) override {}
+
     void
     DrawLines(uint32_t uCount, const SVec3* pPoints, int iClosed, const SColor& color) override;
 
     World* pWorld;
-    CFakeTextMacroTable macros;
-    std::vector<SVec3> linePoints; // of the last DrawLine or DrawLines
+    std::vector<SVec3> linePoints; // of the last DrawLines
     SColor lineColor;
     FakeCalls* pCalls;
 };
