@@ -49,6 +49,7 @@ IPluginImpl::~IPluginImpl()
 {
     // Brushes ask the context for the host while they go, so it stays set until they are gone.
     GetTerraformingState().pSession.reset();
+    m_p2DDrawDlg.reset();
     m_Menu.DestroyMenu();
     m_FunctionContainer.Clear();
     m_pCurrentBrush = nullptr;

@@ -5,9 +5,11 @@
 #include "framework/core/CMenu.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
+#include "modes/CTerrain2DDrawDlg.h"
 #include "plugin/CToolBarReg.h"
 #include "plugin/PluginContext.h"
 
+#include <memory>
 #include <string>
 
 class CModeEditTerrainType;
@@ -116,6 +118,9 @@ public:
 
     void SetPanel(ITerrainPanel* pPanel) override { m_pPanel = pPanel; }
 
+    SExtentLimits GetExtentLimits() const override { return m_ExtentLimits; }
+
+    bool GetToolTipText(SToolTipText& tip) const override;
     void RefreshPanelProperties() override;
     void RefreshPanelExtent() override;
 
@@ -143,11 +148,6 @@ public:
 
     int32_t Get2DDrawUndoDepth() const { return m_2DDrawUndoMgrStackSize; }
 
-    // The panel's limits of the brush extent, as they were when it was closed last; 0 before.
-    float GetMinExtent() const { return m_MinExtent; }
-
-    float GetMaxExtent() const { return m_MaxExtent; }
-
 private:
     uint32_t MapResourceId(uint32_t uResourceId) const;
 
@@ -160,6 +160,7 @@ private:
     void InitializeFunctionsAndBrushes();
     void CreateFunctions();
     void TogglePanel();
+    void Open2DDrawDlg();
     void ApplyPickedHeight();
     class CRTTIField* FindHeightField() const;
     bool CanPickHeight(ViewId view) const;
@@ -184,8 +185,8 @@ private:
     int32_t m_EditTerrainTypeModeId = -1;
     int32_t m_ExportExtentModeId = -1;
     CModeEditTerrainType* m_pEditTerrainTypeMode = nullptr; // the host's
-    float m_MinExtent = 0.0F;                               // the panel's, kept while it is closed
-    float m_MaxExtent = 0.0F;
+    std::unique_ptr<CTerrain2DDrawDlg> m_p2DDrawDlg;        // null until the first command
+    SExtentLimits m_ExtentLimits;
     int32_t m_2DDrawUndoMgrStackSize = 10;
     bool m_bAutoUpdateNormals = false;
     CBrushContainer m_BrushContainer;

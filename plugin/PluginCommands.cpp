@@ -10,7 +10,7 @@
 #include "host/ModeManager.h"
 #include "host/Reflection.h"
 #include "modes/CModeEditTerrainType.h"
-#include "panel/ITerrainPanel.h"
+#include "panel/CTellurView.h"
 #include "plugin/CEditorAction.h"
 #include "plugin/CommandIds.h"
 #include "plugin/IPluginImpl.h"
@@ -32,12 +32,6 @@ enum EHostNotification : int32_t
     NOTIFY_LEVEL_CHANGED = 5,
     NOTIFY_HOST_GOES = 10,
 };
-
-const CRuntimeClass& GetPanelClass()
-{
-    static const CRuntimeClass s_Class("CTellurView", nullptr);
-    return s_Class;
-}
 
 } // namespace
 
@@ -161,7 +155,10 @@ void IPluginImpl::OnCommand(int32_t iCommand)
     case COMMAND_EXPORT_EXTENT:
         SetMode(m_ExportExtentModeId, 0);
         break;
-    default: // the 2D draw dialog has no window in this build
+    case COMMAND_EDIT_BITMAP:
+        Open2DDrawDlg();
+        break;
+    default:
         break;
     }
 }
@@ -171,15 +168,42 @@ void IPluginImpl::TogglePanel()
     if (m_pPanel != nullptr)
     {
         m_pPanel->StoreEditFields();
-        m_MinExtent = m_pPanel->GetMinExtent();
-        m_MaxExtent = m_pPanel->GetMaxExtent();
+        m_ExtentLimits = {m_pPanel->GetMinExtent(), m_pPanel->GetMaxExtent()};
         SetToolBarButton(COMMAND_TOGGLE_PANEL, false);
         m_pEditorHost->ClosePluginView();
         return;
     }
     SetToolBarButton(COMMAND_TOGGLE_PANEL, true);
     m_pEditorHost->SetPluginViewState(1, m_ActionHandle, 0);
-    m_pEditorHost->OpenPluginView(&GetPanelClass());
+    m_pEditorHost->OpenPluginView(&CTellurView::GetRuntimeClass());
+}
+
+void IPluginImpl::Open2DDrawDlg()
+{
+    if (m_pEditTerrainTypeMode == nullptr)
+    {
+        return;
+    }
+    if (m_p2DDrawDlg == nullptr)
+    {
+        m_p2DDrawDlg = std::make_unique<CTerrain2DDrawDlg>();
+        m_p2DDrawDlg->Create(nullptr);
+    }
+    m_p2DDrawDlg->ShowWindow(true);
+}
+
+bool IPluginImpl::GetToolTipText(SToolTipText& tip) const
+{
+    const CResourceScope scope(&GetPluginResources());
+    if (!tip.bIsWindow)
+    {
+        return false;
+    }
+    std::string strText;
+    LoadStringResource(tip.uId, strText);
+    std::snprintf(tip.szText, sizeof(tip.szText), "%s", strText.c_str());
+    tip.pInstance = nullptr;
+    return true;
 }
 
 CRTTIField* IPluginImpl::FindHeightField() const

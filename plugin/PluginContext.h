@@ -9,6 +9,14 @@ class EngineHost;
 class ITerrainPanel;
 class World;
 struct SDragStatistics;
+struct SToolTipText;
+
+// The panel's limits of the brush extent, terrain units; 0 before the panel was open.
+struct SExtentLimits
+{
+    float fMin = 0.0F;
+    float fMax = 0.0F;
+};
 
 // What the folders of the plug-in share: the host's pointers and the plug-in's own state. The
 // plug-in object implements it; a test sets its own. Nobody keeps a copy of what it answers,
@@ -37,6 +45,10 @@ public:
 
     // The open panel sets itself on creation and null on destruction.
     virtual void SetPanel(ITerrainPanel* pPanel) = 0;
+    // As they were when the panel was closed last.
+    virtual SExtentLimits GetExtentLimits() const = 0;
+    // The text of a control from the plug-in's string table; false when the tool is no control.
+    virtual bool GetToolTipText(SToolTipText& tip) const = 0;
     // Nothing while the panel is closed.
     virtual void RefreshPanelProperties() = 0; // the function's fields changed by themselves
     virtual void RefreshPanelExtent() = 0;     // the brush's extent changed by a key

@@ -1,17 +1,25 @@
-# cmake -DOUT_H=… -DOUT_CPP=… -DFOLDER=… -P EmbedPictures.cmake: every PNG file of the folder as an array
-# PICTURE_NAME with its length PICTURE_NAME_SIZE.
+# cmake -DOUT_H=… -DOUT_CPP=… -DFOLDER=… -P EmbedPictures.cmake: every NAME.png of the folder as a picture
+# PICTURE_NAME; NAME_2x.png is its double at 200 % scale.
 file(GLOB aFiles ${FOLDER}/*.png)
 list(SORT aFiles)
-set(strHeader "#pragma once\n\n#include <cstddef>\n#include <cstdint>\n\n")
-set(strSource "#include \"resources/Pictures.h\"\n\n")
+set(strHeader "#pragma once\n\n#include \"framework/core/Resources.h\"\n\n")
+set(strArrays "#include \"resources/Pictures.h\"\n\n")
+set(strPictures "\n")
 foreach(strFile IN LISTS aFiles)
-    get_filename_component(strName ${strFile} NAME_WE)
-    string(TOUPPER "PICTURE_${strName}" strName)
+    get_filename_component(strFileName ${strFile} NAME_WE)
+    string(TOUPPER "${strFileName}" strName)
     file(READ ${strFile} strHex HEX)
     string(REGEX REPLACE "([0-9a-f][0-9a-f])" "0x\\1," strBytes "${strHex}")
-    string(APPEND strHeader "extern const uint8_t ${strName}[];\nextern const size_t ${strName}_SIZE;\n")
-    string(APPEND strSource "const uint8_t ${strName}[] = {${strBytes}};\n"
-                            "const size_t ${strName}_SIZE = sizeof(${strName});\n")
+    string(APPEND strArrays "static const uint8_t ${strName}[] = {${strBytes}};\n")
+    if(NOT strFileName MATCHES "_2x$")
+        set(strDouble "")
+        if(EXISTS ${FOLDER}/${strFileName}_2x.png)
+            set(strDouble ", ${strName}_2X, sizeof(${strName}_2X)")
+        endif()
+        string(APPEND strHeader "extern const SPictureResource PICTURE_${strName};\n")
+        string(APPEND strPictures "const SPictureResource PICTURE_${strName} = "
+                                  "{${strName}, sizeof(${strName})${strDouble}};\n")
+    endif()
 endforeach()
 file(WRITE ${OUT_H} "${strHeader}")
-file(WRITE ${OUT_CPP} "${strSource}")
+file(WRITE ${OUT_CPP} "${strArrays}${strPictures}")

@@ -9,6 +9,7 @@ const SResourceModule& GetPluginResources()
                                              GetToolBarTable(),
                                              GetStringTable(),
                                              GetCursorTable(),
-                                             GetBitmapTable()};
+                                             GetBitmapTable(),
+                                             GetDialogTable()};
     return s_Module;
 }

@@ -2,5 +2,6 @@
 
 #include "framework/core/Resources.h"
 
-// The plug-in's menus, toolbars, texts, cursors and pictures. Static storage of the library.
+// The plug-in's menus, toolbars, texts, cursors, pictures and dialogs. Static storage of the
+// library.
 const SResourceModule& GetPluginResources();

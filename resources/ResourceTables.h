@@ -8,3 +8,4 @@ std::span<const SToolBarResource> GetToolBarTable();
 std::span<const SStringResource> GetStringTable();
 std::span<const SCursorResource> GetCursorTable();
 std::span<const SBitmapResource> GetBitmapTable();
+std::span<const SDialogResource> GetDialogTable();

@@ -1,11 +1,13 @@
 #pragma once
 
+class CFormView;
+
 // Names a window class that the host may create by its name. Static storage of the library that
 // implements the class.
 class CRuntimeClass
 {
 public:
-    using FCreate = void* (*)(); // a new window, owned by the caller
+    using FCreate = CFormView* (*)(); // a new view without a window yet, owned by the caller
 
     // pszName: borrowed, static storage. pCreate: null for a class that has no window in this
     // build.
@@ -19,7 +21,7 @@ public:
 
     bool CanCreate() const { return m_pCreate != nullptr; }
 
-    void* Create() const { return m_pCreate != nullptr ? m_pCreate() : nullptr; }
+    CFormView* Create() const { return m_pCreate != nullptr ? m_pCreate() : nullptr; }
 
 private:
     const char* m_pszName;

@@ -3,6 +3,7 @@
 #include "framework/core/IFrontEnd.h"
 #include "host/Export.h"
 
-// Where the mouse cursor is, in screen pixels. Setting it to where it is makes no mouse event.
+// Where the mouse cursor is, on the screen. Setting it to where it is makes no mouse event.
 TELLUR_API SScreenPoint GetCursorPos();
 TELLUR_API void SetCursorPos(SScreenPoint point);
+TELLUR_API SScreenPoint GetScreenSize();

@@ -1,8 +1,10 @@
 #include "framework/core/Capture.h"
+#include "framework/core/ChooseColor.h"
 #include "framework/core/CursorPos.h"
 #include "framework/core/IFrontEnd.h"
 #include "framework/core/KeyState.h"
 #include "framework/core/MessageBox.h"
+#include "framework/core/PopupMenu.h"
 #include "host/Log.h"
 
 namespace
@@ -18,6 +20,8 @@ public:
 
     void SetCursorPos(SScreenPoint point) override { m_CursorPos = point; }
 
+    SScreenPoint GetScreenSize() const override { return {1920, 1080}; }
+
     void SetCursor(const SCursorResource*) override {}
 
     void SetCapture(uintptr_t) override {}
@@ -29,6 +33,10 @@ public:
         LogR("%s\n", pszText);
         return EMessageBoxAnswer::Ok;
     }
+
+    bool ChooseColor(uint32_t&) override { return false; }
+
+    uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
 
 private:
     SScreenPoint m_CursorPos;
@@ -66,6 +74,11 @@ void SetCursorPos(SScreenPoint point)
     GetFrontEnd().SetCursorPos(point);
 }
 
+SScreenPoint GetScreenSize()
+{
+    return GetFrontEnd().GetScreenSize();
+}
+
 void SetCapture(uintptr_t uWindow)
 {
     GetFrontEnd().SetCapture(uWindow);
@@ -79,4 +92,14 @@ void ReleaseCapture()
 EMessageBoxAnswer ShowMessageBox(const char* pszText, uint32_t uFlags)
 {
     return GetFrontEnd().MessageBox(pszText != nullptr ? pszText : "", uFlags);
+}
+
+bool ChooseColor(uint32_t& uColor)
+{
+    return GetFrontEnd().ChooseColor(uColor);
+}
+
+uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point)
+{
+    return GetFrontEnd().TrackPopupMenu(menu, point);
 }

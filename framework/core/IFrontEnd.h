@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+class CMenu;
 struct SCursorResource;
 
 enum class EKey : uint32_t
@@ -13,7 +14,7 @@ enum class EKey : uint32_t
     Shift,
 };
 
-// Screen pixels, y downward.
+// In the units in which the window system places windows and cursor, y downward.
 struct SScreenPoint
 {
     int32_t x = 0;
@@ -39,7 +40,7 @@ enum class EMessageBoxAnswer
 
 // What the framework asks of the window system. The program with the windows, or the player of a
 // script, puts its own in place; the rest of the code only calls the functions of Cursor.h,
-// Capture.h, CursorPos.h, KeyState.h and MessageBox.h. UI thread.
+// Capture.h, ChooseColor.h, CursorPos.h, KeyState.h, MessageBox.h and PopupMenu.h. UI thread.
 class TELLUR_API IFrontEnd
 {
 public:
@@ -48,6 +49,7 @@ public:
     virtual bool IsKeyDown(EKey eKey) const = 0; // at this moment, not at the last event
     virtual SScreenPoint GetCursorPos() const = 0;
     virtual void SetCursorPos(SScreenPoint point) = 0;
+    virtual SScreenPoint GetScreenSize() const = 0;
     // pCursor: borrowed until the next call; null: the system's own arrow.
     virtual void SetCursor(const SCursorResource* pCursor) = 0;
     // All mouse input goes to the window until it is released. 0: the window the mouse is over.
@@ -55,11 +57,16 @@ public:
     virtual void ReleaseCapture() = 0;
     // pszText: borrowed, never null. uFlags: EMessageBoxFlags. Returns when it is answered.
     virtual EMessageBoxAnswer MessageBox(const char* pszText, uint32_t uFlags) = 0;
+    // uColor: red | green << 8 | blue << 16, what the chooser starts with. False, with the colour
+    // kept, when it is cancelled.
+    virtual bool ChooseColor(uint32_t& uColor) = 0;
+    // Shows the menu and returns the id of the chosen item, 0 for none.
+    virtual uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point) = 0;
 };
 
 // pFrontEnd: borrowed until the next call. Null puts the default in place, which has no windows: no
-// key is down, it remembers where the cursor was set to, and it answers a message box with
-// EMessageBoxAnswer::Ok after logging its text through LogR. Returns the one before, null for the
-// default.
+// key is down, it remembers where the cursor was set to, it answers a message box with
+// EMessageBoxAnswer::Ok after logging its text through LogR, and choosers and menus are cancelled.
+// Returns the one before, null for the default.
 TELLUR_API IFrontEnd* SetFrontEnd(IFrontEnd* pFrontEnd);
 TELLUR_API IFrontEnd& GetFrontEnd();

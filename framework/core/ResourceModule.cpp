@@ -87,6 +87,11 @@ const SBitmapResource* FindBitmapResource(uint32_t uId)
     return Find(&SResourceModule::bitmaps, uId);
 }
 
+const SDialogResource* FindDialogResource(uint32_t uId)
+{
+    return Find(&SResourceModule::dialogs, uId);
+}
+
 bool LoadStringResource(uint32_t uId, std::string& strText)
 {
     const SStringResource* pFound = Find(&SResourceModule::strings, uId);

@@ -24,6 +24,7 @@ TELLUR_API const SMenuResource* FindMenuResource(uint32_t uId);
 TELLUR_API const SToolBarResource* FindToolBarResource(uint32_t uId);
 TELLUR_API const SCursorResource* FindCursorResource(uint32_t uId);
 TELLUR_API const SBitmapResource* FindBitmapResource(uint32_t uId);
+TELLUR_API const SDialogResource* FindDialogResource(uint32_t uId);
 
 // False, with strText untouched, when no module has it.
 TELLUR_API bool LoadStringResource(uint32_t uId, std::string& strText);

@@ -1,8 +1,14 @@
 #!/usr/bin/env python3
-"""Draws the plug-in's pictures as PNG files beside this script, standard library only.
+"""Draws the plug-in's pictures as PNG files beside this script, standard library only: NAME.png for
+100 % scale and NAME_2x.png for 200 %.
 
 Cursors are 32 x 32 with a cross whose centre is the hot spot and a sign of what the tool does in the
-lower right quarter; black lines with a white rim are seen on any ground.
+lower right quarter; black lines with a white rim are seen on any ground. The toolbar's picture has alpha.
+
+The pictures of the functions are opaque. Whoever draws them replaces three greys by colours of the desktop:
+FACE, the ground, by the face of a button, SHADE and LIGHT by its shadow and its light. Everything else
+stays, so the two inks are as far from a light face as from a dark one, and no edge is softened: a
+softened edge is none of the three greys and would be a pale rim on a dark button.
 """
 import math
 import os
@@ -28,13 +34,13 @@ def distance(x, y, segment):
     return math.hypot(x - ax - t * dx, y - ay - t * dy)
 
 
-def render(width, height, segments, line, ink, rim):
+def render(width, height, zoom, segments, line, ink, rim):
     pixels = []
-    for py in range(height):
-        for px in range(width):
+    for py in range(height * zoom):
+        for px in range(width * zoom):
             inks = rims = 0
             for k in range(SCALE * SCALE):
-                x, y = px + (k % SCALE + 0.5) / SCALE, py + (k // SCALE + 0.5) / SCALE
+                x, y = (px + (k % SCALE + 0.5) / SCALE) / zoom, (py + (k // SCALE + 0.5) / SCALE) / zoom
                 d = min(distance(x, y, s) for s in segments)
                 inks += d <= line
                 rims += d <= line + 1.1
@@ -73,8 +79,94 @@ SIGNS = {
     "cursor_terrace": polyline([(19.5, 29.5), (22.5, 29.5), (22.5, 26), (26, 26), (26, 22.5), (29.5, 22.5), (29.5, 19.5), (31, 19.5)]),
 }
 
+FACE, SHADE, LIGHT = (0xC0,) * 3, (0x80,) * 3, (0xDF,) * 3
+LAND = (0x2D, 0x90, 0x3E)  # the ground
+DEED = (0xD2, 0x59, 0x00)  # what is done to it
+
+
+def paint(width, height, zoom, samples, ground, layers):
+    """Layers are (test of a point, colour), the last that holds wins. No ground: transparent there."""
+    pixels = []
+    for py in range(height * zoom):
+        for px in range(width * zoom):
+            seen = []
+            for k in range(samples * samples):
+                x, y = (px + (k % samples + 0.5) / samples) / zoom, (py + (k // samples + 0.5) / samples) / zoom
+                seen += [next((c for test, c in reversed(layers) if test(x, y)), ground)]
+            inks = [c for c in seen if c]
+            color = tuple(round(sum(c[i] for c in inks) / len(inks)) if inks else 0 for i in range(3))
+            pixels.append(color + (round(255 * len(inks) / len(seen)),))
+    return pixels
+
+
+def box(x0, y0, x1, y1):
+    return lambda x, y: x0 <= x < x1 and y0 <= y < y1
+
+
+def polygon(*points):
+    def test(x, y):
+        inside = False
+        for (ax, ay), (bx, by) in zip(points, points[1:] + points[:1]):
+            if (ay > y) != (by > y) and x < ax + (bx - ax) * (y - ay) / (by - ay):
+                inside = not inside
+        return inside
+    return test
+
+
+def below(top, x0, x1, base):
+    return lambda x, y: x0 <= x < x1 and top(x) <= y < base
+
+
+def band(top, thick, x0, x1):
+    return lambda x, y: x0 <= x < x1 and top(x) <= y < top(x) + thick
+
+
+def bell(cx, half, base, top):
+    return lambda x: base - (base - top) * (0.5 + 0.5 * math.cos(math.pi * max(-1, min(1, (x - cx) / half))))
+
+
+def arrow(cx, tip, tail):
+    """Up when the tip is above the tail; 8 wide, the shaft 2."""
+    way = 1 if tail > tip else -1
+    length = abs(tail - tip)
+
+    def test(x, y):
+        away = (y - tip) * way
+        return 0 <= away < length and abs(x - cx) < (away + 0.6 if away < 4 else 1)
+    return test
+
+
+BASE = 21  # where the ground line is
+GROUND = [(box(2, BASE, 22, BASE + 1), SHADE), (box(2, BASE + 1, 22, BASE + 2), LIGHT)]
+FUNCTIONS = {
+    "function_blur": [
+        (polygon((2, BASE), (2, 19), (5.5, 13), (8.5, 18), (12, 10), (15.5, 18), (18.5, 13), (22, 19), (22, BASE)), LAND),
+        (band(bell(12, 10, 9, 2), 2.5, 2, 22), DEED)],
+    "function_point": [
+        (below(lambda x: BASE - 10 * max(0, 1 - abs(x - 12) / 9) ** 2.2 - 1, 2, 22, BASE), LAND),
+        (arrow(12, 1, 9), DEED)],
+    "function_set": [
+        (polygon((2, BASE), (7, 14), (17, 14), (22, BASE)), LAND),
+        (box(2, 12, 22, 14), DEED),
+        (arrow(12, 11, 2), DEED)],
+    "function_relative": [
+        (below(bell(12, 11, BASE, 11), 2, 22, BASE), LAND),
+        (box(2, 5, 9, 7), DEED), (box(4.5, 2.5, 6.5, 9.5), DEED), (box(15, 5, 22, 7), DEED)],
+    "function_posterize": [
+        (below(lambda x: BASE - 4.5 * (1 + (x - 2) // 5), 2, 22, BASE), LAND),
+        (band(lambda x: BASE - 4.5 * (1 + (x - 2) // 5), 2, 2, 22), DEED)],
+    "function_ramp": [
+        (polygon((4, BASE), (4, 16), (20, 7), (20, BASE)), LAND),
+        (box(2, 12, 5, BASE), DEED), (box(19, 3, 22, BASE), DEED)],
+}
+MOUNTAIN = [
+    (polygon((5, 14.5), (10.7, 2), (15.8, 14.5)), LAND),
+    (polygon((0.2, 14.5), (5, 5.5), (10, 14.5)), (0x4F, 0xA8, 0x58))]
+
 if __name__ == "__main__":
-    for name, sign in SIGNS.items():
-        write_png(name, 32, 32, render(32, 32, CROSS + sign, 0.75, (0, 0, 0), True))
-    mountain = polyline([(1, 13.5), (5.5, 5), (8, 9), (11, 3), (15, 13.5), (1, 13.5)])
-    write_png("toolbar", 16, 15, render(16, 15, mountain, 0.85, (70, 110, 60), False))
+    for zoom, end in ((1, ""), (2, "_2x")):
+        for name, sign in SIGNS.items():
+            write_png(name + end, 32 * zoom, 32 * zoom, render(32, 32, zoom, CROSS + sign, 0.75, (0, 0, 0), True))
+        for name, layers in FUNCTIONS.items():
+            write_png(name + end, 24 * zoom, 24 * zoom, paint(24, 24, zoom, 1, FACE, GROUND + layers))
+        write_png("toolbar" + end, 16 * zoom, 15 * zoom, paint(16, 15, zoom, SCALE, None, MOUNTAIN))

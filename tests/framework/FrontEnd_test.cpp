@@ -12,7 +12,7 @@ TEST(FrontEnd, EverythingReachesTheOneInPlace)
 {
     const CFakeFrontEnd first;
     CFakeFrontEnd second;
-    const SCursorResource cursor = {2106, nullptr, 0, 0, 0};
+    const SCursorResource cursor = {2106, {}, 0, 0};
     second.keys = {EKey::Alt};
     second.eAnswer = EMessageBoxAnswer::No;
     EXPECT_TRUE(IsKeyDown(EKey::Alt));

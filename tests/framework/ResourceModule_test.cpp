@@ -13,8 +13,8 @@ constexpr SStringResource FIRST_STRINGS[] = {
     {1, "first one"}, {2, "first two"}, {3, "first three"}};
 constexpr SStringResource SECOND_STRINGS[] = {{3, "second three"}, {4, "second four"}};
 constexpr uint8_t BYTES[] = {1, 2, 3};
-constexpr SCursorResource FIRST_CURSORS[] = {{7, BYTES, 3, 1, 2}, {8, BYTES, 3, 0, 0}};
-constexpr SBitmapResource SECOND_BITMAPS[] = {{7, BYTES, 3}};
+constexpr SCursorResource FIRST_CURSORS[] = {{7, {BYTES, 3}, 1, 2}, {8, {BYTES, 3}, 0, 0}};
+constexpr SBitmapResource SECOND_BITMAPS[] = {{7, {BYTES, 3}}};
 
 const SResourceModule HOST = {"host", {}, {}, HOST_STRINGS, {}, {}};
 const SResourceModule FIRST = {"first", {}, {}, FIRST_STRINGS, FIRST_CURSORS, {}};
@@ -63,7 +63,7 @@ TEST_F(CResourceModules, LookupsTakeTheCurrentOneThenTheOrderOfRegistration)
     UnregisterResourceModule(&FIRST);
     EXPECT_EQ(Load(1) + "/" + Load(3), "-/second three");
     ASSERT_NE(FindBitmapResource(7), nullptr);
-    EXPECT_EQ(FindBitmapResource(7)->nBytes, 3U);
+    EXPECT_EQ(FindBitmapResource(7)->picture.nBytes, 3U);
     EXPECT_EQ(FindBitmapResource(8), nullptr);
 }
 

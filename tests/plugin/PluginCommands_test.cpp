@@ -47,8 +47,8 @@ TEST_F(CPluginCommands, ThePanelCommandOpensAndCloses)
         Command(1),
         (Lines{
             "Panel.StoreEditFields()", "ToolBar(0 1)", "ToolBar(0 0)", "Host.ClosePluginView()"}));
-    EXPECT_EQ(m_Plugin->GetMinExtent(), 12.5F);
-    EXPECT_EQ(m_Plugin->GetMaxExtent(), 8000.0F);
+    EXPECT_EQ(m_Plugin->GetExtentLimits().fMin, 12.5F);
+    EXPECT_EQ(m_Plugin->GetExtentLimits().fMax, 8000.0F);
     m_Plugin->SetPanel(nullptr);
 
     m_Plugin->Activate(false);

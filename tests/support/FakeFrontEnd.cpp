@@ -1,5 +1,7 @@
 #include "tests/support/FakeFrontEnd.h"
 
+#include "framework/core/CMenu.h"
+
 CFakeFrontEnd::CFakeFrontEnd()
     : m_Previous(SetFrontEnd(this))
 {
@@ -24,4 +26,22 @@ EMessageBoxAnswer CFakeFrontEnd::MessageBox(const char* pszText, uint32_t uFlags
 {
     AddCall(&calls, "FrontEnd.MessageBox(%s, %#x)", pszText, uFlags);
     return eAnswer;
+}
+
+bool CFakeFrontEnd::ChooseColor(uint32_t& uColor)
+{
+    AddCall(&calls, "FrontEnd.ChooseColor(%#x)", uColor);
+    const bool bChosen = uChosenColor != 0xFFFFFFFF;
+    uColor = bChosen ? uChosenColor : uColor;
+    return bChosen;
+}
+
+uint32_t CFakeFrontEnd::TrackPopupMenu(const CMenu& menu, SScreenPoint point)
+{
+    AddCall(&calls,
+            "FrontEnd.TrackPopupMenu(%zu items, %d, %d)",
+            menu.GetItemCount(),
+            point.x,
+            point.y);
+    return uChosenItem;
 }

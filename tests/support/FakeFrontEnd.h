@@ -21,17 +21,23 @@ public:
 
     void SetCursorPos(SScreenPoint point) override { cursorPos = point; }
 
+    SScreenPoint GetScreenSize() const override { return {1000, 800}; }
+
     void SetCursor(const SCursorResource* pNewCursor) override { pCursor = pNewCursor; }
 
     void SetCapture(uintptr_t uWindow) override;
     void ReleaseCapture() override;
     EMessageBoxAnswer MessageBox(const char* pszText, uint32_t uFlags) override;
+    bool ChooseColor(uint32_t& uColor) override;
+    uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point) override;
 
     std::set<EKey> keys;
     SScreenPoint cursorPos;
     const SCursorResource* pCursor = nullptr;
     EMessageBoxAnswer eAnswer = EMessageBoxAnswer::Ok;
-    FakeCalls calls; // capture and message boxes
+    uint32_t uChosenColor = 0xFFFFFFFF; // what the chooser answers; all bits: it is cancelled
+    uint32_t uChosenItem = 0;           // of a menu
+    FakeCalls calls;                    // capture, message boxes, choosers and menus
 
 private:
     IFrontEnd* m_Previous;

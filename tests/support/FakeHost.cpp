@@ -246,6 +246,19 @@ bool CFakeEditorHost::HandlesViewAction(ViewId view, uint32_t uActionHandle)
 void CFakeEditorHost::OpenPluginView(const CRuntimeClass* pClass)
 {
     AddCall(pCalls, "Host.OpenPluginView(%s)", pClass != nullptr ? "class" : "null");
+    if (onOpenView)
+    {
+        onOpenView(pClass);
+    }
+}
+
+void CFakeEditorHost::ClosePluginView()
+{
+    AddCall(pCalls, "Host.ClosePluginView()");
+    if (onCloseView)
+    {
+        onCloseView();
+    }
 }
 
 bool CFakeEditorHost::CreatePluginToolBar(CToolBar* pToolBar, uint32_t uResourceId)

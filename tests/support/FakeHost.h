@@ -10,6 +10,7 @@
 #include "tests/support/FakeWorld.h"
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -137,7 +138,7 @@ public:
     bool HandlesViewAction(ViewId view, uint32_t uActionHandle) override;
     void OpenPluginView(const CRuntimeClass* pClass) override;
 
-    void ClosePluginView() override { AddCall(pCalls, "Host.ClosePluginView()"); }
+    void ClosePluginView() override;
 
     ModeManager* GetModeManager() override { return pModes; }
 
@@ -176,6 +177,8 @@ public:
     std::deque<SPick> picks;
     SPick lastPick; // for when picks is empty
     std::vector<std::unique_ptr<CUndo>> undos;
+    std::function<void(const CRuntimeClass*)> onOpenView; // a test with windows makes the view
+    std::function<void()> onCloseView;
     std::vector<std::unique_ptr<IEditorAction>> processes;
     std::vector<SSetting> settings;
     std::vector<SActionDescriptor> actions;
@@ -234,6 +237,10 @@ public:
     void SetToolBarButton(uint32_t uCommand, bool bPressed) override;
 
     void SetPanel(ITerrainPanel*) override {}
+
+    SExtentLimits GetExtentLimits() const override { return {}; }
+
+    bool GetToolTipText(SToolTipText&) const override { return false; }
 
     void RefreshPanelProperties() override { AddCall(&calls, "Context.RefreshPanelProperties()"); }
 

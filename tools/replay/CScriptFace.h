@@ -32,6 +32,8 @@ public:
 
     void SetCursorPos(SScreenPoint point) override { m_CursorPos = point; }
 
+    SScreenPoint GetScreenSize() const override { return {1920, 1080}; }
+
     void SetCursor(const SCursorResource*) override {}
 
     void SetCapture(uintptr_t) override {}
@@ -39,6 +41,10 @@ public:
     void ReleaseCapture() override {}
 
     EMessageBoxAnswer MessageBox(const char* pszText, uint32_t uFlags) override; // logs, answers OK
+
+    bool ChooseColor(uint32_t&) override { return false; }
+
+    uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
 
 private:
     enum class ETarget

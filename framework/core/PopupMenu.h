@@ -1,0 +1,8 @@
+#pragma once
+
+#include "framework/core/IFrontEnd.h"
+#include "host/Export.h"
+
+// Shows the menu with its corner at the point until an item is chosen or it is closed. The id of
+// the item, 0 for none.
+TELLUR_API uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point);

@@ -1,0 +1,133 @@
+#pragma once
+
+#include "framework/drawing/CPixelBuffer.h"
+#include "framework/drawing/DrawTypes.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+class CBitmap;
+
+// Draws into a pixel buffer or, as a memory context, into the bitmap that is selected. A local
+// object of whoever paints; buffer and bitmap are borrowed. Coordinates are device pixels; the
+// scale widens only edges, push-button frames and focus rectangles, and chooses the size of the
+// font. Whatever lies outside the pixels or the clip is not drawn, rectangles may lie anywhere
+// (beyond 2^29 pixels they are cut). Source and target may have different depths. Everything drawn
+// is opaque unless it says otherwise. UI thread.
+class TELLUR_API CDrawContext
+{
+public:
+    explicit CDrawContext(CPixelBuffer& buffer, double fScale = 1.0); // 1 is 100 %
+    ~CDrawContext();
+    CDrawContext(const CDrawContext&) = delete;
+    CDrawContext& operator=(const CDrawContext&) = delete;
+
+    // A memory context of the same depth and scale, with nothing selected: it draws nothing.
+    static CDrawContext CreateCompatible(const CDrawContext& context);
+    // pBitmap: borrowed until another one is selected; null selects nothing. Returns the one
+    // before. A context over a buffer refuses: null, and nothing happens.
+    CBitmap* SelectBitmap(CBitmap* pBitmap);
+
+    int GetBitsPerPixel() const; // of the target; without one as the context it was made from
+
+    int GetPlanes() const { return 1; }
+
+    double GetScale() const { return m_Scale; }
+
+    SRect GetClipBox() const; // what can be drawn on now
+
+    // Colours, pen, brush and clip are kept, the selected bitmap is not. Returns the number of the
+    // state, from 1 on.
+    int SaveState();
+    // Goes back to a state and drops it with the later ones; -1: to the last one. False for a
+    // number that is not kept.
+    bool RestoreState(int iState);
+
+    // Each returns what was set before. As made: black text on white, a black solid pen one pixel
+    // wide, a white brush, no clip.
+    ColorRef SetTextColor(ColorRef uColor);
+    ColorRef SetBackColor(ColorRef uColor);
+    SPen SetPen(const SPen& pen);
+    std::optional<ColorRef> SetBrush(std::optional<ColorRef> brush); // none: nothing is filled
+    std::optional<SRect> SetClip(std::optional<SRect> clip);         // none: all pixels
+
+    ColorRef GetPixel(int x, int y) const; // black outside the pixels; the clip does not count
+    void SetPixel(int x, int y, ColorRef uColor);
+
+    // With the pen, without the last pixel. A pen of width n covers n pixels across the longer
+    // direction: (n - 1) / 2 before the line, the rest on and after it.
+    void DrawLine(SPoint from, SPoint to);
+    // The outline with the pen, inside the rectangle; the brush fills what the pen leaves.
+    void Rectangle(const SRect& rect);
+    void FillRect(const SRect& rect, ColorRef uColor);
+    void FrameRect(const SRect& rect, ColorRef uColor); // one pixel, inside the rectangle
+
+    // Two lines of the system colours inside the rectangle, each round(scale) pixels wide. uFlags:
+    // EEdgeFlag. Returns what is inside the lines.
+    SRect DrawEdge(const SRect& rect, EEdge eEdge, uint32_t uFlags);
+    // A soft edge with the inside filled, sunken when pushed. Returns what is inside the lines.
+    SRect DrawPushButtonFrame(const SRect& rect, bool bPushed);
+    // Dots of round(scale) pixels along the inside of the rectangle, every second one from the
+    // top-left corner on. Each channel changes by half its range, so the dots show on every colour
+    // and a second call takes them away.
+    void DrawFocusRect(const SRect& rect);
+
+    // One line of UTF-8 in the application's font at the context's scale; line breaks and tabs
+    // become blanks. uFlags: ETextFlag. Text and background end at the rectangle. False, with one
+    // logged line, when pszUtf8 is null, there is no application or memory is short.
+    bool DrawText(const char* pszUtf8, const SRect& rect, uint32_t uFlags);
+    SSize GetTextSize(const char* pszUtf8) const; // device pixels; nothing where DrawText fails
+
+    // Plain copies; target pixels whose source lies outside the source's pixels stay as they are. A
+    // context may be its own source. An empty rectangle copies nothing. Stretching takes the
+    // nearest pixel.
+    void BitBlt(const SRect& target, const CDrawContext& source, SPoint sourceAt);
+    void StretchBlt(const SRect& target, const CDrawContext& source, const SRect& sourceRect);
+    // Leaves out what has the key colour, as far as the source's depth can tell.
+    void TransparentBlt(const SRect& target,
+                        const CDrawContext& source,
+                        const SRect& sourceRect,
+                        ColorRef uKey);
+    // Blends a bitmap that has transparency, copies another; the second form stretches as above.
+    void DrawBitmap(SPoint at, const CBitmap& bitmap);
+    void DrawBitmap(const SRect& target, const CBitmap& bitmap, const SRect& sourceRect);
+
+    // Pixels of one colour become another, as far as the depth can tell them apart. Transparency
+    // stays. MapColors takes all pixels inside the clip and each at most once: the first pair that
+    // fits counts, and what it gave is not looked at again.
+    void ReplaceColor(const SRect& rect, ColorRef uFrom, ColorRef uTo);
+    void MapColors(std::span<const SColorPair> pairs);
+
+private:
+    struct SState
+    {
+        ColorRef uText = 0;
+        ColorRef uBack = 0xFFFFFF;
+        SPen pen;
+        std::optional<ColorRef> brush = 0xFFFFFF;
+        std::optional<SRect> clip;
+    };
+
+    enum class ECopy : uint8_t;
+    struct SSource;
+
+    CDrawContext(int nBitsPerPixel, double fScale);
+
+    CPixelBuffer* GetTarget();
+    const CPixelBuffer* GetTarget() const;
+    int GetLineWidth() const; // of edges and focus rectangles, device pixels
+    void DrawFrame(const SRect& rect, const SPen& pen);
+    void DrawRing(const SRect& rect, ColorRef uTopLeft, ColorRef uBottomRight);
+    void BlendCoverage(const SRect& box, const uint8_t* pCoverage, size_t uStride);
+    void CopyFromSource(const SRect& target, const SSource& source);
+    void CopyPixels(const SRect& target, const SSource& source);
+    void MapInside(const SRect& box, std::span<const SColorPair> pairs);
+
+    CPixelBuffer* m_Buffer; // null: a memory context
+    CBitmap* m_Bitmap = nullptr;
+    int m_Bits;
+    double m_Scale;
+    SState m_State;
+    std::vector<SState> m_Saved;
+};

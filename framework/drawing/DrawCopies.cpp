@@ -1,0 +1,278 @@
+#include "framework/drawing/CBitmap.h"
+#include "framework/drawing/CDrawContext.h"
+#include "framework/drawing/DrawLimits.h"
+#include "framework/drawing/PixelFormat.h"
+#include "host/Log.h"
+
+#include <cstdint>
+
+enum class CDrawContext::ECopy : uint8_t
+{
+    Opaque,
+    Keyed,
+    Blended,
+};
+
+struct CDrawContext::SSource
+{
+    const CPixelBuffer* pPixels = nullptr;
+    SRect rect;
+    ECopy eCopy = ECopy::Opaque;
+    ColorRef uKey = 0;
+};
+
+namespace
+{
+
+// Walks along one side of a stretched copy without a division per pixel. The source position of
+// target i is the one that the centre of i falls on.
+class CStretch
+{
+public:
+    // iAhead: how many target pixels the walk starts behind the edge of the rectangle.
+    CStretch(int iFrom, int64_t nFrom, int64_t nTo, int64_t iAhead)
+        : m_Divisor(2 * nTo)
+        , m_Whole(2 * nFrom / m_Divisor)
+        , m_Part(2 * nFrom % m_Divisor)
+        , m_At(iFrom + (2 * iAhead + 1) * nFrom / m_Divisor)
+        , m_Rest((2 * iAhead + 1) * nFrom % m_Divisor)
+    {
+    }
+
+    int64_t GetAt() const { return m_At; }
+
+    void Step()
+    {
+        m_At += m_Whole;
+        m_Rest += m_Part;
+        if (m_Rest >= m_Divisor)
+        {
+            m_Rest -= m_Divisor;
+            ++m_At;
+        }
+    }
+
+private:
+    int64_t m_Divisor;
+    int64_t m_Whole;
+    int64_t m_Part;
+    int64_t m_At;
+    int64_t m_Rest;
+};
+
+// Calls copy(target pixel, source pixel) for each pixel of box whose source is there.
+template <class TCopy>
+void WalkPixels(CPixelBuffer& target,
+                const SRect& box,
+                const SRect& rect,
+                const CPixelBuffer& source,
+                const SRect& sourceRect,
+                TCopy&& copy)
+{
+    const int nTargetBytes = target.GetBitsPerPixel() / 8;
+    const int nSourceBytes = source.GetBitsPerPixel() / 8;
+    const int64_t iAhead = static_cast<int64_t>(box.left) - rect.left;
+    const CStretch left(sourceRect.left, sourceRect.GetWidth(), rect.GetWidth(), iAhead);
+    CStretch down(sourceRect.top,
+                  sourceRect.GetHeight(),
+                  rect.GetHeight(),
+                  static_cast<int64_t>(box.top) - rect.top);
+    for (int y = box.top; y < box.bottom; ++y, down.Step())
+    {
+        const uint8_t* pSource = source.GetRow(static_cast<int>(down.GetAt()));
+        if (pSource == nullptr)
+        {
+            continue;
+        }
+        uint8_t* pTarget = GetPixelOf(target.GetRow(y), box.left, target.GetBitsPerPixel());
+        CStretch across = left;
+        for (int x = box.left; x < box.right; ++x, across.Step(), pTarget += nTargetBytes)
+        {
+            if (across.GetAt() >= 0 && across.GetAt() < source.GetWidth())
+            {
+                copy(pTarget, pSource + across.GetAt() * nSourceBytes);
+            }
+        }
+    }
+}
+
+// Between depths by way of the colour; the fourth byte is 255 then.
+uint32_t ConvertPixel(uint32_t uPixel, int nFromBits, int nToBits)
+{
+    return nFromBits == nToBits ? uPixel | OPAQUE_BYTE
+                                : EncodePixel(DecodePixel(uPixel, nFromBits), nToBits);
+}
+
+// At the same depth and size; box and what it takes from the source are inside both.
+void CopyRows(CPixelBuffer& target, const SRect& box, const CPixelBuffer& source, SPoint from)
+{
+    const int nBits = target.GetBitsPerPixel();
+    const int nRowBytes = box.GetWidth() * (nBits / 8);
+    for (int y = 0; y < box.GetHeight(); ++y)
+    {
+        uint8_t* pTarget = GetPixelOf(target.GetRow(box.top + y), box.left, nBits);
+        const uint8_t* pSource = GetPixelOf(source.GetRow(from.y + y), from.x, nBits);
+        std::memcpy(pTarget, pSource, static_cast<size_t>(nRowBytes));
+        for (int i = 3; nBits == 32 && i < nRowBytes; i += 4)
+        {
+            pTarget[i] = 255;
+        }
+    }
+}
+
+} // namespace
+
+void CDrawContext::BitBlt(const SRect& target, const CDrawContext& source, SPoint sourceAt)
+{
+    const SRect rect = LimitRect(target);
+    const SPoint at = LimitPoint(sourceAt);
+    const SRect sourceRect = {at.x, at.y, at.x + rect.GetWidth(), at.y + rect.GetHeight()};
+    CopyFromSource(rect, {source.GetTarget(), sourceRect, ECopy::Opaque, 0});
+}
+
+void CDrawContext::StretchBlt(const SRect& target,
+                              const CDrawContext& source,
+                              const SRect& sourceRect)
+{
+    CopyFromSource(LimitRect(target),
+                   {source.GetTarget(), LimitRect(sourceRect), ECopy::Opaque, 0});
+}
+
+void CDrawContext::TransparentBlt(const SRect& target,
+                                  const CDrawContext& source,
+                                  const SRect& sourceRect,
+                                  ColorRef uKey)
+{
+    CopyFromSource(LimitRect(target),
+                   {source.GetTarget(), LimitRect(sourceRect), ECopy::Keyed, uKey});
+}
+
+void CDrawContext::DrawBitmap(SPoint at, const CBitmap& bitmap)
+{
+    const SPoint corner = LimitPoint(at);
+    const SRect bounds = bitmap.GetPixels().GetBounds();
+    DrawBitmap(bounds.Offset(corner.x, corner.y), bitmap, bounds);
+}
+
+void CDrawContext::DrawBitmap(const SRect& target, const CBitmap& bitmap, const SRect& sourceRect)
+{
+    const ECopy eCopy = bitmap.HasAlpha() ? ECopy::Blended : ECopy::Opaque;
+    CopyFromSource(LimitRect(target), {&bitmap.GetPixels(), LimitRect(sourceRect), eCopy, 0});
+}
+
+void CDrawContext::CopyFromSource(const SRect& target, const SSource& source)
+{
+    if (source.pPixels == nullptr || source.pPixels->IsEmpty() || source.rect.IsEmpty())
+    {
+        return;
+    }
+    if (source.pPixels != GetTarget())
+    {
+        CopyPixels(target, source);
+        return;
+    }
+    CPixelBuffer before;
+    if (!before.CopyFrom(*source.pPixels))
+    {
+        CrashLog("[CDrawContext::CopyFromSource] no memory for a copy within one bitmap\n");
+        return;
+    }
+    SSource kept = source;
+    kept.pPixels = &before;
+    CopyPixels(target, kept);
+}
+
+void CDrawContext::CopyPixels(const SRect& target, const SSource& source)
+{
+    const SRect box = target.Intersect(GetClipBox());
+    if (box.IsEmpty())
+    {
+        return;
+    }
+    CPixelBuffer& pixels = *GetTarget();
+    const int nBits = pixels.GetBitsPerPixel();
+    const int nFromBits = source.pPixels->GetBitsPerPixel();
+    if (source.eCopy == ECopy::Blended)
+    {
+        WalkPixels(pixels,
+                   box,
+                   target,
+                   *source.pPixels,
+                   source.rect,
+                   [nBits](uint8_t* pTarget, const uint8_t* pSource)
+                   {
+                       const ColorRef uColor = MakeColor(pSource[2], pSource[1], pSource[0]);
+                       BlendPixel(pTarget, uColor, pSource[3], nBits);
+                   });
+        return;
+    }
+    const int dx = source.rect.left - target.left;
+    const int dy = source.rect.top - target.top;
+    if (source.eCopy == ECopy::Opaque && nBits == nFromBits && target.Offset(dx, dy) == source.rect)
+    {
+        const SRect from = box.Offset(dx, dy).Intersect(source.pPixels->GetBounds());
+        if (!from.IsEmpty())
+        {
+            CopyRows(pixels, from.Offset(-dx, -dy), *source.pPixels, {from.left, from.top});
+        }
+        return;
+    }
+    const uint32_t uMask = GetColorMask(nFromBits);
+    // No pixel equals this when there is no key.
+    const uint32_t uKey =
+        source.eCopy == ECopy::Keyed ? EncodePixel(source.uKey, nFromBits) & uMask : OPAQUE_BYTE;
+    WalkPixels(pixels,
+               box,
+               target,
+               *source.pPixels,
+               source.rect,
+               [=](uint8_t* pTarget, const uint8_t* pSource)
+               {
+                   const uint32_t uPixel = LoadPixel(pSource, nFromBits);
+                   if ((uPixel & uMask) != uKey)
+                   {
+                       StorePixel(pTarget, ConvertPixel(uPixel, nFromBits, nBits), nBits);
+                   }
+               });
+}
+
+void CDrawContext::ReplaceColor(const SRect& rect, ColorRef uFrom, ColorRef uTo)
+{
+    const SColorPair pair = {uFrom, uTo};
+    MapInside(rect.Intersect(GetClipBox()), {&pair, 1});
+}
+
+void CDrawContext::MapColors(std::span<const SColorPair> pairs)
+{
+    MapInside(GetClipBox(), pairs);
+}
+
+void CDrawContext::MapInside(const SRect& box, std::span<const SColorPair> pairs)
+{
+    if (box.IsEmpty())
+    {
+        return;
+    }
+    CPixelBuffer& target = *GetTarget();
+    const int nBits = target.GetBitsPerPixel();
+    const uint32_t uMask = GetColorMask(nBits);
+    const auto map = [&](uint32_t uPixel)
+    {
+        for (const SColorPair& pair : pairs)
+        {
+            if ((uPixel & uMask) == (EncodePixel(pair.uFrom, nBits) & uMask))
+            {
+                return (uPixel & ~uMask) | (EncodePixel(pair.uTo, nBits) & uMask);
+            }
+        }
+        return uPixel;
+    };
+    for (int y = box.top; y < box.bottom; ++y)
+    {
+        uint8_t* pPixel = GetPixelOf(target.GetRow(y), box.left, nBits);
+        for (int x = box.left; x < box.right; ++x, pPixel += nBits / 8)
+        {
+            StorePixel(pPixel, map(LoadPixel(pPixel, nBits)), nBits);
+        }
+    }
+}

@@ -1,0 +1,121 @@
+#include "framework/widgets/CDialog.h"
+
+#include "framework/widgets/qt/CFormBuilder.h"
+#include "framework/widgets/qt/CWindowNode.h"
+
+#include <QDialog>
+
+// Sends what closes the window to the dialog's object.
+class CDialogWidget : public QDialog
+{
+public:
+    explicit CDialogWidget(QWidget* pParent)
+        : QDialog(pParent)
+    {
+    }
+
+    void accept() override
+    {
+        if (CDialog* pDialog = GetDialog())
+        {
+            pDialog->OnOk();
+        }
+    }
+
+    void reject() override // Escape, and closing the window
+    {
+        if (CDialog* pDialog = GetDialog())
+        {
+            pDialog->OnCancel();
+        }
+        else
+        {
+            QDialog::reject();
+        }
+    }
+
+private:
+    CDialog* GetDialog() const
+    {
+        const CWindowNode* pNode = CWindowNode::Find(this);
+        return pNode != nullptr ? static_cast<CDialog*>(pNode->GetObject()) : nullptr;
+    }
+};
+
+CDialog::CDialog(uint32_t uTemplateId)
+    : CFormWindow(uTemplateId)
+{
+}
+
+bool CDialog::Create(CWindow* pParent)
+{
+    const SDialogResource* pTemplate = IsWindow() ? nullptr : FindTemplate();
+    if (pTemplate == nullptr)
+    {
+        return false;
+    }
+    const CWindowNode* pParentNode = pParent != nullptr ? CWindowNode::GetOf(*pParent) : nullptr;
+    auto* pWidget = new CDialogWidget(pParentNode != nullptr ? pParentNode->GetWidget() : nullptr);
+    pWidget->setWindowTitle(QString::fromUtf8(pTemplate->pszCaption));
+    auto* pNode = new CWindowNode(*pWidget, EControlKind::Space, 0, nullptr);
+    constexpr bool OWNER = true;
+    pNode->Attach(*this, OWNER);
+    CFormBuilder(*this, *pWidget).Build(*pTemplate);
+    AttachControls();
+    OnInit();
+    return true;
+}
+
+uint32_t CDialog::DoModal(CWindow* pParent)
+{
+    m_Result = DIALOG_CANCEL;
+    if (!Create(pParent))
+    {
+        return DIALOG_CANCEL;
+    }
+    m_bModal = true;
+    GetNode()->GetAs<QDialog>()->exec();
+    m_bModal = false;
+    DestroyWindow();
+    return m_Result;
+}
+
+void CDialog::EndDialog(uint32_t uResult)
+{
+    m_Result = uResult;
+    if (auto* pWidget = GetNode() != nullptr ? GetNode()->GetAs<QDialog>() : nullptr)
+    {
+        pWidget->done(static_cast<int>(uResult));
+    }
+}
+
+void CDialog::OnOk()
+{
+    EndDialog(DIALOG_OK);
+}
+
+void CDialog::OnCancel()
+{
+    EndDialog(DIALOG_CANCEL);
+}
+
+bool CDialog::OnChildNotify(SNotification& notification)
+{
+    if (CFormWindow::OnChildNotify(notification))
+    {
+        return true;
+    }
+    if (notification.eKind != ENotify::Clicked)
+    {
+        return false;
+    }
+    if (notification.uId == DIALOG_OK)
+    {
+        OnOk();
+    }
+    else if (notification.uId == DIALOG_CANCEL)
+    {
+        OnCancel();
+    }
+    return notification.uId == DIALOG_OK || notification.uId == DIALOG_CANCEL;
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "framework/widgets/CWindow.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <variant>
+#include <vector>
+
+// A window made from a dialog template: its controls, the objects and variables bound to them, and
+// the handlers of their notifications, all by control id. An id that the template lacks is no
+// error: its variable keeps its value and its handler is never called.
+class TELLUR_API CFormWindow : public CWindow
+{
+public:
+    ~CFormWindow() override;
+
+    // Every variable takes what its control shows, unless that cannot be read: then it stays.
+    void ReadControls();
+    // Every control shows its variable. A text that reads as the value already is left as it is, so
+    // writing back does not disturb who types.
+    void WriteControls();
+
+    // By id; nothing and an empty answer when the template lacks it.
+    void SetItemText(uint32_t uId, const char* pszText);
+    std::string GetItemText(uint32_t uId) const;
+    void EnableItem(uint32_t uId, bool bEnable);
+    bool IsItemEnabled(uint32_t uId) const;
+    void CheckItem(uint32_t uId, int iState); // 0, 1, or 2: undetermined
+    int GetItemCheck(uint32_t uId) const;
+    void InvalidateItem(uint32_t uId);
+    bool HasItem(uint32_t uId) const;
+    SRect GetItemRect(uint32_t uId) const; // in the form's client area
+
+    uint32_t GetTemplateId() const { return m_TemplateId; }
+
+protected:
+    using FHandler = std::function<void()>;
+    using FNotifyHandler = std::function<void(SNotification&)>;
+
+    explicit CFormWindow(uint32_t uTemplateId);
+
+    // Before the window is made; object and variable outlive the window.
+    void Bind(uint32_t uId, CWindow& control);
+    void BindValue(uint32_t uId, float& fValue);
+    void BindText(uint32_t uId, std::string& strText);
+    void BindCheck(uint32_t uId, int& iState);
+    // A later handler of the same kind and id replaces the one before.
+    void On(ENotify eKind, uint32_t uId, FNotifyHandler onNotify);
+    void OnClick(uint32_t uId, FHandler onClick);
+    void OnTextChange(uint32_t uId, FHandler onChange);
+    void OnSelectionChange(uint32_t uId, FHandler onChange);
+    // Any slider of the form.
+    void OnScroll(FNotifyHandler onScroll);
+
+    bool OnChildNotify(SNotification& notification) override;
+
+    // The template of the resource modules; null, with one logged line, when there is none and when
+    // the program shows no windows.
+    const SDialogResource* FindTemplate() const;
+
+    // The controls are there; before the window is shown.
+    virtual void OnInit() {}
+
+    // Gives a control of the template to the object that is bound to its id.
+    void AttachControls();
+
+private:
+    friend class CFormBuilder;
+
+    using Variable = std::variant<float*, std::string*, int*>;
+
+    struct SBoundVariable
+    {
+        uint32_t uId = 0;
+        Variable pVariable;
+    };
+
+    CWindowNode* FindItem(uint32_t uId) const;
+
+    uint32_t m_TemplateId;
+    std::map<uint32_t, CWindow*> m_Objects;
+    std::vector<SBoundVariable> m_Variables; // in the order of binding
+    std::map<std::pair<ENotify, uint32_t>, FNotifyHandler> m_Handlers;
+    FNotifyHandler m_OnScroll;
+    std::map<uint32_t, CWindowNode*> m_Items; // the template's controls
+};

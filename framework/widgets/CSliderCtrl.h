@@ -1,0 +1,19 @@
+#pragma once
+
+#include "framework/widgets/CWindow.h"
+
+// A horizontal slider. It does not move by itself where somebody handles its scrolling: the handler
+// gets the code and sets the position. The wheel moves it by pages, and only while it has the
+// focus.
+class TELLUR_API CSliderCtrl : public CWindow
+{
+public:
+    // The position is kept inside; the page becomes a fifth of the range until it is set.
+    void SetRange(int iMin, int iMax);
+    int GetRangeMin() const;
+    int GetRangeMax() const;
+    void SetPos(int iPos); // notifies nobody
+    int GetPos() const;
+    void SetPageSize(int iPage);
+    int GetPageSize() const;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "framework/widgets/CWindow.h"
+
+// Two arrows. Each click, and each repeat while one is held, notifies with the steps; unless that
+// is refused the position follows inside the range. Before a range is set the arrows count
+// downwards: the upper one has the step -1.
+class TELLUR_API CSpinButtonCtrl : public CWindow
+{
+public:
+    bool CreateSpin(CWindow& parent, uint32_t uId, const SRect& rect);
+    void SetRange(int iLower, int iUpper); // iUpper below iLower: the upper arrow counts down
+    void GetRange(int& iLower, int& iUpper) const;
+    void SetPos(int iPos);
+    int GetPos() const;
+    // The edit beside it, whose arrow keys turn the spin; by id among the parent's controls. None
+    // when the parent has no such control.
+    void SetBuddy(uint32_t uBuddyId);
+    uint32_t GetBuddy() const; // 0: none
+
+protected:
+    // One click on an arrow, as the mouse and the keys make it.
+    void Step(bool bUp);
+};

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "framework/core/IFrontEnd.h"
+#include "host/Export.h"
+
+#include <memory>
+
+// The window system as the framework's front end: real keys, cursor, capture, message boxes,
+// choosers and menus. A program makes one after its application object and hands it to
+// SetFrontEnd.
+class TELLUR_API CWidgetFrontEnd : public IFrontEnd
+{
+public:
+    CWidgetFrontEnd();
+    ~CWidgetFrontEnd() override;
+    CWidgetFrontEnd(const CWidgetFrontEnd&) = delete;
+    CWidgetFrontEnd& operator=(const CWidgetFrontEnd&) = delete;
+
+    bool IsKeyDown(EKey eKey) const override;
+    SScreenPoint GetCursorPos() const override;
+    void SetCursorPos(SScreenPoint point) override;
+    SScreenPoint GetScreenSize() const override;
+    // Shown by the views that a host has registered, see qt/WidgetAccess.h.
+    void SetCursor(const SCursorResource* pCursor) override;
+    void SetCapture(uintptr_t uWindow) override;
+    void ReleaseCapture() override;
+    EMessageBoxAnswer MessageBox(const char* pszText, uint32_t uFlags) override;
+    bool ChooseColor(uint32_t& uColor) override;
+    uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point) override;
+
+private:
+    struct SImpl;
+
+    std::unique_ptr<SImpl> m_Impl;
+};

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "framework/core/Resources.h"
+#include "framework/core/SToolTipText.h"
+#include "framework/widgets/WindowEvents.h"
+#include "host/Export.h"
+
+#include <string>
+
+class CWindowNode;
+
+// A window, or a control bound to one of a form. The object and the window live apart: an object
+// without a window answers with nothing and ignores what it is told; a window without an object
+// behaves as its kind does. Rectangles and points are device pixels, UI thread only.
+//
+// What happens to the window comes to the protected hooks before its usual processing. A hook that
+// returns true has dealt with it; DoDefault runs the usual processing earlier, inside the hook.
+class TELLUR_API CWindow
+{
+public:
+    CWindow();
+    virtual ~CWindow(); // ends a window that this object made; a form's control is let go
+    CWindow(const CWindow&) = delete;
+    CWindow& operator=(const CWindow&) = delete;
+
+    // A child window that draws itself (OnPaint). rect: in the parent's client area. False without
+    // a parent window or when this object has one already.
+    bool Create(CWindow& parent, uint32_t uId, const SRect& rect);
+    void DestroyWindow();
+
+    bool IsWindow() const { return m_Node != nullptr; }
+
+    uintptr_t GetHandle() const;   // 0 without a window
+    uint32_t GetControlId() const; // 0 without a window
+    CWindow* GetParent() const;    // borrowed; whom it notifies, null for a window of its own
+
+    // Setting the text of an edit notifies its parent, as typing does.
+    void SetWindowText(const char* pszText); // copied, UTF-8; null is empty
+    std::string GetWindowText() const;
+    void EnableWindow(bool bEnable);
+    bool IsWindowEnabled() const;
+    void ShowWindow(bool bShow);
+    bool IsWindowVisible() const;
+    void SetFocus();
+    bool HasFocus() const;              // here or in a child window
+    void SetRedraw(bool bOn);           // off: changes are not drawn until it is on again
+    void Invalidate();                  // draws it again at the next turn of the event loop
+    void MoveWindow(const SRect& rect); // in the parent's client area
+    SRect GetWindowRect() const;        // in the parent's client area
+    SRect GetClientRect() const;        // its corner is 0, 0
+    double GetScale() const; // device pixels a unit of length at 100 %; 1 without a window
+    void SetWindowCapture(); // all mouse input comes here until ReleaseCapture (Capture.h)
+    void EnableToolTips(bool bEnable); // asks OnToolTipText for the tips of its controls
+
+protected:
+    bool CreateControl(EControlKind eKind,
+                       const char* pszText,
+                       uint32_t uStyle,
+                       CWindow& parent,
+                       uint32_t uId,
+                       const SRect& rect);
+    // The usual processing of the event that is being handled, once.
+    void DoDefault();
+
+    virtual bool OnLButtonDown(const SMouseEvent&) { return false; }
+
+    virtual bool OnLButtonUp(const SMouseEvent&) { return false; }
+
+    virtual bool OnLButtonDblClk(const SMouseEvent&) { return false; }
+
+    virtual bool OnMouseMove(const SMouseEvent&) { return false; }
+
+    // Of the control that has the focus first, then of each window around it; before OnKeyDown.
+    virtual bool TranslateKey(const SKeyEvent&) { return false; }
+
+    virtual bool OnKeyDown(const SKeyEvent&) { return false; }
+
+    virtual void OnSetFocus() {}
+
+    virtual void OnKillFocus() {}
+
+    virtual void OnSize() {}
+
+    virtual void OnShow() {} // each time it becomes visible
+
+    virtual void OnPaint(CDrawContext&) {}
+
+    virtual void DrawItem(const SDrawItem&) {} // owner-drawn buttons
+
+    virtual bool OnNotify(SNotification&) { return false; } // what it tells its parent
+
+    virtual bool OnChildNotify(SNotification&) { return false; } // what a control tells it
+
+    // False when the tip has no text.
+    virtual bool OnToolTipText(SToolTipText&) { return false; }
+
+    CWindowNode* GetNode() const { return m_Node; }
+
+private:
+    friend class CWindowNode;
+
+    CWindowNode* m_Node = nullptr; // null without a window
+    bool m_bOwner = false;         // this object made the window
+    bool m_bToolTips = false;
+};

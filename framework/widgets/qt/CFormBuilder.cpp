@@ -1,0 +1,200 @@
+#include "framework/widgets/qt/CFormBuilder.h"
+
+#include "framework/widgets/CFormWindow.h"
+#include "framework/widgets/qt/CWindowNode.h"
+#include "framework/widgets/qt/ControlWidgets.h"
+
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <map>
+
+namespace
+{
+
+// Lengths as shares of the height of a line of text.
+int GetShare(const QWidget& widget, double fShare)
+{
+    return static_cast<int>(widget.fontMetrics().height() * fShare + 0.5);
+}
+
+constexpr double MARGIN = 0.4;
+constexpr double ROW_GAP = 0.3;
+constexpr double CONTROL_GAP = 0.35;
+constexpr double LINE_PADDING = 0.5; // above and below the text of a row
+constexpr double EDIT_FRAME = 0.8;   // beside the characters of an edit, both sides
+
+// What a control needs so that nothing of its content is cut.
+int GetContentWidth(const SControlResource& control, const QWidget& widget)
+{
+    switch (control.eKind)
+    {
+    case EControlKind::OwnerDraw:
+    case EControlKind::Space:
+    case EControlKind::Edit:
+    case EControlKind::ListView:
+    case EControlKind::ListBox:
+        return widget.fontMetrics().height();
+    case EControlKind::Spin:
+        return widget.sizeHint().width();
+    default:
+        return widget.minimumSizeHint().width();
+    }
+}
+
+} // namespace
+
+CFormBuilder::CFormBuilder(CFormWindow& form, QWidget& ground)
+    : m_Form(form)
+    , m_Ground(ground)
+{
+}
+
+void CFormBuilder::Build(const SDialogResource& dialog)
+{
+    auto* pColumns = new QHBoxLayout(&m_Ground); // the ground's
+    const int iMargin = GetShare(m_Ground, MARGIN);
+    pColumns->setContentsMargins(iMargin, iMargin, iMargin, iMargin);
+    pColumns->setSpacing(iMargin);
+    std::map<int, QVBoxLayout*> columns;
+    for (const SGroupResource& group : dialog.groups)
+    {
+        QVBoxLayout*& pColumn = columns[group.iColumn];
+        if (pColumn == nullptr)
+        {
+            pColumn = new QVBoxLayout;
+            pColumn->setSpacing(iMargin);
+            pColumns->addLayout(pColumn, 1);
+        }
+        AddGroup(group, *pColumn);
+    }
+    for (const auto& [iColumn, pColumn] : columns)
+    {
+        bool bFills = false;
+        for (int i = 0; i < pColumn->count(); ++i)
+        {
+            bFills = bFills || pColumn->stretch(i) > 0;
+        }
+        if (!bFills)
+        {
+            pColumn->addStretch(1);
+        }
+    }
+    AlignLabels();
+}
+
+void CFormBuilder::AddGroup(const SGroupResource& group, QVBoxLayout& column)
+{
+    QWidget* pGround = group.pszTitle != nullptr
+                           ? new QGroupBox(QString::fromUtf8(group.pszTitle), &m_Ground)
+                           : new QWidget(&m_Ground);
+    auto* pRows = new QVBoxLayout(pGround);
+    const int iMargin = group.pszTitle != nullptr ? GetShare(m_Ground, MARGIN) : 0;
+    pRows->setContentsMargins(iMargin, iMargin, iMargin, iMargin);
+    pRows->setSpacing(GetShare(m_Ground, ROW_GAP));
+    int iWeight = 0;
+    for (const SRowResource& row : group.rows)
+    {
+        AddRow(row, *pGround, *pRows);
+        iWeight += row.iWeight;
+    }
+    column.addWidget(pGround, iWeight);
+}
+
+void CFormBuilder::AddRow(const SRowResource& row, QWidget& ground, QVBoxLayout& group)
+{
+    auto* pRow = new QHBoxLayout;
+    pRow->setSpacing(GetShare(m_Ground, CONTROL_GAP));
+    const int iHeight = row.iLines > 0 ? row.iLines * m_Ground.fontMetrics().height() +
+                                             GetShare(ground, LINE_PADDING)
+                                       : 0;
+    bool bFirst = true;
+    int iWeights = 0;
+    for (const SControlResource& control : row.controls)
+    {
+        QWidget* pWidget = AddControl(control, ground, *pRow);
+        iWeights += control.iWeight;
+        if (iHeight > 0)
+        {
+            pWidget->setMinimumHeight(std::max(iHeight, pWidget->minimumSizeHint().height()));
+            const bool bGrows = row.iWeight > 0;
+            pWidget->setMaximumHeight(bGrows ? QWIDGETSIZE_MAX : pWidget->minimumHeight());
+        }
+        if ((control.uStyle & CONTROL_SQUARE) != 0 && iHeight > 0)
+        {
+            pWidget->setFixedWidth(pWidget->minimumHeight());
+        }
+        if (row.iWeight > 0)
+        {
+            // As high as it has to be, and whatever there is beyond that.
+            pWidget->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+        }
+        auto* pLabel = qobject_cast<QLabel*>(pWidget);
+        if (bFirst && pLabel != nullptr && row.controls.size() > 1)
+        {
+            m_FirstLabels.append(pLabel);
+        }
+        bFirst = false;
+    }
+    if (iWeights == 0)
+    {
+        pRow->addStretch(1);
+    }
+    group.addLayout(pRow, row.iWeight);
+}
+
+QWidget* CFormBuilder::AddControl(const SControlResource& control, QWidget& ground, QBoxLayout& row)
+{
+    QWidget* pWidget = MakeControlWidget(
+        control.eKind, control.pszText, control.uStyle, &ground, control.uId, &m_Form);
+    SizeControl(control, *pWidget);
+    row.addWidget(pWidget, control.iWeight);
+    if (control.uId != 0)
+    {
+        m_Form.m_Items[control.uId] = CWindowNode::Find(pWidget);
+    }
+    if (pWidget->focusPolicy() != Qt::NoFocus)
+    {
+        if (m_pPrevious != nullptr)
+        {
+            QWidget::setTabOrder(m_pPrevious, pWidget);
+        }
+        m_pPrevious = pWidget;
+    }
+    return pWidget;
+}
+
+void CFormBuilder::SizeControl(const SControlResource& control, QWidget& widget) const
+{
+    const int iFrame = control.eKind == EControlKind::Edit ? GetShare(widget, EDIT_FRAME) : 0;
+    const int iAsked = control.iWidth * widget.fontMetrics().averageCharWidth() + iFrame;
+    const int iWidth = std::max(iAsked, GetContentWidth(control, widget));
+    widget.setMinimumWidth(iWidth);
+    if (control.iWeight == 0)
+    {
+        widget.setMaximumWidth(iWidth);
+    }
+    else
+    {
+        widget.setSizePolicy(QSizePolicy::Expanding, widget.sizePolicy().verticalPolicy());
+    }
+    if (control.eKind == EControlKind::OwnerDraw)
+    {
+        widget.setMinimumHeight(widget.sizeHint().height()); // as a push button
+    }
+}
+
+void CFormBuilder::AlignLabels()
+{
+    int iWidth = 0;
+    for (const QLabel* pLabel : m_FirstLabels)
+    {
+        iWidth = std::max(iWidth, pLabel->minimumWidth());
+    }
+    for (QLabel* pLabel : m_FirstLabels)
+    {
+        pLabel->setFixedWidth(iWidth);
+    }
+}

@@ -1,0 +1,350 @@
+#include "framework/widgets/qt/CWindowNode.h"
+
+#include "framework/widgets/qt/KeyNames.h"
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QToolTip>
+#include <QWheelEvent>
+
+#include <cmath>
+#include <unordered_map>
+
+int CEventGuard::s_Depth = 0;
+
+namespace
+{
+
+using Handles = std::unordered_map<uintptr_t, CWindowNode*>;
+
+Handles& GetHandles()
+{
+    static Handles& s_Handles = *new Handles; // widgets may outlive static objects
+    return s_Handles;
+}
+
+uintptr_t MakeHandle()
+{
+    static uintptr_t s_Last = 0;
+    return ++s_Last;
+}
+
+const char* const NODE_NAME = "tellur-node";
+
+} // namespace
+
+CWindowNode::CWindowNode(QWidget& widget, EControlKind eKind, uint32_t uId, CWindow* pParent)
+    : QObject(&widget)
+    , m_pWidget(&widget)
+    , m_Kind(eKind)
+    , m_Id(uId)
+    , m_Handle(MakeHandle())
+    , m_pParent(pParent)
+{
+    setObjectName(NODE_NAME);
+    GetHandles()[m_Handle] = this;
+    widget.installEventFilter(this);
+}
+
+CWindowNode::~CWindowNode()
+{
+    GetHandles().erase(m_Handle);
+    Detach();
+}
+
+CWindowNode* CWindowNode::Find(const QObject* pWidget)
+{
+    if (pWidget == nullptr)
+    {
+        return nullptr;
+    }
+    for (QObject* pChild : pWidget->children())
+    {
+        if (pChild->objectName() == QLatin1String(NODE_NAME))
+        {
+            return static_cast<CWindowNode*>(pChild);
+        }
+    }
+    return nullptr;
+}
+
+QWidget* CWindowNode::FindWidget(uintptr_t uHandle)
+{
+    const auto found = GetHandles().find(uHandle);
+    return found != GetHandles().end() ? found->second->m_pWidget : nullptr;
+}
+
+void CWindowNode::Attach(CWindow& object, bool bOwner)
+{
+    Detach();
+    m_pObject = &object;
+    object.m_Node = this;
+    object.m_bOwner = bOwner;
+}
+
+void CWindowNode::Detach()
+{
+    if (m_pObject != nullptr)
+    {
+        m_pObject->m_Node = nullptr;
+        m_pObject->m_bOwner = false;
+        m_pObject = nullptr;
+    }
+}
+
+void CWindowNode::Destroy()
+{
+    Detach();
+    m_pParent = nullptr;
+    // Its controls may outlive the object they notify, until the event loop turns.
+    for (QWidget* pChild : m_pWidget->findChildren<QWidget*>())
+    {
+        CWindowNode* pNode = Find(pChild);
+        if (pNode != nullptr)
+        {
+            pNode->Detach();
+            pNode->m_pParent = nullptr;
+        }
+    }
+    if (CEventGuard::IsInside())
+    {
+        m_pWidget->hide();
+        m_pWidget->setParent(nullptr);
+        m_pWidget->deleteLater();
+    }
+    else
+    {
+        delete m_pWidget; // and this
+    }
+}
+
+bool CWindowNode::Notify(SNotification& notification)
+{
+    const CEventGuard guard;
+    const QPointer<CWindowNode> pThis(this);
+    notification.uId = m_Id;
+    notification.pFrom = m_pObject;
+    if (m_pObject != nullptr && m_pObject->OnNotify(notification))
+    {
+        return true;
+    }
+    return pThis != nullptr && m_pParent != nullptr && m_pParent->OnChildNotify(notification);
+}
+
+bool CWindowNode::Notify(ENotify eKind)
+{
+    SNotification notification;
+    notification.eKind = eKind;
+    return Notify(notification);
+}
+
+void CWindowNode::Watch(QWidget& widget)
+{
+    widget.installEventFilter(this);
+}
+
+void CWindowNode::Paint(CDrawContext& context)
+{
+    if (m_pObject != nullptr)
+    {
+        m_pObject->OnPaint(context);
+    }
+}
+
+void CWindowNode::DrawItem(const SDrawItem& item)
+{
+    if (m_pObject != nullptr)
+    {
+        m_pObject->DrawItem(item);
+    }
+}
+
+double CWindowNode::GetScale() const
+{
+    return m_pWidget->devicePixelRatioF();
+}
+
+SRect CWindowNode::ToPixels(const QRect& rect) const
+{
+    const double fScale = GetScale();
+    const auto round = [fScale](int iValue)
+    {
+        return static_cast<int>(std::lround(iValue * fScale));
+    };
+    return {round(rect.x()),
+            round(rect.y()),
+            round(rect.x() + rect.width()),
+            round(rect.y() + rect.height())};
+}
+
+QRect CWindowNode::FromPixels(const SRect& rect) const
+{
+    const double fScale = GetScale();
+    const auto round = [fScale](int iValue)
+    {
+        return static_cast<int>(std::lround(iValue / fScale));
+    };
+    const QPoint corner(round(rect.left), round(rect.top));
+    return {corner, QSize(round(rect.right) - corner.x(), round(rect.bottom) - corner.y())};
+}
+
+void CWindowNode::DoDefault()
+{
+    QEvent* pEvent = m_pEvent;
+    m_pEvent = nullptr;
+    if (pEvent != nullptr)
+    {
+        m_pWatched->event(pEvent);
+    }
+}
+
+bool CWindowNode::eventFilter(QObject* pWatched, QEvent* pEvent)
+{
+    const CEventGuard guard;
+    QObject* pOuterWatched = std::exchange(m_pWatched, pWatched);
+    QEvent* pOuterEvent = std::exchange(m_pEvent, pEvent);
+    const QPointer<CWindowNode> pThis(this);
+    const bool bHandled = Handle(pWatched, pEvent);
+    if (pThis == nullptr)
+    {
+        return true;
+    }
+    const bool bDefaultDone = m_pEvent == nullptr;
+    m_pWatched = pOuterWatched;
+    m_pEvent = pOuterEvent;
+    return bHandled || bDefaultDone;
+}
+
+bool CWindowNode::Handle(QObject* pWatched, QEvent* pEvent)
+{
+    switch (pEvent->type())
+    {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+        return HandleMouse(*static_cast<QMouseEvent*>(pEvent));
+    case QEvent::KeyPress:
+        return HandleKey(*static_cast<QKeyEvent*>(pEvent));
+    case QEvent::ToolTip:
+        return HandleToolTip(*pEvent);
+    case QEvent::Wheel:
+        // What can be turned turns only under the focus, everything else scrolls the view around.
+        if ((m_Kind == EControlKind::Slider || m_Kind == EControlKind::DropDownList) &&
+            !m_pWidget->hasFocus())
+        {
+            pEvent->ignore();
+            return true;
+        }
+        return false;
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+    case QEvent::Resize:
+    case QEvent::Show:
+        HandleState(pWatched == m_pWidget, pEvent->type());
+        return false;
+    default:
+        return false;
+    }
+}
+
+void CWindowNode::HandleState(bool bOwn, int iType)
+{
+    const QPointer<CWindowNode> pThis(this);
+    if (m_pObject == nullptr || (!bOwn && iType != QEvent::Resize))
+    {
+        // Nobody to tell but the parent.
+    }
+    else if (iType == QEvent::FocusIn)
+    {
+        m_pObject->OnSetFocus();
+    }
+    else if (iType == QEvent::FocusOut)
+    {
+        m_pObject->OnKillFocus();
+    }
+    else if (iType == QEvent::Resize)
+    {
+        m_pObject->OnSize();
+    }
+    else
+    {
+        m_pObject->OnShow();
+    }
+    if (pThis != nullptr && bOwn && iType == QEvent::FocusOut && m_Kind == EControlKind::Edit)
+    {
+        Notify(ENotify::FocusLost);
+    }
+}
+
+bool CWindowNode::HandleMouse(QMouseEvent& event)
+{
+    const bool bLeft = event.button() == Qt::LeftButton;
+    if (m_pObject == nullptr || (event.type() != QEvent::MouseMove && !bLeft))
+    {
+        return false;
+    }
+    const double fScale = GetScale();
+    const QPointF point = event.position() * fScale;
+    const QPoint screen = event.globalPosition().toPoint();
+    const SMouseEvent mouse = {
+        {static_cast<int>(std::floor(point.x())), static_cast<int>(std::floor(point.y()))},
+        {screen.x(), screen.y()},
+        event.modifiers().testFlag(Qt::ControlModifier),
+        event.modifiers().testFlag(Qt::ShiftModifier)};
+    switch (event.type())
+    {
+    case QEvent::MouseButtonPress:
+        return m_pObject->OnLButtonDown(mouse);
+    case QEvent::MouseButtonRelease:
+        return m_pObject->OnLButtonUp(mouse);
+    case QEvent::MouseButtonDblClick:
+        return m_pObject->OnLButtonDblClk(mouse);
+    default:
+        return m_pObject->OnMouseMove(mouse);
+    }
+}
+
+bool CWindowNode::HandleKey(const QKeyEvent& event)
+{
+    const SKeyEvent key = MakeKeyEvent(event);
+    const QPointer<CWindowNode> pThis(this);
+    // A key that the control under the focus did not want comes again to the windows around it,
+    // which were asked already.
+    const QWidget* pFocus = QApplication::focusWidget();
+    bool bHandled = false;
+    if (pFocus == nullptr || pFocus == m_pWidget || !m_pWidget->isAncestorOf(pFocus))
+    {
+        bHandled = m_pObject != nullptr && m_pObject->TranslateKey(key);
+        CWindow* pAround = pThis != nullptr ? m_pParent : nullptr;
+        while (pAround != nullptr && !bHandled)
+        {
+            bHandled = pAround->TranslateKey(key);
+            pAround = pThis != nullptr ? pAround->GetParent() : nullptr;
+        }
+    }
+    return bHandled || pThis == nullptr || (m_pObject != nullptr && m_pObject->OnKeyDown(key));
+}
+
+bool CWindowNode::HandleToolTip(QEvent& event)
+{
+    for (CWindow* pAround = m_pParent; pAround != nullptr; pAround = pAround->GetParent())
+    {
+        if (pAround->m_bToolTips)
+        {
+            SToolTipText tip;
+            tip.bIsWindow = true;
+            tip.uId = m_Id;
+            if (pAround->OnToolTipText(tip) && tip.szText[0] != '\0')
+            {
+                QToolTip::showText(static_cast<QHelpEvent&>(event).globalPos(),
+                                   QString::fromUtf8(tip.szText),
+                                   m_pWidget);
+                return true;
+            }
+        }
+    }
+    return false;
+}

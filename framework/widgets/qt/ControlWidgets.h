@@ -1,0 +1,145 @@
+#pragma once
+
+#include "framework/core/Resources.h"
+#include "framework/drawing/CPixelBuffer.h"
+
+#include <QAbstractScrollArea>
+#include <QBasicTimer>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QPushButton>
+#include <QSlider>
+
+#include <string>
+
+class CWindow;
+class CWindowNode;
+
+// The Qt widgets behind the controls, each with its node. Owned by the widget they stand on.
+
+// pszText: null is empty. pParent: whom the control notifies.
+QWidget* MakeControlWidget(EControlKind eKind,
+                           const char* pszText,
+                           uint32_t uStyle,
+                           QWidget* pGround,
+                           uint32_t uId,
+                           CWindow* pParent);
+// Whatever the widget shows as its text; windows their title.
+void SetWidgetText(QWidget& widget, const char* pszText);
+std::string GetWidgetText(const QWidget& widget);
+// ECheckState of a button that has one; without a click.
+void SetButtonCheck(CWindowNode& node, int iState);
+int GetButtonCheck(const CWindowNode& node);
+
+// A window that its object paints.
+class CPaintedArea : public QWidget
+{
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent* pEvent) override;
+
+private:
+    CPixelBuffer m_Pixels;
+};
+
+// A push button that its object may draw.
+class CPaintedButton : public QPushButton
+{
+public:
+    using QPushButton::QPushButton;
+
+    void SetOwnerDraw();
+
+    QSize sizeHint() const override; // the text and no more than a frame, other than most styles
+
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* pEvent) override;
+    void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
+
+private:
+    bool m_OwnerDraw = false;
+    CPixelBuffer m_Pixels;
+};
+
+// A check box with three states that waits for its owner to change it.
+class CManualCheckBox : public QCheckBox
+{
+public:
+    using QCheckBox::QCheckBox;
+
+protected:
+    void nextCheckState() override {}
+};
+
+class CSliderWidget : public QSlider
+{
+public:
+    explicit CSliderWidget(QWidget* pGround);
+
+    void SetPageSize(int iPage);
+    void SetSliderRange(int iMin, int iMax);
+
+protected:
+    void wheelEvent(QWheelEvent* pEvent) override;
+
+private:
+    void OnAction(int iAction);
+    void OnReleased();
+
+    bool m_bOwnPage = false; // the page was set, a new range keeps it
+};
+
+// Two arrows above each other.
+class CSpinWidget : public QWidget
+{
+public:
+    explicit CSpinWidget(QWidget* pGround);
+
+    void SetRange(int iLower, int iUpper);
+    void SetPos(int iPos);
+    void SetBuddy(uint32_t uId, QWidget* pBuddy);
+    void Step(bool bUp);
+
+    int GetLower() const { return m_Lower; }
+
+    int GetUpper() const { return m_Upper; }
+
+    int GetPos() const { return m_Pos; }
+
+    uint32_t GetBuddyId() const { return m_BuddyId; }
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* pEvent) override;
+    void mousePressEvent(QMouseEvent* pEvent) override;
+    void mouseReleaseEvent(QMouseEvent* pEvent) override;
+    void timerEvent(QTimerEvent* pEvent) override;
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override; // the buddy's arrow keys
+
+private:
+    int m_Lower = 100;
+    int m_Upper = 0;
+    int m_Pos = 0;
+    uint32_t m_BuddyId = 0;
+    int m_iHeld = 0; // 1: the upper arrow is held, -1: the lower one
+    QBasicTimer m_Timer;
+};
+
+// A drop-down list that tells only of choices that change it.
+class CDropDown : public QComboBox
+{
+public:
+    explicit CDropDown(QWidget* pGround);
+
+    void Select(int iItem);
+
+private:
+    void OnActivated(int iItem);
+
+    int m_Last = -1; // what is shown as far as its owner knows
+};

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "framework/widgets/WindowEvents.h"
+
+class QKeyEvent;
+
+SKeyEvent MakeKeyEvent(const QKeyEvent& event);

@@ -1,0 +1,226 @@
+// Sliders and spin buttons: what they were told to do goes out as codes and steps.
+
+#include "framework/widgets/qt/CWindowNode.h"
+#include "framework/widgets/qt/ControlWidgets.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionSpinBox>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int FIRST_REPEAT_MS = 400;
+constexpr int REPEAT_MS = 60;
+constexpr int PAGES_IN_RANGE = 5;
+
+struct SActionCode
+{
+    int iAction;
+    EScrollCode eCode;
+};
+
+constexpr SActionCode ACTION_CODES[] = {
+    {QAbstractSlider::SliderSingleStepAdd, EScrollCode::LineRight},
+    {QAbstractSlider::SliderSingleStepSub, EScrollCode::LineLeft},
+    {QAbstractSlider::SliderPageStepAdd, EScrollCode::PageRight},
+    {QAbstractSlider::SliderPageStepSub, EScrollCode::PageLeft},
+    {QAbstractSlider::SliderToMinimum, EScrollCode::Left},
+    {QAbstractSlider::SliderToMaximum, EScrollCode::Right},
+    {QAbstractSlider::SliderMove, EScrollCode::ThumbTrack},
+};
+
+} // namespace
+
+CSliderWidget::CSliderWidget(QWidget* pGround)
+    : QSlider(Qt::Horizontal, pGround)
+{
+    setFocusPolicy(Qt::StrongFocus); // not by the wheel
+    SetSliderRange(0, 100);
+    connect(this, &QAbstractSlider::actionTriggered, this, &CSliderWidget::OnAction);
+    connect(this, &QAbstractSlider::sliderReleased, this, &CSliderWidget::OnReleased);
+}
+
+void CSliderWidget::SetPageSize(int iPage)
+{
+    m_bOwnPage = true;
+    setPageStep(std::max(1, iPage));
+}
+
+void CSliderWidget::SetSliderRange(int iMin, int iMax)
+{
+    setRange(iMin, iMax);
+    if (!m_bOwnPage)
+    {
+        setPageStep(std::max(1, (iMax - iMin) / PAGES_IN_RANGE));
+    }
+}
+
+void CSliderWidget::OnAction(int iAction)
+{
+    const auto* pFound =
+        std::find_if(std::begin(ACTION_CODES),
+                     std::end(ACTION_CODES),
+                     [iAction](const SActionCode& code) { return code.iAction == iAction; });
+    CWindowNode* pNode = CWindowNode::Find(this);
+    if (pFound == std::end(ACTION_CODES) || pNode == nullptr)
+    {
+        return;
+    }
+    SNotification notification;
+    notification.eKind = ENotify::Scrolled;
+    notification.eScroll = pFound->eCode;
+    const int iWanted = sliderPosition();
+    if (pFound->eCode == EScrollCode::ThumbTrack)
+    {
+        notification.iValue = iWanted;
+    }
+    else
+    {
+        setSliderPosition(value()); // the handler moves it
+    }
+    const QPointer<CSliderWidget> pThis(this);
+    if (!pNode->Notify(notification) && pThis != nullptr)
+    {
+        setSliderPosition(iWanted);
+    }
+}
+
+void CSliderWidget::OnReleased()
+{
+    CWindowNode* pNode = CWindowNode::Find(this);
+    if (pNode != nullptr)
+    {
+        SNotification notification;
+        notification.eKind = ENotify::Scrolled;
+        notification.eScroll = EScrollCode::ThumbPosition;
+        notification.iValue = value();
+        pNode->Notify(notification);
+    }
+}
+
+void CSliderWidget::wheelEvent(QWheelEvent* pEvent)
+{
+    const int iDelta = pEvent->angleDelta().y();
+    if (iDelta != 0)
+    {
+        triggerAction(iDelta > 0 ? SliderPageStepAdd : SliderPageStepSub);
+    }
+    pEvent->accept();
+}
+
+CSpinWidget::CSpinWidget(QWidget* pGround)
+    : QWidget(pGround)
+{
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+}
+
+void CSpinWidget::SetRange(int iLower, int iUpper)
+{
+    m_Lower = iLower;
+    m_Upper = iUpper;
+    SetPos(m_Pos);
+}
+
+void CSpinWidget::SetPos(int iPos)
+{
+    m_Pos = std::clamp(iPos, std::min(m_Lower, m_Upper), std::max(m_Lower, m_Upper));
+}
+
+void CSpinWidget::SetBuddy(uint32_t uId, QWidget* pBuddy)
+{
+    m_BuddyId = pBuddy != nullptr ? uId : 0;
+    if (pBuddy != nullptr)
+    {
+        pBuddy->installEventFilter(this);
+    }
+}
+
+void CSpinWidget::Step(bool bUp)
+{
+    CWindowNode* pNode = CWindowNode::Find(this);
+    if (pNode == nullptr)
+    {
+        return;
+    }
+    SNotification notification;
+    notification.eKind = ENotify::SpinDelta;
+    notification.iValue = bUp == (m_Upper >= m_Lower) ? 1 : -1;
+    const QPointer<CSpinWidget> pThis(this);
+    pNode->Notify(notification);
+    if (pThis != nullptr && !notification.bRefused)
+    {
+        SetPos(m_Pos + notification.iValue);
+    }
+}
+
+QSize CSpinWidget::sizeHint() const
+{
+    const int iHeight = fontMetrics().height();
+    return {iHeight, iHeight + iHeight / 2};
+}
+
+void CSpinWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    QStyleOption option;
+    option.initFrom(this);
+    const QRect upper(0, 0, width(), height() / 2);
+    const QRect lower(0, upper.height(), width(), height() - upper.height());
+    for (const int iArrow : {1, -1})
+    {
+        QStyleOptionButton button;
+        button.initFrom(this);
+        button.rect = iArrow > 0 ? upper : lower;
+        button.state |= m_iHeld == iArrow ? QStyle::State_Sunken : QStyle::State_Raised;
+        style()->drawPrimitive(QStyle::PE_PanelButtonBevel, &button, &painter, this);
+        option.rect = button.rect.adjusted(2, 1, -2, -1);
+        style()->drawPrimitive(iArrow > 0 ? QStyle::PE_IndicatorArrowUp
+                                          : QStyle::PE_IndicatorArrowDown,
+                               &option,
+                               &painter,
+                               this);
+    }
+}
+
+void CSpinWidget::mousePressEvent(QMouseEvent* pEvent)
+{
+    if (pEvent->button() == Qt::LeftButton)
+    {
+        m_iHeld = pEvent->position().y() < height() / 2 ? 1 : -1;
+        m_Timer.start(FIRST_REPEAT_MS, this);
+        update();
+        Step(m_iHeld > 0);
+    }
+}
+
+void CSpinWidget::mouseReleaseEvent(QMouseEvent*)
+{
+    m_iHeld = 0;
+    m_Timer.stop();
+    update();
+}
+
+void CSpinWidget::timerEvent(QTimerEvent*)
+{
+    m_Timer.start(REPEAT_MS, this);
+    Step(m_iHeld > 0);
+}
+
+bool CSpinWidget::eventFilter(QObject*, QEvent* pEvent)
+{
+    const int iKey = pEvent->type() == QEvent::KeyPress && isEnabled()
+                         ? static_cast<QKeyEvent*>(pEvent)->key()
+                         : 0;
+    if (iKey != Qt::Key_Up && iKey != Qt::Key_Down)
+    {
+        return false;
+    }
+    Step(iKey == Qt::Key_Up);
+    return true;
+}
