@@ -57,7 +57,7 @@ bool CDialog::Create(CWindow* pParent)
     const CWindowNode* pParentNode = pParent != nullptr ? CWindowNode::GetOf(*pParent) : nullptr;
     auto* pWidget = new CDialogWidget(pParentNode != nullptr ? pParentNode->GetWidget() : nullptr);
     pWidget->setWindowTitle(QString::fromUtf8(pTemplate->pszCaption));
-    auto* pNode = new CWindowNode(*pWidget, EControlKind::Space, 0, nullptr);
+    auto* pNode = CWindowNode::Make(*pWidget, EControlKind::Space, 0, nullptr);
     constexpr bool OWNER = true;
     pNode->Attach(*this, OWNER);
     CFormBuilder(*this, *pWidget).Build(*pTemplate);

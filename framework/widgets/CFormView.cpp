@@ -23,7 +23,7 @@ bool CFormView::Create(CWindow* pParent)
     pArea->setFrameShape(QFrame::NoFrame);
     pArea->setWidgetResizable(true);
     auto* pContent = new QWidget; // the area's
-    auto* pNode = new CWindowNode(*pArea, EControlKind::Space, 0, pParent);
+    auto* pNode = CWindowNode::Make(*pArea, EControlKind::Space, 0, pParent);
     constexpr bool OWNER = true;
     pNode->Attach(*this, OWNER);
     CFormBuilder(*this, *pContent).Build(*pTemplate);

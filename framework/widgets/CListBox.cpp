@@ -79,7 +79,10 @@ void CListBox::SetCurSel(int iItem)
 int CListBox::GetCurSel() const
 {
     const QListWidget* pList = GetList(GetNode());
-    const QList<QListWidgetItem*> selected =
-        pList != nullptr ? pList->selectedItems() : QList<QListWidgetItem*>();
+    if (pList == nullptr)
+    {
+        return -1;
+    }
+    const QList<QListWidgetItem*> selected = pList->selectedItems();
     return selected.isEmpty() ? -1 : pList->row(selected.front());
 }

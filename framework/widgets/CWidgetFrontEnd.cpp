@@ -75,7 +75,7 @@ uintptr_t RegisterView(QWidget& view)
 {
     std::erase_if(GetViews(), [](const QPointer<QWidget>& pView) { return pView == nullptr; });
     GetViews().emplace_back(&view);
-    return (new CWindowNode(view, EControlKind::Space, 0, nullptr))->GetHandle(); // the view's
+    return CWindowNode::Make(view, EControlKind::Space, 0, nullptr)->GetHandle();
 }
 
 QCursor MakeCursor(const SCursorResource* pCursor, double fScale)

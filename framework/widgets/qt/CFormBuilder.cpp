@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 #include <map>
 
 namespace
@@ -17,7 +18,7 @@ namespace
 // Lengths as shares of the height of a line of text.
 int GetShare(const QWidget& widget, double fShare)
 {
-    return static_cast<int>(widget.fontMetrics().height() * fShare + 0.5);
+    return static_cast<int>(std::lround(widget.fontMetrics().height() * fShare));
 }
 
 constexpr double MARGIN = 0.4;

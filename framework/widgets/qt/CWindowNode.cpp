@@ -48,6 +48,11 @@ CWindowNode::CWindowNode(QWidget& widget, EControlKind eKind, uint32_t uId, CWin
     widget.installEventFilter(this);
 }
 
+CWindowNode* CWindowNode::Make(QWidget& widget, EControlKind eKind, uint32_t uId, CWindow* pParent)
+{
+    return new CWindowNode(widget, eKind, uId, pParent);
+}
+
 CWindowNode::~CWindowNode()
 {
     GetHandles().erase(m_Handle);

@@ -17,8 +17,8 @@ class QMouseEvent;
 class CWindowNode : public QObject
 {
 public:
-    // pParent: whom the window notifies; null for a window of its own.
-    CWindowNode(QWidget& widget, EControlKind eKind, uint32_t uId, CWindow* pParent);
+    // The widget's. pParent: whom the window notifies; null for a window of its own.
+    static CWindowNode* Make(QWidget& widget, EControlKind eKind, uint32_t uId, CWindow* pParent);
     ~CWindowNode() override;
 
     QWidget* GetWidget() const { return m_pWidget; }
@@ -69,6 +69,8 @@ protected:
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
 
 private:
+    CWindowNode(QWidget& widget, EControlKind eKind, uint32_t uId, CWindow* pParent);
+
     bool Handle(QObject* pWatched, QEvent* pEvent);
     bool HandleMouse(QMouseEvent& event);
     bool HandleKey(const QKeyEvent& event);

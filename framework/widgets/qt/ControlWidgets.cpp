@@ -12,11 +12,6 @@
 namespace
 {
 
-CWindowNode* MakeNode(QWidget& widget, EControlKind eKind, uint32_t uId, CWindow* pParent)
-{
-    return new CWindowNode(widget, eKind, uId, pParent); // the widget's
-}
-
 void NotifyFrom(QWidget& widget, ENotify eKind)
 {
     CWindowNode* pNode = CWindowNode::Find(&widget);
@@ -116,7 +111,7 @@ QWidget* MakeControlWidget(EControlKind eKind,
                            CWindow* pParent)
 {
     QWidget* pWidget = MakeWidget(eKind, QString::fromUtf8(pszText), uStyle, pGround);
-    CWindowNode* pNode = MakeNode(*pWidget, eKind, uId, pParent);
+    CWindowNode* pNode = CWindowNode::Make(*pWidget, eKind, uId, pParent);
     pNode->SetStyle(uStyle);
     // A name by which an inspector or a test finds the control.
     pWidget->setObjectName(QString::number(uId));

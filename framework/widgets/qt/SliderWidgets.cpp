@@ -192,7 +192,7 @@ void CSpinWidget::mousePressEvent(QMouseEvent* pEvent)
 {
     if (pEvent->button() == Qt::LeftButton)
     {
-        m_iHeld = pEvent->position().y() < height() / 2 ? 1 : -1;
+        m_iHeld = pEvent->position().toPoint().y() < height() / 2 ? 1 : -1;
         m_Timer.start(FIRST_REPEAT_MS, this);
         update();
         Step(m_iHeld > 0);

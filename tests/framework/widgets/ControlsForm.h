@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-// A form with one control of each kind, ids by kind.
+// A form with one control of each kind, ids by kind. Runs at any scale.
 
 enum EControlId : uint32_t
 {
@@ -57,6 +57,9 @@ protected:
     void Note(ENotify eKind, uint32_t uId, const char* pszName);
 
     std::vector<std::string> TakeNotes() { return std::exchange(m_Notes, {}); }
+
+    // Device pixels of a length in Qt's units.
+    int ToPixels(int iLength) const { return qRound(iLength * m_Form.GetScale()); }
 
     template <class TWidget = QWidget> TWidget* Find(uint32_t uId)
     {

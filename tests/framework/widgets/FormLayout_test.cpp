@@ -12,8 +12,11 @@
 #include <QPalette>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSlider>
 
 #include <gtest/gtest.h>
+
+#include <map>
 
 namespace
 {
@@ -97,6 +100,18 @@ void SavePicture(QWidget& widget, const std::string& strName)
     EXPECT_TRUE(widget.grab().save(strPath)) << strPath.toStdString();
 }
 
+// The sliders of one dialog stand in line in each of its columns.
+void ExpectAligned(const QWidget& content)
+{
+    std::map<int, int> lefts; // by the left side of the group box
+    for (const QSlider* pSlider : content.findChildren<QSlider*>())
+    {
+        const int iGroup = pSlider->parentWidget()->x();
+        const auto [line, bFirst] = lefts.emplace(iGroup, pSlider->x());
+        EXPECT_EQ(line->second, pSlider->x()) << pSlider->objectName().toStdString();
+    }
+}
+
 class CFormLayout : public testing::TestWithParam<uint32_t>
 {
 protected:
@@ -121,6 +136,7 @@ TEST_P(CFormLayout, CutsNoTextAndScrollsWhereItIsTooNarrow)
         view.ShowWindow(true);
         QApplication::processEvents();
         ExpectWholeAndApart(*pArea->widget());
+        ExpectAligned(*pArea->widget());
         EXPECT_FALSE(pArea->horizontalScrollBar()->isVisible());
         SavePicture(*pArea, std::to_string(GetParam()) + (bDark ? "-dark" : "-light"));
 

@@ -23,8 +23,8 @@ protected:
 
     void FillReport(int nRows)
     {
-        m_Report.InsertColumn(0, "Name", 120);
-        m_Report.InsertColumn(1, "Value", 80);
+        m_Report.InsertColumn(0, "Name", ToPixels(120));
+        m_Report.InsertColumn(1, "Value", ToPixels(80));
         for (int i = 0; i < nRows; ++i)
         {
             m_Report.InsertItem(i, ("row " + std::to_string(i)).c_str());
@@ -125,9 +125,10 @@ TEST_F(CLists, AReportHasColumnsRowsIndentationAndPictures)
     images.Add(strip, MakeColor(0, 0, 255));
     Open();
     FillReport(4);
-    EXPECT_EQ(m_Report.GetColumnWidth(0), 120);
-    m_Report.SetColumnWidth(0, 150);
-    EXPECT_EQ(m_Report.GetColumnWidth(0), 150);
+    EXPECT_EQ(m_Report.GetColumnWidth(0), ToPixels(120));
+    m_Report.SetColumnWidth(0, ToPixels(150));
+    EXPECT_EQ(m_Report.GetColumnWidth(0), ToPixels(150));
+    EXPECT_EQ(GetView()->columnWidth(0), 150);
     EXPECT_EQ(m_Report.GetItemCount(), 4);
     m_Report.InsertItem(1, "between");
     EXPECT_EQ(m_Report.GetCellText(2, 0) + m_Report.GetCellText(2, 1), "row 11");
@@ -135,7 +136,7 @@ TEST_F(CLists, AReportHasColumnsRowsIndentationAndPictures)
     EXPECT_EQ(m_Report.GetItemData(3), 103U);
     EXPECT_EQ(m_Report.GetCellText(9, 0) + m_Report.GetCellText(0, 9), "");
     const SRect cell = m_Report.GetCellRect(2, 1);
-    EXPECT_EQ(cell.left, 150);
+    EXPECT_EQ(cell.left, ToPixels(150));
     int iItem = -1;
     int iColumn = -1;
     EXPECT_TRUE(m_Report.HitTest({cell.left + 3, cell.top + 3}, iItem, iColumn));
@@ -151,7 +152,7 @@ TEST_F(CLists, AReportHasColumnsRowsIndentationAndPictures)
     const QImage picture = GetView()->viewport()->grab(row).toImage();
     const auto isBlack = [&](int iX)
     {
-        return picture.pixelColor(iX, row.height() / 2) == QColor(Qt::black);
+        return picture.pixelColor(ToPixels(iX), picture.height() / 2) == QColor(Qt::black);
     };
     EXPECT_TRUE(isBlack(33) && isBlack(46));
     EXPECT_FALSE(isBlack(30));
@@ -179,9 +180,9 @@ TEST_F(CLists, AReportTellsOfSelectionClicksMenusAndColumns)
                                         std::to_string(notification.iValue));
                   });
     }
-    const auto note = [](ENotify eKind, const char* pszWhere)
+    const auto note = [](ENotify eKind, const std::string& strWhere)
     {
-        return std::to_string(static_cast<int>(eKind)) + ":" + pszWhere;
+        return std::to_string(static_cast<int>(eKind)) + ":" + strWhere;
     };
     Open();
     FillReport(3);
@@ -205,7 +206,8 @@ TEST_F(CLists, AReportTellsOfSelectionClicksMenusAndColumns)
     QTest::mousePress(pHeader, Qt::LeftButton, Qt::NoModifier, edge);
     QTest::mouseMove(pHeader, edge + QPoint(20, 0));
     QTest::mouseRelease(pHeader, Qt::LeftButton, Qt::NoModifier, edge + QPoint(20, 0));
-    EXPECT_EQ(TakeNotes().front(), note(ENotify::ColumnResized, "-1,0,140"));
+    EXPECT_EQ(TakeNotes(),
+              (Notes{note(ENotify::ColumnResized, "-1,0," + std::to_string(ToPixels(140)))}));
     m_Report.SelectItem(-1);
     EXPECT_EQ(m_Report.GetSelectedItem(), -1);
 }
@@ -217,14 +219,16 @@ TEST_F(CLists, AnEditorLaidOverACellFollowsIt)
     CEdit editor;
     ASSERT_TRUE(editor.CreateEdit(0, m_Report, 500, {0, 0, 10, 10}));
     EXPECT_EQ(editor.GetParent(), &m_Report);
-    m_Report.PlaceOverCell(editor, 2, 1, 4, 6);
-    const auto getPlace = [this](int iItem)
+    const int iLeft = ToPixels(4);
+    const int iRight = ToPixels(6);
+    m_Report.PlaceOverCell(editor, 2, 1, iLeft, iRight);
+    const auto getPlace = [&](int iItem)
     {
         const SRect cell = m_Report.GetCellRect(iItem, 1);
-        return SRect{cell.left + 4, cell.top, cell.right - 6, cell.bottom};
+        return SRect{cell.left + iLeft, cell.top, cell.right - iRight, cell.bottom};
     };
     EXPECT_EQ(editor.GetWindowRect(), getPlace(2));
-    m_Report.SetColumnWidth(0, 60);
+    m_Report.SetColumnWidth(0, ToPixels(60));
     EXPECT_EQ(editor.GetWindowRect(), getPlace(2));
     m_Report.InsertItem(0, "above");
     QApplication::processEvents();
@@ -244,5 +248,5 @@ TEST_F(CLists, AnEditorLaidOverACellFollowsIt)
     m_Report.RemoveFromCell(editor);
     EXPECT_FALSE(editor.IsWindowVisible());
     editor.DestroyWindow();
-    m_Report.SetColumnWidth(0, 90);
+    m_Report.SetColumnWidth(0, ToPixels(90));
 }

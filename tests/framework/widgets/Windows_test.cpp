@@ -192,19 +192,27 @@ TEST_F(CWindows, AChildWindowPaintsAndTakesMouseKeysAndCapture)
     CCanvas canvas;
     EXPECT_FALSE(canvas.Create(m_Form, 300, {10, 20, 110, 90})) << "the parent has no window";
     Open();
-    ASSERT_TRUE(canvas.Create(m_Form, 300, {10, 20, 110, 90}));
+    const SRect place = {ToPixels(10), ToPixels(20), ToPixels(110), ToPixels(90)};
+    ASSERT_TRUE(canvas.Create(m_Form, 300, place));
     EXPECT_FALSE(canvas.Create(m_Form, 301, {0, 0, 5, 5})) << "it has one";
-    EXPECT_EQ(canvas.GetWindowRect(), (SRect{10, 20, 110, 90}));
-    EXPECT_EQ(canvas.GetClientRect(), (SRect{0, 0, 100, 70}));
+    EXPECT_EQ(canvas.GetWindowRect(), place);
+    EXPECT_EQ(canvas.GetClientRect(), (SRect{0, 0, ToPixels(100), ToPixels(70)}));
     EXPECT_EQ(canvas.GetControlId(), 300U);
     QWidget* pCanvas = GetWidget(canvas);
-    EXPECT_EQ(pCanvas->grab().toImage().pixelColor(50, 30), QColor(10, 90, 200));
+    const QImage picture = pCanvas->grab().toImage();
+    EXPECT_EQ(picture.width(), ToPixels(100));
+    EXPECT_EQ(picture.pixelColor(picture.width() - 1, picture.height() - 1), QColor(10, 90, 200));
 
     QTest::mousePress(pCanvas, Qt::LeftButton, Qt::ControlModifier, QPoint(7, 9));
-    EXPECT_EQ(canvas.lastPoint, (SPoint{7, 9}));
+    const double fScale = canvas.GetScale();
+    const auto toPoint = [fScale](double fX, double fY)
+    {
+        return SPoint{qFloor(fX * fScale), qFloor(fY * fScale)};
+    };
+    EXPECT_EQ(canvas.lastPoint, toPoint(7, 9));
     EXPECT_EQ(QWidget::mouseGrabber(), pCanvas);
     QTest::mouseMove(pCanvas, QPoint(-30, 9));
-    EXPECT_EQ(canvas.lastPoint, (SPoint{-30, 9}));
+    EXPECT_EQ(canvas.lastPoint, toPoint(-30, 9));
     QTest::mouseRelease(pCanvas, Qt::LeftButton, Qt::NoModifier, QPoint(-30, 9));
     EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
     EXPECT_EQ(canvas.strEvents, "Dmu");
