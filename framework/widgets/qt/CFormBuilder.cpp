@@ -156,14 +156,6 @@ QWidget* CFormBuilder::AddControl(const SControlResource& control, QWidget& grou
     {
         m_Form.m_Items[control.uId] = CWindowNode::Find(pWidget);
     }
-    if (pWidget->focusPolicy() != Qt::NoFocus)
-    {
-        if (m_pPrevious != nullptr)
-        {
-            QWidget::setTabOrder(m_pPrevious, pWidget);
-        }
-        m_pPrevious = pWidget;
-    }
     return pWidget;
 }
 

@@ -13,7 +13,7 @@ class QWidget;
 
 // Makes the controls of a dialog template on a widget and lays them out: groups below each other in
 // columns, rows in groups, controls in rows. All lengths follow the font, so nothing is cut at any
-// scale.
+// scale. The keyboard goes through them in the template's order.
 class CFormBuilder
 {
 public:
@@ -30,6 +30,5 @@ private:
 
     CFormWindow& m_Form;
     QWidget& m_Ground;
-    QList<QLabel*> m_FirstLabels;   // of their rows
-    QWidget* m_pPrevious = nullptr; // in the keyboard's order
+    QList<QLabel*> m_FirstLabels; // of their rows
 };

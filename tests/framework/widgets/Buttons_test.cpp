@@ -13,6 +13,7 @@ class CDrawnButton : public CButton
 public:
     SDrawItem item;
     int nPresses = 0;
+    bool bKeepsClicks = false; // its parent does not hear of them
     bool bDownAfterDefault = false;
     ColorRef uGround = 0;
 
@@ -22,6 +23,11 @@ protected:
         item = drawn;
         uGround = drawn.pContext->GetPixel(0, 0);
         drawn.pContext->FillRect(drawn.rect, MakeColor(200, 40, 10));
+    }
+
+    bool OnNotify(SNotification& notification) override
+    {
+        return bKeepsClicks && notification.eKind == ENotify::Clicked;
     }
 
     bool OnLButtonDown(const SMouseEvent&) override
@@ -98,7 +104,10 @@ TEST_F(CButtons, OwnerDrawnOnesGetContextRectangleAndState)
     EXPECT_EQ(picture.width(), qRound(pButton->width() * fScale));
     EXPECT_EQ(m_Drawn.item.uState, 0U);
 
+    int nPressed = 0;
+    QObject::connect(pButton, &QPushButton::pressed, [&nPressed] { ++nPressed; });
     QTest::mousePress(pButton, Qt::LeftButton);
+    EXPECT_EQ(nPressed, 1) << "the usual processing runs once";
     pButton->grab();
     EXPECT_EQ(m_Drawn.item.uState & ITEM_SELECTED, uint32_t{ITEM_SELECTED});
     EXPECT_EQ(m_Drawn.nPresses, 1);
@@ -110,6 +119,10 @@ TEST_F(CButtons, OwnerDrawnOnesGetContextRectangleAndState)
     pButton->setFocus();
     pButton->grab();
     EXPECT_EQ(m_Drawn.item.uState, pButton->hasFocus() ? uint32_t{ITEM_FOCUS} : 0U);
+    TakeNotes();
+    m_Drawn.bKeepsClicks = true;
+    Click(pButton);
+    EXPECT_EQ(TakeNotes(), Notes{});
     m_Drawn.EnableWindow(false);
     pButton->grab();
     EXPECT_EQ(m_Drawn.item.uState, uint32_t{ITEM_DISABLED});

@@ -44,4 +44,13 @@ public:
 
     using CDialog::Bind;
     using CDialog::OnClick;
+
+    int nCancels = 0;
+
+protected:
+    void OnCancel() override
+    {
+        ++nCancels;
+        CDialog::OnCancel();
+    }
 };

@@ -4,6 +4,7 @@
 
 #include <QLineEdit>
 #include <QSlider>
+#include <QTimer>
 #include <QWheelEvent>
 
 namespace
@@ -264,6 +265,15 @@ TEST_F(CFields, SpinsStepCountAndCanBeRefused)
     QTest::keyClick(Find(ID_EDIT), Qt::Key_Down);
     QTest::keyClick(Find(ID_NUMBER), Qt::Key_Down);
     EXPECT_EQ(TakeNotes(), (Notes{"1", "-1"}));
+
+    // Another form in the same window has its own control of that id.
+    CTestView other(CONTROLS_FORM);
+    ASSERT_TRUE(other.Create(&m_Form));
+    m_Spin.SetBuddy(ID_NUMBER);
+    QTest::keyClick(other.Find(ID_NUMBER), Qt::Key_Up);
+    EXPECT_EQ(TakeNotes(), Notes{});
+    QTest::keyClick(Find(ID_NUMBER), Qt::Key_Up);
+    EXPECT_EQ(TakeNotes(), (Notes{"1"}));
 }
 
 TEST_F(CFields, AHeldArrowRepeatsUntilItIsLetGo)
@@ -275,6 +285,8 @@ TEST_F(CFields, AHeldArrowRepeatsUntilItIsLetGo)
     EXPECT_TRUE(QTest::qWaitFor([this] { return m_Notes.size() >= 3; }));
     QTest::mouseRelease(pSpin, Qt::LeftButton, Qt::NoModifier, QPoint(4, 3));
     TakeNotes();
-    QApplication::processEvents();
+    bool bLater = false; // several repeats later
+    QTimer::singleShot(200, [&bLater] { bLater = true; });
+    EXPECT_TRUE(QTest::qWaitFor([&bLater] { return bLater; }));
     EXPECT_EQ(TakeNotes(), Notes{});
 }

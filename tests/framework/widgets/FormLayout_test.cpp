@@ -147,6 +147,7 @@ TEST_P(CFormLayout, CutsNoTextAndScrollsWhereItIsTooNarrow)
         EXPECT_TRUE(pArea->verticalScrollBar()->isVisible());
         pArea->resize(size * 2);
         QApplication::processEvents();
+        EXPECT_EQ(pArea->widget()->size(), pArea->viewport()->size());
         ExpectWholeAndApart(*pArea->widget());
         EXPECT_FALSE(pArea->horizontalScrollBar()->isVisible());
     }

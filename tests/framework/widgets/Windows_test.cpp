@@ -301,5 +301,6 @@ TEST_F(CWindows, ModalDialogsAnswerAndModelessOnesHide)
         act(*GetWidget(modeless));
         EXPECT_TRUE(modeless.IsWindow());
         EXPECT_FALSE(modeless.IsWindowVisible());
+        EXPECT_EQ(modeless.nCancels, uAnswer == DIALOG_CANCEL ? 1 : 0);
     }
 }
