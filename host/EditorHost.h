@@ -74,8 +74,8 @@ public:
     // True when the host has dealt with the view action itself.
     virtual bool HandlesViewAction(ViewId view, uint32_t uActionHandle) = 0;
 
-    // Creates and shows the plug-in's docked panel: an object of the class, which the host owns, then
-    // its window. pClass: borrowed, static storage of the library.
+    // Creates and shows the plug-in's docked panel: an object of the class, which the host owns,
+    // then its window. pClass: borrowed, static storage of the library.
     virtual void OpenPluginView(const CRuntimeClass* pClass) = 0;
     virtual void ClosePluginView() = 0;
     virtual ModeManager* GetModeManager() = 0; // borrowed, never null
