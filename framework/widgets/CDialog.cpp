@@ -42,6 +42,25 @@ private:
     }
 };
 
+namespace
+{
+
+// So that the keyboard works as soon as the window is there.
+void FocusFirstControl(QWidget& dialog)
+{
+    QWidget* pNext = dialog.nextInFocusChain();
+    while (pNext != &dialog && (pNext->focusPolicy() & Qt::TabFocus) == 0)
+    {
+        pNext = pNext->nextInFocusChain();
+    }
+    if (pNext != &dialog)
+    {
+        pNext->setFocus();
+    }
+}
+
+} // namespace
+
 CDialog::CDialog(uint32_t uTemplateId)
     : CFormWindow(uTemplateId)
 {
@@ -63,6 +82,7 @@ bool CDialog::Create(CWindow* pParent)
     CFormBuilder(*this, *pWidget).Build(*pTemplate);
     AttachControls();
     OnInit();
+    FocusFirstControl(*pWidget);
     return true;
 }
 
