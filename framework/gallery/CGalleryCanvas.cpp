@@ -5,6 +5,10 @@
 #include "framework/drawing/SystemColors.h"
 #include "resources/PluginResources.h"
 
+#include <cmath>
+#include <iterator>
+#include <string>
+
 namespace
 {
 
@@ -20,7 +24,7 @@ struct SSheet
 
     int Scale(int iLength) const
     {
-        return static_cast<int>(iLength * context.GetScale() + 0.5);
+        return static_cast<int>(std::lround(iLength * context.GetScale()));
     }
 
     SRect Place(int iTop, int iHeight) const

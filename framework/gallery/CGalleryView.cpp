@@ -1,7 +1,7 @@
 #include "framework/gallery/CGalleryView.h"
 
-#include "framework/core/ChooseColor.h"
 #include "framework/core/CMenu.h"
+#include "framework/core/ChooseColor.h"
 #include "framework/core/CursorPos.h"
 #include "framework/core/MessageBox.h"
 #include "framework/core/PopupMenu.h"
@@ -19,9 +19,14 @@ constexpr int HIGHEST = 100;
 constexpr uint32_t CELL_EDITOR = 9201;
 constexpr int ROWS = 12;
 
-const char* const SCROLL_NAMES[] = {
-    "line left", "line right", "page left", "page right", "thumb position", "thumb track", "left",
-    "right"};
+const char* const SCROLL_NAMES[] = {"line left",
+                                    "line right",
+                                    "page left",
+                                    "page right",
+                                    "thumb position",
+                                    "thumb track",
+                                    "left",
+                                    "right"};
 
 class CGalleryDialog : public CDialog
 {
@@ -86,11 +91,12 @@ void CGalleryView::Listen()
        {
            Note("spin " + std::to_string(notification.iValue));
            ReadControls();
-           m_Number = std::clamp(
-               m_Number + static_cast<float>(notification.iValue), 0.0F, float{HIGHEST});
+           m_Number =
+               std::clamp(m_Number + static_cast<float>(notification.iValue), 0.0F, float{HIGHEST});
            WriteControls();
        });
-    OnSelectionChange(GALLERY_LIST, [this] { Note("list " + m_List.GetItemText(m_List.GetCurSel())); });
+    OnSelectionChange(GALLERY_LIST,
+                      [this] { Note("list " + m_List.GetItemText(m_List.GetCurSel())); });
     OnSelectionChange(GALLERY_DROP, [this] { Note("drop " + m_Drop.GetWindowText()); });
     On(ENotify::SelectionChanged,
        GALLERY_REPORT,
@@ -127,7 +133,9 @@ void CGalleryView::Fill()
         m_Drop.AddString(pszText);
     }
     const auto toPixels = [this](int iLength)
-    { return static_cast<int>(iLength * m_Report.GetScale()); };
+    {
+        return static_cast<int>(iLength * m_Report.GetScale());
+    };
     m_Report.InsertColumn(0, "Name", toPixels(120));
     m_Report.InsertColumn(1, "Value", toPixels(80));
     for (int i = 0; i < ROWS; ++i)
@@ -239,10 +247,8 @@ void CGalleryView::AskColor()
 {
     uint32_t uColor = 0;
     char szText[32];
-    std::snprintf(szText,
-                  sizeof(szText),
-                  ChooseColor(uColor) ? "color %06x" : "color cancelled",
-                  uColor);
+    std::snprintf(
+        szText, sizeof(szText), ChooseColor(uColor) ? "color %06x" : "color cancelled", uColor);
     Note(szText);
 }
 

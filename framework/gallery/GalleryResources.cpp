@@ -66,35 +66,34 @@ constexpr SGroupResource GROUPS[] = {{"Buttons", BUTTON_ROWS},
 
 constexpr SControlResource ANSWER_TEXT[] = {
     {.pszText = "Answer :"}, {.uId = GALLERY_EDIT, .eKind = EControlKind::Edit, .iWeight = 1}};
-constexpr SControlResource ANSWERS[] = {{.eKind = EControlKind::Space, .iWeight = 1},
-                                        {.uId = DIALOG_OK,
-                                         .eKind = EControlKind::PushButton,
-                                         .pszText = "OK",
-                                         .iWidth = 10,
-                                         .uStyle = CONTROL_DEFAULT},
-                                        {.uId = DIALOG_CANCEL,
-                                         .eKind = EControlKind::PushButton,
-                                         .pszText = "Cancel",
-                                         .iWidth = 10}};
+constexpr SControlResource ANSWERS[] = {
+    {.eKind = EControlKind::Space, .iWeight = 1},
+    {.uId = DIALOG_OK,
+     .eKind = EControlKind::PushButton,
+     .pszText = "OK",
+     .iWidth = 10,
+     .uStyle = CONTROL_DEFAULT},
+    {.uId = DIALOG_CANCEL, .eKind = EControlKind::PushButton, .pszText = "Cancel", .iWidth = 10}};
 constexpr SRowResource ANSWER_ROWS[] = {{ANSWER_TEXT}, {ANSWERS}};
 constexpr SGroupResource ANSWER_GROUPS[] = {{nullptr, ANSWER_ROWS}};
 
 constexpr SDialogResource DIALOGS[] = {{GALLERY_FORM, "Gallery", GROUPS},
                                        {GALLERY_DIALOG, "Dialog", ANSWER_GROUPS}};
 
-constexpr SStringResource TIPS[] = {{GALLERY_PUSH, "Push button"},
-                                    {GALLERY_CHECK, "Check box"},
-                                    {GALLERY_THREE, "Check box with three states"},
-                                    {GALLERY_TOGGLE, "Push-like check button"},
-                                    {GALLERY_DRAWN, "Owner-drawn button"},
-                                    {GALLERY_EDIT, "Edit"},
-                                    {GALLERY_READ_ONLY, "Edit that is read only"},
-                                    {GALLERY_SLIDER, "Slider"},
-                                    {GALLERY_NUMBER, "Edit with a number, buddy of the spin button"},
-                                    {GALLERY_SPIN, "Spin button"},
-                                    {GALLERY_LIST, "List box"},
-                                    {GALLERY_DROP, "Drop-down list"},
-                                    {GALLERY_REPORT, "List view in report style"}};
+constexpr SStringResource TIPS[] = {
+    {GALLERY_PUSH, "Push button"},
+    {GALLERY_CHECK, "Check box"},
+    {GALLERY_THREE, "Check box with three states"},
+    {GALLERY_TOGGLE, "Push-like check button"},
+    {GALLERY_DRAWN, "Owner-drawn button"},
+    {GALLERY_EDIT, "Edit"},
+    {GALLERY_READ_ONLY, "Edit that is read only"},
+    {GALLERY_SLIDER, "Slider"},
+    {GALLERY_NUMBER, "Edit with a number, buddy of the spin button"},
+    {GALLERY_SPIN, "Spin button"},
+    {GALLERY_LIST, "List box"},
+    {GALLERY_DROP, "Drop-down list"},
+    {GALLERY_REPORT, "List view in report style"}};
 
 } // namespace
 
