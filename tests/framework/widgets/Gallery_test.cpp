@@ -62,8 +62,8 @@ protected:
                                for (const Qt::Key eKey : keys)
                                {
                                    QWidget* pOpen = QApplication::activePopupWidget();
-                                   pOpen = pOpen != nullptr ? pOpen
-                                                            : QApplication::activeModalWidget();
+                                   pOpen =
+                                       pOpen != nullptr ? pOpen : QApplication::activeModalWidget();
                                    ASSERT_NE(pOpen, nullptr);
                                    QWidget* pFocus = pOpen->focusWidget();
                                    QTest::keyClick(pFocus != nullptr ? pFocus : pOpen, eKey);
@@ -119,6 +119,7 @@ TEST_F(CGallery, IsWorkedWithTheKeyboardAlone)
         {GALLERY_REPORT, {Qt::Key_Down, Qt::Key_Down}, {"row 1", "row 2"}},
         {GALLERY_DROP, {Qt::Key_Down, Qt::Key_Down}, {"drop 33x33", "drop 65x65"}},
     };
+
     QWidget* pFirst = GetWidget(m_View)->findChild<QWidget*>(QString::number(GALLERY_PUSH));
     pFirst->setFocus();
     for (const auto& [uId, keys, notes] : steps)
@@ -148,6 +149,7 @@ TEST_F(CGallery, IsWorkedWithTheKeyboardAlone)
         {GALLERY_MENU, {Qt::Key_Down, Qt::Key_Return}, "menu 1"},
         {GALLERY_MENU, {Qt::Key_Escape}, "menu 0"},
     };
+
     for (const auto& [uId, answer, strNote] : questions)
     {
         SCOPED_TRACE(strNote);
