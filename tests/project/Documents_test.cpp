@@ -169,6 +169,7 @@ TEST(Documents, ProgramsAndOptionsExist)
         strKnown += ReadFile(strScript);
     }
     std::map<std::string, std::string> help;
+    strKnown += RunCommand("framework-gallery --help").strOutput; // has no manual page
     for (const std::string& strProgram : ListPrograms())
     {
         const SRun run = RunCommand(strProgram + " --help");
