@@ -1,9 +1,8 @@
 // The library that ships with its windows: the panel that the host docks and the dialog that the
 // plug-in opens, and that nothing of them is left when the library is closed.
 
-#include "framework/core/CMenu.h"
 #include "framework/core/CRuntimeClass.h"
-#include "framework/core/CToolBar.h"
+#include "framework/core/ResourceModule.h"
 #include "framework/widgets/CFormView.h"
 #include "framework/widgets/qt/WidgetAccess.h"
 #include "tests/plugin/PluginLibraryFixture.h"
@@ -98,6 +97,34 @@ TEST_F(CPluginWindows, ThePanelOpensClosesAndKeepsItsLimits)
     EXPECT_EQ(GetWidget(*m_View)->findChild<QLineEdit*>("2199")->text(), "640");
     m_View.reset(); // by the person: the host says so afterwards
     m_Plugin->OnHostNotify(1, 0);
+    ASSERT_NO_FATAL_FAILURE(Close());
+    EXPECT_EQ(m_Log.GetText(), "");
+}
+
+TEST_F(CPluginWindows, WindowsAndTipsAreThePluginsUnderAnotherCurrentModule)
+{
+    // What a host might have current: the same ids, other content.
+    static constexpr SStringResource s_Texts[] = {{2191, "other tip"}};
+    static constexpr SDialogResource s_Dialogs[] = {{2101, "Other panel", {}},
+                                                    {2111, "Other dialog", {}}};
+    static const SResourceModule s_Other = {
+        .pszName = "other", .strings = s_Texts, .dialogs = s_Dialogs};
+    ASSERT_NO_FATAL_FAILURE(Open());
+    {
+        const CResourceScope other(&s_Other);
+        m_Plugin->OnCommand(PANEL_COMMAND);
+        EXPECT_EQ(GetCurrentResourceModule(), &s_Other);
+        ASSERT_NE(m_View, nullptr);
+        EXPECT_NE(GetWidget(*m_View)->findChild<QWidget*>("2200"), nullptr);
+        m_Plugin->OnCommand(DIALOG_COMMAND);
+        EXPECT_EQ(GetCurrentResourceModule(), &s_Other);
+        QWidget* pDialog = FindWindow("Edit bitmap on terrain");
+        ASSERT_NE(pDialog, nullptr);
+        EXPECT_EQ(GetTip(pDialog->findChild<QWidget*>("2191")), "Mapping mode");
+        EXPECT_EQ(GetCurrentResourceModule(), &s_Other);
+        m_Plugin->OnCommand(PANEL_COMMAND);
+        EXPECT_EQ(GetCurrentResourceModule(), &s_Other);
+    }
     ASSERT_NO_FATAL_FAILURE(Close());
     EXPECT_EQ(m_Log.GetText(), "");
 }
