@@ -11,6 +11,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -305,6 +306,48 @@ void ExportStl(benchmark::State& state)
     std::filesystem::remove(strPlain);
 }
 
+// The ground under the cursor, seen from just above the hills: a thousand lines between places all
+// over the terrain. The yardstick for one line looks at the heights of one row.
+void PickGround(benchmark::State& state)
+{
+    constexpr uint32_t LINES = 1000;
+    const auto uVertices = static_cast<uint32_t>(state.range(0));
+    const CTerrain& terrain = GetBenchHost(uVertices).GetTerrain();
+    const auto fSide = static_cast<float>(uVertices - 1);
+    const auto spread = [&](uint32_t i, double fBy) // evenly, over one side
+    {
+        return fSide * static_cast<float>(std::fmod(i * fBy, 1.0));
+    };
+    CRatio ratio;
+    SVec3 hit;
+    for (auto _ : state)
+    {
+        const double fTool = TakeTime(
+            [&]
+            {
+                for (uint32_t i = 1; i <= LINES; ++i)
+                {
+                    const SVec3 from = {spread(i, 0.618), 950.0F, spread(i, 0.414)};
+                    const SVec3 to = {spread(i, 0.732), 600.0F, spread(i, 0.236)};
+                    const SVec3 by = {to.x - from.x, to.y - from.y, to.z - from.z};
+                    benchmark::DoNotOptimize(terrain.PickRay(from, by, hit));
+                }
+            });
+        const double fPlain = TakeTime(
+            [&]
+            {
+                for (size_t i = 0; i < LINES; ++i)
+                {
+                    const float* pRow = terrain.GetHeightData() + i * uVertices;
+                    benchmark::DoNotOptimize(*std::max_element(pRow, pRow + uVertices));
+                }
+            });
+        ratio.Add(fTool / LINES, fPlain / LINES);
+        state.SetIterationTime(fTool / LINES);
+    }
+    Report(state, ratio);
+}
+
 } // namespace
 
 BENCHMARK_CAPTURE(OperationPoint, RelativeHeight, "RelativeHeightFunction")
@@ -345,5 +388,12 @@ BENCHMARK_CAPTURE(HeightFile, Read4097, false)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(ExportStl)->Iterations(8)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(PickGround)
+    ->Arg(1025)
+    ->Arg(4097)
+    ->ArgName("terrain")
+    ->Iterations(20)
+    ->UseManualTime()
+    ->Unit(benchmark::kMicrosecond);
 
 BENCHMARK_MAIN();

@@ -102,5 +102,7 @@ TELLUR_API int remove(const char* pszPath);
 // read-only one (default: none). Null or "" sets the default.
 TELLUR_API void set_user_root(const char* pszFolder);
 TELLUR_API void set_data_root(const char* pszFolder);
+TELLUR_API std::string get_user_root(); // absolute, without a separator at the end
+TELLUR_API std::string get_data_root(); // empty when there is none
 
 } // namespace fs

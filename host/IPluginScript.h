@@ -43,4 +43,6 @@ public:
     virtual SDragStatistics TakeDragStatistics() = 0;
     // Class name of the current brush's function; empty without one.
     virtual std::string GetFunctionName() = 0;
+    // Side of the current brush's footprint, terrain units; 0 without one.
+    virtual float GetBrushExtent() = 0;
 };

@@ -91,6 +91,7 @@ public:
     bool WriteState(fs::ifile& file) override;
     SDragStatistics TakeDragStatistics() override;
     std::string GetFunctionName() override;
+    float GetBrushExtent() override;
 
     // PluginContext
     EditorHost* GetEditorHost() const override { return m_pEditorHost; }

@@ -206,6 +206,11 @@ SDragStatistics IPluginImpl::TakeDragStatistics()
     return std::exchange(m_DragStatistics, {});
 }
 
+float IPluginImpl::GetBrushExtent()
+{
+    return m_pCurrentBrush != nullptr ? m_pCurrentBrush->GetExtent() : 0.0F;
+}
+
 std::string IPluginImpl::GetFunctionName()
 {
     const char* pszName = m_pCurrentBrush != nullptr && m_pCurrentBrush->GetRTTIObject() != nullptr

@@ -247,4 +247,14 @@ void set_data_root(const char* pszFolder)
     g_DataRoot = MakeAbsoluteFolder(pszFolder);
 }
 
+std::string get_user_root()
+{
+    return g_UserRoot.empty() ? MakeAbsoluteFolder(".") : g_UserRoot;
+}
+
+std::string get_data_root()
+{
+    return g_DataRoot;
+}
+
 } // namespace fs

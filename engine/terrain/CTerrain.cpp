@@ -1,5 +1,6 @@
 #include "engine/terrain/CTerrain.h"
 
+#include "engine/terrain/CRayPicker.h"
 #include "engine/terrain/HeightFile.h"
 #include "engine/terrain/StlFile.h"
 #include "host/Log.h"
@@ -242,6 +243,28 @@ float CTerrain::GetHeightAt(float fX, float fZ) const
     return fUpper * (1.0F - atZ.fFraction) + fLower * atZ.fFraction;
 }
 
+bool CTerrain::PickRay(const SVec3& origin, const SVec3& direction, SVec3& hit) const
+{
+    const CHeightPyramid* pPyramid = FetchPyramid();
+    const SHeightView view = GetView();
+    return pPyramid != nullptr &&
+           CRayPicker(view, *pPyramid, GetSize()).Pick(origin, direction, hit);
+}
+
+bool CTerrain::GetHeightRange(const SVertexRect& rect, float& fMin, float& fMax) const
+{
+    const CHeightPyramid* pPyramid = FetchPyramid();
+    const SHeightRange range =
+        pPyramid != nullptr ? pPyramid->GetRange(GetView(), rect) : SHeightRange();
+    if (range.IsEmpty())
+    {
+        return false;
+    }
+    fMin = range.fMin;
+    fMax = range.fMax;
+    return true;
+}
+
 SVec3 CTerrain::GetNormal(uint32_t uX, uint32_t uZ)
 {
     const int16_t* pNormals = GetNormals();
@@ -285,6 +308,19 @@ SHeightView CTerrain::GetView() const
             m_Field.uSizeZ,
             size.x / static_cast<float>(GetCellsPerSide()),
             size.z / static_cast<float>(GetCellsPerSideZ())};
+}
+
+// Null, with one logged line, when there is no memory for it.
+const CHeightPyramid* CTerrain::FetchPyramid() const
+{
+    SVertexRect changed;
+    if (TakeDirtyRegion(m_PyramidSeen, changed) && !m_Pyramid.Update(GetView(), changed))
+    {
+        m_PyramidSeen = 0;
+        CrashLog("[CTerrain::FetchPyramid] no memory to find points on the ground\n");
+        return nullptr;
+    }
+    return &m_Pyramid;
 }
 
 void CTerrain::OnHeightsChanged(const SVertexRect& rect)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/terrain/CDirtyRegions.h"
+#include "engine/terrain/CHeightPyramid.h"
 #include "engine/terrain/CNormalField.h"
 #include "engine/terrain/SHeightField.h"
 #include "host/Export.h"
@@ -65,6 +66,17 @@ public:
     // Bilinear inside the cell; outside, and for NaN, the height at the border.
     float GetHeightAt(float fX, float fZ) const;
 
+    // Where a half-line (terrain units, a direction of any length) first meets the ground, from
+    // above or below. Ground are the two triangles of each cell, divided from its south-west corner
+    // (0, 1) to its north-east corner (1, 0) as in the STL export; vertices below 0 are ground too.
+    // False, and hit is left alone, for a miss, a direction of length 0 and what is no number.
+    // Takes microseconds, and once after a change of heights what its vertices cost to look at.
+    bool PickRay(const SVec3& origin, const SVec3& direction, SVec3& hit) const;
+
+    // Lowest and highest height of the vertices in rect, exact, mostly from whole blocks. False,
+    // and nothing is written, when there is none.
+    bool GetHeightRange(const SVertexRect& rect, float& fMin, float& fMax) const;
+
     // Unit normal of a vertex inside the terrain, y up. The first call of this or GetNormals
     // computes all of them; after that they follow the heights at the cost of what changed.
     SVec3 GetNormal(uint32_t uX, uint32_t uZ);
@@ -95,11 +107,14 @@ public:
 
 private:
     SHeightView GetView() const;
+    const CHeightPyramid* FetchPyramid() const;
     void OnHeightsChanged(const SVertexRect& rect);
 
     SHeightField m_Field;
     CNormalField m_Normals;
     CDirtyRegions m_Dirty;
+    mutable CHeightPyramid m_Pyramid; // made when first asked for
+    mutable uint64_t m_PyramidSeen = 0;
     SProjectedTexture m_Projected;
     SMatrix4 m_OverlayTransform;
     std::string m_EditMaterial;

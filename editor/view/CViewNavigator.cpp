@@ -1,0 +1,379 @@
+#include "editor/view/CViewNavigator.h"
+
+#include "editor/view/Vectors.h"
+#include "editor/view/ViewGround.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CCamera.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr float ORBIT_DEGREES = 0.5F;  // a pixel
+constexpr double NOTCH_FACTOR = 0.8;   // of the distance, a notch
+constexpr float NOTCH_LIMIT = 30.0F;   // at once
+constexpr float FARTHEST_ZOOM = 20.0F; // sizes of the terrain
+constexpr float MARGIN = 1.05F;        // around what is framed
+constexpr float FAST = 4.0F;
+constexpr float FIRST_PITCH = -35.0F;
+constexpr float COORDINATE_LIMIT = 1e9F;
+
+bool IsUsable(const SVec3& position)
+{
+    return std::fabs(position.x) < COORDINATE_LIMIT && std::fabs(position.y) < COORDINATE_LIMIT &&
+           std::fabs(position.z) < COORDINATE_LIMIT;
+}
+
+// -1, 0 or 1.
+float GetAxis(bool bNegative, bool bPositive)
+{
+    return (bPositive ? 1.0F : 0.0F) - (bNegative ? 1.0F : 0.0F);
+}
+
+} // namespace
+
+CViewNavigator::CViewNavigator(CCamera* pCamera)
+    : m_Camera(pCamera)
+{
+}
+
+void CViewNavigator::SetSize(int iWidth, int iHeight)
+{
+    m_Width = std::max(iWidth, 1);
+    m_Height = std::max(iHeight, 1);
+}
+
+SViewProjection CViewNavigator::GetProjection(const CTerrain* pTerrain) const
+{
+    SViewProjection view = GetView(pTerrain);
+    SetDepthRange(view, pTerrain);
+    return view;
+}
+
+void CViewNavigator::StartOrbit(const CTerrain* pTerrain, float fX, float fY)
+{
+    m_IsPanning = false;
+    m_IsOrbiting = !IsTop() && std::isfinite(fX) && std::isfinite(fY);
+    if (!m_IsOrbiting)
+    {
+        return;
+    }
+    if (!Pick(pTerrain, fX, fY, m_Grabbed))
+    {
+        m_Grabbed = FindPoint(
+            pTerrain, static_cast<float>(m_Width) * 0.5F, static_cast<float>(m_Height) * 0.5F);
+    }
+    const SVec3 offset = Subtract(m_Grabbed, m_Camera->GetPosition());
+    m_Offset = {Dot(offset, m_Camera->GetRight()),
+                Dot(offset, m_Camera->GetUp()),
+                Dot(offset, m_Camera->GetForward())};
+}
+
+void CViewNavigator::Orbit(const CTerrain* pTerrain, float fStepX, float fStepY)
+{
+    if (!m_IsOrbiting || !std::isfinite(fStepX) || !std::isfinite(fStepY))
+    {
+        return;
+    }
+    const float fYaw = m_Camera->GetYaw();
+    const float fPitch = m_Camera->GetPitch();
+    // Where the ground stops the tilt, the turn alone may still be free.
+    for (const float fTilt : {fStepY * ORBIT_DEGREES, 0.0F})
+    {
+        m_Camera->SetAngles(fYaw + std::fmod(fStepX * ORBIT_DEGREES, 360.0F), fPitch - fTilt);
+        SVec3 position = AddScaled(m_Grabbed, m_Camera->GetRight(), -m_Offset.x);
+        position = AddScaled(position, m_Camera->GetUp(), -m_Offset.y);
+        if (MoveTo(pTerrain, AddScaled(position, m_Camera->GetForward(), -m_Offset.z)))
+        {
+            return;
+        }
+    }
+    m_Camera->SetAngles(fYaw, fPitch);
+}
+
+void CViewNavigator::StartPan(const CTerrain* pTerrain, float fX, float fY)
+{
+    m_IsOrbiting = false;
+    m_IsPanning = std::isfinite(fX) && std::isfinite(fY);
+    if (!m_IsPanning)
+    {
+        return;
+    }
+    m_Grabbed = FindPoint(pTerrain, fX, fY);
+    const SViewProjection view = GetView(pTerrain);
+    m_Offset = {0.0F, 0.0F, Dot(Subtract(m_Grabbed, view.position), view.forward)};
+}
+
+void CViewNavigator::Pan(const CTerrain* pTerrain, float fX, float fY)
+{
+    if (!m_IsPanning || !std::isfinite(fX) || !std::isfinite(fY))
+    {
+        return;
+    }
+    const SViewProjection view = GetView(pTerrain);
+    const SRay ray = view.GetRay(fX, fY);
+    if (!IsTop())
+    {
+        const float fDistance = m_Offset.z / Dot(ray.direction, view.forward);
+        MoveTo(pTerrain, AddScaled(m_Grabbed, ray.direction, -fDistance));
+        return;
+    }
+    const SVec3 center = AddScaled(Subtract(m_Grabbed, ray.origin), view.position, 1.0F);
+    if (IsUsable(center))
+    {
+        m_CenterX = center.x;
+        m_CenterZ = center.z;
+    }
+}
+
+void CViewNavigator::Zoom(const CTerrain* pTerrain, float fX, float fY, float fNotches)
+{
+    if (!std::isfinite(fX) || !std::isfinite(fY) || !std::isfinite(fNotches))
+    {
+        return;
+    }
+    const double fFactor = std::pow(NOTCH_FACTOR, std::clamp(fNotches, -NOTCH_LIMIT, NOTCH_LIMIT));
+    if (IsTop())
+    {
+        ZoomTop(pTerrain, fX, fY, fFactor);
+        return;
+    }
+    const SVec3 position = m_Camera->GetPosition();
+    const SVec3 direction = GetView(pTerrain).GetRay(fX, fY).direction;
+    const float fDistance = GetLength(Subtract(FindPoint(pTerrain, fX, fY), position));
+    const float fNearest = std::min(fDistance, GetClearance(pTerrain));
+    const float fFarthest = std::max(fDistance, FARTHEST_ZOOM * GetDiagonal(pTerrain));
+    const auto fWanted = static_cast<float>(fDistance * fFactor);
+    float fAhead = fDistance - std::clamp(fWanted, fNearest, fFarthest);
+    // Ahead there is nothing up to the point. Behind the camera there may be a hill.
+    const SVec3 back = {-direction.x, -direction.y, -direction.z};
+    SVec3 hit;
+    if (fAhead < 0.0F && pTerrain != nullptr && pTerrain->PickRay(position, back, hit))
+    {
+        const float fRoom = GetLength(Subtract(hit, position)) - GetClearance(pTerrain);
+        fAhead = std::max(fAhead, -std::max(fRoom, 0.0F));
+    }
+    const SVec3 target = AddScaled(position, direction, fAhead);
+    // From beside the terrain the way can lead below it.
+    const bool bSinks =
+        GetGroundRoom(pTerrain, position) > 0.0F && GetGroundRoom(pTerrain, target) <= 0.0F;
+    if (IsUsable(target) && !bSinks)
+    {
+        m_Camera->SetPosition(target);
+    }
+}
+
+bool CViewNavigator::Fly(const CTerrain* pTerrain, const SFlyKeys& keys, float fSeconds)
+{
+    if (!(fSeconds > 0.0F))
+    {
+        return false;
+    }
+    const float fTime = std::min(fSeconds, 0.25F) * (keys.bFast ? FAST : 1.0F);
+    if (IsTop())
+    {
+        return FlyTop(pTerrain, keys, fTime);
+    }
+    const SVec3 from = m_Camera->GetPosition();
+    SVec3 way = AddScaled({}, m_Camera->GetForward(), GetAxis(keys.bBack, keys.bForward));
+    way = AddScaled(way, m_Camera->GetRight(), GetAxis(keys.bLeft, keys.bRight));
+    way.y += GetAxis(keys.bDown, keys.bUp);
+    const float fLength = GetLength(way);
+    if (fLength < 1e-3F)
+    {
+        return false;
+    }
+    const float fSpeed =
+        std::max(GetGroundDistance(pTerrain, from), 16.0F * GetClearance(pTerrain));
+    const float fTravel = fSpeed * fTime;
+    SVec3 position = AddScaled(from, way, fTravel / fLength);
+    const float fLack = GetRoomToKeep(pTerrain, from) - GetGroundRoom(pTerrain, position);
+    // From beside the terrain, below it, a step inward would end in a jump to its top.
+    const bool bBeside = GetGroundRoom(pTerrain, from) >= GROUND_NONE;
+    if (!IsUsable(position) || (bBeside && fLack > 4.0F * fTravel))
+    {
+        return false;
+    }
+    position.y += std::max(fLack, 0.0F);
+    m_Camera->SetPosition(position);
+    return true;
+}
+
+void CViewNavigator::Frame(const CTerrain* pTerrain, const SExtents& box)
+{
+    const float fLeast = 8.0F * GetClearance(pTerrain); // half side
+    if (!IsUsable(box.min) || !IsUsable(box.max))
+    {
+        return;
+    }
+    if (IsTop())
+    {
+        FrameTop(box, fLeast);
+        return;
+    }
+    for (const float fPitch : {m_Camera->GetPitch(), FIRST_PITCH, -60.0F, -90.0F})
+    {
+        m_Camera->SetAngles(m_Camera->GetYaw(), fPitch);
+        FrameFrom(box, fLeast);
+        if (GetGroundRoom(pTerrain, m_Camera->GetPosition()) >= GetClearance(pTerrain))
+        {
+            return;
+        }
+    }
+}
+
+void CViewNavigator::FrameSpot(const CTerrain* pTerrain, const SVec3& point, float fRadius)
+{
+    const float fHalf = std::fabs(fRadius);
+    Frame(pTerrain, {AddScaled(point, {1, 1, 1}, -fHalf), AddScaled(point, {1, 1, 1}, fHalf)});
+}
+
+void CViewNavigator::FrameTerrain(const CTerrain* pTerrain)
+{
+    if (!IsTop())
+    {
+        m_Camera->SetAngles(0.0F, FIRST_PITCH);
+    }
+    Frame(pTerrain, GetGroundBox(pTerrain));
+}
+
+bool CViewNavigator::Pick(const CTerrain* pTerrain, float fX, float fY, SVec3& hit) const
+{
+    const SRay ray = GetView(pTerrain).GetRay(fX, fY);
+    return pTerrain != nullptr && pTerrain->PickRay(ray.origin, ray.direction, hit);
+}
+
+SViewProjection CViewNavigator::GetView(const CTerrain* pTerrain) const
+{
+    SViewProjection view;
+    view.iWidth = m_Width;
+    view.iHeight = m_Height;
+    if (IsTop())
+    {
+        view.position = {
+            m_CenterX, GetGroundBox(pTerrain).max.y + GetClearance(pTerrain), m_CenterZ};
+        view.up = {0.0F, 0.0F, -1.0F};
+        view.forward = {0.0F, -1.0F, 0.0F};
+        view.bOrthographic = true;
+        view.fHalfHeight = m_HalfHeight;
+        return view;
+    }
+    view.position = m_Camera->GetPosition();
+    view.right = m_Camera->GetRight();
+    view.up = m_Camera->GetUp();
+    view.forward = m_Camera->GetForward();
+    return view;
+}
+
+SVec3 CViewNavigator::FindPoint(const CTerrain* pTerrain, float fX, float fY) const
+{
+    SVec3 hit;
+    if (Pick(pTerrain, fX, fY, hit))
+    {
+        return hit;
+    }
+    const SViewProjection view = GetView(pTerrain);
+    const SRay ray = view.GetRay(fX, fY);
+    if (IsTop())
+    {
+        return ray.origin;
+    }
+    const float fMiddleX = static_cast<float>(m_Width) * 0.5F;
+    const float fMiddleY = static_cast<float>(m_Height) * 0.5F;
+    const bool bMiddle = Pick(pTerrain, fMiddleX, fMiddleY, hit);
+    const float fDistance =
+        bMiddle ? GetLength(Subtract(hit, view.position))
+                : GetLength(Subtract(GetBoxCenter(GetGroundBox(pTerrain)), view.position));
+    return AddScaled(ray.origin, ray.direction, std::max(fDistance, GetClearance(pTerrain)));
+}
+
+// False, and the camera stays, where it would go from above the ground to below it.
+bool CViewNavigator::MoveTo(const CTerrain* pTerrain, const SVec3& position)
+{
+    const float fRoom = GetRoomToKeep(pTerrain, m_Camera->GetPosition());
+    if (!IsUsable(position) || GetGroundRoom(pTerrain, position) < fRoom)
+    {
+        return false;
+    }
+    m_Camera->SetPosition(position);
+    return true;
+}
+
+// As close as the pyramid of the view lets all eight corners be.
+void CViewNavigator::FrameFrom(const SExtents& box, float fLeast)
+{
+    const SViewProjection view = GetView(nullptr);
+    const SVec3 center = GetBoxCenter(box);
+    const float fTanX =
+        view.fTanHalfFov * static_cast<float>(m_Width) / static_cast<float>(m_Height);
+    const SVec3 half = {std::max(std::fabs(box.max.x - center.x), fLeast),
+                        std::max(std::fabs(box.max.y - center.y), fLeast),
+                        std::max(std::fabs(box.max.z - center.z), fLeast)};
+    const SExtents around = {AddScaled({}, half, -1.0F), half};
+    float fDistance = 0.0F;
+    for (int i = 0; i < 8; ++i)
+    {
+        const SVec3 corner = GetCorner(around, i);
+        const float fAside = std::max(std::fabs(Dot(corner, view.right)) / fTanX,
+                                      std::fabs(Dot(corner, view.up)) / view.fTanHalfFov);
+        fDistance =
+            std::max(fDistance, std::max(fAside * MARGIN, fLeast) - Dot(corner, view.forward));
+    }
+    m_Camera->SetPosition(AddScaled(center, view.forward, -fDistance));
+}
+
+void CViewNavigator::FrameTop(const SExtents& box, float fLeast)
+{
+    const SVec3 center = GetBoxCenter(box);
+    const float fShape = static_cast<float>(m_Height) / static_cast<float>(m_Width);
+    const float fHalfX = std::fabs(box.max.x - box.min.x) * 0.5F;
+    const float fHalfZ = std::fabs(box.max.z - box.min.z) * 0.5F;
+    m_CenterX = center.x;
+    m_CenterZ = center.z;
+    m_HalfHeight = std::max(std::max(fHalfZ, fHalfX * fShape) * MARGIN, fLeast);
+}
+
+void CViewNavigator::ZoomTop(const CTerrain* pTerrain, float fX, float fY, double fFactor)
+{
+    const SVec3 under = GetView(pTerrain).GetRay(fX, fY).origin;
+    const float fNearest = std::min(m_HalfHeight, 8.0F * GetClearance(pTerrain));
+    const float fFarthest = std::max(m_HalfHeight, FARTHEST_ZOOM * GetDiagonal(pTerrain));
+    const auto fWanted = static_cast<float>(m_HalfHeight * fFactor);
+    const float fHalfHeight = std::clamp(fWanted, fNearest, fFarthest);
+    const double fScale = static_cast<double>(fHalfHeight) / m_HalfHeight;
+    const SVec3 center = {static_cast<float>(under.x + (m_CenterX - under.x) * fScale),
+                          0.0F,
+                          static_cast<float>(under.z + (m_CenterZ - under.z) * fScale)};
+    if (IsUsable(center))
+    {
+        m_CenterX = center.x;
+        m_CenterZ = center.z;
+        m_HalfHeight = fHalfHeight;
+    }
+}
+
+bool CViewNavigator::FlyTop(const CTerrain* pTerrain, const SFlyKeys& keys, float fSeconds)
+{
+    const float fEast = GetAxis(keys.bLeft, keys.bRight);
+    const float fSouth = GetAxis(keys.bForward, keys.bBack);
+    const float fOut = GetAxis(keys.bDown, keys.bUp);
+    const SVec3 center = {m_CenterX + fEast * fSeconds * m_HalfHeight,
+                          0.0F,
+                          m_CenterZ + fSouth * fSeconds * m_HalfHeight};
+    if (!IsUsable(center) || (fEast == 0.0F && fSouth == 0.0F && fOut == 0.0F))
+    {
+        return false;
+    }
+    m_CenterX = center.x;
+    m_CenterZ = center.z;
+    if (fOut != 0.0F)
+    {
+        ZoomTop(pTerrain,
+                static_cast<float>(m_Width) * 0.5F,
+                static_cast<float>(m_Height) * 0.5F,
+                std::exp(fOut * fSeconds));
+    }
+    return true;
+}

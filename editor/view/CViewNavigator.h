@@ -1,0 +1,99 @@
+#pragma once
+
+#include "editor/view/SViewProjection.h"
+#include "host/HostTypes.h"
+
+class CCamera;
+class CTerrain;
+
+// The keys that are held while flying.
+struct SFlyKeys
+{
+    bool bForward = false; // W; in a top view north
+    bool bBack = false;    // S
+    bool bLeft = false;    // A
+    bool bRight = false;   // D
+    bool bUp = false;      // E; in a top view away from the ground
+    bool bDown = false;    // Q
+    bool bFast = false;    // Shift
+};
+
+// Moves one view about the terrain and says how the view looks at it. Owned by the view.
+//
+// A perspective view moves its camera, which others may move too: nothing of it is kept but what a
+// running orbit or pan has grabbed. A top view looks straight down, north (smaller z) up, and keeps
+// its own centre and scale.
+//
+// Positions are device pixels as SViewProjection counts them. pTerrain is borrowed for the call and
+// may be null: there is no level then, and views move freely. A camera above the ground is never
+// taken below it. Values that are no numbers change nothing.
+class CViewNavigator
+{
+public:
+    // pCamera: borrowed, must outlive the navigator. Null makes a top view.
+    explicit CViewNavigator(CCamera* pCamera = nullptr);
+
+    // Device pixels; what is below 1 counts as 1.
+    void SetSize(int iWidth, int iHeight);
+
+    // Near and far plane enclose the terrain's box.
+    SViewProjection GetProjection(const CTerrain* pTerrain) const;
+
+    // Takes the ground under the position as the pivot; over sky that in the middle of the view, or
+    // else a point ahead of the camera.
+    void StartOrbit(const CTerrain* pTerrain, float fX, float fY);
+
+    // Turns about the pivot, which stays at its place in the picture: half a degree a pixel, to the
+    // right turns the picture to the right, downward looks more from above. A turn into the ground
+    // is not made. Nothing in a top view.
+    void Orbit(const CTerrain* pTerrain, float fStepX, float fStepY);
+
+    // Grabs the point under the position, found as for an orbit.
+    void StartPan(const CTerrain* pTerrain, float fX, float fY);
+
+    // Moves across the picture so that the grabbed point is under the position. Where that would
+    // lead into the ground, the camera stays.
+    void Pan(const CTerrain* pTerrain, float fX, float fY);
+
+    // Positive goes closer. The point under the position stays under it, and is never passed.
+    void Zoom(const CTerrain* pTerrain, float fX, float fY, float fNotches);
+
+    // fSeconds: since the last call, at most a quarter counts. The speed grows with the distance to
+    // the ground; the camera slides along it. True when the view has moved.
+    bool Fly(const CTerrain* pTerrain, const SFlyKeys& keys, float fSeconds);
+
+    // The box just fills the view, as seen from the present direction; from obliquely above when
+    // that direction would place the camera below the ground.
+    void Frame(const CTerrain* pTerrain, const SExtents& box);
+    void FrameSpot(const CTerrain* pTerrain, const SVec3& point, float fRadius);
+
+    // Everything, from the south and above. For a level that was just opened.
+    void FrameTerrain(const CTerrain* pTerrain);
+
+    // The ground under a position. False over sky.
+    bool Pick(const CTerrain* pTerrain, float fX, float fY, SVec3& hit) const;
+
+    bool IsTop() const { return m_Camera == nullptr; }
+
+private:
+    // Without near and far plane.
+    SViewProjection GetView(const CTerrain* pTerrain) const;
+    // The point under a position: ground, or over sky a point as far away as what is in the middle.
+    SVec3 FindPoint(const CTerrain* pTerrain, float fX, float fY) const;
+    bool MoveTo(const CTerrain* pTerrain, const SVec3& position);
+    void FrameFrom(const SExtents& box, float fLeast);
+    void FrameTop(const SExtents& box, float fLeast);
+    void ZoomTop(const CTerrain* pTerrain, float fX, float fY, double fFactor);
+    bool FlyTop(const CTerrain* pTerrain, const SFlyKeys& keys, float fSeconds);
+
+    CCamera* m_Camera;
+    int m_Width = 1;
+    int m_Height = 1;
+    bool m_IsOrbiting = false;
+    bool m_IsPanning = false;
+    SVec3 m_Grabbed;        // pivot of the orbit or grabbed point of the pan
+    SVec3 m_Offset;         // from the camera to it: along right, up and forward
+    float m_CenterX = 0.0F; // of a top view
+    float m_CenterZ = 0.0F;
+    float m_HalfHeight = 500.0F;
+};

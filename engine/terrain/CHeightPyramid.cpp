@@ -1,0 +1,185 @@
+#include "engine/terrain/CHeightPyramid.h"
+
+#include <algorithm>
+#include <new>
+
+namespace
+{
+
+uint32_t HalvedUp(uint32_t uCount)
+{
+    return (uCount + 1) / 2;
+}
+
+SHeightRange ScanVertices(const SHeightView& view, const SVertexRect& rect)
+{
+    SHeightRange range;
+    for (uint32_t z = rect.uMinZ; z < rect.uEndZ; ++z)
+    {
+        const float* pRow = view.pHeights + static_cast<size_t>(z) * view.uSizeX;
+        for (uint32_t x = rect.uMinX; x < rect.uEndX; ++x)
+        {
+            range.Add(pRow[x]);
+        }
+    }
+    return range;
+}
+
+// The vertices of a block of uSide cells per side.
+SVertexRect GetBlockVertices(const SHeightView& view, uint32_t uX, uint32_t uZ, uint32_t uSide)
+{
+    return {uX * uSide,
+            uZ * uSide,
+            std::min((uX + 1) * uSide + 1, view.uSizeX),
+            std::min((uZ + 1) * uSide + 1, view.uSizeZ)};
+}
+
+SVertexRect Intersect(const SVertexRect& a, const SVertexRect& b)
+{
+    return {std::max(a.uMinX, b.uMinX),
+            std::max(a.uMinZ, b.uMinZ),
+            std::min(a.uEndX, b.uEndX),
+            std::min(a.uEndZ, b.uEndZ)};
+}
+
+// Adds the part of one block that lies in rect, and goes down where it is not the whole block.
+void AddBlock(const CHeightPyramid& pyramid,
+              const SHeightView& view,
+              const SVertexRect& rect,
+              int iLevel,
+              uint32_t uX,
+              uint32_t uZ,
+              SHeightRange& range)
+{
+    const SVertexRect whole = GetBlockVertices(view, uX, uZ, CHeightPyramid::BLOCK << iLevel);
+    const SVertexRect part = Intersect(whole, rect);
+    if (part.IsEmpty())
+    {
+        return;
+    }
+    if (part == whole)
+    {
+        range.Add(pyramid.GetBlock(iLevel, uX, uZ));
+        return;
+    }
+    if (iLevel == 0)
+    {
+        range.Add(ScanVertices(view, part));
+        return;
+    }
+    const uint32_t uEndX = std::min(2 * uX + 2, pyramid.GetBlocksX(iLevel - 1));
+    const uint32_t uEndZ = std::min(2 * uZ + 2, pyramid.GetBlocksZ(iLevel - 1));
+    for (uint32_t z = 2 * uZ; z < uEndZ; ++z)
+    {
+        for (uint32_t x = 2 * uX; x < uEndX; ++x)
+        {
+            AddBlock(pyramid, view, part, iLevel - 1, x, z, range);
+        }
+    }
+}
+
+} // namespace
+
+bool CHeightPyramid::Update(const SHeightView& view, const SVertexRect& changed)
+{
+    SVertexRect rect = Intersect(changed, {0, 0, view.uSizeX, view.uSizeZ});
+    if (IsEmpty() || m_SizeX != view.uSizeX || m_SizeZ != view.uSizeZ)
+    {
+        if (!Allocate(view.uSizeX - 1, view.uSizeZ - 1))
+        {
+            return false;
+        }
+        m_SizeX = view.uSizeX;
+        m_SizeZ = view.uSizeZ;
+        rect = {0, 0, m_SizeX, m_SizeZ};
+    }
+    if (rect.IsEmpty())
+    {
+        return true;
+    }
+    // A vertex on a border of blocks belongs to the blocks on both sides.
+    SVertexRect blocks = {(std::max(rect.uMinX, 1U) - 1) / BLOCK,
+                          (std::max(rect.uMinZ, 1U) - 1) / BLOCK,
+                          std::min((rect.uEndX - 1) / BLOCK + 1, GetBlocksX(0)),
+                          std::min((rect.uEndZ - 1) / BLOCK + 1, GetBlocksZ(0))};
+    UpdateFirstLevel(view, blocks);
+    for (int iLevel = 1; iLevel < GetLevelCount(); ++iLevel)
+    {
+        blocks = {
+            blocks.uMinX / 2, blocks.uMinZ / 2, HalvedUp(blocks.uEndX), HalvedUp(blocks.uEndZ)};
+        UpdateLevel(iLevel, blocks);
+    }
+    return true;
+}
+
+SHeightRange CHeightPyramid::GetRange(const SHeightView& view, const SVertexRect& rect) const
+{
+    SHeightRange range;
+    if (!IsEmpty())
+    {
+        AddBlock(*this, view, rect, GetLevelCount() - 1, 0, 0, range);
+    }
+    return range;
+}
+
+bool CHeightPyramid::Allocate(uint32_t uCellsX, uint32_t uCellsZ)
+{
+    std::vector<SLevel>().swap(m_Levels);
+    uint32_t uBlocksX = (uCellsX + BLOCK - 1) / BLOCK;
+    uint32_t uBlocksZ = (uCellsZ + BLOCK - 1) / BLOCK;
+    try
+    {
+        for (;;)
+        {
+            SLevel& level = m_Levels.emplace_back();
+            level.uBlocksX = uBlocksX;
+            level.uBlocksZ = uBlocksZ;
+            level.blocks.resize(static_cast<size_t>(uBlocksX) * uBlocksZ);
+            if (uBlocksX == 1 && uBlocksZ == 1)
+            {
+                return true;
+            }
+            uBlocksX = HalvedUp(uBlocksX);
+            uBlocksZ = HalvedUp(uBlocksZ);
+        }
+    }
+    catch (const std::bad_alloc&)
+    {
+        m_Levels.clear();
+        return false;
+    }
+}
+
+void CHeightPyramid::UpdateFirstLevel(const SHeightView& view, const SVertexRect& blocks)
+{
+    SLevel& level = m_Levels.front();
+    for (uint32_t z = blocks.uMinZ; z < blocks.uEndZ; ++z)
+    {
+        SHeightRange* pRow = level.blocks.data() + static_cast<size_t>(z) * level.uBlocksX;
+        for (uint32_t x = blocks.uMinX; x < blocks.uEndX; ++x)
+        {
+            pRow[x] = ScanVertices(view, GetBlockVertices(view, x, z, BLOCK));
+        }
+    }
+}
+
+void CHeightPyramid::UpdateLevel(int iLevel, const SVertexRect& blocks)
+{
+    const SLevel& finer = m_Levels[iLevel - 1];
+    SLevel& level = m_Levels[iLevel];
+    for (uint32_t z = blocks.uMinZ; z < blocks.uEndZ; ++z)
+    {
+        const size_t nUpper = static_cast<size_t>(2 * z) * finer.uBlocksX;
+        const size_t nLower = 2 * z + 1 < finer.uBlocksZ ? nUpper + finer.uBlocksX : nUpper;
+        for (uint32_t x = blocks.uMinX; x < blocks.uEndX; ++x)
+        {
+            const uint32_t uLeft = 2 * x;
+            const uint32_t uRight = std::min(uLeft + 1, finer.uBlocksX - 1);
+            SHeightRange range = finer.blocks[nUpper + uLeft];
+            range.Add(finer.blocks[nUpper + uRight]);
+            range.Add(finer.blocks[nLower + uLeft]);
+            range.Add(finer.blocks[nLower + uRight]);
+            level.blocks[static_cast<size_t>(z) * level.uBlocksX + x] = range;
+        }
+    }
+}
