@@ -30,6 +30,7 @@ CEditorHost::CEditorHost(IHostFace& face)
     , m_FrontEndBefore(SetFrontEnd(face.GetFrontEnd()))
     , m_ProgressBefore(SetProgressSink(this))
 {
+    m_Undo.SetListener(this);
 }
 
 CEditorHost::~CEditorHost()
@@ -64,6 +65,7 @@ bool CEditorHost::FinishLevelChange()
 {
     m_Undo.Clear(); // the records belong to the terrain that is gone
     NotifyPlugins(NOTIFY_LEVEL_CHANGED);
+    Tell(EHostEvent::LevelChanged);
     return true;
 }
 
@@ -159,6 +161,7 @@ void CEditorHost::RefreshAfterReload()
 {
     ++m_Counters.nReloads;
     NotifyPlugins(NOTIFY_LEVEL_CHANGED);
+    Tell(EHostEvent::TerrainReloaded);
 }
 
 void CEditorHost::RegisterSetting(const char* pszName,
@@ -319,7 +322,8 @@ const char* CEditorHost::LookupText(int32_t iId, const void* /*pObject*/)
 
 void CEditorHost::AddUndo(CUndo* pUndo)
 {
-    m_Undo.Add(pUndo);
+    m_Undo.Add(pUndo, GetUndoText());
+    Tell(EHostEvent::UndoAdded);
 }
 
 void CEditorHost::RegisterActions(const std::vector<SActionDescriptor>& actions)
@@ -329,7 +333,13 @@ void CEditorHost::RegisterActions(const std::vector<SActionDescriptor>& actions)
 
 int CEditorHost::PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t /*uReserved*/)
 {
-    return m_Face.PickTerrain(view, point, hit) ? 1 : 0;
+    if (!m_Face.PickTerrain(view, point, hit))
+    {
+        return 0;
+    }
+    m_Event.bHit = true;
+    m_Event.hit = hit;
+    return 1;
 }
 
 bool CEditorHost::OnProgress(const char* pszWhat, float fDone)

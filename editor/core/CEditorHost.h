@@ -4,11 +4,13 @@
 #include "editor/core/CPluginRegistry.h"
 #include "editor/core/CSettings.h"
 #include "editor/core/CUndoStack.h"
+#include "editor/core/IHostObserver.h"
 #include "engine/world/CEngineHost.h"
 #include "host/EditorHost.h"
 #include "host/Progress.h"
 
 #include <string>
+#include <vector>
 
 class IFrontEnd;
 class IHostFace;
@@ -34,7 +36,7 @@ enum EMouseFlag : uint32_t
 // The host: the one implementation of EditorHost that the editor and the script player share. Owns
 // the engine with its world, the modes, the undo stack, the settings and all that the plug-in hands
 // over; asks its face for what needs a person. Owned by the program. UI thread.
-class CEditorHost : public EditorHost, public IProgressSink
+class CEditorHost : public EditorHost, public IProgressSink, private IUndoListener
 {
 public:
     explicit CEditorHost(IHostFace& face); // borrowed, outlives the host
@@ -64,6 +66,12 @@ public:
     void EndDrag();
     // The user closed the plug-in's panel.
     void NotifyPanelClosed();
+
+    // Observers are told in the order they were added.
+    void AddObserver(IHostObserver* pObserver); // borrowed
+    void RemoveObserver(IHostObserver* pObserver);
+
+    bool IsDragging() const { return m_DragView != NO_VIEW; }
 
     // One frame: debug lines anew, then the current mode draws.
     void RenderFrame();
@@ -154,6 +162,14 @@ private:
     void PrepareLevelChange();
     bool FinishLevelChange(); // true
     void NotifyPlugins(int32_t iCode);
+    void BeginEvent(const SHostEvent& event);
+    void EndEvent();
+    void Tell(EHostEvent eKind);
+    std::string GetUndoText() const;
+
+    // IUndoListener
+    void OnBeforeStep(bool bRedo) override;
+    void OnStep(bool bRedo) override;
 
     IHostFace& m_Face;
     IFrontEnd* m_FrontEndBefore = nullptr;
@@ -166,5 +182,7 @@ private:
     SHostCounters m_Counters;
     std::string m_Caption;
     ViewId m_DragView = NO_VIEW; // the view a button is held in
-    SButtonBlock m_DragPoint;    // where the cursor was last during that drag
+    std::vector<IHostObserver*> m_Observers;
+    SHostEvent m_Event;       // the one that the plug-ins see at present
+    SButtonBlock m_DragPoint; // where the cursor was last during that drag
 };

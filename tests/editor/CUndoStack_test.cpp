@@ -74,3 +74,30 @@ TEST(CUndoStack, TransientRecordsAreDroppedWithoutAStepOfTheirOwn)
     EXPECT_FALSE(stack.Undo());
     EXPECT_EQ(stack.GetCount(), 0U);
 }
+
+TEST(CUndoStack, GoesToAnyStepAndNamesStatesThatComeBack)
+{
+    std::string strEvents;
+    CUndoStack stack;
+    const uint64_t uEmpty = stack.GetStateId();
+    stack.Add(new CRecord(strEvents, "1"), "Set height");
+    const uint64_t uFirst = stack.GetStateId();
+    stack.Add(new CRecord(strEvents, "2"), "Blur");
+    stack.Add(new CRecord(strEvents, "3"), "Blur");
+    EXPECT_EQ(stack.GetText(0), "1 Set height");
+    EXPECT_EQ(stack.GetText(2), "3 Blur");
+
+    EXPECT_TRUE(stack.GoTo(1));
+    EXPECT_EQ(stack.GetStateId(), uFirst);
+    EXPECT_TRUE(stack.GoTo(3));
+    EXPECT_FALSE(stack.GoTo(4));
+    EXPECT_TRUE(stack.GoTo(0));
+    EXPECT_EQ(stack.GetStateId(), uEmpty);
+    EXPECT_EQ(strEvents, "u3 u2 r2 r3 u3 u2 u1 ");
+
+    // Another record in place of those is another state, at the same count.
+    stack.Add(new CRecord(strEvents, "4"));
+    EXPECT_NE(stack.GetStateId(), uFirst);
+    stack.Clear();
+    EXPECT_NE(stack.GetStateId(), uEmpty);
+}

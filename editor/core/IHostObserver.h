@@ -1,0 +1,52 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+#include <cstdint>
+
+enum class EHostEvent : uint32_t
+{
+    ButtonDown,
+    MouseMove,
+    ButtonUp,
+    Action,
+    Command,
+    Undo,
+    Redo,
+    UndoAdded,       // a record came; inside the event that made it
+    LevelChanged,    // another terrain; the undo stack is empty
+    TerrainReloaded, // the heights came anew from the level's file; the undo stack is as it was
+};
+
+// One thing that happened on the host. Members that an event has no use for are 0.
+struct SHostEvent
+{
+    EHostEvent eKind = EHostEvent::LevelChanged;
+    ViewId view = NO_VIEW;
+    uint32_t uFlags = 0;  // EMouseFlag
+    SStepBlock step = {}; // of a move
+    int32_t iWheel = 0;
+    int32_t iAction = 0;
+    uint32_t uCount = 0;   // of an action
+    uint32_t uCommand = 0; // global number
+
+    // What the plug-in was told when it asked for the point under the cursor during the event; no
+    // hit before the event, and when it did not ask.
+    bool bHit = false;
+    SVec3 hit = {};
+};
+
+// Is told of everything that a host hands to plug-ins and of every change of the level. Borrowed by
+// CEditorHost between AddObserver and RemoveObserver; must not add or remove observers from within
+// a call. UI thread.
+class IHostObserver
+{
+public:
+    virtual ~IHostObserver() = default;
+
+    // The plug-ins have not seen the event yet. Not called for UndoAdded, LevelChanged and
+    // TerrainReloaded. An undo or redo that finds nothing to do has no OnEvent.
+    virtual void OnBeforeEvent(const SHostEvent& /*event*/) {}
+
+    virtual void OnEvent(const SHostEvent& /*event*/) {}
+};
