@@ -45,4 +45,9 @@ public:
     virtual std::string GetFunctionName() = 0;
     // Side of the current brush's footprint, terrain units; 0 without one.
     virtual float GetBrushExtent() = 0;
+    // Terrain units between the points of a stroke that is not to depend on how often the mouse
+    // reports; 0 where the moves of a drag are no path on the ground.
+    virtual float GetStrokeSpacing() = 0;
+    // Whether the mode that sculpts is current.
+    virtual bool IsTerraforming() = 0;
 };

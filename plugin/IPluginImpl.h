@@ -92,6 +92,8 @@ public:
     SDragStatistics TakeDragStatistics() override;
     std::string GetFunctionName() override;
     float GetBrushExtent() override;
+    float GetStrokeSpacing() override;
+    bool IsTerraforming() override;
 
     // PluginContext
     EditorHost* GetEditorHost() const override { return m_pEditorHost; }

@@ -3,6 +3,7 @@
 #include "brushes/CTellurBrush.h"
 #include "framework/core/CResourceScope.h"
 #include "framework/core/ResourceModule.h"
+#include "functions/CPainterFunction.h"
 #include "host/EditorHost.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
@@ -17,6 +18,11 @@
 
 #include <algorithm>
 #include <bit>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <iterator>
 #include <utility>
 
 EScriptResult IPluginImpl::Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
@@ -177,6 +183,25 @@ bool IPluginImpl::PlayResolution(const CTCPARSE_KEYWORD* pKeyword, std::string& 
     return true;
 }
 
+// Brush files round their numbers; a replay needs every bit. The last call of a key counts.
+static void WriteExact(fs::ifile& file, const char* pszKey, float fValue)
+{
+    char szText[64];
+    std::snprintf(szText, sizeof(szText), "%6.5f", static_cast<double>(fValue));
+    if (std::strtof(szText, nullptr) == fValue)
+    {
+        return; // nothing was rounded
+    }
+    const auto end =
+        std::to_chars(std::begin(szText), std::end(szText), fValue, std::chars_format::fixed);
+    const std::string strText(szText, end.ptr);
+    const bool bPoint = strText.find('.') != std::string::npos;
+    if (end.ec == std::errc() && std::isfinite(fValue))
+    {
+        file.printf("  %s( %s%s )\n", pszKey, strText.c_str(), bPoint ? "" : ".0");
+    }
+}
+
 bool IPluginImpl::WriteState(fs::ifile& file)
 {
     if (m_pCurrentBrush != nullptr)
@@ -186,6 +211,11 @@ bool IPluginImpl::WriteState(fs::ifile& file)
         {
             return false;
         }
+        WriteExact(file, "power_modifier", m_pCurrentBrush->GetPowerModifier());
+        WriteExact(file, "fade_factor", m_pCurrentBrush->GetFadeFactor());
+        WriteExact(file, "hardness", m_pCurrentBrush->GetHardness());
+        WriteExact(file, "extent", m_pCurrentBrush->GetExtent());
+        WriteExact(file, "vertical_distance", m_pCurrentBrush->GetVerticalDistance());
         file.printf("  mask_enabled( %d )\n}\n\n", m_pCurrentBrush->IsMaskEnabled() ? 1 : 0);
     }
     const int iMode = m_pEditorHost->GetModeManager()->GetCurrentModeId();
@@ -209,6 +239,21 @@ SDragStatistics IPluginImpl::TakeDragStatistics()
 float IPluginImpl::GetBrushExtent()
 {
     return m_pCurrentBrush != nullptr ? m_pCurrentBrush->GetExtent() : 0.0F;
+}
+
+float IPluginImpl::GetStrokeSpacing()
+{
+    constexpr float EXTENT_SHARE = 0.25F;
+    const bool bPath = IsTerraforming() && m_pCurrentBrush != nullptr &&
+                       dynamic_cast<CPainterFunction*>(m_pCurrentBrush->GetRTTIObject()) != nullptr;
+    return bPath ? GetBrushExtent() * EXTENT_SHARE : 0.0F;
+}
+
+bool IPluginImpl::IsTerraforming()
+{
+    return m_pEditorHost != nullptr &&
+           m_pEditorHost->GetModeManager()->GetCurrentModeId() == m_TerraformingModeId &&
+           m_TerraformingModeId != -1;
 }
 
 std::string IPluginImpl::GetFunctionName()

@@ -52,6 +52,13 @@ bool CEditorHost::OpenLevel(const char* pszPath)
     return m_Engine.GetCWorld().OpenTerrain(pszPath) && FinishLevelChange();
 }
 
+void CEditorHost::TakeLevel(SHeightField&& field)
+{
+    PrepareLevelChange();
+    m_Engine.GetCWorld().TakeTerrain(std::move(field));
+    FinishLevelChange();
+}
+
 void CEditorHost::PrepareLevelChange()
 {
     EndDrag();

@@ -48,6 +48,8 @@ public:
     // stack is emptied and the plug-in is told. False with one logged line; the level before stays.
     bool NewLevel(uint32_t uCells, const SVec3& size);
     bool OpenLevel(const char* pszPath);
+    // A level with these heights, which must be valid ones (see CTerrain), and no file.
+    void TakeLevel(SHeightField&& field);
 
     // Input, sent the way of the boundary: to every plug-in that is listed for input, which gives
     // it to the mode manager. x, y: view pixels; dx, dy: pixels since the last event.

@@ -54,6 +54,9 @@ public:
 
     size_t GetProcessCount() const { return m_Processes.size(); }
 
+    // Borrowed; i: below the count.
+    IEditorAction* GetProcess(size_t i) const { return m_Processes[i].get(); }
+
     const std::vector<SInsertedMenu>& GetMenus() const { return m_Menus; }
 
     const std::vector<CToolBar*>& GetToolBars() const { return m_ToolBars; }

@@ -81,6 +81,11 @@ void CUndoStack::Clear()
     m_BaseId = ++m_LastId;
 }
 
+void CUndoStack::DropRedo()
+{
+    m_Records.resize(m_Position);
+}
+
 void CUndoStack::Notify(uintptr_t uCode)
 {
     for (const SRecord& record : m_Records)

@@ -39,6 +39,7 @@ public:
     // happens, when there are fewer records.
     bool GoTo(size_t nPosition);
     void Clear();
+    void DropRedo(); // nothing can be redone any longer
     // Tells every record, oldest first.
     void Notify(uintptr_t uCode);
 

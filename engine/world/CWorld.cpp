@@ -167,6 +167,12 @@ bool CWorld::OpenTerrain(const char* pszHeightPath)
     return true;
 }
 
+void CWorld::TakeTerrain(SHeightField&& field)
+{
+    ReplaceTerrain(std::move(field));
+    m_Environment->SetHeightMapName("");
+}
+
 void CWorld::CloseTerrain()
 {
     m_Environment.reset();

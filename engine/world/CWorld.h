@@ -43,6 +43,9 @@ public:
     // one logged line; the level before then stays.
     bool OpenTerrain(const char* pszHeightPath);
 
+    // A level with these heights, valid as for CTerrain, and no height-map name.
+    void TakeTerrain(SHeightField&& field);
+
     void CloseTerrain(); // no level after this
 
     // pTexture is about to be destroyed: nothing shows it any longer. Handles stay the caller's.

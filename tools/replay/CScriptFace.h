@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/core/CHeadlessFace.h"
+#include "editor/script/CScriptCursor.h"
 #include "framework/core/IFrontEnd.h"
 
 class World;
@@ -12,21 +13,18 @@ public:
     // Where picking looks up heights; borrowed, null picks nothing. Set once the host has it.
     void SetWorld(World* pWorld) { m_World = pWorld; }
 
-    // What the cursor is over from here on: a horizontal position whose height is the terrain's at
-    // the time of the pick (outside the terrain: nothing), an exact hit, or nothing.
-    void PointAtPosition(float fX, float fZ);
-    void PointAtHit(const SVec3& hit);
-    void PointAtNothing();
-
-    void SetKeys(bool bControl, bool bAlt);
+    CScriptCursor& GetCursor() { return m_Cursor; }
 
     // IHostFace
     IFrontEnd* GetFrontEnd() override { return this; }
 
-    bool PickTerrain(ViewId view, ViewPoint point, SVec3& hit) override;
+    bool PickTerrain(ViewId /*view*/, ViewPoint /*point*/, SVec3& hit) override
+    {
+        return m_Cursor.Pick(m_World, hit);
+    }
 
     // IFrontEnd
-    bool IsKeyDown(EKey eKey) const override;
+    bool IsKeyDown(EKey eKey) const override { return m_Cursor.IsKeyDown(eKey); }
 
     SScreenPoint GetCursorPos() const override { return m_CursorPos; }
 
@@ -47,17 +45,7 @@ public:
     uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
 
 private:
-    enum class ETarget
-    {
-        Nothing,
-        Position,
-        Hit,
-    };
-
     World* m_World = nullptr;
-    ETarget m_Target = ETarget::Nothing;
-    SVec3 m_Point; // a position has no y
-    bool m_bControl = false;
-    bool m_bAlt = false;
+    CScriptCursor m_Cursor;
     SScreenPoint m_CursorPos = {};
 };

@@ -1,14 +1,15 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CPluginLoader.h"
+#include "editor/script/CScriptCall.h"
+#include "editor/script/CScriptPlayer.h"
+#include "editor/script/LoadScript.h"
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
 #include "host/Terrain.h"
 #include "host/World.h"
-#include "parser/TCParseFile.h"
+#include "parser/CTCParseNodes.h"
 #include "tools/replay/CReplayLog.h"
-#include "tools/replay/CScriptCall.h"
 #include "tools/replay/CScriptFace.h"
-#include "tools/replay/CScriptPlayer.h"
 #include "tools/replay/SReplayOptions.h"
 
 #include <cstdio>
@@ -91,20 +92,11 @@ bool WriteResults(const SReplayOptions& options,
 
 int Play(const SReplayOptions& options, CReplayLog& log)
 {
-    ETCParseStatus eStatus = tcparse_done;
-    const std::unique_ptr<CTCPARSE_KEYWORD> pScript(
-        TCParseFile(GetAbsolutePath(options.strScript).c_str(),
-                    nullptr,
-                    nullptr,
-                    nullptr,
-                    nullptr,
-                    nullptr,
-                    &eStatus));
-    if (eStatus != tcparse_done)
+    std::unique_ptr<CTCPARSE_KEYWORD> pScript;
+    std::string strFault;
+    if (!LoadScript(options.strScript, pScript, strFault))
     {
-        const char* pszWhy =
-            eStatus == tcparse_unreadable ? ": cannot be read" : ": cannot be parsed, see the log";
-        return Report(EXIT_UNUSABLE, options.strScript + pszWhy);
+        return Report(EXIT_UNUSABLE, strFault);
     }
 
     CScriptFace face;
@@ -117,9 +109,12 @@ int Play(const SReplayOptions& options, CReplayLog& log)
     {
         return Report(EXIT_UNUSABLE, strPlugin + ": cannot be loaded, see the log");
     }
-    CScriptPlayer player(
-        host, face, dynamic_cast<IPluginScript*>(loader.GetPlugin()), options.strScript);
-    std::string strFault;
+    face.SetWorld(host.GetEngine().GetWorld());
+    CScriptPlayer player(host,
+                         face.GetCursor(),
+                         CHeadlessFace::VIEW,
+                         dynamic_cast<IPluginScript*>(loader.GetPlugin()),
+                         options.strScript);
     if (!player.Play(pScript.get(), strFault))
     {
         return Report(EXIT_FAILED, strFault);

@@ -1,9 +1,9 @@
-#include "tools/replay/CScriptMouse.h"
+#include "editor/script/CScriptMouse.h"
 
 #include "editor/core/CEditorHost.h"
+#include "editor/script/CScriptCall.h"
+#include "editor/script/CScriptCursor.h"
 #include "host/IPluginScript.h"
-#include "tools/replay/CScriptCall.h"
-#include "tools/replay/CScriptFace.h"
 
 #include <chrono>
 #include <cmath>
@@ -11,14 +11,17 @@
 namespace
 {
 
-constexpr ViewId VIEW = CHeadlessFace::VIEW;
 constexpr int32_t LEFT_BUTTON = 1;
 
 } // namespace
 
-CScriptMouse::CScriptMouse(CEditorHost& host, CScriptFace& face, IPluginScript* pPluginScript)
+CScriptMouse::CScriptMouse(CEditorHost& host,
+                           CScriptCursor& cursor,
+                           ViewId view,
+                           IPluginScript* pPluginScript)
     : m_Host(host)
-    , m_Face(face)
+    , m_Cursor(cursor)
+    , m_View(view)
     , m_PluginScript(pPluginScript)
 {
 }
@@ -33,7 +36,7 @@ bool CScriptMouse::SetKeys(const std::string& strKeys)
         return false;
     }
     m_KeyFlags = (bControl ? MOUSE_CONTROL : 0U) | (bAlt ? MOUSE_ALT : 0U);
-    m_Face.SetKeys(bControl, bAlt);
+    m_Cursor.SetKeys(bControl, bAlt);
     return true;
 }
 
@@ -45,7 +48,7 @@ bool CScriptMouse::Play(EMouseEvent eEvent,
     size_t iStepPlace = 0;
     if (eTarget == ECursorTarget::Position)
     {
-        m_Face.PointAtPosition(call.GetFloat(0), call.GetFloat(1));
+        m_Cursor.PointAtPosition(call.GetFloat(0), call.GetFloat(1));
         iStepPlace = 2;
     }
     else if (eTarget == ECursorTarget::Hit)
@@ -56,12 +59,12 @@ bool CScriptMouse::Play(EMouseEvent eEvent,
             strWhy = "the hit point is not finite";
             return false;
         }
-        m_Face.PointAtHit(hit);
+        m_Cursor.PointAtHit(hit);
         iStepPlace = 1;
     }
     else
     {
-        m_Face.PointAtNothing();
+        m_Cursor.PointAtNothing();
     }
     Send(eEvent, eEvent == EMouseEvent::Move ? call.GetInt(iStepPlace) : 0);
     return true;
@@ -87,16 +90,16 @@ void CScriptMouse::Send(EMouseEvent eEvent, int32_t iStep)
     const auto start = std::chrono::steady_clock::now();
     if (eEvent == EMouseEvent::Press)
     {
-        m_Host.SendButtonDown(VIEW, m_KeyFlags | MOUSE_LEFT, {});
+        m_Host.SendButtonDown(m_View, m_KeyFlags | MOUSE_LEFT, {});
     }
     else if (eEvent == EMouseEvent::Release)
     {
-        m_Host.SendButtonUp(VIEW, m_KeyFlags, {});
+        m_Host.SendButtonUp(m_View, m_KeyFlags, {});
     }
     else
     {
         const uint32_t uFlags = m_KeyFlags | (nButtons != 0 ? MOUSE_LEFT : 0U);
-        m_Host.SendMouseMove(VIEW, uFlags, {}, {0, nButtons}, {0, iStep});
+        m_Host.SendMouseMove(m_View, uFlags, {}, {0, nButtons}, {0, iStep});
     }
     const std::chrono::duration<double, std::milli> spent =
         std::chrono::steady_clock::now() - start;

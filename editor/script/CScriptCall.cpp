@@ -1,4 +1,4 @@
-#include "tools/replay/CScriptCall.h"
+#include "editor/script/CScriptCall.h"
 
 #include "parser/CTCParseNodes.h"
 

@@ -1,4 +1,4 @@
-#include "tools/replay/CDragRecorder.h"
+#include "editor/script/CDragRecorder.h"
 
 #include "host/FileSystem.h"
 #include "host/Log.h"

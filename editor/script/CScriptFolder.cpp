@@ -1,4 +1,4 @@
-#include "tools/replay/CScriptFolder.h"
+#include "editor/script/CScriptFolder.h"
 
 #include "host/FileSystem.h"
 #include "parser/CTCParseNodes.h"

@@ -1,15 +1,16 @@
 #pragma once
 
-#include "tools/replay/CScriptFolder.h"
-#include "tools/replay/CScriptMouse.h"
-#include "tools/replay/CScriptPicture.h"
+#include "editor/script/CScriptFolder.h"
+#include "editor/script/CScriptMouse.h"
+#include "editor/script/CScriptPicture.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 class CEditorHost;
 class CScriptCall;
-class CScriptFace;
+class CScriptCursor;
 class CTCPARSE_KEYWORD;
 class IPluginScript;
 class Terrain;
@@ -19,10 +20,14 @@ class CScriptPlayer
 {
 public:
     // pPluginScript: null when the plug-in takes no script keywords of its own.
+    // cursor: the face's, which answers picks and keys from it. view: the one that events are sent
+    // to. onPlayed: runs after each keyword; empty for nothing.
     CScriptPlayer(CEditorHost& host,
-                  CScriptFace& face,
+                  CScriptCursor& cursor,
+                  ViewId view,
                   IPluginScript* pPluginScript,
-                  const std::string& strScriptPath);
+                  const std::string& strScriptPath,
+                  std::function<void()> onPlayed = {});
 
     // Plays the chain that starts at pFirst (null: nothing to do) and stops at the first keyword
     // that fails; strFault is then one line that names the file, the keyword and why. File names in
@@ -70,7 +75,9 @@ private:
     bool FinishLevel(bool bDone, const char* pszFailure, std::string& strWhy);
 
     CEditorHost& m_Host;
+    ViewId m_View;
     IPluginScript* m_PluginScript;
+    std::function<void()> m_OnPlayed;
     std::string m_ScriptPath; // as given
     CScriptFolder m_Folder;
     CScriptMouse m_Mouse;

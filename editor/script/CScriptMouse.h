@@ -1,13 +1,14 @@
 #pragma once
 
-#include "tools/replay/CDragRecorder.h"
+#include "editor/script/CDragRecorder.h"
+#include "host/HostTypes.h"
 
 #include <cstdint>
 #include <string>
 
 class CEditorHost;
 class CScriptCall;
-class CScriptFace;
+class CScriptCursor;
 class IPluginScript;
 
 enum class EMouseEvent
@@ -30,7 +31,11 @@ class CScriptMouse
 {
 public:
     // pPluginScript: null when the plug-in tells nothing about its drags.
-    CScriptMouse(CEditorHost& host, CScriptFace& face, IPluginScript* pPluginScript);
+    // view: the one that events are sent to.
+    CScriptMouse(CEditorHost& host,
+                 CScriptCursor& cursor,
+                 ViewId view,
+                 IPluginScript* pPluginScript);
 
     // "", "ctrl", "alt" or "ctrl+alt", held from here on; false for any other text.
     bool SetKeys(const std::string& strKeys);
@@ -49,7 +54,8 @@ private:
     void Send(EMouseEvent eEvent, int32_t iStep);
 
     CEditorHost& m_Host;
-    CScriptFace& m_Face;
+    CScriptCursor& m_Cursor;
+    ViewId m_View;
     IPluginScript* m_PluginScript;
     CDragRecorder m_Drags;
     uint32_t m_KeyFlags = 0; // of EMouseFlag

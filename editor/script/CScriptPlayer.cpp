@@ -1,13 +1,12 @@
-#include "tools/replay/CScriptPlayer.h"
+#include "editor/script/CScriptPlayer.h"
 
 #include "editor/core/CEditorHost.h"
+#include "editor/script/CScriptCall.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/IPluginScript.h"
 #include "host/Terrain.h"
 #include "host/World.h"
 #include "parser/CTCParseNodes.h"
-#include "tools/replay/CScriptCall.h"
-#include "tools/replay/CScriptFace.h"
 
 #include <algorithm>
 #include <cmath>
@@ -81,16 +80,19 @@ const CScriptPlayer::SKeyword CScriptPlayer::KEYWORDS[] = {
 };
 
 CScriptPlayer::CScriptPlayer(CEditorHost& host,
-                             CScriptFace& face,
+                             CScriptCursor& cursor,
+                             ViewId view,
                              IPluginScript* pPluginScript,
-                             const std::string& strScriptPath)
+                             const std::string& strScriptPath,
+                             std::function<void()> onPlayed)
     : m_Host(host)
+    , m_View(view)
     , m_PluginScript(pPluginScript)
+    , m_OnPlayed(std::move(onPlayed))
     , m_ScriptPath(strScriptPath)
     , m_Folder(strScriptPath)
-    , m_Mouse(host, face, pPluginScript)
+    , m_Mouse(host, cursor, view, pPluginScript)
 {
-    face.SetWorld(m_Host.GetEngine().GetWorld());
 }
 
 bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
@@ -106,6 +108,10 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
             strFault = m_ScriptPath + ": " + strCall.append(": ").append(strWhy);
             strFault += " (keyword " + std::to_string(nPlayed) + ")";
             return false;
+        }
+        if (m_OnPlayed)
+        {
+            m_OnPlayed();
         }
     }
     m_Mouse.EndDrag();
@@ -233,7 +239,7 @@ bool CScriptPlayer::PlayMouse(const CScriptCall& call, std::string& strWhy)
 
 bool CScriptPlayer::PlayAction(const CScriptCall& call, std::string& /*strWhy*/)
 {
-    m_Host.SendAction(CHeadlessFace::VIEW, call.GetInt(0), static_cast<uint32_t>(call.GetInt(1)));
+    m_Host.SendAction(m_View, call.GetInt(0), static_cast<uint32_t>(call.GetInt(1)));
     return true;
 }
 

@@ -1,4 +1,4 @@
-#include "tools/replay/CScriptPicture.h"
+#include "editor/script/CScriptPicture.h"
 
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/Relief.h"

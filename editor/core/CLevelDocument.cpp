@@ -1,0 +1,307 @@
+#include "editor/core/CLevelDocument.h"
+
+#include "editor/core/CEditorHost.h"
+#include "editor/core/DeclarativeText.h"
+#include "editor/core/SLevelText.h"
+#include "engine/elevation/HeightImport.h"
+#include "engine/terrain/CTerrain.h"
+#include "host/FileSystem.h"
+#include "host/Log.h"
+#include "parser/TCParseFile.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+namespace
+{
+
+constexpr char LEVEL_EXTENSION[] = ".level";
+constexpr char HEIGHT_EXTENSION[] = ".height";
+
+std::string GetFullPath(const char* pszPath)
+{
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(fs::root_path(pszPath), error);
+    return path.lexically_normal().string();
+}
+
+SSampleView GetSamples(const CTerrain& terrain)
+{
+    return {terrain.GetHeightData(), terrain.GetVerticesX(), terrain.GetVerticesZ()};
+}
+
+} // namespace
+
+CLevelDocument::CLevelDocument(CEditorHost& host)
+    : m_Host(host)
+{
+    m_Host.AddObserver(this);
+    SetSaved();
+}
+
+CLevelDocument::~CLevelDocument()
+{
+    m_Host.RemoveObserver(this);
+}
+
+CTerrain* CLevelDocument::GetTerrain() const
+{
+    return m_Host.GetEngine().GetCWorld().GetCTerrain();
+}
+
+uint64_t CLevelDocument::GetRevision() const
+{
+    const CTerrain* pTerrain = GetTerrain();
+    return pTerrain != nullptr ? pTerrain->GetRevision() : 0;
+}
+
+bool CLevelDocument::New(uint32_t uCells, const SVec3& size, float fHeight)
+{
+    m_bOpening = true;
+    const bool bMade = m_Host.NewLevel(uCells, size);
+    m_bOpening = false;
+    if (!bMade)
+    {
+        return false;
+    }
+    CTerrain* pTerrain = GetTerrain();
+    const float fGround = std::clamp(fHeight, 0.0F, std::fabs(size.y));
+    if (fGround > 0.0F)
+    {
+        const size_t nCount = size_t{pTerrain->GetVerticesX()} * pTerrain->GetVerticesZ();
+        const std::vector<float> heights(nCount, fGround);
+        pTerrain->SetHeights(heights.data(), nCount, {{}, pTerrain->GetSize()});
+    }
+    SetSource({}, true);
+    return true;
+}
+
+bool CLevelDocument::Open(const char* pszPath)
+{
+    const std::string strPath = GetFullPath(pszPath);
+    SLevelText text;
+    text.strHeightMap = strPath;
+    if (!strPath.ends_with(HEIGHT_EXTENSION))
+    {
+        ETCParseStatus eStatus = tcparse_done;
+        const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(
+            TCParseFile(strPath.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
+        text.strPath = strPath;
+        if (eStatus == tcparse_unreadable)
+        {
+            CrashLog("[CLevelDocument::Open] %s cannot be read\n", pszPath);
+            return false;
+        }
+        if (eStatus == tcparse_failed || !text.Read(pFirst.get()))
+        {
+            CrashLog("[CLevelDocument::Open] %s is no level: it names no height map\n", pszPath);
+            return false;
+        }
+    }
+    if (!OpenHeights(text.strHeightMap.c_str()))
+    {
+        return false;
+    }
+    SetSource(text, true);
+    return true;
+}
+
+bool CLevelDocument::OpenHeights(const char* pszPath)
+{
+    m_bOpening = true;
+    const bool bOpen = m_Host.OpenLevel(pszPath);
+    m_bOpening = false;
+    return bOpen;
+}
+
+bool CLevelDocument::OpenRecovered(const SLevelText& text, const char* pszHeightPath)
+{
+    if (!OpenHeights(pszHeightPath))
+    {
+        return false;
+    }
+    m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(text.strHeightMap);
+    SetSource(text, false);
+    return true;
+}
+
+bool CLevelDocument::Save()
+{
+    if (m_Path.empty())
+    {
+        CrashLog("[CLevelDocument::Save] the level has no file yet\n");
+        return false;
+    }
+    const std::string strHeightPath = GetHeightPath();
+    return WriteTo(m_Path,
+                   strHeightPath.empty()
+                       ? std::filesystem::path(m_Path).replace_extension(HEIGHT_EXTENSION).string()
+                       : strHeightPath);
+}
+
+bool CLevelDocument::SaveAs(const char* pszPath)
+{
+    std::filesystem::path path = GetFullPath(pszPath);
+    if (path.extension() != LEVEL_EXTENSION)
+    {
+        path += LEVEL_EXTENSION;
+    }
+    const std::filesystem::path heights =
+        std::filesystem::path(path).replace_extension(HEIGHT_EXTENSION);
+    return WriteTo(path.string(), heights.string());
+}
+
+bool CLevelDocument::WriteTo(const std::string& strPath, const std::string& strHeightPath)
+{
+    CTerrain* pTerrain = GetTerrain();
+    if (pTerrain == nullptr)
+    {
+        CrashLog("[CLevelDocument::Save] there is no level\n");
+        return false;
+    }
+    SLevelText text = GetText();
+    text.strPath = strPath;
+    text.strHeightMap = strHeightPath;
+    if (!pTerrain->SaveHeightMap(strHeightPath.c_str(), nullptr, 0, 0) ||
+        !WriteTextFile("CLevelDocument::Save", strPath, text.Write()))
+    {
+        return false;
+    }
+    m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(strHeightPath);
+    m_Path = strPath;
+    SetSaved();
+    return true;
+}
+
+void CLevelDocument::SetSaved()
+{
+    m_SavedStateId = m_Host.GetUndoStack().GetStateId();
+    m_KnownRevision = GetRevision();
+    m_bChanged = false;
+}
+
+void CLevelDocument::SetSource(const SLevelText& text, bool bSaved)
+{
+    m_Path = text.strPath;
+    m_Bitmap = text.strBitmap;
+    m_Material = text.strMaterial;
+    ++m_Generation;
+    SetSaved();
+    m_bChanged = !bSaved;
+}
+
+bool CLevelDocument::Import(const char* pszPath,
+                            const SImportOptions& options,
+                            std::vector<std::string>& lines)
+{
+    SHeightField field;
+    SImportReport report;
+    if (!ImportHeights(pszPath, options, field, report))
+    {
+        return false;
+    }
+    lines = report.lines;
+    const std::string strHeightPath = GetHeightPath();
+    m_bOpening = true;
+    m_Host.TakeLevel(std::move(field));
+    m_bOpening = false;
+    m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(strHeightPath);
+    SetSaved();
+    m_bChanged = true;
+    return true;
+}
+
+bool CLevelDocument::PlanExport(const char* pszPath,
+                                const SExportOptions& options,
+                                SExportPlan& plan)
+{
+    const CTerrain* pTerrain = GetTerrain();
+    if (pTerrain == nullptr)
+    {
+        CrashLog("[CLevelDocument::PlanExport] there is no level\n");
+        return false;
+    }
+    return ::PlanExport(pszPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), options, plan);
+}
+
+bool CLevelDocument::Export(const char* pszPath, const SExportPlan& plan)
+{
+    const CTerrain* pTerrain = GetTerrain();
+    return pTerrain != nullptr &&
+           ExportHeights(pszPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), plan);
+}
+
+std::string CLevelDocument::GetTitle() const
+{
+    const std::string strPath = m_Path.empty() ? GetHeightPath() : m_Path;
+    return strPath.empty() ? "Untitled" : std::filesystem::path(strPath).filename().string();
+}
+
+std::string CLevelDocument::GetHeightPath() const
+{
+    const CEnvironment* pEnvironment = m_Host.GetEngine().GetCWorld().GetCEnvironment();
+    const std::string strName = pEnvironment != nullptr ? pEnvironment->GetHeightMapName() : "";
+    return strName.empty() ? strName : GetFullPath(strName.c_str());
+}
+
+bool CLevelDocument::IsModified() const
+{
+    return HasLevel() && (m_bChanged || m_Host.GetUndoStack().GetStateId() != m_SavedStateId);
+}
+
+void CLevelDocument::SetBitmap(const std::string& strPath)
+{
+    m_bChanged = m_bChanged || strPath != m_Bitmap;
+    m_Bitmap = strPath;
+}
+
+void CLevelDocument::SetMaterial(const std::string& strPath)
+{
+    m_bChanged = m_bChanged || strPath != m_Material;
+    m_Material = strPath;
+}
+
+SLevelText CLevelDocument::GetText() const
+{
+    SLevelText text;
+    text.strHeightMap = GetHeightPath();
+    text.strBitmap = m_Bitmap;
+    text.strMaterial = m_Material;
+    text.strPath = m_Path;
+    if (const CTerrain* pTerrain = GetTerrain())
+    {
+        text.uCellsX = pTerrain->GetCellsPerSide();
+        text.uCellsZ = pTerrain->GetCellsPerSideZ();
+        text.size = pTerrain->GetSizeVector();
+    }
+    return text;
+}
+
+void CLevelDocument::OnBeforeEvent(const SHostEvent& event)
+{
+    // A press drops a drag that was never released: its heights stay and no record knows of them.
+    const bool bDropped = event.eKind == EHostEvent::ButtonDown && GetRevision() != m_KnownRevision;
+    m_bChanged = m_bChanged || bDropped;
+}
+
+void CLevelDocument::OnEvent(const SHostEvent& event)
+{
+    if (event.eKind == EHostEvent::TerrainReloaded)
+    {
+        m_bChanged = true; // the level file names other cells
+    }
+    if (event.eKind == EHostEvent::LevelChanged)
+    {
+        if (!m_bOpening)
+        {
+            SetSource({}, true); // a script has made or opened it: it is no file of ours
+        }
+    }
+    if (event.eKind != EHostEvent::MouseMove && event.eKind != EHostEvent::ButtonDown)
+    {
+        m_KnownRevision = GetRevision();
+    }
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "editor/core/IHostObserver.h"
+#include "engine/elevation/HeightExport.h"
+#include "engine/elevation/SImportOptions.h"
+
+#include <string>
+#include <vector>
+
+class CEditorHost;
+class CTerrain;
+struct SLevelText;
+
+// The open level as a document: where its file is, what the file says beside the heights, and
+// whether anything of it is not saved. A level is a text file that names its height map, its
+// terrain-type bitmap and its material. Owned by the program; opens and saves through the host that
+// it borrows for its life. Operations return false after one logged line, and the level is then as
+// it was. UI thread.
+class CLevelDocument : public IHostObserver
+{
+public:
+    explicit CLevelDocument(CEditorHost& host); // borrowed, outlives the document
+    ~CLevelDocument() override;
+    CLevelDocument(const CLevelDocument&) = delete;
+    CLevelDocument& operator=(const CLevelDocument&) = delete;
+
+    // A level without a file, square. uCells: per side, 1 to 16384. size: terrain units, y is the
+    // highest height. fHeight: of all vertices, kept within the level's.
+    bool New(uint32_t uCells, const SVec3& size, float fHeight = 0.0F);
+    // A level file, or a ".height" file, which becomes a level without a file of its own.
+    bool Open(const char* pszPath);
+    // Heights, then the level file, each in one step, so that what is there at any moment opens.
+    // Only with a path.
+    bool Save();
+    // The heights go to "NAME.height" beside "NAME.level". Appends the extension when there is
+    // none.
+    bool SaveAs(const char* pszPath);
+    // What an interrupted run has left: heights from pszHeightPath, the rest from text. The level
+    // gets its own paths back, which are not read, and counts as modified.
+    bool OpenRecovered(const SLevelText& text, const char* pszHeightPath);
+
+    // Replaces the heights by those of a height map of another format; the undo stack is emptied.
+    // lines: what was assumed and what may disappoint, for the user.
+    bool
+    Import(const char* pszPath, const SImportOptions& options, std::vector<std::string>& lines);
+    // In two steps, so that the plan's lines can be shown before anything is written.
+    bool PlanExport(const char* pszPath, const SExportOptions& options, SExportPlan& plan);
+    bool Export(const char* pszPath, const SExportPlan& plan);
+
+    // Full path of the level file; empty for a level without one.
+    const std::string& GetPath() const { return m_Path; }
+
+    // For a window's title: the file's name; that of the height map without one; else "Untitled".
+    std::string GetTitle() const;
+    // Full path of the level's height map; empty for a new level.
+    std::string GetHeightPath() const;
+    // Heights or settings differ from what was saved. A level that was undone back to the step it
+    // was saved at does not.
+    bool IsModified() const;
+
+    bool HasLevel() const { return GetTerrain() != nullptr; }
+
+    // As the level file has them: relative to the roots, or absolute. Empty for none.
+    const std::string& GetBitmap() const { return m_Bitmap; }
+
+    const std::string& GetMaterial() const { return m_Material; }
+
+    void SetBitmap(const std::string& strPath);
+    void SetMaterial(const std::string& strPath);
+
+    SLevelText GetText() const; // what a level file would say now
+
+    // Grows when another level is opened or made; saving keeps it.
+    uint64_t GetGeneration() const { return m_Generation; }
+
+    // IHostObserver
+    void OnBeforeEvent(const SHostEvent& event) override;
+    void OnEvent(const SHostEvent& event) override;
+
+private:
+    CTerrain* GetTerrain() const; // null without a level
+    uint64_t GetRevision() const;
+    bool OpenHeights(const char* pszPath);
+    bool WriteTo(const std::string& strPath, const std::string& strHeightPath);
+    void SetSaved();
+    void SetSource(const SLevelText& text, bool bSaved);
+
+    CEditorHost& m_Host;
+    std::string m_Path;
+    std::string m_Bitmap;
+    std::string m_Material;
+    uint64_t m_Generation = 0;
+    uint64_t m_SavedStateId = 0;  // of the undo stack
+    uint64_t m_KnownRevision = 0; // of the heights, after the last change that undo knows
+    bool m_bOpening = false;      // this opens a level, and knows what it is
+    bool m_bChanged = false;      // since it was saved, in a way that undo does not take back
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+#include <cstdint>
+#include <string>
+
+class CTCPARSE_KEYWORD;
+
+// What a level file says. The height map is the truth about cells and size; the file repeats them
+// for people and for programs that do not read heights.
+struct SLevelText
+{
+    std::string strHeightMap; // full path; in the file relative to it where it is below its folder
+    std::string strBitmap;    // terrain types; empty for none
+    std::string strMaterial;  // empty for none
+    uint32_t uCellsX = 0;
+    uint32_t uCellsZ = 0;
+    SVec3 size;          // terrain units
+    std::string strPath; // of the level file itself, full; not written
+
+    // The whole file as it is written to strPath: declarations, then the calls.
+    std::string Write() const;
+    // Fills this from the calls of a file at strPath. False when it names no height map.
+    bool Read(const CTCPARSE_KEYWORD* pFirst);
+};

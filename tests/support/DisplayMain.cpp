@@ -1,0 +1,121 @@
+// The tests of real windows need a display of their own: events from outside reach the window under
+// the cursor, and a developer's desktop is no place for that.
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QStyleFactory>
+#include <QSurfaceFormat>
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace
+{
+
+// An X server that ends with this object.
+class CDisplay
+{
+public:
+    CDisplay()
+    {
+        int pipe[2] = {};
+        if (::pipe(pipe) != 0)
+        {
+            return;
+        }
+        m_Server = ::fork();
+        if (m_Server == 0)
+        {
+            ::close(pipe[0]);
+            const std::string strPipe = std::to_string(pipe[1]);
+            ::execlp("Xvfb",
+                     "Xvfb",
+                     "-displayfd",
+                     strPipe.c_str(),
+                     "-screen",
+                     "0",
+                     "1600x1000x24",
+                     "-nolisten",
+                     "tcp",
+                     static_cast<char*>(nullptr));
+            ::_exit(127);
+        }
+        ::close(pipe[1]);
+        char szNumber[16] = {};
+        size_t nRead = 0;
+        while (nRead + 1 < sizeof(szNumber) && ::read(pipe[0], szNumber + nRead, 1) == 1 &&
+               szNumber[nRead] != '\n')
+        {
+            ++nRead;
+        }
+        ::close(pipe[0]);
+        szNumber[nRead] = '\0';
+        m_Name = nRead > 0 ? ":" + std::string(szNumber) : "";
+    }
+
+    ~CDisplay()
+    {
+        if (m_Server > 0)
+        {
+            ::kill(m_Server, SIGTERM);
+            ::waitpid(m_Server, nullptr, 0);
+        }
+    }
+
+    CDisplay(const CDisplay&) = delete;
+    CDisplay& operator=(const CDisplay&) = delete;
+
+    const std::string& GetName() const { return m_Name; } // empty when there is none
+
+private:
+    pid_t m_Server = -1;
+    std::string m_Name;
+};
+
+} // namespace
+
+// What the software renderer and the font library keep until the process ends.
+extern "C" const char* __lsan_default_suppressions();
+
+extern "C" const char* __lsan_default_suppressions()
+{
+    return "leak:libLLVM\nleak:swrast_dri\nleak:libgallium\nleak:libGLX\nleak:libEGL\n"
+           "leak:libfontconfig\nleak:libxcb\nleak:libX11\nleak:libQt6XcbQpa\nleak:libdbus\n"
+           "leak:libglapi\nleak:libnvidia\n";
+}
+
+int main(int nArguments, char** ppszArguments)
+{
+    testing::InitGoogleTest(&nArguments, ppszArguments);
+    if (GTEST_FLAG_GET(list_tests))
+    {
+        return RUN_ALL_TESTS();
+    }
+    const CDisplay display;
+    if (display.GetName().empty())
+    {
+        std::fprintf(stderr, "Xvfb cannot be started\n");
+        return 1;
+    }
+    ::setenv("DISPLAY", display.GetName().c_str(), 1);
+    ::setenv("QT_QPA_PLATFORM", "xcb", 1);
+    ::setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1);
+    ::setenv("MESA_GL_VERSION_OVERRIDE", "3.3", 1); // no more than the editor asks for
+    QSurfaceFormat format;
+    format.setVersion(3, 3);
+    format.setProfile(QSurfaceFormat::CoreProfile);
+    format.setDepthBufferSize(24);
+    QSurfaceFormat::setDefaultFormat(format);
+    QApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    const QApplication application(nArguments, ppszArguments);
+    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    return RUN_ALL_TESTS();
+}
