@@ -8,6 +8,7 @@ namespace
 {
 
 uint32_t g_AliveCount = 0;
+uint32_t g_LastRevision = 0;
 
 // The luminance of up to 256 colours, by the rule of the image library.
 std::array<uint8_t, 256> MakeLuminances(const IPalette& palette)
@@ -38,6 +39,7 @@ CTexture::CTexture(std::string strName,
     : m_Name(std::move(strName))
     , m_Image(std::move(pImage))
     , m_Palette(std::move(pPalette))
+    , m_Revision(++g_LastRevision)
 {
     ++g_AliveCount;
 }
@@ -68,7 +70,7 @@ void CTexture::Replace(std::unique_ptr<IImage> pImage, std::unique_ptr<IPalette>
     m_Image = std::move(pImage);
     m_Palette = std::move(pPalette);
     m_Grey = {};
-    ++m_Revision;
+    m_Revision = ++g_LastRevision;
 }
 
 uint32_t CTexture::GetAliveCount()

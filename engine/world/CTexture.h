@@ -46,7 +46,8 @@ public:
 
     const IPalette* GetPalette() const { return m_Palette.get(); } // null: none
 
-    // Grows with each Replace, for whoever keeps a copy of the pixels.
+    // Unique in the process, another one after each Replace, for whoever keeps a copy of the
+    // pixels.
     uint32_t GetRevision() const { return m_Revision; }
 
     // Textures of the process that were made and not destroyed.
@@ -60,5 +61,5 @@ private:
     std::unique_ptr<IPalette> m_Palette;
     std::vector<uint8_t> m_Grey; // made at the first lock of a texture with colours
     uint32_t m_Flags = 0;
-    uint32_t m_Revision = 1;
+    uint32_t m_Revision;
 };

@@ -223,7 +223,7 @@ TEST(Architecture, QtIsEnteredOnlyWhereTheArchitectureSaysSo)
     }
 }
 
-TEST(Architecture, OnlyEngineAndWidgetsNeedQt)
+TEST(Architecture, OnlyEngineWidgetsAndTheEditorNeedQt)
 {
     std::vector<std::string> binaries = ListPrograms();
     binaries.insert(
@@ -238,7 +238,7 @@ TEST(Architecture, OnlyEngineAndWidgetsNeedQt)
         const SRun symbols = RunCommand("nm -D --undefined-only '" + strPath + "'");
         ASSERT_EQ(symbols.nExitCode, 0) << symbols.strOutput;
         const bool bEngine = strBinary == "libtellur_engine.so";
-        const bool bWidgets = strBinary == "libtellur_widgets.so";
+        const bool bWidgets = strBinary == "libtellur_widgets.so" || strBinary == "tellur-editor";
         EXPECT_EQ(symbols.strOutput.find("@Qt_") != std::string::npos, bEngine || bWidgets);
         for (const std::string& strLine : SplitLines(needed.strOutput))
         {

@@ -1,0 +1,345 @@
+#include "editor/app/CDocumentActions.h"
+
+#include "editor/app/CEditor.h"
+#include "editor/app/CImportDialog.h"
+#include "editor/app/CMessagesDock.h"
+#include "editor/app/CNewLevelDialog.h"
+#include "editor/app/FileChoice.h"
+#include "engine/elevation/ElevationFormat.h"
+#include "engine/terrain/CTerrain.h"
+
+#include <QDateTime>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace
+{
+
+constexpr char LEVEL_FILTER[] = "Levels (*.level *.height)";
+constexpr char HEIGHT_FILTER[] =
+    "Height maps (*.png *.tif *.tiff *.asc *.hgt *.npy *.r16 *.r32);;All files (*)";
+constexpr char SCRIPT_FILTER[] = "Replay scripts (*.tellur)";
+constexpr int SHOWN_LINES = 12;
+
+bool IsLevel(const std::string& strPath)
+{
+    const QString strSuffix = QFileInfo(QString::fromStdString(strPath)).suffix().toLower();
+    return strSuffix == "level" || strSuffix == "height";
+}
+
+QString JoinLines(const std::vector<std::string>& lines)
+{
+    QStringList shown;
+    for (const std::string& strLine : lines)
+    {
+        if (shown.size() < SHOWN_LINES)
+        {
+            shown << QString::fromStdString(strLine);
+        }
+    }
+    return shown.join('\n');
+}
+
+} // namespace
+
+CDocumentActions::CDocumentActions(QWidget& window,
+                                   CEditor& editor,
+                                   const CMessagesDock& messages,
+                                   std::function<void()> onLevel)
+    : m_Window(window)
+    , m_Editor(editor)
+    , m_Messages(messages)
+    , m_OnLevel(std::move(onLevel))
+{
+}
+
+bool CDocumentActions::Report(bool bDone, const QString& strFault)
+{
+    if (!bDone)
+    {
+        QMessageBox box(QMessageBox::Warning, "Tellur", strFault, QMessageBox::Ok, &m_Window);
+        box.setInformativeText(m_Messages.GetLastLine());
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    }
+    return bDone;
+}
+
+std::string
+CDocumentActions::AskForFile(bool bSave, const QString& strTitle, const QString& strFilter)
+{
+    const QString strFolder =
+        QFileInfo(QString::fromStdString(m_Editor.GetDocument().GetPath())).path();
+    const QString strPath =
+        bSave ? QFileDialog::getSaveFileName(&m_Window, strTitle, strFolder, strFilter)
+              : QFileDialog::getOpenFileName(&m_Window, strTitle, strFolder, strFilter);
+    return strPath.toStdString();
+}
+
+void CDocumentActions::New()
+{
+    if (!MayLeave())
+    {
+        return;
+    }
+    CNewLevelDialog dialog(&m_Window);
+    if (dialog.exec() != QDialog::Accepted)
+    {
+        return;
+    }
+    const bool bMade =
+        m_Editor.GetDocument().New(dialog.GetCells(), dialog.GetSize(), dialog.GetHeight());
+    if (Report(bMade, "The level cannot be made."))
+    {
+        m_Editor.GetAutosave().Remove();
+        m_OnLevel();
+    }
+}
+
+void CDocumentActions::Open()
+{
+    const std::string strPath =
+        AskForFile(false, "Open", QString(LEVEL_FILTER) + ";;" + HEIGHT_FILTER);
+    if (!strPath.empty())
+    {
+        OpenFile(strPath);
+    }
+}
+
+bool CDocumentActions::OpenFile(const std::string& strPath)
+{
+    if (!MayLeave())
+    {
+        return false;
+    }
+    if (!IsLevel(strPath))
+    {
+        return ImportFile(strPath);
+    }
+    if (!Report(m_Editor.GetDocument().Open(strPath.c_str()), "The level cannot be opened."))
+    {
+        m_Editor.GetRecentFiles().Remove(strPath);
+        return false;
+    }
+    OnOpened(strPath);
+    return true;
+}
+
+void CDocumentActions::OnOpened(const std::string& strPath)
+{
+    m_Editor.GetAutosave().Remove();
+    m_Editor.GetRecentFiles().Add(
+        QFileInfo(QString::fromStdString(strPath)).absoluteFilePath().toStdString());
+    m_OnLevel();
+}
+
+bool CDocumentActions::Save()
+{
+    CLevelDocument& document = m_Editor.GetDocument();
+    if (document.GetPath().empty())
+    {
+        return SaveAs();
+    }
+    m_Editor.GetHost().EndDrag();
+    if (!Report(document.Save(), "The level cannot be saved. The files are as they were."))
+    {
+        return false;
+    }
+    m_Editor.GetAutosave().Remove();
+    return true;
+}
+
+bool CDocumentActions::SaveAs()
+{
+    CLevelDocument& document = m_Editor.GetDocument();
+    if (!document.HasLevel())
+    {
+        return false;
+    }
+    const std::string strPath = AskForFile(true, "Save level as", "Levels (*.level)");
+    if (strPath.empty())
+    {
+        return false;
+    }
+    m_Editor.GetHost().EndDrag();
+    if (!Report(document.SaveAs(strPath.c_str()), "The level cannot be saved."))
+    {
+        return false;
+    }
+    m_Editor.GetAutosave().Remove();
+    m_Editor.GetRecentFiles().Add(document.GetPath());
+    return true;
+}
+
+void CDocumentActions::Import()
+{
+    const std::string strPath = AskForFile(false, "Import height map", HEIGHT_FILTER);
+    if (!strPath.empty())
+    {
+        ImportFile(strPath);
+    }
+}
+
+bool CDocumentActions::ImportFile(const std::string& strPath)
+{
+    const QString strName = QFileInfo(QString::fromStdString(strPath)).fileName();
+    const EElevationFormat eFormat = FindFormatByName(strPath.c_str());
+    const bool bRaw = eFormat == EElevationFormat::Raw16 || eFormat == EElevationFormat::Raw32;
+    CImportDialog dialog(&m_Window, strName, bRaw);
+    if (dialog.exec() != QDialog::Accepted)
+    {
+        return false;
+    }
+    std::vector<std::string> lines;
+    const bool bDone = m_Editor.GetDocument().Import(strPath.c_str(), dialog.GetOptions(), lines);
+    if (!Report(bDone, "The height map cannot be imported."))
+    {
+        return false;
+    }
+    m_OnLevel();
+    if (!lines.empty())
+    {
+        QMessageBox::information(&m_Window, "Imported " + strName, JoinLines(lines));
+    }
+    return true;
+}
+
+void CDocumentActions::Export()
+{
+    CLevelDocument& document = m_Editor.GetDocument();
+    const std::string strPath =
+        document.HasLevel() ? AskForFile(true, "Export height map", HEIGHT_FILTER) : "";
+    if (strPath.empty())
+    {
+        return;
+    }
+    SExportPlan plan;
+    if (!Report(document.PlanExport(strPath.c_str(), {}, plan), "The export cannot be made."))
+    {
+        return;
+    }
+    const auto eAnswer = QMessageBox::question(&m_Window,
+                                               "Export height map",
+                                               JoinLines(plan.lines),
+                                               QMessageBox::Save | QMessageBox::Cancel);
+    if (eAnswer == QMessageBox::Save)
+    {
+        Report(document.Export(strPath.c_str(), plan), "The export cannot be written.");
+    }
+}
+
+void CDocumentActions::ExportStl()
+{
+    CTerrain* pTerrain = m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain();
+    std::string strPath =
+        pTerrain != nullptr ? AskForFile(true, "Export to STL", "STL files (*.stl)") : "";
+    if (strPath.empty())
+    {
+        return;
+    }
+    strPath += QFileInfo(QString::fromStdString(strPath)).suffix().isEmpty() ? ".stl" : "";
+    Report(pTerrain->ExportToSTL(strPath.c_str(), nullptr), "The STL file was not written.");
+}
+
+void CDocumentActions::ChooseMaterial()
+{
+    const std::string strPath = AskForFile(false, "Material", "Materials (*.mat)");
+    if (!strPath.empty())
+    {
+        m_Editor.GetDocument().SetMaterial(MakeRootRelative(strPath));
+        m_OnLevel();
+    }
+}
+
+void CDocumentActions::ChooseBitmap()
+{
+    const std::string strPath =
+        AskForFile(false, "Terrain-type bitmap", "Pictures (*.png *.tga *.bmp *.jpg *.jpeg *.dds)");
+    if (!strPath.empty())
+    {
+        m_Editor.GetDocument().SetBitmap(MakeRootRelative(strPath));
+        m_OnLevel();
+    }
+}
+
+void CDocumentActions::ToggleRecording()
+{
+    CRecorder* pRecorder = m_Editor.GetRecorder();
+    if (pRecorder == nullptr)
+    {
+        return;
+    }
+    if (pRecorder->IsRecording())
+    {
+        const std::string strPath = pRecorder->GetPath();
+        Report(pRecorder->Stop(), "The script is not complete.");
+        return;
+    }
+    std::string strPath = AskForFile(true, "Record a replay script", SCRIPT_FILTER);
+    if (!strPath.empty())
+    {
+        strPath += QFileInfo(QString::fromStdString(strPath)).suffix().isEmpty() ? ".tellur" : "";
+        Report(pRecorder->Start(strPath), "The script cannot be recorded.");
+    }
+}
+
+bool CDocumentActions::MayLeave()
+{
+    m_Editor.GetHost().EndDrag();
+    if (!m_Editor.GetDocument().IsModified())
+    {
+        return true;
+    }
+    QMessageBox box(QMessageBox::Question,
+                    "Unsaved changes",
+                    QString("Save the changes of %1?")
+                        .arg(QString::fromStdString(m_Editor.GetDocument().GetTitle())),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+                    &m_Window);
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec())
+    {
+    case QMessageBox::Save:
+        return Save();
+    case QMessageBox::Discard:
+        m_Editor.GetAutosave().Remove();
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool CDocumentActions::OfferRecovery()
+{
+    const std::vector<SRecoverable> entries =
+        CAutosave::FindRecoverable(m_Editor.GetRecentFiles().GetPaths());
+    for (const SRecoverable& entry : entries)
+    {
+        const QString strName = entry.level.strPath.empty()
+                                    ? QString("a level that was never saved")
+                                    : QString::fromStdString(entry.level.strPath);
+        QMessageBox box(QMessageBox::Question,
+                        "Recover",
+                        QString("The editor did not end properly. It kept changes of\n%1\nof %2.")
+                            .arg(strName, QDateTime::fromSecsSinceEpoch(entry.iWritten).toString()),
+                        QMessageBox::NoButton,
+                        &m_Window);
+        const QAbstractButton* pRecover = box.addButton("Recover", QMessageBox::AcceptRole);
+        const QAbstractButton* pDiscard = box.addButton("Discard", QMessageBox::DestructiveRole);
+        box.addButton("Later", QMessageBox::RejectRole);
+        box.exec();
+        if (box.clickedButton() == pDiscard)
+        {
+            CAutosave::Discard(entry);
+        }
+        if (box.clickedButton() == pRecover &&
+            Report(m_Editor.GetAutosave().Recover(entry), "The level cannot be recovered."))
+        {
+            m_OnLevel();
+            return true;
+        }
+    }
+    return false;
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <string>
+
+class CEditor;
+class CMessagesDock;
+class QWidget;
+
+// What a person does with levels and their files: asks, calls the document, and says what went
+// wrong. Owned by the window; everything given is borrowed. UI thread.
+class CDocumentActions
+{
+public:
+    // onLevel: another level is open.
+    CDocumentActions(QWidget& window,
+                     CEditor& editor,
+                     const CMessagesDock& messages,
+                     std::function<void()> onLevel);
+
+    void New();
+    void Open(); // asks for the file
+    // A level or a height map of any known format. False when it cannot be opened, or the person
+    // keeps the present level.
+    bool OpenFile(const std::string& strPath);
+    bool Save(); // false when it was not saved
+    bool SaveAs();
+    void Import();
+    void Export();
+    void ExportStl();
+    void ChooseMaterial();
+    void ChooseBitmap();
+    void ToggleRecording();
+
+    // Asks about changes that are not saved. False: the person wants to go on with the level.
+    bool MayLeave();
+
+    // Offers what a run that did not end properly has left. True when a level was recovered.
+    bool OfferRecovery();
+
+private:
+    bool ImportFile(const std::string& strPath);
+    bool Report(bool bDone, const QString& strFault); // shows the fault with the last message
+    std::string AskForFile(bool bSave, const QString& strTitle, const QString& strFilter);
+    void OnOpened(const std::string& strPath);
+
+    QWidget& m_Window;
+    CEditor& m_Editor;
+    const CMessagesDock& m_Messages;
+    std::function<void()> m_OnLevel;
+};

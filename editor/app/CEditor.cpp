@@ -1,0 +1,66 @@
+#include "editor/app/CEditor.h"
+
+#include "host/IPluginScript.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace
+{
+
+constexpr char SETTINGS_FILE[] = "settings.txt";
+constexpr char KEYS_FILE[] = "keys.txt";
+constexpr char RECENT_FILE[] = "recent.txt";
+
+} // namespace
+
+CEditor::CEditor(IHostFace& face, std::string strConfigFolder)
+    : m_ConfigFolder(std::move(strConfigFolder))
+    , m_Host(face)
+    , m_Loader(m_Host)
+    , m_Document(m_Host)
+    , m_Autosave(m_Host, m_Document)
+    , m_RecentFiles(GetConfigFile(RECENT_FILE))
+{
+    std::error_code error; // without the folder each file says why it cannot be written
+    std::filesystem::create_directories(m_ConfigFolder, error);
+    m_Host.GetSettings().SetFile(GetConfigFile(SETTINGS_FILE).c_str());
+    m_Keys.Load(GetConfigFile(KEYS_FILE));
+}
+
+CEditor::~CEditor()
+{
+    UnloadPlugin();
+}
+
+bool CEditor::LoadPlugin(const std::string& strLibrary)
+{
+    if (!m_Loader.Load(strLibrary.c_str()))
+    {
+        return false;
+    }
+    m_Keys.AddActions(m_Host.GetRegistry().GetActions(), "");
+    m_Recorder = std::make_unique<CRecorder>(m_Host, GetPluginScript());
+    return true;
+}
+
+void CEditor::UnloadPlugin()
+{
+    m_Recorder.reset();
+    m_Loader.Unload();
+}
+
+IPluginScript* CEditor::GetPluginScript() const
+{
+    return dynamic_cast<IPluginScript*>(GetPlugin());
+}
+
+std::string CEditor::GetConfigFile(const char* pszName) const
+{
+    return m_ConfigFolder + "/" + pszName;
+}
+
+bool CEditor::SaveKeys()
+{
+    return m_Keys.Save(GetConfigFile(KEYS_FILE));
+}

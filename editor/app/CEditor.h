@@ -1,0 +1,63 @@
+#pragma once
+
+#include "editor/core/CAutosave.h"
+#include "editor/core/CEditorHost.h"
+#include "editor/core/CKeyBindings.h"
+#include "editor/core/CLevelDocument.h"
+#include "editor/core/CPluginLoader.h"
+#include "editor/core/CRecentFiles.h"
+#include "editor/script/CRecorder.h"
+
+#include <memory>
+#include <string>
+
+class IHostFace;
+class IPluginScript;
+
+// The editor without its windows: the host with its plug-in, the open level, keys, recent files and
+// the recorder. Owned by the program; the window borrows it and goes first. UI thread.
+class CEditor
+{
+public:
+    // face: borrowed, outlives the editor. strConfigFolder: where the user's files are kept, made
+    // when something is written there.
+    CEditor(IHostFace& face, std::string strConfigFolder);
+    ~CEditor();
+    CEditor(const CEditor&) = delete;
+    CEditor& operator=(const CEditor&) = delete;
+
+    // Starts the plug-in and takes its actions into the key bindings. False after a logged line.
+    bool LoadPlugin(const std::string& strLibrary);
+    void UnloadPlugin(); // its windows must be gone
+
+    IPlugin* GetPlugin() const { return m_Loader.GetPlugin(); } // null without one
+
+    IPluginScript* GetPluginScript() const; // null without one
+
+    CEditorHost& GetHost() { return m_Host; }
+
+    CLevelDocument& GetDocument() { return m_Document; }
+
+    CAutosave& GetAutosave() { return m_Autosave; }
+
+    CRecentFiles& GetRecentFiles() { return m_RecentFiles; }
+
+    CKeyBindings& GetKeys() { return m_Keys; }
+
+    CRecorder* GetRecorder() { return m_Recorder.get(); } // null without a plug-in
+
+    // Of a file in the user's folder.
+    std::string GetConfigFile(const char* pszName) const;
+
+    bool SaveKeys();
+
+private:
+    std::string m_ConfigFolder;
+    CEditorHost m_Host;
+    CPluginLoader m_Loader;
+    CLevelDocument m_Document;
+    CAutosave m_Autosave;
+    CRecentFiles m_RecentFiles;
+    CKeyBindings m_Keys;
+    std::unique_ptr<CRecorder> m_Recorder;
+};

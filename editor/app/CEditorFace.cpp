@@ -1,0 +1,183 @@
+#include "editor/app/CEditorFace.h"
+
+#include "editor/app/CEditorWindow.h"
+#include "editor/app/CViewArea.h"
+#include "editor/app/CViewWidget.h"
+#include "editor/app/FileChoice.h"
+#include "editor/core/CEditorHost.h"
+#include "engine/world/CWorld.h"
+
+#include <QInputDialog>
+#include <QLineEdit>
+
+bool CEditorFrontEnd::LookUp(EKey eKey) const
+{
+    return m_pScript != nullptr ? m_pScript->IsKeyDown(eKey) : CWidgetFrontEnd::IsKeyDown(eKey);
+}
+
+bool CEditorFrontEnd::IsKeyDown(EKey eKey) const
+{
+    return m_bInEvent ? m_Held[static_cast<uint32_t>(eKey)] : LookUp(eKey);
+}
+
+void CEditorFrontEnd::OnBeforeEvent(const SHostEvent& event)
+{
+    if (event.eKind == EHostEvent::Undo || event.eKind == EHostEvent::Redo)
+    {
+        return; // no plug-in looks at keys then, and the event may have no end
+    }
+    for (const EKey eKey : {EKey::Control, EKey::Alt, EKey::Shift})
+    {
+        m_Held[static_cast<uint32_t>(eKey)] = LookUp(eKey);
+    }
+    m_bInEvent = true;
+}
+
+void CEditorFrontEnd::OnEvent(const SHostEvent& event)
+{
+    // These come in the middle of another event.
+    m_bInEvent = m_bInEvent &&
+                 (event.eKind == EHostEvent::UndoAdded || event.eKind == EHostEvent::LevelChanged ||
+                  event.eKind == EHostEvent::TerrainReloaded);
+}
+
+void CEditorFace::SetScript(CScriptCursor* pCursor)
+{
+    m_pScript = pCursor;
+    m_FrontEnd.SetScript(pCursor);
+}
+
+bool CEditorFace::PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer)
+{
+    bool bOk = false;
+    const QString strText = QInputDialog::getText(m_pWindow,
+                                                  QString::fromUtf8(pszTitle),
+                                                  QString::fromUtf8(pszLabel),
+                                                  QLineEdit::Normal,
+                                                  QString::fromStdString(strAnswer),
+                                                  &bOk);
+    if (bOk)
+    {
+        strAnswer = strText.toStdString();
+    }
+    return bOk;
+}
+
+std::string CEditorFace::BrowseForFile(int iKind,
+                                       const char* pszDefaultExtension,
+                                       const char* pszInitialName,
+                                       const char* pszInitialFolder,
+                                       const char* pszFilter)
+{
+    return ChooseFile(
+        m_pWindow, iKind, pszDefaultExtension, pszInitialName, pszInitialFolder, pszFilter);
+}
+
+ViewId CEditorFace::GetActiveView()
+{
+    return m_pWindow != nullptr ? m_pWindow->GetViews().GetActiveId() : NO_VIEW;
+}
+
+IViewWindow* CEditorFace::GetViewWindow(ViewId view)
+{
+    return m_pWindow != nullptr ? m_pWindow->GetViews().Find(view) : nullptr;
+}
+
+void CEditorFace::RedrawViews()
+{
+    if (m_pWindow != nullptr)
+    {
+        m_pWindow->GetViews().RequestFrames();
+    }
+}
+
+void CEditorFace::RefreshView(ViewId view)
+{
+    CViewWidget* pView = m_pWindow != nullptr ? m_pWindow->GetViews().Find(view) : nullptr;
+    if (pView != nullptr)
+    {
+        pView->RequestFrame();
+    }
+}
+
+bool CEditorFace::PickTerrain(ViewId view, ViewPoint point, SVec3& hit)
+{
+    if (m_pWindow == nullptr)
+    {
+        return false;
+    }
+    if (m_pScript != nullptr)
+    {
+        return m_pScript->Pick(m_pWindow->GetHost().GetEngine().GetWorld(), hit);
+    }
+    CViewWidget* pView = m_pWindow->GetViews().Find(view);
+    return pView != nullptr && pView->GetInput().Pick(point, hit);
+}
+
+bool CEditorFace::IsKeyboardNavigationOn()
+{
+    return m_pWindow != nullptr && m_pWindow->GetSettings().bKeyboardNavigation;
+}
+
+bool CEditorFace::IsCameraKeyDown(ECameraKey eKey)
+{
+    constexpr const char* NAMES[] = {"back", "right", "forward", "left"};
+    const CViewWidget* pView = m_pWindow != nullptr ? m_pWindow->GetViews().GetActive() : nullptr;
+    return pView != nullptr && pView->IsFlyKeyDown(NAMES[static_cast<uint32_t>(eKey)]);
+}
+
+void CEditorFace::TurnCamera(ViewId view, float fDegrees)
+{
+    CCamera* pCamera =
+        m_pWindow != nullptr
+            ? m_pWindow->GetHost().GetEngine().GetCWorld().GetCameraList().GetCameraOfView(view)
+            : nullptr;
+    if (pCamera != nullptr)
+    {
+        pCamera->Turn(fDegrees);
+        RefreshView(view);
+    }
+}
+
+void CEditorFace::LookFromDirection(ICamera* pCamera, float fX, float fY)
+{
+    if (m_pWindow != nullptr && pCamera != nullptr)
+    {
+        m_pWindow->GetViews().LookFrom(*static_cast<CCamera*>(pCamera), fX, fY);
+    }
+}
+
+void CEditorFace::SetViewToggle(ViewId view, bool bOn)
+{
+    CViewWidget* pView = m_pWindow != nullptr ? m_pWindow->GetViews().Find(view) : nullptr;
+    if (pView != nullptr)
+    {
+        pView->SetWireFrame(bOn);
+    }
+}
+
+bool CEditorFace::OpenPluginView(const CRuntimeClass* pClass)
+{
+    return m_pWindow != nullptr && m_pWindow->OpenPanel(pClass);
+}
+
+void CEditorFace::ClosePluginView()
+{
+    if (m_pWindow != nullptr)
+    {
+        m_pWindow->ClosePanel();
+    }
+}
+
+void CEditorFace::OnCaptionChanged(const char* /*pszCaption*/)
+{
+    if (m_pWindow != nullptr)
+    {
+        m_pWindow->ShowState();
+    }
+}
+
+bool CEditorFace::OnProgress(const char* pszWhat, float fDone)
+{
+    return m_pWindow == nullptr || m_pWindow->ShowProgress(pszWhat, fDone);
+}

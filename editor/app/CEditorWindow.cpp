@@ -1,0 +1,316 @@
+#include "editor/app/CEditorWindow.h"
+
+#include "editor/app/CCursorNote.h"
+#include "editor/app/CEditor.h"
+#include "editor/app/CEditorFace.h"
+#include "editor/app/CHistoryDock.h"
+#include "editor/app/CLightDock.h"
+#include "editor/app/CMessagesDock.h"
+#include "editor/app/CPanelDock.h"
+#include "editor/app/CProcessesDock.h"
+#include "editor/app/CStatusLine.h"
+#include "editor/app/CViewArea.h"
+#include "framework/core/CToolBar.h"
+#include "host/IPluginScript.h"
+#include "host/World.h"
+
+#include <QCloseEvent>
+#include <QDropEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QSettings>
+
+namespace
+{
+
+constexpr int AUTOSAVE_TICK_MS = 5000;
+constexpr int FIRST_WIDTH = 1280;
+constexpr int FIRST_HEIGHT = 800;
+constexpr char WINDOW_FILE[] = "editor.ini";
+
+} // namespace
+
+CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
+    : m_Editor(editor)
+    , m_Face(face)
+    , m_pMessages(new CMessagesDock(this))
+    , m_Commands(*this, editor.GetKeys())
+    , m_Documents(*this, editor, *m_pMessages, [this] { OnLevel(); })
+{
+    m_Settings.Load(editor.GetConfigFile(WINDOW_FILE));
+    setObjectName("editor");
+    setAcceptDrops(true);
+    m_Face.SetWindow(this);
+    GetHost().AddObserver(&m_Face.GetEditorFrontEnd());
+    GetHost().AddObserver(this);
+
+    m_pStatus = new CStatusLine(this);
+    setStatusBar(m_pStatus);
+    m_AutosaveTimer.setInterval(AUTOSAVE_TICK_MS);
+    m_AutosaveTimer.callOnTimeout(
+        this, [this] { m_Editor.GetAutosave().Tick(CAutosave::TimePoint::clock::now()); });
+    m_StateTimer.setSingleShot(true);
+    m_StateTimer.callOnTimeout(this, [this] { Refresh(); });
+}
+
+CEditorWindow::~CEditorWindow()
+{
+    for (CToolBar* pToolBar : GetHost().GetRegistry().GetToolBars())
+    {
+        pToolBar->SetChangeListener({});
+    }
+    GetHost().RemoveObserver(this);
+    GetHost().RemoveObserver(&m_Face.GetEditorFrontEnd());
+    m_Face.SetWindow(nullptr);
+    m_Face.SetScript(nullptr);
+    // Views, panel and docks may still reach for the host: they go while all of it is there.
+    delete m_pPanel;
+    delete m_pViews;
+    if (!m_BitmapName.empty())
+    {
+        GetHost().GetEngine().GetTextures().Release(m_Settings.render.pTypeBitmap);
+    }
+}
+
+CEditorHost& CEditorWindow::GetHost()
+{
+    return m_Editor.GetHost();
+}
+
+SViewEvents CEditorWindow::MakeViewEvents()
+{
+    return {[](ViewId) {},
+            [this](ViewId view) { FollowCursor(view); },
+            [this](ViewId view, QPoint screen) { ShowContextMenu(view, screen); },
+            [this](const QString& strFault)
+            {
+                m_ViewFault = strFault;
+                statusBar()->showMessage(strFault);
+            }};
+}
+
+void CEditorWindow::ShowPlugin()
+{
+    const SViewParts parts{GetHost(), m_Editor.GetPluginScript(), m_Settings, m_Editor.GetKeys()};
+    m_pViews = new CViewArea(this, parts, MakeViewEvents());
+    setCentralWidget(m_pViews);
+    MakeDocks();
+    MakeFileMenu();
+    MakeEditMenu();
+    MakeViewMenu();
+    MakeLevelMenu();
+    MakeCameraMenu();
+    MakeToolsMenu();
+    m_Commands.AddPluginActions([this](int32_t iAction) { SendAction(iAction); });
+    m_Commands.ApplyKeys();
+    m_pViews->Add(EViewKind::Perspective);
+    m_pViews->Add(EViewKind::Top);
+    m_pViews->setSizes({FIRST_WIDTH / 2, FIRST_WIDTH / 4});
+    resize(FIRST_WIDTH, FIRST_HEIGHT);
+    const QSettings file(QString::fromStdString(m_Editor.GetConfigFile(WINDOW_FILE)),
+                         QSettings::IniFormat);
+    restoreGeometry(file.value("window/geometry").toByteArray());
+    restoreState(file.value("window/state").toByteArray());
+    if (GetHost().GetSettings().IsPanelOpen())
+    {
+        m_Editor.GetPlugin()->Activate(true);
+    }
+    else
+    {
+        m_pPanel->hide();
+    }
+    ApplySettings();
+    OnLevel();
+}
+
+void CEditorWindow::MakeDocks()
+{
+    setDockOptions(AnimatedDocks | AllowNestedDocks | AllowTabbedDocks);
+    m_pPanel = new CPanelDock(this, [this] { GetHost().NotifyPanelClosed(); });
+    m_pHistory = new CHistoryDock(this,
+                                  GetHost().GetUndoStack(),
+                                  [this]
+                                  {
+                                      GetHost().EndDrag();
+                                      ShowState();
+                                  });
+    m_pProcesses = new CProcessesDock(
+        this, GetHost().GetRegistry(), [this](size_t iProcess) { return RunProcess(iProcess); });
+    auto* pLight = new CLightDock(this, m_Settings.render, [this] { m_pViews->RequestFrames(); });
+    addDockWidget(Qt::RightDockWidgetArea, m_pPanel);
+    addDockWidget(Qt::RightDockWidgetArea, m_pHistory);
+    addDockWidget(Qt::RightDockWidgetArea, m_pProcesses);
+    addDockWidget(Qt::RightDockWidgetArea, pLight);
+    addDockWidget(Qt::BottomDockWidgetArea, m_pMessages);
+    tabifyDockWidget(m_pHistory, m_pProcesses);
+    tabifyDockWidget(m_pProcesses, pLight);
+    m_pHistory->raise();
+    resizeDocks({m_pMessages}, {fontMetrics().height() * 6}, Qt::Vertical);
+}
+
+bool CEditorWindow::OpenPanel(const CRuntimeClass* pClass)
+{
+    return m_pPanel != nullptr && m_pPanel->Open(pClass);
+}
+
+void CEditorWindow::ClosePanel()
+{
+    if (m_pPanel != nullptr)
+    {
+        m_pPanel->Close();
+    }
+}
+
+bool CEditorWindow::ShowProgress(const char* pszWhat, float fDone)
+{
+    if (m_pProcesses != nullptr)
+    {
+        m_pProcesses->ShowProgress(fDone);
+    }
+    return m_Progress.Report(this, pszWhat, fDone);
+}
+
+void CEditorWindow::OnBeforeEvent(const SHostEvent& /*event*/)
+{
+    const IPluginScript* pScript = m_Editor.GetPluginScript();
+    m_ExtentBefore =
+        pScript != nullptr ? m_Editor.GetPluginScript()->GetBrushExtent() : m_ExtentBefore;
+}
+
+void CEditorWindow::OnEvent(const SHostEvent& event)
+{
+    if (event.eKind == EHostEvent::MouseMove)
+    {
+        return; // the view that sent it follows
+    }
+    IPluginScript* pScript = m_Editor.GetPluginScript();
+    const float fExtent = pScript != nullptr ? pScript->GetBrushExtent() : 0.0F;
+    if (event.eKind == EHostEvent::Action && fExtent != m_ExtentBefore)
+    {
+        if (CViewWidget* pView = m_pViews->GetActive())
+        {
+            pView->GetNote().ShowValue(QString("brush %1").arg(fExtent, 0, 'f', 1));
+        }
+    }
+    if (m_pViews != nullptr)
+    {
+        m_pViews->RequestFrames();
+    }
+    ShowState();
+}
+
+void CEditorWindow::ShowState()
+{
+    if (!m_StateTimer.isActive())
+    {
+        m_StateTimer.start(0);
+    }
+}
+
+void CEditorWindow::Refresh()
+{
+    CLevelDocument& document = m_Editor.GetDocument();
+    const bool bModified = document.IsModified();
+    setWindowTitle(QString::fromStdString(document.GetTitle()) + "[*] - Tellur");
+    setWindowModified(bModified);
+    if (bModified && !m_AutosaveTimer.isActive())
+    {
+        m_Editor.GetAutosave().Tick(CAutosave::TimePoint::clock::now());
+        m_AutosaveTimer.start();
+    }
+    else if (!bModified)
+    {
+        m_AutosaveTimer.stop();
+        m_Editor.GetAutosave().Tick(CAutosave::TimePoint::clock::now());
+    }
+    if (m_pHistory == nullptr)
+    {
+        return;
+    }
+    m_pHistory->Follow();
+    const CUndoStack& stack = GetHost().GetUndoStack();
+    m_Commands.Find("edit.undo")->setEnabled(stack.GetCount() > 0);
+    m_Commands.Find("edit.redo")->setEnabled(stack.GetRedoCount() > 0);
+    m_Commands.Find("file.save")->setEnabled(document.HasLevel());
+    m_Commands.Find("file.save_as")->setEnabled(document.HasLevel());
+    const CRecorder* pRecorder = m_Editor.GetRecorder();
+    const bool bRecording = pRecorder != nullptr && pRecorder->IsRecording();
+    m_Commands.Find("file.record")->setText(bRecording ? "Stop re&cording" : "Re&cord...");
+    m_pStatus->SetRecording(bRecording);
+    m_pStatus->Follow(GetHost(), m_pViews->GetActive(), m_Editor.GetPluginScript());
+}
+
+void CEditorWindow::FollowCursor(ViewId /*view*/)
+{
+    ShowState();
+}
+
+void CEditorWindow::OnLevel()
+{
+    CLevelDocument& document = m_Editor.GetDocument();
+    m_Settings.render.strDefaultMaterial = document.GetMaterial();
+    CTextureManager& textures = GetHost().GetEngine().GetTextures();
+    if (m_BitmapName != document.GetBitmap())
+    {
+        if (!m_BitmapName.empty())
+        {
+            textures.Release(m_Settings.render.pTypeBitmap);
+        }
+        m_BitmapName = document.GetBitmap();
+        m_Settings.render.pTypeBitmap =
+            m_BitmapName.empty() ? nullptr : textures.Load(m_BitmapName.c_str(), 1);
+        m_BitmapName = m_Settings.render.pTypeBitmap != nullptr ? m_BitmapName : "";
+    }
+    if (m_pViews != nullptr)
+    {
+        m_pViews->RequestFrames();
+    }
+    ShowState();
+}
+
+void CEditorWindow::ApplySettings()
+{
+    m_Editor.GetAutosave().SetInterval(std::chrono::minutes(m_Settings.iAutosaveMinutes));
+}
+
+void CEditorWindow::closeEvent(QCloseEvent* pEvent)
+{
+    m_pViews->EndGestures();
+    if (!m_Documents.MayLeave())
+    {
+        pEvent->ignore();
+        return;
+    }
+    const std::string strFile = m_Editor.GetConfigFile(WINDOW_FILE);
+    m_Settings.Save(strFile);
+    QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
+    file.setValue("window/geometry", saveGeometry());
+    file.setValue("window/state", saveState());
+    pEvent->accept();
+}
+
+void CEditorWindow::changeEvent(QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::ActivationChange && m_pViews != nullptr && !isActiveWindow())
+    {
+        m_pViews->EndGestures(); // the release will go to another window
+    }
+    QMainWindow::changeEvent(pEvent);
+}
+
+void CEditorWindow::dragEnterEvent(QDragEnterEvent* pEvent)
+{
+    if (pEvent->mimeData()->hasUrls() && pEvent->mimeData()->urls().front().isLocalFile())
+    {
+        pEvent->acceptProposedAction();
+    }
+}
+
+void CEditorWindow::dropEvent(QDropEvent* pEvent)
+{
+    const std::string strPath = pEvent->mimeData()->urls().front().toLocalFile().toStdString();
+    pEvent->acceptProposedAction();
+    // The other program waits until the drop is over.
+    QMetaObject::invokeMethod(
+        this, [this, strPath] { OpenFile(strPath); }, Qt::QueuedConnection);
+}

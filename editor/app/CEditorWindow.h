@@ -1,0 +1,128 @@
+#pragma once
+
+#include "editor/app/CCommandList.h"
+#include "editor/app/CDocumentActions.h"
+#include "editor/app/CProgressWindow.h"
+#include "editor/app/CViewWidget.h"
+#include "editor/app/SEditorSettings.h"
+#include "editor/core/IHostObserver.h"
+#include "editor/script/LoadScript.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <string>
+
+class CEditor;
+class CEditorFace;
+class CEditorHost;
+class CHistoryDock;
+class CMessagesDock;
+class CPanelDock;
+class CProcessesDock;
+class CRuntimeClass;
+class CStatusLine;
+class CViewArea;
+
+// The editor's main window: views, docks, menus and keys around an editor that it borrows. It tells
+// the face that it is there. Owned by the program, gone before the plug-in is unloaded. UI thread.
+class CEditorWindow : public QMainWindow, public IHostObserver
+{
+public:
+    CEditorWindow(CEditor& editor, CEditorFace& face);
+    ~CEditorWindow() override;
+    CEditorWindow(const CEditorWindow&) = delete;
+    CEditorWindow& operator=(const CEditorWindow&) = delete;
+
+    // The plug-in is loaded: its menus, toolbars, processes and actions appear.
+    void ShowPlugin();
+
+    // False when it could not be opened; the person has been told.
+    bool OpenFile(const std::string& strPath) { return m_Documents.OpenFile(strPath); }
+
+    bool OfferRecovery() { return m_Documents.OfferRecovery(); }
+
+    // For the face.
+    CEditorHost& GetHost();
+
+    CViewArea& GetViews() { return *m_pViews; }
+
+    CMessagesDock& GetMessages() { return *m_pMessages; }
+
+    SEditorSettings& GetSettings() { return m_Settings; }
+
+    CCommandList& GetCommands() { return m_Commands; }
+
+    bool OpenPanel(const CRuntimeClass* pClass);
+    void ClosePanel();
+    bool ShowProgress(const char* pszWhat, float fDone);
+    // Brings title, menus, history and status up to date, once in this turn of the event loop.
+    void ShowState();
+
+    // Plays a replay script into the level, as far as it goes; the views show each step. strFault:
+    // one line when it was not played to its end.
+    EScriptEnd PlayScript(const std::string& strPath, std::string& strFault);
+
+    // The first thing that the graphics card could not do; empty when it does everything.
+    const QString& GetViewFault() const { return m_ViewFault; }
+
+    // IHostObserver
+    void OnBeforeEvent(const SHostEvent& event) override;
+    void OnEvent(const SHostEvent& event) override;
+
+protected:
+    void closeEvent(QCloseEvent* pEvent) override;
+    void changeEvent(QEvent* pEvent) override;
+    void dragEnterEvent(QDragEnterEvent* pEvent) override;
+    void dropEvent(QDropEvent* pEvent) override;
+
+private:
+    void MakeDocks();
+    void MakeFileMenu();
+    void MakeEditMenu();
+    void MakeViewMenu();
+    void MakeLevelMenu();
+    void MakeCameraMenu();
+    void MakeToolsMenu();
+    void FillRecentFiles();
+    void FillMaterials();
+    void AddViewAction(
+        QMenu& menu, const char* pszId, const char* pszText, SKeyChord key, int32_t iAction);
+    SViewEvents MakeViewEvents();
+
+    void OnLevel(); // another level, or another look of it
+    void Refresh();
+    void FollowCursor(ViewId view);
+    void RunCommand(uint32_t uCommand); // of a plug-in
+    void SendAction(int32_t iAction);
+    bool RunProcess(size_t iProcess);
+    void ShowContextMenu(ViewId view, QPoint screen);
+    void StepHistory(bool bRedo);
+    void CancelWork();
+    void EditKeys();
+    void EditSettings();
+    void AskForScript();
+    void ApplySettings();
+
+    CEditor& m_Editor;
+    CEditorFace& m_Face;
+    SEditorSettings m_Settings;
+    CViewArea* m_pViews = nullptr; // all the window's
+    CMessagesDock* m_pMessages = nullptr;
+    CHistoryDock* m_pHistory = nullptr;
+    CProcessesDock* m_pProcesses = nullptr;
+    CPanelDock* m_pPanel = nullptr;
+    CStatusLine* m_pStatus = nullptr;
+    QMenu* m_pTools = nullptr;
+    QMenu* m_pRecent = nullptr;
+    QMenu* m_pMaterials = nullptr;
+    CCommandList m_Commands;
+    CDocumentActions m_Documents;
+    CProgressWindow m_Progress;
+    QTimer m_AutosaveTimer; // runs while there is something to save
+    QTimer m_StateTimer;
+    QString m_ViewFault;
+    std::string m_BitmapName; // of the texture that the views drape
+    float m_ExtentBefore = 0.0F;
+    bool m_bDocksMade = false;
+};

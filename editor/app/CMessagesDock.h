@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/Log.h"
+
+#include <QDockWidget>
+
+class QPlainTextEdit;
+
+// The window with what was logged. Takes the process's log while it lives and hands every piece on
+// to the sink before, so a log file goes on.
+class CMessagesDock : public QDockWidget, public ILogSink
+{
+public:
+    explicit CMessagesDock(QWidget* pParent);
+    ~CMessagesDock() override;
+
+    void Write(const char* pszText) override;
+
+    // Lines so far, those that are thrown away counted too.
+    int GetLineCount() const { return m_nLines; }
+
+    const QString& GetLastLine() const { return m_strLast; }
+
+    QString GetText() const;
+
+private:
+    QPlainTextEdit* m_pText; // the dock's
+    ILogSink* m_pBefore;     // null: stderr
+    QString m_strLine;       // the part of a line that has come
+    QString m_strLast;
+    int m_nLines = 0;
+};

@@ -1,0 +1,67 @@
+#include "editor/app/CNewLevelDialog.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+
+namespace
+{
+
+constexpr uint32_t LEAST_CELLS = 32;
+constexpr uint32_t MOST_CELLS = 16384;
+constexpr uint32_t USUAL_CELLS = 512;
+constexpr double USUAL_WIDTH = 51200.0;
+constexpr double USUAL_HIGHEST = 10000.0;
+constexpr double LONGEST = 1e7;
+
+} // namespace
+
+CNewLevelDialog::CNewLevelDialog(QWidget* pParent)
+    : QDialog(pParent)
+    , m_pCells(new QComboBox(this))
+{
+    setWindowTitle("New level");
+    auto* pForm = new QFormLayout(this);
+    for (uint32_t uCells = LEAST_CELLS; uCells <= MOST_CELLS; uCells *= 2)
+    {
+        m_pCells->addItem(QString("%1 x %1 vertices").arg(uCells + 1), uCells);
+    }
+    m_pCells->setCurrentIndex(m_pCells->findData(USUAL_CELLS));
+    pForm->addRow("Resolution", m_pCells);
+    m_pWidth = AddLength(*pForm, "Width and depth", USUAL_WIDTH);
+    m_pHighest = AddLength(*pForm, "Highest ground", USUAL_HIGHEST);
+    m_pHeight = AddLength(*pForm, "Height at start", USUAL_HIGHEST / 5.0);
+    auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    connect(pButtons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    pForm->addRow(pButtons);
+}
+
+QDoubleSpinBox* CNewLevelDialog::AddLength(QFormLayout& form, const char* pszLabel, double fValue)
+{
+    auto* pBox = new QDoubleSpinBox(this);
+    pBox->setDecimals(1);
+    pBox->setRange(0.0, LONGEST);
+    pBox->setSuffix(" cm");
+    pBox->setGroupSeparatorShown(true);
+    pBox->setValue(fValue);
+    form.addRow(pszLabel, pBox);
+    return pBox;
+}
+
+uint32_t CNewLevelDialog::GetCells() const
+{
+    return m_pCells->currentData().toUInt();
+}
+
+SVec3 CNewLevelDialog::GetSize() const
+{
+    const auto fWidth = static_cast<float>(m_pWidth->value());
+    return {fWidth, static_cast<float>(m_pHighest->value()), fWidth};
+}
+
+float CNewLevelDialog::GetHeight() const
+{
+    return static_cast<float>(m_pHeight->value());
+}

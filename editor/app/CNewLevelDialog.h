@@ -1,0 +1,27 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+#include <QDialog>
+
+class QComboBox;
+class QDoubleSpinBox;
+
+// Asks for the measures of a new level.
+class CNewLevelDialog : public QDialog
+{
+public:
+    explicit CNewLevelDialog(QWidget* pParent);
+
+    uint32_t GetCells() const;
+    SVec3 GetSize() const; // terrain units
+    float GetHeight() const;
+
+private:
+    QDoubleSpinBox* AddLength(class QFormLayout& form, const char* pszLabel, double fValue);
+
+    QComboBox* m_pCells; // all the dialog's
+    QDoubleSpinBox* m_pWidth;
+    QDoubleSpinBox* m_pHighest;
+    QDoubleSpinBox* m_pHeight;
+};

@@ -1,0 +1,52 @@
+#include "editor/app/CPanelDock.h"
+
+#include "framework/core/CRuntimeClass.h"
+#include "framework/widgets/CFormView.h"
+#include "framework/widgets/qt/WidgetAccess.h"
+
+#include <QCloseEvent>
+
+CPanelDock::CPanelDock(QWidget* pParent, std::function<void()> onClosed)
+    : QDockWidget("Terrain", pParent)
+    , m_OnClosed(std::move(onClosed))
+{
+    setObjectName("panel");
+    hide();
+}
+
+CPanelDock::~CPanelDock()
+{
+    Close();
+}
+
+bool CPanelDock::Open(const CRuntimeClass* pClass)
+{
+    Close();
+    m_pView.reset(pClass != nullptr ? pClass->Create() : nullptr);
+    if (m_pView == nullptr || !m_pView->Create(nullptr))
+    {
+        m_pView.reset();
+        return false;
+    }
+    setWidget(GetWidget(*m_pView));
+    m_pView->ShowWindow(true);
+    show();
+    raise();
+    return true;
+}
+
+void CPanelDock::Close()
+{
+    m_pView.reset(); // takes its widget along
+    hide();
+}
+
+void CPanelDock::closeEvent(QCloseEvent* pEvent)
+{
+    pEvent->accept();
+    if (m_pView != nullptr)
+    {
+        Close();
+        m_OnClosed();
+    }
+}

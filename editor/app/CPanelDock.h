@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QDockWidget>
+
+#include <functional>
+#include <memory>
+
+class CFormView;
+class CRuntimeClass;
+
+// The docked panel of the plug-in. Owned by the window; the view in it is the plug-in's code and
+// goes before the plug-in.
+class CPanelDock : public QDockWidget
+{
+public:
+    // onClosed: the person has closed it; the view is gone then.
+    CPanelDock(QWidget* pParent, std::function<void()> onClosed);
+    ~CPanelDock() override;
+
+    // False when the class has no window.
+    bool Open(const CRuntimeClass* pClass);
+    void Close(); // tells nobody
+
+protected:
+    void closeEvent(QCloseEvent* pEvent) override;
+
+private:
+    std::function<void()> m_OnClosed;
+    std::unique_ptr<CFormView> m_pView; // null while it is closed
+};

@@ -1,0 +1,50 @@
+#include "editor/app/CProgressWindow.h"
+
+#include <QCoreApplication>
+#include <QProgressDialog>
+
+namespace
+{
+
+constexpr int SHOWN_AFTER_MS = 500;
+constexpr int STEPS = 1000;
+
+} // namespace
+
+CProgressWindow::CProgressWindow() = default;
+CProgressWindow::~CProgressWindow() = default;
+
+bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
+{
+    if (m_What != pszWhat || !m_Since.isValid())
+    {
+        m_What = pszWhat;
+        m_Since.start();
+        m_pDialog.reset();
+    }
+    if (fDone >= 1.0F)
+    {
+        m_Since.invalidate();
+        m_pDialog.reset();
+        return true;
+    }
+    if (m_pDialog == nullptr)
+    {
+        if (m_Since.elapsed() < SHOWN_AFTER_MS)
+        {
+            return true;
+        }
+        m_pDialog = std::make_unique<QProgressDialog>(
+            QString::fromUtf8(pszWhat), "Cancel", 0, STEPS, pParent);
+        m_pDialog->setWindowModality(Qt::ApplicationModal);
+        m_pDialog->setMinimumDuration(0);
+    }
+    m_pDialog->setValue(static_cast<int>(fDone * STEPS)); // lets the window answer
+    const bool bGoOn = !m_pDialog->wasCanceled();
+    if (!bGoOn)
+    {
+        m_Since.invalidate();
+        m_pDialog.reset();
+    }
+    return bGoOn;
+}

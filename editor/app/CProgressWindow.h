@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QElapsedTimer>
+
+#include <memory>
+#include <string>
+
+class QProgressDialog;
+class QWidget;
+
+// Shows how far long work is once it has taken half a second, and lets it be cancelled. Work that
+// is short shows nothing.
+class CProgressWindow
+{
+public:
+    CProgressWindow();
+    ~CProgressWindow();
+    CProgressWindow(const CProgressWindow&) = delete;
+    CProgressWindow& operator=(const CProgressWindow&) = delete;
+
+    // fDone: 0 to 1; at 1 the window goes. False once it was cancelled.
+    bool Report(QWidget* pParent, const char* pszWhat, float fDone);
+
+private:
+    QElapsedTimer m_Since;
+    std::unique_ptr<QProgressDialog> m_pDialog; // null while nothing is shown
+    std::string m_What;
+};

@@ -1,0 +1,90 @@
+#include "editor/app/CStatusLine.h"
+
+#include "editor/app/CViewWidget.h"
+#include "editor/core/CEditorHost.h"
+#include "engine/terrain/CTerrain.h"
+#include "host/IPluginScript.h"
+
+#include <QLabel>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr double DEGREES = 57.29577951308232;
+
+int GetNearest(float fPosition, float fSize, uint32_t uCells)
+{
+    const float fCell = fSize / static_cast<float>(uCells);
+    return std::clamp(
+        static_cast<int>(std::lround(fPosition / fCell)), 0, static_cast<int>(uCells));
+}
+
+// Of the two triangles' mean plane at a vertex.
+double GetSlope(CTerrain& terrain, int iX, int iZ)
+{
+    const SVec3 normal = terrain.GetNormal(static_cast<uint32_t>(iX), static_cast<uint32_t>(iZ));
+    return std::acos(std::clamp(static_cast<double>(normal.y), -1.0, 1.0)) * DEGREES;
+}
+
+} // namespace
+
+CStatusLine::CStatusLine(QWidget* pParent)
+    : QStatusBar(pParent)
+    , m_pMode(AddField("status-mode", "Export terrain extent"))
+    , m_pPosition(AddField("status-position", "x 888888.8  z 888888.8  height 88888.88"))
+    , m_pVertex(AddField("status-vertex", "vertex 88888, 88888"))
+    , m_pSlope(AddField("status-slope", "slope 88.8\u00b0"))
+    , m_pBrush(AddField("status-brush", "brush 888888.8"))
+    , m_pFrame(AddField("status-frame", "frame 888.8 ms"))
+    , m_pRecord(AddField("status-record", "recording"))
+{
+    m_pRecord->setStyleSheet("color: #d03030; font-weight: bold;");
+}
+
+QLabel* CStatusLine::AddField(const char* pszName, const QString& strWidest)
+{
+    auto* pLabel = new QLabel(this);
+    pLabel->setObjectName(pszName);
+    pLabel->setMinimumWidth(pLabel->fontMetrics().horizontalAdvance(strWidest));
+    addWidget(pLabel);
+    return pLabel;
+}
+
+void CStatusLine::Follow(CEditorHost& host, CViewWidget* pView, IPluginScript* pScript)
+{
+    const std::string& strCaption = host.GetCaption();
+    const bool bMode = host.GetModes().GetCurrentModeId() >= 0;
+    m_pMode->setText(bMode ? QString::fromStdString(strCaption) : QString("No mode"));
+    const float fBrush = pScript != nullptr ? pScript->GetBrushExtent() : 0.0F;
+    m_pBrush->setText(fBrush > 0.0F ? QString("brush %1").arg(fBrush, 0, 'f', 1) : "no brush");
+    if (pView != nullptr)
+    {
+        m_pFrame->setText(QString("frame %1 ms").arg(pView->GetFrameMilliseconds(), 0, 'f', 1));
+    }
+    SVec3 hit;
+    CTerrain* pTerrain = host.GetEngine().GetCWorld().GetCTerrain();
+    if (pTerrain == nullptr || pView == nullptr || !pView->GetInput().PickCursor(hit))
+    {
+        m_pPosition->clear();
+        m_pVertex->clear();
+        m_pSlope->clear();
+        return;
+    }
+    const SVec3 size = pTerrain->GetSize();
+    const int iX = GetNearest(hit.x, size.x, pTerrain->GetCellsPerSide());
+    const int iZ = GetNearest(hit.z, size.z, pTerrain->GetCellsPerSideZ());
+    m_pPosition->setText(QString("x %1  z %2  height %3")
+                             .arg(hit.x, 0, 'f', 1)
+                             .arg(hit.z, 0, 'f', 1)
+                             .arg(hit.y, 0, 'f', 2));
+    m_pVertex->setText(QString("vertex %1, %2").arg(iX).arg(iZ));
+    m_pSlope->setText(QString("slope %1\u00b0").arg(GetSlope(*pTerrain, iX, iZ), 0, 'f', 1));
+}
+
+void CStatusLine::SetRecording(bool bOn)
+{
+    m_pRecord->setText(bOn ? "recording" : "");
+}

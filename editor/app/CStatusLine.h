@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QStatusBar>
+
+class CEditorHost;
+class CViewWidget;
+class IPluginScript;
+class QLabel;
+
+// What is under the cursor and what the tool is set to. Owned by the window.
+class CStatusLine : public QStatusBar
+{
+public:
+    explicit CStatusLine(QWidget* pParent);
+
+    // pView: the one the cursor is in, borrowed for the call; null: no position. pScript: null
+    // without a plug-in.
+    void Follow(CEditorHost& host, CViewWidget* pView, IPluginScript* pScript);
+
+    void SetRecording(bool bOn);
+
+private:
+    QLabel* AddField(const char* pszName, const QString& strWidest);
+
+    QLabel* m_pMode; // all the bar's
+    QLabel* m_pPosition;
+    QLabel* m_pVertex;
+    QLabel* m_pSlope;
+    QLabel* m_pBrush;
+    QLabel* m_pFrame;
+    QLabel* m_pRecord;
+};

@@ -1,0 +1,131 @@
+#include "editor/app/CViewArea.h"
+
+#include "editor/core/CEditorHost.h"
+#include "editor/view/Vectors.h"
+#include "editor/view/ViewGround.h"
+#include "engine/world/CWorld.h"
+
+#include <algorithm>
+
+CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
+    : QSplitter(Qt::Horizontal, pParent)
+    , m_Parts(parts)
+    , m_Events(std::move(events))
+{
+    setObjectName("views");
+    setChildrenCollapsible(false);
+    const auto onActive = m_Events.onActive;
+    m_Events.onActive = [this, onActive](ViewId view)
+    {
+        m_Active = view;
+        onActive(view);
+    };
+}
+
+CViewWidget* CViewArea::Add(EViewKind eKind)
+{
+    auto* pView = new CViewWidget(this, m_Next++, eKind, m_Parts, m_Events);
+    m_Views.push_back(pView);
+    addWidget(pView);
+    pView->show();
+    if (m_Active == NO_VIEW)
+    {
+        m_Active = pView->GetViewId();
+    }
+    pView->FrameAll();
+    return pView;
+}
+
+bool CViewArea::CloseActive()
+{
+    CViewWidget* pView = GetActive();
+    if (m_Views.size() < 2 || pView == nullptr)
+    {
+        return false;
+    }
+    pView->GetInput().End();
+    m_Views.erase(std::find(m_Views.begin(), m_Views.end(), pView));
+    m_Active = m_Views.front()->GetViewId();
+    delete pView;
+    return true;
+}
+
+CViewWidget* CViewArea::Find(ViewId view) const
+{
+    for (CViewWidget* pView : m_Views)
+    {
+        if (pView->GetViewId() == view)
+        {
+            return pView;
+        }
+    }
+    return nullptr;
+}
+
+CViewWidget* CViewArea::GetActive() const
+{
+    return Find(m_Active);
+}
+
+ViewId CViewArea::GetActiveId() const
+{
+    return m_Active;
+}
+
+void CViewArea::RequestFrames()
+{
+    for (CViewWidget* pView : m_Views)
+    {
+        pView->RequestFrame();
+    }
+}
+
+void CViewArea::FrameAll()
+{
+    for (CViewWidget* pView : m_Views)
+    {
+        pView->FrameAll();
+    }
+}
+
+void CViewArea::RepeatHover()
+{
+    if (CViewWidget* pView = GetActive())
+    {
+        pView->GetInput().RepeatHover();
+    }
+}
+
+bool CViewArea::CancelStroke()
+{
+    return std::any_of(m_Views.begin(),
+                       m_Views.end(),
+                       [](CViewWidget* pView) { return pView->GetInput().Cancel(); });
+}
+
+void CViewArea::EndGestures()
+{
+    for (CViewWidget* pView : m_Views)
+    {
+        pView->GetInput().End();
+    }
+}
+
+void CViewArea::LookFrom(CCamera& camera, float fX, float fZ)
+{
+    CWorld& world = m_Parts.host.GetEngine().GetCWorld();
+    SVec3 target = GetBoxCenter(GetGroundBox(world.GetCTerrain()));
+    for (CViewWidget* pView : m_Views)
+    {
+        if (world.GetCameraList().GetCameraOfView(pView->GetViewId()) == &camera)
+        {
+            const auto fScale = static_cast<float>(pView->devicePixelRatioF());
+            pView->GetNavigator().Pick(world.GetCTerrain(),
+                                       static_cast<float>(pView->width()) * fScale * 0.5F,
+                                       static_cast<float>(pView->height()) * fScale * 0.5F,
+                                       target);
+            pView->RequestFrame();
+        }
+    }
+    camera.LookFrom(target, fX, fZ);
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "editor/app/CViewWidget.h"
+
+#include <QSplitter>
+
+class CCamera;
+
+// The open views, side by side. Owned by the window.
+class CViewArea : public QSplitter
+{
+public:
+    CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events);
+
+    CViewWidget* Add(EViewKind eKind); // takes the place at the right
+    // The active one; the last view stays. False then.
+    bool CloseActive();
+
+    CViewWidget* Find(ViewId view) const; // null when there is none
+    CViewWidget* GetActive() const;       // never null while a view is open
+    ViewId GetActiveId() const;           // NO_VIEW without a view
+
+    const std::vector<CViewWidget*>& GetViews() const { return m_Views; }
+
+    void RequestFrames();
+    void FrameAll(); // another level is open
+    void RepeatHover();
+    bool CancelStroke(); // true when there was one
+    void EndGestures();
+
+    // The camera goes to that side of what its view shows in the middle.
+    void LookFrom(CCamera& camera, float fX, float fZ);
+
+private:
+    SViewParts m_Parts;
+    SViewEvents m_Events;
+    std::vector<CViewWidget*> m_Views; // the splitter's
+    ViewId m_Active = NO_VIEW;
+    ViewId m_Next = 1; // names are not given twice
+};

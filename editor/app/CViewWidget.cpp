@@ -1,0 +1,397 @@
+#include "editor/app/CViewWidget.h"
+
+#include "editor/app/CCursorNote.h"
+#include "editor/app/KeyChords.h"
+#include "editor/app/SEditorSettings.h"
+#include "editor/core/CEditorHost.h"
+#include "editor/core/CKeyBindings.h"
+#include "framework/widgets/qt/WidgetAccess.h"
+#include "host/IPluginScript.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <iterator>
+
+namespace
+{
+
+constexpr double SLOW_MS = 40.0; // a frame that takes longer is drawn coarser next time
+constexpr double FAST_MS = 18.0;
+constexpr float COARSER = 0.8F;
+constexpr float FINER = 1.1F;
+constexpr float LEAST_QUALITY = 0.02F;
+constexpr int REFINE_MS = 300;
+constexpr double NOTCH = 120.0; // of a wheel, in eighths of a degree
+constexpr float SPOT_CELLS = 8.0F;
+constexpr double ROUNDING = 1e-3; // of positions that were divided by the scale
+
+struct SFlyKey
+{
+    const char* pszName;
+    bool SFlyKeys::*pHeld;
+};
+
+constexpr SFlyKey FLY_KEYS[] = {
+    {"forward", &SFlyKeys::bForward},
+    {"back", &SFlyKeys::bBack},
+    {"left", &SFlyKeys::bLeft},
+    {"right", &SFlyKeys::bRight},
+    {"up", &SFlyKeys::bUp},
+    {"down", &SFlyKeys::bDown},
+};
+
+uint32_t GetFlags(Qt::KeyboardModifiers modifiers)
+{
+    return (modifiers.testFlag(Qt::ShiftModifier) ? MOUSE_SHIFT : 0U) |
+           (modifiers.testFlag(Qt::ControlModifier) ? MOUSE_CONTROL : 0U) |
+           (modifiers.testFlag(Qt::AltModifier) ? MOUSE_ALT : 0U);
+}
+
+bool GetButton(Qt::MouseButton eQtButton, EViewButton& eButton)
+{
+    eButton = eQtButton == Qt::LeftButton    ? EViewButton::Left
+              : eQtButton == Qt::RightButton ? EViewButton::Right
+                                             : EViewButton::Middle;
+    return eQtButton == Qt::LeftButton || eQtButton == Qt::RightButton ||
+           eQtButton == Qt::MiddleButton;
+}
+
+CCamera* GetCamera(CEditorHost& host, ViewId view, EViewKind eKind)
+{
+    return eKind == EViewKind::Top ? nullptr
+                                   : host.GetEngine().GetCWorld().GetCameraList().AddCamera(view);
+}
+
+} // namespace
+
+CViewWidget::CViewWidget(
+    QWidget* pParent, ViewId view, EViewKind eKind, SViewParts parts, SViewEvents events)
+    : QOpenGLWidget(pParent)
+    , m_Parts(parts)
+    , m_Events(std::move(events))
+    , m_View(view)
+    , m_Handle(RegisterView(*this))
+    , m_Navigator(GetCamera(parts.host, view, eKind))
+    , m_Input(parts.host, parts.pScript, view, m_Navigator, parts.settings.input)
+    , m_pNote(new CCursorNote(this))
+{
+    setObjectName(QString("view-%1").arg(view));
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setMinimumSize(120, 90);
+    m_RefineTimer.setSingleShot(true);
+    m_RefineTimer.setInterval(REFINE_MS);
+    m_RefineTimer.callOnTimeout(this,
+                                [this]
+                                {
+                                    m_bRefining = true;
+                                    update();
+                                });
+}
+
+CViewWidget::~CViewWidget()
+{
+    ReleaseRenderer();
+    m_Parts.host.GetEngine().GetCWorld().GetCameraList().RemoveCamera(m_View);
+}
+
+void CViewWidget::ReleaseRenderer()
+{
+    if (m_bReady)
+    {
+        makeCurrent();
+        m_Renderer.Release();
+        doneCurrent();
+        m_bReady = false;
+    }
+}
+
+const CTerrain* CViewWidget::GetTerrain() const
+{
+    return m_Parts.host.GetEngine().GetCWorld().GetCTerrain();
+}
+
+void CViewWidget::initializeGL()
+{
+    // Qt makes another context when the view moves to another window.
+    connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { ReleaseRenderer(); });
+    std::string strFault;
+    m_bReady = m_Renderer.Initialize(strFault);
+    if (!m_bReady)
+    {
+        m_Events.onFault(QString::fromStdString(strFault));
+        return;
+    }
+    const auto* pszRenderer =
+        reinterpret_cast<const char*>(context()->functions()->glGetString(GL_RENDERER));
+    m_bSoftware = pszRenderer != nullptr && (std::strstr(pszRenderer, "llvmpipe") != nullptr ||
+                                             std::strstr(pszRenderer, "softpipe") != nullptr);
+}
+
+void CViewWidget::paintGL()
+{
+    QElapsedTimer clock;
+    clock.start();
+    Fly();
+    m_Parts.host.RenderFrame();
+    SRenderSettings settings = m_Parts.settings.render;
+    settings.bWireFrame = m_bWireFrame;
+    settings.fQuality = m_bRefining ? 1.0F : m_Quality;
+    if (m_bReady)
+    {
+        m_Renderer.Render(
+            m_Navigator.GetProjection(GetTerrain()), m_Parts.host.GetEngine(), settings);
+    }
+    if (m_bSoftware)
+    {
+        context()->functions()->glFinish(); // otherwise the next call pays for this frame
+    }
+    MeasureFrame(static_cast<double>(clock.nsecsElapsed()) * 1e-6);
+    m_Events.onFrame(m_View);
+}
+
+void CViewWidget::MeasureFrame(double fMilliseconds)
+{
+    m_FrameMilliseconds = fMilliseconds;
+    if (m_bRefining)
+    {
+        m_bRefining = false; // in full, and as slow as it may be
+        return;
+    }
+    if (fMilliseconds > SLOW_MS)
+    {
+        m_Quality = std::max(LEAST_QUALITY, m_Quality * COARSER);
+    }
+    else if (fMilliseconds < FAST_MS)
+    {
+        m_Quality = std::min(1.0F, m_Quality * FINER);
+    }
+    if (m_Quality < 1.0F)
+    {
+        m_RefineTimer.start();
+    }
+}
+
+void CViewWidget::resizeEvent(QResizeEvent* pEvent)
+{
+    QOpenGLWidget::resizeEvent(pEvent);
+    const double fScale = devicePixelRatioF();
+    m_Navigator.SetSize(static_cast<int>(std::lround(width() * fScale)),
+                        static_cast<int>(std::lround(height() * fScale)));
+}
+
+QPointF CViewWidget::GetDevicePosition(const QPointF& position) const
+{
+    const double fScale = devicePixelRatioF();
+    return {std::floor(position.x() * fScale + ROUNDING) + 0.5,
+            std::floor(position.y() * fScale + ROUNDING) + 0.5};
+}
+
+bool CViewWidget::event(QEvent* pEvent)
+{
+    switch (pEvent->type())
+    {
+    case QEvent::Enter:
+        m_Events.onActive(m_View);
+        m_Parts.host.GetModes().SetModeCursor();
+        break;
+    case QEvent::Leave:
+        m_Input.Leave();
+        Update();
+        break;
+    case QEvent::UngrabMouse:
+        break;
+    default:
+        break;
+    }
+    return QOpenGLWidget::event(pEvent);
+}
+
+void CViewWidget::Update()
+{
+    update();
+    m_Events.onFrame(m_View);
+}
+
+void CViewWidget::mousePressEvent(QMouseEvent* pEvent)
+{
+    EViewButton eButton = EViewButton::Left;
+    if (!GetButton(pEvent->button(), eButton))
+    {
+        pEvent->ignore();
+        return;
+    }
+    m_Events.onActive(m_View);
+    const QPointF at = GetDevicePosition(pEvent->position());
+    m_pNote->FollowCursor(pEvent->position().toPoint());
+    m_Input.Press(eButton,
+                  static_cast<float>(at.x()),
+                  static_cast<float>(at.y()),
+                  GetFlags(pEvent->modifiers()));
+    ShowKeys(pEvent->modifiers());
+    Update();
+}
+
+void CViewWidget::mouseMoveEvent(QMouseEvent* pEvent)
+{
+    ++m_Moves;
+    const QPointF at = GetDevicePosition(pEvent->position());
+    m_pNote->FollowCursor(pEvent->position().toPoint());
+    m_Input.Move(
+        static_cast<float>(at.x()), static_cast<float>(at.y()), GetFlags(pEvent->modifiers()));
+    ShowKeys(pEvent->modifiers());
+    Update();
+}
+
+void CViewWidget::mouseReleaseEvent(QMouseEvent* pEvent)
+{
+    EViewButton eButton = EViewButton::Left;
+    if (!GetButton(pEvent->button(), eButton))
+    {
+        pEvent->ignore();
+        return;
+    }
+    const QPointF at = GetDevicePosition(pEvent->position());
+    const bool bMenu = m_Input.Release(eButton,
+                                       static_cast<float>(at.x()),
+                                       static_cast<float>(at.y()),
+                                       GetFlags(pEvent->modifiers()));
+    ShowKeys(pEvent->modifiers());
+    Update();
+    if (bMenu)
+    {
+        m_Events.onMenu(m_View, pEvent->globalPosition().toPoint());
+    }
+}
+
+void CViewWidget::wheelEvent(QWheelEvent* pEvent)
+{
+    const QPointF at = GetDevicePosition(pEvent->position());
+    // Alt turns the wheel of some desktops sideways.
+    const QPoint delta = pEvent->angleDelta();
+    const int iDelta = delta.y() != 0 ? delta.y() : delta.x();
+    m_Input.Wheel(
+        static_cast<float>(at.x()), static_cast<float>(at.y()), static_cast<float>(iDelta / NOTCH));
+    pEvent->accept();
+    Update();
+}
+
+void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
+{
+    const bool bStroke = m_Input.IsStroking();
+    const bool bMin = modifiers.testFlag(Qt::ControlModifier);
+    const bool bMax = modifiers.testFlag(Qt::AltModifier);
+    m_pNote->SetState(bStroke && bMin ? "min" : bStroke && bMax ? "max" : "");
+}
+
+void CViewWidget::keyPressEvent(QKeyEvent* pEvent)
+{
+    ShowKeys(QGuiApplication::queryKeyboardModifiers());
+    if (!SetFlyKey(*pEvent, true))
+    {
+        QOpenGLWidget::keyPressEvent(pEvent);
+    }
+}
+
+void CViewWidget::keyReleaseEvent(QKeyEvent* pEvent)
+{
+    ShowKeys(QGuiApplication::queryKeyboardModifiers());
+    if (!SetFlyKey(*pEvent, false))
+    {
+        QOpenGLWidget::keyReleaseEvent(pEvent);
+    }
+}
+
+bool CViewWidget::SetFlyKey(const QKeyEvent& event, bool bDown)
+{
+    m_FlyKeys.bFast = event.modifiers().testFlag(Qt::ShiftModifier);
+    SKeyChord chord = GetChord(event);
+    chord.uModifiers &= ~static_cast<uint32_t>(KEY_SHIFT);
+    for (const SFlyKey& key : FLY_KEYS)
+    {
+        const SKeyCommand* pCommand = m_Parts.keys.FindById(std::string(FLY_COMMAND) + key.pszName);
+        const bool bSame = pCommand != nullptr && pCommand->key.uKey == chord.uKey &&
+                           (!bDown || pCommand->key == chord);
+        if (!bSame)
+        {
+            continue;
+        }
+        if (!event.isAutoRepeat())
+        {
+            m_FlyKeys.*key.pHeld = bDown && m_Parts.settings.bKeyboardNavigation;
+            m_FlyClock.start();
+            update();
+        }
+        return true;
+    }
+    return false;
+}
+
+bool CViewWidget::IsFlyKeyDown(const char* pszName) const
+{
+    return std::any_of(std::begin(FLY_KEYS),
+                       std::end(FLY_KEYS),
+                       [&](const SFlyKey& key)
+                       { return m_FlyKeys.*key.pHeld && std::strcmp(key.pszName, pszName) == 0; });
+}
+
+void CViewWidget::Fly()
+{
+    const bool bHeld = std::any_of(std::begin(FLY_KEYS),
+                                   std::end(FLY_KEYS),
+                                   [&](const SFlyKey& key) { return m_FlyKeys.*key.pHeld; });
+    if (!bHeld || !m_FlyClock.isValid())
+    {
+        return;
+    }
+    const double fSeconds = static_cast<double>(m_FlyClock.nsecsElapsed()) * 1e-9;
+    m_FlyClock.start();
+    if (m_Navigator.Fly(GetTerrain(), m_FlyKeys, static_cast<float>(fSeconds)))
+    {
+        m_Input.RepeatHover();
+    }
+    QMetaObject::invokeMethod(
+        this, [this] { update(); }, Qt::QueuedConnection);
+}
+
+void CViewWidget::focusOutEvent(QFocusEvent* pEvent)
+{
+    m_FlyKeys = {};
+    m_pNote->SetState("");
+    QOpenGLWidget::focusOutEvent(pEvent);
+}
+
+void CViewWidget::SetWireFrame(bool bOn)
+{
+    m_bWireFrame = bOn;
+    update();
+}
+
+void CViewWidget::FrameAll()
+{
+    m_Navigator.FrameTerrain(GetTerrain());
+    m_Input.RepeatHover();
+    update();
+}
+
+void CViewWidget::FrameSpot()
+{
+    SVec3 hit;
+    const CTerrain* pTerrain = GetTerrain();
+    if (pTerrain == nullptr || !m_Input.PickCursor(hit))
+    {
+        FrameAll();
+        return;
+    }
+    const float fCell = pTerrain->GetSize().x / static_cast<float>(pTerrain->GetCellsPerSide());
+    const float fBrush = m_Parts.pScript != nullptr ? m_Parts.pScript->GetBrushExtent() : 0.0F;
+    m_Navigator.FrameSpot(pTerrain, hit, std::max(fBrush, fCell * SPOT_CELLS));
+    m_Input.RepeatHover();
+    update();
+}

@@ -1,0 +1,127 @@
+#pragma once
+
+#include "editor/app/CViewInput.h"
+#include "editor/view/CTerrainRenderer.h"
+#include "editor/view/CViewNavigator.h"
+#include "host/EditorHost.h"
+
+#include <QElapsedTimer>
+#include <QOpenGLWidget>
+#include <QTimer>
+
+#include <functional>
+
+class CCursorNote;
+class CKeyBindings;
+struct SEditorSettings;
+
+enum class EViewKind
+{
+    Perspective,
+    Top,
+};
+
+// What a view tells the window it belongs to.
+struct SViewEvents
+{
+    std::function<void(ViewId)> onActive;        // the cursor came, or the focus
+    std::function<void(ViewId)> onFrame;         // a frame was drawn, or the cursor moved
+    std::function<void(ViewId, QPoint)> onMenu;  // the context menu is wanted, on the screen
+    std::function<void(const QString&)> onFault; // the card cannot draw the terrain
+};
+
+// What a view works with; everything is borrowed and outlives it.
+struct SViewParts
+{
+    CEditorHost& host;
+    IPluginScript* pScript;
+    const SEditorSettings& settings;
+    const CKeyBindings& keys;
+};
+
+// One view of the terrain: draws it, and gives its mouse and keys to the input. A frame is drawn at
+// most once per turn of the event loop and never inside an event, so all input that came during a
+// frame reaches the plug-in before the next one. Owned by its parent widget.
+class CViewWidget : public QOpenGLWidget, public IViewWindow
+{
+public:
+    CViewWidget(
+        QWidget* pParent, ViewId view, EViewKind eKind, SViewParts parts, SViewEvents events);
+    ~CViewWidget() override;
+
+    // IViewWindow
+    uintptr_t GetWindowHandle() const override { return m_Handle; }
+
+    ViewId GetViewId() const { return m_View; }
+
+    EViewKind GetKind() const
+    {
+        return m_Navigator.IsTop() ? EViewKind::Top : EViewKind::Perspective;
+    }
+
+    CViewInput& GetInput() { return m_Input; }
+
+    CViewNavigator& GetNavigator() { return m_Navigator; }
+
+    CCursorNote& GetNote() { return *m_pNote; }
+
+    const SRenderStatistics& GetStatistics() const { return m_Renderer.GetStatistics(); }
+
+    double GetFrameMilliseconds() const { return m_FrameMilliseconds; }
+
+    // As long as a key of this name is held: "forward", "back", "left", "right".
+    bool IsFlyKeyDown(const char* pszName) const;
+
+    bool IsWireFrame() const { return m_bWireFrame; }
+
+    void SetWireFrame(bool bOn);
+    void FrameAll();
+    void FrameSpot(); // under the cursor; without one, everything
+
+    void RequestFrame() { update(); }
+
+    // Events of the mouse that came to this view, for measurements and tests.
+    uint64_t GetMoveCount() const { return m_Moves; }
+
+protected:
+    void initializeGL() override;
+    void paintGL() override;
+    void resizeEvent(QResizeEvent* pEvent) override;
+    bool event(QEvent* pEvent) override;
+    void mousePressEvent(QMouseEvent* pEvent) override;
+    void mouseMoveEvent(QMouseEvent* pEvent) override;
+    void mouseReleaseEvent(QMouseEvent* pEvent) override;
+    void wheelEvent(QWheelEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* pEvent) override;
+    void keyReleaseEvent(QKeyEvent* pEvent) override;
+    void focusOutEvent(QFocusEvent* pEvent) override;
+
+private:
+    const CTerrain* GetTerrain() const;
+    QPointF GetDevicePosition(const QPointF& position) const;
+    bool SetFlyKey(const QKeyEvent& event, bool bDown);
+    void Fly();
+    void MeasureFrame(double fMilliseconds);
+    void ReleaseRenderer();
+    void ShowKeys(Qt::KeyboardModifiers modifiers);
+    void Update();
+
+    SViewParts m_Parts;
+    SViewEvents m_Events;
+    ViewId m_View;
+    uintptr_t m_Handle;
+    CViewNavigator m_Navigator;
+    CViewInput m_Input;
+    CTerrainRenderer m_Renderer;
+    CCursorNote* m_pNote; // this widget's child
+    SFlyKeys m_FlyKeys;
+    QElapsedTimer m_FlyClock;
+    QTimer m_RefineTimer; // draws once more in full when nothing moves any longer
+    bool m_bWireFrame = false;
+    bool m_bReady = false; // the renderer has its context
+    bool m_bSoftware = false;
+    bool m_bRefining = false;
+    float m_Quality = 1.0F;
+    double m_FrameMilliseconds = 0.0;
+    uint64_t m_Moves = 0;
+};

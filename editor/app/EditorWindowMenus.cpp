@@ -1,0 +1,291 @@
+// The menus of the main window and the default keys of their commands.
+
+#include "editor/app/CEditor.h"
+#include "editor/app/CEditorWindow.h"
+#include "editor/app/CHistoryDock.h"
+#include "editor/app/CMessagesDock.h"
+#include "editor/app/CPanelDock.h"
+#include "editor/app/CProcessesDock.h"
+#include "editor/app/CViewArea.h"
+#include "editor/app/KeyChords.h"
+#include "editor/app/PluginMenus.h"
+#include "host/FileSystem.h"
+
+#include <QDir>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace
+{
+
+constexpr SKeyChord NO_KEY = {};
+
+constexpr SKeyChord Key(uint32_t uKey)
+{
+    return {uKey, 0};
+}
+
+constexpr SKeyChord Ctrl(uint32_t uKey)
+{
+    return {uKey, KEY_CONTROL};
+}
+
+constexpr SKeyChord CtrlShift(uint32_t uKey)
+{
+    return {uKey, KEY_CONTROL | KEY_SHIFT};
+}
+
+// Actions of the modes, see IPlugin::OnAction.
+struct SCameraCommand
+{
+    const char* pszId;
+    const char* pszText;
+    SKeyChord key;
+    int32_t iAction;
+};
+
+constexpr SCameraCommand CAMERA_COMMANDS[] = {
+    {"camera.from_east", "From the &east", Ctrl('6'), 108},
+    {"camera.from_south_east", "From the south-east", Ctrl('3'), 109},
+    {"camera.from_south", "From the &south", Ctrl('2'), 110},
+    {"camera.from_south_west", "From the south-west", Ctrl('1'), 111},
+    {"camera.from_west", "From the &west", Ctrl('4'), 112},
+    {"camera.from_north_west", "From the north-west", Ctrl('7'), 113},
+    {"camera.from_north", "From the &north", Ctrl('8'), 114},
+    {"camera.from_north_east", "From the north-east", Ctrl('9'), 115},
+    {"camera.up", "Step &up", Key(Qt::Key_PageUp), 118},
+    {"camera.down", "Step &down", Key(Qt::Key_PageDown), 119},
+    {"camera.turn_left", "Turn &left", Key(Qt::Key_Left), 120},
+    {"camera.turn_right", "Turn &right", Key(Qt::Key_Right), 121},
+};
+
+constexpr int32_t ACTION_WIRE_OFF = 116;
+constexpr int32_t ACTION_WIRE_ON = 117;
+
+} // namespace
+
+void CEditorWindow::MakeFileMenu()
+{
+    QMenu* pMenu = menuBar()->addMenu("&File");
+    m_Commands.Add(pMenu, "file.new", "&New level...", Ctrl('N'), [this] { m_Documents.New(); });
+    m_Commands.Add(pMenu, "file.open", "&Open...", Ctrl('O'), [this] { m_Documents.Open(); });
+    m_pRecent = pMenu->addMenu("Open &recent");
+    connect(m_pRecent, &QMenu::aboutToShow, this, [this] { FillRecentFiles(); });
+    m_Commands.Add(pMenu,
+                   "file.save",
+                   "&Save",
+                   Ctrl('S'),
+                   [this]
+                   {
+                       m_Documents.Save();
+                       ShowState();
+                   });
+    m_Commands.Add(pMenu,
+                   "file.save_as",
+                   "Save &as...",
+                   CtrlShift('S'),
+                   [this]
+                   {
+                       m_Documents.SaveAs();
+                       ShowState();
+                   });
+    pMenu->addSeparator();
+    m_Commands.Add(
+        pMenu, "file.import", "&Import height map...", NO_KEY, [this] { m_Documents.Import(); });
+    m_Commands.Add(
+        pMenu, "file.export", "&Export height map...", NO_KEY, [this] { m_Documents.Export(); });
+    m_Commands.Add(
+        pMenu, "file.export_stl", "Export to S&TL...", NO_KEY, [this] { m_Documents.ExportStl(); });
+    pMenu->addSeparator();
+    m_Commands.Add(pMenu,
+                   "file.record",
+                   "Re&cord...",
+                   CtrlShift('R'),
+                   [this]
+                   {
+                       m_Documents.ToggleRecording();
+                       ShowState();
+                   });
+    m_Commands.Add(pMenu, "file.play", "&Play script...", NO_KEY, [this] { AskForScript(); });
+    pMenu->addSeparator();
+    m_Commands.Add(pMenu, "file.quit", "&Quit", Ctrl('Q'), [this] { close(); });
+}
+
+void CEditorWindow::FillRecentFiles()
+{
+    m_pRecent->clear();
+    for (const std::string& strPath : m_Editor.GetRecentFiles().GetPaths())
+    {
+        const QString strText = QString::fromStdString(strPath).replace('&', "&&");
+        m_pRecent->addAction(strText, this, [this, strPath] { OpenFile(strPath); });
+    }
+    m_pRecent->addSeparator();
+    m_pRecent->addAction("Clear", this, [this] { m_Editor.GetRecentFiles().Clear(); });
+}
+
+void CEditorWindow::MakeEditMenu()
+{
+    QMenu* pMenu = menuBar()->addMenu("&Edit");
+    m_Commands.Add(pMenu, "edit.undo", "&Undo", Ctrl('Z'), [this] { StepHistory(false); });
+    m_Commands.Add(pMenu, "edit.redo", "&Redo", CtrlShift('Z'), [this] { StepHistory(true); });
+    m_Commands.Add(pMenu,
+                   "edit.cancel",
+                   "Take the stroke &back",
+                   Key(Qt::Key_Escape),
+                   [this] { CancelWork(); });
+    pMenu->addSeparator();
+    m_Commands.Add(pMenu, "edit.keys", "&Keys...", NO_KEY, [this] { EditKeys(); });
+    m_Commands.Add(pMenu, "edit.settings", "&Settings...", NO_KEY, [this] { EditSettings(); });
+}
+
+void CEditorWindow::MakeViewMenu()
+{
+    QMenu* pMenu = menuBar()->addMenu("&View");
+    m_Commands.Add(pMenu,
+                   "view.add_perspective",
+                   "New &perspective view",
+                   NO_KEY,
+                   [this] { m_pViews->Add(EViewKind::Perspective); });
+    m_Commands.Add(
+        pMenu, "view.add_top", "New &top view", NO_KEY, [this] { m_pViews->Add(EViewKind::Top); });
+    m_Commands.Add(pMenu, "view.close", "&Close view", NO_KEY, [this] { m_pViews->CloseActive(); });
+    pMenu->addSeparator();
+    m_Commands.Add(pMenu,
+                   "view.wire",
+                   "&Wire frame",
+                   Key('Z'),
+                   [this]
+                   {
+                       const CViewWidget* pView = m_pViews->GetActive();
+                       SendAction(pView->IsWireFrame() ? ACTION_WIRE_OFF : ACTION_WIRE_ON);
+                   });
+    QAction* pGrid = m_Commands.Add(pMenu, "view.grid", "&Grid", Key('G'), [] {});
+    pGrid->setCheckable(true);
+    pGrid->setChecked(m_Settings.render.bGrid);
+    connect(pGrid,
+            &QAction::toggled,
+            this,
+            [this](bool bOn)
+            {
+                m_Settings.render.bGrid = bOn;
+                m_pViews->RequestFrames();
+            });
+    pMenu->addSeparator();
+    for (QDockWidget* pDock : findChildren<QDockWidget*>())
+    {
+        if (pDock != m_pPanel) // the plug-in opens and closes it
+        {
+            pMenu->addAction(pDock->toggleViewAction());
+        }
+    }
+}
+
+void CEditorWindow::MakeLevelMenu()
+{
+    QMenu* pMenu = menuBar()->addMenu("&Level");
+    m_pMaterials = pMenu->addMenu("&Material");
+    connect(m_pMaterials, &QMenu::aboutToShow, this, [this] { FillMaterials(); });
+    m_Commands.Add(pMenu,
+                   "level.bitmap",
+                   "Terrain-type &bitmap...",
+                   NO_KEY,
+                   [this] { m_Documents.ChooseBitmap(); });
+    m_Commands.Add(pMenu,
+                   "level.no_bitmap",
+                   "&No bitmap",
+                   NO_KEY,
+                   [this]
+                   {
+                       m_Editor.GetDocument().SetBitmap("");
+                       OnLevel();
+                   });
+}
+
+void CEditorWindow::FillMaterials()
+{
+    m_pMaterials->clear();
+    const std::string strFolder = "data/materials";
+    for (const std::string& strRoot : {fs::get_user_root(), fs::get_data_root()})
+    {
+        const QDir folder(QString::fromStdString(strRoot + "/" + strFolder));
+        for (const QFileInfo& file : folder.entryInfoList({"*.mat"}, QDir::Files, QDir::Name))
+        {
+            const std::string strName = strFolder + "/" + file.fileName().toStdString();
+            m_pMaterials->addAction(file.completeBaseName(),
+                                    this,
+                                    [this, strName]
+                                    {
+                                        m_Editor.GetDocument().SetMaterial(strName);
+                                        OnLevel();
+                                    });
+        }
+    }
+    m_pMaterials->addSeparator();
+    m_pMaterials->addAction("Other...", this, [this] { m_Documents.ChooseMaterial(); });
+}
+
+void CEditorWindow::MakeCameraMenu()
+{
+    QMenu* pMenu = menuBar()->addMenu("&Camera");
+    m_Commands.Add(pMenu,
+                   "camera.frame",
+                   "&Frame the spot under the cursor",
+                   Key('F'),
+                   [this] { m_pViews->GetActive()->FrameSpot(); });
+    m_Commands.Add(pMenu,
+                   "camera.frame_all",
+                   "Frame the &terrain",
+                   Key(Qt::Key_Home),
+                   [this] { m_pViews->GetActive()->FrameAll(); });
+    pMenu->addSeparator();
+    for (const SCameraCommand& command : CAMERA_COMMANDS)
+    {
+        const int32_t iAction = command.iAction;
+        m_Commands.Add(pMenu,
+                       command.pszId,
+                       command.pszText,
+                       command.key,
+                       [this, iAction] { SendAction(iAction); });
+    }
+    constexpr std::tuple<const char*, const char*, uint32_t> FLY[] = {
+        {"forward", "Fly forward", 'W'},
+        {"back", "Fly back", 'S'},
+        {"left", "Fly to the left", 'A'},
+        {"right", "Fly to the right", 'D'},
+        {"up", "Fly up", 'E'},
+        {"down", "Fly down", 'Q'},
+    };
+    for (const auto& [pszName, pszText, uKey] : FLY)
+    {
+        m_Commands.AddHeld((std::string(FLY_COMMAND) + pszName).c_str(), pszText, Key(uKey));
+    }
+}
+
+void CEditorWindow::MakeToolsMenu()
+{
+    m_pTools = menuBar()->addMenu("&Tools");
+    const auto onCommand = [this](uint32_t uCommand)
+    {
+        RunCommand(uCommand);
+    };
+    for (const SInsertedMenu& inserted : GetHost().GetRegistry().GetMenus())
+    {
+        QMenu* pParent = m_pTools;
+        for (QAction* pAction : menuBar()->actions())
+        {
+            const bool bNamed =
+                pAction->text().remove('&') == QString::fromStdString(inserted.strParent);
+            pParent = bNamed ? pAction->menu() : pParent;
+        }
+        FillMenu(*pParent->addMenu(QString::fromStdString(inserted.strTitle)),
+                 *inserted.pPopup,
+                 onCommand);
+    }
+    for (CToolBar* pToolBar : GetHost().GetRegistry().GetToolBars())
+    {
+        MakeToolBar(*this, *pToolBar, onCommand);
+    }
+    m_pProcesses->Fill();
+}

@@ -1,0 +1,60 @@
+#include "editor/app/SEditorSettings.h"
+
+#include <QSettings>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr int MOST_MINUTES = 120;
+
+template <typename T> void ReadNumber(const QSettings& file, const char* pszKey, T& value)
+{
+    const QVariant text = file.value(pszKey);
+    bool bNumber = false;
+    const double fValue = text.toDouble(&bNumber);
+    if (bNumber)
+    {
+        value = static_cast<T>(fValue);
+    }
+}
+
+void ReadBool(const QSettings& file, const char* pszKey, bool& bValue)
+{
+    bValue = file.value(pszKey, bValue).toBool();
+}
+
+} // namespace
+
+void SEditorSettings::Load(const std::string& strFile)
+{
+    const QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
+    ReadBool(file, "input/sample_strokes", input.bSampleStrokes);
+    ReadBool(file, "input/keyboard_navigation", bKeyboardNavigation);
+    ReadBool(file, "view/grid", render.bGrid);
+    ReadNumber(file, "view/sun_yaw", render.fSunYaw);
+    ReadNumber(file, "view/sun_pitch", render.fSunPitch);
+    ReadNumber(file, "view/ambient", render.fAmbient);
+    ReadNumber(file, "view/type_blend", render.fTypeBlend);
+    ReadNumber(file, "document/autosave_minutes", iAutosaveMinutes);
+    render.fAmbient = std::clamp(render.fAmbient, 0.0F, 1.0F);
+    render.fTypeBlend = std::clamp(render.fTypeBlend, 0.0F, 1.0F);
+    render.fSunPitch = std::clamp(render.fSunPitch, 0.0F, 90.0F);
+    iAutosaveMinutes = std::clamp(iAutosaveMinutes, 0, MOST_MINUTES);
+}
+
+bool SEditorSettings::Save(const std::string& strFile) const
+{
+    QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
+    file.setValue("input/sample_strokes", input.bSampleStrokes);
+    file.setValue("input/keyboard_navigation", bKeyboardNavigation);
+    file.setValue("view/grid", render.bGrid);
+    file.setValue("view/sun_yaw", static_cast<double>(render.fSunYaw));
+    file.setValue("view/sun_pitch", static_cast<double>(render.fSunPitch));
+    file.setValue("view/ambient", static_cast<double>(render.fAmbient));
+    file.setValue("view/type_blend", static_cast<double>(render.fTypeBlend));
+    file.setValue("document/autosave_minutes", iAutosaveMinutes);
+    file.sync();
+    return file.status() == QSettings::NoError;
+}

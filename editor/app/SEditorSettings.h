@@ -1,0 +1,20 @@
+#pragma once
+
+#include "editor/app/CViewInput.h"
+#include "editor/view/SRenderSettings.h"
+
+#include <string>
+
+// What the user has chosen for the editor itself, kept from run to run. Owned by the window.
+struct SEditorSettings
+{
+    SInputSettings input;
+    SRenderSettings render; // of all views; a view adds its own quality and wire frame
+    bool bKeyboardNavigation = true;
+    int iAutosaveMinutes = 3; // 0: never
+
+    // strFile: an INI file; what is missing keeps its default.
+    void Load(const std::string& strFile);
+    // False when the file cannot be written.
+    bool Save(const std::string& strFile) const;
+};

@@ -1,0 +1,211 @@
+#include "editor/app/CEditor.h"
+#include "editor/app/CEditorFace.h"
+#include "editor/app/CEditorWindow.h"
+#include "editor/app/CViewArea.h"
+#include "editor/app/SEditorOptions.h"
+#include "editor/core/UserFolders.h"
+#include "host/FileSystem.h"
+
+#include <QApplication>
+#include <QPixmap>
+#include <QSurfaceFormat>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+namespace
+{
+
+enum EExitCode
+{
+    EXIT_DONE = 0,
+    EXIT_FAILED = 1,
+    EXIT_UNUSABLE = 2,
+};
+
+constexpr int GL_MAJOR = 3;
+constexpr int GL_MINOR = 3;
+constexpr int DEPTH_BITS = 24;
+
+int Report(EExitCode eCode, const std::string& strFault)
+{
+    std::fprintf(stderr, "tellur-editor: %s\n", strFault.c_str());
+    return eCode;
+}
+
+std::string GetEnvironment(const char* pszName)
+{
+    const char* pszValue = std::getenv(pszName);
+    return pszValue != nullptr ? pszValue : "";
+}
+
+std::filesystem::path GetProgramFolder()
+{
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+std::string GetAbsolutePath(const std::string& strPath)
+{
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(strPath, error);
+    return error ? strPath : path.string();
+}
+
+std::string GetUserDataFolder()
+{
+    const std::string strData = GetEnvironment("XDG_DATA_HOME");
+    return (strData.empty() ? GetEnvironment("HOME") + "/.local/share" : strData) + "/tellur";
+}
+
+void SetRoots(const SEditorOptions& options)
+{
+    std::string strRoot = options.strRoot.empty() ? GetEnvironment("TELLUR_ROOT") : options.strRoot;
+    strRoot = strRoot.empty() ? GetUserDataFolder() : strRoot;
+    std::error_code error; // without the folder, writing there says what is wrong
+    std::filesystem::create_directories(strRoot, error);
+    fs::set_user_root(GetAbsolutePath(strRoot).c_str());
+    const std::filesystem::path dataRoot = GetProgramFolder().parent_path() / "share" / "tellur";
+    fs::set_data_root(dataRoot.c_str());
+}
+
+// The window system ends the process where it cannot start; this says why in one line.
+void OnQtMessage(QtMsgType eType, const QMessageLogContext&, const QString& strText)
+{
+    if (eType == QtFatalMsg)
+    {
+        std::fprintf(stderr,
+                     "tellur-editor: the window system cannot be reached: %s\n",
+                     qPrintable(strText.section('\n', 0, 0)));
+        std::_Exit(EXIT_UNUSABLE);
+    }
+    if (eType == QtCriticalMsg)
+    {
+        std::fprintf(stderr, "%s\n", qPrintable(strText));
+    }
+}
+
+bool HasDisplay()
+{
+    return !GetEnvironment("DISPLAY").empty() || !GetEnvironment("WAYLAND_DISPLAY").empty() ||
+           !GetEnvironment("QT_QPA_PLATFORM").empty();
+}
+
+// Lets everything that is waiting be drawn.
+void DrawAll(CEditorWindow& window)
+{
+    window.GetViews().RequestFrames();
+    for (int i = 0; i < 3; ++i) // layout, then frames, then what the frames asked for
+    {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents();
+    }
+}
+
+int RunOnce(CEditorWindow& window, const SEditorOptions& options)
+{
+    DrawAll(window);
+    if (!window.GetViewFault().isEmpty())
+    {
+        return Report(EXIT_UNUSABLE, window.GetViewFault().toStdString());
+    }
+    std::string strFault;
+    if (!options.strPlay.empty())
+    {
+        const EScriptEnd eEnd = window.PlayScript(options.strPlay, strFault);
+        if (eEnd != EScriptEnd::Played)
+        {
+            return Report(eEnd == EScriptEnd::Failed ? EXIT_FAILED : EXIT_UNUSABLE, strFault);
+        }
+    }
+    DrawAll(window);
+    if (!options.strScreenshot.empty() &&
+        !window.grab().save(QString::fromStdString(options.strScreenshot)))
+    {
+        return Report(EXIT_FAILED, options.strScreenshot + ": the picture cannot be written");
+    }
+    return EXIT_DONE;
+}
+
+int Run(QApplication& program, const SEditorOptions& options)
+{
+    CEditorFace face;
+    CEditor editor(face, GetUserConfigFolder());
+    int iResult = EXIT_DONE;
+    {
+        CEditorWindow window(editor, face);
+        const std::string strPlugin = options.strPlugin.empty()
+                                          ? (GetProgramFolder() / "libtellur.so").string()
+                                          : options.strPlugin;
+        if (!editor.LoadPlugin(strPlugin))
+        {
+            return Report(EXIT_UNUSABLE, strPlugin + ": cannot be loaded");
+        }
+        window.ShowPlugin();
+        window.show();
+        const bool bOnce = !options.strScreenshot.empty() || !options.strPlay.empty();
+        if (!options.strLevel.empty())
+        {
+            const std::string strLevel = GetAbsolutePath(options.strLevel);
+            const bool bOpen =
+                bOnce ? editor.GetDocument().Open(strLevel.c_str()) : window.OpenFile(strLevel);
+            if (!bOpen && bOnce)
+            {
+                return Report(EXIT_UNUSABLE, options.strLevel + ": cannot be opened");
+            }
+            window.GetViews().FrameAll();
+        }
+        if (bOnce)
+        {
+            iResult = RunOnce(window, options);
+        }
+        else
+        {
+            QMetaObject::invokeMethod(
+                &window, [&window] { window.OfferRecovery(); }, Qt::QueuedConnection);
+            iResult = program.exec();
+        }
+    }
+    editor.UnloadPlugin();
+    return iResult;
+}
+
+} // namespace
+
+int main(int nArguments, char** ppszArguments)
+{
+    SEditorOptions options;
+    std::string strFault;
+    if (!options.Read(nArguments, ppszArguments, strFault))
+    {
+        return Report(EXIT_UNUSABLE, strFault + " (try --help)");
+    }
+    if (options.bHelp)
+    {
+        return std::fputs(SEditorOptions::GetUsage(), stdout) >= 0 && std::fflush(stdout) == 0
+                   ? EXIT_DONE
+                   : EXIT_FAILED;
+    }
+    if (!HasDisplay())
+    {
+        return Report(EXIT_UNUSABLE,
+                      "there is no display: DISPLAY and WAYLAND_DISPLAY are not set");
+    }
+    qInstallMessageHandler(OnQtMessage);
+    QSurfaceFormat format;
+    format.setVersion(GL_MAJOR, GL_MINOR);
+    format.setProfile(QSurfaceFormat::CoreProfile);
+    format.setDepthBufferSize(DEPTH_BITS);
+    QSurfaceFormat::setDefaultFormat(format);
+    QApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QApplication program(nArguments, ppszArguments);
+    // After the application object, which sets it: every move counts, none may be merged.
+    QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
+    QApplication::setApplicationName("tellur-editor");
+    QApplication::setApplicationDisplayName("Tellur");
+    SetRoots(options);
+    return Run(program, options);
+}

@@ -1,0 +1,317 @@
+#include "editor/view/CTerrainRenderer.h"
+
+#include "editor/view/CLineBatch.h"
+#include "editor/view/CMaterialCache.h"
+#include "editor/view/CPatchMesh.h"
+#include "editor/view/CPatchSelection.h"
+#include "editor/view/CShader.h"
+#include "editor/view/CTerrainTiles.h"
+#include "editor/view/CTextureCopies.h"
+#include "editor/view/SViewProjection.h"
+#include "editor/view/Shaders.h"
+#include "editor/view/Vectors.h"
+#include "engine/world/CEngineHost.h"
+#include "host/Log.h"
+
+#include <QOpenGLContext>
+#include <QOpenGLVersionFunctionsFactory>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr float RADIANS = 0.017453292519943F;
+constexpr uint32_t MOST_PATCHES = 420; // at full quality
+constexpr uint32_t LEAST_PATCHES = 16;
+constexpr float LEAST_QUALITY = 0.05F;
+constexpr float LINE_PIXELS = 55.0F; // contour lines are about so far apart on the screen
+
+SVec3 GetSun(const SRenderSettings& settings)
+{
+    const float fYaw = settings.fSunYaw * RADIANS;
+    const float fPitch = settings.fSunPitch * RADIANS;
+    return {std::cos(fYaw) * std::cos(fPitch), std::sin(fPitch), std::sin(fYaw) * std::cos(fPitch)};
+}
+
+// The step of contour lines: 1, 2 or 5 times a power of ten, near to the wanted one.
+float GetRoundStep(float fWanted)
+{
+    const float fPower = std::pow(10.0F, std::floor(std::log10(std::max(fWanted, 1e-3F))));
+    const float fShare = fWanted / fPower;
+    return fPower * (fShare < 1.5F ? 1.0F : fShare < 3.5F ? 2.0F : fShare < 7.5F ? 5.0F : 10.0F);
+}
+
+} // namespace
+
+struct CTerrainRenderer::SParts
+{
+    OpenGl* pGl = nullptr;
+    CShader ground;
+    CShader sky;
+    CShader lines;
+    GLuint uNothing = 0; // a vertex array without arrays, for the sky
+    CPatchMesh mesh;
+    CLineBatch batch;
+    CTerrainTiles tiles;
+    CTextureCopies textures;
+    CMaterialCache materials;
+    CPatchTree tree;
+    CPatchSelection selection;
+    const CTerrain* pTerrain = nullptr; // whose copies there are, for comparing only
+    uint64_t uSeen = 0;                 // revision of its heights
+    uint32_t uVerticesX = 0;
+    uint32_t uVerticesZ = 0;
+    bool bNoRoom = false;
+
+    bool Follow(CTerrain& terrain, uint32_t uTileCells, SRenderStatistics& statistics);
+    void DrawSky(const SRenderSettings& settings);
+    void DrawGround(const SViewProjection& view,
+                    CEngineHost& engine,
+                    const SRenderSettings& settings,
+                    SRenderStatistics& statistics);
+    void SetMaterial(const SViewProjection& view,
+                     const CTerrain& terrain,
+                     const SRenderSettings& settings);
+    uint64_t SetOverlays(CEngineHost& engine, const SRenderSettings& settings);
+};
+
+CTerrainRenderer::CTerrainRenderer(uint32_t uTileCells)
+    : m_TileCells(uTileCells)
+{
+}
+
+CTerrainRenderer::~CTerrainRenderer()
+{
+    Release();
+}
+
+bool CTerrainRenderer::Initialize(std::string& strFault)
+{
+    auto* pGl = QOpenGLVersionFunctionsFactory::get<OpenGl>(QOpenGLContext::currentContext());
+    if (pGl == nullptr || !pGl->initializeOpenGLFunctions())
+    {
+        strFault = "the graphics driver offers no OpenGL 3.3";
+        return false;
+    }
+    auto pParts = std::make_unique<SParts>();
+    pParts->pGl = pGl;
+    if (!pParts->ground.Make(*pGl, GROUND_VERT, GROUND_FRAG, strFault) ||
+        !pParts->sky.Make(*pGl, SKY_VERT, SKY_FRAG, strFault) ||
+        !pParts->lines.Make(*pGl, LINE_VERT, LINE_FRAG, strFault))
+    {
+        return false;
+    }
+    pGl->glGenVertexArrays(1, &pParts->uNothing);
+    pParts->mesh.Make(*pGl);
+    pParts->batch.Make(*pGl);
+    m_Parts = std::move(pParts);
+    return true;
+}
+
+void CTerrainRenderer::Release()
+{
+    if (m_Parts == nullptr)
+    {
+        return;
+    }
+    OpenGl& gl = *m_Parts->pGl;
+    m_Parts->ground.Release(gl);
+    m_Parts->sky.Release(gl);
+    m_Parts->lines.Release(gl);
+    gl.glDeleteVertexArrays(1, &m_Parts->uNothing);
+    m_Parts->mesh.Release(gl);
+    m_Parts->batch.Release(gl);
+    m_Parts->tiles.Release(gl);
+    m_Parts->textures.Release(gl);
+    m_Parts.reset();
+}
+
+bool CTerrainRenderer::Render(const SViewProjection& view,
+                              CEngineHost& engine,
+                              const SRenderSettings& settings)
+{
+    m_Statistics = {};
+    if (m_Parts == nullptr)
+    {
+        return false;
+    }
+    OpenGl& gl = *m_Parts->pGl;
+    gl.glViewport(0, 0, view.iWidth, view.iHeight);
+    gl.glDisable(GL_BLEND);
+    gl.glDisable(GL_CULL_FACE);
+    gl.glEnable(GL_DEPTH_TEST);
+    gl.glDepthMask(GL_TRUE);
+    gl.glDepthFunc(GL_LEQUAL);
+    gl.glClear(GL_DEPTH_BUFFER_BIT);
+    m_Parts->DrawSky(settings);
+    CTerrain* pTerrain = engine.GetCWorld().GetCTerrain();
+    const bool bDrawn =
+        pTerrain == nullptr || m_Parts->Follow(*pTerrain, m_TileCells, m_Statistics);
+    if (bDrawn && pTerrain != nullptr)
+    {
+        m_Parts->textures.Begin();
+        m_Parts->DrawGround(view, engine, settings, m_Statistics);
+        m_Parts->textures.Sweep(gl);
+        float matrix[16];
+        view.GetMatrix(matrix);
+        m_Statistics.uDrawCalls +=
+            m_Parts->batch.Draw(gl, m_Parts->lines, matrix, engine.GetDebugLines());
+    }
+    gl.glBindVertexArray(0);
+    gl.glUseProgram(0);
+    gl.glActiveTexture(GL_TEXTURE0);
+    return bDrawn;
+}
+
+// Brings the copies up to date. False when the card has no room.
+bool CTerrainRenderer::SParts::Follow(CTerrain& terrain,
+                                      uint32_t uTileCells,
+                                      SRenderStatistics& statistics)
+{
+    const bool bOther = pTerrain != &terrain || uVerticesX != terrain.GetVerticesX() ||
+                        uVerticesZ != terrain.GetVerticesZ();
+    if (bOther)
+    {
+        pTerrain = &terrain;
+        uVerticesX = terrain.GetVerticesX();
+        uVerticesZ = terrain.GetVerticesZ();
+        uSeen = 0;
+        bNoRoom = !tiles.Reset(*pGl, terrain, uTileCells);
+        tree.Reset(uVerticesX, uVerticesZ, uTileCells);
+        if (bNoRoom)
+        {
+            CrashLog("[CTerrainRenderer::Render] the graphics card has no room for a terrain of "
+                     "%u x %u vertices\n",
+                     uVerticesX,
+                     uVerticesZ);
+        }
+    }
+    SVertexRect changed;
+    if (!bNoRoom && terrain.TakeDirtyRegion(uSeen, changed))
+    {
+        statistics.uUploadedBytes += tiles.Upload(*pGl, terrain, changed);
+        tree.Update(terrain.GetHeightData(), changed);
+    }
+    return !bNoRoom;
+}
+
+void CTerrainRenderer::SParts::DrawSky(const SRenderSettings& settings)
+{
+    pGl->glDepthMask(GL_FALSE);
+    sky.Use(*pGl);
+    sky.Set("uTop", settings.skyTop);
+    sky.Set("uBottom", settings.skyBottom);
+    pGl->glBindVertexArray(uNothing);
+    pGl->glDrawArrays(GL_TRIANGLES, 0, 3);
+    pGl->glDepthMask(GL_TRUE);
+}
+
+void CTerrainRenderer::SParts::DrawGround(const SViewProjection& view,
+                                          CEngineHost& engine,
+                                          const SRenderSettings& settings,
+                                          SRenderStatistics& statistics)
+{
+    const CTerrain& terrain = *pTerrain;
+    const SVec3 size = terrain.GetSize();
+    const float fQuality = std::clamp(settings.fQuality, LEAST_QUALITY, 1.0F);
+    SDetail detail;
+    detail.cell = {size.x / static_cast<float>(uVerticesX - 1),
+                   0.0F,
+                   size.z / static_cast<float>(uVerticesZ - 1)};
+    detail.fPixels = settings.fDetailPixels / fQuality;
+    detail.uMaxPatches =
+        std::max(LEAST_PATCHES, static_cast<uint32_t>(static_cast<float>(MOST_PATCHES) * fQuality));
+    selection.Select(tree, view, detail);
+
+    float matrix[16];
+    view.GetMatrix(matrix);
+    ground.Use(*pGl);
+    ground.SetMatrix("uMatrix", matrix);
+    ground.Set("uHeights", 0);
+    ground.Set("uNormals", 1);
+    ground.Set("uTypes", 2);
+    ground.Set("uMask", 3);
+    ground.Set("uPreview", 4);
+    ground.Set("uLast", static_cast<int>(uVerticesX - 1), static_cast<int>(uVerticesZ - 1));
+    ground.Set("uCell", detail.cell.x, detail.cell.z);
+    ground.Set("uSize", size);
+    ground.Set("uSun", GetSun(settings));
+    ground.Set("uAmbient", settings.fAmbient);
+    ground.Set("uEye", view.position);
+    const float fHaze = view.bOrthographic ? 0.0F : settings.fHaze;
+    ground.Set("uHaze", settings.skyBottom.r, settings.skyBottom.g, settings.skyBottom.b, fHaze);
+    ground.Set("uHazeDistance", std::max(view.fFar, 1.0F));
+    ground.Set("uFlat", settings.bFlatShading || !tiles.HasNormals() ? 1 : 0);
+    ground.Set("uWire", settings.bWireFrame ? 1 : 0);
+    ground.Set("uGrid", settings.bGrid ? 1 : 0);
+    SetMaterial(view, terrain, settings);
+    statistics.uUploadedBytes += SetOverlays(engine, settings);
+    mesh.SetInstances(*pGl, selection.GetInstances());
+    for (const SPatchRange& range : selection.GetRanges())
+    {
+        tiles.Bind(*pGl, range.uTileX, range.uTileZ);
+        const uint32_t uTile = CPatchTree::PATCH_CELLS << tree.GetTopLevel();
+        ground.Set("uTile",
+                   static_cast<int>(range.uTileX * uTile),
+                   static_cast<int>(range.uTileZ * uTile));
+        ground.Set("uTileSize",
+                   static_cast<float>(tiles.GetWidth(range.uTileX)),
+                   static_cast<float>(tiles.GetDepth(range.uTileZ)));
+        mesh.Draw(*pGl, range.uFirst, range.uCount);
+        ++statistics.uDrawCalls;
+    }
+    statistics.uPatches = static_cast<uint32_t>(selection.GetInstances().size());
+    statistics.uTriangles = statistics.uPatches * CPatchMesh::TRIANGLES;
+}
+
+void CTerrainRenderer::SParts::SetMaterial(const SViewProjection& view,
+                                           const CTerrain& terrain,
+                                           const SRenderSettings& settings)
+{
+    const std::string& strEdit = terrain.GetEditMaterial();
+    const SMaterial& material =
+        materials.Get(strEdit.empty() ? settings.strDefaultMaterial : strEdit);
+    float fStep = material.fStep;
+    if (material.eKind == EMaterialKind::Contours && fStep <= 0.0F)
+    {
+        const SVec3 size = terrain.GetSize();
+        const SVec3 center = {size.x * 0.5F, 0.0F, size.z * 0.5F};
+        const float fDistance =
+            std::min(GetLength(Subtract(center, view.position)), std::fabs(view.position.y) * 3.0F);
+        fStep = GetRoundStep(view.GetPixelSize(fDistance) * LINE_PIXELS * 0.3F);
+    }
+    float fLow = 0.0F;
+    float fHigh = 0.0F;
+    terrain.GetHeightRange({0, 0, uVerticesX, uVerticesZ}, fLow, fHigh);
+    ground.Set("uKind", static_cast<int>(material.eKind));
+    ground.Set("uColors", material.colors, SMaterial::COLORS);
+    ground.Set("uColorCount", material.nColors);
+    ground.Set("uStep", fStep);
+    ground.Set("uRange", fLow, fHigh);
+}
+
+uint64_t CTerrainRenderer::SParts::SetOverlays(CEngineHost& engine, const SRenderSettings& settings)
+{
+    ITexture* pMask = engine.GetCWorld().FindTerrainTexture(pTerrain->GetEditOverlay());
+    const SProjectedTexture& projected = pTerrain->GetProjectedTexture();
+    uint64_t uBytes = textures.Bind(*pGl, GL_TEXTURE2, settings.pTypeBitmap, ECopyKind::Color);
+    uBytes += textures.Bind(*pGl, GL_TEXTURE3, pMask, ECopyKind::Grey);
+    uBytes += textures.Bind(*pGl, GL_TEXTURE4, projected.pTexture, ECopyKind::Grey);
+    ground.Set("uTypeBlend", settings.pTypeBitmap != nullptr ? settings.fTypeBlend : 0.0F);
+    // The third element of the transform is the scale, see World::MakeOverlayTransform.
+    ground.Set("uMaskScale", pMask != nullptr ? pTerrain->GetEditOverlayTransform().m[2] : 0.0F);
+    ground.Set("uMaskColor", settings.maskColor);
+    const SExtents& box = projected.box;
+    const float fWidth = box.max.x - box.min.x;
+    const float fDepth = box.max.z - box.min.z;
+    const bool bBox = projected.pTexture != nullptr && fWidth > 0.0F && fDepth > 0.0F;
+    ground.Set("uPreviewBox",
+               box.min.x,
+               box.min.z,
+               bBox ? 1.0F / fWidth : 0.0F,
+               bBox ? 1.0F / fDepth : 0.0F);
+    ground.Set("uPreviewColor", settings.previewColor);
+    return uBytes;
+}

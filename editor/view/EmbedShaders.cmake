@@ -1,0 +1,12 @@
+# cmake -DOUT_H=… -DFOLDER=… -P EmbedShaders.cmake: every file NAME.KIND of the folder as a text NAME_KIND.
+file(GLOB aFiles ${FOLDER}/*.vert ${FOLDER}/*.frag)
+list(SORT aFiles)
+set(strHeader "#pragma once\n\n")
+foreach(strFile IN LISTS aFiles)
+    get_filename_component(strName ${strFile} NAME)
+    string(REPLACE "." "_" strName "${strName}")
+    string(TOUPPER "${strName}" strName)
+    file(READ ${strFile} strText)
+    string(APPEND strHeader "inline constexpr char ${strName}[] = R\"glsl(${strText})glsl\";\n")
+endforeach()
+file(WRITE ${OUT_H} "${strHeader}")

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+#include <string>
+
+enum class EMaterialKind
+{
+    Plain,    // one colour
+    Checker,  // cells, or blocks of them, in two colours
+    Contours, // lines of equal height over a ground
+    Slope,    // colour by steepness
+    Bands,    // colour by height between the lowest and the highest ground
+};
+
+// How the ground looks while it is sculpted, as a ".mat" file says. A plain value.
+struct SMaterial
+{
+    static constexpr int COLORS = 5;
+
+    EMaterialKind eKind = EMaterialKind::Plain;
+    // Plain: the first. Checker: the first two. Contours: ground, line, stronger line. Slope and
+    // bands: from flat or low to steep or high, evenly spread.
+    SColor colors[COLORS] = {{0.62F, 0.62F, 0.60F, 1.0F},
+                             {0.62F, 0.62F, 0.60F, 1.0F},
+                             {0.62F, 0.62F, 0.60F, 1.0F},
+                             {0.62F, 0.62F, 0.60F, 1.0F},
+                             {0.62F, 0.62F, 0.60F, 1.0F}};
+    int nColors = 1;
+    // Checker: cells a square is wide. Contours: terrain units between lines, 0 follows the view
+    // in steps of 1, 2, 5. Slope: degrees of the last colour.
+    float fStep = 0.0F;
+
+    // Reads a file in the declarative syntax. False, with one logged line that names the file and
+    // the fault, and the material as it was.
+    bool Load(const std::string& strPath);
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+#include <string>
+
+class ITexture;
+
+// How a view wants its picture. Plain values that the view keeps and changes freely from frame to
+// frame; the renderer keeps none of them.
+struct SRenderSettings
+{
+    // Where the light comes from: yaw in degrees from +x towards +z, pitch above the horizon.
+    float fSunYaw = 215.0F;
+    float fSunPitch = 38.0F;
+    float fAmbient = 0.38F; // light without the sun, 0..1
+
+    bool bWireFrame = false;   // edges of the triangles that are really drawn
+    bool bGrid = false;        // cell lines, and every 32nd stronger
+    bool bFlatShading = false; // facets of the drawn triangles instead of the terrain's normals
+
+    // The largest error of a triangle in device pixels at full quality. Lower is finer.
+    float fDetailPixels = 1.5F;
+    // 0..1, lower draws coarser: the view lowers it when frames take long.
+    float fQuality = 1.0F;
+
+    // The terrain-type bitmap, stretched over the whole terrain; null: none. Borrowed for the call.
+    ITexture* pTypeBitmap = nullptr;
+    float fTypeBlend = 0.6F; // 0: ground only, 1: bitmap only
+
+    // The file of the material shown while the terrain names none; empty: plain grey.
+    std::string strDefaultMaterial;
+
+    SColor skyTop = {0.36F, 0.47F, 0.60F, 1.0F};
+    SColor skyBottom = {0.73F, 0.78F, 0.82F, 1.0F};
+    float fHaze = 0.35F; // how far distant ground takes the colour of the sky, 0..1
+    SColor previewColor = {1.0F, 0.62F, 0.16F, 0.72F}; // under the brush; alpha is its strength
+    SColor maskColor = {0.80F, 0.16F, 0.22F, 0.55F};   // where the mask keeps brushes off
+};

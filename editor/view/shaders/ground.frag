@@ -1,0 +1,151 @@
+#version 330 core
+
+in vec3 vPosition;
+in vec2 vGrid;
+in vec2 vCorner;
+
+uniform sampler2D uNormals;
+uniform sampler2D uTypes;
+uniform sampler2D uMask;
+uniform sampler2D uPreview;
+uniform ivec2 uTile;
+uniform vec2 uTileSize; // texels of the normals
+uniform vec3 uSize;     // of the terrain
+uniform vec3 uSun;      // towards it
+uniform float uAmbient;
+uniform vec3 uEye;
+uniform vec4 uHaze;     // colour, and how much of it is there at the distance below
+uniform float uHazeDistance;
+
+uniform int uKind; // EMaterialKind
+uniform vec4 uColors[5];
+uniform int uColorCount;
+uniform float uStep;
+uniform vec2 uRange; // lowest and highest ground
+
+uniform float uTypeBlend;
+uniform float uMaskScale;
+uniform vec4 uMaskColor;
+uniform vec4 uPreviewBox; // x, z, 1 / width, 1 / depth
+uniform vec4 uPreviewColor;
+uniform bool uFlat;
+uniform bool uWire;
+uniform bool uGrid;
+
+out vec4 oColor;
+
+// How much of a line one pixel wide runs through here, for a line at each whole number.
+float Line(float fAt, float fWidth, float fPixels)
+{
+    float fDistance = abs(fract(fAt - 0.5) - 0.5);
+    return clamp(fPixels * 0.5 + 0.5 - fDistance / max(fWidth, 1e-6), 0.0, 1.0);
+}
+
+vec3 Ramp(float fShare)
+{
+    float fAt = clamp(fShare, 0.0, 1.0) * float(uColorCount - 1);
+    int i = min(int(fAt), uColorCount - 1);
+    return mix(uColors[i].rgb, uColors[min(i + 1, uColorCount - 1)].rgb, fAt - float(i));
+}
+
+vec3 GetChecker()
+{
+    vec2 at = vGrid / max(uStep, 1.0) * 0.5;
+    vec2 width = max(fwidth(at), vec2(1e-6));
+    // The mean of the pattern over the pixel, so that it fades to the middle far away.
+    vec2 mean = 2.0 * (abs(fract(at - 0.5 * width) - 0.5) - abs(fract(at + 0.5 * width) - 0.5)) / width;
+    return mix(uColors[0].rgb, uColors[1].rgb, 0.5 - 0.5 * clamp(mean.x, -1.0, 1.0) * clamp(mean.y, -1.0, 1.0));
+}
+
+vec3 GetContours()
+{
+    float fWidth = fwidth(vPosition.y / uStep);
+    float fFade = clamp(0.9 / max(fWidth, 1e-6) * 0.25, 0.0, 1.0);
+    float fFine = Line(vPosition.y / uStep, fWidth, 1.0) * fFade;
+    float fStrong = Line(vPosition.y / (uStep * 5.0), fWidth * 0.2, 1.6) * clamp(fFade * 4.0, 0.0, 1.0);
+    vec3 color = mix(uColors[0].rgb, uColors[1].rgb, fFine * uColors[1].a);
+    return mix(color, uColors[2].rgb, fStrong * uColors[2].a);
+}
+
+vec3 GetGround(vec3 normal)
+{
+    if (uKind == 1)
+    {
+        return GetChecker();
+    }
+    if (uKind == 2)
+    {
+        return GetContours();
+    }
+    if (uKind == 3)
+    {
+        return Ramp(degrees(acos(clamp(normal.y, 0.0, 1.0))) / max(uStep, 1.0));
+    }
+    if (uKind == 4)
+    {
+        return Ramp((vPosition.y - uRange.x) / max(uRange.y - uRange.x, 1e-3));
+    }
+    return uColors[0].rgb;
+}
+
+void main()
+{
+    vec3 normal;
+    if (uFlat)
+    {
+        normal = normalize(cross(dFdx(vPosition), dFdy(vPosition)));
+        normal = normal.y < 0.0 ? -normal : normal;
+    }
+    else
+    {
+        vec2 across = texture(uNormals, (vGrid - vec2(uTile) + 0.5) / uTileSize).rg;
+        normal = vec3(across.x, sqrt(max(1.0 - dot(across, across), 0.0)), across.y);
+    }
+    vec3 color = GetGround(normal);
+    if (uTypeBlend > 0.0)
+    {
+        vec4 type = texture(uTypes, vPosition.xz / uSize.xz);
+        color = mix(color, type.rgb, uTypeBlend * type.a);
+    }
+    if (vPosition.y < 0.0)
+    {
+        color *= 0.55; // not editable
+    }
+    float fLight = uAmbient * (0.8 + 0.2 * normal.y) + (1.0 - uAmbient) * max(dot(normal, uSun), 0.0);
+    color *= fLight * 1.15;
+    if (uGrid)
+    {
+        vec2 width = fwidth(vGrid);
+        float fFade = clamp(0.35 - max(width.x, width.y), 0.0, 0.35) * 2.0;
+        float fCell = max(Line(vGrid.x, width.x, 1.0), Line(vGrid.y, width.y, 1.0)) * fFade;
+        vec2 block = vGrid / 32.0;
+        width /= 32.0;
+        fFade = clamp(0.25 - max(width.x, width.y), 0.0, 0.25) * 2.4;
+        float fBlock = max(Line(block.x, width.x, 1.5), Line(block.y, width.y, 1.5)) * fFade;
+        color = mix(color, vec3(0.05, 0.06, 0.08), max(fCell, fBlock));
+    }
+    if (uWire)
+    {
+        vec2 width = fwidth(vCorner);
+        float fEdge = max(max(Line(vCorner.x, width.x, 1.0), Line(vCorner.y, width.y, 1.0)),
+                          Line(vCorner.x + vCorner.y, fwidth(vCorner.x + vCorner.y), 1.0));
+        color = mix(color, vec3(0.04, 0.09, 0.16), fEdge * 0.75);
+    }
+    if (uMaskScale > 0.0)
+    {
+        float fKept = 1.0 - texture(uMask, vPosition.xz * uMaskScale).r;
+        color = mix(color, uMaskColor.rgb, fKept * uMaskColor.a);
+    }
+    vec2 inBox = (vPosition.xz - uPreviewBox.xy) * uPreviewBox.zw;
+    if (uPreviewBox.z > 0.0 && inBox == clamp(inBox, 0.0, 1.0))
+    {
+        float fStrength = texture(uPreview, inBox).r;
+        // A line where the brush begins, and the tint of its strength.
+        float fRim = 1.0 - smoothstep(0.0, 1.5, abs(fStrength - 0.04) / max(fwidth(fStrength), 1e-4));
+        fRim *= step(1e-4, fwidth(fStrength));
+        color = mix(color, uPreviewColor.rgb, fStrength * uPreviewColor.a);
+        color = mix(color, uPreviewColor.rgb * 1.2, fRim * 0.8);
+    }
+    float fHaze = uHaze.a * smoothstep(0.25, 1.0, distance(uEye, vPosition) / uHazeDistance);
+    oColor = vec4(mix(color, uHaze.rgb, fHaze), 1.0);
+}
