@@ -71,9 +71,9 @@ function(tellur_folder strName)
 endfunction()
 
 # tellur_test(NAME SOURCES a_test.cpp … LIBRARIES target …): one test program; its cases become tests
-# of their own. LIBRARIES may name object libraries and shared libraries.
+# of their own. LIBRARIES may name object libraries and shared libraries, ENVIRONMENT variables of its run.
 function(tellur_test strName)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS;ENVIRONMENT" ${ARGN})
     add_executable(${strName} ${ARG_SOURCES})
     target_link_libraries(${strName} PRIVATE ${ARG_LIBRARIES} GTest::gtest_main)
     target_compile_definitions(
@@ -84,7 +84,8 @@ function(tellur_test strName)
         # g++ 12 warns inside its own <regex> when the sanitizers are on.
         target_compile_options(${strName} PRIVATE -Wno-maybe-uninitialized)
     endif()
-    gtest_discover_tests(${strName} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+    gtest_discover_tests(${strName} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300 ENVIRONMENT
+                                                                       "${ARG_ENVIRONMENT}")
 endfunction()
 
 # tellur_fuzzer(NAME SOURCES a.cpp LIBRARIES target …): a program that feeds a reader with hostile bytes.

@@ -1,6 +1,8 @@
 // The tests of real windows need a display of their own: events from outside reach the window under
 // the cursor, and a developer's desktop is no place for that.
 
+#include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -32,6 +34,11 @@ public:
         m_Server = ::fork();
         if (m_Server == 0)
         {
+            // It must not outlive a test that crashes, nor keep its output open.
+            ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+            const int iNothing = ::open("/dev/null", O_RDWR);
+            ::dup2(iNothing, STDOUT_FILENO);
+            ::dup2(iNothing, STDERR_FILENO);
             ::close(pipe[0]);
             const std::string strPipe = std::to_string(pipe[1]);
             ::execlp("Xvfb",
@@ -79,16 +86,6 @@ private:
 };
 
 } // namespace
-
-// What the software renderer and the font library keep until the process ends.
-extern "C" const char* __lsan_default_suppressions();
-
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:libLLVM\nleak:swrast_dri\nleak:libgallium\nleak:libGLX\nleak:libEGL\n"
-           "leak:libfontconfig\nleak:libxcb\nleak:libX11\nleak:libQt6XcbQpa\nleak:libdbus\n"
-           "leak:libglapi\nleak:libnvidia\n";
-}
 
 int main(int nArguments, char** ppszArguments)
 {
