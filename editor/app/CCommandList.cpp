@@ -5,6 +5,8 @@
 #include <QAction>
 #include <QMenu>
 
+#include <utility>
+
 CCommandList::CCommandList(QWidget& window, CKeyBindings& keys)
     : m_Window(window)
     , m_Keys(keys)
@@ -16,7 +18,7 @@ CCommandList::Add(QMenu* pMenu, const char* pszId, const char* pszText, SKeyChor
 {
     auto* pAction = new QAction(QString::fromUtf8(pszText), &m_Window);
     pAction->setObjectName(pszId);
-    QObject::connect(pAction, &QAction::triggered, &m_Window, [run] { run(); });
+    QObject::connect(pAction, &QAction::triggered, &m_Window, [run = std::move(run)] { run(); });
     if (pMenu != nullptr)
     {
         pMenu->addAction(pAction);

@@ -85,6 +85,8 @@ CViewWidget::CViewWidget(
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(120, 90);
+    m_FlyTimer.setSingleShot(true);
+    m_FlyTimer.callOnTimeout(this, [this] { update(); });
     m_RefineTimer.setSingleShot(true);
     m_RefineTimer.setInterval(REFINE_MS);
     m_RefineTimer.callOnTimeout(this,
@@ -204,8 +206,6 @@ bool CViewWidget::event(QEvent* pEvent)
     case QEvent::Leave:
         m_Input.Leave();
         Update();
-        break;
-    case QEvent::UngrabMouse:
         break;
     default:
         break;
@@ -356,8 +356,7 @@ void CViewWidget::Fly()
     {
         m_Input.RepeatHover();
     }
-    QMetaObject::invokeMethod(
-        this, [this] { update(); }, Qt::QueuedConnection);
+    m_FlyTimer.start(0); // after what is waiting
 }
 
 void CViewWidget::focusOutEvent(QFocusEvent* pEvent)

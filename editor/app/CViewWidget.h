@@ -116,6 +116,7 @@ private:
     CCursorNote* m_pNote; // this widget's child
     SFlyKeys m_FlyKeys;
     QElapsedTimer m_FlyClock;
+    QTimer m_FlyTimer;
     QTimer m_RefineTimer; // draws once more in full when nothing moves any longer
     bool m_bWireFrame = false;
     bool m_bReady = false; // the renderer has its context

@@ -40,10 +40,10 @@ constexpr SKeyChord CtrlShift(uint32_t uKey)
 // Actions of the modes, see IPlugin::OnAction.
 struct SCameraCommand
 {
-    const char* pszId;
-    const char* pszText;
+    const char* pszId = nullptr;
+    const char* pszText = nullptr;
     SKeyChord key;
-    int32_t iAction;
+    int32_t iAction = 0;
 };
 
 constexpr SCameraCommand CAMERA_COMMANDS[] = {
@@ -209,7 +209,7 @@ void CEditorWindow::FillMaterials()
     const std::string strFolder = "data/materials";
     for (const std::string& strRoot : {fs::get_user_root(), fs::get_data_root()})
     {
-        const QDir folder(QString::fromStdString(strRoot + "/" + strFolder));
+        const QDir folder(QDir(QString::fromStdString(strRoot)).filePath(strFolder.c_str()));
         for (const QFileInfo& file : folder.entryInfoList({"*.mat"}, QDir::Files, QDir::Name))
         {
             const std::string strName = strFolder + "/" + file.fileName().toStdString();

@@ -16,7 +16,7 @@ QString GetStart(const char* pszInitialName, const char* pszInitialFolder)
 {
     if (pszInitialName != nullptr && *pszInitialName != '\0')
     {
-        const QString strFile = QString::fromStdString(fs::root_path(pszInitialName));
+        QString strFile = QString::fromStdString(fs::root_path(pszInitialName));
         if (QFileInfo(strFile).dir().exists())
         {
             return strFile;

@@ -24,17 +24,17 @@ void FindAutosaves(const std::string& strFolder, std::vector<SRecoverable>& foun
 // What the child process writes. The memory is that of the parent at the fork.
 struct SAutosaveJob
 {
-    const char* pszFolder;
-    const char* pszHeightFile;
-    const char* pszHeightTemp; // beside it
-    const char* pszTextFile;
-    const char* pszTextTemp;
-    const char* pszText;
-    size_t nText;
-    const float* pHeights;
-    uint32_t uVerticesX;
-    uint32_t uVerticesZ;
-    SVec3 size;
+    const char* pszFolder = nullptr;
+    const char* pszHeightFile = nullptr;
+    const char* pszHeightTemp = nullptr; // beside it
+    const char* pszTextFile = nullptr;
+    const char* pszTextTemp = nullptr;
+    const char* pszText = nullptr;
+    size_t nText = 0;
+    const float* pHeights = nullptr;
+    uint32_t uVerticesX = 0;
+    uint32_t uVerticesZ = 0;
+    SVec3 size = {};
 };
 
 // Heights, then text, each written beside its target, on the disk before it is renamed. Only calls

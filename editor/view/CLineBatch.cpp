@@ -21,8 +21,7 @@ void CLineBatch::Make(OpenGl& gl)
     gl.glEnableVertexAttribArray(0);
     gl.glVertexAttribPointer(0, 3, GL_FLOAT, GL_FALSE, STRIDE, nullptr);
     gl.glEnableVertexAttribArray(1);
-    gl.glVertexAttribPointer(
-        1, 4, GL_FLOAT, GL_FALSE, STRIDE, reinterpret_cast<const void*>(3 * sizeof(float)));
+    gl.glVertexAttribPointer(1, 4, GL_FLOAT, GL_FALSE, STRIDE, GetBufferOffset(3 * sizeof(float)));
     gl.glBindVertexArray(0);
 }
 

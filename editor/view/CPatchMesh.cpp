@@ -78,8 +78,7 @@ void CPatchMesh::Draw(OpenGl& gl, uint32_t uFirst, uint32_t uCount)
 {
     // OpenGL 3.3 cannot begin at an instance, so the array does.
     const size_t nOffset = size_t{uFirst} * sizeof(SPatchInstance);
-    gl.glVertexAttribIPointer(
-        PATCH, 4, GL_INT, sizeof(SPatchInstance), reinterpret_cast<const void*>(nOffset));
+    gl.glVertexAttribIPointer(PATCH, 4, GL_INT, sizeof(SPatchInstance), GetBufferOffset(nOffset));
     gl.glDrawElementsInstanced(GL_TRIANGLES,
                                static_cast<GLsizei>(TRIANGLES * 3),
                                GL_UNSIGNED_SHORT,

@@ -154,7 +154,36 @@ uint64_t CTerrainTiles::Upload(OpenGl& gl, CTerrain& terrain, const SVertexRect&
 }
 
 // A texel of a smaller picture is the mean of four normals inside its block. They are taken from
-// the terrain itself, so that nothing has to be kept between uploads.
+// the terrain itself, so that nothing has to be kept between uploads. One row; returns its end.
+int16_t* CTerrainTiles::TakeMeans(const int16_t* pNormals,
+                                  const SVertexRect& tile,
+                                  uint32_t uRow,
+                                  uint32_t uMinX,
+                                  uint32_t uEndX,
+                                  uint32_t uLevel,
+                                  int16_t* pTexel) const
+{
+    const uint32_t uNear = (1U << uLevel) / 4;
+    const uint32_t uFar = (1U << uLevel) * 3 / 4;
+    const uint32_t uTop = tile.uMinZ + (uRow << uLevel);
+    const int16_t* pNear =
+        pNormals + size_t{std::min(uTop + uNear, m_VerticesZ - 1)} * m_VerticesX * 2;
+    const int16_t* pFar =
+        pNormals + size_t{std::min(uTop + uFar, m_VerticesZ - 1)} * m_VerticesX * 2;
+    for (uint32_t x = uMinX; x < uEndX; ++x)
+    {
+        const uint32_t uLeft = tile.uMinX + (x << uLevel);
+        const size_t nNear = size_t{std::min(uLeft + uNear, m_VerticesX - 1)} * 2;
+        const size_t nFar = size_t{std::min(uLeft + uFar, m_VerticesX - 1)} * 2;
+        for (size_t i = 0; i < 2; ++i)
+        {
+            const int iSum = pNear[nNear + i] + pNear[nFar + i] + pFar[nNear + i] + pFar[nFar + i];
+            *pTexel++ = static_cast<int16_t>(iSum / 4);
+        }
+    }
+    return pTexel;
+}
+
 uint64_t CTerrainTiles::UploadLevel(OpenGl& gl,
                                     const int16_t* pNormals,
                                     const SVertexRect& tile,
@@ -174,28 +203,10 @@ uint64_t CTerrainTiles::UploadLevel(OpenGl& gl,
     if (uLevel > 0)
     {
         m_Scratch.resize(nTexels * 2);
-        const uint32_t uNear = (1U << uLevel) / 4;
-        const uint32_t uFar = (1U << uLevel) * 3 / 4;
         int16_t* pTexel = m_Scratch.data();
         for (uint32_t z = uMinZ; z < uEndZ; ++z)
         {
-            const uint32_t uRow = tile.uMinZ + (z << uLevel);
-            const int16_t* pNear =
-                pNormals + size_t{std::min(uRow + uNear, m_VerticesZ - 1)} * m_VerticesX * 2;
-            const int16_t* pFar =
-                pNormals + size_t{std::min(uRow + uFar, m_VerticesZ - 1)} * m_VerticesX * 2;
-            for (uint32_t x = uMinX; x < uEndX; ++x)
-            {
-                const uint32_t uColumn = tile.uMinX + (x << uLevel);
-                const size_t nNear = size_t{std::min(uColumn + uNear, m_VerticesX - 1)} * 2;
-                const size_t nFar = size_t{std::min(uColumn + uFar, m_VerticesX - 1)} * 2;
-                for (size_t i = 0; i < 2; ++i)
-                {
-                    const int iSum =
-                        pNear[nNear + i] + pNear[nFar + i] + pFar[nNear + i] + pFar[nFar + i];
-                    *pTexel++ = static_cast<int16_t>(iSum / 4);
-                }
-            }
+            pTexel = TakeMeans(pNormals, tile, z, uMinX, uEndX, uLevel, pTexel);
         }
         pSource = m_Scratch.data();
     }

@@ -40,6 +40,13 @@ private:
     };
 
     void MakeTile(OpenGl& gl, STile& tile, uint32_t uWidth, uint32_t uDepth);
+    int16_t* TakeMeans(const int16_t* pNormals,
+                       const SVertexRect& tile,
+                       uint32_t uRow,
+                       uint32_t uMinX,
+                       uint32_t uEndX,
+                       uint32_t uLevel,
+                       int16_t* pTexel) const;
     uint64_t UploadLevel(OpenGl& gl,
                          const int16_t* pNormals,
                          const SVertexRect& tile,
