@@ -235,7 +235,7 @@ void CDocumentActions::ExportStl()
     CTerrain* pTerrain = m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain();
     std::string strPath =
         pTerrain != nullptr ? AskForFile(true, "Export to STL", "STL files (*.stl)") : "";
-    if (strPath.empty())
+    if (pTerrain == nullptr || strPath.empty())
     {
         return;
     }
@@ -303,8 +303,7 @@ bool CDocumentActions::MayLeave()
     {
     case QMessageBox::Save:
         return Save();
-    case QMessageBox::Discard:
-        m_Editor.GetAutosave().Remove();
+    case QMessageBox::Discard: // the autosave stays until the level is really gone
         return true;
     default:
         return false;

@@ -51,6 +51,8 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
         this, [this] { m_Editor.GetAutosave().Tick(CAutosave::TimePoint::clock::now()); });
     m_StateTimer.setSingleShot(true);
     m_StateTimer.callOnTimeout(this, [this] { Refresh(); });
+    m_DropTimer.setSingleShot(true);
+    m_DropTimer.callOnTimeout(this, [this] { OpenFile(m_Dropped); });
 }
 
 CEditorWindow::~CEditorWindow()
@@ -261,6 +263,11 @@ void CEditorWindow::OnLevel()
             m_BitmapName.empty() ? nullptr : textures.Load(m_BitmapName.c_str(), 1);
         m_BitmapName = m_Settings.render.pTypeBitmap != nullptr ? m_BitmapName : "";
     }
+    if (m_pViews != nullptr && m_ShownLevel != document.GetGeneration())
+    {
+        m_ShownLevel = document.GetGeneration();
+        m_pViews->FrameAll();
+    }
     if (m_pViews != nullptr)
     {
         m_pViews->RequestFrames();
@@ -270,7 +277,7 @@ void CEditorWindow::OnLevel()
 
 void CEditorWindow::ApplySettings()
 {
-    m_Editor.GetAutosave().SetInterval(std::chrono::minutes(m_Settings.iAutosaveMinutes));
+    m_Editor.GetAutosave().SetInterval(std::chrono::seconds(m_Settings.iAutosaveSeconds));
 }
 
 void CEditorWindow::closeEvent(QCloseEvent* pEvent)
@@ -308,9 +315,7 @@ void CEditorWindow::dragEnterEvent(QDragEnterEvent* pEvent)
 
 void CEditorWindow::dropEvent(QDropEvent* pEvent)
 {
-    const std::string strPath = pEvent->mimeData()->urls().front().toLocalFile().toStdString();
+    m_Dropped = pEvent->mimeData()->urls().front().toLocalFile().toStdString();
     pEvent->acceptProposedAction();
-    // The other program waits until the drop is over.
-    QMetaObject::invokeMethod(
-        this, [this, strPath] { OpenFile(strPath); }, Qt::QueuedConnection);
+    m_DropTimer.start(0); // the other program waits until the drop is over
 }

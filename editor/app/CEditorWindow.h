@@ -120,6 +120,9 @@ private:
     CDocumentActions m_Documents;
     CProgressWindow m_Progress;
     QTimer m_AutosaveTimer; // runs while there is something to save
+    QTimer m_DropTimer;
+    std::string m_Dropped;     // the file
+    uint64_t m_ShownLevel = 0; // generation of the document that the views have framed
     QTimer m_StateTimer;
     QString m_ViewFault;
     std::string m_BitmapName; // of the texture that the views drape

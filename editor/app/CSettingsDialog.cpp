@@ -13,7 +13,7 @@
 namespace
 {
 
-constexpr int MOST_MINUTES = 120;
+constexpr int MOST_SECONDS = 7200;
 constexpr int MOST_COUNT = 1000000;
 constexpr double MOST_NUMBER = 1e9;
 
@@ -29,7 +29,7 @@ CSettingsDialog::CSettingsDialog(QWidget* pParent,
     AddCheck(*pForm, "Strokes without gaps, however fast the mouse", settings.input.bSampleStrokes);
     AddCheck(*pForm, "Fly with the camera keys", settings.bKeyboardNavigation);
     AddInt(
-        *pForm, "Minutes between autosaves (0: never)", 0, MOST_MINUTES, settings.iAutosaveMinutes);
+        *pForm, "Seconds between autosaves (0: never)", 0, MOST_SECONDS, settings.iAutosaveSeconds);
     for (const SSetting& setting : registered)
     {
         AddRegistered(*pForm, setting);

@@ -7,7 +7,7 @@
 namespace
 {
 
-constexpr int MOST_MINUTES = 120;
+constexpr int MOST_SECONDS = 7200;
 
 template <typename T> void ReadNumber(const QSettings& file, const char* pszKey, T& value)
 {
@@ -37,11 +37,11 @@ void SEditorSettings::Load(const std::string& strFile)
     ReadNumber(file, "view/sun_pitch", render.fSunPitch);
     ReadNumber(file, "view/ambient", render.fAmbient);
     ReadNumber(file, "view/type_blend", render.fTypeBlend);
-    ReadNumber(file, "document/autosave_minutes", iAutosaveMinutes);
+    ReadNumber(file, "document/autosave_seconds", iAutosaveSeconds);
     render.fAmbient = std::clamp(render.fAmbient, 0.0F, 1.0F);
     render.fTypeBlend = std::clamp(render.fTypeBlend, 0.0F, 1.0F);
     render.fSunPitch = std::clamp(render.fSunPitch, 0.0F, 90.0F);
-    iAutosaveMinutes = std::clamp(iAutosaveMinutes, 0, MOST_MINUTES);
+    iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
 }
 
 bool SEditorSettings::Save(const std::string& strFile) const
@@ -54,7 +54,7 @@ bool SEditorSettings::Save(const std::string& strFile) const
     file.setValue("view/sun_pitch", static_cast<double>(render.fSunPitch));
     file.setValue("view/ambient", static_cast<double>(render.fAmbient));
     file.setValue("view/type_blend", static_cast<double>(render.fTypeBlend));
-    file.setValue("document/autosave_minutes", iAutosaveMinutes);
+    file.setValue("document/autosave_seconds", iAutosaveSeconds);
     file.sync();
     return file.status() == QSettings::NoError;
 }

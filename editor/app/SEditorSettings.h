@@ -11,7 +11,7 @@ struct SEditorSettings
     SInputSettings input;
     SRenderSettings render; // of all views; a view adds its own quality and wire frame
     bool bKeyboardNavigation = true;
-    int iAutosaveMinutes = 3; // 0: never
+    int iAutosaveSeconds = 180; // 0: never
 
     // strFile: an INI file; what is missing keeps its default.
     void Load(const std::string& strFile);

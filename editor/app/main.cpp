@@ -141,7 +141,7 @@ int Run(QApplication& program, const SEditorOptions& options)
                                           : options.strPlugin;
         if (!editor.LoadPlugin(strPlugin))
         {
-            return Report(EXIT_UNUSABLE, strPlugin + ": cannot be loaded");
+            return EXIT_UNUSABLE; // the log has said why
         }
         window.ShowPlugin();
         window.show();
@@ -153,7 +153,7 @@ int Run(QApplication& program, const SEditorOptions& options)
                 bOnce ? editor.GetDocument().Open(strLevel.c_str()) : window.OpenFile(strLevel);
             if (!bOpen && bOnce)
             {
-                return Report(EXIT_UNUSABLE, options.strLevel + ": cannot be opened");
+                return EXIT_UNUSABLE; // the log has said why
             }
             window.GetViews().FrameAll();
         }

@@ -1,0 +1,269 @@
+// Levels as files: what the menus, keys and dialogs of the window do to them.
+
+#include "editor/app/CNewLevelDialog.h"
+#include "editor/app/CSettingsDialog.h"
+#include "engine/terrain/CTerrain.h"
+#include "tests/editor/app/EditorFixture.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDockWidget>
+#include <QDoubleSpinBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QUrl>
+
+namespace
+{
+
+class CDocuments : public CEditorFixture
+{
+protected:
+    // Works the file dialog that the work opens as a hand does: a name and Return.
+    void ChooseFile(const std::function<void()>& work, const std::string& strPath)
+    {
+        Answer<QFileDialog>(work,
+                            [&](QFileDialog& dialog)
+                            {
+                                auto* pName = dialog.findChild<QLineEdit*>("fileNameEdit");
+                                pName->setText(QString::fromStdString(strPath));
+                                pName->setFocus();
+                                Key("Return");
+                            });
+    }
+
+    // Asks the window to close; answers with that button. True when it closed.
+    bool CloseAnd(QMessageBox::StandardButton eButton)
+    {
+        Answer<QMessageBox>([this] { m_Window->close(); },
+                            [&](QMessageBox& box)
+                            {
+                                EXPECT_TRUE(box.text().startsWith("Save the changes of"));
+                                SavePicture("unsaved-changes");
+                                Click(*box.button(eButton));
+                            });
+        return !m_Window->isVisible();
+    }
+
+    void Sculpt()
+    {
+        ASSERT_NO_FATAL_FAILURE(TakeBrush());
+        Drag(GetView(), {0.4, 0.5}, {0.6, 0.5}, 4);
+        ASSERT_TRUE(m_Editor->GetDocument().IsModified());
+    }
+
+    std::string SaveLevel()
+    {
+        const std::string strPath = m_Folder.Path("levels/valley.level");
+        std::filesystem::create_directories(m_Folder.Path("levels"));
+        ChooseFile([this] { Key("ctrl+shift+s"); }, strPath);
+        EXPECT_TRUE(std::filesystem::exists(strPath));
+        return strPath;
+    }
+
+    void Drop(const std::string& strPath)
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QString::fromStdString(strPath))});
+        QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_Window.get(), &enter);
+        ASSERT_TRUE(enter.isAccepted());
+        QDropEvent drop({50.0, 50.0}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_Window.get(), &drop);
+        Settle();
+    }
+};
+
+} // namespace
+
+TEST_F(CDocuments, ClosingWithUnsavedChangesAsks)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strLevel = SaveLevel();
+    const std::string strHeights = m_Folder.Path("levels/valley.height");
+    const std::string strFlat = ReadBytes(strHeights);
+    ASSERT_NO_FATAL_FAILURE(Sculpt());
+    Settle();
+    EXPECT_TRUE(m_Window->isWindowModified());
+    EXPECT_FALSE(CloseAnd(QMessageBox::Cancel));
+    EXPECT_TRUE(ReadBytes(strHeights) == strFlat);
+    const std::vector<float> sculpted = GetHeights();
+    EXPECT_TRUE(CloseAnd(QMessageBox::Save));
+    EXPECT_FALSE(ReadBytes(strHeights) == strFlat);
+    Stop();
+
+    ASSERT_NO_FATAL_FAILURE(Start(false));
+    ASSERT_TRUE(m_Window->OpenFile(strLevel));
+    EXPECT_TRUE(GetHeights() == sculpted);
+    MoveTo(GetView(), {0.5, 0.5});
+    SVec3 middle; // the views show the level that was opened
+    EXPECT_TRUE(GetView().GetInput().PickCursor(middle));
+    const std::string strSaved = ReadBytes(strHeights);
+    ASSERT_NO_FATAL_FAILURE(Sculpt());
+    EXPECT_TRUE(CloseAnd(QMessageBox::Discard));
+    EXPECT_TRUE(ReadBytes(strHeights) == strSaved);
+    Stop();
+
+    ASSERT_NO_FATAL_FAILURE(Start(false));
+    ASSERT_TRUE(m_Window->OpenFile(strLevel));
+    m_Window->close(); // nothing to ask about
+    EXPECT_FALSE(m_Window->isVisible());
+}
+
+TEST_F(CDocuments, WhatIsGivenUpIsStillThereUntilAnotherLevelTakesItsPlace)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strLevel = SaveLevel();
+    ASSERT_NO_FATAL_FAILURE(Sculpt());
+    CAutosave& autosave = m_Editor->GetAutosave();
+    autosave.SetInterval(std::chrono::seconds(1));
+    const auto later = CAutosave::TimePoint::clock::now() + std::chrono::hours(1);
+    ASSERT_TRUE(autosave.Tick(later));
+    ASSERT_TRUE(autosave.Wait());
+    const std::string strCopies = m_Folder.Path("levels/.tellur-autosave");
+    ASSERT_FALSE(std::filesystem::is_empty(strCopies));
+    // Changes are given up for a new level, which is not made after all.
+    bool bAsked = false;
+    QTimer timer;
+    timer.callOnTimeout(
+        [&bAsked]
+        {
+            if (auto* pDialog = dynamic_cast<CNewLevelDialog*>(QApplication::activeModalWidget()))
+            {
+                bAsked = true;
+                pDialog->reject();
+            }
+        });
+    timer.start(20);
+    Answer<QMessageBox>([this] { Trigger("file.new"); },
+                        [](QMessageBox& box) { box.button(QMessageBox::Discard)->click(); });
+    EXPECT_TRUE(bAsked);
+    EXPECT_TRUE(m_Editor->GetDocument().IsModified());
+    EXPECT_FALSE(std::filesystem::is_empty(strCopies));
+    Key("ctrl+s");
+    EXPECT_FALSE(std::filesystem::exists(strCopies));
+}
+
+TEST_F(CDocuments, ANewLevelHasTheSizesOfTheDialog)
+{
+    ASSERT_NO_FATAL_FAILURE(Start(false));
+    Answer<CNewLevelDialog>(
+        [this] { Key("ctrl+n"); },
+        [this](CNewLevelDialog& dialog)
+        {
+            auto* pCells = dialog.findChild<QComboBox*>();
+            pCells->setCurrentIndex(pCells->findText("129 x 129 vertices"));
+            const auto boxes = dialog.findChildren<QDoubleSpinBox*>();
+            ASSERT_EQ(boxes.size(), 3);
+            boxes[0]->setValue(5000.0);
+            boxes[1]->setValue(800.0);
+            boxes[2]->setValue(160.0);
+            SavePicture("new-level");
+            Click(*dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok));
+        });
+    ASSERT_NE(GetTerrain(), nullptr);
+    EXPECT_EQ(GetTerrain()->GetVerticesX(), 129U);
+    EXPECT_EQ(GetTerrain()->GetSizeVector().x, 5000.0F);
+    EXPECT_EQ(GetTerrain()->GetSizeVector().y, 800.0F);
+    EXPECT_NEAR(GetTerrain()->GetHeightData()[0], 160.0F, 0.01F);
+}
+
+TEST_F(CDocuments, FilesOpenFromTheDialogTheRecentListAndADrop)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strLevel = SaveLevel();
+    ASSERT_TRUE(m_Editor->GetDocument().New(64, {64.0F, 10.0F, 64.0F}, 1.0F));
+    ChooseFile([this] { Key("ctrl+o"); }, strLevel); // nothing to save: the new level is as made
+    EXPECT_EQ(GetTerrain()->GetVerticesX(), 33U);
+    EXPECT_EQ(m_Editor->GetRecentFiles().GetPaths(), std::vector<std::string>{strLevel});
+
+    ASSERT_TRUE(m_Editor->GetDocument().New(64, {64.0F, 10.0F, 64.0F}, 1.0F));
+    ASSERT_NO_FATAL_FAILURE(Drop(strLevel));
+    WaitFor([this] { return GetTerrain()->GetVerticesX() == 33U; }, "the dropped file is open");
+
+    // A file that is none: one line in a window, and the level stays.
+    const std::string strBroken = m_Folder.Path("levels/broken.level");
+    WriteBytes(strBroken, "!height_map( s )\nheight_map( \"nothing.height\" )\n");
+    m_Editor->GetRecentFiles().Add(strBroken);
+    Answer<QMessageBox>([&] { EXPECT_FALSE(m_Window->OpenFile(strBroken)); },
+                        [](QMessageBox& box)
+                        {
+                            EXPECT_TRUE(box.informativeText().contains("nothing.height"))
+                                << box.informativeText().toStdString();
+                            box.accept();
+                        });
+    EXPECT_EQ(GetTerrain()->GetVerticesX(), 33U);
+    EXPECT_EQ(m_Editor->GetRecentFiles().GetPaths(), std::vector<std::string>{strLevel});
+}
+
+TEST_F(CDocuments, RecordingByTheMenuGivesAScriptThatEndsInTheSameFile)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strScript = m_Folder.Path("hand.tellur");
+    ChooseFile([this] { Key("ctrl+shift+r"); }, strScript);
+    ASSERT_NO_FATAL_FAILURE(TakeBrush());
+    Drag(GetView(), {0.4, 0.5}, {0.6, 0.55});
+    Drag(GetView(1), {0.4, 0.4}, {0.6, 0.45});
+    Key("ctrl+shift+r"); // stops
+    ASSERT_FALSE(m_Editor->GetRecorder()->IsRecording());
+    const std::string strSaved = m_Folder.Path("hand.height");
+    ASSERT_TRUE(GetHost().GetEngine().GetWorld()->GetTerrain()->SaveHeightMap(
+        strSaved.c_str(), nullptr, 0, 0));
+    EXPECT_TRUE(ReplayScript(strScript, m_Folder.Path("replayed.height")) == ReadBytes(strSaved));
+}
+
+TEST_F(CDocuments, TheProcessListRunsTheExport)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    auto* pDock = m_Window->findChild<QDockWidget*>("processes");
+    pDock->raise();
+    Settle();
+    auto* pList = pDock->findChild<QTreeWidget*>("process-list");
+    ASSERT_EQ(pList->topLevelItemCount(), 1);
+    EXPECT_EQ(pList->topLevelItem(0)->text(1), "idle");
+    const std::string strStl = m_Folder.Path("valley.stl");
+    ChooseFile([&] { Click(*pDock->findChild<QPushButton*>("process-run")); }, strStl);
+    WaitFor([&] { return pList->topLevelItem(0)->text(1) == "done"; }, "the export ends");
+    // 80 bytes of text, a count, then 50 bytes a triangle; 32 x 32 cells have 2048 on the ground.
+    const size_t nSize = std::filesystem::file_size(strStl);
+    EXPECT_EQ((nSize - 84) % 50, 0U);
+    EXPECT_GE(nSize, size_t{84} + size_t{2048} * 50);
+}
+
+TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    Answer<CSettingsDialog>([this] { Trigger("edit.settings"); },
+                            [this](CSettingsDialog& dialog)
+                            {
+                                const auto boxes = dialog.findChildren<QSpinBox*>();
+                                ASSERT_EQ(boxes.size(), 2); // the editor's, then the plug-in's
+                                EXPECT_EQ(boxes[0]->value(), 180);
+                                boxes[0]->setValue(240);
+                                boxes[1]->setValue(77);
+                                dialog.findChildren<QCheckBox*>().front()->setChecked(false);
+                                SavePicture("settings");
+                                Key("Return");
+                            });
+    m_Window->close();
+    Stop();
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_EQ(m_Window->GetSettings().iAutosaveSeconds, 240);
+    EXPECT_FALSE(m_Window->GetSettings().input.bSampleStrokes);
+    Answer<CSettingsDialog>([this] { Trigger("edit.settings"); },
+                            [](CSettingsDialog& dialog)
+                            {
+                                EXPECT_EQ(dialog.findChildren<QSpinBox*>()[1]->value(), 77);
+                                dialog.reject();
+                            });
+}

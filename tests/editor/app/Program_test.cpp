@@ -1,0 +1,236 @@
+// The editor as the program that users start: its command line, its exit codes, and what is left
+// when it is killed.
+
+#include "tests/support/CTempFolder.h"
+
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QThread>
+
+#include <functional>
+
+namespace
+{
+
+constexpr int LIMIT_MS = 120000;
+
+constexpr char SCRIPT[] = "!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n"
+                          "!extent( f )\n!mode( s )\n!press( f, f )\n!move( f, f, i )\n"
+                          "!release( f, f )\n!level( i, v3 )\n!open( s )\n!save( s )\n"
+                          "!expect_undo( i )\n";
+constexpr char STROKE[] =
+    "brush()\n{\n bitmap() { path( \"data/brushes/round.png\" ) }\n"
+    " function( \"RelativeHeightFunction\" ) { attrib( \"m_Height\", \"7\" ) }\n"
+    " extent( 90 )\n}\nmode( \"terraforming\" )\n"
+    "press( 100, 100 )\nmove( 130, 120, 0 )\nmove( 200, 150, 0 )\nrelease( 200, 150 )\n";
+
+class CProgram : public testing::Test
+{
+protected:
+    CProgram() { std::filesystem::create_directories(m_Folder.Path("root")); }
+
+    QStringList GetRoot() { return {"--root", TELLUR_SOURCE_DIR}; }
+
+    void Start(QProcess& process, const QStringList& arguments, const QStringList& less = {})
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        const auto set = [&](const char* pszName, const char* pszFolder)
+        {
+            environment.insert(pszName, QString::fromStdString(m_Folder.Path(pszFolder)));
+        };
+        set("XDG_CONFIG_HOME", "config");
+        set("XDG_STATE_HOME", "state");
+        for (const QString& strName : less)
+        {
+            environment.remove(strName);
+        }
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(QString::fromStdString(m_Folder.GetFolder()));
+        process.start(TELLUR_BIN_DIR "/tellur-editor", arguments);
+        ASSERT_TRUE(process.waitForStarted(LIMIT_MS));
+    }
+
+    // Runs it to its end. Its exit code; strErrors: what it wrote to the second channel.
+    int Run(const QStringList& arguments, QString& strErrors, const QStringList& less = {})
+    {
+        QProcess process;
+        Start(process, arguments, less);
+        EXPECT_TRUE(process.waitForFinished(LIMIT_MS));
+        strErrors = QString::fromUtf8(process.readAllStandardError());
+        return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+
+    bool WaitFor(const std::function<bool()>& holds, const char* pszWhat)
+    {
+        QElapsedTimer clock;
+        clock.start();
+        while (!holds())
+        {
+            if (clock.elapsed() > LIMIT_MS)
+            {
+                ADD_FAILURE() << "never happened: " << pszWhat;
+                return false;
+            }
+            QThread::msleep(30);
+        }
+        return true;
+    }
+
+    static QString Do(const QStringList& arguments)
+    {
+        QProcess process;
+        process.start("xdotool", arguments);
+        process.waitForFinished(LIMIT_MS);
+        return QString::fromUtf8(process.readAllStandardOutput());
+    }
+
+    // Waits for a window of that title and gives it the keyboard, as a window manager would.
+    void Enter(const char* pszTitle)
+    {
+        QString strWindow;
+        const QStringList search = {"search", "--onlyvisible", "--name", pszTitle};
+        ASSERT_TRUE(WaitFor(
+            [&]
+            {
+                strWindow = Do(search).section('\n', 0, 0).trimmed();
+                return !strWindow.isEmpty();
+            },
+            pszTitle));
+        Do({"windowfocus", "--sync", strWindow});
+        QThread::msleep(200); // the program hears of it in its own time
+    }
+
+    void MakeLevel(const std::string& strLevel)
+    {
+        WriteBytes(m_Folder.Path("make.tellur"),
+                   std::string(SCRIPT) +
+                       "level( 32, [320, 100, 320] )\nsave( \"levels/valley.height\" )\n");
+        std::filesystem::create_directories(m_Folder.Path("levels"));
+        QProcess process;
+        process.setWorkingDirectory(QString::fromStdString(m_Folder.GetFolder()));
+        process.start(TELLUR_BIN_DIR "/tellur-replay", QStringList{"make.tellur"} + GetRoot());
+        ASSERT_TRUE(process.waitForFinished(LIMIT_MS));
+        ASSERT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+        WriteBytes(strLevel,
+                   "!height_map( s )\n!terrain_size( v3 )\nheight_map( \"valley.height\" )\n");
+    }
+
+    CTempFolder m_Folder;
+};
+
+// The autosave of a level whose text is complete; empty while there is none.
+std::string FindCopy(const std::string& strFolder)
+{
+    std::error_code error;
+    for (const auto& entry : std::filesystem::directory_iterator(strFolder, error))
+    {
+        if (entry.path().extension() == ".level")
+        {
+            return entry.path().string();
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+TEST_F(CProgram, WhatCannotBeDoneEndsWithOneLineAndItsCode)
+{
+    WriteBytes(m_Folder.Path("fails.tellur"),
+               std::string(SCRIPT) + "level( 32, [320, 100, 320] )\nexpect_undo( 3 )\n");
+    WriteBytes(m_Folder.Path("unknown.tellur"), "!levle( i, v3 )\nlevle( 32, [1, 1, 1] )\n");
+
+    struct SCase
+    {
+        QStringList arguments;
+        int iCode;
+        const char* pszSays;
+        QStringList less;
+    };
+
+    const SCase cases[] = {
+        {{"--nonsense"}, 2, "--nonsense", {}},
+        {{}, 2, "there is no display", {"DISPLAY", "QT_QPA_PLATFORM", "WAYLAND_DISPLAY"}},
+        {{"--plugin", "nothing.so", "--screenshot", "a.png"}, 2, "nothing.so", {}},
+        {{"nothing.level", "--screenshot", "a.png"}, 2, "nothing.level", {}},
+        {{"--play", "nothing.tellur"}, 2, "nothing.tellur", {}},
+        {{"--play", "unknown.tellur"}, 1, "levle", {}},
+        {{"--play", "fails.tellur"}, 1, "expect_undo", {}},
+        {{"--screenshot", "no/such/folder.png"}, 1, "no/such/folder.png", {}},
+    };
+    for (const SCase& check : cases)
+    {
+        QString strErrors;
+        const QStringList arguments = check.arguments + GetRoot();
+        EXPECT_EQ(Run(arguments, strErrors, check.less), check.iCode)
+            << arguments.join(' ').toStdString() << "\n"
+            << strErrors.toStdString();
+        EXPECT_TRUE(strErrors.contains(check.pszSays)) << strErrors.toStdString();
+        EXPECT_EQ(strErrors.count('\n'), 1) << strErrors.toStdString();
+    }
+    EXPECT_FALSE(std::filesystem::exists(m_Folder.Path("a.png")));
+}
+
+TEST_F(CProgram, APlayedScriptEndsAsInTheReplayAndLeavesAPicture)
+{
+    const std::string strScript = std::string(SCRIPT) + "level( 32, [320, 100, 320] )\n" + STROKE +
+                                  "expect_undo( 1 )\nsave( \"played.height\" )\n";
+    WriteBytes(m_Folder.Path("play.tellur"), strScript);
+    QString strErrors;
+    EXPECT_EQ(Run(QStringList{"--play", "play.tellur", "--screenshot", "picture.png"} + GetRoot(),
+                  strErrors),
+              0);
+    EXPECT_EQ(strErrors.toStdString(), "");
+    const std::string strPlayed = ReadBytes(m_Folder.Path("played.height"));
+    EXPECT_GT(std::filesystem::file_size(m_Folder.Path("picture.png")), 10000U);
+    std::filesystem::remove(m_Folder.Path("played.height"));
+    QProcess process;
+    process.setWorkingDirectory(QString::fromStdString(m_Folder.GetFolder()));
+    process.start(TELLUR_BIN_DIR "/tellur-replay", QStringList{"play.tellur"} + GetRoot());
+    ASSERT_TRUE(process.waitForFinished(LIMIT_MS));
+    EXPECT_TRUE(ReadBytes(m_Folder.Path("played.height")) == strPlayed);
+}
+
+TEST_F(CProgram, AKilledEditorRecoversWhatTheAutosaveHad)
+{
+    const std::string strLevel = m_Folder.Path("levels/valley.level");
+    const std::string strHeights = m_Folder.Path("levels/valley.height");
+    ASSERT_NO_FATAL_FAILURE(MakeLevel(strLevel));
+    const std::string strBefore = ReadBytes(strHeights);
+    WriteBytes(m_Folder.Path("stroke.tellur"), std::string(SCRIPT) + STROKE);
+    WriteBytes(m_Folder.Path("config/tellur/editor.ini"), "[document]\nautosave_seconds=1\n");
+
+    QProcess editor;
+    const QStringList arguments = QStringList{"levels/valley.level"} + GetRoot();
+    ASSERT_NO_FATAL_FAILURE(Start(editor, arguments));
+    ASSERT_NO_FATAL_FAILURE(Enter("^valley.* - Tellur"));
+    Do({"key", "--delay", "200", "alt+f", "p"});
+    ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
+    Do({"type", QString::fromStdString(m_Folder.Path("stroke.tellur"))});
+    Do({"key", "Return"});
+    const std::string strCopies = m_Folder.Path("levels/.tellur-autosave");
+    ASSERT_TRUE(WaitFor([&] { return !FindCopy(strCopies).empty(); }, "an autosave"));
+    editor.kill();
+    ASSERT_TRUE(editor.waitForFinished(LIMIT_MS));
+    EXPECT_TRUE(ReadBytes(strHeights) == strBefore) << "the level's own file";
+
+    ASSERT_NO_FATAL_FAILURE(Start(editor, arguments));
+    ASSERT_NO_FATAL_FAILURE(Enter("^Recover"));
+    Do({"key", "Return"});
+    ASSERT_NO_FATAL_FAILURE(Enter("^valley.* - Tellur"));
+    Do({"key", "ctrl+s"});
+    ASSERT_TRUE(WaitFor([&] { return ReadBytes(strHeights) != strBefore; }, "it is saved"));
+    Do({"key", "ctrl+q"});
+    ASSERT_TRUE(editor.waitForFinished(LIMIT_MS));
+    EXPECT_EQ(editor.exitCode(), 0);
+    EXPECT_FALSE(std::filesystem::exists(strCopies));
+
+    WriteBytes(m_Folder.Path("again.tellur"),
+               std::string(SCRIPT) + "level( 32, [320, 100, 320] )\n" + STROKE +
+                   "save( \"again.height\" )\n");
+    QProcess process;
+    process.setWorkingDirectory(QString::fromStdString(m_Folder.GetFolder()));
+    process.start(TELLUR_BIN_DIR "/tellur-replay", QStringList{"again.tellur"} + GetRoot());
+    ASSERT_TRUE(process.waitForFinished(LIMIT_MS));
+    EXPECT_TRUE(ReadBytes(m_Folder.Path("again.height")) == ReadBytes(strHeights));
+}
