@@ -58,9 +58,13 @@ bool SMaterial::Load(const std::string& strPath)
     ETCParseStatus eStatus = tcparse_done;
     const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(
         TCParseFile(strPath.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
-    if (eStatus != tcparse_done)
+    if (eStatus == tcparse_failed)
     {
-        return Fail(strPath, eStatus == tcparse_unreadable ? "cannot be read" : "cannot be parsed");
+        return false; // the parser has said where
+    }
+    if (eStatus == tcparse_unreadable)
+    {
+        return Fail(strPath, "cannot be read");
     }
     SMaterial read;
     read.nColors = 0;

@@ -1,0 +1,241 @@
+#include "tests/editor/view/RenderFixture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace
+{
+
+// Rough ground between 0 and about 60 units.
+float GetRough(float fX, float fZ)
+{
+    return 30.0F + 12.0F * std::sin(fX * 0.021F) * std::cos(fZ * 0.017F) +
+           9.0F * std::sin(fX * 0.11F + fZ * 0.07F) +
+           8.0F * std::sin(fX * 0.9F) * std::sin(fZ * 1.1F);
+}
+
+float GetFlat(float /*fX*/, float /*fZ*/)
+{
+    return 50.0F;
+}
+
+class CTerrainRendererTest : public CRenderFixture
+{
+protected:
+    // Whether all that the view shows is inside the terrain, at every height it has.
+    bool ShowsOnlyGround(const SViewProjection& view)
+    {
+        const SVec3 size = GetTerrain().GetSize();
+        for (int i = 0; i < 4; ++i)
+        {
+            const SRay ray = view.GetRay(i % 2 == 0 ? 0.0F : static_cast<float>(WIDTH),
+                                         i / 2 == 0 ? 0.0F : static_cast<float>(HEIGHT));
+            const float fWay = -ray.origin.y / ray.direction.y;
+            const float fX = ray.origin.x + ray.direction.x * fWay;
+            const float fZ = ray.origin.z + ray.direction.z * fWay;
+            if (!(fWay > 0.0F && fX > 0.0F && fZ > 0.0F && fX < size.x && fZ < size.z))
+            {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    // Adds to the heights of the vertices in a rectangle, as a stroke does.
+    void Raise(const SVertexRect& rect, float fBy)
+    {
+        CTerrain& terrain = GetTerrain();
+        std::vector<float> heights(size_t{terrain.GetVerticesX()} * terrain.GetVerticesZ());
+        terrain.GetHeights(heights.data(), heights.size());
+        for (uint32_t z = rect.uMinZ; z < rect.uEndZ; ++z)
+        {
+            for (uint32_t x = rect.uMinX; x < rect.uEndX; ++x)
+            {
+                heights[size_t{z} * terrain.GetVerticesX() + x] += fBy;
+            }
+        }
+        const auto toUnits = [](uint32_t uVertex)
+        {
+            return static_cast<float>(uVertex) * 10.0F;
+        };
+        terrain.SetHeights(heights.data(),
+                           heights.size(),
+                           {{toUnits(rect.uMinX), 0.0F, toUnits(rect.uMinZ)},
+                            {toUnits(rect.uEndX - 1), 1000.0F, toUnits(rect.uEndZ - 1)}});
+    }
+};
+
+TEST_F(CTerrainRendererTest, SlopesThatFaceTheSunAreLighter)
+{
+    MakeTerrain(64,
+                [](float fX, float fZ)
+                { return 200.0F - 0.5F * std::hypot(fX - 320.0F, fZ - 320.0F); });
+    const SViewProjection view = LookDown();
+    // Yaw of the sun, then where on the cone the light falls.
+    const std::tuple<float, float, float> aCases[] = {
+        {0.0F, 420.0F, 320.0F},
+        {90.0F, 320.0F, 420.0F},
+        {180.0F, 220.0F, 320.0F},
+        {270.0F, 320.0F, 220.0F},
+    };
+    for (const auto& [fYaw, fX, fZ] : aCases)
+    {
+        SCOPED_TRACE(fYaw);
+        m_Settings.fSunYaw = fYaw;
+        for (const bool bFlat : {false, true})
+        {
+            m_Settings.bFlatShading = bFlat;
+            m_Settings.fAmbient = 0.2F;
+            const QImage picture = Draw(view);
+            const int iLit = GetPixel(picture, view, fX, fZ).green();
+            const int iDark = GetPixel(picture, view, 640.0F - fX, 640.0F - fZ).green();
+            EXPECT_GT(iLit, iDark + 40);
+            m_Settings.fAmbient = 0.6F;
+            EXPECT_GT(GetPixel(Draw(view), view, 640.0F - fX, 640.0F - fZ).green(), iDark + 20);
+        }
+    }
+}
+
+TEST_F(CTerrainRendererTest, AnEditUploadsItsRegionAndShowsAsInAFreshPicture)
+{
+    MakeTerrain(200, GetRough);
+    CTerrainRenderer renderer(64); // 16 tiles, the last ones narrower
+    Initialize(renderer);
+    const SViewProjection view = LookDown();
+    const QImage before = Draw(view, &renderer);
+    EXPECT_GE(renderer.GetStatistics().uUploadedBytes, 201U * 201U * 8U);
+    EXPECT_EQ(CountDifferent(Draw(view, &renderer), before), 0);
+    EXPECT_EQ(renderer.GetStatistics().uUploadedBytes, 0U);
+
+    // Inside a tile, over the corner of four, one vertex on a border, the last corner.
+    const SVertexRect aEdits[] = {
+        {20, 20, 44, 40}, {60, 60, 70, 72}, {128, 90, 129, 91}, {190, 190, 201, 201}};
+    for (const SVertexRect& rect : aEdits)
+    {
+        SCOPED_TRACE(rect.uMinX);
+        const QImage last = Draw(view, &renderer);
+        Raise(rect, 40.0F);
+        const QImage edited = Draw(view, &renderer);
+        // Heights and normals of what changed, the normals' smaller pictures, and the vertices
+        // that tiles share.
+        const uint64_t uVertices =
+            uint64_t{rect.uEndX - rect.uMinX + 2} * (rect.uEndZ - rect.uMinZ + 2);
+        EXPECT_LE(renderer.GetStatistics().uUploadedBytes, uVertices * 8 * 2 + 2000);
+        EXPECT_GT(renderer.GetStatistics().uUploadedBytes, 0U);
+        EXPECT_GT(CountDifferent(edited, last), 0);
+        CTerrainRenderer fresh(64);
+        Initialize(fresh);
+        EXPECT_EQ(CountDifferent(edited, Draw(view, &fresh)), 0);
+    }
+}
+
+TEST_F(CTerrainRendererTest, NeighboursOfAnyDetailMeetWithoutGaps)
+{
+    MakeTerrain(256, GetRough);
+    m_Settings.skyTop = m_Settings.skyBottom = {1.0F, 0.0F, 1.0F, 1.0F};
+    std::mt19937 random(7);
+    const auto roll = [&](float fFrom, float fTo)
+    {
+        return std::uniform_real_distribution<float>(fFrom, fTo)(random);
+    };
+    CTerrainRenderer whole;
+    CTerrainRenderer tiled(64);
+    Initialize(whole);
+    Initialize(tiled);
+    int nPictures = 0;
+    for (int i = 0; i < 4000 && nPictures < 60; ++i)
+    {
+        SViewProjection view = Look({roll(0.0F, 2560.0F), roll(70.0F, 900.0F), roll(0.0F, 2560.0F)},
+                                    roll(0.0F, 6.28F),
+                                    roll(-1.5F, -0.5F));
+        if (!ShowsOnlyGround(view))
+        {
+            continue;
+        }
+        ++nPictures;
+        m_Settings.fQuality = roll(0.05F, 1.0F);
+        m_Settings.fDetailPixels = roll(0.5F, 6.0F);
+        for (CTerrainRenderer* pRenderer : {&whole, &tiled})
+        {
+            const QImage picture = Draw(view, pRenderer);
+            int nSky = 0;
+            for (int y = 0; y < HEIGHT; ++y)
+            {
+                for (int x = 0; x < WIDTH; ++x)
+                {
+                    nSky += picture.pixel(x, y) == 0xFFFF00FF ? 1 : 0;
+                }
+            }
+            EXPECT_EQ(nSky, 0) << "picture " << nPictures;
+        }
+    }
+    EXPECT_EQ(nPictures, 60);
+}
+
+TEST_F(CTerrainRendererTest, TilesMakeNoDifference)
+{
+    MakeTerrain(256, GetRough);
+    m_Settings.fDetailPixels = 0.0F; // all that the terrain has
+    CTerrainRenderer tiled(64);
+    Initialize(tiled);
+    const SViewProjection aViews[] = {LookDown(),
+                                      Look({640.0F, 90.0F, 640.0F}, 0.9F, -0.3F),
+                                      Look({1270, 300, 1290}, 3.9F, -1.2F)};
+    for (const SViewProjection& view : aViews)
+    {
+        const QImage one = Draw(view);
+        const QImage many = Draw(view, &tiled);
+        // Smaller pictures of the normals end at a tile's border.
+        EXPECT_LT(CountDifferent(one, many, 12), WIDTH * HEIGHT / 100);
+        EXPECT_GT(CountDifferent(one, QImage(one.size(), one.format()), 12), WIDTH * HEIGHT / 2);
+    }
+}
+
+TEST_F(CTerrainRendererTest, QualityBoundsTheTriangles)
+{
+    MakeTerrain(512, GetRough);
+    m_Settings.fDetailPixels = 0.1F;
+    CTerrainRenderer renderer;
+    Initialize(renderer);
+    const SViewProjection view = Look({100.0F, 200.0F, 100.0F}, 0.8F, -0.2F);
+    uint32_t uBefore = std::numeric_limits<uint32_t>::max();
+    for (const float fQuality : {1.0F, 0.5F, 0.1F})
+    {
+        m_Settings.fQuality = fQuality;
+        Draw(view, &renderer);
+        const uint32_t uTriangles = renderer.GetStatistics().uTriangles;
+        EXPECT_GT(uTriangles, 0U);
+        EXPECT_LT(uTriangles, uBefore);
+        // Twice 16 x 16 of them a patch; a third more where patches keep to their neighbours.
+        EXPECT_LT(static_cast<float>(uTriangles), 512.0F * 420.0F * 1.34F * fQuality);
+        uBefore = uTriangles;
+    }
+}
+
+TEST_F(CTerrainRendererTest, FollowsLevelsThatComeAndGo)
+{
+    CTerrainRenderer renderer;
+    Initialize(renderer);
+    MakeTerrain(32, GetFlat);
+    const SViewProjection view = LookDown();
+    const QImage flat = Draw(view, &renderer);
+    MakeTerrain(100, GetRough);
+    const QImage rough = Draw(view, &renderer);
+    EXPECT_EQ(CountDifferent(rough, Draw(view)), 0);
+    EXPECT_GT(CountDifferent(rough, flat), 1000);
+    m_Engine->GetCWorld().CloseTerrain();
+    const QImage sky = Draw(view, &renderer);
+    EXPECT_EQ(renderer.GetStatistics().uTriangles, 0U);
+    EXPECT_GT(CountDifferent(sky, rough), 1000);
+    MakeTerrain(32, GetFlat);
+    EXPECT_EQ(CountDifferent(Draw(view, &renderer), flat), 0);
+    // What the context lost is made again.
+    renderer.Release();
+    Initialize(renderer);
+    EXPECT_EQ(CountDifferent(Draw(view, &renderer), flat), 0);
+}
+
+} // namespace
