@@ -1,6 +1,7 @@
 #include "editor/app/CViewArea.h"
 
 #include "editor/core/CEditorHost.h"
+#include "editor/view/CTerrainCopies.h"
 #include "editor/view/Vectors.h"
 #include "editor/view/ViewGround.h"
 #include "engine/world/CWorld.h"
@@ -9,9 +10,10 @@
 
 CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
     : QSplitter(Qt::Horizontal, pParent)
-    , m_Parts(parts)
+    , m_Parts(std::move(parts))
     , m_Events(std::move(events))
 {
+    m_Parts.pCopies = std::make_shared<CTerrainCopies>();
     setObjectName("views");
     setChildrenCollapsible(false);
     const auto onActive = m_Events.onActive;
@@ -70,6 +72,13 @@ CViewWidget* CViewArea::GetActive() const
 ViewId CViewArea::GetActiveId() const
 {
     return m_Active;
+}
+
+bool CViewArea::IsComplete() const
+{
+    return std::all_of(m_Views.begin(),
+                       m_Views.end(),
+                       [](const CViewWidget* pView) { return pView->GetStatistics().bComplete; });
 }
 
 void CViewArea::RequestFrames()

@@ -22,6 +22,7 @@ public:
 
     const std::vector<CViewWidget*>& GetViews() const { return m_Views; }
 
+    bool IsComplete() const; // the last frames show all of the terrain
     void RequestFrames();
     void FrameAll(); // another level is open
     void RepeatHover();

@@ -27,7 +27,8 @@ constexpr float COARSER = 0.8F;
 constexpr float FINER = 1.1F;
 constexpr float LEAST_QUALITY = 0.02F;
 constexpr int REFINE_MS = 300;
-constexpr double NOTCH = 120.0; // of a wheel, in eighths of a degree
+constexpr uint64_t MOST_NEW_BYTES = uint64_t{16} << 20; // a frame, of a terrain that comes in
+constexpr double NOTCH = 120.0;                         // of a wheel, in eighths of a degree
 constexpr float SPOT_CELLS = 8.0F;
 constexpr double ROUNDING = 1e-3; // of positions that were divided by the scale
 
@@ -79,14 +80,15 @@ CViewWidget::CViewWidget(
     , m_Handle(RegisterView(*this))
     , m_Navigator(GetCamera(parts.host, view, eKind))
     , m_Input(parts.host, parts.pScript, view, m_Navigator, parts.settings.input)
+    , m_Renderer(parts.pCopies)
     , m_pNote(new CCursorNote(this))
 {
     setObjectName(QString("view-%1").arg(view));
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(120, 90);
-    m_FlyTimer.setSingleShot(true);
-    m_FlyTimer.callOnTimeout(this, [this] { update(); });
+    m_FrameTimer.setSingleShot(true);
+    m_FrameTimer.callOnTimeout(this, [this] { update(); });
     m_RefineTimer.setSingleShot(true);
     m_RefineTimer.setInterval(REFINE_MS);
     m_RefineTimer.callOnTimeout(this,
@@ -145,6 +147,7 @@ void CViewWidget::paintGL()
     SRenderSettings settings = m_Parts.settings.render;
     settings.bWireFrame = m_bWireFrame;
     settings.fQuality = m_bRefining ? 1.0F : m_Quality;
+    settings.uMostNewBytes = MOST_NEW_BYTES;
     if (m_bReady)
     {
         m_Renderer.Render(
@@ -154,23 +157,30 @@ void CViewWidget::paintGL()
     {
         context()->functions()->glFinish(); // otherwise the next call pays for this frame
     }
-    MeasureFrame(static_cast<double>(clock.nsecsElapsed()) * 1e-6);
+    m_FrameMilliseconds = static_cast<double>(clock.nsecsElapsed()) * 1e-6;
+    if (GetStatistics().bComplete)
+    {
+        AdaptQuality();
+    }
+    else
+    {
+        m_FrameTimer.start(0);
+    }
     m_Events.onFrame(m_View);
 }
 
-void CViewWidget::MeasureFrame(double fMilliseconds)
+void CViewWidget::AdaptQuality()
 {
-    m_FrameMilliseconds = fMilliseconds;
     if (m_bRefining)
     {
         m_bRefining = false; // in full, and as slow as it may be
         return;
     }
-    if (fMilliseconds > SLOW_MS)
+    if (m_FrameMilliseconds > SLOW_MS)
     {
         m_Quality = std::max(LEAST_QUALITY, m_Quality * COARSER);
     }
-    else if (fMilliseconds < FAST_MS)
+    else if (m_FrameMilliseconds < FAST_MS)
     {
         m_Quality = std::min(1.0F, m_Quality * FINER);
     }
@@ -356,7 +366,7 @@ void CViewWidget::Fly()
     {
         m_Input.RepeatHover();
     }
-    m_FlyTimer.start(0); // after what is waiting
+    m_FrameTimer.start(0);
 }
 
 void CViewWidget::focusOutEvent(QFocusEvent* pEvent)

@@ -10,9 +10,11 @@
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 
 class CCursorNote;
 class CKeyBindings;
+class CTerrainCopies;
 struct SEditorSettings;
 
 enum class EViewKind
@@ -37,6 +39,7 @@ struct SViewParts
     IPluginScript* pScript;
     const SEditorSettings& settings;
     const CKeyBindings& keys;
+    std::shared_ptr<CTerrainCopies> pCopies; // the area makes them: the contexts of a window share
 };
 
 // One view of the terrain: draws it, and gives its mouse and keys to the input. A frame is drawn at
@@ -101,7 +104,7 @@ private:
     QPointF GetDevicePosition(const QPointF& position) const;
     bool SetFlyKey(const QKeyEvent& event, bool bDown);
     void Fly();
-    void MeasureFrame(double fMilliseconds);
+    void AdaptQuality(); // to the time that the last frame took
     void ReleaseRenderer();
     void ShowKeys(Qt::KeyboardModifiers modifiers);
     void Update();
@@ -116,7 +119,7 @@ private:
     CCursorNote* m_pNote; // this widget's child
     SFlyKeys m_FlyKeys;
     QElapsedTimer m_FlyClock;
-    QTimer m_FlyTimer;
+    QTimer m_FrameTimer;  // a frame follows, after what is waiting
     QTimer m_RefineTimer; // draws once more in full when nothing moves any longer
     bool m_bWireFrame = false;
     bool m_bReady = false; // the renderer has its context

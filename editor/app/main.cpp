@@ -97,7 +97,8 @@ bool HasDisplay()
 void DrawAll(CEditorWindow& window)
 {
     window.GetViews().RequestFrames();
-    for (int i = 0; i < 3; ++i) // layout, then frames, then what the frames asked for
+    // Layout, then frames, then what the frames asked for.
+    for (int i = 0; i < 3 || !window.GetViews().IsComplete(); ++i)
     {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents();

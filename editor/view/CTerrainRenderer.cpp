@@ -5,13 +5,12 @@
 #include "editor/view/CPatchMesh.h"
 #include "editor/view/CPatchSelection.h"
 #include "editor/view/CShader.h"
-#include "editor/view/CTerrainTiles.h"
+#include "editor/view/CTerrainCopies.h"
 #include "editor/view/CTextureCopies.h"
 #include "editor/view/SViewProjection.h"
 #include "editor/view/Shaders.h"
 #include "editor/view/Vectors.h"
 #include "engine/world/CEngineHost.h"
-#include "host/Log.h"
 
 #include <QOpenGLContext>
 #include <QOpenGLVersionFunctionsFactory>
@@ -54,31 +53,24 @@ struct CTerrainRenderer::SParts
     GLuint uNothing = 0; // a vertex array without arrays, for the sky
     CPatchMesh mesh;
     CLineBatch batch;
-    CTerrainTiles tiles;
     CTextureCopies textures;
     CMaterialCache materials;
-    CPatchTree tree;
     CPatchSelection selection;
-    const CTerrain* pTerrain = nullptr; // whose copies there are, for comparing only
-    uint64_t uSeen = 0;                 // revision of its heights
-    uint32_t uVerticesX = 0;
-    uint32_t uVerticesZ = 0;
-    bool bNoRoom = false;
-
-    bool Follow(CTerrain& terrain, uint32_t uTileCells, SRenderStatistics& statistics);
     void DrawSky(const SRenderSettings& settings);
-    void DrawGround(const SViewProjection& view,
+    void DrawGround(const CTerrainCopies& copies,
+                    const SViewProjection& view,
                     CEngineHost& engine,
                     const SRenderSettings& settings,
                     SRenderStatistics& statistics);
     void SetMaterial(const SViewProjection& view,
                      const CTerrain& terrain,
                      const SRenderSettings& settings);
+    void DrawRanges(const CTerrainCopies& copies, SRenderStatistics& statistics);
     uint64_t SetOverlays(CEngineHost& engine, const SRenderSettings& settings);
 };
 
-CTerrainRenderer::CTerrainRenderer(uint32_t uTileCells)
-    : m_TileCells(uTileCells)
+CTerrainRenderer::CTerrainRenderer(std::shared_ptr<CTerrainCopies> pCopies)
+    : m_Copies(std::move(pCopies))
 {
 }
 
@@ -107,6 +99,7 @@ bool CTerrainRenderer::Initialize(std::string& strFault)
     pParts->mesh.Make(*pGl);
     pParts->batch.Make(*pGl);
     m_Parts = std::move(pParts);
+    m_Copies->Join();
     return true;
 }
 
@@ -123,7 +116,7 @@ void CTerrainRenderer::Release()
     gl.glDeleteVertexArrays(1, &m_Parts->uNothing);
     m_Parts->mesh.Release(gl);
     m_Parts->batch.Release(gl);
-    m_Parts->tiles.Release(gl);
+    m_Copies->Leave(gl);
     m_Parts->textures.Release(gl);
     m_Parts.reset();
 }
@@ -148,11 +141,14 @@ bool CTerrainRenderer::Render(const SViewProjection& view,
     m_Parts->DrawSky(settings);
     CTerrain* pTerrain = engine.GetCWorld().GetCTerrain();
     const bool bDrawn =
-        pTerrain == nullptr || m_Parts->Follow(*pTerrain, m_TileCells, m_Statistics);
+        pTerrain == nullptr ||
+        m_Copies->Follow(
+            gl, *pTerrain, view.position, settings.uMostNewBytes, m_Statistics.uUploadedBytes);
     if (bDrawn && pTerrain != nullptr)
     {
+        m_Statistics.bComplete = m_Copies->IsComplete();
         m_Parts->textures.Begin();
-        m_Parts->DrawGround(view, engine, settings, m_Statistics);
+        m_Parts->DrawGround(*m_Copies, view, engine, settings, m_Statistics);
         m_Parts->textures.Sweep(gl);
         float matrix[16];
         view.GetMatrix(matrix);
@@ -163,38 +159,6 @@ bool CTerrainRenderer::Render(const SViewProjection& view,
     gl.glUseProgram(0);
     gl.glActiveTexture(GL_TEXTURE0);
     return bDrawn;
-}
-
-// Brings the copies up to date. False when the card has no room.
-bool CTerrainRenderer::SParts::Follow(CTerrain& terrain,
-                                      uint32_t uTileCells,
-                                      SRenderStatistics& statistics)
-{
-    const bool bOther = pTerrain != &terrain || uVerticesX != terrain.GetVerticesX() ||
-                        uVerticesZ != terrain.GetVerticesZ();
-    if (bOther)
-    {
-        pTerrain = &terrain;
-        uVerticesX = terrain.GetVerticesX();
-        uVerticesZ = terrain.GetVerticesZ();
-        uSeen = 0;
-        bNoRoom = !tiles.Reset(*pGl, terrain, uTileCells);
-        tree.Reset(uVerticesX, uVerticesZ, uTileCells);
-        if (bNoRoom)
-        {
-            CrashLog("[CTerrainRenderer::Render] the graphics card has no room for a terrain of "
-                     "%u x %u vertices\n",
-                     uVerticesX,
-                     uVerticesZ);
-        }
-    }
-    SVertexRect changed;
-    if (!bNoRoom && terrain.TakeDirtyRegion(uSeen, changed))
-    {
-        statistics.uUploadedBytes += tiles.Upload(*pGl, terrain, changed);
-        tree.Update(terrain.GetHeightData(), changed);
-    }
-    return !bNoRoom;
 }
 
 void CTerrainRenderer::SParts::DrawSky(const SRenderSettings& settings)
@@ -208,22 +172,24 @@ void CTerrainRenderer::SParts::DrawSky(const SRenderSettings& settings)
     pGl->glDepthMask(GL_TRUE);
 }
 
-void CTerrainRenderer::SParts::DrawGround(const SViewProjection& view,
+void CTerrainRenderer::SParts::DrawGround(const CTerrainCopies& copies,
+                                          const SViewProjection& view,
                                           CEngineHost& engine,
                                           const SRenderSettings& settings,
                                           SRenderStatistics& statistics)
 {
-    const CTerrain& terrain = *pTerrain;
+    const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
+    const uint32_t uCellsX = terrain.GetCellsPerSide();
+    const uint32_t uCellsZ = terrain.GetCellsPerSideZ();
     const SVec3 size = terrain.GetSize();
     const float fQuality = std::clamp(settings.fQuality, LEAST_QUALITY, 1.0F);
     SDetail detail;
-    detail.cell = {size.x / static_cast<float>(uVerticesX - 1),
-                   0.0F,
-                   size.z / static_cast<float>(uVerticesZ - 1)};
+    detail.cell = {
+        size.x / static_cast<float>(uCellsX), 0.0F, size.z / static_cast<float>(uCellsZ)};
     detail.fPixels = settings.fDetailPixels / fQuality;
     detail.uMaxPatches =
         std::max(LEAST_PATCHES, static_cast<uint32_t>(static_cast<float>(MOST_PATCHES) * fQuality));
-    selection.Select(tree, view, detail);
+    selection.Select(copies.GetTree(), view, detail);
 
     float matrix[16];
     view.GetMatrix(matrix);
@@ -234,7 +200,7 @@ void CTerrainRenderer::SParts::DrawGround(const SViewProjection& view,
     ground.Set("uTypes", 2);
     ground.Set("uMask", 3);
     ground.Set("uPreview", 4);
-    ground.Set("uLast", static_cast<int>(uVerticesX - 1), static_cast<int>(uVerticesZ - 1));
+    ground.Set("uLast", static_cast<int>(uCellsX), static_cast<int>(uCellsZ));
     ground.Set("uCell", detail.cell.x, detail.cell.z);
     ground.Set("uSize", size);
     ground.Set("uSun", GetSun(settings));
@@ -243,16 +209,28 @@ void CTerrainRenderer::SParts::DrawGround(const SViewProjection& view,
     const float fHaze = view.bOrthographic ? 0.0F : settings.fHaze;
     ground.Set("uHaze", settings.skyBottom.r, settings.skyBottom.g, settings.skyBottom.b, fHaze);
     ground.Set("uHazeDistance", std::max(view.fFar, 1.0F));
-    ground.Set("uFlat", settings.bFlatShading || !tiles.HasNormals() ? 1 : 0);
+    ground.Set("uFlat", settings.bFlatShading || !copies.GetTiles().HasNormals() ? 1 : 0);
     ground.Set("uWire", settings.bWireFrame ? 1 : 0);
     ground.Set("uGrid", settings.bGrid ? 1 : 0);
     SetMaterial(view, terrain, settings);
     statistics.uUploadedBytes += SetOverlays(engine, settings);
     mesh.SetInstances(*pGl, selection.GetInstances());
+    DrawRanges(copies, statistics);
+}
+
+// Tile by tile; the ones that are not there yet leave the sky.
+void CTerrainRenderer::SParts::DrawRanges(const CTerrainCopies& copies,
+                                          SRenderStatistics& statistics)
+{
+    const CTerrainTiles& tiles = copies.GetTiles();
+    const uint32_t uTile = CPatchTree::PATCH_CELLS << copies.GetTree().GetTopLevel();
     for (const SPatchRange& range : selection.GetRanges())
     {
+        if (!copies.HasTile(range.uTileX, range.uTileZ))
+        {
+            continue;
+        }
         tiles.Bind(*pGl, range.uTileX, range.uTileZ);
-        const uint32_t uTile = CPatchTree::PATCH_CELLS << tree.GetTopLevel();
         ground.Set("uTile",
                    static_cast<int>(range.uTileX * uTile),
                    static_cast<int>(range.uTileZ * uTile));
@@ -261,8 +239,8 @@ void CTerrainRenderer::SParts::DrawGround(const SViewProjection& view,
                    static_cast<float>(tiles.GetDepth(range.uTileZ)));
         mesh.Draw(*pGl, range.uFirst, range.uCount);
         ++statistics.uDrawCalls;
+        statistics.uPatches += range.uCount;
     }
-    statistics.uPatches = static_cast<uint32_t>(selection.GetInstances().size());
     statistics.uTriangles = statistics.uPatches * CPatchMesh::TRIANGLES;
 }
 
@@ -284,7 +262,7 @@ void CTerrainRenderer::SParts::SetMaterial(const SViewProjection& view,
     }
     float fLow = 0.0F;
     float fHigh = 0.0F;
-    terrain.GetHeightRange({0, 0, uVerticesX, uVerticesZ}, fLow, fHigh);
+    terrain.GetHeightRange({0, 0, terrain.GetVerticesX(), terrain.GetVerticesZ()}, fLow, fHigh);
     ground.Set("uKind", static_cast<int>(material.eKind));
     ground.Set("uColors", material.colors, SMaterial::COLORS);
     ground.Set("uColorCount", material.nColors);
@@ -294,14 +272,15 @@ void CTerrainRenderer::SParts::SetMaterial(const SViewProjection& view,
 
 uint64_t CTerrainRenderer::SParts::SetOverlays(CEngineHost& engine, const SRenderSettings& settings)
 {
-    ITexture* pMask = engine.GetCWorld().FindTerrainTexture(pTerrain->GetEditOverlay());
-    const SProjectedTexture& projected = pTerrain->GetProjectedTexture();
+    const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
+    ITexture* pMask = engine.GetCWorld().FindTerrainTexture(terrain.GetEditOverlay());
+    const SProjectedTexture& projected = terrain.GetProjectedTexture();
     uint64_t uBytes = textures.Bind(*pGl, GL_TEXTURE2, settings.pTypeBitmap, ECopyKind::Color);
     uBytes += textures.Bind(*pGl, GL_TEXTURE3, pMask, ECopyKind::Grey);
     uBytes += textures.Bind(*pGl, GL_TEXTURE4, projected.pTexture, ECopyKind::Grey);
     ground.Set("uTypeBlend", settings.pTypeBitmap != nullptr ? settings.fTypeBlend : 0.0F);
     // The third element of the transform is the scale, see World::MakeOverlayTransform.
-    ground.Set("uMaskScale", pMask != nullptr ? pTerrain->GetEditOverlayTransform().m[2] : 0.0F);
+    ground.Set("uMaskScale", pMask != nullptr ? terrain.GetEditOverlayTransform().m[2] : 0.0F);
     ground.Set("uMaskColor", settings.maskColor);
     const SExtents& box = projected.box;
     const float fWidth = box.max.x - box.min.x;

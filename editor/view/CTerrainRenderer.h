@@ -3,24 +3,23 @@
 #include "editor/view/SRenderSettings.h"
 #include "editor/view/SRenderStatistics.h"
 
-#include <cstdint>
 #include <memory>
 #include <string>
 
 class CEngineHost;
+class CTerrainCopies;
 struct SViewProjection;
 
 // Draws the terrain of an engine and what the modes lay over it: brush preview, mask, material,
-// debug lines. Keeps copies of heights and normals on the graphics card and brings only what
-// changed up to date. Owned by one view; knows no window. Between Initialize and Release it belongs
-// to one OpenGL 3.3 core context, which its caller makes current around every operation.
+// debug lines. Shares the copies of heights and normals on the graphics card with the other views
+// and brings only what changed up to date. Owned by one view; knows no window. Between Initialize
+// and Release it belongs to one OpenGL 3.3 core context, which its caller makes current around
+// every operation.
 class CTerrainRenderer
 {
 public:
-    static constexpr uint32_t TILE_CELLS = 2048;
-
-    // uTileCells: cells per side of one tile of the terrain's copy, a power of two from 64 on.
-    explicit CTerrainRenderer(uint32_t uTileCells = TILE_CELLS);
+    // pCopies: shared with renderers whose contexts share their objects; never null.
+    explicit CTerrainRenderer(std::shared_ptr<CTerrainCopies> pCopies);
 
     // The context is current, or Release was called before.
     ~CTerrainRenderer();
@@ -46,6 +45,6 @@ private:
     struct SParts; // what needs the context
 
     SRenderStatistics m_Statistics;
-    uint32_t m_TileCells;
+    std::shared_ptr<CTerrainCopies> m_Copies;
     std::unique_ptr<SParts> m_Parts; // null outside Initialize and Release
 };

@@ -18,14 +18,6 @@ uint32_t CountLevels(uint32_t uSize)
     return static_cast<uint32_t>(std::bit_width(uSize));
 }
 
-SVertexRect Intersect(const SVertexRect& a, const SVertexRect& b)
-{
-    return {std::max(a.uMinX, b.uMinX),
-            std::max(a.uMinZ, b.uMinZ),
-            std::min(a.uEndX, b.uEndX),
-            std::min(a.uEndZ, b.uEndZ)};
-}
-
 void SetFilter(OpenGl& gl, GLint iSmaller, GLint iLarger)
 {
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, iSmaller);
@@ -69,11 +61,15 @@ void CTerrainTiles::MakeTile(OpenGl& gl, STile& tile, uint32_t uWidth, uint32_t 
     const auto iDepth = static_cast<GLsizei>(uDepth);
     gl.glGenTextures(1, &tile.uHeights);
     gl.glBindTexture(GL_TEXTURE_2D, tile.uHeights);
-    gl.glTexImage2D(GL_TEXTURE_2D, 0, GL_R32F, iWidth, iDepth, 0, GL_RED, GL_FLOAT, nullptr);
+    // Filters first: a driver that expects smaller pictures takes memory for them.
     SetFilter(gl, GL_NEAREST, GL_NEAREST);
+    gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, 0);
+    gl.glTexImage2D(GL_TEXTURE_2D, 0, GL_R32F, iWidth, iDepth, 0, GL_RED, GL_FLOAT, nullptr);
     gl.glGenTextures(1, &tile.uNormals);
     gl.glBindTexture(GL_TEXTURE_2D, tile.uNormals);
     const uint32_t uLevels = CountLevels(std::max(uWidth, uDepth));
+    SetFilter(gl, GL_LINEAR_MIPMAP_LINEAR, GL_LINEAR);
+    gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, static_cast<GLint>(uLevels) - 1);
     for (uint32_t uLevel = 0; uLevel < uLevels; ++uLevel)
     {
         gl.glTexImage2D(GL_TEXTURE_2D,
@@ -86,8 +82,6 @@ void CTerrainTiles::MakeTile(OpenGl& gl, STile& tile, uint32_t uWidth, uint32_t 
                         GL_SHORT,
                         nullptr);
     }
-    gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, static_cast<GLint>(uLevels) - 1);
-    SetFilter(gl, GL_LINEAR_MIPMAP_LINEAR, GL_LINEAR);
 }
 
 void CTerrainTiles::Release(OpenGl& gl)
@@ -110,43 +104,41 @@ uint32_t CTerrainTiles::GetDepth(uint32_t uTileZ) const
     return std::min(m_TileCells + 1, m_VerticesZ - uTileZ * m_TileCells);
 }
 
-uint64_t CTerrainTiles::Upload(OpenGl& gl, CTerrain& terrain, const SVertexRect& rect)
+uint64_t CTerrainTiles::Upload(OpenGl& gl,
+                               CTerrain& terrain,
+                               const SVertexRect& tile,
+                               const SVertexRect& changed)
 {
-    const SVertexRect normals = rect.Grown(1, m_VerticesX, m_VerticesZ);
-    const int16_t* pNormals = terrain.GetNormals();
-    m_bNormals = pNormals != nullptr;
+    const STile& copies = GetTile(tile.uMinX / m_TileCells, tile.uMinZ / m_TileCells);
     uint64_t uBytes = 0;
     gl.glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    for (size_t i = 0; i < m_Tiles.size(); ++i)
+    const SVertexRect part = tile.Intersection(changed);
+    if (!part.IsEmpty())
     {
-        const auto uTileX = static_cast<uint32_t>(i % m_CountX);
-        const auto uTileZ = static_cast<uint32_t>(i / m_CountX);
-        const uint32_t uLeft = uTileX * m_TileCells;
-        const uint32_t uTop = uTileZ * m_TileCells;
-        const SVertexRect tile = {uLeft, uTop, uLeft + GetWidth(uTileX), uTop + GetDepth(uTileZ)};
-        const SVertexRect part = Intersect(tile, rect);
-        if (!part.IsEmpty())
+        gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, static_cast<GLint>(m_VerticesX));
+        gl.glBindTexture(GL_TEXTURE_2D, copies.uHeights);
+        gl.glTexSubImage2D(GL_TEXTURE_2D,
+                           0,
+                           static_cast<GLint>(part.uMinX - tile.uMinX),
+                           static_cast<GLint>(part.uMinZ - tile.uMinZ),
+                           static_cast<GLsizei>(part.uEndX - part.uMinX),
+                           static_cast<GLsizei>(part.uEndZ - part.uMinZ),
+                           GL_RED,
+                           GL_FLOAT,
+                           terrain.GetHeightData() + size_t{part.uMinZ} * m_VerticesX + part.uMinX);
+        uBytes += uint64_t{part.uEndX - part.uMinX} * (part.uEndZ - part.uMinZ) * sizeof(float);
+    }
+    const SVertexRect normals = tile.Intersection(changed.Grown(1, m_VerticesX, m_VerticesZ));
+    // The smaller pictures look at normals of the whole tile.
+    const int16_t* pNormals = terrain.GetNormals(tile);
+    m_bNormals = pNormals != nullptr;
+    if (m_bNormals && !normals.IsEmpty())
+    {
+        const uint32_t uSide = std::max(tile.uEndX - tile.uMinX, tile.uEndZ - tile.uMinZ);
+        gl.glBindTexture(GL_TEXTURE_2D, copies.uNormals);
+        for (uint32_t uLevel = 0; uLevel < CountLevels(uSide); ++uLevel)
         {
-            gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, static_cast<GLint>(m_VerticesX));
-            gl.glBindTexture(GL_TEXTURE_2D, m_Tiles[i].uHeights);
-            gl.glTexSubImage2D(GL_TEXTURE_2D,
-                               0,
-                               static_cast<GLint>(part.uMinX - uLeft),
-                               static_cast<GLint>(part.uMinZ - uTop),
-                               static_cast<GLsizei>(part.uEndX - part.uMinX),
-                               static_cast<GLsizei>(part.uEndZ - part.uMinZ),
-                               GL_RED,
-                               GL_FLOAT,
-                               terrain.GetHeightData() + size_t{part.uMinZ} * m_VerticesX +
-                                   part.uMinX);
-            uBytes += uint64_t{part.uEndX - part.uMinX} * (part.uEndZ - part.uMinZ) * sizeof(float);
-        }
-        const SVertexRect changed = Intersect(tile, normals);
-        const uint32_t uLevels = CountLevels(std::max(GetWidth(uTileX), GetDepth(uTileZ)));
-        gl.glBindTexture(GL_TEXTURE_2D, m_Tiles[i].uNormals);
-        for (uint32_t uLevel = 0; uLevel < uLevels && m_bNormals && !changed.IsEmpty(); ++uLevel)
-        {
-            uBytes += UploadLevel(gl, pNormals, tile, changed, uLevel);
+            uBytes += UploadLevel(gl, pNormals, tile, normals, uLevel);
         }
     }
     gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
@@ -224,7 +216,7 @@ uint64_t CTerrainTiles::UploadLevel(OpenGl& gl,
 
 void CTerrainTiles::Bind(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ) const
 {
-    const STile& tile = m_Tiles[size_t{uTileZ} * m_CountX + uTileX];
+    const STile& tile = GetTile(uTileX, uTileZ);
     gl.glActiveTexture(GL_TEXTURE1);
     gl.glBindTexture(GL_TEXTURE_2D, tile.uNormals);
     gl.glActiveTexture(GL_TEXTURE0);

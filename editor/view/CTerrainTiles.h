@@ -19,9 +19,10 @@ public:
     bool Reset(OpenGl& gl, const CTerrain& terrain, uint32_t uTileCells);
     void Release(OpenGl& gl);
 
-    // Brings the vertices in rect up to date, heights, and normals one vertex further. Returns the
-    // bytes that were sent.
-    uint64_t Upload(OpenGl& gl, CTerrain& terrain, const SVertexRect& rect);
+    // Brings one tile up to date, tile are its vertices: the heights in changed, and normals one
+    // vertex further. Returns the bytes that were sent.
+    uint64_t
+    Upload(OpenGl& gl, CTerrain& terrain, const SVertexRect& tile, const SVertexRect& changed);
 
     // Binds the heights to texture unit 0 and the normals to 1.
     void Bind(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ) const;
@@ -38,6 +39,11 @@ private:
         GLuint uHeights = 0;
         GLuint uNormals = 0;
     };
+
+    const STile& GetTile(uint32_t uTileX, uint32_t uTileZ) const
+    {
+        return m_Tiles[size_t{uTileZ} * m_CountX + uTileX];
+    }
 
     void MakeTile(OpenGl& gl, STile& tile, uint32_t uWidth, uint32_t uDepth);
     int16_t* TakeMeans(const int16_t* pNormals,

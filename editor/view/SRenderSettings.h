@@ -2,6 +2,7 @@
 
 #include "host/HostTypes.h"
 
+#include <cstdint>
 #include <string>
 
 class ITexture;
@@ -23,6 +24,10 @@ struct SRenderSettings
     float fDetailPixels = 1.5F;
     // 0..1, lower draws coarser: the view lowers it when frames take long.
     float fQuality = 1.0F;
+
+    // A frame brings in no further tile of a terrain once it has sent so many bytes. Whoever lowers
+    // this draws again until the statistics say that all of it is there.
+    uint64_t uMostNewBytes = UINT64_MAX;
 
     // The terrain-type bitmap, stretched over the whole terrain; null: none. Borrowed for the call.
     ITexture* pTypeBitmap = nullptr;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <new>
+#include <utility>
 
 namespace
 {
@@ -59,9 +59,8 @@ void ComputeRow(const SHeightView& view, uint32_t uZ, uint32_t uMinX, uint32_t u
 void CNormalField::Reset()
 {
     // Assigning {} would keep the memory.
-    std::vector<int16_t>().swap(m_Normals);
+    m_Normals.reset();
     std::vector<uint8_t>().swap(m_StaleTiles);
-    m_Stale = {};
     m_HasStale = true;
 }
 
@@ -78,51 +77,43 @@ void CNormalField::MarkStale(const SVertexRect& changed, const SHeightView& view
     }
 }
 
-bool CNormalField::Update(const SHeightView& view)
+bool CNormalField::TakeStale()
 {
-    if (!m_HasStale)
+    return std::exchange(m_HasStale, false);
+}
+
+const int16_t* CNormalField::Fetch(const SHeightView& view, const SVertexRect& rect)
+{
+    if (!IsAllocated() && !Allocate(view))
     {
-        return false;
+        return nullptr;
     }
-    m_HasStale = false;
-    if (!IsAllocated() || m_Stale.IsEmpty())
+    if (!rect.IsEmpty())
     {
-        return true;
-    }
-    for (uint32_t z = m_Stale.uMinZ / TILE; z <= (m_Stale.uEndZ - 1) / TILE; ++z)
-    {
-        for (uint32_t x = m_Stale.uMinX / TILE; x <= (m_Stale.uEndX - 1) / TILE; ++x)
+        for (uint32_t z = rect.uMinZ / TILE; z <= (rect.uEndZ - 1) / TILE; ++z)
         {
-            if (m_StaleTiles[static_cast<size_t>(z) * m_TilesX + x] != 0)
+            for (uint32_t x = rect.uMinX / TILE; x <= (rect.uEndX - 1) / TILE; ++x)
             {
-                ComputeTile(view, x, z);
+                if (m_StaleTiles[static_cast<size_t>(z) * m_TilesX + x] != 0)
+                {
+                    ComputeTile(view, x, z);
+                }
             }
         }
     }
-    m_Stale = {};
-    return true;
+    const bool bAll = rect == SVertexRect{0, 0, view.uSizeX, view.uSizeZ};
+    m_HasStale = m_HasStale && !bAll;
+    return m_Normals.get();
 }
 
-const int16_t* CNormalField::Fetch(const SHeightView& view)
+bool CNormalField::Allocate(const SHeightView& view)
 {
-    if (!IsAllocated())
-    {
-        m_TilesX = (view.uSizeX + TILE - 1) / TILE;
-        m_TilesZ = (view.uSizeZ + TILE - 1) / TILE;
-        try
-        {
-            m_StaleTiles.assign(static_cast<size_t>(m_TilesX) * m_TilesZ, 0);
-            m_Normals.resize(static_cast<size_t>(view.uSizeX) * view.uSizeZ * 2);
-        }
-        catch (const std::bad_alloc&)
-        {
-            return nullptr;
-        }
-        m_HasStale = true;
-        MarkTiles({0, 0, view.uSizeX, view.uSizeZ});
-    }
-    Update(view);
-    return m_Normals.data();
+    const size_t nVertices = static_cast<size_t>(view.uSizeX) * view.uSizeZ;
+    m_Normals.reset(static_cast<int16_t*>(std::calloc(nVertices, 2 * sizeof(int16_t))));
+    m_TilesX = (view.uSizeX + TILE - 1) / TILE;
+    m_TilesZ = (view.uSizeZ + TILE - 1) / TILE;
+    m_StaleTiles.assign(static_cast<size_t>(m_TilesX) * m_TilesZ, 1);
+    return IsAllocated();
 }
 
 SVec3 CNormalField::Unpack(const int16_t* pPair)
@@ -134,7 +125,6 @@ SVec3 CNormalField::Unpack(const int16_t* pPair)
 
 void CNormalField::MarkTiles(const SVertexRect& rect)
 {
-    m_Stale = m_Stale.Union(rect);
     for (uint32_t z = rect.uMinZ / TILE; z <= (rect.uEndZ - 1) / TILE; ++z)
     {
         uint8_t* pRow = m_StaleTiles.data() + static_cast<size_t>(z) * m_TilesX;
@@ -150,7 +140,7 @@ void CNormalField::ComputeTile(const SHeightView& view, uint32_t uTileX, uint32_
     const uint32_t uEndZ = std::min((uTileZ + 1) * TILE, view.uSizeZ);
     for (uint32_t z = uTileZ * TILE; z < uEndZ; ++z)
     {
-        int16_t* pRow = m_Normals.data() + static_cast<size_t>(z) * view.uSizeX * 2;
+        int16_t* pRow = m_Normals.get() + static_cast<size_t>(z) * view.uSizeX * 2;
         ComputeRow(view, z, uMinX, uEndX, pRow);
     }
 }

@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 #include <vector>
 
 // Where the normals come from. Steps: terrain units between neighbouring vertices, above 0.
@@ -19,9 +21,9 @@ struct SHeightView
 };
 
 // The vertex normals of a terrain, four bytes each: the x and z components as 16-bit numbers, 32767
-// is 1; y is what is missing to length 1, never below 0. Memory is taken and work is done only
-// after a reader asked for the first time; from then on stale tiles are tracked and only those are
-// computed again. Owned by its terrain.
+// is 1; y is what is missing to length 1, never below 0. Memory is taken when a reader asks for the
+// first time; from then on stale tiles are tracked, and those that a reader asks for are computed.
+// Owned by its terrain.
 class CNormalField
 {
 public:
@@ -31,14 +33,14 @@ public:
     // changed: vertices whose heights are new. Their neighbours' normals become stale with them.
     void MarkStale(const SVertexRect& changed, const SHeightView& view);
 
-    // Brings what is stale up to date if a reader ever asked. True when anything was stale.
-    bool Update(const SHeightView& view);
+    // Whether anything became stale since the last call, or since a reader fetched everything.
+    bool TakeStale();
 
-    // Up to date for every vertex, allocating on first use. Row-major pairs (x, z), valid until the
-    // next Reset; null when there is no memory.
-    const int16_t* Fetch(const SHeightView& view);
+    // Up to date for the vertices in rect, allocating on first use. Row-major pairs (x, z) of all
+    // vertices, valid until the next Reset; null when there is no memory.
+    const int16_t* Fetch(const SHeightView& view, const SVertexRect& rect);
 
-    bool IsAllocated() const { return !m_Normals.empty(); }
+    bool IsAllocated() const { return m_Normals != nullptr; }
 
     // The unit normal of one pair.
     TELLUR_API static SVec3 Unpack(const int16_t* pPair);
@@ -48,13 +50,18 @@ private:
     // than itself, large enough that the flags of the largest terrain stay in the cache.
     static constexpr uint32_t TILE = 64;
 
+    struct SFree
+    {
+        void operator()(int16_t* pMemory) const { std::free(pMemory); }
+    };
+
+    bool Allocate(const SHeightView& view);
     void ComputeTile(const SHeightView& view, uint32_t uTileX, uint32_t uTileZ);
     void MarkTiles(const SVertexRect& rect);
 
-    std::vector<int16_t> m_Normals;
+    std::unique_ptr<int16_t[], SFree> m_Normals; // zero pages cost nothing until they are written
     std::vector<uint8_t> m_StaleTiles;
     uint32_t m_TilesX = 0;
     uint32_t m_TilesZ = 0;
-    SVertexRect m_Stale; // bounds of all stale normals
     bool m_HasStale = true;
 };

@@ -166,7 +166,7 @@ void CTerrain::DrawProjectedTexture(const SExtents& box, ITexture* pTexture)
 
 bool CTerrain::UpdateNormals()
 {
-    return m_Normals.Update(GetView());
+    return m_Normals.TakeStale(); // they are made when somebody reads them
 }
 
 void CTerrain::SetEditOverlay(uint32_t uHandle)
@@ -267,8 +267,9 @@ bool CTerrain::GetHeightRange(const SVertexRect& rect, float& fMin, float& fMax)
 
 SVec3 CTerrain::GetNormal(uint32_t uX, uint32_t uZ)
 {
-    const int16_t* pNormals = GetNormals();
-    if (pNormals == nullptr || uX >= m_Field.uSizeX || uZ >= m_Field.uSizeZ)
+    const bool bVertex = uX < m_Field.uSizeX && uZ < m_Field.uSizeZ;
+    const int16_t* pNormals = bVertex ? GetNormals({uX, uZ, uX + 1, uZ + 1}) : nullptr;
+    if (pNormals == nullptr)
     {
         return {0.0F, 1.0F, 0.0F};
     }
@@ -277,7 +278,12 @@ SVec3 CTerrain::GetNormal(uint32_t uX, uint32_t uZ)
 
 const int16_t* CTerrain::GetNormals()
 {
-    return m_Normals.Fetch(GetView());
+    return GetNormals({0, 0, m_Field.uSizeX, m_Field.uSizeZ});
+}
+
+const int16_t* CTerrain::GetNormals(const SVertexRect& rect)
+{
+    return m_Normals.Fetch(GetView(), rect);
 }
 
 bool CTerrain::TakeDirtyRegion(uint64_t& uSeen, SVertexRect& rect) const

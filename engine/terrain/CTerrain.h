@@ -77,13 +77,15 @@ public:
     // and nothing is written, when there is none.
     bool GetHeightRange(const SVertexRect& rect, float& fMin, float& fMax) const;
 
-    // Unit normal of a vertex inside the terrain, y up. The first call of this or GetNormals
-    // computes all of them; after that they follow the heights at the cost of what changed.
+    // Unit normal of a vertex inside the terrain, y up. Normals are
+    // computed when they are first asked for and follow the heights at the cost of what changed.
     SVec3 GetNormal(uint32_t uX, uint32_t uZ);
 
     // Row-major pairs (x, z) as CNormalField packs them, up to date, valid until the next call.
     // Null when there is no memory for them.
     const int16_t* GetNormals();
+    // The same array, up to date for the vertices in rect only.
+    const int16_t* GetNormals(const SVertexRect& rect);
 
     // Grows with every change of heights, unique in the process.
     uint64_t GetRevision() const { return m_Dirty.GetRevision(); }

@@ -28,6 +28,15 @@ struct SVertexRect
                 std::max(uEndZ, other.uEndZ)};
     }
 
+    // What both hold; empty when they do not meet.
+    SVertexRect Intersection(const SVertexRect& other) const
+    {
+        return {std::max(uMinX, other.uMinX),
+                std::max(uMinZ, other.uMinZ),
+                std::min(uEndX, other.uEndX),
+                std::min(uEndZ, other.uEndZ)};
+    }
+
     // Grown by uBy vertices on every side, clipped to a terrain of uSizeX x uSizeZ vertices.
     SVertexRect Grown(uint32_t uBy, uint32_t uSizeX, uint32_t uSizeZ) const
     {

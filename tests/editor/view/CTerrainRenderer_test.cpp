@@ -102,13 +102,12 @@ TEST_F(CTerrainRendererTest, SlopesThatFaceTheSunAreLighter)
 TEST_F(CTerrainRendererTest, AnEditUploadsItsRegionAndShowsAsInAFreshPicture)
 {
     MakeTerrain(200, GetRough);
-    CTerrainRenderer renderer(64); // 16 tiles, the last ones narrower
-    Initialize(renderer);
+    const auto pRenderer = MakeRenderer(64); // 16 tiles, the last ones narrower
     const SViewProjection view = LookDown();
-    const QImage before = Draw(view, &renderer);
-    EXPECT_GE(renderer.GetStatistics().uUploadedBytes, 201U * 201U * 8U);
-    EXPECT_EQ(CountDifferent(Draw(view, &renderer), before), 0);
-    EXPECT_EQ(renderer.GetStatistics().uUploadedBytes, 0U);
+    const QImage before = Draw(view, pRenderer.get());
+    EXPECT_GE(pRenderer->GetStatistics().uUploadedBytes, 201U * 201U * 8U);
+    EXPECT_EQ(CountDifferent(Draw(view, pRenderer.get()), before), 0);
+    EXPECT_EQ(pRenderer->GetStatistics().uUploadedBytes, 0U);
 
     // Inside a tile, over the corner of four, one vertex on a border, the last corner.
     const SVertexRect aEdits[] = {
@@ -116,19 +115,18 @@ TEST_F(CTerrainRendererTest, AnEditUploadsItsRegionAndShowsAsInAFreshPicture)
     for (const SVertexRect& rect : aEdits)
     {
         SCOPED_TRACE(rect.uMinX);
-        const QImage last = Draw(view, &renderer);
+        const QImage last = Draw(view, pRenderer.get());
         Raise(rect, 40.0F);
-        const QImage edited = Draw(view, &renderer);
+        const QImage edited = Draw(view, pRenderer.get());
         // Heights and normals of what changed, the normals' smaller pictures, and the vertices
         // that tiles share.
         const uint64_t uVertices =
             uint64_t{rect.uEndX - rect.uMinX + 2} * (rect.uEndZ - rect.uMinZ + 2);
-        EXPECT_LE(renderer.GetStatistics().uUploadedBytes, uVertices * 8 * 2 + 2000);
-        EXPECT_GT(renderer.GetStatistics().uUploadedBytes, 0U);
+        EXPECT_LE(pRenderer->GetStatistics().uUploadedBytes, uVertices * 8 * 2 + 2000);
+        EXPECT_GT(pRenderer->GetStatistics().uUploadedBytes, 0U);
         EXPECT_GT(CountDifferent(edited, last), 0);
-        CTerrainRenderer fresh(64);
-        Initialize(fresh);
-        EXPECT_EQ(CountDifferent(edited, Draw(view, &fresh)), 0);
+        const auto pFresh = MakeRenderer(64);
+        EXPECT_EQ(CountDifferent(edited, Draw(view, pFresh.get())), 0);
     }
 }
 
@@ -141,10 +139,8 @@ TEST_F(CTerrainRendererTest, NeighboursOfAnyDetailMeetWithoutGaps)
     {
         return std::uniform_real_distribution<float>(fFrom, fTo)(random);
     };
-    CTerrainRenderer whole;
-    CTerrainRenderer tiled(64);
-    Initialize(whole);
-    Initialize(tiled);
+    const auto pWhole = MakeRenderer();
+    const auto pTiled = MakeRenderer(64);
     int nPictures = 0;
     for (int i = 0; i < 4000 && nPictures < 60; ++i)
     {
@@ -158,7 +154,7 @@ TEST_F(CTerrainRendererTest, NeighboursOfAnyDetailMeetWithoutGaps)
         ++nPictures;
         m_Settings.fQuality = roll(0.05F, 1.0F);
         m_Settings.fDetailPixels = roll(0.5F, 6.0F);
-        for (CTerrainRenderer* pRenderer : {&whole, &tiled})
+        for (CTerrainRenderer* pRenderer : {pWhole.get(), pTiled.get()})
         {
             const QImage picture = Draw(view, pRenderer);
             int nSky = 0;
@@ -179,15 +175,14 @@ TEST_F(CTerrainRendererTest, TilesMakeNoDifference)
 {
     MakeTerrain(256, GetRough);
     m_Settings.fDetailPixels = 0.0F; // all that the terrain has
-    CTerrainRenderer tiled(64);
-    Initialize(tiled);
+    const auto pTiled = MakeRenderer(64);
     const SViewProjection aViews[] = {LookDown(),
                                       Look({640.0F, 90.0F, 640.0F}, 0.9F, -0.3F),
                                       Look({1270, 300, 1290}, 3.9F, -1.2F)};
     for (const SViewProjection& view : aViews)
     {
         const QImage one = Draw(view);
-        const QImage many = Draw(view, &tiled);
+        const QImage many = Draw(view, pTiled.get());
         // Smaller pictures of the normals end at a tile's border.
         EXPECT_LT(CountDifferent(one, many, 12), WIDTH * HEIGHT / 100);
         EXPECT_GT(CountDifferent(one, QImage(one.size(), one.format()), 12), WIDTH * HEIGHT / 2);
@@ -198,15 +193,14 @@ TEST_F(CTerrainRendererTest, QualityBoundsTheTriangles)
 {
     MakeTerrain(512, GetRough);
     m_Settings.fDetailPixels = 0.1F;
-    CTerrainRenderer renderer;
-    Initialize(renderer);
+    const auto pRenderer = MakeRenderer();
     const SViewProjection view = Look({100.0F, 200.0F, 100.0F}, 0.8F, -0.2F);
     uint32_t uBefore = std::numeric_limits<uint32_t>::max();
     for (const float fQuality : {1.0F, 0.5F, 0.1F})
     {
         m_Settings.fQuality = fQuality;
-        Draw(view, &renderer);
-        const uint32_t uTriangles = renderer.GetStatistics().uTriangles;
+        Draw(view, pRenderer.get());
+        const uint32_t uTriangles = pRenderer->GetStatistics().uTriangles;
         EXPECT_GT(uTriangles, 0U);
         EXPECT_LT(uTriangles, uBefore);
         // Twice 16 x 16 of them a patch; a third more where patches keep to their neighbours.
@@ -217,25 +211,23 @@ TEST_F(CTerrainRendererTest, QualityBoundsTheTriangles)
 
 TEST_F(CTerrainRendererTest, FollowsLevelsThatComeAndGo)
 {
-    CTerrainRenderer renderer;
-    Initialize(renderer);
+    const auto pRenderer = MakeRenderer();
     MakeTerrain(32, GetFlat);
     const SViewProjection view = LookDown();
-    const QImage flat = Draw(view, &renderer);
+    const QImage flat = Draw(view, pRenderer.get());
     MakeTerrain(100, GetRough);
-    const QImage rough = Draw(view, &renderer);
+    const QImage rough = Draw(view, pRenderer.get());
     EXPECT_EQ(CountDifferent(rough, Draw(view)), 0);
     EXPECT_GT(CountDifferent(rough, flat), 1000);
     m_Engine->GetCWorld().CloseTerrain();
-    const QImage sky = Draw(view, &renderer);
-    EXPECT_EQ(renderer.GetStatistics().uTriangles, 0U);
+    const QImage sky = Draw(view, pRenderer.get());
+    EXPECT_EQ(pRenderer->GetStatistics().uTriangles, 0U);
     EXPECT_GT(CountDifferent(sky, rough), 1000);
     MakeTerrain(32, GetFlat);
-    EXPECT_EQ(CountDifferent(Draw(view, &renderer), flat), 0);
+    EXPECT_EQ(CountDifferent(Draw(view, pRenderer.get()), flat), 0);
     // What the context lost is made again.
-    renderer.Release();
-    Initialize(renderer);
-    EXPECT_EQ(CountDifferent(Draw(view, &renderer), flat), 0);
+    pRenderer->Release();
+    EXPECT_EQ(CountDifferent(Draw(view, pRenderer.get()), flat), 0);
 }
 
 } // namespace

@@ -91,19 +91,22 @@ SViewProjection CRenderFixture::Look(const SVec3& from, float fYaw, float fPitch
     return view;
 }
 
-void CRenderFixture::Initialize(CTerrainRenderer& renderer)
+std::unique_ptr<CTerrainRenderer> CRenderFixture::MakeRenderer(uint32_t uTileCells)
 {
+    auto pRenderer =
+        std::make_unique<CTerrainRenderer>(std::make_shared<CTerrainCopies>(uTileCells));
     std::string strFault;
-    EXPECT_TRUE(renderer.Initialize(strFault)) << strFault;
+    EXPECT_TRUE(pRenderer->Initialize(strFault)) << strFault;
+    return pRenderer;
 }
 
 QImage CRenderFixture::Draw(const SViewProjection& view, CTerrainRenderer* pRenderer)
 {
-    CTerrainRenderer own;
+    std::unique_ptr<CTerrainRenderer> pOwn;
     if (pRenderer == nullptr)
     {
-        Initialize(own);
-        pRenderer = &own;
+        pOwn = MakeRenderer();
+        pRenderer = pOwn.get();
     }
     m_Buffer->bind();
     EXPECT_TRUE(pRenderer->Render(view, *m_Engine, m_Settings));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/view/CTerrainCopies.h"
 #include "editor/view/CTerrainRenderer.h"
 #include "editor/view/SViewProjection.h"
 #include "engine/world/CEngineHost.h"
@@ -34,8 +35,9 @@ protected:
     // Radians; yaw from +x towards +z, pitch above the horizon.
     static SViewProjection Look(const SVec3& from, float fYaw, float fPitch);
 
-    // In the fixture's context; a failure when that refuses it.
-    static void Initialize(CTerrainRenderer& renderer);
+    // In the fixture's context, with copies of its own; uTileCells as for those.
+    std::unique_ptr<CTerrainRenderer>
+    MakeRenderer(uint32_t uTileCells = CTerrainCopies::TILE_CELLS);
 
     // The renderer's picture; a renderer of its own unless one is given.
     QImage Draw(const SViewProjection& view, CTerrainRenderer* pRenderer = nullptr);

@@ -25,14 +25,13 @@ TEST_F(CTerrainLookTest, ThePreviewTintsTheGroundInItsBoxOnly)
 {
     MakeTerrain(64, GetFlat);
     const SViewProjection view = LookDown();
-    CTerrainRenderer renderer;
-    Initialize(renderer);
-    const QImage plain = Draw(view, &renderer);
+    const auto pRenderer = MakeRenderer();
+    const QImage plain = Draw(view, pRenderer.get());
     // Strong in the half with the higher x.
     ITexture* pShape = MakeTexture(16, [](uint32_t uX, uint32_t) { return uX < 8 ? 0 : 255; });
     const SExtents box = {{200.0F, 0.0F, 100.0F}, {360.0F, 0.0F, 260.0F}};
     GetTerrain().DrawProjectedTexture(box, pShape);
-    const QImage tinted = Draw(view, &renderer);
+    const QImage tinted = Draw(view, pRenderer.get());
     for (int x = 5; x < 640; x += 10)
     {
         for (int z = 5; z < 640; z += 10)
@@ -49,7 +48,7 @@ TEST_F(CTerrainLookTest, ThePreviewTintsTheGroundInItsBoxOnly)
         }
     }
     m_Engine->BeginFrame(); // which takes the preview away
-    EXPECT_EQ(CountDifferent(Draw(view, &renderer), plain), 0);
+    EXPECT_EQ(CountDifferent(Draw(view, pRenderer.get()), plain), 0);
 }
 
 TEST_F(CTerrainLookTest, TheMaskCoversWhatItKeeps)
@@ -186,11 +185,10 @@ TEST_F(CTerrainLookTest, AFaultyMaterialIsOneLineAndPlainGrey)
             WriteBytes(strPath, pszText);
         }
         CLogCatcher log;
-        CTerrainRenderer renderer;
-        Initialize(renderer);
+        const auto pRenderer = MakeRenderer();
         m_Settings.strDefaultMaterial = strPath;
-        EXPECT_EQ(CountDifferent(Draw(view, &renderer), grey), 0);
-        Draw(view, &renderer); // says it once
+        EXPECT_EQ(CountDifferent(Draw(view, pRenderer.get()), grey), 0);
+        Draw(view, pRenderer.get()); // says it once
         // The parser says one thing more about a file that it gives up.
         std::vector<std::string> lines = log.TakeLines();
         std::erase(lines, "");

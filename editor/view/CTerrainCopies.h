@@ -1,0 +1,74 @@
+#pragma once
+
+#include "editor/view/CPatchTree.h"
+#include "editor/view/CTerrainTiles.h"
+#include "host/HostTypes.h"
+
+#include <cstdint>
+#include <vector>
+
+class CTerrain;
+
+// What all views of a terrain draw from: its heights and normals on the graphics card and the
+// quadtree over it. One for all renderers whose contexts share their objects; the first one that
+// draws after a change brings it up to date for the others. Brings large terrains in tile by tile,
+// so that no frame waits for all of them.
+class CTerrainCopies
+{
+public:
+    static constexpr uint32_t TILE_CELLS = 2048;
+    static constexpr uint64_t ALL_BYTES = UINT64_MAX;
+
+    // uTileCells: cells per side of one tile, a power of two from 64 on.
+    explicit CTerrainCopies(uint32_t uTileCells = TILE_CELLS);
+
+    // One renderer more, and one less; with the last one the textures go back to the context,
+    // which is current.
+    void Join() { ++m_Users; }
+
+    void Leave(OpenGl& gl);
+
+    // Brings changes up to date: all of those in tiles that are already there, and of the others
+    // the ones nearest to the eye, one after the other until uMostBytes were sent, but at least
+    // one. uSent: grows by the bytes. False, with one logged line per terrain, when the card has no
+    // room for it.
+    bool
+    Follow(OpenGl& gl, CTerrain& terrain, const SVec3& eye, uint64_t uMostBytes, uint64_t& uSent);
+
+    bool IsComplete() const { return m_Missing == 0; } // every tile is there
+
+    bool HasTile(uint32_t uTileX, uint32_t uTileZ) const
+    {
+        return m_States[size_t{uTileZ} * m_CountX + uTileX].bThere;
+    }
+
+    const CPatchTree& GetTree() const { return m_Tree; }
+
+    const CTerrainTiles& GetTiles() const { return m_Tiles; }
+
+private:
+    struct STileState
+    {
+        SVertexRect whole;
+        SVertexRect pending; // of its vertices
+        bool bThere = false;
+    };
+
+    bool Reset(OpenGl& gl, const CTerrain& terrain);
+    void AddPending(const SVertexRect& changed);
+    uint64_t BringIn(OpenGl& gl, CTerrain& terrain, STileState& tile);
+    STileState* FindNearestMissing(const CTerrain& terrain, const SVec3& eye);
+
+    CTerrainTiles m_Tiles;
+    CPatchTree m_Tree;
+    std::vector<STileState> m_States;
+    const CTerrain* m_pTerrain = nullptr; // for comparing only
+    uint64_t m_Seen = 0;                  // revision of its heights
+    uint32_t m_TileCells;
+    uint32_t m_VerticesX = 0;
+    uint32_t m_VerticesZ = 0;
+    uint32_t m_CountX = 0; // tiles in a row
+    uint32_t m_Missing = 0;
+    uint32_t m_Users = 0;
+    bool m_bNoRoom = false;
+};
