@@ -93,7 +93,8 @@ SViewEvents CEditorWindow::MakeViewEvents()
 
 void CEditorWindow::ShowPlugin()
 {
-    const SViewParts parts{GetHost(), m_Editor.GetPluginScript(), m_Settings, m_Editor.GetKeys(), nullptr};
+    const SViewParts parts{
+        GetHost(), m_Editor.GetPluginScript(), m_Settings, m_Editor.GetKeys(), nullptr};
     m_pViews = new CViewArea(this, parts, MakeViewEvents());
     setCentralWidget(m_pViews);
     MakeDocks();

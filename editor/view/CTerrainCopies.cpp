@@ -22,7 +22,7 @@ void CTerrainCopies::Leave(OpenGl& gl)
     }
 }
 
-bool CTerrainCopies::Reset(OpenGl& gl, const CTerrain& terrain)
+void CTerrainCopies::Reset(OpenGl& gl, const CTerrain& terrain)
 {
     m_pTerrain = &terrain;
     m_Seen = 0;
@@ -42,15 +42,8 @@ bool CTerrainCopies::Reset(OpenGl& gl, const CTerrain& terrain)
                              std::min(uLeft + m_TileCells + 1, m_VerticesX),
                              std::min(uTop + m_TileCells + 1, m_VerticesZ)};
     }
-    m_bNoRoom = !m_Tiles.Reset(gl, terrain, m_TileCells);
-    if (m_bNoRoom)
-    {
-        CrashLog("[CTerrainRenderer::Render] the graphics card has no room for a terrain of "
-                 "%u x %u vertices\n",
-                 m_VerticesX,
-                 m_VerticesZ);
-    }
-    return !m_bNoRoom;
+    m_Tiles.Reset(gl, terrain, m_TileCells);
+    m_bNoRoom = false;
 }
 
 bool CTerrainCopies::Follow(
@@ -58,9 +51,9 @@ bool CTerrainCopies::Follow(
 {
     const bool bOther = m_pTerrain != &terrain || m_VerticesX != terrain.GetVerticesX() ||
                         m_VerticesZ != terrain.GetVerticesZ();
-    if (bOther ? !Reset(gl, terrain) : m_bNoRoom)
+    if (bOther)
     {
-        return false;
+        Reset(gl, terrain);
     }
     SVertexRect changed;
     if (terrain.TakeDirtyRegion(m_Seen, changed))
@@ -75,14 +68,28 @@ bool CTerrainCopies::Follow(
         }
     }
     const uint64_t uEnd = uSent + std::min(uMostBytes, ALL_BYTES - uSent);
-    while (m_Missing > 0 && uSent < uEnd)
+    while (m_Missing > 0 && uSent < uEnd && !m_bNoRoom)
     {
-        STileState& tile = *FindNearestMissing(terrain, eye);
-        uSent += BringIn(gl, terrain, tile);
-        tile.bThere = true;
-        --m_Missing;
+        uSent += AddTile(gl, terrain, *FindNearestMissing(terrain, eye));
     }
-    return true;
+    return !m_bNoRoom;
+}
+
+uint64_t CTerrainCopies::AddTile(OpenGl& gl, CTerrain& terrain, STileState& tile)
+{
+    m_bNoRoom =
+        !m_Tiles.MakeTile(gl, tile.whole.uMinX / m_TileCells, tile.whole.uMinZ / m_TileCells);
+    if (m_bNoRoom)
+    {
+        CrashLog("[CTerrainRenderer::Render] the graphics card has no room for a terrain of "
+                 "%u x %u vertices\n",
+                 m_VerticesX,
+                 m_VerticesZ);
+        return 0;
+    }
+    tile.bThere = true;
+    --m_Missing;
+    return BringIn(gl, terrain, tile);
 }
 
 void CTerrainCopies::AddPending(const SVertexRect& changed)

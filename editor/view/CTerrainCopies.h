@@ -54,8 +54,9 @@ private:
         bool bThere = false;
     };
 
-    bool Reset(OpenGl& gl, const CTerrain& terrain);
+    void Reset(OpenGl& gl, const CTerrain& terrain);
     void AddPending(const SVertexRect& changed);
+    uint64_t AddTile(OpenGl& gl, CTerrain& terrain, STileState& tile);
     uint64_t BringIn(OpenGl& gl, CTerrain& terrain, STileState& tile);
     STileState* FindNearestMissing(const CTerrain& terrain, const SVec3& eye);
 

@@ -28,37 +28,24 @@ void SetFilter(OpenGl& gl, GLint iSmaller, GLint iLarger)
 
 } // namespace
 
-bool CTerrainTiles::Reset(OpenGl& gl, const CTerrain& terrain, uint32_t uTileCells)
+void CTerrainTiles::Reset(OpenGl& gl, const CTerrain& terrain, uint32_t uTileCells)
 {
     Release(gl);
-    while (gl.glGetError() != GL_NO_ERROR)
-    {
-    }
     m_TileCells = uTileCells;
     m_VerticesX = terrain.GetVerticesX();
     m_VerticesZ = terrain.GetVerticesZ();
     m_CountX = CountTiles(m_VerticesX, uTileCells);
-    const uint32_t uCountZ = CountTiles(m_VerticesZ, uTileCells);
-    m_Tiles.resize(size_t{m_CountX} * uCountZ);
-    for (uint32_t z = 0; z < uCountZ; ++z)
-    {
-        for (uint32_t x = 0; x < m_CountX; ++x)
-        {
-            MakeTile(gl, m_Tiles[size_t{z} * m_CountX + x], GetWidth(x), GetDepth(z));
-        }
-    }
-    const bool bRoom = gl.glGetError() == GL_NO_ERROR;
-    if (!bRoom)
-    {
-        Release(gl);
-    }
-    return bRoom;
+    m_Tiles.resize(size_t{m_CountX} * CountTiles(m_VerticesZ, uTileCells));
 }
 
-void CTerrainTiles::MakeTile(OpenGl& gl, STile& tile, uint32_t uWidth, uint32_t uDepth)
+bool CTerrainTiles::MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ)
 {
-    const auto iWidth = static_cast<GLsizei>(uWidth);
-    const auto iDepth = static_cast<GLsizei>(uDepth);
+    while (gl.glGetError() != GL_NO_ERROR)
+    {
+    }
+    STile& tile = m_Tiles[size_t{uTileZ} * m_CountX + uTileX];
+    const auto iWidth = static_cast<GLsizei>(GetWidth(uTileX));
+    const auto iDepth = static_cast<GLsizei>(GetDepth(uTileZ));
     gl.glGenTextures(1, &tile.uHeights);
     gl.glBindTexture(GL_TEXTURE_2D, tile.uHeights);
     // Filters first: a driver that expects smaller pictures takes memory for them.
@@ -67,7 +54,7 @@ void CTerrainTiles::MakeTile(OpenGl& gl, STile& tile, uint32_t uWidth, uint32_t 
     gl.glTexImage2D(GL_TEXTURE_2D, 0, GL_R32F, iWidth, iDepth, 0, GL_RED, GL_FLOAT, nullptr);
     gl.glGenTextures(1, &tile.uNormals);
     gl.glBindTexture(GL_TEXTURE_2D, tile.uNormals);
-    const uint32_t uLevels = CountLevels(std::max(uWidth, uDepth));
+    const uint32_t uLevels = CountLevels(std::max(GetWidth(uTileX), GetDepth(uTileZ)));
     SetFilter(gl, GL_LINEAR_MIPMAP_LINEAR, GL_LINEAR);
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, static_cast<GLint>(uLevels) - 1);
     for (uint32_t uLevel = 0; uLevel < uLevels; ++uLevel)
@@ -82,6 +69,7 @@ void CTerrainTiles::MakeTile(OpenGl& gl, STile& tile, uint32_t uWidth, uint32_t 
                         GL_SHORT,
                         nullptr);
     }
+    return gl.glGetError() == GL_NO_ERROR;
 }
 
 void CTerrainTiles::Release(OpenGl& gl)

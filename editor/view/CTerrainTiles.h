@@ -14,10 +14,12 @@ class CTerrain;
 class CTerrainTiles
 {
 public:
-    // New textures for a terrain of that size; nothing is in them yet. uTileCells: per side. False
-    // when the card has no room.
-    bool Reset(OpenGl& gl, const CTerrain& terrain, uint32_t uTileCells);
+    // Another terrain, without textures so far. uTileCells: per side.
+    void Reset(OpenGl& gl, const CTerrain& terrain, uint32_t uTileCells);
     void Release(OpenGl& gl);
+
+    // The textures of one tile; nothing is in them yet. False when the card has no room.
+    bool MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ);
 
     // Brings one tile up to date, tile are its vertices: the heights in changed, and normals one
     // vertex further. Returns the bytes that were sent.
@@ -45,7 +47,6 @@ private:
         return m_Tiles[size_t{uTileZ} * m_CountX + uTileX];
     }
 
-    void MakeTile(OpenGl& gl, STile& tile, uint32_t uWidth, uint32_t uDepth);
     int16_t* TakeMeans(const int16_t* pNormals,
                        const SVertexRect& tile,
                        uint32_t uRow,

@@ -189,6 +189,39 @@ TEST_F(CTerrainRendererTest, TilesMakeNoDifference)
     }
 }
 
+TEST_F(CTerrainRendererTest, ALargeTerrainComesInTileByTileForAllItsViews)
+{
+    MakeTerrain(256, GetRough);
+    const SViewProjection view = LookDown();
+    const QImage all = Draw(view, MakeRenderer(64).get());
+    const auto pCopies = std::make_shared<CTerrainCopies>(64);
+    CTerrainRenderer first(pCopies);
+    CTerrainRenderer second(pCopies);
+    std::string strFault;
+    ASSERT_TRUE(first.Initialize(strFault) && second.Initialize(strFault)) << strFault;
+    m_Settings.uMostNewBytes = 1; // one tile a frame
+    int nLast = CountDifferent(Draw(view, &first), all);
+    EXPECT_GT(nLast, 0);
+    for (int i = 2; i <= 16; ++i)
+    {
+        EXPECT_FALSE(pCopies->IsComplete());
+        CTerrainRenderer& renderer = i % 2 == 0 ? second : first;
+        const int nMissing = CountDifferent(Draw(view, &renderer), all);
+        EXPECT_LT(nMissing, nLast);
+        EXPECT_EQ(renderer.GetStatistics().bComplete, i == 16);
+        EXPECT_LT(renderer.GetStatistics().uUploadedBytes, 65U * 65U * 8U * 2U);
+        nLast = nMissing;
+    }
+    EXPECT_EQ(nLast, 0);
+    Raise({100, 100, 120, 120}, 30.0F);
+    const QImage edited = Draw(view, &first);
+    EXPECT_GT(first.GetStatistics().uUploadedBytes, 0U);
+    EXPECT_EQ(CountDifferent(Draw(view, &second), edited), 0);
+    EXPECT_EQ(second.GetStatistics().uUploadedBytes, 0U);
+    first.Release(); // the other one goes on
+    EXPECT_EQ(CountDifferent(Draw(view, &second), edited), 0);
+}
+
 TEST_F(CTerrainRendererTest, QualityBoundsTheTriangles)
 {
     MakeTerrain(512, GetRough);
@@ -227,6 +260,8 @@ TEST_F(CTerrainRendererTest, FollowsLevelsThatComeAndGo)
     EXPECT_EQ(CountDifferent(Draw(view, pRenderer.get()), flat), 0);
     // What the context lost is made again.
     pRenderer->Release();
+    std::string strFault;
+    ASSERT_TRUE(pRenderer->Initialize(strFault)) << strFault;
     EXPECT_EQ(CountDifferent(Draw(view, pRenderer.get()), flat), 0);
 }
 
