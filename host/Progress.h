@@ -2,6 +2,9 @@
 
 #include "host/Export.h"
 
+#include <algorithm>
+#include <cstdint>
+
 // How far a long piece of work has come, and the wish to stop it. Whoever works calls
 // ReportProgress now and then; whoever has a window shows it. Implemented by the engine library. UI
 // thread only.
@@ -23,3 +26,53 @@ TELLUR_API IProgressSink* SetProgressSink(IProgressSink* pSink);
 // True to go on, always so without a sink. False: undo what was begun and fail. Cheap enough for a
 // hundred calls a job, not for one a vertex.
 TELLUR_API bool ReportProgress(const char* pszWhat, float fDone);
+
+// The progress of one loop, reported about a hundred times in all and once more when it ends,
+// however it ends.
+class CProgressSteps
+{
+public:
+    // pszWhat: as in OnProgress, borrowed for the object's life. uSteps: of the whole loop.
+    CProgressSteps(const char* pszWhat, uint64_t uSteps)
+        : m_What(pszWhat)
+        , m_Steps(std::max(uSteps, uint64_t{1}))
+    {
+    }
+
+    ~CProgressSteps()
+    {
+        if (!m_bEnded)
+        {
+            Finish(); // a fault ends it too
+        }
+    }
+
+    CProgressSteps(const CProgressSteps&) = delete;
+    CProgressSteps& operator=(const CProgressSteps&) = delete;
+
+    // uDone: steps that are done, never fewer than before. False: the work is cancelled.
+    bool Reach(uint64_t uDone)
+    {
+        constexpr uint64_t REPORTS = 100;
+        if (uDone < m_Next)
+        {
+            return true;
+        }
+        m_Next = uDone + std::max(m_Steps / REPORTS, uint64_t{1});
+        m_bEnded = !ReportProgress(m_What, static_cast<float>(uDone) / static_cast<float>(m_Steps));
+        return !m_bEnded;
+    }
+
+    // All is done. False: cancelled at the last moment.
+    bool Finish()
+    {
+        m_bEnded = true;
+        return ReportProgress(m_What, 1.0F);
+    }
+
+private:
+    const char* m_What;
+    uint64_t m_Steps;
+    uint64_t m_Next = 0; // no report before
+    bool m_bEnded = false;
+};

@@ -4,6 +4,7 @@
 #include "editor/app/CImportDialog.h"
 #include "editor/app/CMessagesDock.h"
 #include "editor/app/CNewLevelDialog.h"
+#include "editor/app/CProgressWindow.h"
 #include "editor/app/FileChoice.h"
 #include "engine/elevation/ElevationFormat.h"
 #include "engine/terrain/CTerrain.h"
@@ -47,17 +48,20 @@ QString JoinLines(const std::vector<std::string>& lines)
 CDocumentActions::CDocumentActions(QWidget& window,
                                    CEditor& editor,
                                    const CMessagesDock& messages,
+                                   CProgressWindow& progress,
                                    std::function<void()> onLevel)
     : m_Window(window)
     , m_Editor(editor)
     , m_Messages(messages)
+    , m_Progress(progress)
     , m_OnLevel(std::move(onLevel))
 {
 }
 
 bool CDocumentActions::Report(bool bDone, const QString& strFault)
 {
-    if (!bDone)
+    const bool bCancelled = m_Progress.TakeCancelled();
+    if (!bDone && !bCancelled)
     {
         QMessageBox box(QMessageBox::Warning, "Tellur", strFault, QMessageBox::Ok, &m_Window);
         box.setInformativeText(m_Messages.GetLastLine());

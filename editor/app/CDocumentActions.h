@@ -7,6 +7,7 @@
 
 class CEditor;
 class CMessagesDock;
+class CProgressWindow;
 class QWidget;
 
 // What a person does with levels and their files: asks, calls the document, and says what went
@@ -18,6 +19,7 @@ public:
     CDocumentActions(QWidget& window,
                      CEditor& editor,
                      const CMessagesDock& messages,
+                     CProgressWindow& progress,
                      std::function<void()> onLevel);
 
     void New();
@@ -42,12 +44,14 @@ public:
 
 private:
     bool ImportFile(const std::string& strPath);
-    bool Report(bool bDone, const QString& strFault); // shows the fault with the last message
+    // Shows the fault with the last message, unless the person has cancelled the work.
+    bool Report(bool bDone, const QString& strFault);
     std::string AskForFile(bool bSave, const QString& strTitle, const QString& strFilter);
     void OnOpened(const std::string& strPath);
 
     QWidget& m_Window;
     CEditor& m_Editor;
     const CMessagesDock& m_Messages;
+    CProgressWindow& m_Progress;
     std::function<void()> m_OnLevel;
 };

@@ -35,7 +35,7 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     , m_Face(face)
     , m_pMessages(new CMessagesDock(this))
     , m_Commands(*this, editor.GetKeys())
-    , m_Documents(*this, editor, *m_pMessages, [this] { OnLevel(); })
+    , m_Documents(*this, editor, *m_pMessages, m_Progress, [this] { OnLevel(); })
 {
     m_Settings.Load(editor.GetConfigFile(WINDOW_FILE));
     setObjectName("editor");

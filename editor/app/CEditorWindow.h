@@ -117,8 +117,8 @@ private:
     QMenu* m_pRecent = nullptr;
     QMenu* m_pMaterials = nullptr;
     CCommandList m_Commands;
-    CDocumentActions m_Documents;
     CProgressWindow m_Progress;
+    CDocumentActions m_Documents;
     QTimer m_AutosaveTimer; // runs while there is something to save
     QTimer m_DropTimer;
     std::string m_Dropped;     // the file

@@ -43,6 +43,7 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
     const bool bGoOn = !m_pDialog->wasCanceled();
     if (!bGoOn)
     {
+        m_bCancelled = true;
         m_Since.invalidate();
         m_pDialog.reset();
     }

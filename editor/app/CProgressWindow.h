@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 class QProgressDialog;
 class QWidget;
@@ -21,8 +22,12 @@ public:
     // fDone: 0 to 1; at 1 the window goes. False once it was cancelled.
     bool Report(QWidget* pParent, const char* pszWhat, float fDone);
 
+    // Whether the user cancelled something since the last call.
+    bool TakeCancelled() { return std::exchange(m_bCancelled, false); }
+
 private:
     QElapsedTimer m_Since;
     std::unique_ptr<QProgressDialog> m_pDialog; // null while nothing is shown
     std::string m_What;
+    bool m_bCancelled = false;
 };

@@ -38,7 +38,7 @@ struct SRenderSettings
 
     SColor skyTop = {0.36F, 0.47F, 0.60F, 1.0F};
     SColor skyBottom = {0.73F, 0.78F, 0.82F, 1.0F};
-    float fHaze = 0.35F; // how far distant ground takes the colour of the sky, 0..1
+    float fHaze = 0.22F; // how far distant ground takes the colour of the sky, 0..1
     SColor previewColor = {1.0F, 0.62F, 0.16F, 0.72F}; // under the brush; alpha is its strength
     SColor maskColor = {0.80F, 0.16F, 0.22F, 0.55F};   // where the mask keeps brushes off
 };

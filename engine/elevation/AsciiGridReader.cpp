@@ -1,6 +1,7 @@
 #include "engine/elevation/AsciiGridReader.h"
 
 #include "engine/elevation/DecodeGrid.h"
+#include "host/Progress.h"
 
 #include <algorithm>
 #include <charconv>
@@ -203,8 +204,13 @@ bool CAsciiGridDecoder::ReadSamples()
     const size_t nSamples = size_t{m_Grid.uColumns} * m_Grid.uRows;
     // A sample takes a digit and a blank at least.
     m_Grid.samples.reserve(std::min(nSamples, static_cast<size_t>(m_End - m_Next) / 2 + 1));
+    CProgressSteps progress("Reading the height map", nSamples);
     for (size_t i = 0; i < nSamples; ++i)
     {
+        if (!progress.Reach(i))
+        {
+            return Fail("cancelled");
+        }
         if (!ReadSample(i))
         {
             return false;

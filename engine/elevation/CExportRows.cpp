@@ -18,11 +18,16 @@ CExportRows::CExportRows(const SSampleView& heights, const SExportPlan& plan)
     : m_Heights(heights)
     , m_Plan(plan)
     , m_Row(heights.uColumns)
+    , m_Progress("Writing the height map", heights.uRows)
 {
 }
 
 const float* CExportRows::GetRow(uint32_t uRow)
 {
+    if (!m_Progress.Reach(uRow))
+    {
+        return nullptr;
+    }
     const float* pHeights = m_Heights.pSamples + static_cast<size_t>(uRow) * m_Heights.uColumns;
     const SExportPlan plan = m_Plan;
     std::transform(pHeights,

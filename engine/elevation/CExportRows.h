@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/elevation/HeightExport.h"
+#include "host/Progress.h"
 
 #include <vector>
 
@@ -16,6 +17,7 @@ public:
     uint32_t GetRows() const { return m_Heights.uRows; }
 
     // As they go into the file, whole numbers where that has integers. Good until the next call.
+    // Rows are asked for from the first to the last; null when the user cancelled.
     const float* GetRow(uint32_t uRow);
 
     // Counts what all rows lose, into the plan's three numbers.
@@ -25,4 +27,5 @@ private:
     SSampleView m_Heights;
     const SExportPlan& m_Plan;
     std::vector<float> m_Row;
+    CProgressSteps m_Progress;
 };

@@ -2,6 +2,7 @@
 
 #include "engine/elevation/ReportText.h"
 #include "engine/imaging/Grey16.h"
+#include "host/Log.h"
 
 #include <algorithm>
 #include <bit>
@@ -30,14 +31,20 @@ void PackRow(const float* pSamples, uint32_t nCount, bool bSwap, std::vector<uin
     }
 }
 
-template <typename TSample> void WriteRows(fs::file& file, CExportRows& rows, bool bSwap)
+template <typename TSample> bool WriteRows(fs::file& file, CExportRows& rows, bool bSwap)
 {
     std::vector<uint8_t> bytes;
     for (uint32_t z = 0; z < rows.GetRows(); ++z)
     {
-        PackRow<TSample>(rows.GetRow(z), rows.GetColumns(), bSwap, bytes);
+        const float* pRow = rows.GetRow(z);
+        if (pRow == nullptr)
+        {
+            return false;
+        }
+        PackRow<TSample>(pRow, rows.GetColumns(), bSwap, bytes);
         file.write(bytes.data(), bytes.size());
     }
+    return true;
 }
 
 // The shortest text that reads back to the same number.
@@ -58,16 +65,12 @@ bool WriteRaw(fs::file& file, CExportRows& rows, const SExportPlan& plan)
     switch (plan.eFormat)
     {
     case EElevationFormat::Raw16:
-        WriteRows<uint16_t>(file, rows, bSwap);
-        break;
+        return WriteRows<uint16_t>(file, rows, bSwap);
     case EElevationFormat::Hgt:
-        WriteRows<int16_t>(file, rows, bSwap);
-        break;
+        return WriteRows<int16_t>(file, rows, bSwap);
     default:
-        WriteRows<float>(file, rows, bSwap);
-        break;
+        return WriteRows<float>(file, rows, bSwap);
     }
-    return true;
 }
 
 bool WriteNpy(fs::file& file, CExportRows& rows, const SExportPlan& plan)
@@ -114,6 +117,10 @@ bool WriteAsciiGrid(fs::file& file, CExportRows& rows, const SExportPlan& plan)
     for (uint32_t z = 0; z < rows.GetRows(); ++z)
     {
         const float* pRow = rows.GetRow(z);
+        if (pRow == nullptr)
+        {
+            return false;
+        }
         for (uint32_t x = 0; x < rows.GetColumns(); ++x)
         {
             AppendExact(strText, static_cast<double>(pRow[x]), true);
@@ -131,6 +138,11 @@ bool WriteGreyPng(const char* pszPath, CExportRows& rows)
     for (uint32_t z = 0; z < rows.GetRows(); ++z)
     {
         const float* pRow = rows.GetRow(z);
+        if (pRow == nullptr)
+        {
+            CrashLog("[ExportHeights] %s: cancelled\n", pszPath);
+            return false;
+        }
         std::transform(pRow,
                        pRow + rows.GetColumns(),
                        codes.begin() + static_cast<ptrdiff_t>(size_t{z} * rows.GetColumns()),

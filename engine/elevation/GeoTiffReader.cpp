@@ -2,6 +2,7 @@
 
 #include "engine/elevation/CTiffFile.h"
 #include "engine/elevation/DecodeGrid.h"
+#include "host/Progress.h"
 
 #include <tiffio.h>
 
@@ -18,6 +19,7 @@ namespace
 
 // Beyond what deflate and LZW can pack into a byte. Stronger packers reach more only with pictures
 // that are all one value; those pass when they are small.
+constexpr char TASK[] = "Reading the height map"; // as progress shows it
 constexpr uint64_t MAX_PACKING = 1400;
 constexpr uint64_t SMALL_BYTES = uint64_t{16} << 20;
 
@@ -248,8 +250,13 @@ float* CGeoTiffDecoder::AddRows(uint32_t uRows)
 bool CGeoTiffDecoder::ReadStrips()
 {
     std::vector<uint8_t> row(size_t{m_Grid.uColumns} * (m_Grid.uBits / 8));
+    CProgressSteps progress(TASK, m_Grid.uRows);
     for (uint32_t z = 0; z < m_Grid.uRows; ++z)
     {
+        if (!progress.Reach(z))
+        {
+            return m_File.Fail("cancelled");
+        }
         if (TIFFReadScanline(m_File.Get(), row.data(), z, 0) != 1)
         {
             return m_File.Fail("row " + std::to_string(z + 1) + " cannot be read");
@@ -266,8 +273,13 @@ bool CGeoTiffDecoder::ReadTiles()
 {
     std::vector<uint8_t> tile(static_cast<size_t>(TIFFTileSize(m_File.Get())));
     const auto uLength = GetTag<uint32_t>(TIFFTAG_TILELENGTH, 0);
+    CProgressSteps progress(TASK, m_Grid.uRows);
     for (uint32_t z = 0; z < m_Grid.uRows; z += std::min(uLength, m_Grid.uRows - z))
     {
+        if (!progress.Reach(z))
+        {
+            return m_File.Fail("cancelled");
+        }
         if (!ReadTileRow(z, std::min(uLength, m_Grid.uRows - z), tile))
         {
             return false;

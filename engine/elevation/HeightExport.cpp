@@ -240,7 +240,7 @@ std::string Write(const char* pszPath, CExportRows& rows, const SExportPlan& pla
     if (!bWritten && *file.last_error().get_error_text() == '\0')
     {
         file.discard();
-        return std::string(pszPath) + ": " + strFault;
+        return std::string(pszPath) + ": " + (strFault.empty() ? "cancelled" : strFault);
     }
     bDone = file.close() && bWritten;
     return bDone ? "" : file.last_error().get_error_text();

@@ -170,9 +170,11 @@ bool CHeightImport::MakeHeights(SHeightField& field)
         return Fail(MakeText("not enough memory for %u x %u vertices", w.uSizeX, w.uSizeZ));
     }
     const SSampleView view{m_Grid.samples.data(), m_Grid.uColumns, m_Grid.uRows};
-    m_Options.eFit == EFit::Crop
-        ? CopyWindow(view, w.uColumn, w.uRow, w.uColumns, w.uRows, field.pHeights.get())
-        : Resample(view, w.uSizeX, w.uSizeZ, field.pHeights.get());
+    if (m_Options.eFit != EFit::Crop)
+    {
+        return Resample(view, w.uSizeX, w.uSizeZ, field.pHeights.get()) || Fail("cancelled");
+    }
+    CopyWindow(view, w.uColumn, w.uRow, w.uColumns, w.uRows, field.pHeights.get());
     return true;
 }
 

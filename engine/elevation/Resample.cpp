@@ -1,5 +1,7 @@
 #include "engine/elevation/Resample.h"
 
+#include "host/Progress.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <vector>
@@ -53,20 +55,25 @@ uint32_t GetLargestSize(uint32_t uSamples)
     return uBest;
 }
 
-void Resample(const SSampleView& grid, uint32_t uSizeX, uint32_t uSizeZ, float* pHeights)
+bool Resample(const SSampleView& grid, uint32_t uSizeX, uint32_t uSizeZ, float* pHeights)
 {
     if (uSizeX == grid.uColumns && uSizeZ == grid.uRows)
     {
         std::copy_n(grid.pSamples, grid.GetCount(), pHeights); // every bit, -0 too
-        return;
+        return true;
     }
     std::vector<SBetween> columns(uSizeX);
     for (uint32_t x = 0; x < uSizeX; ++x)
     {
         columns[x] = Locate(x, uSizeX, grid.uColumns);
     }
+    CProgressSteps progress("Making the terrain", uSizeZ);
     for (uint32_t z = 0; z < uSizeZ; ++z)
     {
+        if (!progress.Reach(z))
+        {
+            return false;
+        }
         const SBetween row = Locate(z, uSizeZ, grid.uRows);
         const float* pUpper = grid.pSamples + static_cast<size_t>(row.uFirst) * grid.uColumns;
         const float* pLower = pUpper + grid.uColumns;
@@ -79,6 +86,7 @@ void Resample(const SSampleView& grid, uint32_t uSizeX, uint32_t uSizeZ, float* 
                           row.fFraction);
         }
     }
+    return true;
 }
 
 void CopyWindow(const SSampleView& grid,

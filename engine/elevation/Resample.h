@@ -11,8 +11,9 @@ TELLUR_API uint32_t GetNearestSize(uint32_t uColumns, uint32_t uRows);
 TELLUR_API uint32_t GetLargestSize(uint32_t uSamples);
 
 // Lays uSizeX x uSizeZ vertices (at least 2 each) over the samples, bilinear between them; the
-// corner vertices are the corner samples. pHeights: room for all, row-major.
-TELLUR_API void
+// corner vertices are the corner samples. pHeights: room for all, row-major. False when the user
+// cancelled.
+TELLUR_API bool
 Resample(const SSampleView& grid, uint32_t uSizeX, uint32_t uSizeZ, float* pHeights);
 
 // Copies the window of uSizeX x uSizeZ samples whose first is at the column and row given; it lies

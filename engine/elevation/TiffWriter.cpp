@@ -136,13 +136,20 @@ bool WriteTiff(fs::file& file, CExportRows& rows, const SExportPlan& plan, std::
     {
         const uint32_t uRows = std::min(uStripRows, rows.GetRows() - z);
         strip.clear();
-        for (uint32_t i = 0; i < uRows; ++i)
+        for (uint32_t i = 0; bGood && i < uRows; ++i)
         {
             const float* pRow = rows.GetRow(z + i);
+            if (pRow == nullptr)
+            {
+                strFault = "cancelled";
+                bGood = false;
+                break;
+            }
             strip.insert(strip.end(), pRow, pRow + rows.GetColumns());
         }
         const auto nBytes = static_cast<tmsize_t>(strip.size() * sizeof(float));
-        bGood = TIFFWriteEncodedStrip(pTiff, z / uStripRows, strip.data(), nBytes) == nBytes;
+        bGood =
+            bGood && TIFFWriteEncodedStrip(pTiff, z / uStripRows, strip.data(), nBytes) == nBytes;
     }
     bGood = bGood && TIFFWriteDirectory(pTiff) == 1;
     TIFFClose(pTiff);

@@ -1,6 +1,7 @@
 #include "engine/imaging/CPngReader.h"
 
 #include "engine/imaging/CImage.h"
+#include "host/Progress.h"
 
 #include <bit>
 #include <csetjmp>
@@ -11,6 +12,8 @@ namespace
 {
 
 // Deflate cannot pack more than this many bytes into one.
+constexpr char TASK[] = "Reading the picture"; // as progress shows it
+constexpr size_t ROWS_A_REPORT = 128;
 constexpr uint64_t MAX_DEFLATE_RATIO = 1032;
 
 static_assert(sizeof(png_color) == 3, "a palette is read as bytes");
@@ -81,7 +84,9 @@ bool CPngReader::Prepare(ESamples eSamples)
 bool CPngReader::ReadPixels(uint8_t* pDest)
 {
     m_Dest = pDest;
-    return Guard([](CPngReader& Reader) { Reader.ReadPixelsStep(); });
+    const bool bRead = Guard([](CPngReader& Reader) { Reader.ReadPixelsStep(); });
+    ReportProgress(TASK, 1.0F); // whoever shows it puts it away
+    return bRead;
 }
 
 void CPngReader::ReadHeaderStep()
@@ -146,6 +151,14 @@ void CPngReader::ReadPixelsStep()
     {
         for (size_t iRow = 0; iRow < m_Height; ++iRow)
         {
+            const auto fDone = static_cast<float>(static_cast<size_t>(iPass) * m_Height + iRow);
+            if (iRow % ROWS_A_REPORT == 0 &&
+                !ReportProgress(
+                    TASK, fDone / (static_cast<float>(nPasses) * static_cast<float>(m_Height))))
+            {
+                m_bCancelled = true;
+                png_error(m_Png, "cancelled");
+            }
             png_read_row(m_Png, m_Dest + iRow * m_RowBytes, nullptr);
         }
     }
@@ -165,5 +178,5 @@ std::span<const uint8_t> CPngReader::GetPaletteColors() const
 
 std::string CPngReader::GetFault() const
 {
-    return std::string("damaged PNG file: ") + m_Fault;
+    return m_bCancelled ? "cancelled" : std::string("damaged PNG file: ") + m_Fault;
 }

@@ -76,5 +76,6 @@ private:
     bool m_HasTransparency = false;
     uint32_t m_Channels = 0;
     size_t m_RowBytes = 0;
+    bool m_bCancelled = false;
     char m_Fault[160] = {};
 };

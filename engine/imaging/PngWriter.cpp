@@ -1,5 +1,7 @@
 #include "engine/imaging/PngWriter.h"
 
+#include "host/Progress.h"
+
 #include <png.h>
 
 #include <bit>
@@ -11,6 +13,8 @@ namespace
 {
 
 // Above this level the time doubles and pictures of terrains shrink by a few percent only.
+constexpr char TASK[] = "Writing the picture"; // as progress shows it
+constexpr size_t ROWS_A_REPORT = 128;
 constexpr int COMPRESSION_LEVEL = 4;
 
 struct SPngWrite
@@ -89,6 +93,11 @@ void WriteSteps(SPngWrite& Write)
     }
     for (size_t iRow = 0; iRow < Pixels.Height; ++iRow)
     {
+        if (iRow % ROWS_A_REPORT == 0 &&
+            !ReportProgress(TASK, static_cast<float>(iRow) / static_cast<float>(Pixels.Height)))
+        {
+            png_error(Write.Png, "cancelled");
+        }
         png_write_row(Write.Png, Pixels.Rows + iRow * Pixels.RowBytes);
     }
     png_write_end(Write.Png, Write.Info);
@@ -98,9 +107,11 @@ bool RunGuarded(SPngWrite& Write)
 {
     if (setjmp(png_jmpbuf(Write.Png)) != 0)
     {
+        ReportProgress(TASK, 1.0F);
         return false;
     }
     WriteSteps(Write);
+    ReportProgress(TASK, 1.0F);
     return true;
 }
 

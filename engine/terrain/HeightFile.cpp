@@ -2,6 +2,7 @@
 
 #include "host/FileSystem.h"
 #include "host/Log.h"
+#include "host/Progress.h"
 
 #include <zlib.h>
 
@@ -29,6 +30,8 @@ static_assert(sizeof(SHeader) == 32);
 
 // Heights checked and written at a time: the bytes are still in the cache for the second look.
 constexpr size_t BLOCK_HEIGHTS = size_t{1} << 18;
+
+constexpr char CANCELLED[] = "cancelled";
 
 uint32_t AddToChecksum(uint32_t uChecksum, const void* pBytes, size_t nBytes)
 {
@@ -107,8 +110,13 @@ bool ReadHeights(fs::file& file, const char* pszPath, uint32_t uChecksum, SHeigh
     const size_t nCount = field.GetCount();
     float* pHeights = field.pHeights.get();
     bool bFinite = true;
+    CProgressSteps progress("Reading heights", nCount);
     for (size_t nDone = 0; nDone < nCount;)
     {
+        if (!progress.Reach(nDone))
+        {
+            return Refuse("ReadHeightFile", pszPath, CANCELLED);
+        }
         const size_t nBlock = std::min(nCount - nDone, BLOCK_HEIGHTS);
         const size_t nBytes = nBlock * sizeof(float);
         if (file.read(pHeights + nDone, nBytes) != nBytes)
@@ -204,9 +212,15 @@ bool WriteHeightFile(
     uint32_t uChecksum = AddToChecksum(0, &header, sizeof(header));
     file.write(&header, sizeof(header));
     const size_t nCount = static_cast<size_t>(uSizeX) * uSizeZ;
+    CProgressSteps progress("Writing heights", nCount);
     for (size_t nDone = 0; nDone < nCount;)
     {
         const size_t nBlock = std::min(nCount - nDone, BLOCK_HEIGHTS);
+        if (!progress.Reach(nDone))
+        {
+            file.discard();
+            return Refuse(OPERATION, pszPath, CANCELLED);
+        }
         if (!AreAllFinite(pHeights + nDone, nBlock))
         {
             file.discard();

@@ -22,7 +22,6 @@ constexpr size_t TRIANGLE_BYTES = 50; // normal, three corners, one 16-bit word 
 constexpr size_t CELL_BYTES = 2 * TRIANGLE_BYTES;
 constexpr size_t WRITE_BYTES = size_t{256} << 10; // whole pages at whole pages of the file
 constexpr uint32_t RUN_CELLS = 1024;
-constexpr uint32_t REPORTS = 100;
 
 // The first and one past the last cell wholly inside [fMin, fMax]. A bound that misses a vertex by
 // less than a thousandth of a cell is on it: boxes come from 32-bit positions.
@@ -184,14 +183,13 @@ void CStlStream::StoreCells(uint32_t uZ, uint32_t uX, uint32_t nCells)
 bool WriteCells(fs::file& file, const SHeightView& view, const SVertexRect& cells)
 {
     const uint32_t nRows = cells.uEndZ - cells.uMinZ;
-    const uint32_t nBlock = std::max(nRows / REPORTS, 1U);
     const uint32_t nColumns = cells.uEndX - cells.uMinX;
     CStlStream stream(file, view);
     stream.AddHeader(2 * nColumns * nRows); // at most 2^29
+    CProgressSteps progress(TASK, nRows);
     for (uint32_t z = 0; z < nRows; ++z)
     {
-        if (z % nBlock == 0 &&
-            !ReportProgress(TASK, static_cast<float>(z) / static_cast<float>(nRows)))
+        if (!progress.Reach(z))
         {
             return false;
         }
@@ -201,7 +199,7 @@ bool WriteCells(fs::file& file, const SHeightView& view, const SVertexRect& cell
         }
     }
     stream.Flush();
-    return ReportProgress(TASK, 1.0F);
+    return progress.Finish();
 }
 
 } // namespace
