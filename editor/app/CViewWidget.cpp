@@ -1,22 +1,18 @@
 #include "editor/app/CViewWidget.h"
 
 #include "editor/app/CCursorNote.h"
-#include "editor/app/KeyChords.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
-#include "editor/core/CKeyBindings.h"
 #include "framework/widgets/qt/WidgetAccess.h"
 #include "host/IPluginScript.h"
 
-#include <QGuiApplication>
-#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <iterator>
 
 namespace
 {
@@ -31,21 +27,6 @@ constexpr uint64_t MOST_NEW_BYTES = uint64_t{16} << 20; // a frame, of a terrain
 constexpr double NOTCH = 120.0;                         // of a wheel, in eighths of a degree
 constexpr float SPOT_CELLS = 8.0F;
 constexpr double ROUNDING = 1e-3; // of positions that were divided by the scale
-
-struct SFlyKey
-{
-    const char* pszName;
-    bool SFlyKeys::*pHeld;
-};
-
-constexpr SFlyKey FLY_KEYS[] = {
-    {"forward", &SFlyKeys::bForward},
-    {"back", &SFlyKeys::bBack},
-    {"left", &SFlyKeys::bLeft},
-    {"right", &SFlyKeys::bRight},
-    {"up", &SFlyKeys::bUp},
-    {"down", &SFlyKeys::bDown},
-};
 
 uint32_t GetFlags(Qt::KeyboardModifiers modifiers)
 {
@@ -290,90 +271,6 @@ void CViewWidget::wheelEvent(QWheelEvent* pEvent)
         static_cast<float>(at.x()), static_cast<float>(at.y()), static_cast<float>(iDelta / NOTCH));
     pEvent->accept();
     Update();
-}
-
-void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
-{
-    const bool bStroke = m_Input.IsStroking();
-    const bool bMin = modifiers.testFlag(Qt::ControlModifier);
-    const bool bMax = modifiers.testFlag(Qt::AltModifier);
-    m_pNote->SetState(bStroke && bMin ? "min" : bStroke && bMax ? "max" : "");
-}
-
-void CViewWidget::keyPressEvent(QKeyEvent* pEvent)
-{
-    ShowKeys(QGuiApplication::queryKeyboardModifiers());
-    if (!SetFlyKey(*pEvent, true))
-    {
-        QOpenGLWidget::keyPressEvent(pEvent);
-    }
-}
-
-void CViewWidget::keyReleaseEvent(QKeyEvent* pEvent)
-{
-    ShowKeys(QGuiApplication::queryKeyboardModifiers());
-    if (!SetFlyKey(*pEvent, false))
-    {
-        QOpenGLWidget::keyReleaseEvent(pEvent);
-    }
-}
-
-bool CViewWidget::SetFlyKey(const QKeyEvent& event, bool bDown)
-{
-    m_FlyKeys.bFast = event.modifiers().testFlag(Qt::ShiftModifier);
-    SKeyChord chord = GetChord(event);
-    chord.uModifiers &= ~static_cast<uint32_t>(KEY_SHIFT);
-    for (const SFlyKey& key : FLY_KEYS)
-    {
-        const SKeyCommand* pCommand = m_Parts.keys.FindById(std::string(FLY_COMMAND) + key.pszName);
-        const bool bSame = pCommand != nullptr && pCommand->key.uKey == chord.uKey &&
-                           (!bDown || pCommand->key == chord);
-        if (!bSame)
-        {
-            continue;
-        }
-        if (!event.isAutoRepeat())
-        {
-            m_FlyKeys.*key.pHeld = bDown && m_Parts.settings.bKeyboardNavigation;
-            m_FlyClock.start();
-            update();
-        }
-        return true;
-    }
-    return false;
-}
-
-bool CViewWidget::IsFlyKeyDown(const char* pszName) const
-{
-    return std::any_of(std::begin(FLY_KEYS),
-                       std::end(FLY_KEYS),
-                       [&](const SFlyKey& key)
-                       { return m_FlyKeys.*key.pHeld && std::strcmp(key.pszName, pszName) == 0; });
-}
-
-void CViewWidget::Fly()
-{
-    const bool bHeld = std::any_of(std::begin(FLY_KEYS),
-                                   std::end(FLY_KEYS),
-                                   [&](const SFlyKey& key) { return m_FlyKeys.*key.pHeld; });
-    if (!bHeld || !m_FlyClock.isValid())
-    {
-        return;
-    }
-    const double fSeconds = static_cast<double>(m_FlyClock.nsecsElapsed()) * 1e-9;
-    m_FlyClock.start();
-    if (m_Navigator.Fly(GetTerrain(), m_FlyKeys, static_cast<float>(fSeconds)))
-    {
-        m_Input.RepeatHover();
-    }
-    m_FrameTimer.start(0);
-}
-
-void CViewWidget::focusOutEvent(QFocusEvent* pEvent)
-{
-    m_FlyKeys = {};
-    m_pNote->SetState("");
-    QOpenGLWidget::focusOutEvent(pEvent);
 }
 
 void CViewWidget::SetWireFrame(bool bOn)
