@@ -20,6 +20,7 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTimer>
+#include <QToolBar>
 #include <QTreeWidget>
 #include <QUrl>
 
@@ -238,6 +239,22 @@ TEST_F(CDocuments, TheProcessListRunsTheExport)
     const size_t nSize = std::filesystem::file_size(strStl);
     EXPECT_EQ((nSize - 84) % 50, 0U);
     EXPECT_GE(nSize, size_t{84} + size_t{2048} * 50);
+}
+
+TEST_F(CDocuments, ThePanelIsOpenAgainWhereItWasLeftOpen)
+{
+    for (const bool bOpen : {false, true, false})
+    {
+        SCOPED_TRACE(bOpen);
+        ASSERT_NO_FATAL_FAILURE(Start());
+        auto* pToolBar = m_Window->findChild<QToolBar*>("plugin-toolbar");
+        EXPECT_EQ(m_Window->findChild<QDockWidget*>("panel")->isVisible(), bOpen);
+        EXPECT_EQ(pToolBar->actions().front()->isChecked(), bOpen);
+        Click(*pToolBar->widgetForAction(pToolBar->actions().front()));
+        EXPECT_EQ(m_Window->findChild<QDockWidget*>("panel")->isVisible(), !bOpen);
+        m_Window->close();
+        Stop();
+    }
 }
 
 TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
