@@ -88,22 +88,28 @@ const int16_t* CNormalField::Fetch(const SHeightView& view, const SVertexRect& r
     {
         return nullptr;
     }
-    if (!rect.IsEmpty())
-    {
-        for (uint32_t z = rect.uMinZ / TILE; z <= (rect.uEndZ - 1) / TILE; ++z)
-        {
-            for (uint32_t x = rect.uMinX / TILE; x <= (rect.uEndX - 1) / TILE; ++x)
-            {
-                if (m_StaleTiles[static_cast<size_t>(z) * m_TilesX + x] != 0)
-                {
-                    ComputeTile(view, x, z);
-                }
-            }
-        }
-    }
+    ComputeStale(view, rect);
     const bool bAll = rect == SVertexRect{0, 0, view.uSizeX, view.uSizeZ};
     m_HasStale = m_HasStale && !bAll;
     return m_Normals.get();
+}
+
+void CNormalField::ComputeStale(const SHeightView& view, const SVertexRect& rect)
+{
+    if (rect.IsEmpty())
+    {
+        return;
+    }
+    for (uint32_t z = rect.uMinZ / TILE; z <= (rect.uEndZ - 1) / TILE; ++z)
+    {
+        for (uint32_t x = rect.uMinX / TILE; x <= (rect.uEndX - 1) / TILE; ++x)
+        {
+            if (m_StaleTiles[static_cast<size_t>(z) * m_TilesX + x] != 0)
+            {
+                ComputeTile(view, x, z);
+            }
+        }
+    }
 }
 
 bool CNormalField::Allocate(const SHeightView& view)

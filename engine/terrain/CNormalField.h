@@ -55,6 +55,7 @@ private:
         void operator()(int16_t* pMemory) const { std::free(pMemory); }
     };
 
+    void ComputeStale(const SHeightView& view, const SVertexRect& rect);
     bool Allocate(const SHeightView& view);
     void ComputeTile(const SHeightView& view, uint32_t uTileX, uint32_t uTileZ);
     void MarkTiles(const SVertexRect& rect);
