@@ -34,6 +34,7 @@ CViewWidget* CViewArea::Add(EViewKind eKind)
     {
         m_Active = pView->GetViewId();
     }
+    setSizes(QList<int>(count(), width() / count())); // before the camera looks at its view
     pView->FrameAll();
     return pView;
 }

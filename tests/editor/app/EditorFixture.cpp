@@ -8,7 +8,9 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QPixmap>
 #include <QProcess>
+#include <QScreen>
 #include <QTimer>
 
 #include <cmath>
@@ -232,7 +234,11 @@ void CEditorFixture::Trigger(const char* pszCommand)
 void CEditorFixture::SavePicture(const char* pszName)
 {
     QDir().mkpath("pictures");
-    EXPECT_TRUE(m_Window->grab().save(QString("pictures/%1.png").arg(pszName)));
+    // From the screen, so that dialogs are in it.
+    const QRect at = m_Window->frameGeometry();
+    const QPixmap picture =
+        m_Window->screen()->grabWindow(0, at.x(), at.y(), at.width(), at.height());
+    EXPECT_TRUE(picture.save(QString("pictures/%1.png").arg(pszName)));
 }
 
 std::string ReplayScript(const std::string& strScript, const std::string& strOut)

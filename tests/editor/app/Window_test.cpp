@@ -229,6 +229,10 @@ TEST_F(CWindows, AnyNumberOfViewsStandsSideBySide)
     Trigger("view.add_top");
     Settle();
     ASSERT_EQ(views.GetViews().size(), 4U);
+    for (size_t i = 1; i < 4; ++i)
+    {
+        EXPECT_NEAR(GetView(i).width(), GetView().width(), 4) << "view " << i;
+    }
     ASSERT_NO_FATAL_FAILURE(TakeBrush());
     for (size_t i = 0; i < 4; ++i)
     {
