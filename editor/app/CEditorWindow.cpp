@@ -188,12 +188,15 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
     }
     IPluginScript* pScript = m_Editor.GetPluginScript();
     const float fExtent = pScript != nullptr ? pScript->GetBrushExtent() : 0.0F;
-    if (event.eKind == EHostEvent::Action && fExtent != m_ExtentBefore)
+    CViewWidget* pView = m_pViews != nullptr ? m_pViews->GetActive() : nullptr;
+    if (event.eKind == EHostEvent::Action && fExtent != m_ExtentBefore && pView != nullptr)
     {
-        if (CViewWidget* pView = m_pViews->GetActive())
-        {
-            pView->GetNote().ShowValue(QString("brush %1").arg(fExtent, 0, 'f', 1));
-        }
+        pView->GetNote().ShowValue(QString("brush %1").arg(fExtent, 0, 'f', 1));
+    }
+    if (event.eKind == EHostEvent::LevelChanged)
+    {
+        OnLevel(); // a script may have opened it
+        return;
     }
     if (m_pViews != nullptr)
     {

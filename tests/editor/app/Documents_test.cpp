@@ -241,6 +241,30 @@ TEST_F(CDocuments, TheProcessListRunsTheExport)
     EXPECT_GE(nSize, size_t{84} + size_t{2048} * 50);
 }
 
+TEST_F(CDocuments, ALevelThatAScriptMakesIsShownWhole)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strScript = m_Folder.Path("large.tellur");
+    WriteBytes(strScript, "!level( i, v3 )\nlevel( 64, [6400, 100, 6400] )\n");
+    std::string strFault;
+    ASSERT_EQ(m_Window->PlayScript(strScript, strFault), EScriptEnd::Played) << strFault;
+    for (size_t iView = 0; iView < 2; ++iView)
+    {
+        const SViewProjection view = GetView(iView).GetNavigator().GetProjection(GetTerrain());
+        for (int iCorner = 0; iCorner < 4; ++iCorner)
+        {
+            float fX = 0.0F;
+            float fY = 0.0F;
+            const SVec3 corner = {
+                iCorner % 2 == 0 ? 0.0F : 6400.0F, 0.0F, iCorner < 2 ? 0.0F : 6400.0F};
+            EXPECT_TRUE(view.Project(corner, fX, fY) && fX >= 0.0F && fY >= 0.0F &&
+                        fX <= static_cast<float>(view.iWidth) &&
+                        fY <= static_cast<float>(view.iHeight))
+                << "view " << iView << ", corner " << iCorner;
+        }
+    }
+}
+
 TEST_F(CDocuments, ThePanelIsOpenAgainWhereItWasLeftOpen)
 {
     for (const bool bOpen : {false, true, false})
