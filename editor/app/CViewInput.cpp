@@ -118,10 +118,12 @@ void CViewInput::Move(float fX, float fY, uint32_t uFlags)
     case EGesture::Orbit:
         if (m_bMoved)
         {
+            SetSuspended(true);
             m_Navigator.Orbit(GetTerrain(), fStepX, fStepY);
         }
         break;
     case EGesture::Pan:
+        SetSuspended(true);
         m_Navigator.Pan(GetTerrain(), fX, fY);
         break;
     }
@@ -218,6 +220,16 @@ void CViewInput::EndStroke()
 {
     m_Sampler.Cancel();
     m_eGesture = EGesture::None;
+    SetSuspended(false);
+}
+
+void CViewInput::SetSuspended(bool bSuspended)
+{
+    if (bSuspended != m_bSuspended)
+    {
+        m_bSuspended = bSuspended;
+        m_Host.GetModes().SuspendCurrentMode(bSuspended);
+    }
 }
 
 void CViewInput::RepeatHover()

@@ -80,7 +80,8 @@ private:
     void SendStrokeMove(const SStrokePoint& point);
     void SendHover(float fX, float fY, uint32_t uFlags);
     void EndStroke();
-    void FollowSpacing(); // the brush may have changed
+    void SetSuspended(bool bSuspended); // the mode, while the mouse moves the camera
+    void FollowSpacing();               // the brush may have changed
     // While an event is sent, its position is known more exactly than in pixels.
     template <typename TSend> void SendAt(float fX, float fY, TSend send);
 
@@ -93,7 +94,8 @@ private:
     EGesture m_eGesture = EGesture::None;
     bool m_bInside = false;
     bool m_bMoved = false; // since the right button went down
-    float m_X = 0.0F;      // of the cursor, as it was last seen
+    bool m_bSuspended = false;
+    float m_X = 0.0F; // of the cursor, as it was last seen
     float m_Y = 0.0F;
     float m_PressX = 0.0F;
     float m_PressY = 0.0F;

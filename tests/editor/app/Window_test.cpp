@@ -209,6 +209,31 @@ TEST_F(CWindows, MouseAndKeysMoveTheCamera)
     EXPECT_TRUE(GetView().IsWireFrame());
 }
 
+TEST_F(CWindows, TheModeIsSuspendedWhileTheMouseMovesTheCamera)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(TakeBrush());
+    // A mode that gets its input back asks for a new picture of its view.
+    const uint64_t& nRefreshes = GetHost().GetCounters().nRefreshes;
+    uint64_t nBefore = nRefreshes;
+    for (const char* pszButton : {"2", "3"})
+    {
+        SCOPED_TRACE(pszButton);
+        MoveTo(GetView(), {0.5, 0.6});
+        Do({"mousedown", pszButton});
+        MoveTo(GetView(), {0.6, 0.6});
+        MoveTo(GetView(), {0.7, 0.6});
+        EXPECT_EQ(nRefreshes, nBefore);
+        Do({"mouseup", pszButton});
+        EXPECT_EQ(nRefreshes, ++nBefore);
+    }
+    Answer<QMenu>([this] { Click(GetView(), "3"); }, [](QMenu& menu) { menu.close(); });
+    EXPECT_EQ(nRefreshes, nBefore) << "a click moves nothing";
+    Drag(GetView(), {0.45, 0.5}, {0.55, 0.55}, 4);
+    EXPECT_EQ(nRefreshes, nBefore);
+    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 1U) << "the mode has its input again";
+}
+
 TEST_F(CWindows, MessagesOfTheLogAreShown)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
