@@ -6,12 +6,15 @@
 namespace
 {
 
-constexpr int SHOWN_AFTER_MS = 500;
 constexpr int STEPS = 1000;
 
 } // namespace
 
-CProgressWindow::CProgressWindow() = default;
+CProgressWindow::CProgressWindow(int iShownAfter)
+    : m_ShownAfter(iShownAfter)
+{
+}
+
 CProgressWindow::~CProgressWindow() = default;
 
 bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
@@ -30,7 +33,7 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
     }
     if (m_pDialog == nullptr)
     {
-        if (m_Since.elapsed() < SHOWN_AFTER_MS)
+        if (m_Since.elapsed() < m_ShownAfter)
         {
             return true;
         }

@@ -9,12 +9,13 @@
 class QProgressDialog;
 class QWidget;
 
-// Shows how far long work is once it has taken half a second, and lets it be cancelled. Work that
+// Shows how far long work is once it has taken some time, and lets it be cancelled. Work that
 // is short shows nothing.
 class CProgressWindow
 {
 public:
-    CProgressWindow();
+    // iShownAfter: milliseconds that the work takes without a window.
+    explicit CProgressWindow(int iShownAfter = 500);
     ~CProgressWindow();
     CProgressWindow(const CProgressWindow&) = delete;
     CProgressWindow& operator=(const CProgressWindow&) = delete;
@@ -26,6 +27,7 @@ public:
     bool TakeCancelled() { return std::exchange(m_bCancelled, false); }
 
 private:
+    int m_ShownAfter;
     QElapsedTimer m_Since;
     std::unique_ptr<QProgressDialog> m_pDialog; // null while nothing is shown
     std::string m_What;

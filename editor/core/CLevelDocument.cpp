@@ -7,6 +7,7 @@
 #include "engine/terrain/CTerrain.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
+#include "host/Progress.h"
 #include "parser/TCParseFile.h"
 
 #include <algorithm>
@@ -31,6 +32,29 @@ std::string GetFullPath(const char* pszPath)
 SSampleView GetSamples(const CTerrain& terrain)
 {
     return {terrain.GetHeightData(), terrain.GetVerticesX(), terrain.GetVerticesZ()};
+}
+
+// False, with one logged line, when there is no memory for it or the user cancels.
+bool MakeFlat(uint32_t uVertices, const SVec3& size, float fHeight, SHeightField& field)
+{
+    constexpr char OPERATION[] = "[CLevelDocument::New]";
+    if (!field.Allocate(uVertices, uVertices))
+    {
+        CrashLog("%s no memory for %u x %u vertices\n", OPERATION, uVertices, uVertices);
+        return false;
+    }
+    field.size = size;
+    CProgressSteps progress("Making the terrain", uVertices);
+    for (uint32_t z = 0; z < uVertices; ++z)
+    {
+        if (!progress.Reach(z))
+        {
+            LogR("%s cancelled\n", OPERATION);
+            return false;
+        }
+        std::fill_n(field.pHeights.get() + size_t{z} * uVertices, uVertices, fHeight);
+    }
+    return true;
 }
 
 } // namespace
@@ -60,23 +84,30 @@ uint64_t CLevelDocument::GetRevision() const
 
 bool CLevelDocument::New(uint32_t uCells, const SVec3& size, float fHeight)
 {
-    m_bOpening = true;
-    const bool bMade = m_Host.NewLevel(uCells, size);
-    m_bOpening = false;
-    if (!bMade)
+    const float fGround = std::clamp(fHeight, 0.0F, std::fabs(size.y));
+    SHeightField field;
+    // Sizes that no terrain has are the host's to refuse.
+    const bool bSizes = IsTerrainSizeValid(uCells + 1, uCells + 1) && IsSizeVectorValid(size);
+    if (bSizes && fGround > 0.0F && !MakeFlat(uCells + 1, size, fGround, field))
     {
         return false;
     }
-    CTerrain* pTerrain = GetTerrain();
-    const float fGround = std::clamp(fHeight, 0.0F, std::fabs(size.y));
-    if (fGround > 0.0F)
+    m_bOpening = true;
+    bool bMade = true;
+    if (field.pHeights != nullptr)
     {
-        const size_t nCount = size_t{pTerrain->GetVerticesX()} * pTerrain->GetVerticesZ();
-        const std::vector<float> heights(nCount, fGround);
-        pTerrain->SetHeights(heights.data(), nCount, {{}, pTerrain->GetSize()});
+        m_Host.TakeLevel(std::move(field));
     }
-    SetSource({}, true);
-    return true;
+    else
+    {
+        bMade = m_Host.NewLevel(uCells, size);
+    }
+    m_bOpening = false;
+    if (bMade)
+    {
+        SetSource({}, true);
+    }
+    return bMade;
 }
 
 bool CLevelDocument::Open(const char* pszPath)
