@@ -60,14 +60,17 @@ bool CTerrainCopies::Follow(
     {
         AddPending(changed);
     }
+    const uint64_t uEnd = uSent + std::min(uMostBytes, ALL_BYTES - uSent);
+    m_bPending = false;
     for (STileState& tile : m_States)
     {
-        if (tile.bThere && !tile.pending.IsEmpty())
+        const bool bStale = tile.bThere && !tile.pending.IsEmpty();
+        m_bPending = m_bPending || (bStale && uSent >= uEnd);
+        if (bStale && uSent < uEnd)
         {
             uSent += BringIn(gl, terrain, tile);
         }
     }
-    const uint64_t uEnd = uSent + std::min(uMostBytes, ALL_BYTES - uSent);
     while (m_Missing > 0 && uSent < uEnd && !m_bNoRoom)
     {
         uSent += AddTile(gl, terrain, *FindNearestMissing(terrain, eye));

@@ -28,14 +28,14 @@ public:
 
     void Leave(OpenGl& gl);
 
-    // Brings changes up to date: all of those in tiles that are already there, and of the others
-    // the ones nearest to the eye, one after the other until uMostBytes were sent, but at least
-    // one. uSent: grows by the bytes. False, with one logged line per terrain, when the card has no
-    // room for it.
+    // Brings changes up to date tile by tile until uMostBytes were sent, but at least one tile:
+    // first the tiles that are there, which show what they have until their turn comes, then the
+    // others, nearest to the eye first. uSent: grows by the bytes. False, with one logged line per
+    // terrain, when the card has no room for it.
     bool
     Follow(OpenGl& gl, CTerrain& terrain, const SVec3& eye, uint64_t uMostBytes, uint64_t& uSent);
 
-    bool IsComplete() const { return m_Missing == 0; } // every tile is there
+    bool IsComplete() const { return m_Missing == 0 && !m_bPending; } // nothing is left to send
 
     bool HasTile(uint32_t uTileX, uint32_t uTileZ) const
     {
@@ -71,5 +71,6 @@ private:
     uint32_t m_CountX = 0; // tiles in a row
     uint32_t m_Missing = 0;
     uint32_t m_Users = 0;
+    bool m_bPending = false; // tiles that are there wait for their turn
     bool m_bNoRoom = false;
 };

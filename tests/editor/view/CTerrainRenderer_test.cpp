@@ -218,8 +218,19 @@ TEST_F(CTerrainRendererTest, ALargeTerrainComesInTileByTileForAllItsViews)
     EXPECT_GT(first.GetStatistics().uUploadedBytes, 0U);
     EXPECT_EQ(CountDifferent(Draw(view, &second), edited), 0);
     EXPECT_EQ(second.GetStatistics().uUploadedBytes, 0U);
+    // A change of everything shows the old ground until the new one is there.
+    Raise({0, 0, 257, 257}, 5.0F);
+    for (int i = 1; i <= 16; ++i)
+    {
+        Draw(view, &second);
+        EXPECT_EQ(second.GetStatistics().bComplete, i == 16) << i;
+        EXPECT_GT(second.GetStatistics().uTriangles, 0U);
+    }
+    m_Settings.uMostNewBytes = CTerrainCopies::ALL_BYTES;
+    const QImage raised = Draw(view, &second);
+    EXPECT_EQ(CountDifferent(raised, Draw(view, MakeRenderer(64).get())), 0);
     first.Release(); // the other one goes on
-    EXPECT_EQ(CountDifferent(Draw(view, &second), edited), 0);
+    EXPECT_EQ(CountDifferent(Draw(view, &second), raised), 0);
 }
 
 TEST_F(CTerrainRendererTest, QualityBoundsTheTriangles)
