@@ -13,6 +13,8 @@ constexpr int STEPS = 1000;
 CProgressWindow::CProgressWindow(int iShownAfter)
     : m_ShownAfter(iShownAfter)
 {
+    m_Forget.setSingleShot(true);
+    m_Forget.callOnTimeout([this] { m_bCancelled = false; });
 }
 
 CProgressWindow::~CProgressWindow() = default;
@@ -47,6 +49,7 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
     if (!bGoOn)
     {
         m_bCancelled = true;
+        m_Forget.start(0);
         m_Since.invalidate();
         m_pDialog.reset();
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QTimer>
 
 #include <memory>
 #include <string>
@@ -23,7 +24,8 @@ public:
     // fDone: 0 to 1; at 1 the window goes. False once it was cancelled.
     bool Report(QWidget* pParent, const char* pszWhat, float fDone);
 
-    // Whether the user cancelled something since the last call.
+    // Whether the user cancelled the work that has just ended, asked once. Forgotten when the event
+    // loop turns: what fails later is another thing.
     bool TakeCancelled() { return std::exchange(m_bCancelled, false); }
 
 private:
@@ -32,4 +34,5 @@ private:
     std::unique_ptr<QProgressDialog> m_pDialog; // null while nothing is shown
     std::string m_What;
     bool m_bCancelled = false;
+    QTimer m_Forget;
 };

@@ -40,6 +40,12 @@ TEST_F(CProgressWindowTest, ShowsWorkUntilItEndsAndLetsItBeCancelled)
     EXPECT_EQ(GetDialog(), nullptr);
     EXPECT_TRUE(progress.TakeCancelled());
     EXPECT_FALSE(progress.TakeCancelled()) << "taken already";
+
+    ASSERT_TRUE(progress.Report(&m_Parent, "Writing heights", 0.5F));
+    GetDialog()->findChild<QPushButton*>()->click();
+    EXPECT_FALSE(progress.Report(&m_Parent, "Writing heights", 0.75F));
+    QApplication::processEvents(); // nobody asked in time
+    EXPECT_FALSE(progress.TakeCancelled());
 }
 
 TEST_F(CProgressWindowTest, ShortWorkShowsNothing)
