@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
-"""Draws the brush shapes and the sample mask: 8-bit grey PNG files, standard library only.
+"""Draws the brush shapes, the sample mask (8-bit grey) and the small pictures of the property list: PNG files,
+standard library only.
 
-usage: data/draw.py            writes data/brushes/*.png and data/samples/*.png
+usage: data/draw.py            writes data/brushes/*.png, data/samples/*.png and data/interface/*.png
 """
 import math
 import os
@@ -17,9 +18,13 @@ def write_png(path, side, shade):
         rows.append(0)
         for x in range(side):
             rows.append(max(0, min(255, round(255 * shade(x, y)))))
+    write_rows(path, side, side, 0, rows)
+
+
+def write_rows(path, width, height, color_type, rows):
     chunk = lambda kind, data: struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
     with open(os.path.join(HERE, path), "wb") as f:
-        f.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", side, side, 8, 0, 0, 0, 0))
+        f.write(b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, color_type, 0, 0, 0))
                 + chunk(b"IDAT", zlib.compress(bytes(rows), 9)) + chunk(b"IEND", b""))
 
 
@@ -62,6 +67,37 @@ def stripes(side, x, y):
     return smooth(0.5 + 2.2 * math.sin((x + 0.6 * y) * 2 * math.pi * 14 / side))
 
 
+# Before the names of a property list: closed, open, read only. Pure blue is transparent, so there are no
+# softened edges; the grey is seen on a light ground and on a dark one.
+STATES = """
+................................................
+................................................
+................................................
+......#.........................................
+......##..............................####......
+......###...........................##....##....
+......####.......##########.........#......#....
+......#####.......########..........#......#....
+......#####........######..........##########...
+......####..........####...........##########...
+......###............##............####..####...
+......##...........................####..####...
+......#............................##########...
+...................................##########...
+................................................
+................................................
+""".split()
+
+
+def write_states(path):
+    rows = bytearray()
+    for line in STATES:
+        rows.append(0)
+        for sign in line:
+            rows += bytes((0x80, 0x80, 0x80) if sign == "#" else (0, 0, 255))
+    write_rows(path, len(STATES[0]), len(STATES), 2, rows)
+
+
 if __name__ == "__main__":
     side = 128
     write_png("brushes/round.png", side, lambda x, y: smooth(1 - radius(side, x, y)))
@@ -70,3 +106,4 @@ if __name__ == "__main__":
     write_png("brushes/square.png", side, lambda x, y: square(side, x, y))
     write_png("brushes/rock.png", side, lambda x, y: rock(side, x, y))
     write_png("samples/stripes.png", 256, lambda x, y: stripes(256, x, y))
+    write_states("interface/_state.png")

@@ -3,6 +3,7 @@
 #include "host/HostTypes.h"
 
 #include <string>
+#include <vector>
 
 class CRTTIObject;
 class World;
@@ -27,6 +28,7 @@ public:
     virtual ITextMacroTable* GetTextMacroTable() = 0;     // borrowed, never null
     virtual World* GetWorld() = 0;                        // borrowed, lives as long as the engine
     virtual CRTTIObject* FindObjectById(int32_t iId) = 0; // borrowed, null when unknown
+    virtual std::vector<CRTTIObject*> GetObjects() = 0;   // all of them by identifier, borrowed
 
     // Camera moves in terrain units; a view without a camera is ignored.
     virtual void StepCameraVertical(ViewId view, float fStep) = 0;

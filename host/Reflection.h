@@ -261,6 +261,17 @@ public:
 
     virtual int32_t GetObjectId() const { return 0; }
 
+    // The STATIC flag: part of the level for good, no pointer field may be set to it.
+    virtual bool IsStaticObject() const { return false; }
+
+    // An object was made for a pointer field of this one, or for an element of a list (iElement;
+    // -1: none). True: it is this object's from now on, the field points to it and the one before
+    // is gone. False: nothing happened, the caller keeps it; so do objects that own nothing.
+    virtual bool AdoptObject(CRTTIField* /*pField*/, int /*iElement*/, CRTTIObject* /*pNew*/)
+    {
+        return false;
+    }
+
     virtual void OnFieldChanged(CRTTIField* /*pField*/) {}
 
     virtual void OnFailedToLoadField(CRTTIField* /*pField*/) {}

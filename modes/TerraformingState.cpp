@@ -56,19 +56,21 @@ void ApplyEditOverlay(EEditOverlay eOverlay)
     }
 }
 
+bool IsTerraformingOn()
+{
+    const PluginContext* pContext = GetPluginContext();
+    EditorHost* pHost = pContext->GetEditorHost();
+    return pHost != nullptr &&
+           pHost->GetModeManager()->GetCurrentModeId() == pContext->GetTerraformingModeId();
+}
+
 void SetEditMaterialName(const char* pszName)
 {
     std::string& strMaterial = GetTerraformingState().strEditMaterial;
     strMaterial = pszName != nullptr ? pszName : "";
-    const PluginContext* pContext = GetPluginContext();
-    EditorHost* pHost = pContext->GetEditorHost();
-    World* pWorld = pContext->GetWorld();
-    if (pHost == nullptr || pWorld == nullptr ||
-        pHost->GetModeManager()->GetCurrentModeId() != pContext->GetTerraformingModeId())
-    {
-        return;
-    }
-    if (Terrain* pTerrain = pWorld->GetTerrain())
+    World* pWorld = GetPluginContext()->GetWorld();
+    Terrain* pTerrain = pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
+    if (pTerrain != nullptr && IsTerraformingOn())
     {
         pTerrain->SetEditMaterial(strMaterial.c_str());
     }

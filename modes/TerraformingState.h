@@ -35,5 +35,7 @@ enum class EEditOverlay
 };
 void ApplyEditOverlay(EEditOverlay eOverlay);
 
+bool IsTerraformingOn(); // it is the host's current mode
+
 // The terrain material used while editing, null for none; shown at once while terraforming.
 void SetEditMaterialName(const char* pszName);

@@ -6,12 +6,13 @@ class ITerrainPanel
 {
 public:
     virtual ~ITerrainPanel() = default;
-    virtual void StoreEditFields() = 0; // takes over what is being typed
-    virtual float GetMinExtent() const = 0;
-    virtual float GetMaxExtent() const = 0;
+    // Reads all fields and hands the limits of the extent to the plug-in object; before the panel
+    // is closed.
+    virtual void StoreExtentLimits() = 0;
     virtual void RefreshBrushControls() = 0; // parameters, tool properties, function buttons
     virtual void EnableBrushControls() = 0;  // by whether there is a current brush
-    virtual void RefreshExtent() = 0;
-    virtual void RefreshProperties() = 0;
-    virtual void RefillResolutions() = 0;
+    virtual void RefreshToolProperties() = 0;
+    virtual void RefreshExtent() = 0; // field and slider of the extent alone
+    virtual void FillBrushList() = 0;
+    virtual void FillResolutionList() = 0;
 };

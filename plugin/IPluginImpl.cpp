@@ -1,5 +1,6 @@
 #include "plugin/IPluginImpl.h"
 
+#include "brushes/BrushFileCopy.h"
 #include "brushes/CTellurBrush.h"
 #include "framework/core/CResourceScope.h"
 #include "framework/core/ResourceModule.h"
@@ -76,6 +77,7 @@ void IPluginImpl::Initialize()
     m_pEditorHost->RegisterPluginB(this);
     RegisterModes();
     InitializeFunctionsAndBrushes();
+    RecoverBrushFile(PREDEFINED_BRUSHES);
     m_BrushContainer.LoadPredefinedBrushes(PREDEFINED_BRUSHES);
     m_pCurrentBrush = nullptr;
     ReleaseBrushPreview();
@@ -230,6 +232,11 @@ void IPluginImpl::SetCurrentBrush(CTellurBrush* pBrush)
     }
 }
 
+const SResourceModule* IPluginImpl::GetResourceModule() const
+{
+    return &GetPluginResources();
+}
+
 bool IPluginImpl::UpdateTerrainNormals()
 {
     Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
@@ -240,7 +247,7 @@ void IPluginImpl::RefreshPanelProperties()
 {
     if (m_pPanel != nullptr)
     {
-        m_pPanel->RefreshProperties();
+        m_pPanel->RefreshToolProperties();
     }
 }
 

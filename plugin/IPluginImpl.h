@@ -110,12 +110,24 @@ public:
 
     CFunctionContainer* GetFunctionContainer() override { return &m_FunctionContainer; }
 
+    CBrushContainer* GetBrushContainer() override { return &m_BrushContainer; }
+
+    bool AddBrushToPredefined(CTellurBrush* pBrush) override;
+    void UsePredefinedBrush(const CTellurBrush& brush) override;
+
     bool IsAutoUpdateNormals() const override { return m_bAutoUpdateNormals; }
+
+    void SetAutoUpdateNormals(bool bOn) override { m_bAutoUpdateNormals = bOn; }
 
     bool UpdateTerrainNormals() override;
     void CheckHeightMapWritable() override;
 
+    bool SaveHeightMap(const char* pszPath) override;
+    void ChangeHeightMapResolution(int32_t iVertices) override;
+
     int GetTerraformingModeId() const override { return m_TerraformingModeId; }
+
+    void EnableTerraforming(bool bEnable) override;
 
     void SetToolBarButton(uint32_t uCommand, bool bPressed) override;
 
@@ -123,31 +135,18 @@ public:
 
     SExtentLimits GetExtentLimits() const override { return m_ExtentLimits; }
 
+    void SetExtentLimits(const SExtentLimits& limits) override { m_ExtentLimits = limits; }
+
+    const SResourceModule* GetResourceModule() const override;
+
     bool GetToolTipText(SToolTipText& tip) const override;
     void RefreshPanelProperties() override;
     void RefreshPanelExtent() override;
 
     SDragStatistics& GetDragStatistics() override { return m_DragStatistics; }
 
-    // What panel and host reach beside the interfaces.
+    // What the host reaches beside the interfaces.
     bool SetMode(int32_t iModeId, int32_t iParameter);
-    void EnableTerraforming(bool bEnable);
-    // Asks for a name and adds a clone; false without a brush and when cancelled.
-    bool AddBrushToPredefined(CTellurBrush* pBrush);
-    // Asks for a file when the path is null or empty. False when cancelled, without a terrain and
-    // when the terrain cannot write.
-    bool SaveHeightMap(const char* pszPath);
-    // Resamples the heights to that many vertices per side (33, 65, ... from such a size), keeps
-    // the level's height-map file as ".bak" unless there is one, writes a new one and has it
-    // loaded. Nothing happens without a level, a file name or a change; a failed write is logged.
-    void ChangeHeightMapResolution(int32_t iVertices);
-    // What picking a predefined brush in the panel's list does: tries to switch terraforming on,
-    // lets a copy replace the tool brush of its function and makes that current.
-    void UsePredefinedBrush(const CTellurBrush& brush);
-
-    void SetAutoUpdateNormals(bool bOn) { m_bAutoUpdateNormals = bOn; }
-
-    CBrushContainer& GetBrushContainer() { return m_BrushContainer; }
 
     int32_t Get2DDrawUndoDepth() const { return m_2DDrawUndoMgrStackSize; }
 

@@ -167,8 +167,7 @@ void IPluginImpl::TogglePanel()
 {
     if (m_pPanel != nullptr)
     {
-        m_pPanel->StoreEditFields();
-        m_ExtentLimits = {m_pPanel->GetMinExtent(), m_pPanel->GetMaxExtent()};
+        m_pPanel->StoreExtentLimits();
         SetToolBarButton(COMMAND_TOGGLE_PANEL, false);
         m_pEditorHost->ClosePluginView();
         return;
@@ -343,7 +342,7 @@ void IPluginImpl::OnHostNotify(int32_t iCode, uintptr_t /*uReserved*/)
     case NOTIFY_LEVEL_CHANGED:
         if (m_pPanel != nullptr)
         {
-            m_pPanel->RefillResolutions();
+            m_pPanel->FillResolutionList();
         }
         break;
     case NOTIFY_HOST_GOES:

@@ -2,6 +2,7 @@
 
 #include "host/HostTypes.h"
 
+class CBrushContainer;
 class CFunctionContainer;
 class CTellurBrush;
 class EditorHost;
@@ -9,6 +10,7 @@ class EngineHost;
 class ITerrainPanel;
 class World;
 struct SDragStatistics;
+struct SResourceModule;
 struct SToolTipText;
 
 // The panel's limits of the brush extent, terrain units; 0 before the panel was open.
@@ -36,17 +38,35 @@ public:
     virtual CTellurBrush* GetCurrentBrush() const = 0;      // borrowed, null when none
     virtual void SetCurrentBrush(CTellurBrush* pBrush) = 0; // borrowed until replaced
     virtual CFunctionContainer* GetFunctionContainer() = 0; // borrowed, may be null in a test
+    virtual CBrushContainer* GetBrushContainer() = 0;       // borrowed, may be null in a test
+    // Asks for a name and adds a clone to the predefined brushes; false without a brush and when
+    // cancelled.
+    virtual bool AddBrushToPredefined(CTellurBrush* pBrush) = 0;
+    // What picking a predefined brush in the panel's list does: tries to switch terraforming on,
+    // lets a copy replace the tool brush of its function and makes that current.
+    virtual void UsePredefinedBrush(const CTellurBrush& brush) = 0;
 
     virtual bool IsAutoUpdateNormals() const = 0;
+    virtual void SetAutoUpdateNormals(bool bOn) = 0;
     virtual bool UpdateTerrainNormals() = 0;   // the terrain's answer; false without one
     virtual void CheckHeightMapWritable() = 0; // warns when the height-map file is read-only
+    // Asks for a file when the path is null or empty. False when cancelled, without a terrain and
+    // when the terrain cannot write.
+    virtual bool SaveHeightMap(const char* pszPath) = 0;
+    // Resamples the heights to that many vertices per side (33, 65, ... from such a size), keeps
+    // the level's height-map file as ".bak" unless there is one, writes a new one and has it
+    // loaded. Nothing happens without a level, a file name or a change; a failed write is logged.
+    virtual void ChangeHeightMapResolution(int32_t iVertices) = 0;
     virtual int GetTerraformingModeId() const = 0;
+    virtual void EnableTerraforming(bool bEnable) = 0; // one logged line when it is so already
     virtual void SetToolBarButton(uint32_t uCommand, bool bPressed) = 0;
 
     // The open panel sets itself on creation and null on destruction.
     virtual void SetPanel(ITerrainPanel* pPanel) = 0;
     // As they were when the panel was closed last.
     virtual SExtentLimits GetExtentLimits() const = 0;
+    virtual void SetExtentLimits(const SExtentLimits& limits) = 0;
+    virtual const SResourceModule* GetResourceModule() const = 0; // this library's
     // The text of a control from the plug-in's string table; false when the tool is no control.
     virtual bool GetToolTipText(SToolTipText& tip) const = 0;
     // Nothing while the panel is closed.

@@ -13,6 +13,7 @@
 #include "modes/TerraformingState.h"
 #include "modification/CTerrainModification.h"
 #include "parser/KeywordValues.h"
+#include "panel/ITerrainPanel.h"
 #include "plugin/IPluginImpl.h"
 #include "resources/PluginResources.h"
 
@@ -125,6 +126,10 @@ bool IPluginImpl::PlayBrushFile(const CTCPARSE_KEYWORD* pKeyword, std::string& /
     {
         CrashLog("[IPluginImpl::PlayBrushFile] %s cannot be read\n",
                  pszPath != nullptr ? pszPath : "");
+    }
+    if (m_pPanel != nullptr)
+    {
+        m_pPanel->FillBrushList();
     }
     return true;
 }

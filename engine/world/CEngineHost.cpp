@@ -51,6 +51,16 @@ CRTTIObject* CEngineHost::FindObjectById(int32_t iId)
     return found != m_Objects.end() ? found->second : nullptr;
 }
 
+std::vector<CRTTIObject*> CEngineHost::GetObjects()
+{
+    std::vector<CRTTIObject*> objects;
+    for (const auto& [iId, pObject] : m_Objects)
+    {
+        objects.push_back(pObject);
+    }
+    return objects;
+}
+
 void CEngineHost::StepCameraVertical(ViewId view, float fStep)
 {
     if (CCamera* pCamera = m_World.GetCameraList().GetCameraOfView(view))

@@ -32,6 +32,7 @@ public:
     ITextMacroTable* GetTextMacroTable() override;
     World* GetWorld() override;
     CRTTIObject* FindObjectById(int32_t iId) override;
+    std::vector<CRTTIObject*> GetObjects() override;
     void StepCameraVertical(ViewId view, float fStep) override;
     void StrafeCamera(ViewId view, const SVec3& offset) override;
     void DollyCamera(ViewId view, float fDistance) override;

@@ -1,5 +1,6 @@
 #include "framework/core/Capture.h"
 #include "framework/core/ChooseColor.h"
+#include "framework/core/ChooseFolder.h"
 #include "framework/core/CursorPos.h"
 #include "framework/core/IFrontEnd.h"
 #include "framework/core/KeyState.h"
@@ -35,6 +36,8 @@ public:
     }
 
     bool ChooseColor(uint32_t&) override { return false; }
+
+    bool ChooseFolder(std::string&) override { return false; }
 
     uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
 
@@ -97,6 +100,11 @@ EMessageBoxAnswer ShowMessageBox(const char* pszText, uint32_t uFlags)
 bool ChooseColor(uint32_t& uColor)
 {
     return GetFrontEnd().ChooseColor(uColor);
+}
+
+bool ChooseFolder(std::string& strFolder)
+{
+    return GetFrontEnd().ChooseFolder(strFolder);
 }
 
 uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point)

@@ -3,6 +3,7 @@
 #include "host/Export.h"
 
 #include <cstdint>
+#include <string>
 
 class CMenu;
 struct SCursorResource;
@@ -40,7 +41,7 @@ enum class EMessageBoxAnswer
 
 // What the framework asks of the window system. The program with the windows, or the player of a
 // script, puts its own in place; the rest of the code only calls the functions of Cursor.h,
-// Capture.h, ChooseColor.h, CursorPos.h, KeyState.h, MessageBox.h and PopupMenu.h. UI thread.
+// Capture.h, ChooseColor.h, ChooseFolder.h, CursorPos.h, KeyState.h, MessageBox.h and PopupMenu.h. UI thread.
 class TELLUR_API IFrontEnd
 {
 public:
@@ -60,6 +61,8 @@ public:
     // uColor: red | green << 8 | blue << 16, what the chooser starts with. False, with the colour
     // kept, when it is cancelled.
     virtual bool ChooseColor(uint32_t& uColor) = 0;
+    // As ChooseColor, for a folder.
+    virtual bool ChooseFolder(std::string& strFolder) = 0;
     // Shows the menu and returns the id of the chosen item, 0 for none.
     virtual uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point) = 0;
 };

@@ -48,3 +48,12 @@ void CButton::Click()
         pButton->click();
     }
 }
+
+void CButton::ReleasePress()
+{
+    auto* pButton = GetNode() != nullptr ? GetNode()->GetAs<QAbstractButton>() : nullptr;
+    if (pButton != nullptr)
+    {
+        pButton->setDown(false);
+    }
+}

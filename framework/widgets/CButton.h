@@ -28,4 +28,5 @@ public:
     int GetCheck() const;
     uint32_t GetStyle() const; // EControlStyle
     void Click();              // as a click of the mouse
+    void ReleasePress();       // is not held down any more, without a click
 };

@@ -69,6 +69,10 @@ void CFormWindow::OnScroll(FNotifyHandler onScroll)
 
 bool CFormWindow::OnChildNotify(SNotification& notification)
 {
+    if (notification.eKind == ENotify::FocusLost)
+    {
+        ShowAgain(notification.uId);
+    }
     if (notification.eKind == ENotify::Scrolled && m_OnScroll)
     {
         m_OnScroll(notification);
@@ -119,7 +123,7 @@ CWindowNode* CFormWindow::FindItem(uint32_t uId) const
 
 void CFormWindow::ReadControls()
 {
-    for (const SBoundVariable& bound : m_Variables)
+    for (SBoundVariable& bound : m_Variables)
     {
         const CWindowNode* pNode = FindItem(bound.uId);
         if (pNode == nullptr)
@@ -129,6 +133,7 @@ void CFormWindow::ReadControls()
         if (auto* const* ppValue = std::get_if<float*>(&bound.pVariable))
         {
             ReadFieldValue(GetWidgetText(*pNode->GetWidget()), **ppValue);
+            bound.fShown = **ppValue;
         }
         else if (auto* const* ppText = std::get_if<std::string*>(&bound.pVariable))
         {
@@ -146,7 +151,7 @@ void CFormWindow::WriteControls()
     // Each write notifies, and a handler may read the controls: what is written must not be what an
     // earlier write has changed.
     std::vector<std::pair<uint32_t, std::string>> texts;
-    for (const SBoundVariable& bound : m_Variables)
+    for (SBoundVariable& bound : m_Variables)
     {
         CWindowNode* pNode = FindItem(bound.uId);
         if (pNode == nullptr)
@@ -155,10 +160,11 @@ void CFormWindow::WriteControls()
         }
         if (auto* const* ppValue = std::get_if<float*>(&bound.pVariable))
         {
-            if (!ReadsAsValue(GetWidgetText(*pNode->GetWidget()), **ppValue))
+            if (NeedsText(bound, *pNode))
             {
                 texts.emplace_back(bound.uId, FormatFieldValue(**ppValue));
             }
+            bound.fShown = **ppValue;
         }
         else if (auto* const* ppText = std::get_if<std::string*>(&bound.pVariable))
         {
@@ -172,6 +178,28 @@ void CFormWindow::WriteControls()
     for (const auto& [uId, strText] : texts)
     {
         SetItemText(uId, strText.c_str());
+    }
+}
+
+bool CFormWindow::NeedsText(const SBoundVariable& bound, const CWindowNode& node) const
+{
+    const float fValue = *std::get<float*>(bound.pVariable);
+    const std::string strText = GetWidgetText(*node.GetWidget());
+    float fTyped = fValue;
+    const bool bTyping = node.GetWidget()->hasFocus() && !ReadFieldValue(strText, fTyped);
+    return !ReadsAsValue(strText, fValue) && !(bTyping && fValue == bound.fShown);
+}
+
+void CFormWindow::ShowAgain(uint32_t uId)
+{
+    for (const SBoundVariable& bound : m_Variables)
+    {
+        auto* const* ppValue = std::get_if<float*>(&bound.pVariable);
+        float fTyped = 0.0F;
+        if (bound.uId == uId && ppValue != nullptr && !ReadFieldValue(GetItemText(uId), fTyped))
+        {
+            SetItemText(uId, FormatFieldValue(**ppValue).c_str());
+        }
     }
 }
 

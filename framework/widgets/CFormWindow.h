@@ -18,8 +18,10 @@ public:
 
     // Every variable takes what its control shows, unless that cannot be read: then it stays.
     void ReadControls();
-    // Every control shows its variable. A text that reads as the value already is left as it is, so
-    // writing back does not disturb who types.
+    // Every control shows its variable. A text that reads as the value already is left as it is,
+    // and so is one under the keyboard's focus that is no value yet as long as the variable stays
+    // the same: writing back does not disturb who types. When the focus leaves such a text, its
+    // variable is shown again.
     void WriteControls();
 
     // By id; nothing and an empty answer when the template lacks it.
@@ -75,9 +77,12 @@ private:
     {
         uint32_t uId = 0;
         Variable pVariable;
+        float fShown = 0.0F; // a float's value when it was read or written last
     };
 
     CWindowNode* FindItem(uint32_t uId) const;
+    bool NeedsText(const SBoundVariable& bound, const CWindowNode& node) const;
+    void ShowAgain(uint32_t uId);
 
     uint32_t m_TemplateId;
     std::map<uint32_t, CWindow*> m_Objects;

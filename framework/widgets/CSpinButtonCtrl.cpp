@@ -79,3 +79,11 @@ void CSpinButtonCtrl::Step(bool bUp)
         pSpin->Step(bUp);
     }
 }
+
+void CSpinButtonCtrl::StopRepeat()
+{
+    if (CSpinWidget* pSpin = GetSpin(GetNode()))
+    {
+        pSpin->StopRepeat();
+    }
+}

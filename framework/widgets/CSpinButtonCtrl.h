@@ -21,4 +21,5 @@ public:
 protected:
     // One click on an arrow, as the mouse and the keys make it.
     void Step(bool bUp);
+    void StopRepeat(); // an arrow that is held does not step any more
 };

@@ -9,6 +9,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QCursor>
+#include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPixmap>
@@ -196,6 +197,22 @@ bool CWidgetFrontEnd::ChooseColor(uint32_t& uColor)
     uColor = MakeColor(static_cast<uint8_t>(chosen.red()),
                        static_cast<uint8_t>(chosen.green()),
                        static_cast<uint8_t>(chosen.blue()));
+    return true;
+}
+
+bool CWidgetFrontEnd::ChooseFolder(std::string& strFolder)
+{
+    const QString strChosen =
+        QFileDialog::getExistingDirectory(QApplication::activeWindow(),
+                                          QString(),
+                                          QString::fromStdString(strFolder),
+                                          QFileDialog::ShowDirsOnly |
+                                              QFileDialog::DontUseNativeDialog);
+    if (strChosen.isEmpty())
+    {
+        return false;
+    }
+    strFolder = strChosen.toStdString();
     return true;
 }
 

@@ -26,6 +26,7 @@ public:
     void ReleaseCapture() override;
     EMessageBoxAnswer MessageBox(const char* pszText, uint32_t uFlags) override;
     bool ChooseColor(uint32_t& uColor) override;
+    bool ChooseFolder(std::string& strFolder) override;
     uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point) override;
 
 private:

@@ -75,6 +75,10 @@ protected:
 
     virtual bool OnKeyDown(const SKeyEvent&) { return false; }
 
+    // Asked of the control that has the focus before the program's shortcuts: true keeps the key
+    // here, so that it comes as a key.
+    virtual bool TakesShortcut(const SKeyEvent&) { return false; }
+
     virtual void OnSetFocus() {}
 
     virtual void OnKillFocus() {}

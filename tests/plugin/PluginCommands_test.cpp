@@ -46,7 +46,7 @@ TEST_F(CPluginCommands, ThePanelCommandOpensAndCloses)
     EXPECT_EQ(
         Command(1),
         (Lines{
-            "Panel.StoreEditFields()", "ToolBar(0 1)", "ToolBar(0 0)", "Host.ClosePluginView()"}));
+            "Panel.StoreExtentLimits()", "ToolBar(0 1)", "ToolBar(0 0)", "Host.ClosePluginView()"}));
     EXPECT_EQ(m_Plugin->GetExtentLimits().fMin, 12.5F);
     EXPECT_EQ(m_Plugin->GetExtentLimits().fMax, 8000.0F);
     m_Plugin->SetPanel(nullptr);
@@ -193,7 +193,7 @@ TEST_F(CPluginCommands, ANewBrushReplacesPreviewOverlayAndPanelState)
 TEST_F(CPluginCommands, AddingABrushAsksForItsName)
 {
     const std::string strAsk = "Host.PromptText(Set brush name, Name :, )";
-    const auto& predefined = m_Plugin->GetBrushContainer().GetPredefined();
+    const auto& predefined = m_Plugin->GetBrushContainer()->GetPredefined();
     EXPECT_FALSE(m_Plugin->AddBrushToPredefined(nullptr));
     EXPECT_EQ(m_Log.TakeLines(), (Lines{"[IPluginImpl::AddBrushToPredefined] no brush"}));
     EXPECT_EQ(TakeCalls(), Lines{});
@@ -224,7 +224,7 @@ TEST_F(CPluginCommands, NotificationsReleaseTheButtonRefillAndForgetTheHost)
     Command(1);
     EXPECT_EQ(notify(5), Lines{}) << "no panel to refill";
     OpenPanel();
-    EXPECT_EQ(notify(5), (Lines{"Panel.RefillResolutions()"}));
+    EXPECT_EQ(notify(5), (Lines{"Panel.FillResolutionList()"}));
     for (const int32_t iCode : {0, 2, 3, 4, 6, 9, 11, -1})
     {
         EXPECT_EQ(notify(iCode), Lines{}) << iCode;
@@ -242,7 +242,7 @@ TEST_F(CPluginCommands, NotificationsReleaseTheButtonRefillAndForgetTheHost)
     EXPECT_FALSE(m_Plugin->SaveHeightMap(nullptr));
     EXPECT_FALSE(m_Plugin->UpdateTerrainNormals());
     m_Plugin->CheckHeightMapWritable();
-    m_Plugin->SetCurrentBrush(m_Plugin->GetBrushContainer().FindBrush("SetHeightFunction"));
+    m_Plugin->SetCurrentBrush(m_Plugin->GetBrushContainer()->FindBrush("SetHeightFunction"));
     m_Plugin->OnMouseMove(1, 0, 0, 0, 0, 0, 0, 0);
     EXPECT_EQ(TakeCalls(), Lines{});
     EXPECT_EQ(m_Log.GetText(), "");

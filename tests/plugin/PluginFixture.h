@@ -30,21 +30,23 @@ public:
     {
     }
 
-    void StoreEditFields() override { AddCall(pCalls, "Panel.StoreEditFields()"); }
-
-    float GetMinExtent() const override { return 12.5F; }
-
-    float GetMaxExtent() const override { return 8000.0F; }
+    void StoreExtentLimits() override
+    {
+        AddCall(pCalls, "Panel.StoreExtentLimits()");
+        GetPluginContext()->SetExtentLimits({12.5F, 8000.0F});
+    }
 
     void RefreshBrushControls() override { AddCall(pCalls, "Panel.RefreshBrushControls()"); }
 
     void EnableBrushControls() override { AddCall(pCalls, "Panel.EnableBrushControls()"); }
 
+    void RefreshToolProperties() override { AddCall(pCalls, "Panel.RefreshToolProperties()"); }
+
     void RefreshExtent() override { AddCall(pCalls, "Panel.RefreshExtent()"); }
 
-    void RefreshProperties() override { AddCall(pCalls, "Panel.RefreshProperties()"); }
+    void FillBrushList() override { AddCall(pCalls, "Panel.FillBrushList()"); }
 
-    void RefillResolutions() override { AddCall(pCalls, "Panel.RefillResolutions()"); }
+    void FillResolutionList() override { AddCall(pCalls, "Panel.FillResolutionList()"); }
 
     FakeCalls* pCalls;
 };
@@ -168,7 +170,7 @@ protected:
     // The tool brush of a function, made current.
     CTellurBrush* UseToolBrush(const char* pszFunction)
     {
-        CTellurBrush* pBrush = m_Plugin->GetBrushContainer().FindBrush(pszFunction);
+        CTellurBrush* pBrush = m_Plugin->GetBrushContainer()->FindBrush(pszFunction);
         m_Plugin->SetCurrentBrush(pBrush);
         TakeCalls();
         return pBrush;

@@ -65,7 +65,7 @@ TEST_F(CPluginInitialize, CallsTheHostInItsFixedOrder)
     EXPECT_EQ(m_Log.GetText(), "");
     EXPECT_EQ(m_Plugin->GetCurrentBrush(), nullptr);
 
-    EXPECT_EQ(m_Plugin->GetBrushContainer().GetPredefined().size(), 2U);
+    EXPECT_EQ(m_Plugin->GetBrushContainer()->GetPredefined().size(), 2U);
 
     // The registered setting is the plug-in's own number.
     *static_cast<int32_t*>(m_Host.settings.at(0).pValue) = 33;
@@ -95,14 +95,14 @@ TEST_F(CPluginInitialize, AHostWithoutToolBarTerrainOrBrushFileIsNoObstacle)
     EXPECT_EQ(m_Host.pPluginToolBar->GetButtonCount(), 0U);
     EXPECT_EQ(TakeCalls().size(), 9U) << "no terrain to take the overlay from";
     EXPECT_EQ(m_Log.GetText(), "");
-    EXPECT_TRUE(m_Plugin->GetBrushContainer().GetPredefined().empty());
+    EXPECT_TRUE(m_Plugin->GetBrushContainer()->GetPredefined().empty());
 }
 
 TEST_F(CPluginInitialize, MakesOneToolBrushPerFunction)
 {
     Initialize();
     Lines brushes;
-    for (const auto& pBrush : m_Plugin->GetBrushContainer().GetTools())
+    for (const auto& pBrush : m_Plugin->GetBrushContainer()->GetTools())
     {
         SCOPED_TRACE(pBrush->GetName());
         brushes.emplace_back(pBrush->GetName());
@@ -117,7 +117,7 @@ TEST_F(CPluginInitialize, MakesOneToolBrushPerFunction)
 TEST_F(CPluginInitialize, DoingItTwiceReportsEveryFunctionAndKeepsTheBrushes)
 {
     m_Plugin->Initialize();
-    const CTellurBrush* pFirst = m_Plugin->GetBrushContainer().FindBrush("SetHeightFunction");
+    const CTellurBrush* pFirst = m_Plugin->GetBrushContainer()->FindBrush("SetHeightFunction");
     m_Log.Clear();
     m_Plugin->Initialize();
     Lines expected;
@@ -130,7 +130,7 @@ TEST_F(CPluginInitialize, DoingItTwiceReportsEveryFunctionAndKeepsTheBrushes)
                            " function");
     }
     EXPECT_EQ(m_Log.TakeLines(), expected);
-    EXPECT_EQ(m_Plugin->GetBrushContainer().FindBrush("SetHeightFunction"), pFirst);
+    EXPECT_EQ(m_Plugin->GetBrushContainer()->FindBrush("SetHeightFunction"), pFirst);
 }
 
 TEST_F(CPluginInitialize, CommandTextsComeFromTheStringTable)

@@ -36,8 +36,20 @@ bool CFakeFrontEnd::ChooseColor(uint32_t& uColor)
     return bChosen;
 }
 
+bool CFakeFrontEnd::ChooseFolder(std::string& strFolder)
+{
+    AddCall(&calls, "FrontEnd.ChooseFolder(%s)", strFolder.c_str());
+    strFolder = strChosenFolder.empty() ? strFolder : strChosenFolder;
+    return !strChosenFolder.empty();
+}
+
 uint32_t CFakeFrontEnd::TrackPopupMenu(const CMenu& menu, SScreenPoint point)
 {
+    menuTexts.clear();
+    for (size_t i = 0; i < menu.GetItemCount(); ++i)
+    {
+        menuTexts.push_back(menu.GetItemText(i));
+    }
     AddCall(&calls,
             "FrontEnd.TrackPopupMenu(%zu items, %d, %d)",
             menu.GetItemCount(),

@@ -29,6 +29,7 @@ public:
     void ReleaseCapture() override;
     EMessageBoxAnswer MessageBox(const char* pszText, uint32_t uFlags) override;
     bool ChooseColor(uint32_t& uColor) override;
+    bool ChooseFolder(std::string& strFolder) override;
     uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point) override;
 
     std::set<EKey> keys;
@@ -36,7 +37,9 @@ public:
     const SCursorResource* pCursor = nullptr;
     EMessageBoxAnswer eAnswer = EMessageBoxAnswer::Ok;
     uint32_t uChosenColor = 0xFFFFFFFF; // what the chooser answers; all bits: it is cancelled
+    std::string strChosenFolder;        // empty: it is cancelled
     uint32_t uChosenItem = 0;           // of a menu
+    std::vector<std::string> menuTexts; // of the last menu, "" for a separator
     FakeCalls calls;                    // capture, message boxes, choosers and menus
 
 private:

@@ -227,18 +227,36 @@ public:
 
     CFunctionContainer* GetFunctionContainer() override { return pFunctions; }
 
+    CBrushContainer* GetBrushContainer() override { return nullptr; }
+
+    bool AddBrushToPredefined(CTellurBrush*) override { return false; }
+
+    void UsePredefinedBrush(const CTellurBrush&) override {}
+
     bool IsAutoUpdateNormals() const override { return bAutoUpdateNormals; }
+
+    void SetAutoUpdateNormals(bool bOn) override { bAutoUpdateNormals = bOn; }
 
     bool UpdateTerrainNormals() override;
     void CheckHeightMapWritable() override;
 
+    bool SaveHeightMap(const char*) override { return false; }
+
+    void ChangeHeightMapResolution(int32_t) override {}
+
     int GetTerraformingModeId() const override { return iTerraformingModeId; }
+
+    void EnableTerraforming(bool) override {}
 
     void SetToolBarButton(uint32_t uCommand, bool bPressed) override;
 
     void SetPanel(ITerrainPanel*) override {}
 
     SExtentLimits GetExtentLimits() const override { return {}; }
+
+    void SetExtentLimits(const SExtentLimits&) override {}
+
+    const SResourceModule* GetResourceModule() const override { return nullptr; }
 
     bool GetToolTipText(SToolTipText&) const override { return false; }
 

@@ -1,5 +1,7 @@
 #include "tests/support/FakeWorld.h"
 
+#include "host/Reflection.h"
+
 #include "host/Image.h"
 
 #include <algorithm>
@@ -301,6 +303,18 @@ void CFakeWorld::ReloadTerrain()
     {
         pOnReload(*this);
     }
+}
+
+CRTTIObject* CFakeEngineHost::FindObjectById(int32_t iId)
+{
+    for (CRTTIObject* pObject : objects)
+    {
+        if (pObject->GetObjectId() == iId)
+        {
+            return pObject;
+        }
+    }
+    return nullptr;
 }
 
 void CFakeEngineHost::StepCameraVertical(ViewId view, float fStep)

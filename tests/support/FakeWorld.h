@@ -194,11 +194,13 @@ public:
 
     int ReloadTexture(const char*) override { return 1; }
 
-    ITextMacroTable* GetTextMacroTable() override { return nullptr; }
+    ITextMacroTable* GetTextMacroTable() override { return pMacros; }
 
     World* GetWorld() override { return pWorld; }
 
-    CRTTIObject* FindObjectById(int32_t /*iId*/) override { return nullptr; }
+    CRTTIObject* FindObjectById(int32_t iId) override;
+
+    std::vector<CRTTIObject*> GetObjects() override { return objects; }
 
     void StepCameraVertical(ViewId view, float fStep) override;
     void StrafeCamera(ViewId view, const SVec3& offset) override;
@@ -210,6 +212,8 @@ public:
     DrawLines(uint32_t uCount, const SVec3* pPoints, int iClosed, const SColor& color) override;
 
     World* pWorld;
+    std::vector<CRTTIObject*> objects;
+    ITextMacroTable* pMacros = nullptr;
     std::vector<SVec3> linePoints; // of the last DrawLines
     SColor lineColor;
     FakeCalls* pCalls;

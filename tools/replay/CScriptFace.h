@@ -42,6 +42,8 @@ public:
 
     bool ChooseColor(uint32_t&) override { return false; }
 
+    bool ChooseFolder(std::string&) override { return false; }
+
     uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
 
 private:

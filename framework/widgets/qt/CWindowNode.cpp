@@ -233,6 +233,8 @@ bool CWindowNode::Handle(QObject* pWatched, QEvent* pEvent)
         return HandleMouse(*static_cast<QMouseEvent*>(pEvent));
     case QEvent::KeyPress:
         return HandleKey(*static_cast<QKeyEvent*>(pEvent));
+    case QEvent::ShortcutOverride:
+        return HandleShortcut(*static_cast<QKeyEvent*>(pEvent));
     case QEvent::ToolTip:
         return HandleToolTip(*pEvent);
     case QEvent::Wheel:
@@ -331,6 +333,16 @@ bool CWindowNode::HandleKey(const QKeyEvent& event)
         }
     }
     return bHandled || pThis == nullptr || (m_pObject != nullptr && m_pObject->OnKeyDown(key));
+}
+
+bool CWindowNode::HandleShortcut(QKeyEvent& event)
+{
+    if (m_pObject == nullptr || !m_pObject->TakesShortcut(MakeKeyEvent(event)))
+    {
+        return false;
+    }
+    event.accept();
+    return true;
 }
 
 bool CWindowNode::HandleToolTip(QEvent& event)

@@ -74,6 +74,7 @@ private:
     bool Handle(QObject* pWatched, QEvent* pEvent);
     bool HandleMouse(QMouseEvent& event);
     bool HandleKey(const QKeyEvent& event);
+    bool HandleShortcut(QKeyEvent& event);
     void HandleState(bool bOwn, int iType);
     bool HandleToolTip(QEvent& event);
 

@@ -104,6 +104,8 @@ public:
     void SetBuddy(uint32_t uId, QWidget* pBuddy);
     void Step(bool bUp);
 
+    void StopRepeat() { m_Timer.stop(); }
+
     int GetLower() const { return m_Lower; }
 
     int GetUpper() const { return m_Upper; }

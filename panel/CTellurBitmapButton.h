@@ -1,0 +1,36 @@
+#pragma once
+
+#include "framework/widgets/CButton.h"
+
+#include <cstdint>
+#include <vector>
+
+class IImage;
+class ITellurBrush;
+
+// Shows the shape of a brush and lets the person choose another image file for it, by a press of
+// the mouse or the space bar.
+class CTellurBitmapButton : public CButton
+{
+public:
+    void SetBrush(ITellurBrush* pBrush); // borrowed until the next one, null: none
+
+    void Disable() { EnableWindow(false); }
+
+    void Enable() { EnableWindow(true); }
+
+protected:
+    bool OnLButtonDown(const SMouseEvent& event) override;
+    bool OnKeyDown(const SKeyEvent& key) override;
+    void DrawItem(const SDrawItem& item) override;
+
+private:
+    void ChooseImage();
+    // False for a depth in which it shows nothing.
+    bool MakePixels(const IImage& image, int nBitsPerPixel);
+
+    ITellurBrush* m_Brush = nullptr;
+    const IImage* m_CachedImage = nullptr; // that the pixels are of, only compared
+    int m_CachedBits = 0;
+    std::vector<uint8_t> m_Pixels; // as the display has them; empty: to be made
+};

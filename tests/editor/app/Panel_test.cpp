@@ -1,0 +1,170 @@
+// The tool panel in the editor, worked with the mouse and the keys of an X server.
+
+#include "editor/app/CPanelDock.h"
+#include "engine/terrain/CTerrain.h"
+#include "host/FileSystem.h"
+#include "tests/editor/app/EditorFixture.h"
+
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QSlider>
+#include <QToolBar>
+#include <QTreeView>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+class CPanel : public CEditorFixture
+{
+protected:
+    void OpenPanel()
+    {
+        auto* pToolBar = m_Window->findChild<QToolBar*>("plugin-toolbar");
+        Click(*pToolBar->widgetForAction(pToolBar->actions().front()));
+        ASSERT_TRUE(GetPanel()->isVisible());
+    }
+
+    QDockWidget* GetPanel() { return m_Window->findChild<QDockWidget*>("panel"); }
+
+    // A control of the panel, brought into view.
+    template <class TWidget = QWidget> TWidget& Item(int iId)
+    {
+        auto* pWidget = GetPanel()->findChild<TWidget*>(QString::number(iId));
+        GetPanel()->findChild<QScrollArea*>()->ensureWidgetVisible(pWidget);
+        Settle();
+        return *pWidget;
+    }
+
+    // The cell of a property, with its editor; its text.
+    QTreeView& Grid() { return Item<QTreeView>(2123); }
+
+    void ClickProperty(const char* pszName)
+    {
+        QTreeView& grid = Grid();
+        const QModelIndexList found = grid.model()->match(
+            grid.model()->index(0, 0), Qt::DisplayRole, QString(pszName), 1, Qt::MatchExactly);
+        ASSERT_FALSE(found.isEmpty()) << pszName;
+        const QPoint at = grid.visualRect(found.front()).center();
+        MoveTo(grid.viewport()->mapToGlobal(at) * grid.devicePixelRatioF());
+        Do({"click", "1"});
+    }
+
+    std::string GetProperty(const char* pszName)
+    {
+        QTreeView& grid = Grid();
+        const QModelIndexList found = grid.model()->match(
+            grid.model()->index(0, 0), Qt::DisplayRole, QString(pszName), 1, Qt::MatchExactly);
+        return found.isEmpty() ? "no such property"
+                               : found.front().siblingAtColumn(1).data().toString().toStdString();
+    }
+
+    void Type(const char* pszText) { Do({"type", pszText}); }
+
+    float GetHighest()
+    {
+        const std::vector<float> heights = GetHeights();
+        return *std::max_element(heights.begin(), heights.end());
+    }
+
+    std::string SaveHeights(const char* pszName)
+    {
+        const std::string strPath = m_Folder.Path(pszName);
+        EXPECT_TRUE(GetHost().GetEngine().GetWorld()->GetTerrain()->SaveHeightMap(
+            strPath.c_str(), nullptr, 0, 0));
+        return ReadBytes(strPath);
+    }
+};
+
+} // namespace
+
+TEST_F(CPanel, ADayWithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strScript = m_Folder.Path("first.tellur");
+    ASSERT_TRUE(m_Editor->GetRecorder()->Start(strScript));
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    EXPECT_FALSE(Item(2200).isEnabled()) << "there is no brush yet";
+
+    Click(Item(2133)); // set height
+    EXPECT_TRUE(Item(2200).isEnabled());
+    EXPECT_EQ(GetHost().GetCaption(), "Terraforming");
+    EXPECT_EQ(GetProperty("m_PickHeight"), "false");
+
+    // The height of the ground under the cursor goes into the property.
+    Answer<QMenu>([this] { Click(GetView(), "3"); },
+                  [this](QMenu& menu)
+                  {
+                      ASSERT_EQ(menu.actions().front()->text(), "Set m_Height to 20.00");
+                      MoveTo(menu.mapToGlobal(menu.actionGeometry(menu.actions().front()).center()) *
+                             menu.devicePixelRatioF());
+                      Do({"click", "1"});
+                  });
+    EXPECT_EQ(GetProperty("m_Height"), "20");
+
+    ASSERT_NO_FATAL_FAILURE(ClickProperty("m_Height"));
+    Type("55");
+    Key("Return");
+    EXPECT_EQ(GetProperty("m_Height"), "55");
+    QWidget& extent = Item(2128);
+    Click(extent);
+    Key("ctrl+a");
+    Type("60");
+    SavePicture("panel-set-height");
+
+    Drag(GetView(), {0.4, 0.5}, {0.6, 0.55});
+    EXPECT_NEAR(GetHighest(), 55.0F, 0.5F);
+    Key("ctrl+z");
+    EXPECT_EQ(GetHighest(), 20.0F);
+    Key("ctrl+shift+z");
+    EXPECT_NEAR(GetHighest(), 55.0F, 0.5F);
+
+    QWidget& add = Item(2119);
+    Answer<QInputDialog>([&] { Click(add); },
+                         [this](QInputDialog&)
+                         {
+                             Type("Plateau");
+                             Key("Return");
+                         });
+    ASSERT_EQ(Item<QListWidget>(2113).count(), 1);
+    EXPECT_EQ(Item<QListWidget>(2113).item(0)->text(), "Plateau");
+    Click(Item(2120)); // save
+    EXPECT_NE(ReadBytes(m_Folder.Path("root/PredefinedBrushes.ini")).find("\"Plateau\""),
+              std::string::npos);
+    EXPECT_FALSE(fs::exists(".\\PredefinedBrushes__Copy.ini"));
+    const std::string strAfter = SaveHeights("after.height");
+    ASSERT_TRUE(m_Editor->GetRecorder()->Stop());
+    EXPECT_EQ(ReplayScript(strScript, m_Folder.Path("replayed.height")), strAfter);
+    GetHost().SaveSettings();
+    Stop();
+
+    // The next day: the panel is open again and the brush is in the list.
+    ASSERT_NO_FATAL_FAILURE(Start());
+    if (!GetPanel()->isVisible())
+    {
+        ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    }
+    const std::string strSecond = m_Folder.Path("second.tellur");
+    ASSERT_TRUE(m_Editor->GetRecorder()->Start(strSecond));
+    auto& list = Item<QListWidget>(2113);
+    ASSERT_EQ(list.count(), 1);
+    MoveTo(list.viewport()->mapToGlobal(list.visualItemRect(list.item(0)).center()) *
+           list.devicePixelRatioF());
+    Do({"click", "1"});
+    EXPECT_EQ(GetProperty("m_Height"), "55");
+    EXPECT_EQ(GetHost().GetCaption(), "Terraforming");
+    EXPECT_EQ(Item<QLineEdit>(2128).text(), "60");
+    Drag(GetView(), {0.45, 0.45}, {0.55, 0.6});
+    EXPECT_NEAR(GetHighest(), 55.0F, 0.5F);
+    const std::string strLast = SaveHeights("last.height");
+    ASSERT_TRUE(m_Editor->GetRecorder()->Stop());
+    EXPECT_EQ(ReplayScript(strSecond, m_Folder.Path("replayed2.height")), strLast);
+    SavePicture("panel-next-day");
+}
