@@ -200,6 +200,7 @@ void CTellurView::OnChangeEditExtent()
     if (CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush())
     {
         pBrush->SetExtent(m_Extent);
+        ShowBrush();
     }
 }
 
@@ -291,6 +292,15 @@ void CTellurView::OnHScroll(const SNotification& notification)
         }
     }
     WriteFields();
+    ShowBrush();
+}
+
+void CTellurView::ShowBrush()
+{
+    if (EditorHost* pHost = GetEditorHost())
+    {
+        pHost->RedrawViews();
+    }
 }
 
 void CTellurView::ApplySlider(CTellurBrush& brush, const CSliderCtrl& slider, int iPos)
@@ -332,6 +342,7 @@ void CTellurView::OnFunctionButton(size_t iFunction)
     {
         pContext->EnableTerraforming(false);
         pContext->SetCurrentBrush(nullptr);
+        ShowBrush();
         return;
     }
     CBrushContainer* pBrushes = pContext->GetBrushContainer();
@@ -345,6 +356,7 @@ void CTellurView::OnFunctionButton(size_t iFunction)
         }
     }
     RefreshFunctionButtons(); // a click changes the button by itself
+    ShowBrush();
 }
 
 void CTellurView::OnBrowseMask()
@@ -377,6 +389,7 @@ void CTellurView::OnBrowseMask()
         m_MaskEnabled = CHECK_ON;
     }
     WriteFields();
+    ShowBrush();
 }
 
 void CTellurView::OnMaskEnabled()

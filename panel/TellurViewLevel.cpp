@@ -85,6 +85,7 @@ void CTellurView::OnSelectBrush()
             pContext->EnableTerraforming(false);
         }
         pContext->SetCurrentBrush(nullptr);
+        ShowBrush();
         return;
     }
     const auto* pBrush =
@@ -98,6 +99,7 @@ void CTellurView::OnSelectBrush()
             pContext->EnableTerraforming(true);
         }
     }
+    ShowBrush();
 }
 
 void CTellurView::OnAddBrush()

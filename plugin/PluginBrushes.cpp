@@ -39,9 +39,11 @@ void IPluginImpl::UsePredefinedBrush(const CTellurBrush& brush)
     {
         return;
     }
-    if (m_pEditorHost->GetModeManager()->GetCurrentModeId() != m_TerraformingModeId)
+    // Without a brush the mode is not available; to try would only log that.
+    if (m_pCurrentBrush != nullptr &&
+        m_pEditorHost->GetModeManager()->GetCurrentModeId() != m_TerraformingModeId)
     {
-        EnableTerraforming(true); // refused while there is no brush
+        EnableTerraforming(true);
     }
     std::unique_ptr<CTellurBrush> pCopy(brush.Clone());
     std::unique_ptr<CTellurBrush> pReplaced;

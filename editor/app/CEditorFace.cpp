@@ -88,6 +88,10 @@ void CEditorFace::RedrawViews()
     if (m_pWindow != nullptr)
     {
         m_pWindow->GetViews().RequestFrames();
+        if (!m_pWindow->GetHost().IsDragging()) // the panel may have changed the brush
+        {
+            m_pWindow->ShowState();
+        }
     }
 }
 

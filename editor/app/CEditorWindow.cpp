@@ -140,7 +140,7 @@ void CEditorWindow::MakeDocks()
     m_pProcesses = new CProcessesDock(
         this, GetHost().GetRegistry(), [this](size_t iProcess) { return RunProcess(iProcess); });
     auto* pLight = new CLightDock(this, m_Settings.render, [this] { m_pViews->RequestFrames(); });
-    addDockWidget(Qt::RightDockWidgetArea, m_pPanel);
+    addDockWidget(Qt::LeftDockWidgetArea, m_pPanel); // as high as the window
     addDockWidget(Qt::RightDockWidgetArea, m_pHistory);
     addDockWidget(Qt::RightDockWidgetArea, m_pProcesses);
     addDockWidget(Qt::RightDockWidgetArea, pLight);
@@ -196,6 +196,10 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
     if (event.eKind == EHostEvent::LevelChanged)
     {
         OnLevel(); // a script may have opened it
+        if (m_pPanel != nullptr)
+        {
+            m_pPanel->UpdateView();
+        }
         return;
     }
     if (m_pViews != nullptr)

@@ -5,6 +5,8 @@
 #include "framework/widgets/qt/WidgetAccess.h"
 
 #include <QCloseEvent>
+#include <QScrollArea>
+#include <QScrollBar>
 
 CPanelDock::CPanelDock(QWidget* pParent, std::function<void()> onClosed)
     : QDockWidget("Terrain", pParent)
@@ -28,11 +30,26 @@ bool CPanelDock::Open(const CRuntimeClass* pClass)
         m_pView.reset();
         return false;
     }
+    auto* pArea = qobject_cast<QScrollArea*>(GetWidget(*m_pView));
+    if (pArea != nullptr)
+    {
+        // As narrow as can be without cutting the form off at the side.
+        pArea->setMinimumWidth(pArea->widget()->minimumSizeHint().width() +
+                               pArea->verticalScrollBar()->sizeHint().width());
+    }
     setWidget(GetWidget(*m_pView));
     m_pView->ShowWindow(true);
     show();
     raise();
     return true;
+}
+
+void CPanelDock::UpdateView()
+{
+    if (m_pView != nullptr)
+    {
+        m_pView->UpdateView();
+    }
 }
 
 void CPanelDock::Close()

@@ -19,7 +19,8 @@ public:
 
     // False when the class has no window.
     bool Open(const CRuntimeClass* pClass);
-    void Close(); // tells nobody
+    void Close();      // tells nobody
+    void UpdateView(); // shows another level
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override;

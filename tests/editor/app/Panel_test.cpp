@@ -5,11 +5,13 @@
 #include "host/FileSystem.h"
 #include "tests/editor/app/EditorFixture.h"
 
+#include <QApplication>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPalette>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
@@ -167,4 +169,43 @@ TEST_F(CPanel, ADayWithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
     ASSERT_TRUE(m_Editor->GetRecorder()->Stop());
     EXPECT_EQ(ReplayScript(strSecond, m_Folder.Path("replayed2.height")), strLast);
     SavePicture("panel-next-day");
+}
+
+TEST_F(CPanel, EveryFunctionShowsItsFieldsUnderTheCursor)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    m_Window->resize(1280, 960);
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    const QPalette light = QApplication::palette();
+    QPalette dark(QColor(0x32, 0x32, 0x32));
+    dark.setColor(QPalette::Base, QColor(0x24, 0x24, 0x24));
+    dark.setColor(QPalette::Text, QColor(0xE4, 0xE4, 0xE4));
+    const std::vector<std::pair<int, std::string>> functions = {
+        {2130, "m_Mode m_NeighbourhoodSize m_UseOnlyDestBuffer"},
+        {2131, ""},
+        {2133, "m_Mode m_Height m_PickHeight"},
+        {2132, "m_Height"},
+        {2160, "m_Mode m_NumHeightDivisions m_UseOnlyDestBuffer"},
+        {2137, "m_Mode m_SideInterpolation m_FrontBackInterpolation"}};
+    for (const auto& [iButton, strFields] : functions)
+    {
+        Click(Item(iButton));
+        std::string strShown;
+        const QAbstractItemModel* pModel = Grid().model();
+        for (int i = 0; i < pModel->rowCount(); ++i)
+        {
+            strShown += (i > 0 ? " " : "") + pModel->index(i, 0).data().toString().toStdString();
+        }
+        EXPECT_EQ(strShown, strFields) << iButton;
+        const std::string strScale = std::to_string(qRound(m_Window->devicePixelRatioF() * 100));
+        for (const bool bDark : {false, true})
+        {
+            QApplication::setPalette(bDark ? dark : light);
+            Settle();
+            SavePicture(("panel-" + std::to_string(iButton) + "-" + strScale +
+                         (bDark ? "-dark" : "-light"))
+                            .c_str());
+        }
+        QApplication::setPalette(light);
+    }
 }
