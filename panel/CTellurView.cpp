@@ -206,6 +206,7 @@ void CTellurView::ShowPosition(CSliderCtrl& slider, int iMost, int iPos)
 
 void CTellurView::RefreshSliders()
 {
+    m_KeptExtent.reset();
     ShowPosition(m_ExtentSlider, EXTENT_POSITIONS, PositionOf(m_Extent));
     ShowPosition(m_PowerSlider, SHARE_POSITIONS, GetSharePosition(m_Power));
     ShowPosition(m_FadeSlider, EXTENT_POSITIONS, PositionOf(m_Fade));
@@ -217,6 +218,7 @@ void CTellurView::RefreshExtent()
 {
     const CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
     m_Extent = pBrush != nullptr ? pBrush->GetExtent() : 0.0F;
+    m_KeptExtent.reset();
     ShowPosition(m_ExtentSlider, EXTENT_POSITIONS, PositionOf(m_Extent));
     WriteFields();
 }

@@ -11,6 +11,7 @@
 #include "proplist/CPropListCtrl.h"
 
 #include <array>
+#include <optional>
 
 class CRuntimeClass;
 class CTellurBrush;
@@ -119,6 +120,7 @@ private:
     int m_MaskEnabled = 0;
     bool m_FirstUpdate = true; // never cleared, so every update takes the stored limits again
     bool m_bWriting = false;   // fields change by code
+    std::optional<float> m_KeptExtent; // what the slider shows while the limits are being typed
     std::string m_Material;
     std::string m_MaskPath;
 

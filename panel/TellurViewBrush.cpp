@@ -196,6 +196,7 @@ void CTellurView::OnChangeEditDistance()
 void CTellurView::OnChangeEditExtent()
 {
     ReadControls();
+    m_KeptExtent.reset();
     m_ExtentSlider.SetPos(PositionOf(m_Extent));
     if (CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush())
     {
@@ -207,9 +208,11 @@ void CTellurView::OnChangeEditExtent()
 // The slider goes on showing the same extent between other ends.
 void CTellurView::OnChangeLimits()
 {
-    const float fShown = ExtentOf(m_ExtentSlider.GetPos());
+    // Half a number typed may leave no room for the extent, which comes back with the rest of it.
+    const float fShown = m_KeptExtent.value_or(ExtentOf(m_ExtentSlider.GetPos()));
     ReadControls();
     m_ExtentSlider.SetPos(PositionOf(fShown));
+    m_KeptExtent = fShown;
 }
 
 void CTellurView::OnDeltaPower(int iDelta)
@@ -286,6 +289,7 @@ void CTellurView::OnHScroll(const SNotification& notification)
     {
         if (pSlider == notification.pFrom)
         {
+            m_KeptExtent.reset();
             const int iPos = GetScrolledPosition(*pSlider, notification);
             pSlider->SetPos(iPos);
             ApplySlider(*pBrush, *pSlider, iPos);

@@ -5,6 +5,7 @@
 #include "tests/proplist/PropListFixture.h"
 
 #include <QComboBox>
+#include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -401,4 +402,30 @@ TEST_F(CEditing, TheKeyboardAloneGoesThroughAllEditors)
     EXPECT_EQ(getRow(), "m_Share");
     tab(true);
     EXPECT_TRUE(View()->hasFocus()) << "before the first editor is the list";
+}
+
+TEST_F(CEditing, EditorsShareTheCellTheyLieOver)
+{
+    ASSERT_NO_FATAL_FAILURE(Show({&m_Thing}));
+    QDir().mkpath("pictures");
+    for (const char* pszName :
+         {"m_Share", "m_Kind", "m_On", "m_Color", "m_File", "m_Shape<CTestShape>"})
+    {
+        SCOPED_TRACE(pszName);
+        ASSERT_NO_FATAL_FAILURE(Edit(pszName));
+        const QRect cell = View()->visualRect(View()->model()->index(FindRow(pszName), 1));
+        QRect all;
+        for (QWidget* pWidget : View()->viewport()->findChildren<QWidget*>())
+        {
+            if (pWidget->isVisible() && pWidget->parent() == View()->viewport())
+            {
+                EXPECT_TRUE(cell.contains(pWidget->geometry()));
+                EXPECT_GE(pWidget->width(), cell.height() / 2);
+                EXPECT_FALSE(all.intersects(pWidget->geometry()));
+                all |= pWidget->geometry();
+            }
+        }
+        EXPECT_EQ(all, cell);
+        GetWidget(m_Form)->grab().save(QString("pictures/properties-%1.png").arg(FindRow(pszName)));
+    }
 }
