@@ -5,6 +5,7 @@
 #include "editor/core/CPluginLoader.h"
 
 #include <chrono>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,7 +24,15 @@ public:
     void Move(float fX, float fZ);
     void Release(float fX, float fZ);
 
+    // Makes and shows the plug-in's panel; without it there are no windows.
+    void SetOpenView(std::function<bool(const CRuntimeClass*)> onOpenView)
+    {
+        m_Face.m_OnOpenView = std::move(onOpenView);
+    }
+
     CEditorHost& GetHost() { return m_Host; }
+
+    IPlugin* GetPlugin() { return m_Loader.GetPlugin(); }
 
     CTerrain& GetTerrain() { return *m_Host.GetEngine().GetCWorld().GetCTerrain(); }
 
@@ -37,7 +46,13 @@ private:
             return true;
         }
 
+        bool OpenPluginView(const CRuntimeClass* pClass) override
+        {
+            return m_OnOpenView && m_OnOpenView(pClass);
+        }
+
         SVec3 m_Hit;
+        std::function<bool(const CRuntimeClass*)> m_OnOpenView;
     };
 
     void Point(float fX, float fZ);

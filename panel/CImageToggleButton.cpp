@@ -9,14 +9,14 @@
 // Where the image goes, device pixels.
 struct CImageToggleButton::SPlace
 {
-    SSize border;    // of the system
-    SSize room;      // inside the frame
-    SSize image;     // of the bitmap
-    SPoint corner;   // of the image's frame
-    SPoint at;       // of the image
-    SPoint from;     // the part of the image that is shown begins there
-    SSize drawn;     // what the image is drawn to
-    SPoint moved;    // by being pressed
+    SSize border;  // of the system
+    SSize room;    // inside the frame
+    SSize image;   // of the bitmap
+    SPoint corner; // of the image's frame
+    SPoint at;     // of the image
+    SPoint from;   // the part of the image that is shown begins there
+    SSize drawn;   // what the image is drawn to
+    SPoint moved;  // by being pressed
 };
 
 namespace
@@ -102,9 +102,8 @@ uint32_t CImageToggleButton::ChooseImage(uint32_t uState, bool& bDotted) const
     return m_ImageId;
 }
 
-CImageToggleButton::SPlace CImageToggleButton::PlaceImage(const SRect& item,
-                                                          const SSize& border,
-                                                          const SSize& image) const
+CImageToggleButton::SPlace
+CImageToggleButton::PlaceImage(const SRect& item, const SSize& border, const SSize& image) const
 {
     SPlace place;
     place.border = border;

@@ -60,8 +60,7 @@ float CTellurView::ExtentOf(int iPos) const
     }
     const float fLow = std::max(m_MinExtent, 0.0F);
     const float fHigh = std::max(m_MaxExtent, 0.0F);
-    return fLow +
-           (fHigh - fLow) * static_cast<float>(iPos) / static_cast<float>(EXTENT_POSITIONS);
+    return fLow + (fHigh - fLow) * static_cast<float>(iPos) / static_cast<float>(EXTENT_POSITIONS);
 }
 
 int CTellurView::PositionOf(float fExtent) const
@@ -86,9 +85,9 @@ float CTellurView::DistanceOf(int iPos) const
 int CTellurView::DistancePosition(float fDistance) const
 {
     const Terrain* pTerrain = GetPanelTerrain();
-    return pTerrain != nullptr
-               ? Truncate(fDistance / pTerrain->GetSize().y * static_cast<float>(DISTANCE_POSITIONS))
-               : 0;
+    return pTerrain != nullptr ? Truncate(fDistance / pTerrain->GetSize().y *
+                                          static_cast<float>(DISTANCE_POSITIONS))
+                               : 0;
 }
 
 void CTellurView::ListenToBrush()
@@ -373,12 +372,12 @@ void CTellurView::OnBrowseMask()
         return;
     }
     ReadControls();
-    const std::string strPath = pHost->BrowseForFile(
-        KIND_OPEN,
-        nullptr,
-        m_MaskPath.c_str(),
-        "data",
-        "Bitmap files (*.dds; *.png; *.jpg; *.tga)|*.dds|*.png|*.jpg|*.tga");
+    const std::string strPath =
+        pHost->BrowseForFile(KIND_OPEN,
+                             nullptr,
+                             m_MaskPath.c_str(),
+                             "data",
+                             "Bitmap files (*.dds; *.png; *.jpg; *.tga)|*.dds|*.png|*.jpg|*.tga");
     if (strPath.empty() || pBrush != GetPluginContext()->GetCurrentBrush())
     {
         return;

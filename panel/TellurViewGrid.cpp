@@ -12,9 +12,7 @@ void CTellurView::RefreshToolProperties()
     m_Grid.SetObjects(pObject != nullptr ? PropObjects{pObject} : PropObjects());
 }
 
-void CTellurView::SetFieldValue(CRTTIField* pField,
-                                const char* pszText,
-                                const PropObjects& objects)
+void CTellurView::SetFieldValue(CRTTIField* pField, const char* pszText, const PropObjects& objects)
 {
     constexpr int WHOLE_FIELD = -1;
     for (CRTTIObject* pObject : objects)
@@ -23,7 +21,9 @@ void CTellurView::SetFieldValue(CRTTIField* pField,
     }
 }
 
-void CTellurView::AddContextMenuItems(CMenu& /*menu*/, CRTTIField* /*pField*/, int /*iElement*/) {}
+void CTellurView::AddContextMenuItems(CMenu& /*menu*/, CRTTIField* /*pField*/, int /*iElement*/)
+{
+}
 
 const char* CTellurView::GetNoChangeText(const CRTTIObject* /*pObject*/)
 {
@@ -61,7 +61,9 @@ std::string CTellurView::GetObjectName(const CRTTIObject* pObject, int32_t iId)
     return pszName != nullptr ? pszName : "";
 }
 
-void CTellurView::Notify(uint32_t /*uCommand*/) {}
+void CTellurView::Notify(uint32_t /*uCommand*/)
+{
+}
 
 bool CTellurView::QueryFlag()
 {

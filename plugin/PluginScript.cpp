@@ -12,8 +12,8 @@
 #include "host/World.h"
 #include "modes/TerraformingState.h"
 #include "modification/CTerrainModification.h"
-#include "parser/KeywordValues.h"
 #include "panel/ITerrainPanel.h"
+#include "parser/KeywordValues.h"
 #include "plugin/IPluginImpl.h"
 #include "resources/PluginResources.h"
 

@@ -33,8 +33,7 @@ CPropCtrlBrowseButton::CPropCtrlBrowseButton(CPropListCtrl& list, SPropRow& row,
 
 bool CPropCtrlBrowseButton::CreateEditor()
 {
-    return CreateButton(
-        EControlKind::PushButton, "...", CONTROL_NO_TAB, m_List, GetEditorId(), {});
+    return CreateButton(EControlKind::PushButton, "...", CONTROL_NO_TAB, m_List, GetEditorId(), {});
 }
 
 void CPropCtrlBrowseButton::SetValueText(const std::string& strText)
@@ -73,7 +72,8 @@ void CPropCtrlBrowseColorButton::SetValueText(const std::string& strText)
     float fRed = 0.0F;
     float fGreen = 0.0F;
     float fBlue = 0.0F;
-    if (m_Row.bDifferent || std::sscanf(GetValueText().c_str(), "%f %f %f", &fRed, &fGreen, &fBlue) != 3)
+    if (m_Row.bDifferent ||
+        std::sscanf(GetValueText().c_str(), "%f %f %f", &fRed, &fGreen, &fBlue) != 3)
     {
         fRed = fGreen = fBlue = 0.0F;
     }
@@ -85,8 +85,7 @@ void CPropCtrlBrowseColorButton::SetValueText(const std::string& strText)
 void CPropCtrlBrowseColorButton::DrawItem(const SDrawItem& item)
 {
     CDrawContext& context = *item.pContext;
-    const SRect inside =
-        context.DrawPushButtonFrame(item.rect, (item.uState & ITEM_SELECTED) != 0);
+    const SRect inside = context.DrawPushButtonFrame(item.rect, (item.uState & ITEM_SELECTED) != 0);
     const int nGap = GetBorderWidth(context.GetScale());
     context.FillRect(inside.Deflate(nGap, nGap), m_Color);
     if ((item.uState & ITEM_FOCUS) != 0)

@@ -11,17 +11,16 @@
 
 bool CPropCtrlCheckbox::CreateEditor()
 {
-    return CreateButton(
-        EControlKind::OwnerDraw, "", CONTROL_NO_TAB, m_List, GetEditorId(), {});
+    return CreateButton(EControlKind::OwnerDraw, "", CONTROL_NO_TAB, m_List, GetEditorId(), {});
 }
 
 void CPropCtrlCheckbox::SetValueText(const std::string& strText)
 {
     m_ValueText = strText;
     const std::string strShown = m_List.FormatText(m_Row, strText);
-    m_State = m_Row.bDifferent                          ? CHECK_UNDETERMINED
+    m_State = m_Row.bDifferent                   ? CHECK_UNDETERMINED
               : std::atoi(strShown.c_str()) == 0 ? CHECK_OFF
-                                                        : CHECK_ON;
+                                                 : CHECK_ON;
     SetWindowText(m_Row.bDifferent ? PROP_DIFFERENT_VALUES
                                    : (m_State == CHECK_ON ? "true" : "false"));
     Invalidate();
@@ -79,8 +78,7 @@ void CPropCtrlCheckbox::DrawItem(const SDrawItem& item)
     DrawBox(context, box, bDisabled);
     const ColorRef uBefore = context.SetTextColor(
         GetSystemColor(bDisabled ? ESystemColor::GrayText : ESystemColor::WindowText));
-    const SRect text = {
-        box.right + 4 * nLine, item.rect.top, item.rect.right, item.rect.bottom};
+    const SRect text = {box.right + 4 * nLine, item.rect.top, item.rect.right, item.rect.bottom};
     context.DrawText(strText.c_str(), text, TEXT_LEFT | TEXT_VCENTER | TEXT_TRANSPARENT);
     context.SetTextColor(uBefore);
     if ((item.uState & ITEM_FOCUS) != 0)

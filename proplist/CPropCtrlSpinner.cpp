@@ -20,8 +20,7 @@ constexpr int BOTTOM_GAP = 5;    // above the bottom, where a drag that left at 
 int GetDigits(const CRTTIField& field)
 {
     const ERTTIType eType = field.GetType();
-    const bool bOwn =
-        eType == RTTI_FLOAT || eType == RTTI_DOUBLE || GetComponentCount(field) > 0;
+    const bool bOwn = eType == RTTI_FLOAT || eType == RTTI_DOUBLE || GetComponentCount(field) > 0;
     return bOwn ? field.GetPrecision() : OTHER_DIGITS;
 }
 

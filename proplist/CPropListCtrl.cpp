@@ -93,7 +93,8 @@ void CPropListCtrl::SaveToRegistry()
     }
     const auto save = [this, &key](const char* pszName, int iColumn)
     {
-        key.SetDWord(pszName, static_cast<uint32_t>(std::lround(GetColumnWidth(iColumn) / GetScale())));
+        key.SetDWord(pszName,
+                     static_cast<uint32_t>(std::lround(GetColumnWidth(iColumn) / GetScale())));
     };
     save(NAME_ENTRY, NAME_COLUMN);
     save(VALUE_ENTRY, VALUE_COLUMN);
@@ -102,8 +103,7 @@ void CPropListCtrl::SaveToRegistry()
 void CPropListCtrl::CreateImages()
 {
     const std::unique_ptr<IImage> pFile(IL_LoadImage(PICTURES));
-    const std::unique_ptr<IImage> pImage(
-        IL_CreateImageFromImage(pFile.get(), EImageFormat::Rgb24));
+    const std::unique_ptr<IImage> pImage(IL_CreateImageFromImage(pFile.get(), EImageFormat::Rgb24));
     if (pImage == nullptr || pImage->GetRawData() == nullptr)
     {
         CrashLog("[CPropListCtrl::CreateImages] unable to load bitmap file _state.png\n");
@@ -192,13 +192,19 @@ void CPropListCtrl::ShowRow(int iItem, const SPropRow& row)
 {
     InsertItem(iItem, row.strName.c_str());
     SetCellText(iItem, VALUE_COLUMN, GetShownText(row).c_str());
+    if (row.pField != nullptr)
+    {
+        const std::string strDescription = row.pField->GetDescription();
+        SetItemToolTip(
+            iItem, (row.strName + (strDescription.empty() ? "" : ": " + strDescription)).c_str());
+    }
     const bool bLocked = row.pField != nullptr && (row.pField->GetFlags() & RTTI_FIELD_EDIT) == 0;
     const int iPicture = row.bParent ? (row.bOpen ? PICTURE_OPEN : PICTURE_CLOSED)
                                      : (bLocked ? int{PICTURE_LOCKED} : -1);
     SetItemImage(iItem, iPicture);
     // Names of one depth are in line, with and without a picture before them; a flat list has none.
-    const bool bTree = std::any_of(
-        m_Rows.begin(), m_Rows.end(), [](const auto& pRow) { return pRow->bParent; });
+    const bool bTree =
+        std::any_of(m_Rows.begin(), m_Rows.end(), [](const auto& pRow) { return pRow->bParent; });
     SetItemIndent(iItem, row.iDepth + (bTree && iPicture < 0 ? 1 : 0));
 }
 

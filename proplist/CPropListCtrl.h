@@ -98,10 +98,8 @@ private:
     // the tree of rows
     void BuildRows();
     void AddFields(const PropObjects& objects, int iDepth, const std::string& strKey);
-    void AddField(CRTTIField& field,
-                  const PropObjects& objects,
-                  int iDepth,
-                  const std::string& strKey);
+    void
+    AddField(CRTTIField& field, const PropObjects& objects, int iDepth, const std::string& strKey);
     void AddParts(SPropRow& row, int nParts);
     void AddPointed(SPropRow& row);
     SPropRow& AddRow(CRTTIField* pField, int iElement, const PropObjects& objects);
@@ -158,7 +156,7 @@ private:
     SCopied m_Copied;
     std::set<const CRTTIObject*> m_Path; // of pointers while the tree is made, against circles
     uint32_t m_NextEditorId = 1;
-    int m_iWritten = -1;  // the element that is being written
+    int m_iWritten = -1; // the element that is being written
     int m_nApplying = 0;
     bool m_bRebuildLater = false; // after the value that is being applied
     bool m_bRefreshLater = false;

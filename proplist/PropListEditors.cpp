@@ -87,7 +87,8 @@ void CPropListCtrl::ChooseEditors(SPropRow& row)
     {
         EnsureEditor<CPropCtrlCheckbox>(row, PROP_EDITOR_CHECKBOX);
     }
-    const bool bObjects = (uFlags & RTTI_EDIT_BROWSE) != 0 && !(eType == RTTI_POINTER_LIST && bWhole);
+    const bool bObjects =
+        (uFlags & RTTI_EDIT_BROWSE) != 0 && !(eType == RTTI_POINTER_LIST && bWhole);
     if ((uFlags & RTTI_EDIT_COLOR) != 0 && bWhole)
     {
         EnsureEditor<CPropCtrlBrowseColorButton>(row, PROP_EDITOR_BROWSE);
@@ -96,8 +97,8 @@ void CPropListCtrl::ChooseEditors(SPropRow& row)
     {
         EnsureEditor<CPropCtrlBrowseButton>(row, PROP_EDITOR_BROWSE);
     }
-    const bool bSpinner = (uFlags & RTTI_EDIT_SPINNER) != 0 &&
-                          !(bWhole && (uFlags & RTTI_EDIT_NO_MAIN_SPINNER) != 0);
+    const bool bSpinner =
+        (uFlags & RTTI_EDIT_SPINNER) != 0 && !(bWhole && (uFlags & RTTI_EDIT_NO_MAIN_SPINNER) != 0);
     if (bSpinner)
     {
         EnsureEditor<CPropCtrlSpinner>(row, PROP_EDITOR_SPINNER);

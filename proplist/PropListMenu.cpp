@@ -111,9 +111,8 @@ void CPropListCtrl::FillMenu(CMenu& menu, const SPropRow& row)
         add(PROP_COMMAND_PASTE, "Paste attribute");
     }
     m_pUser->AddContextMenuItems(menu, row.pField, row.iElement);
-    const bool bDeletable = std::none_of(objects.begin(),
-                                         objects.end(),
-                                         [](const auto* p) { return p->IsStaticObject(); });
+    const bool bDeletable = std::none_of(
+        objects.begin(), objects.end(), [](const auto* p) { return p->IsStaticObject(); });
     if (bCommands && bDeletable)
     {
         menu.InsertSeparator(AT_THE_END);

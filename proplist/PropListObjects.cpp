@@ -174,8 +174,7 @@ void CPropListCtrl::OfferList(CMenu& menu,
                               std::vector<std::string>& results) const
 {
     const PropObjects list = GetPointed(*row.pField, row.objects.front());
-    const std::vector<std::string> words =
-        SplitWords(row.pField->ToString(row.objects.front()));
+    const std::vector<std::string> words = SplitWords(row.pField->ToString(row.objects.front()));
     const char* pszField = row.pField->GetName();
     const char* pszClass = object.GetClassNameA();
     const int iId = object.GetObjectId();
@@ -187,7 +186,8 @@ void CPropListCtrl::OfferList(CMenu& menu,
     const auto found = std::find(list.begin(), list.end(), &object);
     const auto iFound = static_cast<size_t>(found - list.begin());
     const auto iElement = static_cast<size_t>(std::max(row.iElement, 0));
-    const CRTTIObject* pOld = row.iElement >= 0 && iElement < list.size() ? list[iElement] : nullptr;
+    const CRTTIObject* pOld =
+        row.iElement >= 0 && iElement < list.size() ? list[iElement] : nullptr;
     std::vector<std::string> result = words;
     if (found == list.end())
     {

@@ -161,9 +161,8 @@ void CPropListCtrl::AddField(CRTTIField& field,
     }
 }
 
-std::string CPropListCtrl::GetPartName(const CRTTIField& field,
-                                       int iPart,
-                                       const PropObjects& objects) const
+std::string
+CPropListCtrl::GetPartName(const CRTTIField& field, int iPart, const PropObjects& objects) const
 {
     const auto iIndex = static_cast<size_t>(iPart);
     switch (field.GetType())
@@ -180,14 +179,13 @@ std::string CPropListCtrl::GetPartName(const CRTTIField& field,
     case RTTI_MATRIX:
     {
         char szName[32];
-        std::snprintf(
-            szName, sizeof(szName), "[%d,%d]", iPart / MATRIX_SIDE, iPart % MATRIX_SIDE);
+        std::snprintf(szName, sizeof(szName), "[%d,%d]", iPart / MATRIX_SIDE, iPart % MATRIX_SIDE);
         return szName;
     }
     default:
     {
-        const bool bColor = (field.GetEditFlags() & RTTI_EDIT_COLOR) != 0 &&
-                            field.GetType() != RTTI_VEC2;
+        const bool bColor =
+            (field.GetEditFlags() & RTTI_EDIT_COLOR) != 0 && field.GetType() != RTTI_VEC2;
         return std::string(1, COMPONENTS[iPart + (bColor ? FIRST_COLOR_COMPONENT : 0)]);
     }
     }
@@ -246,10 +244,9 @@ bool CPropListCtrl::IsTreeStale() const
 
 SPropRow* CPropListCtrl::FindRow(const std::string& strKey) const
 {
-    const auto found =
-        std::find_if(m_Rows.begin(),
-                     m_Rows.end(),
-                     [&strKey](const auto& pRow) { return pRow->strKey == strKey; });
+    const auto found = std::find_if(m_Rows.begin(),
+                                    m_Rows.end(),
+                                    [&strKey](const auto& pRow) { return pRow->strKey == strKey; });
     return found != m_Rows.end() ? found->get() : nullptr;
 }
 

@@ -82,9 +82,7 @@ void CPropListCtrl::RefreshValues()
     }
 }
 
-void CPropListCtrl::ApplyValue(SPropRow& row,
-                               const char* pszText,
-                               const CPropInPlaceCtrl* pSender)
+void CPropListCtrl::ApplyValue(SPropRow& row, const char* pszText, const CPropInPlaceCtrl* pSender)
 {
     if (pszText == nullptr || row.pField == nullptr)
     {
@@ -130,7 +128,8 @@ void CPropListCtrl::WriteValue(const SPropRow& row, const std::string& strText)
     CRTTIField* pField = row.pField;
     const PropObjects objects = row.objects; // the row may go on the way
     m_iWritten = row.iElement;
-    const bool bClass = GetPointedClass(*pField) != nullptr && CRTTI::FindClass(strText.c_str()) != nullptr;
+    const bool bClass =
+        GetPointedClass(*pField) != nullptr && CRTTI::FindClass(strText.c_str()) != nullptr;
     if (m_iWritten < 0 || bClass)
     {
         m_pUser->SetFieldValue(pField, strText.c_str(), objects);

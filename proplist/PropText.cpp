@@ -166,14 +166,12 @@ std::string GetObjectText(const CRTTIObject* pObject, IPropListCtrlUser* pUser)
     }
     const int32_t iId = pObject->GetObjectId();
     const std::string strName = pUser != nullptr ? pUser->GetObjectName(pObject, iId) : "";
-    return std::string("[") + pObject->GetClassNameA() + "]" + strName + "(" +
-           std::to_string(iId) + ")";
+    return std::string("[") + pObject->GetClassNameA() + "]" + strName + "(" + std::to_string(iId) +
+           ")";
 }
 
-std::string GetShownText(const CRTTIField& field,
-                         int iElement,
-                         CRTTIObject* pObject,
-                         IPropListCtrlUser* pUser)
+std::string
+GetShownText(const CRTTIField& field, int iElement, CRTTIObject* pObject, IPropListCtrlUser* pUser)
 {
     const std::optional<std::string> value = GetValueText(field, iElement, pObject);
     if (!value)
@@ -218,8 +216,7 @@ std::string ClampText(const CRTTIField& field, const std::string& strText)
     const ERTTIType eType = field.GetType();
     const bool bNumbers = IsInteger(field) || eType == RTTI_FLOAT || eType == RTTI_DOUBLE ||
                           GetComponentCount(field) > 0;
-    std::vector<std::string> words =
-        bNumbers ? SplitWords(strText) : std::vector<std::string>();
+    std::vector<std::string> words = bNumbers ? SplitWords(strText) : std::vector<std::string>();
     bool bChanged = false;
     for (std::string& strWord : words)
     {

@@ -30,10 +30,8 @@ std::string MakeWholeText(const CRTTIField& field,
 
 // The value as a person reads it: bools and flags as "true" or "false", pointers as
 // "[class]name(identifier)", lists by their number of items, "error" when it cannot be read.
-std::string GetShownText(const CRTTIField& field,
-                         int iElement,
-                         CRTTIObject* pObject,
-                         IPropListCtrlUser* pUser);
+std::string
+GetShownText(const CRTTIField& field, int iElement, CRTTIObject* pObject, IPropListCtrlUser* pUser);
 std::string GetObjectText(const CRTTIObject* pObject, IPropListCtrlUser* pUser);
 
 // Numbers of the text that are outside the field's limits brought to the limit. Anything else stays

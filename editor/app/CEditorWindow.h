@@ -55,6 +55,7 @@ public:
 
     bool OpenPanel(const CRuntimeClass* pClass);
     void ClosePanel();
+    void GoToPanel();
     bool ShowProgress(const char* pszWhat, float fDone);
     // Brings title, menus, history and status up to date, once in this turn of the event loop.
     void ShowState();

@@ -52,6 +52,25 @@ void CPanelDock::UpdateView()
     }
 }
 
+void CPanelDock::TakeFocus()
+{
+    if (m_pView == nullptr)
+    {
+        return;
+    }
+    raise();
+    QWidget* pForm = GetWidget(*m_pView);
+    for (QWidget* pNext = pForm->nextInFocusChain(); pForm->isAncestorOf(pNext);
+         pNext = pNext->nextInFocusChain())
+    {
+        if (pNext->isEnabled() && pNext->isVisible() && (pNext->focusPolicy() & Qt::TabFocus) != 0)
+        {
+            pNext->setFocus(Qt::TabFocusReason);
+            return;
+        }
+    }
+}
+
 void CPanelDock::Close()
 {
     m_pView.reset(); // takes its widget along

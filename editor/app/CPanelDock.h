@@ -21,6 +21,7 @@ public:
     bool Open(const CRuntimeClass* pClass);
     void Close();      // tells nobody
     void UpdateView(); // shows another level
+    void TakeFocus();  // the first control that the keyboard stops at
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override;

@@ -173,6 +173,8 @@ void CEditorWindow::MakeViewMenu()
                 m_pViews->RequestFrames();
             });
     pMenu->addSeparator();
+    m_Commands.Add(
+        pMenu, "view.panel", "&Terrain panel and back", Key(Qt::Key_F6), [this] { GoToPanel(); });
     for (QDockWidget* pDock : findChildren<QDockWidget*>())
     {
         if (pDock != m_pPanel) // the plug-in opens and closes it

@@ -41,7 +41,8 @@ enum class EMessageBoxAnswer
 
 // What the framework asks of the window system. The program with the windows, or the player of a
 // script, puts its own in place; the rest of the code only calls the functions of Cursor.h,
-// Capture.h, ChooseColor.h, ChooseFolder.h, CursorPos.h, KeyState.h, MessageBox.h and PopupMenu.h. UI thread.
+// Capture.h, ChooseColor.h, ChooseFolder.h, CursorPos.h, KeyState.h, MessageBox.h and PopupMenu.h.
+// UI thread.
 class TELLUR_API IFrontEnd
 {
 public:

@@ -158,6 +158,17 @@ void CListCtrl::SetItemImage(int iItem, int iImage)
     }
 }
 
+void CListCtrl::SetItemToolTip(int iItem, const char* pszText)
+{
+    for (int iColumn = 0; iColumn < GetColumnCount(); ++iColumn)
+    {
+        if (QStandardItem* pCell = GetCell(GetNode(), iItem, iColumn))
+        {
+            pCell->setToolTip(QString::fromUtf8(pszText));
+        }
+    }
+}
+
 void CListCtrl::SetImageList(const CImageList* pImages)
 {
     if (CReportView* pView = GetView(GetNode()))

@@ -25,8 +25,9 @@ public:
     std::string GetCellText(int iItem, int iColumn) const;
     void SetItemData(int iItem, uintptr_t uData);
     uintptr_t GetItemData(int iItem) const;
-    void SetItemIndent(int iItem, int iLevels); // each as wide as a picture
-    void SetItemImage(int iItem, int iImage);   // -1: none
+    void SetItemIndent(int iItem, int iLevels);          // each as wide as a picture
+    void SetItemImage(int iItem, int iImage);            // -1: none
+    void SetItemToolTip(int iItem, const char* pszText); // before the list's own; empty: none
     // pImages: borrowed until another or null is set.
     void SetImageList(const CImageList* pImages);
 

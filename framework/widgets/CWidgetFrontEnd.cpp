@@ -202,12 +202,11 @@ bool CWidgetFrontEnd::ChooseColor(uint32_t& uColor)
 
 bool CWidgetFrontEnd::ChooseFolder(std::string& strFolder)
 {
-    const QString strChosen =
-        QFileDialog::getExistingDirectory(QApplication::activeWindow(),
-                                          QString(),
-                                          QString::fromStdString(strFolder),
-                                          QFileDialog::ShowDirsOnly |
-                                              QFileDialog::DontUseNativeDialog);
+    const QString strChosen = QFileDialog::getExistingDirectory(
+        QApplication::activeWindow(),
+        QString(),
+        QString::fromStdString(strFolder),
+        QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
     if (strChosen.isEmpty())
     {
         return false;

@@ -1,8 +1,7 @@
 // The brush of the panel: fields, sliders, spins, function buttons, shape and mask.
 
-#include "tests/panel/PanelFixture.h"
-
 #include "host/Reflection.h"
+#include "tests/panel/PanelFixture.h"
 
 #include <QListWidget>
 
@@ -37,13 +36,13 @@ TEST_F(CBrushControls, WithoutABrushOnlyWhatNeedsNoneCanBeUsed)
                                           PANEL_UPDATE_NORMALS,
                                           PANEL_MATERIAL,
                                           PANEL_MATERIAL_BROWSE};
-    const std::vector<uint32_t> brush = {
-        2106, 2201, 2109, 2200, 2121, 2122, 2136, 2119, 2115, 2128, 2204,
-        2187, 2203, 2193, 2194, 2196, 2197, 2195, 2198, 2199, 2123};
+    const std::vector<uint32_t> brush = {2106, 2201, 2109, 2200, 2121, 2122, 2136,
+                                         2119, 2115, 2128, 2204, 2187, 2203, 2193,
+                                         2194, 2196, 2197, 2195, 2198, 2199, 2123};
     for (const bool bBrush : {false, true, false})
     {
-        m_Plugin->SetCurrentBrush(
-            bBrush ? m_Plugin->GetBrushContainer()->FindBrush("BlurFunction") : nullptr);
+        m_Plugin->SetCurrentBrush(bBrush ? m_Plugin->GetBrushContainer()->FindBrush("BlurFunction")
+                                         : nullptr);
         for (const uint32_t uId : always)
         {
             EXPECT_TRUE(Find(uId)->isEnabled()) << uId;
@@ -348,10 +347,9 @@ TEST_F(CBrushControls, TheKeyboardReachesEveryControlInOrder)
         }
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }
-    EXPECT_EQ(way,
-              (std::vector<std::string>{"2106", "2115", "2128", "2198", "2199", "2200", "2201",
-                                        "2136", "2121", "2203", "2204", "2195", "2196", "2194",
-                                        "2192", "2193", "2119", "2130", "2131", "2133", "2132",
-                                        "2160", "2137", "2123", "2113", "2120", "2138", "2127",
-                                        "2139", "2129", "2205", "2206"}));
+    EXPECT_EQ(way, (std::vector<std::string>{"2106", "2115", "2128", "2198", "2199", "2200", "2201",
+                                             "2136", "2121", "2203", "2204", "2195", "2196", "2194",
+                                             "2192", "2193", "2119", "2130", "2131", "2133", "2132",
+                                             "2160", "2137", "2123", "2113", "2120", "2138", "2127",
+                                             "2139", "2129", "2205", "2206"}));
 }

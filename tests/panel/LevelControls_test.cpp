@@ -39,9 +39,10 @@ TEST_F(CLevelControls, AnotherResolutionIsAskedForFirst)
     {
         m_FrontEnd.eAnswer = eAnswer;
         Choose("129x129");
-        EXPECT_EQ(std::exchange(m_FrontEnd.calls, {}),
-                  FakeCalls{"FrontEnd.MessageBox(Are You sure You want to change terrain resolution "
-                            "from 257x257 to 129x129?, 0x24)"});
+        EXPECT_EQ(
+            std::exchange(m_FrontEnd.calls, {}),
+            FakeCalls{"FrontEnd.MessageBox(Are You sure You want to change terrain resolution "
+                      "from 257x257 to 129x129?, 0x24)"});
         EXPECT_EQ(List()->currentText(), "257x257");
     }
     m_FrontEnd.eAnswer = EMessageBoxAnswer::Yes;

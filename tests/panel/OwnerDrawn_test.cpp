@@ -115,10 +115,10 @@ TEST_F(COwnerDrawn, TheImageIsInTheMiddleOfARaisedOrSunkenFrame)
         {
             for (int x = 0; x < w; ++x)
             {
-                nWrong += pixels.GetPixel(iLeft + iMoved + x, iTop + iMoved + y) !=
-                                  mapped(x, y, uGround)
-                              ? 1
-                              : 0;
+                nWrong +=
+                    pixels.GetPixel(iLeft + iMoved + x, iTop + iMoved + y) != mapped(x, y, uGround)
+                        ? 1
+                        : 0;
             }
         }
         EXPECT_EQ(nWrong, 0);
@@ -160,8 +160,8 @@ TEST_F(COwnerDrawn, AnImageLargerThanItsButtonShowsItsMiddleOrIsStretched)
     ASSERT_TRUE(image.LoadBitmap(2125, 1.0, &GetPluginResources()));
     const int iRoom = image.GetWidth() - 8;
     const CPixelBuffer small = Draw(button, iRoom + 4, iRoom + 4, 32);
-    // The frame begins at 2, the image at 3, and the first four pixels are cut off; so is what would
-    // reach the frame on the other side.
+    // The frame begins at 2, the image at 3, and the first four pixels are cut off; so is what
+    // would reach the frame on the other side.
     int nWrong = 0;
     for (int x = 0; x < iRoom - 3; ++x)
     {

@@ -34,6 +34,7 @@ protected:
     std::string Text(uint32_t uId) { return Edit(uId)->text().toStdString(); }
 
     void Type(uint32_t uId, const char* pszText); // over what is there
+
     void Click(uint32_t uId) { QTest::mouseClick(Find(uId), Qt::LeftButton); }
 
     void ClickSpin(uint32_t uId, bool bUp);

@@ -43,10 +43,11 @@ TEST_F(CPluginCommands, ThePanelCommandOpensAndCloses)
                         "Host.OpenPluginView(CTellurView)"};
     EXPECT_EQ(Command(1), open);
     OpenPanel();
-    EXPECT_EQ(
-        Command(1),
-        (Lines{
-            "Panel.StoreExtentLimits()", "ToolBar(0 1)", "ToolBar(0 0)", "Host.ClosePluginView()"}));
+    EXPECT_EQ(Command(1),
+              (Lines{"Panel.StoreExtentLimits()",
+                     "ToolBar(0 1)",
+                     "ToolBar(0 0)",
+                     "Host.ClosePluginView()"}));
     EXPECT_EQ(m_Plugin->GetExtentLimits().fMin, 12.5F);
     EXPECT_EQ(m_Plugin->GetExtentLimits().fMax, 8000.0F);
     m_Plugin->SetPanel(nullptr);

@@ -9,6 +9,7 @@
 
 #include <malloc.h>
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QHelpEvent>
 #include <QLineEdit>
@@ -87,6 +88,17 @@ TEST_F(CPluginWindows, ThePanelOpensClosesAndKeepsItsLimits)
               "Enable auto update terrain normals while editing");
 
     ASSERT_NO_FATAL_FAILURE(PlayScript()); // a brush becomes current
+    auto* pGrid = pPanel->findChild<QAbstractItemView*>("2123");
+    const auto tipAt = [pGrid](const QPoint& at)
+    {
+        QHelpEvent help(QEvent::ToolTip, at, pGrid->viewport()->mapToGlobal(at));
+        QApplication::sendEvent(pGrid->viewport(), &help);
+        const std::string strTip = QToolTip::text().toStdString();
+        QToolTip::hideText();
+        return strTip;
+    };
+    EXPECT_NE(tipAt(QPoint(5, 5)), "Tool properties") << "a row says what its field is";
+    EXPECT_EQ(tipAt(QPoint(5, pGrid->viewport()->height() - 3)), "Tool properties");
     EXPECT_TRUE(pMax->isEnabled());
     pMax->selectAll();
     QTest::keyClicks(pMax, "640");

@@ -133,9 +133,10 @@ TEST_F(CEditing, WhatIsNoValueLeavesTheOldOneAndSaysSo)
     ASSERT_NO_FATAL_FAILURE(Edit("m_Count"));
     ASSERT_NO_FATAL_FAILURE(Enter("1.5"));
     EXPECT_EQ(m_Thing.m_Count, 7);
-    EXPECT_EQ(m_Log.TakeLines(),
-              (Texts{"[CPropListCtrl::HandleFieldEdit] \"much\" is no value for CTestThing.m_Free",
-                     "[CPropListCtrl::HandleFieldEdit] \"1.5\" is no value for CTestThing.m_Count"}));
+    EXPECT_EQ(
+        m_Log.TakeLines(),
+        (Texts{"[CPropListCtrl::HandleFieldEdit] \"much\" is no value for CTestThing.m_Free",
+               "[CPropListCtrl::HandleFieldEdit] \"1.5\" is no value for CTestThing.m_Count"}));
     // What is outside the limits is brought to the limit.
     ASSERT_NO_FATAL_FAILURE(Edit("m_Share"));
     ASSERT_NO_FATAL_FAILURE(Enter("2"));
@@ -356,6 +357,7 @@ TEST_F(CEditing, TextMacrosAreShownExpandedUntilTheTextIsEdited)
         const char* pszText;
         const char* pszExpanded;
     };
+
     for (const SCase& entry : {SCase{"&root&&root&", "/levels/levels"},
                                {"&other&/x", "&other&/x"},
                                {"a && b", "a & b"},
@@ -390,10 +392,31 @@ TEST_F(CEditing, TheKeyboardAloneGoesThroughAllEditors)
         rows.push_back(m_List.HasFocus() ? getRow() : "outside");
     }
     EXPECT_EQ(rows,
-              (Texts{"m_Share", "m_Free", "m_Count",  "m_On",  "m_Kind", "wet",    "steep",
-                     "high",    "m_Place", "x",       "y",     "z",      "m_Color", "m_Color",
-                     "r",       "g",       "b",       "m_Frame", "m_File", "m_File", "m_Folder",
-                     "m_Folder", "m_Shape<CTestShape>", "m_Shape<CTestShape>", "outside"}));
+              (Texts{"m_Share",
+                     "m_Free",
+                     "m_Count",
+                     "m_On",
+                     "m_Kind",
+                     "wet",
+                     "steep",
+                     "high",
+                     "m_Place",
+                     "x",
+                     "y",
+                     "z",
+                     "m_Color",
+                     "m_Color",
+                     "r",
+                     "g",
+                     "b",
+                     "m_Frame",
+                     "m_File",
+                     "m_File",
+                     "m_Folder",
+                     "m_Folder",
+                     "m_Shape<CTestShape>",
+                     "m_Shape<CTestShape>",
+                     "outside"}));
     EXPECT_EQ(QApplication::focusWidget(), m_Form.Find<QWidget>(22));
     tab(true);
     EXPECT_TRUE(View()->hasFocus());

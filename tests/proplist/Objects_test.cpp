@@ -21,8 +21,7 @@ protected:
         m_FrontEnd.uChosenItem = uChosen;
         m_FrontEnd.menuTexts.clear();
         const QPoint at = At(strName);
-        QContextMenuEvent event(
-            QContextMenuEvent::Mouse, at, View()->viewport()->mapToGlobal(at));
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, View()->viewport()->mapToGlobal(at));
         QApplication::sendEvent(View()->viewport(), &event);
         QApplication::processEvents();
     }

@@ -56,8 +56,7 @@ const CRTTI CTestShape::s_RTTI("CTestShape",
                                });
 const CRTTI CTestBox::s_RTTI("CTestBox", 1, &CTestBox::Create, &CTestShape::s_RTTI, 0);
 const CRTTI CTestBall::s_RTTI("CTestBall", 1, &CTestBall::Create, &CTestShape::s_RTTI, 0);
-const CRTTI
-    CTestThing::s_RTTI("CTestThing", 1, nullptr, nullptr, 0, &CTestThing::RegisterFields);
+const CRTTI CTestThing::s_RTTI("CTestThing", 1, nullptr, nullptr, 0, &CTestThing::RegisterFields);
 
 CRTTIObject* CTestBox::Create()
 {
@@ -77,7 +76,7 @@ void CTestThing::RegisterFields(CRTTI& rtti)
     };
     add(new CRTTIFieldFloat(RTTI_MEMBER_ADDRESS(CTestThing, m_Share)),
         "m_Share",
-        "f:EDIT;e:EDIT|SPINNER;c:Numbers;min:0;max:1;prec:2;");
+        "f:EDIT;e:EDIT|SPINNER;c:Numbers;d:how much;min:0;max:1;prec:2;");
     add(new CRTTIFieldFloat(RTTI_MEMBER_ADDRESS(CTestThing, m_Free)),
         "m_Free",
         "f:EDIT;e:EDIT|SPINNER;c:Numbers;");

@@ -147,12 +147,14 @@ protected:
     ~CPropListTest() override;
 
     void Show(const PropObjects& objects);
+
     QTreeView* View() { return m_Form.Find<QTreeView>(GRID); }
 
     int FindRow(const std::string& strName); // -1: not shown
     std::string Value(const std::string& strName);
     QPoint At(const std::string& strName, int iColumn = 1); // in the viewport
     void Edit(const std::string& strName);                  // clicks on its value
+
     std::vector<std::string> TakeWrites() { return std::exchange(m_User.writes, {}); }
 
     // The visible in-place editor of that kind; null when the row has none.

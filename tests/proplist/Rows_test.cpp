@@ -63,6 +63,8 @@ TEST_F(CRows, ATreeOfCategoriesFieldsAndPartsInTheOrderOfTheClass)
                      "m_Shapes<CTestShape[]>",
                      "name12",
                      "null"}));
+    EXPECT_EQ(View()->model()->index(FindRow("m_Share"), 0).data(Qt::ToolTipRole).toString(),
+              "m_Share: how much");
     EXPECT_EQ(Value("m_Share"), "0.5");
     EXPECT_EQ(Value("m_On"), "true");
     EXPECT_EQ(Value("m_Kind"), "sand");
@@ -99,7 +101,8 @@ TEST_F(CRows, ATreeOfCategoriesFieldsAndPartsInTheOrderOfTheClass)
 TEST_F(CRows, RowsOpenAndCloseByMouseAndKeysAndStaySo)
 {
     ASSERT_NO_FATAL_FAILURE(Show({&m_Thing}));
-    const QPoint picture = View()->visualRect(View()->model()->index(0, 0)).topLeft() + QPoint(8, 8);
+    const QPoint picture =
+        View()->visualRect(View()->model()->index(0, 0)).topLeft() + QPoint(8, 8);
     QTest::mouseClick(View()->viewport(), Qt::LeftButton, Qt::NoModifier, picture);
     EXPECT_EQ(FindRow("m_Share"), -1);
     EXPECT_EQ(FindRow("Choices"), 1);

@@ -1,8 +1,7 @@
 #include "tests/support/FakeWorld.h"
 
-#include "host/Reflection.h"
-
 #include "host/Image.h"
+#include "host/Reflection.h"
 
 #include <algorithm>
 #include <cmath>

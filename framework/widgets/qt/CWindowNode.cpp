@@ -2,6 +2,7 @@
 
 #include "framework/widgets/qt/KeyNames.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -347,6 +348,17 @@ bool CWindowNode::HandleShortcut(QKeyEvent& event)
 
 bool CWindowNode::HandleToolTip(QEvent& event)
 {
+    const QHelpEvent& help = static_cast<QHelpEvent&>(event);
+    auto* pView = GetAs<QAbstractItemView>();
+    if (pView != nullptr && m_pWatched == pView->viewport())
+    {
+        const QString strTip = pView->indexAt(help.pos()).data(Qt::ToolTipRole).toString();
+        if (!strTip.isEmpty())
+        {
+            QToolTip::showText(help.globalPos(), strTip, pView->viewport());
+            return true;
+        }
+    }
     for (CWindow* pAround = m_pParent; pAround != nullptr; pAround = pAround->GetParent())
     {
         if (pAround->m_bToolTips)
@@ -356,9 +368,7 @@ bool CWindowNode::HandleToolTip(QEvent& event)
             tip.uId = m_Id;
             if (pAround->OnToolTipText(tip) && tip.szText[0] != '\0')
             {
-                QToolTip::showText(static_cast<QHelpEvent&>(event).globalPos(),
-                                   QString::fromUtf8(tip.szText),
-                                   m_pWidget);
+                QToolTip::showText(help.globalPos(), QString::fromUtf8(tip.szText), m_pWidget);
                 return true;
             }
         }

@@ -6,6 +6,8 @@
 #include "tests/editor/app/EditorFixture.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QDir>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QListWidget>
@@ -105,8 +107,9 @@ TEST_F(CPanel, ADayWithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
                   [this](QMenu& menu)
                   {
                       ASSERT_EQ(menu.actions().front()->text(), "Set m_Height to 20.00");
-                      MoveTo(menu.mapToGlobal(menu.actionGeometry(menu.actions().front()).center()) *
-                             menu.devicePixelRatioF());
+                      MoveTo(
+                          menu.mapToGlobal(menu.actionGeometry(menu.actions().front()).center()) *
+                          menu.devicePixelRatioF());
                       Do({"click", "1"});
                   });
     EXPECT_EQ(GetProperty("m_Height"), "20");
@@ -202,10 +205,109 @@ TEST_F(CPanel, EveryFunctionShowsItsFieldsUnderTheCursor)
         {
             QApplication::setPalette(bDark ? dark : light);
             Settle();
-            SavePicture(("panel-" + std::to_string(iButton) + "-" + strScale +
-                         (bDark ? "-dark" : "-light"))
-                            .c_str());
+            const std::string strName =
+                "panel-" + std::to_string(iButton) + "-" + strScale + (bDark ? "-dark" : "-light");
+            QDir().mkpath("pictures");
+            GetPanel()->findChild<QScrollArea*>()->widget()->grab().save(
+                QString("pictures/%1.png").arg(strName.c_str()));
         }
         QApplication::setPalette(light);
     }
+}
+
+TEST_F(CPanel, TheWheelScrollsThePanelAndLeavesTheBrush)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    Click(Item(2133));
+    QWidget& power = Item(2200);
+    auto* pBar = GetPanel()->findChild<QScrollArea*>()->verticalScrollBar();
+    pBar->setValue(0);
+    MoveTo(power, {0.5, 0.5});
+    Do({"click", "5"});
+    EXPECT_GT(pBar->value(), 0);
+    EXPECT_EQ(Item<QLineEdit>(2201).text(), "1");
+    power.setFocus();
+    MoveTo(Item(2200), {0.5, 0.5});
+    Do({"click", "5"}); // under the focus it turns by a page
+    EXPECT_EQ(Item<QLineEdit>(2201).text(), "0.8");
+    EXPECT_EQ(GetPanel()->findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0)
+        << "the form is never cut off at the side";
+}
+
+TEST_F(CPanel, AResolutionChosenInTheListIsTheTerrains)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_TRUE(m_Editor->GetDocument().SaveAs(m_Folder.Path("hill.level").c_str()));
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    auto& list = Item<QComboBox>(2138);
+    EXPECT_EQ(list.currentText(), "33x33");
+    list.setFocus();
+    Answer<QMessageBox>([this] { Key("Down"); },
+                        [this](QMessageBox& box)
+                        {
+                            EXPECT_EQ(box.text(),
+                                      "Are You sure You want to change terrain resolution from "
+                                      "33x33 to 65x65?");
+                            Key("alt+y");
+                        });
+    EXPECT_EQ(GetTerrain()->GetVerticesX(), 65U);
+    EXPECT_EQ(list.currentText(), "65x65");
+    EXPECT_TRUE(std::filesystem::exists(m_Folder.Path("hill.height.bak")) ||
+                std::filesystem::exists(m_Folder.Path("hill.bak")));
+    Answer<QMessageBox>([this] { Key("Down"); }, [this](QMessageBox&) { Key("Escape"); });
+    EXPECT_EQ(GetTerrain()->GetVerticesX(), 65U);
+    EXPECT_EQ(list.currentText(), "65x65");
+}
+
+TEST_F(CPanel, AHeightPickedByTheStrokeIsShownWhileItRuns)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    Click(Item(2133));
+    ASSERT_NO_FATAL_FAILURE(ClickProperty("m_PickHeight"));
+    Key("space"); // checks the box that has the focus now
+    EXPECT_EQ(GetProperty("m_PickHeight"), "true");
+    EXPECT_EQ(GetProperty("m_Height"), "500");
+    GetView().setFocus();
+    MoveTo(GetView(), {0.45, 0.5});
+    Do({"mousedown", "1"});
+    EXPECT_EQ(GetProperty("m_Height"), "20");
+    EXPECT_TRUE(GetView().hasFocus());
+    Do({"key", "bracketright"}); // and a larger brush in the middle of the drag
+    MoveTo(GetView(), {0.55, 0.5});
+    EXPECT_TRUE(GetHost().IsDragging());
+    Do({"mouseup", "1"});
+    EXPECT_TRUE(GetView().hasFocus());
+    EXPECT_EQ(Item<QLineEdit>(2128).text(), "3200.25");
+}
+
+TEST_F(CPanel, ABrushIsMadeByTheKeyboardAlone)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    Key("F6");
+    ASSERT_TRUE(GetPanel()->isVisible());
+    // Without a brush the path of the mask is the first that can be looked at; blur, point height
+    // and set height follow.
+    EXPECT_EQ(QApplication::focusWidget(), &Item(2192));
+    Do({"key", "Tab", "key", "Tab", "key", "Tab", "key", "space"});
+    EXPECT_EQ(GetHost().GetCaption(), "Terraforming");
+    for (int i = 0; i < 3; ++i)
+    {
+        Key("Tab"); // relative height, posterize, ramp
+    }
+    Do({"key", "Tab", "key", "Tab", "key", "Down"}); // the grid and its first editor, the mode
+    EXPECT_EQ(GetProperty("m_Mode"), "mode_min");
+    Key("Tab");
+    Type("44");
+    Key("Tab"); // hands the number over
+    EXPECT_EQ(GetProperty("m_Height"), "44");
+    Key("space");
+    EXPECT_EQ(GetProperty("m_PickHeight"), "true");
+    Key("Tab");
+    EXPECT_EQ(QApplication::focusWidget(), &Item(2113)) << "the list of brushes";
+    Key("F6");
+    EXPECT_EQ(QApplication::focusWidget(), m_Window->GetViews().GetActive());
+    Key("F6");
+    EXPECT_EQ(QApplication::focusWidget(), &Item(2106)) << "with a brush, its shape";
 }

@@ -1,0 +1,130 @@
+// What the open tool panel costs a stroke: refreshing and painting it after each change that comes
+// from the hand in the view. The yardstick is one frame of a display with 60 a second; "ratio" is
+// tool / yardstick.
+
+#include "benchmarks/BenchHost.h"
+#include "framework/core/CRuntimeClass.h"
+#include "framework/widgets/CFormView.h"
+#include "framework/widgets/qt/WidgetAccess.h"
+#include "host/IPlugin.h"
+
+#include <QApplication>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace
+{
+
+constexpr double FRAME_SECONDS = 1.0 / 60.0;
+constexpr int32_t PANEL_COMMAND = 1;
+constexpr int32_t BRUSH_LARGER = 1; // actions
+constexpr int32_t BRUSH_SMALLER = 2;
+
+class CPanelHost
+{
+public:
+    CPanelHost()
+        : m_Bench(257)
+    {
+        m_Bench.SetOpenView(
+            [this](const CRuntimeClass* pClass)
+            {
+                m_View.reset(pClass->Create());
+                if (!m_View->Create(nullptr))
+                {
+                    return false;
+                }
+                GetWidget(*m_View)->resize(360, 1000);
+                m_View->ShowWindow(true);
+                return true;
+            });
+        m_Bench.GetPlugin()->OnCommand(PANEL_COMMAND);
+        QApplication::processEvents();
+    }
+
+    ~CPanelHost() { m_View.reset(); }
+
+    CPanelHost(const CPanelHost&) = delete;
+    CPanelHost& operator=(const CPanelHost&) = delete;
+
+    CBenchHost& GetBench() { return m_Bench; }
+
+private:
+    CBenchHost m_Bench;
+    std::unique_ptr<CFormView> m_View;
+};
+
+void Report(benchmark::State& state, const CRatio& ratio)
+{
+    state.counters["frame_ms"] = ratio.GetYardstick() * 1e3;
+    state.counters["panel_ms"] = ratio.GetTool() * 1e3;
+    state.counters["ratio"] = ratio.GetRatio();
+}
+
+// A brush-size key that is held down.
+void PanelBrushSize(benchmark::State& state)
+{
+    CPanelHost panel;
+    CBenchHost& bench = panel.GetBench();
+    bench.SetBrush("SetHeightFunction", 20.0F);
+    QApplication::processEvents();
+    CRatio ratio;
+    int n = 0;
+    for (auto _ : state)
+    {
+        const int32_t iAction = ++n / 50 % 2 == 0 ? BRUSH_LARGER : BRUSH_SMALLER;
+        ratio.Add(TakeTime(
+                      [&]
+                      {
+                          bench.GetHost().SendAction(CHeadlessFace::VIEW, iAction, 1);
+                          QApplication::processEvents();
+                      }),
+                  FRAME_SECONDS);
+    }
+    Report(state, ratio);
+}
+
+// A press that picks the height under the cursor, which the property grid shows.
+void PanelPickedHeight(benchmark::State& state)
+{
+    CPanelHost panel;
+    CBenchHost& bench = panel.GetBench();
+    bench.SetBrush("SetHeightFunction", 20.0F, " attrib( \"m_PickHeight\", \"1\" ) ");
+    QApplication::processEvents();
+    CRatio ratio;
+    float fX = 30.0F;
+    for (auto _ : state)
+    {
+        fX = fX > 200.0F ? 30.0F : fX + 1.0F;
+        ratio.Add(TakeTime(
+                      [&]
+                      {
+                          bench.Press(fX, fX);
+                          QApplication::processEvents();
+                      }),
+                  FRAME_SECONDS);
+        bench.Release(fX, fX);
+    }
+    Report(state, ratio);
+}
+
+BENCHMARK(PanelBrushSize)->Iterations(300)->Unit(benchmark::kMillisecond);
+BENCHMARK(PanelPickedHeight)->Iterations(300)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int nArguments, char** ppszArguments)
+{
+    benchmark::Initialize(&nArguments, ppszArguments);
+    const QTemporaryDir config; // the panel keeps its column widths
+    qputenv("XDG_CONFIG_HOME", config.path().toUtf8());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication program(nArguments, ppszArguments);
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
