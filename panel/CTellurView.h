@@ -82,6 +82,12 @@ private:
     int DistancePosition(float fDistance) const;
 
     // edits of the brush
+    // Reads the fields, clamps one of them to 0 and fMost and sets it on the brush. False, with the
+    // line logged, without one.
+    bool ApplyEdit(const char* pszNoBrush,
+                   float& fValue,
+                   float fMost,
+                   void (CTellurBrush::*pSet)(float));
     void OnChangeEditPower();
     void OnChangeEditFade();
     void OnChangeEditHardness();

@@ -1,11 +1,10 @@
-// The brush: what fields, sliders, spins and function buttons do to it.
+// The brush: what fields, spins and function buttons do to it.
 
 #include "brushes/CBrushContainer.h"
 #include "brushes/CTellurBrush.h"
 #include "host/EditorHost.h"
 #include "host/Log.h"
 #include "host/Terrain.h"
-#include "host/World.h"
 #include "modes/TerraformingState.h"
 #include "panel/CTellurView.h"
 #include "panel/PanelFunctions.h"
@@ -13,7 +12,6 @@
 #include "plugin/PluginContext.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 
 namespace
@@ -26,69 +24,7 @@ constexpr float DISTANCE_STEP = 10.0F;
 
 constexpr const char* NO_BRUSH = "[CTellurView::OnChangeEditPower] no current brush\n";
 
-// As sliders count: towards zero, and never beyond what a number of positions can be.
-int Truncate(float fPos)
-{
-    constexpr float LIMIT = 1.0e6F;
-    return fPos >= -LIMIT && fPos <= LIMIT ? static_cast<int>(fPos)
-                                           : (fPos > 0.0F ? static_cast<int>(LIMIT) : 0);
-}
-
 } // namespace
-
-Terrain* GetPanelTerrain()
-{
-    World* pWorld = GetPluginContext()->GetWorld();
-    return pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
-}
-
-int GetSharePosition(float fShare)
-{
-    return Truncate(fShare * static_cast<float>(SHARE_POSITIONS));
-}
-
-float GetShareAt(int iPos)
-{
-    return iPos == 0 ? 0.0F : static_cast<float>(iPos) * SHARE_STEP;
-}
-
-float CTellurView::ExtentOf(int iPos) const
-{
-    if (GetPanelTerrain() == nullptr)
-    {
-        return 0.0F;
-    }
-    const float fLow = std::max(m_MinExtent, 0.0F);
-    const float fHigh = std::max(m_MaxExtent, 0.0F);
-    return fLow + (fHigh - fLow) * static_cast<float>(iPos) / static_cast<float>(EXTENT_POSITIONS);
-}
-
-int CTellurView::PositionOf(float fExtent) const
-{
-    const float fLow = std::max(m_MinExtent, 0.0F);
-    const float fHigh = std::max(m_MaxExtent, 0.0F);
-    if (GetPanelTerrain() == nullptr || fHigh - fLow == 0.0F)
-    {
-        return 0;
-    }
-    return Truncate((fExtent - fLow) / (fHigh - fLow) * static_cast<float>(EXTENT_POSITIONS));
-}
-
-float CTellurView::DistanceOf(int iPos) const
-{
-    const Terrain* pTerrain = GetPanelTerrain();
-    return pTerrain != nullptr && iPos != 0
-               ? static_cast<float>(iPos) * pTerrain->GetSize().y * 0.001F
-               : 0.0F;
-}
-
-int CTellurView::DistancePosition(float fDistance) const
-{
-    const Terrain* pTerrain = GetPanelTerrain();
-    return pTerrain != nullptr ? Truncate(fDistance / pTerrain->GetSize().y *
-                                          static_cast<float>(DISTANCE_POSITIONS))
-                               : 0;
-}
 
 void CTellurView::ListenToBrush()
 {
@@ -132,49 +68,50 @@ void CTellurView::ListenToBrush()
     OnClick(PANEL_MASK_ENABLED, [this] { OnMaskEnabled(); });
 }
 
-void CTellurView::OnChangeEditPower()
+bool CTellurView::ApplyEdit(const char* pszNoBrush,
+                            float& fValue,
+                            float fMost,
+                            void (CTellurBrush::*pSet)(float))
 {
     CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
     if (pBrush == nullptr)
     {
-        CrashLog("%s", NO_BRUSH);
-        return;
+        CrashLog("%s", pszNoBrush);
+        return false;
     }
     ReadControls();
-    m_Power = std::clamp(m_Power, 0.0F, 1.0F);
+    fValue = std::clamp(fValue, 0.0F, fMost);
     WriteFields();
-    pBrush->SetPowerModifier(m_Power);
-    m_PowerSlider.SetPos(GetSharePosition(m_Power));
+    (pBrush->*pSet)(fValue);
+    return true;
 }
 
+void CTellurView::OnChangeEditPower()
+{
+    if (ApplyEdit(NO_BRUSH, m_Power, 1.0F, &CTellurBrush::SetPowerModifier))
+    {
+        m_PowerSlider.SetPos(GetSharePosition(m_Power));
+    }
+}
+
+// Without a brush it reports under the power's name, as it always did.
 void CTellurView::OnChangeEditFade()
 {
-    CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
-    if (pBrush == nullptr)
+    if (ApplyEdit(NO_BRUSH, m_Fade, MOST_FADE, &CTellurBrush::SetFadeFactor))
     {
-        CrashLog("%s", NO_BRUSH); // under the power's name, as it always was
-        return;
+        m_FadeSlider.SetPos(PositionOf(m_Fade));
     }
-    ReadControls();
-    m_Fade = std::clamp(m_Fade, 0.0F, MOST_FADE);
-    WriteFields();
-    pBrush->SetFadeFactor(m_Fade);
-    m_FadeSlider.SetPos(PositionOf(m_Fade));
 }
 
 void CTellurView::OnChangeEditHardness()
 {
-    CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
-    if (pBrush == nullptr)
+    if (ApplyEdit("[CTellurView::OnEnChangeEditHardness] no current brush\n",
+                  m_Hardness,
+                  MOST_HARDNESS,
+                  &CTellurBrush::SetHardness))
     {
-        CrashLog("[CTellurView::OnEnChangeEditHardness] no current brush\n");
-        return;
+        m_HardnessSlider.SetPos(GetSharePosition(m_Hardness));
     }
-    ReadControls();
-    m_Hardness = std::clamp(m_Hardness, 0.0F, MOST_HARDNESS);
-    WriteFields();
-    pBrush->SetHardness(m_Hardness);
-    m_HardnessSlider.SetPos(GetSharePosition(m_Hardness));
 }
 
 void CTellurView::OnChangeEditDistance()
@@ -247,91 +184,11 @@ void CTellurView::OnDeltaDistance(int iDelta)
     OnChangeEditDistance();
 }
 
-int CTellurView::GetScrolledPosition(const CSliderCtrl& slider,
-                                     const SNotification& notification) const
-{
-    const int iPos = slider.GetPos();
-    const int iLow = slider.GetRangeMin();
-    const int iHigh = slider.GetRangeMax();
-    switch (notification.eScroll)
-    {
-    case EScrollCode::LineLeft:
-        return std::max(iPos - 1, iLow);
-    case EScrollCode::LineRight:
-        return std::min(iPos + 1, iHigh);
-    case EScrollCode::PageLeft:
-        return std::max(iPos - slider.GetPageSize(), iLow);
-    case EScrollCode::PageRight:
-        return std::min(iPos + slider.GetPageSize(), iHigh);
-    case EScrollCode::ThumbPosition:
-    case EScrollCode::ThumbTrack:
-        return notification.iValue;
-    case EScrollCode::Left:
-        return iLow;
-    case EScrollCode::Right:
-        return iHigh;
-    }
-    return iPos;
-}
-
-void CTellurView::OnHScroll(const SNotification& notification)
-{
-    ReadControls();
-    CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
-    if (pBrush == nullptr)
-    {
-        CrashLog("[CTellurView::OnHScroll] no current brush\n");
-        return;
-    }
-    for (CSliderCtrl* pSlider :
-         {&m_ExtentSlider, &m_FadeSlider, &m_PowerSlider, &m_HardnessSlider, &m_DistanceSlider})
-    {
-        if (pSlider == notification.pFrom)
-        {
-            m_KeptExtent.reset();
-            const int iPos = GetScrolledPosition(*pSlider, notification);
-            pSlider->SetPos(iPos);
-            ApplySlider(*pBrush, *pSlider, iPos);
-        }
-    }
-    WriteFields();
-    ShowBrush();
-}
-
 void CTellurView::ShowBrush()
 {
     if (EditorHost* pHost = GetEditorHost())
     {
         pHost->RedrawViews();
-    }
-}
-
-void CTellurView::ApplySlider(CTellurBrush& brush, const CSliderCtrl& slider, int iPos)
-{
-    if (&slider == &m_ExtentSlider)
-    {
-        m_Extent = ExtentOf(iPos);
-        brush.SetExtent(m_Extent);
-    }
-    else if (&slider == &m_FadeSlider)
-    {
-        m_Fade = ExtentOf(iPos); // on the extent's scale, on purpose
-        brush.SetFadeFactor(m_Fade);
-    }
-    else if (&slider == &m_PowerSlider)
-    {
-        m_Power = GetShareAt(iPos);
-        brush.SetPowerModifier(m_Power);
-    }
-    else if (&slider == &m_HardnessSlider)
-    {
-        m_Hardness = GetShareAt(iPos);
-        brush.SetHardness(m_Hardness);
-    }
-    else
-    {
-        m_VerticalDistance = DistanceOf(iPos);
-        brush.SetVerticalDistance(m_VerticalDistance);
     }
 }
 

@@ -147,7 +147,7 @@ private:
     std::vector<const CRTTI*> m_Classes; // theirs, when the rows were made
     SPropListHooks m_Hooks;
     Rows m_Rows; // the whole tree, parents before their children
-    Rows m_Dead; // until their editors have finished what they are doing
+    Rows m_Dead; // with editors that may not have finished yet; until the next choice of a row
     std::vector<SPropRow*> m_Shown;
     std::set<std::string> m_Toggled; // keys of rows that a person opened or closed
     CImageList m_Images;

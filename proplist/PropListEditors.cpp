@@ -341,6 +341,7 @@ bool CPropListCtrl::OnNotify(SNotification& notification)
     switch (notification.eKind)
     {
     case ENotify::SelectionChanged:
+        m_Dead.clear(); // the hand is in the list, so no editor is at work
         BeginEdit(GetRowOf(notification.iItem));
         return false;
     case ENotify::CellClicked:

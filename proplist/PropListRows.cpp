@@ -280,8 +280,16 @@ void CPropListCtrl::Rebuild()
             }
         }
     }
-    // An editor may be the very one that this comes from.
-    m_Dead = std::move(m_Rows);
+    // An editor may be the very one that this comes from, with a dialog of its own still open.
+    for (auto& pRow : m_Rows)
+    {
+        if (std::any_of(pRow->editors.begin(),
+                        pRow->editors.end(),
+                        [](const auto& pEditor) { return pEditor != nullptr; }))
+        {
+            m_Dead.push_back(std::move(pRow));
+        }
+    }
     m_Rows.clear();
     BuildRows();
     ShowRows();
