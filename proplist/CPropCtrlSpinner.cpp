@@ -54,7 +54,7 @@ void CPropCtrlSpinner::SetValueText(const std::string& strText)
 
 std::string CPropCtrlSpinner::FormatValue() const
 {
-    const std::string strHook = m_List.FormatNumber(m_Row, m_Value);
+    std::string strHook = m_List.FormatNumber(m_Row, m_Value);
     if (!strHook.empty())
     {
         return strHook;

@@ -99,7 +99,8 @@ void CPropListCtrl::AddFields(const PropObjects& objects, int iDepth, const std:
         {
             SPropRow& row = AddRow(nullptr, -1, objects);
             row.strName = strCategory;
-            row.strKey = strKey + "/" + strCategory;
+            row.strKey = strKey;
+            row.strKey.append("/").append(strCategory);
             row.iDepth = iDepth;
             row.bOpen = m_Toggled.count(row.strKey) == 0;
             strFieldKey = row.strKey;

@@ -292,6 +292,14 @@ TEST_F(CBrushControls, TheGridShowsTheFunctionAndKeysAndPicksRefreshIt)
     EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
     Take(PANEL_POINT_HEIGHT);
     EXPECT_EQ(pGrid->model()->rowCount(), 0);
+
+    pGrid->setColumnWidth(0, 163);
+    CloseView();
+    EXPECT_NE(ReadBytes(m_Folder.Path("config/tellur/registry.ini"))
+                  .find("[Software\\Test\\Montar\\Settings\\Tellur prop control columns info]"),
+              std::string::npos);
+    ASSERT_NO_FATAL_FAILURE(OpenView());
+    EXPECT_EQ(Find<QTreeView>(PANEL_GRID)->columnWidth(0), 163);
 }
 
 TEST_F(CBrushControls, ShapeAndMaskComeFromFiles)

@@ -4,6 +4,7 @@
 #include "host/IPluginScript.h"
 #include "parser/TCParseFile.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QAction>
 #include <QApplication>
 #include <QDir>
@@ -14,11 +15,45 @@
 #include <QTimer>
 
 #include <cmath>
+#include <cstring>
 
 namespace
 {
 
 constexpr qint64 LIMIT_MS = 60000; // of what a loaded machine may take, not of what it should take
+
+// Sees the server's note that a property of a window has changed.
+class CServerEcho : public QAbstractNativeEventFilter
+{
+public:
+    explicit CServerEcho(WId window)
+        : m_Window(static_cast<uint32_t>(window))
+    {
+        QCoreApplication::instance()->installNativeEventFilter(this);
+    }
+
+    ~CServerEcho() override { QCoreApplication::instance()->removeNativeEventFilter(this); }
+
+    bool IsThere() const { return m_bThere; }
+
+    bool nativeEventFilter(const QByteArray& type, void* pMessage, qintptr*) override
+    {
+        constexpr uint8_t PROPERTY_NOTIFY = 28; // of the X protocol; the window's id follows at 4
+        constexpr uint8_t SENT_BY_CLIENT = 0x80;
+        const auto* pEvent = static_cast<const uint8_t*>(pMessage);
+        uint32_t uWindow = 0;
+        if (type == "xcb_generic_event_t" && (pEvent[0] & ~SENT_BY_CLIENT) == PROPERTY_NOTIFY)
+        {
+            std::memcpy(&uWindow, pEvent + 4, sizeof(uWindow));
+            m_bThere = m_bThere || uWindow == m_Window;
+        }
+        return false;
+    }
+
+private:
+    uint32_t m_Window;
+    bool m_bThere = false;
+};
 
 } // namespace
 
@@ -110,9 +145,15 @@ bool CEditorFixture::WaitFor(const std::function<bool()>& holds, const char* psz
 void CEditorFixture::Settle()
 {
     // A property that the server changes for us comes back behind everything that it sent before.
-    QProcess process;
-    process.start("xdotool", {"getmouselocation"});
-    WaitFor([&process] { return process.state() == QProcess::NotRunning; }, "xdotool ends");
+    if (m_Window != nullptr && m_Window->windowHandle() != nullptr)
+    {
+        const CServerEcho echo(m_Window->winId());
+        QProcess process;
+        process.start("xdotool",
+                      {"set_window", "--name", "settled", QString::number(m_Window->winId())});
+        WaitFor([&] { return process.state() == QProcess::NotRunning && echo.IsThere(); },
+                "the server answers");
+    }
     for (int i = 0; i < 4; ++i)
     {
         QCoreApplication::sendPostedEvents();
