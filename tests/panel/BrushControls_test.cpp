@@ -79,11 +79,12 @@ TEST_F(CBrushControls, TheExtentsScaleFollowsItsLimits)
     EXPECT_EQ(Slider(PANEL_EXTENT_SLIDER)->value(), 32000);
     Type(PANEL_EXTENT_EDIT, "35");
     EXPECT_EQ(Slider(PANEL_EXTENT_SLIDER)->value(), 4000);
-    m_Plugin->OnAction(1, 1, 1); // a key makes it 1/1280 of the terrain larger
-    EXPECT_EQ(Slider(PANEL_EXTENT_SLIDER)->value(), 4010);
     Type(PANEL_MAX_EXTENT, "110");
-    EXPECT_EQ(Slider(PANEL_EXTENT_SLIDER)->value(), 8020) << "what it shows now, not what it did";
+    EXPECT_EQ(Slider(PANEL_EXTENT_SLIDER)->value(), 8000);
+    m_Plugin->OnAction(1, 1, 1); // a key makes it 1/1280 of the terrain larger
+    EXPECT_EQ(Slider(PANEL_EXTENT_SLIDER)->value(), 8020);
     Type(PANEL_MAX_EXTENT, "210");
+    EXPECT_EQ(Slider(PANEL_EXTENT_SLIDER)->value(), 4010) << "what it shows now, not what it did";
     Slide(PANEL_FADE_SLIDER, 8000); // the fade distance has the extent's scale
     EXPECT_EQ(Brush()->GetFadeFactor(), 60.0F);
 
