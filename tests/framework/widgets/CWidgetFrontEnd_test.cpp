@@ -3,6 +3,7 @@
 #include "framework/core/CMenu.h"
 #include "framework/core/Capture.h"
 #include "framework/core/ChooseColor.h"
+#include "framework/core/ChooseFolder.h"
 #include "framework/core/Cursor.h"
 #include "framework/core/CursorPos.h"
 #include "framework/core/KeyState.h"
@@ -12,10 +13,13 @@
 #include "framework/widgets/qt/WidgetAccess.h"
 #include "resources/PluginResources.h"
 #include "tests/framework/widgets/CTestForms.h"
+#include "tests/support/CTempFolder.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QColorDialog>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QTest>
@@ -121,6 +125,22 @@ TEST_F(CFrontEndWindows, ChooserAndMenuGiveWhatWasChosen)
     WhenOpen<QColorDialog>([](QColorDialog& chooser) { chooser.reject(); });
     EXPECT_FALSE(ChooseColor(uColor));
     EXPECT_EQ(uColor, 0x030201U);
+
+    const CTempFolder folder;
+    std::filesystem::create_directories(folder.Path("levels"));
+    std::string strFolder = folder.GetFolder();
+    WhenOpen<QFileDialog>(
+        [&folder](QFileDialog& chooser)
+        {
+            EXPECT_EQ(chooser.directory().path().toStdString(), folder.GetFolder());
+            chooser.findChild<QLineEdit*>()->setText(QString::fromStdString(folder.Path("levels")));
+            QTest::keyClick(chooser.findChild<QLineEdit*>(), Qt::Key_Return);
+        });
+    EXPECT_TRUE(ChooseFolder(strFolder));
+    EXPECT_EQ(strFolder, folder.Path("levels"));
+    WhenOpen<QFileDialog>([](QFileDialog& chooser) { chooser.reject(); });
+    EXPECT_FALSE(ChooseFolder(strFolder));
+    EXPECT_EQ(strFolder, folder.Path("levels"));
 
     CMenu menu;
     menu.InsertItem(0, 7, "first");
