@@ -28,7 +28,6 @@ public:
     virtual ITextMacroTable* GetTextMacroTable() = 0;     // borrowed, never null
     virtual World* GetWorld() = 0;                        // borrowed, lives as long as the engine
     virtual CRTTIObject* FindObjectById(int32_t iId) = 0; // borrowed, null when unknown
-    virtual std::vector<CRTTIObject*> GetObjects() = 0;   // all of them by identifier, borrowed
 
     // Camera moves in terrain units; a view without a camera is ignored.
     virtual void StepCameraVertical(ViewId view, float fStep) = 0;
@@ -40,4 +39,6 @@ public:
     // uCount points; iClosed 1 joins the last with the first.
     virtual void
     DrawLines(uint32_t uCount, const SVec3* pPoints, int iClosed, const SColor& color) = 0;
+
+    virtual std::vector<CRTTIObject*> GetObjects() = 0; // all of them by identifier, borrowed
 };
