@@ -317,6 +317,7 @@ void CPropListCtrl::OnSize()
 
 bool CPropListCtrl::OnLButtonDown(const SMouseEvent& event)
 {
+    m_Dead.clear(); // the hand is in the list, so no editor is at work
     int iItem = -1;
     int iColumn = -1;
     SPropRow* pRow = HitTest(event.point, iItem, iColumn) ? GetRowOf(iItem) : nullptr;
@@ -341,7 +342,6 @@ bool CPropListCtrl::OnNotify(SNotification& notification)
     switch (notification.eKind)
     {
     case ENotify::SelectionChanged:
-        m_Dead.clear(); // the hand is in the list, so no editor is at work
         BeginEdit(GetRowOf(notification.iItem));
         return false;
     case ENotify::CellClicked:

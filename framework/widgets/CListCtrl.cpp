@@ -94,6 +94,7 @@ void CListCtrl::DeleteItem(int iItem)
     CReportView* pView = GetView(GetNode());
     if (pView != nullptr && iItem >= 0)
     {
+        const QSignalBlocker quiet(pView->selectionModel()); // nobody has chosen another row
         pView->GetModel().removeRow(iItem);
         pView->FollowCells();
     }
@@ -103,6 +104,7 @@ void CListCtrl::DeleteAllItems()
 {
     if (CReportView* pView = GetView(GetNode()))
     {
+        const QSignalBlocker quiet(pView->selectionModel());
         pView->GetModel().removeRows(0, pView->GetModel().rowCount());
         pView->FollowCells();
     }

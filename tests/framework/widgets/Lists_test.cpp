@@ -210,6 +210,12 @@ TEST_F(CLists, AReportTellsOfSelectionClicksMenusAndColumns)
               (Notes{note(ENotify::ColumnResized, "-1,0," + std::to_string(ToPixels(140)))}));
     m_Report.SelectItem(-1);
     EXPECT_EQ(m_Report.GetSelectedItem(), -1);
+    m_Report.SelectItem(1);
+    m_Report.DeleteItem(1); // by code, as selecting is: nobody hears of it
+    m_Report.SelectItem(0);
+    m_Report.DeleteAllItems();
+    EXPECT_EQ(TakeNotes(), Notes{});
+    EXPECT_EQ(m_Report.GetSelectedItem(), -1);
 }
 
 TEST_F(CLists, AnEditorLaidOverACellFollowsIt)
