@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QStyleFactory>
 #include <QTemporaryDir>
+#include <QWidget>
 
 #include <benchmark/benchmark.h>
 
