@@ -170,16 +170,21 @@ void CPropListCtrl::ShowRows()
     SetRedraw(false);
     DeleteAllItems();
     m_Shown.clear();
+    // Names of one depth are in line, with and without a picture before them; a flat list has none.
+    const bool bTree =
+        std::any_of(m_Rows.begin(), m_Rows.end(), [](const auto& pRow) { return pRow->bParent; });
     int iClosedDepth = -1; // rows deeper than this are hidden; -1: none is
     for (const auto& pRow : m_Rows)
     {
+        pRow->iItem = -1;
         if (iClosedDepth >= 0 && pRow->iDepth > iClosedDepth)
         {
             continue;
         }
         iClosedDepth = pRow->bParent && !pRow->bOpen ? pRow->iDepth : -1;
+        pRow->iItem = static_cast<int>(m_Shown.size());
         m_Shown.push_back(pRow.get());
-        ShowRow(static_cast<int>(m_Shown.size()) - 1, *pRow);
+        ShowRow(*pRow, bTree);
     }
     SetRedraw(true);
     if (bFocus && m_pEdited == nullptr)
@@ -188,8 +193,9 @@ void CPropListCtrl::ShowRows()
     }
 }
 
-void CPropListCtrl::ShowRow(int iItem, const SPropRow& row)
+void CPropListCtrl::ShowRow(const SPropRow& row, bool bTree)
 {
+    const int iItem = row.iItem;
     InsertItem(iItem, row.strName.c_str());
     SetCellText(iItem, VALUE_COLUMN, GetShownText(row).c_str());
     if (row.pField != nullptr)
@@ -202,9 +208,6 @@ void CPropListCtrl::ShowRow(int iItem, const SPropRow& row)
     const int iPicture = row.bParent ? (row.bOpen ? PICTURE_OPEN : PICTURE_CLOSED)
                                      : (bLocked ? int{PICTURE_LOCKED} : -1);
     SetItemImage(iItem, iPicture);
-    // Names of one depth are in line, with and without a picture before them; a flat list has none.
-    const bool bTree =
-        std::any_of(m_Rows.begin(), m_Rows.end(), [](const auto& pRow) { return pRow->bParent; });
     SetItemIndent(iItem, row.iDepth + (bTree && iPicture < 0 ? 1 : 0));
 }
 
@@ -212,12 +215,6 @@ SPropRow* CPropListCtrl::GetRowOf(int iItem) const
 {
     const bool bThere = iItem >= 0 && iItem < static_cast<int>(m_Shown.size());
     return bThere ? m_Shown[static_cast<size_t>(iItem)] : nullptr;
-}
-
-int CPropListCtrl::FindItem(const SPropRow& row) const
-{
-    const auto found = std::find(m_Shown.begin(), m_Shown.end(), &row);
-    return found != m_Shown.end() ? static_cast<int>(found - m_Shown.begin()) : -1;
 }
 
 void CPropListCtrl::Toggle(SPropRow& row, bool bOpen)
@@ -233,6 +230,6 @@ void CPropListCtrl::Toggle(SPropRow& row, bool bOpen)
         m_Toggled.insert(row.strKey);
     }
     ShowRows();
-    SelectItem(FindItem(row));
+    SelectItem(row.iItem);
     BeginEdit(&row);
 }

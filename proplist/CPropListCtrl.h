@@ -90,9 +90,8 @@ private:
     void CreateColumns();
     void CreateImages();
     void ShowRows();
-    void ShowRow(int iItem, const SPropRow& row);
-    int FindItem(const SPropRow& row) const; // -1: not shown
-    SPropRow* GetRowOf(int iItem) const;     // null when there is none
+    void ShowRow(const SPropRow& row, bool bTree); // bTree: some rows have a picture
+    SPropRow* GetRowOf(int iItem) const;           // null when there is none
     void Toggle(SPropRow& row, bool bOpen);
 
     // the tree of rows
@@ -114,7 +113,7 @@ private:
     std::string GetShownText(const SPropRow& row) const;
     void RefreshRow(SPropRow& row, const CPropInPlaceCtrl* pSender);
     void WriteValue(const SPropRow& row, const std::string& strText);
-    bool WriteOne(CRTTIObject& object, CRTTIField& field, const std::string& strText);
+    bool WriteOne(CRTTIObject& object, CRTTIField& field, const std::string& strText, int iElement);
 
     // editing
     void BeginEdit(SPropRow* pRow);
@@ -156,7 +155,7 @@ private:
     SCopied m_Copied;
     std::set<const CRTTIObject*> m_Path; // of pointers while the tree is made, against circles
     uint32_t m_NextEditorId = 1;
-    int m_iWritten = -1; // the element that is being written
+    int m_iWritten = -1; // the element that is being written, which SetFieldValue does not tell
     int m_nApplying = 0;
     bool m_bRebuildLater = false; // after the value that is being applied
     bool m_bRefreshLater = false;

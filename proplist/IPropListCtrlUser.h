@@ -30,7 +30,8 @@ public:
     // The text that stands for "leave the value as it is".
     virtual const char* GetNoChangeText(const CRTTIObject* pObject) = 0;
     // Reads the text, brings it inside the field's limits and writes it to the objects. False when
-    // any of them did not take it. iElement: as in SPropRow.
+    // any of them did not take it. iElement: the part of the field that the text is for, as in
+    // SPropRow; -1: the text is the whole field's.
     virtual bool HandleFieldEdit(const PropObjects& objects,
                                  CRTTIField* pField,
                                  const char* pszValue,

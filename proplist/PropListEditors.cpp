@@ -44,6 +44,14 @@ std::vector<CPropInPlaceCtrl*> GetWay(const SPropRow& row)
     return way;
 }
 
+bool HasFocusedEditor(const SPropRow& row)
+{
+    return std::any_of(row.editors.begin(),
+                       row.editors.end(),
+                       [](const auto& pEditor)
+                       { return pEditor != nullptr && pEditor->GetWindow().HasFocus(); });
+}
+
 } // namespace
 
 template <class TEditor> void CPropListCtrl::EnsureEditor(SPropRow& row, EPropEditor eSlot)
@@ -115,7 +123,7 @@ void CPropListCtrl::ChooseEditors(SPropRow& row)
 
 void CPropListCtrl::PlaceEditors(const SPropRow& row)
 {
-    const int iItem = FindItem(row);
+    const int iItem = row.iItem;
     if (iItem < 0)
     {
         return;
@@ -227,8 +235,8 @@ void CPropListCtrl::EndEdit()
 
 void CPropListCtrl::FocusRow(SPropRow& row, bool bLast)
 {
-    SelectItem(FindItem(row));
-    EnsureVisible(FindItem(row));
+    SelectItem(row.iItem);
+    EnsureVisible(row.iItem);
     BeginEdit(&row);
     const std::vector<CPropInPlaceCtrl*> way = GetWay(row);
     if (!way.empty())
@@ -264,7 +272,7 @@ bool CPropListCtrl::MoveEditing(bool bBack)
         way.front()->TakeFocus();
         return true;
     }
-    const int iFrom = m_pEdited != nullptr ? FindItem(*m_pEdited) : -1;
+    const int iFrom = m_pEdited != nullptr ? m_pEdited->iItem : -1;
     const auto nShown = static_cast<int>(m_Shown.size());
     for (int i = iFrom + (bBack ? -1 : 1); i >= 0 && i < nShown; i += bBack ? -1 : 1)
     {
@@ -288,15 +296,18 @@ bool CPropListCtrl::TranslateKey(const SKeyEvent& key)
 bool CPropListCtrl::OnKeyDown(const SKeyEvent& key)
 {
     SPropRow* pRow = GetRowOf(GetSelectedItem());
-    if (pRow == nullptr)
+    if (pRow == nullptr || HasFocusedEditor(*pRow))
     {
-        return false;
+        return false; // what an editor does not want is nothing to the list
     }
     switch (key.uKey)
     {
     case KEY_ENTER:
     case KEY_F2:
         FocusRow(*pRow, false);
+        return true;
+    case KEY_DELETE:
+        ClearValue(*pRow);
         return true;
     case KEY_LEFT:
     case KEY_RIGHT:

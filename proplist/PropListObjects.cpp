@@ -77,7 +77,17 @@ std::string CPropListCtrl::BrowsePath(const SPropRow& row, uint32_t uKind) const
 
 void CPropListCtrl::ClearValue(SPropRow& row)
 {
+    if (m_pUser == nullptr || row.pField == nullptr ||
+        (row.pField->GetFlags() & RTTI_FIELD_EDIT) == 0)
+    {
+        return;
+    }
     const ERTTIType eType = row.pField->GetType();
+    if (eType == RTTI_POINTER_LIST && row.iElement >= 0)
+    {
+        RunCommand(row, PROP_COMMAND_REMOVE);
+        return;
+    }
     if (eType == RTTI_POINTER_LIST)
     {
         const std::string strQuestion =

@@ -295,9 +295,9 @@ void CPropListCtrl::Rebuild()
     BuildRows();
     ShowRows();
     SPropRow* pEdited = FindRow(strEdited);
-    if (pEdited != nullptr && FindItem(*pEdited) >= 0)
+    if (pEdited != nullptr && pEdited->iItem >= 0)
     {
-        SelectItem(FindItem(*pEdited));
+        SelectItem(pEdited->iItem);
         BeginEdit(pEdited);
     }
 }

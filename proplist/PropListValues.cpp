@@ -49,7 +49,7 @@ std::string CPropListCtrl::GetShownText(const SPropRow& row) const
 void CPropListCtrl::RefreshRow(SPropRow& row, const CPropInPlaceCtrl* pSender)
 {
     ReadRow(row);
-    const int iItem = FindItem(row);
+    const int iItem = row.iItem;
     const std::string strShown = GetShownText(row);
     if (iItem >= 0 && GetCellText(iItem, VALUE_COLUMN) != strShown)
     {
@@ -148,7 +148,7 @@ void CPropListCtrl::WriteValue(const SPropRow& row, const std::string& strText)
 bool CPropListCtrl::HandleFieldEdit(const PropObjects& objects,
                                     CRTTIField* pField,
                                     const char* pszValue,
-                                    int /*iElement*/)
+                                    int iElement)
 {
     if (pField == nullptr || pszValue == nullptr)
     {
@@ -157,19 +157,23 @@ bool CPropListCtrl::HandleFieldEdit(const PropObjects& objects,
     bool bAll = true;
     for (CRTTIObject* pObject : objects)
     {
-        bAll = WriteOne(*pObject, *pField, pszValue) && bAll;
+        bAll = WriteOne(*pObject, *pField, pszValue, iElement) && bAll;
     }
     return bAll;
 }
 
-bool CPropListCtrl::WriteOne(CRTTIObject& object, CRTTIField& field, const std::string& strText)
+bool CPropListCtrl::WriteOne(CRTTIObject& object,
+                             CRTTIField& field,
+                             const std::string& strText,
+                             int iElement)
 {
     const CRTTI* pPointed = GetPointedClass(field);
     const CRTTI* pClass = pPointed != nullptr ? CRTTI::FindClass(strText.c_str()) : nullptr;
     if (pClass != nullptr && pClass->IsDerivedFrom(pPointed))
     {
         std::unique_ptr<CRTTIObject> pNew(pClass->Create());
-        if (pNew != nullptr && object.AdoptObject(&field, m_iWritten, pNew.get()))
+        const int iAdopted = iElement >= 0 ? iElement : m_iWritten;
+        if (pNew != nullptr && object.AdoptObject(&field, iAdopted, pNew.get()))
         {
             static_cast<void>(pNew.release()); // the object's
             object.OnFieldChanged(&field);
@@ -181,7 +185,8 @@ bool CPropListCtrl::WriteOne(CRTTIObject& object, CRTTIField& field, const std::
              strText.c_str());
         return false;
     }
-    if (!field.FromString(&object, ClampText(field, strText).c_str()))
+    const std::string strWhole = MakeWholeText(field, iElement, &object, strText);
+    if (!field.FromString(&object, ClampText(field, strWhole).c_str()))
     {
         LogR("[CPropListCtrl::HandleFieldEdit] \"%s\" is no value for %s.%s\n",
              strText.c_str(),

@@ -38,6 +38,7 @@ struct SPropRow
     std::string strText;     // the value as it is written and compared, of the first object
     bool bDifferent = false; // the objects do not have the same value
     int iDepth = 0;
+    int iItem = -1;       // where the list view shows it; -1: behind a closed row
     bool bParent = false; // has rows below it
     bool bOpen = true;    // which are shown
     // As far as a pointer or a list goes: what it pointed to when the rows were made.

@@ -83,6 +83,13 @@ TEST_F(CEditing, WhatIsNoValueLeavesTheOldOneAndSaysSo)
     ASSERT_NO_FATAL_FAILURE(Enter("-6"));
     EXPECT_EQ(Value("m_Place"), "1 -6 3") << "the whole field shows its part";
     EXPECT_EQ(m_Thing.m_Place.y, -6.0F);
+    // An owner may hand in the text of a part, or of the whole.
+    CRTTIField* pPlace = m_Thing.FindField("m_Place");
+    EXPECT_TRUE(m_List.HandleFieldEdit({&m_Thing, &m_Other}, pPlace, "9", 2));
+    EXPECT_FALSE(m_List.HandleFieldEdit({&m_Thing}, pPlace, "9", -1));
+    m_List.RefreshValues();
+    EXPECT_EQ(Value("m_Place"), "1 -6 9");
+    EXPECT_EQ(m_Other.m_Place.z, 9.0F);
 }
 
 TEST_F(CEditing, TheProgramsKeysWaitWhileATextIsEdited)

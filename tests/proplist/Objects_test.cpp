@@ -65,6 +65,8 @@ TEST_F(CObjects, BrowseButtonsOpenTheDialogOfTheirKind)
     m_FrontEnd.strChosenFolder = "/somewhere";
     Browse("m_Folder");
     EXPECT_EQ(m_Thing.m_Folder, "/somewhere");
+    QTest::keyClick(Editor<QPushButton>(), Qt::Key_Delete); // nothing to the list around it
+    EXPECT_EQ(m_Thing.m_Folder, "/somewhere");
     m_FrontEnd.keys = {EKey::Shift}; // clears
     Browse("m_Folder");
     EXPECT_EQ(m_Thing.m_Folder, "");
@@ -184,14 +186,31 @@ TEST_F(CObjects, PickedObjectsAreAssignedAsTheMenuSays)
                      "Remove CTestBox(11) from m_Shapes"}));
     EXPECT_EQ(m_Thing.m_Shapes, (std::vector<CRTTIObject*>{&m_Box, &m_Ball}));
 
-    m_FrontEnd.keys = {EKey::Shift};
+    // Delete on the list's row clears it after a question, on an element's that element.
+    const auto press = [this](const char* pszRow)
+    {
+        m_FrontEnd.calls.clear();
+        m_List.SelectItem(FindRow(pszRow));
+        View()->setFocus();
+        QTest::keyClick(View(), Qt::Key_Delete);
+    };
     m_FrontEnd.eAnswer = EMessageBoxAnswer::No;
-    Browse("name12");
+    press("m_Shapes<CTestShape[]>");
     EXPECT_EQ(m_FrontEnd.calls,
               FakeCalls{"FrontEnd.MessageBox(Delete all pointers from m_Shapes list?, 0x24)"});
     EXPECT_EQ(m_Thing.m_Shapes.size(), 2U);
-    m_FrontEnd.eAnswer = EMessageBoxAnswer::Yes;
+    m_FrontEnd.keys = {EKey::Shift};
     Browse("name12");
+    EXPECT_EQ(m_Thing.m_Shapes, std::vector<CRTTIObject*>{&m_Box});
+    m_Thing.m_Shapes = {&m_Box, &m_Ball};
+    m_List.RefreshValues();
+    press("name11");
+    EXPECT_EQ(m_Thing.m_Shapes, std::vector<CRTTIObject*>{&m_Ball});
+    press("a fixed number");
+    press("Numbers");
+    EXPECT_EQ(m_FrontEnd.calls, FakeCalls{});
+    m_FrontEnd.eAnswer = EMessageBoxAnswer::Yes;
+    press("m_Shapes<CTestShape[]>");
     EXPECT_TRUE(m_Thing.m_Shapes.empty());
     EXPECT_EQ(Value("m_Shapes<CTestShape[]>"), "empty");
 }
