@@ -2,7 +2,7 @@
 
 #include "functions/ETerrainFunctionMode.h"
 #include "modification/CVertList.h"
-#include "modification/VectorClones.h"
+#include "host/VectorClones.h"
 
 #include <bit>
 

@@ -4,6 +4,23 @@
 
 class IImage;
 
+// Channels of the bitmap: what is shown of it and what painting changes. Texels are four bytes, red
+// first.
+enum EPaintChannel : uint32_t
+{
+    PAINT_FREE_COLORS = 0x001, // channels count; otherwise texels are whole colours of a palette
+    PAINT_RGB_VISIBLE = 0x002,
+    PAINT_RGB_EDITABLE = 0x004,
+    PAINT_RED_VISIBLE = 0x008,
+    PAINT_RED_EDITABLE = 0x010,
+    PAINT_GREEN_VISIBLE = 0x020,
+    PAINT_GREEN_EDITABLE = 0x040,
+    PAINT_BLUE_VISIBLE = 0x080,
+    PAINT_BLUE_EDITABLE = 0x100,
+    PAINT_ALPHA_VISIBLE = 0x200,
+    PAINT_ALPHA_EDITABLE = 0x400,
+};
+
 // What a paint stroke does to one texel.
 class ITerrain2DFunction
 {

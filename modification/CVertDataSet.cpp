@@ -2,7 +2,7 @@
 
 #include "host/Log.h"
 #include "host/Terrain.h"
-#include "modification/VectorClones.h"
+#include "host/VectorClones.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "modification/HeightMerge.h"
 
-#include "modification/VectorClones.h"
+#include "host/VectorClones.h"
 
 #include <algorithm>
 #include <bit>

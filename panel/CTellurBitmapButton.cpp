@@ -3,6 +3,7 @@
 #include "brushes/ITellurBrush.h"
 #include "framework/drawing/CBitmap.h"
 #include "framework/drawing/CDrawContext.h"
+#include "framework/drawing/GreyPixels.h"
 #include "host/EditorHost.h"
 #include "host/Image.h"
 #include "host/Log.h"
@@ -32,28 +33,8 @@ bool CTellurBitmapButton::MakePixels(const IImage& image, int nBitsPerPixel)
     m_Pixels.clear();
     m_CachedImage = &image;
     m_CachedBits = nBitsPerPixel;
-    if (pGrey == nullptr || (nBitsPerPixel != 32 && nBitsPerPixel != 16))
-    {
-        return false;
-    }
-    m_Pixels.resize(nPixels * static_cast<size_t>(nBitsPerPixel / 8));
-    for (size_t i = 0; i < nPixels; ++i)
-    {
-        const uint32_t g = pGrey[i];
-        if (nBitsPerPixel == 32)
-        {
-            uint8_t* pPixel = &m_Pixels[i * 4];
-            pPixel[0] = pPixel[1] = pPixel[2] = pGrey[i];
-            pPixel[3] = 255;
-        }
-        else
-        {
-            const uint32_t uPixel = (g >> 3U) + ((g & 0xF8U) << 8U) + ((g & 0xFCU) << 3U);
-            m_Pixels[i * 2] = static_cast<uint8_t>(uPixel);
-            m_Pixels[i * 2 + 1] = static_cast<uint8_t>(uPixel >> 8U);
-        }
-    }
-    return true;
+    const bool bShown = nBitsPerPixel == 32 || nBitsPerPixel == 16;
+    return pGrey != nullptr && bShown && MakeGreyPixels(pGrey, nPixels, nBitsPerPixel, m_Pixels);
 }
 
 void CTellurBitmapButton::DrawItem(const SDrawItem& item)

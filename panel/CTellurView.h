@@ -95,7 +95,6 @@ private:
     void OnChangeEditExtent();
     void OnChangeLimits();
     void OnHScroll(const SNotification& notification);
-    int GetScrolledPosition(const CSliderCtrl& slider, const SNotification& notification) const;
     void ShowBrush(); // the views draw the changed brush
     void ApplySlider(CTellurBrush& brush, const CSliderCtrl& slider, int iPos);
     void OnDeltaPower(int iDelta);

@@ -79,33 +79,6 @@ int CTellurView::DistancePosition(float fDistance) const
                                : 0;
 }
 
-int CTellurView::GetScrolledPosition(const CSliderCtrl& slider,
-                                     const SNotification& notification) const
-{
-    const int iPos = slider.GetPos();
-    const int iLow = slider.GetRangeMin();
-    const int iHigh = slider.GetRangeMax();
-    switch (notification.eScroll)
-    {
-    case EScrollCode::LineLeft:
-        return std::max(iPos - 1, iLow);
-    case EScrollCode::LineRight:
-        return std::min(iPos + 1, iHigh);
-    case EScrollCode::PageLeft:
-        return std::max(iPos - slider.GetPageSize(), iLow);
-    case EScrollCode::PageRight:
-        return std::min(iPos + slider.GetPageSize(), iHigh);
-    case EScrollCode::ThumbPosition:
-    case EScrollCode::ThumbTrack:
-        return notification.iValue;
-    case EScrollCode::Left:
-        return iLow;
-    case EScrollCode::Right:
-        return iHigh;
-    }
-    return iPos;
-}
-
 void CTellurView::OnHScroll(const SNotification& notification)
 {
     ReadControls();
@@ -121,7 +94,7 @@ void CTellurView::OnHScroll(const SNotification& notification)
         if (pSlider == notification.pFrom)
         {
             m_KeptExtent.reset();
-            const int iPos = GetScrolledPosition(*pSlider, notification);
+            const int iPos = pSlider->GetScrolledPos(notification);
             pSlider->SetPos(iPos);
             ApplySlider(*pBrush, *pSlider, iPos);
         }

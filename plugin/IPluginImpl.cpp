@@ -18,7 +18,7 @@
 #include "host/Reflection.h"
 #include "host/Terrain.h"
 #include "host/World.h"
-#include "modes/CModeEditTerrainType.h"
+#include "painting/CModeEditTerrainType.h"
 #include "modes/CModeExportTerrainExtent.h"
 #include "modes/CModeTerraforming.h"
 #include "modes/TerraformingState.h"

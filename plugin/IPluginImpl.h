@@ -5,7 +5,7 @@
 #include "framework/core/CMenu.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
-#include "modes/CTerrain2DDrawDlg.h"
+#include "painting/CTerrain2DDrawDlg.h"
 #include "plugin/CToolBarReg.h"
 #include "plugin/PluginContext.h"
 
@@ -129,6 +129,16 @@ public:
 
     void EnableTerraforming(bool bEnable) override;
 
+    bool SetMode(int32_t iModeId, int32_t iParameter) override;
+
+    int GetEditTerrainTypeModeId() const override { return m_EditTerrainTypeModeId; }
+
+    CModeEditTerrainType* GetEditTerrainTypeMode() const override { return m_pEditTerrainTypeMode; }
+
+    CTerrain2DDrawDlg* Get2DDrawDlg() const override { return m_p2DDrawDlg.get(); }
+
+    int32_t Get2DDrawUndoDepth() const override { return m_2DDrawUndoMgrStackSize; }
+
     void SetToolBarButton(uint32_t uCommand, bool bPressed) override;
 
     void SetPanel(ITerrainPanel* pPanel) override { m_pPanel = pPanel; }
@@ -145,11 +155,6 @@ public:
 
     SDragStatistics& GetDragStatistics() override { return m_DragStatistics; }
 
-    // What the host reaches beside the interfaces.
-    bool SetMode(int32_t iModeId, int32_t iParameter);
-
-    int32_t Get2DDrawUndoDepth() const { return m_2DDrawUndoMgrStackSize; }
-
 private:
     uint32_t MapResourceId(uint32_t uResourceId) const;
 
@@ -162,7 +167,7 @@ private:
     void InitializeFunctionsAndBrushes();
     void CreateFunctions();
     void TogglePanel();
-    void Open2DDrawDlg();
+    bool Open2DDrawDlg(); // false when it cannot be shown
     void ApplyPickedHeight();
     class CRTTIField* FindHeightField() const;
     bool CanPickHeight(ViewId view) const;
@@ -176,6 +181,8 @@ private:
     bool PlayUseBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
     bool PlaySaveBrushes(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
     bool PlayResolution(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
+    EScriptResult PlayPaint(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
+    bool PlayPaintingMode(std::string& strWhy);
     bool IsDragInProgress() const;
 
     EditorHost* m_pEditorHost = nullptr;

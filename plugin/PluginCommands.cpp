@@ -9,7 +9,7 @@
 #include "host/Log.h"
 #include "host/ModeManager.h"
 #include "host/Reflection.h"
-#include "modes/CModeEditTerrainType.h"
+#include "painting/CModeEditTerrainType.h"
 #include "panel/CTellurView.h"
 #include "plugin/CEditorAction.h"
 #include "plugin/CommandIds.h"
@@ -177,18 +177,28 @@ void IPluginImpl::TogglePanel()
     m_pEditorHost->OpenPluginView(&CTellurView::GetRuntimeClass());
 }
 
-void IPluginImpl::Open2DDrawDlg()
+bool IPluginImpl::Open2DDrawDlg()
 {
     if (m_pEditTerrainTypeMode == nullptr)
     {
-        return;
+        return false;
     }
     if (m_p2DDrawDlg == nullptr)
     {
-        m_p2DDrawDlg = std::make_unique<CTerrain2DDrawDlg>();
-        m_p2DDrawDlg->Create(nullptr);
+        auto pDialog = std::make_unique<CTerrain2DDrawDlg>();
+        if (!pDialog->Create(nullptr))
+        {
+            return false;
+        }
+        m_p2DDrawDlg = std::move(pDialog);
+        m_p2DDrawDlg->SetUser(m_pEditTerrainTypeMode);
+        m_p2DDrawDlg->SetExtentPointer(m_pEditTerrainTypeMode->GetBrushHalfSize());
+        m_p2DDrawDlg->LoadColours();
+        m_p2DDrawDlg->SetBrushShape(m_pEditTerrainTypeMode->GetBrushShape(),
+                                    CTerrain2DDrawDlg::DEFAULT_SHAPE);
     }
     m_p2DDrawDlg->ShowWindow(true);
+    return true;
 }
 
 bool IPluginImpl::GetToolTipText(SToolTipText& tip) const

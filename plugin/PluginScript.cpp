@@ -45,7 +45,7 @@ EScriptResult IPluginImpl::Play(const CTCPARSE_KEYWORD* pKeyword, std::string& s
                                       { return IsKeyword(pKeyword, keyword.first); });
     if (pFound == std::end(keywords))
     {
-        return EScriptResult::Unknown;
+        return PlayPaint(pKeyword, strWhy);
     }
     const FPlay pPlay = pFound->second;
     return (this->*pPlay)(pKeyword, strWhy) ? EScriptResult::Done : EScriptResult::Failed;
@@ -102,6 +102,10 @@ bool IPluginImpl::PlayMode(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy
     if (m_pEditorHost->GetModeManager()->GetCurrentModeId() == pMode->second)
     {
         return true;
+    }
+    if (pMode->second == m_EditTerrainTypeModeId)
+    {
+        return PlayPaintingMode(strWhy);
     }
     if (!SetMode(pMode->second, 0))
     {

@@ -1,6 +1,7 @@
 // The one persistent setting.
 
 #include "host/FileSystem.h"
+#include "painting/CModeEditTerrainType.h"
 #include "parser/KeywordValues.h"
 #include "plugin/IPluginImpl.h"
 
@@ -30,6 +31,10 @@ void IPluginImpl::LoadSettings(const CTCPARSE_KEYWORD* pFirst)
         if (IsKeyword(pKey, SETTING_KEY))
         {
             m_2DDrawUndoMgrStackSize = GetIntValue(pKey->params);
+            if (m_pEditTerrainTypeMode != nullptr)
+            {
+                m_pEditTerrainTypeMode->ApplyUndoDepth();
+            }
         }
     }
 }

@@ -66,6 +66,9 @@ public:
     void SetViewToggle(ViewId view, bool bOn) override;
     bool OpenPluginView(const CRuntimeClass* pClass) override;
     void ClosePluginView() override;
+
+    bool PrepareWindows() override { return true; }
+
     void OnCaptionChanged(const char* pszCaption) override;
     bool OnProgress(const char* pszWhat, float fDone) override;
 

@@ -52,6 +52,7 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
         this, [this] { m_Editor.GetAutosave().Tick(CAutosave::TimePoint::clock::now()); });
     m_StateTimer.setSingleShot(true);
     m_StateTimer.callOnTimeout(this, [this] { Refresh(); });
+    m_Settings.render.pPaintLayer = &GetHost().GetCPaintLayer();
     m_DropTimer.setSingleShot(true);
     m_DropTimer.callOnTimeout(this, [this] { OpenFile(m_Dropped); });
 }

@@ -31,11 +31,13 @@ CEditorHost::CEditorHost(IHostFace& face)
     , m_ProgressBefore(SetProgressSink(this))
 {
     m_Undo.SetListener(this);
+    m_PaintLayer.SetListener([this] { m_Face.RedrawViews(); });
 }
 
 CEditorHost::~CEditorHost()
 {
     DestroyPluginObjects();
+    m_PaintLayer.SetListener(nullptr);
     SetProgressSink(m_ProgressBefore);
     SetFrontEnd(m_FrontEndBefore);
 }
@@ -74,6 +76,11 @@ bool CEditorHost::FinishLevelChange()
     NotifyPlugins(NOTIFY_LEVEL_CHANGED);
     Tell(EHostEvent::LevelChanged);
     return true;
+}
+
+bool CEditorHost::PrepareWindows()
+{
+    return m_Face.PrepareWindows();
 }
 
 void CEditorHost::RenderFrame()
@@ -116,7 +123,7 @@ void CEditorHost::RegisterProcess(IEditorAction* pProcess)
 
 IPaintLayer* CEditorHost::GetPaintLayer()
 {
-    return nullptr;
+    return &m_PaintLayer;
 }
 
 void CEditorHost::TurnCamera(ViewId view, float fDegrees)

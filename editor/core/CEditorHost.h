@@ -5,6 +5,7 @@
 #include "editor/core/CSettings.h"
 #include "editor/core/CUndoStack.h"
 #include "editor/core/IHostObserver.h"
+#include "engine/paint/CPaintLayer.h"
 #include "engine/world/CEngineHost.h"
 #include "host/EditorHost.h"
 #include "host/Progress.h"
@@ -75,6 +76,9 @@ public:
 
     bool IsDragging() const { return m_DragView != NO_VIEW; }
 
+    // As IHostFace::PrepareWindows.
+    bool PrepareWindows();
+
     // One frame: debug lines anew, then the current mode draws.
     void RenderFrame();
 
@@ -88,6 +92,8 @@ public:
     void DestroyPluginObjects();
 
     CEngineHost& GetEngine() { return m_Engine; }
+
+    CPaintLayer& GetCPaintLayer() { return m_PaintLayer; }
 
     CModeManager& GetModes() { return m_Modes; }
 
@@ -177,6 +183,7 @@ private:
     IFrontEnd* m_FrontEndBefore = nullptr;
     IProgressSink* m_ProgressBefore = nullptr;
     CEngineHost m_Engine;
+    CPaintLayer m_PaintLayer{m_Engine.GetCWorld()};
     CModeManager m_Modes;
     CUndoStack m_Undo;
     CSettings m_Settings;

@@ -46,6 +46,8 @@ public:
 
     void ClosePluginView() override {}
 
+    bool PrepareWindows() override { return false; }
+
     void OnCaptionChanged(const char*) override {}
 
     bool OnProgress(const char*, float) override { return true; }

@@ -55,6 +55,8 @@ public:
     // Creates and shows the docked panel of that class. False when this face shows no windows.
     virtual bool OpenPluginView(const CRuntimeClass* pClass) = 0;
     virtual void ClosePluginView() = 0;
+    // Windows of the plug-in are about to be worked without a person. False when there can be none.
+    virtual bool PrepareWindows() = 0;
     virtual void OnCaptionChanged(const char* pszCaption) = 0; // borrowed for the call
     // As IProgressSink: shows how far the work is, false cancels it.
     virtual bool OnProgress(const char* pszWhat, float fDone) = 0;

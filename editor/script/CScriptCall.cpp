@@ -37,6 +37,12 @@ std::string GetParamText(const CTCPARSE_PARAM& param)
         return "[ " + GetFloatText(vec.x) + ", " + GetFloatText(vec.y) + ", " +
                GetFloatText(vec.z) + " ]";
     }
+    case tcparse_vec4:
+    {
+        const auto& vec = static_cast<const CTCPARSE_VEC4&>(param);
+        return "[ " + GetFloatText(vec.x) + ", " + GetFloatText(vec.y) + ", " +
+               GetFloatText(vec.z) + ", " + GetFloatText(vec.w) + " ]";
+    }
     default:
         return "?";
     }
@@ -44,7 +50,7 @@ std::string GetParamText(const CTCPARSE_PARAM& param)
 
 } // namespace
 
-CScriptCall::CScriptCall(const CTCPARSE_KEYWORD& keyword)
+CScriptCall::CScriptCall(CTCPARSE_KEYWORD& keyword)
     : m_Keyword(keyword)
 {
 }

@@ -13,9 +13,10 @@ class CTCPARSE_PARAM;
 class CScriptCall
 {
 public:
-    explicit CScriptCall(const CTCPARSE_KEYWORD& keyword);
+    explicit CScriptCall(CTCPARSE_KEYWORD& keyword);
 
-    // Whether the arguments are exactly of these types: one letter each, i f s or v (of three).
+    // Whether the arguments are exactly of these types: one letter each, i f s, v (a vector of three)
+    // or w (of four).
     bool HasTypes(const char* pszTypes) const;
 
     // Of the argument at that place, which must be of the type.
@@ -24,13 +25,15 @@ public:
     const char* GetString(size_t iPlace) const;
     SVec3 GetVec3(size_t iPlace) const;
 
+    CTCPARSE_KEYWORD& GetKeyword() const { return m_Keyword; }
+
     // The call as a person reads it, as in "move( 1, 2.5, 3 )"; long ones are cut. One line.
     std::string GetText() const;
 
 private:
     const CTCPARSE_PARAM* GetParam(size_t iPlace) const;
 
-    const CTCPARSE_KEYWORD& m_Keyword;
+    CTCPARSE_KEYWORD& m_Keyword;
 };
 
 // The text with every control character replaced, so that it stays one line.

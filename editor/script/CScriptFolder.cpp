@@ -31,11 +31,12 @@ std::string CScriptFolder::GetPath(const std::string& strName) const
 
 void CScriptFolder::LocateFiles(CTCPARSE_KEYWORD& keyword) const
 {
-    if (IsKeyword(&keyword, "brush_file"))
+    if (IsKeyword(&keyword, "brush_file") || IsKeyword(&keyword, "paint_bitmap") ||
+        IsKeyword(&keyword, "paint_brush"))
     {
         LocateFile(keyword, EUse::Read);
     }
-    else if (IsKeyword(&keyword, "save_brushes"))
+    else if (IsKeyword(&keyword, "save_brushes") || IsKeyword(&keyword, "save_bitmap"))
     {
         LocateFile(keyword, EUse::Written);
     }

@@ -67,6 +67,17 @@ const CScriptPlayer::SKeyword CScriptPlayer::KEYWORDS[] = {
     {"press_miss", "", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Nothing>},
     {"move_miss", "i", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Nothing>},
     {"release_miss", "", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Nothing>},
+    {"paint_bitmap", "s", &CScriptPlayer::PlayPaint},
+    {"paint_function", "s", &CScriptPlayer::PlayPaint},
+    {"paint_color", "w", &CScriptPlayer::PlayPaint},
+    {"paint_mask", "i", &CScriptPlayer::PlayPaint},
+    {"paint_brush", "sf", &CScriptPlayer::PlayPaint},
+    {"paint_power", "f", &CScriptPlayer::PlayPaint},
+    {"paint_hardness", "f", &CScriptPlayer::PlayPaint},
+    {"paint_texel_mapping", "i", &CScriptPlayer::PlayPaint},
+    {"paint_undo", "", &CScriptPlayer::PlayPaint},
+    {"paint_redo", "", &CScriptPlayer::PlayPaint},
+    {"save_bitmap", "s", &CScriptPlayer::PlayPaint},
     {"action", "ii", &CScriptPlayer::PlayAction},
     {"undo", "", &CScriptPlayer::PlayUndo},
     {"redo", "", &CScriptPlayer::PlayRedo},
@@ -129,8 +140,8 @@ std::string CScriptPlayer::GetDeclarations()
         for (const char* pszType = keyword.pszTypes; *pszType != '\0'; ++pszType)
         {
             strText += pszType == keyword.pszTypes ? " " : ", ";
-            strText += *pszType;
-            strText += *pszType == 'v' ? "3" : "";
+            const std::string strVector = *pszType == 'v' ? "v3" : *pszType == 'w' ? "v4" : "";
+            strText += strVector.empty() ? std::string(1, *pszType) : strVector;
         }
         strText += *keyword.pszTypes != '\0' ? " )\n" : ")\n";
     }
@@ -170,6 +181,16 @@ bool CScriptPlayer::PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
         return false;
     }
     return (this->*pKeyword->pPlay)(call, strWhy);
+}
+
+bool CScriptPlayer::PlayPaint(const CScriptCall& call, std::string& strWhy)
+{
+    if (!m_Host.PrepareWindows())
+    {
+        strWhy = "there are no windows to paint with";
+        return false;
+    }
+    return PlayPluginKeyword(call.GetKeyword(), strWhy);
 }
 
 bool CScriptPlayer::PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)

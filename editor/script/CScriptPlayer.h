@@ -55,6 +55,7 @@ private:
     bool PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
     bool PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
 
+    bool PlayPaint(const CScriptCall& call, std::string& strWhy);
     bool PlayLevel(const CScriptCall& call, std::string& strWhy);
     bool PlayOpen(const CScriptCall& call, std::string& strWhy);
     bool PlayKeys(const CScriptCall& call, std::string& strWhy);

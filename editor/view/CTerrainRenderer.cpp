@@ -2,6 +2,7 @@
 
 #include "editor/view/CLineBatch.h"
 #include "editor/view/CMaterialCache.h"
+#include "editor/view/CPaintCopy.h"
 #include "editor/view/CPatchMesh.h"
 #include "editor/view/CPatchSelection.h"
 #include "editor/view/CShader.h"
@@ -10,7 +11,10 @@
 #include "editor/view/SViewProjection.h"
 #include "editor/view/Shaders.h"
 #include "editor/view/Vectors.h"
+#include "engine/paint/CPaintLayer.h"
 #include "engine/world/CEngineHost.h"
+#include "engine/world/CTexture.h"
+#include "host/Image.h"
 
 #include <QOpenGLContext>
 #include <QOpenGLVersionFunctionsFactory>
@@ -54,6 +58,7 @@ struct CTerrainRenderer::SParts
     CPatchMesh mesh;
     CLineBatch batch;
     CTextureCopies textures;
+    CPaintCopy paint;
     CMaterialCache materials;
     CPatchSelection selection;
     void DrawSky(const SRenderSettings& settings);
@@ -67,6 +72,8 @@ struct CTerrainRenderer::SParts
                      const SRenderSettings& settings);
     void DrawRanges(const CTerrainCopies& copies, SRenderStatistics& statistics);
     uint64_t SetOverlays(CEngineHost& engine, const SRenderSettings& settings);
+    uint64_t SetTypes(const SRenderSettings& settings);
+    uint64_t SetBrush(CEngineHost& engine, const SRenderSettings& settings);
 };
 
 CTerrainRenderer::CTerrainRenderer(std::shared_ptr<CTerrainCopies> pCopies)
@@ -118,6 +125,7 @@ void CTerrainRenderer::Release()
     m_Parts->batch.Release(gl);
     m_Copies->Leave(gl);
     m_Parts->textures.Release(gl);
+    m_Parts->paint.Release(gl);
     m_Parts.reset();
 }
 
@@ -248,7 +256,10 @@ void CTerrainRenderer::SParts::SetMaterial(const SViewProjection& view,
                                            const CTerrain& terrain,
                                            const SRenderSettings& settings)
 {
-    const std::string& strEdit = terrain.GetEditMaterial();
+    const CPaintLayer* pLayer = settings.pPaintLayer;
+    const std::string strPaint =
+        pLayer != nullptr && pLayer->IsShown() ? pLayer->GetMaterial() : "";
+    const std::string& strEdit = strPaint.empty() ? terrain.GetEditMaterial() : strPaint;
     const SMaterial& material =
         materials.Get(strEdit.empty() ? settings.strDefaultMaterial : strEdit);
     float fStep = material.fStep;
@@ -274,23 +285,77 @@ uint64_t CTerrainRenderer::SParts::SetOverlays(CEngineHost& engine, const SRende
 {
     const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
     ITexture* pMask = engine.GetCWorld().FindTerrainTexture(terrain.GetEditOverlay());
-    const SProjectedTexture& projected = terrain.GetProjectedTexture();
-    uint64_t uBytes = textures.Bind(*pGl, GL_TEXTURE2, settings.pTypeBitmap, ECopyKind::Color);
-    uBytes += textures.Bind(*pGl, GL_TEXTURE3, pMask, ECopyKind::Grey);
-    uBytes += textures.Bind(*pGl, GL_TEXTURE4, projected.pTexture, ECopyKind::Grey);
-    ground.Set("uTypeBlend", settings.pTypeBitmap != nullptr ? settings.fTypeBlend : 0.0F);
+    const uint64_t uBytes = textures.Bind(*pGl, GL_TEXTURE3, pMask, ECopyKind::Grey);
     // The third element of the transform is the scale, see World::MakeOverlayTransform.
     ground.Set("uMaskScale", pMask != nullptr ? terrain.GetEditOverlayTransform().m[2] : 0.0F);
     ground.Set("uMaskColor", settings.maskColor);
-    const SExtents& box = projected.box;
+    return uBytes + SetTypes(settings) + SetBrush(engine, settings);
+}
+
+// The bitmap of terrain types: what is being painted, or else the level's.
+uint64_t CTerrainRenderer::SParts::SetTypes(const SRenderSettings& settings)
+{
+    const CPaintLayer* pLayer = settings.pPaintLayer;
+    bool bPaint = false;
+    uint64_t uBytes =
+        pLayer != nullptr ? paint.Bind(*pGl, GL_TEXTURE2, *pLayer, bPaint) : uint64_t{0};
+    ground.Set("uPainting", bPaint ? 1 : 0);
+    if (!bPaint)
+    {
+        uBytes += textures.Bind(*pGl, GL_TEXTURE2, settings.pTypeBitmap, ECopyKind::Color);
+        ground.Set("uTypeBlend", settings.pTypeBitmap != nullptr ? settings.fTypeBlend : 0.0F);
+        ground.Set("uTypeMap", 1.0F, 1.0F, 0.0F, 0.0F);
+        ground.Set("uTypeChannels", 1.0F, 1.0F, 1.0F, 1.0F);
+        ground.Set("uTypeSwapped", 0);
+        return uBytes;
+    }
+    const uint32_t uChannels = pLayer->GetChannelMask();
+    const auto visible = [uChannels](uint32_t uBit)
+    {
+        return (uChannels & uBit) != 0 ? 1.0F : 0.0F;
+    };
+    const auto fWidth = static_cast<float>(pLayer->GetImage()->GetWidth());
+    const auto fHeight = static_cast<float>(pLayer->GetImage()->GetHeight());
+    const bool bVertices = pLayer->GetTexelMapping() == 1;
+    ground.Set("uTypeBlend", pLayer->GetBlendFactor());
+    ground.Set("uTypeMap",
+               bVertices ? 1.0F - 1.0F / fWidth : 1.0F,
+               bVertices ? 1.0F - 1.0F / fHeight : 1.0F,
+               bVertices ? 0.5F / fWidth : 0.0F,
+               bVertices ? 0.5F / fHeight : 0.0F);
+    ground.Set("uTypeChannels",
+               visible(PAINT_RED_VISIBLE),
+               visible(PAINT_GREEN_VISIBLE),
+               visible(PAINT_BLUE_VISIBLE),
+               visible(PAINT_ALPHA_VISIBLE));
+    // Texels of a palette have blue first; shown so, they are what the file has and will have.
+    ground.Set("uTypeSwapped", (uChannels & PAINT_FREE_COLORS) == 0 ? 1 : 0);
+    return uBytes;
+}
+
+// Under the cursor: the brush that paints, or else the footprint of the one that sculpts.
+uint64_t CTerrainRenderer::SParts::SetBrush(CEngineHost& engine, const SRenderSettings& settings)
+{
+    const SProjectedTexture& projected =
+        engine.GetCWorld().GetCTerrain()->GetProjectedTexture();
+    const CPaintLayer* pLayer = settings.pPaintLayer;
+    const bool bPaint =
+        pLayer != nullptr && pLayer->IsShown() && pLayer->GetBrushBox().has_value();
+    ITexture* pTexture = bPaint ? pLayer->GetBrushTexture() : projected.pTexture;
+    const SExtents& box = bPaint ? *pLayer->GetBrushBox() : projected.box;
+    const uint64_t uBytes = textures.Bind(*pGl, GL_TEXTURE4, pTexture, ECopyKind::Grey);
     const float fWidth = box.max.x - box.min.x;
     const float fDepth = box.max.z - box.min.z;
-    const bool bBox = projected.pTexture != nullptr && fWidth > 0.0F && fDepth > 0.0F;
+    const bool bBox = pTexture != nullptr && fWidth > 0.0F && fDepth > 0.0F;
     ground.Set("uPreviewBox",
                box.min.x,
                box.min.z,
                bBox ? 1.0F / fWidth : 0.0F,
                bBox ? 1.0F / fDepth : 0.0F);
-    ground.Set("uPreviewColor", settings.previewColor);
+    // A tint would hide the colour that is painted: only the outline is drawn then.
+    SColor color = settings.previewColor;
+    color.a = bPaint ? 0.0F : color.a;
+    ground.Set("uPreviewColor", color);
+    ground.Set("uPreviewFrame", bPaint ? 1.0F : 0.0F);
     return uBytes;
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+class CPaintLayer;
 class ITexture;
 
 // How a view wants its picture. Plain values that the view keeps and changes freely from frame to
@@ -32,6 +33,10 @@ struct SRenderSettings
     // The terrain-type bitmap, stretched over the whole terrain; null: none. Borrowed for the call.
     ITexture* pTypeBitmap = nullptr;
     float fTypeBlend = 0.6F; // 0: ground only, 1: bitmap only
+
+    // What is being painted takes the place of the terrain-type bitmap while it is shown. Null:
+    // none. Borrowed for the call.
+    const CPaintLayer* pPaintLayer = nullptr;
 
     // The file of the material shown while the terrain names none; empty: plain grey.
     std::string strDefaultMaterial;

@@ -7,6 +7,7 @@
 #include "framework/widgets/qt/ControlWidgets.h"
 #include "host/Log.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 
 CFormWindow::CFormWindow(uint32_t uTemplateId)
@@ -243,6 +244,18 @@ int CFormWindow::GetItemCheck(uint32_t uId) const
 {
     const CWindowNode* pNode = FindItem(uId);
     return pNode != nullptr ? GetButtonCheck(*pNode) : int{CHECK_OFF};
+}
+
+bool CFormWindow::PressItem(uint32_t uId)
+{
+    const CWindowNode* pNode = FindItem(uId);
+    auto* pButton = pNode != nullptr ? pNode->GetAs<QAbstractButton>() : nullptr;
+    if (pButton == nullptr || !pButton->isEnabled())
+    {
+        return false;
+    }
+    pButton->click();
+    return true;
 }
 
 void CFormWindow::InvalidateItem(uint32_t uId)

@@ -3,6 +3,8 @@
 #include "framework/widgets/qt/CWindowNode.h"
 #include "framework/widgets/qt/ControlWidgets.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -59,4 +61,30 @@ int CSliderCtrl::GetPageSize() const
 {
     const CSliderWidget* pSlider = GetSlider(GetNode());
     return pSlider != nullptr ? pSlider->pageStep() : 0;
+}
+
+int CSliderCtrl::GetScrolledPos(const SNotification& notification) const
+{
+    const int iPos = GetPos();
+    const int iLow = GetRangeMin();
+    const int iHigh = GetRangeMax();
+    switch (notification.eScroll)
+    {
+    case EScrollCode::LineLeft:
+        return std::max(iPos - 1, iLow);
+    case EScrollCode::LineRight:
+        return std::min(iPos + 1, iHigh);
+    case EScrollCode::PageLeft:
+        return std::max(iPos - GetPageSize(), iLow);
+    case EScrollCode::PageRight:
+        return std::min(iPos + GetPageSize(), iHigh);
+    case EScrollCode::ThumbPosition:
+    case EScrollCode::ThumbTrack:
+        return notification.iValue;
+    case EScrollCode::Left:
+        return iLow;
+    case EScrollCode::Right:
+        return iHigh;
+    }
+    return iPos;
 }

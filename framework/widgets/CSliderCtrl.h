@@ -14,6 +14,9 @@ public:
     int GetRangeMax() const;
     void SetPos(int iPos); // notifies nobody
     int GetPos() const;
+    // Where a scroll notification of this slider asks it to go: by one, by a page, to an end or to
+    // the thumb's place.
+    int GetScrolledPos(const SNotification& notification) const;
     void SetPageSize(int iPage);
     int GetPageSize() const;
 };

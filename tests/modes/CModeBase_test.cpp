@@ -1,4 +1,4 @@
-#include "modes/CModeEditTerrainType.h"
+#include "painting/CModeEditTerrainType.h"
 #include "tests/modes/ModesFixture.h"
 
 #include <tuple>

@@ -5,7 +5,7 @@
 #include "framework/core/CRuntimeClass.h"
 #include "framework/core/ResourceModule.h"
 #include "host/FileSystem.h"
-#include "modes/CModeEditTerrainType.h"
+#include "painting/CModeEditTerrainType.h"
 #include "panel/ITerrainPanel.h"
 #include "parser/TCParseFile.h"
 #include "plugin/CToolBarReg.h"

@@ -382,6 +382,13 @@ void CFakeContext::CheckHeightMapWritable()
     AddCall(&calls, "Context.CheckHeightMapWritable()");
 }
 
+bool CFakeContext::SetMode(int32_t iModeId, int32_t iParameter)
+{
+    AddCall(&calls, "Context.SetMode(%d, %d)", iModeId, iParameter);
+    return iModeId == -1 ? modes.DeactivateMode(iParameter)
+                         : modes.ActivateMode(iModeId, iParameter);
+}
+
 void CFakeContext::SetToolBarButton(uint32_t uCommand, bool bPressed)
 {
     AddCall(&calls, "Context.SetToolBarButton(%u, %d)", uCommand, bPressed ? 1 : 0);

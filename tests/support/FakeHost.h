@@ -96,7 +96,7 @@ public:
 
     void RegisterProcess(IEditorAction* pProcess) override;
 
-    IPaintLayer* GetPaintLayer() override { return nullptr; }
+    IPaintLayer* GetPaintLayer() override { return pPaintLayer; }
 
     void TurnCamera(ViewId view, float fDegrees) override;
     void LookFromDirection(ICamera* pCamera, float fX, float fY) override;
@@ -196,6 +196,7 @@ public:
     bool bKnowsEntityClass = true;
     ViewId activeView = 1;
     CFakeViewWindow window;
+    IPaintLayer* pPaintLayer = nullptr;
     ITextureManager* pTextureManager; // null for a host without one
     ModeManager* pModes;
     FakeCalls* pCalls;
@@ -248,6 +249,16 @@ public:
 
     void EnableTerraforming(bool) override {}
 
+    bool SetMode(int32_t iModeId, int32_t iParameter) override;
+
+    int GetEditTerrainTypeModeId() const override { return iEditTerrainTypeModeId; }
+
+    CModeEditTerrainType* GetEditTerrainTypeMode() const override { return pEditTerrainTypeMode; }
+
+    CTerrain2DDrawDlg* Get2DDrawDlg() const override { return pDrawDlg; }
+
+    int32_t Get2DDrawUndoDepth() const override { return iUndoDepth; }
+
     void SetToolBarButton(uint32_t uCommand, bool bPressed) override;
 
     void SetPanel(ITerrainPanel*) override {}
@@ -283,6 +294,10 @@ public:
     CFunctionContainer* pFunctions = nullptr;
     bool bAutoUpdateNormals = false;
     int iTerraformingModeId = -1;
+    int iEditTerrainTypeModeId = -1;
+    CModeEditTerrainType* pEditTerrainTypeMode = nullptr;
+    CTerrain2DDrawDlg* pDrawDlg = nullptr;
+    int32_t iUndoDepth = 10;
     SDragStatistics statistics;
 
 private:

@@ -3,6 +3,9 @@
 #include "editor/core/CHeadlessFace.h"
 #include "editor/script/CScriptCursor.h"
 #include "framework/core/IFrontEnd.h"
+#include "framework/widgets/COffscreenWindows.h"
+
+#include <memory>
 
 class World;
 
@@ -22,6 +25,8 @@ public:
     {
         return m_Cursor.Pick(m_World, hit);
     }
+
+    bool PrepareWindows() override;
 
     // IFrontEnd
     bool IsKeyDown(EKey eKey) const override { return m_Cursor.IsKeyDown(eKey); }
@@ -47,6 +52,7 @@ public:
     uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
 
 private:
+    std::unique_ptr<COffscreenWindows> m_Windows; // null until a script needs windows
     World* m_World = nullptr;
     CScriptCursor m_Cursor;
     SScreenPoint m_CursorPos = {};

@@ -24,10 +24,15 @@ uniform float uStep;
 uniform vec2 uRange; // lowest and highest ground
 
 uniform float uTypeBlend;
+uniform vec4 uTypeMap;      // share of the terrain to the bitmap: scale, then offset
+uniform vec4 uTypeChannels; // which are visible, 0 or 1
+uniform bool uTypeSwapped;  // blue comes first
+uniform bool uPainting;     // the bitmap is laid over the shaded ground
 uniform float uMaskScale;
 uniform vec4 uMaskColor;
 uniform vec4 uPreviewBox; // x, z, 1 / width, 1 / depth
 uniform vec4 uPreviewColor;
+uniform float uPreviewFrame; // 1: a line around the box
 uniform bool uFlat;
 uniform bool uWire;
 uniform bool uGrid;
@@ -88,6 +93,18 @@ vec3 GetGround(vec3 normal)
     return uColors[0].rgb;
 }
 
+// The bitmap's colour here, and how much of it covers the ground.
+vec4 GetType()
+{
+    vec4 type = texture(uTypes, vPosition.xz / uSize.xz * uTypeMap.xy + uTypeMap.zw);
+    type = uTypeSwapped ? type.bgra : type;
+    if (uTypeChannels.rgb == vec3(0.0))
+    {
+        return vec4(vec3(type.a), uTypeChannels.a); // alpha alone is a grey level
+    }
+    return vec4(type.rgb * uTypeChannels.rgb, mix(1.0, type.a, uTypeChannels.a));
+}
+
 void main()
 {
     vec3 normal;
@@ -102,10 +119,11 @@ void main()
         normal = vec3(across.x, sqrt(max(1.0 - dot(across, across), 0.0)), across.y);
     }
     vec3 color = GetGround(normal);
-    if (uTypeBlend > 0.0)
+    vec4 type = GetType();
+    type.a *= uTypeBlend;
+    if (!uPainting)
     {
-        vec4 type = texture(uTypes, vPosition.xz / uSize.xz);
-        color = mix(color, type.rgb, uTypeBlend * type.a);
+        color = mix(color, type.rgb, type.a);
     }
     if (vPosition.y < 0.0)
     {
@@ -113,6 +131,10 @@ void main()
     }
     float fLight = uAmbient * (0.8 + 0.2 * normal.y) + (1.0 - uAmbient) * max(dot(normal, uSun), 0.0);
     color *= fLight * 1.15;
+    if (uPainting)
+    {
+        color = mix(color, type.rgb, type.a);
+    }
     if (uGrid)
     {
         vec2 width = fwidth(vGrid);
@@ -145,6 +167,9 @@ void main()
         fRim *= step(1e-4, fwidth(fStrength));
         color = mix(color, uPreviewColor.rgb, fStrength * uPreviewColor.a);
         color = mix(color, uPreviewColor.rgb * 1.2, fRim * 0.8);
+        vec2 edge = min(inBox, 1.0 - inBox) / max(fwidth(inBox), vec2(1e-6));
+        float fFrame = 1.0 - smoothstep(0.5, 2.0, min(edge.x, edge.y));
+        color = mix(color, uPreviewColor.rgb * 1.2, fFrame * uPreviewFrame * 0.8);
     }
     float fHaze = uHaze.a * smoothstep(0.25, 1.0, distance(uEye, vPosition) / uHazeDistance);
     oColor = vec4(mix(color, uHaze.rgb, fHaze), 1.0);

@@ -1,0 +1,72 @@
+#include "host/ShapeSampling.h"
+
+#include "host/VectorClones.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+constexpr float PIXEL_SCALE = 0.003921569F; // 1 / 255
+constexpr float MIN_SAMPLE = 0.0001F;       // below it the image counts as black
+
+} // namespace
+
+SPixelPair GetPixelPair(float fOffset, float fPixels, int iSize)
+{
+    // Far outside both pixels are the border's; keep the number within an int.
+    const float fLimit = static_cast<float>(iSize + 2);
+    fPixels = std::isnan(fPixels) ? 0.0F : std::clamp(fPixels, -fLimit, fLimit);
+    const int iHalf = iSize / 2;
+    SPixelPair pair;
+    if (fOffset > 0.0F)
+    {
+        const int i = static_cast<int>(fPixels);
+        pair.iFirst = iHalf + i;
+        pair.iSecond = pair.iFirst + 1;
+        pair.fFirstWeight = 1.0F - (fPixels - static_cast<float>(i));
+    }
+    else
+    {
+        const float fAbs = std::fabs(fPixels);
+        const int n = static_cast<int>(fAbs);
+        pair.iFirst = iHalf - n - 1;
+        pair.iSecond = iHalf - n;
+        pair.fFirstWeight = fAbs - static_cast<float>(n);
+    }
+    pair.iFirst = std::clamp(pair.iFirst, 0, iSize - 1);
+    pair.iSecond = std::clamp(pair.iSecond, 0, iSize - 1);
+    return pair;
+}
+
+TELLUR_VECTOR_CLONES
+void BlendPixelRows(
+    const uint8_t* pFirst, const uint8_t* pSecond, float fFirstWeight, float* pDest, size_t nCount)
+{
+    const float fSecondWeight = 1.0F - fFirstWeight;
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        pDest[i] = static_cast<float>(pFirst[i]) * PIXEL_SCALE * fFirstWeight +
+                   static_cast<float>(pSecond[i]) * PIXEL_SCALE * fSecondWeight;
+    }
+}
+
+TELLUR_VECTOR_CLONES
+void SampleShapeRow(const float* pRow,
+                    const int* pColumns,
+                    const float* pColumnWeights,
+                    SShapeStrength strength,
+                    float* pWeights,
+                    size_t nCount)
+{
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        const float fLeft = pColumnWeights[i];
+        const float b = pRow[pColumns[2 * i]] * fLeft + pRow[pColumns[2 * i + 1]] * (1.0F - fLeft);
+        float fHard = b + strength.fHardness;
+        fHard = fHard < 0.0F ? 0.0F : fHard;
+        fHard = fHard > 1.0F ? 1.0F : fHard;
+        pWeights[i] = strength.fPower * (std::fabs(b) >= MIN_SAMPLE ? fHard : b);
+    }
+}

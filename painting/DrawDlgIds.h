@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+
+// Control ids of the draw dialog.
+enum EDrawDlgId : uint32_t
+{
+    DRAW_POWER_EDIT = 2108,
+    DRAW_POWER_SPIN = 2109,
+    DRAW_DIALOG = 2111,
+    DRAW_UNDO = 2117,
+    DRAW_REDO = 2118,
+    DRAW_POWER_SLIDER = 2134,
+    DRAW_BITMAP_FILE = 2140,
+    DRAW_BITMAP_BROWSE = 2141,
+    DRAW_EDIT = 2143,
+    DRAW_BLENDING = 2145,
+    DRAW_EXTENT_SLIDER = 2146,
+    DRAW_FIRST_COLOR = 2147, // eight of them
+    DRAW_CURRENT_COLOR = 2155,
+    DRAW_SAVE = 2156,
+    DRAW_SHAPE = 2157,
+    DRAW_EXTENT_EDIT = 2158,
+    DRAW_RGB_VISIBLE = 2161, // then editable, and the same for red, green, blue and alpha
+    DRAW_ALPHA_EDITABLE = 2170,
+    DRAW_SET = 2171,
+    DRAW_MUL = 2176,
+    DRAW_MATERIAL = 2180,
+    DRAW_MATERIAL_BROWSE = 2181,
+    DRAW_CENTIMETRES = 2184,
+    DRAW_HARDNESS_SLIDER = 2185,
+    DRAW_HARDNESS_EDIT = 2186,
+    DRAW_HARDNESS_SPIN = 2187,
+    DRAW_TEXEL_MAPPING = 2191,
+};

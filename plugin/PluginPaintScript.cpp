@@ -1,0 +1,222 @@
+// The keywords that paint: each goes the way of the draw dialog's control of that name.
+
+#include "painting/CModeEditTerrainType.h"
+#include "painting/CTerrain2DDrawDlg.h"
+#include "painting/DrawDlgIds.h"
+#include "painting/PaintLayer.h"
+#include "parser/KeywordValues.h"
+#include "plugin/CommandIds.h"
+#include "plugin/IPluginImpl.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+namespace
+{
+
+using FPaint = bool (*)(CTerrain2DDrawDlg&, CModeEditTerrainType&, const CTCPARSE_PARAM*, std::string&);
+
+std::string GetText(const CTCPARSE_PARAM* pParam)
+{
+    const char* pszText = GetStringValue(pParam);
+    return pszText != nullptr ? pszText : "";
+}
+
+// All digits, without an exponent.
+std::string MakeFieldText(float fValue)
+{
+    char szText[64];
+    const auto end =
+        std::to_chars(std::begin(szText), std::end(szText), fValue, std::chars_format::fixed);
+    return {szText, end.ptr};
+}
+
+bool PaintBitmap(CTerrain2DDrawDlg& dialog,
+                 CModeEditTerrainType& /*mode*/,
+                 const CTCPARSE_PARAM* pParam,
+                 std::string& strWhy)
+{
+    if (IsPaintingModeOn())
+    {
+        strWhy = "not while the bitmap is painted on, leave with mode( \"none\" )";
+        return false;
+    }
+    dialog.ChooseBitmapFile(GetText(pParam));
+    return true;
+}
+
+bool PaintFunction(CTerrain2DDrawDlg& dialog,
+                   CModeEditTerrainType& /*mode*/,
+                   const CTCPARSE_PARAM* pParam,
+                   std::string& strWhy)
+{
+    const std::string strName = GetText(pParam);
+    if (strName != "Set" && strName != "Mul")
+    {
+        strWhy = R"(must be "Set" or "Mul")";
+        return false;
+    }
+    if (!dialog.ChooseFunction(strName.c_str()))
+    {
+        strWhy = "not for a bitmap with a palette";
+        return false;
+    }
+    return true;
+}
+
+bool PaintColor(CTerrain2DDrawDlg& dialog,
+                CModeEditTerrainType& /*mode*/,
+                const CTCPARSE_PARAM* pParam,
+                std::string& strWhy)
+{
+    const auto& vec = static_cast<const CTCPARSE_VEC4&>(*pParam);
+    const float color[] = {vec.x, vec.y, vec.z, vec.w};
+    if (!std::all_of(std::begin(color),
+                     std::end(color),
+                     [](float f) { return f >= 0.0F && f <= 1.0F; }))
+    {
+        strWhy = "each component must be 0 to 1";
+        return false;
+    }
+    dialog.ChooseColor(color);
+    return true;
+}
+
+bool PaintMask(CTerrain2DDrawDlg& dialog,
+               CModeEditTerrainType& /*mode*/,
+               const CTCPARSE_PARAM* pParam,
+               std::string& /*strWhy*/)
+{
+    dialog.ChooseChannelMask(static_cast<uint32_t>(GetIntValue(pParam)));
+    return true;
+}
+
+bool PaintBrush(CTerrain2DDrawDlg& dialog,
+                CModeEditTerrainType& /*mode*/,
+                const CTCPARSE_PARAM* pParam,
+                std::string& strWhy)
+{
+    constexpr float MOST = 1.0e6F;
+    const float fHalfSize = GetFloatValue(pParam->next);
+    if (!(fHalfSize >= 0.0F && fHalfSize <= MOST) || fHalfSize != std::floor(fHalfSize))
+    {
+        strWhy = "the half-size must be a whole number of terrain units from 0 to 1000000";
+        return false;
+    }
+    if (!dialog.ChooseBrushShape(GetText(pParam)))
+    {
+        strWhy = "the brush shape cannot be used, the log says why";
+        return false;
+    }
+    if (dialog.GetItemCheck(DRAW_CENTIMETRES) == CHECK_OFF)
+    {
+        dialog.PressItem(DRAW_CENTIMETRES);
+    }
+    dialog.SetItemText(DRAW_EXTENT_EDIT, MakeFieldText(fHalfSize).c_str());
+    return true;
+}
+
+template <EDrawDlgId eEdit>
+bool PaintShare(CTerrain2DDrawDlg& dialog,
+                CModeEditTerrainType& /*mode*/,
+                const CTCPARSE_PARAM* pParam,
+                std::string& /*strWhy*/)
+{
+    dialog.SetItemText(eEdit, MakeFieldText(GetFloatValue(pParam)).c_str());
+    return true;
+}
+
+bool PaintTexelMapping(CTerrain2DDrawDlg& dialog,
+                       CModeEditTerrainType& /*mode*/,
+                       const CTCPARSE_PARAM* pParam,
+                       std::string& /*strWhy*/)
+{
+    const bool bOn = GetIntValue(pParam) != 0;
+    return bOn == (dialog.GetItemCheck(DRAW_TEXEL_MAPPING) == CHECK_ON) ||
+           dialog.PressItem(DRAW_TEXEL_MAPPING);
+}
+
+template <EDrawDlgId eButton>
+bool PaintStep(CTerrain2DDrawDlg& dialog,
+               CModeEditTerrainType& /*mode*/,
+               const CTCPARSE_PARAM* /*pParam*/,
+               std::string& /*strWhy*/)
+{
+    return dialog.PressItem(eButton);
+}
+
+bool SaveBitmap(CTerrain2DDrawDlg& /*dialog*/,
+                CModeEditTerrainType& mode,
+                const CTCPARSE_PARAM* pParam,
+                std::string& strWhy)
+{
+    if (!mode.HasBitmap())
+    {
+        strWhy = "there is no bitmap";
+        return false;
+    }
+    const bool bSaved = mode.SaveBitmap(GetText(pParam).c_str());
+    strWhy = bSaved ? "" : "the bitmap cannot be saved, the log says why";
+    return bSaved;
+}
+
+constexpr std::pair<const char*, FPaint> KEYWORDS[] = {
+    {"paint_bitmap", &PaintBitmap},
+    {"paint_function", &PaintFunction},
+    {"paint_color", &PaintColor},
+    {"paint_mask", &PaintMask},
+    {"paint_brush", &PaintBrush},
+    {"paint_power", &PaintShare<DRAW_POWER_EDIT>},
+    {"paint_hardness", &PaintShare<DRAW_HARDNESS_EDIT>},
+    {"paint_texel_mapping", &PaintTexelMapping},
+    {"paint_undo", &PaintStep<DRAW_UNDO>},
+    {"paint_redo", &PaintStep<DRAW_REDO>},
+    {"save_bitmap", &SaveBitmap},
+};
+
+} // namespace
+
+EScriptResult IPluginImpl::PlayPaint(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
+{
+    const auto* pFound = std::find_if(std::begin(KEYWORDS),
+                                      std::end(KEYWORDS),
+                                      [pKeyword](const auto& keyword)
+                                      { return IsKeyword(pKeyword, keyword.first); });
+    if (pFound == std::end(KEYWORDS))
+    {
+        return EScriptResult::Unknown;
+    }
+    if (m_p2DDrawDlg == nullptr)
+    {
+        OnCommand(COMMAND_EDIT_BITMAP);
+    }
+    if (m_p2DDrawDlg == nullptr)
+    {
+        strWhy = "the draw dialog cannot be shown, the log says why";
+        return EScriptResult::Failed;
+    }
+    return pFound->second(*m_p2DDrawDlg, *m_pEditTerrainTypeMode, pKeyword->params, strWhy)
+               ? EScriptResult::Done
+               : EScriptResult::Failed;
+}
+
+bool IPluginImpl::PlayPaintingMode(std::string& strWhy)
+{
+    const bool bSwitched = m_p2DDrawDlg != nullptr ? m_p2DDrawDlg->PressItem(DRAW_EDIT)
+                                                   : SetMode(m_EditTerrainTypeModeId, 0);
+    if (m_p2DDrawDlg != nullptr && !bSwitched)
+    {
+        strWhy = "there is no bitmap file, name it with paint_bitmap";
+        return false;
+    }
+    if (m_p2DDrawDlg != nullptr && !m_pEditTerrainTypeMode->HasBitmap())
+    {
+        strWhy = "the bitmap cannot be painted on, the log says why";
+        return false;
+    }
+    strWhy = bSwitched ? "" : R"(the mode "edit_terrain_type" was refused)";
+    return IsPaintingModeOn();
+}
