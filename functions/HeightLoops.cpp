@@ -1,8 +1,8 @@
 #include "functions/HeightLoops.h"
 
 #include "functions/ETerrainFunctionMode.h"
-#include "modification/CVertList.h"
 #include "host/VectorClones.h"
+#include "modification/CVertList.h"
 
 #include <bit>
 

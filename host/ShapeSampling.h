@@ -29,11 +29,8 @@ struct SShapeStrength
 TELLUR_API SPixelPair GetPixelPair(float fOffset, float fPixels, int iSize);
 
 // Two image rows of nCount grey bytes into one of values 0 to 1.
-TELLUR_API void BlendPixelRows(const uint8_t* pFirst,
-                               const uint8_t* pSecond,
-                               float fFirstWeight,
-                               float* pDest,
-                               size_t nCount);
+TELLUR_API void BlendPixelRows(
+    const uint8_t* pFirst, const uint8_t* pSecond, float fFirstWeight, float* pDest, size_t nCount);
 
 // Weights of nCount points of a row: power * (b + hardness), or power * b where the sample b is
 // below 0.0001. pRow: a blended row. pColumns: first and second pixel of each point.

@@ -88,19 +88,20 @@ void CVertDataSet::GetDataFromBitmap(
             const float fPixelRow = static_cast<float>(iHeight) * fOffset * (1.0F / fExtent);
             const SPixelPair rows = GetPixelPair(fOffset, fPixelRow, iHeight);
             BlendPixelRows(pPixels + static_cast<size_t>(rows.iFirst) * static_cast<size_t>(iWidth),
-                        pPixels + static_cast<size_t>(rows.iSecond) * static_cast<size_t>(iWidth),
-                        rows.fFirstWeight,
-                        m_BlendedRow.data(),
-                        m_BlendedRow.size());
+                           pPixels +
+                               static_cast<size_t>(rows.iSecond) * static_cast<size_t>(iWidth),
+                           rows.fFirstWeight,
+                           m_BlendedRow.data(),
+                           m_BlendedRow.size());
             izBlended = run.iz;
             bBlended = true;
         }
         const size_t nColumn = static_cast<size_t>(run.ixFirst - m_FirstColumn);
         SampleShapeRow(m_BlendedRow.data(),
-                  m_Columns.data() + 2 * nColumn,
-                  m_ColumnWeights.data() + nColumn,
-                  {fPower, fHardness},
-                  m_Verts.GetWeights() + run.nFirst,
-                  run.nCount);
+                       m_Columns.data() + 2 * nColumn,
+                       m_ColumnWeights.data() + nColumn,
+                       {fPower, fHardness},
+                       m_Verts.GetWeights() + run.nFirst,
+                       run.nCount);
     }
 }

@@ -229,11 +229,8 @@ void CModeEditTerrainType::OnLButtonDown(ViewId view, ViewPoint point, uint32_t 
     }
 }
 
-void CModeEditTerrainType::OnMouseMove(ViewId view,
-                                       uint32_t /*uFlags*/,
-                                       ViewPoint point,
-                                       uintptr_t /*uExtra1*/,
-                                       uintptr_t /*uExtra2*/)
+void CModeEditTerrainType::OnMouseMove(
+    ViewId view, uint32_t /*uFlags*/, ViewPoint point, uintptr_t /*uExtra1*/, uintptr_t /*uExtra2*/)
 {
     SExtents box;
     IPaintLayer* pLayer = GetPaintLayer();

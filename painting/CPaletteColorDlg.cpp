@@ -19,8 +19,8 @@ CPaletteColorDlg::CPaletteColorDlg(const IPalette* pPalette, const uint8_t* pCol
     , m_Palette(pPalette)
 {
     m_Colors.SetPalette(pPalette);
-    m_Colors.SetSelection(
-        pPalette != nullptr ? pPalette->FindIndex(pColor[0], pColor[1], pColor[2]) : uint16_t{0});
+    m_Colors.SetSelection(pPalette != nullptr ? pPalette->FindIndex(pColor[0], pColor[1], pColor[2])
+                                              : uint16_t{0});
 }
 
 const uint8_t* CPaletteColorDlg::GetColor() const

@@ -53,9 +53,7 @@ void CTellur2DDrawUndoManager::AddEntry(const IImage* pBefore, const IImage* pAf
     ++m_Position;
 }
 
-void CTellur2DDrawUndoManager::FindChanges(const IImage& before,
-                                           const IImage& after,
-                                           SEntry& entry)
+void CTellur2DDrawUndoManager::FindChanges(const IImage& before, const IImage& after, SEntry& entry)
 {
     const size_t nTexels = GetTexelCount(before);
     const uint8_t* pBefore = before.GetRawData();

@@ -35,7 +35,7 @@ private:
 
     struct SEntry
     {
-        size_t nTexels = 0;            // of the image it was made for
+        size_t nTexels = 0;           // of the image it was made for
         std::vector<SChange> changes; // in ascending order of the index
     };
 

@@ -21,10 +21,8 @@ constexpr int KIND_ANY = 0; // of BrowseForFile
 constexpr int KIND_OPEN = 1;
 constexpr const char* FOLDER = "data";
 
-std::string Browse(int iKind,
-                   const char* pszExtension,
-                   const std::string& strInitial,
-                   const char* pszFilter)
+std::string
+Browse(int iKind, const char* pszExtension, const std::string& strInitial, const char* pszFilter)
 {
     EditorHost* pHost = GetPluginContext()->GetEditorHost();
     return pHost != nullptr
@@ -208,7 +206,7 @@ void CTerrain2DDrawDlg::UpdateChannels(uint32_t uMask, bool bPainting)
         CheckItem(uId, bBoxes && bSet ? CHECK_ON : CHECK_OFF);
     }
     // Alpha takes its level from red, so that is what the swatches show for it.
-    const uint32_t uShown = (uMask & PAINT_RGB_EDITABLE) != 0                             ? 7U
+    const uint32_t uShown = (uMask & PAINT_RGB_EDITABLE) != 0                            ? 7U
                             : (uMask & (PAINT_RED_EDITABLE | PAINT_ALPHA_EDITABLE)) != 0 ? 1U
                             : (uMask & PAINT_GREEN_EDITABLE) != 0                        ? 2U
                             : (uMask & PAINT_BLUE_EDITABLE) != 0                         ? 4U

@@ -2,9 +2,9 @@
 
 #include "framework/widgets/CDialog.h"
 #include "framework/widgets/CSliderCtrl.h"
-#include "painting/ChannelRules.h"
 #include "painting/CColorButton.h"
 #include "painting/CTerrain2DDrawDlgBitmapButton.h"
+#include "painting/ChannelRules.h"
 
 #include <array>
 #include <string>
@@ -82,9 +82,8 @@ private:
     void OnBrowseShape();
 
     // numbers
-    void OnChangeShare(float& fValue,
-                       CSliderCtrl& slider,
-                       void (ITerrain2DDrawDlgUser::*pSet)(float));
+    void
+    OnChangeShare(float& fValue, CSliderCtrl& slider, void (ITerrain2DDrawDlgUser::*pSet)(float));
     void OnDeltaShare(int iDelta,
                       float& fValue,
                       CSliderCtrl& slider,
@@ -114,7 +113,7 @@ private:
     float m_Blending = 0.5F;
     float m_Power = 0.0F;
     float m_Hardness = 0.0F;
-    int m_Centimetres = 1;  // ECheckState, as the next
+    int m_Centimetres = 1; // ECheckState, as the next
     int m_TexelMapping = 0;
     EColorSet m_ColorSet = EColorSet::None;
     bool m_bUpdating = false; // the extent's text changes by code

@@ -31,9 +31,7 @@ void CTerrain2DDrawDlg::ListenToColors()
         const uint32_t uId = DRAW_FIRST_COLOR + static_cast<uint32_t>(i);
         CColorButton& button = m_Colors[i];
         OnClick(uId, [this, &button] { MakeCurrent(button); });
-        On(ENotify::DoubleClicked,
-           uId,
-           [this, &button](SNotification&) { ChooseColorOf(button); });
+        On(ENotify::DoubleClicked, uId, [this, &button](SNotification&) { ChooseColorOf(button); });
     }
     OnClick(DRAW_CURRENT_COLOR, [this] { ChooseColorOf(m_CurrentColor); });
 }

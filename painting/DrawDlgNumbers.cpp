@@ -44,11 +44,8 @@ void CTerrain2DDrawDlg::ListenToNumbers()
            [this, &fValue, &slider, pSet](SNotification& notification)
            { OnDeltaShare(notification.iValue, fValue, slider, pSet); });
     };
-    listen(DRAW_POWER_EDIT,
-           DRAW_POWER_SPIN,
-           m_Power,
-           m_PowerSlider,
-           &ITerrain2DDrawDlgUser::SetPower);
+    listen(
+        DRAW_POWER_EDIT, DRAW_POWER_SPIN, m_Power, m_PowerSlider, &ITerrain2DDrawDlgUser::SetPower);
     listen(DRAW_HARDNESS_EDIT,
            DRAW_HARDNESS_SPIN,
            m_Hardness,
@@ -163,6 +160,7 @@ void CTerrain2DDrawDlg::ApplyExtent(int iPos)
 void CTerrain2DDrawDlg::SetExtentPointer(float* pExtent)
 {
     m_Extent = pExtent;
+    EnableItem(DRAW_EXTENT_EDIT, m_Extent != nullptr);
     ShowExtent();
     ShowExtentSlider();
 }

@@ -14,10 +14,10 @@ public:
     virtual const char* GetBrushShapeName() const = 0; // file name, may be empty
     // pImage: borrowed and copied; null keeps the shape and takes the name alone.
     virtual void SetBrushShape(const IImage* pImage, const char* pszPath) = 0;
-    virtual void SetFunction(const char* pszName) = 0;  // unknown ones are ignored
-    virtual const char* GetFunctionName() const = 0;    // null without a function
-    virtual const IPalette* GetPalette() const = 0;     // of the bitmap file, null for none
-    virtual uint32_t GetChannelMask() const = 0;        // EPaintChannel
+    virtual void SetFunction(const char* pszName) = 0; // unknown ones are ignored
+    virtual const char* GetFunctionName() const = 0;   // null without a function
+    virtual const IPalette* GetPalette() const = 0;    // of the bitmap file, null for none
+    virtual uint32_t GetChannelMask() const = 0;       // EPaintChannel
     virtual void SetChannelMask(uint32_t uChannels) = 0;
     virtual float GetPower() const = 0; // 0 to 1
     virtual void SetPower(float fPower) = 0;

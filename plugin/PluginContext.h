@@ -61,10 +61,10 @@ public:
     virtual void ChangeHeightMapResolution(int32_t iVertices) = 0;
     virtual int GetTerraformingModeId() const = 0;
     virtual void EnableTerraforming(bool bEnable) = 0; // one logged line when it is so already
-    // Asks the host to make a mode current, or to leave the current one for -1; one logged line when
-    // it refuses.
+    // Asks the host to make a mode current, or to leave the current one for -1; one logged line
+    // when it refuses.
     virtual bool SetMode(int32_t iModeId, int32_t iParameter) = 0;
-    virtual int GetEditTerrainTypeModeId() const = 0; // -1 before it is registered
+    virtual int GetEditTerrainTypeModeId() const = 0;                 // -1 before it is registered
     virtual CModeEditTerrainType* GetEditTerrainTypeMode() const = 0; // the host's; null without
     virtual CTerrain2DDrawDlg* Get2DDrawDlg() const = 0; // borrowed, null before its first command
     virtual int32_t Get2DDrawUndoDepth() const = 0;      // the setting as it stands, strokes

@@ -17,7 +17,10 @@
 namespace
 {
 
-using FPaint = bool (*)(CTerrain2DDrawDlg&, CModeEditTerrainType&, const CTCPARSE_PARAM*, std::string&);
+using FPaint = bool (*)(CTerrain2DDrawDlg&,
+                        CModeEditTerrainType&,
+                        const CTCPARSE_PARAM*,
+                        std::string&);
 
 std::string GetText(const CTCPARSE_PARAM* pParam)
 {
@@ -74,9 +77,8 @@ bool PaintColor(CTerrain2DDrawDlg& dialog,
 {
     const auto& vec = static_cast<const CTCPARSE_VEC4&>(*pParam);
     const float color[] = {vec.x, vec.y, vec.z, vec.w};
-    if (!std::all_of(std::begin(color),
-                     std::end(color),
-                     [](float f) { return f >= 0.0F && f <= 1.0F; }))
+    if (!std::all_of(
+            std::begin(color), std::end(color), [](float f) { return f >= 0.0F && f <= 1.0F; }))
     {
         strWhy = "each component must be 0 to 1";
         return false;

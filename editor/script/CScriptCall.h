@@ -15,8 +15,8 @@ class CScriptCall
 public:
     explicit CScriptCall(CTCPARSE_KEYWORD& keyword);
 
-    // Whether the arguments are exactly of these types: one letter each, i f s, v (a vector of three)
-    // or w (of four).
+    // Whether the arguments are exactly of these types: one letter each, i f s, v (a vector of
+    // three) or w (of four).
     bool HasTypes(const char* pszTypes) const;
 
     // Of the argument at that place, which must be of the type.

@@ -15,7 +15,8 @@ public:
 
     // Lets the files that a keyword of the plug-in names be those beside the script: always for one
     // that is written, and for one that is read (a brush library, the image and the mask of a brush
-    // block, a bitmap and a brush shape to paint with) where there is such a file; other names stay, and are looked for in the roots.
+    // block, a bitmap and a brush shape to paint with) where there is such a file; other names
+    // stay, and are looked for in the roots.
     void LocateFiles(CTCPARSE_KEYWORD& keyword) const;
 
 private:

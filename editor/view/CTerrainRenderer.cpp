@@ -336,11 +336,9 @@ uint64_t CTerrainRenderer::SParts::SetTypes(const SRenderSettings& settings)
 // Under the cursor: the brush that paints, or else the footprint of the one that sculpts.
 uint64_t CTerrainRenderer::SParts::SetBrush(CEngineHost& engine, const SRenderSettings& settings)
 {
-    const SProjectedTexture& projected =
-        engine.GetCWorld().GetCTerrain()->GetProjectedTexture();
+    const SProjectedTexture& projected = engine.GetCWorld().GetCTerrain()->GetProjectedTexture();
     const CPaintLayer* pLayer = settings.pPaintLayer;
-    const bool bPaint =
-        pLayer != nullptr && pLayer->IsShown() && pLayer->GetBrushBox().has_value();
+    const bool bPaint = pLayer != nullptr && pLayer->IsShown() && pLayer->GetBrushBox().has_value();
     ITexture* pTexture = bPaint ? pLayer->GetBrushTexture() : projected.pTexture;
     const SExtents& box = bPaint ? *pLayer->GetBrushBox() : projected.box;
     const uint64_t uBytes = textures.Bind(*pGl, GL_TEXTURE4, pTexture, ECopyKind::Grey);

@@ -124,8 +124,7 @@ void CPaintLayer::Paint(const SExtents& box,
         const float* pWeights = m_Sampler.SampleRow(uRow, rows, fHardness);
         if (pWeights != nullptr && PaintRow(uRow, columns, pWeights, *pFunction, fPower))
         {
-            changed =
-                changed.Union({columns.texels.uFirst, uRow, columns.texels.uEnd, uRow + 1});
+            changed = changed.Union({columns.texels.uFirst, uRow, columns.texels.uEnd, uRow + 1});
         }
     }
     if (!changed.IsEmpty())

@@ -40,6 +40,7 @@ public:
     void SetBrush(const SExtents* pBox, const IImage* pBrushShape) override;
     void SetChannelMask(uint32_t uChannels) override;
     void SetBlendFactor(float fFactor) override; // kept within 0 to 1
+
     const char* GetMaterial() const override { return m_Material.c_str(); }
 
     void SetMaterial(const char* pszName) override; // null is empty

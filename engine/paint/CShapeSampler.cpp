@@ -13,8 +13,7 @@ constexpr float LEAST_SIDE = 1.0e-6F;
 SPixelPair FindPixels(uint32_t uTexel, const SShapeSide& side, ETexelMapping eMapping, int iSize)
 {
     const float fCenter = (side.fMin + side.fMax) * 0.5F;
-    const float fOffset =
-        GetTexelPosition(uTexel, side.nTexels, side.fSide, eMapping) - fCenter;
+    const float fOffset = GetTexelPosition(uTexel, side.nTexels, side.fSide, eMapping) - fCenter;
     const float fPixels = static_cast<float>(iSize) * fOffset * (1.0F / (side.fMax - side.fMin));
     return GetPixelPair(fOffset, fPixels, iSize);
 }

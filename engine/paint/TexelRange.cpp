@@ -6,9 +6,8 @@ float GetTexelPosition(uint32_t uTexel, uint32_t nTexels, float fSide, ETexelMap
     {
         return (static_cast<float>(uTexel) + 0.5F) / static_cast<float>(nTexels) * fSide;
     }
-    return nTexels > 1
-               ? static_cast<float>(uTexel) / static_cast<float>(nTexels - 1) * fSide
-               : 0.0F;
+    return nTexels > 1 ? static_cast<float>(uTexel) / static_cast<float>(nTexels - 1) * fSide
+                       : 0.0F;
 }
 
 STexelRange

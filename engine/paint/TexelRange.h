@@ -25,5 +25,5 @@ TELLUR_API float
 GetTexelPosition(uint32_t uTexel, uint32_t nTexels, float fSide, ETexelMapping eMapping);
 
 // The texels whose position is within [fMin, fMax].
-TELLUR_API STexelRange FindTexels(
-    float fMin, float fMax, uint32_t nTexels, float fSide, ETexelMapping eMapping);
+TELLUR_API STexelRange
+FindTexels(float fMin, float fMax, uint32_t nTexels, float fSide, ETexelMapping eMapping);

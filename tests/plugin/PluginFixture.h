@@ -113,6 +113,12 @@ class CSilentMode : public CModeEditTerrainType
 {
 public:
     void OnAction(ViewId, int, uint32_t) override {}
+
+    void OnLButtonDown(ViewId, ViewPoint, uint32_t) override {}
+
+    void OnMouseMove(ViewId, uint32_t, ViewPoint, uintptr_t, uintptr_t) override {}
+
+    void OnLButtonUp(ViewId, ViewPoint, uint32_t) override {}
 };
 
 // A plug-in object of its own in a fake host, whose relative paths lie in a fresh folder with the

@@ -304,6 +304,18 @@ void CFakeWorld::ReloadTerrain()
     }
 }
 
+int CFakeEngineHost::ReloadTexture(const char* pszName)
+{
+    AddCall(pCalls, "Engine.ReloadTexture(%s)", pszName);
+    if (reloadAnswers.empty())
+    {
+        return 1;
+    }
+    const int iAnswer = reloadAnswers.front();
+    reloadAnswers.pop_front();
+    return iAnswer;
+}
+
 CRTTIObject* CFakeEngineHost::FindObjectById(int32_t iId)
 {
     for (CRTTIObject* pObject : objects)

@@ -5,6 +5,7 @@
 #include "host/Terrain.h"
 #include "host/World.h"
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <string>
@@ -151,14 +152,17 @@ public:
     {
     }
 
-    void OnTexturesChanged() override {}
+    void OnTexturesChanged() override { AddCall(pCalls, "World.OnTexturesChanged()"); }
 
     ITexture* CreateTextureFromImage(const IImage* pImage, const char* pszName) override;
     uint32_t RegisterTerrainTexture(ITexture* pTexture, const char* pszName) override;
     void ReleaseTexture(ITexture* pTexture) override;
     void ReleaseTexture(uint32_t uHandle) override;
 
-    bool SaveImage(const char*, const IImage*, const IPalette*) override { return true; }
+    bool SaveImage(const char* pszPath, const IImage* pImage, const IPalette* pPalette) override
+    {
+        return pSaveImage == nullptr || pSaveImage(pszPath, pImage, pPalette);
+    }
 
     void MakeOverlayTransform(float* pElement, float fSize) override;
     float GetTerrainHeight(float fX, float fZ) const override; // of the nearest vertex
@@ -171,6 +175,8 @@ public:
 
     void ReloadTerrain() override;
 
+    // What SaveImage does; null: nothing, and it succeeds.
+    bool (*pSaveImage)(const char*, const IImage*, const IPalette*) = nullptr;
     CFakeTerrain* pTerrain = nullptr;
     IEnvironment* pEnvironment = nullptr;
     CFakeCameraList cameras;
@@ -192,7 +198,7 @@ public:
     {
     }
 
-    int ReloadTexture(const char*) override { return 1; }
+    int ReloadTexture(const char* pszName) override;
 
     ITextMacroTable* GetTextMacroTable() override { return pMacros; }
 
@@ -212,6 +218,7 @@ public:
     DrawLines(uint32_t uCount, const SVec3* pPoints, int iClosed, const SColor& color) override;
 
     World* pWorld;
+    std::deque<int> reloadAnswers; // of ReloadTexture, in order; 1 after them
     std::vector<CRTTIObject*> objects;
     ITextMacroTable* pMacros = nullptr;
     std::vector<SVec3> linePoints; // of the last DrawLines
