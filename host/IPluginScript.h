@@ -34,20 +34,28 @@ public:
     virtual ~IPluginScript() = default;
 
     // Executes one keyword: brush, brush_file, use_brush, save_brushes, mode, auto_normals,
-    // resolution. pKeyword: borrowed for the call. strWhy: one line without a line feed when the
-    // result is Failed.
+    // resolution, and those that paint, of which the first opens the draw dialog. pKeyword:
+    // borrowed for the call. strWhy: one line without a line feed when the result is Failed.
     virtual EScriptResult Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy) = 0;
     // Writes the current state as the same keywords. False on a file fault.
     virtual bool WriteState(fs::ifile& file) = 0;
     // Reads and clears the counters.
     virtual SDragStatistics TakeDragStatistics() = 0;
-    // Class name of the current brush's function; empty without one.
+    // Class name of the current brush's function, or the name of the one that paints; empty without
+    // one.
     virtual std::string GetFunctionName() = 0;
-    // Side of the current brush's footprint, terrain units; 0 without one.
+    // Side of the footprint of the current brush, or of what is painted; terrain units, 0 without
+    // one.
     virtual float GetBrushExtent() = 0;
     // Terrain units between the points of a stroke that is not to depend on how often the mouse
     // reports; 0 where the moves of a drag are no path on the ground.
     virtual float GetStrokeSpacing() = 0;
     // Whether the mode that sculpts is current.
     virtual bool IsTerraforming() = 0;
+    // Whether the mode that paints the terrain-type bitmap is current and has one.
+    virtual bool IsPainting() = 0;
+    // Writes the bitmap as it is painted now. False with one logged line, or without a bitmap.
+    virtual bool SaveBitmap(const char* pszPath) = 0;
+    // Takes back the last stroke that was painted.
+    virtual void UndoPaint() = 0;
 };

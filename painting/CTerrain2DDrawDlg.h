@@ -49,6 +49,7 @@ public:
     bool ChooseFunction(const char* pszName); // false while its button is not for the bitmap
     void ChooseColor(const float* pColor);    // the current one, four components
     void ChooseChannelMask(uint32_t uChannels);
+    void ChooseExtent(float fExtent); // half the side, as the slider sets it
 
 protected:
     void OnInit() override;

@@ -157,6 +157,16 @@ void CTerrain2DDrawDlg::ApplyExtent(int iPos)
     ShowExtent();
 }
 
+void CTerrain2DDrawDlg::ChooseExtent(float fExtent)
+{
+    if (m_Extent != nullptr)
+    {
+        *m_Extent = fExtent;
+        ShowExtent();
+        ShowExtentSlider();
+    }
+}
+
 void CTerrain2DDrawDlg::SetExtentPointer(float* pExtent)
 {
     m_Extent = pExtent;

@@ -94,6 +94,9 @@ public:
     float GetBrushExtent() override;
     float GetStrokeSpacing() override;
     bool IsTerraforming() override;
+    bool IsPainting() override;
+    bool SaveBitmap(const char* pszPath) override;
+    void UndoPaint() override;
 
     // PluginContext
     EditorHost* GetEditorHost() const override { return m_pEditorHost; }
@@ -183,6 +186,8 @@ private:
     bool PlayResolution(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
     EScriptResult PlayPaint(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
     bool PlayPaintingMode(std::string& strWhy);
+    void WritePaintBrush(fs::ifile& file) const;
+    void WritePaintState(fs::ifile& file) const;
     bool IsDragInProgress() const;
 
     EditorHost* m_pEditorHost = nullptr;

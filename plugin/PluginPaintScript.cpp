@@ -1,16 +1,16 @@
 // The keywords that paint: each goes the way of the draw dialog's control of that name.
 
+#include "host/FileSystem.h"
 #include "painting/CModeEditTerrainType.h"
 #include "painting/CTerrain2DDrawDlg.h"
 #include "painting/DrawDlgIds.h"
 #include "painting/PaintLayer.h"
+#include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 #include "plugin/CommandIds.h"
 #include "plugin/IPluginImpl.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <iterator>
 #include <utility>
 
@@ -26,15 +26,6 @@ std::string GetText(const CTCPARSE_PARAM* pParam)
 {
     const char* pszText = GetStringValue(pParam);
     return pszText != nullptr ? pszText : "";
-}
-
-// All digits, without an exponent.
-std::string MakeFieldText(float fValue)
-{
-    char szText[64];
-    const auto end =
-        std::to_chars(std::begin(szText), std::end(szText), fValue, std::chars_format::fixed);
-    return {szText, end.ptr};
 }
 
 bool PaintBitmap(CTerrain2DDrawDlg& dialog,
@@ -103,9 +94,9 @@ bool PaintBrush(CTerrain2DDrawDlg& dialog,
 {
     constexpr float MOST = 1.0e6F;
     const float fHalfSize = GetFloatValue(pParam->next);
-    if (!(fHalfSize >= 0.0F && fHalfSize <= MOST) || fHalfSize != std::floor(fHalfSize))
+    if (!(fHalfSize >= 0.0F && fHalfSize <= MOST))
     {
-        strWhy = "the half-size must be a whole number of terrain units from 0 to 1000000";
+        strWhy = "the half-size must be 0 to 1000000";
         return false;
     }
     if (!dialog.ChooseBrushShape(GetText(pParam)))
@@ -113,11 +104,7 @@ bool PaintBrush(CTerrain2DDrawDlg& dialog,
         strWhy = "the brush shape cannot be used, the log says why";
         return false;
     }
-    if (dialog.GetItemCheck(DRAW_CENTIMETRES) == CHECK_OFF)
-    {
-        dialog.PressItem(DRAW_CENTIMETRES);
-    }
-    dialog.SetItemText(DRAW_EXTENT_EDIT, MakeFieldText(fHalfSize).c_str());
+    dialog.ChooseExtent(fHalfSize);
     return true;
 }
 
@@ -127,7 +114,7 @@ bool PaintShare(CTerrain2DDrawDlg& dialog,
                 const CTCPARSE_PARAM* pParam,
                 std::string& /*strWhy*/)
 {
-    dialog.SetItemText(eEdit, MakeFieldText(GetFloatValue(pParam)).c_str());
+    dialog.SetItemText(eEdit, MakeExactNumber(GetFloatValue(pParam)).c_str());
     return true;
 }
 
@@ -221,4 +208,45 @@ bool IPluginImpl::PlayPaintingMode(std::string& strWhy)
     }
     strWhy = bSwitched ? "" : R"(the mode "edit_terrain_type" was refused)";
     return IsPaintingModeOn();
+}
+
+bool IPluginImpl::IsPainting()
+{
+    return IsPaintingModeOn() && m_pEditTerrainTypeMode->HasBitmap() && m_p2DDrawDlg != nullptr;
+}
+
+bool IPluginImpl::SaveBitmap(const char* pszPath)
+{
+    return m_pEditTerrainTypeMode != nullptr && m_pEditTerrainTypeMode->SaveBitmap(pszPath);
+}
+
+void IPluginImpl::UndoPaint()
+{
+    if (m_pEditTerrainTypeMode != nullptr)
+    {
+        m_pEditTerrainTypeMode->Undo();
+    }
+}
+
+void IPluginImpl::WritePaintBrush(fs::ifile& file) const
+{
+    file.printf("paint_brush( %s, %s )\n",
+                QuoteText(m_pEditTerrainTypeMode->GetBrushShapeName()).c_str(),
+                MakeExactNumber(*m_pEditTerrainTypeMode->GetBrushHalfSize()).c_str());
+}
+
+void IPluginImpl::WritePaintState(fs::ifile& file) const
+{
+    const CModeEditTerrainType& mode = *m_pEditTerrainTypeMode;
+    const float* pColor = m_p2DDrawDlg->GetCurrentColor();
+    file.printf("paint_function( \"%s\" )\n", mode.GetFunctionName());
+    file.printf("paint_color( [ %s, %s, %s, %s ] )\n",
+                MakeExactNumber(pColor[0]).c_str(),
+                MakeExactNumber(pColor[1]).c_str(),
+                MakeExactNumber(pColor[2]).c_str(),
+                MakeExactNumber(pColor[3]).c_str());
+    file.printf("paint_mask( %u )\n", mode.GetChannelMask());
+    file.printf("paint_power( %s )\n", MakeExactNumber(mode.GetPower()).c_str());
+    file.printf("paint_hardness( %s )\n", MakeExactNumber(mode.GetHardness()).c_str());
+    file.printf("paint_texel_mapping( %u )\n", mode.GetTexelMapping());
 }

@@ -12,6 +12,7 @@
 #include "host/World.h"
 #include "modes/TerraformingState.h"
 #include "modification/CTerrainModification.h"
+#include "painting/CModeEditTerrainType.h"
 #include "panel/ITerrainPanel.h"
 #include "parser/KeywordValues.h"
 #include "plugin/IPluginImpl.h"
@@ -227,6 +228,11 @@ bool IPluginImpl::WriteState(fs::ifile& file)
         WriteExact(file, "vertical_distance", m_pCurrentBrush->GetVerticalDistance());
         file.printf("  mask_enabled( %d )\n}\n\n", m_pCurrentBrush->IsMaskEnabled() ? 1 : 0);
     }
+    const bool bPainting = IsPainting();
+    if (bPainting)
+    {
+        WritePaintBrush(file); // the mode needs a shape
+    }
     const int iMode = m_pEditorHost->GetModeManager()->GetCurrentModeId();
     const char* pszMode = iMode == -1                        ? "none"
                           : iMode == m_TerraformingModeId    ? "terraforming"
@@ -236,6 +242,10 @@ bool IPluginImpl::WriteState(fs::ifile& file)
     if (pszMode != nullptr) // a mode of another plug-in is not ours to set
     {
         file.printf("mode( \"%s\" )\n", pszMode);
+    }
+    if (bPainting)
+    {
+        WritePaintState(file); // which loading the bitmap sets anew
     }
     return file.printf("auto_normals( %d )\n", m_bAutoUpdateNormals ? 1 : 0) > 0;
 }
@@ -247,12 +257,20 @@ SDragStatistics IPluginImpl::TakeDragStatistics()
 
 float IPluginImpl::GetBrushExtent()
 {
+    if (IsPainting())
+    {
+        return 2.0F * *m_pEditTerrainTypeMode->GetBrushHalfSize();
+    }
     return m_pCurrentBrush != nullptr ? m_pCurrentBrush->GetExtent() : 0.0F;
 }
 
 float IPluginImpl::GetStrokeSpacing()
 {
     constexpr float EXTENT_SHARE = 0.25F;
+    if (IsPainting())
+    {
+        return GetBrushExtent() * EXTENT_SHARE;
+    }
     const bool bPath = IsTerraforming() && m_pCurrentBrush != nullptr &&
                        dynamic_cast<CPainterFunction*>(m_pCurrentBrush->GetRTTIObject()) != nullptr;
     return bPath ? GetBrushExtent() * EXTENT_SHARE : 0.0F;
@@ -267,8 +285,10 @@ bool IPluginImpl::IsTerraforming()
 
 std::string IPluginImpl::GetFunctionName()
 {
-    const char* pszName = m_pCurrentBrush != nullptr && m_pCurrentBrush->GetRTTIObject() != nullptr
-                              ? m_pCurrentBrush->GetFunctionName()
-                              : nullptr;
+    const bool bFunction =
+        m_pCurrentBrush != nullptr && m_pCurrentBrush->GetRTTIObject() != nullptr;
+    const char* pszName = IsPainting() ? m_pEditTerrainTypeMode->GetFunctionName()
+                          : bFunction  ? m_pCurrentBrush->GetFunctionName()
+                                       : nullptr;
     return pszName != nullptr ? pszName : "";
 }

@@ -185,7 +185,8 @@ bool CViewInput::Cancel()
     }
     m_Sampler.Cancel();
     const bool bTerraforming = m_Script != nullptr && m_Script->IsTerraforming();
-    if (!bTerraforming)
+    const bool bPainting = m_Script != nullptr && m_Script->IsPainting();
+    if (!bTerraforming && !bPainting)
     {
         m_Host.GetModes().DeactivateMode(0); // its release would finish the work
     }
@@ -194,6 +195,10 @@ bool CViewInput::Cancel()
     {
         m_Host.Undo();
         m_Host.GetUndoStack().DropRedo();
+    }
+    if (bPainting)
+    {
+        m_Script->UndoPaint();
     }
     EndStroke();
     RepeatHover();

@@ -1,7 +1,7 @@
 #include "editor/core/AutosaveFiles.h"
 
-#include "editor/core/DeclarativeText.h"
 #include "editor/core/UserFolders.h"
+#include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 #include "parser/TCParseFile.h"
 

@@ -1,7 +1,7 @@
 #include "editor/core/CKeyBindings.h"
 
-#include "editor/core/DeclarativeText.h"
 #include "host/FileSystem.h"
+#include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 #include "parser/TCParseFile.h"
 

@@ -1,13 +1,13 @@
 #include "editor/core/CLevelDocument.h"
 
 #include "editor/core/CEditorHost.h"
-#include "editor/core/DeclarativeText.h"
 #include "editor/core/SLevelText.h"
 #include "engine/elevation/HeightImport.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
 #include "host/Progress.h"
+#include "parser/DeclarativeText.h"
 #include "parser/TCParseFile.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "editor/core/CRecentFiles.h"
 
-#include "editor/core/DeclarativeText.h"
+#include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 #include "parser/TCParseFile.h"
 

@@ -1,6 +1,6 @@
 #include "editor/core/SLevelText.h"
 
-#include "editor/core/DeclarativeText.h"
+#include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 
 #include <filesystem>

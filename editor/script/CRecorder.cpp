@@ -1,13 +1,13 @@
 #include "editor/script/CRecorder.h"
 
 #include "editor/core/CEditorHost.h"
-#include "editor/core/DeclarativeText.h"
 #include "editor/script/CScriptPlayer.h"
 #include "framework/core/KeyState.h"
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
 #include "host/Log.h"
 #include "host/Terrain.h"
+#include "parser/DeclarativeText.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -79,6 +79,8 @@ bool CRecorder::Start(const std::string& strPath)
     m_Path = strPath;
     m_bComplete = true;
     m_Terrains = 0;
+    m_Bitmaps = 0;
+    m_Painted = 0;
     m_State.clear();
     m_Keys.clear();
     m_bDrag = false;
@@ -165,7 +167,21 @@ std::string CRecorder::ReadState()
 
 bool CRecorder::CanSculpt() const
 {
-    return m_PluginScript->IsTerraforming() && !m_PluginScript->GetFunctionName().empty();
+    const bool bSculpts = m_PluginScript->IsTerraforming() || m_PluginScript->IsPainting();
+    return bSculpts && !m_PluginScript->GetFunctionName().empty();
+}
+
+bool CRecorder::WriteBitmap()
+{
+    const std::filesystem::path script = m_Path;
+    const std::string strName = script.stem().string() + "." + std::to_string(++m_Bitmaps) + ".png";
+    if (!m_PluginScript->SaveBitmap((script.parent_path() / strName).c_str()))
+    {
+        return Fail("the bitmap cannot be written beside it");
+    }
+    m_Painted = m_Host.GetCPaintLayer().GetRevision();
+    m_State.clear(); // loading the bitmap sets channels and colours
+    return Append("mode( \"none\" )\npaint_bitmap( " + QuoteText(strName) + " )\n");
 }
 
 void CRecorder::WriteChanges()
@@ -173,6 +189,10 @@ void CRecorder::WriteChanges()
     if (m_bStale)
     {
         WriteTerrain();
+    }
+    if (m_PluginScript->IsPainting() && m_Painted != m_Host.GetCPaintLayer().GetRevision())
+    {
+        WriteBitmap();
     }
     const std::string strState = ReadState();
     if (strState != m_State)
@@ -223,6 +243,10 @@ void CRecorder::OnEvent(const SHostEvent& event)
         {
             WriteKeys();
             WriteMouse(event);
+            if (m_PluginScript->IsPainting()) // what the stroke did is in the script
+            {
+                m_Painted = m_Host.GetCPaintLayer().GetRevision();
+            }
             m_bDrag = event.eKind != EHostEvent::ButtonUp;
         }
         break;

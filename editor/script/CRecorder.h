@@ -14,7 +14,10 @@ class IPluginScript;
 // the script's own undo stack cannot give back, it lies there under the next number. Owned by the
 // program, destroyed before host and plug-in. UI thread.
 //
-// Not in the script: moves without a button, and what modes other than terraforming do.
+// Painting the terrain-type bitmap is recorded too: the bitmap as it is goes into a picture beside
+// the script, again whenever it changed otherwise than by the script's strokes.
+//
+// Not in the script: moves without a button, and what other modes do.
 class CRecorder : public IHostObserver
 {
 public:
@@ -40,7 +43,8 @@ public:
 
 private:
     std::string ReadState();
-    bool CanSculpt() const;
+    bool CanSculpt() const; // or paint
+    bool WriteBitmap();
     void WriteChanges(); // terrain and plug-in as they are, where the script has them otherwise
     void WriteKeys();
     void WriteMouse(const SHostEvent& event);
@@ -55,6 +59,8 @@ private:
     int m_File = -1;
     bool m_bComplete = true;
     size_t m_Terrains = 0;   // files beside the script
+    size_t m_Bitmaps = 0;    // as these
+    uint64_t m_Painted = 0;  // revision of the bitmap that the script has made; 0: none
     bool m_bStale = false;   // the terrain is another one than the script's so far
     std::string m_State;     // of the plug-in, as the script has made it
     std::string m_Keys;      // held, as the script has them

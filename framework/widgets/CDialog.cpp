@@ -3,7 +3,9 @@
 #include "framework/widgets/qt/CFormBuilder.h"
 #include "framework/widgets/qt/CWindowNode.h"
 
+#include <QApplication>
 #include <QDialog>
+#include <QWindow>
 
 // Sends what closes the window to the dialog's object.
 class CDialogWidget : public QDialog
@@ -59,6 +61,18 @@ void FocusFirstControl(QWidget& dialog)
     }
 }
 
+// A window without a parent stays in front of the one that the person works in all the same.
+void KeepInFront(QWidget& dialog)
+{
+    const QWidget* pActive = QApplication::activeWindow();
+    QWindow* pBehind = pActive != nullptr ? pActive->windowHandle() : nullptr;
+    if (pBehind != nullptr)
+    {
+        dialog.winId(); // makes the handle
+        dialog.windowHandle()->setTransientParent(pBehind);
+    }
+}
+
 } // namespace
 
 CDialog::CDialog(uint32_t uTemplateId)
@@ -83,6 +97,10 @@ bool CDialog::Create(CWindow* pParent)
     AttachControls();
     OnInit();
     FocusFirstControl(*pWidget);
+    if (pParent == nullptr)
+    {
+        KeepInFront(*pWidget);
+    }
     return true;
 }
 

@@ -13,7 +13,8 @@ enum EDialogItem : uint32_t
 class TELLUR_API CDialog : public CFormWindow
 {
 public:
-    // Modeless, hidden at first. pParent: kept in front of it, null: none. False, with one logged
+    // Modeless, hidden at first. pParent: kept in front of it; null: of the window that is active
+    // now. False, with one logged
     // line, when no module has the template or the program shows no windows.
     bool Create(CWindow* pParent);
     // Shows it and returns what EndDialog was given, DIALOG_CANCEL when it cannot be made.

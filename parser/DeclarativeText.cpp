@@ -1,4 +1,4 @@
-#include "editor/core/DeclarativeText.h"
+#include "parser/DeclarativeText.h"
 
 #include "host/FileSystem.h"
 #include "host/Log.h"

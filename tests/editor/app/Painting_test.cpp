@@ -1,0 +1,308 @@
+// The terrain-type bitmap painted in the editor with the mouse and the keys of an X server.
+
+#include "engine/paint/CPaintLayer.h"
+#include "host/FileSystem.h"
+#include "host/Image.h"
+#include "tests/editor/app/EditorFixture.h"
+#include "tests/support/CLogCatcher.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPalette>
+#include <QProcess>
+#include <QSlider>
+#include <QWindow>
+
+#include <algorithm>
+
+namespace
+{
+
+constexpr uint32_t SIDE = 64; // texels; the level has 320 units
+
+class CPainting : public CEditorFixture
+{
+protected:
+    void StartWithBitmap()
+    {
+        ASSERT_NO_FATAL_FAILURE(Start());
+        std::vector<uint8_t> colors;
+        for (uint32_t i = 0; i < SIDE * SIDE; ++i)
+        {
+            const auto uShade = static_cast<uint8_t>(100 + i % 7 * 3);
+            colors.insert(colors.end(), {uShade, static_cast<uint8_t>(uShade + 20), 60});
+        }
+        const std::unique_ptr<IImage> pImage(
+            IL_CreateImageFromBufferFormat(SIDE, SIDE, EImageFormat::Rgb24, colors.data()));
+        m_Bitmap = m_Folder.Path("types.png");
+        ASSERT_TRUE(IL_SaveImage(m_Bitmap.c_str(), pImage.get(), nullptr));
+        OpenDialog();
+        TypeInto(2140, m_Bitmap.c_str());
+        TypeInto(2158, "40");
+    }
+
+    // "Edit bitmap on terrain" from the menu bar.
+    void OpenDialog()
+    {
+        for (QAction* pTop : m_Window->menuBar()->actions())
+        {
+            if (pTop->text().remove('&') == "Tools")
+            {
+                for (QAction* pTerrain : pTop->menu()->actions())
+                {
+                    if (pTerrain->text().remove('&') == "Terrain")
+                    {
+                        pTerrain->menu()->actions()[1]->trigger();
+                    }
+                }
+            }
+        }
+        Settle();
+        ASSERT_NE(GetDialog(), nullptr);
+        ASSERT_TRUE(GetDialog()->isVisible());
+        GetDialog()->move(700, 40); // beside the view's middle
+        GetDialog()->activateWindow();
+        Settle();
+    }
+
+    QWidget* GetDialog()
+    {
+        const QWidgetList widgets = QApplication::topLevelWidgets();
+        const auto found =
+            std::find_if(widgets.begin(),
+                         widgets.end(),
+                         [](const QWidget* pWidget)
+                         { return pWidget->windowTitle() == "Edit bitmap on terrain"; });
+        return found != widgets.end() ? *found : nullptr;
+    }
+
+    template <class TWidget = QWidget> TWidget& Item(int iId)
+    {
+        return *GetDialog()->findChild<TWidget*>(QString::number(iId));
+    }
+
+    bool IsChecked(int iId) { return Item<QAbstractButton>(iId).isChecked(); }
+
+    void TypeInto(int iId, const char* pszText)
+    {
+        Click(Item(iId));
+        Do({"key", "ctrl+a"});
+        Do({"type", pszText});
+    }
+
+    std::vector<uint8_t> GetTexels() { return GetTexels(*GetHost().GetCPaintLayer().GetImage()); }
+
+    static std::vector<uint8_t> GetTexels(const IImage& image)
+    {
+        const size_t nBytes =
+            size_t{image.GetWidth()} * image.GetHeight() * image.GetBitsPerPixel() / 8;
+        return {image.GetRawData(), image.GetRawData() + nBytes};
+    }
+
+    // Every texel of a file as another program reads it: red, green, blue.
+    std::string ReadWithAnotherProgram(const std::string& strPath)
+    {
+        QProcess process;
+        process.start("convert", {QString::fromStdString(strPath), "-depth", "8", "rgb:-"});
+        EXPECT_TRUE(process.waitForFinished());
+        EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+        return process.readAllStandardOutput().toStdString();
+    }
+
+    size_t CountRed(const std::string& strColors)
+    {
+        size_t nRed = 0;
+        for (size_t i = 0; i + 2 < strColors.size(); i += 3)
+        {
+            const auto at = [&](size_t k)
+            {
+                return static_cast<uint8_t>(strColors[i + k]);
+            };
+            nRed += at(0) > 200 && at(1) < 60 ? 1 : 0;
+        }
+        return nRed;
+    }
+
+    std::string m_Bitmap;
+};
+
+} // namespace
+
+TEST_F(CPainting, AStrokeIsSavedAsItsReplayPaintsIt)
+{
+    ASSERT_NO_FATAL_FAILURE(StartWithBitmap());
+    const std::string strScript = m_Folder.Path("stroke.tellur");
+    ASSERT_TRUE(m_Editor->GetRecorder()->Start(strScript));
+    EXPECT_FALSE(IsChecked(2143));
+    Click(Item(2143)); // "Edit"
+    EXPECT_TRUE(IsChecked(2143));
+    EXPECT_EQ(GetHost().GetCaption(), "Edit terrain type");
+    const std::vector<uint8_t> before = GetTexels();
+
+    const uint64_t uRevision = GetHost().GetCPaintLayer().GetRevision();
+    Drag(GetView(), {0.35, 0.45}, {0.6, 0.6});
+    EXPECT_NE(GetTexels(), before);
+    EXPECT_NE(GetHost().GetCPaintLayer().GetRevision(), uRevision);
+    SavePicture("painting");
+    Click(Item(2147 + 2)); // blue
+    TypeInto(2108, "0.6");
+    Drag(GetView(), {0.55, 0.4}, {0.4, 0.6});
+    const std::vector<uint8_t> painted = GetTexels();
+
+    Click(Item(2117)); // "Undo"
+    EXPECT_NE(GetTexels(), painted);
+    EXPECT_NE(GetTexels(), before);
+    Click(Item(2117));
+    EXPECT_EQ(GetTexels(), before);
+    Click(Item(2118)); // "Redo"
+    Click(Item(2118));
+    EXPECT_EQ(GetTexels(), painted);
+    EXPECT_EQ(GetDialog()->windowHandle()->transientParent(), m_Window->windowHandle())
+        << "it stays in front";
+
+    // The script knows nothing of these steps, so the next stroke begins with the bitmap as it is.
+    Click(Item(2176)); // "Mul"
+    Drag(GetView(), {0.3, 0.5}, {0.5, 0.5}, 4);
+    Click(Item(2156)); // "Save"
+    ASSERT_TRUE(m_Editor->GetRecorder()->Stop());
+
+    // The stroke as the script has it, through the headless host, into a file of the same kind.
+    std::string strText = ReadBytes(strScript) + "save_bitmap( \"replayed.png\" )\n";
+    WriteBytes(strScript, strText);
+    EXPECT_NE(ReplayScript(strScript, m_Folder.Path("replayed.height")), "");
+    const std::string strSaved = ReadWithAnotherProgram(m_Bitmap);
+    ASSERT_EQ(strSaved.size(), size_t{SIDE} * SIDE * 3);
+    EXPECT_TRUE(strSaved == ReadWithAnotherProgram(m_Folder.Path("replayed.png"))) << strText;
+    EXPECT_GT(CountRed(strSaved), 20U);
+    EXPECT_TRUE(fs::exists(m_Folder.Path("stroke.2.png").c_str()));
+    EXPECT_FALSE(fs::exists(m_Folder.Path("stroke.3.png").c_str()));
+
+    Click(Item(2143));
+    EXPECT_FALSE(IsChecked(2143));
+    EXPECT_EQ(GetHost().GetCPaintLayer().GetImage(), nullptr);
+    EXPECT_EQ(GetHost().GetModes().GetCurrentModeId(), -1);
+}
+
+TEST_F(CPainting, TheViewShowsTheStrokeAndTheBrushAtOnce)
+{
+    ASSERT_NO_FATAL_FAILURE(StartWithBitmap());
+    Click(Item(2143));
+    Item<QSlider>(2145).setSliderPosition(100); // the bitmap alone
+    Click(Item(2147));                          // red
+    MoveTo(GetView(), {0.1, 0.1});
+    Settle();
+    const auto look = [this](double fX, double fY)
+    {
+        Settle();
+        const QImage picture = GetView().grabFramebuffer();
+        return picture.pixelColor(static_cast<int>(fX * picture.width()),
+                                  static_cast<int>(fY * picture.height()));
+    };
+    EXPECT_LT(look(0.5, 0.55).red(), 150);
+    Drag(GetView(), {0.45, 0.55}, {0.55, 0.55});
+    MoveTo(GetView(), {0.1, 0.1});
+    const QColor painted = look(0.5, 0.55);
+    EXPECT_GT(painted.red(), 200);
+    EXPECT_LT(painted.green(), 80);
+    Click(Item(2163)); // red is not shown any more
+    MoveTo(GetView(), {0.1, 0.1});
+    EXPECT_LT(look(0.5, 0.55).red(), 80);
+    Click(Item(2161)); // all are again
+
+    const QImage without = GetView().grabFramebuffer();
+    MoveTo(GetView(), {0.5, 0.5});
+    Settle();
+    EXPECT_NE(GetView().grabFramebuffer(), without) << "the outline of the brush";
+    SavePicture("painting-outline");
+    Click(Item(2117));
+    MoveTo(GetView(), {0.1, 0.1});
+    EXPECT_LT(look(0.5, 0.55).red(), 150);
+}
+
+TEST_F(CPainting, TheDialogIsAlignedAndItsNumbersFitUnderTheCursorsScale)
+{
+    ASSERT_NO_FATAL_FAILURE(StartWithBitmap());
+    Click(Item(2143));
+    const auto right = [this](int iId)
+    {
+        return Item(iId).geometry().right();
+    };
+    const auto left = [this](int iId)
+    {
+        return Item(iId).geometry().left();
+    };
+    for (const int iId : {2134, 2185, 2157, 2184})
+    {
+        EXPECT_EQ(left(iId), left(2146)) << iId << ": one column of controls";
+    }
+    EXPECT_EQ(right(2134), right(2185));
+    EXPECT_EQ(right(2134), right(2146));
+    EXPECT_EQ(right(2141), right(2181));
+    for (int iId = 2163; iId <= 2169; iId += 2)
+    {
+        EXPECT_EQ(left(iId), left(2161)) << iId;
+        EXPECT_EQ(left(iId + 1), left(2162)) << iId;
+    }
+    for (int iId = 2147; iId <= 2155; ++iId)
+    {
+        const QWidget& swatch = Item(iId);
+        EXPECT_LE(swatch.fontMetrics().horizontalAdvance("255, 255, 255"), swatch.width()) << iId;
+        EXPECT_LE(swatch.fontMetrics().height(), swatch.height()) << iId;
+    }
+    const QPalette light = QApplication::palette();
+    const QPalette dark(QColor(53, 53, 53), QColor(45, 45, 45));
+    const std::string strScale = std::to_string(qRound(m_Window->devicePixelRatioF() * 100));
+    for (const bool bDark : {false, true})
+    {
+        QApplication::setPalette(bDark ? dark : light);
+        Settle();
+        QDir().mkpath("pictures");
+        EXPECT_TRUE(GetDialog()->grab().save(QString("pictures/draw-dialog-%1-%2.png")
+                                                 .arg(strScale.c_str(), bDark ? "dark" : "light")));
+    }
+    QApplication::setPalette(light);
+}
+
+TEST_F(CPainting, KeysWorkTheDialogAndTakeBackAStroke)
+{
+    ASSERT_NO_FATAL_FAILURE(StartWithBitmap());
+    Click(Item(2158));
+    for (int i = 0; i < 40 && QApplication::focusWidget() != &Item(2143); ++i)
+    {
+        Key("Tab");
+    }
+    ASSERT_EQ(QApplication::focusWidget(), &Item(2143));
+    Key("space");
+    EXPECT_TRUE(IsChecked(2143));
+    const std::vector<uint8_t> before = GetTexels();
+
+    // Escape in the middle of a stroke takes it back and keeps the mode.
+    MoveTo(GetView(), {0.4, 0.5});
+    Do({"mousedown", "1"});
+    MoveTo(GetView(), {0.5, 0.5});
+    EXPECT_NE(GetTexels(), before);
+    GetView().setFocus();
+    Key("Escape");
+    EXPECT_EQ(GetTexels(), before);
+    Do({"mouseup", "1"});
+    EXPECT_EQ(GetTexels(), before);
+    EXPECT_TRUE(IsChecked(2143));
+
+    // Another mode leaves the painting, a level that closes does it no harm.
+    Drag(GetView(), {0.45, 0.5}, {0.55, 0.55});
+    const std::vector<uint8_t> painted = GetTexels();
+    TakeBrush();
+    EXPECT_FALSE(IsChecked(2143));
+    EXPECT_FALSE(Item(2171).isEnabled());
+    Click(Item(2143));
+    EXPECT_EQ(GetTexels(), painted);
+    GetHost().GetEngine().GetCWorld().CloseTerrain();
+    Drag(GetView(), {0.45, 0.5}, {0.55, 0.55});
+    EXPECT_EQ(GetTexels(), painted);
+    Click(Item(2158));
+    Key("Escape");
+    EXPECT_FALSE(GetDialog()->isVisible());
+}
