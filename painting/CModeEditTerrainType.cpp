@@ -117,6 +117,7 @@ void CModeEditTerrainType::LoadBitmap(const std::string& strPath)
         m_WorkImage = MakeWorkImage(*m_WorkImage, m_Palette.get());
     }
     m_Undo->Clear();
+    m_bUnsaved = false;
 }
 
 void CModeEditTerrainType::Deactivate()
@@ -215,6 +216,7 @@ void CModeEditTerrainType::Paint(const SExtents& box)
     if (IPaintLayer* pLayer = GetPaintLayer())
     {
         pLayer->Paint(box, m_Function, m_Power, m_Hardness);
+        m_bUnsaved = m_bUnsaved || pLayer->GetImage() != nullptr;
         ++GetPluginContext()->GetDragStatistics().nPoints;
     }
 }

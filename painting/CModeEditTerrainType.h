@@ -91,6 +91,9 @@ public:
 
     bool HasBitmap() const { return m_WorkImage != nullptr; }
 
+    // Strokes or their undoing are in no file yet.
+    bool IsUnsaved() const { return m_bUnsaved; }
+
     // The file whose bitmap is loaded, as the dialog had it; empty before the first one.
     const std::string& GetBitmapPath() const { return m_BitmapPath; }
 
@@ -112,6 +115,7 @@ private:
     std::string m_BrushShapePath;
     float m_Power = 1.0F;
     bool m_bPainting = false;
+    bool m_bUnsaved = false;
     float m_HalfSize = 500.0F;
     float m_Hardness = 0.0F;
     std::vector<std::unique_ptr<CTellur2DFunction>> m_Functions; // unique by name

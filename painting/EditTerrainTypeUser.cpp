@@ -154,6 +154,7 @@ void CModeEditTerrainType::Step(bool (ITellur2DDrawUndoManager::*pStep)(IImage*)
     ApplyUndoDepth();
     if ((m_Undo.get()->*pStep)(m_WorkImage.get()))
     {
+        m_bUnsaved = true;
         pLayer->Begin(m_WorkImage.get(), m_BrushShape.get(), m_Channels);
     }
 }
@@ -172,5 +173,7 @@ bool CModeEditTerrainType::SaveBitmap(const char* pszPath)
     }
     const std::unique_ptr<IImage> pImage =
         MakeImageToSave(*m_WorkImage, m_Palette.get(), m_BitmapFormat);
-    return pWorld->SaveImage(pszPath, pImage.get(), m_Palette.get());
+    const bool bSaved = pWorld->SaveImage(pszPath, pImage.get(), m_Palette.get());
+    m_bUnsaved = m_bUnsaved && !bSaved;
+    return bSaved;
 }

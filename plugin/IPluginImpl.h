@@ -96,6 +96,7 @@ public:
     bool IsTerraforming() override;
     bool IsPainting() override;
     bool SaveBitmap(const char* pszPath) override;
+    std::string GetUnsavedBitmap() override;
     void UndoPaint() override;
 
     // PluginContext

@@ -220,6 +220,13 @@ bool IPluginImpl::SaveBitmap(const char* pszPath)
     return m_pEditTerrainTypeMode != nullptr && m_pEditTerrainTypeMode->SaveBitmap(pszPath);
 }
 
+std::string IPluginImpl::GetUnsavedBitmap()
+{
+    return m_pEditTerrainTypeMode != nullptr && m_pEditTerrainTypeMode->IsUnsaved()
+               ? m_pEditTerrainTypeMode->GetBitmapPath()
+               : "";
+}
+
 void IPluginImpl::UndoPaint()
 {
     if (m_pEditTerrainTypeMode != nullptr)

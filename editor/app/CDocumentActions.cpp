@@ -8,6 +8,7 @@
 #include "editor/app/FileChoice.h"
 #include "engine/elevation/ElevationFormat.h"
 #include "engine/terrain/CTerrain.h"
+#include "host/IPluginScript.h"
 
 #include <QDateTime>
 #include <QFileDialog>
@@ -289,6 +290,36 @@ void CDocumentActions::ToggleRecording()
     }
 }
 
+int CDocumentActions::AskToSave(const QString& strName)
+{
+    QMessageBox box(QMessageBox::Question,
+                    "Unsaved changes",
+                    QString("Save the changes of %1?").arg(strName),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
+                    &m_Window);
+    box.setDefaultButton(QMessageBox::Save);
+    return box.exec();
+}
+
+bool CDocumentActions::MayLeavePainting()
+{
+    IPluginScript* pScript = m_Editor.GetPluginScript();
+    const std::string strFile = pScript != nullptr ? pScript->GetUnsavedBitmap() : "";
+    if (strFile.empty())
+    {
+        return true;
+    }
+    switch (AskToSave(QString::fromStdString(strFile)))
+    {
+    case QMessageBox::Save:
+        return Report(pScript->SaveBitmap(strFile.c_str()), "The bitmap cannot be saved.");
+    case QMessageBox::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
+
 bool CDocumentActions::MayLeave()
 {
     m_Editor.GetHost().EndDrag();
@@ -296,14 +327,7 @@ bool CDocumentActions::MayLeave()
     {
         return true;
     }
-    QMessageBox box(QMessageBox::Question,
-                    "Unsaved changes",
-                    QString("Save the changes of %1?")
-                        .arg(QString::fromStdString(m_Editor.GetDocument().GetTitle())),
-                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
-                    &m_Window);
-    box.setDefaultButton(QMessageBox::Save);
-    switch (box.exec())
+    switch (AskToSave(QString::fromStdString(m_Editor.GetDocument().GetTitle())))
     {
     case QMessageBox::Save:
         return Save();

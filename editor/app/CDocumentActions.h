@@ -39,10 +39,14 @@ public:
     // Asks about changes that are not saved. False: the person wants to go on with the level.
     bool MayLeave();
 
+    // The same about a terrain-type bitmap that was painted on.
+    bool MayLeavePainting();
+
     // Offers what a run that did not end properly has left. True when a level was recovered.
     bool OfferRecovery();
 
 private:
+    int AskToSave(const QString& strName); // QMessageBox::StandardButton
     bool ImportFile(const std::string& strPath);
     // Shows the fault with the last message, unless the person has cancelled the work.
     bool Report(bool bDone, const QString& strFault);

@@ -308,7 +308,7 @@ void CEditorWindow::ApplySettings()
 void CEditorWindow::closeEvent(QCloseEvent* pEvent)
 {
     m_pViews->EndGestures();
-    if (!m_Documents.MayLeave())
+    if (!m_Documents.MayLeave() || !m_Documents.MayLeavePainting())
     {
         pEvent->ignore();
         return;
@@ -319,6 +319,10 @@ void CEditorWindow::closeEvent(QCloseEvent* pEvent)
     file.setValue("window/geometry", saveGeometry());
     file.setValue("window/state", saveState());
     pEvent->accept();
+    if (m_OnClosed)
+    {
+        m_OnClosed();
+    }
 }
 
 void CEditorWindow::changeEvent(QEvent* pEvent)

@@ -11,6 +11,7 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <functional>
 #include <string>
 
 class CEditor;
@@ -36,6 +37,9 @@ public:
 
     // The plug-in is loaded: its menus, toolbars, processes and actions appear.
     void ShowPlugin();
+
+    // Called once the person has closed it.
+    void SetOnClosed(std::function<void()> onClosed) { m_OnClosed = std::move(onClosed); }
 
     // False when it could not be opened; the person has been told.
     bool OpenFile(const std::string& strPath) { return m_Documents.OpenFile(strPath); }
@@ -122,6 +126,7 @@ private:
     CDocumentActions m_Documents;
     QTimer m_AutosaveTimer; // runs while there is something to save
     QTimer m_DropTimer;
+    std::function<void()> m_OnClosed;
     std::string m_Dropped;     // the file
     uint64_t m_ShownLevel = 0; // generation of the document that the views have framed
     QTimer m_StateTimer;

@@ -166,6 +166,8 @@ int Run(QApplication& program, const SEditorOptions& options)
         {
             QMetaObject::invokeMethod(
                 &window, [&window] { window.OfferRecovery(); }, Qt::QueuedConnection);
+            program.setQuitOnLastWindowClosed(false); // a dialog of the plug-in may still be open
+            window.SetOnClosed([] { QCoreApplication::quit(); });
             iResult = program.exec();
         }
     }

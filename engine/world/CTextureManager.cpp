@@ -88,14 +88,33 @@ void CTextureManager::Release(ITexture* pTexture)
     m_Entries.erase(found);
 }
 
-bool CTextureManager::Reload(const char* pszName)
+CTexture* CTextureManager::Find(const char* pszName) const
 {
     const auto found = m_Entries.find(MakeKey(pszName));
-    if (found == m_Entries.end())
+    if (found != m_Entries.end())
+    {
+        return found->second.pTexture.get();
+    }
+    // A file may have been named by another path than now: from a root, or whole.
+    const std::string strFile = pszName != nullptr ? MakeKey(fs::root_path(pszName).c_str()) : "";
+    for (const auto& [strKey, entry] : m_Entries)
+    {
+        if (MakeKey(fs::root_path(entry.pTexture->GetName()).c_str()) == strFile)
+        {
+            return entry.pTexture.get();
+        }
+    }
+    return nullptr;
+}
+
+bool CTextureManager::Reload(const char* pszName)
+{
+    CTexture* pTexture = Find(pszName);
+    if (pTexture == nullptr)
     {
         return false;
     }
-    CTexture& texture = *found->second.pTexture;
+    CTexture& texture = *pTexture;
     std::unique_ptr<IImage> pImage(IL_LoadImage(texture.GetName()));
     if (pImage == nullptr)
     {

@@ -24,9 +24,9 @@ public:
     ITexture* Load(const char* pszName, int iUsers) override;
     void Release(ITexture* pTexture) override;
 
-    // Reads the file of a loaded texture again, under the same pointer. False when none of that
-    // name is loaded, or, with the image library's line, when the file cannot be read; the texture
-    // then keeps its picture.
+    // Reads the file of a loaded texture again, under the same pointer. Another path that leads to
+    // the same file will do. False when none of that name is loaded, or, with the image library's
+    // line, when the file cannot be read; the texture then keeps its picture.
     bool Reload(const char* pszName);
 
     uint32_t GetCount() const { return static_cast<uint32_t>(m_Entries.size()); }
@@ -39,6 +39,8 @@ private:
         std::unique_ptr<CTexture> pTexture;
         uint32_t uUsers = 0;
     };
+
+    CTexture* Find(const char* pszName) const; // null when it is not loaded
 
     CWorld* m_World;
     std::map<std::string, SEntry> m_Entries; // by name in lower case with '/'

@@ -61,6 +61,8 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
 
 private:
+    void PaintChecked();
+
     bool m_OwnerDraw = false;
     CPixelBuffer m_Pixels;
 };

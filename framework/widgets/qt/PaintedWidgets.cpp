@@ -7,6 +7,8 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QStyleOptionButton>
+#include <QStylePainter>
 
 #include <cmath>
 
@@ -72,7 +74,7 @@ void CPaintedButton::paintEvent(QPaintEvent* pEvent)
     CWindowNode* pNode = CWindowNode::Find(this);
     if (!m_OwnerDraw || pNode == nullptr || pNode->GetObject() == nullptr)
     {
-        QPushButton::paintEvent(pEvent);
+        isChecked() && isEnabled() ? PaintChecked() : QPushButton::paintEvent(pEvent);
         return;
     }
     if (PrepareSurface(*this, m_Pixels))
@@ -84,6 +86,17 @@ void CPaintedButton::paintEvent(QPaintEvent* pEvent)
         pNode->DrawItem({&context, m_Pixels.GetBounds(), uState});
         ShowSurface(*this, m_Pixels);
     }
+}
+
+// In the selection's colour: a button that is merely darker tells nothing on a dark ground.
+void CPaintedButton::PaintChecked()
+{
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.palette.setColor(QPalette::Button, palette().color(QPalette::Highlight));
+    option.palette.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
+    painter.drawControl(QStyle::CE_PushButton, option);
 }
 
 // The second press of a double click is not the first half of another click.

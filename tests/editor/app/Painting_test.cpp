@@ -13,6 +13,7 @@
 #include <QMenuBar>
 #include <QPalette>
 #include <QProcess>
+#include <QScreen>
 #include <QSlider>
 #include <QWindow>
 
@@ -63,7 +64,8 @@ protected:
         Settle();
         ASSERT_NE(GetDialog(), nullptr);
         ASSERT_TRUE(GetDialog()->isVisible());
-        GetDialog()->move(700, 40); // beside the view's middle
+        const int iRoom = GetDialog()->screen()->geometry().width() - GetDialog()->width();
+        GetDialog()->move(std::clamp(iRoom, 0, 700), 20); // beside the first view where it can
         GetDialog()->activateWindow();
         Settle();
     }
@@ -263,6 +265,15 @@ TEST_F(CPainting, TheDialogIsAlignedAndItsNumbersFitUnderTheCursorsScale)
         EXPECT_TRUE(GetDialog()->grab().save(QString("pictures/draw-dialog-%1-%2.png")
                                                  .arg(strScale.c_str(), bDark ? "dark" : "light")));
     }
+    // Which buttons are on is seen on any ground.
+    EXPECT_EQ(IsChecked(2143), true);
+    const QImage off = Item(2117).grab().toImage();
+    const QImage on = Item(2143).grab().toImage();
+    const auto apart = [](const QColor& a, const QColor& b)
+    {
+        return std::abs(a.red() - b.red()) + std::abs(a.blue() - b.blue());
+    };
+    EXPECT_GT(apart(on.pixelColor(8, 8), off.pixelColor(8, 8)), 60);
     QApplication::setPalette(light);
 }
 

@@ -1,6 +1,7 @@
 // The editor as the program that users start: its command line, its exit codes, and what is left
 // when it is killed.
 
+#include "host/Image.h"
 #include "tests/support/CTempFolder.h"
 
 #include <QElapsedTimer>
@@ -233,4 +234,39 @@ TEST_F(CProgram, AKilledEditorRecoversWhatTheAutosaveHad)
     process.start(TELLUR_BIN_DIR "/tellur-replay", QStringList{"again.tellur"} + GetRoot());
     ASSERT_TRUE(process.waitForFinished(LIMIT_MS));
     EXPECT_TRUE(ReadBytes(m_Folder.Path("again.height")) == ReadBytes(strHeights));
+}
+
+TEST_F(CProgram, LeavingAsksForThePaintingAndEndsBesideTheDrawDialog)
+{
+    const std::string strBitmap = m_Folder.Path("types.png");
+    const std::vector<uint8_t> grey(64, 100);
+    const std::unique_ptr<IImage> pImage(
+        IL_CreateImageFromBufferFormat(8, 8, EImageFormat::Indexed8, grey.data()));
+    ASSERT_TRUE(IL_SaveImage(strBitmap.c_str(), pImage.get(), nullptr));
+    const std::string strBefore = ReadBytes(strBitmap);
+    WriteBytes(m_Folder.Path("paint.tellur"),
+               "!level( i, v3 )\n!paint_bitmap( s )\n!paint_color( v4 )\n!mode( s )\n"
+               "!press( f, f )\n!release( f, f )\n"
+               "level( 32, [320, 100, 320] )\npaint_bitmap( \"types.png\" )\n"
+               "mode( \"edit_terrain_type\" )\npaint_color( [1, 1, 1, 1] )\n"
+               "press( 160, 160 )\nrelease( 160, 160 )\n");
+    QProcess editor;
+    ASSERT_NO_FATAL_FAILURE(Start(editor, GetRoot()));
+    ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
+    Do({"key", "--delay", "200", "alt+f", "p"});
+    ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
+    Do({"type", QString::fromStdString(m_Folder.Path("paint.tellur"))});
+    Do({"key", "Return"});
+    ASSERT_NO_FATAL_FAILURE(Enter("^Edit bitmap on terrain"));
+    for (int i = 0; i < 2; ++i) // kept, then saved
+    {
+        ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
+        Do({"key", "ctrl+q"});
+        ASSERT_NO_FATAL_FAILURE(Enter("^Unsaved changes"));
+        EXPECT_EQ(ReadBytes(strBitmap), strBefore);
+        Do({"key", i == 0 ? "Escape" : "Return"});
+    }
+    ASSERT_TRUE(editor.waitForFinished(LIMIT_MS));
+    EXPECT_EQ(editor.exitCode(), 0);
+    EXPECT_TRUE(ReadBytes(strBitmap) != strBefore);
 }

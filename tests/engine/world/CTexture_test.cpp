@@ -138,6 +138,10 @@ TEST_F(CTextureManagerTest, TheEngineReloadsWhatTheWorldSaved)
     EXPECT_EQ(engine.ReloadTexture("masks/soft.png"), 1);
     EXPECT_EQ(LockAll(*pTexture), (std::vector<int>{9, 8}));
     EXPECT_EQ(engine.ReloadTexture("masks/other.png"), 0);
+    SaveGrey("Masks/Soft.png", 55); // named by its whole path now
+    EXPECT_EQ(engine.ReloadTexture(m_Folder.Path("Masks/Soft.png").c_str()), 1);
+    EXPECT_EQ(LockAll(*pTexture)[0], 55);
+    EXPECT_EQ(engine.ReloadTexture("Soft.png"), 0) << "another file";
     EXPECT_FALSE(engine.GetWorld()->SaveImage("Masks/Soft.xyz", pImage.get(), nullptr));
     EXPECT_EQ(m_Log.TakeLines().size(), 1U);
     engine.GetTextures().Release(pTexture);
