@@ -2,6 +2,7 @@
 
 #include "host/Image.h"
 #include "painting/CTellur2DDrawUndoManager.h"
+#include "tests/support/AllocationCount.h"
 
 #include <gtest/gtest.h>
 
@@ -158,4 +159,26 @@ TEST_F(CPaintUndo, EntriesThatDoNotFitMoveThePositionAndNothingElse)
     EXPECT_EQ(m_Undo.GetCount(), 2U);
     EXPECT_FALSE(m_Undo.Undo(m_Image.get()));
     EXPECT_FALSE(m_Undo.Undo(m_Image.get()));
+}
+
+TEST_F(CPaintUndo, MemoryGrowsWithWhatChanged)
+{
+    m_Image = Make(1024, 1024, EImageFormat::Rgba32);
+    for (const size_t nChanged : {size_t{0}, size_t{1}, size_t{1000}})
+    {
+        const std::unique_ptr<IImage> pBefore(IL_CreateImageFromImage(m_Image.get()));
+        for (size_t i = 0; i < nChanged; ++i)
+        {
+            ++m_Image->GetRawData()[i * 4000];
+        }
+        const size_t nBytes = GetAllocatedBytes();
+        m_Undo.AddEntry(pBefore.get(), m_Image.get());
+        // Three numbers for each, and what growing towards that throws away.
+        EXPECT_LE(GetAllocatedBytes() - nBytes, 300 + nChanged * 12 * 4) << nChanged;
+    }
+    EXPECT_TRUE(m_Undo.Undo(m_Image.get()));
+    EXPECT_TRUE(m_Undo.Undo(m_Image.get()));
+    EXPECT_FALSE(m_Undo.Undo(m_Image.get()));
+    EXPECT_EQ(Byte(0), 0);
+    EXPECT_EQ(Byte(999 * 4000), 0);
 }

@@ -8,10 +8,12 @@ namespace
 {
 
 std::atomic<size_t> g_nAllocations = 0;
+std::atomic<size_t> g_nBytes = 0;
 
 void* Allocate(size_t nBytes)
 {
     ++g_nAllocations;
+    g_nBytes += nBytes;
     void* pMemory = std::malloc(nBytes > 0 ? nBytes : 1);
     if (pMemory == nullptr)
     {
@@ -25,6 +27,11 @@ void* Allocate(size_t nBytes)
 size_t GetAllocationCount()
 {
     return g_nAllocations;
+}
+
+size_t GetAllocatedBytes()
+{
+    return g_nBytes;
 }
 
 void* operator new(size_t nBytes)

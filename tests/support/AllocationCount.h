@@ -5,3 +5,4 @@
 // Calls of operator new since the program began. A test program that uses this gets its own
 // operator new that counts.
 size_t GetAllocationCount();
+size_t GetAllocatedBytes(); // asked for in these calls, given back or not

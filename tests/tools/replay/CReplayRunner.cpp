@@ -78,6 +78,18 @@ SRunResult CReplayRunner::Run(const std::vector<std::string>& arguments) const
     return result;
 }
 
+SRunResult CReplayRunner::RunWithFault(const std::string& strFault) const
+{
+    ::setenv("LD_PRELOAD", TELLUR_BIN_DIR "/libdisk_faults.so", 1);
+    ::setenv("ASAN_OPTIONS", "verify_asan_link_order=0", 1);
+    ::setenv("TELLUR_FAULT", strFault.c_str(), 1);
+    SRunResult result = Run({"script.tellur"});
+    ::unsetenv("LD_PRELOAD");
+    ::unsetenv("ASAN_OPTIONS");
+    ::unsetenv("TELLUR_FAULT");
+    return result;
+}
+
 SRunResult CReplayRunner::Play(const std::string& strBody, std::vector<std::string> arguments) const
 {
     WriteBytes(Path("script.tellur"), GetDeclarations() + strBody);

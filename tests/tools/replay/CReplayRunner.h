@@ -25,6 +25,9 @@ public:
     // The program with these arguments, in the folder.
     SRunResult Run(const std::vector<std::string>& arguments) const;
 
+    // Plays "script.tellur" on a disk that fails as disk_faults.cpp says.
+    SRunResult RunWithFault(const std::string& strFault) const;
+
     // Writes the declarations and the body as "script.tellur" and plays it with the log going to
     // "log.txt", so that stderr has only the program's own lines.
     SRunResult Play(const std::string& strBody, std::vector<std::string> arguments = {}) const;

@@ -147,3 +147,33 @@ TEST_F(CReplayPainting, AKeywordThatFailsEndsTheRunWithOneLine)
         EXPECT_EQ(result.strErr, std::string("script.tellur: ") + pszLine + "\n");
     }
 }
+
+TEST_F(CReplayPainting, AFailedSaveLeavesTheOldBitmap)
+{
+    const std::string strPath = m_Runner.Path("types.png");
+    const std::string strOld = ReadBytes(strPath);
+    ASSERT_NO_FATAL_FAILURE(
+        Play(START + "press( 40, 40 ) release( 40, 40 )\nsave_bitmap( \"new.png\" )\n"));
+    const std::string strNew = ReadBytes(m_Runner.Path("new.png"));
+    ASSERT_NE(strOld, strNew);
+    WriteBytes(m_Runner.Path("script.tellur"),
+               CReplayRunner::GetDeclarations() + "level( 8, [ 80, 100, 80 ] )\n" + START +
+                   "press( 40, 40 ) release( 40, 40 )\nsave_bitmap( \"types.png\" )\n");
+    for (const char* pszKind : {"full ", "readonly ", "kill "})
+    {
+        int iFaults = 0;
+        SRunResult result;
+        do
+        {
+            SCOPED_TRACE(pszKind + std::to_string(++iFaults));
+            WriteBytes(strPath, strOld);
+            result = m_Runner.RunWithFault(pszKind + std::to_string(iFaults));
+            const std::string strNow = ReadBytes(strPath);
+            EXPECT_TRUE(strNow == strOld || strNow == strNew);
+            EXPECT_TRUE(result.iExitCode != 0 || strNow == strNew);
+            EXPECT_TRUE(result.iExitCode != 1 || strNow == strOld) << "it said that it failed";
+        } while (result.iExitCode != 0 && iFaults < 60);
+        EXPECT_EQ(result.iExitCode, 0);
+        EXPECT_GT(iFaults, 3) << "the disk did fail";
+    }
+}

@@ -5,23 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <cstdlib>
 
 namespace
 {
-
-// Plays "script.tellur" on a disk that fails as disk_faults.cpp says.
-SRunResult RunWithFault(const CReplayRunner& runner, const std::string& strFault)
-{
-    ::setenv("LD_PRELOAD", TELLUR_BIN_DIR "/libdisk_faults.so", 1);
-    ::setenv("ASAN_OPTIONS", "verify_asan_link_order=0", 1);
-    ::setenv("TELLUR_FAULT", strFault.c_str(), 1);
-    SRunResult result = runner.Run({"script.tellur"});
-    ::unsetenv("LD_PRELOAD");
-    ::unsetenv("ASAN_OPTIONS");
-    ::unsetenv("TELLUR_FAULT");
-    return result;
-}
 
 std::string ReadOrEmpty(const std::string& strPath)
 {
@@ -85,7 +71,7 @@ TEST_P(CResolutionFaults, LeaveTheOldHeightsOrTheNewOnes)
             {
                 WriteBytes(strBackup, m_Old);
             }
-            result = RunWithFault(m_Runner, strKind + " " + std::to_string(iFaults));
+            result = m_Runner.RunWithFault(strKind + " " + std::to_string(iFaults));
             const std::string strNow = ReadOrEmpty(strLevel);
             EXPECT_TRUE(strNow == m_Old || strNow == m_New || ReadOrEmpty(strBackup) == m_Old);
             ExpectWhole("level.height");

@@ -1,0 +1,141 @@
+// What a stroke on a bitmap of 4096 x 4096 texels costs. Each yardstick goes over the same bytes in
+// the plainest way there is: once through the texels under the brush, once through both images.
+// "ratio" is tool / yardstick.
+
+#include "benchmarks/BenchHost.h"
+#include "engine/paint/CPaintLayer.h"
+#include "host/Image.h"
+#include "painting/CTellur2DDrawUndoManager.h"
+#include "painting/CTellur2DFunctionSet.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <memory>
+
+namespace
+{
+
+constexpr uint32_t SIDE = 4096;
+constexpr uint32_t BRUSH = 256; // texels a side
+constexpr float TERRAIN = 4096.0F;
+
+class CPainting
+{
+public:
+    CPainting()
+    {
+        m_World.CreateTerrain(64, 64, {TERRAIN, 100.0F, TERRAIN});
+        std::vector<uint8_t> shape(64UL * 64);
+        for (size_t i = 0; i < shape.size(); ++i)
+        {
+            shape[i] = static_cast<uint8_t>(1 + i % 255);
+        }
+        m_Work.reset(IL_CreateImageFromBufferFormat(SIDE, SIDE, EImageFormat::Rgba32, nullptr));
+        const std::unique_ptr<IImage> pShape(
+            IL_CreateImageFromBufferFormat(64, 64, EImageFormat::Indexed8, shape.data()));
+        m_Layer.Begin(m_Work.get(), pShape.get(), 0x1FF);
+        const float red[] = {1.0F, 0.5F, 0.25F, 1.0F};
+        m_Set.SetChannelMask(0x1FF);
+        m_Set.SetColor(red);
+    }
+
+    void Paint(float fX, float fZ)
+    {
+        constexpr float HALF = BRUSH * 0.5F;
+        m_Layer.Paint(
+            {{fX - HALF, 0.0F, fZ - HALF}, {fX + HALF, 0.0F, fZ + HALF}}, &m_Set, 0.5F, 0.0F);
+    }
+
+    IImage& GetWork() { return *m_Work; }
+
+    const IImage& GetPainted() { return *m_Layer.GetImage(); }
+
+private:
+    CWorld m_World;
+    CPaintLayer m_Layer{m_World};
+    std::unique_ptr<IImage> m_Work;
+    CTellur2DFunctionSet m_Set;
+};
+
+void Report(benchmark::State& state, const CRatio& ratio)
+{
+    state.counters["plain_ms"] = ratio.GetYardstick() * 1e3;
+    state.counters["paint_ms"] = ratio.GetTool() * 1e3;
+    state.counters["ratio"] = ratio.GetRatio();
+}
+
+// One point of a stroke. The yardstick moves every byte under the brush towards a value by a share.
+void PaintPoint(benchmark::State& state)
+{
+    CPainting painting;
+    CRatio ratio;
+    float fAt = 500.0F;
+    for (auto _ : state)
+    {
+        fAt = fAt > 3000.0F ? 500.0F : fAt + 37.0F;
+        const double fTool = TakeTime([&] { painting.Paint(fAt, fAt); });
+        uint8_t* pRow = painting.GetWork().GetRawData();
+        const double fPlain = TakeTime(
+            [&]
+            {
+                for (uint32_t uRow = 0; uRow < BRUSH; ++uRow, pRow += size_t{SIDE} * 4)
+                {
+                    for (uint32_t i = 0; i < BRUSH * 4; ++i)
+                    {
+                        const float fLeft = 200.0F - static_cast<float>(pRow[i]);
+                        pRow[i] = static_cast<uint8_t>(pRow[i] + static_cast<int>(fLeft * 0.5F));
+                    }
+                    benchmark::DoNotOptimize(pRow);
+                }
+            });
+        ratio.Add(fTool, fPlain);
+    }
+    Report(state, ratio);
+}
+
+// The end of a stroke: which texels changed. The yardstick reads both images once.
+void PaintUndoEntry(benchmark::State& state)
+{
+    CPainting painting;
+    CRatio ratio;
+    for (int i = 0; i < 60; ++i)
+    {
+        painting.Paint(500.0F + 40.0F * static_cast<float>(i),
+                       900.0F + 20.0F * static_cast<float>(i));
+    }
+    const auto sum = [](const IImage& image)
+    {
+        uint64_t uSum = 0;
+        const uint8_t* pBytes = image.GetRawData();
+        for (size_t i = 0; i < size_t{SIDE} * SIDE * 4; i += sizeof(uint64_t))
+        {
+            uint64_t uWord = 0;
+            std::memcpy(&uWord, pBytes + i, sizeof(uWord));
+            uSum += uWord;
+        }
+        return uSum;
+    };
+    for (auto _ : state)
+    {
+        CTellur2DDrawUndoManager undo;
+        const double fTool =
+            TakeTime([&] { undo.AddEntry(&painting.GetWork(), &painting.GetPainted()); });
+        const double fPlain = TakeTime(
+            [&]
+            {
+                uint64_t uSum = sum(painting.GetWork());
+                uSum += sum(painting.GetPainted());
+                benchmark::DoNotOptimize(uSum);
+            });
+        ratio.Add(fTool, fPlain);
+    }
+    Report(state, ratio);
+}
+
+BENCHMARK(PaintPoint)->Iterations(200)->Unit(benchmark::kMillisecond);
+BENCHMARK(PaintUndoEntry)->Iterations(30)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+BENCHMARK_MAIN();
