@@ -94,15 +94,16 @@ void PaintPoint(benchmark::State& state)
     Report(state, ratio);
 }
 
-// The end of a stroke: which texels changed. The yardstick reads both images once.
+// The end of a stroke of so many points: which texels changed, and keeping them. The yardstick
+// reads both images once.
 void PaintUndoEntry(benchmark::State& state)
 {
     CPainting painting;
     CRatio ratio;
-    for (int i = 0; i < 60; ++i)
+    for (int i = 0; i < state.range(0); ++i)
     {
-        painting.Paint(500.0F + 40.0F * static_cast<float>(i),
-                       900.0F + 20.0F * static_cast<float>(i));
+        const auto fStep = static_cast<float>(i);
+        painting.Paint(500.0F + 40.0F * fStep, 900.0F + 20.0F * fStep);
     }
     const auto sum = [](const IImage& image)
     {
@@ -134,7 +135,13 @@ void PaintUndoEntry(benchmark::State& state)
 }
 
 BENCHMARK(PaintPoint)->Iterations(200)->Unit(benchmark::kMillisecond);
-BENCHMARK(PaintUndoEntry)->Iterations(30)->Unit(benchmark::kMillisecond);
+BENCHMARK(PaintUndoEntry)
+    ->ArgName("points")
+    ->Arg(0)
+    ->Arg(5)
+    ->Arg(60)
+    ->Iterations(30)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "painting/CTellur2DDrawUndoManager.h"
 
 #include "host/Image.h"
+#include "host/VectorClones.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,8 +11,8 @@ namespace
 
 constexpr uint32_t BITS = 32; // of a texel
 constexpr size_t BYTES = 4;
-// Texels that are compared at one go. Most of a bitmap is the same after a stroke, and equal memory
-// is found at the speed of reading it.
+// Texels that are compared at one go. Most of a bitmap is the same after a stroke, and blocks that
+// are the same are looked at once, at the speed of reading them.
 constexpr size_t BLOCK_TEXELS = 1024;
 
 size_t GetTexelCount(const IImage& image)
@@ -24,6 +25,17 @@ uint32_t GetTexel(const uint8_t* pTexels, size_t nIndex)
     uint32_t uTexel = 0;
     std::memcpy(&uTexel, pTexels + nIndex * BYTES, BYTES);
     return uTexel;
+}
+
+TELLUR_VECTOR_CLONES
+size_t CountDifferent(const uint8_t* pOld, const uint8_t* pNew, size_t nTexels)
+{
+    uint32_t uDifferent = 0; // a block's worth
+    for (size_t i = 0; i < nTexels; ++i)
+    {
+        uDifferent += GetTexel(pOld, i) != GetTexel(pNew, i) ? 1U : 0U;
+    }
+    return uDifferent;
 }
 
 } // namespace
@@ -64,25 +76,34 @@ void CTellur2DDrawUndoManager::FindChanges(const IImage& before, const IImage& a
         return;
     }
     entry.nTexels = nTexels;
+    std::vector<uint32_t> blocks; // first texels of those that differ
+    size_t nChanges = 0;
     for (size_t nFirst = 0; nFirst < nTexels; nFirst += BLOCK_TEXELS)
     {
-        const size_t nEnd = std::min(nFirst + BLOCK_TEXELS, nTexels);
-        if (std::memcmp(
-                pBefore + nFirst * BYTES, pAfter + nFirst * BYTES, (nEnd - nFirst) * BYTES) == 0)
+        const size_t nCount = std::min(BLOCK_TEXELS, nTexels - nFirst);
+        const uint8_t* pOld = pBefore + nFirst * BYTES;
+        const uint8_t* pNew = pAfter + nFirst * BYTES;
+        const size_t nDifferent = CountDifferent(pOld, pNew, nCount);
+        if (nDifferent != 0)
         {
-            continue;
+            blocks.push_back(static_cast<uint32_t>(nFirst));
+            nChanges += nDifferent;
         }
-        for (size_t i = nFirst; i < nEnd; ++i)
+    }
+    entry.changes.reserve(nChanges); // growing step by step would cost more than the search
+    for (const uint32_t uFirst : blocks)
+    {
+        const auto uEnd = static_cast<uint32_t>(std::min(uFirst + BLOCK_TEXELS, nTexels));
+        for (uint32_t i = uFirst; i < uEnd; ++i)
         {
             const uint32_t uOld = GetTexel(pBefore, i);
             const uint32_t uNew = GetTexel(pAfter, i);
             if (uOld != uNew)
             {
-                entry.changes.push_back({static_cast<uint32_t>(i), uOld, uNew});
+                entry.changes.push_back({i, uOld, uNew});
             }
         }
     }
-    entry.changes.shrink_to_fit();
 }
 
 void CTellur2DDrawUndoManager::Clear()
