@@ -58,6 +58,6 @@ public:
     virtual bool SaveBitmap(const char* pszPath) = 0;
     // The bitmap's file when there are strokes that are in no file yet, else empty.
     virtual std::string GetUnsavedBitmap() = 0;
-    // Takes back the last stroke that was painted.
-    virtual void UndoPaint() = 0;
+    // Takes back the last stroke that was painted, or paints it again.
+    virtual void StepPaint(bool bRedo) = 0;
 };

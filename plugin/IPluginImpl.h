@@ -97,7 +97,7 @@ public:
     bool IsPainting() override;
     bool SaveBitmap(const char* pszPath) override;
     std::string GetUnsavedBitmap() override;
-    void UndoPaint() override;
+    void StepPaint(bool bRedo) override;
 
     // PluginContext
     EditorHost* GetEditorHost() const override { return m_pEditorHost; }

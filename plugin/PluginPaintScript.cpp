@@ -227,11 +227,11 @@ std::string IPluginImpl::GetUnsavedBitmap()
                : "";
 }
 
-void IPluginImpl::UndoPaint()
+void IPluginImpl::StepPaint(bool bRedo)
 {
     if (m_pEditTerrainTypeMode != nullptr)
     {
-        m_pEditTerrainTypeMode->Undo();
+        bRedo ? m_pEditTerrainTypeMode->Redo() : m_pEditTerrainTypeMode->Undo();
     }
 }
 

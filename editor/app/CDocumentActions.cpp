@@ -304,11 +304,11 @@ int CDocumentActions::AskToSave(const QString& strName)
 bool CDocumentActions::MayLeavePainting()
 {
     IPluginScript* pScript = m_Editor.GetPluginScript();
-    const std::string strFile = pScript != nullptr ? pScript->GetUnsavedBitmap() : "";
-    if (strFile.empty())
+    if (pScript == nullptr || pScript->GetUnsavedBitmap().empty())
     {
         return true;
     }
+    const std::string strFile = pScript->GetUnsavedBitmap();
     switch (AskToSave(QString::fromStdString(strFile)))
     {
     case QMessageBox::Save:

@@ -256,8 +256,10 @@ void CEditorWindow::Refresh()
     }
     m_pHistory->Follow();
     const CUndoStack& stack = GetHost().GetUndoStack();
-    m_Commands.Find("edit.undo")->setEnabled(stack.GetCount() > 0);
-    m_Commands.Find("edit.redo")->setEnabled(stack.GetRedoCount() > 0);
+    IPluginScript* pScript = m_Editor.GetPluginScript();
+    const bool bPainting = pScript != nullptr && pScript->IsPainting();
+    m_Commands.Find("edit.undo")->setEnabled(bPainting || stack.GetCount() > 0);
+    m_Commands.Find("edit.redo")->setEnabled(bPainting || stack.GetRedoCount() > 0);
     m_Commands.Find("file.save")->setEnabled(document.HasLevel());
     m_Commands.Find("file.save_as")->setEnabled(document.HasLevel());
     const CRecorder* pRecorder = m_Editor.GetRecorder();

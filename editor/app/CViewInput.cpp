@@ -198,7 +198,7 @@ bool CViewInput::Cancel()
     }
     if (bPainting)
     {
-        m_Script->UndoPaint();
+        m_Script->StepPaint(false);
     }
     EndStroke();
     RepeatHover();

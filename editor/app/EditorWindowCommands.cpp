@@ -135,7 +135,12 @@ void CEditorWindow::ShowContextMenu(ViewId view, QPoint screen)
 void CEditorWindow::StepHistory(bool bRedo)
 {
     GetHost().EndDrag();
-    if (bRedo)
+    IPluginScript* pScript = m_Editor.GetPluginScript();
+    if (pScript != nullptr && pScript->IsPainting()) // the strokes that the hand is at
+    {
+        pScript->StepPaint(bRedo);
+    }
+    else if (bRedo)
     {
         GetHost().Redo();
     }

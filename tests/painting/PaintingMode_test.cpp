@@ -287,3 +287,42 @@ TEST_F(CPaintingMode, WhatIsMissingIsLeftOut)
     EXPECT_NE(pSecondSet, nullptr) << "still the caller's";
     EXPECT_EQ(m_Log.GetText(), "");
 }
+
+TEST_F(CPaintingMode, AHostileFileOfAnyFormatIsOneLineAndNoBitmap)
+{
+    OpenDialog();
+    for (const char* pszName :
+         {"hostile.png", "hostile.tga", "hostile.bmp", "hostile.dds", "hostile.jpg"})
+    {
+        WriteBitmap(pszName, 10, 20, 30);
+        const std::string strPath = m_Folder.Path(pszName);
+        const std::string strWhole = ReadBytes(strPath);
+        const std::string strKind = pszName + std::strlen("hostile.");
+        std::string strGiant = strWhole; // 32767 texels high, or more, as far as the header says
+        const size_t nHeight = strKind == "png"   ? 22
+                               : strKind == "tga" ? 14
+                               : strKind == "bmp" ? 22
+                               : strKind == "dds" ? 12
+                                                  : strWhole.find("\xff\xc0") + 5;
+        strGiant[nHeight] = '\xff';
+        strGiant[nHeight + 1] = '\x7f';
+        for (const std::string& strBytes : {strWhole.substr(0, strWhole.size() / 2), strGiant})
+        {
+            SCOPED_TRACE(pszName + std::to_string(strBytes.size()));
+            WriteBytes(strPath, strBytes);
+            Type(DRAW_BITMAP_FILE, pszName);
+            Click(DRAW_EDIT);
+            const Lines lines = m_Log.TakeLines();
+            ASSERT_EQ(lines.size(), 1U);
+            EXPECT_NE(lines[0].find(pszName), std::string::npos) << lines[0];
+            EXPECT_FALSE(Mode().HasBitmap());
+            EXPECT_EQ(m_Layer.GetImage(), nullptr);
+            Click(DRAW_EDIT);
+            Type(DRAW_BITMAP_FILE, "types.png"); // or the name would be the same the next time
+            Click(DRAW_EDIT);
+            EXPECT_TRUE(Mode().HasBitmap());
+            Click(DRAW_EDIT);
+        }
+    }
+    EXPECT_EQ(m_Log.GetText(), "");
+}

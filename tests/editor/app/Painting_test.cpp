@@ -302,6 +302,18 @@ TEST_F(CPainting, KeysWorkTheDialogAndTakeBackAStroke)
     EXPECT_EQ(GetTexels(), before);
     EXPECT_TRUE(IsChecked(2143));
 
+    // Keys of undo take back what is being painted, and leave the heights.
+    const size_t nHeightSteps = GetHost().GetUndoStack().GetCount();
+    Drag(GetView(), {0.3, 0.4}, {0.5, 0.4}, 3);
+    const std::vector<uint8_t> stroke = GetTexels();
+    EXPECT_NE(stroke, before);
+    GetView().setFocus();
+    Key("ctrl+z");
+    EXPECT_EQ(GetTexels(), before);
+    Key("ctrl+shift+z");
+    EXPECT_EQ(GetTexels(), stroke);
+    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), nHeightSteps);
+
     // Another mode leaves the painting, a level that closes does it no harm.
     Drag(GetView(), {0.45, 0.5}, {0.55, 0.55});
     const std::vector<uint8_t> painted = GetTexels();
