@@ -103,6 +103,10 @@ TEST_F(CDrawDlgColors, TheChooserGivesWholeColours)
     EXPECT_EQ(Look(DRAW_CURRENT_COLOR), QColor(16, 32, 48));
     EXPECT_EQ(Look(FIRST + 1), QColor(1, 2, 3));
     EXPECT_EQ(Paint(), (Texel{16, 32, 48, 255}));
+    Edit();
+    Edit();
+    EXPECT_EQ(Look(FIRST + 1), QColor(1, 2, 3)) << "another bitmap of the same kind keeps them";
+    EXPECT_EQ(Look(DRAW_CURRENT_COLOR), QColor(16, 32, 48));
     const float half[] = {0.5F, 0.5F, 0.5F, 0.25F};
     Dialog().ChooseColor(half);
     m_FrontEnd.uChosenColor = 0xFFFFFFFF; // cancelled

@@ -235,6 +235,20 @@ TEST_F(CDrawDlg, TheExtentIsShownInBothUnits)
     EXPECT_EQ(Text(DRAW_EXTENT_EDIT), "8");
     EXPECT_EQ(Extent(), 7.5F) << "showing rounds, keeping does not";
 
+    Edit(); // and on again with a file that is none: the unit stays, the bitmap's width is gone
+    Click(DRAW_CENTIMETRES);
+    WriteBytes(m_Folder.Path("none.png"), "none");
+    Type(DRAW_BITMAP_FILE, "none.png");
+    Edit();
+    EXPECT_FALSE(IsOn(DRAW_CENTIMETRES));
+    Type(DRAW_EXTENT_EDIT, "3");
+    EXPECT_EQ(Extent(), 0.0F);
+    Edit();
+    Type(DRAW_BITMAP_FILE, "types.png");
+    Edit();
+    Click(DRAW_CENTIMETRES);
+    Mode().GetBrushHalfSize()[0] = 7.5F;
+
     m_Fake.world.pTerrain = nullptr; // no reference
     Click(DRAW_CENTIMETRES);
     EXPECT_EQ(Text(DRAW_EXTENT_EDIT), "0");

@@ -104,6 +104,31 @@ TEST_F(CPaintingMode, MouseCallsReachTheLayer)
               (Lines{"Host.SetModeCaption(Edit terrain type)", "Host.RefreshView(1)"}));
 }
 
+TEST_F(CPaintingMode, AStrokeThatIsNotReleasedIsKeptAndSaved)
+{
+    ASSERT_NO_FATAL_FAILURE(OpenDialog());
+    EXPECT_TRUE(Dialog().ChooseBrushShape("white.png"));
+    EXPECT_EQ(TakeCalls(), Lines{}) << "the layer hears of a shape only while the mode is current";
+    Edit();
+    m_Host.Hit(40, 0, 40);
+    m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
+    Click(DRAW_SAVE);
+    const auto pSaved = Saved("types.png");
+    ASSERT_NE(pSaved, nullptr);
+    EXPECT_EQ(pSaved->GetRawData()[27 * 3], 255);
+    EXPECT_EQ(m_Plugin->GetUnsavedBitmap(), "");
+    m_Host.Hit(10, 0, 10);
+    m_Plugin->OnMouseMove(1, 1, 0, 0, 0, 1, 0, 0);
+    EXPECT_EQ(m_Plugin->GetUnsavedBitmap(), "types.png");
+    Edit();
+    Edit();
+    EXPECT_EQ(At(0, 0), (Texel{255, 0, 0, 255}));
+    EXPECT_EQ(At(3, 3), (Texel{255, 0, 0, 255}));
+    EXPECT_EQ(m_Plugin->GetUnsavedBitmap(), "types.png");
+    EXPECT_TRUE(Mode().SaveBitmap("copy.png"));
+    EXPECT_EQ(m_Plugin->GetUnsavedBitmap(), "");
+}
+
 TEST_F(CPaintingMode, UndoDepthIsTheSettings)
 {
     ASSERT_NO_FATAL_FAILURE(OpenDialog());
@@ -174,6 +199,19 @@ TEST_F(CPaintingMode, APaletteIsTurnedRoundOnTheWayInAndOut)
         }
         Edit();
     }
+    // Neighbours that differ in one byte alone are told apart.
+    ASSERT_NO_FATAL_FAILURE(WritePaletted("near.png", {200, 100, 0, 10, 100, 0, 200, 100, 90}, 0));
+    ASSERT_NO_FATAL_FAILURE(OpenDialog("near.png"));
+    Edit();
+    Type(DRAW_EXTENT_EDIT, "5");
+    Dialog().ChooseColor(std::array<float, 4>{0.0F, 100.5F / 255.0F, 10.5F / 255.0F, 1}.data());
+    Stroke({{35, 0, 35}});
+    Click(DRAW_SAVE);
+    const auto pSaved = Saved("near.png");
+    ASSERT_NE(pSaved, nullptr);
+    EXPECT_EQ(pSaved->GetRawData()[26], 0);
+    EXPECT_EQ(pSaved->GetRawData()[27], 1);
+    EXPECT_EQ(pSaved->GetRawData()[28], 0);
     EXPECT_EQ(m_Log.GetText(), "");
 }
 

@@ -167,6 +167,7 @@ TEST_F(CPainting, AStrokeIsSavedAsItsReplayPaintsIt)
 
     // The script knows nothing of these steps, so the next stroke begins with the bitmap as it is.
     Click(Item(2176)); // "Mul"
+    Click(Item(2164)); // red alone
     Drag(GetView(), {0.3, 0.5}, {0.5, 0.5}, 4);
     Click(Item(2156)); // "Save"
     ASSERT_TRUE(m_Editor->GetRecorder()->Stop());

@@ -196,6 +196,9 @@ TEST_F(CPaintLayerTest, OnlyWhatAStrokeReachesCountsAsChanged)
     EXPECT_EQ(m_Layer.GetImage()->GetRawData()[(5 * 8 + 1) * 4 + 3], 77);
     EXPECT_NE(m_Layer.GetImage(), pWork.get());
     EXPECT_EQ(Paint(20, 60, 40, 100), Texels{}) << "no shape any more";
+    const auto pLow = MakeImage(8, 3, EImageFormat::Rgba32);
+    m_Layer.Begin(pLow.get(), nullptr, 0x1FF);
+    EXPECT_EQ(m_Layer.GetImage()->GetHeight(), 3U);
     const auto pOther = MakeImage(3, 8, EImageFormat::Rgba32);
     m_Layer.Begin(pOther.get(), nullptr, 0x1FF);
     EXPECT_EQ(m_Layer.GetChangedSince(m_Layer.GetRevision() - 1), (STexelRect{0, 0, 3, 8}));
