@@ -3,6 +3,7 @@
 #include "host/EditorHost.h"
 #include "host/EngineHost.h"
 #include "host/IPluginScript.h"
+#include "host/Log.h"
 #include "host/ModeManager.h"
 #include "host/World.h"
 #include "painting/CTellur2DFunctionMul.h"
@@ -115,6 +116,11 @@ void CModeEditTerrainType::LoadBitmap(const std::string& strPath)
     if (m_WorkImage != nullptr)
     {
         m_WorkImage = MakeWorkImage(*m_WorkImage, m_Palette.get());
+        if (m_WorkImage == nullptr)
+        {
+            CrashLog("[CModeEditTerrainType] %s: not enough memory to paint on it\n",
+                     strPath.c_str());
+        }
     }
     m_Undo->Clear();
     m_bUnsaved = false;

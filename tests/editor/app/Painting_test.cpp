@@ -3,6 +3,8 @@
 #include "engine/paint/CPaintLayer.h"
 #include "host/FileSystem.h"
 #include "host/Image.h"
+#include "host/Terrain.h"
+#include "host/World.h"
 #include "tests/editor/app/EditorFixture.h"
 #include "tests/support/CLogCatcher.h"
 
@@ -223,6 +225,41 @@ TEST_F(CPainting, TheViewShowsTheStrokeAndTheBrushAtOnce)
     Click(Item(2117));
     MoveTo(GetView(), {0.1, 0.1});
     EXPECT_LT(look(0.5, 0.55).red(), 150);
+}
+
+TEST_F(CPainting, WhatIsSavedIsWhatTheLevelShowsAfterwards)
+{
+    ASSERT_NO_FATAL_FAILURE(StartWithBitmap());
+    ASSERT_TRUE(GetHost().GetEngine().GetWorld()->GetTerrain()->SaveHeightMap(
+        m_Folder.Path("flat.height").c_str(), nullptr, 0, 0));
+    WriteBytes(m_Folder.Path("flat.level"),
+               "!height_map( s )\n!terrain_size( v3 )\n!terrain_bitmap( s )\n"
+               "height_map( \"flat.height\" )\nterrain_bitmap( \"" +
+                   m_Bitmap + "\" )\n");
+    ASSERT_TRUE(m_Window->OpenFile(m_Folder.Path("flat.level")));
+    GetDialog()->activateWindow();
+    MoveTo(GetView(), {0.1, 0.1});
+    Settle();
+    const auto look = [this]
+    {
+        Settle();
+        const QImage picture = GetView().grabFramebuffer();
+        const QColor color = picture.pixelColor(picture.width() / 2, picture.height() * 55 / 100);
+        return color.red() - color.green();
+    };
+    EXPECT_LT(look(), 30);
+    for (const bool bSave : {false, true})
+    {
+        Click(Item(2143));
+        Drag(GetView(), {0.45, 0.55}, {0.55, 0.55});
+        if (bSave)
+        {
+            Click(Item(2156));
+        }
+        Click(Item(2143)); // the level's own picture is shown again
+        MoveTo(GetView(), {0.1, 0.1});
+        EXPECT_EQ(look() > 60, bSave) << look();
+    }
 }
 
 TEST_F(CPainting, TheDialogIsAlignedAndItsNumbersFitUnderTheCursorsScale)
