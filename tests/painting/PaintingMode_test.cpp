@@ -162,6 +162,12 @@ TEST_F(CPaintingMode, UndoDepthIsTheSettings)
     EXPECT_EQ(At(2, 0), before);
     Click(DRAW_REDO);
     EXPECT_EQ(At(2, 0), red);
+
+    Edit();
+    EXPECT_EQ(m_Layer.GetImage(), nullptr);
+    Click(DRAW_UNDO);
+    EXPECT_EQ(TakeCalls(), Lines{"Layer.Begin(8, 0x1FF)"}) << "shown where nobody paints";
+    EXPECT_EQ(At(2, 0), before);
 }
 
 TEST_F(CPaintingMode, APaletteIsTurnedRoundOnTheWayInAndOut)
