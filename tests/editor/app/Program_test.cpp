@@ -246,10 +246,10 @@ TEST_F(CProgram, LeavingAsksForThePaintingAndEndsBesideTheDrawDialog)
     const std::string strBefore = ReadBytes(strBitmap);
     WriteBytes(m_Folder.Path("paint.tellur"),
                "!level( i, v3 )\n!paint_bitmap( s )\n!paint_color( v4 )\n!mode( s )\n"
-               "!press( f, f )\n!release( f, f )\n"
+               "!press( f, f )\n!release( f, f )\n!save( s )\n"
                "level( 32, [320, 100, 320] )\npaint_bitmap( \"types.png\" )\n"
                "mode( \"edit_terrain_type\" )\npaint_color( [1, 1, 1, 1] )\n"
-               "press( 160, 160 )\nrelease( 160, 160 )\n");
+               "press( 160, 160 )\nrelease( 160, 160 )\nsave( \"played.height\" )\n");
     QProcess editor;
     ASSERT_NO_FATAL_FAILURE(Start(editor, GetRoot()));
     ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
@@ -257,6 +257,8 @@ TEST_F(CProgram, LeavingAsksForThePaintingAndEndsBesideTheDrawDialog)
     ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
     Do({"type", QString::fromStdString(m_Folder.Path("paint.tellur"))});
     Do({"key", "Return"});
+    ASSERT_TRUE(WaitFor([&] { return std::filesystem::exists(m_Folder.Path("played.height")); },
+                        "the script ends"));
     ASSERT_NO_FATAL_FAILURE(Enter("^Edit bitmap on terrain"));
     for (int i = 0; i < 2; ++i) // kept, then saved
     {
