@@ -75,6 +75,7 @@ void CTerrain2DDrawDlg::Listen()
     OnClick(DRAW_BITMAP_BROWSE, [this] { OnBrowseBitmap(); });
     OnClick(DRAW_SAVE, [this] { OnSave(); });
     OnClick(DRAW_MATERIAL_BROWSE, [this] { OnBrowseMaterial(); });
+    On(ENotify::FocusLost, DRAW_MATERIAL, [this](SNotification&) { OnMaterialTyped(); });
     OnClick(DRAW_TEXEL_MAPPING, [this] { OnTexelMapping(); });
     OnClick(DRAW_SHAPE, [this] { OnBrowseShape(); });
     for (size_t i = 0; i < CHANNEL_BOXES; ++i)
@@ -333,6 +334,17 @@ void CTerrain2DDrawDlg::OnBrowseMaterial()
     m_Material = strPath;
     WriteFields();
     if (HasUser())
+    {
+        m_User->SetPaintMaterial(m_Material.c_str());
+    }
+}
+
+// A name counts when it is whole.
+void CTerrain2DDrawDlg::OnMaterialTyped()
+{
+    ReadControls();
+    const char* pszBefore = m_User != nullptr ? m_User->GetPaintMaterial() : nullptr;
+    if (pszBefore != nullptr && m_Material != pszBefore)
     {
         m_User->SetPaintMaterial(m_Material.c_str());
     }

@@ -80,6 +80,7 @@ private:
     void OnTexelMapping();
     void OnBrowseBitmap();
     void OnBrowseMaterial();
+    void OnMaterialTyped();
     void OnBrowseShape();
 
     // numbers

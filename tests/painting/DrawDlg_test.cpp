@@ -278,6 +278,11 @@ TEST_F(CDrawDlg, BlendingMappingAndMaterialGoToTheLayer)
     Click(DRAW_MATERIAL_BROWSE);
     EXPECT_STREQ(m_Layer.GetMaterial(), "data/slope.mat");
 
+    Type(DRAW_MATERIAL, "data/grey.mat");
+    EXPECT_STREQ(m_Layer.GetMaterial(), "data/slope.mat");
+    Find(DRAW_BITMAP_FILE)->setFocus();
+    EXPECT_STREQ(m_Layer.GetMaterial(), "data/grey.mat");
+
     // A user that has them all shows them.
     m_Layer.SetTexelToVertexMapping(true);
     m_Layer.SetMaterial("data/contours.mat");
