@@ -56,7 +56,7 @@ public:
     virtual bool IsPainting() = 0;
     // Writes the bitmap as it is painted now. False with one logged line, or without a bitmap.
     virtual bool SaveBitmap(const char* pszPath) = 0;
-    // The bitmap's file when there are strokes that are in no file yet, else empty.
+    // The bitmap's file when there are strokes that are not in it yet, else empty.
     virtual std::string GetUnsavedBitmap() = 0;
     // Takes back the last stroke that was painted, or paints it again.
     virtual void StepPaint(bool bRedo) = 0;

@@ -98,6 +98,10 @@ void CModeEditTerrainType::Activate()
     const CTerrain2DDrawDlg* pDialog = GetPluginContext()->Get2DDrawDlg();
     if (pDialog != nullptr && pDialog->GetBitmapFile() != m_BitmapPath)
     {
+        if (pLayer->GetImage() != nullptr)
+        {
+            pLayer->End(); // undo has begun it with the file before
+        }
         LoadBitmap(pDialog->GetBitmapFile());
     }
     if (m_WorkImage != nullptr && m_BrushShape != nullptr)

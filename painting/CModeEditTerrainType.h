@@ -91,7 +91,7 @@ public:
 
     bool HasBitmap() const { return m_WorkImage != nullptr; }
 
-    // Strokes or their undoing are in no file yet.
+    // Strokes or their undoing are not in the bitmap's file yet.
     bool IsUnsaved() const { return m_bUnsaved; }
 
     // The file whose bitmap is loaded, as the dialog had it; empty before the first one.

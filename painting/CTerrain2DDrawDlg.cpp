@@ -190,10 +190,7 @@ void CTerrain2DDrawDlg::UpdateControls()
     }
     UpdateChannels(m_User->GetChannelMask(), bPainting);
     UpdateFunctions(bPainting);
-    float fLength = 0.0F;
-    uint32_t uWidth = 0;
-    m_User->GetMappingSizes(&fLength, &uWidth);
-    EnableItem(DRAW_CENTIMETRES, uWidth != 0);
+    EnableItem(DRAW_CENTIMETRES, GetMappingSizes().uWidth != 0);
 }
 
 void CTerrain2DDrawDlg::UpdateChannels(uint32_t uMask, bool bPainting)

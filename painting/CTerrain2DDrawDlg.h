@@ -58,6 +58,12 @@ protected:
 private:
     static constexpr size_t COLOR_COUNT = 8;
 
+    struct SMappingSizes
+    {
+        float fLength = 0.0F; // what the extent slider reaches, terrain units
+        uint32_t uWidth = 0;  // of the bitmap, texels
+    };
+
     enum class EColorSet
     {
         None,
@@ -95,9 +101,9 @@ private:
     void ApplyExtent(int iPos);
     void OnChangeExtent();
     void OnCentimetres();
-    float GetReferenceLength() const;
-    void ShowExtent();       // in the edit
-    void ShowExtentSlider(); // and its position
+    SMappingSizes GetMappingSizes() const; // 0 without a user
+    void ShowExtent();                     // in the edit
+    void ShowExtentSlider();               // and its position
 
     // colours
     void ListenToColors();

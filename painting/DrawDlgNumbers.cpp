@@ -135,15 +135,14 @@ void CTerrain2DDrawDlg::ApplyBlending(int iPos)
     }
 }
 
-float CTerrain2DDrawDlg::GetReferenceLength() const
+CTerrain2DDrawDlg::SMappingSizes CTerrain2DDrawDlg::GetMappingSizes() const
 {
-    float fLength = 0.0F;
-    uint32_t uWidth = 0;
+    SMappingSizes sizes;
     if (m_User != nullptr)
     {
-        m_User->GetMappingSizes(&fLength, &uWidth);
+        m_User->GetMappingSizes(&sizes.fLength, &sizes.uWidth);
     }
-    return fLength;
+    return sizes;
 }
 
 void CTerrain2DDrawDlg::ApplyExtent(int iPos)
@@ -153,7 +152,7 @@ void CTerrain2DDrawDlg::ApplyExtent(int iPos)
         return;
     }
     const float fPower = std::pow(BASE, static_cast<float>(iPos) / EXTENT_POSITIONS);
-    *m_Extent = (fPower - 1.0F) * (1.0F / (BASE - 1.0F)) * GetReferenceLength();
+    *m_Extent = (fPower - 1.0F) * (1.0F / (BASE - 1.0F)) * GetMappingSizes().fLength;
     ShowExtent();
 }
 
@@ -177,7 +176,7 @@ void CTerrain2DDrawDlg::SetExtentPointer(float* pExtent)
 
 void CTerrain2DDrawDlg::ShowExtentSlider()
 {
-    const float fLength = GetReferenceLength();
+    const float fLength = GetMappingSizes().fLength;
     if (m_Extent == nullptr)
     {
         return;
@@ -195,15 +194,10 @@ void CTerrain2DDrawDlg::ShowExtent()
     float fShown = *m_Extent;
     if (m_Centimetres != CHECK_ON)
     {
-        float fLength = 0.0F;
-        uint32_t uWidth = 0;
-        if (m_User != nullptr)
-        {
-            m_User->GetMappingSizes(&fLength, &uWidth);
-        }
-        fShown = std::fabs(fLength) < LEAST_LENGTH
+        const SMappingSizes sizes = GetMappingSizes();
+        fShown = std::fabs(sizes.fLength) < LEAST_LENGTH
                      ? 0.0F
-                     : static_cast<float>(uWidth) / fLength * *m_Extent;
+                     : static_cast<float>(sizes.uWidth) / sizes.fLength * *m_Extent;
     }
     const bool bBefore = std::exchange(m_bUpdating, true);
     SetItemText(DRAW_EXTENT_EDIT, std::to_string(std::lround(fShown)).c_str());
@@ -223,14 +217,10 @@ void CTerrain2DDrawDlg::OnChangeExtent()
     }
     else
     {
-        float fLength = 0.0F;
-        uint32_t uWidth = 0;
-        if (m_User != nullptr)
-        {
-            m_User->GetMappingSizes(&fLength, &uWidth);
-        }
+        const SMappingSizes sizes = GetMappingSizes();
         const auto fPixels = static_cast<float>(static_cast<uint32_t>(iTyped));
-        *m_Extent = uWidth != 0 ? fPixels * fLength / static_cast<float>(uWidth) : 0.0F;
+        *m_Extent =
+            sizes.uWidth != 0 ? fPixels * sizes.fLength / static_cast<float>(sizes.uWidth) : 0.0F;
     }
     ShowExtentSlider();
 }

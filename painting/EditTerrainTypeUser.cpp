@@ -174,6 +174,6 @@ bool CModeEditTerrainType::SaveBitmap(const char* pszPath)
     const std::unique_ptr<IImage> pImage =
         MakeImageToSave(*m_WorkImage, m_Palette.get(), m_BitmapFormat);
     const bool bSaved = pWorld->SaveImage(pszPath, pImage.get(), m_Palette.get());
-    m_bUnsaved = m_bUnsaved && !bSaved;
+    m_bUnsaved = m_bUnsaved && !(bSaved && m_BitmapPath == pszPath); // a copy is no save
     return bSaved;
 }

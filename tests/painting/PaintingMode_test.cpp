@@ -125,7 +125,11 @@ TEST_F(CPaintingMode, AStrokeThatIsNotReleasedIsKeptAndSaved)
     EXPECT_EQ(At(0, 0), (Texel{255, 0, 0, 255}));
     EXPECT_EQ(At(3, 3), (Texel{255, 0, 0, 255}));
     EXPECT_EQ(m_Plugin->GetUnsavedBitmap(), "types.png");
-    EXPECT_TRUE(Mode().SaveBitmap("copy.png"));
+    EXPECT_TRUE(Mode().SaveBitmap("copy.png")); // as a recording makes them
+    EXPECT_EQ(m_Plugin->GetUnsavedBitmap(), "types.png");
+    EXPECT_FALSE(Mode().SaveBitmap("nowhere/types.png"));
+    EXPECT_EQ(m_Plugin->GetUnsavedBitmap(), "types.png");
+    Click(DRAW_SAVE);
     EXPECT_EQ(m_Plugin->GetUnsavedBitmap(), "");
 }
 
@@ -168,6 +172,16 @@ TEST_F(CPaintingMode, UndoDepthIsTheSettings)
     Click(DRAW_UNDO);
     EXPECT_EQ(TakeCalls(), Lines{"Layer.Begin(8, 0x1FF)"}) << "shown where nobody paints";
     EXPECT_EQ(At(2, 0), before);
+
+    // It is not taken for the next file's, which might be written over with it.
+    WriteBytes(m_Folder.Path("broken.png"), "no picture");
+    Type(DRAW_BITMAP_FILE, "broken.png");
+    Edit();
+    EXPECT_EQ(m_Layer.GetImage(), nullptr);
+    Stroke({{5, 0, 5}});
+    Click(DRAW_SAVE);
+    EXPECT_EQ(ReadBytes(m_Folder.Path("broken.png")), "no picture");
+    m_Log.Clear();
 }
 
 TEST_F(CPaintingMode, APaletteIsTurnedRoundOnTheWayInAndOut)
