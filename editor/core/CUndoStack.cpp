@@ -1,22 +1,74 @@
 #include "editor/core/CUndoStack.h"
 
 #include "host/CUndo.h"
+#include "host/Log.h"
 
+#include <algorithm>
+#include <new>
 #include <utility>
+
+namespace
+{
+
+constexpr size_t FIRST_CAPACITY = 64;
+
+} // namespace
 
 CUndoStack::CUndoStack() = default;
 
 CUndoStack::~CUndoStack() = default;
 
-void CUndoStack::Add(CUndo* pUndo, std::string strText)
+bool CUndoStack::Add(CUndo* pUndo, std::string strText, size_t nBytes)
 {
     if (pUndo == nullptr)
     {
-        return;
+        return true;
     }
-    m_Records.resize(m_Position);
-    m_Records.push_back({std::unique_ptr<CUndo>(pUndo), std::move(strText), ++m_LastId});
+    std::unique_ptr<CUndo> pOwned(pUndo);
+    try
+    {
+        if (m_Position == m_Records.capacity()) // what can be redone stays where this fails
+        {
+            m_Records.reserve(std::max(FIRST_CAPACITY, 2 * m_Position));
+        }
+    }
+    catch (const std::bad_alloc&)
+    {
+        pOwned->Undo();
+        CrashLog("[CUndoStack::Add] no memory to remember the step; it is taken back\n");
+        return false;
+    }
+    DropRedo();
+    m_Records.push_back({std::move(pOwned), std::move(strText), ++m_LastId, nBytes});
     m_Position = m_Records.size();
+    m_Bytes += nBytes;
+    KeepLimit();
+    return true;
+}
+
+void CUndoStack::SetLimit(size_t nBytes)
+{
+    m_Limit = nBytes;
+    KeepLimit();
+}
+
+// Undone records are a way forward from where the history is, so they go from their far end.
+void CUndoStack::KeepLimit()
+{
+    while (m_Limit > 0 && m_Bytes > m_Limit && m_Records.size() > 1)
+    {
+        if (m_Position > 1)
+        {
+            m_BaseId = m_Records.front().uId;
+            ++m_GivenUp;
+            --m_Position;
+            Drop(0);
+        }
+        else
+        {
+            Drop(m_Records.size() - 1);
+        }
+    }
 }
 
 bool CUndoStack::Undo()
@@ -78,12 +130,17 @@ void CUndoStack::Clear()
 {
     m_Position = 0;
     m_Records.clear();
+    m_Bytes = 0;
+    m_GivenUp = 0;
     m_BaseId = ++m_LastId;
 }
 
 void CUndoStack::DropRedo()
 {
-    m_Records.resize(m_Position);
+    while (m_Records.size() > m_Position)
+    {
+        Drop(m_Records.size() - 1);
+    }
 }
 
 void CUndoStack::Notify(uintptr_t uCode)
@@ -96,7 +153,7 @@ void CUndoStack::Notify(uintptr_t uCode)
 
 std::string CUndoStack::GetText(size_t i) const
 {
-    return std::to_string(i + 1) + " " + m_Records[i].strText;
+    return std::to_string(m_GivenUp + i + 1) + " " + m_Records[i].strText;
 }
 
 uint64_t CUndoStack::GetStateId() const
@@ -106,6 +163,7 @@ uint64_t CUndoStack::GetStateId() const
 
 void CUndoStack::Drop(size_t nPlace)
 {
+    m_Bytes -= m_Records[nPlace].nBytes;
     m_Records.erase(m_Records.begin() + static_cast<std::ptrdiff_t>(nPlace));
 }
 

@@ -18,7 +18,8 @@ public:
 };
 
 // The editor's one history. Owns every record from Add on. A record whose IsTransient is true takes
-// no step of its own: it is dropped when the history comes to it.
+// no step of its own: it is dropped when the history comes to it. Where the records together take
+// more memory than allowed the oldest ones go for good; the newest one always stays.
 class CUndoStack
 {
 public:
@@ -29,9 +30,13 @@ public:
 
     void SetListener(IUndoListener* pListener) { m_Listener = pListener; } // null for none
 
-    // Takes ownership; null is ignored. What could be redone is destroyed. strText: what made the
-    // record, for a list of steps.
-    void Add(CUndo* pUndo, std::string strText = {});
+    // Takes ownership, also when it fails; null is ignored. What could be redone is destroyed.
+    // strText: what made the record, for a list of steps. nBytes: memory that the record takes, as
+    // far as the caller knows. False, and the history is as it was, when there is no memory: the
+    // record is then undone before it goes, because nothing else could undo it.
+    bool Add(CUndo* pUndo, std::string strText = {}, size_t nBytes = 0);
+    // Bytes that all records may take together; 0 is no limit.
+    void SetLimit(size_t nBytes);
     // One step back or forth. False when there is nothing to do.
     bool Undo();
     bool Redo();
@@ -48,12 +53,16 @@ public:
 
     size_t GetRedoCount() const { return m_Records.size() - m_Position; }
 
-    // The step's place in the list, counted from 1, and its text: "3 Set height". i: below GetCount
-    // + GetRedoCount, oldest first.
+    // Oldest records that went because of the limit, since the last Clear.
+    size_t GetGivenUpCount() const { return m_GivenUp; }
+
+    // The step's number, which it keeps, and its text: "3 Set height". i: below GetCount +
+    // GetRedoCount, oldest first.
     std::string GetText(size_t i) const;
 
     // Names the state that the steps so far have led to. Undo and redo come back to a state of
-    // before; no state after Clear has a name of before.
+    // before; no state after Clear has a name of before, and neither has one whose way back was
+    // given up.
     uint64_t GetStateId() const;
 
 private:
@@ -62,14 +71,19 @@ private:
         std::unique_ptr<CUndo> pUndo;
         std::string strText;
         uint64_t uId = 0;
+        size_t nBytes = 0;
     };
 
     void Drop(size_t nPlace);
+    void KeepLimit();
     void Tell(bool bRedo);
 
     std::vector<SRecord> m_Records; // oldest first
     size_t m_Position = 0;          // records before it are done, the rest undone
     uint64_t m_LastId = 0;
     uint64_t m_BaseId = 0; // the state before the first record
+    size_t m_Bytes = 0;    // of all records
+    size_t m_Limit = 0;
+    size_t m_GivenUp = 0;
     IUndoListener* m_Listener = nullptr;
 };

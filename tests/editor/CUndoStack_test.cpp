@@ -101,3 +101,44 @@ TEST(CUndoStack, GoesToAnyStepAndNamesStatesThatComeBack)
     stack.Clear();
     EXPECT_NE(stack.GetStateId(), uEmpty);
 }
+
+TEST(CUndoStack, TheOldestRecordsGoWhereTheLimitIsReached)
+{
+    std::string strEvents;
+    CUndoStack stack;
+    stack.SetLimit(100);
+    const uint64_t uEmpty = stack.GetStateId();
+    stack.Add(new CRecord(strEvents, "1"), "Blur", 40);
+    const uint64_t uFirst = stack.GetStateId();
+    stack.Add(new CRecord(strEvents, "2"), "Ramp", 40);
+    EXPECT_EQ(strEvents, "") << "80 of 100 bytes";
+    stack.Add(new CRecord(strEvents, "3"), "Blur", 40);
+    EXPECT_EQ(strEvents, "~1 ");
+    EXPECT_EQ(stack.GetGivenUpCount(), 1U);
+    EXPECT_EQ(stack.GetText(0), "2 Ramp") << "a step keeps its number";
+
+    // The state that the way back ends at is the one after the record that went.
+    EXPECT_TRUE(stack.GoTo(0));
+    EXPECT_EQ(stack.GetStateId(), uFirst);
+    EXPECT_NE(stack.GetStateId(), uEmpty);
+    EXPECT_FALSE(stack.Undo());
+    EXPECT_TRUE(stack.GoTo(2));
+
+    // A record larger than the limit stays while it is the newest, and what is undone counts too.
+    stack.Add(new CRecord(strEvents, "4"), "Blur", 500);
+    EXPECT_EQ(strEvents, "~1 u3 u2 r2 r3 ~2 ~3 ");
+    EXPECT_EQ(stack.GetCount(), 1U);
+    stack.Add(new CRecord(strEvents, "5"), "Blur", 60);
+    stack.Undo();
+    strEvents.clear();
+    stack.Add(new CRecord(strEvents, "6"), "Blur", 60);
+    EXPECT_EQ(strEvents, "~5 ") << "60 bytes are left";
+    stack.Add(new CRecord(strEvents, "7"), "Blur", 40);
+    stack.GoTo(0);
+    strEvents.clear();
+    stack.SetLimit(60);
+    EXPECT_EQ(strEvents, "~7 ") << "the far end of what can be redone";
+    EXPECT_EQ(stack.GetRedoCount(), 1U);
+    stack.Clear();
+    EXPECT_EQ(stack.GetGivenUpCount(), 0U);
+}
