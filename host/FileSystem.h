@@ -34,8 +34,11 @@ private:
     std::string m_Text;
 };
 
-// One open file. A file opened for writing is written beside its target and renamed over it by a
-// close that succeeds (after fsync); a failed or abandoned write leaves the old file as it was.
+// One open file. A file opened for writing is written beside its target and takes its place in a
+// close that succeeds (after fsync); a failed or abandoned write leaves the old file as it was. It
+// has no name until then where the file system can do that, else ".NAME.tmp-…". Opening also
+// removes such names from the folder when the processes that made them are gone. What is no plain
+// file (/dev/stdout, a pipe) is written through; seek then fails on a pipe.
 class TELLUR_API file
 {
 public:
@@ -60,8 +63,9 @@ public:
     virtual bool set_eof();           // cuts the file at the current position, write mode only
     virtual const char* name() const; // the path as it was passed to open; empty when closed
 
-    // Write mode: flush, fsync, rename. False when anything failed since open; the target is then
-    // untouched. False too when no file is open.
+    // Write mode: flush, fsync, rename; inside a commit_group the rename waits for its commit.
+    // False when anything failed since open; the target is then untouched. False too when no file
+    // is open.
     virtual bool close();
 
     // Write mode: drops what was written and keeps the target as it was.
@@ -72,6 +76,40 @@ public:
 protected:
     struct SState;
     std::unique_ptr<SState> m_State;
+};
+
+// Files that belong together take their places together. While a group is open, the close of a file
+// opened for writing puts everything on the disk but leaves the target as it is: reading the target
+// still gives the old file. One group at a time: a group that is made while another is open joins
+// it, and its commit leaves the files to the outer one. What is written through, and fs::rename and
+// fs::remove, do not wait.
+//
+// Killed inside commit, between two renames: the names already renamed are new and whole, the
+// others old and whole, and no file is lost; so close first what the old others can be read with.
+// What lay beside them is removed by the next write into that folder.
+class TELLUR_API commit_group
+{
+public:
+    commit_group();
+    ~commit_group(); // without a commit: drops what was closed since it was made
+    commit_group(const commit_group&) = delete;
+    commit_group& operator=(const commit_group&) = delete;
+
+    // Ends the group. Puts all files into their places, in the order in which they were closed.
+    // When one fails, those before it are put back: false, and every target is as it was.
+    bool commit();
+
+    // Whether a commit that failed could not put all files back. The text of last_error then says
+    // which names are new and which are as before.
+    bool is_mixed() const;
+
+    const file_exception& last_error() const;
+
+private:
+    size_t m_FirstHeld;
+    bool m_Open = true;
+    bool m_Mixed = false;
+    file_exception m_Error;
 };
 
 // A text file that is written printf-style.

@@ -1,12 +1,18 @@
 #include "engine/files/CFileWriter.h"
 
+#include "engine/files/CommitGroup.h"
+#include "engine/files/Temporaries.h"
+
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <cstdio>
 #include <cstring>
+#include <utility>
 
 namespace fs
 {
@@ -15,23 +21,49 @@ namespace
 {
 
 constexpr size_t BUFFER_BYTES = 65536;
-constexpr size_t NAME_BYTES_KEPT = 200; // leaves room for the suffix in a system's 255
 constexpr int LINKS_FOLLOWED = 40;
 constexpr mode_t ANY_WRITE = S_IWUSR | S_IWGRP | S_IWOTH;
-constexpr mode_t PERMISSIONS = S_IRWXU | S_IRWXG | S_IRWXO;
 
-std::string GetFolderOf(const std::string& strPath)
+// A path as /dev/stdout becomes once its links are followed. -1 for any other.
+int GetOwnDescriptor(const std::string& strPath)
 {
-    return strPath.substr(0, strPath.find_last_of('/') + 1);
+    int iDescriptor = -1;
+    int nEnd = 0;
+    const std::string strOwn = "/proc/" + std::to_string(::getpid()) + "/fd/";
+    for (const std::string& strFolder : {std::string("/proc/self/fd/"), strOwn})
+    {
+        if (strPath.starts_with(strFolder) &&
+            std::sscanf(strPath.c_str() + strFolder.size(), "%9d%n", &iDescriptor, &nEnd) == 1 &&
+            strFolder.size() + static_cast<size_t>(nEnd) == strPath.size())
+        {
+            return iDescriptor;
+        }
+    }
+    return -1;
 }
 
-std::string MakeTemporaryName(const std::string& strTarget)
+int FollowLinks(std::string& strTarget)
 {
-    static unsigned s_Counter = 0;
-    const std::string strFolder = GetFolderOf(strTarget);
-    const std::string strName = strTarget.substr(strFolder.size(), NAME_BYTES_KEPT);
-    return strFolder + "." + strName + ".tmp-" + std::to_string(::getpid()) + "-" +
-           std::to_string(++s_Counter);
+    for (int i = 0; i < LINKS_FOLLOWED; ++i)
+    {
+        // The folder of /dev/fd is a link itself. What stands behind such a name is no path.
+        const std::string strFolder = GetFolderOf(strTarget);
+        if (strFolder == "/dev/fd/")
+        {
+            strTarget = "/proc/self/fd/" + strTarget.substr(strFolder.size());
+        }
+        char szLink[PATH_MAX];
+        const ssize_t nLength = GetOwnDescriptor(strTarget) >= 0
+                                    ? 0
+                                    : ::readlink(strTarget.c_str(), szLink, sizeof szLink);
+        if (nLength <= 0)
+        {
+            return 0;
+        }
+        const std::string strLink(szLink, static_cast<size_t>(nLength));
+        strTarget = strLink.front() == '/' ? strLink : strFolder + strLink;
+    }
+    return ELOOP;
 }
 
 } // namespace
@@ -48,70 +80,46 @@ int CFileWriter::Open(const std::string& strTarget)
     {
         return strTarget.empty() ? ENOENT : EISDIR;
     }
-    const int iFault = FollowLinks(strTarget);
+    std::string strReal = strTarget;
+    const int iFault = FollowLinks(strReal);
     if (iFault != 0)
     {
         return iFault;
     }
-    struct stat info = {};
-    if (::stat(m_Target.c_str(), &info) != 0)
+    if (GetOwnDescriptor(strReal) >= 0)
     {
-        return errno == ENOENT ? OpenBeside(nullptr) : errno;
+        return OpenStream(strReal);
+    }
+    struct stat info = {};
+    if (::stat(strReal.c_str(), &info) != 0)
+    {
+        return errno == ENOENT ? m_File.Create(strReal, nullptr) : errno;
     }
     if (S_ISDIR(info.st_mode))
     {
         return EISDIR;
     }
-    if ((info.st_mode & ANY_WRITE) == 0 || ::access(m_Target.c_str(), W_OK) != 0)
+    if ((info.st_mode & ANY_WRITE) == 0 || ::access(strReal.c_str(), W_OK) != 0)
     {
         return EROFS;
     }
-    if (S_ISREG(info.st_mode))
-    {
-        return OpenBeside(&info);
-    }
-    m_Descriptor = ::open(m_Target.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
-    return IsOpen() ? 0 : errno;
+    return S_ISREG(info.st_mode) ? m_File.Create(strReal, &info) : OpenStream(strReal);
 }
 
-int CFileWriter::FollowLinks(const std::string& strTarget)
+int CFileWriter::OpenStream(const std::string& strTarget)
 {
-    m_Target = strTarget;
-    for (int i = 0; i < LINKS_FOLLOWED; ++i)
+    const int iOwn = GetOwnDescriptor(strTarget);
+    // Opened again, a plain file behind the descriptor would be written from its start.
+    m_Stream = iOwn >= 0 ? ::fcntl(iOwn, F_DUPFD_CLOEXEC, 0)
+                         : ::open(strTarget.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    if (m_Stream < 0)
     {
-        char szLink[PATH_MAX];
-        const ssize_t nLength = ::readlink(m_Target.c_str(), szLink, sizeof szLink);
-        if (nLength <= 0)
-        {
-            return 0;
-        }
-        const std::string strLink(szLink, static_cast<size_t>(nLength));
-        m_Target = strLink.front() == '/' ? strLink : GetFolderOf(m_Target) + strLink;
-    }
-    return ELOOP;
-}
-
-int CFileWriter::OpenBeside(const struct stat* pTarget)
-{
-    constexpr mode_t NEW_FILE = 0666; // the process's mask takes its part
-    int iDescriptor = -1;
-    do
-    {
-        m_Temporary = MakeTemporaryName(m_Target);
-        iDescriptor =
-            ::open(m_Temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, NEW_FILE);
-    } while (iDescriptor < 0 && errno == EEXIST);
-    if (iDescriptor < 0)
-    {
-        m_Temporary.clear();
         return errno;
     }
-    m_Descriptor = iDescriptor;
-    if (pTarget != nullptr && ::fchmod(m_Descriptor, pTarget->st_mode & PERMISSIONS) != 0)
+    if (iOwn < 0)
     {
-        const int iFault = errno;
-        Discard();
-        return iFault;
+        // A pipe without a reader is no reason to wait, a full one is.
+        ::fcntl(m_Stream, F_SETFL, ::fcntl(m_Stream, F_GETFL) & ~O_NONBLOCK);
     }
     return 0;
 }
@@ -144,11 +152,17 @@ int CFileWriter::Write(const void* pSource, size_t nBytes)
 
 int CFileWriter::Seek(uint64_t nPosition)
 {
-    if (Flush() == 0)
+    if (Flush() != 0 || nPosition == m_Position)
     {
-        m_Position = nPosition;
+        return m_Fault;
     }
-    return m_Fault;
+    if (m_Stream >= 0 && ::lseek(m_Stream, static_cast<off_t>(nPosition), SEEK_SET) < 0)
+    {
+        m_Fault = errno; // a pipe
+        return m_Fault;
+    }
+    m_Position = nPosition;
+    return 0;
 }
 
 uint64_t CFileWriter::GetLength() const
@@ -162,7 +176,7 @@ int CFileWriter::Truncate()
     {
         return m_Fault;
     }
-    if (::ftruncate(m_Descriptor, static_cast<off_t>(m_Position)) != 0)
+    if (::ftruncate(GetDescriptor(), static_cast<off_t>(m_Position)) != 0)
     {
         m_Fault = errno;
         return m_Fault;
@@ -180,12 +194,13 @@ int CFileWriter::Flush()
 
 int CFileWriter::WriteDirect(const char* pSource, size_t nBytes)
 {
-    const bool bDevice = m_Temporary.empty();
+    const bool bStream = m_Stream >= 0;
+    const int iDescriptor = GetDescriptor();
     size_t nDone = 0;
     while (nDone < nBytes)
     {
-        const ssize_t nStep = bDevice ? ::write(m_Descriptor, pSource + nDone, nBytes - nDone)
-                                      : ::pwrite(m_Descriptor,
+        const ssize_t nStep = bStream ? ::write(iDescriptor, pSource + nDone, nBytes - nDone)
+                                      : ::pwrite(iDescriptor,
                                                  pSource + nDone,
                                                  nBytes - nDone,
                                                  static_cast<off_t>(m_Position + nDone));
@@ -201,77 +216,29 @@ int CFileWriter::WriteDirect(const char* pSource, size_t nBytes)
     return 0;
 }
 
-int CFileWriter::Commit()
+int CFileWriter::Commit(const std::string& strName)
 {
-    const int iFault = Finish();
-    if (iFault != 0)
+    int iFault = Flush();
+    if (iFault == 0 && m_Stream < 0)
     {
-        Discard();
+        iFault = m_File.Sync();
+        if (iFault == 0)
+        {
+            iFault = PlaceOrHold(std::move(m_File), strName);
+        }
     }
+    Discard();
     return iFault;
-}
-
-int CFileWriter::Finish()
-{
-    if (Flush() != 0)
-    {
-        return m_Fault;
-    }
-    if (m_Temporary.empty())
-    {
-        Close();
-        return 0;
-    }
-    if (::fsync(m_Descriptor) != 0)
-    {
-        return errno;
-    }
-    const int iDescriptor = m_Descriptor;
-    m_Descriptor = -1;
-    if (::close(iDescriptor) != 0 && errno != EINTR)
-    {
-        return errno;
-    }
-    if (::rename(m_Temporary.c_str(), m_Target.c_str()) != 0)
-    {
-        return errno;
-    }
-    SyncFolder();
-    m_Temporary.clear();
-    Close();
-    return 0;
-}
-
-// The new file is complete and in place by now: a folder that cannot be synced is no failure.
-void CFileWriter::SyncFolder() const
-{
-    const std::string strFolder = GetFolderOf(m_Target);
-    const int iFolder =
-        ::open(strFolder.empty() ? "." : strFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (iFolder >= 0)
-    {
-        ::fsync(iFolder);
-        ::close(iFolder);
-    }
 }
 
 void CFileWriter::Discard()
 {
-    if (!m_Temporary.empty())
+    m_File.Discard();
+    if (m_Stream >= 0)
     {
-        ::unlink(m_Temporary.c_str());
-        m_Temporary.clear();
+        ::close(m_Stream);
     }
-    Close();
-}
-
-void CFileWriter::Close()
-{
-    if (IsOpen())
-    {
-        ::close(m_Descriptor);
-    }
-    m_Descriptor = -1;
+    m_Stream = -1;
     m_Fault = 0;
     m_Position = 0;
     m_Length = 0;

@@ -1,5 +1,6 @@
 #include "engine/files/CFileReader.h"
 #include "engine/files/CFileWriter.h"
+#include "engine/files/FaultText.h"
 #include "engine/files/FormatText.h"
 #include "engine/files/Paths.h"
 #include "host/FileSystem.h"
@@ -27,8 +28,8 @@ struct file::SState
         {
             return true;
         }
-        const char* pszFault = ::strerrordesc_np(iFault);
-        return Fail(strPath, pszFault != nullptr ? pszFault : "unknown fault");
+        error = file_exception(GetFaultText(strPath, iFault));
+        return false;
     }
 
     bool Fail(const std::string& strPath, const char* pszFault)
@@ -179,7 +180,7 @@ bool file::close()
     {
         return m_State->Fail(strName, "is not open");
     }
-    return m_State->Accept(m_State->writer.Commit(), strName);
+    return m_State->Accept(m_State->writer.Commit(strName), strName);
 }
 
 void file::discard()

@@ -1,6 +1,7 @@
 #include "host/FileSystem.h"
 
 #include "engine/files/Paths.h"
+#include "engine/files/Temporaries.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -23,11 +24,6 @@ bool IsSameFile(const std::string& strLeft, const std::string& strRight)
     struct stat right = {};
     return ::lstat(strLeft.c_str(), &left) == 0 && ::lstat(strRight.c_str(), &right) == 0 &&
            left.st_dev == right.st_dev && left.st_ino == right.st_ino;
-}
-
-std::string GetFolderOf(const std::string& strTarget)
-{
-    return strTarget.substr(0, strTarget.find_last_of('/') + 1);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
 
@@ -59,10 +60,10 @@ extern "C"
     {
         va_list arguments;
         va_start(arguments, iFlags);
-        const mode_t mode = (iFlags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+        const bool bMakes = (iFlags & O_CREAT) != 0 || (iFlags & O_TMPFILE) == O_TMPFILE;
+        const mode_t mode = bMakes ? va_arg(arguments, mode_t) : 0;
         va_end(arguments);
-        const bool bFails = (iFlags & O_CREAT) != 0 && Fails(EChange::Names);
-        return bFails ? -1 : NEXT(open)(pszPath, iFlags, mode);
+        return bMakes && Fails(EChange::Names) ? -1 : NEXT(open)(pszPath, iFlags, mode);
     }
 
     ssize_t pwrite(int iFile, const void* pBytes, size_t nBytes, off_t position)
@@ -80,8 +81,38 @@ extern "C"
         return Fails(EChange::Names) ? -1 : NEXT(rename)(pszFrom, pszTo);
     }
 
+    int renameat2(int iFrom, const char* pszFrom, int iTo, const char* pszTo, unsigned uFlags)
+    {
+        return Fails(EChange::Names) ? -1 : NEXT(renameat2)(iFrom, pszFrom, iTo, pszTo, uFlags);
+    }
+
+    int link(const char* pszFrom, const char* pszTo)
+    {
+        return Fails(EChange::Names) ? -1 : NEXT(link)(pszFrom, pszTo);
+    }
+
+    int linkat(int iFrom, const char* pszFrom, int iTo, const char* pszTo, int iFlags)
+    {
+        return Fails(EChange::Names) ? -1 : NEXT(linkat)(iFrom, pszFrom, iTo, pszTo, iFlags);
+    }
+
     int unlink(const char* pszPath)
     {
         return Fails(EChange::Names) ? -1 : NEXT(unlink)(pszPath);
+    }
+
+    int unlinkat(int iFolder, const char* pszPath, int iFlags)
+    {
+        return Fails(EChange::Names) ? -1 : NEXT(unlinkat)(iFolder, pszPath, iFlags);
+    }
+
+    int ftruncate(int iFile, off_t nBytes)
+    {
+        return Fails(EChange::Bytes) ? -1 : NEXT(ftruncate)(iFile, nBytes);
+    }
+
+    int fchmod(int iFile, mode_t mode)
+    {
+        return Fails(EChange::Names) ? -1 : NEXT(fchmod)(iFile, mode);
     }
 }
