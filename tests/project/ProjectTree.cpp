@@ -25,36 +25,45 @@ bool HasExtension(const stdfs::path& path, const std::vector<std::string>& exten
                extensions.end();
 }
 
+// The names between the colons.
+std::vector<std::string> SplitFolders(const char* pszFolders)
+{
+    std::vector<std::string> folders;
+    std::istringstream stream(pszFolders);
+    for (std::string strFolder; std::getline(stream, strFolder, ':');)
+    {
+        folders.push_back(strFolder);
+    }
+    return folders;
+}
+
 } // namespace
 
 const std::vector<std::string>& GetProductFolders()
 {
-    static const std::vector<std::string> s_Folders = []
-    {
-        std::vector<std::string> folders;
-        for (const char* pszFolder : {"host",
-                                      "plugin",
-                                      "modification",
-                                      "brushes",
-                                      "functions",
-                                      "modes",
-                                      "panel",
-                                      "parser",
-                                      "proplist",
-                                      "resources",
-                                      "engine",
-                                      "framework",
-                                      "editor",
-                                      "tools"})
-        {
-            if (ExistsInTree(pszFolder))
-            {
-                folders.emplace_back(pszFolder);
-            }
-        }
-        return folders;
-    }();
+    static const std::vector<std::string> s_Folders = SplitFolders(TELLUR_PRODUCT_FOLDERS);
     return s_Folders;
+}
+
+const std::vector<std::string>& GetPluginFolders()
+{
+    static const std::vector<std::string> s_Folders = SplitFolders(TELLUR_PLUGIN_FOLDERS);
+    return s_Folders;
+}
+
+std::vector<std::string> ListFolders()
+{
+    std::vector<std::string> folders;
+    for (const auto& entry : stdfs::directory_iterator(ROOT))
+    {
+        const std::string strName = entry.path().filename().string();
+        if (entry.is_directory() && !strName.starts_with('.') && strName != "build")
+        {
+            folders.push_back(strName);
+        }
+    }
+    std::sort(folders.begin(), folders.end());
+    return folders;
 }
 
 std::vector<std::string> ListFiles(const std::vector<std::string>& folders,

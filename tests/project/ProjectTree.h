@@ -7,8 +7,13 @@
 // The files of the project as the tests of this folder read them. Paths are relative to the root,
 // with '/'.
 
-// Folders whose code ships.
+// Folders whose code ships, and of them those that the plug-in's library is made of, as the build
+// names them.
 const std::vector<std::string>& GetProductFolders();
+const std::vector<std::string>& GetPluginFolders();
+
+// Folders at the root, but for hidden ones and what a build makes.
+std::vector<std::string> ListFolders();
 
 // Files below the folders (or the file itself) with one of the extensions (none: all), sorted.
 // Fails the test for a folder that is not there.

@@ -49,6 +49,22 @@ void ExpectNowhere(const std::vector<std::string>& files, const std::regex& patt
 
 } // namespace
 
+TEST(SourceFiles, AreAllLookedAt)
+{
+    std::vector<std::string> folders = GetProductFolders();
+    folders.insert(folders.end(), {"tests", "benchmarks"});
+    for (const std::string& strFolder : ListFolders())
+    {
+        const bool bListed = std::find(folders.begin(), folders.end(), strFolder) != folders.end();
+        EXPECT_TRUE(bListed || ListFiles({strFolder}, CODE).empty())
+            << strFolder << " holds code that no rule is applied to";
+    }
+    for (const std::string& strFolder : GetPluginFolders())
+    {
+        EXPECT_EQ(std::count(folders.begin(), folders.end(), strFolder), 1) << strFolder;
+    }
+}
+
 TEST(SourceFiles, StayShort)
 {
     const auto expectAtMost = [](const std::vector<std::string>& files, size_t nMost)
@@ -98,8 +114,7 @@ TEST(SourceFiles, NameNoFolderOfOneMachine)
 
 TEST(SourceFiles, OfThePluginThrowNothingAndCanBeUnloaded)
 {
-    std::vector<std::string> folders = {
-        "plugin", "modification", "brushes", "functions", "modes", "panel", "parser", "host"};
+    const std::vector<std::string>& folders = GetPluginFolders();
     ExpectNowhere(ListFiles(folders, CODE), std::regex("\\b(throw|try|catch)\\b"), false);
     // Either would keep the library in memory after it is closed.
     ExpectNowhere(ListFiles(folders, CODE), std::regex("\\b(std::regex|thread_local)\\b"), false);
