@@ -132,6 +132,16 @@ TELLUR_API void path_normalize(std::string& strDest, const char* pszSource, bool
 // when there is none, the path below the user root.
 TELLUR_API std::string root_path(const char* pszPath);
 
+// Whether writing one of them changes or replaces the file that the other one means: one name
+// spelled in two ways, a link, a second name of a file. Files that are not there yet count by name.
+// False for devices and pipes, and for two descriptors of this process (/dev/stdout): what is
+// written through there comes one after the other.
+TELLUR_API bool same_file(const char* pszLeft, const char* pszRight);
+
+// A descriptor for writing into what is no plain file, which the caller closes. -1, with the fault
+// in errno, when it cannot be opened; EINVAL for a plain file and for a name that is free.
+TELLUR_API int open_stream(const char* pszPath);
+
 // As the C run-time's: 0 on success, -1 otherwise. rename does not overwrite an existing target.
 TELLUR_API int rename(const char* pszFrom, const char* pszTo);
 TELLUR_API int remove(const char* pszPath);

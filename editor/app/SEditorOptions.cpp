@@ -1,5 +1,7 @@
 #include "editor/app/SEditorOptions.h"
 
+#include "host/FileSystem.h"
+
 #include <iterator>
 
 namespace
@@ -64,6 +66,14 @@ bool SEditorOptions::Read(int nArguments, char** ppszArguments, std::string& str
             return false;
         }
         this->*(pOption->pText) = ppszArguments[++i];
+    }
+    for (const std::string& strRead : {strLevel, strPlay, strPlugin})
+    {
+        if (fs::same_file(strScreenshot.c_str(), strRead.c_str()))
+        {
+            strFault = strScreenshot + ": --screenshot would replace what is read";
+            return false;
+        }
     }
     return true;
 }

@@ -5,8 +5,10 @@
 #include "editor/app/SEditorOptions.h"
 #include "editor/core/UserFolders.h"
 #include "host/FileSystem.h"
+#include "host/Program.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QPixmap>
 #include <QSurfaceFormat>
 
@@ -105,6 +107,20 @@ void DrawAll(CEditorWindow& window)
     }
 }
 
+// The extension names the format.
+bool SavePicture(const QPixmap& picture, const std::string& strPath)
+{
+    const std::string strFormat = std::filesystem::path(strPath).extension().string();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    fs::file file;
+    return picture.save(&buffer, strFormat.empty() ? "PNG" : strFormat.c_str() + 1) &&
+           file.open(GetAbsolutePath(strPath).c_str(), fs::mode_write) &&
+           file.write(bytes.constData(), static_cast<size_t>(bytes.size())) ==
+               static_cast<size_t>(bytes.size()) &&
+           file.close();
+}
+
 int RunOnce(CEditorWindow& window, const SEditorOptions& options)
 {
     DrawAll(window);
@@ -122,8 +138,7 @@ int RunOnce(CEditorWindow& window, const SEditorOptions& options)
         }
     }
     DrawAll(window);
-    if (!options.strScreenshot.empty() &&
-        !window.grab().save(QString::fromStdString(options.strScreenshot)))
+    if (!options.strScreenshot.empty() && !SavePicture(window.grab(), options.strScreenshot))
     {
         return Report(EXIT_FAILED, options.strScreenshot + ": the picture cannot be written");
     }
@@ -179,6 +194,7 @@ int Run(QApplication& program, const SEditorOptions& options)
 
 int main(int nArguments, char** ppszArguments)
 {
+    GuardStandardStreams();
     SEditorOptions options;
     std::string strFault;
     if (!options.Read(nArguments, ppszArguments, strFault))
@@ -187,9 +203,8 @@ int main(int nArguments, char** ppszArguments)
     }
     if (options.bHelp)
     {
-        return std::fputs(SEditorOptions::GetUsage(), stdout) >= 0 && std::fflush(stdout) == 0
-                   ? EXIT_DONE
-                   : EXIT_FAILED;
+        std::fputs(SEditorOptions::GetUsage(), stdout);
+        return FlushStandardOutput("tellur-editor") ? EXIT_DONE : EXIT_FAILED;
     }
     if (!HasDisplay())
     {

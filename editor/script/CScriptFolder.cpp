@@ -4,8 +4,10 @@
 #include "parser/CTCParseNodes.h"
 #include "parser/KeywordValues.h"
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
 #include <system_error>
 
 namespace
@@ -19,7 +21,8 @@ CScriptFolder::CScriptFolder(const std::string& strScriptPath)
 {
     std::error_code error;
     const std::filesystem::path path = std::filesystem::absolute(strScriptPath, error);
-    m_Folder = error ? strScriptPath : path.string();
+    m_Script = error ? strScriptPath : path.string();
+    m_Folder = m_Script;
     m_Folder.erase(m_Folder.find_last_of(SEPARATORS) + 1);
 }
 
@@ -27,6 +30,22 @@ std::string CScriptFolder::GetPath(const std::string& strName) const
 {
     const bool bAbsolute = !strName.empty() && std::strchr(SEPARATORS, strName[0]) != nullptr;
     return bAbsolute ? strName : m_Folder + strName;
+}
+
+bool CScriptFolder::WouldReplaceScript(const CTCPARSE_KEYWORD& keyword) const
+{
+    const char* const writing[] = {"save", "export_stl", "picture", "save_brushes", "save_bitmap"};
+    const CTCPARSE_PARAM* pParam = keyword.params;
+    const bool bWrites =
+        std::any_of(std::begin(writing),
+                    std::end(writing),
+                    [&](const char* pszName) { return IsKeyword(&keyword, pszName); });
+    if (!bWrites || pParam == nullptr || pParam->type != tcparse_string)
+    {
+        return false;
+    }
+    const std::string strPath = GetPath(static_cast<const CTCPARSE_STRING*>(pParam)->value);
+    return fs::same_file(strPath.c_str(), m_Script.c_str());
 }
 
 void CScriptFolder::LocateFiles(CTCPARSE_KEYWORD& keyword) const

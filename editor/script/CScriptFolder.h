@@ -19,6 +19,9 @@ public:
     // stay, and are looked for in the roots.
     void LocateFiles(CTCPARSE_KEYWORD& keyword) const;
 
+    // Whether the keyword would write over the script that it stands in.
+    bool WouldReplaceScript(const CTCPARSE_KEYWORD& keyword) const;
+
 private:
     enum class EUse
     {
@@ -30,5 +33,6 @@ private:
     void LocateNamed(CTCPARSE_KEYWORD* pFirst, const char* pszName) const;
     void LocateFile(CTCPARSE_KEYWORD& keyword, EUse eUse) const;
 
+    std::string m_Script; // absolute
     std::string m_Folder; // with its separator
 };

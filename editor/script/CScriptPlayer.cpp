@@ -171,6 +171,11 @@ bool CScriptPlayer::PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
         strWhy = "wrong arguments";
         return false;
     }
+    if (m_Folder.WouldReplaceScript(keyword))
+    {
+        strWhy = "would replace the script itself";
+        return false;
+    }
     if (pKeyword->pPlay == nullptr)
     {
         return PlayPluginKeyword(keyword, strWhy);

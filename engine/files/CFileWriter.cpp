@@ -1,16 +1,13 @@
 #include "engine/files/CFileWriter.h"
 
 #include "engine/files/CommitGroup.h"
-#include "engine/files/Temporaries.h"
+#include "engine/files/Streams.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
-#include <cstdio>
 #include <cstring>
 #include <utility>
 
@@ -21,50 +18,7 @@ namespace
 {
 
 constexpr size_t BUFFER_BYTES = 65536;
-constexpr int LINKS_FOLLOWED = 40;
 constexpr mode_t ANY_WRITE = S_IWUSR | S_IWGRP | S_IWOTH;
-
-// A path as /dev/stdout becomes once its links are followed. -1 for any other.
-int GetOwnDescriptor(const std::string& strPath)
-{
-    int iDescriptor = -1;
-    int nEnd = 0;
-    const std::string strOwn = "/proc/" + std::to_string(::getpid()) + "/fd/";
-    for (const std::string& strFolder : {std::string("/proc/self/fd/"), strOwn})
-    {
-        if (strPath.starts_with(strFolder) &&
-            std::sscanf(strPath.c_str() + strFolder.size(), "%9d%n", &iDescriptor, &nEnd) == 1 &&
-            strFolder.size() + static_cast<size_t>(nEnd) == strPath.size())
-        {
-            return iDescriptor;
-        }
-    }
-    return -1;
-}
-
-int FollowLinks(std::string& strTarget)
-{
-    for (int i = 0; i < LINKS_FOLLOWED; ++i)
-    {
-        // The folder of /dev/fd is a link itself. What stands behind such a name is no path.
-        const std::string strFolder = GetFolderOf(strTarget);
-        if (strFolder == "/dev/fd/")
-        {
-            strTarget = "/proc/self/fd/" + strTarget.substr(strFolder.size());
-        }
-        char szLink[PATH_MAX];
-        const ssize_t nLength = GetOwnDescriptor(strTarget) >= 0
-                                    ? 0
-                                    : ::readlink(strTarget.c_str(), szLink, sizeof szLink);
-        if (nLength <= 0)
-        {
-            return 0;
-        }
-        const std::string strLink(szLink, static_cast<size_t>(nLength));
-        strTarget = strLink.front() == '/' ? strLink : strFolder + strLink;
-    }
-    return ELOOP;
-}
 
 } // namespace
 
@@ -88,7 +42,7 @@ int CFileWriter::Open(const std::string& strTarget)
     }
     if (GetOwnDescriptor(strReal) >= 0)
     {
-        return OpenStream(strReal);
+        return OpenStream(strReal, m_Stream);
     }
     struct stat info = {};
     if (::stat(strReal.c_str(), &info) != 0)
@@ -103,25 +57,7 @@ int CFileWriter::Open(const std::string& strTarget)
     {
         return EROFS;
     }
-    return S_ISREG(info.st_mode) ? m_File.Create(strReal, &info) : OpenStream(strReal);
-}
-
-int CFileWriter::OpenStream(const std::string& strTarget)
-{
-    const int iOwn = GetOwnDescriptor(strTarget);
-    // Opened again, a plain file behind the descriptor would be written from its start.
-    m_Stream = iOwn >= 0 ? ::fcntl(iOwn, F_DUPFD_CLOEXEC, 0)
-                         : ::open(strTarget.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
-    if (m_Stream < 0)
-    {
-        return errno;
-    }
-    if (iOwn < 0)
-    {
-        // A pipe without a reader is no reason to wait, a full one is.
-        ::fcntl(m_Stream, F_SETFL, ::fcntl(m_Stream, F_GETFL) & ~O_NONBLOCK);
-    }
-    return 0;
+    return S_ISREG(info.st_mode) ? m_File.Create(strReal, &info) : OpenStream(strReal, m_Stream);
 }
 
 int CFileWriter::Write(const void* pSource, size_t nBytes)

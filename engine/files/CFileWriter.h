@@ -42,7 +42,6 @@ public:
     uint64_t GetLength() const;
 
 private:
-    int OpenStream(const std::string& strTarget);
     int Flush();
     int WriteDirect(const char* pSource, size_t nBytes);
 

@@ -1,5 +1,6 @@
 #include "engine/files/CNewFile.h"
 
+#include "engine/files/CSignalsHeld.h"
 #include "engine/files/Temporaries.h"
 
 #include <fcntl.h>
@@ -64,8 +65,8 @@ int CNewFile::Create(const std::string& strTarget, const struct stat* pTarget)
     RemoveDeadTemporaries(strFolder, pTarget != nullptr ? pTarget->st_uid : ::geteuid());
     // Owner only, until the group is that of the target.
     const mode_t mode = pTarget != nullptr ? pTarget->st_mode & S_IRWXU : NEW_FILE;
-    m_Descriptor = ::open(
-        strFolder.empty() ? "." : strFolder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode);
+    m_Descriptor =
+        ::open(strFolder.empty() ? "." : strFolder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode);
     m_Unnamed = m_Descriptor >= 0;
     // Without /proc there is no way to give a name later.
     if (m_Unnamed && ::access(GetDescriptorPath(m_Descriptor).c_str(), F_OK) != 0)
@@ -78,7 +79,11 @@ int CNewFile::Create(const std::string& strTarget, const struct stat* pTarget)
         return iFault;
     }
     KeepOwner(*pTarget);
-    if (::fchmod(m_Descriptor, pTarget->st_mode & PERMISSIONS) != 0)
+    const mode_t kept = pTarget->st_mode & PERMISSIONS;
+    // A super-user with few rights may give a file away and then not touch it any more.
+    if (::fchmod(m_Descriptor, kept) != 0 &&
+        (::fchown(m_Descriptor, ::geteuid(), ::getegid()) != 0 ||
+         ::fchmod(m_Descriptor, kept) != 0))
     {
         const int iModeFault = errno;
         Discard();
@@ -95,12 +100,13 @@ int CNewFile::CreateNamed(mode_t mode)
     {
         Forget();
         m_Temporary = MakeTemporaryName(m_Target);
+        NoteTemporary(m_Temporary);
         m_Descriptor = ::open(m_Temporary.c_str(), FLAGS, mode);
     } while (m_Descriptor >= 0 ? !LockTemporary(m_Descriptor) : errno == EEXIST);
     if (m_Descriptor < 0)
     {
         const int iFault = errno;
-        m_Temporary.clear();
+        Forget();
         return iFault;
     }
     return 0;
@@ -118,8 +124,7 @@ void CNewFile::KeepOwner(const struct stat& target) const
     }
     if (::fchown(m_Descriptor, target.st_uid, target.st_gid) != 0)
     {
-        [[maybe_unused]] const int iGroupOnly =
-            ::fchown(m_Descriptor, AS_IT_IS, target.st_gid);
+        [[maybe_unused]] const int iGroupOnly = ::fchown(m_Descriptor, AS_IT_IS, target.st_gid);
     }
 }
 
@@ -182,6 +187,7 @@ int CNewFile::Name()
 
 int CNewFile::Place()
 {
+    const CSignalsHeld held;
     // A name that is free is taken at once: no moment in which there is a temporary one.
     const int iLinkFault = m_Unnamed ? Link(m_Target) : EEXIST;
     if (iLinkFault != 0)
@@ -232,6 +238,7 @@ int CNewFile::PlaceKeepingOld()
         ::unlink(strOld.c_str());
         return iFault;
     }
+    ForgetTemporary(m_Temporary);
     m_Temporary = strOld;
     return 0;
 }
@@ -281,6 +288,7 @@ void CNewFile::Forget()
         ::close(m_Descriptor);
     }
     m_Descriptor = -1;
+    ForgetTemporary(m_Temporary);
     m_Temporary.clear();
     m_Unnamed = false;
 }

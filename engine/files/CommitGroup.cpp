@@ -1,5 +1,6 @@
 #include "engine/files/CommitGroup.h"
 
+#include "engine/files/CSignalsHeld.h"
 #include "engine/files/FaultText.h"
 #include "host/FileSystem.h"
 
@@ -75,6 +76,7 @@ bool commit_group::commit()
     {
         return true;
     }
+    const CSignalsHeld signalsHeld;
     std::vector<SHeld> held = std::exchange(g_Held, {});
     for (SHeld& one : held)
     {

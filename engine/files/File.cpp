@@ -89,6 +89,10 @@ bool file::open(const char* pszPath, uint32_t uMode, uint32_t /*uFlags*/)
     {
         return m_State->Fail(strName, "is no regular file");
     }
+    if (iFault == ENXIO)
+    {
+        return m_State->Fail(strName, "is a pipe that nobody reads");
+    }
     if (!m_State->Accept(iFault, strName))
     {
         return false;

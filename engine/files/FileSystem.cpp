@@ -1,9 +1,11 @@
 #include "host/FileSystem.h"
 
 #include "engine/files/Paths.h"
+#include "engine/files/Streams.h"
 #include "engine/files/Temporaries.h"
 
 #include <fcntl.h>
+#include <strings.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -53,6 +55,63 @@ std::string root_path(const char* pszPath)
     const std::string strPath = ToNative(pszPath);
     std::string strFound = FindExisting(strPath);
     return strFound.empty() ? GetWriteTarget(strPath) : strFound;
+}
+
+namespace
+{
+
+// Nothing is there yet: the names say what will be.
+bool WillBeSameFile(const std::string& strLeft, const std::string& strRight)
+{
+    struct stat left = {};
+    struct stat right = {};
+    const std::string strLeftFolder = GetFolderOf(strLeft);
+    const std::string strRightFolder = GetFolderOf(strRight);
+    return ::strcasecmp(strLeft.c_str() + strLeftFolder.size(),
+                        strRight.c_str() + strRightFolder.size()) == 0 &&
+           ::stat(strLeftFolder.c_str(), &left) == 0 &&
+           ::stat(strRightFolder.c_str(), &right) == 0 && left.st_dev == right.st_dev &&
+           left.st_ino == right.st_ino;
+}
+
+} // namespace
+
+bool same_file(const char* pszLeft, const char* pszRight)
+{
+    std::string strLeft = root_path(pszLeft);
+    std::string strRight = root_path(pszRight);
+    if (strLeft.empty() || strRight.empty() || FollowLinks(strLeft) != 0 ||
+        FollowLinks(strRight) != 0)
+    {
+        return false;
+    }
+    struct stat left = {};
+    struct stat right = {};
+    const bool bLeft = ::stat(strLeft.c_str(), &left) == 0;
+    const bool bRight = ::stat(strRight.c_str(), &right) == 0;
+    if (!bLeft || !bRight)
+    {
+        return !bLeft && !bRight && WillBeSameFile(strLeft, strRight);
+    }
+    const bool bBothStreams = GetOwnDescriptor(strLeft) >= 0 && GetOwnDescriptor(strRight) >= 0;
+    return S_ISREG(left.st_mode) && left.st_dev == right.st_dev && left.st_ino == right.st_ino &&
+           !bBothStreams;
+}
+
+int open_stream(const char* pszPath)
+{
+    std::string strPath = root_path(pszPath);
+    struct stat info = {};
+    int iDescriptor = -1;
+    int iFault = strPath.empty() ? ENOENT : FollowLinks(strPath);
+    if (iFault == 0 && GetOwnDescriptor(strPath) < 0 &&
+        (::stat(strPath.c_str(), &info) != 0 || S_ISREG(info.st_mode)))
+    {
+        iFault = EINVAL;
+    }
+    iFault = iFault == 0 ? OpenStream(strPath, iDescriptor) : iFault;
+    errno = iFault;
+    return iFault == 0 ? iDescriptor : -1;
 }
 
 int rename(const char* pszFrom, const char* pszTo)

@@ -6,8 +6,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <charconv>
+#include <climits>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
@@ -22,6 +24,17 @@ namespace
 
 constexpr size_t NAME_BYTES_KEPT = 200; // leaves room for the suffix in a system's 255
 constexpr const char* SUFFIX = ".tmp-";
+
+constexpr size_t NOTED_FILES = 16;
+
+// The name is whole before the flag is set and stays until it is cleared.
+struct SNoted
+{
+    volatile std::sig_atomic_t iUsed = 0;
+    char szPath[PATH_MAX] = "";
+};
+
+SNoted g_Noted[NOTED_FILES];
 
 struct SMaker
 {
@@ -151,6 +164,42 @@ bool LockTemporary(int iDescriptor)
     return ::flock(iDescriptor, LOCK_EX | LOCK_NB) == 0
                ? ::fstat(iDescriptor, &info) != 0 || info.st_nlink > 0
                : errno != EWOULDBLOCK;
+}
+
+void NoteTemporary(const std::string& strPath)
+{
+    for (SNoted& noted : g_Noted)
+    {
+        if (noted.iUsed == 0 && strPath.size() < sizeof(noted.szPath))
+        {
+            std::strcpy(noted.szPath, strPath.c_str());
+            std::atomic_signal_fence(std::memory_order_release);
+            noted.iUsed = 1;
+            return;
+        }
+    }
+}
+
+void ForgetTemporary(const std::string& strPath)
+{
+    for (SNoted& noted : g_Noted)
+    {
+        if (noted.iUsed != 0 && strPath == noted.szPath)
+        {
+            noted.iUsed = 0;
+        }
+    }
+}
+
+void RemoveNotedTemporaries()
+{
+    for (const SNoted& noted : g_Noted)
+    {
+        if (noted.iUsed != 0)
+        {
+            ::unlink(noted.szPath);
+        }
+    }
 }
 
 void RemoveDeadTemporaries(const std::string& strFolder, uid_t uOwner)

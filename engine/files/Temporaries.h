@@ -4,9 +4,9 @@
 
 #include <string>
 
-// Files that are being written have names of their own beside their targets: ".NAME.tmp-PID-START-N",
-// where START is the start of the process in the system's clock ticks, because process ids are used
-// again. Whoever has such a file open holds a lock (flock) on it.
+// Files that are being written have names of their own beside their targets:
+// ".NAME.tmp-PID-START-N", where START is the start of the process in the system's clock ticks,
+// because process ids are used again. Whoever has such a file open holds a lock (flock) on it.
 namespace fs
 {
 
@@ -15,6 +15,12 @@ std::string MakeTemporaryName(const std::string& strTarget);
 
 // Marks the open file as in use. False when somebody is about to remove it.
 bool LockTemporary(int iDescriptor);
+
+// A temporary name that this process makes with its file, until it is renamed or removed: noted, so
+// that a signal handler can remove it. Only as many as there is room for.
+void NoteTemporary(const std::string& strPath);
+void ForgetTemporary(const std::string& strPath);
+void RemoveNotedTemporaries(); // safe in a signal handler
 
 // Removes what processes that are gone left in the folder ("" is the current one), as far as it is
 // a file of this user or, for the super-user, of uOwner. Failures are nobody's concern: what stays

@@ -5,6 +5,7 @@
 #include "framework/gallery/GalleryIds.h"
 #include "framework/widgets/CWidgetFrontEnd.h"
 #include "framework/widgets/qt/WidgetAccess.h"
+#include "host/Program.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -63,6 +64,7 @@ int Run(const char* pszScreenshot)
 
 int main(int nArguments, char** ppszArguments)
 {
+    GuardStandardStreams();
     const char* pszScreenshot = nullptr;
     bool bDark = false;
     for (int i = 1; i < nArguments; ++i)
@@ -79,7 +81,7 @@ int main(int nArguments, char** ppszArguments)
         {
             const bool bHelp = std::strcmp(ppszArguments[i], "--help") == 0;
             std::fputs(USAGE, bHelp ? stdout : stderr);
-            return bHelp ? 0 : 2;
+            return !bHelp ? 2 : FlushStandardOutput("framework-gallery") ? 0 : 1;
         }
     }
     const QApplication application(nArguments, ppszArguments);

@@ -85,5 +85,6 @@ TEST_F(CParseTool, AnswersWithExitCodes)
     EXPECT_EQ(Run("--help").strOutput.find(strUsage + "Reads FILE"), 0U);
     const SRun full = Run("empty.txt", "/dev/full");
     EXPECT_EQ(full.nExitCode, 1);
-    EXPECT_EQ(full.strErrors, "tellur-parse: cannot write to standard output\n");
+    EXPECT_EQ(full.strErrors,
+              "tellur-parse: standard output cannot be written: No space left on device\n");
 }

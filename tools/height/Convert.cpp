@@ -2,6 +2,7 @@
 
 #include "engine/elevation/HeightImport.h"
 #include "engine/terrain/HeightFile.h"
+#include "host/Program.h"
 
 #include <cstdio>
 #include <new>
@@ -55,7 +56,6 @@ void Print(const std::vector<std::string>& lines)
     {
         std::printf("%s\n", strLine.c_str());
     }
-    std::fflush(stdout);
 }
 
 } // namespace
@@ -83,5 +83,5 @@ bool Convert(const SHeightOptions& options)
     }
     Print(report.lines);
     Print(plan.lines);
-    return ExportHeights(pszOutput, view, field.size, plan);
+    return FlushStandardOutput("tellur-height") && ExportHeights(pszOutput, view, field.size, plan);
 }

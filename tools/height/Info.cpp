@@ -3,6 +3,7 @@
 #include "engine/elevation/HeightImport.h"
 #include "engine/elevation/ReportText.h"
 #include "engine/elevation/Resample.h"
+#include "host/Program.h"
 
 #include <algorithm>
 #include <cmath>
@@ -72,7 +73,10 @@ bool PrintInfo(const SHeightOptions& options)
         if (ReadElevation(strInput.c_str(), options.import, grid, report))
         {
             PrintFile(strInput, grid, report);
-            std::fflush(stdout);
+            if (!FlushStandardOutput("tellur-height"))
+            {
+                return false;
+            }
         }
         else
         {

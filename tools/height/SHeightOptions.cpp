@@ -1,5 +1,7 @@
 #include "tools/height/SHeightOptions.h"
 
+#include "host/FileSystem.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -212,6 +214,13 @@ std::string FindMissing(SHeightOptions& options)
     }
     options.strOutput = options.inputs.back();
     options.inputs.pop_back();
+    for (const std::string& strInput : options.inputs)
+    {
+        if (fs::same_file(strInput.c_str(), options.strOutput.c_str()))
+        {
+            return options.strOutput + ": input and output are the same file";
+        }
+    }
     if (bConvert && FindFormatByName(options.strOutput.c_str()) == EElevationFormat::Unknown)
     {
         return "the extension of " + options.strOutput +

@@ -1,3 +1,4 @@
+#include "host/Program.h"
 #include "tools/height/Convert.h"
 #include "tools/height/Info.h"
 #include "tools/height/Picture.h"
@@ -28,7 +29,7 @@ bool Run(const SHeightOptions& options)
         return PrintInfo(options);
     default:
         std::fputs(SHeightOptions::GetUsage(), stdout);
-        return true;
+        return FlushStandardOutput("tellur-height");
     }
 }
 
@@ -36,6 +37,8 @@ bool Run(const SHeightOptions& options)
 
 int main(int nArguments, char** ppszArguments)
 {
+    GuardStandardStreams();
+    DropWritesOnSignals();
     SHeightOptions options;
     std::string strFault;
     if (!options.Read(nArguments, ppszArguments, strFault))

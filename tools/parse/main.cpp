@@ -1,4 +1,5 @@
 #include "host/FileSystem.h"
+#include "host/Program.h"
 #include "parser/TCParseFile.h"
 #include "tools/parse/CJsonWriter.h"
 
@@ -72,17 +73,13 @@ static bool ReadCommandLine(int nArguments, char** ppszArguments, SCommandLine& 
 
 static bool Print(const std::string& strText)
 {
-    const size_t nWritten = fwrite(strText.data(), 1, strText.size(), stdout);
-    if (nWritten == strText.size() && fflush(stdout) == 0)
-    {
-        return true;
-    }
-    fputs("tellur-parse: cannot write to standard output\n", stderr);
-    return false;
+    fwrite(strText.data(), 1, strText.size(), stdout);
+    return FlushStandardOutput("tellur-parse");
 }
 
 int main(int argc, char** argv)
 {
+    GuardStandardStreams();
     SCommandLine commandLine;
     if (!ReadCommandLine(argc, argv, commandLine))
     {

@@ -1,5 +1,7 @@
 #include "tools/replay/CReplayLog.h"
 
+#include "host/FileSystem.h"
+
 CReplayLog::~CReplayLog()
 {
     if (m_File != nullptr)
@@ -11,7 +13,8 @@ CReplayLog::~CReplayLog()
 
 bool CReplayLog::Open(const char* pszPath)
 {
-    m_File = std::fopen(pszPath, "wb");
+    const int iStream = fs::open_stream(pszPath);
+    m_File = iStream >= 0 ? ::fdopen(iStream, "wb") : std::fopen(pszPath, "wbe");
     if (m_File == nullptr)
     {
         return false;

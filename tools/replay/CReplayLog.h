@@ -14,7 +14,8 @@ public:
     CReplayLog(const CReplayLog&) = delete;
     CReplayLog& operator=(const CReplayLog&) = delete;
 
-    // False when the file cannot be written. An existing one is replaced.
+    // pszPath: absolute. False when it cannot be written. A plain file that is there loses what it
+    // holds, anything else is written through.
     bool Open(const char* pszPath);
     void Write(const char* pszText) override;
     // False when anything could not be written; true without a file.

@@ -1,6 +1,10 @@
 #include "tools/replay/SReplayOptions.h"
 
+#include "host/FileSystem.h"
+
 #include <cstring>
+#include <iterator>
+#include <utility>
 
 namespace
 {
@@ -72,7 +76,33 @@ bool SReplayOptions::Read(int nArguments, char** ppszArguments, std::string& str
         strFault = "no script given";
         return false;
     }
-    return true;
+    strFault = FindClash();
+    return strFault.empty();
+}
+
+// What is written must be neither what is read nor written twice; empty when it is so.
+std::string SReplayOptions::FindClash() const
+{
+    const std::pair<const char*, const std::string&> files[] = {
+        {"--out", strOut},
+        {"--log", strLog},
+        {"--stats", strStats},
+        {"the script", strScript},
+        {"--plugin", strPlugin},
+    };
+    constexpr size_t WRITTEN = 3;
+    for (size_t i = 0; i < WRITTEN; ++i)
+    {
+        for (size_t j = i + 1; j < std::size(files); ++j)
+        {
+            if (fs::same_file(files[i].second.c_str(), files[j].second.c_str()))
+            {
+                return files[i].second + ": " + files[i].first + " and " + files[j].first +
+                       " are the same file";
+            }
+        }
+    }
+    return "";
 }
 
 const char* SReplayOptions::GetUsage()

@@ -20,8 +20,12 @@ struct SReplayOptions
     std::string strRoot;
     std::string strPlugin;
 
-    // False for a line that makes no sense; strFault then says why in one line.
+    // False for a line that makes no sense, or that would write over what it reads; strFault then
+    // says why in one line. Relative paths are those of the current folder: before roots are set.
     bool Read(int nArguments, char** ppszArguments, std::string& strFault);
 
     static const char* GetUsage(); // of several lines
+
+private:
+    std::string FindClash() const;
 };

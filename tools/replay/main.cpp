@@ -5,6 +5,7 @@
 #include "editor/script/LoadScript.h"
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
+#include "host/Program.h"
 #include "host/Terrain.h"
 #include "host/World.h"
 #include "parser/CTCParseNodes.h"
@@ -131,6 +132,8 @@ int Play(const SReplayOptions& options, CReplayLog& log)
 
 int main(int nArguments, char** ppszArguments)
 {
+    GuardStandardStreams();
+    DropWritesOnSignals();
     SReplayOptions options;
     std::string strFault;
     if (!options.Read(nArguments, ppszArguments, strFault))
@@ -142,12 +145,12 @@ int main(int nArguments, char** ppszArguments)
         const bool bHelp = options.eAction == SReplayOptions::EAction::ShowHelp;
         const std::string strText =
             bHelp ? SReplayOptions::GetUsage() : CScriptPlayer::GetDeclarations();
-        return std::fputs(strText.c_str(), stdout) >= 0 && std::fflush(stdout) == 0 ? EXIT_PLAYED
-                                                                                    : EXIT_FAILED;
+        std::fputs(strText.c_str(), stdout);
+        return FlushStandardOutput("tellur-replay") ? EXIT_PLAYED : EXIT_FAILED;
     }
     SetRoots(options);
     CReplayLog log;
-    if (!options.strLog.empty() && !log.Open(options.strLog.c_str()))
+    if (!options.strLog.empty() && !log.Open(GetAbsolutePath(options.strLog).c_str()))
     {
         return Report(EXIT_UNUSABLE, options.strLog + ": --log cannot be written");
     }

@@ -13,19 +13,6 @@
 namespace
 {
 
-void CloseWith(const std::string& strPath, const char* pszText)
-{
-    fs::ifile file;
-    ASSERT_TRUE(file.open(strPath.c_str(), fs::mode_write));
-    file << pszText;
-    ASSERT_TRUE(file.close());
-}
-
-std::string ReadIfThere(const std::string& strPath)
-{
-    return std::filesystem::exists(strPath) ? ReadBytes(strPath) : "";
-}
-
 size_t CountEntries(const CTempFolder& folder)
 {
     const std::filesystem::directory_iterator entries(folder.GetFolder());
@@ -150,65 +137,4 @@ TEST(FileWrite, TextOfAnyLength)
          << "c\n";
     ASSERT_TRUE(file.close());
     EXPECT_EQ(ReadBytes(folder.Path("x.txt")), "    fade 0.12500 \"n\"\n" + strLong + "\nabc\n");
-}
-
-TEST(FileWrite, AGroupOfFilesIsReplacedAsAWhole)
-{
-    enum class EEnd
-    {
-        Commit,
-        Abandon,
-        InnerAbandon, // of the second file
-        SecondFails,
-    };
-    for (const EEnd eEnd : {EEnd::Commit, EEnd::Abandon, EEnd::InnerAbandon, EEnd::SecondFails})
-    {
-        for (const bool bFirstThere : {true, false})
-        {
-            SCOPED_TRACE(testing::Message() << static_cast<int>(eEnd) << bFirstThere);
-            const CTempFolder folder;
-            const std::string strFirst = folder.Path("a.height");
-            const std::string strSecond = folder.Path("b.level");
-            const std::string strOld = bFirstThere ? "old" : "";
-            if (bFirstThere)
-            {
-                WriteBytes(strFirst, "old");
-            }
-            WriteBytes(strSecond, "old");
-            {
-                fs::commit_group group;
-                CloseWith(strFirst, "new");
-                EXPECT_EQ(ReadIfThere(strFirst), strOld);
-                {
-                    fs::commit_group inner;
-                    CloseWith(strSecond, "new");
-                    EXPECT_EQ(eEnd != EEnd::InnerAbandon && inner.commit(),
-                              eEnd != EEnd::InnerAbandon);
-                }
-                EXPECT_EQ(ReadBytes(strSecond), "old");
-                if (eEnd == EEnd::SecondFails)
-                {
-                    std::filesystem::remove(strSecond);
-                    std::filesystem::create_directory(strSecond);
-                    EXPECT_FALSE(group.commit());
-                    EXPECT_EQ(group.last_error().get_error_text(), strSecond + ": Is a directory");
-                    EXPECT_FALSE(group.is_mixed());
-                    EXPECT_FALSE(group.commit());
-                }
-                else if (eEnd != EEnd::Abandon)
-                {
-                    EXPECT_TRUE(group.commit()) << group.last_error().get_error_text();
-                }
-            }
-            const bool bFirstNew = eEnd == EEnd::Commit || eEnd == EEnd::InnerAbandon;
-            EXPECT_EQ(ReadIfThere(strFirst), bFirstNew ? "new" : strOld);
-            if (eEnd != EEnd::SecondFails)
-            {
-                EXPECT_EQ(ReadBytes(strSecond), eEnd == EEnd::Commit ? "new" : "old");
-            }
-            EXPECT_EQ(CountEntries(folder), bFirstThere || bFirstNew ? 2U : 1U);
-            CloseWith(strFirst, "alone");
-            EXPECT_EQ(ReadBytes(strFirst), "alone");
-        }
-    }
 }

@@ -55,6 +55,8 @@ TEST(ReplayFailures, AKeywordThatFailsEndsTheRunWithOneLineAndCodeOne)
         {"level( 8, [ 80, 9, 80 ] ) export_stl( \"none/x.stl\" )", "export_stl( \"none/x.stl\" ): cannot be written, see the log (keyword 2)"},
         {"use_brush( \"Dune\" )", "use_brush( \"Dune\" ): there is no predefined brush \"Dune\" (keyword 1)"},
         {"save_brushes( \"none/b.ini\" )", "save_brushes( \"none/b.ini\" ): the brushes cannot be saved, the log says why (keyword 1)"},
+        {"level( 8, [ 80, 9, 80 ] ) save( \"./script.tellur\" )", "save( \"./script.tellur\" ): would replace the script itself (keyword 2)"},
+        {"save_brushes( \"SCRIPT.TELLUR\" )", "save_brushes( \"SCRIPT.TELLUR\" ): would replace the script itself (keyword 1)"},
         {"resolution( 65 )", "resolution( 65 ): there is no terrain (keyword 1)"},
         {"resolution( 64 )", "resolution( 64 ): must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385 (keyword 1)"},
         {"resolution( 17 )", "resolution( 17 ): must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385 (keyword 1)"},

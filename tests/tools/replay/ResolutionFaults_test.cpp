@@ -1,10 +1,13 @@
 // A change of resolution on a disk that fails, and in a process that dies.
 
+#include "host/FileSystem.h"
 #include "tests/tools/replay/CReplayRunner.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
+#include <utility>
 
 namespace
 {
@@ -16,7 +19,8 @@ std::string ReadOrEmpty(const std::string& strPath)
 
 // A level of 257 vertices a side with a hill on it, in "old.height", and the result of a change to
 // 513 in "new.height"; "script.tellur" makes that change to "level.height".
-class CResolutionFaults : public testing::TestWithParam<const char*>
+// Kind of the fault, and what is behind it.
+class CResolutionFaults : public testing::TestWithParam<std::pair<const char*, const char*>>
 {
 protected:
     void SetUp() override
@@ -45,6 +49,15 @@ protected:
         EXPECT_TRUE(strBytes.empty() || strBytes == m_Old || strBytes == m_New) << pszName;
     }
 
+    bool HasTemporary() const
+    {
+        const std::vector<std::string> names = m_Runner.GetNames();
+        return std::any_of(names.begin(),
+                           names.end(),
+                           [](const std::string& strName)
+                           { return strName.find(".tmp-") != std::string::npos; });
+    }
+
     CReplayRunner m_Runner;
     std::string m_Old;
     std::string m_New;
@@ -54,7 +67,7 @@ protected:
 
 TEST_P(CResolutionFaults, LeaveTheOldHeightsOrTheNewOnes)
 {
-    const std::string strKind = GetParam();
+    const std::string strKind = GetParam().first;
     const std::string strLevel = m_Runner.Path("level.height");
     const std::string strBackup = m_Runner.Path("level.height.bak");
     for (const bool bHasBackup : {false, true})
@@ -64,21 +77,24 @@ TEST_P(CResolutionFaults, LeaveTheOldHeightsOrTheNewOnes)
         do
         {
             ++iFaults;
-            SCOPED_TRACE(strKind + " " + std::to_string(iFaults));
+            const std::string strFault =
+                strKind + " " + std::to_string(iFaults) + GetParam().second;
+            SCOPED_TRACE(strFault);
             WriteBytes(strLevel, m_Old);
             std::filesystem::remove(strBackup);
             if (bHasBackup)
             {
                 WriteBytes(strBackup, m_Old);
             }
-            result = m_Runner.RunWithFault(strKind + " " + std::to_string(iFaults));
+            result = m_Runner.RunWithFault(strFault);
             const std::string strNow = ReadOrEmpty(strLevel);
             EXPECT_TRUE(strNow == m_Old || strNow == m_New || ReadOrEmpty(strBackup) == m_Old);
             ExpectWhole("level.height");
             ExpectWhole("level.height.bak");
-            if (strKind == "kill")
+            if (strKind == "kill" || strKind == "term")
             {
-                EXPECT_TRUE(result.iExitCode == -SIGKILL || strNow == m_New);
+                EXPECT_TRUE(result.iExitCode == (strKind == "kill" ? -SIGKILL : -SIGTERM) ||
+                            strNow == m_New);
             }
             else
             {
@@ -87,10 +103,20 @@ TEST_P(CResolutionFaults, LeaveTheOldHeightsOrTheNewOnes)
                                      std::string::npos;
                 EXPECT_EQ(bLogged, strNow != m_New) << result.strErr;
             }
+            EXPECT_TRUE(strKind == "kill" || strKind == "readonly" || !HasTemporary());
+            fs::file next;
+            EXPECT_TRUE(next.open(m_Runner.Path("next").c_str(), fs::mode_write) && next.close());
+            EXPECT_FALSE(HasTemporary()) << "a stray file after the next write";
         } while (result.iExitCode != 0 && iFaults < 50);
         EXPECT_EQ(ReadOrEmpty(strLevel), m_New) << "the last run met no fault in its way";
         EXPECT_GT(iFaults, 4) << "the faults came at many places";
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, CResolutionFaults, testing::Values("kill", "full", "readonly"));
+INSTANTIATE_TEST_SUITE_P(Kinds,
+                         CResolutionFaults,
+                         testing::Values(std::pair("kill", ""),
+                                         std::pair("full", ""),
+                                         std::pair("readonly", ""),
+                                         std::pair("kill", " plain"),
+                                         std::pair("term", " plain")));

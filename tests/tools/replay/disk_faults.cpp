@@ -1,6 +1,8 @@
-// Put before a program with LD_PRELOAD: the disk fails it, or it is killed, at the n-th call that
-// changes a file. TELLUR_FAULT is "kill N", "full N" (no byte is written from the n-th call on) or
-// "readonly N" (nothing at all is changed from the n-th call on). N counts from 1.
+// Put before a program with LD_PRELOAD, or linked into one: the disk fails it, or it is ended, at
+// the n-th call that changes a file. TELLUR_FAULT is "kill N", "term N" (the signal that asks),
+// "full N" (no byte is written from the n-th call on) or "readonly N" (nothing at all is changed
+// from the n-th call on). N counts from 1; "none" is no fault. A "plain" behind it stands for a
+// file system without files that have no name and without the exchange of two names.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -24,6 +26,12 @@ enum class EChange
     Names,
 };
 
+bool IsPlain()
+{
+    const char* pszFault = std::getenv("TELLUR_FAULT");
+    return pszFault != nullptr && std::strstr(pszFault, " plain") != nullptr;
+}
+
 // Counts the call. True when it must fail; errno is then set.
 bool Fails(EChange eChange)
 {
@@ -39,6 +47,10 @@ bool Fails(EChange eChange)
     if (std::strcmp(szKind, "kill") == 0)
     {
         raise(SIGKILL);
+    }
+    if (std::strcmp(szKind, "term") == 0)
+    {
+        return s_Calls == iAt && raise(SIGTERM) != 0;
     }
     const bool bReadOnly = std::strcmp(szKind, "readonly") == 0;
     errno = bReadOnly ? EROFS : ENOSPC;
@@ -63,6 +75,11 @@ extern "C"
         const bool bMakes = (iFlags & O_CREAT) != 0 || (iFlags & O_TMPFILE) == O_TMPFILE;
         const mode_t mode = bMakes ? va_arg(arguments, mode_t) : 0;
         va_end(arguments);
+        if ((iFlags & O_TMPFILE) == O_TMPFILE && IsPlain())
+        {
+            errno = EOPNOTSUPP;
+            return -1;
+        }
         return bMakes && Fails(EChange::Names) ? -1 : NEXT(open)(pszPath, iFlags, mode);
     }
 
@@ -83,6 +100,11 @@ extern "C"
 
     int renameat2(int iFrom, const char* pszFrom, int iTo, const char* pszTo, unsigned uFlags)
     {
+        if (IsPlain())
+        {
+            errno = EINVAL;
+            return -1;
+        }
         return Fails(EChange::Names) ? -1 : NEXT(renameat2)(iFrom, pszFrom, iTo, pszTo, uFlags);
     }
 
