@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstring>
 #include <new>
+#include <utility>
 
 // Behind the text: the reader of names takes a whole buffer's length at a time.
 static constexpr size_t TEXT_PADDING = CTCPARSE_KEYWORD::NAME_BYTES;
@@ -60,6 +61,11 @@ CTCPARSE_KEYWORD* CTCParse::Parse(int32_t* pError)
     SVocabulary vocabulary;
     *pError = 0;
     CTCPARSE_KEYWORD* pNodes = ReadBlock(vocabulary, pError);
+    if (m_pOutline != nullptr)
+    {
+        m_pOutline->strText.assign<const char*>(m_Text.get(), m_pEnd);
+        m_pOutline->declarations = std::move(vocabulary.declarations);
+    }
     const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
     g_fTotalSeconds += spent.count();
     return pNodes;

@@ -4,6 +4,7 @@
 #include "parser/CTCParseNameList.h"
 #include "parser/CTCParseNodes.h"
 #include "parser/STCParseCallbacks.h"
+#include "parser/STCParseOutline.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -40,6 +41,9 @@ public:
     virtual ~CTCParse();
 
     void SetCallbacks(const STCParseCallbacks& callbacks) { m_Callbacks = callbacks; }
+
+    // Parse says there where everything stands. pOutline: borrowed, empty; null: not asked for.
+    void SetOutline(STCParseOutline* pOutline) { m_pOutline = pOutline; }
 
     // False when the file could not be read; it then parses as an empty one.
     bool IsLoaded() const { return m_bLoaded; }
@@ -118,6 +122,9 @@ private:
     CTCPARSE_KEYWORD* ReadCall(const SVocabulary& vocabulary, int32_t* pError);
     bool
     ReadArguments(const CTCPARSE_KEYWORD& declaration, CTCPARSE_KEYWORD& call, int32_t* pError);
+    void NoteCall(const CTCPARSE_KEYWORD* pCall, const SPlace& place);
+
+    size_t GetPosition() const { return static_cast<size_t>(m_pCursor - m_Text.get()); }
 
     // Behind a '!'. *ppNodes receives the nodes of an included file.
     void ReadDeclaration(SVocabulary& vocabulary, int32_t* pError, CTCPARSE_KEYWORD** ppNodes);
@@ -127,6 +134,7 @@ private:
 
     // The name of the file to include, owned by the caller; null when there is none to include.
     CTCPARSE_STRING* ReadInclude(bool bOpened, int32_t* pError);
+    CTCPARSE_STRING* ReadIncludeName(int32_t* pError);
     template <class TValue>
     CTCPARSE_STRING* ReadIncludeIf(bool bOpened,
                                    const char* pszDirective,
@@ -161,4 +169,6 @@ private:
     size_t m_nIncludeDepth = 0;
     CTCParseNameList m_Constants;
     STCParseCallbacks m_Callbacks;
+    STCParseOutline* m_pOutline = nullptr;
+    std::vector<STCParseOutline::SSpan> m_Arguments; // of the call that was read last
 };

@@ -30,12 +30,25 @@ CTCPARSE_KEYWORD* CTCParse::ReadBlock(SVocabulary& vocabulary, int32_t* pError)
             *place.ppLink = ReadCall(vocabulary, pError);
             if (*place.ppLink != nullptr)
             {
+                NoteCall(*place.ppLink, place);
                 ReadAfterCall(place, pError);
             }
             break;
         }
     }
+    if (m_pOutline != nullptr)
+    {
+        m_pOutline->nOpenBlocks = place.around.size();
+    }
     return pFirst;
+}
+
+void CTCParse::NoteCall(const CTCPARSE_KEYWORD* pCall, const SPlace& place)
+{
+    if (m_pOutline != nullptr && place.around.empty())
+    {
+        m_pOutline->calls.push_back({pCall, m_Arguments});
+    }
 }
 
 void CTCParse::ReadAfterCall(SPlace& place, int32_t* pError)
@@ -104,10 +117,16 @@ bool CTCParse::ReadArguments(const CTCPARSE_KEYWORD& declaration,
                              int32_t* pError)
 {
     CTCPARSE_PARAM** ppLink = &call.params;
+    m_Arguments.clear();
     for (const CTCPARSE_PARAM* pType = declaration.params; pType != nullptr; pType = pType->next)
     {
         SkipSpace();
+        const size_t iStart = GetPosition();
         *ppLink = ReadValue(pType->type, pError);
+        if (m_pOutline != nullptr)
+        {
+            m_Arguments.push_back({iStart, GetPosition()});
+        }
         if (*pError != 0)
         {
             return false;

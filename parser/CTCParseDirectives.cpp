@@ -110,10 +110,9 @@ CTCPARSE_STRING* CTCParse::ReadInclude(bool bOpened, int32_t* pError)
         Fail(pError, "left bracked expected in include");
         return nullptr;
     }
-    SkipSpace();
     // A name that cannot be read has had its message; the file goes on behind it, on purpose.
     int32_t nNameError = 0;
-    std::unique_ptr<CTCPARSE_STRING> pFileName(ReadString(&nNameError));
+    std::unique_ptr<CTCPARSE_STRING> pFileName(ReadIncludeName(&nNameError));
     if (pFileName == nullptr)
     {
         return nullptr;
@@ -124,6 +123,18 @@ CTCPARSE_STRING* CTCParse::ReadInclude(bool bOpened, int32_t* pError)
         return nullptr;
     }
     return pFileName.release();
+}
+
+CTCPARSE_STRING* CTCParse::ReadIncludeName(int32_t* pError)
+{
+    SkipSpace();
+    const size_t iStart = GetPosition();
+    CTCPARSE_STRING* pName = ReadString(pError);
+    if (m_pOutline != nullptr && pName != nullptr)
+    {
+        m_pOutline->includes.push_back({{iStart, GetPosition()}, pName->value});
+    }
+    return pName;
 }
 
 template <class TValue> static bool Compare(TValue a, int nOperator, TValue b)
@@ -186,8 +197,7 @@ CTCPARSE_STRING* CTCParse::ReadIncludeIf(bool bOpened,
     {
         return fail("comma");
     }
-    SkipSpace();
-    std::unique_ptr<CTCPARSE_STRING> pFileName(ReadString(pError));
+    std::unique_ptr<CTCPARSE_STRING> pFileName(ReadIncludeName(pError));
     if (pFileName == nullptr)
     {
         return fail("string");

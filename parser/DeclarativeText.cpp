@@ -2,6 +2,7 @@
 
 #include "host/FileSystem.h"
 #include "host/Log.h"
+#include "parser/CTCParseNodes.h"
 
 #include <charconv>
 #include <cmath>
@@ -29,6 +30,38 @@ std::string MakeExactNumber(float fValue)
                                    std::chars_format::fixed);
     const std::string strText(szText, end.ptr);
     return strText.find('.') == std::string::npos ? strText + ".0" : strText;
+}
+
+std::string MakeValueText(const CTCPARSE_PARAM& param)
+{
+    const auto join = [](std::initializer_list<float> values)
+    {
+        std::string strText;
+        for (const float fValue : values)
+        {
+            strText += (strText.empty() ? "[" : ", ") + MakeExactNumber(fValue);
+        }
+        return strText + "]";
+    };
+    switch (param.type)
+    {
+    case tcparse_int:
+        return std::to_string(static_cast<const CTCPARSE_INT&>(param).value);
+    case tcparse_float:
+        return MakeExactNumber(static_cast<const CTCPARSE_FLOAT&>(param).value);
+    case tcparse_string:
+        return QuoteText(static_cast<const CTCPARSE_STRING&>(param).value);
+    case tcparse_vec3:
+    {
+        const auto& vec = static_cast<const CTCPARSE_VEC3&>(param);
+        return join({vec.x, vec.y, vec.z});
+    }
+    default:
+    {
+        const auto& vec = static_cast<const CTCPARSE_VEC4&>(param);
+        return join({vec.x, vec.y, vec.z, vec.w});
+    }
+    }
 }
 
 bool WriteTextFile(const char* pszOperation, const std::string& strPath, const std::string& strText)

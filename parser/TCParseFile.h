@@ -2,6 +2,7 @@
 
 #include "parser/CTCParseNodes.h"
 #include "parser/STCParseCallbacks.h"
+#include "parser/STCParseOutline.h"
 
 // How reading a file ended, for callers that tell an empty file from a bad one.
 enum ETCParseStatus
@@ -22,3 +23,7 @@ CTCPARSE_KEYWORD* TCParseFile(const char* pszPath,
                               TCParseVec4VarCallback pVec4Var = nullptr,
                               TCParseStringVarCallback pStringVar = nullptr,
                               ETCParseStatus* pStatus = nullptr);
+
+// The same without variables, and where in the text everything stands. outline: empty.
+CTCPARSE_KEYWORD*
+TCParseFile(const char* pszPath, STCParseOutline& outline, ETCParseStatus& eStatus);

@@ -4,17 +4,13 @@
 #include "editor/core/SLevelText.h"
 #include "engine/elevation/HeightImport.h"
 #include "engine/terrain/CTerrain.h"
-#include "host/FileSystem.h"
 #include "host/Log.h"
 #include "host/Progress.h"
-#include "parser/DeclarativeText.h"
-#include "parser/TCParseFile.h"
 
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
-#include <memory>
-#include <system_error>
+#include <utility>
 
 namespace
 {
@@ -22,11 +18,22 @@ namespace
 constexpr char LEVEL_EXTENSION[] = ".level";
 constexpr char HEIGHT_EXTENSION[] = ".height";
 
-std::string GetFullPath(const char* pszPath)
+struct STargets
 {
-    std::error_code error;
-    const std::filesystem::path path = std::filesystem::absolute(fs::root_path(pszPath), error);
-    return path.lexically_normal().string();
+    std::string strPath;
+    std::string strHeightPath;
+};
+
+STargets GetTargets(const char* pszPath)
+{
+    std::filesystem::path path = GetFullPath(pszPath);
+    if (path.extension() != LEVEL_EXTENSION)
+    {
+        path = GetFullPath((path.string() + LEVEL_EXTENSION).c_str());
+    }
+    const std::filesystem::path heights =
+        std::filesystem::path(path).replace_extension(HEIGHT_EXTENSION);
+    return {path.string(), GetFullPath(heights.c_str())};
 }
 
 SSampleView GetSamples(const CTerrain& terrain)
@@ -68,6 +75,10 @@ CLevelDocument::CLevelDocument(CEditorHost& host)
 
 CLevelDocument::~CLevelDocument()
 {
+    if (CTerrain* pTerrain = GetTerrain())
+    {
+        pTerrain->SetSaveListener(nullptr);
+    }
     m_Host.RemoveObserver(this);
 }
 
@@ -105,7 +116,7 @@ bool CLevelDocument::New(uint32_t uCells, const SVec3& size, float fHeight)
     m_bOpening = false;
     if (bMade)
     {
-        SetSource({}, true);
+        SetSource({}, {}, true);
     }
     return bMade;
 }
@@ -114,29 +125,28 @@ bool CLevelDocument::Open(const char* pszPath)
 {
     const std::string strPath = GetFullPath(pszPath);
     SLevelText text;
+    CLevelFiles files;
     text.strHeightMap = strPath;
     if (!strPath.ends_with(HEIGHT_EXTENSION))
     {
-        ETCParseStatus eStatus = tcparse_done;
-        const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(
-            TCParseFile(strPath.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
-        text.strPath = strPath;
+        const ETCParseStatus eStatus = files.ReadText(strPath, text);
         if (eStatus == tcparse_unreadable)
         {
             CrashLog("[CLevelDocument::Open] %s cannot be read\n", pszPath);
             return false;
         }
-        if (eStatus == tcparse_failed || !text.Read(pFirst.get()))
+        if (eStatus == tcparse_failed)
         {
             CrashLog("[CLevelDocument::Open] %s is no level: it names no height map\n", pszPath);
             return false;
         }
     }
+    files.NoteHeights(GetFullPath(text.strHeightMap.c_str()));
     if (!OpenHeights(text.strHeightMap.c_str()))
     {
         return false;
     }
-    SetSource(text, true);
+    SetSource(text, std::move(files), true);
     return true;
 }
 
@@ -155,7 +165,15 @@ bool CLevelDocument::OpenRecovered(const SLevelText& text, const char* pszHeight
         return false;
     }
     m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(text.strHeightMap);
-    SetSource(text, false);
+    CLevelFiles files;
+    if (!text.strPath.empty())
+    {
+        SLevelText said; // what is kept of it; what it says is known
+        files.ReadText(text.strPath, said);
+        files.NoteHeights(GetHeightPath());
+        files.DistrustNewerThan(pszHeightPath);
+    }
+    SetSource(text, std::move(files), false);
     return true;
 }
 
@@ -166,23 +184,30 @@ bool CLevelDocument::Save()
         CrashLog("[CLevelDocument::Save] the level has no file yet\n");
         return false;
     }
+    return WriteTo(m_Path, GetSavedHeightPath());
+}
+
+std::string CLevelDocument::GetSavedHeightPath() const
+{
     const std::string strHeightPath = GetHeightPath();
-    return WriteTo(m_Path,
-                   strHeightPath.empty()
-                       ? std::filesystem::path(m_Path).replace_extension(HEIGHT_EXTENSION).string()
-                       : strHeightPath);
+    return strHeightPath.empty() ? GetTargets(m_Path.c_str()).strHeightPath : strHeightPath;
 }
 
 bool CLevelDocument::SaveAs(const char* pszPath)
 {
-    std::filesystem::path path = GetFullPath(pszPath);
-    if (path.extension() != LEVEL_EXTENSION)
-    {
-        path += LEVEL_EXTENSION;
-    }
-    const std::filesystem::path heights =
-        std::filesystem::path(path).replace_extension(HEIGHT_EXTENSION);
-    return WriteTo(path.string(), heights.string());
+    const STargets targets = GetTargets(pszPath);
+    return WriteTo(targets.strPath, targets.strHeightPath);
+}
+
+std::vector<SReplacedFile> CLevelDocument::FindReplaced() const
+{
+    return m_Files.FindReplaced(m_Path, GetSavedHeightPath(), "");
+}
+
+std::vector<SReplacedFile> CLevelDocument::FindReplaced(const char* pszPath, bool bConfirmed) const
+{
+    const STargets targets = GetTargets(pszPath);
+    return m_Files.FindReplaced(targets.strPath, targets.strHeightPath, bConfirmed ? pszPath : "");
 }
 
 bool CLevelDocument::WriteTo(const std::string& strPath, const std::string& strHeightPath)
@@ -196,8 +221,7 @@ bool CLevelDocument::WriteTo(const std::string& strPath, const std::string& strH
     SLevelText text = GetText();
     text.strPath = strPath;
     text.strHeightMap = strHeightPath;
-    if (!pTerrain->SaveHeightMap(strHeightPath.c_str(), nullptr, 0, 0) ||
-        !WriteTextFile("CLevelDocument::Save", strPath, text.Write()))
+    if (!m_Files.Write(*pTerrain, text))
     {
         return false;
     }
@@ -214,14 +238,28 @@ void CLevelDocument::SetSaved()
     m_bChanged = false;
 }
 
-void CLevelDocument::SetSource(const SLevelText& text, bool bSaved)
+void CLevelDocument::SetSource(const SLevelText& text, CLevelFiles&& files, bool bSaved)
 {
     m_Path = text.strPath;
+    m_Files = std::move(files);
     m_Bitmap = text.strBitmap;
     m_Material = text.strMaterial;
     ++m_Generation;
     SetSaved();
     m_bChanged = !bSaved;
+    if (CTerrain* pTerrain = GetTerrain())
+    {
+        pTerrain->SetSaveListener([this](const char* pszPath) { OnHeightsSaved(pszPath); });
+    }
+}
+
+void CLevelDocument::OnHeightsSaved(const char* pszPath)
+{
+    const std::string strHeightPath = GetHeightPath();
+    if (!strHeightPath.empty() && GetFullPath(pszPath) == strHeightPath)
+    {
+        m_Files.NoteHeights(strHeightPath); // the plug-in has written them, and nobody else
+    }
 }
 
 bool CLevelDocument::Import(const char* pszPath,
@@ -269,6 +307,12 @@ std::string CLevelDocument::GetTitle() const
 {
     const std::string strPath = m_Path.empty() ? GetHeightPath() : m_Path;
     return strPath.empty() ? "Untitled" : std::filesystem::path(strPath).filename().string();
+}
+
+std::string CLevelDocument::GetFolder() const
+{
+    const std::string strPath = m_Path.empty() ? GetHeightPath() : m_Path;
+    return std::filesystem::path(strPath).parent_path().string();
 }
 
 std::string CLevelDocument::GetHeightPath() const
@@ -328,7 +372,7 @@ void CLevelDocument::OnEvent(const SHostEvent& event)
     {
         if (!m_bOpening)
         {
-            SetSource({}, true); // a script has made or opened it: it is no file of ours
+            SetSource({}, {}, true); // a script has made or opened it: it is no file of ours
         }
     }
     if (event.eKind != EHostEvent::MouseMove && event.eKind != EHostEvent::ButtonDown)

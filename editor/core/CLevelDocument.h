@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/core/CLevelFiles.h"
 #include "editor/core/IHostObserver.h"
 #include "engine/elevation/HeightExport.h"
 #include "engine/elevation/SImportOptions.h"
@@ -29,12 +30,20 @@ public:
     bool New(uint32_t uCells, const SVec3& size, float fHeight = 0.0F);
     // A level file, or a ".height" file, which becomes a level without a file of its own.
     bool Open(const char* pszPath);
-    // Heights, then the level file, each in one step, so that what is there at any moment opens.
-    // Only with a path.
+    // Heights and level file, so that what is there at any moment opens. What another program knows
+    // in the file stays. Only with a path. Nobody is asked; see FindReplaced.
     bool Save();
     // The heights go to "NAME.height" beside "NAME.level". Appends the extension when there is
     // none.
     bool SaveAs(const char* pszPath);
+    // Files that Save, or SaveAs with a path, would replace: others, and the level's own when
+    // another hand has changed them. Without the one at pszPath if a person has agreed to that.
+    std::vector<SReplacedFile> FindReplaced() const;
+    std::vector<SReplacedFile> FindReplaced(const char* pszPath, bool bConfirmed) const;
+
+    // As CLevelFiles::GetOutcome, of the last save.
+    const std::string& GetSaveOutcome() const { return m_Files.GetOutcome(); }
+
     // What an interrupted run has left: heights from pszHeightPath, the rest from text. The level
     // gets its own paths back, which are not read, and counts as modified.
     bool OpenRecovered(const SLevelText& text, const char* pszHeightPath);
@@ -54,6 +63,8 @@ public:
     std::string GetTitle() const;
     // Full path of the level's height map; empty for a new level.
     std::string GetHeightPath() const;
+    // Where the level lies, for dialogs; empty when it has no file.
+    std::string GetFolder() const;
     // Heights or settings differ from what was saved. A level that was undone back to the step it
     // was saved at does not.
     bool IsModified() const;
@@ -81,11 +92,14 @@ private:
     CTerrain* GetTerrain() const; // null without a level
     uint64_t GetRevision() const;
     bool OpenHeights(const char* pszPath);
+    std::string GetSavedHeightPath() const;
     bool WriteTo(const std::string& strPath, const std::string& strHeightPath);
     void SetSaved();
-    void SetSource(const SLevelText& text, bool bSaved);
+    void SetSource(const SLevelText& text, CLevelFiles&& files, bool bSaved);
+    void OnHeightsSaved(const char* pszPath);
 
     CEditorHost& m_Host;
+    CLevelFiles m_Files;
     std::string m_Path;
     std::string m_Bitmap;
     std::string m_Material;

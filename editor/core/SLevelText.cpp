@@ -1,13 +1,19 @@
 #include "editor/core/SLevelText.h"
 
+#include "host/FileSystem.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 
 #include <filesystem>
+#include <system_error>
 
 namespace
 {
 
+constexpr char HEIGHT_MAP[] = "height_map";
+constexpr char BITMAP[] = "terrain_bitmap";
+constexpr char MATERIAL[] = "material";
+// Also of what is not said, for people who add it.
 constexpr char DECLARATIONS[] = "!height_map( s )\n"
                                 "!terrain_size( v3 )\n"
                                 "!cells( i, i )\n"
@@ -29,18 +35,69 @@ void ReadText(const CTCPARSE_KEYWORD* pKey, const char* pszName, std::string& st
     strText = pszText != nullptr ? pszText : strText;
 }
 
+std::string MakeVectorText(const SVec3& vec)
+{
+    return "[" + MakeExactNumber(vec.x) + ", " + MakeExactNumber(vec.y) + ", " +
+           MakeExactNumber(vec.z) + "]";
+}
+
 } // namespace
 
-std::string SLevelText::Write() const
+std::string GetFullPath(const char* pszPath)
 {
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(fs::root_path(pszPath), error);
+    return path.lexically_normal().string();
+}
+
+std::string SLevelText::Write(const CTCParseText& kept) const
+{
+    const std::vector<CTCParseText::SCall> calls = GetCalls(kept);
+    if (kept.GetFirst() != nullptr)
+    {
+        return kept.Update(calls, strPath);
+    }
     std::string strText = DECLARATIONS;
-    strText += "height_map( " + QuoteText(MakeRelative(strHeightMap, strPath)) + " )\n";
-    strText += "terrain_size( [" + MakeExactNumber(size.x) + ", " + MakeExactNumber(size.y) + ", " +
-               MakeExactNumber(size.z) + "] )\n";
-    strText += "cells( " + std::to_string(uCellsX) + ", " + std::to_string(uCellsZ) + " )\n";
-    strText += strBitmap.empty() ? "" : "terrain_bitmap( " + QuoteText(strBitmap) + " )\n";
-    strText += strMaterial.empty() ? "" : "material( " + QuoteText(strMaterial) + " )\n";
+    for (const CTCParseText::SCall& call : calls)
+    {
+        strText += call.GetText() + "\n";
+    }
     return strText;
+}
+
+std::vector<CTCParseText::SCall> SLevelText::GetCalls(const CTCParseText& kept) const
+{
+    using SValue = CTCParseText::SValue;
+    const auto text = [](const std::string& strText)
+    {
+        return SValue{tcparse_string, QuoteText(strText)};
+    };
+    std::vector<CTCParseText::SCall> calls = {
+        {HEIGHT_MAP, {text(GetHeightMapName(kept))}},
+        {"terrain_size", {{tcparse_vec3, MakeVectorText(size)}}},
+        {"cells", {{tcparse_int, std::to_string(uCellsX)}, {tcparse_int, std::to_string(uCellsZ)}}},
+    };
+    if (!strBitmap.empty() || kept.FindLast(BITMAP) != nullptr)
+    {
+        calls.push_back({BITMAP, {text(strBitmap)}});
+    }
+    if (!strMaterial.empty() || kept.FindLast(MATERIAL) != nullptr)
+    {
+        calls.push_back({MATERIAL, {text(strMaterial)}});
+    }
+    return calls;
+}
+
+// As a person has written it where that still means the same file.
+std::string SLevelText::GetHeightMapName(const CTCParseText& kept) const
+{
+    SLevelText said;
+    said.strPath = strPath;
+    const CTCPARSE_KEYWORD* pCall = kept.FindLast(HEIGHT_MAP);
+    const char* pszName = pCall != nullptr ? GetStringValue(pCall->params) : nullptr;
+    const bool bSame = pszName != nullptr && said.Read(kept.GetFirst()) &&
+                       GetFullPath(said.strHeightMap.c_str()) == strHeightMap;
+    return bSame ? pszName : MakeRelative(strHeightMap, strPath);
 }
 
 bool SLevelText::Read(const CTCPARSE_KEYWORD* pFirst)
@@ -48,9 +105,9 @@ bool SLevelText::Read(const CTCPARSE_KEYWORD* pFirst)
     std::string strNamed;
     for (const CTCPARSE_KEYWORD* pKey = pFirst; pKey != nullptr; pKey = pKey->next)
     {
-        ReadText(pKey, "height_map", strNamed);
-        ReadText(pKey, "terrain_bitmap", strBitmap);
-        ReadText(pKey, "material", strMaterial);
+        ReadText(pKey, HEIGHT_MAP, strNamed);
+        ReadText(pKey, BITMAP, strBitmap);
+        ReadText(pKey, MATERIAL, strMaterial);
     }
     if (strNamed.empty())
     {

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "host/HostTypes.h"
+#include "parser/CTCParseText.h"
 
 #include <cstdint>
 #include <string>
-
-class CTCPARSE_KEYWORD;
+#include <vector>
 
 // What a level file says. The height map is the truth about cells and size; the file repeats them
 // for people and for programs that do not read heights.
@@ -19,8 +19,16 @@ struct SLevelText
     SVec3 size;          // terrain units
     std::string strPath; // of the level file itself, full; not written
 
-    // The whole file as it is written to strPath: declarations, then the calls.
-    std::string Write() const;
+    // The whole file as it is written to strPath: declarations, then the calls. kept: the file that
+    // was read, whose other lines stay; one that was not read gives a new file.
+    std::string Write(const CTCParseText& kept = {}) const;
     // Fills this from the calls of a file at strPath. False when it names no height map.
     bool Read(const CTCPARSE_KEYWORD* pFirst);
+
+private:
+    std::vector<CTCParseText::SCall> GetCalls(const CTCParseText& kept) const;
+    std::string GetHeightMapName(const CTCParseText& kept) const;
 };
+
+// As the document keeps paths: absolute and normal, with the spelling of the file that is there.
+std::string GetFullPath(const char* pszPath);

@@ -133,12 +133,20 @@ bool CTerrain::SaveHeightMap(const char* pszPath,
                              uint32_t uSizeZ)
 {
     const bool bOwn = pHeights == nullptr && uSizeX == 0 && uSizeZ == 0;
-    if (bOwn)
+    const bool bWritten =
+        bOwn ? WriteHeightFile(
+                   pszPath, GetHeightData(), m_Field.uSizeX, m_Field.uSizeZ, m_Field.size)
+             : WriteHeightFile(pszPath, pHeights, uSizeX, uSizeZ, m_Field.size);
+    if (bWritten && m_SaveListener)
     {
-        return WriteHeightFile(
-            pszPath, GetHeightData(), m_Field.uSizeX, m_Field.uSizeZ, m_Field.size);
+        m_SaveListener(pszPath);
     }
-    return WriteHeightFile(pszPath, pHeights, uSizeX, uSizeZ, m_Field.size);
+    return bWritten;
+}
+
+void CTerrain::SetSaveListener(std::function<void(const char*)> listener)
+{
+    m_SaveListener = std::move(listener);
 }
 
 void CTerrain::GetHeightMap(float* pDest, uint32_t uVerticesPerSide) const

@@ -7,6 +7,7 @@
 #include "host/Export.h"
 #include "host/Terrain.h"
 
+#include <functional>
 #include <string>
 
 // A texture laid over a box of the terrain for one frame.
@@ -45,6 +46,9 @@ public:
     SVec3 GetSizeVector() const override;
     uint32_t GetCellsPerSide() const override;
     uint32_t GetCellsPerSideZ() const override;
+
+    // Is told the path of every height map that SaveHeightMap has written; null: nobody is.
+    void SetSaveListener(std::function<void(const char*)> listener);
 
     // A new frame starts: the projected texture is gone.
     void BeginFrame();
@@ -120,5 +124,6 @@ private:
     SProjectedTexture m_Projected;
     SMatrix4 m_OverlayTransform;
     std::string m_EditMaterial;
+    std::function<void(const char*)> m_SaveListener;
     uint32_t m_EditOverlay = 0;
 };

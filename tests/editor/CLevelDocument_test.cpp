@@ -2,18 +2,11 @@
 // whatever stops the program.
 
 #include "editor/core/CAutosave.h"
-#include "editor/core/CEditorHost.h"
-#include "editor/core/CHeadlessFace.h"
-#include "editor/core/CLevelDocument.h"
-#include "host/CUndo.h"
-#include "host/FileSystem.h"
+#include "tests/editor/CLevelDocumentTest.h"
 #include "tests/support/CLogCatcher.h"
-#include "tests/support/CTempFolder.h"
 
 #include <sys/resource.h>
 #include <sys/wait.h>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <csignal>
@@ -22,56 +15,6 @@
 
 namespace
 {
-
-constexpr SVec3 SIZE = {160.0F, 50.0F, 160.0F};
-
-class CStep : public CUndo
-{
-public:
-    bool IsTransient() const override { return false; }
-
-    void Undo() override {}
-
-    void Redo() override {}
-
-    void OnNotify(uintptr_t) override {}
-};
-
-class CLevelDocumentTest : public testing::Test
-{
-protected:
-    CLevelDocumentTest()
-    {
-        ::setenv("XDG_STATE_HOME", m_Folder.Path("state").c_str(), 1);
-        fs::set_user_root(m_Folder.GetFolder().c_str());
-    }
-
-    ~CLevelDocumentTest() override { fs::set_user_root(nullptr); }
-
-    CTerrain* GetTerrain() { return m_Host.GetEngine().GetCWorld().GetCTerrain(); }
-
-    void SetAll(float fHeight)
-    {
-        CTerrain* pTerrain = GetTerrain();
-        const std::vector<float> heights(
-            size_t{pTerrain->GetVerticesX()} * pTerrain->GetVerticesZ(), fHeight);
-        pTerrain->SetHeights(heights.data(), heights.size(), {{}, pTerrain->GetSize()});
-    }
-
-    // A step of the history, as a stroke makes it.
-    void Change(float fHeight)
-    {
-        SetAll(fHeight);
-        m_Host.AddUndo(new CStep);
-    }
-
-    float GetHeight() { return GetTerrain()->GetHeightAt(80.0F, 80.0F); }
-
-    CTempFolder m_Folder;
-    CHeadlessFace m_Face;
-    CEditorHost m_Host{m_Face};
-    CLevelDocument m_Document{m_Host};
-};
 
 using CNothingLost = CLevelDocumentTest;
 

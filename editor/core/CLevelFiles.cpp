@@ -1,0 +1,87 @@
+#include "editor/core/CLevelFiles.h"
+
+#include "editor/core/SLevelText.h"
+#include "engine/terrain/CTerrain.h"
+#include "host/FileSystem.h"
+#include "host/Log.h"
+#include "parser/DeclarativeText.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace
+{
+
+constexpr char OPERATION[] = "CLevelDocument::Save";
+
+} // namespace
+
+ETCParseStatus CLevelFiles::ReadText(const std::string& strPath, SLevelText& text)
+{
+    m_Text = CFileStamp(strPath);
+    const ETCParseStatus eStatus = m_Kept.Read(strPath.c_str());
+    text.strPath = strPath;
+    return eStatus == tcparse_done && !text.Read(m_Kept.GetFirst()) ? tcparse_failed : eStatus;
+}
+
+void CLevelFiles::DistrustNewerThan(const std::string& strCopy)
+{
+    const CFileStamp copy(strCopy);
+    for (CFileStamp* pStamp : {&m_Text, &m_Heights})
+    {
+        *pStamp = pStamp->IsNewerThan(copy) ? CFileStamp() : *pStamp;
+    }
+}
+
+std::vector<SReplacedFile> CLevelFiles::FindReplaced(const std::string& strPath,
+                                                     const std::string& strHeightPath,
+                                                     const std::string& strConfirmed) const
+{
+    std::vector<SReplacedFile> found;
+    for (const std::string& strTarget : {strPath, strHeightPath})
+    {
+        std::error_code error;
+        const std::filesystem::file_status status = std::filesystem::status(strTarget, error);
+        if (strTarget == strConfirmed || !std::filesystem::is_regular_file(status))
+        {
+            continue;
+        }
+        const CFileStamp* pOwn = strTarget == m_Text.GetPath()      ? &m_Text
+                                 : strTarget == m_Heights.GetPath() ? &m_Heights
+                                                                    : nullptr;
+        if (pOwn == nullptr || pOwn->IsChanged())
+        {
+            found.push_back({strTarget, pOwn != nullptr});
+        }
+    }
+    return found;
+}
+
+bool CLevelFiles::Write(CTerrain& terrain, const SLevelText& text)
+{
+    m_Outcome = "Nothing was written.";
+    const CFileStamp before =
+        m_Heights; // told of the heights, the document looks at them too early
+    fs::commit_group group;
+    // The old text reads new heights, while a new one may name heights that are not there yet.
+    if (!terrain.SaveHeightMap(text.strHeightMap.c_str(), nullptr, 0, 0) ||
+        !WriteTextFile(OPERATION, text.strPath, text.Write(m_Kept)))
+    {
+        m_Heights = before;
+        return false;
+    }
+    const bool bDone = group.commit();
+    if (!bDone)
+    {
+        CrashLog("[%s] %s\n", OPERATION, group.last_error().get_error_text());
+    }
+    if (!bDone && !group.is_mixed())
+    {
+        m_Heights = before;
+        return false;
+    }
+    m_Outcome = bDone ? "" : "Only a part of it was written.";
+    m_Text = CFileStamp(text.strPath);
+    m_Heights = CFileStamp(text.strHeightMap);
+    return bDone;
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "editor/core/CFileStamp.h"
+#include "parser/CTCParseText.h"
+
+#include <string>
+#include <vector>
+
+class CTerrain;
+struct SLevelText;
+
+// A file that a save would replace without having been asked about it.
+struct SReplacedFile
+{
+    std::string strPath;
+    bool bOwn = false; // the level's, changed by another hand since it was read or saved here
+};
+
+// The two files of the open level, its text and its heights: what they were when this program last
+// read or wrote them, and how they are written again. Paths are full. Owned by the document.
+class CLevelFiles
+{
+public:
+    // Looks at the text, then reads it. Messages as those of TCParseFile.
+    ETCParseStatus ReadText(const std::string& strPath, SLevelText& text);
+
+    // Looks at the heights: before they are read, or after this program has written them.
+    void NoteHeights(const std::string& strPath) { m_Heights = CFileStamp(strPath); }
+
+    // Of a level whose heights come from a copy of its own: what was written after the copy counts
+    // as changed by another hand.
+    void DistrustNewerThan(const std::string& strCopy);
+
+    // What a save to these would replace. strConfirmed: what a person has agreed to already.
+    std::vector<SReplacedFile> FindReplaced(const std::string& strPath,
+                                            const std::string& strHeightPath,
+                                            const std::string& strConfirmed) const;
+
+    // Writes heights and text to the paths that the text names; both take their places at the end.
+    // False after one logged line.
+    bool Write(CTerrain& terrain, const SLevelText& text);
+
+    // For a person, after a Write that failed: which files are new and which are as they were.
+    const std::string& GetOutcome() const { return m_Outcome; }
+
+private:
+    CTCParseText m_Kept; // what the file said when it was read; empty for a level without one
+    CFileStamp m_Text;
+    CFileStamp m_Heights;
+    std::string m_Outcome;
+};

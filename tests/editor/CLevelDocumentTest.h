@@ -1,0 +1,63 @@
+#pragma once
+
+#include "editor/core/CEditorHost.h"
+#include "editor/core/CHeadlessFace.h"
+#include "editor/core/CLevelDocument.h"
+#include "host/CUndo.h"
+#include "host/FileSystem.h"
+#include "tests/support/CTempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+inline constexpr SVec3 SIZE = {160.0F, 50.0F, 160.0F};
+
+class CStep : public CUndo
+{
+public:
+    bool IsTransient() const override { return false; }
+
+    void Undo() override {}
+
+    void Redo() override {}
+
+    void OnNotify(uintptr_t) override {}
+};
+
+// A level document on a host without a window, in an empty folder.
+class CLevelDocumentTest : public testing::Test
+{
+protected:
+    CLevelDocumentTest()
+    {
+        ::setenv("XDG_STATE_HOME", m_Folder.Path("state").c_str(), 1);
+        fs::set_user_root(m_Folder.GetFolder().c_str());
+    }
+
+    ~CLevelDocumentTest() override { fs::set_user_root(nullptr); }
+
+    CTerrain* GetTerrain() { return m_Host.GetEngine().GetCWorld().GetCTerrain(); }
+
+    void SetAll(float fHeight)
+    {
+        CTerrain* pTerrain = GetTerrain();
+        const std::vector<float> heights(
+            size_t{pTerrain->GetVerticesX()} * pTerrain->GetVerticesZ(), fHeight);
+        pTerrain->SetHeights(heights.data(), heights.size(), {{}, pTerrain->GetSize()});
+    }
+
+    // A step of the history, as a stroke makes it.
+    void Change(float fHeight)
+    {
+        SetAll(fHeight);
+        m_Host.AddUndo(new CStep);
+    }
+
+    float GetHeight() { return GetTerrain()->GetHeightAt(80.0F, 80.0F); }
+
+    CTempFolder m_Folder;
+    CHeadlessFace m_Face;
+    CEditorHost m_Host{m_Face};
+    CLevelDocument m_Document{m_Host};
+};
