@@ -6,6 +6,7 @@
 #include "editor/app/CNewLevelDialog.h"
 #include "editor/app/CProgressWindow.h"
 #include "editor/app/FileChoice.h"
+#include "editor/app/ReplaceQuestion.h"
 #include "engine/elevation/ElevationFormat.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/IPluginScript.h"
@@ -75,12 +76,21 @@ bool CDocumentActions::Report(bool bDone, const QString& strFault)
 std::string
 CDocumentActions::AskForFile(bool bSave, const QString& strTitle, const QString& strFilter)
 {
-    const QString strFolder =
-        QFileInfo(QString::fromStdString(m_Editor.GetDocument().GetPath())).path();
-    const QString strPath =
-        bSave ? QFileDialog::getSaveFileName(&m_Window, strTitle, strFolder, strFilter)
-              : QFileDialog::getOpenFileName(&m_Window, strTitle, strFolder, strFilter);
-    return strPath.toStdString();
+    const QString strFolder = QString::fromStdString(GetSaveFolder());
+    if (!bSave)
+    {
+        return QFileDialog::getOpenFileName(&m_Window, strTitle, strFolder, strFilter)
+            .toStdString();
+    }
+    // "Levels (*.level)": with one pattern there is only one suffix that a file can have.
+    const bool bOne = strFilter.count('*') == 1;
+    const QString strSuffix = bOne ? strFilter.section("*.", 1).section(')', 0, 0) : QString();
+    return ChooseSaveFile(&m_Window, {strTitle, strFilter, strSuffix, strFolder});
+}
+
+std::string CDocumentActions::GetSaveFolder() const
+{
+    return ::GetSaveFolder(m_Editor.GetDocument().GetFolder());
 }
 
 void CDocumentActions::New()
@@ -148,12 +158,26 @@ bool CDocumentActions::Save()
         return SaveAs();
     }
     m_Editor.GetHost().EndDrag();
-    if (!Report(document.Save(), "The level cannot be saved. The files are as they were."))
+    switch (AskToReplace(&m_Window, document.FindReplaced()))
     {
+    case EReplaceAnswer::Replace:
+        return FinishSave(document.Save());
+    case EReplaceAnswer::Elsewhere:
+        return SaveAs();
+    default:
         return false;
     }
-    m_Editor.GetAutosave().Remove();
-    return true;
+}
+
+bool CDocumentActions::FinishSave(bool bDone)
+{
+    const std::string& strOutcome = m_Editor.GetDocument().GetSaveOutcome();
+    if (Report(bDone, "The level cannot be saved. " + QString::fromStdString(strOutcome)))
+    {
+        m_Editor.GetAutosave().Remove();
+        m_Editor.GetRecentFiles().Add(m_Editor.GetDocument().GetPath());
+    }
+    return bDone;
 }
 
 bool CDocumentActions::SaveAs()
@@ -163,19 +187,17 @@ bool CDocumentActions::SaveAs()
     {
         return false;
     }
-    const std::string strPath = AskForFile(true, "Save level as", "Levels (*.level)");
-    if (strPath.empty())
-    {
-        return false;
-    }
     m_Editor.GetHost().EndDrag();
-    if (!Report(document.SaveAs(strPath.c_str()), "The level cannot be saved."))
+    EReplaceAnswer eAnswer = EReplaceAnswer::Elsewhere;
+    std::string strPath;
+    while (eAnswer == EReplaceAnswer::Elsewhere)
     {
-        return false;
+        strPath = AskForFile(true, "Save level as", "Levels (*.level)");
+        eAnswer = strPath.empty()
+                      ? EReplaceAnswer::Cancel
+                      : AskToReplace(&m_Window, document.FindReplaced(strPath.c_str(), true));
     }
-    m_Editor.GetAutosave().Remove();
-    m_Editor.GetRecentFiles().Add(document.GetPath());
-    return true;
+    return eAnswer == EReplaceAnswer::Replace && FinishSave(document.SaveAs(strPath.c_str()));
 }
 
 void CDocumentActions::Import()
@@ -238,13 +260,12 @@ void CDocumentActions::Export()
 void CDocumentActions::ExportStl()
 {
     CTerrain* pTerrain = m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain();
-    std::string strPath =
+    const std::string strPath =
         pTerrain != nullptr ? AskForFile(true, "Export to STL", "STL files (*.stl)") : "";
     if (pTerrain == nullptr || strPath.empty())
     {
         return;
     }
-    strPath += QFileInfo(QString::fromStdString(strPath)).suffix().isEmpty() ? ".stl" : "";
     Report(pTerrain->ExportToSTL(strPath.c_str(), nullptr), "The STL file was not written.");
 }
 

@@ -36,6 +36,9 @@ public:
     void ChooseBitmap();
     void ToggleRecording();
 
+    // Where dialogs start that name a file to write.
+    std::string GetSaveFolder() const;
+
     // Asks about changes that are not saved. False: the person wants to go on with the level.
     bool MayLeave();
 
@@ -46,6 +49,7 @@ public:
     bool OfferRecovery();
 
 private:
+    bool FinishSave(bool bDone);           // as Report, for both kinds of saving
     int AskToSave(const QString& strName); // QMessageBox::StandardButton
     bool ImportFile(const std::string& strPath);
     // Shows the fault with the last message, unless the person has cancelled the work.

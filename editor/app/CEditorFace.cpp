@@ -69,8 +69,13 @@ std::string CEditorFace::BrowseForFile(int iKind,
                                        const char* pszInitialFolder,
                                        const char* pszFilter)
 {
-    return ChooseFile(
-        m_pWindow, iKind, pszDefaultExtension, pszInitialName, pszInitialFolder, pszFilter);
+    return ChooseFile(m_pWindow,
+                      iKind,
+                      pszDefaultExtension,
+                      pszInitialName,
+                      pszInitialFolder,
+                      pszFilter,
+                      m_pWindow != nullptr ? m_pWindow->GetSaveFolder() : "");
 }
 
 ViewId CEditorFace::GetActiveView()

@@ -47,6 +47,8 @@ public:
     bool OfferRecovery() { return m_Documents.OfferRecovery(); }
 
     // For the face.
+    std::string GetSaveFolder() const { return m_Documents.GetSaveFolder(); }
+
     CEditorHost& GetHost();
 
     CViewArea& GetViews() { return *m_pViews; }

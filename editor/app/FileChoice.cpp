@@ -2,14 +2,20 @@
 
 #include "host/FileSystem.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMessageBox>
+#include <QStandardPaths>
 #include <QStringList>
+
+#include <cstring>
 
 namespace
 {
 
 constexpr int KIND_OPEN = 1;
+constexpr char DATA_FOLDER[] = "data";
 
 // Where the dialog starts: the file when it is known, else the folder.
 QString GetStart(const char* pszInitialName, const char* pszInitialFolder)
@@ -22,8 +28,40 @@ QString GetStart(const char* pszInitialName, const char* pszInitialFolder)
             return strFile;
         }
     }
-    const char* pszFolder = pszInitialFolder != nullptr ? pszInitialFolder : "";
-    return QString::fromStdString(fs::root_path(pszFolder));
+    return QString::fromStdString(fs::root_path(pszInitialFolder));
+}
+
+void SetStart(QFileDialog& dialog, const QString& strStart)
+{
+    const QFileInfo start(strStart);
+    dialog.setDirectory(start.isDir() ? start.filePath() : start.dir().path());
+    if (!start.isDir())
+    {
+        dialog.selectFile(start.fileName());
+    }
+}
+
+// Empty when the dialog was cancelled.
+std::string Run(QFileDialog& dialog)
+{
+    const bool bChosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+    return bChosen ? dialog.selectedFiles().front().toStdString() : "";
+}
+
+// The dialog has asked about the very name; what is written is the file that the name means, which
+// may be spelled otherwise.
+bool MayReplace(QWidget* pParent, const std::string& strPath)
+{
+    const std::string strTarget = fs::root_path(strPath.c_str());
+    if (strTarget == strPath || !fs::exists(strTarget.c_str()))
+    {
+        return true;
+    }
+    return QMessageBox::question(
+               pParent,
+               "Save",
+               QString::fromStdString(strTarget + "\nis there already. Replace it?")) ==
+           QMessageBox::Yes;
 }
 
 } // namespace
@@ -41,14 +79,46 @@ QString MakeDialogFilter(const char* pszFilter)
     return QString("%1 (%2);;All files (*)").arg(strName, strPatterns);
 }
 
-std::string MakeRootRelative(const std::string& strPath)
+std::string MakeRootRelative(const std::string& strPath, bool bWrite)
 {
     for (const std::string& strRoot : {fs::get_user_root(), fs::get_data_root()})
     {
         if (!strRoot.empty() && strPath.starts_with(strRoot + "/"))
         {
-            return strPath.substr(strRoot.size() + 1);
+            const std::string strRelative = strPath.substr(strRoot.size() + 1);
+            return fs::root_path(strRelative.c_str()) == strPath ? strRelative : strPath;
         }
+        if (bWrite)
+        {
+            break;
+        }
+    }
+    return strPath;
+}
+
+std::string GetSaveFolder(const std::string& strLevelFolder)
+{
+    const QFileInfo folder(QString::fromStdString(strLevelFolder));
+    if (!strLevelFolder.empty() && folder.isDir() && folder.isWritable())
+    {
+        return strLevelFolder;
+    }
+    const QString strDocuments =
+        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return (QFileInfo(strDocuments).isDir() ? strDocuments : QDir::homePath()).toStdString();
+}
+
+std::string ChooseSaveFile(QWidget* pParent, const SSaveChoice& choice)
+{
+    QFileDialog dialog(pParent, choice.strTitle, QString(), choice.strFilter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(choice.strSuffix);
+    SetStart(dialog, choice.strStart);
+    std::string strPath = Run(dialog);
+    while (!strPath.empty() && !MayReplace(pParent, strPath))
+    {
+        strPath = Run(dialog);
     }
     return strPath;
 }
@@ -58,32 +128,26 @@ std::string ChooseFile(QWidget* pParent,
                        const char* pszDefaultExtension,
                        const char* pszInitialName,
                        const char* pszInitialFolder,
-                       const char* pszFilter)
+                       const char* pszFilter,
+                       const std::string& strSaveFolder)
 {
-    QFileDialog dialog(pParent, QString(), QString(), MakeDialogFilter(pszFilter));
-    const QFileInfo start(GetStart(pszInitialName, pszInitialFolder));
-    dialog.setDirectory(start.isDir() ? start.filePath() : start.dir().path());
-    if (!start.isDir())
+    const bool bSaveFolder =
+        iKind != KIND_OPEN &&
+        (pszInitialFolder == nullptr || std::strcmp(pszInitialFolder, DATA_FOLDER) == 0);
+    const char* pszFolder = pszInitialFolder != nullptr ? pszInitialFolder : "";
+    const QString strStart =
+        GetStart(pszInitialName, bSaveFolder ? strSaveFolder.c_str() : pszFolder);
+    const QString strSuffix = QString::fromUtf8(pszDefaultExtension);
+    const QString strFilter = MakeDialogFilter(pszFilter);
+    if (iKind != KIND_OPEN && !strSuffix.isEmpty())
     {
-        dialog.selectFile(start.fileName());
+        return MakeRootRelative(
+            ChooseSaveFile(pParent, {QString(), strFilter, strSuffix, strStart}), true);
     }
-    const bool bExtension = pszDefaultExtension != nullptr && *pszDefaultExtension != '\0';
-    if (iKind == KIND_OPEN)
-    {
-        dialog.setFileMode(QFileDialog::ExistingFile);
-    }
-    else
-    {
-        dialog.setAcceptMode(bExtension ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-        dialog.setFileMode(QFileDialog::AnyFile);
-    }
-    if (bExtension)
-    {
-        dialog.setDefaultSuffix(QString::fromUtf8(pszDefaultExtension));
-    }
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-    {
-        return {};
-    }
-    return MakeRootRelative(dialog.selectedFiles().front().toStdString());
+    QFileDialog dialog(pParent, QString(), QString(), strFilter);
+    dialog.setFileMode(iKind == KIND_OPEN ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(strSuffix);
+    SetStart(dialog, strStart);
+    const std::string strPath = Run(dialog);
+    return MakeRootRelative(strPath, !fs::exists(strPath.c_str())); // a new one will be written
 }

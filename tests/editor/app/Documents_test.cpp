@@ -43,6 +43,59 @@ protected:
                             });
     }
 
+    // The same; the question that follows is answered with that button. Returns its text.
+    std::string ChooseFileAnd(const std::function<void()>& work,
+                              const std::string& strPath,
+                              const char* pszButton)
+    {
+        std::string strText;
+        QTimer timer;
+        timer.callOnTimeout(
+            [&]
+            {
+                auto* pBox = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget());
+                if (pBox != nullptr && strText.empty())
+                {
+                    strText = pBox->text().toStdString();
+                    Press(*pBox, pszButton);
+                }
+            });
+        timer.start(20);
+        ChooseFile(work, strPath);
+        return strText;
+    }
+
+    static void Press(QMessageBox& box, const char* pszButton)
+    {
+        for (QAbstractButton* pButton : box.buttons())
+        {
+            if (pButton->text().remove('&') == pszButton)
+            {
+                pButton->click();
+                return;
+            }
+        }
+        ADD_FAILURE() << "no such button: " << pszButton;
+        box.reject();
+    }
+
+    // What the dialog of a plug-in that saves returns. strStart: the folder it starts in.
+    std::string Browse(const std::string& strPath, std::string& strStart)
+    {
+        std::string strResult;
+        Answer<QFileDialog>(
+            [&] { strResult = GetHost().BrowseForFile(0, "stl", nullptr, "data", nullptr); },
+            [&](QFileDialog& dialog)
+            {
+                strStart = dialog.directory().absolutePath().toStdString();
+                dialog.findChild<QLineEdit*>("fileNameEdit")
+                    ->setText(QString::fromStdString(strPath));
+                dialog.findChild<QLineEdit*>("fileNameEdit")->setFocus();
+                Key("Return");
+            });
+        return strResult;
+    }
+
     // Asks the window to close; answers with that button. True when it closed.
     bool CloseAnd(QMessageBox::StandardButton eButton)
     {
@@ -205,6 +258,93 @@ TEST_F(CDocuments, FilesOpenFromTheDialogTheRecentListAndADrop)
                         });
     EXPECT_EQ(GetTerrain()->GetVerticesX(), 33U);
     EXPECT_EQ(m_Editor->GetRecentFiles().GetPaths(), std::vector<std::string>{strLevel});
+}
+
+TEST_F(CDocuments, ASaveAsksBeforeItReplacesWhatNobodyAgreedTo)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strLevel = SaveLevel();
+    const std::string strOther = m_Folder.Path("levels/other");
+    WriteBytes(strOther + ".height", "mine");
+    const auto saveAs = [this]
+    {
+        Key("ctrl+shift+s");
+    };
+    EXPECT_EQ(ChooseFileAnd(saveAs, strOther, "Cancel"),
+              "Saving would replace\n\n" + strOther +
+                  ".height\nanother file, which is there already");
+    EXPECT_EQ(ReadBytes(strOther + ".height"), "mine");
+    EXPECT_FALSE(std::filesystem::exists(strOther + ".level"));
+    EXPECT_NE(ChooseFileAnd(saveAs, strOther, "Overwrite"), "");
+    EXPECT_NE(ReadBytes(strOther + ".height"), "mine");
+    EXPECT_EQ(m_Editor->GetDocument().GetPath(), strOther + ".level");
+
+    const std::string strForeign = ReadBytes(strOther + ".level") + "// another hand\n";
+    WriteBytes(strOther + ".level", strForeign);
+    for (const char* pszButton : {"Cancel", "Save as...", "Overwrite"})
+    {
+        SCOPED_TRACE(pszButton);
+        EXPECT_EQ(ReadBytes(strOther + ".level"), strForeign);
+        QTimer::singleShot(0, [this] { Key("ctrl+s"); });
+        QTimer timer; // the file dialog that "Save as..." leads to
+        timer.callOnTimeout(
+            []
+            {
+                auto* pDialog = dynamic_cast<QFileDialog*>(QApplication::activeModalWidget());
+                if (pDialog != nullptr)
+                {
+                    pDialog->reject();
+                }
+            });
+        timer.start(20);
+        Answer<QMessageBox>(
+            [] {},
+            [&](QMessageBox& box)
+            {
+                EXPECT_TRUE(box.text().contains("other.level\nchanged by another program"))
+                    << box.text().toStdString();
+                SavePicture("changed-on-disk");
+                Press(box, pszButton);
+            });
+    }
+    EXPECT_NE(ReadBytes(strOther + ".level"), strForeign);
+
+    std::filesystem::permissions(strOther + ".level", std::filesystem::perms::owner_read);
+    Answer<QMessageBox>([this] { Key("ctrl+s"); },
+                        [](QMessageBox& box)
+                        {
+                            EXPECT_EQ(box.text(),
+                                      "The level cannot be saved. Nothing was written.");
+                            EXPECT_TRUE(box.informativeText().endsWith("other.level: is read-only"))
+                                << box.informativeText().toStdString();
+                            box.accept();
+                        });
+}
+
+TEST_F(CDocuments, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereTheyWereTold)
+{
+    const QByteArray home = qgetenv("HOME");
+    qputenv("HOME", QByteArray::fromStdString(m_Folder.GetFolder()));
+    ASSERT_NO_FATAL_FAILURE(Start());
+    std::string strStart;
+    const std::string strRoot = m_Folder.Path("root");
+    EXPECT_EQ(Browse(strRoot + "/a.stl", strStart), "a.stl") << "below the user root";
+    EXPECT_EQ(strStart, m_Folder.GetFolder()) << "nothing is saved: the user's home";
+    const std::string strData = TELLUR_SOURCE_DIR "/data/none.stl";
+    EXPECT_EQ(Browse(strData, strStart), strData) << "a relative path would be the user root's";
+    SaveLevel();
+    EXPECT_EQ(Browse(m_Folder.Path("b"), strStart), m_Folder.Path("b.stl"));
+    EXPECT_EQ(strStart, m_Folder.Path("levels"));
+
+    WriteBytes(strRoot + "/Hill.stl", "mine");
+    std::string strResult;
+    const auto browse = [&]
+    {
+        strResult = GetHost().BrowseForFile(0, "stl", nullptr, "data", nullptr);
+    };
+    EXPECT_EQ(ChooseFileAnd(browse, strRoot + "/hill.stl", "Yes"),
+              strRoot + "/Hill.stl\nis there already. Replace it?");
+    qputenv("HOME", home);
 }
 
 TEST_F(CDocuments, RecordingByTheMenuGivesAScriptThatEndsInTheSameFile)

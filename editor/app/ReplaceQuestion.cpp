@@ -1,0 +1,30 @@
+#include "editor/app/ReplaceQuestion.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+EReplaceAnswer AskToReplace(QWidget* pParent, const std::vector<SReplacedFile>& files)
+{
+    if (files.empty())
+    {
+        return EReplaceAnswer::Replace;
+    }
+    QString strText = "Saving would replace";
+    for (const SReplacedFile& file : files)
+    {
+        strText += "\n\n" + QString::fromStdString(file.strPath) +
+                   (file.bOwn ? "\nchanged by another program since it was opened or saved here"
+                              : "\nanother file, which is there already");
+    }
+    QMessageBox box(QMessageBox::Warning, "Save level", strText, QMessageBox::NoButton, pParent);
+    box.setTextFormat(Qt::PlainText);
+    const QAbstractButton* pReplace = box.addButton("Overwrite", QMessageBox::DestructiveRole);
+    const QAbstractButton* pElsewhere = box.addButton("Save as...", QMessageBox::ActionRole);
+    box.setDefaultButton(box.addButton(QMessageBox::Cancel));
+    box.exec();
+    if (box.clickedButton() == pReplace)
+    {
+        return EReplaceAnswer::Replace;
+    }
+    return box.clickedButton() == pElsewhere ? EReplaceAnswer::Elsewhere : EReplaceAnswer::Cancel;
+}
