@@ -3,6 +3,7 @@
 // "ratio" is tool / yardstick.
 
 #include "benchmarks/BenchHost.h"
+#include "benchmarks/Effort.h"
 #include "engine/paint/CPaintLayer.h"
 #include "host/Image.h"
 #include "painting/CTellur2DDrawUndoManager.h"
@@ -134,13 +135,11 @@ void PaintUndoEntry(benchmark::State& state)
     Report(state, ratio);
 }
 
-BENCHMARK(PaintPoint)->Iterations(200)->Unit(benchmark::kMillisecond);
+BENCHMARK(PaintPoint)->Iterations(GetRounds(200))->Unit(benchmark::kMillisecond);
 BENCHMARK(PaintUndoEntry)
     ->ArgName("points")
-    ->Arg(0)
-    ->Arg(5)
-    ->Arg(60)
-    ->Iterations(30)
+    ->ArgsProduct({GetSizes({0, 5, 60})})
+    ->Iterations(GetRounds(30))
     ->Unit(benchmark::kMillisecond);
 
 } // namespace

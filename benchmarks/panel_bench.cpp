@@ -3,6 +3,7 @@
 // tool / yardstick.
 
 #include "benchmarks/BenchHost.h"
+#include "benchmarks/Effort.h"
 #include "framework/core/CRuntimeClass.h"
 #include "framework/widgets/CFormView.h"
 #include "framework/widgets/qt/WidgetAccess.h"
@@ -113,8 +114,8 @@ void PanelPickedHeight(benchmark::State& state)
     Report(state, ratio);
 }
 
-BENCHMARK(PanelBrushSize)->Iterations(300)->Unit(benchmark::kMillisecond);
-BENCHMARK(PanelPickedHeight)->Iterations(300)->Unit(benchmark::kMillisecond);
+BENCHMARK(PanelBrushSize)->Iterations(GetRounds(300))->Unit(benchmark::kMillisecond);
+BENCHMARK(PanelPickedHeight)->Iterations(GetRounds(300))->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -2,6 +2,7 @@
 // Each figure stands beside a yardstick taken in the same run; "ratio" is tool / yardstick.
 
 #include "benchmarks/BenchHost.h"
+#include "benchmarks/Effort.h"
 #include "engine/terrain/HeightFile.h"
 #include "host/Image.h"
 
@@ -22,18 +23,19 @@
 namespace
 {
 
+// The plug-in is one object a process, so there is one host. The main function ends it: statics of
+// the libraries, which are made later, would be gone before this one.
+std::unique_ptr<CBenchHost> g_Host;
+
+// Made anew for another size.
 CBenchHost& GetBenchHost(uint32_t uVertices)
 {
-    // The plug-in is one object a process, so there is one host, made anew for another size.
-    static std::unique_ptr<CBenchHost> s_Host;
-    static uint32_t s_Vertices = 0;
-    if (s_Vertices != uVertices)
+    if (g_Host == nullptr || g_Host->GetTerrain().GetCellsPerSide() + 1 != uVertices)
     {
-        s_Host.reset();
-        s_Host = std::make_unique<CBenchHost>(uVertices);
-        s_Vertices = uVertices;
+        g_Host.reset();
+        g_Host = std::make_unique<CBenchHost>(uVertices);
     }
-    return *s_Host;
+    return *g_Host;
 }
 
 void Report(benchmark::State& state, const CRatio& ratio)
@@ -351,49 +353,52 @@ void PickGround(benchmark::State& state)
 } // namespace
 
 BENCHMARK_CAPTURE(OperationPoint, RelativeHeight, "RelativeHeightFunction")
-    ->ArgsProduct({{64, 128, 256, 512, 1024}, {1025, 4097}})
+    ->ArgsProduct({GetSizes({64, 128, 256, 512, 1024}), GetSizes({1025, 4097})})
     ->ArgNames({"footprint", "terrain"})
-    ->Iterations(40)
+    ->Iterations(GetRounds(40))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(OperationPoint, SetHeight, "SetHeightFunction")
-    ->ArgsProduct({{64, 128, 256, 512, 1024}, {1025, 4097}})
+    ->ArgsProduct({GetSizes({64, 128, 256, 512, 1024}), GetSizes({1025, 4097})})
     ->ArgNames({"footprint", "terrain"})
-    ->Iterations(40)
+    ->Iterations(GetRounds(40))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK(BlurPoint)
-    ->Arg(2)
-    ->Arg(16)
-    ->Arg(128)
+    ->ArgsProduct({GetSizes({2, 16, 128})})
     ->ArgName("steps")
-    ->Iterations(20)
+    ->Iterations(GetRounds(20))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(PressAndRelease, Press4097, true)
-    ->Iterations(20)
+    ->Iterations(GetRounds(20))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(PressAndRelease, Release4097, false)
-    ->Iterations(20)
+    ->Iterations(GetRounds(20))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(UndoRedo)->Iterations(20)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(UndoRedo)->Iterations(GetRounds(20))->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(HeightFile, Write4097, true)
-    ->Iterations(8)
+    ->Iterations(GetRounds(8))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(HeightFile, Read4097, false)
-    ->Iterations(8)
+    ->Iterations(GetRounds(8))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(ExportStl)->Iterations(8)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(ExportStl)->Iterations(GetRounds(8))->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(PickGround)
-    ->Arg(1025)
-    ->Arg(4097)
+    ->ArgsProduct({GetSizes({1025, 4097})})
     ->ArgName("terrain")
-    ->Iterations(20)
+    ->Iterations(GetRounds(20))
     ->UseManualTime()
     ->Unit(benchmark::kMicrosecond);
 
-BENCHMARK_MAIN();
+int main(int nArguments, char** ppszArguments)
+{
+    benchmark::Initialize(&nArguments, ppszArguments);
+    benchmark::RunSpecifiedBenchmarks();
+    g_Host.reset();
+    return 0;
+}

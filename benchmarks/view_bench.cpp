@@ -3,6 +3,7 @@
 // a display for its OpenGL context.
 
 #include "benchmarks/BenchHost.h"
+#include "benchmarks/Effort.h"
 #include "editor/view/CTerrainCopies.h"
 #include "editor/view/CTerrainRenderer.h"
 #include "editor/view/SViewProjection.h"
@@ -136,8 +137,14 @@ void BrushStep(benchmark::State& state)
     state.counters["upload_kb"] = fUploaded / 1024.0 / static_cast<double>(state.iterations());
 }
 
-BENCHMARK(FirstFrame)->Arg(1025)->Arg(4097)->Iterations(5)->Unit(benchmark::kMillisecond);
-BENCHMARK(BrushStep)->Arg(1025)->Arg(4097)->Iterations(100)->Unit(benchmark::kMillisecond);
+BENCHMARK(FirstFrame)
+    ->ArgsProduct({GetSizes({1025, 4097})})
+    ->Iterations(GetRounds(5))
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BrushStep)
+    ->ArgsProduct({GetSizes({1025, 4097})})
+    ->Iterations(GetRounds(100))
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 

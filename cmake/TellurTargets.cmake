@@ -8,6 +8,9 @@ option(TELLUR_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
 option(TELLUR_COVERAGE "Coverage counters" OFF)
 option(TELLUR_FUZZERS "Build the fuzzers, with clang" OFF)
 
+# Two presets may share a folder; cmake/build asks here which one it was configured with last.
+file(WRITE ${CMAKE_BINARY_DIR}/preset.txt "${TELLUR_PRESET}\n")
+
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)

@@ -10,14 +10,40 @@ namespace
 
 namespace files = std::filesystem;
 
-// The script in a folder of its own, where building does nothing and programs say how they were
-// called.
-class RunScript : public testing::Test
+// Scripts in a folder of their own, where programs only say how they were called.
+class Scripts : public testing::Test
+{
+protected:
+    void AddProgram(const char* pszName, const std::string& strText)
+    {
+        WriteBytes(m_Folder.Path(pszName), "#!/bin/sh\n" + strText + "\n");
+        files::permissions(m_Folder.Path(pszName), files::perms::owner_all);
+    }
+
+    void AddScript(const char* pszName)
+    {
+        AddProgram(pszName, ""); // makes its folder
+        files::copy_file(std::string(TELLUR_SOURCE_DIR "/") + pszName,
+                         m_Folder.Path(pszName),
+                         files::copy_options::overwrite_existing);
+    }
+
+    SRun Run(const std::string& strCommand)
+    {
+        return RunCommand("env -u DISPLAY -u WAYLAND_DISPLAY PATH=\"$PWD/path:$PATH\" " +
+                              strCommand,
+                          m_Folder.GetFolder());
+    }
+
+    CTempFolder m_Folder;
+};
+
+class RunScript : public Scripts
 {
 protected:
     RunScript()
     {
-        files::copy_file(TELLUR_SOURCE_DIR "/run", m_Folder.Path("run"));
+        AddScript("run");
         AddProgram("cmake/install-packages", "[ $1 = run ]");
         AddProgram("cmake/build", "[ $1 = release ]");
         AddProgram("cmake/fetch-sample", "echo grid >$1");
@@ -27,20 +53,7 @@ protected:
         files::create_directory(m_Folder.Path("out"));
     }
 
-    void AddProgram(const char* pszName, const std::string& strText)
-    {
-        WriteBytes(m_Folder.Path(pszName), "#!/bin/sh\n" + strText + "\n");
-        files::permissions(m_Folder.Path(pszName), files::perms::owner_all);
-    }
-
-    SRun Run(const char* pszEnvironment)
-    {
-        return RunCommand(std::string("env -u DISPLAY -u WAYLAND_DISPLAY ") + pszEnvironment +
-                              " ./run",
-                          m_Folder.GetFolder());
-    }
-
-    CTempFolder m_Folder;
+    SRun Run(const std::string& strEnvironment) { return Scripts::Run(strEnvironment + " ./run"); }
 };
 
 TEST_F(RunScript, OpensTheEditorWhereADisplayIsAndPlaysTheSampleElsewhere)
@@ -72,6 +85,42 @@ TEST_F(RunScript, MakesTheLevelOnceAndStopsWhereAStepFails)
     const SRun run = Run("DISPLAY=:7");
     EXPECT_EQ(run.nExitCode, 3);
     EXPECT_EQ(run.strOutput.find("editor"), std::string::npos) << run.strOutput;
+}
+
+TEST_F(Scripts, BuildConfiguresWheneverTheFolderIsNotThePresets)
+{
+    AddScript("cmake/build");
+    WriteBytes(m_Folder.Path("CMakePresets.json"), "{}");
+    AddProgram("path/cmake",
+               "[ $1 = --preset ] || exit 0\n"
+               "folder=build/${2%bench}\n"
+               "[ $2 = bench ] && folder=build/release\n"
+               "mkdir -p $folder && echo $2 >$folder/preset.txt && echo $2 >>log");
+    const SRun run = Run("sh -c 'for p in release bench bench release dev dev; do "
+                         "cmake/build $p || exit; done; touch -d tomorrow CMakePresets.json; "
+                         "cmake/build dev; cat log'");
+    EXPECT_EQ(run.nExitCode, 0) << run.strOutput;
+    EXPECT_EQ(run.strOutput, "release\nbench\nrelease\ndev\ndev\n");
+}
+
+TEST_F(Scripts, BenchRunsEveryProgramToItsEndAndFailsWithTheFirstThatFails)
+{
+    AddScript("bench");
+    AddProgram("cmake/install-packages", "[ $1 = bench ]");
+    AddProgram("cmake/build", "[ $1 = bench ]");
+    AddProgram("path/xvfb-run", "shift; echo on a display; \"$@\"");
+    const std::string strSay = "echo ${0##*/} ${TELLUR_BENCH_QUICK:-0} \"$*\"";
+    AddProgram("build/release/bin/a_bench", strSay);
+    AddProgram("build/release/bin/view_bench", strSay);
+    const SRun whole = Run("./bench --x=y");
+    EXPECT_EQ(whole.nExitCode, 0);
+    const std::string strEnd = "a_bench 0 --x=y\non a display\nview_bench 0 --x=y\n";
+    EXPECT_TRUE(whole.strOutput.ends_with(strEnd)) << whole.strOutput;
+    AddProgram("build/release/bin/b_bench", "kill -SEGV $$");
+    const SRun quick = Run("./bench --quick");
+    EXPECT_NE(quick.nExitCode, 0);
+    EXPECT_NE(quick.strOutput.find("a_bench 1 --bench"), std::string::npos) << quick.strOutput;
+    EXPECT_EQ(quick.strOutput.find("view_bench"), std::string::npos) << quick.strOutput;
 }
 
 } // namespace
