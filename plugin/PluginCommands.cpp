@@ -8,6 +8,7 @@
 #include "host/IEditorAction.h"
 #include "host/Log.h"
 #include "host/ModeManager.h"
+#include "host/NumberText.h"
 #include "host/Reflection.h"
 #include "painting/CModeEditTerrainType.h"
 #include "panel/CTellurView.h"
@@ -328,9 +329,9 @@ bool IPluginImpl::AddContextMenuItems(CMenu* pMenu,
         return false;
     }
     PickHeight(view, point, m_PickedHeight);
+    const std::string strHeight = FormatNumber(static_cast<double>(m_PickedHeight), 2);
     char szText[128]; // the largest float has 39 digits before the point
-    std::snprintf(
-        szText, sizeof(szText), "Set m_Height to %5.2f", static_cast<double>(m_PickedHeight));
+    std::snprintf(szText, sizeof(szText), "Set m_Height to %5s", strHeight.c_str());
     pMenu->InsertItem(0, GetGlobalCommand(COMMAND_APPLY_PICKED_HEIGHT), szText);
     return true;
 }

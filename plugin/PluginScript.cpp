@@ -8,19 +8,20 @@
 #include "host/FileSystem.h"
 #include "host/Log.h"
 #include "host/ModeManager.h"
+#include "host/NumberText.h"
 #include "host/Terrain.h"
 #include "host/World.h"
 #include "modes/TerraformingState.h"
 #include "modification/CTerrainModification.h"
 #include "painting/CModeEditTerrainType.h"
 #include "panel/ITerrainPanel.h"
+#include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 #include "plugin/IPluginImpl.h"
 #include "resources/PluginResources.h"
 
 #include <algorithm>
 #include <bit>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -196,19 +197,11 @@ bool IPluginImpl::PlayResolution(const CTCPARSE_KEYWORD* pKeyword, std::string& 
 // Brush files round their numbers; a replay needs every bit. The last call of a key counts.
 static void WriteExact(fs::ifile& file, const char* pszKey, float fValue)
 {
-    char szText[64];
-    std::snprintf(szText, sizeof(szText), "%6.5f", static_cast<double>(fValue));
-    if (std::strtof(szText, nullptr) == fValue)
+    float fRounded = 0.0F;
+    ParseNumber(FormatNumber(static_cast<double>(fValue), 5), fRounded);
+    if (fRounded != fValue && std::isfinite(fValue))
     {
-        return; // nothing was rounded
-    }
-    const auto end =
-        std::to_chars(std::begin(szText), std::end(szText), fValue, std::chars_format::fixed);
-    const std::string strText(szText, end.ptr);
-    const bool bPoint = strText.find('.') != std::string::npos;
-    if (end.ec == std::errc() && std::isfinite(fValue))
-    {
-        file.printf("  %s( %s%s )\n", pszKey, strText.c_str(), bPoint ? "" : ".0");
+        file.printf("  %s( %s )\n", pszKey, MakeExactNumber(fValue).c_str());
     }
 }
 

@@ -4,19 +4,22 @@
 #include "framework/core/KeyState.h"
 #include "framework/drawing/CDrawContext.h"
 #include "framework/drawing/SystemColors.h"
+#include "host/NumberText.h"
 #include "host/Reflection.h"
 #include "proplist/CPropListCtrl.h"
 #include "proplist/PropText.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <cstdio>
 
 namespace
 {
 
 constexpr uint32_t BROWSE_BITS =
     RTTI_EDIT_COLOR | RTTI_EDIT_BROWSE | RTTI_EDIT_BROWSE_FILE | RTTI_EDIT_BROWSE_FOLDER;
+
+constexpr int DIGITS = 6; // of a color's parts
 
 uint8_t ToByte(float fValue)
 {
@@ -69,15 +72,15 @@ bool CPropCtrlBrowseColorButton::CreateEditor()
 void CPropCtrlBrowseColorButton::SetValueText(const std::string& strText)
 {
     CPropCtrlBrowseButton::SetValueText(strText);
-    float fRed = 0.0F;
-    float fGreen = 0.0F;
-    float fBlue = 0.0F;
-    if (m_Row.bDifferent ||
-        std::sscanf(GetValueText().c_str(), "%f %f %f", &fRed, &fGreen, &fBlue) != 3)
-    {
-        fRed = fGreen = fBlue = 0.0F;
-    }
-    m_Color = MakeColor(ToByte(fRed), ToByte(fGreen), ToByte(fBlue));
+    std::array<float, 3> parts = {};
+    std::string_view strRest = GetValueText();
+    const bool bRead =
+        std::all_of(parts.begin(),
+                    parts.end(),
+                    [&](float& fPart) { return ParseNumber(TakeWord(strRest), fPart); });
+    m_Color = bRead && !m_Row.bDifferent
+                  ? MakeColor(ToByte(parts[0]), ToByte(parts[1]), ToByte(parts[2]))
+                  : MakeColor(0, 0, 0);
     EnableWindow(m_List.MayEdit(m_Row));
     Invalidate();
 }
@@ -101,20 +104,12 @@ void CPropCtrlBrowseColorButton::Browse(bool /*bShift*/)
     {
         return;
     }
-    char szText[96];
-    std::snprintf(szText,
-                  sizeof(szText),
-                  "%f %f %f",
-                  GetRed(uColor) / 255.0,
-                  GetGreen(uColor) / 255.0,
-                  GetBlue(uColor) / 255.0);
     std::vector<std::string> words = SplitWords(m_Row.strText);
-    std::string strText = szText;
-    for (size_t i = 3; i < words.size(); ++i)
-    {
-        strText += " " + words[i];
-    }
-    Apply(strText);
+    words.resize(std::max(words.size(), size_t{3})); // what follows the color stays
+    words[0] = FormatNumber(GetRed(uColor) / 255.0, DIGITS);
+    words[1] = FormatNumber(GetGreen(uColor) / 255.0, DIGITS);
+    words[2] = FormatNumber(GetBlue(uColor) / 255.0, DIGITS);
+    Apply(JoinWords(words));
     if (!m_bAbandoned)
     {
         SetValueText(m_Row.strText);

@@ -2,11 +2,11 @@
 
 #include "framework/core/Capture.h"
 #include "framework/core/CursorPos.h"
+#include "host/NumberText.h"
 #include "host/Reflection.h"
 #include "proplist/CPropListCtrl.h"
 #include "proplist/PropText.h"
 
-#include <cstdio>
 #include <cstdlib>
 
 namespace
@@ -48,7 +48,10 @@ void CPropCtrlSpinner::SetValueText(const std::string& strText)
     m_ValueText = strText;
     if (!m_Row.bDifferent)
     {
-        m_Value = ClampValue(*m_Row.pField, std::strtod(strText.c_str(), nullptr));
+        double fFirst = 0.0; // of a vector; a text that is no number counts as 0
+        std::string_view strRest = strText;
+        ParseNumber(TakeWord(strRest), fFirst);
+        m_Value = ClampValue(*m_Row.pField, fFirst);
     }
 }
 
@@ -59,9 +62,7 @@ std::string CPropCtrlSpinner::FormatValue() const
     {
         return strHook;
     }
-    char szText[512]; // the largest double has 309 digits before the point
-    std::snprintf(szText, sizeof(szText), "%.*f", GetDigits(*m_Row.pField), m_Value);
-    return szText;
+    return FormatNumber(m_Value, GetDigits(*m_Row.pField));
 }
 
 void CPropCtrlSpinner::Change(int nUnits)

@@ -1,6 +1,7 @@
 // Values: what rows show and how a new value reaches the objects.
 
 #include "host/Log.h"
+#include "host/NumberText.h"
 #include "host/Reflection.h"
 #include "proplist/CPropInPlaceCtrl.h"
 #include "proplist/CPropListCtrl.h"
@@ -8,7 +9,6 @@
 #include "proplist/PropText.h"
 
 #include <cmath>
-#include <cstdlib>
 
 namespace
 {
@@ -199,7 +199,7 @@ bool CPropListCtrl::WriteOne(CRTTIObject& object,
 
 std::string CPropListCtrl::ParseText(const SPropRow& row, const std::string& strTyped) const
 {
-    return m_Hooks.parse ? m_Hooks.parse(*row.pField, strTyped) : strTyped;
+    return m_Hooks.parse ? m_Hooks.parse(*row.pField, strTyped) : PutPoints(*row.pField, strTyped);
 }
 
 std::string CPropListCtrl::FormatText(const SPropRow& row, const std::string& strText) const
@@ -211,7 +211,7 @@ std::string CPropListCtrl::FormatNumber(const SPropRow& row, double fValue) cons
 {
     if (m_Hooks.format)
     {
-        return m_Hooks.format(*row.pField, std::to_string(fValue));
+        return m_Hooks.format(*row.pField, ::FormatNumber(fValue, 6));
     }
     if (IsInteger(*row.pField))
     {
@@ -223,16 +223,14 @@ std::string CPropListCtrl::FormatNumber(const SPropRow& row, double fValue) cons
     }
     // All components of a vector move together.
     std::vector<std::string> words = SplitWords(row.strText);
-    const double fMove = words.empty() ? 0.0 : fValue - std::strtod(words[0].c_str(), nullptr);
+    double fFirst = 0.0;
+    const bool bFirst = !words.empty() && ParseNumber(words[0], fFirst);
     for (std::string& strWord : words)
     {
-        char szText[512];
-        std::snprintf(szText,
-                      sizeof(szText),
-                      "%.*f",
-                      row.pField->GetPrecision(),
-                      std::strtod(strWord.c_str(), nullptr) + fMove);
-        strWord = szText;
+        double fWord = 0.0;
+        ParseNumber(strWord, fWord);
+        strWord =
+            ::FormatNumber(fWord + (bFirst ? fValue - fFirst : 0.0), row.pField->GetPrecision());
     }
     return JoinWords(words);
 }

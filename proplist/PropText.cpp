@@ -1,10 +1,9 @@
 #include "proplist/PropText.h"
 
+#include "host/NumberText.h"
 #include "host/Reflection.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstdio>
 
 namespace
 {
@@ -17,20 +16,18 @@ bool IsKnownType(ERTTIType eType)
            eType == RTTI_FLAGS;
 }
 
-bool ReadNumber(const std::string& strWord, double& fValue)
+bool HoldsFractions(const CRTTIField& field)
 {
-    const char* pFirst = strWord.c_str();
-    const char* pLast = pFirst + strWord.size();
-    pFirst += pFirst != pLast && *pFirst == '+' ? 1 : 0;
-    const std::from_chars_result result = std::from_chars(pFirst, pLast, fValue);
-    return result.ec == std::errc() && result.ptr == pLast;
+    return field.GetType() == RTTI_FLOAT || field.GetType() == RTTI_DOUBLE ||
+           GetComponentCount(field) > 0;
 }
 
-std::string WriteNumber(double fValue)
+// The text with each of its words changed by fn, which may refuse one: then as it was.
+template <class TFn> std::string ChangeWords(const std::string& strText, TFn fn)
 {
-    char szText[64];
-    const std::to_chars_result result = std::to_chars(szText, szText + sizeof(szText), fValue);
-    return {szText, result.ptr};
+    std::vector<std::string> words = SplitWords(strText);
+    const bool bAll = std::all_of(words.begin(), words.end(), fn);
+    return bAll ? JoinWords(words) : strText;
 }
 
 // The bits of one entry of a set of flags; 0 when there is no such entry.
@@ -213,24 +210,39 @@ double ClampValue(const CRTTIField& field, double fValue)
 
 std::string ClampText(const CRTTIField& field, const std::string& strText)
 {
-    const ERTTIType eType = field.GetType();
-    const bool bNumbers = IsInteger(field) || eType == RTTI_FLOAT || eType == RTTI_DOUBLE ||
-                          GetComponentCount(field) > 0;
-    std::vector<std::string> words = bNumbers ? SplitWords(strText) : std::vector<std::string>();
-    bool bChanged = false;
-    for (std::string& strWord : words)
+    if (!IsInteger(field) && !HoldsFractions(field))
     {
-        double fValue = 0.0;
-        if (!ReadNumber(strWord, fValue))
-        {
-            return strText;
-        }
-        const double fInside = ClampValue(field, fValue);
-        if (fInside != fValue)
-        {
-            strWord = WriteNumber(fInside);
-            bChanged = true;
-        }
+        return strText;
     }
-    return bChanged ? JoinWords(words) : strText;
+    return ChangeWords(strText,
+                       [&field](std::string& strWord)
+                       {
+                           double fValue = 0.0;
+                           if (!ParseNumber(strWord, fValue))
+                           {
+                               return false;
+                           }
+                           const double fInside = ClampValue(field, fValue);
+                           if (fInside != fValue)
+                           {
+                               strWord.clear();
+                               AppendNumber(strWord, fInside);
+                           }
+                           return true;
+                       });
+}
+
+std::string PutPoints(const CRTTIField& field, const std::string& strTyped)
+{
+    if (!HoldsFractions(field))
+    {
+        return strTyped;
+    }
+    return ChangeWords(strTyped,
+                       [](std::string& strWord)
+                       {
+                           double fValue = 0.0;
+                           std::replace(strWord.begin(), strWord.end(), ',', '.');
+                           return ParseNumber(strWord, fValue);
+                       });
 }

@@ -1,8 +1,9 @@
 #include "editor/app/CImportDialog.h"
 
+#include "editor/app/CNumberBox.h"
+
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QSpinBox>
 
@@ -52,7 +53,7 @@ CImportDialog::CImportDialog(QWidget* pParent, const QString& strFile, bool bRaw
 QDoubleSpinBox*
 CImportDialog::AddNumber(QFormLayout& form, const char* pszLabel, const char* pszFromFile)
 {
-    auto* pBox = new QDoubleSpinBox(this);
+    auto* pBox = new CNumberBox(this);
     pBox->setDecimals(1);
     pBox->setRange(0.0, LONGEST);
     pBox->setSpecialValueText(pszFromFile);

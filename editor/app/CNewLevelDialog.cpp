@@ -1,8 +1,9 @@
 #include "editor/app/CNewLevelDialog.h"
 
+#include "editor/app/CNumberBox.h"
+
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
 
 namespace
@@ -40,11 +41,10 @@ CNewLevelDialog::CNewLevelDialog(QWidget* pParent)
 
 QDoubleSpinBox* CNewLevelDialog::AddLength(QFormLayout& form, const char* pszLabel, double fValue)
 {
-    auto* pBox = new QDoubleSpinBox(this);
+    auto* pBox = new CNumberBox(this);
     pBox->setDecimals(1);
     pBox->setRange(0.0, LONGEST);
     pBox->setSuffix(" cm");
-    pBox->setGroupSeparatorShown(true);
     pBox->setValue(fValue);
     form.addRow(pszLabel, pBox);
     return pBox;

@@ -1,12 +1,12 @@
 #include "editor/app/CSettingsDialog.h"
 
+#include "editor/app/CNumberBox.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CSettings.h"
 #include "host/Reflection.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
-#include <QDoubleSpinBox>
 #include <QFormLayout>
 #include <QSpinBox>
 
@@ -53,7 +53,7 @@ void CSettingsDialog::AddRegistered(QFormLayout& form, const SSetting& setting)
         break;
     case RTTI_FLOAT:
     {
-        auto* pBox = new QDoubleSpinBox(this);
+        auto* pBox = new CNumberBox(this);
         auto* pValue = static_cast<float*>(setting.pValue);
         pBox->setRange(-MOST_NUMBER, MOST_NUMBER);
         pBox->setDecimals(4);

@@ -9,9 +9,11 @@
 
 #include <QApplication>
 #include <QBuffer>
+#include <QOpenGLContext>
 #include <QPixmap>
 #include <QSurfaceFormat>
 
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -93,6 +95,14 @@ bool HasDisplay()
 {
     return !GetEnvironment("DISPLAY").empty() || !GetEnvironment("WAYLAND_DISPLAY").empty() ||
            !GetEnvironment("QT_QPA_PLATFORM").empty();
+}
+
+// Without it the first frame of a window with views ends the process. Windows of "offscreen" never
+// have it, also where a context can be made beside them.
+bool HasOpenGl()
+{
+    QOpenGLContext context;
+    return QGuiApplication::platformName() != "offscreen" && context.create();
 }
 
 // Lets everything that is waiting be drawn.
@@ -220,10 +230,15 @@ int main(int nArguments, char** ppszArguments)
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication program(nArguments, ppszArguments);
+    std::setlocale(LC_NUMERIC, "C"); // the application object has taken the user's
     // After the application object, which sets it: every move counts, none may be merged.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QApplication::setApplicationName("tellur-editor");
     QApplication::setApplicationDisplayName("Tellur");
+    if (!HasOpenGl())
+    {
+        return Report(EXIT_UNUSABLE, "there is no OpenGL here, and the views need version 3.3");
+    }
     SetRoots(options);
     return Run(program, options);
 }

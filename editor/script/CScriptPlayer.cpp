@@ -4,6 +4,7 @@
 #include "editor/script/CScriptCall.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/IPluginScript.h"
+#include "host/NumberText.h"
 #include "host/Terrain.h"
 #include "host/World.h"
 #include "parser/CTCParseNodes.h"
@@ -346,7 +347,7 @@ bool CScriptPlayer::PlayExpectHeight(const CScriptCall& call, std::string& strWh
     const double fHeight =
         pTerrain->GetHeightData()[size_t{uRow} * pTerrain->GetVerticesX() + uColumn];
     const bool bWithin = std::fabs(fHeight - call.GetFloat(2)) <= call.GetFloat(3);
-    strWhy = bWithin ? "" : Format("the height is %.9g", fHeight);
+    strWhy = bWithin ? "" : "the height is " + FormatNumber(fHeight, 9, std::chars_format::general);
     return bWithin;
 }
 

@@ -1,4 +1,4 @@
-#include "engine/reflection/NumberText.h"
+#include "host/NumberText.h"
 #include "host/ReflectionFields.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include "engine/reflection/NumberText.h"
 #include "engine/reflection/ObjectFinder.h"
 #include "engine/reflection/PointerText.h"
+#include "host/NumberText.h"
 #include "host/ReflectionFields.h"
 
 namespace

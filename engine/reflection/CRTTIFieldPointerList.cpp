@@ -1,5 +1,5 @@
-#include "engine/reflection/NumberText.h"
 #include "engine/reflection/PointerText.h"
+#include "host/NumberText.h"
 #include "host/ReflectionFields.h"
 
 namespace

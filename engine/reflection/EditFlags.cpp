@@ -1,6 +1,6 @@
 #include "engine/reflection/EditFlags.h"
 
-#include "engine/reflection/NumberText.h"
+#include "host/NumberText.h"
 #include "host/Reflection.h"
 
 #include <span>

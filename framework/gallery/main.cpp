@@ -12,6 +12,7 @@
 #include <QStyleFactory>
 #include <QWidget>
 
+#include <clocale>
 #include <cstdio>
 #include <cstring>
 
@@ -85,6 +86,7 @@ int main(int nArguments, char** ppszArguments)
         }
     }
     const QApplication application(nArguments, ppszArguments);
+    std::setlocale(LC_NUMERIC, "C"); // the application object has taken the user's
     QApplication::setStyle(QStyleFactory::create("Fusion"));
     if (bDark)
     {

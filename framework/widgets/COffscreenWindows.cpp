@@ -2,6 +2,7 @@
 
 #include <QApplication>
 
+#include <clocale>
 #include <cstdio>
 
 namespace
@@ -20,7 +21,8 @@ void KeepFaults(QtMsgType eType, const QMessageLogContext& /*context*/, const QS
 
 struct COffscreenWindows::SApplication
 {
-    SApplication() = default;
+    // The application object takes the user's locale, and numbers with it.
+    SApplication() { std::setlocale(LC_NUMERIC, "C"); }
 
     ~SApplication() { qInstallMessageHandler(pHandlerBefore); }
 

@@ -3,6 +3,8 @@
 #include "host/Image.h"
 #include "host/Reflection.h"
 
+#include <locale.h>
+
 #include <algorithm>
 #include <cmath>
 #include <cstdarg>
@@ -24,11 +26,14 @@ void AddCall(FakeCalls* pCalls, const char* pszFormat, ...)
     {
         return;
     }
+    static const locale_t s_Neutral = newlocale(LC_ALL_MASK, "C", nullptr);
+    const locale_t before = uselocale(s_Neutral);
     char szLine[512];
     va_list arguments;
     va_start(arguments, pszFormat);
     std::vsnprintf(szLine, sizeof(szLine), pszFormat, arguments);
     va_end(arguments);
+    uselocale(before);
     pCalls->emplace_back(szLine);
 }
 

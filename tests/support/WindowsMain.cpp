@@ -1,5 +1,7 @@
 // The tests of windows need an application object, for which there can be only one.
 
+#include "tests/support/DecimalPoint.h"
+
 #include <QApplication>
 #include <QStyleFactory>
 
@@ -10,5 +12,5 @@ int main(int nArguments, char** ppszArguments)
     testing::InitGoogleTest(&nArguments, ppszArguments);
     const QApplication application(nArguments, ppszArguments);
     QApplication::setStyle(QStyleFactory::create("Fusion"));
-    return RUN_ALL_TESTS();
+    return HasExpectedPoint() ? RUN_ALL_TESTS() : 1;
 }

@@ -220,7 +220,11 @@ TEST_F(CDocuments, ANewLevelHasTheSizesOfTheDialog)
             const auto boxes = dialog.findChildren<QDoubleSpinBox*>();
             ASSERT_EQ(boxes.size(), 3);
             boxes[0]->setValue(5000.0);
-            boxes[1]->setValue(800.0);
+            EXPECT_EQ(boxes[0]->text(), "5000.0 cm");
+            Click(*boxes[1]);
+            Key("ctrl+a");
+            Do({"type", "800,5"}); // a comma is a point
+            WaitFor([&] { return boxes[1]->value() == 800.5; }, "the number that was typed");
             boxes[2]->setValue(160.0);
             SavePicture("new-level");
             Click(*dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok));
@@ -228,7 +232,7 @@ TEST_F(CDocuments, ANewLevelHasTheSizesOfTheDialog)
     ASSERT_NE(GetTerrain(), nullptr);
     EXPECT_EQ(GetTerrain()->GetVerticesX(), 129U);
     EXPECT_EQ(GetTerrain()->GetSizeVector().x, 5000.0F);
-    EXPECT_EQ(GetTerrain()->GetSizeVector().y, 800.0F);
+    EXPECT_EQ(GetTerrain()->GetSizeVector().y, 800.5F);
     EXPECT_NEAR(GetTerrain()->GetHeightData()[0], 160.0F, 0.01F);
 }
 

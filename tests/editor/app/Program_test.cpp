@@ -32,7 +32,8 @@ protected:
 
     QStringList GetRoot() { return {"--root", TELLUR_SOURCE_DIR}; }
 
-    void Start(QProcess& process, const QStringList& arguments, const QStringList& less = {})
+    // unlike: what differs from the environment here, as "NAME" without and "NAME=VALUE" with it.
+    void Start(QProcess& process, const QStringList& arguments, const QStringList& unlike = {})
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         const auto set = [&](const char* pszName, const char* pszFolder)
@@ -41,9 +42,13 @@ protected:
         };
         set("XDG_CONFIG_HOME", "config");
         set("XDG_STATE_HOME", "state");
-        for (const QString& strName : less)
+        for (const QString& strOther : unlike)
         {
-            environment.remove(strName);
+            environment.remove(strOther);
+            if (strOther.contains('='))
+            {
+                environment.insert(strOther.section('=', 0, 0), strOther.section('=', 1));
+            }
         }
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(QString::fromStdString(m_Folder.GetFolder()));
@@ -52,10 +57,10 @@ protected:
     }
 
     // Runs it to its end. Its exit code; strErrors: what it wrote to the second channel.
-    int Run(const QStringList& arguments, QString& strErrors, const QStringList& less = {})
+    int Run(const QStringList& arguments, QString& strErrors, const QStringList& unlike = {})
     {
         QProcess process;
-        Start(process, arguments, less);
+        Start(process, arguments, unlike);
         EXPECT_TRUE(process.waitForFinished(LIMIT_MS));
         strErrors = QString::fromUtf8(process.readAllStandardError());
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
@@ -146,12 +151,14 @@ TEST_F(CProgram, WhatCannotBeDoneEndsWithOneLineAndItsCode)
         QStringList arguments;
         int iCode;
         const char* pszSays;
-        QStringList less;
+        QStringList unlike;
     };
 
     const SCase cases[] = {
         {{"--nonsense"}, 2, "--nonsense", {}},
         {{}, 2, "there is no display", {"DISPLAY", "QT_QPA_PLATFORM", "WAYLAND_DISPLAY"}},
+        {{}, 2, "there is no OpenGL", {"QT_QPA_PLATFORM=offscreen"}},
+        {{}, 2, "there is no OpenGL", {"QT_XCB_GL_INTEGRATION=none"}},
         {{"--plugin", "nothing.so", "--screenshot", "a.png"}, 2, "nothing.so", {}},
         {{"nothing.level", "--screenshot", "a.png"}, 2, "nothing.level", {}},
         {{"--play", "nothing.tellur"}, 2, "nothing.tellur", {}},
@@ -163,7 +170,7 @@ TEST_F(CProgram, WhatCannotBeDoneEndsWithOneLineAndItsCode)
     {
         QString strErrors;
         const QStringList arguments = check.arguments + GetRoot();
-        EXPECT_EQ(Run(arguments, strErrors, check.less), check.iCode)
+        EXPECT_EQ(Run(arguments, strErrors, check.unlike), check.iCode)
             << arguments.join(' ').toStdString() << "\n"
             << strErrors.toStdString();
         EXPECT_TRUE(strErrors.contains(check.pszSays)) << strErrors.toStdString();

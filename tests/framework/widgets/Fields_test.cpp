@@ -95,6 +95,8 @@ TEST_F(CFields, ExchangeKeepsDigitsAndWhatIsBeingTyped)
         {"2.", 2.0F, "2."},           // a point on the way to 2.5
         {" 2.50 ", 2.5F, " 2.50 "},   // any spelling of the value
         {"+3", 3.0F, "+3"},           //
+        {"12,5", 12.5F, "12,5"},      // a comma is a point
+        {"1,2,5", 12.5F, "12.5"},     //
         {"1000000", 1e6F, "1000000"}, // never an exponent
         {"", 1e6F, "1000000"},        // what is no number leaves the value, and shows it again
         {"12x", 1e6F, "1000000"},     //

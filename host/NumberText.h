@@ -1,12 +1,14 @@
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string>
 #include <string_view>
 #include <type_traits>
 
-// Numbers as text, the same whatever the process's locale says.
+// Numbers as text, with a decimal point whatever the locale of the process says: a window system
+// and a host may set it, and files, fields and messages must read the same everywhere.
 
 constexpr std::string_view TEXT_BLANKS = " \t\r\n";
 
@@ -52,10 +54,29 @@ template <class TNumber> bool ParseNumber(std::string_view strText, TNumber& val
     return true;
 }
 
+// As ParseNumber, for what a person types: a plus in front, and a comma for the point.
+template <class TNumber> bool ParseTypedNumber(std::string_view strText, TNumber& value)
+{
+    std::string strNumber(TrimBlanks(strText));
+    strNumber.erase(0, strNumber.starts_with('+') ? 1 : 0);
+    std::replace(strNumber.begin(), strNumber.end(), ',', '.'); // two of them are no number
+    return ParseNumber(strNumber, value);
+}
+
 // Floating numbers: the shortest text that reads back to the same bits.
 template <class TNumber> void AppendNumber(std::string& strText, TNumber value)
 {
     char szNumber[40];
     const auto [pEnd, fault] = std::to_chars(szNumber, szNumber + sizeof szNumber, value);
     strText.append(szNumber, fault == std::errc() ? pEnd : szNumber);
+}
+
+// As printf's "%.*f", or with another format "%.*g" and so on; at most 100 digits.
+inline std::string
+FormatNumber(double fValue, int iDigits, std::chars_format eFormat = std::chars_format::fixed)
+{
+    char szNumber[512]; // the largest number has 309 digits before the point
+    const auto [pEnd, fault] = std::to_chars(
+        szNumber, szNumber + sizeof szNumber, fValue, eFormat, std::clamp(iDigits, 0, 100));
+    return {szNumber, fault == std::errc() ? pEnd : szNumber};
 }

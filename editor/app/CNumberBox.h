@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QDoubleSpinBox>
+
+// A field for a number with fractions: shown and read with a point in every locale, and a comma
+// that is typed becomes a point.
+class CNumberBox : public QDoubleSpinBox
+{
+public:
+    explicit CNumberBox(QWidget* pParent);
+
+protected:
+    QValidator::State validate(QString& strText, int& iCursor) const override;
+};
