@@ -97,15 +97,19 @@ TEST_F(CPainterFunctionTest, FirstPointOfAStrokeIsAnnounced)
     EXPECT_EQ(calls[0], "DoOperation(10 5 70, 0, 0.7)");
     calls.clear();
 
-    // Left of 0 every move announces a first point.
+    // Left of 0 every move announces a first point, at 0 none does.
     context.host.Hit(-1, 0, 0);
-    context.host.Hit(-2, 0, 0);
-    pPainter->OnMouseMove(&session, &brush, 1, 2, 3, 0, 0);
-    pPainter->OnMouseMove(&session, &brush, 1, 2, 3, 0, 0);
+    context.host.Hit(0, 0, 0);
+    context.host.Hit(50, 0, 0);
+    for (int i = 0; i < 3; ++i)
+    {
+        pPainter->OnMouseMove(&session, &brush, 1, 2, 3, 0, 0);
+    }
     EXPECT_EQ(calls,
               (FakeCalls{"DoOperation(-1 0 0, 0, 0)",
-                         "OnStartPoint(-2 0 0)",
-                         "DoOperation(-2 0 0, 0, 1)"}));
+                         "OnStartPoint(0 0 0)",
+                         "DoOperation(0 0 0, 0, 1)",
+                         "DoOperation(50 0 0, 0, 0.5)"}));
 
     // Without a host there is nothing under the cursor.
     context.pEditorHost = nullptr;

@@ -158,20 +158,6 @@ TEST(FunctionClasses, AreReflectedWithTheirFieldsInOrder)
     }
 }
 
-TEST(FunctionClasses, ModesHaveTheirNamesAndTexts)
-{
-    const std::vector<CEnumInfo::SEntry>& modes = GetTerrainFunctionModes()->GetInfo();
-    ASSERT_EQ(modes.size(), 3U);
-    constexpr const char* NAMES[][2] = {
-        {"mode_default", "default mode"}, {"mode_min", "min mode"}, {"mode_max", "max mode"}};
-    for (int i = 0; i < 3; ++i)
-    {
-        EXPECT_EQ(modes[static_cast<size_t>(i)].iValue, i);
-        EXPECT_EQ(modes[static_cast<size_t>(i)].strName, NAMES[i][0]);
-        EXPECT_EQ(modes[static_cast<size_t>(i)].strDescription, NAMES[i][1]);
-    }
-}
-
 TEST(FunctionClasses, ShowTheirCursorOrSayThatTheyHaveNone)
 {
     CFakeFrontEnd frontEnd;

@@ -35,8 +35,8 @@ TEST(CRampFunction, ShowsItselfAsTwelveLines)
 
     CTerrainModification session;
     EXPECT_FALSE(ramp.Render(&session, &brush, nullptr)) << "no point yet";
+    context.host.Hit(0.0F, 0.0F, 100.0F); // on the border
     context.host.Hit(100.0F, 0.0F, 100.0F);
-    context.host.Hit(200.0F, 0.0F, 100.0F);
     ramp.Start(&session, &brush, 1, 2, 3);
     ramp.OnMouseMove(&session, &brush, 1, 2, 3, 0, 0);
     EXPECT_FALSE(ramp.Render(&session, nullptr, nullptr));
@@ -52,18 +52,18 @@ TEST(CRampFunction, ShowsItselfAsTwelveLines)
         EXPECT_EQ(line.color.r * line.color.g * line.color.b * line.color.a, 1.0F);
     }
     EXPECT_EQ(lines,
-              (std::vector<std::string>{"100 0 110 - 100 0 90",
-                                        "200 0 110 - 200 0 90",
-                                        "200 0 80 - 200 0 90",
+              (std::vector<std::string>{"0 0 110 - 0 0 90",
+                                        "100 0 110 - 100 0 90",
                                         "100 0 80 - 100 0 90",
-                                        "100 0 90 - 200 0 90",
-                                        "100 0 80 - 200 0 80",
-                                        "200 0 120 - 200 0 110",
+                                        "0 0 80 - 0 0 90",
+                                        "0 0 90 - 100 0 90",
+                                        "0 0 80 - 100 0 80",
                                         "100 0 120 - 100 0 110",
-                                        "100 0 110 - 200 0 110",
-                                        "100 0 120 - 200 0 120",
-                                        "125 0 120 - 125 0 80",
-                                        "175 0 120 - 175 0 80"}));
+                                        "0 0 120 - 0 0 110",
+                                        "0 0 110 - 100 0 110",
+                                        "0 0 120 - 100 0 120",
+                                        "25 0 120 - 25 0 80",
+                                        "75 0 120 - 75 0 80"}));
 
     // While hovering: 100 to each side of the cursor along both axes, at its height.
     engine.BeginFrame();

@@ -23,9 +23,9 @@ protected:
         SetCurrentBrush(&m_Brush);
     }
 
-    void Hover(bool bHit = true)
+    void Hover(bool bHit = true, float fX = 100.0F)
     {
-        m_Context.host.picks = {{bHit ? 1 : 0, {100.0F, 7.0F, 200.0F}}};
+        m_Context.host.picks = {{bHit ? 1 : 0, {fX, 7.0F, 200.0F}}};
         m_Mode.OnMouseMove(1, 0, 0, 0, 0);
         TakeCalls();
     }
@@ -61,6 +61,8 @@ TEST_F(CModeTerraformingPreview, ASkyHoverAsksNobodyAndStillDrawsOverNothing)
     EXPECT_EQ(Render(), (Lines{CREATE, DRAW_ZERO}));
     m_Function->bDraws = true;
     EXPECT_EQ(Render(), (Lines{DRAW_ZERO}));
+    Hover(true, 0.0F);
+    EXPECT_EQ(Render(), (Lines{"Render(none, 0 7 200)"})) << "the terrain's border is picked, too";
 }
 
 TEST_F(CModeTerraformingPreview, AFunctionThatDrawsItselfReplacesTheBlob)

@@ -37,29 +37,6 @@ TEST(EditFlags, EveryPartIsRead)
     EXPECT_EQ(field.GetFlags() + field.GetEditFlags(), 0U);
 }
 
-TEST(EditFlags, EditorNamesHaveTheirBits)
-{
-    // clang-format off
-    const std::pair<std::string, uint32_t> names[] = {
-        {"EDIT", 0x1}, {"COMBO", 0x2}, {"SPINNER", 0x4}, {"CHECKBOX", 0x8},
-        {"NOMAINSPINNER", 0x10}, {"COLOR", 0x20}, {"BROWSE", 0x40}, {"FILE", 0x80},
-        {"FOLDER", 0x100}, {"HIDDEN", 0x2000}, {"DROP", 0x4000}, {"DESCRIPTION", 0x8000},
-    };
-    // clang-format on
-    std::string strAll;
-    uint32_t uAll = 0;
-    CRTTIFieldFloat field = MakeField();
-    for (const auto& [strName, uBit] : names)
-    {
-        ASSERT_TRUE(field.Initialize("x", ("e:" + strName + ";").c_str()));
-        EXPECT_EQ(field.GetEditFlags(), uBit) << strName;
-        strAll += (strAll.empty() ? "" : "|") + strName;
-        uAll |= uBit;
-    }
-    ASSERT_TRUE(field.Initialize("x", ("e:" + strAll + ";").c_str()));
-    EXPECT_EQ(field.GetEditFlags(), uAll);
-}
-
 TEST(EditFlags, MalformedOnesLeaveTheFieldAsItWas)
 {
     CRTTIFieldFloat field = MakeField();
