@@ -168,7 +168,7 @@ TEST_F(CDrawDlg, PowerAndHardnessComeByTextArrowsAndSlider)
         {
             return (Mode().*one.pGet)();
         };
-        Type(one.uEdit, "0.259");
+        Type(one.uEdit, "0,259"); // a comma is a point
         EXPECT_EQ(value(), 0.259F);
         EXPECT_EQ(Pos(one.uSlider), 25);
         Type(one.uEdit, "7");

@@ -165,8 +165,8 @@ TEST_F(CBrushControls, ANumberCanBeTypedFromScratch)
     QTest::keyClick(Edit(PANEL_FADE_EDIT), Qt::Key_Backspace);
     EXPECT_EQ(Text(PANEL_FADE_EDIT), "") << "an empty field is not filled under the hand";
     EXPECT_EQ(Brush()->GetFadeFactor(), 1.0F);
-    QTest::keyClicks(Edit(PANEL_FADE_EDIT), ".5");
-    EXPECT_EQ(Text(PANEL_FADE_EDIT), ".5");
+    QTest::keyClicks(Edit(PANEL_FADE_EDIT), ",5"); // a comma is a point
+    EXPECT_EQ(Text(PANEL_FADE_EDIT), ",5");
     EXPECT_EQ(Brush()->GetFadeFactor(), 0.5F);
     Type(PANEL_FADE_EDIT, "x");
     EXPECT_EQ(Text(PANEL_FADE_EDIT), "x");
