@@ -46,6 +46,14 @@ CBlurFunction::CBlurFunction()
 {
 }
 
+CBlurFunction::CBlurFunction(const CBlurFunction& other)
+    : CPainterFunction(other)
+    , m_Mode(other.m_Mode)
+    , m_NeighbourhoodSize(other.m_NeighbourhoodSize)
+    , m_UseOnlyDestBuffer(other.m_UseOnlyDestBuffer)
+{
+}
+
 ITellurFunction* CBlurFunction::Clone() const
 {
     return new CBlurFunction(*this);
@@ -80,11 +88,16 @@ void CBlurFunction::DoOperation(const SOperation& operation)
     {
         return;
     }
+    if (!m_Means.Reserve(verts.GetCount()))
+    {
+        operation.pModification->GiveUp();
+        return;
+    }
     CNeighbourhoodMeans means(pBuffer,
                               operation.pModification->GetBufferSizeX(),
                               operation.pModification->GetBufferSizeZ(),
                               m_NeighbourhoodSize);
-    means.GetMeans(verts, m_Means);
+    means.GetMeans(verts, m_Means.Get());
     const CVerticalBand band(operation.pBrush->GetVerticalDistance(), operation.point.y);
-    MoveTowards(verts, m_Means.data(), operation.fWeight, band, GetEffectiveMode(m_Mode));
+    MoveTowards(verts, m_Means.Get(), operation.fWeight, band, GetEffectiveMode(m_Mode));
 }

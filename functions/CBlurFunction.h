@@ -2,8 +2,7 @@
 
 #include "functions/CPainterFunction.h"
 #include "functions/ETerrainFunctionMode.h"
-
-#include <vector>
+#include "modification/TPlainArray.h"
 
 // Pulls every vertex toward the mean of its grid neighbourhood. The cost of an operation does not
 // depend on the neighbourhood's size: column sums run down the rows of the footprint, row sums
@@ -25,6 +24,10 @@ public:
 
     void DoOperation(const SOperation& operation) override;
 
+protected:
+    // A copy has the same fields and cursor.
+    CBlurFunction(const CBlurFunction& other);
+
 private:
     static CRTTIObject* Create();
     static void RegisterFields(CRTTI& rtti);
@@ -32,5 +35,5 @@ private:
     int32_t m_Mode = mode_default;
     int32_t m_NeighbourhoodSize = 2; // half width of the averaged square, grid steps
     bool m_UseOnlyDestBuffer = true; // read the heights edited so far, not those at the start
-    std::vector<float> m_Means;      // scratch, one a vertex of the set
+    TPlainArray<float> m_Means;      // scratch, one a vertex of the set
 };

@@ -50,9 +50,8 @@ void CNeighbourhoodMeans::MoveToRow(int iZ)
     }
 }
 
-void CNeighbourhoodMeans::GetMeans(const CVertList& verts, std::vector<float>& means)
+void CNeighbourhoodMeans::GetMeans(const CVertList& verts, float* pMeans)
 {
-    means.resize(verts.GetCount());
     int iFirstX = m_SizeX;
     int iLastX = -1;
     for (const SVertRun& run : verts.GetRuns())
@@ -80,7 +79,7 @@ void CNeighbourhoodMeans::GetMeans(const CVertList& verts, std::vector<float>& m
             const int iEnd = std::min(iX + m_HalfWidth, m_SizeX - 1) - m_FirstColumn + 1;
             const double fSum =
                 m_Prefix[static_cast<size_t>(iEnd)] - m_Prefix[static_cast<size_t>(iFirst)];
-            means[run.nFirst + i] = static_cast<float>(
+            pMeans[run.nFirst + i] = static_cast<float>(
                 fSum / (static_cast<double>(iEnd - iFirst) * static_cast<double>(iRows)));
         }
     }

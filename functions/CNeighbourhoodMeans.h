@@ -14,8 +14,8 @@ public:
     // pHeights: borrowed, iSizeX x iSizeZ. iHalfWidth: 0 or more.
     CNeighbourhoodMeans(const float* pHeights, int iSizeX, int iSizeZ, int iHalfWidth);
 
-    // One mean a vertex of the list, in its order. means: resized.
-    void GetMeans(const CVertList& verts, std::vector<float>& means);
+    // One mean a vertex of the list, in its order. pMeans: room for all of them.
+    void GetMeans(const CVertList& verts, float* pMeans);
 
 private:
     void MoveToRow(int iZ);

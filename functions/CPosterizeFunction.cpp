@@ -75,28 +75,34 @@ EMergeRule CPosterizeFunction::GetMergeRule() const
     return m_UseOnlyDestBuffer ? EMergeRule::Candidate : EMergeRule::Strongest;
 }
 
-void CPosterizeFunction::CalculateLevels(float fMaxHeight)
+// False when there is no memory for them.
+bool CPosterizeFunction::CalculateLevels(float fMaxHeight)
 {
-    m_Levels.clear();
+    m_Levels.Clear();
     m_LevelCount = m_NumHeightDivisions;
+    m_bNoLimit = fMaxHeight < 0.0F; // without a terrain: the levels are none for another drag
     if (m_NumHeightDivisions <= 0 || m_NumHeightDivisions > MAX_LEVELS)
     {
-        return;
+        return true;
+    }
+    if (!m_Levels.Resize(static_cast<size_t>(m_NumHeightDivisions)))
+    {
+        return false;
     }
     const float fStep = fMaxHeight / static_cast<float>(m_NumHeightDivisions);
-    m_Levels.resize(static_cast<size_t>(m_NumHeightDivisions));
     float fLevel = 0.0F;
     for (float& fEntry : m_Levels)
     {
         fLevel += fStep;
         fEntry = fLevel;
     }
+    return true;
 }
 
 // The lower one of two that are equally near; -1 when none is near enough.
 float CPosterizeFunction::GetNearestLevel(float fHeight) const
 {
-    const auto above = std::lower_bound(m_Levels.begin(), m_Levels.end(), fHeight);
+    const float* above = std::lower_bound(m_Levels.begin(), m_Levels.end(), fHeight);
     float fBest = FARTHEST_LEVEL;
     float fTarget = -1.0F;
     if (above != m_Levels.begin() && std::fabs(*(above - 1) - fHeight) < fBest)
@@ -123,24 +129,34 @@ void CPosterizeFunction::DoOperation(const SOperation& operation)
         CrashLog("[CPosterizeFunction::DoOperation] no modification interface\n");
         return;
     }
-    if (m_NumHeightDivisions != m_LevelCount || m_Levels.empty())
+    const bool bLimitNow = m_bNoLimit && operation.pModification->GetSrcBuffer() != nullptr;
+    if (m_NumHeightDivisions != m_LevelCount || m_Levels.IsEmpty() || bLimitNow)
     {
-        CalculateLevels(operation.pModification->GetYSize());
+        if (!CalculateLevels(operation.pModification->GetYSize()))
+        {
+            operation.pModification->GiveUp();
+            return;
+        }
     }
-    if (m_Levels.empty())
+    if (m_Levels.IsEmpty())
     {
         CrashLog("[CPosterizeFunction::DoOperation] failed to calculate height divisions array. "
                  "Operation canceled\n");
         return;
     }
     CVertList& verts = operation.pVerts->GetVerts();
-    m_Targets.resize(verts.GetCount());
+    if (!m_Targets.Reserve(verts.GetCount()))
+    {
+        operation.pModification->GiveUp();
+        return;
+    }
+    float* pTargets = m_Targets.Get();
     for (size_t i = 0; i < verts.GetCount(); ++i)
     {
         const float fHeight = verts.GetHeights()[i];
         const float fTarget = GetNearestLevel(fHeight);
-        m_Targets[i] = fTarget > 0.0F ? fTarget : fHeight;
+        pTargets[i] = fTarget > 0.0F ? fTarget : fHeight;
     }
     const CVerticalBand band(operation.pBrush->GetVerticalDistance(), operation.point.y);
-    MoveTowards(verts, m_Targets.data(), operation.fWeight, band, m_Mode);
+    MoveTowards(verts, pTargets, operation.fWeight, band, m_Mode);
 }

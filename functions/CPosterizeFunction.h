@@ -2,8 +2,7 @@
 
 #include "functions/CPainterFunction.h"
 #include "functions/ETerrainFunctionMode.h"
-
-#include <vector>
+#include "modification/TPlainArray.h"
 
 // Pulls every vertex toward the nearest of a fixed set of height levels, which makes terraces. The
 // keys do not override its mode.
@@ -31,13 +30,14 @@ protected:
 private:
     static CRTTIObject* Create();
     static void RegisterFields(CRTTI& rtti);
-    void CalculateLevels(float fMaxHeight);
+    bool CalculateLevels(float fMaxHeight);
     float GetNearestLevel(float fHeight) const;
 
     int32_t m_Mode = mode_default;
     int32_t m_NumHeightDivisions = 1; // levels from one step above 0 to the height limit
     bool m_UseOnlyDestBuffer = true;  // read the heights edited so far, not those at the start
     int32_t m_LevelCount = 0;         // what the levels were made for
-    std::vector<float> m_Levels;      // increasing
-    std::vector<float> m_Targets;     // scratch, one a vertex of the set
+    bool m_bNoLimit = false;          // when they were made
+    TPlainArray<float> m_Levels;      // increasing
+    TPlainArray<float> m_Targets;     // scratch, one a vertex of the set
 };

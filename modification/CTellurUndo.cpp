@@ -4,13 +4,16 @@
 #include "plugin/PluginContext.h"
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cstdint>
+#include <new>
 
 namespace
 {
 
 constexpr int BLOCK_CELLS = 32;
+constexpr size_t MOST_BLOCK_VERTS = size_t{BLOCK_CELLS + 1} * (BLOCK_CELLS + 1);
 
 // Calls fn(block x, block z) for each block that holds the vertex: its own, and the ones before it
 // when it lies on their far border.
@@ -35,11 +38,19 @@ template <class TFn> void ForEachBlock(const SChangedVert& vert, TFn fn)
     }
 }
 
-// Where each block stands in the record's list, by block coordinates relative to the first ones.
+// What is known of a block before the record is made.
+struct SBlockSlot
+{
+    int32_t iPlace = -1; // in the record's list
+    uint32_t uVerts = 0;
+};
+
+// The blocks that a list of vertices may touch, by block coordinates relative to the first ones.
 class CBlockTable
 {
 public:
-    explicit CBlockTable(const std::vector<SChangedVert>& verts)
+    // False when there is no memory.
+    bool Allocate(std::span<const SChangedVert> verts)
     {
         int iLastX = INT_MIN;
         int iLastZ = INT_MIN;
@@ -50,88 +61,108 @@ public:
             iLastX = std::max(iLastX, vert.iX / BLOCK_CELLS);
             iLastZ = std::max(iLastZ, vert.iZ / BLOCK_CELLS);
         }
-        if (!verts.empty())
+        m_Width = verts.empty() ? 0 : iLastX - m_FirstX + 1;
+        const int iHeight = verts.empty() ? 0 : iLastZ - m_FirstZ + 1;
+        const size_t nSlots = static_cast<size_t>(m_Width) * static_cast<size_t>(iHeight);
+        if (!m_Slots.Resize(nSlots) || !m_Order.Reserve(nSlots))
         {
-            m_Width = iLastX - m_FirstX + 1;
-            m_Places.resize(
-                static_cast<size_t>(m_Width) * static_cast<size_t>(iLastZ - m_FirstZ + 1), NONE);
+            return false;
+        }
+        std::fill(m_Slots.begin(), m_Slots.end(), SBlockSlot());
+        return true;
+    }
+
+    SBlockSlot& operator()(int iBlockX, int iBlockZ)
+    {
+        return m_Slots
+            .Get()[static_cast<size_t>(iBlockZ - m_FirstZ) * static_cast<size_t>(m_Width) +
+                   static_cast<size_t>(iBlockX - m_FirstX)];
+    }
+
+    void Count(int iBlockX, int iBlockZ)
+    {
+        SBlockSlot& slot = (*this)(iBlockX, iBlockZ);
+        if (slot.uVerts++ == 0)
+        {
+            slot.iPlace = static_cast<int32_t>(m_Order.GetCount());
+            m_Order.Append({iBlockX, iBlockZ});
         }
     }
 
-    static constexpr int32_t NONE = -1;
-
-    int32_t& operator()(int iBlockX, int iBlockZ)
-    {
-        return m_Places[static_cast<size_t>(iBlockZ - m_FirstZ) * static_cast<size_t>(m_Width) +
-                        static_cast<size_t>(iBlockX - m_FirstX)];
-    }
+    const TPlainArray<std::array<int, 2>>& GetOrder() const { return m_Order; }
 
 private:
     int m_FirstX = INT_MAX;
     int m_FirstZ = INT_MAX;
     int m_Width = 0;
-    std::vector<int32_t> m_Places;
+    TPlainArray<SBlockSlot> m_Slots;
+    TPlainArray<std::array<int, 2>> m_Order; // blocks x, z in order of first use
 };
 
 } // namespace
 
-CTellurUndo::CBlockInfo::CBlockInfo(int iBlockX, int iBlockZ)
-    : m_BlockX(iBlockX)
-    , m_BlockZ(iBlockZ)
+void CTellurUndo::CBlockInfo::Begin(int iBlockX, int iBlockZ, SVertRecord* pVerts)
 {
+    m_BlockX = iBlockX;
+    m_BlockZ = iBlockZ;
+    m_Verts = pVerts;
 }
 
 void CTellurUndo::CBlockInfo::Add(const SChangedVert& vert)
 {
-    m_Verts.push_back(
-        {vert.iX - m_BlockX * BLOCK_CELLS, vert.iZ - m_BlockZ * BLOCK_CELLS, vert.fOld, vert.fNew});
+    m_Verts[m_Count++] = {
+        vert.iX - m_BlockX * BLOCK_CELLS, vert.iZ - m_BlockZ * BLOCK_CELLS, vert.fOld, vert.fNew};
 }
 
-void CTellurUndo::Fill(const std::vector<SChangedVert>& verts)
+bool CTellurUndo::Fill(std::span<const SChangedVert> verts)
 {
     if (m_Terrain != nullptr)
     {
         m_RowWidth = static_cast<int>(m_Terrain->GetCellsPerSide()) + 1;
     }
     // Counted first, so that the record holds no more memory than its vertices need.
-    CBlockTable places(verts);
-    std::vector<size_t> counts;
+    CBlockTable table;
+    if (!table.Allocate(verts))
+    {
+        return false;
+    }
+    size_t nVerts = 0;
     for (const SChangedVert& vert : verts)
     {
         ForEachBlock(vert,
                      [&](int iBlockX, int iBlockZ)
                      {
-                         int32_t& iPlace = places(iBlockX, iBlockZ);
-                         if (iPlace == CBlockTable::NONE)
-                         {
-                             iPlace = static_cast<int32_t>(m_Blocks.size());
-                             m_Blocks.emplace_back(iBlockX, iBlockZ);
-                             counts.push_back(0);
-                         }
-                         ++counts[static_cast<size_t>(iPlace)];
+                         table.Count(iBlockX, iBlockZ);
+                         ++nVerts;
                      });
     }
-    m_Blocks.shrink_to_fit();
-    for (size_t i = 0; i < m_Blocks.size(); ++i)
+    const size_t nBlocks = table.GetOrder().GetCount();
+    m_Blocks.reset(new (std::nothrow) CBlockInfo[nBlocks]);
+    if (m_Blocks == nullptr || !m_Verts.Resize(nVerts))
     {
-        m_Blocks[i].Reserve(counts[i]);
+        return false;
+    }
+    m_BlockCount = nBlocks;
+    CBlockInfo* pBlock = m_Blocks.get();
+    CBlockInfo::SVertRecord* pNext = m_Verts.Get();
+    for (const auto& [iBlockX, iBlockZ] : table.GetOrder())
+    {
+        (pBlock++)->Begin(iBlockX, iBlockZ, pNext);
+        pNext += table(iBlockX, iBlockZ).uVerts;
     }
     for (const SChangedVert& vert : verts)
     {
         ForEachBlock(vert,
                      [&](int iBlockX, int iBlockZ)
-                     { m_Blocks[static_cast<size_t>(places(iBlockX, iBlockZ))].Add(vert); });
+                     { m_Blocks[static_cast<size_t>(table(iBlockX, iBlockZ).iPlace)].Add(vert); });
     }
+    return true;
 }
 
 size_t CTellurUndo::GetByteCount() const
 {
-    size_t nBytes = sizeof(*this) + m_Blocks.capacity() * sizeof(CBlockInfo);
-    for (const CBlockInfo& block : m_Blocks)
-    {
-        nBytes += block.GetVerts().capacity() * sizeof(CBlockInfo::SVertRecord);
-    }
-    return nBytes;
+    return sizeof(*this) + m_BlockCount * sizeof(CBlockInfo) +
+           m_Verts.GetCapacity() * sizeof(CBlockInfo::SVertRecord);
 }
 
 void CTellurUndo::Undo()
@@ -150,22 +181,17 @@ void CTellurUndo::Apply(EDirection eDirection)
     {
         return;
     }
-    std::vector<SBlockEntry> entries;
-    for (const CBlockInfo& block : m_Blocks)
+    std::array<SBlockEntry, MOST_BLOCK_VERTS> entries; // a vertex is in a block once
+    for (const CBlockInfo& block : GetBlocks())
     {
-        entries.clear();
-        entries.reserve(block.GetVerts().size());
+        size_t nEntries = 0;
         for (const CBlockInfo::SVertRecord& vert : block.GetVerts())
         {
-            entries.push_back({static_cast<float>(vert.iLocalX),
-                               eDirection == EDirection::Back ? vert.fOld : vert.fNew,
-                               static_cast<float>(vert.iLocalZ)});
+            entries[nEntries++] = {static_cast<float>(vert.iLocalX),
+                                   eDirection == EDirection::Back ? vert.fOld : vert.fNew,
+                                   static_cast<float>(vert.iLocalZ)};
         }
-        if (!entries.empty())
-        {
-            m_Terrain->SetBlockHeights(
-                block.GetBlockX(), block.GetBlockZ(), entries.data(), entries.size());
-        }
+        m_Terrain->SetBlockHeights(block.GetBlockX(), block.GetBlockZ(), entries.data(), nEntries);
     }
     const PluginContext* pContext = GetPluginContext();
     if (pContext != nullptr && pContext->IsAutoUpdateNormals())

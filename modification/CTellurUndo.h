@@ -1,9 +1,11 @@
 #pragma once
 
 #include "host/CUndo.h"
+#include "modification/TPlainArray.h"
 
 #include <cstddef>
-#include <vector>
+#include <memory>
+#include <span>
 
 class Terrain;
 
@@ -17,9 +19,10 @@ struct SChangedVert
 };
 
 // The undo record of one drag: only the changed vertices, grouped in blocks of 32 x 32 cells. A
-// vertex on a block's border is kept in every block that shares it. Owned by the host once handed
-// over; dead, and harmless, when the terrain's resolution has changed since. pTerrain is borrowed:
-// the host drops its records before it frees the terrain.
+// vertex on a block's border is kept in every block that shares it. All vertices lie in one array,
+// block after block, so that undo and redo need no memory. Owned by the host once handed over;
+// dead, and harmless, when the terrain's resolution has changed since. pTerrain is borrowed: the
+// host drops its records before it frees the terrain.
 class CTellurUndo : public CUndo
 {
 public:
@@ -34,35 +37,37 @@ public:
             float fNew;
         };
 
-        CBlockInfo(int iBlockX, int iBlockZ);
+        CBlockInfo() = default;
         CBlockInfo(const CBlockInfo&) = delete;
-        CBlockInfo(CBlockInfo&&) noexcept = default;
         CBlockInfo& operator=(const CBlockInfo&) = delete;
-        CBlockInfo& operator=(CBlockInfo&&) noexcept = default;
         virtual ~CBlockInfo() = default;
+
+        // pVerts: where the block's vertices begin in the record's array, borrowed.
+        void Begin(int iBlockX, int iBlockZ, SVertRecord* pVerts);
 
         int GetBlockX() const { return m_BlockX; }
 
         int GetBlockZ() const { return m_BlockZ; }
 
-        void Reserve(size_t nVerts) { m_Verts.reserve(nVerts); }
-
         void Add(const SChangedVert& vert); // grid position inside the block
 
-        const std::vector<SVertRecord>& GetVerts() const { return m_Verts; }
+        std::span<const SVertRecord> GetVerts() const { return {m_Verts, m_Count}; }
 
     private:
-        int m_BlockX;
-        int m_BlockZ;
-        std::vector<SVertRecord> m_Verts;
+        SVertRecord* m_Verts = nullptr;
+        size_t m_Count = 0;
+        int m_BlockX = 0;
+        int m_BlockZ = 0;
     };
 
     void SetTerrain(Terrain* pTerrain) { m_Terrain = pTerrain; }
 
-    // verts: in scan order, rows of increasing z. Called once.
-    void Fill(const std::vector<SChangedVert>& verts);
+    // verts: in scan order, rows of increasing z. Called once. False, and the record is of no use,
+    // when there is no memory for it.
+    bool Fill(std::span<const SChangedVert> verts);
 
-    const std::vector<CBlockInfo>& GetBlocks() const { return m_Blocks; } // in order of first use
+    // In order of first use.
+    std::span<const CBlockInfo> GetBlocks() const { return {m_Blocks.get(), m_BlockCount}; }
 
     size_t GetByteCount() const; // memory the record takes
 
@@ -84,5 +89,7 @@ private:
 
     Terrain* m_Terrain = nullptr;
     int m_RowWidth = 0; // vertices of a row when the record was filled
-    std::vector<CBlockInfo> m_Blocks;
+    std::unique_ptr<CBlockInfo[]> m_Blocks;
+    size_t m_BlockCount = 0;
+    TPlainArray<CBlockInfo::SVertRecord> m_Verts; // of all blocks
 };

@@ -37,6 +37,7 @@ bool CTerrainModification::InitializeBuffers()
     m_TouchedMinZ = m_SizeZ;
     m_TouchedMaxX = -1;
     m_TouchedMaxZ = -1;
+    m_GivenUp = false;
     if (m_SizeX < 1 || m_SizeZ < 1)
     {
         return true;
@@ -44,6 +45,12 @@ bool CTerrainModification::InitializeBuffers()
     const size_t nCount = GetVertexCount();
     m_Source = TakeHeightBuffer(nCount);
     m_Dest = TakeHeightBuffer(nCount);
+    if (m_Source.pHeights == nullptr || m_Dest.pHeights == nullptr)
+    {
+        FreeBuffers();
+        FreeHeightBuffers(); // one of the two is no use, and memory is short
+        return false;
+    }
     m_Terrain->GetHeights(m_Source.pHeights.get(), nCount);
     std::memcpy(m_Dest.pHeights.get(), m_Source.pHeights.get(), nCount * sizeof(float));
     return true;

@@ -2,9 +2,9 @@
 
 #include "modification/HeightBuffers.h"
 #include "modification/ITerrainModification.h"
+#include "modification/TPlainArray.h"
 
 #include <cstddef>
-#include <vector>
 
 struct SChangedVert;
 
@@ -61,14 +61,20 @@ public:
 
     const float* GetDstBuffer() const override { return m_Dest.pHeights.get(); }
 
+    void GiveUp() override;
+
+    // Puts the heights of Start back, in the terrain, too. Needs no memory.
+    void RestoreHeights();
+
 private:
     bool InitializeBuffers();
     void FreeBuffers();
     void StoreUndoInformation();
     void FillSet(const SExtents& box, CVertDataSet& set, const float* pBuffer);
-    // traces grows by the places of differences that are no change.
-    void CollectRow(int iZ, std::vector<SChangedVert>& verts, SExtents& traces);
-    void TakeBack(const SExtents& traces);
+    template <typename TVisit> void VisitDifferences(int iZ, TVisit visit);
+    bool CollectChanges(TPlainArray<SChangedVert>& verts); // false when there is no memory
+    void ShowDest(const SExtents& verts);
+    bool IsTerrainAsAtStart() const; // its size
     bool AreValid(int iX, int iZ) const;
     void Touch(int iX, int iZ);
 
@@ -80,6 +86,7 @@ private:
     Terrain* m_Terrain = nullptr;    // borrowed from Start to End
     ITellurBrush* m_Brush = nullptr; // borrowed from Start to End
     bool m_InProgress = false;
+    bool m_GivenUp = false; // until End nothing happens any more
     SHeightBuffer m_Source; // heights at Start
     SHeightBuffer m_Dest;   // heights as edited so far
     int m_SizeX = 0;        // vertices of a row

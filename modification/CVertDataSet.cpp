@@ -121,15 +121,18 @@ void CVertDataSet::MoveEditable(const SCandidates& row, const float* pHeights)
     }
 }
 
-void CVertDataSet::SetData(const float* pBuffer, int iBufferSizeX, int iBufferSizeZ)
+bool CVertDataSet::SetData(const float* pBuffer, int iBufferSizeX, int iBufferSizeZ)
 {
     if (pBuffer == nullptr)
     {
         CrashLog("[CVertDataSet::SetData] no buffer\n");
-        return;
+        return true;
+    }
+    if (!m_Verts.Reserve(m_Verts.GetCount() + GetCandidateCount()))
+    {
+        return false;
     }
     m_Left.clear();
-    m_Verts.Reserve(m_Verts.GetCount() + GetCandidateCount());
     for (SCandidates row : m_Candidates)
     {
         // Vertices beyond the buffer are reported and stay candidates.
@@ -150,6 +153,7 @@ void CVertDataSet::SetData(const float* pBuffer, int iBufferSizeX, int iBufferSi
         }
     }
     m_Candidates.assign(m_Left.begin(), m_Left.end()); // both keep their memory
+    return true;
 }
 
 SExtents CVertDataSet::GetStartExtents()

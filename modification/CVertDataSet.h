@@ -28,8 +28,9 @@ public:
     void Reset();
 
     // Gives candidates their heights from a row-major buffer and moves those with a height of 0 or
-    // more to the vertex list, at its end. The others stay candidates for the next call.
-    void SetData(const float* pBuffer, int iBufferSizeX, int iBufferSizeZ);
+    // more to the vertex list, at its end. The others stay candidates for the next call. False, and
+    // nothing happens, when there is no memory for them; without a buffer one line says so.
+    bool SetData(const float* pBuffer, int iBufferSizeX, int iBufferSizeZ);
 
     // Sets every weight from the brush shape: the image stretched over the square of side fExtent
     // around the centre, sampled bilinearly; a sample of at least 0.0001 gets fHardness added and

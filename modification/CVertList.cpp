@@ -12,39 +12,42 @@ void CVertList::SetSteps(float fStepX, float fStepZ)
 void CVertList::Clear()
 {
     m_Count = 0;
+    m_Heights.Clear();
+    m_Weights.Clear();
     m_Runs.clear();
 }
 
-void CVertList::Reserve(size_t nVerts)
+bool CVertList::Reserve(size_t nVerts)
 {
-    if (nVerts > m_Heights.size())
-    {
-        m_Heights.resize(nVerts);
-        m_Weights.resize(nVerts);
-    }
+    return m_Heights.Reserve(nVerts) && m_Weights.Reserve(nVerts);
 }
 
-void CVertList::AppendRun(int ixFirst, int iz, const float* pHeights, size_t nCount)
+bool CVertList::AppendRun(int ixFirst, int iz, const float* pHeights, size_t nCount)
 {
     if (nCount == 0)
     {
-        return;
+        return true;
     }
-    if (m_Count + nCount > m_Heights.size())
+    const size_t nNeeded = m_Count + nCount;
+    const size_t nRoom = m_Weights.GetCapacity(); // the heights have no less
+    if (nNeeded > nRoom && !Reserve(std::max(nNeeded, nRoom * 2)) && !Reserve(nNeeded))
     {
-        Reserve(std::max(m_Count + nCount, m_Heights.size() * 2));
+        return false;
     }
+    m_Runs.push_back({iz, ixFirst, m_Count, nCount});
+    m_Heights.Resize(nNeeded);
+    m_Weights.Resize(nNeeded);
     if (pHeights != nullptr)
     {
-        std::memcpy(m_Heights.data() + m_Count, pHeights, nCount * sizeof(float));
+        std::memcpy(m_Heights.Get() + m_Count, pHeights, nCount * sizeof(float));
     }
     else
     {
-        std::fill_n(m_Heights.data() + m_Count, nCount, 0.0F);
+        std::fill_n(m_Heights.Get() + m_Count, nCount, 0.0F);
     }
-    std::fill_n(m_Weights.data() + m_Count, nCount, 0.0F);
-    m_Runs.push_back({iz, ixFirst, m_Count, nCount});
-    m_Count += nCount;
+    std::fill_n(m_Weights.Get() + m_Count, nCount, 0.0F);
+    m_Count = nNeeded;
+    return true;
 }
 
 SVert CVertList::GetVert(size_t nIndex) const
@@ -56,9 +59,9 @@ SVert CVertList::GetVert(size_t nIndex) const
                      1;
     const int ix = run->ixFirst + static_cast<int>(nIndex - run->nFirst);
     return {static_cast<float>(ix) * m_StepX,
-            m_Heights[nIndex],
+            GetHeights()[nIndex],
             static_cast<float>(run->iz) * m_StepZ,
             ix,
             run->iz,
-            m_Weights[nIndex]};
+            GetWeights()[nIndex]};
 }

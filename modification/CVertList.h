@@ -1,6 +1,7 @@
 #pragma once
 
 #include "modification/SVert.h"
+#include "modification/TPlainArray.h"
 
 #include <cstddef>
 #include <vector>
@@ -24,22 +25,22 @@ public:
     // fStepX, fStepZ: distance of two grid lines, terrain units.
     void SetSteps(float fStepX, float fStepZ);
     void Clear();
-    void Reserve(size_t nVerts);
+    bool Reserve(size_t nVerts); // false, and nothing happens, when there is no memory
     // Appends nCount vertices of row iz from column ixFirst on; heights are copied from pHeights
-    // (null: 0), weights are 0.
-    void AppendRun(int ixFirst, int iz, const float* pHeights, size_t nCount);
+    // (null: 0), weights are 0. False as for Reserve.
+    bool AppendRun(int ixFirst, int iz, const float* pHeights, size_t nCount);
 
     size_t GetCount() const { return m_Count; }
 
     bool IsEmpty() const { return m_Count == 0; }
 
-    float* GetHeights() { return m_Heights.data(); }
+    float* GetHeights() { return m_Heights.Get(); }
 
-    const float* GetHeights() const { return m_Heights.data(); }
+    const float* GetHeights() const { return m_Heights.Get(); }
 
-    float* GetWeights() { return m_Weights.data(); }
+    float* GetWeights() { return m_Weights.Get(); }
 
-    const float* GetWeights() const { return m_Weights.data(); }
+    const float* GetWeights() const { return m_Weights.Get(); }
 
     const std::vector<SVertRun>& GetRuns() const { return m_Runs; }
 
@@ -51,8 +52,8 @@ public:
     SVert GetVert(size_t nIndex) const;
 
 private:
-    std::vector<float> m_Heights; // at least m_Count of each
-    std::vector<float> m_Weights;
+    TPlainArray<float> m_Heights; // m_Count of each
+    TPlainArray<float> m_Weights;
     std::vector<SVertRun> m_Runs;
     size_t m_Count = 0;
     float m_StepX = 1.0F;

@@ -1,5 +1,6 @@
 #include "modification/HeightBuffers.h"
 
+#include <new>
 #include <utility>
 
 namespace
@@ -26,7 +27,9 @@ SHeightBuffer TakeHeightBuffer(size_t nCount)
             return std::exchange(pKept[i], {});
         }
     }
-    return {std::unique_ptr<float[]>(new float[nCount]), nCount};
+    std::unique_ptr<float[]> pHeights(new (std::nothrow) float[nCount]);
+    const size_t nCapacity = pHeights != nullptr ? nCount : 0;
+    return {std::move(pHeights), nCapacity};
 }
 
 void GiveHeightBufferBack(SHeightBuffer buffer)

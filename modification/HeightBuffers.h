@@ -12,7 +12,7 @@ struct SHeightBuffer
     size_t nCapacity = 0;              // floats
 };
 
-// An array of at least nCount floats.
+// An array of at least nCount floats; none when there is no memory.
 SHeightBuffer TakeHeightBuffer(size_t nCount);
 // Keeps the array for a later Take of its size or less, two at most; the smaller ones go.
 void GiveHeightBufferBack(SHeightBuffer buffer);

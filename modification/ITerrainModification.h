@@ -55,4 +55,8 @@ public:
     // The buffers themselves, for loops over many vertices; null without one. Borrowed until End.
     virtual const float* GetSrcBuffer() const = 0;
     virtual const float* GetDstBuffer() const = 0;
+
+    // There is no memory to go on: the heights are those of Start again, one line says so, and the
+    // rest of the drag changes nothing.
+    virtual void GiveUp() = 0;
 };

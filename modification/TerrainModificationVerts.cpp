@@ -15,6 +15,7 @@
 #include <cmath>
 #include <cstring>
 #include <memory>
+#include <new>
 
 void CTerrainModification::FillSet(const SExtents& box, CVertDataSet& set, const float* pBuffer)
 {
@@ -28,7 +29,10 @@ void CTerrainModification::FillSet(const SExtents& box, CVertDataSet& set, const
         CrashLog("[CTerrainModification::GetVerts] could not initialize verts set\n");
         return;
     }
-    set.SetData(pBuffer, m_SizeX, m_SizeZ);
+    if (!m_GivenUp && !set.SetData(pBuffer, m_SizeX, m_SizeZ))
+    {
+        GiveUp();
+    }
 }
 
 void CTerrainModification::GetVerts(const SExtents& box, CVertDataSet& set)
@@ -51,6 +55,10 @@ void CTerrainModification::SetVerts(CVertDataSet& set, ITellurFunction* pFunctio
     if (pFunction == nullptr)
     {
         CrashLog("[CTerrainModification::SetVerts] no function\n");
+        return;
+    }
+    if (m_GivenUp)
+    {
         return;
     }
     const float fMaxHeight = m_Terrain->GetSize().y;
@@ -94,7 +102,9 @@ void CTerrainModification::SetVerts(CVertDataSet& set, ITellurFunction* pFunctio
     }
 }
 
-void CTerrainModification::CollectRow(int iZ, std::vector<SChangedVert>& verts, SExtents& traces)
+// Calls visit(column, source height, destination height) for each vertex of a row that is not the
+// same in both.
+template <typename TVisit> void CTerrainModification::VisitDifferences(int iZ, TVisit visit)
 {
     constexpr int iChunk = 256;
     const size_t nRow = static_cast<size_t>(iZ) * m_SizeX;
@@ -110,30 +120,98 @@ void CTerrainModification::CollectRow(int iZ, std::vector<SChangedVert>& verts, 
         }
         for (int iX = iStart; iX < iEnd; ++iX)
         {
-            if (IsChange(pSource[iX], pDest[iX]))
-            {
-                verts.push_back({iX, iZ, pSource[iX], pDest[iX]});
-            }
-            else if (pSource[iX] != pDest[iX] && std::fabs(pSource[iX] - pDest[iX]) <= MIN_CHANGE)
-            {
-                pDest[iX] = pSource[iX];
-                CVertDataSet::Widen(traces,
-                                    {static_cast<float>(iX), pSource[iX], static_cast<float>(iZ)});
-            }
+            visit(iX, pSource[iX], pDest[iX]);
         }
     }
 }
 
-// Differences that count as no change are in no undo record. They are taken back, so that undoing
-// all records brings back every bit.
-void CTerrainModification::TakeBack(const SExtents& traces)
+// Counted first: growing would need the memory of twice as many.
+bool CTerrainModification::CollectChanges(TPlainArray<SChangedVert>& verts)
+{
+    const SExtents none = CVertDataSet::GetStartExtents();
+    SExtents traces = none; // in vertices
+    size_t nChanges = 0;
+    for (int iZ = m_TouchedMinZ; iZ <= m_TouchedMaxZ; ++iZ)
+    {
+        VisitDifferences(iZ,
+                         [&](int iX, float fSource, float& fDest)
+                         {
+                             if (IsChange(fSource, fDest))
+                             {
+                                 ++nChanges;
+                             }
+                             else if (fSource != fDest && std::fabs(fSource - fDest) <= MIN_CHANGE)
+                             {
+                                 fDest = fSource;
+                                 CVertDataSet::Widen(
+                                     traces,
+                                     {static_cast<float>(iX), fSource, static_cast<float>(iZ)});
+                             }
+                         });
+    }
+    if (m_Terrain != nullptr && traces.min.x != none.min.x)
+    {
+        // They are in no record: taken back, so that undoing all of them brings back every bit.
+        ShowDest(traces);
+    }
+    if (!verts.Reserve(nChanges))
+    {
+        return false;
+    }
+    for (int iZ = m_TouchedMinZ; iZ <= m_TouchedMaxZ; ++iZ)
+    {
+        VisitDifferences(iZ,
+                         [&](int iX, float fSource, float fDest)
+                         {
+                             if (IsChange(fSource, fDest))
+                             {
+                                 verts.Append({iX, iZ, fSource, fDest});
+                             }
+                         });
+    }
+    return true;
+}
+
+// Shows the terrain the destination buffer under a box that counts in vertices.
+void CTerrainModification::ShowDest(const SExtents& verts)
 {
     const SVec3 size = m_Terrain->GetSize();
     const float fStepX = size.x / static_cast<float>(m_SizeX - 1);
     const float fStepZ = size.z / static_cast<float>(m_SizeZ - 1);
-    const SExtents box = {{traces.min.x * fStepX, traces.min.y, traces.min.z * fStepZ},
-                          {traces.max.x * fStepX, traces.max.y, traces.max.z * fStepZ}};
+    const SExtents box = {{verts.min.x * fStepX, verts.min.y, verts.min.z * fStepZ},
+                          {verts.max.x * fStepX, verts.max.y, verts.max.z * fStepZ}};
     m_Terrain->SetHeights(m_Dest.pHeights.get(), GetVertexCount(), box);
+}
+
+bool CTerrainModification::IsTerrainAsAtStart() const
+{
+    return m_Terrain == nullptr || (static_cast<int>(m_Terrain->GetCellsPerSide()) + 1 == m_SizeX &&
+                                    static_cast<int>(m_Terrain->GetCellsPerSideZ()) + 1 == m_SizeZ);
+}
+
+void CTerrainModification::RestoreHeights()
+{
+    if (m_Source.pHeights == nullptr || m_Dest.pHeights == nullptr || m_TouchedMaxX < 0 ||
+        m_Terrain == nullptr || !IsTerrainAsAtStart())
+    {
+        return;
+    }
+    const float fY = m_Terrain->GetSize().y;
+    const SExtents touched = {
+        {static_cast<float>(m_TouchedMinX), 0.0F, static_cast<float>(m_TouchedMinZ)},
+        {static_cast<float>(m_TouchedMaxX), fY, static_cast<float>(m_TouchedMaxZ)}};
+    std::memcpy(m_Dest.pHeights.get(), m_Source.pHeights.get(), GetVertexCount() * sizeof(float));
+    ShowDest(touched);
+}
+
+void CTerrainModification::GiveUp()
+{
+    if (!m_GivenUp)
+    {
+        m_GivenUp = true;
+        RestoreHeights();
+        CrashLog("[CTerrainModification::GiveUp] not enough memory; the stroke is taken back\n");
+    }
 }
 
 void CTerrainModification::StoreUndoInformation()
@@ -148,30 +226,28 @@ void CTerrainModification::StoreUndoInformation()
         CrashLog("[CTerrainModification::StoreUndoInformation] no dst buffer\n");
         return;
     }
-    if (m_Terrain != nullptr && (static_cast<int>(m_Terrain->GetCellsPerSide()) + 1 != m_SizeX ||
-                                 static_cast<int>(m_Terrain->GetCellsPerSideZ()) + 1 != m_SizeZ))
+    if (m_GivenUp || !IsTerrainAsAtStart())
     {
-        return; // the resolution changed under the drag: its heights are those of no terrain
+        return; // with another resolution the drag's heights are those of no terrain
     }
-    std::vector<SChangedVert> verts;
-    const SExtents none = CVertDataSet::GetStartExtents();
-    SExtents traces = none; // in vertices
-    for (int iZ = m_TouchedMinZ; iZ <= m_TouchedMaxZ; ++iZ)
+    TPlainArray<SChangedVert> verts;
+    auto pUndo = std::unique_ptr<CTellurUndo>(new (std::nothrow) CTellurUndo);
+    if (pUndo == nullptr || !CollectChanges(verts))
     {
-        CollectRow(iZ, verts, traces);
-    }
-    if (m_Terrain != nullptr && traces.min.x != none.min.x)
-    {
-        TakeBack(traces);
+        GiveUp();
+        return;
     }
     const PluginContext* pContext = GetPluginContext();
     EditorHost* pHost = pContext != nullptr ? pContext->GetEditorHost() : nullptr;
-    if (verts.empty() || pHost == nullptr)
+    if (verts.IsEmpty() || pHost == nullptr)
     {
         return;
     }
-    auto pUndo = std::make_unique<CTellurUndo>();
     pUndo->SetTerrain(m_Terrain);
-    pUndo->Fill(verts);
+    if (!pUndo->Fill({verts.Get(), verts.GetCount()}))
+    {
+        GiveUp(); // what cannot be undone must not stay
+        return;
+    }
     pHost->AddUndo(pUndo.release());
 }

@@ -179,7 +179,7 @@ int CNewFile::Name()
     }
     if (iFault == 0)
     {
-        m_Temporary = strName;
+        m_Temporary = std::move(strName); // a copy may find no memory, and the name would stay
         m_Unnamed = false;
     }
     return iFault;
@@ -239,7 +239,7 @@ int CNewFile::PlaceKeepingOld()
         return iFault;
     }
     ForgetTemporary(m_Temporary);
-    m_Temporary = strOld;
+    m_Temporary = std::move(strOld);
     return 0;
 }
 

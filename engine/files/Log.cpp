@@ -5,28 +5,55 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 #include <string>
 
 namespace
 {
 
 constexpr int EXIT_FATAL = 3;
+constexpr size_t SHORT_LINE = 1024;
 
 ILogSink* g_Sink = nullptr;
 
+// Where memory has run out, which is when a line matters most, it may be cut or go to stderr only.
 TELLUR_PRINTF(1, 0) void WriteToSink(const char* pszFormat, va_list arguments)
 {
+    if (pszFormat == nullptr)
+    {
+        return;
+    }
+    va_list again;
+    va_copy(again, arguments);
     std::string strText;
-    if (pszFormat == nullptr || !FormatText(strText, pszFormat, arguments))
+    char szShort[SHORT_LINE];
+    const char* pszText = nullptr;
+    try
     {
-        return;
+        pszText = FormatText(strText, pszFormat, arguments) ? strText.c_str() : nullptr;
     }
-    if (g_Sink != nullptr)
+    catch (const std::bad_alloc&)
     {
-        g_Sink->Write(strText.c_str());
-        return;
+        pszText = nullptr;
     }
-    std::fputs(strText.c_str(), stderr);
+    if (pszText == nullptr && std::vsnprintf(szShort, sizeof(szShort), pszFormat, again) >= 0)
+    {
+        pszText = szShort;
+    }
+    va_end(again);
+    try
+    {
+        if (g_Sink != nullptr && pszText != nullptr)
+        {
+            g_Sink->Write(pszText);
+            return;
+        }
+    }
+    catch (const std::bad_alloc&)
+    {
+        std::fputs("a line of the log was lost for want of memory: ", stderr);
+    }
+    std::fputs(pszText != nullptr ? pszText : "", stderr);
 }
 
 } // namespace

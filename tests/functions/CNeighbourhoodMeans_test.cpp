@@ -59,9 +59,9 @@ TEST(CNeighbourhoodMeans, EqualThePlainSumAtAnySizeAndNeverLeaveItsRange)
     {
         SCOPED_TRACE(iHalfWidth);
         const CVertList verts = MakeVerts(random);
-        std::vector<float> means;
-        CNeighbourhoodMeans(heights.data(), SIZE_X, SIZE_Z, iHalfWidth).GetMeans(verts, means);
-        ASSERT_EQ(means.size(), verts.GetCount());
+        std::vector<float> means(verts.GetCount());
+        CNeighbourhoodMeans(heights.data(), SIZE_X, SIZE_Z, iHalfWidth)
+            .GetMeans(verts, means.data());
         for (size_t i = 0; i < means.size(); ++i)
         {
             const SVert vert = verts.GetVert(i);

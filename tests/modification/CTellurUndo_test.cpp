@@ -87,7 +87,7 @@ TEST(CTellurUndo, BringsNormalsUpToDateOnlyWhenThePluginDoes)
     CFakeContext context(64, 64, {64, 100, 64});
     CTellurUndo undo;
     undo.SetTerrain(&context.terrain);
-    undo.Fill({{32, 3, 1, 2}});
+    undo.Fill(std::vector<SChangedVert>{{32, 3, 1, 2}});
     undo.Undo();
     EXPECT_EQ(context.TakeCalls(),
               (FakeCalls{"Terrain.SetBlockHeights(1, 0, 1)", "Terrain.SetBlockHeights(0, 0, 1)"}));
@@ -111,12 +111,12 @@ TEST(CTellurUndo, IsDeadWithoutItsTerrainOrAfterAChangeOfResolution)
     CFakeContext context(64, 64, {64, 100, 64});
     context.bAutoUpdateNormals = true;
     CTellurUndo orphan;
-    orphan.Fill({{3, 3, 1, 2}});
+    orphan.Fill(std::vector<SChangedVert>{{3, 3, 1, 2}});
     orphan.Undo();
 
     CTellurUndo undo;
     undo.SetTerrain(&context.terrain);
-    undo.Fill({{3, 3, 1, 2}});
+    undo.Fill(std::vector<SChangedVert>{{3, 3, 1, 2}});
     context.terrain.uCellsX = 32;
     undo.Undo();
     undo.Redo();
