@@ -60,4 +60,8 @@ public:
     virtual std::string GetUnsavedBitmap() = 0;
     // Takes back the last stroke that was painted, or paints it again.
     virtual void StepPaint(bool bRedo) = 0;
+    // Gives up the drag that sculpts, for when memory has run out inside one of its calls: heights
+    // are those of before the press, no record is made, what the drag held is freed. Needs no
+    // memory. False without such a drag.
+    virtual bool DropDrag() = 0;
 };

@@ -98,6 +98,7 @@ public:
     bool SaveBitmap(const char* pszPath) override;
     std::string GetUnsavedBitmap() override;
     void StepPaint(bool bRedo) override;
+    bool DropDrag() override;
 
     // PluginContext
     EditorHost* GetEditorHost() const override { return m_pEditorHost; }

@@ -13,6 +13,7 @@
 #include "host/World.h"
 #include "modes/TerraformingState.h"
 #include "modification/CTerrainModification.h"
+#include "modification/HeightBuffers.h"
 #include "painting/CModeEditTerrainType.h"
 #include "panel/ITerrainPanel.h"
 #include "parser/DeclarativeText.h"
@@ -57,6 +58,19 @@ bool IPluginImpl::IsDragInProgress() const
 {
     const auto& pSession = GetTerraformingState().pSession;
     return pSession != nullptr && pSession->IsInProgress();
+}
+
+bool IPluginImpl::DropDrag()
+{
+    std::unique_ptr<CTerrainModification>& pSession = GetTerraformingState().pSession;
+    if (pSession == nullptr)
+    {
+        return false;
+    }
+    pSession->RestoreHeights();
+    pSession.reset();
+    FreeHeightBuffers();
+    return true;
 }
 
 bool IPluginImpl::PlayBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)

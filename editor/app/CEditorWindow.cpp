@@ -134,9 +134,10 @@ void CEditorWindow::MakeDocks()
     m_pPanel = new CPanelDock(this, [this] { GetHost().NotifyPanelClosed(); });
     m_pHistory = new CHistoryDock(this,
                                   GetHost().GetUndoStack(),
-                                  [this]
+                                  [this](size_t nPosition)
                                   {
                                       GetHost().EndDrag();
+                                      GetHost().GoToStep(nPosition);
                                       ShowState();
                                   });
     m_pProcesses = new CProcessesDock(
@@ -305,6 +306,7 @@ void CEditorWindow::OnLevel()
 void CEditorWindow::ApplySettings()
 {
     m_Editor.GetAutosave().SetInterval(std::chrono::seconds(m_Settings.iAutosaveSeconds));
+    GetHost().GetUndoStack().SetLimit(static_cast<size_t>(m_Settings.iUndoMegabytes) << 20U);
 }
 
 void CEditorWindow::closeEvent(QCloseEvent* pEvent)

@@ -4,10 +4,12 @@
 
 #include <QListWidget>
 
-CHistoryDock::CHistoryDock(QWidget* pParent, CUndoStack& stack, std::function<void()> onStep)
+CHistoryDock::CHistoryDock(QWidget* pParent,
+                           const CUndoStack& stack,
+                           std::function<void(size_t)> goTo)
     : QDockWidget("History", pParent)
     , m_Stack(stack)
-    , m_OnStep(std::move(onStep))
+    , m_GoTo(std::move(goTo))
     , m_pList(new QListWidget(this))
 {
     setObjectName("history");
@@ -25,7 +27,9 @@ void CHistoryDock::Follow()
     const size_t nDone = m_Stack.GetCount();
     const size_t nAll = nDone + m_Stack.GetRedoCount();
     m_pList->clear();
-    m_pList->addItem("Start");
+    const size_t nGone = m_Stack.GetGivenUpCount();
+    m_pList->addItem(nGone > 0 ? QString("Older steps were given up: %1").arg(nGone)
+                               : QString("Start"));
     for (size_t i = 0; i < nAll; ++i)
     {
         m_pList->addItem(QString::fromStdString(m_Stack.GetText(i)));
@@ -42,8 +46,7 @@ void CHistoryDock::GoTo(int iRow)
 {
     if (iRow >= 0 && static_cast<size_t>(iRow) != m_Stack.GetCount())
     {
-        m_Stack.GoTo(static_cast<size_t>(iRow));
+        m_GoTo(static_cast<size_t>(iRow));
         Follow();
-        m_OnStep();
     }
 }

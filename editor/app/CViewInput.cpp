@@ -47,11 +47,9 @@ const CTerrain* CViewInput::GetTerrain() const
 
 template <typename TSend> void CViewInput::SendAt(float fX, float fY, TSend send)
 {
-    m_bSending = true;
     m_SentX = fX;
     m_SentY = fY;
     send();
-    m_bSending = false;
 }
 
 void CViewInput::Press(EViewButton eButton, float fX, float fY, uint32_t uFlags)
@@ -78,7 +76,7 @@ void CViewInput::Press(EViewButton eButton, float fX, float fY, uint32_t uFlags)
         return;
     }
     m_eGesture = EGesture::Stroke;
-    m_UndoSteps = m_Host.GetUndoStack().GetCount();
+    m_StateBefore = m_Host.GetUndoStack().GetStateId();
     FollowSpacing();
     m_Sampler.Press(fX, fY);
     SendAt(
@@ -183,15 +181,25 @@ bool CViewInput::Cancel()
     {
         return false;
     }
+    if (!m_Host.IsDragging())
+    {
+        EndStroke(); // the host has ended it, and what it did is a step like any other
+        return false;
+    }
     m_Sampler.Cancel();
     const bool bTerraforming = m_Script != nullptr && m_Script->IsTerraforming();
     const bool bPainting = m_Script != nullptr && m_Script->IsPainting();
-    if (!bTerraforming && !bPainting)
+    const bool bOther = !bTerraforming && !bPainting;
+    if (bOther)
     {
-        m_Host.GetModes().DeactivateMode(0); // its release would finish the work
+        m_Host.GetModes().SuspendCurrentMode(true); // its release would finish the work
     }
     m_Host.EndDrag();
-    if (bTerraforming && m_Host.GetUndoStack().GetCount() > m_UndoSteps)
+    if (bOther)
+    {
+        m_Host.GetModes().DeactivateMode(0);
+    }
+    if (bTerraforming && m_Host.GetUndoStack().GetStateId() != m_StateBefore)
     {
         m_Host.Undo();
         m_Host.GetUndoStack().DropRedo();
@@ -230,7 +238,8 @@ void CViewInput::EndStroke()
 
 void CViewInput::SetSuspended(bool bSuspended)
 {
-    if (bSuspended != m_bSuspended)
+    // Again and again while the camera moves: another mode may have become the current one.
+    if (bSuspended || m_bSuspended)
     {
         m_bSuspended = bSuspended;
         m_Host.GetModes().SuspendCurrentMode(bSuspended);
@@ -272,7 +281,7 @@ bool CViewInput::Pick(ViewPoint point, SVec3& hit) const
 {
     float fX = GetMiddle(point);
     float fY = GetMiddle(point >> 16U);
-    if (m_bSending && point == CModeManager::PackPoint(GetPixel(m_SentX), GetPixel(m_SentY)))
+    if (point == CModeManager::PackPoint(GetPixel(m_SentX), GetPixel(m_SentY)))
     {
         fX = m_SentX;
         fY = m_SentY;

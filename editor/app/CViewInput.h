@@ -55,8 +55,9 @@ public:
 
     bool IsIdle() const { return m_eGesture == EGesture::None; }
 
-    // What the position that came with an event of the host means: of the event that is being sent
-    // to a fraction of a pixel, otherwise the pixel's middle.
+    // What the position that came with an event of the host means: where the last event was in the
+    // pixel when it is the same one, which the release of a drag that the host ends is, otherwise
+    // the pixel's middle.
     bool Pick(ViewPoint point, SVec3& hit) const;
     // The ground under the cursor. False over the sky and outside the view.
     bool PickCursor(SVec3& hit) const;
@@ -82,7 +83,7 @@ private:
     void EndStroke();
     void SetSuspended(bool bSuspended); // the mode, while the mouse moves the camera
     void FollowSpacing();               // the brush may have changed
-    // While an event is sent, its position is known more exactly than in pixels.
+    // The position of the event is known more exactly than in pixels.
     template <typename TSend> void SendAt(float fX, float fY, TSend send);
 
     CEditorHost& m_Host;
@@ -100,8 +101,7 @@ private:
     float m_PressX = 0.0F;
     float m_PressY = 0.0F;
     uint32_t m_Flags = 0;
-    size_t m_UndoSteps = 0; // of the host when the stroke began
-    bool m_bSending = false;
-    float m_SentX = 0.0F;
+    uint64_t m_StateBefore = 0; // of the undo stack when the stroke began
+    float m_SentX = 0.0F;       // of the last event, more exact than its pixel
     float m_SentY = 0.0F;
 };

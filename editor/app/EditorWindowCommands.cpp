@@ -155,7 +155,13 @@ void CEditorWindow::StepHistory(bool bRedo)
 
 void CEditorWindow::CancelWork()
 {
-    m_pViews->CancelStroke();
+    IPluginScript* pScript = m_Editor.GetPluginScript();
+    const bool bTool = pScript != nullptr && !pScript->IsTerraforming() && !pScript->IsPainting();
+    if (!m_pViews->CancelStroke() && bTool)
+    {
+        GetHost().GetModes().DeactivateMode(0); // one that is used once, and has no other way out
+        m_pViews->RepeatHover();
+    }
     m_pViews->RequestFrames();
     ShowState();
 }

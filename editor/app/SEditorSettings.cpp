@@ -8,6 +8,7 @@ namespace
 {
 
 constexpr int MOST_SECONDS = 7200;
+constexpr int MOST_MEGABYTES = 1 << 20;
 
 template <typename T> void ReadNumber(const QSettings& file, const char* pszKey, T& value)
 {
@@ -38,10 +39,12 @@ void SEditorSettings::Load(const std::string& strFile)
     ReadNumber(file, "view/ambient", render.fAmbient);
     ReadNumber(file, "view/type_blend", render.fTypeBlend);
     ReadNumber(file, "document/autosave_seconds", iAutosaveSeconds);
+    ReadNumber(file, "document/undo_megabytes", iUndoMegabytes);
     render.fAmbient = std::clamp(render.fAmbient, 0.0F, 1.0F);
     render.fTypeBlend = std::clamp(render.fTypeBlend, 0.0F, 1.0F);
     render.fSunPitch = std::clamp(render.fSunPitch, 0.0F, 90.0F);
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
+    iUndoMegabytes = std::clamp(iUndoMegabytes, 0, MOST_MEGABYTES);
 }
 
 bool SEditorSettings::Save(const std::string& strFile) const
@@ -55,6 +58,7 @@ bool SEditorSettings::Save(const std::string& strFile) const
     file.setValue("view/ambient", static_cast<double>(render.fAmbient));
     file.setValue("view/type_blend", static_cast<double>(render.fTypeBlend));
     file.setValue("document/autosave_seconds", iAutosaveSeconds);
+    file.setValue("document/undo_megabytes", iUndoMegabytes);
     file.sync();
     return file.status() == QSettings::NoError;
 }

@@ -12,6 +12,7 @@ struct SEditorSettings
     SRenderSettings render; // of all views; a view adds its own quality and wire frame
     bool bKeyboardNavigation = true;
     int iAutosaveSeconds = 180; // 0: never
+    int iUndoMegabytes = 1024;  // that the steps of the history may take together; 0: no limit
 
     // strFile: an INI file; what is missing keeps its default.
     void Load(const std::string& strFile);

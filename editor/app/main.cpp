@@ -1,5 +1,6 @@
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
+#include "editor/app/CEditorProgram.h"
 #include "editor/app/CEditorWindow.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/SEditorOptions.h"
@@ -7,7 +8,6 @@
 #include "host/FileSystem.h"
 #include "host/Program.h"
 
-#include <QApplication>
 #include <QBuffer>
 #include <QOpenGLContext>
 #include <QPixmap>
@@ -155,11 +155,12 @@ int RunOnce(CEditorWindow& window, const SEditorOptions& options)
     return EXIT_DONE;
 }
 
-int Run(QApplication& program, const SEditorOptions& options)
+int Run(CEditorProgram& program, const SEditorOptions& options)
 {
     CEditorFace face;
     CEditor editor(face, GetUserConfigFolder());
     int iResult = EXIT_DONE;
+    program.SetHost(&editor.GetHost());
     {
         CEditorWindow window(editor, face);
         const std::string strPlugin = options.strPlugin.empty()
@@ -196,6 +197,7 @@ int Run(QApplication& program, const SEditorOptions& options)
             iResult = program.exec();
         }
     }
+    program.SetHost(nullptr);
     editor.UnloadPlugin();
     return iResult;
 }
@@ -229,7 +231,7 @@ int main(int nArguments, char** ppszArguments)
     QSurfaceFormat::setDefaultFormat(format);
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    QApplication program(nArguments, ppszArguments);
+    CEditorProgram program(nArguments, ppszArguments);
     std::setlocale(LC_NUMERIC, "C"); // the application object has taken the user's
     // After the application object, which sets it: every move counts, none may be merged.
     QApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);

@@ -1,6 +1,7 @@
 #include "editor/core/CEditorHost.h"
 
 #include "editor/core/IHostFace.h"
+#include "engine/terrain/CTerrain.h"
 #include "framework/core/CToolBar.h"
 #include "framework/core/IFrontEnd.h"
 #include "host/FileSystem.h"
@@ -8,6 +9,7 @@
 #include "host/Reflection.h"
 
 #include <cstring>
+#include <utility>
 
 namespace
 {
@@ -15,6 +17,7 @@ namespace
 constexpr char ENVIRONMENT_CLASS[] = "Environment";
 constexpr char REGISTRY_ROOT[] = "\\Software\\Tellur";
 constexpr int32_t NOTIFY_LEVEL_CHANGED = 5;
+constexpr size_t BYTES_OF_A_VERTEX = 16; // in an undo record
 constexpr uint32_t REQUEST_FULL_PATH = 16;
 constexpr uint32_t REQUEST_RELOAD = 17;
 
@@ -30,6 +33,7 @@ CEditorHost::CEditorHost(IHostFace& face)
     , m_FrontEndBefore(SetFrontEnd(face.GetFrontEnd()))
     , m_ProgressBefore(SetProgressSink(this))
 {
+    m_Modes.SetDragEnd([this] { EndDrag(); });
     m_Undo.SetListener(this);
     m_PaintLayer.SetListener([this] { m_Face.RedrawViews(); });
 }
@@ -74,7 +78,7 @@ bool CEditorHost::FinishLevelChange()
 {
     m_Undo.Clear(); // the records belong to the terrain that is gone
     NotifyPlugins(NOTIFY_LEVEL_CHANGED);
-    Tell(EHostEvent::LevelChanged);
+    Tell({.eKind = EHostEvent::LevelChanged});
     return true;
 }
 
@@ -85,8 +89,12 @@ bool CEditorHost::PrepareWindows()
 
 void CEditorHost::RenderFrame()
 {
-    m_Engine.BeginFrame();
-    m_Modes.RenderCurrentMode();
+    Guard("CEditorHost::RenderFrame",
+          [this]
+          {
+              m_Engine.BeginFrame();
+              m_Modes.RenderCurrentMode();
+          });
 }
 
 void CEditorHost::LoadSettings()
@@ -175,7 +183,7 @@ void CEditorHost::RefreshAfterReload()
 {
     ++m_Counters.nReloads;
     NotifyPlugins(NOTIFY_LEVEL_CHANGED);
-    Tell(EHostEvent::TerrainReloaded);
+    Tell({.eKind = EHostEvent::TerrainReloaded});
 }
 
 void CEditorHost::RegisterSetting(const char* pszName,
@@ -336,8 +344,22 @@ const char* CEditorHost::LookupText(int32_t iId, const void* /*pObject*/)
 
 void CEditorHost::AddUndo(CUndo* pUndo)
 {
-    m_Undo.Add(pUndo, GetUndoText());
-    Tell(EHostEvent::UndoAdded);
+    std::string strText;
+    try
+    {
+        strText = GetUndoText();
+    }
+    catch (const std::bad_alloc&)
+    {
+        strText.clear(); // a step without a name can be undone, too
+    }
+    const CTerrain* pTerrain = m_Engine.GetCWorld().GetCTerrain();
+    m_Changes.Follow(pTerrain);
+    if (m_Undo.Add(pUndo, std::move(strText), m_Changes.GetCount() * BYTES_OF_A_VERTEX))
+    {
+        Tell({.eKind = EHostEvent::UndoAdded});
+    }
+    m_Changes.Clear();
 }
 
 void CEditorHost::RegisterActions(const std::vector<SActionDescriptor>& actions)

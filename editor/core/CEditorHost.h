@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/core/CChangeCount.h"
 #include "editor/core/CModeManager.h"
 #include "editor/core/CPluginRegistry.h"
 #include "editor/core/CSettings.h"
@@ -10,11 +11,13 @@
 #include "host/EditorHost.h"
 #include "host/Progress.h"
 
+#include <new>
 #include <string>
 #include <vector>
 
 class IFrontEnd;
 class IHostFace;
+class IPluginScript;
 
 // How often the plug-in asked for something that only shows.
 struct SHostCounters
@@ -53,7 +56,9 @@ public:
     void TakeLevel(SHeightField&& field);
 
     // Input, sent the way of the boundary: to every plug-in that is listed for input, which gives
-    // it to the mode manager. x, y: view pixels; dx, dy: pixels since the last event.
+    // it to the mode manager. x, y: view pixels; dx, dy: pixels since the last event. A drag
+    // belongs to the view it began in: other views hear nothing of the mouse until it ends, a press
+    // in one of them ends it first, and a release there counts as its own.
     void SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock& block);
     void SendMouseMove(ViewId view,
                        uint32_t uFlags,
@@ -65,8 +70,27 @@ public:
     void SendNotify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird);
     // Runs a plug-in's command by its global number. False when it is no plug-in's.
     bool SendCommand(uint32_t uCommand);
-    // Sends the release of a button that is held: the capture is lost, or the level goes away.
+    // Sends the release of a button that is held, where the cursor was last: the capture is lost,
+    // the level goes away, or the mode is left. The mouse is free afterwards.
     void EndDrag();
+
+    // Does work that calls plug-ins or needs much memory. False, with one logged line that begins
+    // with the operation, when there was not enough: a drag that ran is then over and its heights
+    // are those of before it. Whatever else the work changed is its own to put back.
+    template <typename TWork> bool Guard(const char* pszOperation, TWork work)
+    {
+        try
+        {
+            work();
+            return true;
+        }
+        catch (const std::bad_alloc&)
+        {
+            OnNoMemory(pszOperation);
+            return false;
+        }
+    }
+
     // The user closed the plug-in's panel.
     void NotifyPanelClosed();
 
@@ -82,9 +106,9 @@ public:
     // One frame: debug lines anew, then the current mode draws.
     void RenderFrame();
 
-    bool Undo() { return m_Undo.Undo(); } // false when there is nothing
-
-    bool Redo() { return m_Undo.Redo(); }
+    bool Undo(); // false when there is nothing
+    bool Redo();
+    bool GoToStep(size_t nPosition); // as CUndoStack::GoTo
 
     void LoadSettings();
     bool SaveSettings();
@@ -170,9 +194,14 @@ private:
     void PrepareLevelChange();
     bool FinishLevelChange(); // true
     void NotifyPlugins(int32_t iCode);
-    void BeginEvent(const SHostEvent& event);
-    void EndEvent();
-    void Tell(EHostEvent eKind);
+    // Tells the observers before and after. Events may happen inside one another.
+    template <typename TSend>
+    void SendEvent(const char* pszOperation, const SHostEvent& event, TSend send);
+    void TellBefore(const SHostEvent& event);
+    void Tell(const SHostEvent& event);
+    void FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& block);
+    void OnNoMemory(const char* pszOperation);
+    IPluginScript* FindScript() const; // null when no plug-in has one
     std::string GetUndoText() const;
 
     // IUndoListener
@@ -194,4 +223,5 @@ private:
     std::vector<IHostObserver*> m_Observers;
     SHostEvent m_Event;       // the one that the plug-ins see at present
     SButtonBlock m_DragPoint; // where the cursor was last during that drag
+    CChangeCount m_Changes;   // of the heights, since the last record or press
 };

@@ -1,11 +1,14 @@
 // What the host sends to the plug-in, and tells its observers of.
 
 #include "editor/core/CEditorHost.h"
+#include "framework/core/IFrontEnd.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
+#include "host/Log.h"
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace
 {
@@ -35,22 +38,47 @@ std::string GetReadableName(std::string strClass)
 
 void CEditorHost::NotifyPlugins(int32_t iCode)
 {
-    for (IPlugin* pPlugin : m_Registry.GetInput())
-    {
-        pPlugin->OnHostNotify(iCode, 0);
-    }
+    Guard("CEditorHost::NotifyPlugins",
+          [&]
+          {
+              for (IPlugin* pPlugin : m_Registry.GetInput())
+              {
+                  pPlugin->OnHostNotify(iCode, 0);
+              }
+          });
+}
+
+template <typename TSend>
+void CEditorHost::SendEvent(const char* pszOperation, const SHostEvent& event, TSend send)
+{
+    TellBefore(event);
+    const SHostEvent outer = std::exchange(m_Event, event);
+    Guard(pszOperation,
+          [&]
+          {
+              for (IPlugin* pPlugin : m_Registry.GetInput())
+              {
+                  send(*pPlugin);
+              }
+          });
+    const SHostEvent done = std::exchange(m_Event, outer); // with the point that was hit
+    m_Changes.Follow(m_Engine.GetCWorld().GetCTerrain());
+    Tell(done);
 }
 
 void CEditorHost::SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock& block)
 {
+    if (m_DragView != view)
+    {
+        EndDrag();
+    }
     m_DragView = view;
     m_DragPoint = block;
-    BeginEvent({.eKind = EHostEvent::ButtonDown, .view = view, .uFlags = uFlags});
-    for (IPlugin* pPlugin : m_Registry.GetInput())
-    {
-        pPlugin->OnLButtonDown(view, uFlags, block.x, block.y, block.dx, block.dy);
-    }
-    EndEvent();
+    m_Changes.Start(m_Engine.GetCWorld().GetCTerrain());
+    SendEvent("CEditorHost::SendButtonDown",
+              {.eKind = EHostEvent::ButtonDown, .view = view, .uFlags = uFlags},
+              [&](IPlugin& plugin)
+              { plugin.OnLButtonDown(view, uFlags, block.x, block.y, block.dx, block.dy); });
 }
 
 void CEditorHost::SendMouseMove(ViewId view,
@@ -59,47 +87,100 @@ void CEditorHost::SendMouseMove(ViewId view,
                                 const SWheelBlock& wheel,
                                 const SStepBlock& step)
 {
-    m_DragPoint = {point.x, point.y, step.dx, step.dy};
-    BeginEvent({.eKind = EHostEvent::MouseMove,
-                .view = view,
-                .uFlags = uFlags,
-                .step = step,
-                .iWheel = wheel.wheel});
-    for (IPlugin* pPlugin : m_Registry.GetInput())
+    if (IsDragging() && m_DragView != view)
     {
-        pPlugin->OnMouseMove(
-            view, uFlags, point.x, point.y, wheel.wheel, wheel.buttons, step.dx, step.dy);
+        return;
     }
-    EndEvent();
+    m_DragPoint = {point.x, point.y, step.dx, step.dy};
+    SendEvent("CEditorHost::SendMouseMove",
+              {.eKind = EHostEvent::MouseMove,
+               .view = view,
+               .uFlags = uFlags,
+               .step = step,
+               .iWheel = wheel.wheel},
+              [&](IPlugin& plugin)
+              {
+                  plugin.OnMouseMove(
+                      view, uFlags, point.x, point.y, wheel.wheel, wheel.buttons, step.dx, step.dy);
+              });
 }
 
 void CEditorHost::SendButtonUp(ViewId view, uint32_t uFlags, const SButtonBlock& block)
 {
-    m_DragView = NO_VIEW;
-    BeginEvent({.eKind = EHostEvent::ButtonUp, .view = view, .uFlags = uFlags});
-    for (IPlugin* pPlugin : m_Registry.GetInput())
+    if (IsDragging() && m_DragView != view)
     {
-        pPlugin->OnLButtonUp(view, uFlags, block.x, block.y, block.dx, block.dy);
+        EndDrag();
+        return;
     }
-    EndEvent();
+    FinishDrag(view, uFlags, block);
+}
+
+void CEditorHost::FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& block)
+{
+    const bool bDragging = IsDragging();
+    m_DragView = NO_VIEW;
+    SendEvent("CEditorHost::SendButtonUp",
+              {.eKind = EHostEvent::ButtonUp, .view = view, .uFlags = uFlags},
+              [&](IPlugin& plugin)
+              { plugin.OnLButtonUp(view, uFlags, block.x, block.y, block.dx, block.dy); });
+    if (bDragging)
+    {
+        GetFrontEnd().ReleaseCapture(); // the mode took it, and gives it back only as it likes
+    }
+}
+
+void CEditorHost::EndDrag()
+{
+    if (IsDragging())
+    {
+        FinishDrag(m_DragView, 0, m_DragPoint);
+    }
+}
+
+void CEditorHost::OnNoMemory(const char* pszOperation)
+{
+    IPluginScript* pScript = FindScript();
+    const bool bDropped = pScript != nullptr && pScript->DropDrag();
+    CrashLog(
+        "[%s] not enough memory%s\n", pszOperation, bDropped ? "; the stroke is taken back" : "");
+    if (IsDragging())
+    {
+        // What else began with the press is ended by its release; a dropped one ignores it.
+        const ViewId view = std::exchange(m_DragView, NO_VIEW);
+        const SButtonBlock& at = m_DragPoint;
+        Guard(pszOperation,
+              [&]
+              {
+                  for (IPlugin* pPlugin : m_Registry.GetInput())
+                  {
+                      pPlugin->OnLButtonUp(view, 0, at.x, at.y, at.dx, at.dy);
+                  }
+              });
+        GetFrontEnd().ReleaseCapture();
+    }
+    if (bDropped)
+    {
+        Tell({.eKind = EHostEvent::DragDropped});
+    }
 }
 
 void CEditorHost::SendAction(ViewId view, int32_t iAction, uint32_t uCount)
 {
-    BeginEvent({.eKind = EHostEvent::Action, .view = view, .iAction = iAction, .uCount = uCount});
-    for (IPlugin* pPlugin : m_Registry.GetInput())
-    {
-        pPlugin->OnAction(view, iAction, uCount);
-    }
-    EndEvent();
+    SendEvent("CEditorHost::SendAction",
+              {.eKind = EHostEvent::Action, .view = view, .iAction = iAction, .uCount = uCount},
+              [&](IPlugin& plugin) { plugin.OnAction(view, iAction, uCount); });
 }
 
 void CEditorHost::SendNotify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird)
 {
-    for (IPlugin* pPlugin : m_Registry.GetInput())
-    {
-        pPlugin->Notify(uFirst, uSecond, uThird);
-    }
+    Guard("CEditorHost::SendNotify",
+          [&]
+          {
+              for (IPlugin* pPlugin : m_Registry.GetInput())
+              {
+                  pPlugin->Notify(uFirst, uSecond, uThird);
+              }
+          });
 }
 
 bool CEditorHost::SendCommand(uint32_t uCommand)
@@ -111,21 +192,19 @@ bool CEditorHost::SendCommand(uint32_t uCommand)
         const uint32_t uLocal = uCommand - uHandle;
         if (uLocal >= 1 && uLocal <= LAST_LOCAL_COMMAND)
         {
-            BeginEvent({.eKind = EHostEvent::Command, .uCommand = uCommand});
-            pPlugin->OnCommand(static_cast<int32_t>(uLocal));
-            EndEvent();
+            SendEvent("CEditorHost::SendCommand",
+                      {.eKind = EHostEvent::Command, .uCommand = uCommand},
+                      [&](IPlugin& plugin)
+                      {
+                          if (&plugin == pPlugin)
+                          {
+                              plugin.OnCommand(static_cast<int32_t>(uLocal));
+                          }
+                      });
             return true;
         }
     }
     return false;
-}
-
-void CEditorHost::EndDrag()
-{
-    if (m_DragView != NO_VIEW)
-    {
-        SendButtonUp(m_DragView, 0, m_DragPoint);
-    }
 }
 
 void CEditorHost::NotifyPanelClosed()
@@ -145,31 +224,47 @@ void CEditorHost::RemoveObserver(IHostObserver* pObserver)
                       m_Observers.end());
 }
 
-void CEditorHost::BeginEvent(const SHostEvent& event)
+// An observer that has no memory for an event loses only what is its own.
+void CEditorHost::TellBefore(const SHostEvent& event)
 {
     for (IHostObserver* pObserver : m_Observers)
     {
-        pObserver->OnBeforeEvent(event);
-    }
-    m_Event = event;
-}
-
-void CEditorHost::EndEvent()
-{
-    const SHostEvent event = m_Event; // an observer may cause another one
-    m_Event = {};
-    for (IHostObserver* pObserver : m_Observers)
-    {
-        pObserver->OnEvent(event);
+        try
+        {
+            pObserver->OnBeforeEvent(event);
+        }
+        catch (const std::bad_alloc&)
+        {
+            CrashLog("[CEditorHost] not enough memory to follow what happens\n");
+        }
     }
 }
 
-void CEditorHost::Tell(EHostEvent eKind)
+void CEditorHost::Tell(const SHostEvent& event)
 {
     for (IHostObserver* pObserver : m_Observers)
     {
-        pObserver->OnEvent({.eKind = eKind});
+        try
+        {
+            pObserver->OnEvent(event);
+        }
+        catch (const std::bad_alloc&)
+        {
+            CrashLog("[CEditorHost] not enough memory to follow what happens\n");
+        }
     }
+}
+
+IPluginScript* CEditorHost::FindScript() const
+{
+    for (IPlugin* pPlugin : m_Registry.GetInput())
+    {
+        if (auto* pScript = dynamic_cast<IPluginScript*>(pPlugin))
+        {
+            return pScript;
+        }
+    }
+    return nullptr;
 }
 
 std::string CEditorHost::GetUndoText() const
@@ -177,23 +272,37 @@ std::string CEditorHost::GetUndoText() const
     const bool bMouse = m_Event.eKind == EHostEvent::ButtonDown ||
                         m_Event.eKind == EHostEvent::MouseMove ||
                         m_Event.eKind == EHostEvent::ButtonUp;
-    for (IPlugin* pPlugin : m_Registry.GetInput())
-    {
-        auto* pScript = dynamic_cast<IPluginScript*>(pPlugin);
-        if (bMouse && pScript != nullptr)
-        {
-            return GetReadableName(pScript->GetFunctionName());
-        }
-    }
-    return m_Caption;
+    IPluginScript* pScript = bMouse ? FindScript() : nullptr;
+    return pScript != nullptr ? GetReadableName(pScript->GetFunctionName()) : m_Caption;
+}
+
+bool CEditorHost::Undo()
+{
+    bool bUndone = false;
+    Guard("CEditorHost::Undo", [&] { bUndone = m_Undo.Undo(); });
+    return bUndone;
+}
+
+bool CEditorHost::GoToStep(size_t nPosition)
+{
+    bool bThere = false;
+    Guard("CEditorHost::GoToStep", [&] { bThere = m_Undo.GoTo(nPosition); });
+    return bThere;
+}
+
+bool CEditorHost::Redo()
+{
+    bool bRedone = false;
+    Guard("CEditorHost::Redo", [&] { bRedone = m_Undo.Redo(); });
+    return bRedone;
 }
 
 void CEditorHost::OnBeforeStep(bool bRedo)
 {
-    BeginEvent({.eKind = bRedo ? EHostEvent::Redo : EHostEvent::Undo});
+    TellBefore({.eKind = bRedo ? EHostEvent::Redo : EHostEvent::Undo});
 }
 
 void CEditorHost::OnStep(bool bRedo)
 {
-    Tell(bRedo ? EHostEvent::Redo : EHostEvent::Undo);
+    Tell({.eKind = bRedo ? EHostEvent::Redo : EHostEvent::Undo});
 }

@@ -324,7 +324,8 @@ std::string CLevelDocument::GetHeightPath() const
 
 bool CLevelDocument::IsModified() const
 {
-    return HasLevel() && (m_bChanged || m_Host.GetUndoStack().GetStateId() != m_SavedStateId);
+    const bool bSteps = m_Host.GetUndoStack().GetStateId() != m_SavedStateId;
+    return HasLevel() && (m_bChanged || bSteps || GetRevision() != m_KnownRevision);
 }
 
 void CLevelDocument::SetBitmap(const std::string& strPath)
@@ -358,25 +359,41 @@ SLevelText CLevelDocument::GetText() const
 void CLevelDocument::OnBeforeEvent(const SHostEvent& event)
 {
     // A press drops a drag that was never released: its heights stay and no record knows of them.
-    const bool bDropped = event.eKind == EHostEvent::ButtonDown && GetRevision() != m_KnownRevision;
-    m_bChanged = m_bChanged || bDropped;
+    if (event.eKind == EHostEvent::ButtonDown)
+    {
+        NoteChange();
+    }
+}
+
+void CLevelDocument::NoteChange()
+{
+    m_bChanged = m_bChanged || GetRevision() != m_KnownRevision;
+    m_KnownRevision = GetRevision();
 }
 
 void CLevelDocument::OnEvent(const SHostEvent& event)
 {
-    if (event.eKind == EHostEvent::TerrainReloaded)
+    switch (event.eKind)
     {
+    case EHostEvent::ButtonDown:
+    case EHostEvent::MouseMove:
+        return; // the stroke is not over
+    case EHostEvent::ButtonUp:
+    case EHostEvent::Action:
+    case EHostEvent::Command:
+        NoteChange(); // what came with a record was known before
+        return;
+    case EHostEvent::TerrainReloaded:
         m_bChanged = true; // the level file names other cells
-    }
-    if (event.eKind == EHostEvent::LevelChanged)
-    {
+        break;
+    case EHostEvent::LevelChanged:
         if (!m_bOpening)
         {
             SetSource({}, {}, true); // a script has made or opened it: it is no file of ours
         }
+        break;
+    default:
+        break; // a step, or a stroke that was taken back
     }
-    if (event.eKind != EHostEvent::MouseMove && event.eKind != EHostEvent::ButtonDown)
-    {
-        m_KnownRevision = GetRevision();
-    }
+    m_KnownRevision = GetRevision();
 }

@@ -95,6 +95,7 @@ private:
     std::string GetSavedHeightPath() const;
     bool WriteTo(const std::string& strPath, const std::string& strHeightPath);
     void SetSaved();
+    void NoteChange(); // of heights that undo does not know
     void SetSource(const SLevelText& text, CLevelFiles&& files, bool bSaved);
     void OnHeightsSaved(const char* pszPath);
 

@@ -28,7 +28,7 @@ int CModeManager::RegisterMode(IEditorMode* pMode, int iGroup)
     return iModeId;
 }
 
-bool CModeManager::ActivateMode(int iModeId, int iParameter)
+bool CModeManager::ActivateMode(int iModeId, int /*iParameter*/)
 {
     IEditorMode* pMode = FindMode(iModeId);
     if (pMode == nullptr)
@@ -39,15 +39,21 @@ bool CModeManager::ActivateMode(int iModeId, int iParameter)
     {
         return true;
     }
-    if (!pMode->IsAvailable() || !DeactivateMode(iParameter))
+    if (!pMode->IsAvailable() || !CanDeactivateCurrentMode())
     {
         return false;
+    }
+    EndDrag();
+    if (m_CurrentId != iModeId)
+    {
+        ForceDeactivate();
     }
     if (m_CurrentId != NO_MODE)
     {
         return m_CurrentId == iModeId; // what left has made a mode current itself
     }
     m_CurrentId = iModeId;
+    m_bSuspended = false;
     pMode->Activate();
     return true;
 }
@@ -146,16 +152,28 @@ bool CModeManager::SetModeCursor()
 
 void CModeManager::SuspendCurrentMode(bool bSuspended)
 {
-    if (IEditorMode* pMode = FindMode(m_CurrentId))
+    IEditorMode* pMode = FindMode(m_CurrentId);
+    if (pMode != nullptr && bSuspended != m_bSuspended)
     {
+        m_bSuspended = bSuspended;
         pMode->Suspend(bSuspended);
+    }
+}
+
+void CModeManager::EndDrag()
+{
+    if (m_EndDrag)
+    {
+        m_EndDrag();
     }
 }
 
 void CModeManager::ForceDeactivate()
 {
+    EndDrag(); // as long as the mode can be reached: plug-ins forward to their own group only
+    SuspendCurrentMode(false);
     // Not current any more while it is leaving: what it calls from Deactivate sees the new state,
-    // and cannot make it leave a second time.
+    // and cannot make it leave a second time. Its release may have left it already.
     IEditorMode* pMode = FindMode(m_CurrentId);
     m_CurrentId = NO_MODE;
     if (pMode != nullptr)
@@ -166,6 +184,7 @@ void CModeManager::ForceDeactivate()
 
 void CModeManager::DestroyModes()
 {
+    m_bSuspended = false;
     m_CurrentId = NO_MODE;
     m_Modes.clear();
 }

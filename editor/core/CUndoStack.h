@@ -37,6 +37,9 @@ public:
     bool Add(CUndo* pUndo, std::string strText = {}, size_t nBytes = 0);
     // Bytes that all records may take together; 0 is no limit.
     void SetLimit(size_t nBytes);
+
+    size_t GetLimit() const { return m_Limit; }
+
     // One step back or forth. False when there is nothing to do.
     bool Undo();
     bool Redo();

@@ -16,6 +16,7 @@ enum class EHostEvent : uint32_t
     UndoAdded,       // a record came; inside the event that made it
     LevelChanged,    // another terrain; the undo stack is empty
     TerrainReloaded, // the heights came anew from the level's file; the undo stack is as it was
+    DragDropped,     // for want of memory: heights as before the press, no record
 };
 
 // One thing that happened on the host. Members that an event has no use for are 0.
@@ -44,8 +45,9 @@ class IHostObserver
 public:
     virtual ~IHostObserver() = default;
 
-    // The plug-ins have not seen the event yet. Not called for UndoAdded, LevelChanged and
-    // TerrainReloaded. An undo or redo that finds nothing to do has no OnEvent.
+    // The plug-ins have not seen the event yet. Not called for UndoAdded, LevelChanged,
+    // TerrainReloaded and DragDropped. An undo or redo that finds nothing to do has no OnEvent. The
+    // release that ends a drag may come inside another event.
     virtual void OnBeforeEvent(const SHostEvent& /*event*/) {}
 
     virtual void OnEvent(const SHostEvent& /*event*/) {}

@@ -268,6 +268,7 @@ void CRecorder::OnEvent(const SHostEvent& event)
         break;
     case EHostEvent::LevelChanged:
     case EHostEvent::TerrainReloaded:
+    case EHostEvent::DragDropped: // a replay, which has the memory, would keep the stroke
         m_bStale = true;
         m_bDrag = false;
         break;

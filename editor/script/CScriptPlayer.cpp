@@ -115,7 +115,12 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
         ++nPlayed;
         std::string strWhy;
         std::string strCall = CScriptCall(*pKeyword).GetText(); // playing changes file names
-        if (!PlayKeyword(*pKeyword, strWhy))
+        bool bPlayed = false;
+        if (!m_Host.Guard("CScriptPlayer::Play", [&] { bPlayed = PlayKeyword(*pKeyword, strWhy); }))
+        {
+            strWhy = "not enough memory";
+        }
+        if (!bPlayed)
         {
             strFault = m_ScriptPath + ": " + strCall.append(": ").append(strWhy);
             strFault += " (keyword " + std::to_string(nPlayed) + ")";

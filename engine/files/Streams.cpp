@@ -43,9 +43,8 @@ int FollowLinks(std::string& strPath)
     for (int i = 0; i < LINKS_FOLLOWED; ++i)
     {
         char szLink[PATH_MAX];
-        const ssize_t nLength = GetOwnDescriptor(strPath) >= 0
-                                    ? 0
-                                    : ::readlink(strPath.c_str(), szLink, sizeof szLink);
+        const ssize_t nLength =
+            GetOwnDescriptor(strPath) >= 0 ? 0 : ::readlink(strPath.c_str(), szLink, sizeof szLink);
         if (nLength <= 0)
         {
             return 0;

@@ -15,7 +15,8 @@ int FollowLinks(std::string& strPath);
 int GetOwnDescriptor(const std::string& strPath);
 
 // Opens it for writing in iDescriptor, which the caller closes. Waits for no reader (ENXIO without
-// one). The system's error number, 0 for success. For results of FollowLinks that are no plain files.
+// one). The system's error number, 0 for success. For results of FollowLinks that are no plain
+// files.
 int OpenStream(const std::string& strPath, int& iDescriptor);
 
 } // namespace fs

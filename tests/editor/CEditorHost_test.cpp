@@ -92,3 +92,38 @@ TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
     EXPECT_EQ(&GetFrontEnd(), &before);
     EXPECT_TRUE(ReportProgress("Work", 0.75F));
 }
+
+TEST_F(CEditorHostTest, ADragBelongsToItsViewAndGivesTheMouseBack)
+{
+    class CEvents : public IHostObserver
+    {
+    public:
+        void OnEvent(const SHostEvent& event) override
+        {
+            constexpr const char* NAMES[] = {"press", "move", "release"};
+            strEvents += NAMES[static_cast<int>(event.eKind)] + std::to_string(event.view) + " ";
+        }
+
+        std::string strEvents;
+    };
+
+    CFakeFrontEnd frontEnd;
+    CEvents events;
+    m_Host.AddObserver(&events);
+    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.SendMouseMove(2, 0, {}, {}, {}); // the cursor of another view hovers
+    m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {}, {});
+    m_Host.SendButtonUp(2, 0, {});
+    EXPECT_EQ(events.strEvents, "press1 move1 release1 ");
+    EXPECT_FALSE(m_Host.IsDragging());
+    EXPECT_EQ(frontEnd.calls, (FakeCalls{"FrontEnd.ReleaseCapture()"}));
+    events.strEvents.clear();
+    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.SendButtonDown(2, MOUSE_LEFT, {});
+    m_Host.EndDrag();
+    m_Host.EndDrag();
+    m_Host.SendButtonUp(2, 0, {});
+    EXPECT_EQ(events.strEvents, "press1 release1 press2 release2 release2 ");
+    EXPECT_EQ(frontEnd.calls.size(), 3U) << "once a drag";
+    m_Host.RemoveObserver(&events);
+}

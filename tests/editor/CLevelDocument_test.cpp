@@ -82,6 +82,16 @@ TEST_F(CLevelDocumentTest, KnowsWhatIsNotSaved)
     EXPECT_TRUE(m_Document.IsModified());
     ASSERT_TRUE(m_Document.Save());
 
+    // So do heights that a whole drag leaves without a step, whatever steps follow them.
+    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    SetAll(4.0F);
+    EXPECT_TRUE(m_Document.IsModified());
+    m_Host.SendButtonUp(1, 0, {});
+    Change(5.0F);
+    m_Host.Undo();
+    EXPECT_TRUE(m_Document.IsModified());
+    ASSERT_TRUE(m_Document.Save());
+
     m_Host.RefreshAfterReload(); // a resolution change
     EXPECT_TRUE(m_Document.IsModified());
     // Another hand has made a level: saving must not write it over ours.

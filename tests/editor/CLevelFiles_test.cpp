@@ -119,9 +119,10 @@ TEST_F(CLevelFilesTest, WhatTheEditorDoesNotKnowStays)
 {
     MakeLevel("l.level", 12.0F);
     const std::string strLevel = m_Folder.Path("l.level");
-    const std::string strCommon = "!height_map( s ) !material( s ) !cells( n, n )\ncells( 16, 16 )\n"
-                                  "!terrain_size( v3 ) terrain_size( [160, 50, 160] )\n"
-                                  "!owner( s ) owner( \"both\" ) material( \"common.mat\" )\n";
+    const std::string strCommon =
+        "!height_map( s ) !material( s ) !cells( n, n )\ncells( 16, 16 )\n"
+        "!terrain_size( v3 ) terrain_size( [160, 50, 160] )\n"
+        "!owner( s ) owner( \"both\" ) material( \"common.mat\" )\n";
     WriteBytes(m_Folder.Path("sub/common.txt"), strCommon);
     for (const SKeptCase& kept : KEPT)
     {
@@ -333,7 +334,8 @@ protected:
     bool IsPrepared() const
     {
         const char* pszPreload = std::getenv("LD_PRELOAD");
-        return pszPreload != nullptr && std::string(pszPreload).find("disk_faults") != std::string::npos;
+        return pszPreload != nullptr &&
+               std::string(pszPreload).find("disk_faults") != std::string::npos;
     }
 
     void RunPrepared(const char* pszFilter)

@@ -255,3 +255,55 @@ TEST_F(CModeManagerTest, AModeMaySwitchFromInsideACallAndWhileItLeaves)
     EXPECT_EQ(TakeCalls(), "a up 1 0 0, b available, a leave?, a off, b available, b on, ");
     EXPECT_EQ(m_Modes.GetCurrentModeId(), 1);
 }
+
+TEST_F(CModeManagerTest, EndsTheDragAndTheSuspensionBeforeAModeIsLeft)
+{
+    const SButtonBlock last = {5, 6, 0, 0};
+    bool bDragging = false;
+    m_Modes.SetDragEnd(
+        [&]
+        {
+            if (std::exchange(bDragging, false))
+            {
+                m_Modes.OnLButtonUp(1, 0, &last);
+            }
+        });
+    const std::function<void()> ways[] = {[&] { m_Modes.DeactivateMode(0); },
+                                          [&] { m_Modes.ForceDeactivate(); },
+                                          [&]
+                                          {
+                                              m_Modes.ActivateMode(1, 0);
+                                          }};
+    for (const auto& leave : ways)
+    {
+        m_Modes.ForceDeactivate();
+        ASSERT_TRUE(m_Modes.ActivateMode(0, 0));
+        m_Modes.SuspendCurrentMode(true);
+        m_Modes.SuspendCurrentMode(true);
+        bDragging = true;
+        TakeCalls();
+        leave();
+        const std::string strCalls = TakeCalls();
+        EXPECT_NE(strCalls.find("a up 1 393221 0, a resume, a off, "), std::string::npos)
+            << strCalls;
+    }
+    EXPECT_EQ(m_Modes.GetCurrentModeId(), 1) << "by the last one";
+    m_Modes.SuspendCurrentMode(false);
+    EXPECT_EQ(TakeCalls(), "") << "another mode is not suspended";
+
+    // Refused: nothing ends. A release that switches by itself has switched.
+    bDragging = true;
+    m_B->bMayLeave = false;
+    EXPECT_FALSE(m_Modes.ActivateMode(0, 0));
+    EXPECT_TRUE(bDragging);
+    m_B->bMayLeave = true;
+    m_B->onEvent = [this]
+    {
+        m_Modes.ActivateMode(0, 0);
+    };
+    TakeCalls();
+    EXPECT_TRUE(m_Modes.ActivateMode(0, 0));
+    EXPECT_EQ(TakeCalls(),
+              "a available, b leave?, b up 1 393221 0, a available, b leave?, b off, a available, "
+              "a on, ");
+}

@@ -9,9 +9,16 @@ namespace
 
 std::atomic<size_t> g_nAllocations = 0;
 std::atomic<size_t> g_nBytes = 0;
+std::atomic<size_t> g_nUntilFailure = 0;
+std::atomic<bool> g_bFailed = false;
 
-void* Allocate(size_t nBytes)
+void* AllocateOrNull(size_t nBytes)
 {
+    if (g_nUntilFailure > 0 && --g_nUntilFailure == 0)
+    {
+        g_bFailed = true;
+        return nullptr;
+    }
     ++g_nAllocations;
     g_nBytes += nBytes;
     void* pMemory = std::malloc(nBytes > 0 ? nBytes : 1);
@@ -22,7 +29,28 @@ void* Allocate(size_t nBytes)
     return pMemory;
 }
 
+void* Allocate(size_t nBytes)
+{
+    void* pMemory = AllocateOrNull(nBytes);
+    if (pMemory == nullptr)
+    {
+        throw std::bad_alloc();
+    }
+    return pMemory;
+}
+
 } // namespace
+
+void FailAllocation(size_t nNext)
+{
+    g_bFailed = false;
+    g_nUntilFailure = nNext;
+}
+
+bool HasAllocationFailed()
+{
+    return g_bFailed;
+}
 
 size_t GetAllocationCount()
 {
@@ -66,10 +94,10 @@ void operator delete[](void* pMemory, size_t /*nBytes*/) noexcept
 
 void* operator new(size_t nBytes, const std::nothrow_t& /*tag*/) noexcept
 {
-    return Allocate(nBytes);
+    return AllocateOrNull(nBytes);
 }
 
 void* operator new[](size_t nBytes, const std::nothrow_t& /*tag*/) noexcept
 {
-    return Allocate(nBytes);
+    return AllocateOrNull(nBytes);
 }

@@ -5,9 +5,11 @@
 #include "editor/app/CHistoryDock.h"
 #include "editor/app/CStatusLine.h"
 #include "engine/terrain/CTerrain.h"
+#include "host/IPlugin.h"
 #include "host/IPluginScript.h"
 #include "tests/editor/app/EditorFixture.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QListWidget>
 
@@ -79,6 +81,59 @@ TEST_F(CSculpting, EscapeTakesTheRunningStrokeBackWhole)
     EXPECT_EQ(GetHost().GetUndoStack().GetRedoCount(), 0U);
     Drag(GetView(), {0.4, 0.5}, {0.6, 0.5});
     EXPECT_NE(GetHeights(), before) << "the next stroke works";
+}
+
+TEST_F(CSculpting, LeavingTheModeInMidStrokeEndsItAndSetsTheMouseFree)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(TakeBrush());
+    const std::vector<float> before = GetHeights();
+    MoveTo(GetView(), {0.4, 0.5});
+    Do({"mousedown", "1"});
+    MoveTo(GetView(), {0.6, 0.5});
+    Key("ctrl+t");
+    const std::vector<float> stroke = GetHeights();
+    EXPECT_NE(stroke, before);
+    EXPECT_EQ(GetStatus("status-mode"), "No mode");
+    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 1U);
+    EXPECT_TRUE(m_Editor->GetDocument().IsModified());
+    EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
+    Key("Escape"); // the button is still down, but there is no stroke to take back
+    EXPECT_EQ(GetHeights(), stroke);
+    Do({"mouseup", "1"});
+    ASSERT_NO_FATAL_FAILURE(TakeBrush());
+    MoveTo(GetView(), {0.3, 0.6});
+    MoveTo(GetView(), {0.5, 0.7});
+    EXPECT_EQ(GetHeights(), stroke) << "no button is down";
+    Key("ctrl+z");
+    EXPECT_EQ(GetHeights(), before);
+    EXPECT_FALSE(m_Editor->GetDocument().IsModified());
+}
+
+TEST_F(CSculpting, EscapeLeavesTheToolThatIsUsedOnceAndNoOther)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(TakeBrush());
+    Key("Escape");
+    EXPECT_EQ(GetStatus("status-mode"), "Terraforming");
+    for (const bool bStroke : {false, true}) // which would ask for a file at its release
+    {
+        uint32_t uHandle = 0;
+        m_Editor->GetPlugin()->GetActionHandle(&uHandle);
+        GetHost().SendCommand(uHandle + 5);
+        Settle();
+        MoveTo(GetView(), {0.4, 0.5});
+        EXPECT_EQ(GetStatus("status-mode"), "Export terrain extent");
+        if (bStroke)
+        {
+            Do({"mousedown", "1"});
+            MoveTo(GetView(), {0.7, 0.6});
+        }
+        Key("Escape");
+        EXPECT_EQ(GetStatus("status-mode"), "No mode");
+    }
+    Do({"mouseup", "1"});
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 TEST_F(CSculpting, TheSamePathGivesTheSameHeightsHoweverOftenTheMouseReports)
@@ -176,6 +231,17 @@ TEST_F(CSculpting, AClickInTheHistoryGoesToThatStep)
         EXPECT_EQ(GetHeights(), states[static_cast<size_t>(iRow)]) << iRow;
         EXPECT_EQ(pList->currentRow(), iRow);
     }
+
+    // A limit that holds one stroke; what was given up says so in the place of the start.
+    GetHost().GetUndoStack().SetLimit(1);
+    Drag(GetView(), {0.5, 0.5}, {0.55, 0.6}, 5);
+    ASSERT_EQ(pList->count(), 2);
+    EXPECT_EQ(pList->item(0)->text(), "Older steps were given up: 2");
+    EXPECT_EQ(pList->item(1)->text(), "3 Relative height");
+    Key("ctrl+z");
+    Key("ctrl+z");
+    EXPECT_EQ(GetHeights(), states[2]) << "no further back";
+    EXPECT_TRUE(m_Editor->GetDocument().IsModified()) << "the level was new before them";
 }
 
 TEST_F(CSculpting, EveryMoveOfABurstReachesThePluginBeforeTheNextFrame)

@@ -147,7 +147,8 @@ TEST(FileGroups, WhicheverCallFailsAllFilesAreOldOrAllAreNew)
 {
     for (const std::string strKind : {"full", "readonly", "term", "kill"})
     {
-        for (const auto& [bPlain, bFirstThere] : {std::pair(false, true), {true, false}, {true, true}})
+        for (const auto& [bPlain, bFirstThere] :
+             {std::pair(false, true), {true, false}, {true, true}})
         {
             const CTempFolder folder;
             const std::string strFirst = folder.Path("a.height");

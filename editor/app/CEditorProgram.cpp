@@ -1,0 +1,20 @@
+#include "editor/app/CEditorProgram.h"
+
+#include "editor/core/CEditorHost.h"
+
+CEditorProgram::CEditorProgram(int& nArguments, char** ppszArguments)
+    : QApplication(nArguments, ppszArguments)
+{
+}
+
+bool CEditorProgram::notify(QObject* pReceiver, QEvent* pEvent)
+{
+    if (m_Host == nullptr)
+    {
+        return QApplication::notify(pReceiver, pEvent);
+    }
+    bool bTaken = false;
+    m_Host->Guard("CEditorProgram::notify",
+                  [&] { bTaken = QApplication::notify(pReceiver, pEvent); });
+    return bTaken;
+}
