@@ -171,4 +171,6 @@ private:
     STCParseCallbacks m_Callbacks;
     STCParseOutline* m_pOutline = nullptr;
     std::vector<STCParseOutline::SSpan> m_Arguments; // of the call that was read last
+    bool m_bOpenComment = false;                     // the end of the text ends it
+    bool m_bCutInclude = false; // so does it a directive, whose name could not be read
 };

@@ -7,8 +7,10 @@ CTCPARSE_KEYWORD* CTCParse::ReadBlock(SVocabulary& vocabulary, int32_t* pError)
 {
     CTCPARSE_KEYWORD* pFirst = nullptr;
     SPlace place{&pFirst, {}};
+    size_t iStart = 0; // of the statement
     while (*pError == 0 && !SkipSpace())
     {
+        iStart = GetPosition();
         const int nChar = GetChar();
         switch (nChar)
         {
@@ -38,6 +40,9 @@ CTCPARSE_KEYWORD* CTCParse::ReadBlock(SVocabulary& vocabulary, int32_t* pError)
     }
     if (m_pOutline != nullptr)
     {
+        // The name of an included file may lack its closing quote up to the end of the text.
+        m_pOutline->iEnd = m_bCutInclude ? iStart : GetPosition();
+        m_pOutline->bOpenComment = m_bOpenComment && !m_bCutInclude;
         m_pOutline->nOpenBlocks = place.around.size();
     }
     return pFirst;

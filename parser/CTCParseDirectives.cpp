@@ -130,6 +130,7 @@ CTCPARSE_STRING* CTCParse::ReadIncludeName(int32_t* pError)
     SkipSpace();
     const size_t iStart = GetPosition();
     CTCPARSE_STRING* pName = ReadString(pError);
+    m_bCutInclude = pName == nullptr && m_pCursor == m_pEnd;
     if (m_pOutline != nullptr && pName != nullptr)
     {
         m_pOutline->includes.push_back({{iStart, GetPosition()}, pName->value});

@@ -33,10 +33,7 @@ bool CTCParse::SkipComment()
         static constexpr char CLOSING[] = {'*', '/'};
         const char* pClosing = std::search(pBody, m_pEnd, CLOSING, CLOSING + sizeof(CLOSING));
         m_pCursor = pClosing != m_pEnd ? pClosing + sizeof(CLOSING) : m_pEnd;
-        if (m_pOutline != nullptr && pClosing == m_pEnd)
-        {
-            m_pOutline->bOpenComment = true;
-        }
+        m_bOpenComment = pClosing == m_pEnd;
         return true;
     }
     return false;

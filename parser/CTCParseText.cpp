@@ -117,7 +117,12 @@ std::string CTCParseText::Update(const std::vector<SCall>& calls, const std::str
     {
         strText.replace(edit.span.iStart, edit.span.iEnd - edit.span.iStart, edit.strText);
     }
-    return added.empty() ? strText : strText + MakeAddition(added);
+    if (!added.empty())
+    {
+        const size_t nBehind = m_Outline.strText.size() - m_Outline.iEnd;
+        strText.insert(strText.size() - nBehind, MakeAddition(added));
+    }
+    return strText;
 }
 
 // False when no call of the file itself can say it.
@@ -179,7 +184,7 @@ bool CTCParseText::IsDeclared(const SCall& call) const
 
 std::string CTCParseText::MakeAddition(const std::vector<const SCall*>& calls) const
 {
-    const std::string& strText = m_Outline.strText;
+    const std::string strText = m_Outline.strText.substr(0, m_Outline.iEnd);
     const size_t iLine = strText.find('\n');
     const bool bReturn = iLine != std::string::npos && iLine > 0 && strText[iLine - 1] == '\r';
     const std::string strEnd = bReturn ? "\r\n" : "\n";

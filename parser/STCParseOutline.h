@@ -32,6 +32,7 @@ struct STCParseOutline
     std::vector<SCall> calls;       // outside of blocks, as they follow one another
     std::vector<SInclude> includes; // also those whose condition does not hold
     CTCParseNameList declarations;  // in force at the end of the text
-    size_t nOpenBlocks = 0;         // at the end of the text, which closes them
-    bool bOpenComment = false;      // so is a comment
+    size_t iEnd = 0;                // where statements can be added; what is behind says nothing
+    size_t nOpenBlocks = 0;         // there
+    bool bOpenComment = false;      // there
 };

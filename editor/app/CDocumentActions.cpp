@@ -76,7 +76,9 @@ bool CDocumentActions::Report(bool bDone, const QString& strFault)
 std::string
 CDocumentActions::AskForFile(bool bSave, const QString& strTitle, const QString& strFilter)
 {
-    const QString strFolder = QString::fromStdString(GetSaveFolder());
+    const std::string strLevelFolder = m_Editor.GetDocument().GetFolder();
+    const bool bThere = !bSave && !strLevelFolder.empty(); // read, also where nothing can be made
+    const QString strFolder = QString::fromStdString(bThere ? strLevelFolder : GetSaveFolder());
     if (!bSave)
     {
         return QFileDialog::getOpenFileName(&m_Window, strTitle, strFolder, strFilter)

@@ -20,6 +20,9 @@ public:
     // Another content now, or a file where there was none. One that has gone has not changed.
     bool IsChanged() const;
 
+    // Whatever is there from now on counts as changed.
+    void Forget() { m_State = {}; }
+
     // Both were there, and this one was written later.
     bool IsNewerThan(const CFileStamp& other) const;
 

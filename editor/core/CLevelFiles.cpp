@@ -29,7 +29,10 @@ void CLevelFiles::DistrustNewerThan(const std::string& strCopy)
     const CFileStamp copy(strCopy);
     for (CFileStamp* pStamp : {&m_Text, &m_Heights})
     {
-        *pStamp = pStamp->IsNewerThan(copy) ? CFileStamp() : *pStamp;
+        if (pStamp->IsNewerThan(copy))
+        {
+            pStamp->Forget();
+        }
     }
 }
 

@@ -2,7 +2,8 @@
 // "./900", the descriptor it is opened under.
 
 #include "host/Log.h"
-#include "parser/TCParseFile.h"
+#include "parser/CTCParseText.h"
+#include "parser/DeclarativeText.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -10,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <string_view>
 
 namespace
 {
@@ -63,6 +65,43 @@ void Fail(const char* pszWhat)
     abort();
 }
 
+void WriteInput(std::string_view text)
+{
+    if (ftruncate(DESCRIPTOR, 0) != 0 ||
+        pwrite(DESCRIPTOR, text.data(), text.size(), 0) != static_cast<ssize_t>(text.size()))
+    {
+        Fail("the file in memory is not written");
+    }
+}
+
+// Whatever else a file says, it is the same again, and takes other values that read back.
+void CheckUpdate(std::string_view text)
+{
+    CTCParseText kept;
+    if (kept.Read(PATH) != tcparse_done)
+    {
+        return;
+    }
+    if (kept.Update({}, PATH) != text)
+    {
+        Fail("a text changes without a reason");
+    }
+    if (text.find("include") != std::string_view::npos)
+    {
+        return; // of itself: what is added would be read more than once
+    }
+    const CTCParseText::SCall call = {"n", {{tcparse_string, "\"x\""}, {tcparse_int, "-7"}}};
+    WriteInput(kept.Update({call}, PATH));
+    CTCParseText updated;
+    const bool bRead = updated.Read(PATH) == tcparse_done;
+    const CTCPARSE_KEYWORD* pCall = bRead ? updated.FindLast("n") : nullptr;
+    if (pCall == nullptr || pCall->params == nullptr || pCall->params->next == nullptr ||
+        MakeValueText(*pCall->params) != "\"x\"" || MakeValueText(*pCall->params->next) != "-7")
+    {
+        Fail("a value that was written does not read back");
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* /*pArgumentCount*/, char*** /*pArguments*/)
@@ -79,11 +118,8 @@ extern "C" int LLVMFuzzerInitialize(int* /*pArgumentCount*/, char*** /*pArgument
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, size_t nBytes)
 {
-    if (ftruncate(DESCRIPTOR, 0) != 0 ||
-        pwrite(DESCRIPTOR, pBytes, nBytes, 0) != static_cast<ssize_t>(nBytes))
-    {
-        Fail("the file in memory is not written");
-    }
+    const std::string_view text(reinterpret_cast<const char*>(pBytes), nBytes);
+    WriteInput(text);
     ETCParseStatus eStatus = tcparse_done;
     const std::unique_ptr<CTCPARSE_KEYWORD> pTree(
         TCParseFile(PATH, FindInt, FindFloat, FindVector, FindVector, FindText, &eStatus));
@@ -100,5 +136,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, size_t nBytes)
             Fail("the tree is not saved");
         }
     }
+    CheckUpdate(text);
     return 0;
 }

@@ -253,6 +253,7 @@ TEST_F(CPanel, AResolutionChosenInTheListIsTheTerrains)
                         });
     EXPECT_EQ(GetTerrain()->GetVerticesX(), 65U);
     EXPECT_EQ(list.currentText(), "65x65");
+    EXPECT_TRUE(m_Editor->GetDocument().FindReplaced().empty()) << "nobody else has written it";
     EXPECT_TRUE(std::filesystem::exists(m_Folder.Path("hill.height.bak")) ||
                 std::filesystem::exists(m_Folder.Path("hill.bak")));
     Answer<QMessageBox>([this] { Key("Down"); }, [this](QMessageBox&) { Key("Escape"); });
