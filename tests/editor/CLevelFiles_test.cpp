@@ -1,5 +1,6 @@
 // The two files of a level: what a save keeps, what it would replace, and what a fault leaves.
 
+#include "editor/core/SLevelText.h"
 #include "tests/editor/CLevelDocumentTest.h"
 #include "tests/support/CLogCatcher.h"
 
@@ -107,6 +108,12 @@ constexpr SKeptCase KEPT[] = {
      "!cells( i )\n!height_map( s )\n!x()\n!terrain_size( v3 )\n"
      "terrain_size( [160.0, 50.0, 160.0] ) height_map( \"l.height\" )\ncells( 3 )\nx() { x() { "
      "/* open **/\n}}\n!cells( i, i )\ncells( 16, 16 )\n"},
+    {"before a name that its file does not end",
+     "!height_map( s )\nheight_map( \"l.height\" ) !include( \"sub/common.txt )\n",
+     "new.mat",
+     "!height_map( s )\nheight_map( \"l.height\" ) \n!terrain_size( v3 )\n"
+     "terrain_size( [160.0, 50.0, 160.0] )\n!cells( i, i )\ncells( 16, 16 )\n"
+     "!material( s )\nmaterial( \"new.mat\" )\n!include( \"sub/common.txt )\n"},
     {"an included file is left alone",
      "!include( \"sub/common.txt\" )\nheight_map( \"l.height\" )\n",
      "new.mat",
@@ -228,7 +235,11 @@ TEST_F(CLevelFilesTest, ChangesByAnotherHandAreSeen)
          ""},
         {"heights that the plug-in writes",
          [] {},
-         [&] { ASSERT_TRUE(GetTerrain()->SaveHeightMap(strHeights.c_str(), nullptr, 0, 0)); },
+         [&]
+         {
+             SetAll(9.0F);
+             ASSERT_TRUE(GetTerrain()->SaveHeightMap(strHeights.c_str(), nullptr, 0, 0));
+         },
          ""},
     };
     const std::string strText = ReadBytes(strLevel);
@@ -244,6 +255,19 @@ TEST_F(CLevelFilesTest, ChangesByAnotherHandAreSeen)
         EXPECT_EQ(GetReplaced(), hand.pszReplaced);
         ASSERT_TRUE(m_Document.Save());
         EXPECT_EQ(GetReplaced(), "") << "what was saved is ours";
+    }
+    // What was written after the copy of a run that died is not what that run knew.
+    SLevelText text;
+    text.strPath = strLevel;
+    text.strHeightMap = strHeights;
+    WriteBytes(m_Folder.Path("copy.height"), strBytes);
+    for (const int iAge : {10, -10})
+    {
+        SetTime(m_Folder.Path("copy.height"), iNow, 5);
+        SetTime(strHeights, iNow - 20, 5);
+        SetTime(strLevel, iNow - iAge, 5);
+        ASSERT_TRUE(m_Document.OpenRecovered(text, m_Folder.Path("copy.height").c_str()));
+        EXPECT_EQ(GetReplaced(), iAge > 0 ? "" : "!l.level");
     }
     // The file behind a link counts, and the link stays one.
     std::filesystem::create_symlink("l.level", strLink);
