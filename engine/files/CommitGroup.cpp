@@ -32,7 +32,7 @@ std::string PutBack(std::vector<SHeld>& held, size_t nPlaced)
     {
         const bool bNew = i < nPlaced && held[i].file.PutBack() != 0;
         std::string& strList = bNew ? strNew : strOld;
-        strList = held[i].strName + (strList.empty() ? "" : ", ") + strList;
+        strList.insert(0, strList.empty() ? "" : ", ").insert(0, held[i].strName);
     }
     return strNew.empty() ? strNew : " (new: " + strNew + "; as before: " + strOld + ")";
 }

@@ -50,7 +50,8 @@ int FollowLinks(std::string& strPath)
             return 0;
         }
         const std::string strLink(szLink, static_cast<size_t>(nLength));
-        strPath = strLink.front() == '/' ? strLink : GetFolderOf(strPath) + strLink;
+        const std::string strFolder = strLink.front() == '/' ? "" : GetFolderOf(strPath);
+        strPath = strFolder + strLink;
     }
     return ELOOP;
 }

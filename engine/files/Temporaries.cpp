@@ -172,7 +172,7 @@ void NoteTemporary(const std::string& strPath)
     {
         if (noted.iUsed == 0 && strPath.size() < sizeof(noted.szPath))
         {
-            std::strcpy(noted.szPath, strPath.c_str());
+            std::memcpy(noted.szPath, strPath.c_str(), strPath.size() + 1);
             std::atomic_signal_fence(std::memory_order_release);
             noted.iUsed = 1;
             return;

@@ -82,65 +82,40 @@ int ReplaceInChild(const std::string& strFirst,
 
 } // namespace
 
-TEST(FileGroups, AGroupOfFilesIsReplacedAsAWhole)
+TEST(FileGroups, WaitForTheOutermostCommit)
 {
-    enum class EEnd
+    const CTempFolder folder;
+    const std::string strFirst = folder.Path("a.height");
+    const std::string strSecond = folder.Path("b.level");
+    const std::string strThird = folder.Path("c.level");
+    WriteBytes(strFirst, "old");
+    WriteBytes(strSecond, "old");
     {
-        Commit,
-        Abandon,
-        InnerAbandon, // of the second file
-        SecondFails,
-    };
-    for (const EEnd eEnd : {EEnd::Commit, EEnd::Abandon, EEnd::InnerAbandon, EEnd::SecondFails})
-    {
-        for (const bool bFirstThere : {true, false})
-        {
-            SCOPED_TRACE(testing::Message() << static_cast<int>(eEnd) << bFirstThere);
-            const CTempFolder folder;
-            const std::string strFirst = folder.Path("a.height");
-            const std::string strSecond = folder.Path("b.level");
-            const std::string strOld = bFirstThere ? "old" : "";
-            if (bFirstThere)
-            {
-                WriteBytes(strFirst, "old");
-            }
-            WriteBytes(strSecond, "old");
-            {
-                fs::commit_group group;
-                EXPECT_TRUE(CloseWith(strFirst, "new"));
-                EXPECT_EQ(ReadIfThere(strFirst), strOld);
-                {
-                    fs::commit_group inner;
-                    EXPECT_TRUE(CloseWith(strSecond, "new"));
-                    EXPECT_EQ(eEnd != EEnd::InnerAbandon && inner.commit(),
-                              eEnd != EEnd::InnerAbandon);
-                }
-                EXPECT_EQ(ReadBytes(strSecond), "old");
-                if (eEnd == EEnd::SecondFails)
-                {
-                    std::filesystem::remove(strSecond);
-                    std::filesystem::create_directory(strSecond);
-                    EXPECT_FALSE(group.commit());
-                    EXPECT_EQ(group.last_error().get_error_text(), strSecond + ": Is a directory");
-                    EXPECT_FALSE(group.is_mixed());
-                    EXPECT_FALSE(group.commit());
-                }
-                else if (eEnd != EEnd::Abandon)
-                {
-                    EXPECT_TRUE(group.commit()) << group.last_error().get_error_text();
-                }
-            }
-            const bool bFirstNew = eEnd == EEnd::Commit || eEnd == EEnd::InnerAbandon;
-            EXPECT_EQ(ReadIfThere(strFirst), bFirstNew ? "new" : strOld);
-            if (eEnd != EEnd::SecondFails)
-            {
-                EXPECT_EQ(ReadBytes(strSecond), eEnd == EEnd::Commit ? "new" : "old");
-            }
-            EXPECT_EQ(CountEntries(folder), bFirstThere || bFirstNew ? 2U : 1U);
-            EXPECT_TRUE(CloseWith(strFirst, "alone"));
-            EXPECT_EQ(ReadBytes(strFirst), "alone");
-        }
+        const fs::commit_group abandoned;
+        EXPECT_TRUE(CloseWith(strFirst, "lost"));
     }
+    fs::commit_group group;
+    EXPECT_TRUE(CloseWith(strFirst, "new"));
+    {
+        const fs::commit_group inner;
+        EXPECT_TRUE(CloseWith(strSecond, "lost"));
+    }
+    {
+        fs::commit_group inner;
+        EXPECT_TRUE(CloseWith(strThird, "new"));
+        EXPECT_TRUE(inner.commit());
+    }
+    EXPECT_EQ(ReadBytes(strFirst), "old");
+    EXPECT_EQ(ReadIfThere(strThird), "");
+    EXPECT_EQ(CountEntries(folder), 2U);
+    EXPECT_TRUE(group.commit()) << group.last_error().get_error_text();
+    EXPECT_EQ(ReadBytes(strFirst), "new");
+    EXPECT_EQ(ReadBytes(strSecond), "old");
+    EXPECT_EQ(ReadBytes(strThird), "new");
+    EXPECT_EQ(CountEntries(folder), 3U);
+    EXPECT_FALSE(group.commit());
+    EXPECT_TRUE(CloseWith(strSecond, "alone"));
+    EXPECT_EQ(ReadBytes(strSecond), "alone");
 }
 
 TEST(FileGroups, WhicheverCallFailsAllFilesAreOldOrAllAreNew)
