@@ -6,7 +6,8 @@
 // Implemented by the engine library.
 
 // First of all in main: no file that is opened later takes the place of a standard stream that was
-// closed, and writing into a pipe that nobody reads is a failure instead of the end.
+// closed, and writing into a pipe that nobody reads, or more than this user may, is a failure
+// instead of the end.
 TELLUR_API void GuardStandardStreams();
 
 // Whether everything that was printed has arrived. False with one line on stderr that begins with

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
 
 namespace fs
 {
@@ -80,7 +81,11 @@ int CFileReader::Read(void* pDest, size_t nBytes, size_t& nRead)
     {
         if (m_Buffer == nullptr)
         {
-            m_Buffer = std::make_unique<char[]>(BUFFER_BYTES);
+            m_Buffer.reset(new (std::nothrow) char[BUFFER_BYTES]);
+            if (m_Buffer == nullptr)
+            {
+                return ENOMEM;
+            }
         }
         m_BufferStart = m_Position;
         iFault = ReadDirect(m_Buffer.get(), BUFFER_BYTES, m_BufferSize);

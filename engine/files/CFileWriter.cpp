@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <utility>
 
 namespace fs
@@ -68,7 +69,12 @@ int CFileWriter::Write(const void* pSource, size_t nBytes)
     }
     if (m_Buffer == nullptr)
     {
-        m_Buffer = std::make_unique<char[]>(BUFFER_BYTES);
+        m_Buffer.reset(new (std::nothrow) char[BUFFER_BYTES]);
+        if (m_Buffer == nullptr)
+        {
+            m_Fault = ENOMEM;
+            return m_Fault;
+        }
     }
     if (nBytes > BUFFER_BYTES - m_Buffered && Flush() != 0)
     {

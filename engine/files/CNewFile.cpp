@@ -37,6 +37,7 @@ CNewFile::~CNewFile()
 CNewFile::CNewFile(CNewFile&& other) noexcept
     : m_Descriptor(std::exchange(other.m_Descriptor, -1))
     , m_Target(std::move(other.m_Target))
+    , m_Folder(std::move(other.m_Folder))
     , m_Temporary(std::exchange(other.m_Temporary, std::string()))
     , m_Unnamed(std::exchange(other.m_Unnamed, false))
     , m_WasAbsent(other.m_WasAbsent)
@@ -50,6 +51,7 @@ CNewFile& CNewFile::operator=(CNewFile&& other) noexcept
         Discard();
         m_Descriptor = std::exchange(other.m_Descriptor, -1);
         m_Target = std::move(other.m_Target);
+        m_Folder = std::move(other.m_Folder);
         m_Temporary = std::exchange(other.m_Temporary, std::string());
         m_Unnamed = std::exchange(other.m_Unnamed, false);
         m_WasAbsent = other.m_WasAbsent;
@@ -61,12 +63,12 @@ int CNewFile::Create(const std::string& strTarget, const struct stat* pTarget)
 {
     Discard();
     m_Target = strTarget;
-    const std::string strFolder = GetFolderOf(strTarget);
-    RemoveDeadTemporaries(strFolder, pTarget != nullptr ? pTarget->st_uid : ::geteuid());
+    m_Folder = GetFolderOf(strTarget);
+    m_Folder = m_Folder.empty() ? "." : m_Folder;
+    RemoveDeadTemporaries(m_Folder, pTarget != nullptr ? pTarget->st_uid : ::geteuid());
     // Owner only, until the group is that of the target.
     const mode_t mode = pTarget != nullptr ? pTarget->st_mode & S_IRWXU : NEW_FILE;
-    m_Descriptor =
-        ::open(strFolder.empty() ? "." : strFolder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode);
+    m_Descriptor = ::open(m_Folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode);
     m_Unnamed = m_Descriptor >= 0;
     // Without /proc there is no way to give a name later.
     if (m_Unnamed && ::access(GetDescriptorPath(m_Descriptor).c_str(), F_OK) != 0)
@@ -262,9 +264,7 @@ int CNewFile::PutBack()
 // The new file is complete and in place by now: a folder that cannot be synced is no failure.
 void CNewFile::SyncFolder() const
 {
-    const std::string strFolder = GetFolderOf(m_Target);
-    const int iFolder =
-        ::open(strFolder.empty() ? "." : strFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int iFolder = ::open(m_Folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (iFolder >= 0)
     {
         ::fsync(iFolder);

@@ -33,7 +33,7 @@ public:
 
     // The same, named before, with a way back: PutBack, until Discard drops what was there before.
     int PlaceKeepingOld();
-    int PutBack(); // ENOTSUP: the file system could not keep the old file
+    int PutBack(); // needs no memory. ENOTSUP: the file system could not keep the old file
 
     void SyncFolder() const;
     void Discard();
@@ -52,6 +52,7 @@ private:
 
     int m_Descriptor = -1;
     std::string m_Target;
+    std::string m_Folder;    // of the target
     std::string m_Temporary; // the name of the new file; after PlaceKeepingOld of the old one
     bool m_Unnamed = false;
     bool m_WasAbsent = false; // PlaceKeepingOld found no target

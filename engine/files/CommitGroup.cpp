@@ -4,6 +4,9 @@
 #include "engine/files/FaultText.h"
 #include "host/FileSystem.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -17,24 +20,75 @@ struct SHeld
 {
     CNewFile file;
     std::string strName;
+    bool bNew = false; // in its place
 };
 
 // Of the outermost group that is open; groups inside it add to the same list.
 std::vector<SHeld> g_Held;
 unsigned g_OpenGroups = 0;
 
-// Empty when the first nPlaced files are all the old ones again; else which names are what.
-std::string PutBack(std::vector<SHeld>& held, size_t nPlaced)
+// Puts the files into their places in order. Where one fails, those before it are put back, as far
+// as that can be done, and pFailed is that one. What may find no memory throws before it changes
+// a name.
+int PlaceAll(std::vector<SHeld>& held, const SHeld*& pFailed)
 {
-    std::string strNew;
-    std::string strOld;
-    for (size_t i = held.size(); i-- > 0;)
+    int iFault = 0;
+    for (size_t i = 0; i < 2 * held.size() && iFault == 0; ++i)
     {
-        const bool bNew = i < nPlaced && held[i].file.PutBack() != 0;
-        std::string& strList = bNew ? strNew : strOld;
-        strList.insert(0, strList.empty() ? "" : ", ").insert(0, held[i].strName);
+        // The first round gives names. The last one of all needs no way back.
+        const bool bNames = i < held.size();
+        const bool bLast = i + 1 == 2 * held.size();
+        SHeld& one = held[i % held.size()];
+        pFailed = &one;
+        try
+        {
+            iFault = bNames  ? one.file.Name()
+                     : bLast ? one.file.Place()
+                             : one.file.PlaceKeepingOld();
+        }
+        catch (const std::bad_alloc&)
+        {
+            iFault = ENOMEM;
+        }
+        one.bNew = !bNames && iFault == 0;
     }
-    return strNew.empty() ? strNew : " (new: " + strNew + "; as before: " + strOld + ")";
+    for (size_t i = held.size(); i-- > 0 && iFault != 0;)
+    {
+        held[i].bNew = held[i].bNew && held[i].file.PutBack() != 0;
+    }
+    return iFault;
+}
+
+std::string GetNames(const std::vector<SHeld>& held, bool bNew)
+{
+    std::string strNames;
+    for (const SHeld& one : held)
+    {
+        if (one.bNew == bNew)
+        {
+            strNames.append(strNames.empty() ? "" : ", ").append(one.strName);
+        }
+    }
+    return strNames;
+}
+
+std::string GetText(const std::vector<SHeld>& held, const SHeld& failed, int iFault)
+{
+    try
+    {
+        const std::string strNew = GetNames(held, true);
+        std::string strText = GetFaultText(failed.strName, iFault);
+        return strNew.empty() ? strText
+                              : strText.append(" (new: ")
+                                    .append(strNew)
+                                    .append("; as before: ")
+                                    .append(GetNames(held, false))
+                                    .append(")");
+    }
+    catch (const std::bad_alloc&)
+    {
+        return "out of memory"; // short enough to need none
+    }
 }
 
 } // namespace
@@ -78,27 +132,13 @@ bool commit_group::commit()
     }
     const CSignalsHeld signalsHeld;
     std::vector<SHeld> held = std::exchange(g_Held, {});
-    for (SHeld& one : held)
+    const SHeld* pFailed = nullptr;
+    const int iFault = PlaceAll(held, pFailed);
+    if (iFault != 0)
     {
-        const int iFault = one.file.Name();
-        if (iFault != 0)
-        {
-            m_Error = file_exception(GetFaultText(one.strName, iFault));
-            return false;
-        }
-    }
-    for (size_t i = 0; i < held.size(); ++i)
-    {
-        // The last one needs no way back.
-        const bool bLast = i + 1 == held.size();
-        const int iFault = bLast ? held[i].file.Place() : held[i].file.PlaceKeepingOld();
-        if (iFault != 0)
-        {
-            const std::string strMixed = PutBack(held, i);
-            m_Mixed = !strMixed.empty();
-            m_Error = file_exception(GetFaultText(held[i].strName, iFault) + strMixed);
-            return false;
-        }
+        m_Mixed = std::any_of(held.begin(), held.end(), [](const SHeld& one) { return one.bNew; });
+        m_Error = file_exception(GetText(held, *pFailed, iFault));
+        return false;
     }
     for (const SHeld& one : held)
     {

@@ -9,9 +9,29 @@
 #include <cstdarg>
 #include <cstring>
 #include <limits>
+#include <new>
 
 namespace fs
 {
+
+namespace
+{
+
+// A failure short of memory, too; the target is then untouched.
+int Commit(CFileWriter& writer, const std::string& strName)
+{
+    try
+    {
+        return writer.Commit(strName);
+    }
+    catch (const std::bad_alloc&)
+    {
+        writer.Discard();
+        return ENOMEM;
+    }
+}
+
+} // namespace
 
 struct file::SState
 {
@@ -28,13 +48,24 @@ struct file::SState
         {
             return true;
         }
-        error = file_exception(GetFaultText(strPath, iFault));
-        return false;
+        return Tell([&] { return GetFaultText(strPath, iFault); });
     }
 
     bool Fail(const std::string& strPath, const char* pszFault)
     {
-        error = file_exception(strPath + ": " + pszFault);
+        return Tell([&] { return strPath + ": " + pszFault; });
+    }
+
+    template <typename TGetText> bool Tell(const TGetText& getText)
+    {
+        try
+        {
+            error = file_exception(getText());
+        }
+        catch (const std::bad_alloc&)
+        {
+            error = file_exception("out of memory"); // short enough to need none
+        }
         return false;
     }
 };
@@ -57,6 +88,7 @@ file::file()
 file::~file() = default;
 
 bool file::open(const char* pszPath, uint32_t uMode, uint32_t /*uFlags*/)
+try
 {
     discard();
     m_State->error = file_exception();
@@ -99,6 +131,12 @@ bool file::open(const char* pszPath, uint32_t uMode, uint32_t /*uFlags*/)
     }
     m_State->strName = strName;
     return true;
+}
+
+catch (const std::bad_alloc&)
+{
+    discard();
+    return m_State->Fail(std::string(), "not enough memory");
 }
 
 size_t file::read(void* pDest, size_t nBytes)
@@ -184,7 +222,7 @@ bool file::close()
     {
         return m_State->Fail(strName, "is not open");
     }
-    return m_State->Accept(m_State->writer.Commit(strName), strName);
+    return m_State->Accept(Commit(m_State->writer, strName), strName);
 }
 
 void file::discard()

@@ -35,6 +35,7 @@ void GuardStandardStreams()
         }
     }
     ::signal(SIGPIPE, SIG_IGN);
+    ::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool FlushStandardOutput(const char* pszProgram)

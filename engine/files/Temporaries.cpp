@@ -91,8 +91,12 @@ bool TakeDash(std::string_view& text)
 // Names without the start of the process are those of earlier versions.
 bool ParseName(std::string_view name, SMaker& maker)
 {
+    if (name.empty() || name.front() != '.')
+    {
+        return false;
+    }
     const size_t iSuffix = name.rfind(SUFFIX);
-    if (name.empty() || name.front() != '.' || iSuffix == std::string_view::npos || iSuffix < 2)
+    if (iSuffix == std::string_view::npos || iSuffix < 2)
     {
         return false;
     }
@@ -204,7 +208,7 @@ void RemoveNotedTemporaries()
 
 void RemoveDeadTemporaries(const std::string& strFolder, uid_t uOwner)
 {
-    DIR* pFolder = ::opendir(strFolder.empty() ? "." : strFolder.c_str());
+    DIR* pFolder = ::opendir(strFolder.c_str());
     if (pFolder == nullptr)
     {
         return;

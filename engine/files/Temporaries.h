@@ -22,7 +22,7 @@ void NoteTemporary(const std::string& strPath);
 void ForgetTemporary(const std::string& strPath);
 void RemoveNotedTemporaries(); // safe in a signal handler
 
-// Removes what processes that are gone left in the folder ("" is the current one), as far as it is
+// Removes what processes that are gone left in the folder, as far as it is
 // a file of this user or, for the super-user, of uOwner. Failures are nobody's concern: what stays
 // is in nobody's way.
 void RemoveDeadTemporaries(const std::string& strFolder, uid_t uOwner);

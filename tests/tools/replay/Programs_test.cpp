@@ -106,6 +106,14 @@ TEST_F(CPrograms, NoticeThatNothingTakesWhatTheyPrint)
     }
 }
 
+TEST_F(CPrograms, TakeALimitOfTheirFilesForAFullDisk)
+{
+    const std::string strHeights = Read("a.height");
+    EXPECT_EQ(RunShell("ulimit -f 1; tellur-replay script.tellur --log /dev/null"), 1);
+    EXPECT_NE(Read("err").find("cannot be written"), std::string::npos) << Read("err");
+    EXPECT_EQ(Read("a.height"), strHeights);
+}
+
 TEST_F(CPrograms, GoOnWithAStreamWhereItIs)
 {
     WriteBytes(m_Runner.Path("noisy.tellur"),
