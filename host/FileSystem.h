@@ -10,8 +10,8 @@
 // The file-system library: every path of host and plug-in passes through it. '/' and '\' are the
 // same separator on input. A relative path is looked for in the user root (read and write), then in
 // the data root (read only); a name that is not there as written is found without regard to case.
-// Nothing here throws; only what gives a path may find no memory for it. Implemented by the engine
-// library. UI thread only.
+// Nothing here throws; only making a file and what gives a path may find no memory for that.
+// Implemented by the engine library. UI thread only.
 namespace fs
 {
 

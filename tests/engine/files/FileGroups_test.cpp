@@ -2,6 +2,7 @@
 
 #include "host/FileSystem.h"
 #include "host/Program.h"
+#include "tests/support/AllocationCount.h"
 #include "tests/support/CTempFolder.h"
 
 #include <sys/wait.h>
@@ -11,6 +12,8 @@
 
 #include <csignal>
 #include <filesystem>
+#include <new>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -26,7 +29,16 @@ const std::string& GetNew()
 
 bool CloseWith(const std::string& strPath, const std::string& strText)
 {
-    fs::file file;
+    std::optional<fs::file> made;
+    try
+    {
+        made.emplace();
+    }
+    catch (const std::bad_alloc&)
+    {
+        return false;
+    }
+    fs::file& file = *made;
     return file.open(strPath.c_str(), fs::mode_write) &&
            file.write(strText.data(), strText.size()) == strText.size() && file.close();
 }
@@ -166,5 +178,35 @@ TEST(FileGroups, WhicheverCallFailsAllFilesAreOldOrAllAreNew)
             EXPECT_GT(iFault, 6) << "the faults came at many places";
             EXPECT_EQ(bMixed, strKind == "kill" || strKind == "readonly") << strKind;
         }
+    }
+}
+
+TEST(FileGroups, WhereNoMemoryIsFoundAllFilesAreOldOrAllAreNew)
+{
+    for (const char* pszKind : {"none", "none plain"})
+    {
+        setenv("TELLUR_FAULT", pszKind, 1);
+        const CTempFolder folder;
+        const std::string strFirst = folder.Path("a.height");
+        const std::string strSecond = folder.Path("b.level");
+        size_t nFailed = 0;
+        bool bFailed = true;
+        while (bFailed)
+        {
+            SCOPED_TRACE(testing::Message() << pszKind << " " << nFailed);
+            WriteBytes(strFirst, "old");
+            WriteBytes(strSecond, "old");
+            FailAllocation(nFailed + 1);
+            const EChildEnd eEnd = Replace(strFirst, strSecond);
+            bFailed = HasAllocationFailed();
+            FailAllocation(0);
+            const std::string strNow = eEnd == child_done ? GetNew() : "old";
+            EXPECT_NE(eEnd, child_mixed);
+            EXPECT_TRUE(ReadBytes(strFirst) == strNow && ReadBytes(strSecond) == strNow);
+            EXPECT_EQ(CountEntries(folder), 2U);
+            nFailed += bFailed ? 1 : 0;
+        }
+        EXPECT_GT(nFailed, 20U);
+        unsetenv("TELLUR_FAULT");
     }
 }
