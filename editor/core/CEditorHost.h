@@ -197,6 +197,7 @@ private:
     // Tells the observers before and after. Events may happen inside one another.
     template <typename TSend>
     void SendEvent(const char* pszOperation, const SHostEvent& event, TSend send);
+    template <typename TTell> void TellEach(TTell tell);
     void TellBefore(const SHostEvent& event);
     void Tell(const SHostEvent& event);
     void FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& block);

@@ -224,35 +224,30 @@ void CEditorHost::RemoveObserver(IHostObserver* pObserver)
                       m_Observers.end());
 }
 
-// An observer that has no memory for an event loses only what is its own.
-void CEditorHost::TellBefore(const SHostEvent& event)
+template <typename TTell> void CEditorHost::TellEach(TTell tell)
 {
     for (IHostObserver* pObserver : m_Observers)
     {
         try
         {
-            pObserver->OnBeforeEvent(event);
+            tell(*pObserver);
         }
         catch (const std::bad_alloc&)
         {
             CrashLog("[CEditorHost] not enough memory to follow what happens\n");
+            pObserver->OnMissedEvent();
         }
     }
 }
 
+void CEditorHost::TellBefore(const SHostEvent& event)
+{
+    TellEach([&](IHostObserver& observer) { observer.OnBeforeEvent(event); });
+}
+
 void CEditorHost::Tell(const SHostEvent& event)
 {
-    for (IHostObserver* pObserver : m_Observers)
-    {
-        try
-        {
-            pObserver->OnEvent(event);
-        }
-        catch (const std::bad_alloc&)
-        {
-            CrashLog("[CEditorHost] not enough memory to follow what happens\n");
-        }
-    }
+    TellEach([&](IHostObserver& observer) { observer.OnEvent(event); });
 }
 
 IPluginScript* CEditorHost::FindScript() const

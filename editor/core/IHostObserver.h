@@ -51,4 +51,8 @@ public:
     virtual void OnBeforeEvent(const SHostEvent& /*event*/) {}
 
     virtual void OnEvent(const SHostEvent& /*event*/) {}
+
+    // One of the two calls above ended for want of memory: what the observer keeps of the event is
+    // not whole. Must do without.
+    virtual void OnMissedEvent() {}
 };

@@ -277,6 +277,14 @@ void CRecorder::OnEvent(const SHostEvent& event)
     }
 }
 
+void CRecorder::OnMissedEvent()
+{
+    if (IsRecording())
+    {
+        Fail("not enough memory");
+    }
+}
+
 void CRecorder::WriteMouse(const SHostEvent& event)
 {
     const bool bMove = event.eKind == EHostEvent::MouseMove;

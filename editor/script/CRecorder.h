@@ -40,6 +40,7 @@ public:
     // IHostObserver
     void OnBeforeEvent(const SHostEvent& event) override;
     void OnEvent(const SHostEvent& event) override;
+    void OnMissedEvent() override;
 
 private:
     std::string ReadState();

@@ -1,5 +1,6 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CHeadlessFace.h"
+#include "host/CUndo.h"
 #include "host/FileSystem.h"
 #include "host/Progress.h"
 #include "host/Terrain.h"
@@ -91,6 +92,46 @@ TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
     }
     EXPECT_EQ(&GetFrontEnd(), &before);
     EXPECT_TRUE(ReportProgress("Work", 0.75F));
+}
+
+TEST_F(CEditorHostTest, CountsWhatARecordTakesFromWhatTheTerrainReports)
+{
+    class CStep : public CUndo
+    {
+    public:
+        bool IsTransient() const override { return false; }
+
+        void Undo() override {}
+
+        void Redo() override {}
+
+        void OnNotify(uintptr_t) override {}
+    };
+
+    constexpr size_t SQUARE_BYTES = size_t{16} * 16 * 16; // vertices of a square, bytes of a vertex
+    ASSERT_TRUE(m_Host.NewLevel(100, {100.0F, 50.0F, 100.0F}));
+    m_Host.GetUndoStack().SetLimit(3 * SQUARE_BYTES);
+    const auto stroke = [this](int nSquares)
+    {
+        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+        for (int i = 0; i < nSquares; ++i)
+        {
+            const SBlockEntry entry = {static_cast<float>(16 * i), 5.0F, 1.0F};
+            m_Host.GetEngine().GetWorld()->GetTerrain()->SetBlockHeights(0, 0, &entry, 1);
+            m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {}, {});
+            m_Host.GetEngine().GetWorld()->GetTerrain()->SetBlockHeights(0, 0, &entry, 1);
+        }
+        m_Host.AddUndo(new CStep);
+        m_Host.SendButtonUp(1, 0, {});
+    };
+    stroke(1); // a place that changes twice counts once
+    stroke(2);
+    EXPECT_EQ(m_Host.GetUndoStack().GetCount(), 2U);
+    stroke(1);
+    EXPECT_EQ(m_Host.GetUndoStack().GetGivenUpCount(), 1U);
+    EXPECT_EQ(m_Host.GetUndoStack().GetCount(), 2U);
+    stroke(3);
+    EXPECT_EQ(m_Host.GetUndoStack().GetCount(), 1U);
 }
 
 TEST_F(CEditorHostTest, ADragBelongsToItsViewAndGivesTheMouseBack)

@@ -6,6 +6,7 @@
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/CPluginLoader.h"
+#include "editor/script/CRecorder.h"
 #include "editor/script/CScriptCursor.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/FileSystem.h"
@@ -177,6 +178,27 @@ TEST_F(COutOfMemory, AStrokeIsWholeOrNotThereAndCanBeRepeatedAndSaved)
                  });
         EXPECT_GT(nLost, 2);
     }
+}
+
+TEST_F(COutOfMemory, ARecordingThatMissesSomethingEndsAndTheStrokeGoesOn)
+{
+    CRecorder recorder(m_Host, m_Script);
+    int nEnded = 0;
+    FailEach(
+        [&]
+        {
+            Prepare("RelativeHeightFunction");
+            ASSERT_TRUE(recorder.Start(m_Folder.Path("r.tellur")));
+        },
+        [&] { Stroke(); },
+        [&]
+        {
+            const bool bEnded = !recorder.IsRecording();
+            nEnded += bEnded ? 1 : 0;
+            ASSERT_TRUE(!bEnded || GetSteps() == 1) << "the plug-in lacked nothing";
+            ASSERT_EQ(recorder.Stop(), !bEnded);
+        });
+    EXPECT_GT(nEnded, 2);
 }
 
 TEST_F(COutOfMemory, UndoAndRedoAreWholeOrNotThere)

@@ -61,6 +61,54 @@ TEST_F(CPeakMemory, AChangeOfResolutionHoldsTwoGridsBesideTheTerrain)
     EXPECT_LT(Measure(strDrag + "resolution( 1025 )"), iDrag + SLACK);
 }
 
+// Address space for none, some or all of what a stroke over the whole terrain takes.
+TEST_F(CPeakMemory, AStrokeWithoutMemoryLeavesTheHeightsAndTheLevelIsSaved)
+{
+    constexpr rlim_t MEGABYTE = 1 << 20;
+    const std::string strLevel = "level( 1024, [ 10240, 500, 10240 ] )\n";
+    const std::string strStroke =
+        "brush() { bitmap() { path( \"white.png\" ) } extent( 30000 )\n"
+        " function( \"RelativeHeightFunction\" ) { attrib( \"m_Height\", \"50\" ) } }\n"
+        "mode( \"terraforming\" )\n"
+        "press( 500, 500 ) move( 500, 500, 0 ) release( 500, 500 )\n";
+    Measure(strLevel + "save( \"before.height\" )\n");
+    Measure(strLevel + strStroke + "save( \"after.height\" )\n");
+    const std::string strBefore = ReadBytes(m_Runner.Path("before.height"));
+    const std::string strAfter = ReadBytes(m_Runner.Path("after.height"));
+    ASSERT_NE(strBefore, strAfter);
+    WriteBytes(m_Runner.Path("script.tellur"),
+               CReplayRunner::GetDeclarations() + strLevel + strStroke +
+                   "save( \"now.height\" )\n");
+    int nLost = 0;
+    int nWhole = 0;
+    for (rlim_t uLimit = 48 * MEGABYTE; uLimit <= 208 * MEGABYTE; uLimit += 16 * MEGABYTE)
+    {
+        SCOPED_TRACE(testing::Message() << uLimit / MEGABYTE << " MB");
+        std::filesystem::remove(m_Runner.Path("now.height"));
+        const pid_t iChild = ::fork();
+        if (iChild == 0)
+        {
+            const rlimit limit = {uLimit, uLimit};
+            ::setrlimit(RLIMIT_AS, &limit);
+            const int iExitCode = m_Runner.Run({"script.tellur", "--log", "log.txt"}).iExitCode;
+            ::_exit(iExitCode < 0 ? 99 : iExitCode);
+        }
+        int iStatus = -1;
+        ASSERT_EQ(::waitpid(iChild, &iStatus, 0), iChild);
+        ASSERT_TRUE(WIFEXITED(iStatus) && WEXITSTATUS(iStatus) != 99) << "a signal";
+        if (WEXITSTATUS(iStatus) == 0)
+        {
+            const std::string strNow = ReadBytes(m_Runner.Path("now.height"));
+            ASSERT_TRUE(strNow == strBefore || strNow == strAfter);
+            ASSERT_TRUE(strNow == strAfter || !ReadBytes(m_Runner.Path("log.txt")).empty());
+            nLost += strNow == strBefore ? 1 : 0;
+            nWhole += strNow == strAfter ? 1 : 0;
+        }
+    }
+    EXPECT_GT(nLost, 1);
+    EXPECT_GT(nWhole, 1);
+}
+
 TEST_F(CPeakMemory, AnStlFileIsNeverInMemory)
 {
     const std::string strLevel = "level( 512, [ 5120, 500, 5120 ] )\n";
