@@ -15,6 +15,23 @@ namespace
 
 constexpr char SEPARATORS[] = "/\\";
 
+// Keywords that name a file first.
+constexpr const char* WRITING[] = {"save", "export_stl", "picture", "save_brushes", "save_bitmap"};
+constexpr const char* READING[] = {
+    "open", "brush_file", "paint_bitmap", "paint_brush", "path", "mask"};
+
+// Null for another keyword.
+template <size_t COUNT>
+const char* GetFile(const CTCPARSE_KEYWORD& keyword, const char* const (&keywords)[COUNT])
+{
+    const CTCPARSE_PARAM* pParam = keyword.params;
+    const bool bNamed = pParam != nullptr && pParam->type == tcparse_string &&
+                        std::any_of(std::begin(keywords),
+                                    std::end(keywords),
+                                    [&](const char* psz) { return IsKeyword(&keyword, psz); });
+    return bNamed ? static_cast<const CTCPARSE_STRING*>(pParam)->value : nullptr;
+}
+
 } // namespace
 
 CScriptFolder::CScriptFolder(const std::string& strScriptPath)
@@ -32,20 +49,31 @@ std::string CScriptFolder::GetPath(const std::string& strName) const
     return bAbsolute ? strName : m_Folder + strName;
 }
 
+bool CScriptFolder::Names(const CTCPARSE_KEYWORD* pFirst, const std::string& strPath) const
+{
+    constexpr int BRUSH_DEPTH = 2; // of the bitmap in a brush; what is deeper is no script's
+    return NamesWithin(pFirst, strPath, BRUSH_DEPTH);
+}
+
+bool CScriptFolder::NamesWithin(const CTCPARSE_KEYWORD* pFirst,
+                                const std::string& strPath,
+                                int nDepth) const
+{
+    bool bNames = false;
+    for (; pFirst != nullptr && !bNames; pFirst = pFirst->next)
+    {
+        const char* pszFile = GetFile(*pFirst, WRITING);
+        pszFile = pszFile != nullptr ? pszFile : GetFile(*pFirst, READING);
+        bNames = (pszFile != nullptr && fs::same_file(GetPath(pszFile).c_str(), strPath.c_str())) ||
+                 (nDepth > 0 && NamesWithin(pFirst->block, strPath, nDepth - 1));
+    }
+    return bNames;
+}
+
 bool CScriptFolder::WouldReplaceScript(const CTCPARSE_KEYWORD& keyword) const
 {
-    const char* const writing[] = {"save", "export_stl", "picture", "save_brushes", "save_bitmap"};
-    const CTCPARSE_PARAM* pParam = keyword.params;
-    const bool bWrites =
-        std::any_of(std::begin(writing),
-                    std::end(writing),
-                    [&](const char* pszName) { return IsKeyword(&keyword, pszName); });
-    if (!bWrites || pParam == nullptr || pParam->type != tcparse_string)
-    {
-        return false;
-    }
-    const std::string strPath = GetPath(static_cast<const CTCPARSE_STRING*>(pParam)->value);
-    return fs::same_file(strPath.c_str(), m_Script.c_str());
+    const char* pszFile = GetFile(keyword, WRITING);
+    return pszFile != nullptr && fs::same_file(GetPath(pszFile).c_str(), m_Script.c_str());
 }
 
 void CScriptFolder::LocateFiles(CTCPARSE_KEYWORD& keyword) const

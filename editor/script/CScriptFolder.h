@@ -19,6 +19,9 @@ public:
     // stay, and are looked for in the roots.
     void LocateFiles(CTCPARSE_KEYWORD& keyword) const;
 
+    // Whether a keyword from that one on reads or writes the file. strPath: absolute.
+    bool Names(const CTCPARSE_KEYWORD* pFirst, const std::string& strPath) const;
+
     // Whether the keyword would write over the script that it stands in.
     bool WouldReplaceScript(const CTCPARSE_KEYWORD& keyword) const;
 
@@ -29,6 +32,7 @@ private:
         Written,
     };
 
+    bool NamesWithin(const CTCPARSE_KEYWORD* pFirst, const std::string& strPath, int nDepth) const;
     void LocateBrushFiles(CTCPARSE_KEYWORD* pFirst) const;
     void LocateNamed(CTCPARSE_KEYWORD* pFirst, const char* pszName) const;
     void LocateFile(CTCPARSE_KEYWORD& keyword, EUse eUse) const;

@@ -4,11 +4,20 @@
 
 CReplayLog::~CReplayLog()
 {
-    if (m_File != nullptr)
+    if (m_bCollects)
     {
         SetLogSink(m_SinkBefore);
+    }
+    if (m_File != nullptr)
+    {
         std::fclose(m_File);
     }
+}
+
+void CReplayLog::Collect()
+{
+    m_SinkBefore = SetLogSink(this);
+    m_bCollects = true;
 }
 
 bool CReplayLog::Open(const char* pszPath)
@@ -20,12 +29,18 @@ bool CReplayLog::Open(const char* pszPath)
         return false;
     }
     std::setvbuf(m_File, nullptr, _IOLBF, BUFSIZ);
-    m_SinkBefore = SetLogSink(this);
+    std::fputs(m_Collected.c_str(), m_File);
+    m_Collected.clear();
     return true;
 }
 
 void CReplayLog::Write(const char* pszText)
 {
+    if (m_File == nullptr)
+    {
+        m_Collected += pszText;
+        return;
+    }
     std::fputs(pszText, m_File);
 }
 

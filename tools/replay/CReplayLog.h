@@ -3,9 +3,10 @@
 #include "host/Log.h"
 
 #include <cstdio>
+#include <string>
 
-// Collects the log in a file from construction to destruction, or leaves it on stderr. A line is in
-// the file as soon as it is complete, so that a crash loses none.
+// Collects the log in a file until destruction, or leaves it on stderr. A line is in the file as
+// soon as it is complete, so that a crash loses none.
 class CReplayLog : public ILogSink
 {
 public:
@@ -13,6 +14,9 @@ public:
     ~CReplayLog() override; // gives the log back to the sink before
     CReplayLog(const CReplayLog&) = delete;
     CReplayLog& operator=(const CReplayLog&) = delete;
+
+    // Keeps what is logged until the file is open: it is opened once nothing speaks against that.
+    void Collect();
 
     // pszPath: absolute. False when it cannot be written. A plain file that is there loses what it
     // holds, anything else is written through.
@@ -23,5 +27,7 @@ public:
 
 private:
     FILE* m_File = nullptr;
+    bool m_bCollects = false;
+    std::string m_Collected;
     ILogSink* m_SinkBefore = nullptr;
 };

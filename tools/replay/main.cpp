@@ -1,6 +1,7 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CPluginLoader.h"
 #include "editor/script/CScriptCall.h"
+#include "editor/script/CScriptFolder.h"
 #include "editor/script/CScriptPlayer.h"
 #include "editor/script/LoadScript.h"
 #include "host/FileSystem.h"
@@ -91,11 +92,35 @@ bool WriteResults(const SReplayOptions& options,
     return true;
 }
 
+// Log and statistics are no files that the script reads or writes; empty when that is so.
+std::string FindClash(const SReplayOptions& options, const CTCPARSE_KEYWORD* pScript)
+{
+    const CScriptFolder folder(options.strScript);
+    for (const std::string& strPath : {options.strLog, options.strStats})
+    {
+        if (!strPath.empty() && folder.Names(pScript, GetAbsolutePath(strPath)))
+        {
+            return strPath + ": is the same file as one of " + options.strScript;
+        }
+    }
+    return "";
+}
+
 int Play(const SReplayOptions& options, CReplayLog& log)
 {
     std::unique_ptr<CTCPARSE_KEYWORD> pScript;
     std::string strFault;
-    if (!LoadScript(options.strScript, pScript, strFault))
+    const bool bLoaded = LoadScript(options.strScript, pScript, strFault);
+    const std::string strClash = bLoaded ? FindClash(options, pScript.get()) : "";
+    if (!strClash.empty())
+    {
+        return Report(EXIT_UNUSABLE, strClash);
+    }
+    if (!options.strLog.empty() && !log.Open(GetAbsolutePath(options.strLog).c_str()))
+    {
+        return Report(EXIT_UNUSABLE, options.strLog + ": --log cannot be written");
+    }
+    if (!bLoaded)
     {
         return Report(EXIT_UNUSABLE, strFault);
     }
@@ -150,9 +175,9 @@ int main(int nArguments, char** ppszArguments)
     }
     SetRoots(options);
     CReplayLog log;
-    if (!options.strLog.empty() && !log.Open(GetAbsolutePath(options.strLog).c_str()))
+    if (!options.strLog.empty())
     {
-        return Report(EXIT_UNUSABLE, options.strLog + ": --log cannot be written");
+        log.Collect();
     }
     return Play(options, log);
 }

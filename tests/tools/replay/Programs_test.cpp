@@ -19,6 +19,10 @@ class CPrograms : public testing::Test
 protected:
     void SetUp() override
     {
+        WriteBytes(m_Runner.Path("opens.tellur"),
+                   CReplayRunner::GetDeclarations() +
+                       "open( \"a.height\" )\n"
+                       "brush() { bitmap() { path( \"white.png\" ) } }\n");
         WriteBytes(m_Runner.Path("script.tellur"), CReplayRunner::GetDeclarations() + LEVEL);
         ASSERT_EQ(m_Runner.Run({"script.tellur"}).iExitCode, 0);
     }
@@ -48,6 +52,7 @@ TEST_F(CPrograms, WriteOverNothingThatTheyRead)
     const std::vector<std::string> before = m_Runner.GetNames();
     const std::string strScript = Read("script.tellur");
     const std::string strHeights = Read("a.height");
+    const std::string strPicture = Read("white.png");
     const char* const lines[] = {
         "tellur-replay script.tellur --log script.tellur",
         "tellur-replay script.tellur --out sub/.././script.tellur",
@@ -59,6 +64,9 @@ TEST_F(CPrograms, WriteOverNothingThatTheyRead)
         "tellur-replay script.tellur --plugin plugin.so --log here/plugin.so",
         "tellur-replay script.tellur --log new --stats ./new",
         "tellur-replay script.tellur --out new.height --stats here/NEW.height",
+        "tellur-replay script.tellur --stats ./a.height",
+        "tellur-replay opens.tellur --log b.npy",
+        "tellur-replay opens.tellur --log here/white.png",
         "tellur-height convert a.height sub/../a.height --size 65",
         "tellur-height convert a.height b.npy",
         "tellur-height picture a.height here/a.height",
@@ -70,6 +78,7 @@ TEST_F(CPrograms, WriteOverNothingThatTheyRead)
         EXPECT_NE(Read("err").find("the same file"), std::string::npos) << Read("err");
         EXPECT_EQ(Read("script.tellur"), strScript);
         EXPECT_EQ(Read("a.height"), strHeights);
+        EXPECT_EQ(Read("white.png"), strPicture);
         EXPECT_EQ(m_Runner.GetNames(), before);
     }
 }
