@@ -1,5 +1,6 @@
 #include "engine/imaging/BmpHeader.h"
 
+#include "engine/imaging/ImageCodecs.h"
 #include "engine/imaging/PixelOrder.h"
 
 #include <algorithm>
@@ -171,6 +172,10 @@ bool ReadBmpHeader(std::span<const uint8_t> Data, SBmpHeader& Header, std::strin
     if (Header.Width == 0 || Header.Height == 0)
     {
         strFault = "damaged BMP file: no pixels";
+        return false;
+    }
+    if (!CheckImageSize(Header.Width, Header.Height, strFault))
+    {
         return false;
     }
     if (!ReadMasks(Data, uHeaderBytes, Header))

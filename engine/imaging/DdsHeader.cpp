@@ -1,5 +1,6 @@
 #include "engine/imaging/DdsHeader.h"
 
+#include "engine/imaging/ImageCodecs.h"
 #include "engine/imaging/PixelOrder.h"
 
 namespace
@@ -142,10 +143,11 @@ bool ReadDdsHeader(std::span<const uint8_t> Data, SDdsHeader& Header, std::strin
         strFault = "damaged DDS file, or a pixel format that is not supported";
         return false;
     }
-    // Sides are 32-bit numbers: their product with 4 bytes may wrap only beyond this.
-    constexpr uint32_t uMostSide = 1U << 30;
-    if (Header.Width > uMostSide || Header.Height > uMostSide ||
-        Header.GetSurfaceBytes() > Data.size() - Header.PixelPosition)
+    if (!CheckImageSize(Header.Width, Header.Height, strFault))
+    {
+        return false;
+    }
+    if (Header.GetSurfaceBytes() > Data.size() - Header.PixelPosition)
     {
         strFault = "damaged DDS file: the file ends too early";
         return false;

@@ -41,7 +41,7 @@ bool LoadSamples(const char* pszPath,
     {
         strFault = "not a PNG file of plain grey";
     }
-    else if (CheckImageSize(Reader.GetWidth(), Reader.GetHeight(), SAMPLE_BYTES, strFault))
+    else if (CheckImageSize(Reader.GetWidth(), Reader.GetHeight(), strFault))
     {
         Read.resize(size_t{Reader.GetWidth()} * Reader.GetHeight());
         bGood = Reader.ReadPixels(reinterpret_cast<uint8_t*>(Read.data()));
@@ -72,8 +72,7 @@ bool SaveSamples(const char* pszPath,
     Pixels.Rows = reinterpret_cast<const uint8_t*>(pSamples);
     std::vector<uint8_t> Bytes;
     std::string strFault;
-    if (!CheckImageSize(uWidth, uHeight, SAMPLE_BYTES, strFault) ||
-        !WritePng(Pixels, Bytes, strFault))
+    if (!CheckImageSize(uWidth, uHeight, strFault) || !WritePng(Pixels, Bytes, strFault))
     {
         strLine = std::string(pszPath) + ": " + strFault;
         return false;

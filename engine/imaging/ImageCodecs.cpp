@@ -151,14 +151,15 @@ bool EncodeImage(EImageFile eFile,
     return false;
 }
 
-bool CheckImageSize(uint64_t uWidth, uint64_t uHeight, uint32_t uPixelBytes, std::string& strFault)
+bool CheckImageSize(uint64_t uWidth, uint64_t uHeight, std::string& strFault)
 {
     const bool bSides =
         uWidth >= 1 && uHeight >= 1 && uWidth <= CImage::MAX_SIDE && uHeight <= CImage::MAX_SIDE;
-    if (!bSides || uWidth * uHeight * uPixelBytes > MAX_PIXEL_BYTES)
+    if (!bSides || uWidth * uHeight > MAX_PIXELS)
     {
         strFault = "a size of " + std::to_string(uWidth) + " x " + std::to_string(uHeight) +
-                   " pixels is not supported";
+                   " pixels is not supported, the limit is " + std::to_string(MAX_PIXELS) +
+                   " pixels (16385 x 16385) and " + std::to_string(CImage::MAX_SIDE) + " a side";
         return false;
     }
     return true;
@@ -170,7 +171,7 @@ bool MakeImage(SPicture& Picture,
                EImageFormat eFormat,
                std::string& strFault)
 {
-    if (!CheckImageSize(uWidth, uHeight, CImage::GetBytesPerPixel(eFormat), strFault))
+    if (!CheckImageSize(uWidth, uHeight, strFault))
     {
         return false;
     }

@@ -35,8 +35,10 @@ enum class EImageFile
     Dds,
 };
 
-// More pixel bytes than this are refused, whatever the format.
-constexpr uint64_t MAX_PIXEL_BYTES = uint64_t{1} << 30;
+// More pixels than this are refused, whatever the format: as many as the largest terrain has
+// vertices. A few packed bytes can claim any number, and what is painted needs twelve bytes a
+// pixel.
+constexpr uint64_t MAX_PIXELS = uint64_t{16385} * 16385;
 
 // By the first bytes. TGA has no mark at its start: its footer counts, else the file's extension.
 EImageFile RecogniseImage(std::span<const uint8_t> Data, const char* pszPath);
@@ -70,9 +72,9 @@ void EncodeBmp(const IImage& Image, const IPalette* pPalette, std::vector<uint8_
 void EncodeTga(const IImage& Image, const IPalette* pPalette, std::vector<uint8_t>& Out);
 void EncodeDds(const IImage& Image, std::vector<uint8_t>& Out);
 
-// For the decoders: false with a fault when a side is 0 or too long, or the pixels have too many
-// bytes.
-bool CheckImageSize(uint64_t uWidth, uint64_t uHeight, uint32_t uPixelBytes, std::string& strFault);
+// For the decoders, as soon as they know the size: false with a fault that names size and limit
+// when a side is 0 or too long, or there are too many pixels.
+bool CheckImageSize(uint64_t uWidth, uint64_t uHeight, std::string& strFault);
 
 // For the decoders: CheckImageSize, then an image whose pixels are still to be filled.
 bool MakeImage(SPicture& Picture,

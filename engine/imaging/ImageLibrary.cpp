@@ -60,8 +60,7 @@ bool SavePicture(const char* pszPath,
     {
         pszFault = "the image has no pixels";
     }
-    else if (!CheckImageSize(
-                 Image.GetWidth(), Image.GetHeight(), Image.GetBitsPerPixel() / 8, strFault))
+    else if (!CheckImageSize(Image.GetWidth(), Image.GetHeight(), strFault))
     {
         pszFault = strFault.c_str();
     }

@@ -200,8 +200,7 @@ bool DecodeJpeg(std::span<const uint8_t> Data, SPicture& Picture, std::string& s
         strFault = pszFault;
         return false;
     }
-    const uint32_t uPixelBytes = Frame.Components == 1 ? 1 : 3;
-    if (!CheckImageSize(Frame.Width, Frame.Height, uPixelBytes, strFault))
+    if (!CheckImageSize(Frame.Width, Frame.Height, strFault))
     {
         return false;
     }

@@ -5,6 +5,11 @@
 namespace
 {
 
+// The header's chunk is always the first one.
+constexpr size_t WIDTH_AT = 16;
+constexpr size_t HEIGHT_AT = 20;
+constexpr size_t SIZE_END = 24;
+
 EImageFormat GetFormatOfChannels(uint32_t uChannels)
 {
     switch (uChannels)
@@ -39,6 +44,12 @@ int GetPngColorType(EImageFormat eFormat, bool bPalette)
 
 bool DecodePng(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault)
 {
+    if (Data.size() >= SIZE_END && !CheckImageSize(png_get_uint_32(&Data[WIDTH_AT]),
+                                                   png_get_uint_32(&Data[HEIGHT_AT]),
+                                                   strFault))
+    {
+        return false;
+    }
     CPngReader Reader(Data);
     if (!Reader.ReadHeader() || !Reader.Prepare(CPngReader::ESamples::Bytes))
     {

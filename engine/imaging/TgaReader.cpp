@@ -98,6 +98,10 @@ bool ReadHeader(std::span<const uint8_t> Data, STgaHeader& Header, std::string& 
         strFault = "damaged TGA file, or a kind of TGA that is not supported";
         return false;
     }
+    if (!CheckImageSize(Header.Width, Header.Height, strFault))
+    {
+        return false;
+    }
     Header.MapPosition = HEADER_BYTES + Data[0];
     Header.PixelPosition =
         Header.MapPosition + (Header.HasMap ? size_t{Header.MapLength} * Header.MapEntryBytes : 0);

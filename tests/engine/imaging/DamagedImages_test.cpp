@@ -164,12 +164,21 @@ TEST_P(CDamagedImages, AFlippedByteAtEveryPosition)
 TEST_P(CDamagedImages, AClaimOfManyPixelsIsRefusedBeforeTheyAreAllocated)
 {
     const uint64_t nPeakBefore = GetPeakKilobytes();
-    for (const uint32_t uSide : {8000U, 30000U, 65535U, 0x7FFFFFFFU, 0U})
+    for (const uint32_t uSide : {8000U, 16385U, 16386U, 30000U, 65535U, 0x7FFFFFFFU, 0U})
     {
         SCOPED_TRACE(uSide);
         WriteFile(m_Path, ClaimSides(m_Whole, GetParam().Name, uSide));
         EXPECT_FALSE(LoadImage(m_Path));
-        EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+        const std::vector<std::string> Lines = m_Log.TakeLines();
+        ASSERT_EQ(Lines.size(), 1U);
+        const std::string strSide = std::to_string(uSide);
+        const std::string strLimit = ": a size of " + strSide + " x " + strSide +
+                                     " pixels is not supported, the limit is 268468225 pixels "
+                                     "(16385 x 16385) and 32768 a side";
+        if (uSide > 0 && uSide <= 65535) // what all headers can say
+        {
+            EXPECT_EQ(Lines[0].ends_with(strLimit), uSide > 16385) << Lines[0];
+        }
     }
     EXPECT_LT(GetPeakKilobytes() - nPeakBefore, 32U * 1024);
 }

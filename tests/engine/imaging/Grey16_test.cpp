@@ -95,7 +95,9 @@ TEST(Grey16, ARefusalIsOneLineAndLeavesEverythingAsItWas)
     EXPECT_FALSE(SaveGrey16(strCut.c_str(), 0, 8, Samples.data()));
     EXPECT_FALSE(SaveGrey16(strCut.c_str(), 8, 8, nullptr));
     EXPECT_EQ(Log.GetText(),
-              "[SaveGrey16] " + strCut + ": a size of 0 x 8 pixels is not supported\n" +
+              "[SaveGrey16] " + strCut +
+                  ": a size of 0 x 8 pixels is not supported, the "
+                  "limit is 268468225 pixels (16385 x 16385) and 32768 a side\n" +
                   "[SaveGrey16] pSamples == NULL\n");
     EXPECT_EQ(ReadBytes(strCut), strOld);
 }
