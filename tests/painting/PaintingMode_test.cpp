@@ -102,6 +102,13 @@ TEST_F(CPaintingMode, MouseCallsReachTheLayer)
     Mode().Suspend(false);
     EXPECT_EQ(TakeCalls(),
               (Lines{"Host.SetModeCaption(Edit terrain type)", "Host.RefreshView(1)"}));
+    m_Host.Hit(40, 5, 30);
+    m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
+    Edit();
+    Edit();
+    m_Host.Hit(41, 5, 30);
+    m_Plugin->OnMouseMove(1, 1, 0, 0, 0, 1, 0, 0);
+    EXPECT_EQ(TakeCalls(), (Lines{"Host.PickTerrain(1, 0, 0)", "Layer.SetBrush(box, none)"}));
 }
 
 TEST_F(CPaintingMode, AStrokeThatIsNotReleasedIsKeptAndSaved)
@@ -167,11 +174,24 @@ TEST_F(CPaintingMode, UndoDepthIsTheSettings)
     Click(DRAW_REDO);
     EXPECT_EQ(At(2, 0), red);
 
+    // Changed in the host's list of settings it counts when the next stroke is kept.
+    auto* pDepth = static_cast<int32_t*>(m_Host.settings[0].pValue);
+    *pDepth = 10;
+    Stroke({{35, 0, 5}});
+    Stroke({{45, 0, 5}});
+    Click(DRAW_UNDO);
+    Click(DRAW_UNDO);
+    EXPECT_EQ(At(4, 0), before);
+    EXPECT_EQ(At(3, 0), before);
+    Click(DRAW_REDO);
+    Click(DRAW_REDO);
+    EXPECT_EQ(At(4, 0), red);
     Edit();
     EXPECT_EQ(m_Layer.GetImage(), nullptr);
+    TakeCalls();
     Click(DRAW_UNDO);
     EXPECT_EQ(TakeCalls(), Lines{"Layer.Begin(8, 0x1FF)"}) << "shown where nobody paints";
-    EXPECT_EQ(At(2, 0), before);
+    EXPECT_EQ(At(4, 0), before);
 
     // It is not taken for the next file's, which might be written over with it.
     WriteBytes(m_Folder.Path("broken.png"), "no picture");

@@ -3,6 +3,7 @@
 #include "host/Reflection.h"
 #include "tests/panel/PanelFixture.h"
 
+#include <QAbstractButton>
 #include <QListWidget>
 
 namespace
@@ -328,6 +329,14 @@ TEST_F(CBrushControls, ShapeAndMaskComeFromFiles)
     EXPECT_FALSE(Brush()->IsMaskEnabled());
     Click(PANEL_MASK_ENABLED);
     EXPECT_TRUE(Brush()->IsMaskEnabled());
+    const auto isChecked = [this]
+    {
+        return Find<QAbstractButton>(PANEL_MASK_ENABLED)->isChecked();
+    };
+    Take(PANEL_BLUR);
+    EXPECT_FALSE(isChecked()) << "another brush without a mask";
+    Take(PANEL_SET_HEIGHT);
+    EXPECT_TRUE(isChecked());
 
     const QImage round = Look(PANEL_SHAPE);
     TakeCalls();
