@@ -2,6 +2,9 @@
 
 #include <string>
 
+// The library of predefined brushes.
+constexpr const char* PREDEFINED_BRUSHES = ".\\PredefinedBrushes.ini";
+
 // The copy beside a brush file that stands in for it while it is saved: "__Copy" before the
 // extension.
 std::string GetBrushFileCopy(const std::string& strPath);

@@ -1,8 +1,10 @@
 #include "brushes/CBrushContainer.h"
 
+#include "brushes/BrushFaults.h"
 #include "brushes/CTellurBrush.h"
 #include "functions/ITellurFunction.h"
 #include "host/FileSystem.h"
+#include "host/IPluginScript.h"
 #include "host/Log.h"
 #include "parser/KeywordValues.h"
 #include "parser/TCParseFile.h"
@@ -19,6 +21,11 @@ constexpr const char* DECLARATIONS = "!brush()\n!brush_name( s )\n!bitmap()\n!pa
                                      "!fade_factor( f )\n!hardness( f )\n!vertical_distance( f )\n"
                                      "!extent( f )\n!mask( s )\n!attrib( s, s )\n\n";
 constexpr int BRUSH_INDENT = 2;
+
+std::string GetNameOf(const CTellurBrush& brush)
+{
+    return brush.GetName() != nullptr ? brush.GetName() : "";
+}
 
 bool IsDigit(char c)
 {
@@ -74,7 +81,7 @@ bool CBrushContainer::SavePredefinedBrushesToFile(const char* pszPath)
         if (!pBrush->Save(file, BRUSH_INDENT))
         {
             CrashLog("[CBrushContainer::SavePredefinedBrushesToFile] failed to save brush %s\n",
-                     pBrush->GetName() != nullptr ? pBrush->GetName() : "");
+                     GetNameOf(*pBrush).c_str());
             file.discard(); // a library without its last brushes must not replace a whole one
             return false;
         }
@@ -90,11 +97,21 @@ bool CBrushContainer::SavePredefinedBrushesToFile(const char* pszPath)
     return true;
 }
 
-bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath)
+bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath, std::vector<SBrushFault>* pFaults)
 {
+    std::vector<SBrushFault> faults;
     ETCParseStatus eStatus = tcparse_unreadable;
+    const uint64_t nLoggedBefore = GetCrashLogCount();
     const std::unique_ptr<CTCPARSE_KEYWORD> pTree(
         TCParseFile(pszPath, nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
+    if (eStatus == tcparse_failed || (eStatus == tcparse_unreadable && fs::exists(pszPath)))
+    {
+        faults.push_back({"", 0, "cannot be read, none of its brushes is there"});
+    }
+    else if (GetCrashLogCount() != nLoggedBefore)
+    {
+        faults.push_back({"", 0, "not every value is as written, the parser says where"});
+    }
     for (const CTCPARSE_KEYWORD* pKey = pTree.get(); pKey != nullptr; pKey = pKey->next)
     {
         if (!IsKeyword(pKey, "brush"))
@@ -102,7 +119,15 @@ bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath)
             continue;
         }
         auto pBrush = std::make_unique<CTellurBrush>();
-        if (pBrush->Load(pKey->block))
+        const uint64_t nLogged = GetCrashLogCount();
+        const size_t nFaults = faults.size();
+        const bool bLoaded = pBrush->Load(pKey->block);
+        FindBrushFaults(*pKey, *pBrush, bLoaded, faults);
+        if (GetCrashLogCount() != nLogged && faults.size() == nFaults)
+        {
+            faults.push_back({GetNameOf(*pBrush), pKey->line, "not all of it could be used"});
+        }
+        if (bLoaded)
         {
             if (pBrush->GetName() == nullptr)
             {
@@ -110,6 +135,10 @@ bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath)
             }
             m_Predefined.push_back(std::move(pBrush));
         }
+    }
+    if (pFaults != nullptr)
+    {
+        *pFaults = std::move(faults);
     }
     return eStatus != tcparse_unreadable;
 }
@@ -126,6 +155,7 @@ void CBrushContainer::AddBrush(const CTellurBrush* pBrush, bool bRename)
         GetNextBrushName(pClone.get());
     }
     m_Predefined.push_back(std::move(pClone));
+    m_bUnsaved = true;
 }
 
 void CBrushContainer::GetNextBrushName(CTellurBrush* pBrush)

@@ -5,6 +5,7 @@
 
 class CTellurBrush;
 class ITellurFunction;
+struct SBrushFault;
 
 // The brushes of the plug-in: the predefined ones, a library that is read from and written to a
 // file, and one tool brush per function that the panel edits. Owned by the plug-in object, owns the
@@ -23,8 +24,8 @@ public:
     // cannot be written; the file then stays as it was.
     bool SavePredefinedBrushesToFile(const char* pszPath);
     // Appends the brushes of the file; a missing or faulty file adds nothing. False when there is
-    // no such file to read.
-    bool LoadPredefinedBrushes(const char* pszPath);
+    // no such file to read. pFaults: receives what of the file could not be used; null for nothing.
+    bool LoadPredefinedBrushes(const char* pszPath, std::vector<SBrushFault>* pFaults = nullptr);
     // Appends a clone; with bRename the clone gets a fresh name. The caller keeps its brush.
     void AddBrush(const CTellurBrush* pBrush, bool bRename);
     // Names the brush after its own name without trailing digits, numbered past the others.
@@ -40,6 +41,12 @@ public:
     void ClearPredefined();
     void Clear(); // both lists
 
+    // Whether a brush was added since the library was saved. Whoever has saved it says so: the
+    // container does not know which file is the library's.
+    bool IsUnsaved() const { return m_bUnsaved; }
+
+    void SetSaved() { m_bUnsaved = false; }
+
     const CBrushList& GetPredefined() const { return m_Predefined; }
 
     const CBrushList& GetTools() const { return m_Tools; }
@@ -47,4 +54,5 @@ public:
 private:
     CBrushList m_Predefined;
     CBrushList m_Tools;
+    bool m_bUnsaved = false;
 };

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace fs
 {
@@ -24,6 +25,14 @@ struct SDragStatistics
     uint64_t nPoints = 0;
     uint64_t nVisited = 0; // vertices offered to the function
     uint64_t nChanged = 0; // vertices written
+};
+
+// What reading the library of brushes could not use; the next save of the library leaves it out.
+struct SBrushFault
+{
+    std::string strBrush; // its name; empty where the brush has none, or all of the file is meant
+    int32_t iLine = 0;    // in the file; 0 where no one line is meant
+    std::string strFault; // a phrase without a line feed
 };
 
 // Lets a script or a recorder reach the plug-in's own state. Implemented by the plug-in object and
@@ -58,10 +67,24 @@ public:
     virtual bool SaveBitmap(const char* pszPath) = 0;
     // The bitmap's file when there are strokes that are not in it yet, else empty.
     virtual std::string GetUnsavedBitmap() = 0;
+    // Whether making that mode current now would drop strokes that are in no file yet, because the
+    // draw dialog names another one.
+    virtual bool WouldDropPainting(int32_t iModeId) = 0;
+    // The file that the mode which paints is on with and could not read; empty when there is none.
+    virtual std::string GetUnreadBitmap() = 0;
     // Takes back the last stroke that was painted, or paints it again.
     virtual void StepPaint(bool bRedo) = 0;
     // Gives up the drag that sculpts, for when memory has run out inside one of its calls: heights
     // are those of before the press, no record is made, what the drag held is freed. Needs no
     // memory. False without such a drag.
     virtual bool DropDrag() = 0;
+
+    // The library of defined brushes: its file, and what was wrong with it when the plug-in read it
+    // at its start.
+    virtual const char* GetBrushFile() = 0;
+    virtual const std::vector<SBrushFault>& GetBrushFaults() = 0;
+    // Whether a brush was added to the library since it was saved last.
+    virtual bool HasUnsavedBrushes() = 0;
+    // As the panel's button. False after a logged line; the old file is then in its place.
+    virtual bool SaveBrushes() = 0;
 };

@@ -2,12 +2,18 @@
 
 #include "host/Export.h"
 
+#include <cstdint>
+
 // The one log of a process, shared by host and plug-in. Texts are printf-style and end in their own
 // line feed; a message names its class and method in square brackets first. Implemented by the
 // engine library. UI thread only.
 
 // Failures of any kind.
 TELLUR_API void CrashLog(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);
+
+// How many pieces came through CrashLog since the process began. Whoever takes it before and after
+// an operation knows whether that has reported a fault.
+TELLUR_API uint64_t GetCrashLogCount();
 
 // Refusals that are no failure, such as a mode that may not be left now.
 TELLUR_API void LogR(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);

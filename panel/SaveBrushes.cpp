@@ -27,5 +27,6 @@ bool SaveBrushesWithCopy(CBrushContainer& brushes, const char* pszPath)
     {
         fs::remove(strCopy.c_str());
     }
+    brushes.SetSaved();
     return true;
 }

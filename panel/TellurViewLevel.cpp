@@ -1,5 +1,6 @@
 // The defined brushes, the height map, normals and the material.
 
+#include "brushes/BrushFileCopy.h"
 #include "brushes/CBrushContainer.h"
 #include "brushes/CTellurBrush.h"
 #include "framework/core/MessageBox.h"
@@ -19,7 +20,6 @@
 namespace
 {
 
-constexpr const char* PREDEFINED_BRUSHES = ".\\PredefinedBrushes.ini";
 constexpr int FIRST_RESOLUTION = 33; // vertices per side
 constexpr int RESOLUTION_LIMIT = 5000;
 

@@ -161,7 +161,7 @@ private:
     std::unique_ptr<char[]>
         m_Scratch; // as long as the text, made for the first string with escapes
 
-    // Lines are counted when a message needs them, from where the message before was.
+    // Lines are counted from call to call and to a message, each time from where it was known last.
     const char* m_pCounted = nullptr;
     ptrdiff_t m_nCountedLine = 1;
 

@@ -96,6 +96,7 @@ void CTCParse::CloseBlock(SPlace& place, int32_t* pError)
 CTCPARSE_KEYWORD* CTCParse::ReadCall(const SVocabulary& vocabulary, int32_t* pError)
 {
     auto pCall = std::make_unique<CTCPARSE_KEYWORD>();
+    pCall->line = GetLine();
     if (ReadWord(pCall->name) != 0)
     {
         Fail(pError, "error in call");

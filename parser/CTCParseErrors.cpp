@@ -52,7 +52,7 @@ void CTCParse::Fail(int32_t* pError, const char* pszMessage)
 
 int CTCParse::GetLine()
 {
-    // What is given back never reaches back behind a message.
+    // What is given back never reaches back behind a message or the start of a call.
     m_nCountedLine += std::count(m_pCounted, m_pCursor, '\n');
     m_pCounted = m_pCursor;
     return static_cast<int>(std::min<ptrdiff_t>(m_nCountedLine, INT_MAX));

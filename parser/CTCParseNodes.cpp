@@ -165,6 +165,7 @@ CTCPARSE_KEYWORD::CTCPARSE_KEYWORD(const CTCPARSE_KEYWORD& source)
 void CTCPARSE_KEYWORD::CopyNode(const CTCPARSE_KEYWORD& source)
 {
     memcpy(name, source.name, sizeof(name));
+    line = source.line;
     CTCPARSE_PARAM** ppLink = &params;
     for (const CTCPARSE_PARAM* pParam = source.params; pParam != nullptr; pParam = pParam->next)
     {

@@ -125,6 +125,7 @@ public:
     CTCPARSE_PARAM* params = nullptr;  // first parameter, owned
     CTCPARSE_KEYWORD* next = nullptr;  // next node of the same block, owned
     CTCPARSE_KEYWORD* block = nullptr; // first node of the block behind the call, owned
+    int32_t line = 0;                  // of a call in its file, counted from 1; 0 for others
 
 private:
     // Takes over name and parameters of one node, without its block and siblings.

@@ -32,7 +32,6 @@
 namespace
 {
 
-constexpr const char* PREDEFINED_BRUSHES = ".\\PredefinedBrushes.ini";
 constexpr const char* TOOL_BRUSH_IMAGE = ".\\data\\brushes\\round.png";
 
 } // namespace
@@ -78,7 +77,7 @@ void IPluginImpl::Initialize()
     RegisterModes();
     InitializeFunctionsAndBrushes();
     RecoverBrushFile(PREDEFINED_BRUSHES);
-    m_BrushContainer.LoadPredefinedBrushes(PREDEFINED_BRUSHES);
+    m_BrushContainer.LoadPredefinedBrushes(PREDEFINED_BRUSHES, &m_BrushFaults);
     m_pCurrentBrush = nullptr;
     ReleaseBrushPreview();
     ApplyEditOverlay(EEditOverlay::Off);

@@ -97,8 +97,17 @@ public:
     bool IsPainting() override;
     bool SaveBitmap(const char* pszPath) override;
     std::string GetUnsavedBitmap() override;
+    bool WouldDropPainting(int32_t iModeId) override;
+    std::string GetUnreadBitmap() override;
     void StepPaint(bool bRedo) override;
     bool DropDrag() override;
+    const char* GetBrushFile() override;
+
+    const std::vector<SBrushFault>& GetBrushFaults() override { return m_BrushFaults; }
+
+    bool HasUnsavedBrushes() override { return m_BrushContainer.IsUnsaved(); }
+
+    bool SaveBrushes() override;
 
     // PluginContext
     EditorHost* GetEditorHost() const override { return m_pEditorHost; }
@@ -206,6 +215,7 @@ private:
     int32_t m_2DDrawUndoMgrStackSize = 10;
     bool m_bAutoUpdateNormals = false;
     CBrushContainer m_BrushContainer;
+    std::vector<SBrushFault> m_BrushFaults; // of the library, as it was at the start
     CFunctionContainer m_FunctionContainer;
     std::string m_HeightMapPath; // nothing fills it, so saving always asks
     float m_PickedHeight = 0.0F; // offered by the last context menu

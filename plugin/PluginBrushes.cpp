@@ -1,11 +1,13 @@
 // The library of predefined brushes as the panel and scripts use it.
 
+#include "brushes/BrushFileCopy.h"
 #include "brushes/CTellurBrush.h"
 #include "framework/core/CResourceScope.h"
 #include "framework/core/ResourceModule.h"
 #include "host/EditorHost.h"
 #include "host/Log.h"
 #include "host/ModeManager.h"
+#include "panel/SaveBrushes.h"
 #include "plugin/IPluginImpl.h"
 #include "resources/PluginResources.h"
 
@@ -30,6 +32,16 @@ bool IPluginImpl::AddBrushToPredefined(CTellurBrush* pBrush)
     }
     m_BrushContainer.AddBrush(pBrush, strName.empty());
     return true;
+}
+
+const char* IPluginImpl::GetBrushFile()
+{
+    return PREDEFINED_BRUSHES;
+}
+
+bool IPluginImpl::SaveBrushes()
+{
+    return SaveBrushesWithCopy(m_BrushContainer, PREDEFINED_BRUSHES);
 }
 
 void IPluginImpl::UsePredefinedBrush(const CTellurBrush& brush)

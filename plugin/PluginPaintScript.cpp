@@ -227,6 +227,20 @@ std::string IPluginImpl::GetUnsavedBitmap()
                : "";
 }
 
+bool IPluginImpl::WouldDropPainting(int32_t iModeId)
+{
+    return iModeId == m_EditTerrainTypeModeId && m_p2DDrawDlg != nullptr &&
+           m_pEditTerrainTypeMode != nullptr && m_pEditTerrainTypeMode->IsUnsaved() &&
+           m_p2DDrawDlg->GetBitmapFile() != m_pEditTerrainTypeMode->GetBitmapPath();
+}
+
+std::string IPluginImpl::GetUnreadBitmap()
+{
+    return IsPaintingModeOn() && !m_pEditTerrainTypeMode->HasBitmap()
+               ? m_pEditTerrainTypeMode->GetBitmapPath()
+               : "";
+}
+
 void IPluginImpl::StepPaint(bool bRedo)
 {
     if (m_pEditTerrainTypeMode != nullptr)

@@ -1,5 +1,7 @@
 // Scripting: the plug-in's own state by keyword.
 
+#include "brushes/BrushFaults.h"
+#include "brushes/BrushFileCopy.h"
 #include "brushes/CTellurBrush.h"
 #include "framework/core/CResourceScope.h"
 #include "framework/core/ResourceModule.h"
@@ -73,9 +75,29 @@ bool IPluginImpl::DropDrag()
     return true;
 }
 
+// Of an image or a mask: added to the library it would make that unreadable.
+static bool HasPathThatBreaksFiles(const CTCPARSE_KEYWORD* pBlock)
+{
+    for (const CTCPARSE_KEYWORD* pKey = pBlock; pKey != nullptr; pKey = pKey->next)
+    {
+        const bool bPath = IsKeyword(pKey, "mask") || IsKeyword(pKey, "path");
+        if ((bPath && BreaksBrushFile(GetStringValue(pKey->params))) ||
+            (IsKeyword(pKey, "bitmap") && HasPathThatBreaksFiles(pKey->block)))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool IPluginImpl::PlayBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
 {
     auto pBrush = std::make_unique<CTellurBrush>();
+    if (HasPathThatBreaksFiles(pKeyword->block))
+    {
+        strWhy = "a path of a brush cannot have a quotation mark";
+        return false;
+    }
     if (!pBrush->Load(pKeyword->block))
     {
         strWhy = "the brush block cannot be used, the log says why";
@@ -175,8 +197,12 @@ bool IPluginImpl::PlayUseBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& st
 
 bool IPluginImpl::PlaySaveBrushes(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
 {
-    const bool bSaved =
-        m_BrushContainer.SavePredefinedBrushesToFile(GetStringValue(pKeyword->params));
+    const char* pszPath = GetStringValue(pKeyword->params);
+    const bool bSaved = m_BrushContainer.SavePredefinedBrushesToFile(pszPath);
+    if (bSaved && fs::root_path(pszPath) == fs::root_path(PREDEFINED_BRUSHES))
+    {
+        m_BrushContainer.SetSaved(); // a file of another name is a copy and no save
+    }
     strWhy = bSaved ? "" : "the brushes cannot be saved, the log says why";
     return bSaved;
 }

@@ -6,6 +6,7 @@
 #include "framework/core/IFrontEnd.h"
 #include "host/FileSystem.h"
 #include "host/IPlugin.h"
+#include "host/Log.h"
 #include "host/Reflection.h"
 
 #include <cstring>
@@ -20,6 +21,7 @@ constexpr int32_t NOTIFY_LEVEL_CHANGED = 5;
 constexpr size_t BYTES_OF_A_VERTEX = 16; // in an undo record
 constexpr uint32_t REQUEST_FULL_PATH = 16;
 constexpr uint32_t REQUEST_RELOAD = 17;
+constexpr int KIND_OPEN = 1; // of BrowseForFile
 
 std::string GetText(const char* pszText)
 {
@@ -205,8 +207,18 @@ std::string CEditorHost::BrowseForFile(int iKind,
                                        const char* pszInitialFolder,
                                        const char* pszFilter)
 {
-    return m_Face.BrowseForFile(
+    std::string strPath = m_Face.BrowseForFile(
         iKind, pszDefaultExtension, pszInitialName, pszInitialFolder, pszFilter);
+    if (iKind == KIND_OPEN && strPath.find('"') != std::string::npos)
+    {
+        // What plug-ins open they name in files of theirs, which a quotation mark makes unreadable.
+        const std::string strFault =
+            strPath + ": a file with a quotation mark in its path cannot be used here";
+        CrashLog("[CEditorHost::BrowseForFile] %s\n", strFault.c_str());
+        GetFrontEnd().MessageBox(strFault.c_str(), MB_OK | MB_ICONEXCLAMATION);
+        return {};
+    }
+    return strPath;
 }
 
 void CEditorHost::RedrawViews()

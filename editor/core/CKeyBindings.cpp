@@ -1,5 +1,6 @@
 #include "editor/core/CKeyBindings.h"
 
+#include "editor/core/KeptFiles.h"
 #include "host/FileSystem.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
@@ -147,7 +148,8 @@ bool CKeyBindings::Load(const std::string& strFile)
     ETCParseStatus eStatus = tcparse_done;
     const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(
         TCParseFile(strFile.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
-    m_bDamaged = eStatus == tcparse_failed;
+    m_bDamaged =
+        eStatus == tcparse_failed || (eStatus == tcparse_unreadable && fs::exists(strFile.c_str()));
     if (eStatus != tcparse_done)
     {
         return false;
@@ -171,11 +173,11 @@ bool CKeyBindings::Load(const std::string& strFile)
 
 bool CKeyBindings::Save(const std::string& strFile)
 {
-    if (m_bDamaged)
+    if (m_bDamaged && KeepFile(strFile).empty())
     {
-        fs::rename(strFile.c_str(), (strFile + ".bak").c_str());
-        m_bDamaged = false;
+        return false; // it stays where it is
     }
+    m_bDamaged = false;
     std::vector<std::pair<std::string, SKeyChord>> kept;
     for (const auto& loaded : m_Loaded)
     {

@@ -66,7 +66,7 @@ public:
     // parser's messages; keys then stay as they are.
     bool Load(const std::string& strFile);
     // Writes what differs from the defaults and the lines of unknown ids that Load found. A file
-    // that could not be parsed is kept as "FILE.bak". False after one logged line.
+    // that was not understood is kept first, see KeepFile. False after one logged line.
     bool Save(const std::string& strFile);
 
 private:

@@ -1,6 +1,8 @@
 #include "editor/core/CPluginLoader.h"
 
 #include "editor/core/CEditorHost.h"
+#include "editor/core/KeptFiles.h"
+#include "host/IPluginScript.h"
 #include "host/Log.h"
 
 #include <dlfcn.h>
@@ -91,6 +93,10 @@ bool CPluginLoader::Start(FInitializeMe pInitializeMe)
     }
     m_Plugin->RegisterActions();
     m_Plugin->Initialize();
+    if (auto* pScript = dynamic_cast<IPluginScript*>(m_Plugin))
+    {
+        KeepFaultyBrushes(*pScript);
+    }
     m_Host.LoadSettings();
     if (m_Host.GetSettings().IsPanelOpen())
     {

@@ -1,5 +1,6 @@
 #include "editor/core/CSettings.h"
 
+#include "editor/core/KeptFiles.h"
 #include "host/FileSystem.h"
 #include "host/IPlugin.h"
 #include "host/Log.h"
@@ -52,7 +53,8 @@ void CSettings::Load(const std::vector<IPlugin*>& plugins)
         ETCParseStatus eStatus = tcparse_done;
         pFirst.reset(
             TCParseFile(m_Path.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
-        m_bHasError = eStatus == tcparse_failed;
+        m_bHasError = eStatus == tcparse_failed ||
+                      (eStatus == tcparse_unreadable && fs::exists(m_Path.c_str()));
     }
     for (const CTCPARSE_KEYWORD* pKeyword = pFirst.get(); pKeyword != nullptr;
          pKeyword = pKeyword->next)
@@ -74,11 +76,11 @@ bool CSettings::Save(const std::vector<IPlugin*>& plugins)
     {
         return true;
     }
-    if (m_bHasError)
+    if (m_bHasError && KeepFile(m_Path).empty())
     {
-        fs::rename(m_Path.c_str(), (m_Path + ".bak").c_str());
-        m_bHasError = false;
+        return false; // it stays where it is
     }
+    m_bHasError = false;
     fs::ifile file;
     if (file.open(m_Path.c_str(), fs::mode_write))
     {

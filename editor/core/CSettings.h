@@ -34,7 +34,7 @@ public:
     // one with an error, which the parser has logged).
     void Load(const std::vector<IPlugin*>& plugins);
     // Writes the host's block, then each plug-in's. A file that Load could not understand is kept
-    // as "FILE.bak". False with one logged line; the old file then stays.
+    // first, see KeepFile. False with one logged line; the old file then stays.
     bool Save(const std::vector<IPlugin*>& plugins);
 
     const std::vector<SSetting>& GetRegistered() const { return m_Settings; }
@@ -48,5 +48,5 @@ private:
     std::string m_Path;
     std::vector<SSetting> m_Settings;
     bool m_bPanelOpen = false;
-    bool m_bHasError = false; // the parser refused the file
+    bool m_bHasError = false; // the file is there and was not understood
 };

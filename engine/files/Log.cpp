@@ -15,6 +15,7 @@ constexpr int EXIT_FATAL = 3;
 constexpr size_t SHORT_LINE = 1024;
 
 ILogSink* g_Sink = nullptr;
+uint64_t g_CrashLogs = 0;
 
 // Where memory has run out, which is when a line matters most, it may be cut or go to stderr only.
 TELLUR_PRINTF(1, 0) void WriteToSink(const char* pszFormat, va_list arguments)
@@ -60,10 +61,16 @@ TELLUR_PRINTF(1, 0) void WriteToSink(const char* pszFormat, va_list arguments)
 
 void CrashLog(const char* pszFormat, ...)
 {
+    ++g_CrashLogs;
     va_list arguments;
     va_start(arguments, pszFormat);
     WriteToSink(pszFormat, arguments);
     va_end(arguments);
+}
+
+uint64_t GetCrashLogCount()
+{
+    return g_CrashLogs;
 }
 
 void LogR(const char* pszFormat, ...)

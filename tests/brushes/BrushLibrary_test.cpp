@@ -6,6 +6,7 @@
 #include "functions/CPointHeightFunction.h"
 #include "functions/CRelativeHeightFunction.h"
 #include "functions/CSetHeightFunction.h"
+#include "host/IPluginScript.h"
 #include "tests/brushes/BrushParts.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CNumbers.h"
@@ -61,6 +62,7 @@ protected:
         ASSERT_TRUE(m_Functions.AddFunction(new CPointHeightFunction));
         m_Context.pFunctions = &m_Functions;
         m_Context.textures.Put("m.png", 1, 1, {255});
+        m_Context.textures.Put("a\\\\b\\c.png", 1, 1, {255});
     }
 
     // Adds a brush with an image.
@@ -118,6 +120,11 @@ TEST_F(CBrushFileTest, WritesTheWholeFileAndReadsItBack)
     again.LoadPredefinedBrushes("b.ini"); // appends
     EXPECT_EQ(GetNames(again), "Brush000 Dot Brush000 Dot ");
     EXPECT_EQ(m_Log.GetText(), "");
+
+    again.GetPredefined()[0]->SetMask("a\\\\b\\c.png"); // goes out as it is
+    ASSERT_TRUE(again.SavePredefinedBrushesToFile("again.ini"));
+    EXPECT_NE(ReadBytes(m_Folder.Path("again.ini")).find("  mask( \"a\\\\b\\c.png\" )\n"),
+              std::string::npos);
 }
 
 TEST_F(CBrushFileTest, ReadsBackEveryBitThatItWroteAndWritesTheSameBytesAgain)
@@ -253,6 +260,59 @@ TEST_F(CBrushFileTest, LoadsWhatItCanAndNamesTheNameless)
     EXPECT_EQ(m_Brushes.GetPredefined().size(), 3U);
     m_Brushes.ClearPredefined();
     EXPECT_EQ(GetNames(m_Brushes), "");
+}
+
+TEST_F(CBrushFileTest, WhatIsNotTakenIsNamedWithBrushAndLine)
+{
+    const auto load = [this](const std::string& strText)
+    {
+        WriteBytes(m_Folder.Path("b.ini"), DECLARATIONS + strText);
+        std::vector<SBrushFault> faults;
+        m_Brushes.LoadPredefinedBrushes("b.ini", &faults);
+        Lines lines;
+        for (const SBrushFault& fault : faults)
+        {
+            lines.push_back(std::to_string(fault.iLine) + " " + fault.strBrush + ": " +
+                            fault.strFault);
+        }
+        return lines;
+    };
+    const std::string strImage = "bitmap() { path( \"soft.png\" ) }\n";
+    const std::string strGood = strImage + "function( \"PointHeightFunction\" )\n";
+    EXPECT_EQ(load("brush() { brush_name( \"A\" )\n" + strGood + "mask( \"m.png\" ) }\n"), Lines{});
+    EXPECT_EQ(m_Log.GetText(), "");
+    EXPECT_EQ(load("brush() { brush_name( \"A\" )\n" + strGood +
+                   "mask( \"no.png\" ) }\n"
+                   "brush() { brush_name( \"B\" )\nfunction( \"Other\" ) }\n"
+                   "brush()\n{ brush_name( \"C\" )\n"
+                   "bitmap() {\n path( \"none.png\" ) }\n}\n"
+                   "brush()\n"),
+              (Lines{"18 A: mask( \"no.png\" ) cannot be loaded, it has no mask",
+                     "20 B: function( \"Other\" ) is unknown, the brush is left out",
+                     "21 C: it has no function, so the brushes cannot be saved",
+                     "24 C: path( \"none.png\" ) cannot be loaded: it has no image, so the brushes "
+                     "cannot be saved",
+                     "26 : it is empty and left out"}));
+    WritePicture(m_Folder.Path("a\"b.png"), 1, 1, 8, {9});
+    EXPECT_EQ(load("brush() { brush_name( \"A\" ) function( \"PointHeightFunction\" )\n"
+                   "bitmap() { path( \"a\\\"b.png\" ) } }\n"),
+              (Lines{"16 A: a path with a quotation mark makes the saved brushes unreadable"}));
+    // What the log says of the whole file or of one key that another one made good again.
+    EXPECT_EQ(load("brush() { brush_name( A ) "),
+              (Lines{"0 : not every value is as written, the "
+                     "parser says where",
+                     "15 ???parser error???: it has no "
+                     "function, so the brushes cannot be saved",
+                     "15 ???parser error???: it has no image, "
+                     "so the brushes cannot be saved"}));
+    EXPECT_EQ(load("brush() { " + strGood + "bitmap() { path( \"none.png\" ) } }\n"),
+              Lines{"15 : not all of it could be used"});
+    EXPECT_EQ(load("brush( ) { brush_name( 7 }\n"),
+              Lines{"0 : cannot be read, none of its brushes is there"});
+    std::vector<SBrushFault> none;
+    EXPECT_FALSE(m_Brushes.LoadPredefinedBrushes("missing.ini", &none));
+    EXPECT_TRUE(none.empty());
+    m_Log.Clear();
 }
 
 TEST_F(CBrushFileTest, OfACutFileNoHalfValueIsRead)

@@ -79,6 +79,13 @@ TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
 
         bool OnProgress(const char*, float fDone) override { return fDone < 0.5F; }
 
+        std::string BrowseForFile(int, const char*, const char*, const char*, const char*) override
+        {
+            return strChosen;
+        }
+
+        std::string strChosen;
+
         CFakeFrontEnd frontEnd;
     };
 
@@ -89,6 +96,22 @@ TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
         EXPECT_EQ(&GetFrontEnd(), &face.frontEnd);
         EXPECT_TRUE(ReportProgress("Work", 0.25F));
         EXPECT_FALSE(ReportProgress("Work", 0.75F));
+    }
+    // What a file of a plug-in could not name is refused where it is chosen.
+    {
+        CEditorHost host(face);
+        CLogCatcher log;
+        face.frontEnd.calls.clear();
+        face.strChosen = "folder/a\"b.png";
+        EXPECT_EQ(host.BrowseForFile(0, "png", "", "data", ""), face.strChosen) << "to save";
+        EXPECT_EQ(log.GetText(), "");
+        EXPECT_EQ(host.BrowseForFile(1, nullptr, "", "data", ""), "");
+        const std::string strFault =
+            "folder/a\"b.png: a file with a quotation mark in its path cannot be used here";
+        EXPECT_EQ(log.GetText(), "[CEditorHost::BrowseForFile] " + strFault + "\n");
+        EXPECT_EQ(face.frontEnd.calls, FakeCalls{"FrontEnd.MessageBox(" + strFault + ", 0x30)"});
+        face.strChosen = "folder/a'b.png";
+        EXPECT_EQ(host.BrowseForFile(1, nullptr, "", "data", ""), face.strChosen);
     }
     EXPECT_EQ(&GetFrontEnd(), &before);
     EXPECT_TRUE(ReportProgress("Work", 0.75F));

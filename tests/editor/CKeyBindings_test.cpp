@@ -80,7 +80,13 @@ TEST(CKeyBindings, ChangesAreKeptAndThoseOfUnknownCommandsToo)
     EXPECT_FALSE(log.TakeLines().empty());
     EXPECT_EQ(damaged.FindById("edit.undo")->key, (SKeyChord{'Z', KEY_CONTROL}));
     ASSERT_TRUE(damaged.Save(strFile));
-    EXPECT_NE(ReadBytes(strFile + ".bak").find("edit.undo"), std::string::npos);
+    const std::string strKept = ReadBytes(strFile + ".bak");
+    EXPECT_NE(strKept.find("edit.undo"), std::string::npos);
+    WriteBytes(strFile, "!key(");
+    EXPECT_FALSE(damaged.Load(strFile));
+    ASSERT_TRUE(damaged.Save(strFile));
+    EXPECT_EQ(ReadBytes(strFile + ".bak"), strKept);
+    EXPECT_EQ(ReadBytes(strFile + ".bak2"), "!key(");
 }
 
 TEST(CRecentFiles, TheLastTenAreKeptNewestFirst)

@@ -203,7 +203,21 @@ TEST_F(CPluginLoaderTest, ASettingsFileWithAnErrorIsKeptBesideTheNewOne)
     EXPECT_EQ(m_Log.TakeLines().back(), "LoadSettings, strength 1");
     m_Loader.Unload();
     EXPECT_EQ(ReadBytes(strPath + ".bak"), strBroken);
+    EXPECT_EQ(m_Log.TakeLines()[0], "[KeepFile] " + strPath + " is kept as " + strPath + ".bak");
     EXPECT_NE(ReadBytes(strPath).find("minimal_strength( 1 )"), std::string::npos);
+
+    // Neither another file with an error nor the same one again takes that copy's place.
+    for (const std::string& strNext : {strBroken + "and", strBroken, strBroken + "or"})
+    {
+        WriteBytes(strPath, strNext);
+        ASSERT_TRUE(m_Loader.Load(PLUGIN_PATH.c_str()));
+        m_Loader.Unload();
+        EXPECT_NE(ReadBytes(strPath), strNext);
+    }
+    EXPECT_EQ(ReadBytes(strPath + ".bak"), strBroken);
+    EXPECT_EQ(ReadBytes(strPath + ".bak2"), strBroken + "and");
+    EXPECT_EQ(ReadBytes(strPath + ".bak3"), strBroken + "or");
+    EXPECT_FALSE(std::filesystem::exists(strPath + ".bak4"));
 
     // A folder that is not there: one line, nothing else.
     m_Host.GetSettings().SetFile((strPath + "/below/settings.txt").c_str());

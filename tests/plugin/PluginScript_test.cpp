@@ -48,6 +48,11 @@ TEST_F(CPluginScript, AFaultyKeywordLeavesBrushAndModeAsTheyAre)
     EXPECT_EQ(Play("brush()\n{\n function( \"NoSuchFunction\" )\n}"), EScriptResult::Failed);
     EXPECT_EQ(m_Why, "the brush block cannot be used, the log says why");
     EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+    for (const char* pszPath : {"mask( \"a\\\"b.png\" )", "bitmap() { path( \"a\\\"b.png\" ) }"})
+    {
+        EXPECT_EQ(Play(std::string("brush() { ") + pszPath + " }"), EScriptResult::Failed);
+        EXPECT_EQ(m_Why, "a path of a brush cannot have a quotation mark");
+    }
     EXPECT_EQ(Play("mode( \"painting\" )"), EScriptResult::Failed);
     EXPECT_EQ(m_Why, "there is no mode \"painting\"");
     EXPECT_EQ(Play("!press( f, f )\npress( 1.0, 2.0 )"), EScriptResult::Unknown);

@@ -1,0 +1,99 @@
+#include "editor/core/KeptFiles.h"
+
+#include "host/FileSystem.h"
+#include "host/IPluginScript.h"
+#include "host/Log.h"
+
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+namespace
+{
+
+std::optional<std::string> ReadBytes(const std::string& strFile)
+{
+    fs::file file;
+    if (!file.open(strFile.c_str(), fs::mode_read))
+    {
+        return std::nullopt;
+    }
+    std::string strBytes(file.length(), '\0');
+    return file.read(strBytes.data(), strBytes.size()) == strBytes.size()
+               ? std::optional(std::move(strBytes))
+               : std::nullopt;
+}
+
+// A second name does where the bytes may not be read.
+bool WriteCopy(const std::string& strFile,
+               const std::optional<std::string>& strBytes,
+               const std::string& strCopy,
+               std::string& strFault)
+{
+    if (!strBytes)
+    {
+        std::error_code error;
+        std::filesystem::create_hard_link(strFile, strCopy, error);
+        strFault = strFile + ": " + error.message();
+        return !error;
+    }
+    fs::file copy;
+    const bool bWritten = copy.open(strCopy.c_str(), fs::mode_write) &&
+                          copy.write(strBytes->data(), strBytes->size()) == strBytes->size() &&
+                          copy.close();
+    strFault = copy.last_error().get_error_text();
+    return bWritten;
+}
+
+bool IsBelow(const std::string& strFile, const std::string& strFolder)
+{
+    return strFile.starts_with(strFolder + "/");
+}
+
+} // namespace
+
+std::string KeepFile(const std::string& strFile)
+{
+    const std::optional<std::string> strBytes = ReadBytes(strFile);
+    std::string strCopy = strFile + ".bak";
+    for (int i = 2; fs::exists(strCopy.c_str()); ++i)
+    {
+        if (strBytes && ReadBytes(strCopy) == strBytes)
+        {
+            return strCopy;
+        }
+        strCopy = strFile + ".bak" + std::to_string(i);
+    }
+    std::string strFault;
+    if (!WriteCopy(strFile, strBytes, strCopy, strFault))
+    {
+        CrashLog("[KeepFile] no copy can be kept: %s\n", strFault.c_str());
+        return {};
+    }
+    CrashLog("[KeepFile] %s is kept as %s\n", strFile.c_str(), strCopy.c_str());
+    return strCopy;
+}
+
+void KeepFaultyBrushes(IPluginScript& script)
+{
+    std::string strName;
+    fs::path_normalize(strName, script.GetBrushFile(), false);
+    for (const SBrushFault& fault : script.GetBrushFaults())
+    {
+        const std::string strLine =
+            fault.iLine > 0 ? ", line " + std::to_string(fault.iLine) : std::string();
+        const std::string strBrush =
+            fault.strBrush.empty() ? std::string() : ", brush \"" + fault.strBrush + "\"";
+        CrashLog("[KeepFaultyBrushes] %s%s%s: %s\n",
+                 strName.c_str(),
+                 strLine.c_str(),
+                 strBrush.c_str(),
+                 fault.strFault.c_str());
+    }
+    // A library of the installation is never written to.
+    const std::string strFile = fs::root_path(strName.c_str());
+    if (!script.GetBrushFaults().empty() && IsBelow(strFile, fs::get_user_root()))
+    {
+        KeepFile(strFile);
+    }
+}
