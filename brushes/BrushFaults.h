@@ -6,8 +6,9 @@ class CTCPARSE_KEYWORD;
 class CTellurBrush;
 struct SBrushFault;
 
-// What of a brush() of a library did not become a part of the brush that was loaded from it, or will
-// not come back from the library that it is saved to. bLoaded: whether the brush was taken at all.
+// What of a brush() of a library did not become a part of the brush that was loaded from it, or
+// will not come back from the library that it is saved to. bLoaded: whether the brush was taken at
+// all.
 void FindBrushFaults(const CTCPARSE_KEYWORD& written,
                      const CTellurBrush& brush,
                      bool bLoaded,

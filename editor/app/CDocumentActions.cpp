@@ -9,7 +9,6 @@
 #include "editor/app/ReplaceQuestion.h"
 #include "engine/elevation/ElevationFormat.h"
 #include "engine/terrain/CTerrain.h"
-#include "host/IPluginScript.h"
 
 #include <QDateTime>
 #include <QFileDialog>
@@ -324,18 +323,14 @@ int CDocumentActions::AskToSave(const QString& strName)
     return box.exec();
 }
 
-bool CDocumentActions::MayLeavePainting()
+bool CDocumentActions::MayDrop(const QString& strName,
+                               const QString& strFault,
+                               const std::function<bool()>& save)
 {
-    IPluginScript* pScript = m_Editor.GetPluginScript();
-    if (pScript == nullptr || pScript->GetUnsavedBitmap().empty())
-    {
-        return true;
-    }
-    const std::string strFile = pScript->GetUnsavedBitmap();
-    switch (AskToSave(QString::fromStdString(strFile)))
+    switch (AskToSave(strName))
     {
     case QMessageBox::Save:
-        return Report(pScript->SaveBitmap(strFile.c_str()), "The bitmap cannot be saved.");
+        return Report(save(), strFault);
     case QMessageBox::Discard:
         return true;
     default:

@@ -42,8 +42,10 @@ public:
     // Asks about changes that are not saved. False: the person wants to go on with the level.
     bool MayLeave();
 
-    // The same about a terrain-type bitmap that was painted on.
-    bool MayLeavePainting();
+    // The same about something else by its name. save: what Save does; strFault is shown when that
+    // fails.
+    bool
+    MayDrop(const QString& strName, const QString& strFault, const std::function<bool()>& save);
 
     // Offers what a run that did not end properly has left. True when a level was recovered.
     bool OfferRecovery();

@@ -1,6 +1,7 @@
 #include "editor/app/CEditorFace.h"
 
 #include "editor/app/CEditorWindow.h"
+#include "editor/app/CMessagesDock.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/CViewWidget.h"
 #include "editor/app/FileChoice.h"
@@ -39,6 +40,11 @@ void CEditorFrontEnd::OnEvent(const SHostEvent& event)
     m_bInEvent = m_bInEvent &&
                  (event.eKind == EHostEvent::UndoAdded || event.eKind == EHostEvent::LevelChanged ||
                   event.eKind == EHostEvent::TerrainReloaded);
+}
+
+std::string CEditorFrontEnd::GetFaultDetail() const
+{
+    return m_pMessages != nullptr ? m_pMessages->GetFaultOfCall().toStdString() : std::string();
 }
 
 void CEditorFace::SetScript(CScriptCursor* pCursor)

@@ -6,6 +6,7 @@
 #include "framework/widgets/CWidgetFrontEnd.h"
 
 class CEditorWindow;
+class CMessagesDock;
 
 // The keys and the mouse of a person, or of the script that is being played. During an event of the
 // host a key is what it was when the event began, so that a recording tells what the plug-in saw.
@@ -15,16 +16,23 @@ public:
     // pCursor: borrowed; null: a person works.
     void SetScript(const CScriptCursor* pCursor) { m_pScript = pCursor; }
 
+    // pMessages: borrowed; null: none.
+    void SetMessages(const CMessagesDock* pMessages) { m_pMessages = pMessages; }
+
     bool IsKeyDown(EKey eKey) const override;
 
     // IHostObserver
     void OnBeforeEvent(const SHostEvent& event) override;
     void OnEvent(const SHostEvent& event) override;
 
+protected:
+    std::string GetFaultDetail() const override;
+
 private:
     bool LookUp(EKey eKey) const;
 
     const CScriptCursor* m_pScript = nullptr;
+    const CMessagesDock* m_pMessages = nullptr;
     bool m_bInEvent = false;
     bool m_Held[3] = {}; // by EKey
 };
@@ -40,6 +48,8 @@ public:
 
     // pCursor: borrowed; null: the person's own again.
     void SetScript(CScriptCursor* pCursor);
+
+    bool IsScriptPlayed() const { return m_pScript != nullptr; }
 
     IFrontEnd* GetFrontEnd() override { return &m_FrontEnd; }
 

@@ -37,11 +37,13 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     , m_pMessages(new CMessagesDock(this))
     , m_Commands(*this, editor.GetKeys())
     , m_Documents(*this, editor, *m_pMessages, m_Progress, [this] { OnLevel(); })
+    , m_UnsavedWork(editor, face, m_Documents)
 {
     m_Settings.Load(editor.GetConfigFile(WINDOW_FILE));
     setObjectName("editor");
     setAcceptDrops(true);
     m_Face.SetWindow(this);
+    m_Face.GetEditorFrontEnd().SetMessages(m_pMessages);
     GetHost().AddObserver(&m_Face.GetEditorFrontEnd());
     GetHost().AddObserver(this);
 
@@ -66,6 +68,7 @@ CEditorWindow::~CEditorWindow()
     GetHost().RemoveObserver(this);
     GetHost().RemoveObserver(&m_Face.GetEditorFrontEnd());
     m_Face.SetWindow(nullptr);
+    m_Face.GetEditorFrontEnd().SetMessages(nullptr);
     m_Face.SetScript(nullptr);
     // Views, panel and docks may still reach for the host: they go while all of it is there.
     delete m_pPanel;
@@ -312,7 +315,7 @@ void CEditorWindow::ApplySettings()
 void CEditorWindow::closeEvent(QCloseEvent* pEvent)
 {
     m_pViews->EndGestures();
-    if (!m_Documents.MayLeave() || !m_Documents.MayLeavePainting())
+    if (!m_Documents.MayLeave() || !m_UnsavedWork.MayLeave())
     {
         pEvent->ignore();
         return;

@@ -3,6 +3,7 @@
 #include "editor/app/CCommandList.h"
 #include "editor/app/CDocumentActions.h"
 #include "editor/app/CProgressWindow.h"
+#include "editor/app/CUnsavedWork.h"
 #include "editor/app/CViewWidget.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/IHostObserver.h"
@@ -126,6 +127,7 @@ private:
     CCommandList m_Commands;
     CProgressWindow m_Progress;
     CDocumentActions m_Documents;
+    CUnsavedWork m_UnsavedWork;
     QTimer m_AutosaveTimer; // runs while there is something to save
     QTimer m_DropTimer;
     std::function<void()> m_OnClosed;

@@ -3,6 +3,7 @@
 #include <QPlainTextEdit>
 
 #include <cstdio>
+#include <utility>
 
 namespace
 {
@@ -47,6 +48,22 @@ void CMessagesDock::Write(const char* pszText)
         m_nLines += static_cast<int>(strWhole.count('\n')) + 1;
         m_strLast = strWhole.section('\n', -1);
         m_pText->appendPlainText(strWhole);
+        TakeFault();
+    }
+}
+
+// Refusals come the same way and are no faults.
+void CMessagesDock::TakeFault()
+{
+    if (std::exchange(m_nCrashLogs, GetCrashLogCount()) == m_nCrashLogs)
+    {
+        return;
+    }
+    m_strFault = m_strLast;
+    if (!std::exchange(m_bFaultOfCall, true))
+    {
+        QMetaObject::invokeMethod(
+            this, [this] { m_bFaultOfCall = false; }, Qt::QueuedConnection);
     }
 }
 

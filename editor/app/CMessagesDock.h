@@ -21,12 +21,21 @@ public:
 
     const QString& GetLastLine() const { return m_strLast; }
 
+    // The last failure that was logged since the event loop turned, so the one of the call that is
+    // running; empty without one.
+    QString GetFaultOfCall() const { return m_bFaultOfCall ? m_strFault : QString(); }
+
     QString GetText() const;
 
 private:
+    void TakeFault();
+
     QPlainTextEdit* m_pText; // the dock's
     ILogSink* m_pBefore;     // null: stderr
     QString m_strLine;       // the part of a line that has come
     QString m_strLast;
+    QString m_strFault; // the last line that came through CrashLog
+    bool m_bFaultOfCall = false;
+    uint64_t m_nCrashLogs = GetCrashLogCount(); // so far
     int m_nLines = 0;
 };

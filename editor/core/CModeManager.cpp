@@ -39,7 +39,8 @@ bool CModeManager::ActivateMode(int iModeId, int /*iParameter*/)
     {
         return true;
     }
-    if (!pMode->IsAvailable() || !CanDeactivateCurrentMode())
+    if (!pMode->IsAvailable() || !CanDeactivateCurrentMode() ||
+        (m_Guard != nullptr && !m_Guard->MayActivate(iModeId)))
     {
         return false;
     }
@@ -55,6 +56,10 @@ bool CModeManager::ActivateMode(int iModeId, int /*iParameter*/)
     m_CurrentId = iModeId;
     m_bSuspended = false;
     pMode->Activate();
+    if (m_Guard != nullptr)
+    {
+        m_Guard->OnActivated(iModeId);
+    }
     return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/core/IModeGuard.h"
 #include "host/ModeManager.h"
 
 #include <functional>
@@ -20,9 +21,9 @@ public:
 
     // A mode that is registered already keeps its id and group.
     int RegisterMode(IEditorMode* pMode, int iGroup) override;
-    // Order of calls: IsAvailable of the new mode, CanDeactivate of the old one, the end of a drag,
-    // Deactivate of the old one, Activate of the new one. The current mode again: true, without any
-    // call.
+    // Order of calls: IsAvailable of the new mode, CanDeactivate of the old one, the guard, the end
+    // of a drag, Deactivate of the old one, Activate of the new one. The current mode again: true,
+    // without any call.
     bool ActivateMode(int iModeId, int iParameter) override;
     bool DeactivateMode(int iParameter) override;
     bool CanDeactivateCurrentMode() override;
@@ -46,6 +47,8 @@ public:
     // Called by the host, not by plug-ins.
     // How to end a drag that runs; it sends the mode its release. Nothing happens without a drag.
     void SetDragEnd(std::function<void()> endDrag) { m_EndDrag = std::move(endDrag); }
+
+    void SetGuard(IModeGuard* pGuard) { m_Guard = pGuard; } // borrowed; null: none
 
     void RenderCurrentMode();
     bool SetModeCursor(); // true when the current mode set a cursor
@@ -75,4 +78,5 @@ private:
     int m_CurrentId = NO_MODE;
     bool m_bSuspended = false; // the current mode
     std::function<void()> m_EndDrag;
+    IModeGuard* m_Guard = nullptr;
 };

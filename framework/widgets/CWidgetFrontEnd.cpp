@@ -166,6 +166,11 @@ EMessageBoxAnswer CWidgetFrontEnd::MessageBox(const char* pszText, uint32_t uFla
     box.setIcon(uIcon == MB_ICONEXCLAMATION
                     ? QMessageBox::Warning
                     : (uIcon == MB_ICONQUESTION ? QMessageBox::Question : QMessageBox::NoIcon));
+    const QString strDetail = QString::fromStdString(GetFaultDetail());
+    if (uIcon == MB_ICONEXCLAMATION && !strDetail.contains(box.text())) // not the same twice
+    {
+        box.setInformativeText(strDetail);
+    }
     const bool bQuestion = (uFlags & MB_YESNO) != 0;
     box.setStandardButtons(bQuestion ? QMessageBox::Yes | QMessageBox::No
                                      : QMessageBox::StandardButtons(QMessageBox::Ok));

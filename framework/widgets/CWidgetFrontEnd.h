@@ -4,6 +4,7 @@
 #include "host/Export.h"
 
 #include <memory>
+#include <string>
 
 // The window system as the framework's front end: real keys, cursor, capture, message boxes,
 // choosers and menus. A program makes one after its application object and hands it to
@@ -28,6 +29,11 @@ public:
     bool ChooseColor(uint32_t& uColor) override;
     bool ChooseFolder(std::string& strFolder) override;
     uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point) override;
+
+protected:
+    // What is known of the fault that a box with an exclamation mark tells of, UTF-8; shown under
+    // the box's text. Empty: nothing.
+    virtual std::string GetFaultDetail() const { return {}; }
 
 private:
     struct SImpl;

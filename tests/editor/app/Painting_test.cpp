@@ -1,7 +1,9 @@
 // The terrain-type bitmap painted in the editor with the mouse and the keys of an X server.
 
+#include "editor/app/CMessagesDock.h"
 #include "engine/paint/CPaintLayer.h"
 #include "host/FileSystem.h"
+#include "host/IPluginScript.h"
 #include "host/Image.h"
 #include "host/Terrain.h"
 #include "host/World.h"
@@ -13,6 +15,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPalette>
 #include <QProcess>
 #include <QScreen>
@@ -313,6 +316,66 @@ TEST_F(CPainting, TheDialogIsAlignedAndItsNumbersFitUnderTheCursorsScale)
     };
     EXPECT_GT(apart(on.pixelColor(8, 8), off.pixelColor(8, 8)), 60);
     QApplication::setPalette(light);
+}
+
+TEST_F(CPainting, StrokesInNoFileAreAskedForBeforeAnotherBitmapIsRead)
+{
+    ASSERT_NO_FATAL_FAILURE(StartWithBitmap());
+    const std::string strBefore = ReadBytes(m_Bitmap);
+    const std::string strOther = m_Folder.Path("other.png");
+    const std::string strBroken = m_Folder.Path("broken.png");
+    std::filesystem::copy_file(m_Bitmap, strOther);
+    WriteBytes(strBroken, "no picture");
+    const auto paint = [this]
+    {
+        Click(Item(2143));
+        Drag(GetView(), {0.4, 0.5}, {0.6, 0.5}, 4);
+        Click(Item(2143));
+        EXPECT_FALSE(IsChecked(2143));
+    };
+    // "Edit" with a file while the strokes of another are in no file.
+    const auto edit = [this](const std::string& strFile, QMessageBox::StandardButton eAnswer)
+    {
+        std::string strAsked;
+        TypeInto(2140, strFile.c_str());
+        Answer<QMessageBox>([this] { Click(Item(2143)); },
+                            [&](QMessageBox& box)
+                            {
+                                strAsked = box.text().toStdString();
+                                Click(*box.button(eAnswer));
+                            });
+        return strAsked;
+    };
+    paint();
+    const std::string strQuestion = "Save the changes of " + m_Bitmap + "?";
+    EXPECT_EQ(edit(strBroken, QMessageBox::Cancel), strQuestion);
+    EXPECT_FALSE(IsChecked(2143));
+    EXPECT_EQ(m_Editor->GetPluginScript()->GetUnsavedBitmap(), m_Bitmap);
+    EXPECT_EQ(ReadBytes(m_Bitmap), strBefore);
+    EXPECT_EQ(edit(strOther, QMessageBox::Save), strQuestion);
+    EXPECT_TRUE(IsChecked(2143));
+    EXPECT_GT(CountRed(ReadWithAnotherProgram(m_Bitmap)), 0U);
+    EXPECT_EQ(ReadBytes(strOther), strBefore);
+
+    Drag(GetView(), {0.4, 0.5}, {0.6, 0.5}, 4);
+    Click(Item(2143));
+    EXPECT_EQ(edit(strBroken, QMessageBox::Discard), "Save the changes of " + strOther + "?");
+    EXPECT_EQ(ReadBytes(strOther), strBefore);
+    EXPECT_EQ(m_Window->GetMessages().GetLastLine().toStdString(),
+              "[CUnsavedWork::OnActivated] " + strBroken +
+                  " could not be read, nothing can be painted: it is read again when Edit is "
+                  "switched on with another bitmap and then with this one");
+    std::filesystem::copy_file(
+        strOther, strBroken, std::filesystem::copy_options::overwrite_existing);
+    Click(Item(2143));
+    for (const std::string& strFile : {strOther, strBroken}) // without a question
+    {
+        TypeInto(2140, strFile.c_str());
+        Click(Item(2143));
+        EXPECT_TRUE(IsChecked(2143));
+        EXPECT_NE(GetHost().GetCPaintLayer().GetImage(), nullptr) << strFile;
+        Click(Item(2143));
+    }
 }
 
 TEST_F(CPainting, KeysWorkTheDialogAndTakeBackAStroke)

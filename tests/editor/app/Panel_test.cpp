@@ -1,5 +1,6 @@
 // The tool panel in the editor, worked with the mouse and the keys of an X server.
 
+#include "editor/app/CMessagesDock.h"
 #include "editor/app/CPanelDock.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/FileSystem.h"
@@ -172,6 +173,75 @@ TEST_F(CPanel, ADayWithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
     ASSERT_TRUE(m_Editor->GetRecorder()->Stop());
     EXPECT_EQ(ReplayScript(strSecond, m_Folder.Path("replayed2.height")), strLast);
     SavePicture("panel-next-day");
+}
+
+TEST_F(CPanel, NothingOfTheDefinedBrushesIsLostUnasked)
+{
+    const std::string strLibrary = m_Folder.Path("root/PredefinedBrushes.ini");
+    const std::string strFaulty =
+        "!brush()\n!brush_name( s )\n!bitmap()\n!path( s )\n!function( s )\n!mask( s )\n"
+        "brush() { brush_name( \"Hill\" )\n  bitmap() { path( \"data/brushes/round.png\" ) }\n"
+        "  function( \"SetHeightFunction\" ) mask( \"gone.png\" ) }\n"
+        "brush() { brush_name( \"Bare\" ) function( \"SetHeightFunction\" ) }\n";
+    WriteBytes(strLibrary, strFaulty);
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_EQ(ReadBytes(strLibrary + ".bak"), strFaulty);
+    EXPECT_TRUE(m_Window->GetMessages().GetText().contains(
+        "PredefinedBrushes.ini, line 9, brush \"Hill\": mask( \"gone.png\" ) cannot be loaded"));
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    Click(Item(2133));
+    const auto add = [this](const char* pszName)
+    {
+        QWidget& button = Item(2119);
+        Answer<QInputDialog>([&] { Click(button); },
+                             [&](QInputDialog&)
+                             {
+                                 Type(pszName);
+                                 Key("Return");
+                             });
+    };
+    const auto close = [this](QMessageBox::StandardButton eButton)
+    {
+        Answer<QMessageBox>([this] { m_Window->close(); },
+                            [&](QMessageBox& box)
+                            {
+                                EXPECT_EQ(box.text(), "Save the changes of the defined brushes?");
+                                Click(*box.button(eButton));
+                            });
+        return !m_Window->isVisible();
+    };
+    add("Plateau");
+    Answer<QMessageBox>([this] { Click(Item(2120)); },
+                        [this](QMessageBox& box)
+                        {
+                            EXPECT_EQ(box.text(), "Failed to save brushes");
+                            EXPECT_TRUE(box.informativeText().endsWith("save brush Bare"))
+                                << box.informativeText().toStdString();
+                            Key("Return");
+                        });
+    EXPECT_EQ(ReadBytes(strLibrary), strFaulty);
+    EXPECT_FALSE(close(QMessageBox::Cancel));
+    EXPECT_TRUE(close(QMessageBox::Discard));
+    EXPECT_EQ(ReadBytes(strLibrary), strFaulty);
+    Stop();
+
+    // The brush that cannot be saved is mended by hand; the copy that was kept stays the only one.
+    const std::string strMended =
+        strFaulty.substr(0, strFaulty.find("brush() { brush_name( \"Bare"));
+    WriteBytes(strLibrary, strMended);
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_EQ(ReadBytes(strLibrary + ".bak"), strFaulty);
+    EXPECT_EQ(ReadBytes(strLibrary + ".bak2"), strMended);
+    ASSERT_TRUE(GetPanel()->isVisible()) << "as it was left";
+    Click(Item(2133));
+    add("Plateau");
+    EXPECT_TRUE(close(QMessageBox::Save));
+    EXPECT_NE(ReadBytes(strLibrary).find("\"Plateau\""), std::string::npos);
+    Stop();
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_FALSE(std::filesystem::exists(strLibrary + ".bak3"));
+    m_Window->close(); // nothing to ask about
+    EXPECT_FALSE(m_Window->isVisible());
 }
 
 TEST_F(CPanel, EveryFunctionShowsItsFieldsUnderTheCursor)

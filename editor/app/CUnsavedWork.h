@@ -1,0 +1,34 @@
+#pragma once
+
+#include "editor/core/IModeGuard.h"
+
+class CDocumentActions;
+class CEditor;
+class CEditorFace;
+
+// Asks about what the plug-in holds that is in no file yet: strokes on a bitmap, brushes that were
+// added. The guard of the modes while it lives; a script that is played is not asked. Owned by the
+// window; everything given is borrowed. UI thread.
+class CUnsavedWork : public IModeGuard
+{
+public:
+    CUnsavedWork(CEditor& editor, const CEditorFace& face, CDocumentActions& documents);
+    ~CUnsavedWork() override;
+    CUnsavedWork(const CUnsavedWork&) = delete;
+    CUnsavedWork& operator=(const CUnsavedWork&) = delete;
+
+    // The program is about to end. False: the person wants to go on.
+    bool MayLeave();
+
+    // IModeGuard
+    bool MayActivate(int32_t iModeId) override;
+    void OnActivated(int32_t iModeId) override;
+
+private:
+    bool MayDropPainting();
+    bool MayDropBrushes();
+
+    CEditor& m_Editor;
+    const CEditorFace& m_Face;
+    CDocumentActions& m_Documents;
+};
