@@ -196,8 +196,11 @@ std::string CTCParseText::MakeAddition(const std::vector<const SCall*>& calls) c
     {
         const std::string strTypes =
             Join(pCall->values, [](const SValue& value) { return GetTypeText(value.eType); });
-        strAddition += IsDeclared(*pCall) ? "" : "!" + (pCall->pszName + strTypes) + strEnd;
-        strAddition += pCall->GetText() + strEnd;
+        if (!IsDeclared(*pCall))
+        {
+            strAddition.append("!").append(pCall->pszName).append(strTypes).append(strEnd);
+        }
+        strAddition.append(pCall->GetText()).append(strEnd);
     }
     return strAddition;
 }

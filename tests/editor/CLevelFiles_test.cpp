@@ -405,6 +405,40 @@ protected:
                    ? host.GetEngine().GetCWorld().GetCTerrain()->GetHeightAt(80.0F, 80.0F)
                    : 0.0F;
     }
+
+    // Files as they are before each save: "l" and "over" are old levels, "new" is not there.
+    void PrepareFiles()
+    {
+        WriteBytes(m_Folder.Path("l.height"), m_OldHeights);
+        WriteBytes(m_Folder.Path("over.height"), m_OldHeights);
+        WriteBytes(m_Folder.Path("over.level"), m_OldText);
+        std::filesystem::remove(m_Folder.Path("new.level"));
+        std::filesystem::remove(m_Folder.Path("new.height"));
+    }
+
+    // Saves with that fault, looks at what is there, and saves again without one. The result of the
+    // first save.
+    int TryFault(const std::string& strName, const std::string& strFault)
+    {
+        const bool bOld = strName != "new";
+        const std::string strFile = strName + ".level";
+        PrepareFiles();
+        const int iResult = SaveWithFault(strFile, strFault);
+        const float fHeight = ReadHeight(strFile);
+        const bool bThere = std::filesystem::exists(m_Folder.Path("new.level"));
+        EXPECT_TRUE(fHeight == NEW || (fHeight == OLD && bOld) || !(bOld || bThere)) << fHeight;
+        EXPECT_TRUE(iResult != 0 || fHeight == NEW);
+        EXPECT_TRUE(iResult != 1 || fHeight == (bOld ? OLD : 0.0F)) << "it said so";
+        EXPECT_TRUE(strName == "l" || ReadHeight("l.level") == OLD);
+        // The next save takes away what that one has left.
+        EXPECT_EQ(SaveWithFault(strFile, ""), 0);
+        const std::vector<std::string> names = GetNames();
+        EXPECT_EQ(names.size(), bOld ? 4U : 6U) << testing::PrintToString(names);
+        return iResult;
+    }
+
+    std::string m_OldText; // of "over"
+    std::string m_OldHeights;
 };
 
 } // namespace
@@ -419,41 +453,23 @@ TEST_F(CSaveFaults, LeaveTheOldLevelOrTheNewOneAndNothingElse)
     MakeLevel("over.level", OLD);
     MakeLevel("l.level", OLD);
     Change(NEW);
-    const std::string strText = ReadBytes(m_Folder.Path("over.level"));
-    const std::string strHeights = ReadBytes(m_Folder.Path("over.height"));
+    m_OldText = ReadBytes(m_Folder.Path("over.level"));
+    m_OldHeights = ReadBytes(m_Folder.Path("over.height"));
     int nMixed = 0;
     for (const char* pszKind : {"kill ", "full ", "readonly "})
     {
-        for (const std::string strName : {"l", "over", "new"})
+        for (const char* pszName : {"l", "over", "new"})
         {
-            const bool bOld = strName != "new";
             int iResult = -1;
             int iFault = 0;
             while (iResult != 0 && iFault < 60)
             {
-                const std::string strFault = pszKind + std::to_string(++iFault);
-                SCOPED_TRACE(strName + ": " + strFault);
-                for (const char* pszName : {"l", "over"})
-                {
-                    WriteBytes(m_Folder.Path(pszName) + ".height", strHeights);
-                }
-                WriteBytes(m_Folder.Path("over.level"), strText);
-                std::filesystem::remove(m_Folder.Path("new.level"));
-                std::filesystem::remove(m_Folder.Path("new.height"));
-
-                iResult = SaveWithFault(strName + ".level", strFault);
-                const float fHeight = ReadHeight(strName + ".level");
-                const bool bThere = std::filesystem::exists(m_Folder.Path("new.level"));
-                EXPECT_TRUE(fHeight == NEW || (fHeight == OLD && bOld) || !(bOld || bThere))
-                    << fHeight;
-                EXPECT_TRUE(iResult != 0 || fHeight == NEW);
-                EXPECT_TRUE(strName == "l" || ReadHeight("l.level") == OLD);
-                EXPECT_TRUE(iResult != 1 || fHeight == (bOld ? OLD : 0.0F)) << "it said so";
+                std::string strFault = pszKind;
+                strFault += std::to_string(++iFault);
+                SCOPED_TRACE(pszName);
+                SCOPED_TRACE(strFault);
+                iResult = TryFault(pszName, strFault);
                 nMixed += iResult == 2 ? 1 : 0;
-                // The next save takes away what that one has left.
-                ASSERT_EQ(SaveWithFault(strName + ".level", ""), 0);
-                const std::vector<std::string> names = GetNames();
-                EXPECT_EQ(names.size(), bOld ? 4U : 6U) << testing::PrintToString(names);
             }
             EXPECT_GT(iFault, 6) << "the faults came at many places";
             EXPECT_EQ(iResult, 0);

@@ -3,6 +3,7 @@
 #include "editor/app/CNewLevelDialog.h"
 #include "editor/app/CSettingsDialog.h"
 #include "engine/terrain/CTerrain.h"
+#include "host/FileSystem.h"
 #include "tests/editor/app/EditorFixture.h"
 
 #include <QApplication>
@@ -334,8 +335,6 @@ TEST_F(CDocuments, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereTheyWereTol
     const std::string strRoot = m_Folder.Path("root");
     EXPECT_EQ(Browse(strRoot + "/a.stl", strStart), "a.stl") << "below the user root";
     EXPECT_EQ(strStart, m_Folder.GetFolder()) << "nothing is saved: the user's home";
-    const std::string strData = TELLUR_SOURCE_DIR "/data/none.stl";
-    EXPECT_EQ(Browse(strData, strStart), strData) << "a relative path would be the user root's";
     SaveLevel();
     EXPECT_EQ(Browse(m_Folder.Path("b"), strStart), m_Folder.Path("b.stl"));
     EXPECT_EQ(strStart, m_Folder.Path("levels"));
@@ -348,6 +347,12 @@ TEST_F(CDocuments, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereTheyWereTol
     };
     EXPECT_EQ(ChooseFileAnd(browse, strRoot + "/hill.stl", "Yes"),
               strRoot + "/Hill.stl\nis there already. Replace it?");
+
+    const std::string strInstalled = m_Folder.Path("installed/data/a.stl");
+    WriteBytes(strInstalled, "theirs");
+    fs::set_data_root(m_Folder.Path("installed").c_str());
+    EXPECT_NE(ChooseFileAnd(browse, strInstalled, "Yes"), "");
+    EXPECT_EQ(strResult, strInstalled) << "a relative path would be written below the user root";
     qputenv("HOME", home);
 }
 
