@@ -22,6 +22,8 @@ CMessagesDock::CMessagesDock(QWidget* pParent)
     m_pText->setMaximumBlockCount(LINES_KEPT);
     m_pText->setLineWrapMode(QPlainTextEdit::NoWrap);
     setWidget(m_pText);
+    m_CallTimer.setSingleShot(true);
+    m_CallTimer.setInterval(0); // when the event loop turns
 }
 
 CMessagesDock::~CMessagesDock()
@@ -60,11 +62,7 @@ void CMessagesDock::TakeFault()
         return;
     }
     m_strFault = m_strLast;
-    if (!std::exchange(m_bFaultOfCall, true))
-    {
-        QMetaObject::invokeMethod(
-            this, [this] { m_bFaultOfCall = false; }, Qt::QueuedConnection);
-    }
+    m_CallTimer.start();
 }
 
 QString CMessagesDock::GetText() const

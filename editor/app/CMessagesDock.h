@@ -3,6 +3,7 @@
 #include "host/Log.h"
 
 #include <QDockWidget>
+#include <QTimer>
 
 class QPlainTextEdit;
 
@@ -23,7 +24,7 @@ public:
 
     // The last failure that was logged since the event loop turned, so the one of the call that is
     // running; empty without one.
-    QString GetFaultOfCall() const { return m_bFaultOfCall ? m_strFault : QString(); }
+    QString GetFaultOfCall() const { return m_CallTimer.isActive() ? m_strFault : QString(); }
 
     QString GetText() const;
 
@@ -34,8 +35,8 @@ private:
     ILogSink* m_pBefore;     // null: stderr
     QString m_strLine;       // the part of a line that has come
     QString m_strLast;
-    QString m_strFault; // the last line that came through CrashLog
-    bool m_bFaultOfCall = false;
+    QString m_strFault;                         // the last line that came through CrashLog
+    QTimer m_CallTimer;                         // runs from there to the end of the call
     uint64_t m_nCrashLogs = GetCrashLogCount(); // so far
     int m_nLines = 0;
 };
