@@ -4,6 +4,7 @@
 #include <stdio.h>
 
 #include <cstdlib>
+#include <memory>
 
 namespace
 {
@@ -43,7 +44,7 @@ bool FormatText(std::string& strText, const char* pszFormat, va_list arguments)
     {
         return false;
     }
+    const std::unique_ptr<char, decltype(&std::free)> pFormatted(pszFormatted, &std::free);
     strText.assign(pszFormatted, static_cast<size_t>(nLength));
-    std::free(pszFormatted);
     return true;
 }
