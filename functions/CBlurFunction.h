@@ -2,7 +2,7 @@
 
 #include "functions/CPainterFunction.h"
 #include "functions/ETerrainFunctionMode.h"
-#include "modification/TPlainArray.h"
+#include "modification/CPlainArray.h"
 
 // Pulls every vertex toward the mean of its grid neighbourhood. The cost of an operation does not
 // depend on the neighbourhood's size: column sums run down the rows of the footprint, row sums
@@ -35,5 +35,5 @@ private:
     int32_t m_Mode = mode_default;
     int32_t m_NeighbourhoodSize = 2; // half width of the averaged square, grid steps
     bool m_UseOnlyDestBuffer = true; // read the heights edited so far, not those at the start
-    TPlainArray<float> m_Means;      // scratch, one a vertex of the set
+    CPlainArray<float> m_Means;      // scratch, one a vertex of the set
 };

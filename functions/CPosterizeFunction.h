@@ -2,7 +2,7 @@
 
 #include "functions/CPainterFunction.h"
 #include "functions/ETerrainFunctionMode.h"
-#include "modification/TPlainArray.h"
+#include "modification/CPlainArray.h"
 
 // Pulls every vertex toward the nearest of a fixed set of height levels, which makes terraces. The
 // keys do not override its mode.
@@ -38,6 +38,6 @@ private:
     bool m_UseOnlyDestBuffer = true;  // read the heights edited so far, not those at the start
     int32_t m_LevelCount = 0;         // what the levels were made for
     bool m_bNoLimit = false;          // when they were made
-    TPlainArray<float> m_Levels;      // increasing
-    TPlainArray<float> m_Targets;     // scratch, one a vertex of the set
+    CPlainArray<float> m_Levels;      // increasing
+    CPlainArray<float> m_Targets;     // scratch, one a vertex of the set
 };

@@ -89,14 +89,14 @@ public:
         }
     }
 
-    const TPlainArray<std::array<int, 2>>& GetOrder() const { return m_Order; }
+    const CPlainArray<std::array<int, 2>>& GetOrder() const { return m_Order; }
 
 private:
     int m_FirstX = INT_MAX;
     int m_FirstZ = INT_MAX;
     int m_Width = 0;
-    TPlainArray<SBlockSlot> m_Slots;
-    TPlainArray<std::array<int, 2>> m_Order; // blocks x, z in order of first use
+    CPlainArray<SBlockSlot> m_Slots;
+    CPlainArray<std::array<int, 2>> m_Order; // blocks x, z in order of first use
 };
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/CUndo.h"
-#include "modification/TPlainArray.h"
+#include "modification/CPlainArray.h"
 
 #include <cstddef>
 #include <memory>
@@ -91,5 +91,5 @@ private:
     int m_RowWidth = 0; // vertices of a row when the record was filled
     std::unique_ptr<CBlockInfo[]> m_Blocks;
     size_t m_BlockCount = 0;
-    TPlainArray<CBlockInfo::SVertRecord> m_Verts; // of all blocks
+    CPlainArray<CBlockInfo::SVertRecord> m_Verts; // of all blocks
 };

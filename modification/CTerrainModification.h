@@ -1,8 +1,8 @@
 #pragma once
 
+#include "modification/CPlainArray.h"
 #include "modification/HeightBuffers.h"
 #include "modification/ITerrainModification.h"
-#include "modification/TPlainArray.h"
 
 #include <cstddef>
 
@@ -72,7 +72,7 @@ private:
     void StoreUndoInformation();
     void FillSet(const SExtents& box, CVertDataSet& set, const float* pBuffer);
     template <typename TVisit> void VisitDifferences(int iZ, TVisit visit);
-    bool CollectChanges(TPlainArray<SChangedVert>& verts); // false when there is no memory
+    bool CollectChanges(CPlainArray<SChangedVert>& verts); // false when there is no memory
     void ShowDest(const SExtents& verts);
     bool IsTerrainAsAtStart() const; // its size
     bool AreValid(int iX, int iZ) const;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "modification/CPlainArray.h"
 #include "modification/SVert.h"
-#include "modification/TPlainArray.h"
 
 #include <cstddef>
 #include <vector>
@@ -52,8 +52,8 @@ public:
     SVert GetVert(size_t nIndex) const;
 
 private:
-    TPlainArray<float> m_Heights; // m_Count of each
-    TPlainArray<float> m_Weights;
+    CPlainArray<float> m_Heights; // m_Count of each
+    CPlainArray<float> m_Weights;
     std::vector<SVertRun> m_Runs;
     size_t m_Count = 0;
     float m_StepX = 1.0F;

@@ -126,7 +126,7 @@ template <typename TVisit> void CTerrainModification::VisitDifferences(int iZ, T
 }
 
 // Counted first: growing would need the memory of twice as many.
-bool CTerrainModification::CollectChanges(TPlainArray<SChangedVert>& verts)
+bool CTerrainModification::CollectChanges(CPlainArray<SChangedVert>& verts)
 {
     const SExtents none = CVertDataSet::GetStartExtents();
     SExtents traces = none; // in vertices
@@ -230,7 +230,7 @@ void CTerrainModification::StoreUndoInformation()
     {
         return; // with another resolution the drag's heights are those of no terrain
     }
-    TPlainArray<SChangedVert> verts;
+    CPlainArray<SChangedVert> verts;
     auto pUndo = std::unique_ptr<CTellurUndo>(new (std::nothrow) CTellurUndo);
     if (pUndo == nullptr || !CollectChanges(verts))
     {

@@ -185,26 +185,33 @@ void CEditorHost::SendNotify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThi
 
 bool CEditorHost::SendCommand(uint32_t uCommand)
 {
+    IPlugin* pTarget = nullptr;
+    uint32_t uLocal = 0;
     for (IPlugin* pPlugin : m_Registry.GetInput())
     {
         uint32_t uHandle = 0;
         pPlugin->GetActionHandle(&uHandle);
-        const uint32_t uLocal = uCommand - uHandle;
-        if (uLocal >= 1 && uLocal <= LAST_LOCAL_COMMAND)
+        const bool bOwn = uCommand - uHandle >= 1 && uCommand - uHandle <= LAST_LOCAL_COMMAND;
+        if (bOwn && pTarget == nullptr)
         {
-            SendEvent("CEditorHost::SendCommand",
-                      {.eKind = EHostEvent::Command, .uCommand = uCommand},
-                      [&](IPlugin& plugin)
-                      {
-                          if (&plugin == pPlugin)
-                          {
-                              plugin.OnCommand(static_cast<int32_t>(uLocal));
-                          }
-                      });
-            return true;
+            pTarget = pPlugin;
+            uLocal = uCommand - uHandle;
         }
     }
-    return false;
+    if (pTarget == nullptr)
+    {
+        return false;
+    }
+    SendEvent("CEditorHost::SendCommand",
+              {.eKind = EHostEvent::Command, .uCommand = uCommand},
+              [&](IPlugin& plugin)
+              {
+                  if (&plugin == pTarget)
+                  {
+                      plugin.OnCommand(static_cast<int32_t>(uLocal));
+                  }
+              });
+    return true;
 }
 
 void CEditorHost::NotifyPanelClosed()

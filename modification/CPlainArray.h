@@ -9,7 +9,7 @@
 
 // Numbers and plain records in one piece of memory, for what grows with the terrain: it says when
 // there is no memory, where std::vector throws. Emptying it keeps the memory.
-template <typename T> class TPlainArray
+template <typename T> class CPlainArray
 {
     static_assert(std::is_trivially_copyable_v<T>);
 
