@@ -11,6 +11,7 @@ namespace fs
 class ifile;
 }
 class CTCPARSE_KEYWORD;
+class IImage;
 
 enum class EScriptResult : uint32_t
 {
@@ -87,4 +88,13 @@ public:
     virtual bool HasUnsavedBrushes() = 0;
     // As the panel's button. False after a logged line; the old file is then in its place.
     virtual bool SaveBrushes() = 0;
+
+    // Another number after each change of the bitmap; 0 without one. Leaving the mode and coming
+    // back changes nothing.
+    virtual uint64_t GetBitmapRevision() = 0;
+    // The file whose bitmap is painted, as the draw dialog has it; empty before the first one.
+    virtual std::string GetBitmapFile() = 0;
+    // The texels as they are after the last stroke, 32 bits each; borrowed until the next change,
+    // null without a bitmap.
+    virtual const IImage* GetBitmap() = 0;
 };

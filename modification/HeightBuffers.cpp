@@ -1,5 +1,7 @@
 #include "modification/HeightBuffers.h"
 
+#include "host/LargeMemory.h"
+
 #include <new>
 #include <utility>
 
@@ -29,6 +31,7 @@ SHeightBuffer TakeHeightBuffer(size_t nCount)
     }
     std::unique_ptr<float[]> pHeights(new (std::nothrow) float[nCount]);
     const size_t nCapacity = pHeights != nullptr ? nCount : 0;
+    KeepFromChildren(pHeights.get(), nCapacity * sizeof(float)); // an autosave reads the terrain
     return {std::move(pHeights), nCapacity};
 }
 

@@ -128,6 +128,27 @@ void CModeEditTerrainType::LoadBitmap(const std::string& strPath)
     }
     m_Undo->Clear();
     m_bUnsaved = false;
+    ++m_Revision;
+}
+
+void CModeEditTerrainType::RestoreBitmap(const std::string& strPath, const IImage& texels)
+{
+    IPaintLayer* pLayer = GetPaintLayer();
+    if (pLayer != nullptr && pLayer->GetImage() != nullptr)
+    {
+        pLayer->End(); // undo has begun it with the file before
+    }
+    LoadBitmap(strPath);
+    const bool bSame = m_WorkImage != nullptr && m_WorkImage->GetWidth() == texels.GetWidth() &&
+                       m_WorkImage->GetHeight() == texels.GetHeight();
+    if (!bSame)
+    {
+        m_Palette.reset();
+        m_BitmapFormat = EImageFormat::Rgba32;
+        SetChannelMask(m_Channels | FREE_CHANNELS);
+    }
+    m_WorkImage.reset(IL_CreateImageFromImage(&texels, EImageFormat::Rgba32));
+    m_bUnsaved = true;
 }
 
 void CModeEditTerrainType::Deactivate()
@@ -227,6 +248,7 @@ void CModeEditTerrainType::Paint(const SExtents& box)
     {
         pLayer->Paint(box, m_Function, m_Power, m_Hardness);
         m_bUnsaved = m_bUnsaved || pLayer->GetImage() != nullptr;
+        ++m_Revision;
         ++GetPluginContext()->GetDragStatistics().nPoints;
     }
 }

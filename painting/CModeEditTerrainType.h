@@ -94,6 +94,16 @@ public:
     // Strokes or their undoing are not in the bitmap's file yet.
     bool IsUnsaved() const { return m_bUnsaved; }
 
+    // Grows with every change of the texels.
+    uint64_t GetRevision() const { return m_Revision; }
+
+    const IImage* GetWorkImage() const { return m_WorkImage.get(); } // null for none
+
+    // Not while this mode is current: the bitmap of a file with the texels that were painted on it
+    // and never saved. pTexels: 32 bits each; another size than the file's, or a file that cannot
+    // be read, gives a bitmap without a palette.
+    void RestoreBitmap(const std::string& strPath, const IImage& texels);
+
     // The file whose bitmap is loaded, as the dialog had it; empty before the first one.
     const std::string& GetBitmapPath() const { return m_BitmapPath; }
 
@@ -116,6 +126,7 @@ private:
     float m_Power = 1.0F;
     bool m_bPainting = false;
     bool m_bUnsaved = false;
+    uint64_t m_Revision = 0;
     float m_HalfSize = 500.0F;
     float m_Hardness = 0.0F;
     std::vector<std::unique_ptr<CTellur2DFunction>> m_Functions; // unique by name

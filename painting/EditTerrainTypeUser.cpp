@@ -155,6 +155,7 @@ void CModeEditTerrainType::Step(bool (ITellur2DDrawUndoManager::*pStep)(IImage*)
     if ((m_Undo.get()->*pStep)(m_WorkImage.get()))
     {
         m_bUnsaved = true;
+        ++m_Revision;
         pLayer->Begin(m_WorkImage.get(), m_BrushShape.get(), m_Channels);
     }
 }

@@ -108,6 +108,9 @@ public:
     bool HasUnsavedBrushes() override { return m_BrushContainer.IsUnsaved(); }
 
     bool SaveBrushes() override;
+    uint64_t GetBitmapRevision() override;
+    std::string GetBitmapFile() override;
+    const IImage* GetBitmap() override;
 
     // PluginContext
     EditorHost* GetEditorHost() const override { return m_pEditorHost; }

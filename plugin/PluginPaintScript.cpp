@@ -1,6 +1,7 @@
 // The keywords that paint: each goes the way of the draw dialog's control of that name.
 
 #include "host/FileSystem.h"
+#include "host/Image.h"
 #include "painting/CModeEditTerrainType.h"
 #include "painting/CTerrain2DDrawDlg.h"
 #include "painting/DrawDlgIds.h"
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <utility>
 
 namespace
@@ -39,6 +41,26 @@ bool PaintBitmap(CTerrain2DDrawDlg& dialog,
         return false;
     }
     dialog.ChooseBitmapFile(GetText(pParam));
+    return true;
+}
+
+bool PaintRestore(CTerrain2DDrawDlg& dialog,
+                  CModeEditTerrainType& mode,
+                  const CTCPARSE_PARAM* pParam,
+                  std::string& strWhy)
+{
+    const std::string strFile = GetText(pParam);
+    if (!PaintBitmap(dialog, mode, pParam, strWhy))
+    {
+        return false;
+    }
+    const std::unique_ptr<IImage> pTexels(IL_LoadImage(GetText(pParam->next).c_str()));
+    if (pTexels == nullptr)
+    {
+        strWhy = "the picture cannot be read, the log says why";
+        return false;
+    }
+    mode.RestoreBitmap(strFile, *pTexels);
     return true;
 }
 
@@ -154,6 +176,7 @@ bool SaveBitmap(CTerrain2DDrawDlg& /*dialog*/,
 
 constexpr std::pair<const char*, FPaint> KEYWORDS[] = {
     {"paint_bitmap", &PaintBitmap},
+    {"paint_restore", &PaintRestore},
     {"paint_function", &PaintFunction},
     {"paint_color", &PaintColor},
     {"paint_mask", &PaintMask},
@@ -239,6 +262,21 @@ std::string IPluginImpl::GetUnreadBitmap()
     return IsPaintingModeOn() && !m_pEditTerrainTypeMode->HasBitmap()
                ? m_pEditTerrainTypeMode->GetBitmapPath()
                : "";
+}
+
+uint64_t IPluginImpl::GetBitmapRevision()
+{
+    return GetBitmap() != nullptr ? m_pEditTerrainTypeMode->GetRevision() : 0;
+}
+
+std::string IPluginImpl::GetBitmapFile()
+{
+    return m_pEditTerrainTypeMode != nullptr ? m_pEditTerrainTypeMode->GetBitmapPath() : "";
+}
+
+const IImage* IPluginImpl::GetBitmap()
+{
+    return m_pEditTerrainTypeMode != nullptr ? m_pEditTerrainTypeMode->GetWorkImage() : nullptr;
 }
 
 void IPluginImpl::StepPaint(bool bRedo)

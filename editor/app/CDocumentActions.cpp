@@ -10,11 +10,9 @@
 #include "engine/elevation/ElevationFormat.h"
 #include "engine/terrain/CTerrain.h"
 
-#include <QDateTime>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QPushButton>
 
 namespace
 {
@@ -22,7 +20,6 @@ namespace
 constexpr char LEVEL_FILTER[] = "Levels (*.level *.height)";
 constexpr char HEIGHT_FILTER[] =
     "Height maps (*.png *.tif *.tiff *.asc *.hgt *.npy *.r16 *.r32);;All files (*)";
-constexpr char SCRIPT_FILTER[] = "Replay scripts (*.tellur)";
 constexpr int SHOWN_LINES = 12;
 
 bool IsLevel(const std::string& strPath)
@@ -133,6 +130,12 @@ bool CDocumentActions::OpenFile(const std::string& strPath)
     if (!IsLevel(strPath))
     {
         return ImportFile(strPath);
+    }
+    if (OfferRecoveryOf(strPath))
+    {
+        m_Editor.GetRecentFiles().Add(
+            QFileInfo(QString::fromStdString(strPath)).absoluteFilePath().toStdString());
+        return true;
     }
     if (!Report(m_Editor.GetDocument().Open(strPath.c_str()), "The level cannot be opened."))
     {
@@ -291,27 +294,6 @@ void CDocumentActions::ChooseBitmap()
     }
 }
 
-void CDocumentActions::ToggleRecording()
-{
-    CRecorder* pRecorder = m_Editor.GetRecorder();
-    if (pRecorder == nullptr)
-    {
-        return;
-    }
-    if (pRecorder->IsRecording())
-    {
-        const std::string strPath = pRecorder->GetPath();
-        Report(pRecorder->Stop(), "The script is not complete.");
-        return;
-    }
-    std::string strPath = AskForFile(true, "Record a replay script", SCRIPT_FILTER);
-    if (!strPath.empty())
-    {
-        strPath += QFileInfo(QString::fromStdString(strPath)).suffix().isEmpty() ? ".tellur" : "";
-        Report(pRecorder->Start(strPath), "The script cannot be recorded.");
-    }
-}
-
 int CDocumentActions::AskToSave(const QString& strName)
 {
     QMessageBox box(QMessageBox::Question,
@@ -354,37 +336,4 @@ bool CDocumentActions::MayLeave()
     default:
         return false;
     }
-}
-
-bool CDocumentActions::OfferRecovery()
-{
-    const std::vector<SRecoverable> entries =
-        CAutosave::FindRecoverable(m_Editor.GetRecentFiles().GetPaths());
-    for (const SRecoverable& entry : entries)
-    {
-        const QString strName = entry.level.strPath.empty()
-                                    ? QString("a level that was never saved")
-                                    : QString::fromStdString(entry.level.strPath);
-        QMessageBox box(QMessageBox::Question,
-                        "Recover",
-                        QString("The editor did not end properly. It kept changes of\n%1\nof %2.")
-                            .arg(strName, QDateTime::fromSecsSinceEpoch(entry.iWritten).toString()),
-                        QMessageBox::NoButton,
-                        &m_Window);
-        const QAbstractButton* pRecover = box.addButton("Recover", QMessageBox::AcceptRole);
-        const QAbstractButton* pDiscard = box.addButton("Discard", QMessageBox::DestructiveRole);
-        box.addButton("Later", QMessageBox::RejectRole);
-        box.exec();
-        if (box.clickedButton() == pDiscard)
-        {
-            CAutosave::Discard(entry);
-        }
-        if (box.clickedButton() == pRecover &&
-            Report(m_Editor.GetAutosave().Recover(entry), "The level cannot be recovered."))
-        {
-            m_OnLevel();
-            return true;
-        }
-    }
-    return false;
 }

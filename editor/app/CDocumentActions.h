@@ -4,11 +4,13 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 class CEditor;
 class CMessagesDock;
 class CProgressWindow;
 class QWidget;
+struct SRecoverable;
 
 // What a person does with levels and their files: asks, calls the document, and says what went
 // wrong. Owned by the window; everything given is borrowed. UI thread.
@@ -47,10 +49,19 @@ public:
     bool
     MayDrop(const QString& strName, const QString& strFault, const std::function<bool()>& save);
 
-    // Offers what a run that did not end properly has left. True when a level was recovered.
+    // What gives a level back that an interrupted run has left; false after a logged line.
+    void SetRecover(std::function<bool(const SRecoverable&)> recover)
+    {
+        m_Recover = std::move(recover);
+    }
+
+    // Offers what runs that did not end properly have left, and says where recordings are that they
+    // cut off. True when a level was recovered.
     bool OfferRecovery();
 
 private:
+    bool Offer(const SRecoverable& entry);
+    bool OfferRecoveryOf(const std::string& strLevel);
     bool FinishSave(bool bDone);           // as Report, for both kinds of saving
     int AskToSave(const QString& strName); // QMessageBox::StandardButton
     bool ImportFile(const std::string& strPath);
@@ -64,4 +75,6 @@ private:
     const CMessagesDock& m_Messages;
     CProgressWindow& m_Progress;
     std::function<void()> m_OnLevel;
+    std::function<bool(const SRecoverable&)> m_Recover;
+    std::vector<std::string> m_Later; // stems that the person was asked about
 };

@@ -41,12 +41,14 @@ bool CEditor::LoadPlugin(const std::string& strLibrary)
     }
     m_Keys.AddActions(m_Host.GetRegistry().GetActions(), "");
     m_Recorder = std::make_unique<CRecorder>(m_Host, GetPluginScript());
+    m_Autosave.SetPluginScript(GetPluginScript());
     return true;
 }
 
 void CEditor::UnloadPlugin()
 {
     m_Recorder.reset();
+    m_Autosave.SetPluginScript(nullptr);
     m_Loader.Unload();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/core/CAutosave.h"
+#include "editor/autosave/CAutosave.h"
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CKeyBindings.h"
 #include "editor/core/CLevelDocument.h"

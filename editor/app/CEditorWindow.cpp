@@ -24,7 +24,8 @@
 namespace
 {
 
-constexpr int AUTOSAVE_TICK_MS = 5000;
+constexpr int AUTOSAVE_TICK_MS = 2000;
+constexpr int AUTOSAVE_COPYING_MS = 100; // until the copy is there
 constexpr int FIRST_WIDTH = 1280;
 constexpr int FIRST_HEIGHT = 800;
 constexpr char WINDOW_FILE[] = "editor.ini";
@@ -49,9 +50,9 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
 
     m_pStatus = new CStatusLine(this);
     setStatusBar(m_pStatus);
-    m_AutosaveTimer.setInterval(AUTOSAVE_TICK_MS);
-    m_AutosaveTimer.callOnTimeout(
-        this, [this] { m_Editor.GetAutosave().Tick(CAutosave::TimePoint::clock::now()); });
+    m_AutosaveTimer.setSingleShot(true);
+    m_AutosaveTimer.callOnTimeout(this, [this] { KeepChanges(); });
+    m_Documents.SetRecover([this](const SRecoverable& entry) { return Recover(entry); });
     m_StateTimer.setSingleShot(true);
     m_StateTimer.callOnTimeout(this, [this] { Refresh(); });
     m_Settings.render.pPaintLayer = &GetHost().GetCPaintLayer();
@@ -191,7 +192,7 @@ bool CEditorWindow::ShowProgress(const char* pszWhat, float fDone)
     {
         m_pProcesses->ShowProgress(fDone);
     }
-    return m_Progress.Report(this, pszWhat, fDone);
+    return !m_bLeaving && m_Progress.Report(this, pszWhat, fDone);
 }
 
 void CEditorWindow::OnBeforeEvent(const SHostEvent& /*event*/)
@@ -244,16 +245,7 @@ void CEditorWindow::Refresh()
     const bool bModified = document.IsModified();
     setWindowTitle(QString::fromStdString(document.GetTitle()) + "[*] - Tellur");
     setWindowModified(bModified);
-    if (bModified && !m_AutosaveTimer.isActive())
-    {
-        m_Editor.GetAutosave().Tick(CAutosave::TimePoint::clock::now());
-        m_AutosaveTimer.start();
-    }
-    else if (!bModified)
-    {
-        m_AutosaveTimer.stop();
-        m_Editor.GetAutosave().Tick(CAutosave::TimePoint::clock::now());
-    }
+    KeepChanges();
     if (m_pHistory == nullptr)
     {
         return;
@@ -271,6 +263,22 @@ void CEditorWindow::Refresh()
     m_Commands.Find("file.record")->setText(bRecording ? "Stop re&cording" : "Re&cord...");
     m_pStatus->SetRecording(bRecording);
     m_pStatus->Follow(GetHost(), m_pViews->GetActive(), m_Editor.GetPluginScript());
+}
+
+void CEditorWindow::KeepChanges()
+{
+    CAutosave& autosave = m_Editor.GetAutosave();
+    autosave.Tick(CAutosave::TimePoint::clock::now());
+    const bool bWork = autosave.IsCopying() || autosave.IsChanged();
+    const int iPause = autosave.IsCopying() ? AUTOSAVE_COPYING_MS : AUTOSAVE_TICK_MS;
+    if (!bWork)
+    {
+        m_AutosaveTimer.stop();
+    }
+    else if (!m_AutosaveTimer.isActive() || m_AutosaveTimer.interval() != iPause)
+    {
+        m_AutosaveTimer.start(iPause);
+    }
 }
 
 void CEditorWindow::FollowCursor(ViewId /*view*/)
@@ -320,16 +328,33 @@ void CEditorWindow::closeEvent(QCloseEvent* pEvent)
         pEvent->ignore();
         return;
     }
-    const std::string strFile = m_Editor.GetConfigFile(WINDOW_FILE);
-    m_Settings.Save(strFile);
-    QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
-    file.setValue("window/geometry", saveGeometry());
-    file.setValue("window/state", saveState());
+    SaveWindow();
     pEvent->accept();
     if (m_OnClosed)
     {
         m_OnClosed();
     }
+}
+
+void CEditorWindow::SaveWindow()
+{
+    const std::string strFile = m_Editor.GetConfigFile(WINDOW_FILE);
+    m_Settings.Save(strFile);
+    QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
+    file.setValue("window/geometry", saveGeometry());
+    file.setValue("window/state", saveState());
+}
+
+void CEditorWindow::LeaveChanges()
+{
+    m_bLeaving = true;
+    m_pViews->EndGestures();
+    m_Editor.GetAutosave().Leave();
+    if (m_Editor.GetRecorder() != nullptr)
+    {
+        m_Editor.GetRecorder()->Stop();
+    }
+    SaveWindow();
 }
 
 void CEditorWindow::changeEvent(QEvent* pEvent)

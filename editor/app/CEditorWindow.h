@@ -25,6 +25,7 @@ class CProcessesDock;
 class CRuntimeClass;
 class CStatusLine;
 class CViewArea;
+struct SRecoverable;
 
 // The editor's main window: views, docks, menus and keys around an editor that it borrows. It tells
 // the face that it is there. Owned by the program, gone before the plug-in is unloaded. UI thread.
@@ -46,6 +47,10 @@ public:
     bool OpenFile(const std::string& strPath) { return m_Documents.OpenFile(strPath); }
 
     bool OfferRecovery() { return m_Documents.OfferRecovery(); }
+
+    // The process was told to end: a drag and a recording end, what is not saved is kept for the
+    // next start. Nothing is asked.
+    void LeaveChanges();
 
     // For the face.
     std::string GetSaveFolder() const { return m_Documents.GetSaveFolder(); }
@@ -110,6 +115,9 @@ private:
     void EditKeys();
     void EditSettings();
     void AskForScript();
+    bool Recover(const SRecoverable& entry);
+    void SaveWindow();
+    void KeepChanges(); // a turn of the autosave
     void ApplySettings();
 
     CEditor& m_Editor;
@@ -128,7 +136,7 @@ private:
     CProgressWindow m_Progress;
     CDocumentActions m_Documents;
     CUnsavedWork m_UnsavedWork;
-    QTimer m_AutosaveTimer; // runs while there is something to save
+    QTimer m_AutosaveTimer; // runs while there is something to keep
     QTimer m_DropTimer;
     std::function<void()> m_OnClosed;
     std::string m_Dropped;     // the file
@@ -138,4 +146,5 @@ private:
     std::string m_BitmapName; // of the texture that the views drape
     float m_ExtentBefore = 0.0F;
     bool m_bDocksMade = false;
+    bool m_bLeaving = false;
 };

@@ -20,6 +20,7 @@
 #include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
+#include <QStatusBar>
 
 #include <cmath>
 #include <iterator>
@@ -231,4 +232,40 @@ EScriptEnd CEditorWindow::PlayScript(const std::string& strPath, std::string& st
     }
     ShowState();
     return bPlayed ? EScriptEnd::Played : EScriptEnd::Failed;
+}
+
+bool CEditorWindow::Recover(const SRecoverable& entry)
+{
+    CScriptCursor cursor;
+    m_Face.SetScript(&cursor);
+    CScriptPlayer player(GetHost(),
+                         cursor,
+                         m_pViews->GetActiveId(),
+                         m_Editor.GetPluginScript(),
+                         entry.strStem + ".tellur");
+    const auto play = [&player](CTCPARSE_KEYWORD* pFirst, std::string& strFault)
+    {
+        return player.Play(pFirst, strFault);
+    };
+    size_t nSteps = 0;
+    std::string strFault;
+    const bool bOpen = m_Editor.GetAutosave().Recover(entry, play, nSteps, strFault);
+    m_Face.SetScript(nullptr);
+    if (!bOpen)
+    {
+        return false;
+    }
+    const QString strGiven = QString("%1 of %2 steps were given back.")
+                                 .arg(static_cast<qulonglong>(nSteps))
+                                 .arg(static_cast<qulonglong>(entry.steps.size()));
+    statusBar()->showMessage(strGiven);
+    if (!strFault.empty())
+    {
+        QMessageBox box(QMessageBox::Warning, "Tellur", strGiven, QMessageBox::Ok, this);
+        box.setInformativeText(QString::fromStdString(strFault) +
+                               "\nAll of them are kept for another try.");
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    }
+    return true;
 }

@@ -2,6 +2,7 @@
 #include "editor/app/CEditorFace.h"
 #include "editor/app/CEditorProgram.h"
 #include "editor/app/CEditorWindow.h"
+#include "editor/app/CEndSignals.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/SEditorOptions.h"
 #include "editor/core/UserFolders.h"
@@ -161,6 +162,7 @@ int Run(CEditorProgram& program, const SEditorOptions& options)
     CEditor editor(face, GetUserConfigFolder());
     int iResult = EXIT_DONE;
     program.SetHost(&editor.GetHost());
+    int iSignal = 0;
     {
         CEditorWindow window(editor, face);
         const std::string strPlugin = options.strPlugin.empty()
@@ -173,6 +175,10 @@ int Run(CEditorProgram& program, const SEditorOptions& options)
         window.ShowPlugin();
         window.show();
         const bool bOnce = !options.strScreenshot.empty() || !options.strPlay.empty();
+        if (bOnce)
+        {
+            editor.GetAutosave().SetInterval(std::chrono::seconds(0)); // nobody works on it
+        }
         if (!options.strLevel.empty())
         {
             const std::string strLevel = GetAbsolutePath(options.strLevel);
@@ -190,15 +196,27 @@ int Run(CEditorProgram& program, const SEditorOptions& options)
         }
         else
         {
+            // Not quit(), which would ask about changes: nobody may be there to answer.
+            const CEndSignals ends(
+                [&window]
+                {
+                    window.LeaveChanges();
+                    QCoreApplication::exit(EXIT_DONE);
+                });
             QMetaObject::invokeMethod(
                 &window, [&window] { window.OfferRecovery(); }, Qt::QueuedConnection);
             program.setQuitOnLastWindowClosed(false); // a dialog of the plug-in may still be open
             window.SetOnClosed([] { QCoreApplication::quit(); });
             iResult = program.exec();
+            iSignal = ends.GetSignal();
         }
     }
     program.SetHost(nullptr);
     editor.UnloadPlugin();
+    if (iSignal != 0)
+    {
+        EndBySignal(iSignal);
+    }
     return iResult;
 }
 

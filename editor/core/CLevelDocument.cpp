@@ -117,6 +117,7 @@ bool CLevelDocument::New(uint32_t uCells, const SVec3& size, float fHeight)
     if (bMade)
     {
         SetSource({}, {}, true);
+        m_FlatHeight = fGround;
     }
     return bMade;
 }
@@ -156,25 +157,6 @@ bool CLevelDocument::OpenHeights(const char* pszPath)
     const bool bOpen = m_Host.OpenLevel(pszPath);
     m_bOpening = false;
     return bOpen;
-}
-
-bool CLevelDocument::OpenRecovered(const SLevelText& text, const char* pszHeightPath)
-{
-    if (!OpenHeights(pszHeightPath))
-    {
-        return false;
-    }
-    m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(text.strHeightMap);
-    CLevelFiles files;
-    if (!text.strPath.empty())
-    {
-        SLevelText said; // what is kept of it; what it says is known
-        files.ReadText(text.strPath, said);
-        files.NoteHeights(GetHeightPath());
-        files.DistrustNewerThan(pszHeightPath);
-    }
-    SetSource(text, std::move(files), false);
-    return true;
 }
 
 bool CLevelDocument::Save()
@@ -233,6 +215,8 @@ bool CLevelDocument::WriteTo(const std::string& strPath, const std::string& strH
 
 void CLevelDocument::SetSaved()
 {
+    ++m_Savings;
+    m_FlatHeight.reset();
     m_SavedStateId = m_Host.GetUndoStack().GetStateId();
     m_KnownRevision = GetRevision();
     m_bChanged = false;

@@ -5,6 +5,7 @@
 #include "engine/elevation/HeightExport.h"
 #include "engine/elevation/SImportOptions.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,8 @@ public:
     // What an interrupted run has left: heights from pszHeightPath, the rest from text. The level
     // gets its own paths back, which are not read, and counts as modified.
     bool OpenRecovered(const SLevelText& text, const char* pszHeightPath);
+    // The same of a level that was made and never saved.
+    bool NewRecovered(const SLevelText& text, float fHeight);
 
     // Replaces the heights by those of a height map of another format; the undo stack is emptied.
     // lines: what was assumed and what may disappoint, for the user.
@@ -84,6 +87,12 @@ public:
     // Grows when another level is opened or made; saving keeps it.
     uint64_t GetGeneration() const { return m_Generation; }
 
+    // Grows when the files take over what is in memory, and the other way round.
+    uint64_t GetSavings() const { return m_Savings; }
+
+    // The height of all vertices of a level that was made here, is square and was never saved.
+    std::optional<float> GetFlatHeight() const { return m_FlatHeight; }
+
     // IHostObserver
     void OnBeforeEvent(const SHostEvent& event) override;
     void OnEvent(const SHostEvent& event) override;
@@ -105,6 +114,8 @@ private:
     std::string m_Bitmap;
     std::string m_Material;
     uint64_t m_Generation = 0;
+    uint64_t m_Savings = 0;
+    std::optional<float> m_FlatHeight;
     uint64_t m_SavedStateId = 0;  // of the undo stack
     uint64_t m_KnownRevision = 0; // of the heights, after the last change that undo knows
     bool m_bOpening = false;      // this opens a level, and knows what it is

@@ -1,55 +1,82 @@
 #include "editor/script/CRecorder.h"
 
 #include "editor/core/CEditorHost.h"
+#include "editor/core/FileNames.h"
+#include "editor/core/Processes.h"
+#include "editor/core/UserFolders.h"
 #include "editor/script/CScriptPlayer.h"
-#include "framework/core/KeyState.h"
-#include "host/FileSystem.h"
 #include "host/IPluginScript.h"
 #include "host/Log.h"
 #include "host/Terrain.h"
 #include "parser/DeclarativeText.h"
 
-#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <system_error>
 #include <utility>
 
 namespace
 {
 
-constexpr mode_t FILE_MODE = 0644;
-constexpr int32_t LAST_TERRAIN_ACTION = 2; // what follows moves the camera
+constexpr char PART_EXTENSION[] = ".part";
+constexpr size_t NAME_BYTES_KEPT = 230; // leaves room for what is appended
+constexpr mode_t SCRIPT_MODE = 0644;
 
-// Takes what is written to it as text.
-class CTextFile : public fs::ifile
+std::string GetNotesFolder()
 {
-public:
-    size_t write(const void* pSource, size_t nBytes) override
-    {
-        m_Text.append(static_cast<const char*>(pSource), nBytes);
-        return nBytes;
-    }
-
-    const std::string& GetText() const { return m_Text; }
-
-private:
-    std::string m_Text;
-};
-
-std::string GetPoint(const SVec3& point)
-{
-    return "[" + MakeExactNumber(point.x) + ", " + MakeExactNumber(point.y) + ", " +
-           MakeExactNumber(point.z) + "]";
+    return GetUserStateFolder() + "/recordings";
 }
 
-std::string GetKeys()
+std::string GetFileName(const std::string& strPath)
 {
-    const bool bControl = IsKeyDown(EKey::Control);
-    const bool bAlt = IsKeyDown(EKey::Alt);
-    return bControl && bAlt ? "ctrl+alt" : bControl ? "ctrl" : bAlt ? "alt" : "";
+    return std::filesystem::path(strPath).filename().string();
+}
+
+bool WriteAll(int iFile, const std::string& strText)
+{
+    const char* pNext = strText.c_str();
+    size_t nLeft = strText.size();
+    while (nLeft > 0)
+    {
+        const ssize_t nWritten = ::write(iFile, pNext, nLeft);
+        if (nWritten < 0 && errno == EINTR)
+        {
+            continue;
+        }
+        if (nWritten <= 0)
+        {
+            return false;
+        }
+        pNext += nWritten;
+        nLeft -= static_cast<size_t>(nWritten);
+    }
+    return true;
+}
+
+// Where the recording is, for the next start. A name that says it to nobody is no fault: the part
+// lies beside its target.
+std::string WriteNote(const std::string& strPart)
+{
+    const int iProcess = ::getpid();
+    std::error_code error;
+    std::filesystem::create_directories(GetNotesFolder(), error);
+    const std::string strNote =
+        GetNotesFolder() + "/" + std::to_string(iProcess) + "-" + GetProcessStart(iProcess);
+    ::unlink(strNote.c_str());
+    const int iFile = MakeNewFile(strNote.c_str());
+    if (iFile >= 0)
+    {
+        WriteAll(iFile, strPart);
+        ::close(iFile);
+    }
+    return strNote;
 }
 
 } // namespace
@@ -57,7 +84,9 @@ std::string GetKeys()
 CRecorder::CRecorder(CEditorHost& host, IPluginScript* pPluginScript)
     : m_Host(host)
     , m_PluginScript(pPluginScript)
+    , m_Writer(host, *this)
 {
+    m_Writer.SetPluginScript(pPluginScript);
     m_Host.AddObserver(this);
 }
 
@@ -76,22 +105,45 @@ bool CRecorder::Start(const std::string& strPath)
         CrashLog("[CRecorder::Start] there is no level to record\n");
         return false;
     }
+    const std::filesystem::path path = strPath;
     m_Path = strPath;
-    m_bComplete = true;
+    m_Prefix = (path.parent_path() / ShortenName(path.stem().string(), NAME_BYTES_KEPT)).string();
     m_Terrains = 0;
     m_Bitmaps = 0;
-    m_Painted = 0;
-    m_State.clear();
-    m_Keys.clear();
-    m_bDrag = false;
-    m_File =
-        ::open(strPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, FILE_MODE);
-    if (m_File < 0)
+    m_Beside.clear();
+    m_Writer.Begin();
+    if (!OpenPart())
     {
-        CrashLog("[CRecorder::Start] %s: %s\n", strPath.c_str(), std::strerror(errno));
+        CrashLog("[CRecorder::Start] %s: %s\n", m_Part.c_str(), std::strerror(errno));
         return false;
     }
-    return Append(CScriptPlayer::GetDeclarations()) && WriteTerrain();
+    if (Append(CScriptPlayer::GetDeclarations()) && KeepTerrain())
+    {
+        m_Note = WriteNote(m_Part);
+        return true;
+    }
+    m_bComplete = true;
+    m_Beside.push_back(m_Part);
+    for (const std::string& strFile : m_Beside)
+    {
+        ::unlink(strFile.c_str());
+    }
+    return false;
+}
+
+bool CRecorder::OpenPart()
+{
+    const std::filesystem::path path = m_Path;
+    const std::string strBase =
+        (path.parent_path() / ShortenName(path.filename().string(), NAME_BYTES_KEPT)).string();
+    m_Part = strBase + PART_EXTENSION;
+    m_File = MakeNewFile(m_Part.c_str());
+    for (size_t uNumber = 1; m_File < 0 && errno == EEXIST;) // another recording was cut off
+    {
+        m_Part = FindFreeName(strBase + ".", PART_EXTENSION, uNumber);
+        m_File = MakeNewFile(m_Part.c_str());
+    }
+    return m_File >= 0 && ::fchmod(m_File, SCRIPT_MODE) == 0;
 }
 
 bool CRecorder::Stop()
@@ -99,181 +151,83 @@ bool CRecorder::Stop()
     if (m_File >= 0)
     {
         m_Host.EndDrag();
-        if (m_bStale)
-        {
-            WriteTerrain();
-        }
+        m_Writer.KeepTerrain();
     }
     if (m_File >= 0)
     {
-        ::close(m_File);
-        m_File = -1;
+        m_bComplete = TakePlace();
+    }
+    if (!m_Note.empty())
+    {
+        ::unlink(std::exchange(m_Note, {}).c_str());
     }
     return std::exchange(m_bComplete, true);
 }
 
+bool CRecorder::TakePlace()
+{
+    const bool bSynced = ::fsync(m_File) == 0;
+    const bool bClosed = ::close(std::exchange(m_File, -1)) == 0;
+    if (bSynced && bClosed && ::rename(m_Part.c_str(), m_Path.c_str()) == 0)
+    {
+        return true;
+    }
+    CrashLog("[CRecorder::Stop] %s: %s; the script is in %s\n",
+             m_Path.c_str(),
+             std::strerror(errno),
+             m_Part.c_str());
+    return false;
+}
+
 bool CRecorder::Append(const std::string& strText)
 {
-    const char* pNext = strText.c_str();
-    size_t nLeft = strText.size();
-    while (nLeft > 0 && m_File >= 0)
-    {
-        const ssize_t nWritten = ::write(m_File, pNext, nLeft);
-        if (nWritten < 0 && errno == EINTR)
-        {
-            continue;
-        }
-        if (nWritten <= 0)
-        {
-            return Fail(std::strerror(errno));
-        }
-        pNext += nWritten;
-        nLeft -= static_cast<size_t>(nWritten);
-    }
-    return m_File >= 0;
+    return m_File >= 0 && (WriteAll(m_File, strText) || Fail(std::strerror(errno)));
 }
 
 bool CRecorder::Fail(const char* pszFault)
 {
-    CrashLog("[CRecorder] %s: %s; the script ends here\n", m_Path.c_str(), pszFault);
-    ::close(m_File);
-    m_File = -1;
+    CrashLog("[CRecorder] %s: %s; the script ends here\n", m_Part.c_str(), pszFault);
+    ::close(std::exchange(m_File, -1));
     m_bComplete = false;
     return false;
 }
 
-bool CRecorder::WriteTerrain()
+bool CRecorder::KeepTerrain()
 {
-    const std::filesystem::path script = m_Path;
-    const std::string strName =
-        script.stem().string() + "." + std::to_string(++m_Terrains) + ".height";
-    const std::string strFile = (script.parent_path() / strName).string();
+    const std::string strFile = FindFreeName(m_Prefix + ".", ".height", m_Terrains);
     Terrain* pTerrain = m_Host.GetEngine().GetWorld()->GetTerrain();
     if (pTerrain == nullptr || !pTerrain->SaveHeightMap(strFile.c_str(), nullptr, 0, 0))
     {
         return Fail("the terrain cannot be written beside it");
     }
-    m_bStale = false;
-    m_Undos = 0;
-    m_Redos = 0;
-    return Append("open( " + QuoteText(strName) + " )\n");
+    m_Beside.push_back(strFile);
+    return Append("open( " + QuoteText(GetFileName(strFile)) + " )\n");
 }
 
-std::string CRecorder::ReadState()
+bool CRecorder::KeepBitmap(bool /*bKnown*/)
 {
-    CTextFile file;
-    return m_PluginScript->WriteState(file) ? file.GetText() : "";
-}
-
-bool CRecorder::CanSculpt() const
-{
-    const bool bSculpts = m_PluginScript->IsTerraforming() || m_PluginScript->IsPainting();
-    return bSculpts && !m_PluginScript->GetFunctionName().empty();
-}
-
-bool CRecorder::WriteBitmap()
-{
-    const std::filesystem::path script = m_Path;
-    const std::string strName = script.stem().string() + "." + std::to_string(++m_Bitmaps) + ".png";
-    if (!m_PluginScript->SaveBitmap((script.parent_path() / strName).c_str()))
+    const std::string strFile = FindFreeName(m_Prefix + ".", ".png", m_Bitmaps);
+    if (!m_PluginScript->SaveBitmap(strFile.c_str()))
     {
         return Fail("the bitmap cannot be written beside it");
     }
-    m_Painted = m_Host.GetCPaintLayer().GetRevision();
-    m_State.clear(); // loading the bitmap sets channels and colours
-    return Append("mode( \"none\" )\npaint_bitmap( " + QuoteText(strName) + " )\n");
-}
-
-void CRecorder::WriteChanges()
-{
-    if (m_bStale)
-    {
-        WriteTerrain();
-    }
-    if (m_PluginScript->IsPainting() && m_Painted != m_Host.GetCPaintLayer().GetRevision())
-    {
-        WriteBitmap();
-    }
-    const std::string strState = ReadState();
-    if (strState != m_State)
-    {
-        m_State = strState;
-        Append(strState);
-    }
-}
-
-void CRecorder::WriteKeys()
-{
-    if (m_EventKeys != m_Keys)
-    {
-        m_Keys = m_EventKeys;
-        Append("keys( " + QuoteText(m_Keys) + " )\n");
-    }
+    m_Beside.push_back(strFile);
+    return Append("mode( \"none\" )\npaint_bitmap( " + QuoteText(GetFileName(strFile)) + " )\n");
 }
 
 void CRecorder::OnBeforeEvent(const SHostEvent& event)
 {
-    if (!IsRecording())
+    if (IsRecording())
     {
-        return;
+        m_Writer.OnBeforeEvent(event);
     }
-    m_EventKeys = GetKeys();
-    const bool bPress = event.eKind == EHostEvent::ButtonDown;
-    const bool bAction = event.eKind == EHostEvent::Action && event.iAction <= LAST_TERRAIN_ACTION;
-    if ((bPress || bAction) && CanSculpt())
-    {
-        WriteChanges();
-    }
-    // A press that cannot sculpt still drops what another one began.
-    m_bDrag = m_bDrag || (bPress && CanSculpt());
 }
 
 void CRecorder::OnEvent(const SHostEvent& event)
 {
-    if (!IsRecording())
+    if (IsRecording())
     {
-        return;
-    }
-    switch (event.eKind)
-    {
-    case EHostEvent::ButtonDown:
-    case EHostEvent::MouseMove:
-    case EHostEvent::ButtonUp:
-        if (m_bDrag)
-        {
-            WriteKeys();
-            WriteMouse(event);
-            if (m_PluginScript->IsPainting()) // what the stroke did is in the script
-            {
-                m_Painted = m_Host.GetCPaintLayer().GetRevision();
-            }
-            m_bDrag = event.eKind != EHostEvent::ButtonUp;
-        }
-        break;
-    case EHostEvent::Action:
-        if (event.iAction <= LAST_TERRAIN_ACTION && !m_State.empty())
-        {
-            Append("action( " + std::to_string(event.iAction) + ", " +
-                   std::to_string(event.uCount) + " )\n");
-            m_State = ReadState();
-        }
-        break;
-    case EHostEvent::Undo:
-    case EHostEvent::Redo:
-        WriteStep(event.eKind == EHostEvent::Redo);
-        break;
-    case EHostEvent::UndoAdded:
-        ++m_Undos;
-        m_Redos = 0;
-        break;
-    case EHostEvent::LevelChanged:
-    case EHostEvent::TerrainReloaded:
-    case EHostEvent::DragDropped: // a replay, which has the memory, would keep the stroke
-        m_bStale = true;
-        m_bDrag = false;
-        break;
-    case EHostEvent::Command:
-        break; // what it changes is written before the next press
+        m_Writer.OnEvent(event);
     }
 }
 
@@ -285,31 +239,28 @@ void CRecorder::OnMissedEvent()
     }
 }
 
-void CRecorder::WriteMouse(const SHostEvent& event)
+std::vector<std::string> CRecorder::TakeInterrupted()
 {
-    const bool bMove = event.eKind == EHostEvent::MouseMove;
-    std::string strCall = event.eKind == EHostEvent::ButtonDown ? "press"
-                          : bMove                               ? "move"
-                                                                : "release";
-    strCall += event.bHit ? "_at( " + GetPoint(event.hit) : "_miss(";
-    if (bMove)
+    std::vector<std::string> parts;
+    std::error_code error;
+    for (const auto& note : std::filesystem::directory_iterator(GetNotesFolder(), error))
     {
-        strCall += (event.bHit ? ", " : " ") + std::to_string(event.step.dy);
+        const std::string strName = note.path().filename().string();
+        const size_t iStart = strName.find('-');
+        const std::string strRunning = GetProcessStart(std::atoi(strName.c_str()));
+        if (iStart == std::string::npos ||
+            (!strRunning.empty() && strRunning == strName.substr(iStart + 1)))
+        {
+            continue;
+        }
+        std::ifstream file(note.path());
+        const std::string strPart{std::istreambuf_iterator<char>(file),
+                                  std::istreambuf_iterator<char>()};
+        if (std::filesystem::exists(strPart, error))
+        {
+            parts.push_back(strPart);
+        }
+        ::unlink(note.path().c_str());
     }
-    strCall += bMove || event.bHit ? " )\n" : ")\n";
-    Append(strCall);
-}
-
-void CRecorder::WriteStep(bool bRedo)
-{
-    size_t& nFrom = bRedo ? m_Redos : m_Undos;
-    size_t& nTo = bRedo ? m_Undos : m_Redos;
-    if (nFrom == 0 || m_bStale)
-    {
-        m_bStale = true; // a step from before the script, or before its last terrain
-        return;
-    }
-    --nFrom;
-    ++nTo;
-    Append(bRedo ? "redo()\n" : "undo()\n");
+    return parts;
 }

@@ -2,6 +2,7 @@
 
 #include "editor/core/CEditorHost.h"
 #include "editor/script/CScriptCall.h"
+#include "editor/script/HeightText.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/IPluginScript.h"
 #include "host/NumberText.h"
@@ -13,6 +14,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 namespace
 {
@@ -53,6 +55,7 @@ template <typename... TArguments> std::string Format(const char* pszFormat, TArg
 const CScriptPlayer::SKeyword CScriptPlayer::KEYWORDS[] = {
     {"level", "iv", &CScriptPlayer::PlayLevel},
     {"open", "s", &CScriptPlayer::PlayOpen},
+    {"heights", "iis", &CScriptPlayer::PlayHeights},
     {"brush", "", nullptr},
     {"brush_file", "s", nullptr},
     {"use_brush", "s", nullptr},
@@ -69,6 +72,7 @@ const CScriptPlayer::SKeyword CScriptPlayer::KEYWORDS[] = {
     {"move_miss", "i", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Nothing>},
     {"release_miss", "", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Nothing>},
     {"paint_bitmap", "s", &CScriptPlayer::PlayPaint},
+    {"paint_restore", "ss", &CScriptPlayer::PlayPaint},
     {"paint_function", "s", &CScriptPlayer::PlayPaint},
     {"paint_color", "w", &CScriptPlayer::PlayPaint},
     {"paint_mask", "i", &CScriptPlayer::PlayPaint},
@@ -242,6 +246,31 @@ bool CScriptPlayer::PlayOpen(const CScriptCall& call, std::string& strWhy)
 {
     const std::string strPath = m_Folder.GetPath(call.GetString(0));
     return FinishLevel(m_Host.OpenLevel(strPath.c_str()), "cannot be opened, see the log", strWhy);
+}
+
+bool CScriptPlayer::PlayHeights(const CScriptCall& call, std::string& strWhy)
+{
+    CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+    std::vector<float> heights;
+    if (pTerrain == nullptr || !ReadHeightText(call.GetString(2), heights))
+    {
+        strWhy = pTerrain == nullptr ? NO_TERRAIN : "the heights cannot be read";
+        return false;
+    }
+    const int32_t iColumn = call.GetInt(0);
+    const int32_t iRow = call.GetInt(1);
+    if (iColumn < 0 || iRow < 0 || static_cast<uint32_t>(iRow) >= pTerrain->GetVerticesZ() ||
+        static_cast<size_t>(iColumn) + heights.size() > pTerrain->GetVerticesX())
+    {
+        strWhy = "the terrain has no such vertices";
+        return false;
+    }
+    pTerrain->SetRowHeights(static_cast<uint32_t>(iColumn),
+                            static_cast<uint32_t>(iRow),
+                            heights.data(),
+                            static_cast<uint32_t>(heights.size()));
+    m_Host.GetUndoStack().Clear(); // its records know nothing of this
+    return true;
 }
 
 bool CScriptPlayer::FinishLevel(bool bDone, const char* pszFailure, std::string& strWhy)

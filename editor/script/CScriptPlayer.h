@@ -58,6 +58,7 @@ private:
     bool PlayPaint(const CScriptCall& call, std::string& strWhy);
     bool PlayLevel(const CScriptCall& call, std::string& strWhy);
     bool PlayOpen(const CScriptCall& call, std::string& strWhy);
+    bool PlayHeights(const CScriptCall& call, std::string& strWhy);
     bool PlayKeys(const CScriptCall& call, std::string& strWhy);
     template <EMouseEvent eEvent, ECursorTarget eTarget>
     bool PlayMouse(const CScriptCall& call, std::string& strWhy);

@@ -1,5 +1,7 @@
 #include "engine/terrain/CNormalField.h"
 
+#include "host/LargeMemory.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -116,6 +118,7 @@ bool CNormalField::Allocate(const SHeightView& view)
 {
     const size_t nVertices = static_cast<size_t>(view.uSizeX) * view.uSizeZ;
     m_Normals.reset(static_cast<int16_t*>(std::calloc(nVertices, 2 * sizeof(int16_t))));
+    KeepFromChildren(m_Normals.get(), nVertices * 2 * sizeof(int16_t));
     m_TilesX = (view.uSizeX + TILE - 1) / TILE;
     m_TilesZ = (view.uSizeZ + TILE - 1) / TILE;
     m_StaleTiles.assign(static_cast<size_t>(m_TilesX) * m_TilesZ, 1);

@@ -127,6 +127,17 @@ void CTerrain::SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEnt
     OnHeightsChanged(touched);
 }
 
+void CTerrain::SetRowHeights(uint32_t uColumn,
+                             uint32_t uRow,
+                             const float* pHeights,
+                             uint32_t nCount)
+{
+    std::copy_n(pHeights,
+                nCount,
+                m_Field.pHeights.get() + static_cast<size_t>(uRow) * m_Field.uSizeX + uColumn);
+    OnHeightsChanged({uColumn, uRow, uColumn + nCount, uRow + 1});
+}
+
 bool CTerrain::SaveHeightMap(const char* pszPath,
                              const float* pHeights,
                              uint32_t uSizeX,

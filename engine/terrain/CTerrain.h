@@ -60,6 +60,9 @@ public:
     // What modes have set up, and pointers to the terrain that undo records keep, stay good.
     void ReplaceField(SHeightField&& field);
 
+    // Heights beside one another in a row, from a column on; all inside the terrain, finite.
+    void SetRowHeights(uint32_t uColumn, uint32_t uRow, const float* pHeights, uint32_t nCount);
+
     // All heights, row-major, valid until ReplaceField.
     const float* GetHeightData() const { return m_Field.pHeights.get(); }
 

@@ -2,6 +2,7 @@
 
 #include "host/Export.h"
 #include "host/HostTypes.h"
+#include "host/LargeMemory.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -29,11 +30,13 @@ struct SHeightField
     size_t GetCount() const { return static_cast<size_t>(uSizeX) * uSizeZ; }
 
     // All heights 0. False when the memory is not there; the field is then empty. The zero pages
-    // cost nothing until they are written.
+    // cost nothing until they are written. They are huge where the system has such: a copy of the
+    // process for an autosave then takes no time that a person sees.
     bool Allocate(uint32_t uVerticesX, uint32_t uVerticesZ)
     {
         const size_t nCount = static_cast<size_t>(uVerticesX) * uVerticesZ;
         pHeights.reset(static_cast<float*>(std::calloc(nCount, sizeof(float))));
+        UseHugePages(pHeights.get(), nCount * sizeof(float));
         uSizeX = pHeights ? uVerticesX : 0;
         uSizeZ = pHeights ? uVerticesZ : 0;
         return pHeights != nullptr;

@@ -1,7 +1,7 @@
 // Levels as documents: what is in their files, what counts as a change, and that nothing is lost
 // whatever stops the program.
 
-#include "editor/core/CAutosave.h"
+#include "editor/autosave/CAutosave.h"
 #include "tests/editor/CLevelDocumentTest.h"
 #include "tests/support/CLogCatcher.h"
 
@@ -201,7 +201,7 @@ TEST_F(CNothingLost, AFullDiskOrAReadOnlyFolderLeavesTheOldFiles)
     ::setrlimit(RLIMIT_FSIZE, &before);
     EXPECT_TRUE(ReadBytes(m_Folder.Path("l.height")) == strHeights);
     EXPECT_TRUE(m_Document.IsModified());
-    EXPECT_TRUE(CAutosave::FindRecoverable({m_Document.GetPath()}).empty());
+    EXPECT_TRUE(FindRecoverable({m_Document.GetPath()}).empty());
     // Once there is room, the next copy is made.
     EXPECT_TRUE(autosave.Tick(start + std::chrono::seconds(4)));
     EXPECT_TRUE(autosave.Wait());
@@ -228,7 +228,7 @@ TEST_F(CNothingLost, CopiesAreMadeWhenTheyAreDueAndGoWithTheCleanEnd)
         EXPECT_TRUE(autosave.Tick(start + seconds(163)));
         EXPECT_TRUE(autosave.Wait());
         EXPECT_TRUE(std::filesystem::exists(strFolder));
-        EXPECT_TRUE(CAutosave::FindRecoverable({m_Document.GetPath()}).empty())
+        EXPECT_TRUE(FindRecoverable({m_Document.GetPath()}).empty())
             << "the program that made it still runs";
         EXPECT_FALSE(autosave.Tick(start + seconds(300))) << "nothing new to copy";
         ASSERT_TRUE(m_Document.Save());
@@ -289,12 +289,14 @@ TEST_F(CNothingLost, KilledAtAnyMomentTheLevelOpensAndTheCopyIsWhole)
         ::nanosleep(&pause, nullptr);
         ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
-        const std::vector<SRecoverable> entries = CAutosave::FindRecoverable({strLevel});
+        const std::vector<SRecoverable> entries = FindRecoverable({strLevel});
         CAutosave autosave(m_Host, m_Document);
         for (const SRecoverable& entry : entries)
         {
-            EXPECT_EQ(entry.level.strPath, strLevel);
-            ASSERT_TRUE(autosave.Recover(entry)) << iKill;
+            EXPECT_EQ(entry.text.level.strPath, strLevel);
+            size_t nSteps = 0;
+            std::string strFault;
+            ASSERT_TRUE(autosave.Recover(entry, {}, nSteps, strFault)) << iKill;
             EXPECT_TRUE(m_Document.IsModified());
             EXPECT_EQ(m_Document.GetPath(), strLevel);
             const float* pHeights = GetTerrain()->GetHeightData();

@@ -1,207 +1,27 @@
 // What is recorded while the real plug-in sculpts gives the same file when it is replayed.
 
-#include "editor/core/CEditorHost.h"
-#include "editor/core/CHeadlessFace.h"
-#include "editor/core/CPluginLoader.h"
 #include "editor/script/CRecorder.h"
-#include "editor/script/CScriptCursor.h"
-#include "framework/core/IFrontEnd.h"
-#include "host/FileSystem.h"
-#include "host/IPluginScript.h"
-#include "host/Terrain.h"
-#include "parser/TCParseFile.h"
+#include "tests/editor/script/WalkFixture.h"
 #include "tests/support/CLogCatcher.h"
-#include "tests/support/CNumbers.h"
-#include "tests/support/CTempFolder.h"
 
 #include <sys/resource.h>
-
-#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
-#include <memory>
 
 namespace
 {
 
-constexpr float WIDTH = 333.0F; // no power of two: extents and positions need all their digits
-
-// The person is a row of numbers.
-class CRandomFace : public CHeadlessFace, public IFrontEnd
-{
-public:
-    IFrontEnd* GetFrontEnd() override { return this; }
-
-    bool PickTerrain(ViewId, ViewPoint, SVec3& hit) override { return cursor.Pick(pWorld, hit); }
-
-    bool IsKeyDown(EKey eKey) const override { return cursor.IsKeyDown(eKey); }
-
-    SScreenPoint GetCursorPos() const override { return {}; }
-
-    void SetCursorPos(SScreenPoint) override {}
-
-    SScreenPoint GetScreenSize() const override { return {800, 600}; }
-
-    void SetCursor(const SCursorResource*) override {}
-
-    void SetCapture(uintptr_t) override {}
-
-    void ReleaseCapture() override {}
-
-    EMessageBoxAnswer MessageBox(const char*, uint32_t) override { return EMessageBoxAnswer::Ok; }
-
-    bool ChooseColor(uint32_t&) override { return false; }
-
-    bool ChooseFolder(std::string&) override { return false; }
-
-    uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
-
-    CScriptCursor cursor;
-    World* pWorld = nullptr;
-};
-
-class CRecorderTest : public testing::Test
+class CRecorderTest : public CWalkFixture
 {
 protected:
-    CRecorderTest()
-    {
-        fs::set_user_root(m_Folder.GetFolder().c_str());
-        fs::set_data_root(TELLUR_SOURCE_DIR);
-        m_Face.pWorld = m_Host.GetEngine().GetWorld();
-    }
-
-    ~CRecorderTest() override
-    {
-        m_Recorder.reset();
-        m_Loader.Unload();
-        fs::set_user_root(nullptr);
-        fs::set_data_root(nullptr);
-    }
+    ~CRecorderTest() override { m_Recorder.reset(); }
 
     void Start()
     {
-        ASSERT_TRUE(m_Loader.Load(TELLUR_BIN_DIR "/libtellur.so"));
-        m_Script = dynamic_cast<IPluginScript*>(m_Loader.GetPlugin());
+        ASSERT_NO_FATAL_FAILURE(CWalkFixture::Start());
         m_Recorder = std::make_unique<CRecorder>(m_Host, m_Script);
-        ASSERT_TRUE(m_Host.NewLevel(48, {WIDTH, 200.0F, WIDTH}));
-        TakeBrush(0, 0.1F);
-        Drag();
-    }
-
-    void Play(const std::string& strText)
-    {
-        WriteBytes(
-            m_Folder.Path("state.txt"),
-            "!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n!extent( f )\n"
-            "!power_modifier( f )\n!fade_factor( f )\n!hardness( f )\n!mode( s )\n" +
-                strText);
-        const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile("state.txt"));
-        ASSERT_NE(pFirst, nullptr);
-        std::string strWhy;
-        for (const CTCPARSE_KEYWORD* pKey = pFirst.get(); pKey != nullptr; pKey = pKey->next)
-        {
-            ASSERT_EQ(m_Script->Play(pKey, strWhy), EScriptResult::Done) << strWhy;
-        }
-    }
-
-    void TakeBrush(int iFunction, float fShare)
-    {
-        constexpr const char* FUNCTIONS[] = {
-            "function( \"RelativeHeightFunction\" ) { attrib( \"m_Height\", \"7.3\" ) }",
-            "function( \"SetHeightFunction\" ) { attrib( \"m_Height\", \"31.7\" ) }",
-            "function( \"BlurFunction\" ) { attrib( \"m_NeighbourhoodSize\", \"2\" ) }",
-            "function( \"PosterizeFunction\" )",
-            "function( \"PointHeightFunction\" )",
-            "function( \"RampFunction\" )",
-        };
-        char szNumbers[160];
-        std::snprintf(szNumbers,
-                      sizeof(szNumbers),
-                      "extent( %.6f )\npower_modifier( %.6f )\nfade_factor( %.6f )\n"
-                      "hardness( %.6f )\n",
-                      static_cast<double>(WIDTH * fShare),
-                      0.37 + 0.5 * static_cast<double>(fShare),
-                      iFunction % 2 == 0 ? 0.013 : 0.0,
-                      0.11 * static_cast<double>(fShare));
-        Play(std::string("brush()\n{\n bitmap() { path( \"data/brushes/cone.png\" ) }\n") +
-             FUNCTIONS[iFunction] + "\n" + szNumbers + "}\nmode( \"terraforming\" )\n");
-    }
-
-    void Point()
-    {
-        if (m_Numbers.Int(0, 7) == 0)
-        {
-            m_Face.cursor.PointAtNothing();
-            return;
-        }
-        m_Face.cursor.PointAtPosition(m_Numbers.Float(0.0F, WIDTH), m_Numbers.Float(0.0F, WIDTH));
-    }
-
-    void Drag()
-    {
-        m_Face.cursor.SetKeys(m_Numbers.Int(0, 3) == 0, m_Numbers.Int(0, 3) == 0);
-        Point();
-        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
-        const int nMoves = m_Numbers.Int(0, 6);
-        for (int i = 0; i < nMoves; ++i)
-        {
-            Point();
-            m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, m_Numbers.Int(-9, 9)});
-            if (m_Numbers.Int(0, 9) == 0)
-            {
-                m_Host.SendAction(1, m_Numbers.Int(1, 2), 1); // the brush grows under the stroke
-            }
-        }
-        if (m_Numbers.Int(0, 9) != 0) // else the next press drops it
-        {
-            m_Host.SendButtonUp(1, 0, {});
-        }
-    }
-
-    void DoSomething()
-    {
-        CUndoStack& stack = m_Host.GetUndoStack();
-        switch (m_Numbers.Int(0, 11))
-        {
-        case 0:
-            TakeBrush(m_Numbers.Int(0, 5), m_Numbers.Float(0.05F, 0.4F));
-            break;
-        case 1:
-            m_Host.EndDrag();
-            m_Host.Undo();
-            break;
-        case 2:
-            m_Host.EndDrag();
-            m_Host.Redo();
-            break;
-        case 3:
-            m_Host.EndDrag();
-            stack.GoTo(static_cast<size_t>(
-                m_Numbers.Int(0, static_cast<int>(stack.GetCount() + stack.GetRedoCount()))));
-            break;
-        case 4:
-            m_Host.SendAction(1, m_Numbers.Int(1, 2), 3);
-            break;
-        case 5:
-            m_Host.EndDrag();
-            m_Host.SendAction(1, 0, 1); // leaves the mode, and its brush with it
-            Drag();
-            TakeBrush(m_Numbers.Int(0, 5), m_Numbers.Float(0.05F, 0.4F));
-            break;
-        case 6:
-            Point();
-            m_Host.SendMouseMove(1, 0, {}, {0, 0}, {0, 2});
-            break;
-        default:
-            Drag();
-        }
-    }
-
-    std::string SaveHeights(const char* pszName)
-    {
-        const std::string strPath = m_Folder.Path(pszName);
-        EXPECT_TRUE(m_Face.pWorld->GetTerrain()->SaveHeightMap(strPath.c_str(), nullptr, 0, 0));
-        return ReadBytes(strPath);
     }
 
     void ExpectReplay(const std::string& strScript, const std::string& strHeights)
@@ -214,13 +34,7 @@ protected:
         EXPECT_TRUE(ReadBytes(strOut) == strHeights) << ReadBytes(strScript);
     }
 
-    CTempFolder m_Folder;
-    CRandomFace m_Face;
-    CEditorHost m_Host{m_Face};
-    CPluginLoader m_Loader{m_Host};
     std::unique_ptr<CRecorder> m_Recorder;
-    IPluginScript* m_Script = nullptr;
-    CNumbers m_Numbers{1};
 };
 
 } // namespace
@@ -267,13 +81,40 @@ TEST_F(CRecorderTest, WhatWasDoneUntilACrashIsInTheFile)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strScript = m_Folder.Path("running.tellur");
-    ASSERT_TRUE(m_Recorder->Start(strScript));
-    for (int i = 0; i < 3; ++i)
+    WriteBytes(strScript, "an older script");
+    WriteBytes(m_Folder.Path("running.1.height"), "the user's");
+    WriteBytes(strScript + ".part", "of an older crash");
+    const pid_t child = ::fork();
+    if (child == 0)
     {
-        Drag();
-        m_Host.EndDrag();
+        bool bDone = m_Recorder->Start(strScript);
+        for (int i = 0; i < 3; ++i)
+        {
+            Drag();
+            m_Host.EndDrag();
+        }
+        bDone = bDone && !SaveHeights("now.height").empty();
+        ::raise(bDone ? SIGKILL : SIGABRT); // nobody has stopped it
     }
-    ExpectReplay(strScript, SaveHeights("now.height")); // nobody has stopped it
+    int iStatus = 0;
+    ASSERT_EQ(::waitpid(child, &iStatus, 0), child);
+    ASSERT_EQ(WTERMSIG(iStatus), SIGKILL);
+    EXPECT_EQ(ReadBytes(strScript), "an older script");
+    EXPECT_EQ(ReadBytes(m_Folder.Path("running.1.height")), "the user's");
+    EXPECT_EQ(ReadBytes(strScript + ".part"), "of an older crash");
+    const std::vector<std::string> parts = CRecorder::TakeInterrupted();
+    ASSERT_EQ(parts, std::vector<std::string>{strScript + ".2.part"});
+    EXPECT_TRUE(CRecorder::TakeInterrupted().empty()) << "it is told once";
+    ExpectReplay(parts[0], ReadBytes(m_Folder.Path("now.height")));
+
+    ASSERT_TRUE(m_Recorder->Start(strScript));
+    EXPECT_TRUE(CRecorder::TakeInterrupted().empty()) << "this one goes on";
+    Drag();
+    ASSERT_TRUE(m_Recorder->Stop());
+    EXPECT_TRUE(CRecorder::TakeInterrupted().empty());
+    ExpectReplay(strScript, SaveHeights("now.height"));
+    EXPECT_EQ(ReadBytes(m_Folder.Path("running.1.height")), "the user's");
+    EXPECT_FALSE(std::filesystem::exists(m_Recorder->GetPartPath()));
 }
 
 TEST_F(CRecorderTest, AFullDiskEndsTheScriptWithOneLineAndNothingElse)
@@ -283,11 +124,13 @@ TEST_F(CRecorderTest, AFullDiskEndsTheScriptWithOneLineAndNothingElse)
     EXPECT_FALSE(m_Recorder->Start(m_Folder.Path("none/script.tellur")));
     ASSERT_EQ(log.TakeLines().size(), 1U);
 
+    WriteBytes(m_Folder.Path("full.tellur"), "an older script");
     ASSERT_TRUE(m_Recorder->Start(m_Folder.Path("full.tellur")));
+    const std::string strPart = m_Recorder->GetPartPath();
     rlimit before = {};
     ::getrlimit(RLIMIT_FSIZE, &before);
     rlimit tight = before;
-    tight.rlim_cur = std::filesystem::file_size(m_Folder.Path("full.tellur")) + 100;
+    tight.rlim_cur = std::filesystem::file_size(strPart) + 100;
     ::signal(SIGXFSZ, SIG_IGN);
     ::setrlimit(RLIMIT_FSIZE, &tight);
     m_Face.cursor.PointAtPosition(100.0F, 100.0F);
@@ -300,10 +143,21 @@ TEST_F(CRecorderTest, AFullDiskEndsTheScriptWithOneLineAndNothingElse)
     ::setrlimit(RLIMIT_FSIZE, &before);
     const std::vector<std::string> lines = log.TakeLines();
     ASSERT_EQ(lines.size(), 1U);
-    EXPECT_EQ(lines[0],
-              "[CRecorder] " + m_Folder.Path("full.tellur") +
-                  ": File too large; the script ends here");
+    EXPECT_EQ(lines[0], "[CRecorder] " + strPart + ": File too large; the script ends here");
     EXPECT_FALSE(m_Recorder->IsRecording());
     EXPECT_FALSE(m_Recorder->Stop());
     EXPECT_GE(m_Host.GetUndoStack().GetCount(), 20U) << "the strokes went on";
+    EXPECT_EQ(ReadBytes(m_Folder.Path("full.tellur")), "an older script");
+    EXPECT_TRUE(std::filesystem::exists(strPart));
+
+    // No room for the terrain it begins with: nothing is left, not even of the script.
+    ASSERT_TRUE(m_Host.NewLevel(128, {WIDTH, 90.0F, WIDTH}));
+    tight.rlim_cur = 20000;
+    ::setrlimit(RLIMIT_FSIZE, &tight);
+    EXPECT_FALSE(m_Recorder->Start(m_Folder.Path("none.tellur")));
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    for (const auto& file : std::filesystem::directory_iterator(m_Folder.GetFolder()))
+    {
+        EXPECT_FALSE(file.path().filename().string().starts_with("none")) << file.path();
+    }
 }

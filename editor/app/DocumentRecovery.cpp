@@ -1,0 +1,127 @@
+// What a person does so that nothing is lost: recordings, and what interrupted runs have left.
+
+#include "editor/app/CDocumentActions.h"
+#include "editor/app/CEditor.h"
+#include "host/Log.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+namespace
+{
+
+constexpr char SCRIPT_FILTER[] = "Replay scripts (*.tellur)";
+
+} // namespace
+
+void CDocumentActions::ToggleRecording()
+{
+    CRecorder* pRecorder = m_Editor.GetRecorder();
+    if (pRecorder == nullptr)
+    {
+        return;
+    }
+    if (pRecorder->IsRecording())
+    {
+        const bool bWhole = pRecorder->Stop();
+        Report(bWhole,
+               "The script is not complete. What was recorded is in\n" +
+                   QString::fromStdString(pRecorder->GetPartPath()));
+        return;
+    }
+    const std::string strPath = AskForFile(true, "Record a replay script", SCRIPT_FILTER);
+    if (!strPath.empty())
+    {
+        Report(pRecorder->Start(strPath), "The script cannot be recorded.");
+    }
+}
+
+bool CDocumentActions::OfferRecovery()
+{
+    for (const std::string& strPart : CRecorder::TakeInterrupted())
+    {
+        LogR("[CRecorder] the editor ended while it recorded; what it had is in %s\n",
+             strPart.c_str());
+    }
+    for (const SRecoverable& entry : FindRecoverable(m_Editor.GetRecentFiles().GetPaths()))
+    {
+        const bool bAsked =
+            std::find(m_Later.begin(), m_Later.end(), entry.strStem) != m_Later.end();
+        if (!bAsked && Offer(entry))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CDocumentActions::OfferRecoveryOf(const std::string& strLevel)
+{
+    std::error_code error;
+    const std::filesystem::path level = std::filesystem::weakly_canonical(strLevel, error);
+    for (const SRecoverable& entry : FindRecoverable({level.string()}))
+    {
+        const std::string& strFile = entry.text.level.strPath.empty()
+                                         ? entry.text.level.strHeightMap
+                                         : entry.text.level.strPath;
+        if (!strFile.empty() && std::filesystem::weakly_canonical(strFile, error) == level &&
+            Offer(entry))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CDocumentActions::Offer(const SRecoverable& entry)
+{
+    const std::string& strPath = entry.text.level.strPath;
+    const QString strName =
+        strPath.empty() ? QString("a level that was never saved") : QString::fromStdString(strPath);
+    const auto nSteps = static_cast<qulonglong>(entry.steps.size());
+    const QString strKept = nSteps == 0 ? QString("changes")
+                                        : QString(nSteps == 1 ? "%1 step" : "%1 steps").arg(nSteps);
+    QMessageBox box(
+        QMessageBox::Question,
+        "Recover",
+        QString("The editor did not end properly. It kept %1 of\n%2\nuntil %3.")
+            .arg(strKept, strName, QDateTime::fromSecsSinceEpoch(entry.iWritten).toString()),
+        QMessageBox::NoButton,
+        &m_Window);
+    box.setTextFormat(Qt::PlainText);
+    const QAbstractButton* pRecover = nullptr;
+    if (entry.strFault.empty())
+    {
+        pRecover = box.addButton("Recover", QMessageBox::AcceptRole);
+    }
+    else
+    {
+        box.setInformativeText(
+            "They cannot be given back: " + QString::fromStdString(entry.strFault) + ".");
+    }
+    const QAbstractButton* pDiscard = box.addButton("Discard", QMessageBox::DestructiveRole);
+    box.addButton("Later", QMessageBox::RejectRole);
+    box.exec();
+    if (box.clickedButton() == pDiscard)
+    {
+        CAutosave::Discard(entry);
+        return false;
+    }
+    if (pRecover == nullptr || box.clickedButton() != pRecover)
+    {
+        m_Later.push_back(entry.strStem);
+        return false;
+    }
+    if (!Report(m_Recover(entry), "The level cannot be recovered."))
+    {
+        return false;
+    }
+    m_OnLevel();
+    return true;
+}

@@ -1,0 +1,176 @@
+// The steps of an autosave: what goes into the journal, and how it comes back.
+
+#include "editor/autosave/AutosaveFiles.h"
+#include "editor/autosave/CAutosave.h"
+#include "editor/core/CEditorHost.h"
+#include "editor/core/CLevelDocument.h"
+#include "host/FileSystem.h"
+#include "host/IPluginScript.h"
+#include "host/Log.h"
+#include "parser/DeclarativeText.h"
+
+#include <algorithm>
+#include <utility>
+
+void CAutosave::OnBeforeEvent(const SHostEvent& event)
+{
+    if (!IsKeeping())
+    {
+        return;
+    }
+    const bool bStep = event.eKind == EHostEvent::Undo || event.eKind == EHostEvent::Redo;
+    const bool bBegins = event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action;
+    if (bStep || bBegins)
+    {
+        Poll();
+        Follow();
+        KeepDifference();
+    }
+    if (bBegins && m_bNeedsCopy && !m_bFailed)
+    {
+        StartCopy(); // before the step changes anything
+    }
+    m_Writer.OnBeforeEvent(event);
+}
+
+void CAutosave::OnEvent(const SHostEvent& event)
+{
+    if (!IsKeeping())
+    {
+        return;
+    }
+    const bool bStep = event.eKind == EHostEvent::Undo || event.eKind == EHostEvent::Redo;
+    const bool bDropped = event.eKind == EHostEvent::DragDropped;
+    if (bDropped)
+    {
+        m_Step.clear();
+    }
+    if (m_Writer.OnEvent(event))
+    {
+        m_KnownRevision = GetRevision();
+    }
+    else if (bStep || bDropped)
+    {
+        KeepDifference();
+    }
+    else if (m_Writer.IsStale())
+    {
+        m_bNeedsCopy = true; // made in the next turn, when it is known what has changed
+    }
+}
+
+// What has changed otherwise than by the steps becomes a step of its own.
+void CAutosave::KeepDifference()
+{
+    const bool bChanged = GetRevision() != m_KnownRevision || m_Writer.IsStale();
+    if (bChanged && IsKeeping() && !m_bNeedsCopy && !m_Writer.IsInDrag())
+    {
+        m_bNeedsCopy = !m_Writer.WriteDifference(m_KnownRevision);
+        EndStep();
+    }
+}
+
+bool CAutosave::Append(const std::string& strText)
+{
+    m_Step += strText;
+    return true;
+}
+
+void CAutosave::EndStep()
+{
+    const std::string strStep = std::exchange(m_Step, {});
+    if (strStep.empty() || m_bNeedsCopy) // a step behind one that is missing helps nobody
+    {
+        return;
+    }
+    if (!m_bJournal)
+    {
+        if (!m_Copy.IsRunning() && !WriteOwnText())
+        {
+            m_bNeedsCopy = true;
+            m_bFailed = true;
+            return;
+        }
+        const std::string strOpen =
+            m_Base.strHeights.empty() ? "" : "open( " + QuoteText(m_Base.strHeights) + " )\n";
+        m_Journal.Begin(GetAutosaveJournal(m_Stem, m_Number),
+                        MakeJournalHead(strOpen, m_bContinues));
+        m_bJournal = true;
+    }
+    m_Journal.Append(strStep);
+}
+
+bool CAutosave::KeepTerrain()
+{
+    return !m_bFailed && StartCopy();
+}
+
+bool CAutosave::KeepBitmap(bool bKnown)
+{
+    const bool bSaved = GetUnsavedBitmap() == 0;
+    if ((bKnown || !bSaved) && (m_bFailed || !StartCopy()))
+    {
+        m_bNeedsCopy = true;
+        return false;
+    }
+    const std::string strFile = m_PluginScript->GetBitmapFile();
+    return !bSaved || Append(MakeBitmapNote(strFile, GetFileStamp(fs::root_path(strFile.c_str()))) +
+                             "mode( \"none\" )\npaint_bitmap( " + QuoteText(strFile) + " )\n");
+}
+
+bool CAutosave::Recover(const SRecoverable& entry,
+                        const FPlayStep& play,
+                        size_t& nSteps,
+                        std::string& strFault)
+{
+    const SAutosaveText& text = entry.text;
+    nSteps = 0;
+    strFault.clear();
+    if (!entry.strFault.empty())
+    {
+        CrashLog("[CAutosave::Recover] %s\n", entry.strFault.c_str());
+        return false;
+    }
+    const bool bWasOff = std::exchange(m_bOff, true);
+    const bool bOpen = text.strHeights.empty()
+                           ? m_Document.NewRecovered(text.level, text.fFlat)
+                           : m_Document.OpenRecovered(text.level, text.strHeights.c_str());
+    const bool bPlayed = bOpen && PlaySteps(entry, play, nSteps, strFault);
+    m_Host.EndDrag();
+    m_bOff = bWasOff;
+    if (!bOpen)
+    {
+        return false;
+    }
+    m_Generation = m_Document.GetGeneration();
+    m_Savings = m_Document.GetSavings();
+    m_bUnsavedBitmap = GetUnsavedBitmap() != 0;
+    RemoveFiles();
+    if (!bPlayed)
+    {
+        CrashLog("[CAutosave::Recover] %s\n", strFault.c_str());
+    }
+    LogR("[CAutosave::Recover] %zu of %zu steps were given back\n", nSteps, entry.steps.size());
+    TakeOver(entry, bPlayed);
+    return true;
+}
+
+void CAutosave::TakeOver(const SRecoverable& entry, bool bWhole)
+{
+    m_bModified = true;
+    m_Due = TimePoint::clock::now() + m_Interval;
+    m_CopiedRevision = 0;
+    m_bFailed = false;
+    m_bNeedsCopy = !bWhole;
+    m_Number = std::max(m_Number, entry.uLastNumber);
+    BeginJournal(bWhole);
+    if (bWhole)
+    {
+        m_Stem = entry.strStem;
+        m_Base = entry.text;
+        m_bBase = true;
+        m_bText = WriteText(m_Base);
+        m_bNeedsCopy = !m_bText;
+        m_Writer.SetSteps(m_Host.GetUndoStack().GetCount(), m_Host.GetUndoStack().GetRedoCount());
+    }
+}

@@ -1,0 +1,337 @@
+#include "editor/autosave/CAutosave.h"
+
+#include "editor/autosave/AutosaveFiles.h"
+#include "editor/core/CEditorHost.h"
+#include "editor/core/CLevelDocument.h"
+#include "editor/core/FileNames.h"
+#include "host/IPluginScript.h"
+#include "host/Log.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+#include <utility>
+
+CAutosave::CAutosave(CEditorHost& host, CLevelDocument& document)
+    : m_Host(host)
+    , m_Document(document)
+    , m_Writer(host, *this)
+{
+    m_Host.AddObserver(this);
+    BeginJournal(false);
+}
+
+CAutosave::~CAutosave()
+{
+    m_Host.RemoveObserver(this);
+    if (!m_bLeft)
+    {
+        RemoveFiles();
+    }
+}
+
+void CAutosave::SetPluginScript(IPluginScript* pPluginScript)
+{
+    m_PluginScript = pPluginScript;
+    m_Writer.SetPluginScript(pPluginScript);
+}
+
+bool CAutosave::IsKeeping() const
+{
+    return m_PluginScript != nullptr && m_Interval.count() > 0 && !m_bOff && m_Document.HasLevel();
+}
+
+uint64_t CAutosave::GetUnsavedBitmap() const
+{
+    return m_PluginScript != nullptr && !m_PluginScript->GetUnsavedBitmap().empty()
+               ? m_PluginScript->GetBitmapRevision()
+               : 0;
+}
+
+bool CAutosave::IsChanged() const
+{
+    return m_Document.IsModified() || (m_Document.HasLevel() && GetUnsavedBitmap() != 0);
+}
+
+uint64_t CAutosave::GetRevision() const
+{
+    const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+    return pTerrain != nullptr ? pTerrain->GetRevision() : 0;
+}
+
+bool CAutosave::Tick(TimePoint now)
+{
+    Poll();
+    Follow();
+    if (m_bOff || m_Interval.count() == 0 || !IsChanged())
+    {
+        m_bModified = false;
+        return false;
+    }
+    if (!std::exchange(m_bModified, true))
+    {
+        m_Due = now + m_Interval;
+    }
+    if (m_Host.IsDragging())
+    {
+        return false;
+    }
+    const bool bDue = now >= m_Due;
+    m_bFailed = m_bFailed && !bDue;
+    m_bNeedsCopy = m_Journal.HasFault() || m_bNeedsCopy;
+    KeepDifference();
+    const bool bAtOnce = IsKeeping() && m_bNeedsCopy && !m_bFailed;
+    if (!bAtOnce && (!bDue || m_Copy.IsRunning()))
+    {
+        return false;
+    }
+    m_Due = now + m_Interval;
+    const bool bNew = GetRevision() != m_CopiedRevision || GetUnsavedBitmap() != m_CopiedBitmap;
+    return (bAtOnce || bNew) && StartCopy();
+}
+
+// Notices that the level was saved, or is another one.
+void CAutosave::Follow()
+{
+    const bool bSaved = m_Savings != m_Document.GetSavings() && !m_Document.IsModified();
+    const bool bOther = m_Generation != m_Document.GetGeneration();
+    const bool bUnsaved = GetUnsavedBitmap() != 0;
+    m_Generation = m_Document.GetGeneration();
+    m_Savings = m_Document.GetSavings();
+    if (std::exchange(m_bUnsavedBitmap, bUnsaved) && !bUnsaved)
+    {
+        m_Writer.ForgetBitmap();
+    }
+    if (bSaved || bOther)
+    {
+        StartAnew();
+    }
+}
+
+void CAutosave::Remove()
+{
+    Follow();
+    StartAnew();
+}
+
+void CAutosave::StartAnew()
+{
+    m_bModified = false;
+    m_CopiedRevision = 0;
+    if (GetUnsavedBitmap() != 0 && !m_Stem.empty())
+    {
+        m_bNeedsCopy = true; // what was painted is in these files alone until then
+        return;
+    }
+    RemoveFiles();
+    TakeOwnBase();
+}
+
+void CAutosave::TakeOwnBase()
+{
+    m_Base = {};
+    m_bBase = false;
+    m_bFailed = false;
+    if (m_Document.HasLevel() && !m_Document.IsModified())
+    {
+        m_Base.strHeights = m_Document.GetHeightPath();
+        m_Base.strStamp = GetHeightStamp(m_Base.strHeights);
+        const std::optional<float> flat = m_Document.GetFlatHeight();
+        if (m_Base.strStamp.empty())
+        {
+            m_Base.strHeights.clear();
+            m_Base.fFlat = flat.value_or(0.0F);
+        }
+        m_bBase = !m_Base.strStamp.empty() || flat.has_value();
+    }
+    m_bNeedsCopy = !m_bBase || GetUnsavedBitmap() != 0;
+    BeginJournal(false);
+}
+
+void CAutosave::BeginJournal(bool bContinues)
+{
+    m_Journal.Close();
+    m_bJournal = false;
+    m_bContinues = bContinues;
+    ++m_Number;
+    m_Step.clear();
+    m_Writer.Begin(GetUnsavedBitmap());
+    m_KnownRevision = GetRevision();
+}
+
+bool CAutosave::MakeStem()
+{
+    if (!m_Stem.empty())
+    {
+        return true;
+    }
+    const std::string strFolder = MakeAutosaveFolder(m_Document.GetPath());
+    if (strFolder.empty())
+    {
+        CrashLog("[CAutosave::MakeStem] no folder for autosaves can be written\n");
+        return false;
+    }
+    m_Stem =
+        MakeAutosaveStem(strFolder, std::filesystem::path(m_Document.GetTitle()).stem().string());
+    return true;
+}
+
+bool CAutosave::WriteOwnText()
+{
+    if (m_bText)
+    {
+        return true;
+    }
+    if (!MakeStem())
+    {
+        return false;
+    }
+    m_Base.level = m_Document.GetText();
+    m_Base.uNumber = m_Number;
+    m_bText = WriteText(m_Base);
+    return m_bText;
+}
+
+bool CAutosave::WriteText(const SAutosaveText& text)
+{
+    const std::string strFile = GetAutosaveText(m_Stem);
+    const std::string strTemp = GetAutosaveTextTemp(m_Stem, m_Number);
+    const std::string strText = text.Write();
+    ::unlink(strTemp.c_str()); // nothing of ours has this name
+    const int iFile = MakeNewFile(strTemp.c_str());
+    const bool bWritten = iFile >= 0 && ::write(iFile, strText.data(), strText.size()) ==
+                                            static_cast<ssize_t>(strText.size());
+    const bool bPlaced = bWritten && ::rename(strTemp.c_str(), strFile.c_str()) == 0;
+    if (!bPlaced)
+    {
+        CrashLog("[CAutosave::WriteText] %s: %s\n", strFile.c_str(), std::strerror(errno));
+        ::unlink(strTemp.c_str());
+    }
+    if (iFile >= 0)
+    {
+        m_Journal.SyncAndClose(iFile);
+    }
+    return bPlaced;
+}
+
+bool CAutosave::StartCopy()
+{
+    const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+    const bool bFollows = IsKeeping() && m_bBase && !m_bNeedsCopy;
+    const bool bRoom = !bFollows || m_Journal.Flush(); // else a copy finds none either
+    if (pTerrain == nullptr || !bRoom || !MakeStem() || (bFollows && !WriteOwnText()))
+    {
+        m_bFailed = true;
+        return false;
+    }
+    BeginJournal(bFollows);
+    m_Copied = {};
+    m_Copied.level = m_Document.GetText();
+    m_Copied.uNumber = m_Number;
+    m_Copied.strHeights = GetAutosaveHeights(m_Stem, m_Number);
+    SAutosaveJob job;
+    job.strStem = m_Stem;
+    job.uNumber = m_Number;
+    if (GetUnsavedBitmap() != 0)
+    {
+        m_Copied.strBitmap = m_PluginScript->GetUnsavedBitmap();
+        m_Copied.strTexels = GetAutosaveTexels(m_Stem, m_Number);
+        job.pTexels = m_PluginScript->GetBitmap();
+    }
+    job.strText = m_Copied.Write();
+    job.pHeights = pTerrain->GetHeightData();
+    job.uVerticesX = pTerrain->GetVerticesX();
+    job.uVerticesZ = pTerrain->GetVerticesZ();
+    job.size = pTerrain->GetSizeVector();
+    m_bFailed = !m_Copy.Start(job);
+    m_bNeedsCopy = m_bFailed && !bFollows;
+    m_CopiedRevision = m_bFailed ? 0 : pTerrain->GetRevision();
+    m_CopiedBitmap = GetUnsavedBitmap();
+    return !m_bFailed;
+}
+
+bool CAutosave::Poll()
+{
+    int iFault = 0;
+    const ECopyState eState = m_Copy.Poll(iFault);
+    return Finish(eState, iFault);
+}
+
+bool CAutosave::Wait()
+{
+    int iFault = 0;
+    const ECopyState eState = m_Copy.Wait(iFault);
+    return Finish(eState, iFault);
+}
+
+bool CAutosave::Finish(ECopyState eState, int iFault)
+{
+    if (eState == ECopyState::None || eState == ECopyState::Running)
+    {
+        return true;
+    }
+    const std::string strText = GetAutosaveText(m_Stem);
+    const std::string strTemp = GetAutosaveTextTemp(m_Stem, m_Copied.uNumber);
+    if (eState == ECopyState::Done && ::rename(strTemp.c_str(), strText.c_str()) == 0)
+    {
+        m_Base = m_Copied;
+        m_bBase = true;
+        m_bText = true;
+        RemoveOlderAutosave(m_Stem, m_Copied.uNumber);
+        m_Journal.SyncFolder(std::filesystem::path(m_Stem).parent_path().string());
+        return true;
+    }
+    const int iKnown = iFault != 0 ? iFault : errno;
+    CrashLog("[CAutosave::Finish] %s: %s\n", strText.c_str(), std::strerror(iKnown));
+    RemoveAutosaveCopy(m_Stem, m_Copied.uNumber);
+    m_CopiedRevision = 0; // tried again when it is due
+    m_bFailed = true;
+    m_bNeedsCopy = m_bNeedsCopy || !m_bContinues;
+    return false;
+}
+
+void CAutosave::RemoveFiles()
+{
+    m_Copy.Abandon();
+    m_Journal.Close();
+    if (!m_Stem.empty())
+    {
+        RemoveAutosave(std::exchange(m_Stem, {}));
+    }
+    m_bText = false;
+    m_bBase = false;
+}
+
+void CAutosave::Leave()
+{
+    constexpr timespec PAUSE = {0, 20000000L};
+    constexpr int PAUSES = 250; // five seconds: whoever ends processes does not wait much longer
+    if (m_bOff)
+    {
+        return;
+    }
+    m_Host.EndDrag();
+    Follow();
+    if (IsKeeping() && IsChanged() && m_bNeedsCopy)
+    {
+        StartCopy();
+    }
+    for (int i = 0; i < PAUSES && !m_bContinues && m_Copy.IsRunning() && Poll(); ++i)
+    {
+        ::nanosleep(&PAUSE, nullptr);
+    }
+    m_Copy.Abandon();
+    m_Journal.Finish();
+    m_bLeft = IsChanged();
+    m_bOff = true;
+}
+
+void CAutosave::Discard(const SRecoverable& entry)
+{
+    RemoveAutosave(entry.strStem);
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// The text of a journal: a replay script whose steps end in a comment each, "// step N CHECKSUM".
+// What stands behind the last one was cut off and counts for nothing. The first part, number 0, is
+// the declarations and the call that brings the terrain.
+
+// strText: whole lines, without the comment.
+std::string MakeJournalPart(const std::string& strText, size_t nStep);
+
+// strOpen: the call that brings the terrain; empty for none. bContinues: the steps go on from the
+// journal of the number before, so that the one after the other can be played.
+std::string MakeJournalHead(const std::string& strOpen, bool bContinues);
+
+// A line that says of which file the script's next paint_bitmap is, and what is in it.
+std::string MakeBitmapNote(const std::string& strFile, const std::string& strStamp);
+// False when the text has none.
+bool ReadBitmapNote(const std::string& strText, std::string& strFile, std::string& strStamp);
+
+struct SJournal
+{
+    bool bContinues = false;
+    std::vector<std::string> steps; // calls alone
+    int64_t iWritten = 0;           // seconds since 1970
+};
+
+// False when there is no such file, or not even its head is whole.
+bool ReadJournal(const std::string& strFile, SJournal& journal);

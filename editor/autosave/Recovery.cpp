@@ -1,0 +1,224 @@
+#include "editor/autosave/Recovery.h"
+
+#include "editor/autosave/AutosaveFiles.h"
+#include "editor/core/Processes.h"
+#include "editor/script/CScriptPlayer.h"
+#include "host/FileSystem.h"
+#include "host/Log.h"
+#include "host/Progress.h"
+#include "parser/DeclarativeText.h"
+#include "parser/KeywordValues.h"
+#include "parser/TCParseFile.h"
+
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+namespace
+{
+
+constexpr char TEXT_EXTENSION[] = ".level";
+
+bool IsRunning(const SAutosaveText& text)
+{
+    const std::string strRunning = GetProcessStart(text.iProcess);
+    return !strRunning.empty() && strRunning == text.strStart;
+}
+
+// The steps of the base's journal and of those that go on from it.
+void ReadSteps(SRecoverable& entry)
+{
+    entry.uLastNumber = entry.text.uNumber;
+    for (const uint32_t uNumber : ListAutosaveJournals(entry.strStem))
+    {
+        SJournal journal;
+        if (uNumber < entry.text.uNumber)
+        {
+            continue;
+        }
+        if (!ReadJournal(GetAutosaveJournal(entry.strStem, uNumber), journal) ||
+            (uNumber > entry.text.uNumber && !journal.bContinues))
+        {
+            return;
+        }
+        entry.steps.insert(entry.steps.end(), journal.steps.begin(), journal.steps.end());
+        entry.iWritten = std::max(entry.iWritten, journal.iWritten);
+        entry.uLastNumber = uNumber;
+    }
+}
+
+bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
+{
+    struct stat info = {};
+    if (::lstat(strFile.c_str(), &info) != 0 || !S_ISREG(info.st_mode) ||
+        info.st_uid != ::geteuid() || !entry.text.Read(strFile) || IsRunning(entry.text))
+    {
+        return false;
+    }
+    entry.strStem = strFile.substr(0, strFile.size() - (sizeof(TEXT_EXTENSION) - 1));
+    entry.iWritten = info.st_mtime;
+    ReadSteps(entry);
+    const std::string& strHeights = entry.text.strHeights;
+    const bool bOwn = !entry.text.strStamp.empty();
+    if (bOwn && GetHeightStamp(strHeights) != entry.text.strStamp)
+    {
+        entry.strFault = strHeights + " is not what it was when they were made";
+    }
+    const bool bCopy = !strHeights.empty() && !bOwn;
+    if (bCopy && ::lstat(strHeights.c_str(), &info) != 0)
+    {
+        return false;
+    }
+    const bool bAny = bCopy || !entry.steps.empty() || !entry.text.strBitmap.empty();
+    if (!bAny) // the level's own files are all there is to give back
+    {
+        RemoveAutosave(entry.strStem);
+    }
+    return bAny;
+}
+
+// Leaves out calls that paint while the bitmap's file is another one than the steps began with.
+class CPaintFilter
+{
+public:
+    // Each call of a step begins its line, which nothing inside a block does.
+    std::string Filter(const std::string& strStep)
+    {
+        std::string strFile;
+        std::string strStamp;
+        if (ReadBitmapNote(strStep, strFile, strStamp))
+        {
+            m_bChanged = GetFileStamp(fs::root_path(strFile.c_str())) != strStamp;
+            if (m_bChanged)
+            {
+                LogR("[PlaySteps] %s has changed since: what was painted on it is left out\n",
+                     strFile.c_str());
+            }
+        }
+        std::string strKept;
+        for (size_t iLine = 0; iLine < strStep.size();)
+        {
+            const size_t iEnd = std::min(strStep.find('\n', iLine), strStep.size() - 1);
+            const std::string strLine = strStep.substr(iLine, iEnd + 1 - iLine);
+            strKept += IsLeftOut(strLine) ? "" : strLine;
+            iLine = iEnd + 1;
+        }
+        return strKept;
+    }
+
+private:
+    bool IsLeftOut(const std::string& strLine)
+    {
+        if (strLine.starts_with("mode("))
+        {
+            m_bPainting = strLine.find("edit_terrain_type") != std::string::npos;
+            return m_bChanged && m_bPainting;
+        }
+        const bool bMouse = strLine.starts_with("press") || strLine.starts_with("move") ||
+                            strLine.starts_with("release");
+        return m_bChanged && (strLine.starts_with("paint_") || (bMouse && m_bPainting));
+    }
+
+    bool m_bChanged = false;
+    bool m_bPainting = false;
+};
+
+// Parses text as if it were a file of that name.
+bool Parse(const std::string& strText, std::unique_ptr<CTCPARSE_KEYWORD>& pFirst)
+{
+    const int iFile = ::memfd_create("steps", MFD_CLOEXEC);
+    const bool bWritten = iFile >= 0 && ::write(iFile, strText.data(), strText.size()) ==
+                                            static_cast<ssize_t>(strText.size());
+    ETCParseStatus eStatus = tcparse_unreadable;
+    if (bWritten)
+    {
+        const std::string strPath = "/proc/self/fd/" + std::to_string(iFile);
+        pFirst.reset(
+            TCParseFile(strPath.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
+    }
+    if (iFile >= 0)
+    {
+        ::close(iFile);
+    }
+    return eStatus == tcparse_done;
+}
+
+} // namespace
+
+std::vector<SRecoverable> FindRecoverable(const std::vector<std::string>& levels)
+{
+    std::vector<std::string> folders = {GetStateAutosaveFolder()};
+    for (const std::string& strLevel : levels)
+    {
+        const std::string strFolder =
+            (std::filesystem::path(strLevel).parent_path() / AUTOSAVE_FOLDER).string();
+        if (std::find(folders.begin(), folders.end(), strFolder) == folders.end())
+        {
+            folders.push_back(strFolder);
+        }
+    }
+    std::vector<SRecoverable> found;
+    for (const std::string& strFolder : folders)
+    {
+        std::error_code error;
+        const std::string strListed = IsAutosaveFolder(strFolder) ? strFolder : std::string();
+        for (const auto& file : std::filesystem::directory_iterator(strListed, error))
+        {
+            SRecoverable entry;
+            if (file.path().extension() == TEXT_EXTENSION &&
+                ReadRecoverable(file.path().string(), entry))
+            {
+                found.push_back(entry);
+            }
+        }
+    }
+    std::stable_sort(found.begin(),
+                     found.end(),
+                     [](const SRecoverable& a, const SRecoverable& b)
+                     { return a.iWritten > b.iWritten; });
+    return found;
+}
+
+bool PlaySteps(const SRecoverable& entry,
+               const FPlayStep& play,
+               size_t& nPlayed,
+               std::string& strFault)
+{
+    const std::string strDeclarations = CScriptPlayer::GetDeclarations();
+    std::unique_ptr<CTCPARSE_KEYWORD> pFirst;
+    nPlayed = 0;
+    if (!entry.text.strBitmap.empty() &&
+        (!Parse(strDeclarations + "paint_restore( " + QuoteText(entry.text.strBitmap) + ", " +
+                    QuoteText(entry.text.strTexels) + " )\n",
+                pFirst) ||
+         !play(pFirst.get(), strFault)))
+    {
+        return false;
+    }
+    CPaintFilter filter;
+    CProgressSteps progress("Giving steps back", entry.steps.size());
+    for (const std::string& strStep : entry.steps)
+    {
+        if (!progress.Reach(nPlayed))
+        {
+            strFault = "cancelled";
+            return false;
+        }
+        if (!Parse(strDeclarations + filter.Filter(strStep), pFirst))
+        {
+            strFault = "step " + std::to_string(nPlayed + 1) + " cannot be parsed, see the log";
+            return false;
+        }
+        if (!play(pFirst.get(), strFault))
+        {
+            return false;
+        }
+        ++nPlayed;
+    }
+    return true;
+}

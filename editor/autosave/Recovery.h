@@ -1,0 +1,35 @@
+#pragma once
+
+#include "editor/autosave/JournalText.h"
+#include "editor/autosave/SAutosaveText.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class CTCPARSE_KEYWORD;
+
+// What a run that did not end properly has left of a level: a base, and the steps since.
+struct SRecoverable
+{
+    std::string strStem; // of its files
+    SAutosaveText text;
+    std::vector<std::string> steps;
+    uint32_t uLastNumber = 1; // of the journals that the steps come from
+    int64_t iWritten = 0;     // the last of it, seconds since 1970
+    std::string strFault;     // why it cannot be given back, one line; empty when it can
+};
+
+// What interrupted runs have left of these levels (full paths) and of levels without a file, newest
+// first. What running programs keep is none of it, damaged files neither.
+std::vector<SRecoverable> FindRecoverable(const std::vector<std::string>& levels);
+
+// Plays the calls of one step into the plug-in. False with one line in strFault.
+using FPlayStep = std::function<bool(CTCPARSE_KEYWORD* pFirst, std::string& strFault)>;
+
+// Plays steps one after the other, the painting on a bitmap only where its file is still what it
+// was. nPlayed: how many. False, with one line in strFault, when one fails or the user cancels.
+bool PlaySteps(const SRecoverable& entry,
+               const FPlayStep& play,
+               size_t& nPlayed,
+               std::string& strFault);

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "editor/core/SLevelText.h"
+
+#include <cstdint>
+#include <string>
+
+// What a NAME-PID.level says: the level, what lies under the steps that were kept of it, and whose
+// it is.
+struct SAutosaveText
+{
+    SLevelText level;       // strPath: the level's own file, empty when it had none
+    uint32_t uNumber = 1;   // of the base: the first steps are in the journal of this number
+    std::string strHeights; // full path: a copy, or the level's own height map; empty: flat
+    std::string strStamp;   // of GetHeightStamp when these are the level's own
+    float fFlat = 0.0F;     // height of all vertices, without heights
+    std::string strBitmap;  // painted and not saved, as the plug-in names it; empty for none
+    std::string strTexels;  // full path of its copy
+    int32_t iProcess = 0;   // that keeps it
+    std::string strStart;   // as GetProcessStart
+
+    // The whole file; process and start are those of this process.
+    std::string Write() const;
+    // False when the file says nothing of the kind.
+    bool Read(const std::string& strFile);
+};

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+// A name of at most nMost bytes, cut between characters of UTF-8; the system takes 255.
+std::string ShortenName(const std::string& strName, size_t nMost);
+
+// The first of "PREFIX1SUFFIX", "PREFIX2SUFFIX" ... that is not there, not even as a link to
+// nothing. uNumber: the last one that was given, raised to this one.
+std::string FindFreeName(const std::string& strPrefix, const char* pszSuffix, size_t& uNumber);
+
+// A new file for its owner alone: nothing is replaced, no link is followed. Negative, and errno is
+// set, when it cannot be made.
+int MakeNewFile(const char* pszPath);

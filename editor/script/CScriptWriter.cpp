@@ -1,0 +1,280 @@
+#include "editor/script/CScriptWriter.h"
+
+#include "editor/core/CEditorHost.h"
+#include "editor/script/HeightText.h"
+#include "editor/script/IScriptSink.h"
+#include "engine/terrain/CTerrain.h"
+#include "framework/core/KeyState.h"
+#include "host/FileSystem.h"
+#include "host/IPluginScript.h"
+#include "parser/DeclarativeText.h"
+
+#include <utility>
+
+namespace
+{
+
+constexpr int32_t LAST_TERRAIN_ACTION = 2;        // what follows moves the camera
+constexpr size_t MOST_HEIGHTS = size_t{1} << 20U; // 8 MB of text, written in a frame
+
+// Takes what is written to it as text.
+class CTextFile : public fs::ifile
+{
+public:
+    size_t write(const void* pSource, size_t nBytes) override
+    {
+        m_Text.append(static_cast<const char*>(pSource), nBytes);
+        return nBytes;
+    }
+
+    const std::string& GetText() const { return m_Text; }
+
+private:
+    std::string m_Text;
+};
+
+std::string GetPoint(const SVec3& point)
+{
+    return "[" + MakeExactNumber(point.x) + ", " + MakeExactNumber(point.y) + ", " +
+           MakeExactNumber(point.z) + "]";
+}
+
+std::string GetKeys()
+{
+    const bool bControl = IsKeyDown(EKey::Control);
+    const bool bAlt = IsKeyDown(EKey::Alt);
+    return bControl && bAlt ? "ctrl+alt" : bControl ? "ctrl" : bAlt ? "alt" : "";
+}
+
+} // namespace
+
+CScriptWriter::CScriptWriter(CEditorHost& host, IScriptSink& sink)
+    : m_Host(host)
+    , m_Sink(sink)
+{
+}
+
+void CScriptWriter::Begin(uint64_t uPainted)
+{
+    m_Painted = uPainted;
+    m_bStale = false;
+    m_State.clear();
+    m_Keys.clear();
+    m_bKeys = false;
+    m_bDrag = false;
+    m_bByHeights = false;
+    SetSteps(0, 0);
+}
+
+void CScriptWriter::SetSteps(size_t nUndos, size_t nRedos)
+{
+    m_Undos = nUndos;
+    m_Redos = nRedos;
+}
+
+std::string CScriptWriter::ReadState()
+{
+    CTextFile file;
+    return m_PluginScript->WriteState(file) ? file.GetText() : "";
+}
+
+bool CScriptWriter::CanSculpt() const
+{
+    const bool bSculpts = m_PluginScript->IsTerraforming() || m_PluginScript->IsPainting();
+    return bSculpts && !m_PluginScript->GetFunctionName().empty();
+}
+
+void CScriptWriter::KeepTerrain()
+{
+    if (m_bStale && m_Sink.KeepTerrain())
+    {
+        m_bStale = false;
+        SetSteps(0, 0);
+    }
+}
+
+bool CScriptWriter::WriteDifference(uint64_t& uRevision)
+{
+    const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+    SVertexRect rect;
+    m_bStale = false;
+    if (pTerrain == nullptr || !pTerrain->TakeDirtyRegion(uRevision, rect))
+    {
+        return true;
+    }
+    const size_t nColumns = rect.uEndX - rect.uMinX;
+    SetSteps(0, 0);
+    m_bStale = nColumns * (rect.uEndZ - rect.uMinZ) > MOST_HEIGHTS;
+    std::string strText;
+    for (uint32_t z = rect.uMinZ; z < rect.uEndZ && !m_bStale; ++z)
+    {
+        const float* pRow =
+            pTerrain->GetHeightData() + size_t{z} * pTerrain->GetVerticesX() + rect.uMinX;
+        strText += "heights( " + std::to_string(rect.uMinX) + ", " + std::to_string(z) + ", \"" +
+                   MakeHeightText(pRow, nColumns) + "\" )\n";
+    }
+    m_Sink.Append(strText);
+    return !m_bStale;
+}
+
+void CScriptWriter::WriteChanges()
+{
+    KeepTerrain();
+    if (m_PluginScript->IsPainting() && m_Painted != m_PluginScript->GetBitmapRevision() &&
+        m_Sink.KeepBitmap(m_Painted != 0))
+    {
+        m_Painted = m_PluginScript->GetBitmapRevision();
+        m_State.clear(); // loading the bitmap sets channels and colours
+    }
+    const std::string strState = ReadState();
+    if (strState != m_State)
+    {
+        m_bFresh = true;
+        m_State = strState;
+        m_Sink.Append(strState);
+    }
+}
+
+void CScriptWriter::WriteKeys()
+{
+    if (!m_bKeys || m_EventKeys != m_Keys)
+    {
+        m_bKeys = true;
+        m_Keys = m_EventKeys;
+        m_Sink.Append("keys( " + QuoteText(m_Keys) + " )\n");
+    }
+}
+
+void CScriptWriter::OnBeforeEvent(const SHostEvent& event)
+{
+    m_EventKeys = GetKeys();
+    const bool bPress = event.eKind == EHostEvent::ButtonDown;
+    const bool bAction = event.eKind == EHostEvent::Action && event.iAction <= LAST_TERRAIN_ACTION;
+    if (bPress && m_bDrag)
+    {
+        EndDrag(); // the press drops it
+    }
+    if ((bPress || bAction) && CanSculpt())
+    {
+        WriteChanges();
+    }
+    // A press that cannot sculpt still drops what another one began.
+    m_bDrag = m_bDrag || (bPress && CanSculpt());
+    if (bPress)
+    {
+        const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+        m_DragRevision = pTerrain != nullptr ? pTerrain->GetRevision() : 0;
+    }
+}
+
+bool CScriptWriter::OnEvent(const SHostEvent& event)
+{
+    switch (event.eKind)
+    {
+    case EHostEvent::ButtonDown:
+    case EHostEvent::MouseMove:
+    case EHostEvent::ButtonUp:
+        return m_bDrag && WriteDrag(event);
+    case EHostEvent::Action:
+        return event.iAction <= LAST_TERRAIN_ACTION && !m_State.empty() && WriteAction(event);
+    case EHostEvent::Undo:
+    case EHostEvent::Redo:
+        return WriteStep(event.eKind == EHostEvent::Redo);
+    case EHostEvent::UndoAdded:
+        ++m_Undos;
+        m_Redos = 0;
+        break;
+    case EHostEvent::LevelChanged:
+    case EHostEvent::TerrainReloaded:
+        m_bStale = true;
+        m_bDrag = false;
+        break;
+    case EHostEvent::DragDropped: // whoever plays it has the memory, and would keep the stroke
+        m_bStale = true;
+        m_bDrag = false;
+        m_bByHeights = false;
+        m_State.clear(); // what was written with the stroke may go with it
+        m_bKeys = false;
+        break;
+    case EHostEvent::Command:
+        break; // what it changes is written before the next press
+    }
+    return false;
+}
+
+bool CScriptWriter::WriteDrag(const SHostEvent& event)
+{
+    const bool bPainting = m_PluginScript->IsPainting();
+    if (event.eKind == EHostEvent::ButtonDown && !bPainting)
+    {
+        m_bByHeights = m_bFresh && !event.bHit;
+        m_bFresh = m_bByHeights;
+    }
+    if (!m_bByHeights)
+    {
+        WriteKeys();
+        WriteMouse(event);
+    }
+    if (bPainting) // what the stroke did is in the script
+    {
+        m_Painted = m_PluginScript->GetBitmapRevision();
+    }
+    if (event.eKind == EHostEvent::ButtonUp)
+    {
+        m_bDrag = false;
+        EndDrag();
+    }
+    return true;
+}
+
+void CScriptWriter::EndDrag()
+{
+    if (std::exchange(m_bByHeights, false))
+    {
+        WriteDifference(m_DragRevision);
+    }
+    m_Sink.EndStep();
+}
+
+bool CScriptWriter::WriteAction(const SHostEvent& event)
+{
+    m_Sink.Append("action( " + std::to_string(event.iAction) + ", " + std::to_string(event.uCount) +
+                  " )\n");
+    m_State = ReadState();
+    if (!m_bDrag)
+    {
+        m_Sink.EndStep();
+    }
+    return true;
+}
+
+void CScriptWriter::WriteMouse(const SHostEvent& event)
+{
+    const bool bMove = event.eKind == EHostEvent::MouseMove;
+    std::string strCall = event.eKind == EHostEvent::ButtonDown ? "press"
+                          : bMove                               ? "move"
+                                                                : "release";
+    strCall += event.bHit ? "_at( " + GetPoint(event.hit) : "_miss(";
+    if (bMove)
+    {
+        strCall += (event.bHit ? ", " : " ") + std::to_string(event.step.dy);
+    }
+    strCall += bMove || event.bHit ? " )\n" : ")\n";
+    m_Sink.Append(strCall);
+}
+
+bool CScriptWriter::WriteStep(bool bRedo)
+{
+    size_t& nFrom = bRedo ? m_Redos : m_Undos;
+    size_t& nTo = bRedo ? m_Undos : m_Redos;
+    if (nFrom == 0 || m_bStale)
+    {
+        m_bStale = true; // a step from before the script, or before its last terrain
+        return false;
+    }
+    --nFrom;
+    ++nTo;
+    m_Sink.Append(bRedo ? "redo()\n" : "undo()\n");
+    m_Sink.EndStep();
+    return true;
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "editor/core/IHostObserver.h"
+
+#include <cstddef>
+#include <string>
+
+class CEditorHost;
+class IPluginScript;
+class IScriptSink;
+
+// Makes replay script of what is done on a host: the plug-in's state where it changed, presses,
+// moves and releases with exact hit points, actions, steps of undo. Its owner hands it the events.
+// Moves without a button and what other modes do are left out. Everything given is borrowed.
+//
+// A stroke that begins beside the ground goes on from where the brush's stroke before has ended. A
+// script that has made the brush anew knows nothing of that one, so such a stroke is written as the
+// heights that it leaves.
+class CScriptWriter
+{
+public:
+    CScriptWriter(CEditorHost& host, IScriptSink& sink);
+
+    // pPluginScript: of the plug-in; null: there is nothing to write.
+    void SetPluginScript(IPluginScript* pPluginScript) { m_PluginScript = pPluginScript; }
+
+    // A script begins with the terrain as it is, and with the bitmap of that revision (0: none).
+    void Begin(uint64_t uPainted = 0);
+    // The undo stack of whoever plays the script has these steps already.
+    void SetSteps(size_t nUndos, size_t nRedos);
+    // Writes heights that changed after a revision of the terrain, which becomes the present one,
+    // for what no event says; the script plays on without any steps to undo. False when that are
+    // very many: the script is stale then.
+    bool WriteDifference(uint64_t& uRevision);
+
+    void OnBeforeEvent(const SHostEvent& event);
+    // True when the script now has whatever the event did to the heights.
+    bool OnEvent(const SHostEvent& event);
+
+    // The terrain is another one than the script has led to.
+    bool IsStale() const { return m_bStale; }
+
+    bool IsInDrag() const { return m_bDrag; } // that the script has
+
+    // Keeps a terrain of which the script does not know yet.
+    void KeepTerrain();
+
+    // The file on the disk is the bitmap as the script has painted it.
+    void ForgetBitmap() { m_Painted = 0; }
+
+    uint64_t GetPainted() const { return m_Painted; }
+
+private:
+    std::string ReadState();
+    bool CanSculpt() const; // or paint
+    void WriteChanges();    // terrain and plug-in as they are, where the script has them otherwise
+    void WriteKeys();
+    void WriteMouse(const SHostEvent& event);
+    bool WriteDrag(const SHostEvent& event);
+    void EndDrag();
+    bool WriteAction(const SHostEvent& event);
+    bool WriteStep(bool bRedo);
+
+    CEditorHost& m_Host;
+    IScriptSink& m_Sink;
+    IPluginScript* m_PluginScript = nullptr;
+    uint64_t m_Painted = 0;      // revision of the bitmap that the script has made; 0: none
+    bool m_bStale = false;       // the terrain is another one than the script's so far
+    std::string m_State;         // of the plug-in, as the script has made it
+    std::string m_Keys;          // held, as the script has them
+    bool m_bKeys = false;        // the script has said so
+    std::string m_EventKeys;     // held when the event came
+    bool m_bDrag = false;        // the script has a press without its release
+    bool m_bFresh = true;        // the brush of whoever plays the script has made no stroke yet
+    bool m_bByHeights = false;   // the drag is written as what it did
+    uint64_t m_DragRevision = 0; // of the terrain, when the drag began
+    size_t m_Undos = 0;          // steps that the script's own undo stack has
+    size_t m_Redos = 0;
+};

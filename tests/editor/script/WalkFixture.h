@@ -1,0 +1,206 @@
+#pragma once
+
+#include "editor/core/CEditorHost.h"
+#include "editor/core/CHeadlessFace.h"
+#include "editor/core/CPluginLoader.h"
+#include "editor/script/CScriptCursor.h"
+#include "framework/core/IFrontEnd.h"
+#include "host/FileSystem.h"
+#include "host/IPluginScript.h"
+#include "host/Terrain.h"
+#include "parser/TCParseFile.h"
+#include "tests/support/CNumbers.h"
+#include "tests/support/CTempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+
+constexpr float WIDTH = 333.0F; // no power of two: extents and positions need all their digits
+
+// The person is a row of numbers.
+class CRandomFace : public CHeadlessFace, public IFrontEnd
+{
+public:
+    IFrontEnd* GetFrontEnd() override { return this; }
+
+    bool PickTerrain(ViewId, ViewPoint, SVec3& hit) override { return cursor.Pick(pWorld, hit); }
+
+    bool IsKeyDown(EKey eKey) const override { return cursor.IsKeyDown(eKey); }
+
+    SScreenPoint GetCursorPos() const override { return {}; }
+
+    void SetCursorPos(SScreenPoint) override {}
+
+    SScreenPoint GetScreenSize() const override { return {800, 600}; }
+
+    void SetCursor(const SCursorResource*) override {}
+
+    void SetCapture(uintptr_t) override {}
+
+    void ReleaseCapture() override {}
+
+    EMessageBoxAnswer MessageBox(const char*, uint32_t) override { return EMessageBoxAnswer::Ok; }
+
+    bool ChooseColor(uint32_t&) override { return false; }
+
+    bool ChooseFolder(std::string&) override { return false; }
+
+    uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
+
+    CScriptCursor cursor;
+    World* pWorld = nullptr;
+};
+
+// The real plug-in on a host that nobody watches, worked by a row of numbers.
+class CWalkFixture : public testing::Test
+{
+protected:
+    CWalkFixture()
+    {
+        ::setenv("XDG_STATE_HOME", m_Folder.Path("state").c_str(), 1);
+        fs::set_user_root(m_Folder.GetFolder().c_str());
+        fs::set_data_root(TELLUR_SOURCE_DIR);
+        m_Face.pWorld = m_Host.GetEngine().GetWorld();
+    }
+
+    ~CWalkFixture() override
+    {
+        m_Loader.Unload();
+        fs::set_user_root(nullptr);
+        fs::set_data_root(nullptr);
+    }
+
+    void Start()
+    {
+        ASSERT_TRUE(m_Loader.Load(TELLUR_BIN_DIR "/libtellur.so"));
+        m_Script = dynamic_cast<IPluginScript*>(m_Loader.GetPlugin());
+        ASSERT_TRUE(m_Host.NewLevel(48, {WIDTH, 200.0F, WIDTH}));
+        TakeBrush(0, 0.1F);
+        Drag();
+    }
+
+    void Play(const std::string& strText)
+    {
+        WriteBytes(
+            m_Folder.Path("state.txt"),
+            "!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n!extent( f )\n"
+            "!power_modifier( f )\n!fade_factor( f )\n!hardness( f )\n!mode( s )\n" +
+                strText);
+        const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile("state.txt"));
+        ASSERT_NE(pFirst, nullptr);
+        std::string strWhy;
+        for (const CTCPARSE_KEYWORD* pKey = pFirst.get(); pKey != nullptr; pKey = pKey->next)
+        {
+            ASSERT_EQ(m_Script->Play(pKey, strWhy), EScriptResult::Done) << strWhy;
+        }
+    }
+
+    void TakeBrush(int iFunction, float fShare)
+    {
+        constexpr const char* FUNCTIONS[] = {
+            "function( \"RelativeHeightFunction\" ) { attrib( \"m_Height\", \"7.3\" ) }",
+            "function( \"SetHeightFunction\" ) { attrib( \"m_Height\", \"31.7\" ) }",
+            "function( \"BlurFunction\" ) { attrib( \"m_NeighbourhoodSize\", \"2\" ) }",
+            "function( \"PosterizeFunction\" )",
+            "function( \"PointHeightFunction\" )",
+            "function( \"RampFunction\" )",
+        };
+        char szNumbers[160];
+        std::snprintf(szNumbers,
+                      sizeof(szNumbers),
+                      "extent( %.6f )\npower_modifier( %.6f )\nfade_factor( %.6f )\n"
+                      "hardness( %.6f )\n",
+                      static_cast<double>(WIDTH * fShare),
+                      0.37 + 0.5 * static_cast<double>(fShare),
+                      iFunction % 2 == 0 ? 0.013 : 0.0,
+                      0.11 * static_cast<double>(fShare));
+        Play(std::string("brush()\n{\n bitmap() { path( \"data/brushes/cone.png\" ) }\n") +
+             FUNCTIONS[iFunction] + "\n" + szNumbers + "}\nmode( \"terraforming\" )\n");
+    }
+
+    void Point()
+    {
+        if (m_Numbers.Int(0, 7) == 0)
+        {
+            m_Face.cursor.PointAtNothing();
+            return;
+        }
+        m_Face.cursor.PointAtPosition(m_Numbers.Float(0.0F, WIDTH), m_Numbers.Float(0.0F, WIDTH));
+    }
+
+    void Drag()
+    {
+        m_Face.cursor.SetKeys(m_Numbers.Int(0, 3) == 0, m_Numbers.Int(0, 3) == 0);
+        Point();
+        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+        const int nMoves = m_Numbers.Int(0, 6);
+        for (int i = 0; i < nMoves; ++i)
+        {
+            Point();
+            m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, m_Numbers.Int(-9, 9)});
+            if (m_Numbers.Int(0, 9) == 0)
+            {
+                m_Host.SendAction(1, m_Numbers.Int(1, 2), 1); // the brush grows under the stroke
+            }
+        }
+        if (m_Numbers.Int(0, 9) != 0) // else the next press drops it
+        {
+            m_Host.SendButtonUp(1, 0, {});
+        }
+    }
+
+    void DoSomething()
+    {
+        CUndoStack& stack = m_Host.GetUndoStack();
+        switch (m_Numbers.Int(0, 11))
+        {
+        case 0:
+            TakeBrush(m_Numbers.Int(0, 5), m_Numbers.Float(0.05F, 0.4F));
+            break;
+        case 1:
+            m_Host.EndDrag();
+            m_Host.Undo();
+            break;
+        case 2:
+            m_Host.EndDrag();
+            m_Host.Redo();
+            break;
+        case 3:
+            m_Host.EndDrag();
+            stack.GoTo(static_cast<size_t>(
+                m_Numbers.Int(0, static_cast<int>(stack.GetCount() + stack.GetRedoCount()))));
+            break;
+        case 4:
+            m_Host.SendAction(1, m_Numbers.Int(1, 2), 3);
+            break;
+        case 5:
+            m_Host.EndDrag();
+            m_Host.SendAction(1, 0, 1); // leaves the mode, and its brush with it
+            Drag();
+            TakeBrush(m_Numbers.Int(0, 5), m_Numbers.Float(0.05F, 0.4F));
+            break;
+        case 6:
+            Point();
+            m_Host.SendMouseMove(1, 0, {}, {0, 0}, {0, 2});
+            break;
+        default:
+            Drag();
+        }
+    }
+
+    std::string SaveHeights(const char* pszName)
+    {
+        const std::string strPath = m_Folder.Path(pszName);
+        EXPECT_TRUE(m_Face.pWorld->GetTerrain()->SaveHeightMap(strPath.c_str(), nullptr, 0, 0));
+        return ReadBytes(strPath);
+    }
+
+    CTempFolder m_Folder;
+    CRandomFace m_Face;
+    CEditorHost m_Host{m_Face};
+    CPluginLoader m_Loader{m_Host};
+    IPluginScript* m_Script = nullptr;
+    CNumbers m_Numbers{1};
+};
