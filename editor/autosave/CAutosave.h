@@ -71,6 +71,7 @@ public:
     // IHostObserver
     void OnBeforeEvent(const SHostEvent& event) override;
     void OnEvent(const SHostEvent& event) override;
+
     void OnMissedEvent() override { m_bNeedsCopy = true; }
 
 private:

@@ -9,7 +9,6 @@
 #include "tests/support/CLogCatcher.h"
 
 #include <sys/mman.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <zlib.h>
@@ -17,6 +16,7 @@
 #include <algorithm>
 #include <csignal>
 #include <ctime>
+#include <fstream>
 #include <functional>
 
 namespace
@@ -216,6 +216,51 @@ protected:
         EXPECT_FALSE(std::filesystem::exists(m_Folder.Path(".tellur-autosave")));
     }
 
+    // Does that work in a child process, which is killed then.
+    void Crash(const std::function<void()>& work)
+    {
+        End();
+        const pid_t child = ::fork();
+        if (child == 0)
+        {
+            BeginWalk(5);
+            work();
+            SaveHeights("crashed.height");
+            ::raise(SIGKILL);
+        }
+        int iStatus = 0;
+        ASSERT_EQ(::waitpid(child, &iStatus, 0), child);
+        ASSERT_TRUE(WIFSIGNALED(iStatus) && WTERMSIG(iStatus) == SIGKILL);
+    }
+
+    void ExpectBack()
+    {
+        Open();
+        const std::vector<SRecoverable> entries = FindRecoverable({m_Level});
+        ASSERT_EQ(entries.size(), 1U);
+        size_t nSteps = 0;
+        ASSERT_TRUE(Recover(entries[0], nSteps));
+        EXPECT_GT(nSteps, 0U);
+        EXPECT_TRUE(SaveHeights("back.height") == ReadBytes(m_Folder.Path("crashed.height")));
+        End();
+    }
+
+    // Names in the folder of the level's autosaves that end so.
+    std::vector<std::string> FindFiles(const char* pszEnd)
+    {
+        std::vector<std::string> files;
+        std::error_code error;
+        for (const auto& file :
+             std::filesystem::directory_iterator(m_Folder.Path(".tellur-autosave"), error))
+        {
+            if (file.path().string().ends_with(pszEnd))
+            {
+                files.push_back(file.path().string());
+            }
+        }
+        return files;
+    }
+
     std::string m_Level;
     CLevelDocument m_Document{m_Host};
     std::unique_ptr<CAutosave> m_Autosave;
@@ -233,4 +278,140 @@ TEST_F(CAutosaveTest, AKillCostsTheStepUnderTheHandAndNoMore)
     {
         ASSERT_NO_FATAL_FAILURE(KillAndRecover(uSeed, nKills));
     }
+}
+
+TEST_F(CAutosaveTest, WhatIsKeptLiesUnderAnyNameAndFollowsNoLink)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strVictim = m_Folder.Path("victim");
+    const std::string strFolder = m_Folder.Path(".tellur-autosave");
+    const auto strokes = [this]
+    {
+        Stroke();
+        Stroke();
+    };
+    WriteBytes(strVictim, "mine");
+    ASSERT_NO_FATAL_FAILURE(Crash(
+        [&]
+        {
+            std::filesystem::create_directory(strFolder);
+            for (const char* pszEnd :
+                 {".level", ".1.tellur", ".2.tellur", ".3.tellur", ".2.height"})
+            {
+                std::filesystem::create_symlink(
+                    strVictim, strFolder + "/l-" + std::to_string(::getpid()) + pszEnd);
+            }
+            strokes();
+        }));
+    ASSERT_NO_FATAL_FAILURE(ExpectBack());
+    EXPECT_EQ(ReadBytes(strVictim), "mine");
+
+    std::filesystem::remove_all(strFolder);
+    std::filesystem::create_directory(m_Folder.Path("elsewhere"));
+    std::filesystem::create_directory_symlink(m_Folder.Path("elsewhere"), strFolder);
+    ASSERT_NO_FATAL_FAILURE(Crash(strokes));
+    EXPECT_TRUE(std::filesystem::is_empty(m_Folder.Path("elsewhere")));
+    ASSERT_NO_FATAL_FAILURE(ExpectBack());
+
+    std::filesystem::remove(strFolder);
+    std::string strName;
+    for (int i = 0; i < 123; ++i)
+    {
+        strName += "\xC3\xA4"; // 246 bytes
+    }
+    m_Level = m_Folder.Path((strName + ".level").c_str());
+    ASSERT_TRUE(m_Document.SaveAs(m_Level.c_str()));
+    ASSERT_NO_FATAL_FAILURE(Crash(strokes));
+    EXPECT_EQ(FindFiles(".tellur").size(), 1U);
+    ASSERT_NO_FATAL_FAILURE(ExpectBack());
+}
+
+TEST_F(CAutosaveTest, ACrashAfterACrashLosesNothingAndAChangedFileIsNoBase)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(Crash(
+        [this]
+        {
+            Stroke();
+            Stroke();
+        }));
+    ASSERT_NO_FATAL_FAILURE(Crash(
+        [this]
+        {
+            size_t nSteps = 0;
+            Recover(FindRecoverable({m_Level}).at(0), nSteps);
+            Stroke();
+            m_Host.Undo();
+            m_Host.Undo(); // a step of the run before
+            Stroke();
+        }));
+    ExpectBack();
+
+    // Heights that come otherwise than by steps.
+    ASSERT_NO_FATAL_FAILURE(Crash(
+        [this]
+        {
+            Stroke();
+            ASSERT_TRUE(m_Document.Save());
+            m_Autosave->Tick(m_Now);
+            m_Host.Undo(); // to before the file
+            CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+            const float row[] = {1.5F, 2.5F, 3.5F};
+            pTerrain->SetRowHeights(7, 9, row, 3); // by nobody's event
+            m_Autosave->Tick(m_Now);
+        }));
+    ExpectBack();
+
+    ASSERT_NO_FATAL_FAILURE(Crash([this] { Stroke(); }));
+    Open();
+    TakeBrush(1, 0.3F);
+    m_Face.cursor.PointAtPosition(100.0F, 100.0F);
+    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, 1});
+    m_Host.EndDrag();
+    ASSERT_TRUE(m_Document.Save());
+    const uint32_t uSum = GetSum();
+    const std::vector<SRecoverable> entries = FindRecoverable({m_Level});
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].strFault,
+              m_Folder.Path("l.height") + " is not what it was when they were made");
+    CLogCatcher log;
+    size_t nSteps = 0;
+    EXPECT_FALSE(Recover(entries[0], nSteps));
+    EXPECT_EQ(log.TakeLines().size(), 1U);
+    EXPECT_EQ(GetSum(), uSum);
+}
+
+// The time that a copy takes to begin grows with the pages that it shares.
+TEST_F(CAutosaveTest, ACopySharesTheHeightsInHugePagesAndNoOtherLargeArray)
+{
+    constexpr uint32_t CELLS = 4096;
+    constexpr size_t KILOBYTES = size_t{CELLS} * CELLS * sizeof(float) / 1024;
+    ASSERT_NO_FATAL_FAILURE(CWalkFixture::Start());
+    ASSERT_TRUE(m_Host.NewLevel(CELLS, {WIDTH, 90.0F, WIDTH}));
+    TakeBrush(0, 0.01F);
+    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.EndDrag();
+    m_Host.GetEngine().GetCWorld().GetCTerrain()->GetNormals({0, 0, 1, 1});
+    std::ifstream maps("/proc/self/smaps");
+    int nShared = 0;
+    int nKept = 0;
+    size_t nSize = 0;
+    for (std::string strLine; std::getline(maps, strLine);)
+    {
+        if (strLine.starts_with("Size:"))
+        {
+            nSize = std::stoul(strLine.substr(sizeof("Size:")));
+        }
+        if (strLine.starts_with("VmFlags:") && nSize >= KILOBYTES && nSize < 2 * KILOBYTES)
+        {
+            const bool bKept = strLine.find(" dc") != std::string::npos;
+            const bool bHuge = strLine.find(" hg") != std::string::npos;
+            EXPECT_NE(bKept, bHuge) << strLine;
+            nKept += bKept ? 1 : 0;
+            nShared += bHuge ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(nShared, 1) << "the heights";
+    EXPECT_EQ(nKept, 3) << "two of the drag, and the normals";
 }
