@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QThread>
 
+#include <csignal>
 #include <functional>
 
 namespace
@@ -124,18 +125,19 @@ protected:
     CTempFolder m_Folder;
 };
 
-// The autosave of a level whose text is complete; empty while there is none.
-std::string FindCopy(const std::string& strFolder)
+// Whether a journal in the folder has a whole step.
+bool HasStep(const std::string& strFolder)
 {
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator(strFolder, error))
     {
-        if (entry.path().extension() == ".level")
+        if (entry.path().extension() == ".tellur" &&
+            ReadBytes(entry.path().string()).find("\n// step 1 ") != std::string::npos)
         {
-            return entry.path().string();
+            return true;
         }
     }
-    return {};
+    return false;
 }
 
 } // namespace
@@ -199,48 +201,52 @@ TEST_F(CProgram, APlayedScriptEndsAsInTheReplayAndLeavesAPicture)
     EXPECT_TRUE(ReadBytes(m_Folder.Path("played.height")) == strPlayed);
 }
 
-TEST_F(CProgram, AKilledEditorRecoversWhatTheAutosaveHad)
+TEST_F(CProgram, WhatASignalEndsIsGivenBackByTheNextStart)
 {
     const std::string strLevel = m_Folder.Path("levels/valley.level");
     const std::string strHeights = m_Folder.Path("levels/valley.height");
     ASSERT_NO_FATAL_FAILURE(MakeLevel(strLevel));
     const std::string strBefore = ReadBytes(strHeights);
     WriteBytes(m_Folder.Path("stroke.tellur"), std::string(SCRIPT) + STROKE);
-    WriteBytes(m_Folder.Path("config/tellur/editor.ini"), "[document]\nautosave_seconds=1\n");
-
-    QProcess editor;
-    const QStringList arguments = QStringList{"levels/valley.level"} + GetRoot();
-    ASSERT_NO_FATAL_FAILURE(Start(editor, arguments));
-    ASSERT_NO_FATAL_FAILURE(Enter("^valley.* - Tellur"));
-    Do({"key", "--delay", "200", "alt+f", "p"});
-    ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
-    Do({"type", QString::fromStdString(m_Folder.Path("stroke.tellur"))});
-    Do({"key", "Return"});
-    const std::string strCopies = m_Folder.Path("levels/.tellur-autosave");
-    ASSERT_TRUE(WaitFor([&] { return !FindCopy(strCopies).empty(); }, "an autosave"));
-    editor.kill();
-    ASSERT_TRUE(editor.waitForFinished(LIMIT_MS));
-    EXPECT_TRUE(ReadBytes(strHeights) == strBefore) << "the level's own file";
-
-    ASSERT_NO_FATAL_FAILURE(Start(editor, arguments));
-    ASSERT_NO_FATAL_FAILURE(Enter("^Recover"));
-    Do({"key", "Return"});
-    ASSERT_NO_FATAL_FAILURE(Enter("^valley.* - Tellur"));
-    Do({"key", "ctrl+s"});
-    ASSERT_TRUE(WaitFor([&] { return ReadBytes(strHeights) != strBefore; }, "it is saved"));
-    Do({"key", "ctrl+q"});
-    ASSERT_TRUE(editor.waitForFinished(LIMIT_MS));
-    EXPECT_EQ(editor.exitCode(), 0);
-    EXPECT_FALSE(std::filesystem::exists(strCopies));
-
     WriteBytes(m_Folder.Path("again.tellur"),
                std::string(SCRIPT) + "level( 32, [320, 100, 320] )\n" + STROKE +
                    "save( \"again.height\" )\n");
-    QProcess process;
-    process.setWorkingDirectory(QString::fromStdString(m_Folder.GetFolder()));
-    process.start(TELLUR_BIN_DIR "/tellur-replay", QStringList{"again.tellur"} + GetRoot());
-    ASSERT_TRUE(process.waitForFinished(LIMIT_MS));
-    EXPECT_TRUE(ReadBytes(m_Folder.Path("again.height")) == ReadBytes(strHeights));
+    const std::string strCopies = m_Folder.Path("levels/.tellur-autosave");
+    const QStringList arguments = QStringList{"levels/valley.level"} + GetRoot();
+    for (const int iSignal : {SIGKILL, SIGTERM, SIGHUP})
+    {
+        SCOPED_TRACE(iSignal);
+        WriteBytes(strHeights, strBefore);
+        QProcess editor;
+        ASSERT_NO_FATAL_FAILURE(Start(editor, arguments));
+        ASSERT_NO_FATAL_FAILURE(Enter("^valley.* - Tellur"));
+        Do({"key", "--delay", "200", "alt+f", "p"});
+        ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
+        Do({"type", QString::fromStdString(m_Folder.Path("stroke.tellur"))});
+        Do({"key", "Return"});
+        ASSERT_TRUE(WaitFor([&] { return HasStep(strCopies); }, "a step"));
+        ::kill(static_cast<pid_t>(editor.processId()), iSignal);
+        ASSERT_TRUE(editor.waitForFinished(LIMIT_MS)); // nobody has answered a question
+        EXPECT_EQ(editor.exitStatus(), QProcess::CrashExit);
+        EXPECT_EQ(editor.exitCode(), iSignal);
+        EXPECT_TRUE(ReadBytes(strHeights) == strBefore) << "the level's own file";
+
+        ASSERT_NO_FATAL_FAILURE(Start(editor, arguments));
+        ASSERT_NO_FATAL_FAILURE(Enter("^Recover"));
+        Do({"key", "Return"});
+        ASSERT_NO_FATAL_FAILURE(Enter("^valley.* - Tellur"));
+        Do({"key", "ctrl+s"});
+        ASSERT_TRUE(WaitFor([&] { return ReadBytes(strHeights) != strBefore; }, "it is saved"));
+        Do({"key", "ctrl+q"});
+        ASSERT_TRUE(editor.waitForFinished(LIMIT_MS));
+        EXPECT_EQ(editor.exitCode(), 0);
+        EXPECT_FALSE(std::filesystem::exists(strCopies));
+        QProcess process;
+        process.setWorkingDirectory(QString::fromStdString(m_Folder.GetFolder()));
+        process.start(TELLUR_BIN_DIR "/tellur-replay", QStringList{"again.tellur"} + GetRoot());
+        ASSERT_TRUE(process.waitForFinished(LIMIT_MS));
+        EXPECT_TRUE(ReadBytes(m_Folder.Path("again.height")) == ReadBytes(strHeights));
+    }
 }
 
 TEST_F(CProgram, LeavingAsksForThePaintingAndEndsBesideTheDrawDialog)
