@@ -89,8 +89,9 @@ public:
                                   const char* pszParent) = 0;
     virtual bool QueryEntityClass(const char* pszClassName) = 0;
     virtual void SetPluginViewState(int iState, uint32_t uActionHandle, uint32_t uReserved) = 0;
-    // uRequest 16: turns the height-map file name (pIn) into its full path (pOut). uRequest 17, no
-    // strings: reloads the environment.
+    // uRequest 16: turns the height-map file name (pIn) into its full path (pOut); an empty name
+    // into that of a file of the host's own, for a level that has none. uRequest 17, no strings:
+    // reloads the environment, which becomes one step of undo.
     virtual void GetEnvironmentFile(const char* pszClassName,
                                     uint32_t uActionHandle,
                                     uint32_t uRequest,

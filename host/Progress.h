@@ -27,6 +27,20 @@ TELLUR_API IProgressSink* SetProgressSink(IProgressSink* pSink);
 // hundred calls a job, not for one a vertex.
 TELLUR_API bool ReportProgress(const char* pszWhat, float fDone);
 
+// While one lives, all work goes on to its end whatever a sink answers: half of it
+// would be worse than none.
+class TELLUR_API CUncancellable
+{
+public:
+    CUncancellable();
+    ~CUncancellable();
+    CUncancellable(const CUncancellable&) = delete;
+    CUncancellable& operator=(const CUncancellable&) = delete;
+};
+
+// False while a CUncancellable lives: a sink should offer no way to stop the work then.
+TELLUR_API bool IsProgressCancellable();
+
 // The progress of one loop, reported about a hundred times in all and once more when it ends,
 // however it ends.
 class CProgressSteps

@@ -225,10 +225,7 @@ bool IPluginImpl::PlayResolution(const CTCPARSE_KEYWORD* pKeyword, std::string& 
     }
     if (pTerrain->GetCellsPerSide() != uCells)
     {
-        const IEnvironment* pEnvironment = m_pWorld->GetEnvironment();
-        const bool bUnsaved = pEnvironment == nullptr || *pEnvironment->GetHeightMapName() == '\0';
-        strWhy = bUnsaved ? "the level has no height-map file"
-                          : "the resolution did not change, the log says why";
+        strWhy = "the resolution did not change, the log says why";
         return false;
     }
     return true;

@@ -1,14 +1,13 @@
 #include "editor/app/CDocumentActions.h"
 
 #include "editor/app/CEditor.h"
-#include "editor/app/CImportDialog.h"
 #include "editor/app/CMessagesDock.h"
 #include "editor/app/CNewLevelDialog.h"
 #include "editor/app/CProgressWindow.h"
 #include "editor/app/FileChoice.h"
 #include "editor/app/ReplaceQuestion.h"
-#include "engine/elevation/ElevationFormat.h"
-#include "engine/terrain/CTerrain.h"
+#include "editor/core/FileBackup.h"
+#include "engine/terrain/HeightFile.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -18,27 +17,11 @@ namespace
 {
 
 constexpr char LEVEL_FILTER[] = "Levels (*.level *.height)";
-constexpr char HEIGHT_FILTER[] =
-    "Height maps (*.png *.tif *.tiff *.asc *.hgt *.npy *.r16 *.r32);;All files (*)";
-constexpr int SHOWN_LINES = 12;
 
 bool IsLevel(const std::string& strPath)
 {
     const QString strSuffix = QFileInfo(QString::fromStdString(strPath)).suffix().toLower();
     return strSuffix == "level" || strSuffix == "height";
-}
-
-QString JoinLines(const std::vector<std::string>& lines)
-{
-    QStringList shown;
-    for (const std::string& strLine : lines)
-    {
-        if (shown.size() < SHOWN_LINES)
-        {
-            shown << QString::fromStdString(strLine);
-        }
-    }
-    return shown.join('\n');
 }
 
 } // namespace
@@ -123,13 +106,13 @@ void CDocumentActions::Open()
 
 bool CDocumentActions::OpenFile(const std::string& strPath)
 {
-    if (!MayLeave())
-    {
-        return false;
-    }
     if (!IsLevel(strPath))
     {
         return ImportFile(strPath);
+    }
+    if (!MayLeave())
+    {
+        return false;
     }
     if (OfferRecoveryOf(strPath))
     {
@@ -137,13 +120,36 @@ bool CDocumentActions::OpenFile(const std::string& strPath)
             QFileInfo(QString::fromStdString(strPath)).absoluteFilePath().toStdString());
         return true;
     }
-    if (!Report(m_Editor.GetDocument().Open(strPath.c_str()), "The level cannot be opened."))
+    CLevelDocument& document = m_Editor.GetDocument();
+    const bool bOpen =
+        document.Open(strPath.c_str()) || (TakeBackup() && document.Open(strPath.c_str()));
+    if (!Report(bOpen, "The level cannot be opened."))
     {
         m_Editor.GetRecentFiles().Remove(strPath);
         return false;
     }
     OnOpened(strPath);
     return true;
+}
+
+bool CDocumentActions::TakeBackup()
+{
+    const std::string strHeights = m_Editor.GetDocument().GetMissingHeights();
+    const std::string strBackup = strHeights.empty() ? "" : FindHeightBackup(strHeights);
+    if (strBackup.empty())
+    {
+        return false;
+    }
+    QMessageBox box(QMessageBox::Question,
+                    "Open",
+                    QString("%1\nis missing. %2 has the heights from before its resolution was "
+                            "changed. Use them?")
+                        .arg(QString::fromStdString(strHeights),
+                             QFileInfo(QString::fromStdString(strBackup)).fileName()),
+                    QMessageBox::Yes | QMessageBox::No,
+                    &m_Window);
+    box.setTextFormat(Qt::PlainText);
+    return box.exec() == QMessageBox::Yes && PutBackFile(strBackup, strHeights);
 }
 
 void CDocumentActions::OnOpened(const std::string& strPath)
@@ -202,75 +208,6 @@ bool CDocumentActions::SaveAs()
                       : AskToReplace(&m_Window, document.FindReplaced(strPath.c_str(), true));
     }
     return eAnswer == EReplaceAnswer::Replace && FinishSave(document.SaveAs(strPath.c_str()));
-}
-
-void CDocumentActions::Import()
-{
-    const std::string strPath = AskForFile(false, "Import height map", HEIGHT_FILTER);
-    if (!strPath.empty())
-    {
-        ImportFile(strPath);
-    }
-}
-
-bool CDocumentActions::ImportFile(const std::string& strPath)
-{
-    const QString strName = QFileInfo(QString::fromStdString(strPath)).fileName();
-    const EElevationFormat eFormat = FindFormatByName(strPath.c_str());
-    const bool bRaw = eFormat == EElevationFormat::Raw16 || eFormat == EElevationFormat::Raw32;
-    CImportDialog dialog(&m_Window, strName, bRaw);
-    if (dialog.exec() != QDialog::Accepted)
-    {
-        return false;
-    }
-    std::vector<std::string> lines;
-    const bool bDone = m_Editor.GetDocument().Import(strPath.c_str(), dialog.GetOptions(), lines);
-    if (!Report(bDone, "The height map cannot be imported."))
-    {
-        return false;
-    }
-    m_OnLevel();
-    if (!lines.empty())
-    {
-        QMessageBox::information(&m_Window, "Imported " + strName, JoinLines(lines));
-    }
-    return true;
-}
-
-void CDocumentActions::Export()
-{
-    CLevelDocument& document = m_Editor.GetDocument();
-    const std::string strPath =
-        document.HasLevel() ? AskForFile(true, "Export height map", HEIGHT_FILTER) : "";
-    if (strPath.empty())
-    {
-        return;
-    }
-    SExportPlan plan;
-    if (!Report(document.PlanExport(strPath.c_str(), {}, plan), "The export cannot be made."))
-    {
-        return;
-    }
-    const auto eAnswer = QMessageBox::question(&m_Window,
-                                               "Export height map",
-                                               JoinLines(plan.lines),
-                                               QMessageBox::Save | QMessageBox::Cancel);
-    if (eAnswer == QMessageBox::Save)
-    {
-        Report(document.Export(strPath.c_str(), plan), "The export cannot be written.");
-    }
-}
-
-void CDocumentActions::ExportStl()
-{
-    CTerrain* pTerrain = m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain();
-    const std::string strPath =
-        pTerrain != nullptr ? AskForFile(true, "Export to STL", "STL files (*.stl)") : "";
-    if (pTerrain == nullptr || strPath.empty())
-    {
-        return;
-    }
-    Report(pTerrain->ExportToSTL(strPath.c_str(), nullptr), "The STL file was not written.");
 }
 
 void CDocumentActions::ChooseMaterial()

@@ -60,11 +60,17 @@ public:
     bool OfferRecovery();
 
 private:
+    static constexpr char HEIGHT_FILTER[] =
+        "Height maps (*.png *.tif *.tiff *.asc *.hgt *.npy *.r16 *.r32);;All files (*)";
+
     bool Offer(const SRecoverable& entry);
     bool OfferRecoveryOf(const std::string& strLevel);
     bool FinishSave(bool bDone);           // as Report, for both kinds of saving
     int AskToSave(const QString& strName); // QMessageBox::StandardButton
     bool ImportFile(const std::string& strPath);
+    // Offers the backup where the height map of the level that could not be opened is missing. True
+    // when it was put back.
+    bool TakeBackup();
     // Shows the fault with the last message, unless the person has cancelled the work.
     bool Report(bool bDone, const QString& strFault);
     std::string AskForFile(bool bSave, const QString& strTitle, const QString& strFilter);

@@ -1,5 +1,6 @@
 #include "editor/app/CEditor.h"
 
+#include "editor/core/UserFolders.h"
 #include "host/IPluginScript.h"
 
 #include <filesystem>
@@ -24,6 +25,7 @@ CEditor::CEditor(IHostFace& face, std::string strConfigFolder)
 {
     std::error_code error; // without the folder each file says why it cannot be written
     std::filesystem::create_directories(m_ConfigFolder, error);
+    m_Host.GetLevelHeights().SetScratchBase(GetUserStateFolder() + "/scratch");
     m_Host.GetSettings().SetFile(GetConfigFile(SETTINGS_FILE).c_str());
     m_Keys.Load(GetConfigFile(KEYS_FILE));
 }

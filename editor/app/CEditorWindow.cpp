@@ -224,11 +224,28 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
         }
         return;
     }
+    if (event.eKind == EHostEvent::TerrainReloaded)
+    {
+        FrameOtherSize();
+    }
     if (m_pViews != nullptr)
     {
         m_pViews->RequestFrames();
     }
     ShowState();
+}
+
+// A terrain of another extent may lie where no view looks; one of another resolution does not.
+void CEditorWindow::FrameOtherSize()
+{
+    const CTerrain* pTerrain = GetHost().GetEngine().GetCWorld().GetCTerrain();
+    const SVec3 size = pTerrain != nullptr ? pTerrain->GetSize() : SVec3();
+    const bool bOther = size.x != m_ShownSize.x || size.z != m_ShownSize.z;
+    m_ShownSize = size;
+    if (bOther && m_pViews != nullptr)
+    {
+        m_pViews->FrameAll();
+    }
 }
 
 void CEditorWindow::ShowState()
@@ -305,7 +322,8 @@ void CEditorWindow::OnLevel()
     if (m_pViews != nullptr && m_ShownLevel != document.GetGeneration())
     {
         m_ShownLevel = document.GetGeneration();
-        m_pViews->FrameAll();
+        m_ShownSize = {};
+        FrameOtherSize();
     }
     if (m_pViews != nullptr)
     {

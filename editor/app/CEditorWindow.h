@@ -104,6 +104,7 @@ private:
     SViewEvents MakeViewEvents();
 
     void OnLevel(); // another level, or another look of it
+    void FrameOtherSize();
     void Refresh();
     void FollowCursor(ViewId view);
     void RunCommand(uint32_t uCommand); // of a plug-in
@@ -141,6 +142,7 @@ private:
     std::function<void()> m_OnClosed;
     std::string m_Dropped;     // the file
     uint64_t m_ShownLevel = 0; // generation of the document that the views have framed
+    SVec3 m_ShownSize;         // of its terrain
     QTimer m_StateTimer;
     QString m_ViewFault;
     std::string m_BitmapName; // of the texture that the views drape

@@ -17,9 +17,10 @@ constexpr int MOST_SAMPLES = 65536;
 
 } // namespace
 
-CImportDialog::CImportDialog(QWidget* pParent, const QString& strFile, bool bRaw)
+CImportDialog::CImportDialog(QWidget* pParent, const QString& strFile, bool bRaw, bool bLevel)
     : QDialog(pParent)
     , m_pVertices(new QComboBox(this))
+    , m_pTarget(new QComboBox(this))
 {
     setWindowTitle("Import " + strFile);
     auto* pForm = new QFormLayout(this);
@@ -44,6 +45,13 @@ CImportDialog::CImportDialog(QWidget* pParent, const QString& strFile, bool bRaw
         m_pOrder->addItem("big", static_cast<int>(EByteOrder::Big));
         pForm->addRow("Byte order", m_pOrder);
     }
+    m_pTarget->setObjectName("import-target");
+    m_pTarget->addItem("a new level", static_cast<int>(EImportAs::NewLevel));
+    if (bLevel)
+    {
+        m_pTarget->addItem("a step of this level", static_cast<int>(EImportAs::ThisLevel));
+    }
+    pForm->addRow("Becomes", m_pTarget);
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(pButtons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -86,4 +94,9 @@ SImportOptions CImportDialog::GetOptions() const
         options.eByteOrder = static_cast<EByteOrder>(m_pOrder->currentData().toInt());
     }
     return options;
+}
+
+EImportAs CImportDialog::GetTarget() const
+{
+    return static_cast<EImportAs>(m_pTarget->currentData().toInt());
 }

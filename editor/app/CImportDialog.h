@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/core/CLevelDocument.h"
 #include "engine/elevation/SImportOptions.h"
 
 #include <QDialog>
@@ -14,16 +15,19 @@ class QSpinBox;
 class CImportDialog : public QDialog
 {
 public:
-    // bRaw: the file says nothing about itself, so its measures are asked, too.
-    CImportDialog(QWidget* pParent, const QString& strFile, bool bRaw);
+    // bRaw: the file says nothing about itself, so its measures are asked, too. bLevel: a level is
+    // open that may take the heights.
+    CImportDialog(QWidget* pParent, const QString& strFile, bool bRaw, bool bLevel);
 
     SImportOptions GetOptions() const;
+    EImportAs GetTarget() const;
 
 private:
     QDoubleSpinBox* AddNumber(QFormLayout& form, const char* pszLabel, const char* pszFromFile);
     QSpinBox* AddCount(QFormLayout& form, const char* pszLabel);
 
     QComboBox* m_pVertices; // all the dialog's
+    QComboBox* m_pTarget;
     QDoubleSpinBox* m_pWidth;
     QDoubleSpinBox* m_pHighest;
     QDoubleSpinBox* m_pWhite;

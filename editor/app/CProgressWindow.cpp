@@ -1,5 +1,7 @@
 #include "editor/app/CProgressWindow.h"
 
+#include "host/Progress.h"
+
 #include <QCoreApplication>
 #include <QProgressDialog>
 
@@ -44,8 +46,13 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
         m_pDialog->setWindowModality(Qt::ApplicationModal);
         m_pDialog->setMinimumDuration(0);
     }
+    const bool bCancellable = IsProgressCancellable();
+    if (!bCancellable)
+    {
+        m_pDialog->setCancelButton(nullptr);
+    }
     m_pDialog->setValue(static_cast<int>(fDone * STEPS)); // lets the window answer
-    const bool bGoOn = !m_pDialog->wasCanceled();
+    const bool bGoOn = !bCancellable || !m_pDialog->wasCanceled();
     if (!bGoOn)
     {
         m_bCancelled = true;

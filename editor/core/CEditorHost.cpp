@@ -4,12 +4,13 @@
 #include "engine/terrain/CTerrain.h"
 #include "framework/core/CToolBar.h"
 #include "framework/core/IFrontEnd.h"
-#include "host/FileSystem.h"
 #include "host/IPlugin.h"
 #include "host/Log.h"
 #include "host/Reflection.h"
 
 #include <cstring>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace
@@ -17,7 +18,6 @@ namespace
 
 constexpr char ENVIRONMENT_CLASS[] = "Environment";
 constexpr char REGISTRY_ROOT[] = "\\Software\\Tellur";
-constexpr int32_t NOTIFY_LEVEL_CHANGED = 5;
 constexpr size_t BYTES_OF_A_VERTEX = 16; // in an undo record
 constexpr uint32_t REQUEST_FULL_PATH = 16;
 constexpr uint32_t REQUEST_RELOAD = 17;
@@ -28,12 +28,19 @@ std::string GetText(const char* pszText)
     return pszText != nullptr ? pszText : "";
 }
 
+std::string GetTemporaryFolder()
+{
+    std::error_code error;
+    return std::filesystem::temp_directory_path(error).string();
+}
+
 } // namespace
 
 CEditorHost::CEditorHost(IHostFace& face)
     : m_Face(face)
     , m_FrontEndBefore(SetFrontEnd(face.GetFrontEnd()))
     , m_ProgressBefore(SetProgressSink(this))
+    , m_LevelHeights(m_Engine.GetCWorld(), m_Undo, *this, GetTemporaryFolder())
 {
     m_Modes.SetDragEnd([this] { EndDrag(); });
     m_Undo.SetListener(this);
@@ -79,7 +86,8 @@ void CEditorHost::PrepareLevelChange()
 bool CEditorHost::FinishLevelChange()
 {
     m_Undo.Clear(); // the records belong to the terrain that is gone
-    NotifyPlugins(NOTIFY_LEVEL_CHANGED);
+    m_LevelHeights.SetSaved();
+    NotifyLevelChanged();
     Tell({.eKind = EHostEvent::LevelChanged});
     return true;
 }
@@ -184,8 +192,11 @@ void CEditorHost::OnTerrainChanged()
 void CEditorHost::RefreshAfterReload()
 {
     ++m_Counters.nReloads;
-    NotifyPlugins(NOTIFY_LEVEL_CHANGED);
-    Tell({.eKind = EHostEvent::TerrainReloaded});
+    NotifyLevelChanged();
+    if (!m_bReplaced)
+    {
+        Tell({.eKind = EHostEvent::TerrainReloaded}); // the file may have other heights all the same
+    }
 }
 
 void CEditorHost::RegisterSetting(const char* pszName,
@@ -309,10 +320,11 @@ void CEditorHost::GetEnvironmentFile(const char* pszClassName,
     }
     if (uRequest == REQUEST_FULL_PATH && pIn != nullptr && pOut != nullptr)
     {
-        *pOut = pIn->empty() ? std::string() : fs::root_path(pIn->c_str());
+        *pOut = m_LevelHeights.GetFile(*pIn);
     }
     else if (uRequest == REQUEST_RELOAD)
     {
+        m_bReplaced = false;
         m_Engine.GetWorld()->ReloadTerrain();
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/core/CChangeCount.h"
+#include "editor/core/CLevelHeights.h"
 #include "editor/core/CModeManager.h"
 #include "editor/core/CPluginRegistry.h"
 #include "editor/core/CSettings.h"
@@ -40,7 +41,10 @@ enum EMouseFlag : uint32_t
 // The host: the one implementation of EditorHost that the editor and the script player share. Owns
 // the engine with its world, the modes, the undo stack, the settings and all that the plug-in hands
 // over; asks its face for what needs a person. Owned by the program. UI thread.
-class CEditorHost : public EditorHost, public IProgressSink, private IUndoListener
+class CEditorHost : public EditorHost,
+                    public IProgressSink,
+                    private IUndoListener,
+                    private ITerrainKeeper
 {
 public:
     explicit CEditorHost(IHostFace& face); // borrowed, outlives the host
@@ -54,6 +58,9 @@ public:
     bool OpenLevel(const char* pszPath);
     // A level with these heights, which must be valid ones (see CTerrain), and no file.
     void TakeLevel(SHeightField&& field);
+
+    // The open level's heights as a whole, and what its file holds of them.
+    CLevelHeights& GetLevelHeights() { return m_LevelHeights; }
 
     // Input, sent the way of the boundary: to every plug-in that is listed for input, which gives
     // it to the mode manager. x, y: view pixels; dx, dy: pixels since the last event. A drag
@@ -194,6 +201,7 @@ private:
     void PrepareLevelChange();
     bool FinishLevelChange(); // true
     void NotifyPlugins(int32_t iCode);
+    void NotifyLevelChanged();
     // Tells the observers before and after. Events may happen inside one another.
     template <typename TSend>
     void SendEvent(const char* pszOperation, const SHostEvent& event, TSend send);
@@ -209,6 +217,12 @@ private:
     void OnBeforeStep(bool bRedo) override;
     void OnStep(bool bRedo) override;
 
+    // ITerrainKeeper
+    bool IsTerrainHeld() const override { return IsDragging(); }
+
+    void OnBeforeReplacement(bool bByPlugin) override;
+    void OnReplaced(bool bNewStep) override;
+
     IHostFace& m_Face;
     IFrontEnd* m_FrontEndBefore = nullptr;
     IProgressSink* m_ProgressBefore = nullptr;
@@ -216,6 +230,8 @@ private:
     CPaintLayer m_PaintLayer{m_Engine.GetCWorld()};
     CModeManager m_Modes;
     CUndoStack m_Undo;
+    CLevelHeights m_LevelHeights;
+    bool m_bReplaced = false; // since the environment was last told to reload
     CSettings m_Settings;
     CPluginRegistry m_Registry;
     SHostCounters m_Counters;

@@ -4,6 +4,7 @@
 #include "editor/core/SLevelText.h"
 #include "engine/elevation/HeightImport.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/terrain/HeightFile.h"
 #include "host/Log.h"
 #include "host/Progress.h"
 
@@ -41,6 +42,12 @@ SSampleView GetSamples(const CTerrain& terrain)
     return {terrain.GetHeightData(), terrain.GetVerticesX(), terrain.GetVerticesZ()};
 }
 
+bool IsSame(const SLevelSizes& a, const SLevelSizes& b)
+{
+    return a.uCellsX == b.uCellsX && a.uCellsZ == b.uCellsZ && a.size.x == b.size.x &&
+           a.size.y == b.size.y && a.size.z == b.size.z;
+}
+
 // False, with one logged line, when there is no memory for it or the user cancels.
 bool MakeFlat(uint32_t uVertices, const SVec3& size, float fHeight, SHeightField& field)
 {
@@ -70,15 +77,14 @@ CLevelDocument::CLevelDocument(CEditorHost& host)
     : m_Host(host)
 {
     m_Host.AddObserver(this);
+    // The plug-in has written it, and nobody else.
+    m_Host.GetLevelHeights().SetFileListener([this] { m_Files.NoteHeights(GetHeightPath()); });
     SetSaved();
 }
 
 CLevelDocument::~CLevelDocument()
 {
-    if (CTerrain* pTerrain = GetTerrain())
-    {
-        pTerrain->SetSaveListener(nullptr);
-    }
+    m_Host.GetLevelHeights().SetFileListener(nullptr);
     m_Host.RemoveObserver(this);
 }
 
@@ -128,6 +134,7 @@ bool CLevelDocument::Open(const char* pszPath)
     SLevelText text;
     CLevelFiles files;
     text.strHeightMap = strPath;
+    m_MissingHeights.clear();
     if (!strPath.ends_with(HEIGHT_EXTENSION))
     {
         const ETCParseStatus eStatus = files.ReadText(strPath, text);
@@ -145,6 +152,7 @@ bool CLevelDocument::Open(const char* pszPath)
     files.NoteHeights(GetFullPath(text.strHeightMap.c_str()));
     if (!OpenHeights(text.strHeightMap.c_str()))
     {
+        m_MissingHeights = FindHeightBackup(text.strHeightMap).empty() ? "" : text.strHeightMap;
         return false;
     }
     SetSource(text, std::move(files), true);
@@ -203,8 +211,11 @@ bool CLevelDocument::WriteTo(const std::string& strPath, const std::string& strH
     SLevelText text = GetText();
     text.strPath = strPath;
     text.strHeightMap = strHeightPath;
+    CLevelHeights& heights = m_Host.GetLevelHeights();
+    const std::optional<uint64_t> fileState = heights.GetFileState();
     if (!m_Files.Write(*pTerrain, text))
     {
+        heights.SetFileState(fileState); // heights that were written may not have taken their place
         return false;
     }
     m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(strHeightPath);
@@ -213,11 +224,21 @@ bool CLevelDocument::WriteTo(const std::string& strPath, const std::string& strH
     return true;
 }
 
+SLevelSizes CLevelDocument::GetSizes() const
+{
+    const CTerrain* pTerrain = GetTerrain();
+    return pTerrain == nullptr ? SLevelSizes()
+                               : SLevelSizes{pTerrain->GetCellsPerSide(),
+                                             pTerrain->GetCellsPerSideZ(),
+                                             pTerrain->GetSizeVector()};
+}
+
 void CLevelDocument::SetSaved()
 {
     ++m_Savings;
     m_FlatHeight.reset();
-    m_SavedStateId = m_Host.GetUndoStack().GetStateId();
+    m_Host.GetLevelHeights().SetSaved();
+    m_SavedSizes = GetSizes();
     m_KnownRevision = GetRevision();
     m_bChanged = false;
 }
@@ -231,23 +252,11 @@ void CLevelDocument::SetSource(const SLevelText& text, CLevelFiles&& files, bool
     ++m_Generation;
     SetSaved();
     m_bChanged = !bSaved;
-    if (CTerrain* pTerrain = GetTerrain())
-    {
-        pTerrain->SetSaveListener([this](const char* pszPath) { OnHeightsSaved(pszPath); });
-    }
-}
-
-void CLevelDocument::OnHeightsSaved(const char* pszPath)
-{
-    const std::string strHeightPath = GetHeightPath();
-    if (!strHeightPath.empty() && GetFullPath(pszPath) == strHeightPath)
-    {
-        m_Files.NoteHeights(strHeightPath); // the plug-in has written them, and nobody else
-    }
 }
 
 bool CLevelDocument::Import(const char* pszPath,
                             const SImportOptions& options,
+                            EImportAs eAs,
                             std::vector<std::string>& lines)
 {
     SHeightField field;
@@ -257,13 +266,16 @@ bool CLevelDocument::Import(const char* pszPath,
         return false;
     }
     lines = report.lines;
-    const std::string strHeightPath = GetHeightPath();
+    if (eAs == EImportAs::ThisLevel && HasLevel())
+    {
+        const std::string strName = std::filesystem::path(pszPath).filename().string();
+        m_Host.GetLevelHeights().Replace(std::move(field), "Import " + strName);
+        return true;
+    }
     m_bOpening = true;
     m_Host.TakeLevel(std::move(field));
     m_bOpening = false;
-    m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(strHeightPath);
-    SetSaved();
-    m_bChanged = true;
+    SetSource({}, {}, false);
     return true;
 }
 
@@ -308,8 +320,10 @@ std::string CLevelDocument::GetHeightPath() const
 
 bool CLevelDocument::IsModified() const
 {
-    const bool bSteps = m_Host.GetUndoStack().GetStateId() != m_SavedStateId;
-    return HasLevel() && (m_bChanged || bSteps || GetRevision() != m_KnownRevision);
+    const uint64_t uState = m_Host.GetUndoStack().GetStateId();
+    return HasLevel() && (m_bChanged || GetRevision() != m_KnownRevision ||
+                            m_Host.GetLevelHeights().GetFileState() != uState ||
+                          (!m_Path.empty() && !IsSame(GetSizes(), m_SavedSizes)));
 }
 
 void CLevelDocument::SetBitmap(const std::string& strPath)
@@ -367,9 +381,6 @@ void CLevelDocument::OnEvent(const SHostEvent& event)
     case EHostEvent::Command:
         NoteChange(); // what came with a record was known before
         return;
-    case EHostEvent::TerrainReloaded:
-        m_bChanged = true; // the level file names other cells
-        break;
     case EHostEvent::LevelChanged:
         if (!m_bOpening)
         {

@@ -13,6 +13,20 @@ class CEditorHost;
 class CTerrain;
 struct SLevelText;
 
+enum class EImportAs
+{
+    NewLevel,
+    ThisLevel,
+};
+
+// What the level file says of the heights.
+struct SLevelSizes
+{
+    uint32_t uCellsX = 0;
+    uint32_t uCellsZ = 0;
+    SVec3 size = {};
+};
+
 // The open level as a document: where its file is, what the file says beside the heights, and
 // whether anything of it is not saved. A level is a text file that names its height map, its
 // terrain-type bitmap and its material. Owned by the program; opens and saves through the host that
@@ -31,6 +45,10 @@ public:
     bool New(uint32_t uCells, const SVec3& size, float fHeight = 0.0F);
     // A level file, or a ".height" file, which becomes a level without a file of its own.
     bool Open(const char* pszPath);
+
+    // The height map that the last Open did not find, while a backup of it is there; else empty.
+    const std::string& GetMissingHeights() const { return m_MissingHeights; }
+
     // Heights and level file, so that what is there at any moment opens. What another program knows
     // in the file stays. Only with a path. Nobody is asked; see FindReplaced.
     bool Save();
@@ -51,10 +69,13 @@ public:
     // The same of a level that was made and never saved.
     bool NewRecovered(const SLevelText& text, float fHeight);
 
-    // Replaces the heights by those of a height map of another format; the undo stack is emptied.
-    // lines: what was assumed and what may disappoint, for the user.
-    bool
-    Import(const char* pszPath, const SImportOptions& options, std::vector<std::string>& lines);
+    // A level without a file from a height map of another format, which counts as modified; or, for
+    // ThisLevel and where one is open, other heights for it, as one step of its undo stack. lines:
+    // what was assumed and what may disappoint, for the user.
+    bool Import(const char* pszPath,
+                const SImportOptions& options,
+                EImportAs eAs,
+                std::vector<std::string>& lines);
     // In two steps, so that the plan's lines can be shown before anything is written.
     bool PlanExport(const char* pszPath, const SExportOptions& options, SExportPlan& plan);
     bool Export(const char* pszPath, const SExportPlan& plan);
@@ -68,8 +89,8 @@ public:
     std::string GetHeightPath() const;
     // Where the level lies, for dialogs; empty when it has no file.
     std::string GetFolder() const;
-    // Heights or settings differ from what was saved. A level that was undone back to the step it
-    // was saved at does not.
+    // Heights or settings differ from what the level's files hold. A level that was undone back to
+    // the step it was saved at does not, unless its height map was written anew since.
     bool IsModified() const;
 
     bool HasLevel() const { return GetTerrain() != nullptr; }
@@ -103,20 +124,21 @@ private:
     bool OpenHeights(const char* pszPath);
     std::string GetSavedHeightPath() const;
     bool WriteTo(const std::string& strPath, const std::string& strHeightPath);
+    SLevelSizes GetSizes() const;
     void SetSaved();
     void NoteChange(); // of heights that undo does not know
     void SetSource(const SLevelText& text, CLevelFiles&& files, bool bSaved);
-    void OnHeightsSaved(const char* pszPath);
 
     CEditorHost& m_Host;
     CLevelFiles m_Files;
     std::string m_Path;
+    std::string m_MissingHeights;
     std::string m_Bitmap;
     std::string m_Material;
     uint64_t m_Generation = 0;
     uint64_t m_Savings = 0;
     std::optional<float> m_FlatHeight;
-    uint64_t m_SavedStateId = 0;  // of the undo stack
+    SLevelSizes m_SavedSizes;     // as the level file names them
     uint64_t m_KnownRevision = 0; // of the heights, after the last change that undo knows
     bool m_bOpening = false;      // this opens a level, and knows what it is
     bool m_bChanged = false;      // since it was saved, in a way that undo does not take back

@@ -1,5 +1,6 @@
 #include "editor/core/CUndoStack.h"
 
+#include "editor/core/IPreparedStep.h"
 #include "host/CUndo.h"
 #include "host/Log.h"
 
@@ -11,6 +12,12 @@ namespace
 {
 
 constexpr size_t FIRST_CAPACITY = 64;
+
+bool IsReady(CUndo& undo)
+{
+    auto* pStep = dynamic_cast<IPreparedStep*>(&undo);
+    return pStep == nullptr || pStep->Prepare();
+}
 
 } // namespace
 
@@ -79,10 +86,15 @@ bool CUndoStack::Undo()
     }
     while (m_Position > 0)
     {
-        --m_Position;
-        if (!m_Records[m_Position].pUndo->IsTransient())
+        CUndo& undo = *m_Records[m_Position - 1].pUndo;
+        if (!IsReady(undo))
         {
-            m_Records[m_Position].pUndo->Undo();
+            return false;
+        }
+        --m_Position;
+        if (!undo.IsTransient())
+        {
+            undo.Undo();
             Tell(false);
             return true;
         }
@@ -99,9 +111,14 @@ bool CUndoStack::Redo()
     }
     while (m_Position < m_Records.size())
     {
-        if (!m_Records[m_Position].pUndo->IsTransient())
+        CUndo& undo = *m_Records[m_Position].pUndo;
+        if (!IsReady(undo))
         {
-            m_Records[m_Position].pUndo->Redo();
+            return false;
+        }
+        if (!undo.IsTransient())
+        {
+            undo.Redo();
             ++m_Position;
             Tell(true);
             return true;

@@ -40,7 +40,8 @@ public:
 
     size_t GetLimit() const { return m_Limit; }
 
-    // One step back or forth. False when there is nothing to do.
+    // One step back or forth. False when there is nothing to do, or the record cannot do it (see
+    // IPreparedStep).
     bool Undo();
     bool Redo();
     // Steps back or forth until nPosition records are done: 0 undoes everything. False, and nothing

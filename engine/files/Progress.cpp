@@ -6,6 +6,7 @@ namespace
 {
 
 IProgressSink* g_Sink = nullptr;
+int g_Uncancellable = 0; // objects alive
 
 } // namespace
 
@@ -16,5 +17,21 @@ IProgressSink* SetProgressSink(IProgressSink* pSink)
 
 bool ReportProgress(const char* pszWhat, float fDone)
 {
-    return g_Sink == nullptr || g_Sink->OnProgress(pszWhat, fDone);
+    const bool bGoOn = g_Sink == nullptr || g_Sink->OnProgress(pszWhat, fDone);
+    return bGoOn || !IsProgressCancellable();
+}
+
+CUncancellable::CUncancellable()
+{
+    ++g_Uncancellable;
+}
+
+CUncancellable::~CUncancellable()
+{
+    --g_Uncancellable;
+}
+
+bool IsProgressCancellable()
+{
+    return g_Uncancellable == 0;
 }

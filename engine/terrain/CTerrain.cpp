@@ -144,20 +144,19 @@ bool CTerrain::SaveHeightMap(const char* pszPath,
                              uint32_t uSizeZ)
 {
     const bool bOwn = pHeights == nullptr && uSizeX == 0 && uSizeZ == 0;
-    const bool bWritten =
+    if (m_Listener != nullptr)
+    {
+        m_Listener->OnBeforeSave(pszPath, bOwn);
+    }
+    const bool bDone =
         bOwn ? WriteHeightFile(
                    pszPath, GetHeightData(), m_Field.uSizeX, m_Field.uSizeZ, m_Field.size)
              : WriteHeightFile(pszPath, pHeights, uSizeX, uSizeZ, m_Field.size);
-    if (bWritten && m_SaveListener)
+    if (m_Listener != nullptr)
     {
-        m_SaveListener(pszPath);
+        m_Listener->OnSaved(pszPath, bOwn, bDone);
     }
-    return bWritten;
-}
-
-void CTerrain::SetSaveListener(std::function<void(const char*)> listener)
-{
-    m_SaveListener = std::move(listener);
+    return bDone;
 }
 
 void CTerrain::GetHeightMap(float* pDest, uint32_t uVerticesPerSide) const
@@ -241,12 +240,24 @@ void CTerrain::ForgetTexture(const ITexture* pTexture)
     }
 }
 
-void CTerrain::ReplaceField(SHeightField&& field)
+SHeightField CTerrain::ReplaceField(SHeightField&& field)
 {
-    m_Field = std::move(field);
+    SHeightField before = std::exchange(m_Field, std::move(field));
+    // The overlay lies over the whole terrain: its scale goes with the width.
+    m_OverlayTransform.m[2] *= std::fabs(before.size.x / m_Field.size.x);
     m_Normals.Reset();
     m_Dirty.Reset({0, 0, m_Field.uSizeX, m_Field.uSizeZ});
     m_Projected = {};
+    return before;
+}
+
+bool CTerrain::IsSameField(const SHeightField& field) const
+{
+    const SVec3& size = m_Field.size;
+    return field.uSizeX == m_Field.uSizeX && field.uSizeZ == m_Field.uSizeZ &&
+           field.size.x == size.x && field.size.y == size.y && field.size.z == size.z &&
+           std::memcmp(field.pHeights.get(), GetHeightData(), field.GetCount() * sizeof(float)) ==
+               0;
 }
 
 float CTerrain::GetHeightAt(float fX, float fZ) const

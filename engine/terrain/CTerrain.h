@@ -3,11 +3,11 @@
 #include "engine/terrain/CDirtyRegions.h"
 #include "engine/terrain/CHeightPyramid.h"
 #include "engine/terrain/CNormalField.h"
+#include "engine/terrain/ITerrainListener.h"
 #include "engine/terrain/SHeightField.h"
 #include "host/Export.h"
 #include "host/Terrain.h"
 
-#include <functional>
 #include <string>
 
 // A texture laid over a box of the terrain for one frame.
@@ -47,9 +47,6 @@ public:
     uint32_t GetCellsPerSide() const override;
     uint32_t GetCellsPerSideZ() const override;
 
-    // Is told the path of every height map that SaveHeightMap has written; null: nobody is.
-    void SetSaveListener(std::function<void(const char*)> listener);
-
     // A new frame starts: the projected texture is gone.
     void BeginFrame();
 
@@ -57,8 +54,14 @@ public:
     void ForgetTexture(const ITexture* pTexture);
 
     // Other heights, sizes or size vector in the same terrain; the field as for the constructor.
-    // What modes have set up, and pointers to the terrain that undo records keep, stay good.
-    void ReplaceField(SHeightField&& field);
+    // What modes have set up, and pointers to the terrain that undo records keep, stay good. Gives
+    // the heights of before.
+    SHeightField ReplaceField(SHeightField&& field);
+
+    // Whether these are the heights and sizes, bit for bit.
+    bool IsSameField(const SHeightField& field) const;
+
+    void SetListener(ITerrainListener* pListener) { m_Listener = pListener; } // borrowed; or null
 
     // Heights beside one another in a row, from a column on; all inside the terrain, finite.
     void SetRowHeights(uint32_t uColumn, uint32_t uRow, const float* pHeights, uint32_t nCount);
@@ -120,6 +123,7 @@ private:
     void OnHeightsChanged(const SVertexRect& rect);
 
     SHeightField m_Field;
+    ITerrainListener* m_Listener = nullptr;
     CNormalField m_Normals;
     CDirtyRegions m_Dirty;
     mutable CHeightPyramid m_Pyramid; // made when first asked for
@@ -127,6 +131,5 @@ private:
     SProjectedTexture m_Projected;
     SMatrix4 m_OverlayTransform;
     std::string m_EditMaterial;
-    std::function<void(const char*)> m_SaveListener;
     uint32_t m_EditOverlay = 0;
 };

@@ -32,6 +32,7 @@ static_assert(sizeof(SHeader) == 32);
 constexpr size_t BLOCK_HEIGHTS = size_t{1} << 18;
 
 constexpr char CANCELLED[] = "cancelled";
+constexpr char BACKUP_SUFFIX[] = ".bak";
 
 uint32_t AddToChecksum(uint32_t uChecksum, const void* pBytes, size_t nBytes)
 {
@@ -64,6 +65,21 @@ bool Refuse(const char* pszOperation, const char* pszPath, const char* pszFault)
 bool RefuseFile(const char* pszOperation, const fs::file& file)
 {
     CrashLog("[%s] %s\n", pszOperation, file.last_error().get_error_text());
+    return false;
+}
+
+// A file that cannot be opened, with its backup where it has one.
+bool RefuseMissing(const char* pszOperation, const char* pszPath, const fs::file& file)
+{
+    const std::string strBackup = FindHeightBackup(pszPath);
+    if (strBackup.empty())
+    {
+        return RefuseFile(pszOperation, file);
+    }
+    CrashLog("[%s] %s; %s holds the heights from before a change of resolution\n",
+             pszOperation,
+             file.last_error().get_error_text(),
+             strBackup.c_str());
     return false;
 }
 
@@ -142,6 +158,13 @@ bool ReadHeights(fs::file& file, const char* pszPath, uint32_t uChecksum, SHeigh
 
 } // namespace
 
+std::string FindHeightBackup(const std::string& strPath)
+{
+    const std::string strBackup = strPath + BACKUP_SUFFIX;
+    const bool bOffer = !fs::exists(strPath.c_str()) && fs::exists(strBackup.c_str());
+    return bOffer ? strBackup : "";
+}
+
 bool ReadHeightFile(const char* pszPath, SHeightField& field)
 {
     constexpr const char* OPERATION = "ReadHeightFile";
@@ -152,7 +175,7 @@ bool ReadHeightFile(const char* pszPath, SHeightField& field)
     }
     if (!file.open(pszPath, fs::mode_read))
     {
-        return RefuseFile(OPERATION, file);
+        return RefuseMissing(OPERATION, pszPath, file);
     }
     SHeader header;
     const bool bShort = file.read(&header, sizeof(header)) != sizeof(header);

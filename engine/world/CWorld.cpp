@@ -2,19 +2,10 @@
 
 #include "engine/terrain/HeightFile.h"
 #include "host/Log.h"
+#include "host/Progress.h"
 
 #include <algorithm>
 #include <cmath>
-
-namespace
-{
-
-bool IsSame(const SVec3& a, const SVec3& b)
-{
-    return a.x == b.x && a.y == b.y && a.z == b.z;
-}
-
-} // namespace
 
 CWorld::CWorld() = default;
 CWorld::~CWorld() = default;
@@ -110,27 +101,27 @@ Terrain* CWorld::GetTerrain()
 
 void CWorld::ReloadTerrain()
 {
-    const std::string strName = m_Environment != nullptr ? m_Environment->GetHeightMapName() : "";
+    const std::string strName = m_Environment != nullptr ? m_Environment->GetReloadName() : "";
     if (strName.empty())
     {
         CrashLog("[CWorld::ReloadTerrain] the level names no height map\n");
         return;
     }
+    if (m_Listener != nullptr)
+    {
+        m_Listener->OnBeforeReload();
+    }
+    const CUncancellable whole; // the file and the level would differ
     SHeightField field;
-    if (!ReadHeightFile(strName.c_str(), field))
+    if (!ReadHeightFile(strName.c_str(), field) || m_Terrain->IsSameField(field))
     {
         return;
     }
-    const bool bFits = field.uSizeX == m_Terrain->GetVerticesX() &&
-                       field.uSizeZ == m_Terrain->GetVerticesZ() &&
-                       IsSame(field.size, m_Terrain->GetSizeVector());
-    if (bFits)
+    SHeightField before = m_Terrain->ReplaceField(std::move(field));
+    if (m_Listener != nullptr)
     {
-        m_Terrain->SetHeights(
-            field.pHeights.get(), field.GetCount(), {{0.0F, 0.0F, 0.0F}, m_Terrain->GetSize()});
-        return;
+        m_Listener->OnReloaded(std::move(before));
     }
-    ReplaceTerrain(std::move(field));
 }
 
 bool CWorld::CreateTerrain(uint32_t uCellsX, uint32_t uCellsZ, const SVec3& size)
@@ -173,6 +164,15 @@ void CWorld::TakeTerrain(SHeightField&& field)
     m_Environment->SetHeightMapName("");
 }
 
+void CWorld::SetTerrainListener(ITerrainListener* pListener)
+{
+    m_Listener = pListener;
+    if (m_Terrain != nullptr)
+    {
+        m_Terrain->SetListener(pListener);
+    }
+}
+
 void CWorld::CloseTerrain()
 {
     m_Environment.reset();
@@ -209,5 +209,6 @@ void CWorld::ReplaceTerrain(SHeightField&& field)
         return;
     }
     m_Terrain = std::make_unique<CTerrain>(std::move(field));
+    m_Terrain->SetListener(m_Listener);
     m_Environment->SetTerrain(m_Terrain.get());
 }

@@ -32,7 +32,7 @@ public:
     IEnvironment* GetEnvironment() override;
     Terrain* GetTerrain() override;
     // The terrain object stays the same one, also when the file has other sizes. A fault is one
-    // logged line and keeps the heights.
+    // logged line and keeps the heights. Cannot be cancelled.
     void ReloadTerrain() override;
 
     // A new level: uCellsX x uCellsZ cells (1 to 16384 each), all heights 0, no height-map name.
@@ -45,6 +45,9 @@ public:
 
     // A level with these heights, valid as for CTerrain, and no height-map name.
     void TakeTerrain(SHeightField&& field);
+
+    // Told of this world's terrain, whichever it is. Borrowed; null: nobody.
+    void SetTerrainListener(ITerrainListener* pListener);
 
     void CloseTerrain(); // no level after this
 
@@ -79,6 +82,7 @@ private:
 
     void ReplaceTerrain(SHeightField&& field);
 
+    ITerrainListener* m_Listener = nullptr;
     std::unique_ptr<CTerrain> m_Terrain;
     std::unique_ptr<CEnvironment> m_Environment;
     CCameraList m_Cameras;

@@ -1,4 +1,5 @@
 #include "editor/core/CUndoStack.h"
+#include "editor/core/IPreparedStep.h"
 #include "host/CUndo.h"
 
 #include <gtest/gtest.h>
@@ -141,4 +142,33 @@ TEST(CUndoStack, TheOldestRecordsGoWhereTheLimitIsReached)
     EXPECT_EQ(stack.GetRedoCount(), 1U);
     stack.Clear();
     EXPECT_EQ(stack.GetGivenUpCount(), 0U);
+}
+
+TEST(CUndoStack, ARecordThatCannotTakeItsStepStaysWhereItIs)
+{
+    class CStubborn : public CRecord, public IPreparedStep
+    {
+    public:
+        using CRecord::CRecord;
+
+        bool Prepare() override { return bReady; }
+
+        bool bReady = false;
+    };
+
+    std::string strEvents;
+    CUndoStack stack;
+    stack.Add(new CRecord(strEvents, "1"));
+    auto* pStep = new CStubborn(strEvents, "2");
+    stack.Add(pStep);
+    const uint64_t uState = stack.GetStateId();
+    EXPECT_FALSE(stack.Undo());
+    EXPECT_TRUE(stack.GoTo(0));
+    EXPECT_EQ(stack.GetStateId(), uState) << "what lies below was made on other heights";
+    pStep->bReady = true;
+    EXPECT_TRUE(stack.Undo());
+    pStep->bReady = false;
+    EXPECT_FALSE(stack.Redo());
+    EXPECT_EQ(stack.GetRedoCount(), 1U);
+    EXPECT_EQ(strEvents, "u2 ");
 }

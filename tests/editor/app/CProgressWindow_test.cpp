@@ -1,4 +1,5 @@
 #include "editor/app/CProgressWindow.h"
+#include "host/Progress.h"
 
 #include <QApplication>
 #include <QProgressDialog>
@@ -45,6 +46,18 @@ TEST_F(CProgressWindowTest, ShowsWorkUntilItEndsAndLetsItBeCancelled)
     GetDialog()->findChild<QPushButton*>()->click();
     EXPECT_FALSE(progress.Report(&m_Parent, "Writing heights", 0.75F));
     QApplication::processEvents(); // nobody asked in time
+    EXPECT_FALSE(progress.TakeCancelled());
+}
+
+TEST_F(CProgressWindowTest, WorkThatMustNotBeStoppedOffersNoButton)
+{
+    CProgressWindow progress(0);
+    const CUncancellable whole;
+    ASSERT_TRUE(progress.Report(&m_Parent, "Writing heights", 0.5F));
+    EXPECT_EQ(GetDialog()->findChild<QPushButton*>(), nullptr);
+    GetDialog()->close();
+    EXPECT_TRUE(progress.Report(&m_Parent, "Writing heights", 0.75F));
+    EXPECT_TRUE(progress.Report(&m_Parent, "Writing heights", 1.0F));
     EXPECT_FALSE(progress.TakeCancelled());
 }
 

@@ -1,5 +1,6 @@
 // Levels as files: what the menus, keys and dialogs of the window do to them.
 
+#include "editor/app/CImportDialog.h"
 #include "editor/app/CNewLevelDialog.h"
 #include "editor/app/CSettingsDialog.h"
 #include "engine/terrain/CTerrain.h"
@@ -124,6 +125,36 @@ protected:
         ChooseFile([this] { Key("ctrl+shift+s"); }, strPath);
         EXPECT_TRUE(std::filesystem::exists(strPath));
         return strPath;
+    }
+
+    // Opens a file and answers what comes: the import dialog with that target, questions with that
+    // button, anything else with its own. Gives the texts of the boxes.
+    QStringList OpenAnd(const std::string& strPath,
+                        QMessageBox::StandardButton eButton,
+                        EImportAs eAs = EImportAs::NewLevel)
+    {
+        QStringList texts;
+        QTimer timer;
+        timer.callOnTimeout(
+            [&]
+            {
+                if (auto* pImport = dynamic_cast<CImportDialog*>(QApplication::activeModalWidget()))
+                {
+                    auto* pTarget = pImport->findChild<QComboBox*>("import-target");
+                    pTarget->setCurrentIndex(pTarget->findData(static_cast<int>(eAs)));
+                    pImport->accept();
+                }
+                if (auto* pBox = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget()))
+                {
+                    texts << pBox->text();
+                    QAbstractButton* pButton = pBox->button(eButton);
+                    (pButton != nullptr ? pButton : pBox->buttons().front())->click();
+                }
+            });
+        timer.start(20);
+        m_Window->OpenFile(strPath);
+        Settle();
+        return texts;
     }
 
     void Drop(const std::string& strPath)
@@ -354,6 +385,60 @@ TEST_F(CDocuments, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereTheyWereTol
     EXPECT_NE(ChooseFileAnd(browse, strInstalled, "Yes"), "");
     EXPECT_EQ(strResult, strInstalled) << "a relative path would be written below the user root";
     qputenv("HOME", home);
+}
+
+TEST_F(CDocuments, AnImportAsksFirstAndNeverTakesTheNameOfTheLevelBefore)
+{
+    const QString strQuestion = "Save the changes of valley.level?";
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strLevel = SaveLevel();
+    const std::string strHeights = ReadBytes(m_Folder.Path("levels/valley.height"));
+    CLevelDocument& document = m_Editor->GetDocument();
+    const std::string strPng = m_Folder.Path("hill.png");
+    SExportPlan plan;
+    ASSERT_TRUE(document.PlanExport(strPng.c_str(), {}, plan));
+    ASSERT_TRUE(document.Export(strPng.c_str(), plan));
+    ASSERT_NO_FATAL_FAILURE(Sculpt());
+    const std::vector<float> sculpted = GetHeights();
+    EXPECT_EQ(OpenAnd(strPng, QMessageBox::Cancel), QStringList{strQuestion});
+    EXPECT_TRUE(GetHeights() == sculpted);
+    EXPECT_EQ(document.GetPath(), strLevel);
+
+    // A step of this level takes nothing away.
+    EXPECT_FALSE(OpenAnd(strPng, QMessageBox::Cancel, EImportAs::ThisLevel).contains(strQuestion));
+    EXPECT_FALSE(GetHeights() == sculpted);
+    EXPECT_EQ(document.GetPath(), strLevel);
+    Key("ctrl+z");
+    EXPECT_TRUE(GetHeights() == sculpted);
+
+    EXPECT_TRUE(OpenAnd(strPng, QMessageBox::Discard).contains(strQuestion));
+    EXPECT_FALSE(GetHeights() == sculpted);
+    EXPECT_TRUE(m_Window->windowTitle().startsWith("Untitled"));
+    EXPECT_TRUE(m_Window->isWindowModified());
+    Answer<QFileDialog>([this] { Key("ctrl+s"); }, [](QFileDialog& dialog) { dialog.reject(); });
+    EXPECT_TRUE(ReadBytes(m_Folder.Path("levels/valley.height")) == strHeights);
+}
+
+TEST_F(CDocuments, ALevelWhoseHeightsAreMissingOffersTheirBackup)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strLevel = SaveLevel();
+    const std::string strHeights = m_Folder.Path("levels/valley.height");
+    const std::vector<float> saved = GetHeights();
+    const std::string strBytes = ReadBytes(strHeights);
+    std::filesystem::rename(strHeights, strHeights + ".bak");
+    ASSERT_TRUE(m_Editor->GetDocument().New(64, {64.0F, 10.0F, 64.0F}, 1.0F));
+    QStringList texts = OpenAnd(strLevel, QMessageBox::No);
+    ASSERT_EQ(texts.size(), 2);
+    EXPECT_TRUE(texts[0].contains("valley.height.bak")) << texts[0].toStdString();
+    EXPECT_EQ(texts[1], "The level cannot be opened.");
+    EXPECT_EQ(GetTerrain()->GetVerticesX(), 65U);
+    EXPECT_FALSE(std::filesystem::exists(strHeights));
+
+    EXPECT_EQ(OpenAnd(strLevel, QMessageBox::Yes).size(), 1);
+    EXPECT_TRUE(GetHeights() == saved);
+    EXPECT_TRUE(ReadBytes(strHeights) == strBytes);
+    EXPECT_TRUE(ReadBytes(strHeights + ".bak") == strBytes);
 }
 
 TEST_F(CDocuments, RecordingByTheMenuGivesAScriptThatEndsInTheSameFile)

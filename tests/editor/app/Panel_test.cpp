@@ -305,30 +305,49 @@ TEST_F(CPanel, TheWheelScrollsThePanelAndLeavesTheBrush)
         << "the form is never cut off at the side";
 }
 
-TEST_F(CPanel, AResolutionChosenInTheListIsTheTerrains)
+// Also for a level that was never saved.
+TEST_F(CPanel, AResolutionChosenInTheListIsTheTerrainsAndAStepOfTheHistory)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
-    ASSERT_TRUE(m_Editor->GetDocument().SaveAs(m_Folder.Path("hill.level").c_str()));
     ASSERT_NO_FATAL_FAILURE(OpenPanel());
     auto& list = Item<QComboBox>(2138);
-    EXPECT_EQ(list.currentText(), "33x33");
-    list.setFocus();
-    Answer<QMessageBox>([this] { Key("Down"); },
-                        [this](QMessageBox& box)
-                        {
-                            EXPECT_EQ(box.text(),
-                                      "Are You sure You want to change terrain resolution from "
-                                      "33x33 to 65x65?");
-                            Key("alt+y");
-                        });
-    EXPECT_EQ(GetTerrain()->GetVerticesX(), 65U);
-    EXPECT_EQ(list.currentText(), "65x65");
-    EXPECT_TRUE(m_Editor->GetDocument().FindReplaced().empty()) << "nobody else has written it";
-    EXPECT_TRUE(std::filesystem::exists(m_Folder.Path("hill.height.bak")) ||
-                std::filesystem::exists(m_Folder.Path("hill.bak")));
-    Answer<QMessageBox>([this] { Key("Down"); }, [this](QMessageBox&) { Key("Escape"); });
-    EXPECT_EQ(GetTerrain()->GetVerticesX(), 65U);
-    EXPECT_EQ(list.currentText(), "65x65");
+    CLevelDocument& document = m_Editor->GetDocument();
+    for (const bool bSaved : {true, false})
+    {
+        SCOPED_TRACE(bSaved);
+        ASSERT_TRUE(document.New(32, {320.0F, 100.0F, 320.0F}, 20.0F));
+        ASSERT_TRUE(!bSaved || document.SaveAs(m_Folder.Path("hill.level").c_str()));
+        EXPECT_EQ(list.currentText(), "33x33");
+        list.setFocus();
+        Answer<QMessageBox>([this] { Key("Down"); },
+                            [this](QMessageBox& box)
+                            {
+                                EXPECT_EQ(box.text(),
+                                          "Are You sure You want to change terrain resolution from "
+                                          "33x33 to 65x65?");
+                                Key("alt+y");
+                            });
+        const auto expectVertices = [&](uint32_t uVertices)
+        {
+            EXPECT_EQ(GetTerrain()->GetVerticesX(), uVertices);
+            EXPECT_EQ(list.currentText(), QString("%1x%1").arg(uVertices));
+        };
+        expectVertices(65);
+        EXPECT_TRUE(!bSaved || document.FindReplaced().empty()) << "nobody else has written it";
+        EXPECT_EQ(std::filesystem::exists(m_Folder.Path("hill.height.bak")), bSaved);
+        Answer<QMessageBox>([this] { Key("Down"); }, [this](QMessageBox&) { Key("Escape"); });
+        expectVertices(65);
+        EXPECT_TRUE(m_Window->isWindowModified());
+        Trigger("edit.undo");
+        Settle();
+        expectVertices(33);
+        EXPECT_EQ(m_Window->isWindowModified(), bSaved) << "the file has the new size";
+        Trigger("edit.redo");
+        Settle();
+        expectVertices(65);
+        EXPECT_TRUE(m_Window->windowTitle().startsWith(bSaved ? "hill.level" : "Untitled"));
+        std::filesystem::remove(m_Folder.Path("hill.height.bak"));
+    }
 }
 
 TEST_F(CPanel, AHeightPickedByTheStrokeIsShownWhileItRuns)

@@ -274,7 +274,7 @@ TEST_F(COutOfMemory, WhatReplacesTheTerrainReplacesItWholeOrNot)
     options.fDepth = 320.0F;
     std::vector<std::string> lines;
     const std::function<void()> works[] = {
-        [&] { m_Document.Import(m_Folder.Path("in.png").c_str(), options, lines); },
+        [&] { m_Document.Import(m_Folder.Path("in.png").c_str(), options, EImportAs::ThisLevel, lines); },
         [&] { m_Document.Open(m_Folder.Path("l.level").c_str()); },
     };
     for (const auto& work : works)

@@ -228,6 +228,16 @@ TEST(CTerrain, NormalsWaitingToBeMadeAreDroppedWithTheFieldTheyBelongTo)
     EXPECT_NEAR(terrain.GetNormal(0, 1).x, -1.0F / std::sqrt(2.0F), 5e-5F);
 }
 
+TEST(CTerrain, AnOverlayStillCoversATerrainOfAnotherWidth)
+{
+    CTerrain terrain(MakeField(5, 5, {-400, 10, 100}));
+    SMatrix4 transform;
+    transform.m[2] = 1.0F / 400.0F;
+    terrain.SetEditOverlayTransform(transform);
+    terrain.ReplaceField(MakeField(3, 3, {100, 10, 100}));
+    EXPECT_FLOAT_EQ(terrain.GetEditOverlayTransform().m[2], 1.0F / 100.0F);
+}
+
 TEST(CTerrain, UpdateNormalsSaysWhetherAnythingWasStaleAlsoWhileNobodyReadsThem)
 {
     CTerrain terrain(MakeField(5, 5, {4, 4, 4}));

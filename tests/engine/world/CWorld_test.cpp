@@ -118,7 +118,11 @@ TEST_F(CWorldTest, ReloadTakesTheFileAgainAndReplacesTheTerrainForOtherSizes)
     WriteBytes(strPath, "spoiled");
     EXPECT_EQ(m_Log.GetText(), "");
     m_World.ReloadTerrain();
-    EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+    std::filesystem::remove(strPath);
+    m_World.ReloadTerrain();
+    EXPECT_EQ(m_Log.TakeLines().size(), 2U);
+    EXPECT_EQ(m_World.GetTerrain(), pSame) << "it stays where the file is damaged or missing";
+    EXPECT_EQ(m_World.GetEnvironment()->GetTerrain(), pSame);
     EXPECT_EQ(m_World.GetTerrainHeight(0, 0), 11.0F);
 }
 

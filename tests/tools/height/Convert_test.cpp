@@ -152,6 +152,14 @@ TEST_F(ConvertTest, AFaultIsOneLineAndLeavesTheOldFile)
     EXPECT_FALSE(Convert(m_Options));
     EXPECT_EQ(m_Log.TakeLines().size(), 1U);
     EXPECT_EQ(ReadBytes(m_Options.strOutput), "old");
+    const std::string strLost = m_Folder.Path("lost.height");
+    WriteBytes(strLost + ".bak", "kept");
+    m_Options.inputs = {strLost};
+    EXPECT_FALSE(Convert(m_Options));
+    EXPECT_EQ(m_Log.TakeLines(),
+              std::vector<std::string>{
+                  "[ReadHeightFile] " + strLost + ": No such file or directory; " + strLost +
+                  ".bak holds the heights from before a change of resolution"});
     m_Options.inputs = {m_Folder.Path("in.npy")};
     m_Options.strOutput = m_Folder.Path("folder.height");
     std::filesystem::create_directory(m_Options.strOutput);

@@ -61,7 +61,6 @@ TEST(ReplayFailures, AKeywordThatFailsEndsTheRunWithOneLineAndCodeOne)
         {"resolution( 64 )", "resolution( 64 ): must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385 (keyword 1)"},
         {"resolution( 17 )", "resolution( 17 ): must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385 (keyword 1)"},
         {"resolution( 32769 )", "resolution( 32769 ): must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385 (keyword 1)"},
-        {"level( 8, [ 80, 9, 80 ] ) resolution( 33 )", "resolution( 33 ): the level has no height-map file (keyword 2)"},
         {"level( 50, [ 80, 9, 80 ] ) save( \"a.height\" ) open( \"a.height\" ) resolution( 65 )", "resolution( 65 ): the resolution did not change, the log says why (keyword 4)"},
         {"save( \"two\nlines\" )", "save( \"two?lines\" ): there is no terrain (keyword 1)"},
     };

@@ -144,3 +144,54 @@ TEST(ReplayResults, PathsCountFromTheScriptAndThenFromTheRoot)
     EXPECT_EQ(pPicture->GetHeight(), 9U);
     EXPECT_FALSE(std::filesystem::exists(runner.Path("deep/log.txt")));
 }
+
+// Two strokes at 65 vertices, one at 33, one at 65 again: each state is saved on its way, and the
+// history comes back to the very same file at every step, whether the level has one itself or not.
+TEST(ReplayResults, AChangeOfResolutionIsAStepThatComesBackBitForBit)
+{
+    constexpr int STATES = 7;
+    const std::string steps[] = {"press( 100, 100 ) move( 100, 100, 0 ) release( 120, 90 )\n",
+                                 "press( 333, 555 ) move( 333, 555, 0 ) release( 300, 500 )\n",
+                                 "resolution( 33 )\n",
+                                 "press( 400, 90 ) move( 400, 90, 0 ) release( 400, 90 )\n",
+                                 "resolution( 65 )\n",
+                                 "press( 222, 222 ) move( 222, 222, 0 ) release( 222, 222 )\n"};
+    for (const char* pszStart : {"", "save( \"level.height\" ) open( \"level.height\" )\n"})
+    {
+        SCOPED_TRACE(pszStart);
+        const CReplayRunner runner;
+        std::string strBody = "level( 64, [ 640, 100, 640 ] )\n" + std::string(pszStart) +
+                              "brush() { bitmap() { path( \"white.png\" ) } extent( 77 )\n"
+                              "  function( \"RelativeHeightFunction\" )\n"
+                              "  { attrib( \"m_Height\", \"17.3\" ) } }\n"
+                              "mode( \"terraforming\" )\nsave( \"0.height\" )\n";
+        int iState = 0;
+        for (const std::string& strStep : steps)
+        {
+            strBody += strStep + "save( \"" + std::to_string(++iState) + ".height\" )\n";
+        }
+        for (iState = STATES - 2; iState >= 0; --iState)
+        {
+            strBody += "undo() save( \"undo" + std::to_string(iState) + ".height\" )\n";
+        }
+        strBody += "expect_undo( 0 )\n";
+        for (iState = 1; iState < STATES; ++iState)
+        {
+            strBody += "redo() save( \"redo" + std::to_string(iState) + ".height\" )\n";
+        }
+        const SRunResult result = runner.Play(strBody + "expect_undo( 6 )\n");
+        ASSERT_EQ(result.iExitCode, 0) << result.strErr;
+        const auto read = [&](const std::string& strName)
+        {
+            return ReadBytes(runner.Path((strName + ".height").c_str()));
+        };
+        for (iState = 0; iState < STATES; ++iState)
+        {
+            SCOPED_TRACE(iState);
+            const std::string strState = std::to_string(iState);
+            EXPECT_TRUE(iState == STATES - 1 || read("undo" + strState) == read(strState));
+            EXPECT_TRUE(iState == 0 || read("redo" + strState) == read(strState));
+            EXPECT_TRUE(iState == 0 || read(strState) != read(std::to_string(iState - 1)));
+        }
+    }
+}

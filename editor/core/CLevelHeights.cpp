@@ -1,0 +1,199 @@
+#include "editor/core/CLevelHeights.h"
+
+#include "editor/core/CTerrainStep.h"
+#include "editor/core/CUndoStack.h"
+#include "editor/core/FileBackup.h"
+#include "engine/terrain/HeightFile.h"
+#include "engine/world/CWorld.h"
+#include "host/FileSystem.h"
+#include "host/Log.h"
+
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <new>
+#include <system_error>
+#include <utility>
+
+namespace
+{
+
+constexpr char SPARE_NAME[] = "/level.height";
+constexpr char BACKUP_SUFFIX[] = ".bak";
+
+bool IsFile(const std::string& strPath, dev_t device, ino_t file)
+{
+    struct stat info = {};
+    return ::stat(strPath.c_str(), &info) == 0 && info.st_dev == device && info.st_ino == file;
+}
+
+} // namespace
+
+CLevelHeights::CLevelHeights(CWorld& world,
+                             CUndoStack& stack,
+                             ITerrainKeeper& keeper,
+                             const std::string& strScratch)
+    : m_World(world)
+    , m_Stack(stack)
+    , m_Keeper(keeper)
+    , m_Scratch(std::make_unique<CScratchFolder>(strScratch))
+{
+    m_World.SetTerrainListener(this);
+}
+
+CLevelHeights::~CLevelHeights()
+{
+    m_World.SetTerrainListener(nullptr);
+}
+
+void CLevelHeights::SetScratchBase(const std::string& strBase)
+{
+    m_Scratch = std::make_unique<CScratchFolder>(strBase);
+}
+
+std::string CLevelHeights::GetSpareFile() const
+{
+    return m_Scratch->GetPath() + SPARE_NAME;
+}
+
+std::string CLevelHeights::GetFile(const std::string& strName)
+{
+    m_Asked = strName.empty() ? GetSpareFile() : fs::root_path(strName.c_str());
+    if (strName.empty())
+    {
+        m_World.GetCEnvironment()->SetSpareName(m_Asked);
+    }
+    struct stat info = {};
+    const bool bThere = ::stat(m_Asked.c_str(), &info) == 0;
+    m_AskedDevice = bThere ? info.st_dev : 0;
+    m_AskedFile = bThere ? info.st_ino : 0;
+    return m_Asked;
+}
+
+void CLevelHeights::Replace(SHeightField&& field, const std::string& strText)
+{
+    m_Keeper.OnBeforeReplacement(false);
+    const bool bAdded = AddStep(m_World.GetCTerrain()->ReplaceField(std::move(field)), strText.c_str());
+    m_Keeper.OnReplaced(bAdded);
+}
+
+// False when there is no memory for it; the terrain of before is then back.
+bool CLevelHeights::AddStep(SHeightField&& before, const char* pszText)
+{
+    try
+    {
+        std::string strText = pszText;
+        auto pStep = std::make_unique<CTerrainStep>(*this);
+        pStep->Hold(std::move(before));
+        const size_t nBytes = pStep->GetMemory();
+        return m_Stack.Add(pStep.release(), std::move(strText), nBytes);
+    }
+    catch (const std::bad_alloc&)
+    {
+        m_World.GetCTerrain()->ReplaceField(std::move(before));
+        CrashLog("[CLevelHeights] not enough memory to undo what replaces the terrain; it stays\n");
+        return false;
+    }
+}
+
+void CLevelHeights::SetSaved()
+{
+    m_FileState = m_Stack.GetStateId();
+    std::error_code error; // there mostly is none
+    std::filesystem::remove(GetSpareFile(), error);
+    std::filesystem::remove(GetSpareFile() + BACKUP_SUFFIX, error);
+}
+
+bool CLevelHeights::CanExchange() const
+{
+    if (m_Keeper.IsTerrainHeld())
+    {
+        CrashLog("[CLevelHeights] the terrain cannot be exchanged while a button is held\n");
+        return false;
+    }
+    return true;
+}
+
+SHeightField CLevelHeights::Exchange(SHeightField&& field)
+{
+    m_Keeper.OnBeforeReplacement(false);
+    return m_World.GetCTerrain()->ReplaceField(std::move(field));
+}
+
+bool CLevelHeights::IsLevelFile(const char* pszPath) const
+{
+    const CEnvironment* pEnvironment = m_World.GetCEnvironment();
+    const std::string strName = pEnvironment != nullptr ? pEnvironment->GetHeightMapName() : "";
+    return pszPath != nullptr && !strName.empty() &&
+           fs::root_path(pszPath) == fs::root_path(strName.c_str());
+}
+
+void CLevelHeights::OnBeforeSave(const char* pszPath, bool bOwn)
+{
+    const std::string strPath = pszPath != nullptr ? pszPath : "";
+    if (bOwn || strPath.empty() || strPath != m_Asked)
+    {
+        return;
+    }
+    m_Whole.emplace();
+    if (strPath == GetSpareFile())
+    {
+        m_Scratch->Make();
+    }
+    // Only the backup that was made a moment ago; an older one has other heights.
+    const std::string strBackup = FindHeightBackup(strPath);
+    if (!strBackup.empty() && m_AskedFile != 0 && IsFile(strBackup, m_AskedDevice, m_AskedFile))
+    {
+        m_bPutBack = PutBackFile(strBackup, strPath);
+    }
+}
+
+void CLevelHeights::OnSaved(const char* pszPath, bool bOwn, bool bDone)
+{
+    m_Whole.reset();
+    const bool bOther = std::exchange(m_bPutBack, false) || bDone;
+    if (!IsLevelFile(pszPath))
+    {
+        return;
+    }
+    if (bOwn && bDone)
+    {
+        m_FileState = m_Stack.GetStateId();
+    }
+    else if (bDone || !fs::exists(pszPath))
+    {
+        m_FileState.reset();
+    }
+    if (bOther && m_OnFile)
+    {
+        m_OnFile();
+    }
+}
+
+void CLevelHeights::OnBeforeReload()
+{
+    m_Keeper.OnBeforeReplacement(true);
+}
+
+void CLevelHeights::OnReloaded(SHeightField&& before)
+{
+    const CTerrain& terrain = *m_World.GetCTerrain();
+    const bool bResized =
+        before.uSizeX != terrain.GetVerticesX() || before.uSizeZ != terrain.GetVerticesZ();
+    char szText[64] = "Reload";
+    if (bResized)
+    {
+        std::snprintf(szText,
+                      sizeof(szText),
+                      "Resolution %u x %u",
+                      terrain.GetVerticesX(),
+                      terrain.GetVerticesZ());
+    }
+    const bool bAdded = AddStep(std::move(before), szText);
+    if (bAdded && *m_World.GetCEnvironment()->GetHeightMapName() != '\0')
+    {
+        m_FileState = m_Stack.GetStateId();
+    }
+    m_Keeper.OnReplaced(bAdded);
+}

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "editor/core/CScratchFolder.h"
+#include "engine/terrain/ITerrainListener.h"
+#include "host/Progress.h"
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+class CUndoStack;
+class CWorld;
+
+// What a CLevelHeights asks of the host that owns it.
+class ITerrainKeeper
+{
+public:
+    virtual ~ITerrainKeeper() = default;
+
+    virtual bool IsTerrainHeld() const = 0; // by a drag that has not ended
+    // The terrain is about to be replaced. bByPlugin: from within a call of the plug-in.
+    virtual void OnBeforeReplacement(bool bByPlugin) = 0;
+    // It was. bNewStep: the undo stack has a new record of it; else a record took its step.
+    virtual void OnReplaced(bool bNewStep) = 0;
+};
+
+// The heights of the open level as a whole: each command that replaces them is one step of the undo
+// stack, and what the level's height-map file holds is known. A plug-in writes that file itself
+// when it changes the resolution, old name first; the file's content is put back under its name
+// before the new one is written, so that whatever stops the writing leaves a level that opens.
+// Owned by the host. UI thread.
+class CLevelHeights : public ITerrainListener
+{
+public:
+    // Borrowed, outlive it. strScratch: base of the folder for what is only for this run.
+    CLevelHeights(CWorld& world,
+                  CUndoStack& stack,
+                  ITerrainKeeper& keeper,
+                  const std::string& strScratch);
+    ~CLevelHeights() override;
+    CLevelHeights(const CLevelHeights&) = delete;
+    CLevelHeights& operator=(const CLevelHeights&) = delete;
+
+    // Another base; before anything was kept there.
+    void SetScratchBase(const std::string& strBase);
+
+    // Full path of the height map that the level names. A level without a file has one in the
+    // scratch folder, where a plug-in may write it; it is not the level's and goes with it.
+    std::string GetFile(const std::string& strName);
+
+    // Valid heights for the open level (see CTerrain), as one step of the undo stack. strText: what
+    // made them, for a list of steps.
+    void Replace(SHeightField&& field, const std::string& strText);
+
+    // The level is another one, or its file was written or read by the program itself: the file
+    // holds the present state of the undo stack.
+    void SetSaved();
+
+    // The state of the undo stack whose heights the level's file holds; none: of no state.
+    std::optional<uint64_t> GetFileState() const { return m_FileState; }
+
+    void SetFileState(std::optional<uint64_t> state) { m_FileState = state; }
+
+    // Called when the level's file is another one because of this program; null: nobody is.
+    void SetFileListener(std::function<void()> onFile) { m_OnFile = std::move(onFile); }
+
+    // For CTerrainStep.
+    CScratchFolder& GetScratch() { return *m_Scratch; }
+
+    bool CanExchange() const; // false after one logged line
+    SHeightField Exchange(SHeightField&& field);
+
+    void TellExchanged() { m_Keeper.OnReplaced(false); }
+
+    // ITerrainListener
+    void OnBeforeSave(const char* pszPath, bool bOwn) override;
+    void OnSaved(const char* pszPath, bool bOwn, bool bDone) override;
+    void OnBeforeReload() override;
+    void OnReloaded(SHeightField&& before) override;
+
+private:
+    bool IsLevelFile(const char* pszPath) const;
+    std::string GetSpareFile() const;
+    bool AddStep(SHeightField&& before, const char* pszText);
+
+    CWorld& m_World;
+    CUndoStack& m_Stack;
+    ITerrainKeeper& m_Keeper;
+    std::unique_ptr<CScratchFolder> m_Scratch;
+    std::optional<uint64_t> m_FileState;   // none: no state of the stack
+    std::optional<CUncancellable> m_Whole; // while a plug-in writes the level's file
+    std::function<void()> m_OnFile;
+    bool m_bPutBack = false; // the backup's content was
+    std::string m_Asked;     // the path that was last given to a plug-in
+    dev_t m_AskedDevice = 0; // and the file that lay there
+    ino_t m_AskedFile = 0;   // 0: none
+};

@@ -1,0 +1,29 @@
+#include "editor/core/CTerrainStep.h"
+
+#include "editor/core/CLevelHeights.h"
+
+#include <utility>
+
+CTerrainStep::CTerrainStep(CLevelHeights& heights)
+    : m_Heights(heights)
+{
+}
+
+void CTerrainStep::Hold(SHeightField&& before)
+{
+    m_Other.Put(std::move(before), m_Heights.GetScratch());
+}
+
+bool CTerrainStep::Prepare()
+{
+    return m_Ready.pHeights != nullptr || (m_Heights.CanExchange() && m_Other.Take(m_Ready));
+}
+
+void CTerrainStep::Exchange()
+{
+    if (Prepare())
+    {
+        m_Other.Put(m_Heights.Exchange(std::move(m_Ready)), m_Heights.GetScratch());
+        m_Heights.TellExchanged();
+    }
+}
