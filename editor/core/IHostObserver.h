@@ -15,7 +15,9 @@ enum class EHostEvent : uint32_t
     Redo,
     UndoAdded,       // a record came; inside the event that made it
     LevelChanged,    // another terrain; the undo stack is empty
-    TerrainReloaded, // the heights came anew from the level's file; the undo stack is as it was
+    TerrainReloaded, // the same level has another terrain: the file was read again, an import, or
+                     // undo or redo of one of these, in the middle of that event. Also when the
+                     // plug-in has a reload shown that brought nothing
     DragDropped,     // for want of memory: heights as before the press, no record
 };
 

@@ -266,15 +266,17 @@ TEST_F(COutOfMemory, WhatReplacesTheTerrainReplacesItWholeOrNot)
     Prepare("RelativeHeightFunction");
     Save();
     SExportPlan plan;
-    ASSERT_TRUE(m_Document.PlanExport(m_Folder.Path("in.png").c_str(), {}, plan));
-    ASSERT_TRUE(m_Document.Export(m_Folder.Path("in.png").c_str(), plan));
+    const std::string strPng = m_Folder.Path("in.png");
+    ASSERT_TRUE(m_Document.PlanExport(strPng.c_str(), {}, plan));
+    ASSERT_TRUE(m_Document.Export(strPng.c_str(), plan));
     SImportOptions options;
     options.fMaxHeight = 100.0F;
     options.fWidth = 320.0F;
     options.fDepth = 320.0F;
     std::vector<std::string> lines;
     const std::function<void()> works[] = {
-        [&] { m_Document.Import(m_Folder.Path("in.png").c_str(), options, EImportAs::ThisLevel, lines); },
+        [&] { m_Document.Import(strPng.c_str(), options, EImportAs::NewLevel, lines); },
+        [&] { m_Document.Import(strPng.c_str(), options, EImportAs::ThisLevel, lines); },
         [&] { m_Document.Open(m_Folder.Path("l.level").c_str()); },
     };
     for (const auto& work : works)
