@@ -195,7 +195,8 @@ void CEditorHost::RefreshAfterReload()
     NotifyLevelChanged();
     if (!m_bReplaced)
     {
-        Tell({.eKind = EHostEvent::TerrainReloaded}); // the file may have other heights all the same
+        Tell(
+            {.eKind = EHostEvent::TerrainReloaded}); // the file may have other heights all the same
     }
 }
 

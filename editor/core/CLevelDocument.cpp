@@ -322,7 +322,7 @@ bool CLevelDocument::IsModified() const
 {
     const uint64_t uState = m_Host.GetUndoStack().GetStateId();
     return HasLevel() && (m_bChanged || GetRevision() != m_KnownRevision ||
-                            m_Host.GetLevelHeights().GetFileState() != uState ||
+                          m_Host.GetLevelHeights().GetFileState() != uState ||
                           (!m_Path.empty() && !IsSame(GetSizes(), m_SavedSizes)));
 }
 

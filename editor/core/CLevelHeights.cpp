@@ -74,7 +74,8 @@ std::string CLevelHeights::GetFile(const std::string& strName)
 void CLevelHeights::Replace(SHeightField&& field, const std::string& strText)
 {
     m_Keeper.OnBeforeReplacement(false);
-    const bool bAdded = AddStep(m_World.GetCTerrain()->ReplaceField(std::move(field)), strText.c_str());
+    const bool bAdded =
+        AddStep(m_World.GetCTerrain()->ReplaceField(std::move(field)), strText.c_str());
     m_Keeper.OnReplaced(bAdded);
 }
 
