@@ -55,43 +55,6 @@ CEditorHost::~CEditorHost()
     SetFrontEnd(m_FrontEndBefore);
 }
 
-bool CEditorHost::NewLevel(uint32_t uCells, const SVec3& size)
-{
-    PrepareLevelChange();
-    return m_Engine.GetCWorld().CreateTerrain(uCells, uCells, size) && FinishLevelChange();
-}
-
-bool CEditorHost::OpenLevel(const char* pszPath)
-{
-    PrepareLevelChange();
-    return m_Engine.GetCWorld().OpenTerrain(pszPath) && FinishLevelChange();
-}
-
-void CEditorHost::TakeLevel(SHeightField&& field)
-{
-    PrepareLevelChange();
-    m_Engine.GetCWorld().TakeTerrain(std::move(field));
-    FinishLevelChange();
-}
-
-void CEditorHost::PrepareLevelChange()
-{
-    EndDrag();
-    for (IPlugin* pPlugin : m_Registry.GetInput())
-    {
-        pPlugin->ReleaseWorldResources();
-    }
-}
-
-bool CEditorHost::FinishLevelChange()
-{
-    m_Undo.Clear(); // the records belong to the terrain that is gone
-    m_LevelHeights.SetSaved();
-    NotifyLevelChanged();
-    Tell({.eKind = EHostEvent::LevelChanged});
-    return true;
-}
-
 bool CEditorHost::PrepareWindows()
 {
     return m_Face.PrepareWindows();

@@ -14,7 +14,6 @@ namespace
 {
 
 constexpr int32_t NOTIFY_PANEL_CLOSED = 1;
-constexpr int32_t NOTIFY_LEVEL_CHANGED = 5;
 constexpr uint32_t LAST_LOCAL_COMMAND = 0xFF; // a plug-in's commands differ in the low byte
 
 // The class name of a function as a person reads it: "SetHeightFunction" is "Set height".
@@ -215,11 +214,6 @@ bool CEditorHost::SendCommand(uint32_t uCommand)
     return true;
 }
 
-void CEditorHost::NotifyLevelChanged()
-{
-    NotifyPlugins(NOTIFY_LEVEL_CHANGED);
-}
-
 void CEditorHost::NotifyPanelClosed()
 {
     m_Settings.SetPanelOpen(false);
@@ -303,28 +297,6 @@ bool CEditorHost::Redo()
     bool bRedone = false;
     Guard("CEditorHost::Redo", [&] { bRedone = m_Undo.Redo(); });
     return bRedone;
-}
-
-void CEditorHost::OnBeforeReplacement(bool bByPlugin)
-{
-    if (bByPlugin)
-    {
-        EndDrag(); // what it holds for a drag it is using itself at present
-        return;
-    }
-    PrepareLevelChange();
-}
-
-void CEditorHost::OnReplaced(bool bNewStep)
-{
-    m_bReplaced = true;
-    m_Changes.Clear(); // of the terrain that is gone
-    if (bNewStep)
-    {
-        Tell({.eKind = EHostEvent::UndoAdded});
-    }
-    NotifyLevelChanged();
-    Tell({.eKind = EHostEvent::TerrainReloaded});
 }
 
 void CEditorHost::OnBeforeStep(bool bRedo)

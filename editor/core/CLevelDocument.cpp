@@ -2,7 +2,6 @@
 
 #include "editor/core/CEditorHost.h"
 #include "editor/core/SLevelText.h"
-#include "engine/elevation/HeightImport.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
 #include "host/Log.h"
@@ -37,16 +36,41 @@ STargets GetTargets(const char* pszPath)
     return {path.string(), GetFullPath(heights.c_str())};
 }
 
-SSampleView GetSamples(const CTerrain& terrain)
-{
-    return {terrain.GetHeightData(), terrain.GetVerticesX(), terrain.GetVerticesZ()};
-}
-
 bool IsSame(const SLevelSizes& a, const SLevelSizes& b)
 {
     return a.uCellsX == b.uCellsX && a.uCellsZ == b.uCellsZ && a.size.x == b.size.x &&
            a.size.y == b.size.y && a.size.z == b.size.z;
 }
+
+// Heights that were written may not have taken their place: what the file holds is what it held,
+// unless all of the save was done.
+class CKeptFileState
+{
+public:
+    explicit CKeptFileState(CLevelHeights& heights)
+        : m_Heights(heights)
+        , m_State(heights.GetFileState())
+    {
+    }
+
+    ~CKeptFileState()
+    {
+        if (!m_bReleased)
+        {
+            m_Heights.SetFileState(m_State);
+        }
+    }
+
+    CKeptFileState(const CKeptFileState&) = delete;
+    CKeptFileState& operator=(const CKeptFileState&) = delete;
+
+    void Release() { m_bReleased = true; }
+
+private:
+    CLevelHeights& m_Heights;
+    std::optional<uint64_t> m_State;
+    bool m_bReleased = false;
+};
 
 // False, with one logged line, when there is no memory for it or the user cancels.
 bool MakeFlat(uint32_t uVertices, const SVec3& size, float fHeight, SHeightField& field)
@@ -211,16 +235,15 @@ bool CLevelDocument::WriteTo(const std::string& strPath, const std::string& strH
     SLevelText text = GetText();
     text.strPath = strPath;
     text.strHeightMap = strHeightPath;
-    CLevelHeights& heights = m_Host.GetLevelHeights();
-    const std::optional<uint64_t> fileState = heights.GetFileState();
+    CKeptFileState kept(m_Host.GetLevelHeights());
     if (!m_Files.Write(*pTerrain, text))
     {
-        heights.SetFileState(fileState); // heights that were written may not have taken their place
         return false;
     }
     m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(strHeightPath);
     m_Path = strPath;
     SetSaved();
+    kept.Release();
     return true;
 }
 
@@ -252,51 +275,6 @@ void CLevelDocument::SetSource(const SLevelText& text, CLevelFiles&& files, bool
     ++m_Generation;
     SetSaved();
     m_bChanged = !bSaved;
-}
-
-bool CLevelDocument::Import(const char* pszPath,
-                            const SImportOptions& options,
-                            EImportAs eAs,
-                            std::vector<std::string>& lines)
-{
-    SHeightField field;
-    SImportReport report;
-    if (!ImportHeights(pszPath, options, field, report))
-    {
-        return false;
-    }
-    lines = report.lines;
-    if (eAs == EImportAs::ThisLevel && HasLevel())
-    {
-        const std::string strName = std::filesystem::path(pszPath).filename().string();
-        m_Host.GetLevelHeights().Replace(std::move(field), "Import " + strName);
-        return true;
-    }
-    m_bOpening = true;
-    m_Host.TakeLevel(std::move(field));
-    m_bOpening = false;
-    SetSource({}, {}, false);
-    return true;
-}
-
-bool CLevelDocument::PlanExport(const char* pszPath,
-                                const SExportOptions& options,
-                                SExportPlan& plan)
-{
-    const CTerrain* pTerrain = GetTerrain();
-    if (pTerrain == nullptr)
-    {
-        CrashLog("[CLevelDocument::PlanExport] there is no level\n");
-        return false;
-    }
-    return ::PlanExport(pszPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), options, plan);
-}
-
-bool CLevelDocument::Export(const char* pszPath, const SExportPlan& plan)
-{
-    const CTerrain* pTerrain = GetTerrain();
-    return pTerrain != nullptr &&
-           ExportHeights(pszPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), plan);
 }
 
 std::string CLevelDocument::GetTitle() const

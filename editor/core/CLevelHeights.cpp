@@ -132,6 +132,18 @@ bool CLevelHeights::IsLevelFile(const char* pszPath) const
 
 void CLevelHeights::OnBeforeSave(const char* pszPath, bool bOwn)
 {
+    try
+    {
+        SecureFile(pszPath, bOwn);
+    }
+    catch (const std::bad_alloc&)
+    {
+        CrashLog("[CLevelHeights] not enough memory to put the height map's backup back\n");
+    }
+}
+
+void CLevelHeights::SecureFile(const char* pszPath, bool bOwn)
+{
     const std::string strPath = pszPath != nullptr ? pszPath : "";
     if (bOwn || strPath.empty() || strPath != m_Asked)
     {
@@ -154,6 +166,18 @@ void CLevelHeights::OnSaved(const char* pszPath, bool bOwn, bool bDone)
 {
     m_Whole.reset();
     const bool bOther = std::exchange(m_bPutBack, false) || bDone;
+    try
+    {
+        NoteFile(pszPath, bOwn, bDone, bOther);
+    }
+    catch (const std::bad_alloc&)
+    {
+        m_FileState.reset(); // what is not known counts as not saved
+    }
+}
+
+void CLevelHeights::NoteFile(const char* pszPath, bool bOwn, bool bDone, bool bOther)
+{
     if (!IsLevelFile(pszPath))
     {
         return;

@@ -84,6 +84,8 @@ public:
     void OnReloaded(SHeightField&& before) override;
 
 private:
+    void SecureFile(const char* pszPath, bool bOwn);
+    void NoteFile(const char* pszPath, bool bOwn, bool bDone, bool bOther);
     bool IsLevelFile(const char* pszPath) const;
     std::string GetSpareFile() const;
     bool AddStep(SHeightField&& before, const char* pszText);

@@ -151,10 +151,22 @@ protected:
         }
     }
 
+    void ReplaceTerrain()
+    {
+        SHeightField field;
+        ASSERT_TRUE(field.Allocate(static_cast<uint32_t>(m_Numbers.Int(9, 40)), 33));
+        field.size = {WIDTH, 90.0F, WIDTH};
+        for (size_t i = 0; i < field.GetCount(); ++i)
+        {
+            field.pHeights[i] = m_Numbers.Float(0.0F, 60.0F);
+        }
+        m_Host.GetLevelHeights().Replace(std::move(field), "Import");
+    }
+
     void DoSomething()
     {
         CUndoStack& stack = m_Host.GetUndoStack();
-        switch (m_Numbers.Int(0, 11))
+        switch (m_Numbers.Int(0, 12))
         {
         case 0:
             TakeBrush(m_Numbers.Int(0, 5), m_Numbers.Float(0.05F, 0.4F));
@@ -184,6 +196,9 @@ protected:
         case 6:
             Point();
             m_Host.SendMouseMove(1, 0, {}, {0, 0}, {0, 2});
+            break;
+        case 7:
+            ReplaceTerrain();
             break;
         default:
             Drag();
