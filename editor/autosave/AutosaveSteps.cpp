@@ -108,10 +108,13 @@ bool CAutosave::KeepTerrain()
 bool CAutosave::KeepBitmap(bool bKnown)
 {
     const bool bSaved = GetUnsavedBitmap() == 0;
-    if ((bKnown || !bSaved) && (m_bFailed || !StartCopy()))
+    if (bKnown || !bSaved)
     {
-        m_bNeedsCopy = true;
-        return false;
+        m_bNeedsCopy = true; // no step says how the bitmap became so: the steps do not go on
+        if (m_bFailed || !StartCopy())
+        {
+            return false;
+        }
     }
     const std::string strFile = m_PluginScript->GetBitmapFile();
     return !bSaved || Append(MakeBitmapNote(strFile, GetFileStamp(fs::root_path(strFile.c_str()))) +

@@ -5,10 +5,12 @@
 #include "editor/core/CLevelDocument.h"
 #include "editor/script/CScriptPlayer.h"
 #include "engine/terrain/CTerrain.h"
+#include "host/Image.h"
 #include "tests/editor/script/WalkFixture.h"
 #include "tests/support/CLogCatcher.h"
 
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <zlib.h>
@@ -226,7 +228,7 @@ protected:
             BeginWalk(5);
             work();
             SaveHeights("crashed.height");
-            ::raise(SIGKILL);
+            ::raise(HasFailure() ? SIGABRT : SIGKILL);
         }
         int iStatus = 0;
         ASSERT_EQ(::waitpid(child, &iStatus, 0), child);
@@ -245,6 +247,51 @@ protected:
         End();
     }
 
+    // No file grows beyond that.
+    static void LimitFiles(rlim_t nBytes)
+    {
+        rlimit limit = {};
+        ::getrlimit(RLIMIT_FSIZE, &limit);
+        limit.rlim_cur = nBytes;
+        ::signal(SIGXFSZ, SIG_IGN);
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+
+    void PlayScript(const std::string& strText)
+    {
+        WriteBytes(m_Folder.Path("script.tellur"), CScriptPlayer::GetDeclarations() + strText);
+        const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile("script.tellur"));
+        CScriptPlayer player(m_Host, m_Face.cursor, 1, m_Script, m_Folder.Path("script.tellur"));
+        std::string strFault;
+        EXPECT_TRUE(player.Play(pFirst.get(), strFault)) << strFault;
+    }
+
+    void PaintStroke(const char* pszColor, const char* pszAt)
+    {
+        PlayScript("mode( \"edit_terrain_type\" )\npaint_color( [" + std::string(pszColor) +
+                   "] )\npress( " + pszAt + " )\nmove( 150, 200, 0 )\nrelease( 150, 200 )\n");
+        m_Autosave->Tick(m_Now);
+        EXPECT_TRUE(m_Autosave->Wait());
+    }
+
+    // A stroke that changes heights for certain.
+    void Raise(const char* pszAt)
+    {
+        TakeBrush(1, 0.3F);
+        PlayScript("keys( \"\" )\npress( " + std::string(pszAt) + " )\nmove( 150, 150, 0 )\n" +
+                   "release( 150, 150 )\n");
+        m_Autosave->Tick(m_Now);
+    }
+
+    std::string GetTexels()
+    {
+        const IImage* pImage = m_Script->GetBitmap();
+        return pImage == nullptr
+                   ? ""
+                   : std::string(reinterpret_cast<const char*>(pImage->GetRawData()),
+                                 size_t{4} * pImage->GetWidth() * pImage->GetHeight());
+    }
+
     // Names in the folder of the level's autosaves that end so.
     std::vector<std::string> FindFiles(const char* pszEnd)
     {
@@ -258,6 +305,7 @@ protected:
                 files.push_back(file.path().string());
             }
         }
+        std::sort(files.begin(), files.end());
         return files;
     }
 
@@ -380,6 +428,114 @@ TEST_F(CAutosaveTest, ACrashAfterACrashLosesNothingAndAChangedFileIsNoBase)
     EXPECT_FALSE(Recover(entries[0], nSteps));
     EXPECT_EQ(log.TakeLines().size(), 1U);
     EXPECT_EQ(GetSum(), uSum);
+}
+
+TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
+{
+    const std::function<void()> nothing = [] {
+    };
+    const auto copy = [this]
+    {
+        EXPECT_TRUE(m_Autosave->Tick(m_Now + std::chrono::hours(1)) && m_Autosave->Wait());
+    };
+
+    struct SCase
+    {
+        const char* pszName;
+        EImageFormat eFormat;
+        std::function<void()> between; // two strokes
+        std::function<void()> after;
+    };
+
+    const SCase cases[] = {
+        {"steps alone", EImageFormat::Rgba32, nothing, nothing},
+        {"a palette", EImageFormat::Indexed8, nothing, nothing},
+        {"a copy and a step", EImageFormat::Rgba32, copy, nothing},
+        {"a copy with a palette", EImageFormat::Indexed8, copy, nothing},
+        {"a copy alone", EImageFormat::Rgb24, nothing, copy},
+        {"heights, saved",
+         EImageFormat::Rgba32,
+         [this]
+         {
+             Raise("100, 100");
+             EXPECT_TRUE(m_Document.Save());
+         },
+         [this]
+         {
+             Raise("200, 100");
+         }},
+        {"taken back", EImageFormat::Rgba32, [this] { PlayScript("paint_undo()\n"); }, nothing},
+    };
+    ASSERT_NO_FATAL_FAILURE(Start());
+    std::vector<uint8_t> texels(size_t{32} * 32 * 4);
+    for (uint8_t& uTexel : texels)
+    {
+        uTexel = static_cast<uint8_t>(m_Numbers.Int(0, 255));
+    }
+    for (const SCase& painted : cases)
+    {
+        SCOPED_TRACE(painted.pszName);
+        const std::string strName = std::string(painted.pszName) + ".png";
+        const std::unique_ptr<IImage> pImage(
+            IL_CreateImageFromBufferFormat(32, 32, painted.eFormat, texels.data()));
+        ASSERT_TRUE(IL_SaveImage(m_Folder.Path(strName.c_str()).c_str(), pImage.get(), nullptr));
+        const std::string strFile = ReadBytes(m_Folder.Path(strName.c_str()));
+        ASSERT_NO_FATAL_FAILURE(Crash(
+            [&]
+            {
+                PlayScript("paint_bitmap( \"" + strName + "\" )\npaint_brush( \"data/brushes/" +
+                           "cone.png\", 40 )\n");
+                PaintStroke("1, 0.5, 0.25, 1", "100, 100");
+                painted.between();
+                PaintStroke("0, 1, 0.5, 0.5", "200, 200");
+                painted.after();
+                WriteBytes(m_Folder.Path("crashed.texels"), GetTexels());
+            }));
+        Open();
+        const std::vector<SRecoverable> entries = FindRecoverable({m_Level});
+        ASSERT_EQ(entries.size(), 1U);
+        size_t nSteps = 0;
+        ASSERT_TRUE(Recover(entries[0], nSteps));
+        EXPECT_TRUE(SaveHeights("back.height") == ReadBytes(m_Folder.Path("crashed.height")));
+        EXPECT_TRUE(GetTexels() == ReadBytes(m_Folder.Path("crashed.texels")));
+        EXPECT_EQ(m_Script->GetUnsavedBitmap(), m_Folder.Path(strName.c_str()));
+        EXPECT_TRUE(ReadBytes(m_Folder.Path(strName.c_str())) == strFile) << "not saved by itself";
+        ASSERT_TRUE(m_Script->SaveBitmap(m_Folder.Path(strName.c_str()).c_str()));
+        PlayScript("mode( \"none\" )\n");
+        m_Autosave->Remove();
+        End();
+    }
+}
+
+TEST_F(CAutosaveTest, AFullDiskLosesNoStepOnceThereIsRoom)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(Crash(
+        [&]
+        {
+            CLogCatcher log;
+            Raise("100, 100");
+            const std::vector<std::string> files = FindFiles("");
+            EXPECT_EQ(files.size(), 2U) << "a text and a journal";
+            LimitFiles(9000); // less than the heights take
+            EXPECT_TRUE(m_Autosave->Tick(m_Now + std::chrono::hours(1)));
+            EXPECT_FALSE(m_Autosave->Wait());
+            EXPECT_EQ(log.TakeLines().size(), 1U);
+            EXPECT_EQ(FindFiles(""), files) << "nothing is left of the copy";
+            Raise("200, 100");
+            const std::vector<std::string> journals = FindFiles(".tellur");
+            EXPECT_EQ(journals.size(), 2U); // the second goes on from the first
+            LimitFiles(std::filesystem::file_size(journals.back()) + 20);
+            Raise("100, 200");
+            Raise("200, 200");
+            m_Autosave->Tick(m_Now + std::chrono::hours(3)); // no copy has room either
+            Raise("150, 200");
+            EXPECT_EQ(log.TakeLines().size(), 1U);
+            EXPECT_EQ(FindFiles("").size(), 3U);
+            LimitFiles(RLIM_INFINITY);
+            Raise("150, 100");
+        }));
+    ExpectBack();
 }
 
 // The time that a copy takes to begin grows with the pages that it shares.

@@ -5,6 +5,7 @@
 #include "editor/core/CPluginLoader.h"
 #include "editor/script/CScriptCursor.h"
 #include "framework/core/IFrontEnd.h"
+#include "framework/widgets/COffscreenWindows.h"
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
 #include "host/Terrain.h"
@@ -26,6 +27,15 @@ public:
     IFrontEnd* GetFrontEnd() override { return this; }
 
     bool PickTerrain(ViewId, ViewPoint, SVec3& hit) override { return cursor.Pick(pWorld, hit); }
+
+    bool PrepareWindows() override
+    {
+        if (pWindows == nullptr)
+        {
+            pWindows = std::make_unique<COffscreenWindows>();
+        }
+        return true;
+    }
 
     bool IsKeyDown(EKey eKey) const override { return cursor.IsKeyDown(eKey); }
 
@@ -49,6 +59,7 @@ public:
 
     uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
 
+    std::unique_ptr<COffscreenWindows> pWindows; // null until something is painted
     CScriptCursor cursor;
     World* pWorld = nullptr;
 };
