@@ -186,9 +186,9 @@ void CLevelHeights::NoteFile(const char* pszPath, bool bOwn, bool bDone, bool bO
     {
         m_FileState = m_Stack.GetStateId();
     }
-    else if (bDone || !fs::exists(pszPath))
+    else if (!bOwn || !fs::exists(pszPath))
     {
-        m_FileState.reset();
+        m_FileState.reset(); // also where it failed: the next save writes the file anew
     }
     if (bOther && m_OnFile)
     {
