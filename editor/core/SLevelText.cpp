@@ -25,7 +25,7 @@ std::string MakeRelative(const std::string& strPath, const std::string& strFile)
     const std::filesystem::path folder = std::filesystem::path(strFile).parent_path();
     const std::filesystem::path relative =
         std::filesystem::path(strPath).lexically_relative(folder);
-    const bool bBelow = !relative.empty() && *relative.begin() != "..";
+    const bool bBelow = !strPath.empty() && !relative.empty() && *relative.begin() != "..";
     return bBelow ? relative.generic_string() : strPath;
 }
 

@@ -26,6 +26,9 @@
 #include <QTreeWidget>
 #include <QUrl>
 
+#include <map>
+#include <regex>
+
 namespace
 {
 
@@ -544,4 +547,52 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
                                 EXPECT_EQ(dialog.findChildren<QSpinBox*>()[2]->value(), 77);
                                 dialog.reject();
                             });
+}
+
+TEST_F(CDocuments, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strLevel = SaveLevel();
+    const std::vector<float> saved = GetHeights();
+    const std::string strCopies = m_Folder.Path("levels/.tellur-autosave");
+    ASSERT_NO_FATAL_FAILURE(Sculpt());
+    Drag(GetView(), {0.5, 0.4}, {0.5, 0.6}, 4);
+    const std::vector<float> sculpted = GetHeights();
+    const auto read = [&]
+    {
+        std::map<std::string, std::string> files;
+        std::error_code error;
+        for (const auto& file : std::filesystem::directory_iterator(strCopies, error))
+        {
+            files[file.path().string()] = ReadBytes(file.path().string());
+        }
+        return files;
+    };
+    std::map<std::string, std::string> left = read();
+    EXPECT_EQ(left.size(), 2U) << "a journal and what it belongs to";
+    EXPECT_TRUE(CloseAnd(QMessageBox::Discard));
+    Stop();
+    // The same as a process has left it that is gone.
+    std::filesystem::create_directories(strCopies);
+    const std::regex owner("autosave_process\\( [0-9]+");
+    for (auto& [strName, strText] : left)
+    {
+        strText = std::regex_replace(strText, owner, "autosave_process( 0");
+        WriteBytes(strName, strText);
+    }
+    ASSERT_NO_FATAL_FAILURE(Start(false));
+    const auto open = [&](const char* pszAnswer)
+    {
+        const std::string strText = ChooseFileAnd([this] { Key("ctrl+o"); }, strLevel, pszAnswer);
+        EXPECT_NE(strText.find("It kept 2 steps of\n" + strLevel), std::string::npos) << strText;
+    };
+    open("Later");
+    EXPECT_TRUE(GetHeights() == saved);
+    EXPECT_FALSE(m_Window->isWindowModified());
+    EXPECT_TRUE(read() == left) << "nothing is lost";
+    open("Recover");
+    EXPECT_TRUE(GetHeights() == sculpted);
+    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 2U);
+    Key("ctrl+s");
+    EXPECT_FALSE(std::filesystem::exists(strCopies));
 }

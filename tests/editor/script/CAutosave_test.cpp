@@ -410,6 +410,17 @@ TEST_F(CAutosaveTest, ACrashAfterACrashLosesNothingAndAChangedFileIsNoBase)
         }));
     ExpectBack();
 
+    ASSERT_NO_FATAL_FAILURE(Crash(
+        [this]
+        {
+            ASSERT_TRUE(m_Document.New(48, {WIDTH, 200.0F, WIDTH}, 20.0F));
+            Raise("100, 100");
+            EXPECT_TRUE(m_Autosave->Tick(m_Now + std::chrono::hours(1)) && m_Autosave->Wait());
+            Raise("200, 100");
+        }));
+    ExpectBack();
+    EXPECT_EQ(m_Document.GetTitle(), "Untitled") << "it was never saved";
+
     ASSERT_NO_FATAL_FAILURE(Crash([this] { Stroke(); }));
     Open();
     TakeBrush(1, 0.3F);
