@@ -26,6 +26,7 @@ struct SDragStatistics
     uint64_t nPoints = 0;
     uint64_t nVisited = 0; // vertices offered to the function
     uint64_t nChanged = 0; // vertices written
+    bool bLost = false;    // one found no memory: it did nothing, or was taken back
 };
 
 // What reading the library of brushes could not use; the next save of the library leaves it out.

@@ -49,6 +49,7 @@ bool CTerrainModification::InitializeBuffers()
     {
         FreeBuffers();
         FreeHeightBuffers(); // one of the two is no use, and memory is short
+        NoteLost();
         return false;
     }
     m_Terrain->GetHeights(m_Source.pHeights.get(), nCount);

@@ -68,6 +68,7 @@ public:
 
 private:
     bool InitializeBuffers();
+    static void NoteLost(); // in the counters of the drags
     void FreeBuffers();
     void StoreUndoInformation();
     void FillSet(const SExtents& box, CVertDataSet& set, const float* pBuffer);

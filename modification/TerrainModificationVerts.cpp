@@ -204,12 +204,21 @@ void CTerrainModification::RestoreHeights()
     ShowDest(touched);
 }
 
+void CTerrainModification::NoteLost()
+{
+    if (PluginContext* pContext = GetPluginContext())
+    {
+        pContext->GetDragStatistics().bLost = true;
+    }
+}
+
 void CTerrainModification::GiveUp()
 {
     if (!m_GivenUp)
     {
         m_GivenUp = true;
         RestoreHeights();
+        NoteLost();
         CrashLog("[CTerrainModification::GiveUp] not enough memory; the stroke is taken back\n");
     }
 }

@@ -70,6 +70,7 @@ bool IPluginImpl::DropDrag()
         return false;
     }
     pSession->RestoreHeights();
+    m_DragStatistics.bLost = true;
     pSession.reset();
     FreeHeightBuffers();
     return true;

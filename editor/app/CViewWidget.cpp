@@ -234,6 +234,10 @@ void CViewWidget::mouseMoveEvent(QMouseEvent* pEvent)
     ++m_Moves;
     const QPointF at = GetDevicePosition(pEvent->position());
     m_pNote->FollowCursor(pEvent->position().toPoint());
+    if (pEvent->buttons() == Qt::NoButton && m_Input.IsStroking())
+    {
+        m_Input.End(); // another window took the release
+    }
     m_Input.Move(
         static_cast<float>(at.x()), static_cast<float>(at.y()), GetFlags(pEvent->modifiers()));
     ShowKeys(pEvent->modifiers());

@@ -81,12 +81,16 @@ bool CDocumentActions::OfferRecoveryOf(const std::string& strLevel)
 
 bool CDocumentActions::Offer(const SRecoverable& entry)
 {
-    const std::string& strPath = entry.text.level.strPath;
+    const std::string& strPath =
+        entry.text.level.strPath.empty() ? entry.text.level.strHeightMap : entry.text.level.strPath;
     const QString strName =
         strPath.empty() ? QString("a level that was never saved") : QString::fromStdString(strPath);
     const auto nSteps = static_cast<qulonglong>(entry.steps.size());
-    const QString strKept = nSteps == 0 ? QString("changes")
-                                        : QString(nSteps == 1 ? "%1 step" : "%1 steps").arg(nSteps);
+    const QString strSteps = QString(nSteps == 1 ? "%1 step" : "%1 steps").arg(nSteps);
+    const bool bCopy = entry.text.strStamp.empty() && !entry.text.strHeights.empty();
+    const QString strKept = !bCopy        ? strSteps
+                            : nSteps == 0 ? QString("a copy")
+                                          : QString("a copy and %1 after it").arg(strSteps);
     QMessageBox box(
         QMessageBox::Question,
         "Recover",
@@ -106,7 +110,11 @@ bool CDocumentActions::Offer(const SRecoverable& entry)
             "They cannot be given back: " + QString::fromStdString(entry.strFault) + ".");
     }
     const QAbstractButton* pDiscard = box.addButton("Discard", QMessageBox::DestructiveRole);
-    box.addButton("Later", QMessageBox::RejectRole);
+    QPushButton* pLater = box.addButton("Later", QMessageBox::RejectRole);
+    if (pRecover == nullptr)
+    {
+        box.setDefaultButton(pLater); // not what throws them away
+    }
     box.exec();
     if (box.clickedButton() == pDiscard)
     {

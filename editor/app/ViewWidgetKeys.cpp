@@ -114,5 +114,9 @@ void CViewWidget::focusOutEvent(QFocusEvent* pEvent)
 {
     m_FlyKeys = {};
     m_pNote->SetState("");
+    if (pEvent->reason() == Qt::MenuBarFocusReason || pEvent->reason() == Qt::PopupFocusReason)
+    {
+        m_Input.End(); // a menu takes the mouse, and the release with it
+    }
     QOpenGLWidget::focusOutEvent(pEvent);
 }

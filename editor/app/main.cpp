@@ -156,61 +156,67 @@ int RunOnce(CEditorWindow& window, const SEditorOptions& options)
     return EXIT_DONE;
 }
 
+// A person works with it. iSignal: the one that ended it, 0 for none.
+int RunWindow(CEditorProgram& program, CEditorWindow& window, int& iSignal)
+{
+    // Not quit(), which would ask about changes: nobody may be there to answer.
+    const CEndSignals ends(
+        [&window]
+        {
+            window.LeaveChanges();
+            QCoreApplication::exit(EXIT_DONE);
+        });
+    QMetaObject::invokeMethod(
+        &window, [&window] { window.OfferRecovery(); }, Qt::QueuedConnection);
+    program.setQuitOnLastWindowClosed(false); // a dialog of the plug-in may still be open
+    window.SetOnClosed([] { QCoreApplication::quit(); });
+    const int iResult = program.exec();
+    iSignal = ends.GetSignal();
+    return iResult;
+}
+
+int Work(CEditorProgram& program,
+         CEditor& editor,
+         CEditorFace& face,
+         const SEditorOptions& options,
+         int& iSignal)
+{
+    CEditorWindow window(editor, face);
+    const std::string strPlugin = options.strPlugin.empty()
+                                      ? (GetProgramFolder() / "libtellur.so").string()
+                                      : options.strPlugin;
+    if (!editor.LoadPlugin(strPlugin))
+    {
+        return EXIT_UNUSABLE; // the log has said why
+    }
+    window.ShowPlugin();
+    window.show();
+    const bool bOnce = !options.strScreenshot.empty() || !options.strPlay.empty();
+    if (bOnce)
+    {
+        editor.GetAutosave().SetInterval(std::chrono::seconds(0)); // nobody works on it
+    }
+    if (!options.strLevel.empty())
+    {
+        const std::string strLevel = GetAbsolutePath(options.strLevel);
+        const bool bOpen =
+            bOnce ? editor.GetDocument().Open(strLevel.c_str()) : window.OpenFile(strLevel);
+        if (!bOpen && bOnce)
+        {
+            return EXIT_UNUSABLE; // the log has said why
+        }
+        window.GetViews().FrameAll();
+    }
+    return bOnce ? RunOnce(window, options) : RunWindow(program, window, iSignal);
+}
+
 int Run(CEditorProgram& program, const SEditorOptions& options)
 {
     CEditorFace face;
     CEditor editor(face, GetUserConfigFolder());
-    int iResult = EXIT_DONE;
-    program.SetHost(&editor.GetHost());
     int iSignal = 0;
-    {
-        CEditorWindow window(editor, face);
-        const std::string strPlugin = options.strPlugin.empty()
-                                          ? (GetProgramFolder() / "libtellur.so").string()
-                                          : options.strPlugin;
-        if (!editor.LoadPlugin(strPlugin))
-        {
-            return EXIT_UNUSABLE; // the log has said why
-        }
-        window.ShowPlugin();
-        window.show();
-        const bool bOnce = !options.strScreenshot.empty() || !options.strPlay.empty();
-        if (bOnce)
-        {
-            editor.GetAutosave().SetInterval(std::chrono::seconds(0)); // nobody works on it
-        }
-        if (!options.strLevel.empty())
-        {
-            const std::string strLevel = GetAbsolutePath(options.strLevel);
-            const bool bOpen =
-                bOnce ? editor.GetDocument().Open(strLevel.c_str()) : window.OpenFile(strLevel);
-            if (!bOpen && bOnce)
-            {
-                return EXIT_UNUSABLE; // the log has said why
-            }
-            window.GetViews().FrameAll();
-        }
-        if (bOnce)
-        {
-            iResult = RunOnce(window, options);
-        }
-        else
-        {
-            // Not quit(), which would ask about changes: nobody may be there to answer.
-            const CEndSignals ends(
-                [&window]
-                {
-                    window.LeaveChanges();
-                    QCoreApplication::exit(EXIT_DONE);
-                });
-            QMetaObject::invokeMethod(
-                &window, [&window] { window.OfferRecovery(); }, Qt::QueuedConnection);
-            program.setQuitOnLastWindowClosed(false); // a dialog of the plug-in may still be open
-            window.SetOnClosed([] { QCoreApplication::quit(); });
-            iResult = program.exec();
-            iSignal = ends.GetSignal();
-        }
-    }
+    program.SetHost(&editor.GetHost());
+    const int iResult = Work(program, editor, face, options, iSignal);
     program.SetHost(nullptr);
     editor.UnloadPlugin();
     if (iSignal != 0)

@@ -3,6 +3,7 @@
 #include "editor/core/CTerrainStep.h"
 #include "editor/core/CUndoStack.h"
 #include "editor/core/FileBackup.h"
+#include "editor/core/FileNames.h"
 #include "engine/terrain/HeightFile.h"
 #include "engine/world/CWorld.h"
 #include "host/FileSystem.h"
@@ -101,6 +102,7 @@ bool CLevelHeights::AddStep(SHeightField&& before, const char* pszText)
 void CLevelHeights::SetSaved()
 {
     m_FileState = m_Stack.GetStateId();
+    m_bUsersFile = true;
     std::error_code error; // there mostly is none
     std::filesystem::remove(GetSpareFile(), error);
     std::filesystem::remove(GetSpareFile() + BACKUP_SUFFIX, error);
@@ -160,6 +162,24 @@ void CLevelHeights::SecureFile(const char* pszPath, bool bOwn)
     {
         m_bPutBack = PutBackFile(strBackup, strPath);
     }
+    else if (m_bUsersFile && strPath != GetSpareFile() && m_AskedFile != 0 &&
+             IsFile(strPath, m_AskedDevice, m_AskedFile))
+    {
+        KeepOther(strPath); // an older backup has the name
+    }
+}
+
+// What a person has saved is not replaced by what undo and closing may leave unsaved.
+void CLevelHeights::KeepOther(const std::string& strPath)
+{
+    size_t uNumber = 1; // the first one has no number
+    const std::string strOther = FindFreeName(strPath + BACKUP_SUFFIX, "", uNumber);
+    if (PutBackFile(strPath, strOther))
+    {
+        LogR("[CLevelHeights] %s as it was saved is kept as %s\n",
+             strPath.c_str(),
+             strOther.c_str());
+    }
 }
 
 void CLevelHeights::OnSaved(const char* pszPath, bool bOwn, bool bDone)
@@ -182,6 +202,7 @@ void CLevelHeights::NoteFile(const char* pszPath, bool bOwn, bool bDone, bool bO
     {
         return;
     }
+    m_bUsersFile = bDone ? bOwn : m_bUsersFile;
     if (bOwn && bDone)
     {
         m_FileState = m_Stack.GetStateId();

@@ -85,6 +85,7 @@ public:
 
 private:
     void SecureFile(const char* pszPath, bool bOwn);
+    void KeepOther(const std::string& strPath);
     void NoteFile(const char* pszPath, bool bOwn, bool bDone, bool bOther);
     bool IsLevelFile(const char* pszPath) const;
     std::string GetSpareFile() const;
@@ -97,8 +98,9 @@ private:
     std::optional<uint64_t> m_FileState;   // none: no state of the stack
     std::optional<CUncancellable> m_Whole; // while a plug-in writes the level's file
     std::function<void()> m_OnFile;
-    bool m_bPutBack = false; // the backup's content was
-    std::string m_Asked;     // the path that was last given to a plug-in
-    dev_t m_AskedDevice = 0; // and the file that lay there
-    ino_t m_AskedFile = 0;   // 0: none
+    bool m_bPutBack = false;  // the backup's content was
+    bool m_bUsersFile = true; // the level's file holds what a person has saved
+    std::string m_Asked;      // the path that was last given to a plug-in
+    dev_t m_AskedDevice = 0;  // and the file that lay there
+    ino_t m_AskedFile = 0;    // 0: none
 };

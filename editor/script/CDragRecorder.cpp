@@ -58,6 +58,12 @@ void CDragRecorder::End(const SDragStatistics& statistics)
     }
 }
 
+bool CDragRecorder::HasLost() const
+{
+    return std::any_of(
+        m_Drags.begin(), m_Drags.end(), [](const SDrag& drag) { return drag.statistics.bLost; });
+}
+
 bool CDragRecorder::Write(const char* pszPath) const
 {
     fs::ifile file;
@@ -73,7 +79,7 @@ bool CDragRecorder::Write(const char* pszPath) const
                         GetJsonText(drag.strFunction).c_str(),
                         drag.statistics.nPoints,
                         drag.statistics.nVisited,
-                        drag.statistics.nChanged,
+                        drag.statistics.bLost ? 0 : drag.statistics.nChanged,
                         drag.fMilliseconds,
                         drag.fWorstMilliseconds);
             pszBetween = ",\n";

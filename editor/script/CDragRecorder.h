@@ -18,6 +18,8 @@ public:
 
     bool IsRunning() const { return m_bRunning; }
 
+    bool HasLost() const; // a drag that found no memory
+
     // Writes all drags as a JSON array, whole or not at all. False with one logged line.
     bool Write(const char* pszPath) const;
 

@@ -64,7 +64,9 @@ bool CScriptFolder::NamesWithin(const CTCPARSE_KEYWORD* pFirst,
     {
         const char* pszFile = GetFile(*pFirst, WRITING);
         pszFile = pszFile != nullptr ? pszFile : GetFile(*pFirst, READING);
-        bNames = (pszFile != nullptr && fs::same_file(GetPath(pszFile).c_str(), strPath.c_str())) ||
+        // A name that is not in the script's folder is looked for in the roots.
+        bNames = (pszFile != nullptr && (fs::same_file(GetPath(pszFile).c_str(), strPath.c_str()) ||
+                                         fs::same_file(pszFile, strPath.c_str()))) ||
                  (nDepth > 0 && NamesWithin(pFirst->block, strPath, nDepth - 1));
     }
     return bNames;

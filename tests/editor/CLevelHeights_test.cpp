@@ -171,6 +171,7 @@ TEST_F(CLevelHeightsTest, TheDocumentKnowsWhatItsFilesHold)
     ASSERT_TRUE(m_Document.Open(strHeights.c_str()));
     ASSERT_TRUE(ChangeResolution(17));
     EXPECT_FALSE(m_Document.IsModified());
+    EXPECT_EQ(ReadBytes(strHeights + ".bak2"), strFlat) << "saved, and an older backup is there";
     ASSERT_TRUE(m_Host.Undo());
     EXPECT_TRUE(m_Document.IsModified());
     ASSERT_TRUE(m_Host.Redo());

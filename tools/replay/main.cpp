@@ -17,8 +17,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 #include <system_error>
+#include <vector>
 
 namespace
 {
@@ -92,7 +94,15 @@ bool WriteResults(const SReplayOptions& options,
     return true;
 }
 
-// Log and statistics are no files that the script reads or writes; empty when that is so.
+std::string GetPlugin(const SReplayOptions& options)
+{
+    return options.strPlugin.empty() ? (GetProgramFolder() / "libtellur.so").string()
+                                     : options.strPlugin;
+}
+
+// Log and statistics are no files that the script reads or writes, and nothing that is written is
+// what every script reads: the plug-in, the programs beside it and the library of brushes. Empty
+// when that is so. pScript: null for one that could not be read.
 std::string FindClash(const SReplayOptions& options, const CTCPARSE_KEYWORD* pScript)
 {
     const CScriptFolder folder(options.strScript);
@@ -103,7 +113,49 @@ std::string FindClash(const SReplayOptions& options, const CTCPARSE_KEYWORD* pSc
             return strPath + ": is the same file as one of " + options.strScript;
         }
     }
+    std::error_code error;
+    std::vector<std::string> read = {GetPlugin(options), "PredefinedBrushes.ini"};
+    for (const auto& program : std::filesystem::directory_iterator(GetProgramFolder(), error))
+    {
+        read.push_back(program.path().string());
+    }
+    for (const std::string& strPath : {options.strOut, options.strLog, options.strStats})
+    {
+        for (const std::string& strRead : read)
+        {
+            if (!strPath.empty() &&
+                fs::same_file(GetAbsolutePath(strPath).c_str(), strRead.c_str()))
+            {
+                return strPath + ": is the same file as " + strRead;
+            }
+        }
+    }
     return "";
+}
+
+std::string ReadStart(const std::string& strPath, size_t nBytes)
+{
+    std::ifstream file(strPath, std::ios::binary);
+    std::string strText(nBytes, ' ');
+    file.read(strText.data(), static_cast<std::streamsize>(nBytes));
+    strText.resize(static_cast<size_t>(file.gcount()));
+    return strText;
+}
+
+// Which files a script names that cannot be read nobody knows: a log that is there stays when it is
+// no text, or its name stands in the script.
+bool MayBeNamed(const SReplayOptions& options)
+{
+    constexpr size_t START = 4096;
+    constexpr size_t MOST = size_t{1} << 24U;
+    std::error_code error;
+    if (options.strLog.empty() || !std::filesystem::is_regular_file(options.strLog, error))
+    {
+        return false;
+    }
+    const std::string strName = std::filesystem::path(options.strLog).filename().string();
+    return ReadStart(options.strLog, START).find('\0') != std::string::npos ||
+           ReadStart(options.strScript, MOST).find(strName) != std::string::npos;
 }
 
 int Play(const SReplayOptions& options, CReplayLog& log)
@@ -111,10 +163,14 @@ int Play(const SReplayOptions& options, CReplayLog& log)
     std::unique_ptr<CTCPARSE_KEYWORD> pScript;
     std::string strFault;
     const bool bLoaded = LoadScript(options.strScript, pScript, strFault);
-    const std::string strClash = bLoaded ? FindClash(options, pScript.get()) : "";
+    const std::string strClash = FindClash(options, pScript.get());
     if (!strClash.empty())
     {
         return Report(EXIT_UNUSABLE, strClash);
+    }
+    if (!bLoaded && MayBeNamed(options))
+    {
+        return Report(EXIT_UNUSABLE, strFault + ", and " + options.strLog + " stays as it is");
     }
     if (!options.strLog.empty() && !log.Open(GetAbsolutePath(options.strLog).c_str()))
     {
@@ -128,9 +184,7 @@ int Play(const SReplayOptions& options, CReplayLog& log)
     CScriptFace face;
     CEditorHost host(face);
     CPluginLoader loader(host);
-    const std::string strPlugin = options.strPlugin.empty()
-                                      ? (GetProgramFolder() / "libtellur.so").string()
-                                      : options.strPlugin;
+    const std::string strPlugin = GetPlugin(options);
     if (!loader.Load(strPlugin.c_str()))
     {
         return Report(EXIT_UNUSABLE, strPlugin + ": cannot be loaded, see the log");
@@ -144,6 +198,11 @@ int Play(const SReplayOptions& options, CReplayLog& log)
     if (!player.Play(pScript.get(), strFault))
     {
         return Report(EXIT_FAILED, strFault);
+    }
+    if (player.GetDrags().HasLost())
+    {
+        return Report(EXIT_FAILED,
+                      options.strScript + ": not enough memory for each stroke, see the log");
     }
     if (!log.Flush())
     {

@@ -47,7 +47,8 @@ protected:
 TEST_F(CPrograms, WriteOverNothingThatTheyRead)
 {
     ASSERT_EQ(RunShell("ln script.tellur hard; ln -s script.tellur soft; mkdir sub;"
-                       "ln a.height b.npy; ln -s . here; cp a.height plugin.so"),
+                       "ln a.height b.npy; ln -s . here; cp a.height plugin.so;"
+                       "touch PredefinedBrushes.ini; echo 'oh(' >bad"),
               0);
     const std::vector<std::string> before = m_Runner.GetNames();
     const std::string strScript = Read("script.tellur");
@@ -67,6 +68,7 @@ TEST_F(CPrograms, WriteOverNothingThatTheyRead)
         "tellur-replay script.tellur --stats ./a.height",
         "tellur-replay opens.tellur --log b.npy",
         "tellur-replay opens.tellur --log here/white.png",
+        "cd sub && tellur-replay ../opens.tellur --root .. --log ../PredefinedBrushes.ini",
         "tellur-height convert a.height sub/../a.height --size 65",
         "tellur-height convert a.height b.npy",
         "tellur-height picture a.height here/a.height",
@@ -81,6 +83,9 @@ TEST_F(CPrograms, WriteOverNothingThatTheyRead)
         EXPECT_EQ(Read("white.png"), strPicture);
         EXPECT_EQ(m_Runner.GetNames(), before);
     }
+    EXPECT_EQ(RunShell("tellur-replay bad --log a.height"), 2);
+    EXPECT_EQ(Read("a.height"), strHeights) << "nobody knows what such a script names";
+    EXPECT_NE(Read("err").find("a.height stays as it is"), std::string::npos) << Read("err");
 }
 
 TEST_F(CPrograms, NoticeThatNothingTakesWhatTheyPrint)
