@@ -67,7 +67,7 @@ std::string WriteNote(const std::string& strPart)
     const int iProcess = ::getpid();
     std::error_code error;
     std::filesystem::create_directories(GetNotesFolder(), error);
-    const std::string strNote =
+    std::string strNote =
         GetNotesFolder() + "/" + std::to_string(iProcess) + "-" + GetProcessStart(iProcess);
     ::unlink(strNote.c_str());
     const int iFile = MakeNewFile(strNote.c_str());

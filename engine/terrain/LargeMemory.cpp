@@ -17,10 +17,12 @@ void Advise(void* pMemory, size_t nBytes, int iAdvice)
     {
         return;
     }
-    const auto uPage = static_cast<uintptr_t>(::sysconf(_SC_PAGESIZE));
-    const uintptr_t uBegin = (reinterpret_cast<uintptr_t>(pMemory) + uPage - 1) / uPage * uPage;
-    const uintptr_t uEnd = (reinterpret_cast<uintptr_t>(pMemory) + nBytes) / uPage * uPage;
-    ::madvise(reinterpret_cast<void*>(uBegin), uEnd - uBegin, iAdvice); // only advice
+    // Whole pages.
+    const auto nPage = static_cast<size_t>(::sysconf(_SC_PAGESIZE));
+    const size_t nSkip = (nPage - reinterpret_cast<uintptr_t>(pMemory) % nPage) % nPage;
+    ::madvise(static_cast<unsigned char*>(pMemory) + nSkip,
+              (nBytes - nSkip) / nPage * nPage,
+              iAdvice); // only advice
 }
 
 } // namespace

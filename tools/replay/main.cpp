@@ -126,7 +126,8 @@ std::string FindClash(const SReplayOptions& options, const CTCPARSE_KEYWORD* pSc
             if (!strPath.empty() &&
                 fs::same_file(GetAbsolutePath(strPath).c_str(), strRead.c_str()))
             {
-                return strPath + ": is the same file as " + strRead;
+                std::string strFault = strPath;
+                return strFault.append(": is the same file as ").append(strRead);
             }
         }
     }
