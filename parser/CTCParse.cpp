@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -60,7 +61,7 @@ CTCPARSE_KEYWORD* CTCParse::Parse(int32_t* pError)
     const auto start = std::chrono::steady_clock::now();
     SVocabulary vocabulary;
     *pError = 0;
-    CTCPARSE_KEYWORD* pNodes = ReadBlock(vocabulary, pError);
+    std::unique_ptr<CTCPARSE_KEYWORD> pNodes(ReadBlock(vocabulary, pError));
     if (m_pOutline != nullptr)
     {
         m_pOutline->strText.assign<const char*>(m_Text.get(), m_pEnd);
@@ -68,7 +69,7 @@ CTCPARSE_KEYWORD* CTCParse::Parse(int32_t* pError)
     }
     const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
     g_fTotalSeconds += spent.count();
-    return pNodes;
+    return pNodes.release();
 }
 
 double CTCParse::GetTotalSeconds()

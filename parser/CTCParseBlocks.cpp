@@ -1,12 +1,26 @@
 #include "parser/CTCParse.h"
 
 #include <memory>
+#include <utility>
 #include <vector>
+
+namespace
+{
+
+// Deletes what was read when there is no memory for the rest.
+struct SChain
+{
+    CTCPARSE_KEYWORD* pFirst = nullptr;
+
+    ~SChain() { delete pFirst; }
+};
+
+} // namespace
 
 CTCPARSE_KEYWORD* CTCParse::ReadBlock(SVocabulary& vocabulary, int32_t* pError)
 {
-    CTCPARSE_KEYWORD* pFirst = nullptr;
-    SPlace place{&pFirst, {}};
+    SChain chain;
+    SPlace place{&chain.pFirst, {}};
     size_t iStart = 0; // of the statement
     while (*pError == 0 && !SkipSpace())
     {
@@ -45,7 +59,7 @@ CTCPARSE_KEYWORD* CTCParse::ReadBlock(SVocabulary& vocabulary, int32_t* pError)
         m_pOutline->bOpenComment = m_bOpenComment && !m_bCutInclude;
         m_pOutline->nOpenBlocks = place.around.size();
     }
-    return pFirst;
+    return std::exchange(chain.pFirst, nullptr);
 }
 
 void CTCParse::NoteCall(const CTCPARSE_KEYWORD* pCall, const SPlace& place)

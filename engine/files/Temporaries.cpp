@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 #include <string_view>
 
 namespace fs
@@ -208,21 +209,25 @@ void RemoveNotedTemporaries()
 
 void RemoveDeadTemporaries(const std::string& strFolder, uid_t uOwner)
 {
-    DIR* pFolder = ::opendir(strFolder.c_str());
+    const auto close = [](DIR* pOpen)
+    {
+        ::closedir(pOpen);
+    };
+    const std::unique_ptr<DIR, decltype(close)> pFolder(::opendir(strFolder.c_str()), close);
     if (pFolder == nullptr)
     {
         return;
     }
-    while (const dirent* pEntry = ::readdir(pFolder))
+    const int iFolder = ::dirfd(pFolder.get());
+    while (const dirent* pEntry = ::readdir(pFolder.get()))
     {
         SMaker maker;
         if (ParseName(pEntry->d_name, maker) && !IsLiving(maker) &&
-            IsAbandoned(::dirfd(pFolder), pEntry->d_name, uOwner))
+            IsAbandoned(iFolder, pEntry->d_name, uOwner))
         {
-            ::unlinkat(::dirfd(pFolder), pEntry->d_name, 0);
+            ::unlinkat(iFolder, pEntry->d_name, 0);
         }
     }
-    ::closedir(pFolder);
 }
 
 } // namespace fs
