@@ -10,6 +10,7 @@
 #include "host/Log.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -160,7 +161,9 @@ void CLevelHeights::SecureFile(const char* pszPath, bool bOwn)
     const std::string strBackup = FindHeightBackup(strPath);
     if (!strBackup.empty() && m_AskedFile != 0 && IsFile(strBackup, m_AskedDevice, m_AskedFile))
     {
-        m_bPutBack = PutBackFile(strBackup, strPath);
+        m_Backup = strBackup;
+        // One that nobody may write would be in the way of the new file: put back after a failure.
+        m_bPutBack = !fs::read_only(strBackup.c_str()) && PutBackFile(strBackup, strPath);
     }
     else if (m_bUsersFile && strPath != GetSpareFile() && m_AskedFile != 0 &&
              IsFile(strPath, m_AskedDevice, m_AskedFile))
@@ -185,6 +188,11 @@ void CLevelHeights::KeepOther(const std::string& strPath)
 void CLevelHeights::OnSaved(const char* pszPath, bool bOwn, bool bDone)
 {
     m_Whole.reset();
+    const std::string strBackup = std::exchange(m_Backup, std::string());
+    if (!bDone && !strBackup.empty() && ::access(pszPath, F_OK) != 0)
+    {
+        m_bPutBack = PutBackFile(strBackup, pszPath);
+    }
     const bool bOther = std::exchange(m_bPutBack, false) || bDone;
     try
     {

@@ -98,7 +98,8 @@ private:
     std::optional<uint64_t> m_FileState;   // none: no state of the stack
     std::optional<CUncancellable> m_Whole; // while a plug-in writes the level's file
     std::function<void()> m_OnFile;
-    bool m_bPutBack = false;  // the backup's content was
+    std::string m_Backup;     // that a plug-in has just made of the level's file
+    bool m_bPutBack = false;  // its content was put back
     bool m_bUsersFile = true; // the level's file holds what a person has saved
     std::string m_Asked;      // the path that was last given to a plug-in
     dev_t m_AskedDevice = 0;  // and the file that lay there

@@ -252,6 +252,17 @@ TEST_F(CLevelHeightsTest, AWriteThatFailsLeavesTheLevelAsItWas)
     EXPECT_TRUE(m_Face.bAsked);
 }
 
+TEST_F(CLevelHeightsTest, AReadOnlyHeightMapBecomesTheBackupOfTheNewOne)
+{
+    const std::string strHeights = m_Folder.Path("l.height");
+    ASSERT_TRUE(m_Document.New(32, SIZE, 3.0F));
+    ASSERT_TRUE(m_Document.SaveAs(m_Folder.Path("l.level").c_str()));
+    const std::string strBefore = ReadBytes(strHeights);
+    std::filesystem::permissions(strHeights, std::filesystem::perms::owner_read);
+    EXPECT_TRUE(ChangeResolution(17));
+    EXPECT_EQ(ReadBytes(strHeights + ".bak"), strBefore);
+}
+
 TEST_F(CLevelHeightsTest, AnImportIsAStepOfTheLevelAlsoWhenItIsNotSquare)
 {
     const std::string strWide = WriteRandom("wide.height", 21, 9, {210.0F, 80.0F, 90.0F});
