@@ -204,8 +204,7 @@ bool CAutosave::WriteText(const SAutosaveText& text)
     const std::string strText = text.Write();
     ::unlink(strTemp.c_str()); // nothing of ours has this name
     const int iFile = MakeNewFile(strTemp.c_str());
-    const bool bWritten = iFile >= 0 && ::write(iFile, strText.data(), strText.size()) ==
-                                            static_cast<ssize_t>(strText.size());
+    const bool bWritten = iFile >= 0 && WriteAll(iFile, strText.data(), strText.size());
     const bool bPlaced = bWritten && ::rename(strTemp.c_str(), strFile.c_str()) == 0;
     if (!bPlaced)
     {

@@ -29,25 +29,7 @@ public:
     {
     }
 
-    bool Write(const void* pData, size_t nBytes)
-    {
-        const char* pNext = static_cast<const char*>(pData);
-        while (nBytes > 0)
-        {
-            const ssize_t nWritten = ::write(m_File, pNext, nBytes);
-            if (nWritten < 0 && errno == EINTR)
-            {
-                continue;
-            }
-            if (nWritten <= 0)
-            {
-                return false;
-            }
-            pNext += nWritten;
-            nBytes -= static_cast<size_t>(nWritten);
-        }
-        return true;
-    }
+    bool Write(const void* pData, size_t nBytes) { return WriteAll(m_File, pData, nBytes); }
 
     bool Finish() { return ::fsync(m_File) == 0 && ::close(m_File) == 0; }
 

@@ -1,6 +1,7 @@
 #include "editor/autosave/Recovery.h"
 
 #include "editor/autosave/AutosaveFiles.h"
+#include "editor/core/FileNames.h"
 #include "editor/core/Processes.h"
 #include "editor/script/CScriptPlayer.h"
 #include "host/FileSystem.h"
@@ -132,8 +133,7 @@ private:
 bool Parse(const std::string& strText, std::unique_ptr<CTCPARSE_KEYWORD>& pFirst)
 {
     const int iFile = ::memfd_create("steps", MFD_CLOEXEC);
-    const bool bWritten = iFile >= 0 && ::write(iFile, strText.data(), strText.size()) ==
-                                            static_cast<ssize_t>(strText.size());
+    const bool bWritten = iFile >= 0 && WriteAll(iFile, strText.data(), strText.size());
     ETCParseStatus eStatus = tcparse_unreadable;
     if (bWritten)
     {

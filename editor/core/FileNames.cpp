@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+
 std::string ShortenName(const std::string& strName, size_t nMost)
 {
     constexpr unsigned CONTINUATION_MASK = 0xC0;
@@ -37,4 +39,24 @@ int MakeNewFile(const char* pszPath)
     return ::open(pszPath,
                   O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_APPEND | O_CLOEXEC,
                   S_IRUSR | S_IWUSR);
+}
+
+bool WriteAll(int iFile, const void* pData, size_t nBytes)
+{
+    const char* pNext = static_cast<const char*>(pData);
+    while (nBytes > 0)
+    {
+        const ssize_t nWritten = ::write(iFile, pNext, nBytes);
+        if (nWritten < 0 && errno == EINTR)
+        {
+            continue;
+        }
+        if (nWritten <= 0)
+        {
+            return false;
+        }
+        pNext += nWritten;
+        nBytes -= static_cast<size_t>(nWritten);
+    }
+    return true;
 }

@@ -13,3 +13,7 @@ std::string FindFreeName(const std::string& strPrefix, const char* pszSuffix, si
 // A new file for its owner alone: nothing is replaced, no link is followed. Negative, and errno is
 // set, when it cannot be made.
 int MakeNewFile(const char* pszPath);
+
+// All of the bytes. False, and errno is set, when the file takes no more. A child of fork may call
+// it.
+bool WriteAll(int iFile, const void* pData, size_t nBytes);

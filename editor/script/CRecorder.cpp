@@ -39,27 +39,6 @@ std::string GetFileName(const std::string& strPath)
     return std::filesystem::path(strPath).filename().string();
 }
 
-bool WriteAll(int iFile, const std::string& strText)
-{
-    const char* pNext = strText.c_str();
-    size_t nLeft = strText.size();
-    while (nLeft > 0)
-    {
-        const ssize_t nWritten = ::write(iFile, pNext, nLeft);
-        if (nWritten < 0 && errno == EINTR)
-        {
-            continue;
-        }
-        if (nWritten <= 0)
-        {
-            return false;
-        }
-        pNext += nWritten;
-        nLeft -= static_cast<size_t>(nWritten);
-    }
-    return true;
-}
-
 // Where the recording is, for the next start. A name that says it to nobody is no fault: the part
 // lies beside its target.
 std::string WriteNote(const std::string& strPart)
@@ -73,7 +52,7 @@ std::string WriteNote(const std::string& strPart)
     const int iFile = MakeNewFile(strNote.c_str());
     if (iFile >= 0)
     {
-        WriteAll(iFile, strPart);
+        WriteAll(iFile, strPart.data(), strPart.size());
         ::close(iFile);
     }
     return strNote;
@@ -181,7 +160,8 @@ bool CRecorder::TakePlace()
 
 bool CRecorder::Append(const std::string& strText)
 {
-    return m_File >= 0 && (WriteAll(m_File, strText) || Fail(std::strerror(errno)));
+    return m_File >= 0 &&
+           (WriteAll(m_File, strText.data(), strText.size()) || Fail(std::strerror(errno)));
 }
 
 bool CRecorder::Fail(const char* pszFault)

@@ -1,9 +1,9 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CHeadlessFace.h"
-#include "host/CUndo.h"
 #include "host/FileSystem.h"
 #include "host/Progress.h"
 #include "host/Terrain.h"
+#include "tests/editor/CStep.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
 #include "tests/support/FakeFrontEnd.h"
@@ -121,18 +121,6 @@ TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
 
 TEST_F(CEditorHostTest, CountsWhatARecordTakesFromWhatTheTerrainReports)
 {
-    class CStep : public CUndo
-    {
-    public:
-        bool IsTransient() const override { return false; }
-
-        void Undo() override {}
-
-        void Redo() override {}
-
-        void OnNotify(uintptr_t) override {}
-    };
-
     constexpr size_t SQUARE_BYTES = size_t{16} * 16 * 16; // vertices of a square, bytes of a vertex
     ASSERT_TRUE(m_Host.NewLevel(100, {100.0F, 50.0F, 100.0F}));
     m_Host.GetUndoStack().SetLimit(3 * SQUARE_BYTES);

@@ -3,8 +3,8 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CLevelDocument.h"
-#include "host/CUndo.h"
 #include "host/FileSystem.h"
+#include "tests/editor/CStep.h"
 #include "tests/support/CTempFolder.h"
 
 #include <gtest/gtest.h>
@@ -12,18 +12,6 @@
 #include <vector>
 
 inline constexpr SVec3 SIZE = {160.0F, 50.0F, 160.0F};
-
-class CStep : public CUndo
-{
-public:
-    bool IsTransient() const override { return false; }
-
-    void Undo() override {}
-
-    void Redo() override {}
-
-    void OnNotify(uintptr_t) override {}
-};
 
 // A level document on a host without a window, in an empty folder.
 class CLevelDocumentTest : public testing::Test

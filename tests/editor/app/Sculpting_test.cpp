@@ -30,6 +30,18 @@ protected:
         return ReadBytes(strPath);
     }
 
+    // With the button held. before: the heights at the press.
+    void BeginStroke(std::vector<float>& before)
+    {
+        ASSERT_NO_FATAL_FAILURE(Start());
+        ASSERT_NO_FATAL_FAILURE(TakeBrush());
+        before = GetHeights();
+        MoveTo(GetView(), {0.4, 0.5});
+        Do({"mousedown", "1"});
+        MoveTo(GetView(), {0.6, 0.5});
+        ASSERT_NE(GetHeights(), before);
+    }
+
     QString GetStatus(const char* pszName) { return m_Window->findChild<QLabel*>(pszName)->text(); }
 };
 
@@ -65,13 +77,8 @@ TEST_F(CSculpting, ARecordedDragReplaysToTheSameFileAndUndoGivesTheFirstOneBack)
 
 TEST_F(CSculpting, EscapeTakesTheRunningStrokeBackWhole)
 {
-    ASSERT_NO_FATAL_FAILURE(Start());
-    ASSERT_NO_FATAL_FAILURE(TakeBrush());
-    const std::vector<float> before = GetHeights();
-    MoveTo(GetView(), {0.4, 0.5});
-    Do({"mousedown", "1"});
-    MoveTo(GetView(), {0.6, 0.5});
-    EXPECT_NE(GetHeights(), before);
+    std::vector<float> before;
+    ASSERT_NO_FATAL_FAILURE(BeginStroke(before));
     Key("Escape");
     EXPECT_EQ(GetHeights(), before);
     MoveTo(GetView(), {0.5, 0.7}); // the button is still down, but the stroke is over
@@ -83,14 +90,28 @@ TEST_F(CSculpting, EscapeTakesTheRunningStrokeBackWhole)
     EXPECT_NE(GetHeights(), before) << "the next stroke works";
 }
 
+TEST_F(CSculpting, AMenuThatTakesTheMouseEndsTheStroke)
+{
+    std::vector<float> before;
+    ASSERT_NO_FATAL_FAILURE(BeginStroke(before));
+    Key("alt+f");
+    ASSERT_TRUE(WaitFor([] { return QApplication::activePopupWidget() != nullptr; }, "the menu"));
+    Do({"mouseup", "1"});
+    Key("Escape");
+    Key("Escape");
+    ASSERT_TRUE(WaitFor([] { return QApplication::activePopupWidget() == nullptr; }, "no menu"));
+    const std::vector<float> stroke = GetHeights();
+    EXPECT_NE(stroke, before);
+    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 1U);
+    MoveTo(GetView(), {0.3, 0.8});
+    MoveTo(GetView(), {0.7, 0.2});
+    EXPECT_EQ(GetHeights(), stroke) << "no button is held";
+}
+
 TEST_F(CSculpting, LeavingTheModeInMidStrokeEndsItAndSetsTheMouseFree)
 {
-    ASSERT_NO_FATAL_FAILURE(Start());
-    ASSERT_NO_FATAL_FAILURE(TakeBrush());
-    const std::vector<float> before = GetHeights();
-    MoveTo(GetView(), {0.4, 0.5});
-    Do({"mousedown", "1"});
-    MoveTo(GetView(), {0.6, 0.5});
+    std::vector<float> before;
+    ASSERT_NO_FATAL_FAILURE(BeginStroke(before));
     Key("ctrl+t");
     const std::vector<float> stroke = GetHeights();
     EXPECT_NE(stroke, before);
