@@ -74,8 +74,8 @@ public:
     virtual bool WouldDropPainting(int32_t iModeId) = 0;
     // The file that the mode which paints is on with and could not read; empty when there is none.
     virtual std::string GetUnreadBitmap() = 0;
-    // Takes back the last stroke that was painted, or paints it again.
-    virtual void StepPaint(bool bRedo) = 0;
+    // Takes back the last stroke that was painted, or paints it again. False when there is none.
+    virtual bool StepPaint(bool bRedo) = 0;
     // Gives up the drag that sculpts, for when memory has run out inside one of its calls: heights
     // are those of before the press, no record is made, what the drag held is freed. Needs no
     // memory. False without such a drag.

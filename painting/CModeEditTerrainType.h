@@ -107,6 +107,9 @@ public:
     // The file whose bitmap is loaded, as the dialog had it; empty before the first one.
     const std::string& GetBitmapPath() const { return m_BitmapPath; }
 
+    // Strokes that Undo would still take back.
+    uint32_t GetUndoPosition() const { return m_Undo->GetPosition(); }
+
 private:
     bool IsCurrent() const;
     void LoadBitmap(const std::string& strPath);
@@ -132,5 +135,5 @@ private:
     std::vector<std::unique_ptr<CTellur2DFunction>> m_Functions; // unique by name
     CTellur2DFunction* m_Function = nullptr;                     // one of them
     uint32_t m_Channels = 0;
-    std::unique_ptr<ITellur2DDrawUndoManager> m_Undo;
+    std::unique_ptr<CTellur2DDrawUndoManager> m_Undo;
 };

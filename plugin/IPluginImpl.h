@@ -99,7 +99,7 @@ public:
     std::string GetUnsavedBitmap() override;
     bool WouldDropPainting(int32_t iModeId) override;
     std::string GetUnreadBitmap() override;
-    void StepPaint(bool bRedo) override;
+    bool StepPaint(bool bRedo) override;
     bool DropDrag() override;
     const char* GetBrushFile() override;
 

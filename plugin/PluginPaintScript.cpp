@@ -279,12 +279,15 @@ const IImage* IPluginImpl::GetBitmap()
     return m_pEditTerrainTypeMode != nullptr ? m_pEditTerrainTypeMode->GetWorkImage() : nullptr;
 }
 
-void IPluginImpl::StepPaint(bool bRedo)
+bool IPluginImpl::StepPaint(bool bRedo)
 {
-    if (m_pEditTerrainTypeMode != nullptr)
+    if (m_pEditTerrainTypeMode == nullptr)
     {
-        bRedo ? m_pEditTerrainTypeMode->Redo() : m_pEditTerrainTypeMode->Undo();
+        return false;
     }
+    const uint32_t uPosition = m_pEditTerrainTypeMode->GetUndoPosition();
+    bRedo ? m_pEditTerrainTypeMode->Redo() : m_pEditTerrainTypeMode->Undo();
+    return m_pEditTerrainTypeMode->GetUndoPosition() != uPosition;
 }
 
 void IPluginImpl::WritePaintBrush(fs::ifile& file) const

@@ -206,7 +206,7 @@ bool CViewInput::Cancel()
     }
     if (bPainting)
     {
-        m_Script->StepPaint(false);
+        m_Host.StepPaint(false);
     }
     EndStroke();
     RepeatHover();

@@ -139,7 +139,7 @@ void CEditorWindow::StepHistory(bool bRedo)
     IPluginScript* pScript = m_Editor.GetPluginScript();
     if (pScript != nullptr && pScript->IsPainting()) // the strokes that the hand is at
     {
-        pScript->StepPaint(bRedo);
+        GetHost().StepPaint(bRedo);
     }
     else if (bRedo)
     {

@@ -49,6 +49,11 @@ void CAutosave::OnEvent(const SHostEvent& event)
     {
         m_KnownRevision = GetRevision();
     }
+    else if (event.eKind == EHostEvent::PaintUndo || event.eKind == EHostEvent::PaintRedo)
+    {
+        m_bNeedsCopy = true; // no step says what the bitmap is now
+        StartCopy();
+    }
     else if (bStep || bDropped)
     {
         KeepDifference();

@@ -116,6 +116,8 @@ public:
     bool Undo(); // false when there is nothing
     bool Redo();
     bool GoToStep(size_t nPosition); // as CUndoStack::GoTo
+    // Takes the last stroke on the bitmap back, or paints it again. Nothing without one.
+    void StepPaint(bool bRedo);
 
     void LoadSettings();
     bool SaveSettings();

@@ -299,6 +299,21 @@ bool CEditorHost::Redo()
     return bRedone;
 }
 
+void CEditorHost::StepPaint(bool bRedo)
+{
+    const SHostEvent event = {.eKind = bRedo ? EHostEvent::PaintRedo : EHostEvent::PaintUndo};
+    if (IPluginScript* pScript = FindScript())
+    {
+        bool bStepped = false;
+        TellBefore(event);
+        Guard("CEditorHost::StepPaint", [&] { bStepped = pScript->StepPaint(bRedo); });
+        if (bStepped)
+        {
+            Tell(event);
+        }
+    }
+}
+
 void CEditorHost::OnBeforeStep(bool bRedo)
 {
     TellBefore({.eKind = bRedo ? EHostEvent::Redo : EHostEvent::Undo});

@@ -13,6 +13,8 @@ enum class EHostEvent : uint32_t
     Command,
     Undo,
     Redo,
+    PaintUndo,       // of the last stroke on the bitmap, asked for through the host
+    PaintRedo,       // as this
     UndoAdded,       // a record came; inside the event that made it
     LevelChanged,    // another terrain; the undo stack is empty
     TerrainReloaded, // the same level has another terrain: the file was read again, an import, or
@@ -48,8 +50,8 @@ public:
     virtual ~IHostObserver() = default;
 
     // The plug-ins have not seen the event yet. Not called for UndoAdded, LevelChanged,
-    // TerrainReloaded and DragDropped. An undo or redo that finds nothing to do has no OnEvent. The
-    // release that ends a drag may come inside another event.
+    // TerrainReloaded and DragDropped. An undo or redo that finds nothing to do, of heights or
+    // painting, has no OnEvent. The release that ends a drag may come inside another event.
     virtual void OnBeforeEvent(const SHostEvent& /*event*/) {}
 
     virtual void OnEvent(const SHostEvent& /*event*/) {}

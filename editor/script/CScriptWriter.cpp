@@ -9,12 +9,14 @@
 #include "host/IPluginScript.h"
 #include "parser/DeclarativeText.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace
 {
 
 constexpr int32_t LAST_TERRAIN_ACTION = 2;        // what follows moves the camera
+constexpr size_t PAINT_STEPS = 10;                // that every plug-in keeps, unless told otherwise
 constexpr size_t MOST_HEIGHTS = size_t{1} << 20U; // 8 MB of text, written in a frame
 
 // Takes what is written to it as text.
@@ -56,7 +58,7 @@ CScriptWriter::CScriptWriter(CEditorHost& host, IScriptSink& sink)
 
 void CScriptWriter::Begin(uint64_t uPainted)
 {
-    m_Painted = uPainted;
+    SetPainted(uPainted);
     m_bStale = false;
     m_State.clear();
     m_Keys.clear();
@@ -123,7 +125,7 @@ void CScriptWriter::WriteChanges()
     if (m_PluginScript->IsPainting() && m_Painted != m_PluginScript->GetBitmapRevision() &&
         m_Sink.KeepBitmap(m_Painted != 0))
     {
-        m_Painted = m_PluginScript->GetBitmapRevision();
+        SetPainted(m_PluginScript->GetBitmapRevision());
         m_State.clear(); // loading the bitmap sets channels and colours
     }
     const std::string strState = ReadState();
@@ -148,6 +150,7 @@ void CScriptWriter::WriteKeys()
 void CScriptWriter::OnBeforeEvent(const SHostEvent& event)
 {
     m_EventKeys = GetKeys();
+    m_PaintedBefore = m_PluginScript->GetBitmapRevision();
     const bool bPress = event.eKind == EHostEvent::ButtonDown;
     const bool bAction = event.eKind == EHostEvent::Action && event.iAction <= LAST_TERRAIN_ACTION;
     if (bPress && m_bDrag)
@@ -180,6 +183,9 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::Undo:
     case EHostEvent::Redo:
         return WriteStep(event.eKind == EHostEvent::Redo);
+    case EHostEvent::PaintUndo:
+    case EHostEvent::PaintRedo:
+        return WritePaintStep(event.eKind == EHostEvent::PaintRedo);
     case EHostEvent::UndoAdded:
         ++m_Undos;
         m_Redos = 0;
@@ -222,6 +228,8 @@ bool CScriptWriter::WriteDrag(const SHostEvent& event)
     if (event.eKind == EHostEvent::ButtonUp)
     {
         m_bDrag = false;
+        m_PaintUndos = bPainting ? std::min(m_PaintUndos + 1, PAINT_STEPS) : m_PaintUndos;
+        m_PaintRedos = bPainting ? 0 : m_PaintRedos;
         EndDrag();
     }
     return true;
@@ -275,6 +283,32 @@ bool CScriptWriter::WriteStep(bool bRedo)
     --nFrom;
     ++nTo;
     m_Sink.Append(bRedo ? "redo()\n" : "undo()\n");
+    m_Sink.EndStep();
+    return true;
+}
+
+void CScriptWriter::SetPainted(uint64_t uRevision)
+{
+    m_Painted = uRevision;
+    m_PaintUndos = 0;
+    m_PaintRedos = 0;
+}
+
+bool CScriptWriter::WritePaintStep(bool bRedo)
+{
+    size_t& nFrom = bRedo ? m_PaintRedos : m_PaintUndos;
+    size_t& nTo = bRedo ? m_PaintUndos : m_PaintRedos;
+    const uint64_t uPainted = m_PluginScript->GetBitmapRevision();
+    if (nFrom == 0 || m_Painted != m_PaintedBefore)
+    {
+        m_PaintUndos = 0; // how many strokes that leaves to take back, nobody says
+        m_PaintRedos = 0;
+        return uPainted == m_PaintedBefore;
+    }
+    --nFrom;
+    ++nTo;
+    m_Painted = uPainted;
+    m_Sink.Append(bRedo ? "paint_redo()\n" : "paint_undo()\n");
     m_Sink.EndStep();
     return true;
 }

@@ -46,7 +46,7 @@ public:
     void KeepTerrain();
 
     // The file on the disk is the bitmap as the script has painted it.
-    void ForgetBitmap() { m_Painted = 0; }
+    void ForgetBitmap() { SetPainted(0); }
 
     uint64_t GetPainted() const { return m_Painted; }
 
@@ -60,6 +60,8 @@ private:
     void EndDrag();
     bool WriteAction(const SHostEvent& event);
     bool WriteStep(bool bRedo);
+    bool WritePaintStep(bool bRedo);
+    void SetPainted(uint64_t uRevision); // by something else than a stroke
 
     CEditorHost& m_Host;
     IScriptSink& m_Sink;
@@ -76,4 +78,7 @@ private:
     uint64_t m_DragRevision = 0; // of the terrain, when the drag began
     size_t m_Undos = 0;          // steps that the script's own undo stack has
     size_t m_Redos = 0;
+    size_t m_PaintUndos = 0;      // strokes on the bitmap that the script can take back
+    size_t m_PaintRedos = 0;      // and paint again
+    uint64_t m_PaintedBefore = 0; // revision of the bitmap when the event came
 };

@@ -476,6 +476,15 @@ TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
              Raise("200, 100");
          }},
         {"taken back", EImageFormat::Rgba32, [this] { PlayScript("paint_undo()\n"); }, nothing},
+        {"a key, twice",
+         EImageFormat::Rgba32,
+         [this] { m_Host.StepPaint(false); },
+         [this]
+         {
+             m_Host.StepPaint(false);
+             m_Host.StepPaint(false); // nothing is left
+             m_Host.StepPaint(true);
+         }},
     };
     ASSERT_NO_FATAL_FAILURE(Start());
     std::vector<uint8_t> texels(size_t{32} * 32 * 4);
