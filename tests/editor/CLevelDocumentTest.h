@@ -9,6 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <string>
 #include <vector>
 
 inline constexpr SVec3 SIZE = {160.0F, 50.0F, 160.0F};
@@ -35,11 +38,28 @@ protected:
         pTerrain->SetHeights(heights.data(), heights.size(), {{}, pTerrain->GetSize()});
     }
 
+    void MakeLevel(const std::string& strName, float fHeight, uint32_t uCells = 16)
+    {
+        ASSERT_TRUE(m_Document.New(uCells, SIZE, fHeight));
+        ASSERT_TRUE(m_Document.SaveAs(m_Folder.Path(strName.c_str()).c_str()));
+    }
+
     // A step of the history, as a stroke makes it.
     void Change(float fHeight)
     {
         SetAll(fHeight);
         m_Host.AddUndo(new CStep);
+    }
+
+    std::vector<std::string> GetNames()
+    {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(m_Folder.GetFolder()))
+        {
+            names.push_back(entry.path().filename().string());
+        }
+        std::sort(names.begin(), names.end());
+        return names;
     }
 
     float GetHeight() { return GetTerrain()->GetHeightAt(80.0F, 80.0F); }
