@@ -103,6 +103,9 @@ bool CDocumentActions::Offer(const SRecoverable& entry)
     if (entry.strFault.empty())
     {
         pRecover = box.addButton("Recover", QMessageBox::AcceptRole);
+        box.setInformativeText(entry.bSavedSince ? "The level has been saved since then. "
+                                                   "Recovering changes no file."
+                                                 : "");
     }
     else
     {

@@ -258,6 +258,22 @@ std::string GetHeightStamp(const std::string& strFile)
     return bRead ? std::to_string(info.st_size) + " " + std::to_string(uChecksum) : "";
 }
 
+bool LinkHeights(const std::string& strFile,
+                 const std::string& strStamp,
+                 const std::string& strLink)
+{
+    if (::linkat(AT_FDCWD, strFile.c_str(), AT_FDCWD, strLink.c_str(), AT_SYMLINK_FOLLOW) != 0)
+    {
+        return false;
+    }
+    const bool bSame = GetHeightStamp(strLink) == strStamp;
+    if (!bSame)
+    {
+        ::unlink(strLink.c_str());
+    }
+    return bSame;
+}
+
 std::string GetFileStamp(const std::string& strFile)
 {
     struct stat info = {};

@@ -6,7 +6,7 @@
 
 // The files of one level's autosave share a stem, "NAME-PID": NAME-PID.level says whose copy it is
 // and what its base is; NAME-PID.K.height and NAME-PID.K.tga are the heights and the painted bitmap
-// of copy number K, and NAME-PID.K.tellur the steps since. Each is made anew and read by its owner
+// of base number K, and NAME-PID.K.tellur the steps since. Each is made anew and read by its owner
 // alone; no link is followed.
 
 constexpr char AUTOSAVE_FOLDER[] = ".tellur-autosave";
@@ -42,5 +42,10 @@ void RemoveAutosaveCopy(const std::string& strStem, uint32_t uNumber);
 // Tells one content of a ".height" file from another: its length and the checksum that it ends
 // with. Empty when there is no such file.
 std::string GetHeightStamp(const std::string& strFile);
+// A second name for a ".height" file of that stamp: its content stays there when another file takes
+// the place of the first name. False where there can be none, as on another file system.
+bool LinkHeights(const std::string& strFile,
+                 const std::string& strStamp,
+                 const std::string& strLink);
 // The same of any file, by length and time.
 std::string GetFileStamp(const std::string& strFile);

@@ -140,9 +140,10 @@ bool CAutosave::Recover(const SRecoverable& entry,
         return false;
     }
     const bool bWasOff = std::exchange(m_bOff, true);
-    const bool bOpen = text.strHeights.empty()
-                           ? m_Document.NewRecovered(text.level, text.fFlat)
-                           : m_Document.OpenRecovered(text.level, text.strHeights.c_str());
+    const bool bOpen =
+        text.strHeights.empty()
+            ? m_Document.NewRecovered(text.level, text.fFlat)
+            : m_Document.OpenRecovered(text.level, text.strHeights.c_str(), entry.bSavedSince);
     const bool bPlayed = bOpen && PlaySteps(entry, play, nSteps, strFault);
     m_Host.EndDrag();
     m_bOff = bWasOff;

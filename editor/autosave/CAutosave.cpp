@@ -82,9 +82,12 @@ bool CAutosave::Tick(TimePoint now)
         return false;
     }
     const bool bDue = now >= m_Due;
+    const bool bPainted = IsKeeping() && GetUnsavedBitmap() != 0;
     m_bFailed = m_bFailed && !bDue;
     m_bNeedsCopy = m_Journal.HasFault() || m_bNeedsCopy;
     KeepDifference();
+    // Strokes are taken back in the plug-in's dialog without an event.
+    m_bNeedsCopy = m_bNeedsCopy || (bPainted && m_Writer.GetPainted() != GetUnsavedBitmap());
     const bool bAtOnce = IsKeeping() && m_bNeedsCopy && !m_bFailed;
     if (!bAtOnce && (!bDue || m_Copy.IsRunning()))
     {
@@ -190,6 +193,11 @@ bool CAutosave::WriteOwnText()
     if (!MakeStem())
     {
         return false;
+    }
+    const std::string strLink = GetAutosaveHeights(m_Stem, m_Number);
+    if (!m_Base.strStamp.empty() && LinkHeights(m_Base.strHeights, m_Base.strStamp, strLink))
+    {
+        m_Base.strHeights = strLink;
     }
     m_Base.level = m_Document.GetText();
     m_Base.uNumber = m_Number;

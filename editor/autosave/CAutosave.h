@@ -17,7 +17,8 @@ class CLevelDocument;
 // Keeps what is not saved of a level, so that a crash costs the step under the hand and no more.
 // Every finished step is appended to a journal in ".tellur-autosave" beside the level, or in the
 // user's state folder where that is not possible or the level has no file. A journal stands on a
-// base: the level's own height map while it is as it was read, or a copy. A copy is made when the
+// base: the level's own height map as it was read, which keeps a second name there for when the
+// level is saved, or a copy. A copy is made when the
 // interval is over, so that a recovery does not play for long, and at once for what no step can
 // say: another resolution, an import, a change of very many heights that no event has made. Fewer
 // heights than that, and those of an undo of what came before the base, are a step themselves. A

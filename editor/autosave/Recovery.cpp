@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <memory>
 #include <system_error>
+#include <tuple>
 
 namespace
 {
@@ -53,6 +54,29 @@ void ReadSteps(SRecoverable& entry)
     }
 }
 
+// Another content than that of the base, or files that were written after the copy.
+bool IsSavedSince(const SAutosaveText& text)
+{
+    struct stat copy = {};
+    if (!text.strStamp.empty())
+    {
+        const std::string strStamp = GetHeightStamp(text.level.strHeightMap);
+        return !strStamp.empty() && strStamp != text.strStamp;
+    }
+    if (text.strHeights.empty() || ::stat(text.strHeights.c_str(), &copy) != 0)
+    {
+        return false;
+    }
+    const auto isNewer = [&copy](const std::string& strFile)
+    {
+        struct stat info = {};
+        return ::stat(strFile.c_str(), &info) == 0 &&
+               std::tie(info.st_mtim.tv_sec, info.st_mtim.tv_nsec) >
+                   std::tie(copy.st_mtim.tv_sec, copy.st_mtim.tv_nsec);
+    };
+    return isNewer(text.level.strPath) || isNewer(text.level.strHeightMap);
+}
+
 bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
 {
     struct stat info = {};
@@ -68,9 +92,10 @@ bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
     const bool bOwn = !entry.text.strStamp.empty();
     if (bOwn && GetHeightStamp(strHeights) != entry.text.strStamp)
     {
-        entry.strFault = strHeights + " is not what it was when they were made";
+        entry.strFault = entry.text.level.strHeightMap + " is not what it was when they were made";
     }
     const bool bCopy = !strHeights.empty() && !bOwn;
+    entry.bSavedSince = IsSavedSince(entry.text);
     if (bCopy && ::lstat(strHeights.c_str(), &info) != 0)
     {
         return false;

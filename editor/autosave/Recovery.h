@@ -17,6 +17,7 @@ struct SRecoverable
     std::vector<std::string> steps;
     uint32_t uLastNumber = 1; // of the journals that the steps come from
     int64_t iWritten = 0;     // the last of it, seconds since 1970
+    bool bSavedSince = false; // the level was
     std::string strFault;     // why it cannot be given back, one line; empty when it can
 };
 

@@ -11,7 +11,7 @@ struct SAutosaveText
 {
     SLevelText level;       // strPath: the level's own file, empty when it had none
     uint32_t uNumber = 1;   // of the base: the first steps are in the journal of this number
-    std::string strHeights; // full path: a copy, or the level's own height map; empty: flat
+    std::string strHeights; // full path: a copy, or the level's own as read; empty: flat
     std::string strStamp;   // of GetHeightStamp when these are the level's own
     float fFlat = 0.0F;     // height of all vertices, without heights
     std::string strBitmap;  // painted and not saved, as the plug-in names it; empty for none

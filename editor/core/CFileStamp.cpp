@@ -90,9 +90,3 @@ bool CFileStamp::IsChanged() const
     const bool bSameSize = now.uBytes == m_State.uBytes;
     return !m_bChecksum || !bSameSize || ReadChecksum(m_Path) != m_Checksum;
 }
-
-bool CFileStamp::IsNewerThan(const CFileStamp& other) const
-{
-    return m_State.bThere && other.m_State.bThere &&
-           GetNanoseconds(m_State.written) > GetNanoseconds(other.m_State.written);
-}

@@ -23,9 +23,6 @@ public:
     // Whatever is there from now on counts as changed.
     void Forget() { m_State = {}; }
 
-    // Both were there, and this one was written later.
-    bool IsNewerThan(const CFileStamp& other) const;
-
 private:
     struct SState
     {

@@ -64,8 +64,9 @@ public:
     const std::string& GetSaveOutcome() const { return m_Files.GetOutcome(); }
 
     // What an interrupted run has left: heights from pszHeightPath, the rest from text. The level
-    // gets its own paths back, which are not read, and counts as modified.
-    bool OpenRecovered(const SLevelText& text, const char* pszHeightPath);
+    // gets its own paths back, which are not read, and counts as modified. bSavedSince: what is
+    // there now counts as changed by another hand.
+    bool OpenRecovered(const SLevelText& text, const char* pszHeightPath, bool bSavedSince);
     // The same of a level that was made and never saved.
     bool NewRecovered(const SLevelText& text, float fHeight);
 

@@ -24,16 +24,10 @@ ETCParseStatus CLevelFiles::ReadText(const std::string& strPath, SLevelText& tex
     return eStatus == tcparse_done && !text.Read(m_Kept.GetFirst()) ? tcparse_failed : eStatus;
 }
 
-void CLevelFiles::DistrustNewerThan(const std::string& strCopy)
+void CLevelFiles::Distrust()
 {
-    const CFileStamp copy(strCopy);
-    for (CFileStamp* pStamp : {&m_Text, &m_Heights})
-    {
-        if (pStamp->IsNewerThan(copy))
-        {
-            pStamp->Forget();
-        }
-    }
+    m_Text.Forget();
+    m_Heights.Forget();
 }
 
 std::vector<SReplacedFile> CLevelFiles::FindReplaced(const std::string& strPath,

@@ -27,9 +27,8 @@ public:
     // Looks at the heights: before they are read, or after this program has written them.
     void NoteHeights(const std::string& strPath) { m_Heights = CFileStamp(strPath); }
 
-    // Of a level whose heights come from a copy of its own: what was written after the copy counts
-    // as changed by another hand.
-    void DistrustNewerThan(const std::string& strCopy);
+    // What is there counts as changed by another hand.
+    void Distrust();
 
     // What a save to these would replace. strConfirmed: what a person has agreed to already.
     std::vector<SReplacedFile> FindReplaced(const std::string& strPath,

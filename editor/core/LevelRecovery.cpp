@@ -6,7 +6,9 @@
 
 #include <utility>
 
-bool CLevelDocument::OpenRecovered(const SLevelText& text, const char* pszHeightPath)
+bool CLevelDocument::OpenRecovered(const SLevelText& text,
+                                   const char* pszHeightPath,
+                                   bool bSavedSince)
 {
     if (!OpenHeights(pszHeightPath))
     {
@@ -19,9 +21,9 @@ bool CLevelDocument::OpenRecovered(const SLevelText& text, const char* pszHeight
         SLevelText said; // what is kept of it; what it says is known
         files.ReadText(text.strPath, said);
         files.NoteHeights(GetHeightPath());
-        if (GetHeightPath() != GetFullPath(pszHeightPath))
+        if (bSavedSince)
         {
-            files.DistrustNewerThan(pszHeightPath);
+            files.Distrust();
         }
     }
     SetSource(text, std::move(files), false);

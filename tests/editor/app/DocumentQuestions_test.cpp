@@ -218,7 +218,7 @@ TEST_F(CDocumentQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
         return files;
     };
     std::map<std::string, std::string> left = read();
-    EXPECT_EQ(left.size(), 2U) << "a journal and what it belongs to";
+    EXPECT_EQ(left.size(), 3U) << "a journal and what it belongs to";
     EXPECT_TRUE(CloseAnd(QMessageBox::Discard));
     Stop();
     // The same as a process has left it that is gone.

@@ -99,24 +99,54 @@ TEST_F(CAutosaveTest, ACrashAfterACrashLosesNothingAndAChangedFileIsNoBase)
     ExpectBack();
     EXPECT_EQ(m_Document.GetTitle(), "Untitled") << "it was never saved";
 
+    // What it stood on is written over in place.
     ASSERT_NO_FATAL_FAILURE(Crash([this] { Stroke(); }));
-    Open();
-    TakeBrush(1, 0.3F);
-    m_Face.cursor.PointAtPosition(100.0F, 100.0F);
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
-    m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, 1});
-    m_Host.EndDrag();
-    ASSERT_TRUE(m_Document.Save());
+    const std::string strHeights = m_Folder.Path("l.height");
+    std::string strBytes = ReadBytes(strHeights);
+    strBytes.back() = static_cast<char>(strBytes.back() ^ 1);
+    {
+        std::fstream file(strHeights, std::ios::in | std::ios::out | std::ios::binary);
+        file.write(strBytes.data(), static_cast<std::streamsize>(strBytes.size()));
+    }
     const uint32_t uSum = GetSum();
     const std::vector<SRecoverable> entries = FindRecoverable({m_Level});
     ASSERT_EQ(entries.size(), 1U);
-    EXPECT_EQ(entries[0].strFault,
-              m_Folder.Path("l.height") + " is not what it was when they were made");
+    EXPECT_EQ(entries[0].strFault, strHeights + " is not what it was when they were made");
     CLogCatcher log;
     size_t nSteps = 0;
     EXPECT_FALSE(Recover(entries[0], nSteps));
     EXPECT_EQ(log.TakeLines().size(), 1U);
     EXPECT_EQ(GetSum(), uSum);
+}
+
+TEST_F(CAutosaveTest, StepsStayWhenTheLevelIsSavedByAnotherHand)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    for (int iCase = 0; iCase < 4; ++iCase)
+    {
+        const bool bSaved = iCase % 2 == 1;
+        ASSERT_NO_FATAL_FAILURE(Crash(
+            [&]
+            {
+                Raise("100, 100");
+                EXPECT_EQ(m_Autosave->Tick(m_Now + std::chrono::hours(iCase / 2)), iCase >= 2);
+                EXPECT_TRUE(m_Autosave->Wait());
+                Raise("150, 200");
+            }));
+        Open(); // another run, which leaves them for later
+        if (bSaved)
+        {
+            Raise("200, 100");
+            ASSERT_TRUE(m_Document.Save());
+            m_Autosave->Tick(m_Now);
+        }
+        const std::vector<SRecoverable> entries = FindRecoverable({m_Level});
+        ASSERT_EQ(entries.size(), 1U);
+        EXPECT_EQ(entries[0].bSavedSince, bSaved);
+        ASSERT_NO_FATAL_FAILURE(ExpectBack());
+        EXPECT_EQ(m_Document.FindReplaced().size(), bSaved ? 2U : 0U) << "a save asks";
+        EXPECT_TRUE(m_Document.IsModified());
+    }
 }
 
 TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
@@ -162,6 +192,22 @@ TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
              m_Host.StepPaint(false);
              m_Host.StepPaint(false); // nothing is left
              m_Host.StepPaint(true);
+         }},
+        {"the dialog's button",
+         EImageFormat::Rgba32,
+         nothing,
+         [this]
+         {
+             m_Script->StepPaint(false); // no event says so
+             EXPECT_TRUE(m_Autosave->Tick(m_Now) && m_Autosave->Wait());
+             EXPECT_FALSE(m_Autosave->Tick(m_Now));
+         }},
+        {"a save that nothing follows",
+         EImageFormat::Rgba32,
+         [this] { Raise("100, 100"); },
+         [this]
+         {
+             EXPECT_TRUE(m_Document.Save());
          }},
     };
     ASSERT_NO_FATAL_FAILURE(Start());
@@ -214,7 +260,7 @@ TEST_F(CAutosaveTest, AFullDiskLosesNoStepOnceThereIsRoom)
             CLogCatcher log;
             Raise("100, 100");
             const std::vector<std::string> files = FindFiles("");
-            EXPECT_EQ(files.size(), 2U) << "a text and a journal";
+            EXPECT_EQ(files.size(), 3U) << "a text, a journal and the heights";
             LimitFiles(9000); // less than the heights take
             EXPECT_TRUE(m_Autosave->Tick(m_Now + std::chrono::hours(1)));
             EXPECT_FALSE(m_Autosave->Wait());
@@ -229,7 +275,7 @@ TEST_F(CAutosaveTest, AFullDiskLosesNoStepOnceThereIsRoom)
             m_Autosave->Tick(m_Now + std::chrono::hours(3)); // no copy has room either
             Raise("150, 200");
             EXPECT_EQ(log.TakeLines().size(), 1U);
-            EXPECT_EQ(FindFiles("").size(), 3U);
+            EXPECT_EQ(FindFiles("").size(), 4U);
             LimitFiles(RLIM_INFINITY);
             Raise("150, 100");
         }));
