@@ -258,10 +258,8 @@ void CEditorWindow::ShowState()
 
 void CEditorWindow::Refresh()
 {
-    CLevelDocument& document = m_Editor.GetDocument();
-    const bool bModified = document.IsModified();
+    const CLevelDocument& document = m_Editor.GetDocument();
     setWindowTitle(QString::fromStdString(document.GetTitle()) + "[*] - Tellur");
-    setWindowModified(bModified);
     KeepChanges();
     if (m_pHistory == nullptr)
     {
@@ -286,7 +284,8 @@ void CEditorWindow::KeepChanges()
 {
     CAutosave& autosave = m_Editor.GetAutosave();
     autosave.Tick(CAutosave::TimePoint::clock::now());
-    const bool bWork = autosave.IsCopying() || autosave.IsChanged();
+    setWindowModified(autosave.IsChanged());
+    const bool bWork = autosave.IsCopying() || isWindowModified();
     const int iPause = autosave.IsCopying() ? AUTOSAVE_COPYING_MS : AUTOSAVE_TICK_MS;
     if (!bWork)
     {
@@ -344,6 +343,7 @@ void CEditorWindow::closeEvent(QCloseEvent* pEvent)
     if (!m_Documents.MayLeave() || !m_UnsavedWork.MayLeave())
     {
         pEvent->ignore();
+        ShowState(); // a part may have been saved
         return;
     }
     SaveWindow();

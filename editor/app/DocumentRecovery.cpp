@@ -18,6 +18,38 @@ namespace
 
 constexpr char SCRIPT_FILTER[] = "Replay scripts (*.tellur)";
 
+QString DescribeKept(const SRecoverable& entry)
+{
+    const std::string& strPath =
+        entry.text.level.strPath.empty() ? entry.text.level.strHeightMap : entry.text.level.strPath;
+    const QString strName =
+        strPath.empty() ? QString("a level that was never saved") : QString::fromStdString(strPath);
+    const auto nSteps = static_cast<qulonglong>(entry.steps.size());
+    const QString strSteps = QString(nSteps == 1 ? "%1 step" : "%1 steps").arg(nSteps);
+    const bool bCopy = entry.text.strStamp.empty() && !entry.text.strHeights.empty();
+    const QString strKept = !bCopy        ? strSteps
+                            : nSteps == 0 ? QString("a copy")
+                                          : QString("a copy and %1 after it").arg(strSteps);
+    return QString("The editor did not end properly. It kept %1 of\n%2\nuntil %3.")
+        .arg(strKept, strName, QDateTime::fromSecsSinceEpoch(entry.iWritten).toString());
+}
+
+// What was saved after it; empty for nothing.
+QString DescribeSince(const SRecoverable& entry)
+{
+    QString strSince;
+    if (entry.bSavedSince)
+    {
+        strSince = "The level has been saved since then. Recovering changes no file. ";
+    }
+    if (entry.bBitmapSavedSince)
+    {
+        strSince += QString("%1 has been saved since then. A copy of that is kept beside it.")
+                        .arg(QString::fromStdString(entry.text.strBitmap));
+    }
+    return strSince;
+}
+
 } // namespace
 
 void CDocumentActions::ToggleRecording()
@@ -48,6 +80,10 @@ bool CDocumentActions::OfferRecovery()
     {
         LogR("[CRecorder] the editor ended while it recorded; what it had is in %s\n",
              strPart.c_str());
+    }
+    if (m_Editor.GetAutosave().IsChanged())
+    {
+        return false; // what opening a level has given back would go for another level's
     }
     for (const SRecoverable& entry : FindRecoverable(m_Editor.GetRecentFiles().GetPaths()))
     {
@@ -81,36 +117,19 @@ bool CDocumentActions::OfferRecoveryOf(const std::string& strLevel)
 
 bool CDocumentActions::Offer(const SRecoverable& entry)
 {
-    const std::string& strPath =
-        entry.text.level.strPath.empty() ? entry.text.level.strHeightMap : entry.text.level.strPath;
-    const QString strName =
-        strPath.empty() ? QString("a level that was never saved") : QString::fromStdString(strPath);
-    const auto nSteps = static_cast<qulonglong>(entry.steps.size());
-    const QString strSteps = QString(nSteps == 1 ? "%1 step" : "%1 steps").arg(nSteps);
-    const bool bCopy = entry.text.strStamp.empty() && !entry.text.strHeights.empty();
-    const QString strKept = !bCopy        ? strSteps
-                            : nSteps == 0 ? QString("a copy")
-                                          : QString("a copy and %1 after it").arg(strSteps);
     QMessageBox box(
-        QMessageBox::Question,
-        "Recover",
-        QString("The editor did not end properly. It kept %1 of\n%2\nuntil %3.")
-            .arg(strKept, strName, QDateTime::fromSecsSinceEpoch(entry.iWritten).toString()),
-        QMessageBox::NoButton,
-        &m_Window);
+        QMessageBox::Question, "Recover", DescribeKept(entry), QMessageBox::NoButton, &m_Window);
     box.setTextFormat(Qt::PlainText);
     const QAbstractButton* pRecover = nullptr;
     if (entry.strFault.empty())
     {
         pRecover = box.addButton("Recover", QMessageBox::AcceptRole);
-        box.setInformativeText(entry.bSavedSince ? "The level has been saved since then. "
-                                                   "Recovering changes no file."
-                                                 : "");
+        box.setInformativeText(DescribeSince(entry));
     }
     else
     {
         box.setInformativeText(
-            "They cannot be given back: " + QString::fromStdString(entry.strFault) + ".");
+            "This cannot be given back: " + QString::fromStdString(entry.strFault) + ".");
     }
     const QAbstractButton* pDiscard = box.addButton("Discard", QMessageBox::DestructiveRole);
     QPushButton* pLater = box.addButton("Later", QMessageBox::RejectRole);

@@ -4,6 +4,7 @@
 #include "editor/autosave/CAutosave.h"
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CLevelDocument.h"
+#include "editor/core/KeptFiles.h"
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
 #include "host/Log.h"
@@ -139,6 +140,13 @@ bool CAutosave::Recover(const SRecoverable& entry,
         CrashLog("[CAutosave::Recover] %s\n", entry.strFault.c_str());
         return false;
     }
+    if (entry.bBitmapSavedSince)
+    {
+        const std::string strKept = KeepFile(fs::root_path(text.strBitmap.c_str()));
+        LogR("[CAutosave::Recover] %s has been saved since: that is kept as %s\n",
+             text.strBitmap.c_str(),
+             strKept.c_str());
+    }
     const bool bWasOff = std::exchange(m_bOff, true);
     const bool bOpen =
         text.strHeights.empty()
@@ -159,9 +167,24 @@ bool CAutosave::Recover(const SRecoverable& entry,
     {
         CrashLog("[CAutosave::Recover] %s\n", strFault.c_str());
     }
-    LogR("[CAutosave::Recover] %zu of %zu steps were given back\n", nSteps, entry.steps.size());
+    TellRecovered(entry, nSteps);
     TakeOver(entry, bPlayed);
     return true;
+}
+
+void CAutosave::TellRecovered(const SRecoverable& entry, size_t nSteps) const
+{
+    std::string strBack = std::to_string(nSteps) + " of " + std::to_string(entry.steps.size()) +
+                          " steps were given back";
+    if (entry.text.strStamp.empty() && !entry.text.strHeights.empty())
+    {
+        strBack = entry.steps.empty() ? "the copy was given back" : "the copy and " + strBack;
+    }
+    if (GetUnsavedBitmap() != 0 && !m_PluginScript->IsPainting())
+    {
+        strBack += "; what was painted shows when Edit is switched on";
+    }
+    LogR("[CAutosave::Recover] %s\n", strBack.c_str());
 }
 
 void CAutosave::TakeOver(const SRecoverable& entry, bool bWhole)

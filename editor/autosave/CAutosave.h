@@ -96,6 +96,7 @@ private:
     bool StartCopy();
     bool Poll();
     bool Finish(ECopyState eState, int iFault);
+    void TellRecovered(const SRecoverable& entry, size_t nSteps) const;
     void TakeOver(const SRecoverable& entry, bool bWhole);
     void RemoveFiles();
 

@@ -54,27 +54,26 @@ void ReadSteps(SRecoverable& entry)
     }
 }
 
+// Both are there, and the second is older.
+bool IsNewer(const std::string& strFile, const std::string& strCopy)
+{
+    struct stat file = {};
+    struct stat copy = {};
+    return ::stat(strFile.c_str(), &file) == 0 && ::stat(strCopy.c_str(), &copy) == 0 &&
+           std::tie(file.st_mtim.tv_sec, file.st_mtim.tv_nsec) >
+               std::tie(copy.st_mtim.tv_sec, copy.st_mtim.tv_nsec);
+}
+
 // Another content than that of the base, or files that were written after the copy.
 bool IsSavedSince(const SAutosaveText& text)
 {
-    struct stat copy = {};
-    if (!text.strStamp.empty())
+    if (text.strStamp.empty())
     {
-        const std::string strStamp = GetHeightStamp(text.level.strHeightMap);
-        return !strStamp.empty() && strStamp != text.strStamp;
+        return IsNewer(text.level.strPath, text.strHeights) ||
+               IsNewer(text.level.strHeightMap, text.strHeights);
     }
-    if (text.strHeights.empty() || ::stat(text.strHeights.c_str(), &copy) != 0)
-    {
-        return false;
-    }
-    const auto isNewer = [&copy](const std::string& strFile)
-    {
-        struct stat info = {};
-        return ::stat(strFile.c_str(), &info) == 0 &&
-               std::tie(info.st_mtim.tv_sec, info.st_mtim.tv_nsec) >
-                   std::tie(copy.st_mtim.tv_sec, copy.st_mtim.tv_nsec);
-    };
-    return isNewer(text.level.strPath) || isNewer(text.level.strHeightMap);
+    const std::string strStamp = GetHeightStamp(text.level.strHeightMap);
+    return !strStamp.empty() && strStamp != text.strStamp;
 }
 
 bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
@@ -86,7 +85,7 @@ bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
         return false;
     }
     entry.strStem = strFile.substr(0, strFile.size() - (sizeof(TEXT_EXTENSION) - 1));
-    entry.iWritten = info.st_mtime;
+    const int64_t iText = info.st_mtime; // it is written anew when a run takes it over
     ReadSteps(entry);
     const std::string& strHeights = entry.text.strHeights;
     const bool bOwn = !entry.text.strStamp.empty();
@@ -96,10 +95,15 @@ bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
     }
     const bool bCopy = !strHeights.empty() && !bOwn;
     entry.bSavedSince = IsSavedSince(entry.text);
+    entry.bBitmapSavedSince =
+        !entry.text.strBitmap.empty() &&
+        IsNewer(fs::root_path(entry.text.strBitmap.c_str()), entry.text.strTexels);
     if (bCopy && ::lstat(strHeights.c_str(), &info) != 0)
     {
         return false;
     }
+    entry.iWritten = std::max(entry.iWritten, bCopy ? int64_t{info.st_mtime} : 0);
+    entry.iWritten = entry.iWritten > 0 ? entry.iWritten : iText;
     const bool bAny = bCopy || !entry.steps.empty() || !entry.text.strBitmap.empty();
     if (!bAny) // the level's own files are all there is to give back
     {
@@ -180,8 +184,10 @@ std::vector<SRecoverable> FindRecoverable(const std::vector<std::string>& levels
     std::vector<std::string> folders = {GetStateAutosaveFolder()};
     for (const std::string& strLevel : levels)
     {
-        const std::string strFolder =
-            (std::filesystem::path(strLevel).parent_path() / AUTOSAVE_FOLDER).string();
+        std::error_code error; // a folder by two names is one
+        const std::filesystem::path folder =
+            std::filesystem::weakly_canonical(std::filesystem::path(strLevel).parent_path(), error);
+        const std::string strFolder = (folder / AUTOSAVE_FOLDER).string();
         if (std::find(folders.begin(), folders.end(), strFolder) == folders.end())
         {
             folders.push_back(strFolder);

@@ -18,7 +18,8 @@ struct SRecoverable
     uint32_t uLastNumber = 1; // of the journals that the steps come from
     int64_t iWritten = 0;     // the last of it, seconds since 1970
     bool bSavedSince = false; // the level was
-    std::string strFault;     // why it cannot be given back, one line; empty when it can
+    bool bBitmapSavedSince = false;
+    std::string strFault; // why it cannot be given back, one line; empty when it can
 };
 
 // What interrupted runs have left of these levels (full paths) and of levels without a file, newest

@@ -242,6 +242,31 @@ TEST_F(CDocumentQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
     open("Recover");
     EXPECT_TRUE(GetHeights() == sculpted);
     EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 2U);
+    // What another run has left waits: it would take the place of this.
+    const std::regex stem("valley-");
+    for (auto& [strName, strText] : left)
+    {
+        const bool bText = strName.ends_with(".level");
+        WriteBytes(std::regex_replace(strName, stem, "wood-"),
+                   bText ? std::regex_replace(strText, stem, "wood-") : strText);
+    }
+    const std::map<std::string, std::string> kept = read();
+    ASSERT_GT(kept.size(), left.size());
+    QTimer timer;
+    timer.callOnTimeout(
+        []
+        {
+            if (auto* pBox = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            {
+                Press(*pBox, "Recover");
+            }
+        });
+    timer.start(20);
+    EXPECT_FALSE(m_Window->OfferRecovery());
+    EXPECT_TRUE(read() == kept);
     Key("ctrl+s");
-    EXPECT_FALSE(std::filesystem::exists(strCopies));
+    EXPECT_FALSE(m_Window->isWindowModified());
+    EXPECT_EQ(read().size(), left.size()) << "the other's alone";
+    EXPECT_TRUE(m_Window->OfferRecovery());
+    EXPECT_TRUE(GetHeights() == sculpted) << "on the heights of before the save";
 }

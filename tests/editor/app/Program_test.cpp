@@ -275,7 +275,7 @@ TEST_F(CProgram, LeavingAsksForThePaintingAndEndsBesideTheDrawDialog)
     ASSERT_NO_FATAL_FAILURE(Enter("^Edit bitmap on terrain"));
     for (int i = 0; i < 2; ++i) // kept, then saved
     {
-        ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
+        ASSERT_NO_FATAL_FAILURE(Enter("^Untitled. - Tellur"));
         Do({"key", "ctrl+q"});
         ASSERT_NO_FATAL_FAILURE(Enter("^Unsaved changes"));
         EXPECT_EQ(ReadBytes(strBitmap), strBefore);

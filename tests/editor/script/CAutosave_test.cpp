@@ -164,12 +164,13 @@ TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
         EImageFormat eFormat;
         std::function<void()> between; // two strokes
         std::function<void()> after;
+        bool bSaved = false; // the bitmap, by another program, after the crash
     };
 
     const SCase cases[] = {
         {"steps alone", EImageFormat::Rgba32, nothing, nothing},
         {"a palette", EImageFormat::Indexed8, nothing, nothing},
-        {"a copy and a step", EImageFormat::Rgba32, copy, nothing},
+        {"a copy and a step", EImageFormat::Rgba32, copy, nothing, true},
         {"a copy with a palette", EImageFormat::Indexed8, copy, nothing},
         {"a copy alone", EImageFormat::Rgb24, nothing, copy},
         {"heights, saved",
@@ -235,11 +236,18 @@ TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
                 painted.after();
                 WriteBytes(m_Folder.Path("crashed.texels"), GetTexels());
             }));
+        if (painted.bSaved)
+        {
+            WriteBytes(m_Folder.Path(strName.c_str()), strFile);
+        }
         Open();
         const std::vector<SRecoverable> entries = FindRecoverable({m_Level});
         ASSERT_EQ(entries.size(), 1U);
+        EXPECT_EQ(entries[0].bBitmapSavedSince, painted.bSaved);
         size_t nSteps = 0;
         ASSERT_TRUE(Recover(entries[0], nSteps));
+        EXPECT_EQ(std::filesystem::exists(m_Folder.Path((strName + ".bak").c_str())),
+                  painted.bSaved);
         EXPECT_TRUE(SaveHeights("back.height") == ReadBytes(m_Folder.Path("crashed.height")));
         EXPECT_TRUE(GetTexels() == ReadBytes(m_Folder.Path("crashed.texels")));
         EXPECT_EQ(m_Script->GetUnsavedBitmap(), m_Folder.Path(strName.c_str()));
