@@ -47,6 +47,11 @@ QString DescribeSince(const SRecoverable& entry)
         strSince += QString("%1 has been saved since then. A copy of that is kept beside it.")
                         .arg(QString::fromStdString(entry.text.strBitmap));
     }
+    if (!entry.strLeftOut.empty())
+    {
+        strSince += QString("%1 has been saved since then: what was painted on it is left out.")
+                        .arg(QString::fromStdString(entry.strLeftOut));
+    }
     return strSince;
 }
 

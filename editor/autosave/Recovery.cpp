@@ -76,6 +76,23 @@ bool IsSavedSince(const SAutosaveText& text)
     return !strStamp.empty() && strStamp != text.strStamp;
 }
 
+// The bitmap on which the last of the steps paint, when that is another one by now.
+std::string FindOtherBitmap(const std::vector<std::string>& steps)
+{
+    std::string strOther;
+    std::string strFile;
+    std::string strStamp;
+    for (const std::string& strStep : steps)
+    {
+        if (ReadBitmapNote(strStep, strFile, strStamp))
+        {
+            const bool bSame = GetFileStamp(fs::root_path(strFile.c_str())) == strStamp;
+            strOther = bSame ? std::string() : strFile;
+        }
+    }
+    return strOther;
+}
+
 bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
 {
     struct stat info = {};
@@ -104,6 +121,7 @@ bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
     }
     entry.iWritten = std::max(entry.iWritten, bCopy ? int64_t{info.st_mtime} : 0);
     entry.iWritten = entry.iWritten > 0 ? entry.iWritten : iText;
+    entry.strLeftOut = FindOtherBitmap(entry.steps);
     const bool bAny = bCopy || !entry.steps.empty() || !entry.text.strBitmap.empty();
     if (!bAny) // the level's own files are all there is to give back
     {

@@ -19,7 +19,8 @@ struct SRecoverable
     int64_t iWritten = 0;     // the last of it, seconds since 1970
     bool bSavedSince = false; // the level was
     bool bBitmapSavedSince = false;
-    std::string strFault; // why it cannot be given back, one line; empty when it can
+    std::string strLeftOut; // a bitmap that is not what it was: steps that paint on it are left out
+    std::string strFault;   // why it cannot be given back, one line; empty when it can
 };
 
 // What interrupted runs have left of these levels (full paths) and of levels without a file, newest

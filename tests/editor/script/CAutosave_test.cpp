@@ -259,6 +259,27 @@ TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
     }
 }
 
+TEST_F(CAutosaveTest, StrokesThatNoCopyHasBelongToTheBitmapTheyBeganWith)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strPath = m_Folder.Path("types.png");
+    const std::vector<uint8_t> grey(64, 100);
+    const std::unique_ptr<IImage> pImage(
+        IL_CreateImageFromBufferFormat(8, 8, EImageFormat::Indexed8, grey.data()));
+    ASSERT_TRUE(IL_SaveImage(strPath.c_str(), pImage.get(), nullptr));
+    ASSERT_NO_FATAL_FAILURE(Crash(
+        [this]
+        {
+            PlayScript("paint_bitmap( \"types.png\" )\n");
+            PaintStroke("1, 1, 1, 1", "100, 100");
+        }));
+    EXPECT_EQ(FindRecoverable({m_Level}).at(0).strLeftOut, "");
+    WriteBytes(strPath, ReadBytes(strPath)); // by another program
+    EXPECT_EQ(FindRecoverable({m_Level}).at(0).strLeftOut, strPath);
+    ASSERT_NO_FATAL_FAILURE(ExpectBack());
+    EXPECT_EQ(m_Script->GetUnsavedBitmap(), "") << "it is left out";
+}
+
 TEST_F(CAutosaveTest, AFullDiskLosesNoStepOnceThereIsRoom)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
