@@ -102,12 +102,12 @@ TEST_F(CAutosaveTest, ACrashAfterACrashLosesNothingAndAChangedFileIsNoBase)
     // What it stood on is written over in place.
     ASSERT_NO_FATAL_FAILURE(Crash([this] { Stroke(); }));
     const std::string strHeights = m_Folder.Path("l.height");
-    std::string strBytes = ReadBytes(strHeights);
-    strBytes.back() = static_cast<char>(strBytes.back() ^ 1);
-    {
-        std::fstream file(strHeights, std::ios::in | std::ios::out | std::ios::binary);
-        file.write(strBytes.data(), static_cast<std::streamsize>(strBytes.size()));
-    }
+    Open();
+    Raise("100, 100");
+    const std::string strBytes = SaveHeights("other.height");
+    std::fstream(strHeights, std::ios::in | std::ios::out | std::ios::binary)
+        .write(strBytes.data(), static_cast<std::streamsize>(strBytes.size()));
+    Open();
     const uint32_t uSum = GetSum();
     const std::vector<SRecoverable> entries = FindRecoverable({m_Level});
     ASSERT_EQ(entries.size(), 1U);
