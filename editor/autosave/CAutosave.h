@@ -18,13 +18,12 @@ class CLevelDocument;
 // Every finished step is appended to a journal in ".tellur-autosave" beside the level, or in the
 // user's state folder where that is not possible or the level has no file. A journal stands on a
 // base: the level's own height map as it was read, which keeps a second name there for when the
-// level is saved, or a copy. A copy is made when the
-// interval is over, so that a recovery does not play for long, and at once for what no step can
-// say: another resolution, an import, a change of very many heights that no event has made. Fewer
-// heights than that, and those of an undo of what came before the base, are a step themselves. A
-// child process writes a copy from the memory of that moment; until it is on the disk, the base
-// before stays. Owned by the program, destroyed before the document, which is the clean end:
-// nothing is left then. UI thread.
+// level is saved, or a copy. A copy is made when the interval is over, so that a recovery does not
+// play for long, and at once for what no step can say: another resolution, an import, a change of
+// very many heights that no event has made. Fewer heights than that, and those of an undo of what
+// came before the base, are a step themselves. A child process writes a copy from the memory of
+// that moment; until it is on the disk, the base before stays. Owned by the program, destroyed
+// before the document, which is the clean end: nothing is left then. UI thread.
 class CAutosave : public IHostObserver, private IScriptSink
 {
 public:
