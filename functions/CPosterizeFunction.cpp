@@ -130,18 +130,16 @@ void CPosterizeFunction::DoOperation(const SOperation& operation)
         return;
     }
     const bool bLimitNow = m_bNoLimit && operation.pModification->GetSrcBuffer() != nullptr;
-    if (m_NumHeightDivisions != m_LevelCount || m_Levels.IsEmpty() || bLimitNow)
-    {
-        if (!CalculateLevels(operation.pModification->GetYSize()))
-        {
-            operation.pModification->GiveUp();
-            return;
-        }
-    }
+    const bool bOld = m_NumHeightDivisions == m_LevelCount && !m_Levels.IsEmpty() && !bLimitNow;
+    const bool bMemory = bOld || CalculateLevels(operation.pModification->GetYSize());
     if (m_Levels.IsEmpty())
     {
         CrashLog("[CPosterizeFunction::DoOperation] failed to calculate height divisions array. "
                  "Operation canceled\n");
+        if (!bMemory)
+        {
+            operation.pModification->GiveUp(); // the operations that follow may find some
+        }
         return;
     }
     CVertList& verts = operation.pVerts->GetVerts();

@@ -243,6 +243,7 @@ std::string PutPoints(const CRTTIField& field, const std::string& strTyped)
                        {
                            double fValue = 0.0;
                            std::replace(strWord.begin(), strWord.end(), ',', '.');
+                           strWord.erase(0, strWord.starts_with('+') ? 1 : 0);
                            return ParseNumber(strWord, fValue);
                        });
 }

@@ -38,8 +38,8 @@ std::string GetObjectText(const CRTTIObject* pObject, IPropListCtrlUser* pUser);
 // as it is.
 std::string ClampText(const CRTTIField& field, const std::string& strText);
 
-// What was typed with a point for each comma, where that makes numbers of it and the field holds
-// such.
+// What was typed with a point for each comma and without a plus in front, where that makes numbers
+// of it and the field holds such.
 std::string PutPoints(const CRTTIField& field, const std::string& strTyped);
 
 // The number inside the limits that the field has.

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStringList>
 
 #include <algorithm>
 #include <filesystem>
@@ -18,18 +19,22 @@ namespace
 
 constexpr char SCRIPT_FILTER[] = "Replay scripts (*.tellur)";
 
+const std::string& GetFile(const SRecoverable& entry) // that a person opens; empty for none
+{
+    const SLevelText& level = entry.text.level;
+    return level.strPath.empty() ? level.strHeightMap : level.strPath;
+}
+
 QString DescribeKept(const SRecoverable& entry)
 {
-    const std::string& strPath =
-        entry.text.level.strPath.empty() ? entry.text.level.strHeightMap : entry.text.level.strPath;
+    const std::string& strPath = GetFile(entry);
     const QString strName =
         strPath.empty() ? QString("a level that was never saved") : QString::fromStdString(strPath);
     const auto nSteps = static_cast<qulonglong>(entry.steps.size());
     const QString strSteps = QString(nSteps == 1 ? "%1 step" : "%1 steps").arg(nSteps);
-    const bool bCopy = entry.text.strStamp.empty() && !entry.text.strHeights.empty();
-    const QString strKept = !bCopy        ? strSteps
-                            : nSteps == 0 ? QString("a copy")
-                                          : QString("a copy and %1 after it").arg(strSteps);
+    const QString strKept = !entry.text.IsCopy() ? strSteps
+                            : nSteps == 0        ? QString("a copy")
+                                                 : QString("a copy and %1 after it").arg(strSteps);
     return QString("The editor did not end properly. It kept %1 of\n%2\nuntil %3.")
         .arg(strKept, strName, QDateTime::fromSecsSinceEpoch(entry.iWritten).toString());
 }
@@ -37,22 +42,22 @@ QString DescribeKept(const SRecoverable& entry)
 // What was saved after it; empty for nothing.
 QString DescribeSince(const SRecoverable& entry)
 {
-    QString strSince;
+    QStringList sentences;
     if (entry.bSavedSince)
     {
-        strSince = "The level has been saved since then. Recovering changes no file. ";
+        sentences << "The level has been saved since then. Recovering does not change its files.";
     }
     if (entry.bBitmapSavedSince)
     {
-        strSince += QString("%1 has been saved since then. A copy of that is kept beside it.")
-                        .arg(QString::fromStdString(entry.text.strBitmap));
+        sentences << QString("%1 has been saved since then. A copy of that is kept beside it.")
+                         .arg(QString::fromStdString(entry.text.strBitmap));
     }
     if (!entry.strLeftOut.empty())
     {
-        strSince += QString("%1 has been saved since then: what was painted on it is left out.")
-                        .arg(QString::fromStdString(entry.strLeftOut));
+        sentences << QString("%1 has been saved since then: what was painted on it is left out.")
+                         .arg(QString::fromStdString(entry.strLeftOut));
     }
-    return strSince;
+    return sentences.join(' ');
 }
 
 } // namespace
@@ -108,9 +113,7 @@ bool CDocumentActions::OfferRecoveryOf(const std::string& strLevel)
     const std::filesystem::path level = std::filesystem::weakly_canonical(strLevel, error);
     for (const SRecoverable& entry : FindRecoverable({level.string()}))
     {
-        const std::string& strFile = entry.text.level.strPath.empty()
-                                         ? entry.text.level.strHeightMap
-                                         : entry.text.level.strPath;
+        const std::string& strFile = GetFile(entry);
         if (!strFile.empty() && std::filesystem::weakly_canonical(strFile, error) == level &&
             Offer(entry))
         {

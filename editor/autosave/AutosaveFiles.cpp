@@ -1,5 +1,6 @@
 #include "editor/autosave/AutosaveFiles.h"
 
+#include "editor/core/FileBackup.h"
 #include "editor/core/FileNames.h"
 #include "editor/core/Processes.h"
 #include "editor/core/UserFolders.h"
@@ -114,13 +115,6 @@ std::string GetStateAutosaveFolder()
     return GetUserStateFolder() + "/autosave";
 }
 
-bool IsAutosaveFolder(const std::string& strFolder)
-{
-    struct stat info = {};
-    return ::lstat(strFolder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) &&
-           info.st_uid == ::geteuid();
-}
-
 std::string MakeAutosaveFolder(const std::string& strLevelPath)
 {
     std::vector<std::string> folders;
@@ -135,7 +129,7 @@ std::string MakeAutosaveFolder(const std::string& strLevelPath)
         std::error_code error;
         std::filesystem::create_directories(GetFolder(strFolder), error);
         ::mkdir(strFolder.c_str(), FOLDER_MODE);
-        if (IsAutosaveFolder(strFolder) && ::access(strFolder.c_str(), W_OK) == 0)
+        if (IsOwnFolder(strFolder) && ::access(strFolder.c_str(), W_OK) == 0)
         {
             return strFolder;
         }
@@ -262,7 +256,7 @@ bool LinkHeights(const std::string& strFile,
                  const std::string& strStamp,
                  const std::string& strLink)
 {
-    if (::linkat(AT_FDCWD, strFile.c_str(), AT_FDCWD, strLink.c_str(), AT_SYMLINK_FOLLOW) != 0)
+    if (!LinkFile(strFile, strLink))
     {
         return false;
     }

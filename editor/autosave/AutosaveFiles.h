@@ -15,8 +15,6 @@ constexpr char AUTOSAVE_FOLDER[] = ".tellur-autosave";
 // when no folder can be written.
 std::string MakeAutosaveFolder(const std::string& strLevelPath);
 std::string GetStateAutosaveFolder();
-// A folder of this user, and no link to one.
-bool IsAutosaveFolder(const std::string& strFolder);
 
 // A stem, with its folder, that no file has; strTitle is cut where names would be too long. Takes
 // away what dead processes have left in the folder without saying what it is.

@@ -4,7 +4,7 @@
 #include "editor/autosave/CAutosave.h"
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CLevelDocument.h"
-#include "editor/core/KeptFiles.h"
+#include "editor/core/FileBackup.h"
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
 #include "host/Log.h"
@@ -13,13 +13,24 @@
 #include <algorithm>
 #include <utility>
 
+namespace
+{
+
+bool IsStep(EHostEvent eKind) // of undo or redo
+{
+    return eKind == EHostEvent::Undo || eKind == EHostEvent::Redo ||
+           eKind == EHostEvent::PaintUndo || eKind == EHostEvent::PaintRedo;
+}
+
+} // namespace
+
 void CAutosave::OnBeforeEvent(const SHostEvent& event)
 {
     if (!IsKeeping())
     {
         return;
     }
-    const bool bStep = event.eKind == EHostEvent::Undo || event.eKind == EHostEvent::Redo;
+    const bool bStep = IsStep(event.eKind);
     const bool bBegins = event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action;
     if (bStep || bBegins)
     {
@@ -40,7 +51,6 @@ void CAutosave::OnEvent(const SHostEvent& event)
     {
         return;
     }
-    const bool bStep = event.eKind == EHostEvent::Undo || event.eKind == EHostEvent::Redo;
     const bool bDropped = event.eKind == EHostEvent::DragDropped;
     if (bDropped)
     {
@@ -50,12 +60,7 @@ void CAutosave::OnEvent(const SHostEvent& event)
     {
         m_KnownRevision = GetRevision();
     }
-    else if (event.eKind == EHostEvent::PaintUndo || event.eKind == EHostEvent::PaintRedo)
-    {
-        m_bNeedsCopy = true; // no step says what the bitmap is now
-        StartCopy();
-    }
-    else if (bStep || bDropped)
+    else if (IsStep(event.eKind) || bDropped)
     {
         KeepDifference();
     }
@@ -142,7 +147,11 @@ bool CAutosave::Recover(const SRecoverable& entry,
     }
     if (entry.bBitmapSavedSince)
     {
-        const std::string strKept = KeepFile(fs::root_path(text.strBitmap.c_str()));
+        const std::string strKept = KeepBeside(fs::root_path(text.strBitmap.c_str()));
+        if (strKept.empty())
+        {
+            return false; // the next save of the bitmap would replace it
+        }
         LogR("[CAutosave::Recover] %s has been saved since: that is kept as %s\n",
              text.strBitmap.c_str(),
              strKept.c_str());
@@ -176,7 +185,7 @@ void CAutosave::TellRecovered(const SRecoverable& entry, size_t nSteps) const
 {
     std::string strBack = std::to_string(nSteps) + " of " + std::to_string(entry.steps.size()) +
                           " steps were given back";
-    if (entry.text.strStamp.empty() && !entry.text.strHeights.empty())
+    if (entry.text.IsCopy())
     {
         strBack = entry.steps.empty() ? "the copy was given back" : "the copy and " + strBack;
     }

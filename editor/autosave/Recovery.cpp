@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <tuple>
 
@@ -76,18 +77,25 @@ bool IsSavedSince(const SAutosaveText& text)
     return !strStamp.empty() && strStamp != text.strStamp;
 }
 
+// Whether the bitmap that a step begins to paint on is another one by now; none: it begins none.
+std::optional<bool> IsOtherBitmap(const std::string& strStep, std::string& strFile)
+{
+    std::string strStamp;
+    return ReadBitmapNote(strStep, strFile, strStamp)
+               ? std::optional(GetFileStamp(fs::root_path(strFile.c_str())) != strStamp)
+               : std::nullopt;
+}
+
 // The bitmap on which the last of the steps paint, when that is another one by now.
 std::string FindOtherBitmap(const std::vector<std::string>& steps)
 {
     std::string strOther;
     std::string strFile;
-    std::string strStamp;
     for (const std::string& strStep : steps)
     {
-        if (ReadBitmapNote(strStep, strFile, strStamp))
+        if (const std::optional<bool> bOther = IsOtherBitmap(strStep, strFile))
         {
-            const bool bSame = GetFileStamp(fs::root_path(strFile.c_str())) == strStamp;
-            strOther = bSame ? std::string() : strFile;
+            strOther = *bOther ? strFile : std::string();
         }
     }
     return strOther;
@@ -110,7 +118,7 @@ bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
     {
         entry.strFault = entry.text.level.strHeightMap + " is not what it was when they were made";
     }
-    const bool bCopy = !strHeights.empty() && !bOwn;
+    const bool bCopy = entry.text.IsCopy();
     entry.bSavedSince = IsSavedSince(entry.text);
     entry.bBitmapSavedSince =
         !entry.text.strBitmap.empty() &&
@@ -138,10 +146,9 @@ public:
     std::string Filter(const std::string& strStep)
     {
         std::string strFile;
-        std::string strStamp;
-        if (ReadBitmapNote(strStep, strFile, strStamp))
+        if (const std::optional<bool> bOther = IsOtherBitmap(strStep, strFile))
         {
-            m_bChanged = GetFileStamp(fs::root_path(strFile.c_str())) != strStamp;
+            m_bChanged = *bOther;
             if (m_bChanged)
             {
                 LogR("[PlaySteps] %s has changed since: what was painted on it is left out\n",
@@ -215,7 +222,7 @@ std::vector<SRecoverable> FindRecoverable(const std::vector<std::string>& levels
     for (const std::string& strFolder : folders)
     {
         std::error_code error;
-        const std::string strListed = IsAutosaveFolder(strFolder) ? strFolder : std::string();
+        const std::string strListed = IsOwnFolder(strFolder) ? strFolder : std::string();
         for (const auto& file : std::filesystem::directory_iterator(strListed, error))
         {
             SRecoverable entry;

@@ -19,6 +19,8 @@ struct SAutosaveText
     int32_t iProcess = 0;   // that keeps it
     std::string strStart;   // as GetProcessStart
 
+    bool IsCopy() const { return strStamp.empty() && !strHeights.empty(); }
+
     // The whole file; process and start are those of this process.
     std::string Write() const;
     // False when the file says nothing of the kind.

@@ -158,8 +158,8 @@ void CEditorHost::RefreshAfterReload()
     NotifyLevelChanged();
     if (!m_bReplaced)
     {
-        Tell(
-            {.eKind = EHostEvent::TerrainReloaded}); // the file may have other heights all the same
+        // The file may have other heights all the same.
+        Tell({.eKind = EHostEvent::TerrainReloaded});
     }
 }
 
@@ -288,7 +288,6 @@ void CEditorHost::GetEnvironmentFile(const char* pszClassName,
     }
     else if (uRequest == REQUEST_RELOAD)
     {
-        m_bReplaced = false;
         m_Engine.GetWorld()->ReloadTerrain();
     }
 }

@@ -233,7 +233,7 @@ private:
     CModeManager m_Modes;
     CUndoStack m_Undo;
     CLevelHeights m_LevelHeights;
-    bool m_bReplaced = false; // since the environment was last told to reload
+    bool m_bReplaced = false; // by the last reload, which has been told
     CSettings m_Settings;
     CPluginRegistry m_Registry;
     SHostCounters m_Counters;

@@ -3,7 +3,6 @@
 #include "editor/core/CTerrainStep.h"
 #include "editor/core/CUndoStack.h"
 #include "editor/core/FileBackup.h"
-#include "editor/core/FileNames.h"
 #include "engine/terrain/HeightFile.h"
 #include "engine/world/CWorld.h"
 #include "host/FileSystem.h"
@@ -133,24 +132,25 @@ bool CLevelHeights::IsLevelFile(const char* pszPath) const
            fs::root_path(pszPath) == fs::root_path(strName.c_str());
 }
 
-void CLevelHeights::OnBeforeSave(const char* pszPath, bool bOwn)
+bool CLevelHeights::OnBeforeSave(const char* pszPath, bool bOwn)
 {
     try
     {
-        SecureFile(pszPath, bOwn);
+        return SecureFile(pszPath, bOwn);
     }
     catch (const std::bad_alloc&)
     {
-        CrashLog("[CLevelHeights] not enough memory to put the height map's backup back\n");
+        CrashLog("[CLevelHeights] not enough memory to keep the height map that is there\n");
+        return pszPath == nullptr || ::access(pszPath, F_OK) != 0; // nothing is replaced
     }
 }
 
-void CLevelHeights::SecureFile(const char* pszPath, bool bOwn)
+bool CLevelHeights::SecureFile(const char* pszPath, bool bOwn)
 {
     const std::string strPath = pszPath != nullptr ? pszPath : "";
     if (bOwn || strPath.empty() || strPath != m_Asked)
     {
-        return;
+        return true;
     }
     m_Whole.emplace();
     if (strPath == GetSpareFile())
@@ -164,39 +164,36 @@ void CLevelHeights::SecureFile(const char* pszPath, bool bOwn)
         m_Backup = strBackup;
         // One that nobody may write would be in the way of the new file: put back after a failure.
         m_bPutBack = !fs::read_only(strBackup.c_str()) && PutBackFile(strBackup, strPath);
+        return true;
     }
-    else if (m_bUsersFile && strPath != GetSpareFile() && m_AskedFile != 0 &&
-             IsFile(strPath, m_AskedDevice, m_AskedFile))
-    {
-        KeepOther(strPath); // an older backup has the name
-    }
+    const bool bSaved = m_bUsersFile && strPath != GetSpareFile() && m_AskedFile != 0 &&
+                        IsFile(strPath, m_AskedDevice, m_AskedFile);
+    return !bSaved || KeepOther(strPath); // an older backup has the name
 }
 
 // What a person has saved is not replaced by what undo and closing may leave unsaved.
-void CLevelHeights::KeepOther(const std::string& strPath)
+bool CLevelHeights::KeepOther(const std::string& strPath)
 {
-    size_t uNumber = 1; // the first one has no number
-    const std::string strOther = FindFreeName(strPath + BACKUP_SUFFIX, "", uNumber);
-    if (PutBackFile(strPath, strOther))
+    const std::string strOther = KeepBeside(strPath);
+    if (!strOther.empty())
     {
         LogR("[CLevelHeights] %s as it was saved is kept as %s\n",
              strPath.c_str(),
              strOther.c_str());
     }
+    return !strOther.empty();
 }
 
 void CLevelHeights::OnSaved(const char* pszPath, bool bOwn, bool bDone)
 {
     m_Whole.reset();
     const std::string strBackup = std::exchange(m_Backup, std::string());
-    if (!bDone && !strBackup.empty() && ::access(pszPath, F_OK) != 0)
-    {
-        m_bPutBack = PutBackFile(strBackup, pszPath);
-    }
-    const bool bOther = std::exchange(m_bPutBack, false) || bDone;
+    const bool bPutBack = std::exchange(m_bPutBack, false);
     try
     {
-        NoteFile(pszPath, bOwn, bDone, bOther);
+        const bool bMissing = !bDone && !strBackup.empty() && ::access(pszPath, F_OK) != 0;
+        const bool bOther = bMissing ? PutBackFile(strBackup, pszPath) : bPutBack;
+        NoteFile(pszPath, bOwn, bDone, bOther || bDone);
     }
     catch (const std::bad_alloc&)
     {

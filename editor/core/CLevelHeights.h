@@ -78,14 +78,14 @@ public:
     void TellExchanged() { m_Keeper.OnReplaced(false); }
 
     // ITerrainListener
-    void OnBeforeSave(const char* pszPath, bool bOwn) override;
+    bool OnBeforeSave(const char* pszPath, bool bOwn) override;
     void OnSaved(const char* pszPath, bool bOwn, bool bDone) override;
     void OnBeforeReload() override;
     void OnReloaded(SHeightField&& before) override;
 
 private:
-    void SecureFile(const char* pszPath, bool bOwn);
-    void KeepOther(const std::string& strPath);
+    bool SecureFile(const char* pszPath, bool bOwn);
+    bool KeepOther(const std::string& strPath);
     void NoteFile(const char* pszPath, bool bOwn, bool bDone, bool bOther);
     bool IsLevelFile(const char* pszPath) const;
     std::string GetSpareFile() const;

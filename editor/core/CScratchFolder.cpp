@@ -1,5 +1,6 @@
 #include "editor/core/CScratchFolder.h"
 
+#include "editor/core/FileNames.h"
 #include "host/Log.h"
 
 #include <fcntl.h>
@@ -29,12 +30,6 @@ std::string MakeName()
     std::random_device device;
     return PREFIX + std::to_string(::getpid()) + "-" + std::to_string(device()) +
            std::to_string(device());
-}
-
-bool IsOwnFolder(const char* pszPath)
-{
-    struct stat info = {};
-    return ::lstat(pszPath, &info) == 0 && S_ISDIR(info.st_mode) && info.st_uid == ::geteuid();
 }
 
 // The lock goes last: without it nobody would know whose a folder is that is not empty.
@@ -131,7 +126,7 @@ void CScratchFolder::RemoveDead() const
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
     {
         if (entry->path().filename().string().starts_with(PREFIX) &&
-            IsOwnFolder(entry->path().c_str()))
+            IsOwnFolder(entry->path().string()))
         {
             RemoveIfDead(entry->path().string());
         }

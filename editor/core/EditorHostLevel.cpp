@@ -56,6 +56,7 @@ void CEditorHost::NotifyLevelChanged()
 
 void CEditorHost::OnBeforeReplacement(bool bByPlugin)
 {
+    m_bReplaced = false;
     if (bByPlugin)
     {
         EndDrag(); // what it holds for a drag it is using itself at present

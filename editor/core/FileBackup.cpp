@@ -1,12 +1,16 @@
 #include "editor/core/FileBackup.h"
 
 #include "host/FileSystem.h"
+#include "host/Log.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
+#include <system_error>
 #include <vector>
 
 namespace
@@ -37,11 +41,35 @@ bool CopyFile(const std::string& strFrom, const std::string& strTo)
 
 } // namespace
 
+bool LinkFile(const std::string& strFile, const std::string& strLink)
+{
+    return ::linkat(AT_FDCWD, strFile.c_str(), AT_FDCWD, strLink.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
 bool PutBackFile(const std::string& strBackup, const std::string& strPath)
 {
-    // A link takes no room and no time, but not every file system has them. One to a link of the
-    // other kind would be written through.
-    return ::linkat(AT_FDCWD, strBackup.c_str(), AT_FDCWD, strPath.c_str(), AT_SYMLINK_FOLLOW) ==
-               0 ||
-           CopyFile(strBackup, strPath);
+    if (LinkFile(strBackup, strPath) || CopyFile(strBackup, strPath))
+    {
+        return true;
+    }
+    CrashLog("[PutBackFile] what is in %s cannot be written to %s\n",
+             strBackup.c_str(),
+             strPath.c_str());
+    return false;
+}
+
+std::string KeepBeside(const std::string& strFile)
+{
+    std::error_code error;
+    struct stat info = {};
+    std::string strKept = strFile + ".bak";
+    for (int i = 2; ::lstat(strKept.c_str(), &info) == 0; ++i)
+    {
+        if (std::filesystem::equivalent(strKept, strFile, error))
+        {
+            return strKept;
+        }
+        strKept = strFile + ".bak" + std::to_string(i);
+    }
+    return PutBackFile(strFile, strKept) ? strKept : std::string();
 }

@@ -34,6 +34,13 @@ std::string FindFreeName(const std::string& strPrefix, const char* pszSuffix, si
     return strName;
 }
 
+bool IsOwnFolder(const std::string& strFolder)
+{
+    struct stat info = {};
+    return ::lstat(strFolder.c_str(), &info) == 0 && S_ISDIR(info.st_mode) &&
+           info.st_uid == ::geteuid();
+}
+
 int MakeNewFile(const char* pszPath)
 {
     return ::open(pszPath,

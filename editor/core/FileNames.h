@@ -10,6 +10,9 @@ std::string ShortenName(const std::string& strName, size_t nMost);
 // nothing. uNumber: the last one that was given, raised to this one.
 std::string FindFreeName(const std::string& strPrefix, const char* pszSuffix, size_t& uNumber);
 
+// A folder of this user, and no link to one.
+bool IsOwnFolder(const std::string& strFolder);
+
 // A new file for its owner alone: nothing is replaced, no link is followed. Negative, and errno is
 // set, when it cannot be made.
 int MakeNewFile(const char* pszPath);

@@ -79,7 +79,7 @@ bool CDragRecorder::Write(const char* pszPath) const
                         GetJsonText(drag.strFunction).c_str(),
                         drag.statistics.nPoints,
                         drag.statistics.nVisited,
-                        drag.statistics.bLost ? 0 : drag.statistics.nChanged,
+                        drag.statistics.nChanged,
                         drag.fMilliseconds,
                         drag.fWorstMilliseconds);
             pszBetween = ",\n";

@@ -144,14 +144,13 @@ bool CTerrain::SaveHeightMap(const char* pszPath,
                              uint32_t uSizeZ)
 {
     const bool bOwn = pHeights == nullptr && uSizeX == 0 && uSizeZ == 0;
-    if (m_Listener != nullptr)
-    {
-        m_Listener->OnBeforeSave(pszPath, bOwn);
-    }
-    const bool bDone =
-        bOwn ? WriteHeightFile(
-                   pszPath, GetHeightData(), m_Field.uSizeX, m_Field.uSizeZ, m_Field.size)
-             : WriteHeightFile(pszPath, pHeights, uSizeX, uSizeZ, m_Field.size);
+    const bool bMay = m_Listener == nullptr || m_Listener->OnBeforeSave(pszPath, bOwn);
+    const float* pWritten = bOwn ? GetHeightData() : pHeights;
+    const bool bDone = bMay && WriteHeightFile(pszPath,
+                                               pWritten,
+                                               bOwn ? m_Field.uSizeX : uSizeX,
+                                               bOwn ? m_Field.uSizeZ : uSizeZ,
+                                               m_Field.size);
     if (m_Listener != nullptr)
     {
         m_Listener->OnSaved(pszPath, bOwn, bDone);

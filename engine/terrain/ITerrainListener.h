@@ -9,7 +9,8 @@ public:
     virtual ~ITerrainListener() = default;
 
     // Around Terrain::SaveHeightMap. bOwn: the terrain's own heights are written, not others.
-    virtual void OnBeforeSave(const char* pszPath, bool bOwn) = 0;
+    // OnBeforeSave: false when they must not be, which was logged; OnSaved is told then, too.
+    virtual bool OnBeforeSave(const char* pszPath, bool bOwn) = 0;
     virtual void OnSaved(const char* pszPath, bool bOwn, bool bDone) = 0;
 
     // The level's file will be read; whatever changes the heights has to end before.

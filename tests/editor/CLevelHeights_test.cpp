@@ -252,6 +252,21 @@ TEST_F(CLevelHeightsTest, AWriteThatFailsLeavesTheLevelAsItWas)
     EXPECT_TRUE(m_Face.bAsked);
 }
 
+TEST_F(CLevelHeightsTest, WhatWasSavedAndCannotBeKeptIsNotReplaced)
+{
+    const std::string strName(244, 'n'); // ".height.bak" fits behind it, ".height.bak2" does not
+    const std::string strHeights = m_Folder.Path((strName + ".height").c_str());
+    ASSERT_TRUE(m_Document.New(32, SIZE, 3.0F));
+    ASSERT_TRUE(m_Document.SaveAs(m_Folder.Path((strName + ".level").c_str()).c_str()));
+    WriteBytes(strHeights + ".bak", "of an older change");
+    const std::string strBefore = ReadBytes(strHeights);
+    CLogCatcher log;
+    EXPECT_FALSE(ChangeResolution(65));
+    EXPECT_EQ(log.TakeLines().size(), 1U);
+    EXPECT_EQ(ReadBytes(strHeights), strBefore);
+    EXPECT_EQ(ReadBytes(strHeights + ".bak"), "of an older change");
+}
+
 TEST_F(CLevelHeightsTest, AReadOnlyHeightMapBecomesTheBackupOfTheNewOne)
 {
     const std::string strHeights = m_Folder.Path("l.height");

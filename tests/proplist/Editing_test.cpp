@@ -78,7 +78,7 @@ TEST_F(CEditing, WhatIsNoValueLeavesTheOldOneAndSaysSo)
     EXPECT_EQ(m_Thing.m_Share, 0.0F);
 
     ASSERT_NO_FATAL_FAILURE(Edit("m_Place")); // a comma is a point
-    ASSERT_NO_FATAL_FAILURE(Enter("1,5 2,25 3"));
+    ASSERT_NO_FATAL_FAILURE(Enter("1,5 +2,25 3"));
     EXPECT_EQ(Value("m_Place"), "1.5 2.25 3");
     ASSERT_NO_FATAL_FAILURE(Enter("1,5 2,2,5 3"));
     EXPECT_EQ(m_Log.TakeLines().size(), 1U);

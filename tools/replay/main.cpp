@@ -114,17 +114,17 @@ std::string FindClash(const SReplayOptions& options, const CTCPARSE_KEYWORD* pSc
         }
     }
     std::error_code error;
-    std::vector<std::string> read = {GetPlugin(options), "PredefinedBrushes.ini"};
+    std::vector<std::string> read = {"PredefinedBrushes.ini"};
     for (const auto& program : std::filesystem::directory_iterator(GetProgramFolder(), error))
     {
         read.push_back(program.path().string());
     }
     for (const std::string& strPath : {options.strOut, options.strLog, options.strStats})
     {
+        const std::string strFull = strPath.empty() ? std::string() : GetAbsolutePath(strPath);
         for (const std::string& strRead : read)
         {
-            if (!strPath.empty() &&
-                fs::same_file(GetAbsolutePath(strPath).c_str(), strRead.c_str()))
+            if (!strPath.empty() && fs::same_file(strFull.c_str(), strRead.c_str()))
             {
                 std::string strFault = strPath;
                 return strFault.append(": is the same file as ").append(strRead);

@@ -259,25 +259,41 @@ TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
     }
 }
 
-TEST_F(CAutosaveTest, StrokesThatNoCopyHasBelongToTheBitmapTheyBeganWith)
+TEST_F(CAutosaveTest, ABitmapThatWasSavedSinceIsNeverLost)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
-    const std::string strPath = m_Folder.Path("types.png");
+    const std::string strName = std::string(248, 't') + ".png"; // ".bak" does not fit behind it
+    const std::string strPath = m_Folder.Path(strName.c_str());
     const std::vector<uint8_t> grey(64, 100);
     const std::unique_ptr<IImage> pImage(
         IL_CreateImageFromBufferFormat(8, 8, EImageFormat::Indexed8, grey.data()));
     ASSERT_TRUE(IL_SaveImage(strPath.c_str(), pImage.get(), nullptr));
-    ASSERT_NO_FATAL_FAILURE(Crash(
-        [this]
-        {
-            PlayScript("paint_bitmap( \"types.png\" )\n");
-            PaintStroke("1, 1, 1, 1", "100, 100");
-        }));
+    const auto paint = [&]
+    {
+        PlayScript("paint_bitmap( \"" + strName + "\" )\n");
+        PaintStroke("1, 1, 1, 1", "100, 100");
+    };
+    ASSERT_NO_FATAL_FAILURE(Crash(paint));
     EXPECT_EQ(FindRecoverable({m_Level}).at(0).strLeftOut, "");
     WriteBytes(strPath, ReadBytes(strPath)); // by another program
     EXPECT_EQ(FindRecoverable({m_Level}).at(0).strLeftOut, strPath);
     ASSERT_NO_FATAL_FAILURE(ExpectBack());
     EXPECT_EQ(m_Script->GetUnsavedBitmap(), "") << "it is left out";
+
+    // With a copy of what was painted it is not, and could be saved over the newer file.
+    ASSERT_NO_FATAL_FAILURE(Crash(
+        [&]
+        {
+            paint();
+            EXPECT_TRUE(m_Autosave->Tick(m_Now + std::chrono::hours(1)) && m_Autosave->Wait());
+        }));
+    WriteBytes(strPath, ReadBytes(strPath));
+    Open();
+    CLogCatcher log;
+    size_t nSteps = 0;
+    EXPECT_FALSE(Recover(FindRecoverable({m_Level}).at(0), nSteps));
+    EXPECT_EQ(log.TakeLines().size(), 1U);
+    EXPECT_EQ(FindRecoverable({m_Level}).size(), 1U) << "for another try";
 }
 
 TEST_F(CAutosaveTest, AFullDiskLosesNoStepOnceThereIsRoom)
