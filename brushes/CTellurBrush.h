@@ -77,6 +77,8 @@ public:
 
     const std::string& GetMaskPath() const override { return m_MaskPath; }
 
+    void DropMask(); // there is none afterwards
+
     bool IsMaskEnabled() const override { return m_MaskEnabled; }
 
     void SetMaskEnabled(bool bEnable) override { m_MaskEnabled = bEnable; }

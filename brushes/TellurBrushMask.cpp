@@ -132,6 +132,12 @@ void CTellurBrush::SetMask(const char* pszPath)
     }
 }
 
+void CTellurBrush::DropMask()
+{
+    ReleaseMask();
+    m_MaskPath.clear();
+}
+
 float CTellurBrush::GetMaskXSize(float fLength, int iRepeats) const
 {
     return m_MaskTexture != nullptr ? m_MaskTexture->GetXSize(fLength, iRepeats) : 0.0F;

@@ -37,6 +37,14 @@ struct SBrushFault
     std::string strFault; // a phrase without a line feed
 };
 
+// A number of the brush at hand that a key can change.
+enum class EBrushValue : uint32_t
+{
+    Extent, // side of the footprint, terrain units; also of what is painted
+    Power,
+    Hardness,
+};
+
 // Lets a script or a recorder reach the plug-in's own state. Implemented by the plug-in object and
 // reached with dynamic_cast from the IPlugin pointer; a host that does not know it loses nothing.
 class IPluginScript
@@ -98,4 +106,35 @@ public:
     // The texels as they are after the last stroke, 32 bits each; borrowed until the next change,
     // null without a bitmap.
     virtual const IImage* GetBitmap() = 0;
+
+    // What the keys of an editor do to the tool, as the panel would; an open panel follows. None of
+    // these logs a refusal.
+    //
+    // The tool brush of a function, by class name, becomes current and the mode that sculpts is
+    // switched on; a tool that is up stays. Null: the one that was up last, at first the one that
+    // raises. False when there is none, or when the mode that is current stays.
+    virtual bool TakeTool(const char* pszFunction) = 0;
+    // 0 without a brush. SetBrushValue returns what the value is now: power is 0 to 1, hardness 0
+    // to 100, the extent half a cell to the terrain's width.
+    virtual float GetBrushValue(EBrushValue eValue) = 0;
+    virtual float SetBrushValue(EBrushValue eValue, float fValue) = 0;
+    // Turns raising into lowering and back. fHeight: what the tool adds now. False for a function
+    // that has no inverse, and without one.
+    virtual bool InvertTool(float& fHeight) = 0;
+    // Gives the height to the tool that sets one. False for another function, and without one.
+    virtual bool SetToolHeight(float fHeight) = 0;
+    // The picture that protects parts of the terrain from the current brush; empty: none.
+    virtual std::string GetMaskPath() = 0;
+    virtual bool IsMaskEnabled() = 0;
+    virtual void EnableMask(bool bEnable) = 0;
+    // Asks for the picture and switches it on. False without a brush and when cancelled.
+    virtual bool ChooseMask() = 0;
+
+    // Whether the current brush's function looks at Ctrl (only raise) and Alt (only lower).
+    virtual bool HeedsMinMax() = 0;
+    // For the drag that comes next the current brush is one that smooths, with the extent and the
+    // mask of the one at hand. EndSmoothing, after the drag, makes that one current again unless
+    // another one has become current. False, and nothing happens, during a drag and without a tool.
+    virtual bool BeginSmoothing() = 0;
+    virtual void EndSmoothing() = 0;
 };

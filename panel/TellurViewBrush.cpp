@@ -6,6 +6,7 @@
 #include "host/Log.h"
 #include "host/Terrain.h"
 #include "modes/TerraformingState.h"
+#include "panel/BrushMask.h"
 #include "panel/CTellurView.h"
 #include "panel/PanelFunctions.h"
 #include "panel/PanelScale.h"
@@ -221,33 +222,20 @@ void CTellurView::OnFunctionButton(size_t iFunction)
 
 void CTellurView::OnBrowseMask()
 {
-    constexpr int KIND_OPEN = 1;
-    EditorHost* pHost = GetEditorHost();
     CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
-    if (pBrush == nullptr || pHost == nullptr)
+    if (pBrush == nullptr)
     {
         return;
     }
     ReadControls();
-    const std::string strPath =
-        pHost->BrowseForFile(KIND_OPEN,
-                             nullptr,
-                             m_MaskPath.c_str(),
-                             "data",
-                             "Bitmap files (*.dds; *.png; *.jpg; *.tga)|*.dds|*.png|*.jpg|*.tga");
-    if (strPath.empty() || pBrush != GetPluginContext()->GetCurrentBrush())
+    const std::string strPath = BrowseForMask(m_MaskPath);
+    if (strPath.empty())
     {
         return;
     }
     m_MaskPath = strPath;
-    pBrush->SetMask(strPath.c_str());
-    ReleaseBrushPreview();
-    ApplyEditOverlay(EEditOverlay::On);
-    if (m_MaskEnabled == CHECK_OFF)
-    {
-        pBrush->SetMaskEnabled(true);
-        m_MaskEnabled = CHECK_ON;
-    }
+    SetBrushMask(*pBrush, strPath);
+    m_MaskEnabled = CHECK_ON;
     WriteFields();
     ShowBrush();
 }

@@ -54,6 +54,7 @@ IPluginImpl::~IPluginImpl()
     m_FunctionContainer.Clear();
     m_pCurrentBrush = nullptr;
     m_KeptBrushes.clear();
+    m_pSmoother.reset();
     m_BrushContainer.Clear();
     SetPluginContext(nullptr);
 }
@@ -221,6 +222,7 @@ int32_t IPluginImpl::GetModeGroup()
 
 void IPluginImpl::SetCurrentBrush(CTellurBrush* pBrush)
 {
+    NoteTool();
     m_pCurrentBrush = pBrush;
     ReleaseBrushPreview();
     ApplyEditOverlay(pBrush != nullptr ? EEditOverlay::On : EEditOverlay::Off);

@@ -111,6 +111,18 @@ public:
     uint64_t GetBitmapRevision() override;
     std::string GetBitmapFile() override;
     const IImage* GetBitmap() override;
+    bool TakeTool(const char* pszFunction) override;
+    float GetBrushValue(EBrushValue eValue) override;
+    float SetBrushValue(EBrushValue eValue, float fValue) override;
+    bool InvertTool(float& fHeight) override;
+    bool SetToolHeight(float fHeight) override;
+    std::string GetMaskPath() override;
+    bool IsMaskEnabled() override;
+    void EnableMask(bool bEnable) override;
+    bool ChooseMask() override;
+    bool HeedsMinMax() override;
+    bool BeginSmoothing() override;
+    void EndSmoothing() override;
 
     // PluginContext
     EditorHost* GetEditorHost() const override { return m_pEditorHost; }
@@ -203,6 +215,13 @@ private:
     void WritePaintBrush(fs::ifile& file) const;
     void WritePaintState(fs::ifile& file) const;
     bool IsDragInProgress() const;
+    bool WriteBrush(fs::ifile& file, const CTellurBrush& brush) const;
+    bool HasBrush(const CTellurBrush* pBrush) const; // it is there still
+    void NoteTool(); // the current one, before another one or none is
+    CTellurBrush* FindLastTool() const;
+    class CRTTIField* FindHeightFieldOf(const char* pszFunction) const;
+    float ClampExtent(float fExtent) const;
+    void ShowTool(bool bExtentOnly); // its values have changed
 
     EditorHost* m_pEditorHost = nullptr;
     EngineHost* m_pEngineHost = nullptr;
@@ -228,4 +247,8 @@ private:
     CTellurBrush* m_pCurrentBrush = nullptr;   // in a container or among the script's
     CBrushContainer::CBrushList m_KeptBrushes; // the script's last, and what a drag still uses
     SDragStatistics m_DragStatistics;
+    CTellurBrush* m_pLastTool = nullptr;       // that was put away; may be gone
+    std::string m_LastFunction;                // of it
+    std::unique_ptr<CTellurBrush> m_pSmoother; // the brush of strokes that smooth
+    CTellurBrush* m_pSmoothed = nullptr;       // current before one; null outside; may be gone
 };

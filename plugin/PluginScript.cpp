@@ -243,21 +243,27 @@ static void WriteExact(fs::ifile& file, const char* pszKey, float fValue)
     }
 }
 
+bool IPluginImpl::WriteBrush(fs::ifile& file, const CTellurBrush& brush) const
+{
+    file << "brush()\n{\n";
+    if (!brush.Save(file, 2))
+    {
+        return false;
+    }
+    WriteExact(file, "power_modifier", brush.GetPowerModifier());
+    WriteExact(file, "fade_factor", brush.GetFadeFactor());
+    WriteExact(file, "hardness", brush.GetHardness());
+    WriteExact(file, "extent", brush.GetExtent());
+    WriteExact(file, "vertical_distance", brush.GetVerticalDistance());
+    file.printf("  mask_enabled( %d )\n}\n\n", brush.IsMaskEnabled() ? 1 : 0);
+    return true;
+}
+
 bool IPluginImpl::WriteState(fs::ifile& file)
 {
-    if (m_pCurrentBrush != nullptr)
+    if (m_pCurrentBrush != nullptr && !WriteBrush(file, *m_pCurrentBrush))
     {
-        file << "brush()\n{\n";
-        if (!m_pCurrentBrush->Save(file, 2))
-        {
-            return false;
-        }
-        WriteExact(file, "power_modifier", m_pCurrentBrush->GetPowerModifier());
-        WriteExact(file, "fade_factor", m_pCurrentBrush->GetFadeFactor());
-        WriteExact(file, "hardness", m_pCurrentBrush->GetHardness());
-        WriteExact(file, "extent", m_pCurrentBrush->GetExtent());
-        WriteExact(file, "vertical_distance", m_pCurrentBrush->GetVerticalDistance());
-        file.printf("  mask_enabled( %d )\n}\n\n", m_pCurrentBrush->IsMaskEnabled() ? 1 : 0);
+        return false;
     }
     const bool bPainting = IsPainting();
     if (bPainting)

@@ -5,7 +5,7 @@
 #include "editor/script/IScriptSink.h"
 #include "engine/terrain/CTerrain.h"
 #include "framework/core/KeyState.h"
-#include "host/FileSystem.h"
+#include "host/CTextFile.h"
 #include "host/IPluginScript.h"
 #include "parser/DeclarativeText.h"
 
@@ -18,22 +18,6 @@ namespace
 constexpr int32_t LAST_TERRAIN_ACTION = 2;        // what follows moves the camera
 constexpr size_t PAINT_STEPS = 10;                // that every plug-in keeps, unless told otherwise
 constexpr size_t MOST_HEIGHTS = size_t{1} << 20U; // 8 MB of text, written in a frame
-
-// Takes what is written to it as text.
-class CTextFile : public fs::ifile
-{
-public:
-    size_t write(const void* pSource, size_t nBytes) override
-    {
-        m_Text.append(static_cast<const char*>(pSource), nBytes);
-        return nBytes;
-    }
-
-    const std::string& GetText() const { return m_Text; }
-
-private:
-    std::string m_Text;
-};
 
 std::string GetPoint(const SVec3& point)
 {
