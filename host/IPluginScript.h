@@ -2,6 +2,7 @@
 
 #include "host/Export.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -67,8 +68,13 @@ public:
     // one.
     virtual float GetBrushExtent() = 0;
     // Terrain units between the points of a stroke that is not to depend on how often the mouse
-    // reports; 0 where the moves of a drag are no path on the ground.
+    // reports: as far apart as leaves its crest even to a hundredth of its height, for the brush as
+    // it is now, and further where points that overlap add up. Looks at the whole brush image. 0
+    // where the moves of a drag are no path on the ground.
     virtual float GetStrokeSpacing() = 0;
+    // The heights of before the press while a drag sculpts, row by row, and how many they are; null
+    // without such a drag. Borrowed until the plug-in is called again.
+    virtual const float* GetPressHeights(size_t& nCount) = 0;
     // Whether the mode that sculpts is current.
     virtual bool IsTerraforming() = 0;
     // Whether the mode that paints the terrain-type bitmap is current and has one.

@@ -93,6 +93,7 @@ public:
     std::string GetFunctionName() override;
     float GetBrushExtent() override;
     float GetStrokeSpacing() override;
+    const float* GetPressHeights(size_t& nCount) override;
     bool IsTerraforming() override;
     bool IsPainting() override;
     bool SaveBitmap(const char* pszPath) override;

@@ -3,6 +3,7 @@
 #include "brushes/BrushFaults.h"
 #include "brushes/BrushFileCopy.h"
 #include "brushes/CTellurBrush.h"
+#include "brushes/SpacingShare.h"
 #include "framework/core/CResourceScope.h"
 #include "framework/core/ResourceModule.h"
 #include "functions/CPainterFunction.h"
@@ -303,14 +304,36 @@ float IPluginImpl::GetBrushExtent()
 
 float IPluginImpl::GetStrokeSpacing()
 {
-    constexpr float EXTENT_SHARE = 0.25F;
+    constexpr float SUMMED_SHARE = 0.25F; // finer, each pass would be a stronger one
     if (IsPainting())
     {
-        return GetBrushExtent() * EXTENT_SHARE;
+        return GetBrushExtent() * SUMMED_SHARE;
     }
-    const bool bPath = IsTerraforming() && m_pCurrentBrush != nullptr &&
-                       dynamic_cast<CPainterFunction*>(m_pCurrentBrush->GetRTTIObject()) != nullptr;
-    return bPath ? GetBrushExtent() * EXTENT_SHARE : 0.0F;
+    const auto* pPainter =
+        IsTerraforming() && m_pCurrentBrush != nullptr
+            ? dynamic_cast<const CPainterFunction*>(m_pCurrentBrush->GetRTTIObject())
+            : nullptr;
+    if (pPainter == nullptr)
+    {
+        return 0.0F;
+    }
+    const IImage* pShape = m_pCurrentBrush->GetBitmapImage();
+    const float fShare = pPainter->UseOnlyDestBuffer() || pShape == nullptr
+                             ? SUMMED_SHARE
+                             : GetSpacingShare(*pShape, m_pCurrentBrush->GetHardness());
+    return GetBrushExtent() * fShare;
+}
+
+const float* IPluginImpl::GetPressHeights(size_t& nCount)
+{
+    if (!IsDragInProgress())
+    {
+        return nullptr;
+    }
+    const CTerrainModification& session = *GetTerraformingState().pSession;
+    nCount = static_cast<size_t>(session.GetBufferSizeX()) *
+             static_cast<size_t>(session.GetBufferSizeZ());
+    return session.GetSrcBuffer();
 }
 
 bool IPluginImpl::IsTerraforming()

@@ -13,7 +13,13 @@
 
 bool CEditorFrontEnd::LookUp(EKey eKey) const
 {
-    return m_pScript != nullptr ? m_pScript->IsKeyDown(eKey) : CWidgetFrontEnd::IsKeyDown(eKey);
+    if (m_pScript != nullptr)
+    {
+        return m_pScript->IsKeyDown(eKey);
+    }
+    const bool bHeld =
+        (eKey == EKey::Control && m_Hand.bRaise) || (eKey == EKey::Alt && m_Hand.bLower);
+    return bHeld || CWidgetFrontEnd::IsKeyDown(eKey);
 }
 
 bool CEditorFrontEnd::IsKeyDown(EKey eKey) const
@@ -36,6 +42,10 @@ void CEditorFrontEnd::OnBeforeEvent(const SHostEvent& event)
 
 void CEditorFrontEnd::OnEvent(const SHostEvent& event)
 {
+    if (event.eKind == EHostEvent::LevelChanged)
+    {
+        m_Hand.bEnd = false;
+    }
     // These come in the middle of another event.
     m_bInEvent = m_bInEvent &&
                  (event.eKind == EHostEvent::UndoAdded || event.eKind == EHostEvent::LevelChanged ||

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/app/SHandState.h"
 #include "editor/core/IHostFace.h"
 #include "editor/core/IHostObserver.h"
 #include "editor/script/CScriptCursor.h"
@@ -15,6 +16,8 @@ class CEditorFrontEnd : public CWidgetFrontEnd, public IHostObserver
 public:
     // pCursor: borrowed; null: a person works.
     void SetScript(const CScriptCursor* pCursor) { m_pScript = pCursor; }
+
+    SHandState& GetHand() { return m_Hand; }
 
     // pMessages: borrowed; null: none.
     void SetMessages(const CMessagesDock* pMessages) { m_pMessages = pMessages; }
@@ -33,6 +36,7 @@ private:
 
     const CScriptCursor* m_pScript = nullptr;
     const CMessagesDock* m_pMessages = nullptr;
+    SHandState m_Hand;
     bool m_bInEvent = false;
     bool m_Held[3] = {}; // by EKey
 };

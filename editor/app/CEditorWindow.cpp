@@ -88,7 +88,7 @@ CEditorHost& CEditorWindow::GetHost()
 SViewEvents CEditorWindow::MakeViewEvents()
 {
     return {[](ViewId) {},
-            [this](ViewId view) { FollowCursor(view); },
+            [this](ViewId) { ShowState(); },
             [this](ViewId view, QPoint screen) { ShowContextMenu(view, screen); },
             [this](const QString& strFault)
             {
@@ -99,8 +99,11 @@ SViewEvents CEditorWindow::MakeViewEvents()
 
 void CEditorWindow::ShowPlugin()
 {
-    const SViewParts parts{
-        GetHost(), m_Editor.GetPluginScript(), m_Settings, m_Editor.GetKeys(), nullptr};
+    const SViewParts parts{GetHost(),
+                           m_Editor.GetPluginScript(),
+                           m_Settings,
+                           m_Editor.GetKeys(),
+                           m_Face.GetEditorFrontEnd().GetHand()};
     m_pViews = new CViewArea(this, parts, MakeViewEvents());
     setCentralWidget(m_pViews);
     MakeDocks();
@@ -295,11 +298,6 @@ void CEditorWindow::KeepChanges()
     {
         m_AutosaveTimer.start(iPause);
     }
-}
-
-void CEditorWindow::FollowCursor(ViewId /*view*/)
-{
-    ShowState();
 }
 
 void CEditorWindow::OnLevel()

@@ -106,7 +106,6 @@ private:
     void OnLevel(); // another level, or another look of it
     void FrameOtherSize();
     void Refresh();
-    void FollowCursor(ViewId view);
     void RunCommand(uint32_t uCommand); // of a plug-in
     void SendAction(int32_t iAction);
     bool RunProcess(size_t iProcess);

@@ -28,6 +28,13 @@ CSettingsDialog::CSettingsDialog(QWidget* pParent,
     setWindowTitle("Settings");
     auto* pForm = new QFormLayout(this);
     AddCheck(*pForm, "Strokes without gaps, however fast the mouse", settings.input.bSampleStrokes);
+    AddInt(*pForm,
+           "Percent of the brush between points of a stroke (0: by its shape)",
+           0,
+           SInputSettings::MOST_SPACING,
+           settings.input.iSpacingPercent);
+    AddCheck(
+        *pForm, "Strokes aim at the ground as it was at the press", settings.input.bAimAtPress);
     AddCheck(*pForm, "Fly with the camera keys", settings.bKeyboardNavigation);
     AddInt(
         *pForm, "Seconds between autosaves (0: never)", 0, MOST_SECONDS, settings.iAutosaveSeconds);

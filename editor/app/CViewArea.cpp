@@ -14,8 +14,16 @@ CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
     , m_Events(std::move(events))
 {
     m_Parts.pCopies = std::make_shared<CTerrainCopies>();
+    m_Parts.findMark = [this](SVec3& mark)
+    {
+        return FindMark(mark);
+    };
     setObjectName("views");
     setChildrenCollapsible(false);
+    m_Events.onMark = [this]
+    {
+        RequestFrames();
+    };
     const auto onActive = m_Events.onActive;
     m_Events.onActive = [this, onActive](ViewId view)
     {
@@ -73,6 +81,23 @@ CViewWidget* CViewArea::GetActive() const
 ViewId CViewArea::GetActiveId() const
 {
     return m_Active;
+}
+
+// One mark for all views: the cursor is in one of them, or in none.
+EMarkPlace CViewArea::FindMark(SVec3& mark) const
+{
+    for (CViewWidget* pView : m_Views)
+    {
+        if (pView->GetInput().IsFixed())
+        {
+            return EMarkPlace::Box;
+        }
+        if (pView->GetInput().FindMark(mark))
+        {
+            return EMarkPlace::Cursor;
+        }
+    }
+    return EMarkPlace::None;
 }
 
 bool CViewArea::IsComplete() const

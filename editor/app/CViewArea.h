@@ -33,6 +33,8 @@ public:
     void LookFrom(CCamera& camera, float fX, float fZ);
 
 private:
+    EMarkPlace FindMark(SVec3& mark) const;
+
     SViewParts m_Parts;
     SViewEvents m_Events;
     std::vector<CViewWidget*> m_Views; // the splitter's

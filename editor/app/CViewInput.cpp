@@ -2,7 +2,6 @@
 
 #include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
-#include "host/IPluginScript.h"
 
 #include <cmath>
 
@@ -10,33 +9,17 @@ namespace
 {
 
 constexpr float CLICK_PIXELS = 4.0F; // a button that moved no further was clicked
-constexpr int32_t LEFT_BUTTON = 1;
-
-int32_t GetPixel(float fPosition)
-{
-    return static_cast<int32_t>(std::floor(fPosition));
-}
-
-float GetMiddle(uint32_t uHalf)
-{
-    return static_cast<float>(static_cast<int16_t>(uHalf & 0xFFFFU)) + 0.5F;
-}
-
 } // namespace
 
 CViewInput::CViewInput(CEditorHost& host,
                        IPluginScript* pScript,
                        ViewId view,
                        CViewNavigator& navigator,
-                       const SInputSettings& settings)
+                       const SInputSettings& settings,
+                       SHandState& hand)
     : m_Host(host)
-    , m_Script(pScript)
-    , m_View(view)
     , m_Navigator(navigator)
-    , m_Settings(settings)
-    , m_Sampler([this](float fX, float fY, SVec3& hit)
-                { return m_Navigator.Pick(GetTerrain(), fX, fY, hit); },
-                [this](const SStrokePoint& point) { SendStrokeMove(point); })
+    , m_Stroke(host, pScript, view, navigator, settings, hand)
 {
 }
 
@@ -45,14 +28,7 @@ const CTerrain* CViewInput::GetTerrain() const
     return m_Host.GetEngine().GetCWorld().GetCTerrain();
 }
 
-template <typename TSend> void CViewInput::SendAt(float fX, float fY, TSend send)
-{
-    m_SentX = fX;
-    m_SentY = fY;
-    send();
-}
-
-void CViewInput::Press(EViewButton eButton, float fX, float fY, uint32_t uFlags)
+void CViewInput::Press(EViewButton eButton, float fX, float fY, uint32_t uFlags, bool bSmooth)
 {
     if (m_eGesture != EGesture::None)
     {
@@ -76,15 +52,7 @@ void CViewInput::Press(EViewButton eButton, float fX, float fY, uint32_t uFlags)
         return;
     }
     m_eGesture = EGesture::Stroke;
-    m_StateBefore = m_Host.GetUndoStack().GetStateId();
-    FollowSpacing();
-    m_Sampler.Press(fX, fY);
-    SendAt(
-        fX,
-        fY,
-        [&] {
-            m_Host.SendButtonDown(m_View, uFlags | MOUSE_LEFT, {GetPixel(fX), GetPixel(fY), 0, 0});
-        });
+    m_Stroke.Press(fX, fY, uFlags, bSmooth);
 }
 
 void CViewInput::Move(float fX, float fY, uint32_t uFlags)
@@ -100,17 +68,12 @@ void CViewInput::Move(float fX, float fY, uint32_t uFlags)
     switch (m_eGesture)
     {
     case EGesture::None:
-        SendHover(fX, fY, uFlags);
+        m_Stroke.Hover(fX, fY, uFlags);
         break;
     case EGesture::Stroke:
-        if (m_Host.IsDragging())
+        if (!m_Stroke.Move(fX, fY, uFlags))
         {
-            FollowSpacing();
-            m_Sampler.Move(fX, fY);
-        }
-        else
-        {
-            EndStroke(); // the host has ended it: another level came
+            EndGesture();
         }
         break;
     case EGesture::Orbit:
@@ -136,17 +99,19 @@ bool CViewInput::Release(EViewButton eButton, float fX, float fY, uint32_t uFlag
         return false;
     }
     Move(fX, fY, uFlags);
-    if (eGesture == EGesture::Stroke && m_Host.IsDragging())
+    if (IsStroking())
     {
-        m_Sampler.Release(fX, fY);
-        SendAt(fX,
-               fY,
-               [&] {
-                   m_Host.SendButtonUp(m_View, uFlags, {GetPixel(fX), GetPixel(fY), 0, 0});
-               });
+        m_Stroke.Release(fX, fY, uFlags);
     }
-    EndStroke();
-    RepeatHover();
+    EndGesture();
+    if (m_Navigator.IsInside(fX, fY)) // the button kept the mouse here
+    {
+        RepeatHover();
+    }
+    else
+    {
+        Leave();
+    }
     return eGesture == EGesture::Orbit && !m_bMoved;
 }
 
@@ -156,7 +121,10 @@ void CViewInput::Wheel(float fX, float fY, float fNotches)
     m_Y = fY;
     if (IsStroking())
     {
-        m_Sampler.Move(fX, fY, static_cast<int>(std::lround(fNotches)));
+        if (!m_Stroke.Move(fX, fY, m_Flags, static_cast<int>(std::lround(fNotches))))
+        {
+            EndGesture();
+        }
         return;
     }
     if (m_eGesture == EGesture::None)
@@ -171,7 +139,7 @@ void CViewInput::Leave()
     m_bInside = false;
     if (m_eGesture == EGesture::None)
     {
-        SendHover(-1.0F, -1.0F, m_Flags);
+        m_Stroke.Hover(-1.0F, -1.0F, m_Flags);
     }
 }
 
@@ -181,57 +149,23 @@ bool CViewInput::Cancel()
     {
         return false;
     }
-    if (!m_Host.IsDragging())
+    const bool bTakenBack = m_Stroke.Cancel();
+    EndGesture();
+    if (bTakenBack)
     {
-        EndStroke(); // the host has ended it, and what it did is a step like any other
-        return false;
+        RepeatHover();
     }
-    m_Sampler.Cancel();
-    const bool bTerraforming = m_Script != nullptr && m_Script->IsTerraforming();
-    const bool bPainting = m_Script != nullptr && m_Script->IsPainting();
-    const bool bOther = !bTerraforming && !bPainting;
-    if (bOther)
-    {
-        m_Host.GetModes().SuspendCurrentMode(true); // its release would finish the work
-    }
-    m_Host.EndDrag();
-    if (bOther)
-    {
-        m_Host.GetModes().DeactivateMode(0);
-    }
-    if (bTerraforming && m_Host.GetUndoStack().GetStateId() != m_StateBefore)
-    {
-        m_Host.Undo();
-        m_Host.GetUndoStack().DropRedo();
-    }
-    if (bPainting)
-    {
-        m_Host.StepPaint(false);
-    }
-    EndStroke();
-    RepeatHover();
-    return true;
+    return bTakenBack;
 }
 
 void CViewInput::End()
 {
-    if (IsStroking())
-    {
-        m_Sampler.Cancel();
-        m_Host.EndDrag();
-    }
-    EndStroke();
+    m_Stroke.End();
+    EndGesture();
 }
 
-void CViewInput::FollowSpacing()
+void CViewInput::EndGesture()
 {
-    m_Sampler.SetSpacing(
-        m_Settings.bSampleStrokes && m_Script != nullptr ? m_Script->GetStrokeSpacing() : 0.0F);
-}
-
-void CViewInput::EndStroke()
-{
-    m_Sampler.Cancel();
     m_eGesture = EGesture::None;
     SetSuspended(false);
 }
@@ -250,46 +184,16 @@ void CViewInput::RepeatHover()
 {
     if (m_eGesture == EGesture::None && m_bInside)
     {
-        SendHover(m_X, m_Y, m_Flags);
+        m_Stroke.Hover(m_X, m_Y, m_Flags);
     }
 }
 
-void CViewInput::SendHover(float fX, float fY, uint32_t uFlags)
+bool CViewInput::FindMark(SVec3& hit) const
 {
-    SendAt(fX,
-           fY,
-           [&] {
-               m_Host.SendMouseMove(m_View, uFlags, {GetPixel(fX), GetPixel(fY)}, {0, 0}, {0, 0});
-           });
-}
-
-void CViewInput::SendStrokeMove(const SStrokePoint& point)
-{
-    SendAt(point.fX,
-           point.fY,
-           [&]
-           {
-               m_Host.SendMouseMove(m_View,
-                                    m_Flags | MOUSE_LEFT,
-                                    {GetPixel(point.fX), GetPixel(point.fY)},
-                                    {point.iWheel, LEFT_BUTTON},
-                                    {point.iStepX, point.iStepY});
-           });
-}
-
-bool CViewInput::Pick(ViewPoint point, SVec3& hit) const
-{
-    float fX = GetMiddle(point);
-    float fY = GetMiddle(point >> 16U);
-    if (point == CModeManager::PackPoint(GetPixel(m_SentX), GetPixel(m_SentY)))
-    {
-        fX = m_SentX;
-        fY = m_SentY;
-    }
-    return m_Navigator.Pick(GetTerrain(), fX, fY, hit);
+    return m_bInside && m_Stroke.FindMark(m_X, m_Y, hit);
 }
 
 bool CViewInput::PickCursor(SVec3& hit) const
 {
-    return m_bInside && m_Navigator.Pick(GetTerrain(), m_X, m_Y, hit);
+    return m_bInside && m_Stroke.Aim(m_X, m_Y, hit);
 }

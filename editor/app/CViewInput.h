@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/view/CStrokeSampler.h"
+#include "editor/app/CViewStroke.h"
 #include "editor/view/CViewNavigator.h"
 #include "host/HostTypes.h"
 
@@ -15,12 +15,6 @@ enum class EViewButton
     Right,
 };
 
-// What a view's user has chosen; shared by all views.
-struct SInputSettings
-{
-    bool bSampleStrokes = true; // strokes do not depend on how often the mouse reports
-};
-
 // Turns the mouse of one view into strokes, which go to the host, and camera moves: left sculpts,
 // right orbits, middle pans, the wheel zooms. Positions are device pixels of the view, the middle
 // of a pixel at .5; flags are EMouseFlag. Owned by the view. UI thread.
@@ -32,9 +26,11 @@ public:
                IPluginScript* pScript,
                ViewId view,
                CViewNavigator& navigator,
-               const SInputSettings& settings);
+               const SInputSettings& settings,
+               SHandState& hand);
 
-    void Press(EViewButton eButton, float fX, float fY, uint32_t uFlags);
+    // bSmooth: what the left button draws smooths the ground, whatever the tool is.
+    void Press(EViewButton eButton, float fX, float fY, uint32_t uFlags, bool bSmooth = false);
     void Move(float fX, float fY, uint32_t uFlags);
     // True when it was a click of the right button, which asks for the context menu.
     bool Release(EViewButton eButton, float fX, float fY, uint32_t uFlags);
@@ -55,10 +51,15 @@ public:
 
     bool IsIdle() const { return m_eGesture == EGesture::None; }
 
-    // What the position that came with an event of the host means: where the last event was in the
-    // pixel when it is the same one, which the release of a drag that the host ends is, otherwise
-    // the pixel's middle.
-    bool Pick(ViewPoint point, SVec3& hit) const;
+    // See CViewStroke.
+    bool Pick(ViewPoint point, SVec3& hit) const { return m_Stroke.Pick(point, hit); }
+
+    // Where the tool works now. False over the sky, and when the cursor is in no part of the view.
+    bool FindMark(SVec3& hit) const;
+
+    // Whether the running stroke stays where it began.
+    bool IsFixed() const { return m_Stroke.IsFixed(); }
+
     // The ground under the cursor. False over the sky and outside the view.
     bool PickCursor(SVec3& hit) const;
 
@@ -78,20 +79,12 @@ private:
     };
 
     const CTerrain* GetTerrain() const;
-    void SendStrokeMove(const SStrokePoint& point);
-    void SendHover(float fX, float fY, uint32_t uFlags);
-    void EndStroke();
+    void EndGesture();
     void SetSuspended(bool bSuspended); // the mode, while the mouse moves the camera
-    void FollowSpacing();               // the brush may have changed
-    // The position of the event is known more exactly than in pixels.
-    template <typename TSend> void SendAt(float fX, float fY, TSend send);
 
     CEditorHost& m_Host;
-    IPluginScript* m_Script;
-    ViewId m_View;
     CViewNavigator& m_Navigator;
-    const SInputSettings& m_Settings;
-    CStrokeSampler m_Sampler;
+    CViewStroke m_Stroke;
     EGesture m_eGesture = EGesture::None;
     bool m_bInside = false;
     bool m_bMoved = false; // since the right button went down
@@ -101,7 +94,4 @@ private:
     float m_PressX = 0.0F;
     float m_PressY = 0.0F;
     uint32_t m_Flags = 0;
-    uint64_t m_StateBefore = 0; // of the undo stack when the stroke began
-    float m_SentX = 0.0F;       // of the last event, more exact than its pixel
-    float m_SentY = 0.0F;
 };

@@ -60,7 +60,7 @@ CViewWidget::CViewWidget(
     , m_View(view)
     , m_Handle(RegisterView(*this))
     , m_Navigator(GetCamera(parts.host, view, eKind))
-    , m_Input(parts.host, parts.pScript, view, m_Navigator, parts.settings.input)
+    , m_Input(parts.host, parts.pScript, view, m_Navigator, parts.settings.input, parts.hand)
     , m_Renderer(parts.pCopies)
     , m_pNote(new CCursorNote(this))
 {
@@ -127,6 +127,7 @@ void CViewWidget::paintGL()
     m_Parts.host.RenderFrame();
     SRenderSettings settings = m_Parts.settings.render;
     settings.bWireFrame = m_bWireFrame;
+    settings.eMark = m_Parts.findMark(settings.mark);
     settings.fQuality = m_bRefining ? 1.0F : m_Quality;
     settings.uMostNewBytes = MOST_NEW_BYTES;
     if (m_bReady)
@@ -207,6 +208,10 @@ bool CViewWidget::event(QEvent* pEvent)
 void CViewWidget::Update()
 {
     update();
+    if (m_Parts.host.GetModes().GetCurrentModeId() >= 0)
+    {
+        m_Events.onMark();
+    }
     m_Events.onFrame(m_View);
 }
 
@@ -224,7 +229,8 @@ void CViewWidget::mousePressEvent(QMouseEvent* pEvent)
     m_Input.Press(eButton,
                   static_cast<float>(at.x()),
                   static_cast<float>(at.y()),
-                  GetFlags(pEvent->modifiers()));
+                  GetFlags(pEvent->modifiers()),
+                  IsSmoothing(pEvent->modifiers()));
     ShowKeys(pEvent->modifiers());
     Update();
 }

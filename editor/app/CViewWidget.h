@@ -30,6 +30,8 @@ struct SViewEvents
     std::function<void(ViewId)> onFrame;         // a frame was drawn, or the cursor moved
     std::function<void(ViewId, QPoint)> onMenu;  // the context menu is wanted, on the screen
     std::function<void(const QString&)> onFault; // the card cannot draw the terrain
+    std::function<void()> onMark =
+        nullptr; // the area's: what is under the cursor is shown in every view
 };
 
 // What a view works with; everything is borrowed and outlives it.
@@ -39,7 +41,10 @@ struct SViewParts
     IPluginScript* pScript;
     const SEditorSettings& settings;
     const CKeyBindings& keys;
-    std::shared_ptr<CTerrainCopies> pCopies; // the area makes them: the contexts of a window share
+    SHandState& hand;
+    std::shared_ptr<CTerrainCopies> pCopies =
+        nullptr; // the area makes them: the contexts of a window share
+    std::function<EMarkPlace(SVec3& mark)> findMark = nullptr; // the area's, too
 };
 
 // One view of the terrain: draws it, and gives its mouse and keys to the input. A frame is drawn at
@@ -103,6 +108,9 @@ private:
     const CTerrain* GetTerrain() const;
     QPointF GetDevicePosition(const QPointF& position) const;
     bool SetFlyKey(const QKeyEvent& event, bool bDown);
+    bool SetStrokeKey(const QKeyEvent& event, bool bDown);
+    bool IsFlying() const;
+    bool IsSmoothing(Qt::KeyboardModifiers modifiers) const; // what a press draws now
     void Fly();
     void AdaptQuality(); // to the time that the last frame took
     void ReleaseRenderer();
@@ -118,6 +126,7 @@ private:
     CTerrainRenderer m_Renderer;
     CCursorNote* m_pNote; // this widget's child
     SFlyKeys m_FlyKeys;
+    bool m_bSmooth = false; // its key is held
     QElapsedTimer m_FlyClock;
     QTimer m_FrameTimer;  // a frame follows, after what is waiting
     QTimer m_RefineTimer; // draws once more in full when nothing moves any longer

@@ -61,6 +61,14 @@ constexpr SCameraCommand CAMERA_COMMANDS[] = {
     {"camera.turn_right", "Turn &right", Key(Qt::Key_Right), 121},
 };
 
+constexpr std::tuple<const char*, const char*, uint32_t> STROKE_COMMANDS[] = {
+    {"smooth", "Smooth with the stroke that begins", Qt::Key_Shift},
+    {"line", "Keep the stroke on a straight line", 'C'},
+    {"join", "Begin where the last stroke ended", Qt::Key_Space},
+    {"raise", "Only raise", 'R'},
+    {"lower", "Only lower", 'T'},
+};
+
 constexpr int32_t ACTION_WIRE_OFF = 116;
 constexpr int32_t ACTION_WIRE_ON = 117;
 
@@ -135,6 +143,10 @@ void CEditorWindow::MakeEditMenu()
                    "Take the stroke &back",
                    Key(Qt::Key_Escape),
                    [this] { CancelWork(); });
+    for (const auto& [pszName, pszText, uKey] : STROKE_COMMANDS)
+    {
+        m_Commands.AddHeld((std::string(STROKE_COMMAND) + pszName).c_str(), pszText, Key(uKey));
+    }
     pMenu->addSeparator();
     m_Commands.Add(pMenu, "edit.keys", "&Keys...", NO_KEY, [this] { EditKeys(); });
     m_Commands.Add(pMenu, "edit.settings", "&Settings...", NO_KEY, [this] { EditSettings(); });

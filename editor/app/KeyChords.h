@@ -8,7 +8,9 @@ class QKeyEvent;
 
 // Key chords of the bindings and of Qt.
 
-constexpr char FLY_COMMAND[] = "camera.fly."; // ids of keys that work as long as they are held
+// Ids of keys that work as long as they are held.
+constexpr char FLY_COMMAND[] = "camera.fly.";
+constexpr char STROKE_COMMAND[] = "stroke.";
 
 QKeySequence GetSequence(const SKeyChord& chord); // empty for no key
 SKeyChord GetChord(const QKeySequence& sequence); // its first key

@@ -32,6 +32,8 @@ void SEditorSettings::Load(const std::string& strFile)
 {
     const QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
     ReadBool(file, "input/sample_strokes", input.bSampleStrokes);
+    ReadBool(file, "input/aim_at_press", input.bAimAtPress);
+    ReadNumber(file, "input/spacing_percent", input.iSpacingPercent);
     ReadBool(file, "input/keyboard_navigation", bKeyboardNavigation);
     ReadBool(file, "view/grid", render.bGrid);
     ReadNumber(file, "view/sun_yaw", render.fSunYaw);
@@ -43,6 +45,7 @@ void SEditorSettings::Load(const std::string& strFile)
     render.fAmbient = std::clamp(render.fAmbient, 0.0F, 1.0F);
     render.fTypeBlend = std::clamp(render.fTypeBlend, 0.0F, 1.0F);
     render.fSunPitch = std::clamp(render.fSunPitch, 0.0F, 90.0F);
+    input.iSpacingPercent = std::clamp(input.iSpacingPercent, 0, SInputSettings::MOST_SPACING);
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
     iUndoMegabytes = std::clamp(iUndoMegabytes, 0, MOST_MEGABYTES);
 }
@@ -51,6 +54,8 @@ bool SEditorSettings::Save(const std::string& strFile) const
 {
     QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
     file.setValue("input/sample_strokes", input.bSampleStrokes);
+    file.setValue("input/aim_at_press", input.bAimAtPress);
+    file.setValue("input/spacing_percent", input.iSpacingPercent);
     file.setValue("input/keyboard_navigation", bKeyboardNavigation);
     file.setValue("view/grid", render.bGrid);
     file.setValue("view/sun_yaw", static_cast<double>(render.fSunYaw));

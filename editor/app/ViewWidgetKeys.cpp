@@ -4,7 +4,7 @@
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CKeyBindings.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -31,20 +31,41 @@ constexpr SFlyKey FLY_KEYS[] = {
     {"down", &SFlyKeys::bDown},
 };
 
+struct SStrokeKey
+{
+    const char* pszName;
+    bool SHandState::*pHeld;
+};
+
+constexpr SStrokeKey STROKE_KEYS[] = {
+    {"line", &SHandState::bLine},
+    {"join", &SHandState::bJoin},
+    {"raise", &SHandState::bRaise},
+    {"lower", &SHandState::bLower},
+};
+
+// A key that is held counts whatever modifiers come with it; its release always.
+bool IsHeldKey(const SKeyCommand* pCommand, const QKeyEvent& event)
+{
+    return pCommand != nullptr && pCommand->key.uKey != 0 &&
+           pCommand->key.uKey == static_cast<uint32_t>(event.key());
+}
+
 } // namespace
 
 void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
 {
     const bool bStroke = m_Input.IsStroking();
-    const bool bMin = modifiers.testFlag(Qt::ControlModifier);
-    const bool bMax = modifiers.testFlag(Qt::AltModifier);
+    const bool bMin = modifiers.testFlag(Qt::ControlModifier) || m_Parts.hand.bRaise;
+    const bool bMax = modifiers.testFlag(Qt::AltModifier) || m_Parts.hand.bLower;
     m_pNote->SetState(bStroke && bMin ? "min" : bStroke && bMax ? "max" : "");
 }
 
 void CViewWidget::keyPressEvent(QKeyEvent* pEvent)
 {
+    const bool bTaken = SetStrokeKey(*pEvent, true) || SetFlyKey(*pEvent, true);
     ShowKeys(QGuiApplication::queryKeyboardModifiers());
-    if (!SetFlyKey(*pEvent, true))
+    if (!bTaken)
     {
         QOpenGLWidget::keyPressEvent(pEvent);
     }
@@ -52,8 +73,9 @@ void CViewWidget::keyPressEvent(QKeyEvent* pEvent)
 
 void CViewWidget::keyReleaseEvent(QKeyEvent* pEvent)
 {
+    const bool bTaken = SetStrokeKey(*pEvent, false) || SetFlyKey(*pEvent, false);
     ShowKeys(QGuiApplication::queryKeyboardModifiers());
-    if (!SetFlyKey(*pEvent, false))
+    if (!bTaken)
     {
         QOpenGLWidget::keyReleaseEvent(pEvent);
     }
@@ -84,6 +106,43 @@ bool CViewWidget::SetFlyKey(const QKeyEvent& event, bool bDown)
     return false;
 }
 
+bool CViewWidget::SetStrokeKey(const QKeyEvent& event, bool bDown)
+{
+    bool bTaken = false;
+    for (const SStrokeKey& key : STROKE_KEYS)
+    {
+        if (IsHeldKey(m_Parts.keys.FindById(std::string(STROKE_COMMAND) + key.pszName), event))
+        {
+            if (!event.isAutoRepeat())
+            {
+                m_Parts.hand.*key.pHeld = bDown;
+            }
+            bTaken = true;
+        }
+    }
+    if (IsHeldKey(m_Parts.keys.FindById(std::string(STROKE_COMMAND) + "smooth"), event))
+    {
+        m_bSmooth = bDown;
+    }
+    return bTaken;
+}
+
+// Shift may have gone down while another window had the keyboard; and with a key that flies it
+// means faster.
+bool CViewWidget::IsSmoothing(Qt::KeyboardModifiers modifiers) const
+{
+    const SKeyCommand* pCommand = m_Parts.keys.FindById(std::string(STROKE_COMMAND) + "smooth");
+    const bool bShift = pCommand != nullptr && pCommand->key.uKey == Qt::Key_Shift;
+    return (bShift ? modifiers.testFlag(Qt::ShiftModifier) : m_bSmooth) && !IsFlying();
+}
+
+bool CViewWidget::IsFlying() const
+{
+    return std::any_of(std::begin(FLY_KEYS),
+                       std::end(FLY_KEYS),
+                       [&](const SFlyKey& key) { return m_FlyKeys.*key.pHeld; });
+}
+
 bool CViewWidget::IsFlyKeyDown(const char* pszName) const
 {
     return std::any_of(std::begin(FLY_KEYS),
@@ -94,10 +153,7 @@ bool CViewWidget::IsFlyKeyDown(const char* pszName) const
 
 void CViewWidget::Fly()
 {
-    const bool bHeld = std::any_of(std::begin(FLY_KEYS),
-                                   std::end(FLY_KEYS),
-                                   [&](const SFlyKey& key) { return m_FlyKeys.*key.pHeld; });
-    if (!bHeld || !m_FlyClock.isValid())
+    if (!IsFlying() || !m_FlyClock.isValid())
     {
         return;
     }
@@ -113,6 +169,14 @@ void CViewWidget::Fly()
 void CViewWidget::focusOutEvent(QFocusEvent* pEvent)
 {
     m_FlyKeys = {};
+    m_bSmooth = false;
+    if (dynamic_cast<CViewWidget*>(QApplication::focusWidget()) == nullptr)
+    {
+        for (const SStrokeKey& key : STROKE_KEYS) // another view sees them released
+        {
+            m_Parts.hand.*key.pHeld = false;
+        }
+    }
     m_pNote->SetState("");
     if (pEvent->reason() == Qt::MenuBarFocusReason || pEvent->reason() == Qt::PopupFocusReason)
     {

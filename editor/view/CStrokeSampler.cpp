@@ -90,6 +90,25 @@ SStrokePoint CStrokeSampler::Press(float fX, float fY)
     return m_Last;
 }
 
+void CStrokeSampler::SendPress()
+{
+    if (m_IsActive && m_Last.bHit)
+    {
+        Emit(m_Last);
+    }
+}
+
+void CStrokeSampler::Continue(float fX, float fY, const SVec3& ground)
+{
+    if (m_IsActive && Advance(fX, fY))
+    {
+        m_WaitingCount = 0;
+        m_HasGap = false;
+        m_Last.bHit = m_HasGround = true;
+        m_Last.hit = m_Ground = ground;
+    }
+}
+
 void CStrokeSampler::Move(float fX, float fY, int iWheel)
 {
     const SPosition from = m_Here;
@@ -114,7 +133,7 @@ void CStrokeSampler::Release(float fX, float fY)
 {
     Move(fX, fY);
     Search();
-    if (m_IsActive && !IsSent())
+    if (m_IsActive && m_Spacing <= 0.0F && !IsSent())
     {
         EmitHere();
     }

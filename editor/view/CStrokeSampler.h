@@ -21,8 +21,8 @@ struct SStrokePoint
 // Makes a stroke independent of how often the mouse reports. It walks along the straight path from
 // one reported position to the next and sends a point on each time the ground under it lies a
 // spacing away from the point sent before; what is left at the end of a report waits for the next
-// one, and the release sends the last position. Sky is skipped: the first ground after it is sent,
-// unless it is less than half a spacing away.
+// one, and at the release it is less than a spacing and stays. Sky is skipped: the first ground
+// after it is sent, unless it is less than half a spacing away.
 //
 // Each point is sent before the next one is searched, on the ground as the stroke has left it by
 // then. Ground that the stroke has just moved under the cursor is no progress: seen from what is
@@ -44,20 +44,27 @@ public:
 
     CStrokeSampler(FnPick pick, FnEmit emit);
 
-    // Horizontal, terrain units; a quarter of the brush's extent. May change during a drag. 0,
-    // below and no number: switched off, each position is sent as it comes.
+    // Horizontal, terrain units. May change during a drag. 0, below and no number: switched off,
+    // each position is sent as it comes.
     void SetSpacing(float fSpacing);
 
     // A drag starts. The point is returned, not sent: it belongs to the press. A drag that still
     // runs is forgotten.
     SStrokePoint Press(float fX, float fY);
 
+    // Sends the point of the press, if there is ground: a press without a move leaves something.
+    void SendPress();
+
     // iWheel: notches; they go along with the next point. A drag that stands still sends nothing.
     // Without a drag, and for a position that is no number, nothing happens.
     void Move(float fX, float fY, int iWheel = 0);
 
-    // Moves there, sends that last position unless it was sent already, and ends the drag.
-    // GetLastPoint is then where the release belongs.
+    // The path goes on from there; nothing on the way is sent. ground: where a point was sent last,
+    // by somebody else.
+    void Continue(float fX, float fY, const SVec3& ground);
+
+    // Moves there and ends the drag. While it is switched off, the last position is sent unless it
+    // was already.
     void Release(float fX, float fY);
 
     // The drag ends and nothing is sent any more; also from within FnEmit.

@@ -46,6 +46,26 @@ float GetRoundStep(float fWanted)
     return fPower * (fShare < 1.5F ? 1.0F : fShare < 3.5F ? 2.0F : fShare < 7.5F ? 5.0F : 10.0F);
 }
 
+// The box itself, none, or one of its size about the mark; a box without a size leaves that of the
+// last one.
+SExtents PlaceMark(const SExtents& box, const SRenderSettings& settings, SVec3& size)
+{
+    const SVec3 boxSize = Subtract(box.max, box.min);
+    if (boxSize.x > 0.0F && boxSize.z > 0.0F)
+    {
+        size = boxSize;
+    }
+    if (settings.eMark == EMarkPlace::Box)
+    {
+        return box;
+    }
+    if (settings.eMark == EMarkPlace::None)
+    {
+        return {};
+    }
+    return {AddScaled(settings.mark, size, -0.5F), AddScaled(settings.mark, size, 0.5F)};
+}
+
 } // namespace
 
 struct CTerrainRenderer::SParts
@@ -61,6 +81,7 @@ struct CTerrainRenderer::SParts
     CPaintCopy paint;
     CMaterialCache materials;
     CPatchSelection selection;
+    SVec3 markSize; // of the last box that was one
     void DrawSky(const SRenderSettings& settings);
     void DrawGround(const CTerrainCopies& copies,
                     const SViewProjection& view,
@@ -333,14 +354,15 @@ uint64_t CTerrainRenderer::SParts::SetTypes(const SRenderSettings& settings)
     return uBytes;
 }
 
-// Under the cursor: the brush that paints, or else the footprint of the one that sculpts.
+// The mark: of the brush that paints, or else the footprint of the one that sculpts.
 uint64_t CTerrainRenderer::SParts::SetBrush(CEngineHost& engine, const SRenderSettings& settings)
 {
     const SProjectedTexture& projected = engine.GetCWorld().GetCTerrain()->GetProjectedTexture();
     const CPaintLayer* pLayer = settings.pPaintLayer;
     const bool bPaint = pLayer != nullptr && pLayer->IsShown() && pLayer->GetBrushBox().has_value();
     ITexture* pTexture = bPaint ? pLayer->GetBrushTexture() : projected.pTexture;
-    const SExtents& box = bPaint ? *pLayer->GetBrushBox() : projected.box;
+    const SExtents box =
+        PlaceMark(bPaint ? *pLayer->GetBrushBox() : projected.box, settings, markSize);
     const uint64_t uBytes = textures.Bind(*pGl, GL_TEXTURE4, pTexture, ECopyKind::Grey);
     const float fWidth = box.max.x - box.min.x;
     const float fDepth = box.max.z - box.min.z;

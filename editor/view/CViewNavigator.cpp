@@ -241,8 +241,13 @@ void CViewNavigator::FrameTerrain(const CTerrain* pTerrain)
 
 bool CViewNavigator::Pick(const CTerrain* pTerrain, float fX, float fY, SVec3& hit) const
 {
-    const SRay ray = GetView(pTerrain).GetRay(fX, fY);
+    const SRay ray = GetRay(pTerrain, fX, fY);
     return pTerrain != nullptr && pTerrain->PickRay(ray.origin, ray.direction, hit);
+}
+
+SRay CViewNavigator::GetRay(const CTerrain* pTerrain, float fX, float fY) const
+{
+    return GetView(pTerrain).GetRay(fX, fY);
 }
 
 SViewProjection CViewNavigator::GetView(const CTerrain* pTerrain) const

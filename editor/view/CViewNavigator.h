@@ -72,6 +72,13 @@ public:
 
     // The ground under a position. False over sky.
     bool Pick(const CTerrain* pTerrain, float fX, float fY, SVec3& hit) const;
+    SRay GetRay(const CTerrain* pTerrain, float fX, float fY) const;
+
+    bool IsInside(float fX, float fY) const // a position in the view
+    {
+        return fX >= 0.0F && fY >= 0.0F && fX < static_cast<float>(m_Width) &&
+               fY < static_cast<float>(m_Height);
+    }
 
     bool IsTop() const { return m_Camera == nullptr; }
 

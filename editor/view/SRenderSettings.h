@@ -8,6 +8,14 @@
 class CPaintLayer;
 class ITexture;
 
+// Where the shape that a mode projects on the ground is shown.
+enum class EMarkPlace : uint8_t
+{
+    Box,    // in the box that came with it
+    Cursor, // as large, about a point
+    None,
+};
+
 // How a view wants its picture. Plain values that the view keeps and changes freely from frame to
 // frame; the renderer keeps none of them.
 struct SRenderSettings
@@ -37,6 +45,9 @@ struct SRenderSettings
     // What is being painted takes the place of the terrain-type bitmap while it is shown. Null:
     // none. Borrowed for the call.
     const CPaintLayer* pPaintLayer = nullptr;
+
+    EMarkPlace eMark = EMarkPlace::Box;
+    SVec3 mark; // with Cursor, terrain units
 
     // The file of the material shown while the terrain names none; empty: plain grey.
     std::string strDefaultMaterial;

@@ -280,6 +280,12 @@ bool CTerrain::PickRay(const SVec3& origin, const SVec3& direction, SVec3& hit) 
            CRayPicker(view, *pPyramid, GetSize()).Pick(origin, direction, hit);
 }
 
+bool CTerrain::PickDown(SVec3& point) const
+{
+    constexpr float FAR_ABOVE = 1e7F; // costs one cell, wherever it starts
+    return PickRay({point.x, FAR_ABOVE, point.z}, {0.0F, -1.0F, 0.0F}, point);
+}
+
 bool CTerrain::GetHeightRange(const SVertexRect& rect, float& fMin, float& fMax) const
 {
     const CHeightPyramid* pPyramid = FetchPyramid();

@@ -83,6 +83,10 @@ public:
     // Takes microseconds, and once after a change of heights what its vertices cost to look at.
     bool PickRay(const SVec3& origin, const SVec3& direction, SVec3& hit) const;
 
+    // Sets y to that of the triangle under x and z. False, and point is left alone, off the
+    // terrain.
+    bool PickDown(SVec3& point) const;
+
     // Lowest and highest height of the vertices in rect, exact, mostly from whole blocks. False,
     // and nothing is written, when there is none.
     bool GetHeightRange(const SVertexRect& rect, float& fMin, float& fMax) const;
@@ -109,6 +113,12 @@ public:
     // above its upper corner, clipped to the terrain. A NaN bound counts as the terrain's border.
     SVertexRect GetVertexRect(const SExtents& box) const;
 
+    // What pickers work on: the heights, and their ranges as they are until the next change (null
+    // when there is no memory for them).
+    SHeightView GetView() const;
+
+    const CHeightPyramid* GetPyramid() const { return FetchPyramid(); }
+
     const SProjectedTexture& GetProjectedTexture() const { return m_Projected; }
 
     uint32_t GetEditOverlay() const { return m_EditOverlay; }
@@ -118,7 +128,6 @@ public:
     const std::string& GetEditMaterial() const { return m_EditMaterial; }
 
 private:
-    SHeightView GetView() const;
     const CHeightPyramid* FetchPyramid() const;
     void OnHeightsChanged(const SVertexRect& rect);
 

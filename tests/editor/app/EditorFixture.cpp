@@ -107,16 +107,20 @@ void CEditorFixture::Stop()
     m_Face.reset();
 }
 
-void CEditorFixture::TakeBrush(const char* pszFunction, const char* pszField, const char* pszValue)
+void CEditorFixture::TakeBrush(const char* pszFunction,
+                               const char* pszField,
+                               const char* pszValue,
+                               const char* pszShape,
+                               const char* pszMore)
 {
     const std::string strScript = m_Folder.Path("brush.txt");
     WriteBytes(strScript,
                std::string("!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n"
-                           "!extent( f )\n!mode( s )\n"
-                           "brush()\n{\n bitmap() { path( \"data/brushes/round.png\" ) }\n"
-                           " function( \"") +
-                   pszFunction + "\" ) { attrib( \"" + pszField + "\", \"" + pszValue +
-                   "\" ) }\n extent( 40.0 )\n}\nmode( \"terraforming\" )\n");
+                           "!extent( f )\n!fade_factor( f )\n!mode( s )\n"
+                           "brush()\n{\n bitmap() { path( \"data/brushes/") +
+                   pszShape + ".png\" ) }\n function( \"" + pszFunction + "\" ) { attrib( \"" +
+                   pszField + "\", \"" + pszValue + "\" ) }\n " + pszMore +
+                   "\n}\nmode( \"terraforming\" )\n");
     const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile(strScript.c_str()));
     std::string strWhy;
     for (const CTCPARSE_KEYWORD* pKey = pFirst.get(); pKey != nullptr; pKey = pKey->next)

@@ -1,0 +1,337 @@
+#include "editor/app/CViewStroke.h"
+
+#include "editor/core/CEditorHost.h"
+#include "engine/terrain/CTerrain.h"
+#include "host/IPluginScript.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace
+{
+
+constexpr int32_t LEFT_BUTTON = 1;
+constexpr float PERCENT = 0.01F;
+constexpr float LINE_SHARE = 0.25F; // of the brush, until a straight line knows where it leads
+
+int32_t GetPixel(float fPosition)
+{
+    return static_cast<int32_t>(std::floor(fPosition));
+}
+
+float GetMiddle(uint32_t uHalf)
+{
+    return static_cast<float>(static_cast<int16_t>(uHalf & 0xFFFFU)) + 0.5F;
+}
+
+} // namespace
+
+CViewStroke::CViewStroke(CEditorHost& host,
+                         IPluginScript* pScript,
+                         ViewId view,
+                         const CViewNavigator& navigator,
+                         const SInputSettings& settings,
+                         SHandState& hand)
+    : m_Host(host)
+    , m_Script(pScript)
+    , m_View(view)
+    , m_Navigator(navigator)
+    , m_Settings(settings)
+    , m_Hand(hand)
+    , m_Sampler([this](float fX, float fY, SVec3& hit) { return Aim(fX, fY, hit); },
+                [this](const SStrokePoint& point) { SendMove(point); })
+{
+}
+
+const CTerrain* CViewStroke::GetTerrain() const
+{
+    return m_Host.GetEngine().GetCWorld().GetCTerrain();
+}
+
+template <typename TSend> void CViewStroke::SendAt(float fX, float fY, TSend send)
+{
+    m_SentX = fX;
+    m_SentY = fY;
+    send();
+}
+
+void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
+{
+    m_bOn = true;
+    m_Flags = uFlags;
+    m_StateBefore = m_Host.GetUndoStack().GetStateId();
+    m_bSmoothing = bSmooth && m_Script != nullptr && m_Script->BeginSmoothing();
+    const float fSpacing = m_Script != nullptr ? m_Script->GetStrokeSpacing() : 0.0F;
+    const float fExtent = m_Script != nullptr ? m_Script->GetBrushExtent() : 0.0F;
+    m_bPath = fSpacing > 0.0F;
+    m_bSculpts = m_bPath && m_Script->IsTerraforming();
+    m_SpacingShare = !m_bPath ? 0.0F
+                     : m_Settings.iSpacingPercent > 0
+                         ? static_cast<float>(m_Settings.iSpacingPercent) * PERCENT
+                         : fSpacing / fExtent;
+    if (m_bSculpts && m_Settings.bAimAtPress && GetTerrain() != nullptr)
+    {
+        m_Still.Take(*GetTerrain());
+    }
+    const bool bJoint = m_Hand.bJoin && m_Hand.bEnd && m_bSculpts && fExtent > 0.0F;
+    const SVec3 from = m_Hand.end;
+    m_Sampler.SetSpacing(m_Settings.bSampleStrokes ? GetSpacing() : 0.0F);
+    const SStrokePoint press = m_Sampler.Press(fX, fY);
+    m_PressHit = m_LastGround = bJoint ? from : press.hit;
+    m_bPressHit = m_bLastGround = bJoint || press.bHit;
+    m_pSentGround = bJoint ? &from : nullptr;
+    SendAt(
+        fX,
+        fY,
+        [&] {
+            m_Host.SendButtonDown(m_View, uFlags | MOUSE_LEFT, {GetPixel(fX), GetPixel(fY), 0, 0});
+        });
+    m_pSentGround = nullptr;
+    if (bJoint)
+    {
+        DrawJoint(from, fX, fY);
+    }
+    else if (m_bSculpts && m_Host.IsDragging())
+    {
+        m_Sampler.SendPress();
+    }
+}
+
+float CViewStroke::GetSpacing() const
+{
+    return m_Script != nullptr ? m_SpacingShare * m_Script->GetBrushExtent() : 0.0F;
+}
+
+// From the end of the last stroke to the cursor, all at once.
+void CViewStroke::DrawJoint(const SVec3& from, float fX, float fY)
+{
+    SVec3 to;
+    if (!Aim(fX, fY, to) || !m_Host.IsDragging())
+    {
+        return;
+    }
+    SendGround(from);
+    const float fSpacing = GetSpacing();
+    m_Line.Start(from, from, fSpacing, fSpacing);
+    m_Line.Follow(to, [this](const SVec3& point) { SendGround(point); });
+    m_Line.Stop();
+    SendGround(to);
+    m_Sampler.Continue(fX, fY, to);
+    m_PressHit = to;
+}
+
+bool CViewStroke::Move(float fX, float fY, uint32_t uFlags, int iWheel)
+{
+    m_Flags = uFlags;
+    if (!m_Host.IsDragging())
+    {
+        Finish(); // the host has ended it: another level came
+        return false;
+    }
+    m_Sampler.SetSpacing(m_Settings.bSampleStrokes ? GetSpacing() : 0.0F);
+    if (!FollowLine(fX, fY))
+    {
+        m_Sampler.Move(fX, fY, iWheel);
+    }
+    return true;
+}
+
+// False when the stroke is not kept on a line.
+bool CViewStroke::FollowLine(float fX, float fY)
+{
+    const float fSpacing = GetSpacing();
+    const bool bWanted = m_Hand.bLine && m_bSculpts && m_bPressHit && fSpacing > 0.0F;
+    if (!bWanted)
+    {
+        if (m_Line.IsOn())
+        {
+            m_Line.Stop();
+            m_Sampler.Continue(fX, fY, m_LastGround);
+        }
+        return false;
+    }
+    if (!m_Line.IsOn())
+    {
+        const float fLeast = std::max(fSpacing, LINE_SHARE * m_Script->GetBrushExtent());
+        m_Line.Start(m_PressHit, m_bLastGround ? m_LastGround : m_PressHit, fSpacing, fLeast);
+    }
+    SVec3 to;
+    if (Aim(fX, fY, to))
+    {
+        m_Line.Follow(to, [this](const SVec3& point) { SendGround(point); });
+    }
+    m_Sampler.Continue(fX, fY, m_LastGround);
+    return true;
+}
+
+void CViewStroke::Release(float fX, float fY, uint32_t uFlags)
+{
+    if (!Move(fX, fY, uFlags))
+    {
+        return;
+    }
+    if (m_Line.IsOn())
+    {
+        m_Sampler.Cancel(); // the cursor is beside the line
+    }
+    m_Sampler.Release(fX, fY);
+    SendAt(fX,
+           fY,
+           [&] {
+               m_Host.SendButtonUp(m_View, uFlags, {GetPixel(fX), GetPixel(fY), 0, 0});
+           });
+    Finish();
+}
+
+bool CViewStroke::Cancel()
+{
+    if (!m_Host.IsDragging())
+    {
+        Finish(); // the host has ended it, and what it did is a step like any other
+        return false;
+    }
+    m_Sampler.Cancel();
+    const bool bTerraforming = m_Script != nullptr && m_Script->IsTerraforming();
+    const bool bPainting = m_Script != nullptr && m_Script->IsPainting();
+    const bool bOther = !bTerraforming && !bPainting;
+    if (bOther)
+    {
+        m_Host.GetModes().SuspendCurrentMode(true); // its release would finish the work
+    }
+    m_Host.EndDrag();
+    if (bOther)
+    {
+        m_Host.GetModes().DeactivateMode(0);
+    }
+    if (bTerraforming && m_Host.GetUndoStack().GetStateId() != m_StateBefore)
+    {
+        m_Host.Undo();
+        m_Host.GetUndoStack().DropRedo();
+    }
+    if (bPainting)
+    {
+        m_Host.StepPaint(false);
+    }
+    m_bLastGround = false;
+    Finish();
+    return true;
+}
+
+void CViewStroke::End()
+{
+    m_Sampler.Cancel();
+    if (m_bOn)
+    {
+        m_Host.EndDrag();
+    }
+    Finish();
+}
+
+void CViewStroke::Finish()
+{
+    m_Sampler.Cancel();
+    m_Line.Stop();
+    m_Still.Drop();
+    if (m_bOn && m_bSculpts && m_bLastGround)
+    {
+        m_Hand.bEnd = true;
+        m_Hand.end = m_LastGround;
+    }
+    m_bOn = false;
+    if (std::exchange(m_bSmoothing, false))
+    {
+        m_Script->EndSmoothing();
+    }
+}
+
+void CViewStroke::Hover(float fX, float fY, uint32_t uFlags)
+{
+    SendAt(fX,
+           fY,
+           [&] {
+               m_Host.SendMouseMove(m_View, uFlags, {GetPixel(fX), GetPixel(fY)}, {0, 0}, {0, 0});
+           });
+}
+
+void CViewStroke::SendMove(const SStrokePoint& point)
+{
+    if (point.bHit)
+    {
+        m_LastGround = point.hit;
+        m_bLastGround = true;
+    }
+    SendAt(point.fX,
+           point.fY,
+           [&]
+           {
+               m_Host.SendMouseMove(m_View,
+                                    m_Flags | MOUSE_LEFT,
+                                    {GetPixel(point.fX), GetPixel(point.fY)},
+                                    {point.iWheel, LEFT_BUTTON},
+                                    {point.iStepX, point.iStepY});
+           });
+}
+
+bool CViewStroke::DropToGround(SVec3& point) const
+{
+    const CTerrain* pTerrain = GetTerrain();
+    return pTerrain != nullptr && pTerrain->PickDown(point);
+}
+
+void CViewStroke::SendGround(const SVec3& point)
+{
+    SVec3 ground = point;
+    if (!m_Host.IsDragging() || !DropToGround(ground))
+    {
+        return;
+    }
+    m_LastGround = ground;
+    m_bLastGround = true;
+    m_pSentGround = &ground;
+    const int32_t iX = GetPixel(m_SentX);
+    const int32_t iY = GetPixel(m_SentY);
+    m_Host.SendMouseMove(m_View, m_Flags | MOUSE_LEFT, {iX, iY}, {0, LEFT_BUTTON}, {0, 0});
+    m_pSentGround = nullptr;
+}
+
+bool CViewStroke::Pick(ViewPoint point, SVec3& hit) const
+{
+    if (m_pSentGround != nullptr)
+    {
+        hit = *m_pSentGround;
+        return true;
+    }
+    float fX = GetMiddle(point);
+    float fY = GetMiddle(point >> 16U);
+    if (point == CModeManager::PackPoint(GetPixel(m_SentX), GetPixel(m_SentY)))
+    {
+        fX = m_SentX;
+        fY = m_SentY;
+    }
+    return Aim(fX, fY, hit);
+}
+
+bool CViewStroke::Aim(float fX, float fY, SVec3& hit) const
+{
+    const CTerrain* pTerrain = GetTerrain();
+    size_t nHeights = 0;
+    const float* pHeights = m_Still.IsHeld() ? m_Script->GetPressHeights(nHeights) : nullptr;
+    if (pTerrain == nullptr || pHeights == nullptr ||
+        nHeights != size_t{pTerrain->GetVerticesX()} * pTerrain->GetVerticesZ())
+    {
+        return m_Navigator.Pick(pTerrain, fX, fY, hit);
+    }
+    const SRay ray = m_Navigator.GetRay(pTerrain, fX, fY);
+    return m_Still.PickRay(*pTerrain, pHeights, ray.origin, ray.direction, hit);
+}
+
+bool CViewStroke::FindMark(float fX, float fY, SVec3& hit) const
+{
+    if (m_Line.IsOn())
+    {
+        hit = m_Line.GetPoint();
+        return DropToGround(hit);
+    }
+    return Aim(fX, fY, hit);
+}

@@ -1,0 +1,330 @@
+// What a stroke by the mouse leaves: even crests, straight rows, dabs, and a mark that stays under
+// the cursor.
+
+#include "editor/core/IHostObserver.h"
+#include "engine/terrain/CTerrain.h"
+#include "host/IPluginScript.h"
+#include "tests/editor/app/EditorFixture.h"
+
+#include <QImage>
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+
+// The points that the plug-in was given, until it goes.
+class CPointList : public IHostObserver
+{
+public:
+    explicit CPointList(CEditorHost& host)
+        : m_Host(host)
+    {
+        m_Host.AddObserver(this);
+    }
+
+    ~CPointList() override { m_Host.RemoveObserver(this); }
+
+    CPointList(const CPointList&) = delete;
+    CPointList& operator=(const CPointList&) = delete;
+
+    void OnEvent(const SHostEvent& event) override
+    {
+        if (event.eKind == EHostEvent::MouseMove && event.bHit && m_Host.IsDragging())
+        {
+            points.push_back(event.hit);
+        }
+    }
+
+    std::vector<SVec3> points;
+
+private:
+    CEditorHost& m_Host;
+};
+
+constexpr size_t SIDE = 257;
+
+double GetDistance(const SVec3& a, const SVec3& b)
+{
+    return std::hypot(static_cast<double>(a.x) - b.x, static_cast<double>(a.z) - b.z);
+}
+
+// The largest distance of a point from the straight line through the first and the last one.
+double GetBend(const std::vector<SVec3>& points)
+{
+    const SVec3& first = points.front();
+    const SVec3& last = points.back();
+    double fMost = 0.0;
+    for (const SVec3& point : points)
+    {
+        const double fCross =
+            (static_cast<double>(last.x) - first.x) * (static_cast<double>(point.z) - first.z) -
+            (static_cast<double>(last.z) - first.z) * (static_cast<double>(point.x) - first.x);
+        fMost = std::max(fMost, std::fabs(fCross) / GetDistance(first, last));
+    }
+    return fMost;
+}
+
+class CStrokeFeel : public CEditorFixture
+{
+protected:
+    // 320 x 320 units, 256 x 256 cells, 100 high, flat at 20.
+    void StartFine()
+    {
+        ASSERT_NO_FATAL_FAILURE(Start());
+        SHeightField field;
+        field.Allocate(SIDE, SIDE);
+        field.size = {320.0F, 100.0F, 320.0F};
+        std::fill_n(field.pHeights.get(), field.GetCount(), 20.0F);
+        GetHost().TakeLevel(std::move(field));
+        Settle();
+    }
+
+    SInputSettings& GetInput() { return m_Window->GetSettings().input; }
+
+    // How far the crest of a straight stroke dips with a shape, as a share of its height.
+    double GetDip(const char* pszShape)
+    {
+        TakeBrush("RelativeHeightFunction", "m_Height", "50", pszShape, "extent( 80.0 )");
+        const std::vector<float> before = GetHeights();
+        Drag(GetView(1), {0.2, 0.5}, {0.8, 0.5}, 3);
+        const std::vector<float> heights = GetHeights();
+        double fLow = 1e9;
+        double fHigh = 0.0;
+        for (size_t x = 112; x < 145; ++x) // the ends left out
+        {
+            double fCrest = 0.0;
+            for (size_t i = x; i < heights.size(); i += SIDE)
+            {
+                fCrest = std::max(fCrest, static_cast<double>(heights[i] - before[i]));
+            }
+            fLow = std::min(fLow, fCrest);
+            fHigh = std::max(fHigh, fCrest);
+        }
+        Key("ctrl+z");
+        EXPECT_GT(fHigh, 40.0) << pszShape;
+        return 1.0 - fLow / fHigh;
+    }
+
+    // Presses at once, drags and lets go; the points that the plug-in was given.
+    std::vector<SVec3> DragPoints(CViewWidget& view, const QPointF& from, const QPointF& to)
+    {
+        CPointList list(GetHost());
+        Drag(view, from, to);
+        return list.points;
+    }
+
+    // Where the picture of a view is tinted as under a brush, device pixels; nothing: (-1, -1).
+    static QPointF FindTint(CViewWidget& view)
+    {
+        const QImage picture = view.grabFramebuffer();
+        double fX = 0.0;
+        double fY = 0.0;
+        int nFound = 0;
+        for (int y = 0; y < picture.height(); ++y)
+        {
+            for (int x = 0; x < picture.width(); ++x)
+            {
+                const QColor color = picture.pixelColor(x, y);
+                if (color.red() > color.blue() + 60)
+                {
+                    fX += x;
+                    fY += y;
+                    ++nFound;
+                }
+            }
+        }
+        return nFound > 20 ? QPointF(fX / nFound, fY / nFound) : QPointF(-1.0, -1.0);
+    }
+};
+
+} // namespace
+
+TEST_F(CStrokeFeel, CrestsAreEvenAndTheSettingSaysOtherwise)
+{
+    ASSERT_NO_FATAL_FAILURE(StartFine());
+    EXPECT_LT(GetDip("round"), 0.013); // a vertex may miss the very crest
+    EXPECT_LT(GetDip("cone"), 0.045);
+    EXPECT_LT(GetDip("square"), 0.001);
+    TakeBrush("RelativeHeightFunction", "m_Height", "5", "square", "extent( 80.0 )");
+    IPluginScript* pScript = m_Editor->GetPluginScript();
+    EXPECT_FLOAT_EQ(pScript->GetStrokeSpacing(), 10.0F);
+    TakeBrush("BlurFunction", "m_UseOnlyDestBuffer", "true", "cone", "extent( 80.0 )");
+    EXPECT_FLOAT_EQ(pScript->GetStrokeSpacing(), 20.0F);
+
+    TakeBrush("RelativeHeightFunction", "m_Height", "5", "round", "extent( 40.0 )");
+    for (const int32_t iPercent : {50, 0})
+    {
+        GetInput().iSpacingPercent = iPercent;
+        const double fSpacing = iPercent > 0 ? 20.0 : pScript->GetStrokeSpacing();
+        const std::vector<SVec3> points = DragPoints(GetView(1), {0.3, 0.5}, {0.7, 0.5});
+        ASSERT_GT(points.size(), 3U);
+        for (size_t i = 1; i < points.size(); ++i)
+        {
+            EXPECT_NEAR(GetDistance(points[i], points[i - 1]), fSpacing, 0.5);
+        }
+    }
+}
+
+TEST_F(CStrokeFeel, AStrokeDoesNotClimbItsOwnHill)
+{
+    ASSERT_NO_FATAL_FAILURE(StartFine());
+    TakeBrush("RelativeHeightFunction", "m_Height", "60");
+    const std::vector<SVec3> straight = DragPoints(GetView(), {0.4, 0.55}, {0.6, 0.55});
+    ASSERT_GT(straight.size(), 10U);
+    EXPECT_LT(GetBend(straight), 0.5);
+    for (size_t i = 1; i < straight.size(); ++i)
+    {
+        EXPECT_GT(straight[i].x, straight[i - 1].x);
+    }
+    // At the place that was aimed at, the height is that of the hill.
+    EXPECT_GT(straight.back().y, 60.0F);
+    Key("ctrl+z");
+
+    GetInput().bAimAtPress = false;
+    const std::vector<SVec3> climbing = DragPoints(GetView(), {0.4, 0.55}, {0.6, 0.55});
+    EXPECT_GT(GetBend(climbing), 5.0);
+}
+
+TEST_F(CStrokeFeel, AClickIsADab)
+{
+    ASSERT_NO_FATAL_FAILURE(StartFine());
+    TakeBrush(
+        "RelativeHeightFunction", "m_Height", "50", "round", "extent( 40.0 ) fade_factor( 1.0 )");
+    const std::vector<float> flat = GetHeights();
+    MoveTo(GetView(), {0.5, 0.55});
+    Do({"mousedown", "1"});
+    const std::vector<float> pressed = GetHeights();
+    EXPECT_NEAR(*std::max_element(pressed.begin(), pressed.end()), 70.0F, 1.0F);
+    Do({"mousemove_relative", "1", "0"});
+    Do({"mouseup", "1"});
+    EXPECT_TRUE(GetHeights() == pressed) << "the release adds nothing";
+    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 1U);
+
+    TakeBrush("PointHeightFunction", "m_Height", "0"); // which lives from the way of the mouse
+    Do({"mousedown", "1"});
+    EXPECT_TRUE(GetHeights() == pressed);
+    Do({"mouseup", "1"});
+    EXPECT_TRUE(GetHeights() == pressed);
+}
+
+TEST_F(CStrokeFeel, TheMarkStaysUnderTheCursorInAllViews)
+{
+    ASSERT_NO_FATAL_FAILURE(StartFine());
+    TakeBrush("SetHeightFunction", "m_Height", "20", "disc", "extent( 60.0 )"); // changes nothing
+    CViewWidget& view = GetView(1);
+    const QPointF middle(view.width() * 0.5, view.height() * 0.5);
+    const auto distance = [&](const QPointF& cursor)
+    {
+        const QPointF tint = FindTint(view);
+        return std::hypot(tint.x() - cursor.x(), tint.y() - cursor.y());
+    };
+    MoveTo(view, {0.5, 0.5});
+    EXPECT_LT(distance(middle), 3.0);
+    EXPECT_GE(FindTint(GetView()).x(), 0.0) << "the other view has it, too";
+    Do({"mousedown", "1"});
+    EXPECT_LT(distance(middle), 3.0);
+    // Less than the next point of the stroke asks for.
+    Do({"mousemove_relative", "2", "0"});
+    EXPECT_LT(distance(middle + QPointF(2.0, 0.0)), 1.5);
+    Do({"mousemove_relative", "31", "0"});
+    EXPECT_LT(distance(middle + QPointF(33.0, 0.0)), 3.0);
+    const QPointF other = FindTint(GetView());
+    Do({"mouseup", "1"});
+    EXPECT_LT(distance(middle + QPointF(33.0, 0.0)), 3.0);
+    Do({"mousemove_relative", "--", "-33", "0"});
+    EXPECT_GT(std::fabs(FindTint(GetView()).x() - other.x()), 3.0);
+    MoveTo(*m_Window, {0.5, 0.001});
+    EXPECT_EQ(FindTint(view), QPointF(-1.0, -1.0));
+    EXPECT_EQ(FindTint(GetView()), QPointF(-1.0, -1.0));
+}
+
+TEST_F(CStrokeFeel, KeysKeepAStrokeStraightJoinItAndBoundIt)
+{
+    ASSERT_NO_FATAL_FAILURE(StartFine());
+    TakeBrush("SetHeightFunction", "m_Height", "60", "disc", "extent( 30.0 )");
+    CViewWidget& view = GetView(1);
+    const std::vector<float> flat = GetHeights();
+    std::vector<SVec3> points;
+    {
+        CPointList list(GetHost());
+        MoveTo(view, {0.3, 0.3});
+        Do({"mousedown", "1"});
+        MoveTo(view, {0.42, 0.3});
+        Do({"keydown", "c"});
+        MoveTo(view, {0.5, 0.5}); // beside the line
+        MoveTo(view, {0.6, 0.45});
+        Do({"keyup", "c"});
+        Do({"mouseup", "1"});
+        points = list.points;
+    }
+    ASSERT_GT(points.size(), 8U);
+    EXPECT_LT(GetBend(points), 1.0);
+    const SVec3 end = points.back();
+    EXPECT_GT(end.x, 170.0F);
+
+    MoveTo(view, {0.6, 0.7});
+    Do({"keydown", "space"});
+    {
+        CPointList list(GetHost());
+        Do({"click", "1"});
+        points = list.points;
+    }
+    Do({"keyup", "space"});
+    ASSERT_GT(points.size(), 5U);
+    EXPECT_LT(GetDistance(points.front(), end), 0.01);
+    EXPECT_GT(GetDistance(points.back(), end), 50.0);
+    EXPECT_LT(GetBend(points), 0.5);
+    for (int i = 0; i < 2; ++i)
+    {
+        Key("ctrl+z");
+    }
+    EXPECT_TRUE(GetHeights() == flat);
+
+    for (const auto& [pszKey, bChanges] : {std::pair("t", false), std::pair("r", true)})
+    {
+        Do({"keydown", pszKey}); // only lower, only raise; the tool would raise
+        Drag(view, {0.4, 0.5}, {0.6, 0.5});
+        Do({"keyup", pszKey});
+        EXPECT_EQ(GetHeights() != flat, bChanges) << pszKey;
+    }
+}
+
+TEST_F(CStrokeFeel, ShiftSmoothsAndGivesTheToolBack)
+{
+    ASSERT_NO_FATAL_FAILURE(StartFine());
+    TakeBrush("SetHeightFunction", "m_Height", "80", "square", "extent( 30.0 )");
+    IPluginScript* pScript = m_Editor->GetPluginScript();
+    CViewWidget& view = GetView(1);
+    const std::string strScript = m_Folder.Path("recorded.tellur");
+    ASSERT_TRUE(m_Editor->GetRecorder()->Start(strScript));
+    Drag(view, {0.4, 0.5}, {0.6, 0.5});
+    const std::vector<float> plateau = GetHeights();
+    Do({"keydown", "shift"});
+    Drag(view, {0.4, 0.5}, {0.6, 0.5});
+    Do({"keyup", "shift"});
+    const std::vector<float> smooth = GetHeights();
+    EXPECT_FALSE(smooth == plateau);
+    EXPECT_LE(*std::max_element(smooth.begin(), smooth.end()), 80.0F);
+    EXPECT_EQ(pScript->GetFunctionName(), "SetHeightFunction");
+    EXPECT_FLOAT_EQ(pScript->GetBrushExtent(), 30.0F);
+    Drag(view, {0.4, 0.4}, {0.6, 0.4});
+    EXPECT_EQ(*std::max_element(GetHeights().begin(), GetHeights().end()), 80.0F);
+
+    // A key that flies makes Shift a faster flight; the stroke is the tool's.
+    Do({"keydown", "w"});
+    Do({"keydown", "shift"});
+    MoveTo(view, {0.4, 0.7});
+    Do({"mousedown", "1"});
+    EXPECT_EQ(pScript->GetFunctionName(), "SetHeightFunction");
+    Do({"keyup", "shift"});
+    Do({"keyup", "w"});
+    Do({"mouseup", "1"});
+
+    const std::string strHeights = m_Folder.Path("now.height");
+    ASSERT_TRUE(GetHost().GetEngine().GetWorld()->GetTerrain()->SaveHeightMap(
+        strHeights.c_str(), nullptr, 0, 0));
+    ASSERT_TRUE(m_Editor->GetRecorder()->Stop());
+    EXPECT_EQ(ReplayScript(strScript, m_Folder.Path("replayed.height")), ReadBytes(strHeights));
+}
