@@ -14,7 +14,6 @@
 #include "host/IPluginScript.h"
 #include "host/World.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QDropEvent>
 #include <QMenu>
@@ -112,6 +111,7 @@ void CEditorWindow::ShowPlugin()
     MakeViewMenu();
     MakeLevelMenu();
     MakeCameraMenu();
+    MakeBrushMenu();
     MakeToolsMenu();
     m_Commands.AddPluginActions([this](int32_t iAction) { SendAction(iAction); });
     m_Commands.ApplyKeys();
@@ -164,21 +164,6 @@ void CEditorWindow::MakeDocks()
 bool CEditorWindow::OpenPanel(const CRuntimeClass* pClass)
 {
     return m_pPanel != nullptr && m_pPanel->Open(pClass);
-}
-
-// The keyboard goes to the panel, which opens when it is closed, and from there back to the view.
-void CEditorWindow::GoToPanel()
-{
-    if (m_pPanel->isAncestorOf(QApplication::focusWidget()))
-    {
-        m_pViews->GetActive()->setFocus();
-        return;
-    }
-    if (m_pPanel->isHidden() && m_Editor.GetPlugin() != nullptr)
-    {
-        m_Editor.GetPlugin()->Activate(true);
-    }
-    m_pPanel->TakeFocus();
 }
 
 void CEditorWindow::ClosePanel()

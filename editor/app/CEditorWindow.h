@@ -3,6 +3,7 @@
 #include "editor/app/CCommandList.h"
 #include "editor/app/CDocumentActions.h"
 #include "editor/app/CProgressWindow.h"
+#include "editor/app/CToolCommands.h"
 #include "editor/app/CUnsavedWork.h"
 #include "editor/app/CViewWidget.h"
 #include "editor/app/SEditorSettings.h"
@@ -13,6 +14,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 #include <string>
 
 class CEditor;
@@ -96,6 +98,7 @@ private:
     void MakeViewMenu();
     void MakeLevelMenu();
     void MakeCameraMenu();
+    void MakeBrushMenu();
     void MakeToolsMenu();
     void FillRecentFiles();
     void FillMaterials();
@@ -133,6 +136,7 @@ private:
     QMenu* m_pRecent = nullptr;
     QMenu* m_pMaterials = nullptr;
     CCommandList m_Commands;
+    std::unique_ptr<CToolCommands> m_pToolCommands;
     CProgressWindow m_Progress;
     CDocumentActions m_Documents;
     CUnsavedWork m_UnsavedWork;

@@ -1,5 +1,6 @@
 #include "editor/app/CViewWidget.h"
 
+#include "editor/app/CBrushHand.h"
 #include "editor/app/CCursorNote.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
@@ -63,6 +64,8 @@ CViewWidget::CViewWidget(
     , m_Input(parts.host, parts.pScript, view, m_Navigator, parts.settings.input, parts.hand)
     , m_Renderer(parts.pCopies)
     , m_pNote(new CCursorNote(this))
+    , m_pHand(std::make_unique<CBrushHand>(
+          parts.pScript, parts.keys, m_Input, *m_pNote, [this] { SeeCursor(); }))
 {
     setObjectName(QString("view-%1").arg(view));
     setFocusPolicy(Qt::StrongFocus);
@@ -194,10 +197,21 @@ bool CViewWidget::event(QEvent* pEvent)
     case QEvent::Enter:
         m_Events.onActive(m_View);
         m_Parts.host.GetModes().SetModeCursor();
+        TakeKeyboard();
         break;
     case QEvent::Leave:
-        m_Input.Leave();
+        if (!m_pHand->IsHeld())
+        {
+            m_Input.Leave();
+        }
         Update();
+        break;
+    case QEvent::ShortcutOverride:
+        if (m_pHand->TakesKey(*static_cast<QKeyEvent*>(pEvent)))
+        {
+            pEvent->accept();
+            return true;
+        }
         break;
     default:
         break;
@@ -224,6 +238,7 @@ void CViewWidget::mousePressEvent(QMouseEvent* pEvent)
         return;
     }
     m_Events.onActive(m_View);
+    m_pHand->End();
     const QPointF at = GetDevicePosition(pEvent->position());
     m_pNote->FollowCursor(pEvent->position().toPoint());
     m_Input.Press(eButton,
@@ -240,6 +255,10 @@ void CViewWidget::mouseMoveEvent(QMouseEvent* pEvent)
     ++m_Moves;
     const QPointF at = GetDevicePosition(pEvent->position());
     m_pNote->FollowCursor(pEvent->position().toPoint());
+    if (m_pHand->Move(pEvent->position()))
+    {
+        return;
+    }
     if (pEvent->buttons() == Qt::NoButton && m_Input.IsStroking())
     {
         m_Input.End(); // another window took the release
@@ -273,6 +292,7 @@ void CViewWidget::mouseReleaseEvent(QMouseEvent* pEvent)
 
 void CViewWidget::wheelEvent(QWheelEvent* pEvent)
 {
+    m_pHand->End();
     const QPointF at = GetDevicePosition(pEvent->position());
     // Alt turns the wheel of some desktops sideways.
     const QPoint delta = pEvent->angleDelta();

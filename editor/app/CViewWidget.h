@@ -12,6 +12,7 @@
 #include <functional>
 #include <memory>
 
+class CBrushHand;
 class CCursorNote;
 class CKeyBindings;
 class CTerrainCopies;
@@ -112,6 +113,8 @@ private:
     bool IsFlying() const;
     bool IsSmoothing(Qt::KeyboardModifiers modifiers) const; // what a press draws now
     void Fly();
+    void TakeKeyboard(); // unless somebody else needs it
+    void SeeCursor();    // the plug-in has not been told where it went
     void AdaptQuality(); // to the time that the last frame took
     void ReleaseRenderer();
     void ShowKeys(Qt::KeyboardModifiers modifiers);
@@ -125,6 +128,7 @@ private:
     CViewInput m_Input;
     CTerrainRenderer m_Renderer;
     CCursorNote* m_pNote; // this widget's child
+    std::unique_ptr<CBrushHand> m_pHand;
     SFlyKeys m_FlyKeys;
     bool m_bSmooth = false; // its key is held
     QElapsedTimer m_FlyClock;

@@ -4,6 +4,7 @@
 #include "editor/app/CEditorFace.h"
 #include "editor/app/CEditorWindow.h"
 #include "editor/app/CKeysDialog.h"
+#include "editor/app/CPanelDock.h"
 #include "editor/app/CSettingsDialog.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/PluginMenus.h"
@@ -165,6 +166,21 @@ void CEditorWindow::CancelWork()
     }
     m_pViews->RequestFrames();
     ShowState();
+}
+
+// The keyboard goes to the panel, which opens when it is closed, and from there back to the view.
+void CEditorWindow::GoToPanel()
+{
+    if (m_pPanel->isAncestorOf(QApplication::focusWidget()))
+    {
+        m_pViews->GetActive()->setFocus();
+        return;
+    }
+    if (m_pPanel->isHidden() && m_Editor.GetPlugin() != nullptr)
+    {
+        m_Editor.GetPlugin()->Activate(true);
+    }
+    m_pPanel->TakeFocus();
 }
 
 void CEditorWindow::EditKeys()

@@ -277,6 +277,16 @@ void CEditorWindow::MakeCameraMenu()
     }
 }
 
+void CEditorWindow::MakeBrushMenu()
+{
+    m_pToolCommands =
+        std::make_unique<CToolCommands>(GetHost(),
+                                        m_Editor.GetPluginScript(),
+                                        *m_pViews,
+                                        [this](int32_t iAction) { SendAction(iAction); });
+    m_pToolCommands->AddTo(*menuBar()->addMenu("&Brush"), m_Commands);
+}
+
 void CEditorWindow::MakeToolsMenu()
 {
     m_pTools = menuBar()->addMenu("&Tools");

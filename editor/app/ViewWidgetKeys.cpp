@@ -1,10 +1,13 @@
+#include "editor/app/CBrushHand.h"
 #include "editor/app/CCursorNote.h"
 #include "editor/app/CViewWidget.h"
 #include "editor/app/KeyChords.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CKeyBindings.h"
+#include "host/IPluginScript.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -55,7 +58,8 @@ bool IsHeldKey(const SKeyCommand* pCommand, const QKeyEvent& event)
 
 void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
 {
-    const bool bStroke = m_Input.IsStroking();
+    const bool bStroke =
+        m_Input.IsStroking() && m_Parts.pScript != nullptr && m_Parts.pScript->HeedsMinMax();
     const bool bMin = modifiers.testFlag(Qt::ControlModifier) || m_Parts.hand.bRaise;
     const bool bMax = modifiers.testFlag(Qt::AltModifier) || m_Parts.hand.bLower;
     m_pNote->SetState(bStroke && bMin ? "min" : bStroke && bMax ? "max" : "");
@@ -63,7 +67,8 @@ void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
 
 void CViewWidget::keyPressEvent(QKeyEvent* pEvent)
 {
-    const bool bTaken = SetStrokeKey(*pEvent, true) || SetFlyKey(*pEvent, true);
+    const bool bTaken =
+        m_pHand->Press(*pEvent) || SetStrokeKey(*pEvent, true) || SetFlyKey(*pEvent, true);
     ShowKeys(QGuiApplication::queryKeyboardModifiers());
     if (!bTaken)
     {
@@ -73,7 +78,8 @@ void CViewWidget::keyPressEvent(QKeyEvent* pEvent)
 
 void CViewWidget::keyReleaseEvent(QKeyEvent* pEvent)
 {
-    const bool bTaken = SetStrokeKey(*pEvent, false) || SetFlyKey(*pEvent, false);
+    const bool bTaken =
+        m_pHand->Release(*pEvent) || SetStrokeKey(*pEvent, false) || SetFlyKey(*pEvent, false);
     ShowKeys(QGuiApplication::queryKeyboardModifiers());
     if (!bTaken)
     {
@@ -166,8 +172,35 @@ void CViewWidget::Fly()
     m_FrameTimer.start(0);
 }
 
+// Keys work in the view that the cursor is in, without a click.
+void CViewWidget::TakeKeyboard()
+{
+    if (isActiveWindow() && QApplication::activePopupWidget() == nullptr &&
+        QApplication::activeModalWidget() == nullptr &&
+        QGuiApplication::mouseButtons() == Qt::NoButton)
+    {
+        setFocus(Qt::MouseFocusReason);
+    }
+}
+
+void CViewWidget::SeeCursor()
+{
+    const QPoint cursor = mapFromGlobal(QCursor::pos());
+    if (!rect().contains(cursor))
+    {
+        m_Input.Leave();
+    }
+    else if (m_Input.IsIdle())
+    {
+        const QPointF at = GetDevicePosition(cursor);
+        m_Input.Move(static_cast<float>(at.x()), static_cast<float>(at.y()), 0);
+    }
+    Update();
+}
+
 void CViewWidget::focusOutEvent(QFocusEvent* pEvent)
 {
+    m_pHand->End();
     m_FlyKeys = {};
     m_bSmooth = false;
     if (dynamic_cast<CViewWidget*>(QApplication::focusWidget()) == nullptr)

@@ -14,24 +14,6 @@ namespace
 
 constexpr char KEY[] = "key";
 
-// Defaults of the host for actions that come without a key.
-constexpr std::pair<const char*, uint32_t> HOST_KEYS[] = {
-    {"Increase Tellur brush size", ']'},
-    {"Decrease Tellur brush size", '['},
-};
-
-uint32_t GetHostKey(const std::string& strName)
-{
-    for (const auto& [pszName, uKey] : HOST_KEYS)
-    {
-        if (strName == pszName)
-        {
-            return uKey;
-        }
-    }
-    return 0;
-}
-
 bool CouldMeanBoth(const SKeyCommand& a, const SKeyCommand& b)
 {
     return a.key.uKey != 0 && a.key == b.key &&
@@ -43,7 +25,11 @@ bool CouldMeanBoth(const SKeyCommand& a, const SKeyCommand& b)
 void CKeyBindings::Add(SKeyCommand command)
 {
     const SKeyChord* pLoaded = FindLoaded(command.strId);
-    command.key = pLoaded != nullptr ? *pLoaded : command.defaultKey;
+    const bool bTaken =
+        std::any_of(m_Loaded.begin(),
+                    m_Loaded.end(),
+                    [&](const auto& loaded) { return loaded.second == command.defaultKey; });
+    command.key = pLoaded != nullptr ? *pLoaded : bTaken ? SKeyChord() : command.defaultKey;
     const auto known =
         std::find_if(m_Commands.begin(),
                      m_Commands.end(),
@@ -51,9 +37,30 @@ void CKeyBindings::Add(SKeyCommand command)
     if (known != m_Commands.end())
     {
         *known = std::move(command);
-        return;
     }
-    m_Commands.push_back(std::move(command));
+    else
+    {
+        m_Commands.push_back(std::move(command));
+    }
+    TakeOverDefaults();
+}
+
+void CKeyBindings::TakeOverDefaults()
+{
+    for (SKeyCommand& action : m_Commands)
+    {
+        const bool bTaken =
+            action.iAction >= 0 && action.defaultKey.uKey != 0 &&
+            std::any_of(m_Commands.begin(),
+                        m_Commands.end(),
+                        [&](const SKeyCommand& other)
+                        { return other.iAction < 0 && other.defaultKey == action.defaultKey; });
+        if (bTaken)
+        {
+            action.key = FindLoaded(action.strId) != nullptr ? action.key : SKeyChord();
+            action.defaultKey = {};
+        }
+    }
 }
 
 void CKeyBindings::AddActions(const std::vector<SActionDescriptor>& actions,
@@ -68,10 +75,6 @@ void CKeyBindings::AddActions(const std::vector<SActionDescriptor>& actions,
         command.strContext = strContext;
         command.defaultKey = {action.uKey, action.uModifiers};
         command.iAction = action.iIndex;
-        if (action.uKey == 0)
-        {
-            command.defaultKey = {GetHostKey(action.strName), 0};
-        }
         Add(std::move(command));
     }
 }

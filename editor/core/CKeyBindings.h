@@ -44,10 +44,11 @@ struct SKeyCommand
 class CKeyBindings
 {
 public:
-    // The key starts as the default, or as what a loaded file says. A known id is replaced.
+    // The key starts as what a loaded file says, or as the default, unless the file gives that one
+    // to another command. A known id is replaced.
     void Add(SKeyCommand command);
-    // Ids are "action.GROUP.INDEX". For keys that the plug-in leaves free the host has defaults:
-    // ] and [ make a brush larger and smaller.
+    // Ids are "action.GROUP.INDEX". An action whose default key is that of a command of the
+    // program, too, has none: the program's command does more.
     void AddActions(const std::vector<SActionDescriptor>& actions, const std::string& strContext);
 
     const std::vector<SKeyCommand>& GetCommands() const { return m_Commands; } // as they were added
@@ -71,6 +72,7 @@ public:
 
 private:
     const SKeyChord* FindLoaded(const std::string& strId) const;
+    void TakeOverDefaults();
 
     std::vector<SKeyCommand> m_Commands;
     std::vector<std::pair<std::string, SKeyChord>> m_Loaded; // by id, as the file has them

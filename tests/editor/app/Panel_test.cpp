@@ -364,7 +364,7 @@ TEST_F(CPanel, AHeightPickedByTheStrokeIsShownWhileItRuns)
     Do({"mousedown", "1"});
     EXPECT_EQ(GetProperty("m_Height"), "20");
     EXPECT_TRUE(GetView().hasFocus());
-    Do({"key", "bracketright"}); // and a larger brush in the middle of the drag
+    GetHost().SendAction(GetView().GetViewId(), 1, 1); // a larger brush in the middle of the drag
     MoveTo(GetView(), {0.55, 0.5});
     EXPECT_TRUE(GetHost().IsDragging());
     Do({"mouseup", "1"});

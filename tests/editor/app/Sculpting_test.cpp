@@ -203,14 +203,13 @@ TEST_F(CSculpting, KeysNotesAndStatusSayWhatIsUnderTheHand)
         << GetStatus("status-position").toStdString();
     EXPECT_TRUE(GetStatus("status-slope").startsWith("slope 0.0"));
 
-    // 1/1280 of the terrain's width a step.
     Key("bracketright");
-    Key("bracketright");
-    Key("bracketleft");
-    EXPECT_FLOAT_EQ(pScript->GetBrushExtent(), 40.25F);
+    EXPECT_EQ(pScript->GetBrushExtent(), 44.0F);
     EXPECT_TRUE(note.isVisible());
-    EXPECT_EQ(note.text(), "brush 40.3");
+    EXPECT_EQ(note.text(), "brush 44.0");
+    EXPECT_EQ(GetStatus("status-brush"), "brush 44.0");
 
+    ASSERT_NO_FATAL_FAILURE(TakeBrush("SetHeightFunction", "m_Height", "60"));
     Do({"mousedown", "1"});
     Do({"keydown", "ctrl"});
     MoveTo(GetView(), {0.52, 0.5});

@@ -125,9 +125,6 @@ TEST_F(CWindows, AKeyThatTwoCommandsHaveBlocksTheDialog)
             {
                 return pList->findItems(pszText, Qt::MatchExactly).front()->text(1);
             };
-            EXPECT_EQ(getKey("Toggle terrain modification mode"), "Ctrl+T");
-            EXPECT_EQ(getKey("Increase Tellur brush size"), "]");
-            EXPECT_EQ(getKey("Decrease Tellur brush size"), "[");
             QPushButton* pOk = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
             choose(dialog, "Increase Tellur brush size");
             Key("f");
@@ -136,24 +133,22 @@ TEST_F(CWindows, AKeyThatTwoCommandsHaveBlocksTheDialog)
                       true);
             SavePicture("keys-clash");
             choose(dialog, "Increase Tellur brush size");
-            Key("b");
-            EXPECT_EQ(getKey("Increase Tellur brush size"), "B");
+            Key("k");
+            EXPECT_EQ(getKey("Increase Tellur brush size"), "K");
             EXPECT_TRUE(pOk->isEnabled());
             pOk->click();
         });
     ASSERT_NO_FATAL_FAILURE(TakeBrush());
     GetView().setFocus();
     MoveTo(GetView(), {0.5, 0.5});
-    Key("b");
-    EXPECT_FLOAT_EQ(m_Editor->GetPluginScript()->GetBrushExtent(), 40.25F);
-    Key("bracketright");
+    Key("k"); // the plug-in's own step, 1/1280 of the terrain's width
     EXPECT_FLOAT_EQ(m_Editor->GetPluginScript()->GetBrushExtent(), 40.25F);
 
     Stop(); // keys are kept
     ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_NO_FATAL_FAILURE(TakeBrush());
     MoveTo(GetView(), {0.5, 0.5});
-    Key("b");
+    Key("k");
     EXPECT_FLOAT_EQ(m_Editor->GetPluginScript()->GetBrushExtent(), 40.25F);
 }
 

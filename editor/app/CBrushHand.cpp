@@ -1,0 +1,245 @@
+#include "editor/app/CBrushHand.h"
+
+#include "editor/app/CCursorNote.h"
+#include "editor/app/CViewInput.h"
+#include "editor/app/KeyChords.h"
+#include "editor/app/ToolTexts.h"
+#include "editor/core/CKeyBindings.h"
+
+#include <QKeyEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace
+{
+
+constexpr int NOTE_MS = 500;
+constexpr double DOUBLE_PIXELS = 120.0; // that make an extent twice as large
+constexpr double WHOLE_PIXELS = 250.0;  // from 0 to 1
+
+bool IsShare(EBrushValue eValue)
+{
+    return eValue != EBrushValue::Extent;
+}
+
+// A sign of a number, or what corrects one.
+bool IsNumberKey(const QKeyEvent& event)
+{
+    const QString strText = event.text();
+    const bool bDigit = strText.size() == 1 && QString("0123456789.,").contains(strText);
+    return bDigit || event.key() == Qt::Key_Backspace;
+}
+
+bool IsEndKey(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter ||
+           event.key() == Qt::Key_Escape;
+}
+
+} // namespace
+
+struct CBrushHand::SValue
+{
+    const char* pszCommand;
+    const char* pszName;
+    EBrushValue eValue;
+};
+
+const CBrushHand::SValue CBrushHand::VALUES[] = {
+    {"size", "brush", EBrushValue::Extent},
+    {"power", "power", EBrushValue::Power},
+    {"hardness", "hardness", EBrushValue::Hardness},
+};
+
+CBrushHand::CBrushHand(IPluginScript* pScript,
+                       const CKeyBindings& keys,
+                       CViewInput& input,
+                       CCursorNote& note,
+                       std::function<void()> onEnd)
+    : m_pScript(pScript)
+    , m_Keys(keys)
+    , m_Input(input)
+    , m_Note(note)
+    , m_OnEnd(std::move(onEnd))
+{
+    m_NoteTimer.setInterval(NOTE_MS);
+    m_NoteTimer.callOnTimeout([this] { Show(); });
+}
+
+const CBrushHand::SValue* CBrushHand::FindValue(const QKeyEvent& event) const
+{
+    const SKeyChord chord = GetChord(event);
+    for (const SValue& value : VALUES)
+    {
+        const SKeyCommand* pCommand = m_Keys.FindById(std::string(HAND_COMMAND) + value.pszCommand);
+        if (pCommand != nullptr && chord.uKey != 0 && pCommand->key == chord)
+        {
+            return &value;
+        }
+    }
+    return nullptr;
+}
+
+bool CBrushHand::IsSameTool() const
+{
+    return m_Function == m_pScript->GetFunctionName();
+}
+
+bool CBrushHand::Press(const QKeyEvent& event)
+{
+    if (!IsHeld())
+    {
+        const SValue* pValue = FindValue(event);
+        return pValue != nullptr && (event.isAutoRepeat() || Begin(*pValue, event));
+    }
+    if (!IsSameTool())
+    {
+        End();
+        return false;
+    }
+    if (event.key() == Qt::Key_Escape)
+    {
+        m_Typed.clear();
+        Set(m_Old);
+        End();
+        return true;
+    }
+    if (!IsNumberKey(event) && !IsEndKey(event))
+    {
+        return event.key() == m_Key || FindValue(event) != nullptr;
+    }
+    Type(event);
+    return true;
+}
+
+bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
+{
+    const bool bTool =
+        m_pScript != nullptr && !m_pScript->GetFunctionName().empty() &&
+        (m_pScript->IsTerraforming() || (m_pScript->IsPainting() && !IsShare(value.eValue)));
+    if (!m_Input.IsIdle())
+    {
+        return true; // a drag goes on as it began
+    }
+    if (!bTool)
+    {
+        m_Note.ShowValue(NO_TOOL);
+        return true;
+    }
+    m_pValue = &value;
+    m_Key = event.key();
+    m_ScanCode = event.nativeScanCode();
+    m_Function = m_pScript->GetFunctionName();
+    m_Old = m_pScript->GetBrushValue(value.eValue);
+    m_From = m_Old;
+    m_Start = m_Input.IsInside() ? std::optional<QPointF>(m_At) : std::nullopt;
+    m_Typed.clear();
+    m_NoteTimer.start();
+    Show();
+    return true;
+}
+
+bool CBrushHand::Release(const QKeyEvent& event)
+{
+    const bool bSame =
+        event.nativeScanCode() != 0 ? event.nativeScanCode() == m_ScanCode : event.key() == m_Key;
+    if (!IsHeld() || !bSame || event.isAutoRepeat())
+    {
+        return false;
+    }
+    TakeTyped();
+    End();
+    return true;
+}
+
+bool CBrushHand::TakesKey(const QKeyEvent& event) const
+{
+    return IsHeld() && (IsNumberKey(event) || IsEndKey(event) || event.key() == m_Key);
+}
+
+void CBrushHand::Type(const QKeyEvent& event)
+{
+    if (IsEndKey(event))
+    {
+        TakeTyped();
+    }
+    else if (event.key() == Qt::Key_Backspace)
+    {
+        m_Typed.chop(1);
+    }
+    else
+    {
+        m_Typed += event.text() == "," ? QString(".") : event.text();
+    }
+    Show();
+}
+
+void CBrushHand::TakeTyped()
+{
+    bool bNumber = false;
+    const float fTyped = std::exchange(m_Typed, QString()).toFloat(&bNumber);
+    if (bNumber && IsSameTool())
+    {
+        Set(fTyped);
+    }
+    m_From = m_pScript->GetBrushValue(m_pValue->eValue);
+    m_Start = m_At; // the mouse goes on from here
+}
+
+bool CBrushHand::Move(const QPointF& position)
+{
+    m_At = position;
+    if (!IsHeld())
+    {
+        return false;
+    }
+    if (!IsSameTool())
+    {
+        End();
+        return false;
+    }
+    if (!m_Start || !m_Typed.isEmpty())
+    {
+        m_Start = position;
+        return true;
+    }
+    const double fPixels = position.x() - m_Start->x() - (position.y() - m_Start->y());
+    if (IsShare(m_pValue->eValue))
+    {
+        const double fShare = static_cast<double>(m_From) + fPixels / WHOLE_PIXELS;
+        Set(RoundShare(static_cast<float>(std::clamp(fShare, 0.0, 1.0))));
+    }
+    else
+    {
+        const double fExtent = static_cast<double>(m_From) * std::exp2(fPixels / DOUBLE_PIXELS);
+        Set(RoundExtent(static_cast<float>(fExtent)));
+    }
+    return true;
+}
+
+void CBrushHand::Set(float fValue)
+{
+    m_pScript->SetBrushValue(m_pValue->eValue, fValue);
+    m_Input.RepeatHover(); // where the key went down
+    Show();
+}
+
+void CBrushHand::Show()
+{
+    const QString strValue = !m_Typed.isEmpty() ? m_Typed
+                             : IsShare(m_pValue->eValue)
+                                 ? GetShareText(m_pScript->GetBrushValue(m_pValue->eValue))
+                                 : GetExtentText(m_pScript->GetBrushValue(m_pValue->eValue));
+    m_Note.ShowValue(QString(m_pValue->pszName) + " " + strValue);
+}
+
+void CBrushHand::End()
+{
+    if (std::exchange(m_pValue, nullptr) != nullptr)
+    {
+        m_NoteTimer.stop();
+        m_OnEnd();
+    }
+}

@@ -1,0 +1,255 @@
+#include "editor/app/CToolCommands.h"
+
+#include "editor/app/CBrushHand.h"
+#include "editor/app/CCommandList.h"
+#include "editor/app/CCursorNote.h"
+#include "editor/app/CViewArea.h"
+#include "editor/app/ToolTexts.h"
+#include "editor/core/CEditorHost.h"
+#include "engine/terrain/CTerrain.h"
+#include "host/IPluginScript.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include <cmath>
+#include <utility>
+
+namespace
+{
+
+constexpr int32_t ACTION_TOGGLE = 0; // of the plug-in
+constexpr float STEP = 1.1F;         // of the extent
+
+struct STool
+{
+    const char* pszId;
+    const char* pszText;
+    const char* pszFunction; // class
+    const char* pszName;
+};
+
+// In the order of the panel's buttons.
+constexpr STool TOOLS[] = {
+    {"tool.blur", "&Blur", "BlurFunction", "Blur"},
+    {"tool.point_height", "&Point height", "PointHeightFunction", "Point height"},
+    {"tool.set_height", "&Set height", "SetHeightFunction", "Set height"},
+    {"tool.relative_height", "&Relative height", "RelativeHeightFunction", "Relative height"},
+    {"tool.posterize", "P&osterize", "PosterizeFunction", "Posterize"},
+    {"tool.ramp", "R&amp", "RampFunction", "Ramp"},
+};
+
+} // namespace
+
+CToolCommands::CToolCommands(CEditorHost& host,
+                             IPluginScript* pScript,
+                             CViewArea& views,
+                             std::function<void(int32_t)> sendAction)
+    : m_Host(host)
+    , m_pScript(pScript)
+    , m_Views(views)
+    , m_SendAction(std::move(sendAction))
+{
+}
+
+void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
+{
+    AddTools(menu, commands);
+    menu.addSeparator();
+    AddValues(menu, commands);
+    menu.addSeparator();
+    AddMask(menu, commands);
+}
+
+void CToolCommands::AddTools(QMenu& menu, CCommandList& commands)
+{
+    uint32_t uKey = '1';
+    for (const STool& tool : TOOLS)
+    {
+        commands
+            .Add(&menu,
+                 tool.pszId,
+                 tool.pszText,
+                 {uKey++, 0},
+                 [this, &tool] { Take(tool.pszFunction); })
+            ->setAutoRepeat(false);
+    }
+    commands
+        .Add(&menu,
+             "tool.toggle",
+             "&Take the tool up or put it away",
+             {'T', KEY_CONTROL},
+             [this] { Toggle(); })
+        ->setAutoRepeat(false);
+}
+
+void CToolCommands::AddValues(QMenu& menu, CCommandList& commands)
+{
+    commands.Add(&menu, "brush.larger", "&Larger brush", {']', 0}, [this] { ScaleExtent(true); });
+    commands.Add(
+        &menu, "brush.smaller", "S&maller brush", {'[', 0}, [this] { ScaleExtent(false); });
+    commands.Add(&menu, "brush.invert", "&Invert the tool", {'X', 0}, [this] { Invert(); })
+        ->setAutoRepeat(false);
+    commands.Add(
+        &menu, "brush.pick_height", "Pick the &height to set", {'P', 0}, [this] { PickHeight(); });
+    constexpr std::tuple<const char*, const char*, uint32_t> HELD[] = {
+        {"size", "Size of the brush, with the mouse", 'B'},
+        {"power", "Power of the brush, with the mouse", 'V'},
+        {"hardness", "Hardness of the brush, with the mouse", 'H'},
+    };
+    for (const auto& [pszName, pszText, uKey] : HELD)
+    {
+        commands.AddHeld((std::string(HAND_COMMAND) + pszName).c_str(), pszText, {uKey, 0});
+    }
+}
+
+void CToolCommands::AddMask(QMenu& menu, CCommandList& commands)
+{
+    commands.Add(&menu, "brush.mask", "Mas&k on and off", {'M', 0}, [this] { SwitchMask(); })
+        ->setAutoRepeat(false);
+    commands
+        .Add(&menu,
+             "brush.choose_mask",
+             "&Choose the mask...",
+             {'M', KEY_SHIFT},
+             [this] { ChooseMask(); })
+        ->setAutoRepeat(false);
+}
+
+bool CToolCommands::IsReady() const
+{
+    return m_pScript != nullptr && !m_Host.IsDragging();
+}
+
+bool CToolCommands::IsSculpting() const
+{
+    if (!IsReady())
+    {
+        return false;
+    }
+    const bool bTool = m_pScript->IsTerraforming() && !m_pScript->GetFunctionName().empty();
+    if (!bTool)
+    {
+        Say(NO_TOOL);
+    }
+    return bTool;
+}
+
+void CToolCommands::Take(const char* pszFunction)
+{
+    if (IsReady() && m_pScript->TakeTool(pszFunction))
+    {
+        Say(GetToolName());
+        Follow();
+    }
+}
+
+// Without a tool the plug-in's own action would only be refused.
+void CToolCommands::Toggle()
+{
+    if (m_pScript == nullptr || m_pScript->IsTerraforming())
+    {
+        m_SendAction(ACTION_TOGGLE);
+        return;
+    }
+    Take(nullptr);
+}
+
+void CToolCommands::ScaleExtent(bool bLarger)
+{
+    if (!IsReady() || m_pScript->GetFunctionName().empty())
+    {
+        return;
+    }
+    const float fExtent = m_pScript->GetBrushValue(EBrushValue::Extent);
+    const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+    const bool bWhole = pTerrain != nullptr && fExtent > pTerrain->GetSize().x;
+    if (!bLarger || !bWhole) // whoever wants a larger one gets no smaller one
+    {
+        m_pScript->SetBrushValue(EBrushValue::Extent,
+                                 RoundExtent(bLarger ? fExtent * STEP : fExtent / STEP));
+    }
+    Say("brush " + GetExtentText(m_pScript->GetBrushValue(EBrushValue::Extent)));
+    Follow();
+}
+
+void CToolCommands::Invert()
+{
+    float fHeight = 0.0F;
+    if (!IsSculpting())
+    {
+        return;
+    }
+    if (!m_pScript->InvertTool(fHeight))
+    {
+        Say(GetToolName() + " has no inverse");
+        return;
+    }
+    Say((fHeight < 0.0F ? "lowers " : "raises ") +
+        QString::number(std::fabs(static_cast<double>(fHeight))));
+}
+
+void CToolCommands::PickHeight()
+{
+    SVec3 hit;
+    if (!IsSculpting())
+    {
+        return;
+    }
+    if (!m_Views.GetActive()->GetInput().PickCursor(hit))
+    {
+        Say("no ground under the cursor");
+        return;
+    }
+    const bool bSet = m_pScript->SetToolHeight(hit.y);
+    Say(bSet ? "sets " + QString::number(static_cast<double>(hit.y), 'f', 2)
+             : GetToolName() + " sets no height");
+}
+
+void CToolCommands::SwitchMask()
+{
+    if (!IsSculpting())
+    {
+        return;
+    }
+    if (m_pScript->GetMaskPath().empty())
+    {
+        ChooseMask();
+        return;
+    }
+    m_pScript->EnableMask(!m_pScript->IsMaskEnabled());
+    Say(m_pScript->IsMaskEnabled() ? "mask on" : "mask off");
+}
+
+void CToolCommands::ChooseMask()
+{
+    if (IsSculpting() && m_pScript->ChooseMask())
+    {
+        Say(m_pScript->GetMaskPath().empty() ? "no mask" : "mask on"); // the log says why
+    }
+}
+
+QString CToolCommands::GetToolName() const
+{
+    const std::string strFunction = m_pScript->GetFunctionName();
+    for (const STool& tool : TOOLS)
+    {
+        if (strFunction == tool.pszFunction)
+        {
+            return tool.pszName;
+        }
+    }
+    return QString::fromStdString(strFunction);
+}
+
+void CToolCommands::Say(const QString& strText) const
+{
+    m_Views.GetActive()->GetNote().ShowValue(strText);
+}
+
+void CToolCommands::Follow()
+{
+    m_Host.GetModes().SetModeCursor();
+    m_Views.RepeatHover();
+    m_Views.RequestFrames();
+}
