@@ -1,6 +1,7 @@
 #include "functions/CPainterFunction.h"
 
 #include "brushes/ITellurBrush.h"
+#include "functions/IdlePoint.h"
 #include "functions/TerrainPick.h"
 #include "host/Log.h"
 #include "modification/ITerrainModification.h"
@@ -52,6 +53,10 @@ int CPainterFunction::Start(ITerrainModification* /*pModification*/,
     {
         OnStartPoint(m_LastPoint);
     }
+    else
+    {
+        NoteOutcome(EPointOutcome::NoGround);
+    }
     return iHit;
 }
 
@@ -66,6 +71,7 @@ int CPainterFunction::OnMouseMove(ITerrainModification* pModification,
     SVec3 picked;
     if (PickTerrainUnder(view, point, picked) != 1)
     {
+        NoteOutcome(EPointOutcome::NoGround);
         return 0;
     }
     if (m_LastPoint.x < 0.0F)
@@ -109,6 +115,7 @@ void CPainterFunction::DoOperationAux(const SVec3& point,
         CrashLog("[CPainterFunction::DoOperationAux] no interfaces\n");
         return;
     }
+    NoteOutcome(EPointOutcome::None);
     m_Verts.Reset();
     SExtents clipped;
     SExtents raw;
@@ -129,5 +136,6 @@ void CPainterFunction::DoOperationAux(const SVec3& point,
     pBrush->ApplyMask(m_Verts, pModification->GetTerrainExtents(terrainBox));
     DoOperation({point, &m_Verts, pBrush, pModification, fWeight});
     pModification->SetVerts(m_Verts, this);
+    ExplainIdlePoint({m_Verts, *pModification, *pBrush, point, fWeight, UseOnlyDestBuffer()});
     RedrawAllViews();
 }

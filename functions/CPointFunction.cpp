@@ -1,6 +1,7 @@
 #include "functions/CPointFunction.h"
 
 #include "brushes/ITellurBrush.h"
+#include "functions/IdlePoint.h"
 #include "functions/TerrainPick.h"
 #include "host/World.h"
 #include "modification/ITerrainModification.h"
@@ -41,6 +42,10 @@ int CPointFunction::Start(ITerrainModification* pModification,
         m_Raw.max.y = hit.y;
         m_Started = true;
     }
+    else if (iHit != 1)
+    {
+        NoteOutcome(EPointOutcome::NoGround);
+    }
     return iHit;
 }
 
@@ -70,6 +75,7 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
     {
         return 0;
     }
+    NoteOutcome(EPointOutcome::None);
     m_Verts.Reset();
     SVec3 center = {(m_Raw.min.x + m_Raw.max.x) / 2, 0.0F, (m_Raw.min.z + m_Raw.max.z) / 2};
     const PluginContext* pContext = GetPluginContext();
@@ -84,8 +90,14 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
     pBrush->CalculateWeights(m_Verts, center);
     SExtents terrainBox;
     pBrush->ApplyMask(m_Verts, pModification->GetTerrainExtents(terrainBox));
-    Process({pBrush, center, &m_Verts, pStep != nullptr ? pStep->dy : 0});
+    const int iStep = pStep != nullptr ? pStep->dy : 0;
+    Process({pBrush, center, &m_Verts, iStep});
     pModification->SetVerts(m_Verts, this);
+    if (iStep == 0 && IsPointIdle())
+    {
+        NoteOutcome(EPointOutcome::Sideways);
+    }
+    ExplainIdlePoint({m_Verts, *pModification, *pBrush, center, 1.0F, true});
     RedrawAllViews();
     return 1;
 }

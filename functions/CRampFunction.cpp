@@ -1,6 +1,7 @@
 #include "functions/CRampFunction.h"
 
 #include "brushes/ITellurBrush.h"
+#include "functions/IdlePoint.h"
 #include "functions/RampVectors.h"
 #include "host/Log.h"
 #include "host/ReflectionFields.h"
@@ -191,20 +192,76 @@ void CRampFunction::Process(ITerrainModification* pModification,
     const SRamp ramp = GetRamp(*pBrush, first, second);
     if (!(ramp.fLength > 0.0F)) // both points on one spot: no ramp
     {
+        NoteOutcome(EPointOutcome::NoLength);
         return;
     }
     const SVec3 side =
         Scale(Normalize({-(second.z - first.z), 0.0F, second.x - first.x}), ramp.fHalfWidth);
+    const SExtents region =
+        GetRegion(first, second, side, pModification->GetXSize(), pModification->GetZSize());
     CVertDataSet set;
-    pModification->GetVerts(
-        GetRegion(first, second, side, pModification->GetXSize(), pModification->GetZSize()), set);
+    MakeStrip(*pModification, *pBrush, region, ramp, set);
+    pModification->SetVerts(set, this);
+    if (!IsPointIdle())
+    {
+        return;
+    }
+    if (set.GetVerts().IsEmpty())
+    {
+        NoteOutcome(EPointOutcome::NoVertices);
+    }
+    else if (ramp.fPower == 0.0F)
+    {
+        NoteOutcome(EPointOutcome::NoPower);
+    }
+    else if (!HasWeight(set))
+    {
+        NoteOutcome(EPointOutcome::Masked);
+    }
+    else if (ramp.bBand && IsStripWithoutBand(*pModification, *pBrush, region, ramp))
+    {
+        NoteOutcome(EPointOutcome::Band, ramp.fBand);
+    }
+}
+
+// Fills the set with the heights of the ramp and of the ground beside it.
+void CRampFunction::MakeStrip(ITerrainModification& modification,
+                              ITellurBrush& brush,
+                              const SExtents& region,
+                              const SRamp& ramp,
+                              CVertDataSet& set)
+{
+    modification.GetVerts(region, set);
     CVertList& verts = set.GetVerts();
     std::fill_n(verts.GetWeights(), verts.GetCount(), 1.0F);
     SExtents terrainBox;
-    pBrush->ApplyMask(set, pModification->GetTerrainExtents(terrainBox));
+    brush.ApplyMask(set, modification.GetTerrainExtents(terrainBox));
     for (const SVertRun& run : verts.GetRuns())
     {
         ApplyToRun(verts, run, ramp);
     }
-    pModification->SetVerts(set, this);
+}
+
+// Whether the ramp would change the ground if its vertical distance were 0.
+bool CRampFunction::IsStripWithoutBand(ITerrainModification& modification,
+                                       ITellurBrush& brush,
+                                       const SExtents& region,
+                                       const SRamp& ramp)
+{
+    SRamp whole = ramp;
+    whole.bBand = false;
+    CVertDataSet set;
+    MakeStrip(modification, brush, region, whole, set);
+    const CVertList& verts = set.GetVerts();
+    const float* pSource = modification.GetSrcBuffer();
+    const auto nRow = static_cast<size_t>(modification.GetBufferSizeX());
+    bool bSame = true;
+    for (const SVertRun& run : verts.GetRuns())
+    {
+        const float* pHeights = verts.GetHeights() + run.nFirst;
+        bSame = bSame && std::equal(pHeights,
+                                    pHeights + run.nCount,
+                                    pSource + static_cast<size_t>(run.iz) * nRow + run.ixFirst);
+    }
+    return !bSame;
 }

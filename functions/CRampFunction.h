@@ -3,6 +3,7 @@
 #include "functions/CTwoPointsFunction.h"
 #include "functions/ETerrainFunctionMode.h"
 
+class CVertDataSet;
 class CVertList;
 struct SVertRun;
 
@@ -40,6 +41,15 @@ private:
     static void RegisterFields(CRTTI& rtti);
     SRamp GetRamp(const ITellurBrush& brush, const SVec3& first, const SVec3& second) const;
     static void ApplyToRun(CVertList& verts, const SVertRun& run, const SRamp& ramp);
+    static void MakeStrip(ITerrainModification& modification,
+                          ITellurBrush& brush,
+                          const SExtents& region,
+                          const SRamp& ramp,
+                          CVertDataSet& set);
+    static bool IsStripWithoutBand(ITerrainModification& modification,
+                                   ITellurBrush& brush,
+                                   const SExtents& region,
+                                   const SRamp& ramp);
     static float GetWeight(const SRamp& ramp, float fDistance, float fAlong);
     void DrawRamp(const ITellurBrush& brush, const SVec3& first, const SVec3& second) const;
 

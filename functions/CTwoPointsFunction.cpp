@@ -1,5 +1,6 @@
 #include "functions/CTwoPointsFunction.h"
 
+#include "functions/IdlePoint.h"
 #include "functions/TerrainPick.h"
 
 const CRTTI CTwoPointsFunction::s_RTTI(
@@ -24,6 +25,10 @@ int CTwoPointsFunction::Start(ITerrainModification* /*pModification*/,
     {
         m_First = hit;
         m_Second = hit;
+    }
+    else
+    {
+        NoteOutcome(EPointOutcome::NoGround);
     }
     return iHit;
 }
@@ -57,7 +62,12 @@ int CTwoPointsFunction::End(ITerrainModification* pModification,
     if (iHit == 1)
     {
         m_Second = hit;
+        NoteOutcome(EPointOutcome::None);
         Process(pModification, pBrush, m_First, m_Second);
+    }
+    else
+    {
+        NoteOutcome(EPointOutcome::NoGround);
     }
     return iHit;
 }

@@ -30,6 +30,31 @@ struct SDragStatistics
     bool bLost = false;    // one found no memory: it did nothing, or was taken back
 };
 
+// What a point of a stroke came to.
+enum class EPointOutcome : uint32_t
+{
+    None,       // there was no point
+    Changed,    // it changed heights or texels
+    NoGround,   // nothing under the cursor
+    NoVertices, // none that can change under the brush
+    Faded,      // the stroke is longer than its fade distance
+    NoPower,    // the brush's power is 0
+    NoShape,    // the brush image has no effect on any vertex
+    Masked,     // the mask lets nothing through
+    Band,       // all heights are as far from the point as the vertical distance, or farther
+    Limit,      // all heights are at the level's highest, or at 0, and would go beyond
+    Strongest,  // the stroke has changed what is here at least as much before
+    Sideways,   // the mouse did not move up or down, which is all that counts
+    NoLength,   // both ends are on one spot
+    Same,       // what is here is what the point would make
+};
+
+struct SPointOutcome
+{
+    EPointOutcome eKind = EPointOutcome::None;
+    float fValue = 0.0F; // the fade distance, the vertical distance, or the height of the limit
+};
+
 // What reading the library of brushes could not use; the next save of the library leaves it out.
 struct SBrushFault
 {
@@ -61,6 +86,8 @@ public:
     virtual bool WriteState(fs::ifile& file) = 0;
     // Reads and clears the counters.
     virtual SDragStatistics TakeDragStatistics() = 0;
+    // Of the latest point since the last query; reads and clears it.
+    virtual SPointOutcome TakePointOutcome() = 0;
     // Class name of the current brush's function, or the name of the one that paints; empty without
     // one.
     virtual std::string GetFunctionName() = 0;

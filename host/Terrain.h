@@ -60,6 +60,13 @@ public:
     // one logged line.
     virtual bool ExportToSTL(const char* pszPath, const SExtents* pBox) = 0;
 
+    // Whether SetHeights with these would change no height. False where the terrain cannot tell.
+    virtual bool
+    HasHeights(const float* /*pSource*/, size_t /*nCount*/, const SExtents& /*box*/) const
+    {
+        return false;
+    }
+
     virtual SVec3 GetSize() const = 0;       // component-wise absolute value; y is the height limit
     virtual SVec3 GetSizeVector() const = 0; // as it was given, components may be negative
     virtual uint32_t GetCellsPerSide() const = 0;  // along x

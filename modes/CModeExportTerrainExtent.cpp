@@ -2,6 +2,7 @@
 
 #include "host/EditorHost.h"
 #include "host/EngineHost.h"
+#include "host/Notice.h"
 #include "host/Terrain.h"
 #include "host/World.h"
 #include "plugin/PluginContext.h"
@@ -135,9 +136,10 @@ void CModeExportTerrainExtent::OnLButtonUp(ViewId /*view*/,
         return;
     }
     const std::string strPath = AskForStlFile();
-    if (!strPath.empty())
+    const CSaveNotice notice;
+    if (!strPath.empty() && pTerrain->ExportToSTL(strPath.c_str(), &m_Box))
     {
-        pTerrain->ExportToSTL(strPath.c_str(), &m_Box);
+        notice.Say(strPath.c_str());
     }
 }
 

@@ -17,6 +17,31 @@
 #include <memory>
 #include <new>
 
+namespace
+{
+
+// Of a point that has written nChanged heights, before the terrain has them. Heights that would go
+// beyond a limit are written where they are at it already.
+SPointOutcome FindOutcome(const Terrain& terrain,
+                          const float* pDest,
+                          size_t nCount,
+                          const SExtents& changed,
+                          size_t nChanged)
+{
+    if (nChanged == 0)
+    {
+        return {EPointOutcome::Same};
+    }
+    const float fTop = terrain.GetSize().y;
+    const bool bTop = changed.min.y >= fTop;
+    const bool bAtLimit = bTop || changed.max.y <= 0.0F;
+    return bAtLimit && terrain.HasHeights(pDest, nCount, changed)
+               ? SPointOutcome{EPointOutcome::Limit, bTop ? fTop : 0.0F}
+               : SPointOutcome{EPointOutcome::Changed};
+}
+
+} // namespace
+
 void CTerrainModification::FillSet(const SExtents& box, CVertDataSet& set, const float* pBuffer)
 {
     if (m_Terrain == nullptr)
@@ -89,16 +114,18 @@ void CTerrainModification::SetVerts(CVertDataSet& set, ITellurFunction* pFunctio
         Touch(iFirstX, run.iz);
         Touch(iLastX, run.iz);
     }
-    if (nChanged > 0)
-    {
-        m_Terrain->SetHeights(m_Dest.pHeights.get(), GetVertexCount(), changed);
-    }
     if (PluginContext* pContext = GetPluginContext())
     {
+        pContext->GetPointOutcome() =
+            FindOutcome(*m_Terrain, m_Dest.pHeights.get(), GetVertexCount(), changed, nChanged);
         SDragStatistics& statistics = pContext->GetDragStatistics();
         ++statistics.nPoints;
         statistics.nVisited += verts.GetCount();
         statistics.nChanged += nChanged;
+    }
+    if (nChanged > 0)
+    {
+        m_Terrain->SetHeights(m_Dest.pHeights.get(), GetVertexCount(), changed);
     }
 }
 

@@ -250,6 +250,8 @@ void CModeEditTerrainType::Paint(const SExtents& box)
         m_bUnsaved = m_bUnsaved || pLayer->GetImage() != nullptr;
         ++m_Revision;
         ++GetPluginContext()->GetDragStatistics().nPoints;
+        GetPluginContext()->GetPointOutcome() = {m_Power == 0.0F ? EPointOutcome::NoPower
+                                                                 : EPointOutcome::Changed};
     }
 }
 
@@ -260,6 +262,10 @@ void CModeEditTerrainType::OnLButtonDown(ViewId view, ViewPoint point, uint32_t 
     if (Pick(view, point, box))
     {
         Paint(box);
+    }
+    else
+    {
+        GetPluginContext()->GetPointOutcome() = {EPointOutcome::NoGround};
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include "host/EditorHost.h"
 #include "host/Image.h"
+#include "host/Notice.h"
 #include "painting/CModeEditTerrainType.h"
 #include "painting/DrawDlgIds.h"
 #include "painting/PaintLayer.h"
@@ -265,9 +266,10 @@ void CTerrain2DDrawDlg::OnSave()
 {
     ReadControls();
     CModeEditTerrainType* pMode = GetPluginContext()->GetEditTerrainTypeMode();
-    if (!m_BitmapFile.empty() && pMode != nullptr)
+    const CSaveNotice notice;
+    if (!m_BitmapFile.empty() && pMode != nullptr && pMode->SaveBitmap(m_BitmapFile.c_str()))
     {
-        pMode->SaveBitmap(m_BitmapFile.c_str());
+        notice.Say(m_BitmapFile.c_str());
     }
 }
 

@@ -3,9 +3,11 @@
 #include "brushes/BrushFileCopy.h"
 #include "brushes/CBrushContainer.h"
 #include "host/FileSystem.h"
+#include "host/Notice.h"
 
 bool SaveBrushesWithCopy(CBrushContainer& brushes, const char* pszPath)
 {
+    const CSaveNotice notice;
     const std::string strCopy = GetBrushFileCopy(pszPath);
     // A copy without its file is all that there is: it goes once the new file is there.
     const bool bAlone = !fs::exists(pszPath);
@@ -28,5 +30,6 @@ bool SaveBrushesWithCopy(CBrushContainer& brushes, const char* pszPath)
         fs::remove(strCopy.c_str());
     }
     brushes.SetSaved();
+    notice.Say(pszPath);
     return true;
 }

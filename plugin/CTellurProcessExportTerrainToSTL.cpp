@@ -1,5 +1,6 @@
 #include "plugin/CTellurProcessExportTerrainToSTL.h"
 
+#include "host/Notice.h"
 #include "host/Terrain.h"
 #include "host/World.h"
 #include "modes/CModeExportTerrainExtent.h"
@@ -21,6 +22,10 @@ bool CTellurProcessExportTerrainToSTL::Execute()
     {
         return false;
     }
-    pTerrain->ExportToSTL(strPath.c_str(), nullptr);
+    const CSaveNotice notice;
+    if (pTerrain->ExportToSTL(strPath.c_str(), nullptr))
+    {
+        notice.Say(strPath.c_str());
+    }
     return true;
 }

@@ -6,6 +6,7 @@
 #include "host/EditorHost.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
+#include "host/Notice.h"
 #include "host/Terrain.h"
 #include "host/World.h"
 #include "modification/HeightBuffers.h"
@@ -52,8 +53,14 @@ bool IPluginImpl::SaveHeightMap(const char* pszPath)
             0, "height", nullptr, "data", "Height map files (*.height)|*.height");
     }
     Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
-    return !strPath.empty() && pTerrain != nullptr &&
-           pTerrain->SaveHeightMap(strPath.c_str(), nullptr, 0, 0);
+    const CSaveNotice notice;
+    if (strPath.empty() || pTerrain == nullptr ||
+        !pTerrain->SaveHeightMap(strPath.c_str(), nullptr, 0, 0))
+    {
+        return false;
+    }
+    notice.Say(strPath.c_str());
+    return true;
 }
 
 // The full path of the environment's height map; empty when there is none.

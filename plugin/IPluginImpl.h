@@ -11,6 +11,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 class CModeEditTerrainType;
 
@@ -90,6 +91,9 @@ public:
     EScriptResult Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy) override;
     bool WriteState(fs::ifile& file) override;
     SDragStatistics TakeDragStatistics() override;
+
+    SPointOutcome TakePointOutcome() override { return std::exchange(m_PointOutcome, {}); }
+
     std::string GetFunctionName() override;
     float GetBrushExtent() override;
     float GetStrokeSpacing() override;
@@ -185,6 +189,8 @@ public:
 
     SDragStatistics& GetDragStatistics() override { return m_DragStatistics; }
 
+    SPointOutcome& GetPointOutcome() override { return m_PointOutcome; }
+
 private:
     uint32_t MapResourceId(uint32_t uResourceId) const;
 
@@ -252,4 +258,5 @@ private:
     std::string m_LastFunction;                // of it
     std::unique_ptr<CTellurBrush> m_pSmoother; // the brush of strokes that smooth
     CTellurBrush* m_pSmoothed = nullptr;       // current before one; null outside; may be gone
+    SPointOutcome m_PointOutcome;
 };

@@ -5,9 +5,11 @@
 #include "framework/core/CRuntimeClass.h"
 #include "framework/core/ResourceModule.h"
 #include "host/EditorHost.h"
+#include "host/FunctionNames.h"
 #include "host/IEditorAction.h"
 #include "host/Log.h"
 #include "host/ModeManager.h"
+#include "host/Notice.h"
 #include "host/NumberText.h"
 #include "host/Reflection.h"
 #include "painting/CModeEditTerrainType.h"
@@ -125,7 +127,11 @@ void IPluginImpl::EnableTerraforming(bool bEnable)
     }
     else
     {
-        pModes->DeactivateMode(0);
+        const std::string strTool = GetReadableFunction(GetFunctionName()); // gone with the mode
+        if (pModes->DeactivateMode(0))
+        {
+            Notice(((strTool.empty() ? "The tool" : strTool) + " was put away").c_str());
+        }
     }
 }
 

@@ -12,6 +12,7 @@ class EngineHost;
 class ITerrainPanel;
 class World;
 struct SDragStatistics;
+struct SPointOutcome;
 struct SResourceModule;
 struct SToolTipText;
 
@@ -83,6 +84,7 @@ public:
     virtual void RefreshPanelExtent() = 0;     // the brush's extent changed by a key
 
     virtual SDragStatistics& GetDragStatistics() = 0;
+    virtual SPointOutcome& GetPointOutcome() = 0; // of the latest point
 };
 
 // The one context of the process half that this library is. Never null while the plug-in runs.

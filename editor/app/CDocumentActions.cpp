@@ -8,6 +8,7 @@
 #include "editor/app/ReplaceQuestion.h"
 #include "editor/core/FileBackup.h"
 #include "engine/terrain/HeightFile.h"
+#include "host/Notice.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -171,7 +172,7 @@ bool CDocumentActions::Save()
     switch (AskToReplace(&m_Window, document.FindReplaced()))
     {
     case EReplaceAnswer::Replace:
-        return FinishSave(document.Save());
+        return FinishSave([&document] { return document.Save(); });
     case EReplaceAnswer::Elsewhere:
         return SaveAs();
     default:
@@ -179,13 +180,20 @@ bool CDocumentActions::Save()
     }
 }
 
-bool CDocumentActions::FinishSave(bool bDone)
+bool CDocumentActions::FinishSave(const std::function<bool()>& save)
 {
-    const std::string& strOutcome = m_Editor.GetDocument().GetSaveOutcome();
+    const CSaveNotice notice;
+    const bool bDone = save();
+    const CLevelDocument& document = m_Editor.GetDocument();
+    if (bDone)
+    {
+        notice.Say(document.GetPath().c_str(), document.GetHeightPath().c_str());
+    }
+    const std::string& strOutcome = document.GetSaveOutcome();
     if (Report(bDone, "The level cannot be saved. " + QString::fromStdString(strOutcome)))
     {
         m_Editor.GetAutosave().Remove();
-        m_Editor.GetRecentFiles().Add(m_Editor.GetDocument().GetPath());
+        m_Editor.GetRecentFiles().Add(document.GetPath());
     }
     return bDone;
 }
@@ -207,7 +215,8 @@ bool CDocumentActions::SaveAs()
                       ? EReplaceAnswer::Cancel
                       : AskToReplace(&m_Window, document.FindReplaced(strPath.c_str(), true));
     }
-    return eAnswer == EReplaceAnswer::Replace && FinishSave(document.SaveAs(strPath.c_str()));
+    return eAnswer == EReplaceAnswer::Replace &&
+           FinishSave([&] { return document.SaveAs(strPath.c_str()); });
 }
 
 void CDocumentActions::ChooseMaterial()

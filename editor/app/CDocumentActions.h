@@ -65,8 +65,8 @@ private:
 
     bool Offer(const SRecoverable& entry);
     bool OfferRecoveryOf(const std::string& strLevel);
-    bool FinishSave(bool bDone);           // as Report, for both kinds of saving
-    int AskToSave(const QString& strName); // QMessageBox::StandardButton
+    bool FinishSave(const std::function<bool()>& save); // says how it went
+    int AskToSave(const QString& strName);              // QMessageBox::StandardButton
     bool ImportFile(const std::string& strPath);
     // Offers the backup where the height map of the level that could not be opened is missing. True
     // when it was put back.

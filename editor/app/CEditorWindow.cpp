@@ -35,9 +35,11 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     : m_Editor(editor)
     , m_Face(face)
     , m_pMessages(new CMessagesDock(this))
+    , m_pStatus(new CStatusLine(this))
     , m_Commands(*this, editor.GetKeys())
     , m_Documents(*this, editor, *m_pMessages, m_Progress, [this] { OnLevel(); })
     , m_UnsavedWork(editor, face, m_Documents)
+    , m_StatusWords(editor, face, *m_pStatus)
 {
     m_Settings.Load(editor.GetConfigFile(WINDOW_FILE));
     setObjectName("editor");
@@ -46,8 +48,6 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     m_Face.GetEditorFrontEnd().SetMessages(m_pMessages);
     GetHost().AddObserver(&m_Face.GetEditorFrontEnd());
     GetHost().AddObserver(this);
-
-    m_pStatus = new CStatusLine(this);
     setStatusBar(m_pStatus);
     m_AutosaveTimer.setSingleShot(true);
     m_AutosaveTimer.callOnTimeout(this, [this] { KeepChanges(); });

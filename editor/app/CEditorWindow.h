@@ -4,6 +4,7 @@
 #include "editor/app/CDocumentActions.h"
 #include "editor/app/CProgressWindow.h"
 #include "editor/app/CToolCommands.h"
+#include "editor/app/CStatusWords.h"
 #include "editor/app/CUnsavedWork.h"
 #include "editor/app/CViewWidget.h"
 #include "editor/app/SEditorSettings.h"
@@ -131,7 +132,7 @@ private:
     CHistoryDock* m_pHistory = nullptr;
     CProcessesDock* m_pProcesses = nullptr;
     CPanelDock* m_pPanel = nullptr;
-    CStatusLine* m_pStatus = nullptr;
+    CStatusLine* m_pStatus;
     QMenu* m_pTools = nullptr;
     QMenu* m_pRecent = nullptr;
     QMenu* m_pMaterials = nullptr;
@@ -140,6 +141,7 @@ private:
     CProgressWindow m_Progress;
     CDocumentActions m_Documents;
     CUnsavedWork m_UnsavedWork;
+    CStatusWords m_StatusWords;
     QTimer m_AutosaveTimer; // runs while there is something to keep
     QTimer m_DropTimer;
     std::function<void()> m_OnClosed;

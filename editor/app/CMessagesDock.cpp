@@ -1,7 +1,10 @@
 #include "editor/app/CMessagesDock.h"
 
 #include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QStringList>
 
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
@@ -9,6 +12,24 @@ namespace
 {
 
 constexpr int LINES_KEPT = 5000;
+
+// The line as a person reads it, without the "[Class::Method] " that it begins with.
+QString GetShownLine(const QString& strLine)
+{
+    static const QRegularExpression s_Prefix("^\\[[A-Za-z_]\\w*(::\\w+)*\\] ");
+    static const QRegularExpression s_PlainWord("^[a-z]+([ ,:;]|$)"); // and no name of a file
+    const QRegularExpressionMatch prefix = s_Prefix.match(strLine);
+    if (!prefix.hasMatch())
+    {
+        return strLine;
+    }
+    QString strText = strLine.mid(prefix.capturedLength());
+    if (s_PlainWord.match(strText).hasMatch())
+    {
+        strText[0] = strText[0].toUpper();
+    }
+    return strText;
+}
 
 } // namespace
 
@@ -45,11 +66,12 @@ void CMessagesDock::Write(const char* pszText)
     const qsizetype iEnd = m_strLine.lastIndexOf('\n');
     if (iEnd >= 0)
     {
-        const QString strWhole = m_strLine.left(iEnd);
+        QStringList lines = m_strLine.left(iEnd).split('\n');
         m_strLine.remove(0, iEnd + 1);
-        m_nLines += static_cast<int>(strWhole.count('\n')) + 1;
-        m_strLast = strWhole.section('\n', -1);
-        m_pText->appendPlainText(strWhole);
+        m_nLines += static_cast<int>(lines.size());
+        std::transform(lines.begin(), lines.end(), lines.begin(), &GetShownLine);
+        m_strLast = lines.back();
+        m_pText->appendPlainText(lines.join('\n'));
         TakeFault();
     }
 }

@@ -8,7 +8,8 @@
 class QPlainTextEdit;
 
 // The window with what was logged. Takes the process's log while it lives and hands every piece on
-// to the sink before, so a log file goes on.
+// to the sink before as it is, so a log file goes on. What is shown has no class and method before
+// the text: they are for whoever reads the log.
 class CMessagesDock : public QDockWidget, public ILogSink
 {
 public:

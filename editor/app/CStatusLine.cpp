@@ -13,6 +13,9 @@
 namespace
 {
 
+constexpr int SAID_MS = 3000;
+constexpr int WORDS_MARGIN = 6; // pixels beside the words
+
 constexpr double DEGREES = 57.29577951308232;
 
 int GetNearest(float fPosition, float fSize, uint32_t uCells)
@@ -40,8 +43,47 @@ CStatusLine::CStatusLine(QWidget* pParent)
     , m_pBrush(AddField("status-brush", "brush 888888.8"))
     , m_pFrame(AddField("status-frame", "frame 888.8 ms"))
     , m_pRecord(AddField("status-record", "recording"))
+    , m_pWords(new QLabel(this))
 {
     m_pRecord->setStyleSheet("color: #d03030; font-weight: bold;");
+    m_pWords->setObjectName("status-words");
+    m_pWords->setTextFormat(Qt::PlainText);
+    m_pWords->setAutoFillBackground(true);
+    m_pWords->setForegroundRole(QPalette::HighlightedText);
+    m_pWords->setBackgroundRole(QPalette::Highlight);
+    m_pWords->setMargin(0);
+    m_pWords->setIndent(WORDS_MARGIN);
+    m_pWords->hide();
+    m_WordsTimer.setSingleShot(true);
+    m_WordsTimer.setInterval(SAID_MS);
+    m_WordsTimer.callOnTimeout(this, [this] { m_pWords->hide(); });
+}
+
+void CStatusLine::Say(const QString& strText)
+{
+    m_Words = strText;
+    PlaceWords();
+    m_pWords->show();
+    m_pWords->raise();
+    m_WordsTimer.start();
+}
+
+void CStatusLine::PlaceWords()
+{
+    const int iRoom = isSizeGripEnabled() ? width() - height() : width();
+    const QFontMetrics metrics = m_pWords->fontMetrics();
+    const int iWanted = metrics.horizontalAdvance(m_Words) + 2 * WORDS_MARGIN;
+    const int iWidth = std::min(iWanted, iRoom);
+    m_pWords->setText(iWanted <= iRoom
+                          ? m_Words
+                          : metrics.elidedText(m_Words, Qt::ElideMiddle, iRoom - 2 * WORDS_MARGIN));
+    m_pWords->setGeometry(iRoom - iWidth, 1, iWidth, height() - 2);
+}
+
+void CStatusLine::resizeEvent(QResizeEvent* pEvent)
+{
+    QStatusBar::resizeEvent(pEvent);
+    PlaceWords();
 }
 
 QLabel* CStatusLine::AddField(const char* pszName, const QString& strWidest)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStatusBar>
+#include <QTimer>
 
 class CEditorHost;
 class CViewWidget;
@@ -19,7 +20,14 @@ public:
 
     void SetRecording(bool bOn);
 
+    // Shows one line for three seconds, over the fields at the end: none of them moves.
+    void Say(const QString& strText);
+
+protected:
+    void resizeEvent(QResizeEvent* pEvent) override;
+
 private:
+    void PlaceWords();
     QLabel* AddField(const char* pszName, const QString& strWidest);
 
     QLabel* m_pMode; // all the bar's
@@ -29,4 +37,7 @@ private:
     QLabel* m_pBrush;
     QLabel* m_pFrame;
     QLabel* m_pRecord;
+    QLabel* m_pWords; // in no layout
+    QString m_Words;
+    QTimer m_WordsTimer; // runs while they are shown
 };

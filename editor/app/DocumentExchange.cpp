@@ -5,6 +5,7 @@
 #include "editor/app/CImportDialog.h"
 #include "engine/elevation/ElevationFormat.h"
 #include "engine/terrain/CTerrain.h"
+#include "host/Notice.h"
 
 #include <QFileInfo>
 #include <QMessageBox>
@@ -92,7 +93,11 @@ void CDocumentActions::Export()
                                                QMessageBox::Save | QMessageBox::Cancel);
     if (eAnswer == QMessageBox::Save)
     {
-        Report(document.Export(strPath.c_str(), plan), "The export cannot be written.");
+        const CSaveNotice notice;
+        if (Report(document.Export(strPath.c_str(), plan), "The export cannot be written."))
+        {
+            notice.Say(strPath.c_str());
+        }
     }
 }
 
@@ -105,5 +110,9 @@ void CDocumentActions::ExportStl()
     {
         return;
     }
-    Report(pTerrain->ExportToSTL(strPath.c_str(), nullptr), "The STL file was not written.");
+    const CSaveNotice notice;
+    if (Report(pTerrain->ExportToSTL(strPath.c_str(), nullptr), "The STL file was not written."))
+    {
+        notice.Say(strPath.c_str());
+    }
 }

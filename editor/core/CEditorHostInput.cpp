@@ -2,12 +2,12 @@
 
 #include "editor/core/CEditorHost.h"
 #include "framework/core/IFrontEnd.h"
+#include "host/FunctionNames.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
 #include "host/Log.h"
 
 #include <algorithm>
-#include <string_view>
 #include <utility>
 
 namespace
@@ -15,24 +15,6 @@ namespace
 
 constexpr int32_t NOTIFY_PANEL_CLOSED = 1;
 constexpr uint32_t LAST_LOCAL_COMMAND = 0xFF; // a plug-in's commands differ in the low byte
-
-// The class name of a function as a person reads it: "SetHeightFunction" is "Set height".
-std::string GetReadableName(std::string strClass)
-{
-    constexpr std::string_view SUFFIX = "Function";
-    if (strClass.ends_with(SUFFIX))
-    {
-        strClass.resize(strClass.size() - SUFFIX.size());
-    }
-    std::string strText;
-    for (const char c : strClass)
-    {
-        const bool bWord = c >= 'A' && c <= 'Z' && !strText.empty();
-        strText += bWord ? " " : "";
-        strText += bWord ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return strText;
-}
 
 } // namespace
 
@@ -275,7 +257,7 @@ std::string CEditorHost::GetUndoText() const
                         m_Event.eKind == EHostEvent::MouseMove ||
                         m_Event.eKind == EHostEvent::ButtonUp;
     IPluginScript* pScript = bMouse ? FindScript() : nullptr;
-    return pScript != nullptr ? GetReadableName(pScript->GetFunctionName()) : m_Caption;
+    return pScript != nullptr ? GetReadableFunction(pScript->GetFunctionName()) : m_Caption;
 }
 
 bool CEditorHost::Undo()

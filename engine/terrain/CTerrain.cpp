@@ -108,6 +108,20 @@ void CTerrain::SetHeights(const float* pSource, size_t nCount, const SExtents& b
     OnHeightsChanged(rect);
 }
 
+bool CTerrain::HasHeights(const float* pSource, size_t nCount, const SExtents& box) const
+{
+    const SVertexRect rect = GetVertexRect(box);
+    bool bSame = pSource != nullptr && nCount == m_Field.GetCount();
+    for (uint32_t z = rect.uMinZ; z < rect.uEndZ && bSame; ++z)
+    {
+        const float* pRow = pSource + static_cast<size_t>(z) * m_Field.uSizeX;
+        const float* pOwn = m_Field.pHeights.get() + static_cast<size_t>(z) * m_Field.uSizeX;
+        bSame =
+            rect.IsEmpty() || std::equal(pRow + rect.uMinX, pRow + rect.uEndX, pOwn + rect.uMinX);
+    }
+    return bSame;
+}
+
 void CTerrain::SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEntries, size_t nCount)
 {
     SVertexRect touched;

@@ -42,6 +42,7 @@ public:
     void SetEditOverlayTransform(const SMatrix4& transform) override;
     void SetEditMaterial(const char* pszName) override;
     bool ExportToSTL(const char* pszPath, const SExtents* pBox) override;
+    bool HasHeights(const float* pSource, size_t nCount, const SExtents& box) const override;
     SVec3 GetSize() const override;
     SVec3 GetSizeVector() const override;
     uint32_t GetCellsPerSide() const override;

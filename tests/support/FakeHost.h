@@ -277,6 +277,8 @@ public:
 
     SDragStatistics& GetDragStatistics() override { return statistics; }
 
+    SPointOutcome& GetPointOutcome() override { return outcome; }
+
     FakeCalls TakeCalls(); // and clears
 
     FakeCalls calls;
@@ -299,6 +301,7 @@ public:
     CTerrain2DDrawDlg* pDrawDlg = nullptr;
     int32_t iUndoDepth = 10;
     SDragStatistics statistics;
+    SPointOutcome outcome;
 
 private:
     PluginContext* m_Previous;

@@ -110,17 +110,18 @@ void CEditorFixture::Stop()
 void CEditorFixture::TakeBrush(const char* pszFunction,
                                const char* pszField,
                                const char* pszValue,
-                               const char* pszShape,
-                               const char* pszMore)
+                               const std::string& strMore,
+                               const char* pszShape)
 {
     const std::string strScript = m_Folder.Path("brush.txt");
     WriteBytes(strScript,
                std::string("!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n"
-                           "!extent( f )\n!fade_factor( f )\n!mode( s )\n"
+                           "!extent( f )\n!mode( s )\n!power_modifier( f )\n!fade_factor( f )\n"
+                           "!vertical_distance( f )\n!mask( s )\n!mask_enabled( i )\n"
                            "brush()\n{\n bitmap() { path( \"data/brushes/") +
                    pszShape + ".png\" ) }\n function( \"" + pszFunction + "\" ) { attrib( \"" +
-                   pszField + "\", \"" + pszValue + "\" ) }\n " + pszMore +
-                   "\n}\nmode( \"terraforming\" )\n");
+                   pszField + "\", \"" + pszValue + "\" ) }\n extent( 40.0 )\n" + strMore +
+                   "}\nmode( \"terraforming\" )\n");
     const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile(strScript.c_str()));
     std::string strWhy;
     for (const CTCPARSE_KEYWORD* pKey = pFirst.get(); pKey != nullptr; pKey = pKey->next)

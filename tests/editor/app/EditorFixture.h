@@ -25,13 +25,13 @@ protected:
     void Start(bool bLevel = true);
     void Stop(); // as the program ends
 
-    // A brush of 40 units whose strokes add to the heights; terraforming is on. pszMore: keywords
-    // of a brush.
+    // A brush of 40 units whose strokes add to the heights; terraforming is on. strMore: keywords
+    // that follow in its block. pszShape: one of those that come along.
     void TakeBrush(const char* pszFunction = "RelativeHeightFunction",
                    const char* pszField = "m_Height",
                    const char* pszValue = "5",
-                   const char* pszShape = "round",
-                   const char* pszMore = "extent( 40.0 )");
+                   const std::string& strMore = "",
+                   const char* pszShape = "round");
 
     // Runs xdotool; returns when the server has its events and the program has answered them.
     void Do(const QStringList& arguments);

@@ -238,7 +238,7 @@ TEST_F(CPainting, StrokesInNoFileAreAskedForBeforeAnotherBitmapIsRead)
     EXPECT_EQ(edit(strBroken, QMessageBox::Discard), "Save the changes of " + strOther + "?");
     EXPECT_EQ(ReadBytes(strOther), strBefore);
     EXPECT_EQ(m_Window->GetMessages().GetLastLine().toStdString(),
-              "[CUnsavedWork::OnActivated] " + strBroken +
+              strBroken +
                   " could not be read, nothing can be painted: it is read again when Edit is "
                   "switched on with another bitmap and then with this one");
     std::filesystem::copy_file(

@@ -86,7 +86,7 @@ protected:
     // How far the crest of a straight stroke dips with a shape, as a share of its height.
     double GetDip(const char* pszShape)
     {
-        TakeBrush("RelativeHeightFunction", "m_Height", "50", pszShape, "extent( 80.0 )");
+        TakeBrush("RelativeHeightFunction", "m_Height", "50", "extent( 80.0 )", pszShape);
         const std::vector<float> before = GetHeights();
         Drag(GetView(1), {0.2, 0.5}, {0.8, 0.5}, 3);
         const std::vector<float> heights = GetHeights();
@@ -147,13 +147,13 @@ TEST_F(CStrokeFeel, CrestsAreEvenAndTheSettingSaysOtherwise)
     EXPECT_LT(GetDip("round"), 0.013); // a vertex may miss the very crest
     EXPECT_LT(GetDip("cone"), 0.045);
     EXPECT_LT(GetDip("square"), 0.001);
-    TakeBrush("RelativeHeightFunction", "m_Height", "5", "square", "extent( 80.0 )");
+    TakeBrush("RelativeHeightFunction", "m_Height", "5", "extent( 80.0 )", "square");
     IPluginScript* pScript = m_Editor->GetPluginScript();
     EXPECT_FLOAT_EQ(pScript->GetStrokeSpacing(), 10.0F);
-    TakeBrush("BlurFunction", "m_UseOnlyDestBuffer", "true", "cone", "extent( 80.0 )");
+    TakeBrush("BlurFunction", "m_UseOnlyDestBuffer", "true", "extent( 80.0 )", "cone");
     EXPECT_FLOAT_EQ(pScript->GetStrokeSpacing(), 20.0F);
 
-    TakeBrush("RelativeHeightFunction", "m_Height", "5", "round", "extent( 40.0 )");
+    TakeBrush("RelativeHeightFunction", "m_Height", "5", "extent( 40.0 )", "round");
     for (const int32_t iPercent : {50, 0})
     {
         GetInput().iSpacingPercent = iPercent;
@@ -191,7 +191,7 @@ TEST_F(CStrokeFeel, AClickIsADab)
 {
     ASSERT_NO_FATAL_FAILURE(StartFine());
     TakeBrush(
-        "RelativeHeightFunction", "m_Height", "50", "round", "extent( 40.0 ) fade_factor( 1.0 )");
+        "RelativeHeightFunction", "m_Height", "50", "extent( 40.0 ) fade_factor( 1.0 )", "round");
     const std::vector<float> flat = GetHeights();
     MoveTo(GetView(), {0.5, 0.55});
     Do({"mousedown", "1"});
@@ -212,7 +212,7 @@ TEST_F(CStrokeFeel, AClickIsADab)
 TEST_F(CStrokeFeel, TheMarkStaysUnderTheCursorInAllViews)
 {
     ASSERT_NO_FATAL_FAILURE(StartFine());
-    TakeBrush("SetHeightFunction", "m_Height", "20", "disc", "extent( 60.0 )"); // changes nothing
+    TakeBrush("SetHeightFunction", "m_Height", "20", "extent( 60.0 )", "disc"); // changes nothing
     CViewWidget& view = GetView(1);
     const QPointF middle(view.width() * 0.5, view.height() * 0.5);
     const auto distance = [&](const QPointF& cursor)
@@ -243,7 +243,7 @@ TEST_F(CStrokeFeel, TheMarkStaysUnderTheCursorInAllViews)
 TEST_F(CStrokeFeel, KeysKeepAStrokeStraightJoinItAndBoundIt)
 {
     ASSERT_NO_FATAL_FAILURE(StartFine());
-    TakeBrush("SetHeightFunction", "m_Height", "60", "disc", "extent( 30.0 )");
+    TakeBrush("SetHeightFunction", "m_Height", "60", "extent( 30.0 )", "disc");
     CViewWidget& view = GetView(1);
     const std::vector<float> flat = GetHeights();
     std::vector<SVec3> points;
@@ -294,7 +294,7 @@ TEST_F(CStrokeFeel, KeysKeepAStrokeStraightJoinItAndBoundIt)
 TEST_F(CStrokeFeel, ShiftSmoothsAndGivesTheToolBack)
 {
     ASSERT_NO_FATAL_FAILURE(StartFine());
-    TakeBrush("SetHeightFunction", "m_Height", "80", "square", "extent( 30.0 )");
+    TakeBrush("SetHeightFunction", "m_Height", "80", "extent( 30.0 )", "square");
     IPluginScript* pScript = m_Editor->GetPluginScript();
     CViewWidget& view = GetView(1);
     const std::string strScript = m_Folder.Path("recorded.tellur");

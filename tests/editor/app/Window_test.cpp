@@ -7,6 +7,7 @@
 #include "host/IPluginScript.h"
 #include "host/Log.h"
 #include "tests/editor/app/EditorFixture.h"
+#include "tests/support/CLogCatcher.h"
 
 #include <QAction>
 #include <QApplication>
@@ -231,12 +232,19 @@ TEST_F(CWindows, TheModeIsSuspendedWhileTheMouseMovesTheCamera)
 
 TEST_F(CWindows, MessagesOfTheLogAreShown)
 {
+    CLogCatcher log; // a log file
     ASSERT_NO_FATAL_FAILURE(Start());
+    log.Clear();
     CrashLog("[CSomething::DoIt] a %s\n", "fault");
     LogR("[CSomething::DoIt] in ");
     LogR("pieces\n");
-    EXPECT_TRUE(m_Window->GetMessages().GetText().contains("[CSomething::DoIt] a fault"));
-    EXPECT_EQ(m_Window->GetMessages().GetLastLine(), "[CSomething::DoIt] in pieces");
+    EXPECT_TRUE(m_Window->GetMessages().GetText().endsWith("A fault\nIn pieces"));
+    EXPECT_EQ(m_Window->GetMessages().GetLastLine(), "In pieces");
+    EXPECT_EQ(log.GetText(), "[CSomething::DoIt] a fault\n[CSomething::DoIt] in pieces\n");
+    CrashLog("[CSomething::DoIt] heights.png: broken\n[2] is no prefix\n");
+    EXPECT_TRUE(
+        m_Window->GetMessages().GetText().endsWith("\nheights.png: broken\n[2] is no prefix"));
+    Stop(); // before the log
 }
 
 TEST_F(CWindows, AnyNumberOfViewsStandsSideBySide)

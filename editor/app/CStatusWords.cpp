@@ -1,0 +1,172 @@
+#include "editor/app/CStatusWords.h"
+
+#include "editor/app/CEditor.h"
+#include "editor/app/CEditorFace.h"
+#include "editor/app/CStatusLine.h"
+
+#include <cmath>
+
+namespace
+{
+
+// Empty where nothing is to be said.
+QString GetReason(const SPointOutcome& outcome)
+{
+    const QString strValue = QString::number(static_cast<double>(outcome.fValue), 'g', 6);
+    switch (outcome.eKind)
+    {
+    case EPointOutcome::NoGround:
+        return "No ground under the cursor";
+    case EPointOutcome::NoVertices:
+        return "Nothing changed: no vertex that can change lies under the brush";
+    case EPointOutcome::Faded:
+        return "The stroke has faded out after " + strValue;
+    case EPointOutcome::NoPower:
+        return "Nothing changed: the power of the brush is 0";
+    case EPointOutcome::NoShape:
+        return "Nothing changed: the brush image is black here";
+    case EPointOutcome::Masked:
+        return "Nothing changed: the mask is black here";
+    case EPointOutcome::Band:
+        return "Nothing changed: no height within the vertical distance of " + strValue;
+    case EPointOutcome::Limit:
+        return QString("Nothing changed: the ground is at its %1 height, ")
+                   .arg(outcome.fValue > 0.0F ? "highest" : "lowest") +
+               strValue;
+    case EPointOutcome::Strongest:
+        return "Nothing changed: this stroke has done the most it can here";
+    case EPointOutcome::NoLength:
+        return "No ramp: it begins and ends on one spot";
+    case EPointOutcome::Same:
+        return "Nothing changed: the ground is already as the tool would make it";
+    case EPointOutcome::None:
+    case EPointOutcome::Changed:
+    case EPointOutcome::Sideways:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+CStatusWords::CStatusWords(CEditor& editor, const CEditorFace& face, CStatusLine& status)
+    : m_Editor(editor)
+    , m_Face(face)
+    , m_Status(status)
+    , m_pBefore(SetNoticeSink(this))
+{
+    m_Editor.GetHost().AddObserver(this);
+}
+
+CStatusWords::~CStatusWords()
+{
+    m_Editor.GetHost().RemoveObserver(this);
+    SetNoticeSink(m_pBefore);
+}
+
+void CStatusWords::OnNotice(const char* pszText)
+{
+    if (!m_Face.IsScriptPlayed())
+    {
+        m_Status.Say(QString::fromUtf8(pszText));
+    }
+}
+
+void CStatusWords::OnBeforeEvent(const SHostEvent& event)
+{
+    if (event.eKind != EHostEvent::ButtonDown || m_Face.IsScriptPlayed())
+    {
+        return;
+    }
+    IPluginScript* pScript = m_Editor.GetPluginScript();
+    m_Drag = {};
+    m_Drag.bRuns = true;
+    m_Drag.bTool = m_Editor.GetHost().GetModes().GetCurrentModeId() >= 0;
+    m_Drag.bSculpts = pScript != nullptr && pScript->IsTerraforming();
+    if (pScript != nullptr)
+    {
+        pScript->TakePointOutcome(); // what happened before is not this drag's
+    }
+}
+
+void CStatusWords::OnEvent(const SHostEvent& event)
+{
+    if (!m_Drag.bRuns)
+    {
+        return;
+    }
+    switch (event.eKind)
+    {
+    case EHostEvent::ButtonDown:
+        if (!m_Drag.bTool)
+        {
+            m_Status.Say("No tool: choose one in the panel or press 1 to 6");
+        }
+        Hear(event);
+        break;
+    case EHostEvent::MouseMove:
+        Hear(event);
+        break;
+    case EHostEvent::ButtonUp:
+        Hear(event);
+        EndDrag();
+        break;
+    case EHostEvent::DragDropped:
+        m_Drag = {};
+        break;
+    default:
+        break;
+    }
+}
+
+void CStatusWords::Hear(const SHostEvent& event)
+{
+    IPluginScript* pScript = m_Editor.GetPluginScript();
+    const SPointOutcome outcome =
+        pScript != nullptr ? pScript->TakePointOutcome() : SPointOutcome();
+    if (outcome.eKind == EPointOutcome::None)
+    {
+        return;
+    }
+    m_Drag.bPoint = true;
+    if (outcome.eKind == EPointOutcome::Changed)
+    {
+        m_Drag.bChanged = true;
+        m_Drag.changed = event.hit;
+    }
+    m_Drag.bSideways = m_Drag.bSideways || outcome.eKind == EPointOutcome::Sideways;
+    const QString strReason = GetReason(outcome);
+    const uint32_t uBit = 1U << static_cast<uint32_t>(outcome.eKind);
+    if (!strReason.isEmpty() && (m_Drag.uSaid & uBit) == 0 && IsNews(outcome, event))
+    {
+        m_Drag.uSaid |= uBit;
+        m_Status.Say(strReason);
+    }
+}
+
+// A stroke that has just changed something here need not say that it changes nothing more; the
+// point of the release is such a one.
+bool CStatusWords::IsNews(const SPointOutcome& outcome, const SHostEvent& event) const
+{
+    const bool bDone =
+        outcome.eKind == EPointOutcome::Same || outcome.eKind == EPointOutcome::Strongest;
+    if (!bDone || !m_Drag.bChanged)
+    {
+        return true;
+    }
+    const float fAway = std::hypot(event.hit.x - m_Drag.changed.x, event.hit.z - m_Drag.changed.z);
+    return event.bHit && fAway >= m_Editor.GetPluginScript()->GetBrushExtent() / 2;
+}
+
+void CStatusWords::EndDrag()
+{
+    if (m_Drag.bSculpts && !m_Drag.bPoint)
+    {
+        m_Status.Say("A click changes nothing: drag to sculpt");
+    }
+    else if (m_Drag.bSideways && !m_Drag.bChanged && m_Drag.uSaid == 0)
+    {
+        m_Status.Say("Nothing changed: this tool follows the mouse up and down");
+    }
+    m_Drag = {};
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "editor/core/IHostObserver.h"
+#include "host/IPluginScript.h"
+#include "host/Notice.h"
+
+class CEditor;
+class CEditorFace;
+class CStatusLine;
+
+// Says in the status bar what would otherwise be silent: why a stroke changes nothing, a line for
+// each reason and drag, and what was saved or put away. While a script is played it is quiet. Takes
+// the notices of the process while it lives. Owned by the window; everything given is borrowed and
+// outlives it. UI thread.
+class CStatusWords : public IHostObserver, private INoticeSink
+{
+public:
+    CStatusWords(CEditor& editor, const CEditorFace& face, CStatusLine& status);
+    ~CStatusWords() override;
+    CStatusWords(const CStatusWords&) = delete;
+    CStatusWords& operator=(const CStatusWords&) = delete;
+
+    // IHostObserver
+    void OnBeforeEvent(const SHostEvent& event) override;
+    void OnEvent(const SHostEvent& event) override;
+
+private:
+    // What the drag that runs has come to so far.
+    struct SDrag
+    {
+        bool bRuns = false;
+        bool bTool = false; // a mode was current at the press
+        bool bSculpts = false;
+        bool bPoint = false;   // there was one
+        bool bChanged = false; // by one of them
+        bool bSideways = false;
+        SVec3 changed;      // where the last one was that changed something
+        uint32_t uSaid = 0; // a bit by each outcome
+    };
+
+    void OnNotice(const char* pszText) override;
+    void Hear(const SHostEvent& event);
+    void EndDrag();
+    bool IsNews(const SPointOutcome& outcome, const SHostEvent& event) const;
+
+    CEditor& m_Editor;
+    const CEditorFace& m_Face;
+    CStatusLine& m_Status;
+    INoticeSink* m_pBefore;
+    SDrag m_Drag;
+};

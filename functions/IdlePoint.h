@@ -1,0 +1,32 @@
+#pragma once
+
+#include "host/HostTypes.h"
+#include "host/IPluginScript.h"
+
+class CVertDataSet;
+class ITellurBrush;
+class ITerrainModification;
+
+// A point whose set is merged, as its function knows it. Everything is borrowed.
+struct SDonePoint
+{
+    CVertDataSet& set;
+    ITerrainModification& modification;
+    ITellurBrush& brush;
+    SVec3 center;
+    float fStroke = 1.0F;   // weight of the stroke
+    bool bFromDest = false; // which heights the set began with
+};
+
+// What the latest point came to, for the host.
+void NoteOutcome(EPointOutcome eKind, float fValue = 0.0F);
+
+// Whether the session has written nothing for the latest point.
+bool IsPointIdle();
+
+// Finds out why a point was idle; looks at vertices only then. The set's weights are scratch
+// afterwards.
+void ExplainIdlePoint(const SDonePoint& point);
+
+// Whether a weight of the set is not 0.
+bool HasWeight(const CVertDataSet& set);
