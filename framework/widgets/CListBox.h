@@ -2,7 +2,8 @@
 
 #include "framework/widgets/CWindow.h"
 
-// A list of texts of which one or none is selected. Selecting by code notifies nobody.
+// A list of texts of which one or none is selected. Each click on an item notifies, also on the one
+// that is selected already; selecting by code notifies nobody.
 class TELLUR_API CListBox : public CWindow
 {
 public:

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMouseEvent>
 
 namespace
 {
@@ -20,6 +21,40 @@ void NotifyFrom(QWidget& widget, ENotify eKind)
         pNode->Notify(eKind);
     }
 }
+
+// Tells of every press on an item, also on the one that is selected already.
+class CChoiceList : public QListWidget
+{
+public:
+    explicit CChoiceList(QWidget* pGround)
+        : QListWidget(pGround)
+    {
+        setSelectionMode(SingleSelection);
+        connect(this, &QListWidget::itemSelectionChanged, this, [this] { Tell(); });
+    }
+
+protected:
+    void mousePressEvent(QMouseEvent* pEvent) override
+    {
+        m_bTold = false;
+        QListWidget::mousePressEvent(pEvent);
+        const QListWidgetItem* pItem = itemAt(pEvent->position().toPoint());
+        if (!m_bTold && pEvent->button() == Qt::LeftButton && pItem != nullptr &&
+            pItem->isSelected())
+        {
+            Tell();
+        }
+    }
+
+private:
+    void Tell()
+    {
+        m_bTold = true;
+        NotifyFrom(*this, ENotify::SelectionChanged);
+    }
+
+    bool m_bTold = false; // since the last press
+};
 
 QWidget* MakeButton(EControlKind eKind, const QString& strText, QWidget* pGround)
 {
@@ -63,17 +98,6 @@ QWidget* MakeEdit(const QString& strText, uint32_t uStyle, QWidget* pGround)
     return pEdit;
 }
 
-QWidget* MakeListBox(QWidget* pGround)
-{
-    auto* pList = new QListWidget(pGround);
-    pList->setSelectionMode(QAbstractItemView::SingleSelection);
-    QObject::connect(pList,
-                     &QListWidget::itemSelectionChanged,
-                     pList,
-                     [pList] { NotifyFrom(*pList, ENotify::SelectionChanged); });
-    return pList;
-}
-
 QWidget* MakeWidget(EControlKind eKind, const QString& strText, uint32_t uStyle, QWidget* pGround)
 {
     switch (eKind)
@@ -89,7 +113,7 @@ QWidget* MakeWidget(EControlKind eKind, const QString& strText, uint32_t uStyle,
     case EControlKind::Spin:
         return new CSpinWidget(pGround);
     case EControlKind::ListBox:
-        return MakeListBox(pGround);
+        return new CChoiceList(pGround);
     case EControlKind::DropDownList:
         return new CDropDown(pGround);
     case EControlKind::ListView:

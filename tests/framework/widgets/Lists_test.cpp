@@ -71,14 +71,18 @@ TEST_F(CLists, AListBoxKeepsTextsAndDataAndTellsOnlyOfThePersonsChoice)
     EXPECT_EQ(TakeNotes(), Notes{});
 
     auto* pList = Find<QListWidget>(ID_LIST);
-    QTest::mouseClick(pList->viewport(),
-                      Qt::LeftButton,
-                      Qt::NoModifier,
-                      pList->visualItemRect(pList->item(0)).center());
+    const QPoint first = pList->visualItemRect(pList->item(0)).center();
+    Click(pList->viewport(), first);
     EXPECT_EQ(m_List.GetCurSel(), 0);
+    EXPECT_EQ(TakeNotes(), Notes{"list 0"});
+    Click(pList->viewport(), first); // chosen again
+    EXPECT_EQ(m_List.GetCurSel(), 0);
+    EXPECT_EQ(TakeNotes(), Notes{"list 0"});
+    QTest::mouseClick(pList->viewport(), Qt::RightButton, Qt::NoModifier, first);
+    EXPECT_EQ(TakeNotes(), Notes{});
     QTest::keyClick(pList, Qt::Key_Down);
     EXPECT_EQ(m_List.GetCurSel(), 1);
-    EXPECT_EQ(TakeNotes(), (Notes{"list 0", "list 0"}));
+    EXPECT_EQ(TakeNotes(), Notes{"list 0"});
     m_List.ResetContent();
     EXPECT_EQ(m_List.GetCount(), 0);
     EXPECT_EQ(TakeNotes(), Notes{});
