@@ -82,7 +82,8 @@ public:
 
     virtual void ReservedN() {}
 
-    // True when an item was added. pMenu: borrowed for the call.
+    // True when an item was added. pMenu: borrowed for the call. Asked only where
+    // HasContextMenuItems has said yes.
     virtual bool
     AddContextMenuItems(CMenu* pMenu, ViewId view, ViewPoint point, uint32_t uReserved) = 0;
     virtual bool ReservedO(uintptr_t) = 0;

@@ -118,7 +118,10 @@ void CEditorWindow::ShowContextMenu(ViewId view, QPoint screen)
     CMenu menu;
     for (IPlugin* pPlugin : GetHost().GetRegistry().GetInput())
     {
-        pPlugin->AddContextMenuItems(&menu, view, point, 0);
+        if (pPlugin->HasContextMenuItems(view, point, 0))
+        {
+            pPlugin->AddContextMenuItems(&menu, view, point, 0);
+        }
     }
     QMenu shown(this);
     shown.setObjectName("context-menu");
