@@ -83,6 +83,8 @@ public:
 
     void SetMaskEnabled(bool bEnable) override { m_MaskEnabled = bEnable; }
 
+    bool IsMaskActing() const { return m_MaskTexture != nullptr && m_MaskEnabled; }
+
     void ApplyMask(CVertDataSet& set, const SExtents& terrainBox) override;
 
     uint32_t GetMaskHandle() const override { return m_MaskHandle; }

@@ -145,7 +145,7 @@ float CTellurBrush::GetMaskXSize(float fLength, int iRepeats) const
 
 void CTellurBrush::ApplyMask(CVertDataSet& set, const SExtents& terrainBox)
 {
-    if (m_MaskTexture == nullptr || !m_MaskEnabled)
+    if (!IsMaskActing())
     {
         return;
     }

@@ -104,6 +104,8 @@ public:
     virtual const float* GetPressHeights(size_t& nCount) = 0;
     // Whether the mode that sculpts is current.
     virtual bool IsTerraforming() = 0;
+    // Whether a mask keeps the current brush off parts of the ground: it has one, switched on.
+    virtual bool IsMaskActing() = 0;
     // Whether the mode that paints the terrain-type bitmap is current and has one.
     virtual bool IsPainting() = 0;
     // Writes the bitmap as it is painted now. False with one logged line, or without a bitmap.

@@ -78,8 +78,9 @@ public:
     virtual void ReleaseTexture(uint32_t uHandle) = 0;   // 0 is ignored
     // As IL_SaveImage.
     virtual bool SaveImage(const char* pszPath, const IImage* pImage, const IPalette* pPalette) = 0;
-    // Writes the overlay scale of a texture that covers fSize terrain units, 1 / fSize (0 for 0),
-    // to pElement, an element of an overlay transform.
+    // Writes the overlay scale of a texture that covers fSize terrain units along x, 1 / fSize (0
+    // for 0), to pElement, an element of an overlay transform. A texture that covers the whole
+    // width covers the whole depth, too.
     virtual void MakeOverlayTransform(float* pElement, float fSize) = 0;
     // Bilinear height inside the cell, terrain units; positions outside are taken at the border. 0
     // without a terrain.

@@ -246,5 +246,6 @@ void CTellurView::OnMaskEnabled()
     if (CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush())
     {
         pBrush->SetMaskEnabled(m_MaskEnabled == CHECK_ON);
+        ShowBrush();
     }
 }

@@ -99,6 +99,7 @@ public:
     float GetStrokeSpacing() override;
     const float* GetPressHeights(size_t& nCount) override;
     bool IsTerraforming() override;
+    bool IsMaskActing() override;
     bool IsPainting() override;
     bool SaveBitmap(const char* pszPath) override;
     std::string GetUnsavedBitmap() override;

@@ -343,6 +343,11 @@ bool IPluginImpl::IsTerraforming()
            m_TerraformingModeId != -1;
 }
 
+bool IPluginImpl::IsMaskActing()
+{
+    return m_pCurrentBrush != nullptr && m_pCurrentBrush->IsMaskActing();
+}
+
 std::string IPluginImpl::GetFunctionName()
 {
     const bool bFunction =

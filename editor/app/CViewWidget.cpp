@@ -133,6 +133,7 @@ void CViewWidget::paintGL()
     settings.eMark = m_Parts.findMark(settings.mark);
     settings.fQuality = m_bRefining ? 1.0F : m_Quality;
     settings.uMostNewBytes = MOST_NEW_BYTES;
+    settings.bMask = m_Parts.pScript == nullptr || m_Parts.pScript->IsMaskActing();
     if (m_bReady)
     {
         m_Renderer.Render(

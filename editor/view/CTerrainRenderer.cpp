@@ -305,10 +305,14 @@ void CTerrainRenderer::SParts::SetMaterial(const SViewProjection& view,
 uint64_t CTerrainRenderer::SParts::SetOverlays(CEngineHost& engine, const SRenderSettings& settings)
 {
     const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
-    ITexture* pMask = engine.GetCWorld().FindTerrainTexture(terrain.GetEditOverlay());
+    ITexture* pMask =
+        settings.bMask ? engine.GetCWorld().FindTerrainTexture(terrain.GetEditOverlay()) : nullptr;
     const uint64_t uBytes = textures.Bind(*pGl, GL_TEXTURE3, pMask, ECopyKind::Grey);
-    // The third element of the transform is the scale, see World::MakeOverlayTransform.
-    ground.Set("uMaskScale", pMask != nullptr ? terrain.GetEditOverlayTransform().m[2] : 0.0F);
+    // The third element of the transform is the scale along x, see World::MakeOverlayTransform.
+    // Along z the texture comes as often: what covers the width covers the depth, too.
+    const float fScale = pMask != nullptr ? terrain.GetEditOverlayTransform().m[2] : 0.0F;
+    const SVec3 size = terrain.GetSize();
+    ground.Set("uMaskScale", fScale, fScale * size.x / size.z);
     ground.Set("uMaskColor", settings.maskColor);
     return uBytes + SetTypes(settings) + SetBrush(engine, settings);
 }

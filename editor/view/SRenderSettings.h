@@ -56,5 +56,6 @@ struct SRenderSettings
     SColor skyBottom = {0.73F, 0.78F, 0.82F, 1.0F};
     float fHaze = 0.22F; // how far distant ground takes the colour of the sky, 0..1
     SColor previewColor = {1.0F, 0.62F, 0.16F, 0.72F}; // under the brush; alpha is its strength
-    SColor maskColor = {0.80F, 0.16F, 0.22F, 0.55F};   // where the mask keeps brushes off
+    bool bMask = true; // false: the overlay of the terrain keeps nothing now and is left out
+    SColor maskColor = {0.80F, 0.16F, 0.22F, 0.55F}; // where the mask keeps brushes off
 };

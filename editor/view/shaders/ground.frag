@@ -28,7 +28,7 @@ uniform vec4 uTypeMap;      // share of the terrain to the bitmap: scale, then o
 uniform vec4 uTypeChannels; // which are visible, 0 or 1
 uniform bool uTypeSwapped;  // blue comes first
 uniform bool uPainting;     // the bitmap is laid over the shaded ground
-uniform float uMaskScale;
+uniform vec2 uMaskScale; // terrain units to the mask; 0: none
 uniform vec4 uMaskColor;
 uniform vec4 uPreviewBox; // x, z, 1 / width, 1 / depth
 uniform vec4 uPreviewColor;
@@ -153,9 +153,11 @@ void main()
                           Line(vCorner.x + vCorner.y, fwidth(vCorner.x + vCorner.y), 1.0));
         color = mix(color, vec3(0.04, 0.09, 0.16), fEdge * 0.75);
     }
-    if (uMaskScale > 0.0)
+    if (uMaskScale.x > 0.0)
     {
-        float fKept = 1.0 - texture(uMask, vPosition.xz * uMaskScale).r;
+        // A texel counts in full where it begins, as for the brush.
+        vec2 at = vPosition.xz * uMaskScale + 0.5 / vec2(textureSize(uMask, 0));
+        float fKept = 1.0 - texture(uMask, at).r;
         color = mix(color, uMaskColor.rgb, fKept * uMaskColor.a);
     }
     vec2 inBox = (vPosition.xz - uPreviewBox.xy) * uPreviewBox.zw;

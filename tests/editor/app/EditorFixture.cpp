@@ -277,6 +277,15 @@ void CEditorFixture::Trigger(const char* pszCommand)
     pAction->trigger();
 }
 
+QImage CEditorFixture::Grab(const QWidget& widget)
+{
+    const QPoint at = widget.mapToGlobal(QPoint(0, 0));
+    return m_Window->screen()
+        ->grabWindow(0, at.x(), at.y(), widget.width(), widget.height())
+        .toImage()
+        .convertToFormat(QImage::Format_RGB32);
+}
+
 void CEditorFixture::SavePicture(const char* pszName)
 {
     QDir().mkpath("pictures");

@@ -7,6 +7,7 @@
 #include "tests/support/CTempFolder.h"
 
 #include <QAbstractButton>
+#include <QImage>
 #include <QStringList>
 
 #include <functional>
@@ -74,6 +75,7 @@ protected:
 
     std::vector<float> GetHeights();
     void Trigger(const char* pszCommand); // of the window's commands
+    QImage Grab(const QWidget& widget);   // as the screen shows it now
     void SavePicture(const char* pszName);
 
     CTempFolder m_Folder;

@@ -161,9 +161,17 @@ TEST_F(CPanel, ADayWithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
     ASSERT_TRUE(m_Editor->GetRecorder()->Start(strSecond));
     auto& list = Item<QListWidget>(2113);
     ASSERT_EQ(list.count(), 1);
-    MoveTo(list.viewport()->mapToGlobal(list.visualItemRect(list.item(0)).center()) *
-           list.devicePixelRatioF());
-    Do({"click", "1"});
+    const auto choose = [&]
+    {
+        const QPoint at = Item<QListWidget>(2113).visualItemRect(list.item(0)).center();
+        MoveTo(list.viewport()->mapToGlobal(at) * list.devicePixelRatioF());
+        Do({"click", "1"});
+    };
+    choose();
+    EXPECT_EQ(GetProperty("m_Height"), "55");
+    Click(Item(2130)); // another tool, and back to the item that is still selected
+    EXPECT_EQ(GetProperty("m_Height"), "no such property");
+    choose();
     EXPECT_EQ(GetProperty("m_Height"), "55");
     EXPECT_EQ(GetHost().GetCaption(), "Terraforming");
     EXPECT_EQ(Item<QLineEdit>(2128).text(), "60");
@@ -303,6 +311,44 @@ TEST_F(CPanel, TheWheelScrollsThePanelAndLeavesTheBrush)
     EXPECT_EQ(Item<QLineEdit>(2201).text(), "0.8");
     EXPECT_EQ(GetPanel()->findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0)
         << "the form is never cut off at the side";
+}
+
+TEST_F(CPanel, TheViewsShowTheMaskWhileItActs)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    ASSERT_NO_FATAL_FAILURE(TakeBrush("RelativeHeightFunction",
+                                      "m_Height",
+                                      "5",
+                                      "mask( \"data/samples/stripes.png\" ) mask_enabled( 1 )"));
+    const auto countRed = [this](size_t iView)
+    {
+        const QImage picture = Grab(GetView(iView));
+        int nRed = 0;
+        for (int y = 0; y < picture.height(); ++y)
+        {
+            for (int x = 0; x < picture.width(); ++x)
+            {
+                const QColor color = picture.pixelColor(x, y);
+                nRed += color.red() > color.green() + 40 ? 1 : 0;
+            }
+        }
+        return nRed;
+    };
+    QWidget& box = Item(2194);
+    m_Window->GetViews().RequestFrames(); // as after a script
+    MoveTo(box, {0.5, 0.5});              // no brush on the ground
+    const int anBefore[] = {countRed(0), countRed(1)};
+    EXPECT_GT(anBefore[0], 1000);
+    EXPECT_GT(anBefore[1], 1000);
+    SavePicture("mask-on");
+    Click(box);
+    EXPECT_EQ(countRed(0), 0);
+    EXPECT_EQ(countRed(1), 0);
+    SavePicture("mask-off");
+    Click(box);
+    EXPECT_NEAR(countRed(0), anBefore[0], 200);
+    EXPECT_NEAR(countRed(1), anBefore[1], 200);
 }
 
 // Also for a level that was never saved.
