@@ -178,10 +178,10 @@ void CViewWidget::AdaptQuality()
 
 void CViewWidget::resizeEvent(QResizeEvent* pEvent)
 {
-    QOpenGLWidget::resizeEvent(pEvent);
     const double fScale = devicePixelRatioF();
     m_Navigator.SetSize(static_cast<int>(std::lround(width() * fScale)),
                         static_cast<int>(std::lround(height() * fScale)));
+    QOpenGLWidget::resizeEvent(pEvent); // draws already, and that may be the only frame
 }
 
 QPointF CViewWidget::GetDevicePosition(const QPointF& position) const

@@ -36,6 +36,19 @@ protected:
             GetView().GetViewId());
     }
 
+    static int CountBlack(const QImage& picture)
+    {
+        int nBlack = 0;
+        for (int y = 0; y < picture.height(); ++y)
+        {
+            for (int x = 0; x < picture.width(); ++x)
+            {
+                nBlack += qGray(picture.pixel(x, y)) < 8 ? 1 : 0;
+            }
+        }
+        return nBlack;
+    }
+
     QStringList GetTexts(const QMenu& menu)
     {
         QStringList texts;
@@ -100,6 +113,18 @@ TEST_F(CWindows, TheContextMenuHasThePluginsItemUnderTheCursor)
                       menu.actions().front()->trigger();
                       menu.close();
                   });
+    MoveTo(GetView(), {0.5, 0.03});
+    SVec3 hit;
+    ASSERT_FALSE(GetView().GetInput().PickCursor(hit));
+    Answer<QMenu>(
+        [this] {
+            Do({"click", "3"});
+        },
+        [this](QMenu& menu)
+        {
+            EXPECT_EQ(GetTexts(menu).filter("m_Height"), QStringList{}) << "the sky";
+            menu.close();
+        });
     // The stroke now sets what was picked, which is the height of the ground already.
     const std::vector<float> before = GetHeights();
     Drag(GetView(), {0.4, 0.5}, {0.6, 0.5});
@@ -272,7 +297,10 @@ TEST_F(CWindows, AnyNumberOfViewsStandsSideBySide)
     for (size_t n = 4; n > 1; --n)
     {
         Trigger("view.close");
+        Settle();
         EXPECT_EQ(views.GetViews().size(), n - 1);
+        EXPECT_EQ(CountBlack(Grab(views)), 0) << n - 1 << " views are left";
+        SavePicture(("views-" + std::to_string(n - 1)).c_str());
     }
     Trigger("view.close");
     EXPECT_EQ(views.GetViews().size(), 1U) << "the last one stays";
