@@ -4,6 +4,7 @@
 #include "engine/terrain/Relief.h"
 #include "host/Image.h"
 #include "host/Log.h"
+#include "tools/height/Scene.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,6 +57,13 @@ SReliefPicture Join(const std::vector<SReliefPicture>& pictures)
     return joined;
 }
 
+SSceneOptions GetCamera(const SHeightOptions& options)
+{
+    constexpr uint32_t WIDTH = 1280;
+    const uint32_t uWidth = options.uPixels > 0 ? options.uPixels : WIDTH;
+    return {*options.eye, *options.target, uWidth, std::max(1U, uWidth * 9 / 16)};
+}
+
 bool Draw(const SHeightOptions& options, std::vector<SReliefPicture>& pictures)
 {
     SReliefOptions relief;
@@ -66,6 +74,11 @@ bool Draw(const SHeightOptions& options, std::vector<SReliefPicture>& pictures)
         if (!ReadHeightFile(strInput.c_str(), field))
         {
             return false;
+        }
+        if (options.eye)
+        {
+            pictures.push_back(RenderScene(field, GetCamera(options)));
+            continue;
         }
         if (pictures.empty())
         {

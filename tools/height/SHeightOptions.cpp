@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstring>
 #include <optional>
+#include <sstream>
 #include <variant>
 
 namespace
@@ -24,7 +25,14 @@ struct SOption
     const char* pszName;
     uint32_t uCommands;
     // What is filled: lengths and heights above 0, counts within their range, places from 0.
-    std::variant<float*, double*, uint32_t*, std::optional<uint32_t>*, EByteOrder*, EFit*> target;
+    std::variant<float*,
+                 double*,
+                 uint32_t*,
+                 std::optional<uint32_t>*,
+                 std::optional<SVec3>*,
+                 EByteOrder*,
+                 EFit*>
+        target;
     uint32_t uLowest = 0;
     uint32_t uHighest = 0;
 };
@@ -36,6 +44,8 @@ std::vector<SOption> ListOptions(SHeightOptions& o)
     return {
         {"--size", CONVERT, &in.uSize, 2, MAX_VERTICES},
         {"--pixels", PICTURE, &o.uPixels, 2, MAX_VERTICES},
+        {"--eye", PICTURE, &o.eye},
+        {"--target", PICTURE, &o.target},
         {"--columns", CONVERT | INFO, &in.uColumns, MIN_SAMPLES, MAX_SAMPLES},
         {"--rows", CONVERT | INFO, &in.uRows, MIN_SAMPLES, MAX_SAMPLES},
         {"--byte-order", CONVERT | INFO, &in.eByteOrder},
@@ -114,6 +124,23 @@ public:
         return (*this)(&pPlace->emplace());
     }
 
+    std::string operator()(std::optional<SVec3>* pPoint) const
+    {
+        constexpr float MOST = 1e9F; // squares of it are still numbers
+        SVec3& point = pPoint->emplace();
+        std::istringstream parts(m_Value);
+        std::string strPart;
+        for (float* pNumber : {&point.x, &point.y, &point.z})
+        {
+            if (!std::getline(parts, strPart, ',') || !ReadWhole(strPart.c_str(), *pNumber) ||
+                !(std::fabs(*pNumber) <= MOST))
+            {
+                return "three numbers X,Y,Z";
+            }
+        }
+        return std::getline(parts, strPart) ? "three numbers X,Y,Z" : "";
+    }
+
     std::string operator()(EByteOrder* pOrder) const
     {
         return ReadName(
@@ -172,6 +199,30 @@ bool ReadOption(SHeightOptions& options,
     return strFault.empty();
 }
 
+// What is wrong with the camera of a picture; empty for a good one and for none.
+std::string FindCameraFault(const SHeightOptions& options)
+{
+    if (options.eye.has_value() != options.target.has_value())
+    {
+        return "--eye and --target need each other";
+    }
+    if (!options.eye)
+    {
+        return "";
+    }
+    constexpr uint32_t MOST_PIXELS = 8192;
+    const float fAside = std::max(std::fabs(options.eye->x - options.target->x),
+                                  std::fabs(options.eye->z - options.target->z));
+    const float fAbove = std::fabs(options.eye->y - options.target->y);
+    if (fAside < std::max(1e-3F, 1e-3F * fAbove))
+    {
+        return "--eye must not be straight above or below --target";
+    }
+    return options.uPixels > MOST_PIXELS
+               ? "--pixels of a camera are at most " + std::to_string(MOST_PIXELS)
+               : "";
+}
+
 // Which options cannot stand together; empty when all can.
 std::string FindContradiction(const SHeightOptions& options)
 {
@@ -197,7 +248,7 @@ std::string FindContradiction(const SHeightOptions& options)
         }
     }
     return (in.cropX || in.cropZ) && in.eFit != EFit::Crop ? "--crop-x and --crop-z need --fit crop"
-                                                           : "";
+                                                           : FindCameraFault(options);
 }
 
 std::string FindMissing(SHeightOptions& options)
@@ -273,6 +324,7 @@ const char* SHeightOptions::GetUsage()
     return "usage: tellur-height info FILE ... [--columns N] [--rows N] [--byte-order O]\n"
            "       tellur-height convert IN OUT [options]\n"
            "       tellur-height picture IN.height [IN.height ...] OUT.png [--pixels N]\n"
+           "                     [--eye X,Y,Z --target X,Y,Z]\n"
            "       tellur-height --help\n"
            "\n"
            "info tells what a height map is; convert makes another of it. Formats both ways, by\n"
@@ -312,7 +364,11 @@ const char* SHeightOptions::GetUsage()
            "picture draws height maps side by side as shaded relief, all in the height colours\n"
            "of the first, as PNG, TGA, BMP, JPEG or DDS by the name of the output.\n"
            "\n"
-           "  --pixels N        pixels of each picture's longer side (default: one a vertex)\n"
+           "  --pixels N        pixels of each picture's longer side (default: one a vertex,\n"
+           "                    1280 for a camera)\n"
+           "  --eye X,Y,Z, --target X,Y,Z\n"
+           "                    the view of a camera instead, 16:9: where it is and what is in\n"
+           "                    the middle, in terrain units; y is up\n"
            "\n"
            "Exit code: 0 done; 1 a file cannot be read or written; 2 usage.\n";
 }

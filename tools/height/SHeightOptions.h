@@ -4,6 +4,7 @@
 #include "engine/elevation/SImportOptions.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,9 @@ struct SHeightOptions
     SExportOptions output;  // what is said of the output alone
     bool bFitGiven = false; // or a size
     uint32_t uPixels = 0;   // of a picture's longer side
+    // Both or none: where a picture is seen from, and what lies in its middle.
+    std::optional<SVec3> eye;
+    std::optional<SVec3> target;
 
     // False for a line that makes no sense; strFault then says why, without a line feed.
     bool Read(int nArguments, const char* const* ppszArguments, std::string& strFault);
