@@ -31,6 +31,7 @@ HEAD = """\
 !press( f, f )
 !move( f, f, i )
 !release( f, f )
+!undo()
 !expect_undo( i )
 
 open( "../../out/jacksboro.height" )

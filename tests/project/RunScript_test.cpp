@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace
@@ -59,7 +60,7 @@ protected:
 TEST_F(RunScript, OpensTheEditorWhereADisplayIsAndPlaysTheSampleElsewhere)
 {
     const std::string strEditor = "editor out/jacksboro.height";
-    const std::string strReplay = "replay data/samples/first-strokes.tellur";
+    const std::string strReplay = "replay data/samples/landscape.tellur";
     for (const char* pszDisplay : {"DISPLAY=:7", "WAYLAND_DISPLAY=wayland-0"})
     {
         const SRun run = Run(pszDisplay);
@@ -71,7 +72,7 @@ TEST_F(RunScript, OpensTheEditorWhereADisplayIsAndPlaysTheSampleElsewhere)
     EXPECT_EQ(run.nExitCode, 0) << run.strOutput;
     EXPECT_EQ(run.strOutput.find(strEditor), std::string::npos) << run.strOutput;
     EXPECT_NE(run.strOutput.find(strReplay), std::string::npos) << run.strOutput;
-    EXPECT_NE(run.strOutput.find("side by side: out/first-strokes.png"), std::string::npos);
+    EXPECT_NE(run.strOutput.find("side by side: out/landscape.jpg"), std::string::npos);
 }
 
 TEST_F(RunScript, MakesTheLevelOnceAndStopsWhereAStepFails)
@@ -85,6 +86,33 @@ TEST_F(RunScript, MakesTheLevelOnceAndStopsWhereAStepFails)
     const SRun run = Run("DISPLAY=:7");
     EXPECT_EQ(run.nExitCode, 3);
     EXPECT_EQ(run.strOutput.find("editor"), std::string::npos) << run.strOutput;
+}
+
+// Three moves of eight and the release, behind the level as it was.
+TEST_F(Scripts, FilmTakesPicturesAlongEachDrag)
+{
+    AddScript("cmake/film");
+    AddProgram("build/release/bin/tellur-replay",
+               "cp $1 played; sed -n 's/^save( \"\\(.*\\)\" )/\\1/p' $1 | xargs touch");
+    AddProgram("build/release/bin/tellur-height", "echo \"$*\" >>drawn; touch $3");
+    AddProgram("path/convert", "for name; do :; done; echo film >$name");
+    std::string strMoves;
+    for (char c = '1'; c <= '8'; ++c)
+    {
+        strMoves += std::string("move( ") + c + ", 0, 0 )\n";
+    }
+    WriteBytes(m_Folder.Path("s/a.tellur"),
+               "open( \"../out/a.height\" )\npress( 1, 0 )\n" + strMoves +
+                   "release( 8, 0 )\npress( 1, 0 )\nmove( 1, 0, 0 )\nrelease( 1, 0 )\n");
+    const SRun run = Run("cmake/film s/a.tellur out/a.gif --pixels 99");
+    EXPECT_EQ(run.nExitCode, 0) << run.strOutput;
+    EXPECT_EQ(ReadBytes(m_Folder.Path("out/a.gif")), "film\n");
+    const std::string strDrawn = ReadBytes(m_Folder.Path("drawn"));
+    EXPECT_EQ(std::count(strDrawn.begin(), strDrawn.end(), '\n'), 6) << strDrawn;
+    EXPECT_NE(strDrawn.find(".png --pixels 99\n"), std::string::npos) << strDrawn;
+    const std::string strPlayed = ReadBytes(m_Folder.Path("played"));
+    EXPECT_NE(strPlayed.find("/s/../out/a.height\" )\nsave("), std::string::npos) << strPlayed;
+    EXPECT_NE(strPlayed.find("move( 6, 0, 0 )\nsave("), std::string::npos) << strPlayed;
 }
 
 TEST_F(Scripts, BuildConfiguresWheneverTheFolderIsNotThePresets)

@@ -52,6 +52,11 @@ TEST(SHeightOptions, ReadsWhatTheUsageSays)
     ASSERT_TRUE(ReadOptions("picture a b c.png --pixels 300", picture, strFault));
     EXPECT_EQ(picture.inputs, (std::vector<std::string>{"a", "b"}));
     EXPECT_EQ(picture.uPixels, 300U);
+    EXPECT_FALSE(picture.eye);
+    SHeightOptions view;
+    ASSERT_TRUE(ReadOptions("picture a c.png --eye 1,-2.5,3 --target 4,5,6e2", view, strFault));
+    EXPECT_EQ(view.eye->y, -2.5F);
+    EXPECT_EQ(view.target->z, 600.0F);
     SHeightOptions info;
     ASSERT_TRUE(ReadOptions("info a b --columns 3", info, strFault));
     EXPECT_EQ(info.inputs, (std::vector<std::string>{"a", "b"}));
@@ -83,6 +88,15 @@ TEST(SHeightOptions, RefusesEachWrongLineWithItsReason)
          "--width and --spacing-x say the same, give one of them"},
         {"convert a b.png --depth 1 --spacing-z 1",
          "--depth and --spacing-z say the same, give one of them"},
+        {"convert a b.png --eye 1,2,3", "unknown option --eye"},
+        {"picture a b.png --eye 1,2", "--eye needs three numbers X,Y,Z"},
+        {"picture a b.png --eye 1,2,3,4", "--eye needs three numbers X,Y,Z"},
+        {"picture a b.png --target 1,2,1e10", "--target needs three numbers X,Y,Z"},
+        {"picture a b.png --eye 1,2,3", "--eye and --target need each other"},
+        {"picture a b.png --eye 1,2,3 --target 1,9,3",
+         "--eye must not be straight above or below --target"},
+        {"picture a b.png --eye 1,2,3 --target 4,5,6 --pixels 8193",
+         "--pixels of a camera are at most 8192"},
         {"convert a b.png --white 1 --unit 1", "--white and --unit say the same, give one of them"},
         {"convert a b.dem",
          "the extension of b.dem names no format (height, png, r16, r32, npy, hgt, tif, asc)"},
