@@ -4,6 +4,7 @@
 #include "editor/app/CMessagesDock.h"
 #include "editor/core/IHostObserver.h"
 #include "host/IPluginScript.h"
+#include "parser/TCParseFile.h"
 #include "tests/editor/app/PaintingFixture.h"
 
 #include <QDockWidget>
@@ -103,6 +104,20 @@ protected:
         pPanel->findChild<QScrollArea*>()->ensureWidgetVisible(pWidget);
         Settle();
         return *pWidget;
+    }
+
+    // Keywords for the plug-in, with a library of brushes beside them.
+    void Play(const char* pszKeywords, const char* pszLibrary)
+    {
+        WriteBytes(m_Folder.Path("root/fading.ini"), pszLibrary);
+        WriteBytes(m_Folder.Path("keywords.txt"), pszKeywords);
+        const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(
+            TCParseFile(m_Folder.Path("keywords.txt").c_str()));
+        std::string strWhy;
+        for (const CTCPARSE_KEYWORD* pKey = pFirst.get(); pKey != nullptr; pKey = pKey->next)
+        {
+            EXPECT_EQ(Script().Play(pKey, strWhy), EScriptResult::Done) << strWhy;
+        }
     }
 
     int GetLines() { return m_Window->findChild<CMessagesDock*>()->GetLineCount(); }

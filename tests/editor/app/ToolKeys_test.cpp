@@ -213,6 +213,14 @@ TEST_F(CToolKeys, OnlyToolsThatHeedCtrlAndAltSaySo)
 TEST_F(CToolKeys, ARecordingSmoothsAsTheHandDid)
 {
     ASSERT_NO_FATAL_FAILURE(StartWithTool());
+    // A blur that fades out, so that it counts where a stroke goes on from.
+    Play("!brush_file( s )\n!use_brush( s )\nbrush_file( \"fading.ini\" )\nuse_brush( \"Fading\" "
+         ")\n",
+         "!brush()\n!brush_name( s )\n!bitmap()\n!path( s )\n!function( s )\n!fade_factor( f )\n"
+         "brush()\n{\n brush_name( \"Fading\" )\n bitmap() { path( \"data/brushes/round.png\" ) }\n"
+         " function( \"BlurFunction\" )\n fade_factor( 2000.0 )\n}\n");
+    ASSERT_EQ(Script().GetFunctionName(), "BlurFunction");
+    Key("4");
     const std::string strScript = m_Folder.Path("smooth.tellur");
     ASSERT_TRUE(m_Editor->GetRecorder()->Start(strScript));
     const auto smooth = [&](const QPointF& from, const QPointF& to)
