@@ -69,6 +69,8 @@ enum class EBrushValue : uint32_t
     Extent, // side of the footprint, terrain units; also of what is painted
     Power,
     Hardness,
+    Amount, // of its function: the height that is added or set, or a whole number: the levels, the
+            // half width of what is averaged
 };
 
 // Lets a script or a recorder reach the plug-in's own state. Implemented by the plug-in object and
@@ -149,8 +151,9 @@ public:
     // switched on; a tool that is up stays. Null: the one that was up last, at first the one that
     // raises. False when there is none, or when the mode that is current stays.
     virtual bool TakeTool(const char* pszFunction) = 0;
-    // 0 without a brush. SetBrushValue returns what the value is now: power is 0 to 1, hardness 0
-    // to 100, the extent half a cell to the terrain's width.
+    // 0 without a brush, no number where the function has no amount. SetBrushValue returns what the
+    // value is now: power is 0 to 1, hardness 0 to 100, the extent half a cell to the terrain's
+    // width, a height at most the terrain's, another amount 1 to 1000.
     virtual float GetBrushValue(EBrushValue eValue) = 0;
     virtual float SetBrushValue(EBrushValue eValue, float fValue) = 0;
     // Turns raising into lowering and back. fHeight: what the tool adds now. False for a function

@@ -228,6 +228,9 @@ private:
     void NoteTool(); // the current one, before another one or none is
     CTellurBrush* FindLastTool() const;
     class CRTTIField* FindHeightFieldOf(const char* pszFunction) const;
+    class CRTTIField* FindAmountField() const;
+    float GetAmount();
+    void SetAmount(float fValue);
     float ClampExtent(float fExtent) const;
     void ShowTool(bool bExtentOnly); // its values have changed
 

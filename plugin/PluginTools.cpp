@@ -20,6 +20,7 @@
 #include <cmath>
 #include <cstring>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace
@@ -31,6 +32,10 @@ constexpr const char* HEIGHT_FIELD = "m_Height";
 // The ones that ask for their mode with the keys that are held; posterize keeps to its field.
 constexpr const char* HEED_KEYS[] = {"BlurFunction", "SetHeightFunction", "RampFunction"};
 constexpr float MOST_HARDNESS = 100.0F;
+constexpr float MOST_COUNT = 1000.0F;
+// The one number that says what a function does; ramp and point height have none.
+constexpr const char* AMOUNT_FIELDS[] = {"m_Height", "m_NumHeightDivisions", "m_NeighbourhoodSize"};
+constexpr float NO_NUMBER = std::numeric_limits<float>::quiet_NaN();
 
 bool IsFunction(const CTellurBrush& brush, const char* pszName)
 {
@@ -108,12 +113,59 @@ float IPluginImpl::GetBrushValue(EBrushValue eValue)
     {
         return GetBrushExtent();
     }
+    if (eValue == EBrushValue::Amount)
+    {
+        return GetAmount();
+    }
     if (m_pCurrentBrush == nullptr || IsPainting())
     {
         return 0.0F;
     }
     return eValue == EBrushValue::Power ? m_pCurrentBrush->GetPowerModifier()
                                         : m_pCurrentBrush->GetHardness();
+}
+
+CRTTIField* IPluginImpl::FindAmountField() const
+{
+    CRTTIObject* pObject = m_pCurrentBrush != nullptr ? m_pCurrentBrush->GetRTTIObject() : nullptr;
+    CRTTIField* pFound = nullptr;
+    for (const char* pszField : AMOUNT_FIELDS)
+    {
+        CRTTIField* pField = pObject != nullptr ? pObject->FindField(pszField) : nullptr;
+        pFound = pField != nullptr ? pField : pFound;
+    }
+    return pFound;
+}
+
+float IPluginImpl::GetAmount()
+{
+    CRTTIField* pField = IsPainting() ? nullptr : FindAmountField();
+    float fHeight = NO_NUMBER;
+    int32_t iCount = 0;
+    if (pField != nullptr && m_pCurrentBrush->GetRTTIObject()->GetFieldIntEditor(pField, iCount))
+    {
+        return static_cast<float>(iCount);
+    }
+    if (pField != nullptr)
+    {
+        m_pCurrentBrush->GetRTTIObject()->GetFieldFloatEditor(pField, fHeight);
+    }
+    return fHeight;
+}
+
+void IPluginImpl::SetAmount(float fValue)
+{
+    CRTTIField* pField = FindAmountField();
+    if (pField == nullptr)
+    {
+        return;
+    }
+    const Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
+    const float fMost = pTerrain != nullptr ? std::fabs(pTerrain->GetSize().y) : std::fabs(fValue);
+    CRTTIObject* pObject = m_pCurrentBrush->GetRTTIObject();
+    pObject->SetFieldIntEditor(
+        pField, static_cast<int32_t>(std::lround(std::clamp(fValue, 1.0F, MOST_COUNT))));
+    pObject->SetFieldFloatEditor(pField, std::clamp(fValue, -fMost, fMost));
 }
 
 // The panel takes any extent that is typed; a key that is held needs ends.
@@ -155,6 +207,9 @@ float IPluginImpl::SetBrushValue(EBrushValue eValue, float fValue)
             break;
         case EBrushValue::Hardness:
             m_pCurrentBrush->SetHardness(std::clamp(fValue, 0.0F, MOST_HARDNESS));
+            break;
+        case EBrushValue::Amount:
+            SetAmount(fValue);
             break;
         }
         ShowTool(bExtent);

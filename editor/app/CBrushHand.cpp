@@ -19,9 +19,21 @@ constexpr int NOTE_MS = 500;
 constexpr double DOUBLE_PIXELS = 120.0; // that make an extent twice as large
 constexpr double WHOLE_PIXELS = 250.0;  // from 0 to 1
 
+constexpr double COUNT_PIXELS = 20.0;   // for one more
+constexpr double HEIGHT_PIXELS = 200.0; // for as much as it was, at least LEAST_HEIGHT
+constexpr double LEAST_HEIGHT = 20.0;
+
 bool IsShare(EBrushValue eValue)
 {
-    return eValue != EBrushValue::Extent;
+    return eValue == EBrushValue::Power || eValue == EBrushValue::Hardness;
+}
+
+// The amount of a function that counts, and what it counts; null for one that has a height.
+const char* GetCounted(const std::string& strFunction)
+{
+    return strFunction == "PosterizeFunction" ? "levels"
+           : strFunction == "BlurFunction"    ? "neighbourhood"
+                                              : nullptr;
 }
 
 // A sign of a number, or what corrects one.
@@ -29,7 +41,7 @@ bool IsNumberKey(const QKeyEvent& event)
 {
     const QString strText = event.text();
     const bool bDigit = strText.size() == 1 && QString("0123456789.,").contains(strText);
-    return bDigit || event.key() == Qt::Key_Backspace;
+    return bDigit || event.key() == Qt::Key_Minus || event.key() == Qt::Key_Backspace;
 }
 
 bool IsEndKey(const QKeyEvent& event)
@@ -51,6 +63,7 @@ const CBrushHand::SValue CBrushHand::VALUES[] = {
     {"size", "brush", EBrushValue::Extent},
     {"power", "power", EBrushValue::Power},
     {"hardness", "hardness", EBrushValue::Hardness},
+    {"amount", "", EBrushValue::Amount},
 };
 
 CBrushHand::CBrushHand(IPluginScript* pScript,
@@ -116,9 +129,9 @@ bool CBrushHand::Press(const QKeyEvent& event)
 
 bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
 {
-    const bool bTool =
-        m_pScript != nullptr && !m_pScript->GetFunctionName().empty() &&
-        (m_pScript->IsTerraforming() || (m_pScript->IsPainting() && !IsShare(value.eValue)));
+    const bool bTool = m_pScript != nullptr && !m_pScript->GetFunctionName().empty() &&
+                       (m_pScript->IsTerraforming() ||
+                        (m_pScript->IsPainting() && value.eValue == EBrushValue::Extent));
     if (!m_Input.IsIdle())
     {
         return true; // a drag goes on as it began
@@ -126,6 +139,11 @@ bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
     if (!bTool)
     {
         m_Note.ShowValue(NO_TOOL);
+        return true;
+    }
+    if (std::isnan(m_pScript->GetBrushValue(value.eValue)))
+    {
+        m_Note.ShowValue(NO_AMOUNT);
         return true;
     }
     m_pValue = &value;
@@ -211,10 +229,18 @@ bool CBrushHand::Move(const QPointF& position)
         const double fShare = static_cast<double>(m_From) + fPixels / WHOLE_PIXELS;
         Set(RoundShare(static_cast<float>(std::clamp(fShare, 0.0, 1.0))));
     }
-    else
+    else if (m_pValue->eValue == EBrushValue::Extent)
     {
         const double fExtent = static_cast<double>(m_From) * std::exp2(fPixels / DOUBLE_PIXELS);
         Set(RoundExtent(static_cast<float>(fExtent)));
+    }
+    else
+    {
+        const bool bCount = GetCounted(m_Function) != nullptr;
+        const double fFrom = static_cast<double>(m_From);
+        const double fPixel =
+            bCount ? 1.0 / COUNT_PIXELS : std::max(std::fabs(fFrom), LEAST_HEIGHT) / HEIGHT_PIXELS;
+        Set(static_cast<float>(std::round(fFrom + fPixels * fPixel)));
     }
     return true;
 }
@@ -228,11 +254,18 @@ void CBrushHand::Set(float fValue)
 
 void CBrushHand::Show()
 {
-    const QString strValue = !m_Typed.isEmpty() ? m_Typed
-                             : IsShare(m_pValue->eValue)
-                                 ? GetShareText(m_pScript->GetBrushValue(m_pValue->eValue))
-                                 : GetExtentText(m_pScript->GetBrushValue(m_pValue->eValue));
-    m_Note.ShowValue(QString(m_pValue->pszName) + " " + strValue);
+    const float fValue = m_pScript->GetBrushValue(m_pValue->eValue);
+    const bool bAmount = m_pValue->eValue == EBrushValue::Amount;
+    const char* pszCounted = GetCounted(m_Function);
+    const char* pszName = !bAmount                ? m_pValue->pszName
+                          : pszCounted != nullptr ? pszCounted
+                                                  : "height";
+    const QString strValue = !m_Typed.isEmpty()          ? m_Typed
+                             : IsShare(m_pValue->eValue) ? GetShareText(fValue)
+                             : bAmount && pszCounted != nullptr
+                                 ? QString::number(std::lround(fValue))
+                                 : GetExtentText(fValue);
+    m_Note.ShowValue(QString(pszName) + " " + strValue);
 }
 
 void CBrushHand::End()

@@ -15,7 +15,7 @@ class CKeyBindings;
 class CViewInput;
 class QKeyEvent;
 
-constexpr char HAND_COMMAND[] = "brush.hold_"; // and "size", "power" or "hardness"
+constexpr char HAND_COMMAND[] = "brush.hold_"; // and "size", "power", "hardness" or "amount"
 
 // While a key is held, the mouse of a view changes a value of the brush, and digits say it exactly.
 // The footprint stays where it was when the key went down. Owned by the view, as all that is

@@ -96,6 +96,7 @@ void CToolCommands::AddValues(QMenu& menu, CCommandList& commands)
         {"size", "Size of the brush, with the mouse", 'B'},
         {"power", "Power of the brush, with the mouse", 'V'},
         {"hardness", "Hardness of the brush, with the mouse", 'H'},
+        {"amount", "Height, levels or neighbourhood of the tool, with the mouse", 'N'},
     };
     for (const auto& [pszName, pszText, uKey] : HELD)
     {

@@ -8,6 +8,7 @@
 // them: ones that a person would type.
 
 constexpr char NO_TOOL[] = "no tool";
+constexpr char NO_AMOUNT[] = "this tool has no number";
 
 inline QString GetExtentText(float fExtent)
 {

@@ -93,6 +93,7 @@ TEST_F(CFirstMinutes, KeysAndTheMouseInTheViewsAreEnough)
     Key("p");
     Stroke({0.5, 0.34}, {0.6, 0.45}, "plateau at the height of the ridge");
     Key("5");
+    Hold("n", [this] { Do({"type", "12"}); });
     Stroke({0.3, 0.45}, {0.4, 0.45}, "terrace");
     Key("6");
     Stroke({0.5, 0.58}, {0.6, 0.45}, "ramp");
