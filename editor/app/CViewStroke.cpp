@@ -60,6 +60,8 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
 {
     m_bOn = true;
     m_Flags = uFlags;
+    m_HereX = fX;
+    m_HereY = fY;
     m_StateBefore = m_Host.GetUndoStack().GetStateId();
     m_bSmoothing = bSmooth && m_Script != nullptr && m_Script->BeginSmoothing();
     const float fSpacing = m_Script != nullptr ? m_Script->GetStrokeSpacing() : 0.0F;
@@ -134,12 +136,19 @@ bool CViewStroke::Move(float fX, float fY, uint32_t uFlags, int iWheel)
     {
         m_Sampler.Move(fX, fY, iWheel);
     }
+    m_HereX = fX;
+    m_HereY = fY;
     return true;
 }
 
 // False when the stroke is not kept on a line.
 bool CViewStroke::FollowLine(float fX, float fY)
 {
+    SVec3 to;
+    const auto send = [this](const SVec3& point)
+    {
+        SendGround(point);
+    };
     const float fSpacing = GetSpacing();
     const bool bWanted = m_Hand.bLine && m_bSculpts && m_bPressHit && fSpacing > 0.0F;
     if (!bWanted)
@@ -155,11 +164,14 @@ bool CViewStroke::FollowLine(float fX, float fY)
     {
         const float fLeast = std::max(fSpacing, LINE_SHARE * m_Script->GetBrushExtent());
         m_Line.Start(m_PressHit, m_bLastGround ? m_LastGround : m_PressHit, fSpacing, fLeast);
+        if (Aim(m_HereX, m_HereY, to)) // the cursor was there when the key went down
+        {
+            m_Line.Follow(to, send);
+        }
     }
-    SVec3 to;
     if (Aim(fX, fY, to))
     {
-        m_Line.Follow(to, [this](const SVec3& point) { SendGround(point); });
+        m_Line.Follow(to, send);
     }
     m_Sampler.Continue(fX, fY, m_LastGround);
     return true;

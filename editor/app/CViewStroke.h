@@ -88,6 +88,8 @@ private:
     bool m_bSmoothing = false; // instead of the tool at hand
     float m_SpacingShare = 0.0F;
     uint32_t m_Flags = 0;
+    float m_HereX = 0.0F; // of the cursor at the last report
+    float m_HereY = 0.0F;
     uint64_t m_StateBefore = 0; // of the undo stack when the stroke began
     float m_SentX = 0.0F;       // of the last event, more exact than its pixel
     float m_SentY = 0.0F;

@@ -102,14 +102,14 @@ TEST_F(CFirstMinutes, KeysAndTheMouseInTheViewsAreEnough)
     const float fHighest = GetHighest();
     TypeFile("m", TELLUR_SOURCE_DIR "/data/samples/stripes.png");
     EXPECT_TRUE(pScript->IsMaskEnabled());
-    Stroke({0.3, 0.75}, {0.7, 0.75}, "valley through a mask");
+    Stroke({0.3, 0.66}, {0.7, 0.66}, "valley through a mask");
     EXPECT_EQ(GetHighest(), fHighest);
     Key("m");
     EXPECT_FALSE(pScript->IsMaskEnabled());
     const float fExtent = pScript->GetBrushExtent();
     Hold("b", [&] { Do({"type", std::to_string(fExtent / 2.0F).c_str()}); });
     EXPECT_NEAR(pScript->GetBrushExtent(), fExtent / 2.0F, 0.1F);
-    Stroke({0.2, 0.85}, {0.4, 0.85}, "at half the size");
+    Stroke({0.2, 0.7}, {0.4, 0.7}, "at half the size");
 
     const size_t nSteps = history.GetCount();
     for (const char* pszKeys : {"ctrl+z", "ctrl+z", "ctrl+z", "ctrl+shift+z", "ctrl+shift+z"})
@@ -118,7 +118,7 @@ TEST_F(CFirstMinutes, KeysAndTheMouseInTheViewsAreEnough)
         Expect(EChange::Some, pszKeys);
     }
     EXPECT_EQ(history.GetCount(), nSteps - 1);
-    Hold("c", [this] { Stroke({0.7, 0.7}, {0.85, 0.85}, "a straight line"); });
+    Hold("c", [this] { Stroke({0.7, 0.62}, {0.85, 0.7}, "a straight line"); });
     Key("3");
     MoveTo(view, {0.5, 0.57});
     Key("p");

@@ -310,7 +310,8 @@ TEST_F(CStrokeFeel, ShiftSmoothsAndGivesTheToolBack)
     EXPECT_EQ(pScript->GetFunctionName(), "SetHeightFunction");
     EXPECT_FLOAT_EQ(pScript->GetBrushExtent(), 30.0F);
     Drag(view, {0.4, 0.4}, {0.6, 0.4});
-    EXPECT_EQ(*std::max_element(GetHeights().begin(), GetHeights().end()), 80.0F);
+    const std::vector<float> set = GetHeights();
+    EXPECT_EQ(*std::max_element(set.begin(), set.end()), 80.0F);
 
     // A key that flies makes Shift a faster flight; the stroke is the tool's.
     Do({"keydown", "w"});
