@@ -82,7 +82,6 @@ void CStatusWords::OnBeforeEvent(const SHostEvent& event)
     m_Drag = {};
     m_Drag.bRuns = true;
     m_Drag.bTool = m_Editor.GetHost().GetModes().GetCurrentModeId() >= 0;
-    m_Drag.bSculpts = pScript != nullptr && pScript->IsTerraforming();
     if (pScript != nullptr)
     {
         pScript->TakePointOutcome(); // what happened before is not this drag's
@@ -128,7 +127,6 @@ void CStatusWords::Hear(const SHostEvent& event)
     {
         return;
     }
-    m_Drag.bPoint = true;
     if (outcome.eKind == EPointOutcome::Changed)
     {
         m_Drag.bChanged = true;
@@ -160,11 +158,7 @@ bool CStatusWords::IsNews(const SPointOutcome& outcome, const SHostEvent& event)
 
 void CStatusWords::EndDrag()
 {
-    if (m_Drag.bSculpts && !m_Drag.bPoint)
-    {
-        m_Status.Say("A click changes nothing: drag to sculpt");
-    }
-    else if (m_Drag.bSideways && !m_Drag.bChanged && m_Drag.uSaid == 0)
+    if (m_Drag.bSideways && !m_Drag.bChanged && m_Drag.uSaid == 0)
     {
         m_Status.Say("Nothing changed: this tool follows the mouse up and down");
     }

@@ -29,10 +29,8 @@ private:
     struct SDrag
     {
         bool bRuns = false;
-        bool bTool = false; // a mode was current at the press
-        bool bSculpts = false;
-        bool bPoint = false;   // there was one
-        bool bChanged = false; // by one of them
+        bool bTool = false;    // a mode was current at the press
+        bool bChanged = false; // by one of its points
         bool bSideways = false;
         SVec3 changed;      // where the last one was that changed something
         uint32_t uSaid = 0; // a bit by each outcome
