@@ -189,12 +189,13 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
                             [this](CSettingsDialog& dialog)
                             {
                                 const auto boxes = dialog.findChildren<QSpinBox*>();
-                                ASSERT_EQ(boxes.size(), 3); // the editor's, then the plug-in's
-                                EXPECT_EQ(boxes[0]->value(), 180);
-                                boxes[0]->setValue(240);
-                                EXPECT_EQ(boxes[1]->value(), 1024);
-                                boxes[1]->setValue(1);
-                                boxes[2]->setValue(77);
+                                ASSERT_EQ(boxes.size(), 4); // the editor's, then the plug-in's
+                                boxes[0]->setValue(20);
+                                EXPECT_EQ(boxes[1]->value(), 180);
+                                boxes[1]->setValue(240);
+                                EXPECT_EQ(boxes[2]->value(), 1024);
+                                boxes[2]->setValue(1);
+                                boxes[3]->setValue(77);
                                 dialog.findChildren<QCheckBox*>().front()->setChecked(false);
                                 SavePicture("settings");
                                 Key("Return");
@@ -204,11 +205,13 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
     ASSERT_NO_FATAL_FAILURE(Start());
     EXPECT_EQ(m_Window->GetSettings().iAutosaveSeconds, 240);
     EXPECT_FALSE(m_Window->GetSettings().input.bSampleStrokes);
+    EXPECT_EQ(m_Window->GetSettings().input.iSpacingPercent, 20);
+    EXPECT_TRUE(m_Window->GetSettings().input.bAimAtPress);
     EXPECT_EQ(GetHost().GetUndoStack().GetLimit(), size_t{1} << 20) << "a megabyte";
     Answer<CSettingsDialog>([this] { Trigger("edit.settings"); },
                             [](CSettingsDialog& dialog)
                             {
-                                EXPECT_EQ(dialog.findChildren<QSpinBox*>()[2]->value(), 77);
+                                EXPECT_EQ(dialog.findChildren<QSpinBox*>()[3]->value(), 77);
                                 dialog.reject();
                             });
 }

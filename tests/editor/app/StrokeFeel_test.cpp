@@ -214,7 +214,7 @@ TEST_F(CStrokeFeel, TheMarkStaysUnderTheCursorInAllViews)
     ASSERT_NO_FATAL_FAILURE(StartFine());
     TakeBrush("SetHeightFunction", "m_Height", "20", "extent( 60.0 )", "disc"); // changes nothing
     CViewWidget& view = GetView(1);
-    const QPointF middle(view.width() * 0.5, view.height() * 0.5);
+    const QPointF middle = QPointF(view.width(), view.height()) * 0.5 * view.devicePixelRatioF();
     const auto distance = [&](const QPointF& cursor)
     {
         const QPointF tint = FindTint(view);
