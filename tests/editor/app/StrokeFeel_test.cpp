@@ -6,6 +6,7 @@
 #include "host/IPluginScript.h"
 #include "tests/editor/app/EditorFixture.h"
 
+#include <QCursor>
 #include <QImage>
 
 #include <algorithm>
@@ -214,27 +215,28 @@ TEST_F(CStrokeFeel, TheMarkStaysUnderTheCursorInAllViews)
     ASSERT_NO_FATAL_FAILURE(StartFine());
     TakeBrush("SetHeightFunction", "m_Height", "20", "extent( 60.0 )", "disc"); // changes nothing
     CViewWidget& view = GetView(1);
-    const QPointF middle = QPointF(view.width(), view.height()) * 0.5 * view.devicePixelRatioF();
-    const auto distance = [&](const QPointF& cursor)
+    const auto expectMark = [&](const char* pszWhen)
     {
         const QPointF tint = FindTint(view);
-        return std::hypot(tint.x() - cursor.x(), tint.y() - cursor.y());
+        const QPointF cursor =
+            view.mapFromGlobal(QPointF(QCursor::pos())) * view.devicePixelRatioF();
+        EXPECT_LT(std::hypot(tint.x() - cursor.x(), tint.y() - cursor.y()), 3.0) << pszWhen;
+        return tint.x();
     };
     MoveTo(view, {0.5, 0.5});
-    EXPECT_LT(distance(middle), 3.0);
-    EXPECT_GE(FindTint(GetView()).x(), 0.0) << "the other view has it, too";
+    expectMark("hovering");
+    const double fOther = FindTint(GetView()).x();
+    EXPECT_GE(fOther, 0.0) << "the other view has it, too";
     Do({"mousedown", "1"});
-    EXPECT_LT(distance(middle), 3.0);
+    const double fPressed = expectMark("pressed");
     // Less than the next point of the stroke asks for.
-    Do({"mousemove_relative", "2", "0"});
-    EXPECT_LT(distance(middle + QPointF(2.0, 0.0)), 1.5);
-    Do({"mousemove_relative", "31", "0"});
-    EXPECT_LT(distance(middle + QPointF(33.0, 0.0)), 3.0);
-    const QPointF other = FindTint(GetView());
+    Do({"mousemove_relative", "--", "-2", "0"});
+    EXPECT_NEAR(expectMark("moved a little") - fPressed, -2.0, 1.0);
+    Do({"mousemove_relative", "--", "-31", "0"});
+    expectMark("between two points");
+    EXPECT_LT(FindTint(GetView()).x(), fOther - 3.0);
     Do({"mouseup", "1"});
-    EXPECT_LT(distance(middle + QPointF(33.0, 0.0)), 3.0);
-    Do({"mousemove_relative", "--", "-33", "0"});
-    EXPECT_GT(std::fabs(FindTint(GetView()).x() - other.x()), 3.0);
+    EXPECT_NEAR(expectMark("released") - fPressed, -33.0, 2.0);
     MoveTo(*m_Window, {0.5, 0.001});
     EXPECT_EQ(FindTint(view), QPointF(-1.0, -1.0));
     EXPECT_EQ(FindTint(GetView()), QPointF(-1.0, -1.0));
