@@ -18,7 +18,6 @@ namespace
 constexpr int NOTE_MS = 500;
 constexpr double DOUBLE_PIXELS = 120.0; // that make an extent twice as large
 constexpr double WHOLE_PIXELS = 250.0;  // from 0 to 1
-
 constexpr double COUNT_PIXELS = 20.0;   // for one more
 constexpr double HEIGHT_PIXELS = 200.0; // for as much as it was, at least LEAST_HEIGHT
 constexpr double LEAST_HEIGHT = 20.0;

@@ -152,3 +152,31 @@ TEST_F(CToolKeys, TheSizeOfWhatIsPaintedGoesByTheSameKeys)
     EXPECT_EQ(GetNote(), "no tool");
     EXPECT_TRUE(Script().IsPainting());
 }
+
+TEST_F(CToolKeys, TheNumberOfATool)
+{
+    ASSERT_NO_FATAL_FAILURE(StartWithTool());
+    Hold("n");
+    EXPECT_EQ(GetNote(), "height 500.0");
+    for (const char* pszKey : {"minus", "8"})
+    {
+        Key(pszKey);
+    }
+    LetGo("n");
+    EXPECT_EQ(Get(EBrushValue::Amount), -8.0F);
+    const std::vector<float> lowered = GetStroke();
+    EXPECT_NEAR(*std::min_element(lowered.begin(), lowered.end()), 12.0F, 1.0F);
+
+    Key("5");
+    MoveBy(0, 0);
+    Hold("n");
+    MoveBy(45, 0);
+    EXPECT_EQ(GetNote(), "levels 3");
+    Key("Escape");
+    LetGo("n");
+    EXPECT_EQ(Get(EBrushValue::Amount), 1.0F);
+    Key("6");
+    Hold("n");
+    EXPECT_EQ(GetNote(), "this tool has no number");
+    LetGo("n");
+}
