@@ -15,7 +15,11 @@ class CEditorFrontEnd : public CWidgetFrontEnd, public IHostObserver
 {
 public:
     // pCursor: borrowed; null: a person works.
-    void SetScript(const CScriptCursor* pCursor) { m_pScript = pCursor; }
+    void SetScript(const CScriptCursor* pCursor)
+    {
+        m_pScript = pCursor;
+        m_Hand.bScript = pCursor != nullptr;
+    }
 
     SHandState& GetHand() { return m_Hand; }
 

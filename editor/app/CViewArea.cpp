@@ -86,6 +86,10 @@ ViewId CViewArea::GetActiveId() const
 // One mark for all views: the cursor is in one of them, or in none.
 EMarkPlace CViewArea::FindMark(SVec3& mark) const
 {
+    if (m_Parts.hand.bScript)
+    {
+        return EMarkPlace::Box;
+    }
     for (CViewWidget* pView : m_Views)
     {
         if (pView->GetInput().IsFixed())

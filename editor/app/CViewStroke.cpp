@@ -76,8 +76,8 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     {
         m_Still.Take(*GetTerrain());
     }
-    const bool bJoint = m_Hand.bJoin && m_Hand.bEnd && m_bSculpts && fExtent > 0.0F;
-    const SVec3 from = m_Hand.end;
+    SVec3 from = m_Hand.end;
+    const bool bJoint = m_Hand.bJoin && m_Hand.bEnd && m_bSculpts && DropToGround(from);
     m_Sampler.SetSpacing(m_Settings.bSampleStrokes ? GetSpacing() : 0.0F);
     const SStrokePoint press = m_Sampler.Press(fX, fY);
     m_PressHit = m_LastGround = bJoint ? from : press.hit;
@@ -272,6 +272,8 @@ void CViewStroke::SendMove(const SStrokePoint& point)
     {
         m_LastGround = point.hit;
         m_bLastGround = true;
+        m_PressHit = m_bPressHit ? m_PressHit : point.hit; // the press was in the sky
+        m_bPressHit = true;
     }
     SendAt(point.fX,
            point.fY,

@@ -95,7 +95,7 @@ private:
     float m_SentY = 0.0F;
     const SVec3* m_pSentGround = nullptr; // what the event that is being sent points at
     bool m_bPressHit = false;
-    SVec3 m_PressHit;
-    SVec3 m_LastGround; // of the last point that was sent; with m_bPressHit or after a point
+    SVec3 m_PressHit; // where the stroke meets the ground first
     bool m_bLastGround = false;
+    SVec3 m_LastGround; // where it was last
 };

@@ -11,6 +11,8 @@ struct SHandState
     bool bRaise = false; // as Ctrl for the plug-in, which the desktop does not take
     bool bLower = false; // as Alt
 
+    bool bScript = false; // a script is played, and the cursor is its own
+
     bool bEnd = false; // a stroke has ended on this level
     SVec3 end;         // where, terrain units
 };

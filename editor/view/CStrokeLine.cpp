@@ -34,6 +34,7 @@ void CStrokeLine::Follow(const SVec3& to, const FnEmit& emit)
         const double fLength = std::hypot(fX, fZ);
         if (!(fLength >= m_Least))
         {
+            m_Point = to;
             return;
         }
         m_X = fX / fLength;

@@ -24,7 +24,8 @@ public:
     // Sends what lies between the last point and the one on the line next to `to`.
     void Follow(const SVec3& to, const FnEmit& emit);
 
-    // The point on the line next to the cursor; its height is not set.
+    // The point on the line next to the cursor, or the cursor's while the line leads nowhere yet;
+    // its height is not set.
     const SVec3& GetPoint() const { return m_Point; }
 
 private:

@@ -8,6 +8,8 @@
 
 #include <QCursor>
 #include <QImage>
+#include <QPixmap>
+#include <QScreen>
 
 #include <algorithm>
 #include <cmath>
@@ -117,9 +119,15 @@ protected:
     }
 
     // Where the picture of a view is tinted as under a brush, device pixels; nothing: (-1, -1).
-    static QPointF FindTint(CViewWidget& view)
+    QPointF FindTint(CViewWidget& view)
     {
-        const QImage picture = view.grabFramebuffer();
+        Settle();
+        const QPoint corner =
+            view.mapToGlobal(QPoint(0, 0)); // what the screen has, not a new frame
+        const QImage picture =
+            view.screen()
+                ->grabWindow(0, corner.x(), corner.y(), view.width(), view.height())
+                .toImage();
         double fX = 0.0;
         double fY = 0.0;
         int nFound = 0;
@@ -223,7 +231,7 @@ TEST_F(CStrokeFeel, TheMarkStaysUnderTheCursorInAllViews)
         EXPECT_LT(std::hypot(tint.x() - cursor.x(), tint.y() - cursor.y()), 3.0) << pszWhen;
         return tint.x();
     };
-    MoveTo(view, {0.5, 0.5});
+    MoveTo(view, {0.25, 0.5}); // on the screen at any scale
     expectMark("hovering");
     const double fOther = FindTint(GetView()).x();
     EXPECT_GE(fOther, 0.0) << "the other view has it, too";
