@@ -44,7 +44,7 @@ void CEditorFrontEnd::OnEvent(const SHostEvent& event)
 {
     if (event.eKind == EHostEvent::LevelChanged)
     {
-        m_Hand.bEnd = false;
+        m_Hand.ends.clear();
     }
     // These come in the middle of another event.
     m_bInEvent = m_bInEvent &&

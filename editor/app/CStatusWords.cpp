@@ -97,6 +97,12 @@ void CStatusWords::OnEvent(const SHostEvent& event)
     switch (event.eKind)
     {
     case EHostEvent::ButtonDown:
+        if (m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain() == nullptr)
+        {
+            m_Status.Say("No level: File > New level or Open");
+            m_Drag = {};
+            break;
+        }
         if (!m_Drag.bTool)
         {
             m_Status.Say("No tool: choose one in the panel or press 1 to 6");

@@ -6,6 +6,9 @@
 #include "editor/view/ViewGround.h"
 #include "engine/world/CWorld.h"
 
+#include <QApplication>
+#include <QCursor>
+
 #include <algorithm>
 
 CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
@@ -129,7 +132,12 @@ void CViewArea::FrameAll()
 
 void CViewArea::RepeatHover()
 {
-    if (CViewWidget* pView = GetActive())
+    auto* pUnder = dynamic_cast<CViewWidget*>(QApplication::widgetAt(QCursor::pos()));
+    if (pUnder != nullptr && Find(pUnder->GetViewId()) == pUnder)
+    {
+        pUnder->SeeCursor(); // a menu or a dialog was there
+    }
+    else if (CViewWidget* pView = GetActive())
     {
         pView->GetInput().RepeatHover();
     }

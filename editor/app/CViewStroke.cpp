@@ -13,7 +13,8 @@ namespace
 
 constexpr int32_t LEFT_BUTTON = 1;
 constexpr float PERCENT = 0.01F;
-constexpr float LINE_SHARE = 0.25F; // of the brush, until a straight line knows where it leads
+constexpr char RAMP[] = "RampFunction"; // leads from the press to the release
+constexpr float LINE_SHARE = 0.25F;     // of the brush, until a straight line knows where it leads
 
 int32_t GetPixel(float fPosition)
 {
@@ -76,8 +77,12 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     {
         m_Still.Take(*GetTerrain());
     }
-    SVec3 from = m_Hand.end;
-    const bool bJoint = m_Hand.bJoin && m_Hand.bEnd && m_bSculpts && DropToGround(from);
+    const bool bRamp =
+        m_Script != nullptr && m_Script->IsTerraforming() && m_Script->GetFunctionName() == RAMP;
+    m_bHasEnd = m_bPath || bRamp;
+    SVec3 from;
+    const bool bJoint =
+        m_Hand.bJoin && m_bHasEnd && m_Hand.FindEnd(m_StateBefore, from) && DropToGround(from);
     m_Sampler.SetSpacing(m_Settings.bSampleStrokes ? GetSpacing() : 0.0F);
     const SStrokePoint press = m_Sampler.Press(fX, fY);
     m_PressHit = m_LastGround = bJoint ? from : press.hit;
@@ -90,7 +95,7 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
             m_Host.SendButtonDown(m_View, uFlags | MOUSE_LEFT, {GetPixel(fX), GetPixel(fY), 0, 0});
         });
     m_pSentGround = nullptr;
-    if (bJoint)
+    if (bJoint && m_bPath)
     {
         DrawJoint(from, fX, fY);
     }
@@ -150,7 +155,7 @@ bool CViewStroke::FollowLine(float fX, float fY)
         SendGround(point);
     };
     const float fSpacing = GetSpacing();
-    const bool bWanted = m_Hand.bLine && m_bSculpts && m_bPressHit && fSpacing > 0.0F;
+    const bool bWanted = m_Hand.bLine && m_bPath && m_bPressHit && fSpacing > 0.0F;
     if (!bWanted)
     {
         if (m_Line.IsOn())
@@ -245,10 +250,9 @@ void CViewStroke::Finish()
     m_Sampler.Cancel();
     m_Line.Stop();
     m_Still.Drop();
-    if (m_bOn && m_bSculpts && m_bLastGround)
+    if (m_bOn && m_bHasEnd && m_bLastGround)
     {
-        m_Hand.bEnd = true;
-        m_Hand.end = m_LastGround;
+        m_Hand.SetEnd(m_Host.GetUndoStack().GetStateId(), m_LastGround);
     }
     m_bOn = false;
     if (std::exchange(m_bSmoothing, false))

@@ -85,6 +85,7 @@ private:
     bool m_bOn = false;
     bool m_bPath = false;      // the tool works along the path
     bool m_bSculpts = false;   // and on the heights
+    bool m_bHasEnd = false;    // where the next one may begin
     bool m_bSmoothing = false; // instead of the tool at hand
     float m_SpacingShare = 0.0F;
     uint32_t m_Flags = 0;

@@ -7,6 +7,8 @@
 #include "framework/widgets/qt/WidgetAccess.h"
 #include "host/IPluginScript.h"
 
+#include <QApplication>
+#include <QCursor>
 #include <QMouseEvent>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
@@ -199,6 +201,12 @@ bool CViewWidget::event(QEvent* pEvent)
         m_Events.onActive(m_View);
         m_Parts.host.GetModes().SetModeCursor();
         TakeKeyboard();
+        break;
+    case QEvent::WindowActivate: // a dialog lay over the cursor
+        if (QApplication::widgetAt(QCursor::pos()) == this)
+        {
+            SeeCursor();
+        }
         break;
     case QEvent::Leave:
         if (!m_pHand->IsHeld())

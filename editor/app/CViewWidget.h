@@ -85,6 +85,7 @@ public:
 
     void SetWireFrame(bool bOn);
     void FrameAll();
+    void SeeCursor(); // the plug-in has not been told where it went
     void FrameSpot(); // under the cursor; without one, everything
 
     void RequestFrame() { update(); }
@@ -114,7 +115,6 @@ private:
     bool IsSmoothing(Qt::KeyboardModifiers modifiers) const; // what a press draws now
     void Fly();
     void TakeKeyboard(); // unless somebody else needs it
-    void SeeCursor();    // the plug-in has not been told where it went
     void AdaptQuality(); // to the time that the last frame took
     void ReleaseRenderer();
     void ShowKeys(Qt::KeyboardModifiers modifiers);

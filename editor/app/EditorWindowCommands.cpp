@@ -6,6 +6,7 @@
 #include "editor/app/CKeysDialog.h"
 #include "editor/app/CPanelDock.h"
 #include "editor/app/CSettingsDialog.h"
+#include "editor/app/CStatusLine.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/PluginMenus.h"
 #include "editor/script/CScriptCursor.h"
@@ -277,7 +278,7 @@ bool CEditorWindow::Recover(const SRecoverable& entry)
     const QString strGiven = QString("%1 of %2 steps were given back.")
                                  .arg(static_cast<qulonglong>(nSteps))
                                  .arg(static_cast<qulonglong>(entry.steps.size()));
-    statusBar()->showMessage(strGiven);
+    m_pStatus->Say(strGiven);
     if (!strFault.empty())
     {
         QMessageBox box(QMessageBox::Warning, "Tellur", strGiven, QMessageBox::Ok, this);

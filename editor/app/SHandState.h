@@ -2,6 +2,17 @@
 
 #include "host/HostTypes.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+// Where a stroke has ended.
+struct SStrokeEnd
+{
+    uint64_t uState = 0; // of the history, after it
+    SVec3 at;            // terrain units
+};
+
 // What the hand at the views holds, and where it was. One for all views of the window, owned by the
 // front end, which answers the plug-in's question for keys.
 struct SHandState
@@ -13,6 +24,30 @@ struct SHandState
 
     bool bScript = false; // a script is played, and the cursor is its own
 
-    bool bEnd = false; // a stroke has ended on this level
-    SVec3 end;         // where, terrain units
+    std::vector<SStrokeEnd> ends; // of strokes on this level
+
+    // Of the last stroke before a state of the history. False when none is known.
+    bool FindEnd(uint64_t uState, SVec3& at) const
+    {
+        for (const SStrokeEnd& end : ends)
+        {
+            if (end.uState == uState)
+            {
+                at = end.at;
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void SetEnd(uint64_t uState, const SVec3& at)
+    {
+        constexpr size_t MOST = 1000;
+        std::erase_if(ends, [uState](const SStrokeEnd& end) { return end.uState == uState; });
+        if (ends.size() >= MOST)
+        {
+            ends.erase(ends.begin());
+        }
+        ends.push_back({uState, at});
+    }
 };

@@ -186,7 +186,11 @@ void CViewWidget::TakeKeyboard()
 void CViewWidget::SeeCursor()
 {
     const QPoint cursor = mapFromGlobal(QCursor::pos());
-    if (!rect().contains(cursor))
+    if (m_pHand->IsHeld())
+    {
+        m_Input.RepeatHover(); // where the key went down
+    }
+    else if (!rect().contains(cursor))
     {
         m_Input.Leave();
     }

@@ -286,6 +286,27 @@ TEST_F(CStrokeFeel, KeysKeepAStrokeStraightJoinItAndBoundIt)
     EXPECT_LT(GetDistance(points.front(), end), 0.01);
     EXPECT_GT(GetDistance(points.back(), end), 50.0);
     EXPECT_LT(GetBend(points), 0.5);
+    Key("ctrl+z"); // the end of the stroke before is the last one again
+    MoveTo(view, {0.3, 0.6});
+    Do({"keydown", "space"});
+    {
+        CPointList list(GetHost());
+        Do({"click", "1"});
+        points = list.points;
+    }
+    Do({"keyup", "space"});
+    ASSERT_GT(points.size(), 5U);
+    EXPECT_LT(GetDistance(points.front(), end), 0.01);
+    const std::vector<float> joined = GetHeights();
+    TakeBrush("RampFunction", "m_SideInterpolation", "1"); // from there to here
+    MoveTo(view, {0.5, 0.3});
+    Do({"keydown", "space"});
+    Do({"click", "1"});
+    Do({"keyup", "space"});
+    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 3U);
+    Key("ctrl+z");
+    EXPECT_TRUE(GetHeights() == joined);
+    TakeBrush("SetHeightFunction", "m_Height", "60", "extent( 30.0 )", "disc");
     for (int i = 0; i < 2; ++i)
     {
         Key("ctrl+z");
