@@ -68,7 +68,7 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     const float fSpacing = m_Script != nullptr ? m_Script->GetStrokeSpacing() : 0.0F;
     const float fExtent = m_Script != nullptr ? m_Script->GetBrushExtent() : 0.0F;
     m_bPath = fSpacing > 0.0F;
-    m_bSculpts = m_bPath && m_Script->IsTerraforming();
+    m_bSculpts = m_bPath && m_Script != nullptr && m_Script->IsTerraforming();
     m_SpacingShare = !m_bPath ? 0.0F
                      : m_Settings.iSpacingPercent > 0
                          ? static_cast<float>(m_Settings.iSpacingPercent) * PERCENT
@@ -255,7 +255,7 @@ void CViewStroke::Finish()
         m_Hand.SetEnd(m_Host.GetUndoStack().GetStateId(), m_LastGround);
     }
     m_bOn = false;
-    if (std::exchange(m_bSmoothing, false))
+    if (std::exchange(m_bSmoothing, false) && m_Script != nullptr)
     {
         m_Script->EndSmoothing();
     }
@@ -334,7 +334,8 @@ bool CViewStroke::Aim(float fX, float fY, SVec3& hit) const
 {
     const CTerrain* pTerrain = GetTerrain();
     size_t nHeights = 0;
-    const float* pHeights = m_Still.IsHeld() ? m_Script->GetPressHeights(nHeights) : nullptr;
+    const bool bStill = m_Still.IsHeld() && m_Script != nullptr;
+    const float* pHeights = bStill ? m_Script->GetPressHeights(nHeights) : nullptr;
     if (pTerrain == nullptr || pHeights == nullptr ||
         nHeights != size_t{pTerrain->GetVerticesX()} * pTerrain->GetVerticesZ())
     {
