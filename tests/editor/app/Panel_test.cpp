@@ -1,13 +1,11 @@
-// The tool panel in the editor, worked with the mouse and the keys of an X server.
+// What the panel does for the brush.
 
 #include "editor/app/CMessagesDock.h"
-#include "editor/app/CPanelDock.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/FileSystem.h"
-#include "tests/editor/app/EditorFixture.h"
+#include "tests/editor/app/PanelFixture.h"
 
 #include <QApplication>
-#include <QComboBox>
 #include <QDir>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -17,78 +15,9 @@
 #include <QPalette>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QSlider>
-#include <QToolBar>
-#include <QTreeView>
 
 #include <algorithm>
 #include <cmath>
-
-namespace
-{
-
-class CPanel : public CEditorFixture
-{
-protected:
-    void OpenPanel()
-    {
-        auto* pToolBar = m_Window->findChild<QToolBar*>("plugin-toolbar");
-        Click(*pToolBar->widgetForAction(pToolBar->actions().front()));
-        ASSERT_TRUE(GetPanel()->isVisible());
-    }
-
-    QDockWidget* GetPanel() { return m_Window->findChild<QDockWidget*>("panel"); }
-
-    // A control of the panel, brought into view.
-    template <class TWidget = QWidget> TWidget& Item(int iId)
-    {
-        auto* pWidget = GetPanel()->findChild<TWidget*>(QString::number(iId));
-        GetPanel()->findChild<QScrollArea*>()->ensureWidgetVisible(pWidget);
-        Settle();
-        return *pWidget;
-    }
-
-    // The cell of a property, with its editor; its text.
-    QTreeView& Grid() { return Item<QTreeView>(2123); }
-
-    void ClickProperty(const char* pszName)
-    {
-        QTreeView& grid = Grid();
-        const QModelIndexList found = grid.model()->match(
-            grid.model()->index(0, 0), Qt::DisplayRole, QString(pszName), 1, Qt::MatchExactly);
-        ASSERT_FALSE(found.isEmpty()) << pszName;
-        const QPoint at = grid.visualRect(found.front()).center();
-        MoveTo(grid.viewport()->mapToGlobal(at) * grid.devicePixelRatioF());
-        Do({"click", "1"});
-    }
-
-    std::string GetProperty(const char* pszName)
-    {
-        QTreeView& grid = Grid();
-        const QModelIndexList found = grid.model()->match(
-            grid.model()->index(0, 0), Qt::DisplayRole, QString(pszName), 1, Qt::MatchExactly);
-        return found.isEmpty() ? "no such property"
-                               : found.front().siblingAtColumn(1).data().toString().toStdString();
-    }
-
-    void Type(const char* pszText) { Do({"type", pszText}); }
-
-    float GetHighest()
-    {
-        const std::vector<float> heights = GetHeights();
-        return *std::max_element(heights.begin(), heights.end());
-    }
-
-    std::string SaveHeights(const char* pszName)
-    {
-        const std::string strPath = m_Folder.Path(pszName);
-        EXPECT_TRUE(GetHost().GetEngine().GetWorld()->GetTerrain()->SaveHeightMap(
-            strPath.c_str(), nullptr, 0, 0));
-        return ReadBytes(strPath);
-    }
-};
-
-} // namespace
 
 TEST_F(CPanel, ADayWithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
 {
@@ -311,89 +240,6 @@ TEST_F(CPanel, TheWheelScrollsThePanelAndLeavesTheBrush)
     EXPECT_EQ(Item<QLineEdit>(2201).text(), "0.8");
     EXPECT_EQ(GetPanel()->findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0)
         << "the form is never cut off at the side";
-}
-
-TEST_F(CPanel, TheViewsShowTheMaskWhileItActs)
-{
-    ASSERT_NO_FATAL_FAILURE(Start());
-    ASSERT_NO_FATAL_FAILURE(OpenPanel());
-    ASSERT_NO_FATAL_FAILURE(TakeBrush("RelativeHeightFunction",
-                                      "m_Height",
-                                      "5",
-                                      "mask( \"data/samples/stripes.png\" ) mask_enabled( 1 )"));
-    const auto countRed = [this](size_t iView)
-    {
-        const QImage picture = Grab(GetView(iView));
-        int nRed = 0;
-        for (int y = 0; y < picture.height(); ++y)
-        {
-            for (int x = 0; x < picture.width(); ++x)
-            {
-                const QColor color = picture.pixelColor(x, y);
-                nRed += color.red() > color.green() + 40 ? 1 : 0;
-            }
-        }
-        return nRed;
-    };
-    QWidget& box = Item(2194);
-    m_Window->GetViews().RequestFrames(); // as after a script
-    MoveTo(box, {0.5, 0.5});              // no brush on the ground
-    const int anBefore[] = {countRed(0), countRed(1)};
-    EXPECT_GT(anBefore[0], 1000);
-    EXPECT_GT(anBefore[1], 1000);
-    SavePicture("mask-on");
-    Click(box);
-    EXPECT_EQ(countRed(0), 0);
-    EXPECT_EQ(countRed(1), 0);
-    SavePicture("mask-off");
-    Click(box);
-    EXPECT_NEAR(countRed(0), anBefore[0], 200);
-    EXPECT_NEAR(countRed(1), anBefore[1], 200);
-}
-
-// Also for a level that was never saved.
-TEST_F(CPanel, AResolutionChosenInTheListIsTheTerrainsAndAStepOfTheHistory)
-{
-    ASSERT_NO_FATAL_FAILURE(Start());
-    ASSERT_NO_FATAL_FAILURE(OpenPanel());
-    auto& list = Item<QComboBox>(2138);
-    CLevelDocument& document = m_Editor->GetDocument();
-    for (const bool bSaved : {true, false})
-    {
-        SCOPED_TRACE(bSaved);
-        ASSERT_TRUE(document.New(32, {320.0F, 100.0F, 320.0F}, 20.0F));
-        ASSERT_TRUE(!bSaved || document.SaveAs(m_Folder.Path("hill.level").c_str()));
-        EXPECT_EQ(list.currentText(), "33x33");
-        list.setFocus();
-        Answer<QMessageBox>([this] { Key("Down"); },
-                            [this](QMessageBox& box)
-                            {
-                                EXPECT_EQ(box.text(),
-                                          "Are You sure You want to change terrain resolution from "
-                                          "33x33 to 65x65?");
-                                Key("alt+y");
-                            });
-        const auto expectVertices = [&](uint32_t uVertices)
-        {
-            EXPECT_EQ(GetTerrain()->GetVerticesX(), uVertices);
-            EXPECT_EQ(list.currentText(), QString("%1x%1").arg(uVertices));
-        };
-        expectVertices(65);
-        EXPECT_TRUE(!bSaved || document.FindReplaced().empty()) << "nobody else has written it";
-        EXPECT_EQ(std::filesystem::exists(m_Folder.Path("hill.height.bak")), bSaved);
-        Answer<QMessageBox>([this] { Key("Down"); }, [this](QMessageBox&) { Key("Escape"); });
-        expectVertices(65);
-        EXPECT_TRUE(m_Window->isWindowModified());
-        Trigger("edit.undo");
-        Settle();
-        expectVertices(33);
-        EXPECT_EQ(m_Window->isWindowModified(), bSaved) << "the file has the new size";
-        Trigger("edit.redo");
-        Settle();
-        expectVertices(65);
-        EXPECT_TRUE(m_Window->windowTitle().startsWith(bSaved ? "hill.level" : "Untitled"));
-        std::filesystem::remove(m_Folder.Path("hill.height.bak"));
-    }
 }
 
 TEST_F(CPanel, AHeightPickedByTheStrokeIsShownWhileItRuns)

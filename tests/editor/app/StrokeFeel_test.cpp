@@ -118,6 +118,17 @@ protected:
         return list.points;
     }
 
+    // From the end of the last stroke to there; the points that the plug-in was given.
+    std::vector<SVec3> JoinTo(const QPointF& share)
+    {
+        MoveTo(GetView(1), share);
+        Do({"keydown", "space"});
+        CPointList list(GetHost());
+        Do({"click", "1"});
+        Do({"keyup", "space"});
+        return list.points;
+    }
+
     // Where the picture of a view is tinted as under a brush, device pixels; nothing: (-1, -1).
     QPointF FindTint(CViewWidget& view)
     {
@@ -274,35 +285,18 @@ TEST_F(CStrokeFeel, KeysKeepAStrokeStraightJoinItAndBoundIt)
     const SVec3 end = points.back();
     EXPECT_GT(end.x, 170.0F);
 
-    MoveTo(view, {0.6, 0.7});
-    Do({"keydown", "space"});
-    {
-        CPointList list(GetHost());
-        Do({"click", "1"});
-        points = list.points;
-    }
-    Do({"keyup", "space"});
+    points = JoinTo({0.6, 0.7});
     ASSERT_GT(points.size(), 5U);
     EXPECT_LT(GetDistance(points.front(), end), 0.01);
     EXPECT_GT(GetDistance(points.back(), end), 50.0);
     EXPECT_LT(GetBend(points), 0.5);
     Key("ctrl+z"); // the end of the stroke before is the last one again
-    MoveTo(view, {0.3, 0.6});
-    Do({"keydown", "space"});
-    {
-        CPointList list(GetHost());
-        Do({"click", "1"});
-        points = list.points;
-    }
-    Do({"keyup", "space"});
+    points = JoinTo({0.3, 0.6});
     ASSERT_GT(points.size(), 5U);
     EXPECT_LT(GetDistance(points.front(), end), 0.01);
     const std::vector<float> joined = GetHeights();
     TakeBrush("RampFunction", "m_SideInterpolation", "1"); // from there to here
-    MoveTo(view, {0.5, 0.3});
-    Do({"keydown", "space"});
-    Do({"click", "1"});
-    Do({"keyup", "space"});
+    JoinTo({0.5, 0.3});
     EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 3U);
     Key("ctrl+z");
     EXPECT_TRUE(GetHeights() == joined);
