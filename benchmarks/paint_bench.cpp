@@ -6,8 +6,8 @@
 #include "benchmarks/Effort.h"
 #include "engine/paint/CPaintLayer.h"
 #include "host/Image.h"
-#include "painting/CTellur2DDrawUndoManager.h"
-#include "painting/CTellur2DFunctionSet.h"
+#include "tellur/painting/CTellur2DDrawUndoManager.h"
+#include "tellur/painting/CTellur2DFunctionSet.h"
 
 #include <benchmark/benchmark.h>
 

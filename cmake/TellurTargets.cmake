@@ -79,10 +79,8 @@ function(tellur_test strName)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS;ENVIRONMENT" ${ARGN})
     add_executable(${strName} ${ARG_SOURCES})
     target_link_libraries(${strName} PRIVATE ${ARG_LIBRARIES} GTest::gtest_main)
-    target_compile_definitions(
-        ${strName}
-        PRIVATE TELLUR_SOURCE_DIR="${CMAKE_SOURCE_DIR}"
-                TELLUR_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}" ${ARG_DEFINITIONS})
+    target_compile_definitions(${strName} PRIVATE ${ARG_DEFINITIONS})
+    target_include_directories(${strName} PRIVATE ${CMAKE_BINARY_DIR}/tests/generated)
     if(TELLUR_SANITIZE)
         # g++ 12 warns inside its own <regex> when the sanitizers are on.
         target_compile_options(${strName} PRIVATE -Wno-maybe-uninitialized)

@@ -3,6 +3,7 @@
 #include "tests/project/Markdown.h"
 #include "tests/project/ProjectTree.h"
 #include "tests/support/CTempFolder.h"
+#include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
 
@@ -227,7 +228,7 @@ TEST(DocSnippets, ScriptKeywordsAreThoseOfThePlayer)
             << strCall << " is in no table of file-formats.md";
         const std::string strName = strCall.substr(0, strCall.find('('));
         const std::regex name("\\b" + strName + "\\(");
-        const bool bBrushKey = std::regex_search(ReadFile("brushes/CBrushContainer.cpp"),
+        const bool bBrushKey = std::regex_search(ReadFile("tellur/brushes/CBrushContainer.cpp"),
                                                  std::regex("!" + strName + "\\("));
         EXPECT_TRUE(bBrushKey || std::regex_search(strManual, name)) << strCall << ": manual page";
     }

@@ -4,6 +4,7 @@
 #include "host/Terrain.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
+#include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
 

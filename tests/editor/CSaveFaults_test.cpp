@@ -2,6 +2,7 @@
 
 #include "tests/editor/CLevelDocumentTest.h"
 #include "tests/support/CLogCatcher.h"
+#include "tests/support/TestPaths.h"
 
 #include <sys/wait.h>
 #include <unistd.h>

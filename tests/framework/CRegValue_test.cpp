@@ -1,6 +1,7 @@
 #include "framework/core/CRegValue.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
+#include "tests/support/TestPaths.h"
 
 #include <sys/resource.h>
 #include <sys/stat.h>

@@ -1,7 +1,7 @@
 #include "framework/core/CToolBar.h"
 #include "framework/core/Cursor.h"
 #include "framework/core/ResourceModule.h"
-#include "resources/PluginResources.h"
+#include "tellur/resources/PluginResources.h"
 
 #include <png.h>
 

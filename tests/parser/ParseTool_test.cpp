@@ -1,4 +1,5 @@
 #include "tests/parser/CParserTest.h"
+#include "tests/support/TestPaths.h"
 
 #include <sys/wait.h>
 

@@ -2,6 +2,7 @@
 
 #include "tests/project/Markdown.h"
 #include "tests/project/ProjectTree.h"
+#include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
 
@@ -206,7 +207,7 @@ TEST(Architecture, QtIsEnteredOnlyWhereTheArchitectureSaysSo)
     {
         const bool bSource = strFile.ends_with(".cpp");
         return LiesIn(strFile, "engine/imaging") || LiesIn(strFile, "framework/widgets/qt") ||
-               strFile == "framework/gallery/main.cpp" ||
+               strFile == "tools/gallery/main.cpp" ||
                (bSource && LiesIn(strFile, "framework/drawing")) ||
                (bSource && LiesIn(strFile, "framework/widgets")) ||
                LiesIn(strFile, "editor/view") || LiesIn(strFile, "editor/app");

@@ -3,6 +3,7 @@
 
 #include "tests/project/Markdown.h"
 #include "tests/project/ProjectTree.h"
+#include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,7 @@
 #include "tests/project/ProjectTree.h"
 
+#include "tests/support/TestPaths.h"
+
 #include <sys/wait.h>
 
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 #include "tests/project/ProjectTree.h"
 #include "tests/support/CTempFolder.h"
+#include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
 

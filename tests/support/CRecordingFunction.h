@@ -1,7 +1,7 @@
 #pragma once
 
-#include "functions/ITellurFunction.h"
 #include "host/FileSystem.h"
+#include "tellur/stroke/ITellurFunction.h"
 #include "tests/support/FakeWorld.h"
 
 // Records what a brush hands on to its function, and merges by a given rule. Clones share the list.

@@ -6,7 +6,7 @@
 #include "host/IEditorMode.h"
 #include "host/IPluginScript.h"
 #include "host/ModeManager.h"
-#include "plugin/PluginContext.h"
+#include "tellur/context/PluginContext.h"
 #include "tests/support/FakeWorld.h"
 
 #include <deque>

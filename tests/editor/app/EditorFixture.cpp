@@ -3,6 +3,7 @@
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
 #include "parser/TCParseFile.h"
+#include "tests/support/TestPaths.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QAction>

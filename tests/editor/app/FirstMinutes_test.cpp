@@ -5,6 +5,7 @@
 #include "engine/terrain/CTerrain.h"
 #include "host/IPluginScript.h"
 #include "tests/editor/app/DocumentsFixture.h"
+#include "tests/support/TestPaths.h"
 
 #include <QDockWidget>
 

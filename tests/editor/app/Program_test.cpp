@@ -3,6 +3,7 @@
 
 #include "host/Image.h"
 #include "tests/support/CTempFolder.h"
+#include "tests/support/TestPaths.h"
 
 #include <QElapsedTimer>
 #include <QProcess>

@@ -3,6 +3,7 @@
 #include "editor/app/CKeysDialog.h"
 #include "engine/terrain/CTerrain.h"
 #include "tests/editor/app/ToolKeysFixture.h"
+#include "tests/support/TestPaths.h"
 
 #include <QFileDialog>
 #include <QLabel>

@@ -3,6 +3,7 @@
 #include "editor/script/CRecorder.h"
 #include "tests/editor/script/WalkFixture.h"
 #include "tests/support/CLogCatcher.h"
+#include "tests/support/TestPaths.h"
 
 #include <sys/resource.h>
 #include <sys/wait.h>

@@ -15,6 +15,7 @@
 #include "tests/support/AllocationCount.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
+#include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
 

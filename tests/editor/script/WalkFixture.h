@@ -12,6 +12,7 @@
 #include "parser/TCParseFile.h"
 #include "tests/support/CNumbers.h"
 #include "tests/support/CTempFolder.h"
+#include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,7 @@
 #include "host/Image.h"
 #include "tests/editor/view/RenderFixture.h"
 #include "tests/support/CLogCatcher.h"
+#include "tests/support/TestPaths.h"
 
 namespace
 {

@@ -1,6 +1,7 @@
 #include "tests/editor/view/RenderFixture.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
+#include "tests/support/TestPaths.h"
 
 #include <algorithm>
 #include <cmath>

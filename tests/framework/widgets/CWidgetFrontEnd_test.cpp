@@ -11,7 +11,7 @@
 #include "framework/core/PopupMenu.h"
 #include "framework/widgets/CWidgetFrontEnd.h"
 #include "framework/widgets/qt/WidgetAccess.h"
-#include "resources/PluginResources.h"
+#include "tellur/resources/PluginResources.h"
 #include "tests/framework/widgets/CTestForms.h"
 #include "tests/support/CTempFolder.h"
 

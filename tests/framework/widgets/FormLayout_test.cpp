@@ -1,8 +1,9 @@
 // The plug-in's own dialogs, laid out by font and scale. Run at several scale factors; writes a
 // picture of each dialog in light and dark to build/<preset>/pictures.
 
-#include "resources/PluginResources.h"
+#include "tellur/resources/PluginResources.h"
 #include "tests/framework/widgets/CTestForms.h"
+#include "tests/support/TestPaths.h"
 
 #include <QAbstractButton>
 #include <QApplication>

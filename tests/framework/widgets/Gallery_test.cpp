@@ -1,11 +1,11 @@
 // The gallery worked through with the keyboard alone, and pictures of it.
 
 #include "framework/core/ResourceModule.h"
-#include "framework/gallery/CGalleryView.h"
-#include "framework/gallery/GalleryIds.h"
 #include "framework/widgets/CWidgetFrontEnd.h"
 #include "framework/widgets/qt/WidgetAccess.h"
 #include "tests/support/CLogCatcher.h"
+#include "tools/gallery/CGalleryView.h"
+#include "tools/gallery/GalleryIds.h"
 
 #include <QApplication>
 #include <QTest>

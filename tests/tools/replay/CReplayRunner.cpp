@@ -1,6 +1,7 @@
 #include "tests/tools/replay/CReplayRunner.h"
 
 #include "host/Image.h"
+#include "tests/support/TestPaths.h"
 
 #include <fcntl.h>
 #include <sys/wait.h>

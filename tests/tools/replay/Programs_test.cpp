@@ -1,6 +1,7 @@
 // What holds for all programs: they write over nothing that they read, and notice when what they
 // print does not arrive.
 
+#include "tests/support/TestPaths.h"
 #include "tests/tools/replay/CReplayRunner.h"
 
 #include <sys/wait.h>

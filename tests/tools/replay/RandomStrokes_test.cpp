@@ -2,6 +2,7 @@
 
 #include "engine/terrain/HeightFile.h"
 #include "tests/support/CNumbers.h"
+#include "tests/support/TestPaths.h"
 #include "tests/tools/replay/CReplayRunner.h"
 
 #include <gtest/gtest.h>

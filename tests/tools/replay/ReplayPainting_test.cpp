@@ -1,6 +1,7 @@
 // Painting from scripts: through the draw dialog, on a machine without a display.
 
 #include "host/Image.h"
+#include "tests/support/TestPaths.h"
 #include "tests/tools/replay/CReplayRunner.h"
 
 #include <gtest/gtest.h>

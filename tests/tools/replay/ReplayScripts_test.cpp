@@ -1,3 +1,4 @@
+#include "tests/support/TestPaths.h"
 #include "tests/tools/replay/CReplayRunner.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
 #include "engine/terrain/HeightFile.h"
+#include "tests/support/TestPaths.h"
 #include "tests/tools/replay/CReplayRunner.h"
 
 #include <gtest/gtest.h>

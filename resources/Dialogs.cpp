@@ -1,9 +1,0 @@
-#include "resources/DialogTables.h"
-#include "resources/ResourceTables.h"
-
-std::span<const SDialogResource> GetDialogTable()
-{
-    static const SDialogResource s_Dialogs[] = {
-        GetPanelDialog(), GetDrawDialog(), GetColorDialog()};
-    return s_Dialogs;
-}

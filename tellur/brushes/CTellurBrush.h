@@ -1,0 +1,129 @@
+#pragma once
+
+#include "tellur/stroke/ITellurBrush.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+class ITexture;
+
+// A brush with its image, mask and function. Owned by a brush container or by whoever made it; owns
+// its image and function, and one reference to its mask texture.
+class CTellurBrush : public ITellurBrush
+{
+public:
+    CTellurBrush();
+    ~CTellurBrush() override;
+    CTellurBrush(const CTellurBrush&) = delete;
+    CTellurBrush& operator=(const CTellurBrush&) = delete;
+
+    void SetName(const char* pszName) override;
+    const char* GetName() const override;
+    CTellurBrush* Clone() const override;
+
+    int Start(ITerrainModification* pModification,
+              ViewId view,
+              uint32_t uFlags,
+              ViewPoint point) override;
+    int End(ITerrainModification* pModification,
+            ViewId view,
+            uint32_t uFlags,
+            ViewPoint point) override;
+    int OnMouseMove(ITerrainModification* pModification,
+                    ViewId view,
+                    uint32_t uFlags,
+                    ViewPoint point,
+                    uintptr_t uExtra1,
+                    uintptr_t uExtra2) override;
+    bool Render(ITerrainModification* pModification, const SVec3* pPickedPoint) override;
+
+    void SetPowerModifier(float fPower) override { m_PowerModifier = fPower; }
+
+    float GetPowerModifier() const override { return m_PowerModifier; }
+
+    void SetUsageDensity(float fDensity) override { m_UsageDensity = fDensity; }
+
+    float GetUsageDensity() const override { return m_UsageDensity; }
+
+    void SetFadeFactor(float fFade) override { m_FadeFactor = fFade; }
+
+    float GetFadeFactor() const override { return m_FadeFactor; }
+
+    void SetHardness(float fHardness) override { m_Hardness = fHardness; }
+
+    float GetHardness() const override { return m_Hardness; }
+
+    void SetVerticalDistance(float fDistance) override { m_VerticalDistance = fDistance; }
+
+    float GetVerticalDistance() const override { return m_VerticalDistance; }
+
+    void SetBitmap(CTellurBitmap* pBitmap) override;
+    IImage* GetBitmapImage() override;
+    const IImage* GetBitmapImage() const override;
+    const char* GetBitmapPath() const override;
+    bool LoadBitmap(const char* pszPath) override;
+
+    bool IsBitmapChanged() const override { return m_BitmapChanged; }
+
+    void SetBitmapChanged(bool bChanged) override { m_BitmapChanged = bChanged; }
+
+    void SetFunction(ITellurFunction* pFunction) override;
+    const char* GetFunctionName() const override;
+    CRTTIObject* GetRTTIObject() override;
+    const CRTTIObject* GetRTTIObject() const override;
+
+    void SetMask(const char* pszPath) override;
+
+    const std::string& GetMaskPath() const override { return m_MaskPath; }
+
+    void DropMask(); // there is none afterwards
+
+    bool IsMaskEnabled() const override { return m_MaskEnabled; }
+
+    void SetMaskEnabled(bool bEnable) override { m_MaskEnabled = bEnable; }
+
+    bool IsMaskActing() const { return m_MaskTexture != nullptr && m_MaskEnabled; }
+
+    void ApplyMask(CVertDataSet& set, const SExtents& terrainBox) override;
+
+    uint32_t GetMaskHandle() const override { return m_MaskHandle; }
+
+    float GetMaskXSize(float fLength, int iRepeats) const override;
+    bool SetCursor() override;
+
+    void SetExtent(float fExtent) override { m_Extent = fExtent; }
+
+    float GetExtent() const override { return m_Extent; }
+
+    SExtents& GetExtents(SExtents& clipped,
+                         float fX,
+                         float fZ,
+                         SExtents& raw,
+                         float fSizeX,
+                         float fSizeZ) const override;
+    void CalculateWeights(CVertDataSet& set, const SVec3& center) override;
+
+    bool Save(fs::ifile& file, int iIndent) const override;
+    bool Load(const CTCPARSE_KEYWORD* pBlock) override;
+
+private:
+    void ReleaseMask();
+    bool LoadFunction(const CTCPARSE_KEYWORD* pKey);
+    bool LoadKey(const CTCPARSE_KEYWORD* pKey);
+
+    std::optional<std::string> m_Name;
+    float m_PowerModifier = 1.0F;
+    float m_UsageDensity = 1.0F;
+    float m_Extent = 3200.0F;
+    float m_FadeFactor = 0.0F;
+    float m_Hardness = 0.0F;
+    float m_VerticalDistance = 0.0F;
+    std::unique_ptr<CTellurBitmap> m_Bitmap;
+    std::unique_ptr<ITellurFunction> m_Function;
+    bool m_BitmapChanged = false;
+    ITexture* m_MaskTexture = nullptr; // one reference at the host's texture manager
+    std::string m_MaskPath;
+    bool m_MaskEnabled = false;
+    uint32_t m_MaskHandle = 0; // registration at the world
+};

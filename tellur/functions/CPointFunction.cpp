@@ -1,0 +1,103 @@
+#include "tellur/functions/CPointFunction.h"
+
+#include "host/World.h"
+#include "tellur/context/PluginContext.h"
+#include "tellur/functions/IdlePoint.h"
+#include "tellur/functions/TerrainPick.h"
+#include "tellur/stroke/ITellurBrush.h"
+#include "tellur/stroke/ITerrainModification.h"
+
+const CRTTI CPointFunction::s_RTTI(
+    "CPointFunction", 2, nullptr, &CTellurBaseFunction::s_RTTI, CRTTI::FLAG_ABSTRACT);
+
+CPointFunction::CPointFunction(const SFunctionTraits& traits)
+    : CTellurBaseFunction(traits)
+{
+}
+
+CPointFunction::CPointFunction(const CPointFunction& other)
+    : CTellurBaseFunction(other)
+    , m_Clipped(other.m_Clipped)
+    , m_Raw(other.m_Raw)
+    , m_Started(other.m_Started)
+{
+}
+
+int CPointFunction::Start(ITerrainModification* pModification,
+                          ITellurBrush* pBrush,
+                          ViewId view,
+                          uint32_t /*uFlags*/,
+                          ViewPoint point)
+{
+    m_Started = false;
+    SVec3 hit;
+    const int iHit = PickTerrainUnder(view, point, hit);
+    if (iHit == 1 && pModification != nullptr && pBrush != nullptr)
+    {
+        const float fSizeX = pModification->GetXSize();
+        const float fSizeZ = pModification->GetZSize();
+        pBrush->GetExtents(m_Clipped, hit.x, hit.z, m_Raw, fSizeX, fSizeZ);
+        pModification->SetExtents(m_Raw);
+        m_Raw.min.y = hit.y;
+        m_Raw.max.y = hit.y;
+        m_Started = true;
+    }
+    else if (iHit != 1)
+    {
+        NoteOutcome(EPointOutcome::NoGround);
+    }
+    return iHit;
+}
+
+int CPointFunction::End(ITerrainModification* /*pModification*/,
+                        ITellurBrush* /*pBrush*/,
+                        ViewId /*view*/,
+                        uint32_t /*uFlags*/,
+                        ViewPoint /*point*/)
+{
+    m_Started = false;
+    return 0;
+}
+
+int CPointFunction::OnMouseMove(ITerrainModification* pModification,
+                                ITellurBrush* pBrush,
+                                ViewId view,
+                                uint32_t uFlags,
+                                ViewPoint point,
+                                uintptr_t /*uExtra1*/,
+                                uintptr_t uExtra2)
+{
+    if (!m_Started)
+    {
+        Start(pModification, pBrush, view, uFlags, point);
+    }
+    if (!m_Started || pModification == nullptr || pBrush == nullptr)
+    {
+        return 0;
+    }
+    NoteOutcome(EPointOutcome::None);
+    m_Verts.Reset();
+    SVec3 center = {(m_Raw.min.x + m_Raw.max.x) / 2, 0.0F, (m_Raw.min.z + m_Raw.max.z) / 2};
+    const PluginContext* pContext = GetPluginContext();
+    if (const World* pWorld = pContext != nullptr ? pContext->GetWorld() : nullptr)
+    {
+        center.y = pWorld->GetTerrainHeight(center.x, center.z);
+    }
+    // The host hands the block's address on as a word.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
+    const auto* pStep = reinterpret_cast<const SStepBlock*>(uExtra2);
+    pModification->GetDstVerts(m_Clipped, m_Verts);
+    pBrush->CalculateWeights(m_Verts, center);
+    SExtents terrainBox;
+    pBrush->ApplyMask(m_Verts, pModification->GetTerrainExtents(terrainBox));
+    const int iStep = pStep != nullptr ? pStep->dy : 0;
+    Process({pBrush, center, &m_Verts, iStep});
+    pModification->SetVerts(m_Verts, this);
+    if (iStep == 0 && IsPointIdle())
+    {
+        NoteOutcome(EPointOutcome::Sideways);
+    }
+    ExplainIdlePoint({m_Verts, *pModification, *pBrush, center, 1.0F, true});
+    RedrawAllViews();
+    return 1;
+}

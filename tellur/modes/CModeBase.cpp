@@ -1,0 +1,113 @@
+#include "tellur/modes/CModeBase.h"
+
+#include "framework/core/CursorPos.h"
+#include "host/EditorHost.h"
+#include "host/EngineHost.h"
+#include "host/World.h"
+#include "tellur/context/PluginContext.h"
+
+namespace
+{
+
+constexpr float KEY_STEP = 10.0F;      // terrain units a repeat
+constexpr float VERTICAL_STEP = 10.0F; // terrain units
+constexpr float TURN_STEP = 20.0F;     // degrees
+
+void MoveByKeys(EditorHost& host, EngineHost& engine, ViewId view, uint32_t uCount)
+{
+    const float fStep = static_cast<float>(uCount) * KEY_STEP;
+    if (host.IsCameraBackKeyDown())
+    {
+        engine.DollyCamera(view, -fStep);
+    }
+    if (host.IsCameraForwardKeyDown())
+    {
+        engine.DollyCamera(view, fStep);
+    }
+    if (host.IsCameraLeftKeyDown())
+    {
+        engine.StrafeCamera(view, {-fStep, 0.0F, 0.0F});
+    }
+    if (host.IsCameraRightKeyDown())
+    {
+        engine.StrafeCamera(view, {fStep, 0.0F, 0.0F});
+    }
+}
+
+// Actions 108 to 115: the eight directions, counter-clockwise from +x.
+bool LookByAction(EditorHost& host, ICamera* pCamera, int iAction)
+{
+    constexpr int iFirst = 108;
+    static constexpr float s_Directions[8][2] = {
+        {1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}};
+    if (iAction < iFirst || iAction >= iFirst + 8)
+    {
+        return false;
+    }
+    const float* pDirection = s_Directions[iAction - iFirst];
+    host.LookFromDirection(pCamera, pDirection[0], pDirection[1]);
+    return true;
+}
+
+} // namespace
+
+void TakeInput(const char* pszCaption)
+{
+    EditorHost* pHost = GetPluginContext()->GetEditorHost();
+    if (pHost == nullptr)
+    {
+        return;
+    }
+    pHost->SetModeCaption(pszCaption);
+    SetCursorPos(GetCursorPos());
+    pHost->RefreshView(pHost->GetActiveView());
+}
+
+void CModeBase::OnAction(ViewId view, int iAction, uint32_t uCount)
+{
+    const PluginContext* pContext = GetPluginContext();
+    EditorHost* pHost = pContext->GetEditorHost();
+    EngineHost* pEngine = pContext->GetEngineHost();
+    World* pWorld = pContext->GetWorld();
+    if (pHost == nullptr || pEngine == nullptr || pWorld == nullptr ||
+        pHost->HandlesViewAction(view, pContext->GetPluginActionHandle()))
+    {
+        return;
+    }
+    ICamera* pCamera = pWorld->GetCameras()->GetCameraOfView(view);
+    if (pCamera == nullptr)
+    {
+        return;
+    }
+    if (pHost->IsKeyboardNavigationOn())
+    {
+        MoveByKeys(*pHost, *pEngine, view, uCount);
+    }
+    if (LookByAction(*pHost, pCamera, iAction))
+    {
+        return;
+    }
+    switch (iAction)
+    {
+    case 116:
+        pHost->SetViewToggle(view, false);
+        break;
+    case 117:
+        pHost->SetViewToggle(view, true);
+        break;
+    case 118:
+        pEngine->StepCameraVertical(view, VERTICAL_STEP);
+        break;
+    case 119:
+        pEngine->StepCameraVertical(view, -VERTICAL_STEP);
+        break;
+    case 120:
+        pHost->TurnCamera(view, -TURN_STEP);
+        break;
+    case 121:
+        pHost->TurnCamera(view, TURN_STEP);
+        break;
+    default:
+        break;
+    }
+}

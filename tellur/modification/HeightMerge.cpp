@@ -1,0 +1,140 @@
+#include "tellur/modification/HeightMerge.h"
+
+#include "host/VectorClones.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+
+namespace
+{
+
+float ClampHeight(float fHeight, float fMaxHeight)
+{
+    const float fLow = fHeight <= 0.0F ? 0.0F : fHeight;
+    return fHeight >= fMaxHeight ? fMaxHeight : fLow;
+}
+
+// Heights written are never negative, so their bits order like the heights; minimum and maximum of
+// whole numbers is what compilers turn into vector code.
+struct SBitSpan
+{
+    int32_t iFirst = INT32_MAX;
+    int32_t iLast = -1;
+    int32_t nChanged = 0;
+    int32_t iMinBits = INT32_MAX;
+    int32_t iMaxBits = 0; // heights written are 0 or more
+};
+
+template <EMergeRule TRule>
+inline void MergeLoop(const float* pSource,
+                      float* pDest,
+                      const float* pCandidates,
+                      int32_t nCount,
+                      float fMaxHeight,
+                      SBitSpan& span)
+{
+    // Conditions are masks of all ones or none, which is the form that compilers turn into vectors.
+    SBitSpan s = span;
+    for (int32_t i = 0; i < nCount; ++i)
+    {
+        const float fCandidate = pCandidates[i];
+        const float fDest = pDest[i];
+        int32_t iWrite = fCandidate != fDest ? -1 : 0;
+        iWrite &= fCandidate == fCandidate ? -1 : 0;
+        if constexpr (TRule == EMergeRule::Strongest)
+        {
+            const float fReached = std::fabs(fDest - pSource[i]);
+            iWrite &= std::fabs(fCandidate - pSource[i]) >= fReached ? -1 : 0;
+        }
+        const int32_t iBits = std::bit_cast<int32_t>(ClampHeight(fCandidate, fMaxHeight));
+        pDest[i] =
+            std::bit_cast<float>((iBits & iWrite) | (std::bit_cast<int32_t>(fDest) & ~iWrite));
+        s.nChanged -= iWrite;
+        s.iFirst = std::min(s.iFirst, (i & iWrite) | (INT32_MAX & ~iWrite));
+        s.iLast = std::max(s.iLast, i | ~iWrite);
+        s.iMinBits = std::min(s.iMinBits, (iBits & iWrite) | (INT32_MAX & ~iWrite));
+        s.iMaxBits = std::max(s.iMaxBits, iBits & iWrite);
+    }
+    span = s;
+}
+
+TELLUR_VECTOR_CLONES
+void MergeStrongest(const float* pSource,
+                    float* pDest,
+                    const float* pCandidates,
+                    int32_t nCount,
+                    float fMaxHeight,
+                    SBitSpan& span)
+{
+    MergeLoop<EMergeRule::Strongest>(pSource, pDest, pCandidates, nCount, fMaxHeight, span);
+}
+
+TELLUR_VECTOR_CLONES
+void MergeCandidate(const float* pSource,
+                    float* pDest,
+                    const float* pCandidates,
+                    int32_t nCount,
+                    float fMaxHeight,
+                    SBitSpan& span)
+{
+    MergeLoop<EMergeRule::Candidate>(pSource, pDest, pCandidates, nCount, fMaxHeight, span);
+}
+
+void MergeByCall(const ITellurFunction& function,
+                 const float* pSource,
+                 float* pDest,
+                 const float* pCandidates,
+                 int32_t nCount,
+                 float fMaxHeight,
+                 SBitSpan& span)
+{
+    for (int32_t i = 0; i < nCount; ++i)
+    {
+        if (function.MergeHeight(pSource[i], pDest[i], pCandidates[i]) != pDest[i])
+        {
+            SBitSpan single;
+            MergeLoop<EMergeRule::Candidate>(
+                pSource + i, pDest + i, pCandidates + i, 1, fMaxHeight, single);
+            span.nChanged += single.nChanged;
+            span.iFirst = single.nChanged > 0 ? std::min(span.iFirst, i) : span.iFirst;
+            span.iLast = single.nChanged > 0 ? i : span.iLast;
+            span.iMinBits = std::min(span.iMinBits, single.iMinBits);
+            span.iMaxBits = std::max(span.iMaxBits, single.iMaxBits);
+        }
+    }
+}
+
+} // namespace
+
+SMergeSpan MergeHeights(const ITellurFunction& function,
+                        const float* pSource,
+                        float* pDest,
+                        const float* pCandidates,
+                        size_t nCount,
+                        float fMaxHeight)
+{
+    SBitSpan span;
+    const auto iCount = static_cast<int32_t>(nCount);
+    switch (function.GetMergeRule())
+    {
+    case EMergeRule::Strongest:
+        MergeStrongest(pSource, pDest, pCandidates, iCount, fMaxHeight, span);
+        break;
+    case EMergeRule::Candidate:
+        MergeCandidate(pSource, pDest, pCandidates, iCount, fMaxHeight, span);
+        break;
+    case EMergeRule::ByCall:
+        MergeByCall(function, pSource, pDest, pCandidates, iCount, fMaxHeight, span);
+        break;
+    }
+    if (span.nChanged == 0)
+    {
+        return {};
+    }
+    return {span.iFirst,
+            span.iLast,
+            span.nChanged,
+            std::bit_cast<float>(span.iMinBits),
+            std::bit_cast<float>(span.iMaxBits)};
+}

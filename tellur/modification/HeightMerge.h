@@ -1,0 +1,34 @@
+#pragma once
+
+#include "tellur/stroke/ITellurFunction.h"
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+
+// What one merged run changed.
+struct SMergeSpan
+{
+    int32_t iFirst = INT32_MAX; // places in the run; first above last when nothing changed
+    int32_t iLast = -1;
+    int32_t nChanged = 0;
+    float fMin = 0.0F; // lowest and highest height written
+    float fMax = 0.0F;
+};
+
+// Merges candidates into destination heights, in place. A vertex is written when the rule takes the
+// candidate and it differs from the destination; the written height is the candidate clamped to 0
+// and fMaxHeight. A candidate that is no number is never written. All arrays: nCount floats.
+SMergeSpan MergeHeights(const ITellurFunction& function,
+                        const float* pSource,
+                        float* pDest,
+                        const float* pCandidates,
+                        size_t nCount,
+                        float fMaxHeight);
+
+constexpr float MIN_CHANGE = 1.0e-6F; // a difference up to this is no change
+
+inline bool IsChange(float fSource, float fDest)
+{
+    return !(fDest < 0.0F) && std::fabs(fSource - fDest) > MIN_CHANGE;
+}

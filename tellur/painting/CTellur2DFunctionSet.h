@@ -1,0 +1,18 @@
+#pragma once
+
+#include "tellur/painting/CTellur2DFunction.h"
+
+// Moves each editable channel towards the colour by weight times strength. Texels of a palette take
+// the colour whole, above a half.
+class CTellur2DFunctionSet : public CTellur2DFunction
+{
+public:
+    const char* GetName() const override { return "Set"; }
+
+    bool IsUsableFor(bool /*bPaletteImage*/) const override { return true; }
+
+    bool Apply(uint8_t* pTexel, float fWeight, float fStrength, uint32_t uExtra) override;
+
+private:
+    bool SetWhole(uint8_t* pTexel, float fShare) const;
+};

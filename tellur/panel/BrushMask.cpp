@@ -1,0 +1,35 @@
+#include "tellur/panel/BrushMask.h"
+
+#include "host/EditorHost.h"
+#include "tellur/brushes/CTellurBrush.h"
+#include "tellur/context/PluginContext.h"
+#include "tellur/modes/TerraformingState.h"
+
+std::string BrowseForMask(const std::string& strFrom)
+{
+    constexpr int KIND_OPEN = 1;
+    EditorHost* pHost = GetPluginContext()->GetEditorHost();
+    const CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
+    if (pBrush == nullptr || pHost == nullptr)
+    {
+        return "";
+    }
+    const std::string strPath =
+        pHost->BrowseForFile(KIND_OPEN,
+                             nullptr,
+                             strFrom.c_str(),
+                             "data",
+                             "Bitmap files (*.dds; *.png; *.jpg; *.tga)|*.dds|*.png|*.jpg|*.tga");
+    return pBrush == GetPluginContext()->GetCurrentBrush() ? strPath : "";
+}
+
+void SetBrushMask(CTellurBrush& brush, const std::string& strPath)
+{
+    brush.SetMask(strPath.c_str());
+    ReleaseBrushPreview();
+    ApplyEditOverlay(EEditOverlay::On);
+    if (!brush.IsMaskEnabled())
+    {
+        brush.SetMaskEnabled(true);
+    }
+}

@@ -1,0 +1,152 @@
+// The level's height-map file: saving it, warning about it, and changing its resolution.
+
+#include "framework/core/CResourceScope.h"
+#include "framework/core/MessageBox.h"
+#include "framework/core/ResourceModule.h"
+#include "host/EditorHost.h"
+#include "host/FileSystem.h"
+#include "host/Log.h"
+#include "host/Notice.h"
+#include "host/Terrain.h"
+#include "host/World.h"
+#include "tellur/modification/HeightBuffers.h"
+#include "tellur/plugin/HeightMapResampling.h"
+#include "tellur/plugin/IPluginImpl.h"
+#include "tellur/resources/PluginResources.h"
+
+namespace
+{
+
+constexpr const char* ENVIRONMENT_CLASS = "Environment";
+constexpr const char* BACKUP_SUFFIX = ".bak";
+constexpr uint32_t MOST_VERTICES = 16385; // a terrain can have
+constexpr uint32_t REQUEST_FULL_PATH = 16;
+constexpr uint32_t REQUEST_RELOAD = 17;
+
+// The terrain's heights at another size, in steps that hold no more than the grid they read and the
+// grid they write. Null when there is no memory.
+std::unique_ptr<SHeightMapData>
+ResampleHeights(const Terrain& terrain, uint32_t uFrom, uint32_t uTo)
+{
+    auto pGrid = std::make_unique<SHeightMapData>(uFrom);
+    if (pGrid->heights == nullptr)
+    {
+        return nullptr;
+    }
+    terrain.GetHeightMap(pGrid->heights.get(), uFrom);
+    while (pGrid != nullptr && pGrid->size != uTo)
+    {
+        pGrid = pGrid->size < uTo ? Refine(*pGrid) : Coarsen(*pGrid);
+    }
+    return pGrid;
+}
+
+} // namespace
+
+bool IPluginImpl::SaveHeightMap(const char* pszPath)
+{
+    const CResourceScope scope(&GetPluginResources());
+    std::string strPath = pszPath != nullptr ? pszPath : "";
+    if (strPath.empty() && m_pEditorHost != nullptr)
+    {
+        strPath = m_pEditorHost->BrowseForFile(
+            0, "height", nullptr, "data", "Height map files (*.height)|*.height");
+    }
+    Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
+    const CSaveNotice notice;
+    if (strPath.empty() || pTerrain == nullptr ||
+        !pTerrain->SaveHeightMap(strPath.c_str(), nullptr, 0, 0))
+    {
+        return false;
+    }
+    notice.Say(strPath.c_str());
+    return true;
+}
+
+// The full path of the environment's height map; empty when there is none.
+std::string IPluginImpl::GetHeightMapFile() const
+{
+    IEnvironment* pEnvironment = m_pWorld != nullptr ? m_pWorld->GetEnvironment() : nullptr;
+    std::string strFile;
+    if (pEnvironment != nullptr)
+    {
+        const std::string strName = pEnvironment->GetHeightMapName();
+        m_pEditorHost->GetEnvironmentFile(
+            ENVIRONMENT_CLASS, m_ActionHandle, REQUEST_FULL_PATH, &strName, &strFile);
+    }
+    return strFile;
+}
+
+void IPluginImpl::CheckHeightMapWritable()
+{
+    const CResourceScope scope(&GetPluginResources());
+    if (m_pEditorHost == nullptr || !m_pEditorHost->QueryEntityClass(ENVIRONMENT_CLASS))
+    {
+        return;
+    }
+    const std::string strFile = GetHeightMapFile();
+    if (!strFile.empty() && fs::exists(strFile.c_str()) && fs::read_only(strFile.c_str()))
+    {
+        const std::string strText =
+            "Height map file " + strFile + " is read-only.\nChanges won't be saved.";
+        ShowMessageBox(strText.c_str(), MB_OK | MB_ICONEXCLAMATION);
+    }
+}
+
+void IPluginImpl::ChangeHeightMapResolution(int32_t iVertices)
+{
+    const CResourceScope scope(&GetPluginResources());
+    IEnvironment* pEnvironment = m_pWorld != nullptr ? m_pWorld->GetEnvironment() : nullptr;
+    Terrain* pTerrain = pEnvironment != nullptr ? pEnvironment->GetTerrain() : nullptr;
+    if (pTerrain == nullptr || m_pEditorHost == nullptr ||
+        !m_pEditorHost->QueryEntityClass(ENVIRONMENT_CLASS))
+    {
+        return;
+    }
+    const uint32_t uFrom = pTerrain->GetCellsPerSide() + 1;
+    const auto uTo = static_cast<uint32_t>(iVertices);
+    if (uFrom == uTo)
+    {
+        return;
+    }
+    if (iVertices < 1 || uTo > MOST_VERTICES || !IsReachable(uFrom, uTo))
+    {
+        CrashLog("[IPluginImpl::ChangeHeightMapResolution] no steps lead from %u to %d vertices\n",
+                 uFrom,
+                 iVertices);
+        return;
+    }
+    if (!IsDragInProgress())
+    {
+        FreeHeightBuffers(); // of the old size, and the grids need the room
+    }
+    auto pGrid = ResampleHeights(*pTerrain, uFrom, uTo);
+    if (pGrid == nullptr)
+    {
+        CrashLog("[IPluginImpl::ChangeHeightMapResolution] not enough memory for %u x %u heights\n",
+                 uTo,
+                 uTo);
+        return;
+    }
+    const std::string strFile = GetHeightMapFile();
+    if (strFile.empty())
+    {
+        return;
+    }
+    if (fs::exists(strFile.c_str()))
+    {
+        // Fails when there is a backup already: the older one is the one to keep.
+        fs::rename(strFile.c_str(), (strFile + BACKUP_SUFFIX).c_str());
+    }
+    if (!pTerrain->SaveHeightMap(strFile.c_str(), pGrid->heights.get(), uTo, uTo))
+    {
+        CrashLog("[IPluginImpl::ChangeHeightMapResolution] failed to save file %s\n",
+                 strFile.c_str());
+        return;
+    }
+    pGrid.reset(); // the reload needs the room
+    m_pEditorHost->GetEnvironmentFile(
+        ENVIRONMENT_CLASS, m_ActionHandle, REQUEST_RELOAD, nullptr, nullptr);
+    m_pEditorHost->RefreshAfterReload();
+    m_pWorld->ReloadTerrain();
+}

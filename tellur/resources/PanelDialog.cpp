@@ -1,0 +1,90 @@
+#include "tellur/resources/Controls.h"
+#include "tellur/resources/DialogTables.h"
+
+namespace
+{
+
+constexpr int FUNCTION_WIDTH = 6; // characters; six of them are the panel's least width
+constexpr int FUNCTION_LINES = 3; // room for a picture of 24 pixels, its frame and the step down
+constexpr int GRID_LINES = 7;
+constexpr int LIST_LINES = 5;
+
+constexpr SControlResource SHAPE[] = {MakeLabel("Shape :"), MakeShape(2106, "Bitmap")};
+constexpr SControlResource EXTENT[] = {
+    MakeLabel("Extent :"), MakeSlider(2115), MakeNumber(2128), MakeSpinGap()};
+constexpr SControlResource EXTENT_RANGE[] = {
+    MakeLabel("Range :"), MakeWideNumber(2198), MakeLabel("to"), MakeWideNumber(2199)};
+constexpr SControlResource POWER[] = {
+    MakeLabel("Power :"), MakeSlider(2200), MakeNumber(2201), MakeSpin(2109)};
+constexpr SControlResource FADE[] = {
+    MakeLabel("Fade :"), MakeSlider(2136), MakeNumber(2121), MakeSpin(2122)};
+constexpr SControlResource HARDNESS[] = {
+    MakeLabel("Hardness :"), MakeSlider(2203), MakeNumber(2204), MakeSpin(2187)};
+constexpr SControlResource VERTICAL_DISTANCE[] = {
+    MakeLabel("Vert. dist. :"), MakeSlider(2195), MakeNumber(2196), MakeSpin(2197)};
+constexpr SControlResource MASK[] = {MakeLabel("Mask :"),
+                                     MakeCheckBox(2194, nullptr),
+                                     MakeText(2192, CONTROL_READ_ONLY),
+                                     MakeBrowse(2193)};
+constexpr SControlResource ADD[] = {MakeWideButton(2119, "Add to defined brushes")};
+constexpr SRowResource BRUSH_ROWS[] = {{SHAPE, SHAPE_LINES},
+                                       {EXTENT},
+                                       {EXTENT_RANGE},
+                                       {POWER},
+                                       {FADE},
+                                       {HARDNESS},
+                                       {VERTICAL_DISTANCE},
+                                       {MASK},
+                                       {ADD}};
+
+constexpr SControlResource MakeFunction(uint32_t uId, const char* pszText)
+{
+    SControlResource control = MakePushCheck(uId, pszText);
+    control.iWidth = FUNCTION_WIDTH;
+    return control;
+}
+
+constexpr SControlResource FUNCTIONS[] = {MakeFunction(2130, "B"),
+                                          MakeFunction(2131, "P"),
+                                          MakeFunction(2133, "S"),
+                                          MakeFunction(2132, "R"),
+                                          MakeFunction(2160, "Ps"),
+                                          MakeFunction(2137, "Ra")};
+constexpr SControlResource PROPERTIES[] = {
+    {.uId = 2123, .eKind = EControlKind::ListView, .iWeight = 1}};
+constexpr SRowResource TOOL_ROWS[] = {{FUNCTIONS, FUNCTION_LINES},
+                                      {.controls = PROPERTIES, .iLines = GRID_LINES, .iWeight = 2}};
+
+constexpr SControlResource BRUSH_LIST[] = {
+    {.uId = 2113, .eKind = EControlKind::ListBox, .iWeight = 1}};
+constexpr SControlResource SAVE_BRUSHES[] = {MakeWideButton(2120, "Save brushes")};
+constexpr SRowResource DEFINED_ROWS[] = {
+    {.controls = BRUSH_LIST, .iLines = LIST_LINES, .iWeight = 1}, {SAVE_BRUSHES}};
+
+constexpr SControlResource RESOLUTION[] = {
+    {.uId = 2138, .eKind = EControlKind::DropDownList, .iWeight = 1},
+    MakeButton(2127, "Save as...")};
+constexpr SRowResource HEIGHT_MAP_ROWS[] = {{RESOLUTION}};
+
+constexpr SControlResource AUTO_UPDATE = {
+    .uId = 2139, .eKind = EControlKind::CheckBox, .pszText = "enable auto-update", .iWeight = 1};
+constexpr SControlResource NORMALS[] = {AUTO_UPDATE, MakeButton(2129, "Update now")};
+constexpr SRowResource NORMALS_ROWS[] = {{NORMALS}};
+
+constexpr SControlResource MATERIAL[] = {MakeText(2205, CONTROL_READ_ONLY), MakeBrowse(2206)};
+constexpr SRowResource MATERIAL_ROWS[] = {{MATERIAL}};
+
+// What the hand goes to all day is at the top, what is set once a level at the bottom.
+constexpr SGroupResource GROUPS[] = {{"Current brush", BRUSH_ROWS},
+                                     {"Tool", TOOL_ROWS},
+                                     {"Defined brushes", DEFINED_ROWS},
+                                     {"Height map", HEIGHT_MAP_ROWS},
+                                     {"Terrain normals", NORMALS_ROWS},
+                                     {"Terrain material", MATERIAL_ROWS}};
+
+} // namespace
+
+SDialogResource GetPanelDialog()
+{
+    return {2101, "Terrain", GROUPS};
+}

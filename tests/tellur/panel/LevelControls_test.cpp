@@ -1,0 +1,96 @@
+// The level's controls of the panel: resolution, height map, normals, material.
+
+#include "tellur/modes/TerraformingState.h"
+#include "tests/tellur/panel/PanelFixture.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+
+namespace
+{
+
+class CLevelControls : public CPanelFixture
+{
+protected:
+    ~CLevelControls() override { SetEditMaterialName(nullptr); }
+
+    QComboBox* List() { return Find<QComboBox>(PANEL_RESOLUTION); }
+
+    void Choose(const char* pszText)
+    {
+        const int iItem = List()->findText(pszText);
+        List()->setCurrentIndex(iItem);
+        emit List()->activated(iItem); // as the list that drops down does it
+    }
+};
+
+} // namespace
+
+TEST_F(CLevelControls, AnotherResolutionIsAskedForFirst)
+{
+    m_Fake.terrain.uCellsX = 256;
+    m_Fake.terrain.uCellsZ = 256;
+    ASSERT_NO_FATAL_FAILURE(OpenView());
+    ASSERT_EQ(List()->count(), 8);
+    EXPECT_EQ(List()->itemText(0), "33x33");
+    EXPECT_EQ(List()->itemText(7), "4097x4097");
+    EXPECT_EQ(List()->currentText(), "257x257");
+    for (const EMessageBoxAnswer eAnswer : {EMessageBoxAnswer::No, EMessageBoxAnswer::Cancel})
+    {
+        m_FrontEnd.eAnswer = eAnswer;
+        Choose("129x129");
+        EXPECT_EQ(
+            std::exchange(m_FrontEnd.calls, {}),
+            FakeCalls{"FrontEnd.MessageBox(Are You sure You want to change terrain resolution "
+                      "from 257x257 to 129x129?, 0x24)"});
+        EXPECT_EQ(List()->currentText(), "257x257");
+    }
+    m_FrontEnd.eAnswer = EMessageBoxAnswer::Yes;
+    Choose("129x129"); // the level has no file, so it cannot be changed
+    EXPECT_EQ(m_FrontEnd.calls.size(), 1U);
+    EXPECT_EQ(List()->currentText(), "257x257");
+    m_FrontEnd.calls.clear();
+    Choose("257x257");
+    EXPECT_EQ(m_FrontEnd.calls, FakeCalls{});
+
+    m_Fake.terrain.uCellsX = 100;
+    m_Plugin->OnHostNotify(5, 0); // another level
+    EXPECT_EQ(List()->currentIndex(), -1);
+    m_Fake.world.pTerrain = nullptr;
+    m_Plugin->OnHostNotify(5, 0);
+    Choose("65x65");
+    EXPECT_EQ(m_FrontEnd.calls, FakeCalls{});
+}
+
+TEST_F(CLevelControls, HeightMapNormalsAndMaterial)
+{
+    ASSERT_NO_FATAL_FAILURE(OpenView());
+    Click(PANEL_SAVE_HEIGHT_MAP);
+    const Lines calls = TakeCalls();
+    ASSERT_EQ(calls.size(), 1U);
+    EXPECT_EQ(calls[0].find("Host.BrowseForFile(0, height, "), 0U) << calls[0];
+    Click(PANEL_UPDATE_NORMALS);
+    EXPECT_EQ(TakeCalls(), Lines{"Terrain.UpdateNormals()"});
+    Click(PANEL_AUTO_NORMALS);
+    EXPECT_TRUE(m_Plugin->IsAutoUpdateNormals());
+    Click(PANEL_AUTO_NORMALS);
+    EXPECT_FALSE(m_Plugin->IsAutoUpdateNormals());
+
+    Click(PANEL_MATERIAL_BROWSE);
+    EXPECT_EQ(TakeCalls(),
+              Lines{"Host.BrowseForFile(1, mat, , data, Material files (*.mat)|*.mat)"});
+    m_Host.strBrowseAnswer = "data/materials/slope.mat";
+    Click(PANEL_MATERIAL_BROWSE);
+    EXPECT_EQ(Text(PANEL_MATERIAL), "data/materials/slope.mat");
+    EXPECT_EQ(GetTerraformingState().strEditMaterial, "data/materials/slope.mat");
+    EXPECT_EQ(TakeCalls().size(), 1U) << "not shown while the mode is off";
+    Take(PANEL_BLUR);
+    Click(PANEL_MATERIAL_BROWSE);
+    EXPECT_EQ(TakeCalls().back(), "Terrain.SetEditMaterial(data/materials/slope.mat)");
+    m_Plugin->SetAutoUpdateNormals(true);
+    CloseView();
+    ASSERT_NO_FATAL_FAILURE(OpenView());
+    EXPECT_EQ(Text(PANEL_MATERIAL), "data/materials/slope.mat");
+    EXPECT_TRUE(Find<QCheckBox>(PANEL_AUTO_NORMALS)->isChecked());
+    EXPECT_EQ(m_Log.GetText(), "");
+}
