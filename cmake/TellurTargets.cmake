@@ -73,8 +73,17 @@ function(tellur_folder strName)
     endforeach()
 endfunction()
 
+# The label of this folder's tests: what they need, then the folder, such as quick/tellur/brushes. The test
+# script picks by it.
+function(tellur_test_label strNeed strResult)
+    file(RELATIVE_PATH strFolder ${CMAKE_SOURCE_DIR}/tests ${CMAKE_CURRENT_SOURCE_DIR})
+    set(${strResult} ${strNeed}/${strFolder} PARENT_SCOPE)
+endfunction()
+
 # tellur_test(NAME SOURCES a_test.cpp … LIBRARIES target …): one test program; its cases become tests
 # of their own. LIBRARIES may name object libraries and shared libraries, ENVIRONMENT variables of its run.
+# Programs that open no window are what quick_tests builds.
+add_custom_target(quick_tests)
 function(tellur_test strName)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS;ENVIRONMENT" ${ARGN})
     add_executable(${strName} ${ARG_SOURCES})
@@ -85,8 +94,26 @@ function(tellur_test strName)
         # g++ 12 warns inside its own <regex> when the sanitizers are on.
         target_compile_options(${strName} PRIVATE -Wno-maybe-uninitialized)
     endif()
-    gtest_discover_tests(${strName} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300 ENVIRONMENT
-                                                                       "${ARG_ENVIRONMENT}")
+    set(strNeed windows)
+    if(NOT ARG_LIBRARIES MATCHES "test_(windows|display)_main")
+        set(strNeed quick)
+        add_dependencies(quick_tests ${strName})
+    endif()
+    tellur_test_label(${strNeed} strLabel)
+    gtest_discover_tests(
+        ${strName}
+        DISCOVERY_MODE PRE_TEST
+        PROPERTIES TIMEOUT 300 LABELS ${strLabel} ENVIRONMENT "${ARG_ENVIRONMENT}")
+endfunction()
+
+# tellur_test_again(NAME program ENVIRONMENT variable… ARGUMENTS …): a test program once more, as a whole, in
+# another environment.
+function(tellur_test_again strName strProgram)
+    cmake_parse_arguments(ARG "" "" "ENVIRONMENT;ARGUMENTS" ${ARGN})
+    add_test(NAME ${strName} COMMAND ${strProgram} ${ARG_ARGUMENTS})
+    tellur_test_label(again strLabel)
+    set_tests_properties(${strName} PROPERTIES TIMEOUT 300 LABELS ${strLabel} ENVIRONMENT
+                                               "${ARG_ENVIRONMENT}")
 endfunction()
 
 # tellur_fuzzer(NAME SOURCES a.cpp LIBRARIES target …): a program that feeds a reader with hostile bytes.
