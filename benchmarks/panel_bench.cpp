@@ -7,6 +7,7 @@
 #include "framework/core/CRuntimeClass.h"
 #include "framework/widgets/CFormView.h"
 #include "framework/widgets/qt/WidgetAccess.h"
+#include "host/ActionIds.h"
 #include "host/IPlugin.h"
 
 #include <QApplication>
@@ -23,8 +24,6 @@ namespace
 
 constexpr double FRAME_SECONDS = 1.0 / 60.0;
 constexpr int32_t PANEL_COMMAND = 1;
-constexpr int32_t BRUSH_LARGER = 1; // actions
-constexpr int32_t BRUSH_SMALLER = 2;
 
 class CPanelHost
 {
@@ -78,7 +77,7 @@ void PanelBrushSize(benchmark::State& state)
     int n = 0;
     for (auto _ : state)
     {
-        const int32_t iAction = ++n / 50 % 2 == 0 ? BRUSH_LARGER : BRUSH_SMALLER;
+        const int32_t iAction = ++n / 50 % 2 == 0 ? ACTION_BRUSH_LARGER : ACTION_BRUSH_SMALLER;
         ratio.Add(TakeTime(
                       [&]
                       {

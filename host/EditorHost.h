@@ -17,6 +17,34 @@ class ITextureManager;
 class ModeManager;
 class Terrain;
 struct SActionDescriptor;
+enum ERTTIType : uint32_t;
+
+// What EditorHost::BrowseForFile asks for.
+enum EFileDialog : int
+{
+    FILE_DIALOG_SAVE = 0, // a file to save; without a default extension, an existing or a new one
+    FILE_DIALOG_OPEN = 1, // an existing file
+};
+
+// What EditorHost::GetEnvironmentFile is to do.
+enum EEnvironmentRequest : uint32_t
+{
+    ENVIRONMENT_FULL_PATH = 16, // tell the full path of the height-map file
+    ENVIRONMENT_RELOAD = 17,    // read it again
+};
+
+// What EditorHost::SetPluginViewState says.
+enum EPluginViewState : int
+{
+    PLUGIN_VIEW_OPENS = 1,
+};
+
+// Answers of EditorHost::PickTerrain; any other number is a miss, too.
+enum EPickResult : int
+{
+    PICK_MISS = 0,
+    PICK_HIT = 1,
+};
 
 // The window of one view, owned by the host.
 class IViewWindow
@@ -33,6 +61,7 @@ class EditorHost
 public:
     virtual ~EditorHost() = default;
 
+    // Parts of the host.
     virtual ITextureManager* GetTextureManager() = 0; // borrowed, may be null
     // Owned by the host from the call on, also when it cannot use it; null is ignored.
     virtual void RegisterProcess(IEditorAction* pProcess) = 0;
@@ -48,25 +77,30 @@ public:
     virtual bool IsCameraForwardKeyDown() = 0;
     virtual bool IsCameraLeftKeyDown() = 0;
 
+    // What the plug-in has done to the level.
     virtual void OnTerrainChanged() = 0;   // a terraforming drag has ended
     virtual void RefreshAfterReload() = 0; // the environment was reloaded
 
+    // A setting.
+    //
     // An editable, persistent setting bound to a member that outlives the plug-in's shutdown.
-    // uType: field type number of the reflection (5 is int32_t). Texts are copied.
+    // eType: of the member, as of a reflected field. Texts are copied.
     virtual void RegisterSetting(const char* pszName,
-                                 uint32_t uType,
+                                 ERTTIType eType,
                                  void* pValue,
                                  const char* pszEditFlags) = 0;
+    // Questions to the person.
+    //
     // False when cancelled; strAnswer is then untouched.
     virtual bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) = 0;
-    // iKind 1 opens an existing file; iKind 0 saves with a default extension, or names an existing
-    // or new file without one. Null texts are allowed. pszFilter: a description followed by
-    // patterns, separated by '|'. Empty when cancelled.
-    virtual std::string BrowseForFile(int iKind,
+    // Null texts are allowed. pszFilter: a description followed by patterns, separated by '|'.
+    // Empty when cancelled.
+    virtual std::string BrowseForFile(EFileDialog eKind,
                                       const char* pszDefaultExtension,
                                       const char* pszInitialName,
                                       const char* pszInitialFolder,
                                       const char* pszFilter) = 0;
+    // Views.
     virtual void RedrawViews() = 0;                      // something shown in all views changed
     virtual ViewId GetActiveView() = 0;                  // NO_VIEW when there is none
     virtual IViewWindow* GetViewWindow(ViewId view) = 0; // borrowed, null when there is none
@@ -74,6 +108,8 @@ public:
     // True when the host has dealt with the view action itself.
     virtual bool HandlesViewAction(ViewId view, uint32_t uActionHandle) = 0;
 
+    // Panel, modes, toolbar and menu.
+    //
     // Creates and shows the plug-in's docked panel: an object of the class, which the host owns,
     // then its window. pClass: borrowed, static storage of the library.
     virtual void OpenPluginView(const CRuntimeClass* pClass) = 0;
@@ -87,17 +123,21 @@ public:
                                   CMenu* pPopup,
                                   const char* pszTitle,
                                   const char* pszParent) = 0;
+    // The environment.
     virtual bool QueryEntityClass(const char* pszClassName) = 0;
-    virtual void SetPluginViewState(int iState, uint32_t uActionHandle, uint32_t uReserved) = 0;
-    // uRequest 16: turns the height-map file name (pIn) into its full path (pOut); an empty name
-    // into that of a file of the host's own, for a level that has none. uRequest 17, no strings:
-    // reloads the environment, which becomes one step of undo.
+    virtual void
+    SetPluginViewState(EPluginViewState eState, uint32_t uActionHandle, uint32_t uReserved) = 0;
+    // ENVIRONMENT_FULL_PATH: turns the height-map file name (pIn) into its full path (pOut); an
+    // empty name into that of a file of the host's own, for a level that has none.
+    // ENVIRONMENT_RELOAD, no strings: reloads the environment, which becomes one step of undo.
     virtual void GetEnvironmentFile(const char* pszClassName,
                                     uint32_t uActionHandle,
-                                    uint32_t uRequest,
+                                    EEnvironmentRequest eRequest,
                                     const std::string* pIn,
                                     std::string* pOut) = 0;
 
+    // Registration of the plug-in.
+    //
     // Two pairs; a plug-in calls both registrations once and both unregistrations once. A lists the
     // plug-in for input and commands, B for settings.
     virtual void RegisterPluginA(IPlugin* pPlugin) = 0;
@@ -105,12 +145,14 @@ public:
     virtual void RegisterPluginB(IPlugin* pPlugin) = 0;
     virtual void UnregisterPluginB(IPlugin* pPlugin) = 0;
 
+    // Names and texts.
     virtual const char* GetRegistryRoot() = 0;                            // borrowed
     virtual void SetModeCaption(const char* pszCaption) = 0;              // copied
     virtual const char* LookupText(int32_t iId, const void* pObject) = 0; // null when unknown
+    // Undo, actions, picking.
     virtual void AddUndo(CUndo* pUndo) = 0; // owned by the host from the call on; null is ignored
     virtual void RegisterActions(const std::vector<SActionDescriptor>& actions) = 0; // copied
-    // 1 when the ray under the point hits the terrain; hit is then in terrain units, else
+    // PICK_HIT when the ray under the point hits the terrain; hit is then in terrain units, else
     // untouched.
     virtual int PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t uReserved) = 0;
 };

@@ -8,6 +8,13 @@
 class CRTTIObject;
 class World;
 
+// Whether EngineHost::DrawLines joins the last point with the first.
+enum EPolyline : int
+{
+    POLYLINE_OPEN = 0,
+    POLYLINE_CLOSED = 1,
+};
+
 // Text macros that edit fields expand: "&name&" stands for the value registered under name.
 class ITextMacroTable
 {
@@ -36,9 +43,8 @@ public:
 
     // Debug lines, shown for one frame. Points are borrowed for the call.
     virtual void DrawLine(const SVec3& from, const SVec3& to, const SColor& color) = 0;
-    // uCount points; iClosed 1 joins the last with the first.
     virtual void
-    DrawLines(uint32_t uCount, const SVec3* pPoints, int iClosed, const SColor& color) = 0;
+    DrawLines(uint32_t uCount, const SVec3* pPoints, EPolyline eClosed, const SColor& color) = 0;
 
     virtual std::vector<CRTTIObject*> GetObjects() = 0; // all of them by identifier, borrowed
 };

@@ -51,6 +51,21 @@ constexpr ViewId NO_VIEW = 0xFFFFFFFFU;
 // never decodes it, it only hands it back to EditorHost::PickTerrain.
 using ViewPoint = uint32_t;
 
+// Flags of mouse events: the left button and the modifier keys that are held.
+enum EMouseFlag : uint32_t
+{
+    MOUSE_LEFT = 0x1,
+    MOUSE_SHIFT = 0x4,
+    MOUSE_CONTROL = 0x8,
+    MOUSE_ALT = 0x20,
+};
+
+// Buttons that are held, in the blocks of mouse data.
+enum EMouseButton : int32_t
+{
+    MOUSE_BUTTON_LEFT = 1,
+};
+
 // Mouse data as the host hands it on to the current mode: blocks of 32-bit numbers, passed by
 // address and valid for the call only.
 struct SButtonBlock
@@ -70,7 +85,7 @@ struct SPointBlock
 struct SWheelBlock
 {
     int32_t wheel = 0;   // notches, positive away from the user
-    int32_t buttons = 0; // bit set of held buttons, 1 is the left one
+    int32_t buttons = 0; // bit set of EMouseButton, those that are held
 };
 
 struct SStepBlock

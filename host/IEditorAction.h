@@ -11,6 +11,21 @@ class CRTTIField;
 class CRTTIObject;
 class CTCPARSE_KEYWORD;
 
+// Modifier keys of an action's default key, joined by '|'; the same bits as the flags of mouse
+// events.
+enum EKeyModifier : uint32_t
+{
+    KEY_SHIFT = 0x4,
+    KEY_CONTROL = 0x8,
+    KEY_ALT = 0x20,
+};
+
+// Flags of an action, IEditorAction::SetFlag. The other bits are nobody's.
+enum EActionFlag : uint32_t
+{
+    ACTION_PROCESS = 0x2, // it does a piece of work on the level
+};
+
 // Describes one keyboard action for EditorHost::RegisterActions; the host copies it.
 struct SActionDescriptor
 {
@@ -18,7 +33,7 @@ struct SActionDescriptor
     int32_t iIndex = 0;      // comes back as the action of IPlugin::OnAction
     std::string strName;     // shown in key-binding lists
     uint32_t uKey = 0;       // default key code, 0 for none
-    uint32_t uModifiers = 0; // default modifiers: 8 is Ctrl
+    uint32_t uModifiers = 0; // default EKeyModifier, 0 for none
 };
 
 // Something the host lists, clones, runs and saves.

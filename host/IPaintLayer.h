@@ -21,6 +21,13 @@ enum EPaintChannel : uint32_t
     PAINT_ALPHA_EDITABLE = 0x400,
 };
 
+// Where the texels of the bitmap lie along one side of the terrain.
+enum class ETexelMapping : uint32_t
+{
+    Centers = 0,  // texel i covers a share of the side, its position is the middle of that
+    Vertices = 1, // the first and the last texel lie on the terrain's edges
+};
+
 // What a paint stroke does to one texel.
 class ITerrain2DFunction
 {
@@ -53,5 +60,5 @@ public:
     virtual const char* GetMaterial() const = 0;
     virtual void SetMaterial(const char* pszName) = 0;
     virtual void SetTexelToVertexMapping(bool bOn) = 0;
-    virtual uint32_t GetTexelMapping() const = 0; // 1 for texel-to-vertex
+    virtual ETexelMapping GetTexelMapping() const = 0;
 };

@@ -12,6 +12,20 @@ class CTCPARSE_KEYWORD;
 class EditorHost;
 class EngineHost;
 
+// Codes of IPlugin::OnHostNotify; a plug-in ignores others.
+enum EHostNotification : int32_t
+{
+    NOTIFY_PANEL_CLOSED = 1,  // the user closed the plug-in's panel
+    NOTIFY_LEVEL_CHANGED = 5, // the terrain's resolution or the level changed
+    NOTIFY_HOST_GOES = 10,    // the host goes away, its pointers are dead from here on
+};
+
+// The action handle of a plug-in: its commands have the numbers from the handle + 1 on.
+constexpr uint32_t MakeActionHandle(uint32_t uPlugin)
+{
+    return 0x4000U + 256U * (uPlugin % 64U);
+}
+
 // Base of what IPlugin::DestroyObject deletes.
 class IPluginObject
 {
@@ -22,8 +36,9 @@ public:
 // A plug-in as the host drives it, C++ only, host and plug-in built by the same compiler. One
 // object per library, owned by the library. Order of calls: InitializeMe, RegisterActions,
 // Initialize, LoadSettings, Activate(true) when the panel was open last time; at the end
-// SaveSettings, Shutdown, OnHostNotify(10). LoadSettings may also come before Initialize. UI
-// thread. Reserved operations are for purposes that a plug-in may leave at their defaults.
+// SaveSettings, Shutdown, OnHostNotify(NOTIFY_HOST_GOES). LoadSettings may also come before
+// Initialize. UI thread. Reserved operations are for purposes that a plug-in may leave at their
+// defaults.
 class IPlugin
 {
 public:
@@ -88,8 +103,7 @@ public:
     AddContextMenuItems(CMenu* pMenu, ViewId view, ViewPoint point, uint32_t uReserved) = 0;
     virtual bool ReservedO(uintptr_t) = 0;
     virtual bool HasContextMenuItems(ViewId view, ViewPoint point, uint32_t uReserved) = 0;
-    // 1: the user closed the panel; 5: the terrain's resolution or the level changed; 10: the host
-    // goes away, its pointers are dead from here on.
+    // iCode: EHostNotification.
     virtual void OnHostNotify(int32_t iCode, uintptr_t uReserved) = 0;
     virtual void ReservedP(uintptr_t, uintptr_t, uintptr_t, uintptr_t) = 0;
 
@@ -104,6 +118,11 @@ public:
     virtual int32_t ReservedV(uintptr_t, uintptr_t, uintptr_t, uintptr_t) = 0;
     virtual ~IPlugin() = default;
 };
+
+// What a plug-in object may offer beyond IPlugin, each an interface of its own that the object
+// derives from: IPluginScript, IPluginTools, IPluginStrokes, IPluginPainting, IPluginBrushes. A
+// host asks for one with dynamic_cast from the IPlugin pointer and does without where that gives
+// null; it lives as long as the object.
 
 // The one exported function of a plug-in library. uPlugin: the plug-in's index in the host.
 using FInitializeMe = IPlugin* (*)(EditorHost*, uint32_t, EngineHost*);

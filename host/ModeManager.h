@@ -4,6 +4,15 @@
 
 class IEditorMode;
 
+constexpr int NO_MODE = -1; // the id of no mode
+
+// Groups of modes: a plug-in hands input on while the current mode is of its own group.
+enum EModeGroup : int
+{
+    MODE_GROUP_NONE = -1,   // no mode is current
+    MODE_GROUP_TERRAIN = 7, // the terrain tool's; other plug-ins take other numbers
+};
+
 // The host's switch between editor modes; exactly one mode is current, or none. Asked for anew at
 // each use. UI thread.
 class ModeManager
@@ -11,7 +20,8 @@ class ModeManager
 public:
     virtual ~ModeManager() = default;
 
-    // Takes ownership of the mode (null gives -1). The id is 0 or more and is told to the mode.
+    // Takes ownership of the mode (null gives NO_MODE). The id is 0 or more and is told to the
+    // mode.
     virtual int RegisterMode(IEditorMode* pMode, int iGroup) = 0;
     // Leaves the current mode and makes this one current. False when it is unknown, not available,
     // or the current one may not be left. iParameter: the host's, 0.
@@ -19,8 +29,8 @@ public:
     // Leaves the current mode; none is current then. False when it may not be left.
     virtual bool DeactivateMode(int iParameter) = 0;
     virtual bool CanDeactivateCurrentMode() = 0; // true when there is none
-    virtual int GetCurrentModeId() = 0;          // -1 when there is none
-    virtual int GetCurrentModeGroup() = 0;       // -1 when there is none
+    virtual int GetCurrentModeId() = 0;          // NO_MODE when there is none
+    virtual int GetCurrentModeGroup() = 0;       // MODE_GROUP_NONE when there is none
     virtual bool IsModeAvailable(int iModeId) = 0;
 
     // Hand the plug-in's forwarded input to the current mode. The blocks are borrowed for the call;

@@ -70,6 +70,13 @@ enum ERTTIEditFlag : uint32_t
     RTTI_EDIT_DESCRIPTION = 0x8000,   // "DESCRIPTION"
 };
 
+// Engine class ids, shared by the classes of one family.
+enum EEngineClass : int32_t
+{
+    ENGINE_CLASS_FUNCTION = 2, // terrain functions
+    ENGINE_CLASS_ACTION = 3,   // editor actions
+};
+
 // The named values of an enumeration or of a flag set, in the order added.
 class TELLUR_API CEnumInfo
 {
@@ -188,7 +195,7 @@ public:
         FLAG_INTERFACE = 2,
     };
 
-    // iEngineClass: the engine's class id, shared by classes of one family. pBase: null for a root.
+    // iEngineClass: EEngineClass, or another family's id. pBase: null for a root.
     CRTTI(const char* pszClassName,
           int32_t iEngineClass,
           FFactory pFactory,

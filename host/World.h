@@ -8,6 +8,12 @@ class IImage;
 class IPalette;
 class Terrain;
 
+// Flags of a texture, ITexture::SetFlags.
+enum ETextureFlags : uint32_t
+{
+    TEXTURE_BYTES = 14, // one byte a texel (grey)
+};
+
 // A picture the renderer shows. Made and counted by its World or texture manager.
 class ITexture
 {
@@ -16,8 +22,7 @@ public:
     virtual const char* GetName() const = 0;
     virtual uint32_t GetWidth() const = 0; // texels
     virtual uint32_t GetHeight() const = 0;
-    // 14 asks for one byte a texel (grey).
-    virtual void SetFlags(uint32_t uFlags) = 0;
+    virtual void SetFlags(uint32_t uFlags) = 0; // ETextureFlags
     virtual uint32_t GetFlags() const = 0;
     // The texels as bytes, one a texel, row length GetWidth, top row first; valid until Unlock.
     virtual const uint8_t* LockBytes() = 0;
@@ -52,7 +57,9 @@ public:
     virtual ICamera* GetCameraOfView(ViewId view) = 0; // null for a view without one
 };
 
-// The level's entity of class "Environment".
+constexpr char ENVIRONMENT_CLASS[] = "Environment"; // as EditorHost::QueryEntityClass knows it
+
+// The level's entity of that class.
 class IEnvironment
 {
 public:

@@ -65,12 +65,12 @@ const CBrushHand::SValue CBrushHand::VALUES[] = {
     {"amount", "", EBrushValue::Amount},
 };
 
-CBrushHand::CBrushHand(IPluginScript* pScript,
+CBrushHand::CBrushHand(IPluginTools* pTools,
                        const CKeyBindings& keys,
                        CViewInput& input,
                        CCursorNote& note,
                        std::function<void()> onEnd)
-    : m_pScript(pScript)
+    : m_pTools(pTools)
     , m_Keys(keys)
     , m_Input(input)
     , m_Note(note)
@@ -96,7 +96,7 @@ const CBrushHand::SValue* CBrushHand::FindValue(const QKeyEvent& event) const
 
 bool CBrushHand::IsSameTool() const
 {
-    return m_Function == m_pScript->GetFunctionName();
+    return m_Function == m_pTools->GetFunctionName();
 }
 
 bool CBrushHand::Press(const QKeyEvent& event)
@@ -128,9 +128,9 @@ bool CBrushHand::Press(const QKeyEvent& event)
 
 bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
 {
-    const bool bTool = m_pScript != nullptr && !m_pScript->GetFunctionName().empty() &&
-                       (m_pScript->IsTerraforming() ||
-                        (m_pScript->IsPainting() && value.eValue == EBrushValue::Extent));
+    const bool bTool = m_pTools != nullptr && !m_pTools->GetFunctionName().empty() &&
+                       (m_pTools->IsTerraforming() ||
+                        (m_pTools->IsPainting() && value.eValue == EBrushValue::Extent));
     if (!m_Input.IsIdle())
     {
         return true; // a drag goes on as it began
@@ -140,7 +140,7 @@ bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
         m_Note.ShowValue(NO_TOOL);
         return true;
     }
-    if (std::isnan(m_pScript->GetBrushValue(value.eValue)))
+    if (std::isnan(m_pTools->GetBrushValue(value.eValue)))
     {
         m_Note.ShowValue(NO_AMOUNT);
         return true;
@@ -148,8 +148,8 @@ bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
     m_pValue = &value;
     m_Key = event.key();
     m_ScanCode = event.nativeScanCode();
-    m_Function = m_pScript->GetFunctionName();
-    m_Old = m_pScript->GetBrushValue(value.eValue);
+    m_Function = m_pTools->GetFunctionName();
+    m_Old = m_pTools->GetBrushValue(value.eValue);
     m_From = m_Old;
     m_Start = m_Input.IsInside() ? std::optional<QPointF>(m_At) : std::nullopt;
     m_Typed.clear();
@@ -201,7 +201,7 @@ void CBrushHand::TakeTyped()
     {
         Set(fTyped);
     }
-    m_From = m_pScript->GetBrushValue(m_pValue->eValue);
+    m_From = m_pTools->GetBrushValue(m_pValue->eValue);
     m_Start = m_At; // the mouse goes on from here
 }
 
@@ -246,14 +246,14 @@ bool CBrushHand::Move(const QPointF& position)
 
 void CBrushHand::Set(float fValue)
 {
-    m_pScript->SetBrushValue(m_pValue->eValue, fValue);
+    m_pTools->SetBrushValue(m_pValue->eValue, fValue);
     m_Input.RepeatHover(); // where the key went down
     Show();
 }
 
 void CBrushHand::Show()
 {
-    const float fValue = m_pScript->GetBrushValue(m_pValue->eValue);
+    const float fValue = m_pTools->GetBrushValue(m_pValue->eValue);
     const bool bAmount = m_pValue->eValue == EBrushValue::Amount;
     const char* pszCounted = GetCounted(m_Function);
     const char* pszName = !bAmount                ? m_pValue->pszName

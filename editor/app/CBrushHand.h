@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/IPluginScript.h"
+#include "host/IPluginTools.h"
 
 #include <QPointF>
 #include <QString>
@@ -23,8 +23,8 @@ constexpr char HAND_COMMAND[] = "brush.hold_"; // and "size", "power", "hardness
 class CBrushHand
 {
 public:
-    // pScript: null for a plug-in without one. onEnd: the mouse is the view's again.
-    CBrushHand(IPluginScript* pScript,
+    // pTools: null for a plug-in without. onEnd: the mouse is the view's again.
+    CBrushHand(IPluginTools* pTools,
                const CKeyBindings& keys,
                CViewInput& input,
                CCursorNote& note,
@@ -53,7 +53,7 @@ private:
     void Set(float fValue);
     void Show();
 
-    IPluginScript* m_pScript;
+    IPluginTools* m_pTools;
     const CKeyBindings& m_Keys;
     CViewInput& m_Input;
     CCursorNote& m_Note;

@@ -1,7 +1,6 @@
 #include "editor/app/CEditor.h"
 
 #include "editor/core/UserFolders.h"
-#include "host/IPluginScript.h"
 
 #include <filesystem>
 #include <system_error>
@@ -42,21 +41,16 @@ bool CEditor::LoadPlugin(const std::string& strLibrary)
         return false;
     }
     m_Keys.AddActions(m_Host.GetRegistry().GetActions(), "");
-    m_Recorder = std::make_unique<CRecorder>(m_Host, GetPluginScript());
-    m_Autosave.SetPluginScript(GetPluginScript());
+    m_Recorder = std::make_unique<CRecorder>(m_Host, GetPlugin());
+    m_Autosave.SetPlugin(GetPlugin());
     return true;
 }
 
 void CEditor::UnloadPlugin()
 {
     m_Recorder.reset();
-    m_Autosave.SetPluginScript(nullptr);
+    m_Autosave.SetPlugin(nullptr);
     m_Loader.Unload();
-}
-
-IPluginScript* CEditor::GetPluginScript() const
-{
-    return dynamic_cast<IPluginScript*>(GetPlugin());
 }
 
 std::string CEditor::GetConfigFile(const char* pszName) const

@@ -7,12 +7,12 @@
 #include "editor/core/CPluginLoader.h"
 #include "editor/core/CRecentFiles.h"
 #include "editor/script/CRecorder.h"
+#include "host/IPlugin.h"
 
 #include <memory>
 #include <string>
 
 class IHostFace;
-class IPluginScript;
 
 // The editor without its windows: the host with its plug-in, the open level, keys, recent files and
 // the recorder. Owned by the program; the window borrows it and goes first. UI thread.
@@ -32,7 +32,11 @@ public:
 
     IPlugin* GetPlugin() const { return m_Loader.GetPlugin(); } // null without one
 
-    IPluginScript* GetPluginScript() const; // null without one
+    // What the plug-in offers beyond IPlugin; null when it does not.
+    template <typename TInterface> TInterface* FindInterface() const
+    {
+        return dynamic_cast<TInterface*>(GetPlugin());
+    }
 
     CEditorHost& GetHost() { return m_Host; }
 

@@ -79,14 +79,14 @@ bool CEditorFace::PromptText(const char* pszTitle, const char* pszLabel, std::st
     return bOk;
 }
 
-std::string CEditorFace::BrowseForFile(int iKind,
+std::string CEditorFace::BrowseForFile(EFileDialog eKind,
                                        const char* pszDefaultExtension,
                                        const char* pszInitialName,
                                        const char* pszInitialFolder,
                                        const char* pszFilter)
 {
     return ChooseFile(m_pWindow,
-                      iKind,
+                      eKind,
                       pszDefaultExtension,
                       pszInitialName,
                       pszInitialFolder,

@@ -64,7 +64,7 @@ public:
     CEditorFrontEnd& GetEditorFrontEnd() { return m_FrontEnd; }
 
     bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) override;
-    std::string BrowseForFile(int iKind,
+    std::string BrowseForFile(EFileDialog eKind,
                               const char* pszDefaultExtension,
                               const char* pszInitialName,
                               const char* pszInitialFolder,

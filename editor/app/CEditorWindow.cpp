@@ -11,7 +11,7 @@
 #include "editor/app/CStatusLine.h"
 #include "editor/app/CViewArea.h"
 #include "framework/core/CToolBar.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginTools.h"
 #include "host/World.h"
 
 #include <QCloseEvent>
@@ -99,7 +99,7 @@ SViewEvents CEditorWindow::MakeViewEvents()
 void CEditorWindow::ShowPlugin()
 {
     const SViewParts parts{GetHost(),
-                           m_Editor.GetPluginScript(),
+                           m_Editor.GetPlugin(),
                            m_Settings,
                            m_Editor.GetKeys(),
                            m_Face.GetEditorFrontEnd().GetHand()};
@@ -185,9 +185,8 @@ bool CEditorWindow::ShowProgress(const char* pszWhat, float fDone)
 
 void CEditorWindow::OnBeforeEvent(const SHostEvent& /*event*/)
 {
-    const IPluginScript* pScript = m_Editor.GetPluginScript();
-    m_ExtentBefore =
-        pScript != nullptr ? m_Editor.GetPluginScript()->GetBrushExtent() : m_ExtentBefore;
+    auto* pTools = m_Editor.FindInterface<IPluginTools>();
+    m_ExtentBefore = pTools != nullptr ? pTools->GetBrushExtent() : m_ExtentBefore;
 }
 
 void CEditorWindow::OnEvent(const SHostEvent& event)
@@ -196,8 +195,8 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
     {
         return; // the view that sent it follows
     }
-    IPluginScript* pScript = m_Editor.GetPluginScript();
-    const float fExtent = pScript != nullptr ? pScript->GetBrushExtent() : 0.0F;
+    auto* pTools = m_Editor.FindInterface<IPluginTools>();
+    const float fExtent = pTools != nullptr ? pTools->GetBrushExtent() : 0.0F;
     CViewWidget* pView = m_pViews != nullptr ? m_pViews->GetActive() : nullptr;
     if (event.eKind == EHostEvent::Action && fExtent != m_ExtentBefore && pView != nullptr)
     {
@@ -255,8 +254,8 @@ void CEditorWindow::Refresh()
     }
     m_pHistory->Follow();
     const CUndoStack& stack = GetHost().GetUndoStack();
-    IPluginScript* pScript = m_Editor.GetPluginScript();
-    const bool bPainting = pScript != nullptr && pScript->IsPainting();
+    auto* pTools = m_Editor.FindInterface<IPluginTools>();
+    const bool bPainting = pTools != nullptr && pTools->IsPainting();
     m_Commands.Find("edit.undo")->setEnabled(bPainting || stack.GetCount() > 0);
     m_Commands.Find("edit.redo")->setEnabled(bPainting || stack.GetRedoCount() > 0);
     m_Commands.Find("file.save")->setEnabled(document.HasLevel());
@@ -265,7 +264,7 @@ void CEditorWindow::Refresh()
     const bool bRecording = pRecorder != nullptr && pRecorder->IsRecording();
     m_Commands.Find("file.record")->setText(bRecording ? "Stop re&cording" : "Re&cord...");
     m_pStatus->SetRecording(bRecording);
-    m_pStatus->Follow(GetHost(), m_pViews->GetActive(), m_Editor.GetPluginScript());
+    m_pStatus->Follow(GetHost(), m_pViews->GetActive(), pTools);
 }
 
 void CEditorWindow::KeepChanges()

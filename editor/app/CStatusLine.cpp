@@ -3,7 +3,7 @@
 #include "editor/app/CViewWidget.h"
 #include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginTools.h"
 
 #include <QLabel>
 
@@ -95,12 +95,12 @@ QLabel* CStatusLine::AddField(const char* pszName, const QString& strWidest)
     return pLabel;
 }
 
-void CStatusLine::Follow(CEditorHost& host, CViewWidget* pView, IPluginScript* pScript)
+void CStatusLine::Follow(CEditorHost& host, CViewWidget* pView, IPluginTools* pTools)
 {
     const std::string& strCaption = host.GetCaption();
-    const bool bMode = host.GetModes().GetCurrentModeId() >= 0;
+    const bool bMode = host.GetModes().GetCurrentModeId() != NO_MODE;
     m_pMode->setText(bMode ? QString::fromStdString(strCaption) : QString("No mode"));
-    const float fBrush = pScript != nullptr ? pScript->GetBrushExtent() : 0.0F;
+    const float fBrush = pTools != nullptr ? pTools->GetBrushExtent() : 0.0F;
     m_pBrush->setText(fBrush > 0.0F ? QString("brush %1").arg(fBrush, 0, 'f', 1) : "no brush");
     if (pView != nullptr)
     {

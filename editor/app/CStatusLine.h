@@ -5,7 +5,7 @@
 
 class CEditorHost;
 class CViewWidget;
-class IPluginScript;
+class IPluginTools;
 class QLabel;
 
 // What is under the cursor and what the tool is set to. Owned by the window.
@@ -14,9 +14,9 @@ class CStatusLine : public QStatusBar
 public:
     explicit CStatusLine(QWidget* pParent);
 
-    // pView: the one the cursor is in, borrowed for the call; null: no position. pScript: null
-    // without a plug-in.
-    void Follow(CEditorHost& host, CViewWidget* pView, IPluginScript* pScript);
+    // pView: the one the cursor is in, borrowed for the call; null: no position. pTools: null
+    // for a plug-in without.
+    void Follow(CEditorHost& host, CViewWidget* pView, IPluginTools* pTools);
 
     void SetRecording(bool bOn);
 

@@ -3,6 +3,7 @@
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
 #include "editor/app/CStatusLine.h"
+#include "host/IPluginTools.h"
 
 #include <cmath>
 
@@ -78,13 +79,13 @@ void CStatusWords::OnBeforeEvent(const SHostEvent& event)
     {
         return;
     }
-    IPluginScript* pScript = m_Editor.GetPluginScript();
+    auto* pStrokes = m_Editor.FindInterface<IPluginStrokes>();
     m_Drag = {};
     m_Drag.bRuns = true;
-    m_Drag.bTool = m_Editor.GetHost().GetModes().GetCurrentModeId() >= 0;
-    if (pScript != nullptr)
+    m_Drag.bTool = m_Editor.GetHost().GetModes().GetCurrentModeId() != NO_MODE;
+    if (pStrokes != nullptr)
     {
-        pScript->TakePointOutcome(); // what happened before is not this drag's
+        pStrokes->TakePointOutcome(); // what happened before is not this drag's
     }
 }
 
@@ -126,9 +127,9 @@ void CStatusWords::OnEvent(const SHostEvent& event)
 
 void CStatusWords::Hear(const SHostEvent& event)
 {
-    IPluginScript* pScript = m_Editor.GetPluginScript();
+    auto* pStrokes = m_Editor.FindInterface<IPluginStrokes>();
     const SPointOutcome outcome =
-        pScript != nullptr ? pScript->TakePointOutcome() : SPointOutcome();
+        pStrokes != nullptr ? pStrokes->TakePointOutcome() : SPointOutcome();
     if (outcome.eKind == EPointOutcome::None)
     {
         return;
@@ -159,7 +160,9 @@ bool CStatusWords::IsNews(const SPointOutcome& outcome, const SHostEvent& event)
         return true;
     }
     const float fAway = std::hypot(event.hit.x - m_Drag.changed.x, event.hit.z - m_Drag.changed.z);
-    return event.bHit && fAway >= m_Editor.GetPluginScript()->GetBrushExtent() / 2;
+    auto* pTools = m_Editor.FindInterface<IPluginTools>();
+    const float fExtent = pTools != nullptr ? pTools->GetBrushExtent() : 0.0F;
+    return event.bHit && fAway >= fExtent / 2;
 }
 
 void CStatusWords::EndDrag()

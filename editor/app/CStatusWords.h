@@ -1,7 +1,7 @@
 #pragma once
 
 #include "editor/core/IHostObserver.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginStrokes.h"
 #include "host/Notice.h"
 
 class CEditor;

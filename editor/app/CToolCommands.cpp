@@ -7,7 +7,8 @@
 #include "editor/app/ToolTexts.h"
 #include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
-#include "host/IPluginScript.h"
+#include "host/ActionIds.h"
+#include "host/IPluginTools.h"
 
 #include <QAction>
 #include <QMenu>
@@ -18,35 +19,33 @@
 namespace
 {
 
-constexpr int32_t ACTION_TOGGLE = 0; // of the plug-in
-constexpr float STEP = 1.1F;         // of the extent
+constexpr float STEP = 1.1F; // of the extent
 
 struct STool
 {
     const char* pszId;
     const char* pszText;
     const char* pszFunction; // class
-    const char* pszName;
 };
 
 // In the order of the panel's buttons.
 constexpr STool TOOLS[] = {
-    {"tool.blur", "&Blur", "BlurFunction", "Blur"},
-    {"tool.point_height", "&Point height", "PointHeightFunction", "Point height"},
-    {"tool.set_height", "&Set height", "SetHeightFunction", "Set height"},
-    {"tool.relative_height", "&Relative height", "RelativeHeightFunction", "Relative height"},
-    {"tool.posterize", "P&osterize", "PosterizeFunction", "Posterize"},
-    {"tool.ramp", "R&amp", "RampFunction", "Ramp"},
+    {"tool.blur", "&Blur", "BlurFunction"},
+    {"tool.point_height", "&Point height", "PointHeightFunction"},
+    {"tool.set_height", "&Set height", "SetHeightFunction"},
+    {"tool.relative_height", "&Relative height", "RelativeHeightFunction"},
+    {"tool.posterize", "P&osterize", "PosterizeFunction"},
+    {"tool.ramp", "R&amp", "RampFunction"},
 };
 
 } // namespace
 
 CToolCommands::CToolCommands(CEditorHost& host,
-                             IPluginScript* pScript,
+                             IPluginTools* pTools,
                              CViewArea& views,
                              std::function<void(int32_t)> sendAction)
     : m_Host(host)
-    , m_pScript(pScript)
+    , m_pTools(pTools)
     , m_Views(views)
     , m_SendAction(std::move(sendAction))
 {
@@ -119,7 +118,7 @@ void CToolCommands::AddMask(QMenu& menu, CCommandList& commands)
 
 bool CToolCommands::IsReady() const
 {
-    return m_pScript != nullptr && !m_Host.IsDragging();
+    return m_pTools != nullptr && !m_Host.IsDragging();
 }
 
 bool CToolCommands::IsSculpting() const
@@ -128,7 +127,7 @@ bool CToolCommands::IsSculpting() const
     {
         return false;
     }
-    const bool bTool = m_pScript->IsTerraforming() && !m_pScript->GetFunctionName().empty();
+    const bool bTool = m_pTools->IsTerraforming() && !m_pTools->GetFunctionName().empty();
     if (!bTool)
     {
         Say(NO_TOOL);
@@ -138,7 +137,7 @@ bool CToolCommands::IsSculpting() const
 
 void CToolCommands::Take(const char* pszFunction)
 {
-    if (IsReady() && m_pScript->TakeTool(pszFunction))
+    if (IsReady() && m_pTools->TakeTool(pszFunction))
     {
         Say(GetToolName());
         Follow();
@@ -148,9 +147,9 @@ void CToolCommands::Take(const char* pszFunction)
 // Without a tool the plug-in's own action would only be refused.
 void CToolCommands::Toggle()
 {
-    if (m_pScript == nullptr || m_pScript->IsTerraforming())
+    if (m_pTools == nullptr || m_pTools->IsTerraforming())
     {
-        m_SendAction(ACTION_TOGGLE);
+        m_SendAction(ACTION_TOGGLE_TERRAFORMING);
         return;
     }
     Take(nullptr);
@@ -158,19 +157,19 @@ void CToolCommands::Toggle()
 
 void CToolCommands::ScaleExtent(bool bLarger)
 {
-    if (!IsReady() || m_pScript->GetFunctionName().empty())
+    if (!IsReady() || m_pTools->GetFunctionName().empty())
     {
         return;
     }
-    const float fExtent = m_pScript->GetBrushValue(EBrushValue::Extent);
+    const float fExtent = m_pTools->GetBrushValue(EBrushValue::Extent);
     const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
     const bool bWhole = pTerrain != nullptr && fExtent > pTerrain->GetSize().x;
     if (!bLarger || !bWhole) // whoever wants a larger one gets no smaller one
     {
-        m_pScript->SetBrushValue(EBrushValue::Extent,
-                                 RoundExtent(bLarger ? fExtent * STEP : fExtent / STEP));
+        m_pTools->SetBrushValue(EBrushValue::Extent,
+                                RoundExtent(bLarger ? fExtent * STEP : fExtent / STEP));
     }
-    Say("brush " + GetExtentText(m_pScript->GetBrushValue(EBrushValue::Extent)));
+    Say("brush " + GetExtentText(m_pTools->GetBrushValue(EBrushValue::Extent)));
     Follow();
 }
 
@@ -181,7 +180,7 @@ void CToolCommands::Invert()
     {
         return;
     }
-    if (!m_pScript->InvertTool(fHeight))
+    if (!m_pTools->InvertTool(fHeight))
     {
         Say(GetToolName() + " has no inverse");
         return;
@@ -202,7 +201,7 @@ void CToolCommands::PickHeight()
         Say("no ground under the cursor");
         return;
     }
-    const bool bSet = m_pScript->SetToolHeight(hit.y);
+    const bool bSet = m_pTools->SetToolHeight(hit.y);
     Say(bSet ? "sets " + QString::number(static_cast<double>(hit.y), 'f', 2)
              : GetToolName() + " sets no height");
 }
@@ -213,34 +212,26 @@ void CToolCommands::SwitchMask()
     {
         return;
     }
-    if (m_pScript->GetMaskPath().empty())
+    if (m_pTools->GetMaskPath().empty())
     {
         ChooseMask();
         return;
     }
-    m_pScript->EnableMask(!m_pScript->IsMaskEnabled());
-    Say(m_pScript->IsMaskEnabled() ? "mask on" : "mask off");
+    m_pTools->EnableMask(!m_pTools->IsMaskEnabled());
+    Say(m_pTools->IsMaskEnabled() ? "mask on" : "mask off");
 }
 
 void CToolCommands::ChooseMask()
 {
-    if (IsSculpting() && m_pScript->ChooseMask())
+    if (IsSculpting() && m_pTools->ChooseMask())
     {
-        Say(m_pScript->GetMaskPath().empty() ? "no mask" : "mask on"); // the log says why
+        Say(m_pTools->GetMaskPath().empty() ? "no mask" : "mask on"); // the log says why
     }
 }
 
 QString CToolCommands::GetToolName() const
 {
-    const std::string strFunction = m_pScript->GetFunctionName();
-    for (const STool& tool : TOOLS)
-    {
-        if (strFunction == tool.pszFunction)
-        {
-            return tool.pszName;
-        }
-    }
-    return QString::fromStdString(strFunction);
+    return QString::fromStdString(m_pTools->GetToolName());
 }
 
 void CToolCommands::Say(const QString& strText) const

@@ -8,7 +8,7 @@
 class CCommandList;
 class CEditorHost;
 class CViewArea;
-class IPluginScript;
+class IPluginTools;
 class QMenu;
 
 // The commands that take a tool and change it without the panel; what they did stands at the
@@ -17,9 +17,9 @@ class QMenu;
 class CToolCommands
 {
 public:
-    // Borrowed. pScript: null for a plug-in without one. sendAction: an action of the plug-in.
+    // Borrowed. pTools: null for a plug-in without. sendAction: an action of the plug-in.
     CToolCommands(CEditorHost& host,
-                  IPluginScript* pScript,
+                  IPluginTools* pTools,
                   CViewArea& views,
                   std::function<void(int32_t)> sendAction);
 
@@ -44,7 +44,7 @@ private:
     void Follow();                          // views and cursor show another tool
 
     CEditorHost& m_Host;
-    IPluginScript* m_pScript;
+    IPluginTools* m_pTools;
     CViewArea& m_Views;
     std::function<void(int32_t)> m_SendAction;
 };

@@ -3,7 +3,8 @@
 #include "editor/app/CDocumentActions.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginBrushes.h"
+#include "host/IPluginPainting.h"
 #include "host/Log.h"
 
 CUnsavedWork::CUnsavedWork(CEditor& editor, const CEditorFace& face, CDocumentActions& documents)
@@ -26,15 +27,16 @@ bool CUnsavedWork::MayLeave()
 
 bool CUnsavedWork::MayActivate(int32_t iModeId)
 {
-    IPluginScript* pScript = m_Editor.GetPluginScript();
-    return pScript == nullptr || m_Face.IsScriptPlayed() || !pScript->WouldDropPainting(iModeId) ||
-           MayDropPainting();
+    auto* pPainting = m_Editor.FindInterface<IPluginPainting>();
+    return pPainting == nullptr || m_Face.IsScriptPlayed() ||
+           !pPainting->WouldDropPainting(iModeId) || MayDropPainting();
 }
 
 void CUnsavedWork::OnActivated(int32_t /*iModeId*/)
 {
-    IPluginScript* pScript = m_Editor.GetPluginScript();
-    const std::string strBitmap = pScript != nullptr ? pScript->GetUnreadBitmap() : std::string();
+    auto* pPainting = m_Editor.FindInterface<IPluginPainting>();
+    const std::string strBitmap =
+        pPainting != nullptr ? pPainting->GetUnreadBitmap() : std::string();
     if (!strBitmap.empty())
     {
         CrashLog("[CUnsavedWork::OnActivated] %s could not be read, nothing can be painted: it is "
@@ -45,19 +47,20 @@ void CUnsavedWork::OnActivated(int32_t /*iModeId*/)
 
 bool CUnsavedWork::MayDropPainting()
 {
-    IPluginScript* pScript = m_Editor.GetPluginScript();
-    const std::string strFile = pScript != nullptr ? pScript->GetUnsavedBitmap() : std::string();
+    auto* pPainting = m_Editor.FindInterface<IPluginPainting>();
+    const std::string strFile =
+        pPainting != nullptr ? pPainting->GetUnsavedBitmap() : std::string();
     return strFile.empty() ||
            m_Documents.MayDrop(QString::fromStdString(strFile),
                                "The bitmap cannot be saved.",
-                               [&] { return pScript->SaveBitmap(strFile.c_str()); });
+                               [&] { return pPainting->SaveBitmap(strFile.c_str()); });
 }
 
 bool CUnsavedWork::MayDropBrushes()
 {
-    IPluginScript* pScript = m_Editor.GetPluginScript();
-    return pScript == nullptr || !pScript->HasUnsavedBrushes() ||
+    auto* pBrushes = m_Editor.FindInterface<IPluginBrushes>();
+    return pBrushes == nullptr || !pBrushes->HasUnsavedBrushes() ||
            m_Documents.MayDrop("the defined brushes",
                                "The brushes cannot be saved.",
-                               [pScript] { return pScript->SaveBrushes(); });
+                               [pBrushes] { return pBrushes->SaveBrushes(); });
 }

@@ -12,14 +12,14 @@ constexpr float CLICK_PIXELS = 4.0F; // a button that moved no further was click
 } // namespace
 
 CViewInput::CViewInput(CEditorHost& host,
-                       IPluginScript* pScript,
+                       IPlugin* pPlugin,
                        ViewId view,
                        CViewNavigator& navigator,
                        const SInputSettings& settings,
                        SHandState& hand)
     : m_Host(host)
     , m_Navigator(navigator)
-    , m_Stroke(host, pScript, view, navigator, settings, hand)
+    , m_Stroke(host, pPlugin, view, navigator, settings, hand)
 {
 }
 

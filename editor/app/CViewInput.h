@@ -6,7 +6,7 @@
 
 class CEditorHost;
 class CTerrain;
-class IPluginScript;
+class IPlugin;
 
 enum class EViewButton
 {
@@ -21,9 +21,9 @@ enum class EViewButton
 class CViewInput
 {
 public:
-    // Everything is borrowed. pScript: null for a plug-in without one.
+    // Everything is borrowed. pPlugin: null for none.
     CViewInput(CEditorHost& host,
-               IPluginScript* pScript,
+               IPlugin* pPlugin,
                ViewId view,
                CViewNavigator& navigator,
                const SInputSettings& settings,

@@ -2,7 +2,9 @@
 
 #include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
-#include "host/IPluginScript.h"
+#include "host/IPlugin.h"
+#include "host/IPluginStrokes.h"
+#include "host/IPluginTools.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +13,6 @@
 namespace
 {
 
-constexpr int32_t LEFT_BUTTON = 1;
 constexpr float PERCENT = 0.01F;
 constexpr char RAMP[] = "RampFunction"; // leads from the press to the release
 constexpr float LINE_SHARE = 0.25F;     // of the brush, until a straight line knows where it leads
@@ -29,13 +30,14 @@ float GetMiddle(uint32_t uHalf)
 } // namespace
 
 CViewStroke::CViewStroke(CEditorHost& host,
-                         IPluginScript* pScript,
+                         IPlugin* pPlugin,
                          ViewId view,
                          const CViewNavigator& navigator,
                          const SInputSettings& settings,
                          SHandState& hand)
     : m_Host(host)
-    , m_Script(pScript)
+    , m_Tools(dynamic_cast<IPluginTools*>(pPlugin))
+    , m_Strokes(dynamic_cast<IPluginStrokes*>(pPlugin))
     , m_View(view)
     , m_Navigator(navigator)
     , m_Settings(settings)
@@ -64,11 +66,11 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     m_HereX = fX;
     m_HereY = fY;
     m_StateBefore = m_Host.GetUndoStack().GetStateId();
-    m_bSmoothing = bSmooth && m_Script != nullptr && m_Script->BeginSmoothing();
-    const float fSpacing = m_Script != nullptr ? m_Script->GetStrokeSpacing() : 0.0F;
-    const float fExtent = m_Script != nullptr ? m_Script->GetBrushExtent() : 0.0F;
-    m_bPath = fSpacing > 0.0F;
-    m_bSculpts = m_bPath && m_Script != nullptr && m_Script->IsTerraforming();
+    m_bSmoothing = bSmooth && m_Strokes != nullptr && m_Strokes->BeginSmoothing();
+    const float fSpacing = m_Strokes != nullptr ? m_Strokes->GetStrokeSpacing() : 0.0F;
+    const float fExtent = m_Tools != nullptr ? m_Tools->GetBrushExtent() : 0.0F;
+    m_bPath = fSpacing > 0.0F && fExtent > 0.0F;
+    m_bSculpts = m_bPath && m_Tools != nullptr && m_Tools->IsTerraforming();
     m_SpacingShare = !m_bPath ? 0.0F
                      : m_Settings.iSpacingPercent > 0
                          ? static_cast<float>(m_Settings.iSpacingPercent) * PERCENT
@@ -78,7 +80,7 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
         m_Still.Take(*GetTerrain());
     }
     const bool bRamp =
-        m_Script != nullptr && m_Script->IsTerraforming() && m_Script->GetFunctionName() == RAMP;
+        m_Tools != nullptr && m_Tools->IsTerraforming() && m_Tools->GetFunctionName() == RAMP;
     m_bHasEnd = m_bPath || bRamp;
     SVec3 from;
     const bool bJoint =
@@ -107,7 +109,7 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
 
 float CViewStroke::GetSpacing() const
 {
-    return m_Script != nullptr ? m_SpacingShare * m_Script->GetBrushExtent() : 0.0F;
+    return m_Tools != nullptr ? m_SpacingShare * m_Tools->GetBrushExtent() : 0.0F;
 }
 
 // From the end of the last stroke to the cursor, all at once.
@@ -167,7 +169,7 @@ bool CViewStroke::FollowLine(float fX, float fY)
     }
     if (!m_Line.IsOn())
     {
-        const float fLeast = std::max(fSpacing, LINE_SHARE * m_Script->GetBrushExtent());
+        const float fLeast = std::max(fSpacing, LINE_SHARE * m_Tools->GetBrushExtent());
         m_Line.Start(m_PressHit, m_bLastGround ? m_LastGround : m_PressHit, fSpacing, fLeast);
         if (Aim(m_HereX, m_HereY, to)) // the cursor was there when the key went down
         {
@@ -209,8 +211,8 @@ bool CViewStroke::Cancel()
         return false;
     }
     m_Sampler.Cancel();
-    const bool bTerraforming = m_Script != nullptr && m_Script->IsTerraforming();
-    const bool bPainting = m_Script != nullptr && m_Script->IsPainting();
+    const bool bTerraforming = m_Tools != nullptr && m_Tools->IsTerraforming();
+    const bool bPainting = m_Tools != nullptr && m_Tools->IsPainting();
     const bool bOther = !bTerraforming && !bPainting;
     if (bOther)
     {
@@ -255,9 +257,9 @@ void CViewStroke::Finish()
         m_Hand.SetEnd(m_Host.GetUndoStack().GetStateId(), m_LastGround);
     }
     m_bOn = false;
-    if (std::exchange(m_bSmoothing, false) && m_Script != nullptr)
+    if (std::exchange(m_bSmoothing, false))
     {
-        m_Script->EndSmoothing();
+        m_Strokes->EndSmoothing();
     }
 }
 
@@ -286,7 +288,7 @@ void CViewStroke::SendMove(const SStrokePoint& point)
                m_Host.SendMouseMove(m_View,
                                     m_Flags | MOUSE_LEFT,
                                     {GetPixel(point.fX), GetPixel(point.fY)},
-                                    {point.iWheel, LEFT_BUTTON},
+                                    {point.iWheel, MOUSE_BUTTON_LEFT},
                                     {point.iStepX, point.iStepY});
            });
 }
@@ -309,7 +311,7 @@ void CViewStroke::SendGround(const SVec3& point)
     m_pSentGround = &ground;
     const int32_t iX = GetPixel(m_SentX);
     const int32_t iY = GetPixel(m_SentY);
-    m_Host.SendMouseMove(m_View, m_Flags | MOUSE_LEFT, {iX, iY}, {0, LEFT_BUTTON}, {0, 0});
+    m_Host.SendMouseMove(m_View, m_Flags | MOUSE_LEFT, {iX, iY}, {0, MOUSE_BUTTON_LEFT}, {0, 0});
     m_pSentGround = nullptr;
 }
 
@@ -334,8 +336,8 @@ bool CViewStroke::Aim(float fX, float fY, SVec3& hit) const
 {
     const CTerrain* pTerrain = GetTerrain();
     size_t nHeights = 0;
-    const bool bStill = m_Still.IsHeld() && m_Script != nullptr;
-    const float* pHeights = bStill ? m_Script->GetPressHeights(nHeights) : nullptr;
+    const bool bStill = m_Still.IsHeld() && m_Strokes != nullptr;
+    const float* pHeights = bStill ? m_Strokes->GetPressHeights(nHeights) : nullptr;
     if (pTerrain == nullptr || pHeights == nullptr ||
         nHeights != size_t{pTerrain->GetVerticesX()} * pTerrain->GetVerticesZ())
     {

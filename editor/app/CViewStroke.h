@@ -9,7 +9,9 @@
 
 class CEditorHost;
 class CTerrain;
-class IPluginScript;
+class IPlugin;
+class IPluginStrokes;
+class IPluginTools;
 
 // What a view's user has chosen; shared by all views.
 struct SInputSettings
@@ -28,9 +30,9 @@ struct SInputSettings
 class CViewStroke
 {
 public:
-    // Everything is borrowed. pScript: null for a plug-in without one.
+    // Everything is borrowed. pPlugin: null for none.
     CViewStroke(CEditorHost& host,
-                IPluginScript* pScript,
+                IPlugin* pPlugin,
                 ViewId view,
                 const CViewNavigator& navigator,
                 const SInputSettings& settings,
@@ -74,7 +76,8 @@ private:
     template <typename TSend> void SendAt(float fX, float fY, TSend send);
 
     CEditorHost& m_Host;
-    IPluginScript* m_Script;
+    IPluginTools* m_Tools;
+    IPluginStrokes* m_Strokes;
     ViewId m_View;
     const CViewNavigator& m_Navigator;
     const SInputSettings& m_Settings;

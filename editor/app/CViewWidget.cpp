@@ -5,7 +5,8 @@
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
 #include "framework/widgets/qt/WidgetAccess.h"
-#include "host/IPluginScript.h"
+#include "host/IPlugin.h"
+#include "host/IPluginTools.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -60,14 +61,15 @@ CViewWidget::CViewWidget(
     : QOpenGLWidget(pParent)
     , m_Parts(parts)
     , m_Events(std::move(events))
+    , m_pTools(dynamic_cast<IPluginTools*>(parts.pPlugin))
     , m_View(view)
     , m_Handle(RegisterView(*this))
     , m_Navigator(GetCamera(parts.host, view, eKind))
-    , m_Input(parts.host, parts.pScript, view, m_Navigator, parts.settings.input, parts.hand)
+    , m_Input(parts.host, parts.pPlugin, view, m_Navigator, parts.settings.input, parts.hand)
     , m_Renderer(parts.pCopies)
     , m_pNote(new CCursorNote(this))
     , m_pHand(std::make_unique<CBrushHand>(
-          parts.pScript, parts.keys, m_Input, *m_pNote, [this] { SeeCursor(); }))
+          m_pTools, parts.keys, m_Input, *m_pNote, [this] { SeeCursor(); }))
 {
     setObjectName(QString("view-%1").arg(view));
     setFocusPolicy(Qt::StrongFocus);
@@ -135,7 +137,7 @@ void CViewWidget::paintGL()
     settings.eMark = m_Parts.findMark(settings.mark);
     settings.fQuality = m_bRefining ? 1.0F : m_Quality;
     settings.uMostNewBytes = MOST_NEW_BYTES;
-    settings.bMask = m_Parts.pScript == nullptr || m_Parts.pScript->IsMaskActing();
+    settings.bMask = m_pTools == nullptr || m_pTools->IsMaskActing();
     if (m_bReady)
     {
         m_Renderer.Render(
@@ -231,7 +233,7 @@ bool CViewWidget::event(QEvent* pEvent)
 void CViewWidget::Update()
 {
     update();
-    if (m_Parts.host.GetModes().GetCurrentModeId() >= 0)
+    if (m_Parts.host.GetModes().GetCurrentModeId() != NO_MODE)
     {
         m_Events.onMark();
     }
@@ -335,7 +337,7 @@ void CViewWidget::FrameSpot()
         return;
     }
     const float fCell = pTerrain->GetSize().x / static_cast<float>(pTerrain->GetCellsPerSide());
-    const float fBrush = m_Parts.pScript != nullptr ? m_Parts.pScript->GetBrushExtent() : 0.0F;
+    const float fBrush = m_pTools != nullptr ? m_pTools->GetBrushExtent() : 0.0F;
     m_Navigator.FrameSpot(pTerrain, hit, std::max(fBrush, fCell * SPOT_CELLS));
     m_Input.RepeatHover();
     update();

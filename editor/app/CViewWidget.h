@@ -16,6 +16,7 @@ class CBrushHand;
 class CCursorNote;
 class CKeyBindings;
 class CTerrainCopies;
+class IPluginTools;
 struct SEditorSettings;
 
 enum class EViewKind
@@ -39,7 +40,7 @@ struct SViewEvents
 struct SViewParts
 {
     CEditorHost& host;
-    IPluginScript* pScript;
+    IPlugin* pPlugin; // null for none
     const SEditorSettings& settings;
     const CKeyBindings& keys;
     SHandState& hand;
@@ -122,6 +123,7 @@ private:
 
     SViewParts m_Parts;
     SViewEvents m_Events;
+    IPluginTools* m_pTools; // null for a plug-in without
     ViewId m_View;
     uintptr_t m_Handle;
     CViewNavigator m_Navigator;

@@ -13,9 +13,10 @@
 #include "editor/script/CScriptPlayer.h"
 #include "editor/script/LoadScript.h"
 #include "framework/core/CMenu.h"
+#include "host/ActionIds.h"
 #include "host/IEditorAction.h"
 #include "host/IPlugin.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginTools.h"
 #include "parser/CTCParseNodes.h"
 
 #include <QApplication>
@@ -30,8 +31,7 @@
 namespace
 {
 
-// Directions of the presets, from action 108 on.
-constexpr int32_t FIRST_PRESET = 108;
+// Directions of the presets, from CAMERA_FROM_EAST on.
 constexpr std::pair<float, float> PRESETS[] = {{1.0F, 0.0F},
                                                {1.0F, 1.0F},
                                                {0.0F, 1.0F},
@@ -47,7 +47,7 @@ constexpr float STEP = 10.0F;
 void RunCameraAction(CEditorHost& host, ViewId view, int32_t iAction)
 {
     CCamera* pCamera = host.GetEngine().GetCWorld().GetCameraList().GetCameraOfView(view);
-    const int32_t iPreset = iAction - FIRST_PRESET;
+    const int32_t iPreset = iAction - CAMERA_FROM_EAST;
     if (iPreset >= 0 && iPreset < static_cast<int32_t>(std::size(PRESETS)) && pCamera != nullptr)
     {
         host.LookFromDirection(pCamera, PRESETS[iPreset].first, PRESETS[iPreset].second);
@@ -55,17 +55,17 @@ void RunCameraAction(CEditorHost& host, ViewId view, int32_t iAction)
     }
     switch (iAction)
     {
-    case 116:
-    case 117:
-        host.SetViewToggle(view, iAction == 117);
+    case CAMERA_TOGGLE_OFF:
+    case CAMERA_TOGGLE_ON:
+        host.SetViewToggle(view, iAction == CAMERA_TOGGLE_ON);
         break;
-    case 118:
-    case 119:
-        host.GetEngine().StepCameraVertical(view, iAction == 118 ? STEP : -STEP);
+    case CAMERA_UP:
+    case CAMERA_DOWN:
+        host.GetEngine().StepCameraVertical(view, iAction == CAMERA_UP ? STEP : -STEP);
         break;
-    case 120:
-    case 121:
-        host.TurnCamera(view, iAction == 120 ? -TURN : TURN);
+    case CAMERA_TURN_LEFT:
+    case CAMERA_TURN_RIGHT:
+        host.TurnCamera(view, iAction == CAMERA_TURN_LEFT ? -TURN : TURN);
         break;
     default:
         break;
@@ -88,7 +88,7 @@ void CEditorWindow::SendAction(int32_t iAction)
     CEditorHost& host = GetHost();
     const ViewId view = m_pViews->GetActiveId();
     const IPlugin* pPlugin = m_Editor.GetPlugin();
-    const bool bInMode = host.GetModes().GetCurrentModeId() >= 0 && pPlugin != nullptr;
+    const bool bInMode = host.GetModes().GetCurrentModeId() != NO_MODE && pPlugin != nullptr;
     host.SendAction(view, iAction, 1);
     if (!bInMode || m_pViews->GetActive()->GetKind() == EViewKind::Top)
     {
@@ -141,8 +141,8 @@ void CEditorWindow::ShowContextMenu(ViewId view, QPoint screen)
 void CEditorWindow::StepHistory(bool bRedo)
 {
     GetHost().EndDrag();
-    IPluginScript* pScript = m_Editor.GetPluginScript();
-    if (pScript != nullptr && pScript->IsPainting()) // the strokes that the hand is at
+    auto* pTools = m_Editor.FindInterface<IPluginTools>();
+    if (pTools != nullptr && pTools->IsPainting()) // the strokes that the hand is at
     {
         GetHost().StepPaint(bRedo);
     }
@@ -161,8 +161,8 @@ void CEditorWindow::StepHistory(bool bRedo)
 
 void CEditorWindow::CancelWork()
 {
-    IPluginScript* pScript = m_Editor.GetPluginScript();
-    const bool bTool = pScript != nullptr && !pScript->IsTerraforming() && !pScript->IsPainting();
+    auto* pTools = m_Editor.FindInterface<IPluginTools>();
+    const bool bTool = pTools != nullptr && !pTools->IsTerraforming() && !pTools->IsPainting();
     if (!m_pViews->CancelStroke() && bTool)
     {
         GetHost().GetModes().DeactivateMode(0); // one that is used once, and has no other way out
@@ -236,7 +236,7 @@ EScriptEnd CEditorWindow::PlayScript(const std::string& strPath, std::string& st
     CScriptPlayer player(GetHost(),
                          cursor,
                          m_pViews->GetActiveId(),
-                         m_Editor.GetPluginScript(),
+                         m_Editor.GetPlugin(),
                          strPath,
                          [this]
                          {
@@ -261,7 +261,7 @@ bool CEditorWindow::Recover(const SRecoverable& entry)
     CScriptPlayer player(GetHost(),
                          cursor,
                          m_pViews->GetActiveId(),
-                         m_Editor.GetPluginScript(),
+                         m_Editor.GetPlugin(),
                          entry.strStem + ".tellur");
     const auto play = [&player](CTCPARSE_KEYWORD* pFirst, std::string& strFault)
     {

@@ -9,7 +9,9 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
 #include "editor/app/PluginMenus.h"
+#include "host/ActionIds.h"
 #include "host/FileSystem.h"
+#include "host/IPluginTools.h"
 
 #include <QDir>
 #include <QDockWidget>
@@ -47,18 +49,18 @@ struct SCameraCommand
 };
 
 constexpr SCameraCommand CAMERA_COMMANDS[] = {
-    {"camera.from_east", "From the &east", Ctrl('6'), 108},
-    {"camera.from_south_east", "From the south-east", Ctrl('3'), 109},
-    {"camera.from_south", "From the &south", Ctrl('2'), 110},
-    {"camera.from_south_west", "From the south-west", Ctrl('1'), 111},
-    {"camera.from_west", "From the &west", Ctrl('4'), 112},
-    {"camera.from_north_west", "From the north-west", Ctrl('7'), 113},
-    {"camera.from_north", "From the &north", Ctrl('8'), 114},
-    {"camera.from_north_east", "From the north-east", Ctrl('9'), 115},
-    {"camera.up", "Step &up", Key(Qt::Key_PageUp), 118},
-    {"camera.down", "Step &down", Key(Qt::Key_PageDown), 119},
-    {"camera.turn_left", "Turn &left", Key(Qt::Key_Left), 120},
-    {"camera.turn_right", "Turn &right", Key(Qt::Key_Right), 121},
+    {"camera.from_east", "From the &east", Ctrl('6'), CAMERA_FROM_EAST},
+    {"camera.from_south_east", "From the south-east", Ctrl('3'), CAMERA_FROM_SOUTH_EAST},
+    {"camera.from_south", "From the &south", Ctrl('2'), CAMERA_FROM_SOUTH},
+    {"camera.from_south_west", "From the south-west", Ctrl('1'), CAMERA_FROM_SOUTH_WEST},
+    {"camera.from_west", "From the &west", Ctrl('4'), CAMERA_FROM_WEST},
+    {"camera.from_north_west", "From the north-west", Ctrl('7'), CAMERA_FROM_NORTH_WEST},
+    {"camera.from_north", "From the &north", Ctrl('8'), CAMERA_FROM_NORTH},
+    {"camera.from_north_east", "From the north-east", Ctrl('9'), CAMERA_FROM_NORTH_EAST},
+    {"camera.up", "Step &up", Key(Qt::Key_PageUp), CAMERA_UP},
+    {"camera.down", "Step &down", Key(Qt::Key_PageDown), CAMERA_DOWN},
+    {"camera.turn_left", "Turn &left", Key(Qt::Key_Left), CAMERA_TURN_LEFT},
+    {"camera.turn_right", "Turn &right", Key(Qt::Key_Right), CAMERA_TURN_RIGHT},
 };
 
 constexpr std::tuple<const char*, const char*, uint32_t> STROKE_COMMANDS[] = {
@@ -68,9 +70,6 @@ constexpr std::tuple<const char*, const char*, uint32_t> STROKE_COMMANDS[] = {
     {"raise", "Only raise", 'R'},
     {"lower", "Only lower", 'T'},
 };
-
-constexpr int32_t ACTION_WIRE_OFF = 116;
-constexpr int32_t ACTION_WIRE_ON = 117;
 
 } // namespace
 
@@ -171,7 +170,7 @@ void CEditorWindow::MakeViewMenu()
                    [this]
                    {
                        const CViewWidget* pView = m_pViews->GetActive();
-                       SendAction(pView->IsWireFrame() ? ACTION_WIRE_OFF : ACTION_WIRE_ON);
+                       SendAction(pView->IsWireFrame() ? CAMERA_TOGGLE_OFF : CAMERA_TOGGLE_ON);
                    });
     QAction* pGrid = m_Commands.Add(pMenu, "view.grid", "&Grid", Key('G'), [] {});
     pGrid->setCheckable(true);
@@ -281,7 +280,7 @@ void CEditorWindow::MakeBrushMenu()
 {
     m_pToolCommands =
         std::make_unique<CToolCommands>(GetHost(),
-                                        m_Editor.GetPluginScript(),
+                                        m_Editor.FindInterface<IPluginTools>(),
                                         *m_pViews,
                                         [this](int32_t iAction) { SendAction(iAction); });
     m_pToolCommands->AddTo(*menuBar()->addMenu("&Brush"), m_Commands);

@@ -14,7 +14,6 @@
 namespace
 {
 
-constexpr int KIND_OPEN = 1;
 constexpr char DATA_FOLDER[] = "data";
 
 // Where the dialog starts: the file when it is known, else the folder.
@@ -124,7 +123,7 @@ std::string ChooseSaveFile(QWidget* pParent, const SSaveChoice& choice)
 }
 
 std::string ChooseFile(QWidget* pParent,
-                       int iKind,
+                       EFileDialog eKind,
                        const char* pszDefaultExtension,
                        const char* pszInitialName,
                        const char* pszInitialFolder,
@@ -132,20 +131,21 @@ std::string ChooseFile(QWidget* pParent,
                        const std::string& strSaveFolder)
 {
     const bool bSaveFolder =
-        iKind != KIND_OPEN &&
+        eKind != FILE_DIALOG_OPEN &&
         (pszInitialFolder == nullptr || std::strcmp(pszInitialFolder, DATA_FOLDER) == 0);
     const char* pszFolder = pszInitialFolder != nullptr ? pszInitialFolder : "";
     const QString strStart =
         GetStart(pszInitialName, bSaveFolder ? strSaveFolder.c_str() : pszFolder);
     const QString strSuffix = QString::fromUtf8(pszDefaultExtension);
     const QString strFilter = MakeDialogFilter(pszFilter);
-    if (iKind != KIND_OPEN && !strSuffix.isEmpty())
+    if (eKind != FILE_DIALOG_OPEN && !strSuffix.isEmpty())
     {
         return MakeRootRelative(
             ChooseSaveFile(pParent, {QString(), strFilter, strSuffix, strStart}), true);
     }
     QFileDialog dialog(pParent, QString(), QString(), strFilter);
-    dialog.setFileMode(iKind == KIND_OPEN ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    dialog.setFileMode(eKind == FILE_DIALOG_OPEN ? QFileDialog::ExistingFile
+                                                 : QFileDialog::AnyFile);
     dialog.setDefaultSuffix(strSuffix);
     SetStart(dialog, strStart);
     const std::string strPath = Run(dialog);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/EditorHost.h"
+
 #include <QString>
 
 #include <string>
@@ -35,7 +37,7 @@ std::string ChooseSaveFile(QWidget* pParent, const SSaveChoice& choice);
 // As EditorHost::BrowseForFile. strSaveFolder: where dialogs start that may name a new file, if the
 // caller has no other wish than the folder of the data.
 std::string ChooseFile(QWidget* pParent,
-                       int iKind,
+                       EFileDialog eKind,
                        const char* pszDefaultExtension,
                        const char* pszInitialName,
                        const char* pszInitialFolder,

@@ -4,7 +4,7 @@
 #include "editor/app/KeyChords.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CKeyBindings.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginTools.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -58,8 +58,7 @@ bool IsHeldKey(const SKeyCommand* pCommand, const QKeyEvent& event)
 
 void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
 {
-    const bool bStroke =
-        m_Input.IsStroking() && m_Parts.pScript != nullptr && m_Parts.pScript->HeedsMinMax();
+    const bool bStroke = m_Input.IsStroking() && m_pTools != nullptr && m_pTools->HeedsMinMax();
     const bool bMin = modifiers.testFlag(Qt::ControlModifier) || m_Parts.hand.bRaise;
     const bool bMax = modifiers.testFlag(Qt::AltModifier) || m_Parts.hand.bLower;
     m_pNote->SetState(bStroke && bMin ? "min" : bStroke && bMax ? "max" : "");

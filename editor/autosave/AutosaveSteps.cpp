@@ -6,7 +6,8 @@
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/FileBackup.h"
 #include "host/FileSystem.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginPainting.h"
+#include "host/IPluginTools.h"
 #include "host/Log.h"
 #include "parser/DeclarativeText.h"
 
@@ -127,7 +128,7 @@ bool CAutosave::KeepBitmap(bool bKnown)
             return false;
         }
     }
-    const std::string strFile = m_PluginScript->GetBitmapFile();
+    const std::string strFile = m_Painting->GetBitmapFile();
     return !bSaved || Append(MakeBitmapNote(strFile, GetFileStamp(fs::root_path(strFile.c_str()))) +
                              "mode( \"none\" )\npaint_bitmap( " + QuoteText(strFile) + " )\n");
 }
@@ -189,7 +190,7 @@ void CAutosave::TellRecovered(const SRecoverable& entry, size_t nSteps) const
     {
         strBack = entry.steps.empty() ? "the copy was given back" : "the copy and " + strBack;
     }
-    if (GetUnsavedBitmap() != 0 && !m_PluginScript->IsPainting())
+    if (GetUnsavedBitmap() != 0 && !(m_Tools != nullptr && m_Tools->IsPainting()))
     {
         strBack += "; what was painted shows when Edit is switched on";
     }

@@ -4,7 +4,9 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/FileNames.h"
-#include "host/IPluginScript.h"
+#include "host/IPlugin.h"
+#include "host/IPluginPainting.h"
+#include "host/IPluginTools.h"
 #include "host/Log.h"
 
 #include <unistd.h>
@@ -35,21 +37,22 @@ CAutosave::~CAutosave()
     }
 }
 
-void CAutosave::SetPluginScript(IPluginScript* pPluginScript)
+void CAutosave::SetPlugin(IPlugin* pPlugin)
 {
-    m_PluginScript = pPluginScript;
-    m_Writer.SetPluginScript(pPluginScript);
+    m_Painting = dynamic_cast<IPluginPainting*>(pPlugin);
+    m_Tools = dynamic_cast<IPluginTools*>(pPlugin);
+    m_Writer.SetPlugin(pPlugin);
 }
 
 bool CAutosave::IsKeeping() const
 {
-    return m_PluginScript != nullptr && m_Interval.count() > 0 && !m_bOff && m_Document.HasLevel();
+    return m_Writer.CanWrite() && m_Interval.count() > 0 && !m_bOff && m_Document.HasLevel();
 }
 
 uint64_t CAutosave::GetUnsavedBitmap() const
 {
-    return m_PluginScript != nullptr && !m_PluginScript->GetUnsavedBitmap().empty()
-               ? m_PluginScript->GetBitmapRevision()
+    return m_Painting != nullptr && !m_Painting->GetUnsavedBitmap().empty()
+               ? m_Painting->GetBitmapRevision()
                : 0;
 }
 
@@ -246,9 +249,9 @@ bool CAutosave::StartCopy()
     job.uNumber = m_Number;
     if (GetUnsavedBitmap() != 0)
     {
-        m_Copied.strBitmap = m_PluginScript->GetUnsavedBitmap();
+        m_Copied.strBitmap = m_Painting->GetUnsavedBitmap();
         m_Copied.strTexels = GetAutosaveTexels(m_Stem, m_Number);
-        job.pTexels = m_PluginScript->GetBitmap();
+        job.pTexels = m_Painting->GetBitmap();
     }
     job.strText = m_Copied.Write();
     job.pHeights = pTerrain->GetHeightData();

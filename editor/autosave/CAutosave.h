@@ -13,6 +13,9 @@
 
 class CEditorHost;
 class CLevelDocument;
+class IPlugin;
+class IPluginPainting;
+class IPluginTools;
 
 // Keeps what is not saved of a level, so that a crash costs the step under the hand and no more.
 // Every finished step is appended to a journal in ".tellur-autosave" beside the level, or in the
@@ -34,8 +37,9 @@ public:
     CAutosave(const CAutosave&) = delete;
     CAutosave& operator=(const CAutosave&) = delete;
 
-    // Borrowed until the next call. Null: there is no journal, only copies.
-    void SetPluginScript(IPluginScript* pPluginScript);
+    // Borrowed until the next call. Without one that plays scripts there is no journal, only
+    // copies.
+    void SetPlugin(IPlugin* pPlugin);
 
     void SetInterval(std::chrono::seconds interval) { m_Interval = interval; } // 0: keeps nothing
 
@@ -101,7 +105,8 @@ private:
 
     CEditorHost& m_Host;
     CLevelDocument& m_Document;
-    IPluginScript* m_PluginScript = nullptr;
+    IPluginPainting* m_Painting = nullptr;
+    IPluginTools* m_Tools = nullptr;
     CScriptWriter m_Writer;
     CJournal m_Journal;
     CAutosaveCopy m_Copy;

@@ -7,6 +7,7 @@
 #include "host/IPlugin.h"
 #include "host/Log.h"
 #include "host/Reflection.h"
+#include "host/World.h"
 
 #include <cstring>
 #include <filesystem>
@@ -16,12 +17,8 @@
 namespace
 {
 
-constexpr char ENVIRONMENT_CLASS[] = "Environment";
 constexpr char REGISTRY_ROOT[] = "\\Software\\Tellur";
 constexpr size_t BYTES_OF_A_VERTEX = 16; // in an undo record
-constexpr uint32_t REQUEST_FULL_PATH = 16;
-constexpr uint32_t REQUEST_RELOAD = 17;
-constexpr int KIND_OPEN = 1; // of BrowseForFile
 
 std::string GetText(const char* pszText)
 {
@@ -164,11 +161,11 @@ void CEditorHost::RefreshAfterReload()
 }
 
 void CEditorHost::RegisterSetting(const char* pszName,
-                                  uint32_t uType,
+                                  ERTTIType eType,
                                   void* pValue,
                                   const char* pszEditFlags)
 {
-    m_Settings.Register(pszName, uType, pValue, pszEditFlags);
+    m_Settings.Register(pszName, eType, pValue, pszEditFlags);
 }
 
 bool CEditorHost::PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer)
@@ -176,15 +173,15 @@ bool CEditorHost::PromptText(const char* pszTitle, const char* pszLabel, std::st
     return m_Face.PromptText(pszTitle, pszLabel, strAnswer);
 }
 
-std::string CEditorHost::BrowseForFile(int iKind,
+std::string CEditorHost::BrowseForFile(EFileDialog eKind,
                                        const char* pszDefaultExtension,
                                        const char* pszInitialName,
                                        const char* pszInitialFolder,
                                        const char* pszFilter)
 {
     std::string strPath = m_Face.BrowseForFile(
-        iKind, pszDefaultExtension, pszInitialName, pszInitialFolder, pszFilter);
-    if (iKind == KIND_OPEN && strPath.find('"') != std::string::npos)
+        eKind, pszDefaultExtension, pszInitialName, pszInitialFolder, pszFilter);
+    if (eKind == FILE_DIALOG_OPEN && strPath.find('"') != std::string::npos)
     {
         // What plug-ins open they name in files of theirs, which a quotation mark makes unreadable.
         const std::string strFault =
@@ -265,7 +262,7 @@ bool CEditorHost::QueryEntityClass(const char* pszClassName)
            m_Engine.GetWorld()->GetEnvironment() != nullptr;
 }
 
-void CEditorHost::SetPluginViewState(int /*iState*/,
+void CEditorHost::SetPluginViewState(EPluginViewState /*eState*/,
                                      uint32_t /*uActionHandle*/,
                                      uint32_t /*uReserved*/)
 {
@@ -274,7 +271,7 @@ void CEditorHost::SetPluginViewState(int /*iState*/,
 
 void CEditorHost::GetEnvironmentFile(const char* pszClassName,
                                      uint32_t /*uActionHandle*/,
-                                     uint32_t uRequest,
+                                     EEnvironmentRequest eRequest,
                                      const std::string* pIn,
                                      std::string* pOut)
 {
@@ -282,11 +279,11 @@ void CEditorHost::GetEnvironmentFile(const char* pszClassName,
     {
         return;
     }
-    if (uRequest == REQUEST_FULL_PATH && pIn != nullptr && pOut != nullptr)
+    if (eRequest == ENVIRONMENT_FULL_PATH && pIn != nullptr && pOut != nullptr)
     {
         *pOut = m_LevelHeights.GetFile(*pIn);
     }
-    else if (uRequest == REQUEST_RELOAD)
+    else if (eRequest == ENVIRONMENT_RELOAD)
     {
         m_Engine.GetWorld()->ReloadTerrain();
     }
@@ -358,11 +355,11 @@ int CEditorHost::PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t 
 {
     if (!m_Face.PickTerrain(view, point, hit))
     {
-        return 0;
+        return PICK_MISS;
     }
     m_Event.bHit = true;
     m_Event.hit = hit;
-    return 1;
+    return PICK_HIT;
 }
 
 bool CEditorHost::OnProgress(const char* pszWhat, float fDone)

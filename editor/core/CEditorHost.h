@@ -18,7 +18,6 @@
 
 class IFrontEnd;
 class IHostFace;
-class IPluginScript;
 
 // How often the plug-in asked for something that only shows.
 struct SHostCounters
@@ -27,15 +26,6 @@ struct SHostCounters
     uint64_t nRefreshes = 0;      // RefreshView
     uint64_t nTerrainChanged = 0; // OnTerrainChanged
     uint64_t nReloads = 0;        // RefreshAfterReload
-};
-
-// Mouse flags of the button and move operations.
-enum EMouseFlag : uint32_t
-{
-    MOUSE_LEFT = 0x1,
-    MOUSE_SHIFT = 0x4,
-    MOUSE_CONTROL = 0x8,
-    MOUSE_ALT = 0x20,
 };
 
 // The host: the one implementation of EditorHost that the editor and the script player share. Owns
@@ -155,11 +145,11 @@ public:
     void OnTerrainChanged() override;
     void RefreshAfterReload() override;
     void RegisterSetting(const char* pszName,
-                         uint32_t uType,
+                         ERTTIType eType,
                          void* pValue,
                          const char* pszEditFlags) override;
     bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) override;
-    std::string BrowseForFile(int iKind,
+    std::string BrowseForFile(EFileDialog eKind,
                               const char* pszDefaultExtension,
                               const char* pszInitialName,
                               const char* pszInitialFolder,
@@ -179,10 +169,12 @@ public:
                           const char* pszTitle,
                           const char* pszParent) override;
     bool QueryEntityClass(const char* pszClassName) override;
-    void SetPluginViewState(int iState, uint32_t uActionHandle, uint32_t uReserved) override;
+    void SetPluginViewState(EPluginViewState eState,
+                            uint32_t uActionHandle,
+                            uint32_t uReserved) override;
     void GetEnvironmentFile(const char* pszClassName,
                             uint32_t uActionHandle,
-                            uint32_t uRequest,
+                            EEnvironmentRequest eRequest,
                             const std::string* pIn,
                             std::string* pOut) override;
     void RegisterPluginA(IPlugin* pPlugin) override;
@@ -212,7 +204,8 @@ private:
     void Tell(const SHostEvent& event);
     void FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& block);
     void OnNoMemory(const char* pszOperation);
-    IPluginScript* FindScript() const; // null when no plug-in has one
+    // What the first plug-in that has it offers; null when none does.
+    template <typename TInterface> TInterface* FindInterface() const;
     std::string GetUndoText() const;
 
     // IUndoListener

@@ -2,9 +2,10 @@
 
 #include "editor/core/CEditorHost.h"
 #include "framework/core/IFrontEnd.h"
-#include "host/FunctionNames.h"
 #include "host/IPlugin.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginPainting.h"
+#include "host/IPluginStrokes.h"
+#include "host/IPluginTools.h"
 #include "host/Log.h"
 
 #include <algorithm>
@@ -13,10 +14,21 @@
 namespace
 {
 
-constexpr int32_t NOTIFY_PANEL_CLOSED = 1;
 constexpr uint32_t LAST_LOCAL_COMMAND = 0xFF; // a plug-in's commands differ in the low byte
 
 } // namespace
+
+template <typename TInterface> TInterface* CEditorHost::FindInterface() const
+{
+    for (IPlugin* pPlugin : m_Registry.GetInput())
+    {
+        if (auto* pFound = dynamic_cast<TInterface*>(pPlugin))
+        {
+            return pFound;
+        }
+    }
+    return nullptr;
+}
 
 void CEditorHost::NotifyPlugins(int32_t iCode)
 {
@@ -121,8 +133,8 @@ void CEditorHost::EndDrag()
 
 void CEditorHost::OnNoMemory(const char* pszOperation)
 {
-    IPluginScript* pScript = FindScript();
-    const bool bDropped = pScript != nullptr && pScript->DropDrag();
+    auto* pStrokes = FindInterface<IPluginStrokes>();
+    const bool bDropped = pStrokes != nullptr && pStrokes->DropDrag();
     CrashLog(
         "[%s] not enough memory%s\n", pszOperation, bDropped ? "; the stroke is taken back" : "");
     if (IsDragging())
@@ -239,25 +251,13 @@ void CEditorHost::Tell(const SHostEvent& event)
     TellEach([&](IHostObserver& observer) { observer.OnEvent(event); });
 }
 
-IPluginScript* CEditorHost::FindScript() const
-{
-    for (IPlugin* pPlugin : m_Registry.GetInput())
-    {
-        if (auto* pScript = dynamic_cast<IPluginScript*>(pPlugin))
-        {
-            return pScript;
-        }
-    }
-    return nullptr;
-}
-
 std::string CEditorHost::GetUndoText() const
 {
     const bool bMouse = m_Event.eKind == EHostEvent::ButtonDown ||
                         m_Event.eKind == EHostEvent::MouseMove ||
                         m_Event.eKind == EHostEvent::ButtonUp;
-    IPluginScript* pScript = bMouse ? FindScript() : nullptr;
-    return pScript != nullptr ? GetReadableFunction(pScript->GetFunctionName()) : m_Caption;
+    auto* pTools = bMouse ? FindInterface<IPluginTools>() : nullptr;
+    return pTools != nullptr ? pTools->GetToolName() : m_Caption;
 }
 
 bool CEditorHost::Undo()
@@ -284,11 +284,11 @@ bool CEditorHost::Redo()
 void CEditorHost::StepPaint(bool bRedo)
 {
     const SHostEvent event = {.eKind = bRedo ? EHostEvent::PaintRedo : EHostEvent::PaintUndo};
-    if (IPluginScript* pScript = FindScript())
+    if (auto* pPainting = FindInterface<IPluginPainting>())
     {
         bool bStepped = false;
         TellBefore(event);
-        Guard("CEditorHost::StepPaint", [&] { bStepped = pScript->StepPaint(bRedo); });
+        Guard("CEditorHost::StepPaint", [&] { bStepped = pPainting->StepPaint(bRedo); });
         if (bStepped)
         {
             Tell(event);

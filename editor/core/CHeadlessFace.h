@@ -15,7 +15,8 @@ public:
 
     bool PromptText(const char*, const char*, std::string&) override { return false; }
 
-    std::string BrowseForFile(int, const char*, const char*, const char*, const char*) override
+    std::string
+    BrowseForFile(EFileDialog, const char*, const char*, const char*, const char*) override
     {
         return {};
     }

@@ -8,15 +8,6 @@
 #include <utility>
 #include <vector>
 
-// Modifier keys of a binding, joined by '|'. 8 is Ctrl for plug-ins, too; the others are the host's
-// choice and the same bits as the flags of mouse events (EMouseFlag).
-enum EKeyModifier : uint32_t
-{
-    KEY_SHIFT = 0x4,
-    KEY_CONTROL = 0x8,
-    KEY_ALT = 0x20,
-};
-
 // A key with its modifiers. Keys that print have the code of their capital letter or sign (84 is
 // T, 93 is ]); the others have codes from 0x01000000 on, as the window system's key events number
 // them. 0 is no key.

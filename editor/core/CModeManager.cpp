@@ -81,7 +81,8 @@ bool CModeManager::CanDeactivateCurrentMode()
 
 int CModeManager::GetCurrentModeGroup()
 {
-    return m_CurrentId == NO_MODE ? NO_MODE : m_Modes[static_cast<size_t>(m_CurrentId)].iGroup;
+    return m_CurrentId == NO_MODE ? MODE_GROUP_NONE
+                                  : m_Modes[static_cast<size_t>(m_CurrentId)].iGroup;
 }
 
 bool CModeManager::IsModeAvailable(int iModeId)

@@ -66,10 +66,8 @@ private:
     struct SMode
     {
         std::unique_ptr<IEditorMode> pMode;
-        int iGroup = -1;
+        int iGroup = MODE_GROUP_NONE;
     };
-
-    static constexpr int NO_MODE = -1;
 
     IEditorMode* FindMode(int iModeId) const; // null when unknown
     void EndDrag();

@@ -2,7 +2,7 @@
 
 #include "editor/core/CEditorHost.h"
 #include "editor/core/KeptFiles.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginBrushes.h"
 #include "host/Log.h"
 
 #include <dlfcn.h>
@@ -16,7 +16,6 @@ namespace
 {
 
 constexpr uint32_t PLUGIN_INDEX = 0;
-constexpr int32_t NOTIFY_HOST_GOES = 10;
 
 // The loader looks for a name without a folder in the system's folders; a path never means that.
 std::string GetAbsolutePath(const char* pszPath)
@@ -93,9 +92,9 @@ bool CPluginLoader::Start(FInitializeMe pInitializeMe)
     }
     m_Plugin->RegisterActions();
     m_Plugin->Initialize();
-    if (auto* pScript = dynamic_cast<IPluginScript*>(m_Plugin))
+    if (auto* pBrushes = dynamic_cast<IPluginBrushes*>(m_Plugin))
     {
-        KeepFaultyBrushes(*pScript);
+        KeepFaultyBrushes(*pBrushes);
     }
     m_Host.LoadSettings();
     if (m_Host.GetSettings().IsPanelOpen())

@@ -5,13 +5,6 @@
 
 #include <utility>
 
-namespace
-{
-
-constexpr int32_t NOTIFY_LEVEL_CHANGED = 5;
-
-} // namespace
-
 bool CEditorHost::NewLevel(uint32_t uCells, const SVec3& size)
 {
     PrepareLevelChange();

@@ -9,6 +9,7 @@ class CRuntimeClass;
 class ICamera;
 class IFrontEnd;
 class IViewWindow;
+enum EFileDialog : int;
 
 enum class ECameraKey : uint32_t
 {
@@ -32,7 +33,7 @@ public:
 
     // As the operations of EditorHost of the same names.
     virtual bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) = 0;
-    virtual std::string BrowseForFile(int iKind,
+    virtual std::string BrowseForFile(EFileDialog eKind,
                                       const char* pszDefaultExtension,
                                       const char* pszInitialName,
                                       const char* pszInitialFolder,

@@ -1,7 +1,7 @@
 #include "editor/core/KeptFiles.h"
 
 #include "host/FileSystem.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginBrushes.h"
 #include "host/Log.h"
 
 #include <filesystem>
@@ -74,11 +74,11 @@ std::string KeepFile(const std::string& strFile)
     return strCopy;
 }
 
-void KeepFaultyBrushes(IPluginScript& script)
+void KeepFaultyBrushes(IPluginBrushes& brushes)
 {
     std::string strName;
-    fs::path_normalize(strName, script.GetBrushFile(), false);
-    for (const SBrushFault& fault : script.GetBrushFaults())
+    fs::path_normalize(strName, brushes.GetBrushFile(), false);
+    for (const SBrushFault& fault : brushes.GetBrushFaults())
     {
         const std::string strLine =
             fault.iLine > 0 ? ", line " + std::to_string(fault.iLine) : std::string();
@@ -92,7 +92,7 @@ void KeepFaultyBrushes(IPluginScript& script)
     }
     // A library of the installation is never written to.
     const std::string strFile = fs::root_path(strName.c_str());
-    if (!script.GetBrushFaults().empty() && IsBelow(strFile, fs::get_user_root()))
+    if (!brushes.GetBrushFaults().empty() && IsBelow(strFile, fs::get_user_root()))
     {
         KeepFile(strFile);
     }

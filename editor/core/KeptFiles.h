@@ -2,7 +2,7 @@
 
 #include <string>
 
-class IPluginScript;
+class IPluginBrushes;
 
 // Keeps a file that is about to be replaced though it was not understood: a copy beside it,
 // "FILE.bak", "FILE.bak2" and so on, the first name that is free. A copy that is there is never
@@ -12,4 +12,4 @@ std::string KeepFile(const std::string& strFile);
 
 // Logs what the plug-in could not use of its library of brushes, with brush and line, and keeps the
 // file then: the next save of the library holds only what was loaded. Nothing without a fault.
-void KeepFaultyBrushes(IPluginScript& script);
+void KeepFaultyBrushes(IPluginBrushes& brushes);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/IPluginScript.h"
+#include "host/IPluginStrokes.h"
 
 #include <string>
 #include <vector>

@@ -5,7 +5,8 @@
 #include "editor/core/Processes.h"
 #include "editor/core/UserFolders.h"
 #include "editor/script/CScriptPlayer.h"
-#include "host/IPluginScript.h"
+#include "host/IPlugin.h"
+#include "host/IPluginPainting.h"
 #include "host/Log.h"
 #include "host/Terrain.h"
 #include "parser/DeclarativeText.h"
@@ -60,12 +61,12 @@ std::string WriteNote(const std::string& strPart)
 
 } // namespace
 
-CRecorder::CRecorder(CEditorHost& host, IPluginScript* pPluginScript)
+CRecorder::CRecorder(CEditorHost& host, IPlugin* pPlugin)
     : m_Host(host)
-    , m_PluginScript(pPluginScript)
+    , m_Painting(dynamic_cast<IPluginPainting*>(pPlugin))
     , m_Writer(host, *this)
 {
-    m_Writer.SetPluginScript(pPluginScript);
+    m_Writer.SetPlugin(pPlugin);
     m_Host.AddObserver(this);
 }
 
@@ -79,7 +80,7 @@ bool CRecorder::Start(const std::string& strPath)
 {
     Stop();
     m_Host.EndDrag();
-    if (m_PluginScript == nullptr || m_Host.GetEngine().GetWorld()->GetTerrain() == nullptr)
+    if (!m_Writer.CanWrite() || m_Host.GetEngine().GetWorld()->GetTerrain() == nullptr)
     {
         CrashLog("[CRecorder::Start] there is no level to record\n");
         return false;
@@ -187,7 +188,7 @@ bool CRecorder::KeepTerrain()
 bool CRecorder::KeepBitmap(bool /*bKnown*/)
 {
     const std::string strFile = FindFreeName(m_Prefix + ".", ".png", m_Bitmaps);
-    if (!m_PluginScript->SaveBitmap(strFile.c_str()))
+    if (!m_Painting->SaveBitmap(strFile.c_str()))
     {
         return Fail("the bitmap cannot be written beside it");
     }

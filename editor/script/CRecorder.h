@@ -9,7 +9,8 @@
 #include <vector>
 
 class CEditorHost;
-class IPluginScript;
+class IPlugin;
+class IPluginPainting;
 
 // Writes everything that is done to the terrain as a replay script with exact hit points. The
 // script grows in "NAME.tellur.part", where each event is when its call returns, and takes its own
@@ -23,8 +24,8 @@ class IPluginScript;
 class CRecorder : public IHostObserver, private IScriptSink
 {
 public:
-    // pPluginScript: of the plug-in, borrowed; null: nothing can be recorded.
-    CRecorder(CEditorHost& host, IPluginScript* pPluginScript);
+    // pPlugin: borrowed. Nothing can be recorded of one that plays no scripts, and of null.
+    CRecorder(CEditorHost& host, IPlugin* pPlugin);
     ~CRecorder() override; // as Stop
     CRecorder(const CRecorder&) = delete;
     CRecorder& operator=(const CRecorder&) = delete;
@@ -61,7 +62,7 @@ private:
     bool Fail(const char* pszFault);
 
     CEditorHost& m_Host;
-    IPluginScript* m_PluginScript;
+    IPluginPainting* m_Painting;
     CScriptWriter m_Writer;
     std::string m_Path;
     std::string m_Part;

@@ -3,26 +3,19 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/script/CScriptCall.h"
 #include "editor/script/CScriptCursor.h"
-#include "host/IPluginScript.h"
+#include "host/IPlugin.h"
+#include "host/IPluginStrokes.h"
+#include "host/IPluginTools.h"
 
 #include <chrono>
 #include <cmath>
 
-namespace
-{
-
-constexpr int32_t LEFT_BUTTON = 1;
-
-} // namespace
-
-CScriptMouse::CScriptMouse(CEditorHost& host,
-                           CScriptCursor& cursor,
-                           ViewId view,
-                           IPluginScript* pPluginScript)
+CScriptMouse::CScriptMouse(CEditorHost& host, CScriptCursor& cursor, ViewId view, IPlugin* pPlugin)
     : m_Host(host)
     , m_Cursor(cursor)
     , m_View(view)
-    , m_PluginScript(pPluginScript)
+    , m_Strokes(dynamic_cast<IPluginStrokes*>(pPlugin))
+    , m_Tools(dynamic_cast<IPluginTools*>(pPlugin))
 {
 }
 
@@ -72,21 +65,21 @@ bool CScriptMouse::Play(EMouseEvent eEvent,
 
 void CScriptMouse::EndDrag()
 {
-    if (m_PluginScript != nullptr && m_Drags.IsRunning())
+    if (m_Strokes != nullptr && m_Drags.IsRunning())
     {
-        m_Drags.End(m_PluginScript->TakeDragStatistics());
+        m_Drags.End(m_Strokes->TakeDragStatistics());
     }
 }
 
 void CScriptMouse::Send(EMouseEvent eEvent, int32_t iStep)
 {
-    if (eEvent == EMouseEvent::Press && m_PluginScript != nullptr)
+    if (eEvent == EMouseEvent::Press && m_Strokes != nullptr)
     {
         EndDrag();
-        m_PluginScript->TakeDragStatistics(); // what happened before the drag is not its work
-        m_Drags.Begin(m_PluginScript->GetFunctionName());
+        m_Strokes->TakeDragStatistics(); // what happened before the drag is not its work
+        m_Drags.Begin(m_Tools != nullptr ? m_Tools->GetFunctionName() : "");
     }
-    const int32_t nButtons = m_Drags.IsRunning() ? LEFT_BUTTON : 0;
+    const int32_t nButtons = m_Drags.IsRunning() ? MOUSE_BUTTON_LEFT : 0;
     const auto start = std::chrono::steady_clock::now();
     if (eEvent == EMouseEvent::Press)
     {

@@ -9,7 +9,9 @@
 class CEditorHost;
 class CScriptCall;
 class CScriptCursor;
-class IPluginScript;
+class IPlugin;
+class IPluginStrokes;
+class IPluginTools;
 
 enum class EMouseEvent
 {
@@ -30,12 +32,8 @@ enum class ECursorTarget
 class CScriptMouse
 {
 public:
-    // pPluginScript: null when the plug-in tells nothing about its drags.
-    // view: the one that events are sent to.
-    CScriptMouse(CEditorHost& host,
-                 CScriptCursor& cursor,
-                 ViewId view,
-                 IPluginScript* pPluginScript);
+    // view: the one that events are sent to. pPlugin: null for none.
+    CScriptMouse(CEditorHost& host, CScriptCursor& cursor, ViewId view, IPlugin* pPlugin);
 
     // "", "ctrl", "alt" or "ctrl+alt", held from here on; false for any other text.
     bool SetKeys(const std::string& strKeys);
@@ -56,7 +54,8 @@ private:
     CEditorHost& m_Host;
     CScriptCursor& m_Cursor;
     ViewId m_View;
-    IPluginScript* m_PluginScript;
+    IPluginStrokes* m_Strokes;
+    IPluginTools* m_Tools;
     CDragRecorder m_Drags;
     uint32_t m_KeyFlags = 0; // of EMouseFlag
 };

@@ -4,6 +4,7 @@
 #include "editor/script/CScriptCall.h"
 #include "editor/script/HeightText.h"
 #include "engine/terrain/CTerrain.h"
+#include "host/IPlugin.h"
 #include "host/IPluginScript.h"
 #include "host/NumberText.h"
 #include "host/Terrain.h"
@@ -98,16 +99,16 @@ const CScriptPlayer::SKeyword CScriptPlayer::KEYWORDS[] = {
 CScriptPlayer::CScriptPlayer(CEditorHost& host,
                              CScriptCursor& cursor,
                              ViewId view,
-                             IPluginScript* pPluginScript,
+                             IPlugin* pPlugin,
                              const std::string& strScriptPath,
                              std::function<void()> onPlayed)
     : m_Host(host)
     , m_View(view)
-    , m_PluginScript(pPluginScript)
+    , m_Script(dynamic_cast<IPluginScript*>(pPlugin))
     , m_OnPlayed(std::move(onPlayed))
     , m_ScriptPath(strScriptPath)
     , m_Folder(strScriptPath)
-    , m_Mouse(host, cursor, view, pPluginScript)
+    , m_Mouse(host, cursor, view, pPlugin)
 {
 }
 
@@ -210,13 +211,13 @@ bool CScriptPlayer::PlayPaint(const CScriptCall& call, std::string& strWhy)
 
 bool CScriptPlayer::PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
 {
-    if (m_PluginScript == nullptr)
+    if (m_Script == nullptr)
     {
         strWhy = "the plug-in plays no scripts";
         return false;
     }
     m_Folder.LocateFiles(keyword);
-    const EScriptResult eResult = m_PluginScript->Play(&keyword, strWhy);
+    const EScriptResult eResult = m_Script->Play(&keyword, strWhy);
     if (eResult == EScriptResult::Unknown)
     {
         strWhy = "not a keyword of this plug-in";

@@ -12,6 +12,7 @@ class CEditorHost;
 class CScriptCall;
 class CScriptCursor;
 class CTCPARSE_KEYWORD;
+class IPlugin;
 class IPluginScript;
 class Terrain;
 
@@ -19,13 +20,13 @@ class Terrain;
 class CScriptPlayer
 {
 public:
-    // pPluginScript: null when the plug-in takes no script keywords of its own.
+    // pPlugin: null for none; one without IPluginScript takes no keywords of its own.
     // cursor: the face's, which answers picks and keys from it. view: the one that events are sent
     // to. onPlayed: runs after each keyword; empty for nothing.
     CScriptPlayer(CEditorHost& host,
                   CScriptCursor& cursor,
                   ViewId view,
-                  IPluginScript* pPluginScript,
+                  IPlugin* pPlugin,
                   const std::string& strScriptPath,
                   std::function<void()> onPlayed = {});
 
@@ -78,7 +79,7 @@ private:
 
     CEditorHost& m_Host;
     ViewId m_View;
-    IPluginScript* m_PluginScript;
+    IPluginScript* m_Script;
     std::function<void()> m_OnPlayed;
     std::string m_ScriptPath; // as given
     CScriptFolder m_Folder;

@@ -5,8 +5,12 @@
 #include "editor/script/IScriptSink.h"
 #include "engine/terrain/CTerrain.h"
 #include "framework/core/KeyState.h"
+#include "host/ActionIds.h"
 #include "host/CTextFile.h"
+#include "host/IPlugin.h"
+#include "host/IPluginPainting.h"
 #include "host/IPluginScript.h"
+#include "host/IPluginTools.h"
 #include "parser/DeclarativeText.h"
 
 #include <algorithm>
@@ -15,7 +19,6 @@
 namespace
 {
 
-constexpr int32_t LAST_TERRAIN_ACTION = 2;        // what follows moves the camera
 constexpr size_t PAINT_STEPS = 10;                // that every plug-in keeps, unless told otherwise
 constexpr size_t MOST_HEIGHTS = size_t{1} << 20U; // 8 MB of text, written in a frame
 
@@ -40,6 +43,13 @@ CScriptWriter::CScriptWriter(CEditorHost& host, IScriptSink& sink)
 {
 }
 
+void CScriptWriter::SetPlugin(IPlugin* pPlugin)
+{
+    m_Script = dynamic_cast<IPluginScript*>(pPlugin);
+    m_Tools = dynamic_cast<IPluginTools*>(pPlugin);
+    m_Painting = dynamic_cast<IPluginPainting*>(pPlugin);
+}
+
 void CScriptWriter::Begin(uint64_t uPainted)
 {
     SetPainted(uPainted);
@@ -61,13 +71,23 @@ void CScriptWriter::SetSteps(size_t nUndos, size_t nRedos)
 std::string CScriptWriter::ReadState()
 {
     CTextFile file;
-    return m_PluginScript->WriteState(file) ? file.GetText() : "";
+    return m_Script->WriteState(file) ? file.GetText() : "";
+}
+
+bool CScriptWriter::IsPainting() const
+{
+    return m_Tools != nullptr && m_Tools->IsPainting();
+}
+
+uint64_t CScriptWriter::GetBitmapRevision() const
+{
+    return m_Painting != nullptr ? m_Painting->GetBitmapRevision() : 0;
 }
 
 bool CScriptWriter::CanSculpt() const
 {
-    const bool bSculpts = m_PluginScript->IsTerraforming() || m_PluginScript->IsPainting();
-    return bSculpts && !m_PluginScript->GetFunctionName().empty();
+    return m_Tools != nullptr && (m_Tools->IsTerraforming() || m_Tools->IsPainting()) &&
+           !m_Tools->GetFunctionName().empty();
 }
 
 void CScriptWriter::KeepTerrain()
@@ -106,10 +126,9 @@ bool CScriptWriter::WriteDifference(uint64_t& uRevision)
 void CScriptWriter::WriteChanges()
 {
     KeepTerrain();
-    if (m_PluginScript->IsPainting() && m_Painted != m_PluginScript->GetBitmapRevision() &&
-        m_Sink.KeepBitmap(m_Painted != 0))
+    if (IsPainting() && m_Painted != GetBitmapRevision() && m_Sink.KeepBitmap(m_Painted != 0))
     {
-        SetPainted(m_PluginScript->GetBitmapRevision());
+        SetPainted(GetBitmapRevision());
         m_State.clear(); // loading the bitmap sets channels and colours
     }
     const std::string strState = ReadState();
@@ -134,9 +153,9 @@ void CScriptWriter::WriteKeys()
 void CScriptWriter::OnBeforeEvent(const SHostEvent& event)
 {
     m_EventKeys = GetKeys();
-    m_PaintedBefore = m_PluginScript->GetBitmapRevision();
+    m_PaintedBefore = GetBitmapRevision();
     const bool bPress = event.eKind == EHostEvent::ButtonDown;
-    const bool bAction = event.eKind == EHostEvent::Action && event.iAction <= LAST_TERRAIN_ACTION;
+    const bool bAction = event.eKind == EHostEvent::Action && event.iAction <= ACTION_BRUSH_SMALLER;
     if (bPress && m_bDrag)
     {
         EndDrag(); // the press drops it
@@ -163,7 +182,7 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::ButtonUp:
         return m_bDrag && WriteDrag(event);
     case EHostEvent::Action:
-        return event.iAction <= LAST_TERRAIN_ACTION && !m_State.empty() && WriteAction(event);
+        return event.iAction <= ACTION_BRUSH_SMALLER && !m_State.empty() && WriteAction(event);
     case EHostEvent::Undo:
     case EHostEvent::Redo:
         return WriteStep(event.eKind == EHostEvent::Redo);
@@ -194,7 +213,7 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
 
 bool CScriptWriter::WriteDrag(const SHostEvent& event)
 {
-    const bool bPainting = m_PluginScript->IsPainting();
+    const bool bPainting = IsPainting();
     if (event.eKind == EHostEvent::ButtonDown && !bPainting)
     {
         m_bByHeights = m_bFresh && !event.bHit;
@@ -207,7 +226,7 @@ bool CScriptWriter::WriteDrag(const SHostEvent& event)
     }
     if (bPainting) // what the stroke did is in the script
     {
-        m_Painted = m_PluginScript->GetBitmapRevision();
+        m_Painted = GetBitmapRevision();
     }
     if (event.eKind == EHostEvent::ButtonUp)
     {
@@ -282,7 +301,7 @@ bool CScriptWriter::WritePaintStep(bool bRedo)
 {
     size_t& nFrom = bRedo ? m_PaintRedos : m_PaintUndos;
     size_t& nTo = bRedo ? m_PaintUndos : m_PaintRedos;
-    const uint64_t uPainted = m_PluginScript->GetBitmapRevision();
+    const uint64_t uPainted = GetBitmapRevision();
     if (nFrom == 0 || m_Painted != m_PaintedBefore)
     {
         m_PaintUndos = 0; // how many strokes that leaves to take back, nobody says

@@ -3,10 +3,14 @@
 #include "editor/core/IHostObserver.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 class CEditorHost;
+class IPlugin;
+class IPluginPainting;
 class IPluginScript;
+class IPluginTools;
 class IScriptSink;
 
 // Makes replay script of what is done on a host: the plug-in's state where it changed, presses,
@@ -21,8 +25,9 @@ class CScriptWriter
 public:
     CScriptWriter(CEditorHost& host, IScriptSink& sink);
 
-    // pPluginScript: of the plug-in; null: there is nothing to write.
-    void SetPluginScript(IPluginScript* pPluginScript) { m_PluginScript = pPluginScript; }
+    void SetPlugin(IPlugin* pPlugin); // null for none
+
+    bool CanWrite() const { return m_Script != nullptr; } // there is a plug-in that plays scripts
 
     // A script begins with the terrain as it is, and with the bitmap of that revision (0: none).
     void Begin(uint64_t uPainted = 0);
@@ -52,6 +57,8 @@ public:
 
 private:
     std::string ReadState();
+    bool IsPainting() const;
+    uint64_t GetBitmapRevision() const;
     bool CanSculpt() const; // or paint
     void WriteChanges();    // terrain and plug-in as they are, where the script has them otherwise
     void WriteKeys();
@@ -65,7 +72,9 @@ private:
 
     CEditorHost& m_Host;
     IScriptSink& m_Sink;
-    IPluginScript* m_PluginScript = nullptr;
+    IPluginScript* m_Script = nullptr;
+    IPluginTools* m_Tools = nullptr;
+    IPluginPainting* m_Painting = nullptr;
     uint64_t m_Painted = 0;      // revision of the bitmap that the script has made; 0: none
     bool m_bStale = false;       // the terrain is another one than the script's so far
     std::string m_State;         // of the plug-in, as the script has made it

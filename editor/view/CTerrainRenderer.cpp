@@ -341,7 +341,7 @@ uint64_t CTerrainRenderer::SParts::SetTypes(const SRenderSettings& settings)
     };
     const auto fWidth = static_cast<float>(pLayer->GetImage()->GetWidth());
     const auto fHeight = static_cast<float>(pLayer->GetImage()->GetHeight());
-    const bool bVertices = pLayer->GetTexelMapping() == 1;
+    const bool bVertices = pLayer->GetTexelMapping() == ETexelMapping::Vertices;
     ground.Set("uTypeBlend", pLayer->GetBlendFactor());
     ground.Set("uTypeMap",
                bVertices ? 1.0F - 1.0F / fWidth : 1.0F,

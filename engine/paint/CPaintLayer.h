@@ -46,7 +46,7 @@ public:
     void SetMaterial(const char* pszName) override; // null is empty
     void SetTexelToVertexMapping(bool bOn) override;
 
-    uint32_t GetTexelMapping() const override { return static_cast<uint32_t>(m_Mapping); }
+    ETexelMapping GetTexelMapping() const override { return m_Mapping; }
 
     // For the renderer.
     bool IsShown() const { return m_Image != nullptr; }

@@ -1,15 +1,9 @@
 #pragma once
 
 #include "host/Export.h"
+#include "host/IPaintLayer.h"
 
 #include <cstdint>
-
-// Where the texels of a bitmap lie along one side of the terrain.
-enum class ETexelMapping : uint32_t
-{
-    Centers = 0,  // texel i covers a share of the side, its position is the middle of that
-    Vertices = 1, // the first and the last texel lie on the terrain's edges
-};
 
 // Texels [uFirst, uEnd).
 struct STexelRange

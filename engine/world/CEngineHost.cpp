@@ -90,7 +90,10 @@ void CEngineHost::DrawLine(const SVec3& from, const SVec3& to, const SColor& col
     m_DebugLines.push_back({from, to, color});
 }
 
-void CEngineHost::DrawLines(uint32_t uCount, const SVec3* pPoints, int iClosed, const SColor& color)
+void CEngineHost::DrawLines(uint32_t uCount,
+                            const SVec3* pPoints,
+                            EPolyline eClosed,
+                            const SColor& color)
 {
     if (pPoints == nullptr)
     {
@@ -101,7 +104,7 @@ void CEngineHost::DrawLines(uint32_t uCount, const SVec3* pPoints, int iClosed, 
         DrawLine(pPoints[i - 1], pPoints[i], color);
     }
     // Two points are one line, closed or not.
-    if (iClosed == 1 && uCount > 2)
+    if (eClosed == POLYLINE_CLOSED && uCount > 2)
     {
         DrawLine(pPoints[uCount - 1], pPoints[0], color);
     }

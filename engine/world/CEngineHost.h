@@ -37,8 +37,10 @@ public:
     void StrafeCamera(ViewId view, const SVec3& offset) override;
     void DollyCamera(ViewId view, float fDistance) override;
     void DrawLine(const SVec3& from, const SVec3& to, const SColor& color) override;
-    void
-    DrawLines(uint32_t uCount, const SVec3* pPoints, int iClosed, const SColor& color) override;
+    void DrawLines(uint32_t uCount,
+                   const SVec3* pPoints,
+                   EPolyline eClosed,
+                   const SColor& color) override;
 
     // A new frame starts: debug lines and the projected texture are gone.
     void BeginFrame();

@@ -1,6 +1,6 @@
 #include "tellur/brushes/BrushFaults.h"
 
-#include "host/IPluginScript.h"
+#include "host/IPluginBrushes.h"
 #include "parser/KeywordValues.h"
 #include "tellur/brushes/CTellurBrush.h"
 

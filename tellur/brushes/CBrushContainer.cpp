@@ -1,7 +1,7 @@
 #include "tellur/brushes/CBrushContainer.h"
 
 #include "host/FileSystem.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginBrushes.h"
 #include "host/Log.h"
 #include "parser/KeywordValues.h"
 #include "parser/TCParseFile.h"

@@ -11,7 +11,6 @@
 namespace
 {
 
-constexpr uint32_t BYTE_TEXELS = 14;        // texture flags: one byte a texel
 constexpr float TEXEL_SCALE = 0.003921569F; // 1 / 255
 constexpr const char* OVERLAY_NAME = "tellur_edit_heightmap";
 
@@ -124,7 +123,7 @@ void CTellurBrush::SetMask(const char* pszPath)
         m_MaskPath.clear();
         return;
     }
-    m_MaskTexture->SetFlags(BYTE_TEXELS);
+    m_MaskTexture->SetFlags(TEXTURE_BYTES);
     m_MaskPath = strPath;
     if (World* pWorld = GetWorld())
     {

@@ -16,7 +16,7 @@ constexpr SFunctionTraits TRAITS = {
 } // namespace
 
 const CRTTI CBlurFunction::s_RTTI("CBlurFunction",
-                                  2,
+                                  ENGINE_CLASS_FUNCTION,
                                   &CBlurFunction::Create,
                                   &CPainterFunction::s_RTTI,
                                   CRTTI::FLAG_NONE,

@@ -21,8 +21,11 @@ float GetDistance(const SVec3& a, const SVec3& b)
 
 } // namespace
 
-const CRTTI CPainterFunction::s_RTTI(
-    "CPainterFunction", 2, nullptr, &CTellurBaseFunction::s_RTTI, CRTTI::FLAG_ABSTRACT);
+const CRTTI CPainterFunction::s_RTTI("CPainterFunction",
+                                     ENGINE_CLASS_FUNCTION,
+                                     nullptr,
+                                     &CTellurBaseFunction::s_RTTI,
+                                     CRTTI::FLAG_ABSTRACT);
 
 CPainterFunction::CPainterFunction(const SFunctionTraits& traits)
     : CTellurBaseFunction(traits)

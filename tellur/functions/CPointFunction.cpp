@@ -7,8 +7,11 @@
 #include "tellur/stroke/ITellurBrush.h"
 #include "tellur/stroke/ITerrainModification.h"
 
-const CRTTI CPointFunction::s_RTTI(
-    "CPointFunction", 2, nullptr, &CTellurBaseFunction::s_RTTI, CRTTI::FLAG_ABSTRACT);
+const CRTTI CPointFunction::s_RTTI("CPointFunction",
+                                   ENGINE_CLASS_FUNCTION,
+                                   nullptr,
+                                   &CTellurBaseFunction::s_RTTI,
+                                   CRTTI::FLAG_ABSTRACT);
 
 CPointFunction::CPointFunction(const SFunctionTraits& traits)
     : CTellurBaseFunction(traits)

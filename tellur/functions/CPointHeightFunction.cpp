@@ -12,7 +12,7 @@ constexpr SFunctionTraits TRAITS = {
 } // namespace
 
 const CRTTI CPointHeightFunction::s_RTTI("CPointHeightFunction",
-                                         2,
+                                         ENGINE_CLASS_FUNCTION,
                                          &CPointHeightFunction::Create,
                                          &CPointFunction::s_RTTI,
                                          CRTTI::FLAG_NONE);

@@ -20,7 +20,7 @@ constexpr int32_t MAX_LEVELS = 1 << 24;    // more than a float tells apart
 } // namespace
 
 const CRTTI CPosterizeFunction::s_RTTI("CPosterizeFunction",
-                                       2,
+                                       ENGINE_CLASS_FUNCTION,
                                        &CPosterizeFunction::Create,
                                        &CPainterFunction::s_RTTI,
                                        CRTTI::FLAG_NONE,

@@ -43,7 +43,7 @@ SExtents GetRegion(const SVec3& first, const SVec3& second, const SVec3& side, f
 } // namespace
 
 const CRTTI CRampFunction::s_RTTI("CRampFunction",
-                                  2,
+                                  ENGINE_CLASS_FUNCTION,
                                   &CRampFunction::Create,
                                   &CTwoPointsFunction::s_RTTI,
                                   CRTTI::FLAG_NONE,

@@ -14,7 +14,7 @@ constexpr SFunctionTraits TRAITS = {
 } // namespace
 
 const CRTTI CRelativeHeightFunction::s_RTTI("CRelativeHeightFunction",
-                                            2,
+                                            ENGINE_CLASS_FUNCTION,
                                             &CRelativeHeightFunction::Create,
                                             &CPainterFunction::s_RTTI,
                                             CRTTI::FLAG_NONE,

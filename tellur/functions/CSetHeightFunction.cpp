@@ -15,7 +15,7 @@ constexpr SFunctionTraits TRAITS = {
 } // namespace
 
 const CRTTI CSetHeightFunction::s_RTTI("CSetHeightFunction",
-                                       2,
+                                       ENGINE_CLASS_FUNCTION,
                                        &CSetHeightFunction::Create,
                                        &CPainterFunction::s_RTTI,
                                        CRTTI::FLAG_NONE,

@@ -15,8 +15,8 @@ constexpr float MIN_BAND = 0.0001F;
 
 } // namespace
 
-const CRTTI
-    CTellurBaseFunction::s_RTTI("CTellurBaseFunction", 2, nullptr, nullptr, CRTTI::FLAG_ABSTRACT);
+const CRTTI CTellurBaseFunction::s_RTTI(
+    "CTellurBaseFunction", ENGINE_CLASS_FUNCTION, nullptr, nullptr, CRTTI::FLAG_ABSTRACT);
 
 const CEnumInfo* GetTerrainFunctionModes()
 {

@@ -3,8 +3,11 @@
 #include "tellur/functions/IdlePoint.h"
 #include "tellur/functions/TerrainPick.h"
 
-const CRTTI CTwoPointsFunction::s_RTTI(
-    "CTwoPointsFunction", 2, nullptr, &CTellurBaseFunction::s_RTTI, CRTTI::FLAG_ABSTRACT);
+const CRTTI CTwoPointsFunction::s_RTTI("CTwoPointsFunction",
+                                       ENGINE_CLASS_FUNCTION,
+                                       nullptr,
+                                       &CTellurBaseFunction::s_RTTI,
+                                       CRTTI::FLAG_ABSTRACT);
 
 CTwoPointsFunction::CTwoPointsFunction(const SFunctionTraits& traits)
     : CTellurBaseFunction(traits)

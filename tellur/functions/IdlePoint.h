@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/HostTypes.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginStrokes.h"
 
 class CVertDataSet;
 class ITellurBrush;

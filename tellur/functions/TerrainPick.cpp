@@ -17,7 +17,7 @@ EditorHost* GetHost()
 int PickTerrainUnder(ViewId view, ViewPoint point, SVec3& hit)
 {
     EditorHost* pHost = GetHost();
-    return pHost != nullptr ? pHost->PickTerrain(view, point, hit, 0) : 0;
+    return pHost != nullptr ? pHost->PickTerrain(view, point, hit, 0) : PICK_MISS;
 }
 
 void RedrawAllViews()

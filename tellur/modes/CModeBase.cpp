@@ -1,6 +1,7 @@
 #include "tellur/modes/CModeBase.h"
 
 #include "framework/core/CursorPos.h"
+#include "host/ActionIds.h"
 #include "host/EditorHost.h"
 #include "host/EngineHost.h"
 #include "host/World.h"
@@ -34,17 +35,16 @@ void MoveByKeys(EditorHost& host, EngineHost& engine, ViewId view, uint32_t uCou
     }
 }
 
-// Actions 108 to 115: the eight directions, counter-clockwise from +x.
+// The eight directions, counter-clockwise from +x.
 bool LookByAction(EditorHost& host, ICamera* pCamera, int iAction)
 {
-    constexpr int iFirst = 108;
     static constexpr float s_Directions[8][2] = {
         {1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}};
-    if (iAction < iFirst || iAction >= iFirst + 8)
+    if (iAction < CAMERA_FROM_EAST || iAction > CAMERA_FROM_NORTH_EAST)
     {
         return false;
     }
-    const float* pDirection = s_Directions[iAction - iFirst];
+    const float* pDirection = s_Directions[iAction - CAMERA_FROM_EAST];
     host.LookFromDirection(pCamera, pDirection[0], pDirection[1]);
     return true;
 }
@@ -89,22 +89,22 @@ void CModeBase::OnAction(ViewId view, int iAction, uint32_t uCount)
     }
     switch (iAction)
     {
-    case 116:
+    case CAMERA_TOGGLE_OFF:
         pHost->SetViewToggle(view, false);
         break;
-    case 117:
+    case CAMERA_TOGGLE_ON:
         pHost->SetViewToggle(view, true);
         break;
-    case 118:
+    case CAMERA_UP:
         pEngine->StepCameraVertical(view, VERTICAL_STEP);
         break;
-    case 119:
+    case CAMERA_DOWN:
         pEngine->StepCameraVertical(view, -VERTICAL_STEP);
         break;
-    case 120:
+    case CAMERA_TURN_LEFT:
         pHost->TurnCamera(view, -TURN_STEP);
         break;
-    case 121:
+    case CAMERA_TURN_RIGHT:
         pHost->TurnCamera(view, TURN_STEP);
         break;
     default:

@@ -30,7 +30,8 @@ std::string AskForStlFile()
 {
     EditorHost* pHost = GetPluginContext()->GetEditorHost();
     return pHost != nullptr
-               ? pHost->BrowseForFile(0, "stl", nullptr, "data", "STL files (*.stl)|*.stl")
+               ? pHost->BrowseForFile(
+                     FILE_DIALOG_SAVE, "stl", nullptr, "data", "STL files (*.stl)|*.stl")
                : std::string();
 }
 
@@ -79,7 +80,7 @@ void CModeExportTerrainExtent::Suspend(bool bSuspended)
 bool CModeExportTerrainExtent::Pick(ViewId view, ViewPoint point, SVec3& hit) const
 {
     EditorHost* pHost = GetPluginContext()->GetEditorHost();
-    return pHost != nullptr && pHost->PickTerrain(view, point, hit, 0) == 1;
+    return pHost != nullptr && pHost->PickTerrain(view, point, hit, 0) == PICK_HIT;
 }
 
 void CModeExportTerrainExtent::RecomputeBox()
@@ -155,5 +156,5 @@ void CModeExportTerrainExtent::Render()
                             {m_Box.max.x, fY, m_Box.min.z},
                             {m_Box.max.x, fY, m_Box.max.z},
                             {m_Box.min.x, fY, m_Box.max.z}};
-    pEngine->DrawLines(4, points, 1, OUTLINE_COLOR);
+    pEngine->DrawLines(4, points, POLYLINE_CLOSED, OUTLINE_COLOR);
 }

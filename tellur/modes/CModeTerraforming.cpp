@@ -1,6 +1,7 @@
 #include "tellur/modes/CModeTerraforming.h"
 
 #include "framework/core/Capture.h"
+#include "host/ActionIds.h"
 #include "host/EditorHost.h"
 #include "host/Log.h"
 #include "host/Terrain.h"
@@ -14,8 +15,6 @@ namespace
 {
 
 constexpr uint32_t STANDARD_ARROW = 32512; // no cursor of the plug-in: the handle stays empty
-constexpr int ACTION_LARGER = 1;
-constexpr int ACTION_SMALLER = 2;
 constexpr float EXTENT_STEP = 0.00078125F; // 1/1280 of the terrain's width
 constexpr const char* CAPTION = "Terraforming";
 constexpr const char* PREVIEW_NAME = "TellurBlobTexture";
@@ -123,7 +122,7 @@ void CModeTerraforming::Hover(ViewId view, ViewPoint point)
     SVec3& picked = GetTerraformingState().picked;
     SVec3 hit;
     if (pHost != nullptr && pBrush != nullptr && pTerrain != nullptr &&
-        pHost->PickTerrain(view, point, hit, 0) == 1)
+        pHost->PickTerrain(view, point, hit, 0) == PICK_HIT)
     {
         picked = hit;
         const SVec3 size = pTerrain->GetSize();
@@ -158,7 +157,7 @@ void CModeTerraforming::OnLButtonUp(ViewId view, ViewPoint point, uint32_t uFlag
 
 void CModeTerraforming::OnAction(ViewId view, int iAction, uint32_t uCount)
 {
-    if (iAction != ACTION_LARGER && iAction != ACTION_SMALLER)
+    if (iAction != ACTION_BRUSH_LARGER && iAction != ACTION_BRUSH_SMALLER)
     {
         CModeBase::OnAction(view, iAction, uCount);
         return;
@@ -171,7 +170,7 @@ void CModeTerraforming::OnAction(ViewId view, int iAction, uint32_t uCount)
         return;
     }
     const float fStep = pTerrain->GetSize().x * EXTENT_STEP;
-    pBrush->SetExtent(pBrush->GetExtent() + (iAction == ACTION_SMALLER ? -fStep : fStep));
+    pBrush->SetExtent(pBrush->GetExtent() + (iAction == ACTION_BRUSH_SMALLER ? -fStep : fStep));
     pContext->RefreshPanelExtent();
 }
 

@@ -1,7 +1,7 @@
 // The heights of a drag: taking vertices out, merging them back, and finding what changed.
 
 #include "host/EditorHost.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginStrokes.h"
 #include "host/Log.h"
 #include "host/Terrain.h"
 #include "tellur/context/PluginContext.h"

@@ -2,7 +2,7 @@
 
 #include "host/EditorHost.h"
 #include "host/EngineHost.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginStrokes.h"
 #include "host/Log.h"
 #include "host/ModeManager.h"
 #include "host/World.h"
@@ -231,7 +231,8 @@ bool CModeEditTerrainType::Pick(ViewId view, ViewPoint point, SExtents& box) con
 {
     EditorHost* pHost = GetPluginContext()->GetEditorHost();
     SVec3 hit;
-    if (pHost == nullptr || m_Function == nullptr || pHost->PickTerrain(view, point, hit, 0) != 1)
+    if (pHost == nullptr || m_Function == nullptr ||
+        pHost->PickTerrain(view, point, hit, 0) != PICK_HIT)
     {
         return false;
     }

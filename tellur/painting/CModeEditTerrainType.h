@@ -68,7 +68,7 @@ public:
     const char* GetPaintMaterial() const override;
     void SetPaintMaterial(const char* pszName) override;
     void SetTexelMapping(bool bVertices) override;
-    uint32_t GetTexelMapping() const override;
+    ETexelMapping GetTexelMapping() const override;
     void GetMappingSizes(float* pLength, uint32_t* pWidth) const override;
     void SetColor(const float* pColor) override;
     void Undo() override;

@@ -3,7 +3,9 @@
 #include "tellur/painting/CTerrain2DDrawDlg.h"
 
 #include "host/EditorHost.h"
+#include "host/IPaintLayer.h"
 #include "host/Image.h"
+#include "host/ModeManager.h"
 #include "host/Notice.h"
 #include "tellur/context/PluginContext.h"
 #include "tellur/painting/CModeEditTerrainType.h"
@@ -17,17 +19,16 @@
 namespace
 {
 
-constexpr int NO_MODE = -1;
-constexpr int KIND_ANY = 0; // of BrowseForFile
-constexpr int KIND_OPEN = 1;
 constexpr const char* FOLDER = "data";
 
-std::string
-Browse(int iKind, const char* pszExtension, const std::string& strInitial, const char* pszFilter)
+std::string Browse(EFileDialog eKind,
+                   const char* pszExtension,
+                   const std::string& strInitial,
+                   const char* pszFilter)
 {
     EditorHost* pHost = GetPluginContext()->GetEditorHost();
     return pHost != nullptr
-               ? pHost->BrowseForFile(iKind, pszExtension, strInitial.c_str(), FOLDER, pszFilter)
+               ? pHost->BrowseForFile(eKind, pszExtension, strInitial.c_str(), FOLDER, pszFilter)
                : std::string();
 }
 
@@ -145,7 +146,7 @@ void CTerrain2DDrawDlg::SetUser(ITerrain2DDrawDlgUser* pUser)
     m_HardnessSlider.SetPos(static_cast<int>(m_Hardness * POSITIONS));
     const char* pszMaterial = m_User->GetPaintMaterial();
     m_Material = pszMaterial != nullptr ? pszMaterial : "";
-    m_TexelMapping = m_User->GetTexelMapping() == 1 ? CHECK_ON : CHECK_OFF;
+    m_TexelMapping = m_User->GetTexelMapping() == ETexelMapping::Vertices ? CHECK_ON : CHECK_OFF;
     WriteFields();
     UpdateControls();
 }
@@ -303,7 +304,7 @@ void CTerrain2DDrawDlg::OnBrowseBitmap()
 {
     ReadControls();
     const std::string strPath =
-        Browse(KIND_ANY,
+        Browse(FILE_DIALOG_SAVE,
                nullptr,
                m_BitmapFile,
                "Bitmap files (*.dds; *.png; *.jpg; *.tga)|*.dds|*.png|*.jpg|*.tga");
@@ -325,7 +326,7 @@ void CTerrain2DDrawDlg::OnBrowseMaterial()
 {
     ReadControls();
     const std::string strPath =
-        Browse(KIND_OPEN, "mat", m_Material, "Material files (*.mat)|*.mat");
+        Browse(FILE_DIALOG_OPEN, "mat", m_Material, "Material files (*.mat)|*.mat");
     if (strPath.empty())
     {
         return;
@@ -357,7 +358,8 @@ void CTerrain2DDrawDlg::OnBrowseShape()
     {
         return;
     }
-    const std::string strPath = Browse(KIND_OPEN, nullptr, m_User->GetBrushShapeName(), FILTER);
+    const std::string strPath =
+        Browse(FILE_DIALOG_OPEN, nullptr, m_User->GetBrushShapeName(), FILTER);
     if (!strPath.empty())
     {
         ChooseBrushShape(strPath);

@@ -26,7 +26,8 @@ bool IsPaintingModeOn()
     const PluginContext* pContext = GetPluginContext();
     EditorHost* pHost = pContext->GetEditorHost();
     const int iMode = pContext->GetEditTerrainTypeModeId();
-    return pHost != nullptr && iMode != -1 && pHost->GetModeManager()->GetCurrentModeId() == iMode;
+    return pHost != nullptr && iMode != NO_MODE &&
+           pHost->GetModeManager()->GetCurrentModeId() == iMode;
 }
 
 void CModeEditTerrainType::SetBrushShape(const IImage* pImage, const char* pszPath)
@@ -103,10 +104,10 @@ void CModeEditTerrainType::SetTexelMapping(bool bVertices)
     }
 }
 
-uint32_t CModeEditTerrainType::GetTexelMapping() const
+ETexelMapping CModeEditTerrainType::GetTexelMapping() const
 {
     const IPaintLayer* pLayer = GetPaintLayer();
-    return pLayer != nullptr ? pLayer->GetTexelMapping() : 0;
+    return pLayer != nullptr ? pLayer->GetTexelMapping() : ETexelMapping::Centers;
 }
 
 void CModeEditTerrainType::GetMappingSizes(float* pLength, uint32_t* pWidth) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/IPaintLayer.h"
+
 #include <cstdint>
 
 class IImage;
@@ -26,7 +28,7 @@ public:
     virtual const char* GetPaintMaterial() const = 0; // null without a paint layer
     virtual void SetPaintMaterial(const char* pszName) = 0;
     virtual void SetTexelMapping(bool bVertices) = 0;
-    virtual uint32_t GetTexelMapping() const = 0; // 1: texel to vertex
+    virtual ETexelMapping GetTexelMapping() const = 0;
     // A quarter of the terrain's width, terrain units, and the bitmap's width; 0 for what is not
     // there.
     virtual void GetMappingSizes(float* pLength, uint32_t* pWidth) const = 0;

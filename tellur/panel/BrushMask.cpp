@@ -7,7 +7,6 @@
 
 std::string BrowseForMask(const std::string& strFrom)
 {
-    constexpr int KIND_OPEN = 1;
     EditorHost* pHost = GetPluginContext()->GetEditorHost();
     const CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
     if (pBrush == nullptr || pHost == nullptr)
@@ -15,7 +14,7 @@ std::string BrowseForMask(const std::string& strFrom)
         return "";
     }
     const std::string strPath =
-        pHost->BrowseForFile(KIND_OPEN,
+        pHost->BrowseForFile(FILE_DIALOG_OPEN,
                              nullptr,
                              strFrom.c_str(),
                              "data",

@@ -12,7 +12,6 @@
 namespace
 {
 
-constexpr int KIND_OPEN = 1;
 constexpr const char* FOLDER = "data/brushes";
 constexpr const char* FILTER = "Bitmap files (*.dds;*.jpg;*.png)|*.dds|*.jpg|*.png";
 
@@ -94,7 +93,7 @@ void CTellurBitmapButton::ChooseImage()
         return;
     }
     const std::string strPath =
-        pHost->BrowseForFile(KIND_OPEN, nullptr, pBrush->GetBitmapPath(), FOLDER, FILTER);
+        pHost->BrowseForFile(FILE_DIALOG_OPEN, nullptr, pBrush->GetBitmapPath(), FOLDER, FILTER);
     if (!strPath.empty() && m_Brush == pBrush)
     {
         pBrush->LoadBitmap(strPath.c_str());

@@ -181,7 +181,6 @@ void CTellurView::OnAutoNormals()
 
 void CTellurView::OnBrowseMaterial()
 {
-    constexpr int KIND_OPEN = 1;
     EditorHost* pHost = GetEditorHost();
     if (pHost == nullptr)
     {
@@ -189,7 +188,7 @@ void CTellurView::OnBrowseMaterial()
     }
     ReadControls();
     const std::string strPath = pHost->BrowseForFile(
-        KIND_OPEN, "mat", m_Material.c_str(), "data", "Material files (*.mat)|*.mat");
+        FILE_DIALOG_OPEN, "mat", m_Material.c_str(), "data", "Material files (*.mat)|*.mat");
     if (!strPath.empty())
     {
         m_Material = strPath;

@@ -7,15 +7,14 @@
 namespace
 {
 
-constexpr uint32_t PROCESS_FLAGS = 2;
-
 EngineHost* g_pEngineHost = nullptr;
 
 } // namespace
 
-const CRTTI CEditorAction::s_RTTI("CEditorAction", 3, nullptr, nullptr, CRTTI::FLAG_ABSTRACT);
+const CRTTI CEditorAction::s_RTTI(
+    "CEditorAction", ENGINE_CLASS_ACTION, nullptr, nullptr, CRTTI::FLAG_ABSTRACT);
 const CRTTI CEditorProcess::s_RTTI(
-    "CEditorProcess", 3, nullptr, &CEditorAction::s_RTTI, CRTTI::FLAG_ABSTRACT);
+    "CEditorProcess", ENGINE_CLASS_ACTION, nullptr, &CEditorAction::s_RTTI, CRTTI::FLAG_ABSTRACT);
 
 CEditorAction::CEditorAction(uint32_t uFlags)
     : m_Flags(uFlags)
@@ -30,7 +29,7 @@ CEditorAction::CEditorAction(const CEditorAction& other)
 }
 
 CEditorProcess::CEditorProcess()
-    : CEditorAction(PROCESS_FLAGS)
+    : CEditorAction(ACTION_PROCESS)
 {
 }
 

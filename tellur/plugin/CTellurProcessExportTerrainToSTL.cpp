@@ -6,8 +6,11 @@
 #include "tellur/context/PluginContext.h"
 #include "tellur/modes/CModeExportTerrainExtent.h"
 
-const CRTTI CTellurProcessExportTerrainToSTL::s_RTTI(
-    "CTellurProcessExportTerrainToSTL", 3, nullptr, &CEditorProcess::s_RTTI, CRTTI::FLAG_NONE);
+const CRTTI CTellurProcessExportTerrainToSTL::s_RTTI("CTellurProcessExportTerrainToSTL",
+                                                     ENGINE_CLASS_ACTION,
+                                                     nullptr,
+                                                     &CEditorProcess::s_RTTI,
+                                                     CRTTI::FLAG_NONE);
 
 bool CTellurProcessExportTerrainToSTL::Execute()
 {

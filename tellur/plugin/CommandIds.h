@@ -5,8 +5,6 @@
 // The plug-in's command numbers. Resources number locally; the host sees the action handle plus the
 // local command.
 
-constexpr int32_t MODE_GROUP = 7; // of every mode the plug-in registers
-
 enum ELocalCommand : uint32_t
 {
     COMMAND_TOGGLE_PANEL = 1,
@@ -15,13 +13,6 @@ enum ELocalCommand : uint32_t
     COMMAND_EDIT_BITMAP = 4,
     COMMAND_EXPORT_EXTENT = 5,
     COMMAND_LAST = 5,
-};
-
-enum EAction : int32_t
-{
-    ACTION_TOGGLE_TERRAFORMING = 0,
-    ACTION_BRUSH_LARGER = 1,
-    ACTION_BRUSH_SMALLER = 2,
 };
 
 constexpr uint32_t TOOLBAR_ID = 2100;

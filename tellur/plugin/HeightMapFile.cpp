@@ -17,11 +17,8 @@
 namespace
 {
 
-constexpr const char* ENVIRONMENT_CLASS = "Environment";
 constexpr const char* BACKUP_SUFFIX = ".bak";
 constexpr uint32_t MOST_VERTICES = 16385; // a terrain can have
-constexpr uint32_t REQUEST_FULL_PATH = 16;
-constexpr uint32_t REQUEST_RELOAD = 17;
 
 // The terrain's heights at another size, in steps that hold no more than the grid they read and the
 // grid they write. Null when there is no memory.
@@ -50,7 +47,7 @@ bool IPluginImpl::SaveHeightMap(const char* pszPath)
     if (strPath.empty() && m_pEditorHost != nullptr)
     {
         strPath = m_pEditorHost->BrowseForFile(
-            0, "height", nullptr, "data", "Height map files (*.height)|*.height");
+            FILE_DIALOG_SAVE, "height", nullptr, "data", "Height map files (*.height)|*.height");
     }
     Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
     const CSaveNotice notice;
@@ -72,7 +69,7 @@ std::string IPluginImpl::GetHeightMapFile() const
     {
         const std::string strName = pEnvironment->GetHeightMapName();
         m_pEditorHost->GetEnvironmentFile(
-            ENVIRONMENT_CLASS, m_ActionHandle, REQUEST_FULL_PATH, &strName, &strFile);
+            ENVIRONMENT_CLASS, m_ActionHandle, ENVIRONMENT_FULL_PATH, &strName, &strFile);
     }
     return strFile;
 }
@@ -146,7 +143,7 @@ void IPluginImpl::ChangeHeightMapResolution(int32_t iVertices)
     }
     pGrid.reset(); // the reload needs the room
     m_pEditorHost->GetEnvironmentFile(
-        ENVIRONMENT_CLASS, m_ActionHandle, REQUEST_RELOAD, nullptr, nullptr);
+        ENVIRONMENT_CLASS, m_ActionHandle, ENVIRONMENT_RELOAD, nullptr, nullptr);
     m_pEditorHost->RefreshAfterReload();
     m_pWorld->ReloadTerrain();
 }

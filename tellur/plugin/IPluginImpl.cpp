@@ -63,7 +63,7 @@ IPlugin* IPluginImpl::Attach(EditorHost* pEditorHost, uint32_t uPlugin, EngineHo
 {
     m_pEditorHost = pEditorHost;
     m_pEngineHost = pEngineHost;
-    m_ActionHandle = 0x4000U | ((uPlugin & 0x3FU) << 8U);
+    m_ActionHandle = MakeActionHandle(uPlugin);
     m_pWorld = m_pEngineHost->GetWorld();
     return this;
 }
@@ -137,10 +137,10 @@ void IPluginImpl::RenumberMenu(CMenu& menu)
 void IPluginImpl::RegisterModes()
 {
     ModeManager* pModes = m_pEditorHost->GetModeManager();
-    m_TerraformingModeId = pModes->RegisterMode(new CModeTerraforming, MODE_GROUP);
+    m_TerraformingModeId = pModes->RegisterMode(new CModeTerraforming, MODE_GROUP_TERRAIN);
     m_pEditTerrainTypeMode = new CModeEditTerrainType;
-    m_EditTerrainTypeModeId = pModes->RegisterMode(m_pEditTerrainTypeMode, MODE_GROUP);
-    m_ExportExtentModeId = pModes->RegisterMode(new CModeExportTerrainExtent, MODE_GROUP);
+    m_EditTerrainTypeModeId = pModes->RegisterMode(m_pEditTerrainTypeMode, MODE_GROUP_TERRAIN);
+    m_ExportExtentModeId = pModes->RegisterMode(new CModeExportTerrainExtent, MODE_GROUP_TERRAIN);
 }
 
 void IPluginImpl::CreateFunctions()
@@ -217,7 +217,7 @@ uint32_t* IPluginImpl::GetActionHandle(uint32_t* pHandle)
 
 int32_t IPluginImpl::GetModeGroup()
 {
-    return MODE_GROUP;
+    return MODE_GROUP_TERRAIN;
 }
 
 void IPluginImpl::SetCurrentBrush(CTellurBrush* pBrush)

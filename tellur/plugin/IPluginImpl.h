@@ -2,7 +2,12 @@
 
 #include "framework/core/CMenu.h"
 #include "host/IPlugin.h"
+#include "host/IPluginBrushes.h"
+#include "host/IPluginPainting.h"
 #include "host/IPluginScript.h"
+#include "host/IPluginStrokes.h"
+#include "host/IPluginTools.h"
+#include "host/ModeManager.h"
 #include "tellur/brushes/CBrushContainer.h"
 #include "tellur/brushes/CFunctionContainer.h"
 #include "tellur/context/PluginContext.h"
@@ -18,7 +23,13 @@ class CModeEditTerrainType;
 // The plug-in: one object with static storage, from the load of the library to its unload. It owns
 // brushes, functions, menu and toolbar; the modes and the process belong to the host once
 // registered.
-class IPluginImpl : public IPlugin, public IPluginScript, public PluginContext
+class IPluginImpl : public IPlugin,
+                    public IPluginScript,
+                    public IPluginTools,
+                    public IPluginStrokes,
+                    public IPluginPainting,
+                    public IPluginBrushes,
+                    public PluginContext
 {
 public:
     IPluginImpl();
@@ -90,33 +101,15 @@ public:
     // IPluginScript
     EScriptResult Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy) override;
     bool WriteState(fs::ifile& file) override;
-    SDragStatistics TakeDragStatistics() override;
 
-    SPointOutcome TakePointOutcome() override { return std::exchange(m_PointOutcome, {}); }
-
-    std::string GetFunctionName() override;
-    float GetBrushExtent() override;
-    float GetStrokeSpacing() override;
-    const float* GetPressHeights(size_t& nCount) override;
+    // IPluginTools
     bool IsTerraforming() override;
-    bool IsMaskActing() override;
     bool IsPainting() override;
-    bool SaveBitmap(const char* pszPath) override;
-    std::string GetUnsavedBitmap() override;
-    bool WouldDropPainting(int32_t iModeId) override;
-    std::string GetUnreadBitmap() override;
-    bool StepPaint(bool bRedo) override;
-    bool DropDrag() override;
-    const char* GetBrushFile() override;
-
-    const std::vector<SBrushFault>& GetBrushFaults() override { return m_BrushFaults; }
-
-    bool HasUnsavedBrushes() override { return m_BrushContainer.IsUnsaved(); }
-
-    bool SaveBrushes() override;
-    uint64_t GetBitmapRevision() override;
-    std::string GetBitmapFile() override;
-    const IImage* GetBitmap() override;
+    std::string GetFunctionName() override;
+    std::string GetToolName() override;
+    float GetBrushExtent() override;
+    bool IsMaskActing() override;
+    bool HeedsMinMax() override;
     bool TakeTool(const char* pszFunction) override;
     float GetBrushValue(EBrushValue eValue) override;
     float SetBrushValue(EBrushValue eValue, float fValue) override;
@@ -126,9 +119,36 @@ public:
     bool IsMaskEnabled() override;
     void EnableMask(bool bEnable) override;
     bool ChooseMask() override;
-    bool HeedsMinMax() override;
+
+    // IPluginStrokes
+    float GetStrokeSpacing() override;
+    const float* GetPressHeights(size_t& nCount) override;
+
+    SPointOutcome TakePointOutcome() override { return std::exchange(m_PointOutcome, {}); }
+
+    SDragStatistics TakeDragStatistics() override;
     bool BeginSmoothing() override;
     void EndSmoothing() override;
+    bool DropDrag() override;
+
+    // IPluginPainting
+    const IImage* GetBitmap() override;
+    uint64_t GetBitmapRevision() override;
+    std::string GetBitmapFile() override;
+    std::string GetUnsavedBitmap() override;
+    std::string GetUnreadBitmap() override;
+    bool WouldDropPainting(int32_t iModeId) override;
+    bool SaveBitmap(const char* pszPath) override;
+    bool StepPaint(bool bRedo) override;
+
+    // IPluginBrushes
+    const char* GetBrushFile() override;
+
+    const std::vector<SBrushFault>& GetBrushFaults() override { return m_BrushFaults; }
+
+    bool HasUnsavedBrushes() override { return m_BrushContainer.IsUnsaved(); }
+
+    bool SaveBrushes() override;
 
     // PluginContext
     EditorHost* GetEditorHost() const override { return m_pEditorHost; }
@@ -239,9 +259,9 @@ private:
     World* m_pWorld = nullptr;
     uint32_t m_ActionHandle = 0;
     CToolBarReg m_ToolBar;
-    int32_t m_TerraformingModeId = -1;
-    int32_t m_EditTerrainTypeModeId = -1;
-    int32_t m_ExportExtentModeId = -1;
+    int32_t m_TerraformingModeId = NO_MODE;
+    int32_t m_EditTerrainTypeModeId = NO_MODE;
+    int32_t m_ExportExtentModeId = NO_MODE;
     CModeEditTerrainType* m_pEditTerrainTypeMode = nullptr; // the host's
     std::unique_ptr<CTerrain2DDrawDlg> m_p2DDrawDlg;        // null until the first command
     SExtentLimits m_ExtentLimits;

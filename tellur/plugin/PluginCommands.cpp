@@ -3,8 +3,8 @@
 #include "framework/core/CResourceScope.h"
 #include "framework/core/CRuntimeClass.h"
 #include "framework/core/ResourceModule.h"
+#include "host/ActionIds.h"
 #include "host/EditorHost.h"
-#include "host/FunctionNames.h"
 #include "host/IEditorAction.h"
 #include "host/Log.h"
 #include "host/ModeManager.h"
@@ -26,15 +26,7 @@ namespace
 {
 
 constexpr uint32_t DEFAULT_TOGGLE_KEY = 84; // the letter T
-constexpr uint32_t MODIFIER_CTRL = 8;
 constexpr const char* HEIGHT_FIELD = "m_Height";
-
-enum EHostNotification : int32_t
-{
-    NOTIFY_PANEL_CLOSED = 1,
-    NOTIFY_LEVEL_CHANGED = 5,
-    NOTIFY_HOST_GOES = 10,
-};
 
 } // namespace
 
@@ -73,13 +65,13 @@ void IPluginImpl::GetCommandText(int32_t iPlugin, int32_t iCommand, char* pszBuf
 void IPluginImpl::RegisterActions()
 {
     const std::vector<SActionDescriptor> actions = {
-        {MODE_GROUP,
+        {MODE_GROUP_TERRAIN,
          ACTION_TOGGLE_TERRAFORMING,
          "Toggle terrain modification mode",
          DEFAULT_TOGGLE_KEY,
-         MODIFIER_CTRL},
-        {MODE_GROUP, ACTION_BRUSH_LARGER, "Increase Tellur brush size", 0, 0},
-        {MODE_GROUP, ACTION_BRUSH_SMALLER, "Decrease Tellur brush size", 0, 0},
+         KEY_CONTROL},
+        {MODE_GROUP_TERRAIN, ACTION_BRUSH_LARGER, "Increase Tellur brush size", 0, 0},
+        {MODE_GROUP_TERRAIN, ACTION_BRUSH_SMALLER, "Decrease Tellur brush size", 0, 0},
     };
     m_pEditorHost->RegisterActions(actions);
 }
@@ -91,7 +83,7 @@ bool IPluginImpl::SetMode(int32_t iModeId, int32_t iParameter)
         return false;
     }
     ModeManager* pModes = m_pEditorHost->GetModeManager();
-    if (iModeId == -1)
+    if (iModeId == NO_MODE)
     {
         return pModes->DeactivateMode(iParameter);
     }
@@ -127,7 +119,7 @@ void IPluginImpl::EnableTerraforming(bool bEnable)
     }
     else
     {
-        const std::string strTool = GetReadableFunction(GetFunctionName()); // gone with the mode
+        const std::string strTool = GetToolName(); // gone with the mode
         if (pModes->DeactivateMode(0))
         {
             Notice(((strTool.empty() ? "The tool" : strTool) + " was put away").c_str());
@@ -180,7 +172,7 @@ void IPluginImpl::TogglePanel()
         return;
     }
     SetToolBarButton(COMMAND_TOGGLE_PANEL, true);
-    m_pEditorHost->SetPluginViewState(1, m_ActionHandle, 0);
+    m_pEditorHost->SetPluginViewState(PLUGIN_VIEW_OPENS, m_ActionHandle, 0);
     m_pEditorHost->OpenPluginView(&CTellurView::GetRuntimeClass());
 }
 
@@ -242,7 +234,7 @@ void IPluginImpl::ApplyPickedHeight()
 bool IPluginImpl::IsModeGroupCurrent() const
 {
     return m_pEditorHost != nullptr &&
-           m_pEditorHost->GetModeManager()->GetCurrentModeGroup() == MODE_GROUP;
+           m_pEditorHost->GetModeManager()->GetCurrentModeGroup() == MODE_GROUP_TERRAIN;
 }
 
 void IPluginImpl::OnAction(ViewId view, int32_t iAction, uint32_t uCount)
@@ -319,7 +311,7 @@ bool IPluginImpl::CanPickHeight(ViewId view) const
 bool IPluginImpl::PickHeight(ViewId view, ViewPoint point, float& fHeight) const
 {
     SVec3 hit;
-    const bool bHit = m_pEditorHost->PickTerrain(view, point, hit, 0) == 1;
+    const bool bHit = m_pEditorHost->PickTerrain(view, point, hit, 0) == PICK_HIT;
     fHeight = bHit ? hit.y : -1.0F;
     return bHit;
 }

@@ -310,5 +310,5 @@ void IPluginImpl::WritePaintState(fs::ifile& file) const
     file.printf("paint_mask( %u )\n", mode.GetChannelMask());
     file.printf("paint_power( %s )\n", MakeExactNumber(mode.GetPower()).c_str());
     file.printf("paint_hardness( %s )\n", MakeExactNumber(mode.GetHardness()).c_str());
-    file.printf("paint_texel_mapping( %u )\n", mode.GetTexelMapping());
+    file.printf("paint_texel_mapping( %u )\n", static_cast<uint32_t>(mode.GetTexelMapping()));
 }

@@ -128,7 +128,7 @@ bool IPluginImpl::PlayMode(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy
     const std::pair<const char*, int32_t> modes[] = {{"terraforming", m_TerraformingModeId},
                                                      {"export_extent", m_ExportExtentModeId},
                                                      {"edit_terrain_type", m_EditTerrainTypeModeId},
-                                                     {"none", -1}};
+                                                     {"none", NO_MODE}};
     const char* pszName = GetStringValue(pKeyword->params);
     const std::string strName = pszName != nullptr ? pszName : "";
     const auto* pMode = std::find_if(std::begin(modes),
@@ -272,7 +272,7 @@ bool IPluginImpl::WriteState(fs::ifile& file)
         WritePaintBrush(file); // the mode needs a shape
     }
     const int iMode = m_pEditorHost->GetModeManager()->GetCurrentModeId();
-    const char* pszMode = iMode == -1                        ? "none"
+    const char* pszMode = iMode == NO_MODE                   ? "none"
                           : iMode == m_TerraformingModeId    ? "terraforming"
                           : iMode == m_ExportExtentModeId    ? "export_extent"
                           : iMode == m_EditTerrainTypeModeId ? "edit_terrain_type"
@@ -340,7 +340,7 @@ bool IPluginImpl::IsTerraforming()
 {
     return m_pEditorHost != nullptr &&
            m_pEditorHost->GetModeManager()->GetCurrentModeId() == m_TerraformingModeId &&
-           m_TerraformingModeId != -1;
+           m_TerraformingModeId != NO_MODE;
 }
 
 bool IPluginImpl::IsMaskActing()

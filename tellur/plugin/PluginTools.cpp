@@ -21,6 +21,7 @@
 #include <cstring>
 #include <iterator>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 namespace
@@ -50,6 +51,25 @@ bool Holds(const CBrushContainer::CBrushList& list, const CTellurBrush* pBrush)
 }
 
 } // namespace
+
+// "SetHeightFunction" is "Set height".
+std::string IPluginImpl::GetToolName()
+{
+    constexpr std::string_view SUFFIX = "Function";
+    std::string strClass = GetFunctionName();
+    if (strClass.ends_with(SUFFIX))
+    {
+        strClass.resize(strClass.size() - SUFFIX.size());
+    }
+    std::string strText;
+    for (const char c : strClass)
+    {
+        const bool bWord = c >= 'A' && c <= 'Z' && !strText.empty();
+        strText += bWord ? " " : "";
+        strText += bWord ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return strText;
+}
 
 bool IPluginImpl::HasBrush(const CTellurBrush* pBrush) const
 {

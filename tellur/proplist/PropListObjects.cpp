@@ -20,7 +20,6 @@
 namespace
 {
 
-constexpr int KIND_OPEN = 1;
 constexpr const char* ANY_FILE = "All files (*)|*";
 constexpr const char* STATIC_REFUSED = "You cannot choose objects which have STATIC flag set.";
 
@@ -70,9 +69,9 @@ std::string CPropListCtrl::BrowsePath(const SPropRow& row, uint32_t uKind) const
         return ChooseFolder(strFolder) ? strFolder : std::string();
     }
     EditorHost* pHost = m_pUser->GetEditorHost();
-    return pHost != nullptr
-               ? pHost->BrowseForFile(KIND_OPEN, nullptr, row.strText.c_str(), "data", ANY_FILE)
-               : std::string();
+    return pHost != nullptr ? pHost->BrowseForFile(
+                                  FILE_DIALOG_OPEN, nullptr, row.strText.c_str(), "data", ANY_FILE)
+                            : std::string();
 }
 
 void CPropListCtrl::ClearValue(SPropRow& row)

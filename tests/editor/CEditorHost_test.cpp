@@ -3,6 +3,7 @@
 #include "host/FileSystem.h"
 #include "host/Progress.h"
 #include "host/Terrain.h"
+#include "host/World.h"
 #include "tests/editor/CStep.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
@@ -31,24 +32,26 @@ TEST_F(CEditorHostTest, KnowsTheEnvironmentOnlyWhileALevelHasOne)
     const std::string strName = folder.Path("level.height");
     std::string strPath = "untouched";
     EXPECT_FALSE(m_Host.QueryEntityClass("Environment"));
-    m_Host.GetEnvironmentFile("Environment", 0x4000, 16, &strName, &strPath);
+    m_Host.GetEnvironmentFile(ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_FULL_PATH, &strName, &strPath);
     EXPECT_EQ(strPath, "untouched");
 
     ASSERT_TRUE(m_Host.NewLevel(4, {40.0F, 50.0F, 40.0F}));
     EXPECT_TRUE(m_Host.QueryEntityClass("Environment"));
     EXPECT_FALSE(m_Host.QueryEntityClass("Light"));
     EXPECT_FALSE(m_Host.QueryEntityClass(nullptr));
-    m_Host.GetEnvironmentFile("Environment", 0x4000, 16, &strName, &strPath);
+    m_Host.GetEnvironmentFile(ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_FULL_PATH, &strName, &strPath);
     EXPECT_EQ(std::filesystem::path(strPath).lexically_normal(), strName);
     const std::string strEmpty;
-    m_Host.GetEnvironmentFile("Environment", 0x4000, 16, &strEmpty, &strPath);
+    m_Host.GetEnvironmentFile(
+        ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_FULL_PATH, &strEmpty, &strPath);
     EXPECT_TRUE(strPath.ends_with("/level.height")) << "one of the program's own: " << strPath;
     EXPECT_FALSE(std::filesystem::exists(std::filesystem::path(strPath).parent_path()))
         << "not before it is needed";
-    m_Host.GetEnvironmentFile("Environment", 0x4000, 16, nullptr, nullptr);
+    m_Host.GetEnvironmentFile(ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_FULL_PATH, nullptr, nullptr);
     fs::set_user_root(folder.GetFolder().c_str());
     const std::string strRelative = "level.height";
-    m_Host.GetEnvironmentFile("Environment", 0x4000, 16, &strRelative, &strPath);
+    m_Host.GetEnvironmentFile(
+        ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_FULL_PATH, &strRelative, &strPath);
     EXPECT_EQ(std::filesystem::path(strPath).lexically_normal(), strName);
     fs::set_user_root(nullptr);
 }
@@ -66,9 +69,9 @@ TEST_F(CEditorHostTest, ReloadsTheEnvironmentFromItsFile)
     const SBlockEntry flat = {2.0F, 1.0F, 2.0F};
     world.GetTerrain()->SetBlockHeights(0, 0, &flat, 1);
     EXPECT_EQ(world.GetTerrainHeight(20.0F, 20.0F), 1.0F);
-    m_Host.GetEnvironmentFile("Light", 0x4000, 17, nullptr, nullptr);
+    m_Host.GetEnvironmentFile("Light", 0x4000, ENVIRONMENT_RELOAD, nullptr, nullptr);
     EXPECT_EQ(world.GetTerrainHeight(20.0F, 20.0F), 1.0F);
-    m_Host.GetEnvironmentFile("Environment", 0x4000, 17, nullptr, nullptr);
+    m_Host.GetEnvironmentFile(ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_RELOAD, nullptr, nullptr);
     EXPECT_EQ(world.GetTerrainHeight(20.0F, 20.0F), 33.0F);
 }
 
@@ -81,7 +84,8 @@ TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
 
         bool OnProgress(const char*, float fDone) override { return fDone < 0.5F; }
 
-        std::string BrowseForFile(int, const char*, const char*, const char*, const char*) override
+        std::string
+        BrowseForFile(EFileDialog, const char*, const char*, const char*, const char*) override
         {
             return strChosen;
         }
@@ -105,15 +109,16 @@ TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
         CLogCatcher log;
         face.frontEnd.calls.clear();
         face.strChosen = "folder/a\"b.png";
-        EXPECT_EQ(host.BrowseForFile(0, "png", "", "data", ""), face.strChosen) << "to save";
+        EXPECT_EQ(host.BrowseForFile(FILE_DIALOG_SAVE, "png", "", "data", ""), face.strChosen)
+            << "to save";
         EXPECT_EQ(log.GetText(), "");
-        EXPECT_EQ(host.BrowseForFile(1, nullptr, "", "data", ""), "");
+        EXPECT_EQ(host.BrowseForFile(FILE_DIALOG_OPEN, nullptr, "", "data", ""), "");
         const std::string strFault =
             "folder/a\"b.png: a file with a quotation mark in its path cannot be used here";
         EXPECT_EQ(log.GetText(), "[CEditorHost::BrowseForFile] " + strFault + "\n");
         EXPECT_EQ(face.frontEnd.calls, FakeCalls{"FrontEnd.MessageBox(" + strFault + ", 0x30)"});
         face.strChosen = "folder/a'b.png";
-        EXPECT_EQ(host.BrowseForFile(1, nullptr, "", "data", ""), face.strChosen);
+        EXPECT_EQ(host.BrowseForFile(FILE_DIALOG_OPEN, nullptr, "", "data", ""), face.strChosen);
     }
     EXPECT_EQ(&GetFrontEnd(), &before);
     EXPECT_TRUE(ReportProgress("Work", 0.75F));

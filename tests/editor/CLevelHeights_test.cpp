@@ -7,6 +7,7 @@
 #include "editor/core/SLevelText.h"
 #include "engine/terrain/HeightFile.h"
 #include "host/FileSystem.h"
+#include "host/World.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CNumbers.h"
 #include "tests/support/CTempFolder.h"
@@ -92,7 +93,8 @@ protected:
         World& world = *m_Host.GetEngine().GetWorld();
         const std::string strName = world.GetEnvironment()->GetHeightMapName();
         std::string strFile;
-        m_Host.GetEnvironmentFile("Environment", 0x4000, 16, &strName, &strFile);
+        m_Host.GetEnvironmentFile(
+            ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_FULL_PATH, &strName, &strFile);
         if (fs::exists(strFile.c_str()))
         {
             fs::rename(strFile.c_str(), (strFile + ".bak").c_str());
@@ -103,7 +105,7 @@ protected:
         {
             return false;
         }
-        m_Host.GetEnvironmentFile("Environment", 0x4000, 17, nullptr, nullptr);
+        m_Host.GetEnvironmentFile(ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_RELOAD, nullptr, nullptr);
         m_Host.RefreshAfterReload();
         world.ReloadTerrain();
         return true;
@@ -180,12 +182,13 @@ TEST_F(CLevelHeightsTest, TheDocumentKnowsWhatItsFilesHold)
     // The file is written, but cannot be read again: the terrain stays, and is not what is saved.
     Terrain* pTerrain = &GetTerrain();
     std::string strFile;
-    m_Host.GetEnvironmentFile("Environment", 0x4000, 16, &strHeights, &strFile);
+    m_Host.GetEnvironmentFile(
+        ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_FULL_PATH, &strHeights, &strFile);
     const std::vector<float> heights(size_t{33} * 33);
     ASSERT_TRUE(pTerrain->SaveHeightMap(strFile.c_str(), heights.data(), 33, 33));
     std::filesystem::resize_file(strHeights, 100);
     CLogCatcher log;
-    m_Host.GetEnvironmentFile("Environment", 0x4000, 17, nullptr, nullptr);
+    m_Host.GetEnvironmentFile(ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_RELOAD, nullptr, nullptr);
     m_Host.RefreshAfterReload();
     EXPECT_EQ(log.TakeLines().size(), 1U);
     EXPECT_EQ(m_Host.GetEngine().GetWorld()->GetTerrain(), pTerrain);

@@ -11,6 +11,7 @@
 #include "host/IPlugin.h"
 #include "host/Log.h"
 #include "host/ModeManager.h"
+#include "host/Reflection.h"
 #include "host/Terrain.h"
 #include "host/World.h"
 #include "parser/CTCParseNodes.h"
@@ -100,7 +101,7 @@ public:
     void OnLButtonDown(ViewId view, ViewPoint point, uint32_t) override
     {
         SVec3 hit;
-        if (g_pHost->PickTerrain(view, point, hit, 0) == 1)
+        if (g_pHost->PickTerrain(view, point, hit, 0) == PICK_HIT)
         {
             Raise(hit);
             m_bRaised = true;
@@ -153,7 +154,7 @@ class CMinimalPlugin : public IPlugin
 public:
     ~CMinimalPlugin() override { LogR("library closed\n"); }
 
-    void SetActionHandle(uint32_t uPlugin) { m_ActionHandle = 0x4000U + 256U * (uPlugin % 64U); }
+    void SetActionHandle(uint32_t uPlugin) { m_ActionHandle = MakeActionHandle(uPlugin); }
 
     void RegisterActions() override
     {
@@ -171,7 +172,8 @@ public:
         g_pHost->RegisterPluginA(this);
         g_pHost->RegisterPluginB(this);
         m_ModeId = g_pHost->GetModeManager()->RegisterMode(new CRaiseMode, MODE_GROUP);
-        g_pHost->RegisterSetting("Strength", 5, &m_Strength, "f:EDIT;e:EDIT;c:Minimal;d:Strength;");
+        g_pHost->RegisterSetting(
+            "Strength", RTTI_INT, &m_Strength, "f:EDIT;e:EDIT;c:Minimal;d:Strength;");
     }
 
     void ResetSettings() override { m_Strength = 1; }
@@ -211,7 +213,7 @@ public:
     void OnHostNotify(int32_t iCode, uintptr_t) override
     {
         LogR("OnHostNotify %d\n", iCode);
-        if (iCode == 10)
+        if (iCode == NOTIFY_HOST_GOES)
         {
             g_pHost = nullptr;
             g_pEngine = nullptr;

@@ -198,13 +198,13 @@ void CFakeEditorHost::SetViewToggle(ViewId view, bool bOn)
 }
 
 void CFakeEditorHost::RegisterSetting(const char* pszName,
-                                      uint32_t uType,
+                                      ERTTIType eType,
                                       void* pValue,
                                       const char* pszEditFlags)
 {
     AddCall(
-        pCalls, "Host.RegisterSetting(%s, %u, %s)", OrNull(pszName), uType, OrNull(pszEditFlags));
-    settings.push_back({OrNull(pszName), uType, pValue, OrNull(pszEditFlags)});
+        pCalls, "Host.RegisterSetting(%s, %u, %s)", OrNull(pszName), eType, OrNull(pszEditFlags));
+    settings.push_back({OrNull(pszName), eType, pValue, OrNull(pszEditFlags)});
 }
 
 bool CFakeEditorHost::PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer)
@@ -221,7 +221,7 @@ bool CFakeEditorHost::PromptText(const char* pszTitle, const char* pszLabel, std
     return promptAnswer.has_value();
 }
 
-std::string CFakeEditorHost::BrowseForFile(int iKind,
+std::string CFakeEditorHost::BrowseForFile(EFileDialog eKind,
                                            const char* pszDefaultExtension,
                                            const char* pszInitialName,
                                            const char* pszInitialFolder,
@@ -229,7 +229,7 @@ std::string CFakeEditorHost::BrowseForFile(int iKind,
 {
     AddCall(pCalls,
             "Host.BrowseForFile(%d, %s, %s, %s, %s)",
-            iKind,
+            eKind,
             OrNull(pszDefaultExtension),
             OrNull(pszInitialName),
             OrNull(pszInitialFolder),
@@ -287,14 +287,16 @@ bool CFakeEditorHost::QueryEntityClass(const char* pszClassName)
     return bKnowsEntityClass;
 }
 
-void CFakeEditorHost::SetPluginViewState(int iState, uint32_t uActionHandle, uint32_t uReserved)
+void CFakeEditorHost::SetPluginViewState(EPluginViewState eState,
+                                         uint32_t uActionHandle,
+                                         uint32_t uReserved)
 {
-    AddCall(pCalls, "Host.SetPluginViewState(%d, %#x, %u)", iState, uActionHandle, uReserved);
+    AddCall(pCalls, "Host.SetPluginViewState(%d, %#x, %u)", eState, uActionHandle, uReserved);
 }
 
 void CFakeEditorHost::GetEnvironmentFile(const char* pszClassName,
                                          uint32_t uActionHandle,
-                                         uint32_t uRequest,
+                                         EEnvironmentRequest eRequest,
                                          const std::string* pIn,
                                          std::string* pOut)
 {
@@ -302,7 +304,7 @@ void CFakeEditorHost::GetEnvironmentFile(const char* pszClassName,
             "Host.GetEnvironmentFile(%s, %#x, %u, %s)",
             OrNull(pszClassName),
             uActionHandle,
-            uRequest,
+            eRequest,
             pIn != nullptr ? pIn->c_str() : "null");
     if (pIn != nullptr && pOut != nullptr)
     {

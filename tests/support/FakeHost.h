@@ -4,7 +4,7 @@
 #include "host/EditorHost.h"
 #include "host/IEditorAction.h"
 #include "host/IEditorMode.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginStrokes.h"
 #include "host/ModeManager.h"
 #include "tellur/context/PluginContext.h"
 #include "tests/support/FakeWorld.h"
@@ -117,11 +117,11 @@ public:
     void RefreshAfterReload() override { AddCall(pCalls, "Host.RefreshAfterReload()"); }
 
     void RegisterSetting(const char* pszName,
-                         uint32_t uType,
+                         ERTTIType eType,
                          void* pValue,
                          const char* pszEditFlags) override;
     bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) override;
-    std::string BrowseForFile(int iKind,
+    std::string BrowseForFile(EFileDialog eKind,
                               const char* pszDefaultExtension,
                               const char* pszInitialName,
                               const char* pszInitialFolder,
@@ -149,10 +149,12 @@ public:
                           const char* pszTitle,
                           const char* pszParent) override;
     bool QueryEntityClass(const char* pszClassName) override;
-    void SetPluginViewState(int iState, uint32_t uActionHandle, uint32_t uReserved) override;
+    void SetPluginViewState(EPluginViewState eState,
+                            uint32_t uActionHandle,
+                            uint32_t uReserved) override;
     void GetEnvironmentFile(const char* pszClassName,
                             uint32_t uActionHandle,
-                            uint32_t uRequest,
+                            EEnvironmentRequest eRequest,
                             const std::string* pIn,
                             std::string* pOut) override;
 
@@ -295,8 +297,8 @@ public:
     CTellurBrush* pBrush = nullptr;
     CFunctionContainer* pFunctions = nullptr;
     bool bAutoUpdateNormals = false;
-    int iTerraformingModeId = -1;
-    int iEditTerrainTypeModeId = -1;
+    int iTerraformingModeId = NO_MODE;
+    int iEditTerrainTypeModeId = NO_MODE;
     CModeEditTerrainType* pEditTerrainTypeMode = nullptr;
     CTerrain2DDrawDlg* pDrawDlg = nullptr;
     int32_t iUndoDepth = 10;

@@ -350,10 +350,10 @@ void CFakeEngineHost::DollyCamera(ViewId view, float fDistance)
 
 void CFakeEngineHost::DrawLines(uint32_t uCount,
                                 const SVec3* pPoints,
-                                int iClosed,
+                                EPolyline eClosed,
                                 const SColor& color)
 {
-    AddCall(pCalls, "Engine.DrawLines(%u, %d)", uCount, iClosed);
+    AddCall(pCalls, "Engine.DrawLines(%u, %d)", uCount, eClosed);
     linePoints.assign(pPoints, pPoints + uCount);
     lineColor = color;
 }

@@ -214,8 +214,10 @@ public:
 
     void DrawLine(const SVec3&, const SVec3&, const SColor&) override {}
 
-    void
-    DrawLines(uint32_t uCount, const SVec3* pPoints, int iClosed, const SColor& color) override;
+    void DrawLines(uint32_t uCount,
+                   const SVec3* pPoints,
+                   EPolyline eClosed,
+                   const SColor& color) override;
 
     World* pWorld;
     std::deque<int> reloadAnswers; // of ReloadTexture, in order; 1 after them

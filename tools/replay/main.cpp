@@ -5,7 +5,6 @@
 #include "editor/script/CScriptPlayer.h"
 #include "editor/script/LoadScript.h"
 #include "host/FileSystem.h"
-#include "host/IPluginScript.h"
 #include "host/Program.h"
 #include "host/Terrain.h"
 #include "host/World.h"
@@ -191,11 +190,8 @@ int Play(const SReplayOptions& options, CReplayLog& log)
         return Report(EXIT_UNUSABLE, strPlugin + ": cannot be loaded, see the log");
     }
     face.SetWorld(host.GetEngine().GetWorld());
-    CScriptPlayer player(host,
-                         face.GetCursor(),
-                         CHeadlessFace::VIEW,
-                         dynamic_cast<IPluginScript*>(loader.GetPlugin()),
-                         options.strScript);
+    CScriptPlayer player(
+        host, face.GetCursor(), CHeadlessFace::VIEW, loader.GetPlugin(), options.strScript);
     if (!player.Play(pScript.get(), strFault))
     {
         return Report(EXIT_FAILED, strFault);

@@ -40,7 +40,7 @@ TEST_F(CToolKeys, AHeldKeyAndTheMouseChangeAValueWhereTheFootprintIs)
 
     for (const auto& test : cases)
     {
-        Script().SetBrushValue(test.eValue, 0.0F);
+        Tools().SetBrushValue(test.eValue, 0.0F);
         MoveBy(0, 0);
         Hold(test.pszKey);
         MoveBy(0, -125);
@@ -50,8 +50,8 @@ TEST_F(CToolKeys, AHeldKeyAndTheMouseChangeAValueWhereTheFootprintIs)
         LetGo(test.pszKey);
     }
     MoveBy(0, 0);
-    Script().SetBrushValue(EBrushValue::Extent, 40.0F);
-    Script().SetBrushValue(EBrushValue::Hardness, 0.0F);
+    Tools().SetBrushValue(EBrushValue::Extent, 40.0F);
+    Tools().SetBrushValue(EBrushValue::Hardness, 0.0F);
     const std::vector<float> stroke = GetStroke();
     ASSERT_NO_FATAL_FAILURE(TakeBrush("RelativeHeightFunction", "m_Height", "500"));
     EXPECT_EQ(GetStroke(), stroke) << "the same brush by script";
@@ -71,7 +71,7 @@ TEST_F(CToolKeys, DigitsSayTheValueThatAHeldKeyMeans)
     MoveBy(60, 0); // a hand that shakes
     LetGo("b");
     EXPECT_EQ(Get(EBrushValue::Extent), 12.5F);
-    EXPECT_EQ(Script().GetFunctionName(), "RelativeHeightFunction") << "digits took no tool";
+    EXPECT_EQ(Tools().GetFunctionName(), "RelativeHeightFunction") << "digits took no tool";
 
     Hold("h");
     Do({"key", "7", "key", "0", "key", "Return"});
@@ -80,7 +80,7 @@ TEST_F(CToolKeys, DigitsSayTheValueThatAHeldKeyMeans)
     EXPECT_EQ(Get(EBrushValue::Hardness), 0.0F);
     Key("2"); // the key is still down, but its work is over
     LetGo("h");
-    EXPECT_EQ(Script().GetFunctionName(), "PointHeightFunction");
+    EXPECT_EQ(Tools().GetFunctionName(), "PointHeightFunction");
 
     Hold("v");
     Do({"key", "comma", "key", "2", "key", "5"});
@@ -120,7 +120,7 @@ TEST_F(CToolKeys, AHeldKeyEndsWhereTheKeyboardOrAButtonGoes)
         EXPECT_NE(m_Watcher.hover.x, before.x) << "moves are the plug-in's again";
         LetGo("b");
         GetView().setFocus();
-        Script().SetBrushValue(EBrushValue::Extent, 40.0F);
+        Tools().SetBrushValue(EBrushValue::Extent, 40.0F);
     }
     MoveBy(0, 0);
     Hold("b");
@@ -150,7 +150,7 @@ TEST_F(CToolKeys, TheSizeOfWhatIsPaintedGoesByTheSameKeys)
     EXPECT_EQ(Item<QLineEdit>(2158).text(), "30");
     Key("x");
     EXPECT_EQ(GetNote(), "no tool");
-    EXPECT_TRUE(Script().IsPainting());
+    EXPECT_TRUE(Tools().IsPainting());
 }
 
 TEST_F(CToolKeys, TheNumberOfATool)

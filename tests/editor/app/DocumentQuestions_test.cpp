@@ -131,7 +131,7 @@ TEST_F(CDocumentQuestions, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereThe
     std::string strResult;
     const auto browse = [&]
     {
-        strResult = GetHost().BrowseForFile(0, "stl", nullptr, "data", nullptr);
+        strResult = GetHost().BrowseForFile(FILE_DIALOG_SAVE, "stl", nullptr, "data", nullptr);
     };
     EXPECT_EQ(ChooseFileAnd(browse, strRoot + "/hill.stl", "Yes"),
               strRoot + "/Hill.stl\nis there already. Replace it?");

@@ -72,7 +72,10 @@ protected:
     {
         std::string strResult;
         Answer<QFileDialog>(
-            [&] { strResult = GetHost().BrowseForFile(0, "stl", nullptr, "data", nullptr); },
+            [&] {
+                strResult =
+                    GetHost().BrowseForFile(FILE_DIALOG_SAVE, "stl", nullptr, "data", nullptr);
+            },
             [&](QFileDialog& dialog)
             {
                 strStart = dialog.directory().absolutePath().toStdString();

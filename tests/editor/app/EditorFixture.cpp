@@ -127,7 +127,8 @@ void CEditorFixture::TakeBrush(const char* pszFunction,
     std::string strWhy;
     for (const CTCPARSE_KEYWORD* pKey = pFirst.get(); pKey != nullptr; pKey = pKey->next)
     {
-        ASSERT_EQ(m_Editor->GetPluginScript()->Play(pKey, strWhy), EScriptResult::Done) << strWhy;
+        ASSERT_EQ(m_Editor->FindInterface<IPluginScript>()->Play(pKey, strWhy), EScriptResult::Done)
+            << strWhy;
     }
     Settle();
 }

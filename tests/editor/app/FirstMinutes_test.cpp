@@ -3,7 +3,7 @@
 
 #include "editor/app/CNewLevelDialog.h"
 #include "engine/terrain/CTerrain.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginTools.h"
 #include "tests/editor/app/DocumentsFixture.h"
 #include "tests/support/TestPaths.h"
 
@@ -65,7 +65,7 @@ protected:
 TEST_F(CFirstMinutes, KeysAndTheMouseInTheViewsAreEnough)
 {
     ASSERT_NO_FATAL_FAILURE(Start(false));
-    IPluginScript* pScript = m_Editor->GetPluginScript();
+    auto* pTools = m_Editor->FindInterface<IPluginTools>();
     CViewWidget& view = GetView(1);
     const CUndoStack& history = GetHost().GetUndoStack();
     Answer<CNewLevelDialog>([this] { Key("ctrl+n"); }, [this](CNewLevelDialog&) { Key("Return"); });
@@ -77,9 +77,9 @@ TEST_F(CFirstMinutes, KeysAndTheMouseInTheViewsAreEnough)
 
     MoveTo(view, {0.3, 0.3});
     Key("4");
-    EXPECT_EQ(pScript->GetFunctionName(), "RelativeHeightFunction");
+    EXPECT_EQ(pTools->GetFunctionName(), "RelativeHeightFunction");
     Hold("b", [this] { Do({"type", "6000"}); });
-    EXPECT_FLOAT_EQ(pScript->GetBrushExtent(), 6000.0F);
+    EXPECT_FLOAT_EQ(pTools->GetBrushExtent(), 6000.0F);
     Stroke({0.3, 0.3}, {0.7, 0.35}, "ridge");
     Stroke({0.32, 0.33}, {0.68, 0.38}, "ridge, second stroke");
     Stroke({0.4, 0.35}, {0.6, 0.32}, "ridge, third stroke");
@@ -87,7 +87,7 @@ TEST_F(CFirstMinutes, KeysAndTheMouseInTheViewsAreEnough)
     Stroke({0.3, 0.55}, {0.7, 0.6}, "valley");
     EXPECT_LT(*std::min_element(m_Before.begin(), m_Before.end()), 1600.0F);
     Hold("shift", [this] { Stroke({0.35, 0.33}, {0.65, 0.36}, "smoothed"); });
-    EXPECT_EQ(pScript->GetFunctionName(), "RelativeHeightFunction");
+    EXPECT_EQ(pTools->GetFunctionName(), "RelativeHeightFunction");
 
     Key("3");
     MoveTo(view, {0.5, 0.34});
@@ -102,14 +102,14 @@ TEST_F(CFirstMinutes, KeysAndTheMouseInTheViewsAreEnough)
     Key("4");
     const float fHighest = GetHighest();
     TypeFile("m", TELLUR_SOURCE_DIR "/data/samples/stripes.png");
-    EXPECT_TRUE(pScript->IsMaskEnabled());
+    EXPECT_TRUE(pTools->IsMaskEnabled());
     Stroke({0.3, 0.66}, {0.7, 0.66}, "valley through a mask");
     EXPECT_EQ(GetHighest(), fHighest);
     Key("m");
-    EXPECT_FALSE(pScript->IsMaskEnabled());
-    const float fExtent = pScript->GetBrushExtent();
+    EXPECT_FALSE(pTools->IsMaskEnabled());
+    const float fExtent = pTools->GetBrushExtent();
     Hold("b", [&] { Do({"type", std::to_string(fExtent / 2.0F).c_str()}); });
-    EXPECT_NEAR(pScript->GetBrushExtent(), fExtent / 2.0F, 0.1F);
+    EXPECT_NEAR(pTools->GetBrushExtent(), fExtent / 2.0F, 0.1F);
     Stroke({0.2, 0.7}, {0.4, 0.7}, "at half the size");
 
     const size_t nSteps = history.GetCount();

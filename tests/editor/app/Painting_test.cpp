@@ -2,7 +2,7 @@
 
 #include "editor/app/CMessagesDock.h"
 #include "host/FileSystem.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginPainting.h"
 #include "host/Terrain.h"
 #include "host/World.h"
 #include "tests/editor/app/PaintingFixture.h"
@@ -226,7 +226,7 @@ TEST_F(CPainting, StrokesInNoFileAreAskedForBeforeAnotherBitmapIsRead)
     const std::string strQuestion = "Save the changes of " + m_Bitmap + "?";
     EXPECT_EQ(edit(strBroken, QMessageBox::Cancel), strQuestion);
     EXPECT_FALSE(IsChecked(2143));
-    EXPECT_EQ(m_Editor->GetPluginScript()->GetUnsavedBitmap(), m_Bitmap);
+    EXPECT_EQ(m_Editor->FindInterface<IPluginPainting>()->GetUnsavedBitmap(), m_Bitmap);
     EXPECT_EQ(ReadBytes(m_Bitmap), strBefore);
     EXPECT_EQ(edit(strOther, QMessageBox::Save), strQuestion);
     EXPECT_TRUE(IsChecked(2143));

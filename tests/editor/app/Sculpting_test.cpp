@@ -6,7 +6,8 @@
 #include "editor/app/CStatusLine.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/IPlugin.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginStrokes.h"
+#include "host/IPluginTools.h"
 #include "tests/editor/app/EditorFixture.h"
 
 #include <QApplication>
@@ -194,7 +195,7 @@ TEST_F(CSculpting, KeysNotesAndStatusSayWhatIsUnderTheHand)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_NO_FATAL_FAILURE(TakeBrush());
-    IPluginScript* pScript = m_Editor->GetPluginScript();
+    auto* pTools = m_Editor->FindInterface<IPluginTools>();
     CCursorNote& note = GetView().GetNote();
     MoveTo(GetView(), {0.5, 0.5});
     EXPECT_EQ(GetStatus("status-mode"), "Terraforming");
@@ -204,7 +205,7 @@ TEST_F(CSculpting, KeysNotesAndStatusSayWhatIsUnderTheHand)
     EXPECT_TRUE(GetStatus("status-slope").startsWith("slope 0.0"));
 
     Key("bracketright");
-    EXPECT_EQ(pScript->GetBrushExtent(), 44.0F);
+    EXPECT_EQ(pTools->GetBrushExtent(), 44.0F);
     EXPECT_TRUE(note.isVisible());
     EXPECT_EQ(note.text(), "brush 44.0");
     EXPECT_EQ(GetStatus("status-brush"), "brush 44.0");
@@ -274,7 +275,7 @@ TEST_F(CSculpting, EveryMoveOfABurstReachesThePluginBeforeTheNextFrame)
     const QPoint corner =
         GetView().mapToGlobal(QPoint(GetView().width() / 2 - 150, GetView().height() / 2));
     const uint64_t uBefore = GetView().GetMoveCount();
-    m_Editor->GetPluginScript()->TakeDragStatistics();
+    m_Editor->FindInterface<IPluginStrokes>()->TakeDragStatistics();
     arguments << "mousemove" << QString::number(corner.x()) << QString::number(corner.y())
               << "mousedown"
               << "1";
@@ -288,6 +289,6 @@ TEST_F(CSculpting, EveryMoveOfABurstReachesThePluginBeforeTheNextFrame)
               << "1";
     Do(arguments);
     EXPECT_GE(GetView().GetMoveCount() - uBefore, static_cast<uint64_t>(MOVES));
-    EXPECT_GE(m_Editor->GetPluginScript()->TakeDragStatistics().nPoints,
+    EXPECT_GE(m_Editor->FindInterface<IPluginStrokes>()->TakeDragStatistics().nPoints,
               static_cast<uint64_t>(MOVES));
 }

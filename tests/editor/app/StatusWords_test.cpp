@@ -2,6 +2,7 @@
 
 #include "editor/app/CStatusLine.h"
 #include "engine/terrain/CTerrain.h"
+#include "host/IPluginBrushes.h"
 #include "host/Image.h"
 #include "tests/editor/app/DocumentsFixture.h"
 #include "tests/editor/app/PaintingFixture.h"
@@ -292,7 +293,7 @@ TEST_F(CStatusWordsTest, SaysWhatWasSavedHowLargeItIsAndHowLongItTook)
     expect("valley.stl", "102.5 KB in ");
     ChooseFileAnd([this] { Trigger("file.export"); }, m_Folder.Path("valley.r32"), "Save");
     expect("valley.r32", "4.4 KB in ");
-    ASSERT_TRUE(m_Editor->GetPluginScript()->SaveBrushes()); // as the panel's button
+    ASSERT_TRUE(m_Editor->FindInterface<IPluginBrushes>()->SaveBrushes()); // as the panel's button
     expect("PredefinedBrushes.ini", "");
     std::filesystem::remove(m_Folder.Path("levels/valley.height"));
     std::filesystem::create_directories(m_Folder.Path("levels/valley.height/in the way"));

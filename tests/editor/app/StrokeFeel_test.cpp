@@ -3,7 +3,8 @@
 
 #include "editor/core/IHostObserver.h"
 #include "engine/terrain/CTerrain.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginStrokes.h"
+#include "host/IPluginTools.h"
 #include "tests/editor/app/EditorFixture.h"
 
 #include <QCursor>
@@ -168,16 +169,16 @@ TEST_F(CStrokeFeel, CrestsAreEvenAndTheSettingSaysOtherwise)
     EXPECT_LT(GetDip("cone"), 0.045);
     EXPECT_LT(GetDip("square"), 0.001);
     TakeBrush("RelativeHeightFunction", "m_Height", "5", "extent( 80.0 )", "square");
-    IPluginScript* pScript = m_Editor->GetPluginScript();
-    EXPECT_FLOAT_EQ(pScript->GetStrokeSpacing(), 10.0F);
+    auto* pStrokes = m_Editor->FindInterface<IPluginStrokes>();
+    EXPECT_FLOAT_EQ(pStrokes->GetStrokeSpacing(), 10.0F);
     TakeBrush("BlurFunction", "m_UseOnlyDestBuffer", "true", "extent( 80.0 )", "cone");
-    EXPECT_FLOAT_EQ(pScript->GetStrokeSpacing(), 20.0F);
+    EXPECT_FLOAT_EQ(pStrokes->GetStrokeSpacing(), 20.0F);
 
     TakeBrush("RelativeHeightFunction", "m_Height", "5", "extent( 40.0 )", "round");
     for (const int32_t iPercent : {50, 0})
     {
         GetInput().iSpacingPercent = iPercent;
-        const double fSpacing = iPercent > 0 ? 20.0 : pScript->GetStrokeSpacing();
+        const double fSpacing = iPercent > 0 ? 20.0 : pStrokes->GetStrokeSpacing();
         const std::vector<SVec3> points = DragPoints(GetView(1), {0.3, 0.5}, {0.7, 0.5});
         ASSERT_GT(points.size(), 3U);
         for (size_t i = 1; i < points.size(); ++i)
@@ -320,7 +321,7 @@ TEST_F(CStrokeFeel, ShiftSmoothsAndGivesTheToolBack)
 {
     ASSERT_NO_FATAL_FAILURE(StartFine());
     TakeBrush("SetHeightFunction", "m_Height", "80", "extent( 30.0 )", "square");
-    IPluginScript* pScript = m_Editor->GetPluginScript();
+    auto* pTools = m_Editor->FindInterface<IPluginTools>();
     CViewWidget& view = GetView(1);
     const std::string strScript = m_Folder.Path("recorded.tellur");
     ASSERT_TRUE(m_Editor->GetRecorder()->Start(strScript));
@@ -332,8 +333,8 @@ TEST_F(CStrokeFeel, ShiftSmoothsAndGivesTheToolBack)
     const std::vector<float> smooth = GetHeights();
     EXPECT_FALSE(smooth == plateau);
     EXPECT_LE(*std::max_element(smooth.begin(), smooth.end()), 80.0F);
-    EXPECT_EQ(pScript->GetFunctionName(), "SetHeightFunction");
-    EXPECT_FLOAT_EQ(pScript->GetBrushExtent(), 30.0F);
+    EXPECT_EQ(pTools->GetFunctionName(), "SetHeightFunction");
+    EXPECT_FLOAT_EQ(pTools->GetBrushExtent(), 30.0F);
     Drag(view, {0.4, 0.4}, {0.6, 0.4});
     const std::vector<float> set = GetHeights();
     EXPECT_EQ(*std::max_element(set.begin(), set.end()), 80.0F);
@@ -343,7 +344,7 @@ TEST_F(CStrokeFeel, ShiftSmoothsAndGivesTheToolBack)
     Do({"keydown", "shift"});
     MoveTo(view, {0.4, 0.7});
     Do({"mousedown", "1"});
-    EXPECT_EQ(pScript->GetFunctionName(), "SetHeightFunction");
+    EXPECT_EQ(pTools->GetFunctionName(), "SetHeightFunction");
     Do({"keyup", "shift"});
     Do({"keyup", "w"});
     Do({"mouseup", "1"});

@@ -4,6 +4,7 @@
 #include "editor/app/CMessagesDock.h"
 #include "editor/core/IHostObserver.h"
 #include "host/IPluginScript.h"
+#include "host/IPluginTools.h"
 #include "parser/TCParseFile.h"
 #include "tests/editor/app/PaintingFixture.h"
 
@@ -55,12 +56,12 @@ protected:
     {
         ASSERT_NO_FATAL_FAILURE(StartWatched());
         Key("4");
-        Script().SetBrushValue(EBrushValue::Extent, 40.0F);
+        Tools().SetBrushValue(EBrushValue::Extent, 40.0F);
     }
 
-    IPluginScript& Script() { return *m_Editor->GetPluginScript(); }
+    IPluginTools& Tools() { return *m_Editor->FindInterface<IPluginTools>(); }
 
-    float Get(EBrushValue eValue) { return Script().GetBrushValue(eValue); }
+    float Get(EBrushValue eValue) { return Tools().GetBrushValue(eValue); }
 
     std::string GetNote(size_t iView = 0)
     {
@@ -116,7 +117,9 @@ protected:
         std::string strWhy;
         for (const CTCPARSE_KEYWORD* pKey = pFirst.get(); pKey != nullptr; pKey = pKey->next)
         {
-            EXPECT_EQ(Script().Play(pKey, strWhy), EScriptResult::Done) << strWhy;
+            EXPECT_EQ(m_Editor->FindInterface<IPluginScript>()->Play(pKey, strWhy),
+                      EScriptResult::Done)
+                << strWhy;
         }
     }
 

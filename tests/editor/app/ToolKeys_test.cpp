@@ -2,6 +2,7 @@
 
 #include "editor/app/CKeysDialog.h"
 #include "engine/terrain/CTerrain.h"
+#include "host/IPluginStrokes.h"
 #include "tests/editor/app/ToolKeysFixture.h"
 #include "tests/support/TestPaths.h"
 
@@ -38,8 +39,8 @@ TEST_F(CToolKeys, DigitsTakeTheToolsOfThePanelsButtons)
             for (int iTime = 0; iTime < 2; ++iTime) // one that is up stays up
             {
                 Key(strKey.c_str());
-                EXPECT_EQ(Script().GetFunctionName(), FUNCTIONS[i]);
-                EXPECT_TRUE(Script().IsTerraforming());
+                EXPECT_EQ(Tools().GetFunctionName(), FUNCTIONS[i]);
+                EXPECT_TRUE(Tools().IsTerraforming());
             }
         }
     }
@@ -48,7 +49,7 @@ TEST_F(CToolKeys, DigitsTakeTheToolsOfThePanelsButtons)
     // The stroke of the key's tool is that of the button's.
     Key("4");
     EXPECT_EQ(GetNote(), "Relative height");
-    Script().SetBrushValue(EBrushValue::Extent, 40.0F);
+    Tools().SetBrushValue(EBrushValue::Extent, 40.0F);
     const std::vector<float> byKey = GetStroke();
     Key("ctrl+t");
     Click(PanelItem<QWidget>(2132)); // relative height
@@ -60,7 +61,7 @@ TEST_F(CToolKeys, DigitsTakeTheToolsOfThePanelsButtons)
     Do({"key", "ctrl+a"});
     Do({"type", "16"});
     EXPECT_EQ(edit.text(), "16");
-    EXPECT_EQ(Script().GetFunctionName(), "RelativeHeightFunction");
+    EXPECT_EQ(Tools().GetFunctionName(), "RelativeHeightFunction");
     EXPECT_EQ(Get(EBrushValue::Extent), 16.0F);
 }
 
@@ -86,8 +87,8 @@ TEST_F(CToolKeys, AKeyDuringAStrokeChangesNothing)
     Do({"mouseup", "1"});
     EXPECT_EQ(GetHeights(), stroke);
     EXPECT_EQ(Get(EBrushValue::Extent), 40.0F);
-    EXPECT_EQ(Script().GetFunctionName(), "RelativeHeightFunction");
-    EXPECT_EQ(Script().GetMaskPath(), "");
+    EXPECT_EQ(Tools().GetFunctionName(), "RelativeHeightFunction");
+    EXPECT_EQ(Tools().GetMaskPath(), "");
 }
 
 TEST_F(CToolKeys, CtrlTPutsTheToolAwayAndTakesTheLastOneUp)
@@ -95,16 +96,16 @@ TEST_F(CToolKeys, CtrlTPutsTheToolAwayAndTakesTheLastOneUp)
     ASSERT_NO_FATAL_FAILURE(StartWatched());
     const int nLines = GetLines();
     Key("ctrl+t");
-    EXPECT_EQ(Script().GetFunctionName(), "RelativeHeightFunction") << "there was none yet";
+    EXPECT_EQ(Tools().GetFunctionName(), "RelativeHeightFunction") << "there was none yet";
     EXPECT_TRUE(m_Watcher.actions.empty());
     Key("3");
     for (int i = 0; i < 2; ++i)
     {
         Key("ctrl+t");
-        EXPECT_FALSE(Script().IsTerraforming());
+        EXPECT_FALSE(Tools().IsTerraforming());
         Key("ctrl+t");
-        EXPECT_EQ(Script().GetFunctionName(), "SetHeightFunction");
-        EXPECT_TRUE(Script().IsTerraforming());
+        EXPECT_EQ(Tools().GetFunctionName(), "SetHeightFunction");
+        EXPECT_TRUE(Tools().IsTerraforming());
     }
     EXPECT_EQ(m_Watcher.actions, (std::vector<int32_t>{0, 0}));
     EXPECT_EQ(GetLines(), nLines) << "nothing was refused";
@@ -133,7 +134,7 @@ TEST_F(CToolKeys, BracketsScaleTheBrushWithinTheTerrain)
 
     for (const auto& test : cases)
     {
-        Script().SetBrushValue(EBrushValue::Extent, test.fFrom);
+        Tools().SetBrushValue(EBrushValue::Extent, test.fFrom);
         Key(test.pszKey);
         EXPECT_EQ(Get(EBrushValue::Extent), test.fTo) << test.fFrom << test.pszKey;
     }
@@ -162,7 +163,7 @@ TEST_F(CToolKeys, InvertHeightAndMaskSayWhatTheyDid)
     MoveTo(GetView(), {0.5, 0.02});
     Key("p");
     EXPECT_EQ(GetNote(), "no ground under the cursor");
-    Script().SetBrushValue(EBrushValue::Extent, 40.0F);
+    Tools().SetBrushValue(EBrushValue::Extent, 40.0F);
     MoveTo(GetView(), {0.3, 0.6});
     Key("p");
     EXPECT_EQ(GetNote(), "sets 20.00");
@@ -182,14 +183,14 @@ TEST_F(CToolKeys, InvertHeightAndMaskSayWhatTheyDid)
                             });
     };
     choose("m");
-    EXPECT_EQ(Script().GetMaskPath(), "data/samples/stripes.png");
-    EXPECT_TRUE(Script().IsMaskEnabled());
+    EXPECT_EQ(Tools().GetMaskPath(), "data/samples/stripes.png");
+    EXPECT_TRUE(Tools().IsMaskEnabled());
     MoveTo(GetView(), {0.3, 0.6});
     Key("m");
-    EXPECT_FALSE(Script().IsMaskEnabled());
+    EXPECT_FALSE(Tools().IsMaskEnabled());
     EXPECT_EQ(GetNote(), "mask off");
     choose("shift+m");
-    EXPECT_TRUE(Script().IsMaskEnabled());
+    EXPECT_TRUE(Tools().IsMaskEnabled());
     Key("ctrl+t");
     Key("m");
     EXPECT_EQ(GetNote(), "no tool");
@@ -220,20 +221,20 @@ TEST_F(CToolKeys, ARecordingSmoothsAsTheHandDid)
          "!brush()\n!brush_name( s )\n!bitmap()\n!path( s )\n!function( s )\n!fade_factor( f )\n"
          "brush()\n{\n brush_name( \"Fading\" )\n bitmap() { path( \"data/brushes/round.png\" ) }\n"
          " function( \"BlurFunction\" )\n fade_factor( 2000.0 )\n}\n");
-    ASSERT_EQ(Script().GetFunctionName(), "BlurFunction");
+    ASSERT_EQ(Tools().GetFunctionName(), "BlurFunction");
     Key("4");
     const std::string strScript = m_Folder.Path("smooth.tellur");
     ASSERT_TRUE(m_Editor->GetRecorder()->Start(strScript));
     const auto smooth = [&](const QPointF& from, const QPointF& to)
     {
         const std::vector<float> before = GetHeights();
-        EXPECT_TRUE(Script().BeginSmoothing());
+        EXPECT_TRUE(m_Editor->FindInterface<IPluginStrokes>()->BeginSmoothing());
         EXPECT_EQ(Get(EBrushValue::Extent), 40.0F);
         Drag(GetView(), from, to);
         const CUndoStack& stack = GetHost().GetUndoStack();
         EXPECT_TRUE(stack.GetText(stack.GetCount() - 1).ends_with("Blur"));
-        Script().EndSmoothing();
-        EXPECT_EQ(Script().GetFunctionName(), "RelativeHeightFunction");
+        m_Editor->FindInterface<IPluginStrokes>()->EndSmoothing();
+        EXPECT_EQ(Tools().GetFunctionName(), "RelativeHeightFunction");
         EXPECT_NE(GetHeights(), before);
     };
     Drag(GetView(), {0.4, 0.5}, {0.5, 0.5});
@@ -321,12 +322,12 @@ TEST_F(CToolKeys, EveryKeyStandsInTheDialogWithoutAClashAndCanBeAnother)
                         });
     MoveTo(GetView(), {0.5, 0.5});
     Key("4");
-    Script().SetBrushValue(EBrushValue::Extent, 40.0F);
+    Tools().SetBrushValue(EBrushValue::Extent, 40.0F);
     Hold("b");
     Key("6");
     LetGo("b");
-    EXPECT_EQ(Script().GetFunctionName(), "RampFunction");
-    Script().SetBrushValue(EBrushValue::Extent, 40.0F);
+    EXPECT_EQ(Tools().GetFunctionName(), "RampFunction");
+    Tools().SetBrushValue(EBrushValue::Extent, 40.0F);
     Hold("k");
     Key("6");
     LetGo("k");
@@ -335,7 +336,7 @@ TEST_F(CToolKeys, EveryKeyStandsInTheDialogWithoutAClashAndCanBeAnother)
     for (int i = 0; i < 2; ++i) // the plug-in's own action, which has nothing to take up
     {
         Key("ctrl+y");
-        EXPECT_FALSE(Script().IsTerraforming());
+        EXPECT_FALSE(Tools().IsTerraforming());
     }
     EXPECT_GT(GetLines(), nLines) << "it is refused as ever";
     EXPECT_EQ(m_Watcher.actions, (std::vector<int32_t>{0, 0}));

@@ -4,7 +4,7 @@
 #include "editor/app/CMessagesDock.h"
 #include "editor/app/CNewLevelDialog.h"
 #include "engine/terrain/CTerrain.h"
-#include "host/IPluginScript.h"
+#include "host/IPluginTools.h"
 #include "host/Log.h"
 #include "tests/editor/app/EditorFixture.h"
 #include "tests/support/CLogCatcher.h"
@@ -168,14 +168,14 @@ TEST_F(CWindows, AKeyThatTwoCommandsHaveBlocksTheDialog)
     GetView().setFocus();
     MoveTo(GetView(), {0.5, 0.5});
     Key("k"); // the plug-in's own step, 1/1280 of the terrain's width
-    EXPECT_FLOAT_EQ(m_Editor->GetPluginScript()->GetBrushExtent(), 40.25F);
+    EXPECT_FLOAT_EQ(m_Editor->FindInterface<IPluginTools>()->GetBrushExtent(), 40.25F);
 
     Stop(); // keys are kept
     ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_NO_FATAL_FAILURE(TakeBrush());
     MoveTo(GetView(), {0.5, 0.5});
     Key("k");
-    EXPECT_FLOAT_EQ(m_Editor->GetPluginScript()->GetBrushExtent(), 40.25F);
+    EXPECT_FLOAT_EQ(m_Editor->FindInterface<IPluginTools>()->GetBrushExtent(), 40.25F);
 }
 
 TEST_F(CWindows, MouseAndKeysMoveTheCamera)

@@ -31,7 +31,7 @@ protected:
     {
         if (m_Autosave != nullptr)
         {
-            m_Autosave->SetPluginScript(nullptr);
+            m_Autosave->SetPlugin(nullptr);
             m_Autosave.reset();
         }
     }
@@ -49,7 +49,7 @@ protected:
     {
         End();
         m_Autosave = std::make_unique<CAutosave>(m_Host, m_Document);
-        m_Autosave->SetPluginScript(m_Script);
+        m_Autosave->SetPlugin(m_Loader.GetPlugin());
         m_Now = CAutosave::TimePoint::clock::now();
         ASSERT_TRUE(m_Document.Open(m_Level.c_str()));
         m_Autosave->Tick(m_Now);
@@ -80,7 +80,7 @@ protected:
 
     bool Recover(const SRecoverable& entry, size_t& nSteps)
     {
-        CScriptPlayer player(m_Host, m_Face.cursor, 1, m_Script, entry.strStem);
+        CScriptPlayer player(m_Host, m_Face.cursor, 1, m_Loader.GetPlugin(), entry.strStem);
         const auto play = [&player](CTCPARSE_KEYWORD* pFirst, std::string& strFault)
         {
             return player.Play(pFirst, strFault);
@@ -132,7 +132,8 @@ protected:
     {
         WriteBytes(m_Folder.Path("script.tellur"), CScriptPlayer::GetDeclarations() + strText);
         const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile("script.tellur"));
-        CScriptPlayer player(m_Host, m_Face.cursor, 1, m_Script, m_Folder.Path("script.tellur"));
+        CScriptPlayer player(
+            m_Host, m_Face.cursor, 1, m_Loader.GetPlugin(), m_Folder.Path("script.tellur"));
         std::string strFault;
         EXPECT_TRUE(player.Play(pFirst.get(), strFault)) << strFault;
     }
@@ -156,7 +157,7 @@ protected:
 
     std::string GetTexels()
     {
-        const IImage* pImage = m_Script->GetBitmap();
+        const IImage* pImage = m_Painting->GetBitmap();
         return pImage == nullptr
                    ? ""
                    : std::string(reinterpret_cast<const char*>(pImage->GetRawData()),

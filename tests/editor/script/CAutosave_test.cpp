@@ -199,7 +199,7 @@ TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
          nothing,
          [this]
          {
-             m_Script->StepPaint(false); // no event says so
+             m_Painting->StepPaint(false); // no event says so
              EXPECT_TRUE(m_Autosave->Tick(m_Now) && m_Autosave->Wait());
              EXPECT_FALSE(m_Autosave->Tick(m_Now));
          }},
@@ -250,9 +250,9 @@ TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
                   painted.bSaved);
         EXPECT_TRUE(SaveHeights("back.height") == ReadBytes(m_Folder.Path("crashed.height")));
         EXPECT_TRUE(GetTexels() == ReadBytes(m_Folder.Path("crashed.texels")));
-        EXPECT_EQ(m_Script->GetUnsavedBitmap(), m_Folder.Path(strName.c_str()));
+        EXPECT_EQ(m_Painting->GetUnsavedBitmap(), m_Folder.Path(strName.c_str()));
         EXPECT_TRUE(ReadBytes(m_Folder.Path(strName.c_str())) == strFile) << "not saved by itself";
-        ASSERT_TRUE(m_Script->SaveBitmap(m_Folder.Path(strName.c_str()).c_str()));
+        ASSERT_TRUE(m_Painting->SaveBitmap(m_Folder.Path(strName.c_str()).c_str()));
         PlayScript("mode( \"none\" )\n");
         m_Autosave->Remove();
         End();
@@ -278,7 +278,7 @@ TEST_F(CAutosaveTest, ABitmapThatWasSavedSinceIsNeverLost)
     WriteBytes(strPath, ReadBytes(strPath)); // by another program
     EXPECT_EQ(FindRecoverable({m_Level}).at(0).strLeftOut, strPath);
     ASSERT_NO_FATAL_FAILURE(ExpectBack());
-    EXPECT_EQ(m_Script->GetUnsavedBitmap(), "") << "it is left out";
+    EXPECT_EQ(m_Painting->GetUnsavedBitmap(), "") << "it is left out";
 
     // With a copy of what was painted it is not, and could be saved over the newer file.
     ASSERT_NO_FATAL_FAILURE(Crash(

@@ -22,7 +22,7 @@ protected:
     void Start()
     {
         ASSERT_NO_FATAL_FAILURE(CWalkFixture::Start());
-        m_Recorder = std::make_unique<CRecorder>(m_Host, m_Script);
+        m_Recorder = std::make_unique<CRecorder>(m_Host, m_Loader.GetPlugin());
     }
 
     void ExpectReplay(const std::string& strScript, const std::string& strHeights)

@@ -183,7 +183,7 @@ TEST_F(COutOfMemory, AStrokeIsWholeOrNotThereAndCanBeRepeatedAndSaved)
 
 TEST_F(COutOfMemory, ARecordingThatMissesSomethingEndsAndTheStrokeGoesOn)
 {
-    CRecorder recorder(m_Host, m_Script);
+    CRecorder recorder(m_Host, m_Loader.GetPlugin());
     int nEnded = 0;
     FailEach(
         [&]

@@ -7,6 +7,7 @@
 #include "framework/core/IFrontEnd.h"
 #include "framework/widgets/COffscreenWindows.h"
 #include "host/FileSystem.h"
+#include "host/IPluginPainting.h"
 #include "host/IPluginScript.h"
 #include "host/Terrain.h"
 #include "parser/TCParseFile.h"
@@ -88,6 +89,7 @@ protected:
     {
         ASSERT_TRUE(m_Loader.Load(TELLUR_BIN_DIR "/libtellur.so"));
         m_Script = dynamic_cast<IPluginScript*>(m_Loader.GetPlugin());
+        m_Painting = dynamic_cast<IPluginPainting*>(m_Loader.GetPlugin());
         ASSERT_TRUE(m_Host.NewLevel(48, {WIDTH, 200.0F, WIDTH}));
         TakeBrush(0, 0.1F);
         Drag();
@@ -229,5 +231,6 @@ protected:
     CEditorHost m_Host{m_Face};
     CPluginLoader m_Loader{m_Host};
     IPluginScript* m_Script = nullptr;
+    IPluginPainting* m_Painting = nullptr;
     CNumbers m_Numbers{1};
 };

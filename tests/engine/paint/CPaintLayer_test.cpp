@@ -120,9 +120,9 @@ TEST_F(CPaintLayerTest, TexelsWhoseCentreIsInTheBoxAreVisitedRowByRow)
 TEST_F(CPaintLayerTest, WithTheOtherMappingTexelsLieOnTheEdges)
 {
     ASSERT_NO_FATAL_FAILURE(Begin(5, 2, WHITE)); // 0, 20, 40, 60, 80 and 0, 160
-    EXPECT_EQ(m_Layer.GetTexelMapping(), 0U);
+    EXPECT_EQ(m_Layer.GetTexelMapping(), ETexelMapping::Centers);
     m_Layer.SetTexelToVertexMapping(true);
-    EXPECT_EQ(m_Layer.GetTexelMapping(), 1U);
+    EXPECT_EQ(m_Layer.GetTexelMapping(), ETexelMapping::Vertices);
     EXPECT_EQ(Paint(0, -10, 20, 10), (Texels{0, 1}));
     EXPECT_EQ(Paint(61, 0, 80, 160), (Texels{4, 9}));
     ASSERT_NO_FATAL_FAILURE(Begin(1, 1, WHITE)); // a single one lies at 0

@@ -26,12 +26,12 @@ TEST(CEngineHost, DebugLinesLiveForOneFrame)
     for (const auto& [uCount, uClosed, uLines] : aCases)
     {
         engine.BeginFrame();
-        engine.DrawLines(uCount, aCorners, static_cast<int>(uClosed), {1, 0, 0, 1});
+        engine.DrawLines(uCount, aCorners, static_cast<EPolyline>(uClosed), {1, 0, 0, 1});
         EXPECT_EQ(engine.GetDebugLines().size(), uLines) << uCount << " closed " << uClosed;
     }
     engine.BeginFrame();
-    engine.DrawLines(9, nullptr, 1, {});
-    engine.DrawLines(4, aCorners, 1, {1, 0, 0, 1});
+    engine.DrawLines(9, nullptr, POLYLINE_CLOSED, {});
+    engine.DrawLines(4, aCorners, POLYLINE_CLOSED, {1, 0, 0, 1});
     engine.DrawLine({5, 6, 7}, {8, 9, 10}, {0, 0, 1, 0.5F});
     ASSERT_EQ(engine.GetDebugLines().size(), 5U);
     ExpectNear(engine.GetDebugLines()[3].from, {0, 0, 1});

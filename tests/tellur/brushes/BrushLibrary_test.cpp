@@ -1,6 +1,6 @@
 // The file of the predefined brushes.
 
-#include "host/IPluginScript.h"
+#include "host/IPluginBrushes.h"
 #include "tellur/brushes/CBrushContainer.h"
 #include "tellur/brushes/CFunctionContainer.h"
 #include "tellur/brushes/CTellurBrush.h"

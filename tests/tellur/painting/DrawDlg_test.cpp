@@ -264,9 +264,9 @@ TEST_F(CDrawDlg, BlendingMappingAndMaterialGoToTheLayer)
     Slide(DRAW_BLENDING, 75);
     EXPECT_EQ(TakeCalls(), Lines{"Layer.SetBlendFactor(0.75)"});
     Click(DRAW_TEXEL_MAPPING);
-    EXPECT_EQ(m_Layer.GetTexelMapping(), 1U);
+    EXPECT_EQ(m_Layer.GetTexelMapping(), ETexelMapping::Vertices);
     Click(DRAW_TEXEL_MAPPING);
-    EXPECT_EQ(m_Layer.GetTexelMapping(), 0U);
+    EXPECT_EQ(m_Layer.GetTexelMapping(), ETexelMapping::Centers);
 
     m_Host.strBrowseAnswer = "data/slope.mat";
     Click(DRAW_MATERIAL_BROWSE);

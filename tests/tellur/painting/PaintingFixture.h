@@ -87,7 +87,7 @@ public:
 
     void SetTexelToVertexMapping(bool bOn) override { layer.SetTexelToVertexMapping(bOn); }
 
-    uint32_t GetTexelMapping() const override { return layer.GetTexelMapping(); }
+    ETexelMapping GetTexelMapping() const override { return layer.GetTexelMapping(); }
 
     CPaintLayer layer;
     FakeCalls* pCalls;

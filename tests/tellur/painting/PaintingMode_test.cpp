@@ -354,7 +354,7 @@ TEST_F(CPaintingMode, WhatIsMissingIsLeftOut)
     EXPECT_TRUE(IsChecked(DRAW_EDIT));
     EXPECT_FALSE(Mode().HasBitmap());
     EXPECT_EQ(Mode().GetPaintMaterial(), nullptr);
-    EXPECT_EQ(Mode().GetTexelMapping(), 0U);
+    EXPECT_EQ(Mode().GetTexelMapping(), ETexelMapping::Centers);
     Stroke({{40, 0, 40}, {50, 0, 40}});
     Click(DRAW_EDIT);
 

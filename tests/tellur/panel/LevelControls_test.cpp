@@ -54,10 +54,10 @@ TEST_F(CLevelControls, AnotherResolutionIsAskedForFirst)
     EXPECT_EQ(m_FrontEnd.calls, FakeCalls{});
 
     m_Fake.terrain.uCellsX = 100;
-    m_Plugin->OnHostNotify(5, 0); // another level
+    m_Plugin->OnHostNotify(NOTIFY_LEVEL_CHANGED, 0); // another level
     EXPECT_EQ(List()->currentIndex(), -1);
     m_Fake.world.pTerrain = nullptr;
-    m_Plugin->OnHostNotify(5, 0);
+    m_Plugin->OnHostNotify(NOTIFY_LEVEL_CHANGED, 0);
     Choose("65x65");
     EXPECT_EQ(m_FrontEnd.calls, FakeCalls{});
 }

@@ -164,6 +164,6 @@ TEST_F(CEditorActionTest, ObjectsAreFoundOnceThePluginHasPublishedTheEngine)
     Initialize();
     EXPECT_EQ(m_Process.FindObjectByID(9), &m_Process);
     EXPECT_EQ(m_Process.FindObjectByID(8), nullptr);
-    m_Plugin->OnHostNotify(10, 0);
+    m_Plugin->OnHostNotify(NOTIFY_HOST_GOES, 0);
     EXPECT_EQ(m_Process.FindObjectByID(9), nullptr) << "the engine has gone";
 }

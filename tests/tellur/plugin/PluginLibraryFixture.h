@@ -84,7 +84,7 @@ protected:
     void Close()
     {
         m_Plugin->Shutdown();
-        m_Plugin->OnHostNotify(10, 0);
+        m_Plugin->OnHostNotify(NOTIFY_HOST_GOES, 0);
         m_Plugin = nullptr;
         m_Fake.modes.iCurrent = -1;
         m_Fake.modes.modes.clear();

@@ -139,7 +139,7 @@ TEST_F(CPluginScript, ADragThatIsNeverReleasedEndsWithThePlugin)
     m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
     ASSERT_TRUE(GetTerraformingState().pSession->IsInProgress());
     DropModes();
-    m_Plugin->OnHostNotify(10, 0);
+    m_Plugin->OnHostNotify(NOTIFY_HOST_GOES, 0);
     TakeCalls();
     m_Plugin.reset();
     EXPECT_EQ(GetTerraformingState().pSession, nullptr);

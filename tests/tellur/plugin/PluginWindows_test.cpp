@@ -108,7 +108,7 @@ TEST_F(CPluginWindows, ThePanelOpensClosesAndKeepsItsLimits)
     ASSERT_NE(m_View, nullptr);
     EXPECT_EQ(GetWidget(*m_View)->findChild<QLineEdit*>("2199")->text(), "640");
     m_View.reset(); // by the person: the host says so afterwards
-    m_Plugin->OnHostNotify(1, 0);
+    m_Plugin->OnHostNotify(NOTIFY_PANEL_CLOSED, 0);
     ASSERT_NO_FATAL_FAILURE(Close());
     EXPECT_EQ(m_Log.GetText(), "");
 }

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+// What the drags since the last query did, summed over their operation points.
+struct SDragStatistics
+{
+    uint64_t nPoints = 0;
+    uint64_t nVisited = 0; // vertices offered to the function
+    uint64_t nChanged = 0; // vertices written
+    bool bLost = false;    // one found no memory: it did nothing, or was taken back
+};
+
+// What a point of a stroke came to.
+enum class EPointOutcome : uint32_t
+{
+    None,       // there was no point
+    Changed,    // it changed heights or texels
+    NoGround,   // nothing under the cursor
+    NoVertices, // none that can change under the brush
+    Faded,      // the stroke is longer than its fade distance
+    NoPower,    // the brush's power is 0
+    NoShape,    // the brush image has no effect on any vertex
+    Masked,     // the mask lets nothing through
+    Band,       // all heights are as far from the point as the vertical distance, or farther
+    Limit,      // all heights are at the level's highest, or at 0, and would go beyond
+    Strongest,  // the stroke has changed what is here at least as much before
+    Sideways,   // the mouse did not move up or down, which is all that counts
+    NoLength,   // both ends are on one spot
+    Same,       // what is here is what the point would make
+};
+
+struct SPointOutcome
+{
+    EPointOutcome eKind = EPointOutcome::None;
+    float fValue = 0.0F; // the fade distance, the vertical distance, or the height of the limit
+};
+
+// How strokes feel and what they came to. See IPlugin.h for how a host gets it.
+class IPluginStrokes
+{
+public:
+    virtual ~IPluginStrokes() = default;
+
+    // Terrain units between the points of a stroke that is not to depend on how often the mouse
+    // reports: as far apart as leaves its crest even to a hundredth of its height, for the brush as
+    // it is now, and further where points that overlap add up. Looks at the whole brush image. 0
+    // where the moves of a drag are no path on the ground.
+    virtual float GetStrokeSpacing() = 0;
+    // The heights of before the press while a drag sculpts, row by row, and how many they are; null
+    // without such a drag. Borrowed until the plug-in is called again.
+    virtual const float* GetPressHeights(size_t& nCount) = 0;
+    // Of the latest point since the last query; reads and clears it.
+    virtual SPointOutcome TakePointOutcome() = 0;
+    // Reads and clears the counters.
+    virtual SDragStatistics TakeDragStatistics() = 0;
+    // For the drag that comes next the current brush is one that smooths, with the extent and the
+    // mask of the one at hand. EndSmoothing, after the drag, makes that one current again unless
+    // another one has become current. False, and nothing happens, during a drag and without a tool.
+    virtual bool BeginSmoothing() = 0;
+    virtual void EndSmoothing() = 0;
+    // Gives up the drag that sculpts, for when memory has run out inside one of its calls: heights
+    // are those of before the press, no record is made, what the drag held is freed. Needs no
+    // memory. False without such a drag.
+    virtual bool DropDrag() = 0;
+};

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// A number of the brush at hand that a key can change.
+enum class EBrushValue : uint32_t
+{
+    Extent, // side of the footprint, terrain units; also of what is painted
+    Power,
+    Hardness,
+    Amount, // of its function: the height that is added or set, or a whole number: the levels, the
+            // half width of what is averaged
+};
+
+// The tool at hand, and what the keys of an editor do to it. See IPlugin.h for how a host gets it.
+class IPluginTools
+{
+public:
+    virtual ~IPluginTools() = default;
+
+    // What is at hand.
+    //
+    // Whether the mode that sculpts is current.
+    virtual bool IsTerraforming() = 0;
+    // Whether the mode that paints the terrain-type bitmap is current and has one.
+    virtual bool IsPainting() = 0;
+    // Class name of the current brush's function, or the name of the one that paints; empty without
+    // one.
+    virtual std::string GetFunctionName() = 0;
+    // The same as a person reads it: "Set height".
+    virtual std::string GetToolName() = 0;
+    // Side of the footprint of the current brush, or of what is painted; terrain units, 0 without
+    // one.
+    virtual float GetBrushExtent() = 0;
+    // Whether a mask keeps the current brush off parts of the ground: it has one, switched on.
+    virtual bool IsMaskActing() = 0;
+    // Whether the current brush's function looks at Ctrl (only raise) and Alt (only lower).
+    virtual bool HeedsMinMax() = 0;
+
+    // What keys do to it, as the panel would; an open panel follows. None of these logs a refusal.
+    //
+    // The tool brush of a function, by class name, becomes current and the mode that sculpts is
+    // switched on; a tool that is up stays. Null: the one that was up last, at first the one that
+    // raises. False when there is none, or when the mode that is current stays.
+    virtual bool TakeTool(const char* pszFunction) = 0;
+    // 0 without a brush, no number where the function has no amount. SetBrushValue returns what the
+    // value is now: power is 0 to 1, hardness 0 to 100, the extent half a cell to the terrain's
+    // width, a height at most the terrain's, another amount 1 to 1000.
+    virtual float GetBrushValue(EBrushValue eValue) = 0;
+    virtual float SetBrushValue(EBrushValue eValue, float fValue) = 0;
+    // Turns raising into lowering and back. fHeight: what the tool adds now. False for a function
+    // that has no inverse, and without one.
+    virtual bool InvertTool(float& fHeight) = 0;
+    // Gives the height to the tool that sets one. False for another function, and without one.
+    virtual bool SetToolHeight(float fHeight) = 0;
+    // The picture that protects parts of the terrain from the current brush; empty: none.
+    virtual std::string GetMaskPath() = 0;
+    virtual bool IsMaskEnabled() = 0;
+    virtual void EnableMask(bool bEnable) = 0;
+    // Asks for the picture and switches it on. False without a brush and when cancelled.
+    virtual bool ChooseMask() = 0;
+};
