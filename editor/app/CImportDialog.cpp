@@ -1,6 +1,7 @@
 #include "editor/app/CImportDialog.h"
 
 #include "editor/app/CNumberBox.h"
+#include "host/TerrainSize.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -10,8 +11,6 @@
 namespace
 {
 
-constexpr uint32_t LEAST_VERTICES = 33;
-constexpr uint32_t MOST_VERTICES = 16385;
 constexpr double LONGEST = 1e7;
 constexpr int MOST_SAMPLES = 65536;
 
@@ -25,7 +24,7 @@ CImportDialog::CImportDialog(QWidget* pParent, const QString& strFile, bool bRaw
     setWindowTitle("Import " + strFile);
     auto* pForm = new QFormLayout(this);
     m_pVertices->addItem("nearest to the file", 0U);
-    for (uint32_t uVertices = LEAST_VERTICES; uVertices <= MOST_VERTICES;
+    for (uint32_t uVertices = TERRAIN_LEAST_CHOICE; uVertices <= TERRAIN_MAX_VERTICES;
          uVertices = uVertices * 2 - 1)
     {
         m_pVertices->addItem(QString("%1 x %1").arg(uVertices), uVertices);

@@ -1,6 +1,7 @@
 #include "editor/app/CNewLevelDialog.h"
 
 #include "editor/app/CNumberBox.h"
+#include "host/TerrainSize.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -9,8 +10,6 @@
 namespace
 {
 
-constexpr uint32_t LEAST_CELLS = 32;
-constexpr uint32_t MOST_CELLS = 16384;
 constexpr uint32_t USUAL_CELLS = 512;
 constexpr double USUAL_WIDTH = 51200.0;
 constexpr double USUAL_HIGHEST = 10000.0;
@@ -24,7 +23,7 @@ CNewLevelDialog::CNewLevelDialog(QWidget* pParent)
 {
     setWindowTitle("New level");
     auto* pForm = new QFormLayout(this);
-    for (uint32_t uCells = LEAST_CELLS; uCells <= MOST_CELLS; uCells *= 2)
+    for (uint32_t uCells = TERRAIN_LEAST_CHOICE - 1; uCells <= TERRAIN_MAX_CELLS; uCells *= 2)
     {
         m_pCells->addItem(QString("%1 x %1 vertices").arg(uCells + 1), uCells);
     }

@@ -8,6 +8,7 @@
 #include "host/IPluginScript.h"
 #include "host/NumberText.h"
 #include "host/Terrain.h"
+#include "host/TerrainSize.h"
 #include "host/World.h"
 #include "parser/CTCParseNodes.h"
 
@@ -20,7 +21,6 @@
 namespace
 {
 
-constexpr int32_t MOST_CELLS = 16384;
 constexpr char NOT_WRITTEN[] = "cannot be written, see the log";
 constexpr char NO_TERRAIN[] = "there is no terrain";
 
@@ -229,7 +229,7 @@ bool CScriptPlayer::PlayLevel(const CScriptCall& call, std::string& strWhy)
 {
     const int32_t nCells = call.GetInt(0);
     const SVec3 size = call.GetVec3(1);
-    if (nCells < 1 || nCells > MOST_CELLS)
+    if (nCells < 1 || nCells > static_cast<int32_t>(TERRAIN_MAX_CELLS))
     {
         strWhy = "a level has 1 to 16384 cells per side";
         return false;

@@ -1,6 +1,7 @@
 #include "engine/elevation/Resample.h"
 
 #include "host/Progress.h"
+#include "host/TerrainSize.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -9,8 +10,7 @@
 namespace
 {
 
-constexpr uint32_t SMALLEST_CELLS = 32;
-constexpr uint32_t LARGEST_CELLS = 16384;
+constexpr uint32_t SMALLEST_CELLS = TERRAIN_LEAST_CHOICE - 1;
 
 // Between which two samples of an axis a vertex lies, and where.
 struct SBetween
@@ -37,7 +37,7 @@ uint32_t GetNearestSize(uint32_t uColumns, uint32_t uRows)
 {
     const int64_t iWanted = int64_t{std::max(uColumns, uRows)} - 1;
     int64_t iBest = SMALLEST_CELLS;
-    for (int64_t iCells = SMALLEST_CELLS; iCells <= LARGEST_CELLS; iCells *= 2)
+    for (int64_t iCells = SMALLEST_CELLS; iCells <= TERRAIN_MAX_CELLS; iCells *= 2)
     {
         iBest = std::abs(iCells - iWanted) <= std::abs(iBest - iWanted) ? iCells : iBest;
     }
@@ -47,7 +47,7 @@ uint32_t GetNearestSize(uint32_t uColumns, uint32_t uRows)
 uint32_t GetLargestSize(uint32_t uSamples)
 {
     uint32_t uBest = 0;
-    for (uint32_t uCells = SMALLEST_CELLS; uCells <= LARGEST_CELLS && uCells < uSamples;
+    for (uint32_t uCells = SMALLEST_CELLS; uCells <= TERRAIN_MAX_CELLS && uCells < uSamples;
          uCells *= 2)
     {
         uBest = uCells + 1;

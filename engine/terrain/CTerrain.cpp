@@ -4,6 +4,7 @@
 #include "engine/terrain/HeightFile.h"
 #include "engine/terrain/StlFile.h"
 #include "host/Log.h"
+#include "host/TerrainSize.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,8 +13,6 @@
 
 namespace
 {
-
-constexpr int64_t BLOCK_CELLS = 32;
 
 // First and one past the last vertex of one axis under [fMin, fMax].
 std::pair<uint32_t, uint32_t> GetAxisRange(float fMin, float fMax, double dStep, uint32_t uVertices)
@@ -47,11 +46,11 @@ SCellPosition LocateCell(float fPosition, float fSize, uint32_t uCells)
 // terrain.
 int64_t LocateBlockVertex(int iBlock, float fLocal, uint32_t uVertices)
 {
-    if (!(fLocal >= 0.0F && fLocal <= static_cast<float>(BLOCK_CELLS)))
+    if (!(fLocal >= 0.0F && fLocal <= static_cast<float>(TERRAIN_BLOCK_CELLS)))
     {
         return -1;
     }
-    const int64_t iVertex = iBlock * BLOCK_CELLS + std::lround(fLocal);
+    const int64_t iVertex = int64_t{iBlock} * TERRAIN_BLOCK_CELLS + std::lround(fLocal);
     return iVertex >= 0 && iVertex < static_cast<int64_t>(uVertices) ? iVertex : -1;
 }
 

@@ -1,6 +1,7 @@
 #include "engine/terrain/Relief.h"
 
 #include "engine/terrain/SHeightField.h"
+#include "host/TerrainSize.h"
 
 #include <algorithm>
 #include <array>

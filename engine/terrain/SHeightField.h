@@ -9,10 +9,6 @@
 #include <cstdlib>
 #include <memory>
 
-// Vertices per side that a terrain may have.
-constexpr uint32_t TERRAIN_MIN_VERTICES = 2;
-constexpr uint32_t TERRAIN_MAX_VERTICES = 16385;
-
 // The heights of a terrain and what they mean: uSizeX x uSizeZ vertices, row-major, index
 // z * uSizeX + x, terrain units. Moved, not copied: the largest one is a gigabyte.
 struct SHeightField

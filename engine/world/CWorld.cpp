@@ -3,6 +3,7 @@
 #include "engine/terrain/HeightFile.h"
 #include "host/Log.h"
 #include "host/Progress.h"
+#include "host/TerrainSize.h"
 
 #include <algorithm>
 #include <cmath>
@@ -128,7 +129,7 @@ bool CWorld::CreateTerrain(uint32_t uCellsX, uint32_t uCellsZ, const SVec3& size
 {
     SHeightField field;
     field.size = size;
-    const bool bValid = uCellsX < TERRAIN_MAX_VERTICES && uCellsZ < TERRAIN_MAX_VERTICES &&
+    const bool bValid = uCellsX <= TERRAIN_MAX_CELLS && uCellsZ <= TERRAIN_MAX_CELLS &&
                         IsTerrainSizeValid(uCellsX + 1, uCellsZ + 1) && IsSizeVectorValid(size);
     if (!bValid || !field.Allocate(uCellsX + 1, uCellsZ + 1))
     {

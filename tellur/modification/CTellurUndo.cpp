@@ -1,6 +1,7 @@
 #include "tellur/modification/CTellurUndo.h"
 
 #include "host/Terrain.h"
+#include "host/TerrainSize.h"
 #include "tellur/context/PluginContext.h"
 
 #include <algorithm>
@@ -12,17 +13,16 @@
 namespace
 {
 
-constexpr int BLOCK_CELLS = 32;
-constexpr size_t MOST_BLOCK_VERTS = size_t{BLOCK_CELLS + 1} * (BLOCK_CELLS + 1);
+constexpr size_t MOST_BLOCK_VERTS = size_t{TERRAIN_BLOCK_CELLS + 1} * (TERRAIN_BLOCK_CELLS + 1);
 
 // Calls fn(block x, block z) for each block that holds the vertex: its own, and the ones before it
 // when it lies on their far border.
 template <class TFn> void ForEachBlock(const SChangedVert& vert, TFn fn)
 {
-    const int iBlockX = vert.iX / BLOCK_CELLS;
-    const int iBlockZ = vert.iZ / BLOCK_CELLS;
-    const bool bSharedX = vert.iX != 0 && vert.iX % BLOCK_CELLS == 0;
-    const bool bSharedZ = vert.iZ != 0 && vert.iZ % BLOCK_CELLS == 0;
+    const int iBlockX = vert.iX / TERRAIN_BLOCK_CELLS;
+    const int iBlockZ = vert.iZ / TERRAIN_BLOCK_CELLS;
+    const bool bSharedX = vert.iX != 0 && vert.iX % TERRAIN_BLOCK_CELLS == 0;
+    const bool bSharedZ = vert.iZ != 0 && vert.iZ % TERRAIN_BLOCK_CELLS == 0;
     fn(iBlockX, iBlockZ);
     if (bSharedX)
     {
@@ -56,10 +56,10 @@ public:
         int iLastZ = INT_MIN;
         for (const SChangedVert& vert : verts)
         {
-            m_FirstX = std::min(m_FirstX, vert.iX / BLOCK_CELLS - 1);
-            m_FirstZ = std::min(m_FirstZ, vert.iZ / BLOCK_CELLS - 1);
-            iLastX = std::max(iLastX, vert.iX / BLOCK_CELLS);
-            iLastZ = std::max(iLastZ, vert.iZ / BLOCK_CELLS);
+            m_FirstX = std::min(m_FirstX, vert.iX / TERRAIN_BLOCK_CELLS - 1);
+            m_FirstZ = std::min(m_FirstZ, vert.iZ / TERRAIN_BLOCK_CELLS - 1);
+            iLastX = std::max(iLastX, vert.iX / TERRAIN_BLOCK_CELLS);
+            iLastZ = std::max(iLastZ, vert.iZ / TERRAIN_BLOCK_CELLS);
         }
         m_Width = verts.empty() ? 0 : iLastX - m_FirstX + 1;
         const int iHeight = verts.empty() ? 0 : iLastZ - m_FirstZ + 1;
@@ -110,8 +110,10 @@ void CTellurUndo::CBlockInfo::Begin(int iBlockX, int iBlockZ, SVertRecord* pVert
 
 void CTellurUndo::CBlockInfo::Add(const SChangedVert& vert)
 {
-    m_Verts[m_Count++] = {
-        vert.iX - m_BlockX * BLOCK_CELLS, vert.iZ - m_BlockZ * BLOCK_CELLS, vert.fOld, vert.fNew};
+    m_Verts[m_Count++] = {vert.iX - m_BlockX * TERRAIN_BLOCK_CELLS,
+                          vert.iZ - m_BlockZ * TERRAIN_BLOCK_CELLS,
+                          vert.fOld,
+                          vert.fNew};
 }
 
 bool CTellurUndo::Fill(std::span<const SChangedVert> verts)

@@ -8,6 +8,7 @@
 #include "host/Log.h"
 #include "host/Notice.h"
 #include "host/Terrain.h"
+#include "host/TerrainSize.h"
 #include "host/World.h"
 #include "tellur/modification/HeightBuffers.h"
 #include "tellur/plugin/HeightMapResampling.h"
@@ -18,7 +19,6 @@ namespace
 {
 
 constexpr const char* BACKUP_SUFFIX = ".bak";
-constexpr uint32_t MOST_VERTICES = 16385; // a terrain can have
 
 // The terrain's heights at another size, in steps that hold no more than the grid they read and the
 // grid they write. Null when there is no memory.
@@ -106,7 +106,7 @@ void IPluginImpl::ChangeHeightMapResolution(int32_t iVertices)
     {
         return;
     }
-    if (iVertices < 1 || uTo > MOST_VERTICES || !IsReachable(uFrom, uTo))
+    if (iVertices < 1 || uTo > TERRAIN_MAX_VERTICES || !IsReachable(uFrom, uTo))
     {
         CrashLog("[IPluginImpl::ChangeHeightMapResolution] no steps lead from %u to %d vertices\n",
                  uFrom,

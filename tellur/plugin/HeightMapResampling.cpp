@@ -1,13 +1,13 @@
 #include "tellur/plugin/HeightMapResampling.h"
 
+#include "host/TerrainSize.h"
+
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
 namespace
 {
-
-constexpr uint32_t SMALLEST_SIZE = 33;
 
 uint32_t GetRefinedSize(uint32_t uSize)
 {
@@ -95,7 +95,7 @@ std::unique_ptr<SHeightMapData> Refine(const SHeightMapData& source)
 std::unique_ptr<SHeightMapData> Coarsen(const SHeightMapData& source)
 {
     const uint32_t uSize = source.heights != nullptr ? GetCoarsenedSize(source.size) : 0;
-    if (uSize < SMALLEST_SIZE)
+    if (uSize < TERRAIN_LEAST_CHOICE)
     {
         return nullptr;
     }
@@ -140,7 +140,7 @@ bool IsReachable(uint32_t uFrom, uint32_t uTo)
         }
         return uSize == uTo;
     }
-    while (uSize > uTo && GetCoarsenedSize(uSize) >= SMALLEST_SIZE)
+    while (uSize > uTo && GetCoarsenedSize(uSize) >= TERRAIN_LEAST_CHOICE)
     {
         uSize = GetCoarsenedSize(uSize);
     }

@@ -8,6 +8,7 @@
 #include "host/ModeManager.h"
 #include "host/NumberText.h"
 #include "host/Terrain.h"
+#include "host/TerrainSize.h"
 #include "host/World.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
@@ -212,8 +213,10 @@ bool IPluginImpl::PlaySaveBrushes(const CTCPARSE_KEYWORD* pKeyword, std::string&
 bool IPluginImpl::PlayResolution(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
 {
     const int32_t iVertices = GetIntValue(pKeyword->params);
-    const auto uCells = static_cast<uint32_t>(iVertices - 1);
-    if (iVertices < 33 || iVertices > 16385 || !std::has_single_bit(uCells))
+    const auto uVertices = static_cast<uint32_t>(iVertices);
+    const uint32_t uCells = uVertices - 1;
+    if (uVertices < TERRAIN_LEAST_CHOICE || uVertices > TERRAIN_MAX_VERTICES ||
+        !std::has_single_bit(uCells))
     {
         strWhy = "must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385";
         return false;

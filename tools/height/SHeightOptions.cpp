@@ -1,6 +1,7 @@
 #include "tools/height/SHeightOptions.h"
 
 #include "host/FileSystem.h"
+#include "host/TerrainSize.h"
 
 #include <algorithm>
 #include <charconv>
@@ -39,11 +40,10 @@ struct SOption
 
 std::vector<SOption> ListOptions(SHeightOptions& o)
 {
-    constexpr uint32_t MAX_VERTICES = 16385;
     SImportOptions& in = o.import;
     return {
-        {"--size", CONVERT, &in.uSize, 2, MAX_VERTICES},
-        {"--pixels", PICTURE, &o.uPixels, 2, MAX_VERTICES},
+        {"--size", CONVERT, &in.uSize, TERRAIN_MIN_VERTICES, TERRAIN_MAX_VERTICES},
+        {"--pixels", PICTURE, &o.uPixels, 2, TERRAIN_MAX_VERTICES},
         {"--eye", PICTURE, &o.eye},
         {"--target", PICTURE, &o.target},
         {"--columns", CONVERT | INFO, &in.uColumns, MIN_SAMPLES, MAX_SAMPLES},
