@@ -21,12 +21,6 @@ ITextureManager* GetTextureManager()
     return pHost != nullptr ? pHost->GetTextureManager() : nullptr;
 }
 
-World* GetWorld()
-{
-    const PluginContext* pContext = GetPluginContext();
-    return pContext != nullptr ? pContext->GetWorld() : nullptr;
-}
-
 // The two texels beside a position along one axis. The far border of the terrain lies one texel
 // beyond the picture; it takes the last one.
 struct STexelPair
@@ -100,7 +94,7 @@ void CTellurBrush::ReleaseMask()
         pManager->Release(m_MaskTexture);
     }
     m_MaskTexture = nullptr;
-    World* pWorld = GetWorld();
+    World* pWorld = GetCurrentWorld();
     if (m_MaskHandle != 0 && pWorld != nullptr)
     {
         pWorld->ReleaseTexture(m_MaskHandle);
@@ -125,7 +119,7 @@ void CTellurBrush::SetMask(const char* pszPath)
     }
     m_MaskTexture->SetFlags(TEXTURE_BYTES);
     m_MaskPath = strPath;
-    if (World* pWorld = GetWorld())
+    if (World* pWorld = GetCurrentWorld())
     {
         m_MaskHandle = pWorld->RegisterTerrainTexture(m_MaskTexture, OVERLAY_NAME);
     }

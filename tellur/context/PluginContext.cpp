@@ -1,5 +1,7 @@
 #include "tellur/context/PluginContext.h"
 
+#include "host/World.h"
+
 #include <utility>
 
 namespace
@@ -17,4 +19,15 @@ PluginContext* GetPluginContext()
 PluginContext* SetPluginContext(PluginContext* pContext)
 {
     return std::exchange(g_pContext, pContext);
+}
+
+World* GetCurrentWorld()
+{
+    return g_pContext != nullptr ? g_pContext->GetWorld() : nullptr;
+}
+
+Terrain* GetCurrentTerrain()
+{
+    World* pWorld = GetCurrentWorld();
+    return pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
 }

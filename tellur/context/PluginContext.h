@@ -10,6 +10,7 @@ class CTerrain2DDrawDlg;
 class EditorHost;
 class EngineHost;
 class ITerrainPanel;
+class Terrain;
 class World;
 struct SDragStatistics;
 struct SPointOutcome;
@@ -91,3 +92,8 @@ public:
 PluginContext* GetPluginContext();
 // Returns the one before.
 PluginContext* SetPluginContext(PluginContext* pContext);
+
+// The context's world and the terrain of the level that is open; null without one, and without a
+// context.
+World* GetCurrentWorld();
+Terrain* GetCurrentTerrain();

@@ -81,8 +81,7 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
     NoteOutcome(EPointOutcome::None);
     m_Verts.Reset();
     SVec3 center = {(m_Raw.min.x + m_Raw.max.x) / 2, 0.0F, (m_Raw.min.z + m_Raw.max.z) / 2};
-    const PluginContext* pContext = GetPluginContext();
-    if (const World* pWorld = pContext != nullptr ? pContext->GetWorld() : nullptr)
+    if (const World* pWorld = GetCurrentWorld())
     {
         center.y = pWorld->GetTerrainHeight(center.x, center.z);
     }

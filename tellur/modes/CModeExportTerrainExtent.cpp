@@ -4,7 +4,6 @@
 #include "host/EngineHost.h"
 #include "host/Notice.h"
 #include "host/Terrain.h"
-#include "host/World.h"
 #include "tellur/context/PluginContext.h"
 
 #include <cmath>
@@ -17,12 +16,6 @@ constexpr uint32_t COMMAND_EXPORT_EXTENT = 5;
 constexpr float MIN_DIAGONAL = 100.0F; // terrain units; smaller drags export nothing
 constexpr SColor OUTLINE_COLOR = {1.0F, 1.0F, 0.0F, 1.0F};
 constexpr const char* CAPTION = "Export terrain extent";
-
-Terrain* GetTerrain()
-{
-    World* pWorld = GetPluginContext()->GetWorld();
-    return pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
-}
 
 } // namespace
 
@@ -42,7 +35,7 @@ CModeExportTerrainExtent::CModeExportTerrainExtent()
 
 bool CModeExportTerrainExtent::IsAvailable()
 {
-    return GetTerrain() != nullptr;
+    return GetCurrentTerrain() != nullptr;
 }
 
 bool CModeExportTerrainExtent::SetCursor()
@@ -131,7 +124,7 @@ void CModeExportTerrainExtent::OnLButtonUp(ViewId /*view*/,
     const float fX = m_Box.min.x - m_Box.max.x;
     const float fY = m_Box.min.y - m_Box.max.y;
     const float fZ = m_Box.min.z - m_Box.max.z;
-    Terrain* pTerrain = GetTerrain();
+    Terrain* pTerrain = GetCurrentTerrain();
     if (!(std::sqrt(fX * fX + fY * fY + fZ * fZ) > MIN_DIAGONAL) || pTerrain == nullptr)
     {
         return;

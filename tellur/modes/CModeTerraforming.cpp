@@ -19,12 +19,6 @@ constexpr float EXTENT_STEP = 0.00078125F; // 1/1280 of the terrain's width
 constexpr const char* CAPTION = "Terraforming";
 constexpr const char* PREVIEW_NAME = "TellurBlobTexture";
 
-Terrain* GetTerrain()
-{
-    World* pWorld = GetPluginContext()->GetWorld();
-    return pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
-}
-
 bool IsDragging()
 {
     const STerraformingState& state = GetTerraformingState();
@@ -67,7 +61,7 @@ void CModeTerraforming::Activate()
 
 void CModeTerraforming::Deactivate()
 {
-    if (Terrain* pTerrain = GetTerrain())
+    if (Terrain* pTerrain = GetCurrentTerrain())
     {
         pTerrain->SetEditMaterial(nullptr);
         pTerrain->SetEditOverlay(0);
@@ -94,7 +88,7 @@ void CModeTerraforming::OnLButtonDown(ViewId view, ViewPoint point, uint32_t uFl
     std::unique_ptr<CTerrainModification>& pSession = GetTerraformingState().pSession;
     pSession.reset();
     pSession = std::make_unique<CTerrainModification>();
-    pSession->Start(view, uFlags, point, GetTerrain(), pContext->GetCurrentBrush());
+    pSession->Start(view, uFlags, point, GetCurrentTerrain(), pContext->GetCurrentBrush());
 }
 
 void CModeTerraforming::OnMouseMove(
@@ -118,7 +112,7 @@ void CModeTerraforming::Hover(ViewId view, ViewPoint point)
     const PluginContext* pContext = GetPluginContext();
     EditorHost* pHost = pContext->GetEditorHost();
     const CTellurBrush* pBrush = pContext->GetCurrentBrush();
-    const Terrain* pTerrain = GetTerrain();
+    const Terrain* pTerrain = GetCurrentTerrain();
     SVec3& picked = GetTerraformingState().picked;
     SVec3 hit;
     if (pHost != nullptr && pBrush != nullptr && pTerrain != nullptr &&
@@ -164,7 +158,7 @@ void CModeTerraforming::OnAction(ViewId view, int iAction, uint32_t uCount)
     }
     PluginContext* pContext = GetPluginContext();
     CTellurBrush* pBrush = pContext->GetCurrentBrush();
-    const Terrain* pTerrain = GetTerrain();
+    const Terrain* pTerrain = GetCurrentTerrain();
     if (pBrush == nullptr || pTerrain == nullptr)
     {
         return;
@@ -194,7 +188,7 @@ void CModeTerraforming::UpdatePreview()
 
 void CModeTerraforming::Render()
 {
-    Terrain* pTerrain = GetTerrain();
+    Terrain* pTerrain = GetCurrentTerrain();
     if (pTerrain == nullptr)
     {
         return;

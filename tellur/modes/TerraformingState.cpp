@@ -31,10 +31,8 @@ void ReleaseBrushPreview()
 
 void ApplyEditOverlay(EEditOverlay eOverlay)
 {
-    const PluginContext* pContext = GetPluginContext();
-    World* pWorld = pContext->GetWorld();
-    Terrain* pTerrain = pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
-    const CTellurBrush* pBrush = pContext->GetCurrentBrush();
+    Terrain* pTerrain = GetCurrentTerrain();
+    const CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
     if (pTerrain == nullptr)
     {
         return;
@@ -50,8 +48,8 @@ void ApplyEditOverlay(EEditOverlay eOverlay)
     if (pBrush->GetMaskHandle() != 0)
     {
         SMatrix4 transform;
-        pWorld->MakeOverlayTransform(&transform.m[2],
-                                     pBrush->GetMaskXSize(pTerrain->GetSize().x, 1));
+        GetCurrentWorld()->MakeOverlayTransform(&transform.m[2],
+                                                pBrush->GetMaskXSize(pTerrain->GetSize().x, 1));
         pTerrain->SetEditOverlayTransform(transform);
     }
 }
@@ -68,8 +66,7 @@ void SetEditMaterialName(const char* pszName)
 {
     std::string& strMaterial = GetTerraformingState().strEditMaterial;
     strMaterial = pszName != nullptr ? pszName : "";
-    World* pWorld = GetPluginContext()->GetWorld();
-    Terrain* pTerrain = pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
+    Terrain* pTerrain = GetCurrentTerrain();
     if (pTerrain != nullptr && IsTerraformingOn())
     {
         pTerrain->SetEditMaterial(strMaterial.c_str());

@@ -112,8 +112,7 @@ ETexelMapping CModeEditTerrainType::GetTexelMapping() const
 
 void CModeEditTerrainType::GetMappingSizes(float* pLength, uint32_t* pWidth) const
 {
-    World* pWorld = GetPluginContext()->GetWorld();
-    const Terrain* pTerrain = pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
+    const Terrain* pTerrain = GetCurrentTerrain();
     *pLength = pTerrain != nullptr ? pTerrain->GetSize().x * SHARE_OF_WIDTH : 0.0F;
     *pWidth = m_WorkImage != nullptr ? m_WorkImage->GetWidth() : 0;
 }

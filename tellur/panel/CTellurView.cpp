@@ -113,7 +113,7 @@ void CTellurView::TakeExtentLimits()
     const SExtentLimits limits = GetPluginContext()->GetExtentLimits();
     m_MinExtent = limits.fMin;
     m_MaxExtent = limits.fMax;
-    const Terrain* pTerrain = GetPanelTerrain();
+    const Terrain* pTerrain = GetCurrentTerrain();
     if (std::fabs(m_MaxExtent) < NEVER_SET && pTerrain != nullptr)
     {
         const float fWidth = pTerrain->GetSize().x;

@@ -118,7 +118,7 @@ void CTellurView::OnChangeEditHardness()
 void CTellurView::OnChangeEditDistance()
 {
     CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
-    const Terrain* pTerrain = GetPanelTerrain();
+    const Terrain* pTerrain = GetCurrentTerrain();
     if (pBrush == nullptr || pTerrain == nullptr)
     {
         return;

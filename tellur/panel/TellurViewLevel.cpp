@@ -133,7 +133,7 @@ void CTellurView::FillResolutionList()
     {
         m_Resolutions.AddString(GetResolutionText(n).c_str());
     }
-    if (const Terrain* pTerrain = GetPanelTerrain())
+    if (const Terrain* pTerrain = GetCurrentTerrain())
     {
         m_Resolutions.SetCurSel(m_Resolutions.FindString(GetCurrentResolution(*pTerrain).c_str()));
     }
@@ -142,7 +142,7 @@ void CTellurView::FillResolutionList()
 
 void CTellurView::OnSelectResolution()
 {
-    const Terrain* pTerrain = GetPanelTerrain();
+    const Terrain* pTerrain = GetCurrentTerrain();
     const int iItem = m_Resolutions.GetCurSel();
     if (pTerrain == nullptr || iItem < 0)
     {

@@ -2,7 +2,6 @@
 
 #include "host/Log.h"
 #include "host/Terrain.h"
-#include "host/World.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/PluginContext.h"
 #include "tellur/panel/CTellurView.h"
@@ -25,12 +24,6 @@ int Truncate(float fPos)
 
 } // namespace
 
-Terrain* GetPanelTerrain()
-{
-    World* pWorld = GetPluginContext()->GetWorld();
-    return pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
-}
-
 int GetSharePosition(float fShare)
 {
     return Truncate(fShare * static_cast<float>(SHARE_POSITIONS));
@@ -43,7 +36,7 @@ float GetShareAt(int iPos)
 
 float CTellurView::ExtentOf(int iPos) const
 {
-    if (GetPanelTerrain() == nullptr)
+    if (GetCurrentTerrain() == nullptr)
     {
         return 0.0F;
     }
@@ -56,7 +49,7 @@ int CTellurView::PositionOf(float fExtent) const
 {
     const float fLow = std::max(m_MinExtent, 0.0F);
     const float fHigh = std::max(m_MaxExtent, 0.0F);
-    if (GetPanelTerrain() == nullptr || fHigh - fLow == 0.0F)
+    if (GetCurrentTerrain() == nullptr || fHigh - fLow == 0.0F)
     {
         return 0;
     }
@@ -65,7 +58,7 @@ int CTellurView::PositionOf(float fExtent) const
 
 float CTellurView::DistanceOf(int iPos) const
 {
-    const Terrain* pTerrain = GetPanelTerrain();
+    const Terrain* pTerrain = GetCurrentTerrain();
     return pTerrain != nullptr && iPos != 0
                ? static_cast<float>(iPos) * pTerrain->GetSize().y * 0.001F
                : 0.0F;
@@ -73,7 +66,7 @@ float CTellurView::DistanceOf(int iPos) const
 
 int CTellurView::DistancePosition(float fDistance) const
 {
-    const Terrain* pTerrain = GetPanelTerrain();
+    const Terrain* pTerrain = GetCurrentTerrain();
     return pTerrain != nullptr ? Truncate(fDistance / pTerrain->GetSize().y *
                                           static_cast<float>(DISTANCE_POSITIONS))
                                : 0;

@@ -2,7 +2,6 @@
 
 #include "host/Notice.h"
 #include "host/Terrain.h"
-#include "host/World.h"
 #include "tellur/context/PluginContext.h"
 #include "tellur/modes/CModeExportTerrainExtent.h"
 
@@ -14,8 +13,7 @@ const CRTTI CTellurProcessExportTerrainToSTL::s_RTTI("CTellurProcessExportTerrai
 
 bool CTellurProcessExportTerrainToSTL::Execute()
 {
-    World* pWorld = GetPluginContext()->GetWorld();
-    Terrain* pTerrain = pWorld != nullptr ? pWorld->GetTerrain() : nullptr;
+    Terrain* pTerrain = GetCurrentTerrain();
     if (pTerrain == nullptr)
     {
         return false;

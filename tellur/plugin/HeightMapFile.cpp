@@ -49,7 +49,7 @@ bool IPluginImpl::SaveHeightMap(const char* pszPath)
         strPath = m_pEditorHost->BrowseForFile(
             FILE_DIALOG_SAVE, "height", nullptr, "data", "Height map files (*.height)|*.height");
     }
-    Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
+    Terrain* pTerrain = GetCurrentTerrain();
     const CSaveNotice notice;
     if (strPath.empty() || pTerrain == nullptr ||
         !pTerrain->SaveHeightMap(strPath.c_str(), nullptr, 0, 0))

@@ -9,7 +9,6 @@
 #include "host/ModeManager.h"
 #include "host/Reflection.h"
 #include "host/Terrain.h"
-#include "host/World.h"
 #include "tellur/brushes/BrushFileCopy.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/functions/CBlurFunction.h"
@@ -240,7 +239,7 @@ const SResourceModule* IPluginImpl::GetResourceModule() const
 
 bool IPluginImpl::UpdateTerrainNormals()
 {
-    Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
+    Terrain* pTerrain = GetCurrentTerrain();
     return pTerrain != nullptr && pTerrain->UpdateNormals();
 }
 

@@ -9,7 +9,6 @@
 #include "host/NumberText.h"
 #include "host/Terrain.h"
 #include "host/TerrainSize.h"
-#include "host/World.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 #include "tellur/brushes/BrushFaults.h"
@@ -222,7 +221,7 @@ bool IPluginImpl::PlayResolution(const CTCPARSE_KEYWORD* pKeyword, std::string& 
         return false;
     }
     ChangeHeightMapResolution(iVertices);
-    const Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
+    const Terrain* pTerrain = GetCurrentTerrain();
     if (pTerrain == nullptr)
     {
         strWhy = "there is no terrain";

@@ -7,7 +7,6 @@
 #include "host/ModeManager.h"
 #include "host/Reflection.h"
 #include "host/Terrain.h"
-#include "host/World.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/modes/TerraformingState.h"
 #include "tellur/painting/CModeEditTerrainType.h"
@@ -180,7 +179,7 @@ void IPluginImpl::SetAmount(float fValue)
     {
         return;
     }
-    const Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
+    const Terrain* pTerrain = GetCurrentTerrain();
     const float fMost = pTerrain != nullptr ? std::fabs(pTerrain->GetSize().y) : std::fabs(fValue);
     CRTTIObject* pObject = m_pCurrentBrush->GetRTTIObject();
     pObject->SetFieldIntEditor(
@@ -191,7 +190,7 @@ void IPluginImpl::SetAmount(float fValue)
 // The panel takes any extent that is typed; a key that is held needs ends.
 float IPluginImpl::ClampExtent(float fExtent) const
 {
-    const Terrain* pTerrain = m_pWorld != nullptr ? m_pWorld->GetTerrain() : nullptr;
+    const Terrain* pTerrain = GetCurrentTerrain();
     if (pTerrain == nullptr)
     {
         return std::max(fExtent, 0.0F);
