@@ -1,36 +1,32 @@
 #include "editor/core/KeptFiles.h"
 
+#include "host/FileBytes.h"
 #include "host/FileSystem.h"
 #include "host/IPluginBrushes.h"
 #include "host/Log.h"
 
+#include <algorithm>
 #include <filesystem>
-#include <optional>
 #include <system_error>
 
 namespace
 {
 
-std::optional<std::string> ReadBytes(const std::string& strFile)
+constexpr uint64_t MOST_BYTES = uint64_t{2} << 30; // longer ones get a second name
+
+bool ReadBytes(const std::string& strFile, fs::file_bytes& bytes)
 {
-    fs::file file;
-    if (!file.open(strFile.c_str(), fs::mode_read))
-    {
-        return std::nullopt;
-    }
-    std::string strBytes(file.length(), '\0');
-    return file.read(strBytes.data(), strBytes.size()) == strBytes.size()
-               ? std::optional(std::move(strBytes))
-               : std::nullopt;
+    std::string strError;
+    return fs::read_file(strFile.c_str(), MOST_BYTES, bytes, strError) == fs::read_result::done;
 }
 
 // A second name does where the bytes may not be read.
 bool WriteCopy(const std::string& strFile,
-               const std::optional<std::string>& strBytes,
+               const fs::file_bytes* pBytes,
                const std::string& strCopy,
                std::string& strFault)
 {
-    if (!strBytes)
+    if (pBytes == nullptr)
     {
         std::error_code error;
         std::filesystem::create_hard_link(strFile, strCopy, error);
@@ -39,7 +35,7 @@ bool WriteCopy(const std::string& strFile,
     }
     fs::file copy;
     const bool bWritten = copy.open(strCopy.c_str(), fs::mode_write) &&
-                          copy.write(strBytes->data(), strBytes->size()) == strBytes->size() &&
+                          copy.write(pBytes->bytes.get(), pBytes->count) == pBytes->count &&
                           copy.close();
     strFault = copy.last_error().get_error_text();
     return bWritten;
@@ -54,18 +50,20 @@ bool IsBelow(const std::string& strFile, const std::string& strFolder)
 
 std::string KeepFile(const std::string& strFile)
 {
-    const std::optional<std::string> strBytes = ReadBytes(strFile);
+    fs::file_bytes bytes;
+    const bool bRead = ReadBytes(strFile, bytes);
     std::string strCopy = strFile + ".bak";
     for (int i = 2; fs::exists(strCopy.c_str()); ++i)
     {
-        if (strBytes && ReadBytes(strCopy) == strBytes)
+        fs::file_bytes copy;
+        if (bRead && ReadBytes(strCopy, copy) && std::ranges::equal(copy.get(), bytes.get()))
         {
             return strCopy;
         }
         strCopy = strFile + ".bak" + std::to_string(i);
     }
     std::string strFault;
-    if (!WriteCopy(strFile, strBytes, strCopy, strFault))
+    if (!WriteCopy(strFile, bRead ? &bytes : nullptr, strCopy, strFault))
     {
         CrashLog("[KeepFile] no copy can be kept: %s\n", strFault.c_str());
         return {};

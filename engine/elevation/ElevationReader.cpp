@@ -7,44 +7,41 @@
 #include "engine/elevation/RawReader.h"
 #include "engine/elevation/ReportText.h"
 #include "engine/terrain/HeightFile.h"
-#include "host/FileSystem.h"
+#include "host/FileBytes.h"
 #include "host/Log.h"
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 #include <new>
 #include <utility>
 
 namespace
 {
 
-// A whole file in memory.
-struct SFileBytes
-{
-    std::unique_ptr<uint8_t[]> pBytes; // not zeroed: files may be gigabytes
-    size_t nCount = 0;
-
-    std::span<const uint8_t> Get() const { return {pBytes.get(), nCount}; }
-};
+// Longer than the largest grid of numbers of 8 bytes, and than any text that memory could hold as
+// samples.
+constexpr uint64_t MAX_FILE_BYTES = uint64_t{64} << 30;
 
 // False with the whole line.
-bool LoadBytes(const char* pszPath, SFileBytes& bytes, std::string& strLine)
+bool LoadBytes(const char* pszPath, fs::file_bytes& bytes, std::string& strLine)
 {
-    fs::file file;
-    if (!file.open(pszPath, fs::mode_read))
+    const fs::read_result eResult = fs::read_file(pszPath, MAX_FILE_BYTES, bytes, strLine);
+    switch (eResult)
     {
-        strLine = file.last_error().get_error_text();
-        return false;
-    }
-    bytes.nCount = file.length();
-    bytes.pBytes.reset(new uint8_t[bytes.nCount]);
-    if (file.read(bytes.pBytes.get(), bytes.nCount) != bytes.nCount)
-    {
+    case fs::read_result::done:
+    case fs::read_result::not_opened:
+        break;
+    case fs::read_result::too_long:
+        strLine = std::string(pszPath) + ": the file is too long for a height map";
+        break;
+    case fs::read_result::no_memory:
+        strLine = std::string(pszPath) + ": not enough memory";
+        break;
+    case fs::read_result::not_read:
         strLine = std::string(pszPath) + ": cannot be read to its end";
-        return false;
+        break;
     }
-    return true;
+    return eResult == fs::read_result::done;
 }
 
 bool Decode(EElevationFormat eFormat,
@@ -150,13 +147,13 @@ bool Read(const char* pszPath,
     }
     else
     {
-        SFileBytes bytes;
+        fs::file_bytes bytes;
         if (!LoadBytes(pszPath, bytes, strLine))
         {
             return false;
         }
         std::string strFault;
-        if (!Decode(made.eFormat, bytes.Get(), options, read, strFault))
+        if (!Decode(made.eFormat, bytes.get(), options, read, strFault))
         {
             strLine = std::string(pszPath) + ": " + strFault;
             return false;

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <filesystem>
 #include <limits>
 #include <tuple>
 
@@ -271,6 +272,12 @@ TEST_F(ElevationReader, RefusesWhatIsNoHgtTileAndNoFileAtAll)
     EXPECT_FALSE(ReadElevation(m_Folder.Path("missing.npy").c_str(), {}, m_Grid, m_Report));
     EXPECT_FALSE(ReadElevation(m_Folder.GetFolder().c_str(), {}, m_Grid, m_Report));
     const std::vector<std::string> lines = m_Log.TakeLines();
+    const std::string strLong = m_Folder.Path("long.r16");
+    WriteBytes(strLong, "");
+    std::filesystem::resize_file(strLong, (uint64_t{64} << 30) + 1); // takes no room
+    EXPECT_FALSE(ReadElevation(strLong.c_str(), {}, m_Grid, m_Report));
+    EXPECT_EQ(m_Log.TakeLines()[0],
+              "[ReadElevation] " + strLong + ": the file is too long for a height map");
     ASSERT_EQ(lines.size(), 2U);
     EXPECT_EQ(lines[0].find("[ReadElevation] " + m_Folder.Path("missing.npy") + ": "), 0U);
     EXPECT_EQ(lines[1].find("[ReadElevation] " + m_Folder.GetFolder() + ": "), 0U);
