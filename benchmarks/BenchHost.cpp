@@ -1,5 +1,6 @@
 #include "benchmarks/BenchHost.h"
 
+#include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
 #include "parser/TCParseFile.h"
@@ -14,9 +15,6 @@
 namespace
 {
 
-constexpr const char* DECLARATIONS = "!brush()\n!bitmap()\n!path( s )\n!function( s )\n"
-                                     "!extent( f )\n!mode( s )\n!attrib( s, s )\n";
-
 [[noreturn]] void Fail(const char* pszWhy)
 {
     std::fprintf(stderr, "benchmark: %s\n", pszWhy);
@@ -29,7 +27,8 @@ void PlayText(IPlugin* pPlugin, const std::string& strText)
         (std::filesystem::temp_directory_path() / "tellur-bench.txt").string();
     if (FILE* pFile = std::fopen(strFile.c_str(), "w"))
     {
-        std::fputs((DECLARATIONS + strText).c_str(), pFile);
+        const std::string strBrush = GetBrushDeclarations(EBrushBlock::Script);
+        std::fputs(("!brush()\n!mode( s )\n" + strBrush + strText).c_str(), pFile);
         std::fclose(pFile);
     }
     const std::unique_ptr<CTCPARSE_KEYWORD> pTree(TCParseFile(strFile.c_str()));

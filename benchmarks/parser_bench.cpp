@@ -1,6 +1,7 @@
 // Reading 10 MB of brush records: the text parser beside libconfig++ with the same records and
 // beside a plain scan of the same bytes.
 
+#include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "parser/TCParseFile.h"
 
@@ -20,11 +21,6 @@ namespace
 {
 
 constexpr size_t TEXT_BYTES = 10'000'000;
-
-constexpr const char* DECLARATIONS =
-    "!brush()\n!brush_name( s )\n!bitmap()\n!path( s )\n!function( s )\n!power_modifier( f )\n"
-    "!usage_density( f )\n!fade_factor( f )\n!hardness( f )\n!vertical_distance( f )\n"
-    "!extent( f )\n!mask( s )\n!attrib( s, s )\n\n";
 
 constexpr const char* RECORD = "brush()\n{\n"
                                "  brush_name( \"Brush%03zu\")\n"
@@ -74,7 +70,7 @@ struct SRecords
 {
     SRecords()
     {
-        strText = DECLARATIONS;
+        strText = "!brush()\n" + GetBrushDeclarations(EBrushBlock::Library) + "\n";
         strConfig = "brushes = (";
         for (; strText.size() < TEXT_BYTES; ++nRecords)
         {

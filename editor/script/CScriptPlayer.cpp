@@ -4,6 +4,7 @@
 #include "editor/script/CScriptCall.h"
 #include "editor/script/HeightText.h"
 #include "engine/terrain/CTerrain.h"
+#include "host/BrushBlock.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
 #include "host/NumberText.h"
@@ -23,21 +24,6 @@ namespace
 
 constexpr char NOT_WRITTEN[] = "cannot be written, see the log";
 constexpr char NO_TERRAIN[] = "there is no terrain";
-
-// Of brush blocks; the plug-in reads them.
-constexpr char BRUSH_DECLARATIONS[] = "!brush_name( s )\n"
-                                      "!bitmap()\n"
-                                      "!path( s )\n"
-                                      "!function( s )\n"
-                                      "!power_modifier( f )\n"
-                                      "!usage_density( f )\n"
-                                      "!fade_factor( f )\n"
-                                      "!hardness( f )\n"
-                                      "!vertical_distance( f )\n"
-                                      "!extent( f )\n"
-                                      "!mask( s )\n"
-                                      "!mask_enabled( i )\n"
-                                      "!attrib( s, s )\n";
 
 bool IsFinite(const SVec3& vec)
 {
@@ -156,7 +142,7 @@ std::string CScriptPlayer::GetDeclarations()
         }
         strText += *keyword.pszTypes != '\0' ? " )\n" : ")\n";
     }
-    return strText + BRUSH_DECLARATIONS + "\n";
+    return strText + GetBrushDeclarations(EBrushBlock::Script) + "\n";
 }
 
 const CScriptPlayer::SKeyword* CScriptPlayer::FindKeyword(const char* pszName)

@@ -1,5 +1,6 @@
 #include "tellur/brushes/CBrushContainer.h"
 
+#include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "host/IPluginBrushes.h"
 #include "host/Log.h"
@@ -16,10 +17,6 @@
 namespace
 {
 
-constexpr const char* DECLARATIONS = "!brush()\n!brush_name( s )\n!bitmap()\n!path( s )\n"
-                                     "!function( s )\n!power_modifier( f )\n!usage_density( f )\n"
-                                     "!fade_factor( f )\n!hardness( f )\n!vertical_distance( f )\n"
-                                     "!extent( f )\n!mask( s )\n!attrib( s, s )\n\n";
 constexpr int BRUSH_INDENT = 2;
 
 std::string GetNameOf(const CTellurBrush& brush)
@@ -74,7 +71,7 @@ bool CBrushContainer::SavePredefinedBrushesToFile(const char* pszPath)
                  file.last_error().get_error_text());
         return false;
     }
-    file << DECLARATIONS;
+    file.printf("!brush()\n%s\n", GetBrushDeclarations(EBrushBlock::Library).c_str());
     for (const auto& pBrush : m_Predefined)
     {
         file << "brush()\n{\n";

@@ -228,8 +228,8 @@ TEST(DocSnippets, ScriptKeywordsAreThoseOfThePlayer)
             << strCall << " is in no table of file-formats.md";
         const std::string strName = strCall.substr(0, strCall.find('('));
         const std::regex name("\\b" + strName + "\\(");
-        const bool bBrushKey = std::regex_search(ReadFile("tellur/brushes/CBrushContainer.cpp"),
-                                                 std::regex("!" + strName + "\\("));
+        const bool bBrushKey =
+            std::regex_search(ReadFile("host/BrushBlock.h"), std::regex("!" + strName + "\\("));
         EXPECT_TRUE(bBrushKey || std::regex_search(strManual, name)) << strCall << ": manual page";
     }
     // Of other files in the same syntax.
