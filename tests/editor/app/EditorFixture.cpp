@@ -1,5 +1,6 @@
 #include "tests/editor/app/EditorFixture.h"
 
+#include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
 #include "parser/TCParseFile.h"
@@ -116,12 +117,10 @@ void CEditorFixture::TakeBrush(const char* pszFunction,
 {
     const std::string strScript = m_Folder.Path("brush.txt");
     WriteBytes(strScript,
-               std::string("!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n"
-                           "!extent( f )\n!mode( s )\n!power_modifier( f )\n!fade_factor( f )\n"
-                           "!vertical_distance( f )\n!mask( s )\n!mask_enabled( i )\n"
-                           "brush()\n{\n bitmap() { path( \"data/brushes/") +
-                   pszShape + ".png\" ) }\n function( \"" + pszFunction + "\" ) { attrib( \"" +
-                   pszField + "\", \"" + pszValue + "\" ) }\n extent( 40.0 )\n" + strMore +
+               "!brush()\n!mode( s )\n" + GetBrushDeclarations(EBrushBlock::Script) +
+                   "brush()\n{\n bitmap() { path( \"data/brushes/" + pszShape +
+                   ".png\" ) }\n function( \"" + pszFunction + "\" ) { attrib( \"" + pszField +
+                   "\", \"" + pszValue + "\" ) }\n extent( 40.0 )\n" + strMore +
                    "}\nmode( \"terraforming\" )\n");
     const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile(strScript.c_str()));
     std::string strWhy;

@@ -9,6 +9,7 @@
 #include "editor/script/CRecorder.h"
 #include "editor/script/CScriptCursor.h"
 #include "engine/terrain/CTerrain.h"
+#include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
 #include "parser/TCParseFile.h"
@@ -77,14 +78,14 @@ protected:
     // A level that is not flat, and a brush that has not worked yet.
     void Prepare(const std::string& strFunction)
     {
-        WriteBytes(m_Folder.Path("state.txt"),
-                   "!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n"
-                   "!extent( f )\n!mode( s )\n"
-                   "mode( \"none\" )\nbrush()\n{\n bitmap() { path( \"data/brushes/cone.png\" ) }\n"
-                   " function( \"" +
-                       strFunction +
-                       "\" ) { attrib( \"m_Height\", \"9\" ) }\n extent( 150.0 )\n}\n"
-                       "mode( \"terraforming\" )\n");
+        WriteBytes(
+            m_Folder.Path("state.txt"),
+            "!brush()\n!mode( s )\n" + GetBrushDeclarations(EBrushBlock::Script) +
+                "mode( \"none\" )\nbrush()\n{\n bitmap() { path( \"data/brushes/cone.png\" ) }\n"
+                " function( \"" +
+                strFunction +
+                "\" ) { attrib( \"m_Height\", \"9\" ) }\n extent( 150.0 )\n}\n"
+                "mode( \"terraforming\" )\n");
         ASSERT_TRUE(m_Document.New(32, SIZE, 40.0F));
         const SBlockEntry entry = {16.0F, 77.0F, 16.0F};
         m_Host.GetEngine().GetWorld()->GetTerrain()->SetBlockHeights(0, 0, &entry, 1);

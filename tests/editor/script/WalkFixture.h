@@ -6,6 +6,7 @@
 #include "editor/script/CScriptCursor.h"
 #include "framework/core/IFrontEnd.h"
 #include "framework/widgets/COffscreenWindows.h"
+#include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "host/IPluginPainting.h"
 #include "host/IPluginScript.h"
@@ -97,11 +98,8 @@ protected:
 
     void Play(const std::string& strText)
     {
-        WriteBytes(
-            m_Folder.Path("state.txt"),
-            "!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n!extent( f )\n"
-            "!power_modifier( f )\n!fade_factor( f )\n!hardness( f )\n!mode( s )\n" +
-                strText);
+        WriteBytes(m_Folder.Path("state.txt"),
+                   "!brush()\n!mode( s )\n" + GetBrushDeclarations(EBrushBlock::Script) + strText);
         const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile("state.txt"));
         ASSERT_NE(pFirst, nullptr);
         std::string strWhy;

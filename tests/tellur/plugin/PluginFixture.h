@@ -3,6 +3,7 @@
 #include "framework/core/CMenu.h"
 #include "framework/core/CRuntimeClass.h"
 #include "framework/core/ResourceModule.h"
+#include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "parser/TCParseFile.h"
 #include "tellur/brushes/CTellurBrush.h"
@@ -188,11 +189,8 @@ protected:
     {
         const std::string strPath = m_Folder.Path("parsed.txt");
         WriteBytes(strPath,
-                   "!brush()\n!brush_name( s )\n!bitmap()\n!path( s )\n!function( s )\n"
-                   "!power_modifier( f )\n!usage_density( f )\n!fade_factor( f )\n!hardness( f )\n"
-                   "!vertical_distance( f )\n!extent( f )\n!mask( s )\n!mask_enabled( i )\n"
-                   "!attrib( s, s )\n!mode( s )\n!auto_normals( i )\n" +
-                       strText);
+                   "!brush()\n!mode( s )\n!auto_normals( i )\n" +
+                       GetBrushDeclarations(EBrushBlock::Script) + strText);
         std::unique_ptr<CTCPARSE_KEYWORD> pTree(TCParseFile(strPath.c_str()));
         EXPECT_NE(pTree, nullptr) << strText;
         return pTree;

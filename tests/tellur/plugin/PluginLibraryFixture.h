@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
@@ -32,12 +33,12 @@ protected:
     {
         fs::set_user_root(m_Folder.GetFolder().c_str());
         fs::set_data_root(TELLUR_SOURCE_DIR);
-        WriteBytes(m_Folder.Path("script.txt"),
-                   "!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n"
-                   "!extent( f )\n!mode( s )\n"
-                   "brush()\n{\n bitmap() { path( \"tests/scripts/images/white.png\" ) }\n"
-                   " function( \"RelativeHeightFunction\" ) { attrib( \"m_Height\", \"50\" ) }\n"
-                   " extent( 20.0 )\n}\nmode( \"terraforming\" )\n");
+        WriteBytes(
+            m_Folder.Path("script.txt"),
+            "!brush()\n!mode( s )\n" + GetBrushDeclarations(EBrushBlock::Script) +
+                "brush()\n{\n bitmap() { path( \"tests/scripts/images/white.png\" ) }\n"
+                " function( \"RelativeHeightFunction\" ) { attrib( \"m_Height\", \"50\" ) }\n"
+                " extent( 20.0 )\n}\nmode( \"terraforming\" )\n");
         m_Script.reset(TCParseFile("script.txt"));
     }
 
