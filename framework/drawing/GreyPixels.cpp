@@ -1,13 +1,20 @@
 #include "framework/drawing/GreyPixels.h"
 
+#include "framework/drawing/CBitmap.h"
+#include "framework/drawing/CDrawContext.h"
+#include "host/Image.h"
+
 #include <algorithm>
 
-bool MakeGreyPixels(const uint8_t* pGrey, size_t nPixels, int nBits, std::vector<uint8_t>& pixels)
+namespace
+{
+
+void MakePixels(const uint8_t* pGrey, size_t nPixels, int nBits, std::vector<uint8_t>& pixels)
 {
     pixels.clear();
-    if (nBits != 16 && nBits != 24 && nBits != 32)
+    if (pGrey == nullptr || (nBits != 16 && nBits != 24 && nBits != 32))
     {
-        return false;
+        return;
     }
     const auto nBytes = static_cast<size_t>(nBits / 8);
     pixels.resize(nPixels * nBytes, 255);
@@ -26,5 +33,39 @@ bool MakeGreyPixels(const uint8_t* pGrey, size_t nPixels, int nBits, std::vector
             std::fill_n(pPixel, 3, pGrey[i]);
         }
     }
+}
+
+} // namespace
+
+bool DrawGreyPixels(CDrawContext& context,
+                    const SRect& rect,
+                    const IImage& picture,
+                    SGreyPixels& kept)
+{
+    const int nBits = context.GetBitsPerPixel();
+    if (kept.bytes.empty() || kept.nBits != nBits)
+    {
+        const size_t nPixels = size_t{picture.GetWidth()} * picture.GetHeight();
+        MakePixels(picture.GetRawData(), nPixels, nBits, kept.bytes);
+        kept.nBits = nBits;
+    }
+    const auto iWidth = static_cast<int>(picture.GetWidth());
+    const auto iHeight = static_cast<int>(picture.GetHeight());
+    CBitmap bitmap;
+    if (kept.bytes.empty() ||
+        !bitmap.CreateBitmap(iWidth, iHeight, context.GetPlanes(), nBits, kept.bytes.data()))
+    {
+        return false;
+    }
+    CDrawContext memory = CDrawContext::CreateCompatible(context);
+    memory.SelectBitmap(&bitmap);
+    context.StretchBlt(rect, memory, {0, 0, iWidth, iHeight});
     return true;
+}
+
+void DrawNoPicture(CDrawContext& context, const SRect& rect)
+{
+    context.SetPen({});
+    context.SetBrush(0);
+    context.Rectangle(rect);
 }

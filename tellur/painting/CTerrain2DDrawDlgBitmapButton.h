@@ -1,10 +1,9 @@
 #pragma once
 
+#include "framework/drawing/GreyPixels.h"
 #include "framework/widgets/CButton.h"
 
-#include <cstdint>
 #include <memory>
-#include <vector>
 
 class IImage;
 
@@ -24,8 +23,5 @@ protected:
 
 private:
     std::unique_ptr<IImage> m_Image; // one byte a pixel
-    std::vector<uint8_t> m_Pixels;   // as the display has them
-    int m_Width = 0;                 // of the pixels, as the next two; 0 bits: to be made
-    int m_Height = 0;
-    int m_Bits = 0;
+    SGreyPixels m_Pixels;
 };

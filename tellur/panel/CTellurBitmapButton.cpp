@@ -1,8 +1,6 @@
 #include "tellur/panel/CTellurBitmapButton.h"
 
-#include "framework/drawing/CBitmap.h"
 #include "framework/drawing/CDrawContext.h"
-#include "framework/drawing/GreyPixels.h"
 #include "host/EditorHost.h"
 #include "host/Image.h"
 #include "host/Log.h"
@@ -20,20 +18,8 @@ constexpr const char* FILTER = "Bitmap files (*.dds;*.jpg;*.png)|*.dds|*.jpg|*.p
 void CTellurBitmapButton::SetBrush(ITellurBrush* pBrush)
 {
     m_Brush = pBrush;
-    m_Pixels.clear();
-    m_CachedBits = 0;
+    m_Pixels = {};
     m_CachedImage = m_Brush != nullptr ? m_Brush->GetBitmapImage() : nullptr;
-}
-
-bool CTellurBitmapButton::MakePixels(const IImage& image, int nBitsPerPixel)
-{
-    const size_t nPixels = size_t{image.GetWidth()} * image.GetHeight();
-    const uint8_t* pGrey = image.GetRawData();
-    m_Pixels.clear();
-    m_CachedImage = &image;
-    m_CachedBits = nBitsPerPixel;
-    const bool bShown = nBitsPerPixel == 32 || nBitsPerPixel == 16;
-    return pGrey != nullptr && bShown && MakeGreyPixels(pGrey, nPixels, nBitsPerPixel, m_Pixels);
 }
 
 void CTellurBitmapButton::DrawItem(const SDrawItem& item)
@@ -42,28 +28,23 @@ void CTellurBitmapButton::DrawItem(const SDrawItem& item)
     const IImage* pImage = m_Brush != nullptr ? m_Brush->GetBitmapImage() : nullptr;
     if (pImage == nullptr)
     {
-        context.SetPen({});
-        context.SetBrush(0);
-        context.Rectangle(item.rect);
+        DrawNoPicture(context, item.rect);
         return;
     }
     const int nBits = context.GetBitsPerPixel();
-    if ((m_Pixels.empty() || pImage != m_CachedImage || nBits != m_CachedBits) &&
-        !MakePixels(*pImage, nBits))
+    if (pImage->GetRawData() == nullptr || (nBits != 32 && nBits != 16))
     {
         return; // a display of another depth shows nothing at all, kept on purpose
     }
-    const auto iWidth = static_cast<int>(pImage->GetWidth());
-    const auto iHeight = static_cast<int>(pImage->GetHeight());
-    CBitmap bitmap;
-    if (!bitmap.CreateBitmap(iWidth, iHeight, context.GetPlanes(), nBits, m_Pixels.data()))
+    if (pImage != m_CachedImage)
+    {
+        m_Pixels = {};
+        m_CachedImage = pImage;
+    }
+    if (!DrawGreyPixels(context, item.rect, *pImage, m_Pixels))
     {
         LogR("[CTellurBitmapButton::DrawItem] cannot create bitmap\n");
-        return;
     }
-    CDrawContext memory = CDrawContext::CreateCompatible(context);
-    memory.SelectBitmap(&bitmap);
-    context.StretchBlt(item.rect, memory, {0, 0, iWidth, iHeight});
 }
 
 bool CTellurBitmapButton::OnLButtonDown(const SMouseEvent& /*event*/)
@@ -97,7 +78,7 @@ void CTellurBitmapButton::ChooseImage()
     if (!strPath.empty() && m_Brush == pBrush)
     {
         pBrush->LoadBitmap(strPath.c_str());
-        m_Pixels.clear(); // another image may lie at the old one's address
+        m_Pixels = {}; // another image may lie at the old one's address
         Invalidate();
     }
 }

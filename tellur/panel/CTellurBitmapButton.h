@@ -1,9 +1,7 @@
 #pragma once
 
+#include "framework/drawing/GreyPixels.h"
 #include "framework/widgets/CButton.h"
-
-#include <cstdint>
-#include <vector>
 
 class IImage;
 class ITellurBrush;
@@ -26,11 +24,8 @@ protected:
 
 private:
     void ChooseImage();
-    // False for a depth in which it shows nothing.
-    bool MakePixels(const IImage& image, int nBitsPerPixel);
 
     ITellurBrush* m_Brush = nullptr;
     const IImage* m_CachedImage = nullptr; // that the pixels are of, only compared
-    int m_CachedBits = 0;
-    std::vector<uint8_t> m_Pixels; // as the display has them; empty: to be made
+    SGreyPixels m_Pixels;
 };
