@@ -2,6 +2,8 @@
 
 #include "host/HostTypes.h"
 
+#include <cstddef>
+
 class IImage;
 
 // Channels of the bitmap: what is shown of it and what painting changes. Texels are four bytes, red
@@ -27,6 +29,8 @@ enum class ETexelMapping : uint32_t
     Centers = 0,  // texel i covers a share of the side, its position is the middle of that
     Vertices = 1, // the first and the last texel lie on the terrain's edges
 };
+
+constexpr size_t PAINT_TEXEL_BYTES = 4;
 
 // What a paint stroke does to one texel.
 class ITerrain2DFunction

@@ -2,6 +2,7 @@
 
 #include "editor/autosave/AutosaveFiles.h"
 #include "editor/core/FileNames.h"
+#include "host/IPaintLayer.h"
 #include "host/Image.h"
 #include "host/Log.h"
 
@@ -79,21 +80,21 @@ bool WriteTexels(const IImage& image, const char* pszFile)
     header[17] = 0x28; // from the top, 8 bits of alpha
     CRawFile file(pszFile);
     bool bDone = file.Write(header, sizeof(header));
-    unsigned char texels[TEXELS_AT_ONCE * 4];
+    unsigned char texels[TEXELS_AT_ONCE * PAINT_TEXEL_BYTES];
     const uint8_t* pNext = image.GetRawData();
     size_t nLeft = size_t{uWidth} * uHeight;
     while (bDone && nLeft > 0)
     {
         const size_t nNow = std::min(nLeft, TEXELS_AT_ONCE);
-        for (size_t i = 0; i < nNow * 4; i += 4)
+        for (size_t i = 0; i < nNow * PAINT_TEXEL_BYTES; i += PAINT_TEXEL_BYTES)
         {
             texels[i] = pNext[i + 2];
             texels[i + 1] = pNext[i + 1];
             texels[i + 2] = pNext[i];
             texels[i + 3] = pNext[i + 3];
         }
-        bDone = file.Write(texels, nNow * 4);
-        pNext += nNow * 4;
+        bDone = file.Write(texels, nNow * PAINT_TEXEL_BYTES);
+        pNext += nNow * PAINT_TEXEL_BYTES;
         nLeft -= nNow;
     }
     return bDone && file.Finish();

@@ -1,6 +1,7 @@
 #include "editor/view/CPaintCopy.h"
 
 #include "engine/paint/CPaintLayer.h"
+#include "host/IPaintLayer.h"
 #include "host/Image.h"
 #include "host/Log.h"
 
@@ -8,8 +9,6 @@
 
 namespace
 {
-
-constexpr size_t TEXEL_BYTES = 4;
 
 // The texels of the next level that a part of a level reaches.
 SVertexRect Halve(const SVertexRect& rect, uint32_t uWidth, uint32_t uHeight)
@@ -51,7 +50,7 @@ uint64_t CPaintCopy::Bind(OpenGl& gl, GLenum eUnit, const CPaintLayer& layer, bo
     const auto iWidth = static_cast<GLsizei>(changed.uEndX - changed.uMinX);
     const auto iHeight = static_cast<GLsizei>(changed.uEndZ - changed.uMinZ);
     const uint8_t* pFirst =
-        image.GetRawData() + (size_t{changed.uMinZ} * m_Width + changed.uMinX) * TEXEL_BYTES;
+        image.GetRawData() + (size_t{changed.uMinZ} * m_Width + changed.uMinX) * PAINT_TEXEL_BYTES;
     gl.glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, static_cast<GLint>(m_Width));
     gl.glTexSubImage2D(GL_TEXTURE_2D,
@@ -65,7 +64,7 @@ uint64_t CPaintCopy::Bind(OpenGl& gl, GLenum eUnit, const CPaintLayer& layer, bo
                        pFirst);
     gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     UpdateLevels(gl, changed);
-    return static_cast<uint64_t>(iWidth) * static_cast<uint64_t>(iHeight) * TEXEL_BYTES;
+    return static_cast<uint64_t>(iWidth) * static_cast<uint64_t>(iHeight) * PAINT_TEXEL_BYTES;
 }
 
 bool CPaintCopy::Allocate(OpenGl& gl, uint32_t uWidth, uint32_t uHeight)

@@ -12,19 +12,20 @@
 namespace
 {
 
-constexpr size_t TEXEL_BYTES = 4;
 constexpr const char* BRUSH_NAME = "paint_brush";
 
 // Whether two rows differ, and the columns from the first to the last texel that does.
 STexelRange FindDifference(const uint8_t* pOne, const uint8_t* pOther, uint32_t nTexels)
 {
-    if (std::memcmp(pOne, pOther, nTexels * TEXEL_BYTES) == 0)
+    if (std::memcmp(pOne, pOther, nTexels * PAINT_TEXEL_BYTES) == 0)
     {
         return {};
     }
     const auto differs = [&](uint32_t uTexel)
     {
-        return std::memcmp(pOne + uTexel * TEXEL_BYTES, pOther + uTexel * TEXEL_BYTES, TEXEL_BYTES);
+        return std::memcmp(pOne + uTexel * PAINT_TEXEL_BYTES,
+                           pOther + uTexel * PAINT_TEXEL_BYTES,
+                           PAINT_TEXEL_BYTES);
     };
     STexelRange range = {0, nTexels};
     while (differs(range.uFirst) == 0)
@@ -72,7 +73,7 @@ bool CPaintLayer::TakeChanges(const IImage& work)
     {
         return false;
     }
-    const size_t nStride = work.GetWidth() * TEXEL_BYTES;
+    const size_t nStride = work.GetWidth() * PAINT_TEXEL_BYTES;
     STexelRect changed;
     for (uint32_t uRow = 0; uRow < work.GetHeight(); ++uRow)
     {
@@ -141,8 +142,8 @@ bool CPaintLayer::PaintRow(uint32_t uRow,
                            float fPower)
 {
     const STexelRange& texels = columns.texels;
-    uint8_t* pTexel =
-        m_Image->GetRawData() + (size_t{uRow} * columns.nTexels + texels.uFirst) * TEXEL_BYTES;
+    uint8_t* pTexel = m_Image->GetRawData() +
+                      (size_t{uRow} * columns.nTexels + texels.uFirst) * PAINT_TEXEL_BYTES;
     bool bChanged = false;
     for (uint32_t uTexel = texels.uFirst; uTexel < texels.uEnd; ++uTexel)
     {
@@ -151,7 +152,7 @@ bool CPaintLayer::PaintRow(uint32_t uRow,
         {
             bChanged |= function.Apply(pTexel, fWeight, fPower, 0);
         }
-        pTexel += TEXEL_BYTES;
+        pTexel += PAINT_TEXEL_BYTES;
     }
     return bChanged;
 }

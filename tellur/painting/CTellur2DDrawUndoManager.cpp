@@ -1,5 +1,6 @@
 #include "tellur/painting/CTellur2DDrawUndoManager.h"
 
+#include "host/IPaintLayer.h"
 #include "host/Image.h"
 #include "host/VectorClones.h"
 
@@ -10,7 +11,6 @@ namespace
 {
 
 constexpr uint32_t BITS = 32; // of a texel
-constexpr size_t BYTES = 4;
 // Texels that are compared at one go. Most of a bitmap is the same after a stroke, and blocks that
 // are the same are looked at once, at the speed of reading them.
 constexpr size_t BLOCK_TEXELS = 1024;
@@ -23,7 +23,7 @@ size_t GetTexelCount(const IImage& image)
 uint32_t GetTexel(const uint8_t* pTexels, size_t nIndex)
 {
     uint32_t uTexel = 0;
-    std::memcpy(&uTexel, pTexels + nIndex * BYTES, BYTES);
+    std::memcpy(&uTexel, pTexels + nIndex * PAINT_TEXEL_BYTES, PAINT_TEXEL_BYTES);
     return uTexel;
 }
 
@@ -81,8 +81,8 @@ void CTellur2DDrawUndoManager::FindChanges(const IImage& before, const IImage& a
     for (size_t nFirst = 0; nFirst < nTexels; nFirst += BLOCK_TEXELS)
     {
         const size_t nCount = std::min(BLOCK_TEXELS, nTexels - nFirst);
-        const uint8_t* pOld = pBefore + nFirst * BYTES;
-        const uint8_t* pNew = pAfter + nFirst * BYTES;
+        const uint8_t* pOld = pBefore + nFirst * PAINT_TEXEL_BYTES;
+        const uint8_t* pNew = pAfter + nFirst * PAINT_TEXEL_BYTES;
         const size_t nDifferent = CountDifferent(pOld, pNew, nCount);
         if (nDifferent != 0)
         {
@@ -132,7 +132,9 @@ bool CTellur2DDrawUndoManager::Undo(IImage* pImage)
     }
     for (const SChange& change : entry.changes)
     {
-        std::memcpy(pImage->GetRawData() + change.uIndex * BYTES, &change.uOld, BYTES);
+        std::memcpy(pImage->GetRawData() + change.uIndex * PAINT_TEXEL_BYTES,
+                    &change.uOld,
+                    PAINT_TEXEL_BYTES);
     }
     return true;
 }
@@ -150,7 +152,9 @@ bool CTellur2DDrawUndoManager::Redo(IImage* pImage)
     }
     for (const SChange& change : entry.changes)
     {
-        std::memcpy(pImage->GetRawData() + change.uIndex * BYTES, &change.uNew, BYTES);
+        std::memcpy(pImage->GetRawData() + change.uIndex * PAINT_TEXEL_BYTES,
+                    &change.uNew,
+                    PAINT_TEXEL_BYTES);
     }
     return true;
 }

@@ -5,7 +5,7 @@
 
 void CTellur2DFunction::SetColor(const float* pColor)
 {
-    std::copy_n(pColor, BYTES, m_Color);
+    std::copy_n(pColor, PAINT_TEXEL_BYTES, m_Color);
     UpdateEffective();
 }
 
@@ -23,7 +23,7 @@ void CTellur2DFunction::UpdateEffective()
         return;
     }
     const bool bAlpha = (m_Channels & PAINT_ALPHA_EDITABLE) != 0;
-    for (int k = 0; k < 3; ++k)
+    for (size_t k = 0; k < 3; ++k)
     {
         m_Effective[k] = !bAlpha && IsEditable(k) ? m_Color[k] : 0.0F;
     }

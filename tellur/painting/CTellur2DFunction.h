@@ -13,23 +13,21 @@ public:
 
 protected:
     // Of byte k of a texel.
-    bool IsEditable(int k) const { return (m_Channels & CHANNEL_OF_BYTE[k]) != 0; }
+    bool IsEditable(size_t k) const { return (m_Channels & CHANNEL_OF_BYTE[k]) != 0; }
 
     bool HasFreeColors() const { return (m_Channels & PAINT_FREE_COLORS) != 0; }
 
     // What is painted, 0 to 1. Alpha alone takes its level from the chosen red, since that is the
     // only channel the colour buttons then show.
-    float GetEffective(int k) const { return m_Effective[k]; }
-
-    static constexpr int BYTES = 4; // of a texel
+    float GetEffective(size_t k) const { return m_Effective[k]; }
 
 private:
-    static constexpr uint32_t CHANNEL_OF_BYTE[BYTES] = {
+    static constexpr uint32_t CHANNEL_OF_BYTE[PAINT_TEXEL_BYTES] = {
         PAINT_RED_EDITABLE, PAINT_GREEN_EDITABLE, PAINT_BLUE_EDITABLE, PAINT_ALPHA_EDITABLE};
 
     void UpdateEffective();
 
-    float m_Color[BYTES] = {0.0F, 0.0F, 0.0F, 1.0F};
-    float m_Effective[BYTES] = {0.0F, 0.0F, 0.0F, 1.0F};
+    float m_Color[PAINT_TEXEL_BYTES] = {0.0F, 0.0F, 0.0F, 1.0F};
+    float m_Effective[PAINT_TEXEL_BYTES] = {0.0F, 0.0F, 0.0F, 1.0F};
     uint32_t m_Channels = 0;
 };

@@ -11,7 +11,7 @@ bool CTellur2DFunctionMul::Apply(uint8_t* pTexel,
     }
     const float fShare = fWeight * fStrength;
     bool bAny = false;
-    for (int k = 0; k < BYTES; ++k)
+    for (size_t k = 0; k < PAINT_TEXEL_BYTES; ++k)
     {
         if (IsEditable(k))
         {

@@ -32,7 +32,7 @@ bool CTellur2DFunctionSet::Apply(uint8_t* pTexel,
         return SetWhole(pTexel, fShare);
     }
     bool bAny = false;
-    for (int k = 0; k < BYTES; ++k)
+    for (size_t k = 0; k < PAINT_TEXEL_BYTES; ++k)
     {
         if (IsEditable(k))
         {
@@ -50,7 +50,7 @@ bool CTellur2DFunctionSet::SetWhole(uint8_t* pTexel, float fShare) const
     {
         return false;
     }
-    for (int k = 0; k < 3; ++k)
+    for (size_t k = 0; k < 3; ++k)
     {
         pTexel[k] = Wrap(0, GetEffective(k) * FULL);
     }

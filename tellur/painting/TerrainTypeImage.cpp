@@ -1,11 +1,12 @@
 #include "tellur/painting/TerrainTypeImage.h"
 
+#include "host/IPaintLayer.h"
+
 #include <cstring>
 
 namespace
 {
 
-constexpr size_t TEXEL_BYTES = 4;
 constexpr uint8_t OPAQUE = 255;
 
 size_t GetTexelCount(const IImage& image)
@@ -29,7 +30,7 @@ std::unique_ptr<IImage> MakeWorkImage(const IImage& bitmap, const IPalette* pPal
     {
         return nullptr;
     }
-    uint8_t texels[256][TEXEL_BYTES] = {};
+    uint8_t texels[256][PAINT_TEXEL_BYTES] = {};
     for (uint32_t i = 0; i < 256; ++i)
     {
         if (const uint8_t* pEntry = pPalette->GetEntry(i))
@@ -42,9 +43,9 @@ std::unique_ptr<IImage> MakeWorkImage(const IImage& bitmap, const IPalette* pPal
     }
     const uint8_t* pIndex = bitmap.GetRawData();
     uint8_t* pTexel = pWork->GetRawData();
-    for (size_t nLeft = GetTexelCount(bitmap); nLeft > 0; --nLeft, pTexel += TEXEL_BYTES)
+    for (size_t nLeft = GetTexelCount(bitmap); nLeft > 0; --nLeft, pTexel += PAINT_TEXEL_BYTES)
     {
-        std::memcpy(pTexel, texels[*pIndex++], TEXEL_BYTES);
+        std::memcpy(pTexel, texels[*pIndex++], PAINT_TEXEL_BYTES);
     }
     return pWork;
 }
@@ -65,7 +66,8 @@ MakeImageToSave(const IImage& work, const IPalette* pPalette, EImageFormat eForm
     const uint8_t* pTexel = work.GetRawData();
     uint8_t* pIndex = pIndices->GetRawData();
     const uint8_t* pLast = nullptr; // most texels are as the one before
-    for (size_t nLeft = GetTexelCount(work); nLeft > 0; --nLeft, pTexel += TEXEL_BYTES, ++pIndex)
+    for (size_t nLeft = GetTexelCount(work); nLeft > 0;
+         --nLeft, pTexel += PAINT_TEXEL_BYTES, ++pIndex)
     {
         const bool bSame = pLast != nullptr && std::memcmp(pLast, pTexel, 3) == 0;
         *pIndex = bSame ? pIndex[-1] : pPalette->FindIndex(pTexel[2], pTexel[1], pTexel[0]);
