@@ -11,6 +11,7 @@
 #include "host/Terrain.h"
 #include "tellur/brushes/BrushFileCopy.h"
 #include "tellur/brushes/CTellurBrush.h"
+#include "tellur/context/CommandIds.h"
 #include "tellur/functions/CBlurFunction.h"
 #include "tellur/functions/CPointHeightFunction.h"
 #include "tellur/functions/CPosterizeFunction.h"
@@ -25,7 +26,6 @@
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/panel/ITerrainPanel.h"
 #include "tellur/plugin/CTellurProcessExportTerrainToSTL.h"
-#include "tellur/plugin/CommandIds.h"
 #include "tellur/resources/PluginResources.h"
 
 namespace

@@ -12,10 +12,10 @@
 #include "host/NumberText.h"
 #include "host/Reflection.h"
 #include "tellur/brushes/CTellurBrush.h"
+#include "tellur/context/CommandIds.h"
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/panel/CTellurView.h"
 #include "tellur/plugin/CEditorAction.h"
-#include "tellur/plugin/CommandIds.h"
 #include "tellur/plugin/IPluginImpl.h"
 #include "tellur/resources/PluginResources.h"
 

@@ -4,11 +4,11 @@
 #include "host/Image.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
+#include "tellur/context/CommandIds.h"
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/painting/CTerrain2DDrawDlg.h"
 #include "tellur/painting/DrawDlgIds.h"
 #include "tellur/painting/PaintLayer.h"
-#include "tellur/plugin/CommandIds.h"
 #include "tellur/plugin/IPluginImpl.h"
 
 #include <algorithm>
