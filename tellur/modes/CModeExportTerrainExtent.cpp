@@ -4,6 +4,7 @@
 #include "host/EngineHost.h"
 #include "host/Notice.h"
 #include "host/Terrain.h"
+#include "tellur/context/CommandIds.h"
 #include "tellur/context/PluginContext.h"
 
 #include <cmath>
@@ -12,7 +13,6 @@ namespace
 {
 
 constexpr uint32_t CURSOR_ID = 2113;
-constexpr uint32_t COMMAND_EXPORT_EXTENT = 5;
 constexpr float MIN_DIAGONAL = 100.0F; // terrain units; smaller drags export nothing
 constexpr SColor OUTLINE_COLOR = {1.0F, 1.0F, 0.0F, 1.0F};
 constexpr const char* CAPTION = "Export terrain extent";

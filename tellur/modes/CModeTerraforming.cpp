@@ -7,6 +7,7 @@
 #include "host/Terrain.h"
 #include "host/World.h"
 #include "tellur/brushes/CTellurBrush.h"
+#include "tellur/context/CommandIds.h"
 #include "tellur/context/PluginContext.h"
 #include "tellur/modes/TerraformingState.h"
 #include "tellur/modification/CTerrainModification.h"
