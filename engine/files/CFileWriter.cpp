@@ -1,6 +1,7 @@
 #include "engine/files/CFileWriter.h"
 
 #include "engine/files/CommitGroup.h"
+#include "engine/files/Paths.h"
 #include "engine/files/Streams.h"
 
 #include <sys/stat.h>
@@ -19,7 +20,6 @@ namespace
 {
 
 constexpr size_t BUFFER_BYTES = 65536;
-constexpr mode_t ANY_WRITE = S_IWUSR | S_IWGRP | S_IWOTH;
 
 } // namespace
 
@@ -54,7 +54,7 @@ int CFileWriter::Open(const std::string& strTarget)
     {
         return EISDIR;
     }
-    if ((info.st_mode & ANY_WRITE) == 0 || ::access(strReal.c_str(), W_OK) != 0)
+    if (IsWriteProtected(strReal, info))
     {
         return EROFS;
     }

@@ -18,8 +18,6 @@ namespace fs
 namespace
 {
 
-constexpr mode_t ANY_WRITE = S_IWUSR | S_IWGRP | S_IWOTH;
-
 bool IsSameFile(const std::string& strLeft, const std::string& strRight)
 {
     struct stat left = {};
@@ -46,8 +44,7 @@ bool read_only(const char* pszPath)
     {
         return false;
     }
-    // The bits count for the super-user too, who may write everything.
-    return (info.st_mode & ANY_WRITE) == 0 || ::access(strFound.c_str(), W_OK) != 0;
+    return IsWriteProtected(strFound, info);
 }
 
 std::string root_path(const char* pszPath)

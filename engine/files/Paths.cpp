@@ -4,6 +4,7 @@
 
 #include <dirent.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -235,6 +236,12 @@ void path_normalize(std::string& strDest, const char* pszSource, bool bLower)
         std::transform(strResult.begin(), strResult.end(), strResult.begin(), LowerAscii);
     }
     strDest = std::move(strResult);
+}
+
+bool IsWriteProtected(const std::string& strPath, const struct stat& info)
+{
+    constexpr mode_t ANY_WRITE = S_IWUSR | S_IWGRP | S_IWOTH;
+    return (info.st_mode & ANY_WRITE) == 0 || ::access(strPath.c_str(), W_OK) != 0;
 }
 
 void set_user_root(const char* pszFolder)

@@ -2,6 +2,8 @@
 
 #include <string>
 
+struct stat;
+
 // How a path of the project becomes one of the operating system. Paths here are results of
 // ToNative, with '/' only.
 namespace fs
@@ -24,5 +26,9 @@ std::string GetWriteTarget(const std::string& strPath);
 // Makes the folders that a write target below the user root needs, when the data root has them: a
 // file of the data root may be overlaid without more ado. Others are not made.
 void MakeOverlayFolders(const std::string& strPath);
+
+// Whether nobody may write the file or folder of that path, whose stat is info. The bits count for
+// the super-user too, who may write everything.
+bool IsWriteProtected(const std::string& strPath, const struct stat& info);
 
 } // namespace fs
