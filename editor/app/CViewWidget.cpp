@@ -25,7 +25,6 @@ constexpr double SLOW_MS = 40.0; // a frame that takes longer is drawn coarser n
 constexpr double FAST_MS = 18.0;
 constexpr float COARSER = 0.8F;
 constexpr float FINER = 1.1F;
-constexpr float LEAST_QUALITY = 0.02F;
 constexpr int REFINE_MS = 300;
 constexpr uint64_t MOST_NEW_BYTES = uint64_t{16} << 20; // a frame, of a terrain that comes in
 constexpr double NOTCH = 120.0;                         // of a wheel, in eighths of a degree
@@ -168,7 +167,7 @@ void CViewWidget::AdaptQuality()
     }
     if (m_FrameMilliseconds > SLOW_MS)
     {
-        m_Quality = std::max(LEAST_QUALITY, m_Quality * COARSER);
+        m_Quality = std::max(SRenderSettings::LEAST_QUALITY, m_Quality * COARSER);
     }
     else if (m_FrameMilliseconds < FAST_MS)
     {

@@ -28,7 +28,6 @@ namespace
 constexpr float RADIANS = 0.017453292519943F;
 constexpr uint32_t MOST_PATCHES = 420; // at full quality
 constexpr uint32_t LEAST_PATCHES = 16;
-constexpr float LEAST_QUALITY = 0.05F;
 constexpr float LINE_PIXELS = 55.0F; // contour lines are about so far apart on the screen
 
 SVec3 GetSun(const SRenderSettings& settings)
@@ -211,7 +210,7 @@ void CTerrainRenderer::SParts::DrawGround(const CTerrainCopies& copies,
     const uint32_t uCellsX = terrain.GetCellsPerSide();
     const uint32_t uCellsZ = terrain.GetCellsPerSideZ();
     const SVec3 size = terrain.GetSize();
-    const float fQuality = std::clamp(settings.fQuality, LEAST_QUALITY, 1.0F);
+    const float fQuality = std::clamp(settings.fQuality, SRenderSettings::LEAST_QUALITY, 1.0F);
     SDetail detail;
     detail.cell = {
         size.x / static_cast<float>(uCellsX), 0.0F, size.z / static_cast<float>(uCellsZ)};

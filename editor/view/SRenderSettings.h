@@ -20,6 +20,8 @@ enum class EMarkPlace : uint8_t
 // frame; the renderer keeps none of them.
 struct SRenderSettings
 {
+    static constexpr float LEAST_QUALITY = 0.05F; // lower ones count as this
+
     // Where the light comes from: yaw in degrees from +x towards +z, pitch above the horizon.
     float fSunYaw = 215.0F;
     float fSunPitch = 38.0F;
@@ -31,7 +33,7 @@ struct SRenderSettings
 
     // The largest error of a triangle in device pixels at full quality. Lower is finer.
     float fDetailPixels = 1.5F;
-    // 0..1, lower draws coarser: the view lowers it when frames take long.
+    // LEAST_QUALITY..1, lower draws coarser: the view lowers it when frames take long.
     float fQuality = 1.0F;
 
     // A frame brings in no further tile of a terrain once it has sent so many bytes. Whoever lowers
