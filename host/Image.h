@@ -8,6 +8,8 @@
 // The image library. Pixels lie row by row, top row first, no padding between rows. Colour channels
 // are stored red first. Implemented by the engine library.
 
+constexpr uint32_t IMAGE_MAX_SIDE = 32768; // pixels
+
 enum class EImageFormat : uint32_t
 {
     Unknown = 0,

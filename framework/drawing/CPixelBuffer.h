@@ -3,6 +3,7 @@
 #include "framework/drawing/ColorRef.h"
 #include "framework/drawing/Geometry.h"
 #include "host/Export.h"
+#include "host/Image.h"
 
 #include <cstddef>
 #include <memory>
@@ -16,7 +17,7 @@
 class TELLUR_API CPixelBuffer
 {
 public:
-    static constexpr int MAX_SIDE = 32768; // pixels
+    static constexpr int MAX_SIDE = IMAGE_MAX_SIDE; // a picture of any image fits
 
     CPixelBuffer() = default;
     ~CPixelBuffer() = default;

@@ -15,7 +15,6 @@ namespace
 {
 
 constexpr uint32_t GAP_PIXELS = 8;
-constexpr uint32_t MAX_PIXELS = 32768; // along a side of an image
 constexpr size_t PIXEL_BYTES = 3;
 
 // Terrain of one height is drawn in the colours up to the height limit.
@@ -37,7 +36,7 @@ SReliefPicture Join(const std::vector<SReliefPicture>& pictures)
         joined.uWidth += picture.uWidth + (joined.uWidth > 0 ? GAP_PIXELS : 0);
         joined.uHeight = std::max(joined.uHeight, picture.uHeight);
     }
-    if (joined.uWidth > MAX_PIXELS)
+    if (joined.uWidth > IMAGE_MAX_SIDE)
     {
         return {};
     }
