@@ -10,6 +10,9 @@
 // two image rows are blended once for a row, and one pair of that blended row is left to mix at
 // each point. Implemented by the engine library.
 
+// Side of a footprint, terrain units; over a smaller one no image is stretched.
+constexpr float SHAPE_LEAST_SIDE = 1.0e-6F;
+
 // The two pixels around an image position and the weight of the first one; the second has the rest.
 struct SPixelPair
 {

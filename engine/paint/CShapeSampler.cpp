@@ -8,8 +8,6 @@
 namespace
 {
 
-constexpr float LEAST_SIDE = 1.0e-6F;
-
 SPixelPair FindPixels(uint32_t uTexel, const SShapeSide& side, ETexelMapping eMapping, int iSize)
 {
     const float fCenter = (side.fMin + side.fMax) * 0.5F;
@@ -27,7 +25,7 @@ void CShapeSampler::SetShape(const IImage* pShape)
 
 bool CShapeSampler::Begin(const SShapeSide& columns, ETexelMapping eMapping)
 {
-    if (m_Shape == nullptr || !(columns.fMax - columns.fMin >= LEAST_SIDE) ||
+    if (m_Shape == nullptr || !(columns.fMax - columns.fMin >= SHAPE_LEAST_SIDE) ||
         columns.texels.IsEmpty())
     {
         return false;
@@ -52,7 +50,7 @@ bool CShapeSampler::Begin(const SShapeSide& columns, ETexelMapping eMapping)
 
 const float* CShapeSampler::SampleRow(uint32_t uRow, const SShapeSide& rows, float fHardness)
 {
-    if (!(rows.fMax - rows.fMin >= LEAST_SIDE))
+    if (!(rows.fMax - rows.fMin >= SHAPE_LEAST_SIDE))
     {
         return nullptr;
     }

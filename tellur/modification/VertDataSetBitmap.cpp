@@ -9,13 +9,6 @@
 #include <algorithm>
 #include <cmath>
 
-namespace
-{
-
-constexpr float MIN_EXTENT = 1.0e-6F;
-
-} // namespace
-
 void CVertDataSet::SetAllWeights(float fWeight)
 {
     std::fill_n(m_Verts.GetWeights(), m_Verts.GetCount(), fWeight);
@@ -55,7 +48,7 @@ void CVertDataSet::GetDataFromBitmap(
         SetAllWeights(0.0F);
         return;
     }
-    if (std::fabs(fExtent) < MIN_EXTENT)
+    if (std::fabs(fExtent) < SHAPE_LEAST_SIDE)
     {
         CrashLog("[CVertDataSet::GetDataFromBitmap] extent is 0\n");
         SetAllWeights(0.0F);
