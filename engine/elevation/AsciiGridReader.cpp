@@ -176,7 +176,6 @@ bool CAsciiGridDecoder::CheckSide(EKey eKey, const char* pszName, uint32_t& uSid
 
 bool CAsciiGridDecoder::CheckHeader()
 {
-    constexpr double MAX_DEGREES_CELL = 0.1;
     if (!CheckSide(KEY_COLUMNS, "ncols", m_Grid.uColumns) ||
         !CheckSide(KEY_ROWS, "nrows", m_Grid.uRows))
     {

@@ -6,6 +6,8 @@
 #include <span>
 #include <string>
 
+constexpr uint32_t TAG_PIXEL_SCALE = 33550; // spacing along x, y and z; libtiff has no name for it
+
 // A TIFF file in memory, open in libtiff for reading. The first fault is kept as text instead of
 // going to stderr; warnings are dropped. Lives as long as one decode.
 class CTiffFile

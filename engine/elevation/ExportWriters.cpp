@@ -97,8 +97,7 @@ bool WriteNpy(fs::file& file, CExportRows& rows, const SExportPlan& plan)
 bool WriteAsciiGrid(fs::file& file, CExportRows& rows, const SExportPlan& plan)
 {
     // Small cells near 0, 0 would look like degrees of longitude and latitude.
-    constexpr double DEGREES_CELL = 0.1;
-    const bool bSmall = std::max(plan.dSpacingX, plan.dSpacingZ) < DEGREES_CELL;
+    const bool bSmall = std::max(plan.dSpacingX, plan.dSpacingZ) < MAX_DEGREES_CELL;
     const char* pszPlace = bSmall ? "1000" : "0";
     std::string strText = MakeText("ncols %u\nnrows %u\nxllcenter %s\nyllcenter %s\n",
                                    rows.GetColumns(),

@@ -200,7 +200,6 @@ bool CGeoTiffDecoder::CheckBytes()
 // Always true: a tag that makes no sense counts as absent.
 bool CGeoTiffDecoder::ReadTags()
 {
-    constexpr uint32_t TAG_PIXEL_SCALE = 33550; // spacing in x, y and z
     constexpr uint32_t TAG_GEO_KEYS = 34735; // number of keys at 3, then key, place, count, value
     constexpr uint32_t TAG_NO_DATA = 42113;  // a number as text
     constexpr uint16_t KEY_MODEL_TYPE = 1024;

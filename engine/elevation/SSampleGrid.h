@@ -8,6 +8,9 @@
 constexpr uint32_t MIN_SAMPLES = 2;
 constexpr uint32_t MAX_SAMPLES = 65535;
 
+// Smaller cells near the origin of the map are taken for degrees of longitude and latitude.
+constexpr double MAX_DEGREES_CELL = 0.1;
+
 enum class ESampleType : uint8_t
 {
     Unsigned,

@@ -1,3 +1,4 @@
+#include "engine/elevation/CTiffFile.h"
 #include "engine/elevation/ExportWriters.h"
 
 #include <tiffio.h>
@@ -8,8 +9,7 @@
 namespace
 {
 
-constexpr uint32_t TAG_PIXEL_SCALE = 33550; // spacing along x, y, z
-constexpr uint32_t TAG_TIE_POINT = 33922;   // column, row, 0 and the place of that sample
+constexpr uint32_t TAG_TIE_POINT = 33922; // column, row, 0 and the place of that sample
 constexpr size_t STRIP_BYTES = size_t{1} << 18;
 
 // What libtiff calls back with.
