@@ -11,7 +11,6 @@
 namespace
 {
 
-constexpr double LONGEST = 1e7;
 constexpr int MOST_SAMPLES = 65536;
 
 } // namespace
@@ -62,7 +61,7 @@ CImportDialog::AddNumber(QFormLayout& form, const char* pszLabel, const char* ps
 {
     auto* pBox = new CNumberBox(this);
     pBox->setDecimals(1);
-    pBox->setRange(0.0, LONGEST);
+    pBox->setRange(0.0, CNumberBox::LONGEST);
     pBox->setSpecialValueText(pszFromFile);
     form.addRow(pszLabel, pBox);
     return pBox;

@@ -13,7 +13,6 @@ namespace
 constexpr uint32_t USUAL_CELLS = 512;
 constexpr double USUAL_WIDTH = 51200.0;
 constexpr double USUAL_HIGHEST = 10000.0;
-constexpr double LONGEST = 1e7;
 
 } // namespace
 
@@ -42,7 +41,7 @@ QDoubleSpinBox* CNewLevelDialog::AddLength(QFormLayout& form, const char* pszLab
 {
     auto* pBox = new CNumberBox(this);
     pBox->setDecimals(1);
-    pBox->setRange(0.0, LONGEST);
+    pBox->setRange(0.0, CNumberBox::LONGEST);
     pBox->setSuffix(" cm");
     pBox->setValue(fValue);
     form.addRow(pszLabel, pBox);

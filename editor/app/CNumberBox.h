@@ -7,6 +7,8 @@
 class CNumberBox : public QDoubleSpinBox
 {
 public:
+    static constexpr double LONGEST = 1e7; // that dialogs take as a length
+
     explicit CNumberBox(QWidget* pParent);
 
 protected:

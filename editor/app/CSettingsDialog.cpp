@@ -13,8 +13,6 @@
 namespace
 {
 
-constexpr int MOST_SECONDS = 7200;
-constexpr int MOST_MEGABYTES = 1 << 20;
 constexpr int MOST_COUNT = 1000000;
 constexpr double MOST_NUMBER = 1e9;
 
@@ -36,12 +34,15 @@ CSettingsDialog::CSettingsDialog(QWidget* pParent,
     AddCheck(
         *pForm, "Strokes aim at the ground as it was at the press", settings.input.bAimAtPress);
     AddCheck(*pForm, "Fly with the camera keys", settings.bKeyboardNavigation);
-    AddInt(
-        *pForm, "Seconds between autosaves (0: never)", 0, MOST_SECONDS, settings.iAutosaveSeconds);
+    AddInt(*pForm,
+           "Seconds between autosaves (0: never)",
+           0,
+           SEditorSettings::MOST_SECONDS,
+           settings.iAutosaveSeconds);
     AddInt(*pForm,
            "Megabytes for steps to undo (0: no limit)",
            0,
-           MOST_MEGABYTES,
+           SEditorSettings::MOST_MEGABYTES,
            settings.iUndoMegabytes);
     for (const SSetting& setting : registered)
     {

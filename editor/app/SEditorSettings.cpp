@@ -7,9 +7,6 @@
 namespace
 {
 
-constexpr int MOST_SECONDS = 7200;
-constexpr int MOST_MEGABYTES = 1 << 20;
-
 template <typename T> void ReadNumber(const QSettings& file, const char* pszKey, T& value)
 {
     const QVariant text = file.value(pszKey);

@@ -8,6 +8,9 @@
 // What the user has chosen for the editor itself, kept from run to run. Owned by the window.
 struct SEditorSettings
 {
+    static constexpr int MOST_SECONDS = 7200; // between autosaves
+    static constexpr int MOST_MEGABYTES = 1 << 20;
+
     SInputSettings input;
     SRenderSettings render; // of all views; a view adds its own quality and wire frame
     bool bKeyboardNavigation = true;
