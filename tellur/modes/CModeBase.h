@@ -2,6 +2,9 @@
 
 #include "host/IEditorMode.h"
 
+// The cross of modes that take points of the ground and have no brush with a cursor of its own.
+constexpr uint32_t CROSS_CURSOR_ID = 2113;
+
 // What the plug-in's modes share: ids that the host keeps in them, and keyboard navigation of the
 // camera. Modes are made by the plug-in object and owned by the host's mode manager once
 // registered.

@@ -12,7 +12,6 @@
 namespace
 {
 
-constexpr uint32_t CURSOR_ID = 2113;
 constexpr float MIN_DIAGONAL = 100.0F; // terrain units; smaller drags export nothing
 constexpr SColor OUTLINE_COLOR = {1.0F, 1.0F, 0.0F, 1.0F};
 constexpr const char* CAPTION = "Export terrain extent";
@@ -29,7 +28,7 @@ std::string AskForStlFile()
 }
 
 CModeExportTerrainExtent::CModeExportTerrainExtent()
-    : m_Cursor(LoadCursorResource(CURSOR_ID))
+    : m_Cursor(LoadCursorResource(CROSS_CURSOR_ID))
 {
 }
 

@@ -20,7 +20,6 @@
 namespace
 {
 
-constexpr uint32_t CURSOR_ID = 2113;
 constexpr const char* CAPTION = "Edit terrain type";
 constexpr uint32_t PALETTE_CHANNELS = 0x1FE; // all but the alpha channel, and no free colours
 constexpr uint32_t FREE_CHANNELS = 0x1FF;
@@ -34,7 +33,7 @@ IPaintLayer* GetPaintLayer()
 }
 
 CModeEditTerrainType::CModeEditTerrainType()
-    : m_Cursor(LoadCursorResource(CURSOR_ID))
+    : m_Cursor(LoadCursorResource(CROSS_CURSOR_ID))
     , m_Undo(std::make_unique<CTellur2DDrawUndoManager>())
 {
     std::unique_ptr<CTellur2DFunction> pSet = std::make_unique<CTellur2DFunctionSet>();

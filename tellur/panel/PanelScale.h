@@ -2,7 +2,8 @@
 
 // The positions of the panel's sliders.
 inline constexpr int EXTENT_POSITIONS = 32000; // of extent and fade distance
-inline constexpr int SHARE_POSITIONS = 100;    // of power and hardness, hundredths
+inline constexpr int SHARE_POSITIONS = 100;    // of power and hardness
+inline constexpr float SHARE_STEP = 0.01F;     // of a position, and of a spin
 inline constexpr int DISTANCE_POSITIONS = 1000;
 
 int GetSharePosition(float fShare);

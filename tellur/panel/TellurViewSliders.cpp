@@ -12,8 +12,6 @@
 namespace
 {
 
-constexpr float SHARE_STEP = 0.01F;
-
 // As sliders count: towards zero, and never beyond what a number of positions can be.
 int Truncate(float fPos)
 {

@@ -28,7 +28,6 @@ namespace
 
 constexpr const char* FIRST_TOOL = "RelativeHeightFunction";
 constexpr const char* SMOOTHING = "BlurFunction";
-constexpr const char* HEIGHT_FIELD = "m_Height";
 // The ones that ask for their mode with the keys that are held; posterize keeps to its field.
 constexpr const char* HEED_KEYS[] = {"BlurFunction", "SetHeightFunction", "RampFunction"};
 constexpr float MOST_HARDNESS = 100.0F;

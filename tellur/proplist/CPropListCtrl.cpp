@@ -14,8 +14,6 @@
 namespace
 {
 
-constexpr int NAME_COLUMN = 0;
-constexpr int VALUE_COLUMN = 1;
 constexpr uint32_t NAME_WIDTH = 120; // pixels at 100 %
 constexpr uint32_t VALUE_WIDTH = 80;
 constexpr uint32_t WIDEST = 4000;

@@ -78,6 +78,12 @@ protected:
 private:
     using Rows = std::vector<std::unique_ptr<SPropRow>>;
 
+    enum EColumn : int
+    {
+        NAME_COLUMN,
+        VALUE_COLUMN,
+    };
+
     struct SCopied
     {
         const CRTTIField* pField = nullptr; // null: nothing was copied

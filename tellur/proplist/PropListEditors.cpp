@@ -14,7 +14,6 @@
 namespace
 {
 
-constexpr int VALUE_COLUMN = 1;
 // Shares of the row's height.
 constexpr double SPINNER_WIDTH = 0.75;
 constexpr double BROWSE_WIDTH = 1.3;

@@ -10,13 +10,6 @@
 
 #include <cmath>
 
-namespace
-{
-
-constexpr int VALUE_COLUMN = 1;
-
-} // namespace
-
 void CPropListCtrl::ReadRow(SPropRow& row) const
 {
     if (row.pField == nullptr)
