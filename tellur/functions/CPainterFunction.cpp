@@ -138,7 +138,7 @@ void CPainterFunction::DoOperationAux(const SVec3& point,
     SExtents terrainBox;
     pBrush->ApplyMask(m_Verts, pModification->GetTerrainExtents(terrainBox));
     DoOperation({point, &m_Verts, pBrush, pModification, fWeight});
-    pModification->SetVerts(m_Verts, this);
+    MergePoint(*pModification, m_Verts, this);
     ExplainIdlePoint({m_Verts, *pModification, *pBrush, point, fWeight, UseOnlyDestBuffer()});
     RedrawAllViews();
 }

@@ -94,7 +94,7 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
     pBrush->ApplyMask(m_Verts, pModification->GetTerrainExtents(terrainBox));
     const int iStep = pStep != nullptr ? pStep->dy : 0;
     Process({pBrush, center, &m_Verts, iStep});
-    pModification->SetVerts(m_Verts, this);
+    MergePoint(*pModification, m_Verts, this);
     if (iStep == 0 && IsPointIdle())
     {
         NoteOutcome(EPointOutcome::Sideways);

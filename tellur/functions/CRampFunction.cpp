@@ -201,7 +201,7 @@ void CRampFunction::Process(ITerrainModification* pModification,
         GetRegion(first, second, side, pModification->GetXSize(), pModification->GetZSize());
     CVertDataSet set;
     MakeStrip(*pModification, *pBrush, region, ramp, set);
-    pModification->SetVerts(set, this);
+    MergePoint(*pModification, set, this);
     if (!IsPointIdle())
     {
         return;

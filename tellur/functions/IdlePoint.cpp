@@ -76,6 +76,28 @@ void NoteOutcome(EPointOutcome eKind, float fValue)
     }
 }
 
+void MergePoint(ITerrainModification& modification, CVertDataSet& set, ITellurFunction* pFunction)
+{
+    const std::optional<SMergeResult> merged = modification.SetVerts(set, pFunction);
+    PluginContext* pContext = GetPluginContext();
+    if (!merged || pContext == nullptr)
+    {
+        return;
+    }
+    SDragStatistics& statistics = pContext->GetDragStatistics();
+    ++statistics.nPoints;
+    statistics.nVisited += set.GetVerts().GetCount();
+    statistics.nChanged += merged->nChanged;
+    if (merged->bAtLimit)
+    {
+        NoteOutcome(EPointOutcome::Limit, merged->fLimit);
+    }
+    else
+    {
+        NoteOutcome(merged->nChanged == 0 ? EPointOutcome::Same : EPointOutcome::Changed);
+    }
+}
+
 bool IsPointIdle()
 {
     PluginContext* pContext = GetPluginContext();

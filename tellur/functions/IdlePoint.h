@@ -5,6 +5,7 @@
 
 class CVertDataSet;
 class ITellurBrush;
+class ITellurFunction;
 class ITerrainModification;
 
 // A point whose set is merged, as its function knows it. Everything is borrowed.
@@ -20,6 +21,9 @@ struct SDonePoint
 
 // What the latest point came to, for the host.
 void NoteOutcome(EPointOutcome eKind, float fValue = 0.0F);
+
+// Writes the set of a point and counts it among what the drags did.
+void MergePoint(ITerrainModification& modification, CVertDataSet& set, ITellurFunction* pFunction);
 
 // Whether the session has written nothing for the latest point.
 bool IsPointIdle();

@@ -55,7 +55,7 @@ public:
 
     void GetVerts(const SExtents& box, CVertDataSet& set) override;
     void GetDstVerts(const SExtents& box, CVertDataSet& set) override;
-    void SetVerts(CVertDataSet& set, ITellurFunction* pFunction) override;
+    std::optional<SMergeResult> SetVerts(CVertDataSet& set, ITellurFunction* pFunction) override;
 
     const float* GetSrcBuffer() const override { return m_Source.pHeights.get(); }
 
@@ -71,6 +71,9 @@ private:
     static void NoteLost(); // in the counters of the drags
     void FreeBuffers();
     void StoreUndoInformation();
+    // changed: grows by what is written. The number of vertices written.
+    size_t MergeSet(const CVertDataSet& set, const ITellurFunction& function, SExtents& changed);
+    SMergeResult GetResult(const SExtents& changed, size_t nChanged) const;
     void FillSet(const SExtents& box, CVertDataSet& set, const float* pBuffer);
     template <typename TVisit> void VisitDifferences(int iZ, TVisit visit);
     bool CollectChanges(CPlainArray<SChangedVert>& verts); // false when there is no memory

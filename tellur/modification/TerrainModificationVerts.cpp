@@ -17,31 +17,6 @@
 #include <memory>
 #include <new>
 
-namespace
-{
-
-// Of a point that has written nChanged heights, before the terrain has them. Heights that would go
-// beyond a limit are written where they are at it already.
-SPointOutcome FindOutcome(const Terrain& terrain,
-                          const float* pDest,
-                          size_t nCount,
-                          const SExtents& changed,
-                          size_t nChanged)
-{
-    if (nChanged == 0)
-    {
-        return {EPointOutcome::Same};
-    }
-    const float fTop = terrain.GetSize().y;
-    const bool bTop = changed.min.y >= fTop;
-    const bool bAtLimit = bTop || changed.max.y <= 0.0F;
-    return bAtLimit && terrain.HasHeights(pDest, nCount, changed)
-               ? SPointOutcome{EPointOutcome::Limit, bTop ? fTop : 0.0F}
-               : SPointOutcome{EPointOutcome::Changed};
-}
-
-} // namespace
-
 void CTerrainModification::FillSet(const SExtents& box, CVertDataSet& set, const float* pBuffer)
 {
     if (m_Terrain == nullptr)
@@ -70,30 +45,44 @@ void CTerrainModification::GetDstVerts(const SExtents& box, CVertDataSet& set)
     FillSet(box, set, m_Dest.pHeights.get());
 }
 
-void CTerrainModification::SetVerts(CVertDataSet& set, ITellurFunction* pFunction)
+std::optional<SMergeResult> CTerrainModification::SetVerts(CVertDataSet& set,
+                                                           ITellurFunction* pFunction)
 {
     if (m_Terrain == nullptr)
     {
         CrashLog("[CTerrainModification::SetVerts] no terrain interface\n");
-        return;
+        return std::nullopt;
     }
     if (pFunction == nullptr)
     {
         CrashLog("[CTerrainModification::SetVerts] no function\n");
-        return;
+        return std::nullopt;
     }
     if (m_GivenUp)
     {
-        return;
+        return std::nullopt;
     }
+    SExtents changed = CVertDataSet::GetStartExtents();
+    const size_t nChanged = MergeSet(set, *pFunction, changed);
+    const SMergeResult result = GetResult(changed, nChanged);
+    if (nChanged > 0)
+    {
+        m_Terrain->SetHeights(m_Dest.pHeights.get(), GetVertexCount(), changed);
+    }
+    return result;
+}
+
+size_t CTerrainModification::MergeSet(const CVertDataSet& set,
+                                      const ITellurFunction& function,
+                                      SExtents& changed)
+{
     const float fMaxHeight = m_Terrain->GetSize().y;
     const CVertList& verts = set.GetVerts();
-    SExtents changed = CVertDataSet::GetStartExtents();
     size_t nChanged = 0;
     for (const SVertRun& run : verts.GetRuns())
     {
         const size_t nFirst = static_cast<size_t>(run.iz) * m_SizeX + run.ixFirst;
-        const SMergeSpan span = MergeHeights(*pFunction,
+        const SMergeSpan span = MergeHeights(function,
                                              m_Source.pHeights.get() + nFirst,
                                              m_Dest.pHeights.get() + nFirst,
                                              verts.GetHeights() + run.nFirst,
@@ -114,19 +103,22 @@ void CTerrainModification::SetVerts(CVertDataSet& set, ITellurFunction* pFunctio
         Touch(iFirstX, run.iz);
         Touch(iLastX, run.iz);
     }
-    if (PluginContext* pContext = GetPluginContext())
+    return nChanged;
+}
+
+// Asked before the terrain has the heights: those that would go beyond a limit are written where
+// they are at it already.
+SMergeResult CTerrainModification::GetResult(const SExtents& changed, size_t nChanged) const
+{
+    SMergeResult result = {nChanged};
+    const float fTop = m_Terrain->GetSize().y;
+    const bool bTop = changed.min.y >= fTop;
+    if (nChanged > 0 && (bTop || changed.max.y <= 0.0F))
     {
-        pContext->GetPointOutcome() =
-            FindOutcome(*m_Terrain, m_Dest.pHeights.get(), GetVertexCount(), changed, nChanged);
-        SDragStatistics& statistics = pContext->GetDragStatistics();
-        ++statistics.nPoints;
-        statistics.nVisited += verts.GetCount();
-        statistics.nChanged += nChanged;
+        result.bAtLimit = m_Terrain->HasHeights(m_Dest.pHeights.get(), GetVertexCount(), changed);
+        result.fLimit = bTop ? fTop : 0.0F;
     }
-    if (nChanged > 0)
-    {
-        m_Terrain->SetHeights(m_Dest.pHeights.get(), GetVertexCount(), changed);
-    }
+    return result;
 }
 
 // Calls visit(column, source height, destination height) for each vertex of a row that is not the

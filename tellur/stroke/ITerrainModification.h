@@ -2,10 +2,21 @@
 
 #include "host/HostTypes.h"
 
+#include <cstddef>
+#include <optional>
+
 class CVertDataSet;
 class ITellurBrush;
 class ITellurFunction;
 class Terrain;
+
+// What the merge of a set came to.
+struct SMergeResult
+{
+    size_t nChanged = 0;   // vertices written
+    bool bAtLimit = false; // all of them were at fLimit before and would have gone beyond
+    float fLimit = 0.0F;   // the height limit or 0
+};
 
 // One drag of terrain editing as brushes and functions see it: two full copies of the heights, the
 // source as they were when the drag began and the destination as edited so far. Heights in terrain
@@ -49,8 +60,9 @@ public:
     virtual void GetVerts(const SExtents& box, CVertDataSet& set) = 0;
     virtual void GetDstVerts(const SExtents& box, CVertDataSet& set) = 0;
     // The one way by which heights change: merges the set by the function's rule, clamps to 0 and
-    // the height limit, writes the destination buffer and shows it on the terrain.
-    virtual void SetVerts(CVertDataSet& set, ITellurFunction* pFunction) = 0;
+    // the height limit, writes the destination buffer and shows it on the terrain. Nothing without
+    // a terrain or a function, with one logged line, and after GiveUp.
+    virtual std::optional<SMergeResult> SetVerts(CVertDataSet& set, ITellurFunction* pFunction) = 0;
 
     // The buffers themselves, for loops over many vertices; null without one. Borrowed until End.
     virtual const float* GetSrcBuffer() const = 0;
