@@ -149,6 +149,11 @@ const char* CTellurBrush::GetFunctionName() const
     return m_Function->GetClassName();
 }
 
+EStrokePath CTellurBrush::GetStrokePath() const
+{
+    return m_Function != nullptr ? m_Function->GetStrokePath() : EStrokePath::None;
+}
+
 CRTTIObject* CTellurBrush::GetRTTIObject()
 {
     return m_Function != nullptr ? m_Function->GetRTTIObject() : nullptr;

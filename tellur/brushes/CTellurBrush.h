@@ -7,6 +7,7 @@
 #include <string>
 
 class ITexture;
+enum class EStrokePath : uint32_t;
 
 // A brush with its image, mask and function. Owned by a brush container or by whoever made it; owns
 // its image and function, and one reference to its mask texture.
@@ -70,6 +71,7 @@ public:
 
     void SetFunction(ITellurFunction* pFunction) override;
     const char* GetFunctionName() const override;
+    EStrokePath GetStrokePath() const; // of the function; None without one
     CRTTIObject* GetRTTIObject() override;
     const CRTTIObject* GetRTTIObject() const override;
 

@@ -41,6 +41,11 @@ public:
     // True: the set gets the heights edited so far, false: those at the start of the drag.
     virtual bool UseOnlyDestBuffer() const { return false; }
 
+    EStrokePath GetStrokePath() const override
+    {
+        return UseOnlyDestBuffer() ? EStrokePath::AddedUp : EStrokePath::Strongest;
+    }
+
     // Rewrites the heights of the set in place.
     virtual void DoOperation(const SOperation& operation) = 0;
 

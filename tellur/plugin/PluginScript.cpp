@@ -15,7 +15,6 @@
 #include "tellur/brushes/BrushFileCopy.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/brushes/SpacingShare.h"
-#include "tellur/functions/CPainterFunction.h"
 #include "tellur/modes/TerraformingState.h"
 #include "tellur/modification/CTerrainModification.h"
 #include "tellur/modification/HeightBuffers.h"
@@ -23,6 +22,7 @@
 #include "tellur/panel/ITerrainPanel.h"
 #include "tellur/plugin/IPluginImpl.h"
 #include "tellur/resources/PluginResources.h"
+#include "tellur/stroke/ITellurFunction.h"
 
 #include <algorithm>
 #include <bit>
@@ -311,16 +311,15 @@ float IPluginImpl::GetStrokeSpacing()
     {
         return GetBrushExtent() * SUMMED_SHARE;
     }
-    const auto* pPainter =
-        IsTerraforming() && m_pCurrentBrush != nullptr
-            ? dynamic_cast<const CPainterFunction*>(m_pCurrentBrush->GetRTTIObject())
-            : nullptr;
-    if (pPainter == nullptr)
+    const EStrokePath ePath = IsTerraforming() && m_pCurrentBrush != nullptr
+                                  ? m_pCurrentBrush->GetStrokePath()
+                                  : EStrokePath::None;
+    if (ePath == EStrokePath::None)
     {
         return 0.0F;
     }
     const IImage* pShape = m_pCurrentBrush->GetBitmapImage();
-    const float fShare = pPainter->UseOnlyDestBuffer() || pShape == nullptr
+    const float fShare = ePath == EStrokePath::AddedUp || pShape == nullptr
                              ? SUMMED_SHARE
                              : GetSpacingShare(*pShape, m_pCurrentBrush->GetHardness());
     return GetBrushExtent() * fShare;

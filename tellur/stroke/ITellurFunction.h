@@ -22,6 +22,14 @@ enum class EMergeRule : uint32_t
     Candidate, // always the candidate
 };
 
+// What the moves of a drag are to a function, and what points of it that overlap do to each other.
+enum class EStrokePath : uint32_t
+{
+    None,      // the moves are no path on the ground
+    Strongest, // each vertex keeps the strongest point
+    AddedUp,   // each point works on what those before have left
+};
+
 // What a brush does to the heights under it. Owned by its brush, or by the function container as a
 // prototype. Arguments are borrowed for the call. UI thread.
 class ITellurFunction
@@ -60,6 +68,8 @@ public:
     virtual bool Save(fs::ifile& file, int iIndent) const = 0;
     // pBlock: first node of the parsed block, null for an empty one. Always true.
     virtual bool Load(const CTCPARSE_KEYWORD* pBlock) = 0;
+
+    virtual EStrokePath GetStrokePath() const { return EStrokePath::None; }
 
     // Must agree with MergeHeight.
     virtual EMergeRule GetMergeRule() const { return EMergeRule::ByCall; }
