@@ -55,17 +55,18 @@ CScriptCall::CScriptCall(CTCPARSE_KEYWORD& keyword)
 {
 }
 
-bool CScriptCall::HasTypes(const char* pszTypes) const
+bool CScriptCall::HasTypes(std::string_view strTypes) const
 {
     const CTCPARSE_PARAM* pParam = m_Keyword.params;
-    for (; *pszTypes != '\0' && pParam != nullptr; ++pszTypes, pParam = pParam->next)
+    for (const char cType : strTypes)
     {
-        if (TYPE_LETTERS[pParam->type] != *pszTypes)
+        if (pParam == nullptr || TYPE_LETTERS[pParam->type] != cType)
         {
             return false;
         }
+        pParam = pParam->next;
     }
-    return *pszTypes == '\0' && pParam == nullptr;
+    return pParam == nullptr;
 }
 
 int32_t CScriptCall::GetInt(size_t iPlace) const

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 class CTCPARSE_KEYWORD;
 class CTCPARSE_PARAM;
@@ -15,9 +16,8 @@ class CScriptCall
 public:
     explicit CScriptCall(CTCPARSE_KEYWORD& keyword);
 
-    // Whether the arguments are exactly of these types: one letter each, i f s, v (a vector of
-    // three) or w (of four).
-    bool HasTypes(const char* pszTypes) const;
+    // Whether the arguments are exactly of these types, as those of SScriptKeyword.
+    bool HasTypes(std::string_view strTypes) const;
 
     // Of the argument at that place, which must be of the type.
     int32_t GetInt(size_t iPlace) const;

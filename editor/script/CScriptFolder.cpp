@@ -1,6 +1,7 @@
 #include "editor/script/CScriptFolder.h"
 
 #include "host/FileSystem.h"
+#include "host/ScriptKeywords.h"
 #include "parser/CTCParseNodes.h"
 #include "parser/KeywordValues.h"
 
@@ -15,20 +16,31 @@ namespace
 
 constexpr char SEPARATORS[] = "/\\";
 
-// Keywords that name a file first.
-constexpr const char* WRITING[] = {"save", "export_stl", "picture", "save_brushes", "save_bitmap"};
-constexpr const char* READING[] = {
-    "open", "brush_file", "paint_bitmap", "paint_brush", "path", "mask"};
+// Of a brush block.
+constexpr const char* BRUSH_FILES[] = {"path", "mask"};
 
-// Null for another keyword.
-template <size_t COUNT>
-const char* GetFile(const CTCPARSE_KEYWORD& keyword, const char* const (&keywords)[COUNT])
+// What the first argument of a keyword names, in a script or in the block of a brush.
+EKeywordFile GetFileUse(const CTCPARSE_KEYWORD& keyword)
+{
+    for (const SScriptKeyword& known : SCRIPT_KEYWORDS)
+    {
+        if (IsKeyword(&keyword, known.pszName))
+        {
+            return known.eFile;
+        }
+    }
+    const bool bBrushFile = std::any_of(std::begin(BRUSH_FILES),
+                                        std::end(BRUSH_FILES),
+                                        [&](const char* psz) { return IsKeyword(&keyword, psz); });
+    return bBrushFile ? EKeywordFile::Read : EKeywordFile::None;
+}
+
+// Null for a keyword that names none.
+const char* GetFile(const CTCPARSE_KEYWORD& keyword)
 {
     const CTCPARSE_PARAM* pParam = keyword.params;
     const bool bNamed = pParam != nullptr && pParam->type == tcparse_string &&
-                        std::any_of(std::begin(keywords),
-                                    std::end(keywords),
-                                    [&](const char* psz) { return IsKeyword(&keyword, psz); });
+                        GetFileUse(keyword) != EKeywordFile::None;
     return bNamed ? static_cast<const CTCPARSE_STRING*>(pParam)->value : nullptr;
 }
 
@@ -62,8 +74,7 @@ bool CScriptFolder::NamesWithin(const CTCPARSE_KEYWORD* pFirst,
     bool bNames = false;
     for (; pFirst != nullptr && !bNames; pFirst = pFirst->next)
     {
-        const char* pszFile = GetFile(*pFirst, WRITING);
-        pszFile = pszFile != nullptr ? pszFile : GetFile(*pFirst, READING);
+        const char* pszFile = GetFile(*pFirst);
         // A name that is not in the script's folder is looked for in the roots.
         bNames = (pszFile != nullptr && (fs::same_file(GetPath(pszFile).c_str(), strPath.c_str()) ||
                                          fs::same_file(pszFile, strPath.c_str()))) ||
@@ -74,20 +85,17 @@ bool CScriptFolder::NamesWithin(const CTCPARSE_KEYWORD* pFirst,
 
 bool CScriptFolder::WouldReplaceScript(const CTCPARSE_KEYWORD& keyword) const
 {
-    const char* pszFile = GetFile(keyword, WRITING);
-    return pszFile != nullptr && fs::same_file(GetPath(pszFile).c_str(), m_Script.c_str());
+    const char* pszFile = GetFile(keyword);
+    return pszFile != nullptr && GetFileUse(keyword) == EKeywordFile::Written &&
+           fs::same_file(GetPath(pszFile).c_str(), m_Script.c_str());
 }
 
 void CScriptFolder::LocateFiles(CTCPARSE_KEYWORD& keyword) const
 {
-    if (IsKeyword(&keyword, "brush_file") || IsKeyword(&keyword, "paint_bitmap") ||
-        IsKeyword(&keyword, "paint_brush"))
+    const EKeywordFile eUse = GetFileUse(keyword);
+    if (eUse != EKeywordFile::None)
     {
-        LocateFile(keyword, EUse::Read);
-    }
-    else if (IsKeyword(&keyword, "save_brushes") || IsKeyword(&keyword, "save_bitmap"))
-    {
-        LocateFile(keyword, EUse::Written);
+        LocateFile(keyword, eUse);
     }
     else
     {
@@ -113,12 +121,12 @@ void CScriptFolder::LocateNamed(CTCPARSE_KEYWORD* pFirst, const char* pszName) c
     {
         if (std::strcmp(pFirst->name, pszName) == 0)
         {
-            LocateFile(*pFirst, EUse::Read);
+            LocateFile(*pFirst, EKeywordFile::Read);
         }
     }
 }
 
-void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword, EUse eUse) const
+void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword, EKeywordFile eUse) const
 {
     CTCPARSE_PARAM* pParam = keyword.params;
     if (pParam == nullptr || pParam->type != tcparse_string)
@@ -128,7 +136,7 @@ void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword, EUse eUse) const
     const std::string strName = static_cast<CTCPARSE_STRING*>(pParam)->value;
     const std::string strPath = GetPath(strName);
     if (strName.empty() || strPath == strName ||
-        (eUse == EUse::Read && !fs::exists(strPath.c_str())))
+        (eUse == EKeywordFile::Read && !fs::exists(strPath.c_str())))
     {
         return;
     }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 class CTCPARSE_KEYWORD;
+enum class EKeywordFile : uint8_t;
 
 // The folder that relative paths of a script count from.
 class CScriptFolder
@@ -26,16 +28,10 @@ public:
     bool WouldReplaceScript(const CTCPARSE_KEYWORD& keyword) const;
 
 private:
-    enum class EUse
-    {
-        Read,
-        Written,
-    };
-
     bool NamesWithin(const CTCPARSE_KEYWORD* pFirst, const std::string& strPath, int nDepth) const;
     void LocateBrushFiles(CTCPARSE_KEYWORD* pFirst) const;
     void LocateNamed(CTCPARSE_KEYWORD* pFirst, const char* pszName) const;
-    void LocateFile(CTCPARSE_KEYWORD& keyword, EUse eUse) const;
+    void LocateFile(CTCPARSE_KEYWORD& keyword, EKeywordFile eUse) const;
 
     std::string m_Script; // absolute
     std::string m_Folder; // with its separator

@@ -8,6 +8,7 @@
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
 #include "host/NumberText.h"
+#include "host/ScriptKeywords.h"
 #include "host/Terrain.h"
 #include "host/TerrainSize.h"
 #include "host/World.h"
@@ -16,7 +17,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
+#include <utility>
 #include <vector>
 
 namespace
@@ -39,48 +40,37 @@ template <typename... TArguments> std::string Format(const char* pszFormat, TArg
 
 } // namespace
 
-const CScriptPlayer::SKeyword CScriptPlayer::KEYWORDS[] = {
-    {"level", "iv", &CScriptPlayer::PlayLevel},
-    {"open", "s", &CScriptPlayer::PlayOpen},
-    {"heights", "iis", &CScriptPlayer::PlayHeights},
-    {"brush", "", nullptr},
-    {"brush_file", "s", nullptr},
-    {"use_brush", "s", nullptr},
-    {"save_brushes", "s", nullptr},
-    {"mode", "s", nullptr},
-    {"keys", "s", &CScriptPlayer::PlayKeys},
-    {"press", "ff", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Position>},
-    {"move", "ffi", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Position>},
-    {"release", "ff", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Position>},
-    {"press_at", "v", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Hit>},
-    {"move_at", "vi", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Hit>},
-    {"release_at", "v", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Hit>},
-    {"press_miss", "", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Nothing>},
-    {"move_miss", "i", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Nothing>},
-    {"release_miss", "", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Nothing>},
-    {"paint_bitmap", "s", &CScriptPlayer::PlayPaint},
-    {"paint_restore", "ss", &CScriptPlayer::PlayPaint},
-    {"paint_function", "s", &CScriptPlayer::PlayPaint},
-    {"paint_color", "w", &CScriptPlayer::PlayPaint},
-    {"paint_mask", "i", &CScriptPlayer::PlayPaint},
-    {"paint_brush", "sf", &CScriptPlayer::PlayPaint},
-    {"paint_power", "f", &CScriptPlayer::PlayPaint},
-    {"paint_hardness", "f", &CScriptPlayer::PlayPaint},
-    {"paint_texel_mapping", "i", &CScriptPlayer::PlayPaint},
-    {"paint_undo", "", &CScriptPlayer::PlayPaint},
-    {"paint_redo", "", &CScriptPlayer::PlayPaint},
-    {"save_bitmap", "s", &CScriptPlayer::PlayPaint},
-    {"action", "ii", &CScriptPlayer::PlayAction},
-    {"undo", "", &CScriptPlayer::PlayUndo},
-    {"redo", "", &CScriptPlayer::PlayRedo},
-    {"auto_normals", "i", nullptr},
-    {"resolution", "i", nullptr},
-    {"save", "s", &CScriptPlayer::PlaySave},
-    {"export_stl", "s", &CScriptPlayer::PlayExportStl},
-    {"picture", "s", &CScriptPlayer::PlayPicture},
-    {"expect_height", "iiff", &CScriptPlayer::PlayExpectHeight},
-    {"expect_undo", "i", &CScriptPlayer::PlayExpectUndo},
-};
+CScriptPlayer::FPlay CScriptPlayer::FindHandler(std::string_view strName)
+{
+    static constexpr std::pair<std::string_view, FPlay> s_Handlers[] = {
+        {"level", &CScriptPlayer::PlayLevel},
+        {"open", &CScriptPlayer::PlayOpen},
+        {"heights", &CScriptPlayer::PlayHeights},
+        {"keys", &CScriptPlayer::PlayKeys},
+        {"press", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Position>},
+        {"move", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Position>},
+        {"release", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Position>},
+        {"press_at", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Hit>},
+        {"move_at", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Hit>},
+        {"release_at", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Hit>},
+        {"press_miss", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Nothing>},
+        {"move_miss", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Nothing>},
+        {"release_miss", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Nothing>},
+        {"action", &CScriptPlayer::PlayAction},
+        {"undo", &CScriptPlayer::PlayUndo},
+        {"redo", &CScriptPlayer::PlayRedo},
+        {"save", &CScriptPlayer::PlaySave},
+        {"export_stl", &CScriptPlayer::PlayExportStl},
+        {"picture", &CScriptPlayer::PlayPicture},
+        {"expect_height", &CScriptPlayer::PlayExpectHeight},
+        {"expect_undo", &CScriptPlayer::PlayExpectUndo},
+    };
+    static_assert(HasEachHandler(s_Handlers, EKeywordPlayer::Host));
+    return std::find_if(std::begin(s_Handlers),
+                        std::end(s_Handlers),
+                        [strName](const auto& handler) { return handler.first == strName; })
+        ->second;
+}
 
 CScriptPlayer::CScriptPlayer(CEditorHost& host,
                              CScriptCursor& cursor,
@@ -129,34 +119,25 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
 std::string CScriptPlayer::GetDeclarations()
 {
     std::string strText;
-    for (const SKeyword& keyword : KEYWORDS)
+    for (const SScriptKeyword& keyword : SCRIPT_KEYWORDS)
     {
-        strText += "!";
-        strText += keyword.pszName;
-        strText += "(";
-        for (const char* pszType = keyword.pszTypes; *pszType != '\0'; ++pszType)
+        strText.append("!").append(keyword.pszName).append("(");
+        const char* pszBefore = " ";
+        for (const char cType : std::string_view(keyword.pszTypes))
         {
-            strText += pszType == keyword.pszTypes ? " " : ", ";
-            const std::string strVector = *pszType == 'v' ? "v3" : *pszType == 'w' ? "v4" : "";
-            strText += strVector.empty() ? std::string(1, *pszType) : strVector;
+            strText += pszBefore;
+            pszBefore = ", ";
+            const std::string strVector = cType == 'v' ? "v3" : cType == 'w' ? "v4" : "";
+            strText += strVector.empty() ? std::string(1, cType) : strVector;
         }
-        strText += *keyword.pszTypes != '\0' ? " )\n" : ")\n";
+        strText += *keyword.pszTypes == '\0' ? ")\n" : " )\n";
     }
     return strText + GetBrushDeclarations(EBrushBlock::Script) + "\n";
 }
 
-const CScriptPlayer::SKeyword* CScriptPlayer::FindKeyword(const char* pszName)
-{
-    const auto* pKeyword = std::find_if(std::begin(KEYWORDS),
-                                        std::end(KEYWORDS),
-                                        [pszName](const SKeyword& keyword)
-                                        { return std::strcmp(keyword.pszName, pszName) == 0; });
-    return pKeyword != std::end(KEYWORDS) ? pKeyword : nullptr;
-}
-
 bool CScriptPlayer::PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
 {
-    const SKeyword* pKeyword = FindKeyword(keyword.name);
+    const SScriptKeyword* pKeyword = FindScriptKeyword(keyword.name);
     const CScriptCall call(keyword);
     if (pKeyword == nullptr)
     {
@@ -173,7 +154,7 @@ bool CScriptPlayer::PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
         strWhy = "would replace the script itself";
         return false;
     }
-    if (pKeyword->pPlay == nullptr)
+    if (pKeyword->ePlayer == EKeywordPlayer::Plugin)
     {
         return PlayPluginKeyword(keyword, strWhy);
     }
@@ -182,17 +163,16 @@ bool CScriptPlayer::PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
         strWhy = "takes no block";
         return false;
     }
-    return (this->*pKeyword->pPlay)(call, strWhy);
-}
-
-bool CScriptPlayer::PlayPaint(const CScriptCall& call, std::string& strWhy)
-{
+    if (pKeyword->ePlayer == EKeywordPlayer::Host)
+    {
+        return (this->*FindHandler(pKeyword->pszName))(call, strWhy);
+    }
     if (!m_Host.PrepareWindows())
     {
         strWhy = "there are no windows to paint with";
         return false;
     }
-    return PlayPluginKeyword(call.GetKeyword(), strWhy);
+    return PlayPluginKeyword(keyword, strWhy);
 }
 
 bool CScriptPlayer::PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 class CEditorHost;
 class CScriptCall;
@@ -43,20 +44,10 @@ public:
 private:
     using FPlay = bool (CScriptPlayer::*)(const CScriptCall&, std::string&);
 
-    struct SKeyword
-    {
-        const char* pszName;
-        const char* pszTypes; // of CScriptCall::HasTypes
-        FPlay pPlay;          // null: a keyword of the plug-in's own state
-    };
-
-    static const SKeyword KEYWORDS[];
-
-    static const SKeyword* FindKeyword(const char* pszName);
+    static FPlay FindHandler(std::string_view strName); // of a keyword that the host plays
     bool PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
     bool PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
 
-    bool PlayPaint(const CScriptCall& call, std::string& strWhy);
     bool PlayLevel(const CScriptCall& call, std::string& strWhy);
     bool PlayOpen(const CScriptCall& call, std::string& strWhy);
     bool PlayHeights(const CScriptCall& call, std::string& strWhy);

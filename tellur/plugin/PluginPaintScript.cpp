@@ -2,6 +2,7 @@
 
 #include "host/FileSystem.h"
 #include "host/Image.h"
+#include "host/ScriptKeywords.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 #include "tellur/context/CommandIds.h"
@@ -188,6 +189,7 @@ constexpr std::pair<const char*, FPaint> KEYWORDS[] = {
     {"paint_redo", &PaintStep<DRAW_REDO>},
     {"save_bitmap", &SaveBitmap},
 };
+static_assert(HasEachHandler(KEYWORDS, EKeywordPlayer::PluginInWindows));
 
 } // namespace
 

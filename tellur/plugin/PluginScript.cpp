@@ -7,6 +7,7 @@
 #include "host/Log.h"
 #include "host/ModeManager.h"
 #include "host/NumberText.h"
+#include "host/ScriptKeywords.h"
 #include "host/Terrain.h"
 #include "host/TerrainSize.h"
 #include "parser/DeclarativeText.h"
@@ -45,6 +46,7 @@ EScriptResult IPluginImpl::Play(const CTCPARSE_KEYWORD* pKeyword, std::string& s
         {"auto_normals", &IPluginImpl::PlayAutoNormals},
         {"resolution", &IPluginImpl::PlayResolution},
     };
+    static_assert(HasEachHandler(keywords, EKeywordPlayer::Plugin));
     const auto* pFound = std::find_if(std::begin(keywords),
                                       std::end(keywords),
                                       [pKeyword](const auto& keyword)
