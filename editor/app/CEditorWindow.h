@@ -103,8 +103,6 @@ private:
     void MakeToolsMenu();
     void FillRecentFiles();
     void FillMaterials();
-    void AddViewAction(
-        QMenu& menu, const char* pszId, const char* pszText, SKeyChord key, int32_t iAction);
     SViewEvents MakeViewEvents();
 
     void OnLevel(); // another level, or another look of it

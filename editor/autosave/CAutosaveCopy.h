@@ -48,8 +48,6 @@ public:
 
     bool IsRunning() const { return m_Child > 0; }
 
-    uint32_t GetNumber() const { return m_Number; } // of the last one
-
 private:
     struct SDying
     {

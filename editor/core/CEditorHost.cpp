@@ -151,7 +151,6 @@ void CEditorHost::OnTerrainChanged()
 
 void CEditorHost::RefreshAfterReload()
 {
-    ++m_Counters.nReloads;
     NotifyLevelChanged();
     if (!m_bReplaced)
     {
@@ -195,7 +194,6 @@ std::string CEditorHost::BrowseForFile(EFileDialog eKind,
 
 void CEditorHost::RedrawViews()
 {
-    ++m_Counters.nRedraws;
     m_Face.RedrawViews();
 }
 

@@ -22,10 +22,8 @@ class IHostFace;
 // How often the plug-in asked for something that only shows.
 struct SHostCounters
 {
-    uint64_t nRedraws = 0;        // RedrawViews
     uint64_t nRefreshes = 0;      // RefreshView
     uint64_t nTerrainChanged = 0; // OnTerrainChanged
-    uint64_t nReloads = 0;        // RefreshAfterReload
 };
 
 // The host: the one implementation of EditorHost that the editor and the script player share. Owns
@@ -64,7 +62,6 @@ public:
                        const SStepBlock& step);
     void SendButtonUp(ViewId view, uint32_t uFlags, const SButtonBlock& block);
     void SendAction(ViewId view, int32_t iAction, uint32_t uCount);
-    void SendNotify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird);
     // Runs a plug-in's command by its global number. False when it is no plug-in's.
     bool SendCommand(uint32_t uCommand);
     // Sends the release of a button that is held, where the cursor was last: the capture is lost,

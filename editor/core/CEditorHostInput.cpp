@@ -165,18 +165,6 @@ void CEditorHost::SendAction(ViewId view, int32_t iAction, uint32_t uCount)
               [&](IPlugin& plugin) { plugin.OnAction(view, iAction, uCount); });
 }
 
-void CEditorHost::SendNotify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird)
-{
-    Guard("CEditorHost::SendNotify",
-          [&]
-          {
-              for (IPlugin* pPlugin : m_Registry.GetInput())
-              {
-                  pPlugin->Notify(uFirst, uSecond, uThird);
-              }
-          });
-}
-
 bool CEditorHost::SendCommand(uint32_t uCommand)
 {
     IPlugin* pTarget = nullptr;

@@ -88,28 +88,6 @@ const SKeyCommand* CKeyBindings::FindById(const std::string& strId) const
     return found != m_Commands.end() ? &*found : nullptr;
 }
 
-const SKeyCommand* CKeyBindings::FindByKey(const SKeyChord& key,
-                                           const std::string& strContext) const
-{
-    const SKeyCommand* pEverywhere = nullptr;
-    for (const SKeyCommand& command : m_Commands)
-    {
-        if (key.uKey == 0 || command.key != key)
-        {
-            continue;
-        }
-        if (!command.strContext.empty() && command.strContext == strContext)
-        {
-            return &command;
-        }
-        if (command.strContext.empty() && pEverywhere == nullptr)
-        {
-            pEverywhere = &command;
-        }
-    }
-    return pEverywhere;
-}
-
 bool CKeyBindings::Set(const std::string& strId, const SKeyChord& key)
 {
     for (SKeyCommand& command : m_Commands)

@@ -44,9 +44,7 @@ public:
 
     const std::vector<SKeyCommand>& GetCommands() const { return m_Commands; } // as they were added
 
-    // Null when there is none. FindByKey: of the context, else one that counts everywhere.
-    const SKeyCommand* FindById(const std::string& strId) const;
-    const SKeyCommand* FindByKey(const SKeyChord& key, const std::string& strContext) const;
+    const SKeyCommand* FindById(const std::string& strId) const; // null when there is none
 
     bool Set(const std::string& strId, const SKeyChord& key); // false for an unknown id
     void Reset();                                             // all defaults

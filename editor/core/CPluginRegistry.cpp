@@ -1,7 +1,6 @@
 #include "editor/core/CPluginRegistry.h"
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace
@@ -73,17 +72,4 @@ void CPluginRegistry::Clear()
     m_Processes.clear();
     m_Menus.clear();
     m_ToolBars.clear();
-}
-
-IEditorAction* CPluginRegistry::FindProcess(const char* pszName) const
-{
-    for (const std::unique_ptr<IEditorAction>& pProcess : m_Processes)
-    {
-        const char* pszProcess = pProcess->GetName();
-        if (pszName != nullptr && pszProcess != nullptr && std::strcmp(pszProcess, pszName) == 0)
-        {
-            return pProcess.get();
-        }
-    }
-    return nullptr;
 }

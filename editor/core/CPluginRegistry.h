@@ -43,9 +43,6 @@ public:
     // Destroys the processes and forgets the rest.
     void Clear();
 
-    // The process of that name, null when there is none; borrowed.
-    IEditorAction* FindProcess(const char* pszName) const;
-
     const std::vector<IPlugin*>& GetInput() const { return m_Input; }
 
     const std::vector<IPlugin*>& GetSettings() const { return m_Settings; }

@@ -25,8 +25,6 @@ public:
     const char* GetString(size_t iPlace) const;
     SVec3 GetVec3(size_t iPlace) const;
 
-    CTCPARSE_KEYWORD& GetKeyword() const { return m_Keyword; }
-
     // The call as a person reads it, as in "move( 1, 2.5, 3 )"; long ones are cut. One line.
     std::string GetText() const;
 

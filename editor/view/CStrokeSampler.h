@@ -72,9 +72,6 @@ public:
 
     bool IsActive() const { return m_IsActive; }
 
-    // The point that was sent last, or that of the press.
-    const SStrokePoint& GetLastPoint() const { return m_Last; }
-
 private:
     struct SPosition
     {

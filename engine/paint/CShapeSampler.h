@@ -26,8 +26,6 @@ public:
     // Keeps a copy as one byte a pixel; null: no shape.
     void SetShape(const IImage* pShape);
 
-    bool HasShape() const { return m_Shape != nullptr; }
-
     const IImage* GetShape() const { return m_Shape.get(); } // grey, null without one
 
     // Prepares the columns of a box. False without a shape, and for a box of no width.

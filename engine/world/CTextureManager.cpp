@@ -124,9 +124,3 @@ bool CTextureManager::Reload(const char* pszName)
     texture.Replace(std::move(pImage), std::move(pPalette));
     return true;
 }
-
-uint32_t CTextureManager::GetUserCount(const char* pszName) const
-{
-    const auto found = m_Entries.find(MakeKey(pszName));
-    return found != m_Entries.end() ? found->second.uUsers : 0;
-}

@@ -31,8 +31,6 @@ public:
 
     uint32_t GetCount() const { return static_cast<uint32_t>(m_Entries.size()); }
 
-    uint32_t GetUserCount(const char* pszName) const; // 0 when it is not loaded
-
 private:
     struct SEntry
     {

@@ -11,11 +11,6 @@
 CWorld::CWorld() = default;
 CWorld::~CWorld() = default;
 
-void CWorld::OnTexturesChanged()
-{
-    ++m_TexturesRevision;
-}
-
 ITexture* CWorld::CreateTextureFromImage(const IImage* pImage, const char* pszName)
 {
     std::unique_ptr<IImage> pCopy(IL_CreateImageFromImage(pImage));

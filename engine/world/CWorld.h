@@ -20,7 +20,8 @@ public:
     CWorld();
     ~CWorld() override;
 
-    void OnTexturesChanged() override;
+    void OnTexturesChanged() override {} // whoever draws them looks at their own revisions
+
     ITexture* CreateTextureFromImage(const IImage* pImage, const char* pszName) override;
     uint32_t RegisterTerrainTexture(ITexture* pTexture, const char* pszName) override;
     void ReleaseTexture(ITexture* pTexture) override;
@@ -66,11 +67,6 @@ public:
     // gone.
     ITexture* FindTerrainTexture(uint32_t uHandle) const;
 
-    // Grows with each OnTexturesChanged.
-    uint32_t GetTexturesRevision() const { return m_TexturesRevision; }
-
-    uint32_t GetCreatedTextureCount() const { return static_cast<uint32_t>(m_Textures.size()); }
-
     uint32_t GetRegistrationCount() const { return static_cast<uint32_t>(m_Shown.size()); }
 
 private:
@@ -89,5 +85,4 @@ private:
     std::vector<std::unique_ptr<CTexture>> m_Textures;
     std::map<uint32_t, SShownTexture> m_Shown; // by handle
     uint32_t m_LastHandle = 0;
-    uint32_t m_TexturesRevision = 0;
 };

@@ -37,8 +37,6 @@ protected:
     // Loads the cursor from the current resource module. traits: static storage.
     explicit CTellurBaseFunction(const SFunctionTraits& traits);
 
-    const SFunctionTraits& GetTraits() const { return *m_Traits; }
-
 private:
     const SFunctionTraits* m_Traits;
     CursorHandle m_Cursor;

@@ -25,8 +25,6 @@ public:
     // Which of red (1), green (2) and blue (4) the swatch shows; the numbers are there with all.
     void SetDisplayChannels(uint32_t uChannels);
 
-    uint32_t GetDisplayChannels() const { return m_Channels; }
-
     void SetShowText(bool bShow) { m_bShowText = bShow; }
 
 protected:

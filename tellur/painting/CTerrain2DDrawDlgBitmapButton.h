@@ -16,8 +16,6 @@ public:
 
     void SetImage(const IImage* pImage); // copied; null: none
 
-    bool HasImage() const { return m_Image != nullptr; }
-
 protected:
     void DrawItem(const SDrawItem& item) override;
 

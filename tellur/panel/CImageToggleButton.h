@@ -25,8 +25,6 @@ public:
 
     void SetChecked(bool bChecked);
 
-    bool IsChecked() const { return m_bChecked; }
-
 protected:
     bool OnLButtonDown(const SMouseEvent& event) override;
     void DrawItem(const SDrawItem& item) override;

@@ -16,8 +16,6 @@ public:
 
     void SetValueText(const std::string& strText) override;
 
-    int GetState() const { return m_State; } // ECheckState
-
 protected:
     bool OnNotify(SNotification& notification) override;
     void DrawItem(const SDrawItem& item) override;
