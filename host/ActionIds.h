@@ -2,7 +2,8 @@
 
 #include <cstdint>
 
-// Numbers of keyboard actions that host and plug-in both know.
+// Numbers of keyboard actions that host and plug-in both know; they come with IPlugin::OnAction and
+// IEditorMode::OnAction.
 
 // What the terrain tool registers with EditorHost::RegisterActions.
 enum ETerrainAction : int32_t

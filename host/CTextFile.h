@@ -4,7 +4,8 @@
 
 #include <string>
 
-// Takes what is written to it as text.
+// Takes what is written to it as text: for whoever has an operation write to a file that it does
+// not want on the disk. Is open from the start; write, then GetText; any thread.
 class CTextFile : public fs::ifile
 {
 public:

@@ -1,5 +1,7 @@
 #pragma once
 
+// Two marks of the compiler for declarations; nothing here is called.
+
 // Marks what a shared library of the project hands out; everything else stays hidden.
 #define TELLUR_API __attribute__((visibility("default")))
 

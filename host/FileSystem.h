@@ -11,7 +11,13 @@
 // same separator on input. A relative path is looked for in the user root (read and write), then in
 // the data root (read only); a name that is not there as written is found without regard to case.
 // Nothing here throws; only making a file and what gives a path may find no memory for that.
-// Implemented by the engine library. UI thread only.
+// Implemented by the engine library. UI thread only; nothing here calls back.
+//
+// Order of calls: a program sets the roots first. Reading: open, then read, seek and the rest,
+// close or the destructor. Writing: open, write, close, whose answer says whether the target is the
+// new file; discard, or the destructor alone, keeps the old one. A fault sticks until the next
+// open, so a writer need look at close only. Files that belong together: a commit_group, each file
+// as above, then commit. Paths that are null count as "", which is no file.
 namespace fs
 {
 
@@ -43,26 +49,27 @@ private:
 class TELLUR_API file
 {
 public:
-    file();
+    file();          // closed
     virtual ~file(); // an open write that was not closed is abandoned
     file(const file&) = delete;
     file& operator=(const file&) = delete;
 
-    // uMode: EOpenMode. uFlags: none are defined, pass 0. False when it cannot be opened (a folder
-    // is no file).
+    // pszPath: copied; null is no file. uMode: EOpenMode. uFlags: none are defined, pass 0. False
+    // when it cannot be opened (a folder is no file), and the file is closed.
     virtual bool open(const char* pszPath, uint32_t uMode, uint32_t uFlags = 0);
 
-    // Bytes read or written; less than asked at the end of the file or on a fault. A write fault
-    // sticks: close then returns false.
+    // Bytes read or written, of the nBytes that the caller's buffer has; less than asked at the end
+    // of the file or on a fault. A write fault sticks: close then returns false.
     virtual size_t read(void* pDest, size_t nBytes);
     virtual size_t write(const void* pSource, size_t nBytes);
 
-    virtual bool seek(uint64_t nPosition); // bytes from the start
+    virtual bool seek(uint64_t nPosition); // bytes from the start; false on a fault, nothing moves
+    // Position and length in bytes, 0 when closed; eof is true at the end and when closed.
     virtual uint64_t tell() const;
     virtual uint64_t length() const;
     virtual bool eof() const;
     virtual bool set_eof();           // cuts the file at the current position, write mode only
-    virtual const char* name() const; // the path as it was passed to open; empty when closed
+    virtual const char* name() const; // as it was passed to open, borrowed; empty when closed
 
     // Write mode: flush, fsync, rename; inside a commit_group the rename waits for its commit.
     // False when anything failed since open; the target is then untouched. False too when no file
@@ -117,13 +124,16 @@ private:
 class TELLUR_API ifile : public file
 {
 public:
-    // Bytes written, or -1 on a fault (which sticks like that of write).
+    // Bytes written, or -1 on a fault (which sticks like that of write). The format must not be
+    // null.
     virtual int printf(const char* pszFormat, ...) TELLUR_PRINTF(2, 3);
     ifile& operator<<(const char* pszText);
 };
 
+// False for null. exists: file or folder, in either root. read_only: it is there and this user may
+// not write it.
 TELLUR_API bool exists(const char* pszPath);
-TELLUR_API bool read_only(const char* pszPath); // false when it does not exist
+TELLUR_API bool read_only(const char* pszPath);
 
 // Turns separators to '/', drops "." and double separators, resolves "..". bLower: lower case too,
 // as texture names in caches compare. strDest may be the source's own string.
@@ -133,7 +143,7 @@ TELLUR_API void path_normalize(std::string& strDest, const char* pszSource, bool
 // when there is none, the path below the user root.
 TELLUR_API std::string root_path(const char* pszPath);
 
-// Whether writing one of them changes or replaces the file that the other one means: one name
+// True when writing one of them changes or replaces the file that the other one means: one name
 // spelled in two ways, a link, a second name of a file. Files that are not there yet count by name.
 // False for devices and pipes, and for two descriptors of this process (/dev/stdout): what is
 // written through there comes one after the other.
@@ -143,7 +153,8 @@ TELLUR_API bool same_file(const char* pszLeft, const char* pszRight);
 // in errno, when it cannot be opened; EINVAL for a plain file and for a name that is free.
 TELLUR_API int open_stream(const char* pszPath);
 
-// As the C run-time's: 0 on success, -1 otherwise. rename does not overwrite an existing target.
+// As the C run-time's: 0 on success, -1 otherwise and for null. rename does not overwrite an
+// existing target.
 TELLUR_API int rename(const char* pszFrom, const char* pszTo);
 TELLUR_API int remove(const char* pszPath);
 

@@ -3,7 +3,9 @@
 #include <cstdint>
 
 // Value types that cross the boundary between host, engine and plug-in. All are plain records of
-// 32-bit numbers and are copied freely.
+// 32-bit numbers and are copied freely; none has operations. An event of the mouse travels so: the
+// host has the numbers, IPlugin gets them one by one, packs them into the blocks below for the
+// ModeManager, and the mode gets a ViewPoint and the addresses of blocks.
 
 // A point or a direction. x and z are horizontal, y points up. Terrain units unless said otherwise.
 struct SVec3

@@ -6,7 +6,13 @@
 class IImage;
 
 // The terrain-type bitmap that the plug-in paints, and what of it is saved. See IPlugin.h for how a
-// host gets it.
+// host gets it. The host calls it on the UI thread, and nothing here calls back but StepPaint and
+// SaveBitmap, which redraw and log.
+//
+// A recorder and an autosave look at GetBitmapRevision after each event and take GetBitmap where it
+// is another one. A window asks WouldDropPainting before a mode becomes current, GetUnreadBitmap
+// after, and GetUnsavedBitmap before it closes. StepPaint is what undo is while IsPainting
+// (IPluginTools); it is not called during a drag.
 class IPluginPainting
 {
 public:

@@ -9,6 +9,15 @@ class ifile;
 }
 class CTCPARSE_KEYWORD;
 
+// Lets a script player or a recorder reach the plug-in's own state. See IPlugin.h for how a host
+// gets it. The host calls it on the UI thread, from Initialize to NOTIFY_HOST_GOES.
+//
+// Playing: each keyword in file order, between the events that the script sends, with the level
+// open that it is meant for. Recording: WriteState before each press; where the text is another one
+// than last time it is a piece of the script. Playing what was written gives the same state, bit
+// for bit. Play may make a mode current, show a dialog, save a file, and change the level's
+// resolution, so it calls the host as a command does. WriteState changes nothing.
+
 enum class EScriptResult : uint32_t
 {
     Unknown, // not a keyword of the plug-in
@@ -16,7 +25,6 @@ enum class EScriptResult : uint32_t
     Failed,
 };
 
-// Lets a script or a recorder reach the plug-in's own state. See IPlugin.h for how a host gets it.
 class IPluginScript
 {
 public:
@@ -26,6 +34,7 @@ public:
     // resolution, and those that paint, of which the first opens the draw dialog. pKeyword:
     // borrowed for the call. strWhy: one line without a line feed when the result is Failed.
     virtual EScriptResult Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy) = 0;
-    // Writes the current state as the same keywords. False on a file fault.
+    // Appends the current state as the same keywords. file: borrowed, open for writing. False on a
+    // file fault.
     virtual bool WriteState(fs::ifile& file) = 0;
 };

@@ -3,6 +3,16 @@
 #include <cstddef>
 #include <cstdint>
 
+// How strokes feel and what they came to, for a host whose views draw them. See IPlugin.h for how a
+// host gets it. The host calls it on the UI thread.
+//
+// Order of calls for one stroke: BeginSmoothing where it is to smooth; GetStrokeSpacing; the press;
+// then for each position GetPressHeights, to aim at, which may come from within the plug-in's
+// PickTerrain, and the move; TakePointOutcome after the press, each move and the release, to tell
+// the person; the release; EndSmoothing. TakeDragStatistics before the press, to forget what was,
+// and after the release. DropDrag in place of the release, after a call of the plug-in has ended in
+// std::bad_alloc; a release that follows is ignored.
+
 // What the drags since the last query did, summed over their operation points.
 struct SDragStatistics
 {
@@ -37,7 +47,6 @@ struct SPointOutcome
     float fValue = 0.0F; // the fade distance, the vertical distance, or the height of the limit
 };
 
-// How strokes feel and what they came to. See IPlugin.h for how a host gets it.
 class IPluginStrokes
 {
 public:
@@ -48,8 +57,8 @@ public:
     // it is now, and further where points that overlap add up. Looks at the whole brush image. 0
     // where the moves of a drag are no path on the ground.
     virtual float GetStrokeSpacing() = 0;
-    // The heights of before the press while a drag sculpts, row by row, and how many they are; null
-    // without such a drag. Borrowed until the plug-in is called again.
+    // The heights of before the press while a drag sculpts, row by row, nCount of them; null, and
+    // nCount untouched, without such a drag. Borrowed until the plug-in is called again.
     virtual const float* GetPressHeights(size_t& nCount) = 0;
     // Of the latest point since the last query; reads and clears it.
     virtual SPointOutcome TakePointOutcome() = 0;

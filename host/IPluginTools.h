@@ -3,6 +3,14 @@
 #include <cstdint>
 #include <string>
 
+// The tool at hand, and what the keys of an editor do to it. See IPlugin.h for how a host gets it.
+// The host calls it on the UI thread.
+//
+// What is at hand can be asked at any time, also during a drag and from within a call of the
+// plug-in's. What changes it is not called during a drag, whose brush stays as it was at the press;
+// it goes the way of the panel: an open panel and the views follow, TakeTool switches modes as
+// ModeManager::ActivateMode does, and ChooseMask waits for the person.
+
 // A number of the brush at hand that a key can change.
 enum class EBrushValue : uint32_t
 {
@@ -13,23 +21,18 @@ enum class EBrushValue : uint32_t
             // half width of what is averaged
 };
 
-// The tool at hand, and what the keys of an editor do to it. See IPlugin.h for how a host gets it.
 class IPluginTools
 {
 public:
     virtual ~IPluginTools() = default;
 
     // What is at hand.
-    //
-    // Whether the mode that sculpts is current.
-    virtual bool IsTerraforming() = 0;
-    // Whether the mode that paints the terrain-type bitmap is current and has one.
-    virtual bool IsPainting() = 0;
+    virtual bool IsTerraforming() = 0; // true: the mode that sculpts is current
+    virtual bool IsPainting() = 0;     // true: the mode that paints is current and has a bitmap
     // Class name of the current brush's function, or the name of the one that paints; empty without
     // one.
     virtual std::string GetFunctionName() = 0;
-    // The same as a person reads it: "Set height".
-    virtual std::string GetToolName() = 0;
+    virtual std::string GetToolName() = 0; // the same as a person reads it: "Set height"
     // Side of the footprint of the current brush, or of what is painted; terrain units, 0 without
     // one.
     virtual float GetBrushExtent() = 0;
@@ -38,7 +41,7 @@ public:
     // Whether the current brush's function looks at Ctrl (only raise) and Alt (only lower).
     virtual bool HeedsMinMax() = 0;
 
-    // What keys do to it, as the panel would; an open panel follows. None of these logs a refusal.
+    // What keys do to it. None of these logs a refusal.
     //
     // The tool brush of a function, by class name, becomes current and the mode that sculpts is
     // switched on; a tool that is up stays. Null: the one that was up last, at first the one that
@@ -49,12 +52,13 @@ public:
     // width, a height at most the terrain's, another amount 1 to 1000.
     virtual float GetBrushValue(EBrushValue eValue) = 0;
     virtual float SetBrushValue(EBrushValue eValue, float fValue) = 0;
-    // Turns raising into lowering and back. fHeight: what the tool adds now. False for a function
-    // that has no inverse, and without one.
+    // Turns raising into lowering and back. fHeight: what the tool adds now. False, and fHeight of
+    // no meaning, for a function that has no inverse, and without one.
     virtual bool InvertTool(float& fHeight) = 0;
     // Gives the height to the tool that sets one. False for another function, and without one.
     virtual bool SetToolHeight(float fHeight) = 0;
-    // The picture that protects parts of the terrain from the current brush; empty: none.
+    // The picture that protects parts of the terrain from the current brush, empty for none, and
+    // whether it is switched on; false without a brush, which EnableMask ignores.
     virtual std::string GetMaskPath() = 0;
     virtual bool IsMaskEnabled() = 0;
     virtual void EnableMask(bool bEnable) = 0;

@@ -6,7 +6,9 @@
 #include <cstdint>
 
 // The image library. Pixels lie row by row, top row first, no padding between rows. Colour channels
-// are stored red first. Implemented by the engine library.
+// are stored red first. Implemented by the engine library. Plain functions without an order, UI
+// thread; they read and write files through fs, log and report progress, and call nothing else.
+// Images and palettes are the caller's, who deletes them through these interfaces.
 
 constexpr uint32_t IMAGE_MAX_SIDE = 32768; // pixels
 
@@ -23,7 +25,7 @@ class IPalette
 {
 public:
     virtual ~IPalette() = default;
-    virtual uint32_t GetCount() const = 0;
+    virtual uint32_t GetCount() const = 0; // 1 to 256
     // Red, green, blue of one entry, borrowed; null for an index at or above the count.
     virtual const uint8_t* GetEntry(uint32_t uIndex) const = 0;
     // The first entry with exactly these three bytes, else the nearest one (squared distance).
@@ -35,11 +37,12 @@ class IImage
 {
 public:
     virtual ~IImage() = default;
-    virtual uint32_t GetWidth() const = 0;
-    virtual uint32_t GetHeight() const = 0;
+    virtual uint32_t GetWidth() const = 0;        // pixels, 1 to 32768
+    virtual uint32_t GetHeight() const = 0;       // as the width
     virtual uint32_t GetBitsPerPixel() const = 0; // 8, 24 or 32
-    virtual EImageFormat GetFormat() const = 0;
-    virtual uint8_t* GetRawData() = 0; // width * height * bits / 8 bytes, null when there are none
+    virtual EImageFormat GetFormat() const = 0;   // never Unknown
+    // width * height * bits / 8 bytes, the image's; null when there are none.
+    virtual uint8_t* GetRawData() = 0;
     virtual const uint8_t* GetRawData() const = 0;
 };
 
@@ -58,8 +61,9 @@ TELLUR_API IPalette* IL_LoadPalette(const char* pszPath);
 TELLUR_API IImage* IL_CreateImageFromImage(const IImage* pImage,
                                            EImageFormat eFormat = EImageFormat::Unknown);
 
-// A new image that copies the buffer; a null buffer gives zeros. Null when a size is 0 or above
-// 32768 or the format is not one of the table.
+// A new image, owned by the caller, that copies the buffer of width * height * bits / 8 bytes; a
+// null buffer gives zeros. Null when a size is 0 or above 32768 or the format is not one of the
+// table.
 TELLUR_API IImage* IL_CreateImageFromBufferFormat(uint32_t uWidth,
                                                   uint32_t uHeight,
                                                   EImageFormat eFormat,

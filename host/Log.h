@@ -6,19 +6,21 @@
 
 // The one log of a process, shared by host and plug-in. Texts are printf-style and end in their own
 // line feed; a message names its class and method in square brackets first. Implemented by the
-// engine library. UI thread only.
+// engine library. UI thread only, any order: until a program has set a sink, stderr is it. A sink
+// must not log.
 
-// Failures of any kind.
+// Failures of any kind. Texts of all three are borrowed for the call.
 TELLUR_API void CrashLog(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);
 
 // How many pieces came through CrashLog since the process began. Whoever takes it before and after
 // an operation knows whether that has reported a fault.
 TELLUR_API uint64_t GetCrashLogCount();
 
-// Refusals that are no failure, such as a mode that may not be left now.
+// As CrashLog, for refusals that are no failure, such as a mode that may not be left now.
 TELLUR_API void LogR(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);
 
-// Logs the text and ends the process with exit code 3. Only for faults of the build itself.
+// Logs the text, borrowed, and ends the process with exit code 3. Only for faults of the build
+// itself.
 [[noreturn]] TELLUR_API void CrashExit(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);
 
 // Where the log goes. The default sink writes to stderr.

@@ -6,6 +6,8 @@
 
 // One short line for the person about what was done and would otherwise be silent. Failures are no
 // business of it, they are logged. Implemented by the engine library. UI thread only.
+// The program sets its sink once; whoever has done something calls Notice when it is done, outside
+// of drags. The sink must not call the level.
 class INoticeSink
 {
 public:
@@ -18,7 +20,7 @@ public:
 // pSink: borrowed until the next call; null: nobody reads. Returns the sink before.
 TELLUR_API INoticeSink* SetNoticeSink(INoticeSink* pSink);
 
-TELLUR_API void Notice(const char* pszText); // nothing without a sink
+TELLUR_API void Notice(const char* pszText); // as in OnNotice, borrowed; nothing without a sink
 
 // Takes the time of a save from its own start.
 class TELLUR_API CSaveNotice

@@ -8,10 +8,12 @@
 #include <type_traits>
 
 // Numbers as text, with a decimal point whatever the locale of the process says: a window system
-// and a host may set it, and files, fields and messages must read the same everywhere.
+// and a host may set it, and files, fields and messages must read the same everywhere. Plain
+// functions, any thread, any order.
 
 constexpr std::string_view TEXT_BLANKS = " \t\r\n";
 
+// The text without blanks in front and behind, a part of the argument.
 inline std::string_view TrimBlanks(std::string_view strText)
 {
     const size_t iStart = strText.find_first_not_of(TEXT_BLANKS);
@@ -31,8 +33,8 @@ inline std::string_view TakeWord(std::string_view& strRest)
     return strWord;
 }
 
-// The whole text without surrounding blanks must be one finite number of the type's range; value
-// is untouched otherwise.
+// The whole text without surrounding blanks must be one finite number of the type's range; false,
+// and value is untouched, otherwise.
 template <class TNumber> bool ParseNumber(std::string_view strText, TNumber& value)
 {
     const std::string_view strNumber = TrimBlanks(strText);
@@ -54,7 +56,8 @@ template <class TNumber> bool ParseNumber(std::string_view strText, TNumber& val
     return true;
 }
 
-// As ParseNumber, for what a person types: a plus in front, and a comma for the point.
+// As ParseNumber, false like it, for what a person types: a plus in front, and a comma for the
+// point.
 template <class TNumber> bool ParseTypedNumber(std::string_view strText, TNumber& value)
 {
     std::string strNumber(TrimBlanks(strText));
@@ -63,7 +66,8 @@ template <class TNumber> bool ParseTypedNumber(std::string_view strText, TNumber
     return ParseNumber(strNumber, value);
 }
 
-// Floating numbers: the shortest text that reads back to the same bits.
+// Puts the number behind the text. Floating numbers: the shortest text that reads back to the same
+// bits.
 template <class TNumber> void AppendNumber(std::string& strText, TNumber value)
 {
     char szNumber[40];

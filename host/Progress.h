@@ -5,6 +5,11 @@
 #include <algorithm>
 #include <cstdint>
 
+// Progress of long work, and its end before time. The program sets its sink once. Whoever works
+// makes a CProgressSteps for a loop, or calls ReportProgress about a hundred times, and stops where
+// it gives false: it undoes what it began and fails, without a logged line. A sink is called inside
+// the work.
+
 // How far a long piece of work has come, and the wish to stop it. Whoever works calls
 // ReportProgress now and then; whoever has a window shows it. Implemented by the engine library. UI
 // thread only.
@@ -23,8 +28,8 @@ public:
 // pSink: borrowed until the next call; null: nobody looks. Returns the sink before.
 TELLUR_API IProgressSink* SetProgressSink(IProgressSink* pSink);
 
-// True to go on, always so without a sink. False: undo what was begun and fail. Cheap enough for a
-// hundred calls a job, not for one a vertex.
+// pszWhat: as in OnProgress. True to go on, always so without a sink. False: undo what was begun
+// and fail. Cheap enough for a hundred calls a job, not for one a vertex.
 TELLUR_API bool ReportProgress(const char* pszWhat, float fDone);
 
 // While one lives, all work goes on to its end whatever a sink answers: half of it

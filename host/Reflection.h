@@ -8,7 +8,13 @@
 
 // Reflection of the engine core: classes list their tunable members as fields; property grids,
 // brush files and actions read and write members by name and text. Implemented by the engine
-// library.
+// library. UI thread.
+//
+// Order of calls: a class has a static CRTTI, made when its library is opened; its registration
+// routine, called from there, makes a field for each member and gives it to RegisterField. From
+// then on anybody may look at the class and read and write the fields of its objects, in any order.
+// The library's close takes the class away: no object of it and no pointer to a field may be left.
+// Setting a field calls OnFieldChanged of its object before it returns.
 
 namespace fs
 {
@@ -149,6 +155,7 @@ public:
     bool Save(fs::file& file, const CRTTIObject* pObject) const;
     bool Load(fs::file& file, CRTTIObject* pObject);
 
+    // The names of the values, borrowed; null for other types than enumerations and flags.
     virtual const CEnumInfo* GetEnumInfo() const { return nullptr; }
 
     void* GetAddress(CRTTIObject* pObject) const { return m_Address(pObject); }
@@ -156,7 +163,8 @@ public:
     const void* GetAddress(const CRTTIObject* pObject) const;
 
 protected:
-    // Parses into the member; leaves it when the text is no value of the type.
+    // Parses into the member; false, and it stays, when the text is no value of the type. Neither
+    // is null.
     virtual bool Parse(CRTTIObject* pObject, const char* pszText) = 0;
 
     std::string m_Name;
@@ -172,7 +180,7 @@ protected:
     FAddress m_Address;
 };
 
-// FAddress of a member: RTTI_MEMBER_ADDRESS(CSetHeightFunction, m_Height).
+// FAddress of a member, the object's own: RTTI_MEMBER_ADDRESS(CSetHeightFunction, m_Height).
 template <class TOwner, auto TMember> void* GetMemberAddress(CRTTIObject* pObject)
 {
     return &(static_cast<TOwner*>(pObject)->*TMember);
@@ -249,7 +257,7 @@ public:
     CRTTIObject& operator=(const CRTTIObject&) = default;
     virtual ~CRTTIObject() = default;
 
-    virtual const CRTTI* GetRTTI() const = 0;
+    virtual const CRTTI* GetRTTI() const = 0; // of its own class, static, never null
 
     // A field of the class or of one of its bases, most derived first; null when there is none.
     CRTTIField* FindField(const char* pszName) const;
@@ -266,9 +274,10 @@ public:
     bool SaveFields(fs::file& file) const;
     bool LoadFields(fs::file& file);
 
+    // The engine's number of the object; 0 for one that the engine does not know.
     virtual int32_t GetObjectId() const { return 0; }
 
-    // The STATIC flag: part of the level for good, no pointer field may be set to it.
+    // The STATIC flag. True: part of the level for good, no pointer field may be set to it.
     virtual bool IsStaticObject() const { return false; }
 
     // An object was made for a pointer field of this one, or for an element of a list (iElement;
@@ -279,8 +288,10 @@ public:
         return false;
     }
 
+    // A field was set by text or value, not by LoadFields. pField: of the class, borrowed.
     virtual void OnFieldChanged(CRTTIField* /*pField*/) {}
 
+    // LoadFields found no value for the field, which is as it was; borrowed.
     virtual void OnFailedToLoadField(CRTTIField* /*pField*/) {}
 
     // Typed access to a field of exactly that type: value out, or value in and OnFieldChanged.

@@ -3,8 +3,8 @@
 #include "host/HostTypes.h"
 #include "host/Reflection.h"
 
-// The typed fields. Each is made with the address routine of its member, which has the C++ type
-// that the table in the comment names:
+// The typed fields; see Reflection.h for the order of calls. Each is made with the address routine
+// of its member, which has the C++ type that the table in the comment names:
 //   Char int8_t, UChar uint8_t, Short int16_t, UShort uint16_t, Int int32_t, UInt uint32_t,
 //   Int64 int64_t, UInt64 uint64_t, Float float, Double double, Bool bool, String std::string,
 //   Vec2 float[2], Vec3 SVec3, Vec4 SVec4, Matrix SMatrix4, Pointer CRTTIObject*,
@@ -74,8 +74,9 @@ private:
     const CEnumInfo* m_Info;
 };
 
-// Resolves an object identifier to the object, null when there is none. The world sets it.
+// Resolves an object identifier to the object, null when there is none.
 using FFindObjectById = CRTTIObject* (*)(int32_t iId);
+// The engine sets it before there are objects; null: none is found.
 TELLUR_API void SetObjectFinder(FFindObjectById pFinder);
 
 // A pointer to a reflected object (not owned) whose class derives from pClass. Text: the

@@ -8,7 +8,9 @@
 // How a brush-shape image is stretched over a footprint and sampled, for terrain vertices and for
 // texels alike. Sampling is separable: the pixels around a column are found once for a footprint,
 // two image rows are blended once for a row, and one pair of that blended row is left to mix at
-// each point. Implemented by the engine library.
+// each point: GetPixelPair for each column and for the row, BlendPixelRows, SampleShapeRow. Plain
+// functions that cannot fail, any thread; buffers are the caller's. Implemented by the engine
+// library.
 
 // Side of a footprint, terrain units; over a smaller one no image is stretched.
 constexpr float SHAPE_LEAST_SIDE = 1.0e-6F;
@@ -31,13 +33,13 @@ struct SShapeStrength
 // image, iSize * fOffset * (1 / side of the footprint). Beyond the image its border counts.
 TELLUR_API SPixelPair GetPixelPair(float fOffset, float fPixels, int iSize);
 
-// Two image rows of nCount grey bytes into one of values 0 to 1.
+// Two image rows of nCount grey bytes into one of values 0 to 1, pDest: nCount of them.
 TELLUR_API void BlendPixelRows(
     const uint8_t* pFirst, const uint8_t* pSecond, float fFirstWeight, float* pDest, size_t nCount);
 
 // Weights of nCount points of a row: power * (b + hardness), or power * b where the sample b is
-// below 0.0001. pRow: a blended row. pColumns: first and second pixel of each point.
-// pColumnWeights: of the first ones.
+// below 0.0001. pRow: a blended row. pColumns: first and second pixel of each point, 2 * nCount.
+// pColumnWeights: of the first ones, nCount. pWeights: nCount results.
 TELLUR_API void SampleShapeRow(const float* pRow,
                                const int* pColumns,
                                const float* pColumnWeights,

@@ -1,5 +1,7 @@
 #pragma once
 
+// For sources of engine and plug-in that loop over heights; nothing here is called.
+//
 // Builds a function twice, for plain x86-64 and for AVX2, and picks one when the library is loaded.
 // Both give the same bits: no fused operations, no reordering. The sanitizers do not get along with
 // the load-time choice, so they build it once.
