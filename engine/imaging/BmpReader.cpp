@@ -3,8 +3,8 @@
 #include "engine/imaging/ImageCodecs.h"
 #include "engine/imaging/PixelOrder.h"
 
-// BMP is read here and not by Qt: that shows half a picture for half a file, has no transparency
-// when it writes, and leaves the pixels that a run-length file skips as the memory was.
+// BMP is read here and not by a toolkit: those show half a picture for half a file, write no
+// transparency, and leave the pixels that a run-length file skips as the memory was.
 namespace
 {
 

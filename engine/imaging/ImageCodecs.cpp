@@ -3,6 +3,7 @@
 #include <strings.h>
 
 #include <cstring>
+#include <new>
 #include <string_view>
 
 namespace
@@ -182,4 +183,17 @@ bool MakeImage(SPicture& Picture,
         return false;
     }
     return true;
+}
+
+bool AppendBytes(std::vector<uint8_t>& Out, const uint8_t* pData, size_t nBytes)
+{
+    try
+    {
+        Out.insert(Out.end(), pData, pData + nBytes);
+        return true;
+    }
+    catch (const std::bad_alloc&)
+    {
+        return false;
+    }
 }

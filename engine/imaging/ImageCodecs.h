@@ -82,3 +82,6 @@ bool MakeImage(SPicture& Picture,
                uint32_t uHeight,
                EImageFormat eFormat,
                std::string& strFault);
+
+// For the encoders, inside callbacks of libraries that no exception may pass: false without memory.
+bool AppendBytes(std::vector<uint8_t>& Out, const uint8_t* pData, size_t nBytes);

@@ -1,170 +1,21 @@
+#include "engine/imaging/CJpegReader.h"
 #include "engine/imaging/ImageCodecs.h"
-#include "engine/imaging/QtPicture.h"
 
-#include <QBuffer>
-#include <QImageWriter>
-
-#include <cstring>
-
-// JPEG goes through Qt, which shows half a picture for half a file without an error. So the stream
-// of markers is walked first.
 namespace
 {
-
-constexpr uint8_t START_OF_SCAN = 0xDA;
-constexpr uint8_t END_OF_IMAGE = 0xD9;
 
 // A block of 8 x 8 samples takes at least one bit; with the sampling factors allowed that is fewer
 // pixels a byte than this.
 constexpr uint64_t MAX_PIXELS_PER_BYTE = 1024;
 
 constexpr int QUALITY = 95;
+constexpr uint16_t DOTS_PER_INCH = 100; // no picture here has a size on paper; readers expect one
+constexpr uint8_t DENSITY_IN_INCHES = 1;
 
-struct SJpegFrame
+bool IsOpaque(const IImage& image)
 {
-    uint32_t Width = 0;
-    uint32_t Height = 0;
-    uint32_t Components = 0;
-};
-
-uint32_t ReadBe16(const uint8_t* pData)
-{
-    return uint32_t{pData[0]} << 8 | pData[1];
-}
-
-bool IsFrameMarker(uint8_t uMarker)
-{
-    return uMarker >= 0xC0 && uMarker <= 0xCF && uMarker != 0xC4 && uMarker != 0xC8 &&
-           uMarker != 0xCC;
-}
-
-// Position of the marker that ends the scan data at nPosition, or the end of the data. In scan data
-// 0xFF is followed by 0 or by a restart marker.
-size_t SkipScan(std::span<const uint8_t> Data, size_t nPosition)
-{
-    while (nPosition + 1 < Data.size())
-    {
-        const auto* pFound = static_cast<const uint8_t*>(
-            std::memchr(Data.data() + nPosition, 0xFF, Data.size() - 1 - nPosition));
-        if (pFound == nullptr)
-        {
-            break;
-        }
-        nPosition = static_cast<size_t>(pFound - Data.data());
-        const uint8_t uNext = Data[nPosition + 1];
-        if (uNext != 0 && uNext != 0xFF && (uNext < 0xD0 || uNext > 0xD7))
-        {
-            return nPosition;
-        }
-        nPosition += uNext == 0xFF ? 1 : 2;
-    }
-    return Data.size();
-}
-
-bool ReadFrame(std::span<const uint8_t> Segment, SJpegFrame& Frame)
-{
-    if (Segment.size() < 8)
-    {
-        return false;
-    }
-    Frame.Height = ReadBe16(&Segment[3]);
-    Frame.Width = ReadBe16(&Segment[5]);
-    Frame.Components = Segment[7];
-    return true;
-}
-
-// Null when the markers run whole from the first to the end of the image, else the fault.
-const char* WalkMarkers(std::span<const uint8_t> Data, SJpegFrame& Frame)
-{
-    constexpr const char* pszShort = "damaged JPEG file: the file ends too early";
-    constexpr const char* pszBad = "damaged JPEG file: a marker is not where it should be";
-    bool bScan = false;
-    size_t nPosition = 2;
-    while (nPosition + 1 < Data.size())
-    {
-        const uint8_t uMarker = Data[nPosition + 1];
-        if (Data[nPosition] != 0xFF)
-        {
-            return pszBad;
-        }
-        if (uMarker == END_OF_IMAGE)
-        {
-            return bScan && Frame.Components != 0 ? nullptr : pszBad;
-        }
-        if (uMarker == 0xFF) // padding before a marker
-        {
-            ++nPosition;
-            continue;
-        }
-        const size_t nRest = Data.size() - nPosition - 2;
-        const size_t nSegment = nRest >= 2 ? ReadBe16(&Data[nPosition + 2]) : 2;
-        if (nRest < nSegment)
-        {
-            return pszShort;
-        }
-        const bool bFrame = IsFrameMarker(uMarker);
-        if (nSegment < 2 || (bFrame && !ReadFrame(Data.subspan(nPosition + 2, nSegment), Frame)))
-        {
-            return pszBad;
-        }
-        nPosition += 2 + nSegment;
-        if (uMarker == START_OF_SCAN)
-        {
-            bScan = true;
-            nPosition = SkipScan(Data, nPosition);
-        }
-    }
-    return pszShort;
-}
-
-// Of the decoder's texts only those about the picture's own data make a file a damaged one; others
-// are remarks, on a revision number for one.
-bool IsDamage(const std::string& strComplaint)
-{
-    return strComplaint.starts_with("Corrupt") || strComplaint.starts_with("Premature") ||
-           strComplaint.starts_with("Inconsistent");
-}
-
-bool CopyPicture(const QImage& Source, SPicture& Picture, std::string& strFault)
-{
-    const bool bGrey = Source.format() == QImage::Format_Grayscale8;
-    const QImage Rows = bGrey ? Source : Source.convertToFormat(QImage::Format_RGB32);
-    if (Rows.isNull())
-    {
-        strFault = "not enough memory";
-        return false;
-    }
-    const auto uWidth = static_cast<uint32_t>(Rows.width());
-    const auto uHeight = static_cast<uint32_t>(Rows.height());
-    const EImageFormat eFormat = bGrey ? EImageFormat::Indexed8 : EImageFormat::Rgb24;
-    if (!MakeImage(Picture, uWidth, uHeight, eFormat, strFault))
-    {
-        return false;
-    }
-    for (uint32_t uRow = 0; uRow < uHeight; ++uRow)
-    {
-        const uchar* pSource = Rows.constScanLine(static_cast<int>(uRow));
-        uint8_t* pDest = Picture.Image->GetRow(uRow);
-        if (bGrey)
-        {
-            std::memcpy(pDest, pSource, uWidth);
-            continue;
-        }
-        const auto* pColors = reinterpret_cast<const QRgb*>(pSource);
-        for (uint32_t i = 0; i < uWidth; ++i, pDest += 3)
-        {
-            pDest[0] = static_cast<uint8_t>(qRed(pColors[i]));
-            pDest[1] = static_cast<uint8_t>(qGreen(pColors[i]));
-            pDest[2] = static_cast<uint8_t>(qBlue(pColors[i]));
-        }
-    }
-    return true;
-}
-
-bool IsOpaque(const IImage& Image)
-{
-    const uint8_t* pData = Image.GetRawData();
-    const size_t nPixels = size_t{Image.GetWidth()} * Image.GetHeight();
+    const uint8_t* pData = image.GetRawData();
+    const size_t nPixels = size_t{image.GetWidth()} * image.GetHeight();
     for (size_t i = 0; i < nPixels; ++i)
     {
         if (pData[i * 4 + 3] != 0xFF)
@@ -175,75 +26,159 @@ bool IsOpaque(const IImage& Image)
     return true;
 }
 
-QImage::Format GetQtFormat(EImageFormat eFormat)
+J_COLOR_SPACE GetColorSpace(EImageFormat eFormat)
 {
     switch (eFormat)
     {
     case EImageFormat::Rgb24:
-        return QImage::Format_RGB888;
+        return JCS_RGB;
     case EImageFormat::Rgba32:
-        return QImage::Format_RGBX8888;
+        return JCS_EXT_RGBX;
     case EImageFormat::Indexed8:
     case EImageFormat::Unknown:
         break;
     }
-    return QImage::Format_Grayscale8;
+    return JCS_GRAYSCALE;
+}
+
+// One write, with the bytes that are not in the output yet.
+struct SJpegWrite
+{
+    SJpegWrite(const IImage& source, std::vector<uint8_t>& target);
+
+    ~SJpegWrite() { jpeg_destroy_compress(&info); }
+
+    SJpegWrite(const SJpegWrite&) = delete;
+    SJpegWrite& operator=(const SJpegWrite&) = delete;
+
+    const IImage& image;
+    std::vector<uint8_t>& out;
+    SJpegErrors errors;
+    jpeg_destination_mgr destination = {};
+    jpeg_compress_struct info = {};
+    uint8_t aBytes[4096] = {};
+};
+
+SJpegWrite& GetWrite(j_compress_ptr pInfo)
+{
+    return *static_cast<SJpegWrite*>(pInfo->client_data);
+}
+
+// The error jumps over this frame, so nothing with a destructor may live here.
+void Flush(j_compress_ptr pInfo)
+{
+    SJpegWrite& write = GetWrite(pInfo);
+    const size_t nBytes = sizeof(write.aBytes) - write.destination.free_in_buffer;
+    if (!AppendBytes(write.out, write.aBytes, nBytes))
+    {
+        SJpegErrors::Fail(reinterpret_cast<j_common_ptr>(pInfo), false, "not enough memory");
+    }
+    write.destination.next_output_byte = write.aBytes;
+    write.destination.free_in_buffer = sizeof(write.aBytes);
+}
+
+// libjpeg has used up the whole buffer, whatever its counter says.
+boolean OnFull(j_compress_ptr pInfo)
+{
+    pInfo->dest->free_in_buffer = 0;
+    Flush(pInfo);
+    return TRUE;
+}
+
+SJpegWrite::SJpegWrite(const IImage& source, std::vector<uint8_t>& target)
+    : image(source)
+    , out(target)
+{
+    destination.next_output_byte = aBytes;
+    destination.free_in_buffer = sizeof(aBytes);
+    destination.init_destination = [](j_compress_ptr) {
+    };
+    destination.empty_output_buffer = OnFull;
+    destination.term_destination = Flush;
+    info.err = &errors.manager;
+    info.client_data = this;
+}
+
+void WriteSteps(SJpegWrite& write)
+{
+    jpeg_compress_struct& info = write.info;
+    const size_t nPixelBytes = write.image.GetBitsPerPixel() / 8;
+    jpeg_create_compress(&info);
+    info.dest = &write.destination;
+    info.image_width = write.image.GetWidth();
+    info.image_height = write.image.GetHeight();
+    info.input_components = static_cast<int>(nPixelBytes);
+    info.in_color_space = GetColorSpace(write.image.GetFormat());
+    jpeg_set_defaults(&info);
+    jpeg_set_quality(&info, QUALITY, TRUE);
+    info.density_unit = DENSITY_IN_INCHES;
+    info.X_density = DOTS_PER_INCH;
+    info.Y_density = DOTS_PER_INCH;
+    jpeg_start_compress(&info, TRUE);
+    while (info.next_scanline < info.image_height)
+    {
+        const size_t nRow = info.next_scanline * nPixelBytes * info.image_width;
+        // It reads only, its types are older than const.
+        auto* pRow = const_cast<uint8_t*>(write.image.GetRawData()) + nRow;
+        jpeg_write_scanlines(&info, &pRow, 1);
+    }
+    jpeg_finish_compress(&info);
+}
+
+bool RunGuarded(SJpegWrite& write)
+{
+    if (setjmp(write.errors.jump) != 0)
+    {
+        return false;
+    }
+    WriteSteps(write);
+    return true;
 }
 
 } // namespace
 
-bool DecodeJpeg(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault)
+bool DecodeJpeg(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
-    SJpegFrame Frame;
-    if (const char* pszFault = WalkMarkers(Data, Frame); pszFault != nullptr)
+    CJpegReader reader(data);
+    const bool bHeader = reader.ReadHeader();
+    strFault = reader.GetFault();
+    // What libjpeg refuses for its size is told with the limits that hold for all formats.
+    const bool bSizeKnown = bHeader || reader.IsRefusedForSize();
+    if ((bSizeKnown && !CheckImageSize(reader.GetWidth(), reader.GetHeight(), strFault)) ||
+        !bHeader)
     {
-        strFault = pszFault;
         return false;
     }
-    if (!CheckImageSize(Frame.Width, Frame.Height, strFault))
-    {
-        return false;
-    }
-    if (uint64_t{Frame.Width} * Frame.Height / MAX_PIXELS_PER_BYTE > Data.size())
+    if (uint64_t{reader.GetWidth()} * reader.GetHeight() / MAX_PIXELS_PER_BYTE > data.size())
     {
         strFault = "damaged JPEG file: the file is too short for its size in pixels";
         return false;
     }
-    std::string strComplaint;
-    const QImage Source = ReadQtPicture(Data, "jpeg", strComplaint);
-    if (Source.isNull() || IsDamage(strComplaint))
+    const EImageFormat eFormat = reader.IsGrey() ? EImageFormat::Indexed8 : EImageFormat::Rgb24;
+    if (!MakeImage(picture, reader.GetWidth(), reader.GetHeight(), eFormat, strFault))
     {
-        strFault =
-            (Source.isNull() ? "unreadable JPEG file: " : "damaged JPEG file: ") + strComplaint;
         return false;
     }
-    return CopyPicture(Source, Picture, strFault);
+    if (!reader.ReadPixels(picture.Image->GetRawData()))
+    {
+        strFault = reader.GetFault();
+        return false;
+    }
+    return true;
 }
 
-bool EncodeJpeg(const IImage& Image, std::vector<uint8_t>& Out, std::string& strFault)
+bool EncodeJpeg(const IImage& image, std::vector<uint8_t>& out, std::string& strFault)
 {
-    if (Image.GetFormat() == EImageFormat::Rgba32 && !IsOpaque(Image))
+    if (image.GetFormat() == EImageFormat::Rgba32 && !IsOpaque(image))
     {
         strFault = "JPEG holds no transparency";
         return false;
     }
-    const qsizetype nStride =
-        static_cast<qsizetype>(Image.GetWidth()) * (Image.GetBitsPerPixel() / 8);
-    const QImage Source(Image.GetRawData(),
-                        static_cast<int>(Image.GetWidth()),
-                        static_cast<int>(Image.GetHeight()),
-                        nStride,
-                        GetQtFormat(Image.GetFormat()));
-    QByteArray Bytes;
-    QBuffer Buffer(&Bytes);
-    Buffer.open(QIODevice::WriteOnly);
-    QImageWriter Writer(&Buffer, "jpeg");
-    Writer.setQuality(QUALITY);
-    if (!Writer.write(Source))
+    SJpegWrite write(image, out);
+    if (!RunGuarded(write))
     {
-        strFault = Writer.errorString().simplified().toStdString();
+        strFault = write.errors.szText;
         return false;
     }
-    Out.assign(Bytes.begin(), Bytes.end());
     return true;
 }

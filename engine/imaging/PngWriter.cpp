@@ -1,5 +1,6 @@
 #include "engine/imaging/PngWriter.h"
 
+#include "engine/imaging/ImageCodecs.h"
 #include "host/Progress.h"
 
 #include <png.h>
@@ -7,7 +8,6 @@
 #include <bit>
 #include <csetjmp>
 #include <cstdio>
-#include <new>
 
 namespace
 {
@@ -28,23 +28,10 @@ struct SPngWrite
     ~SPngWrite() { png_destroy_write_struct(&Png, &Info); }
 };
 
-bool Append(std::vector<uint8_t>& Out, const uint8_t* pData, size_t nBytes)
-{
-    try
-    {
-        Out.insert(Out.end(), pData, pData + nBytes);
-        return true;
-    }
-    catch (const std::bad_alloc&)
-    {
-        return false;
-    }
-}
-
 // The error jumps over this frame, so nothing with a destructor may live here.
 void OnWrite(png_structp pPng, png_bytep pData, size_t nBytes)
 {
-    if (!Append(*static_cast<SPngWrite*>(png_get_io_ptr(pPng))->Out, pData, nBytes))
+    if (!AppendBytes(*static_cast<SPngWrite*>(png_get_io_ptr(pPng))->Out, pData, nBytes))
     {
         png_error(pPng, "not enough memory");
     }

@@ -206,8 +206,7 @@ TEST(Architecture, QtIsEnteredOnlyWhereTheArchitectureSaysSo)
     const auto mayUseQt = [](const std::string& strFile)
     {
         const bool bSource = strFile.ends_with(".cpp");
-        return LiesIn(strFile, "engine/imaging") || LiesIn(strFile, "framework/widgets/qt") ||
-               strFile == "tools/gallery/main.cpp" ||
+        return LiesIn(strFile, "framework/widgets/qt") || strFile == "tools/gallery/main.cpp" ||
                (bSource && LiesIn(strFile, "framework/drawing")) ||
                (bSource && LiesIn(strFile, "framework/widgets")) ||
                LiesIn(strFile, "editor/view") || LiesIn(strFile, "editor/app");
@@ -224,7 +223,7 @@ TEST(Architecture, QtIsEnteredOnlyWhereTheArchitectureSaysSo)
     }
 }
 
-TEST(Architecture, OnlyEngineWidgetsAndTheEditorNeedQt)
+TEST(Architecture, OnlyWidgetsAndTheEditorNeedQt)
 {
     std::vector<std::string> binaries = ListPrograms();
     binaries.insert(
@@ -238,15 +237,11 @@ TEST(Architecture, OnlyEngineWidgetsAndTheEditorNeedQt)
         ASSERT_EQ(needed.nExitCode, 0) << needed.strOutput;
         const SRun symbols = RunCommand("nm -D --undefined-only '" + strPath + "'");
         ASSERT_EQ(symbols.nExitCode, 0) << symbols.strOutput;
-        const bool bEngine = strBinary == "libtellur_engine.so";
         const bool bWidgets = strBinary == "libtellur_widgets.so" || strBinary == "tellur-editor";
-        EXPECT_EQ(symbols.strOutput.find("@Qt_") != std::string::npos, bEngine || bWidgets);
+        EXPECT_EQ(symbols.strOutput.find("@Qt_") != std::string::npos, bWidgets);
         for (const std::string& strLine : SplitLines(needed.strOutput))
         {
-            const bool bQt = strLine.find("libQt") != std::string::npos;
-            const bool bSmall = strLine.find("libQt6Gui.") != std::string::npos ||
-                                strLine.find("libQt6Core.") != std::string::npos;
-            EXPECT_TRUE(!bQt || bWidgets || (bEngine && bSmall)) << strLine;
+            EXPECT_TRUE(bWidgets || strLine.find("libQt") == std::string::npos) << strLine;
         }
     }
 }

@@ -203,6 +203,7 @@ TEST(DamagedJpeg, ScanDataThatEndsEarlyIsDamage)
     ASSERT_TRUE(IL_SaveImage(strPath.c_str(), pImage.get(), nullptr));
     Bytes Data = ReadFile(strPath);
     Data.resize(Data.size() - 700);
+    Data[11] = 9; // a revision that readers remark on first
     Data.insert(Data.end(), {0xFF, 0xD9});
     WriteFile(strPath, Data);
     EXPECT_FALSE(LoadImage(strPath));

@@ -60,6 +60,7 @@ const SForeign Kinds[] = {
     {"gray", 256, 3, "-quality 100", "jpg", INDEXED, false},
     {"rgb", 256, 4, "-quality 100 -sampling-factor 4:4:4", "jpg", RGB, false},
     {"rgb", 256, 4, "-quality 100 -sampling-factor 4:4:4 -interlace JPEG", "jpg", RGB, false},
+    {"rgb", 256, 6, "-quality 100 -sampling-factor 4:4:4 -colorspace CMYK", "jpg", RGB, false},
 };
 
 // clang-format on
