@@ -2,71 +2,26 @@
 
 #include "host/FileSystem.h"
 
-#include <iterator>
-
-namespace
+bool SEditorOptions::Read(int nArguments, const char* const* ppszArguments, std::string& strFault)
 {
-
-struct SOption
-{
-    const char* pszName;
-    std::string SEditorOptions::*pText;
-};
-
-constexpr SOption OPTIONS[] = {
-    {"--plugin", &SEditorOptions::strPlugin},
-    {"--root", &SEditorOptions::strRoot},
-    {"--screenshot", &SEditorOptions::strScreenshot},
-    {"--play", &SEditorOptions::strPlay},
-};
-
-const SOption* FindOption(const std::string& strName)
-{
-    for (const SOption& option : OPTIONS)
+    const SProgramOption known[] = {
+        {"--plugin", &strPlugin},
+        {"--root", &strRoot},
+        {"--screenshot", &strScreenshot},
+        {"--play", &strPlay},
+    };
+    SCommandLine line;
+    if (!line.Read(nArguments, ppszArguments, known, strFault))
     {
-        if (strName == option.pszName)
-        {
-            return &option;
-        }
+        return false;
     }
-    return nullptr;
-}
-
-} // namespace
-
-bool SEditorOptions::Read(int nArguments, char** ppszArguments, std::string& strFault)
-{
-    for (int i = 1; i < nArguments; ++i)
+    eAnswer = line.eAnswer;
+    if (line.operands.size() > 1)
     {
-        const std::string strArgument = ppszArguments[i];
-        if (strArgument == "--help")
-        {
-            bHelp = true;
-            continue;
-        }
-        if (!strArgument.starts_with("--"))
-        {
-            if (!strLevel.empty())
-            {
-                strFault = "more than one level: " + strArgument;
-                return false;
-            }
-            strLevel = strArgument;
-            continue;
-        }
-        const SOption* pOption = FindOption(strArgument);
-        if (pOption == nullptr)
-        {
-            strFault = "unknown option " + strArgument;
-            return false;
-        }
-        if (i + 1 == nArguments || *ppszArguments[i + 1] == '\0')
-        {
-            strFault = strArgument + " needs a value";
-            return false;
-        }
-        this->*(pOption->pText) = ppszArguments[++i];
+        strFault = "more than one level: " + line.operands[1];
+        return false;
     }
+    strLevel = line.operands.empty() ? "" : line.operands.front();
     for (const std::string& strRead : {strLevel, strPlay, strPlugin})
     {
         if (fs::same_file(strScreenshot.c_str(), strRead.c_str()))
@@ -88,7 +43,8 @@ const char* SEditorOptions::GetUsage()
            "                     (default: $TELLUR_ROOT, else tellur in $XDG_DATA_HOME)\n"
            "  --screenshot FILE  save a picture of the window and quit\n"
            "  --play SCRIPT      play a replay script in the window and quit\n"
-           "  --help             show this text\n"
+           "  -h, --help         show this text\n"
+           "  --version          show the version\n"
            "\n"
            "Exit codes: 0 done; 1 a call of the script or the picture failed; 2 wrong usage, no\n"
            "display, or a plug-in, level or script that cannot be loaded.\n";

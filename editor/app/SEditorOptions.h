@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/CommandLine.h"
+
 #include <string>
 
 // The command line of the editor. Paths as they were given; empty for an option left out.
@@ -10,10 +12,10 @@ struct SEditorOptions
     std::string strRoot;
     std::string strScreenshot;
     std::string strPlay;
-    bool bHelp = false;
+    EProgramAnswer eAnswer = EProgramAnswer::None;
 
     // False for a line that makes no sense; strFault then says why in one line.
-    bool Read(int nArguments, char** ppszArguments, std::string& strFault);
+    bool Read(int nArguments, const char* const* ppszArguments, std::string& strFault);
 
     static const char* GetUsage(); // of several lines
 };

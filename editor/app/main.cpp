@@ -235,12 +235,11 @@ int main(int nArguments, char** ppszArguments)
     std::string strFault;
     if (!options.Read(nArguments, ppszArguments, strFault))
     {
-        return Report(EXIT_UNUSABLE, strFault + " (try --help)");
+        return ReportWrongLine("tellur-editor", strFault);
     }
-    if (options.bHelp)
+    if (options.eAnswer != EProgramAnswer::None)
     {
-        std::fputs(SEditorOptions::GetUsage(), stdout);
-        return FlushStandardOutput("tellur-editor") ? EXIT_DONE : EXIT_FAILED;
+        return PrintAnswer(options.eAnswer, "tellur-editor", SEditorOptions::GetUsage());
     }
     if (!HasDisplay())
     {

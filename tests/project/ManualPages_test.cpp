@@ -1,4 +1,4 @@
-// Manual pages and --help say the same.
+// Manual pages and --help say the same, and all programs read their command lines alike.
 
 #include "tests/project/ProjectTree.h"
 
@@ -39,5 +39,38 @@ TEST(ManualPages, FormatCleanlyAndNameEveryOption)
         const std::string strText = std::regex_replace(ReadFile(strPage), std::regex("\\\\-"), "-");
         const std::set<std::string> written = FindOptions(strText);
         EXPECT_EQ(told, written);
+    }
+}
+
+TEST(Programs, ReadTheirCommandLinesAlike)
+{
+    std::vector<std::string> programs = ListPrograms();
+    programs.emplace_back("framework-gallery");
+    for (const std::string& strProgram : programs)
+    {
+        SCOPED_TRACE(strProgram);
+        const auto expect = [&](const std::string& strLine, int iCode, const std::string& strSays)
+        {
+            const SRun run = RunCommand(strProgram + " " + strLine);
+            EXPECT_EQ(run.nExitCode, iCode) << strLine;
+            EXPECT_EQ(run.strOutput, strSays);
+        };
+        const auto expectFault = [&](const std::string& strLine, const std::string& strFault)
+        {
+            expect(strLine, 2, strProgram + ": " + strFault + " (try --help)\n");
+        };
+        const std::string strUsage = RunCommand(strProgram + " --help").strOutput;
+        EXPECT_TRUE(strUsage.starts_with("usage: " + strProgram)) << strUsage;
+        expect("-h", 0, strUsage);
+        expect("--version --nonsense", 0, strProgram + " " TELLUR_VERSION "\n");
+        expectFault("--nonsense=1 --version", "unknown option --nonsense");
+        expectFault("-x", "unknown option -x");
+        expectFault("--vers", "unknown option --vers");
+        expectFault("--help=1", "--help takes no value");
+        // The first option that the usage names with a value.
+        const std::string strOption = FindAll(strUsage, std::regex("--[a-z-]+ [A-Z]")).at(0);
+        const std::string strName = strOption.substr(0, strOption.find(' '));
+        expectFault(strName, strName + " needs a value");
+        expectFault(strName + "=", strName + " needs a value");
     }
 }

@@ -3,6 +3,7 @@
 #include "framework/core/ResourceModule.h"
 #include "framework/widgets/CWidgetFrontEnd.h"
 #include "framework/widgets/qt/WidgetAccess.h"
+#include "host/CommandLine.h"
 #include "host/Program.h"
 #include "tools/gallery/CGalleryView.h"
 #include "tools/gallery/GalleryIds.h"
@@ -14,7 +15,7 @@
 
 #include <clocale>
 #include <cstdio>
-#include <cstring>
+#include <string>
 
 namespace
 {
@@ -23,7 +24,9 @@ constexpr char USAGE[] = "usage: framework-gallery [--dark] [--screenshot FILE]\
                          "Shows every control of the window framework.\n"
                          "\n"
                          "  --dark             colours of a dark desktop\n"
-                         "  --screenshot FILE  saves a picture and quits\n";
+                         "  --screenshot FILE  saves a picture and quits\n"
+                         "  -h, --help         shows this text\n"
+                         "  --version          shows the version\n";
 
 QPalette MakeDarkPalette()
 {
@@ -33,7 +36,7 @@ QPalette MakeDarkPalette()
     return palette;
 }
 
-int Run(const char* pszScreenshot)
+int Run(const std::string& strScreenshot)
 {
     CWidgetFrontEnd frontEnd;
     SetFrontEnd(&frontEnd);
@@ -47,13 +50,13 @@ int Run(const char* pszScreenshot)
             pWidget->resize(pWidget->sizeHint().expandedTo(QSize(860, 520)));
             view.ShowWindow(true);
             QApplication::processEvents();
-            const bool bSaved =
-                pszScreenshot != nullptr && pWidget->grab().save(QString::fromUtf8(pszScreenshot));
-            if (pszScreenshot != nullptr && !bSaved)
+            const bool bSaved = !strScreenshot.empty() &&
+                                pWidget->grab().save(QString::fromStdString(strScreenshot));
+            if (!strScreenshot.empty() && !bSaved)
             {
-                std::fprintf(stderr, "%s: cannot be written\n", pszScreenshot);
+                std::fprintf(stderr, "%s: cannot be written\n", strScreenshot.c_str());
             }
-            iResult = pszScreenshot == nullptr ? QApplication::exec() : (bSaved ? 0 : 1);
+            iResult = strScreenshot.empty() ? QApplication::exec() : (bSaved ? 0 : 1);
         }
     }
     UnregisterResourceModule(&GetGalleryResources());
@@ -66,24 +69,22 @@ int Run(const char* pszScreenshot)
 int main(int nArguments, char** ppszArguments)
 {
     GuardStandardStreams();
-    const char* pszScreenshot = nullptr;
+    std::string strScreenshot;
     bool bDark = false;
-    for (int i = 1; i < nArguments; ++i)
+    const SProgramOption known[] = {{"--dark", nullptr, &bDark}, {"--screenshot", &strScreenshot}};
+    SCommandLine line;
+    std::string strFault;
+    if (!line.Read(nArguments, ppszArguments, known, strFault))
     {
-        if (std::strcmp(ppszArguments[i], "--dark") == 0)
-        {
-            bDark = true;
-        }
-        else if (std::strcmp(ppszArguments[i], "--screenshot") == 0 && i + 1 < nArguments)
-        {
-            pszScreenshot = ppszArguments[++i];
-        }
-        else
-        {
-            const bool bHelp = std::strcmp(ppszArguments[i], "--help") == 0;
-            std::fputs(USAGE, bHelp ? stdout : stderr);
-            return !bHelp ? 2 : FlushStandardOutput("framework-gallery") ? 0 : 1;
-        }
+        return ReportWrongLine("framework-gallery", strFault);
+    }
+    if (line.eAnswer != EProgramAnswer::None)
+    {
+        return PrintAnswer(line.eAnswer, "framework-gallery", USAGE);
+    }
+    if (!line.operands.empty())
+    {
+        return ReportWrongLine("framework-gallery", "takes no file: " + line.operands.front());
     }
     const QApplication application(nArguments, ppszArguments);
     std::setlocale(LC_NUMERIC, "C"); // the application object has taken the user's
@@ -92,5 +93,5 @@ int main(int nArguments, char** ppszArguments)
     {
         QApplication::setPalette(MakeDarkPalette());
     }
-    return Run(pszScreenshot);
+    return Run(strScreenshot);
 }

@@ -166,37 +166,32 @@ uint32_t GetCommand(EAction eAction)
     return eAction == EAction::Convert ? CONVERT : eAction == EAction::Picture ? PICTURE : INFO;
 }
 
-// pszValue: null when the line ends before it.
-bool ReadOption(SHeightOptions& options,
-                const char* pszName,
-                const char* pszValue,
-                std::string& strFault)
+// Empty when the command knows the option and the value is one of its kind.
+std::string ReadOption(SHeightOptions& options, const SOption& option, const char* pszValue)
 {
-    const uint32_t uCommand = GetCommand(options.eAction);
-    const std::vector<SOption> known = ListOptions(options);
-    const auto found =
-        std::find_if(known.begin(),
-                     known.end(),
-                     [=](const SOption& o)
-                     { return (o.uCommands & uCommand) != 0 && !std::strcmp(o.pszName, pszName); });
-    if (found == known.end())
+    if ((option.uCommands & GetCommand(options.eAction)) == 0)
     {
-        strFault = std::string("unknown option ") + pszName;
-        return false;
+        return std::string("unknown option ") + option.pszName;
     }
-    if (pszValue == nullptr)
+    options.bFitGiven = options.bFitGiven || !std::strcmp(option.pszName, "--fit") ||
+                        !std::strcmp(option.pszName, "--size");
+    const std::string strNeed = std::visit(CValueReader(option, pszValue), option.target);
+    return strNeed.empty() ? "" : std::string(option.pszName) + " needs " + strNeed;
+}
+
+// Takes the command off the operands.
+std::string ReadCommand(SHeightOptions& options)
+{
+    const std::string strAction = options.inputs.empty() ? "" : options.inputs.front();
+    if (strAction != "convert" && strAction != "picture" && strAction != "info")
     {
-        strFault = std::string(pszName) + " needs a value";
-        return false;
+        return strAction.empty() ? "no command given" : "unknown command " + strAction;
     }
-    const std::string strNeed = std::visit(CValueReader(*found, pszValue), found->target);
-    if (!strNeed.empty())
-    {
-        strFault = std::string(pszName) + " needs " + strNeed;
-    }
-    options.bFitGiven =
-        options.bFitGiven || !std::strcmp(pszName, "--fit") || !std::strcmp(pszName, "--size");
-    return strFault.empty();
+    options.eAction = strAction == "info"      ? EAction::Info
+                      : strAction == "convert" ? EAction::Convert
+                                               : EAction::Picture;
+    options.inputs.erase(options.inputs.begin());
+    return "";
 }
 
 // What is wrong with the camera of a picture; empty for a good one and for none.
@@ -284,38 +279,33 @@ std::string FindMissing(SHeightOptions& options)
 
 bool SHeightOptions::Read(int nArguments, const char* const* ppszArguments, std::string& strFault)
 {
-    const bool bHelp = std::any_of(ppszArguments + std::min(nArguments, 1),
-                                   ppszArguments + nArguments,
-                                   [](const char* p) { return std::strcmp(p, "--help") == 0; });
-    if (bHelp)
+    const std::vector<SOption> options = ListOptions(*this);
+    std::vector<std::string> values(options.size()); // empty for an option left out
+    std::vector<SProgramOption> known(options.size());
+    for (size_t i = 0; i < options.size(); ++i)
     {
-        eAction = EAction::ShowHelp;
-        return true;
+        known[i] = {options[i].pszName, &values[i]};
     }
-    const std::string strAction = nArguments > 1 ? ppszArguments[1] : "";
-    if (strAction != "convert" && strAction != "picture" && strAction != "info")
+    SCommandLine line;
+    if (!line.Read(nArguments, ppszArguments, known, strFault))
     {
-        strFault = strAction.empty() ? "no command given" : "unknown command " + strAction;
         return false;
     }
-    eAction = strAction == "info"      ? EAction::Info
-              : strAction == "convert" ? EAction::Convert
-                                       : EAction::Picture;
-    for (int i = 2; i < nArguments; ++i)
+    eAnswer = line.eAnswer;
+    if (eAnswer != EProgramAnswer::None)
     {
-        if (std::strncmp(ppszArguments[i], "--", 2) != 0)
-        {
-            inputs.emplace_back(ppszArguments[i]);
-            continue;
-        }
-        const char* pszValue = i + 1 < nArguments ? ppszArguments[i + 1] : nullptr;
-        if (!ReadOption(*this, ppszArguments[i], pszValue, strFault))
-        {
-            return false;
-        }
-        ++i;
+        return true;
     }
-    strFault = FindMissing(*this);
+    inputs = line.operands;
+    strFault = ReadCommand(*this);
+    for (size_t i = 0; i < options.size() && strFault.empty(); ++i)
+    {
+        strFault = values[i].empty() ? "" : ReadOption(*this, options[i], values[i].c_str());
+    }
+    if (strFault.empty())
+    {
+        strFault = FindMissing(*this);
+    }
     return strFault.empty();
 }
 
@@ -325,7 +315,7 @@ const char* SHeightOptions::GetUsage()
            "       tellur-height convert IN OUT [options]\n"
            "       tellur-height picture IN.height [IN.height ...] OUT.png [--pixels N]\n"
            "                     [--eye X,Y,Z --target X,Y,Z]\n"
-           "       tellur-height --help\n"
+           "       tellur-height --help | --version\n"
            "\n"
            "info tells what a height map is; convert makes another of it. Formats both ways, by\n"
            "content or extension: .height (terrain), .png (16-bit grey), .r16, .r32 (raw), .npy,\n"
@@ -369,6 +359,9 @@ const char* SHeightOptions::GetUsage()
            "  --eye X,Y,Z, --target X,Y,Z\n"
            "                    the view of a camera instead, 16:9: where it is and what is in\n"
            "                    the middle, in terrain units; y is up\n"
+           "\n"
+           "  -h, --help        show this text\n"
+           "  --version         show the version\n"
            "\n"
            "Exit code: 0 done; 1 a file cannot be read or written; 2 usage.\n";
 }

@@ -2,6 +2,7 @@
 
 #include "engine/elevation/HeightExport.h"
 #include "engine/elevation/SImportOptions.h"
+#include "host/CommandLine.h"
 
 #include <cstdint>
 #include <optional>
@@ -16,9 +17,9 @@ struct SHeightOptions
         Convert,
         Picture,
         Info,
-        ShowHelp,
     };
 
+    EProgramAnswer eAnswer = EProgramAnswer::None;
     EAction eAction = EAction::Convert;
     std::vector<std::string> inputs; // one to convert, one or more to draw or to tell about
     std::string strOutput;

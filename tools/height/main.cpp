@@ -3,8 +3,6 @@
 #include "tools/height/Info.h"
 #include "tools/height/Picture.h"
 
-#include <cstdio>
-
 // Converts height maps, tells what they are and draws them.
 
 namespace
@@ -14,7 +12,6 @@ enum EExitCode
 {
     EXIT_DONE = 0,
     EXIT_BAD_FILE = 1,
-    EXIT_USAGE = 2,
 };
 
 bool Run(const SHeightOptions& options)
@@ -27,10 +24,8 @@ bool Run(const SHeightOptions& options)
         return DrawPicture(options);
     case SHeightOptions::EAction::Info:
         return PrintInfo(options);
-    default:
-        std::fputs(SHeightOptions::GetUsage(), stdout);
-        return FlushStandardOutput("tellur-height");
     }
+    return false;
 }
 
 } // namespace
@@ -43,9 +38,11 @@ int main(int nArguments, char** ppszArguments)
     std::string strFault;
     if (!options.Read(nArguments, ppszArguments, strFault))
     {
-        std::fprintf(
-            stderr, "tellur-height: %s\nTry \"tellur-height --help\".\n", strFault.c_str());
-        return EXIT_USAGE;
+        return ReportWrongLine("tellur-height", strFault);
+    }
+    if (options.eAnswer != EProgramAnswer::None)
+    {
+        return PrintAnswer(options.eAnswer, "tellur-height", SHeightOptions::GetUsage());
     }
     return Run(options) ? EXIT_DONE : EXIT_BAD_FILE;
 }

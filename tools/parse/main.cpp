@@ -1,3 +1,4 @@
+#include "host/CommandLine.h"
 #include "host/FileSystem.h"
 #include "host/Program.h"
 #include "parser/TCParseFile.h"
@@ -5,19 +6,18 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 
 // Shows a text file of typed keyword calls as JSON.
 
-static constexpr const char* USAGE = "usage: tellur-parse [--root DIR] FILE\n";
-
-static constexpr const char* HELP =
+static constexpr const char* USAGE =
+    "usage: tellur-parse [--root DIR] FILE\n"
     "Reads FILE, a text file of typed keyword calls, and prints its tree as JSON.\n"
     "\n"
     "  --root DIR   folder that relative paths start from (default: $TELLUR_ROOT, else the\n"
     "               current folder)\n"
-    "  --help       show this text\n"
+    "  -h, --help   show this text\n"
+    "  --version    show the version\n"
     "\n"
     "Messages go to standard error. Exit code: 0; 1 when FILE has an error or cannot be read,\n"
     "and nothing is printed then; 2 when the command line is wrong.\n";
@@ -26,50 +26,7 @@ enum EExitCode
 {
     exit_done = 0,
     exit_failed = 1,
-    exit_usage = 2,
 };
-
-struct SCommandLine
-{
-    const char* pszFile = nullptr;
-    const char* pszRoot = getenv("TELLUR_ROOT");
-    bool bHelp = false;
-};
-
-static bool ReadCommandLine(int nArguments, char** ppszArguments, SCommandLine& commandLine)
-{
-    bool bOptions = true;
-    for (int i = 1; i < nArguments; ++i)
-    {
-        const char* pszArgument = ppszArguments[i];
-        if (bOptions && strcmp(pszArgument, "--help") == 0)
-        {
-            commandLine.bHelp = true;
-            return true;
-        }
-        if (bOptions && strcmp(pszArgument, "--") == 0)
-        {
-            bOptions = false;
-        }
-        else if (bOptions && strcmp(pszArgument, "--root") == 0)
-        {
-            if (++i == nArguments)
-            {
-                return false;
-            }
-            commandLine.pszRoot = ppszArguments[i];
-        }
-        else if ((bOptions && pszArgument[0] == '-') || commandLine.pszFile != nullptr)
-        {
-            return false;
-        }
-        else
-        {
-            commandLine.pszFile = pszArgument;
-        }
-    }
-    return commandLine.pszFile != nullptr;
-}
 
 static bool Print(const std::string& strText)
 {
@@ -80,23 +37,33 @@ static bool Print(const std::string& strText)
 int main(int argc, char** argv)
 {
     GuardStandardStreams();
-    SCommandLine commandLine;
-    if (!ReadCommandLine(argc, argv, commandLine))
+    const char* pszRoot = getenv("TELLUR_ROOT");
+    std::string strRoot = pszRoot != nullptr ? pszRoot : "";
+    const SProgramOption known[] = {{"--root", &strRoot}};
+    SCommandLine line;
+    std::string strFault;
+    if (!line.Read(argc, argv, known, strFault))
     {
-        fputs(USAGE, stderr);
-        return exit_usage;
+        return ReportWrongLine("tellur-parse", strFault);
     }
-    if (commandLine.bHelp)
+    if (line.eAnswer != EProgramAnswer::None)
     {
-        return Print(std::string(USAGE) + HELP) ? exit_done : exit_failed;
+        return PrintAnswer(line.eAnswer, "tellur-parse", USAGE);
     }
-    fs::set_user_root(commandLine.pszRoot);
+    if (line.operands.size() != 1)
+    {
+        return ReportWrongLine("tellur-parse",
+                               line.operands.empty() ? "no file given"
+                                                     : "more than one file: " + line.operands[1]);
+    }
+    const char* pszFile = line.operands.front().c_str();
+    fs::set_user_root(strRoot.c_str());
     ETCParseStatus eStatus = tcparse_done;
     const std::unique_ptr<CTCPARSE_KEYWORD> pTree(
-        TCParseFile(commandLine.pszFile, nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
+        TCParseFile(pszFile, nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
     if (eStatus == tcparse_unreadable)
     {
-        fprintf(stderr, "tellur-parse: cannot read '%s'\n", commandLine.pszFile);
+        fprintf(stderr, "tellur-parse: cannot read '%s'\n", pszFile);
     }
     if (eStatus != tcparse_done)
     {

@@ -2,78 +2,38 @@
 
 #include "host/FileSystem.h"
 
-#include <cstring>
 #include <iterator>
 #include <utility>
 
-namespace
+bool SReplayOptions::Read(int nArguments, const char* const* ppszArguments, std::string& strFault)
 {
-
-struct SValueOption
-{
-    const char* pszName;
-    std::string SReplayOptions::*pValue;
-};
-
-constexpr SValueOption VALUE_OPTIONS[] = {
-    {"--out", &SReplayOptions::strOut},
-    {"--log", &SReplayOptions::strLog},
-    {"--stats", &SReplayOptions::strStats},
-    {"--root", &SReplayOptions::strRoot},
-    {"--plugin", &SReplayOptions::strPlugin},
-};
-
-const SValueOption* FindValueOption(const char* pszArgument)
-{
-    for (const SValueOption& option : VALUE_OPTIONS)
+    const SProgramOption known[] = {
+        {"--out", &strOut},
+        {"--log", &strLog},
+        {"--stats", &strStats},
+        {"--root", &strRoot},
+        {"--plugin", &strPlugin},
+        {"--declarations", nullptr, &bDeclarations},
+    };
+    SCommandLine line;
+    if (!line.Read(nArguments, ppszArguments, known, strFault))
     {
-        if (std::strcmp(option.pszName, pszArgument) == 0)
-        {
-            return &option;
-        }
+        return false;
     }
-    return nullptr;
-}
-
-} // namespace
-
-bool SReplayOptions::Read(int nArguments, char** ppszArguments, std::string& strFault)
-{
-    for (int i = 1; i < nArguments; ++i)
+    eAnswer = line.eAnswer;
+    if (eAnswer != EProgramAnswer::None || bDeclarations)
     {
-        const std::string strArgument = ppszArguments[i];
-        if (strArgument == "--help" || strArgument == "--declarations")
-        {
-            eAction = strArgument == "--help" ? EAction::ShowHelp : EAction::ShowDeclarations;
-            return true;
-        }
-        if (const SValueOption* pOption = FindValueOption(ppszArguments[i]))
-        {
-            if (i + 1 == nArguments || *ppszArguments[i + 1] == '\0')
-            {
-                strFault = strArgument + " needs a value";
-                return false;
-            }
-            this->*pOption->pValue = ppszArguments[++i];
-        }
-        else if (strArgument.size() > 1 && strArgument[0] == '-')
-        {
-            strFault = "unknown option " + strArgument;
-            return false;
-        }
-        else if (!strScript.empty() || strArgument.empty())
-        {
-            strFault = "exactly one script, please";
-            return false;
-        }
-        else
-        {
-            strScript = strArgument;
-        }
+        return true;
     }
-    if (strScript.empty())
+    if (line.operands.empty())
     {
         strFault = "no script given";
+        return false;
+    }
+    strScript = line.operands.front();
+    if (line.operands.size() > 1 || strScript.empty())
+    {
+        strFault = "exactly one script, please";
         return false;
     }
     strFault = FindClash();
@@ -109,7 +69,7 @@ const char* SReplayOptions::GetUsage()
 {
     return "usage: tellur-replay SCRIPT [--out FILE.height] [--log FILE] [--stats FILE.json]\n"
            "                     [--root DIR] [--plugin PATH]\n"
-           "       tellur-replay --declarations | --help\n"
+           "       tellur-replay --declarations | --help | --version\n"
            "\n"
            "Plays a script of mouse and keyboard events into the terrain-editing plug-in.\n"
            "\n"
@@ -119,6 +79,8 @@ const char* SReplayOptions::GetUsage()
            "  --root DIR          folder for relative paths of brush files (default: current)\n"
            "  --plugin PATH       plug-in library (default: libtellur.so beside the program)\n"
            "  --declarations      print the declarations that a script starts with\n"
+           "  -h, --help          show this text\n"
+           "  --version           show the version\n"
            "\n"
            "Exit code: 0 everything played; 1 an expectation or an operation failed; 2 usage,\n"
            "or a script that cannot be read or parsed.\n";

@@ -1,18 +1,14 @@
 #pragma once
 
+#include "host/CommandLine.h"
+
 #include <string>
 
 // The command line of the script player. Paths as they were given; empty for an option left out.
 struct SReplayOptions
 {
-    enum class EAction
-    {
-        Play,
-        ShowHelp,
-        ShowDeclarations,
-    };
-
-    EAction eAction = EAction::Play;
+    EProgramAnswer eAnswer = EProgramAnswer::None;
+    bool bDeclarations = false; // are asked for, and nothing is played
     std::string strScript;
     std::string strOut;
     std::string strLog;
@@ -22,7 +18,7 @@ struct SReplayOptions
 
     // False for a line that makes no sense, or that would write over what it reads; strFault then
     // says why in one line. Relative paths are those of the current folder: before roots are set.
-    bool Read(int nArguments, char** ppszArguments, std::string& strFault);
+    bool Read(int nArguments, const char* const* ppszArguments, std::string& strFault);
 
     static const char* GetUsage(); // of several lines
 

@@ -219,14 +219,15 @@ int main(int nArguments, char** ppszArguments)
     std::string strFault;
     if (!options.Read(nArguments, ppszArguments, strFault))
     {
-        return Report(EXIT_UNUSABLE, "tellur-replay: " + strFault + " (try --help)");
+        return ReportWrongLine("tellur-replay", strFault);
     }
-    if (options.eAction != SReplayOptions::EAction::Play)
+    if (options.eAnswer != EProgramAnswer::None)
     {
-        const bool bHelp = options.eAction == SReplayOptions::EAction::ShowHelp;
-        const std::string strText =
-            bHelp ? SReplayOptions::GetUsage() : CScriptPlayer::GetDeclarations();
-        std::fputs(strText.c_str(), stdout);
+        return PrintAnswer(options.eAnswer, "tellur-replay", SReplayOptions::GetUsage());
+    }
+    if (options.bDeclarations)
+    {
+        std::fputs(CScriptPlayer::GetDeclarations().c_str(), stdout);
         return FlushStandardOutput("tellur-replay") ? EXIT_PLAYED : EXIT_FAILED;
     }
     SetRoots(options);

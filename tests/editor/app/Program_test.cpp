@@ -158,7 +158,7 @@ TEST_F(CProgram, WhatCannotBeDoneEndsWithOneLineAndItsCode)
     };
 
     const SCase cases[] = {
-        {{"--nonsense"}, 2, "--nonsense", {}},
+        {{"a.level", "b.level"}, 2, "more than one level: b.level", {}},
         {{}, 2, "there is no display", {"DISPLAY", "QT_QPA_PLATFORM", "WAYLAND_DISPLAY"}},
         {{}, 2, "there is no OpenGL", {"QT_QPA_PLATFORM=offscreen"}},
         {{}, 2, "there is no OpenGL", {"QT_XCB_GL_INTEGRATION=none"}},

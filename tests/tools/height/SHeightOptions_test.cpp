@@ -26,7 +26,7 @@ TEST(SHeightOptions, ReadsWhatTheUsageSays)
 {
     SHeightOptions options;
     std::string strFault;
-    ASSERT_TRUE(ReadOptions("convert --size 513 in.r16 --spacing-x 74 --depth 92.5 out.tif "
+    ASSERT_TRUE(ReadOptions("--size=513 convert in.r16 --spacing-x 74 --depth 92.5 out.tif "
                             "--max-height 2e3 --fit crop --crop-z 0 --unit 0.1 --rows 600 "
                             "--columns 800 --byte-order big --out-white 80 --out-byte-order little",
                             options,

@@ -48,13 +48,6 @@ TEST(ReplayResults, DeclarationsNameEveryKeywordOnceAndParse)
     }
     const SRunResult empty = runner.Play("");
     EXPECT_EQ(empty.iExitCode, 0) << empty.strErr;
-    const SRunResult help = runner.Run({"--help"});
-    EXPECT_EQ(help.iExitCode, 0);
-    for (const char* pszOption : {"--out", "--log", "--stats", "--root", "--plugin"})
-    {
-        EXPECT_NE(help.strOut.find(pszOption), std::string::npos) << pszOption;
-    }
-    EXPECT_EQ(help.strErr, "");
 }
 
 TEST(ReplayResults, StatisticsCountEachDragByItself)
