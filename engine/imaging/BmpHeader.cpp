@@ -37,75 +37,75 @@ bool IsKnownKind(uint32_t uBits, uint32_t uCompression)
     }
 }
 
-bool ReadFields(const uint8_t* pHeader, uint32_t uHeaderBytes, SBmpHeader& Header)
+bool ReadFields(const uint8_t* pHeader, uint32_t uHeaderBytes, SBmpHeader& header)
 {
     if (uHeaderBytes == OLD_HEADER_BYTES)
     {
-        Header.Width = ReadLe16(pHeader + 4);
-        Header.Height = ReadLe16(pHeader + 6);
-        Header.BitsPerPixel = ReadLe16(pHeader + 10);
-        Header.ColorBytes = 3;
+        header.Width = ReadLe16(pHeader + 4);
+        header.Height = ReadLe16(pHeader + 6);
+        header.BitsPerPixel = ReadLe16(pHeader + 10);
+        header.ColorBytes = 3;
     }
     else
     {
         const auto iHeight = static_cast<int32_t>(ReadLe32(pHeader + 8));
-        Header.Width = ReadLe32(pHeader + 4);
-        Header.Height = static_cast<uint32_t>(std::abs(int64_t{iHeight}));
-        Header.TopDown = iHeight < 0;
-        Header.BitsPerPixel = ReadLe16(pHeader + 14);
-        Header.Compression = ReadLe32(pHeader + 16);
-        Header.Colors = ReadLe32(pHeader + 32);
+        header.Width = ReadLe32(pHeader + 4);
+        header.Height = static_cast<uint32_t>(std::abs(int64_t{iHeight}));
+        header.TopDown = iHeight < 0;
+        header.BitsPerPixel = ReadLe16(pHeader + 14);
+        header.Compression = ReadLe32(pHeader + 16);
+        header.Colors = ReadLe32(pHeader + 32);
     }
-    if (Header.BitsPerPixel > 8)
+    if (header.BitsPerPixel > 8)
     {
-        Header.Colors = 0;
+        header.Colors = 0;
     }
-    else if (Header.Colors == 0)
+    else if (header.Colors == 0)
     {
-        Header.Colors = 1U << Header.BitsPerPixel;
+        header.Colors = 1U << header.BitsPerPixel;
     }
-    const bool bRuns = Header.Compression == BMP_RUNS_8 || Header.Compression == BMP_RUNS_4;
-    return IsKnownKind(Header.BitsPerPixel, Header.Compression) && Header.Colors <= 256 &&
-           !(bRuns && Header.TopDown);
+    const bool bRuns = header.Compression == BMP_RUNS_8 || header.Compression == BMP_RUNS_4;
+    return IsKnownKind(header.BitsPerPixel, header.Compression) && header.Colors <= 256 &&
+           !(bRuns && header.TopDown);
 }
 
 void SetChannels(
-    SBmpHeader& Header, uint32_t uRed, uint32_t uGreen, uint32_t uBlue, uint32_t uAlpha)
+    SBmpHeader& header, uint32_t uRed, uint32_t uGreen, uint32_t uBlue, uint32_t uAlpha)
 {
-    Header.Channels[0].Mask = uRed;
-    Header.Channels[1].Mask = uGreen;
-    Header.Channels[2].Mask = uBlue;
-    Header.Channels[3].Mask = uAlpha;
+    header.Channels[0].Mask = uRed;
+    header.Channels[1].Mask = uGreen;
+    header.Channels[2].Mask = uBlue;
+    header.Channels[3].Mask = uAlpha;
 }
 
-bool AreMasksWhole(const SBmpHeader& Header)
+bool AreMasksWhole(const SBmpHeader& header)
 {
-    return std::ranges::all_of(Header.Channels,
-                               [](const SBmpChannel& Channel)
+    return std::ranges::all_of(header.Channels,
+                               [](const SBmpChannel& channel)
                                {
-                                   const uint32_t uMask = Channel.Mask;
+                                   const uint32_t uMask = channel.Mask;
                                    const uint32_t uLow = uMask & (~uMask + 1);
                                    return (uMask & (uMask + uLow)) == 0;
                                });
 }
 
 // The masks stand behind the common header, whether they count as a part of it or not.
-bool ReadMasks(std::span<const uint8_t> Data, uint32_t uHeaderBytes, SBmpHeader& Header)
+bool ReadMasks(std::span<const uint8_t> data, uint32_t uHeaderBytes, SBmpHeader& header)
 {
-    if (Header.Compression != BMP_MASKS)
+    if (header.Compression != BMP_MASKS)
     {
-        const bool b16 = Header.BitsPerPixel == 16;
-        SetChannels(Header, b16 ? 0x7C00 : 0xFF0000, b16 ? 0x3E0 : 0xFF00, b16 ? 0x1F : 0xFF, 0);
+        const bool b16 = header.BitsPerPixel == 16;
+        SetChannels(header, b16 ? 0x7C00 : 0xFF0000, b16 ? 0x3E0 : 0xFF00, b16 ? 0x1F : 0xFF, 0);
         return true;
     }
     const bool bAlpha = uHeaderBytes >= ALPHA_MASK_HEADER_BYTES;
     const size_t nMasks = FILE_HEADER_BYTES + COMMON_HEADER_BYTES;
-    if (Data.size() < nMasks + (bAlpha ? 16 : 12))
+    if (data.size() < nMasks + (bAlpha ? 16 : 12))
     {
         return false;
     }
-    const uint8_t* pMasks = Data.data() + nMasks;
-    SetChannels(Header,
+    const uint8_t* pMasks = data.data() + nMasks;
+    SetChannels(header,
                 ReadLe32(pMasks),
                 ReadLe32(pMasks + 4),
                 ReadLe32(pMasks + 8),
@@ -113,13 +113,13 @@ bool ReadMasks(std::span<const uint8_t> Data, uint32_t uHeaderBytes, SBmpHeader&
     return true;
 }
 
-bool HasEnoughPixels(size_t nBytes, const SBmpHeader& Header)
+bool HasEnoughPixels(size_t nBytes, const SBmpHeader& header)
 {
-    if (Header.Compression == BMP_RUNS_8 || Header.Compression == BMP_RUNS_4)
+    if (header.Compression == BMP_RUNS_8 || header.Compression == BMP_RUNS_4)
     {
-        return uint64_t{Header.Width} * Header.Height / MAX_PIXELS_PER_RUN_BYTE <= nBytes;
+        return uint64_t{header.Width} * header.Height / MAX_PIXELS_PER_RUN_BYTE <= nBytes;
     }
-    return nBytes / Header.GetRowBytes() >= Header.Height;
+    return nBytes / header.GetRowBytes() >= header.Height;
 }
 
 } // namespace
@@ -147,51 +147,51 @@ bool SBmpHeader::HasWholeBytes() const
             Channels[2].Mask == 0xFF && Channels[3].Mask == 0xFF000000);
 }
 
-bool ReadBmpHeader(std::span<const uint8_t> Data, SBmpHeader& Header, std::string& strFault)
+bool ReadBmpHeader(std::span<const uint8_t> data, SBmpHeader& header, std::string& strFault)
 {
     strFault = TOO_SHORT;
-    if (Data.size() < FILE_HEADER_BYTES + 4)
+    if (data.size() < FILE_HEADER_BYTES + 4)
     {
         return false;
     }
-    const uint32_t uHeaderBytes = ReadLe32(&Data[FILE_HEADER_BYTES]);
+    const uint32_t uHeaderBytes = ReadLe32(&data[FILE_HEADER_BYTES]);
     if (uHeaderBytes != OLD_HEADER_BYTES && uHeaderBytes < COMMON_HEADER_BYTES)
     {
         strFault = "damaged BMP file: unknown header";
         return false;
     }
-    if (Data.size() - FILE_HEADER_BYTES < uHeaderBytes)
+    if (data.size() - FILE_HEADER_BYTES < uHeaderBytes)
     {
         return false;
     }
-    if (!ReadFields(&Data[FILE_HEADER_BYTES], uHeaderBytes, Header))
+    if (!ReadFields(&data[FILE_HEADER_BYTES], uHeaderBytes, header))
     {
         strFault = "damaged BMP file, or a kind of BMP that is not supported";
         return false;
     }
-    if (Header.Width == 0 || Header.Height == 0)
+    if (header.Width == 0 || header.Height == 0)
     {
         strFault = "damaged BMP file: no pixels";
         return false;
     }
-    if (!CheckImageSize(Header.Width, Header.Height, strFault))
+    if (!CheckImageSize(header.Width, header.Height, strFault))
     {
         return false;
     }
-    if (!ReadMasks(Data, uHeaderBytes, Header))
+    if (!ReadMasks(data, uHeaderBytes, header))
     {
         return false;
     }
-    if (!AreMasksWhole(Header))
+    if (!AreMasksWhole(header))
     {
         strFault = "damaged BMP file: a colour mask has gaps";
         return false;
     }
     const bool bMasksBehind =
-        Header.Compression == BMP_MASKS && uHeaderBytes == COMMON_HEADER_BYTES;
-    Header.PalettePosition = FILE_HEADER_BYTES + uHeaderBytes + (bMasksBehind ? 12 : 0);
-    const size_t nPaletteEnd = Header.PalettePosition + size_t{Header.Colors} * Header.ColorBytes;
-    Header.PixelPosition = std::max<size_t>(ReadLe32(&Data[10]), nPaletteEnd);
-    return Header.PixelPosition <= Data.size() &&
-           HasEnoughPixels(Data.size() - Header.PixelPosition, Header);
+        header.Compression == BMP_MASKS && uHeaderBytes == COMMON_HEADER_BYTES;
+    header.PalettePosition = FILE_HEADER_BYTES + uHeaderBytes + (bMasksBehind ? 12 : 0);
+    const size_t nPaletteEnd = header.PalettePosition + size_t{header.Colors} * header.ColorBytes;
+    header.PixelPosition = std::max<size_t>(ReadLe32(&data[10]), nPaletteEnd);
+    return header.PixelPosition <= data.size() &&
+           HasEnoughPixels(data.size() - header.PixelPosition, header);
 }

@@ -53,4 +53,4 @@ struct SBmpHeader
 
 // Refuses what is no BMP, what the reader does not know, and pixels that need more bytes than there
 // are. False leaves a fault, a phrase without a line feed.
-bool ReadBmpHeader(std::span<const uint8_t> Data, SBmpHeader& Header, std::string& strFault);
+bool ReadBmpHeader(std::span<const uint8_t> data, SBmpHeader& header, std::string& strFault);

@@ -8,87 +8,87 @@
 namespace
 {
 
-EImageFormat GetFormat(const SBmpHeader& Header)
+EImageFormat GetFormat(const SBmpHeader& header)
 {
-    if (Header.BitsPerPixel <= 8)
+    if (header.BitsPerPixel <= 8)
     {
         return EImageFormat::Indexed8;
     }
-    return Header.HasAlpha() ? EImageFormat::Rgba32 : EImageFormat::Rgb24;
+    return header.HasAlpha() ? EImageFormat::Rgba32 : EImageFormat::Rgb24;
 }
 
-void UnpackMasked(const uint8_t* pSource, uint8_t* pDest, const SBmpHeader& Header)
+void UnpackMasked(const uint8_t* pSource, uint8_t* pDest, const SBmpHeader& header)
 {
-    const bool b16 = Header.BitsPerPixel == 16;
-    const uint32_t uChannels = Header.HasAlpha() ? 4 : 3;
-    for (uint32_t i = 0; i < Header.Width; ++i, pDest += uChannels)
+    const bool b16 = header.BitsPerPixel == 16;
+    const uint32_t uChannels = header.HasAlpha() ? 4 : 3;
+    for (uint32_t i = 0; i < header.Width; ++i, pDest += uChannels)
     {
         const uint32_t uPixel =
             b16 ? ReadLe16(pSource + size_t{i} * 2) : ReadLe32(pSource + size_t{i} * 4);
         for (uint32_t k = 0; k < uChannels; ++k)
         {
-            pDest[k] = Header.Channels[k].Extract(uPixel);
+            pDest[k] = header.Channels[k].Extract(uPixel);
         }
     }
 }
 
-void ReadRows(std::span<const uint8_t> Data, const SBmpHeader& Header, CImage& Image)
+void ReadRows(std::span<const uint8_t> data, const SBmpHeader& header, CImage& image)
 {
-    for (uint32_t uFileRow = 0; uFileRow < Header.Height; ++uFileRow)
+    for (uint32_t uFileRow = 0; uFileRow < header.Height; ++uFileRow)
     {
         const uint8_t* pSource =
-            Data.data() + Header.PixelPosition + Header.GetRowBytes() * uFileRow;
-        uint8_t* pDest = Image.GetRow(Header.GetImageRow(uFileRow));
-        if (Header.BitsPerPixel <= 8)
+            data.data() + header.PixelPosition + header.GetRowBytes() * uFileRow;
+        uint8_t* pDest = image.GetRow(header.GetImageRow(uFileRow));
+        if (header.BitsPerPixel <= 8)
         {
-            UnpackIndices(pSource, pDest, Header.Width, Header.BitsPerPixel);
+            UnpackIndices(pSource, pDest, header.Width, header.BitsPerPixel);
         }
-        else if (Header.HasWholeBytes())
+        else if (header.HasWholeBytes())
         {
-            CopySwapped(pSource, pDest, Header.Width, Header.BitsPerPixel / 8);
+            CopySwapped(pSource, pDest, header.Width, header.BitsPerPixel / 8);
         }
         else
         {
-            UnpackMasked(pSource, pDest, Header);
+            UnpackMasked(pSource, pDest, header);
         }
     }
 }
 
-std::unique_ptr<CPalette> ReadPalette(std::span<const uint8_t> Data, const SBmpHeader& Header)
+std::unique_ptr<CPalette> ReadPalette(std::span<const uint8_t> data, const SBmpHeader& header)
 {
-    uint8_t Colors[CPalette::MAX_ENTRIES * 3] = {};
-    for (uint32_t uEntry = 0; uEntry < Header.Colors; ++uEntry)
+    uint8_t colors[CPalette::MAX_ENTRIES * 3] = {};
+    for (uint32_t uEntry = 0; uEntry < header.Colors; ++uEntry)
     {
-        CopySwapped(Data.data() + Header.PalettePosition + size_t{uEntry} * Header.ColorBytes,
-                    Colors + size_t{uEntry} * 3,
+        CopySwapped(data.data() + header.PalettePosition + size_t{uEntry} * header.ColorBytes,
+                    colors + size_t{uEntry} * 3,
                     1,
                     3);
     }
-    return CPalette::Create(Colors, Header.Colors);
+    return CPalette::Create(colors, header.Colors);
 }
 
 } // namespace
 
-bool DecodeBmp(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault)
+bool DecodeBmp(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
-    SBmpHeader Header;
-    if (!ReadBmpHeader(Data, Header, strFault) ||
-        !MakeImage(Picture, Header.Width, Header.Height, GetFormat(Header), strFault))
+    SBmpHeader header;
+    if (!ReadBmpHeader(data, header, strFault) ||
+        !MakeImage(picture, header.Width, header.Height, GetFormat(header), strFault))
     {
         return false;
     }
-    if (Header.Compression != BMP_RUNS_8 && Header.Compression != BMP_RUNS_4)
+    if (header.Compression != BMP_RUNS_8 && header.Compression != BMP_RUNS_4)
     {
-        ReadRows(Data, Header, *Picture.Image);
+        ReadRows(data, header, *picture.Image);
     }
-    else if (!CBmpRunReader(Data, Header, *Picture.Image).Read())
+    else if (!CBmpRunReader(data, header, *picture.Image).Read())
     {
         strFault = "damaged BMP file: the runs do not fit the picture";
         return false;
     }
-    if (Header.BitsPerPixel <= 8)
+    if (header.BitsPerPixel <= 8)
     {
-        Picture.Palette = ReadPalette(Data, Header);
+        picture.Palette = ReadPalette(data, header);
     }
     return true;
 }

@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <cstring>
 
-CBmpRunReader::CBmpRunReader(std::span<const uint8_t> Data, const SBmpHeader& Header, CImage& Image)
-    : m_Stream(Data.subspan(Header.PixelPosition))
-    , m_Header(Header)
-    , m_Image(Image)
-    , m_RowEnd(Header.GetRowBytes() * 8 / Header.BitsPerPixel)
+CBmpRunReader::CBmpRunReader(std::span<const uint8_t> data, const SBmpHeader& header, CImage& image)
+    : m_Stream(data.subspan(header.PixelPosition))
+    , m_Header(header)
+    , m_Image(image)
+    , m_RowEnd(header.GetRowBytes() * 8 / header.BitsPerPixel)
 {
 }
 

@@ -8,8 +8,9 @@
 class CBmpRunReader
 {
 public:
-    // All borrowed until the reader is gone. The header is that of Data, the image has its size.
-    CBmpRunReader(std::span<const uint8_t> Data, const SBmpHeader& Header, CImage& Image);
+    // All borrowed until the reader is gone. The header is that of the data, the image has its
+    // size.
+    CBmpRunReader(std::span<const uint8_t> data, const SBmpHeader& header, CImage& image);
 
     // False when the stream leaves the picture or ends before it does.
     bool Read();

@@ -14,13 +14,13 @@ constexpr uint64_t MAX_FILE_BYTES = uint64_t{2} << 30;
 
 bool CFileBytes::Read(const char* pszPath, std::string& strFault)
 {
-    fs::file File;
-    if (!File.open(pszPath, fs::mode_read))
+    fs::file file;
+    if (!file.open(pszPath, fs::mode_read))
     {
-        strFault = File.last_error().get_error_text();
+        strFault = file.last_error().get_error_text();
         return false;
     }
-    const uint64_t nBytes = File.length();
+    const uint64_t nBytes = file.length();
     if (nBytes > MAX_FILE_BYTES)
     {
         strFault = std::string(pszPath) + ": the file is too long for a picture";
@@ -33,23 +33,23 @@ bool CFileBytes::Read(const char* pszPath, std::string& strFault)
         strFault = std::string(pszPath) + ": not enough memory";
         return false;
     }
-    if (File.read(m_Bytes.get(), m_Count) != m_Count)
+    if (file.read(m_Bytes.get(), m_Count) != m_Count)
     {
-        const std::string strReason = File.last_error().get_error_text();
+        const std::string strReason = file.last_error().get_error_text();
         strFault = strReason.empty() ? std::string(pszPath) + ": cannot be read" : strReason;
         return false;
     }
     return true;
 }
 
-bool WriteFileBytes(const char* pszPath, std::span<const uint8_t> Bytes, std::string& strFault)
+bool WriteFileBytes(const char* pszPath, std::span<const uint8_t> bytes, std::string& strFault)
 {
-    fs::file File;
-    if (File.open(pszPath, fs::mode_write) &&
-        File.write(Bytes.data(), Bytes.size()) == Bytes.size() && File.close())
+    fs::file file;
+    if (file.open(pszPath, fs::mode_write) &&
+        file.write(bytes.data(), bytes.size()) == bytes.size() && file.close())
     {
         return true;
     }
-    strFault = File.last_error().get_error_text();
+    strFault = file.last_error().get_error_text();
     return false;
 }

@@ -21,4 +21,4 @@ private:
 };
 
 // Replaces the file. False with strFault as above; the old file then stays.
-bool WriteFileBytes(const char* pszPath, std::span<const uint8_t> Bytes, std::string& strFault);
+bool WriteFileBytes(const char* pszPath, std::span<const uint8_t> bytes, std::string& strFault);

@@ -46,11 +46,11 @@ void CPalette::BuildSlots()
 
 uint8_t CPalette::FindIndex(uint8_t u0, uint8_t u1, uint8_t u2) const
 {
-    const std::array<uint8_t, 3> Color{u0, u1, u2};
-    for (uint32_t uSlot = GetFirstSlot(Color.data()); m_Slots[uSlot] != EMPTY_SLOT;
+    const std::array<uint8_t, 3> color{u0, u1, u2};
+    for (uint32_t uSlot = GetFirstSlot(color.data()); m_Slots[uSlot] != EMPTY_SLOT;
          uSlot = (uSlot + 1) % SLOT_COUNT)
     {
-        if (m_Entries[m_Slots[uSlot]] == Color)
+        if (m_Entries[m_Slots[uSlot]] == color)
         {
             return static_cast<uint8_t>(m_Slots[uSlot]);
         }
@@ -60,9 +60,9 @@ uint8_t CPalette::FindIndex(uint8_t u0, uint8_t u1, uint8_t u2) const
     for (uint32_t uEntry = 0; uEntry < m_Count; ++uEntry)
     {
         int iDistance = 0;
-        for (size_t k = 0; k < Color.size(); ++k)
+        for (size_t k = 0; k < color.size(); ++k)
         {
-            const int iDifference = int{m_Entries[uEntry][k]} - int{Color[k]};
+            const int iDifference = int{m_Entries[uEntry][k]} - int{color[k]};
             iDistance += iDifference * iDifference;
         }
         if (iDistance < iBestDistance)

@@ -20,8 +20,8 @@ static_assert(sizeof(png_color) == 3, "a palette is read as bytes");
 
 } // namespace
 
-CPngReader::CPngReader(std::span<const uint8_t> Data)
-    : m_Data(Data)
+CPngReader::CPngReader(std::span<const uint8_t> data)
+    : m_Data(data)
     , m_Png(png_create_read_struct(PNG_LIBPNG_VER_STRING, this, OnError, OnWarning))
     , m_Info(m_Png != nullptr ? png_create_info_struct(m_Png) : nullptr)
 {
@@ -72,19 +72,19 @@ bool CPngReader::Guard(void (*pStep)(CPngReader&))
 
 bool CPngReader::ReadHeader()
 {
-    return Guard([](CPngReader& Reader) { Reader.ReadHeaderStep(); });
+    return Guard([](CPngReader& reader) { reader.ReadHeaderStep(); });
 }
 
 bool CPngReader::Prepare(ESamples eSamples)
 {
     m_Samples = eSamples;
-    return Guard([](CPngReader& Reader) { Reader.PrepareStep(); });
+    return Guard([](CPngReader& reader) { reader.PrepareStep(); });
 }
 
 bool CPngReader::ReadPixels(uint8_t* pDest)
 {
     m_Dest = pDest;
-    const bool bRead = Guard([](CPngReader& Reader) { Reader.ReadPixelsStep(); });
+    const bool bRead = Guard([](CPngReader& reader) { reader.ReadPixelsStep(); });
     ReportProgress(TASK, 1.0F); // whoever shows it puts it away
     return bRead;
 }

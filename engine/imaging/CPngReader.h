@@ -20,8 +20,8 @@ public:
         Words,
     };
 
-    // Data: borrowed until the reader is gone.
-    explicit CPngReader(std::span<const uint8_t> Data);
+    // data: borrowed until the reader is gone.
+    explicit CPngReader(std::span<const uint8_t> data);
     ~CPngReader();
     CPngReader(const CPngReader&) = delete;
     CPngReader& operator=(const CPngReader&) = delete;

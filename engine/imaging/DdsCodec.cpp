@@ -12,17 +12,17 @@ namespace
 constexpr uint32_t HEADER_BYTES = 124;
 constexpr uint32_t PIXEL_FORMAT_BYTES = 32;
 
-EImageFormat GetFormat(const SDdsHeader& Header)
+EImageFormat GetFormat(const SDdsHeader& header)
 {
-    if (Header.Pixels != EDdsPixels::Plain)
+    if (header.Pixels != EDdsPixels::Plain)
     {
         return EImageFormat::Rgba32;
     }
-    if (Header.PixelBytes == 1)
+    if (header.PixelBytes == 1)
     {
         return EImageFormat::Indexed8;
     }
-    return Header.PixelBytes == 4 && Header.HasAlpha ? EImageFormat::Rgba32 : EImageFormat::Rgb24;
+    return header.PixelBytes == 4 && header.HasAlpha ? EImageFormat::Rgba32 : EImageFormat::Rgb24;
 }
 
 int GetSquishKind(EDdsPixels ePixels)
@@ -40,23 +40,23 @@ int GetSquishKind(EDdsPixels ePixels)
     return squish::kDxt1;
 }
 
-void CopyPlainPixels(const uint8_t* pSource, const SDdsHeader& Header, CImage& Image)
+void CopyPlainPixels(const uint8_t* pSource, const SDdsHeader& header, CImage& image)
 {
-    const size_t nPixels = size_t{Header.Width} * Header.Height;
-    const uint32_t uImageBytes = Image.GetBitsPerPixel() / 8;
-    uint8_t* pDest = Image.GetRawData();
-    if (uImageBytes == Header.PixelBytes && Header.RedFirst)
+    const size_t nPixels = size_t{header.Width} * header.Height;
+    const uint32_t uImageBytes = image.GetBitsPerPixel() / 8;
+    uint8_t* pDest = image.GetRawData();
+    if (uImageBytes == header.PixelBytes && header.RedFirst)
     {
         std::memcpy(pDest, pSource, nPixels * uImageBytes);
         return;
     }
-    if (uImageBytes == Header.PixelBytes)
+    if (uImageBytes == header.PixelBytes)
     {
         CopySwapped(pSource, pDest, nPixels, uImageBytes);
         return;
     }
     // Four bytes of which the last means nothing.
-    const size_t nRed = Header.RedFirst ? 0 : 2;
+    const size_t nRed = header.RedFirst ? 0 : 2;
     for (size_t i = 0; i < nPixels; ++i, pSource += 4, pDest += 3)
     {
         pDest[0] = pSource[nRed];
@@ -91,59 +91,59 @@ SWrittenFormat GetWrittenFormat(EImageFormat eFormat)
 
 } // namespace
 
-bool DecodeDds(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault)
+bool DecodeDds(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
-    SDdsHeader Header;
-    if (!ReadDdsHeader(Data, Header, strFault) ||
-        !MakeImage(Picture, Header.Width, Header.Height, GetFormat(Header), strFault))
+    SDdsHeader header;
+    if (!ReadDdsHeader(data, header, strFault) ||
+        !MakeImage(picture, header.Width, header.Height, GetFormat(header), strFault))
     {
         return false;
     }
-    const uint8_t* pSource = Data.data() + Header.PixelPosition;
-    if (Header.Pixels == EDdsPixels::Plain)
+    const uint8_t* pSource = data.data() + header.PixelPosition;
+    if (header.Pixels == EDdsPixels::Plain)
     {
-        CopyPlainPixels(pSource, Header, *Picture.Image);
+        CopyPlainPixels(pSource, header, *picture.Image);
     }
     else
     {
-        squish::DecompressImage(Picture.Image->GetRawData(),
-                                static_cast<int>(Header.Width),
-                                static_cast<int>(Header.Height),
+        squish::DecompressImage(picture.Image->GetRawData(),
+                                static_cast<int>(header.Width),
+                                static_cast<int>(header.Height),
                                 pSource,
-                                GetSquishKind(Header.Pixels));
+                                GetSquishKind(header.Pixels));
     }
     return true;
 }
 
-void EncodeDds(const IImage& Image, std::vector<uint8_t>& Out)
+void EncodeDds(const IImage& image, std::vector<uint8_t>& out)
 {
-    constexpr uint32_t uHeaderFlags = 0x100F; // sizes, pitch and pixel format are given
-    constexpr uint32_t uTexture = 0x1000;
-    const uint32_t uPixelBytes = Image.GetBitsPerPixel() / 8;
-    const size_t nPixels = size_t{Image.GetWidth()} * Image.GetHeight();
-    const SWrittenFormat Format = GetWrittenFormat(Image.GetFormat());
+    constexpr uint32_t HEADER_FLAGS = 0x100F; // sizes, pitch and pixel format are given
+    constexpr uint32_t TEXTURE = 0x1000;
+    const uint32_t uPixelBytes = image.GetBitsPerPixel() / 8;
+    const size_t nPixels = size_t{image.GetWidth()} * image.GetHeight();
+    const SWrittenFormat format = GetWrittenFormat(image.GetFormat());
 
-    constexpr char Magic[] = {'D', 'D', 'S', ' '};
-    Out.insert(Out.end(), Magic, Magic + sizeof(Magic));
-    const size_t nHeaderStart = Out.size();
-    AppendLe32(Out, HEADER_BYTES);
-    AppendLe32(Out, uHeaderFlags);
-    AppendLe32(Out, Image.GetHeight());
-    AppendLe32(Out, Image.GetWidth());
-    AppendLe32(Out, Image.GetWidth() * uPixelBytes);
-    Out.resize(nHeaderStart + 72); // no depth, no smaller copies, reserved words
-    AppendLe32(Out, PIXEL_FORMAT_BYTES);
-    AppendLe32(Out, Format.Flags);
-    AppendLe32(Out, 0);
-    AppendLe32(Out, uPixelBytes * 8);
-    AppendLe32(Out, Format.Red);
-    AppendLe32(Out, Format.Green);
-    AppendLe32(Out, Format.Blue);
-    AppendLe32(Out, Format.Alpha);
-    AppendLe32(Out, uTexture);
-    Out.resize(nHeaderStart + HEADER_BYTES);
+    constexpr char MAGIC[] = {'D', 'D', 'S', ' '};
+    out.insert(out.end(), MAGIC, MAGIC + sizeof(MAGIC));
+    const size_t nHeaderStart = out.size();
+    AppendLe32(out, HEADER_BYTES);
+    AppendLe32(out, HEADER_FLAGS);
+    AppendLe32(out, image.GetHeight());
+    AppendLe32(out, image.GetWidth());
+    AppendLe32(out, image.GetWidth() * uPixelBytes);
+    out.resize(nHeaderStart + 72); // no depth, no smaller copies, reserved words
+    AppendLe32(out, PIXEL_FORMAT_BYTES);
+    AppendLe32(out, format.Flags);
+    AppendLe32(out, 0);
+    AppendLe32(out, uPixelBytes * 8);
+    AppendLe32(out, format.Red);
+    AppendLe32(out, format.Green);
+    AppendLe32(out, format.Blue);
+    AppendLe32(out, format.Alpha);
+    AppendLe32(out, TEXTURE);
+    out.resize(nHeaderStart + HEADER_BYTES);
 
-    const size_t nStart = Out.size();
-    Out.resize(nStart + nPixels * uPixelBytes);
-    CopySwapped(Image.GetRawData(), Out.data() + nStart, nPixels, uPixelBytes);
+    const size_t nStart = out.size();
+    out.resize(nStart + nPixels * uPixelBytes);
+    CopySwapped(image.GetRawData(), out.data() + nStart, nPixels, uPixelBytes);
 }

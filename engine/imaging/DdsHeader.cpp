@@ -33,14 +33,14 @@ struct SNamedPixels
     bool HasAlpha;
 };
 
-constexpr SNamedPixels FourCharacterCodes[] = {
+constexpr SNamedPixels FOUR_CHARACTER_CODES[] = {
     {MakeCode('D', 'X', 'T', '1'), EDdsPixels::Bc1, 0, false, false},
     {MakeCode('D', 'X', 'T', '3'), EDdsPixels::Bc2, 0, false, false},
     {MakeCode('D', 'X', 'T', '5'), EDdsPixels::Bc3, 0, false, false},
 };
 
 // Each kind also has a number for colours that are to be shown as sRGB; the bytes are the same.
-constexpr SNamedPixels ExtendedCodes[] = {
+constexpr SNamedPixels EXTENDED_CODES[] = {
     {28, EDdsPixels::Plain, 4, true, true},
     {29, EDdsPixels::Plain, 4, true, true},
     {61, EDdsPixels::Plain, 1, false, false},
@@ -56,16 +56,16 @@ constexpr SNamedPixels ExtendedCodes[] = {
     {93, EDdsPixels::Plain, 4, false, false},
 };
 
-bool ReadNamedPixels(uint32_t uCode, std::span<const SNamedPixels> Table, SDdsHeader& Header)
+bool ReadNamedPixels(uint32_t uCode, std::span<const SNamedPixels> table, SDdsHeader& header)
 {
-    for (const SNamedPixels& Named : Table)
+    for (const SNamedPixels& named : table)
     {
-        if (Named.Code == uCode)
+        if (named.Code == uCode)
         {
-            Header.Pixels = Named.Pixels;
-            Header.PixelBytes = Named.PixelBytes;
-            Header.RedFirst = Named.RedFirst;
-            Header.HasAlpha = Named.HasAlpha;
+            header.Pixels = named.Pixels;
+            header.PixelBytes = named.PixelBytes;
+            header.RedFirst = named.RedFirst;
+            header.HasAlpha = named.HasAlpha;
             return true;
         }
     }
@@ -73,7 +73,7 @@ bool ReadNamedPixels(uint32_t uCode, std::span<const SNamedPixels> Table, SDdsHe
 }
 
 // The pixel format record without a code: flags, bits and masks. Only whole bytes are known.
-bool ReadPlainPixels(const uint8_t* pFormat, SDdsHeader& Header)
+bool ReadPlainPixels(const uint8_t* pFormat, SDdsHeader& header)
 {
     const uint32_t uFlags = ReadLe32(pFormat + 4);
     const uint32_t uBits = ReadLe32(pFormat + 12);
@@ -81,35 +81,35 @@ bool ReadPlainPixels(const uint8_t* pFormat, SDdsHeader& Header)
     const uint32_t uGreen = ReadLe32(pFormat + 20);
     const uint32_t uBlue = ReadLe32(pFormat + 24);
     const uint32_t uAlpha = (uFlags & FLAG_ALPHA) != 0 ? ReadLe32(pFormat + 28) : 0;
-    Header.PixelBytes = uBits / 8;
+    header.PixelBytes = uBits / 8;
     if ((uFlags & FLAG_LUMINANCE) != 0)
     {
         return uBits == 8;
     }
-    Header.RedFirst = uRed == 0xFF && uBlue == 0xFF0000;
-    Header.HasAlpha = uBits == 32 && uAlpha == 0xFF000000;
-    const bool bOrder = Header.RedFirst || (uRed == 0xFF0000 && uBlue == 0xFF);
+    header.RedFirst = uRed == 0xFF && uBlue == 0xFF0000;
+    header.HasAlpha = uBits == 32 && uAlpha == 0xFF000000;
+    const bool bOrder = header.RedFirst || (uRed == 0xFF0000 && uBlue == 0xFF);
     return (uFlags & FLAG_RGB) != 0 && (uFlags & FLAG_ALPHA_ONLY) == 0 && bOrder &&
-           uGreen == 0xFF00 && (uAlpha == 0 || Header.HasAlpha) && (uBits == 24 || uBits == 32);
+           uGreen == 0xFF00 && (uAlpha == 0 || header.HasAlpha) && (uBits == 24 || uBits == 32);
 }
 
-bool ReadPixelFormat(std::span<const uint8_t> Data, SDdsHeader& Header)
+bool ReadPixelFormat(std::span<const uint8_t> data, SDdsHeader& header)
 {
-    const uint8_t* pFormat = &Data[PIXEL_FORMAT];
+    const uint8_t* pFormat = &data[PIXEL_FORMAT];
     const uint32_t uFlags = ReadLe32(pFormat + 4);
     const uint32_t uCode = ReadLe32(pFormat + 8);
-    Header.PixelPosition = HEADER_END;
+    header.PixelPosition = HEADER_END;
     if ((uFlags & FLAG_CODE) == 0)
     {
-        return ReadPlainPixels(pFormat, Header);
+        return ReadPlainPixels(pFormat, header);
     }
     if (uCode != MakeCode('D', 'X', '1', '0'))
     {
-        return ReadNamedPixels(uCode, FourCharacterCodes, Header);
+        return ReadNamedPixels(uCode, FOUR_CHARACTER_CODES, header);
     }
-    Header.PixelPosition = EXTENDED_HEADER_END;
-    return Data.size() >= EXTENDED_HEADER_END &&
-           ReadNamedPixels(ReadLe32(&Data[HEADER_END]), ExtendedCodes, Header);
+    header.PixelPosition = EXTENDED_HEADER_END;
+    return data.size() >= EXTENDED_HEADER_END &&
+           ReadNamedPixels(ReadLe32(&data[HEADER_END]), EXTENDED_CODES, header);
 }
 
 } // namespace
@@ -124,30 +124,30 @@ uint64_t SDdsHeader::GetSurfaceBytes() const
     return nBlocks * (Pixels == EDdsPixels::Bc1 ? 8 : 16);
 }
 
-bool ReadDdsHeader(std::span<const uint8_t> Data, SDdsHeader& Header, std::string& strFault)
+bool ReadDdsHeader(std::span<const uint8_t> data, SDdsHeader& header, std::string& strFault)
 {
-    if (Data.size() < HEADER_END)
+    if (data.size() < HEADER_END)
     {
         strFault = "damaged DDS file: the file ends too early";
         return false;
     }
-    if (ReadLe32(&Data[4]) != HEADER_END - 4)
+    if (ReadLe32(&data[4]) != HEADER_END - 4)
     {
         strFault = "damaged DDS file: unknown header";
         return false;
     }
-    Header.Height = ReadLe32(&Data[12]);
-    Header.Width = ReadLe32(&Data[16]);
-    if (!ReadPixelFormat(Data, Header))
+    header.Height = ReadLe32(&data[12]);
+    header.Width = ReadLe32(&data[16]);
+    if (!ReadPixelFormat(data, header))
     {
         strFault = "damaged DDS file, or a pixel format that is not supported";
         return false;
     }
-    if (!CheckImageSize(Header.Width, Header.Height, strFault))
+    if (!CheckImageSize(header.Width, header.Height, strFault))
     {
         return false;
     }
-    if (Header.GetSurfaceBytes() > Data.size() - Header.PixelPosition)
+    if (header.GetSurfaceBytes() > data.size() - header.PixelPosition)
     {
         strFault = "damaged DDS file: the file ends too early";
         return false;

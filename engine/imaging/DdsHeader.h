@@ -31,4 +31,4 @@ struct SDdsHeader
 
 // Refuses what the reader does not know and a surface that needs more bytes than there are. False
 // leaves a fault, a phrase without a line feed.
-bool ReadDdsHeader(std::span<const uint8_t> Data, SDdsHeader& Header, std::string& strFault);
+bool ReadDdsHeader(std::span<const uint8_t> data, SDdsHeader& header, std::string& strFault);

@@ -17,44 +17,44 @@ constexpr uint32_t SAMPLE_BYTES = 2;
 bool LoadSamples(const char* pszPath,
                  uint32_t& uWidth,
                  uint32_t& uHeight,
-                 std::vector<uint16_t>& Samples,
+                 std::vector<uint16_t>& samples,
                  std::string& strLine)
 {
-    CFileBytes File;
-    if (!File.Read(pszPath, strLine))
+    CFileBytes file;
+    if (!file.Read(pszPath, strLine))
     {
         return false;
     }
     std::string strFault;
-    CPngReader Reader(File.GetBytes());
-    std::vector<uint16_t> Read;
+    CPngReader reader(file.GetBytes());
+    std::vector<uint16_t> read;
     bool bGood = false;
-    if (RecogniseImage(File.GetBytes(), pszPath) != EImageFile::Png)
+    if (RecogniseImage(file.GetBytes(), pszPath) != EImageFile::Png)
     {
         strFault = "not a PNG file";
     }
-    else if (!Reader.ReadHeader() || !Reader.Prepare(CPngReader::ESamples::Words))
+    else if (!reader.ReadHeader() || !reader.Prepare(CPngReader::ESamples::Words))
     {
-        strFault = Reader.GetFault();
+        strFault = reader.GetFault();
     }
-    else if (!Reader.IsGrey())
+    else if (!reader.IsGrey())
     {
         strFault = "not a PNG file of plain grey";
     }
-    else if (CheckImageSize(Reader.GetWidth(), Reader.GetHeight(), strFault))
+    else if (CheckImageSize(reader.GetWidth(), reader.GetHeight(), strFault))
     {
-        Read.resize(size_t{Reader.GetWidth()} * Reader.GetHeight());
-        bGood = Reader.ReadPixels(reinterpret_cast<uint8_t*>(Read.data()));
-        strFault = Reader.GetFault();
+        read.resize(size_t{reader.GetWidth()} * reader.GetHeight());
+        bGood = reader.ReadPixels(reinterpret_cast<uint8_t*>(read.data()));
+        strFault = reader.GetFault();
     }
     if (!bGood)
     {
         strLine = std::string(pszPath) + ": " + strFault;
         return false;
     }
-    uWidth = Reader.GetWidth();
-    uHeight = Reader.GetHeight();
-    Samples = std::move(Read);
+    uWidth = reader.GetWidth();
+    uHeight = reader.GetHeight();
+    samples = std::move(read);
     return true;
 }
 
@@ -64,20 +64,20 @@ bool SaveSamples(const char* pszPath,
                  const uint16_t* pSamples,
                  std::string& strLine)
 {
-    SPngPixels Pixels;
-    Pixels.Width = uWidth;
-    Pixels.Height = uHeight;
-    Pixels.BitDepth = 16;
-    Pixels.RowBytes = size_t{uWidth} * SAMPLE_BYTES;
-    Pixels.Rows = reinterpret_cast<const uint8_t*>(pSamples);
-    std::vector<uint8_t> Bytes;
+    SPngPixels pixels;
+    pixels.Width = uWidth;
+    pixels.Height = uHeight;
+    pixels.BitDepth = 16;
+    pixels.RowBytes = size_t{uWidth} * SAMPLE_BYTES;
+    pixels.Rows = reinterpret_cast<const uint8_t*>(pSamples);
+    std::vector<uint8_t> bytes;
     std::string strFault;
-    if (!CheckImageSize(uWidth, uHeight, strFault) || !WritePng(Pixels, Bytes, strFault))
+    if (!CheckImageSize(uWidth, uHeight, strFault) || !WritePng(pixels, bytes, strFault))
     {
         strLine = std::string(pszPath) + ": " + strFault;
         return false;
     }
-    return WriteFileBytes(pszPath, Bytes, strLine);
+    return WriteFileBytes(pszPath, bytes, strLine);
 }
 
 } // namespace
@@ -85,7 +85,7 @@ bool SaveSamples(const char* pszPath,
 bool LoadGrey16(const char* pszPath,
                 uint32_t& uWidth,
                 uint32_t& uHeight,
-                std::vector<uint16_t>& Samples)
+                std::vector<uint16_t>& samples)
 {
     if (pszPath == nullptr)
     {
@@ -95,7 +95,7 @@ bool LoadGrey16(const char* pszPath,
     try
     {
         std::string strLine;
-        if (LoadSamples(pszPath, uWidth, uHeight, Samples, strLine))
+        if (LoadSamples(pszPath, uWidth, uHeight, samples, strLine))
         {
             return true;
         }

@@ -14,7 +14,7 @@
 TELLUR_API bool LoadGrey16(const char* pszPath,
                            uint32_t& uWidth,
                            uint32_t& uHeight,
-                           std::vector<uint16_t>& Samples);
+                           std::vector<uint16_t>& samples);
 
 // pSamples: uWidth * uHeight of them, borrowed for the call. Sides are 1 to 32768. False with one
 // logged line; the old file then stays.

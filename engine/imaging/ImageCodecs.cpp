@@ -9,16 +9,16 @@
 namespace
 {
 
-bool StartsWith(std::span<const uint8_t> Data, std::string_view strMark)
+bool StartsWith(std::span<const uint8_t> data, std::string_view strMark)
 {
-    return Data.size() >= strMark.size() &&
-           std::memcmp(Data.data(), strMark.data(), strMark.size()) == 0;
+    return data.size() >= strMark.size() &&
+           std::memcmp(data.data(), strMark.data(), strMark.size()) == 0;
 }
 
-bool HasTgaFooter(std::span<const uint8_t> Data)
+bool HasTgaFooter(std::span<const uint8_t> data)
 {
-    constexpr std::string_view strMark("TRUEVISION-XFILE.\0", 18);
-    return Data.size() >= strMark.size() && StartsWith(Data.last(strMark.size()), strMark);
+    constexpr std::string_view MARK("TRUEVISION-XFILE.\0", 18);
+    return data.size() >= MARK.size() && StartsWith(data.last(MARK.size()), MARK);
 }
 
 struct SExtension
@@ -27,7 +27,7 @@ struct SExtension
     EImageFile File;
 };
 
-constexpr SExtension Extensions[] = {
+constexpr SExtension EXTENSIONS[] = {
     {"png", EImageFile::Png},
     {"jpg", EImageFile::Jpeg},
     {"jpeg", EImageFile::Jpeg},
@@ -41,49 +41,49 @@ constexpr SExtension Extensions[] = {
 EImageFile GetImageFileOfExtension(const char* pszPath)
 {
     const char* pszDot = std::strrchr(pszPath, '.');
-    for (const SExtension& Extension : Extensions)
+    for (const SExtension& extension : EXTENSIONS)
     {
-        if (pszDot != nullptr && strcasecmp(pszDot + 1, Extension.Text) == 0)
+        if (pszDot != nullptr && strcasecmp(pszDot + 1, extension.Text) == 0)
         {
-            return Extension.File;
+            return extension.File;
         }
     }
     return EImageFile::Unknown;
 }
 
-EImageFile RecogniseImage(std::span<const uint8_t> Data, const char* pszPath)
+EImageFile RecogniseImage(std::span<const uint8_t> data, const char* pszPath)
 {
-    if (StartsWith(Data, "\x89PNG\r\n\x1a\n"))
+    if (StartsWith(data, "\x89PNG\r\n\x1a\n"))
     {
         return EImageFile::Png;
     }
-    if (StartsWith(Data, "\xff\xd8\xff"))
+    if (StartsWith(data, "\xff\xd8\xff"))
     {
         return EImageFile::Jpeg;
     }
-    if (StartsWith(Data, "DDS "))
+    if (StartsWith(data, "DDS "))
     {
         return EImageFile::Dds;
     }
     // "BM" may also begin a TGA: an identification of 66 bytes and colour map type 77. That type
     // does not exist, so it is a BMP.
-    if (StartsWith(Data, "BM"))
+    if (StartsWith(data, "BM"))
     {
         return EImageFile::Bmp;
     }
-    const bool bTga = HasTgaFooter(Data) || GetImageFileOfExtension(pszPath) == EImageFile::Tga;
+    const bool bTga = HasTgaFooter(data) || GetImageFileOfExtension(pszPath) == EImageFile::Tga;
     return bTga ? EImageFile::Tga : EImageFile::Unknown;
 }
 
-bool MayHavePalette(EImageFile eFile, std::span<const uint8_t> Data)
+bool MayHavePalette(EImageFile eFile, std::span<const uint8_t> data)
 {
-    constexpr size_t nPngColorType = 25;
+    constexpr size_t PNG_COLOR_TYPE_AT = 25;
     switch (eFile)
     {
     case EImageFile::Png:
-        return Data.size() > nPngColorType && Data[nPngColorType] == 3;
+        return data.size() > PNG_COLOR_TYPE_AT && data[PNG_COLOR_TYPE_AT] == 3;
     case EImageFile::Tga:
-        return Data.size() > 1 && Data[1] == 1;
+        return data.size() > 1 && data[1] == 1;
     case EImageFile::Bmp:
         return true;
     case EImageFile::Jpeg:
@@ -95,22 +95,22 @@ bool MayHavePalette(EImageFile eFile, std::span<const uint8_t> Data)
 }
 
 bool DecodeImage(EImageFile eFile,
-                 std::span<const uint8_t> Data,
-                 SPicture& Picture,
+                 std::span<const uint8_t> data,
+                 SPicture& picture,
                  std::string& strFault)
 {
     switch (eFile)
     {
     case EImageFile::Png:
-        return DecodePng(Data, Picture, strFault);
+        return DecodePng(data, picture, strFault);
     case EImageFile::Jpeg:
-        return DecodeJpeg(Data, Picture, strFault);
+        return DecodeJpeg(data, picture, strFault);
     case EImageFile::Tga:
-        return DecodeTga(Data, Picture, strFault);
+        return DecodeTga(data, picture, strFault);
     case EImageFile::Bmp:
-        return DecodeBmp(Data, Picture, strFault);
+        return DecodeBmp(data, picture, strFault);
     case EImageFile::Dds:
-        return DecodeDds(Data, Picture, strFault);
+        return DecodeDds(data, picture, strFault);
     case EImageFile::Unknown:
         break;
     }
@@ -119,9 +119,9 @@ bool DecodeImage(EImageFile eFile,
 }
 
 bool EncodeImage(EImageFile eFile,
-                 const IImage& Image,
+                 const IImage& image,
                  const IPalette* pPalette,
-                 std::vector<uint8_t>& Out,
+                 std::vector<uint8_t>& out,
                  std::string& strFault)
 {
     const bool bNoPalette = eFile == EImageFile::Jpeg || eFile == EImageFile::Dds;
@@ -133,17 +133,17 @@ bool EncodeImage(EImageFile eFile,
     switch (eFile)
     {
     case EImageFile::Png:
-        return EncodePng(Image, pPalette, Out, strFault);
+        return EncodePng(image, pPalette, out, strFault);
     case EImageFile::Jpeg:
-        return EncodeJpeg(Image, Out, strFault);
+        return EncodeJpeg(image, out, strFault);
     case EImageFile::Tga:
-        EncodeTga(Image, pPalette, Out);
+        EncodeTga(image, pPalette, out);
         return true;
     case EImageFile::Bmp:
-        EncodeBmp(Image, pPalette, Out);
+        EncodeBmp(image, pPalette, out);
         return true;
     case EImageFile::Dds:
-        EncodeDds(Image, Out);
+        EncodeDds(image, out);
         return true;
     case EImageFile::Unknown:
         break;
@@ -166,7 +166,7 @@ bool CheckImageSize(uint64_t uWidth, uint64_t uHeight, std::string& strFault)
     return true;
 }
 
-bool MakeImage(SPicture& Picture,
+bool MakeImage(SPicture& picture,
                uint32_t uWidth,
                uint32_t uHeight,
                EImageFormat eFormat,
@@ -176,8 +176,8 @@ bool MakeImage(SPicture& Picture,
     {
         return false;
     }
-    Picture.Image = CImage::Create(uWidth, uHeight, eFormat);
-    if (!Picture.Image)
+    picture.Image = CImage::Create(uWidth, uHeight, eFormat);
+    if (!picture.Image)
     {
         strFault = "not enough memory";
         return false;
@@ -185,11 +185,11 @@ bool MakeImage(SPicture& Picture,
     return true;
 }
 
-bool AppendBytes(std::vector<uint8_t>& Out, const uint8_t* pData, size_t nBytes)
+bool AppendBytes(std::vector<uint8_t>& out, const uint8_t* pData, size_t nBytes)
 {
     try
     {
-        Out.insert(Out.end(), pData, pData + nBytes);
+        out.insert(out.end(), pData, pData + nBytes);
         return true;
     }
     catch (const std::bad_alloc&)

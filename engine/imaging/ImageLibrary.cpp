@@ -10,16 +10,16 @@ namespace
 {
 
 // strLine on failure: the file and the fault, without a line feed.
-bool LoadPicture(const char* pszPath, SPicture& Picture, std::string& strLine)
+bool LoadPicture(const char* pszPath, SPicture& picture, std::string& strLine)
 {
-    CFileBytes File;
-    if (!File.Read(pszPath, strLine))
+    CFileBytes file;
+    if (!file.Read(pszPath, strLine))
     {
         return false;
     }
     std::string strFault;
-    const EImageFile eFile = RecogniseImage(File.GetBytes(), pszPath);
-    if (!DecodeImage(eFile, File.GetBytes(), Picture, strFault))
+    const EImageFile eFile = RecogniseImage(file.GetBytes(), pszPath);
+    if (!DecodeImage(eFile, file.GetBytes(), picture, strFault))
     {
         strLine = std::string(pszPath) + ": " + strFault;
         return false;
@@ -28,15 +28,15 @@ bool LoadPicture(const char* pszPath, SPicture& Picture, std::string& strLine)
 }
 
 // Null when the pair can be written, else the fault.
-const char* CheckPalette(const IImage& Image, const IPalette& Palette)
+const char* CheckPalette(const IImage& image, const IPalette& palette)
 {
-    const uint32_t uCount = Palette.GetCount();
+    const uint32_t uCount = palette.GetCount();
     if (uCount == 0 || uCount > CPalette::MAX_ENTRIES)
     {
         return "the palette has none or too many entries";
     }
-    const size_t nPixels = size_t{Image.GetWidth()} * Image.GetHeight();
-    const uint8_t* pPixels = Image.GetRawData();
+    const size_t nPixels = size_t{image.GetWidth()} * image.GetHeight();
+    const uint8_t* pPixels = image.GetRawData();
     if (*std::max_element(pPixels, pPixels + nPixels) >= uCount)
     {
         return "an index has no entry in the palette";
@@ -46,31 +46,31 @@ const char* CheckPalette(const IImage& Image, const IPalette& Palette)
 
 // pszPath and pImage are not null.
 bool SavePicture(const char* pszPath,
-                 const IImage& Image,
+                 const IImage& image,
                  const IPalette* pPalette,
                  std::string& strLine)
 {
     std::string strFault;
     const char* pszFault = nullptr;
-    if (Image.GetFormat() != EImageFormat::Indexed8)
+    if (image.GetFormat() != EImageFormat::Indexed8)
     {
         pPalette = nullptr;
     }
-    if (Image.GetRawData() == nullptr)
+    if (image.GetRawData() == nullptr)
     {
         pszFault = "the image has no pixels";
     }
-    else if (!CheckImageSize(Image.GetWidth(), Image.GetHeight(), strFault))
+    else if (!CheckImageSize(image.GetWidth(), image.GetHeight(), strFault))
     {
         pszFault = strFault.c_str();
     }
     else if (pPalette != nullptr)
     {
-        pszFault = CheckPalette(Image, *pPalette);
+        pszFault = CheckPalette(image, *pPalette);
     }
-    std::vector<uint8_t> Bytes;
+    std::vector<uint8_t> bytes;
     if (pszFault == nullptr &&
-        !EncodeImage(GetImageFileOfExtension(pszPath), Image, pPalette, Bytes, strFault))
+        !EncodeImage(GetImageFileOfExtension(pszPath), image, pPalette, bytes, strFault))
     {
         pszFault = strFault.c_str();
     }
@@ -79,7 +79,7 @@ bool SavePicture(const char* pszPath,
         strLine = std::string(pszPath) + ": " + pszFault;
         return false;
     }
-    return WriteFileBytes(pszPath, Bytes, strLine);
+    return WriteFileBytes(pszPath, bytes, strLine);
 }
 
 } // namespace
@@ -93,11 +93,11 @@ IImage* IL_LoadImage(const char* pszPath)
     }
     try
     {
-        SPicture Picture;
+        SPicture picture;
         std::string strLine;
-        if (LoadPicture(pszPath, Picture, strLine))
+        if (LoadPicture(pszPath, picture, strLine))
         {
-            return Picture.Image.release();
+            return picture.Image.release();
         }
         CrashLog("[IL_LoadImage] %s\n", strLine.c_str());
     }
@@ -116,15 +116,15 @@ IPalette* IL_LoadPalette(const char* pszPath)
     }
     try
     {
-        CFileBytes File;
-        SPicture Picture;
+        CFileBytes file;
+        SPicture picture;
         std::string strFault;
-        if (File.Read(pszPath, strFault))
+        if (file.Read(pszPath, strFault))
         {
-            const EImageFile eFile = RecogniseImage(File.GetBytes(), pszPath);
-            const bool bDecoded = MayHavePalette(eFile, File.GetBytes()) &&
-                                  DecodeImage(eFile, File.GetBytes(), Picture, strFault);
-            return bDecoded ? Picture.Palette.release() : nullptr;
+            const EImageFile eFile = RecogniseImage(file.GetBytes(), pszPath);
+            const bool bDecoded = MayHavePalette(eFile, file.GetBytes()) &&
+                                  DecodeImage(eFile, file.GetBytes(), picture, strFault);
+            return bDecoded ? picture.Palette.release() : nullptr;
         }
     }
     catch (const std::bad_alloc&)

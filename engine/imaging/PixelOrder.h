@@ -16,16 +16,16 @@ inline uint32_t ReadLe32(const uint8_t* pData)
     return ReadLe16(pData) | ReadLe16(pData + 2) << 16;
 }
 
-inline void AppendLe16(std::vector<uint8_t>& Out, uint32_t uValue)
+inline void AppendLe16(std::vector<uint8_t>& out, uint32_t uValue)
 {
-    Out.push_back(static_cast<uint8_t>(uValue));
-    Out.push_back(static_cast<uint8_t>(uValue >> 8));
+    out.push_back(static_cast<uint8_t>(uValue));
+    out.push_back(static_cast<uint8_t>(uValue >> 8));
 }
 
-inline void AppendLe32(std::vector<uint8_t>& Out, uint32_t uValue)
+inline void AppendLe32(std::vector<uint8_t>& out, uint32_t uValue)
 {
-    AppendLe16(Out, uValue);
-    AppendLe16(Out, uValue >> 16);
+    AppendLe16(out, uValue);
+    AppendLe16(out, uValue >> 16);
 }
 
 // Copies nPixels pixels and exchanges their first and third byte; a pixel of 1 byte is just copied.

@@ -42,55 +42,55 @@ int GetPngColorType(EImageFormat eFormat, bool bPalette)
 
 } // namespace
 
-bool DecodePng(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault)
+bool DecodePng(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
-    if (Data.size() >= SIZE_END && !CheckImageSize(png_get_uint_32(&Data[WIDTH_AT]),
-                                                   png_get_uint_32(&Data[HEIGHT_AT]),
+    if (data.size() >= SIZE_END && !CheckImageSize(png_get_uint_32(&data[WIDTH_AT]),
+                                                   png_get_uint_32(&data[HEIGHT_AT]),
                                                    strFault))
     {
         return false;
     }
-    CPngReader Reader(Data);
-    if (!Reader.ReadHeader() || !Reader.Prepare(CPngReader::ESamples::Bytes))
+    CPngReader reader(data);
+    if (!reader.ReadHeader() || !reader.Prepare(CPngReader::ESamples::Bytes))
     {
-        strFault = Reader.GetFault();
+        strFault = reader.GetFault();
         return false;
     }
-    const EImageFormat eFormat = GetFormatOfChannels(Reader.GetChannels());
-    if (!MakeImage(Picture, Reader.GetWidth(), Reader.GetHeight(), eFormat, strFault))
+    const EImageFormat eFormat = GetFormatOfChannels(reader.GetChannels());
+    if (!MakeImage(picture, reader.GetWidth(), reader.GetHeight(), eFormat, strFault))
     {
         return false;
     }
-    if (!Reader.ReadPixels(Picture.Image->GetRawData()))
+    if (!reader.ReadPixels(picture.Image->GetRawData()))
     {
-        strFault = Reader.GetFault();
+        strFault = reader.GetFault();
         return false;
     }
-    if (Reader.IsPaletted())
+    if (reader.IsPaletted())
     {
-        const std::span<const uint8_t> Colors = Reader.GetPaletteColors();
-        Picture.Palette = CPalette::Create(Colors.data(), static_cast<uint32_t>(Colors.size() / 3));
+        const std::span<const uint8_t> colors = reader.GetPaletteColors();
+        picture.Palette = CPalette::Create(colors.data(), static_cast<uint32_t>(colors.size() / 3));
     }
     return true;
 }
 
-bool EncodePng(const IImage& Image,
+bool EncodePng(const IImage& image,
                const IPalette* pPalette,
-               std::vector<uint8_t>& Out,
+               std::vector<uint8_t>& out,
                std::string& strFault)
 {
-    std::vector<uint8_t> Colors;
+    std::vector<uint8_t> colors;
     for (uint32_t uEntry = 0; pPalette != nullptr && uEntry < pPalette->GetCount(); ++uEntry)
     {
         const uint8_t* pEntry = pPalette->GetEntry(uEntry);
-        Colors.insert(Colors.end(), pEntry, pEntry + 3);
+        colors.insert(colors.end(), pEntry, pEntry + 3);
     }
-    SPngPixels Pixels;
-    Pixels.Width = Image.GetWidth();
-    Pixels.Height = Image.GetHeight();
-    Pixels.ColorType = GetPngColorType(Image.GetFormat(), pPalette != nullptr);
-    Pixels.RowBytes = size_t{Image.GetWidth()} * (Image.GetBitsPerPixel() / 8);
-    Pixels.Rows = Image.GetRawData();
-    Pixels.PaletteColors = Colors;
-    return WritePng(Pixels, Out, strFault);
+    SPngPixels pixels;
+    pixels.Width = image.GetWidth();
+    pixels.Height = image.GetHeight();
+    pixels.ColorType = GetPngColorType(image.GetFormat(), pPalette != nullptr);
+    pixels.RowBytes = size_t{image.GetWidth()} * (image.GetBitsPerPixel() / 8);
+    pixels.Rows = image.GetRawData();
+    pixels.PaletteColors = colors;
+    return WritePng(pixels, out, strFault);
 }

@@ -52,73 +52,73 @@ void OnWarning(png_structp /*pPng*/, png_const_charp /*pszText*/)
 {
 }
 
-void WriteSteps(SPngWrite& Write)
+void WriteSteps(SPngWrite& write)
 {
-    const SPngPixels& Pixels = *Write.Pixels;
-    png_set_write_fn(Write.Png, &Write, OnWrite, OnFlush);
-    png_set_compression_level(Write.Png, COMPRESSION_LEVEL);
-    png_set_IHDR(Write.Png,
-                 Write.Info,
-                 Pixels.Width,
-                 Pixels.Height,
-                 Pixels.BitDepth,
-                 Pixels.ColorType,
+    const SPngPixels& pixels = *write.Pixels;
+    png_set_write_fn(write.Png, &write, OnWrite, OnFlush);
+    png_set_compression_level(write.Png, COMPRESSION_LEVEL);
+    png_set_IHDR(write.Png,
+                 write.Info,
+                 pixels.Width,
+                 pixels.Height,
+                 pixels.BitDepth,
+                 pixels.ColorType,
                  PNG_INTERLACE_NONE,
                  PNG_COMPRESSION_TYPE_DEFAULT,
                  PNG_FILTER_TYPE_DEFAULT);
-    if (!Pixels.PaletteColors.empty())
+    if (!pixels.PaletteColors.empty())
     {
-        png_set_PLTE(Write.Png,
-                     Write.Info,
-                     reinterpret_cast<png_const_colorp>(Pixels.PaletteColors.data()),
-                     static_cast<int>(Pixels.PaletteColors.size() / 3));
+        png_set_PLTE(write.Png,
+                     write.Info,
+                     reinterpret_cast<png_const_colorp>(pixels.PaletteColors.data()),
+                     static_cast<int>(pixels.PaletteColors.size() / 3));
     }
-    png_write_info(Write.Png, Write.Info);
-    if (Pixels.BitDepth == 16 && std::endian::native == std::endian::little)
+    png_write_info(write.Png, write.Info);
+    if (pixels.BitDepth == 16 && std::endian::native == std::endian::little)
     {
-        png_set_swap(Write.Png);
+        png_set_swap(write.Png);
     }
-    for (size_t iRow = 0; iRow < Pixels.Height; ++iRow)
+    for (size_t iRow = 0; iRow < pixels.Height; ++iRow)
     {
         if (iRow % ROWS_A_REPORT == 0 &&
-            !ReportProgress(TASK, static_cast<float>(iRow) / static_cast<float>(Pixels.Height)))
+            !ReportProgress(TASK, static_cast<float>(iRow) / static_cast<float>(pixels.Height)))
         {
-            png_error(Write.Png, "cancelled");
+            png_error(write.Png, "cancelled");
         }
-        png_write_row(Write.Png, Pixels.Rows + iRow * Pixels.RowBytes);
+        png_write_row(write.Png, pixels.Rows + iRow * pixels.RowBytes);
     }
-    png_write_end(Write.Png, Write.Info);
+    png_write_end(write.Png, write.Info);
 }
 
-bool RunGuarded(SPngWrite& Write)
+bool RunGuarded(SPngWrite& write)
 {
-    if (setjmp(png_jmpbuf(Write.Png)) != 0)
+    if (setjmp(png_jmpbuf(write.Png)) != 0)
     {
         ReportProgress(TASK, 1.0F);
         return false;
     }
-    WriteSteps(Write);
+    WriteSteps(write);
     ReportProgress(TASK, 1.0F);
     return true;
 }
 
 } // namespace
 
-bool WritePng(const SPngPixels& Pixels, std::vector<uint8_t>& Out, std::string& strFault)
+bool WritePng(const SPngPixels& pixels, std::vector<uint8_t>& out, std::string& strFault)
 {
-    SPngWrite Write;
-    Write.Pixels = &Pixels;
-    Write.Out = &Out;
-    Write.Png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &Write, OnError, OnWarning);
-    Write.Info = Write.Png != nullptr ? png_create_info_struct(Write.Png) : nullptr;
-    if (Write.Info == nullptr)
+    SPngWrite write;
+    write.Pixels = &pixels;
+    write.Out = &out;
+    write.Png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &write, OnError, OnWarning);
+    write.Info = write.Png != nullptr ? png_create_info_struct(write.Png) : nullptr;
+    if (write.Info == nullptr)
     {
         strFault = "not enough memory";
         return false;
     }
-    if (!RunGuarded(Write))
+    if (!RunGuarded(write))
     {
-        strFault = Write.Fault;
+        strFault = write.Fault;
         return false;
     }
     return true;

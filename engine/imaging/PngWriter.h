@@ -18,5 +18,5 @@ struct SPngPixels
     std::span<const uint8_t> PaletteColors; // red, green, blue each; empty without a palette
 };
 
-// Appends the whole file to Out. False leaves a fault in strFault, a phrase without a line feed.
-bool WritePng(const SPngPixels& Pixels, std::vector<uint8_t>& Out, std::string& strFault);
+// Appends the whole file to out. False leaves a fault in strFault, a phrase without a line feed.
+bool WritePng(const SPngPixels& pixels, std::vector<uint8_t>& out, std::string& strFault);

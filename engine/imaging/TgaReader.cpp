@@ -42,14 +42,14 @@ bool IsColorBits(uint32_t uBits)
 }
 
 // The header has no mark of its own, so it must make sense in every field.
-bool IsKnownKind(const STgaHeader& Header, uint32_t uMapType, uint32_t uMapBits, uint32_t uBits)
+bool IsKnownKind(const STgaHeader& header, uint32_t uMapType, uint32_t uMapBits, uint32_t uBits)
 {
-    const bool bMap = uMapType == 1 && Header.MapLength > 0 && IsColorBits(uMapBits);
+    const bool bMap = uMapType == 1 && header.MapLength > 0 && IsColorBits(uMapBits);
     if (uMapType > 1 || (uMapType == 1 && !bMap))
     {
         return false;
     }
-    switch (Header.Kind)
+    switch (header.Kind)
     {
     case KIND_INDEXED:
         return bMap && uBits == 8;
@@ -62,51 +62,51 @@ bool IsKnownKind(const STgaHeader& Header, uint32_t uMapType, uint32_t uMapBits,
     }
 }
 
-bool HasEnoughPixels(size_t nBytes, const STgaHeader& Header)
+bool HasEnoughPixels(size_t nBytes, const STgaHeader& header)
 {
-    const uint64_t nPixels = uint64_t{Header.Width} * Header.Height;
-    if (Header.HasRuns)
+    const uint64_t nPixels = uint64_t{header.Width} * header.Height;
+    if (header.HasRuns)
     {
         const uint64_t nPackets = (nPixels + 127) / 128;
-        return nPackets * (1 + Header.PixelBytes) <= nBytes;
+        return nPackets * (1 + header.PixelBytes) <= nBytes;
     }
-    return nPixels * Header.PixelBytes <= nBytes;
+    return nPixels * header.PixelBytes <= nBytes;
 }
 
-bool ReadHeader(std::span<const uint8_t> Data, STgaHeader& Header, std::string& strFault)
+bool ReadHeader(std::span<const uint8_t> data, STgaHeader& header, std::string& strFault)
 {
-    if (Data.size() < HEADER_BYTES)
+    if (data.size() < HEADER_BYTES)
     {
         strFault = "damaged TGA file: the file ends too early";
         return false;
     }
-    const uint32_t uBits = Data[16];
-    Header.Kind = Data[2] & ~RUNS;
-    Header.HasRuns = (Data[2] & RUNS) != 0;
-    Header.HasMap = Data[1] == 1;
-    Header.MapFirst = ReadLe16(&Data[3]);
-    Header.MapLength = ReadLe16(&Data[5]);
-    Header.MapEntryBytes = (uint32_t{Data[7]} + 7) / 8;
-    Header.Width = ReadLe16(&Data[12]);
-    Header.Height = ReadLe16(&Data[14]);
-    Header.PixelBytes = (uBits + 7) / 8;
-    Header.AlphaBits = Data[17] & 0xF;
-    Header.RightToLeft = (Data[17] & 0x10) != 0;
-    Header.TopDown = (Data[17] & 0x20) != 0;
-    if (!IsKnownKind(Header, Data[1], Data[7], uBits) || Header.Width == 0 || Header.Height == 0)
+    const uint32_t uBits = data[16];
+    header.Kind = data[2] & ~RUNS;
+    header.HasRuns = (data[2] & RUNS) != 0;
+    header.HasMap = data[1] == 1;
+    header.MapFirst = ReadLe16(&data[3]);
+    header.MapLength = ReadLe16(&data[5]);
+    header.MapEntryBytes = (uint32_t{data[7]} + 7) / 8;
+    header.Width = ReadLe16(&data[12]);
+    header.Height = ReadLe16(&data[14]);
+    header.PixelBytes = (uBits + 7) / 8;
+    header.AlphaBits = data[17] & 0xF;
+    header.RightToLeft = (data[17] & 0x10) != 0;
+    header.TopDown = (data[17] & 0x20) != 0;
+    if (!IsKnownKind(header, data[1], data[7], uBits) || header.Width == 0 || header.Height == 0)
     {
         strFault = "damaged TGA file, or a kind of TGA that is not supported";
         return false;
     }
-    if (!CheckImageSize(Header.Width, Header.Height, strFault))
+    if (!CheckImageSize(header.Width, header.Height, strFault))
     {
         return false;
     }
-    Header.MapPosition = HEADER_BYTES + Data[0];
-    Header.PixelPosition =
-        Header.MapPosition + (Header.HasMap ? size_t{Header.MapLength} * Header.MapEntryBytes : 0);
-    if (Header.PixelPosition > Data.size() ||
-        !HasEnoughPixels(Data.size() - Header.PixelPosition, Header))
+    header.MapPosition = HEADER_BYTES + data[0];
+    header.PixelPosition =
+        header.MapPosition + (header.HasMap ? size_t{header.MapLength} * header.MapEntryBytes : 0);
+    if (header.PixelPosition > data.size() ||
+        !HasEnoughPixels(data.size() - header.PixelPosition, header))
     {
         strFault = "damaged TGA file: the file ends too early";
         return false;
@@ -115,27 +115,27 @@ bool ReadHeader(std::span<const uint8_t> Data, STgaHeader& Header, std::string& 
 }
 
 // Unpacks runs, which may cross rows. False when the packets end early or go on beyond the picture.
-bool UnpackRuns(std::span<const uint8_t> Packets, std::span<uint8_t> Pixels, size_t nPixelBytes)
+bool UnpackRuns(std::span<const uint8_t> packets, std::span<uint8_t> pixels, size_t nPixelBytes)
 {
     size_t nIn = 0;
     size_t nOut = 0;
-    while (nOut < Pixels.size())
+    while (nOut < pixels.size())
     {
-        if (nIn >= Packets.size())
+        if (nIn >= packets.size())
         {
             return false;
         }
-        const uint8_t uPacket = Packets[nIn++];
+        const uint8_t uPacket = packets[nIn++];
         const bool bRun = (uPacket & 0x80) != 0;
         const size_t nBytes = ((uPacket & 0x7F) + size_t{1}) * nPixelBytes;
         const size_t nStored = bRun ? nPixelBytes : nBytes;
-        if (nBytes > Pixels.size() - nOut || nStored > Packets.size() - nIn)
+        if (nBytes > pixels.size() - nOut || nStored > packets.size() - nIn)
         {
             return false;
         }
         for (size_t nDone = 0; nDone < nBytes; nDone += nStored)
         {
-            std::memcpy(&Pixels[nOut + nDone], &Packets[nIn], nStored);
+            std::memcpy(&pixels[nOut + nDone], &packets[nIn], nStored);
         }
         nIn += nStored;
         nOut += nBytes;
@@ -159,14 +159,14 @@ void ReadColor(const uint8_t* pSource, uint32_t uBytes, uint8_t* pDest)
     }
 }
 
-void ReadRow(const uint8_t* pSource, const STgaHeader& Header, uint8_t* pDest)
+void ReadRow(const uint8_t* pSource, const STgaHeader& header, uint8_t* pDest)
 {
-    if (Header.PixelBytes != 2)
+    if (header.PixelBytes != 2)
     {
-        CopySwapped(pSource, pDest, Header.Width, Header.PixelBytes);
+        CopySwapped(pSource, pDest, header.Width, header.PixelBytes);
         return;
     }
-    for (uint32_t i = 0; i < Header.Width; ++i)
+    for (uint32_t i = 0; i < header.Width; ++i)
     {
         ReadColor(pSource + size_t{i} * 2, 2, pDest + size_t{i} * 3);
     }
@@ -184,14 +184,14 @@ void MirrorRow(uint8_t* pRow, uint32_t uWidth, uint32_t uPixelBytes)
 
 // Old writers leave both the number of alpha bits and the alpha of every pixel at 0 and mean an
 // opaque picture.
-void RepairAlpha(const STgaHeader& Header, CImage& Image)
+void RepairAlpha(const STgaHeader& header, CImage& image)
 {
-    if (Header.AlphaBits != 0 || Image.GetFormat() != EImageFormat::Rgba32)
+    if (header.AlphaBits != 0 || image.GetFormat() != EImageFormat::Rgba32)
     {
         return;
     }
-    uint8_t* pData = Image.GetRawData();
-    const size_t nBytes = Image.GetByteCount();
+    uint8_t* pData = image.GetRawData();
+    const size_t nBytes = image.GetByteCount();
     for (size_t i = 3; i < nBytes; i += 4)
     {
         if (pData[i] != 0)
@@ -206,22 +206,22 @@ void RepairAlpha(const STgaHeader& Header, CImage& Image)
 }
 
 // Entries keep the index the pixels call them by: those before the first stored one are black.
-std::unique_ptr<CPalette> ReadPalette(std::span<const uint8_t> Data, const STgaHeader& Header)
+std::unique_ptr<CPalette> ReadPalette(std::span<const uint8_t> data, const STgaHeader& header)
 {
-    uint8_t Colors[CPalette::MAX_ENTRIES * 3] = {};
-    const uint32_t uEnd = std::min(Header.MapFirst + Header.MapLength, CPalette::MAX_ENTRIES);
-    for (uint32_t uEntry = Header.MapFirst; uEntry < uEnd; ++uEntry)
+    uint8_t colors[CPalette::MAX_ENTRIES * 3] = {};
+    const uint32_t uEnd = std::min(header.MapFirst + header.MapLength, CPalette::MAX_ENTRIES);
+    for (uint32_t uEntry = header.MapFirst; uEntry < uEnd; ++uEntry)
     {
-        const size_t nOffset = size_t{uEntry - Header.MapFirst} * Header.MapEntryBytes;
+        const size_t nOffset = size_t{uEntry - header.MapFirst} * header.MapEntryBytes;
         ReadColor(
-            &Data[Header.MapPosition + nOffset], Header.MapEntryBytes, Colors + size_t{uEntry} * 3);
+            &data[header.MapPosition + nOffset], header.MapEntryBytes, colors + size_t{uEntry} * 3);
     }
-    return CPalette::Create(Colors, uEnd);
+    return CPalette::Create(colors, uEnd);
 }
 
-EImageFormat GetFormat(const STgaHeader& Header)
+EImageFormat GetFormat(const STgaHeader& header)
 {
-    switch (Header.PixelBytes)
+    switch (header.PixelBytes)
     {
     case 1:
         return EImageFormat::Indexed8;
@@ -234,44 +234,44 @@ EImageFormat GetFormat(const STgaHeader& Header)
 
 } // namespace
 
-bool DecodeTga(std::span<const uint8_t> Data, SPicture& Picture, std::string& strFault)
+bool DecodeTga(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
-    STgaHeader Header;
-    if (!ReadHeader(Data, Header, strFault) ||
-        !MakeImage(Picture, Header.Width, Header.Height, GetFormat(Header), strFault))
+    STgaHeader header;
+    if (!ReadHeader(data, header, strFault) ||
+        !MakeImage(picture, header.Width, header.Height, GetFormat(header), strFault))
     {
         return false;
     }
-    std::span<const uint8_t> Pixels = Data.subspan(Header.PixelPosition);
+    std::span<const uint8_t> pixels = data.subspan(header.PixelPosition);
     std::unique_ptr<uint8_t[]> pUnpacked;
-    if (Header.HasRuns)
+    if (header.HasRuns)
     {
-        const size_t nBytes = size_t{Header.Width} * Header.Height * Header.PixelBytes;
+        const size_t nBytes = size_t{header.Width} * header.Height * header.PixelBytes;
         pUnpacked.reset(new (std::nothrow) uint8_t[nBytes]);
-        if (!pUnpacked || !UnpackRuns(Pixels, {pUnpacked.get(), nBytes}, Header.PixelBytes))
+        if (!pUnpacked || !UnpackRuns(pixels, {pUnpacked.get(), nBytes}, header.PixelBytes))
         {
             strFault = pUnpacked ? "damaged TGA file: the runs do not fit the picture"
                                  : "not enough memory";
             return false;
         }
-        Pixels = {pUnpacked.get(), nBytes};
+        pixels = {pUnpacked.get(), nBytes};
     }
-    CImage& Image = *Picture.Image;
-    for (uint32_t uFileRow = 0; uFileRow < Header.Height; ++uFileRow)
+    CImage& image = *picture.Image;
+    for (uint32_t uFileRow = 0; uFileRow < header.Height; ++uFileRow)
     {
-        const uint32_t uRow = Header.TopDown ? uFileRow : Header.Height - 1 - uFileRow;
-        ReadRow(&Pixels[size_t{uFileRow} * Header.Width * Header.PixelBytes],
-                Header,
-                Image.GetRow(uRow));
-        if (Header.RightToLeft)
+        const uint32_t uRow = header.TopDown ? uFileRow : header.Height - 1 - uFileRow;
+        ReadRow(&pixels[size_t{uFileRow} * header.Width * header.PixelBytes],
+                header,
+                image.GetRow(uRow));
+        if (header.RightToLeft)
         {
-            MirrorRow(Image.GetRow(uRow), Header.Width, Image.GetBitsPerPixel() / 8);
+            MirrorRow(image.GetRow(uRow), header.Width, image.GetBitsPerPixel() / 8);
         }
     }
-    RepairAlpha(Header, Image);
-    if (Header.Kind == KIND_INDEXED)
+    RepairAlpha(header, image);
+    if (header.Kind == KIND_INDEXED)
     {
-        Picture.Palette = ReadPalette(Data, Header);
+        picture.Palette = ReadPalette(data, header);
     }
     return true;
 }

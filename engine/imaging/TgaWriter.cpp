@@ -17,39 +17,39 @@ uint8_t GetKind(uint32_t uPixelBytes, bool bPalette)
 
 // Says where no further areas are and ends in the mark by which a TGA is told without its
 // extension.
-void AppendFooter(std::vector<uint8_t>& Out)
+void AppendFooter(std::vector<uint8_t>& out)
 {
-    constexpr char Mark[] = "TRUEVISION-XFILE."; // with its final NUL
-    AppendLe32(Out, 0);
-    AppendLe32(Out, 0);
-    Out.insert(Out.end(), Mark, Mark + sizeof(Mark));
+    constexpr char MARK[] = "TRUEVISION-XFILE."; // with its final NUL
+    AppendLe32(out, 0);
+    AppendLe32(out, 0);
+    out.insert(out.end(), MARK, MARK + sizeof(MARK));
 }
 
 } // namespace
 
-void EncodeTga(const IImage& Image, const IPalette* pPalette, std::vector<uint8_t>& Out)
+void EncodeTga(const IImage& image, const IPalette* pPalette, std::vector<uint8_t>& out)
 {
-    const uint32_t uPixelBytes = Image.GetBitsPerPixel() / 8;
+    const uint32_t uPixelBytes = image.GetBitsPerPixel() / 8;
     const uint32_t uEntries = pPalette != nullptr ? pPalette->GetCount() : 0;
-    const size_t nPixels = size_t{Image.GetWidth()} * Image.GetHeight();
-    Out.push_back(0); // no identification
-    Out.push_back(pPalette != nullptr ? 1 : 0);
-    Out.push_back(GetKind(uPixelBytes, pPalette != nullptr));
-    AppendLe16(Out, 0);
-    AppendLe16(Out, uEntries);
-    Out.push_back(pPalette != nullptr ? 24 : 0);
-    AppendLe32(Out, 0); // origin on a screen
-    AppendLe16(Out, Image.GetWidth());
-    AppendLe16(Out, Image.GetHeight());
-    Out.push_back(static_cast<uint8_t>(uPixelBytes * 8));
-    Out.push_back(uPixelBytes == 4 ? TOP_ROW_FIRST | 8 : TOP_ROW_FIRST);
+    const size_t nPixels = size_t{image.GetWidth()} * image.GetHeight();
+    out.push_back(0); // no identification
+    out.push_back(pPalette != nullptr ? 1 : 0);
+    out.push_back(GetKind(uPixelBytes, pPalette != nullptr));
+    AppendLe16(out, 0);
+    AppendLe16(out, uEntries);
+    out.push_back(pPalette != nullptr ? 24 : 0);
+    AppendLe32(out, 0); // origin on a screen
+    AppendLe16(out, image.GetWidth());
+    AppendLe16(out, image.GetHeight());
+    out.push_back(static_cast<uint8_t>(uPixelBytes * 8));
+    out.push_back(uPixelBytes == 4 ? TOP_ROW_FIRST | 8 : TOP_ROW_FIRST);
     for (uint32_t uEntry = 0; uEntry < uEntries; ++uEntry)
     {
         const uint8_t* pColor = pPalette->GetEntry(uEntry);
-        Out.insert(Out.end(), {pColor[2], pColor[1], pColor[0]});
+        out.insert(out.end(), {pColor[2], pColor[1], pColor[0]});
     }
-    const size_t nStart = Out.size();
-    Out.resize(nStart + nPixels * uPixelBytes);
-    CopySwapped(Image.GetRawData(), Out.data() + nStart, nPixels, uPixelBytes);
-    AppendFooter(Out);
+    const size_t nStart = out.size();
+    out.resize(nStart + nPixels * uPixelBytes);
+    CopySwapped(image.GetRawData(), out.data() + nStart, nPixels, uPixelBytes);
+    AppendFooter(out);
 }

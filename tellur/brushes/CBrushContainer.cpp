@@ -43,11 +43,11 @@ size_t GetBaseLength(const std::string& strName)
 // The trailing number; long ones saturate.
 int GetTrailingNumber(const std::string& strName, size_t nBaseLength)
 {
-    constexpr int64_t iLimit = 999'999'999;
+    constexpr int64_t LIMIT = 999'999'999;
     int64_t iNumber = 0;
     for (size_t i = nBaseLength; i < strName.size(); ++i)
     {
-        iNumber = std::min(iNumber * 10 + (strName[i] - '0'), iLimit);
+        iNumber = std::min(iNumber * 10 + (strName[i] - '0'), LIMIT);
     }
     return static_cast<int>(iNumber);
 }

@@ -109,7 +109,7 @@ bool CTellurBrush::LoadKey(const CTCPARSE_KEYWORD* pKey)
         void (CTellurBrush::*pSet)(float);
     };
 
-    static constexpr SFloatKey s_Keys[] = {
+    static constexpr SFloatKey KEYS[] = {
         {"power_modifier", &CTellurBrush::SetPowerModifier},
         {"usage_density", &CTellurBrush::SetUsageDensity},
         {"fade_factor", &CTellurBrush::SetFadeFactor},
@@ -117,7 +117,7 @@ bool CTellurBrush::LoadKey(const CTCPARSE_KEYWORD* pKey)
         {"extent", &CTellurBrush::SetExtent},
         {"vertical_distance", &CTellurBrush::SetVerticalDistance},
     };
-    for (const SFloatKey& key : s_Keys)
+    for (const SFloatKey& key : KEYS)
     {
         if (IsKeyword(pKey, key.pszName))
         {

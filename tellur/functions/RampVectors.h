@@ -25,7 +25,7 @@ inline float GetLength(const SVec3& v)
 // Left as it is when its length is (nearly) 0.
 inline SVec3 Normalize(const SVec3& v)
 {
-    constexpr float fMinLength = 1.0e-6F;
+    constexpr float MIN_LENGTH = 1.0e-6F;
     const float fLength = GetLength(v);
-    return fLength > fMinLength ? Scale(v, 1.0F / fLength) : v;
+    return fLength > MIN_LENGTH ? Scale(v, 1.0F / fLength) : v;
 }

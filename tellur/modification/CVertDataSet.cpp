@@ -13,15 +13,15 @@ namespace
 // Grid lines from ceil(min / step) to trunc(max / step). False when there are none.
 bool GetGridRange(float fMin, float fMax, float fStep, int& iFirst, int& iLast)
 {
-    constexpr float fLimit = 1.0e6F; // far beyond any grid, within an int
+    constexpr float LIMIT = 1.0e6F; // far beyond any grid, within an int
     const float fFirst = std::ceil(fMin / fStep);
     const float fLast = std::trunc(fMax / fStep);
-    if (!(fFirst <= fLast) || fFirst > fLimit || fLast < -fLimit)
+    if (!(fFirst <= fLast) || fFirst > LIMIT || fLast < -LIMIT)
     {
         return false;
     }
-    iFirst = static_cast<int>(std::max(fFirst, -fLimit));
-    iLast = static_cast<int>(std::min(fLast, fLimit));
+    iFirst = static_cast<int>(std::max(fFirst, -LIMIT));
+    iLast = static_cast<int>(std::min(fLast, LIMIT));
     return true;
 }
 
@@ -158,8 +158,8 @@ bool CVertDataSet::SetData(const float* pBuffer, int iBufferSizeX, int iBufferSi
 
 SExtents CVertDataSet::GetStartExtents()
 {
-    constexpr float fFar = 1000000.0F;
-    return {{fFar, fFar, fFar}, {0.0F, 0.0F, 0.0F}};
+    constexpr float FAR = 1000000.0F;
+    return {{FAR, FAR, FAR}, {0.0F, 0.0F, 0.0F}};
 }
 
 void CVertDataSet::Widen(SExtents& extents, const SVec3& point)

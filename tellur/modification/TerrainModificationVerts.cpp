@@ -125,13 +125,13 @@ SMergeResult CTerrainModification::GetResult(const SExtents& changed, size_t nCh
 // same in both.
 template <typename TVisit> void CTerrainModification::VisitDifferences(int iZ, TVisit visit)
 {
-    constexpr int iChunk = 256;
+    constexpr int CHUNK = 256;
     const size_t nRow = static_cast<size_t>(iZ) * m_SizeX;
     const float* pSource = m_Source.pHeights.get() + nRow;
     float* pDest = m_Dest.pHeights.get() + nRow;
-    for (int iStart = m_TouchedMinX; iStart <= m_TouchedMaxX; iStart += iChunk)
+    for (int iStart = m_TouchedMinX; iStart <= m_TouchedMaxX; iStart += CHUNK)
     {
-        const int iEnd = std::min(iStart + iChunk, m_TouchedMaxX + 1);
+        const int iEnd = std::min(iStart + CHUNK, m_TouchedMaxX + 1);
         const auto nCount = static_cast<size_t>(iEnd - iStart);
         if (std::memcmp(pSource + iStart, pDest + iStart, nCount * sizeof(float)) == 0)
         {

@@ -37,8 +37,8 @@ std::string Browse(EFileDialog eKind,
 CTerrain2DDrawDlg::CTerrain2DDrawDlg()
     : CDialog(DRAW_DIALOG)
 {
-    constexpr float red[] = {1.0F, 0.0F, 0.0F, 1.0F};
-    m_CurrentColor.SetColor(red);
+    constexpr float RED[] = {1.0F, 0.0F, 0.0F, 1.0F};
+    m_CurrentColor.SetColor(RED);
     BindControls();
     Listen();
     EnableToolTips(true);

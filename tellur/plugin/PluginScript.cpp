@@ -37,7 +37,7 @@ EScriptResult IPluginImpl::Play(const CTCPARSE_KEYWORD* pKeyword, std::string& s
 {
     const CResourceScope scope(&GetPluginResources());
     using FPlay = bool (IPluginImpl::*)(const CTCPARSE_KEYWORD*, std::string&);
-    constexpr std::pair<const char*, FPlay> keywords[] = {
+    constexpr std::pair<const char*, FPlay> KEYWORDS[] = {
         {"brush", &IPluginImpl::PlayBrush},
         {"brush_file", &IPluginImpl::PlayBrushFile},
         {"use_brush", &IPluginImpl::PlayUseBrush},
@@ -46,12 +46,12 @@ EScriptResult IPluginImpl::Play(const CTCPARSE_KEYWORD* pKeyword, std::string& s
         {"auto_normals", &IPluginImpl::PlayAutoNormals},
         {"resolution", &IPluginImpl::PlayResolution},
     };
-    static_assert(HasEachHandler(keywords, EKeywordPlayer::Plugin));
-    const auto* pFound = std::find_if(std::begin(keywords),
-                                      std::end(keywords),
+    static_assert(HasEachHandler(KEYWORDS, EKeywordPlayer::Plugin));
+    const auto* pFound = std::find_if(std::begin(KEYWORDS),
+                                      std::end(KEYWORDS),
                                       [pKeyword](const auto& keyword)
                                       { return IsKeyword(pKeyword, keyword.first); });
-    if (pFound == std::end(keywords))
+    if (pFound == std::end(KEYWORDS))
     {
         return PlayPaint(pKeyword, strWhy);
     }
