@@ -1,35 +1,12 @@
 #include "editor/script/CDragRecorder.h"
 
+#include "engine/files/CJsonWriter.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
 
 #include <algorithm>
-#include <cinttypes>
 
-namespace
-{
-
-// Text between the quotes of a JSON string.
-std::string GetJsonText(const std::string& strText)
-{
-    constexpr char HEX[] = "0123456789abcdef";
-    std::string strJson;
-    for (const char character : strText)
-    {
-        const auto uByte = static_cast<unsigned char>(character);
-        if (uByte >= 0x20 && uByte < 0x7F && character != '"' && character != '\\')
-        {
-            strJson += character;
-            continue;
-        }
-        strJson += "\\u00";
-        strJson += HEX[uByte / 16];
-        strJson += HEX[uByte % 16];
-    }
-    return strJson;
-}
-
-} // namespace
+static constexpr int MILLISECOND_DECIMALS = 6; // nanoseconds
 
 void CDragRecorder::Begin(const std::string& strFunction)
 {
@@ -66,25 +43,30 @@ bool CDragRecorder::HasLost() const
 
 bool CDragRecorder::Write(const char* pszPath) const
 {
+    CJsonWriter json;
+    json.BeginLines(0);
+    for (const SDrag& drag : m_Drags)
+    {
+        json.BeginObject();
+        json.WriteKey("function");
+        json.WriteText(drag.strFunction.c_str());
+        json.WriteKey("points");
+        json.WriteNumber(drag.statistics.nPoints);
+        json.WriteKey("visited");
+        json.WriteNumber(drag.statistics.nVisited);
+        json.WriteKey("changed");
+        json.WriteNumber(drag.statistics.nChanged);
+        json.WriteKey("ms");
+        json.WriteFixed(drag.fMilliseconds, MILLISECOND_DECIMALS);
+        json.WriteKey("worst_ms");
+        json.WriteFixed(drag.fWorstMilliseconds, MILLISECOND_DECIMALS);
+        json.End();
+    }
+    json.End();
     fs::ifile file;
     if (file.open(pszPath, fs::mode_write))
     {
-        file << "[";
-        const char* pszBetween = "\n";
-        for (const SDrag& drag : m_Drags)
-        {
-            file.printf("%s{\"function\": \"%s\", \"points\": %" PRIu64 ", \"visited\": %" PRIu64
-                        ", \"changed\": %" PRIu64 ", \"ms\": %.6f, \"worst_ms\": %.6f}",
-                        pszBetween,
-                        GetJsonText(drag.strFunction).c_str(),
-                        drag.statistics.nPoints,
-                        drag.statistics.nVisited,
-                        drag.statistics.nChanged,
-                        drag.fMilliseconds,
-                        drag.fWorstMilliseconds);
-            pszBetween = ",\n";
-        }
-        file << "\n]\n";
+        file << json.GetText().c_str();
         if (file.close())
         {
             return true;

@@ -2,7 +2,7 @@
 #include "host/FileSystem.h"
 #include "host/Program.h"
 #include "parser/TCParseFile.h"
-#include "tools/parse/CJsonWriter.h"
+#include "tools/parse/TreeJson.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -69,5 +69,5 @@ int main(int argc, char** argv)
     {
         return exit_failed;
     }
-    return Print(CJsonWriter().Write(pTree.get())) ? exit_done : exit_failed;
+    return Print(MakeTreeJson(pTree.get())) ? exit_done : exit_failed;
 }
