@@ -255,3 +255,20 @@ TEST(Documents, MessagesExist)
     }
     EXPECT_GE(nChecked, 3U);
 }
+
+TEST(Documents, EveryLibraryThatIsNeededIsListed)
+{
+    static const std::regex s_Needed("\\[lib[^\\]]*\\.so");
+    static const std::regex s_NotListed("tellur|asan|ubsan"); // ours, and those of one build
+    const std::string strListed = ReadFile("THIRD-PARTY.md");
+    const SRun run =
+        RunCommand("readelf -d libtellur*.so tellur-* framework-gallery", TELLUR_BIN_DIR);
+    const std::vector<std::string> needed = FindAll(run.strOutput, s_Needed);
+    EXPECT_GT(needed.size(), 20U) << run.strOutput;
+    for (const std::string& strFound : needed)
+    {
+        const std::string strFile = strFound.substr(1);
+        const bool bListed = strListed.find("`" + strFile + "`") != std::string::npos;
+        EXPECT_TRUE(bListed || std::regex_search(strFile, s_NotListed)) << strFile;
+    }
+}

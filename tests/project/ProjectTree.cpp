@@ -96,7 +96,7 @@ std::vector<std::string> ListFiles(const std::vector<std::string>& folders,
 
 std::vector<std::string> ListDocuments()
 {
-    return ListFiles({"README.md", "CONTRIBUTING.md", "docs"}, {".md"});
+    return ListFiles({"README.md", "CONTRIBUTING.md", "THIRD-PARTY.md", "docs"}, {".md"});
 }
 
 bool ExistsInTree(const std::string& strPath)

@@ -20,7 +20,7 @@ std::vector<std::string> ListFolders();
 std::vector<std::string> ListFiles(const std::vector<std::string>& folders,
                                    const std::vector<std::string>& extensions = {});
 
-// The documents: README.md, CONTRIBUTING.md and docs/.
+// The documents: those at the root, and docs/.
 std::vector<std::string> ListDocuments();
 
 bool ExistsInTree(const std::string& strPath);
