@@ -5,8 +5,8 @@
 #include "benchmarks/BenchHost.h"
 #include "benchmarks/Effort.h"
 #include "framework/core/CRuntimeClass.h"
+#include "framework/qt/WidgetAccess.h"
 #include "framework/widgets/CFormView.h"
-#include "framework/widgets/qt/WidgetAccess.h"
 #include "host/ActionIds.h"
 #include "host/IPlugin.h"
 

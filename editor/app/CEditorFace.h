@@ -4,7 +4,7 @@
 #include "editor/core/IHostFace.h"
 #include "editor/core/IHostObserver.h"
 #include "editor/script/CScriptCursor.h"
-#include "framework/widgets/CWidgetFrontEnd.h"
+#include "framework/qt/CWidgetFrontEnd.h"
 
 class CEditorWindow;
 class CMessagesDock;

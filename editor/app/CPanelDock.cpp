@@ -1,8 +1,8 @@
 #include "editor/app/CPanelDock.h"
 
 #include "framework/core/CRuntimeClass.h"
+#include "framework/qt/WidgetAccess.h"
 #include "framework/widgets/CFormView.h"
-#include "framework/widgets/qt/WidgetAccess.h"
 
 #include <QCloseEvent>
 #include <QScrollArea>

@@ -4,7 +4,7 @@
 #include "editor/app/CCursorNote.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
-#include "framework/widgets/qt/WidgetAccess.h"
+#include "framework/qt/WidgetAccess.h"
 #include "host/IPlugin.h"
 #include "host/IPluginTools.h"
 

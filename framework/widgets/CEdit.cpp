@@ -1,6 +1,6 @@
 #include "framework/widgets/CEdit.h"
 
-#include "framework/widgets/qt/CWindowNode.h"
+#include "framework/qt/CWindowNode.h"
 
 #include <QLineEdit>
 

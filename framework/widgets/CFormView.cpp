@@ -1,7 +1,7 @@
 #include "framework/widgets/CFormView.h"
 
-#include "framework/widgets/qt/CFormBuilder.h"
-#include "framework/widgets/qt/CWindowNode.h"
+#include "framework/qt/CFormBuilder.h"
+#include "framework/qt/CWindowNode.h"
 
 #include <QScrollArea>
 

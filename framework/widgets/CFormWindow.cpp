@@ -1,10 +1,10 @@
 #include "framework/widgets/CFormWindow.h"
 
 #include "framework/core/ResourceModule.h"
+#include "framework/qt/CWindowNode.h"
+#include "framework/qt/ControlWidgets.h"
 #include "framework/widgets/CButton.h"
 #include "framework/widgets/FieldText.h"
-#include "framework/widgets/qt/CWindowNode.h"
-#include "framework/widgets/qt/ControlWidgets.h"
 #include "host/Log.h"
 
 #include <QAbstractButton>

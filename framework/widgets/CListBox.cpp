@@ -1,6 +1,6 @@
 #include "framework/widgets/CListBox.h"
 
-#include "framework/widgets/qt/CWindowNode.h"
+#include "framework/qt/CWindowNode.h"
 
 #include <QListWidget>
 

@@ -1,7 +1,7 @@
 #include "framework/widgets/CListCtrl.h"
 
-#include "framework/widgets/qt/CReportView.h"
-#include "framework/widgets/qt/CWindowNode.h"
+#include "framework/qt/CReportView.h"
+#include "framework/qt/CWindowNode.h"
 
 #include <QHeaderView>
 

@@ -1,7 +1,7 @@
 #include "framework/widgets/CSpinButtonCtrl.h"
 
-#include "framework/widgets/qt/CWindowNode.h"
-#include "framework/widgets/qt/ControlWidgets.h"
+#include "framework/qt/CWindowNode.h"
+#include "framework/qt/ControlWidgets.h"
 
 namespace
 {

@@ -1,8 +1,8 @@
 #include "framework/widgets/CWindow.h"
 
 #include "framework/core/Capture.h"
-#include "framework/widgets/qt/CWindowNode.h"
-#include "framework/widgets/qt/ControlWidgets.h"
+#include "framework/qt/CWindowNode.h"
+#include "framework/qt/ControlWidgets.h"
 
 #include <QAbstractButton>
 #include <QApplication>

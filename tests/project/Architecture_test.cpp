@@ -206,7 +206,7 @@ TEST(Architecture, QtIsEnteredOnlyWhereTheArchitectureSaysSo)
     const auto mayUseQt = [](const std::string& strFile)
     {
         const bool bSource = strFile.ends_with(".cpp");
-        return LiesIn(strFile, "framework/widgets/qt") || strFile == "tools/gallery/main.cpp" ||
+        return LiesIn(strFile, "framework/qt") || strFile == "tools/gallery/main.cpp" ||
                (bSource && LiesIn(strFile, "framework/drawing")) ||
                (bSource && LiesIn(strFile, "framework/widgets")) ||
                LiesIn(strFile, "editor/view") || LiesIn(strFile, "editor/app");

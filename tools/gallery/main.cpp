@@ -1,8 +1,8 @@
 // framework-gallery: every control of the window framework in one window.
 
 #include "framework/core/ResourceModule.h"
-#include "framework/widgets/CWidgetFrontEnd.h"
-#include "framework/widgets/qt/WidgetAccess.h"
+#include "framework/qt/CWidgetFrontEnd.h"
+#include "framework/qt/WidgetAccess.h"
 #include "host/CommandLine.h"
 #include "host/Program.h"
 #include "tools/gallery/CGalleryView.h"

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "framework/core/ResourceModule.h"
+#include "framework/qt/WidgetAccess.h"
 #include "framework/widgets/CDialog.h"
 #include "framework/widgets/CFormView.h"
-#include "framework/widgets/qt/WidgetAccess.h"
 
 #include <QWidget>
 

@@ -1,8 +1,8 @@
 // The gallery worked through with the keyboard alone, and pictures of it.
 
 #include "framework/core/ResourceModule.h"
-#include "framework/widgets/CWidgetFrontEnd.h"
-#include "framework/widgets/qt/WidgetAccess.h"
+#include "framework/qt/CWidgetFrontEnd.h"
+#include "framework/qt/WidgetAccess.h"
 #include "tests/support/CLogCatcher.h"
 #include "tools/gallery/CGalleryView.h"
 #include "tools/gallery/GalleryIds.h"

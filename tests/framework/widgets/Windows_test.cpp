@@ -2,7 +2,7 @@
 
 #include "framework/core/Capture.h"
 #include "framework/drawing/CDrawContext.h"
-#include "framework/widgets/CWidgetFrontEnd.h"
+#include "framework/qt/CWidgetFrontEnd.h"
 #include "tests/framework/widgets/ControlsForm.h"
 #include "tests/support/CLogCatcher.h"
 

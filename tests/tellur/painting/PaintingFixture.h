@@ -2,7 +2,7 @@
 
 #include "engine/paint/CPaintLayer.h"
 #include "engine/world/CWorld.h"
-#include "framework/widgets/qt/WidgetAccess.h"
+#include "framework/qt/WidgetAccess.h"
 #include "host/Image.h"
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/painting/CTerrain2DDrawDlg.h"

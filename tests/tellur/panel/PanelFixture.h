@@ -1,7 +1,7 @@
 #pragma once
 
+#include "framework/qt/WidgetAccess.h"
 #include "framework/widgets/CFormView.h"
-#include "framework/widgets/qt/WidgetAccess.h"
 #include "tellur/panel/PanelIds.h"
 #include "tests/tellur/plugin/PluginFixture.h"
 

@@ -3,8 +3,8 @@
 
 #include "framework/core/CRuntimeClass.h"
 #include "framework/core/ResourceModule.h"
+#include "framework/qt/WidgetAccess.h"
 #include "framework/widgets/CFormView.h"
-#include "framework/widgets/qt/WidgetAccess.h"
 #include "tests/tellur/plugin/PluginLibraryFixture.h"
 
 #include <malloc.h>

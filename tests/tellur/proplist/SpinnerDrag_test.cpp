@@ -1,7 +1,7 @@
 // The spinner under a real mouse: the drag is captured, and the cursor comes back on the other side
 // of the screen.
 
-#include "framework/widgets/CWidgetFrontEnd.h"
+#include "framework/qt/CWidgetFrontEnd.h"
 #include "tests/tellur/proplist/PropListFixture.h"
 
 #include <QProcess>

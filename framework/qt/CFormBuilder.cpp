@@ -1,8 +1,8 @@
-#include "framework/widgets/qt/CFormBuilder.h"
+#include "framework/qt/CFormBuilder.h"
 
+#include "framework/qt/CWindowNode.h"
+#include "framework/qt/ControlWidgets.h"
 #include "framework/widgets/CFormWindow.h"
-#include "framework/widgets/qt/CWindowNode.h"
-#include "framework/widgets/qt/ControlWidgets.h"
 
 #include <QGroupBox>
 #include <QLineEdit>

@@ -1,10 +1,10 @@
-#include "framework/widgets/CWidgetFrontEnd.h"
+#include "framework/qt/CWidgetFrontEnd.h"
 
 #include "framework/core/CMenu.h"
 #include "framework/core/Resources.h"
 #include "framework/drawing/ColorRef.h"
-#include "framework/widgets/qt/CWindowNode.h"
-#include "framework/widgets/qt/WidgetAccess.h"
+#include "framework/qt/CWindowNode.h"
+#include "framework/qt/WidgetAccess.h"
 
 #include <QApplication>
 #include <QColorDialog>

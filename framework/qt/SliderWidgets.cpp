@@ -1,7 +1,7 @@
 // Sliders and spin buttons: what they were told to do goes out as codes and steps.
 
-#include "framework/widgets/qt/CWindowNode.h"
-#include "framework/widgets/qt/ControlWidgets.h"
+#include "framework/qt/CWindowNode.h"
+#include "framework/qt/ControlWidgets.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

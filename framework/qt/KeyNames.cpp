@@ -1,4 +1,4 @@
-#include "framework/widgets/qt/KeyNames.h"
+#include "framework/qt/KeyNames.h"
 
 #include <QKeyEvent>
 

@@ -1,6 +1,6 @@
-#include "framework/widgets/qt/CWindowNode.h"
+#include "framework/qt/CWindowNode.h"
 
-#include "framework/widgets/qt/KeyNames.h"
+#include "framework/qt/KeyNames.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

@@ -21,7 +21,7 @@ public:
     SScreenPoint GetCursorPos() const override;
     void SetCursorPos(SScreenPoint point) override;
     SScreenPoint GetScreenSize() const override;
-    // Shown by the views that a host has registered, see qt/WidgetAccess.h.
+    // Shown by the views that a host has registered, see WidgetAccess.h.
     void SetCursor(const SCursorResource* pCursor) override;
     void SetCapture(uintptr_t uWindow) override;
     void ReleaseCapture() override;

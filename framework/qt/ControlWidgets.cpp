@@ -1,8 +1,8 @@
-#include "framework/widgets/qt/ControlWidgets.h"
+#include "framework/qt/ControlWidgets.h"
 
+#include "framework/qt/CReportView.h"
+#include "framework/qt/CWindowNode.h"
 #include "framework/widgets/CButton.h"
-#include "framework/widgets/qt/CReportView.h"
-#include "framework/widgets/qt/CWindowNode.h"
 
 #include <QGroupBox>
 #include <QLabel>

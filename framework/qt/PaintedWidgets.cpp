@@ -2,8 +2,8 @@
 
 #include "framework/drawing/CDrawContext.h"
 #include "framework/drawing/SystemColors.h"
-#include "framework/widgets/qt/CWindowNode.h"
-#include "framework/widgets/qt/ControlWidgets.h"
+#include "framework/qt/CWindowNode.h"
+#include "framework/qt/ControlWidgets.h"
 
 #include <QPaintEvent>
 #include <QPainter>
