@@ -2,42 +2,56 @@
 
 #include "framework/drawing/CPixelBuffer.h"
 
-#include <QtCore/QBuffer>
-#include <QtGui/QImage>
-#include <QtGui/QImageReader>
+#include <png.h>
 
-#include <cstring>
+#include <algorithm>
+#include <array>
 #include <utility>
+
+namespace
+{
+
+// The chunk that ends a PNG, of which the PNG library reads nothing.
+constexpr std::array<uint8_t, 12> LAST_CHUNK = {
+    0, 0, 0, 0, 'I', 'E', 'N', 'D', 0xAE, 0x42, 0x60, 0x82};
+
+// What the PNG library keeps between the header and the pixels.
+class CPngImage
+{
+public:
+    CPngImage() { m_Image.version = PNG_IMAGE_VERSION; }
+
+    ~CPngImage() { png_image_free(&m_Image); }
+
+    CPngImage(const CPngImage&) = delete;
+    CPngImage& operator=(const CPngImage&) = delete;
+
+    png_image& Get() { return m_Image; }
+
+private:
+    png_image m_Image = {};
+};
+
+} // namespace
 
 bool DecodePicture(const uint8_t* pPng, size_t nBytes, CPixelBuffer& pixels)
 {
-    if (pPng == nullptr || nBytes == 0)
+    CPngImage picture;
+    png_image& image = picture.Get();
+    if (pPng == nullptr || nBytes < LAST_CHUNK.size() ||
+        !std::equal(LAST_CHUNK.begin(), LAST_CHUNK.end(), pPng + nBytes - LAST_CHUNK.size()) ||
+        png_image_begin_read_from_memory(&image, pPng, nBytes) == 0 ||
+        image.width > MAX_PICTURE_SIDE || image.height > MAX_PICTURE_SIDE)
     {
         return false;
     }
-    QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(pPng),
-                                               static_cast<qsizetype>(nBytes));
-    QBuffer buffer(&bytes);
-    if (!buffer.open(QIODevice::ReadOnly))
-    {
-        return false;
-    }
-    QImageReader reader(&buffer, "png");
-    const QSize size = reader.size();
-    if (size.width() > MAX_PICTURE_SIDE || size.height() > MAX_PICTURE_SIDE)
-    {
-        return false;
-    }
-    const QImage image = reader.read().convertToFormat(QImage::Format_ARGB32);
+    image.format = PNG_FORMAT_BGRA;
     CPixelBuffer decoded;
-    if (image.isNull() || !decoded.Create(image.width(), image.height(), 32))
+    if (!decoded.Create(static_cast<int>(image.width), static_cast<int>(image.height), 32) ||
+        png_image_finish_read(&image, nullptr, decoded.GetRow(0), decoded.GetStride(), nullptr) ==
+            0)
     {
         return false;
-    }
-    for (int y = 0; y < image.height(); ++y)
-    {
-        std::memcpy(
-            decoded.GetRow(y), image.constScanLine(y), static_cast<size_t>(image.width()) * 4);
     }
     pixels = std::move(decoded);
     return true;
