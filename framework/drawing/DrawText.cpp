@@ -1,56 +1,35 @@
+#include "framework/core/IWindowSystem.h"
 #include "framework/drawing/CDrawContext.h"
 #include "framework/drawing/DrawLimits.h"
+#include "framework/drawing/IDrawingSystem.h"
 #include "framework/drawing/PixelFormat.h"
 #include "host/Log.h"
 
-#include <QtGui/QFontInfo>
-#include <QtGui/QFontMetrics>
-#include <QtGui/QGuiApplication>
-#include <QtGui/QImage>
-#include <QtGui/QPainter>
-
-#include <cmath>
+#include <memory>
+#include <new>
 
 namespace
 {
 
-// pszWhere names the operation in the line.
-bool CanDrawText(const char* pszWhere, const char* pszUtf8)
+// Null, with one logged line, when no text can be drawn. pszWhere names the operation in the line.
+const IDrawingSystem* FindFont(const char* pszWhere, const char* pszUtf8)
 {
-    const char* pszFault = pszUtf8 == nullptr ? "text is null" : nullptr;
-    if (pszFault == nullptr &&
-        qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr)
+    if (pszUtf8 == nullptr)
     {
-        pszFault = "no application to take the font from";
+        CrashLog("[CDrawContext::%s] text is null\n", pszWhere);
+        return nullptr;
     }
-    if (pszFault != nullptr)
+    IWindowSystem* pSystem = OpenWindowSystem();
+    if (pSystem == nullptr)
     {
-        CrashLog("[CDrawContext::%s] %s\n", pszWhere, pszFault);
+        return nullptr;
     }
-    return pszFault == nullptr;
-}
-
-// In device pixels, so that a context over any buffer gives the same text whatever the screen is.
-QFont MakeFont(double fScale)
-{
-    QFont font = QGuiApplication::font();
-    const double fPixels = std::round(QFontInfo(font).pixelSize() * fScale);
-    font.setPixelSize(static_cast<int>(std::clamp(fPixels, 1.0, 1000.0)));
-    font.setStyleStrategy(QFont::NoSubpixelAntialias);
-    return font;
-}
-
-QString MakeLine(const char* pszUtf8)
-{
-    QString strLine = QString::fromUtf8(pszUtf8);
-    for (QChar& character : strLine)
+    if (!pSystem->GetDrawing().IsReady())
     {
-        if (character == u'\n' || character == u'\r' || character == u'\t')
-        {
-            character = u' ';
-        }
+        CrashLog("[CDrawContext::%s] no application to take the font from\n", pszWhere);
+        return nullptr;
     }
-    return strLine;
+    return &pSystem->GetDrawing();
 }
 
 SRect PlaceText(const SRect& rect, SSize size, uint32_t uFlags)
@@ -66,40 +45,33 @@ SRect PlaceText(const SRect& rect, SSize size, uint32_t uFlags)
 
 bool CDrawContext::DrawText(const char* pszUtf8, const SRect& rect, uint32_t uFlags)
 {
-    if (!CanDrawText("DrawText", pszUtf8))
+    const IDrawingSystem* pFont = FindFont("DrawText", pszUtf8);
+    if (pFont == nullptr)
     {
         return false;
     }
-    const QFont font = MakeFont(m_Scale);
-    const QFontMetrics metrics(font);
-    const QString strLine = MakeLine(pszUtf8);
     const SRect area = LimitRect(rect);
-    const SSize size = {metrics.horizontalAdvance(strLine), metrics.height()};
-    const SRect text = PlaceText(area, size, uFlags);
+    const SRect text = PlaceText(area, pFont->GetTextSize(pszUtf8, m_Scale), uFlags);
     const SRect box = text.Intersect(area).Intersect(GetClipBox());
     if (box.IsEmpty())
     {
         return true;
     }
-    // The font engine gives how far each pixel is covered; colours are mixed here, at every depth
-    // alike.
-    QImage coverage(box.GetWidth(), box.GetHeight(), QImage::Format_Grayscale8);
-    if (coverage.isNull())
+    // The font gives how far each pixel is covered; colours are mixed here, at every depth alike.
+    const size_t uStride = (static_cast<size_t>(box.GetWidth()) + 3) / 4 * 4;
+    const size_t nBytes = uStride * static_cast<size_t>(box.GetHeight());
+    const std::unique_ptr<uint8_t[]> coverage(new (std::nothrow) uint8_t[nBytes]());
+    if (coverage == nullptr)
     {
         CrashLog("[CDrawContext::DrawText] no memory for the text\n");
         return false;
     }
-    coverage.fill(Qt::black);
-    QPainter painter(&coverage);
-    painter.setFont(font);
-    painter.setPen(Qt::white);
-    painter.drawText(text.left - box.left, text.top - box.top + metrics.ascent(), strLine);
-    painter.end();
+    pFont->CoverText(pszUtf8, m_Scale, box.Offset(-text.left, -text.top), coverage.get(), uStride);
     if ((uFlags & TEXT_TRANSPARENT) == 0)
     {
         FillRect(box, m_State.uBack);
     }
-    BlendCoverage(box, coverage.constBits(), static_cast<size_t>(coverage.bytesPerLine()));
+    BlendCoverage(box, coverage.get(), uStride);
     return true;
 }
 
@@ -123,10 +95,6 @@ void CDrawContext::BlendCoverage(const SRect& box, const uint8_t* pCoverage, siz
 
 SSize CDrawContext::GetTextSize(const char* pszUtf8) const
 {
-    if (!CanDrawText("GetTextSize", pszUtf8))
-    {
-        return {};
-    }
-    const QFontMetrics metrics(MakeFont(m_Scale));
-    return {metrics.horizontalAdvance(MakeLine(pszUtf8)), metrics.height()};
+    const IDrawingSystem* pFont = FindFont("GetTextSize", pszUtf8);
+    return pFont != nullptr ? pFont->GetTextSize(pszUtf8, m_Scale) : SSize();
 }

@@ -1,7 +1,7 @@
 #include "framework/drawing/SystemColors.h"
 
-#include <QtGui/QGuiApplication>
-#include <QtGui/QPalette>
+#include "framework/core/IWindowSystem.h"
+#include "framework/drawing/IDrawingSystem.h"
 
 #include <algorithm>
 #include <array>
@@ -68,21 +68,13 @@ bool AreDistinct(const SShades& shades)
                               }) == order.end();
 }
 
-ColorRef GetPaletteColor(const QPalette& palette, QPalette::ColorRole eRole)
+SShades GetShades(const IDrawingSystem& system)
 {
-    const QColor color = palette.color(QPalette::Active, eRole);
-    return MakeColor(static_cast<uint8_t>(color.red()),
-                     static_cast<uint8_t>(color.green()),
-                     static_cast<uint8_t>(color.blue()));
-}
-
-SShades GetShades(const QPalette& palette)
-{
-    const SShades given = {GetPaletteColor(palette, QPalette::Shadow),
-                           GetPaletteColor(palette, QPalette::Dark),
-                           GetPaletteColor(palette, QPalette::Button),
-                           GetPaletteColor(palette, QPalette::Midlight),
-                           GetPaletteColor(palette, QPalette::Light)};
+    const SShades given = {system.GetPaletteColor(ESystemColor::DarkShadow),
+                           system.GetPaletteColor(ESystemColor::ButtonShadow),
+                           system.GetPaletteColor(ESystemColor::ButtonFace),
+                           system.GetPaletteColor(ESystemColor::Light3D),
+                           system.GetPaletteColor(ESystemColor::ButtonHighlight)};
     return AreDistinct(given) ? given : MakeShades(given.uFace);
 }
 
@@ -111,37 +103,23 @@ ColorRef GetClassicColor(ESystemColor eColor)
     return 0;
 }
 
-ColorRef GetColorOf(const QPalette& palette, ESystemColor eColor)
+ColorRef GetColorOf(const IDrawingSystem& system, ESystemColor eColor)
 {
     switch (eColor)
     {
     case ESystemColor::ButtonFace:
-        return GetShades(palette).uFace;
+        return GetShades(system).uFace;
     case ESystemColor::ButtonShadow:
-        return GetShades(palette).uShadow;
+        return GetShades(system).uShadow;
     case ESystemColor::ButtonHighlight:
-        return GetShades(palette).uHighlight;
+        return GetShades(system).uHighlight;
     case ESystemColor::Light3D:
-        return GetShades(palette).uLight;
+        return GetShades(system).uLight;
     case ESystemColor::DarkShadow:
-        return GetShades(palette).uDarkShadow;
-    case ESystemColor::ButtonText:
-        return GetPaletteColor(palette, QPalette::ButtonText);
-    case ESystemColor::Window:
-        return GetPaletteColor(palette, QPalette::Base);
-    case ESystemColor::WindowText:
-        return GetPaletteColor(palette, QPalette::Text);
-    case ESystemColor::Highlight:
-        return GetPaletteColor(palette, QPalette::Highlight);
-    case ESystemColor::HighlightText:
-        return GetPaletteColor(palette, QPalette::HighlightedText);
-    case ESystemColor::GrayText:
-        break;
+        return GetShades(system).uDarkShadow;
+    default:
+        return system.GetPaletteColor(eColor);
     }
-    const QColor gray = palette.color(QPalette::Disabled, QPalette::Text);
-    return MakeColor(static_cast<uint8_t>(gray.red()),
-                     static_cast<uint8_t>(gray.green()),
-                     static_cast<uint8_t>(gray.blue()));
 }
 
 int GetBorder(double fScale)
@@ -153,8 +131,9 @@ int GetBorder(double fScale)
 
 ColorRef GetSystemColor(ESystemColor eColor)
 {
-    const bool bPalette = qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
-    return bPalette ? GetColorOf(QGuiApplication::palette(), eColor) : GetClassicColor(eColor);
+    IWindowSystem* pSystem = OpenWindowSystem();
+    const bool bPalette = pSystem != nullptr && pSystem->GetDrawing().IsReady();
+    return bPalette ? GetColorOf(pSystem->GetDrawing(), eColor) : GetClassicColor(eColor);
 }
 
 int GetBorderWidth(double fScale)

@@ -148,8 +148,7 @@ void CFormBuilder::AddRow(const SRowResource& row, QWidget& ground, QVBoxLayout&
 
 QWidget* CFormBuilder::AddControl(const SControlResource& control, QWidget& ground, QBoxLayout& row)
 {
-    QWidget* pWidget = MakeControlWidget(
-        control.eKind, control.pszText, control.uStyle, &ground, control.uId, &m_Form);
+    QWidget* pWidget = MakeControlWidget(control, &ground, &m_Form);
     SizeControl(control, *pWidget);
     row.addWidget(pWidget, control.iWeight);
     if (control.uId != 0)

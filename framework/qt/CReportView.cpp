@@ -153,13 +153,6 @@ int CReportView::GetIndentWidth(const QModelIndex& index) const
     return index.data(ROLE_INDENT).toInt() * iLevel + iImage;
 }
 
-void CReportView::Place(QWidget& widget, int iRow, int iColumn, int iLeft, int iRight)
-{
-    Remove(widget);
-    m_Placed.push_back({&widget, m_Model.index(iRow, iColumn), iLeft, iRight});
-    FollowCells();
-}
-
 void CReportView::Remove(const QWidget& widget)
 {
     std::erase_if(m_Placed,

@@ -167,11 +167,6 @@ void CWindowNode::DrawItem(const SDrawItem& item)
     }
 }
 
-double CWindowNode::GetScale() const
-{
-    return m_pWidget->devicePixelRatioF();
-}
-
 SRect CWindowNode::ToPixels(const QRect& rect) const
 {
     const double fScale = GetScale();

@@ -2,6 +2,7 @@
 
 #include "framework/core/Resources.h"
 #include "framework/widgets/CWindow.h"
+#include "framework/widgets/IWindowNode.h"
 
 #include <QObject>
 #include <QPointer>
@@ -14,7 +15,7 @@ class QMouseEvent;
 
 // What ties a Qt widget to the framework: its handle and id, the object bound to it and the window
 // that hears of it. A child object of the widget, ends with it.
-class CWindowNode : public QObject
+class CWindowNode : public QObject, public IWindowNode
 {
 public:
     // The widget's. pParent: whom the window notifies; null for a window of its own.
@@ -28,23 +29,54 @@ public:
 
     EControlKind GetKind() const { return m_Kind; }
 
-    uint32_t GetId() const { return m_Id; }
-
-    uintptr_t GetHandle() const { return m_Handle; }
-
-    uint32_t GetStyle() const { return m_Style; }
-
     void SetStyle(uint32_t uStyle) { m_Style = uStyle; }
 
     CWindow* GetObject() const { return m_pObject; }
 
-    CWindow* GetParent() const { return m_pParent; }
+    // IWindowNode
+    void Attach(CWindow& object, bool bOwner) override;
+    void Detach() override;
+    void Destroy() override;
 
-    // bOwner: the object made the window and ends it.
-    void Attach(CWindow& object, bool bOwner);
-    void Detach();
-    // Nobody is asked any more. The widget goes at once, or after the event that it is in.
-    void Destroy();
+    uintptr_t GetHandle() const override { return m_Handle; }
+
+    uint32_t GetId() const override { return m_Id; }
+
+    uint32_t GetStyle() const override { return m_Style; }
+
+    CWindow* GetParent() const override { return m_pParent; }
+
+    void DoDefault() override;
+    void SetText(const char* pszText) override;
+    std::string GetText() const override;
+    void Enable(bool bEnable) override;
+    bool IsEnabled() const override;
+    void Show(bool bShow) override;
+    bool IsVisible() const override;
+    void Focus() override;
+    bool HasFocus() const override;
+    void SetRedraw(bool bOn) override;
+    void Invalidate() override;
+    void Move(const SRect& rect) override;
+    SRect GetRect() const override;
+    SRect GetRectIn(const IWindowNode& around) const override;
+    SRect GetClientRect() const override;
+    double GetScale() const override;
+    void SetCheck(int iState) override;
+    int GetCheck() const override;
+    void SetOwnerDraw() override;
+    bool Click() override;
+    void ReleasePress() override;
+    IListNode* GetList() override;
+    IComboNode* GetCombo() override;
+    IEditNode* GetEdit() override;
+    ISliderNode* GetSlider() override;
+    ISpinNode* GetSpin() override;
+    IReportNode* GetReport() override;
+    IDialogNode* GetDialog() override;
+
+    // Where child windows stand: what scrolls of a scrolling window, else the widget.
+    QWidget* GetGround() const;
 
     // To its own class, then to its parent. True when somebody has dealt with it.
     bool Notify(SNotification& notification);
@@ -54,16 +86,17 @@ public:
     // For the painting of the widgets.
     void Paint(CDrawContext& context);
     void DrawItem(const SDrawItem& item);
-    void DoDefault();
 
     SRect ToPixels(const QRect& rect) const; // Qt's units to device pixels
     QRect FromPixels(const SRect& rect) const;
-    double GetScale() const;
 
     static CWindowNode* Find(const QObject* pWidget); // null for a foreign widget
     static QWidget* FindWidget(uintptr_t uHandle);
 
-    static CWindowNode* GetOf(const CWindow& window) { return window.m_Node; }
+    static CWindowNode* GetOf(const CWindow& window)
+    {
+        return static_cast<CWindowNode*>(window.m_Node);
+    }
 
 protected:
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override;

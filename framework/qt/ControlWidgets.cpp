@@ -2,7 +2,6 @@
 
 #include "framework/qt/CReportView.h"
 #include "framework/qt/CWindowNode.h"
-#include "framework/widgets/CButton.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -23,7 +22,7 @@ void NotifyFrom(QWidget& widget, ENotify eKind)
 }
 
 // Tells of every press on an item, also on the one that is selected already.
-class CChoiceList : public QListWidget
+class CChoiceList : public QListWidget, public IListNode
 {
 public:
     explicit CChoiceList(QWidget* pGround)
@@ -31,6 +30,53 @@ public:
     {
         setSelectionMode(SingleSelection);
         connect(this, &QListWidget::itemSelectionChanged, this, [this] { Tell(); });
+    }
+
+    int AddItem(const char* pszText) override
+    {
+        addItem(QString::fromUtf8(pszText));
+        return count() - 1;
+    }
+
+    void RemoveItems() override
+    {
+        const QSignalBlocker quiet(this);
+        clear();
+    }
+
+    int GetItemCount() const override { return count(); }
+
+    std::string GetItemText(int iItem) const override
+    {
+        const QListWidgetItem* pItem = item(iItem);
+        return pItem != nullptr ? pItem->text().toStdString() : std::string();
+    }
+
+    void SetItemNumber(int iItem, uintptr_t uData) override
+    {
+        if (QListWidgetItem* pItem = item(iItem))
+        {
+            pItem->setData(Qt::UserRole, qulonglong{uData});
+        }
+    }
+
+    uintptr_t GetItemNumber(int iItem) const override
+    {
+        const QListWidgetItem* pItem = item(iItem);
+        return pItem != nullptr ? pItem->data(Qt::UserRole).toULongLong() : 0;
+    }
+
+    void Select(int iItem) override
+    {
+        const QSignalBlocker quiet(this);
+        clearSelection();
+        setCurrentRow(iItem);
+    }
+
+    int GetSelected() const override
+    {
+        const QList<QListWidgetItem*> selected = selectedItems();
+        return selected.isEmpty() ? -1 : row(selected.front());
     }
 
 protected:
@@ -54,6 +100,35 @@ private:
     }
 
     bool m_bTold = false; // since the last press
+};
+
+class CLineEdit : public QLineEdit, public IEditNode
+{
+public:
+    using QLineEdit::QLineEdit;
+
+    void SetLimit(int nMost) override { setMaxLength(nMost); }
+
+    void SetLocked(bool bLocked) override { setReadOnly(bLocked); }
+
+    bool IsLocked() const override { return isReadOnly(); }
+
+    void SelectText(int iFrom, int iTo) override
+    {
+        if (iFrom < 0)
+        {
+            deselect();
+            return;
+        }
+        const int iEnd = iTo < 0 ? static_cast<int>(text().size()) : iTo;
+        setSelection(iFrom, iEnd - iFrom);
+    }
+
+    void GetSelection(int& iFrom, int& iTo) const override
+    {
+        iFrom = hasSelectedText() ? selectionStart() : cursorPosition();
+        iTo = hasSelectedText() ? selectionEnd() : iFrom;
+    }
 };
 
 QWidget* MakeButton(EControlKind eKind, const QString& strText, QWidget* pGround)
@@ -89,7 +164,7 @@ QWidget* MakeButton(EControlKind eKind, const QString& strText, QWidget* pGround
 
 QWidget* MakeEdit(const QString& strText, uint32_t uStyle, QWidget* pGround)
 {
-    auto* pEdit = new QLineEdit(strText, pGround);
+    auto* pEdit = new CLineEdit(strText, pGround);
     pEdit->setReadOnly((uStyle & CONTROL_READ_ONLY) != 0);
     QObject::connect(pEdit,
                      &QLineEdit::textChanged,
@@ -127,98 +202,27 @@ QWidget* MakeWidget(EControlKind eKind, const QString& strText, uint32_t uStyle,
 
 } // namespace
 
-QWidget* MakeControlWidget(EControlKind eKind,
-                           const char* pszText,
-                           uint32_t uStyle,
-                           QWidget* pGround,
-                           uint32_t uId,
-                           CWindow* pParent)
+QWidget* MakeControlWidget(const SControlResource& control, QWidget* pGround, CWindow* pParent)
 {
-    QWidget* pWidget = MakeWidget(eKind, QString::fromUtf8(pszText), uStyle, pGround);
-    CWindowNode* pNode = CWindowNode::Make(*pWidget, eKind, uId, pParent);
-    pNode->SetStyle(uStyle);
+    const QString strText = QString::fromUtf8(control.pszText);
+    QWidget* pWidget = MakeWidget(control.eKind, strText, control.uStyle, pGround);
+    CWindowNode* pNode = CWindowNode::Make(*pWidget, control.eKind, control.uId, pParent);
+    pNode->SetStyle(control.uStyle);
     // A name by which an inspector or a test finds the control.
-    pWidget->setObjectName(QString::number(uId));
+    pWidget->setObjectName(QString::number(control.uId));
     if (auto* pArea = dynamic_cast<QAbstractScrollArea*>(pWidget))
     {
         pNode->Watch(*pArea->viewport());
     }
-    if ((uStyle & CONTROL_NO_TAB) != 0)
+    if ((control.uStyle & CONTROL_NO_TAB) != 0)
     {
         pWidget->setFocusPolicy(Qt::ClickFocus);
     }
     if (auto* pButton = qobject_cast<QPushButton*>(pWidget))
     {
-        pButton->setDefault((uStyle & CONTROL_DEFAULT) != 0);
+        pButton->setDefault((control.uStyle & CONTROL_DEFAULT) != 0);
     }
     return pWidget;
-}
-
-void SetWidgetText(QWidget& widget, const char* pszText)
-{
-    const QString strText = QString::fromUtf8(pszText);
-    if (auto* pLabel = qobject_cast<QLabel*>(&widget))
-    {
-        pLabel->setText(strText);
-    }
-    else if (auto* pButton = qobject_cast<QAbstractButton*>(&widget))
-    {
-        pButton->setText(strText);
-    }
-    else if (auto* pEdit = qobject_cast<QLineEdit*>(&widget))
-    {
-        pEdit->setText(strText);
-    }
-    else
-    {
-        widget.setWindowTitle(strText);
-    }
-}
-
-std::string GetWidgetText(const QWidget& widget)
-{
-    if (const auto* pLabel = qobject_cast<const QLabel*>(&widget))
-    {
-        return pLabel->text().toStdString();
-    }
-    if (const auto* pButton = qobject_cast<const QAbstractButton*>(&widget))
-    {
-        return pButton->text().toStdString();
-    }
-    if (const auto* pEdit = qobject_cast<const QLineEdit*>(&widget))
-    {
-        return pEdit->text().toStdString();
-    }
-    if (const auto* pCombo = qobject_cast<const QComboBox*>(&widget))
-    {
-        return pCombo->currentText().toStdString();
-    }
-    return widget.windowTitle().toStdString();
-}
-
-void SetButtonCheck(CWindowNode& node, int iState)
-{
-    if (auto* pBox = node.GetAs<QCheckBox>())
-    {
-        pBox->setCheckState(iState == CHECK_UNDETERMINED && pBox->isTristate()
-                                ? Qt::PartiallyChecked
-                                : (iState == CHECK_ON ? Qt::Checked : Qt::Unchecked));
-    }
-    else if (auto* pButton = node.GetAs<QAbstractButton>())
-    {
-        pButton->setChecked(iState == CHECK_ON);
-    }
-}
-
-int GetButtonCheck(const CWindowNode& node)
-{
-    const auto* pBox = node.GetAs<QCheckBox>();
-    if (pBox != nullptr && pBox->checkState() == Qt::PartiallyChecked)
-    {
-        return CHECK_UNDETERMINED;
-    }
-    const auto* pButton = node.GetAs<QAbstractButton>();
-    return pButton != nullptr && pButton->isChecked() ? CHECK_ON : CHECK_OFF;
 }
 
 CDropDown::CDropDown(QWidget* pGround)
@@ -226,6 +230,45 @@ CDropDown::CDropDown(QWidget* pGround)
 {
     setFocusPolicy(Qt::StrongFocus); // not by the wheel
     connect(this, &QComboBox::activated, this, &CDropDown::OnActivated);
+}
+
+int CDropDown::AddItem(const char* pszText)
+{
+    const int iShown = currentIndex();
+    addItem(QString::fromUtf8(pszText));
+    Select(iShown); // the first item does not become the selected one by itself
+    return count() - 1;
+}
+
+void CDropDown::RemoveItems()
+{
+    clear();
+    Select(-1);
+}
+
+std::string CDropDown::GetItemText(int iItem) const
+{
+    return itemText(iItem).toStdString();
+}
+
+int CDropDown::FindItem(const char* pszText) const
+{
+    return findText(QString::fromUtf8(pszText), Qt::MatchExactly | Qt::MatchCaseSensitive);
+}
+
+void CDropDown::SetItemNumber(int iItem, uintptr_t uData)
+{
+    setItemData(iItem, qulonglong{uData});
+}
+
+uintptr_t CDropDown::GetItemNumber(int iItem) const
+{
+    return itemData(iItem).toULongLong();
+}
+
+void CDropDown::ShowList(bool bShow)
+{
+    bShow ? showPopup() : hidePopup();
 }
 
 void CDropDown::Select(int iItem)

@@ -2,6 +2,7 @@
 
 #include "framework/core/Resources.h"
 #include "framework/drawing/CPixelBuffer.h"
+#include "framework/widgets/ControlNodes.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
@@ -17,19 +18,8 @@ class CWindowNode;
 
 // The Qt widgets behind the controls, each with its node. Owned by the widget they stand on.
 
-// pszText: null is empty. pParent: whom the control notifies.
-QWidget* MakeControlWidget(EControlKind eKind,
-                           const char* pszText,
-                           uint32_t uStyle,
-                           QWidget* pGround,
-                           uint32_t uId,
-                           CWindow* pParent);
-// Whatever the widget shows as its text; windows their title.
-void SetWidgetText(QWidget& widget, const char* pszText);
-std::string GetWidgetText(const QWidget& widget);
-// ECheckState of a button that has one; without a click.
-void SetButtonCheck(CWindowNode& node, int iState);
-int GetButtonCheck(const CWindowNode& node);
+// pParent: whom the control notifies.
+QWidget* MakeControlWidget(const SControlResource& control, QWidget* pGround, CWindow* pParent);
 
 // A window that its object paints.
 class CPaintedArea : public QWidget
@@ -77,13 +67,24 @@ protected:
     void nextCheckState() override {}
 };
 
-class CSliderWidget : public QSlider
+class CSliderWidget : public QSlider, public ISliderNode
 {
 public:
     explicit CSliderWidget(QWidget* pGround);
 
-    void SetPageSize(int iPage);
-    void SetSliderRange(int iMin, int iMax);
+    void SetSliderRange(int iMin, int iMax) override;
+
+    int GetLow() const override { return minimum(); }
+
+    int GetHigh() const override { return maximum(); }
+
+    void SetPos(int iPos) override { setValue(iPos); }
+
+    int GetPos() const override { return value(); }
+
+    void SetPageSize(int iPage) override;
+
+    int GetPageSize() const override { return pageStep(); }
 
 protected:
     void wheelEvent(QWheelEvent* pEvent) override;
@@ -96,25 +97,25 @@ private:
 };
 
 // Two arrows above each other.
-class CSpinWidget : public QWidget
+class CSpinWidget : public QWidget, public ISpinNode
 {
 public:
     explicit CSpinWidget(QWidget* pGround);
 
-    void SetRange(int iLower, int iUpper);
-    void SetPos(int iPos);
-    void SetBuddy(uint32_t uId, QWidget* pBuddy);
-    void Step(bool bUp);
+    void SetRange(int iLower, int iUpper) override;
+    void SetPos(int iPos) override;
+    void SetBuddy(uint32_t uBuddyId) override;
+    void Step(bool bUp) override;
 
-    void StopRepeat() { m_Timer.stop(); }
+    void StopRepeat() override { m_Timer.stop(); }
 
-    int GetLower() const { return m_Lower; }
+    int GetLower() const override { return m_Lower; }
 
-    int GetUpper() const { return m_Upper; }
+    int GetUpper() const override { return m_Upper; }
 
-    int GetPos() const { return m_Pos; }
+    int GetPos() const override { return m_Pos; }
 
-    uint32_t GetBuddyId() const { return m_BuddyId; }
+    uint32_t GetBuddyId() const override { return m_BuddyId; }
 
     QSize sizeHint() const override;
 
@@ -135,12 +136,25 @@ private:
 };
 
 // A drop-down list that tells only of choices that change it.
-class CDropDown : public QComboBox
+class CDropDown : public QComboBox, public IComboNode
 {
 public:
     explicit CDropDown(QWidget* pGround);
 
-    void Select(int iItem);
+    int AddItem(const char* pszText) override;
+    void RemoveItems() override;
+
+    int GetItemCount() const override { return count(); }
+
+    std::string GetItemText(int iItem) const override;
+    int FindItem(const char* pszText) const override;
+    void SetItemNumber(int iItem, uintptr_t uData) override;
+    uintptr_t GetItemNumber(int iItem) const override;
+    void Select(int iItem) override;
+
+    int GetSelected() const override { return currentIndex(); }
+
+    void ShowList(bool bShow) override;
 
 private:
     void OnActivated(int iItem);

@@ -132,9 +132,20 @@ void CSpinWidget::SetPos(int iPos)
     m_Pos = std::clamp(iPos, std::min(m_Lower, m_Upper), std::max(m_Lower, m_Upper));
 }
 
-void CSpinWidget::SetBuddy(uint32_t uId, QWidget* pBuddy)
+void CSpinWidget::SetBuddy(uint32_t uBuddyId)
 {
-    m_BuddyId = pBuddy != nullptr ? uId : 0;
+    const CWindowNode* pOwn = CWindowNode::Find(this);
+    QWidget* pBuddy = nullptr;
+    for (QWidget* pWidget : window()->findChildren<QWidget*>())
+    {
+        const CWindowNode* pNode = CWindowNode::Find(pWidget);
+        if (pNode != nullptr && pNode->GetId() == uBuddyId &&
+            pNode->GetParent() == pOwn->GetParent())
+        {
+            pBuddy = pWidget;
+        }
+    }
+    m_BuddyId = pBuddy != nullptr ? uBuddyId : 0;
     if (pBuddy != nullptr)
     {
         pBuddy->installEventFilter(this);

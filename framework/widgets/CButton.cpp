@@ -1,7 +1,6 @@
 #include "framework/widgets/CButton.h"
 
-#include "framework/qt/CWindowNode.h"
-#include "framework/qt/ControlWidgets.h"
+#include "framework/widgets/IWindowNode.h"
 
 bool CButton::CreateButton(EControlKind eKind,
                            const char* pszText,
@@ -15,10 +14,9 @@ bool CButton::CreateButton(EControlKind eKind,
 
 void CButton::SetOwnerDraw()
 {
-    auto* pButton = GetNode() != nullptr ? GetNode()->GetAs<CPaintedButton>() : nullptr;
-    if (pButton != nullptr)
+    if (GetNode() != nullptr)
     {
-        pButton->SetOwnerDraw();
+        GetNode()->SetOwnerDraw();
     }
 }
 
@@ -26,13 +24,13 @@ void CButton::SetCheck(int iState)
 {
     if (GetNode() != nullptr)
     {
-        SetButtonCheck(*GetNode(), iState);
+        GetNode()->SetCheck(iState);
     }
 }
 
 int CButton::GetCheck() const
 {
-    return GetNode() != nullptr ? GetButtonCheck(*GetNode()) : int{CHECK_OFF};
+    return GetNode() != nullptr ? GetNode()->GetCheck() : int{CHECK_OFF};
 }
 
 uint32_t CButton::GetStyle() const
@@ -42,18 +40,16 @@ uint32_t CButton::GetStyle() const
 
 void CButton::Click()
 {
-    auto* pButton = GetNode() != nullptr ? GetNode()->GetAs<QAbstractButton>() : nullptr;
-    if (pButton != nullptr)
+    if (GetNode() != nullptr)
     {
-        pButton->click();
+        GetNode()->Click();
     }
 }
 
 void CButton::ReleasePress()
 {
-    auto* pButton = GetNode() != nullptr ? GetNode()->GetAs<QAbstractButton>() : nullptr;
-    if (pButton != nullptr)
+    if (GetNode() != nullptr)
     {
-        pButton->setDown(false);
+        GetNode()->ReleasePress();
     }
 }

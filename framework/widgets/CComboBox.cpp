@@ -1,14 +1,13 @@
 #include "framework/widgets/CComboBox.h"
 
-#include "framework/qt/CWindowNode.h"
-#include "framework/qt/ControlWidgets.h"
+#include "framework/widgets/IWindowNode.h"
 
 namespace
 {
 
-CDropDown* GetCombo(CWindowNode* pNode)
+IComboNode* GetCombo(IWindowNode* pNode)
 {
-    return pNode != nullptr ? pNode->GetAs<CDropDown>() : nullptr;
+    return pNode != nullptr ? pNode->GetCombo() : nullptr;
 }
 
 } // namespace
@@ -20,78 +19,68 @@ bool CComboBox::CreateCombo(CWindow& parent, uint32_t uId, const SRect& rect)
 
 int CComboBox::AddString(const char* pszText)
 {
-    CDropDown* pCombo = GetCombo(GetNode());
-    if (pCombo == nullptr)
-    {
-        return -1;
-    }
-    const int iShown = pCombo->currentIndex();
-    pCombo->addItem(QString::fromUtf8(pszText));
-    pCombo->Select(iShown); // the first item does not become the selected one by itself
-    return pCombo->count() - 1;
+    IComboNode* pList = GetCombo(GetNode());
+    return pList != nullptr ? pList->AddItem(pszText) : -1;
 }
 
 void CComboBox::ResetContent()
 {
-    if (CDropDown* pCombo = GetCombo(GetNode()))
+    if (IComboNode* pList = GetCombo(GetNode()))
     {
-        pCombo->clear();
-        pCombo->Select(-1);
+        pList->RemoveItems();
     }
 }
 
 int CComboBox::GetCount() const
 {
-    const CDropDown* pCombo = GetCombo(GetNode());
-    return pCombo != nullptr ? pCombo->count() : 0;
+    const IComboNode* pList = GetCombo(GetNode());
+    return pList != nullptr ? pList->GetItemCount() : 0;
 }
 
 std::string CComboBox::GetItemText(int iItem) const
 {
-    const CDropDown* pCombo = GetCombo(GetNode());
-    return pCombo != nullptr ? pCombo->itemText(iItem).toStdString() : std::string();
+    const IComboNode* pList = GetCombo(GetNode());
+    return pList != nullptr ? pList->GetItemText(iItem) : std::string();
 }
 
 int CComboBox::FindString(const char* pszText) const
 {
-    const CDropDown* pCombo = GetCombo(GetNode());
-    return pCombo != nullptr ? pCombo->findText(QString::fromUtf8(pszText),
-                                                Qt::MatchExactly | Qt::MatchCaseSensitive)
-                             : -1;
+    const IComboNode* pList = GetCombo(GetNode());
+    return pList != nullptr ? pList->FindItem(pszText) : -1;
 }
 
 void CComboBox::SetItemData(int iItem, uintptr_t uData)
 {
-    if (CDropDown* pCombo = GetCombo(GetNode()))
+    if (IComboNode* pList = GetCombo(GetNode()))
     {
-        pCombo->setItemData(iItem, qulonglong{uData});
+        pList->SetItemNumber(iItem, uData);
     }
 }
 
 uintptr_t CComboBox::GetItemData(int iItem) const
 {
-    const CDropDown* pCombo = GetCombo(GetNode());
-    return pCombo != nullptr ? pCombo->itemData(iItem).toULongLong() : 0;
+    const IComboNode* pList = GetCombo(GetNode());
+    return pList != nullptr ? pList->GetItemNumber(iItem) : 0;
 }
 
 void CComboBox::SetCurSel(int iItem)
 {
-    if (CDropDown* pCombo = GetCombo(GetNode()))
+    if (IComboNode* pList = GetCombo(GetNode()))
     {
-        pCombo->Select(iItem);
+        pList->Select(iItem);
     }
 }
 
 int CComboBox::GetCurSel() const
 {
-    const CDropDown* pCombo = GetCombo(GetNode());
-    return pCombo != nullptr ? pCombo->currentIndex() : -1;
+    const IComboNode* pList = GetCombo(GetNode());
+    return pList != nullptr ? pList->GetSelected() : -1;
 }
 
 void CComboBox::ShowDropDown(bool bShow)
 {
-    if (CDropDown* pCombo = GetCombo(GetNode()))
+    if (IComboNode* pList = GetCombo(GetNode()))
     {
-        bShow ? pCombo->showPopup() : pCombo->hidePopup();
+        pList->ShowList(bShow);
     }
 }

@@ -1,15 +1,13 @@
 #include "framework/widgets/CEdit.h"
 
-#include "framework/qt/CWindowNode.h"
-
-#include <QLineEdit>
+#include "framework/widgets/IWindowNode.h"
 
 namespace
 {
 
-QLineEdit* GetLineEdit(CWindowNode* pNode)
+IEditNode* GetEdit(IWindowNode* pNode)
 {
-    return pNode != nullptr ? pNode->GetAs<QLineEdit>() : nullptr;
+    return pNode != nullptr ? pNode->GetEdit() : nullptr;
 }
 
 } // namespace
@@ -21,50 +19,40 @@ bool CEdit::CreateEdit(uint32_t uStyle, CWindow& parent, uint32_t uId, const SRe
 
 void CEdit::SetLimitText(int nMost)
 {
-    if (QLineEdit* pEdit = GetLineEdit(GetNode()))
+    if (IEditNode* pEdit = GetEdit(GetNode()))
     {
-        pEdit->setMaxLength(nMost);
+        pEdit->SetLimit(nMost);
     }
 }
 
 void CEdit::SetReadOnly(bool bReadOnly)
 {
-    if (QLineEdit* pEdit = GetLineEdit(GetNode()))
+    if (IEditNode* pEdit = GetEdit(GetNode()))
     {
-        pEdit->setReadOnly(bReadOnly);
+        pEdit->SetLocked(bReadOnly);
     }
 }
 
 bool CEdit::IsReadOnly() const
 {
-    const QLineEdit* pEdit = GetLineEdit(GetNode());
-    return pEdit != nullptr && pEdit->isReadOnly();
+    const IEditNode* pEdit = GetEdit(GetNode());
+    return pEdit != nullptr && pEdit->IsLocked();
 }
 
 void CEdit::SetSel(int iFrom, int iTo)
 {
-    QLineEdit* pEdit = GetLineEdit(GetNode());
-    if (pEdit == nullptr)
+    if (IEditNode* pEdit = GetEdit(GetNode()))
     {
-        return;
+        pEdit->SelectText(iFrom, iTo);
     }
-    if (iFrom < 0)
-    {
-        pEdit->deselect();
-        return;
-    }
-    const int iEnd = iTo < 0 ? static_cast<int>(pEdit->text().size()) : iTo;
-    pEdit->setSelection(iFrom, iEnd - iFrom);
 }
 
 void CEdit::GetSel(int& iFrom, int& iTo) const
 {
-    const QLineEdit* pEdit = GetLineEdit(GetNode());
     iFrom = 0;
     iTo = 0;
-    if (pEdit != nullptr)
+    if (const IEditNode* pEdit = GetEdit(GetNode()))
     {
-        iFrom = pEdit->hasSelectedText() ? pEdit->selectionStart() : pEdit->cursorPosition();
-        iTo = pEdit->hasSelectedText() ? pEdit->selectionEnd() : iFrom;
+        pEdit->GetSelection(iFrom, iTo);
     }
 }

@@ -1,9 +1,7 @@
 #include "framework/widgets/CFormView.h"
 
-#include "framework/qt/CFormBuilder.h"
-#include "framework/qt/CWindowNode.h"
-
-#include <QScrollArea>
+#include "framework/core/IWindowSystem.h"
+#include "framework/widgets/IWindowFactory.h"
 
 CFormView::CFormView(uint32_t uTemplateId)
     : CFormWindow(uTemplateId)
@@ -17,17 +15,7 @@ bool CFormView::Create(CWindow* pParent)
     {
         return false;
     }
-    const CWindowNode* pParentNode = pParent != nullptr ? CWindowNode::GetOf(*pParent) : nullptr;
-    auto* pArea = new QScrollArea(pParentNode != nullptr ? pParentNode->GetWidget() : nullptr);
-    pArea->setWindowTitle(QString::fromUtf8(pTemplate->pszCaption));
-    pArea->setFrameShape(QFrame::NoFrame);
-    pArea->setWidgetResizable(true);
-    auto* pContent = new QWidget; // the area's
-    auto* pNode = CWindowNode::Make(*pArea, EControlKind::Space, 0, pParent);
-    constexpr bool OWNER = true;
-    pNode->Attach(*this, OWNER);
-    CFormBuilder(*this, *pContent).Build(*pTemplate);
-    pArea->setWidget(pContent);
+    OpenWindowSystem()->GetWindows().MakeFormView(*this, *pTemplate, pParent);
     AttachControls();
     OnInit();
     return true;

@@ -1,14 +1,12 @@
 #include "framework/widgets/CFormWindow.h"
 
+#include "framework/core/IWindowSystem.h"
 #include "framework/core/ResourceModule.h"
-#include "framework/qt/CWindowNode.h"
-#include "framework/qt/ControlWidgets.h"
 #include "framework/widgets/CButton.h"
 #include "framework/widgets/FieldText.h"
+#include "framework/widgets/IWindowFactory.h"
+#include "framework/widgets/IWindowNode.h"
 #include "host/Log.h"
-
-#include <QAbstractButton>
-#include <QApplication>
 
 CFormWindow::CFormWindow(uint32_t uTemplateId)
     : m_TemplateId(uTemplateId)
@@ -90,7 +88,12 @@ bool CFormWindow::OnChildNotify(SNotification& notification)
 
 const SDialogResource* CFormWindow::FindTemplate() const
 {
-    if (qobject_cast<QApplication*>(QCoreApplication::instance()) == nullptr)
+    IWindowSystem* pSystem = OpenWindowSystem();
+    if (pSystem == nullptr)
+    {
+        return nullptr;
+    }
+    if (!pSystem->GetWindows().IsReady())
     {
         CrashLog("[CFormWindow::FindTemplate] no window system to show dialog %u\n", m_TemplateId);
         return nullptr;
@@ -107,7 +110,7 @@ void CFormWindow::AttachControls()
 {
     for (const auto& [uId, pObject] : m_Objects)
     {
-        CWindowNode* pNode = FindItem(uId);
+        IWindowNode* pNode = FindItem(uId);
         if (pNode != nullptr)
         {
             constexpr bool OWNER = false; // the form's
@@ -116,7 +119,7 @@ void CFormWindow::AttachControls()
     }
 }
 
-CWindowNode* CFormWindow::FindItem(uint32_t uId) const
+IWindowNode* CFormWindow::FindItem(uint32_t uId) const
 {
     const auto found = IsWindow() ? m_Items.find(uId) : m_Items.end();
     return found != m_Items.end() ? found->second : nullptr;
@@ -126,23 +129,23 @@ void CFormWindow::ReadControls()
 {
     for (SBoundVariable& bound : m_Variables)
     {
-        const CWindowNode* pNode = FindItem(bound.uId);
+        const IWindowNode* pNode = FindItem(bound.uId);
         if (pNode == nullptr)
         {
             continue;
         }
         if (auto* const* ppValue = std::get_if<float*>(&bound.pVariable))
         {
-            ReadFieldValue(GetWidgetText(*pNode->GetWidget()), **ppValue);
+            ReadFieldValue(pNode->GetText(), **ppValue);
             bound.fShown = **ppValue;
         }
         else if (auto* const* ppText = std::get_if<std::string*>(&bound.pVariable))
         {
-            **ppText = GetWidgetText(*pNode->GetWidget());
+            **ppText = pNode->GetText();
         }
         else
         {
-            *std::get<int*>(bound.pVariable) = GetButtonCheck(*pNode);
+            *std::get<int*>(bound.pVariable) = pNode->GetCheck();
         }
     }
 }
@@ -154,7 +157,7 @@ void CFormWindow::WriteControls()
     std::vector<std::pair<uint32_t, std::string>> texts;
     for (SBoundVariable& bound : m_Variables)
     {
-        CWindowNode* pNode = FindItem(bound.uId);
+        IWindowNode* pNode = FindItem(bound.uId);
         if (pNode == nullptr)
         {
             continue;
@@ -173,7 +176,7 @@ void CFormWindow::WriteControls()
         }
         else
         {
-            SetButtonCheck(*pNode, *std::get<int*>(bound.pVariable));
+            pNode->SetCheck(*std::get<int*>(bound.pVariable));
         }
     }
     for (const auto& [uId, strText] : texts)
@@ -182,12 +185,12 @@ void CFormWindow::WriteControls()
     }
 }
 
-bool CFormWindow::NeedsText(const SBoundVariable& bound, const CWindowNode& node) const
+bool CFormWindow::NeedsText(const SBoundVariable& bound, const IWindowNode& node) const
 {
     const float fValue = *std::get<float*>(bound.pVariable);
-    const std::string strText = GetWidgetText(*node.GetWidget());
+    const std::string strText = node.GetText();
     float fTyped = fValue;
-    const bool bTyping = node.GetWidget()->hasFocus() && !ReadFieldValue(strText, fTyped);
+    const bool bTyping = node.HasFocus() && !ReadFieldValue(strText, fTyped);
     return !ReadsAsValue(strText, fValue) && !(bTyping && fValue == bound.fShown);
 }
 
@@ -206,63 +209,57 @@ void CFormWindow::ShowAgain(uint32_t uId)
 
 void CFormWindow::SetItemText(uint32_t uId, const char* pszText)
 {
-    if (CWindowNode* pNode = FindItem(uId))
+    if (IWindowNode* pNode = FindItem(uId))
     {
-        SetWidgetText(*pNode->GetWidget(), pszText);
+        pNode->SetText(pszText);
     }
 }
 
 std::string CFormWindow::GetItemText(uint32_t uId) const
 {
-    const CWindowNode* pNode = FindItem(uId);
-    return pNode != nullptr ? GetWidgetText(*pNode->GetWidget()) : std::string();
+    const IWindowNode* pNode = FindItem(uId);
+    return pNode != nullptr ? pNode->GetText() : std::string();
 }
 
 void CFormWindow::EnableItem(uint32_t uId, bool bEnable)
 {
-    if (CWindowNode* pNode = FindItem(uId))
+    if (IWindowNode* pNode = FindItem(uId))
     {
-        pNode->GetWidget()->setEnabled(bEnable);
+        pNode->Enable(bEnable);
     }
 }
 
 bool CFormWindow::IsItemEnabled(uint32_t uId) const
 {
-    const CWindowNode* pNode = FindItem(uId);
-    return pNode != nullptr && pNode->GetWidget()->isEnabled();
+    const IWindowNode* pNode = FindItem(uId);
+    return pNode != nullptr && pNode->IsEnabled();
 }
 
 void CFormWindow::CheckItem(uint32_t uId, int iState)
 {
-    if (CWindowNode* pNode = FindItem(uId))
+    if (IWindowNode* pNode = FindItem(uId))
     {
-        SetButtonCheck(*pNode, iState);
+        pNode->SetCheck(iState);
     }
 }
 
 int CFormWindow::GetItemCheck(uint32_t uId) const
 {
-    const CWindowNode* pNode = FindItem(uId);
-    return pNode != nullptr ? GetButtonCheck(*pNode) : int{CHECK_OFF};
+    const IWindowNode* pNode = FindItem(uId);
+    return pNode != nullptr ? pNode->GetCheck() : int{CHECK_OFF};
 }
 
 bool CFormWindow::PressItem(uint32_t uId)
 {
-    const CWindowNode* pNode = FindItem(uId);
-    auto* pButton = pNode != nullptr ? pNode->GetAs<QAbstractButton>() : nullptr;
-    if (pButton == nullptr || !pButton->isEnabled())
-    {
-        return false;
-    }
-    pButton->click();
-    return true;
+    IWindowNode* pNode = FindItem(uId);
+    return pNode != nullptr && pNode->IsEnabled() && pNode->Click();
 }
 
 void CFormWindow::InvalidateItem(uint32_t uId)
 {
-    if (CWindowNode* pNode = FindItem(uId))
+    if (IWindowNode* pNode = FindItem(uId))
     {
-        pNode->GetWidget()->update();
+        pNode->Invalidate();
     }
 }
 
@@ -273,12 +270,6 @@ bool CFormWindow::HasItem(uint32_t uId) const
 
 SRect CFormWindow::GetItemRect(uint32_t uId) const
 {
-    const CWindowNode* pNode = FindItem(uId);
-    if (pNode == nullptr)
-    {
-        return {};
-    }
-    const QWidget* pItem = pNode->GetWidget();
-    const QPoint corner = pItem->mapTo(GetNode()->GetWidget(), QPoint(0, 0));
-    return pNode->ToPixels(QRect(corner, pItem->size()));
+    const IWindowNode* pNode = FindItem(uId);
+    return pNode != nullptr ? pNode->GetRectIn(*GetNode()) : SRect();
 }

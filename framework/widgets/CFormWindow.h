@@ -82,8 +82,8 @@ private:
         float fShown = 0.0F; // a float's value when it was read or written last
     };
 
-    CWindowNode* FindItem(uint32_t uId) const;
-    bool NeedsText(const SBoundVariable& bound, const CWindowNode& node) const;
+    IWindowNode* FindItem(uint32_t uId) const;
+    bool NeedsText(const SBoundVariable& bound, const IWindowNode& node) const;
     void ShowAgain(uint32_t uId);
 
     uint32_t m_TemplateId;
@@ -91,5 +91,5 @@ private:
     std::vector<SBoundVariable> m_Variables; // in the order of binding
     std::map<std::pair<ENotify, uint32_t>, FNotifyHandler> m_Handlers;
     FNotifyHandler m_OnScroll;
-    std::map<uint32_t, CWindowNode*> m_Items; // the template's controls
+    std::map<uint32_t, IWindowNode*> m_Items; // the template's controls
 };

@@ -1,23 +1,22 @@
 #include "framework/widgets/CSliderCtrl.h"
 
-#include "framework/qt/CWindowNode.h"
-#include "framework/qt/ControlWidgets.h"
+#include "framework/widgets/IWindowNode.h"
 
 #include <algorithm>
 
 namespace
 {
 
-CSliderWidget* GetSlider(CWindowNode* pNode)
+ISliderNode* GetSlider(IWindowNode* pNode)
 {
-    return pNode != nullptr ? pNode->GetAs<CSliderWidget>() : nullptr;
+    return pNode != nullptr ? pNode->GetSlider() : nullptr;
 }
 
 } // namespace
 
 void CSliderCtrl::SetRange(int iMin, int iMax)
 {
-    if (CSliderWidget* pSlider = GetSlider(GetNode()))
+    if (ISliderNode* pSlider = GetSlider(GetNode()))
     {
         pSlider->SetSliderRange(iMin, iMax);
     }
@@ -25,33 +24,33 @@ void CSliderCtrl::SetRange(int iMin, int iMax)
 
 int CSliderCtrl::GetRangeMin() const
 {
-    const CSliderWidget* pSlider = GetSlider(GetNode());
-    return pSlider != nullptr ? pSlider->minimum() : 0;
+    const ISliderNode* pSlider = GetSlider(GetNode());
+    return pSlider != nullptr ? pSlider->GetLow() : 0;
 }
 
 int CSliderCtrl::GetRangeMax() const
 {
-    const CSliderWidget* pSlider = GetSlider(GetNode());
-    return pSlider != nullptr ? pSlider->maximum() : 0;
+    const ISliderNode* pSlider = GetSlider(GetNode());
+    return pSlider != nullptr ? pSlider->GetHigh() : 0;
 }
 
 void CSliderCtrl::SetPos(int iPos)
 {
-    if (CSliderWidget* pSlider = GetSlider(GetNode()))
+    if (ISliderNode* pSlider = GetSlider(GetNode()))
     {
-        pSlider->setValue(iPos);
+        pSlider->SetPos(iPos);
     }
 }
 
 int CSliderCtrl::GetPos() const
 {
-    const CSliderWidget* pSlider = GetSlider(GetNode());
-    return pSlider != nullptr ? pSlider->value() : 0;
+    const ISliderNode* pSlider = GetSlider(GetNode());
+    return pSlider != nullptr ? pSlider->GetPos() : 0;
 }
 
 void CSliderCtrl::SetPageSize(int iPage)
 {
-    if (CSliderWidget* pSlider = GetSlider(GetNode()))
+    if (ISliderNode* pSlider = GetSlider(GetNode()))
     {
         pSlider->SetPageSize(iPage);
     }
@@ -59,8 +58,8 @@ void CSliderCtrl::SetPageSize(int iPage)
 
 int CSliderCtrl::GetPageSize() const
 {
-    const CSliderWidget* pSlider = GetSlider(GetNode());
-    return pSlider != nullptr ? pSlider->pageStep() : 0;
+    const ISliderNode* pSlider = GetSlider(GetNode());
+    return pSlider != nullptr ? pSlider->GetPageSize() : 0;
 }
 
 int CSliderCtrl::GetScrolledPos(const SNotification& notification) const

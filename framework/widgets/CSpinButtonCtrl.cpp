@@ -1,14 +1,13 @@
 #include "framework/widgets/CSpinButtonCtrl.h"
 
-#include "framework/qt/CWindowNode.h"
-#include "framework/qt/ControlWidgets.h"
+#include "framework/widgets/IWindowNode.h"
 
 namespace
 {
 
-CSpinWidget* GetSpin(CWindowNode* pNode)
+ISpinNode* GetSpin(IWindowNode* pNode)
 {
-    return pNode != nullptr ? pNode->GetAs<CSpinWidget>() : nullptr;
+    return pNode != nullptr ? pNode->GetSpin() : nullptr;
 }
 
 } // namespace
@@ -20,7 +19,7 @@ bool CSpinButtonCtrl::CreateSpin(CWindow& parent, uint32_t uId, const SRect& rec
 
 void CSpinButtonCtrl::SetRange(int iLower, int iUpper)
 {
-    if (CSpinWidget* pSpin = GetSpin(GetNode()))
+    if (ISpinNode* pSpin = GetSpin(GetNode()))
     {
         pSpin->SetRange(iLower, iUpper);
     }
@@ -28,14 +27,14 @@ void CSpinButtonCtrl::SetRange(int iLower, int iUpper)
 
 void CSpinButtonCtrl::GetRange(int& iLower, int& iUpper) const
 {
-    const CSpinWidget* pSpin = GetSpin(GetNode());
+    const ISpinNode* pSpin = GetSpin(GetNode());
     iLower = pSpin != nullptr ? pSpin->GetLower() : 0;
     iUpper = pSpin != nullptr ? pSpin->GetUpper() : 0;
 }
 
 void CSpinButtonCtrl::SetPos(int iPos)
 {
-    if (CSpinWidget* pSpin = GetSpin(GetNode()))
+    if (ISpinNode* pSpin = GetSpin(GetNode()))
     {
         pSpin->SetPos(iPos);
     }
@@ -43,38 +42,27 @@ void CSpinButtonCtrl::SetPos(int iPos)
 
 int CSpinButtonCtrl::GetPos() const
 {
-    const CSpinWidget* pSpin = GetSpin(GetNode());
+    const ISpinNode* pSpin = GetSpin(GetNode());
     return pSpin != nullptr ? pSpin->GetPos() : 0;
 }
 
 void CSpinButtonCtrl::SetBuddy(uint32_t uBuddyId)
 {
-    CSpinWidget* pSpin = GetSpin(GetNode());
-    if (pSpin == nullptr)
+    if (ISpinNode* pSpin = GetSpin(GetNode()))
     {
-        return;
+        pSpin->SetBuddy(uBuddyId);
     }
-    QWidget* pBuddy = nullptr;
-    for (QWidget* pWidget : pSpin->window()->findChildren<QWidget*>())
-    {
-        const CWindowNode* pNode = CWindowNode::Find(pWidget);
-        if (pNode != nullptr && pNode->GetId() == uBuddyId && pNode->GetParent() == GetParent())
-        {
-            pBuddy = pWidget;
-        }
-    }
-    pSpin->SetBuddy(uBuddyId, pBuddy);
 }
 
 uint32_t CSpinButtonCtrl::GetBuddy() const
 {
-    const CSpinWidget* pSpin = GetSpin(GetNode());
+    const ISpinNode* pSpin = GetSpin(GetNode());
     return pSpin != nullptr ? pSpin->GetBuddyId() : 0;
 }
 
 void CSpinButtonCtrl::Step(bool bUp)
 {
-    if (CSpinWidget* pSpin = GetSpin(GetNode()))
+    if (ISpinNode* pSpin = GetSpin(GetNode()))
     {
         pSpin->Step(bUp);
     }
@@ -82,7 +70,7 @@ void CSpinButtonCtrl::Step(bool bUp)
 
 void CSpinButtonCtrl::StopRepeat()
 {
-    if (CSpinWidget* pSpin = GetSpin(GetNode()))
+    if (ISpinNode* pSpin = GetSpin(GetNode()))
     {
         pSpin->StopRepeat();
     }

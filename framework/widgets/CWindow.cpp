@@ -1,26 +1,9 @@
 #include "framework/widgets/CWindow.h"
 
 #include "framework/core/Capture.h"
-#include "framework/qt/CWindowNode.h"
-#include "framework/qt/ControlWidgets.h"
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-
-namespace
-{
-
-// Child windows of a scrolling window stand on what scrolls.
-QWidget* FindGround(const CWindowNode& parent)
-{
-    auto* pArea = parent.GetAs<QAbstractScrollArea>();
-    return pArea != nullptr ? pArea->viewport() : parent.GetWidget();
-}
-
-} // namespace
+#include "framework/core/IWindowSystem.h"
+#include "framework/widgets/IWindowFactory.h"
+#include "framework/widgets/IWindowNode.h"
 
 CWindow::CWindow() = default;
 
@@ -52,11 +35,11 @@ bool CWindow::CreateControl(EControlKind eKind,
     {
         return false;
     }
-    QWidget* pGround = FindGround(*parent.m_Node);
-    QWidget* pWidget = MakeControlWidget(eKind, pszText, uStyle, pGround, uId, &parent);
-    CWindowNode::Find(pWidget)->Attach(*this, true);
+    // Whoever has a window has the window system open.
+    const SControlResource control = {uId, eKind, pszText, 0, 0, uStyle};
+    OpenWindowSystem()->GetWindows().MakeControl(control, parent)->Attach(*this, true);
     MoveWindow(rect);
-    pWidget->show();
+    ShowWindow(true);
     return true;
 }
 
@@ -87,66 +70,59 @@ void CWindow::SetWindowText(const char* pszText)
 {
     if (m_Node != nullptr)
     {
-        SetWidgetText(*m_Node->GetWidget(), pszText);
+        m_Node->SetText(pszText);
     }
 }
 
 std::string CWindow::GetWindowText() const
 {
-    return m_Node != nullptr ? GetWidgetText(*m_Node->GetWidget()) : std::string();
+    return m_Node != nullptr ? m_Node->GetText() : std::string();
 }
 
 void CWindow::EnableWindow(bool bEnable)
 {
     if (m_Node != nullptr)
     {
-        m_Node->GetWidget()->setEnabled(bEnable);
+        m_Node->Enable(bEnable);
     }
 }
 
 bool CWindow::IsWindowEnabled() const
 {
-    return m_Node != nullptr && m_Node->GetWidget()->isEnabled();
+    return m_Node != nullptr && m_Node->IsEnabled();
 }
 
 void CWindow::ShowWindow(bool bShow)
 {
     if (m_Node != nullptr)
     {
-        m_Node->GetWidget()->setVisible(bShow);
-        if (bShow && m_Node->GetWidget()->isWindow())
-        {
-            m_Node->GetWidget()->raise();
-            m_Node->GetWidget()->activateWindow();
-        }
+        m_Node->Show(bShow);
     }
 }
 
 bool CWindow::IsWindowVisible() const
 {
-    return m_Node != nullptr && m_Node->GetWidget()->isVisible();
+    return m_Node != nullptr && m_Node->IsVisible();
 }
 
 void CWindow::SetFocus()
 {
     if (m_Node != nullptr)
     {
-        m_Node->GetWidget()->setFocus(Qt::OtherFocusReason);
+        m_Node->Focus();
     }
 }
 
 bool CWindow::HasFocus() const
 {
-    const QWidget* pFocus = m_Node != nullptr ? QApplication::focusWidget() : nullptr;
-    return pFocus != nullptr &&
-           (pFocus == m_Node->GetWidget() || m_Node->GetWidget()->isAncestorOf(pFocus));
+    return m_Node != nullptr && m_Node->HasFocus();
 }
 
 void CWindow::SetRedraw(bool bOn)
 {
     if (m_Node != nullptr)
     {
-        m_Node->GetWidget()->setUpdatesEnabled(bOn);
+        m_Node->SetRedraw(bOn);
     }
 }
 
@@ -154,7 +130,7 @@ void CWindow::Invalidate()
 {
     if (m_Node != nullptr)
     {
-        m_Node->GetWidget()->update();
+        m_Node->Invalidate();
     }
 }
 
@@ -162,19 +138,18 @@ void CWindow::MoveWindow(const SRect& rect)
 {
     if (m_Node != nullptr)
     {
-        m_Node->GetWidget()->setGeometry(m_Node->FromPixels(rect));
+        m_Node->Move(rect);
     }
 }
 
 SRect CWindow::GetWindowRect() const
 {
-    return m_Node != nullptr ? m_Node->ToPixels(m_Node->GetWidget()->geometry()) : SRect{};
+    return m_Node != nullptr ? m_Node->GetRect() : SRect{};
 }
 
 SRect CWindow::GetClientRect() const
 {
-    return m_Node != nullptr ? m_Node->ToPixels(QRect(QPoint(0, 0), FindGround(*m_Node)->size()))
-                             : SRect{};
+    return m_Node != nullptr ? m_Node->GetClientRect() : SRect{};
 }
 
 double CWindow::GetScale() const

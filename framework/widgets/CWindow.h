@@ -7,7 +7,7 @@
 
 #include <string>
 
-class CWindowNode;
+class IWindowNode;
 
 // A window, or a control bound to one of a form. The object and the window live apart: an object
 // without a window answers with nothing and ignores what it is told; a window without an object
@@ -98,12 +98,12 @@ protected:
     // False when the tip has no text.
     virtual bool OnToolTipText(SToolTipText&) { return false; }
 
-    CWindowNode* GetNode() const { return m_Node; }
+    IWindowNode* GetNode() const { return m_Node; }
 
 private:
     friend class CWindowNode;
 
-    CWindowNode* m_Node = nullptr; // null without a window
+    IWindowNode* m_Node = nullptr; // null without a window
     bool m_bOwner = false;         // this object made the window
     bool m_bToolTips = false;
 };

@@ -2,10 +2,8 @@
 
 #include "editor/core/CHeadlessFace.h"
 #include "editor/script/CScriptCursor.h"
+#include "framework/core/COffscreenWindows.h"
 #include "framework/core/IFrontEnd.h"
-#include "framework/widgets/COffscreenWindows.h"
-
-#include <memory>
 
 class World;
 
@@ -26,7 +24,7 @@ public:
         return m_Cursor.Pick(m_World, hit);
     }
 
-    bool PrepareWindows() override;
+    bool PrepareWindows() override { return m_Windows.Open(); }
 
     // IFrontEnd
     bool IsKeyDown(EKey eKey) const override { return m_Cursor.IsKeyDown(eKey); }
@@ -52,7 +50,7 @@ public:
     uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
 
 private:
-    std::unique_ptr<COffscreenWindows> m_Windows; // null until a script needs windows
+    COffscreenWindows m_Windows; // opened when a script needs windows
     World* m_World = nullptr;
     CScriptCursor m_Cursor;
     SScreenPoint m_CursorPos = {};

@@ -4,8 +4,8 @@
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CPluginLoader.h"
 #include "editor/script/CScriptCursor.h"
+#include "framework/core/COffscreenWindows.h"
 #include "framework/core/IFrontEnd.h"
-#include "framework/widgets/COffscreenWindows.h"
 #include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "host/IPluginPainting.h"
@@ -31,14 +31,7 @@ public:
 
     bool PickTerrain(ViewId, ViewPoint, SVec3& hit) override { return cursor.Pick(pWorld, hit); }
 
-    bool PrepareWindows() override
-    {
-        if (pWindows == nullptr)
-        {
-            pWindows = std::make_unique<COffscreenWindows>();
-        }
-        return true;
-    }
+    bool PrepareWindows() override { return windows.Open(); }
 
     bool IsKeyDown(EKey eKey) const override { return cursor.IsKeyDown(eKey); }
 
@@ -62,7 +55,7 @@ public:
 
     uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
 
-    std::unique_ptr<COffscreenWindows> pWindows; // null until something is painted
+    COffscreenWindows windows; // opened when something is painted
     CScriptCursor cursor;
     World* pWorld = nullptr;
 };

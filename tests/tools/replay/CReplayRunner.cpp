@@ -1,7 +1,6 @@
 #include "tests/tools/replay/CReplayRunner.h"
 
 #include "host/Image.h"
-#include "tests/support/TestPaths.h"
 
 #include <fcntl.h>
 #include <sys/wait.h>
@@ -23,11 +22,11 @@ void AppendToEnvironment(const char* pszName, const char* pszText)
     ::setenv(pszName, (strValue + pszText).c_str(), 1);
 }
 
-[[noreturn]] void RunChild(const std::string& strFolder,
+[[noreturn]] void RunChild(const std::string& strProgram,
+                           const std::string& strFolder,
                            const std::string& strOutputs,
                            const std::vector<std::string>& arguments)
 {
-    const std::string strProgram = std::string(TELLUR_BIN_DIR) + "/tellur-replay";
     std::vector<char*> pointers = {const_cast<char*>(strProgram.c_str())};
     for (const std::string& strArgument : arguments)
     {
@@ -62,6 +61,19 @@ CReplayRunner::CReplayRunner()
     EXPECT_TRUE(IL_SaveImage(Path("white.png").c_str(), pImage.get(), nullptr));
 }
 
+void CReplayRunner::LeaveOutWindowSystem()
+{
+    const std::filesystem::path folder = Path("bin");
+    std::filesystem::create_directory(folder);
+    std::filesystem::copy_file(m_Program, folder / "tellur-replay"); // a link is followed
+    for (const char* pszName : {"libtellur.so", "libtellur_engine.so", "libtellur_framework.so"})
+    {
+        std::filesystem::create_symlink(std::filesystem::path(TELLUR_BIN_DIR) / pszName,
+                                        folder / pszName);
+    }
+    m_Program = folder / "tellur-replay";
+}
+
 SRunResult CReplayRunner::Run(const std::vector<std::string>& arguments) const
 {
     const CTempFolder outputs;
@@ -69,7 +81,7 @@ SRunResult CReplayRunner::Run(const std::vector<std::string>& arguments) const
     const pid_t iChild = ::fork();
     if (iChild == 0)
     {
-        RunChild(GetFolder(), outputs.GetFolder(), arguments);
+        RunChild(m_Program, GetFolder(), outputs.GetFolder(), arguments);
     }
     int iStatus = 0;
     EXPECT_EQ(::waitpid(iChild, &iStatus, 0), iChild);

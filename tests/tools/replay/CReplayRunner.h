@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/CTempFolder.h"
+#include "tests/support/TestPaths.h"
 
 #include <string>
 #include <vector>
@@ -21,6 +22,9 @@ class CReplayRunner
 public:
     // Writes a white brush image, "white.png", into the folder.
     CReplayRunner();
+
+    // From now on a copy of the program runs, beside which the window system's library is missing.
+    void LeaveOutWindowSystem();
 
     // The program with these arguments, in the folder.
     SRunResult Run(const std::vector<std::string>& arguments) const;
@@ -48,4 +52,5 @@ public:
 
 private:
     CTempFolder m_Folder;
+    std::string m_Program = TELLUR_BIN_DIR "/tellur-replay";
 };

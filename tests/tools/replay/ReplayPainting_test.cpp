@@ -178,3 +178,20 @@ TEST_F(CReplayPainting, AFailedSaveLeavesTheOldBitmap)
         EXPECT_GT(iFaults, 3) << "the disk did fail";
     }
 }
+
+TEST_F(CReplayPainting, OpensTheWindowSystemAndStrokesDoNot)
+{
+    m_Runner.LeaveOutWindowSystem();
+    Play(CReplayRunner::GetStrokeStart("RelativeHeightFunction") +
+         "press( 40, 40 )\nmove( 44, 44, 0 )\nrelease( 44, 44 )\n");
+    const SRunResult result =
+        m_Runner.Play("level( 8, [ 80, 100, 80 ] )\n" + START, {"--root", TELLUR_SOURCE_DIR});
+    EXPECT_EQ(result.iExitCode, 1);
+    EXPECT_EQ(result.strErr,
+              "script.tellur: paint_bitmap( \"types.png\" ): there are no windows to paint with "
+              "(keyword 2)\n");
+    const std::string strLibrary = m_Runner.Path("bin/libtellur_widgets_qt.so");
+    EXPECT_EQ(ReadBytes(m_Runner.Path("log.txt")),
+              "[OpenWindowSystem] " + strLibrary +
+                  ": cannot open shared object file: No such file or directory\n");
+}
