@@ -3,6 +3,8 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CPluginLoader.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 
 #include <chrono>
 #include <functional>

@@ -8,6 +8,7 @@
 #include "editor/view/CTerrainRenderer.h"
 #include "editor/view/SViewProjection.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 
 #include <QGuiApplication>
 #include <QOffscreenSurface>

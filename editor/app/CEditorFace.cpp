@@ -6,6 +6,7 @@
 #include "editor/app/CViewWidget.h"
 #include "editor/app/FileChoice.h"
 #include "editor/core/CEditorHost.h"
+#include "engine/world/CEngineHost.h"
 #include "engine/world/CWorld.h"
 
 #include <QInputDialog>

@@ -3,6 +3,7 @@
 #include "editor/app/CViewWidget.h"
 #include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPluginTools.h"
 
 #include <QLabel>

@@ -3,6 +3,8 @@
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
 #include "editor/app/CStatusLine.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPluginTools.h"
 
 #include <cmath>

@@ -7,6 +7,7 @@
 #include "editor/app/ToolTexts.h"
 #include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/ActionIds.h"
 #include "host/IPluginTools.h"
 

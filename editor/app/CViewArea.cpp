@@ -4,6 +4,8 @@
 #include "editor/view/CTerrainCopies.h"
 #include "editor/view/Vectors.h"
 #include "editor/view/ViewGround.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "engine/world/CWorld.h"
 
 #include <QApplication>

@@ -2,6 +2,7 @@
 
 #include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 
 #include <cmath>
 

@@ -4,6 +4,8 @@
 #include "editor/app/CCursorNote.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "framework/qt/WidgetAccess.h"
 #include "host/IPlugin.h"
 #include "host/IPluginTools.h"

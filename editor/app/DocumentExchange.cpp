@@ -5,6 +5,7 @@
 #include "editor/app/CImportDialog.h"
 #include "engine/elevation/ElevationFormat.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/Notice.h"
 
 #include <QFileInfo>

@@ -12,6 +12,7 @@
 #include "editor/script/CScriptCursor.h"
 #include "editor/script/CScriptPlayer.h"
 #include "editor/script/LoadScript.h"
+#include "engine/world/CEngineHost.h"
 #include "framework/core/CMenu.h"
 #include "host/ActionIds.h"
 #include "host/IEditorAction.h"

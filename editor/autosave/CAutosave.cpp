@@ -4,6 +4,8 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/FileNames.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPlugin.h"
 #include "host/IPluginPainting.h"
 #include "host/IPluginTools.h"

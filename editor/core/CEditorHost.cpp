@@ -1,7 +1,9 @@
 #include "editor/core/CEditorHost.h"
 
 #include "editor/core/IHostFace.h"
+#include "engine/paint/CPaintLayer.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "framework/core/CToolBar.h"
 #include "framework/core/IFrontEnd.h"
 #include "host/IPlugin.h"
@@ -37,17 +39,19 @@ CEditorHost::CEditorHost(IHostFace& face)
     : m_Face(face)
     , m_FrontEndBefore(SetFrontEnd(face.GetFrontEnd()))
     , m_ProgressBefore(SetProgressSink(this))
-    , m_LevelHeights(m_Engine.GetCWorld(), m_Undo, *this, GetTemporaryFolder())
+    , m_Engine(std::make_unique<CEngineHost>())
+    , m_PaintLayer(std::make_unique<CPaintLayer>(m_Engine->GetCWorld()))
+    , m_LevelHeights(m_Engine->GetCWorld(), m_Undo, *this, GetTemporaryFolder())
 {
     m_Modes.SetDragEnd([this] { EndDrag(); });
     m_Undo.SetListener(this);
-    m_PaintLayer.SetListener([this] { m_Face.RedrawViews(); });
+    m_PaintLayer->SetListener([this] { m_Face.RedrawViews(); });
 }
 
 CEditorHost::~CEditorHost()
 {
     DestroyPluginObjects();
-    m_PaintLayer.SetListener(nullptr);
+    m_PaintLayer->SetListener(nullptr);
     SetProgressSink(m_ProgressBefore);
     SetFrontEnd(m_FrontEndBefore);
 }
@@ -62,7 +66,7 @@ void CEditorHost::RenderFrame()
     Guard("CEditorHost::RenderFrame",
           [this]
           {
-              m_Engine.BeginFrame();
+              m_Engine->BeginFrame();
               m_Modes.RenderCurrentMode();
           });
 }
@@ -91,7 +95,7 @@ void CEditorHost::DestroyPluginObjects()
 
 ITextureManager* CEditorHost::GetTextureManager()
 {
-    return &m_Engine.GetTextures();
+    return &m_Engine->GetTextures();
 }
 
 void CEditorHost::RegisterProcess(IEditorAction* pProcess)
@@ -101,7 +105,7 @@ void CEditorHost::RegisterProcess(IEditorAction* pProcess)
 
 IPaintLayer* CEditorHost::GetPaintLayer()
 {
-    return &m_PaintLayer;
+    return m_PaintLayer.get();
 }
 
 void CEditorHost::TurnCamera(ViewId view, float fDegrees)
@@ -257,7 +261,7 @@ void CEditorHost::InsertPluginMenu(
 bool CEditorHost::QueryEntityClass(const char* pszClassName)
 {
     return pszClassName != nullptr && std::strcmp(pszClassName, ENVIRONMENT_CLASS) == 0 &&
-           m_Engine.GetWorld()->GetEnvironment() != nullptr;
+           m_Engine->GetWorld()->GetEnvironment() != nullptr;
 }
 
 void CEditorHost::SetPluginViewState(EPluginViewState /*eState*/,
@@ -283,7 +287,7 @@ void CEditorHost::GetEnvironmentFile(const char* pszClassName,
     }
     else if (eRequest == ENVIRONMENT_RELOAD)
     {
-        m_Engine.GetWorld()->ReloadTerrain();
+        m_Engine->GetWorld()->ReloadTerrain();
     }
 }
 
@@ -320,7 +324,7 @@ void CEditorHost::SetModeCaption(const char* pszCaption)
 
 const char* CEditorHost::LookupText(int32_t iId, const void* /*pObject*/)
 {
-    const CRTTIObject* pObject = m_Engine.FindObjectById(iId);
+    const CRTTIObject* pObject = m_Engine->FindObjectById(iId);
     return pObject != nullptr ? pObject->GetClassNameA() : nullptr;
 }
 
@@ -335,7 +339,7 @@ void CEditorHost::AddUndo(CUndo* pUndo)
     {
         strText.clear(); // a step without a name can be undone, too
     }
-    const CTerrain* pTerrain = m_Engine.GetCWorld().GetCTerrain();
+    const CTerrain* pTerrain = m_Engine->GetCWorld().GetCTerrain();
     m_Changes.Follow(pTerrain);
     if (m_Undo.Add(pUndo, std::move(strText), m_Changes.GetCount() * BYTES_OF_A_VERTEX))
     {

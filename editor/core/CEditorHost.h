@@ -7,15 +7,16 @@
 #include "editor/core/CSettings.h"
 #include "editor/core/CUndoStack.h"
 #include "editor/core/IHostObserver.h"
-#include "engine/paint/CPaintLayer.h"
-#include "engine/world/CEngineHost.h"
 #include "host/EditorHost.h"
 #include "host/Progress.h"
 
+#include <memory>
 #include <new>
 #include <string>
 #include <vector>
 
+class CEngineHost;
+class CPaintLayer;
 class IFrontEnd;
 class IHostFace;
 
@@ -111,9 +112,9 @@ public:
     // Destroys and forgets everything that came from the plug-in. Its library may go afterwards.
     void DestroyPluginObjects();
 
-    CEngineHost& GetEngine() { return m_Engine; }
+    CEngineHost& GetEngine() { return *m_Engine; }
 
-    CPaintLayer& GetCPaintLayer() { return m_PaintLayer; }
+    CPaintLayer& GetCPaintLayer() { return *m_PaintLayer; }
 
     CModeManager& GetModes() { return m_Modes; }
 
@@ -218,8 +219,8 @@ private:
     IHostFace& m_Face;
     IFrontEnd* m_FrontEndBefore = nullptr;
     IProgressSink* m_ProgressBefore = nullptr;
-    CEngineHost m_Engine;
-    CPaintLayer m_PaintLayer{m_Engine.GetCWorld()};
+    std::unique_ptr<CEngineHost> m_Engine;     // never null
+    std::unique_ptr<CPaintLayer> m_PaintLayer; // never null
     CModeManager m_Modes;
     CUndoStack m_Undo;
     CLevelHeights m_LevelHeights;

@@ -1,6 +1,8 @@
 // What the host sends to the plug-in, and tells its observers of.
 
 #include "editor/core/CEditorHost.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "framework/core/IFrontEnd.h"
 #include "host/IPlugin.h"
 #include "host/IPluginPainting.h"
@@ -56,7 +58,7 @@ void CEditorHost::SendEvent(const char* pszOperation, const SHostEvent& event, T
               }
           });
     const SHostEvent done = std::exchange(m_Event, outer); // with the point that was hit
-    m_Changes.Follow(m_Engine.GetCWorld().GetCTerrain());
+    m_Changes.Follow(m_Engine->GetCWorld().GetCTerrain());
     Tell(done);
 }
 
@@ -68,7 +70,7 @@ void CEditorHost::SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBloc
     }
     m_DragView = view;
     m_DragPoint = block;
-    m_Changes.Start(m_Engine.GetCWorld().GetCTerrain());
+    m_Changes.Start(m_Engine->GetCWorld().GetCTerrain());
     SendEvent("CEditorHost::SendButtonDown",
               {.eKind = EHostEvent::ButtonDown, .view = view, .uFlags = uFlags},
               [&](IPlugin& plugin)

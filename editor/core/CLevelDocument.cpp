@@ -4,6 +4,8 @@
 #include "editor/core/SLevelText.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
+#include "engine/world/CEngineHost.h"
+#include "engine/world/CEnvironment.h"
 #include "host/Log.h"
 #include "host/Progress.h"
 

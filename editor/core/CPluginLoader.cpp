@@ -2,6 +2,7 @@
 
 #include "editor/core/CEditorHost.h"
 #include "editor/core/KeptFiles.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPluginBrushes.h"
 #include "host/Log.h"
 

@@ -1,6 +1,7 @@
 // What the host does when the level or its terrain becomes another one.
 
 #include "editor/core/CEditorHost.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPlugin.h"
 
 #include <utility>
@@ -8,19 +9,19 @@
 bool CEditorHost::NewLevel(uint32_t uCells, const SVec3& size)
 {
     PrepareLevelChange();
-    return m_Engine.GetCWorld().CreateTerrain(uCells, uCells, size) && FinishLevelChange();
+    return m_Engine->GetCWorld().CreateTerrain(uCells, uCells, size) && FinishLevelChange();
 }
 
 bool CEditorHost::OpenLevel(const char* pszPath)
 {
     PrepareLevelChange();
-    return m_Engine.GetCWorld().OpenTerrain(pszPath) && FinishLevelChange();
+    return m_Engine->GetCWorld().OpenTerrain(pszPath) && FinishLevelChange();
 }
 
 void CEditorHost::TakeLevel(SHeightField&& field)
 {
     PrepareLevelChange();
-    m_Engine.GetCWorld().TakeTerrain(std::move(field));
+    m_Engine->GetCWorld().TakeTerrain(std::move(field));
     FinishLevelChange();
 }
 

@@ -3,6 +3,8 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/SLevelText.h"
+#include "engine/world/CEngineHost.h"
+#include "engine/world/CEnvironment.h"
 
 #include <utility>
 

@@ -5,6 +5,7 @@
 #include "editor/core/Processes.h"
 #include "editor/core/UserFolders.h"
 #include "editor/script/CScriptPlayer.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPlugin.h"
 #include "host/IPluginPainting.h"
 #include "host/Log.h"

@@ -4,6 +4,7 @@
 #include "editor/script/CScriptCall.h"
 #include "editor/script/HeightText.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/BrushBlock.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"

@@ -4,6 +4,7 @@
 #include "editor/script/HeightText.h"
 #include "editor/script/IScriptSink.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "framework/core/KeyState.h"
 #include "host/ActionIds.h"
 #include "host/CTextFile.h"

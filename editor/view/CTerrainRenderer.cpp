@@ -12,6 +12,7 @@
 #include "editor/view/Shaders.h"
 #include "editor/view/Vectors.h"
 #include "engine/paint/CPaintLayer.h"
+#include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "engine/world/CTexture.h"
 #include "host/Image.h"

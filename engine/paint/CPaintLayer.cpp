@@ -1,5 +1,6 @@
 #include "engine/paint/CPaintLayer.h"
 
+#include "engine/terrain/CTerrain.h"
 #include "engine/world/CTexture.h"
 #include "engine/world/CWorld.h"
 #include "host/Image.h"

@@ -1,5 +1,6 @@
 #include "engine/world/CEngineHost.h"
 
+#include "engine/terrain/CTerrain.h"
 #include "host/ReflectionFields.h"
 
 namespace

@@ -1,6 +1,9 @@
 #include "engine/world/CWorld.h"
 
+#include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
+#include "engine/world/CEnvironment.h"
+#include "engine/world/CTexture.h"
 #include "host/Log.h"
 #include "host/Progress.h"
 #include "host/TerrainSize.h"

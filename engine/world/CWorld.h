@@ -1,9 +1,6 @@
 #pragma once
 
-#include "engine/terrain/CTerrain.h"
 #include "engine/world/CCameraList.h"
-#include "engine/world/CEnvironment.h"
-#include "engine/world/CTexture.h"
 #include "host/Export.h"
 #include "host/World.h"
 
@@ -11,6 +8,12 @@
 #include <memory>
 #include <string>
 #include <vector>
+
+class CEnvironment;
+class CTerrain;
+class CTexture;
+class ITerrainListener;
+struct SHeightField;
 
 // The open level: its terrain and environment, the textures made for it, and the cameras of the
 // views. Owned by the engine and alive as long as it, with and without a level. UI thread.

@@ -1,5 +1,6 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CHeadlessFace.h"
+#include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
 #include "host/Progress.h"
 #include "host/Terrain.h"

@@ -3,6 +3,8 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CLevelDocument.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
 #include "tests/editor/CStep.h"
 #include "tests/support/CTempFolder.h"

@@ -2,6 +2,8 @@
 // whatever stops the program.
 
 #include "editor/autosave/CAutosave.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "tests/editor/CLevelDocumentTest.h"
 #include "tests/support/CLogCatcher.h"
 

@@ -1,6 +1,8 @@
 // The two files of a level: what a save keeps, what it would replace, and what a fault leaves.
 
 #include "editor/core/SLevelText.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "tests/editor/CLevelDocumentTest.h"
 #include "tests/support/CLogCatcher.h"
 

@@ -1,6 +1,7 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CPluginLoader.h"
+#include "engine/world/CEngineHost.h"
 #include "host/Terrain.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"

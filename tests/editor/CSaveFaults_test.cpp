@@ -1,5 +1,7 @@
 // The disk fails, or the process dies, in the middle of a save: which level opens afterwards.
 
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "tests/editor/CLevelDocumentTest.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/TestPaths.h"

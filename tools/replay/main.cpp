@@ -4,6 +4,7 @@
 #include "editor/script/CScriptFolder.h"
 #include "editor/script/CScriptPlayer.h"
 #include "editor/script/LoadScript.h"
+#include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
 #include "host/Program.h"
 #include "host/Terrain.h"

@@ -3,6 +3,7 @@
 #include "editor/app/CNewLevelDialog.h"
 #include "editor/app/CSettingsDialog.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "tests/editor/app/DocumentsFixture.h"
 
 #include <QApplication>

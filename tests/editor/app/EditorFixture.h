@@ -4,6 +4,8 @@
 #include "editor/app/CEditorFace.h"
 #include "editor/app/CEditorWindow.h"
 #include "editor/app/CViewArea.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "tests/support/CTempFolder.h"
 
 #include <QAbstractButton>

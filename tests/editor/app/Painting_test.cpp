@@ -1,6 +1,8 @@
 // The terrain-type bitmap painted in the editor with the mouse and the keys of an X server.
 
 #include "editor/app/CMessagesDock.h"
+#include "engine/paint/CPaintLayer.h"
+#include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
 #include "host/IPluginPainting.h"
 #include "host/Terrain.h"

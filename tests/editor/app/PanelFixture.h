@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/app/CPanelDock.h"
+#include "engine/world/CEngineHost.h"
 #include "tests/editor/app/EditorFixture.h"
 
 #include <QScrollArea>

@@ -5,6 +5,7 @@
 #include "editor/app/CHistoryDock.h"
 #include "editor/app/CStatusLine.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPlugin.h"
 #include "host/IPluginStrokes.h"
 #include "host/IPluginTools.h"

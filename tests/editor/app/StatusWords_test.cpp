@@ -2,6 +2,7 @@
 
 #include "editor/app/CStatusLine.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPluginBrushes.h"
 #include "host/Image.h"
 #include "tests/editor/app/DocumentsFixture.h"

@@ -3,6 +3,7 @@
 
 #include "editor/core/IHostObserver.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPluginStrokes.h"
 #include "host/IPluginTools.h"
 #include "tests/editor/app/EditorFixture.h"

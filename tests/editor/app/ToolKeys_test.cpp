@@ -2,6 +2,7 @@
 
 #include "editor/app/CKeysDialog.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPluginStrokes.h"
 #include "tests/editor/app/ToolKeysFixture.h"
 #include "tests/support/TestPaths.h"

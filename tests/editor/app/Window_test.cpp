@@ -4,6 +4,7 @@
 #include "editor/app/CMessagesDock.h"
 #include "editor/app/CNewLevelDialog.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/IPluginTools.h"
 #include "host/Log.h"
 #include "tests/editor/app/EditorFixture.h"

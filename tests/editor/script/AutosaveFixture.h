@@ -5,6 +5,7 @@
 #include "editor/core/CLevelDocument.h"
 #include "editor/script/CScriptPlayer.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "tests/editor/script/WalkFixture.h"
 
 #include <sys/resource.h>

@@ -1,5 +1,7 @@
 // What the autosave has kept when the editor is killed, while the real plug-in sculpts.
 
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/Image.h"
 #include "tests/editor/script/AutosaveFixture.h"
 #include "tests/support/CLogCatcher.h"

@@ -9,6 +9,7 @@
 #include "editor/script/CRecorder.h"
 #include "editor/script/CScriptCursor.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"

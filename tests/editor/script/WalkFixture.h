@@ -4,6 +4,7 @@
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CPluginLoader.h"
 #include "editor/script/CScriptCursor.h"
+#include "engine/world/CEngineHost.h"
 #include "framework/core/COffscreenWindows.h"
 #include "framework/core/IFrontEnd.h"
 #include "host/BrushBlock.h"

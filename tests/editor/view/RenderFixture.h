@@ -3,6 +3,7 @@
 #include "editor/view/CTerrainCopies.h"
 #include "editor/view/CTerrainRenderer.h"
 #include "editor/view/SViewProjection.h"
+#include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 
 #include <QImage>

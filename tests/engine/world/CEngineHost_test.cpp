@@ -1,3 +1,4 @@
+#include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/Reflection.h"
 

@@ -1,3 +1,4 @@
+#include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
 #include "engine/world/CWorld.h"
 #include "tests/support/CLogCatcher.h"
