@@ -38,12 +38,6 @@ QKeySequence GetSequence(const SKeyChord& chord)
     return QKeySequence(QKeyCombination(modifiers, static_cast<Qt::Key>(chord.uKey)));
 }
 
-SKeyChord GetChord(const QKeySequence& sequence)
-{
-    return sequence.isEmpty() ? SKeyChord()
-                              : MakeChord(sequence[0].key(), sequence[0].keyboardModifiers());
-}
-
 SKeyChord GetChord(const QKeyEvent& event)
 {
     return MakeChord(event.key(), event.modifiers());

@@ -13,5 +13,4 @@ constexpr char FLY_COMMAND[] = "camera.fly.";
 constexpr char STROKE_COMMAND[] = "stroke.";
 
 QKeySequence GetSequence(const SKeyChord& chord); // empty for no key
-SKeyChord GetChord(const QKeySequence& sequence); // its first key
 SKeyChord GetChord(const QKeyEvent& event);

@@ -160,14 +160,6 @@ void CUndoStack::DropRedo()
     }
 }
 
-void CUndoStack::Notify(uintptr_t uCode)
-{
-    for (const SRecord& record : m_Records)
-    {
-        record.pUndo->OnNotify(uCode);
-    }
-}
-
 std::string CUndoStack::GetText(size_t i) const
 {
     return std::to_string(m_GivenUp + i + 1) + " " + m_Records[i].strText;

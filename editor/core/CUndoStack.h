@@ -49,8 +49,6 @@ public:
     bool GoTo(size_t nPosition);
     void Clear();
     void DropRedo(); // nothing can be redone any longer
-    // Tells every record, oldest first.
-    void Notify(uintptr_t uCode);
 
     // Records that Undo would still take back; those that were taken back do not count.
     size_t GetCount() const { return m_Position; }

@@ -9,8 +9,8 @@
 namespace
 {
 
-// Appends what happens to it to a shared text: "u1 " undo of record 1, "r1 " redo, "n1 " a
-// notification, "~1 " its end.
+// Appends what happens to it to a shared text: "u1 " undo of record 1, "r1 " redo, "~1 "
+// its end.
 class CRecord : public CUndo
 {
 public:
@@ -29,7 +29,7 @@ public:
 
     void Redo() override { Say("r"); }
 
-    void OnNotify(uintptr_t uCode) override { Say(uCode == 3 ? "n" : "?"); }
+    void OnNotify(uintptr_t) override {}
 
 private:
     void Say(const char* pszWhat) { m_Events += pszWhat + m_Name + " "; }
@@ -52,9 +52,8 @@ TEST(CUndoStack, ANewRecordDestroysWhatCouldBeRedone)
     EXPECT_EQ(strEvents, "u2 ~2 ");
     EXPECT_EQ(stack.GetCount(), 2U);
     EXPECT_EQ(stack.GetRedoCount(), 0U);
-    stack.Notify(3);
     stack.Clear();
-    EXPECT_EQ(strEvents, "u2 ~2 n1 n3 ~1 ~3 ");
+    EXPECT_EQ(strEvents, "u2 ~2 ~1 ~3 ");
     EXPECT_EQ(stack.GetCount(), 0U);
     EXPECT_FALSE(stack.Undo());
 }
