@@ -154,6 +154,11 @@ EStrokePath CTellurBrush::GetStrokePath() const
     return m_Function != nullptr ? m_Function->GetStrokePath() : EStrokePath::None;
 }
 
+bool CTellurBrush::HeedsModeKeys() const
+{
+    return m_Function != nullptr && m_Function->HeedsModeKeys();
+}
+
 CRTTIObject* CTellurBrush::GetRTTIObject()
 {
     return m_Function != nullptr ? m_Function->GetRTTIObject() : nullptr;

@@ -72,6 +72,7 @@ public:
     void SetFunction(ITellurFunction* pFunction) override;
     const char* GetFunctionName() const override;
     EStrokePath GetStrokePath() const; // of the function; None without one
+    bool HeedsModeKeys() const;        // as above; false without one
     CRTTIObject* GetRTTIObject() override;
     const CRTTIObject* GetRTTIObject() const override;
 

@@ -11,7 +11,7 @@ namespace
 {
 
 constexpr SFunctionTraits TRAITS = {
-    "BlurFunction", "CBlurFunction", "no cursor handle", "no name", 2108};
+    "BlurFunction", "CBlurFunction", "no cursor handle", "no name", 2108, true};
 
 } // namespace
 

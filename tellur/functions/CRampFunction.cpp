@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr SFunctionTraits TRAITS = {
-    "RampFunction", "CRampFunction", "no cursor", "no class name", 2110};
+    "RampFunction", "CRampFunction", "no cursor", "no class name", 2110, true};
 
 // The bounding box of the strip's corners, clipped to the terrain.
 SExtents GetRegion(const SVec3& first, const SVec3& second, const SVec3& side, float fX, float fZ)

@@ -10,7 +10,7 @@ namespace
 {
 
 constexpr SFunctionTraits TRAITS = {
-    "SetHeightFunction", "CSetHeightFunction", "no cursor handle", "no name", 2106};
+    "SetHeightFunction", "CSetHeightFunction", "no cursor handle", "no name", 2106, true};
 
 } // namespace
 

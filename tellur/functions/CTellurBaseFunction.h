@@ -12,6 +12,7 @@ struct SFunctionTraits
     const char* pszNoCursor;  // what SetCursor says without one
     const char* pszNoName;    // what Save says without a class name
     uint32_t uCursorId;       // cursor resource of the plug-in
+    bool bHeedsKeys = false;  // asks GetEffectiveMode
 };
 
 // What all functions share: the reflected object, the cursor, and the block in a brush file. A copy
@@ -28,6 +29,8 @@ public:
     CRTTIObject* GetRTTIObject() override { return this; }
 
     const CRTTIObject* GetRTTIObject() const override { return this; }
+
+    bool HeedsModeKeys() const override { return m_Traits->bHeedsKeys; }
 
     bool SetCursor() override;
     bool Save(fs::ifile& file, int iIndent) const override;

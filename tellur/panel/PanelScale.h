@@ -6,5 +6,8 @@ inline constexpr int SHARE_POSITIONS = 100;    // of power and hardness
 inline constexpr float SHARE_STEP = 0.01F;     // of a position, and of a spin
 inline constexpr int DISTANCE_POSITIONS = 1000;
 
+// More than the slider reaches, which then stays at its end.
+inline constexpr float MOST_HARDNESS = 100.0F;
+
 int GetSharePosition(float fShare);
 float GetShareAt(int iPos);

@@ -19,7 +19,6 @@ namespace
 {
 
 constexpr float MOST_FADE = 1000000.0F;
-constexpr float MOST_HARDNESS = 100.0F; // more than the slider reaches, which stays at its end then
 constexpr float DISTANCE_STEP = 10.0F;
 
 constexpr const char* NO_BRUSH = "[CTellurView::OnChangeEditPower] no current brush\n";

@@ -12,13 +12,13 @@
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/panel/BrushMask.h"
 #include "tellur/panel/ITerrainPanel.h"
+#include "tellur/panel/PanelScale.h"
 #include "tellur/plugin/IPluginImpl.h"
 #include "tellur/resources/PluginResources.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <iterator>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -28,9 +28,6 @@ namespace
 
 constexpr const char* FIRST_TOOL = "RelativeHeightFunction";
 constexpr const char* SMOOTHING = "BlurFunction";
-// The ones that ask for their mode with the keys that are held; posterize keeps to its field.
-constexpr const char* HEED_KEYS[] = {"BlurFunction", "SetHeightFunction", "RampFunction"};
-constexpr float MOST_HARDNESS = 100.0F;
 constexpr float MOST_COUNT = 1000.0F;
 // The one number that says what a function does; ramp and point height have none.
 constexpr const char* AMOUNT_FIELDS[] = {"m_Height", "m_NumHeightDivisions", "m_NeighbourhoodSize"};
@@ -319,11 +316,7 @@ bool IPluginImpl::ChooseMask()
 
 bool IPluginImpl::HeedsMinMax()
 {
-    return m_pCurrentBrush != nullptr && !IsPainting() &&
-           std::any_of(std::begin(HEED_KEYS),
-                       std::end(HEED_KEYS),
-                       [this](const char* pszName)
-                       { return IsFunction(*m_pCurrentBrush, pszName); });
+    return m_pCurrentBrush != nullptr && !IsPainting() && m_pCurrentBrush->HeedsModeKeys();
 }
 
 // The brush of the stroke before goes on where nothing about it has changed, because that is what

@@ -71,6 +71,9 @@ public:
 
     virtual EStrokePath GetStrokePath() const { return EStrokePath::None; }
 
+    // Whether it takes its mode from the keys that are held: Ctrl only raises, Alt only lowers.
+    virtual bool HeedsModeKeys() const { return false; }
+
     // Must agree with MergeHeight.
     virtual EMergeRule GetMergeRule() const { return EMergeRule::ByCall; }
 };
