@@ -41,49 +41,49 @@ bool ReadFields(const uint8_t* pHeader, uint32_t uHeaderBytes, SBmpHeader& heade
 {
     if (uHeaderBytes == OLD_HEADER_BYTES)
     {
-        header.Width = ReadLe16(pHeader + 4);
-        header.Height = ReadLe16(pHeader + 6);
-        header.BitsPerPixel = ReadLe16(pHeader + 10);
-        header.ColorBytes = 3;
+        header.uWidth = ReadLe16(pHeader + 4);
+        header.uHeight = ReadLe16(pHeader + 6);
+        header.uBitsPerPixel = ReadLe16(pHeader + 10);
+        header.uColorBytes = 3;
     }
     else
     {
         const auto iHeight = static_cast<int32_t>(ReadLe32(pHeader + 8));
-        header.Width = ReadLe32(pHeader + 4);
-        header.Height = static_cast<uint32_t>(std::abs(int64_t{iHeight}));
-        header.TopDown = iHeight < 0;
-        header.BitsPerPixel = ReadLe16(pHeader + 14);
-        header.Compression = ReadLe32(pHeader + 16);
-        header.Colors = ReadLe32(pHeader + 32);
+        header.uWidth = ReadLe32(pHeader + 4);
+        header.uHeight = static_cast<uint32_t>(std::abs(int64_t{iHeight}));
+        header.bTopDown = iHeight < 0;
+        header.uBitsPerPixel = ReadLe16(pHeader + 14);
+        header.uCompression = ReadLe32(pHeader + 16);
+        header.uColors = ReadLe32(pHeader + 32);
     }
-    if (header.BitsPerPixel > 8)
+    if (header.uBitsPerPixel > 8)
     {
-        header.Colors = 0;
+        header.uColors = 0;
     }
-    else if (header.Colors == 0)
+    else if (header.uColors == 0)
     {
-        header.Colors = 1U << header.BitsPerPixel;
+        header.uColors = 1U << header.uBitsPerPixel;
     }
-    const bool bRuns = header.Compression == BMP_RUNS_8 || header.Compression == BMP_RUNS_4;
-    return IsKnownKind(header.BitsPerPixel, header.Compression) && header.Colors <= 256 &&
-           !(bRuns && header.TopDown);
+    const bool bRuns = header.uCompression == BMP_RUNS_8 || header.uCompression == BMP_RUNS_4;
+    return IsKnownKind(header.uBitsPerPixel, header.uCompression) && header.uColors <= 256 &&
+           !(bRuns && header.bTopDown);
 }
 
 void SetChannels(
     SBmpHeader& header, uint32_t uRed, uint32_t uGreen, uint32_t uBlue, uint32_t uAlpha)
 {
-    header.Channels[0].Mask = uRed;
-    header.Channels[1].Mask = uGreen;
-    header.Channels[2].Mask = uBlue;
-    header.Channels[3].Mask = uAlpha;
+    header.channels[0].uMask = uRed;
+    header.channels[1].uMask = uGreen;
+    header.channels[2].uMask = uBlue;
+    header.channels[3].uMask = uAlpha;
 }
 
 bool AreMasksWhole(const SBmpHeader& header)
 {
-    return std::ranges::all_of(header.Channels,
+    return std::ranges::all_of(header.channels,
                                [](const SBmpChannel& channel)
                                {
-                                   const uint32_t uMask = channel.Mask;
+                                   const uint32_t uMask = channel.uMask;
                                    const uint32_t uLow = uMask & (~uMask + 1);
                                    return (uMask & (uMask + uLow)) == 0;
                                });
@@ -92,9 +92,9 @@ bool AreMasksWhole(const SBmpHeader& header)
 // The masks stand behind the common header, whether they count as a part of it or not.
 bool ReadMasks(std::span<const uint8_t> data, uint32_t uHeaderBytes, SBmpHeader& header)
 {
-    if (header.Compression != BMP_MASKS)
+    if (header.uCompression != BMP_MASKS)
     {
-        const bool b16 = header.BitsPerPixel == 16;
+        const bool b16 = header.uBitsPerPixel == 16;
         SetChannels(header, b16 ? 0x7C00 : 0xFF0000, b16 ? 0x3E0 : 0xFF00, b16 ? 0x1F : 0xFF, 0);
         return true;
     }
@@ -115,23 +115,23 @@ bool ReadMasks(std::span<const uint8_t> data, uint32_t uHeaderBytes, SBmpHeader&
 
 bool HasEnoughPixels(size_t nBytes, const SBmpHeader& header)
 {
-    if (header.Compression == BMP_RUNS_8 || header.Compression == BMP_RUNS_4)
+    if (header.uCompression == BMP_RUNS_8 || header.uCompression == BMP_RUNS_4)
     {
-        return uint64_t{header.Width} * header.Height / MAX_PIXELS_PER_RUN_BYTE <= nBytes;
+        return uint64_t{header.uWidth} * header.uHeight / MAX_PIXELS_PER_RUN_BYTE <= nBytes;
     }
-    return nBytes / header.GetRowBytes() >= header.Height;
+    return nBytes / header.GetRowBytes() >= header.uHeight;
 }
 
 } // namespace
 
 uint8_t SBmpChannel::Extract(uint32_t uPixel) const
 {
-    if (Mask == 0)
+    if (uMask == 0)
     {
         return 0;
     }
-    const int iBits = std::popcount(Mask);
-    const uint32_t uValue = (uPixel & Mask) >> std::countr_zero(Mask);
+    const int iBits = std::popcount(uMask);
+    const uint32_t uValue = (uPixel & uMask) >> std::countr_zero(uMask);
     if (iBits >= 8)
     {
         return static_cast<uint8_t>(uValue >> (iBits - 8));
@@ -142,9 +142,9 @@ uint8_t SBmpChannel::Extract(uint32_t uPixel) const
 
 bool SBmpHeader::HasWholeBytes() const
 {
-    return BitsPerPixel == 24 ||
-           (BitsPerPixel == 32 && Channels[0].Mask == 0xFF0000 && Channels[1].Mask == 0xFF00 &&
-            Channels[2].Mask == 0xFF && Channels[3].Mask == 0xFF000000);
+    return uBitsPerPixel == 24 ||
+           (uBitsPerPixel == 32 && channels[0].uMask == 0xFF0000 && channels[1].uMask == 0xFF00 &&
+            channels[2].uMask == 0xFF && channels[3].uMask == 0xFF000000);
 }
 
 bool ReadBmpHeader(std::span<const uint8_t> data, SBmpHeader& header, std::string& strFault)
@@ -169,12 +169,12 @@ bool ReadBmpHeader(std::span<const uint8_t> data, SBmpHeader& header, std::strin
         strFault = "damaged BMP file, or a kind of BMP that is not supported";
         return false;
     }
-    if (header.Width == 0 || header.Height == 0)
+    if (header.uWidth == 0 || header.uHeight == 0)
     {
         strFault = "damaged BMP file: no pixels";
         return false;
     }
-    if (!CheckImageSize(header.Width, header.Height, strFault))
+    if (!CheckImageSize(header.uWidth, header.uHeight, strFault))
     {
         return false;
     }
@@ -188,10 +188,11 @@ bool ReadBmpHeader(std::span<const uint8_t> data, SBmpHeader& header, std::strin
         return false;
     }
     const bool bMasksBehind =
-        header.Compression == BMP_MASKS && uHeaderBytes == COMMON_HEADER_BYTES;
-    header.PalettePosition = FILE_HEADER_BYTES + uHeaderBytes + (bMasksBehind ? 12 : 0);
-    const size_t nPaletteEnd = header.PalettePosition + size_t{header.Colors} * header.ColorBytes;
-    header.PixelPosition = std::max<size_t>(ReadLe32(&data[10]), nPaletteEnd);
-    return header.PixelPosition <= data.size() &&
-           HasEnoughPixels(data.size() - header.PixelPosition, header);
+        header.uCompression == BMP_MASKS && uHeaderBytes == COMMON_HEADER_BYTES;
+    header.nPalettePosition = FILE_HEADER_BYTES + uHeaderBytes + (bMasksBehind ? 12 : 0);
+    const size_t nPaletteEnd =
+        header.nPalettePosition + size_t{header.uColors} * header.uColorBytes;
+    header.nPixelPosition = std::max<size_t>(ReadLe32(&data[10]), nPaletteEnd);
+    return header.nPixelPosition <= data.size() &&
+           HasEnoughPixels(data.size() - header.nPixelPosition, header);
 }

@@ -10,7 +10,7 @@ namespace
 
 EImageFormat GetFormat(const SBmpHeader& header)
 {
-    if (header.BitsPerPixel <= 8)
+    if (header.uBitsPerPixel <= 8)
     {
         return EImageFormat::Indexed8;
     }
@@ -19,33 +19,33 @@ EImageFormat GetFormat(const SBmpHeader& header)
 
 void UnpackMasked(const uint8_t* pSource, uint8_t* pDest, const SBmpHeader& header)
 {
-    const bool b16 = header.BitsPerPixel == 16;
+    const bool b16 = header.uBitsPerPixel == 16;
     const uint32_t uChannels = header.HasAlpha() ? 4 : 3;
-    for (uint32_t i = 0; i < header.Width; ++i, pDest += uChannels)
+    for (uint32_t i = 0; i < header.uWidth; ++i, pDest += uChannels)
     {
         const uint32_t uPixel =
             b16 ? ReadLe16(pSource + size_t{i} * 2) : ReadLe32(pSource + size_t{i} * 4);
         for (uint32_t k = 0; k < uChannels; ++k)
         {
-            pDest[k] = header.Channels[k].Extract(uPixel);
+            pDest[k] = header.channels[k].Extract(uPixel);
         }
     }
 }
 
 void ReadRows(std::span<const uint8_t> data, const SBmpHeader& header, CImage& image)
 {
-    for (uint32_t uFileRow = 0; uFileRow < header.Height; ++uFileRow)
+    for (uint32_t uFileRow = 0; uFileRow < header.uHeight; ++uFileRow)
     {
         const uint8_t* pSource =
-            data.data() + header.PixelPosition + header.GetRowBytes() * uFileRow;
+            data.data() + header.nPixelPosition + header.GetRowBytes() * uFileRow;
         uint8_t* pDest = image.GetRow(header.GetImageRow(uFileRow));
-        if (header.BitsPerPixel <= 8)
+        if (header.uBitsPerPixel <= 8)
         {
-            UnpackIndices(pSource, pDest, header.Width, header.BitsPerPixel);
+            UnpackIndices(pSource, pDest, header.uWidth, header.uBitsPerPixel);
         }
         else if (header.HasWholeBytes())
         {
-            CopySwapped(pSource, pDest, header.Width, header.BitsPerPixel / 8);
+            CopySwapped(pSource, pDest, header.uWidth, header.uBitsPerPixel / 8);
         }
         else
         {
@@ -57,14 +57,14 @@ void ReadRows(std::span<const uint8_t> data, const SBmpHeader& header, CImage& i
 std::unique_ptr<CPalette> ReadPalette(std::span<const uint8_t> data, const SBmpHeader& header)
 {
     uint8_t colors[CPalette::MAX_ENTRIES * 3] = {};
-    for (uint32_t uEntry = 0; uEntry < header.Colors; ++uEntry)
+    for (uint32_t uEntry = 0; uEntry < header.uColors; ++uEntry)
     {
-        CopySwapped(data.data() + header.PalettePosition + size_t{uEntry} * header.ColorBytes,
+        CopySwapped(data.data() + header.nPalettePosition + size_t{uEntry} * header.uColorBytes,
                     colors + size_t{uEntry} * 3,
                     1,
                     3);
     }
-    return CPalette::Create(colors, header.Colors);
+    return CPalette::Create(colors, header.uColors);
 }
 
 } // namespace
@@ -73,22 +73,22 @@ bool DecodeBmp(std::span<const uint8_t> data, SPicture& picture, std::string& st
 {
     SBmpHeader header;
     if (!ReadBmpHeader(data, header, strFault) ||
-        !MakeImage(picture, header.Width, header.Height, GetFormat(header), strFault))
+        !MakeImage(picture, header.uWidth, header.uHeight, GetFormat(header), strFault))
     {
         return false;
     }
-    if (header.Compression != BMP_RUNS_8 && header.Compression != BMP_RUNS_4)
+    if (header.uCompression != BMP_RUNS_8 && header.uCompression != BMP_RUNS_4)
     {
-        ReadRows(data, header, *picture.Image);
+        ReadRows(data, header, *picture.pImage);
     }
-    else if (!CBmpRunReader(data, header, *picture.Image).Read())
+    else if (!CBmpRunReader(data, header, *picture.pImage).Read())
     {
         strFault = "damaged BMP file: the runs do not fit the picture";
         return false;
     }
-    if (header.BitsPerPixel <= 8)
+    if (header.uBitsPerPixel <= 8)
     {
-        picture.Palette = ReadPalette(data, header);
+        picture.pPalette = ReadPalette(data, header);
     }
     return true;
 }

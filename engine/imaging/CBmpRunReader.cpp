@@ -6,10 +6,10 @@
 #include <cstring>
 
 CBmpRunReader::CBmpRunReader(std::span<const uint8_t> data, const SBmpHeader& header, CImage& image)
-    : m_Stream(data.subspan(header.PixelPosition))
+    : m_Stream(data.subspan(header.nPixelPosition))
     , m_Header(header)
     , m_Image(image)
-    , m_RowEnd(header.GetRowBytes() * 8 / header.BitsPerPixel)
+    , m_RowEnd(header.GetRowBytes() * 8 / header.uBitsPerPixel)
 {
 }
 
@@ -27,18 +27,18 @@ bool CBmpRunReader::Read()
         }
     }
     // The mark at the end may be missing when the last row is full.
-    const uint32_t uFullRows = m_Row + (m_Column >= m_Header.Width ? 1 : 0);
-    return m_Ended || uFullRows >= m_Header.Height;
+    const uint32_t uFullRows = m_Row + (m_Column >= m_Header.uWidth ? 1 : 0);
+    return m_Ended || uFullRows >= m_Header.uHeight;
 }
 
 bool CBmpRunReader::HasRoom(uint32_t uCount) const
 {
-    return m_Row < m_Header.Height && m_Column + uCount <= m_RowEnd;
+    return m_Row < m_Header.uHeight && m_Column + uCount <= m_RowEnd;
 }
 
 uint32_t CBmpRunReader::CutToPicture(uint32_t uCount) const
 {
-    return m_Column < m_Header.Width ? std::min(uCount, m_Header.Width - m_Column) : 0;
+    return m_Column < m_Header.uWidth ? std::min(uCount, m_Header.uWidth - m_Column) : 0;
 }
 
 uint8_t* CBmpRunReader::GetCursor()

@@ -16,7 +16,7 @@ public:
     bool Read();
 
 private:
-    bool Has4Bits() const { return m_Header.Compression == BMP_RUNS_4; }
+    bool Has4Bits() const { return m_Header.uCompression == BMP_RUNS_4; }
 
     bool HasRoom(uint32_t uCount) const;
     uint32_t CutToPicture(uint32_t uCount) const;

@@ -14,15 +14,15 @@ constexpr uint32_t PIXEL_FORMAT_BYTES = 32;
 
 EImageFormat GetFormat(const SDdsHeader& header)
 {
-    if (header.Pixels != EDdsPixels::Plain)
+    if (header.ePixels != EDdsPixels::Plain)
     {
         return EImageFormat::Rgba32;
     }
-    if (header.PixelBytes == 1)
+    if (header.uPixelBytes == 1)
     {
         return EImageFormat::Indexed8;
     }
-    return header.PixelBytes == 4 && header.HasAlpha ? EImageFormat::Rgba32 : EImageFormat::Rgb24;
+    return header.uPixelBytes == 4 && header.bHasAlpha ? EImageFormat::Rgba32 : EImageFormat::Rgb24;
 }
 
 int GetSquishKind(EDdsPixels ePixels)
@@ -42,21 +42,21 @@ int GetSquishKind(EDdsPixels ePixels)
 
 void CopyPlainPixels(const uint8_t* pSource, const SDdsHeader& header, CImage& image)
 {
-    const size_t nPixels = size_t{header.Width} * header.Height;
+    const size_t nPixels = size_t{header.uWidth} * header.uHeight;
     const uint32_t uImageBytes = image.GetBitsPerPixel() / 8;
     uint8_t* pDest = image.GetRawData();
-    if (uImageBytes == header.PixelBytes && header.RedFirst)
+    if (uImageBytes == header.uPixelBytes && header.bRedFirst)
     {
         std::memcpy(pDest, pSource, nPixels * uImageBytes);
         return;
     }
-    if (uImageBytes == header.PixelBytes)
+    if (uImageBytes == header.uPixelBytes)
     {
         CopySwapped(pSource, pDest, nPixels, uImageBytes);
         return;
     }
     // Four bytes of which the last means nothing.
-    const size_t nRed = header.RedFirst ? 0 : 2;
+    const size_t nRed = header.bRedFirst ? 0 : 2;
     for (size_t i = 0; i < nPixels; ++i, pSource += 4, pDest += 3)
     {
         pDest[0] = pSource[nRed];
@@ -67,11 +67,11 @@ void CopyPlainPixels(const uint8_t* pSource, const SDdsHeader& header, CImage& i
 
 struct SWrittenFormat
 {
-    uint32_t Flags;
-    uint32_t Red;
-    uint32_t Green;
-    uint32_t Blue;
-    uint32_t Alpha;
+    uint32_t uFlags;
+    uint32_t uRed;
+    uint32_t uGreen;
+    uint32_t uBlue;
+    uint32_t uAlpha;
 };
 
 SWrittenFormat GetWrittenFormat(EImageFormat eFormat)
@@ -95,22 +95,22 @@ bool DecodeDds(std::span<const uint8_t> data, SPicture& picture, std::string& st
 {
     SDdsHeader header;
     if (!ReadDdsHeader(data, header, strFault) ||
-        !MakeImage(picture, header.Width, header.Height, GetFormat(header), strFault))
+        !MakeImage(picture, header.uWidth, header.uHeight, GetFormat(header), strFault))
     {
         return false;
     }
-    const uint8_t* pSource = data.data() + header.PixelPosition;
-    if (header.Pixels == EDdsPixels::Plain)
+    const uint8_t* pSource = data.data() + header.nPixelPosition;
+    if (header.ePixels == EDdsPixels::Plain)
     {
-        CopyPlainPixels(pSource, header, *picture.Image);
+        CopyPlainPixels(pSource, header, *picture.pImage);
     }
     else
     {
-        squish::DecompressImage(picture.Image->GetRawData(),
-                                static_cast<int>(header.Width),
-                                static_cast<int>(header.Height),
+        squish::DecompressImage(picture.pImage->GetRawData(),
+                                static_cast<int>(header.uWidth),
+                                static_cast<int>(header.uHeight),
                                 pSource,
-                                GetSquishKind(header.Pixels));
+                                GetSquishKind(header.ePixels));
     }
     return true;
 }
@@ -133,13 +133,13 @@ void EncodeDds(const IImage& image, std::vector<uint8_t>& out)
     AppendLe32(out, image.GetWidth() * uPixelBytes);
     out.resize(nHeaderStart + 72); // no depth, no smaller copies, reserved words
     AppendLe32(out, PIXEL_FORMAT_BYTES);
-    AppendLe32(out, format.Flags);
+    AppendLe32(out, format.uFlags);
     AppendLe32(out, 0);
     AppendLe32(out, uPixelBytes * 8);
-    AppendLe32(out, format.Red);
-    AppendLe32(out, format.Green);
-    AppendLe32(out, format.Blue);
-    AppendLe32(out, format.Alpha);
+    AppendLe32(out, format.uRed);
+    AppendLe32(out, format.uGreen);
+    AppendLe32(out, format.uBlue);
+    AppendLe32(out, format.uAlpha);
     AppendLe32(out, TEXTURE);
     out.resize(nHeaderStart + HEADER_BYTES);
 

@@ -26,11 +26,11 @@ constexpr uint32_t MakeCode(char c0, char c1, char c2, char c3)
 // one.
 struct SNamedPixels
 {
-    uint32_t Code;
-    EDdsPixels Pixels;
-    uint32_t PixelBytes;
-    bool RedFirst;
-    bool HasAlpha;
+    uint32_t uCode;
+    EDdsPixels ePixels;
+    uint32_t uPixelBytes;
+    bool bRedFirst;
+    bool bHasAlpha;
 };
 
 constexpr SNamedPixels FOUR_CHARACTER_CODES[] = {
@@ -60,12 +60,12 @@ bool ReadNamedPixels(uint32_t uCode, std::span<const SNamedPixels> table, SDdsHe
 {
     for (const SNamedPixels& named : table)
     {
-        if (named.Code == uCode)
+        if (named.uCode == uCode)
         {
-            header.Pixels = named.Pixels;
-            header.PixelBytes = named.PixelBytes;
-            header.RedFirst = named.RedFirst;
-            header.HasAlpha = named.HasAlpha;
+            header.ePixels = named.ePixels;
+            header.uPixelBytes = named.uPixelBytes;
+            header.bRedFirst = named.bRedFirst;
+            header.bHasAlpha = named.bHasAlpha;
             return true;
         }
     }
@@ -81,16 +81,16 @@ bool ReadPlainPixels(const uint8_t* pFormat, SDdsHeader& header)
     const uint32_t uGreen = ReadLe32(pFormat + 20);
     const uint32_t uBlue = ReadLe32(pFormat + 24);
     const uint32_t uAlpha = (uFlags & FLAG_ALPHA) != 0 ? ReadLe32(pFormat + 28) : 0;
-    header.PixelBytes = uBits / 8;
+    header.uPixelBytes = uBits / 8;
     if ((uFlags & FLAG_LUMINANCE) != 0)
     {
         return uBits == 8;
     }
-    header.RedFirst = uRed == 0xFF && uBlue == 0xFF0000;
-    header.HasAlpha = uBits == 32 && uAlpha == 0xFF000000;
-    const bool bOrder = header.RedFirst || (uRed == 0xFF0000 && uBlue == 0xFF);
+    header.bRedFirst = uRed == 0xFF && uBlue == 0xFF0000;
+    header.bHasAlpha = uBits == 32 && uAlpha == 0xFF000000;
+    const bool bOrder = header.bRedFirst || (uRed == 0xFF0000 && uBlue == 0xFF);
     return (uFlags & FLAG_RGB) != 0 && (uFlags & FLAG_ALPHA_ONLY) == 0 && bOrder &&
-           uGreen == 0xFF00 && (uAlpha == 0 || header.HasAlpha) && (uBits == 24 || uBits == 32);
+           uGreen == 0xFF00 && (uAlpha == 0 || header.bHasAlpha) && (uBits == 24 || uBits == 32);
 }
 
 bool ReadPixelFormat(std::span<const uint8_t> data, SDdsHeader& header)
@@ -98,7 +98,7 @@ bool ReadPixelFormat(std::span<const uint8_t> data, SDdsHeader& header)
     const uint8_t* pFormat = &data[PIXEL_FORMAT];
     const uint32_t uFlags = ReadLe32(pFormat + 4);
     const uint32_t uCode = ReadLe32(pFormat + 8);
-    header.PixelPosition = HEADER_END;
+    header.nPixelPosition = HEADER_END;
     if ((uFlags & FLAG_CODE) == 0)
     {
         return ReadPlainPixels(pFormat, header);
@@ -107,7 +107,7 @@ bool ReadPixelFormat(std::span<const uint8_t> data, SDdsHeader& header)
     {
         return ReadNamedPixels(uCode, FOUR_CHARACTER_CODES, header);
     }
-    header.PixelPosition = EXTENDED_HEADER_END;
+    header.nPixelPosition = EXTENDED_HEADER_END;
     return data.size() >= EXTENDED_HEADER_END &&
            ReadNamedPixels(ReadLe32(&data[HEADER_END]), EXTENDED_CODES, header);
 }
@@ -116,12 +116,12 @@ bool ReadPixelFormat(std::span<const uint8_t> data, SDdsHeader& header)
 
 uint64_t SDdsHeader::GetSurfaceBytes() const
 {
-    if (Pixels == EDdsPixels::Plain)
+    if (ePixels == EDdsPixels::Plain)
     {
-        return uint64_t{Width} * Height * PixelBytes;
+        return uint64_t{uWidth} * uHeight * uPixelBytes;
     }
-    const uint64_t nBlocks = ((uint64_t{Width} + 3) / 4) * ((uint64_t{Height} + 3) / 4);
-    return nBlocks * (Pixels == EDdsPixels::Bc1 ? 8 : 16);
+    const uint64_t nBlocks = ((uint64_t{uWidth} + 3) / 4) * ((uint64_t{uHeight} + 3) / 4);
+    return nBlocks * (ePixels == EDdsPixels::Bc1 ? 8 : 16);
 }
 
 bool ReadDdsHeader(std::span<const uint8_t> data, SDdsHeader& header, std::string& strFault)
@@ -136,18 +136,18 @@ bool ReadDdsHeader(std::span<const uint8_t> data, SDdsHeader& header, std::strin
         strFault = "damaged DDS file: unknown header";
         return false;
     }
-    header.Height = ReadLe32(&data[12]);
-    header.Width = ReadLe32(&data[16]);
+    header.uHeight = ReadLe32(&data[12]);
+    header.uWidth = ReadLe32(&data[16]);
     if (!ReadPixelFormat(data, header))
     {
         strFault = "damaged DDS file, or a pixel format that is not supported";
         return false;
     }
-    if (!CheckImageSize(header.Width, header.Height, strFault))
+    if (!CheckImageSize(header.uWidth, header.uHeight, strFault))
     {
         return false;
     }
-    if (header.GetSurfaceBytes() > data.size() - header.PixelPosition)
+    if (header.GetSurfaceBytes() > data.size() - header.nPixelPosition)
     {
         strFault = "damaged DDS file: the file ends too early";
         return false;

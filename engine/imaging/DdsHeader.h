@@ -17,13 +17,13 @@ enum class EDdsPixels
 // smaller copies, further layers or faces.
 struct SDdsHeader
 {
-    uint32_t Width = 0;
-    uint32_t Height = 0;
-    EDdsPixels Pixels = EDdsPixels::Plain;
-    uint32_t PixelBytes = 0; // Plain: 1 is grey, 3 and 4 are colours
-    bool RedFirst = false;   // Plain: otherwise blue comes first
-    bool HasAlpha = false;   // Plain with 4 bytes: otherwise the fourth byte means nothing
-    size_t PixelPosition = 0;
+    uint32_t uWidth = 0;
+    uint32_t uHeight = 0;
+    EDdsPixels ePixels = EDdsPixels::Plain;
+    uint32_t uPixelBytes = 0; // Plain: 1 is grey, 3 and 4 are colours
+    bool bRedFirst = false;   // Plain: otherwise blue comes first
+    bool bHasAlpha = false;   // Plain with 4 bytes: otherwise the fourth byte means nothing
+    size_t nPixelPosition = 0;
 
     // Bytes of the first surface.
     uint64_t GetSurfaceBytes() const;

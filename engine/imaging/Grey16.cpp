@@ -65,11 +65,11 @@ bool SaveSamples(const char* pszPath,
                  std::string& strLine)
 {
     SPngPixels pixels;
-    pixels.Width = uWidth;
-    pixels.Height = uHeight;
-    pixels.BitDepth = 16;
-    pixels.RowBytes = size_t{uWidth} * SAMPLE_BYTES;
-    pixels.Rows = reinterpret_cast<const uint8_t*>(pSamples);
+    pixels.uWidth = uWidth;
+    pixels.uHeight = uHeight;
+    pixels.iBitDepth = 16;
+    pixels.nRowBytes = size_t{uWidth} * SAMPLE_BYTES;
+    pixels.pRows = reinterpret_cast<const uint8_t*>(pSamples);
     std::vector<uint8_t> bytes;
     std::string strFault;
     if (!CheckImageSize(uWidth, uHeight, strFault) || !WritePng(pixels, bytes, strFault))

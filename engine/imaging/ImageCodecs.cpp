@@ -23,8 +23,8 @@ bool HasTgaFooter(std::span<const uint8_t> data)
 
 struct SExtension
 {
-    const char* Text;
-    EImageFile File;
+    const char* pszText;
+    EImageFile eFile;
 };
 
 constexpr SExtension EXTENSIONS[] = {
@@ -43,9 +43,9 @@ EImageFile GetImageFileOfExtension(const char* pszPath)
     const char* pszDot = std::strrchr(pszPath, '.');
     for (const SExtension& extension : EXTENSIONS)
     {
-        if (pszDot != nullptr && strcasecmp(pszDot + 1, extension.Text) == 0)
+        if (pszDot != nullptr && strcasecmp(pszDot + 1, extension.pszText) == 0)
         {
-            return extension.File;
+            return extension.eFile;
         }
     }
     return EImageFile::Unknown;
@@ -176,8 +176,8 @@ bool MakeImage(SPicture& picture,
     {
         return false;
     }
-    picture.Image = CImage::Create(uWidth, uHeight, eFormat);
-    if (!picture.Image)
+    picture.pImage = CImage::Create(uWidth, uHeight, eFormat);
+    if (!picture.pImage)
     {
         strFault = "not enough memory";
         return false;

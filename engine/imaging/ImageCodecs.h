@@ -21,8 +21,8 @@
 // What a decoder makes.
 struct SPicture
 {
-    std::unique_ptr<CImage> Image;
-    std::unique_ptr<CPalette> Palette; // null unless the file is a paletted one
+    std::unique_ptr<CImage> pImage;
+    std::unique_ptr<CPalette> pPalette; // null unless the file is a paletted one
 };
 
 enum class EImageFile

@@ -97,7 +97,7 @@ IImage* IL_LoadImage(const char* pszPath)
         std::string strLine;
         if (LoadPicture(pszPath, picture, strLine))
         {
-            return picture.Image.release();
+            return picture.pImage.release();
         }
         CrashLog("[IL_LoadImage] %s\n", strLine.c_str());
     }
@@ -124,7 +124,7 @@ IPalette* IL_LoadPalette(const char* pszPath)
             const EImageFile eFile = RecogniseImage(file.GetBytes(), pszPath);
             const bool bDecoded = MayHavePalette(eFile, file.GetBytes()) &&
                                   DecodeImage(eFile, file.GetBytes(), picture, strFault);
-            return bDecoded ? picture.Palette.release() : nullptr;
+            return bDecoded ? picture.pPalette.release() : nullptr;
         }
     }
     catch (const std::bad_alloc&)

@@ -159,7 +159,7 @@ bool DecodeJpeg(std::span<const uint8_t> data, SPicture& picture, std::string& s
     {
         return false;
     }
-    if (!reader.ReadPixels(picture.Image->GetRawData()))
+    if (!reader.ReadPixels(picture.pImage->GetRawData()))
     {
         strFault = reader.GetFault();
         return false;

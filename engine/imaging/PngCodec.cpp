@@ -61,7 +61,7 @@ bool DecodePng(std::span<const uint8_t> data, SPicture& picture, std::string& st
     {
         return false;
     }
-    if (!reader.ReadPixels(picture.Image->GetRawData()))
+    if (!reader.ReadPixels(picture.pImage->GetRawData()))
     {
         strFault = reader.GetFault();
         return false;
@@ -69,7 +69,8 @@ bool DecodePng(std::span<const uint8_t> data, SPicture& picture, std::string& st
     if (reader.IsPaletted())
     {
         const std::span<const uint8_t> colors = reader.GetPaletteColors();
-        picture.Palette = CPalette::Create(colors.data(), static_cast<uint32_t>(colors.size() / 3));
+        picture.pPalette =
+            CPalette::Create(colors.data(), static_cast<uint32_t>(colors.size() / 3));
     }
     return true;
 }
@@ -86,11 +87,11 @@ bool EncodePng(const IImage& image,
         colors.insert(colors.end(), pEntry, pEntry + 3);
     }
     SPngPixels pixels;
-    pixels.Width = image.GetWidth();
-    pixels.Height = image.GetHeight();
-    pixels.ColorType = GetPngColorType(image.GetFormat(), pPalette != nullptr);
-    pixels.RowBytes = size_t{image.GetWidth()} * (image.GetBitsPerPixel() / 8);
-    pixels.Rows = image.GetRawData();
-    pixels.PaletteColors = colors;
+    pixels.uWidth = image.GetWidth();
+    pixels.uHeight = image.GetHeight();
+    pixels.iColorType = GetPngColorType(image.GetFormat(), pPalette != nullptr);
+    pixels.nRowBytes = size_t{image.GetWidth()} * (image.GetBitsPerPixel() / 8);
+    pixels.pRows = image.GetRawData();
+    pixels.paletteColors = colors;
     return WritePng(pixels, out, strFault);
 }

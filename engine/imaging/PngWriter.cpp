@@ -19,19 +19,19 @@ constexpr int COMPRESSION_LEVEL = 4;
 
 struct SPngWrite
 {
-    png_structp Png = nullptr;
-    png_infop Info = nullptr;
-    const SPngPixels* Pixels = nullptr;
-    std::vector<uint8_t>* Out = nullptr;
-    char Fault[160] = {};
+    png_structp pPng = nullptr;
+    png_infop pInfo = nullptr;
+    const SPngPixels* pPixels = nullptr;
+    std::vector<uint8_t>* pOut = nullptr;
+    char szFault[160] = {};
 
-    ~SPngWrite() { png_destroy_write_struct(&Png, &Info); }
+    ~SPngWrite() { png_destroy_write_struct(&pPng, &pInfo); }
 };
 
 // The error jumps over this frame, so nothing with a destructor may live here.
 void OnWrite(png_structp pPng, png_bytep pData, size_t nBytes)
 {
-    if (!AppendBytes(*static_cast<SPngWrite*>(png_get_io_ptr(pPng))->Out, pData, nBytes))
+    if (!AppendBytes(*static_cast<SPngWrite*>(png_get_io_ptr(pPng))->pOut, pData, nBytes))
     {
         png_error(pPng, "not enough memory");
     }
@@ -44,7 +44,7 @@ void OnFlush(png_structp /*pPng*/)
 [[noreturn]] void OnError(png_structp pPng, png_const_charp pszText)
 {
     auto* pWrite = static_cast<SPngWrite*>(png_get_error_ptr(pPng));
-    std::snprintf(pWrite->Fault, sizeof(pWrite->Fault), "%s", pszText);
+    std::snprintf(pWrite->szFault, sizeof(pWrite->szFault), "%s", pszText);
     png_longjmp(pPng, 1);
 }
 
@@ -54,45 +54,45 @@ void OnWarning(png_structp /*pPng*/, png_const_charp /*pszText*/)
 
 void WriteSteps(SPngWrite& write)
 {
-    const SPngPixels& pixels = *write.Pixels;
-    png_set_write_fn(write.Png, &write, OnWrite, OnFlush);
-    png_set_compression_level(write.Png, COMPRESSION_LEVEL);
-    png_set_IHDR(write.Png,
-                 write.Info,
-                 pixels.Width,
-                 pixels.Height,
-                 pixels.BitDepth,
-                 pixels.ColorType,
+    const SPngPixels& pixels = *write.pPixels;
+    png_set_write_fn(write.pPng, &write, OnWrite, OnFlush);
+    png_set_compression_level(write.pPng, COMPRESSION_LEVEL);
+    png_set_IHDR(write.pPng,
+                 write.pInfo,
+                 pixels.uWidth,
+                 pixels.uHeight,
+                 pixels.iBitDepth,
+                 pixels.iColorType,
                  PNG_INTERLACE_NONE,
                  PNG_COMPRESSION_TYPE_DEFAULT,
                  PNG_FILTER_TYPE_DEFAULT);
-    if (!pixels.PaletteColors.empty())
+    if (!pixels.paletteColors.empty())
     {
-        png_set_PLTE(write.Png,
-                     write.Info,
-                     reinterpret_cast<png_const_colorp>(pixels.PaletteColors.data()),
-                     static_cast<int>(pixels.PaletteColors.size() / 3));
+        png_set_PLTE(write.pPng,
+                     write.pInfo,
+                     reinterpret_cast<png_const_colorp>(pixels.paletteColors.data()),
+                     static_cast<int>(pixels.paletteColors.size() / 3));
     }
-    png_write_info(write.Png, write.Info);
-    if (pixels.BitDepth == 16 && std::endian::native == std::endian::little)
+    png_write_info(write.pPng, write.pInfo);
+    if (pixels.iBitDepth == 16 && std::endian::native == std::endian::little)
     {
-        png_set_swap(write.Png);
+        png_set_swap(write.pPng);
     }
-    for (size_t iRow = 0; iRow < pixels.Height; ++iRow)
+    for (size_t iRow = 0; iRow < pixels.uHeight; ++iRow)
     {
         if (iRow % ROWS_A_REPORT == 0 &&
-            !ReportProgress(TASK, static_cast<float>(iRow) / static_cast<float>(pixels.Height)))
+            !ReportProgress(TASK, static_cast<float>(iRow) / static_cast<float>(pixels.uHeight)))
         {
-            png_error(write.Png, "cancelled");
+            png_error(write.pPng, "cancelled");
         }
-        png_write_row(write.Png, pixels.Rows + iRow * pixels.RowBytes);
+        png_write_row(write.pPng, pixels.pRows + iRow * pixels.nRowBytes);
     }
-    png_write_end(write.Png, write.Info);
+    png_write_end(write.pPng, write.pInfo);
 }
 
 bool RunGuarded(SPngWrite& write)
 {
-    if (setjmp(png_jmpbuf(write.Png)) != 0)
+    if (setjmp(png_jmpbuf(write.pPng)) != 0)
     {
         ReportProgress(TASK, 1.0F);
         return false;
@@ -107,18 +107,18 @@ bool RunGuarded(SPngWrite& write)
 bool WritePng(const SPngPixels& pixels, std::vector<uint8_t>& out, std::string& strFault)
 {
     SPngWrite write;
-    write.Pixels = &pixels;
-    write.Out = &out;
-    write.Png = png_create_write_struct(PNG_LIBPNG_VER_STRING, &write, OnError, OnWarning);
-    write.Info = write.Png != nullptr ? png_create_info_struct(write.Png) : nullptr;
-    if (write.Info == nullptr)
+    write.pPixels = &pixels;
+    write.pOut = &out;
+    write.pPng = png_create_write_struct(PNG_LIBPNG_VER_STRING, &write, OnError, OnWarning);
+    write.pInfo = write.pPng != nullptr ? png_create_info_struct(write.pPng) : nullptr;
+    if (write.pInfo == nullptr)
     {
         strFault = "not enough memory";
         return false;
     }
     if (!RunGuarded(write))
     {
-        strFault = write.Fault;
+        strFault = write.szFault;
         return false;
     }
     return true;

@@ -20,20 +20,20 @@ enum EKind : uint32_t
 
 struct STgaHeader
 {
-    uint32_t Kind = 0; // EKind
-    bool HasRuns = false;
-    bool HasMap = false;
-    uint32_t MapFirst = 0;
-    uint32_t MapLength = 0;
-    uint32_t MapEntryBytes = 0;
-    uint32_t Width = 0;
-    uint32_t Height = 0;
-    uint32_t PixelBytes = 0;
-    uint32_t AlphaBits = 0;
-    bool TopDown = false;
-    bool RightToLeft = false;
-    size_t MapPosition = 0;
-    size_t PixelPosition = 0;
+    uint32_t uKind = 0; // EKind
+    bool bHasRuns = false;
+    bool bHasMap = false;
+    uint32_t uMapFirst = 0;
+    uint32_t uMapLength = 0;
+    uint32_t uMapEntryBytes = 0;
+    uint32_t uWidth = 0;
+    uint32_t uHeight = 0;
+    uint32_t uPixelBytes = 0;
+    uint32_t uAlphaBits = 0;
+    bool bTopDown = false;
+    bool bRightToLeft = false;
+    size_t nMapPosition = 0;
+    size_t nPixelPosition = 0;
 };
 
 bool IsColorBits(uint32_t uBits)
@@ -44,12 +44,12 @@ bool IsColorBits(uint32_t uBits)
 // The header has no mark of its own, so it must make sense in every field.
 bool IsKnownKind(const STgaHeader& header, uint32_t uMapType, uint32_t uMapBits, uint32_t uBits)
 {
-    const bool bMap = uMapType == 1 && header.MapLength > 0 && IsColorBits(uMapBits);
+    const bool bMap = uMapType == 1 && header.uMapLength > 0 && IsColorBits(uMapBits);
     if (uMapType > 1 || (uMapType == 1 && !bMap))
     {
         return false;
     }
-    switch (header.Kind)
+    switch (header.uKind)
     {
     case KIND_INDEXED:
         return bMap && uBits == 8;
@@ -64,13 +64,13 @@ bool IsKnownKind(const STgaHeader& header, uint32_t uMapType, uint32_t uMapBits,
 
 bool HasEnoughPixels(size_t nBytes, const STgaHeader& header)
 {
-    const uint64_t nPixels = uint64_t{header.Width} * header.Height;
-    if (header.HasRuns)
+    const uint64_t nPixels = uint64_t{header.uWidth} * header.uHeight;
+    if (header.bHasRuns)
     {
         const uint64_t nPackets = (nPixels + 127) / 128;
-        return nPackets * (1 + header.PixelBytes) <= nBytes;
+        return nPackets * (1 + header.uPixelBytes) <= nBytes;
     }
-    return nPixels * header.PixelBytes <= nBytes;
+    return nPixels * header.uPixelBytes <= nBytes;
 }
 
 bool ReadHeader(std::span<const uint8_t> data, STgaHeader& header, std::string& strFault)
@@ -81,32 +81,33 @@ bool ReadHeader(std::span<const uint8_t> data, STgaHeader& header, std::string& 
         return false;
     }
     const uint32_t uBits = data[16];
-    header.Kind = data[2] & ~RUNS;
-    header.HasRuns = (data[2] & RUNS) != 0;
-    header.HasMap = data[1] == 1;
-    header.MapFirst = ReadLe16(&data[3]);
-    header.MapLength = ReadLe16(&data[5]);
-    header.MapEntryBytes = (uint32_t{data[7]} + 7) / 8;
-    header.Width = ReadLe16(&data[12]);
-    header.Height = ReadLe16(&data[14]);
-    header.PixelBytes = (uBits + 7) / 8;
-    header.AlphaBits = data[17] & 0xF;
-    header.RightToLeft = (data[17] & 0x10) != 0;
-    header.TopDown = (data[17] & 0x20) != 0;
-    if (!IsKnownKind(header, data[1], data[7], uBits) || header.Width == 0 || header.Height == 0)
+    header.uKind = data[2] & ~RUNS;
+    header.bHasRuns = (data[2] & RUNS) != 0;
+    header.bHasMap = data[1] == 1;
+    header.uMapFirst = ReadLe16(&data[3]);
+    header.uMapLength = ReadLe16(&data[5]);
+    header.uMapEntryBytes = (uint32_t{data[7]} + 7) / 8;
+    header.uWidth = ReadLe16(&data[12]);
+    header.uHeight = ReadLe16(&data[14]);
+    header.uPixelBytes = (uBits + 7) / 8;
+    header.uAlphaBits = data[17] & 0xF;
+    header.bRightToLeft = (data[17] & 0x10) != 0;
+    header.bTopDown = (data[17] & 0x20) != 0;
+    if (!IsKnownKind(header, data[1], data[7], uBits) || header.uWidth == 0 || header.uHeight == 0)
     {
         strFault = "damaged TGA file, or a kind of TGA that is not supported";
         return false;
     }
-    if (!CheckImageSize(header.Width, header.Height, strFault))
+    if (!CheckImageSize(header.uWidth, header.uHeight, strFault))
     {
         return false;
     }
-    header.MapPosition = HEADER_BYTES + data[0];
-    header.PixelPosition =
-        header.MapPosition + (header.HasMap ? size_t{header.MapLength} * header.MapEntryBytes : 0);
-    if (header.PixelPosition > data.size() ||
-        !HasEnoughPixels(data.size() - header.PixelPosition, header))
+    header.nMapPosition = HEADER_BYTES + data[0];
+    header.nPixelPosition =
+        header.nMapPosition +
+        (header.bHasMap ? size_t{header.uMapLength} * header.uMapEntryBytes : 0);
+    if (header.nPixelPosition > data.size() ||
+        !HasEnoughPixels(data.size() - header.nPixelPosition, header))
     {
         strFault = "damaged TGA file: the file ends too early";
         return false;
@@ -161,12 +162,12 @@ void ReadColor(const uint8_t* pSource, uint32_t uBytes, uint8_t* pDest)
 
 void ReadRow(const uint8_t* pSource, const STgaHeader& header, uint8_t* pDest)
 {
-    if (header.PixelBytes != 2)
+    if (header.uPixelBytes != 2)
     {
-        CopySwapped(pSource, pDest, header.Width, header.PixelBytes);
+        CopySwapped(pSource, pDest, header.uWidth, header.uPixelBytes);
         return;
     }
-    for (uint32_t i = 0; i < header.Width; ++i)
+    for (uint32_t i = 0; i < header.uWidth; ++i)
     {
         ReadColor(pSource + size_t{i} * 2, 2, pDest + size_t{i} * 3);
     }
@@ -186,7 +187,7 @@ void MirrorRow(uint8_t* pRow, uint32_t uWidth, uint32_t uPixelBytes)
 // opaque picture.
 void RepairAlpha(const STgaHeader& header, CImage& image)
 {
-    if (header.AlphaBits != 0 || image.GetFormat() != EImageFormat::Rgba32)
+    if (header.uAlphaBits != 0 || image.GetFormat() != EImageFormat::Rgba32)
     {
         return;
     }
@@ -209,19 +210,20 @@ void RepairAlpha(const STgaHeader& header, CImage& image)
 std::unique_ptr<CPalette> ReadPalette(std::span<const uint8_t> data, const STgaHeader& header)
 {
     uint8_t colors[CPalette::MAX_ENTRIES * 3] = {};
-    const uint32_t uEnd = std::min(header.MapFirst + header.MapLength, CPalette::MAX_ENTRIES);
-    for (uint32_t uEntry = header.MapFirst; uEntry < uEnd; ++uEntry)
+    const uint32_t uEnd = std::min(header.uMapFirst + header.uMapLength, CPalette::MAX_ENTRIES);
+    for (uint32_t uEntry = header.uMapFirst; uEntry < uEnd; ++uEntry)
     {
-        const size_t nOffset = size_t{uEntry - header.MapFirst} * header.MapEntryBytes;
-        ReadColor(
-            &data[header.MapPosition + nOffset], header.MapEntryBytes, colors + size_t{uEntry} * 3);
+        const size_t nOffset = size_t{uEntry - header.uMapFirst} * header.uMapEntryBytes;
+        ReadColor(&data[header.nMapPosition + nOffset],
+                  header.uMapEntryBytes,
+                  colors + size_t{uEntry} * 3);
     }
     return CPalette::Create(colors, uEnd);
 }
 
 EImageFormat GetFormat(const STgaHeader& header)
 {
-    switch (header.PixelBytes)
+    switch (header.uPixelBytes)
     {
     case 1:
         return EImageFormat::Indexed8;
@@ -238,17 +240,17 @@ bool DecodeTga(std::span<const uint8_t> data, SPicture& picture, std::string& st
 {
     STgaHeader header;
     if (!ReadHeader(data, header, strFault) ||
-        !MakeImage(picture, header.Width, header.Height, GetFormat(header), strFault))
+        !MakeImage(picture, header.uWidth, header.uHeight, GetFormat(header), strFault))
     {
         return false;
     }
-    std::span<const uint8_t> pixels = data.subspan(header.PixelPosition);
+    std::span<const uint8_t> pixels = data.subspan(header.nPixelPosition);
     std::unique_ptr<uint8_t[]> pUnpacked;
-    if (header.HasRuns)
+    if (header.bHasRuns)
     {
-        const size_t nBytes = size_t{header.Width} * header.Height * header.PixelBytes;
+        const size_t nBytes = size_t{header.uWidth} * header.uHeight * header.uPixelBytes;
         pUnpacked.reset(new (std::nothrow) uint8_t[nBytes]);
-        if (!pUnpacked || !UnpackRuns(pixels, {pUnpacked.get(), nBytes}, header.PixelBytes))
+        if (!pUnpacked || !UnpackRuns(pixels, {pUnpacked.get(), nBytes}, header.uPixelBytes))
         {
             strFault = pUnpacked ? "damaged TGA file: the runs do not fit the picture"
                                  : "not enough memory";
@@ -256,22 +258,22 @@ bool DecodeTga(std::span<const uint8_t> data, SPicture& picture, std::string& st
         }
         pixels = {pUnpacked.get(), nBytes};
     }
-    CImage& image = *picture.Image;
-    for (uint32_t uFileRow = 0; uFileRow < header.Height; ++uFileRow)
+    CImage& image = *picture.pImage;
+    for (uint32_t uFileRow = 0; uFileRow < header.uHeight; ++uFileRow)
     {
-        const uint32_t uRow = header.TopDown ? uFileRow : header.Height - 1 - uFileRow;
-        ReadRow(&pixels[size_t{uFileRow} * header.Width * header.PixelBytes],
+        const uint32_t uRow = header.bTopDown ? uFileRow : header.uHeight - 1 - uFileRow;
+        ReadRow(&pixels[size_t{uFileRow} * header.uWidth * header.uPixelBytes],
                 header,
                 image.GetRow(uRow));
-        if (header.RightToLeft)
+        if (header.bRightToLeft)
         {
-            MirrorRow(image.GetRow(uRow), header.Width, image.GetBitsPerPixel() / 8);
+            MirrorRow(image.GetRow(uRow), header.uWidth, image.GetBitsPerPixel() / 8);
         }
     }
     RepairAlpha(header, image);
-    if (header.Kind == KIND_INDEXED)
+    if (header.uKind == KIND_INDEXED)
     {
-        picture.Palette = ReadPalette(data, header);
+        picture.pPalette = ReadPalette(data, header);
     }
     return true;
 }

@@ -38,13 +38,13 @@ void MoveByKeys(EditorHost& host, EngineHost& engine, ViewId view, uint32_t uCou
 // The eight directions, counter-clockwise from +x.
 bool LookByAction(EditorHost& host, ICamera* pCamera, int iAction)
 {
-    static constexpr float s_Directions[8][2] = {
+    static constexpr float DIRECTIONS[8][2] = {
         {1, 0}, {1, 1}, {0, 1}, {-1, 1}, {-1, 0}, {-1, -1}, {0, -1}, {1, -1}};
     if (iAction < CAMERA_FROM_EAST || iAction > CAMERA_FROM_NORTH_EAST)
     {
         return false;
     }
-    const float* pDirection = s_Directions[iAction - CAMERA_FROM_EAST];
+    const float* pDirection = DIRECTIONS[iAction - CAMERA_FROM_EAST];
     host.LookFromDirection(pCamera, pDirection[0], pDirection[1]);
     return true;
 }

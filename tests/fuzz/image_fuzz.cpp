@@ -8,17 +8,17 @@ namespace
 // What a decoder gives must be a whole image, and each pixel of it readable.
 void CheckPicture(const SPicture& Picture)
 {
-    if (!Picture.Image || Picture.Image->GetRawData() == nullptr)
+    if (!Picture.pImage || Picture.pImage->GetRawData() == nullptr)
     {
         std::abort();
     }
-    const uint8_t* pPixels = Picture.Image->GetRawData();
+    const uint8_t* pPixels = Picture.pImage->GetRawData();
     volatile uint32_t uSum = 0;
-    for (size_t i = 0; i < Picture.Image->GetByteCount(); ++i)
+    for (size_t i = 0; i < Picture.pImage->GetByteCount(); ++i)
     {
         uSum = uSum + pPixels[i];
     }
-    if (Picture.Palette && Picture.Palette->GetEntry(Picture.Palette->GetCount() - 1) == nullptr)
+    if (Picture.pPalette && Picture.pPalette->GetEntry(Picture.pPalette->GetCount() - 1) == nullptr)
     {
         std::abort();
     }

@@ -327,12 +327,12 @@ TEST_F(ElevationReader, RawFilesTakeTheirShapeAndOrderFromTheOptions)
 std::string MakePng(int nBitDepth, int nColorType, const std::vector<uint8_t>& pixels)
 {
     SPngPixels png;
-    png.Width = 2;
-    png.Height = 2;
-    png.BitDepth = nBitDepth;
-    png.ColorType = nColorType;
-    png.RowBytes = pixels.size() / 2;
-    png.Rows = pixels.data();
+    png.uWidth = 2;
+    png.uHeight = 2;
+    png.iBitDepth = nBitDepth;
+    png.iColorType = nColorType;
+    png.nRowBytes = pixels.size() / 2;
+    png.pRows = pixels.data();
     std::vector<uint8_t> bytes;
     std::string strFault;
     EXPECT_TRUE(WritePng(png, bytes, strFault)) << strFault;
