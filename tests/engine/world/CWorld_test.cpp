@@ -1,5 +1,6 @@
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
+#include "engine/world/CTexture.h"
 #include "engine/world/CWorld.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
