@@ -140,12 +140,16 @@ bool RunGuarded(SJpegWrite& write)
 bool DecodeJpeg(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
     CJpegReader reader(data);
-    const bool bHeader = reader.ReadHeader();
-    strFault = reader.GetFault();
-    // What libjpeg refuses for its size is told with the limits that hold for all formats.
-    const bool bSizeKnown = bHeader || reader.IsRefusedForSize();
-    if ((bSizeKnown && !CheckImageSize(reader.GetWidth(), reader.GetHeight(), strFault)) ||
-        !bHeader)
+    if (!reader.ReadHeader())
+    {
+        strFault = reader.GetFault();
+        if (reader.IsRefusedForSize()) // told with the limits that hold for all formats
+        {
+            CheckImageSize(reader.GetWidth(), reader.GetHeight(), strFault);
+        }
+        return false;
+    }
+    if (!CheckImageSize(reader.GetWidth(), reader.GetHeight(), strFault))
     {
         return false;
     }
