@@ -24,9 +24,9 @@ enum class EKeywordFile : uint8_t
 
 struct SScriptKeyword
 {
-    const char* pszName;
-    const char* pszTypes; // a letter an argument: i f s, v of three numbers, w of four
-    EKeywordPlayer ePlayer;
+    const char* pszName = "";
+    const char* pszTypes = ""; // a letter an argument: i f s, v of three numbers, w of four
+    EKeywordPlayer ePlayer = EKeywordPlayer::Host;
     EKeywordFile eFile = EKeywordFile::None;
 };
 

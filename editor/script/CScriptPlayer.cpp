@@ -43,7 +43,7 @@ template <typename... TArguments> std::string Format(const char* pszFormat, TArg
 
 CScriptPlayer::FPlay CScriptPlayer::FindHandler(std::string_view strName)
 {
-    static constexpr std::pair<std::string_view, FPlay> s_Handlers[] = {
+    static constexpr std::pair<std::string_view, FPlay> HANDLERS[] = {
         {"level", &CScriptPlayer::PlayLevel},
         {"open", &CScriptPlayer::PlayOpen},
         {"heights", &CScriptPlayer::PlayHeights},
@@ -66,9 +66,9 @@ CScriptPlayer::FPlay CScriptPlayer::FindHandler(std::string_view strName)
         {"expect_height", &CScriptPlayer::PlayExpectHeight},
         {"expect_undo", &CScriptPlayer::PlayExpectUndo},
     };
-    static_assert(HasEachHandler(s_Handlers, EKeywordPlayer::Host));
-    return std::find_if(std::begin(s_Handlers),
-                        std::end(s_Handlers),
+    static_assert(HasEachHandler(HANDLERS, EKeywordPlayer::Host));
+    return std::find_if(std::begin(HANDLERS),
+                        std::end(HANDLERS),
                         [strName](const auto& handler) { return handler.first == strName; })
         ->second;
 }

@@ -7,12 +7,12 @@
 // The fixed texts and numbers of one function class.
 struct SFunctionTraits
 {
-    const char* pszClassName; // in files and in the function container
-    const char* pszLogName;   // in messages: the C++ class
-    const char* pszNoCursor;  // what SetCursor says without one
-    const char* pszNoName;    // what Save says without a class name
-    uint32_t uCursorId;       // cursor resource of the plug-in
-    bool bHeedsKeys = false;  // asks GetEffectiveMode
+    const char* pszClassName = nullptr; // in files and in the function container
+    const char* pszLogName = nullptr;   // in messages: the C++ class
+    const char* pszNoCursor = nullptr;  // what SetCursor says without one
+    const char* pszNoName = nullptr;    // what Save says without a class name
+    uint32_t uCursorId = 0;             // cursor resource of the plug-in
+    bool bHeedsKeys = false;            // asks GetEffectiveMode
 };
 
 // What all functions share: the reflected object, the cursor, and the block in a brush file. A copy
