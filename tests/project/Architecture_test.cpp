@@ -1,8 +1,7 @@
-// The arrows of docs/architecture.md, compared with what the code includes and the libraries link.
+// The arrows of docs/architecture.md, compared with what the code includes.
 
 #include "tests/project/Markdown.h"
 #include "tests/project/ProjectTree.h"
-#include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
 
@@ -215,32 +214,6 @@ TEST(Architecture, QtIsEnteredOnlyWhereTheArchitectureSaysSo)
             ++nLine;
             EXPECT_TRUE(mayUseQt(strFile) || !std::regex_match(strLine, s_Qt))
                 << strFile << ":" << nLine << ": " << strLine;
-        }
-    }
-}
-
-TEST(Architecture, OnlyWidgetsAndTheEditorNeedQt)
-{
-    std::vector<std::string> binaries = ListPrograms();
-    binaries.insert(binaries.end(),
-                    {"libtellur.so",
-                     "libtellur_engine.so",
-                     "libtellur_framework.so",
-                     "libtellur_widgets_qt.so"});
-    for (const std::string& strBinary : binaries)
-    {
-        SCOPED_TRACE(strBinary);
-        const std::string strPath = std::string(TELLUR_BIN_DIR) + "/" + strBinary;
-        const SRun needed = RunCommand("readelf -d '" + strPath + "' | grep NEEDED");
-        ASSERT_EQ(needed.nExitCode, 0) << needed.strOutput;
-        const SRun symbols = RunCommand("nm -D --undefined-only '" + strPath + "'");
-        ASSERT_EQ(symbols.nExitCode, 0) << symbols.strOutput;
-        const bool bWidgets =
-            strBinary == "libtellur_widgets_qt.so" || strBinary == "tellur-editor";
-        EXPECT_EQ(symbols.strOutput.find("@Qt_") != std::string::npos, bWidgets);
-        for (const std::string& strLine : SplitLines(needed.strOutput))
-        {
-            EXPECT_TRUE(bWidgets || strLine.find("libQt") == std::string::npos) << strLine;
         }
     }
 }

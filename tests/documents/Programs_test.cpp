@@ -1,6 +1,7 @@
 // Manual pages and --help say the same, and all programs read their command lines alike.
 
 #include "tests/project/ProjectTree.h"
+#include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
 
@@ -72,5 +73,31 @@ TEST(Programs, ReadTheirCommandLinesAlike)
         const std::string strName = strOption.substr(0, strOption.find(' '));
         expectFault(strName, strName + " needs a value");
         expectFault(strName + "=", strName + " needs a value");
+    }
+}
+
+TEST(Programs, OnlyWidgetsAndTheEditorNeedQt)
+{
+    std::vector<std::string> binaries = ListPrograms();
+    binaries.insert(binaries.end(),
+                    {"libtellur.so",
+                     "libtellur_engine.so",
+                     "libtellur_framework.so",
+                     "libtellur_widgets_qt.so"});
+    for (const std::string& strBinary : binaries)
+    {
+        SCOPED_TRACE(strBinary);
+        const std::string strPath = std::string(TELLUR_BIN_DIR) + "/" + strBinary;
+        const SRun needed = RunCommand("readelf -d '" + strPath + "' | grep NEEDED");
+        ASSERT_EQ(needed.nExitCode, 0) << needed.strOutput;
+        const SRun symbols = RunCommand("nm -D --undefined-only '" + strPath + "'");
+        ASSERT_EQ(symbols.nExitCode, 0) << symbols.strOutput;
+        const bool bWidgets =
+            strBinary == "libtellur_widgets_qt.so" || strBinary == "tellur-editor";
+        EXPECT_EQ(symbols.strOutput.find("@Qt_") != std::string::npos, bWidgets);
+        for (const std::string& strLine : SplitLines(needed.strOutput))
+        {
+            EXPECT_TRUE(bWidgets || strLine.find("libQt") == std::string::npos) << strLine;
+        }
     }
 }
