@@ -8,33 +8,28 @@
 #include <span>
 #include <string>
 
-namespace fs
-{
-
 // The content of a file. Not zeroed before it is read: files may be gigabytes.
-struct file_bytes
+struct SFileBytes
 {
-    std::unique_ptr<uint8_t[]> bytes;
-    size_t count = 0;
+    std::unique_ptr<uint8_t[]> pBytes;
+    size_t nCount = 0;
 
-    std::span<const uint8_t> get() const { return {bytes.get(), count}; }
+    std::span<const uint8_t> Get() const { return {pBytes.get(), nCount}; }
 };
 
-enum class read_result : uint32_t
+enum class EFileRead : uint32_t
 {
-    done,
-    not_opened,
-    too_long,
-    no_memory,
-    not_read, // to its end
+    Done,
+    NotOpened,
+    TooLong,
+    NoMemory,
+    NotRead, // to its end
 };
 
 // Reads a whole file through fs::file. Nothing is taken for one that is longer than nMost bytes.
 // strError: the file's last error as fs::file tells it; empty where it has none. bytes: the
 // caller's, replaced only by what is read whole. Implemented by the engine library. UI thread.
-TELLUR_API read_result read_file(const char* pszPath,
-                                 uint64_t nMost,
-                                 file_bytes& bytes,
-                                 std::string& strError);
-
-} // namespace fs
+TELLUR_API EFileRead ReadFileBytes(const char* pszPath,
+                                   uint64_t nMost,
+                                   SFileBytes& bytes,
+                                   std::string& strError);

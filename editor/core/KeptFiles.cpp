@@ -14,15 +14,15 @@ namespace
 
 constexpr uint64_t MOST_BYTES = uint64_t{2} << 30; // longer ones get a second name
 
-bool ReadBytes(const std::string& strFile, fs::file_bytes& bytes)
+bool ReadBytes(const std::string& strFile, SFileBytes& bytes)
 {
     std::string strError;
-    return fs::read_file(strFile.c_str(), MOST_BYTES, bytes, strError) == fs::read_result::done;
+    return ReadFileBytes(strFile.c_str(), MOST_BYTES, bytes, strError) == EFileRead::Done;
 }
 
 // A second name does where the bytes may not be read.
 bool WriteCopy(const std::string& strFile,
-               const fs::file_bytes* pBytes,
+               const SFileBytes* pBytes,
                const std::string& strCopy,
                std::string& strFault)
 {
@@ -35,7 +35,7 @@ bool WriteCopy(const std::string& strFile,
     }
     fs::file copy;
     const bool bWritten = copy.open(strCopy.c_str(), fs::mode_write) &&
-                          copy.write(pBytes->bytes.get(), pBytes->count) == pBytes->count &&
+                          copy.write(pBytes->pBytes.get(), pBytes->nCount) == pBytes->nCount &&
                           copy.close();
     strFault = copy.last_error().get_error_text();
     return bWritten;
@@ -50,13 +50,13 @@ bool IsBelow(const std::string& strFile, const std::string& strFolder)
 
 std::string KeepFile(const std::string& strFile)
 {
-    fs::file_bytes bytes;
+    SFileBytes bytes;
     const bool bRead = ReadBytes(strFile, bytes);
     std::string strCopy = strFile + ".bak";
     for (int i = 2; fs::exists(strCopy.c_str()); ++i)
     {
-        fs::file_bytes copy;
-        if (bRead && ReadBytes(strCopy, copy) && std::ranges::equal(copy.get(), bytes.get()))
+        SFileBytes copy;
+        if (bRead && ReadBytes(strCopy, copy) && std::ranges::equal(copy.Get(), bytes.Get()))
         {
             return strCopy;
         }

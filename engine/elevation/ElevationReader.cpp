@@ -23,25 +23,25 @@ namespace
 constexpr uint64_t MAX_FILE_BYTES = uint64_t{64} << 30;
 
 // False with the whole line.
-bool LoadBytes(const char* pszPath, fs::file_bytes& bytes, std::string& strLine)
+bool LoadBytes(const char* pszPath, SFileBytes& bytes, std::string& strLine)
 {
-    const fs::read_result eResult = fs::read_file(pszPath, MAX_FILE_BYTES, bytes, strLine);
+    const EFileRead eResult = ReadFileBytes(pszPath, MAX_FILE_BYTES, bytes, strLine);
     switch (eResult)
     {
-    case fs::read_result::done:
-    case fs::read_result::not_opened:
+    case EFileRead::Done:
+    case EFileRead::NotOpened:
         break;
-    case fs::read_result::too_long:
+    case EFileRead::TooLong:
         strLine = std::string(pszPath) + ": the file is too long for a height map";
         break;
-    case fs::read_result::no_memory:
+    case EFileRead::NoMemory:
         strLine = std::string(pszPath) + ": not enough memory";
         break;
-    case fs::read_result::not_read:
+    case EFileRead::NotRead:
         strLine = std::string(pszPath) + ": cannot be read to its end";
         break;
     }
-    return eResult == fs::read_result::done;
+    return eResult == EFileRead::Done;
 }
 
 bool Decode(EElevationFormat eFormat,
@@ -147,13 +147,13 @@ bool Read(const char* pszPath,
     }
     else
     {
-        fs::file_bytes bytes;
+        SFileBytes bytes;
         if (!LoadBytes(pszPath, bytes, strLine))
         {
             return false;
         }
         std::string strFault;
-        if (!Decode(made.eFormat, bytes.get(), options, read, strFault))
+        if (!Decode(made.eFormat, bytes.Get(), options, read, strFault))
         {
             strLine = std::string(pszPath) + ": " + strFault;
             return false;
