@@ -6,6 +6,7 @@
 #include "editor/script/CScriptPlayer.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
+#include "host/Image.h"
 #include "tests/editor/script/WalkFixture.h"
 
 #include <sys/resource.h>

@@ -1,5 +1,7 @@
 #include "tests/editor/view/RenderFixture.h"
 
+#include "host/Image.h"
+
 #include <QOpenGLFramebufferObjectFormat>
 
 #include <algorithm>

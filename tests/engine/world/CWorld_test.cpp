@@ -2,6 +2,7 @@
 #include "engine/terrain/HeightFile.h"
 #include "engine/world/CTexture.h"
 #include "engine/world/CWorld.h"
+#include "host/Image.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
 
