@@ -57,25 +57,6 @@ TEST_F(CEditorHostTest, KnowsTheEnvironmentOnlyWhileALevelHasOne)
     fs::set_user_root(nullptr);
 }
 
-TEST_F(CEditorHostTest, ReloadsTheEnvironmentFromItsFile)
-{
-    const CTempFolder folder;
-    const std::string strPath = folder.Path("level.height");
-    ASSERT_TRUE(m_Host.NewLevel(4, {40.0F, 50.0F, 40.0F}));
-    const SBlockEntry entry = {2.0F, 33.0F, 2.0F};
-    World& world = *m_Host.GetEngine().GetWorld();
-    world.GetTerrain()->SetBlockHeights(0, 0, &entry, 1);
-    ASSERT_TRUE(world.GetTerrain()->SaveHeightMap(strPath.c_str(), nullptr, 0, 0));
-    ASSERT_TRUE(m_Host.OpenLevel(strPath.c_str()));
-    const SBlockEntry flat = {2.0F, 1.0F, 2.0F};
-    world.GetTerrain()->SetBlockHeights(0, 0, &flat, 1);
-    EXPECT_EQ(world.GetTerrainHeight(20.0F, 20.0F), 1.0F);
-    m_Host.GetEnvironmentFile("Light", 0x4000, ENVIRONMENT_RELOAD, nullptr, nullptr);
-    EXPECT_EQ(world.GetTerrainHeight(20.0F, 20.0F), 1.0F);
-    m_Host.GetEnvironmentFile(ENVIRONMENT_CLASS, 0x4000, ENVIRONMENT_RELOAD, nullptr, nullptr);
-    EXPECT_EQ(world.GetTerrainHeight(20.0F, 20.0F), 33.0F);
-}
-
 TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
 {
     class CFace : public CHeadlessFace
@@ -117,7 +98,7 @@ TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
         const std::string strFault =
             "folder/a\"b.png: a file with a quotation mark in its path cannot be used here";
         EXPECT_EQ(log.GetText(), "[CEditorHost::BrowseForFile] " + strFault + "\n");
-        EXPECT_EQ(face.frontEnd.calls, FakeCalls{"FrontEnd.MessageBox(" + strFault + ", 0x30)"});
+        EXPECT_EQ(face.frontEnd.calls, Calls{"FrontEnd.MessageBox(" + strFault + ", 0x30)"});
         face.strChosen = "folder/a'b.png";
         EXPECT_EQ(host.BrowseForFile(FILE_DIALOG_OPEN, nullptr, "", "data", ""), face.strChosen);
     }
@@ -176,7 +157,7 @@ TEST_F(CEditorHostTest, ADragBelongsToItsViewAndGivesTheMouseBack)
     m_Host.SendButtonUp(2, 0, {});
     EXPECT_EQ(events.strEvents, "press1 move1 release1 ");
     EXPECT_FALSE(m_Host.IsDragging());
-    EXPECT_EQ(frontEnd.calls, (FakeCalls{"FrontEnd.ReleaseCapture()"}));
+    EXPECT_EQ(frontEnd.calls, (Calls{"FrontEnd.ReleaseCapture()"}));
     events.strEvents.clear();
     m_Host.SendButtonDown(1, MOUSE_LEFT, {});
     m_Host.SendButtonDown(2, MOUSE_LEFT, {});

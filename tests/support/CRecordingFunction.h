@@ -2,7 +2,7 @@
 
 #include "host/FileSystem.h"
 #include "tellur/stroke/ITellurFunction.h"
-#include "tests/support/FakeWorld.h"
+#include "tests/support/Calls.h"
 
 // Records what a brush hands on to its function, and merges by a given rule. Clones share the list.
 class CRecordingFunction : public ITellurFunction
@@ -10,7 +10,7 @@ class CRecordingFunction : public ITellurFunction
 public:
     using FMerge = float (*)(float fSrc, float fDst, float fCandidate);
 
-    explicit CRecordingFunction(const char* pszClassName, FakeCalls* pCalls = nullptr)
+    explicit CRecordingFunction(const char* pszClassName, Calls* pCalls = nullptr)
         : m_ClassName(pszClassName)
         , m_Calls(pCalls)
     {
@@ -105,7 +105,7 @@ public:
 
 private:
     const char* m_ClassName = "A";
-    FakeCalls* m_Calls = nullptr;
+    Calls* m_Calls = nullptr;
     EMergeRule m_Rule = EMergeRule::Candidate;
     FMerge m_Merge = nullptr;
 };

@@ -14,23 +14,23 @@ CFakeFrontEnd::~CFakeFrontEnd()
 
 void CFakeFrontEnd::SetCapture(uintptr_t uWindow)
 {
-    AddCall(&calls, "FrontEnd.SetCapture(%zu)", uWindow);
+    AddCall(pCalls, "FrontEnd.SetCapture(%zu)", uWindow);
 }
 
 void CFakeFrontEnd::ReleaseCapture()
 {
-    AddCall(&calls, "FrontEnd.ReleaseCapture()");
+    AddCall(pCalls, "FrontEnd.ReleaseCapture()");
 }
 
 EMessageBoxAnswer CFakeFrontEnd::MessageBox(const char* pszText, uint32_t uFlags)
 {
-    AddCall(&calls, "FrontEnd.MessageBox(%s, %#x)", pszText, uFlags);
+    AddCall(pCalls, "FrontEnd.MessageBox(%s, %#x)", pszText, uFlags);
     return eAnswer;
 }
 
 bool CFakeFrontEnd::ChooseColor(uint32_t& uColor)
 {
-    AddCall(&calls, "FrontEnd.ChooseColor(%#x)", uColor);
+    AddCall(pCalls, "FrontEnd.ChooseColor(%#x)", uColor);
     const bool bChosen = uChosenColor != 0xFFFFFFFF;
     uColor = bChosen ? uChosenColor : uColor;
     return bChosen;
@@ -38,7 +38,7 @@ bool CFakeFrontEnd::ChooseColor(uint32_t& uColor)
 
 bool CFakeFrontEnd::ChooseFolder(std::string& strFolder)
 {
-    AddCall(&calls, "FrontEnd.ChooseFolder(%s)", strFolder.c_str());
+    AddCall(pCalls, "FrontEnd.ChooseFolder(%s)", strFolder.c_str());
     strFolder = strChosenFolder.empty() ? strFolder : strChosenFolder;
     return !strChosenFolder.empty();
 }
@@ -50,7 +50,7 @@ uint32_t CFakeFrontEnd::TrackPopupMenu(const CMenu& menu, SScreenPoint point)
     {
         menuTexts.push_back(menu.GetItemText(i));
     }
-    AddCall(&calls,
+    AddCall(pCalls,
             "FrontEnd.TrackPopupMenu(%zu items, %d, %d)",
             menu.GetItemCount(),
             point.x,

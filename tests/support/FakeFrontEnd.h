@@ -1,7 +1,7 @@
 #pragma once
 
 #include "framework/core/IFrontEnd.h"
-#include "tests/support/FakeWorld.h"
+#include "tests/support/Calls.h"
 
 #include <set>
 
@@ -40,7 +40,8 @@ public:
     std::string strChosenFolder;        // empty: it is cancelled
     uint32_t uChosenItem = 0;           // of a menu
     std::vector<std::string> menuTexts; // of the last menu, "" for a separator
-    FakeCalls calls;                    // capture, message boxes, choosers and menus
+    Calls calls;                        // capture, message boxes, choosers and menus
+    Calls* pCalls = &calls;             // another list may take them
 
 private:
     IFrontEnd* m_Previous;

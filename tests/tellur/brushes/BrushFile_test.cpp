@@ -4,8 +4,6 @@
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/functions/CRelativeHeightFunction.h"
 #include "tellur/functions/CSetHeightFunction.h"
-#include "tests/support/CLogCatcher.h"
-#include "tests/support/FakeHost.h"
 #include "tests/support/ParseNodes.h"
 #include "tests/tellur/brushes/BrushParts.h"
 
@@ -16,11 +14,11 @@
 namespace
 {
 
-using Lines = std::vector<std::string>;
+using CBrushBlock = CPluginFixture;
 
 std::string GetNumbers(const CTellurBrush& brush)
 {
-    FakeCalls text;
+    Calls text;
     AddCall(&text,
             "%g %g %g %g %g %g",
             brush.GetPowerModifier(),
@@ -34,11 +32,9 @@ std::string GetNumbers(const CTellurBrush& brush)
 
 } // namespace
 
-TEST(CTellurBrush, SaveStopsAtWhatIsMissing)
+TEST_F(CBrushBlock, SaveStopsAtWhatIsMissing)
 {
-    const CUserFolder folder;
-    WritePicture(folder.Path("a.png"), 1, 1, 8, {9});
-    CLogCatcher log;
+    WriteGrey("a.png", 1, 1, {9});
     CTellurBrush brush;
     brush.SetName("Hill");
     const auto save = [&](fs::ifile& file)
@@ -46,16 +42,16 @@ TEST(CTellurBrush, SaveStopsAtWhatIsMissing)
         EXPECT_FALSE(brush.Save(file, 0));
     };
     EXPECT_EQ(GetWritten(save), "");
-    EXPECT_EQ(log.TakeLines(), Lines{"[CTellurBrush::Save] no bitmap"});
+    EXPECT_EQ(m_Log.TakeLines(), Lines{"[CTellurBrush::Save] no bitmap"});
 
     brush.SetBitmap(new CTellurBitmap);
     EXPECT_EQ(GetWritten(save), "");
-    EXPECT_EQ(log.TakeLines(), Lines{"[CTellurBrush::Save] no function"});
+    EXPECT_EQ(m_Log.TakeLines(), Lines{"[CTellurBrush::Save] no function"});
 
     auto* pFunction = new CRecordingFunction("A");
     brush.SetFunction(pFunction);
     EXPECT_EQ(GetWritten(save), "brush_name( \"Hill\")\nbitmap()\n{\n");
-    EXPECT_EQ(log.TakeLines(),
+    EXPECT_EQ(m_Log.TakeLines(),
               (Lines{"[CTellurBitmap::Save] no bitmap file path",
                      "[CTellurBrush::Save] brush Hill failed to save bitmap"}));
 
@@ -63,10 +59,10 @@ TEST(CTellurBrush, SaveStopsAtWhatIsMissing)
     pFunction->bWorks = false;
     EXPECT_EQ(GetWritten(save),
               "brush_name( \"Hill\")\nbitmap()\n{\n  path( \"a.png\" )\n}\n<function at 0>\n");
-    EXPECT_EQ(log.TakeLines(), Lines{"[CTellurBrush::Save] brush Hill failed to save function"});
+    EXPECT_EQ(m_Log.TakeLines(), Lines{"[CTellurBrush::Save] brush Hill failed to save function"});
 }
 
-TEST(CTellurBrush, LoadsNumbersOfTheRightTypeUnderAnyCaseOfTheirKeys)
+TEST_F(CBrushBlock, LoadsNumbersOfTheRightTypeUnderAnyCaseOfTheirKeys)
 {
     CTellurBrush brush;
     brush.SetName("old");
@@ -97,13 +93,10 @@ TEST(CTellurBrush, LoadsNumbersOfTheRightTypeUnderAnyCaseOfTheirKeys)
     EXPECT_EQ(brush.GetName(), nullptr);
 }
 
-TEST(CTellurBrush, LoadsItsImageAndMask)
+TEST_F(CBrushBlock, LoadsItsImageAndMask)
 {
-    const CUserFolder folder;
-    WritePicture(folder.Path("a.png"), 1, 1, 8, {9});
-    CFakeContext context;
-    context.textures.Put("m.png", 1, 1, {255});
-    CLogCatcher log;
+    WriteGrey("a.png", 1, 1, {9});
+    WriteGrey("m.png", 1, 1, {255});
     CTellurBrush brush;
     EXPECT_TRUE(brush.Load(
         Block({Node("bitmap", {}, {Node("path", {Text("a.png")})}), Node("mask", {Text("m.png")})})
@@ -111,7 +104,7 @@ TEST(CTellurBrush, LoadsItsImageAndMask)
     EXPECT_STREQ(brush.GetBitmapPath(), "a.png");
     EXPECT_EQ(brush.GetMaskPath(), "m.png");
     EXPECT_TRUE(brush.IsBitmapChanged());
-    EXPECT_EQ(log.GetText(), "");
+    EXPECT_EQ(m_Log.GetText(), "");
 
     // What cannot be read keeps what is there; a mask without a text too.
     brush.SetBitmapChanged(false);
@@ -123,7 +116,7 @@ TEST(CTellurBrush, LoadsItsImageAndMask)
     EXPECT_STREQ(brush.GetBitmapPath(), "a.png");
     EXPECT_EQ(brush.GetMaskPath(), "m.png");
     EXPECT_FALSE(brush.IsBitmapChanged());
-    const Lines lines = log.TakeLines();
+    const Lines lines = m_Log.TakeLines();
     ASSERT_EQ(lines.size(), 3U);
     EXPECT_EQ(lines[1], "[CTellurBitmap::Load] unable to load bitmap file missing.png");
     EXPECT_EQ(lines[2], "[CTellurBitmap::LoadIni] no key");
@@ -135,35 +128,32 @@ TEST(CTellurBrush, LoadsItsImageAndMask)
     EXPECT_TRUE(brush.IsBitmapChanged());
 }
 
-TEST(CTellurBrush, LoadsAFunctionAsACopyOfItsPrototype)
+TEST_F(CBrushBlock, LoadsAFunctionAsACopyOfItsPrototype)
 {
-    FakeCalls calls;
-    CFunctionContainer functions;
+    Calls calls;
+    CFunctionContainer& functions = *m_Plugin->GetFunctionContainer();
     auto* pRecording = new CRecordingFunction("A", &calls);
     ASSERT_TRUE(functions.AddFunction(pRecording));
     ASSERT_TRUE(functions.AddFunction(new CRelativeHeightFunction));
-    CFakeContext context;
-    context.pFunctions = &functions;
-    CLogCatcher log;
     CTellurBrush brush;
 
     EXPECT_TRUE(brush.Load(Block({Node("function", {Text("A")})}).get()));
     EXPECT_STREQ(brush.GetFunctionName(), "A");
-    EXPECT_EQ(calls, FakeCalls{}); // nothing to read
+    EXPECT_EQ(calls, Calls{}); // nothing to read
     EXPECT_TRUE(brush.Load(Block({Node("function",
                                        {Text("RelativeHeightFunction")},
                                        {Node("attrib", {Text("m_Height"), Text("-25.5")})})})
                                .get()));
     CRTTIObject* pObject = brush.GetRTTIObject();
     EXPECT_EQ(pObject->FindField("m_Height")->ToString(pObject), "-25.5");
-    EXPECT_EQ(calls, FakeCalls{"~A"});
+    EXPECT_EQ(calls, Calls{"~A"});
 
     // A copy that cannot read its block is dropped; the brush keeps its function.
     pRecording->bWorks = false;
     EXPECT_TRUE(brush.Load(Block({Node("function", {Text("A")}, {Node("x")})}).get()));
-    EXPECT_EQ(calls, (FakeCalls{"~A", "Load(block)", "~A"}));
+    EXPECT_EQ(calls, (Calls{"~A", "Load(block)", "~A"}));
     EXPECT_EQ(brush.GetRTTIObject(), pObject);
-    EXPECT_EQ(log.GetText(), "");
+    EXPECT_EQ(m_Log.GetText(), "");
 
     // An unknown name ends the reading; what stood before it counts.
     const char* const names[] = {"relativeheightfunction", "Other", nullptr};
@@ -179,7 +169,7 @@ TEST(CTellurBrush, LoadsAFunctionAsACopyOfItsPrototype)
         EXPECT_EQ(brush.GetExtent(), 77.0F);
         EXPECT_EQ(brush.GetHardness(), 1.0F);
         EXPECT_EQ(brush.GetRTTIObject(), pObject);
-        EXPECT_EQ(log.TakeLines(),
+        EXPECT_EQ(m_Log.TakeLines(),
                   Lines{std::string("[CTellurBrush::Load] unrecognized function ") +
                         (pszName != nullptr ? pszName : "")});
     }

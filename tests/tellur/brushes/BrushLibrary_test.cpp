@@ -7,9 +7,7 @@
 #include "tellur/functions/CPointHeightFunction.h"
 #include "tellur/functions/CRelativeHeightFunction.h"
 #include "tellur/functions/CSetHeightFunction.h"
-#include "tests/support/CLogCatcher.h"
 #include "tests/support/CNumbers.h"
-#include "tests/support/FakeHost.h"
 #include "tests/tellur/brushes/BrushParts.h"
 
 #include <gtest/gtest.h>
@@ -22,8 +20,6 @@
 
 namespace
 {
-
-using Lines = std::vector<std::string>;
 
 constexpr const char* DECLARATIONS = "!brush()\n"
                                      "!brush_name( s )\n"
@@ -52,17 +48,19 @@ std::string GetNames(const CBrushContainer& brushes)
 }
 
 // A folder with a brush image, the real functions and a context that knows them.
-class CBrushFileTest : public testing::Test
+class CBrushFileTest : public CPluginFixture
 {
 protected:
     void SetUp() override
     {
-        WritePicture(m_Folder.Path("soft.png"), 1, 1, 8, {9});
-        ASSERT_TRUE(m_Functions.AddFunction(new CRelativeHeightFunction));
-        ASSERT_TRUE(m_Functions.AddFunction(new CPointHeightFunction));
-        m_Context.pFunctions = &m_Functions;
-        m_Context.textures.Put("m.png", 1, 1, {255});
-        m_Context.textures.Put("a\\\\b\\c.png", 1, 1, {255});
+        std::filesystem::create_directories(m_Folder.Path("a/b"));
+        for (const char* pszFile : {"soft.png", "m.png", "a/b/c.png"})
+        {
+            WriteGrey(pszFile, 1, 1, {9});
+        }
+        CFunctionContainer& functions = *m_Plugin->GetFunctionContainer();
+        ASSERT_TRUE(functions.AddFunction(new CRelativeHeightFunction));
+        ASSERT_TRUE(functions.AddFunction(new CPointHeightFunction));
     }
 
     // Adds a brush with an image.
@@ -82,10 +80,6 @@ protected:
         return static_cast<size_t>(std::distance(begin(files), end(files)));
     }
 
-    CUserFolder m_Folder;
-    CFakeContext m_Context;
-    CFunctionContainer m_Functions;
-    CLogCatcher m_Log;
     CBrushContainer m_Brushes;
 };
 
@@ -182,18 +176,20 @@ TEST_F(CBrushFileTest, ReadsBackEveryBitThatItWroteAndWritesTheSameBytesAgain)
     }
     ASSERT_TRUE(again.SavePredefinedBrushesToFile("again.ini"));
     EXPECT_TRUE(ReadBytes(m_Folder.Path("again.ini")) == ReadBytes(m_Folder.Path("b.ini")));
+}
 
-    // A brush with a number that is none does not make the others unreadable.
-    brushes[0]->SetExtent(std::numeric_limits<float>::quiet_NaN());
-    brushes[0]->SetFadeFactor(-std::numeric_limits<float>::infinity()); // its text stops the parser
-    CBrushContainer odd;
-    odd.AddBrush(brushes[0].get(), false);
-    odd.AddBrush(brushes[1].get(), false);
-    ASSERT_TRUE(odd.SavePredefinedBrushesToFile("odd.ini"));
-    odd.LoadPredefinedBrushes("odd.ini");
-    ASSERT_EQ(odd.GetPredefined().size(), 4U) << m_Log.GetText();
-    EXPECT_EQ(odd.GetPredefined()[2]->GetExtent(), 0.0F);
-    EXPECT_EQ(odd.GetPredefined()[2]->GetFadeFactor(), 0.0F);
+TEST_F(CBrushFileTest, ANumberThatIsNoneDoesNotMakeTheOthersUnreadable)
+{
+    Add("Odd", new CRelativeHeightFunction);
+    Add("Even", new CRelativeHeightFunction);
+    CTellurBrush& odd = *m_Brushes.GetPredefined()[0];
+    odd.SetExtent(std::numeric_limits<float>::quiet_NaN());
+    odd.SetFadeFactor(-std::numeric_limits<float>::infinity()); // its text stops the parser
+    ASSERT_TRUE(m_Brushes.SavePredefinedBrushesToFile("odd.ini"));
+    m_Brushes.LoadPredefinedBrushes("odd.ini");
+    ASSERT_EQ(m_Brushes.GetPredefined().size(), 4U) << m_Log.GetText();
+    EXPECT_EQ(m_Brushes.GetPredefined()[2]->GetExtent(), 0.0F);
+    EXPECT_EQ(m_Brushes.GetPredefined()[2]->GetFadeFactor(), 0.0F);
     EXPECT_EQ(m_Log.GetText(), "");
 }
 
@@ -293,7 +289,7 @@ TEST_F(CBrushFileTest, WhatIsNotTakenIsNamedWithBrushAndLine)
                      "24 C: path( \"none.png\" ) cannot be loaded: it has no image, so the brushes "
                      "cannot be saved",
                      "26 : it is empty and left out"}));
-    WritePicture(m_Folder.Path("a\"b.png"), 1, 1, 8, {9});
+    WriteGrey("a\"b.png", 1, 1, {9});
     EXPECT_EQ(load("brush() { brush_name( \"A\" ) function( \"PointHeightFunction\" )\n"
                    "bitmap() { path( \"a\\\"b.png\" ) } }\n"),
               (Lines{"16 A: a path with a quotation mark makes the saved brushes unreadable"}));

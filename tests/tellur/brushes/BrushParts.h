@@ -3,7 +3,7 @@
 #include "host/FileSystem.h"
 #include "host/Image.h"
 #include "tests/support/CRecordingFunction.h"
-#include "tests/support/CTempFolder.h"
+#include "tests/tellur/plugin/PluginFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -2,17 +2,9 @@
 #include "tellur/brushes/CFunctionContainer.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tests/support/CLogCatcher.h"
-#include "tests/support/FakeHost.h"
 #include "tests/tellur/brushes/BrushParts.h"
 
 #include <gtest/gtest.h>
-
-namespace
-{
-
-using Lines = std::vector<std::string>;
-
-} // namespace
 
 TEST(CBrushContainer, NumbersNamesPastTheHighestOne)
 {
@@ -87,7 +79,7 @@ TEST(CBrushContainer, HoldsOneToolBrushForAFunction)
     EXPECT_EQ(brushes.CreateBrush("A", &unused, nullptr), nullptr);
     EXPECT_EQ(log.TakeLines(), invalid);
 
-    FakeCalls calls;
+    Calls calls;
     CTellurBrush* pBrush =
         brushes.CreateBrush("A", new CRecordingFunction("A", &calls), "soft.png");
     ASSERT_NE(pBrush, nullptr);
@@ -118,7 +110,7 @@ TEST(CBrushContainer, HoldsOneToolBrushForAFunction)
 
     CTellurBrush* pNew = pBrush->Clone();
     EXPECT_TRUE(brushes.SetBrush(pNew));
-    EXPECT_EQ(calls, FakeCalls{"~A"}); // the old one is gone
+    EXPECT_EQ(calls, Calls{"~A"}); // the old one is gone
     EXPECT_EQ(brushes.FindBrush("A"), pNew);
     ASSERT_EQ(brushes.GetTools().size(), 2U);
     EXPECT_EQ(brushes.GetTools().back().get(), pNew);
@@ -134,7 +126,7 @@ TEST(CBrushContainer, HoldsOneToolBrushForAFunction)
 TEST(CFunctionContainer, HoldsOnePrototypeOfAName)
 {
     CLogCatcher log;
-    FakeCalls calls;
+    Calls calls;
     {
         CFunctionContainer functions;
         EXPECT_FALSE(functions.AddFunction(nullptr));
@@ -153,6 +145,6 @@ TEST(CFunctionContainer, HoldsOnePrototypeOfAName)
         EXPECT_EQ(functions.FindFunction(nullptr), nullptr);
         EXPECT_EQ(functions.GetFunctions().size(), 2U);
     }
-    EXPECT_EQ(calls, (FakeCalls{"~BlurFunction", "~BlurFunction", "~blurfunction"}));
+    EXPECT_EQ(calls, (Calls{"~BlurFunction", "~BlurFunction", "~blurfunction"}));
     EXPECT_EQ(log.GetText(), "");
 }

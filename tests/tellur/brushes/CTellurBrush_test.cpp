@@ -4,18 +4,12 @@
 #include "tellur/functions/CRelativeHeightFunction.h"
 #include "tellur/modification/CVertDataSet.h"
 #include "tests/support/CLogCatcher.h"
-#include "tests/support/FakeHost.h"
 #include "tests/support/ParseNodes.h"
 #include "tests/tellur/brushes/BrushParts.h"
 
 #include <gtest/gtest.h>
 
-namespace
-{
-
-using Lines = std::vector<std::string>;
-
-} // namespace
+using CBrushClone = CPluginFixture;
 
 TEST(CTellurBrush, SaysWhatIsMissingInWholeLines)
 {
@@ -72,13 +66,10 @@ TEST(CTellurBrush, FootprintIsClippedToTheTerrain)
     }
 }
 
-TEST(CTellurBrush, CloneHasEverythingAndItsOwnParts)
+TEST_F(CBrushClone, HasEverythingAndItsOwnParts)
 {
-    const CUserFolder folder;
-    WritePicture(folder.Path("a.png"), 1, 1, 8, {9});
-    CFakeContext context;
-    context.textures.Put("mask.png", 1, 1, {255});
-    CLogCatcher log;
+    WriteGrey("a.png", 1, 1, {9});
+    WriteGrey("mask.png", 1, 1, {255});
     CTellurBrush brush;
     brush.SetName("Ridge");
     brush.SetPowerModifier(1.5F);
@@ -88,37 +79,28 @@ TEST(CTellurBrush, CloneHasEverythingAndItsOwnParts)
     brush.SetHardness(5.5F);
     brush.SetVerticalDistance(6.5F);
     brush.LoadBitmap("a.png");
-    EXPECT_TRUE(brush.IsBitmapChanged());
     brush.SetBitmapChanged(false);
     brush.SetFunction(new CRelativeHeightFunction);
     CRTTIObject* pObject = brush.GetRTTIObject();
     ASSERT_TRUE(pObject->FindField("m_Height")->FromString(pObject, "12"));
     brush.SetMask("mask.png");
     brush.SetMaskEnabled(true);
-    context.TakeCalls();
+    const auto save = [](const CTellurBrush& saved)
+    {
+        return GetWritten([&](fs::ifile& file) { EXPECT_TRUE(saved.Save(file, 0)); });
+    };
+    const std::string strBlock = save(brush);
 
     const std::unique_ptr<CTellurBrush> pClone(brush.Clone());
-    EXPECT_EQ(context.TakeCalls(),
-              (FakeCalls{"Textures.Load(mask.png, 1)",
-                         "World.RegisterTerrainTexture(mask.png, tellur_edit_heightmap)"}));
+    EXPECT_EQ(m_Host.GetWorld().GetRegistrationCount(), 2U);
+    EXPECT_NE(pClone->GetMaskHandle(), brush.GetMaskHandle());
     brush.SetName("Other");
     brush.LoadBitmap("missing.png");
+    brush.SetMask("missing.png");
     ASSERT_TRUE(pObject->FindField("m_Height")->FromString(pObject, "13"));
-    EXPECT_STREQ(pClone->GetName(), "Ridge");
-    EXPECT_EQ(pClone->GetPowerModifier(), 1.5F);
-    EXPECT_EQ(pClone->GetUsageDensity(), 2.5F);
-    EXPECT_EQ(pClone->GetExtent(), 3.5F);
-    EXPECT_EQ(pClone->GetFadeFactor(), 4.5F);
-    EXPECT_EQ(pClone->GetHardness(), 5.5F);
-    EXPECT_EQ(pClone->GetVerticalDistance(), 6.5F);
-    EXPECT_STREQ(pClone->GetBitmapPath(), "a.png");
+    EXPECT_EQ(m_Host.GetEngine().GetTextures().GetCount(), 1U) << "the copy's own use";
+    EXPECT_EQ(save(*pClone), strBlock);
     EXPECT_EQ(pClone->GetBitmapImage()->GetRawData()[0], 9);
     EXPECT_TRUE(pClone->IsBitmapChanged());
-    EXPECT_STREQ(pClone->GetFunctionName(), "RelativeHeightFunction");
-    CRTTIObject* pCopy = pClone->GetRTTIObject();
-    ASSERT_NE(pCopy, pObject);
-    EXPECT_EQ(pCopy->FindField("m_Height")->ToString(pCopy), "12");
-    EXPECT_EQ(pClone->GetMaskPath(), "mask.png");
     EXPECT_TRUE(pClone->IsMaskEnabled());
-    EXPECT_EQ(pClone->GetMaskHandle(), brush.GetMaskHandle() + 1);
 }

@@ -19,8 +19,6 @@
 namespace
 {
 
-using Lines = std::vector<std::string>;
-
 struct SField
 {
     const char* pszName;

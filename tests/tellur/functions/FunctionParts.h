@@ -5,9 +5,7 @@
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/functions/CPainterFunction.h"
 #include "tellur/modification/CTerrainModification.h"
-#include "tests/support/CTempFolder.h"
-#include "tests/support/FakeFrontEnd.h"
-#include "tests/support/FakeHost.h"
+#include "tests/tellur/plugin/PluginFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -34,7 +32,7 @@ inline std::string GetField(ITellurFunction& function, const char* pszField)
 class CTestPainter : public CPainterFunction
 {
 public:
-    explicit CTestPainter(FakeCalls* pCalls)
+    explicit CTestPainter(Calls* pCalls)
         : CPainterFunction(GetTestTraits())
         , m_Calls(pCalls)
     {
@@ -78,26 +76,21 @@ private:
         return s_Traits;
     }
 
-    FakeCalls* m_Calls;
+    Calls* m_Calls;
 };
 
 // A drag over a terrain of 16 x 16 cells of 10 units, at most 1000 high, with a white square brush
-// of 20 units. The list of calls is the context's.
-class CDragTest : public testing::Test
+// of 20 units.
+class CDragTest : public CPluginFixture
 {
 protected:
     CDragTest()
-        : context(16, 16, {160, 1000, 160})
     {
-        fs::set_user_root(m_Folder.GetFolder().c_str());
-        const uint8_t uWhite = 255;
-        const std::unique_ptr<IImage> pImage(IL_CreateImageFromBufferBPP(1, 1, 8, &uWhite));
-        EXPECT_TRUE(IL_SaveImage("white.png", pImage.get(), nullptr));
+        m_Host.NewLevel(16, {160, 1000, 160});
+        WriteGrey("white.png", 1, 1, {255});
         EXPECT_TRUE(brush.LoadBitmap("white.png"));
         brush.SetExtent(20.0F);
     }
-
-    ~CDragTest() override { fs::set_user_root(nullptr); }
 
     // The brush owns it.
     template <class TFunction> TFunction* Use(TFunction* pFunction)
@@ -108,24 +101,19 @@ protected:
 
     void Press(float fX, float fY, float fZ)
     {
-        context.host.Hit(fX, fY, fZ);
-        EXPECT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
+        m_Face.Hit(fX, fY, fZ);
+        EXPECT_TRUE(session.Start(1, 2, 3, &m_Host.GetTerrain(), &brush));
     }
 
     int Move(float fX, float fY, float fZ, int iStep = 0)
     {
         const SStepBlock step = {99, iStep};
-        context.host.Hit(fX, fY, fZ);
+        m_Face.Hit(fX, fY, fZ);
         return session.OnMouseMove(1, 2, 4, 0, reinterpret_cast<uintptr_t>(&step));
     }
 
     void Release() { session.End(1, 2, 5); }
 
-    CFakeContext context;
-    CFakeFrontEnd frontEnd;
     CTellurBrush brush;
     CTerrainModification session;
-
-private:
-    CTempFolder m_Folder;
 };

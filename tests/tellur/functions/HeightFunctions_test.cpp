@@ -13,32 +13,9 @@
 namespace
 {
 
-using Lines = std::vector<std::string>;
-
 using CHeightFunctionTest = CDragTest;
 
 } // namespace
-
-TEST_F(CHeightFunctionTest, TakesItsTargetWhereTheStrokeBegins)
-{
-    CSetHeightFunction* pFunction = Use(new CSetHeightFunction);
-    Press(50, 820, 50);
-    EXPECT_EQ(GetField(*pFunction, "m_Height"), "500");
-    Release();
-    SetField(*pFunction, "m_PickHeight", "1");
-    context.TakeCalls();
-    Press(50, 820, 50);
-    EXPECT_EQ(GetField(*pFunction, "m_Height"), "820");
-    EXPECT_EQ(context.TakeCalls(),
-              (FakeCalls{"Host.PickTerrain(1, 3, 0)", "Context.RefreshPanelProperties()"}));
-    Move(50, 300, 50);
-    EXPECT_EQ(GetField(*pFunction, "m_Height"), "820");
-    EXPECT_NEAR(context.terrain.At(5, 5), 820.0F, 1.0e-3F);
-    // A clone of a stroke begins its own.
-    const std::unique_ptr<ITellurFunction> pClone(pFunction->Clone());
-    EXPECT_EQ(GetField(*pClone, "m_Height"), "820");
-    EXPECT_EQ(GetField(*pClone, "m_PickHeight"), "1");
-}
 
 TEST_F(CHeightFunctionTest, AMoveWithoutAStepBlockIsNoStep)
 {
@@ -46,7 +23,7 @@ TEST_F(CHeightFunctionTest, AMoveWithoutAStepBlockIsNoStep)
     Press(50, 0, 50);
     EXPECT_EQ(session.OnMouseMove(1, 2, 4, 0, 0), 1);
     EXPECT_EQ(Move(50, 0, 50, -7), 1);
-    EXPECT_EQ(context.terrain.At(5, 5), 7.0F);
+    EXPECT_EQ(m_Host.At(5, 5), 7.0F);
 }
 
 TEST_F(CHeightFunctionTest, PosterizeTakesItsLevelsAnewWhenTheirNumberChanges)
@@ -54,12 +31,12 @@ TEST_F(CHeightFunctionTest, PosterizeTakesItsLevelsAnewWhenTheirNumberChanges)
     CPosterizeFunction* pFunction = Use(new CPosterizeFunction);
     for (const auto& [pszLevels, fHeight] : {std::pair("2", 500.0F), std::pair("4", 250.0F)})
     {
-        context.terrain.At(5, 5) = 300.0F;
+        m_Host.SetHeight(5, 5, 300.0F);
         SetField(*pFunction, "m_NumHeightDivisions", pszLevels);
         Press(50, 300, 50);
         Move(50, 300, 50);
         Release();
-        EXPECT_NEAR(context.terrain.At(5, 5), fHeight, 1.0e-3F);
+        EXPECT_NEAR(m_Host.At(5, 5), fHeight, 1.0e-3F);
     }
 }
 

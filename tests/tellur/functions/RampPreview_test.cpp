@@ -1,6 +1,4 @@
-#include "engine/world/CEngineHost.h"
 #include "tellur/functions/CRampFunction.h"
-#include "tests/support/CLogCatcher.h"
 #include "tests/tellur/functions/FunctionParts.h"
 
 namespace
@@ -21,26 +19,22 @@ std::string GetLine(const SDebugLine& line)
     return szText;
 }
 
-TEST(CRampFunction, ShowsItselfAsTwelveLines)
+using CRampPreview = CDragTest;
+
+TEST_F(CRampPreview, ShowsItselfAsTwelveLines)
 {
-    CFakeContext context;
-    CEngineHost engine;
-    context.pEngineHost = &engine;
-    CLogCatcher log;
-    CTellurBrush brush;
-    brush.SetExtent(20.0F);
+    CEngineHost& engine = m_Host.GetEngine();
     CRampFunction ramp;
     SetField(ramp, "m_SideInterpolation", "0.5");
     SetField(ramp, "m_FrontBackInterpolation", "0.5");
 
-    CTerrainModification session;
     EXPECT_FALSE(ramp.Render(&session, &brush, nullptr)) << "no point yet";
-    context.host.Hit(0.0F, 0.0F, 100.0F); // on the border
-    context.host.Hit(100.0F, 0.0F, 100.0F);
+    m_Face.Hit(0.0F, 0.0F, 100.0F); // on the border
+    m_Face.Hit(100.0F, 0.0F, 100.0F);
     ramp.Start(&session, &brush, 1, 2, 3);
     ramp.OnMouseMove(&session, &brush, 1, 2, 3, 0, 0);
     EXPECT_FALSE(ramp.Render(&session, nullptr, nullptr));
-    EXPECT_EQ(log.GetText(), "[CRampFunction::Render] no brush interface\n");
+    EXPECT_EQ(m_Log.GetText(), "[CRampFunction::Render] no brush interface\n");
     EXPECT_TRUE(engine.GetDebugLines().empty());
 
     // A strip along x: 20 to each side, 10 with the full effect, 25 at each end blend in.

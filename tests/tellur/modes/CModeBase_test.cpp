@@ -7,14 +7,18 @@ namespace
 {
 
 constexpr ViewId VIEW = 3;
-constexpr ViewId VIEW_WITHOUT_CAMERA = 4;
-const std::string QUERY = "Host.HandlesViewAction(3, 0x4300)";
+const std::string QUERY = "Host.HandlesViewAction(3, 0x4100)";
 
 class CModeBaseTest : public CModesFixture
 {
 protected:
-    CModeBaseTest() { m_Context.world.cameras.viewsWithout.push_back(VIEW_WITHOUT_CAMERA); }
+    void Act(int iAction, uint32_t uCount = 1)
+    {
+        m_Camera.SetPosition({});
+        m_Plain.OnAction(VIEW, iAction, uCount);
+    }
 
+    CCamera& m_Camera = *m_Host.GetWorld().GetCameraList().AddCamera(VIEW); // looks to smaller z
     CModeEditTerrainType m_Plain; // all it does with actions is the base's
 };
 
@@ -23,26 +27,26 @@ protected:
 TEST_F(CModeBaseTest, ViewActionsMoveTheCamera)
 {
     // A null call is none; the brush-size steps are the terraforming mode's alone.
-    const std::tuple<int, const char*> cases[] = {{108, "Host.LookFromDirection(camera, 1, 0)"},
-                                                  {109, "Host.LookFromDirection(camera, 1, 1)"},
-                                                  {110, "Host.LookFromDirection(camera, 0, 1)"},
-                                                  {111, "Host.LookFromDirection(camera, -1, 1)"},
-                                                  {112, "Host.LookFromDirection(camera, -1, 0)"},
-                                                  {113, "Host.LookFromDirection(camera, -1, -1)"},
-                                                  {114, "Host.LookFromDirection(camera, 0, -1)"},
-                                                  {115, "Host.LookFromDirection(camera, 1, -1)"},
-                                                  {116, "Host.SetViewToggle(3, 0)"},
-                                                  {117, "Host.SetViewToggle(3, 1)"},
-                                                  {118, "Engine.StepCameraVertical(3, 10)"},
-                                                  {119, "Engine.StepCameraVertical(3, -10)"},
-                                                  {120, "Host.TurnCamera(3, -20)"},
-                                                  {121, "Host.TurnCamera(3, 20)"},
-                                                  {107, nullptr},
-                                                  {122, nullptr},
-                                                  {1, nullptr},
-                                                  {-1, nullptr}};
+    const std::tuple<int, const char*, float> cases[] = {{108, "Host.LookFromDirection(1, 0)", 0},
+                                                         {109, "Host.LookFromDirection(1, 1)", 0},
+                                                         {110, "Host.LookFromDirection(0, 1)", 0},
+                                                         {111, "Host.LookFromDirection(-1, 1)", 0},
+                                                         {112, "Host.LookFromDirection(-1, 0)", 0},
+                                                         {113, "Host.LookFromDirection(-1, -1)", 0},
+                                                         {114, "Host.LookFromDirection(0, -1)", 0},
+                                                         {115, "Host.LookFromDirection(1, -1)", 0},
+                                                         {116, "Host.SetViewToggle(3, 0)", 0},
+                                                         {117, "Host.SetViewToggle(3, 1)", 0},
+                                                         {118, nullptr, 10},
+                                                         {119, nullptr, -10},
+                                                         {120, "Host.TurnCamera(3, -20)", 0},
+                                                         {121, "Host.TurnCamera(3, 20)", 0},
+                                                         {107, nullptr, 0},
+                                                         {122, nullptr, 0},
+                                                         {1, nullptr, 0},
+                                                         {-1, nullptr, 0}};
 
-    for (const auto& [iAction, pszCall] : cases)
+    for (const auto& [iAction, pszCall, fUp] : cases)
     {
         SCOPED_TRACE(iAction);
         Lines expected = {QUERY};
@@ -50,53 +54,48 @@ TEST_F(CModeBaseTest, ViewActionsMoveTheCamera)
         {
             expected.emplace_back(pszCall);
         }
-        m_Plain.OnAction(VIEW, iAction, 1);
+        Act(iAction);
         EXPECT_EQ(TakeCalls(), expected);
+        EXPECT_EQ(m_Camera.GetPosition().y, fUp);
     }
 }
 
-TEST_F(CModeBaseTest, HeldKeysMoveByTheCountBeforeTheActionItself)
+TEST_F(CModeBaseTest, HeldKeysMoveByTheCountBesideTheActionItself)
 {
-    m_Context.host.bBack = true;
-    m_Plain.OnAction(VIEW, 120, 3);
-    EXPECT_EQ(TakeCalls(), (Lines{QUERY, "Host.TurnCamera(3, -20)"})) << "navigation is off";
-
-    m_Context.host.bNavigation = true;
-    m_Context.host.bForward = true;
-    m_Context.host.bLeft = true;
-    m_Context.host.bRight = true;
-    m_Plain.OnAction(VIEW, 120, 3);
-    EXPECT_EQ(TakeCalls(),
-              (Lines{QUERY,
-                     "Engine.DollyCamera(3, -30)",
-                     "Engine.DollyCamera(3, 30)",
-                     "Engine.StrafeCamera(3, -30 0 0)",
-                     "Engine.StrafeCamera(3, 30 0 0)",
-                     "Host.TurnCamera(3, -20)"}));
-
+    const std::tuple<ECameraKey, float, float> cases[] = {{ECameraKey::Back, 0, 30},
+                                                          {ECameraKey::Forward, 0, -30},
+                                                          {ECameraKey::Left, -30, 0},
+                                                          {ECameraKey::Right, 30, 0}};
+    for (const auto& [eKey, fX, fZ] : cases)
+    {
+        SCOPED_TRACE(static_cast<int>(eKey));
+        m_Face.cameraKeys = {eKey};
+        for (const bool bNavigation : {false, true})
+        {
+            m_Face.bNavigation = bNavigation;
+            Act(120, 3);
+            EXPECT_EQ(TakeCalls(), (Lines{QUERY, "Host.TurnCamera(3, -20)"}));
+            EXPECT_NEAR(m_Camera.GetPosition().x, bNavigation ? fX : 0.0F, 1.0e-4F);
+            EXPECT_NEAR(m_Camera.GetPosition().z, bNavigation ? fZ : 0.0F, 1.0e-4F);
+        }
+    }
     // The count is unsigned: the largest one is far forward, not ten units back.
-    m_Context.host.bBack = false;
-    m_Context.host.bLeft = false;
-    m_Context.host.bRight = false;
-    m_Plain.OnAction(VIEW, 0, 4294967295U);
-    EXPECT_EQ(TakeCalls(), (Lines{QUERY, "Engine.DollyCamera(3, 4.29497e+10)"}));
+    m_Face.cameraKeys = {ECameraKey::Forward};
+    Act(0, 4294967295U);
+    EXPECT_LT(m_Camera.GetPosition().z, -4.0e10F);
 }
 
 TEST_F(CModeBaseTest, NothingMovesWithoutACameraOrWhenTheHostHasDealtWithTheAction)
 {
-    m_Context.host.bNavigation = true;
-    m_Context.host.bForward = true;
-    m_Plain.OnAction(VIEW_WITHOUT_CAMERA, 118, 1); // needs no camera itself, and still
-    EXPECT_EQ(TakeCalls(), (Lines{"Host.HandlesViewAction(4, 0x4300)"}));
+    m_Plain.OnAction(4, 117, 1); // needs no camera itself, and still
+    EXPECT_EQ(TakeCalls(), (Lines{"Host.HandlesViewAction(4, 0x4100)"}));
 
-    m_Context.host.bHandlesViewAction = true;
-    m_Plain.OnAction(VIEW, 118, 1);
+    m_Face.bHandlesViewAction = true;
+    Act(118);
     EXPECT_EQ(TakeCalls(), (Lines{QUERY}));
-
-    m_Context.pEditorHost = nullptr;
-    m_Context.pEngineHost = nullptr;
-    m_Context.pWorld = nullptr;
-    m_Plain.OnAction(VIEW, 118, 1);
+    m_Plugin->OnHostNotify(NOTIFY_HOST_GOES, 0);
+    Act(118);
     m_Plain.Activate();
     EXPECT_EQ(TakeCalls(), Lines{}) << "the host has gone away";
+    EXPECT_EQ(m_Camera.GetPosition().y, 0.0F);
 }

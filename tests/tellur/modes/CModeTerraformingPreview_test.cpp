@@ -5,11 +5,7 @@
 namespace
 {
 
-const std::string CREATE = "World.CreateTextureFromImage(image, TellurBlobTexture)";
-const std::string RELEASE = "World.ReleaseTexture(TellurBlobTexture)";
-const std::string DRAW_HOVER =
-    "Terrain.DrawProjectedTexture([50 0 150, 150 0 250], TellurBlobTexture)";
-const std::string DRAW_ZERO = "Terrain.DrawProjectedTexture([0 0 0, 0 0 0], TellurBlobTexture)";
+const std::string HOVER = "[50 0 150, 150 0 250]";
 const std::string ASK_HOVER = "Render(none, 100 7 200)";
 const std::string ASK_SESSION = "Render(session, 100 7 200)";
 
@@ -25,16 +21,29 @@ protected:
 
     void Hover(bool bHit = true, float fX = 100.0F)
     {
-        m_Context.host.picks = {{bHit ? 1 : 0, {fX, 7.0F, 200.0F}}};
+        m_Face.lastPick = bHit ? std::optional<SVec3>({fX, 7.0F, 200.0F}) : std::nullopt;
         m_Mode.OnMouseMove(1, 0, 0, 0, 0);
         TakeCalls();
     }
 
+    // What the function is asked, then the box that the texture covers.
     Lines Render()
     {
+        m_Host.GetTerrain().BeginFrame();
         m_Mode.Render();
-        return TakeCalls();
+        Lines lines = TakeCalls();
+        const SProjectedTexture& shown = m_Host.GetTerrain().GetProjectedTexture();
+        if (shown.pTexture != nullptr)
+        {
+            EXPECT_STREQ(shown.pTexture->GetName(), "TellurBlobTexture");
+            lines.push_back(ToText(shown.box));
+        }
+        return lines;
     }
+
+    uint32_t CountTextures() const { return CTexture::GetAliveCount() - m_Alive; }
+
+    uint32_t m_Alive = CTexture::GetAliveCount();
 };
 
 } // namespace
@@ -42,25 +51,33 @@ protected:
 TEST_F(CModeTerraformingPreview, TheTextureIsMadeOnceAndAgainAfterAChange)
 {
     Hover();
-    EXPECT_EQ(Render(), (Lines{ASK_HOVER, CREATE, DRAW_HOVER}));
+    EXPECT_EQ(Render(), (Lines{ASK_HOVER, HOVER}));
     EXPECT_FALSE(m_Brush.IsBitmapChanged());
-    EXPECT_EQ(Render(), (Lines{ASK_HOVER, DRAW_HOVER}));
+    const auto revision = []
+    {
+        return static_cast<CTexture*>(GetTerraformingState().pPreview)->GetRevision();
+    };
+    const uint32_t uFirst = revision();
+    EXPECT_EQ(Render(), (Lines{ASK_HOVER, HOVER}));
+    EXPECT_EQ(revision(), uFirst);
     m_Brush.SetBitmapChanged(true);
-    EXPECT_EQ(Render(), (Lines{ASK_HOVER, RELEASE, CREATE, DRAW_HOVER}));
-    EXPECT_EQ(m_Context.world.textures.size(), 1U);
+    EXPECT_EQ(Render(), (Lines{ASK_HOVER, HOVER}));
+    EXPECT_NE(revision(), uFirst);
+    EXPECT_EQ(CountTextures(), 1U);
 
     m_Brush.SetBitmap(nullptr);
-    EXPECT_EQ(Render(), (Lines{ASK_HOVER, RELEASE})) << "no image: nothing to show";
+    EXPECT_EQ(Render(), (Lines{ASK_HOVER})) << "no image: nothing to show";
     EXPECT_FALSE(m_Brush.IsBitmapChanged());
     EXPECT_EQ(GetTerraformingState().pPreview, nullptr);
+    EXPECT_EQ(CountTextures(), 0U);
 }
 
 TEST_F(CModeTerraformingPreview, ASkyHoverAsksNobodyAndStillDrawsOverNothing)
 {
     Hover(false);
-    EXPECT_EQ(Render(), (Lines{CREATE, DRAW_ZERO}));
+    EXPECT_EQ(Render(), (Lines{"[0 0 0, 0 0 0]"}));
     m_Function->bDraws = true;
-    EXPECT_EQ(Render(), (Lines{DRAW_ZERO}));
+    EXPECT_EQ(Render(), (Lines{"[0 0 0, 0 0 0]"}));
     Hover(true, 0.0F);
     EXPECT_EQ(Render(), (Lines{"Render(none, 0 7 200)"})) << "the terrain's border is picked, too";
 }
@@ -84,31 +101,24 @@ TEST_F(CModeTerraformingPreview, DuringADragTheBlobFollowsTheSession)
     EXPECT_EQ(Render(),
               (Lines{ASK_SESSION,
                      ASK_SESSION, // the session, then the brush
-                     CREATE,
-                     "Terrain.DrawProjectedTexture([1 2 3, 4 5 6], TellurBlobTexture)"}));
+                     "[1 2 3, 4 5 6]"}));
     m_Mode.OnLButtonUp(1, 0, 0);
     TakeCalls();
-    EXPECT_EQ(Render(),
-              (Lines{ASK_HOVER, "Terrain.DrawProjectedTexture([1 2 3, 4 5 6], TellurBlobTexture)"}))
-        << "until the next hover";
+    EXPECT_EQ(Render(), (Lines{ASK_HOVER, "[1 2 3, 4 5 6]"})) << "until the next hover";
 }
 
-TEST_F(CModeTerraformingPreview, WithoutTerrainNothingAndWithoutBrushTheOldTexture)
+TEST_F(CModeTerraformingPreview, WithoutABrushTheOldTextureUntilItIsReleased)
 {
     Hover();
-    m_Context.world.pTerrain = nullptr;
-    EXPECT_EQ(Render(), Lines{});
-    m_Context.world.pTerrain = &m_Context.terrain;
     SetCurrentBrush(nullptr);
     EXPECT_EQ(Render(), Lines{}) << "no brush and no texture";
     SetCurrentBrush(&m_Brush);
     Render();
-    SetCurrentBrush(nullptr);
-    EXPECT_EQ(Render(), (Lines{DRAW_HOVER}));
-
     ReleaseBrushPreview();
-    EXPECT_EQ(TakeCalls(), (Lines{RELEASE}));
+    EXPECT_EQ(CountTextures(), 0U);
     ReleaseBrushPreview();
-    EXPECT_EQ(TakeCalls(), Lines{}) << "released once";
-    EXPECT_TRUE(m_Context.world.textures.empty());
+    m_Host.GetWorld().CloseTerrain();
+    m_Mode.Render();
+    EXPECT_EQ(TakeCalls(), Lines{});
+    EXPECT_EQ(CountTextures(), 0U);
 }

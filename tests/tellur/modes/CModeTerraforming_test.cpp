@@ -56,77 +56,77 @@ TEST_F(CModeTerraformingTest, TheBrushDecidesTheCursor)
     EXPECT_EQ(m_Log.TakeLines(), (Lines{"[CTellurBrush::SetCursor] no function interface"}));
 }
 
-TEST_F(CModeTerraformingTest, EnteringWarnsTakesTheInputAndShowsTheMask)
+TEST_F(CModeTerraformingTest, EnteringTakesTheInputAndShowsTheMask)
 {
-    m_Context.textures.Put("mask.png", 2, 2, {0, 255, 0, 255});
-    m_Brush.SetMask("mask.png"); // handle 101; its size for (2560, 1) is 25601
+    WriteGrey("mask.png", 2, 2, {0, 255, 0, 255});
+    m_Brush.SetMask("mask.png");
     SetCurrentBrush(&m_Brush);
+    CTerrain& terrain = m_Host.GetTerrain();
+    terrain.SetEditOverlay(0);
     GetTerraformingState().strEditMaterial = "grass";
-    TakeCalls();
-
     const Lines takeInput = {
-        "Host.SetModeCaption(Terraforming)", "FrontEnd.SetCursorPos(12 34)", "Host.RefreshView(5)"};
-    Lines enter = {"Context.CheckHeightMapWritable()"};
-    enter.insert(enter.end(), takeInput.begin(), takeInput.end());
-    enter.insert(enter.end(),
-                 {"Terrain.SetEditMaterial(grass)",
-                  "Terrain.SetEditOverlay(101)",
-                  "World.MakeOverlayTransform(25601)",
-                  "Terrain.SetEditOverlayTransform()"});
+        "Host.SetModeCaption(Terraforming)", "FrontEnd.SetCursorPos(12 34)", "Host.RefreshView(1)"};
     m_Mode.Activate();
-    EXPECT_EQ(TakeCalls(), enter);
+    EXPECT_EQ(TakeCalls(), takeInput);
+    EXPECT_EQ(terrain.GetEditMaterial(), "grass");
+    EXPECT_EQ(terrain.GetEditOverlay(), m_Brush.GetMaskHandle());
     for (int i = 0; i < 16; ++i)
     {
         const float fIdentity = i % 5 == 0 ? 1.0F : 0.0F;
-        EXPECT_EQ(m_Context.terrain.overlayTransform.m[i], i == 2 ? 1.0F / 25601.0F : fIdentity)
-            << i;
+        EXPECT_EQ(terrain.GetEditOverlayTransform().m[i], i == 2 ? 1.0F / 2560.0F : fIdentity) << i;
     }
-
+    terrain.SetEditOverlay(99);
     m_Mode.Suspend(true);
     EXPECT_EQ(TakeCalls(), Lines{});
     m_Mode.Suspend(false);
-    EXPECT_EQ(TakeCalls(), takeInput) << "no warning, and the overlay stays as it is";
+    EXPECT_EQ(TakeCalls(), takeInput);
+    EXPECT_EQ(terrain.GetEditOverlay(), 99U) << "the overlay stays as it is";
 }
 
-TEST_F(CModeTerraformingTest, TheOverlayFollowsBrushMaskAndTerrainAndLeavingDropsTheBrush)
+TEST_F(CModeTerraformingTest, LeavingTakesTheOverlayAwayAndDropsTheBrush)
 {
+    CTerrain& terrain = m_Host.GetTerrain();
     EXPECT_FALSE(m_Mode.IsAvailable());
     SetCurrentBrush(&m_Brush);
     EXPECT_TRUE(m_Mode.IsAvailable());
+    terrain.SetEditMaterial("before");
+    terrain.SetEditOverlay(99);
     ApplyEditOverlay(EEditOverlay::On);
-    EXPECT_EQ(TakeCalls(), (Lines{"Terrain.SetEditMaterial()", "Terrain.SetEditOverlay(0)"}))
-        << "no mask: no transform";
+    EXPECT_EQ(terrain.GetEditMaterial(), "");
+    EXPECT_EQ(terrain.GetEditOverlay(), 0U) << "no mask";
+    terrain.SetEditMaterial("before");
+    terrain.SetEditOverlay(99);
     m_Mode.Deactivate();
-    EXPECT_EQ(TakeCalls(),
-              (Lines{"Terrain.SetEditMaterial(null)",
-                     "Terrain.SetEditOverlay(0)",
-                     "Context.SetCurrentBrush(null)"}));
+    EXPECT_EQ(terrain.GetEditMaterial(), "");
+    EXPECT_EQ(terrain.GetEditOverlay(), 0U);
+    EXPECT_EQ(m_Plugin->GetCurrentBrush(), nullptr);
     EXPECT_FALSE(m_Mode.IsAvailable());
-    m_Context.world.pTerrain = nullptr;
+    SetCurrentBrush(&m_Brush);
+    m_Host.GetWorld().CloseTerrain();
     ApplyEditOverlay(EEditOverlay::On);
     m_Mode.Deactivate();
-    EXPECT_EQ(TakeCalls(), (Lines{"Context.SetCurrentBrush(null)"}));
+    EXPECT_EQ(m_Plugin->GetCurrentBrush(), nullptr);
 }
 
 TEST_F(CModeTerraformingTest, TheEditMaterialShowsAtOnceOnlyWhileTerraforming)
 {
-    m_Context.iTerraformingModeId = 0;
-    m_Context.modes.RegisterMode(new CModeTerraforming, 7);
+    CTerrain& terrain = m_Host.GetTerrain();
+    SetCurrentBrush(&m_Brush);
     SetEditMaterialName("rock");
-    EXPECT_EQ(GetTerraformingState().strEditMaterial, "rock");
-    m_Context.modes.iCurrent = 0;
-    TakeCalls();
+    EXPECT_EQ(terrain.GetEditMaterial(), "");
+    ASSERT_TRUE(m_Host.GetModes().ActivateMode(m_Plugin->GetTerraformingModeId(), 0));
+    EXPECT_EQ(terrain.GetEditMaterial(), "rock");
     SetEditMaterialName("sand");
-    EXPECT_EQ(TakeCalls(), (Lines{"Terrain.SetEditMaterial(sand)"}));
+    EXPECT_EQ(terrain.GetEditMaterial(), "sand");
     SetEditMaterialName(nullptr);
-    EXPECT_EQ(TakeCalls(), (Lines{"Terrain.SetEditMaterial()"}));
+    EXPECT_EQ(terrain.GetEditMaterial(), "");
 }
 
 TEST_F(CModeTerraformingTest, OneDragCapturesFeedsTheSessionAndReleases)
 {
     SetCurrentBrush(&m_Brush);
     GetTerraformingState().picked = {70.0F, 8.0F, 90.0F};
-    EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(77)", "Start(3, 9, 44)"}));
+    EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(1)", "Start(3, 9, 44)"}));
     EXPECT_EQ(Move(), (Lines{"Move(3, 9, 44, 100, 200)"}));
     ExpectPicked(70.0F, 8.0F, 90.0F); // of the last hover
     EXPECT_EQ(Release(),
@@ -139,32 +139,33 @@ TEST_F(CModeTerraformingTest, OneDragCapturesFeedsTheSessionAndReleases)
 TEST_F(CModeTerraformingTest, NormalsFollowEveryMoveAndTheReleaseWhenAsked)
 {
     SetCurrentBrush(&m_Brush);
-    m_Context.bAutoUpdateNormals = true;
-    Press();
-    EXPECT_EQ(Move(),
-              (Lines{"Move(3, 9, 44, 100, 200)",
-                     "Context.UpdateTerrainNormals()",
-                     "Terrain.UpdateNormals()"}));
-    EXPECT_EQ(Release(),
-              (Lines{"End(3, 9, 44)",
-                     "Context.UpdateTerrainNormals()",
-                     "Terrain.UpdateNormals()",
-                     "FrontEnd.ReleaseCapture()",
-                     "Host.OnTerrainChanged()"}));
-    m_Context.host.lastPick = {1, {1, 1, 1}};
-    EXPECT_EQ(Move(), (Lines{"Host.PickTerrain(3, 44, 0)"})) << "hovering updates nothing";
+    for (const bool bAsked : {false, true})
+    {
+        m_Plugin->SetAutoUpdateNormals(bAsked);
+        Press();
+        for (const bool bRelease : {false, true})
+        {
+            m_Host.SetHeight(2, 2, m_Host.At(2, 2) + 1.0F); // as a function would
+            bRelease ? Release() : Move();
+            EXPECT_EQ(m_Host.GetTerrain().UpdateNormals(), !bAsked) << "whether they were stale";
+        }
+        m_Face.lastPick = {1, 1, 1};
+        m_Host.SetHeight(2, 2, m_Host.At(2, 2) + 1.0F);
+        Move();
+        EXPECT_TRUE(m_Host.GetTerrain().UpdateNormals()) << "hovering updates nothing";
+    }
 }
 
 TEST_F(CModeTerraformingTest, ARefusedPressKeepsTheCaptureAndIsNoDrag)
 {
-    m_Context.host.bHasWindow = false;
+    m_Face.bHasWindow = false;
     EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(0)"})) << "a view without a window";
     EXPECT_EQ(m_Log.TakeLines(), (Lines{"[CTerrainModification::Start] brush set to NULL"}));
     EXPECT_TRUE(HasSession());
     EXPECT_EQ(Release(), Lines{}) << "the capture stays until the host releases it";
 
     SetCurrentBrush(&m_Brush);
-    m_Context.world.pTerrain = nullptr;
+    m_Host.GetWorld().CloseTerrain();
     EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(0)", "Start(3, 9, 44)"}));
     EXPECT_EQ(m_Log.TakeLines(),
               (Lines{"[CTerrainModification::Start] terrain set to NULL",
@@ -176,19 +177,14 @@ TEST_F(CModeTerraformingTest, HoveringPicksAndTakesTheWholeFootprint)
 {
     SetCurrentBrush(&m_Brush);
     m_Brush.SetExtent(100.0F);
-    for (const int iResult : {0, 2, -1})
-    {
-        SCOPED_TRACE(iResult);
-        m_Context.host.Hit(10.0F, 7.0F, 2550.0F);
-        EXPECT_EQ(Move(), (Lines{"Host.PickTerrain(3, 44, 0)"}));
-        ExpectPicked(10.0F, 7.0F, 2550.0F);
-        EXPECT_EQ(ToText(m_Mode.GetFootprint()), "[-40 0 2500, 60 0 2600]") << "not clipped";
-
-        m_Context.host.picks = {{iResult, {5.0F, 5.0F, 5.0F}}};
-        EXPECT_EQ(Move(), (Lines{"Host.PickTerrain(3, 44, 0)"}));
-        ExpectPicked(-1.0F, -1.0F, -1.0F);
-        EXPECT_EQ(ToText(m_Mode.GetFootprint()), "[0 0 0, 0 0 0]");
-    }
+    m_Face.Hit(10.0F, 7.0F, 2550.0F);
+    EXPECT_EQ(Move(), (Lines{"Host.PickTerrain(3, 44)"}));
+    ExpectPicked(10.0F, 7.0F, 2550.0F);
+    EXPECT_EQ(ToText(m_Mode.GetFootprint()), "[-40 0 2500, 60 0 2600]") << "not clipped";
+    m_Face.Miss();
+    EXPECT_EQ(Move(), (Lines{"Host.PickTerrain(3, 44)"}));
+    ExpectPicked(-1.0F, -1.0F, -1.0F);
+    EXPECT_EQ(ToText(m_Mode.GetFootprint()), "[0 0 0, 0 0 0]");
 }
 
 TEST_F(CModeTerraformingTest, HoveringWithoutBrushOrTerrainPicksNothing)
@@ -197,7 +193,7 @@ TEST_F(CModeTerraformingTest, HoveringWithoutBrushOrTerrainPicksNothing)
     EXPECT_EQ(Move(), Lines{});
     ExpectPicked(-1.0F, -1.0F, -1.0F);
     SetCurrentBrush(&m_Brush);
-    m_Context.world.pTerrain = nullptr;
+    m_Host.GetWorld().CloseTerrain();
     GetTerraformingState().picked = {3.0F, 3.0F, 3.0F};
     EXPECT_EQ(Move(), Lines{});
     ExpectPicked(-1.0F, -1.0F, -1.0F);
@@ -205,16 +201,15 @@ TEST_F(CModeTerraformingTest, HoveringWithoutBrushOrTerrainPicksNothing)
 
 TEST_F(CModeTerraformingTest, BrushSizeActionsNeedABrushAndATerrain)
 {
+    OpenPanel();
+    m_Mode.OnAction(VIEW, 2, 1);
+    EXPECT_EQ(TakeCalls(), Lines{}) << "neither a step nor camera navigation";
     SetCurrentBrush(&m_Brush);
     m_Brush.SetExtent(1.0F); // a step is 2 units on a terrain 2560 units wide
     m_Mode.OnAction(VIEW, 2, 9);
     EXPECT_EQ(m_Brush.GetExtent(), -1.0F);
-    EXPECT_EQ(TakeCalls(), (Lines{"Context.RefreshPanelExtent()"}));
-    m_Context.world.pTerrain = nullptr;
+    EXPECT_EQ(TakeCalls(), (Lines{"Panel.RefreshExtent()"}));
+    m_Host.GetWorld().CloseTerrain();
     m_Mode.OnAction(VIEW, 1, 1);
     EXPECT_EQ(m_Brush.GetExtent(), -1.0F);
-    m_Context.world.pTerrain = &m_Context.terrain;
-    SetCurrentBrush(nullptr);
-    m_Mode.OnAction(VIEW, 2, 1);
-    EXPECT_EQ(TakeCalls(), Lines{}) << "neither a step nor camera navigation";
 }

@@ -1,26 +1,19 @@
 #pragma once
 
-#include "framework/core/ResourceModule.h"
 #include "tellur/brushes/CTellurBitmap.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/modes/CModeTerraforming.h"
 #include "tellur/modes/TerraformingState.h"
 #include "tellur/modification/CTerrainModification.h"
-#include "tellur/resources/PluginResources.h"
-#include "tests/support/CLogCatcher.h"
 #include "tests/support/CRecordingFunction.h"
-#include "tests/support/FakeFrontEnd.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/TestPaths.h"
-
-#include <gtest/gtest.h>
+#include "tests/tellur/plugin/PluginFixture.h"
 
 // A function that may draw its own preview and refuse a cursor, and whose moves give the session an
 // extent that no hover has.
 class CPreviewFunction : public CRecordingFunction
 {
 public:
-    explicit CPreviewFunction(FakeCalls* pCallList)
+    explicit CPreviewFunction(Calls* pCallList)
         : CRecordingFunction("Preview", pCallList)
         , pCalls(pCallList)
     {
@@ -48,7 +41,7 @@ public:
 
     bool SetCursor() override { return bSetsCursor; }
 
-    FakeCalls* pCalls;
+    Calls* pCalls;
     bool bDraws = false;
     bool bSetsCursor = true;
 };
@@ -57,9 +50,9 @@ public:
 class CRecordingFrontEnd : public CFakeFrontEnd
 {
 public:
-    explicit CRecordingFrontEnd(FakeCalls* pCallList)
-        : pCalls(pCallList)
+    explicit CRecordingFrontEnd(Calls* pCallList)
     {
+        pCalls = pCallList;
         cursorPos = {12, 34};
     }
 
@@ -67,55 +60,47 @@ public:
     {
         AddCall(pCalls, "FrontEnd.SetCursorPos(%d %d)", point.x, point.y);
     }
-
-    void SetCapture(uintptr_t uWindow) override
-    {
-        AddCall(pCalls, "FrontEnd.SetCapture(%zu)", uWindow);
-    }
-
-    void ReleaseCapture() override { AddCall(pCalls, "FrontEnd.ReleaseCapture()"); }
-
-    FakeCalls* pCalls;
 };
 
-// A terrain of 2560 x 1000 x 2560 units, given with a negative depth, a vertex every 320 units, and
-// a brush with a recording function that a test makes current itself.
-class CModesFixture : public testing::Test
+// The plug-in's modes in a host with a terrain of 2560 x 1000 x 2560 units, given with a negative
+// depth, a vertex every 320 units, and a brush with a recording function that a test makes current.
+class CModesFixture : public CPluginFixture
 {
 protected:
     CModesFixture()
     {
-        auto pFunction = std::make_unique<CPreviewFunction>(&m_Context.calls);
+        m_Host.NewLevel(8, {2560.0F, 1000.0F, -2560.0F});
+        Initialize();
+        auto pFunction = std::make_unique<CPreviewFunction>(&m_Face.calls);
         m_Function = pFunction.get();
         m_Brush.SetFunction(pFunction.release());
-        m_Context.host.activeView = 5;
     }
 
     ~CModesFixture() override
     {
+        m_Host.DestroyPluginObjects();
         STerraformingState& state = GetTerraformingState();
         state.pSession.reset();
-        state.pPreview = nullptr;
+        m_Plugin->SetCurrentBrush(nullptr);
         state.picked = {-1.0F, -1.0F, -1.0F};
         state.strEditMaterial.clear();
     }
 
-    void SetCurrentBrush(CTellurBrush* pBrush) { m_Context.pBrush = pBrush; }
+    // Forgets the calls.
+    void SetCurrentBrush(CTellurBrush* pBrush)
+    {
+        m_Plugin->SetCurrentBrush(pBrush);
+        TakeCalls();
+    }
 
     void LoadBrushImage()
     {
         m_Brush.LoadBitmap(TELLUR_SOURCE_DIR "/tests/scripts/images/white.png");
     }
 
-    FakeCalls TakeCalls() { return m_Context.TakeCalls(); }
-
-    CFakeContext m_Context{8, 8, {2560.0F, 1000.0F, -2560.0F}};
-    CRecordingFrontEnd m_FrontEnd{&m_Context.calls};
-    CLogCatcher m_Log;
+    CRecordingFrontEnd m_Watched{&m_Face.calls};
     CTellurBrush m_Brush;
     CPreviewFunction* m_Function; // the brush's
     CResourceScope m_Scope{&GetPluginResources()};
     CModeTerraforming m_Mode;
 };
-
-using Lines = std::vector<std::string>;

@@ -1,8 +1,5 @@
 #include "tellur/modification/CTellurUndo.h"
-#include "tests/support/CLogCatcher.h"
-#include "tests/support/FakeHost.h"
-
-#include <gtest/gtest.h>
+#include "tests/tellur/modification/DragParts.h"
 
 namespace
 {
@@ -23,6 +20,8 @@ std::string GetLayout(const CTellurUndo& undo)
     }
     return strLayout;
 }
+
+using CTellurUndoTest = CDragTest;
 
 } // namespace
 
@@ -50,7 +49,7 @@ TEST(CTellurUndo, KeepsABorderVertexInEveryBlockThatSharesIt)
     };
     // clang-format on
     static_assert(sizeof(CTellurUndo::CBlockInfo::SVertRecord) == 16);
-    CFakeTerrain terrain(128, 128, {128, 100, 128});
+    CTerrain terrain = MakeTerrain(128, 128, {128, 100, 128});
     for (const SCase& test : cases)
     {
         SCOPED_TRACE(test.pszName);
@@ -63,7 +62,7 @@ TEST(CTellurUndo, KeepsABorderVertexInEveryBlockThatSharesIt)
 
 TEST(CTellurUndo, HoldsSixteenBytesAVertexAndLittleBeside)
 {
-    CFakeTerrain terrain(96, 64, {96, 100, 64});
+    CTerrain terrain = MakeTerrain(96, 64, {96, 100, 64});
     std::vector<SChangedVert> verts;
     for (int i = 0; i < 97 * 65; ++i)
     {
@@ -82,52 +81,43 @@ TEST(CTellurUndo, HoldsSixteenBytesAVertexAndLittleBeside)
     EXPECT_LT(undo.GetByteCount(), 16 * nRecords + 12 * 64 + 128);
 }
 
-TEST(CTellurUndo, BringsNormalsUpToDateOnlyWhenThePluginDoes)
+TEST_F(CTellurUndoTest, BringsNormalsUpToDateOnlyWhenThePluginDoes)
 {
-    CFakeContext context(64, 64, {64, 100, 64});
+    Replace(64, 64);
+    CTerrain& terrain = m_Host.GetTerrain();
     CTellurUndo undo;
-    undo.SetTerrain(&context.terrain);
+    undo.SetTerrain(&terrain);
     undo.Fill(std::vector<SChangedVert>{{32, 3, 1, 2}});
+    terrain.UpdateNormals();
     undo.Undo();
-    EXPECT_EQ(context.TakeCalls(),
-              (FakeCalls{"Terrain.SetBlockHeights(1, 0, 1)", "Terrain.SetBlockHeights(0, 0, 1)"}));
-    ASSERT_EQ(context.terrain.blocks.size(), 2U);
-    const SBlockEntry& entry = context.terrain.blocks[1].entries[0];
-    EXPECT_EQ(entry.fLocalX, 32.0F);
-    EXPECT_EQ(entry.fHeight, 1.0F);
-    EXPECT_EQ(entry.fLocalZ, 3.0F);
-
-    context.bAutoUpdateNormals = true;
+    EXPECT_EQ(m_Host.At(32, 3), 1.0F);
+    EXPECT_TRUE(terrain.UpdateNormals()) << "they were not";
+    m_Plugin->SetAutoUpdateNormals(true);
     undo.Redo();
-    EXPECT_EQ(context.TakeCalls(),
-              (FakeCalls{"Terrain.SetBlockHeights(1, 0, 1)",
-                         "Terrain.SetBlockHeights(0, 0, 1)",
-                         "Terrain.UpdateNormals()"}));
+    EXPECT_EQ(m_Host.At(32, 3), 2.0F);
+    EXPECT_FALSE(terrain.UpdateNormals()) << "they were";
 }
 
-TEST(CTellurUndo, IsDeadWithoutItsTerrainOrAfterAChangeOfResolution)
+TEST_F(CTellurUndoTest, IsDeadWithoutItsTerrainOrAfterAChangeOfResolution)
 {
-    CLogCatcher log;
-    CFakeContext context(64, 64, {64, 100, 64});
-    context.bAutoUpdateNormals = true;
+    Replace(64, 64);
     CTellurUndo orphan;
     orphan.Fill(std::vector<SChangedVert>{{3, 3, 1, 2}});
     orphan.Undo();
 
     CTellurUndo undo;
-    undo.SetTerrain(&context.terrain);
+    undo.SetTerrain(&m_Host.GetTerrain());
     undo.Fill(std::vector<SChangedVert>{{3, 3, 1, 2}});
-    context.terrain.uCellsX = 32;
+    Replace(32, 64);
     undo.Undo();
     undo.Redo();
-    EXPECT_EQ(context.TakeCalls(), FakeCalls{});
-    EXPECT_EQ(log.GetText(), "");
+    EXPECT_EQ(m_Host.At(3, 3), 0.0F);
     EXPECT_FALSE(undo.IsTransient());
     undo.OnNotify(1);
 
     // Alive again with the old row width, whatever the other side is.
-    context.terrain.uCellsX = 64;
-    context.terrain.uCellsZ = 32;
+    Replace(64, 32);
     undo.Redo();
-    EXPECT_EQ(context.TakeCalls().size(), 2U);
+    EXPECT_EQ(m_Host.At(3, 3), 2.0F);
+    EXPECT_EQ(m_Log.GetText(), "");
 }

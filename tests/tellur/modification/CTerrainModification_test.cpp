@@ -3,6 +3,8 @@
 namespace
 {
 
+using CTerrainModificationTest = CDragTest;
+
 // The buffer sizes are read through the virtual getters; this one claims to have some.
 class CSizesOnly : public CTerrainModification
 {
@@ -14,65 +16,63 @@ public:
 
 } // namespace
 
-TEST(CTerrainModification, RefusalsSayWhyInWholeLines)
+TEST_F(CTerrainModificationTest, RefusalsOutsideADragSayWhyInWholeLines)
 {
-    CFakeContext context;
-    CRecordingBrush brush;
     CVertDataSet set;
-    CLogCatcher log;
     CTerrainModification session;
-    const auto line = [](const char* pszText)
-    {
-        return std::string("[CTerrainModification::") + pszText;
-    };
-
+    SExtents box;
+    CSizesOnly sizesOnly;
     EXPECT_EQ(session.OnMouseMove(1, 2, 3, 4, 5), 0);
-    EXPECT_EQ(log.TakeLines(), Lines{line("OnMouseMove] not in progress")});
     session.End(1, 2, 3);
-    EXPECT_EQ(log.TakeLines(), Lines{line("End] modification not in progress")});
     EXPECT_EQ(session.GetXSize(), -1.0F);
     EXPECT_EQ(session.GetYSize(), -1.0F);
     EXPECT_EQ(session.GetZSize(), -1.0F);
-    EXPECT_EQ(log.TakeLines(),
-              (Lines{line("GetXSize] terrain set to NULL"),
-                     line("GetYSize] terrain set to NULL"),
-                     line("GetZSize] terrain set to NULL")}));
-    SExtents box;
     EXPECT_EQ(&session.GetTerrainExtents(box), &box);
-    EXPECT_EQ(log.TakeLines(), Lines{line("GetTerrainExtents] terrain set to NULL")});
     EXPECT_EQ(session.GetSrcHeight(0, 0), -1.0F);
     EXPECT_EQ(session.GetDstHeight(0, 0), -1.0F);
     session.SetDstHeight(0, 0, 1.0F);
-    EXPECT_EQ(log.TakeLines(),
-              (Lines{line("GetSrcHeight] invalid indices"),
-                     line("GetDstHeight] invalid indices"),
-                     line("SetDstHeight] invalid indices")}));
-    CSizesOnly sizesOnly;
     EXPECT_EQ(sizesOnly.GetSrcHeight(3, 3), -1.0F);
     EXPECT_EQ(sizesOnly.GetDstHeight(3, 3), -1.0F);
     sizesOnly.SetDstHeight(3, 3, 1.0F);
-    EXPECT_EQ(log.TakeLines(),
-              (Lines{line("GetSrcHeight] invalid source buffer ptr"),
-                     line("GetDstHeight] invalid destination buffer ptr"),
-                     line("SetDstHeight] invalid destination buffer ptr")}));
     session.GetVerts({}, set);
     session.GetDstVerts({}, set);
     session.SetVerts(set, AlwaysCandidate());
-    EXPECT_EQ(log.TakeLines(),
-              (Lines{line("GetVerts] no terrain interface"),
-                     line("GetVerts] no terrain interface"),
-                     line("SetVerts] no terrain interface")}));
-    EXPECT_FALSE(session.Start(1, 2, 3, &context.terrain, nullptr));
-    EXPECT_EQ(log.TakeLines(), Lines{line("Start] brush set to NULL")});
+    EXPECT_FALSE(session.Start(1, 2, 3, &m_Host.GetTerrain(), nullptr));
     EXPECT_FALSE(session.Start(1, 2, 3, nullptr, nullptr));
-    EXPECT_EQ(log.TakeLines(),
-              (Lines{line("Start] terrain set to NULL"), line("Start] brush set to NULL")}));
+    Lines expected = {"OnMouseMove] not in progress",
+                      "End] modification not in progress",
+                      "GetXSize] terrain set to NULL",
+                      "GetYSize] terrain set to NULL",
+                      "GetZSize] terrain set to NULL",
+                      "GetTerrainExtents] terrain set to NULL",
+                      "GetSrcHeight] invalid indices",
+                      "GetDstHeight] invalid indices",
+                      "SetDstHeight] invalid indices",
+                      "GetSrcHeight] invalid source buffer ptr",
+                      "GetDstHeight] invalid destination buffer ptr",
+                      "SetDstHeight] invalid destination buffer ptr",
+                      "GetVerts] no terrain interface",
+                      "GetVerts] no terrain interface",
+                      "SetVerts] no terrain interface",
+                      "Start] brush set to NULL",
+                      "Start] terrain set to NULL",
+                      "Start] brush set to NULL"};
+    for (std::string& strLine : expected)
+    {
+        strLine.insert(0, "[CTerrainModification::");
+    }
+    EXPECT_EQ(m_Log.TakeLines(), expected);
     EXPECT_FALSE(session.IsInProgress());
     EXPECT_EQ(session.GetBrush(), nullptr);
+}
 
-    ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
+TEST_F(CTerrainModificationTest, RefusalsInADragSayWhyInWholeLines)
+{
+    CVertDataSet set;
+    CTerrainModification session;
+    ASSERT_TRUE(session.Start(1, 2, 3, &m_Host.GetTerrain(), &m_Brush));
     session.SetVerts(set, nullptr);
-    EXPECT_EQ(log.TakeLines(), Lines{line("SetVerts] no function")});
+    EXPECT_EQ(m_Log.TakeLines(), Lines{"[CTerrainModification::SetVerts] no function"});
     for (const int i : {-1, 9})
     {
         EXPECT_EQ(session.GetSrcHeight(i, 0), -1.0F);
@@ -82,21 +82,18 @@ TEST(CTerrainModification, RefusalsSayWhyInWholeLines)
         session.SetDstHeight(i, 0, 1.0F);
         session.SetDstHeight(0, i, 1.0F);
     }
-    EXPECT_EQ(log.TakeLines().size(), 12U);
+    EXPECT_EQ(m_Log.TakeLines().size(), 12U);
     session.End(1, 2, 3);
-    EXPECT_EQ(log.GetText(), "");
+    EXPECT_EQ(m_Log.GetText(), "");
     session.SetDstHeight(0, 0, 1.0F); // the buffers are still there
-    EXPECT_EQ(log.TakeLines(), Lines{line("SetDstHeight] invalid terrain ptr")});
+    EXPECT_EQ(m_Log.TakeLines(), Lines{"[CTerrainModification::SetDstHeight] invalid terrain ptr"});
 }
 
-TEST(CTerrainModification, GoesOnWithoutATerrainAndReportsEachStep)
+TEST_F(CTerrainModificationTest, GoesOnWithoutATerrainAndReportsEachStep)
 {
-    CFakeContext context;
-    CRecordingBrush brush;
-    CLogCatcher log;
     CTerrainModification session;
-    EXPECT_TRUE(session.Start(1, 2, 3, nullptr, &brush));
-    EXPECT_EQ(log.TakeLines(),
+    EXPECT_TRUE(session.Start(1, 2, 3, nullptr, &m_Brush));
+    EXPECT_EQ(m_Log.TakeLines(),
               (Lines{"[CTerrainModification::Start] terrain set to NULL",
                      "[CTerrainModification::InitializeBuffers] terrain set to NULL",
                      "[CTerrainModification::Start] failed to initialize buffers"}));
@@ -104,34 +101,31 @@ TEST(CTerrainModification, GoesOnWithoutATerrainAndReportsEachStep)
     EXPECT_EQ(session.GetBufferSizeX(), 0);
     EXPECT_EQ(session.OnMouseMove(4, 5, 6, 7, 8), 13);
     session.End(9, 10, 11);
-    EXPECT_EQ(log.TakeLines(), Lines{"[CTerrainModification::StoreUndoInformation] no src buffer"});
-    EXPECT_EQ(brush.calls, (FakeCalls{"Start(1, 2, 3)", "Move(4, 5, 6, 7, 8)", "End(9, 10, 11)"}));
+    EXPECT_EQ(m_Log.TakeLines(),
+              Lines{"[CTerrainModification::StoreUndoInformation] no src buffer"});
+    EXPECT_EQ(m_Brush.calls, (Calls{"Start(1, 2, 3)", "Move(4, 5, 6, 7, 8)", "End(9, 10, 11)"}));
     EXPECT_FALSE(session.IsInProgress());
-    EXPECT_EQ(context.TakeCalls(), FakeCalls{});
+    EXPECT_EQ(TakeCalls(), Calls{});
 }
 
-TEST(CTerrainModification, ASecondStartChangesNothingOfTheRunningDrag)
+TEST_F(CTerrainModificationTest, ASecondStartChangesNothingOfTheRunningDrag)
 {
-    CFakeContext context;
-    CRecordingBrush brush;
-    CLogCatcher log;
     CTerrainModification session;
-    ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
-    context.terrain.At(2, 2) = 77.0F;
-    EXPECT_FALSE(session.Start(4, 5, 6, nullptr, &brush));
-    EXPECT_EQ(log.TakeLines(),
+    ASSERT_TRUE(session.Start(1, 2, 3, &m_Host.GetTerrain(), &m_Brush));
+    m_Host.SetHeight(2, 2, 77.0F);
+    EXPECT_FALSE(session.Start(4, 5, 6, nullptr, &m_Brush));
+    EXPECT_EQ(m_Log.TakeLines(),
               (Lines{"[CTerrainModification::Start] terrain set to NULL",
                      "[CTerrainModification::Start] already in progress"}));
     EXPECT_EQ(session.GetSrcHeight(2, 2), 0.0F);
-    EXPECT_EQ(brush.calls, FakeCalls{"Start(1, 2, 3)"});
+    EXPECT_EQ(m_Brush.calls, Calls{"Start(1, 2, 3)"});
 }
 
-TEST(CTerrainModification, SizesAndBoxComeFromTheSignedSizeVector)
+TEST_F(CTerrainModificationTest, SizesAndBoxComeFromTheSignedSizeVector)
 {
-    CFakeContext context(8, 4, {-80, 500, 40});
-    CRecordingBrush brush;
+    m_Host.GetWorld().CreateTerrain(8, 4, {-80, 500, 40});
     CTerrainModification session;
-    ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
+    ASSERT_TRUE(session.Start(1, 2, 3, &m_Host.GetTerrain(), &m_Brush));
     EXPECT_EQ(session.GetXSize(), 80.0F);
     EXPECT_EQ(session.GetYSize(), 500.0F);
     EXPECT_EQ(session.GetZSize(), 40.0F);
@@ -143,7 +137,7 @@ TEST(CTerrainModification, SizesAndBoxComeFromTheSignedSizeVector)
     EXPECT_EQ(session.GetBufferSizeZ(), 5);
 }
 
-TEST(CTerrainModification, KeepsTheOddAddressingOfSetDstHeight)
+TEST_F(CTerrainModificationTest, KeepsTheOddAddressingOfSetDstHeight)
 {
     struct SCase
     {
@@ -165,10 +159,10 @@ TEST(CTerrainModification, KeepsTheOddAddressingOfSetDstHeight)
     for (const SCase& test : cases)
     {
         SCOPED_TRACE(testing::Message() << test.iX << "," << test.iZ << " " << test.fHeight);
-        CFakeContext context;
-        CRecordingBrush brush;
+        m_Host.NewLevel(8, {80.0F, 1000.0F, 80.0F});
+        const uint64_t uRevision = m_Host.GetTerrain().GetRevision();
         CTerrainModification session;
-        ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
+        ASSERT_TRUE(session.Start(1, 2, 3, &m_Host.GetTerrain(), &m_Brush));
         session.SetDstHeight(test.iX, test.iZ, test.fHeight);
         for (int z = 0; z < 9; ++z)
         {
@@ -179,15 +173,8 @@ TEST(CTerrainModification, KeepsTheOddAddressingOfSetDstHeight)
             }
         }
         session.End(1, 2, 3);
-        EXPECT_TRUE(context.terrain.boxes.empty());
+        EXPECT_EQ(m_Host.GetTerrain().GetRevision(), uRevision);
         // A vertex below 0 is never recorded.
-        EXPECT_EQ(context.host.undos.size(), test.fWritten < 0.0F ? 0U : 1U);
+        EXPECT_EQ(CountUndos(), test.fWritten < 0.0F ? 0U : 1U);
     }
-    // One row of vertices: the element would lie behind the buffer.
-    CFakeContext context(8, 0, {80, 1000, 0});
-    CRecordingBrush brush;
-    CTerrainModification session;
-    ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
-    session.SetDstHeight(3, 0, 5.0F);
-    EXPECT_EQ(session.GetDstHeight(3, 0), 0.0F);
 }

@@ -1,20 +1,9 @@
-#include "tellur/modification/CVertDataSet.h"
-#include "tests/support/AllocationCount.h"
-#include "tests/support/CLogCatcher.h"
-#include "tests/support/FakeWorld.h"
-#include "tests/tellur/modification/CGreyBitmap.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <memory>
-#include <string>
-#include <vector>
+#include "tests/tellur/modification/DragParts.h"
 
 namespace
 {
 
-using Lines = std::vector<std::string>;
+using CVertDataSetTest = CDragTest;
 
 // "column,row" of every vertex in list order.
 std::string GetGrid(const CVertList& verts)
@@ -30,7 +19,7 @@ std::string GetGrid(const CVertList& verts)
 
 } // namespace
 
-TEST(CVertDataSet, TakesTheGridLinesInsideTheBox)
+TEST_F(CVertDataSetTest, TakesTheGridLinesInsideTheBox)
 {
     struct SCase
     {
@@ -55,7 +44,7 @@ TEST(CVertDataSet, TakesTheGridLinesInsideTheBox)
     // clang-format on
     for (const SVec3& size : {SVec3{40, 500, 40}, SVec3{-40, 500, -40}})
     {
-        CFakeTerrain terrain(4, 2, size);
+        CTerrain terrain = MakeTerrain(4, 2, size);
         CVertDataSet set;
         for (const SCase& test : cases)
         {
@@ -63,7 +52,7 @@ TEST(CVertDataSet, TakesTheGridLinesInsideTheBox)
             ASSERT_TRUE(set.Initialize(&terrain, test.box));
             EXPECT_TRUE(set.IsInitialized());
             const size_t nCandidates = set.GetCandidateCount();
-            set.SetData(terrain.heights.data(), 5, 3);
+            set.SetData(terrain.GetHeightData(), 5, 3);
             EXPECT_EQ(GetGrid(set.GetVerts()), test.pszGrid);
             EXPECT_EQ(set.GetVerts().GetCount(), nCandidates);
             EXPECT_EQ(set.GetCandidateCount(), 0U);
@@ -71,13 +60,13 @@ TEST(CVertDataSet, TakesTheGridLinesInsideTheBox)
     }
 }
 
-TEST(CVertDataSet, LeavesVerticesOfNegativeHeightAndAsksThemAgain)
+TEST_F(CVertDataSetTest, LeavesVerticesOfNegativeHeightAndAsksThemAgain)
 {
-    CFakeTerrain terrain(3, 1, {30, 500, 10});
-    terrain.heights = {5, -1, -2, 7, -3, 0, -0.0F, -4};
+    CTerrain terrain = MakeTerrain(3, 1, {30, 500, 10});
+    const float first[] = {5, -1, -2, 7, -3, 0, -0.0F, -4};
     CVertDataSet set;
     ASSERT_TRUE(set.Initialize(&terrain, {{0, 0, 0}, {30, 0, 10}}));
-    set.SetData(terrain.heights.data(), 4, 2);
+    set.SetData(first, 4, 2);
     EXPECT_EQ(GetGrid(set.GetVerts()), "0,0 3,0 1,1 2,1 ");
     EXPECT_EQ(set.GetCandidateCount(), 4U);
 
@@ -90,18 +79,17 @@ TEST(CVertDataSet, LeavesVerticesOfNegativeHeightAndAsksThemAgain)
     EXPECT_EQ(set.GetCandidateCount(), 2U);
 }
 
-TEST(CVertDataSet, SaysWhatIsMissingInWholeLines)
+TEST_F(CVertDataSetTest, SaysWhatIsMissingInWholeLines)
 {
-    CLogCatcher log;
-    CFakeTerrain terrain(2, 2, {20, 500, 20});
+    CTerrain terrain = MakeTerrain(2, 2, {20, 500, 20});
     CVertDataSet set;
     EXPECT_FALSE(set.Initialize(nullptr, {{0, 0, 0}, {20, 0, 20}}));
     EXPECT_FALSE(set.IsInitialized());
-    EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::Initialize] no terrain"});
+    EXPECT_EQ(m_Log.TakeLines(), Lines{"[CVertDataSet::Initialize] no terrain"});
 
     ASSERT_TRUE(set.Initialize(&terrain, {{0, 0, 0}, {20, 0, 20}}));
     set.SetData(nullptr, 3, 3);
-    EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::SetData] no buffer"});
+    EXPECT_EQ(m_Log.TakeLines(), Lines{"[CVertDataSet::SetData] no buffer"});
     EXPECT_EQ(set.GetCandidateCount(), 9U);
 
     // A buffer of 2 x 2 under a set of 3 x 3: columns beyond it are named first.
@@ -109,40 +97,40 @@ TEST(CVertDataSet, SaysWhatIsMissingInWholeLines)
     set.SetData(heights, 2, 2);
     const std::string strX = "[CVertDataSet::SetData] v.x >= iBufferSizeX";
     const std::string strZ = "[CVertDataSet::SetData] v.y >= iBufferSizeZ";
-    EXPECT_EQ(log.TakeLines(), (Lines{strX, strX, strZ, strZ, strX}));
+    EXPECT_EQ(m_Log.TakeLines(), (Lines{strX, strX, strZ, strZ, strX}));
     EXPECT_EQ(GetGrid(set.GetVerts()), "0,0 1,0 0,1 1,1 ");
     EXPECT_EQ(set.GetCandidateCount(), 5U);
 
     SExtents extents;
     CVertDataSet::GetExtentsFromVerts(extents, nullptr);
-    EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::GetExtentsFromVerts] no verts list"});
+    EXPECT_EQ(m_Log.TakeLines(), Lines{"[CVertDataSet::GetExtentsFromVerts] no verts list"});
     EXPECT_EQ(ToText(extents), "[-1 -1 -1, -1 -1 -1]");
 
     set.GetVerts().GetWeights()[0] = 7.0F;
     set.GetDataFromBitmap({}, 10.0F, nullptr, 1.0F, 0.0F);
-    EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::GetDataFromBitmap] no bitmap"});
+    EXPECT_EQ(m_Log.TakeLines(), Lines{"[CVertDataSet::GetDataFromBitmap] no bitmap"});
     EXPECT_EQ(set.GetVerts().GetVert(0).weight, 0.0F);
 
-    CGreyBitmap white(1, 1, {255});
+    const auto pWhite = MakeShape(1, {255});
     for (const float fExtent : {0.0F, 9.0e-7F, -9.0e-7F})
     {
         set.GetVerts().GetWeights()[3] = 7.0F;
-        set.GetDataFromBitmap({}, fExtent, &white, 1.0F, 1.0F);
-        EXPECT_EQ(log.TakeLines(), Lines{"[CVertDataSet::GetDataFromBitmap] extent is 0"});
+        set.GetDataFromBitmap({}, fExtent, pWhite.get(), 1.0F, 1.0F);
+        EXPECT_EQ(m_Log.TakeLines(), Lines{"[CVertDataSet::GetDataFromBitmap] extent is 0"});
         EXPECT_EQ(set.GetVerts().GetVert(3).weight, 0.0F);
     }
-    set.GetDataFromBitmap({}, 2.0e-6F, &white, 1.0F, 1.0F);
-    EXPECT_EQ(log.GetText(), "");
+    set.GetDataFromBitmap({}, 2.0e-6F, pWhite.get(), 1.0F, 1.0F);
+    EXPECT_EQ(m_Log.GetText(), "");
     EXPECT_EQ(set.GetVerts().GetVert(3).weight, 1.0F);
 
     // A bitmap that has lost its image says so itself, once.
-    CGreyBitmap empty;
+    CTellurBitmap empty;
     set.GetDataFromBitmap({}, 10.0F, &empty, 1.0F, 1.0F);
-    EXPECT_EQ(empty.GetPointCalls(), 1);
+    EXPECT_EQ(m_Log.TakeLines().back(), "[CTellurBitmap::GetPoint] no current image");
     EXPECT_EQ(set.GetVerts().GetVert(3).weight, 0.0F);
 }
 
-TEST(CVertDataSet, BoundingBoxStartsFromAMillionAndZero)
+TEST_F(CVertDataSetTest, BoundingBoxStartsFromAMillionAndZero)
 {
     struct SCase
     {
@@ -166,7 +154,7 @@ TEST(CVertDataSet, BoundingBoxStartsFromAMillionAndZero)
     for (const SCase& test : cases)
     {
         SCOPED_TRACE(test.pszName);
-        CFakeTerrain terrain(2, 2, test.size);
+        CTerrain terrain = MakeTerrain(2, 2, test.size);
         CVertDataSet set;
         ASSERT_TRUE(set.Initialize(&terrain, test.box));
         set.SetData(test.heights.data(), 3, 3);
@@ -183,20 +171,21 @@ TEST(CVertDataSet, BoundingBoxStartsFromAMillionAndZero)
     EXPECT_EQ(ToText(CVertDataSet::GetExtentsFromVerts(extents, &below)), "[3 -5 4, 3 0 4]");
 }
 
-TEST(CVertDataSet, SecondPointOfTheSameSizeAllocatesNothing)
+TEST_F(CVertDataSetTest, SecondPointOfTheSameSizeAllocatesNothing)
 {
-    CFakeTerrain terrain(64, 64, {640, 500, 640});
-    for (size_t i = 0; i < terrain.heights.size(); i += 7)
+    CTerrain terrain = MakeTerrain(64, 64, {640, 500, 640});
+    std::vector<float> heights(65 * 65, 0.0F);
+    for (size_t i = 0; i < heights.size(); i += 7)
     {
-        terrain.heights[i] = -1.0F;
+        heights[i] = -1.0F;
     }
-    CGreyBitmap bitmap(16, 16, std::vector<uint8_t>(256, 200));
+    const auto pBitmap = MakeShape(16, std::vector<uint8_t>(256, 200));
     CVertDataSet set;
     const auto runPoint = [&](float fX)
     {
         set.Initialize(&terrain, {{fX, 0, fX}, {fX + 300, 0, fX + 300}});
-        set.SetData(terrain.heights.data(), 65, 65);
-        set.GetDataFromBitmap({fX + 150, 0, fX + 150}, 300.0F, &bitmap, 1.0F, 0.0F);
+        set.SetData(heights.data(), 65, 65);
+        set.GetDataFromBitmap({fX + 150, 0, fX + 150}, 300.0F, pBitmap.get(), 1.0F, 0.0F);
     };
     runPoint(0.0F);
     const size_t nBefore = GetAllocationCount();

@@ -1,21 +1,19 @@
 #pragma once
 
+#include "tellur/brushes/CTellurBitmap.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/modification/CTellurUndo.h"
 #include "tellur/modification/CTerrainModification.h"
 #include "tellur/modification/CVertDataSet.h"
 #include "tests/support/AllocationCount.h"
-#include "tests/support/CLogCatcher.h"
 #include "tests/support/CNumbers.h"
 #include "tests/support/CRecordingFunction.h"
-#include "tests/support/FakeHost.h"
+#include "tests/tellur/plugin/PluginFixture.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstring>
-
-using Lines = std::vector<std::string>;
 
 inline const CRecordingFunction g_Strongest(EMergeRule::Strongest);
 
@@ -34,7 +32,7 @@ public:
 
     ~CRecordingBrush() override { SetFunction(nullptr); } // while its list is there
 
-    FakeCalls calls;
+    Calls calls;
 };
 
 // Sets the one vertex (iX, iZ) of a terrain with cells of 10 units.
@@ -56,13 +54,47 @@ inline void ExpectSameBytes(const std::vector<float>& a, const std::vector<float
     EXPECT_EQ(std::memcmp(a.data(), b.data(), a.size() * sizeof(float)), 0);
 }
 
-// Undo gives the bytes from before the drag, redo those after it.
-inline void ExpectUndoRedo(CFakeContext& context, const std::vector<float>& before)
+// Drags without a mode, on a terrain of 8 x 8 cells of 10 units.
+class CDragTest : public CPluginFixture
 {
-    const std::vector<float> after = context.terrain.heights;
-    ASSERT_EQ(context.host.undos.size(), 1U);
-    context.host.undos[0]->Undo();
-    ExpectSameBytes(context.terrain.heights, before);
-    context.host.undos[0]->Redo();
-    ExpectSameBytes(context.terrain.heights, after);
-}
+protected:
+    std::vector<float> Heights()
+    {
+        const CTerrain& terrain = m_Host.GetTerrain();
+        const size_t nCount = size_t{terrain.GetVerticesX()} * terrain.GetVerticesZ();
+        return {terrain.GetHeightData(), terrain.GetHeightData() + nCount};
+    }
+
+    // A flat terrain of other sizes in the same object.
+    void Replace(uint32_t uCellsX, uint32_t uCellsZ)
+    {
+        SHeightField field;
+        ASSERT_TRUE(field.Allocate(uCellsX + 1, uCellsZ + 1));
+        field.size = {80.0F, 1000.0F, 80.0F};
+        m_Host.GetTerrain().ReplaceField(std::move(field));
+    }
+
+    // A brush shape of those grey values, row by row.
+    std::unique_ptr<CTellurBitmap> MakeShape(int iSide, const std::vector<uint8_t>& bytes)
+    {
+        WriteGrey("shape.png", static_cast<uint32_t>(iSide), static_cast<uint32_t>(iSide), bytes);
+        auto pShape = std::make_unique<CTellurBitmap>();
+        EXPECT_TRUE(pShape->Load("shape.png"));
+        return pShape;
+    }
+
+    size_t CountUndos() { return m_Host.GetUndoStack().GetCount(); }
+
+    // Undo gives the bytes from before the drag, redo those after it.
+    void ExpectUndoRedo(const std::vector<float>& before)
+    {
+        const std::vector<float> after = Heights();
+        ASSERT_EQ(CountUndos(), 1U);
+        ASSERT_TRUE(m_Host.Undo());
+        ExpectSameBytes(Heights(), before);
+        ASSERT_TRUE(m_Host.Redo());
+        ExpectSameBytes(Heights(), after);
+    }
+
+    CRecordingBrush m_Brush;
+};

@@ -1,14 +1,21 @@
 #include "tests/tellur/modification/DragParts.h"
 
-TEST(CTerrainModification, LeavesOneRecordOfWhatChangedInScanOrder)
-{
-    struct SWrite
-    {
-        int iX;
-        int iZ;
-        float fHeight;
-    };
+using CTerrainModificationVerts = CDragTest;
 
+namespace
+{
+
+struct SWrite
+{
+    int iX;
+    int iZ;
+    float fHeight;
+};
+
+} // namespace
+
+TEST_F(CTerrainModificationVerts, LeavesOneRecordOfWhatChangedInScanOrder)
+{
     struct SCase
     {
         const char* pszName;
@@ -30,30 +37,29 @@ TEST(CTerrainModification, LeavesOneRecordOfWhatChangedInScanOrder)
     for (const SCase& test : cases)
     {
         SCOPED_TRACE(test.pszName);
-        CFakeContext context;
-        const std::vector<float> before = context.terrain.heights;
-        CRecordingBrush brush;
+        m_Host.NewLevel(8, {80.0F, 1000.0F, 80.0F});
+        const std::vector<float> before = Heights();
+        uint64_t uSeen = m_Host.GetTerrain().GetRevision();
         CTerrainModification session;
-        ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
+        ASSERT_TRUE(session.Start(1, 2, 3, &m_Host.GetTerrain(), &m_Brush));
         for (const SWrite& write : test.writes)
         {
+            uSeen = m_Host.GetTerrain().GetRevision();
             SetOne(session, write.iX, write.iZ, write.fHeight);
         }
-        if (!test.writes.empty()) // the terrain is told of the one vertex
+        SVertexRect changed;
+        if (m_Host.GetTerrain().TakeDirtyRegion(uSeen, changed)) // by the last one
         {
-            const SExtents& box = context.terrain.boxes.back();
-            EXPECT_EQ(box.min.x, static_cast<float>(test.writes.back().iX) * 10.0F);
-            EXPECT_EQ(box.max.x, box.min.x);
-            EXPECT_EQ(box.max.z, box.min.z);
+            EXPECT_EQ(static_cast<int>(changed.uMinX), test.writes.back().iX);
+            EXPECT_EQ((changed.uEndX - changed.uMinX) * (changed.uEndZ - changed.uMinZ), 1U);
         }
         session.End(1, 2, 3);
-        ASSERT_EQ(context.host.undos.size(), test.pszVerts != nullptr ? 1U : 0U);
-        if (test.pszVerts == nullptr)
+        ASSERT_EQ(CountUndos(), test.pszVerts != nullptr ? 1U : 0U);
+        if (CountUndos() == 0)
         {
             continue;
         }
-        const auto& undo = dynamic_cast<const CTellurUndo&>(*context.host.undos[0]);
-        ASSERT_EQ(undo.GetBlocks().size(), 1U);
+        const auto& undo = dynamic_cast<const CTellurUndo&>(*m_Host.pLastUndo);
         std::string strVerts;
         for (const auto& vert : undo.GetBlocks()[0].GetVerts())
         {
@@ -62,53 +68,48 @@ TEST(CTerrainModification, LeavesOneRecordOfWhatChangedInScanOrder)
             EXPECT_EQ(vert.fNew, session.GetDstHeight(vert.iLocalX, vert.iLocalZ));
         }
         EXPECT_EQ(strVerts, test.pszVerts);
-        ExpectUndoRedo(context, before);
+        ExpectUndoRedo(before);
     }
 }
 
-TEST(CTerrainModification, RecordsOnlyWhereItReachesTheHost)
+TEST_F(CTerrainModificationVerts, RecordsOnlyWhereItReachesTheHost)
 {
-    CFakeContext context;
-    CRecordingBrush brush;
-    CLogCatcher log;
     {
         CTerrainModification dropped; // destroyed in mid-drag
-        ASSERT_TRUE(dropped.Start(1, 2, 3, &context.terrain, &brush));
+        ASSERT_TRUE(dropped.Start(1, 2, 3, &m_Host.GetTerrain(), &m_Brush));
         SetOne(dropped, 1, 1, 9.0F);
     }
     CTerrainModification session;
-    ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
+    ASSERT_TRUE(session.Start(1, 2, 3, &m_Host.GetTerrain(), &m_Brush));
     EXPECT_EQ(session.GetSrcHeight(1, 1), 9.0F);
     SetOne(session, 2, 1, 9.0F);
-    context.pEditorHost = nullptr; // it has gone away
+    m_Plugin->OnHostNotify(NOTIFY_HOST_GOES, 0); // the host has gone away
     session.End(1, 2, 3);
-    EXPECT_TRUE(context.host.undos.empty());
+    EXPECT_EQ(CountUndos(), 0U);
     EXPECT_FALSE(session.IsInProgress());
-    EXPECT_EQ(log.GetText(), "");
+    EXPECT_EQ(m_Log.GetText(), "");
 }
 
-TEST(CTerrainModification, LeavesNoRecordOfATerrainThatChangedItsResolution)
+TEST_F(CTerrainModificationVerts, LeavesNoRecordOfATerrainThatChangedItsResolution)
 {
     for (const bool bAlongX : {true, false})
     {
-        CFakeContext context;
-        CRecordingBrush brush;
+        Replace(8, 8);
         CTerrainModification session;
-        ASSERT_TRUE(session.Start(1, 2, 3, &context.terrain, &brush));
+        ASSERT_TRUE(session.Start(1, 2, 3, &m_Host.GetTerrain(), &m_Brush));
         SetOne(session, 2, 1, 9.0F);
-        (bAlongX ? context.terrain.uCellsX : context.terrain.uCellsZ) = 16;
+        Replace(bAlongX ? 16 : 8, bAlongX ? 8 : 16);
         session.End(1, 2, 3);
-        EXPECT_TRUE(context.host.undos.empty());
+        EXPECT_EQ(CountUndos(), 0U);
         EXPECT_FALSE(session.IsInProgress());
     }
 }
 
-TEST(CTerrainModification, StepsOfADragAllocateNothing)
+TEST_F(CTerrainModificationVerts, StepsOfADragAllocateNothing)
 {
-    CFakeTerrain terrain(256, 256, {2560, 1000, 2560});
-    CRecordingBrush brush;
+    CTerrain terrain = MakeTerrain(256, 256, {2560, 1000, 2560});
     CTerrainModification session;
-    ASSERT_TRUE(session.Start(1, 2, 3, &terrain, &brush));
+    ASSERT_TRUE(session.Start(1, 2, 3, &terrain, &m_Brush));
     CVertDataSet set;
     const auto runStep = [&](float fX)
     {
@@ -121,10 +122,9 @@ TEST(CTerrainModification, StepsOfADragAllocateNothing)
         session.SetVerts(set, AlwaysCandidate());
     };
     runStep(0.0F);
-    terrain.boxes.reserve(10);
     const size_t nBefore = GetAllocationCount();
     runStep(300.0F);
     runStep(330.0F);
     EXPECT_EQ(GetAllocationCount(), nBefore);
-    EXPECT_EQ(terrain.boxes.size(), 3U);
+    EXPECT_EQ(terrain.GetHeightAt(350, 350), 3.0F);
 }

@@ -1,26 +1,16 @@
-#include "tellur/modification/CVertDataSet.h"
-#include "tests/support/CLogCatcher.h"
-#include "tests/support/CNumbers.h"
-#include "tests/support/FakeWorld.h"
-#include "tests/tellur/modification/CGreyBitmap.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <memory>
-#include <string>
-#include <vector>
+#include "tests/tellur/modification/DragParts.h"
 
 namespace
 {
+
+using CVertDataSetShapes = CDragTest;
 
 // The weight of one vertex, step by step as the brush shape is defined.
 float GetPlainWeight(const SVec3& vert,
                      const SVec3& center,
                      float fExtent,
                      const std::vector<uint8_t>& pixels,
-                     int iWidth,
-                     int iHeight,
+                     int iSide,
                      float fPower,
                      float fHardness)
 {
@@ -53,11 +43,11 @@ float GetPlainWeight(const SVec3& vert,
         pair.i1 = std::min(std::max(pair.i1, 0), iSize - 1);
         return pair;
     };
-    const SPair x = getPair(vert.x - center.x, iWidth);
-    const SPair z = getPair(vert.z - center.z, iHeight);
+    const SPair x = getPair(vert.x - center.x, iSide);
+    const SPair z = getPair(vert.z - center.z, iSide);
     const auto getPixel = [&](int iColumn, int iRow)
     {
-        return static_cast<float>(pixels[static_cast<size_t>(iRow * iWidth + iColumn)]);
+        return static_cast<float>(pixels[static_cast<size_t>(iRow * iSide + iColumn)]);
     };
     float b = 0.0F;
     b += getPixel(x.i0, z.i0) * 0.003921569F * x.fWeight0 * z.fWeight0;
@@ -73,30 +63,32 @@ float GetPlainWeight(const SVec3& vert,
 
 } // namespace
 
-TEST(CVertDataSet, WeightsFollowTheShapeVertexByVertex)
+TEST_F(CVertDataSetShapes, WeightsFollowTheShapeVertexByVertex)
 {
     CNumbers numbers(7);
-    constexpr int SIZES[][2] = {{1, 1}, {2, 2}, {3, 3}, {8, 8}, {64, 64}, {65, 65}, {7, 4}, {1, 9}};
+    constexpr int SIDES[] = {1, 2, 3, 8, 64, 65, 7, 9};
     for (int iRound = 0; iRound < 240; ++iRound)
     {
         SCOPED_TRACE(iRound);
-        const int* pSize = SIZES[iRound % 8];
-        std::vector<uint8_t> pixels(static_cast<size_t>(pSize[0] * pSize[1]));
+        const int iSide = SIDES[iRound % 8];
+        std::vector<uint8_t> pixels(static_cast<size_t>(iSide * iSide));
         for (uint8_t& pixel : pixels)
         {
             const int iKind = numbers.Int(0, 3); // many black and white ones
             pixel = static_cast<uint8_t>(iKind == 0 ? 0 : iKind == 1 ? 255 : numbers.Int(0, 255));
         }
-        CGreyBitmap bitmap(pSize[0], pSize[1], pixels);
-        CFakeTerrain terrain(17, 11, {numbers.Float(50, 300), 500, numbers.Float(50, 300)});
-        for (float& fHeight : terrain.heights)
+        const auto pBitmap = MakeShape(iSide, pixels);
+        CTerrain terrain =
+            MakeTerrain(17, 11, {numbers.Float(50, 300), 500, numbers.Float(50, 300)});
+        std::vector<float> heights(18 * 12);
+        for (float& fHeight : heights)
         {
             fHeight = numbers.Int(0, 9) == 0 ? -1.0F : 1.0F;
         }
         CVertDataSet set;
         const SVec3 size = terrain.GetSize();
         ASSERT_TRUE(set.Initialize(&terrain, {{0, 0, 0}, {size.x, 0, size.z}}));
-        set.SetData(terrain.heights.data(), 18, 12);
+        set.SetData(heights.data(), 18, 12);
 
         // Images smaller and larger than the footprint, mirrored ones, centres on a vertex and
         // far off it.
@@ -109,18 +101,12 @@ TEST(CVertDataSet, WeightsFollowTheShapeVertexByVertex)
             const SVert vert = set.GetVerts().GetVert(static_cast<size_t>(numbers.Int(0, 100)));
             center = {vert.x, vert.y, vert.z};
         }
-        set.GetDataFromBitmap(center, fExtent, &bitmap, fPower, fHardness);
+        set.GetDataFromBitmap(center, fExtent, pBitmap.get(), fPower, fHardness);
         for (size_t i = 0; i < set.GetVerts().GetCount(); ++i)
         {
             const SVert vert = set.GetVerts().GetVert(i);
-            const float fPlain = GetPlainWeight({vert.x, vert.y, vert.z},
-                                                center,
-                                                fExtent,
-                                                pixels,
-                                                pSize[0],
-                                                pSize[1],
-                                                fPower,
-                                                fHardness);
+            const float fPlain = GetPlainWeight(
+                {vert.x, vert.y, vert.z}, center, fExtent, pixels, iSide, fPower, fHardness);
             ASSERT_NEAR(vert.weight, fPlain, 5.0e-6F) << vert.ix << "," << vert.iz;
         }
     }

@@ -51,74 +51,28 @@ void Check(CTellur2DFunction& function, const SCase& one)
     }
 }
 
+// clang-format off
+const SCase SET_CASES[] = {
+    {"whole", ALL_EDITABLE, {1, 0.5F, 0, 1}, {0, 0, 200, 9}, 1, 1, {255, 127, 0, 9}, true},
+    {"half, truncated", ALL_EDITABLE, {1, 0, 0, 1}, {0, 255, 7, 9}, 0.5F, 1, {127, 128, 4, 9}, true},
+    {"weight times strength", FREE | RED, {1, 1, 1, 1}, {0, 1, 2, 3}, 0.5F, 0.5F, {63, 1, 2, 3}, true},
+    {"green alone", FREE | GREEN, {0.2F, 0.4F, 0.6F, 0}, {1, 1, 1, 1}, 1, 1, {1, 102, 1, 1}, true},
+    {"blue alone", FREE | BLUE, {0.2F, 0.4F, 0.6F, 0}, {1, 1, 1, 1}, 1, 1, {1, 1, 153, 1}, true},
+    {"alpha takes red", FREE | ALPHA, {0.8F, 0.1F, 0.1F, 0}, {1, 2, 3, 0}, 1, 1, {1, 2, 3, 204}, true},
+    {"beside alpha colours become black", FREE | RED | ALPHA, {0.8F, 0.9F, 0.9F, 0}, {100, 2, 3, 0}, 1, 1, {0, 2, 3, 204}, true},
+    {"nothing editable", FREE, {1, 1, 1, 1}, {1, 2, 3, 4}, 1, 1, {1, 2, 3, 4}, false},
+    {"no strength still counts", FREE | RED, {1, 1, 1, 1}, {5, 2, 3, 4}, 0, 1, {5, 2, 3, 4}, true},
+    {"overshoot wraps", FREE | RED, {1, 0, 0, 1}, {0, 0, 0, 0}, 2, 1, {254, 0, 0, 0}, true},
+    {"and below 0", FREE | RED, {0, 0, 0, 1}, {100, 0, 0, 0}, 2, 1, {156, 0, 0, 0}, true},
+};
+// clang-format on
+
 } // namespace
 
 TEST(PaintFunctions, SetMovesEditableChannelsTowardsTheColour)
 {
-    const SCase cases[] = {
-        {"whole", ALL_EDITABLE, {1, 0.5F, 0, 1}, {0, 0, 200, 9}, 1, 1, {255, 127, 0, 9}, true},
-        {"half, truncated",
-         ALL_EDITABLE,
-         {1, 0, 0, 1},
-         {0, 255, 7, 9},
-         0.5F,
-         1,
-         {127, 128, 4, 9},
-         true},
-        {"weight times strength",
-         FREE | RED,
-         {1, 1, 1, 1},
-         {0, 1, 2, 3},
-         0.5F,
-         0.5F,
-         {63, 1, 2, 3},
-         true},
-        {"green alone",
-         FREE | GREEN,
-         {0.2F, 0.4F, 0.6F, 0},
-         {1, 1, 1, 1},
-         1,
-         1,
-         {1, 102, 1, 1},
-         true},
-        {"blue alone",
-         FREE | BLUE,
-         {0.2F, 0.4F, 0.6F, 0},
-         {1, 1, 1, 1},
-         1,
-         1,
-         {1, 1, 153, 1},
-         true},
-        {"alpha takes red",
-         FREE | ALPHA,
-         {0.8F, 0.1F, 0.1F, 0},
-         {1, 2, 3, 0},
-         1,
-         1,
-         {1, 2, 3, 204},
-         true},
-        {"beside alpha colours become black",
-         FREE | RED | ALPHA,
-         {0.8F, 0.9F, 0.9F, 0},
-         {100, 2, 3, 0},
-         1,
-         1,
-         {0, 2, 3, 204},
-         true},
-        {"nothing editable", FREE, {1, 1, 1, 1}, {1, 2, 3, 4}, 1, 1, {1, 2, 3, 4}, false},
-        {"no strength still counts",
-         FREE | RED,
-         {1, 1, 1, 1},
-         {5, 2, 3, 4},
-         0,
-         1,
-         {5, 2, 3, 4},
-         true},
-        {"overshoot wraps", FREE | RED, {1, 0, 0, 1}, {0, 0, 0, 0}, 2, 1, {254, 0, 0, 0}, true},
-        {"and below 0", FREE | RED, {0, 0, 0, 1}, {100, 0, 0, 0}, 2, 1, {156, 0, 0, 0}, true},
-    };
     CTellur2DFunctionSet set;
-    for (const SCase& one : cases)
+    for (const SCase& one : SET_CASES)
     {
         Check(set, one);
     }
@@ -129,26 +83,14 @@ TEST(PaintFunctions, SetMovesEditableChannelsTowardsTheColour)
 
 TEST(PaintFunctions, SetWritesWholePaletteColoursAboveAHalf)
 {
+    // clang-format off
     const SCase cases[] = {
         {"at a half", PALETTE, {1, 0.5F, 0.25F, 0}, {1, 2, 3, 4}, 0.5F, 1, {1, 2, 3, 4}, false},
-        {"above it",
-         PALETTE,
-         {1, 0.5F, 0.25F, 0},
-         {1, 2, 3, 4},
-         0.51F,
-         1,
-         {255, 127, 63, 255},
-         true},
-        {"the product counts",
-         PALETTE,
-         {1, 1, 1, 0},
-         {1, 2, 3, 4},
-         0.7F,
-         0.7F,
-         {1, 2, 3, 4},
-         false},
+        {"above it", PALETTE, {1, 0.5F, 0.25F, 0}, {1, 2, 3, 4}, 0.51F, 1, {255, 127, 63, 255}, true},
+        {"the product counts", PALETTE, {1, 1, 1, 0}, {1, 2, 3, 4}, 0.7F, 0.7F, {1, 2, 3, 4}, false},
         {"whatever is editable", 0, {0, 0, 1, 0}, {1, 2, 3, 4}, 1, 1, {0, 0, 255, 255}, true},
     };
+    // clang-format on
     CTellur2DFunctionSet set;
     for (const SCase& one : cases)
     {
@@ -160,23 +102,10 @@ TEST(PaintFunctions, SetWritesWholePaletteColoursAboveAHalf)
 
 TEST(PaintFunctions, MulScalesEditableChannelsOfFreeColours)
 {
+    // clang-format off
     const SCase cases[] = {
-        {"half",
-         ALL_EDITABLE,
-         {0.5F, 0.5F, 0.5F, 1},
-         {200, 101, 0, 9},
-         1,
-         1,
-         {100, 50, 0, 9},
-         true},
-        {"no share leaves it",
-         FREE | RED,
-         {0.5F, 0, 0, 1},
-         {200, 1, 2, 3},
-         0,
-         1,
-         {200, 1, 2, 3},
-         true},
+        {"half", ALL_EDITABLE, {0.5F, 0.5F, 0.5F, 1}, {200, 101, 0, 9}, 1, 1, {100, 50, 0, 9}, true},
+        {"no share leaves it", FREE | RED, {0.5F, 0, 0, 1}, {200, 1, 2, 3}, 0, 1, {200, 1, 2, 3}, true},
         {"part of it", FREE | RED, {0.5F, 0, 0, 1}, {200, 1, 2, 3}, 0.5F, 1, {150, 1, 2, 3}, true},
         {"alpha by red", FREE | ALPHA, {0.25F, 1, 1, 1}, {9, 9, 9, 200}, 1, 1, {9, 9, 9, 50}, true},
         {"never below 0", FREE | RED, {0, 0, 0, 1}, {200, 1, 2, 3}, 3, 1, {0, 1, 2, 3}, true},
@@ -184,6 +113,7 @@ TEST(PaintFunctions, MulScalesEditableChannelsOfFreeColours)
         {"nothing editable", FREE, {0, 0, 0, 1}, {200, 1, 2, 3}, 1, 1, {200, 1, 2, 3}, false},
         {"not for palettes", PALETTE, {0, 0, 0, 1}, {200, 1, 2, 3}, 1, 1, {200, 1, 2, 3}, false},
     };
+    // clang-format on
     CTellur2DFunctionMul mul;
     for (const SCase& one : cases)
     {

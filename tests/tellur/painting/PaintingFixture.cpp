@@ -1,25 +1,21 @@
 #include "tests/tellur/painting/PaintingFixture.h"
 
+#include "tests/engine/imaging/ImageSamples.h"
+
 #include <algorithm>
 
 CPaintingFixture::CPaintingFixture()
 {
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(m_Folder.Path("config")));
     RegisterResourceModule(&GetPluginResources());
-    m_World.CreateTerrain(8, 8, {80.0F, 1000.0F, 80.0F});
-    m_Host.pPaintLayer = &m_Layer;
-    m_Fake.world.pSaveImage = &IL_SaveImage;
     WriteBitmap("types.png", 10, 20, 30);
-    const std::vector<uint8_t> white(16, 255);
-    const std::unique_ptr<IImage> pShape(
-        IL_CreateImageFromBufferFormat(4, 4, EImageFormat::Indexed8, white.data()));
-    IL_SaveImage(m_Folder.Path("white.png").c_str(), pShape.get(), nullptr);
+    WriteGrey("white.png", 4, 4, std::vector<uint8_t>(16, 255));
     Initialize();
 }
 
 CPaintingFixture::~CPaintingFixture()
 {
-    DropModes();
+    m_Host.DestroyPluginObjects();
     m_Plugin.reset();
     UnregisterResourceModule(&GetPluginResources());
 }
@@ -42,10 +38,10 @@ void CPaintingFixture::Edit()
     TakeCalls();
 }
 
-Lines CPaintingFixture::TakeCalls()
+Calls CPaintingFixture::TakeCalls()
 {
-    Lines calls = m_Fake.TakeCalls();
-    std::erase_if(calls, [](const std::string& strCall) { return strCall.starts_with("Modes."); });
+    Calls calls = CPluginFixture::TakeCalls();
+    std::erase(calls, "Host.RedrawViews()");
     return calls;
 }
 
@@ -61,7 +57,7 @@ void CPaintingFixture::Stroke(const std::vector<SVec3>& hits)
 {
     for (size_t i = 0; i < hits.size(); ++i)
     {
-        m_Host.Hit(hits[i].x, hits[i].y, hits[i].z);
+        m_Face.Hit(hits[i].x, hits[i].y, hits[i].z);
         if (i == 0)
         {
             m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
@@ -86,35 +82,6 @@ void CPaintingFixture::WriteBitmap(const char* pszName, uint8_t uRed, uint8_t uG
     ASSERT_TRUE(IL_SaveImage(m_Folder.Path(pszName).c_str(), pImage.get(), nullptr));
 }
 
-namespace
-{
-
-// A palette of a test.
-class CColors : public IPalette
-{
-public:
-    explicit CColors(std::vector<uint8_t> bytes)
-        : m_Bytes(std::move(bytes))
-    {
-    }
-
-    uint32_t GetCount() const override { return static_cast<uint32_t>(m_Bytes.size() / 3); }
-
-    const uint8_t* GetEntry(uint32_t uIndex) const override
-    {
-        return uIndex < GetCount() ? &m_Bytes[size_t{uIndex} * 3] : nullptr;
-    }
-
-    uint8_t FindIndex(uint8_t, uint8_t, uint8_t) const override { return 0; }
-
-    IPalette* Clone() const override { return new CColors(m_Bytes); }
-
-private:
-    std::vector<uint8_t> m_Bytes;
-};
-
-} // namespace
-
 void CPaintingFixture::WritePaletted(const char* pszName,
                                      const std::vector<uint8_t>& colors,
                                      uint8_t uIndex)
@@ -122,7 +89,12 @@ void CPaintingFixture::WritePaletted(const char* pszName,
     const std::vector<uint8_t> indices(64, uIndex);
     const std::unique_ptr<IImage> pImage(
         IL_CreateImageFromBufferFormat(8, 8, EImageFormat::Indexed8, indices.data()));
-    const CColors palette(colors);
+    Colors entries;
+    for (size_t i = 0; i < colors.size(); i += 3)
+    {
+        entries.push_back({colors[i], colors[i + 1], colors[i + 2]});
+    }
+    const CTestPalette palette(entries);
     ASSERT_TRUE(IL_SaveImage(m_Folder.Path(pszName).c_str(), pImage.get(), &palette));
 }
 

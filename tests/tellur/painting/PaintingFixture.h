@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engine/paint/CPaintLayer.h"
-#include "engine/world/CWorld.h"
 #include "framework/qt/WidgetAccess.h"
 #include "host/Image.h"
 #include "tellur/painting/CModeEditTerrainType.h"
@@ -19,82 +18,8 @@
 
 using Texel = std::array<int, 4>;
 
-// The engine's paint layer, which writes down what the mode asks of it.
-class CWatchedLayer : public IPaintLayer
-{
-public:
-    CWatchedLayer(CWorld& world, FakeCalls* pCallList)
-        : layer(world)
-        , pCalls(pCallList)
-    {
-    }
-
-    void Begin(const IImage* pWorkImage, const IImage* pBrushShape, uint32_t uChannels) override
-    {
-        AddCall(pCalls, "Layer.Begin(%u, 0x%03X)", pWorkImage->GetWidth(), uChannels);
-        layer.Begin(pWorkImage, pBrushShape, uChannels);
-    }
-
-    void End() override
-    {
-        AddCall(pCalls, "Layer.End()");
-        layer.End();
-    }
-
-    const IImage* GetImage() const override { return layer.GetImage(); }
-
-    void Paint(const SExtents& box,
-               ITerrain2DFunction* pFunction,
-               float fPower,
-               float fHardness) override
-    {
-        AddCall(pCalls,
-                "Layer.Paint(%g %g %g %g, %s, %g, %g)",
-                box.min.x,
-                box.min.z,
-                box.max.x,
-                box.max.z,
-                pFunction->GetName(),
-                fPower,
-                fHardness);
-        layer.Paint(box, pFunction, fPower, fHardness);
-    }
-
-    void SetBrush(const SExtents* pBox, const IImage* pBrushShape) override
-    {
-        AddCall(pCalls,
-                "Layer.SetBrush(%s, %s)",
-                pBox != nullptr ? "box" : "none",
-                pBrushShape != nullptr ? "shape" : "none");
-        layer.SetBrush(pBox, pBrushShape);
-    }
-
-    void SetChannelMask(uint32_t uChannels) override
-    {
-        AddCall(pCalls, "Layer.SetChannelMask(0x%03X)", uChannels);
-        layer.SetChannelMask(uChannels);
-    }
-
-    void SetBlendFactor(float fFactor) override
-    {
-        AddCall(pCalls, "Layer.SetBlendFactor(%g)", fFactor);
-        layer.SetBlendFactor(fFactor);
-    }
-
-    const char* GetMaterial() const override { return layer.GetMaterial(); }
-
-    void SetMaterial(const char* pszName) override { layer.SetMaterial(pszName); }
-
-    void SetTexelToVertexMapping(bool bOn) override { layer.SetTexelToVertexMapping(bOn); }
-
-    ETexelMapping GetTexelMapping() const override { return layer.GetTexelMapping(); }
-
-    CPaintLayer layer;
-    FakeCalls* pCalls;
-};
-
-// A plug-in object with its draw dialog in a fake host, over a terrain of 80 x 1000 x 80 units,
-// with a bitmap of 8 x 8 texels, so that texel i has its centre at 10 i + 5.
+// A plug-in object with its draw dialog in its host, over a terrain of 80 x 1000 x 80 units, with a
+// bitmap of 8 x 8 texels, so that texel i has its centre at 10 i + 5.
 class CPaintingFixture : public CPluginFixture
 {
 protected:
@@ -106,7 +31,7 @@ protected:
     // Switches "Edit"; the calls are forgotten.
     void Edit();
 
-    Lines TakeCalls(); // without those of the mode manager
+    Calls TakeCalls(); // without redrawing
 
     CTerrain2DDrawDlg& Dialog() { return *m_Plugin->Get2DDrawDlg(); }
 
@@ -139,6 +64,5 @@ protected:
     // Of the layer's image, -1 without one.
     Texel At(uint32_t uColumn, uint32_t uRow);
 
-    CWorld m_World;
-    CWatchedLayer m_Layer{m_World, &m_Fake.calls};
+    CPaintLayer& m_Layer = m_Host.GetCPaintLayer();
 };

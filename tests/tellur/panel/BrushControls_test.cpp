@@ -22,21 +22,8 @@ protected:
 TEST_F(CBrushControls, WithoutABrushOnlyWhatNeedsNoneCanBeUsed)
 {
     ASSERT_NO_FATAL_FAILURE(OpenView());
-    const std::vector<uint32_t> always = {PANEL_BLUR,
-                                          PANEL_POINT_HEIGHT,
-                                          PANEL_SET_HEIGHT,
-                                          PANEL_RELATIVE_HEIGHT,
-                                          PANEL_POSTERIZE,
-                                          PANEL_RAMP,
-                                          PANEL_MASK_PATH,
-                                          PANEL_BRUSH_LIST,
-                                          PANEL_SAVE_BRUSHES,
-                                          PANEL_RESOLUTION,
-                                          PANEL_SAVE_HEIGHT_MAP,
-                                          PANEL_AUTO_NORMALS,
-                                          PANEL_UPDATE_NORMALS,
-                                          PANEL_MATERIAL,
-                                          PANEL_MATERIAL_BROWSE};
+    const std::vector<uint32_t> always = {
+        2130, 2131, 2133, 2132, 2160, 2137, 2192, 2113, 2120, 2138, 2127, 2139, 2129, 2205, 2206};
     const std::vector<uint32_t> brush = {2106, 2201, 2109, 2200, 2121, 2122, 2136,
                                          2119, 2115, 2128, 2204, 2187, 2203, 2193,
                                          2194, 2196, 2197, 2195, 2198, 2199, 2123};
@@ -95,10 +82,10 @@ TEST_F(CBrushControls, TheExtentsScaleFollowsItsLimits)
     Type(PANEL_MIN_EXTENT, "210");
     Slide(PANEL_EXTENT_SLIDER, 16000);
     EXPECT_EQ(Brush()->GetExtent(), 210.0F);
-    m_Fake.world.pTerrain = nullptr;
+    m_Host.GetWorld().CloseTerrain();
     Slide(PANEL_EXTENT_SLIDER, 20000);
     EXPECT_EQ(Brush()->GetExtent(), 0.0F) << "there is no terrain";
-    m_Fake.world.pTerrain = &m_Fake.terrain;
+    m_Host.NewLevel(8, {80.0F, 1000.0F, 80.0F});
 
     // The limits last until the panel opens again.
     Type(PANEL_MIN_EXTENT, "3");
@@ -240,7 +227,7 @@ TEST_F(CBrushControls, FunctionButtonsSwitchTheToolAndTheMode)
     Find(PANEL_RAMP)->clearFocus();
     Find(PANEL_BLUR)->clearFocus();
     EXPECT_EQ(Look(PANEL_BLUR), off);
-    m_Fake.modes.DeactivateMode(0); // takes the brush along
+    m_Host.GetModes().DeactivateMode(0); // takes the brush along
     EXPECT_EQ(Brush(), nullptr);
     UseToolBrush("BlurFunction"); // current, but the mode is off
     Find(PANEL_BLUR)->setFocus();
@@ -252,7 +239,7 @@ TEST_F(CBrushControls, FunctionButtonsSwitchTheToolAndTheMode)
     EXPECT_FALSE(IsTerraforming());
     Find(PANEL_BLUR)->clearFocus();
     EXPECT_EQ(Look(PANEL_BLUR), off);
-    m_Fake.modes.mayDeactivate = false; // the host refuses: nothing looks pressed that is not
+    EnterSilentMode(7)->bMayLeave = false; // the host refuses: nothing looks pressed that is not
     Click(PANEL_BLUR);
     EXPECT_STREQ(Brush()->GetFunctionName(), "BlurFunction");
     EXPECT_FALSE(IsTerraforming());
@@ -303,7 +290,7 @@ TEST_F(CBrushControls, TheGridShowsTheFunctionAndKeysAndPicksRefreshIt)
     pGrid->setColumnWidth(0, 163);
     CloseView();
     EXPECT_NE(ReadBytes(m_Folder.Path("config/tellur/registry.ini"))
-                  .find("[Software\\Test\\Montar\\Settings\\Tellur prop control columns info]"),
+                  .find("[Software\\Tellur\\Montar\\Settings\\Tellur prop control columns info]"),
               std::string::npos);
     ASSERT_NO_FATAL_FAILURE(OpenView());
     EXPECT_EQ(Find<QTreeView>(PANEL_GRID)->columnWidth(0), 163);
@@ -311,7 +298,8 @@ TEST_F(CBrushControls, TheGridShowsTheFunctionAndKeysAndPicksRefreshIt)
 
 TEST_F(CBrushControls, ShapeAndMaskComeFromFiles)
 {
-    const CFakeTexture& mask = m_Fake.textures.Put("data/mask.png", 2, 2, {0, 85, 170, 255});
+    std::filesystem::create_directory(m_Folder.Path("data"));
+    WriteGrey("data/mask.png", 2, 2, {0, 85, 170, 255});
     ASSERT_NO_FATAL_FAILURE(OpenView());
     Take(PANEL_SET_HEIGHT);
     Click(PANEL_MASK_BROWSE);
@@ -319,11 +307,11 @@ TEST_F(CBrushControls, ShapeAndMaskComeFromFiles)
               Lines{"Host.BrowseForFile(1, null, , data, Bitmap files (*.dds; *.png; *.jpg; "
                     "*.tga)|*.dds|*.png|*.jpg|*.tga)"})
         << "cancelled";
-    m_Host.strBrowseAnswer = "data/mask.png";
+    m_Face.strBrowseAnswer = "data/mask.png";
     Click(PANEL_MASK_BROWSE);
     EXPECT_EQ(Brush()->GetMaskPath(), "data/mask.png");
     EXPECT_EQ(Text(PANEL_MASK_PATH), "data/mask.png");
-    EXPECT_EQ(mask.nUsers, 1);
+    EXPECT_EQ(m_Host.GetEngine().GetTextures().GetCount(), 1U);
     EXPECT_TRUE(Brush()->IsMaskEnabled()) << "a new mask counts";
     Click(PANEL_MASK_ENABLED);
     EXPECT_FALSE(Brush()->IsMaskEnabled());
@@ -340,7 +328,7 @@ TEST_F(CBrushControls, ShapeAndMaskComeFromFiles)
 
     const QImage round = Look(PANEL_SHAPE);
     TakeCalls();
-    m_Host.strBrowseAnswer = "data/brushes/square.png";
+    m_Face.strBrowseAnswer = "data/brushes/square.png";
     Click(PANEL_SHAPE);
     EXPECT_EQ(TakeCalls(),
               Lines{"Host.BrowseForFile(1, null, .\\data\\brushes\\round.png, data/brushes, Bitmap "
@@ -348,7 +336,7 @@ TEST_F(CBrushControls, ShapeAndMaskComeFromFiles)
     EXPECT_STREQ(Brush()->GetBitmapPath(), "data/brushes/square.png");
     EXPECT_NE(Look(PANEL_SHAPE), round);
     EXPECT_TRUE(Brush()->IsBitmapChanged());
-    m_Host.strBrowseAnswer = ".\\data\\brushes\\round.png";
+    m_Face.strBrowseAnswer = ".\\data\\brushes\\round.png";
     QTest::keyClick(Find(PANEL_SHAPE), Qt::Key_Space); // by the keyboard
     Find(PANEL_SHAPE)->clearFocus();
     EXPECT_EQ(Look(PANEL_SHAPE), round);

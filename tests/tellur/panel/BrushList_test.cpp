@@ -3,6 +3,7 @@
 #include "tellur/brushes/BrushFileCopy.h"
 #include "tellur/brushes/CBrushContainer.h"
 #include "tellur/panel/SaveBrushes.h"
+#include "tests/support/DieAfter.h"
 #include "tests/tellur/panel/PanelFixture.h"
 
 #include <sys/resource.h>
@@ -26,7 +27,7 @@ protected:
 
     void AddBrush(const char* pszName)
     {
-        m_Host.promptAnswer = pszName;
+        m_Face.promptAnswer = pszName;
         Click(PANEL_ADD_BRUSH);
     }
 
@@ -97,14 +98,14 @@ TEST_F(CBrushList, SavingPutsTheBrushesBesideACopyThatGoes)
     Click(PANEL_SAVE_BRUSHES);
     EXPECT_NE(Saved().find("\"Two\""), std::string::npos);
     EXPECT_EQ(Saved("PredefinedBrushes__Copy.ini"), "none");
-    EXPECT_EQ(m_FrontEnd.calls, FakeCalls{});
+    EXPECT_EQ(m_FrontEnd.calls, Calls{});
     EXPECT_EQ(GetBrushFileCopy(".\\PredefinedBrushes.ini"), ".\\PredefinedBrushes__Copy.ini");
     EXPECT_EQ(GetBrushFileCopy("a.b/name"), "a.b/name__Copy");
 }
 
 TEST_F(CBrushList, WhatCannotBeSavedLeavesTheOldBrushesAndSaysSo)
 {
-    const FakeCalls told = {"FrontEnd.MessageBox(Failed to save brushes, 0x30)"};
+    const Calls told = {"FrontEnd.MessageBox(Failed to save brushes, 0x30)"};
     ASSERT_NO_FATAL_FAILURE(OpenView());
     Take(PANEL_SET_HEIGHT);
     AddBrush("One");
@@ -150,13 +151,12 @@ TEST_F(CBrushList, AProcessKilledWhileSavingLeavesTheOldOrTheNewBrushes)
         const pid_t child = ::fork();
         if (child == 0)
         {
+            DieAfter(1500 + iRound * 37);
             while (true)
             {
                 SaveBrushesWithCopy(brushes, FILE_NAME);
             }
         }
-        ::usleep(static_cast<useconds_t>(1500 + iRound * 37));
-        ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
         nCopies += std::filesystem::exists(m_Folder.Path(FILE_NAME)) ? 0 : 1;
         RecoverBrushFile(FILE_NAME);
@@ -169,7 +169,7 @@ TEST_F(CBrushList, AProcessKilledWhileSavingLeavesTheOldOrTheNewBrushes)
     // The plug-in does the same when it starts, and saving spares a copy that is all there is.
     fs::remove("PredefinedBrushes__Copy.ini"); // the last one may have left both
     ASSERT_EQ(fs::rename(FILE_NAME, "PredefinedBrushes__Copy.ini"), 0);
-    DropModes();
+    m_Host.DestroyPluginObjects();
     Initialize();
     EXPECT_EQ(m_Plugin->GetBrushContainer()->GetPredefined().size(), 1U);
     EXPECT_NE(Saved(), "none");

@@ -28,8 +28,7 @@ protected:
 
 TEST_F(CLevelControls, AnotherResolutionIsAskedForFirst)
 {
-    m_Fake.terrain.uCellsX = 256;
-    m_Fake.terrain.uCellsZ = 256;
+    m_Host.NewLevel(256, {80.0F, 1000.0F, 80.0F});
     ASSERT_NO_FATAL_FAILURE(OpenView());
     ASSERT_EQ(List()->count(), 8);
     EXPECT_EQ(List()->itemText(0), "33x33");
@@ -39,27 +38,26 @@ TEST_F(CLevelControls, AnotherResolutionIsAskedForFirst)
     {
         m_FrontEnd.eAnswer = eAnswer;
         Choose("129x129");
-        EXPECT_EQ(
-            std::exchange(m_FrontEnd.calls, {}),
-            FakeCalls{"FrontEnd.MessageBox(Are You sure You want to change terrain resolution "
-                      "from 257x257 to 129x129?, 0x24)"});
+        EXPECT_EQ(std::exchange(m_FrontEnd.calls, {}),
+                  Calls{"FrontEnd.MessageBox(Are You sure You want to change terrain resolution "
+                        "from 257x257 to 129x129?, 0x24)"});
         EXPECT_EQ(List()->currentText(), "257x257");
     }
     m_FrontEnd.eAnswer = EMessageBoxAnswer::Yes;
-    Choose("129x129"); // the level has no file, so it cannot be changed
+    Choose("129x129");
     EXPECT_EQ(m_FrontEnd.calls.size(), 1U);
-    EXPECT_EQ(List()->currentText(), "257x257");
+    EXPECT_EQ(m_Host.GetTerrain().GetVerticesX(), 129U);
+    EXPECT_EQ(List()->currentText(), "129x129");
     m_FrontEnd.calls.clear();
-    Choose("257x257");
-    EXPECT_EQ(m_FrontEnd.calls, FakeCalls{});
+    Choose("129x129");
+    EXPECT_EQ(m_FrontEnd.calls, Calls{});
 
-    m_Fake.terrain.uCellsX = 100;
-    m_Plugin->OnHostNotify(NOTIFY_LEVEL_CHANGED, 0); // another level
+    m_Host.NewLevel(100, {80.0F, 1000.0F, 80.0F});
     EXPECT_EQ(List()->currentIndex(), -1);
-    m_Fake.world.pTerrain = nullptr;
+    m_Host.GetWorld().CloseTerrain();
     m_Plugin->OnHostNotify(NOTIFY_LEVEL_CHANGED, 0);
     Choose("65x65");
-    EXPECT_EQ(m_FrontEnd.calls, FakeCalls{});
+    EXPECT_EQ(m_FrontEnd.calls, Calls{});
 }
 
 TEST_F(CLevelControls, HeightMapNormalsAndMaterial)
@@ -69,8 +67,9 @@ TEST_F(CLevelControls, HeightMapNormalsAndMaterial)
     const Lines calls = TakeCalls();
     ASSERT_EQ(calls.size(), 1U);
     EXPECT_EQ(calls[0].find("Host.BrowseForFile(0, height, "), 0U) << calls[0];
+    m_Host.SetHeight(3, 3, 9.0F);
     Click(PANEL_UPDATE_NORMALS);
-    EXPECT_EQ(TakeCalls(), Lines{"Terrain.UpdateNormals()"});
+    EXPECT_FALSE(m_Host.GetTerrain().UpdateNormals()) << "they are up to date";
     Click(PANEL_AUTO_NORMALS);
     EXPECT_TRUE(m_Plugin->IsAutoUpdateNormals());
     Click(PANEL_AUTO_NORMALS);
@@ -79,18 +78,20 @@ TEST_F(CLevelControls, HeightMapNormalsAndMaterial)
     Click(PANEL_MATERIAL_BROWSE);
     EXPECT_EQ(TakeCalls(),
               Lines{"Host.BrowseForFile(1, mat, , data, Material files (*.mat)|*.mat)"});
-    m_Host.strBrowseAnswer = "data/materials/slope.mat";
+    m_Face.strBrowseAnswer = "data/materials/slope.mat";
     Click(PANEL_MATERIAL_BROWSE);
     EXPECT_EQ(Text(PANEL_MATERIAL), "data/materials/slope.mat");
     EXPECT_EQ(GetTerraformingState().strEditMaterial, "data/materials/slope.mat");
-    EXPECT_EQ(TakeCalls().size(), 1U) << "not shown while the mode is off";
+    EXPECT_EQ(m_Host.GetTerrain().GetEditMaterial(), "") << "not shown while the mode is off";
     Take(PANEL_BLUR);
+    EXPECT_EQ(m_Host.GetTerrain().GetEditMaterial(), "data/materials/slope.mat");
+    m_Face.strBrowseAnswer = "data/materials/grey.mat";
     Click(PANEL_MATERIAL_BROWSE);
-    EXPECT_EQ(TakeCalls().back(), "Terrain.SetEditMaterial(data/materials/slope.mat)");
+    EXPECT_EQ(m_Host.GetTerrain().GetEditMaterial(), "data/materials/grey.mat");
     m_Plugin->SetAutoUpdateNormals(true);
     CloseView();
     ASSERT_NO_FATAL_FAILURE(OpenView());
-    EXPECT_EQ(Text(PANEL_MATERIAL), "data/materials/slope.mat");
+    EXPECT_EQ(Text(PANEL_MATERIAL), "data/materials/grey.mat");
     EXPECT_TRUE(Find<QCheckBox>(PANEL_AUTO_NORMALS)->isChecked());
     EXPECT_EQ(m_Log.GetText(), "");
 }

@@ -11,7 +11,7 @@
 #include <QTest>
 #include <QTreeView>
 
-// The panel of a plug-in object in a fake host, worked through its controls. The terrain is 80 x
+// The panel of a plug-in object in its host, worked through its controls. The terrain is 80 x
 // 1000 x 80 units in 8 x 8 cells, so the extent's limits begin as 5 and 8.
 class CPanelFixture : public CPluginFixture
 {
@@ -42,7 +42,7 @@ protected:
 
     CTellurBrush* Brush() { return m_Plugin->GetCurrentBrush(); }
 
-    bool IsTerraforming() { return m_Fake.modes.iCurrent == m_Plugin->GetTerraformingModeId(); }
+    bool IsTerraforming() { return m_Plugin->IsTerraforming(); }
 
     std::unique_ptr<CFormView> m_View;
 };

@@ -77,17 +77,6 @@ protected:
     CDerivedProcess m_Process;
 };
 
-// An engine that knows one object.
-class CKnowingEngine : public CFakeEngineHost
-{
-public:
-    using CFakeEngineHost::CFakeEngineHost;
-
-    CRTTIObject* FindObjectById(int32_t iId) override { return iId == 9 ? pObject : nullptr; }
-
-    CRTTIObject* pObject = nullptr;
-};
-
 } // namespace
 
 TEST_F(CEditorActionTest, FieldsAreSavedFromTheDerivedClassToItsBases)
@@ -117,8 +106,8 @@ TEST_F(CEditorActionTest, LoadingSkipsWhatIsNoAttribOfTheObject)
 TEST_F(CEditorActionTest, TheRegisteredProcessExportsTheWholeTerrain)
 {
     Initialize();
-    ASSERT_EQ(m_Host.processes.size(), 1U);
-    IEditorAction& process = *m_Host.processes[0];
+    ASSERT_EQ(m_Host.GetRegistry().GetProcessCount(), 1U);
+    IEditorAction& process = *m_Host.GetRegistry().GetProcess(0);
     EXPECT_EQ(process.GetNameString(), "Export terrain to STL format");
     EXPECT_TRUE(process.CanExecute(0, 0, 0));
     EXPECT_STREQ(process.GetRTTIObject()->GetClassNameA(), "CTellurProcessExportTerrainToSTL");
@@ -127,12 +116,12 @@ TEST_F(CEditorActionTest, TheRegisteredProcessExportsTheWholeTerrain)
     const std::string strAsk = "Host.BrowseForFile(0, stl, null, data, STL files (*.stl)|*.stl)";
     EXPECT_FALSE(process.Execute()) << "cancelled";
     EXPECT_EQ(TakeCalls(), Lines{strAsk});
-    m_Host.strBrowseAnswer = "all.stl";
+    m_Face.strBrowseAnswer = "all.stl";
     EXPECT_TRUE(process.Execute());
-    EXPECT_EQ(TakeCalls(), (Lines{strAsk, "Terrain.ExportToSTL(all.stl, null)"}));
-    m_Fake.terrain.bFileResult = false;
+    EXPECT_EQ(ReadBytes(m_Folder.Path("all.stl")).size(), 84U + 50 * 2 * 8 * 8) << "all triangles";
+    m_Face.strBrowseAnswer = "nowhere/all.stl";
     EXPECT_TRUE(process.Execute()) << "what the terrain answers is not looked at";
-    m_Fake.world.pTerrain = nullptr;
+    m_Host.GetWorld().CloseTerrain();
     TakeCalls();
     EXPECT_FALSE(process.Execute());
     EXPECT_EQ(TakeCalls(), Lines{}) << "no terrain: not even asked";
@@ -141,8 +130,8 @@ TEST_F(CEditorActionTest, TheRegisteredProcessExportsTheWholeTerrain)
 TEST_F(CEditorActionTest, AProcessStartsWithFlagTwoAndACloneKeepsFlagsAlone)
 {
     Initialize();
-    IEditorAction& process = *m_Host.processes.at(0);
-    EXPECT_EQ(process.GetId(), -1);
+    IEditorAction& process = *m_Host.GetRegistry().GetProcess(0);
+    EXPECT_EQ(process.GetId(), 0) << "the host's number";
     EXPECT_EQ(process.TestFlag(0xFFFFFFFFU), 2U);
     process.SetFlag(0x14, true);
     process.SetId(40);
@@ -156,9 +145,7 @@ TEST_F(CEditorActionTest, AProcessStartsWithFlagTwoAndACloneKeepsFlagsAlone)
 
 TEST_F(CEditorActionTest, ObjectsAreFoundOnceThePluginHasPublishedTheEngine)
 {
-    CKnowingEngine engine(&m_Fake.world, &m_Fake.calls);
-    engine.pObject = &m_Process;
-    m_Plugin->Attach(&m_Host, 65, &engine);
+    ASSERT_TRUE(m_Host.GetEngine().AddObject(9, &m_Process));
     CEditorAction::PublishEngineHost(nullptr);
     EXPECT_EQ(m_Process.FindObjectByID(9), nullptr);
     Initialize();

@@ -19,7 +19,7 @@ protected:
         Initialize();
         OpenPanel();
         m_Menu.InsertItem(0, 1, "Old");
-        m_Host.lastPick = {1, {3.0F, 123.456F, 9.0F}};
+        m_Face.lastPick = {3.0F, 123.456F, 9.0F};
     }
 
     // Whether an item was added, with what the host was asked left in the list of calls.
@@ -47,14 +47,14 @@ TEST_F(CPluginContextMenu, TheItemComesFirstWithThePickedHeight)
 {
     const struct
     {
-        SPick pick;
+        std::optional<SVec3> pick;
         const char* pszText;
         bool bHas;
     } cases[] = {
-        {{1, {3, 123.456F, 9}}, "Set m_Height to 123.46", true},
-        {{1, {3, 0, 9}}, "Set m_Height to  0.00", true},
-        {{2, {}}, "Set m_Height to -1.00", false},
-        {{1, {3, std::numeric_limits<float>::max(), 9}},
+        {SVec3{3, 123.456F, 9}, "Set m_Height to 123.46", true},
+        {SVec3{3, 0, 9}, "Set m_Height to  0.00", true},
+        {{}, "Set m_Height to -1.00", false},
+        {SVec3{3, std::numeric_limits<float>::max(), 9},
          "Set m_Height to 340282346638528859811704183484516925440.00",
          true},
     };
@@ -64,11 +64,11 @@ TEST_F(CPluginContextMenu, TheItemComesFirstWithThePickedHeight)
     for (const auto& testCase : cases)
     {
         SCOPED_TRACE(testCase.pszText);
-        m_Host.lastPick = testCase.pick;
+        m_Face.lastPick = testCase.pick;
         EXPECT_EQ(m_Plugin->HasContextMenuItems(VIEW, POINT, 0), testCase.bHas);
         EXPECT_EQ(m_Menu.GetItemCount(), nItems);
         EXPECT_TRUE(Add()) << "also when the pick misses";
-        EXPECT_EQ(TakeCalls(), (Lines{"Host.PickTerrain(2, 55, 0)", "Host.PickTerrain(2, 55, 0)"}));
+        EXPECT_EQ(TakeCalls(), (Lines{"Host.PickTerrain(2, 55)", "Host.PickTerrain(2, 55)"}));
         EXPECT_EQ(m_Menu.GetItemText(0), testCase.pszText);
         EXPECT_EQ(m_Menu.GetItemId(0), HANDLE + 3);
         EXPECT_EQ(m_Menu.GetItemCount(), ++nItems);
@@ -105,12 +105,12 @@ TEST_F(CPluginContextMenu, ApplyingSetsAFloatFieldAndRefreshesThePanel)
 {
     UseToolBrush("SetHeightFunction");
     ASSERT_TRUE(Add());
-    m_Host.lastPick = {1, {0, 5, 0}};
+    m_Face.lastPick = {0, 5, 0};
     m_Plugin->HasContextMenuItems(VIEW, POINT, 0); // does not change what was offered
     EXPECT_EQ(Apply(), (Lines{"Panel.RefreshBrushControls()"}));
     EXPECT_EQ(GetField("m_Height"), "123.456");
 
-    m_Host.lastPick = {};
+    m_Face.lastPick.reset();
     ASSERT_TRUE(Add());
     m_Plugin->SetPanel(nullptr);
     EXPECT_EQ(Apply(), Lines{}) << "no panel";

@@ -5,6 +5,7 @@
 #include "framework/core/ResourceModule.h"
 #include "host/BrushBlock.h"
 #include "host/FileSystem.h"
+#include "host/Image.h"
 #include "parser/TCParseFile.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/painting/CModeEditTerrainType.h"
@@ -15,7 +16,7 @@
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
 #include "tests/support/FakeFrontEnd.h"
-#include "tests/support/FakeHost.h"
+#include "tests/support/TestHost.h"
 #include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ using Lines = std::vector<std::string>;
 class CFakePanel : public ITerrainPanel
 {
 public:
-    explicit CFakePanel(FakeCalls* pCallList)
+    explicit CFakePanel(Calls* pCallList)
         : pCalls(pCallList)
     {
     }
@@ -50,81 +51,37 @@ public:
 
     void FillResolutionList() override { AddCall(pCalls, "Panel.FillResolutionList()"); }
 
-    FakeCalls* pCalls;
-};
-
-// A host that fills the toolbar, keeps what it gets, and notes which resource module is current
-// when it is called.
-class CWatchingHost : public CFakeEditorHost
-{
-public:
-    using CFakeEditorHost::CFakeEditorHost;
-
-    bool CreatePluginToolBar(CToolBar* pToolBar, uint32_t uResourceId) override
-    {
-        Note();
-        CFakeEditorHost::CreatePluginToolBar(pToolBar, uResourceId);
-        pPluginToolBar = pToolBar;
-        return bToolBarWorks && pToolBar->LoadToolBar(uResourceId);
-    }
-
-    void InsertPluginMenu(int iPosition,
-                          IPlugin* pPlugin,
-                          CMenu* pPopup,
-                          const char* pszTitle,
-                          const char* pszParent) override
-    {
-        Note();
-        CFakeEditorHost::InsertPluginMenu(iPosition, pPlugin, pPopup, pszTitle, pszParent);
-        pMenu = pPopup;
-    }
-
-    void OpenPluginView(const CRuntimeClass* pClass) override
-    {
-        Note();
-        AddCall(pCalls, "Host.OpenPluginView(%s)", pClass->GetName());
-    }
-
-    bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) override
-    {
-        Note();
-        return CFakeEditorHost::PromptText(pszTitle, pszLabel, strAnswer);
-    }
-
-    void RefreshView(ViewId view) override
-    {
-        Note();
-        CFakeEditorHost::RefreshView(view);
-    }
-
-    int PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t uReserved) override
-    {
-        Note();
-        return CFakeEditorHost::PickTerrain(view, point, hit, uReserved);
-    }
-
-    void Note() { modules.push_back(GetCurrentResourceModule()); }
-
-    CToolBar* pPluginToolBar = nullptr;
-    CMenu* pMenu = nullptr;
-    std::vector<const SResourceModule*> modules; // current at each noted call
+    Calls* pCalls;
 };
 
 // A mode of the plug-in's group or of another that passes over its input.
 class CSilentMode : public CModeEditTerrainType
 {
 public:
-    void OnAction(ViewId, int, uint32_t) override {}
+    bool IsAvailable() override { return true; }
 
-    void OnLButtonDown(ViewId, ViewPoint, uint32_t) override {}
+    bool CanDeactivate() override { return bMayLeave; }
 
-    void OnMouseMove(ViewId, uint32_t, ViewPoint, uintptr_t, uintptr_t) override {}
+    void Activate() override {}
 
-    void OnLButtonUp(ViewId, ViewPoint, uint32_t) override {}
+    void Deactivate() override {}
+
+    void OnAction(ViewId, int, uint32_t) override { ++nInput; }
+
+    void OnLButtonDown(ViewId, ViewPoint, uint32_t) override { ++nInput; }
+
+    void OnMouseMove(ViewId, uint32_t, ViewPoint, uintptr_t, uintptr_t) override { ++nInput; }
+
+    void OnLButtonUp(ViewId, ViewPoint, uint32_t) override { ++nInput; }
+
+    void Notify(uintptr_t, uintptr_t, uintptr_t) override { ++nInput; }
+
+    int nInput = 0;
+    bool bMayLeave = true;
 };
 
-// A plug-in object of its own in a fake host, whose relative paths lie in a fresh folder with the
-// installed data behind it. The terrain is 80 x 1000 x 80 units, a vertex every 10.
+// A plug-in object of its own in the host that ships, whose relative paths lie in a fresh folder
+// with the installed data behind it. The terrain is 80 x 1000 x 80 units, a vertex every 10.
 class CPluginFixture : public testing::Test
 {
 protected:
@@ -134,15 +91,14 @@ protected:
     {
         fs::set_user_root(m_Folder.GetFolder().c_str());
         fs::set_data_root(TELLUR_SOURCE_DIR);
+        m_Host.NewLevel(8, {80.0F, 1000.0F, 80.0F});
         m_Plugin = std::make_unique<IPluginImpl>();
-        m_Plugin->Attach(&m_Host, 65, &m_Fake.engine);
+        m_Plugin->Attach(&m_Host, 65, &m_Host.GetEngine());
     }
 
     ~CPluginFixture() override
     {
-        DropModes();
-        m_Host.undos.clear();
-        m_Host.processes.clear();
+        m_Host.DestroyPluginObjects();
         m_Plugin.reset();
         fs::set_user_root(nullptr);
         fs::set_data_root(nullptr);
@@ -155,15 +111,29 @@ protected:
         m_Log.Clear();
     }
 
-    void DropModes()
-    {
-        m_Fake.modes.iCurrent = -1;
-        m_Fake.modes.modes.clear();
-    }
-
     void OpenPanel() { m_Plugin->SetPanel(&m_Panel); }
 
-    Lines TakeCalls() { return m_Fake.TakeCalls(); }
+    Calls TakeCalls() { return std::exchange(m_Face.calls, {}); }
+
+    // Makes one current that is not the plug-in's.
+    CSilentMode* EnterSilentMode(int iGroup)
+    {
+        auto* pMode = new CSilentMode; // the host's
+        EXPECT_TRUE(
+            m_Host.GetModes().ActivateMode(m_Host.GetModes().RegisterMode(pMode, iGroup), 0));
+        return pMode;
+    }
+
+    // A picture of grey texels in the folder.
+    void WriteGrey(const char* pszName,
+                   uint32_t uWidth,
+                   uint32_t uHeight,
+                   const std::vector<uint8_t>& bytes)
+    {
+        const std::unique_ptr<IImage> pImage(
+            IL_CreateImageFromBufferBPP(uWidth, uHeight, 8, bytes.data()));
+        ASSERT_TRUE(IL_SaveImage(m_Folder.Path(pszName).c_str(), pImage.get(), nullptr));
+    }
 
     // What an operation writes to a fresh file.
     std::string Write(const std::function<void(fs::ifile&)>& operation)
@@ -199,21 +169,22 @@ protected:
     // Changes of the toolbar's button go into the list of calls.
     void WatchToolBar()
     {
-        m_Host.pPluginToolBar->SetChangeListener(
-            [this]
+        CToolBar* pToolBar = m_Host.GetRegistry().GetToolBars().at(0);
+        pToolBar->SetChangeListener(
+            [this, pToolBar]
             {
-                AddCall(&m_Fake.calls,
+                AddCall(&m_Face.calls,
                         "ToolBar(%d %d)",
-                        m_Host.pPluginToolBar->IsButtonPressed(HANDLE + 1) ? 1 : 0,
-                        m_Host.pPluginToolBar->IsButtonChecked(HANDLE + 1) ? 1 : 0);
+                        pToolBar->IsButtonPressed(HANDLE + 1) ? 1 : 0,
+                        pToolBar->IsButtonChecked(HANDLE + 1) ? 1 : 0);
             });
     }
 
     CTempFolder m_Folder;
-    CFakeContext m_Fake;
-    CWatchingHost m_Host{&m_Fake.textures, &m_Fake.modes, &m_Fake.calls};
+    CTestFace m_Face;
+    CTestHost m_Host{m_Face};
     CFakeFrontEnd m_FrontEnd;
     CLogCatcher m_Log;
-    CFakePanel m_Panel{&m_Fake.calls};
+    CFakePanel m_Panel{&m_Face.calls};
     std::unique_ptr<IPluginImpl> m_Plugin;
 };

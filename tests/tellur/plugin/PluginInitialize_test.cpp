@@ -7,24 +7,7 @@
 namespace
 {
 
-class CPluginInitialize : public CPluginFixture
-{
-protected:
-    // Id, style and image of each button.
-    std::string GetButtons() const
-    {
-        std::string strButtons;
-        uint32_t uId = 0;
-        uint32_t uStyle = 0;
-        int iImage = 0;
-        for (size_t i = 0; m_Host.pPluginToolBar->GetButtonInfo(i, uId, uStyle, iImage); ++i)
-        {
-            strButtons += std::to_string(uId) + " " + std::to_string(uStyle) + " " +
-                          std::to_string(iImage) + "|";
-        }
-        return strButtons;
-    }
-};
+using CPluginInitialize = CPluginFixture;
 
 // The functions that brushes can be made of, in the order of their containers.
 const Lines FUNCTIONS = {"PointHeightFunction",
@@ -38,7 +21,9 @@ const Lines FUNCTIONS = {"PointHeightFunction",
 
 TEST_F(CPluginInitialize, CallsTheHostInItsFixedOrder)
 {
-    m_Fake.textures.Put("mask.png", 1, 1, {255});
+    WriteGrey("mask.png", 1, 1, {255});
+    m_Host.GetTerrain().SetEditOverlay(5);
+    m_Host.GetTerrain().SetEditMaterial("before");
     WriteBytes(m_Folder.Path("PredefinedBrushes.ini"),
                "!brush()\n!mask( s )\n!brush_name( s )\n"
                "brush()\n{\n brush_name( \"First\" )\n mask( \"mask.png\" )\n}\n"
@@ -46,17 +31,10 @@ TEST_F(CPluginInitialize, CallsTheHostInItsFixedOrder)
     OpenPanel();
     m_Plugin->Initialize();
     EXPECT_EQ(TakeCalls(),
-              (Lines{"Host.CreatePluginToolBar(toolbar, 2100)",
-                     "Host.InsertPluginMenu(0, menu, Terrain, Tools)",
+              (Lines{"Host.CreatePluginToolBar(2100)",
+                     "Host.InsertPluginMenu(0, Terrain, Tools)",
                      "Host.RegisterPluginA()",
                      "Host.RegisterPluginB()",
-                     "Modes.RegisterMode(ModeTerraforming, 7)",
-                     "Modes.RegisterMode(ModeTerraforming, 7)",
-                     "Modes.RegisterMode(ModeExportTerrainExtent, 7)",
-                     "Textures.Load(mask.png, 1)", // the predefined brushes
-                     "World.RegisterTerrainTexture(mask.png, tellur_edit_heightmap)",
-                     "Terrain.SetEditMaterial(null)",
-                     "Terrain.SetEditOverlay(0)",
                      "Panel.RefreshBrushControls()",
                      "Panel.EnableBrushControls()",
                      "Host.RegisterSetting(2D draw undo manager stack size, 5, "
@@ -66,36 +44,27 @@ TEST_F(CPluginInitialize, CallsTheHostInItsFixedOrder)
     EXPECT_EQ(m_Plugin->GetCurrentBrush(), nullptr);
 
     EXPECT_EQ(m_Plugin->GetBrushContainer()->GetPredefined().size(), 2U);
+    EXPECT_EQ(m_Host.GetWorld().GetRegistrationCount(), 1U) << "the mask's";
+    EXPECT_EQ(m_Host.GetTerrain().GetEditOverlay(), 0U);
+    EXPECT_EQ(m_Host.GetTerrain().GetEditMaterial(), "");
+    EXPECT_EQ(m_Plugin->GetTerraformingModeId(), 0);
+    EXPECT_EQ(m_Plugin->GetEditTerrainTypeModeId(), 1);
+    ASSERT_TRUE(m_Host.GetModes().ActivateMode(2, 0));
+    EXPECT_EQ(m_Host.GetModes().GetCurrentModeGroup(), 7);
+    EXPECT_EQ(m_Host.GetCaption(), "Export terrain extent");
 
     // The registered setting is the plug-in's own number.
-    *static_cast<int32_t*>(m_Host.settings.at(0).pValue) = 33;
+    *static_cast<int32_t*>(m_Host.GetSettings().GetRegistered().at(0).pValue) = 33;
     EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), 33);
 }
 
-TEST_F(CPluginInitialize, MenuAndToolBarCarryTheHostsNumbers)
+TEST_F(CPluginInitialize, AHostWithoutTerrainOrBrushFileIsNoObstacle)
 {
+    m_Host.GetWorld().CloseTerrain();
     m_Plugin->Initialize();
-    EXPECT_EQ(GetButtons(), "16641 0 0|");
-    EXPECT_EQ(m_Host.pPluginToolBar->GetWindowText(), "Terrain");
-    std::string strMenu;
-    for (size_t i = 0; i < m_Host.pMenu->GetItemCount(); ++i)
-    {
-        strMenu += std::to_string(m_Host.pMenu->GetItemId(i) - HANDLE) + " " +
-                   m_Host.pMenu->GetItemText(i) + "|";
-    }
-    EXPECT_EQ(strMenu,
-              "2 Save height map...|4 Edit bitmap on terrain|5 Export terrain extent to STL|");
-}
-
-TEST_F(CPluginInitialize, AHostWithoutToolBarTerrainOrBrushFileIsNoObstacle)
-{
-    m_Host.bToolBarWorks = false;
-    m_Fake.world.pTerrain = nullptr;
-    m_Plugin->Initialize();
-    EXPECT_EQ(m_Host.pPluginToolBar->GetButtonCount(), 0U);
-    EXPECT_EQ(TakeCalls().size(), 9U) << "no terrain to take the overlay from";
     EXPECT_EQ(m_Log.GetText(), "");
     EXPECT_TRUE(m_Plugin->GetBrushContainer()->GetPredefined().empty());
+    EXPECT_EQ(m_Host.GetRegistry().GetProcessCount(), 1U);
 }
 
 TEST_F(CPluginInitialize, MakesOneToolBrushPerFunction)
@@ -161,7 +130,7 @@ TEST_F(CPluginInitialize, DescribesItsKeyboardActions)
 {
     m_Plugin->RegisterActions();
     std::string strActions;
-    for (const SActionDescriptor& action : m_Host.actions)
+    for (const SActionDescriptor& action : m_Host.GetRegistry().GetActions())
     {
         strActions += std::to_string(action.iGroup) + " " + std::to_string(action.iIndex) + " " +
                       action.strName + " " + std::to_string(action.uKey) + " " +
@@ -177,7 +146,8 @@ TEST_F(CPluginInitialize, ShutdownUnregistersBothAndDestroyObjectDeletes)
 {
     Initialize();
     m_Plugin->Shutdown();
-    EXPECT_EQ(TakeCalls(), (Lines{"Host.UnregisterPluginA()", "Host.UnregisterPluginB()"}));
+    EXPECT_TRUE(m_Host.GetRegistry().GetInput().empty());
+    EXPECT_TRUE(m_Host.GetRegistry().GetSettings().empty());
 
     struct SObject : IPluginObject
     {

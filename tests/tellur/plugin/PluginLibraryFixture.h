@@ -1,17 +1,15 @@
 #pragma once
 
+#include "editor/core/CPluginLoader.h"
 #include "host/BrushBlock.h"
 #include "host/FileSystem.h"
-#include "host/IPlugin.h"
 #include "host/IPluginScript.h"
 #include "parser/TCParseFile.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
 #include "tests/support/FakeFrontEnd.h"
-#include "tests/support/FakeHost.h"
+#include "tests/support/TestHost.h"
 #include "tests/support/TestPaths.h"
-
-#include <dlfcn.h>
 
 #include <gtest/gtest.h>
 
@@ -33,6 +31,7 @@ protected:
     {
         fs::set_user_root(m_Folder.GetFolder().c_str());
         fs::set_data_root(TELLUR_SOURCE_DIR);
+        m_Host.NewLevel(8, {80.0F, 1000.0F, 80.0F});
         WriteBytes(
             m_Folder.Path("script.txt"),
             "!brush()\n!mode( s )\n" + GetBrushDeclarations(EBrushBlock::Script) +
@@ -50,15 +49,8 @@ protected:
 
     void Open()
     {
-        m_Library = ::dlopen(LIBRARY.c_str(), RTLD_NOW | RTLD_LOCAL);
-        ASSERT_NE(m_Library, nullptr) << ::dlerror();
-        const auto pInitializeMe =
-            reinterpret_cast<FInitializeMe>(::dlsym(m_Library, "InitializeMe"));
-        ASSERT_NE(pInitializeMe, nullptr);
-        m_Plugin = pInitializeMe(&m_Host, 65, &m_Fake.engine);
-        ASSERT_NE(m_Plugin, nullptr);
-        m_Plugin->RegisterActions();
-        m_Plugin->Initialize();
+        ASSERT_TRUE(m_Loader.Load(LIBRARY.c_str()));
+        m_Plugin = m_Loader.GetPlugin();
     }
 
     void PlayScript()
@@ -76,31 +68,24 @@ protected:
 
     void PressAndMove()
     {
-        m_Host.lastPick = {1, {40.0F, 0.0F, 40.0F}};
+        m_Face.lastPick = {40.0F, 0.0F, 40.0F};
         m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
         m_Plugin->OnMouseMove(1, 1, 0, 0, 0, 1, 0, 0);
     }
 
-    // What the plug-in has handed over is destroyed before its code goes.
     void Close()
     {
-        m_Plugin->Shutdown();
-        m_Plugin->OnHostNotify(NOTIFY_HOST_GOES, 0);
         m_Plugin = nullptr;
-        m_Fake.modes.iCurrent = -1;
-        m_Fake.modes.modes.clear();
-        m_Host.undos.clear();
-        m_Host.processes.clear();
-        ASSERT_EQ(::dlclose(m_Library), 0);
+        m_Loader.Unload();
         EXPECT_FALSE(IsMapped());
     }
 
     CTempFolder m_Folder;
-    CFakeContext m_Fake; // the host's side alone: the library has a context of its own
-    CFakeEditorHost m_Host{&m_Fake.textures, &m_Fake.modes, &m_Fake.calls};
+    CTestFace m_Face;
+    CTestHost m_Host{m_Face};
     CFakeFrontEnd m_FrontEnd;
+    CPluginLoader m_Loader{m_Host};
     CLogCatcher m_Log;
     std::unique_ptr<CTCPARSE_KEYWORD> m_Script;
-    void* m_Library = nullptr;
     IPlugin* m_Plugin = nullptr;
 };

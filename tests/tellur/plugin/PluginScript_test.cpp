@@ -64,7 +64,7 @@ TEST_F(CPluginScript, AFaultyKeywordLeavesBrushAndModeAsTheyAre)
 TEST_F(CPluginScript, TheWrittenStatePlaysBackToTheSameState)
 {
     EXPECT_EQ(WriteState(), "mode( \"none\" )\nauto_normals( 0 )\n");
-    m_Fake.textures.Put("grey.png", 1, 1, {128});
+    WriteGrey("grey.png", 1, 1, {128});
     Play("brush()\n{\n bitmap() { path( \"tests/scripts/images/white.png\" ) }\n"
          " function( \"SetHeightFunction\" )\n { attrib( \"m_Height\", \"12.5\" ) }\n"
          " brush_name( \"Dune\" )\n fade_factor( 0.5 )\n mask( \"grey.png\" )\n"
@@ -99,7 +99,7 @@ TEST_F(CPluginScript, TheWrittenStatePlaysBackToTheSameState)
 
 TEST_F(CPluginScript, AForeignModeAndABrushThatCannotBeSavedAreNotWritten)
 {
-    m_Fake.modes.iCurrent = m_Fake.modes.RegisterMode(new CSilentMode, 9);
+    EnterSilentMode(9);
     EXPECT_EQ(WriteState(), "auto_normals( 0 )\n");
     Play("brush()\n{\n function( \"SetHeightFunction\" )\n}");
     fs::ifile file;
@@ -110,7 +110,7 @@ TEST_F(CPluginScript, AForeignModeAndABrushThatCannotBeSavedAreNotWritten)
 
 TEST_F(CPluginScript, ABrushSetDuringADragDoesNotTakeTheOldOneAway)
 {
-    m_Host.lastPick = {1, {40.0F, 0.0F, 40.0F}};
+    m_Face.lastPick = {40.0F, 0.0F, 40.0F};
     Start("50");
     const auto move = [this]
     {
@@ -120,25 +120,25 @@ TEST_F(CPluginScript, ABrushSetDuringADragDoesNotTakeTheOldOneAway)
     Start("70");
     Start("90");
     move();
-    EXPECT_EQ(m_Fake.terrain.At(4, 4), 50.0F) << "the brush the drag began with";
-    m_Fake.modes.GetCurrent()->Render();
+    EXPECT_EQ(m_Host.At(4, 4), 50.0F) << "the brush the drag began with";
+    m_Host.RenderFrame();
     m_Plugin->OnLButtonUp(1, 0, 0, 0, 0, 0);
-    EXPECT_EQ(m_Host.undos.size(), 1U);
+    EXPECT_EQ(m_Host.GetUndoStack().GetCount(), 1U);
 
     Start("70"); // outside a drag the older ones go
     m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
     move();
     m_Plugin->OnLButtonUp(1, 0, 0, 0, 0, 0);
-    EXPECT_EQ(m_Fake.terrain.At(4, 4), 120.0F);
+    EXPECT_EQ(m_Host.At(4, 4), 120.0F);
 }
 
 TEST_F(CPluginScript, ADragThatIsNeverReleasedEndsWithThePlugin)
 {
-    m_Host.lastPick = {1, {40.0F, 0.0F, 40.0F}};
+    m_Face.lastPick = {40.0F, 0.0F, 40.0F};
     Start("50");
     m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
     ASSERT_TRUE(GetTerraformingState().pSession->IsInProgress());
-    DropModes();
+    m_Host.DestroyPluginObjects();
     m_Plugin->OnHostNotify(NOTIFY_HOST_GOES, 0);
     TakeCalls();
     m_Plugin.reset();

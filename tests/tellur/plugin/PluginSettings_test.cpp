@@ -18,31 +18,7 @@ protected:
     void Load(const std::string& strText) { m_Plugin->LoadSettings(Parse(strText).get()); }
 };
 
-class CHeightMapWarning : public CPluginFixture
-{
-protected:
-    CHeightMapWarning()
-    {
-        m_Environment.strHeightMap = "level.height";
-        m_Fake.world.pEnvironment = &m_Environment;
-        m_Host.strEnvironmentFolder = m_Folder.GetFolder() + "/maps/";
-    }
-
-    // What is asked of the host, then what is shown.
-    Lines Check()
-    {
-        m_Plugin->CheckHeightMapWritable();
-        Lines calls = TakeCalls();
-        calls.insert(calls.end(), m_FrontEnd.calls.begin(), m_FrontEnd.calls.end());
-        m_FrontEnd.calls.clear();
-        return calls;
-    }
-
-    CFakeEnvironment m_Environment;
-};
-
-const std::string QUERY = "Host.QueryEntityClass(Environment)";
-const std::string ASK = "Host.GetEnvironmentFile(Environment, 0x4100, 16, level.height)";
+using CHeightMapWarning = CPluginFixture;
 
 } // namespace
 
@@ -72,29 +48,26 @@ TEST_F(CPluginSettings, LoadingTakesTheLastKeywordOfTheName)
     EXPECT_EQ(m_Plugin->Get2DDrawUndoDepth(), 0);
 }
 
-TEST_F(CHeightMapWarning, NamesTheFileThatIsReadOnly)
+TEST_F(CHeightMapWarning, NamesTheFileThatIsReadOnlyWhenTerraformingBegins)
 {
-    const std::string strPath = m_Folder.GetFolder() + "/maps/level.height";
-    EXPECT_EQ(Check(), (Lines{QUERY, ASK})) << "no such file";
-    WriteBytes(strPath, "heights");
-    EXPECT_EQ(Check(), (Lines{QUERY, ASK})) << "it can be written";
+    const auto enter = [this]
+    {
+        UseToolBrush("BlurFunction");
+        m_Plugin->EnableTerraforming(true);
+        m_Plugin->EnableTerraforming(false);
+        return std::exchange(m_FrontEnd.calls, {});
+    };
+    Initialize();
+    EXPECT_EQ(enter(), Calls{}) << "the level has no file";
+    const std::string strPath = m_Folder.Path("level.height");
+    ASSERT_TRUE(m_Host.GetTerrain().SaveHeightMap(strPath.c_str(), nullptr, 0, 0));
+    ASSERT_TRUE(m_Host.OpenLevel(strPath.c_str()));
+    EXPECT_EQ(enter(), Calls{}) << "it can be written";
     ASSERT_EQ(::chmod(strPath.c_str(), S_IRUSR | S_IRGRP), 0);
-    EXPECT_EQ(Check(),
-              (Lines{QUERY,
-                     ASK,
-                     "FrontEnd.MessageBox(Height map file " + strPath +
-                         " is read-only.\nChanges won't be saved., 0x30)"}));
+    EXPECT_EQ(enter(),
+              Calls{"FrontEnd.MessageBox(Height map file " + strPath +
+                    " is read-only.\nChanges won't be saved., 0x30)"});
+    m_Host.GetWorld().CloseTerrain();
+    EXPECT_EQ(enter(), Calls{});
     EXPECT_EQ(m_Log.GetText(), "");
-}
-
-TEST_F(CHeightMapWarning, IsSilentWithoutAnEnvironmentOrItsFile)
-{
-    m_Host.strEnvironmentFolder.clear();
-    m_Environment.strHeightMap.clear();
-    EXPECT_EQ(Check(), (Lines{QUERY, "Host.GetEnvironmentFile(Environment, 0x4100, 16, )"}));
-    m_Fake.world.pEnvironment = nullptr;
-    EXPECT_EQ(Check(), Lines{QUERY});
-    m_Host.bKnowsEntityClass = false;
-    m_Fake.world.pEnvironment = &m_Environment;
-    EXPECT_EQ(Check(), Lines{QUERY});
 }

@@ -16,7 +16,7 @@ protected:
     CPluginTools()
     {
         Initialize();
-        m_Host.lastPick = {1, {40.0F, 0.0F, 40.0F}};
+        m_Face.lastPick = {40.0F, 0.0F, 40.0F};
     }
 
     CTellurBrush& Current() { return *m_Plugin->GetCurrentBrush(); }
@@ -71,8 +71,7 @@ TEST_F(CPluginTools, ATakenToolStaysUpAndTheLastOneComesBackWithoutALine)
     ASSERT_TRUE(m_Plugin->TakeTool(nullptr));
     EXPECT_EQ(&Current(), &Tool("RampFunction"));
 
-    m_Fake.modes.iCurrent = m_Fake.modes.RegisterMode(new CSilentMode, 9);
-    m_Fake.modes.mayDeactivate = false;
+    EnterSilentMode(9)->bMayLeave = false;
     EXPECT_FALSE(m_Plugin->TakeTool("BlurFunction")) << "the mode that is current stays";
     EXPECT_FALSE(IsLogged());
 }
@@ -138,25 +137,10 @@ TEST_F(CPluginTools, OnlyWhatHasAnInverseOrAHeightOrKeysSaysSo)
     EXPECT_EQ(GetField("m_Height"), "12.5");
 }
 
-TEST_F(CPluginTools, TheMaskIsSwitchedAndAsked)
-{
-    m_Fake.textures.Put("grey.png", 1, 1, {128});
-    EXPECT_FALSE(m_Plugin->ChooseMask()) << "no brush";
-    m_Plugin->TakeTool("SetHeightFunction");
-    EXPECT_FALSE(m_Plugin->ChooseMask()) << "cancelled";
-    m_Host.strBrowseAnswer = "grey.png";
-    EXPECT_TRUE(m_Plugin->ChooseMask());
-    EXPECT_EQ(m_Plugin->GetMaskPath(), "grey.png");
-    EXPECT_TRUE(Current().IsMaskEnabled());
-    m_Plugin->EnableMask(false);
-    EXPECT_FALSE(m_Plugin->IsMaskEnabled());
-    EXPECT_EQ(m_Plugin->GetMaskPath(), "grey.png");
-}
-
 TEST_F(CPluginTools, SmoothingHasTheExtentAndMaskOfTheToolAndTheRestOfTheBlur)
 {
-    m_Fake.textures.Put("grey.png", 1, 1, {128});
-    m_Fake.textures.Put("other.png", 1, 1, {64});
+    WriteGrey("grey.png", 1, 1, {128});
+    WriteGrey("other.png", 1, 1, {64});
     EXPECT_FALSE(m_Plugin->BeginSmoothing()) << "no tool";
     Tool("BlurFunction").SetPowerModifier(0.75F);
     Tool("BlurFunction").SetMask("other.png");

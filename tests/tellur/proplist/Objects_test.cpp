@@ -54,11 +54,11 @@ TEST_F(CObjects, BrowseButtonsOpenTheDialogOfTheirKind)
     ASSERT_NO_FATAL_FAILURE(Show({&m_Thing}));
     Browse("m_File");
     EXPECT_EQ(m_Thing.m_File, "&root&/a.png") << "cancelled";
-    m_User.fake.host.strBrowseAnswer = "data/b.png";
+    m_User.face.strBrowseAnswer = "data/b.png";
     Browse("m_File");
     EXPECT_EQ(m_Thing.m_File, "data/b.png");
     EXPECT_EQ(Editor<QLineEdit>()->text(), "data/b.png");
-    m_User.fake.host.strBrowseAnswer = "<no_change>";
+    m_User.face.strBrowseAnswer = "<no_change>";
     Browse("m_File");
     EXPECT_EQ(m_Thing.m_File, "data/b.png");
 
@@ -74,7 +74,7 @@ TEST_F(CObjects, BrowseButtonsOpenTheDialogOfTheirKind)
 
     m_FrontEnd.uChosenColor = 0x0000FF; // red
     const QPushButton* pSwatch = Browse("m_Color");
-    EXPECT_EQ(m_FrontEnd.calls, FakeCalls{"FrontEnd.ChooseColor(0x80ff)"});
+    EXPECT_EQ(m_FrontEnd.calls, Calls{"FrontEnd.ChooseColor(0x80ff)"});
     EXPECT_EQ(Value("m_Color"), "1 0 0");
     const QImage red = const_cast<QPushButton*>(pSwatch)->grab().toImage();
     EXPECT_EQ(red.pixelColor(red.width() / 2, red.height() / 2), QColor(255, 0, 0));
@@ -119,9 +119,9 @@ TEST_F(CObjects, AttributesAreCopiedToFieldsThatTakeThem)
     EXPECT_EQ(MenuTexts("m_Shapes<CTestShape[]>"), (Texts{"Copy attribute", "Mine"}));
     ASSERT_NO_FATAL_FAILURE(Menu("m_Shape<CTestShape>", PROP_COMMAND_PASTE));
     EXPECT_EQ(m_Thing.m_Shape, &m_Ball);
-    m_User.fake.engine.objects = {&m_Box}; // the copied object is gone
+    m_User.host.GetEngine().RemoveObject(12); // the copied object is gone
     EXPECT_EQ(MenuTexts("m_Shape<CTestShape>"), (Texts{"Copy attribute", "Mine"}));
-    m_User.fake.engine.objects = {&m_Box, &m_Ball};
+    m_User.host.GetEngine().AddObject(12, &m_Ball);
 
     EXPECT_EQ(MenuTexts("name11"),
               (Texts{"Remove object from list", "Copy attribute", "Paste attribute", "Mine"}));
@@ -197,7 +197,7 @@ TEST_F(CObjects, PickedObjectsAreAssignedAsTheMenuSays)
     m_FrontEnd.eAnswer = EMessageBoxAnswer::No;
     press("m_Shapes<CTestShape[]>");
     EXPECT_EQ(m_FrontEnd.calls,
-              FakeCalls{"FrontEnd.MessageBox(Delete all pointers from m_Shapes list?, 0x24)"});
+              Calls{"FrontEnd.MessageBox(Delete all pointers from m_Shapes list?, 0x24)"});
     EXPECT_EQ(m_Thing.m_Shapes.size(), 2U);
     m_FrontEnd.keys = {EKey::Shift};
     Browse("name12");
@@ -208,7 +208,7 @@ TEST_F(CObjects, PickedObjectsAreAssignedAsTheMenuSays)
     EXPECT_EQ(m_Thing.m_Shapes, std::vector<CRTTIObject*>{&m_Ball});
     press("a fixed number");
     press("Numbers");
-    EXPECT_EQ(m_FrontEnd.calls, FakeCalls{});
+    EXPECT_EQ(m_FrontEnd.calls, Calls{});
     m_FrontEnd.eAnswer = EMessageBoxAnswer::Yes;
     press("m_Shapes<CTestShape[]>");
     EXPECT_TRUE(m_Thing.m_Shapes.empty());

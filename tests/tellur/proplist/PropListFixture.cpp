@@ -34,13 +34,6 @@ CEnumInfo MakeInfo(std::initializer_list<std::pair<int, const char*>> entries)
 const CEnumInfo g_Kinds = MakeInfo({{1, "rock"}, {2, "sand"}, {3, "clay"}});
 const CEnumInfo g_Bits = MakeInfo({{1, "wet"}, {2, "steep"}, {4, "high"}});
 
-CTestPropUser* g_pUser = nullptr;
-
-CRTTIObject* FindObject(int32_t iId)
-{
-    return g_pUser->fake.engine.FindObjectById(iId);
-}
-
 } // namespace
 
 const CRTTI CTestShape::s_RTTI("CTestShape",
@@ -159,17 +152,15 @@ CPropListTest::CPropListTest()
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(m_Folder.GetFolder()));
     fs::set_user_root(m_Folder.GetFolder().c_str());
     fs::set_data_root(TELLUR_SOURCE_DIR);
-    g_pUser = &m_User;
-    SetObjectFinder(&FindObject);
     m_User.pList = &m_List;
-    m_User.fake.engine.objects = {&m_Box, &m_Ball};
+    m_User.host.GetEngine().AddObject(11, &m_Box);
+    m_User.host.GetEngine().AddObject(12, &m_Ball);
     m_List.SetUser(&m_User);
     m_Form.Bind(GRID, m_List);
 }
 
 CPropListTest::~CPropListTest()
 {
-    SetObjectFinder(nullptr);
     fs::set_user_root(nullptr);
     fs::set_data_root(nullptr);
     UnregisterResourceModule(&GetModule());

@@ -8,7 +8,7 @@
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
 #include "tests/support/FakeFrontEnd.h"
-#include "tests/support/FakeHost.h"
+#include "tests/support/TestHost.h"
 
 #include <QApplication>
 #include <QTest>
@@ -116,9 +116,9 @@ public:
         return pList->ChooseObjects(pClass, picked);
     }
 
-    EngineHost* GetEngineHost() override { return &fake.engine; }
+    EngineHost* GetEngineHost() override { return pEngine; }
 
-    EditorHost* GetEditorHost() override { return &fake.host; }
+    EditorHost* GetEditorHost() override { return &host; }
 
     std::string GetObjectName(const CRTTIObject*, int32_t iId) override
     {
@@ -129,7 +129,9 @@ public:
 
     bool QueryFlag() override { return bCommands; }
 
-    CFakeContext fake;
+    CTestFace face;
+    CTestHost host{face};
+    EngineHost* pEngine = &host.GetEngine();
     CPropListCtrl* pList = nullptr;
     std::vector<std::string> writes; // "field=text xN"
     std::vector<uint32_t> commands;
