@@ -1,4 +1,3 @@
-#include "framework/core/CToolBar.h"
 #include "framework/core/Cursor.h"
 #include "framework/core/ResourceModule.h"
 #include "tellur/resources/PluginResources.h"
@@ -104,28 +103,6 @@ size_t CountDifferences(const SPixels& first, const SPixels& second)
 }
 
 } // namespace
-
-TEST_F(CPluginResources, TheToolBarIsOneButtonWithItsPicture)
-{
-    CToolBar bar;
-    ASSERT_TRUE(bar.LoadToolBar(2100));
-    uint32_t uId = 0;
-    uint32_t uStyle = 0;
-    int iImage = -1;
-    ASSERT_TRUE(bar.GetButtonInfo(0, uId, uStyle, iImage));
-    EXPECT_EQ(bar.GetButtonCount(), 1U);
-    EXPECT_EQ(uId, 2102U);
-    EXPECT_EQ(iImage, 0);
-    const SBitmapResource* pBitmap = FindBitmapResource(bar.GetBitmapId());
-    ASSERT_NE(pBitmap, nullptr);
-    EXPECT_EQ(pBitmap->uId, 2100U);
-    for (const SPixels& pixels : DecodeBoth(pBitmap->picture, 16, 15))
-    {
-        const auto [least, most] = std::minmax_element(pixels.colors.begin(), pixels.colors.end());
-        EXPECT_LT(*least, 0x01000000U); // clear ground
-        EXPECT_GE(*most, 0xFF000000U);
-    }
-}
 
 TEST_F(CPluginResources, CursorsAreDistinctPicturesAndTheArrowIsMissing)
 {

@@ -166,14 +166,4 @@ TEST_F(CWorldTest, ReleasesWhatItMadeAndNothingElse)
     EXPECT_EQ(CTexture::GetAliveCount(), uAlive) << "the world takes its textures along";
 }
 
-TEST_F(CWorldTest, OverlayScaleIsOneOverTheSize)
-{
-    float fElement = 9.0F;
-    m_World.MakeOverlayTransform(&fElement, 256.0F);
-    EXPECT_EQ(fElement, 1.0F / 256.0F);
-    m_World.MakeOverlayTransform(&fElement, 0.0F);
-    EXPECT_EQ(fElement, 0.0F);
-    m_World.MakeOverlayTransform(nullptr, 1.0F);
-}
-
 } // namespace
