@@ -6,6 +6,7 @@
 #include "engine/world/CEngineHost.h"
 #include "tests/editor/CLevelDocumentTest.h"
 #include "tests/support/CLogCatcher.h"
+#include "tests/support/DieAfter.h"
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -286,11 +287,9 @@ TEST_F(CNothingLost, KilledAtAnyMomentTheLevelOpensAndTheCopyIsWhole)
         const pid_t child = ::fork();
         if (child == 0)
         {
+            DieAfter(1000 + iKill * 431); // at ever other moments of its work
             WorkUntilKilled(m_Host, m_Document, strLevel.c_str());
         }
-        const timespec pause = {0, 1000000L + iKill * 431000L}; // ever other moments of its work
-        ::nanosleep(&pause, nullptr);
-        ::kill(child, SIGKILL);
         ::waitpid(child, nullptr, 0);
         const std::vector<SRecoverable> entries = FindRecoverable({strLevel});
         CAutosave autosave(m_Host, m_Document);

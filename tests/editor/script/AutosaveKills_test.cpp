@@ -1,11 +1,11 @@
 // The editor is killed at any moment of a long walk: what the autosave gives back then.
 
 #include "tests/editor/script/AutosaveFixture.h"
+#include "tests/support/DieAfter.h"
 
 #include <sys/mman.h>
 
 #include <cstdlib>
-#include <ctime>
 
 namespace
 {
@@ -39,8 +39,9 @@ protected:
         m_Autosave->Tick(m_Now);
     }
 
-    // In a child process: works until it is killed, and says how many steps it has done.
-    pid_t Work(uint32_t uSeed, volatile int* pnDone)
+    // In a child process: works until it dies that long after so many steps, and says how many it
+    // has done.
+    pid_t Work(uint32_t uSeed, int nUntil, long nMicroseconds, volatile int* pnDone)
     {
         End(); // its thread would not be in the child
         const pid_t child = ::fork();
@@ -48,13 +49,18 @@ protected:
         {
             BeginWalk(uSeed);
             m_Autosave->SetInterval(std::chrono::seconds(20));
-            for (int i = 0; i < STEPS; ++i)
+            for (int i = 0;; ++i)
             {
-                Step();
-                *pnDone = i + 1;
+                if (i == nUntil)
+                {
+                    DieAfter(nMicroseconds);
+                }
+                if (i < STEPS)
+                {
+                    Step();
+                    *pnDone = i + 1;
+                }
             }
-            ::pause();
-            ::_exit(0);
         }
         return child;
     }
@@ -85,15 +91,8 @@ protected:
         for (int i = 0; i < nKills; ++i)
         {
             *pnDone = 0;
-            const pid_t child = Work(uSeed, pnDone);
             const int nUntil = pauses.Int(0, STEPS - 1);
-            while (*pnDone < nUntil)
-            {
-                ::sched_yield();
-            }
-            const timespec pause = {0, pauses.Int(0, 3000000)}; // into the next step
-            ::nanosleep(&pause, nullptr);
-            ::kill(child, SIGKILL);
+            const pid_t child = Work(uSeed, nUntil, pauses.Int(1, 3000), pnDone);
             if (i % 2 == 0) // else it is a zombie while it is looked for
             {
                 ::waitpid(child, nullptr, 0);

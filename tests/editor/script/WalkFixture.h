@@ -6,7 +6,6 @@
 #include "editor/script/CScriptCursor.h"
 #include "engine/world/CEngineHost.h"
 #include "framework/core/COffscreenWindows.h"
-#include "framework/core/IFrontEnd.h"
 #include "host/BrushBlock.h"
 #include "host/FileSystem.h"
 #include "host/IPluginPainting.h"
@@ -15,6 +14,7 @@
 #include "parser/TCParseFile.h"
 #include "tests/support/CNumbers.h"
 #include "tests/support/CTempFolder.h"
+#include "tests/support/FakeFrontEnd.h"
 #include "tests/support/TestPaths.h"
 
 #include <gtest/gtest.h>
@@ -25,9 +25,11 @@
 constexpr float WIDTH = 333.0F; // no power of two: extents and positions need all their digits
 
 // The person is a row of numbers.
-class CRandomFace : public CHeadlessFace, public IFrontEnd
+class CRandomFace : public CHeadlessFace, public CFakeFrontEnd
 {
 public:
+    CRandomFace() { pCalls = nullptr; } // memory is counted here
+
     IFrontEnd* GetFrontEnd() override { return this; }
 
     bool PickTerrain(ViewId, ViewPoint, SVec3& hit) override { return cursor.Pick(pWorld, hit); }
@@ -35,26 +37,6 @@ public:
     bool PrepareWindows() override { return windows.Open(); }
 
     bool IsKeyDown(EKey eKey) const override { return cursor.IsKeyDown(eKey); }
-
-    SScreenPoint GetCursorPos() const override { return {}; }
-
-    void SetCursorPos(SScreenPoint) override {}
-
-    SScreenPoint GetScreenSize() const override { return {800, 600}; }
-
-    void SetCursor(const SCursorResource*) override {}
-
-    void SetCapture(uintptr_t) override {}
-
-    void ReleaseCapture() override {}
-
-    EMessageBoxAnswer MessageBox(const char*, uint32_t) override { return EMessageBoxAnswer::Ok; }
-
-    bool ChooseColor(uint32_t&) override { return false; }
-
-    bool ChooseFolder(std::string&) override { return false; }
-
-    uint32_t TrackPopupMenu(const CMenu&, SScreenPoint) override { return 0; }
 
     COffscreenWindows windows; // opened when something is painted
     CScriptCursor cursor;
