@@ -183,4 +183,8 @@ INSTANTIATE_TEST_SUITE_P(Kinds,
                                          std::pair("full", ""),
                                          std::pair("readonly", ""),
                                          std::pair("kill", " plain"),
-                                         std::pair("term", " plain")));
+                                         std::pair("term", " plain")),
+                         [](const auto& test) {
+                             return test.param.first +
+                                    std::string(*test.param.second != 0 ? "Plain" : "");
+                         });

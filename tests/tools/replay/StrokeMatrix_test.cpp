@@ -319,4 +319,5 @@ INSTANTIATE_TEST_SUITE_P(Functions,
                                          "BlurFunction",
                                          "SetHeightFunction",
                                          "RampFunction",
-                                         "PosterizeFunction"));
+                                         "PosterizeFunction"),
+                         [](const auto& test) { return std::string(test.param); });
