@@ -32,6 +32,16 @@ protected:
         }
         return strNames;
     }
+
+    struct SHand
+    {
+        const char* pszName;
+        std::function<void()> before; // the level is opened
+        std::function<void()> change;
+        const char* pszReplaced;
+    };
+
+    std::vector<SHand> GetHands(const std::string& strLevel, const std::string& strHeights);
 };
 
 void SetTime(const std::string& strPath, time_t iSeconds, long iNanoseconds)
@@ -50,6 +60,65 @@ void Poke(const std::string& strPath, long iPlace)
     std::fseek(pFile, iPlace, SEEK_SET);
     std::fputc(iByte ^ 1, pFile);
     std::fclose(pFile);
+}
+
+std::vector<CLevelFilesTest::SHand> CLevelFilesTest::GetHands(const std::string& strLevel,
+                                                              const std::string& strHeights)
+{
+    const time_t iNow = ::time(nullptr);
+    const time_t iYoung = iNow + 1000; // however long the machine takes to open it
+    return {
+        {"nothing", [] {}, [] {}, ""},
+        {"another editor saves",
+         [] {},
+         [=, this]
+         {
+             CEditorHost host(m_Face);
+             CLevelDocument other(host);
+             ASSERT_TRUE(other.Open(strLevel.c_str()));
+             other.SetMaterial("x.mat");
+             const SBlockEntry entry = {1.0F, 0.0F, 1.0F};
+             host.GetEngine().GetCWorld().GetCTerrain()->SetBlockHeights(0, 0, &entry, 1);
+             ASSERT_TRUE(other.Save());
+         },
+         "!l.level !l.height"},
+        {"heights in place, a whole second, the same size and time",
+         [=, this] { SetTime(strHeights, iYoung, 0); },
+         [=, this]
+         {
+             Poke(strHeights, 1000);
+             SetTime(strHeights, iYoung, 0);
+         },
+         "!l.height"},
+        {"the time alone of a file that was young",
+         [=, this] { SetTime(strHeights, iYoung, 0); },
+         [=, this] { SetTime(strHeights, iYoung + 5, 0); },
+         ""},
+        {"heights in place, long after",
+         [=, this] { SetTime(strHeights, iNow - 1000, 5); },
+         [=, this] { Poke(strHeights, 1000); },
+         "!l.height"},
+        {"the text, in place",
+         [=, this] { SetTime(strLevel, iNow - 1000, 5); },
+         [=, this] { Poke(strLevel, 3); },
+         "!l.level"},
+        {"files that have gone",
+         [] {},
+         [=, this]
+         {
+             std::filesystem::remove(strLevel);
+             std::filesystem::remove(strHeights);
+         },
+         ""},
+        {"heights that the plug-in writes",
+         [] {},
+         [=, this]
+         {
+             SetAll(9.0F);
+             ASSERT_TRUE(GetTerrain()->SaveHeightMap(strHeights.c_str(), nullptr, 0, 0));
+         },
+         ""},
+    };
 }
 
 struct SKeptCase
@@ -161,73 +230,9 @@ TEST_F(CLevelFilesTest, ChangesByAnotherHandAreSeen)
     MakeLevel("l.level", 3.0F, 1024); // heights that are too large to be read at each save
     const std::string strLevel = m_Folder.Path("l.level");
     const std::string strHeights = m_Folder.Path("l.height");
-    const std::string strLink = m_Folder.Path("link.level");
-    const time_t iNow = ::time(nullptr);
-    const time_t iYoung = iNow + 1000; // however long the machine takes to open it
-
-    struct SCase
-    {
-        const char* pszName;
-        std::function<void()> before; // the level is opened
-        std::function<void()> change;
-        const char* pszReplaced;
-    };
-
-    const SCase cases[] = {
-        {"nothing", [] {}, [] {}, ""},
-        {"another editor saves",
-         [] {},
-         [&]
-         {
-             CEditorHost host(m_Face);
-             CLevelDocument other(host);
-             ASSERT_TRUE(other.Open(strLevel.c_str()));
-             other.SetMaterial("x.mat");
-             const SBlockEntry entry = {1.0F, 0.0F, 1.0F};
-             host.GetEngine().GetCWorld().GetCTerrain()->SetBlockHeights(0, 0, &entry, 1);
-             ASSERT_TRUE(other.Save());
-         },
-         "!l.level !l.height"},
-        {"heights in place, a whole second, the same size and time",
-         [&] { SetTime(strHeights, iYoung, 0); },
-         [&]
-         {
-             Poke(strHeights, 1000);
-             SetTime(strHeights, iYoung, 0);
-         },
-         "!l.height"},
-        {"the time alone of a file that was young",
-         [&] { SetTime(strHeights, iYoung, 0); },
-         [&] { SetTime(strHeights, iYoung + 5, 0); },
-         ""},
-        {"heights in place, long after",
-         [&] { SetTime(strHeights, iNow - 1000, 5); },
-         [&] { Poke(strHeights, 1000); },
-         "!l.height"},
-        {"the text, in place",
-         [&] { SetTime(strLevel, iNow - 1000, 5); },
-         [&] { Poke(strLevel, 3); },
-         "!l.level"},
-        {"files that have gone",
-         [] {},
-         [&]
-         {
-             std::filesystem::remove(strLevel);
-             std::filesystem::remove(strHeights);
-         },
-         ""},
-        {"heights that the plug-in writes",
-         [] {},
-         [&]
-         {
-             SetAll(9.0F);
-             ASSERT_TRUE(GetTerrain()->SaveHeightMap(strHeights.c_str(), nullptr, 0, 0));
-         },
-         ""},
-    };
     const std::string strText = ReadBytes(strLevel);
     const std::string strBytes = ReadBytes(strHeights);
-    for (const SCase& hand : cases)
+    for (const SHand& hand : GetHands(strLevel, strHeights))
     {
         SCOPED_TRACE(hand.pszName);
         WriteBytes(strLevel, strText);
@@ -239,6 +244,14 @@ TEST_F(CLevelFilesTest, ChangesByAnotherHandAreSeen)
         ASSERT_TRUE(m_Document.Save());
         EXPECT_EQ(GetReplaced(), "") << "what was saved is ours";
     }
+}
+
+TEST_F(CLevelFilesTest, ChangesUnderARecoveredLevelAndBehindALinkAreSeen)
+{
+    MakeLevel("l.level", 3.0F);
+    const std::string strLevel = m_Folder.Path("l.level");
+    const std::string strHeights = m_Folder.Path("l.height");
+    const std::string strLink = m_Folder.Path("link.level");
     // Files of which the run that died knew nothing.
     SLevelText text;
     text.strPath = strLevel;
@@ -291,8 +304,7 @@ TEST_F(CLevelFilesTest, ARefusedSaveSaysWhyAndLeavesBothFiles)
         {"heights elsewhere, where there is nothing any longer",
          [&]
          {
-             std::filesystem::create_directories(strFolder + "far");
-             std::filesystem::copy(strFolder + "l.height", strFolder + "far/h.height");
+             WriteBytes(strFolder + "far/h.height", ReadBytes(strFolder + "l.height"));
              WriteBytes(strFolder + "l.level",
                         "!height_map( s )\nheight_map( \"" + strFolder + "far/h.height\" )\n");
              ASSERT_TRUE(m_Document.Open((strFolder + "l.level").c_str()));

@@ -170,10 +170,18 @@ TEST_F(CLevelHeightsTest, TheDocumentKnowsWhatItsFilesHold)
     m_Host.Undo();
     EXPECT_FALSE(m_Document.IsModified());
     EXPECT_TRUE(m_Document.FindReplaced().empty()) << "nobody else has written them";
+}
 
-    // Heights without a level file: what the plug-in wrote is all that there is to write.
+TEST_F(CLevelHeightsTest, WithoutALevelFileWhatThePluginWroteIsAllThatThereIsToWrite)
+{
+    const std::string strHeights = m_Folder.Path("l.height");
+    ASSERT_TRUE(m_Document.New(32, SIZE, 3.0F));
+    ASSERT_TRUE(m_Document.SaveAs(m_Folder.Path("l.level").c_str()));
+    const std::string strFlat = GetBytes();
+    WriteBytes(strHeights + ".bak", "older");
     ASSERT_TRUE(m_Document.Open(strHeights.c_str()));
     ASSERT_TRUE(ChangeResolution(17));
+    const std::string strCoarse = GetBytes();
     EXPECT_FALSE(m_Document.IsModified());
     EXPECT_EQ(ReadBytes(strHeights + ".bak2"), strFlat) << "saved, and an older backup is there";
     ASSERT_TRUE(m_Host.Undo());

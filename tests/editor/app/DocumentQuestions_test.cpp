@@ -17,6 +17,18 @@ namespace
 
 using CDocumentQuestions = CDocuments;
 
+// Its files by path.
+std::map<std::string, std::string> ReadFolder(const std::string& strFolder)
+{
+    std::map<std::string, std::string> files;
+    std::error_code error;
+    for (const auto& file : std::filesystem::directory_iterator(strFolder, error))
+    {
+        files[file.path().string()] = ReadBytes(file.path().string());
+    }
+    return files;
+}
+
 } // namespace
 
 TEST_F(CDocumentQuestions, ClosingWithUnsavedChangesAsks)
@@ -209,13 +221,7 @@ TEST_F(CDocumentQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
     const std::vector<float> sculpted = GetHeights();
     const auto read = [&]
     {
-        std::map<std::string, std::string> files;
-        std::error_code error;
-        for (const auto& file : std::filesystem::directory_iterator(strCopies, error))
-        {
-            files[file.path().string()] = ReadBytes(file.path().string());
-        }
-        return files;
+        return ReadFolder(strCopies);
     };
     std::map<std::string, std::string> left = read();
     EXPECT_EQ(left.size(), 3U) << "a journal and what it belongs to";
@@ -252,17 +258,8 @@ TEST_F(CDocumentQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
     }
     const std::map<std::string, std::string> kept = read();
     ASSERT_GT(kept.size(), left.size());
-    QTimer timer;
-    timer.callOnTimeout(
-        []
-        {
-            if (auto* pBox = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget()))
-            {
-                Press(*pBox, "Recover");
-            }
-        });
-    timer.start(20);
-    EXPECT_FALSE(m_Window->OfferRecovery());
+    Answer<QMessageBox>([this] { EXPECT_FALSE(m_Window->OfferRecovery()); },
+                        [](QMessageBox& box) { Press(box, "Recover"); });
     EXPECT_TRUE(read() == kept);
     Key("ctrl+s");
     EXPECT_FALSE(m_Window->isWindowModified());

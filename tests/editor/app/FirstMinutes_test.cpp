@@ -55,6 +55,49 @@ protected:
                             });
     }
 
+    void RaiseARidge(IPluginTools& tools)
+    {
+        MoveTo(GetView(1), {0.3, 0.3});
+        Key("4");
+        EXPECT_EQ(tools.GetFunctionName(), "RelativeHeightFunction");
+        Hold("b", [this] { Do({"type", "6000"}); });
+        EXPECT_FLOAT_EQ(tools.GetBrushExtent(), 6000.0F);
+        Stroke({0.3, 0.3}, {0.7, 0.35}, "ridge");
+        Stroke({0.32, 0.33}, {0.68, 0.38}, "ridge, second stroke");
+        Stroke({0.4, 0.35}, {0.6, 0.32}, "ridge, third stroke");
+        Key("x");
+        Stroke({0.3, 0.55}, {0.7, 0.6}, "valley");
+        EXPECT_LT(*std::min_element(m_Before.begin(), m_Before.end()), 1600.0F);
+        Hold("shift", [this] { Stroke({0.35, 0.33}, {0.65, 0.36}, "smoothed"); });
+        EXPECT_EQ(tools.GetFunctionName(), "RelativeHeightFunction");
+    }
+
+    void ShapeItByEveryTool(IPluginTools& tools)
+    {
+        Key("3");
+        MoveTo(GetView(1), {0.5, 0.34});
+        Key("p");
+        Stroke({0.5, 0.34}, {0.6, 0.45}, "plateau at the height of the ridge");
+        Key("5");
+        Hold("n", [this] { Do({"type", "12"}); });
+        Stroke({0.3, 0.45}, {0.4, 0.45}, "terrace");
+        Key("6");
+        Stroke({0.5, 0.58}, {0.6, 0.45}, "ramp");
+
+        Key("4");
+        const float fHighest = GetHighest();
+        TypeFile("m", TELLUR_SOURCE_DIR "/data/samples/stripes.png");
+        EXPECT_TRUE(tools.IsMaskEnabled());
+        Stroke({0.3, 0.66}, {0.7, 0.66}, "valley through a mask");
+        EXPECT_EQ(GetHighest(), fHighest);
+        Key("m");
+        EXPECT_FALSE(tools.IsMaskEnabled());
+        const float fExtent = tools.GetBrushExtent();
+        Hold("b", [&] { Do({"type", std::to_string(fExtent / 2.0F).c_str()}); });
+        EXPECT_NEAR(tools.GetBrushExtent(), fExtent / 2.0F, 0.1F);
+        Stroke({0.2, 0.7}, {0.4, 0.7}, "at half the size");
+    }
+
     float GetHighest() { return *std::max_element(m_Before.begin(), m_Before.end()); }
 
     std::vector<float> m_Before;
@@ -75,43 +118,8 @@ TEST_F(CFirstMinutes, KeysAndTheMouseInTheViewsAreEnough)
     ASSERT_TRUE(m_Editor->GetRecorder()->IsRecording());
     Expect(EChange::Some, "a new level");
 
-    MoveTo(view, {0.3, 0.3});
-    Key("4");
-    EXPECT_EQ(pTools->GetFunctionName(), "RelativeHeightFunction");
-    Hold("b", [this] { Do({"type", "6000"}); });
-    EXPECT_FLOAT_EQ(pTools->GetBrushExtent(), 6000.0F);
-    Stroke({0.3, 0.3}, {0.7, 0.35}, "ridge");
-    Stroke({0.32, 0.33}, {0.68, 0.38}, "ridge, second stroke");
-    Stroke({0.4, 0.35}, {0.6, 0.32}, "ridge, third stroke");
-    Key("x");
-    Stroke({0.3, 0.55}, {0.7, 0.6}, "valley");
-    EXPECT_LT(*std::min_element(m_Before.begin(), m_Before.end()), 1600.0F);
-    Hold("shift", [this] { Stroke({0.35, 0.33}, {0.65, 0.36}, "smoothed"); });
-    EXPECT_EQ(pTools->GetFunctionName(), "RelativeHeightFunction");
-
-    Key("3");
-    MoveTo(view, {0.5, 0.34});
-    Key("p");
-    Stroke({0.5, 0.34}, {0.6, 0.45}, "plateau at the height of the ridge");
-    Key("5");
-    Hold("n", [this] { Do({"type", "12"}); });
-    Stroke({0.3, 0.45}, {0.4, 0.45}, "terrace");
-    Key("6");
-    Stroke({0.5, 0.58}, {0.6, 0.45}, "ramp");
-
-    Key("4");
-    const float fHighest = GetHighest();
-    TypeFile("m", TELLUR_SOURCE_DIR "/data/samples/stripes.png");
-    EXPECT_TRUE(pTools->IsMaskEnabled());
-    Stroke({0.3, 0.66}, {0.7, 0.66}, "valley through a mask");
-    EXPECT_EQ(GetHighest(), fHighest);
-    Key("m");
-    EXPECT_FALSE(pTools->IsMaskEnabled());
-    const float fExtent = pTools->GetBrushExtent();
-    Hold("b", [&] { Do({"type", std::to_string(fExtent / 2.0F).c_str()}); });
-    EXPECT_NEAR(pTools->GetBrushExtent(), fExtent / 2.0F, 0.1F);
-    Stroke({0.2, 0.7}, {0.4, 0.7}, "at half the size");
-
+    RaiseARidge(*pTools);
+    ShapeItByEveryTool(*pTools);
     const size_t nSteps = history.GetCount();
     for (const char* pszKeys : {"ctrl+z", "ctrl+z", "ctrl+z", "ctrl+shift+z", "ctrl+shift+z"})
     {

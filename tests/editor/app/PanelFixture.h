@@ -4,6 +4,7 @@
 #include "engine/world/CEngineHost.h"
 #include "tests/editor/app/EditorFixture.h"
 
+#include <QInputDialog>
 #include <QScrollArea>
 #include <QToolBar>
 #include <QTreeView>
@@ -56,6 +57,18 @@ protected:
     }
 
     void Type(const char* pszText) { Do({"type", pszText}); }
+
+    // Adds the current brush to the defined ones, under the name that is asked for.
+    void AddBrush(const char* pszName)
+    {
+        QWidget& button = Item(2119);
+        Answer<QInputDialog>([&] { Click(button); },
+                             [&](QInputDialog&)
+                             {
+                                 Type(pszName);
+                                 Key("Return");
+                             });
+    }
 
     float GetHighest()
     {

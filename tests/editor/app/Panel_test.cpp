@@ -6,20 +6,29 @@
 #include "tests/editor/app/PanelFixture.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QInputDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
-#include <QPalette>
 #include <QScrollArea>
 #include <QScrollBar>
 
 #include <algorithm>
 #include <cmath>
 
-TEST_F(CPanel, ADayWithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
+namespace
+{
+
+class CBrushDay : public CPanel
+{
+protected:
+    void Work();
+    void Return();
+};
+
+} // namespace
+
+void CBrushDay::Work()
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strScript = m_Folder.Path("first.tellur");
@@ -61,13 +70,7 @@ TEST_F(CPanel, ADayWithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
     Key("ctrl+shift+z");
     EXPECT_NEAR(GetHighest(), 55.0F, 0.5F);
 
-    QWidget& add = Item(2119);
-    Answer<QInputDialog>([&] { Click(add); },
-                         [this](QInputDialog&)
-                         {
-                             Type("Plateau");
-                             Key("Return");
-                         });
+    AddBrush("Plateau");
     ASSERT_EQ(Item<QListWidget>(2113).count(), 1);
     EXPECT_EQ(Item<QListWidget>(2113).item(0)->text(), "Plateau");
     Click(Item(2120)); // save
@@ -79,8 +82,11 @@ TEST_F(CPanel, ADayWithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
     EXPECT_EQ(ReplayScript(strScript, m_Folder.Path("replayed.height")), strAfter);
     GetHost().SaveSettings();
     Stop();
+}
 
-    // The next day: the panel is open again and the brush is in the list.
+// The panel is open again and the brush is in the list.
+void CBrushDay::Return()
+{
     ASSERT_NO_FATAL_FAILURE(Start());
     if (!GetPanel()->isVisible())
     {
@@ -112,6 +118,12 @@ TEST_F(CPanel, ADayWithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
     SavePicture("panel-next-day");
 }
 
+TEST_F(CBrushDay, WithASetHeightBrushFromThePickToTheSavedLibraryAndBack)
+{
+    ASSERT_NO_FATAL_FAILURE(Work());
+    ASSERT_NO_FATAL_FAILURE(Return());
+}
+
 TEST_F(CPanel, NothingOfTheDefinedBrushesIsLostUnasked)
 {
     const std::string strLibrary = m_Folder.Path("root/PredefinedBrushes.ini");
@@ -127,16 +139,6 @@ TEST_F(CPanel, NothingOfTheDefinedBrushesIsLostUnasked)
         "PredefinedBrushes.ini, line 9, brush \"Hill\": mask( \"gone.png\" ) cannot be loaded"));
     ASSERT_NO_FATAL_FAILURE(OpenPanel());
     Click(Item(2133));
-    const auto add = [this](const char* pszName)
-    {
-        QWidget& button = Item(2119);
-        Answer<QInputDialog>([&] { Click(button); },
-                             [&](QInputDialog&)
-                             {
-                                 Type(pszName);
-                                 Key("Return");
-                             });
-    };
     const auto close = [this](QMessageBox::StandardButton eButton)
     {
         Answer<QMessageBox>([this] { m_Window->close(); },
@@ -147,7 +149,7 @@ TEST_F(CPanel, NothingOfTheDefinedBrushesIsLostUnasked)
                             });
         return !m_Window->isVisible();
     };
-    add("Plateau");
+    AddBrush("Plateau");
     Answer<QMessageBox>([this] { Click(Item(2120)); },
                         [this](QMessageBox& box)
                         {
@@ -171,7 +173,7 @@ TEST_F(CPanel, NothingOfTheDefinedBrushesIsLostUnasked)
     EXPECT_EQ(ReadBytes(strLibrary + ".bak2"), strMended);
     ASSERT_TRUE(GetPanel()->isVisible()) << "as it was left";
     Click(Item(2133));
-    add("Plateau");
+    AddBrush("Plateau");
     EXPECT_TRUE(close(QMessageBox::Save));
     EXPECT_NE(ReadBytes(strLibrary).find("\"Plateau\""), std::string::npos);
     Stop();
@@ -179,47 +181,6 @@ TEST_F(CPanel, NothingOfTheDefinedBrushesIsLostUnasked)
     EXPECT_FALSE(std::filesystem::exists(strLibrary + ".bak3"));
     m_Window->close(); // nothing to ask about
     EXPECT_FALSE(m_Window->isVisible());
-}
-
-TEST_F(CPanel, EveryFunctionShowsItsFieldsUnderTheCursor)
-{
-    ASSERT_NO_FATAL_FAILURE(Start());
-    m_Window->resize(1280, 960);
-    ASSERT_NO_FATAL_FAILURE(OpenPanel());
-    const QPalette light = QApplication::palette();
-    QPalette dark(QColor(0x32, 0x32, 0x32));
-    dark.setColor(QPalette::Base, QColor(0x24, 0x24, 0x24));
-    dark.setColor(QPalette::Text, QColor(0xE4, 0xE4, 0xE4));
-    const std::vector<std::pair<int, std::string>> functions = {
-        {2130, "m_Mode m_NeighbourhoodSize m_UseOnlyDestBuffer"},
-        {2131, ""},
-        {2133, "m_Mode m_Height m_PickHeight"},
-        {2132, "m_Height"},
-        {2160, "m_Mode m_NumHeightDivisions m_UseOnlyDestBuffer"},
-        {2137, "m_Mode m_SideInterpolation m_FrontBackInterpolation"}};
-    for (const auto& [iButton, strFields] : functions)
-    {
-        Click(Item(iButton));
-        std::string strShown;
-        const QAbstractItemModel* pModel = Grid().model();
-        for (int i = 0; i < pModel->rowCount(); ++i)
-        {
-            strShown += (i > 0 ? " " : "") + pModel->index(i, 0).data().toString().toStdString();
-        }
-        EXPECT_EQ(strShown, strFields) << iButton;
-        const std::string strScale = std::to_string(qRound(m_Window->devicePixelRatioF() * 100));
-        for (const bool bDark : {false, true})
-        {
-            QApplication::setPalette(bDark ? dark : light);
-            Settle();
-            const std::string strName =
-                "panel-" + std::to_string(iButton) + "-" + strScale + (bDark ? "-dark" : "-light");
-            QDir().mkpath("pictures");
-            GetPanel()->findChild<QScrollArea*>()->widget()->grab().save(
-                QString("pictures/%1.png").arg(strName.c_str()));
-        }
-        QApplication::setPalette(light);
-    }
 }
 
 TEST_F(CPanel, TheWheelScrollsThePanelAndLeavesTheBrush)

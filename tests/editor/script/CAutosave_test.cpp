@@ -54,7 +54,7 @@ TEST_F(CAutosaveTest, WhatIsKeptLiesUnderAnyNameAndFollowsNoLink)
     ASSERT_NO_FATAL_FAILURE(ExpectBack());
 }
 
-TEST_F(CAutosaveTest, ACrashAfterACrashLosesNothingAndAChangedFileIsNoBase)
+TEST_F(CAutosaveTest, ACrashAfterACrashLosesNothing)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_NO_FATAL_FAILURE(Crash(
@@ -100,8 +100,11 @@ TEST_F(CAutosaveTest, ACrashAfterACrashLosesNothingAndAChangedFileIsNoBase)
         }));
     ExpectBack();
     EXPECT_EQ(m_Document.GetTitle(), "Untitled") << "it was never saved";
+}
 
-    // What it stood on is written over in place.
+TEST_F(CAutosaveTest, AFileThatWasWrittenOverInPlaceIsNoBase)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_NO_FATAL_FAILURE(Crash([this] { Stroke(); }));
     const std::string strHeights = m_Folder.Path("l.height");
     Open();
@@ -151,16 +154,13 @@ TEST_F(CAutosaveTest, StepsStayWhenTheLevelIsSavedByAnotherHand)
     }
 }
 
-TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
+namespace
 {
-    const std::function<void()> nothing = [] {
-    };
-    const auto copy = [this]
-    {
-        EXPECT_TRUE(m_Autosave->Tick(m_Now + std::chrono::hours(1)) && m_Autosave->Wait());
-    };
 
-    struct SCase
+class CAutosavedPainting : public CAutosaveTest
+{
+protected:
+    struct SPainted
     {
         const char* pszName;
         EImageFormat eFormat;
@@ -169,7 +169,18 @@ TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
         bool bSaved = false; // the bitmap, by another program, after the crash
     };
 
-    const SCase cases[] = {
+    std::vector<SPainted> GetCases();
+};
+
+std::vector<CAutosavedPainting::SPainted> CAutosavedPainting::GetCases()
+{
+    const std::function<void()> nothing = [] {
+    };
+    const auto copy = [this]
+    {
+        EXPECT_TRUE(m_Autosave->Tick(m_Now + std::chrono::hours(1)) && m_Autosave->Wait());
+    };
+    return {
         {"steps alone", EImageFormat::Rgba32, nothing, nothing},
         {"a palette", EImageFormat::Indexed8, nothing, nothing},
         {"a copy and a step", EImageFormat::Rgba32, copy, nothing, true},
@@ -213,13 +224,19 @@ TEST_F(CAutosaveTest, PaintingComesBackTexelByTexel)
              EXPECT_TRUE(m_Document.Save());
          }},
     };
+}
+
+} // namespace
+
+TEST_F(CAutosavedPainting, ComesBackTexelByTexel)
+{
     ASSERT_NO_FATAL_FAILURE(Start());
     std::vector<uint8_t> texels(size_t{32} * 32 * 4);
     for (uint8_t& uTexel : texels)
     {
         uTexel = static_cast<uint8_t>(m_Numbers.Int(0, 255));
     }
-    for (const SCase& painted : cases)
+    for (const SPainted& painted : GetCases())
     {
         SCOPED_TRACE(painted.pszName);
         const std::string strName = std::string(painted.pszName) + ".png";

@@ -165,6 +165,18 @@ TEST(CStrokeSampler, AReceiverMayCancelTheDrag)
     EXPECT_FALSE(sampler.IsActive());
 }
 
+const Positions g_Corners = {{200, 500},
+                             {460, 430},
+                             {470, 250},
+                             {700, 40},
+                             {640, 380},
+                             {900, 380},
+                             {1010, 491},
+                             {1013, 500},
+                             {400, 650},
+                             {350, 200},
+                             {1100, 300}};
+
 // One second of a path over hills with corners every tenth of a second; each point raises a dab.
 std::vector<SStrokePoint> Sculpt(int iRate, float fSpacing, std::vector<float>& heights)
 {
@@ -205,25 +217,14 @@ std::vector<SStrokePoint> Sculpt(int iRate, float fSpacing, std::vector<float>& 
             }
             terrain.SetHeights(heights.data(), heights.size(), {{0, 0, 0}, {256, 0, 256}});
         });
-    const Positions aCorners = {{200, 500},
-                                {460, 430},
-                                {470, 250},
-                                {700, 40},
-                                {640, 380},
-                                {900, 380},
-                                {1010, 491},
-                                {1013, 500},
-                                {400, 650},
-                                {350, 200},
-                                {1100, 300}};
     sampler.SetSpacing(fSpacing);
     sampler.Press(200, 500);
     for (int i = 1; i <= iRate; ++i)
     {
         const int iPiece = (i - 1) / (iRate / 10);
         const double fAlong = static_cast<double>(i - iPiece * (iRate / 10)) / (iRate / 10);
-        const auto& [fFromX, fFromY] = aCorners[iPiece];
-        const auto& [fToX, fToY] = aCorners[iPiece + 1];
+        const auto& [fFromX, fFromY] = g_Corners[iPiece];
+        const auto& [fToX, fToY] = g_Corners[iPiece + 1];
         sampler.Move(static_cast<float>(fFromX + (fToX - fFromX) * fAlong),
                      static_cast<float>(fFromY + (fToY - fFromY) * fAlong));
     }

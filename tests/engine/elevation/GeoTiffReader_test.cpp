@@ -113,40 +113,42 @@ std::vector<uint8_t> MakeTiff(const STiff& tiff)
     return {strBytes.begin(), strBytes.end()};
 }
 
+constexpr uint16_t FLOATS = SAMPLEFORMAT_IEEEFP;
+constexpr uint16_t WHOLE = SAMPLEFORMAT_UINT;
+constexpr uint16_t DEFLATE = COMPRESSION_ADOBE_DEFLATE;
+constexpr double NO_NUMBER = std::numeric_limits<double>::quiet_NaN();
+constexpr double LOWEST = std::numeric_limits<float>::lowest();
+// And whether the odd sample is a void.
+const std::pair<STiff, bool> LAYOUTS[] = {
+    {{}, false},
+    {{.pszMode = "wb"}, false},
+    {{.pszMode = "wb", .uTile = 16, .uCompression = DEFLATE}, false},
+    {{.pszMode = "wb8", .uFormat = FLOATS, .uBits = 32, .uTile = 64}, false},
+    {{.uFormat = WHOLE, .uCompression = COMPRESSION_LZW}, false},
+    {{.uFormat = SAMPLEFORMAT_VOID, .uTile = 32}, false},
+    {{.uFormat = WHOLE, .uBits = 32, .uTile = 16}, false},
+    {{.uBits = 32, .uCompression = DEFLATE}, false},
+    {{.pszMode = "wb", .uFormat = FLOATS, .uBits = 32}, false},
+    {{.uFormat = FLOATS, .uBits = 64, .uTile = 16}, false},
+    {{.uFormat = WHOLE, .uBits = 8}, false},
+    {{.uBits = 8, .uTile = 16}, false},
+    {{.uOrientation = ORIENTATION_BOTLEFT}, false},
+    {{.uTile = 16, .uOrientation = ORIENTATION_TOPRIGHT}, false},
+    {{.uTile = 16, .uOrientation = ORIENTATION_BOTRIGHT}, false},
+    {{.pszNoData = " -9999 ", .uModel = 1, .odd = -9999}, true},
+    {{.pszNoData = "-9999.0", .uModel = 2, .odd = -9999}, true},
+    {{.pszNoData = "none", .odd = -9999}, false},
+    {{.odd = -32768}, true},
+    {{.uBits = 32, .odd = -32768}, false},
+    {{.uFormat = FLOATS, .uBits = 32, .odd = NO_NUMBER}, true},
+    // Digits lost on the way through another program.
+    {{.uFormat = FLOATS, .uBits = 32, .pszNoData = "-3.402823466e+38", .odd = LOWEST}, true},
+};
+
 TEST(GeoTiffReader, EveryLayoutGivesEverySampleNorthRowFirstAndWhatTheTagsSay)
 {
-    constexpr uint16_t FLOATS = SAMPLEFORMAT_IEEEFP;
-    constexpr uint16_t WHOLE = SAMPLEFORMAT_UINT;
-    constexpr uint16_t DEFLATE = COMPRESSION_ADOBE_DEFLATE;
-    constexpr double NO_NUMBER = std::numeric_limits<double>::quiet_NaN();
-    constexpr double LOWEST = std::numeric_limits<float>::lowest();
-    const std::pair<STiff, bool> aCases[] = {
-        {{}, false},
-        {{.pszMode = "wb"}, false},
-        {{.pszMode = "wb", .uTile = 16, .uCompression = DEFLATE}, false},
-        {{.pszMode = "wb8", .uFormat = FLOATS, .uBits = 32, .uTile = 64}, false},
-        {{.uFormat = WHOLE, .uCompression = COMPRESSION_LZW}, false},
-        {{.uFormat = SAMPLEFORMAT_VOID, .uTile = 32}, false},
-        {{.uFormat = WHOLE, .uBits = 32, .uTile = 16}, false},
-        {{.uBits = 32, .uCompression = DEFLATE}, false},
-        {{.pszMode = "wb", .uFormat = FLOATS, .uBits = 32}, false},
-        {{.uFormat = FLOATS, .uBits = 64, .uTile = 16}, false},
-        {{.uFormat = WHOLE, .uBits = 8}, false},
-        {{.uBits = 8, .uTile = 16}, false},
-        {{.uOrientation = ORIENTATION_BOTLEFT}, false},
-        {{.uTile = 16, .uOrientation = ORIENTATION_TOPRIGHT}, false},
-        {{.uTile = 16, .uOrientation = ORIENTATION_BOTRIGHT}, false},
-        {{.pszNoData = " -9999 ", .uModel = 1, .odd = -9999}, true},
-        {{.pszNoData = "-9999.0", .uModel = 2, .odd = -9999}, true},
-        {{.pszNoData = "none", .odd = -9999}, false},
-        {{.odd = -32768}, true},
-        {{.uBits = 32, .odd = -32768}, false},
-        {{.uFormat = FLOATS, .uBits = 32, .odd = NO_NUMBER}, true},
-        // Digits lost on the way through another program.
-        {{.uFormat = FLOATS, .uBits = 32, .pszNoData = "-3.402823466e+38", .odd = LOWEST}, true},
-    };
     int nCase = 0;
-    for (const auto& [tiff, bVoid] : aCases)
+    for (const auto& [tiff, bVoid] : LAYOUTS)
     {
         SCOPED_TRACE(nCase++);
         SSampleGrid grid;

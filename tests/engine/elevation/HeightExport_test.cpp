@@ -56,38 +56,38 @@ protected:
     SExportPlan m_Plan;
 };
 
+const struct
+{
+    const char* pszExtension;
+    bool bFloat;
+    EByteOrder eByteOrder;
+    double dWhite; // of export and import alike
+    double dUnit;
+    bool bSquare;
+    bool bSpacing;
+} FORMATS[] = {
+    {".height", true, EByteOrder::None, 0, 0, false, true},
+    {".png", false, EByteOrder::None, 65535, 0, false, false},
+    {".png", false, EByteOrder::None, 32767.5, 0, false, false},
+    {".r16", false, EByteOrder::None, 0, 1, false, false},
+    {".r16", false, EByteOrder::Little, 0, 0.5, false, false},
+    {".R16", false, EByteOrder::Big, 65535, 0, false, false},
+    {".r32", true, EByteOrder::None, 0, 0, false, false},
+    {".r32", true, EByteOrder::Big, 0, 0, false, false},
+    {".r32", true, EByteOrder::Big, 65536, 0, false, false},
+    {".npy", true, EByteOrder::None, 0, 0, false, false},
+    {".hgt", false, EByteOrder::None, 0, 0, true, false},
+    {".tif", true, EByteOrder::None, 0, 0, false, true},
+    {".TIFF", true, EByteOrder::None, 0, 0.5, false, true},
+    {".asc", true, EByteOrder::None, 0, 0, false, true},
+};
+
 TEST_F(HeightExport, AMapGoesThroughEveryFormatUnturned)
 {
     constexpr uint32_t COLUMNS = 37;
     const SVec3 size{72.0F, 40000.0F, 30.0F}; // steps of 2 x 1.5, where it has 21 rows
 
-    const struct
-    {
-        const char* pszExtension;
-        bool bFloat;
-        EByteOrder eByteOrder;
-        double dWhite; // of export and import alike
-        double dUnit;
-        bool bSquare;
-        bool bSpacing;
-    } aCases[] = {
-        {".height", true, EByteOrder::None, 0, 0, false, true},
-        {".png", false, EByteOrder::None, 65535, 0, false, false},
-        {".png", false, EByteOrder::None, 32767.5, 0, false, false},
-        {".r16", false, EByteOrder::None, 0, 1, false, false},
-        {".r16", false, EByteOrder::Little, 0, 0.5, false, false},
-        {".R16", false, EByteOrder::Big, 65535, 0, false, false},
-        {".r32", true, EByteOrder::None, 0, 0, false, false},
-        {".r32", true, EByteOrder::Big, 0, 0, false, false},
-        {".r32", true, EByteOrder::Big, 65536, 0, false, false},
-        {".npy", true, EByteOrder::None, 0, 0, false, false},
-        {".hgt", false, EByteOrder::None, 0, 0, true, false},
-        {".tif", true, EByteOrder::None, 0, 0, false, true},
-        {".TIFF", true, EByteOrder::None, 0, 0.5, false, true},
-        {".asc", true, EByteOrder::None, 0, 0, false, true},
-    };
-
-    for (const auto& c : aCases)
+    for (const auto& c : FORMATS)
     {
         SCOPED_TRACE(testing::Message() << c.pszExtension << ", white " << c.dWhite << ", unit "
                                         << c.dUnit << ", order " << static_cast<int>(c.eByteOrder));

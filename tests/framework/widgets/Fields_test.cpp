@@ -31,6 +31,14 @@ protected:
     CSpinButtonCtrl m_Spin;
 };
 
+struct SScroll
+{
+    EScrollCode eCode;
+    int iValue;
+
+    bool operator==(const SScroll&) const = default;
+};
+
 } // namespace
 
 TEST_F(CFields, EditsNotifyForTypedAndForSetTexts)
@@ -141,14 +149,6 @@ TEST_F(CFields, AHandlerThatReadsWhileFieldsAreWrittenSpoilsNothing)
 
 TEST_F(CFields, SlidersTellTheirCodesAndMoveAsTheHandlerSays)
 {
-    struct SScroll
-    {
-        EScrollCode eCode;
-        int iValue;
-
-        bool operator==(const SScroll&) const = default;
-    };
-
     std::vector<SScroll> scrolls;
     bool bMove = false;
     m_Form.OnScroll(
