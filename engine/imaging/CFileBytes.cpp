@@ -2,8 +2,6 @@
 
 #include "host/FileSystem.h"
 
-#include <new>
-
 namespace
 {
 
@@ -14,32 +12,23 @@ constexpr uint64_t MAX_FILE_BYTES = uint64_t{2} << 30;
 
 bool CFileBytes::Read(const char* pszPath, std::string& strFault)
 {
-    fs::file file;
-    if (!file.open(pszPath, fs::mode_read))
+    const EFileRead eResult = ReadFileBytes(pszPath, MAX_FILE_BYTES, m_Bytes, strFault);
+    switch (eResult)
     {
-        strFault = file.last_error().get_error_text();
-        return false;
-    }
-    const uint64_t nBytes = file.length();
-    if (nBytes > MAX_FILE_BYTES)
-    {
+    case EFileRead::Done:
+    case EFileRead::NotOpened:
+        break;
+    case EFileRead::TooLong:
         strFault = std::string(pszPath) + ": the file is too long for a picture";
-        return false;
-    }
-    m_Count = static_cast<size_t>(nBytes);
-    m_Bytes.reset(new (std::nothrow) uint8_t[m_Count]);
-    if (!m_Bytes)
-    {
+        break;
+    case EFileRead::NoMemory:
         strFault = std::string(pszPath) + ": not enough memory";
-        return false;
+        break;
+    case EFileRead::NotRead:
+        strFault = strFault.empty() ? std::string(pszPath) + ": cannot be read" : strFault;
+        break;
     }
-    if (file.read(m_Bytes.get(), m_Count) != m_Count)
-    {
-        const std::string strReason = file.last_error().get_error_text();
-        strFault = strReason.empty() ? std::string(pszPath) + ": cannot be read" : strReason;
-        return false;
-    }
-    return true;
+    return eResult == EFileRead::Done;
 }
 
 bool WriteFileBytes(const char* pszPath, std::span<const uint8_t> bytes, std::string& strFault)

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "host/FileBytes.h"
+
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <string>
 
@@ -13,11 +14,10 @@ public:
     bool Read(const char* pszPath, std::string& strFault);
 
     // Borrowed until the object is gone.
-    std::span<const uint8_t> GetBytes() const { return {m_Bytes.get(), m_Count}; }
+    std::span<const uint8_t> GetBytes() const { return m_Bytes.Get(); }
 
 private:
-    std::unique_ptr<uint8_t[]> m_Bytes;
-    size_t m_Count = 0;
+    SFileBytes m_Bytes;
 };
 
 // Replaces the file. False with strFault as above; the old file then stays.

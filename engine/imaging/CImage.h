@@ -10,7 +10,7 @@ class CImage final : public IImage
 {
 public:
     // Width and height in pixels, 1 to this.
-    static constexpr uint32_t MAX_SIDE = 32768;
+    static constexpr uint32_t MAX_SIDE = IMAGE_MAX_SIDE;
 
     // Pixels are left as the memory was: the caller fills them all. Null for a bad size or format,
     // or when the memory is not there.

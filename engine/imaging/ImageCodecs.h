@@ -2,6 +2,7 @@
 
 #include "engine/imaging/CImage.h"
 #include "engine/imaging/CPalette.h"
+#include "host/TerrainSize.h"
 
 #include <memory>
 #include <span>
@@ -38,7 +39,7 @@ enum class EImageFile
 // More pixels than this are refused, whatever the format: as many as the largest terrain has
 // vertices. A few packed bytes can claim any number, and what is painted needs twelve bytes a
 // pixel.
-constexpr uint64_t MAX_PIXELS = uint64_t{16385} * 16385;
+constexpr uint64_t MAX_PIXELS = uint64_t{TERRAIN_MAX_VERTICES} * TERRAIN_MAX_VERTICES;
 
 // By the first bytes. TGA has no mark at its start: its footer counts, else the file's extension.
 EImageFile RecogniseImage(std::span<const uint8_t> data, const char* pszPath);
