@@ -152,3 +152,15 @@ TEST_F(CPainterFunctionTest, MovesOfADragAllocateNothing)
     EXPECT_EQ(GetAllocationCount(), nBefore);
     EXPECT_GT(m_Host.At(10, 8), 0.0F);
 }
+
+TEST_F(CPainterFunctionTest, APointThatIsDrawnAsksForNewPicturesAndAMissDoesNothing)
+{
+    Use(new CTestPainter(nullptr));
+    Press(50, 0, 50);
+    TakeCalls();
+    EXPECT_EQ(Move(55, 0, 50), 1);
+    EXPECT_EQ(TakeCalls(), (Calls{"Host.PickTerrain(1, 4)", "Host.RedrawViews()"}));
+    m_Face.Miss();
+    EXPECT_EQ(session.OnMouseMove(1, 2, 4, 0, 0), 0);
+    EXPECT_EQ(TakeCalls(), Calls{"Host.PickTerrain(1, 4)"});
+}
