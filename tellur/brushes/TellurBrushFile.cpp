@@ -84,10 +84,8 @@ bool CTellurBrush::LoadFunction(const CTCPARSE_KEYWORD* pKey)
 {
     const char* pszName = GetStringValue(pKey->params);
     PluginContext* pContext = GetPluginContext();
-    CFunctionContainer* pFunctions =
-        pContext != nullptr ? pContext->GetFunctionContainer() : nullptr;
     const ITellurFunction* pPrototype =
-        pFunctions != nullptr ? pFunctions->FindFunction(pszName) : nullptr;
+        pContext != nullptr ? pContext->GetFunctionContainer()->FindFunction(pszName) : nullptr;
     if (pPrototype == nullptr)
     {
         CrashLog("[CTellurBrush::Load] unrecognized function %s\n", GetText(pszName));

@@ -25,9 +25,8 @@ struct SExtentLimits
 };
 
 // What the folders of the plug-in share: the host's pointers and the plug-in's own state. The
-// plug-in object implements it; a test sets its own. Nobody keeps a copy of what it answers,
-// because the host goes away before the library does and the level changes under it. UI thread
-// only.
+// plug-in object implements it. Nobody keeps a copy of what it answers, because the host goes away
+// before the library does and the level changes under it. UI thread only.
 class PluginContext
 {
 public:
@@ -41,8 +40,8 @@ public:
 
     virtual CTellurBrush* GetCurrentBrush() const = 0;      // borrowed, null when none
     virtual void SetCurrentBrush(CTellurBrush* pBrush) = 0; // borrowed until replaced
-    virtual CFunctionContainer* GetFunctionContainer() = 0; // borrowed, may be null in a test
-    virtual CBrushContainer* GetBrushContainer() = 0;       // borrowed, may be null in a test
+    virtual CFunctionContainer* GetFunctionContainer() = 0; // borrowed, never null
+    virtual CBrushContainer* GetBrushContainer() = 0;       // borrowed, never null
     // Asks for a name and adds a clone to the predefined brushes; false without a brush and when
     // cancelled.
     virtual bool AddBrushToPredefined(CTellurBrush* pBrush) = 0;

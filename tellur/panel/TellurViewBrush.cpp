@@ -204,9 +204,7 @@ void CTellurView::OnFunctionButton(size_t iFunction)
         ShowBrush();
         return;
     }
-    CBrushContainer* pBrushes = pContext->GetBrushContainer();
-    CTellurBrush* pTool = pBrushes != nullptr ? pBrushes->FindBrush(pszName) : nullptr;
-    if (pTool != nullptr)
+    if (CTellurBrush* pTool = pContext->GetBrushContainer()->FindBrush(pszName))
     {
         pContext->SetCurrentBrush(pTool);
         if (!IsTerraformingOn())

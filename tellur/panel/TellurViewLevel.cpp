@@ -64,12 +64,9 @@ void CTellurView::FillBrushList()
 {
     m_BrushList.SetRedraw(false);
     m_BrushList.ResetContent();
-    if (CBrushContainer* pBrushes = GetPluginContext()->GetBrushContainer())
+    for (const auto& pBrush : GetPluginContext()->GetBrushContainer()->GetPredefined())
     {
-        for (const auto& pBrush : pBrushes->GetPredefined())
-        {
-            AddBrushToList(pBrush.get());
-        }
+        AddBrushToList(pBrush.get());
     }
     m_BrushList.SetRedraw(true);
 }
@@ -118,8 +115,7 @@ void CTellurView::OnAddBrush()
 
 void CTellurView::OnSaveBrushes()
 {
-    CBrushContainer* pBrushes = GetPluginContext()->GetBrushContainer();
-    if (pBrushes != nullptr && !SaveBrushesWithCopy(*pBrushes, PREDEFINED_BRUSHES))
+    if (!SaveBrushesWithCopy(*GetPluginContext()->GetBrushContainer(), PREDEFINED_BRUSHES))
     {
         ShowMessageBox("Failed to save brushes", MB_OK | MB_ICONEXCLAMATION);
     }
