@@ -182,8 +182,9 @@ public:
     // Undo, actions, picking.
     virtual void AddUndo(CUndo* pUndo) = 0; // owned by the host from the call on; null is ignored
     virtual void RegisterActions(const std::vector<SActionDescriptor>& actions) = 0; // copied
-    // PICK_HIT when the ray under the point hits the terrain as it is now; hit is then in terrain
-    // units, else untouched. point: as the event had it, which only means something until the next
-    // one. uReserved: 0.
+    // PICK_HIT when the ray under the point hits the ground; hit is then in terrain units, else
+    // untouched. While a drag sculpts, a host may aim at the ground of the press and take the
+    // height from the ground as it is. point: as the event had it, which only means something until
+    // the next one. uReserved: 0.
     virtual int PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t uReserved) = 0;
 };

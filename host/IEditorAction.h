@@ -14,8 +14,10 @@ class CTCPARSE_KEYWORD;
 // Two ways to give the person something to do. A keyboard action is a record with a name and a
 // default key: the plug-in tells the host its list once (EditorHost::RegisterActions, from
 // IPlugin::RegisterActions), the host binds keys, and IPlugin::OnAction gets the index. An editor
-// action is an object of the plug-in that the host lists, clones, runs and saves; a process is one
-// that does a piece of work on the level (EditorHost::RegisterProcess). UI thread.
+// action is an object of the plug-in that the host lists and runs; a process is one that does a
+// piece of work on the level (EditorHost::RegisterProcess). Clone, the reflected fields and
+// SaveAttribs and LoadAttribs are for hosts that keep sets of actions, which ours does not. UI
+// thread.
 //
 // Order of calls of an object: SetId once, when it is registered; GetName for the list; for a run
 // the release of a drag, CanExecute and, after a true, Execute. It is destroyed by the host before

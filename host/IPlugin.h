@@ -27,8 +27,9 @@ class EngineHost;
 //
 // Another level, or another terrain in it: the release of a drag that runs, ReleaseWorldResources,
 // the other heights, the undo records are destroyed (not where the change is a record itself),
-// OnHostNotify(NOTIFY_LEVEL_CHANGED). A reload that the plug-in asks for itself with
-// EditorHost::GetEnvironmentFile comes without ReleaseWorldResources.
+// OnHostNotify(NOTIFY_LEVEL_CHANGED). Where the other level cannot be read, ReleaseWorldResources
+// was called, heights and records stay, and no notification comes. A reload that the plug-in asks
+// for itself with EditorHost::GetEnvironmentFile comes without ReleaseWorldResources.
 //
 // End. The release of a drag that runs, the current mode is left, SaveSettings, the panel is
 // closed, Shutdown, OnHostNotify(NOTIFY_HOST_GOES). Then the host destroys all that it owns of the
@@ -70,7 +71,8 @@ class IPlugin
 {
 public:
     virtual void ReservedA(uintptr_t) = 0; // does nothing
-    // Puts the plug-in's settings back to their defaults, when the person asks for that.
+    // Puts the plug-in's settings back to their defaults, for a host that lets the person ask for
+    // that; ours does not.
     virtual void ResetSettings() = 0;
     // Appends the plug-in's keys to the host's settings file, as declarations and calls. file:
     // borrowed, open for writing; its faults are the host's to see. Only with RegisterPluginB.
@@ -85,9 +87,10 @@ public:
     virtual void ReservedE() = 0;
     // Once, before Initialize: calls EditorHost::RegisterActions.
     virtual void RegisterActions() = 0;
-    // Writes the short text of a local command with its terminator into pszBuffer, an empty one
-    // where there is none. The buffer has room for 80 bytes; null and the index of another plug-in
-    // leave it.
+    // For a host that shows commands by their texts; ours does not call it. Writes the short text
+    // of a local command with its terminator into pszBuffer, an empty one where there is none. The
+    // caller's buffer has room for any text of the plug-in, 80 bytes for this one; null and the
+    // index of another plug-in leave it.
     virtual void GetCommandText(int32_t iPlugin, int32_t iCommand, char* pszBuffer) = 0;
     // Once: registers the plug-in, its modes, toolbar, menu, settings and processes with the host.
     virtual void Initialize() = 0;
@@ -97,7 +100,8 @@ public:
     // NOTIFY_HOST_GOES, and what the plug-in has handed over stays the host's.
     virtual void Shutdown() = 0;
     virtual void OnCommand(int32_t iCommand) = 0; // a local command was chosen; others are ignored
-    // Deletes an object that this library made, in its heap; null is ignored. uReserved: 0.
+    // Deletes an object that this library made, in its heap; null is ignored. uReserved: 0. Ours
+    // does not call it, since destructors are virtual.
     virtual void DestroyObject(uint32_t uReserved, IPluginObject* pObject) = 0;
     // The level's textures, heights and whatever else belongs to it are about to go: gives back
     // what it has from World and texture manager, and keeps nothing that depends on the size.

@@ -47,7 +47,8 @@ public:
     // switched on; a tool that is up stays. Null: the one that was up last, at first the one that
     // raises. False when there is none, or when the mode that is current stays.
     virtual bool TakeTool(const char* pszFunction) = 0;
-    // 0 without a brush, no number where the function has no amount. SetBrushValue returns what the
+    // 0 without a brush and, but for the extent, while painting; of an amount no number there, nor
+    // where the function has none. SetBrushValue returns what the
     // value is now: power is 0 to 1, hardness 0 to 100, the extent half a cell to the terrain's
     // width, a height at most the terrain's, another amount 1 to 1000.
     virtual float GetBrushValue(EBrushValue eValue) = 0;
@@ -62,6 +63,7 @@ public:
     virtual std::string GetMaskPath() = 0;
     virtual bool IsMaskEnabled() = 0;
     virtual void EnableMask(bool bEnable) = 0;
-    // Asks for the picture and switches it on. False without a brush and when cancelled.
+    // Asks for the picture and switches it on. False without a brush and when cancelled; true also
+    // for a file that cannot be read, after a logged line: GetMaskPath is empty then.
     virtual bool ChooseMask() = 0;
 };

@@ -13,8 +13,8 @@ class ITexture;
 //
 // Changing heights: GetHeights once at the start of a drag, SetHeights with the whole array after
 // each point, the box saying what differs; undo writes single vertices with SetBlockHeights.
-// UpdateNormals when the work of normals is to be done now and not with the next frame. Then
-// EditorHost::OnTerrainChanged and RedrawViews.
+// UpdateNormals after them when light is to follow at once. Then EditorHost::OnTerrainChanged and
+// RedrawViews.
 
 // One vertex for Terrain::SetBlockHeights: three floats.
 struct SBlockEntry
@@ -60,7 +60,8 @@ public:
     // shows none. The last call of a frame counts.
     virtual void DrawProjectedTexture(const SExtents& box, ITexture* pTexture) = 0;
 
-    // Brings every stale normal up to date; true when there was something to do.
+    // Makes the normals of what has changed follow; a terrain may put the work off until somebody
+    // reads them. True when heights have changed since the last call.
     virtual bool UpdateNormals() = 0;
 
     // What is laid over the ground while a tool needs it, each until it is set again: a texture of

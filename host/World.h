@@ -87,7 +87,7 @@ class World
 public:
     virtual ~World() = default;
 
-    // After the files of textures changed: everything that shows them is refreshed.
+    // After the files of textures changed: what shows them may follow.
     virtual void OnTexturesChanged() = 0;
     // A texture with a copy of the image, the world's until ReleaseTexture. Null for a null image,
     // with one logged line.

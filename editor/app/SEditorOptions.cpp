@@ -16,6 +16,10 @@ bool SEditorOptions::Read(int nArguments, const char* const* ppszArguments, std:
         return false;
     }
     eAnswer = line.eAnswer;
+    if (eAnswer != EProgramAnswer::None)
+    {
+        return true;
+    }
     if (line.operands.size() > 1)
     {
         strFault = "more than one level: " + line.operands[1];

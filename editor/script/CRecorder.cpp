@@ -81,7 +81,7 @@ bool CRecorder::Start(const std::string& strPath)
 {
     Stop();
     m_Host.EndDrag();
-    if (!m_Writer.CanWrite() || m_Host.GetEngine().GetWorld()->GetTerrain() == nullptr)
+    if (!m_Writer.CanWriteStrokes() || m_Host.GetEngine().GetWorld()->GetTerrain() == nullptr)
     {
         CrashLog("[CRecorder::Start] there is no level to record\n");
         return false;

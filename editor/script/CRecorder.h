@@ -24,7 +24,8 @@ class IPluginPainting;
 class CRecorder : public IHostObserver, private IScriptSink
 {
 public:
-    // pPlugin: borrowed. Nothing can be recorded of one that plays no scripts, and of null.
+    // pPlugin: borrowed. Nothing can be recorded of one without IPluginScript or
+    // IPluginTools, and of null.
     CRecorder(CEditorHost& host, IPlugin* pPlugin);
     ~CRecorder() override; // as Stop
     CRecorder(const CRecorder&) = delete;

@@ -79,7 +79,7 @@ void CScriptMouse::Send(EMouseEvent eEvent, int32_t iStep)
         m_Strokes->TakeDragStatistics(); // what happened before the drag is not its work
         m_Drags.Begin(m_Tools != nullptr ? m_Tools->GetFunctionName() : "");
     }
-    const int32_t nButtons = m_Drags.IsRunning() ? MOUSE_BUTTON_LEFT : 0;
+    m_bDown = eEvent == EMouseEvent::Press || (m_bDown && eEvent == EMouseEvent::Move);
     const auto start = std::chrono::steady_clock::now();
     if (eEvent == EMouseEvent::Press)
     {
@@ -91,8 +91,8 @@ void CScriptMouse::Send(EMouseEvent eEvent, int32_t iStep)
     }
     else
     {
-        const uint32_t uFlags = m_KeyFlags | (nButtons != 0 ? MOUSE_LEFT : 0U);
-        m_Host.SendMouseMove(m_View, uFlags, {}, {0, nButtons}, {0, iStep});
+        const uint32_t uFlags = m_KeyFlags | (m_bDown ? MOUSE_LEFT : 0U);
+        m_Host.SendMouseMove(m_View, uFlags, {}, {0, m_bDown ? MOUSE_BUTTON_LEFT : 0}, {0, iStep});
     }
     const std::chrono::duration<double, std::milli> spent =
         std::chrono::steady_clock::now() - start;

@@ -58,4 +58,5 @@ private:
     IPluginTools* m_Tools;
     CDragRecorder m_Drags;
     uint32_t m_KeyFlags = 0; // of EMouseFlag
+    bool m_bDown = false;    // the button, whatever the plug-in tells of its drags
 };

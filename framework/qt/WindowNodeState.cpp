@@ -183,7 +183,7 @@ void CWindowNode::ReleasePress()
 
 IListNode* CWindowNode::GetList()
 {
-    return GetAs<IListNode>();
+    return GetCombo() == nullptr ? GetAs<IListNode>() : nullptr; // a drop-down has a list's rows
 }
 
 IComboNode* CWindowNode::GetCombo()

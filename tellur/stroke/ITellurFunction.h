@@ -69,6 +69,7 @@ public:
     // pBlock: first node of the parsed block, null for an empty one. Always true.
     virtual bool Load(const CTCPARSE_KEYWORD* pBlock) = 0;
 
+    // What the points of a drag are to it, which tells a host how to send them.
     virtual EStrokePath GetStrokePath() const { return EStrokePath::None; }
 
     // Whether it takes its mode from the keys that are held: Ctrl only raises, Alt only lowers.

@@ -108,8 +108,12 @@ public:
         }
     }
 
-    void OnMouseMove(ViewId view, uint32_t, ViewPoint, uintptr_t, uintptr_t) override
+    void OnMouseMove(ViewId view, uint32_t uFlags, ViewPoint point, uintptr_t, uintptr_t) override
     {
+        if ((uFlags & MOUSE_LEFT) != 0)
+        {
+            OnLButtonDown(view, point, uFlags);
+        }
         g_pHost->RefreshView(view);
     }
 

@@ -48,11 +48,14 @@ std::vector<SOperation> FindOperations(const std::string& strText)
 
 } // namespace
 
-TEST(HostHeaders, CommentEveryOperation)
+TEST(HostHeaders, CommentEveryOperationAndStandInTheGuide)
 {
+    const std::string strGuide = ReadFile("docs/host-interface.md");
     size_t nOperations = 0;
     for (const std::string& strFile : ListFiles({"host"}, {".h"}))
     {
+        const std::string strName = "`" + strFile.substr(strFile.find('/') + 1) + "`";
+        EXPECT_NE(strGuide.find(strName), std::string::npos) << strName;
         for (const SOperation& operation : FindOperations(ReadFile(strFile)))
         {
             ++nOperations;

@@ -161,7 +161,9 @@ TEST(ReplayFailures, AnotherPluginTakesMouseEventsButNoScriptKeywords)
         "press_at( [ 20, 0, 70 ] ) release_at( [ 20, 0, 70 ] )\n"
         "expect_height( 2, 7, 10, 0 )\n"
         "press( 80.5, 1 ) release( 80.5, 1 ) press_miss() release_miss()\n"
-        "expect_undo( 2 ) undo() undo() expect_height( 4, 4, 0, 0 )\n";
+        "move( 50, 10, 0 ) press( 60, 10 ) move( 70, 10, 0 ) release( 70, 10 ) move( 50, 10, 0 )\n"
+        "expect_height( 6, 1, 10, 0 ) expect_height( 7, 1, 10, 0 ) expect_height( 5, 1, 0, 0 )\n"
+        "expect_undo( 4 ) undo() undo() undo() undo() expect_height( 4, 4, 0, 0 )\n";
     const SRunResult stroke = runner.Play(strStroke, {"--plugin", strPlugin});
     EXPECT_EQ(stroke.iExitCode, 0) << stroke.strErr;
     const SRunResult keyword = runner.Play("auto_normals( 1 )", {"--plugin", strPlugin});
