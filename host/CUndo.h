@@ -8,6 +8,7 @@
 //
 // Undo and Redo come in turns and in the order of the stack: Undo finds the level as it was right
 // after the edit, Redo as it was right before, bit for bit. They ask the World for the terrain.
+// An editor ends a drag before a step; a script may step within one.
 // They write the level and redraw, add no records and change no modes. A host that has no memory
 // for the record calls Undo at once, inside AddUndo, and destroys it.
 //

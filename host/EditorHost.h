@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+class CMenu; // framework/core, as the next two
 class CRuntimeClass;
 class CToolBar;
-class CMenu;
 class CUndo;
 class ICamera;
 class IEditorAction;
@@ -97,7 +97,8 @@ public:
 
     // A setting of the host's grid, bound to a member that outlives the plug-in's shutdown: the
     // grid writes it at any time and tells nobody, and SaveSettings keeps it. eType: of the member,
-    // as of a reflected field. The texts are CRTTIField's.
+    // as of a reflected field. The texts are CRTTIField's; what is unknown in the edit flags is
+    // left out. Null for the value is one logged line and no setting.
     virtual void RegisterSetting(const char* pszName,
                                  ERTTIType eType,
                                  void* pValue,
@@ -181,7 +182,9 @@ public:
 
     // Undo, actions, picking.
     virtual void AddUndo(CUndo* pUndo) = 0; // owned by the host from the call on; null is ignored
-    virtual void RegisterActions(const std::vector<SActionDescriptor>& actions) = 0; // copied
+    // Copied. A default key that a command of the host has stays the host's; the person can give
+    // the action another one.
+    virtual void RegisterActions(const std::vector<SActionDescriptor>& actions) = 0;
     // PICK_HIT when the ray under the point hits the ground; hit is then in terrain units, else
     // untouched. While a drag sculpts, a host may aim at the ground of the press and take the
     // height from the ground as it is. point: as the event had it, which only means something until

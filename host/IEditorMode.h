@@ -13,7 +13,8 @@
 //
 // While it is current: SetCursor, input as the plug-in forwards it, Render. A press is followed by
 // moves with MOUSE_LEFT in their flags and by one release; moves without it come as well, and a
-// last one at (-1, -1) when the cursor leaves the view. What a mode keeps from a press it must be
+// last one at (-1, -1) when the cursor leaves the view. A script's events have no place, (0, 0):
+// EditorHost::PickTerrain knows where its cursor is. What a mode keeps from a press it must be
 // able to drop without a release: a press that comes while it believes in an older one begins anew.
 class IEditorMode
 {
@@ -31,8 +32,8 @@ public:
 
     virtual bool IsAvailable() = 0;   // false: may not become current now
     virtual bool CanDeactivate() = 0; // false: may not be left now, unless the plug-in is unloaded
-    // The cursor is over a view, or the tool has changed: sets its cursor. False: it has none, and
-    // the host shows its own.
+    // The cursor has come over a view, or the host has changed the tool under it: sets its cursor.
+    // False: it has none, and the host shows its own. It may also announce itself and redraw.
     virtual bool SetCursor() = 0;
     virtual void Activate() = 0;   // takes the input; announces itself with SetModeCaption
     virtual void Deactivate() = 0; // gives back what it shows and holds; also without a level

@@ -28,13 +28,14 @@ class EngineHost;
 // Another level, or another terrain in it: the release of a drag that runs, ReleaseWorldResources,
 // the other heights, the undo records are destroyed (not where the change is a record itself),
 // OnHostNotify(NOTIFY_LEVEL_CHANGED). Where the other level cannot be read, ReleaseWorldResources
-// was called, heights and records stay, and no notification comes. A reload that the plug-in asks
-// for itself with EditorHost::GetEnvironmentFile comes without ReleaseWorldResources.
+// was called, heights and records stay, and no notification comes. The first level comes in this
+// way, too. A reload that the plug-in asks for itself with EditorHost::GetEnvironmentFile comes
+// without ReleaseWorldResources.
 //
-// End. The release of a drag that runs, the current mode is left, SaveSettings, the panel is
-// closed, Shutdown, OnHostNotify(NOTIFY_HOST_GOES). Then the host destroys all that it owns of the
-// plug-in (modes, undo records, processes) without another call to it, and closes the library,
-// which destroys the plug-in object.
+// End. The release of a drag that runs, the current mode is left, SaveSettings (by a host that
+// keeps settings), the panel is closed, Shutdown, OnHostNotify(NOTIFY_HOST_GOES). Then the host
+// destroys all that it owns of the plug-in (modes, undo records, processes) without another call to
+// it, and closes the library, which destroys the plug-in object.
 //
 // A call into the host may call the plug-in again before it returns: leaving a mode ends its drag,
 // opening the panel makes it, a reload notifies. While a question to the person is open, frames,
@@ -78,7 +79,8 @@ public:
     // borrowed, open for writing; its faults are the host's to see. Only with RegisterPluginB.
     virtual void SaveSettings(fs::ifile& file) = 0;
     // Picks its own keys from the whole chain of the settings file, the last of a name counts.
-    // pFirst: borrowed for the call, null without a file. Only with RegisterPluginB.
+    // pFirst: borrowed for the call, null without a file; parser/KeywordValues.h reads it, names
+    // are in lower case. Only with RegisterPluginB.
     virtual void LoadSettings(const CTCPARSE_KEYWORD* pFirst) = 0;
     virtual bool ReservedB(uintptr_t, uintptr_t) = 0; // true
     // These do nothing.
@@ -109,7 +111,8 @@ public:
     virtual void ReservedF() = 0; // does nothing
     // Writes MakeActionHandle of its index to pHandle, never null, and returns pHandle.
     virtual uint32_t* GetActionHandle(uint32_t* pHandle) = 0;
-    virtual int32_t GetModeGroup() = 0; // of all its modes, EModeGroup or a number of its own
+    // Of all its modes, EModeGroup or a number of its own; ours asks the modes instead.
+    virtual int32_t GetModeGroup() = 0;
 
     // These two do nothing.
     virtual void ReservedG(uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t, uintptr_t) {}
@@ -121,7 +124,8 @@ public:
     // last event. Goes to ModeManager::OnLButtonDown, the four numbers as one block.
     virtual void OnLButtonDown(ViewId, uint32_t, int32_t, int32_t, int32_t, int32_t) {}
 
-    // It went up, or the host ends the drag: the same arguments, flags 0 then.
+    // It went up, or the host ends the drag, which is not told apart: the same arguments, without
+    // MOUSE_LEFT.
     virtual void OnLButtonUp(ViewId, uint32_t, int32_t, int32_t, int32_t, int32_t) {}
 
     // These four do nothing.
@@ -150,8 +154,9 @@ public:
         return 0;
     }
 
-    // A key of an action: view, its number (of this plug-in's own, or ECameraAction), how often the
-    // key has repeated, 1 at least. What is no business of the plug-in goes to the current mode.
+    // A key of an action: view, its number (of this plug-in's own, or ECameraAction), how many
+    // strokes of the key this stands for. A key that is held comes again and again, each with 1; a
+    // script may give another number. What is no business of the plug-in goes to the current mode.
     virtual void OnAction(ViewId, int32_t, uint32_t) {}
 
     // Three numbers that a host wants the current mode to have; ours sends none.

@@ -41,8 +41,10 @@ public:
     // and rebuilt (normals one vertex further).
     virtual void SetHeights(const float* pSource, size_t nCount, const SExtents& box) = 0;
 
-    // Sets nCount single heights of the block of 32 x 32 cells at (iBlockX, iBlockZ). Entries are
-    // borrowed for the call; those outside the block or the terrain are skipped.
+    // Sets nCount single heights of the block of TERRAIN_BLOCK_CELLS squared cells at (iBlockX,
+    // iBlockZ), unchecked: finite and within the limit is the caller's business. A vertex on a
+    // border is the same in both blocks. Entries are borrowed for the call; null, and those outside
+    // the block or the terrain, are skipped.
     virtual void
     SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEntries, size_t nCount) = 0;
 

@@ -95,21 +95,33 @@ std::string CEditorFace::BrowseForFile(EFileDialog eKind,
                       m_pWindow != nullptr ? m_pWindow->GetSaveFolder() : "");
 }
 
+CViewArea* CEditorFace::FindViews() const
+{
+    return m_pWindow != nullptr ? m_pWindow->FindViews() : nullptr;
+}
+
+CViewWidget* CEditorFace::FindView(ViewId view) const
+{
+    CViewArea* pViews = FindViews();
+    return pViews != nullptr ? pViews->Find(view) : nullptr;
+}
+
 ViewId CEditorFace::GetActiveView()
 {
-    return m_pWindow != nullptr ? m_pWindow->GetViews().GetActiveId() : NO_VIEW;
+    CViewArea* pViews = FindViews();
+    return pViews != nullptr ? pViews->GetActiveId() : NO_VIEW;
 }
 
 IViewWindow* CEditorFace::GetViewWindow(ViewId view)
 {
-    return m_pWindow != nullptr ? m_pWindow->GetViews().Find(view) : nullptr;
+    return FindView(view);
 }
 
 void CEditorFace::RedrawViews()
 {
-    if (m_pWindow != nullptr)
+    if (CViewArea* pViews = FindViews())
     {
-        m_pWindow->GetViews().RequestFrames();
+        pViews->RequestFrames();
         if (!m_pWindow->GetHost().IsDragging()) // the panel may have changed the brush
         {
             m_pWindow->ShowState();
@@ -119,7 +131,7 @@ void CEditorFace::RedrawViews()
 
 void CEditorFace::RefreshView(ViewId view)
 {
-    CViewWidget* pView = m_pWindow != nullptr ? m_pWindow->GetViews().Find(view) : nullptr;
+    CViewWidget* pView = FindView(view);
     if (pView != nullptr)
     {
         pView->RequestFrame();
@@ -136,7 +148,7 @@ bool CEditorFace::PickTerrain(ViewId view, ViewPoint point, SVec3& hit)
     {
         return m_pScript->Pick(m_pWindow->GetHost().GetEngine().GetWorld(), hit);
     }
-    CViewWidget* pView = m_pWindow->GetViews().Find(view);
+    CViewWidget* pView = FindView(view);
     return pView != nullptr && pView->GetInput().Pick(point, hit);
 }
 
@@ -148,7 +160,8 @@ bool CEditorFace::IsKeyboardNavigationOn()
 bool CEditorFace::IsCameraKeyDown(ECameraKey eKey)
 {
     constexpr const char* NAMES[] = {"back", "right", "forward", "left"};
-    const CViewWidget* pView = m_pWindow != nullptr ? m_pWindow->GetViews().GetActive() : nullptr;
+    CViewArea* pViews = FindViews();
+    const CViewWidget* pView = pViews != nullptr ? pViews->GetActive() : nullptr;
     return pView != nullptr && pView->IsFlyKeyDown(NAMES[static_cast<uint32_t>(eKey)]);
 }
 
@@ -167,15 +180,16 @@ void CEditorFace::TurnCamera(ViewId view, float fDegrees)
 
 void CEditorFace::LookFromDirection(ICamera* pCamera, float fX, float fY)
 {
-    if (m_pWindow != nullptr && pCamera != nullptr)
+    CViewArea* pViews = FindViews();
+    if (pViews != nullptr && pCamera != nullptr)
     {
-        m_pWindow->GetViews().LookFrom(*static_cast<CCamera*>(pCamera), fX, fY);
+        pViews->LookFrom(*static_cast<CCamera*>(pCamera), fX, fY);
     }
 }
 
 void CEditorFace::SetViewToggle(ViewId view, bool bOn)
 {
-    CViewWidget* pView = m_pWindow != nullptr ? m_pWindow->GetViews().Find(view) : nullptr;
+    CViewWidget* pView = FindView(view);
     if (pView != nullptr)
     {
         pView->SetWireFrame(bOn);

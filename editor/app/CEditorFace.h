@@ -8,6 +8,8 @@
 
 class CEditorWindow;
 class CMessagesDock;
+class CViewArea;
+class CViewWidget;
 
 // The keys and the mouse of a person, or of the script that is being played. During an event of the
 // host a key is what it was when the event began, so that a recording tells what the plug-in saw.
@@ -91,6 +93,10 @@ public:
     bool OnProgress(const char* pszWhat, float fDone) override;
 
 private:
+    // Null without a window, and until it has them: a plug-in may ask while it is loaded.
+    CViewArea* FindViews() const;
+    CViewWidget* FindView(ViewId view) const;
+
     CEditorFrontEnd m_FrontEnd;
     CEditorWindow* m_pWindow = nullptr;
     CScriptCursor* m_pScript = nullptr;

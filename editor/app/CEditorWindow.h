@@ -62,6 +62,8 @@ public:
 
     CViewArea& GetViews() { return *m_pViews; }
 
+    CViewArea* FindViews() { return m_pViews; } // null until they are made
+
     CMessagesDock& GetMessages() { return *m_pMessages; }
 
     SEditorSettings& GetSettings() { return m_Settings; }

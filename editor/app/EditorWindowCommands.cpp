@@ -91,6 +91,7 @@ void CEditorWindow::SendAction(int32_t iAction)
     const IPlugin* pPlugin = m_Editor.GetPlugin();
     const bool bInMode = host.GetModes().GetCurrentModeId() != NO_MODE && pPlugin != nullptr;
     host.SendAction(view, iAction, 1);
+    host.GetModes().SetModeCursor();
     if (!bInMode || m_pViews->GetActive()->GetKind() == EViewKind::Top)
     {
         // Views without a camera, and views while no mode listens, have no one else to do it.

@@ -45,7 +45,7 @@ std::vector<option> MakeTable(std::span<const SProgramOption> known)
 std::string FindFault(int iCode, const std::string& strWord, std::span<const SProgramOption> known)
 {
     const bool bLong = strWord.starts_with("--");
-    const std::string strName = bLong ? strWord.substr(0, strWord.find('=')) : strWord.substr(0, 2);
+    const std::string strName = bLong ? strWord.substr(0, strWord.find('=')) : strWord;
     // getopt_long takes the beginning of a name, too: scripts that use it would break with the next
     // option that begins alike.
     if (std::find(std::begin(ANSWERS), std::end(ANSWERS), strName) == std::end(ANSWERS) &&

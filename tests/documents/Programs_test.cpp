@@ -63,9 +63,11 @@ TEST(Programs, ReadTheirCommandLinesAlike)
         const std::string strUsage = RunCommand(strProgram + " --help").strOutput;
         EXPECT_TRUE(strUsage.starts_with("usage: " + strProgram)) << strUsage;
         expect("-h", 0, strUsage);
+        expect("one two three --help", 0, strUsage);
         expect("--version --nonsense", 0, strProgram + " " TELLUR_VERSION "\n");
         expectFault("--nonsense=1 --version", "unknown option --nonsense");
         expectFault("-x", "unknown option -x");
+        expectFault("-hello", "unknown option -hello");
         expectFault("--vers", "unknown option --vers");
         expectFault("--help=1", "--help takes no value");
         // The first option that the usage names with a value.

@@ -178,6 +178,7 @@ public:
         m_ModeId = g_pHost->GetModeManager()->RegisterMode(new CRaiseMode, MODE_GROUP);
         g_pHost->RegisterSetting(
             "Strength", RTTI_INT, &m_Strength, "f:EDIT;e:EDIT;c:Minimal;d:Strength;");
+        g_pHost->RedrawViews(); // there need be none yet
     }
 
     void ResetSettings() override { m_Strength = 1; }

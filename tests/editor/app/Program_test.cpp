@@ -200,6 +200,11 @@ TEST_F(CProgram, APlayedScriptEndsAsInTheReplayAndLeavesAPicture)
     process.start(TELLUR_BIN_DIR "/tellur-replay", QStringList{"play.tellur"} + GetRoot());
     ASSERT_TRUE(process.waitForFinished(LIMIT_MS));
     EXPECT_TRUE(ReadBytes(m_Folder.Path("played.height")) == strPlayed);
+    // Another plug-in, which asks for views while it is loaded.
+    EXPECT_EQ(Run({"--plugin", TELLUR_BIN_DIR "/minimal_plugin.so", "--screenshot", "other.png"},
+                  strErrors),
+              0);
+    EXPECT_GT(std::filesystem::file_size(m_Folder.Path("other.png")), 10000U);
 }
 
 TEST_F(CProgram, WhatASignalEndsIsGivenBackByTheNextStart)
