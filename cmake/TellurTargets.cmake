@@ -101,7 +101,7 @@ function(tellur_test strName)
     endif()
     tellur_test_label(${strNeed} strLabel)
     gtest_discover_tests(
-        ${strName}
+        ${strName} NO_PRETTY_VALUES # they may be addresses
         DISCOVERY_MODE PRE_TEST
         PROPERTIES TIMEOUT 300 LABELS ${strLabel} ENVIRONMENT "${ARG_ENVIRONMENT}")
 endfunction()

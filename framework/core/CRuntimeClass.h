@@ -19,8 +19,6 @@ public:
 
     const char* GetName() const { return m_pszName; }
 
-    bool CanCreate() const { return m_pCreate != nullptr; }
-
     CFormView* Create() const { return m_pCreate != nullptr ? m_pCreate() : nullptr; }
 
 private:

@@ -255,19 +255,6 @@ bool CFormWindow::PressItem(uint32_t uId)
     return pNode != nullptr && pNode->IsEnabled() && pNode->Click();
 }
 
-void CFormWindow::InvalidateItem(uint32_t uId)
-{
-    if (IWindowNode* pNode = FindItem(uId))
-    {
-        pNode->Invalidate();
-    }
-}
-
-bool CFormWindow::HasItem(uint32_t uId) const
-{
-    return FindItem(uId) != nullptr;
-}
-
 SRect CFormWindow::GetItemRect(uint32_t uId) const
 {
     const IWindowNode* pNode = FindItem(uId);

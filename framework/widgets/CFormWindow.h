@@ -31,13 +31,9 @@ public:
     bool IsItemEnabled(uint32_t uId) const;
     void CheckItem(uint32_t uId, int iState); // 0, 1, or 2: undetermined
     int GetItemCheck(uint32_t uId) const;
-    void InvalidateItem(uint32_t uId);
     // Clicks a button. False when the template lacks it and while it is disabled.
     bool PressItem(uint32_t uId);
-    bool HasItem(uint32_t uId) const;
     SRect GetItemRect(uint32_t uId) const; // in the form's client area
-
-    uint32_t GetTemplateId() const { return m_TemplateId; }
 
 protected:
     using FHandler = std::function<void()>;
