@@ -73,6 +73,13 @@ function(tellur_folder strName)
     endforeach()
 endfunction()
 
+# g++ 12 warns inside its own <regex> when the sanitizers are on.
+function(tellur_quiet_regex strName)
+    if(TELLUR_SANITIZE)
+        target_compile_options(${strName} PRIVATE -Wno-maybe-uninitialized)
+    endif()
+endfunction()
+
 # The label of this folder's tests: what they need, then the folder, such as quick/tellur/brushes. The test
 # script picks by it.
 function(tellur_test_label strNeed strResult)
@@ -90,10 +97,7 @@ function(tellur_test strName)
     target_link_libraries(${strName} PRIVATE ${ARG_LIBRARIES} GTest::gtest_main)
     target_compile_definitions(${strName} PRIVATE ${ARG_DEFINITIONS})
     target_include_directories(${strName} PRIVATE ${CMAKE_BINARY_DIR}/tests/generated)
-    if(TELLUR_SANITIZE)
-        # g++ 12 warns inside its own <regex> when the sanitizers are on.
-        target_compile_options(${strName} PRIVATE -Wno-maybe-uninitialized)
-    endif()
+    tellur_quiet_regex(${strName})
     set(strNeed windows)
     if(NOT ARG_LIBRARIES MATCHES "test_(windows|display)_main")
         set(strNeed quick)
