@@ -80,11 +80,12 @@ void WalkPixels(CPixelBuffer& target,
     for (int y = box.top; y < box.bottom; ++y, down.Step())
     {
         const uint8_t* pSource = source.GetRow(static_cast<int>(down.GetAt()));
-        if (pSource == nullptr)
+        uint8_t* pRow = target.GetRow(y);
+        if (pSource == nullptr || pRow == nullptr)
         {
             continue;
         }
-        uint8_t* pTarget = GetPixelOf(target.GetRow(y), box.left, target.GetBitsPerPixel());
+        uint8_t* pTarget = GetPixelOf(pRow, box.left, target.GetBitsPerPixel());
         CStretch across = left;
         for (int x = box.left; x < box.right; ++x, across.Step(), pTarget += nTargetBytes)
         {

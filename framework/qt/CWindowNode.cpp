@@ -57,7 +57,7 @@ CWindowNode* CWindowNode::Make(QWidget& widget, EControlKind eKind, uint32_t uId
 CWindowNode::~CWindowNode()
 {
     GetHandles().erase(m_Handle);
-    Detach();
+    CWindowNode::Detach();
 }
 
 CWindowNode* CWindowNode::Find(const QObject* pWidget)

@@ -41,7 +41,7 @@ CSliderWidget::CSliderWidget(QWidget* pGround)
     : QSlider(Qt::Horizontal, pGround)
 {
     setFocusPolicy(Qt::StrongFocus); // not by the wheel
-    SetSliderRange(0, 100);
+    CSliderWidget::SetSliderRange(0, 100);
     connect(this, &QAbstractSlider::actionTriggered, this, &CSliderWidget::OnAction);
     connect(this, &QAbstractSlider::sliderReleased, this, &CSliderWidget::OnReleased);
 }
