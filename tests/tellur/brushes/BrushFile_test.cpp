@@ -130,7 +130,9 @@ TEST_F(CBrushBlock, LoadsItsImageAndMask)
 
 TEST_F(CBrushBlock, LoadsAFunctionAsACopyOfItsPrototype)
 {
-    Calls calls;
+    static Calls s_Calls; // the plug-in's prototypes tell of their end after the test's
+    Calls& calls = s_Calls;
+    calls.clear();
     CFunctionContainer& functions = *m_Plugin->GetFunctionContainer();
     auto* pRecording = new CRecordingFunction("A", &calls);
     ASSERT_TRUE(functions.AddFunction(pRecording));
