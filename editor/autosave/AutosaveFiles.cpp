@@ -24,7 +24,6 @@ constexpr char HEIGHTS[] = ".height";
 constexpr char TEXELS[] = ".tga";
 constexpr char JOURNAL[] = ".tellur";
 constexpr size_t TITLE_BYTES_KEPT = 200; // leaves room for the rest in a system's 255
-constexpr mode_t FOLDER_MODE = 0700;
 
 std::string GetNumbered(const std::string& strStem, uint32_t uNumber, const char* pszExtension)
 {
@@ -128,7 +127,7 @@ std::string MakeAutosaveFolder(const std::string& strLevelPath)
     {
         std::error_code error;
         std::filesystem::create_directories(GetFolder(strFolder), error);
-        ::mkdir(strFolder.c_str(), FOLDER_MODE);
+        ::mkdir(strFolder.c_str(), PRIVATE_FOLDER_MODE);
         if (IsOwnFolder(strFolder) && ::access(strFolder.c_str(), W_OK) == 0)
         {
             return strFolder;

@@ -1,6 +1,7 @@
 #include "editor/core/CScratchFolder.h"
 
 #include "editor/core/FileNames.h"
+#include "editor/core/UserFolders.h"
 #include "host/Log.h"
 
 #include <fcntl.h>
@@ -21,7 +22,6 @@ constexpr char PREFIX[] = ".tellur-scratch-";
 constexpr char LOCK_NAME[] = "/lock";
 constexpr char FILE_NAME[] = "/unnamed";
 constexpr int ATTEMPTS = 3;
-constexpr mode_t FOLDER_MODE = 0700;
 constexpr mode_t FILE_MODE = 0600;
 
 // A name that nobody else can have taken, also in a folder where everybody may write.
@@ -91,7 +91,7 @@ bool CScratchFolder::Make()
     RemoveDead();
     for (int i = 0; i < ATTEMPTS; ++i) // another process may take it for one that was left
     {
-        if (::mkdir(m_Path.c_str(), FOLDER_MODE) == 0 && Lock())
+        if (::mkdir(m_Path.c_str(), PRIVATE_FOLDER_MODE) == 0 && Lock())
         {
             return true;
         }

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <sys/stat.h>
+
 #include <string>
+
+constexpr mode_t PRIVATE_FOLDER_MODE = 0700; // of folders that only the user looks into
 
 // Folders of the user, full paths without a separator at the end; they need not exist.
 std::string GetUserConfigFolder(); // settings: tellur in $XDG_CONFIG_HOME, else in ~/.config

@@ -1,6 +1,7 @@
 // The numbers of the draw dialog: power, hardness, blending and the extent, each with its slider.
 
 #include "host/IPaintLayer.h"
+#include "tellur/context/ShareStep.h"
 #include "tellur/painting/CTerrain2DDrawDlg.h"
 #include "tellur/painting/DrawDlgIds.h"
 #include "tellur/painting/ITerrain2DDrawDlgUser.h"
@@ -14,7 +15,6 @@
 namespace
 {
 
-constexpr float SHARE_STEP = 0.01F;
 constexpr float SHARE_POSITIONS = 100.0F;
 constexpr float EXTENT_POSITIONS = 1000.0F;
 // The extent's slider is logarithmic: its last position is BASE - 1 steps from 0.

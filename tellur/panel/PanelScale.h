@@ -1,9 +1,10 @@
 #pragma once
 
+#include "tellur/context/ShareStep.h"
+
 // The positions of the panel's sliders.
 inline constexpr int EXTENT_POSITIONS = 32000; // of extent and fade distance
 inline constexpr int SHARE_POSITIONS = 100;    // of power and hardness
-inline constexpr float SHARE_STEP = 0.01F;     // of a position, and of a spin
 inline constexpr int DISTANCE_POSITIONS = 1000;
 
 // More than the slider reaches, which then stays at its end.
