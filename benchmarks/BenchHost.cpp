@@ -66,14 +66,67 @@ CBenchHost::CBenchHost(uint32_t uVertices)
     {
         Fail("no plug-in or no level");
     }
-    std::vector<float> heights(static_cast<size_t>(uVertices) * uVertices);
-    for (size_t i = 0; i < heights.size(); ++i)
+    for (uint32_t z = 0; z < uVertices; ++z)
     {
-        const auto fX = static_cast<float>(i % uVertices);
-        const auto fZ = static_cast<float>(i / uVertices);
-        heights[i] = 700.0F + 200.0F * std::sin(fX * 0.01F) * std::cos(fZ * 0.013F);
+        const std::vector<float> row = GetHills(uVertices, z);
+        GetTerrain().SetRowHeights(0, z, row.data(), uVertices);
     }
-    GetTerrain().SetHeights(heights.data(), heights.size(), {{0, 0, 0}, {fSide, 0, fSide}});
+}
+
+std::vector<float> CBenchHost::GetHills(uint32_t uVertices, uint32_t uRow)
+{
+    if (m_Waves.empty())
+    {
+        for (uint32_t x = 0; x < uVertices; ++x)
+        {
+            m_Waves.push_back(200.0F * std::sin(static_cast<float>(x) * 0.01F));
+        }
+    }
+    const float fWave = std::cos(static_cast<float>(uRow) * 0.013F);
+    std::vector<float> row(m_Waves);
+    for (float& fHeight : row)
+    {
+        fHeight = 700.0F + fHeight * fWave;
+    }
+    return row;
+}
+
+size_t CBenchHost::CountChanged()
+{
+    const uint32_t uVertices = GetTerrain().GetVerticesX();
+    size_t nChanged = 0;
+    for (uint32_t z = 0; z < uVertices; ++z)
+    {
+        const std::vector<float> row = GetHills(uVertices, z);
+        const float* pRow = GetTerrain().GetHeightData() + static_cast<size_t>(z) * uVertices;
+        for (uint32_t x = 0; x < uVertices; ++x)
+        {
+            nChanged += pRow[x] != row[x] ? 1 : 0;
+        }
+    }
+    return nChanged;
+}
+
+namespace
+{
+
+std::unique_ptr<CBenchHost> g_Shared;
+
+} // namespace
+
+CBenchHost& CBenchHost::GetShared(uint32_t uVertices)
+{
+    if (g_Shared == nullptr || g_Shared->GetTerrain().GetCellsPerSide() + 1 != uVertices)
+    {
+        g_Shared.reset();
+        g_Shared = std::make_unique<CBenchHost>(uVertices);
+    }
+    return *g_Shared;
+}
+
+void CBenchHost::DropShared()
+{
+    g_Shared.reset();
 }
 
 void CBenchHost::SetBrush(const char* pszFunction, float fExtent, const char* pszAttribs)
@@ -111,4 +164,17 @@ double CRatio::GetMedian(std::vector<double> values)
 {
     std::sort(values.begin(), values.end());
     return values.empty() ? 0.0 : values[values.size() / 2];
+}
+
+double CRatio::GetWorst() const
+{
+    return m_Tool.empty() ? 0.0 : *std::max_element(m_Tool.begin(), m_Tool.end());
+}
+
+void CRatio::Report(benchmark::State& state) const
+{
+    state.counters["yardstick_ms"] = GetYardstick() * 1e3;
+    state.counters["tool_ms"] = GetTool() * 1e3;
+    state.counters["worst_ms"] = GetWorst() * 1e3;
+    state.counters["ratio"] = GetRatio();
 }

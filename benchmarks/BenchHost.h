@@ -6,6 +6,8 @@
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 
+#include <benchmark/benchmark.h>
+
 #include <chrono>
 #include <functional>
 #include <string>
@@ -20,11 +22,18 @@ public:
     // plug-in cannot be loaded.
     explicit CBenchHost(uint32_t uVertices);
 
+    // The one of the process, for the plug-in is one object; made anew for another size. The main
+    // function drops it: statics of the libraries, which are made later, would be gone before it.
+    static CBenchHost& GetShared(uint32_t uVertices);
+    static void DropShared();
+
     // Makes a brush current: function "RelativeHeightFunction" and so on, footprint side in units.
     void SetBrush(const char* pszFunction, float fExtent, const char* pszAttribs = "");
     void Press(float fX, float fZ);
     void Move(float fX, float fZ);
     void Release(float fX, float fZ);
+
+    size_t CountChanged(); // vertices that are not as the level began
 
     // Makes and shows the plug-in's panel; without it there are no windows.
     void SetOpenView(std::function<bool(const CRuntimeClass*)> onOpenView)
@@ -58,7 +67,9 @@ private:
     };
 
     void Point(float fX, float fZ);
+    std::vector<float> GetHills(uint32_t uVertices, uint32_t uRow);
 
+    std::vector<float> m_Waves; // along x
     CFace m_Face;
     CEditorHost m_Host;
     CPluginLoader m_Loader;
@@ -87,6 +98,11 @@ public:
     double GetYardstick() const { return GetMedian(m_Yardstick); }
 
     double GetRatio() const { return GetTool() / GetYardstick(); }
+
+    double GetWorst() const; // of the tool
+
+    // Times in milliseconds.
+    void Report(benchmark::State& state) const;
 
 private:
     static double GetMedian(std::vector<double> values);

@@ -1,404 +1,316 @@
-// What a designer waits for while sculpting: press, move, release, undo, and the files.
-// Each figure stands beside a yardstick taken in the same run; "ratio" is tool / yardstick.
+// What a designer waits for while sculpting: press, points, release, undo. Each figure stands
+// beside a yardstick taken in the same run; "ratio" is tool / yardstick.
 
 #include "benchmarks/BenchHost.h"
 #include "benchmarks/Effort.h"
-#include "engine/terrain/HeightFile.h"
+#include "benchmarks/PointYardstick.h"
 #include "host/Image.h"
 
-#include <fcntl.h>
 #include <malloc.h>
-#include <unistd.h>
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <memory>
+#include <numbers>
 #include <string>
+#include <vector>
 
 namespace
 {
 
-// The plug-in is one object a process, so there is one host. The main function ends it: statics of
-// the libraries, which are made later, would be gone before this one.
-std::unique_ptr<CBenchHost> g_Host;
+constexpr float SPACING = 0.1F; // of the brush, from point to point
 
-// Made anew for another size.
-CBenchHost& GetBenchHost(uint32_t uVertices)
-{
-    if (g_Host == nullptr || g_Host->GetTerrain().GetCellsPerSide() + 1 != uVertices)
-    {
-        g_Host.reset();
-        g_Host = std::make_unique<CBenchHost>(uVertices);
-    }
-    return *g_Host;
-}
-
-void Report(benchmark::State& state, const CRatio& ratio)
-{
-    state.counters["yardstick_ms"] = ratio.GetYardstick() * 1e3;
-    state.counters["tool_ms"] = ratio.GetTool() * 1e3;
-    state.counters["ratio"] = ratio.GetRatio();
-}
-
-// The yardstick of an operation point: one plain loop over the footprint's floats that resamples
-// the brush image bilinearly and adds.
-void ResampleAndAdd(float* pHeights, int iRow, int iFirst, int iCount, const IImage& image)
-{
-    const int iSide = static_cast<int>(image.GetWidth());
-    const uint8_t* pPixels = image.GetRawData();
-    const float fScale = static_cast<float>(iSide) / static_cast<float>(iCount);
-    for (int z = 0; z < iCount; ++z)
-    {
-        float* pRow = pHeights + static_cast<ptrdiff_t>(iFirst + z) * iRow + iFirst;
-        const float fZ = static_cast<float>(z) * fScale;
-        const int z0 = std::min(static_cast<int>(fZ), iSide - 1);
-        const int z1 = std::min(z0 + 1, iSide - 1);
-        const float wz = fZ - static_cast<float>(z0);
-        for (int x = 0; x < iCount; ++x)
-        {
-            const float fX = static_cast<float>(x) * fScale;
-            const int x0 = std::min(static_cast<int>(fX), iSide - 1);
-            const int x1 = std::min(x0 + 1, iSide - 1);
-            const float wx = fX - static_cast<float>(x0);
-            const float fTop = static_cast<float>(pPixels[z0 * iSide + x0]) * (1 - wx) +
-                               static_cast<float>(pPixels[z0 * iSide + x1]) * wx;
-            const float fLow = static_cast<float>(pPixels[z1 * iSide + x0]) * (1 - wx) +
-                               static_cast<float>(pPixels[z1 * iSide + x1]) * wx;
-            pRow[x] += (fTop * (1 - wz) + fLow * wz) * (1.0F / 255.0F) * 0.25F;
-        }
-    }
-}
-
-void OperationPoint(benchmark::State& state, const char* pszFunction)
+// Points of a stroke along a line at a tenth of the brush, each next to the yardstick's over the
+// same number of vertices. bFirst: only the first point of each stroke counts, which takes all
+// heights under the brush; otherwise only those that follow, which take what is new to them.
+void OperationPoint(benchmark::State& state, const char* pszFunction, bool bFirst)
 {
     const auto uVertices = static_cast<uint32_t>(state.range(1));
     const auto iFootprint = static_cast<int>(state.range(0));
-    CBenchHost& bench = GetBenchHost(uVertices);
+    CBenchHost& bench = CBenchHost::GetShared(uVertices);
     bench.SetBrush(pszFunction, static_cast<float>(iFootprint - 1));
     const std::unique_ptr<IImage> pImage(IL_LoadImage("data/brushes/round.png"));
-    std::vector<float> plain(bench.GetTerrain().GetHeightData(),
-                             bench.GetTerrain().GetHeightData() +
-                                 static_cast<size_t>(uVertices) * uVertices);
-    const float fCenter = static_cast<float>(uVertices - 1) * 0.5F;
-    const int iFirst = (static_cast<int>(uVertices) - iFootprint) / 2;
+    CPointYardstick yardstick(uVertices, bench.GetTerrain().GetHeightData());
+    const auto fExtent = static_cast<float>(iFootprint);
+    const float fStart = fExtent * 0.5F + 8.25F;
+    const float fZ = static_cast<float>(uVertices / 2) + 0.25F;
+    const int iFirstZ = static_cast<int>(uVertices / 2) - iFootprint / 2;
+    const int iMost = std::clamp(
+        static_cast<int>((static_cast<float>(uVertices) - fExtent - 16.0F) / (fExtent * SPACING)),
+        1,
+        20);
     CRatio ratio;
+    int iPoint = 0;
     for (auto _ : state)
     {
-        bench.Press(fCenter, fCenter);
-        const double fTool = TakeTime([&] { bench.Move(fCenter, fCenter); });
-        bench.Release(fCenter, fCenter);
-        bench.GetHost().Undo();
-        const double fPlain = TakeTime(
-            [&] {
-                ResampleAndAdd(
-                    plain.data(), static_cast<int>(uVertices), iFirst, iFootprint, *pImage);
-            });
-        benchmark::DoNotOptimize(plain.data());
+        if (iPoint == 0)
+        {
+            bench.Press(fStart, fZ);
+            if (!bFirst)
+            {
+                bench.Move(fStart, fZ);
+            }
+        }
+        ++iPoint;
+        const float fX =
+            fStart + (bFirst ? 0.0F : std::floor(fExtent * SPACING)) * static_cast<float>(iPoint);
+        const double fTool = TakeTime([&] { bench.Move(fX, fZ); });
+        const int iFirstX = static_cast<int>(fX) - iFootprint / 2;
+        const double fPlain =
+            TakeTime([&] { yardstick.Run(std::max(iFirstX, 0), iFirstZ, iFootprint, *pImage); });
         ratio.Add(fTool, fPlain);
         state.SetIterationTime(fTool);
+        if (bFirst || iPoint >= iMost)
+        {
+            bench.Release(fX, fZ);
+            bench.GetHost().Undo();
+            iPoint = 0;
+        }
     }
-    Report(state, ratio);
+    if (iPoint > 0)
+    {
+        bench.Release(fStart, fZ);
+        bench.GetHost().Undo();
+    }
+    ratio.Report(state);
 }
 
-// One point of a blur over so many steps to each side, beside one over a single step: the cost must
-// not grow with the neighbourhood.
+// One point of a blur over so many steps to each side. Yardstick: one pass of running column sums
+// in double precision over the same footprint and its neighbourhood, with a running sum along each
+// row.
 void BlurPoint(benchmark::State& state)
 {
-    constexpr uint32_t uVertices = 1025;
+    constexpr int SIDE = 1025;
+    constexpr int COUNT = 256;
     constexpr float fCenter = 512.0F;
-    CBenchHost& bench = GetBenchHost(uVertices);
-    const auto time = [&bench](int64_t iSteps)
+    const auto iSteps = static_cast<int>(state.range(0));
+    CBenchHost& bench = CBenchHost::GetShared(SIDE);
+    const std::string strAttribs =
+        "attrib( \"m_NeighbourhoodSize\", \"" + std::to_string(iSteps) + "\" )";
+    bench.SetBrush("BlurFunction", COUNT - 1.0F, strAttribs.c_str());
+    const std::vector<float> from(bench.GetTerrain().GetHeightData(),
+                                  bench.GetTerrain().GetHeightData() + SIDE * SIDE);
+    std::vector<float> to(from);
+    const int iFirst = (SIDE - COUNT) / 2;
+    const int iWidth = COUNT + 2 * iSteps;
+    std::vector<double> sums(static_cast<size_t>(iWidth));
+    const auto runSums = [&]
     {
-        const std::string strAttribs =
-            "attrib( \"m_NeighbourhoodSize\", \"" + std::to_string(iSteps) + "\" )";
-        bench.SetBrush("BlurFunction", 255.0F, strAttribs.c_str());
-        bench.Press(fCenter, fCenter);
-        const double fTime = TakeTime([&] { bench.Move(fCenter, fCenter); });
-        bench.Release(fCenter, fCenter);
-        bench.GetHost().Undo();
-        return fTime;
+        std::fill(sums.begin(), sums.end(), 0.0);
+        const auto add = [&](int iZ, double fSign)
+        {
+            const float* pRow = from.data() + iZ * SIDE + iFirst - iSteps;
+            for (int i = 0; i < iWidth; ++i)
+            {
+                sums[static_cast<size_t>(i)] += fSign * static_cast<double>(pRow[i]);
+            }
+        };
+        for (int z = iFirst - iSteps; z < iFirst + iSteps; ++z)
+        {
+            add(z, 1.0);
+        }
+        const double fShare = 1.0 / ((2.0 * iSteps + 1.0) * (2.0 * iSteps + 1.0));
+        for (int z = iFirst; z < iFirst + COUNT; ++z)
+        {
+            add(z + iSteps, 1.0);
+            double fSum = 0.0;
+            for (int i = 0; i < 2 * iSteps; ++i)
+            {
+                fSum += sums[static_cast<size_t>(i)];
+            }
+            float* pTo = to.data() + z * SIDE + iFirst;
+            for (int i = 0; i < COUNT; ++i)
+            {
+                fSum += sums[static_cast<size_t>(i + 2 * iSteps)];
+                pTo[i] += (static_cast<float>(fSum * fShare) - pTo[i]) * 0.5F;
+                fSum -= sums[static_cast<size_t>(i)];
+            }
+            add(z - iSteps, -1.0);
+        }
     };
     CRatio ratio;
     for (auto _ : state)
     {
-        const double fTime = time(state.range(0));
-        ratio.Add(fTime, time(1));
-        state.SetIterationTime(fTime);
+        bench.Press(fCenter, fCenter);
+        bench.Move(fCenter, fCenter);
+        const double fTool = TakeTime([&] { bench.Move(fCenter, fCenter); });
+        bench.Release(fCenter, fCenter);
+        bench.GetHost().Undo();
+        ratio.Add(fTool, TakeTime(runSums));
+        benchmark::DoNotOptimize(to.data());
+        state.SetIterationTime(fTool);
     }
-    Report(state, ratio);
+    ratio.Report(state);
 }
 
-void PressAndRelease(benchmark::State& state, bool bPress)
+// The press of a stroke. Yardstick: one copy of the heights under the brush.
+void Press(benchmark::State& state)
 {
-    constexpr uint32_t uVertices = 4097;
-    CBenchHost& bench = GetBenchHost(uVertices);
-    bench.SetBrush("RelativeHeightFunction", 255.0F);
-    const size_t nCount = static_cast<size_t>(uVertices) * uVertices;
-    std::vector<float> first(nCount);
-    std::vector<float> second(nCount);
+    constexpr size_t EXTENT = 256;
+    CBenchHost& bench = CBenchHost::GetShared(static_cast<uint32_t>(state.range(0)));
+    bench.SetBrush("RelativeHeightFunction", EXTENT - 1.0F);
     const float* pHeights = bench.GetTerrain().GetHeightData();
+    std::vector<float> copy(EXTENT * EXTENT);
+    const float fAt = static_cast<float>(state.range(0)) * 0.5F;
     CRatio ratio;
     for (auto _ : state)
     {
-        const double fPress = TakeTime([&] { bench.Press(2000.0F, 2000.0F); });
-        bench.Move(2050.0F, 2020.0F);
-        const double fRelease = TakeTime([&] { bench.Release(2050.0F, 2020.0F); });
+        const double fPress = TakeTime([&] { bench.Press(fAt, fAt); });
+        bench.Move(fAt, fAt);
+        bench.Release(fAt, fAt);
         bench.GetHost().Undo();
-        const double fCopies = TakeTime(
+        const double fCopy = TakeTime(
             [&]
             {
-                std::memcpy(first.data(), pHeights, nCount * sizeof(float));
-                std::memcpy(second.data(), first.data(), nCount * sizeof(float));
+                for (size_t z = 0; z < EXTENT; ++z)
+                {
+                    std::memcpy(copy.data() + z * EXTENT,
+                                pHeights + z * static_cast<size_t>(state.range(0)),
+                                EXTENT * sizeof(float));
+                }
             });
+        benchmark::DoNotOptimize(copy.data());
+        ratio.Add(fPress, fCopy);
+        state.SetIterationTime(fPress);
+    }
+    ratio.Report(state);
+}
+
+constexpr int POINTS = 60; // of a stroke on a wide circle
+
+// All but the release.
+void RunCircle(CBenchHost& bench, float fSide, float fExtent)
+{
+    const float fMiddle = fSide * 0.5F;
+    const float fRadius = (fSide - fExtent) * 0.45F;
+    bench.SetBrush("RelativeHeightFunction", fExtent);
+    for (int i = 0; i <= POINTS; ++i)
+    {
+        const float fAngle = static_cast<float>(i) / POINTS * 2.0F * std::numbers::pi_v<float>;
+        const float fX = fMiddle + fRadius * std::cos(fAngle);
+        const float fZ = fMiddle + fRadius * std::sin(fAngle);
+        if (i == 0)
+        {
+            bench.Press(fX, fZ);
+        }
+        bench.Move(fX, fZ);
+    }
+}
+
+size_t GetBytesInUse()
+{
+    return mallinfo2().uordblks + mallinfo2().hblkhd;
+}
+
+// A stroke of 60 points on a wide circle, and what follows it. Arguments: side of the brush, of the
+// terrain. Yardsticks: for the release one comparison of as many heights as changed, for undo and
+// redo one copy each.
+void Circle(benchmark::State& state, bool bRelease)
+{
+    const auto uVertices = static_cast<uint32_t>(state.range(1));
+    const auto fSide = static_cast<float>(uVertices - 1);
+    const auto fExtent = static_cast<float>(state.range(0));
+    CBenchHost& bench = CBenchHost::GetShared(uVertices);
+    bench.GetHost().GetUndoStack().Clear();
+    bench.GetPlugin()->ReleaseWorldResources(); // tiles that are kept, too
+    const size_t nBefore = GetBytesInUse();
+    size_t nChanged = 0;
+    size_t nRecord = 0;
+    CRatio ratio;
+    std::vector<float> first;
+    std::vector<float> second;
+    for (auto _ : state)
+    {
+        RunCircle(bench, fSide, fExtent);
+        const double fRelease = TakeTime([&] { bench.Release(0.0F, 0.0F); });
+        if (nChanged == 0)
+        {
+            bench.GetPlugin()->ReleaseWorldResources();
+            nRecord = GetBytesInUse() - nBefore;
+            nChanged = bench.CountChanged();
+            first.assign(nChanged, 1.0F);
+            second.assign(nChanged, 1.0F);
+        }
+        const double fUndo = TakeTime([&] { bench.GetHost().Undo(); });
         size_t nDifferent = 0;
-        const double fCompare = TakeTime(
+        const double fPlain = TakeTime(
             [&]
             {
-                for (size_t i = 0; i < nCount; ++i)
+                if (!bRelease)
+                {
+                    std::memcpy(first.data(), second.data(), nChanged * sizeof(float));
+                }
+                for (size_t i = 0; bRelease && i < nChanged; ++i)
                 {
                     nDifferent += std::fabs(first[i] - second[i]) > 1e-6F ? 1 : 0;
                 }
             });
         benchmark::DoNotOptimize(nDifferent);
-        ratio.Add(bPress ? fPress : fRelease, bPress ? fCopies : fCompare);
-        state.SetIterationTime(bPress ? fPress : fRelease);
+        benchmark::DoNotOptimize(first.data());
+        ratio.Add(bRelease ? fRelease : fUndo, fPlain);
+        state.SetIterationTime(bRelease ? fRelease : fUndo);
     }
-    Report(state, ratio);
-}
-
-// A stroke of 33 points; the yardstick copies as many floats as vertices changed.
-void UndoRedo(benchmark::State& state)
-{
-    CBenchHost& bench = GetBenchHost(4097);
-    bench.SetBrush("RelativeHeightFunction", 255.0F);
-    bench.Press(500.0F, 500.0F); // a stroke that drops what earlier figures left to redo
-    bench.Move(500.0F, 500.0F);
-    bench.Release(500.0F, 500.0F);
-    const float* pHeights = bench.GetTerrain().GetHeightData();
-    const size_t nCount = size_t{4097} * 4097;
-    const std::vector<float> before(pHeights, pHeights + nCount);
-    bench.Press(1000.0F, 1500.0F);
-    for (int i = 1; i <= 33; ++i)
-    {
-        bench.Move(1000.0F + 40.0F * static_cast<float>(i), 1500.0F);
-    }
-    const size_t nBefore = mallinfo2().uordblks;
-    bench.Release(2320.0F, 1500.0F);
-    const size_t nRecord = mallinfo2().uordblks - nBefore;
-    size_t nChanged = 0;
-    for (size_t i = 0; i < nCount; ++i)
-    {
-        nChanged += before[i] != pHeights[i] ? 1 : 0;
-    }
-    std::vector<float> copy(nChanged);
-    CRatio ratio;
-    for (auto _ : state)
-    {
-        const double fTool = TakeTime(
-            [&]
-            {
-                bench.GetHost().Undo();
-                bench.GetHost().Redo();
-            });
-        const double fCopy = TakeTime(
-            [&]
-            {
-                std::memcpy(copy.data(), before.data(), nChanged * sizeof(float));
-                std::memcpy(copy.data(), pHeights, nChanged * sizeof(float));
-            });
-        benchmark::DoNotOptimize(copy.data());
-        ratio.Add(fTool, fCopy);
-        state.SetIterationTime(fTool);
-    }
-    Report(state, ratio);
+    ratio.Report(state);
     state.counters["changed"] = static_cast<double>(nChanged);
     state.counters["bytes_per_changed"] =
         static_cast<double>(nRecord) / static_cast<double>(nChanged);
-    bench.GetHost().Undo();
 }
 
-// The height-map file of 4097 x 4097 vertices, beside the same bytes through plain write with fsync
-// and plain read.
-void HeightFile(benchmark::State& state, bool bWrite)
+void AddSizes(benchmark::internal::Benchmark* pBenchmark, int64_t iRounds)
 {
-    constexpr uint32_t uVertices = 4097;
-    CBenchHost& bench = GetBenchHost(uVertices);
-    const size_t nBytes = size_t{uVertices} * uVertices * sizeof(float);
-    const auto folder = std::filesystem::temp_directory_path();
-    const std::string strTool = (folder / "tellur-bench.height").string();
-    const std::string strPlain = (folder / "tellur-bench.raw").string();
-    std::vector<char> buffer(nBytes);
-    const SVec3 size = bench.GetTerrain().GetSizeVector();
-    CRatio ratio;
-    const auto writeTool = [&]
-    {
-        WriteHeightFile(
-            strTool.c_str(), bench.GetTerrain().GetHeightData(), uVertices, uVertices, size);
-    };
-    const auto writePlain = [&]
-    {
-        const int iFile = open(strPlain.c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0644);
-        benchmark::DoNotOptimize(write(iFile, bench.GetTerrain().GetHeightData(), nBytes));
-        fsync(iFile);
-        close(iFile);
-    };
-    const auto readTool = [&]
-    {
-        SHeightField field;
-        benchmark::DoNotOptimize(ReadHeightFile(strTool.c_str(), field));
-    };
-    const auto readPlain = [&]
-    {
-        const int iFile = open(strPlain.c_str(), O_RDONLY);
-        const std::unique_ptr<char[]> pFresh(new char[nBytes]); // the reader makes its array too
-        benchmark::DoNotOptimize(read(iFile, pFresh.get(), nBytes));
-        close(iFile);
-    };
-    writeTool();
-    writePlain();
-    for (auto _ : state)
-    {
-        const double fTool = bWrite ? TakeTime(writeTool) : TakeTime(readTool);
-        ratio.Add(fTool, bWrite ? TakeTime(writePlain) : TakeTime(readPlain));
-        state.SetIterationTime(fTool);
-    }
-    Report(state, ratio);
-    std::filesystem::remove(strTool);
-    std::filesystem::remove(strPlain);
+    pBenchmark->ArgsProduct({GetSizes({64, 128, 256, 512, 1024}), GetSizes({4097})})
+        ->ArgNames({"footprint", "terrain"})
+        ->Iterations(GetRounds(iRounds))
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
 }
 
-// The whole terrain as STL, beside the same bytes through plain write with fsync.
-void ExportStl(benchmark::State& state)
+void AddCircles(benchmark::internal::Benchmark* pBenchmark)
 {
-    constexpr uint32_t uVertices = 2049;
-    CTerrain& terrain = GetBenchHost(uVertices).GetTerrain();
-    const auto folder = std::filesystem::temp_directory_path();
-    const std::string strTool = (folder / "tellur-bench.stl").string();
-    const std::string strPlain = (folder / "tellur-bench.raw").string();
-    terrain.ExportToSTL(strTool.c_str(), nullptr);
-    std::vector<char> bytes(std::filesystem::file_size(strTool));
-    const int iStl = open(strTool.c_str(), O_RDONLY);
-    benchmark::DoNotOptimize(read(iStl, bytes.data(), bytes.size()));
-    close(iStl);
-    const auto writePlain = [&]
+    pBenchmark->ArgNames({"footprint", "terrain"})
+        ->Iterations(GetRounds(8))
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+    if (IsQuick())
     {
-        const std::string strPart = strPlain + ".part"; // safe, as the tool writes
-        const int iFile = open(strPart.c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0644);
-        benchmark::DoNotOptimize(write(iFile, bytes.data(), bytes.size()));
-        fsync(iFile);
-        close(iFile);
-        std::filesystem::rename(strPart, strPlain);
-    };
-    writePlain();
-    CRatio ratio;
-    for (auto _ : state)
-    {
-        const double fTool = TakeTime([&] { terrain.ExportToSTL(strTool.c_str(), nullptr); });
-        ratio.Add(fTool, TakeTime(writePlain));
-        state.SetIterationTime(fTool);
+        pBenchmark->Args({64, 513});
+        return;
     }
-    Report(state, ratio);
-    state.counters["MB"] = static_cast<double>(bytes.size()) * 1e-6;
-    std::filesystem::remove(strTool);
-    std::filesystem::remove(strPlain);
-}
-
-// The ground under the cursor, seen from just above the hills: a thousand lines between places all
-// over the terrain. The yardstick for one line looks at the heights of one row.
-void PickGround(benchmark::State& state)
-{
-    constexpr uint32_t LINES = 1000;
-    const auto uVertices = static_cast<uint32_t>(state.range(0));
-    const CTerrain& terrain = GetBenchHost(uVertices).GetTerrain();
-    const auto fSide = static_cast<float>(uVertices - 1);
-    const auto spread = [&](uint32_t i, double fBy) // evenly, over one side
-    {
-        return fSide * static_cast<float>(std::fmod(i * fBy, 1.0));
-    };
-    CRatio ratio;
-    SVec3 hit;
-    for (auto _ : state)
-    {
-        const double fTool = TakeTime(
-            [&]
-            {
-                for (uint32_t i = 1; i <= LINES; ++i)
-                {
-                    const SVec3 from = {spread(i, 0.618), 950.0F, spread(i, 0.414)};
-                    const SVec3 to = {spread(i, 0.732), 600.0F, spread(i, 0.236)};
-                    const SVec3 by = {to.x - from.x, to.y - from.y, to.z - from.z};
-                    benchmark::DoNotOptimize(terrain.PickRay(from, by, hit));
-                }
-            });
-        const double fPlain = TakeTime(
-            [&]
-            {
-                for (size_t i = 0; i < LINES; ++i)
-                {
-                    const float* pRow = terrain.GetHeightData() + i * uVertices;
-                    benchmark::DoNotOptimize(*std::max_element(pRow, pRow + uVertices));
-                }
-            });
-        ratio.Add(fTool / LINES, fPlain / LINES);
-        state.SetIterationTime(fTool / LINES);
-    }
-    Report(state, ratio);
+    pBenchmark->Args({1000, 4097})->Args({256, 4097})->Args({256, 16385});
 }
 
 } // namespace
 
-BENCHMARK_CAPTURE(OperationPoint, RelativeHeight, "RelativeHeightFunction")
-    ->ArgsProduct({GetSizes({64, 128, 256, 512, 1024}), GetSizes({1025, 4097})})
-    ->ArgNames({"footprint", "terrain"})
-    ->Iterations(GetRounds(40))
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(OperationPoint, SetHeight, "SetHeightFunction")
-    ->ArgsProduct({GetSizes({64, 128, 256, 512, 1024}), GetSizes({1025, 4097})})
-    ->ArgNames({"footprint", "terrain"})
-    ->Iterations(GetRounds(40))
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(OperationPoint, RelativeHeight, "RelativeHeightFunction", false)
+    ->Apply([](auto* p) { AddSizes(p, 60); });
+BENCHMARK_CAPTURE(OperationPoint, SetHeight, "SetHeightFunction", false)
+    ->Apply([](auto* p) { AddSizes(p, 60); });
+BENCHMARK_CAPTURE(OperationPoint, Posterize, "PosterizeFunction", false)
+    ->Apply([](auto* p) { AddSizes(p, 60); });
+BENCHMARK_CAPTURE(OperationPoint, FirstOfAStroke, "RelativeHeightFunction", true)
+    ->Apply([](auto* p) { AddSizes(p, 30); });
 BENCHMARK(BlurPoint)
     ->ArgsProduct({GetSizes({2, 16, 128})})
     ->ArgName("steps")
     ->Iterations(GetRounds(20))
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(PressAndRelease, Press4097, true)
-    ->Iterations(GetRounds(20))
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(PressAndRelease, Release4097, false)
-    ->Iterations(GetRounds(20))
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(UndoRedo)->Iterations(GetRounds(20))->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(HeightFile, Write4097, true)
-    ->Iterations(GetRounds(8))
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(HeightFile, Read4097, false)
-    ->Iterations(GetRounds(8))
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
-BENCHMARK(ExportStl)->Iterations(GetRounds(8))->UseManualTime()->Unit(benchmark::kMillisecond);
-BENCHMARK(PickGround)
-    ->ArgsProduct({GetSizes({1025, 4097})})
+BENCHMARK_CAPTURE(Circle, Release, true)->Apply(AddCircles);
+BENCHMARK_CAPTURE(Circle, Undo, false)->Apply(AddCircles);
+BENCHMARK(Press)
+    ->ArgsProduct({GetSizes({513, 1025, 4097, 16385})})
     ->ArgName("terrain")
     ->Iterations(GetRounds(20))
     ->UseManualTime()
-    ->Unit(benchmark::kMicrosecond);
+    ->Unit(benchmark::kMillisecond);
 
 int main(int nArguments, char** ppszArguments)
 {
     benchmark::Initialize(&nArguments, ppszArguments);
     benchmark::RunSpecifiedBenchmarks();
-    g_Host.reset();
+    CBenchHost::DropShared();
     return 0;
 }

@@ -7,7 +7,7 @@
 // host gets it. The host calls it on the UI thread.
 //
 // Order of calls for one stroke: BeginSmoothing where it is to smooth; GetStrokeSpacing; the press;
-// then for each position GetPressHeights, to aim at, which may come from within the plug-in's
+// then for each position GetPressTile, to aim at, which may come from within the plug-in's
 // PickTerrain, and the move; TakePointOutcome after the press, each move and the release, to tell
 // the person; the release; EndSmoothing. TakeDragStatistics before the press, to forget what was,
 // and after the release. DropDrag in place of the release, after a call of the plug-in has ended in
@@ -57,9 +57,12 @@ public:
     // it is now, and further where points that overlap add up. Looks at the whole brush image. 0
     // where the moves of a drag are no path on the ground.
     virtual float GetStrokeSpacing() = 0;
-    // The heights of before the press while a drag sculpts, row by row, nCount of them; null, and
-    // nCount untouched, without such a drag. Borrowed until the plug-in is called again.
-    virtual const float* GetPressHeights(size_t& nCount) = 0;
+    // The heights of before the press while a drag sculpts, by tiles of PRESS_TILE x PRESS_TILE
+    // vertices that begin at multiples of it: row by row, PRESS_TILE of them a row, 0 beyond the
+    // terrain. Null where the terrain still has those heights, off the terrain and without such a
+    // drag. Borrowed until the plug-in is called again.
+    static constexpr uint32_t PRESS_TILE = 64;
+    virtual const float* GetPressTile(uint32_t uTileX, uint32_t uTileZ) = 0;
     // Of the latest point since the last query; reads and clears it.
     virtual SPointOutcome TakePointOutcome() = 0;
     // Reads and clears the counters.

@@ -336,16 +336,19 @@ bool CViewStroke::Pick(ViewPoint point, SVec3& hit) const
 bool CViewStroke::Aim(float fX, float fY, SVec3& hit) const
 {
     const CTerrain* pTerrain = GetTerrain();
-    size_t nHeights = 0;
-    const bool bStill = m_Still.IsHeld() && m_Strokes != nullptr;
-    const float* pHeights = bStill ? m_Strokes->GetPressHeights(nHeights) : nullptr;
-    if (pTerrain == nullptr || pHeights == nullptr ||
-        nHeights != size_t{pTerrain->GetVerticesX()} * pTerrain->GetVerticesZ())
+    if (pTerrain == nullptr || !m_Still.IsHeld() || m_Strokes == nullptr || !m_Host.IsDragging())
     {
         return m_Navigator.Pick(pTerrain, fX, fY, hit);
     }
+    static_assert(CStillGround::TILE == IPluginStrokes::PRESS_TILE);
     const SRay ray = m_Navigator.GetRay(pTerrain, fX, fY);
-    return m_Still.PickRay(*pTerrain, pHeights, ray.origin, ray.direction, hit);
+    return m_Still.PickRay(
+        *pTerrain,
+        [this](uint32_t uTileX, uint32_t uTileZ)
+        { return m_Strokes->GetPressTile(uTileX, uTileZ); },
+        ray.origin,
+        ray.direction,
+        hit);
 }
 
 bool CViewStroke::FindMark(float fX, float fY, SVec3& hit) const

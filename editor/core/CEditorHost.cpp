@@ -20,7 +20,7 @@ namespace
 {
 
 constexpr char REGISTRY_ROOT[] = "\\Software\\Tellur";
-constexpr size_t BYTES_OF_A_VERTEX = 16; // in an undo record
+constexpr size_t BYTES_OF_A_VERTEX = 9; // in an undo record: two heights, and where they are
 
 std::string GetText(const char* pszText)
 {

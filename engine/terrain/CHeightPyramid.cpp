@@ -112,6 +112,22 @@ bool CHeightPyramid::Update(const SHeightView& view, const SVertexRect& changed)
     return true;
 }
 
+void CHeightPyramid::CopyLevels(const CHeightPyramid& other, int iFirstLevel)
+{
+    m_Levels.resize(other.m_Levels.size());
+    for (int iLevel = 0; iLevel < GetLevelCount(); ++iLevel)
+    {
+        m_Levels[iLevel].uBlocksX = other.m_Levels[iLevel].uBlocksX;
+        m_Levels[iLevel].uBlocksZ = other.m_Levels[iLevel].uBlocksZ;
+        if (iLevel >= iFirstLevel)
+        {
+            m_Levels[iLevel].blocks = other.m_Levels[iLevel].blocks;
+        }
+    }
+    m_SizeX = other.m_SizeX;
+    m_SizeZ = other.m_SizeZ;
+}
+
 SHeightRange CHeightPyramid::GetRange(const SHeightView& view, const SVertexRect& rect) const
 {
     SHeightRange range;

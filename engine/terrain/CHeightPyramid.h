@@ -42,7 +42,17 @@ public:
     // another. False, and the pyramid is empty, when there is no memory.
     bool Update(const SHeightView& view, const SVertexRect& changed);
 
+    // Takes over the levels from iFirstLevel on; those before must not be asked for. Throws
+    // std::bad_alloc.
+    void CopyLevels(const CHeightPyramid& other, int iFirstLevel);
+
     bool IsEmpty() const { return m_Levels.empty(); }
+
+    // Whether it was made for so many vertices.
+    bool IsFor(const SHeightView& view) const
+    {
+        return m_SizeX == view.uSizeX && m_SizeZ == view.uSizeZ;
+    }
 
     int GetLevelCount() const { return static_cast<int>(m_Levels.size()); }
 

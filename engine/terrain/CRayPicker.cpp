@@ -57,14 +57,12 @@ struct SCellPlanes
     double second[3]; // corners (1, 0), (0, 1), (1, 1)
 };
 
-SCellPlanes MakePlanes(const SHeightView& view, uint32_t uX, uint32_t uZ)
+template <class TCorners> SCellPlanes MakePlanes(const TCorners& corners)
 {
-    const float* pUpper = view.pHeights + static_cast<size_t>(uZ) * view.uSizeX + uX;
-    const float* pLower = pUpper + view.uSizeX;
-    const double fNorthWest = pUpper[0];
-    const double fNorthEast = pUpper[1];
-    const double fSouthWest = pLower[0];
-    const double fSouthEast = pLower[1];
+    const double fNorthWest = corners.fNorthWest;
+    const double fNorthEast = corners.fNorthEast;
+    const double fSouthWest = corners.fSouthWest;
+    const double fSouthEast = corners.fSouthEast;
     return {
         {fNorthWest, fNorthEast - fNorthWest, fSouthWest - fNorthWest},
         {fNorthEast + fSouthWest - fSouthEast, fSouthEast - fSouthWest, fSouthEast - fNorthEast}};
@@ -72,11 +70,57 @@ SCellPlanes MakePlanes(const SHeightView& view, uint32_t uX, uint32_t uZ)
 
 } // namespace
 
-CRayPicker::CRayPicker(const SHeightView& view, const CHeightPyramid& pyramid, const SVec3& size)
+CRayPicker::CRayPicker(const SHeightView& view,
+                       const CHeightPyramid& pyramid,
+                       const SVec3& size,
+                       const SStill* pStill)
     : m_View(view)
     , m_Pyramid(pyramid)
     , m_Size(size)
+    , m_Still(pStill)
 {
+}
+
+float CRayPicker::GetStillHeight(uint32_t uX, uint32_t uZ) const
+{
+    constexpr uint32_t TILE = CStillGround::TILE;
+    const float* pTile = m_Still->getTile(uX / TILE, uZ / TILE);
+    return pTile != nullptr ? pTile[uZ % TILE * TILE + uX % TILE]
+                            : m_View.pHeights[static_cast<size_t>(uZ) * m_View.uSizeX + uX];
+}
+
+CRayPicker::SCorners CRayPicker::GetCorners(uint32_t uX, uint32_t uZ) const
+{
+    if (m_Still != nullptr)
+    {
+        return {GetStillHeight(uX, uZ),
+                GetStillHeight(uX + 1, uZ),
+                GetStillHeight(uX, uZ + 1),
+                GetStillHeight(uX + 1, uZ + 1)};
+    }
+    const float* pUpper = m_View.pHeights + static_cast<size_t>(uZ) * m_View.uSizeX + uX;
+    const float* pLower = pUpper + m_View.uSizeX;
+    return {pUpper[0], pUpper[1], pLower[0], pLower[1]};
+}
+
+// The heights of a block. Null where they are not known: in a tile that has changed since, or
+// beside one, whose first vertices are corners of its cells.
+const SHeightRange* CRayPicker::FindRange(int iLevel, uint32_t uX, uint32_t uZ) const
+{
+    if (m_Still == nullptr || iLevel >= TILE_LEVEL)
+    {
+        return &m_Pyramid.GetBlock(iLevel, uX, uZ);
+    }
+    const uint32_t uTileX = uX >> (TILE_LEVEL - iLevel);
+    const uint32_t uTileZ = uZ >> (TILE_LEVEL - iLevel);
+    for (uint32_t i = 0; i < 4; ++i)
+    {
+        if (m_Still->getTile(uTileX + i % 2, uTileZ + i / 2) != nullptr)
+        {
+            return nullptr;
+        }
+    }
+    return &m_Still->pNow->GetBlock(iLevel, uX, uZ);
 }
 
 bool CRayPicker::Pick(const SVec3& origin, const SVec3& direction, SVec3& hit)
@@ -121,7 +165,7 @@ bool CRayPicker::PickVertical(double fX, double fZ, double& fHit) const
 {
     const uint32_t uX = std::min(static_cast<uint32_t>(fX), m_View.uSizeX - 2);
     const uint32_t uZ = std::min(static_cast<uint32_t>(fZ), m_View.uSizeZ - 2);
-    const SCellPlanes planes = MakePlanes(m_View, uX, uZ);
+    const SCellPlanes planes = MakePlanes(GetCorners(uX, uZ));
     const double fInX = fX - uX;
     const double fInZ = fZ - uZ;
     const double(&plane)[3] = fInX + fInZ <= 1.0 ? planes.first : planes.second;
@@ -136,11 +180,10 @@ bool CRayPicker::VisitBlock(int iLevel, uint32_t uX, uint32_t uZ, double fFrom, 
     {
         return VisitCell(uX, uZ, fFrom, fTo);
     }
-    if (iLevel >= 0)
+    if (const SHeightRange* pRange = iLevel >= 0 ? FindRange(iLevel, uX, uZ) : nullptr)
     {
-        const SHeightRange& range = m_Pyramid.GetBlock(iLevel, uX, uZ);
         bool bDone = false;
-        const bool bHit = PassRange(range.fMin, range.fMax, fFrom, fTo, bDone);
+        const bool bHit = PassRange(pRange->fMin, pRange->fMax, fFrom, fTo, bDone);
         if (bDone)
         {
             return bHit;
@@ -182,20 +225,20 @@ bool CRayPicker::VisitHalves(int iLevel, uint32_t uX, uint32_t uZ, double fFrom,
 
 bool CRayPicker::VisitCell(uint32_t uX, uint32_t uZ, double fFrom, double fTo)
 {
-    const float* pUpper = m_View.pHeights + static_cast<size_t>(uZ) * m_View.uSizeX + uX;
-    const float* pLower = pUpper + m_View.uSizeX;
+    const SCorners corners = GetCorners(uX, uZ);
     bool bDone = false;
-    const bool bHit =
-        PassRange(std::min(std::min(pUpper[0], pUpper[1]), std::min(pLower[0], pLower[1])),
-                  std::max(std::max(pUpper[0], pUpper[1]), std::max(pLower[0], pLower[1])),
-                  fFrom,
-                  fTo,
-                  bDone);
+    const bool bHit = PassRange(std::min(std::min(corners.fNorthWest, corners.fNorthEast),
+                                         std::min(corners.fSouthWest, corners.fSouthEast)),
+                                std::max(std::max(corners.fNorthWest, corners.fNorthEast),
+                                         std::max(corners.fSouthWest, corners.fSouthEast)),
+                                fFrom,
+                                fTo,
+                                bDone);
     if (bDone)
     {
         return bHit;
     }
-    SCellPlanes planes = MakePlanes(m_View, uX, uZ);
+    SCellPlanes planes = MakePlanes(corners);
     // From the cell's corner to the line's start.
     for (double(&plane)[3] : {std::ref(planes.first), std::ref(planes.second)})
     {

@@ -15,7 +15,7 @@ bool CStillGround::Take(const CTerrain& terrain)
     }
     try
     {
-        m_Pyramid = *pPyramid;
+        m_Pyramid.CopyLevels(*pPyramid, CRayPicker::TILE_LEVEL);
         m_bHeld = true;
     }
     catch (const std::bad_alloc&)
@@ -26,14 +26,20 @@ bool CStillGround::Take(const CTerrain& terrain)
 }
 
 bool CStillGround::PickRay(const CTerrain& terrain,
-                           const float* pHeights,
+                           const FnTile& getTile,
                            const SVec3& origin,
                            const SVec3& direction,
                            SVec3& hit) const
 {
-    SHeightView view = terrain.GetView();
-    view.pHeights = pHeights;
-    if (!CRayPicker(view, m_Pyramid, terrain.GetSize()).Pick(origin, direction, hit))
+    const SHeightView view = terrain.GetView();
+    const CHeightPyramid* pNow = terrain.GetPyramid();
+    const CRayPicker::SStill still = {getTile, pNow};
+    if (!m_Pyramid.IsFor(view))
+    {
+        return terrain.PickRay(origin, direction, hit); // of another size
+    }
+    if (pNow == nullptr ||
+        !CRayPicker(view, m_Pyramid, terrain.GetSize(), &still).Pick(origin, direction, hit))
     {
         return false;
     }

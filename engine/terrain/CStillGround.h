@@ -4,17 +4,24 @@
 #include "host/Export.h"
 #include "host/HostTypes.h"
 
-#include <cstddef>
+#include <functional>
 
 class CTerrain;
 
 // The ground as it was at one moment, for aiming at while it changes. Holds the height ranges of
-// that moment, a twentieth of the terrain's memory; the heights themselves stay with whoever has
-// kept them. Owned by the one who aims. UI thread.
+// that moment for squares of TILE cells; heights that have changed since are asked of whoever has
+// kept them, tile by tile, and all others are the terrain's. Owned by the one who aims. UI thread.
 class TELLUR_API CStillGround
 {
 public:
-    // False when there is no memory, and then it holds nothing.
+    static constexpr uint32_t TILE = 64; // vertices per side
+
+    // The TILE x TILE heights of then of the tile at (tile x, tile z), row by row; null where the
+    // terrain has not changed.
+    using FnTile = std::function<const float*(uint32_t uTileX, uint32_t uTileZ)>;
+
+    // False when there is no memory, and then it holds nothing. Costs a thousandth of what the
+    // terrain's heights would.
     bool Take(const CTerrain& terrain);
 
     void Drop() { m_bHeld = false; } // the memory stays for the next time
@@ -22,15 +29,15 @@ public:
     bool IsHeld() const { return m_bHeld; }
 
     // As CTerrain::PickRay on the ground of then; the height of the hit is that of the ground as it
-    // is now. pHeights: of then, borrowed for the call, one for each vertex of the terrain, which
-    // has not changed its size. Only while it is held.
+    // is now. Only while it is held, on the terrain that it was taken of; one of another size is
+    // picked as it is.
     bool PickRay(const CTerrain& terrain,
-                 const float* pHeights,
+                 const FnTile& getTile,
                  const SVec3& origin,
                  const SVec3& direction,
                  SVec3& hit) const;
 
 private:
-    CHeightPyramid m_Pyramid;
+    CHeightPyramid m_Pyramid; // levels of tiles and above
     bool m_bHeld = false;
 };

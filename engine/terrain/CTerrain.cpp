@@ -76,6 +76,11 @@ CTerrain::CTerrain(SHeightField&& field)
     m_Dirty.Reset({0, 0, m_Field.uSizeX, m_Field.uSizeZ});
 }
 
+CTerrain::~CTerrain()
+{
+    TellGoing();
+}
+
 void CTerrain::GetHeights(float* pDest, size_t nCount) const
 {
     if (pDest != nullptr)
@@ -98,6 +103,7 @@ void CTerrain::SetHeights(const float* pSource, size_t nCount, const SExtents& b
     {
         return;
     }
+    TellBefore(rect);
     const size_t nWidth = rect.uEndX - rect.uMinX;
     for (uint32_t z = rect.uMinZ; z < rect.uEndZ; ++z)
     {
@@ -123,6 +129,7 @@ bool CTerrain::HasHeights(const float* pSource, size_t nCount, const SExtents& b
 
 void CTerrain::SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEntries, size_t nCount)
 {
+    TellBefore(GetBlockRect(iBlockX, iBlockZ));
     SVertexRect touched;
     for (size_t i = 0; pEntries != nullptr && i < nCount; ++i)
     {
@@ -145,6 +152,7 @@ void CTerrain::SetRowHeights(uint32_t uColumn,
                              const float* pHeights,
                              uint32_t nCount)
 {
+    TellBefore({uColumn, uRow, uColumn + nCount, uRow + 1});
     std::copy_n(pHeights,
                 nCount,
                 m_Field.pHeights.get() + static_cast<size_t>(uRow) * m_Field.uSizeX + uColumn);
@@ -254,6 +262,7 @@ void CTerrain::ForgetTexture(const ITexture* pTexture)
 
 SHeightField CTerrain::ReplaceField(SHeightField&& field)
 {
+    TellGoing();
     SHeightField before = std::exchange(m_Field, std::move(field));
     // The overlay lies over the whole terrain: its scale goes with the width.
     m_OverlayTransform.m[2] *= std::fabs(before.size.x / m_Field.size.x);

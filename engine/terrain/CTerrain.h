@@ -6,9 +6,11 @@
 #include "engine/terrain/ITerrainListener.h"
 #include "engine/terrain/SHeightField.h"
 #include "host/Export.h"
+#include "host/ITerrainAccess.h"
 #include "host/Terrain.h"
 
 #include <string>
+#include <vector>
 
 // A texture laid over a box of the terrain for one frame.
 struct SProjectedTexture
@@ -20,12 +22,15 @@ struct SProjectedTexture
 // The engine's terrain: heights in one contiguous array, normals that follow them, and the state
 // that a renderer shows. Rectangular ones are allowed. Positions count from the corner of vertex
 // (0, 0) and use the absolute value of the size vector. Owned by its world; UI thread.
-class TELLUR_API CTerrain final : public Terrain
+class TELLUR_API CTerrain final : public Terrain, public ITerrainAccess
 {
 public:
     // Takes the heights over. The field must have valid sizes (IsTerrainSizeValid,
     // IsSizeVectorValid) and its array.
     explicit CTerrain(SHeightField&& field);
+    ~CTerrain() override;
+    CTerrain(const CTerrain&) = delete;
+    CTerrain& operator=(const CTerrain&) = delete;
 
     void GetHeights(float* pDest, size_t nCount) const override;
     void SetHeights(const float* pSource, size_t nCount, const SExtents& box) override;
@@ -47,6 +52,12 @@ public:
     SVec3 GetSizeVector() const override;
     uint32_t GetCellsPerSide() const override;
     uint32_t GetCellsPerSideZ() const override;
+
+    float* GetHeightRows() override { return m_Field.pHeights.get(); }
+
+    void OnRowsWritten(const SGridBox& box) override;
+    void AddWatcher(ITerrainWatcher* pWatcher) override;
+    void RemoveWatcher(ITerrainWatcher* pWatcher) override;
 
     // A new frame starts: the projected texture is gone.
     void BeginFrame();
@@ -131,8 +142,12 @@ public:
 private:
     const CHeightPyramid* FetchPyramid() const;
     void OnHeightsChanged(const SVertexRect& rect);
+    void TellBefore(const SVertexRect& rect); // those who keep in mind what heights were
+    void TellGoing();
+    SVertexRect GetBlockRect(int iBlockX, int iBlockZ) const; // its vertices on the terrain
 
     SHeightField m_Field;
+    std::vector<ITerrainWatcher*> m_Watchers;
     ITerrainListener* m_Listener = nullptr;
     CNormalField m_Normals;
     CDirtyRegions m_Dirty;

@@ -3,6 +3,7 @@
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
 #include "engine/world/CEnvironment.h"
+#include "engine/world/CPlainTerrain.h"
 #include "engine/world/CTexture.h"
 #include "host/Log.h"
 #include "host/Progress.h"
@@ -95,7 +96,12 @@ IEnvironment* CWorld::GetEnvironment()
 
 Terrain* CWorld::GetTerrain()
 {
-    return m_Terrain.get();
+    if (m_bPlain && m_Terrain != nullptr && (m_Plain == nullptr || !m_Plain->IsOf(m_Terrain.get())))
+    {
+        m_Plain = std::make_unique<CPlainTerrain>(*m_Terrain);
+    }
+    return m_bPlain && m_Terrain != nullptr ? static_cast<Terrain*>(m_Plain.get())
+                                            : m_Terrain.get();
 }
 
 void CWorld::ReloadTerrain()

@@ -10,6 +10,7 @@
 #include <vector>
 
 class CEnvironment;
+class CPlainTerrain;
 class CTerrain;
 class CTexture;
 class ITerrainListener;
@@ -55,6 +56,10 @@ public:
 
     void CloseTerrain(); // no level after this
 
+    // From now on GetTerrain gives a terrain that is no ITerrainAccess, as in a host of another
+    // make. Before a level is open.
+    void ShowPlainTerrain() { m_bPlain = true; }
+
     // pTexture is about to be destroyed: nothing shows it any longer. Handles stay the caller's.
     void ForgetTexture(const ITexture* pTexture);
 
@@ -83,6 +88,8 @@ private:
 
     ITerrainListener* m_Listener = nullptr;
     std::unique_ptr<CTerrain> m_Terrain;
+    std::unique_ptr<CPlainTerrain> m_Plain; // of the terrain, once it was asked for
+    bool m_bPlain = false;
     std::unique_ptr<CEnvironment> m_Environment;
     CCameraList m_Cameras;
     std::vector<std::unique_ptr<CTexture>> m_Textures;

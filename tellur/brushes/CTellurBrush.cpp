@@ -1,11 +1,14 @@
 #include "tellur/brushes/CTellurBrush.h"
 
+#include "host/Image.h"
 #include "host/Log.h"
+#include "host/ShapeSampling.h"
 #include "tellur/brushes/CTellurBitmap.h"
 #include "tellur/modification/CVertDataSet.h"
 #include "tellur/stroke/ITellurFunction.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 CTellurBrush::CTellurBrush() = default;
@@ -193,4 +196,21 @@ SExtents& CTellurBrush::GetExtents(
 void CTellurBrush::CalculateWeights(CVertDataSet& set, const SVec3& center)
 {
     set.GetDataFromBitmap(center, m_Extent, m_Bitmap.get(), m_PowerModifier, m_Hardness);
+}
+
+bool CTellurBrush::GetShape(SBrushShape& shape) const
+{
+    const IImage* pImage = GetBitmapImage();
+    const uint8_t* pPixels = pImage != nullptr ? pImage->GetRawData() : nullptr;
+    if (pPixels == nullptr || std::fabs(m_Extent) < SHAPE_LEAST_SIDE || IsMaskActing())
+    {
+        return false;
+    }
+    shape = {pPixels,
+             static_cast<int>(pImage->GetWidth()),
+             static_cast<int>(pImage->GetHeight()),
+             m_Extent,
+             m_PowerModifier,
+             m_Hardness};
+    return shape.iWidth > 0 && shape.iHeight > 0;
 }

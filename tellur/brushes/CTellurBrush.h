@@ -106,6 +106,7 @@ public:
                          float fSizeX,
                          float fSizeZ) const override;
     void CalculateWeights(CVertDataSet& set, const SVec3& center) override;
+    bool GetShape(SBrushShape& shape) const override;
 
     bool Save(fs::ifile& file, int iIndent) const override;
     bool Load(const CTCPARSE_KEYWORD* pBlock) override;

@@ -4,8 +4,13 @@
 #include "host/ReflectionFields.h"
 #include "tellur/functions/CNeighbourhoodMeans.h"
 #include "tellur/functions/HeightLoops.h"
+#include "tellur/modification/CVertDataSet.h"
+#include "tellur/stroke/IHeightRows.h"
 #include "tellur/stroke/ITellurBrush.h"
 #include "tellur/stroke/ITerrainModification.h"
+
+#include <algorithm>
+#include <vector>
 
 namespace
 {
@@ -81,10 +86,9 @@ void CBlurFunction::DoOperation(const SOperation& operation)
         CrashLog("[CBlurFunction::DoOperation] no modification interface\n");
         return;
     }
-    const float* pBuffer = m_UseOnlyDestBuffer ? operation.pModification->GetDstBuffer()
-                                               : operation.pModification->GetSrcBuffer();
+    const IHeightRows* pRows = GetRows(*operation.pModification);
     CVertList& verts = operation.pVerts->GetVerts();
-    if (m_NeighbourhoodSize < 0 || pBuffer == nullptr || verts.IsEmpty())
+    if (m_NeighbourhoodSize < 0 || pRows == nullptr || verts.IsEmpty())
     {
         return;
     }
@@ -93,11 +97,80 @@ void CBlurFunction::DoOperation(const SOperation& operation)
         operation.pModification->GiveUp();
         return;
     }
-    CNeighbourhoodMeans means(pBuffer,
+    CNeighbourhoodMeans means(*pRows,
                               operation.pModification->GetBufferSizeX(),
                               operation.pModification->GetBufferSizeZ(),
                               m_NeighbourhoodSize);
     means.GetMeans(verts, m_Means.Get());
     const CVerticalBand band(operation.pBrush->GetVerticalDistance(), operation.point.y);
     MoveTowards(verts, m_Means.Get(), operation.fWeight, band, GetEffectiveMode(m_Mode));
+}
+
+const IHeightRows* CBlurFunction::GetRows(const ITerrainModification& modification) const
+{
+    return m_UseOnlyDestBuffer ? modification.GetDstRows() : modification.GetSrcRows();
+}
+
+bool CBlurFunction::GetRule(const SOperation& operation, SVertexRule& rule)
+{
+    const int32_t iMode = GetEffectiveMode(m_Mode);
+    rule.eRule = EVertexRule::Move;
+    rule.eMerge = GetMergeRule();
+    rule.bFromDest = m_UseOnlyDestBuffer;
+    rule.fStroke = operation.fWeight;
+    rule.bRaise = iMode != mode_max;
+    rule.bLower = iMode != mode_min;
+    CVerticalBand(operation.pBrush->GetVerticalDistance(), operation.point.y).SetIn(rule);
+    m_PointSession = operation.pModification;
+    return m_NeighbourhoodSize >= 0 && GetRows(*m_PointSession) != nullptr;
+}
+
+bool CBlurFunction::HasHoles(const SGridBox& box) const
+{
+    const int iCount = box.iMaxX - box.iMinX + 1;
+    std::vector<float> scratch(static_cast<size_t>(iCount));
+    bool bHoles = false;
+    for (int iZ = box.iMinZ; iZ <= box.iMaxZ && !bHoles; ++iZ)
+    {
+        const float* pRow = GetRows(*m_PointSession)->GetRow(box.iMinX, iZ, iCount, scratch.data());
+        bHoles = HasNegative(pRow, static_cast<size_t>(iCount));
+    }
+    return bHoles;
+}
+
+// All means before the first height is written: rows further on look back at it. The sums of a set
+// begin at its own first vertex, not at the box's, and a sum's last bits depend on where it begins.
+ETargets CBlurFunction::Begin(const SGridBox& box)
+{
+    if (HasHoles(box))
+    {
+        return ETargets::Refused;
+    }
+    const int iCount = box.iMaxX - box.iMinX + 1;
+    if (!m_Means.Reserve(static_cast<size_t>(iCount) *
+                         static_cast<size_t>(box.iMaxZ - box.iMinZ + 1)))
+    {
+        return ETargets::NoMemory;
+    }
+    m_Box = box;
+    CNeighbourhoodMeans means(*GetRows(*m_PointSession),
+                              m_PointSession->GetBufferSizeX(),
+                              m_PointSession->GetBufferSizeZ(),
+                              m_NeighbourhoodSize);
+    means.Begin(box.iMinX, box.iMaxX);
+    float* pMeans = m_Means.Get();
+    for (int iZ = box.iMinZ; iZ <= box.iMaxZ; ++iZ)
+    {
+        means.GetRowMeans(box.iMinX, iZ, iCount, pMeans);
+        pMeans += iCount;
+    }
+    return ETargets::Ready;
+}
+
+void CBlurFunction::GetTargets(
+    int /*iX*/, int iZ, int iCount, const float* /*pHeights*/, float* pTargets)
+{
+    std::copy_n(m_Means.Get() + static_cast<size_t>(iZ - m_Box.iMinZ) * static_cast<size_t>(iCount),
+                iCount,
+                pTargets);
 }

@@ -4,10 +4,12 @@
 #include "tellur/modification/CPlainArray.h"
 #include "tellur/stroke/ETerrainFunctionMode.h"
 
+class IHeightRows;
+
 // Pulls every vertex toward the mean of its grid neighbourhood. The cost of an operation does not
 // depend on the neighbourhood's size: column sums run down the rows of the footprint, row sums
 // along them, both in double precision.
-class CBlurFunction : public CPainterFunction
+class CBlurFunction : public CPainterFunction, private IVertexTargets
 {
 public:
     static const CRTTI s_RTTI;
@@ -23,17 +25,27 @@ public:
     bool UseOnlyDestBuffer() const override { return m_UseOnlyDestBuffer; }
 
     void DoOperation(const SOperation& operation) override;
+    bool GetRule(const SOperation& operation, SVertexRule& rule) override;
+
+    IVertexTargets* GetRuleTargets() override { return this; }
 
 protected:
     // A copy has the same fields and cursor.
     CBlurFunction(const CBlurFunction& other);
 
 private:
+    ETargets Begin(const SGridBox& box) override;
+    bool HasHoles(const SGridBox& box) const;
+    void GetTargets(int iX, int iZ, int iCount, const float* pHeights, float* pTargets) override;
+    const IHeightRows* GetRows(const ITerrainModification& modification) const;
+
     static CRTTIObject* Create();
     static void RegisterFields(CRTTI& rtti);
 
     int32_t m_Mode = mode_default;
     int32_t m_NeighbourhoodSize = 2; // half width of the averaged square, grid steps
     bool m_UseOnlyDestBuffer = true; // read the heights edited so far, not those at the start
-    CPlainArray<float> m_Means;      // scratch, one a vertex of the set
+    CPlainArray<float> m_Means;      // scratch, one a vertex of the set or of the box
+    SGridBox m_Box;                  // of a point that is told in numbers
+    const ITerrainModification* m_PointSession = nullptr; // during it, borrowed
 };

@@ -1,14 +1,15 @@
 #include "tellur/functions/CNeighbourhoodMeans.h"
 
 #include "tellur/modification/CVertList.h"
+#include "tellur/stroke/IHeightRows.h"
 
 #include <algorithm>
 
-CNeighbourhoodMeans::CNeighbourhoodMeans(const float* pHeights,
+CNeighbourhoodMeans::CNeighbourhoodMeans(const IHeightRows& heights,
                                          int iSizeX,
                                          int iSizeZ,
                                          int iHalfWidth)
-    : m_Heights(pHeights)
+    : m_Heights(heights)
     , m_SizeX(iSizeX)
     , m_SizeZ(iSizeZ)
     , m_HalfWidth(std::min(iHalfWidth, std::max(iSizeX, iSizeZ))) // more reaches nothing more
@@ -17,7 +18,7 @@ CNeighbourhoodMeans::CNeighbourhoodMeans(const float* pHeights,
 
 void CNeighbourhoodMeans::AddRow(int iZ, double fSign)
 {
-    const float* pRow = m_Heights + static_cast<ptrdiff_t>(iZ) * m_SizeX + m_FirstColumn;
+    const float* pRow = m_Heights.GetRow(m_FirstColumn, iZ, m_ColumnCount, m_Row.data());
     for (int i = 0; i < m_ColumnCount; ++i)
     {
         m_ColumnSums[static_cast<size_t>(i)] += fSign * static_cast<double>(pRow[i]);
@@ -50,6 +51,16 @@ void CNeighbourhoodMeans::MoveToRow(int iZ)
     }
 }
 
+void CNeighbourhoodMeans::Begin(int iFirstX, int iLastX)
+{
+    m_FirstColumn = std::max(iFirstX - m_HalfWidth, 0);
+    m_ColumnCount = std::max(std::min(iLastX + m_HalfWidth, m_SizeX - 1) - m_FirstColumn + 1, 0);
+    m_Row.resize(static_cast<size_t>(m_ColumnCount));
+    m_ColumnSums.assign(static_cast<size_t>(m_ColumnCount), 0.0);
+    m_Prefix.resize(static_cast<size_t>(m_ColumnCount) + 1);
+    m_PrefixRow = -1;
+}
+
 void CNeighbourhoodMeans::GetMeans(const CVertList& verts, float* pMeans)
 {
     int iFirstX = m_SizeX;
@@ -59,28 +70,28 @@ void CNeighbourhoodMeans::GetMeans(const CVertList& verts, float* pMeans)
         iFirstX = std::min(iFirstX, run.ixFirst);
         iLastX = std::max(iLastX, run.ixFirst + static_cast<int>(run.nCount) - 1);
     }
-    m_FirstColumn = std::max(iFirstX - m_HalfWidth, 0);
-    m_ColumnCount = std::max(std::min(iLastX + m_HalfWidth, m_SizeX - 1) - m_FirstColumn + 1, 0);
-    m_ColumnSums.assign(static_cast<size_t>(m_ColumnCount), 0.0);
-    m_Prefix.resize(static_cast<size_t>(m_ColumnCount) + 1);
-    int iRow = -1;
+    Begin(iFirstX, iLastX);
     for (const SVertRun& run : verts.GetRuns())
     {
-        if (run.iz != iRow)
-        {
-            MoveToRow(run.iz);
-            iRow = run.iz;
-        }
-        const int iRows = m_LastRow - m_FirstRow + 1;
-        for (size_t i = 0; i < run.nCount; ++i)
-        {
-            const int iX = run.ixFirst + static_cast<int>(i);
-            const int iFirst = std::max(iX - m_HalfWidth, 0) - m_FirstColumn;
-            const int iEnd = std::min(iX + m_HalfWidth, m_SizeX - 1) - m_FirstColumn + 1;
-            const double fSum =
-                m_Prefix[static_cast<size_t>(iEnd)] - m_Prefix[static_cast<size_t>(iFirst)];
-            pMeans[run.nFirst + i] = static_cast<float>(
-                fSum / (static_cast<double>(iEnd - iFirst) * static_cast<double>(iRows)));
-        }
+        GetRowMeans(run.ixFirst, run.iz, static_cast<int>(run.nCount), pMeans + run.nFirst);
+    }
+}
+
+void CNeighbourhoodMeans::GetRowMeans(int iX, int iZ, int iCount, float* pMeans)
+{
+    if (iZ != m_PrefixRow)
+    {
+        MoveToRow(iZ);
+        m_PrefixRow = iZ;
+    }
+    const int iRows = m_LastRow - m_FirstRow + 1;
+    for (int i = 0; i < iCount; ++i)
+    {
+        const int iFirst = std::max(iX + i - m_HalfWidth, 0) - m_FirstColumn;
+        const int iEnd = std::min(iX + i + m_HalfWidth, m_SizeX - 1) - m_FirstColumn + 1;
+        const double fSum =
+            m_Prefix[static_cast<size_t>(iEnd)] - m_Prefix[static_cast<size_t>(iFirst)];
+        pMeans[i] = static_cast<float>(
+            fSum / (static_cast<double>(iEnd - iFirst) * static_cast<double>(iRows)));
     }
 }

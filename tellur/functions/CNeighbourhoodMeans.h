@@ -4,16 +4,21 @@
 #include <vector>
 
 class CVertList;
+class IHeightRows;
 
-// Means of the squares around grid vertices, over a row-major height buffer. Positions outside the
-// buffer do not count, negative heights do. Sums run in double precision: within 1e-3 of a plain
+// Means of the squares around grid vertices, over heights that are given by rows. Positions outside
+// them do not count, negative heights do. Sums run in double precision: within 1e-3 of a plain
 // sum for heights up to 100,000.
 class CNeighbourhoodMeans
 {
 public:
-    // pHeights: borrowed, iSizeX x iSizeZ. iHalfWidth: 0 or more.
-    CNeighbourhoodMeans(const float* pHeights, int iSizeX, int iSizeZ, int iHalfWidth);
+    // heights: borrowed, iSizeX x iSizeZ. iHalfWidth: 0 or more.
+    CNeighbourhoodMeans(const IHeightRows& heights, int iSizeX, int iSizeZ, int iHalfWidth);
 
+    // For rows of these columns.
+    void Begin(int iFirstX, int iLastX);
+    // iCount means of row iZ from column iX on. Cheapest for rows in order.
+    void GetRowMeans(int iX, int iZ, int iCount, float* pMeans);
     // One mean a vertex of the list, in its order. pMeans: room for all of them.
     void GetMeans(const CVertList& verts, float* pMeans);
 
@@ -21,7 +26,7 @@ private:
     void MoveToRow(int iZ);
     void AddRow(int iZ, double fSign);
 
-    const float* m_Heights;
+    const IHeightRows& m_Heights;
     int m_SizeX;
     int m_SizeZ;
     int m_HalfWidth;
@@ -29,6 +34,8 @@ private:
     int m_ColumnCount = 0;
     int m_FirstRow = 0; // rows in the column sums: first to last, none when first is above last
     int m_LastRow = -1;
+    int m_PrefixRow = -1;     // row that the prefix sums are of
+    std::vector<float> m_Row; // scratch
     std::vector<double> m_ColumnSums;
     std::vector<double> m_Prefix; // of the column sums, one more than columns
 };

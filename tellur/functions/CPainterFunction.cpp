@@ -126,19 +126,35 @@ void CPainterFunction::DoOperationAux(const SVec3& point,
     const float fSizeZ = pModification->GetZSize();
     pBrush->GetExtents(clipped, point.x, point.z, raw, fSizeX, fSizeZ);
     pModification->SetExtents(raw);
+    const SOperation operation = {point, &m_Verts, pBrush, pModification, fWeight};
+    SVertexRule rule;
+    if (!GetRule(operation, rule) ||
+        !RunPointInNumbers(*pModification, *pBrush, {clipped, point, rule, GetRuleTargets()}))
+    {
+        FillSet(operation, clipped);
+        DoOperation(operation);
+        MergePoint(*pModification, m_Verts, this);
+    }
+    else if (IsPointIdle())
+    {
+        FillSet(operation, clipped); // for the explanation
+    }
+    ExplainIdlePoint({m_Verts, *pModification, *pBrush, point, fWeight, UseOnlyDestBuffer()});
+    RedrawAllViews();
+}
+
+void CPainterFunction::FillSet(const SOperation& operation, const SExtents& clipped)
+{
+    ITerrainModification& modification = *operation.pModification;
     if (UseOnlyDestBuffer())
     {
-        pModification->GetDstVerts(clipped, m_Verts);
+        modification.GetDstVerts(clipped, m_Verts);
     }
     else
     {
-        pModification->GetVerts(clipped, m_Verts);
+        modification.GetVerts(clipped, m_Verts);
     }
-    pBrush->CalculateWeights(m_Verts, point);
+    operation.pBrush->CalculateWeights(m_Verts, operation.point);
     SExtents terrainBox;
-    pBrush->ApplyMask(m_Verts, pModification->GetTerrainExtents(terrainBox));
-    DoOperation({point, &m_Verts, pBrush, pModification, fWeight});
-    MergePoint(*pModification, m_Verts, this);
-    ExplainIdlePoint({m_Verts, *pModification, *pBrush, point, fWeight, UseOnlyDestBuffer()});
-    RedrawAllViews();
+    operation.pBrush->ApplyMask(m_Verts, modification.GetTerrainExtents(terrainBox));
 }

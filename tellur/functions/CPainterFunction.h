@@ -2,6 +2,7 @@
 
 #include "tellur/functions/CTellurBaseFunction.h"
 #include "tellur/modification/CVertDataSet.h"
+#include "tellur/stroke/SVertexRule.h"
 
 // One operation point of a painter function. All pointers are borrowed for the call.
 struct SOperation
@@ -49,6 +50,13 @@ public:
     // Rewrites the heights of the set in place.
     virtual void DoOperation(const SOperation& operation) = 0;
 
+    // What DoOperation would do, in numbers; the operation has no set. False where it has to be
+    // run.
+    virtual bool GetRule(const SOperation& /*operation*/, SVertexRule& /*rule*/) { return false; }
+
+    // The targets of a rule that has some, until the next operation.
+    virtual IVertexTargets* GetRuleTargets() { return nullptr; }
+
     virtual void OnStartPoint(const SVec3& /*point*/) {} // the stroke's first point is known
 
 protected:
@@ -67,6 +75,7 @@ private:
                         ITerrainModification* pModification,
                         ITellurBrush* pBrush,
                         float fWeight);
+    void FillSet(const SOperation& operation, const SExtents& clipped);
 
     SVec3 m_LastPoint = {-1.0F, -1.0F, -1.0F}; // x below 0: no point yet
     float m_StrokeLength = -1.0F;

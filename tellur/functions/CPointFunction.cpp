@@ -88,13 +88,20 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
     // The host hands the block's address on as a word.
     // NOLINTNEXTLINE(performance-no-int-to-ptr)
     const auto* pStep = reinterpret_cast<const SStepBlock*>(uExtra2);
-    pModification->GetDstVerts(m_Clipped, m_Verts);
-    pBrush->CalculateWeights(m_Verts, center);
-    SExtents terrainBox;
-    pBrush->ApplyMask(m_Verts, pModification->GetTerrainExtents(terrainBox));
     const int iStep = pStep != nullptr ? pStep->dy : 0;
-    Process({pBrush, center, &m_Verts, iStep});
-    MergePoint(*pModification, m_Verts, this);
+    const SPointOperation operation = {pBrush, center, &m_Verts, iStep};
+    SVertexRule rule;
+    if (!GetRule(operation, rule) ||
+        !RunPointInNumbers(*pModification, *pBrush, {m_Clipped, center, rule, nullptr}))
+    {
+        FillSet(*pModification, operation);
+        Process(operation);
+        MergePoint(*pModification, m_Verts, this);
+    }
+    else if (IsPointIdle())
+    {
+        FillSet(*pModification, operation); // for the explanation
+    }
     if (iStep == 0 && IsPointIdle())
     {
         NoteOutcome(EPointOutcome::Sideways);
@@ -102,4 +109,12 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
     ExplainIdlePoint({m_Verts, *pModification, *pBrush, center, 1.0F, true});
     RedrawAllViews();
     return 1;
+}
+
+void CPointFunction::FillSet(ITerrainModification& modification, const SPointOperation& operation)
+{
+    modification.GetDstVerts(m_Clipped, m_Verts);
+    operation.pBrush->CalculateWeights(m_Verts, operation.center);
+    SExtents terrainBox;
+    operation.pBrush->ApplyMask(m_Verts, modification.GetTerrainExtents(terrainBox));
 }

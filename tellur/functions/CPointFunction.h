@@ -2,6 +2,7 @@
 
 #include "tellur/functions/CTellurBaseFunction.h"
 #include "tellur/modification/CVertDataSet.h"
+#include "tellur/stroke/SVertexRule.h"
 
 // One step of a point function. All pointers are borrowed for the call.
 struct SPointOperation
@@ -35,6 +36,12 @@ public:
     // Rewrites the heights of the set in place.
     virtual void Process(const SPointOperation& operation) = 0;
 
+    // What Process would do, in numbers; the operation has no set. False where it has to be run.
+    virtual bool GetRule(const SPointOperation& /*operation*/, SVertexRule& /*rule*/)
+    {
+        return false;
+    }
+
 protected:
     explicit CPointFunction(const SFunctionTraits& traits);
     CPointFunction(const CPointFunction& other);
@@ -43,6 +50,8 @@ protected:
 private:
     SExtents m_Clipped;
     SExtents m_Raw; // its y is the height where the button went down
+    void FillSet(ITerrainModification& modification, const SPointOperation& operation);
+
     bool m_Started = false;
     CVertDataSet m_Verts; // reused from step to step
 };

@@ -43,3 +43,13 @@ void CPointHeightFunction::Process(const SPointOperation& operation)
     RaiseHeights(
         operation.pVerts->GetVerts(), 1.0F, -static_cast<float>(operation.iVerticalStep), band);
 }
+
+bool CPointHeightFunction::GetRule(const SPointOperation& operation, SVertexRule& rule)
+{
+    rule.eRule = EVertexRule::Raise;
+    rule.eMerge = EMergeRule::Candidate;
+    rule.bFromDest = true;
+    rule.fAmount = -static_cast<float>(operation.iVerticalStep);
+    CVerticalBand(operation.pBrush->GetVerticalDistance(), operation.center.y).SetIn(rule);
+    return true;
+}

@@ -20,6 +20,7 @@ public:
     EMergeRule GetMergeRule() const override { return EMergeRule::Candidate; }
 
     void Process(const SPointOperation& operation) override;
+    bool GetRule(const SPointOperation& operation, SVertexRule& rule) override;
 
 private:
     static CRTTIObject* Create();

@@ -2,6 +2,7 @@
 
 #include "host/Log.h"
 #include "host/ReflectionFields.h"
+#include "host/VectorLoop.h"
 #include "tellur/functions/HeightLoops.h"
 #include "tellur/stroke/ITellurBrush.h"
 #include "tellur/stroke/ITerrainModification.h"
@@ -16,6 +17,44 @@ constexpr SFunctionTraits TRAITS = {
     "PosterizeFunction", "CPosterizeFunction", "no cursor handle", "no name", 2115};
 constexpr float FARTHEST_LEVEL = 10000.0F; // a level at least as far away is none
 constexpr int32_t MAX_LEVELS = 1 << 24;    // more than a float tells apart
+constexpr size_t EVEN_LEVELS = 2048;       // so many are where multiplying says, give or take one
+
+struct SEvenLevels
+{
+    const float* pLevels;
+    float fLast;    // index of the last one
+    float fPerUnit; // levels a unit of height
+};
+
+// GetNearestLevel of many heights, which stay where none is near. The nearest level is the one that
+// dividing finds or one beside it; the lower one of two comes first.
+TELLUR_LOOP_BODY void
+FindEvenTargets(const float* pHeights, float* pTargets, size_t nCount, const SEvenLevels& levels)
+{
+    const SEvenLevels own = levels;
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        const float fHeight = pHeights[i];
+        const float fGuess = fHeight * own.fPerUnit;
+        const float fAbove = fGuess > 0.0F ? fGuess : 0.0F;
+        const auto iMiddle = static_cast<int32_t>(fAbove < own.fLast ? fAbove : own.fLast);
+        const int32_t iLast = static_cast<int32_t>(own.fLast);
+        const float fLower = own.pLevels[iMiddle > 0 ? iMiddle - 1 : 0];
+        const float fMiddle = own.pLevels[iMiddle];
+        const float fUpper = own.pLevels[iMiddle < iLast ? iMiddle + 1 : iLast];
+        float fBest = FARTHEST_LEVEL;
+        float fTarget = -1.0F;
+        const float fToLower = std::fabs(fLower - fHeight);
+        fTarget = fToLower < fBest ? fLower : fTarget;
+        fBest = fToLower < fBest ? fToLower : fBest;
+        const float fToMiddle = std::fabs(fMiddle - fHeight);
+        fTarget = fToMiddle < fBest ? fMiddle : fTarget;
+        fBest = fToMiddle < fBest ? fToMiddle : fBest;
+        const float fToUpper = std::fabs(fUpper - fHeight);
+        fTarget = fToUpper < fBest ? fUpper : fTarget;
+        pTargets[i] = fTarget > 0.0F ? fTarget : fHeight;
+    }
+}
 
 } // namespace
 
@@ -129,9 +168,8 @@ void CPosterizeFunction::DoOperation(const SOperation& operation)
         CrashLog("[CPosterizeFunction::DoOperation] no modification interface\n");
         return;
     }
-    const bool bLimitNow = m_bNoLimit && operation.pModification->GetSrcBuffer() != nullptr;
-    const bool bOld = m_NumHeightDivisions == m_LevelCount && !m_Levels.IsEmpty() && !bLimitNow;
-    const bool bMemory = bOld || CalculateLevels(operation.pModification->GetYSize());
+    const bool bMemory =
+        HasLevels(*operation.pModification) || CalculateLevels(operation.pModification->GetYSize());
     if (m_Levels.IsEmpty())
     {
         CrashLog("[CPosterizeFunction::DoOperation] failed to calculate height divisions array. "
@@ -148,13 +186,51 @@ void CPosterizeFunction::DoOperation(const SOperation& operation)
         operation.pModification->GiveUp();
         return;
     }
-    float* pTargets = m_Targets.Get();
-    for (size_t i = 0; i < verts.GetCount(); ++i)
-    {
-        const float fHeight = verts.GetHeights()[i];
-        const float fTarget = GetNearestLevel(fHeight);
-        pTargets[i] = fTarget > 0.0F ? fTarget : fHeight;
-    }
+    FindTargets(verts.GetHeights(), m_Targets.Get(), verts.GetCount());
     const CVerticalBand band(operation.pBrush->GetVerticalDistance(), operation.point.y);
-    MoveTowards(verts, pTargets, operation.fWeight, band, m_Mode);
+    MoveTowards(verts, m_Targets.Get(), operation.fWeight, band, m_Mode);
+}
+
+// Whether they are those of the fields and of this terrain.
+bool CPosterizeFunction::HasLevels(const ITerrainModification& modification) const
+{
+    const bool bLimitNow = m_bNoLimit && modification.GetSrcRows() != nullptr;
+    return m_NumHeightDivisions == m_LevelCount && !m_Levels.IsEmpty() && !bLimitNow;
+}
+
+void CPosterizeFunction::FindTargets(const float* pHeights, float* pTargets, size_t nCount) const
+{
+    const size_t nLevels = m_Levels.GetCount();
+    if (nLevels <= EVEN_LEVELS)
+    {
+        const SEvenLevels levels = {m_Levels.Get(),
+                                    static_cast<float>(nLevels - 1),
+                                    static_cast<float>(nLevels) / *(m_Levels.end() - 1)};
+        CVectorLoop<FindEvenTargets>::Run(pHeights, pTargets, nCount, levels);
+        return;
+    }
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        const float fTarget = GetNearestLevel(pHeights[i]);
+        pTargets[i] = fTarget > 0.0F ? fTarget : pHeights[i];
+    }
+}
+
+// The first operation makes the levels, with a set, and says what it misses.
+bool CPosterizeFunction::GetRule(const SOperation& operation, SVertexRule& rule)
+{
+    rule.eRule = EVertexRule::Move;
+    rule.eMerge = GetMergeRule();
+    rule.bFromDest = m_UseOnlyDestBuffer;
+    rule.fStroke = operation.fWeight;
+    rule.bRaise = m_Mode != mode_max;
+    rule.bLower = m_Mode != mode_min;
+    CVerticalBand(operation.pBrush->GetVerticalDistance(), operation.point.y).SetIn(rule);
+    return HasLevels(*operation.pModification);
+}
+
+void CPosterizeFunction::GetTargets(
+    int /*iX*/, int /*iZ*/, int iCount, const float* pHeights, float* pTargets)
+{
+    FindTargets(pHeights, pTargets, static_cast<size_t>(iCount));
 }

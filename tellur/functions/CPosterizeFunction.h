@@ -6,7 +6,7 @@
 
 // Pulls every vertex toward the nearest of a fixed set of height levels, which makes terraces. The
 // keys do not override its mode.
-class CPosterizeFunction : public CPainterFunction
+class CPosterizeFunction : public CPainterFunction, private IVertexTargets
 {
 public:
     static const CRTTI s_RTTI;
@@ -22,6 +22,9 @@ public:
     bool UseOnlyDestBuffer() const override { return m_UseOnlyDestBuffer; }
 
     void DoOperation(const SOperation& operation) override;
+    bool GetRule(const SOperation& operation, SVertexRule& rule) override;
+
+    IVertexTargets* GetRuleTargets() override { return this; }
 
 protected:
     // A copy has the same fields and cursor and makes its levels on first use.
@@ -30,6 +33,9 @@ protected:
 private:
     static CRTTIObject* Create();
     static void RegisterFields(CRTTI& rtti);
+    void GetTargets(int iX, int iZ, int iCount, const float* pHeights, float* pTargets) override;
+    void FindTargets(const float* pHeights, float* pTargets, size_t nCount) const;
+    bool HasLevels(const ITerrainModification& modification) const;
     bool CalculateLevels(float fMaxHeight);
     float GetNearestLevel(float fHeight) const;
 

@@ -5,6 +5,7 @@
 #include "tellur/functions/IdlePoint.h"
 #include "tellur/functions/RampVectors.h"
 #include "tellur/modification/CVertDataSet.h"
+#include "tellur/stroke/IHeightRows.h"
 #include "tellur/stroke/ITellurBrush.h"
 #include "tellur/stroke/ITerrainModification.h"
 
@@ -253,15 +254,17 @@ bool CRampFunction::IsStripWithoutBand(ITerrainModification& modification,
     CVertDataSet set;
     MakeStrip(modification, brush, region, whole, set);
     const CVertList& verts = set.GetVerts();
-    const float* pSource = modification.GetSrcBuffer();
-    const auto nRow = static_cast<size_t>(modification.GetBufferSizeX());
+    const IHeightRows* pSource = modification.GetSrcRows();
+    std::vector<float> row(static_cast<size_t>(modification.GetBufferSizeX()));
     bool bSame = true;
     for (const SVertRun& run : verts.GetRuns())
     {
         const float* pHeights = verts.GetHeights() + run.nFirst;
-        bSame = bSame && std::equal(pHeights,
-                                    pHeights + run.nCount,
-                                    pSource + static_cast<size_t>(run.iz) * nRow + run.ixFirst);
+        bSame = bSame &&
+                std::equal(
+                    pHeights,
+                    pHeights + run.nCount,
+                    pSource->GetRow(run.ixFirst, run.iz, static_cast<int>(run.nCount), row.data()));
     }
     return !bSame;
 }

@@ -57,3 +57,13 @@ void CRelativeHeightFunction::DoOperation(const SOperation& operation)
     const CVerticalBand band(operation.pBrush->GetVerticalDistance(), operation.point.y);
     RaiseHeights(operation.pVerts->GetVerts(), operation.fWeight, m_Height, band);
 }
+
+bool CRelativeHeightFunction::GetRule(const SOperation& operation, SVertexRule& rule)
+{
+    rule.eRule = EVertexRule::Raise;
+    rule.eMerge = EMergeRule::Strongest;
+    rule.fStroke = operation.fWeight;
+    rule.fAmount = m_Height;
+    CVerticalBand(operation.pBrush->GetVerticalDistance(), operation.point.y).SetIn(rule);
+    return true;
+}

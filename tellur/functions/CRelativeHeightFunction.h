@@ -19,6 +19,7 @@ public:
     EMergeRule GetMergeRule() const override { return EMergeRule::Strongest; }
 
     void DoOperation(const SOperation& operation) override;
+    bool GetRule(const SOperation& operation, SVertexRule& rule) override;
 
 private:
     static CRTTIObject* Create();

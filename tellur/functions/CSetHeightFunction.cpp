@@ -67,6 +67,19 @@ void CSetHeightFunction::DoOperation(const SOperation& operation)
         operation.pVerts->GetVerts(), operation.fWeight, m_Height, band, GetEffectiveMode(m_Mode));
 }
 
+bool CSetHeightFunction::GetRule(const SOperation& operation, SVertexRule& rule)
+{
+    const int32_t iMode = GetEffectiveMode(m_Mode);
+    rule.eRule = EVertexRule::Pull;
+    rule.eMerge = EMergeRule::Strongest;
+    rule.fStroke = operation.fWeight;
+    rule.fAmount = m_Height;
+    rule.bRaise = iMode != mode_max;
+    rule.bLower = iMode != mode_min;
+    CVerticalBand(operation.pBrush->GetVerticalDistance(), operation.point.y).SetIn(rule);
+    return true;
+}
+
 void CSetHeightFunction::OnStartPoint(const SVec3& point)
 {
     if (!m_PickHeight)

@@ -20,6 +20,7 @@ public:
     EMergeRule GetMergeRule() const override { return EMergeRule::Strongest; }
 
     void DoOperation(const SOperation& operation) override;
+    bool GetRule(const SOperation& operation, SVertexRule& rule) override;
     void OnStartPoint(const SVec3& point) override;
 
 private:

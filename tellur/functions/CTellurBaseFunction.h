@@ -3,6 +3,7 @@
 #include "framework/core/Cursor.h"
 #include "host/Reflection.h"
 #include "tellur/stroke/ITellurFunction.h"
+#include "tellur/stroke/SVertexRule.h"
 
 // The fixed texts and numbers of one function class.
 struct SFunctionTraits
@@ -57,6 +58,13 @@ public:
     }
 
     bool IsActive() const;
+
+    void SetIn(SVertexRule& rule) const
+    {
+        rule.bBand = IsActive();
+        rule.fBandDistance = m_Distance;
+        rule.fBandCenter = m_Center;
+    }
 
     // 0 to 1.
     float GetFactor(float fHeight) const

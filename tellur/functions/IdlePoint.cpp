@@ -3,6 +3,7 @@
 #include "tellur/context/PluginContext.h"
 #include "tellur/functions/CTellurBaseFunction.h"
 #include "tellur/modification/CVertDataSet.h"
+#include "tellur/stroke/IHeightRows.h"
 #include "tellur/stroke/ITellurBrush.h"
 #include "tellur/stroke/ITerrainModification.h"
 
@@ -14,27 +15,28 @@ namespace
 // Some vertex has a weight: what of its height kept it from changing.
 void LookAtHeights(const SDonePoint& point)
 {
-    const float* pSource = point.modification.GetSrcBuffer();
-    const float* pDest = point.modification.GetDstBuffer();
+    const IHeightRows* pSource = point.modification.GetSrcRows();
+    const IHeightRows* pDest = point.modification.GetDstRows();
     if (pSource == nullptr || pDest == nullptr)
     {
         return;
     }
     const CVertList& verts = point.set.GetVerts();
     const CVerticalBand band(point.brush.GetVerticalDistance(), point.center.y);
-    const auto nRow = static_cast<size_t>(point.modification.GetBufferSizeX());
     bool bInBand = false;
     bool bReached = false; // by an earlier point of the stroke
     for (const SVertRun& run : verts.GetRuns())
     {
-        const size_t nFirst = static_cast<size_t>(run.iz) * nRow + static_cast<size_t>(run.ixFirst);
         for (size_t i = 0; i < run.nCount && !bReached; ++i)
         {
-            const float fStart = (point.bFromDest ? pDest : pSource)[nFirst + i];
+            const int ix = run.ixFirst + static_cast<int>(i);
+            const float fSource = *pSource->GetRow(ix, run.iz, 1, nullptr);
+            const float fDest = *pDest->GetRow(ix, run.iz, 1, nullptr);
+            const float fStart = point.bFromDest ? fDest : fSource;
             const bool bTaken = verts.GetWeights()[run.nFirst + i] != 0.0F &&
                                 (!band.IsActive() || band.GetFactor(fStart) != 0.0F);
             bInBand = bInBand || bTaken;
-            bReached = bTaken && !point.bFromDest && pSource[nFirst + i] != pDest[nFirst + i];
+            bReached = bTaken && !point.bFromDest && fSource != fDest;
         }
     }
     if (!bInBand)
@@ -66,6 +68,27 @@ void LookAtWeights(const SDonePoint& point)
     }
 }
 
+void NoteMerged(const SMergeResult& merged)
+{
+    PluginContext* pContext = GetPluginContext();
+    if (pContext == nullptr)
+    {
+        return;
+    }
+    SDragStatistics& statistics = pContext->GetDragStatistics();
+    ++statistics.nPoints;
+    statistics.nVisited += merged.nVisited;
+    statistics.nChanged += merged.nChanged;
+    if (merged.bAtLimit)
+    {
+        NoteOutcome(EPointOutcome::Limit, merged.fLimit);
+    }
+    else
+    {
+        NoteOutcome(merged.nChanged == 0 ? EPointOutcome::Same : EPointOutcome::Changed);
+    }
+}
+
 } // namespace
 
 void NoteOutcome(EPointOutcome eKind, float fValue)
@@ -76,25 +99,29 @@ void NoteOutcome(EPointOutcome eKind, float fValue)
     }
 }
 
+bool RunPointInNumbers(ITerrainModification& modification,
+                       const ITellurBrush& brush,
+                       const SRulePoint& point)
+{
+    SBrushShape shape;
+    if (!brush.GetShape(shape))
+    {
+        return false;
+    }
+    const std::optional<SMergeResult> merged =
+        modification.RunPoint({point.box, point.center, shape, point.rule, point.pTargets});
+    if (merged)
+    {
+        NoteMerged(*merged);
+    }
+    return merged.has_value();
+}
+
 void MergePoint(ITerrainModification& modification, CVertDataSet& set, ITellurFunction* pFunction)
 {
-    const std::optional<SMergeResult> merged = modification.SetVerts(set, pFunction);
-    PluginContext* pContext = GetPluginContext();
-    if (!merged || pContext == nullptr)
+    if (const std::optional<SMergeResult> merged = modification.SetVerts(set, pFunction))
     {
-        return;
-    }
-    SDragStatistics& statistics = pContext->GetDragStatistics();
-    ++statistics.nPoints;
-    statistics.nVisited += set.GetVerts().GetCount();
-    statistics.nChanged += merged->nChanged;
-    if (merged->bAtLimit)
-    {
-        NoteOutcome(EPointOutcome::Limit, merged->fLimit);
-    }
-    else
-    {
-        NoteOutcome(merged->nChanged == 0 ? EPointOutcome::Same : EPointOutcome::Changed);
+        NoteMerged(*merged);
     }
 }
 

@@ -7,6 +7,8 @@ class CVertDataSet;
 class ITellurBrush;
 class ITellurFunction;
 class ITerrainModification;
+class IVertexTargets;
+struct SVertexRule;
 
 // A point whose set is merged, as its function knows it. Everything is borrowed.
 struct SDonePoint
@@ -21,6 +23,19 @@ struct SDonePoint
 
 // What the latest point came to, for the host.
 void NoteOutcome(EPointOutcome eKind, float fValue = 0.0F);
+
+// Runs a point as its rule tells. False, and nothing happens, where brush or session cannot.
+struct SRulePoint
+{
+    const SExtents& box; // clipped footprint
+    const SVec3& center;
+    const SVertexRule& rule;
+    IVertexTargets* pTargets;
+};
+
+bool RunPointInNumbers(ITerrainModification& modification,
+                       const ITellurBrush& brush,
+                       const SRulePoint& point);
 
 // Writes the set of a point and counts it among what the drags did.
 void MergePoint(ITerrainModification& modification, CVertDataSet& set, ITellurFunction* pFunction);

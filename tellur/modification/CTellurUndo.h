@@ -1,72 +1,76 @@
 #pragma once
 
 #include "host/CUndo.h"
-#include "tellur/modification/CPlainArray.h"
+#include "host/TerrainSize.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 
+class CHeightTiles;
+template <typename T> class CPlainArray;
 class Terrain;
+struct SBlockEntry;
+struct SHeightTile;
 
-// One changed vertex of a drag: grid position, height before and after.
-struct SChangedVert
-{
-    int iX = 0;
-    int iZ = 0;
-    float fOld = 0.0F;
-    float fNew = 0.0F;
-};
-
-// The undo record of one drag: only the changed vertices, grouped in blocks of 32 x 32 cells. A
-// vertex on a block's border is kept in every block that shares it. All vertices lie in one array,
-// block after block, so that undo and redo need no memory. Owned by the host once handed over;
-// dead, and harmless, when the terrain's resolution has changed since. pTerrain is borrowed: the
-// host drops its records before it frees the terrain.
+// The undo record of one drag: only the changed vertices. They are kept by the tiles of the drag:
+// one that changed nearly everywhere is taken over as it is, of the others a copy holds the changed
+// heights side by side. Undo and redo write them in blocks of 32 x 32 cells and need no memory; a
+// vertex on a block's border belongs to every block that shares it. Owned by the host once handed
+// over; dead, and harmless, when the terrain's resolution has changed since. pTerrain is borrowed:
+// the host drops its records before it frees the terrain.
 class CTellurUndo : public CUndo
 {
 public:
+    struct SVertRecord
+    {
+        int iLocalX; // 0 to 32
+        int iLocalZ;
+        float fOld;
+        float fNew;
+    };
+
     class CBlockInfo
     {
     public:
-        struct SVertRecord // 16 bytes
-        {
-            int iLocalX; // 0 to 32
-            int iLocalZ;
-            float fOld;
-            float fNew;
-        };
+        static constexpr size_t MOST_VERTS =
+            size_t{TERRAIN_BLOCK_CELLS + 1} * (TERRAIN_BLOCK_CELLS + 1);
 
         CBlockInfo() = default;
         CBlockInfo(const CBlockInfo&) = delete;
         CBlockInfo& operator=(const CBlockInfo&) = delete;
         virtual ~CBlockInfo() = default;
 
-        // pVerts: where the block's vertices begin in the record's array, borrowed.
-        void Begin(int iBlockX, int iBlockZ, SVertRecord* pVerts);
+        void Begin(const CTellurUndo& record, int iBlockX, int iBlockZ);
 
         int GetBlockX() const { return m_BlockX; }
 
         int GetBlockZ() const { return m_BlockZ; }
 
-        void Add(const SChangedVert& vert); // grid position inside the block
-
-        std::span<const SVertRecord> GetVerts() const { return {m_Verts, m_Count}; }
+        // In scan order, rows of increasing z. pVerts: room for MOST_VERTS. Their number.
+        size_t GetVerts(SVertRecord* pVerts) const;
+        // The same with the heights of one side as the terrain takes them.
+        size_t GetEntries(bool bNew, SBlockEntry* pEntries) const;
 
     private:
-        SVertRecord* m_Verts = nullptr;
-        size_t m_Count = 0;
+        const CTellurUndo* m_Record = nullptr;
         int m_BlockX = 0;
         int m_BlockZ = 0;
     };
 
+    CTellurUndo() = default;
+    CTellurUndo(const CTellurUndo&) = delete;
+    CTellurUndo& operator=(const CTellurUndo&) = delete;
+    ~CTellurUndo() override;
+
     void SetTerrain(Terrain* pTerrain) { m_Terrain = pTerrain; }
 
-    // verts: in scan order, rows of increasing z. Called once. False, and the record is of no use,
+    // tiles: of the drag, their changes found. Called once. False, and the record is of no use,
     // when there is no memory for it.
-    bool Fill(std::span<const SChangedVert> verts);
+    bool Fill(const CHeightTiles& tiles);
 
-    // In order of first use.
+    // In order of first use by the changed vertices in scan order.
     std::span<const CBlockInfo> GetBlocks() const { return {m_Blocks.get(), m_BlockCount}; }
 
     size_t GetByteCount() const; // memory the record takes
@@ -79,17 +83,53 @@ public:
     void OnNotify(uintptr_t /*uCode*/) override {}
 
 private:
-    enum class EDirection
+    // The changed heights of a tile that changed in part, in scan order: first the old ones, then
+    // the new ones, behind the header.
+    struct SPacked
     {
-        Back,
-        Forward,
+        uint64_t aChanged[64];
+        uint16_t aStart[64]; // of each row
+        uint32_t uCount;
+
+        const float* GetHeights(bool bNew) const
+        {
+            return reinterpret_cast<const float*>(this + 1) + (bNew ? uCount : 0);
+        }
     };
 
-    void Apply(EDirection eDirection);
+    struct STile
+    {
+        int iX = 0; // in tiles
+        int iZ = 0;
+        SHeightTile* pWhole = nullptr; // one of the two
+        SPacked* pPacked = nullptr;
+    };
+
+    // The up to four tiles under a block, its own first; null: nothing changed there.
+    struct SBlockTiles
+    {
+        const STile* aTiles[2][2];
+    };
+
+    struct SFirstUse; // where the scan over the changed vertices first meets a block
+
+    void Apply(bool bNew);
+    bool AddTile(SHeightTile& tile, int iTileX, int iTileZ);
+    bool ListBlocks();
+    const STile* FindTile(int iTileX, int iTileZ) const;
+    SBlockTiles FindBlockTiles(int iBlockX, int iBlockZ) const;
+    static uint64_t GetRowBits(const STile* pTile, int iRow);
+    // A bit for each vertex of row 0 to 32 of a block.
+    static uint64_t GetBlockRow(const SBlockTiles& tiles, int iBlockX, int iBlockZ, int iRow);
+    static const float* FindHeights(const STile& tile, int iColumn, int iRow, bool bNew);
+    void AddFirstUse(int iBlockX, int iBlockZ, CPlainArray<SFirstUse>& uses) const;
+    template <class TFn> void VisitBlock(int iBlockX, int iBlockZ, TFn fn) const;
 
     Terrain* m_Terrain = nullptr;
-    int m_RowWidth = 0; // vertices of a row when the record was filled
+    int m_RowWidth = 0;               // vertices of a row when the record was filled
+    std::unique_ptr<STile[]> m_Tiles; // by rows of tiles
+    size_t m_TileCount = 0;
+    size_t m_PackedBytes = 0;
     std::unique_ptr<CBlockInfo[]> m_Blocks;
     size_t m_BlockCount = 0;
-    CPlainArray<CBlockInfo::SVertRecord> m_Verts; // of all blocks
 };

@@ -2,13 +2,10 @@
 
 #include "host/Log.h"
 #include "host/Terrain.h"
-#include "tellur/modification/CVertDataSet.h"
 #include "tellur/stroke/ITellurBrush.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstring>
-#include <utility>
+#include <new>
 
 CTerrainModification::~CTerrainModification()
 {
@@ -17,44 +14,72 @@ CTerrainModification::~CTerrainModification()
 
 void CTerrainModification::FreeBuffers()
 {
-    GiveHeightBufferBack(std::exchange(m_Source, {}));
-    GiveHeightBufferBack(std::exchange(m_Dest, {}));
-    m_SizeX = 0;
-    m_SizeZ = 0;
+    if (m_Access != nullptr)
+    {
+        m_Access->RemoveWatcher(this);
+        m_Access = nullptr;
+    }
+    m_Tiles.Clear();
+    m_Whole.reset();
 }
 
 bool CTerrainModification::InitializeBuffers()
 {
     FreeBuffers();
+    m_GivenUp = false;
+    m_bShared = false;
     if (m_Terrain == nullptr)
     {
         CrashLog("[CTerrainModification::InitializeBuffers] terrain set to NULL\n");
         return false;
     }
-    m_SizeX = static_cast<int>(m_Terrain->GetCellsPerSide()) + 1;
-    m_SizeZ = static_cast<int>(m_Terrain->GetCellsPerSideZ()) + 1;
-    m_TouchedMinX = m_SizeX;
-    m_TouchedMinZ = m_SizeZ;
-    m_TouchedMaxX = -1;
-    m_TouchedMaxZ = -1;
-    m_GivenUp = false;
-    if (m_SizeX < 1 || m_SizeZ < 1)
+    bool bMemory = m_Tiles.Reset(static_cast<int>(m_Terrain->GetCellsPerSide()) + 1,
+                                 static_cast<int>(m_Terrain->GetCellsPerSideZ()) + 1);
+    m_Access = dynamic_cast<ITerrainAccess*>(m_Terrain);
+    if (bMemory && m_Access != nullptr)
     {
-        return true;
+        m_Access->AddWatcher(this);
     }
-    const size_t nCount = GetVertexCount();
-    m_Source = TakeHeightBuffer(nCount);
-    m_Dest = TakeHeightBuffer(nCount);
-    if (m_Source.pHeights == nullptr || m_Dest.pHeights == nullptr)
+    else if (bMemory)
+    {
+        m_Whole.reset(new (std::nothrow) float[GetVertexCount()]);
+        bMemory = m_Whole != nullptr;
+    }
+    if (!bMemory)
     {
         FreeBuffers();
-        FreeHeightBuffers(); // one of the two is no use, and memory is short
+        FreeKeptTiles(); // memory is short
         NoteLost();
         return false;
     }
-    m_Terrain->GetHeights(m_Source.pHeights.get(), nCount);
-    std::memcpy(m_Dest.pHeights.get(), m_Source.pHeights.get(), nCount * sizeof(float));
+    if (m_Whole != nullptr)
+    {
+        m_Terrain->GetHeights(m_Whole.get(), GetVertexCount());
+    }
+    m_Tiles.SetGround(GetGround());
     return true;
+}
+
+float* CTerrainModification::GetGround() const
+{
+    return m_Access != nullptr ? m_Access->GetHeightRows() : m_Whole.get();
+}
+
+void CTerrainModification::OnBeforeHeightsChange(const SGridBox& box)
+{
+    m_bShared = true;
+    if (!m_GivenUp && !m_Tiles.Take(box))
+    {
+        GiveUp();
+    }
+}
+
+// What they were is gone, too: nothing can be put back or recorded.
+void CTerrainModification::OnHeightsGo()
+{
+    m_Access = nullptr;
+    m_Tiles.SetGround(nullptr);
+    m_GivenUp = true;
 }
 
 bool CTerrainModification::Start(
@@ -190,12 +215,12 @@ float CTerrainModification::GetSrcHeight(int iX, int iZ) const
         CrashLog("[CTerrainModification::GetSrcHeight] invalid indices\n");
         return -1.0F;
     }
-    if (m_Source.pHeights == nullptr)
+    if (!m_Tiles.HasGround())
     {
         CrashLog("[CTerrainModification::GetSrcHeight] invalid source buffer ptr\n");
         return -1.0F;
     }
-    return m_Source.pHeights[static_cast<size_t>(iZ) * m_SizeX + iX];
+    return m_Tiles.GetSource(iX, iZ);
 }
 
 float CTerrainModification::GetDstHeight(int iX, int iZ) const
@@ -205,12 +230,12 @@ float CTerrainModification::GetDstHeight(int iX, int iZ) const
         CrashLog("[CTerrainModification::GetDstHeight] invalid indices\n");
         return -1.0F;
     }
-    if (m_Dest.pHeights == nullptr)
+    if (!m_Tiles.HasGround())
     {
         CrashLog("[CTerrainModification::GetDstHeight] invalid destination buffer ptr\n");
         return -1.0F;
     }
-    return m_Dest.pHeights[static_cast<size_t>(iZ) * m_SizeX + iX];
+    return m_Tiles.GetDest(iX, iZ);
 }
 
 void CTerrainModification::SetDstHeight(int iX, int iZ, float fHeight)
@@ -220,7 +245,7 @@ void CTerrainModification::SetDstHeight(int iX, int iZ, float fHeight)
         CrashLog("[CTerrainModification::SetDstHeight] invalid indices\n");
         return;
     }
-    if (m_Dest.pHeights == nullptr)
+    if (!m_Tiles.HasGround())
     {
         CrashLog("[CTerrainModification::SetDstHeight] invalid destination buffer ptr\n");
         return;
@@ -233,19 +258,40 @@ void CTerrainModification::SetDstHeight(int iX, int iZ, float fHeight)
     // Kept as it always was: the element is not the one at (x, z), and heights are only limited
     // upward. Tools write through SetVerts.
     const size_t nIndex =
-        static_cast<size_t>(m_SizeX) + static_cast<size_t>(iX) + static_cast<size_t>(iZ);
-    if (nIndex < GetVertexCount())
+        static_cast<size_t>(GetBufferSizeX()) + static_cast<size_t>(iX) + static_cast<size_t>(iZ);
+    if (nIndex >= GetVertexCount() || m_GivenUp)
     {
-        m_Dest.pHeights[nIndex] = std::min(fHeight, m_Terrain->GetSize().y);
-        Touch(static_cast<int>(nIndex % static_cast<size_t>(m_SizeX)),
-              static_cast<int>(nIndex / static_cast<size_t>(m_SizeX)));
+        return;
     }
+    const auto iWrittenX = static_cast<int>(nIndex % static_cast<size_t>(GetBufferSizeX()));
+    const auto iWrittenZ = static_cast<int>(nIndex / static_cast<size_t>(GetBufferSizeX()));
+    if (!m_Tiles.Take({iWrittenX, iWrittenZ, iWrittenX, iWrittenZ}))
+    {
+        GiveUp();
+        return;
+    }
+    m_bShared = true; // the terrain does not show it
+    m_Tiles.SetDest(iWrittenX, iWrittenZ, std::min(fHeight, m_Terrain->GetSize().y));
 }
 
-void CTerrainModification::Touch(int iX, int iZ)
+const float* CTerrainModification::GetPressTile(uint32_t uTileX, uint32_t uTileZ) const
 {
-    m_TouchedMinX = std::min(m_TouchedMinX, iX);
-    m_TouchedMaxX = std::max(m_TouchedMaxX, iX);
-    m_TouchedMinZ = std::min(m_TouchedMinZ, iZ);
-    m_TouchedMaxZ = std::max(m_TouchedMaxZ, iZ);
+    const bool bInside = m_Tiles.HasGround() &&
+                         uTileX < static_cast<uint32_t>(m_Tiles.GetTilesX()) &&
+                         uTileZ < static_cast<uint32_t>(m_Tiles.GetTilesZ());
+    const SHeightTile* pTile =
+        bInside ? m_Tiles.Find(static_cast<int>(uTileX), static_cast<int>(uTileZ)) : nullptr;
+    return pTile != nullptr ? pTile->aSource.data() : nullptr;
+}
+
+const float* CTerrainModification::CRows::GetRow(int iX, int iZ, int iCount, float* pScratch) const
+{
+    const CHeightTiles& tiles = m_Session.m_Tiles;
+    if (m_bDest && !m_Session.m_bShared) // then the ground shows the destination
+    {
+        return tiles.GetGround() + static_cast<size_t>(iZ) * static_cast<size_t>(tiles.GetSizeX()) +
+               static_cast<size_t>(iX);
+    }
+    return m_bDest ? tiles.GetDestRow(iX, iZ, iCount, pScratch)
+                   : tiles.GetSourceRow(iX, iZ, iCount, pScratch);
 }

@@ -2,7 +2,9 @@
 
 #include "host/Log.h"
 #include "host/Terrain.h"
-#include "host/VectorClones.h"
+#include "host/VectorLoop.h"
+#include "tellur/modification/GridRange.h"
+#include "tellur/stroke/IHeightRows.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,23 +12,27 @@
 namespace
 {
 
-// Grid lines from ceil(min / step) to trunc(max / step). False when there are none.
-bool GetGridRange(float fMin, float fMax, float fStep, int& iFirst, int& iLast)
+// A buffer of all heights.
+class CBufferRows : public IHeightRows
 {
-    constexpr float LIMIT = 1.0e6F; // far beyond any grid, within an int
-    const float fFirst = std::ceil(fMin / fStep);
-    const float fLast = std::trunc(fMax / fStep);
-    if (!(fFirst <= fLast) || fFirst > LIMIT || fLast < -LIMIT)
+public:
+    CBufferRows(const float* pBuffer, int iSizeX)
+        : m_Buffer(pBuffer)
+        , m_SizeX(iSizeX)
     {
-        return false;
     }
-    iFirst = static_cast<int>(std::max(fFirst, -LIMIT));
-    iLast = static_cast<int>(std::min(fLast, LIMIT));
-    return true;
-}
 
-TELLUR_VECTOR_CLONES
-bool HasNegative(const float* pHeights, size_t nCount)
+    const float* GetRow(int iX, int iZ, int /*iCount*/, float* /*pScratch*/) const override
+    {
+        return m_Buffer + static_cast<ptrdiff_t>(iZ) * m_SizeX + iX;
+    }
+
+private:
+    const float* m_Buffer;
+    int m_SizeX;
+};
+
+TELLUR_LOOP_BODY bool FindNegative(const float* pHeights, size_t nCount)
 {
     int32_t iAny = 0;
     for (size_t i = 0; i < nCount; ++i)
@@ -37,6 +43,11 @@ bool HasNegative(const float* pHeights, size_t nCount)
 }
 
 } // namespace
+
+bool HasNegative(const float* pHeights, size_t nCount)
+{
+    return CVectorLoop<FindNegative>::Run(pHeights, nCount);
+}
 
 void CVertDataSet::Reset()
 {
@@ -123,7 +134,13 @@ void CVertDataSet::MoveEditable(const SCandidates& row, const float* pHeights)
 
 bool CVertDataSet::SetData(const float* pBuffer, int iBufferSizeX, int iBufferSizeZ)
 {
-    if (pBuffer == nullptr)
+    const CBufferRows rows(pBuffer, iBufferSizeX);
+    return SetRows(pBuffer != nullptr ? &rows : nullptr, iBufferSizeX, iBufferSizeZ);
+}
+
+bool CVertDataSet::SetRows(const IHeightRows* pRows, int iBufferSizeX, int iBufferSizeZ)
+{
+    if (pRows == nullptr)
     {
         CrashLog("[CVertDataSet::SetData] no buffer\n");
         return true;
@@ -146,7 +163,11 @@ bool CVertDataSet::SetData(const float* pBuffer, int iBufferSizeX, int iBufferSi
         }
         const int nOutside = row.nCount - nInside;
         row.nCount = nInside;
-        MoveEditable(row, pBuffer + static_cast<ptrdiff_t>(row.iz) * iBufferSizeX + row.ixFirst);
+        m_Row.resize(std::max(m_Row.size(), static_cast<size_t>(nInside)));
+        if (nInside > 0)
+        {
+            MoveEditable(row, pRows->GetRow(row.ixFirst, row.iz, nInside, m_Row.data()));
+        }
         if (nOutside > 0)
         {
             m_Left.push_back({row.ixFirst + nInside, row.iz, nOutside});

@@ -5,8 +5,12 @@
 
 #include <cstdint>
 
+class IHeightRows;
 class ITellurBitmap;
 class Terrain;
+
+// Whether one of nCount heights is below 0: a vertex that nobody edits.
+bool HasNegative(const float* pHeights, size_t nCount);
 
 // The working set of one operation point: the grid vertices under a brush footprint with their
 // heights and weights. A candidate becomes a vertex of the set when SetData finds an editable
@@ -31,6 +35,8 @@ public:
     // more to the vertex list, at its end. The others stay candidates for the next call. False, and
     // nothing happens, when there is no memory for them; without a buffer one line says so.
     bool SetData(const float* pBuffer, int iBufferSizeX, int iBufferSizeZ);
+    // The same from rows; null is no buffer.
+    bool SetRows(const IHeightRows* pRows, int iBufferSizeX, int iBufferSizeZ);
 
     // Sets every weight from the brush shape: the image stretched over the square of side fExtent
     // around the centre, sampled bilinearly; a sample of at least 0.0001 gets fHardness added and
@@ -70,6 +76,7 @@ private:
 
     // Scratch of SetData and GetDataFromBitmap, kept for the next operation point.
     std::vector<SCandidates> m_Left;
+    std::vector<float> m_Row;
     std::vector<int> m_Columns; // left pixel of each grid column's pair, right pixel follows
     std::vector<float> m_ColumnWeights; // weight of the left one
     std::vector<float> m_BlendedRow;    // two image rows blended for one grid row

@@ -2,7 +2,6 @@
 
 #include "tellur/stroke/ITellurFunction.h"
 
-#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -25,10 +24,3 @@ SMergeSpan MergeHeights(const ITellurFunction& function,
                         const float* pCandidates,
                         size_t nCount,
                         float fMaxHeight);
-
-constexpr float MIN_CHANGE = 1.0e-6F; // a difference up to this is no change
-
-inline bool IsChange(float fSource, float fDest)
-{
-    return !(fDest < 0.0F) && std::fabs(fSource - fDest) > MIN_CHANGE;
-}

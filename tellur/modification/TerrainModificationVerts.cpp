@@ -1,4 +1,4 @@
-// The heights of a drag: taking vertices out, merging them back, and finding what changed.
+// The heights of a drag: taking vertices out, merging them back, and the record of what changed.
 
 #include "host/EditorHost.h"
 #include "host/IPluginStrokes.h"
@@ -8,16 +8,40 @@
 #include "tellur/modification/CTellurUndo.h"
 #include "tellur/modification/CTerrainModification.h"
 #include "tellur/modification/CVertDataSet.h"
+#include "tellur/modification/GridRange.h"
+#include "tellur/modification/HeightChanges.h"
 #include "tellur/modification/HeightMerge.h"
 #include "tellur/stroke/ITellurFunction.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 #include <memory>
 #include <new>
 
-void CTerrainModification::FillSet(const SExtents& box, CVertDataSet& set, const float* pBuffer)
+namespace
+{
+
+constexpr int SIDE = SHeightTile::SIDE;
+
+// The box of the vertices of a set.
+SGridBox GetSetBox(const CVertList& verts)
+{
+    SGridBox box;
+    for (const SVertRun& run : verts.GetRuns())
+    {
+        const int ixLast = run.ixFirst + static_cast<int>(run.nCount) - 1;
+        box = box.IsEmpty() ? SGridBox{run.ixFirst, run.iz, ixLast, run.iz}
+                            : SGridBox{std::min(box.iMinX, run.ixFirst),
+                                       std::min(box.iMinZ, run.iz),
+                                       std::max(box.iMaxX, ixLast),
+                                       std::max(box.iMaxZ, run.iz)};
+    }
+    return box;
+}
+
+} // namespace
+
+void CTerrainModification::FillSet(const SExtents& box, CVertDataSet& set, const IHeightRows* pRows)
 {
     if (m_Terrain == nullptr)
     {
@@ -29,7 +53,7 @@ void CTerrainModification::FillSet(const SExtents& box, CVertDataSet& set, const
         CrashLog("[CTerrainModification::GetVerts] could not initialize verts set\n");
         return;
     }
-    if (!m_GivenUp && !set.SetData(pBuffer, m_SizeX, m_SizeZ))
+    if (!m_GivenUp && !set.SetRows(pRows, GetBufferSizeX(), GetBufferSizeZ()))
     {
         GiveUp();
     }
@@ -37,12 +61,12 @@ void CTerrainModification::FillSet(const SExtents& box, CVertDataSet& set, const
 
 void CTerrainModification::GetVerts(const SExtents& box, CVertDataSet& set)
 {
-    FillSet(box, set, m_Source.pHeights.get());
+    FillSet(box, set, GetSrcRows());
 }
 
 void CTerrainModification::GetDstVerts(const SExtents& box, CVertDataSet& set)
 {
-    FillSet(box, set, m_Dest.pHeights.get());
+    FillSet(box, set, GetDstRows());
 }
 
 std::optional<SMergeResult> CTerrainModification::SetVerts(CVertDataSet& set,
@@ -62,165 +86,210 @@ std::optional<SMergeResult> CTerrainModification::SetVerts(CVertDataSet& set,
     {
         return std::nullopt;
     }
-    SExtents changed = CVertDataSet::GetStartExtents();
-    const size_t nChanged = MergeSet(set, *pFunction, changed);
-    const SMergeResult result = GetResult(changed, nChanged);
-    if (nChanged > 0)
+    if (!m_Tiles.Take(GetSetBox(set.GetVerts())))
     {
-        m_Terrain->SetHeights(m_Dest.pHeights.get(), GetVertexCount(), changed);
+        GiveUp();
+        return std::nullopt;
     }
-    return result;
+    SPointChange changed;
+    changed.nVisited = set.GetVerts().GetCount();
+    changed.nChanged = MergeSet(set, *pFunction, changed);
+    const bool bTop = changed.fMin >= m_Terrain->GetSize().y;
+    changed.bDiffers = changed.nChanged > 0 && !((bTop || changed.fMax <= 0.0F) &&
+                                                 m_Access != nullptr && IsDestShown(changed.box));
+    CopyDest(changed.box);
+    return ShowChange(changed);
 }
 
 size_t CTerrainModification::MergeSet(const CVertDataSet& set,
                                       const ITellurFunction& function,
-                                      SExtents& changed)
+                                      SPointChange& changed)
 {
     const float fMaxHeight = m_Terrain->GetSize().y;
     const CVertList& verts = set.GetVerts();
     size_t nChanged = 0;
     for (const SVertRun& run : verts.GetRuns())
     {
-        const size_t nFirst = static_cast<size_t>(run.iz) * m_SizeX + run.ixFirst;
-        const SMergeSpan span = MergeHeights(function,
-                                             m_Source.pHeights.get() + nFirst,
-                                             m_Dest.pHeights.get() + nFirst,
-                                             verts.GetHeights() + run.nFirst,
-                                             run.nCount,
-                                             fMaxHeight);
-        if (span.nChanged == 0)
+        const int ixEnd = run.ixFirst + static_cast<int>(run.nCount);
+        for (int ix = run.ixFirst; ix < ixEnd;)
         {
-            continue;
+            const int iPart = std::min(SIDE - ix % SIDE, ixEnd - ix);
+            SHeightTile& tile = *m_Tiles.Find(ix / SIDE, run.iz / SIDE);
+            const size_t nPlace = static_cast<size_t>(run.iz % SIDE * SIDE + ix % SIDE);
+            const SMergeSpan span =
+                MergeHeights(function,
+                             tile.aSource.data() + nPlace,
+                             tile.aDest.data() + nPlace,
+                             verts.GetHeights() + run.nFirst + (ix - run.ixFirst),
+                             static_cast<size_t>(iPart),
+                             fMaxHeight);
+            if (span.nChanged > 0)
+            {
+                tile.bWritten = true;
+                nChanged += static_cast<size_t>(span.nChanged);
+                changed.Add(ix + span.iFirst, ix + span.iLast, run.iz);
+                changed.fMin = std::min(changed.fMin, span.fMin);
+                changed.fMax = std::max(changed.fMax, span.fMax);
+            }
+            ix += iPart;
         }
-        nChanged += static_cast<size_t>(span.nChanged);
-        const int iFirstX = run.ixFirst + span.iFirst;
-        const int iLastX = run.ixFirst + span.iLast;
-        const float fZ = static_cast<float>(run.iz) * verts.GetStepZ();
-        CVertDataSet::Widen(changed,
-                            {static_cast<float>(iFirstX) * verts.GetStepX(), span.fMin, fZ});
-        CVertDataSet::Widen(changed,
-                            {static_cast<float>(iLastX) * verts.GetStepX(), span.fMax, fZ});
-        Touch(iFirstX, run.iz);
-        Touch(iLastX, run.iz);
     }
     return nChanged;
 }
 
-// Asked before the terrain has the heights: those that would go beyond a limit are written where
-// they are at it already.
-SMergeResult CTerrainModification::GetResult(const SExtents& changed, size_t nChanged) const
+std::optional<SMergeResult> CTerrainModification::RunPoint(const SPointInNumbers& point)
 {
-    SMergeResult result = {nChanged};
-    const float fTop = m_Terrain->GetSize().y;
-    const bool bTop = changed.min.y >= fTop;
-    if (nChanged > 0 && (bTop || changed.max.y <= 0.0F))
+    const bool bReady = m_Terrain != nullptr && m_Tiles.HasGround() && !m_GivenUp;
+    if (!bReady || point.rule.eMerge == EMergeRule::ByCall)
     {
-        result.bAtLimit = m_Terrain->HasHeights(m_Dest.pHeights.get(), GetVertexCount(), changed);
-        result.fLimit = bTop ? fTop : 0.0F;
+        return std::nullopt;
     }
+    const SVec3 size = m_Terrain->GetSize();
+    const float fStepX = size.x / static_cast<float>(m_Terrain->GetCellsPerSide());
+    const float fStepZ = size.z / static_cast<float>(m_Terrain->GetCellsPerSideZ());
+    SGridBox box;
+    if (!GetGridRange(point.box.min.x, point.box.max.x, fStepX, box.iMinX, box.iMaxX) ||
+        !GetGridRange(point.box.min.z, point.box.max.z, fStepZ, box.iMinZ, box.iMaxZ))
+    {
+        return SMergeResult();
+    }
+    if (box.iMinX < 0 || box.iMinZ < 0 || box.iMaxX >= GetBufferSizeX() ||
+        box.iMaxZ >= GetBufferSizeZ())
+    {
+        return std::nullopt; // a set says so in its lines
+    }
+    // What others wrote inside the box of changes goes, as with a set: shown afterwards then.
+    float* pShown = m_bShared ? nullptr : GetGround();
+    SPointChange changed;
+    const ETargets eTargets =
+        point.pTargets != nullptr ? point.pTargets->Begin(box) : ETargets::Ready;
+    if (eTargets == ETargets::Refused)
+    {
+        return std::nullopt;
+    }
+    if (eTargets == ETargets::NoMemory ||
+        !m_Pass.Run(point, box, {m_Tiles, pShown, fStepX, fStepZ, size.y}, changed))
+    {
+        GiveUp();
+        return std::nullopt;
+    }
+    if (m_bShared)
+    {
+        CopyDest(changed.box);
+    }
+    return ShowChange(changed);
+}
+
+// The ground has the change already; the terrain is told. Those that would go beyond a limit are
+// written where they are at it already.
+SMergeResult CTerrainModification::ShowChange(const SPointChange& changed)
+{
+    SMergeResult result = {changed.nChanged, changed.nVisited};
+    if (changed.nChanged == 0)
+    {
+        return result;
+    }
+    const float fTop = m_Terrain->GetSize().y;
+    const bool bTop = changed.fMin >= fTop;
+    const bool bLimit = bTop || changed.fMax <= 0.0F;
+    result.fLimit = bTop ? fTop : 0.0F;
+    if (m_Access != nullptr)
+    {
+        result.bAtLimit = bLimit && !changed.bDiffers;
+        m_Access->OnRowsWritten(changed.box);
+        return result;
+    }
+    SExtents box = GetBox(changed.box);
+    box.min.y = changed.fMin;
+    box.max.y = changed.fMax;
+    result.bAtLimit = bLimit && m_Terrain->HasHeights(m_Whole.get(), GetVertexCount(), box);
+    m_Terrain->SetHeights(m_Whole.get(), GetVertexCount(), box);
     return result;
 }
 
-// Calls visit(column, source height, destination height) for each vertex of a row that is not the
-// same in both.
-template <typename TVisit> void CTerrainModification::VisitDifferences(int iZ, TVisit visit)
+void CTerrainModification::CopyDest(const SGridBox& box)
 {
-    constexpr int CHUNK = 256;
-    const size_t nRow = static_cast<size_t>(iZ) * m_SizeX;
-    const float* pSource = m_Source.pHeights.get() + nRow;
-    float* pDest = m_Dest.pHeights.get() + nRow;
-    for (int iStart = m_TouchedMinX; iStart <= m_TouchedMaxX; iStart += CHUNK)
+    float* pGround = GetGround();
+    const auto nPitch = static_cast<size_t>(GetBufferSizeX());
+    for (int iZ = box.iMinZ; iZ <= box.iMaxZ; ++iZ)
     {
-        const int iEnd = std::min(iStart + CHUNK, m_TouchedMaxX + 1);
-        const auto nCount = static_cast<size_t>(iEnd - iStart);
-        if (std::memcmp(pSource + iStart, pDest + iStart, nCount * sizeof(float)) == 0)
+        for (int iX = box.iMinX; iX <= box.iMaxX;)
         {
-            continue;
-        }
-        for (int iX = iStart; iX < iEnd; ++iX)
-        {
-            visit(iX, pSource[iX], pDest[iX]);
+            const int iPart = std::min(SIDE - iX % SIDE, box.iMaxX + 1 - iX);
+            if (const SHeightTile* pTile = m_Tiles.Find(iX / SIDE, iZ / SIDE))
+            {
+                std::memcpy(pGround + static_cast<size_t>(iZ) * nPitch + static_cast<size_t>(iX),
+                            pTile->aDest.data() + iZ % SIDE * SIDE + iX % SIDE,
+                            static_cast<size_t>(iPart) * sizeof(float));
+            }
+            iX += iPart;
         }
     }
 }
 
-// Counted first: growing would need the memory of twice as many.
-bool CTerrainModification::CollectChanges(CPlainArray<SChangedVert>& verts)
+bool CTerrainModification::IsDestShown(const SGridBox& box) const
 {
-    const SExtents none = CVertDataSet::GetStartExtents();
-    SExtents traces = none; // in vertices
-    size_t nChanges = 0;
-    for (int iZ = m_TouchedMinZ; iZ <= m_TouchedMaxZ; ++iZ)
+    const float* pGround = GetGround();
+    const auto nPitch = static_cast<size_t>(GetBufferSizeX());
+    bool bShown = true;
+    for (int iZ = box.iMinZ; iZ <= box.iMaxZ && bShown; ++iZ)
     {
-        VisitDifferences(iZ,
-                         [&](int iX, float fSource, float& fDest)
-                         {
-                             if (IsChange(fSource, fDest))
-                             {
-                                 ++nChanges;
-                             }
-                             else if (fSource != fDest && std::fabs(fSource - fDest) <= MIN_CHANGE)
-                             {
-                                 fDest = fSource;
-                                 CVertDataSet::Widen(
-                                     traces,
-                                     {static_cast<float>(iX), fSource, static_cast<float>(iZ)});
-                             }
-                         });
+        for (int iX = box.iMinX; iX <= box.iMaxX && bShown; ++iX)
+        {
+            bShown = m_Tiles.GetDest(iX, iZ) ==
+                     pGround[static_cast<size_t>(iZ) * nPitch + static_cast<size_t>(iX)];
+        }
     }
-    if (m_Terrain != nullptr && traces.min.x != none.min.x)
-    {
-        // They are in no record: taken back, so that undoing all of them brings back every bit.
-        ShowDest(traces);
-    }
-    if (!verts.Reserve(nChanges))
-    {
-        return false;
-    }
-    for (int iZ = m_TouchedMinZ; iZ <= m_TouchedMaxZ; ++iZ)
-    {
-        VisitDifferences(iZ,
-                         [&](int iX, float fSource, float fDest)
-                         {
-                             if (IsChange(fSource, fDest))
-                             {
-                                 verts.Append({iX, iZ, fSource, fDest});
-                             }
-                         });
-    }
-    return true;
+    return bShown;
 }
 
-// Shows the terrain the destination buffer under a box that counts in vertices.
-void CTerrainModification::ShowDest(const SExtents& verts)
+SExtents CTerrainModification::GetBox(const SGridBox& box) const
 {
     const SVec3 size = m_Terrain->GetSize();
-    const float fStepX = size.x / static_cast<float>(m_SizeX - 1);
-    const float fStepZ = size.z / static_cast<float>(m_SizeZ - 1);
-    const SExtents box = {{verts.min.x * fStepX, verts.min.y, verts.min.z * fStepZ},
-                          {verts.max.x * fStepX, verts.max.y, verts.max.z * fStepZ}};
-    m_Terrain->SetHeights(m_Dest.pHeights.get(), GetVertexCount(), box);
+    const float fStepX = size.x / static_cast<float>(GetBufferSizeX() - 1);
+    const float fStepZ = size.z / static_cast<float>(GetBufferSizeZ() - 1);
+    return {
+        {static_cast<float>(box.iMinX) * fStepX, 0.0F, static_cast<float>(box.iMinZ) * fStepZ},
+        {static_cast<float>(box.iMaxX) * fStepX, size.y, static_cast<float>(box.iMaxZ) * fStepZ}};
+}
+
+// Brings the terrain to the destination under a box.
+void CTerrainModification::ShowDest(const SGridBox& box)
+{
+    CopyDest(box);
+    if (m_Access != nullptr)
+    {
+        m_Access->OnRowsWritten(box);
+    }
+    else
+    {
+        m_Terrain->SetHeights(m_Whole.get(), GetVertexCount(), GetBox(box));
+    }
 }
 
 bool CTerrainModification::IsTerrainAsAtStart() const
 {
-    return m_Terrain == nullptr || (static_cast<int>(m_Terrain->GetCellsPerSide()) + 1 == m_SizeX &&
-                                    static_cast<int>(m_Terrain->GetCellsPerSideZ()) + 1 == m_SizeZ);
+    return m_Terrain == nullptr ||
+           (static_cast<int>(m_Terrain->GetCellsPerSide()) + 1 == GetBufferSizeX() &&
+            static_cast<int>(m_Terrain->GetCellsPerSideZ()) + 1 == GetBufferSizeZ());
 }
 
 void CTerrainModification::RestoreHeights()
 {
-    if (m_Source.pHeights == nullptr || m_Dest.pHeights == nullptr || m_TouchedMaxX < 0 ||
-        m_Terrain == nullptr || !IsTerrainAsAtStart())
+    if (!m_Tiles.HasGround() || m_Terrain == nullptr || !IsTerrainAsAtStart())
     {
         return;
     }
-    const float fY = m_Terrain->GetSize().y;
-    const SExtents touched = {
-        {static_cast<float>(m_TouchedMinX), 0.0F, static_cast<float>(m_TouchedMinZ)},
-        {static_cast<float>(m_TouchedMaxX), fY, static_cast<float>(m_TouchedMaxZ)}};
-    std::memcpy(m_Dest.pHeights.get(), m_Source.pHeights.get(), GetVertexCount() * sizeof(float));
-    ShowDest(touched);
+    m_Tiles.ForEach(
+        [this](SHeightTile& tile, int iTileX, int iTileZ)
+        {
+            if (tile.bWritten || m_bShared)
+            {
+                tile.aDest = tile.aSource;
+                tile.bWritten = false;
+                ShowDest(m_Tiles.GetTileBox(iTileX, iTileZ));
+            }
+        });
 }
 
 void CTerrainModification::NoteLost()
@@ -244,37 +313,40 @@ void CTerrainModification::GiveUp()
 
 void CTerrainModification::StoreUndoInformation()
 {
-    if (m_Source.pHeights == nullptr)
-    {
-        CrashLog("[CTerrainModification::StoreUndoInformation] no src buffer\n");
-        return;
-    }
-    if (m_Dest.pHeights == nullptr)
-    {
-        CrashLog("[CTerrainModification::StoreUndoInformation] no dst buffer\n");
-        return;
-    }
     if (m_GivenUp || !IsTerrainAsAtStart())
     {
         return; // with another resolution the drag's heights are those of no terrain
     }
-    CPlainArray<SChangedVert> verts;
-    auto pUndo = std::unique_ptr<CTellurUndo>(new (std::nothrow) CTellurUndo);
-    if (pUndo == nullptr || !CollectChanges(verts))
+    if (!m_Tiles.HasGround())
     {
-        GiveUp();
+        CrashLog("[CTerrainModification::StoreUndoInformation] no src buffer\n");
         return;
     }
+    // Traces are in no record: taken back, so that undoing all of them brings back every bit.
+    const size_t nChanged = FindChanges(m_Tiles,
+                                        [this](int iTileX, int iTileZ)
+                                        {
+                                            if (m_Terrain != nullptr)
+                                            {
+                                                ShowDest(m_Tiles.GetTileBox(iTileX, iTileZ));
+                                            }
+                                        });
     const PluginContext* pContext = GetPluginContext();
     EditorHost* pHost = pContext != nullptr ? pContext->GetEditorHost() : nullptr;
-    if (verts.IsEmpty() || pHost == nullptr)
+    if (nChanged == 0 || pHost == nullptr)
     {
+        return;
+    }
+    auto pUndo = std::unique_ptr<CTellurUndo>(new (std::nothrow) CTellurUndo);
+    if (pUndo == nullptr)
+    {
+        GiveUp(); // what cannot be undone must not stay
         return;
     }
     pUndo->SetTerrain(m_Terrain);
-    if (!pUndo->Fill({verts.Get(), verts.GetCount()}))
+    if (!pUndo->Fill(m_Tiles))
     {
-        GiveUp(); // what cannot be undone must not stay
+        GiveUp();
         return;
     }
     pHost->AddUndo(pUndo.release());

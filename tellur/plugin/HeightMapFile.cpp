@@ -10,7 +10,7 @@
 #include "host/Terrain.h"
 #include "host/TerrainSize.h"
 #include "host/World.h"
-#include "tellur/modification/HeightBuffers.h"
+#include "tellur/modification/CHeightTiles.h"
 #include "tellur/plugin/HeightMapResampling.h"
 #include "tellur/plugin/IPluginImpl.h"
 #include "tellur/resources/PluginResources.h"
@@ -115,7 +115,7 @@ void IPluginImpl::ChangeHeightMapResolution(int32_t iVertices)
     }
     if (!IsDragInProgress())
     {
-        FreeHeightBuffers(); // of the old size, and the grids need the room
+        FreeKeptTiles(); // of the old size, and the grids need the room
     }
     auto pGrid = ResampleHeights(*pTerrain, uFrom, uTo);
     if (pGrid == nullptr)

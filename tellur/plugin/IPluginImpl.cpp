@@ -21,8 +21,8 @@
 #include "tellur/modes/CModeExportTerrainExtent.h"
 #include "tellur/modes/CModeTerraforming.h"
 #include "tellur/modes/TerraformingState.h"
+#include "tellur/modification/CHeightTiles.h"
 #include "tellur/modification/CTerrainModification.h"
-#include "tellur/modification/HeightBuffers.h"
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/panel/ITerrainPanel.h"
 #include "tellur/plugin/CTellurProcessExportTerrainToSTL.h"
@@ -40,7 +40,7 @@ IPluginImpl::IPluginImpl()
     // What a drag that was never released still needs in the destructor is made before this object
     // and therefore outlives it.
     GetTerraformingState();
-    FreeHeightBuffers();
+    FreeKeptTiles();
     SetPluginContext(this);
 }
 
@@ -205,7 +205,7 @@ void IPluginImpl::ReleaseWorldResources()
     ReleaseBrushPreview();
     GetTerraformingState().picked = {};
     GetTerraformingState().pSession.reset(); // a drag cannot go on over a terrain that is gone
-    FreeHeightBuffers();
+    FreeKeptTiles();
 }
 
 uint32_t* IPluginImpl::GetActionHandle(uint32_t* pHandle)

@@ -122,7 +122,7 @@ public:
 
     // IPluginStrokes
     float GetStrokeSpacing() override;
-    const float* GetPressHeights(size_t& nCount) override;
+    const float* GetPressTile(uint32_t uTileX, uint32_t uTileZ) override;
 
     SPointOutcome TakePointOutcome() override { return std::exchange(m_PointOutcome, {}); }
 

@@ -17,8 +17,8 @@
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/brushes/SpacingShare.h"
 #include "tellur/modes/TerraformingState.h"
+#include "tellur/modification/CHeightTiles.h"
 #include "tellur/modification/CTerrainModification.h"
-#include "tellur/modification/HeightBuffers.h"
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/panel/ITerrainPanel.h"
 #include "tellur/plugin/IPluginImpl.h"
@@ -75,7 +75,7 @@ bool IPluginImpl::DropDrag()
     pSession->RestoreHeights();
     m_DragStatistics.bLost = true;
     pSession.reset();
-    FreeHeightBuffers();
+    FreeKeptTiles();
     return true;
 }
 
@@ -327,16 +327,11 @@ float IPluginImpl::GetStrokeSpacing()
     return GetBrushExtent() * fShare;
 }
 
-const float* IPluginImpl::GetPressHeights(size_t& nCount)
+const float* IPluginImpl::GetPressTile(uint32_t uTileX, uint32_t uTileZ)
 {
-    if (!IsDragInProgress())
-    {
-        return nullptr;
-    }
-    const CTerrainModification& session = *GetTerraformingState().pSession;
-    nCount = static_cast<size_t>(session.GetBufferSizeX()) *
-             static_cast<size_t>(session.GetBufferSizeZ());
-    return session.GetSrcBuffer();
+    static_assert(PRESS_TILE == SHeightTile::SIDE);
+    return IsDragInProgress() ? GetTerraformingState().pSession->GetPressTile(uTileX, uTileZ)
+                              : nullptr;
 }
 
 bool IPluginImpl::IsTerraforming()

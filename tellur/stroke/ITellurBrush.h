@@ -16,6 +16,17 @@ class IImage;
 class ITellurFunction;
 class ITerrainModification;
 
+// What gives a vertex its weight when no mask does.
+struct SBrushShape
+{
+    const uint8_t* pPixels = nullptr; // row by row, iWidth bytes each; borrowed from the brush
+    int iWidth = 0;
+    int iHeight = 0;
+    float fExtent = 0.0F; // terrain units, not 0
+    float fPower = 1.0F;
+    float fHardness = 0.0F;
+};
+
 // One named brush: footprint, shape, strength and one function. Lengths are terrain units. Drags go
 // through it to its function. Owned by its container, or by whoever made it.
 class ITellurBrush
@@ -81,6 +92,9 @@ public:
         SExtents& clipped, float fX, float fZ, SExtents& raw, float fSizeX, float fSizeZ) const = 0;
     // Sets the weights of the set from shape, power and hardness.
     virtual void CalculateWeights(CVertDataSet& set, const SVec3& center) = 0;
+
+    // The same in numbers. False where they do not tell all: without an image, with a mask.
+    virtual bool GetShape(SBrushShape& /*shape*/) const { return false; }
 
     virtual bool Save(fs::ifile& file, int iIndent) const = 0;
     // pBlock: first node of the parsed block.

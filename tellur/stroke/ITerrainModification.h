@@ -6,22 +6,37 @@
 #include <optional>
 
 class CVertDataSet;
+class IHeightRows;
 class ITellurBrush;
 class ITellurFunction;
+class IVertexTargets;
 class Terrain;
+struct SBrushShape;
+struct SVertexRule;
 
 // What the merge of a set came to.
 struct SMergeResult
 {
     size_t nChanged = 0;   // vertices written
+    size_t nVisited = 0;   // vertices offered to the function
     bool bAtLimit = false; // all of them were at fLimit before and would have gone beyond
     float fLimit = 0.0F;   // the height limit or 0
 };
 
-// One drag of terrain editing as brushes and functions see it: two full copies of the heights, the
-// source as they were when the drag began and the destination as edited so far. Heights in terrain
-// units, buffers row-major (index z * size x + x); a negative height is a vertex that is not
-// editable. view, flags, point and the extra words are the host's and only passed on.
+// An operation point that is told in numbers. All is borrowed for the call.
+struct SPointInNumbers
+{
+    const SExtents& box; // clipped footprint
+    const SVec3& center;
+    const SBrushShape& shape;
+    const SVertexRule& rule;
+    IVertexTargets* pTargets = nullptr; // with EVertexRule::Move
+};
+
+// One drag of terrain editing as brushes and functions see it: the heights twice, the source as
+// they were when the drag began and the destination as edited so far. Heights in terrain units,
+// buffers row-major (index z * size x + x); a negative height is a vertex that is not editable.
+// view, flags, point and the extra words are the host's and only passed on.
 class ITerrainModification
 {
 public:
@@ -64,9 +79,16 @@ public:
     // a terrain or a function, with one logged line, and after GiveUp.
     virtual std::optional<SMergeResult> SetVerts(CVertDataSet& set, ITellurFunction* pFunction) = 0;
 
-    // The buffers themselves, for loops over many vertices; null without one. Borrowed until End.
-    virtual const float* GetSrcBuffer() const = 0;
-    virtual const float* GetDstBuffer() const = 0;
+    // GetVerts or GetDstVerts, weights, function and SetVerts in one pass, with the same bits.
+    // Nothing, and no line says why, where it cannot be done so: a set has to do it then.
+    virtual std::optional<SMergeResult> RunPoint(const SPointInNumbers& /*point*/)
+    {
+        return std::nullopt;
+    }
+
+    // The heights by rows, for loops over many vertices; null without any. Borrowed until End.
+    virtual const IHeightRows* GetSrcRows() const = 0;
+    virtual const IHeightRows* GetDstRows() const = 0;
 
     // There is no memory to go on: the heights are those of Start again, one line says so, and the
     // rest of the drag changes nothing.

@@ -14,6 +14,7 @@ bool SReplayOptions::Read(int nArguments, const char* const* ppszArguments, std:
         {"--root", &strRoot},
         {"--plugin", &strPlugin},
         {"--declarations", nullptr, &bDeclarations},
+        {"--plain-terrain", nullptr, &bPlainTerrain},
     };
     SCommandLine line;
     if (!line.Read(nArguments, ppszArguments, known, strFault))
@@ -68,7 +69,7 @@ std::string SReplayOptions::FindClash() const
 const char* SReplayOptions::GetUsage()
 {
     return "usage: tellur-replay SCRIPT [--out FILE.height] [--log FILE] [--stats FILE.json]\n"
-           "                     [--root DIR] [--plugin PATH]\n"
+           "                     [--root DIR] [--plugin PATH] [--plain-terrain]\n"
            "       tellur-replay --declarations | --help | --version\n"
            "\n"
            "Plays a script of mouse and keyboard events into the terrain-editing plug-in.\n"
@@ -79,6 +80,9 @@ const char* SReplayOptions::GetUsage()
            "  --root DIR          folder for relative paths of brush files\n"
            "                      (default: $TELLUR_ROOT, else the current folder)\n"
            "  --plugin PATH       plug-in library (default: libtellur.so beside the program)\n"
+           "  --plain-terrain     show the plug-in a terrain without direct access to its "
+           "heights,\n"
+           "                      as another host may; strokes give the same heights\n"
            "  --declarations      print the declarations that a script starts with\n"
            "  -h, --help          show this text\n"
            "  --version           show the version\n"

@@ -9,6 +9,7 @@ struct SReplayOptions
 {
     EProgramAnswer eAnswer = EProgramAnswer::None;
     bool bDeclarations = false; // are asked for, and nothing is played
+    bool bPlainTerrain = false; // the plug-in gets no direct access to the heights
     std::string strScript;
     std::string strOut;
     std::string strLog;

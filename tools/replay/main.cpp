@@ -184,6 +184,10 @@ int Play(const SReplayOptions& options, CReplayLog& log)
 
     CScriptFace face;
     CEditorHost host(face);
+    if (options.bPlainTerrain)
+    {
+        host.GetEngine().GetCWorld().ShowPlainTerrain();
+    }
     CPluginLoader loader(host);
     const std::string strPlugin = GetPlugin(options);
     if (!loader.Load(strPlugin.c_str()))

@@ -1,5 +1,6 @@
 #include "tellur/functions/CNeighbourhoodMeans.h"
 #include "tellur/modification/CVertList.h"
+#include "tellur/stroke/IHeightRows.h"
 
 #include <gtest/gtest.h>
 
@@ -12,6 +13,25 @@ namespace
 
 constexpr int SIZE_X = 61;
 constexpr int SIZE_Z = 47;
+
+// A row-major buffer; every second row comes by way of the scratch memory.
+class CTestRows : public IHeightRows
+{
+public:
+    explicit CTestRows(const std::vector<float>& heights)
+        : m_Heights(heights)
+    {
+    }
+
+    const float* GetRow(int iX, int iZ, int iCount, float* pScratch) const override
+    {
+        const float* pRow = m_Heights.data() + iZ * SIZE_X + iX;
+        return iZ % 2 == 0 ? pRow : std::copy_n(pRow, iCount, pScratch) - iCount;
+    }
+
+private:
+    const std::vector<float>& m_Heights;
+};
 
 // The mean as it is defined: every position of the square that lies inside the buffer.
 double GetPlainMean(const std::vector<float>& heights, int iX, int iZ, int iHalfWidth)
@@ -60,7 +80,7 @@ TEST(CNeighbourhoodMeans, EqualThePlainSumAtAnySizeAndNeverLeaveItsRange)
         SCOPED_TRACE(iHalfWidth);
         const CVertList verts = MakeVerts(random);
         std::vector<float> means(verts.GetCount());
-        CNeighbourhoodMeans(heights.data(), SIZE_X, SIZE_Z, iHalfWidth)
+        CNeighbourhoodMeans(CTestRows(heights), SIZE_X, SIZE_Z, iHalfWidth)
             .GetMeans(verts, means.data());
         for (size_t i = 0; i < means.size(); ++i)
         {

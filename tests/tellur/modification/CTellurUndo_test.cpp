@@ -1,8 +1,44 @@
+#include "tellur/modification/CHeightTiles.h"
 #include "tellur/modification/CTellurUndo.h"
+#include "tellur/modification/HeightChanges.h"
 #include "tests/tellur/modification/DragParts.h"
 
 namespace
 {
+
+struct SChangedVert
+{
+    int iX;
+    int iZ;
+    float fOld;
+    float fNew;
+};
+
+// The record of a drag over a terrain that changed these vertices.
+bool FillRecord(CTellurUndo& undo, CTerrain& terrain, const std::vector<SChangedVert>& verts)
+{
+    CHeightTiles tiles;
+    EXPECT_TRUE(tiles.Reset(static_cast<int>(terrain.GetVerticesX()),
+                            static_cast<int>(terrain.GetVerticesZ())));
+    tiles.SetGround(terrain.GetHeightData());
+    for (const SChangedVert& vert : verts)
+    {
+        EXPECT_TRUE(tiles.Take({vert.iX, vert.iZ, vert.iX, vert.iZ}));
+        SHeightTile& tile = *tiles.Find(vert.iX / SHeightTile::SIDE, vert.iZ / SHeightTile::SIDE);
+        tile.aSource[vert.iZ % SHeightTile::SIDE * SHeightTile::SIDE +
+                     vert.iX % SHeightTile::SIDE] = vert.fOld;
+        tiles.SetDest(vert.iX, vert.iZ, vert.fNew);
+    }
+    EXPECT_EQ(FindChanges(tiles, [](int, int) {}), verts.size());
+    return undo.Fill(tiles);
+}
+
+std::vector<CTellurUndo::SVertRecord> GetVerts(const CTellurUndo::CBlockInfo& block)
+{
+    std::vector<CTellurUndo::SVertRecord> verts(CTellurUndo::CBlockInfo::MOST_VERTS);
+    verts.resize(block.GetVerts(verts.data()));
+    return verts;
+}
 
 // "(block x,block z)" and "local x,local z" of each record in it, in order.
 std::string GetLayout(const CTellurUndo& undo)
@@ -12,7 +48,7 @@ std::string GetLayout(const CTellurUndo& undo)
     {
         strLayout +=
             "(" + std::to_string(block.GetBlockX()) + "," + std::to_string(block.GetBlockZ()) + ")";
-        for (const CTellurUndo::CBlockInfo::SVertRecord& vert : block.GetVerts())
+        for (const CTellurUndo::SVertRecord& vert : GetVerts(block))
         {
             strLayout +=
                 " " + std::to_string(vert.iLocalX) + "," + std::to_string(vert.iLocalZ) + ";";
@@ -48,37 +84,43 @@ TEST(CTellurUndo, KeepsABorderVertexInEveryBlockThatSharesIt)
          "(1,0) 1,0; 0,1;(0,0) 1,1; 32,1;"},
     };
     // clang-format on
-    static_assert(sizeof(CTellurUndo::CBlockInfo::SVertRecord) == 16);
     CTerrain terrain = MakeTerrain(128, 128, {128, 100, 128});
     for (const SCase& test : cases)
     {
         SCOPED_TRACE(test.pszName);
         CTellurUndo undo;
         undo.SetTerrain(&terrain);
-        undo.Fill(test.verts);
+        ASSERT_TRUE(FillRecord(undo, terrain, test.verts));
         EXPECT_EQ(GetLayout(undo), test.pszLayout);
     }
 }
 
-TEST(CTellurUndo, HoldsSixteenBytesAVertexAndLittleBeside)
+TEST(CTellurUndo, HoldsNineBytesAVertexOfAFullBrushAndFewMoreOfAThinLine)
 {
-    CTerrain terrain = MakeTerrain(96, 64, {96, 100, 64});
-    std::vector<SChangedVert> verts;
-    for (int i = 0; i < 97 * 65; ++i)
+    CTerrain terrain = MakeTerrain(512, 256, {512, 100, 256});
+    for (const bool bThin : {false, true})
     {
-        verts.push_back({i % 97, i / 97, 1, 2});
+        SCOPED_TRACE(bThin);
+        std::vector<SChangedVert> verts;
+        for (int i = 0; i < 512 * 256; ++i)
+        {
+            if (!bThin || i / 512 == 100)
+            {
+                verts.push_back({i % 512, i / 512, 1, 2});
+            }
+        }
+        CTellurUndo undo;
+        undo.SetTerrain(&terrain);
+        ASSERT_TRUE(FillRecord(undo, terrain, verts));
+        size_t nRecords = 0;
+        for (const CTellurUndo::CBlockInfo& block : undo.GetBlocks())
+        {
+            nRecords += GetVerts(block).size();
+        }
+        EXPECT_GT(nRecords, verts.size()); // borders twice
+        EXPECT_EQ(undo.GetBlocks().size(), bThin ? 16U : 16U * 8U);
+        EXPECT_LT(undo.GetByteCount(), bThin ? 20 * verts.size() : 9 * verts.size());
     }
-    CTellurUndo undo;
-    undo.SetTerrain(&terrain);
-    undo.Fill(verts);
-    size_t nRecords = 0;
-    for (const CTellurUndo::CBlockInfo& block : undo.GetBlocks())
-    {
-        nRecords += block.GetVerts().size();
-    }
-    EXPECT_EQ(undo.GetBlocks().size(), 12U); // 3 x 2, and those that begin at the far borders
-    EXPECT_GT(nRecords, verts.size());
-    EXPECT_LT(undo.GetByteCount(), 16 * nRecords + 12 * 64 + 128);
 }
 
 TEST_F(CTellurUndoTest, BringsNormalsUpToDateOnlyWhenThePluginDoes)
@@ -87,7 +129,7 @@ TEST_F(CTellurUndoTest, BringsNormalsUpToDateOnlyWhenThePluginDoes)
     CTerrain& terrain = m_Host.GetTerrain();
     CTellurUndo undo;
     undo.SetTerrain(&terrain);
-    undo.Fill(std::vector<SChangedVert>{{32, 3, 1, 2}});
+    ASSERT_TRUE(FillRecord(undo, terrain, {{32, 3, 1, 2}}));
     terrain.UpdateNormals();
     undo.Undo();
     EXPECT_EQ(m_Host.At(32, 3), 1.0F);
@@ -102,12 +144,12 @@ TEST_F(CTellurUndoTest, IsDeadWithoutItsTerrainOrAfterAChangeOfResolution)
 {
     Replace(64, 64);
     CTellurUndo orphan;
-    orphan.Fill(std::vector<SChangedVert>{{3, 3, 1, 2}});
+    ASSERT_TRUE(FillRecord(orphan, m_Host.GetTerrain(), {{3, 3, 1, 2}}));
     orphan.Undo();
 
     CTellurUndo undo;
     undo.SetTerrain(&m_Host.GetTerrain());
-    undo.Fill(std::vector<SChangedVert>{{3, 3, 1, 2}});
+    ASSERT_TRUE(FillRecord(undo, m_Host.GetTerrain(), {{3, 3, 1, 2}}));
     Replace(32, 64);
     undo.Undo();
     undo.Redo();

@@ -1,5 +1,6 @@
-#include "tellur/modification/HeightBuffers.h"
+#include "tellur/modification/CHeightTiles.h"
 #include "tellur/modification/HeightMerge.h"
+#include "tellur/modification/HeightPass.h"
 #include "tests/support/CRecordingFunction.h"
 
 #include <gtest/gtest.h>
@@ -120,31 +121,47 @@ TEST(HeightMerge, AChangeIsMoreThanAMillionthOnAnEditableVertex)
         {5, 6, true}, {6, 5, true}, {5, 0, true}, {5, -1, false}, {-5, 3, true}, {-5, -5, false},
     };
     // clang-format on
-    for (const SCase& test : cases)
+    std::array<float, 64> source{};
+    for (const auto find : {&FindRowChangesPlain, GetRowChanges()})
     {
-        SCOPED_TRACE(testing::Message() << test.fSource << " to " << test.fDest);
-        EXPECT_EQ(IsChange(test.fSource, test.fDest), test.bChange);
+        std::array<float, 64> dest{};
+        uint64_t uExpected = 0;
+        bool bTraces = false;
+        for (size_t i = 0; i < std::size(cases); ++i)
+        {
+            source[3 * i] = cases[i].fSource;
+            dest[3 * i] = cases[i].fDest;
+            uExpected |= uint64_t{cases[i].bChange} << (3 * i);
+        }
+        EXPECT_EQ(find(source.data(), dest.data(), bTraces), uExpected);
+        EXPECT_TRUE(bTraces);
+        EXPECT_EQ(dest[3], 0.0F) << "the trace is taken back";
+        EXPECT_EQ(dest[9], cases[3].fDest);
     }
 }
 
-TEST(HeightBuffers, KeepsTheTwoLargestAndGivesThemOutWhenTheyFit)
+TEST(HeightTiles, AreKeptForTheNextDragOnceNobodyUsesThem)
 {
-    FreeHeightBuffers();
-    SHeightBuffer first = TakeHeightBuffer(1000);
-    SHeightBuffer second = TakeHeightBuffer(1000);
-    const float* pFirst = first.pHeights.get();
-    EXPECT_EQ(GetKeptHeightCount(), 0U);
-    GiveHeightBufferBack(std::move(first));
-    GiveHeightBufferBack(std::move(second));
-    EXPECT_EQ(GetKeptHeightCount(), 2000U);
-    GiveHeightBufferBack(TakeHeightBuffer(100)); // a fresh one: the kept ones are far too large
-    EXPECT_EQ(GetKeptHeightCount(), 2000U);
-
-    SHeightBuffer again = TakeHeightBuffer(900);
-    EXPECT_EQ(again.pHeights.get(), pFirst);
-    EXPECT_EQ(again.nCapacity, 1000U);
-    EXPECT_EQ(GetKeptHeightCount(), 1000U);
-    EXPECT_EQ(TakeHeightBuffer(1001).nCapacity, 1001U); // none is large enough
-    FreeHeightBuffers();
-    EXPECT_EQ(GetKeptHeightCount(), 0U);
+    FreeKeptTiles();
+    const std::vector<float> ground(200 * 100, 5.0F);
+    CHeightTiles tiles;
+    ASSERT_TRUE(tiles.Reset(200, 100));
+    tiles.SetGround(ground.data());
+    ASSERT_TRUE(tiles.Take({60, 60, 70, 70}));
+    EXPECT_EQ(tiles.GetCount(), 4U);
+    ++tiles.Find(0, 0)->uUsers; // a record has it, too
+    SHeightTile* pShared = tiles.Find(0, 0);
+    tiles.Clear();
+    EXPECT_EQ(GetKeptTileCount(), 3U);
+    ReleaseTile(pShared);
+    EXPECT_EQ(GetKeptTileCount(), 4U);
+    ASSERT_TRUE(tiles.Reset(200, 100));
+    tiles.SetGround(ground.data());
+    ASSERT_TRUE(tiles.Take({199, 99, 199, 99}));
+    EXPECT_EQ(GetKeptTileCount(), 3U);
+    EXPECT_EQ(tiles.GetSource(199, 99), 5.0F);
+    EXPECT_FALSE(tiles.Find(3, 1)->bWritten);
+    tiles.Clear();
+    FreeKeptTiles();
+    EXPECT_EQ(GetKeptTileCount(), 0U);
 }

@@ -61,7 +61,9 @@ TEST_F(CTerrainModificationVerts, LeavesOneRecordOfWhatChangedInScanOrder)
         }
         const auto& undo = dynamic_cast<const CTellurUndo&>(*m_Host.pLastUndo);
         std::string strVerts;
-        for (const auto& vert : undo.GetBlocks()[0].GetVerts())
+        std::vector<CTellurUndo::SVertRecord> verts(CTellurUndo::CBlockInfo::MOST_VERTS);
+        verts.resize(undo.GetBlocks()[0].GetVerts(verts.data()));
+        for (const CTellurUndo::SVertRecord& vert : verts)
         {
             strVerts += std::to_string(vert.iLocalX) + "," + std::to_string(vert.iLocalZ) + " ";
             EXPECT_EQ(vert.fOld, 0.0F);

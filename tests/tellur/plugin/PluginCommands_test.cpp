@@ -1,6 +1,6 @@
 #include "tellur/modes/TerraformingState.h"
+#include "tellur/modification/CHeightTiles.h"
 #include "tellur/modification/CTerrainModification.h"
-#include "tellur/modification/HeightBuffers.h"
 #include "tests/tellur/plugin/PluginFixture.h"
 
 #include <tuple>
@@ -236,7 +236,7 @@ TEST_F(CPluginCommands, ReleasingWorldResourcesLeavesNothingOfTheLevelBehind)
     EXPECT_EQ(CTexture::GetAliveCount(), 0U);
     EXPECT_TRUE(state.picked.x == 0.0F && state.picked.y == 0.0F && state.picked.z == 0.0F);
     EXPECT_EQ(state.pSession, nullptr) << "the drag's terrain goes";
-    EXPECT_EQ(GetKeptHeightCount(), 0U);
+    EXPECT_EQ(GetKeptTileCount(), 0U);
     EXPECT_EQ(m_Plugin->GetCurrentBrush(), pBrush);
     m_Host.GetWorld().CloseTerrain();
     m_Plugin->OnMouseMove(1, 0, 0, 0, 0, 0, 0, 0);

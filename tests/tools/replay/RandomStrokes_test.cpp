@@ -135,6 +135,8 @@ TEST(RandomStrokes, UndoAllRestoresEveryBitAndRedoAllBringsItBack)
         EXPECT_TRUE(ReadBytes(runner.Path("undone.height")) == strFirst);
         EXPECT_TRUE(ReadBytes(runner.Path("redone.height")) == strLast);
         nChanged += strLast != strFirst ? 1 : 0;
+        ASSERT_EQ(runner.Play(strBody, {"--plain-terrain"}).iExitCode, 0);
+        EXPECT_TRUE(ReadBytes(runner.Path("last.height")) == strLast) << "without direct access";
 
         for (const float fHeight : ReadHeights(runner.Path("last.height")))
         {

@@ -47,13 +47,15 @@ TEST_P(CReplayScripts, MeetsItsExpectationsAndGivesTheSameTerrainEachTime)
                           std::filesystem::copy_options::recursive |
                               std::filesystem::copy_options::overwrite_existing);
     const std::string strBody = ReadBytes(runner.Path((GetParam() + ".tellur").c_str()));
-    for (const char* pszOut : {"first.height", "second.height"})
+    for (const bool bPlain : {false, true}) // with direct access to the heights, and without
     {
-        const SRunResult result = runner.Play(strBody, {"--out", pszOut});
+        std::vector<std::string> arguments = {"--out", bPlain ? "plain.height" : "direct.height"};
+        arguments.resize(bPlain ? 3 : 2, "--plain-terrain");
+        const SRunResult result = runner.Play(strBody, arguments);
         ASSERT_EQ(result.iExitCode, 0) << result.strErr << ReadBytes(runner.Path("log.txt"));
         EXPECT_EQ(result.strErr, "");
     }
-    EXPECT_EQ(ReadBytes(runner.Path("first.height")), ReadBytes(runner.Path("second.height")));
+    EXPECT_EQ(ReadBytes(runner.Path("direct.height")), ReadBytes(runner.Path("plain.height")));
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, CReplayScripts, testing::ValuesIn(GetScripts()), GetCaseName);

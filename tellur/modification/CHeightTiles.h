@@ -1,0 +1,129 @@
+#pragma once
+
+#include "host/ITerrainAccess.h"
+#include "tellur/stroke/IHeightRows.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+// The square of a terrain that a drag takes into its buffers at once. Shared by the drag and by the
+// undo records that took it over; the last one gives it back.
+struct SHeightTile
+{
+    static constexpr int SIDE = 64; // vertices
+    static constexpr size_t COUNT = size_t{SIDE} * SIDE;
+
+    uint32_t uUsers = 1;
+    uint32_t uChanged = 0;               // vertices, after the drag
+    bool bHoles = false;                 // some source heights are below 0
+    bool bWritten = false;               // destination and source may differ
+    std::array<uint64_t, SIDE> aChanged; // after the drag: a bit a vertex, by rows, lowest first
+    // Row-major, SIDE floats a row; beyond the terrain both are 0.
+    alignas(64) std::array<float, COUNT> aSource;
+    // Not a multiple of a page behind the source: loads of one would wait for stores of the other.
+    alignas(64) std::array<float, 48> aGap;
+    alignas(64) std::array<float, COUNT> aDest;
+};
+
+// Gives up one use of a tile; null is ignored.
+void ReleaseTile(SHeightTile* pTile);
+// Tiles that nobody uses are kept for the next drag, up to a limit: fresh memory costs more than
+// copying heights into it. This frees them, for when the level closes.
+void FreeKeptTiles();
+size_t GetKeptTileCount();
+
+// Heights of a drag, taken tile by tile when they are first touched: the source as it was at the
+// start, the destination as edited so far. Both are the ground's where no tile is. The ground is
+// borrowed and may move; whoever owns it has the tiles taken before others change it.
+class CHeightTiles
+{
+public:
+    CHeightTiles() = default;
+    ~CHeightTiles();
+    CHeightTiles(const CHeightTiles&) = delete;
+    CHeightTiles& operator=(const CHeightTiles&) = delete;
+
+    // No tiles, for a ground of so many vertices. False, and there is none, without memory.
+    bool Reset(int iSizeX, int iSizeZ);
+    void Clear(); // no tiles and no ground
+
+    // Row-major, iSizeX floats a row; null: none.
+    void SetGround(const float* pGround) { m_Ground = pGround; }
+
+    const float* GetGround() const { return m_Ground; }
+
+    bool HasGround() const { return m_Table != nullptr && m_Ground != nullptr; }
+
+    int GetSizeX() const { return m_SizeX; }
+
+    int GetSizeZ() const { return m_SizeZ; }
+
+    int GetTilesX() const { return m_TilesX; }
+
+    int GetTilesZ() const { return m_TilesZ; }
+
+    // Takes the tiles under the box, which lies on the ground. False without memory; those that
+    // were taken stay.
+    bool Take(const SGridBox& box);
+
+    // The tile there, taken now if it was not. Null without memory.
+    SHeightTile* TakeOne(int iTileX, int iTileZ);
+
+    // Null when it was not taken. Both inside the table.
+    SHeightTile* Find(int iTileX, int iTileZ) const
+    {
+        return m_Table[static_cast<size_t>(iTileZ) * static_cast<size_t>(m_TilesX) +
+                       static_cast<size_t>(iTileX)];
+    }
+
+    // Heights of one vertex, which lies on the ground.
+    float GetSource(int iX, int iZ) const { return *Locate(iX, iZ, &SHeightTile::aSource); }
+
+    float GetDest(int iX, int iZ) const { return *Locate(iX, iZ, &SHeightTile::aDest); }
+
+    // A vertex of a tile that was taken.
+    void SetDest(int iX, int iZ, float fHeight);
+
+    // As IHeightRows::GetRow.
+    const float* GetSourceRow(int iX, int iZ, int iCount, float* pScratch) const;
+    const float* GetDestRow(int iX, int iZ, int iCount, float* pScratch) const;
+
+    // The vertices of a tile that lie on the ground.
+    SGridBox GetTileBox(int iTileX, int iTileZ) const;
+
+    // The tiles that were taken, by rows of tiles: fn(tile, tile x, tile z).
+    template <class TFn> void ForEach(TFn fn) const
+    {
+        for (int iZ = 0; iZ < m_TilesZ; ++iZ)
+        {
+            for (int iX = m_FirstX[iZ]; iX <= m_LastX[iZ]; ++iX)
+            {
+                if (SHeightTile* pTile = Find(iX, iZ))
+                {
+                    fn(*pTile, iX, iZ);
+                }
+            }
+        }
+    }
+
+    size_t GetCount() const { return m_Count; }
+
+private:
+    using Heights = std::array<float, SHeightTile::COUNT>;
+
+    const float* Locate(int iX, int iZ, Heights SHeightTile::*pHeights) const;
+    const float*
+    GetRow(int iX, int iZ, int iCount, float* pScratch, Heights SHeightTile::*pHeights) const;
+
+    const float* m_Ground = nullptr;
+    std::unique_ptr<SHeightTile*[]> m_Table; // by rows; null: not taken
+    std::unique_ptr<int[]> m_FirstX;         // of each row, the tiles that were taken
+    std::unique_ptr<int[]> m_LastX;
+    size_t m_Count = 0;
+    int m_SizeX = 0;
+    int m_SizeZ = 0;
+    int m_TilesX = 0;
+    int m_TilesZ = 0;
+};

@@ -1,0 +1,206 @@
+#include "tellur/modification/CPointPass.h"
+
+#include "host/ShapeSampling.h"
+#include "tellur/modification/CHeightTiles.h"
+#include "tellur/stroke/ITellurBrush.h"
+#include "tellur/stroke/ITerrainModification.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+
+namespace
+{
+
+constexpr int SIDE = SHeightTile::SIDE;
+
+// Columns of a group begin at multiples of its size.
+int AlignDown(int iColumn)
+{
+    return iColumn / PASS_LANES * PASS_LANES;
+}
+
+void FindNearPixels(SColumnGroup& group)
+{
+    int iLeast = group.aFirst[0];
+    int iMost = group.aFirst[0];
+    for (int i = 0; i < PASS_LANES; ++i)
+    {
+        iLeast = std::min({iLeast, group.aFirst[i], group.aSecond[i]});
+        iMost = std::max({iMost, group.aFirst[i], group.aSecond[i]});
+    }
+    group.iNear = iMost - iLeast < PASS_LANES ? 1 : 0;
+    group.iBase = group.iNear != 0 ? iLeast : 0;
+    for (int i = 0; i < PASS_LANES; ++i)
+    {
+        group.aFirst[i] -= group.iBase;
+        group.aSecond[i] -= group.iBase;
+    }
+}
+
+} // namespace
+
+// What stays the same for all tiles of a point.
+struct CPointPass::SWork
+{
+    const SPointInNumbers& point;
+    const SGridBox& box;
+    const SGround& ground;
+    FnTilePass runTile;
+    SPassResult& result;
+};
+
+void SPointChange::Add(int iFirstX, int iLastX, int iZ)
+{
+    if (box.IsEmpty())
+    {
+        box = {iFirstX, iZ, iLastX, iZ};
+        return;
+    }
+    box = {std::min(box.iMinX, iFirstX),
+           std::min(box.iMinZ, iZ),
+           std::max(box.iMaxX, iLastX),
+           std::max(box.iMaxZ, iZ)};
+}
+
+// The columns of the box, filled up to whole groups.
+void CPointPass::MakeGroups(const SPointInNumbers& point, const SGridBox& box, float fStepX)
+{
+    const int iFirst = AlignDown(box.iMinX);
+    m_Groups.resize(static_cast<size_t>(box.iMaxX - iFirst) / PASS_LANES + 1);
+    const SBrushShape& shape = point.shape;
+    int iColumn = iFirst;
+    for (SColumnGroup& group : m_Groups)
+    {
+        for (int i = 0; i < PASS_LANES; ++i)
+        {
+            const float fOffset = static_cast<float>(iColumn++) * fStepX - point.center.x;
+            const float fPixels =
+                static_cast<float>(shape.iWidth) * fOffset * (1.0F / shape.fExtent);
+            const SPixelPair pair = GetPixelPair(fOffset, fPixels, shape.iWidth);
+            group.aFirst[i] = pair.iFirst;
+            group.aSecond[i] = pair.iSecond;
+            group.aWeight[i] = pair.fFirstWeight;
+        }
+        FindNearPixels(group);
+    }
+}
+
+void CPointPass::BlendRow(const SPointInNumbers& point, int iZ, float fStepZ, float* pRow)
+{
+    const SBrushShape& shape = point.shape;
+    const float fOffset = static_cast<float>(iZ) * fStepZ - point.center.z;
+    const float fPixels = static_cast<float>(shape.iHeight) * fOffset * (1.0F / shape.fExtent);
+    const SPixelPair rows = GetPixelPair(fOffset, fPixels, shape.iHeight);
+    const auto nWidth = static_cast<size_t>(shape.iWidth);
+    BlendPixelRows(shape.pPixels + static_cast<size_t>(rows.iFirst) * nWidth,
+                   shape.pPixels + static_cast<size_t>(rows.iSecond) * nWidth,
+                   rows.fFirstWeight,
+                   pRow,
+                   nWidth);
+}
+
+void CPointPass::GetTargets(const SWork& work, int iZ, float* pTargets)
+{
+    const SGridBox& box = work.box;
+    const int iCount = box.iMaxX - box.iMinX + 1;
+    const CHeightTiles& tiles = work.ground.tiles;
+    const float* pHeights = work.point.rule.bFromDest
+                                ? tiles.GetDestRow(box.iMinX, iZ, iCount, m_Heights.data())
+                                : tiles.GetSourceRow(box.iMinX, iZ, iCount, m_Heights.data());
+    work.point.pTargets->GetTargets(
+        box.iMinX, iZ, iCount, pHeights, pTargets + (box.iMinX - AlignDown(box.iMinX)));
+}
+
+// The rows of one row of tiles.
+bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChange& change)
+{
+    const SGridBox& box = work.box;
+    CHeightTiles& tiles = work.ground.tiles;
+    std::array<uint64_t, SIDE> changed;
+    SPassTile part;
+    part.iRows = iLastZ - iFirstZ + 1;
+    part.pShape = m_Shape.data();
+    part.nShapePitch = m_ShapePitch;
+    part.nTargetPitch = m_TargetPitch;
+    part.nShownPitch = static_cast<size_t>(tiles.GetSizeX());
+    part.fPower = work.point.shape.fPower;
+    part.fHardness = work.point.shape.fHardness;
+    part.fMaxHeight = work.ground.fMaxHeight;
+    part.pChanged = changed.data();
+    for (int iTileX = box.iMinX / SIDE; iTileX <= box.iMaxX / SIDE; ++iTileX)
+    {
+        SHeightTile* pTile = tiles.TakeOne(iTileX, iFirstZ / SIDE);
+        if (pTile == nullptr)
+        {
+            return false;
+        }
+        const int iLeft = iTileX * SIDE;
+        const auto nFirstRow = static_cast<size_t>(iFirstZ % SIDE * SIDE);
+        part.pSource = pTile->aSource.data() + nFirstRow;
+        part.pDest = pTile->aDest.data() + nFirstRow;
+        part.pShown =
+            work.ground.pShown != nullptr
+                ? work.ground.pShown + static_cast<size_t>(iFirstZ) * part.nShownPitch + iLeft
+                : nullptr;
+        part.iFirst = std::max(box.iMinX - iLeft, 0);
+        part.iEnd = std::min(box.iMaxX + 1 - iLeft, SIDE);
+        part.iThere = std::min(tiles.GetSizeX() - iLeft, SIDE);
+        const auto nColumn =
+            static_cast<size_t>(AlignDown(iLeft + part.iFirst) - AlignDown(box.iMinX));
+        part.pGroups = m_Groups.data() + nColumn / PASS_LANES;
+        part.pTargets = m_Targets.data() + nColumn;
+        work.runTile(work.point.rule, part, work.result);
+        for (int iRow = 0; iRow < part.iRows; ++iRow)
+        {
+            if (const uint64_t uChanged = changed[static_cast<size_t>(iRow)]; uChanged != 0)
+            {
+                change.Add(iLeft + std::countr_zero(uChanged),
+                           iLeft + SIDE - 1 - std::countl_zero(uChanged),
+                           iFirstZ + iRow);
+                change.nChanged += static_cast<size_t>(std::popcount(uChanged));
+                pTile->bWritten = true;
+            }
+        }
+    }
+    return true;
+}
+
+bool CPointPass::Run(const SPointInNumbers& point,
+                     const SGridBox& box,
+                     const SGround& ground,
+                     SPointChange& change)
+{
+    MakeGroups(point, box, ground.fStepX);
+    m_ShapePitch = static_cast<size_t>(point.shape.iWidth) + PASS_LANES;
+    m_Shape.resize(m_ShapePitch * SIDE);
+    if (point.pTargets != nullptr)
+    {
+        m_TargetPitch = m_Groups.size() * PASS_LANES;
+        m_Heights.resize(m_TargetPitch);
+        m_Targets.resize(m_TargetPitch * SIDE);
+    }
+    SPassResult result;
+    const SWork work = {point, box, ground, GetTilePass(), result};
+    bool bMemory = true;
+    for (int iFirstZ = box.iMinZ; iFirstZ <= box.iMaxZ && bMemory;)
+    {
+        const int iLastZ = std::min(iFirstZ / SIDE * SIDE + SIDE - 1, box.iMaxZ);
+        for (int iZ = iFirstZ; iZ <= iLastZ; ++iZ)
+        {
+            const auto nRow = static_cast<size_t>(iZ - iFirstZ);
+            BlendRow(point, iZ, ground.fStepZ, m_Shape.data() + nRow * m_ShapePitch);
+            if (point.pTargets != nullptr)
+            {
+                GetTargets(work, iZ, m_Targets.data() + nRow * m_TargetPitch);
+            }
+        }
+        bMemory = RunBand(work, iFirstZ, iLastZ, change);
+        iFirstZ = iLastZ + 1;
+    }
+    change.nVisited = result.nVisited;
+    change.fMin = result.fMin;
+    change.fMax = result.fMax;
+    change.bDiffers = result.bDiffers;
+    return bMemory;
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "host/HostTypes.h"
+#include "host/ITerrainAccess.h"
+#include "tellur/modification/HeightPass.h"
+
+#include <cstddef>
+#include <vector>
+
+class CHeightTiles;
+struct SPointInNumbers;
+
+// What an operation point has written.
+struct SPointChange
+{
+    SGridBox box;
+    size_t nChanged = 0;
+    size_t nVisited = 0;
+    float fMin = 3.4e38F; // of the heights written
+    float fMax = 0.0F;
+    bool bDiffers = false; // some of them differ from what was there
+
+    void Add(int iFirstX, int iLastX, int iZ);
+};
+
+// Runs an operation point that is told in numbers, tile by tile, taking each when its turn comes,
+// so that it is in the cache. Owned by the session; its memory is reused from point to point.
+class CPointPass
+{
+public:
+    struct SGround
+    {
+        CHeightTiles& tiles;
+        float* pShown; // row-major heights that follow the destination; null: none
+        float fStepX;  // terrain units between vertices
+        float fStepZ;
+        float fMaxHeight;
+    };
+
+    // box: the footprint's vertices, not empty, all on the ground. False, and some of it may be
+    // done, when there is no memory for a tile.
+    bool Run(const SPointInNumbers& point,
+             const SGridBox& box,
+             const SGround& ground,
+             SPointChange& change);
+
+private:
+    struct SWork;
+
+    void MakeGroups(const SPointInNumbers& point, const SGridBox& box, float fStepX);
+    void BlendRow(const SPointInNumbers& point, int iZ, float fStepZ, float* pRow);
+    bool RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChange& change);
+    void GetTargets(const SWork& work, int iZ, float* pTargets);
+
+    std::vector<SColumnGroup> m_Groups;
+    std::vector<float> m_Shape; // blended image rows, one for each row of a band of tiles
+    std::vector<float> m_Heights;
+    std::vector<float> m_Targets; // rows as wide as the groups
+    size_t m_ShapePitch = 0;
+    size_t m_TargetPitch = 0;
+};

@@ -1,0 +1,297 @@
+// The tile pass, once for each set of instructions: TELLUR_PASS and TELLUR_CHANGES name
+// the functions. No inline function
+// of a library is called, since the linker may keep the copy with the instructions of one form for
+// both.
+
+#include "tellur/modification/HeightPass.h"
+
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
+namespace
+{
+
+using V = float __attribute__((vector_size(32)));
+using I = int32_t __attribute__((vector_size(32)));
+
+#define TELLUR_INLINE static inline __attribute__((always_inline))
+
+TELLUR_INLINE V Load(const float* pFrom)
+{
+    V v;
+    __builtin_memcpy(&v, pFrom, sizeof(v));
+    return v;
+}
+
+TELLUR_INLINE I LoadInts(const int32_t* pFrom)
+{
+    I v;
+    __builtin_memcpy(&v, pFrom, sizeof(v));
+    return v;
+}
+
+TELLUR_INLINE void Store(float* pTo, const V& v)
+{
+    __builtin_memcpy(pTo, &v, sizeof(v));
+}
+
+TELLUR_INLINE V All(float f)
+{
+    return V{f, f, f, f, f, f, f, f};
+}
+
+TELLUR_INLINE I AllInts(int32_t i)
+{
+    return I{i, i, i, i, i, i, i, i};
+}
+
+TELLUR_INLINE V Choose(const I& mask, const V& a, const V& b)
+{
+    return (V)(((I)a & mask) | ((I)b & ~mask));
+}
+
+TELLUR_INLINE V Absolute(const V& v)
+{
+    return (V)((I)v & AllInts(INT32_MAX));
+}
+
+// A bit a lane.
+TELLUR_INLINE uint32_t GetBits(const I& mask)
+{
+#if defined(__AVX2__)
+    return (uint32_t)_mm256_movemask_ps((__m256)mask);
+#else
+    uint32_t uBits = 0;
+    for (int i = 0; i < PASS_LANES; ++i)
+    {
+        uBits |= ((uint32_t)mask[i] & 1U) << i;
+    }
+    return uBits;
+#endif
+}
+
+struct SPixels
+{
+    V first;
+    V second;
+};
+
+TELLUR_INLINE SPixels GetPixels(const float* pShape, const SColumnGroup& group)
+{
+    SPixels pixels;
+#if defined(__AVX2__)
+    const I first = LoadInts(group.aFirst);
+    const I second = LoadInts(group.aSecond);
+    if (group.iNear != 0)
+    {
+        const V near = Load(pShape + group.iBase);
+        pixels.first = (V)_mm256_permutevar8x32_ps((__m256)near, (__m256i)first);
+        pixels.second = (V)_mm256_permutevar8x32_ps((__m256)near, (__m256i)second);
+        return pixels;
+    }
+    pixels.first = (V)_mm256_i32gather_ps(pShape, (__m256i)first, 4);
+    pixels.second = (V)_mm256_i32gather_ps(pShape, (__m256i)second, 4);
+#else
+    const float* pFrom = pShape + (group.iNear != 0 ? group.iBase : 0);
+    for (int i = 0; i < PASS_LANES; ++i)
+    {
+        pixels.first[i] = pFrom[group.aFirst[i]];
+        pixels.second[i] = pFrom[group.aSecond[i]];
+    }
+#endif
+    return pixels;
+}
+
+TELLUR_INLINE V GetWeights(const SPassTile& tile, const float* pShape, const SColumnGroup& group)
+{
+    const SPixels pixels = GetPixels(pShape, group);
+    const V weight = Load(group.aWeight);
+    const V b = pixels.first * weight + pixels.second * (All(1.0F) - weight);
+    V hard = b + All(tile.fHardness);
+    hard = Choose(hard < All(0.0F), All(0.0F), hard);
+    hard = Choose(hard > All(1.0F), All(1.0F), hard);
+    return All(tile.fPower) * Choose(Absolute(b) >= All(0.0001F), hard, b);
+}
+
+TELLUR_INLINE V GetBandFactor(const SVertexRule& rule, const V& y)
+{
+    const V distance = All(rule.fBandDistance);
+    const V factor = (distance - Absolute(y - All(rule.fBandCenter))) / distance;
+    return Choose(factor < All(0.0F), All(0.0F), factor);
+}
+
+template <EVertexRule TRule>
+TELLUR_INLINE V GetCandidate(const SVertexRule& rule, const V& y, const V& w, const V& target)
+{
+    V a = TRule == EVertexRule::Raise ? w * All(rule.fStroke) * All(rule.fAmount)
+                                      : (target - y) * w * All(rule.fStroke);
+    if (rule.bBand)
+    {
+        a *= GetBandFactor(rule, y);
+    }
+    if (TRule == EVertexRule::Raise)
+    {
+        return y + a;
+    }
+    const I raises = TRule == EVertexRule::Pull ? (I)(y < target) : (I)(a > All(0.0F));
+    const I lowers = TRule == EVertexRule::Pull ? (I)(y > target) : (I)(a < All(0.0F));
+    const I change =
+        (AllInts(rule.bRaise ? -1 : 0) | ~raises) & (AllInts(rule.bLower ? -1 : 0) | ~lowers);
+    return Choose(change, y + a, y);
+}
+
+// What the loop over a row works on, in registers.
+struct SRowPlace
+{
+    const float* pSource;
+    float* pDest;
+    float* pShown;
+    const float* pShape;
+    const float* pTargets;
+};
+
+struct SLanes
+{
+    V lowest;
+    V highest;
+    I differs;
+};
+
+// One group: eight vertices from column iAt of the tile on, those outside the part stay. A bit for
+// each that was written; uEditable: for each that may be.
+template <EVertexRule TRule, EMergeRule TMerge>
+TELLUR_INLINE uint32_t RunGroup(const SVertexRule& rule,
+                                const SPassTile& tile,
+                                const SRowPlace& row,
+                                int iAt,
+                                int iGroup,
+                                SLanes& lanes,
+                                uint32_t& uEditable)
+{
+    const V source = Load(row.pSource + iAt);
+    const V dest = Load(row.pDest + iAt);
+    const V y = rule.bFromDest ? dest : source;
+    const V w = GetWeights(tile, row.pShape, tile.pGroups[iGroup]);
+    const V target =
+        TRule == EVertexRule::Move ? Load(row.pTargets + iGroup * PASS_LANES) : All(rule.fAmount);
+    const V candidate = GetCandidate<TRule>(rule, y, w, target);
+
+    const I place = AllInts(iAt) + I{0, 1, 2, 3, 4, 5, 6, 7};
+    const I editable =
+        (I)(place >= AllInts(tile.iFirst)) & (I)(place < AllInts(tile.iEnd)) & ~(I)(y < All(0.0F));
+    I write = editable & (I)(candidate != dest) & (I)(candidate == candidate);
+    if (TMerge == EMergeRule::Strongest)
+    {
+        write &= (I)(Absolute(candidate - source) >= Absolute(dest - source));
+    }
+    const V top = All(tile.fMaxHeight);
+    const V low = Choose(candidate <= All(0.0F), All(0.0F), candidate);
+    const V written = Choose(candidate >= top, top, low);
+    const V height = Choose(write, written, dest);
+    Store(row.pDest + iAt, height);
+    if (row.pShown != nullptr && iAt + PASS_LANES <= tile.iThere)
+    {
+        Store(row.pShown + iAt, height);
+    }
+    else if (row.pShown != nullptr)
+    {
+        for (int i = iAt; i < tile.iThere; ++i)
+        {
+            row.pShown[i] = height[i - iAt];
+        }
+    }
+    lanes.lowest = Choose(write & (I)(written < lanes.lowest), written, lanes.lowest);
+    lanes.highest = Choose(write & (I)(written > lanes.highest), written, lanes.highest);
+    lanes.differs |= write & (I)(written != dest);
+    uEditable = GetBits(editable);
+    return GetBits(write);
+}
+
+template <EVertexRule TRule, EMergeRule TMerge>
+TELLUR_INLINE void RunTile(const SVertexRule& rule, const SPassTile& tile, SPassResult& result)
+{
+    const SVertexRule own = rule; // no write through a pointer can change it
+    const SPassTile ownTile = tile;
+    SLanes lanes = {All(result.fMin), All(result.fMax), AllInts(0)};
+    size_t nVisited = result.nVisited;
+    const int iFirst = ownTile.iFirst / PASS_LANES * PASS_LANES;
+    SRowPlace row = {
+        ownTile.pSource, ownTile.pDest, ownTile.pShown, ownTile.pShape, ownTile.pTargets};
+    for (int iRow = 0; iRow < ownTile.iRows; ++iRow)
+    {
+        uint64_t uChanged = 0;
+        for (int iAt = iFirst; iAt < ownTile.iEnd; iAt += PASS_LANES)
+        {
+            uint32_t uEditable = 0;
+            const uint32_t uWritten = RunGroup<TRule, TMerge>(
+                own, ownTile, row, iAt, (iAt - iFirst) / PASS_LANES, lanes, uEditable);
+            uChanged |= (uint64_t)uWritten << iAt;
+            nVisited += (size_t)__builtin_popcount(uEditable);
+        }
+        ownTile.pChanged[iRow] = uChanged;
+        row.pSource += 64;
+        row.pDest += 64;
+        row.pShown += row.pShown != nullptr ? ownTile.nShownPitch : 0;
+        row.pShape += ownTile.nShapePitch;
+        row.pTargets += TRule == EVertexRule::Move ? ownTile.nTargetPitch : 0;
+    }
+    for (int i = 0; i < PASS_LANES; ++i)
+    {
+        result.fMin = lanes.lowest[i] < result.fMin ? lanes.lowest[i] : result.fMin;
+        result.fMax = lanes.highest[i] > result.fMax ? lanes.highest[i] : result.fMax;
+    }
+    result.bDiffers = result.bDiffers || GetBits(lanes.differs) != 0;
+    result.nVisited = nVisited;
+}
+
+template <EVertexRule TRule>
+TELLUR_INLINE void RunMerged(const SVertexRule& rule, const SPassTile& tile, SPassResult& result)
+{
+    if (rule.eMerge == EMergeRule::Strongest)
+    {
+        RunTile<TRule, EMergeRule::Strongest>(rule, tile, result);
+    }
+    else
+    {
+        RunTile<TRule, EMergeRule::Candidate>(rule, tile, result);
+    }
+}
+
+} // namespace
+
+void TELLUR_PASS(const SVertexRule& rule, const SPassTile& tile, SPassResult& result)
+{
+    switch (rule.eRule)
+    {
+    case EVertexRule::Raise:
+        RunMerged<EVertexRule::Raise>(rule, tile, result);
+        break;
+    case EVertexRule::Pull:
+        RunMerged<EVertexRule::Pull>(rule, tile, result);
+        break;
+    case EVertexRule::Move:
+        RunMerged<EVertexRule::Move>(rule, tile, result);
+        break;
+    }
+}
+
+uint64_t TELLUR_CHANGES(const float* pSource, float* pDest, bool& bTraces)
+{
+    uint64_t uChanged = 0;
+    for (int iAt = 0; iAt < 64; iAt += PASS_LANES)
+    {
+        const V source = Load(pSource + iAt);
+        const V dest = Load(pDest + iAt);
+        const V gap = Absolute(source - dest);
+        const I changed = ~(I)(dest < All(0.0F)) & (I)(gap > All(MIN_CHANGE));
+        const I trace = (I)(source != dest) & (I)(gap <= All(MIN_CHANGE));
+        uChanged |= (uint64_t)GetBits(changed) << iAt;
+        if (GetBits(trace) != 0)
+        {
+            Store(pDest + iAt, Choose(trace, source, dest));
+            bTraces = true;
+        }
+    }
+    return uChanged;
+}

@@ -1,0 +1,3 @@
+#define TELLUR_PASS RunTilePassPlain
+#define TELLUR_CHANGES FindRowChangesPlain
+#include "tellur/modification/HeightPass.inl"
