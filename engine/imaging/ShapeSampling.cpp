@@ -1,6 +1,6 @@
 #include "host/ShapeSampling.h"
 
-#include "host/VectorClones.h"
+#include "host/VectorLoop.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +10,35 @@ namespace
 
 constexpr float PIXEL_SCALE = 0.003921569F; // 1 / 255
 constexpr float MIN_SAMPLE = 0.0001F;       // below it the image counts as black
+
+TELLUR_LOOP_BODY void BlendLoop(
+    const uint8_t* pFirst, const uint8_t* pSecond, float fFirstWeight, float* pDest, size_t nCount)
+{
+    const float fSecondWeight = 1.0F - fFirstWeight;
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        pDest[i] = static_cast<float>(pFirst[i]) * PIXEL_SCALE * fFirstWeight +
+                   static_cast<float>(pSecond[i]) * PIXEL_SCALE * fSecondWeight;
+    }
+}
+
+TELLUR_LOOP_BODY void SampleLoop(const float* pRow,
+                                 const int* pColumns,
+                                 const float* pColumnWeights,
+                                 SShapeStrength strength,
+                                 float* pWeights,
+                                 size_t nCount)
+{
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        const float fLeft = pColumnWeights[i];
+        const float b = pRow[pColumns[2 * i]] * fLeft + pRow[pColumns[2 * i + 1]] * (1.0F - fLeft);
+        float fHard = b + strength.fHardness;
+        fHard = fHard < 0.0F ? 0.0F : fHard;
+        fHard = fHard > 1.0F ? 1.0F : fHard;
+        pWeights[i] = strength.fPower * (std::fabs(b) >= MIN_SAMPLE ? fHard : b);
+    }
+}
 
 } // namespace
 
@@ -40,19 +69,12 @@ SPixelPair GetPixelPair(float fOffset, float fPixels, int iSize)
     return pair;
 }
 
-TELLUR_VECTOR_CLONES
 void BlendPixelRows(
     const uint8_t* pFirst, const uint8_t* pSecond, float fFirstWeight, float* pDest, size_t nCount)
 {
-    const float fSecondWeight = 1.0F - fFirstWeight;
-    for (size_t i = 0; i < nCount; ++i)
-    {
-        pDest[i] = static_cast<float>(pFirst[i]) * PIXEL_SCALE * fFirstWeight +
-                   static_cast<float>(pSecond[i]) * PIXEL_SCALE * fSecondWeight;
-    }
+    CVectorLoop<BlendLoop>::Run(pFirst, pSecond, fFirstWeight, pDest, nCount);
 }
 
-TELLUR_VECTOR_CLONES
 void SampleShapeRow(const float* pRow,
                     const int* pColumns,
                     const float* pColumnWeights,
@@ -60,13 +82,5 @@ void SampleShapeRow(const float* pRow,
                     float* pWeights,
                     size_t nCount)
 {
-    for (size_t i = 0; i < nCount; ++i)
-    {
-        const float fLeft = pColumnWeights[i];
-        const float b = pRow[pColumns[2 * i]] * fLeft + pRow[pColumns[2 * i + 1]] * (1.0F - fLeft);
-        float fHard = b + strength.fHardness;
-        fHard = fHard < 0.0F ? 0.0F : fHard;
-        fHard = fHard > 1.0F ? 1.0F : fHard;
-        pWeights[i] = strength.fPower * (std::fabs(b) >= MIN_SAMPLE ? fHard : b);
-    }
+    CVectorLoop<SampleLoop>::Run(pRow, pColumns, pColumnWeights, strength, pWeights, nCount);
 }

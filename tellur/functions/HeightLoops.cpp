@@ -1,6 +1,6 @@
 #include "tellur/functions/HeightLoops.h"
 
-#include "host/VectorClones.h"
+#include "host/VectorLoop.h"
 #include "tellur/modification/CVertList.h"
 #include "tellur/stroke/ETerrainFunctionMode.h"
 
@@ -9,8 +9,8 @@
 namespace
 {
 
-TELLUR_VECTOR_CLONES
-void RaiseLoop(float* pHeights, const float* pWeights, size_t nCount, float fStroke, float fAmount)
+TELLUR_LOOP_BODY void
+RaiseLoop(float* pHeights, const float* pWeights, size_t nCount, float fStroke, float fAmount)
 {
     for (size_t i = 0; i < nCount; ++i)
     {
@@ -18,13 +18,12 @@ void RaiseLoop(float* pHeights, const float* pWeights, size_t nCount, float fStr
     }
 }
 
-TELLUR_VECTOR_CLONES
-void RaiseBandLoop(float* pHeights,
-                   const float* pWeights,
-                   size_t nCount,
-                   float fStroke,
-                   float fAmount,
-                   const CVerticalBand& band)
+TELLUR_LOOP_BODY void RaiseBandLoop(float* pHeights,
+                                    const float* pWeights,
+                                    size_t nCount,
+                                    float fStroke,
+                                    float fAmount,
+                                    const CVerticalBand& band)
 {
     const CVerticalBand local = band;
     for (size_t i = 0; i < nCount; ++i)
@@ -51,8 +50,8 @@ inline float Choose(const SPull& pull, float y, float fNew)
                                 (std::bit_cast<int32_t>(y) & ~iChange));
 }
 
-TELLUR_VECTOR_CLONES
-void PullLoop(float* pHeights, const float* pWeights, size_t nCount, const SPull& pull)
+TELLUR_LOOP_BODY void
+PullLoop(float* pHeights, const float* pWeights, size_t nCount, const SPull& pull)
 {
     const SPull p = pull;
     for (size_t i = 0; i < nCount; ++i)
@@ -63,12 +62,11 @@ void PullLoop(float* pHeights, const float* pWeights, size_t nCount, const SPull
     }
 }
 
-TELLUR_VECTOR_CLONES
-void PullBandLoop(float* pHeights,
-                  const float* pWeights,
-                  size_t nCount,
-                  const SPull& pull,
-                  const CVerticalBand& band)
+TELLUR_LOOP_BODY void PullBandLoop(float* pHeights,
+                                   const float* pWeights,
+                                   size_t nCount,
+                                   const SPull& pull,
+                                   const CVerticalBand& band)
 {
     const SPull p = pull;
     const CVerticalBand local = band;
@@ -80,13 +78,12 @@ void PullBandLoop(float* pHeights,
     }
 }
 
-TELLUR_VECTOR_CLONES
-void MoveLoop(float* pHeights,
-              const float* pWeights,
-              const float* pTargets,
-              size_t nCount,
-              const SPull& pull,
-              const CVerticalBand& band)
+TELLUR_LOOP_BODY void MoveLoop(float* pHeights,
+                               const float* pWeights,
+                               const float* pTargets,
+                               size_t nCount,
+                               const SPull& pull,
+                               const CVerticalBand& band)
 {
     const SPull p = pull;
     const CVerticalBand local = band;
@@ -113,19 +110,21 @@ void MoveTowards(CVertList& verts,
                  int32_t iMode)
 {
     const SPull pull = {fStroke, 0.0F, iMode != mode_max ? -1 : 0, iMode != mode_min ? -1 : 0};
-    MoveLoop(verts.GetHeights(), verts.GetWeights(), pTargets, verts.GetCount(), pull, band);
+    CVectorLoop<MoveLoop>::Run(
+        verts.GetHeights(), verts.GetWeights(), pTargets, verts.GetCount(), pull, band);
 }
 
 void RaiseHeights(CVertList& verts, float fStroke, float fAmount, const CVerticalBand& band)
 {
     if (band.IsActive())
     {
-        RaiseBandLoop(
+        CVectorLoop<RaiseBandLoop>::Run(
             verts.GetHeights(), verts.GetWeights(), verts.GetCount(), fStroke, fAmount, band);
     }
     else
     {
-        RaiseLoop(verts.GetHeights(), verts.GetWeights(), verts.GetCount(), fStroke, fAmount);
+        CVectorLoop<RaiseLoop>::Run(
+            verts.GetHeights(), verts.GetWeights(), verts.GetCount(), fStroke, fAmount);
     }
 }
 
@@ -135,10 +134,11 @@ void PullHeights(
     const SPull pull = {fStroke, fTarget, iMode != mode_max ? -1 : 0, iMode != mode_min ? -1 : 0};
     if (band.IsActive())
     {
-        PullBandLoop(verts.GetHeights(), verts.GetWeights(), verts.GetCount(), pull, band);
+        CVectorLoop<PullBandLoop>::Run(
+            verts.GetHeights(), verts.GetWeights(), verts.GetCount(), pull, band);
     }
     else
     {
-        PullLoop(verts.GetHeights(), verts.GetWeights(), verts.GetCount(), pull);
+        CVectorLoop<PullLoop>::Run(verts.GetHeights(), verts.GetWeights(), verts.GetCount(), pull);
     }
 }

@@ -1,6 +1,6 @@
 #include "tellur/modification/HeightMerge.h"
 
-#include "host/VectorClones.h"
+#include "host/VectorLoop.h"
 
 #include <algorithm>
 #include <bit>
@@ -27,12 +27,12 @@ struct SBitSpan
 };
 
 template <EMergeRule TRule>
-inline void MergeLoop(const float* pSource,
-                      float* pDest,
-                      const float* pCandidates,
-                      int32_t nCount,
-                      float fMaxHeight,
-                      SBitSpan& span)
+TELLUR_LOOP_BODY void MergeLoop(const float* pSource,
+                                float* pDest,
+                                const float* pCandidates,
+                                int32_t nCount,
+                                float fMaxHeight,
+                                SBitSpan& span)
 {
     // Conditions are masks of all ones or none, which is the form that compilers turn into vectors.
     SBitSpan s = span;
@@ -59,28 +59,6 @@ inline void MergeLoop(const float* pSource,
     span = s;
 }
 
-TELLUR_VECTOR_CLONES
-void MergeStrongest(const float* pSource,
-                    float* pDest,
-                    const float* pCandidates,
-                    int32_t nCount,
-                    float fMaxHeight,
-                    SBitSpan& span)
-{
-    MergeLoop<EMergeRule::Strongest>(pSource, pDest, pCandidates, nCount, fMaxHeight, span);
-}
-
-TELLUR_VECTOR_CLONES
-void MergeCandidate(const float* pSource,
-                    float* pDest,
-                    const float* pCandidates,
-                    int32_t nCount,
-                    float fMaxHeight,
-                    SBitSpan& span)
-{
-    MergeLoop<EMergeRule::Candidate>(pSource, pDest, pCandidates, nCount, fMaxHeight, span);
-}
-
 void MergeByCall(const ITellurFunction& function,
                  const float* pSource,
                  float* pDest,
@@ -94,7 +72,7 @@ void MergeByCall(const ITellurFunction& function,
         if (function.MergeHeight(pSource[i], pDest[i], pCandidates[i]) != pDest[i])
         {
             SBitSpan single;
-            MergeLoop<EMergeRule::Candidate>(
+            CVectorLoop<MergeLoop<EMergeRule::Candidate>>::RunPlain(
                 pSource + i, pDest + i, pCandidates + i, 1, fMaxHeight, single);
             span.nChanged += single.nChanged;
             span.iFirst = single.nChanged > 0 ? std::min(span.iFirst, i) : span.iFirst;
@@ -119,10 +97,12 @@ SMergeSpan MergeHeights(const ITellurFunction& function,
     switch (function.GetMergeRule())
     {
     case EMergeRule::Strongest:
-        MergeStrongest(pSource, pDest, pCandidates, iCount, fMaxHeight, span);
+        CVectorLoop<MergeLoop<EMergeRule::Strongest>>::Run(
+            pSource, pDest, pCandidates, iCount, fMaxHeight, span);
         break;
     case EMergeRule::Candidate:
-        MergeCandidate(pSource, pDest, pCandidates, iCount, fMaxHeight, span);
+        CVectorLoop<MergeLoop<EMergeRule::Candidate>>::Run(
+            pSource, pDest, pCandidates, iCount, fMaxHeight, span);
         break;
     case EMergeRule::ByCall:
         MergeByCall(function, pSource, pDest, pCandidates, iCount, fMaxHeight, span);

@@ -2,7 +2,7 @@
 
 #include "host/IPaintLayer.h"
 #include "host/Image.h"
-#include "host/VectorClones.h"
+#include "host/VectorLoop.h"
 
 #include <algorithm>
 #include <cstring>
@@ -27,8 +27,7 @@ uint32_t GetTexel(const uint8_t* pTexels, size_t nIndex)
     return uTexel;
 }
 
-TELLUR_VECTOR_CLONES
-size_t CountDifferent(const uint8_t* pOld, const uint8_t* pNew, size_t nTexels)
+TELLUR_LOOP_BODY size_t CountDifferent(const uint8_t* pOld, const uint8_t* pNew, size_t nTexels)
 {
     uint32_t uDifferent = 0; // a block's worth
     for (size_t i = 0; i < nTexels; ++i)
@@ -83,7 +82,7 @@ void CTellur2DDrawUndoManager::FindChanges(const IImage& before, const IImage& a
         const size_t nCount = std::min(BLOCK_TEXELS, nTexels - nFirst);
         const uint8_t* pOld = pBefore + nFirst * PAINT_TEXEL_BYTES;
         const uint8_t* pNew = pAfter + nFirst * PAINT_TEXEL_BYTES;
-        const size_t nDifferent = CountDifferent(pOld, pNew, nCount);
+        const size_t nDifferent = CVectorLoop<CountDifferent>::Run(pOld, pNew, nCount);
         if (nDifferent != 0)
         {
             blocks.push_back(static_cast<uint32_t>(nFirst));
