@@ -18,6 +18,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -30,7 +31,20 @@ namespace
 
 constexpr int WIDTH = 1280;
 constexpr int HEIGHT = 800;
-constexpr float EXTENT = 64.0F; // of the brush, in cells
+constexpr double SLOW_SECONDS = 0.016;               // of a frame that is missed on a screen
+constexpr uint64_t FRAME_BYTES = uint64_t{16} << 20; // that a view sends of a terrain that comes in
+
+const char* GetRendererName()
+{
+    const auto* pszName = reinterpret_cast<const char*>(
+        QOpenGLContext::currentContext()->functions()->glGetString(GL_RENDERER));
+    return pszName != nullptr ? pszName : "unknown";
+}
+
+bool HasCard()
+{
+    return std::strstr(GetRendererName(), "llvmpipe") == nullptr;
+}
 
 // A terrain, its stroke and its picture; one at a time, as the plug-in is one object a process.
 class CScene
@@ -39,6 +53,7 @@ public:
     explicit CScene(uint32_t uVertices)
         : m_Bench(uVertices)
         , m_Buffer(WIDTH, HEIGHT, QOpenGLFramebufferObject::Depth)
+        , m_Middle(static_cast<float>(uVertices) * 0.5F)
     {
         const auto fSide = static_cast<float>(uVertices - 1);
         m_View.position = {fSide * 0.5F, 700.0F + fSide * 0.45F, fSide * 1.1F};
@@ -54,16 +69,34 @@ public:
     {
         m_Bench.GetHost().RenderFrame();
         m_Buffer.bind();
-        renderer.Render(m_View, m_Bench.GetHost().GetEngine(), {});
+        renderer.Render(m_View, m_Bench.GetHost().GetEngine(), m_Settings);
         QOpenGLContext::currentContext()->functions()->glFinish();
     }
 
     CBenchHost& GetBench() { return m_Bench; }
 
+    void Press() { m_Bench.Press(m_Middle, m_Middle); }
+
+    void Release() { m_Bench.Release(m_Middle, m_Middle); }
+
+    // A point of the stroke, so many units further on a circle of half the terrain.
+    void Move(float fBy)
+    {
+        m_Angle += fBy / (m_Middle * 0.5F);
+        m_Bench.Move(m_Middle + m_Middle * 0.5F * std::sin(m_Angle),
+                     m_Middle + m_Middle * 0.5F * std::cos(m_Angle));
+    }
+
+    float GetCircle() const { return m_Middle * 3.14159F; }
+
+    SRenderSettings m_Settings;
+
 private:
     CBenchHost m_Bench;
     QOpenGLFramebufferObject m_Buffer;
     SViewProjection m_View;
+    float m_Middle;
+    float m_Angle = 0.0F;
 };
 
 std::unique_ptr<CTerrainRenderer> MakeRenderer()
@@ -80,72 +113,160 @@ std::unique_ptr<CTerrainRenderer> MakeRenderer()
 
 void Report(benchmark::State& state, const CRatio& ratio)
 {
+    state.SetLabel(GetRendererName());
     state.counters["yardstick_ms"] = ratio.GetYardstick() * 1e3;
     state.counters["tool_ms"] = ratio.GetTool() * 1e3;
     state.counters["ratio"] = ratio.GetRatio();
 }
 
-// Yardstick: one copy of what goes to the card.
+// How evenly frames came.
+void ReportFrames(benchmark::State& state, std::vector<double> seconds)
+{
+    std::sort(seconds.begin(), seconds.end());
+    const auto slow = std::upper_bound(seconds.begin(), seconds.end(), SLOW_SECONDS);
+    state.counters["p95_ms"] = seconds[(seconds.size() * 95 - 1) / 100] * 1e3;
+    state.counters["worst_ms"] = seconds.back() * 1e3;
+    state.counters["over_16ms_%"] =
+        100.0 * static_cast<double>(seconds.end() - slow) / static_cast<double>(seconds.size());
+}
+
+// The first frame, and all frames until the terrain is there in full. Yardstick: one copy of what
+// went to the card.
 void FirstFrame(benchmark::State& state)
 {
     CScene scene(static_cast<uint32_t>(state.range(0)));
+    scene.m_Settings.uMostNewBytes = FRAME_BYTES;
     CRatio ratio;
+    std::vector<double> frames;
+    double fComplete = 0.0;
     for (auto _ : state)
     {
         const auto pRenderer = MakeRenderer();
-        const double fTool = TakeTime([&] { scene.Draw(*pRenderer); });
-        const std::vector<char> from(pRenderer->GetStatistics().uUploadedBytes, 1);
+        uint64_t uSent = 0;
+        double fAll = 0.0;
+        double fFirst = 0.0;
+        do
+        {
+            const double fFrame = TakeTime([&] { scene.Draw(*pRenderer); });
+            fFirst = fFirst > 0.0 ? fFirst : fFrame;
+            fAll += fFrame;
+            frames.push_back(fFrame);
+            uSent += pRenderer->GetStatistics().uUploadedBytes;
+        } while (!pRenderer->GetStatistics().bComplete);
+        fComplete += fAll * 1e3;
+        const std::vector<char> from(uSent, 1);
         std::vector<char> to(from.size());
-        ratio.Add(fTool, TakeTime([&] { std::memcpy(to.data(), from.data(), to.size()); }));
+        ratio.Add(fFirst, TakeTime([&] { std::memcpy(to.data(), from.data(), to.size()); }));
         benchmark::DoNotOptimize(to.data());
     }
     Report(state, ratio);
+    ReportFrames(state, frames);
+    state.counters["complete_ms"] = fComplete / static_cast<double>(state.iterations());
 }
 
-// A move of a stroke and the frame that shows it. Yardstick: a frame in which nothing changed.
-void BrushStep(benchmark::State& state)
+// A move of a stroke and the frame that shows it, a quarter of the brush on. Yardstick: a frame in
+// which nothing changed.
+void BrushStep(benchmark::State& state, bool bNeedsCard)
 {
-    const auto uVertices = static_cast<uint32_t>(state.range(0));
-    CScene scene(uVertices);
-    CBenchHost& bench = scene.GetBench();
+    if (bNeedsCard && !HasCard())
+    {
+        state.SkipWithError("needs a graphics card");
+        return;
+    }
+    const auto fExtent = static_cast<float>(state.range(1)); // in cells
+    CScene scene(static_cast<uint32_t>(state.range(0)));
     const auto pRenderer = MakeRenderer();
     scene.Draw(*pRenderer);
-    bench.SetBrush("RelativeHeightFunction", EXTENT);
-    const float fMiddle = static_cast<float>(uVertices) * 0.5F;
-    bench.Press(fMiddle, fMiddle);
+    scene.GetBench().SetBrush("RelativeHeightFunction", fExtent);
+    scene.Press();
     scene.Draw(*pRenderer);
     CRatio ratio;
+    std::vector<double> frames;
     double fUploaded = 0.0;
-    float fAngle = 0.0F;
+    double fPoints = 0.0;
     for (auto _ : state)
     {
+        const double fStill = TakeTime([&] { scene.Draw(*pRenderer); });
+        const double fPoint = TakeTime([&] { scene.Move(fExtent * 0.25F); });
         const double fFrame = TakeTime([&] { scene.Draw(*pRenderer); });
-        fAngle += EXTENT * 0.25F / (fMiddle * 0.5F); // a quarter of the brush on a circle
-        const float fX = fMiddle + fMiddle * 0.5F * std::sin(fAngle);
-        const float fZ = fMiddle + fMiddle * 0.5F * std::cos(fAngle);
-        ratio.Add(TakeTime(
-                      [&]
-                      {
-                          bench.Move(fX, fZ);
-                          scene.Draw(*pRenderer);
-                      }),
-                  fFrame);
+        ratio.Add(fPoint + fFrame, fStill);
+        frames.push_back(fPoint + fFrame);
+        fPoints += fPoint * 1e3;
         fUploaded += static_cast<double>(pRenderer->GetStatistics().uUploadedBytes);
     }
-    bench.Release(fMiddle, fMiddle);
+    scene.Release();
+    const auto fRounds = static_cast<double>(state.iterations());
     Report(state, ratio);
+    ReportFrames(state, frames);
+    state.counters["point_ms"] = fPoints / fRounds;
     state.counters["triangles"] = pRenderer->GetStatistics().uTriangles;
-    state.counters["upload_kb"] = fUploaded / 1024.0 / static_cast<double>(state.iterations());
+    state.counters["upload_kb"] = fUploaded / 1024.0 / fRounds;
+}
+
+// Undo of a stroke of 60 points on a wide circle, and the frame after it. Yardstick: a frame in
+// which nothing changed.
+void UndoFrame(benchmark::State& state)
+{
+    constexpr int POINTS = 60;
+    CScene scene(static_cast<uint32_t>(state.range(0)));
+    CEditorHost& host = scene.GetBench().GetHost();
+    const auto pRenderer = MakeRenderer();
+    scene.Draw(*pRenderer);
+    scene.GetBench().SetBrush("RelativeHeightFunction", static_cast<float>(state.range(1)));
+    scene.Press();
+    for (int i = 0; i < POINTS; ++i)
+    {
+        scene.Move(scene.GetCircle() / POINTS);
+    }
+    scene.Release();
+    CRatio ratio;
+    double fUndo = 0.0;
+    double fUploaded = 0.0;
+    for (auto _ : state)
+    {
+        scene.Draw(*pRenderer);
+        const double fStill = TakeTime([&] { scene.Draw(*pRenderer); });
+        const double fStep = TakeTime([&] { host.Undo(); });
+        ratio.Add(fStep + TakeTime([&] { scene.Draw(*pRenderer); }), fStill);
+        fUndo += fStep * 1e3;
+        fUploaded += static_cast<double>(pRenderer->GetStatistics().uUploadedBytes);
+        host.Redo();
+    }
+    const auto fRounds = static_cast<double>(state.iterations());
+    Report(state, ratio);
+    state.counters["undo_ms"] = fUndo / fRounds;
+    state.counters["upload_kb"] = fUploaded / 1024.0 / fRounds;
+}
+
+// Vertices and brush of each case, smallest first.
+void AddCases(benchmark::internal::Benchmark* pRow, std::vector<std::vector<int64_t>> cases)
+{
+    cases.resize(IsQuick() ? 1 : cases.size());
+    for (const std::vector<int64_t>& arguments : cases)
+    {
+        pRow->Args(arguments);
+    }
 }
 
 BENCHMARK(FirstFrame)
-    ->ArgsProduct({GetSizes({1025, 4097})})
-    ->Iterations(GetRounds(5))
+    ->ArgsProduct({GetSizes({1025, 4097, 16385})})
+    ->Iterations(GetRounds(3))
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(BrushStep)
-    ->ArgsProduct({GetSizes({1025, 4097})})
-    ->Iterations(GetRounds(100))
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BrushStep, Any, false)
+    ->Apply(
+        [](auto* pRow) {
+            AddCases(pRow, {{1025, 64}, {4097, 64}, {4097, 256}, {4097, 1000}});
+        }) -> Iterations(GetRounds(100)) -> Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(BrushStep, OnCard, true)
+    ->Apply(
+        [](auto* pRow) {
+            AddCases(pRow, {{4097, 256}, {4097, 1000}});
+        }) -> Iterations(GetRounds(600)) -> Unit(benchmark::kMillisecond);
+BENCHMARK(UndoFrame)
+    ->Apply(
+        [](auto* pRow) {
+            AddCases(pRow, {{1025, 64}, {4097, 1000}, {16385, 256}});
+        }) -> Iterations(GetRounds(5)) -> Unit(benchmark::kMillisecond);
 
 } // namespace
 
