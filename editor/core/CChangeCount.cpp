@@ -34,11 +34,13 @@ void CChangeCount::Start(const CTerrain* pTerrain)
 
 void CChangeCount::Follow(const CTerrain* pTerrain)
 {
-    SVertexRect rect;
     if (pTerrain != nullptr && pTerrain->GetVerticesX() == m_SizeX &&
-        pTerrain->GetVerticesZ() == m_SizeZ && pTerrain->TakeDirtyRegion(m_Seen, rect))
+        pTerrain->GetVerticesZ() == m_SizeZ && pTerrain->TakeDirtyRects(m_Seen, m_Rects))
     {
-        Add(rect);
+        for (const SVertexRect& rect : m_Rects)
+        {
+            Add(rect);
+        }
     }
 }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 class CTerrain;
 
@@ -33,4 +34,5 @@ private:
     uint32_t m_SizeZ = 0;
     uint64_t m_Seen = 0; // revision of the terrain
     size_t m_Count = 0;
+    std::vector<SVertexRect> m_Rects; // kept for its memory
 };

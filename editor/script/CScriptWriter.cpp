@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace
 {
@@ -27,6 +28,20 @@ std::string GetPoint(const SVec3& point)
 {
     return "[" + MakeExactNumber(point.x) + ", " + MakeExactNumber(point.y) + ", " +
            MakeExactNumber(point.z) + "]";
+}
+
+// The heights of a rectangle, one call a row.
+std::string GetHeightCalls(const CTerrain& terrain, const SVertexRect& rect)
+{
+    std::string strText;
+    for (uint32_t z = rect.uMinZ; z < rect.uEndZ; ++z)
+    {
+        const float* pRow =
+            terrain.GetHeightData() + size_t{z} * terrain.GetVerticesX() + rect.uMinX;
+        strText += "heights( " + std::to_string(rect.uMinX) + ", " + std::to_string(z) + ", \"" +
+                   MakeHeightText(pRow, rect.uEndX - rect.uMinX) + "\" )\n";
+    }
+    return strText;
 }
 
 std::string GetKeys()
@@ -103,22 +118,23 @@ void CScriptWriter::KeepTerrain()
 bool CScriptWriter::WriteDifference(uint64_t& uRevision)
 {
     const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
-    SVertexRect rect;
+    std::vector<SVertexRect> rects;
     m_bStale = false;
-    if (pTerrain == nullptr || !pTerrain->TakeDirtyRegion(uRevision, rect))
+    if (pTerrain == nullptr || !pTerrain->TakeDirtyRects(uRevision, rects))
     {
         return true;
     }
-    const size_t nColumns = rect.uEndX - rect.uMinX;
     SetSteps(0, 0);
-    m_bStale = nColumns * (rect.uEndZ - rect.uMinZ) > MOST_HEIGHTS;
-    std::string strText;
-    for (uint32_t z = rect.uMinZ; z < rect.uEndZ && !m_bStale; ++z)
+    size_t nHeights = 0;
+    for (const SVertexRect& rect : rects)
     {
-        const float* pRow =
-            pTerrain->GetHeightData() + size_t{z} * pTerrain->GetVerticesX() + rect.uMinX;
-        strText += "heights( " + std::to_string(rect.uMinX) + ", " + std::to_string(z) + ", \"" +
-                   MakeHeightText(pRow, nColumns) + "\" )\n";
+        nHeights += size_t{rect.uEndX - rect.uMinX} * (rect.uEndZ - rect.uMinZ);
+    }
+    m_bStale = nHeights > MOST_HEIGHTS;
+    std::string strText;
+    for (size_t i = 0; i < rects.size() && !m_bStale; ++i)
+    {
+        strText += GetHeightCalls(*pTerrain, rects[i]);
     }
     m_Sink.Append(strText);
     return !m_bStale;

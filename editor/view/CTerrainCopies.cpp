@@ -6,6 +6,14 @@
 #include <algorithm>
 #include <cmath>
 
+namespace
+{
+
+// Rectangles that a tile keeps until its turn comes; more of them become the one round all.
+constexpr size_t MOST_PENDING = 2048;
+
+} // namespace
+
 CTerrainCopies::CTerrainCopies(uint32_t uTileCells)
     : m_TileCells(uTileCells)
 {
@@ -55,16 +63,15 @@ bool CTerrainCopies::Follow(
     {
         Reset(gl, terrain);
     }
-    SVertexRect changed;
-    if (terrain.TakeDirtyRegion(m_Seen, changed))
+    if (terrain.TakeDirtyRects(m_Seen, m_Changed))
     {
-        AddPending(changed);
+        AddPending();
     }
     const uint64_t uEnd = uSent + std::min(uMostBytes, ALL_BYTES - uSent);
     m_bPending = false;
     for (STileState& tile : m_States)
     {
-        const bool bStale = tile.bThere && !tile.pending.IsEmpty();
+        const bool bStale = tile.bThere && !tile.pending.empty();
         m_bPending = m_bPending || (bStale && uSent >= uEnd);
         if (bStale && uSent < uEnd)
         {
@@ -95,22 +102,42 @@ uint64_t CTerrainCopies::AddTile(OpenGl& gl, CTerrain& terrain, STileState& tile
     return BringIn(gl, terrain, tile);
 }
 
-void CTerrainCopies::AddPending(const SVertexRect& changed)
+void CTerrainCopies::AddPending()
 {
     for (STileState& tile : m_States)
     {
         // Normals change one vertex further, also over the border.
         const SVertexRect reach = tile.whole.Grown(1, m_VerticesX, m_VerticesZ);
-        tile.pending = tile.pending.Union(reach.Intersection(changed));
+        for (const SVertexRect& rect : m_Changed)
+        {
+            const SVertexRect part = reach.Intersection(rect);
+            if (!part.IsEmpty())
+            {
+                tile.pending.push_back(part);
+            }
+        }
+        if (tile.pending.size() > MOST_PENDING)
+        {
+            SVertexRect all;
+            for (const SVertexRect& rect : tile.pending)
+            {
+                all = all.Union(rect);
+            }
+            tile.pending = {all};
+        }
     }
 }
 
 uint64_t CTerrainCopies::BringIn(OpenGl& gl, CTerrain& terrain, STileState& tile)
 {
-    const SVertexRect changed = tile.pending;
-    tile.pending = {};
-    m_Tree.Update(terrain.GetHeightData(), tile.whole.Intersection(changed));
-    return m_Tiles.Upload(gl, terrain, tile.whole, changed);
+    uint64_t uBytes = 0;
+    for (const SVertexRect& rect : tile.pending)
+    {
+        m_Tree.Update(terrain.GetHeightData(), tile.whole.Intersection(rect));
+        uBytes += m_Tiles.Upload(gl, terrain, tile.whole, rect);
+    }
+    tile.pending.clear();
+    return uBytes;
 }
 
 CTerrainCopies::STileState* CTerrainCopies::FindNearestMissing(const CTerrain& terrain,

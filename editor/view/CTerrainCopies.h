@@ -50,12 +50,12 @@ private:
     struct STileState
     {
         SVertexRect whole;
-        SVertexRect pending; // of its vertices
+        std::vector<SVertexRect> pending; // of its vertices and of those beside it
         bool bThere = false;
     };
 
     void Reset(OpenGl& gl, const CTerrain& terrain);
-    void AddPending(const SVertexRect& changed);
+    void AddPending();
     uint64_t AddTile(OpenGl& gl, CTerrain& terrain, STileState& tile);
     uint64_t BringIn(OpenGl& gl, CTerrain& terrain, STileState& tile);
     STileState* FindNearestMissing(const CTerrain& terrain, const SVec3& eye);
@@ -63,6 +63,7 @@ private:
     CTerrainTiles m_Tiles;
     CPatchTree m_Tree;
     std::vector<STileState> m_States;
+    std::vector<SVertexRect> m_Changed;   // kept for its memory
     const CTerrain* m_pTerrain = nullptr; // for comparing only
     uint64_t m_Seen = 0;                  // revision of its heights
     uint32_t m_TileCells;

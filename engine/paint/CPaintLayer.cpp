@@ -160,7 +160,7 @@ bool CPaintLayer::PaintRow(uint32_t uRow,
 
 STexelRect CPaintLayer::GetChangedSince(uint64_t uRevision) const
 {
-    return m_Regions.GetChangedSince(uRevision);
+    return m_Regions.GetBoxSince(uRevision);
 }
 
 void CPaintLayer::SetBrush(const SExtents* pBox, const IImage* pBrushShape)

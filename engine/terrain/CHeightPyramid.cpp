@@ -1,5 +1,7 @@
 #include "engine/terrain/CHeightPyramid.h"
 
+#include "host/VectorClones.h"
+
 #include <algorithm>
 #include <new>
 
@@ -32,6 +34,41 @@ SVertexRect GetBlockVertices(const SHeightView& view, uint32_t uX, uint32_t uZ, 
             uZ * uSide,
             std::min((uX + 1) * uSide + 1, view.uSizeX),
             std::min((uZ + 1) * uSide + 1, view.uSizeZ)};
+}
+
+constexpr uint32_t STRIP_BLOCKS = 64; // what a strip needs stays in the nearest cache
+
+// The ranges of blocks that stand side by side, from the vertices of all: columns first, in loops
+// that run along the rows, then the few that are left of each block.
+TELLUR_VECTOR_CLONES
+void MeasureStrip(const SHeightView& view, const SVertexRect& strip, SHeightRange* pRanges)
+{
+    float aMin[STRIP_BLOCKS * CHeightPyramid::BLOCK + 1];
+    float aMax[STRIP_BLOCKS * CHeightPyramid::BLOCK + 1];
+    const uint32_t uWidth = strip.uEndX - strip.uMinX;
+    const SHeightRange none;
+    std::fill_n(aMin, uWidth, none.fMin);
+    std::fill_n(aMax, uWidth, none.fMax);
+    for (uint32_t z = strip.uMinZ; z < strip.uEndZ; ++z)
+    {
+        const float* pRow = view.pHeights + static_cast<size_t>(z) * view.uSizeX + strip.uMinX;
+        for (uint32_t x = 0; x < uWidth; ++x)
+        {
+            aMin[x] = pRow[x] < aMin[x] ? pRow[x] : aMin[x];
+            aMax[x] = pRow[x] > aMax[x] ? pRow[x] : aMax[x];
+        }
+    }
+    for (uint32_t uFirst = 0; uFirst + 1 < uWidth; uFirst += CHeightPyramid::BLOCK)
+    {
+        SHeightRange range;
+        const uint32_t uEnd = std::min(uFirst + CHeightPyramid::BLOCK + 1, uWidth);
+        for (uint32_t x = uFirst; x < uEnd; ++x)
+        {
+            range.fMin = aMin[x] < range.fMin ? aMin[x] : range.fMin;
+            range.fMax = aMax[x] > range.fMax ? aMax[x] : range.fMax;
+        }
+        *pRanges++ = range;
+    }
 }
 
 SVertexRect Intersect(const SVertexRect& a, const SVertexRect& b)
@@ -80,9 +117,9 @@ void AddBlock(const CHeightPyramid& pyramid,
 
 } // namespace
 
-bool CHeightPyramid::Update(const SHeightView& view, const SVertexRect& changed)
+bool CHeightPyramid::Update(const SHeightView& view, const std::vector<SVertexRect>& changed)
 {
-    SVertexRect rect = Intersect(changed, {0, 0, view.uSizeX, view.uSizeZ});
+    const SVertexRect whole = {0, 0, view.uSizeX, view.uSizeZ};
     if (IsEmpty() || m_SizeX != view.uSizeX || m_SizeZ != view.uSizeZ)
     {
         if (!Allocate(view.uSizeX - 1, view.uSizeZ - 1))
@@ -91,17 +128,27 @@ bool CHeightPyramid::Update(const SHeightView& view, const SVertexRect& changed)
         }
         m_SizeX = view.uSizeX;
         m_SizeZ = view.uSizeZ;
-        rect = {0, 0, m_SizeX, m_SizeZ};
-    }
-    if (rect.IsEmpty())
-    {
+        UpdateBlocks(view, whole);
         return true;
     }
+    for (const SVertexRect& rect : changed)
+    {
+        UpdateBlocks(view, rect.Intersection(whole));
+    }
+    return true;
+}
+
+void CHeightPyramid::UpdateBlocks(const SHeightView& view, const SVertexRect& changed)
+{
+    if (changed.IsEmpty())
+    {
+        return;
+    }
     // A vertex on a border of blocks belongs to the blocks on both sides.
-    SVertexRect blocks = {(std::max(rect.uMinX, 1U) - 1) / BLOCK,
-                          (std::max(rect.uMinZ, 1U) - 1) / BLOCK,
-                          std::min((rect.uEndX - 1) / BLOCK + 1, GetBlocksX(0)),
-                          std::min((rect.uEndZ - 1) / BLOCK + 1, GetBlocksZ(0))};
+    SVertexRect blocks = {(std::max(changed.uMinX, 1U) - 1) / BLOCK,
+                          (std::max(changed.uMinZ, 1U) - 1) / BLOCK,
+                          std::min((changed.uEndX - 1) / BLOCK + 1, GetBlocksX(0)),
+                          std::min((changed.uEndZ - 1) / BLOCK + 1, GetBlocksZ(0))};
     UpdateFirstLevel(view, blocks);
     for (int iLevel = 1; iLevel < GetLevelCount(); ++iLevel)
     {
@@ -109,7 +156,6 @@ bool CHeightPyramid::Update(const SHeightView& view, const SVertexRect& changed)
             blocks.uMinX / 2, blocks.uMinZ / 2, HalvedUp(blocks.uEndX), HalvedUp(blocks.uEndZ)};
         UpdateLevel(iLevel, blocks);
     }
-    return true;
 }
 
 void CHeightPyramid::CopyLevels(const CHeightPyramid& other, int iFirstLevel)
@@ -166,15 +212,21 @@ bool CHeightPyramid::Allocate(uint32_t uCellsX, uint32_t uCellsZ)
     }
 }
 
+// In strips of blocks that stand side by side.
 void CHeightPyramid::UpdateFirstLevel(const SHeightView& view, const SVertexRect& blocks)
 {
     SLevel& level = m_Levels.front();
     for (uint32_t z = blocks.uMinZ; z < blocks.uEndZ; ++z)
     {
         SHeightRange* pRow = level.blocks.data() + static_cast<size_t>(z) * level.uBlocksX;
-        for (uint32_t x = blocks.uMinX; x < blocks.uEndX; ++x)
+        for (uint32_t x = blocks.uMinX; x < blocks.uEndX; x += STRIP_BLOCKS)
         {
-            pRow[x] = ScanVertices(view, GetBlockVertices(view, x, z, BLOCK));
+            const uint32_t uEndX = std::min(x + STRIP_BLOCKS, blocks.uEndX);
+            const SVertexRect strip = {x * BLOCK,
+                                       z * BLOCK,
+                                       std::min(uEndX * BLOCK + 1, view.uSizeX),
+                                       std::min((z + 1) * BLOCK + 1, view.uSizeZ)};
+            MeasureStrip(view, strip, pRow + x);
         }
     }
 }

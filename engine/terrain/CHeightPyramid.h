@@ -40,7 +40,7 @@ public:
 
     // Brings the blocks of the changed vertices up to date; all of them when the terrain's size is
     // another. False, and the pyramid is empty, when there is no memory.
-    bool Update(const SHeightView& view, const SVertexRect& changed);
+    bool Update(const SHeightView& view, const std::vector<SVertexRect>& changed);
 
     // Takes over the levels from iFirstLevel on; those before must not be asked for. Throws
     // std::bad_alloc.
@@ -80,6 +80,7 @@ private:
     };
 
     bool Allocate(uint32_t uCellsX, uint32_t uCellsZ);
+    void UpdateBlocks(const SHeightView& view, const SVertexRect& changed);
     void UpdateFirstLevel(const SHeightView& view, const SVertexRect& blocks);
     void UpdateLevel(int iLevel, const SVertexRect& blocks);
 

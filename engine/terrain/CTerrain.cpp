@@ -42,16 +42,34 @@ SCellPosition LocateCell(float fPosition, float fSize, uint32_t uCells)
     return {uCell, static_cast<float>(dClamped - uCell)};
 }
 
-// The vertex of one axis that a block entry names, or -1 when it lies outside the block or the
-// terrain.
-int64_t LocateBlockVertex(int iBlock, float fLocal, uint32_t uVertices)
+// The vertices of one axis that a block's entries may name, as places in the block.
+struct SBlockSide
 {
-    if (!(fLocal >= 0.0F && fLocal <= static_cast<float>(TERRAIN_BLOCK_CELLS)))
+    int64_t iVertex = 0; // of place 0, which may lie outside
+    int32_t iFirst = 0;
+    int32_t iLast = -1;
+};
+
+SBlockSide GetBlockSide(int iBlock, uint32_t uVertices)
+{
+    const int64_t iVertex = int64_t{iBlock} * TERRAIN_BLOCK_CELLS;
+    const int64_t iLast = static_cast<int64_t>(uVertices) - 1 - iVertex;
+    const int64_t iFirst = std::max<int64_t>(-iVertex, 0);
+    if (iFirst > TERRAIN_BLOCK_CELLS || iLast < 0)
     {
-        return -1;
+        return {};
     }
-    const int64_t iVertex = int64_t{iBlock} * TERRAIN_BLOCK_CELLS + std::lround(fLocal);
-    return iVertex >= 0 && iVertex < static_cast<int64_t>(uVertices) ? iVertex : -1;
+    return {iVertex,
+            static_cast<int32_t>(iFirst),
+            static_cast<int32_t>(std::min<int64_t>(iLast, TERRAIN_BLOCK_CELLS))};
+}
+
+// The place that a block entry names, halves away from 0; -1 when it is outside the block.
+int32_t GetBlockPlace(float fLocal)
+{
+    const bool bInside = fLocal >= 0.0F && fLocal <= static_cast<float>(TERRAIN_BLOCK_CELLS);
+    const auto iPlace = static_cast<int32_t>(bInside ? fLocal : -1.0F);
+    return iPlace + (fLocal - static_cast<float>(iPlace) >= 0.5F && bInside ? 1 : 0);
 }
 
 } // namespace
@@ -130,21 +148,36 @@ bool CTerrain::HasHeights(const float* pSource, size_t nCount, const SExtents& b
 void CTerrain::SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEntries, size_t nCount)
 {
     TellBefore(GetBlockRect(iBlockX, iBlockZ));
-    SVertexRect touched;
+    const SBlockSide sideX = GetBlockSide(iBlockX, m_Field.uSizeX);
+    const SBlockSide sideZ = GetBlockSide(iBlockZ, m_Field.uSizeZ);
+    const auto iPitch = static_cast<int64_t>(m_Field.uSizeX);
+    float* pHeights = m_Field.pHeights.get();
+    const int64_t iOrigin = sideZ.iVertex * iPitch + sideX.iVertex; // may lie before the array
+    int32_t iMinX = TERRAIN_BLOCK_CELLS + 1;
+    int32_t iMinZ = TERRAIN_BLOCK_CELLS + 1;
+    int32_t iMaxX = -1;
+    int32_t iMaxZ = -1;
     for (size_t i = 0; pEntries != nullptr && i < nCount; ++i)
     {
-        const int64_t iX = LocateBlockVertex(iBlockX, pEntries[i].fLocalX, m_Field.uSizeX);
-        const int64_t iZ = LocateBlockVertex(iBlockZ, pEntries[i].fLocalZ, m_Field.uSizeZ);
-        if (iX < 0 || iZ < 0)
+        const int32_t iX = GetBlockPlace(pEntries[i].fLocalX);
+        const int32_t iZ = GetBlockPlace(pEntries[i].fLocalZ);
+        if (iX < sideX.iFirst || iX > sideX.iLast || iZ < sideZ.iFirst || iZ > sideZ.iLast)
         {
             continue;
         }
-        const auto uX = static_cast<uint32_t>(iX);
-        const auto uZ = static_cast<uint32_t>(iZ);
-        m_Field.pHeights[static_cast<size_t>(uZ) * m_Field.uSizeX + uX] = pEntries[i].fHeight;
-        touched = touched.Union({uX, uZ, uX + 1, uZ + 1});
+        pHeights[iOrigin + iZ * iPitch + iX] = pEntries[i].fHeight;
+        iMinX = std::min(iMinX, iX);
+        iMinZ = std::min(iMinZ, iZ);
+        iMaxX = std::max(iMaxX, iX);
+        iMaxZ = std::max(iMaxZ, iZ);
     }
-    OnHeightsChanged(touched);
+    if (iMaxX >= 0)
+    {
+        OnHeightsChanged({static_cast<uint32_t>(sideX.iVertex + iMinX),
+                          static_cast<uint32_t>(sideZ.iVertex + iMinZ),
+                          static_cast<uint32_t>(sideX.iVertex + iMaxX + 1),
+                          static_cast<uint32_t>(sideZ.iVertex + iMaxZ + 1)});
+    }
 }
 
 void CTerrain::SetRowHeights(uint32_t uColumn,
@@ -343,14 +376,13 @@ const int16_t* CTerrain::GetNormals(const SVertexRect& rect)
     return m_Normals.Fetch(GetView(), rect);
 }
 
-bool CTerrain::TakeDirtyRegion(uint64_t& uSeen, SVertexRect& rect) const
+bool CTerrain::TakeDirtyRects(uint64_t& uSeen, std::vector<SVertexRect>& rects) const
 {
-    const SVertexRect changed = m_Dirty.GetChangedSince(uSeen);
-    if (changed.IsEmpty())
+    if (uSeen >= GetRevision())
     {
         return false;
     }
-    rect = changed;
+    m_Dirty.GetChangedSince(uSeen, rects);
     uSeen = GetRevision();
     return true;
 }
@@ -376,8 +408,8 @@ SHeightView CTerrain::GetView() const
 // Null, with one logged line, when there is no memory for it.
 const CHeightPyramid* CTerrain::FetchPyramid() const
 {
-    SVertexRect changed;
-    if (TakeDirtyRegion(m_PyramidSeen, changed) && !m_Pyramid.Update(GetView(), changed))
+    if (TakeDirtyRects(m_PyramidSeen, m_PyramidRects) &&
+        !m_Pyramid.Update(GetView(), m_PyramidRects))
     {
         m_PyramidSeen = 0;
         CrashLog("[CTerrain::FetchPyramid] no memory to find points on the ground\n");

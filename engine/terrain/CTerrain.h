@@ -117,9 +117,9 @@ public:
     uint64_t GetRevision() const { return m_Dirty.GetRevision(); }
 
     // The vertices whose heights changed since the reader's revision uSeen (0: it saw none), which
-    // then becomes the current one. False, and nothing is written, when nothing changed. Normals
-    // change one vertex further.
-    bool TakeDirtyRegion(uint64_t& uSeen, SVertexRect& rect) const;
+    // then becomes the current one, as rectangles that share no vertex, in place of what rects has.
+    // False, and nothing is written, when nothing changed. Normals change one vertex further.
+    bool TakeDirtyRects(uint64_t& uSeen, std::vector<SVertexRect>& rects) const;
 
     // The vertices from the last one at or below the box's lower corner to the first one at or
     // above its upper corner, clipped to the terrain. A NaN bound counts as the terrain's border.
@@ -153,6 +153,7 @@ private:
     CDirtyRegions m_Dirty;
     mutable CHeightPyramid m_Pyramid; // made when first asked for
     mutable uint64_t m_PyramidSeen = 0;
+    mutable std::vector<SVertexRect> m_PyramidRects; // kept for its memory
     SProjectedTexture m_Projected;
     SMatrix4 m_OverlayTransform;
     std::string m_EditMaterial;

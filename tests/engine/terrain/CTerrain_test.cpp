@@ -67,9 +67,9 @@ TEST(CTerrain, SetHeightsTakesExactlyTheVerticesUnderTheBox)
                                  i / 9 < rect.uEndZ;
             EXPECT_EQ(terrain.GetHeightData()[i], bInside ? 3.0F : 0.0F) << "vertex " << i;
         }
-        SVertexRect dirty;
-        EXPECT_EQ(terrain.TakeDirtyRegion(uSeen, dirty), !rect.IsEmpty());
-        EXPECT_EQ(dirty, rect);
+        std::vector<SVertexRect> dirty;
+        EXPECT_EQ(terrain.TakeDirtyRects(uSeen, dirty), !rect.IsEmpty());
+        EXPECT_EQ(dirty.empty() ? SVertexRect() : dirty.front(), rect);
     }
 }
 
@@ -105,11 +105,12 @@ TEST(CTerrain, BlockHeightsReachTheirVerticesAndNoOthers)
         {-1, 6, 0}, // outside the block, inside the terrain
         {NOT_A_NUMBER, 7, 0},
         {0, 8, INFINITE},
+        {0.5F, 10, 0.49999997F}, // column 65, row 32
     };
     terrain.SetBlockHeights(2, 1, aEntries, std::size(aEntries));
-    SVertexRect dirty;
-    ASSERT_TRUE(terrain.TakeDirtyRegion(uSeen, dirty));
-    EXPECT_EQ(dirty, (SVertexRect{64, 32, 70, 40}));
+    std::vector<SVertexRect> dirty;
+    ASSERT_TRUE(terrain.TakeDirtyRects(uSeen, dirty));
+    EXPECT_EQ(dirty, (std::vector<SVertexRect>{{64, 32, 70, 40}}));
 
     // The last row and column of a block are the first of its neighbours.
     const SBlockEntry shared{32, 9, 32};
@@ -123,39 +124,148 @@ TEST(CTerrain, BlockHeightsReachTheirVerticesAndNoOthers)
         float fExpected = 0.0F;
         fExpected = i == 32 * 70 + 64 ? 1.0F : fExpected;
         fExpected = i == 39 * 70 + 69 ? 2.0F : fExpected;
+        fExpected = i == 32 * 70 + 65 ? 10.0F : fExpected;
         fExpected = i == 32 * 70 + 32 || i == 32 * 70 ? 9.0F : fExpected;
         EXPECT_EQ(terrain.GetHeightData()[i], fExpected) << "vertex " << i;
     }
 }
 
+// Vertices that changed, and when, beside what a terrain says of it.
+class CChangeModel
+{
+public:
+    CChangeModel(uint32_t uSizeX, uint32_t uSizeZ)
+        : m_SizeX(uSizeX)
+        , m_SizeZ(uSizeZ)
+        , m_Turns(size_t{uSizeX} * uSizeZ, 0)
+    {
+    }
+
+    void Change(CTerrain& terrain, const SVertexRect& rect)
+    {
+        ++m_Turn;
+        terrain.SetHeights(terrain.GetHeightData(),
+                           m_Turns.size(),
+                           MakeBox(static_cast<float>(rect.uMinX),
+                                   static_cast<float>(rect.uMinZ),
+                                   static_cast<float>(rect.uEndX - 1),
+                                   static_cast<float>(rect.uEndZ - 1)));
+        ForEach(rect, [&](size_t i) { m_Turns[i] = m_Turn; });
+    }
+
+    int GetTurn() const { return m_Turn; }
+
+    // Every vertex that changed after a turn is in one rectangle, none is in two, and what lies in
+    // one beside them is in a square of 64 with one that changed.
+    void Check(const std::vector<SVertexRect>& rects, int iAfter) const
+    {
+        std::vector<int> hits(m_Turns.size());
+        for (const SVertexRect& rect : rects)
+        {
+            ASSERT_FALSE(rect.IsEmpty());
+            ASSERT_TRUE(rect.uEndX <= m_SizeX && rect.uEndZ <= m_SizeZ);
+            ForEach(rect, [&](size_t i) { ++hits[i]; });
+        }
+        std::vector<char> squares(size_t{m_SizeX / 64 + 1} * (m_SizeZ / 64 + 1));
+        const auto getSquare = [&](size_t i)
+        {
+            return i / m_SizeX / 64 * (m_SizeX / 64 + 1) + i % m_SizeX / 64;
+        };
+        for (size_t i = 0; i < hits.size(); ++i)
+        {
+            if (m_Turns[i] > iAfter)
+            {
+                squares[getSquare(i)] = 1;
+            }
+            ASSERT_TRUE(hits[i] == 1 || (hits[i] == 0 && m_Turns[i] <= iAfter)) << i;
+        }
+        for (size_t i = 0; i < hits.size(); ++i)
+        {
+            ASSERT_TRUE(hits[i] == 0 || squares[getSquare(i)] != 0) << i;
+        }
+    }
+
+private:
+    template <typename TVisit> void ForEach(const SVertexRect& rect, TVisit visit) const
+    {
+        for (uint32_t z = rect.uMinZ; z < rect.uEndZ; ++z)
+        {
+            for (uint32_t x = rect.uMinX; x < rect.uEndX; ++x)
+            {
+                visit(size_t{z} * m_SizeX + x);
+            }
+        }
+    }
+
+    uint32_t m_SizeX;
+    uint32_t m_SizeZ;
+    std::vector<int> m_Turns;
+    int m_Turn = 0;
+};
+
 TEST(CTerrain, EachReaderGetsWhatIsNewToIt)
 {
-    CTerrain terrain(MakeField(101, 101, {100, 10, 100}));
-    const std::vector<float> source(101 * 101, 1.0F);
+    constexpr uint32_t SIZE_X = 1300; // more than one group of tiles, and not a whole tile
+    constexpr uint32_t SIZE_Z = 150;
+    CTerrain terrain(MakeField(SIZE_X, SIZE_Z, {SIZE_X - 1, 10, SIZE_Z - 1}));
+    CChangeModel model(SIZE_X, SIZE_Z);
+    std::vector<SVertexRect> rects;
     uint64_t uPrompt = 0;
-    uint64_t uLate = 0;
-    SVertexRect rect;
-    ASSERT_TRUE(terrain.TakeDirtyRegion(uPrompt, rect));
-    EXPECT_EQ(rect, (SVertexRect{0, 0, 101, 101})) << "a first look sees everything";
-    uLate = uPrompt;
-    EXPECT_FALSE(terrain.TakeDirtyRegion(uPrompt, rect));
-    uint64_t uMiddle = 0;
-    for (uint32_t i = 10; i < 90; ++i)
+    ASSERT_TRUE(terrain.TakeDirtyRects(uPrompt, rects));
+    EXPECT_EQ(rects, (std::vector<SVertexRect>{{0, 0, SIZE_X, SIZE_Z}})) << "all of it at first";
+    EXPECT_FALSE(terrain.TakeDirtyRects(uPrompt, rects));
+    std::mt19937 random(11);
+    std::vector<std::pair<uint64_t, int>> readers; // revisions, and the turns of the model
+    for (int i = 0; i < 400; ++i)
     {
-        const auto f = static_cast<float>(i);
-        terrain.SetHeights(source.data(), source.size(), MakeBox(f, f, f, f));
-        ASSERT_TRUE(terrain.TakeDirtyRegion(uPrompt, rect));
-        EXPECT_EQ(rect, (SVertexRect{i, i, i + 1, i + 1}));
-        uMiddle = i == 79 ? uPrompt : uMiddle;
+        const auto roll = [&](uint32_t uBelow)
+        {
+            return static_cast<uint32_t>(random()) % uBelow;
+        };
+        SVertexRect rect = {roll(SIZE_X), roll(SIZE_Z), 0, 0};
+        rect.uEndX = std::min(rect.uMinX + 1 + roll(40), SIZE_X);
+        rect.uEndZ = std::min(rect.uMinZ + 1 + roll(40), SIZE_Z);
+        model.Change(terrain, rect);
+        ASSERT_TRUE(terrain.TakeDirtyRects(uPrompt, rects));
+        EXPECT_EQ(rects, std::vector<SVertexRect>{rect}) << "what is recent is exact";
+        readers.emplace_back(uPrompt, model.GetTurn());
+        if (i % 10 == 0) // one that saw something between all of it and nothing
+        {
+            auto [uSeen, iTurn] = readers[readers.size() - 1 - random() % readers.size()];
+            if (terrain.TakeDirtyRects(uSeen, rects))
+            {
+                model.Check(rects, iTurn);
+            }
+            EXPECT_EQ(uSeen, terrain.GetRevision());
+        }
     }
-    ASSERT_TRUE(terrain.TakeDirtyRegion(uMiddle, rect));
-    EXPECT_EQ(rect, (SVertexRect{80, 80, 90, 90}));
-    ASSERT_TRUE(terrain.TakeDirtyRegion(uLate, rect));
-    EXPECT_EQ(rect, (SVertexRect{10, 10, 90, 90}));
+    terrain.ReplaceField(MakeField(5, 5, {1, 1, 1}));
+    ASSERT_TRUE(terrain.TakeDirtyRects(uPrompt, rects)) << "another terrain is all new";
+    EXPECT_EQ(rects, (std::vector<SVertexRect>{{0, 0, 5, 5}}));
+}
 
-    const CTerrain other(MakeField(5, 5, {1, 1, 1}));
-    ASSERT_TRUE(other.TakeDirtyRegion(uPrompt, rect)) << "another terrain is all new";
-    EXPECT_EQ(rect, (SVertexRect{0, 0, 5, 5}));
+TEST(CTerrain, ChangesThatTouchBecomeOneRectangleAndTheEmptyMiddleStaysOut)
+{
+    CTerrain terrain(MakeField(1025, 1025, {1024, 10, 1024}));
+    uint64_t uSeen = terrain.GetRevision();
+    const std::vector<SBlockEntry> corners = {{0, 1, 0}, {32, 1, 32}};
+    for (int i = 0; i < 32 * 32; ++i) // a frame of blocks, as an undo of a wide circle
+    {
+        if (i % 32 < 4 || i % 32 >= 28 || i / 32 < 4 || i / 32 >= 28)
+        {
+            terrain.SetBlockHeights(i % 32, i / 32, corners.data(), corners.size());
+        }
+    }
+    std::vector<SVertexRect> rects;
+    ASSERT_TRUE(terrain.TakeDirtyRects(uSeen, rects));
+    EXPECT_LE(rects.size(), 12U);
+    size_t nVertices = 0;
+    for (const SVertexRect& rect : rects)
+    {
+        nVertices += size_t{rect.uEndX - rect.uMinX} * (rect.uEndZ - rect.uMinZ);
+    }
+    EXPECT_GE(nVertices, 1025U * 1025U - 767U * 767U);
+    EXPECT_LE(nVertices, 1025U * 1025U - 640U * 640U);
 }
 
 TEST(CTerrain, NormalsOfAPlaneAreItsNormalUpToTheBorder)

@@ -100,14 +100,14 @@ TEST_F(CWorldTest, ReloadTakesTheFileAgainAndReplacesTheTerrainForOtherSizes)
     pSame->SetEditMaterial("grid");
     pSame->SetEditOverlay(3);
     uint64_t uSeen = m_World.GetCTerrain()->GetRevision();
-    SVertexRect rect;
+    std::vector<SVertexRect> rects;
 
     SaveMap("a.height", 5, 5, 9.0F);
     m_World.ReloadTerrain();
     EXPECT_EQ(m_World.GetTerrain(), pSame);
     EXPECT_EQ(m_World.GetTerrainHeight(100, 200), 9.0F);
-    ASSERT_TRUE(m_World.GetCTerrain()->TakeDirtyRegion(uSeen, rect));
-    EXPECT_EQ(rect, (SVertexRect{0, 0, 5, 5}));
+    ASSERT_TRUE(m_World.GetCTerrain()->TakeDirtyRects(uSeen, rects));
+    EXPECT_EQ(rects, (std::vector<SVertexRect>{{0, 0, 5, 5}}));
 
     SaveMap("a.height", 9, 9, 11.0F);
     m_World.ReloadTerrain();
@@ -116,7 +116,7 @@ TEST_F(CWorldTest, ReloadTakesTheFileAgainAndReplacesTheTerrainForOtherSizes)
     EXPECT_EQ(m_World.GetCTerrain()->GetEditMaterial(), "grid") << "the mode is still on";
     EXPECT_EQ(m_World.GetCTerrain()->GetEditOverlay(), 3U);
     EXPECT_EQ(m_World.GetEnvironment()->GetTerrain(), m_World.GetTerrain());
-    EXPECT_TRUE(m_World.GetCTerrain()->TakeDirtyRegion(uSeen, rect)) << "the new one is all new";
+    EXPECT_TRUE(m_World.GetCTerrain()->TakeDirtyRects(uSeen, rects)) << "the new one is all new";
 
     WriteBytes(strPath, "spoiled");
     EXPECT_EQ(m_Log.GetText(), "");

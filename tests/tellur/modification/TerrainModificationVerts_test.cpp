@@ -47,9 +47,10 @@ TEST_F(CTerrainModificationVerts, LeavesOneRecordOfWhatChangedInScanOrder)
             uSeen = m_Host.GetTerrain().GetRevision();
             SetOne(session, write.iX, write.iZ, write.fHeight);
         }
-        SVertexRect changed;
-        if (m_Host.GetTerrain().TakeDirtyRegion(uSeen, changed)) // by the last one
+        std::vector<SVertexRect> rects;
+        if (m_Host.GetTerrain().TakeDirtyRects(uSeen, rects)) // by the last one
         {
+            const SVertexRect& changed = rects.front();
             EXPECT_EQ(static_cast<int>(changed.uMinX), test.writes.back().iX);
             EXPECT_EQ((changed.uEndX - changed.uMinX) * (changed.uEndZ - changed.uMinZ), 1U);
         }
