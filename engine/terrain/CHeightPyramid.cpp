@@ -1,6 +1,6 @@
 #include "engine/terrain/CHeightPyramid.h"
 
-#include "host/VectorClones.h"
+#include "host/VectorLoop.h"
 
 #include <algorithm>
 #include <new>
@@ -40,8 +40,8 @@ constexpr uint32_t STRIP_BLOCKS = 64; // what a strip needs stays in the nearest
 
 // The ranges of blocks that stand side by side, from the vertices of all: columns first, in loops
 // that run along the rows, then the few that are left of each block.
-TELLUR_VECTOR_CLONES
-void MeasureStrip(const SHeightView& view, const SVertexRect& strip, SHeightRange* pRanges)
+TELLUR_LOOP_BODY void
+MeasureStrip(const SHeightView& view, const SVertexRect& strip, SHeightRange* pRanges)
 {
     float aMin[STRIP_BLOCKS * CHeightPyramid::BLOCK + 1];
     float aMax[STRIP_BLOCKS * CHeightPyramid::BLOCK + 1];
@@ -226,7 +226,7 @@ void CHeightPyramid::UpdateFirstLevel(const SHeightView& view, const SVertexRect
                                        z * BLOCK,
                                        std::min(uEndX * BLOCK + 1, view.uSizeX),
                                        std::min((z + 1) * BLOCK + 1, view.uSizeZ)};
-            MeasureStrip(view, strip, pRow + x);
+            CVectorLoop<MeasureStrip>::Run(view, strip, pRow + x);
         }
     }
 }

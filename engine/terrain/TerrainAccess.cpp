@@ -2,24 +2,9 @@
 // mind what they were.
 
 #include "engine/terrain/CTerrain.h"
-#include "host/TerrainSize.h"
 
 #include <algorithm>
 #include <utility>
-
-SVertexRect CTerrain::GetBlockRect(int iBlockX, int iBlockZ) const
-{
-    const auto clip = [](int64_t iVertex, uint32_t uSize)
-    {
-        return static_cast<uint32_t>(std::clamp(iVertex, int64_t{0}, int64_t{uSize}));
-    };
-    const int64_t iMinX = int64_t{iBlockX} * TERRAIN_BLOCK_CELLS;
-    const int64_t iMinZ = int64_t{iBlockZ} * TERRAIN_BLOCK_CELLS;
-    return {clip(iMinX, m_Field.uSizeX),
-            clip(iMinZ, m_Field.uSizeZ),
-            clip(iMinX + TERRAIN_BLOCK_CELLS + 1, m_Field.uSizeX),
-            clip(iMinZ + TERRAIN_BLOCK_CELLS + 1, m_Field.uSizeZ)};
-}
 
 void CTerrain::OnRowsWritten(const SGridBox& box)
 {
