@@ -17,6 +17,7 @@ namespace
 
 constexpr SFunctionTraits TRAITS = {
     "BlurFunction", "CBlurFunction", "no cursor handle", "no name", 2108, true};
+constexpr size_t MARGIN = 8; // floats before and behind the means of a box
 
 } // namespace
 
@@ -148,7 +149,8 @@ ETargets CBlurFunction::Begin(const SGridBox& box)
     }
     const int iCount = box.iMaxX - box.iMinX + 1;
     if (!m_Means.Reserve(static_cast<size_t>(iCount) *
-                         static_cast<size_t>(box.iMaxZ - box.iMinZ + 1)))
+                             static_cast<size_t>(box.iMaxZ - box.iMinZ + 1) +
+                         2 * MARGIN))
     {
         return ETargets::NoMemory;
     }
@@ -158,7 +160,7 @@ ETargets CBlurFunction::Begin(const SGridBox& box)
                               m_PointSession->GetBufferSizeZ(),
                               m_NeighbourhoodSize);
     means.Begin(box.iMinX, box.iMaxX);
-    float* pMeans = m_Means.Get();
+    float* pMeans = m_Means.Get() + MARGIN;
     for (int iZ = box.iMinZ; iZ <= box.iMaxZ; ++iZ)
     {
         means.GetRowMeans(box.iMinX, iZ, iCount, pMeans);
@@ -167,10 +169,10 @@ ETargets CBlurFunction::Begin(const SGridBox& box)
     return ETargets::Ready;
 }
 
-void CBlurFunction::GetTargets(
-    int /*iX*/, int iZ, int iCount, const float* /*pHeights*/, float* pTargets)
+STargetRows CBlurFunction::GetTargets(const SPointPart& part, float* /*pScratch*/)
 {
-    std::copy_n(m_Means.Get() + static_cast<size_t>(iZ - m_Box.iMinZ) * static_cast<size_t>(iCount),
-                iCount,
-                pTargets);
+    const auto nPitch = static_cast<size_t>(m_Box.iMaxX - m_Box.iMinX + 1);
+    return {m_Means.Get() + MARGIN + static_cast<size_t>(part.iZ - m_Box.iMinZ) * nPitch +
+                static_cast<size_t>(part.iX - m_Box.iMinX),
+            nPitch};
 }

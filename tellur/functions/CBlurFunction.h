@@ -36,7 +36,7 @@ protected:
 private:
     ETargets Begin(const SGridBox& box) override;
     bool HasHoles(const SGridBox& box) const;
-    void GetTargets(int iX, int iZ, int iCount, const float* pHeights, float* pTargets) override;
+    STargetRows GetTargets(const SPointPart& part, float* pScratch) override;
     const IHeightRows* GetRows(const ITerrainModification& modification) const;
 
     static CRTTIObject* Create();

@@ -1,9 +1,36 @@
 #include "tellur/functions/CNeighbourhoodMeans.h"
 
+#include "host/VectorLoop.h"
 #include "tellur/modification/CVertList.h"
 #include "tellur/stroke/IHeightRows.h"
 
 #include <algorithm>
+
+namespace
+{
+
+TELLUR_LOOP_BODY void
+AddToSums(double* __restrict pSums, const float* __restrict pRow, size_t nCount, double dSign)
+{
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        pSums[i] += dSign * static_cast<double>(pRow[i]);
+    }
+}
+
+TELLUR_LOOP_BODY void TakeMeans(const double* pFirst,
+                                const double* pEnd,
+                                double dVertices,
+                                float* __restrict pMeans,
+                                size_t nCount)
+{
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        pMeans[i] = static_cast<float>((pEnd[i] - pFirst[i]) / dVertices);
+    }
+}
+
+} // namespace
 
 CNeighbourhoodMeans::CNeighbourhoodMeans(const IHeightRows& heights,
                                          int iSizeX,
@@ -16,13 +43,12 @@ CNeighbourhoodMeans::CNeighbourhoodMeans(const IHeightRows& heights,
 {
 }
 
-void CNeighbourhoodMeans::AddRow(int iZ, double fSign)
+// dSign: 1 adds the row, -1 takes it away.
+void CNeighbourhoodMeans::AddRow(int iZ, double dSign)
 {
     const float* pRow = m_Heights.GetRow(m_FirstColumn, iZ, m_ColumnCount, m_Row.data());
-    for (int i = 0; i < m_ColumnCount; ++i)
-    {
-        m_ColumnSums[static_cast<size_t>(i)] += fSign * static_cast<double>(pRow[i]);
-    }
+    CVectorLoop<AddToSums>::Run(
+        m_ColumnSums.data(), pRow, static_cast<size_t>(m_ColumnCount), dSign);
 }
 
 void CNeighbourhoodMeans::MoveToRow(int iZ)
@@ -84,14 +110,34 @@ void CNeighbourhoodMeans::GetRowMeans(int iX, int iZ, int iCount, float* pMeans)
         MoveToRow(iZ);
         m_PrefixRow = iZ;
     }
-    const int iRows = m_LastRow - m_FirstRow + 1;
-    for (int i = 0; i < iCount; ++i)
+    const double dRows = m_LastRow - m_FirstRow + 1;
+    const auto getMean = [&](int iAt)
     {
-        const int iFirst = std::max(iX + i - m_HalfWidth, 0) - m_FirstColumn;
-        const int iEnd = std::min(iX + i + m_HalfWidth, m_SizeX - 1) - m_FirstColumn + 1;
-        const double fSum =
+        const int iFirst = std::max(iAt - m_HalfWidth, 0) - m_FirstColumn;
+        const int iEnd = std::min(iAt + m_HalfWidth, m_SizeX - 1) - m_FirstColumn + 1;
+        const double dSum =
             m_Prefix[static_cast<size_t>(iEnd)] - m_Prefix[static_cast<size_t>(iFirst)];
-        pMeans[i] = static_cast<float>(
-            fSum / (static_cast<double>(iEnd - iFirst) * static_cast<double>(iRows)));
+        return static_cast<float>(dSum / (static_cast<double>(iEnd - iFirst) * dRows));
+    };
+    // In the middle all squares are as wide.
+    const int iInner = std::clamp(m_HalfWidth - iX, 0, iCount);
+    const int iInnerEnd = std::clamp(m_SizeX - m_HalfWidth - iX, iInner, iCount);
+    for (int i = 0; i < iInner; ++i)
+    {
+        pMeans[i] = getMean(iX + i);
+    }
+    if (iInnerEnd > iInner)
+    {
+        const double* pFirst = m_Prefix.data() + (iX + iInner - m_HalfWidth - m_FirstColumn);
+        const int iWidth = 2 * m_HalfWidth + 1;
+        CVectorLoop<TakeMeans>::Run(pFirst,
+                                    pFirst + iWidth,
+                                    static_cast<double>(iWidth) * dRows,
+                                    pMeans + iInner,
+                                    static_cast<size_t>(iInnerEnd - iInner));
+    }
+    for (int i = iInnerEnd; i < iCount; ++i)
+    {
+        pMeans[i] = getMean(iX + i);
     }
 }

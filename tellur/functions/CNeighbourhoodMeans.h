@@ -24,7 +24,7 @@ public:
 
 private:
     void MoveToRow(int iZ);
-    void AddRow(int iZ, double fSign);
+    void AddRow(int iZ, double dSign);
 
     const IHeightRows& m_Heights;
     int m_SizeX;

@@ -17,42 +17,38 @@ constexpr SFunctionTraits TRAITS = {
     "PosterizeFunction", "CPosterizeFunction", "no cursor handle", "no name", 2115};
 constexpr float FARTHEST_LEVEL = 10000.0F; // a level at least as far away is none
 constexpr int32_t MAX_LEVELS = 1 << 24;    // more than a float tells apart
-constexpr size_t EVEN_LEVELS = 2048;       // so many are where multiplying says, give or take one
+constexpr size_t FEW_LEVELS = 16;          // looking at all of them is faster than searching
+constexpr size_t CHUNK = 64;               // heights at a time
 
-struct SEvenLevels
+// GetNearestLevel of up to CHUNK heights, which stay where none is near: one level after the other,
+// from the lowest on.
+TELLUR_LOOP_BODY void FindTargetsOfFew(const float* __restrict pHeights,
+                                       float* __restrict pTargets,
+                                       size_t nCount,
+                                       const float* pLevels,
+                                       size_t nLevels)
 {
-    const float* pLevels;
-    float fLast;    // index of the last one
-    float fPerUnit; // levels a unit of height
-};
-
-// GetNearestLevel of many heights, which stay where none is near. The nearest level is the one that
-// dividing finds or one beside it; the lower one of two comes first.
-TELLUR_LOOP_BODY void
-FindEvenTargets(const float* pHeights, float* pTargets, size_t nCount, const SEvenLevels& levels)
-{
-    const SEvenLevels own = levels;
+    float aBest[CHUNK];
+    float aTarget[CHUNK];
     for (size_t i = 0; i < nCount; ++i)
     {
-        const float fHeight = pHeights[i];
-        const float fGuess = fHeight * own.fPerUnit;
-        const float fAbove = fGuess > 0.0F ? fGuess : 0.0F;
-        const auto iMiddle = static_cast<int32_t>(fAbove < own.fLast ? fAbove : own.fLast);
-        const int32_t iLast = static_cast<int32_t>(own.fLast);
-        const float fLower = own.pLevels[iMiddle > 0 ? iMiddle - 1 : 0];
-        const float fMiddle = own.pLevels[iMiddle];
-        const float fUpper = own.pLevels[iMiddle < iLast ? iMiddle + 1 : iLast];
-        float fBest = FARTHEST_LEVEL;
-        float fTarget = -1.0F;
-        const float fToLower = std::fabs(fLower - fHeight);
-        fTarget = fToLower < fBest ? fLower : fTarget;
-        fBest = fToLower < fBest ? fToLower : fBest;
-        const float fToMiddle = std::fabs(fMiddle - fHeight);
-        fTarget = fToMiddle < fBest ? fMiddle : fTarget;
-        fBest = fToMiddle < fBest ? fToMiddle : fBest;
-        const float fToUpper = std::fabs(fUpper - fHeight);
-        fTarget = fToUpper < fBest ? fUpper : fTarget;
-        pTargets[i] = fTarget > 0.0F ? fTarget : fHeight;
+        aBest[i] = FARTHEST_LEVEL;
+        aTarget[i] = -1.0F;
+    }
+    for (size_t n = 0; n < nLevels; ++n)
+    {
+        const float fLevel = pLevels[n];
+        for (size_t i = 0; i < nCount; ++i)
+        {
+            const float fAway = std::fabs(fLevel - pHeights[i]);
+            const bool bNearer = fAway < aBest[i];
+            aTarget[i] = bNearer ? fLevel : aTarget[i];
+            aBest[i] = bNearer ? fAway : aBest[i];
+        }
+    }
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        pTargets[i] = aTarget[i] > 0.0F ? aTarget[i] : pHeights[i];
     }
 }
 
@@ -200,13 +196,16 @@ bool CPosterizeFunction::HasLevels(const ITerrainModification& modification) con
 
 void CPosterizeFunction::FindTargets(const float* pHeights, float* pTargets, size_t nCount) const
 {
-    const size_t nLevels = m_Levels.GetCount();
-    if (nLevels <= EVEN_LEVELS)
+    if (m_Levels.GetCount() <= FEW_LEVELS)
     {
-        const SEvenLevels levels = {m_Levels.Get(),
-                                    static_cast<float>(nLevels - 1),
-                                    static_cast<float>(nLevels) / *(m_Levels.end() - 1)};
-        CVectorLoop<FindEvenTargets>::Run(pHeights, pTargets, nCount, levels);
+        for (size_t i = 0; i < nCount; i += CHUNK)
+        {
+            CVectorLoop<FindTargetsOfFew>::Run(pHeights + i,
+                                               pTargets + i,
+                                               std::min(CHUNK, nCount - i),
+                                               m_Levels.Get(),
+                                               m_Levels.GetCount());
+        }
         return;
     }
     for (size_t i = 0; i < nCount; ++i)
@@ -229,8 +228,13 @@ bool CPosterizeFunction::GetRule(const SOperation& operation, SVertexRule& rule)
     return HasLevels(*operation.pModification);
 }
 
-void CPosterizeFunction::GetTargets(
-    int /*iX*/, int /*iZ*/, int iCount, const float* pHeights, float* pTargets)
+STargetRows CPosterizeFunction::GetTargets(const SPointPart& part, float* pScratch)
 {
-    FindTargets(pHeights, pTargets, static_cast<size_t>(iCount));
+    for (int iRow = 0; iRow < part.iRows; ++iRow)
+    {
+        FindTargets(part.pHeights + static_cast<ptrdiff_t>(iRow) * PITCH,
+                    pScratch + static_cast<ptrdiff_t>(iRow) * PITCH,
+                    static_cast<size_t>(part.iColumns));
+    }
+    return {pScratch, PITCH};
 }

@@ -33,7 +33,7 @@ protected:
 private:
     static CRTTIObject* Create();
     static void RegisterFields(CRTTI& rtti);
-    void GetTargets(int iX, int iZ, int iCount, const float* pHeights, float* pTargets) override;
+    STargetRows GetTargets(const SPointPart& part, float* pScratch) override;
     void FindTargets(const float* pHeights, float* pTargets, size_t nCount) const;
     bool HasLevels(const ITerrainModification& modification) const;
     bool CalculateLevels(float fMaxHeight);

@@ -100,18 +100,6 @@ void CPointPass::BlendRow(const SPointInNumbers& point, int iZ, float fStepZ, fl
                    nWidth);
 }
 
-void CPointPass::GetTargets(const SWork& work, int iZ, float* pTargets)
-{
-    const SGridBox& box = work.box;
-    const int iCount = box.iMaxX - box.iMinX + 1;
-    const CHeightTiles& tiles = work.ground.tiles;
-    const float* pHeights = work.point.rule.bFromDest
-                                ? tiles.GetDestRow(box.iMinX, iZ, iCount, m_Heights.data())
-                                : tiles.GetSourceRow(box.iMinX, iZ, iCount, m_Heights.data());
-    work.point.pTargets->GetTargets(
-        box.iMinX, iZ, iCount, pHeights, pTargets + (box.iMinX - AlignDown(box.iMinX)));
-}
-
 // The rows of one row of tiles.
 bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChange& change)
 {
@@ -122,7 +110,6 @@ bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChang
     part.iRows = iLastZ - iFirstZ + 1;
     part.pShape = m_Shape.data();
     part.nShapePitch = m_ShapePitch;
-    part.nTargetPitch = m_TargetPitch;
     part.nShownPitch = static_cast<size_t>(tiles.GetSizeX());
     part.fPower = work.point.shape.fPower;
     part.fHardness = work.point.shape.fHardness;
@@ -149,7 +136,18 @@ bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChang
         const auto nColumn =
             static_cast<size_t>(AlignDown(iLeft + part.iFirst) - AlignDown(box.iMinX));
         part.pGroups = m_Groups.data() + nColumn / PASS_LANES;
-        part.pTargets = m_Targets.data() + nColumn;
+        if (IVertexTargets* pTargets = work.point.pTargets)
+        {
+            const float* pHeights = work.point.rule.bFromDest ? part.pDest : part.pSource;
+            const STargetRows rows = pTargets->GetTargets({iLeft + part.iFirst,
+                                                           iFirstZ,
+                                                           part.iEnd - part.iFirst,
+                                                           part.iRows,
+                                                           pHeights + part.iFirst},
+                                                          m_Targets.data() + PASS_LANES);
+            part.pTargets = rows.pFirst - part.iFirst % PASS_LANES;
+            part.nTargetPitch = rows.nPitch;
+        }
         work.runTile(work.point.rule, part, work.result);
         for (int iRow = 0; iRow < part.iRows; ++iRow)
         {
@@ -176,9 +174,7 @@ bool CPointPass::Run(const SPointInNumbers& point,
     m_Shape.resize(m_ShapePitch * SIDE);
     if (point.pTargets != nullptr)
     {
-        m_TargetPitch = m_Groups.size() * PASS_LANES;
-        m_Heights.resize(m_TargetPitch);
-        m_Targets.resize(m_TargetPitch * SIDE);
+        m_Targets.resize(SHeightTile::COUNT + size_t{2} * PASS_LANES);
     }
     SPassResult result;
     const SWork work = {point, box, ground, GetTilePass(), result};
@@ -190,10 +186,6 @@ bool CPointPass::Run(const SPointInNumbers& point,
         {
             const auto nRow = static_cast<size_t>(iZ - iFirstZ);
             BlendRow(point, iZ, ground.fStepZ, m_Shape.data() + nRow * m_ShapePitch);
-            if (point.pTargets != nullptr)
-            {
-                GetTargets(work, iZ, m_Targets.data() + nRow * m_TargetPitch);
-            }
         }
         bMemory = RunBand(work, iFirstZ, iLastZ, change);
         iFirstZ = iLastZ + 1;

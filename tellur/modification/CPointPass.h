@@ -50,12 +50,9 @@ private:
     void MakeGroups(const SPointInNumbers& point, const SGridBox& box, float fStepX);
     void BlendRow(const SPointInNumbers& point, int iZ, float fStepZ, float* pRow);
     bool RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChange& change);
-    void GetTargets(const SWork& work, int iZ, float* pTargets);
 
     std::vector<SColumnGroup> m_Groups;
-    std::vector<float> m_Shape; // blended image rows, one for each row of a band of tiles
-    std::vector<float> m_Heights;
-    std::vector<float> m_Targets; // rows as wide as the groups
+    std::vector<float> m_Shape;   // blended image rows, one for each row of a band of tiles
+    std::vector<float> m_Targets; // of a tile, with a group's width before and behind
     size_t m_ShapePitch = 0;
-    size_t m_TargetPitch = 0;
 };

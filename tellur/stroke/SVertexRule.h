@@ -3,6 +3,8 @@
 #include "host/ITerrainAccess.h"
 #include "tellur/stroke/ITellurFunction.h"
 
+#include <cstddef>
+
 // What a function does to one vertex at one operation point, in numbers: y is its height, w its
 // weight. With it the session runs a point in one pass over the vertices, with the bits that the
 // function's own loop over a set gives.
@@ -36,6 +38,22 @@ enum class ETargets : uint32_t
     NoMemory,
 };
 
+// Vertices of a point in one tile.
+struct SPointPart
+{
+    int iX = 0; // first column and row
+    int iZ = 0;
+    int iColumns = 0;
+    int iRows = 0;
+    const float* pHeights = nullptr;
+};
+
+struct STargetRows
+{
+    const float* pFirst = nullptr; // of the part's first vertex
+    size_t nPitch = 0;             // floats from row to row
+};
+
 // The targets of EVertexRule::Move.
 class IVertexTargets
 {
@@ -45,7 +63,10 @@ public:
     // A point begins over the vertices of a box; nothing of it is written yet.
     virtual ETargets Begin(const SGridBox& /*box*/) { return ETargets::Ready; }
 
-    // Asked once for each row of the box, in order. pHeights: y of iCount vertices from column iX
-    // on. Where pTargets is y the vertex stays. Vertices below 0 get any number.
-    virtual void GetTargets(int iX, int iZ, int iCount, const float* pHeights, float* pTargets) = 0;
+    // The targets of a part of the box, asked for once. part.pHeights: y, PITCH floats a row;
+    // pScratch: room for PITCH floats a row, for targets that are not at hand. Where the target is
+    // y the vertex stays; vertices below 0 get any number. Borrowed until the next call; eight
+    // floats before and behind the result are readable.
+    static constexpr int PITCH = 64;
+    virtual STargetRows GetTargets(const SPointPart& part, float* pScratch) = 0;
 };
