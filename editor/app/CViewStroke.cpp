@@ -1,11 +1,13 @@
 #include "editor/app/CViewStroke.h"
 
 #include "editor/core/CEditorHost.h"
+#include "editor/view/DenseStrokes.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/IPlugin.h"
 #include "host/IPluginStrokes.h"
 #include "host/IPluginTools.h"
+#include "host/Notice.h"
 
 #include <algorithm>
 #include <cmath>
@@ -72,10 +74,7 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     const float fExtent = m_Tools != nullptr ? m_Tools->GetBrushExtent() : 0.0F;
     m_bPath = fSpacing > 0.0F && fExtent > 0.0F;
     m_bSculpts = m_bPath && m_Tools != nullptr && m_Tools->IsTerraforming();
-    m_SpacingShare = !m_bPath ? 0.0F
-                     : m_Settings.iSpacingPercent > 0
-                         ? static_cast<float>(m_Settings.iSpacingPercent) * PERCENT
-                         : fSpacing / fExtent;
+    ChooseSpacing(fSpacing, fExtent);
     if (m_bSculpts && m_Settings.bAimAtPress && GetTerrain() != nullptr)
     {
         m_Still.Take(*GetTerrain());
@@ -105,6 +104,28 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     else if (m_bSculpts && m_Host.IsDragging())
     {
         m_Sampler.SendPress();
+    }
+}
+
+// fSpacing: what the tool asks for.
+void CViewStroke::ChooseSpacing(float fSpacing, float fExtent)
+{
+    m_SpacingShare = m_bPath ? fSpacing / fExtent : 0.0F;
+    const CTerrain* pTerrain = GetTerrain();
+    if (m_bPath && m_Settings.iSpacingPercent > 0)
+    {
+        m_SpacingShare = static_cast<float>(m_Settings.iSpacingPercent) * PERCENT;
+    }
+    else if (m_bSculpts && m_Settings.bSampleStrokes && pTerrain != nullptr)
+    {
+        const SHeightView view = pTerrain->GetView();
+        const double dBrush = fExtent;
+        const float fLeast = GetLeastShare(dBrush / view.fStepX * dBrush / view.fStepZ);
+        if (fLeast > m_SpacingShare)
+        {
+            m_SpacingShare = fLeast;
+            Notice("Large brush: the points of the stroke lie farther apart");
+        }
     }
 }
 

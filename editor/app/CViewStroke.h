@@ -67,6 +67,7 @@ public:
 private:
     const CTerrain* GetTerrain() const;
     float GetSpacing() const; // terrain units; 0: each position is a point
+    void ChooseSpacing(float fSpacing, float fExtent);
     void SendMove(const SStrokePoint& point);
     void SendGround(const SVec3& point); // its height is looked up; nothing off the terrain
     bool DropToGround(SVec3& point) const;

@@ -68,7 +68,7 @@ float* CTerrainModification::GetGround() const
 void CTerrainModification::OnBeforeHeightsChange(const SGridBox& box)
 {
     m_bShared = true;
-    if (!m_GivenUp && !m_Tiles.Take(box))
+    if (!m_GivenUp && !m_Tiles.Take(box) && m_InProgress)
     {
         GiveUp();
     }

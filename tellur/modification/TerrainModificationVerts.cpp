@@ -283,7 +283,7 @@ void CTerrainModification::RestoreHeights()
     m_Tiles.ForEach(
         [this](SHeightTile& tile, int iTileX, int iTileZ)
         {
-            if (tile.bWritten || m_bShared)
+            if (tile.bWritten)
             {
                 tile.aDest = tile.aSource;
                 tile.bWritten = false;

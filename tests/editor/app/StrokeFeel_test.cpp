@@ -10,6 +10,7 @@
 
 #include <QCursor>
 #include <QImage>
+#include <QLabel>
 #include <QPixmap>
 #include <QScreen>
 
@@ -74,12 +75,12 @@ double GetBend(const std::vector<SVec3>& points)
 class CStrokeFeel : public CEditorFixture
 {
 protected:
-    // 320 x 320 units, 256 x 256 cells, 100 high, flat at 20.
-    void StartFine()
+    // 320 x 320 units, 256 x 256 cells unless another number is given, 100 high, flat at 20.
+    void StartFine(uint32_t uSide = SIDE)
     {
         ASSERT_NO_FATAL_FAILURE(Start());
         SHeightField field;
-        field.Allocate(SIDE, SIDE);
+        field.Allocate(uSide, uSide);
         field.size = {320.0F, 100.0F, 320.0F};
         std::fill_n(field.pHeights.get(), field.GetCount(), 20.0F);
         GetHost().TakeLevel(std::move(field));
@@ -187,6 +188,24 @@ TEST_F(CStrokeFeel, CrestsAreEvenAndTheSettingSaysOtherwise)
             EXPECT_NEAR(GetDistance(points[i], points[i - 1]), fSpacing, 0.5);
         }
     }
+}
+
+TEST_F(CStrokeFeel, PointsOfALargeBrushLieFartherApartAndTheStatusLineSaysSo)
+{
+    ASSERT_NO_FATAL_FAILURE(StartFine(2049));
+    TakeBrush("RelativeHeightFunction", "m_Height", "5", "extent( 120.0 )", "round");
+    const double fCells = 120.0 / 320.0 * 2048.0;
+    const double fSpacing = 120.0 * fCells * fCells / 12.0e6;
+    ASSERT_GT(fSpacing, m_Editor->FindInterface<IPluginStrokes>()->GetStrokeSpacing());
+    const std::vector<SVec3> points = DragPoints(GetView(1), {0.4, 0.5}, {0.6, 0.5});
+    ASSERT_GT(points.size(), 3U);
+    for (size_t i = 1; i < points.size(); ++i)
+    {
+        EXPECT_NEAR(GetDistance(points[i], points[i - 1]), fSpacing, 0.5);
+    }
+    EXPECT_TRUE(m_Window->findChild<QLabel*>("status-words")->text().startsWith("Large brush"));
+    GetInput().iSpacingPercent = 5; // who chooses the spacing has it
+    EXPECT_LT(GetDistance(points[0], DragPoints(GetView(1), {0.4, 0.5}, {0.6, 0.5})[1]), fSpacing);
 }
 
 TEST_F(CStrokeFeel, AStrokeDoesNotClimbItsOwnHill)
