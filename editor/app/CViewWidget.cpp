@@ -28,8 +28,10 @@ constexpr double FAST_MS = 18.0;
 constexpr float COARSER = 0.8F;
 constexpr float FINER = 1.1F;
 constexpr int REFINE_MS = 300;
-constexpr uint64_t MOST_NEW_BYTES = uint64_t{16} << 20; // a frame, of a terrain that comes in
-constexpr double NOTCH = 120.0;                         // of a wheel, in eighths of a degree
+// Of a terrain that comes in, a frame. The processor that draws makes the normals, too.
+constexpr uint64_t MOST_NEW_BYTES = uint64_t{16} << 20;
+constexpr uint64_t MOST_SOFTWARE_BYTES = uint64_t{6} << 20;
+constexpr double NOTCH = 120.0; // of a wheel, in eighths of a degree
 constexpr float SPOT_CELLS = 8.0F;
 constexpr double ROUNDING = 1e-3; // of positions that were divided by the scale
 
@@ -137,7 +139,7 @@ void CViewWidget::paintGL()
     settings.bWireFrame = m_bWireFrame;
     settings.eMark = m_Parts.findMark(settings.mark);
     settings.fQuality = m_bRefining ? 1.0F : m_Quality;
-    settings.uMostNewBytes = MOST_NEW_BYTES;
+    settings.uMostNewBytes = m_bSoftware ? MOST_SOFTWARE_BYTES : MOST_NEW_BYTES;
     settings.bMask = m_pTools == nullptr || m_pTools->IsMaskActing();
     if (m_bReady)
     {

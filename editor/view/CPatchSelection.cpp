@@ -97,7 +97,8 @@ void CPatchSelection::Refine(const SScene& scene)
         const SCandidate worst = m_Heap.back();
         m_Heap.pop_back();
         const bool bFull = m_Heap.size() + m_Leaves.size() + 4 > scene.detail.uMaxPatches;
-        if (worst.place.uLevel == 0 || worst.fPixels <= scene.detail.fPixels || bFull)
+        const bool bFinest = worst.place.uLevel == scene.tree.GetFloor(worst.place);
+        if (bFinest || worst.fPixels <= scene.detail.fPixels || bFull)
         {
             m_Leaves.push_back(worst);
             continue;
@@ -122,7 +123,7 @@ void CPatchSelection::Balance(const SScene& scene)
         {
             SPatchPlace other;
             while (FindNeighbour(scene, place, uSide, other) &&
-                   other.uLevel > place.uLevel + MAX_STEP)
+                   other.uLevel > std::max(place.uLevel + MAX_STEP, scene.tree.GetFloor(other)))
             {
                 AddChildren(scene, other, m_Leaves);
             }

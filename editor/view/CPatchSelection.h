@@ -51,7 +51,8 @@ public:
     const std::vector<SPatchRange>& GetRanges() const { return m_Ranges; } // near ones first
 
 private:
-    // A patch border can drop this many levels of vertices; the rest is split.
+    // A patch border drops this many levels of vertices and stays inside the patch; the rest is
+    // split, unless the tree knows of nothing finer.
     static constexpr uint32_t MAX_STEP = CPatchTree::PATCH_SHIFT;
 
     struct SCandidate

@@ -2,7 +2,9 @@
 
 #include "engine/terrain/SVertexRect.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 // What is known of one patch of the terrain.
@@ -36,8 +38,26 @@ public:
     // least PATCH_CELLS. Everything is to be updated then.
     void Reset(uint32_t uVerticesX, uint32_t uVerticesZ, uint32_t uTopCells);
 
-    // Measures again what lies under changed. pHeights: all heights, row-major, borrowed.
-    void Update(const float* pHeights, const SVertexRect& changed);
+    // Measures again what lies under changed, each patch once; not where the floor is above level
+    // 0. pHeights: all heights, row-major, borrowed.
+    void Update(const float* pHeights, const std::vector<SVertexRect>& changed);
+
+    // Takes what a tree over every 2^uShift-th vertex of the terrain knows of a patch of the top
+    // level and of those below it, down to level uShift. Its top patches lie as the ones here.
+    void TakeCoarse(const CPatchTree& coarse, uint32_t uShift, uint32_t uTopX, uint32_t uTopZ);
+
+    // The finest level that is known under a patch of the top level.
+    void SetFloor(uint32_t uTopX, uint32_t uTopZ, uint32_t uLevel)
+    {
+        m_Floors[size_t{uTopZ} * m_Levels.back().uCountX + uTopX] = static_cast<uint8_t>(uLevel);
+    }
+
+    uint32_t GetFloor(const SPatchPlace& place) const
+    {
+        const uint32_t uShift = GetTopLevel() - place.uLevel;
+        const size_t nRow = size_t{place.uZ >> uShift} * m_Levels.back().uCountX;
+        return m_Floors[nRow + (place.uX >> uShift)];
+    }
 
     uint32_t GetTopLevel() const { return static_cast<uint32_t>(m_Levels.size()) - 1; }
 
@@ -59,21 +79,32 @@ public:
         return m_Levels[place.uLevel].bounds[GetIndex(place)];
     }
 
+    // Lowest and highest of all heights.
+    std::pair<float, float> GetHeightRange() const;
+
 private:
     struct SLevel
     {
         uint32_t uCountX = 0;
         uint32_t uCountZ = 0;
         std::vector<SPatchBounds> bounds;
+        std::vector<uint8_t> waits;  // 1: is in the list
+        std::vector<uint32_t> stale; // to be measured again; kept for its memory
+
+        void Wait(uint32_t uIndex); // in the list, once
     };
 
-    SPatchBounds MeasureSmallest(const float* pHeights, uint32_t uX, uint32_t uZ) const;
-    SPatchBounds MeasureParent(const float* pHeights, const SPatchPlace& place) const;
-    float MeasureStep(const float* pHeights, const SPatchPlace& place) const;
+    void MarkStale(const SVertexRect& changed);
+    static uint32_t CountSideBySide(const SLevel& level, size_t nFrom);
+    void Measure(const float* pHeights, const SPatchPlace& first, uint32_t uPatches);
+    SPatchBounds JoinChildren(const SPatchPlace& place) const;
+    SPatchBounds MeasureCut(const float* pHeights, const SPatchPlace& place) const;
+    float MeasureCutStep(const float* pHeights, const SPatchPlace& place) const;
     float GetHeight(const float* pHeights, uint32_t uX, uint32_t uZ) const;
     float GetOffSurface(const float* pHeights, uint32_t uX, uint32_t uZ, uint32_t uStride) const;
 
-    std::vector<SLevel> m_Levels; // finest first
+    std::vector<SLevel> m_Levels;  // finest first
+    std::vector<uint8_t> m_Floors; // of the top level
     uint32_t m_CellsX = 0;
     uint32_t m_CellsZ = 0;
 };

@@ -11,11 +11,13 @@ namespace
 
 // Rectangles that a tile keeps until its turn comes; more of them become the one round all.
 constexpr size_t MOST_PENDING = 2048;
+constexpr uint32_t LEAST_ROWS = 32; // that are sent at a time: each part costs calls of its own
 
 } // namespace
 
-CTerrainCopies::CTerrainCopies(uint32_t uTileCells)
+CTerrainCopies::CTerrainCopies(uint32_t uTileCells, uint32_t uCoarseCells)
     : m_TileCells(uTileCells)
+    , m_CoarseCells(uCoarseCells)
 {
 }
 
@@ -25,8 +27,11 @@ void CTerrainCopies::Leave(OpenGl& gl)
     if (m_Users == 0)
     {
         m_Tiles.Release(gl);
+        m_Coarse.Release(gl);
         m_States.clear();
         m_pTerrain = nullptr;
+        gl.glDeleteSync(m_Fence);
+        m_Fence = nullptr;
     }
 }
 
@@ -50,43 +55,77 @@ void CTerrainCopies::Reset(OpenGl& gl, const CTerrain& terrain)
                              std::min(uLeft + m_TileCells + 1, m_VerticesX),
                              std::min(uTop + m_TileCells + 1, m_VerticesZ)};
     }
-    m_Tiles.Reset(gl, terrain, m_TileCells);
+    m_Tiles.Reset(gl, terrain.GetView(), m_TileCells);
+    m_Coarse.Release(gl);
     m_bNoRoom = false;
 }
 
 bool CTerrainCopies::Follow(
     OpenGl& gl, CTerrain& terrain, const SVec3& eye, uint64_t uMostBytes, uint64_t& uSent)
 {
+    const uint64_t uBefore = uSent;
     const bool bOther = m_pTerrain != &terrain || m_VerticesX != terrain.GetVerticesX() ||
                         m_VerticesZ != terrain.GetVerticesZ();
     if (bOther)
     {
         Reset(gl, terrain);
     }
+    if (m_Fence != nullptr)
+    {
+        gl.glWaitSync(m_Fence, 0, GL_TIMEOUT_IGNORED); // another context may have changed them
+    }
     if (terrain.TakeDirtyRects(m_Seen, m_Changed))
     {
         AddPending();
+        uSent += FollowCoarse(gl, terrain);
     }
-    const uint64_t uEnd = uSent + std::min(uMostBytes, ALL_BYTES - uSent);
+    const uint64_t uEnd = uBefore + std::min(uMostBytes, ALL_BYTES - uBefore);
     m_bPending = false;
     for (STileState& tile : m_States)
     {
-        const bool bStale = tile.bThere && !tile.pending.empty();
-        m_bPending = m_bPending || (bStale && uSent >= uEnd);
-        if (bStale && uSent < uEnd)
+        if (tile.bThere && !tile.pending.empty() && uSent < uEnd)
         {
-            uSent += BringIn(gl, terrain, tile);
+            uSent += BringIn(gl, terrain, tile, uEnd - uSent);
         }
+        m_bPending = m_bPending || (tile.bThere && !tile.pending.empty());
     }
     while (m_Missing > 0 && uSent < uEnd && !m_bNoRoom)
     {
-        uSent += AddTile(gl, terrain, *FindNearestMissing(terrain, eye));
+        STileState& tile = *FindNearestMissing(terrain, eye);
+        Begin(gl, tile);
+        uSent += m_bNoRoom ? 0 : BringIn(gl, terrain, tile, uEnd - uSent);
+    }
+    if (m_Missing > 0 && !m_bNoRoom && !m_Coarse.IsMade() &&
+        m_Coarse.Make(gl, terrain.GetView(), m_TileCells, m_CoarseCells))
+    {
+        m_Changed = {{0, 0, m_VerticesX, m_VerticesZ}};
+        uSent += FollowCoarse(gl, terrain);
+    }
+    if (m_Missing == 0)
+    {
+        m_Coarse.Release(gl);
+    }
+    if (uSent > uBefore)
+    {
+        LetOthersSee(gl);
     }
     return !m_bNoRoom;
 }
 
-uint64_t CTerrainCopies::AddTile(OpenGl& gl, CTerrain& terrain, STileState& tile)
+// Contexts of other views take from the textures what was sent before this.
+void CTerrainCopies::LetOthersSee(OpenGl& gl)
 {
+    gl.glDeleteSync(m_Fence);
+    m_Fence = gl.glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0);
+    gl.glFlush();
+}
+
+void CTerrainCopies::Begin(OpenGl& gl, STileState& tile)
+{
+    if (tile.bBegun)
+    {
+        return;
+    }
     m_bNoRoom =
         !m_Tiles.MakeTile(gl, tile.whole.uMinX / m_TileCells, tile.whole.uMinZ / m_TileCells);
     if (m_bNoRoom)
@@ -95,17 +134,21 @@ uint64_t CTerrainCopies::AddTile(OpenGl& gl, CTerrain& terrain, STileState& tile
                  "%u x %u vertices\n",
                  m_VerticesX,
                  m_VerticesZ);
-        return 0;
+        return;
     }
-    tile.bThere = true;
-    --m_Missing;
-    return BringIn(gl, terrain, tile);
+    tile.bBegun = true;
+    tile.pending = {tile.whole.Grown(1, m_VerticesX, m_VerticesZ)};
 }
 
+// What changed in tiles that have textures; all of the others is new anyway.
 void CTerrainCopies::AddPending()
 {
     for (STileState& tile : m_States)
     {
+        if (!tile.bBegun)
+        {
+            continue;
+        }
         // Normals change one vertex further, also over the border.
         const SVertexRect reach = tile.whole.Grown(1, m_VerticesX, m_VerticesZ);
         for (const SVertexRect& rect : m_Changed)
@@ -128,18 +171,85 @@ void CTerrainCopies::AddPending()
     }
 }
 
-uint64_t CTerrainCopies::BringIn(OpenGl& gl, CTerrain& terrain, STileState& tile)
+// Moves pending rectangles of a tile, or rows of the last one, to the parts that are sent.
+void CTerrainCopies::TakePending(STileState& tile, uint64_t uMostBytes)
 {
+    m_Parts.clear();
     uint64_t uBytes = 0;
-    for (const SVertexRect& rect : tile.pending)
+    while (!tile.pending.empty() && uBytes < uMostBytes)
     {
-        m_Tree.Update(terrain.GetHeightData(), tile.whole.Intersection(rect));
-        uBytes += m_Tiles.Upload(gl, terrain, tile.whole, rect);
+        SVertexRect& rect = tile.pending.back();
+        const uint64_t uRowBytes = uint64_t{rect.uEndX - rect.uMinX} * sizeof(float);
+        const uint64_t uRows = std::max<uint64_t>((uMostBytes - uBytes) / uRowBytes, LEAST_ROWS);
+        SVertexRect part = rect;
+        if (uRows < rect.uEndZ - rect.uMinZ)
+        {
+            part.uEndZ = part.uMinZ + static_cast<uint32_t>(uRows);
+            rect.uMinZ = part.uEndZ;
+        }
+        else
+        {
+            tile.pending.pop_back();
+        }
+        uBytes += uRowBytes * (part.uEndZ - part.uMinZ);
+        m_Parts.push_back(part);
     }
-    tile.pending.clear();
+}
+
+uint64_t
+CTerrainCopies::BringIn(OpenGl& gl, const CTerrain& terrain, STileState& tile, uint64_t uMostBytes)
+{
+    TakePending(tile, uMostBytes);
+    const uint64_t uBytes = m_Tiles.Upload(gl,
+                                           terrain.GetView(),
+                                           tile.whole.uMinX / m_TileCells,
+                                           tile.whole.uMinZ / m_TileCells,
+                                           m_Parts);
+    if (tile.bThere)
+    {
+        for (SVertexRect& part : m_Parts)
+        {
+            part = tile.whole.Intersection(part);
+        }
+        m_Tree.Update(terrain.GetHeightData(), m_Parts);
+    }
+    else if (tile.pending.empty())
+    {
+        Complete(terrain, tile);
+    }
     return uBytes;
 }
 
+// The tile takes the place of the coarse ground.
+void CTerrainCopies::Complete(const CTerrain& terrain, STileState& tile)
+{
+    tile.bThere = true;
+    --m_Missing;
+    m_Tree.SetFloor(tile.whole.uMinX / m_TileCells, tile.whole.uMinZ / m_TileCells, 0);
+    m_Tree.Update(terrain.GetHeightData(), {tile.whole});
+}
+
+uint64_t CTerrainCopies::FollowCoarse(OpenGl& gl, const CTerrain& terrain)
+{
+    if (!m_Coarse.IsMade())
+    {
+        return 0;
+    }
+    const uint64_t uBytes = m_Coarse.Follow(gl, terrain.GetView(), m_Changed);
+    for (const STileState& tile : m_States)
+    {
+        if (!tile.bThere)
+        {
+            m_Tree.TakeCoarse(m_Coarse.GetTree(),
+                              m_Coarse.GetShift(),
+                              tile.whole.uMinX / m_TileCells,
+                              tile.whole.uMinZ / m_TileCells);
+        }
+    }
+    return uBytes;
+}
+
+// The one that is on its way before all others.
 CTerrainCopies::STileState* CTerrainCopies::FindNearestMissing(const CTerrain& terrain,
                                                                const SVec3& eye)
 {
@@ -156,6 +266,10 @@ CTerrainCopies::STileState* CTerrainCopies::FindNearestMissing(const CTerrain& t
         };
         const float fDistance = std::hypot(getGap(fEyeX, tile.whole.uMinX, tile.whole.uEndX),
                                            getGap(fEyeZ, tile.whole.uMinZ, tile.whole.uEndZ));
+        if (tile.bBegun && !tile.bThere)
+        {
+            return &tile;
+        }
         if (!tile.bThere && (pNearest == nullptr || fDistance < fNearest))
         {
             pNearest = &tile;

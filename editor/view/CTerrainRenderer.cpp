@@ -90,7 +90,9 @@ struct CTerrainRenderer::SParts
                     SRenderStatistics& statistics);
     void SetMaterial(const SViewProjection& view,
                      const CTerrain& terrain,
+                     const CPatchTree& tree,
                      const SRenderSettings& settings);
+    void BindTile(const CTerrainTiles& tiles, uint32_t uX, uint32_t uZ, uint32_t uCoarse);
     void DrawRanges(const CTerrainCopies& copies, SRenderStatistics& statistics);
     uint64_t SetOverlays(CEngineHost& engine, const SRenderSettings& settings);
     uint64_t SetTypes(const SRenderSettings& settings);
@@ -160,6 +162,11 @@ bool CTerrainRenderer::Render(const SViewProjection& view,
         return false;
     }
     OpenGl& gl = *m_Parts->pGl;
+    CTerrain* pTerrain = engine.GetCWorld().GetCTerrain();
+    const bool bDrawn =
+        pTerrain == nullptr ||
+        m_Copies->Follow(
+            gl, *pTerrain, view.position, settings.uMostNewBytes, m_Statistics.uUploadedBytes);
     gl.glViewport(0, 0, view.iWidth, view.iHeight);
     gl.glDisable(GL_BLEND);
     gl.glDisable(GL_CULL_FACE);
@@ -168,11 +175,6 @@ bool CTerrainRenderer::Render(const SViewProjection& view,
     gl.glDepthFunc(GL_LEQUAL);
     gl.glClear(GL_DEPTH_BUFFER_BIT);
     m_Parts->DrawSky(settings);
-    CTerrain* pTerrain = engine.GetCWorld().GetCTerrain();
-    const bool bDrawn =
-        pTerrain == nullptr ||
-        m_Copies->Follow(
-            gl, *pTerrain, view.position, settings.uMostNewBytes, m_Statistics.uUploadedBytes);
     if (bDrawn && pTerrain != nullptr)
     {
         m_Statistics.bComplete = m_Copies->IsComplete();
@@ -241,31 +243,27 @@ void CTerrainRenderer::SParts::DrawGround(const CTerrainCopies& copies,
     ground.Set("uFlat", settings.bFlatShading || !copies.GetTiles().HasNormals() ? 1 : 0);
     ground.Set("uWire", settings.bWireFrame ? 1 : 0);
     ground.Set("uGrid", settings.bGrid ? 1 : 0);
-    SetMaterial(view, terrain, settings);
+    SetMaterial(view, terrain, copies.GetTree(), settings);
     statistics.uUploadedBytes += SetOverlays(engine, settings);
     mesh.SetInstances(*pGl, selection.GetInstances());
     DrawRanges(copies, statistics);
 }
 
-// Tile by tile; the ones that are not there yet leave the sky.
+// Tile by tile; what is not there yet is drawn from the coarse ground, or is left to the sky.
 void CTerrainRenderer::SParts::DrawRanges(const CTerrainCopies& copies,
                                           SRenderStatistics& statistics)
 {
-    const CTerrainTiles& tiles = copies.GetTiles();
-    const uint32_t uTile = CPatchTree::PATCH_CELLS << copies.GetTree().GetTopLevel();
     for (const SPatchRange& range : selection.GetRanges())
     {
-        if (!copies.HasTile(range.uTileX, range.uTileZ))
+        const bool bThere = copies.HasTile(range.uTileX, range.uTileZ);
+        if (!bThere && !copies.GetCoarse().IsMade())
         {
             continue;
         }
-        tiles.Bind(*pGl, range.uTileX, range.uTileZ);
-        ground.Set("uTile",
-                   static_cast<int>(range.uTileX * uTile),
-                   static_cast<int>(range.uTileZ * uTile));
-        ground.Set("uTileSize",
-                   static_cast<float>(tiles.GetWidth(range.uTileX)),
-                   static_cast<float>(tiles.GetDepth(range.uTileZ)));
+        BindTile(bThere ? copies.GetTiles() : copies.GetCoarse().GetTiles(),
+                 bThere ? range.uTileX : 0,
+                 bThere ? range.uTileZ : 0,
+                 bThere ? 0 : copies.GetCoarse().GetShift());
         mesh.Draw(*pGl, range.uFirst, range.uCount);
         ++statistics.uDrawCalls;
         statistics.uPatches += range.uCount;
@@ -273,8 +271,26 @@ void CTerrainRenderer::SParts::DrawRanges(const CTerrainCopies& copies,
     statistics.uTriangles = statistics.uPatches * CPatchMesh::TRIANGLES;
 }
 
+// uCoarse: the tiles are of ground with every 2^n-th vertex.
+void CTerrainRenderer::SParts::BindTile(const CTerrainTiles& tiles,
+                                        uint32_t uX,
+                                        uint32_t uZ,
+                                        uint32_t uCoarse)
+{
+    tiles.Bind(*pGl, uX, uZ);
+    ground.Set("uTile",
+               static_cast<int>(uX * tiles.GetTileCells()),
+               static_cast<int>(uZ * tiles.GetTileCells()));
+    ground.Set("uTileSize",
+               static_cast<float>(tiles.GetWidth(uX)),
+               static_cast<float>(tiles.GetDepth(uZ)));
+    ground.Set("uCoarse", static_cast<int>(uCoarse));
+    ground.Set("uTexels", 1.0F / static_cast<float>(1U << uCoarse));
+}
+
 void CTerrainRenderer::SParts::SetMaterial(const SViewProjection& view,
                                            const CTerrain& terrain,
+                                           const CPatchTree& tree,
                                            const SRenderSettings& settings)
 {
     const CPaintLayer* pLayer = settings.pPaintLayer;
@@ -292,9 +308,7 @@ void CTerrainRenderer::SParts::SetMaterial(const SViewProjection& view,
             std::min(GetLength(Subtract(center, view.position)), std::fabs(view.position.y) * 3.0F);
         fStep = GetRoundStep(view.GetPixelSize(fDistance) * LINE_PIXELS * 0.3F);
     }
-    float fLow = 0.0F;
-    float fHigh = 0.0F;
-    terrain.GetHeightRange({0, 0, terrain.GetVerticesX(), terrain.GetVerticesZ()}, fLow, fHigh);
+    const auto [fLow, fHigh] = tree.GetHeightRange();
     ground.Set("uKind", static_cast<int>(material.eKind));
     ground.Set("uColors", material.colors, SMaterial::COLORS);
     ground.Set("uColorCount", material.nColors);

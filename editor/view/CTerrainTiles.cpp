@@ -1,6 +1,7 @@
 #include "editor/view/CTerrainTiles.h"
 
-#include "engine/terrain/CTerrain.h"
+#include "engine/terrain/CNormalField.h"
+#include "host/Log.h"
 
 #include <algorithm>
 #include <bit>
@@ -18,6 +19,11 @@ uint32_t CountLevels(uint32_t uSize)
     return static_cast<uint32_t>(std::bit_width(uSize));
 }
 
+size_t CountVertices(const SVertexRect& rect)
+{
+    return size_t{rect.uEndX - rect.uMinX} * (rect.uEndZ - rect.uMinZ);
+}
+
 void SetFilter(OpenGl& gl, GLint iSmaller, GLint iLarger)
 {
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, iSmaller);
@@ -28,14 +34,22 @@ void SetFilter(OpenGl& gl, GLint iSmaller, GLint iLarger)
 
 } // namespace
 
-void CTerrainTiles::Reset(OpenGl& gl, const CTerrain& terrain, uint32_t uTileCells)
+void CTerrainTiles::Reset(OpenGl& gl, const SHeightView& ground, uint32_t uTileCells)
 {
     Release(gl);
     m_TileCells = uTileCells;
-    m_VerticesX = terrain.GetVerticesX();
-    m_VerticesZ = terrain.GetVerticesZ();
+    m_VerticesX = ground.uSizeX;
+    m_VerticesZ = ground.uSizeZ;
     m_CountX = CountTiles(m_VerticesX, uTileCells);
     m_Tiles.resize(size_t{m_CountX} * CountTiles(m_VerticesZ, uTileCells));
+    std::string strFault;
+    m_bPass = m_Pass.Make(gl, strFault);
+    m_bNormals = m_bPass;
+    if (!m_bPass)
+    {
+        CrashLog("[CTerrainTiles::Reset] %s; the ground is drawn in facets\n", strFault.c_str());
+    }
+    gl.glGenBuffers(1, &m_Staging);
 }
 
 bool CTerrainTiles::MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ)
@@ -43,7 +57,8 @@ bool CTerrainTiles::MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ)
     while (gl.glGetError() != GL_NO_ERROR)
     {
     }
-    STile& tile = m_Tiles[size_t{uTileZ} * m_CountX + uTileX];
+    SNormalTile& tile = m_Tiles[size_t{uTileZ} * m_CountX + uTileX];
+    tile.vertices = GetVertices(uTileX, uTileZ);
     const auto iWidth = static_cast<GLsizei>(GetWidth(uTileX));
     const auto iDepth = static_cast<GLsizei>(GetDepth(uTileZ));
     gl.glGenTextures(1, &tile.uHeights);
@@ -51,35 +66,45 @@ bool CTerrainTiles::MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ)
     // Filters first: a driver that expects smaller pictures takes memory for them.
     SetFilter(gl, GL_NEAREST, GL_NEAREST);
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, 0);
-    gl.glTexImage2D(GL_TEXTURE_2D, 0, GL_R32F, iWidth, iDepth, 0, GL_RED, GL_FLOAT, nullptr);
+    gl.glTexImage2D(
+        GL_TEXTURE_2D, 0, GL_R32F, iWidth + 2, iDepth + 2, 0, GL_RED, GL_FLOAT, nullptr);
     gl.glGenTextures(1, &tile.uNormals);
     gl.glBindTexture(GL_TEXTURE_2D, tile.uNormals);
-    const uint32_t uLevels = CountLevels(std::max(GetWidth(uTileX), GetDepth(uTileZ)));
+    tile.uLevels = CountLevels(std::max(GetWidth(uTileX), GetDepth(uTileZ)));
     SetFilter(gl, GL_LINEAR_MIPMAP_LINEAR, GL_LINEAR);
-    gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, static_cast<GLint>(uLevels) - 1);
-    for (uint32_t uLevel = 0; uLevel < uLevels; ++uLevel)
+    gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, static_cast<GLint>(tile.uLevels) - 1);
+    for (uint32_t uLevel = 0; uLevel < tile.uLevels && m_bNormals; ++uLevel)
     {
         gl.glTexImage2D(GL_TEXTURE_2D,
                         static_cast<GLint>(uLevel),
-                        GL_RG16_SNORM,
+                        CNormalPass::FORMAT,
                         std::max(1, iWidth >> uLevel),
                         std::max(1, iDepth >> uLevel),
                         0,
                         GL_RG,
-                        GL_SHORT,
+                        GL_UNSIGNED_SHORT,
                         nullptr);
     }
-    return gl.glGetError() == GL_NO_ERROR;
+    const bool bRoom = gl.glGetError() == GL_NO_ERROR;
+    m_bNormals = m_bNormals && (!bRoom || m_Pass.CanDraw(gl, tile.uNormals));
+    return bRoom;
 }
 
 void CTerrainTiles::Release(OpenGl& gl)
 {
-    for (const STile& tile : m_Tiles)
+    for (const SNormalTile& tile : m_Tiles)
     {
         gl.glDeleteTextures(1, &tile.uHeights);
         gl.glDeleteTextures(1, &tile.uNormals);
     }
     m_Tiles.clear();
+    gl.glDeleteBuffers(1, &m_Staging);
+    m_Staging = 0;
+    if (m_bPass)
+    {
+        m_Pass.Release(gl);
+        m_bPass = false;
+    }
 }
 
 uint32_t CTerrainTiles::GetWidth(uint32_t uTileX) const
@@ -92,119 +117,118 @@ uint32_t CTerrainTiles::GetDepth(uint32_t uTileZ) const
     return std::min(m_TileCells + 1, m_VerticesZ - uTileZ * m_TileCells);
 }
 
-uint64_t CTerrainTiles::Upload(OpenGl& gl,
-                               CTerrain& terrain,
-                               const SVertexRect& tile,
-                               const SVertexRect& changed)
+SVertexRect CTerrainTiles::GetVertices(uint32_t uTileX, uint32_t uTileZ) const
 {
-    const STile& copies = GetTile(tile.uMinX / m_TileCells, tile.uMinZ / m_TileCells);
+    const uint32_t uLeft = uTileX * m_TileCells;
+    const uint32_t uTop = uTileZ * m_TileCells;
+    return {uLeft, uTop, uLeft + GetWidth(uTileX), uTop + GetDepth(uTileZ)};
+}
+
+uint64_t CTerrainTiles::Upload(OpenGl& gl,
+                               const SHeightView& ground,
+                               uint32_t uTileX,
+                               uint32_t uTileZ,
+                               const std::vector<SVertexRect>& changed)
+{
+    const SNormalTile& tile = m_Tiles[size_t{uTileZ} * m_CountX + uTileX];
+    const SVertexRect reach = tile.vertices.Grown(1, m_VerticesX, m_VerticesZ);
     uint64_t uBytes = 0;
-    gl.glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    const SVertexRect part = tile.Intersection(changed);
-    if (!part.IsEmpty())
+    m_Parts.clear();
+    for (const SVertexRect& rect : changed)
     {
-        gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, static_cast<GLint>(m_VerticesX));
-        gl.glBindTexture(GL_TEXTURE_2D, copies.uHeights);
+        const SVertexRect part = reach.Intersection(rect);
+        if (!part.IsEmpty())
+        {
+            m_Parts.push_back(part);
+            uBytes += CountVertices(part) * sizeof(float);
+        }
+    }
+    if (!m_Parts.empty())
+    {
+        SendHeights(gl, ground, tile);
+        DrawNormals(gl, ground, tile);
+    }
+    return uBytes;
+}
+
+// From a buffer whose old content the card may still read: the driver gives new memory for it.
+void CTerrainTiles::SendHeights(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile)
+{
+    gl.glBindBuffer(GL_PIXEL_UNPACK_BUFFER, m_Staging);
+    const bool bStaged = Stage(gl, ground);
+    if (!bStaged)
+    {
+        gl.glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
+    }
+    gl.glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, bStaged ? 0 : static_cast<GLint>(m_VerticesX));
+    gl.glActiveTexture(GL_TEXTURE0);
+    gl.glBindTexture(GL_TEXTURE_2D, tile.uHeights);
+    size_t nOffset = 0;
+    for (const SVertexRect& part : m_Parts)
+    {
+        const float* pDirect = ground.pHeights + size_t{part.uMinZ} * m_VerticesX + part.uMinX;
         gl.glTexSubImage2D(GL_TEXTURE_2D,
                            0,
-                           static_cast<GLint>(part.uMinX - tile.uMinX),
-                           static_cast<GLint>(part.uMinZ - tile.uMinZ),
+                           static_cast<GLint>(part.uMinX + 1 - tile.vertices.uMinX),
+                           static_cast<GLint>(part.uMinZ + 1 - tile.vertices.uMinZ),
                            static_cast<GLsizei>(part.uEndX - part.uMinX),
                            static_cast<GLsizei>(part.uEndZ - part.uMinZ),
                            GL_RED,
                            GL_FLOAT,
-                           terrain.GetHeightData() + size_t{part.uMinZ} * m_VerticesX + part.uMinX);
-        uBytes += uint64_t{part.uEndX - part.uMinX} * (part.uEndZ - part.uMinZ) * sizeof(float);
-    }
-    const SVertexRect normals = tile.Intersection(changed.Grown(1, m_VerticesX, m_VerticesZ));
-    // The smaller pictures look at normals of the whole tile.
-    const int16_t* pNormals = terrain.GetNormals(tile);
-    m_bNormals = pNormals != nullptr;
-    if (m_bNormals && !normals.IsEmpty())
-    {
-        const uint32_t uSide = std::max(tile.uEndX - tile.uMinX, tile.uEndZ - tile.uMinZ);
-        gl.glBindTexture(GL_TEXTURE_2D, copies.uNormals);
-        for (uint32_t uLevel = 0; uLevel < CountLevels(uSide); ++uLevel)
-        {
-            uBytes += UploadLevel(gl, pNormals, tile, normals, uLevel);
-        }
+                           bStaged ? GetBufferOffset(nOffset) : pDirect);
+        nOffset += CountVertices(part) * sizeof(float);
     }
     gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
-    return uBytes;
+    gl.glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
 }
 
-// A texel of a smaller picture is the mean of four normals inside its block. They are taken from
-// the terrain itself, so that nothing has to be kept between uploads. One row; returns its end.
-int16_t* CTerrainTiles::TakeMeans(const int16_t* pNormals,
-                                  const SVertexRect& tile,
-                                  uint32_t uRow,
-                                  uint32_t uMinX,
-                                  uint32_t uEndX,
-                                  uint32_t uLevel,
-                                  int16_t* pTexel) const
+// The heights of all parts, one after another. False when the card has no memory for them.
+bool CTerrainTiles::Stage(OpenGl& gl, const SHeightView& ground)
 {
-    const uint32_t uNear = (1U << uLevel) / 4;
-    const uint32_t uFar = (1U << uLevel) * 3 / 4;
-    const uint32_t uTop = tile.uMinZ + (uRow << uLevel);
-    const int16_t* pNear =
-        pNormals + size_t{std::min(uTop + uNear, m_VerticesZ - 1)} * m_VerticesX * 2;
-    const int16_t* pFar =
-        pNormals + size_t{std::min(uTop + uFar, m_VerticesZ - 1)} * m_VerticesX * 2;
-    for (uint32_t x = uMinX; x < uEndX; ++x)
+    size_t nBytes = 0;
+    for (const SVertexRect& part : m_Parts)
     {
-        const uint32_t uLeft = tile.uMinX + (x << uLevel);
-        const size_t nNear = size_t{std::min(uLeft + uNear, m_VerticesX - 1)} * 2;
-        const size_t nFar = size_t{std::min(uLeft + uFar, m_VerticesX - 1)} * 2;
-        for (size_t i = 0; i < 2; ++i)
+        nBytes += CountVertices(part) * sizeof(float);
+    }
+    const auto iBytes = static_cast<GLsizeiptr>(nBytes);
+    gl.glBufferData(GL_PIXEL_UNPACK_BUFFER, iBytes, nullptr, GL_STREAM_DRAW);
+    auto* pTo = static_cast<float*>(gl.glMapBufferRange(
+        GL_PIXEL_UNPACK_BUFFER, 0, iBytes, GL_MAP_WRITE_BIT | GL_MAP_INVALIDATE_BUFFER_BIT));
+    if (pTo == nullptr)
+    {
+        return false;
+    }
+    for (const SVertexRect& part : m_Parts)
+    {
+        const size_t nWidth = part.uEndX - part.uMinX;
+        for (uint32_t z = part.uMinZ; z < part.uEndZ; ++z)
         {
-            const int iSum = pNear[nNear + i] + pNear[nFar + i] + pFar[nNear + i] + pFar[nFar + i];
-            *pTexel++ = static_cast<int16_t>(iSum / 4);
+            const float* pRow = ground.pHeights + size_t{z} * m_VerticesX + part.uMinX;
+            pTo = std::copy_n(pRow, nWidth, pTo);
         }
     }
-    return pTexel;
+    return gl.glUnmapBuffer(GL_PIXEL_UNPACK_BUFFER) == GL_TRUE;
 }
 
-uint64_t CTerrainTiles::UploadLevel(OpenGl& gl,
-                                    const int16_t* pNormals,
-                                    const SVertexRect& tile,
-                                    const SVertexRect& changed,
-                                    uint32_t uLevel)
+void CTerrainTiles::DrawNormals(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile)
 {
-    const uint32_t uWidth = std::max(1U, (tile.uEndX - tile.uMinX) >> uLevel);
-    const uint32_t uDepth = std::max(1U, (tile.uEndZ - tile.uMinZ) >> uLevel);
-    const uint32_t uMinX = std::min((changed.uMinX - tile.uMinX) >> uLevel, uWidth - 1);
-    const uint32_t uMinZ = std::min((changed.uMinZ - tile.uMinZ) >> uLevel, uDepth - 1);
-    const uint32_t uEndX = std::min(((changed.uEndX - 1 - tile.uMinX) >> uLevel) + 1, uWidth);
-    const uint32_t uEndZ = std::min(((changed.uEndZ - 1 - tile.uMinZ) >> uLevel) + 1, uDepth);
-    const int16_t* pSource =
-        pNormals + (size_t{tile.uMinZ + uMinZ} * m_VerticesX + tile.uMinX + uMinX) * 2;
-    const size_t nTexels = size_t{uEndX - uMinX} * (uEndZ - uMinZ);
-    gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, uLevel == 0 ? static_cast<GLint>(m_VerticesX) : 0);
-    if (uLevel > 0)
+    if (!m_bNormals)
     {
-        m_Scratch.resize(nTexels * 2);
-        int16_t* pTexel = m_Scratch.data();
-        for (uint32_t z = uMinZ; z < uEndZ; ++z)
-        {
-            pTexel = TakeMeans(pNormals, tile, z, uMinX, uEndX, uLevel, pTexel);
-        }
-        pSource = m_Scratch.data();
+        return;
     }
-    gl.glTexSubImage2D(GL_TEXTURE_2D,
-                       static_cast<GLint>(uLevel),
-                       static_cast<GLint>(uMinX),
-                       static_cast<GLint>(uMinZ),
-                       static_cast<GLsizei>(uEndX - uMinX),
-                       static_cast<GLsizei>(uEndZ - uMinZ),
-                       GL_RG,
-                       GL_SHORT,
-                       pSource);
-    return nTexels * 2 * sizeof(int16_t);
+    for (SVertexRect& part : m_Parts)
+    {
+        part = part.Grown(1, m_VerticesX, m_VerticesZ).Intersection(tile.vertices);
+    }
+    std::erase_if(m_Parts, [](const SVertexRect& part) { return part.IsEmpty(); });
+    m_Pass.Draw(
+        gl, tile, {m_VerticesX - 1, m_VerticesZ - 1, ground.fStepX, ground.fStepZ}, m_Parts);
 }
 
 void CTerrainTiles::Bind(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ) const
 {
-    const STile& tile = GetTile(uTileX, uTileZ);
+    const SNormalTile& tile = m_Tiles[size_t{uTileZ} * m_CountX + uTileX];
     gl.glActiveTexture(GL_TEXTURE1);
     gl.glBindTexture(GL_TEXTURE_2D, tile.uNormals);
     gl.glActiveTexture(GL_TEXTURE0);

@@ -36,8 +36,8 @@ struct SRenderSettings
     // LEAST_QUALITY..1, lower draws coarser: the view lowers it when frames take long.
     float fQuality = 1.0F;
 
-    // A frame brings in no further tile of a terrain once it has sent so many bytes. Whoever lowers
-    // this draws again until the statistics say that all of it is there.
+    // A frame sends about so many bytes of a terrain that comes in or has changed, no more. Whoever
+    // lowers this draws again until the statistics say that all of it is there.
     uint64_t uMostNewBytes = UINT64_MAX;
 
     // The terrain-type bitmap, stretched over the whole terrain; null: none. Borrowed for the call.

@@ -10,6 +10,7 @@ uniform sampler2D uMask;
 uniform sampler2D uPreview;
 uniform ivec2 uTile;
 uniform vec2 uTileSize; // texels of the normals
+uniform float uTexels;  // of the normals, from a vertex to the next
 uniform vec3 uSize;     // of the terrain
 uniform vec3 uSun;      // towards it
 uniform float uAmbient;
@@ -115,7 +116,9 @@ void main()
     }
     else
     {
-        vec2 across = texture(uNormals, (vGrid - vec2(uTile) + 0.5) / uTileSize).rg;
+        // 0 is -32767, 65534 is 32767.
+        vec2 at = ((vGrid - vec2(uTile)) * uTexels + 0.5) / uTileSize;
+        vec2 across = texture(uNormals, at).rg * (65535.0 / 32767.0) - 1.0;
         normal = vec3(across.x, sqrt(max(1.0 - dot(across, across), 0.0)), across.y);
     }
     vec3 color = GetGround(normal);

@@ -5,8 +5,9 @@
 layout(location = 0) in vec2 aCorner;  // 0 to 16
 layout(location = 1) in ivec4 aPatch;  // first column, first row, stride, levels to the neighbours
 
-uniform sampler2D uHeights;
+uniform sampler2D uHeights; // with one vertex more on every side
 uniform ivec2 uTile;  // first vertex of the texture
+uniform int uCoarse;  // the texture has every 2^n-th vertex
 uniform ivec2 uLast;  // last vertex of the terrain
 uniform vec2 uCell;   // terrain units
 uniform mat4 uMatrix;
@@ -15,9 +16,11 @@ out vec3 vPosition;
 out vec2 vGrid;   // vertices from the terrain's corner
 out vec2 vCorner; // squares from the patch's corner
 
-int Snap(int iAlong, int iLevels)
+// Counted from the terrain's corner: beside coarse ground the next vertex may lie outside the patch.
+int Snap(int iAlong, int iFirst, int iLevels)
 {
-    return iAlong & ~((1 << iLevels) - 1);
+    int iFrom = iFirst / aPatch.z;
+    return ((iFrom + iAlong) & ~((1 << iLevels) - 1)) - iFrom;
 }
 
 void main()
@@ -26,22 +29,24 @@ void main()
     int iNeighbours = aPatch.w;
     if (corner.x == 0)
     {
-        corner.y = Snap(corner.y, iNeighbours & 15);
+        corner.y = Snap(corner.y, aPatch.y, iNeighbours & 15);
     }
     else if (corner.x == 16)
     {
-        corner.y = Snap(corner.y, (iNeighbours >> 4) & 15);
+        corner.y = Snap(corner.y, aPatch.y, (iNeighbours >> 4) & 15);
     }
     if (corner.y == 0)
     {
-        corner.x = Snap(corner.x, (iNeighbours >> 8) & 15);
+        corner.x = Snap(corner.x, aPatch.x, (iNeighbours >> 8) & 15);
     }
     else if (corner.y == 16)
     {
-        corner.x = Snap(corner.x, (iNeighbours >> 12) & 15);
+        corner.x = Snap(corner.x, aPatch.x, (iNeighbours >> 12) & 15);
     }
     ivec2 vertex = min(aPatch.xy + corner * aPatch.z, uLast);
-    float fHeight = texelFetch(uHeights, vertex - uTile, 0).r;
+    // The last vertex of the terrain may not be one of the 2^n-th; it comes after them.
+    ivec2 texel = (vertex - uTile + (1 << uCoarse) - 1) >> uCoarse;
+    float fHeight = texelFetch(uHeights, texel + 1, 0).r;
     vPosition = vec3(float(vertex.x) * uCell.x, fHeight, float(vertex.y) * uCell.y);
     vGrid = vec2(vertex);
     vCorner = vec2(corner);

@@ -22,6 +22,21 @@ float GetFlat(float /*fX*/, float /*fZ*/)
     return 50.0F;
 }
 
+constexpr SColor SKY = {1.0F, 0.0F, 1.0F, 1.0F}; // that no ground has
+
+int CountSky(const QImage& picture)
+{
+    int nSky = 0;
+    for (int y = 0; y < picture.height(); ++y)
+    {
+        for (int x = 0; x < picture.width(); ++x)
+        {
+            nSky += picture.pixel(x, y) == 0xFFFF00FF ? 1 : 0;
+        }
+    }
+    return nSky;
+}
+
 class CTerrainRendererTest : public CRenderFixture
 {
 protected:
@@ -105,7 +120,7 @@ TEST_F(CTerrainRendererTest, AnEditUploadsItsRegionAndShowsAsInAFreshPicture)
     const auto pRenderer = MakeRenderer(64); // 16 tiles, the last ones narrower
     const SViewProjection view = LookDown();
     const QImage before = Draw(view, pRenderer.get());
-    EXPECT_GE(pRenderer->GetStatistics().uUploadedBytes, 201U * 201U * 8U);
+    EXPECT_GE(pRenderer->GetStatistics().uUploadedBytes, 201U * 201U * 4U);
     EXPECT_EQ(CountDifferent(Draw(view, pRenderer.get()), before), 0);
     EXPECT_EQ(pRenderer->GetStatistics().uUploadedBytes, 0U);
 
@@ -118,11 +133,10 @@ TEST_F(CTerrainRendererTest, AnEditUploadsItsRegionAndShowsAsInAFreshPicture)
         const QImage last = Draw(view, pRenderer.get());
         Raise(rect, 40.0F);
         const QImage edited = Draw(view, pRenderer.get());
-        // Heights and normals of what changed, the normals' smaller pictures, and the vertices
-        // that tiles share.
+        // Heights of what changed, and the vertices that tiles share.
         const uint64_t uVertices =
             uint64_t{rect.uEndX - rect.uMinX + 2} * (rect.uEndZ - rect.uMinZ + 2);
-        EXPECT_LE(pRenderer->GetStatistics().uUploadedBytes, uVertices * 8 * 2 + 2000);
+        EXPECT_LE(pRenderer->GetStatistics().uUploadedBytes, uVertices * 4 * 2 + 500);
         EXPECT_GT(pRenderer->GetStatistics().uUploadedBytes, 0U);
         EXPECT_GT(CountDifferent(edited, last), 0);
         const auto pFresh = MakeRenderer(64);
@@ -133,7 +147,7 @@ TEST_F(CTerrainRendererTest, AnEditUploadsItsRegionAndShowsAsInAFreshPicture)
 TEST_F(CTerrainRendererTest, NeighboursOfAnyDetailMeetWithoutGaps)
 {
     MakeTerrain(256, GetRough);
-    m_Settings.skyTop = m_Settings.skyBottom = {1.0F, 0.0F, 1.0F, 1.0F};
+    m_Settings.skyTop = m_Settings.skyBottom = SKY;
     std::mt19937 random(7);
     const auto roll = [&](float fFrom, float fTo)
     {
@@ -157,15 +171,7 @@ TEST_F(CTerrainRendererTest, NeighboursOfAnyDetailMeetWithoutGaps)
         for (CTerrainRenderer* pRenderer : {pWhole.get(), pTiled.get()})
         {
             const QImage picture = Draw(view, pRenderer);
-            int nSky = 0;
-            for (int y = 0; y < HEIGHT; ++y)
-            {
-                for (int x = 0; x < WIDTH; ++x)
-                {
-                    nSky += picture.pixel(x, y) == 0xFFFF00FF ? 1 : 0;
-                }
-            }
-            EXPECT_EQ(nSky, 0) << "picture " << nPictures;
+            EXPECT_EQ(CountSky(picture), 0) << "picture " << nPictures;
         }
     }
     EXPECT_EQ(nPictures, 60);
@@ -189,48 +195,75 @@ TEST_F(CTerrainRendererTest, TilesMakeNoDifference)
     }
 }
 
-TEST_F(CTerrainRendererTest, ALargeTerrainComesInTileByTileForAllItsViews)
+TEST_F(CTerrainRendererTest, ALargeTerrainIsThereAtOnceAndComesInTileByTileForAllItsViews)
 {
-    MakeTerrain(256, GetRough);
+    MakeTerrain(1024, GetRough);
     const SViewProjection view = LookDown();
-    const QImage all = Draw(view, MakeRenderer(64).get());
-    const auto pCopies = std::make_shared<CTerrainCopies>(64);
+    const auto pCopies = std::make_shared<CTerrainCopies>(256);
     CTerrainRenderer first(pCopies);
     CTerrainRenderer second(pCopies);
     std::string strFault;
     ASSERT_TRUE(first.Initialize(strFault) && second.Initialize(strFault)) << strFault;
-    m_Settings.uMostNewBytes = 1; // one tile a frame
+    m_Settings.skyTop = m_Settings.skyBottom = SKY;
+    const QImage all = Draw(view, MakeRenderer(256).get());
+    m_Settings.uMostNewBytes = 100000; // a third of a tile
     int nLast = CountDifferent(Draw(view, &first), all);
     EXPECT_GT(nLast, 0);
-    for (int i = 2; i <= 16; ++i)
+    int nFrames = 1;
+    while (!pCopies->IsComplete() && nFrames < 100)
     {
-        EXPECT_FALSE(pCopies->IsComplete());
-        CTerrainRenderer& renderer = i % 2 == 0 ? second : first;
-        const int nMissing = CountDifferent(Draw(view, &renderer), all);
-        EXPECT_LT(nMissing, nLast);
-        EXPECT_EQ(renderer.GetStatistics().bComplete, i == 16);
-        EXPECT_LT(renderer.GetStatistics().uUploadedBytes, 65U * 65U * 8U * 2U);
+        ++nFrames;
+        CTerrainRenderer& renderer = nFrames % 2 == 0 ? second : first;
+        const QImage picture = Draw(view, &renderer);
+        EXPECT_EQ(CountSky(picture), CountSky(all)) << nFrames;
+        const int nMissing = CountDifferent(picture, all);
+        EXPECT_LE(nMissing, nLast + WIDTH) << "a little where tiles end";
+        EXPECT_LT(renderer.GetStatistics().uUploadedBytes, 300000U);
         nLast = nMissing;
     }
     EXPECT_EQ(nLast, 0);
-    Raise({100, 100, 120, 120}, 30.0F);
+    EXPECT_GT(nFrames, 16);
+    Raise({250, 100, 270, 120}, 30.0F);
     const QImage edited = Draw(view, &first);
     EXPECT_GT(first.GetStatistics().uUploadedBytes, 0U);
     EXPECT_EQ(CountDifferent(Draw(view, &second), edited), 0);
     EXPECT_EQ(second.GetStatistics().uUploadedBytes, 0U);
     // A change of everything shows the old ground until the new one is there.
-    Raise({0, 0, 257, 257}, 5.0F);
-    for (int i = 1; i <= 16; ++i)
-    {
-        Draw(view, &second);
-        EXPECT_EQ(second.GetStatistics().bComplete, i == 16) << i;
-        EXPECT_GT(second.GetStatistics().uTriangles, 0U);
-    }
+    Raise({0, 0, 1025, 1025}, 5.0F);
+    Draw(view, &second);
+    EXPECT_FALSE(second.GetStatistics().bComplete);
+    EXPECT_GT(second.GetStatistics().uTriangles, 0U);
     m_Settings.uMostNewBytes = CTerrainCopies::ALL_BYTES;
     const QImage raised = Draw(view, &second);
-    EXPECT_EQ(CountDifferent(raised, Draw(view, MakeRenderer(64).get())), 0);
+    EXPECT_EQ(CountDifferent(raised, Draw(view, MakeRenderer(256).get())), 0);
     first.Release(); // the other one goes on
     EXPECT_EQ(CountDifferent(Draw(view, &second), raised), 0);
+}
+
+TEST_F(CTerrainRendererTest, GroundThatIsThereMeetsTheCoarseWithoutGapsAndTakesEdits)
+{
+    MakeTerrain(1024, GetRough);
+    m_Settings.skyTop = m_Settings.skyBottom = SKY;
+    m_Settings.uMostNewBytes = 300000;
+    m_Settings.fDetailPixels = 0.5F;
+    std::string strFault;
+    // Over the corner of four tiles: the finest patches beside those of every 32nd vertex.
+    const SViewProjection view = Look({5000.0F, 200.0F, 5050.0F}, 0.8F, -1.2F);
+    ASSERT_TRUE(ShowsOnlyGround(view));
+    CTerrainRenderer renderer(std::make_shared<CTerrainCopies>(512, 32));
+    ASSERT_TRUE(renderer.Initialize(strFault)) << strFault;
+    QImage last = Draw(view, &renderer);
+    for (int i = 0; i < 30 && !renderer.GetStatistics().bComplete; ++i)
+    {
+        Raise({530, 530, 600, 600}, 10.0F);
+        const QImage picture = Draw(view, &renderer);
+        EXPECT_EQ(CountSky(picture), 0) << i;
+        EXPECT_GT(CountDifferent(picture, last), 0) << i;
+        last = picture;
+    }
+    EXPECT_TRUE(renderer.GetStatistics().bComplete);
+    m_Settings.uMostNewBytes = CTerrainCopies::ALL_BYTES;
+    EXPECT_EQ(CountDifferent(last, Draw(view, MakeRenderer(512).get())), 0);
 }
 
 TEST_F(CTerrainRendererTest, QualityBoundsTheTriangles)
