@@ -13,9 +13,9 @@ class IImage;
 // Order of calls, all by the plug-in: SetMaterial, SetBlendFactor and SetTexelToVertexMapping at
 // any time, they last; Begin when the painting mode becomes current; then SetBrush as the cursor
 // moves and Paint for each point of a stroke, which calls ITerrain2DFunction::Apply before it
-// returns; End when the mode is left. Begin again, with other texels, is how undo shows its result.
-// Each call that changes what is seen has the views redrawn by the host. Apply must not call the
-// layer.
+// returns, or ITerrain2DRowFunction::ApplyRow of a function that has that, too; End when the mode
+// is left. Begin again, with other texels, is how undo shows its result. Each call that changes
+// what is seen has the views redrawn by the host. Neither may call the layer.
 
 // Channels of the bitmap: what is shown of it and what painting changes. Texels are four bytes, red
 // first.
@@ -71,8 +71,9 @@ public:
     // on.
     virtual const IImage* GetImage() const = 0;
     // Calls the function, borrowed for the call, for each texel under the box whose weight is above
-    // 0, row by row. fPower is handed on, fHardness (0 to 1) is added to what the shape has.
-    // Nothing without a bitmap, a shape, a terrain or a function.
+    // 0, row by row, or for each row (host/ITerrain2DRowFunction.h). fPower is handed on, fHardness
+    // (0 to 1) is added to what the shape has. Nothing without a bitmap, a shape, a terrain or a
+    // function.
     virtual void
     Paint(const SExtents& box, ITerrain2DFunction* pFunction, float fPower, float fHardness) = 0;
     // Brush outline and shape (its luminance counts, stretched over the box), copied; a null

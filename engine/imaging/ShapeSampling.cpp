@@ -3,6 +3,7 @@
 #include "host/VectorLoop.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 
 namespace
@@ -29,14 +30,23 @@ TELLUR_LOOP_BODY void SampleLoop(const float* pRow,
                                  float* pWeights,
                                  size_t nCount)
 {
+    // Apart, because looking pixels up is not what vectors are quick at.
     for (size_t i = 0; i < nCount; ++i)
     {
         const float fLeft = pColumnWeights[i];
-        const float b = pRow[pColumns[2 * i]] * fLeft + pRow[pColumns[2 * i + 1]] * (1.0F - fLeft);
-        float fHard = b + strength.fHardness;
+        pWeights[i] = pRow[pColumns[2 * i]] * fLeft + pRow[pColumns[2 * i + 1]] * (1.0F - fLeft);
+    }
+    const SShapeStrength s = strength;
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        const float b = pWeights[i];
+        float fHard = b + s.fHardness;
         fHard = fHard < 0.0F ? 0.0F : fHard;
         fHard = fHard > 1.0F ? 1.0F : fHard;
-        pWeights[i] = strength.fPower * (std::fabs(b) >= MIN_SAMPLE ? fHard : b);
+        // A mask of all ones or none, which is the form that compilers turn into vectors.
+        const int32_t iBlack = std::fabs(b) >= MIN_SAMPLE ? 0 : -1;
+        pWeights[i] = s.fPower * std::bit_cast<float>((std::bit_cast<int32_t>(b) & iBlack) |
+                                                      (std::bit_cast<int32_t>(fHard) & ~iBlack));
     }
 }
 

@@ -3,6 +3,7 @@
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CTexture.h"
 #include "engine/world/CWorld.h"
+#include "host/ITerrain2DRowFunction.h"
 #include "host/Image.h"
 #include "host/Log.h"
 
@@ -38,6 +39,23 @@ STexelRange FindDifference(const uint8_t* pOne, const uint8_t* pOther, uint32_t 
         --range.uEnd;
     }
     return range;
+}
+
+bool ApplyToEach(ITerrain2DFunction& function,
+                 uint8_t* pTexels,
+                 const float* pWeights,
+                 size_t nCount,
+                 float fPower)
+{
+    bool bChanged = false;
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        if (pWeights[i] > 0.0F)
+        {
+            bChanged |= function.Apply(pTexels + i * PAINT_TEXEL_BYTES, pWeights[i], fPower, 0);
+        }
+    }
+    return bChanged;
 }
 
 } // namespace
@@ -120,11 +138,21 @@ void CPaintLayer::Paint(const SExtents& box,
     {
         return;
     }
+    auto* pRowFunction = dynamic_cast<ITerrain2DRowFunction*>(pFunction);
+    const size_t nColumns = columns.texels.uEnd - columns.texels.uFirst;
     STexelRect changed;
     for (uint32_t uRow = rows.texels.uFirst; uRow < rows.texels.uEnd; ++uRow)
     {
         const float* pWeights = m_Sampler.SampleRow(uRow, rows, fHardness);
-        if (pWeights != nullptr && PaintRow(uRow, columns, pWeights, *pFunction, fPower))
+        if (pWeights == nullptr)
+        {
+            return; // a box of no depth
+        }
+        uint8_t* pTexels =
+            m_Image->GetRawData() +
+            (size_t{uRow} * columns.nTexels + columns.texels.uFirst) * PAINT_TEXEL_BYTES;
+        if (pRowFunction != nullptr ? pRowFunction->ApplyRow(pTexels, pWeights, nColumns, fPower)
+                                    : ApplyToEach(*pFunction, pTexels, pWeights, nColumns, fPower))
         {
             changed = changed.Union({columns.texels.uFirst, uRow, columns.texels.uEnd, uRow + 1});
         }
@@ -134,28 +162,6 @@ void CPaintLayer::Paint(const SExtents& box,
         m_Regions.Add(changed);
         Tell();
     }
-}
-
-bool CPaintLayer::PaintRow(uint32_t uRow,
-                           const SShapeSide& columns,
-                           const float* pWeights,
-                           ITerrain2DFunction& function,
-                           float fPower)
-{
-    const STexelRange& texels = columns.texels;
-    uint8_t* pTexel = m_Image->GetRawData() +
-                      (size_t{uRow} * columns.nTexels + texels.uFirst) * PAINT_TEXEL_BYTES;
-    bool bChanged = false;
-    for (uint32_t uTexel = texels.uFirst; uTexel < texels.uEnd; ++uTexel)
-    {
-        const float fWeight = *pWeights++;
-        if (fWeight > 0.0F)
-        {
-            bChanged |= function.Apply(pTexel, fWeight, fPower, 0);
-        }
-        pTexel += PAINT_TEXEL_BYTES;
-    }
-    return bChanged;
 }
 
 STexelRect CPaintLayer::GetChangedSince(uint64_t uRevision) const

@@ -71,11 +71,6 @@ public:
 private:
     bool TakeChanges(const IImage& work);
     void SetShape(const IImage* pBrushShape);
-    bool PaintRow(uint32_t uRow,
-                  const SShapeSide& columns,
-                  const float* pWeights,
-                  ITerrain2DFunction& function,
-                  float fPower);
     void Tell();
 
     CWorld& m_World;

@@ -1,6 +1,9 @@
 #include "tellur/painting/CTellur2DFunction.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
 #include <iterator>
 
 void CTellur2DFunction::SetColor(const float* pColor)
@@ -28,4 +31,23 @@ void CTellur2DFunction::UpdateEffective()
         m_Effective[k] = !bAlpha && IsEditable(k) ? m_Color[k] : 0.0F;
     }
     m_Effective[3] = bAlpha ? m_Color[0] : 0.0F;
+}
+
+uint32_t CTellur2DFunction::GetEditableBits() const
+{
+    std::array<uint8_t, PAINT_TEXEL_BYTES> bytes = {};
+    for (size_t k = 0; k < PAINT_TEXEL_BYTES; ++k)
+    {
+        bytes[k] = IsEditable(k) ? 0xFF : 0;
+    }
+    return std::bit_cast<uint32_t>(bytes);
+}
+
+bool CTellur2DFunction::AreNumbersSmall(float fStrength) const
+{
+    constexpr float SMALL = 1000.0F; // what is no number is not
+    return std::fabs(fStrength) <= SMALL &&
+           std::all_of(std::begin(m_Effective),
+                       std::end(m_Effective),
+                       [](float fColor) { return std::fabs(fColor) <= SMALL; });
 }

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "host/IPaintLayer.h"
+#include "host/ITerrain2DRowFunction.h"
 
 // What the functions of a stroke share: the colour that was chosen and what the channel mask leaves
 // of it. Owned by the painting mode.
-class CTellur2DFunction : public ITerrain2DFunction
+class CTellur2DFunction : public ITerrain2DFunction, public ITerrain2DRowFunction
 {
 public:
     // Red, green, blue, alpha, 0 to 1.
@@ -20,6 +21,12 @@ protected:
     // What is painted, 0 to 1. Alpha alone takes its level from the chosen red, since that is the
     // only channel the colour buttons then show.
     float GetEffective(size_t k) const { return m_Effective[k]; }
+
+    // The bytes of a texel in memory that are editable, as a mask.
+    uint32_t GetEditableBits() const;
+
+    // Whether weights of at most 1 lead to no step that an integer could not hold.
+    bool AreNumbersSmall(float fStrength) const;
 
 private:
     static constexpr uint32_t CHANNEL_OF_BYTE[PAINT_TEXEL_BYTES] = {

@@ -3,6 +3,7 @@
 #include "engine/paint/CPaintLayer.h"
 #include "engine/world/CTexture.h"
 #include "engine/world/CWorld.h"
+#include "host/ITerrain2DRowFunction.h"
 #include "host/Image.h"
 #include "tests/support/AllocationCount.h"
 #include "tests/support/CLogCatcher.h"
@@ -53,6 +54,23 @@ public:
     const uint8_t* pFirst = nullptr;
     bool bChanges = true;
     std::vector<SCall> calls;
+};
+
+// The same, called by rows.
+class CRecordingRows final : public CRecordingPaint, public ITerrain2DRowFunction
+{
+public:
+    bool ApplyRow(uint8_t* pTexels, const float* pWeights, size_t nCount, float fStrength) override
+    {
+        rows.push_back(nCount);
+        for (size_t i = 0; i < nCount; ++i)
+        {
+            Apply(pTexels + 4 * i, pWeights[i], fStrength, 0);
+        }
+        return bChanges;
+    }
+
+    std::vector<size_t> rows;
 };
 
 class CPaintLayerTest : public testing::Test
@@ -202,6 +220,23 @@ TEST_F(CPaintLayerTest, OnlyWhatAStrokeReachesCountsAsChanged)
     const auto pOther = MakeImage(3, 8, EImageFormat::Rgba32);
     m_Layer.Begin(pOther.get(), nullptr, 0x1FF);
     EXPECT_EQ(m_Layer.GetChangedSince(m_Layer.GetRevision() - 1), (STexelRect{0, 0, 3, 8}));
+}
+
+TEST_F(CPaintLayerTest, AFunctionOfRowsIsCalledOnceARow)
+{
+    CRecordingRows rows;
+    ASSERT_NO_FATAL_FAILURE(Begin(4, 4, {255, 255, 0, 255}));
+    rows.pFirst = m_Function.pFirst;
+    const uint64_t uSeen = m_Layer.GetRevision();
+    rows.bChanges = false;
+    m_Layer.Paint({{0, 9.0F, 41}, {59, -9.0F, 120}}, &rows, 0.5F, 0.0F);
+    EXPECT_EQ(rows.rows, (std::vector<size_t>{3, 3})) << "centres at 60 and 100";
+    EXPECT_EQ(rows.calls.at(1).nTexel, 5U);
+    EXPECT_EQ(rows.calls.at(1).fStrength, 0.5F);
+    EXPECT_TRUE(m_Layer.GetChangedSince(uSeen).IsEmpty());
+    rows.bChanges = true;
+    m_Layer.Paint({{0, 9.0F, 41}, {59, -9.0F, 120}}, &rows, 0.5F, 0.0F);
+    EXPECT_EQ(m_Layer.GetChangedSince(uSeen), (STexelRect{0, 1, 3, 3}));
 }
 
 TEST_F(CPaintLayerTest, IsShownWhileItPaintsWithAShareOfBlending)

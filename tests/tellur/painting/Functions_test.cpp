@@ -2,12 +2,15 @@
 
 #include "tellur/painting/CTellur2DFunctionMul.h"
 #include "tellur/painting/CTellur2DFunctionSet.h"
+#include "tests/support/CNumbers.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <memory>
+#include <vector>
 
 namespace
 {
@@ -123,6 +126,40 @@ TEST(PaintFunctions, MulScalesEditableChannelsOfFreeColours)
     EXPECT_STREQ(mul.GetName(), "Mul");
     EXPECT_TRUE(mul.IsUsableFor(false));
     EXPECT_FALSE(mul.IsUsableFor(true));
+}
+
+TEST(PaintFunctions, ARowComesToWhatItsTexelsComeTo)
+{
+    constexpr float NONE = std::numeric_limits<float>::quiet_NaN();
+    constexpr float FAR = std::numeric_limits<float>::infinity();
+    CTellur2DFunctionSet set;
+    CTellur2DFunctionMul mul;
+    CNumbers numbers(1);
+    for (int iRound = 0; iRound < 4000; ++iRound)
+    {
+        CTellur2DFunction& function = iRound % 2 == 0 ? static_cast<CTellur2DFunction&>(set) : mul;
+        const float aStrengths[] = {1.0F, 0.37F, -2.5F, 999.0F, 1001.0F, 3.0e9F, -FAR, NONE};
+        const float fStrength = aStrengths[numbers.Int(0, 7)];
+        const float fReach = numbers.Int(0, 9) == 0 ? 1.0e8F : 1.0F; // of colours
+        std::array<float, 4> color;
+        std::generate(color.begin(), color.end(), [&] { return numbers.Float(-fReach, fReach); });
+        function.SetColor(color.data());
+        function.SetChannelMask(static_cast<uint32_t>(numbers.Int(0, 0x7FF)) |
+                                (iRound % 5 ? 1 : 0));
+        std::vector<uint8_t> one(static_cast<size_t>(numbers.Int(0, 21)) * 4);
+        std::generate(one.begin(), one.end(), [&] { return static_cast<uint8_t>(numbers.Next()); });
+        std::vector<uint8_t> row = one;
+        std::vector<float> weights;
+        bool bAny = false;
+        for (size_t i = 0; i < one.size(); i += 4)
+        {
+            const float aWeights[] = {numbers.Float(0.0F, 1.0F), 1.0F, 0.0F, -1.0F, NONE};
+            weights.push_back(aWeights[numbers.Int(0, 4)]);
+            bAny |= weights.back() > 0.0F && function.Apply(&one[i], weights.back(), fStrength, 0);
+        }
+        ASSERT_EQ(function.ApplyRow(row.data(), weights.data(), weights.size(), fStrength), bAny);
+        ASSERT_EQ(row, one) << iRound << " with strength " << fStrength;
+    }
 }
 
 TEST(PaintFunctions, AFreshOnePaintsOpaqueBlack)
