@@ -1,7 +1,7 @@
 #include "editor/view/PatchMeasure.h"
 
 #include "editor/view/CPatchTree.h"
-#include "host/VectorClones.h"
+#include "host/VectorLoop.h"
 
 #include <algorithm>
 #include <cmath>
@@ -90,10 +90,7 @@ inline __attribute__((always_inline)) void MeasureStepsOf(
     }
 }
 
-} // namespace
-
-TELLUR_VECTOR_CLONES
-void MeasureRanges(
+TELLUR_LOOP_BODY void MeasureRangesBody(
     const float* pHeights, size_t nPitch, uint32_t uRows, uint32_t uPatches, SPatchBounds* pBounds)
 {
     const uint32_t uWidth = uPatches * SIDE + 1;
@@ -125,8 +122,7 @@ void MeasureRanges(
     }
 }
 
-TELLUR_VECTOR_CLONES
-void MeasureSteps(
+TELLUR_LOOP_BODY void MeasureStepsBody(
     const float* pHeights, size_t nPitch, uint32_t uHalf, uint32_t uPatches, float* pErrors)
 {
     switch (uHalf)
@@ -138,4 +134,18 @@ void MeasureSteps(
     default:
         return MeasureStepsOf<0>(pHeights, nPitch, uHalf, uPatches, pErrors);
     }
+}
+
+} // namespace
+
+void MeasureRanges(
+    const float* pHeights, size_t nPitch, uint32_t uRows, uint32_t uPatches, SPatchBounds* pBounds)
+{
+    CVectorLoop<MeasureRangesBody>::Run(pHeights, nPitch, uRows, uPatches, pBounds);
+}
+
+void MeasureSteps(
+    const float* pHeights, size_t nPitch, uint32_t uHalf, uint32_t uPatches, float* pErrors)
+{
+    CVectorLoop<MeasureStepsBody>::Run(pHeights, nPitch, uHalf, uPatches, pErrors);
 }
