@@ -3,6 +3,7 @@
 
 option(TELLUR_TESTS "Build the tests" ON)
 option(TELLUR_BENCHMARKS "Build the benchmarks" OFF)
+option(TELLUR_WINDOWS "Build the plug-in with the window system that it opens" ON)
 option(TELLUR_WERROR "Warnings are errors" OFF)
 option(TELLUR_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
 option(TELLUR_COVERAGE "Coverage counters" OFF)
@@ -62,11 +63,19 @@ if(TELLUR_MOLD)
 endif()
 
 # tellur_folder(NAME SOURCES a.cpp … USES target …): the object library of one folder. USES names the
-# folders whose headers it includes.
+# folders whose headers it includes. Where a preset compiles a folder as one source, TELLUR_APART names the
+# sources that stay apart, by their paths.
+set(TELLUR_APART "" CACHE STRING "Sources that stay apart where a folder is compiled as one source")
 function(tellur_folder strName)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES;LIBRARIES" ${ARGN})
     add_library(${strName} OBJECT ${ARG_SOURCES})
     target_link_libraries(${strName} PUBLIC tellur_host ${ARG_LIBRARIES})
+    foreach(strSource IN LISTS ARG_SOURCES)
+        file(RELATIVE_PATH strPath ${CMAKE_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/${strSource})
+        if(strPath IN_LIST TELLUR_APART)
+            set_source_files_properties(${strSource} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+        endif()
+    endforeach()
     foreach(strUsed IN LISTS ARG_USES)
         target_include_directories(
             ${strName} PUBLIC $<TARGET_PROPERTY:${strUsed},INTERFACE_INCLUDE_DIRECTORIES>)
