@@ -257,7 +257,8 @@ void AddCases(benchmark::internal::Benchmark* pRow, std::vector<std::vector<int6
 BENCHMARK(FirstFrame)
     ->ArgsProduct({GetSizes({1025, 4097, 16385})})
     ->Iterations(GetRounds(3))
-    ->Unit(benchmark::kMillisecond);
+    ->Unit(benchmark::kMillisecond)
+    ->MeasureProcessCPUTime();
 BENCHMARK_CAPTURE(BrushStep, Any, false)
     ->Apply(
         [](auto* pRow) {

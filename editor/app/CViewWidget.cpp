@@ -18,7 +18,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace
 {
@@ -123,10 +122,7 @@ void CViewWidget::initializeGL()
         m_Events.onFault(QString::fromStdString(strFault));
         return;
     }
-    const auto* pszRenderer =
-        reinterpret_cast<const char*>(context()->functions()->glGetString(GL_RENDERER));
-    m_bSoftware = pszRenderer != nullptr && (std::strstr(pszRenderer, "llvmpipe") != nullptr ||
-                                             std::strstr(pszRenderer, "softpipe") != nullptr);
+    m_bSoftware = m_Renderer.IsSoftware();
 }
 
 void CViewWidget::paintGL()

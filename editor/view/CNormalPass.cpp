@@ -2,8 +2,6 @@
 
 #include "editor/view/Shaders.h"
 
-#include <algorithm>
-
 namespace
 {
 
@@ -50,21 +48,6 @@ private:
     GLuint m_Frame = 0;
     GLuint m_Arrays = 0; // none in it: the shader knows the corners
 };
-
-// The texels of a level that a part of the tile reaches.
-SVertexRect GetTexels(const SNormalTile& tile, const SVertexRect& part, uint32_t uLevel)
-{
-    const uint32_t uWidth = std::max(1U, (tile.vertices.uEndX - tile.vertices.uMinX) >> uLevel);
-    const uint32_t uDepth = std::max(1U, (tile.vertices.uEndZ - tile.vertices.uMinZ) >> uLevel);
-    const auto clip = [uLevel](uint32_t uVertex, uint32_t uSize)
-    {
-        return std::min(uVertex >> uLevel, uSize - 1);
-    };
-    return {clip(part.uMinX - tile.vertices.uMinX, uWidth),
-            clip(part.uMinZ - tile.vertices.uMinZ, uDepth),
-            clip(part.uEndX - 1 - tile.vertices.uMinX, uWidth) + 1,
-            clip(part.uEndZ - 1 - tile.vertices.uMinZ, uDepth) + 1};
-}
 
 } // namespace
 
@@ -119,7 +102,7 @@ void CNormalPass::Draw(OpenGl& gl,
         const bool bJoint = uLevel >= JOINT_LEVEL;
         for (size_t i = 0; i < (bJoint ? 1 : changed.size()); ++i)
         {
-            const SVertexRect texels = GetTexels(tile, bJoint ? all : changed[i], uLevel);
+            const SVertexRect texels = tile.GetTexels(bJoint ? all : changed[i], uLevel);
             gl.glViewport(static_cast<GLint>(texels.uMinX),
                           static_cast<GLint>(texels.uMinZ),
                           static_cast<GLsizei>(texels.uEndX - texels.uMinX),

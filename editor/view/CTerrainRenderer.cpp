@@ -128,6 +128,7 @@ bool CTerrainRenderer::Initialize(std::string& strFault)
     pGl->glGenVertexArrays(1, &pParts->uNothing);
     pParts->mesh.Make(*pGl);
     pParts->batch.Make(*pGl);
+    m_bSoftware = IsSoftwareRenderer(*pGl);
     m_Parts = std::move(pParts);
     m_Copies->Join();
     return true;
@@ -240,7 +241,7 @@ void CTerrainRenderer::SParts::DrawGround(const CTerrainCopies& copies,
     const float fHaze = view.bOrthographic ? 0.0F : settings.fHaze;
     ground.Set("uHaze", settings.skyBottom.r, settings.skyBottom.g, settings.skyBottom.b, fHaze);
     ground.Set("uHazeDistance", std::max(view.fFar, 1.0F));
-    ground.Set("uFlat", settings.bFlatShading || !copies.GetTiles().HasNormals() ? 1 : 0);
+    ground.Set("uFlat", settings.bFlatShading ? 1 : 0);
     ground.Set("uWire", settings.bWireFrame ? 1 : 0);
     ground.Set("uGrid", settings.bGrid ? 1 : 0);
     SetMaterial(view, terrain, copies.GetTree(), settings);

@@ -39,6 +39,8 @@ public:
     // level, when the card has no room for the terrain; the sky is drawn then.
     bool Render(const SViewProjection& view, CEngineHost& engine, const SRenderSettings& settings);
 
+    bool IsSoftware() const { return m_bSoftware; } // the processor draws; after Initialize
+
     const SRenderStatistics& GetStatistics() const { return m_Statistics; } // of the last frame
 
 private:
@@ -47,4 +49,5 @@ private:
     SRenderStatistics m_Statistics;
     std::shared_ptr<CTerrainCopies> m_Copies;
     std::unique_ptr<SParts> m_Parts; // null outside Initialize and Release
+    bool m_bSoftware = false;
 };

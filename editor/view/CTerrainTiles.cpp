@@ -1,7 +1,6 @@
 #include "editor/view/CTerrainTiles.h"
 
 #include "engine/terrain/CNormalField.h"
-#include "host/Log.h"
 
 #include <algorithm>
 #include <bit>
@@ -34,7 +33,10 @@ void SetFilter(OpenGl& gl, GLint iSmaller, GLint iLarger)
 
 } // namespace
 
-void CTerrainTiles::Reset(OpenGl& gl, const SHeightView& ground, uint32_t uTileCells)
+void CTerrainTiles::Reset(OpenGl& gl,
+                          const SHeightView& ground,
+                          uint32_t uTileCells,
+                          ENormalMaker eMaker)
 {
     Release(gl);
     m_TileCells = uTileCells;
@@ -42,13 +44,11 @@ void CTerrainTiles::Reset(OpenGl& gl, const SHeightView& ground, uint32_t uTileC
     m_VerticesZ = ground.uSizeZ;
     m_CountX = CountTiles(m_VerticesX, uTileCells);
     m_Tiles.resize(size_t{m_CountX} * CountTiles(m_VerticesZ, uTileCells));
-    std::string strFault;
-    m_bPass = m_Pass.Make(gl, strFault);
-    m_bNormals = m_bPass;
-    if (!m_bPass)
-    {
-        CrashLog("[CTerrainTiles::Reset] %s; the ground is drawn in facets\n", strFault.c_str());
-    }
+    const bool bWanted =
+        eMaker == ENormalMaker::Card || (eMaker == ENormalMaker::Best && !IsSoftwareRenderer(gl));
+    std::string strFault; // the processor can do it
+    m_bPass = bWanted && m_Pass.Make(gl, strFault);
+    m_bOnCard = m_bPass;
     gl.glGenBuffers(1, &m_Staging);
 }
 
@@ -73,11 +73,11 @@ bool CTerrainTiles::MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ)
     tile.uLevels = CountLevels(std::max(GetWidth(uTileX), GetDepth(uTileZ)));
     SetFilter(gl, GL_LINEAR_MIPMAP_LINEAR, GL_LINEAR);
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAX_LEVEL, static_cast<GLint>(tile.uLevels) - 1);
-    for (uint32_t uLevel = 0; uLevel < tile.uLevels && m_bNormals; ++uLevel)
+    for (uint32_t uLevel = 0; uLevel < tile.uLevels; ++uLevel)
     {
         gl.glTexImage2D(GL_TEXTURE_2D,
                         static_cast<GLint>(uLevel),
-                        CNormalPass::FORMAT,
+                        SNormalTile::FORMAT,
                         std::max(1, iWidth >> uLevel),
                         std::max(1, iDepth >> uLevel),
                         0,
@@ -86,7 +86,7 @@ bool CTerrainTiles::MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ)
                         nullptr);
     }
     const bool bRoom = gl.glGetError() == GL_NO_ERROR;
-    m_bNormals = m_bNormals && (!bRoom || m_Pass.CanDraw(gl, tile.uNormals));
+    m_bOnCard = m_bOnCard && (!bRoom || m_Pass.CanDraw(gl, tile.uNormals));
     return bRoom;
 }
 
@@ -146,7 +146,12 @@ uint64_t CTerrainTiles::Upload(OpenGl& gl,
     if (!m_Parts.empty())
     {
         SendHeights(gl, ground, tile);
-        DrawNormals(gl, ground, tile);
+        for (SVertexRect& part : m_Parts)
+        {
+            part = part.Grown(1, m_VerticesX, m_VerticesZ).Intersection(tile.vertices);
+        }
+        std::erase_if(m_Parts, [](const SVertexRect& part) { return part.IsEmpty(); });
+        uBytes += MakeNormals(gl, ground, tile);
     }
     return uBytes;
 }
@@ -211,19 +216,37 @@ bool CTerrainTiles::Stage(OpenGl& gl, const SHeightView& ground)
     return gl.glUnmapBuffer(GL_PIXEL_UNPACK_BUFFER) == GL_TRUE;
 }
 
-void CTerrainTiles::DrawNormals(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile)
+// Those of all parts. Returns the bytes that were sent.
+uint64_t CTerrainTiles::MakeNormals(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile)
 {
-    if (!m_bNormals)
+    if (m_bOnCard)
     {
-        return;
+        m_Pass.Draw(
+            gl, tile, {m_VerticesX - 1, m_VerticesZ - 1, ground.fStepX, ground.fStepZ}, m_Parts);
+        return 0;
     }
-    for (SVertexRect& part : m_Parts)
+    uint64_t uBytes = 0;
+    gl.glActiveTexture(GL_TEXTURE0);
+    gl.glBindTexture(GL_TEXTURE_2D, tile.uNormals);
+    for (const SVertexRect& part : m_Parts)
     {
-        part = part.Grown(1, m_VerticesX, m_VerticesZ).Intersection(tile.vertices);
+        m_Texels.Make(ground, tile, part);
+        for (uint32_t uLevel = 0; uLevel < tile.uLevels; ++uLevel)
+        {
+            const SVertexRect texels = tile.GetTexels(part, uLevel);
+            gl.glTexSubImage2D(GL_TEXTURE_2D,
+                               static_cast<GLint>(uLevel),
+                               static_cast<GLint>(texels.uMinX),
+                               static_cast<GLint>(texels.uMinZ),
+                               static_cast<GLsizei>(texels.uEndX - texels.uMinX),
+                               static_cast<GLsizei>(texels.uEndZ - texels.uMinZ),
+                               GL_RG,
+                               GL_UNSIGNED_SHORT,
+                               m_Texels.Take(uLevel));
+            uBytes += CountVertices(texels) * sizeof(uint32_t);
+        }
     }
-    std::erase_if(m_Parts, [](const SVertexRect& part) { return part.IsEmpty(); });
-    m_Pass.Draw(
-        gl, tile, {m_VerticesX - 1, m_VerticesZ - 1, ground.fStepX, ground.fStepZ}, m_Parts);
+    return uBytes;
 }
 
 void CTerrainTiles::Bind(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ) const

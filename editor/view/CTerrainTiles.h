@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/view/CNormalPass.h"
+#include "editor/view/CNormalTexels.h"
 #include "editor/view/OpenGl.h"
 #include "engine/terrain/SVertexRect.h"
 
@@ -9,16 +10,26 @@
 
 struct SHeightView;
 
-// A terrain's heights as textures of the context, and its normals, which the card makes from them.
-// A terrain may be larger than the largest texture, so it is cut into tiles of so many cells, which
-// share their border vertices. Normals have smaller pictures of themselves for the distance. Owned
-// by whoever draws the terrain.
+// Who makes the normals of a terrain's textures.
+enum class ENormalMaker : uint8_t
+{
+    Best,      // the card, unless it is the processor, too, or cannot
+    Card,      // if it can
+    Processor, // and they are sent
+};
+
+// A terrain's heights as textures of the context, and its normals. A terrain may be larger than the
+// largest texture, so it is cut into tiles of so many cells, which share their border vertices.
+// Normals have smaller pictures of themselves for the distance. Owned by whoever draws the terrain.
 class CTerrainTiles
 {
 public:
     // Another terrain, without textures so far. ground: its sizes and steps, its heights are not
     // looked at. uTileCells: per side.
-    void Reset(OpenGl& gl, const SHeightView& ground, uint32_t uTileCells);
+    void Reset(OpenGl& gl,
+               const SHeightView& ground,
+               uint32_t uTileCells,
+               ENormalMaker eMaker = ENormalMaker::Best);
     void Release(OpenGl& gl);
 
     // The textures of one tile; nothing is in them yet. False when the card has no room.
@@ -43,22 +54,21 @@ public:
 
     uint32_t GetTileCells() const { return m_TileCells; }
 
-    bool HasNormals() const { return m_bNormals; } // else the card cannot make them
-
 private:
     SVertexRect GetVertices(uint32_t uTileX, uint32_t uTileZ) const;
     void SendHeights(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile);
     bool Stage(OpenGl& gl, const SHeightView& ground);
-    void DrawNormals(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile);
+    uint64_t MakeNormals(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile);
 
     std::vector<SNormalTile> m_Tiles;
     std::vector<SVertexRect> m_Parts; // of the tile that is being brought up to date
     CNormalPass m_Pass;
+    CNormalTexels m_Texels;
     GLuint m_Staging = 0; // heights on their way
     uint32_t m_TileCells = 0;
     uint32_t m_VerticesX = 0;
     uint32_t m_VerticesZ = 0;
     uint32_t m_CountX = 0;
-    bool m_bPass = false; // it is made
-    bool m_bNormals = false;
+    bool m_bPass = false;   // it is made
+    bool m_bOnCard = false; // it makes the normals
 };

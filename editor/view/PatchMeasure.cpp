@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -47,36 +48,37 @@ inline __attribute__((always_inline)) void MeasureStepsOf(
     const uint32_t uSquares = uPatches * SIDE;
     float aInside[MOST_SQUARES] = {};   // the worst on an upper border or a diagonal
     float aLeft[MOST_SQUARES + 1] = {}; // on a left border
-    SRow upper;
-    SRow between;
-    SRow lower;
-    ReadRow<HALF>(pHeights, uHalf, uSquares, upper);
+    SRow aRows[3];
+    SRow& between = aRows[0];
+    SRow* pUpper = &aRows[1];
+    SRow* pLower = &aRows[2];
+    ReadRow<HALF>(pHeights, uHalf, uSquares, *pUpper);
     for (uint32_t z = 0; z < SIDE; ++z)
     {
         const float* pBetween = pHeights + nPitch * uHalf;
         pHeights = pBetween + nPitch * uHalf;
         ReadRow<HALF>(pBetween, uHalf, uSquares, between);
-        ReadRow<HALF>(pHeights, uHalf, uSquares, lower);
+        ReadRow<HALF>(pHeights, uHalf, uSquares, *pLower);
         for (uint32_t i = 0; i < uSquares; ++i)
         {
-            const float fKept = upper.aKept[i];
-            const float fAcross = fKept + 0.5F * (upper.aKept[i + 1] - fKept);
-            const float fDown = 0.5F * (lower.aKept[i] - fKept);
-            const float fWorst = Worse(aInside[i], upper.aDropped[i], fAcross);
+            const float fKept = pUpper->aKept[i];
+            const float fAcross = fKept + 0.5F * (pUpper->aKept[i + 1] - fKept);
+            const float fDown = 0.5F * (pLower->aKept[i] - fKept);
+            const float fWorst = Worse(aInside[i], pUpper->aDropped[i], fAcross);
             aInside[i] = Worse(fWorst, between.aDropped[i], fAcross + fDown);
             aLeft[i] = Worse(aLeft[i], between.aKept[i], fKept + fDown);
         }
-        const float fKept = upper.aKept[uSquares];
+        const float fKept = pUpper->aKept[uSquares];
         aLeft[uSquares] = Worse(aLeft[uSquares],
                                 between.aKept[uSquares],
-                                fKept + 0.5F * (lower.aKept[uSquares] - fKept));
-        upper = lower;
+                                fKept + 0.5F * (pLower->aKept[uSquares] - fKept));
+        std::swap(pUpper, pLower);
     }
     for (uint32_t i = 0; i < uSquares; ++i)
     {
-        const float fKept = upper.aKept[i];
-        const float fAcross = fKept + 0.5F * (upper.aKept[i + 1] - fKept);
-        aInside[i] = Worse(aInside[i], upper.aDropped[i], fAcross);
+        const float fKept = pUpper->aKept[i];
+        const float fAcross = fKept + 0.5F * (pUpper->aKept[i + 1] - fKept);
+        aInside[i] = Worse(aInside[i], pUpper->aDropped[i], fAcross);
     }
     for (uint32_t n = 0; n < uPatches; ++n)
     {
