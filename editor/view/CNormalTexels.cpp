@@ -1,7 +1,7 @@
 #include "editor/view/CNormalTexels.h"
 
 #include "engine/terrain/CNormalField.h"
-#include "host/VectorClones.h"
+#include "host/VectorLoop.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,7 +12,7 @@ namespace
 // Up to this level texels are taken from the normals of a block; what is left is a hundredth.
 constexpr uint32_t BLOCK_LEVEL = 3;
 
-uint32_t Pack(float fComponent)
+inline uint32_t Pack(float fComponent)
 {
     constexpr float MOST = 2.0F * SNormalTile::SCALE;
     const float fPlace = fComponent * SNormalTile::SCALE + (SNormalTile::SCALE + 0.5F);
@@ -20,7 +20,7 @@ uint32_t Pack(float fComponent)
     return static_cast<uint32_t>(static_cast<int32_t>(fLow < MOST ? fLow : MOST));
 }
 
-uint32_t PackNormal(float fSlopeX, float fSlopeZ)
+inline uint32_t PackNormal(float fSlopeX, float fSlopeZ)
 {
     const float fScale = -1.0F / std::sqrt(1.0F + fSlopeX * fSlopeX + fSlopeZ * fSlopeZ);
     return Pack(fSlopeX * fScale) | Pack(fSlopeZ * fScale) << 16U;
@@ -53,9 +53,8 @@ uint32_t MakeNormal(const SHeightView& ground, uint32_t uX, uint32_t uZ)
 }
 
 // Vertices of a row [uMinX, uEndX), none of them the first or the last one.
-TELLUR_VECTOR_CLONES
-void MakeRow(
-    const SHeightView& ground, uint32_t uZ, uint32_t uMinX, uint32_t uEndX, uint32_t* pNormals)
+TELLUR_LOOP_BODY void
+MakeRow(const SHeightView& ground, uint32_t uZ, uint32_t uMinX, uint32_t uEndX, uint32_t* pNormals)
 {
     const SSide z(uZ, ground.uSizeZ, ground.fStepZ);
     const float* pRow = ground.pHeights + size_t{uZ} * ground.uSizeX;
@@ -106,7 +105,7 @@ void CNormalTexels::Make(const SHeightView& ground,
     for (uint32_t z = m_Block.uMinZ; z < m_Block.uEndZ; ++z)
     {
         uint32_t* pRow = m_Normals.data() + (z - m_Block.uMinZ) * nWidth;
-        MakeRow(ground, z, uMinX, uEndX, pRow + (uMinX - m_Block.uMinX));
+        CVectorLoop<MakeRow>::Run(ground, z, uMinX, uEndX, pRow + (uMinX - m_Block.uMinX));
         if (m_Block.uMinX == 0)
         {
             pRow[0] = MakeNormal(ground, 0, z);

@@ -23,6 +23,9 @@ size_t CountVertices(const SVertexRect& rect)
     return size_t{rect.uEndX - rect.uMinX} * (rect.uEndZ - rect.uMinZ);
 }
 
+// Several frames of a large brush; the rest of what goes through is a terrain that comes in.
+constexpr size_t STAGING_BYTES = size_t{8} << 20;
+
 void SetFilter(OpenGl& gl, GLint iSmaller, GLint iLarger)
 {
     gl.glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, iSmaller);
@@ -50,6 +53,7 @@ void CTerrainTiles::Reset(OpenGl& gl,
     m_bPass = bWanted && m_Pass.Make(gl, strFault);
     m_bOnCard = m_bPass;
     gl.glGenBuffers(1, &m_Staging);
+    m_StagingUsed = STAGING_BYTES; // it has no memory yet
 }
 
 bool CTerrainTiles::MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ)
@@ -156,64 +160,68 @@ uint64_t CTerrainTiles::Upload(OpenGl& gl,
     return uBytes;
 }
 
-// From a buffer whose old content the card may still read: the driver gives new memory for it.
 void CTerrainTiles::SendHeights(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile)
 {
-    gl.glBindBuffer(GL_PIXEL_UNPACK_BUFFER, m_Staging);
-    const bool bStaged = Stage(gl, ground);
-    if (!bStaged)
-    {
-        gl.glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
-    }
     gl.glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, bStaged ? 0 : static_cast<GLint>(m_VerticesX));
     gl.glActiveTexture(GL_TEXTURE0);
     gl.glBindTexture(GL_TEXTURE_2D, tile.uHeights);
-    size_t nOffset = 0;
     for (const SVertexRect& part : m_Parts)
     {
-        const float* pDirect = ground.pHeights + size_t{part.uMinZ} * m_VerticesX + part.uMinX;
-        gl.glTexSubImage2D(GL_TEXTURE_2D,
-                           0,
-                           static_cast<GLint>(part.uMinX + 1 - tile.vertices.uMinX),
-                           static_cast<GLint>(part.uMinZ + 1 - tile.vertices.uMinZ),
-                           static_cast<GLsizei>(part.uEndX - part.uMinX),
-                           static_cast<GLsizei>(part.uEndZ - part.uMinZ),
-                           GL_RED,
-                           GL_FLOAT,
-                           bStaged ? GetBufferOffset(nOffset) : pDirect);
-        nOffset += CountVertices(part) * sizeof(float);
+        const size_t nRowBytes = size_t{part.uEndX - part.uMinX} * sizeof(float);
+        const auto uRows = static_cast<uint32_t>(STAGING_BYTES / nRowBytes);
+        for (SVertexRect band = part; band.uMinZ < part.uEndZ; band.uMinZ = band.uEndZ)
+        {
+            band.uEndZ = std::min(band.uMinZ + uRows, part.uEndZ);
+            gl.glBindBuffer(GL_PIXEL_UNPACK_BUFFER, m_Staging);
+            const void* pPlace = Stage(gl, ground, band);
+            gl.glTexSubImage2D(GL_TEXTURE_2D,
+                               0,
+                               static_cast<GLint>(band.uMinX + 1 - tile.vertices.uMinX),
+                               static_cast<GLint>(band.uMinZ + 1 - tile.vertices.uMinZ),
+                               static_cast<GLsizei>(band.uEndX - band.uMinX),
+                               static_cast<GLsizei>(band.uEndZ - band.uMinZ),
+                               GL_RED,
+                               GL_FLOAT,
+                               pPlace);
+        }
     }
     gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     gl.glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
 }
 
-// The heights of all parts, one after another. False when the card has no memory for them.
-bool CTerrainTiles::Stage(OpenGl& gl, const SHeightView& ground)
+// Copies heights to where the card reads nothing: behind what was sent before, or into new memory
+// that the driver gives for the buffer while the card still reads the old one. Returns their place
+// in the buffer; without memory the heights themselves, with no buffer bound.
+const void* CTerrainTiles::Stage(OpenGl& gl, const SHeightView& ground, const SVertexRect& band)
 {
-    size_t nBytes = 0;
-    for (const SVertexRect& part : m_Parts)
+    const size_t nWidth = band.uEndX - band.uMinX;
+    const size_t nBytes = CountVertices(band) * sizeof(float);
+    if (m_StagingUsed + nBytes > STAGING_BYTES)
     {
-        nBytes += CountVertices(part) * sizeof(float);
+        gl.glBufferData(GL_PIXEL_UNPACK_BUFFER, STAGING_BYTES, nullptr, GL_STREAM_DRAW);
+        m_StagingUsed = 0;
     }
-    const auto iBytes = static_cast<GLsizeiptr>(nBytes);
-    gl.glBufferData(GL_PIXEL_UNPACK_BUFFER, iBytes, nullptr, GL_STREAM_DRAW);
+    const float* pFirst = ground.pHeights + size_t{band.uMinZ} * m_VerticesX + band.uMinX;
     auto* pTo = static_cast<float*>(gl.glMapBufferRange(
-        GL_PIXEL_UNPACK_BUFFER, 0, iBytes, GL_MAP_WRITE_BIT | GL_MAP_INVALIDATE_BUFFER_BIT));
-    if (pTo == nullptr)
+        GL_PIXEL_UNPACK_BUFFER,
+        static_cast<GLintptr>(m_StagingUsed),
+        static_cast<GLsizeiptr>(nBytes),
+        GL_MAP_WRITE_BIT | GL_MAP_INVALIDATE_RANGE_BIT | GL_MAP_UNSYNCHRONIZED_BIT));
+    for (uint32_t z = band.uMinZ; pTo != nullptr && z < band.uEndZ; ++z)
     {
-        return false;
+        const size_t nRow = size_t{z - band.uMinZ} * m_VerticesX;
+        std::copy_n(pFirst + nRow, nWidth, pTo + (z - band.uMinZ) * nWidth);
     }
-    for (const SVertexRect& part : m_Parts)
+    if (pTo == nullptr || gl.glUnmapBuffer(GL_PIXEL_UNPACK_BUFFER) != GL_TRUE)
     {
-        const size_t nWidth = part.uEndX - part.uMinX;
-        for (uint32_t z = part.uMinZ; z < part.uEndZ; ++z)
-        {
-            const float* pRow = ground.pHeights + size_t{z} * m_VerticesX + part.uMinX;
-            pTo = std::copy_n(pRow, nWidth, pTo);
-        }
+        gl.glBindBuffer(GL_PIXEL_UNPACK_BUFFER, 0);
+        gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, static_cast<GLint>(m_VerticesX));
+        return pFirst;
     }
-    return gl.glUnmapBuffer(GL_PIXEL_UNPACK_BUFFER) == GL_TRUE;
+    gl.glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    const void* pPlace = GetBufferOffset(m_StagingUsed);
+    m_StagingUsed += nBytes;
+    return pPlace;
 }
 
 // Those of all parts. Returns the bytes that were sent.

@@ -57,14 +57,15 @@ public:
 private:
     SVertexRect GetVertices(uint32_t uTileX, uint32_t uTileZ) const;
     void SendHeights(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile);
-    bool Stage(OpenGl& gl, const SHeightView& ground);
+    const void* Stage(OpenGl& gl, const SHeightView& ground, const SVertexRect& band);
     uint64_t MakeNormals(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile);
 
     std::vector<SNormalTile> m_Tiles;
     std::vector<SVertexRect> m_Parts; // of the tile that is being brought up to date
     CNormalPass m_Pass;
     CNormalTexels m_Texels;
-    GLuint m_Staging = 0; // heights on their way
+    GLuint m_Staging = 0;     // heights on their way
+    size_t m_StagingUsed = 0; // bytes from its beginning on, which the card may still read
     uint32_t m_TileCells = 0;
     uint32_t m_VerticesX = 0;
     uint32_t m_VerticesZ = 0;
