@@ -60,13 +60,6 @@ private:
     CTellur2DFunctionSet m_Set;
 };
 
-void Report(benchmark::State& state, const CRatio& ratio)
-{
-    state.counters["plain_ms"] = ratio.GetYardstick() * 1e3;
-    state.counters["paint_ms"] = ratio.GetTool() * 1e3;
-    state.counters["ratio"] = ratio.GetRatio();
-}
-
 // Every byte moves towards a value by a share: what is left of painting where weights, channels and
 // colours are given.
 TELLUR_LOOP_BODY void MoveBytes(uint8_t* pBytes, size_t nCount)
@@ -101,7 +94,7 @@ void PaintPoint(benchmark::State& state)
             });
         ratio.Add(fTool, fPlain);
     }
-    Report(state, ratio);
+    ratio.Report(state);
 }
 
 // The end of a stroke of so many points: which texels changed, and keeping them. The yardstick
@@ -141,7 +134,7 @@ void PaintUndoEntry(benchmark::State& state)
             });
         ratio.Add(fTool, fPlain);
     }
-    Report(state, ratio);
+    ratio.Report(state);
 }
 
 BENCHMARK(PaintPoint)->Iterations(GetRounds(200))->Unit(benchmark::kMillisecond);

@@ -59,13 +59,6 @@ private:
     std::unique_ptr<CFormView> m_View;
 };
 
-void Report(benchmark::State& state, const CRatio& ratio)
-{
-    state.counters["frame_ms"] = ratio.GetYardstick() * 1e3;
-    state.counters["panel_ms"] = ratio.GetTool() * 1e3;
-    state.counters["ratio"] = ratio.GetRatio();
-}
-
 // A brush-size key that is held down.
 void PanelBrushSize(benchmark::State& state)
 {
@@ -86,7 +79,7 @@ void PanelBrushSize(benchmark::State& state)
                       }),
                   FRAME_SECONDS);
     }
-    Report(state, ratio);
+    ratio.Report(state);
 }
 
 // A press that picks the height under the cursor, which the property grid shows.
@@ -110,7 +103,7 @@ void PanelPickedHeight(benchmark::State& state)
                   FRAME_SECONDS);
         bench.Release(fX, fX);
     }
-    Report(state, ratio);
+    ratio.Report(state);
 }
 
 BENCHMARK(PanelBrushSize)->Iterations(GetRounds(300))->Unit(benchmark::kMillisecond);

@@ -248,6 +248,7 @@ void UndoFrame(benchmark::State& state)
 void AddCases(benchmark::internal::Benchmark* pRow, std::vector<std::vector<int64_t>> cases)
 {
     cases.resize(IsQuick() ? 1 : cases.size());
+    pRow->ArgNames({"terrain", "footprint"});
     for (const std::vector<int64_t>& arguments : cases)
     {
         pRow->Args(arguments);
@@ -256,6 +257,7 @@ void AddCases(benchmark::internal::Benchmark* pRow, std::vector<std::vector<int6
 
 BENCHMARK(FirstFrame)
     ->ArgsProduct({GetSizes({1025, 4097, 16385})})
+    ->ArgName("terrain")
     ->Iterations(GetRounds(3))
     ->Unit(benchmark::kMillisecond)
     ->MeasureProcessCPUTime();

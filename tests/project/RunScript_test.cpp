@@ -135,21 +135,32 @@ TEST_F(Scripts, BuildConfiguresWheneverTheFolderIsNotThePresets)
 TEST_F(Scripts, BenchRunsEveryProgramToItsEndAndFailsWithTheFirstThatFails)
 {
     AddScript("bench");
+    AddScript("cmake/bench-report");
     AddProgram("cmake/install-packages", "[ $1 = bench ]");
     AddProgram("cmake/build", "[ $1 = bench ]");
-    AddProgram("path/xvfb-run", "shift; echo on a display; \"$@\"");
-    const std::string strSay = "echo ${0##*/} ${TELLUR_BENCH_QUICK:-0} \"$*\"";
-    AddProgram("build/release/bin/a_bench", strSay);
-    AddProgram("build/release/bin/view_bench", strSay);
+    AddProgram("path/xvfb-run", "shift; DISPLAY=:1 \"$@\"");
+    // Each measures one row, which says how it was called.
+    const std::string strMeasure =
+        "file=${1#--benchmark_out=}; shift 2; echo noise\n"
+        "echo '{\"benchmarks\": [{\"name\": \"Row/side:2048/iterations:3/manual_time\", "
+        "\"tool_ms\": 0.0312, \"yardstick_ms\": 12.5, \"ratio\": 0.0025, \"real_time\": 1, "
+        "\"time_unit\": \"ms\", \"label\": \"'${TELLUR_BENCH_QUICK:-0} $DISPLAY $*'\"}]}' >$file";
+    AddProgram("build/release/bin/a_bench", strMeasure);
+    AddProgram("build/release/bin/view_bench", strMeasure);
+    AddProgram("build/release/bin/z_bench", "echo Failed to match any benchmarks");
     const SRun whole = Run("./bench --x=y");
     EXPECT_EQ(whole.nExitCode, 0);
-    const std::string strEnd = "a_bench 0 --x=y\non a display\nview_bench 0 --x=y\n";
+    const std::string strEnd = "a                   tool  yardstick  ratio  worst  more\n"
+                               "Row, side 2,048  31.2 µs    12.5 ms   0.00         0 --x=y\n\n"
+                               "view                tool  yardstick  ratio  worst  more\n"
+                               "Row, side 2,048  31.2 µs    12.5 ms   0.00         0 :1 --x=y\n\n";
     EXPECT_TRUE(whole.strOutput.ends_with(strEnd)) << whole.strOutput;
-    AddProgram("build/release/bin/b_bench", "kill -SEGV $$");
+    AddProgram("build/release/bin/b_bench", "echo broken; kill -SEGV $$");
     const SRun quick = Run("./bench --quick");
     EXPECT_NE(quick.nExitCode, 0);
-    EXPECT_NE(quick.strOutput.find("a_bench 1 --bench"), std::string::npos) << quick.strOutput;
-    EXPECT_EQ(quick.strOutput.find("view_bench"), std::string::npos) << quick.strOutput;
+    EXPECT_NE(quick.strOutput.find(" 1 --bench"), std::string::npos) << quick.strOutput;
+    EXPECT_NE(quick.strOutput.find("broken"), std::string::npos) << quick.strOutput;
+    EXPECT_EQ(quick.strOutput.find("view "), std::string::npos) << quick.strOutput;
 }
 
 } // namespace
