@@ -261,9 +261,18 @@ void Circle(benchmark::State& state, bool bRelease)
 
 void AddSizes(benchmark::internal::Benchmark* pBenchmark, int64_t iRounds)
 {
-    pBenchmark->ArgsProduct({GetSizes({64, 128, 256, 512, 1024}), GetSizes({4097})})
+    pBenchmark->ArgsProduct({GetSizes({32, 64, 128, 256, 512, 1024, 2048}), GetSizes({4097})})
         ->ArgNames({"footprint", "terrain"})
         ->Iterations(GetRounds(iRounds))
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
+}
+
+void AddTerrains(benchmark::internal::Benchmark* pBenchmark)
+{
+    pBenchmark->ArgsProduct({GetSizes({256}), GetSizes({513, 1025, 2049, 8193, 16385})})
+        ->ArgNames({"footprint", "terrain"})
+        ->Iterations(GetRounds(30))
         ->UseManualTime()
         ->Unit(benchmark::kMillisecond);
 }
@@ -292,6 +301,8 @@ BENCHMARK_CAPTURE(OperationPoint, Posterize, "PosterizeFunction", false)
     ->Apply([](auto* p) { AddSizes(p, 60); });
 BENCHMARK_CAPTURE(OperationPoint, FirstOfAStroke, "RelativeHeightFunction", true)
     ->Apply([](auto* p) { AddSizes(p, 30); });
+BENCHMARK_CAPTURE(OperationPoint, RelativeHeight, "RelativeHeightFunction", false)
+    ->Apply(AddTerrains);
 BENCHMARK(BlurPoint)
     ->ArgsProduct({GetSizes({2, 16, 128})})
     ->ArgName("steps")
