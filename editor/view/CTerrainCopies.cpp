@@ -89,17 +89,12 @@ bool CTerrainCopies::Follow(
         }
         m_bPending = m_bPending || (tile.bThere && !tile.pending.empty());
     }
-    while (m_Missing > 0 && uSent < uEnd && !m_bNoRoom)
+    const bool bFirst = uSent < uEnd && BringInCoarse(gl, terrain, uEnd - uSent, uSent);
+    while (m_Missing > 0 && uSent < uEnd && !m_bNoRoom && !bFirst)
     {
         STileState& tile = *FindNearestMissing(terrain, eye);
         Begin(gl, tile);
         uSent += m_bNoRoom ? 0 : BringIn(gl, terrain, tile, uEnd - uSent);
-    }
-    if (m_Missing > 0 && !m_bNoRoom && !m_Coarse.IsMade() &&
-        m_Coarse.Make(gl, terrain.GetView(), m_TileCells, m_CoarseCells))
-    {
-        m_Changed = {{0, 0, m_VerticesX, m_VerticesZ}};
-        uSent += FollowCoarse(gl, terrain);
     }
     if (m_Missing == 0)
     {
@@ -110,6 +105,24 @@ bool CTerrainCopies::Follow(
         LetOthersSee(gl);
     }
     return !m_bNoRoom;
+}
+
+// The whole ground at once, where the terrain will not be there with this frame. True when it was
+// made: that is enough for the first frame.
+bool CTerrainCopies::BringInCoarse(OpenGl& gl,
+                                   const CTerrain& terrain,
+                                   uint64_t uMostBytes,
+                                   uint64_t& uSent)
+{
+    const uint64_t uAll = uint64_t{m_VerticesX} * m_VerticesZ * sizeof(float);
+    if (m_Missing == 0 || uAll <= uMostBytes || m_Coarse.IsMade() ||
+        !m_Coarse.Make(gl, terrain.GetView(), m_TileCells, m_CoarseCells))
+    {
+        return false;
+    }
+    m_Changed = {{0, 0, m_VerticesX, m_VerticesZ}};
+    uSent += FollowCoarse(gl, terrain);
+    return true;
 }
 
 // Contexts of other views take from the textures what was sent before this.

@@ -67,6 +67,7 @@ private:
     uint64_t BringIn(OpenGl& gl, const CTerrain& terrain, STileState& tile, uint64_t uMostBytes);
     void TakePending(STileState& tile, uint64_t uMostBytes);
     void Complete(const CTerrain& terrain, STileState& tile);
+    bool BringInCoarse(OpenGl& gl, const CTerrain& terrain, uint64_t uMostBytes, uint64_t& uSent);
     uint64_t FollowCoarse(OpenGl& gl, const CTerrain& terrain);
     STileState* FindNearestMissing(const CTerrain& terrain, const SVec3& eye);
     void LetOthersSee(OpenGl& gl);
