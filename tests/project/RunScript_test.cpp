@@ -132,29 +132,44 @@ TEST_F(Scripts, BuildConfiguresWheneverTheFolderIsNotThePresets)
     EXPECT_EQ(run.strOutput, "release\nbench\nrelease\ndev\ndev\n");
 }
 
-TEST_F(Scripts, BenchRunsEveryProgramToItsEndAndFailsWithTheFirstThatFails)
+TEST_F(Scripts, BenchTellsWhatEveryProgramMeasuredAndFailsWithTheFirstThatFails)
 {
     AddScript("bench");
     AddScript("cmake/bench-report");
     AddProgram("cmake/install-packages", "[ $1 = bench ]");
     AddProgram("cmake/build", "[ $1 = bench ]");
     AddProgram("path/xvfb-run", "shift; DISPLAY=:1 \"$@\"");
-    // Each measures one row, which says how it was called.
+    // Each measures two rows, which say how it was called.
     const std::string strMeasure =
-        "file=${1#--benchmark_out=}; shift 2; echo noise\n"
-        "echo '{\"benchmarks\": [{\"name\": \"Row/side:2048/iterations:3/manual_time\", "
-        "\"tool_ms\": 0.0312, \"yardstick_ms\": 12.5, \"ratio\": 0.0025, \"real_time\": 1, "
-        "\"time_unit\": \"ms\", \"label\": \"'${TELLUR_BENCH_QUICK:-0} $DISPLAY $*'\"}]}' >$file";
+        "exec >${1#--benchmark_out=}; shift 2; echo '{\"benchmarks\": ['; for n in 513 2048; do "
+        "echo $comma '{\"name\": \"Press/terrain:'$n'/iterations:3/manual_time\", "
+        "\"tool_ms\": 0.0312, \"yardstick_ms\": 12.5, \"ratio\": 0.0025, "
+        "\"label\": \"'${TELLUR_BENCH_QUICK:-0} $DISPLAY $*'\"}'; comma=,; done; echo ']}'";
     AddProgram("build/release/bin/a_bench", strMeasure);
     AddProgram("build/release/bin/view_bench", strMeasure);
     AddProgram("build/release/bin/z_bench", "echo Failed to match any benchmarks");
     const SRun whole = Run("./bench --x=y");
     EXPECT_EQ(whole.nExitCode, 0);
-    const std::string strEnd = "a                   tool  yardstick  ratio  worst  more\n"
-                               "Row, side 2,048  31.2 µs    12.5 ms   0.00         0 --x=y\n\n"
-                               "view                tool  yardstick  ratio  worst  more\n"
-                               "Row, side 2,048  31.2 µs    12.5 ms   0.00         0 :1 --x=y\n\n";
+    const std::string strEnd =
+        "Press, terrain 2,048  31.2 µs    12.5 ms   0.00         0 --x=y\n\n"
+        "view                     tool  yardstick  ratio  worst  more\n"
+        "Press, terrain 513    31.2 µs    12.5 ms   0.00         0 :1 --x=y\n"
+        "Press, terrain 2,048  31.2 µs    12.5 ms   0.00         0 :1 --x=y\n\n";
     EXPECT_TRUE(whole.strOutput.ends_with(strEnd)) << whole.strOutput;
+
+    WriteBytes(m_Folder.Path("docs/performance.md"),
+               "<!-- figures: a -->\nold\n<!-- end -->\n<!-- figures: machine -->\n<!-- end -->\n"
+               "<!-- figures: view -->\n<!-- end -->\n");
+    EXPECT_EQ(Run("cmake/bench-report --document").nExitCode, 0);
+    const std::string strPage = ReadBytes(m_Folder.Path("docs/performance.md"));
+    const std::string strRow =
+        "\n| Press, terrain 2,048 | 31.2 µs | 12.5 ms | 0.00 |  | 0 --x=y |\n<!-- end -->\n";
+    EXPECT_NE(strPage.find(strRow), std::string::npos) << strPage;
+    EXPECT_EQ(strPage.find("old"), std::string::npos);
+    const std::string strPicture = "docs/pictures/performance-terrain.svg";
+    EXPECT_NE(ReadBytes(m_Folder.Path(strPicture.c_str())).find(">2,048</text>"),
+              std::string::npos);
+
     AddProgram("build/release/bin/b_bench", "echo broken; kill -SEGV $$");
     const SRun quick = Run("./bench --quick");
     EXPECT_NE(quick.nExitCode, 0);
