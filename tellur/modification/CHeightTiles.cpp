@@ -2,6 +2,10 @@
 
 #include "host/VectorLoop.h"
 
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
+
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -79,11 +83,18 @@ void ReleaseTile(SHeightTile* pTile)
 
 void FreeKeptTiles()
 {
+    [[maybe_unused]] const bool bAny = g_Kept.pFirst != nullptr;
     while (g_Kept.pFirst != nullptr)
     {
         delete std::exchange(g_Kept.pFirst, GetNext(g_Kept.pFirst));
     }
     g_Kept.nCount = 0;
+#if defined(__GLIBC__)
+    if (bAny)
+    {
+        ::malloc_trim(0); // what lies between other memory would stay with the process
+    }
+#endif
 }
 
 size_t GetKeptTileCount()

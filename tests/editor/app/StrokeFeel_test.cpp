@@ -193,9 +193,9 @@ TEST_F(CStrokeFeel, CrestsAreEvenAndTheSettingSaysOtherwise)
 TEST_F(CStrokeFeel, PointsOfALargeBrushLieFartherApartAndTheStatusLineSaysSo)
 {
     ASSERT_NO_FATAL_FAILURE(StartFine(2049));
-    TakeBrush("RelativeHeightFunction", "m_Height", "5", "extent( 120.0 )", "round");
-    const double fCells = 120.0 / 320.0 * 2048.0;
-    const double fSpacing = 120.0 * fCells * fCells / 12.0e6;
+    TakeBrush("RelativeHeightFunction", "m_Height", "5", "extent( 160.0 )", "round");
+    const double fCells = 160.0 / 320.0 * 2048.0;
+    const double fSpacing = 160.0 * fCells * fCells / 12.0e6;
     ASSERT_GT(fSpacing, m_Editor->FindInterface<IPluginStrokes>()->GetStrokeSpacing());
     const std::vector<SVec3> points = DragPoints(GetView(1), {0.4, 0.5}, {0.6, 0.5});
     ASSERT_GT(points.size(), 3U);

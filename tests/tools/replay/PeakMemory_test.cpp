@@ -54,8 +54,9 @@ TEST_F(CPeakMemory, AChangeOfResolutionHoldsTwoGridsBesideTheTerrain)
     EXPECT_LT(iUp, iOpen + LARGE + SLACK) << "the terrain is the small one";
     // What drags keep for the next one is given up first.
     const std::string strDrag =
-        "open( \"a.height\" )\nbrush() { bitmap() { path( \"white.png\" ) } extent( 30 )\n"
-        " function( \"SetHeightFunction\" ) }\nmode( \"terraforming\" )\n"
+        "open( \"a.height\" )\nbrush() { bitmap() { path( \"white.png\" ) } extent( 50000 )\n"
+        " function( \"SetHeightFunction\" ) { attrib( \"m_Height\", \"0\" ) } }\nmode( "
+        "\"terraforming\" )\n"
         "press( 500, 500 ) move( 500, 500, 0 ) release( 500, 500 )\n";
     const long iDrag = Measure(strDrag);
     EXPECT_LT(Measure(strDrag + "resolution( 1025 )"), iDrag + SLACK);
@@ -65,9 +66,9 @@ TEST_F(CPeakMemory, AChangeOfResolutionHoldsTwoGridsBesideTheTerrain)
 TEST_F(CPeakMemory, AStrokeWithoutMemoryLeavesTheHeightsAndTheLevelIsSaved)
 {
     constexpr rlim_t MEGABYTE = 1 << 20;
-    const std::string strLevel = "level( 1024, [ 10240, 500, 10240 ] )\n";
+    const std::string strLevel = "level( 2048, [ 20480, 500, 20480 ] )\n";
     const std::string strStroke =
-        "brush() { bitmap() { path( \"white.png\" ) } extent( 30000 )\n"
+        "brush() { bitmap() { path( \"white.png\" ) } extent( 60000 )\n"
         " function( \"RelativeHeightFunction\" ) { attrib( \"m_Height\", \"50\" ) } }\n"
         "mode( \"terraforming\" )\n"
         "press( 500, 500 ) move( 500, 500, 0 ) release( 500, 500 )\n";
@@ -81,7 +82,7 @@ TEST_F(CPeakMemory, AStrokeWithoutMemoryLeavesTheHeightsAndTheLevelIsSaved)
                    "save( \"now.height\" )\n");
     int nLost = 0;
     int nWhole = 0;
-    for (rlim_t uLimit = 48 * MEGABYTE; uLimit <= 208 * MEGABYTE; uLimit += 16 * MEGABYTE)
+    for (rlim_t uLimit = 56 * MEGABYTE; uLimit <= 176 * MEGABYTE; uLimit += 12 * MEGABYTE)
     {
         SCOPED_TRACE(testing::Message() << uLimit / MEGABYTE << " MB");
         std::filesystem::remove(m_Runner.Path("now.height"));
