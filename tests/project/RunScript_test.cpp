@@ -161,6 +161,9 @@ TEST_F(Scripts, BenchTellsWhatEveryProgramMeasuredAndFailsWithTheFirstThatFails)
                "<!-- figures: a -->\nold\n<!-- end -->\n<!-- figures: machine -->\n<!-- end -->\n"
                "<!-- figures: view -->\n<!-- end -->\n");
     EXPECT_EQ(Run("cmake/bench-report --document").nExitCode, 0);
+    AddProgram("build/release/bin/view_bench", "echo Failed to match any benchmarks");
+    EXPECT_EQ(Run("./bench && ! cmake/bench-report --document").nExitCode, 0) << "a part";
+    AddProgram("build/release/bin/view_bench", strMeasure);
     const std::string strPage = ReadBytes(m_Folder.Path("docs/performance.md"));
     const std::string strRow =
         "\n| Press, terrain 2,048 | 31.2 µs | 12.5 ms | 0.00 |  | 0 --x=y |\n<!-- end -->\n";
