@@ -11,6 +11,9 @@ namespace
 
 // Rectangles that a tile keeps until its turn comes; more of them become the one round all.
 constexpr size_t MOST_PENDING = 2048;
+// Changes of so many times what a frame sends do not wait: a stroke must not run away from its
+// ground, nor an undo be seen half.
+constexpr uint64_t AT_ONCE = 4;
 constexpr uint32_t LEAST_ROWS = 32; // that are sent at a time: each part costs calls of its own
 
 } // namespace
@@ -80,12 +83,13 @@ bool CTerrainCopies::Follow(
         uSent += FollowCoarse(gl, terrain);
     }
     const uint64_t uEnd = uBefore + std::min(uMostBytes, ALL_BYTES - uBefore);
+    const bool bAtOnce = CountPending() / AT_ONCE <= uMostBytes;
     m_bPending = false;
     for (STileState& tile : m_States)
     {
-        if (tile.bThere && !tile.pending.empty() && uSent < uEnd)
+        if (tile.bThere && !tile.pending.empty() && (bAtOnce || uSent < uEnd))
         {
-            uSent += BringIn(gl, terrain, tile, uEnd - uSent);
+            uSent += BringIn(gl, terrain, tile, bAtOnce ? ALL_BYTES : uEnd - uSent);
         }
         m_bPending = m_bPending || (tile.bThere && !tile.pending.empty());
     }
@@ -151,6 +155,21 @@ void CTerrainCopies::Begin(OpenGl& gl, STileState& tile)
     }
     tile.bBegun = true;
     tile.pending = {tile.whole.Grown(1, m_VerticesX, m_VerticesZ)};
+}
+
+// Bytes of heights that tiles wait for which are there.
+uint64_t CTerrainCopies::CountPending() const
+{
+    uint64_t uBytes = 0;
+    for (const STileState& tile : m_States)
+    {
+        for (size_t i = 0; tile.bThere && i < tile.pending.size(); ++i)
+        {
+            const SVertexRect& rect = tile.pending[i];
+            uBytes += uint64_t{rect.uEndX - rect.uMinX} * (rect.uEndZ - rect.uMinZ) * sizeof(float);
+        }
+    }
+    return uBytes;
 }
 
 // What changed in tiles that have textures; all of the others is new anyway.

@@ -32,10 +32,11 @@ public:
     void Leave(OpenGl& gl);
 
     // Brings changes up to date until uMostBytes were sent, or a little more: first those of the
-    // tiles that are there, which show what they have until their turn comes, then the other tiles,
-    // nearest to the eye first. uSent: grows by the bytes. False, with one logged line per terrain,
-    // when the card has no room for it. Draws where it needs to: viewport, program, arrays and
-    // texture units are others afterwards, the frame that is drawn into is the same.
+    // tiles that are there, all of them at once unless they are several times as much, then the
+    // other tiles, nearest to the eye first. Tiles show what they have until their turn comes.
+    // uSent: grows by the bytes. False, with one logged line per terrain, when the card has no room
+    // for it. Draws where it needs to: viewport, program, arrays and texture units are others
+    // afterwards, the frame that is drawn into is the same.
     bool
     Follow(OpenGl& gl, CTerrain& terrain, const SVec3& eye, uint64_t uMostBytes, uint64_t& uSent);
 
@@ -62,6 +63,7 @@ private:
     };
 
     void Reset(OpenGl& gl, const CTerrain& terrain);
+    uint64_t CountPending() const;
     void AddPending();
     void Begin(OpenGl& gl, STileState& tile);
     uint64_t BringIn(OpenGl& gl, const CTerrain& terrain, STileState& tile, uint64_t uMostBytes);
