@@ -196,7 +196,8 @@ SPatchBounds CPatchTree::MeasureCut(const float* pHeights, const SPatchPlace& pl
     const uint32_t uLastX = std::min(uFirstX + PATCH_CELLS, m_CellsX);
     const uint32_t uLastZ = std::min(uFirstZ + PATCH_CELLS, m_CellsZ);
     SPatchBounds bounds;
-    bounds.fMin = bounds.fMax = GetHeight(pHeights, uFirstX, uFirstZ);
+    bounds.fMin = 3.4e38F; // what is no number counts for nothing
+    bounds.fMax = -3.4e38F;
     for (uint32_t z = uFirstZ; z <= uLastZ; ++z)
     {
         const float* pRow = pHeights + static_cast<size_t>(z) * (m_CellsX + 1);

@@ -10,6 +10,8 @@
 namespace
 {
 
+constexpr float NONE = 3.4e38F; // above all heights
+
 constexpr uint32_t SIDE = CPatchTree::PATCH_CELLS;
 constexpr uint32_t MOST_SQUARES = PATCH_STRIP * SIDE;
 
@@ -98,11 +100,11 @@ TELLUR_LOOP_BODY void MeasureRangesBody(
     const uint32_t uWidth = uPatches * SIDE + 1;
     float aMin[MOST_SQUARES + 1];
     float aMax[MOST_SQUARES + 1];
-    std::copy_n(pHeights, uWidth, aMin);
-    std::copy_n(pHeights, uWidth, aMax);
-    for (uint32_t z = 1; z < uRows; ++z)
+    // What is no number counts for nothing, wherever it lies.
+    std::fill_n(aMin, uWidth, NONE);
+    std::fill_n(aMax, uWidth, -NONE);
+    for (uint32_t z = 0; z < uRows; ++z, pHeights += nPitch)
     {
-        pHeights += nPitch;
         for (uint32_t x = 0; x < uWidth; ++x)
         {
             aMin[x] = pHeights[x] < aMin[x] ? pHeights[x] : aMin[x];

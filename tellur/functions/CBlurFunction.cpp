@@ -10,7 +10,6 @@
 #include "tellur/stroke/ITerrainModification.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace
 {
@@ -126,14 +125,15 @@ bool CBlurFunction::GetRule(const SOperation& operation, SVertexRule& rule)
     return m_NeighbourhoodSize >= 0 && GetRows(*m_PointSession) != nullptr;
 }
 
-bool CBlurFunction::HasHoles(const SGridBox& box) const
+bool CBlurFunction::HasHoles(const SGridBox& box)
 {
     const int iCount = box.iMaxX - box.iMinX + 1;
-    std::vector<float> scratch(static_cast<size_t>(iCount));
+    m_Scratch.resize(static_cast<size_t>(iCount));
     bool bHoles = false;
     for (int iZ = box.iMinZ; iZ <= box.iMaxZ && !bHoles; ++iZ)
     {
-        const float* pRow = GetRows(*m_PointSession)->GetRow(box.iMinX, iZ, iCount, scratch.data());
+        const float* pRow =
+            GetRows(*m_PointSession)->GetRow(box.iMinX, iZ, iCount, m_Scratch.data());
         bHoles = HasNegative(pRow, static_cast<size_t>(iCount));
     }
     return bHoles;

@@ -4,6 +4,8 @@
 #include "tellur/modification/CPlainArray.h"
 #include "tellur/stroke/ETerrainFunctionMode.h"
 
+#include <vector>
+
 class IHeightRows;
 
 // Pulls every vertex toward the mean of its grid neighbourhood. The cost of an operation does not
@@ -35,7 +37,7 @@ protected:
 
 private:
     ETargets Begin(const SGridBox& box) override;
-    bool HasHoles(const SGridBox& box) const;
+    bool HasHoles(const SGridBox& box);
     STargetRows GetTargets(const SPointPart& part, float* pScratch) override;
     const IHeightRows* GetRows(const ITerrainModification& modification) const;
 
@@ -46,6 +48,7 @@ private:
     int32_t m_NeighbourhoodSize = 2; // half width of the averaged square, grid steps
     bool m_UseOnlyDestBuffer = true; // read the heights edited so far, not those at the start
     CPlainArray<float> m_Means;      // scratch, one a vertex of the set or of the box
+    std::vector<float> m_Scratch;    // a row
     SGridBox m_Box;                  // of a point that is told in numbers
     const ITerrainModification* m_PointSession = nullptr; // during it, borrowed
 };

@@ -16,7 +16,7 @@ namespace
 
 constexpr size_t MOST_KEPT = 2048; // 67 MB: a stroke of some dozen points of 1,000 cells
 
-// Tiles that nobody uses, each in the first bytes of the one before.
+// Tiles that nobody uses.
 struct SKept
 {
     SHeightTile* pFirst = nullptr;
@@ -25,12 +25,6 @@ struct SKept
 
 SKept g_Kept;
 
-SHeightTile*& GetNext(SHeightTile* pTile)
-{
-    static_assert(sizeof(pTile->aChanged) >= sizeof(pTile));
-    return *reinterpret_cast<SHeightTile**>(pTile->aChanged.data());
-}
-
 // Null without memory.
 SHeightTile* MakeTile()
 {
@@ -38,7 +32,7 @@ SHeightTile* MakeTile()
     {
         return new (std::nothrow) SHeightTile;
     }
-    SHeightTile* pTile = std::exchange(g_Kept.pFirst, GetNext(g_Kept.pFirst));
+    SHeightTile* pTile = std::exchange(g_Kept.pFirst, g_Kept.pFirst->pNext);
     --g_Kept.nCount;
     pTile->uUsers = 1;
     pTile->uChanged = 0;
@@ -77,7 +71,7 @@ void ReleaseTile(SHeightTile* pTile)
         delete pTile;
         return;
     }
-    GetNext(pTile) = std::exchange(g_Kept.pFirst, pTile);
+    pTile->pNext = std::exchange(g_Kept.pFirst, pTile);
     ++g_Kept.nCount;
 }
 
@@ -86,7 +80,7 @@ void FreeKeptTiles()
     [[maybe_unused]] const bool bAny = g_Kept.pFirst != nullptr;
     while (g_Kept.pFirst != nullptr)
     {
-        delete std::exchange(g_Kept.pFirst, GetNext(g_Kept.pFirst));
+        delete std::exchange(g_Kept.pFirst, g_Kept.pFirst->pNext);
     }
     g_Kept.nCount = 0;
 #if defined(__GLIBC__)

@@ -17,6 +17,7 @@ struct SHeightTile
 
     uint32_t uUsers = 1;
     uint32_t uChanged = 0;               // vertices, after the drag
+    SHeightTile* pNext = nullptr;        // while it is kept for the next drag
     bool bHoles = false;                 // some source heights are below 0
     bool bWritten = false;               // destination and source may differ
     std::array<uint64_t, SIDE> aChanged; // after the drag: a bit a vertex, by rows, lowest first

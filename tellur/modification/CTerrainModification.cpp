@@ -79,6 +79,11 @@ void CTerrainModification::OnHeightsGo()
 {
     m_Access = nullptr;
     m_Tiles.SetGround(nullptr);
+    if (m_InProgress && !m_GivenUp)
+    {
+        CrashLog("[CTerrainModification::OnHeightsGo] other heights have come; the rest of the "
+                 "stroke does nothing\n");
+    }
     m_GivenUp = true;
 }
 

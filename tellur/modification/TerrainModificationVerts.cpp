@@ -175,6 +175,7 @@ std::optional<SMergeResult> CTerrainModification::RunPoint(const SPointInNumbers
     }
     if (m_bShared)
     {
+        changed.bDiffers = changed.bDiffers || !IsDestShown(changed.box);
         CopyDest(changed.box);
     }
     return ShowChange(changed);
@@ -199,9 +200,10 @@ SMergeResult CTerrainModification::ShowChange(const SPointChange& changed)
         m_Access->OnRowsWritten(changed.box);
         return result;
     }
-    SExtents box = GetBox(changed.box);
-    box.min.y = changed.fMin;
-    box.max.y = changed.fMax;
+    const SExtents corners = GetBox(changed.box);
+    SExtents box = CVertDataSet::GetStartExtents(); // with its limits, as always
+    CVertDataSet::Widen(box, {corners.min.x, changed.fMin, corners.min.z});
+    CVertDataSet::Widen(box, {corners.max.x, changed.fMax, corners.max.z});
     result.bAtLimit = bLimit && m_Terrain->HasHeights(m_Whole.get(), GetVertexCount(), box);
     m_Terrain->SetHeights(m_Whole.get(), GetVertexCount(), box);
     return result;

@@ -55,6 +55,7 @@ IPluginImpl::~IPluginImpl()
     m_KeptBrushes.clear();
     m_pSmoother.reset();
     m_BrushContainer.Clear();
+    FreeKeptTiles();
     SetPluginContext(nullptr);
 }
 

@@ -13,6 +13,7 @@
 #include "host/Reflection.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/CommandIds.h"
+#include "tellur/modification/CHeightTiles.h"
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/panel/CTellurView.h"
 #include "tellur/plugin/CEditorAction.h"
@@ -349,6 +350,7 @@ void IPluginImpl::OnHostNotify(int32_t iCode, uintptr_t /*uReserved*/)
         SetToolBarButton(COMMAND_TOGGLE_PANEL, false);
         break;
     case NOTIFY_LEVEL_CHANGED:
+        FreeKeptTiles(); // those of the records, which the host has dropped by now
         if (m_pPanel != nullptr)
         {
             m_pPanel->FillResolutionList();

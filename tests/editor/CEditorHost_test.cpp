@@ -108,7 +108,7 @@ TEST(CEditorHost, MakesItsFacesFrontEndAndProgressCurrentForItsLife)
 
 TEST_F(CEditorHostTest, CountsWhatARecordTakesFromWhatTheTerrainReports)
 {
-    constexpr size_t SQUARE_BYTES = size_t{16} * 16 * 9;  // vertices of a square, bytes of a vertex
+    constexpr size_t SQUARE_BYTES = size_t{16} * 16 * 9; // vertices of a square, bytes of a vertex
     ASSERT_TRUE(m_Host.NewLevel(100, {100.0F, 50.0F, 100.0F}));
     m_Host.GetUndoStack().SetLimit(3 * SQUARE_BYTES);
     const auto stroke = [this](int nSquares)
