@@ -82,7 +82,7 @@ TEST_F(CPeakMemory, AStrokeWithoutMemoryLeavesTheHeightsAndTheLevelIsSaved)
                    "save( \"now.height\" )\n");
     int nLost = 0;
     int nWhole = 0;
-    for (rlim_t uLimit = 56 * MEGABYTE; uLimit <= 176 * MEGABYTE; uLimit += 12 * MEGABYTE)
+    for (rlim_t uLimit = 36 * MEGABYTE; uLimit <= 100 * MEGABYTE; uLimit += 8 * MEGABYTE)
     {
         SCOPED_TRACE(testing::Message() << uLimit / MEGABYTE << " MB");
         std::filesystem::remove(m_Runner.Path("now.height"));
