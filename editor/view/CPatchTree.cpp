@@ -99,7 +99,8 @@ void CPatchTree::Measure(const float* pHeights, const SPatchPlace& first, uint32
     SPatchBounds* pBounds = m_Levels[first.uLevel].bounds.data() + GetIndex(first);
     const uint32_t uPatch = PATCH_CELLS << first.uLevel;
     const size_t nPitch = size_t{m_CellsX} + 1;
-    const float* pCorner = pHeights + first.uZ * uPatch * nPitch + size_t{first.uX} * uPatch;
+    const float* pCorner =
+        pHeights + size_t{first.uZ} * uPatch * nPitch + size_t{first.uX} * uPatch;
     // Whole ones at once; those at the terrain's end may be cut.
     const uint32_t uLastX = m_CellsX / uPatch; // the first that is not whole
     const bool bDeep = (first.uZ + 1) * uPatch <= m_CellsZ;

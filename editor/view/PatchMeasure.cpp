@@ -30,10 +30,10 @@ ReadRow(const float* pRow, uint32_t uHalf, uint32_t uSquares, SRow& row)
     const size_t nStep = HALF != 0 ? HALF : uHalf;
     for (uint32_t i = 0; i < uSquares; ++i)
     {
-        row.aKept[i] = pRow[2 * i * nStep];
-        row.aDropped[i] = pRow[(2 * i + 1) * nStep];
+        row.aKept[i] = pRow[size_t{2} * i * nStep];
+        row.aDropped[i] = pRow[(size_t{2} * i + 1) * nStep];
     }
-    row.aKept[uSquares] = pRow[2 * uSquares * nStep];
+    row.aKept[uSquares] = pRow[size_t{2} * uSquares * nStep];
 }
 
 inline __attribute__((always_inline)) float Worse(float fWorst, float fHeight, float fSurface)
@@ -113,8 +113,8 @@ TELLUR_LOOP_BODY void MeasureRangesBody(
     }
     for (uint32_t n = 0; n < uPatches; ++n)
     {
-        float fMin = aMin[n * SIDE];
-        float fMax = aMax[n * SIDE];
+        float fMin = aMin[size_t{n} * SIDE];
+        float fMax = aMax[size_t{n} * SIDE];
         for (uint32_t x = n * SIDE + 1; x <= (n + 1) * SIDE; ++x)
         {
             fMin = aMin[x] < fMin ? aMin[x] : fMin;

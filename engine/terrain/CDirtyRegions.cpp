@@ -124,14 +124,14 @@ template <typename TVisit> void CDirtyRegions::VisitOldTiles(uint64_t uSeen, TVi
 {
     const auto visitGroup = [&](const SVertexRect& group)
     {
-        for (uint32_t z = group.uMinZ; z < group.uEndZ; ++z)
+        const uint32_t uWidth = group.uEndX - group.uMinX;
+        for (uint32_t i = 0; i < uWidth * (group.uEndZ - group.uMinZ); ++i)
         {
-            for (uint32_t x = group.uMinX; x < group.uEndX; ++x)
+            const uint32_t uX = group.uMinX + i % uWidth;
+            const uint32_t uZ = group.uMinZ + i / uWidth;
+            if (m_Tiles[size_t{uZ} * m_TilesX + uX] > uSeen)
             {
-                if (m_Tiles[size_t{z} * m_TilesX + x] > uSeen)
-                {
-                    visit(SVertexRect{x, z, x + 1, z + 1});
-                }
+                visit(SVertexRect{uX, uZ, uX + 1, uZ + 1});
             }
         }
     };
