@@ -149,7 +149,7 @@ ETargets CBlurFunction::Begin(const SGridBox& box)
     }
     const int iCount = box.iMaxX - box.iMinX + 1;
     if (!m_Means.Reserve(static_cast<size_t>(iCount) *
-                             static_cast<size_t>(box.iMaxZ - box.iMinZ + 1) +
+                             (static_cast<size_t>(box.iMaxZ - box.iMinZ) + 1) +
                          2 * MARGIN))
     {
         return ETargets::NoMemory;
@@ -171,7 +171,7 @@ ETargets CBlurFunction::Begin(const SGridBox& box)
 
 STargetRows CBlurFunction::GetTargets(const SPointPart& part, float* /*pScratch*/)
 {
-    const auto nPitch = static_cast<size_t>(m_Box.iMaxX - m_Box.iMinX + 1);
+    const size_t nPitch = static_cast<size_t>(m_Box.iMaxX - m_Box.iMinX) + 1;
     return {m_Means.Get() + MARGIN + static_cast<size_t>(part.iZ - m_Box.iMinZ) * nPitch +
                 static_cast<size_t>(part.iX - m_Box.iMinX),
             nPitch};

@@ -195,7 +195,7 @@ const float* CHeightTiles::Locate(int iX, int iZ, Heights SHeightTile::*pHeights
 {
     constexpr int SIDE = SHeightTile::SIDE;
     const SHeightTile* pTile = Find(iX / SIDE, iZ / SIDE);
-    return pTile != nullptr ? (pTile->*pHeights).data() + iZ % SIDE * SIDE + iX % SIDE
+    return pTile != nullptr ? (pTile->*pHeights).data() + SHeightTile::GetPlace(iX, iZ)
                             : m_Ground + static_cast<size_t>(iZ) * static_cast<size_t>(m_SizeX) +
                                   static_cast<size_t>(iX);
 }
@@ -233,7 +233,7 @@ void CHeightTiles::SetDest(int iX, int iZ, float fHeight)
 {
     constexpr int SIDE = SHeightTile::SIDE;
     SHeightTile* pTile = Find(iX / SIDE, iZ / SIDE);
-    pTile->aDest[static_cast<size_t>(iZ % SIDE * SIDE + iX % SIDE)] = fHeight;
+    pTile->aDest[SHeightTile::GetPlace(iX, iZ)] = fHeight;
     pTile->bWritten = true;
 }
 

@@ -9,11 +9,18 @@
 #include <memory>
 
 // The square of a terrain that a drag takes into its buffers at once. Shared by the drag and by the
-// undo records that took it over; the last one gives it back.
+// undo records that took it over; the last one gives it back. Its arrays are filled by whoever
+// makes it. NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
 struct SHeightTile
 {
     static constexpr int SIDE = 64; // vertices
     static constexpr size_t COUNT = size_t{SIDE} * SIDE;
+
+    // Place of a vertex of the terrain in its tile.
+    static size_t GetPlace(int iX, int iZ)
+    {
+        return static_cast<size_t>(iZ % SIDE) * SIDE + static_cast<size_t>(iX % SIDE);
+    }
 
     uint32_t uUsers = 1;
     uint32_t uChanged = 0;               // vertices, after the drag

@@ -105,7 +105,7 @@ bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChang
 {
     const SGridBox& box = work.box;
     CHeightTiles& tiles = work.ground.tiles;
-    std::array<uint64_t, SIDE> changed;
+    std::array<uint64_t, SIDE> changed{};
     SPassTile part;
     part.iRows = iLastZ - iFirstZ + 1;
     part.pShape = m_Shape.data();
@@ -123,7 +123,7 @@ bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChang
             return false;
         }
         const int iLeft = iTileX * SIDE;
-        const auto nFirstRow = static_cast<size_t>(iFirstZ % SIDE * SIDE);
+        const size_t nFirstRow = SHeightTile::GetPlace(0, iFirstZ);
         part.pSource = pTile->aSource.data() + nFirstRow;
         part.pDest = pTile->aDest.data() + nFirstRow;
         part.pShown =

@@ -84,7 +84,7 @@ bool CTellurUndo::AddTile(SHeightTile& tile, int iTileX, int iTileZ)
         ++m_TileCount;
         return true;
     }
-    const size_t nBytes = sizeof(SPacked) + 2 * tile.uChanged * sizeof(float);
+    const size_t nBytes = sizeof(SPacked) + size_t{2} * tile.uChanged * sizeof(float);
     added.pPacked = static_cast<SPacked*>(std::malloc(nBytes));
     if (added.pPacked == nullptr)
     {
@@ -188,7 +188,8 @@ const float* CTellurUndo::FindHeights(const STile& tile, int iColumn, int iRow, 
 {
     if (tile.pWhole != nullptr)
     {
-        return (bNew ? tile.pWhole->aDest : tile.pWhole->aSource).data() + iRow * SIDE + iColumn;
+        return (bNew ? tile.pWhole->aDest : tile.pWhole->aSource).data() +
+               SHeightTile::GetPlace(iColumn, iRow);
     }
     const uint64_t uBefore = tile.pPacked->aChanged[iRow] & ((uint64_t{1} << iColumn) - 1);
     return tile.pPacked->GetHeights(bNew) + tile.pPacked->aStart[iRow] + std::popcount(uBefore);

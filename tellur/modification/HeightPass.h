@@ -17,9 +17,9 @@ constexpr int PASS_LANES =
 // Where a group of eight columns finds its pixels in a row of the brush image.
 struct SColumnGroup
 {
-    int32_t aFirst[PASS_LANES]; // pixel of each column's pair; in a near group from iBase on
-    int32_t aSecond[PASS_LANES];
-    float aWeight[PASS_LANES]; // of the first one
+    int32_t aFirst[PASS_LANES] = {}; // pixel of each column's pair; in a near group from iBase on
+    int32_t aSecond[PASS_LANES] = {};
+    float aWeight[PASS_LANES] = {}; // of the first one
     int32_t iBase = 0;
     int32_t iNear = 0; // 1: all pixels lie among the eight from iBase on
     int32_t aPad[6] = {};

@@ -79,7 +79,7 @@ struct SPixels
 
 TELLUR_INLINE SPixels GetPixels(const float* pShape, const SColumnGroup& group)
 {
-    SPixels pixels;
+    SPixels pixels = {};
 #if defined(__AVX2__)
     const I first = LoadInts(group.aFirst);
     const I second = LoadInts(group.aSecond);
@@ -174,7 +174,7 @@ TELLUR_INLINE uint32_t RunGroup(const SVertexRule& rule,
     const V y = rule.bFromDest ? dest : source;
     const V w = GetWeights(tile, row.pShape, tile.pGroups[iGroup]);
     const V target =
-        TRule == EVertexRule::Move ? Load(row.pTargets + iGroup * PASS_LANES) : All(rule.fAmount);
+        TRule == EVertexRule::Move ? Load(row.pTargets + (size_t)iGroup * PASS_LANES) : All(rule.fAmount);
     const V candidate = GetCandidate<TRule>(rule, y, w, target);
 
     const I place = AllInts(iAt) + I{0, 1, 2, 3, 4, 5, 6, 7};

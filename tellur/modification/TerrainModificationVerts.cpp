@@ -115,7 +115,7 @@ size_t CTerrainModification::MergeSet(const CVertDataSet& set,
         {
             const int iPart = std::min(SIDE - ix % SIDE, ixEnd - ix);
             SHeightTile& tile = *m_Tiles.Find(ix / SIDE, run.iz / SIDE);
-            const size_t nPlace = static_cast<size_t>(run.iz % SIDE * SIDE + ix % SIDE);
+            const size_t nPlace = SHeightTile::GetPlace(ix, run.iz);
             const SMergeSpan span =
                 MergeHeights(function,
                              tile.aSource.data() + nPlace,
@@ -221,7 +221,7 @@ void CTerrainModification::CopyDest(const SGridBox& box)
             if (const SHeightTile* pTile = m_Tiles.Find(iX / SIDE, iZ / SIDE))
             {
                 std::memcpy(pGround + static_cast<size_t>(iZ) * nPitch + static_cast<size_t>(iX),
-                            pTile->aDest.data() + iZ % SIDE * SIDE + iX % SIDE,
+                            pTile->aDest.data() + SHeightTile::GetPlace(iX, iZ),
                             static_cast<size_t>(iPart) * sizeof(float));
             }
             iX += iPart;
