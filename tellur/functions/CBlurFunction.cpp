@@ -113,14 +113,7 @@ const IHeightRows* CBlurFunction::GetRows(const ITerrainModification& modificati
 
 bool CBlurFunction::GetRule(const SOperation& operation, SVertexRule& rule)
 {
-    const int32_t iMode = GetEffectiveMode(m_Mode);
-    rule.eRule = EVertexRule::Move;
-    rule.eMerge = GetMergeRule();
-    rule.bFromDest = m_UseOnlyDestBuffer;
-    rule.fStroke = operation.fWeight;
-    rule.bRaise = iMode != mode_max;
-    rule.bLower = iMode != mode_min;
-    CVerticalBand(operation.pBrush->GetVerticalDistance(), operation.point.y).SetIn(rule);
+    SetMoveRule(operation, GetEffectiveMode(m_Mode), rule);
     m_PointSession = operation.pModification;
     return m_NeighbourhoodSize >= 0 && GetRows(*m_PointSession) != nullptr;
 }

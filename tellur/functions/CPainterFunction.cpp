@@ -3,6 +3,7 @@
 #include "host/Log.h"
 #include "tellur/functions/IdlePoint.h"
 #include "tellur/functions/TerrainPick.h"
+#include "tellur/stroke/ETerrainFunctionMode.h"
 #include "tellur/stroke/ITellurBrush.h"
 #include "tellur/stroke/ITerrainModification.h"
 
@@ -95,6 +96,19 @@ int CPainterFunction::OnMouseMove(ITerrainModification* pModification,
     m_StrokeLength += GetDistance(m_LastPoint, picked);
     m_LastPoint = picked;
     return 1;
+}
+
+void CPainterFunction::SetMoveRule(const SOperation& operation,
+                                   int32_t iMode,
+                                   SVertexRule& rule) const
+{
+    rule.eRule = EVertexRule::Move;
+    rule.eMerge = GetMergeRule();
+    rule.bFromDest = UseOnlyDestBuffer();
+    rule.fStroke = operation.fWeight;
+    rule.bRaise = iMode != mode_max;
+    rule.bLower = iMode != mode_min;
+    CVerticalBand(operation.pBrush->GetVerticalDistance(), operation.point.y).SetIn(rule);
 }
 
 float CPainterFunction::GetStrokeWeight(const SVec3& point, const ITellurBrush& brush) const

@@ -69,6 +69,9 @@ protected:
     // destination: a stroke keeps its strongest effect.
     static float KeepStrongest(float fSrc, float fDst, float fCandidate);
 
+    // The rule of a function that pulls each vertex towards a target of its own.
+    void SetMoveRule(const SOperation& operation, int32_t iMode, SVertexRule& rule) const;
+
 private:
     float GetStrokeWeight(const SVec3& point, const ITellurBrush& brush) const;
     void DoOperationAux(const SVec3& point,

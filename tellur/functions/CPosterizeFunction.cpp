@@ -218,13 +218,7 @@ void CPosterizeFunction::FindTargets(const float* pHeights, float* pTargets, siz
 // The first operation makes the levels, with a set, and says what it misses.
 bool CPosterizeFunction::GetRule(const SOperation& operation, SVertexRule& rule)
 {
-    rule.eRule = EVertexRule::Move;
-    rule.eMerge = GetMergeRule();
-    rule.bFromDest = m_UseOnlyDestBuffer;
-    rule.fStroke = operation.fWeight;
-    rule.bRaise = m_Mode != mode_max;
-    rule.bLower = m_Mode != mode_min;
-    CVerticalBand(operation.pBrush->GetVerticalDistance(), operation.point.y).SetIn(rule);
+    SetMoveRule(operation, m_Mode, rule);
     return HasLevels(*operation.pModification);
 }
 
