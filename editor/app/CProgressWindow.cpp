@@ -5,15 +5,19 @@
 #include <QCoreApplication>
 #include <QProgressDialog>
 
+#include <algorithm>
+
 namespace
 {
 
 constexpr int STEPS = 1000;
+constexpr qint64 WORK_TO_TURNS = 3; // of the time
 
 } // namespace
 
-CProgressWindow::CProgressWindow(int iShownAfter)
+CProgressWindow::CProgressWindow(int iShownAfter, int iTurns)
     : m_ShownAfter(iShownAfter)
+    , m_Turns(iTurns)
 {
     m_Forget.setSingleShot(true);
     m_Forget.callOnTimeout([this] { m_bCancelled = false; });
@@ -27,6 +31,8 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
     {
         m_What = pszWhat;
         m_Since.start();
+        m_Turned.start();
+        m_NextTurn = m_Turns;
         m_pDialog.reset();
     }
     if (fDone >= 1.0F)
@@ -39,6 +45,12 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
     {
         if (m_Since.elapsed() < m_ShownAfter)
         {
+            if (m_Turned.elapsed() >= m_NextTurn)
+            {
+                m_Turned.start();
+                QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+                m_NextTurn = std::max(m_Turns, WORK_TO_TURNS * m_Turned.restart());
+            }
             return true;
         }
         m_pDialog = std::make_unique<QProgressDialog>(

@@ -11,12 +11,14 @@ class QProgressDialog;
 class QWidget;
 
 // Shows how far long work is once it has taken some time, and lets it be cancelled. Work that
-// is short shows nothing.
+// is short shows nothing, but the window goes on drawing itself; what a person does meanwhile
+// waits.
 class CProgressWindow
 {
 public:
-    // iShownAfter: milliseconds that the work takes without a window.
-    explicit CProgressWindow(int iShownAfter = 500);
+    // iShownAfter: milliseconds that the work takes without a window. iTurns: milliseconds of work
+    // between turns of the event loop until then, more after a turn that took long.
+    explicit CProgressWindow(int iShownAfter = 500, int iTurns = 16);
     ~CProgressWindow();
     CProgressWindow(const CProgressWindow&) = delete;
     CProgressWindow& operator=(const CProgressWindow&) = delete;
@@ -30,7 +32,10 @@ public:
 
 private:
     int m_ShownAfter;
+    qint64 m_Turns;
+    qint64 m_NextTurn = 0; // milliseconds after the last one
     QElapsedTimer m_Since;
+    QElapsedTimer m_Turned;
     std::unique_ptr<QProgressDialog> m_pDialog; // null while nothing is shown
     std::string m_What;
     bool m_bCancelled = false;

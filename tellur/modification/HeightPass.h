@@ -33,13 +33,13 @@ struct SPassTile
     float* pDest = nullptr;
     float* pShown = nullptr; // the terrain's heights at the tile's first column; null: not shown
     size_t nShownPitch = 0;  // floats from row to row
-    int iFirst = 0;          // columns of the tile, from and to (exclusive), 0 to 64
+    int iFirst = 0;          // columns of the tile, from and to (exclusive), 0 to iThere
     int iEnd = 0;
-    int iThere = 0; // columns of the tile that lie on the terrain
+    int iThere = 0; // columns of the tile that lie on the terrain, at most 64
     int iRows = 0;
 
     const SColumnGroup* pGroups = nullptr; // the first one holds the first column
-    const float* pShape = nullptr; // blended rows of the image, eight floats of padding behind each
+    const float* pShape = nullptr; // blended rows of the image, 0 to 1, eight floats behind each
     size_t nShapePitch = 0;
     const float* pTargets = nullptr; // for Move, at the first group's first column
     size_t nTargetPitch = 0;

@@ -46,9 +46,33 @@ TELLUR_INLINE I AllInts(int32_t i)
     return I{i, i, i, i, i, i, i, i};
 }
 
+// mask: all bits of a lane or none.
 TELLUR_INLINE V Choose(const I& mask, const V& a, const V& b)
 {
+#if defined(__AVX2__)
+    return (V)_mm256_blendv_ps((__m256)b, (__m256)a, (__m256)mask);
+#else
     return (V)(((I)a & mask) | ((I)b & ~mask));
+#endif
+}
+
+// a where it is smaller, otherwise b, which is what is no number on either side leads to.
+TELLUR_INLINE V ChooseSmaller(const V& a, const V& b)
+{
+#if defined(__AVX2__)
+    return (V)_mm256_min_ps((__m256)a, (__m256)b);
+#else
+    return Choose((I)(a < b), a, b);
+#endif
+}
+
+TELLUR_INLINE V ChooseGreater(const V& a, const V& b)
+{
+#if defined(__AVX2__)
+    return (V)_mm256_max_ps((__m256)a, (__m256)b);
+#else
+    return Choose((I)(a > b), a, b);
+#endif
 }
 
 TELLUR_INLINE V Absolute(const V& v)
@@ -108,9 +132,13 @@ TELLUR_INLINE V GetWeights(const SPassTile& tile, const float* pShape, const SCo
     const SPixels pixels = GetPixels(pShape, group);
     const V weight = Load(group.aWeight);
     const V b = pixels.first * weight + pixels.second * (All(1.0F) - weight);
+    if (tile.fHardness == 0.0F)
+    {
+        return All(tile.fPower) * b; // samples lie within 0 to 1
+    }
     V hard = b + All(tile.fHardness);
-    hard = Choose(hard < All(0.0F), All(0.0F), hard);
-    hard = Choose(hard > All(1.0F), All(1.0F), hard);
+    hard = ChooseGreater(All(0.0F), hard);
+    hard = ChooseSmaller(All(1.0F), hard);
     return All(tile.fPower) * Choose(Absolute(b) >= All(0.0001F), hard, b);
 }
 
@@ -118,7 +146,7 @@ TELLUR_INLINE V GetBandFactor(const SVertexRule& rule, const V& y)
 {
     const V distance = All(rule.fBandDistance);
     const V factor = (distance - Absolute(y - All(rule.fBandCenter))) / distance;
-    return Choose(factor < All(0.0F), All(0.0F), factor);
+    return ChooseGreater(All(0.0F), factor);
 }
 
 template <EVertexRule TRule>
@@ -148,7 +176,7 @@ struct SRowPlace
     float* pDest;
     float* pShown;
     const float* pShape;
-    const float* pTargets;
+    const float* pTargets; // at the group's first column
 };
 
 struct SLanes
@@ -156,56 +184,93 @@ struct SLanes
     V lowest;
     V highest;
     I differs;
+    I visited; // counts down
 };
 
-// One group: eight vertices from column iAt of the tile on, those outside the part stay. A bit for
-// each that was written; uEditable: for each that may be.
-template <EVertexRule TRule, EMergeRule TMerge>
+// One group: eight vertices from column iAt of the tile on. A bit for each that was written. TEdge:
+// some of them may lie outside the part, where nothing changes, or outside the terrain.
+template <EVertexRule TRule, EMergeRule TMerge, bool TEdge>
 TELLUR_INLINE uint32_t RunGroup(const SVertexRule& rule,
                                 const SPassTile& tile,
                                 const SRowPlace& row,
-                                int iAt,
-                                int iGroup,
-                                SLanes& lanes,
-                                uint32_t& uEditable)
+                                const SColumnGroup& group,
+                                size_t iAt,
+                                SLanes& lanes)
 {
     const V source = Load(row.pSource + iAt);
     const V dest = Load(row.pDest + iAt);
     const V y = rule.bFromDest ? dest : source;
-    const V w = GetWeights(tile, row.pShape, tile.pGroups[iGroup]);
-    const V target =
-        TRule == EVertexRule::Move ? Load(row.pTargets + (size_t)iGroup * PASS_LANES) : All(rule.fAmount);
+    const V w = GetWeights(tile, row.pShape, group);
+    const V target = TRule == EVertexRule::Move ? Load(row.pTargets) : All(rule.fAmount);
     const V candidate = GetCandidate<TRule>(rule, y, w, target);
 
-    const I place = AllInts(iAt) + I{0, 1, 2, 3, 4, 5, 6, 7};
-    const I editable =
-        (I)(place >= AllInts(tile.iFirst)) & (I)(place < AllInts(tile.iEnd)) & ~(I)(y < All(0.0F));
-    I write = editable & (I)(candidate != dest) & (I)(candidate == candidate);
+    I editable = ~(I)(y < All(0.0F));
+    if (TEdge)
+    {
+        const I place = AllInts((int32_t)iAt) + I{0, 1, 2, 3, 4, 5, 6, 7};
+        editable &= (I)(place >= AllInts(tile.iFirst)) & (I)(place < AllInts(tile.iEnd));
+    }
+    lanes.visited += editable;
+    I write = editable & (I)(candidate != dest);
     if (TMerge == EMergeRule::Strongest)
     {
         write &= (I)(Absolute(candidate - source) >= Absolute(dest - source));
     }
-    const V top = All(tile.fMaxHeight);
-    const V low = Choose(candidate <= All(0.0F), All(0.0F), candidate);
-    const V written = Choose(candidate >= top, top, low);
+    else
+    {
+        write &= (I)(candidate == candidate);
+    }
+    const V written = ChooseSmaller(ChooseGreater(candidate, All(0.0F)), All(tile.fMaxHeight));
     const V height = Choose(write, written, dest);
     Store(row.pDest + iAt, height);
-    if (row.pShown != nullptr && iAt + PASS_LANES <= tile.iThere)
+    if (row.pShown != nullptr && (!TEdge || (int)iAt + PASS_LANES <= tile.iThere))
     {
         Store(row.pShown + iAt, height);
     }
     else if (row.pShown != nullptr)
     {
-        for (int i = iAt; i < tile.iThere; ++i)
+        for (int i = (int)iAt; i < tile.iThere; ++i)
         {
-            row.pShown[i] = height[i - iAt];
+            row.pShown[i] = height[i - (int)iAt];
         }
     }
-    lanes.lowest = Choose(write & (I)(written < lanes.lowest), written, lanes.lowest);
-    lanes.highest = Choose(write & (I)(written > lanes.highest), written, lanes.highest);
+    lanes.lowest = ChooseSmaller(Choose(write, written, lanes.lowest), lanes.lowest);
+    lanes.highest = ChooseGreater(Choose(write, written, lanes.highest), lanes.highest);
     lanes.differs |= write & (I)(written != dest);
-    uEditable = GetBits(editable);
     return GetBits(write);
+}
+
+// A bit for each column that was written.
+template <EVertexRule TRule, EMergeRule TMerge>
+TELLUR_INLINE uint64_t
+RunRow(const SVertexRule& rule, const SPassTile& tile, SRowPlace row, SLanes& lanes)
+{
+    const SColumnGroup* pGroup = tile.pGroups;
+    const auto iFirst = tile.iFirst;
+    const auto iEnd = tile.iEnd;
+    int iAt = iFirst / PASS_LANES * PASS_LANES;
+    uint64_t uChanged = 0;
+    while (iAt < iEnd)
+    {
+        if (iAt < iFirst || iAt + PASS_LANES > iEnd)
+        {
+            uChanged |= (uint64_t)RunGroup<TRule, TMerge, true>(
+                            rule, tile, row, *pGroup, (size_t)iAt, lanes)
+                        << iAt;
+            iAt += PASS_LANES;
+            row.pTargets += PASS_LANES;
+            ++pGroup;
+        }
+        for (; iAt + PASS_LANES <= iEnd; iAt += PASS_LANES)
+        {
+            uChanged |= (uint64_t)RunGroup<TRule, TMerge, false>(
+                            rule, tile, row, *pGroup, (size_t)iAt, lanes)
+                        << iAt;
+            row.pTargets += PASS_LANES;
+            ++pGroup;
+        }
+    }
+    return uChanged;
 }
 
 template <EVertexRule TRule, EMergeRule TMerge>
@@ -213,23 +278,12 @@ TELLUR_INLINE void RunTile(const SVertexRule& rule, const SPassTile& tile, SPass
 {
     const SVertexRule own = rule; // no write through a pointer can change it
     const SPassTile ownTile = tile;
-    SLanes lanes = {All(result.fMin), All(result.fMax), AllInts(0)};
-    size_t nVisited = result.nVisited;
-    const int iFirst = ownTile.iFirst / PASS_LANES * PASS_LANES;
+    SLanes lanes = {All(result.fMin), All(result.fMax), AllInts(0), AllInts(0)};
     SRowPlace row = {
         ownTile.pSource, ownTile.pDest, ownTile.pShown, ownTile.pShape, ownTile.pTargets};
     for (int iRow = 0; iRow < ownTile.iRows; ++iRow)
     {
-        uint64_t uChanged = 0;
-        for (int iAt = iFirst; iAt < ownTile.iEnd; iAt += PASS_LANES)
-        {
-            uint32_t uEditable = 0;
-            const uint32_t uWritten = RunGroup<TRule, TMerge>(
-                own, ownTile, row, iAt, (iAt - iFirst) / PASS_LANES, lanes, uEditable);
-            uChanged |= (uint64_t)uWritten << iAt;
-            nVisited += (size_t)__builtin_popcount(uEditable);
-        }
-        ownTile.pChanged[iRow] = uChanged;
+        ownTile.pChanged[iRow] = RunRow<TRule, TMerge>(own, ownTile, row, lanes);
         row.pSource += 64;
         row.pDest += 64;
         row.pShown += row.pShown != nullptr ? ownTile.nShownPitch : 0;
@@ -240,9 +294,9 @@ TELLUR_INLINE void RunTile(const SVertexRule& rule, const SPassTile& tile, SPass
     {
         result.fMin = lanes.lowest[i] < result.fMin ? lanes.lowest[i] : result.fMin;
         result.fMax = lanes.highest[i] > result.fMax ? lanes.highest[i] : result.fMax;
+        result.nVisited += (size_t)-lanes.visited[i];
     }
     result.bDiffers = result.bDiffers || GetBits(lanes.differs) != 0;
-    result.nVisited = nVisited;
 }
 
 template <EVertexRule TRule>

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QTimer>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -61,15 +62,18 @@ TEST_F(CProgressWindowTest, WorkThatMustNotBeStoppedOffersNoButton)
     EXPECT_FALSE(progress.TakeCancelled());
 }
 
-TEST_F(CProgressWindowTest, ShortWorkShowsNothing)
+TEST_F(CProgressWindowTest, ShortWorkShowsNothingAndLetsTheWindowDraw)
 {
     constexpr int ONE_DAY = 86'400'000;
-    CProgressWindow progress(ONE_DAY);
+    CProgressWindow progress(ONE_DAY, 0);
+    bool bTurned = false;
+    QTimer::singleShot(0, [&bTurned] { bTurned = true; });
     for (const float fDone : {0.0F, 0.5F, 0.99F, 1.0F})
     {
         EXPECT_TRUE(progress.Report(&m_Parent, "Reading heights", fDone));
         EXPECT_EQ(GetDialog(), nullptr);
     }
+    EXPECT_TRUE(bTurned);
 }
 
 } // namespace

@@ -217,8 +217,9 @@ TEST_F(CPointsInNumbers, HaveTheSameBitsInBothForms)
         }
         uint64_t aChanged[2][2] = {};
         SPassResult results[2];
-        const int iFirst = numbers.Int(0, 63);
-        const int iEnd = numbers.Int(iFirst + 1, 64);
+        const int iFirst = numbers.Int(0, 60);
+        const int iEnd = numbers.Int(iFirst + 1, 61);
+        const float fHardness = iCase % 2 == 0 ? 0.0F : numbers.Float(-0.5F, 0.5F);
         const FnTilePass passes[] = {&RunTilePassPlain, GetTilePass()};
         for (int n = 0; n < 2; ++n)
         {
@@ -236,6 +237,7 @@ TEST_F(CPointsInNumbers, HaveTheSameBitsInBothForms)
             tile.pTargets = aTargets;
             tile.nTargetPitch = 64;
             tile.fPower = 1.25F;
+            tile.fHardness = fHardness;
             tile.fMaxHeight = 280.0F;
             tile.pChanged = aChanged[n];
             passes[n](rule, tile, results[n]);
