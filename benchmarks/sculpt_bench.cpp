@@ -288,7 +288,8 @@ void AddCircles(benchmark::internal::Benchmark* pBenchmark)
         pBenchmark->Args({64, 513});
         return;
     }
-    pBenchmark->Args({1000, 4097})->Args({256, 4097})->Args({256, 16385});
+    pBenchmark->ArgsProduct({{64, 256, 512, 1000, 2048}, {4097}})
+        ->ArgsProduct({{256}, {1025, 16385}});
 }
 
 } // namespace

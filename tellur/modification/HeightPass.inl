@@ -158,7 +158,7 @@ TELLUR_INLINE V GetCandidate(const SVertexRule& rule, const V& y, const V& w, co
     {
         a *= GetBandFactor(rule, y);
     }
-    if (TRule == EVertexRule::Raise)
+    if (TRule == EVertexRule::Raise || (rule.bRaise && rule.bLower))
     {
         return y + a;
     }
