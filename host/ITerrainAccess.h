@@ -22,7 +22,8 @@ struct SGridBox
     bool IsEmpty() const { return iMinX > iMaxX || iMinZ > iMaxZ; }
 };
 
-// Whoever keeps in mind what heights were. Calls no operation that changes heights.
+// Whoever keeps in mind what heights were. Calls no operation that changes heights; one that has no
+// memory for what they were may put its own writes back, with OnRowsWritten.
 class ITerrainWatcher
 {
 public:
@@ -36,6 +37,7 @@ public:
     virtual void OnHeightsGo() = 0;
 };
 
+// One tool at a time writes this way: watchers are not told of what it writes.
 class ITerrainAccess
 {
 public:
