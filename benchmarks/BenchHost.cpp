@@ -129,12 +129,17 @@ void CBenchHost::DropShared()
     g_Shared.reset();
 }
 
-void CBenchHost::SetBrush(const char* pszFunction, float fExtent, const char* pszAttribs)
+void TakeBrush(IPlugin* pPlugin, const char* pszFunction, float fExtent, const char* pszAttribs)
 {
-    PlayText(m_Loader.GetPlugin(),
+    PlayText(pPlugin,
              "brush() { bitmap() { path( \"data/brushes/round.png\" ) } function( \"" +
                  std::string(pszFunction) + "\" ) {" + pszAttribs + "} extent( " +
                  std::to_string(fExtent) + " ) }\nmode( \"terraforming\" )\n");
+}
+
+void CBenchHost::SetBrush(const char* pszFunction, float fExtent, const char* pszAttribs)
+{
+    TakeBrush(m_Loader.GetPlugin(), pszFunction, fExtent, pszAttribs);
 }
 
 void CBenchHost::Point(float fX, float fZ)

@@ -111,5 +111,11 @@ private:
     std::vector<double> m_Yardstick;
 };
 
+// Makes a brush of the plug-in current, in the terraforming mode; see CBenchHost::SetBrush.
+void TakeBrush(IPlugin* pPlugin,
+               const char* pszFunction,
+               float fExtent,
+               const char* pszAttribs = "");
+
 // Absolute path of a file beside the benchmark program.
 std::string GetProgramFolder();

@@ -1,5 +1,5 @@
-// Opening a level in the editor's window, from the choice of the file to its ground on the screen.
-// Needs a display for its OpenGL context.
+// The editor's window: a level from the choice of its file to its ground on the screen, and how the
+// ground follows the hand. Needs a display for its OpenGL context.
 
 #include "benchmarks/BenchHost.h"
 #include "benchmarks/Effort.h"
@@ -15,18 +15,22 @@
 
 #include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
+#include <QMouseEvent>
 #include <QSurfaceFormat>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace
@@ -140,6 +144,8 @@ public:
 
     CEditorWindow& GetWindow() { return m_Window; }
 
+    IPlugin* GetPlugin() { return m_Editor.GetPlugin(); }
+
 private:
     QTemporaryDir m_Folder;
     CEditorFace m_Face;
@@ -193,6 +199,159 @@ void OpenLevel(benchmark::State& state)
     state.counters["longest_without_answer_ms"] = fBlock;
 }
 
+// A hand that draws: moves come from another thread, as from a mouse, whatever the window does. It
+// keeps in mind how many had come and how many were taken when each frame was shown.
+class CHand : public QObject
+{
+public:
+    explicit CHand(CViewWidget& view)
+        : m_View(view)
+    {
+        m_View.installEventFilter(this);
+        m_Shown = connect(&m_View,
+                          &QOpenGLWidget::frameSwapped,
+                          [this] {
+                              m_Frames.push_back({m_Come, m_Taken, m_Clock.nsecsElapsed()});
+                          });
+        m_Clock.start();
+    }
+
+    ~CHand() override { disconnect(m_Shown); }
+
+    CHand(const CHand&) = delete;
+    CHand& operator=(const CHand&) = delete;
+
+    // nMoves over fPixels to the right in fSeconds, from the middle of the view on.
+    void Drag(double fPixels, int nMoves, double fSeconds)
+    {
+        const QPointF from(m_View.width() * 0.5 - fPixels * 0.5, m_View.height() * 0.5);
+        Send(QEvent::MouseMove, from, Qt::NoButton);
+        Send(QEvent::MouseButtonPress, from, Qt::LeftButton);
+        m_Frames.clear();
+        m_Taken = 0;
+        m_Come = 0;
+        std::thread mouse(
+            [&]
+            {
+                for (int i = 1; i <= nMoves; ++i)
+                {
+                    std::this_thread::sleep_for(std::chrono::duration<double>(fSeconds / nMoves));
+                    const QPointF at = from + QPointF(fPixels * i / nMoves, 0.0);
+                    ++m_Come;
+                    QCoreApplication::postEvent(&m_View,
+                                                Make(QEvent::MouseMove, at, Qt::LeftButton));
+                }
+            });
+        CEditorScene::Wait([&] { return !m_Frames.empty() && m_Frames.back().nTaken == nMoves; });
+        mouse.join();
+        Send(QEvent::MouseButtonRelease, from + QPointF(fPixels, 0.0), Qt::NoButton);
+    }
+
+    // Frames that were shown without a move that had come before them, the most for any move.
+    int GetMostBehind() const
+    {
+        int nMost = 0;
+        for (int iMove = 1; iMove <= m_Come; ++iMove)
+        {
+            const auto nBehind =
+                std::count_if(m_Frames.begin(),
+                              m_Frames.end(),
+                              [iMove](const SFrame& frame)
+                              { return frame.nCome >= iMove && frame.nTaken < iMove; });
+            nMost = std::max(nMost, static_cast<int>(nBehind));
+        }
+        return nMost;
+    }
+
+    // Seconds from frame to frame.
+    std::vector<double> GetTimes() const
+    {
+        std::vector<double> times;
+        for (size_t i = 1; i < m_Frames.size(); ++i)
+        {
+            times.push_back(static_cast<double>(m_Frames[i].nsAt - m_Frames[i - 1].nsAt) * 1e-9);
+        }
+        return times;
+    }
+
+    bool eventFilter(QObject*, QEvent* pEvent) override
+    {
+        m_Taken += pEvent->type() == QEvent::MouseMove ? 1 : 0;
+        return false;
+    }
+
+private:
+    struct SFrame
+    {
+        int nCome;
+        int nTaken;
+        qint64 nsAt;
+    };
+
+    QMouseEvent* Make(QEvent::Type eType, const QPointF& at, Qt::MouseButtons buttons) const
+    {
+        const bool bMove = eType == QEvent::MouseMove;
+        return new QMouseEvent(eType,
+                               at,
+                               m_View.mapToGlobal(at),
+                               bMove ? Qt::NoButton : Qt::LeftButton,
+                               buttons,
+                               Qt::NoModifier);
+    }
+
+    void Send(QEvent::Type eType, const QPointF& at, Qt::MouseButtons buttons)
+    {
+        const std::unique_ptr<QMouseEvent> pEvent(Make(eType, at, buttons));
+        QCoreApplication::sendEvent(&m_View, pEvent.get());
+    }
+
+    CViewWidget& m_View;
+    QMetaObject::Connection m_Shown;
+    QElapsedTimer m_Clock;
+    std::atomic<int> m_Come = 0;
+    int m_Taken = 0;
+    std::vector<SFrame> m_Frames;
+};
+
+// A drag over one side of the brush in 200 ms, by a mouse that says where it is 125 times a second.
+// Times are from frame to frame. Yardstick: a frame in which nothing changed.
+void DragOneExtent(benchmark::State& state)
+{
+    constexpr int MOVES = 25;
+    constexpr double SECONDS = 0.2;
+    CEditorScene scene;
+    CEditorWindow& window = scene.GetWindow();
+    const auto fExtent = static_cast<float>(state.range(1));
+    window.OpenFile(scene.MakeLevel(static_cast<uint32_t>(state.range(0))));
+    scene.Wait([&] { return window.GetViews().IsComplete(); });
+    TakeBrush(scene.GetPlugin(), "RelativeHeightFunction", fExtent);
+    CViewWidget& view = *window.GetViews().GetActive();
+    const double fPixels = view.width() * 0.7 * fExtent / static_cast<double>(state.range(0));
+    CHand hand(view);
+    CRatio ratio;
+    std::vector<double> times;
+    int nBehind = 0;
+    for (auto _ : state)
+    {
+        scene.Settle();
+        view.update();
+        const double fStill = TakeTime([&] { view.grabFramebuffer(); });
+        hand.Drag(fPixels, MOVES, SECONDS);
+        nBehind = std::max(nBehind, hand.GetMostBehind());
+        for (const double fTime : hand.GetTimes())
+        {
+            times.push_back(fTime);
+            ratio.Add(fTime, fStill);
+        }
+        window.GetHost().Undo();
+    }
+    ratio.Report(state);
+    std::sort(times.begin(), times.end());
+    state.counters["p95_ms"] = times.empty() ? 0.0 : times[(times.size() * 95 - 1) / 100] * 1e3;
+    state.counters["frames"] = static_cast<double>(times.size());
+    state.counters["most_frames_behind"] = nBehind;
+}
+
 BENCHMARK(OpenLevel)
     ->ArgsProduct({GetSizes({1025, 4097, 16385})})
     ->ArgName("terrain")
@@ -200,13 +359,25 @@ BENCHMARK(OpenLevel)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
+BENCHMARK(DragOneExtent)
+    ->Apply(
+        [](auto* pRow)
+        {
+            pRow->ArgNames({"terrain", "footprint"});
+            pRow->Args({1025, 256});
+            if (!IsQuick())
+            {
+                pRow->Args({4097, 256})->Args({4097, 1000});
+            }
+        }) -> Iterations(GetRounds(5)) -> Unit(benchmark::kMillisecond);
+
 } // namespace
 
 int main(int nArguments, char** ppszArguments)
 {
     if (std::getenv("DISPLAY") == nullptr && std::getenv("WAYLAND_DISPLAY") == nullptr)
     {
-        std::printf("open_bench: there is no display to measure\n");
+        std::printf("window_bench: there is no display to measure\n");
         return 0;
     }
     benchmark::Initialize(&nArguments, ppszArguments);
