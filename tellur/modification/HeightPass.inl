@@ -258,7 +258,7 @@ RunRow(const SVertexRule& rule, const SPassTile& tile, SRowPlace row, SLanes& la
                             rule, tile, row, *pGroup, (size_t)iAt, lanes)
                         << iAt;
             iAt += PASS_LANES;
-            row.pTargets += PASS_LANES;
+            row.pTargets += TRule == EVertexRule::Move ? PASS_LANES : 0;
             ++pGroup;
         }
         for (; iAt + PASS_LANES <= iEnd; iAt += PASS_LANES)
@@ -266,7 +266,7 @@ RunRow(const SVertexRule& rule, const SPassTile& tile, SRowPlace row, SLanes& la
             uChanged |= (uint64_t)RunGroup<TRule, TMerge, false>(
                             rule, tile, row, *pGroup, (size_t)iAt, lanes)
                         << iAt;
-            row.pTargets += PASS_LANES;
+            row.pTargets += TRule == EVertexRule::Move ? PASS_LANES : 0;
             ++pGroup;
         }
     }
