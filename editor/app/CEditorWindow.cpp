@@ -201,7 +201,8 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
     auto* pTools = m_Editor.FindInterface<IPluginTools>();
     const float fExtent = pTools != nullptr ? pTools->GetBrushExtent() : 0.0F;
     CViewWidget* pView = m_pViews != nullptr ? m_pViews->GetActive() : nullptr;
-    if (event.eKind == EHostEvent::Action && fExtent != m_ExtentBefore && pView != nullptr)
+    const bool bResized = fExtent > 0.0F && fExtent != m_ExtentBefore; // 0: no brush is up
+    if (event.eKind == EHostEvent::Action && bResized && pView != nullptr)
     {
         pView->GetNote().ShowValue(QString("brush %1").arg(fExtent, 0, 'f', 1));
     }

@@ -69,6 +69,15 @@ void CStatusLine::Say(const QString& strText)
     m_WordsTimer.start();
 }
 
+void CStatusLine::Withdraw(const QString& strText)
+{
+    if (m_Words == strText)
+    {
+        m_WordsTimer.stop();
+        m_pWords->hide();
+    }
+}
+
 void CStatusLine::PlaceWords()
 {
     const int iRoom = isSizeGripEnabled() ? width() - height() : width();

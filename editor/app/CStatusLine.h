@@ -22,6 +22,8 @@ public:
 
     // Shows one line for three seconds, over the fields at the end: none of them moves.
     void Say(const QString& strText);
+    // Takes the line away, if it is still that one.
+    void Withdraw(const QString& strText);
 
 protected:
     void resizeEvent(QResizeEvent* pEvent) override;

@@ -140,6 +140,11 @@ void CStatusWords::Hear(const SHostEvent& event)
     {
         m_Drag.bChanged = true;
         m_Drag.changed = event.hit;
+        if (!m_Drag.strSaid.isEmpty())
+        {
+            m_Status.Withdraw(m_Drag.strSaid);
+            m_Drag.strSaid.clear();
+        }
     }
     m_Drag.bSideways = m_Drag.bSideways || outcome.eKind == EPointOutcome::Sideways;
     const QString strReason = GetReason(outcome);
@@ -147,6 +152,7 @@ void CStatusWords::Hear(const SHostEvent& event)
     if (!strReason.isEmpty() && (m_Drag.uSaid & uBit) == 0 && IsNews(outcome, event))
     {
         m_Drag.uSaid |= uBit;
+        m_Drag.strSaid = strReason;
         m_Status.Say(strReason);
     }
 }

@@ -4,6 +4,8 @@
 #include "host/IPluginStrokes.h"
 #include "host/Notice.h"
 
+#include <QString>
+
 class CEditor;
 class CEditorFace;
 class CStatusLine;
@@ -34,6 +36,7 @@ private:
         bool bSideways = false;
         SVec3 changed;      // where the last one was that changed something
         uint32_t uSaid = 0; // a bit by each outcome
+        QString strSaid;    // the line that says why nothing changed, until something does
     };
 
     void OnNotice(const char* pszText) override;

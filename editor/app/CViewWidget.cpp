@@ -203,10 +203,15 @@ bool CViewWidget::event(QEvent* pEvent)
         m_Parts.host.GetModes().SetModeCursor();
         TakeKeyboard();
         break;
-    case QEvent::WindowActivate: // a dialog lay over the cursor
+    case QEvent::WindowActivate: // a dialog lay over the cursor, or the window has just come
         if (QApplication::widgetAt(QCursor::pos()) == this)
         {
             SeeCursor();
+            const QWidget* pFocus = window()->focusWidget();
+            if (pFocus == nullptr || dynamic_cast<const CViewWidget*>(pFocus) != nullptr)
+            {
+                TakeKeyboard();
+            }
         }
         break;
     case QEvent::Leave:

@@ -71,6 +71,13 @@ void CScriptMouse::EndDrag()
     }
 }
 
+void CScriptMouse::LetGo()
+{
+    m_bDown = false;
+    m_Host.EndDrag();
+    EndDrag();
+}
+
 void CScriptMouse::Send(EMouseEvent eEvent, int32_t iStep)
 {
     if (eEvent == EMouseEvent::Press && m_Strokes != nullptr)

@@ -45,6 +45,8 @@ public:
 
     // Closes the record of a drag that has not seen its release.
     void EndDrag();
+    // Lets go of the button of a running drag where it is.
+    void LetGo();
 
     const CDragRecorder& GetDrags() const { return m_Drags; }
 

@@ -274,12 +274,14 @@ bool CScriptPlayer::PlayAction(const CScriptCall& call, std::string& /*strWhy*/)
 
 bool CScriptPlayer::PlayUndo(const CScriptCall& /*call*/, std::string& /*strWhy*/)
 {
+    m_Mouse.LetGo(); // as the key does
     m_Host.Undo();
     return true;
 }
 
 bool CScriptPlayer::PlayRedo(const CScriptCall& /*call*/, std::string& /*strWhy*/)
 {
+    m_Mouse.LetGo();
     m_Host.Redo();
     return true;
 }

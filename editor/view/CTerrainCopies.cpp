@@ -77,13 +77,18 @@ bool CTerrainCopies::Follow(
     {
         gl.glWaitSync(m_Fence, 0, GL_TIMEOUT_IGNORED); // another context may have changed them
     }
-    if (terrain.TakeDirtyRects(m_Seen, m_Changed))
+    const bool bChanged = terrain.TakeDirtyRects(m_Seen, m_Changed);
+    if (bChanged)
     {
         AddPending();
-        uSent += FollowCoarse(gl, terrain);
     }
     const uint64_t uEnd = uBefore + std::min(uMostBytes, ALL_BYTES - uBefore);
     const bool bAtOnce = CountPending() / AT_ONCE <= uMostBytes;
+    const bool bAside = !bAtOnce && PutAside(gl, terrain);
+    if (bChanged || bAside)
+    {
+        uSent += FollowCoarse(gl, terrain);
+    }
     m_bPending = false;
     for (STileState& tile : m_States)
     {
@@ -109,6 +114,29 @@ bool CTerrainCopies::Follow(
         LetOthersSee(gl);
     }
     return !m_bNoRoom;
+}
+
+// Tiles that would show half of a large change give way to the coarse ground until they have all of
+// it. False where there is no coarse ground; they then show what they have.
+bool CTerrainCopies::PutAside(OpenGl& gl, const CTerrain& terrain)
+{
+    if (!m_Coarse.IsMade())
+    {
+        if (!m_Coarse.Make(gl, terrain.GetView(), m_TileCells, m_CoarseCells))
+        {
+            return false;
+        }
+        m_Changed = {{0, 0, m_VerticesX, m_VerticesZ}};
+    }
+    for (STileState& tile : m_States)
+    {
+        if (tile.bThere && !tile.pending.empty())
+        {
+            tile.bThere = false;
+            ++m_Missing;
+        }
+    }
+    return true;
 }
 
 // The whole ground at once, where the terrain will not be there with this frame. True when it was
@@ -281,7 +309,7 @@ uint64_t CTerrainCopies::FollowCoarse(OpenGl& gl, const CTerrain& terrain)
     return uBytes;
 }
 
-// The one that is on its way before all others.
+// Those that have textures before all others.
 CTerrainCopies::STileState* CTerrainCopies::FindNearestMissing(const CTerrain& terrain,
                                                                const SVec3& eye)
 {
@@ -298,11 +326,9 @@ CTerrainCopies::STileState* CTerrainCopies::FindNearestMissing(const CTerrain& t
         };
         const float fDistance = std::hypot(getGap(fEyeX, tile.whole.uMinX, tile.whole.uEndX),
                                            getGap(fEyeZ, tile.whole.uMinZ, tile.whole.uEndZ));
-        if (tile.bBegun && !tile.bThere)
-        {
-            return &tile;
-        }
-        if (!tile.bThere && (pNearest == nullptr || fDistance < fNearest))
+        const bool bSooner = pNearest == nullptr || (tile.bBegun && !pNearest->bBegun) ||
+                             (tile.bBegun == pNearest->bBegun && fDistance < fNearest);
+        if (!tile.bThere && bSooner)
         {
             pNearest = &tile;
             fNearest = fDistance;

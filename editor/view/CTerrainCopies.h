@@ -33,7 +33,8 @@ public:
 
     // Brings changes up to date until uMostBytes were sent, or a little more: first those of the
     // tiles that are there, all of them at once unless they are several times as much, then the
-    // other tiles, nearest to the eye first. Tiles show what they have until their turn comes.
+    // other tiles, nearest to the eye first; until its turn has come the coarse ground stands for a
+    // tile. Where there is none tiles show what they have.
     // uSent: grows by the bytes. False, with one logged line per terrain, when the card has no room
     // for it. Draws where it needs to: viewport, program, arrays and texture units are others
     // afterwards, the frame that is drawn into is the same.
@@ -70,6 +71,7 @@ private:
     void TakePending(STileState& tile, uint64_t uMostBytes);
     void Complete(const CTerrain& terrain, STileState& tile);
     bool BringInCoarse(OpenGl& gl, const CTerrain& terrain, uint64_t uMostBytes, uint64_t& uSent);
+    bool PutAside(OpenGl& gl, const CTerrain& terrain);
     uint64_t FollowCoarse(OpenGl& gl, const CTerrain& terrain);
     STileState* FindNearestMissing(const CTerrain& terrain, const SVec3& eye);
     void LetOthersSee(OpenGl& gl);

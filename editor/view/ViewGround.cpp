@@ -96,8 +96,11 @@ void SetDepthRange(SViewProjection& view, const CTerrain* pTerrain)
     }
     if (view.bOrthographic)
     {
-        view.fNear = fLeast - fRoom; // may lie behind the view: nothing is divided by depth
-        view.fFar = fMost + fRoom;
+        // A picture may show heights for a while that the terrain has no more: as much as it may
+        // have.
+        const float fMay = pTerrain != nullptr ? pTerrain->GetSize().y : 0.0F;
+        view.fNear = fLeast - fRoom - fMay; // may lie behind the view: nothing is divided by depth
+        view.fFar = fMost + fRoom + fMay;
         return;
     }
     view.fFar = std::max(fMost * 1.01F, 16.0F * GetClearance(pTerrain));

@@ -267,6 +267,10 @@ TEST_F(CToolKeys, KeysWorkWhereTheCursorIsWithoutAClick)
     EXPECT_FALSE(GetView().IsFlyKeyDown("forward"));
     LetGo("w");
     EXPECT_FALSE(GetView(1).IsFlyKeyDown("forward"));
+    GetView().setFocus(); // as when the window comes while the cursor lies in the other view
+    QEvent activated(QEvent::WindowActivate);
+    QApplication::sendEvent(&GetView(1), &activated);
+    EXPECT_TRUE(GetView(1).hasFocus());
     // With a button down the view that it went down in keeps the keyboard, and so does a menu.
     Do({"mousedown", "2"});
     MoveTo(GetView(), {0.5, 0.5});
