@@ -144,7 +144,8 @@ TEST_F(Scripts, BenchTellsWhatEveryProgramMeasuredAndFailsWithTheFirstThatFails)
         "exec >${1#--benchmark_out=}; shift 2; echo '{\"benchmarks\": ['; for n in 513 2048; do "
         "echo $comma '{\"name\": \"Press/terrain:'$n'/iterations:3/manual_time\", "
         "\"tool_ms\": 0.0312, \"yardstick_ms\": 12.5, \"ratio\": 0.0025, "
-        "\"label\": \"'${TELLUR_BENCH_QUICK:-0} $DISPLAY $*'\"}'; comma=,; done; echo ']}'";
+        "\"label\": \"'${TELLUR_BENCH_QUICK:-0} $DISPLAY$GALLIUM_NOOP $*'\"}'; comma=,; done; "
+        "echo ']}'";
     AddProgram("build/release/bin/a_bench", strMeasure);
     AddProgram("build/release/bin/view_bench", strMeasure);
     AddProgram("build/release/bin/z_bench", "echo Failed to match any benchmarks");
@@ -154,12 +155,16 @@ TEST_F(Scripts, BenchTellsWhatEveryProgramMeasuredAndFailsWithTheFirstThatFails)
         "Press, terrain 2,048  31.2 µs    12.5 ms   0.00         0 --x=y\n\n"
         "view                     tool  yardstick  ratio  worst  more\n"
         "Press, terrain 513    31.2 µs    12.5 ms   0.00         0 :1 --x=y\n"
-        "Press, terrain 2,048  31.2 µs    12.5 ms   0.00         0 :1 --x=y\n\n";
+        "Press, terrain 2,048  31.2 µs    12.5 ms   0.00         0 :1 --x=y\n\n"
+        "view-processor           tool  yardstick  ratio  worst  more\n"
+        "Press, terrain 513    31.2 µs    12.5 ms   0.00         0 :11 --x=y\n"
+        "Press, terrain 2,048  31.2 µs    12.5 ms   0.00         0 :11 --x=y\n\n";
     EXPECT_TRUE(whole.strOutput.ends_with(strEnd)) << whole.strOutput;
 
     WriteBytes(m_Folder.Path("docs/performance.md"),
                "<!-- figures: a -->\nold\n<!-- end -->\n<!-- figures: machine -->\n<!-- end -->\n"
-               "<!-- figures: view -->\n<!-- end -->\n");
+               "<!-- figures: view -->\n<!-- end -->\n"
+               "<!-- figures: view-processor -->\n<!-- end -->\n");
     EXPECT_EQ(Run("cmake/bench-report --document").nExitCode, 0);
     AddProgram("build/release/bin/view_bench", "echo Failed to match any benchmarks");
     EXPECT_EQ(Run("./bench && ! cmake/bench-report --document").nExitCode, 0) << "a part";

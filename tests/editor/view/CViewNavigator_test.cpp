@@ -83,12 +83,15 @@ struct SView
         const bool bOver =
             pTerrain->PickRay({view.position.x, 1e6F, view.position.z}, {0, -1, 0}, ground);
         EXPECT_TRUE(!bOver || view.position.y > ground.y) << "below the ground";
-        // What is in the picture is between near and far plane.
+        // What is in the picture is between near and far plane, in a view from above also where
+        // the terrain was as high or as low as it may be a moment ago.
         for (uint32_t i = 0; i < 129 * 65; i += 7)
         {
+            const bool bWas = view.bOrthographic && i % 2 == 0;
             const SVec3 at = {
                 4.0F * static_cast<float>(i % 129),
-                pTerrain->GetHeightData()[i],
+                bWas ? pTerrain->GetSize().y * static_cast<float>(i / 2 % 2)
+                     : pTerrain->GetHeightData()[i],
                 4.0F * static_cast<float>(i / 129)}; // NOLINT(bugprone-integer-division): the row
             const float fW = matrix[3] * at.x + matrix[7] * at.y + matrix[11] * at.z + matrix[15];
             const float fDepth =
