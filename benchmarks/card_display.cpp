@@ -1,6 +1,6 @@
 // Stands before the system's EGL in a process of Qt's "minimalegl" platform, so that a program
 // draws on a graphics card that has no display: the display is the first device that EGL names,
-// windows are buffers of their size. Loaded with LD_PRELOAD by "./bench --card".
+// windows are buffers of their size. cmake/pack-bench makes a folder that loads it with LD_PRELOAD.
 
 #define EGL_EGLEXT_PROTOTYPES
 #include <EGL/egl.h>

@@ -2,6 +2,7 @@
 // ground follows the hand. Needs a display for its OpenGL context.
 
 #include "benchmarks/BenchHost.h"
+#include "benchmarks/CHand.h"
 #include "benchmarks/Effort.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
@@ -15,22 +16,18 @@
 
 #include <QAbstractEventDispatcher>
 #include <QElapsedTimer>
-#include <QMouseEvent>
 #include <QSurfaceFormat>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace
@@ -198,120 +195,6 @@ void OpenLevel(benchmark::State& state)
     state.counters["complete_ms"] = fComplete * 1e3;
     state.counters["longest_without_answer_ms"] = fBlock;
 }
-
-// A hand that draws: moves come from another thread, as from a mouse, whatever the window does. It
-// keeps in mind how many had come and how many were taken when each frame was shown.
-class CHand : public QObject
-{
-public:
-    explicit CHand(CViewWidget& view)
-        : m_View(view)
-    {
-        m_View.installEventFilter(this);
-        m_Shown = connect(&m_View,
-                          &QOpenGLWidget::frameSwapped,
-                          [this] {
-                              m_Frames.push_back({m_Come, m_Taken, m_Clock.nsecsElapsed()});
-                          });
-        m_Clock.start();
-    }
-
-    ~CHand() override { disconnect(m_Shown); }
-
-    CHand(const CHand&) = delete;
-    CHand& operator=(const CHand&) = delete;
-
-    // nMoves over fPixels to the right in fSeconds, from the middle of the view on.
-    void Drag(double fPixels, int nMoves, double fSeconds)
-    {
-        const QPointF from(m_View.width() * 0.5 - fPixels * 0.5, m_View.height() * 0.5);
-        Send(QEvent::MouseMove, from, Qt::NoButton);
-        Send(QEvent::MouseButtonPress, from, Qt::LeftButton);
-        m_Frames.clear();
-        m_Taken = 0;
-        m_Come = 0;
-        std::thread mouse(
-            [&]
-            {
-                for (int i = 1; i <= nMoves; ++i)
-                {
-                    std::this_thread::sleep_for(std::chrono::duration<double>(fSeconds / nMoves));
-                    const QPointF at = from + QPointF(fPixels * i / nMoves, 0.0);
-                    ++m_Come;
-                    QCoreApplication::postEvent(&m_View,
-                                                Make(QEvent::MouseMove, at, Qt::LeftButton));
-                }
-            });
-        CEditorScene::Wait([&] { return !m_Frames.empty() && m_Frames.back().nTaken == nMoves; });
-        mouse.join();
-        Send(QEvent::MouseButtonRelease, from + QPointF(fPixels, 0.0), Qt::NoButton);
-    }
-
-    // Frames that were shown without a move that had come before them, the most for any move.
-    int GetMostBehind() const
-    {
-        int nMost = 0;
-        for (int iMove = 1; iMove <= m_Come; ++iMove)
-        {
-            const auto nBehind =
-                std::count_if(m_Frames.begin(),
-                              m_Frames.end(),
-                              [iMove](const SFrame& frame)
-                              { return frame.nCome >= iMove && frame.nTaken < iMove; });
-            nMost = std::max(nMost, static_cast<int>(nBehind));
-        }
-        return nMost;
-    }
-
-    // Seconds from frame to frame.
-    std::vector<double> GetTimes() const
-    {
-        std::vector<double> times;
-        for (size_t i = 1; i < m_Frames.size(); ++i)
-        {
-            times.push_back(static_cast<double>(m_Frames[i].nsAt - m_Frames[i - 1].nsAt) * 1e-9);
-        }
-        return times;
-    }
-
-    bool eventFilter(QObject*, QEvent* pEvent) override
-    {
-        m_Taken += pEvent->type() == QEvent::MouseMove ? 1 : 0;
-        return false;
-    }
-
-private:
-    struct SFrame
-    {
-        int nCome;
-        int nTaken;
-        qint64 nsAt;
-    };
-
-    QMouseEvent* Make(QEvent::Type eType, const QPointF& at, Qt::MouseButtons buttons) const
-    {
-        const bool bMove = eType == QEvent::MouseMove;
-        return new QMouseEvent(eType,
-                               at,
-                               m_View.mapToGlobal(at),
-                               bMove ? Qt::NoButton : Qt::LeftButton,
-                               buttons,
-                               Qt::NoModifier);
-    }
-
-    void Send(QEvent::Type eType, const QPointF& at, Qt::MouseButtons buttons)
-    {
-        const std::unique_ptr<QMouseEvent> pEvent(Make(eType, at, buttons));
-        QCoreApplication::sendEvent(&m_View, pEvent.get());
-    }
-
-    CViewWidget& m_View;
-    QMetaObject::Connection m_Shown;
-    QElapsedTimer m_Clock;
-    std::atomic<int> m_Come = 0;
-    int m_Taken = 0;
-    std::vector<SFrame> m_Frames;
-};
 
 // A drag over one side of the brush in 200 ms, by a mouse that says where it is 125 times a second.
 // Times are from frame to frame. Yardstick: a frame in which nothing changed.

@@ -23,10 +23,13 @@
 #include <QMimeData>
 #include <QSettings>
 
+#include <utility>
+
 namespace
 {
 
 constexpr int AUTOSAVE_TICK_MS = 2000;
+constexpr int DROP_AGAIN_MS = 100;
 constexpr int AUTOSAVE_COPYING_MS = 100; // until the copy is there
 constexpr int FIRST_WIDTH = 1280;
 constexpr int FIRST_HEIGHT = 800;
@@ -59,7 +62,17 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     m_StateTimer.callOnTimeout(this, [this] { Refresh(); });
     m_Settings.render.pPaintLayer = &GetHost().GetCPaintLayer();
     m_DropTimer.setSingleShot(true);
-    m_DropTimer.callOnTimeout(this, [this] { OpenFile(m_Dropped); });
+    m_DropTimer.callOnTimeout(this,
+                              [this]
+                              {
+                                  if (m_Progress.IsWorking())
+                                  {
+                                      m_DropTimer.start(
+                                          DROP_AGAIN_MS); // its events are taken in it
+                                      return;
+                                  }
+                                  OpenFile(std::exchange(m_Dropped, {}));
+                              });
 }
 
 CEditorWindow::~CEditorWindow()
@@ -295,9 +308,11 @@ void CEditorWindow::OnLevel()
     CTextureManager& textures = GetHost().GetEngine().GetTextures();
     if (m_BitmapName != document.GetBitmap())
     {
+        // A view may draw while the other one is read.
+        ITexture* pBefore = std::exchange(m_Settings.render.pTypeBitmap, nullptr);
         if (!m_BitmapName.empty())
         {
-            textures.Release(m_Settings.render.pTypeBitmap);
+            textures.Release(pBefore);
         }
         m_BitmapName = document.GetBitmap();
         m_Settings.render.pTypeBitmap =

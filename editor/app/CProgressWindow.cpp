@@ -5,19 +5,17 @@
 #include <QCoreApplication>
 #include <QProgressDialog>
 
-#include <algorithm>
-
 namespace
 {
 
 constexpr int STEPS = 1000;
-constexpr qint64 WORK_TO_TURNS = 3; // of the time
+constexpr qint64 EARLY_MS = 100; // sooner nothing can be said of the rest
+constexpr float MUCH_LONGER = 2.0F;
 
 } // namespace
 
-CProgressWindow::CProgressWindow(int iShownAfter, int iTurns)
+CProgressWindow::CProgressWindow(int iShownAfter)
     : m_ShownAfter(iShownAfter)
-    , m_Turns(iTurns)
 {
     m_Forget.setSingleShot(true);
     m_Forget.callOnTimeout([this] { m_bCancelled = false; });
@@ -25,14 +23,21 @@ CProgressWindow::CProgressWindow(int iShownAfter, int iTurns)
 
 CProgressWindow::~CProgressWindow() = default;
 
+// By the clock, or by what is left at this pace.
+bool CProgressWindow::IsLong(float fDone) const
+{
+    const qint64 msSoFar = m_Since.elapsed();
+    const auto fAfter = static_cast<float>(m_ShownAfter);
+    return msSoFar >= m_ShownAfter ||
+           (msSoFar >= EARLY_MS && static_cast<float>(msSoFar) > MUCH_LONGER * fAfter * fDone);
+}
+
 bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
 {
     if (m_What != pszWhat || !m_Since.isValid())
     {
         m_What = pszWhat;
         m_Since.start();
-        m_Turned.start();
-        m_NextTurn = m_Turns;
         m_pDialog.reset();
     }
     if (fDone >= 1.0F)
@@ -43,14 +48,8 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
     }
     if (m_pDialog == nullptr)
     {
-        if (m_Since.elapsed() < m_ShownAfter)
+        if (!IsLong(fDone))
         {
-            if (m_Turned.elapsed() >= m_NextTurn)
-            {
-                m_Turned.start();
-                QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-                m_NextTurn = std::max(m_Turns, WORK_TO_TURNS * m_Turned.restart());
-            }
             return true;
         }
         m_pDialog = std::make_unique<QProgressDialog>(

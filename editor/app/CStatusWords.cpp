@@ -12,6 +12,8 @@
 namespace
 {
 
+constexpr qint64 TIME_TO_READ_MS = 1000;
+
 // Empty where nothing is to be said.
 QString GetReason(const SPointOutcome& outcome)
 {
@@ -140,10 +142,10 @@ void CStatusWords::Hear(const SHostEvent& event)
     {
         m_Drag.bChanged = true;
         m_Drag.changed = event.hit;
-        if (!m_Drag.strSaid.isEmpty())
+        m_Drag.bChangedSince = true;
+        if (m_Drag.sinceSaid.isValid() && m_Drag.sinceSaid.hasExpired(TIME_TO_READ_MS))
         {
-            m_Status.Withdraw(m_Drag.strSaid);
-            m_Drag.strSaid.clear();
+            WithdrawReason();
         }
     }
     m_Drag.bSideways = m_Drag.bSideways || outcome.eKind == EPointOutcome::Sideways;
@@ -153,6 +155,8 @@ void CStatusWords::Hear(const SHostEvent& event)
     {
         m_Drag.uSaid |= uBit;
         m_Drag.strSaid = strReason;
+        m_Drag.sinceSaid.start();
+        m_Drag.bChangedSince = false;
         m_Status.Say(strReason);
     }
 }
@@ -173,8 +177,21 @@ bool CStatusWords::IsNews(const SPointOutcome& outcome, const SHostEvent& event)
     return event.bHit && fAway >= fExtent / 2;
 }
 
+void CStatusWords::WithdrawReason()
+{
+    if (!m_Drag.strSaid.isEmpty())
+    {
+        m_Status.Withdraw(m_Drag.strSaid);
+        m_Drag.strSaid.clear();
+    }
+}
+
 void CStatusWords::EndDrag()
 {
+    if (m_Drag.bChangedSince)
+    {
+        WithdrawReason();
+    }
     if (m_Drag.bSideways && !m_Drag.bChanged && m_Drag.uSaid == 0)
     {
         m_Status.Say("Nothing changed: this tool follows the mouse up and down");

@@ -4,6 +4,7 @@
 #include "host/IPluginStrokes.h"
 #include "host/Notice.h"
 
+#include <QElapsedTimer>
 #include <QString>
 
 class CEditor;
@@ -37,11 +38,14 @@ private:
         SVec3 changed;      // where the last one was that changed something
         uint32_t uSaid = 0; // a bit by each outcome
         QString strSaid;    // the line that says why nothing changed, until something does
+        QElapsedTimer sinceSaid;
+        bool bChangedSince = false;
     };
 
     void OnNotice(const char* pszText) override;
     void Hear(const SHostEvent& event);
     void EndDrag();
+    void WithdrawReason();
     bool IsNews(const SPointOutcome& outcome, const SHostEvent& event) const;
 
     CEditor& m_Editor;

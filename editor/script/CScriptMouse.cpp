@@ -10,6 +10,17 @@
 #include <chrono>
 #include <cmath>
 
+namespace
+{
+
+double GetMilliseconds(std::chrono::steady_clock::time_point since)
+{
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - since)
+        .count();
+}
+
+} // namespace
+
 CScriptMouse::CScriptMouse(CEditorHost& host, CScriptCursor& cursor, ViewId view, IPlugin* pPlugin)
     : m_Host(host)
     , m_Cursor(cursor)
@@ -74,7 +85,12 @@ void CScriptMouse::EndDrag()
 void CScriptMouse::LetGo()
 {
     m_bDown = false;
+    const auto start = std::chrono::steady_clock::now();
     m_Host.EndDrag();
+    if (m_Drags.IsRunning())
+    {
+        m_Drags.AddEvent(GetMilliseconds(start));
+    }
     EndDrag();
 }
 
@@ -101,9 +117,7 @@ void CScriptMouse::Send(EMouseEvent eEvent, int32_t iStep)
         const uint32_t uFlags = m_KeyFlags | (m_bDown ? MOUSE_LEFT : 0U);
         m_Host.SendMouseMove(m_View, uFlags, {}, {0, m_bDown ? MOUSE_BUTTON_LEFT : 0}, {0, iStep});
     }
-    const std::chrono::duration<double, std::milli> spent =
-        std::chrono::steady_clock::now() - start;
-    m_Drags.AddEvent(spent.count());
+    m_Drags.AddEvent(GetMilliseconds(start));
     if (eEvent == EMouseEvent::Release)
     {
         EndDrag();

@@ -83,8 +83,9 @@ bool CTerrainCopies::Follow(
         AddPending();
     }
     const uint64_t uEnd = uBefore + std::min(uMostBytes, ALL_BYTES - uBefore);
-    const bool bAtOnce = CountPending() / AT_ONCE <= uMostBytes;
-    const bool bAside = !bAtOnce && PutAside(gl, terrain);
+    const bool bMuch = CountPending() / AT_ONCE > uMostBytes;
+    const bool bAside = bMuch && PutAside(gl, terrain, uMostBytes * AT_ONCE);
+    const bool bAtOnce = !bMuch || bAside;
     if (bChanged || bAside)
     {
         uSent += FollowCoarse(gl, terrain);
@@ -117,8 +118,9 @@ bool CTerrainCopies::Follow(
 }
 
 // Tiles that would show half of a large change give way to the coarse ground until they have all of
-// it. False where there is no coarse ground; they then show what they have.
-bool CTerrainCopies::PutAside(OpenGl& gl, const CTerrain& terrain)
+// it; what the others wait for is uRest bytes at most. False where there is no coarse ground; they
+// then show what they have.
+bool CTerrainCopies::PutAside(OpenGl& gl, const CTerrain& terrain, uint64_t uRest)
 {
     if (!m_Coarse.IsMade())
     {
@@ -128,9 +130,13 @@ bool CTerrainCopies::PutAside(OpenGl& gl, const CTerrain& terrain)
         }
         m_Changed = {{0, 0, m_VerticesX, m_VerticesZ}};
     }
+    const auto nWaiting =
+        std::count_if(m_States.begin(),
+                      m_States.end(),
+                      [](const STileState& tile) { return CountPending(tile) > 0; });
     for (STileState& tile : m_States)
     {
-        if (tile.bThere && !tile.pending.empty())
+        if (CountPending(tile) > uRest / static_cast<uint64_t>(nWaiting))
         {
             tile.bThere = false;
             ++m_Missing;
@@ -185,17 +191,24 @@ void CTerrainCopies::Begin(OpenGl& gl, STileState& tile)
     tile.pending = {tile.whole.Grown(1, m_VerticesX, m_VerticesZ)};
 }
 
-// Bytes of heights that tiles wait for which are there.
+// Bytes of heights that a tile waits for which is there.
+uint64_t CTerrainCopies::CountPending(const STileState& tile)
+{
+    uint64_t uBytes = 0;
+    for (size_t i = 0; tile.bThere && i < tile.pending.size(); ++i)
+    {
+        const SVertexRect& rect = tile.pending[i];
+        uBytes += uint64_t{rect.uEndX - rect.uMinX} * (rect.uEndZ - rect.uMinZ) * sizeof(float);
+    }
+    return uBytes;
+}
+
 uint64_t CTerrainCopies::CountPending() const
 {
     uint64_t uBytes = 0;
     for (const STileState& tile : m_States)
     {
-        for (size_t i = 0; tile.bThere && i < tile.pending.size(); ++i)
-        {
-            const SVertexRect& rect = tile.pending[i];
-            uBytes += uint64_t{rect.uEndX - rect.uMinX} * (rect.uEndZ - rect.uMinZ) * sizeof(float);
-        }
+        uBytes += CountPending(tile);
     }
     return uBytes;
 }

@@ -64,14 +64,15 @@ private:
     };
 
     void Reset(OpenGl& gl, const CTerrain& terrain);
-    uint64_t CountPending() const;
+    static uint64_t CountPending(const STileState& tile);
+    uint64_t CountPending() const; // of all
     void AddPending();
     void Begin(OpenGl& gl, STileState& tile);
     uint64_t BringIn(OpenGl& gl, const CTerrain& terrain, STileState& tile, uint64_t uMostBytes);
     void TakePending(STileState& tile, uint64_t uMostBytes);
     void Complete(const CTerrain& terrain, STileState& tile);
     bool BringInCoarse(OpenGl& gl, const CTerrain& terrain, uint64_t uMostBytes, uint64_t& uSent);
-    bool PutAside(OpenGl& gl, const CTerrain& terrain);
+    bool PutAside(OpenGl& gl, const CTerrain& terrain, uint64_t uRest);
     uint64_t FollowCoarse(OpenGl& gl, const CTerrain& terrain);
     STileState* FindNearestMissing(const CTerrain& terrain, const SVec3& eye);
     void LetOthersSee(OpenGl& gl);

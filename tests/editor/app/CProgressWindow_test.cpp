@@ -62,18 +62,20 @@ TEST_F(CProgressWindowTest, WorkThatMustNotBeStoppedOffersNoButton)
     EXPECT_FALSE(progress.TakeCancelled());
 }
 
-TEST_F(CProgressWindowTest, ShortWorkShowsNothingAndLetsTheWindowDraw)
+TEST_F(CProgressWindowTest, ShortWorkShowsNothingAndTakesNoEvents)
 {
     constexpr int ONE_DAY = 86'400'000;
-    CProgressWindow progress(ONE_DAY, 0);
+    CProgressWindow progress(ONE_DAY);
     bool bTurned = false;
     QTimer::singleShot(0, [&bTurned] { bTurned = true; });
     for (const float fDone : {0.0F, 0.5F, 0.99F, 1.0F})
     {
         EXPECT_TRUE(progress.Report(&m_Parent, "Reading heights", fDone));
+        EXPECT_EQ(progress.IsWorking(), fDone < 1.0F);
         EXPECT_EQ(GetDialog(), nullptr);
     }
-    EXPECT_TRUE(bTurned);
+    EXPECT_FALSE(bTurned);
+    EXPECT_FALSE(progress.IsWorking());
 }
 
 } // namespace
