@@ -136,7 +136,7 @@ bool CTerrainCopies::PutAside(OpenGl& gl, const CTerrain& terrain, uint64_t uRes
                       [](const STileState& tile) { return CountPending(tile) > 0; });
     for (STileState& tile : m_States)
     {
-        if (CountPending(tile) > uRest / static_cast<uint64_t>(nWaiting))
+        if (CountPending(tile) > uRest / std::max<uint64_t>(nWaiting, 1))
         {
             tile.bThere = false;
             ++m_Missing;
