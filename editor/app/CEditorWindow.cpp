@@ -29,7 +29,6 @@ namespace
 {
 
 constexpr int AUTOSAVE_TICK_MS = 2000;
-constexpr int DROP_AGAIN_MS = 100;
 constexpr int AUTOSAVE_COPYING_MS = 100; // until the copy is there
 constexpr int FIRST_WIDTH = 1280;
 constexpr int FIRST_HEIGHT = 800;
@@ -62,17 +61,7 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     m_StateTimer.callOnTimeout(this, [this] { Refresh(); });
     m_Settings.render.pPaintLayer = &GetHost().GetCPaintLayer();
     m_DropTimer.setSingleShot(true);
-    m_DropTimer.callOnTimeout(this,
-                              [this]
-                              {
-                                  if (m_Progress.IsWorking())
-                                  {
-                                      m_DropTimer.start(
-                                          DROP_AGAIN_MS); // its events are taken in it
-                                      return;
-                                  }
-                                  OpenFile(std::exchange(m_Dropped, {}));
-                              });
+    m_DropTimer.callOnTimeout(this, [this] { OpenDropped(); });
 }
 
 CEditorWindow::~CEditorWindow()

@@ -116,6 +116,7 @@ private:
     void ShowContextMenu(ViewId view, QPoint screen);
     void StepHistory(bool bRedo);
     void CancelWork();
+    void OpenDropped();
     void EditKeys();
     void EditSettings();
     void AskForScript();

@@ -28,6 +28,7 @@
 
 #include <cmath>
 #include <iterator>
+#include <utility>
 
 namespace
 {
@@ -159,6 +160,17 @@ void CEditorWindow::StepHistory(bool bRedo)
     m_pViews->RepeatHover();
     m_pViews->RequestFrames();
     ShowState();
+}
+
+void CEditorWindow::OpenDropped()
+{
+    constexpr int AGAIN_MS = 100;
+    if (m_Progress.IsWorking())
+    {
+        m_DropTimer.start(AGAIN_MS); // the work takes events, and must not meet another level
+        return;
+    }
+    OpenFile(std::exchange(m_Dropped, {}));
 }
 
 void CEditorWindow::CancelWork()

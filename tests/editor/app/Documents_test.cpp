@@ -91,7 +91,10 @@ TEST_F(CDocuments, FilesOpenFromTheDialogTheRecentListAndADrop)
     EXPECT_EQ(m_Editor->GetRecentFiles().GetPaths(), std::vector<std::string>{strLevel});
 
     ASSERT_TRUE(m_Editor->GetDocument().New(64, {64.0F, 10.0F, 64.0F}, 1.0F));
+    m_Window->ShowProgress("Writing heights", 0.5F); // which takes events
     ASSERT_NO_FATAL_FAILURE(Drop(strLevel));
+    EXPECT_EQ(GetTerrain()->GetVerticesX(), 65U) << "not in the middle of work";
+    m_Window->ShowProgress("Writing heights", 1.0F);
     WaitFor([this] { return GetTerrain()->GetVerticesX() == 33U; }, "the dropped file is open");
 
     // A file that is none: one line in a window, and the level stays.
