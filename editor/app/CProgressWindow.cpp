@@ -10,7 +10,7 @@ namespace
 
 constexpr int STEPS = 1000;
 constexpr qint64 EARLY_MS = 100; // sooner nothing can be said of the rest
-constexpr float MUCH_LONGER = 2.0F;
+constexpr float PLAINLY_LONGER = 1.3F;
 
 } // namespace
 
@@ -29,7 +29,7 @@ bool CProgressWindow::IsLong(float fDone) const
     const qint64 msSoFar = m_Since.elapsed();
     const auto fAfter = static_cast<float>(m_ShownAfter);
     return msSoFar >= m_ShownAfter ||
-           (msSoFar >= EARLY_MS && static_cast<float>(msSoFar) > MUCH_LONGER * fAfter * fDone);
+           (msSoFar >= EARLY_MS && static_cast<float>(msSoFar) > PLAINLY_LONGER * fAfter * fDone);
 }
 
 bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)

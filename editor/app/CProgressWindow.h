@@ -16,7 +16,7 @@ class CProgressWindow
 {
 public:
     // iShownAfter: milliseconds that the work takes without a window; sooner where it will
-    // plainly take much longer.
+    // plainly take longer.
     explicit CProgressWindow(int iShownAfter = 500);
     ~CProgressWindow();
     CProgressWindow(const CProgressWindow&) = delete;
