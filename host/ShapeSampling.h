@@ -33,6 +33,27 @@ struct SShapeStrength
 // image, iSize * fOffset * (1 / side of the footprint). Beyond the image its border counts.
 TELLUR_API SPixelPair GetPixelPair(float fOffset, float fPixels, int iSize);
 
+// Where GetPixelPairs puts its results, as many of each as it is asked for.
+struct SPixelPairs
+{
+    int32_t* pFirst = nullptr;
+    int32_t* pSecond = nullptr;
+    float* pFirstWeights = nullptr;
+};
+
+// Columns or rows side by side.
+struct SPixelLine
+{
+    int iFirst = 0;       // number of the first one
+    float fStep = 1.0F;   // from one to the next, terrain units
+    float fCenter = 0.0F; // of the footprint, terrain units; number 0 lies at 0
+    float fExtent = 1.0F; // side of the footprint, terrain units
+};
+
+// GetPixelPair for nCount columns or rows.
+TELLUR_API void
+GetPixelPairs(const SPixelLine& line, int iSize, const SPixelPairs& pairs, size_t nCount);
+
 // Two image rows of nCount grey bytes into one of values 0 to 1, pDest: nCount of them.
 TELLUR_API void BlendPixelRows(
     const uint8_t* pFirst, const uint8_t* pSecond, float fFirstWeight, float* pDest, size_t nCount);

@@ -12,6 +12,47 @@ namespace
 constexpr float PIXEL_SCALE = 0.003921569F; // 1 / 255
 constexpr float MIN_SAMPLE = 0.0001F;       // below it the image counts as black
 
+// Without branches, for loops of vectors.
+TELLUR_LOOP_BODY SPixelPair FindPair(float fOffset, float fPixels, int iSize)
+{
+    // Far outside both pixels are the border's; keep the number within an int.
+    const float fLimit = static_cast<float>(iSize + 2);
+    fPixels = fPixels == fPixels ? fPixels : 0.0F;
+    fPixels = fPixels < -fLimit ? -fLimit : fPixels;
+    fPixels = fPixels > fLimit ? fLimit : fPixels;
+    const int iHalf = iSize / 2;
+    const int iAhead = static_cast<int>(fPixels);
+    const float fAbs = std::fabs(fPixels);
+    const int iBack = static_cast<int>(fAbs);
+    const bool bRight = fOffset > 0.0F;
+    SPixelPair pair;
+    pair.iFirst = bRight ? iHalf + iAhead : iHalf - iBack - 1;
+    pair.iSecond = pair.iFirst + 1;
+    pair.fFirstWeight =
+        bRight ? 1.0F - (fPixels - static_cast<float>(iAhead)) : fAbs - static_cast<float>(iBack);
+    pair.iFirst = std::min(std::max(pair.iFirst, 0), iSize - 1);
+    pair.iSecond = std::min(std::max(pair.iSecond, 0), iSize - 1);
+    return pair;
+}
+
+TELLUR_LOOP_BODY void
+PairLoop(const SPixelLine& line, int iSize, const SPixelPairs& pairs, size_t nCount)
+{
+    const SPixelLine own = line; // no write through a pointer can change them
+    const SPixelPairs to = pairs;
+    const float fSize = static_cast<float>(iSize);
+    const float fShare = 1.0F / own.fExtent;
+    for (size_t i = 0; i < nCount; ++i)
+    {
+        const float fOffset =
+            static_cast<float>(own.iFirst + static_cast<int>(i)) * own.fStep - own.fCenter;
+        const SPixelPair pair = FindPair(fOffset, fSize * fOffset * fShare, iSize);
+        to.pFirst[i] = pair.iFirst;
+        to.pSecond[i] = pair.iSecond;
+        to.pFirstWeights[i] = pair.fFirstWeight;
+    }
+}
+
 TELLUR_LOOP_BODY void BlendLoop(
     const uint8_t* pFirst, const uint8_t* pSecond, float fFirstWeight, float* pDest, size_t nCount)
 {
@@ -54,29 +95,12 @@ TELLUR_LOOP_BODY void SampleLoop(const float* pRow,
 
 SPixelPair GetPixelPair(float fOffset, float fPixels, int iSize)
 {
-    // Far outside both pixels are the border's; keep the number within an int.
-    const float fLimit = static_cast<float>(iSize + 2);
-    fPixels = std::isnan(fPixels) ? 0.0F : std::clamp(fPixels, -fLimit, fLimit);
-    const int iHalf = iSize / 2;
-    SPixelPair pair;
-    if (fOffset > 0.0F)
-    {
-        const int i = static_cast<int>(fPixels);
-        pair.iFirst = iHalf + i;
-        pair.iSecond = pair.iFirst + 1;
-        pair.fFirstWeight = 1.0F - (fPixels - static_cast<float>(i));
-    }
-    else
-    {
-        const float fAbs = std::fabs(fPixels);
-        const int n = static_cast<int>(fAbs);
-        pair.iFirst = iHalf - n - 1;
-        pair.iSecond = iHalf - n;
-        pair.fFirstWeight = fAbs - static_cast<float>(n);
-    }
-    pair.iFirst = std::clamp(pair.iFirst, 0, iSize - 1);
-    pair.iSecond = std::clamp(pair.iSecond, 0, iSize - 1);
-    return pair;
+    return FindPair(fOffset, fPixels, iSize);
+}
+
+void GetPixelPairs(const SPixelLine& line, int iSize, const SPixelPairs& pairs, size_t nCount)
+{
+    CVectorLoop<PairLoop>::Run(line, iSize, pairs, nCount);
 }
 
 void BlendPixelRows(

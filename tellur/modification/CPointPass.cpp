@@ -1,12 +1,10 @@
 #include "tellur/modification/CPointPass.h"
 
-#include "host/ShapeSampling.h"
 #include "tellur/modification/CHeightTiles.h"
 #include "tellur/stroke/ITellurBrush.h"
 #include "tellur/stroke/ITerrainModification.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 
 namespace
@@ -63,39 +61,41 @@ void SPointChange::Add(int iFirstX, int iLastX, int iZ)
            std::max(box.iMaxZ, iZ)};
 }
 
+void CPointPass::SPairs::Find(const SPixelLine& line, int iSize, size_t nCount)
+{
+    first.resize(nCount);
+    second.resize(nCount);
+    firstWeights.resize(nCount);
+    GetPixelPairs(line, iSize, {first.data(), second.data(), firstWeights.data()}, nCount);
+}
+
 // The columns of the box, filled up to whole groups.
 void CPointPass::MakeGroups(const SPointInNumbers& point, const SGridBox& box, float fStepX)
 {
     const int iFirst = AlignDown(box.iMinX);
     m_Groups.resize(static_cast<size_t>(box.iMaxX - iFirst) / PASS_LANES + 1);
     const SBrushShape& shape = point.shape;
-    int iColumn = iFirst;
+    m_Columns.Find({iFirst, fStepX, point.center.x, shape.fExtent},
+                   shape.iWidth,
+                   m_Groups.size() * PASS_LANES);
+    size_t nColumn = 0;
     for (SColumnGroup& group : m_Groups)
     {
-        for (int i = 0; i < PASS_LANES; ++i)
-        {
-            const float fOffset = static_cast<float>(iColumn++) * fStepX - point.center.x;
-            const float fPixels =
-                static_cast<float>(shape.iWidth) * fOffset * (1.0F / shape.fExtent);
-            const SPixelPair pair = GetPixelPair(fOffset, fPixels, shape.iWidth);
-            group.aFirst[i] = pair.iFirst;
-            group.aSecond[i] = pair.iSecond;
-            group.aWeight[i] = pair.fFirstWeight;
-        }
+        std::copy_n(m_Columns.first.data() + nColumn, PASS_LANES, group.aFirst);
+        std::copy_n(m_Columns.second.data() + nColumn, PASS_LANES, group.aSecond);
+        std::copy_n(m_Columns.firstWeights.data() + nColumn, PASS_LANES, group.aWeight);
         FindNearPixels(group);
+        nColumn += PASS_LANES;
     }
 }
 
-void CPointPass::BlendRow(const SPointInNumbers& point, int iZ, float fStepZ, float* pRow)
+// nRow: of the box.
+void CPointPass::BlendRow(const SBrushShape& shape, size_t nRow, float* pRow) const
 {
-    const SBrushShape& shape = point.shape;
-    const float fOffset = static_cast<float>(iZ) * fStepZ - point.center.z;
-    const float fPixels = static_cast<float>(shape.iHeight) * fOffset * (1.0F / shape.fExtent);
-    const SPixelPair rows = GetPixelPair(fOffset, fPixels, shape.iHeight);
     const auto nWidth = static_cast<size_t>(shape.iWidth);
-    BlendPixelRows(shape.pPixels + static_cast<size_t>(rows.iFirst) * nWidth,
-                   shape.pPixels + static_cast<size_t>(rows.iSecond) * nWidth,
-                   rows.fFirstWeight,
+    BlendPixelRows(shape.pPixels + static_cast<size_t>(m_Rows.first[nRow]) * nWidth,
+                   shape.pPixels + static_cast<size_t>(m_Rows.second[nRow]) * nWidth,
+                   m_Rows.firstWeights[nRow],
                    pRow,
                    nWidth);
 }
@@ -105,7 +105,6 @@ bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChang
 {
     const SGridBox& box = work.box;
     CHeightTiles& tiles = work.ground.tiles;
-    std::array<uint64_t, SIDE> changed{};
     SPassTile part;
     part.iRows = iLastZ - iFirstZ + 1;
     part.pShape = m_Shape.data();
@@ -114,7 +113,6 @@ bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChang
     part.fPower = work.point.shape.fPower;
     part.fHardness = work.point.shape.fHardness;
     part.fMaxHeight = work.ground.fMaxHeight;
-    part.pChanged = changed.data();
     for (int iTileX = box.iMinX / SIDE; iTileX <= box.iMaxX / SIDE; ++iTileX)
     {
         SHeightTile* pTile = tiles.TakeOne(iTileX, iFirstZ / SIDE);
@@ -149,16 +147,13 @@ bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChang
             part.nTargetPitch = rows.nPitch;
         }
         work.runTile(work.point.rule, part, work.result);
-        for (int iRow = 0; iRow < part.iRows; ++iRow)
+        if (const uint64_t uColumns = work.result.uColumns; uColumns != 0)
         {
-            if (const uint64_t uChanged = changed[static_cast<size_t>(iRow)]; uChanged != 0)
-            {
-                change.Add(iLeft + std::countr_zero(uChanged),
-                           iLeft + SIDE - 1 - std::countl_zero(uChanged),
-                           iFirstZ + iRow);
-                change.nChanged += static_cast<size_t>(std::popcount(uChanged));
-                pTile->bWritten = true;
-            }
+            const int iFirstX = iLeft + std::countr_zero(uColumns);
+            const int iLastX = iLeft + SIDE - 1 - std::countl_zero(uColumns);
+            change.Add(iFirstX, iLastX, iFirstZ + work.result.iFirstRow);
+            change.Add(iFirstX, iLastX, iFirstZ + work.result.iLastRow);
+            pTile->bWritten = true;
         }
     }
     return true;
@@ -170,6 +165,9 @@ bool CPointPass::Run(const SPointInNumbers& point,
                      SPointChange& change)
 {
     MakeGroups(point, box, ground.fStepX);
+    m_Rows.Find({box.iMinZ, ground.fStepZ, point.center.z, point.shape.fExtent},
+                point.shape.iHeight,
+                static_cast<size_t>(box.iMaxZ - box.iMinZ) + 1);
     m_ShapePitch = static_cast<size_t>(point.shape.iWidth) + PASS_LANES;
     m_Shape.resize(m_ShapePitch * SIDE);
     if (point.pTargets != nullptr)
@@ -185,12 +183,15 @@ bool CPointPass::Run(const SPointInNumbers& point,
         for (int iZ = iFirstZ; iZ <= iLastZ; ++iZ)
         {
             const auto nRow = static_cast<size_t>(iZ - iFirstZ);
-            BlendRow(point, iZ, ground.fStepZ, m_Shape.data() + nRow * m_ShapePitch);
+            BlendRow(point.shape,
+                     static_cast<size_t>(iZ - box.iMinZ),
+                     m_Shape.data() + nRow * m_ShapePitch);
         }
         bMemory = RunBand(work, iFirstZ, iLastZ, change);
         iFirstZ = iLastZ + 1;
     }
     change.nVisited = result.nVisited;
+    change.nChanged = result.nWritten;
     change.fMin = result.fMin;
     change.fMax = result.fMax;
     change.bDiffers = result.bDiffers;

@@ -2,12 +2,15 @@
 
 #include "host/HostTypes.h"
 #include "host/ITerrainAccess.h"
+#include "host/ShapeSampling.h"
 #include "tellur/modification/HeightPass.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 class CHeightTiles;
+struct SBrushShape;
 struct SPointInNumbers;
 
 // What an operation point has written.
@@ -47,11 +50,23 @@ public:
 private:
     struct SWork;
 
+    // Pixel pairs of columns or rows side by side.
+    struct SPairs
+    {
+        std::vector<int32_t> first;
+        std::vector<int32_t> second;
+        std::vector<float> firstWeights;
+
+        void Find(const SPixelLine& line, int iSize, size_t nCount);
+    };
+
     void MakeGroups(const SPointInNumbers& point, const SGridBox& box, float fStepX);
-    void BlendRow(const SPointInNumbers& point, int iZ, float fStepZ, float* pRow);
+    void BlendRow(const SBrushShape& shape, size_t nRow, float* pRow) const;
     bool RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChange& change);
 
     std::vector<SColumnGroup> m_Groups;
+    SPairs m_Columns;             // of the groups
+    SPairs m_Rows;                // of the box
     std::vector<float> m_Shape;   // blended image rows, one for each row of a band of tiles
     std::vector<float> m_Targets; // of a tile, with a group's width before and behind
     size_t m_ShapePitch = 0;

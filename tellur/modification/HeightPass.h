@@ -46,18 +46,20 @@ struct SPassTile
     float fPower = 1.0F;
     float fHardness = 0.0F;
     float fMaxHeight = 0.0F;
-
-    uint64_t* pChanged =
-        nullptr; // result: for each row a bit a column of the tile that was written
 };
 
-// Sums over the tiles of a point.
+// What was written: sums over the tiles of a point, and where in the last one.
 struct SPassResult
 {
     float fMin = 3.4e38F; // of the heights that were written
     float fMax = 0.0F;
     bool bDiffers = false; // some of them differ from what was there
     size_t nVisited = 0;   // vertices that may be edited
+    size_t nWritten = 0;
+    // In the last tile: a bit a column, and rows of its part; no rows without columns.
+    uint64_t uColumns = 0;
+    int iFirstRow = 0;
+    int iLastRow = 0;
 };
 
 using FnTilePass = void (*)(const SVertexRule& rule, const SPassTile& tile, SPassResult& result);

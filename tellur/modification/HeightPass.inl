@@ -127,12 +127,16 @@ TELLUR_INLINE SPixels GetPixels(const float* pShape, const SColumnGroup& group)
     return pixels;
 }
 
-TELLUR_INLINE V GetWeights(const SPassTile& tile, const float* pShape, const SColumnGroup& group)
+// bHard: there is a hardness.
+TELLUR_INLINE V GetWeights(const SPassTile& tile,
+                           const float* pShape,
+                           const SColumnGroup& group,
+                           bool bHard)
 {
     const SPixels pixels = GetPixels(pShape, group);
     const V weight = Load(group.aWeight);
     const V b = pixels.first * weight + pixels.second * (All(1.0F) - weight);
-    if (tile.fHardness == 0.0F)
+    if (!bHard)
     {
         return All(tile.fPower) * b; // samples lie within 0 to 1
     }
@@ -177,6 +181,7 @@ struct SRowPlace
     float* pShown;
     const float* pShape;
     const float* pTargets; // at the group's first column
+    bool bHard;
 };
 
 struct SLanes
@@ -200,7 +205,7 @@ TELLUR_INLINE uint32_t RunGroup(const SVertexRule& rule,
     const V source = Load(row.pSource + iAt);
     const V dest = Load(row.pDest + iAt);
     const V y = rule.bFromDest ? dest : source;
-    const V w = GetWeights(tile, row.pShape, group);
+    const V w = GetWeights(tile, row.pShape, group, row.bHard);
     const V target = TRule == EVertexRule::Move ? Load(row.pTargets) : All(rule.fAmount);
     const V candidate = GetCandidate<TRule>(rule, y, w, target);
 
@@ -261,14 +266,16 @@ RunRow(const SVertexRule& rule, const SPassTile& tile, SRowPlace row, SLanes& la
             row.pTargets += TRule == EVertexRule::Move ? PASS_LANES : 0;
             ++pGroup;
         }
+        SLanes inner = lanes; // or the registers of the borders' code reach into this loop
         for (; iAt + PASS_LANES <= iEnd; iAt += PASS_LANES)
         {
             uChanged |= (uint64_t)RunGroup<TRule, TMerge, false>(
-                            rule, tile, row, *pGroup, (size_t)iAt, lanes)
+                            rule, tile, row, *pGroup, (size_t)iAt, inner)
                         << iAt;
             row.pTargets += TRule == EVertexRule::Move ? PASS_LANES : 0;
             ++pGroup;
         }
+        lanes = inner;
     }
     return uChanged;
 }
@@ -279,11 +286,23 @@ TELLUR_INLINE void RunTile(const SVertexRule& rule, const SPassTile& tile, SPass
     const SVertexRule own = rule; // no write through a pointer can change it
     const SPassTile ownTile = tile;
     SLanes lanes = {All(result.fMin), All(result.fMax), AllInts(0), AllInts(0)};
-    SRowPlace row = {
-        ownTile.pSource, ownTile.pDest, ownTile.pShown, ownTile.pShape, ownTile.pTargets};
+    SRowPlace row = {ownTile.pSource,
+                     ownTile.pDest,
+                     ownTile.pShown,
+                     ownTile.pShape,
+                     ownTile.pTargets,
+                     ownTile.fHardness != 0.0F};
+    result.uColumns = 0;
     for (int iRow = 0; iRow < ownTile.iRows; ++iRow)
     {
-        ownTile.pChanged[iRow] = RunRow<TRule, TMerge>(own, ownTile, row, lanes);
+        const uint64_t uWritten = RunRow<TRule, TMerge>(own, ownTile, row, lanes);
+        if (uWritten != 0)
+        {
+            result.iFirstRow = result.uColumns == 0 ? iRow : result.iFirstRow;
+            result.iLastRow = iRow;
+            result.uColumns |= uWritten;
+            result.nWritten += (size_t)__builtin_popcountll(uWritten);
+        }
         row.pSource += 64;
         row.pDest += 64;
         row.pShown += row.pShown != nullptr ? ownTile.nShownPitch : 0;
