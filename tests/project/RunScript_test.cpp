@@ -164,7 +164,8 @@ TEST_F(Scripts, BenchTellsWhatEveryProgramMeasuredAndFailsWithTheFirstThatFails)
     WriteBytes(m_Folder.Path("docs/performance.md"),
                "<!-- figures: a -->\nold\n<!-- end -->\n<!-- figures: machine -->\n<!-- end -->\n"
                "<!-- figures: view -->\n<!-- end -->\n"
-               "<!-- figures: view-processor -->\n<!-- end -->\n");
+               "<!-- figures: view-processor -->\n<!-- end -->\n"
+               "<!-- figures: view-card -->\nkept\n<!-- end -->\n");
     EXPECT_EQ(Run("cmake/bench-report --document").nExitCode, 0);
     AddProgram("build/release/bin/view_bench", "echo Failed to match any benchmarks");
     EXPECT_EQ(Run("./bench && ! cmake/bench-report --document").nExitCode, 0) << "a part";
@@ -174,6 +175,7 @@ TEST_F(Scripts, BenchTellsWhatEveryProgramMeasuredAndFailsWithTheFirstThatFails)
         "\n| Press, terrain 2,048 | 31.2 µs | 12.5 ms | 0.00 |  | 0 --x=y |\n<!-- end -->\n";
     EXPECT_NE(strPage.find(strRow), std::string::npos) << strPage;
     EXPECT_EQ(strPage.find("old"), std::string::npos);
+    EXPECT_NE(strPage.find("kept"), std::string::npos) << "was measured on another machine";
     const std::string strPicture = "docs/pictures/performance-terrain.svg";
     EXPECT_NE(ReadBytes(m_Folder.Path(strPicture.c_str())).find(">2,048</text>"),
               std::string::npos);
