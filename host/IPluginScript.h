@@ -1,7 +1,10 @@
 #pragma once
 
+#include "host/ScriptKeywords.h"
+
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace fs
 {
@@ -9,8 +12,9 @@ class ifile;
 }
 class CTCPARSE_KEYWORD;
 
-// Lets a script player or a recorder reach the plug-in's own state. See IPlugin.h for how a host
-// gets it. The host calls it on the UI thread, from Initialize to NOTIFY_HOST_GOES.
+// Lets a script player or a recorder reach the plug-in's own state, by keywords that are the
+// plug-in's own. See IPlugin.h for how a host gets it. The host calls it on the UI thread, from
+// Initialize to NOTIFY_HOST_GOES; the two lists of keywords may be asked for at any time.
 //
 // Playing: each keyword in file order, between the events that the script sends, with the level
 // open that it is meant for. Recording: WriteState before each press; where the text is another one
@@ -30,9 +34,15 @@ class IPluginScript
 public:
     virtual ~IPluginScript() = default;
 
-    // Executes one keyword: brush, brush_file, use_brush, save_brushes, mode, auto_normals,
-    // resolution, and those that paint, of which the first opens the draw dialog. pKeyword:
-    // borrowed for the call. strWhy: one line without a line feed when the result is Failed.
+    // What Play takes, in the order in which scripts declare it. A script that uses another one is
+    // refused before it reaches the plug-in, as is one with other arguments; names that the host
+    // has itself are the host's. The texts are static.
+    virtual std::vector<SScriptKeyword> GetKeywords() = 0;
+    // What may stand in the blocks of those. A host declares it, too, and finds the files.
+    virtual std::vector<SScriptKeyword> GetBlockKeywords() = 0;
+    // Executes one keyword. pKeyword: borrowed for the call; names of files are full paths where
+    // the host has found the file beside the script. strWhy: one line without a line feed when the
+    // result is Failed.
     virtual EScriptResult Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy) = 0;
     // Appends the current state as the same keywords. file: borrowed, open for writing. False on a
     // file fault.

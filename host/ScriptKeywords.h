@@ -1,109 +1,39 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
-// The keywords of replay scripts, which host and plug-in share out between them. What stands in the
-// block of a brush is in BrushBlock.h.
-
-enum class EKeywordPlayer : uint8_t
-{
-    Host,
-    Plugin,
-    PluginInWindows, // it shows windows for it, which the host has to have
-};
+// What a keyword of replay scripts says about itself: host and plug-in each have a table of their
+// own, and whoever plays, records or checks a script asks both.
 
 // What the first argument names.
 enum class EKeywordFile : uint8_t
 {
     None,
-    Read,
-    Written,
+    Read,    // a file beside the script where there is one, else what the roots have
+    Written, // a file beside the script
 };
 
 struct SScriptKeyword
 {
-    const char* pszName = "";
+    const char* pszName = "";  // lower case
     const char* pszTypes = ""; // a letter an argument: i f s, v of three numbers, w of four
-    EKeywordPlayer ePlayer = EKeywordPlayer::Host;
     EKeywordFile eFile = EKeywordFile::None;
+    bool bWindows = false; // whoever plays it shows windows, which the host has to have
 };
 
-// In the order in which scripts declare them.
-inline constexpr SScriptKeyword SCRIPT_KEYWORDS[] = {
-    {"level", "iv", EKeywordPlayer::Host},
-    {"open", "s", EKeywordPlayer::Host, EKeywordFile::Read},
-    {"heights", "iis", EKeywordPlayer::Host},
-    {"brush", "", EKeywordPlayer::Plugin},
-    {"brush_file", "s", EKeywordPlayer::Plugin, EKeywordFile::Read},
-    {"use_brush", "s", EKeywordPlayer::Plugin},
-    {"save_brushes", "s", EKeywordPlayer::Plugin, EKeywordFile::Written},
-    {"mode", "s", EKeywordPlayer::Plugin},
-    {"keys", "s", EKeywordPlayer::Host},
-    {"press", "ff", EKeywordPlayer::Host},
-    {"move", "ffi", EKeywordPlayer::Host},
-    {"release", "ff", EKeywordPlayer::Host},
-    {"press_at", "v", EKeywordPlayer::Host},
-    {"move_at", "vi", EKeywordPlayer::Host},
-    {"release_at", "v", EKeywordPlayer::Host},
-    {"press_miss", "", EKeywordPlayer::Host},
-    {"move_miss", "i", EKeywordPlayer::Host},
-    {"release_miss", "", EKeywordPlayer::Host},
-    {"paint_bitmap", "s", EKeywordPlayer::PluginInWindows, EKeywordFile::Read},
-    {"paint_restore", "ss", EKeywordPlayer::PluginInWindows},
-    {"paint_function", "s", EKeywordPlayer::PluginInWindows},
-    {"paint_color", "w", EKeywordPlayer::PluginInWindows},
-    {"paint_mask", "i", EKeywordPlayer::PluginInWindows},
-    {"paint_brush", "sf", EKeywordPlayer::PluginInWindows, EKeywordFile::Read},
-    {"paint_power", "f", EKeywordPlayer::PluginInWindows},
-    {"paint_hardness", "f", EKeywordPlayer::PluginInWindows},
-    {"paint_texel_mapping", "i", EKeywordPlayer::PluginInWindows},
-    {"paint_undo", "", EKeywordPlayer::PluginInWindows},
-    {"paint_redo", "", EKeywordPlayer::PluginInWindows},
-    {"save_bitmap", "s", EKeywordPlayer::PluginInWindows, EKeywordFile::Written},
-    {"action", "ii", EKeywordPlayer::Host},
-    {"undo", "", EKeywordPlayer::Host},
-    {"redo", "", EKeywordPlayer::Host},
-    {"auto_normals", "i", EKeywordPlayer::Plugin},
-    {"resolution", "i", EKeywordPlayer::Plugin},
-    {"save", "s", EKeywordPlayer::Host, EKeywordFile::Written},
-    {"export_stl", "s", EKeywordPlayer::Host, EKeywordFile::Written},
-    {"picture", "s", EKeywordPlayer::Host, EKeywordFile::Written},
-    {"expect_height", "iiff", EKeywordPlayer::Host},
-    {"expect_undo", "i", EKeywordPlayer::Host},
-};
-
-// Null for a name that is none of them, letter by letter.
-constexpr const SScriptKeyword* FindScriptKeyword(std::string_view strName)
+// As a script declares it, one line.
+inline std::string MakeDeclaration(const SScriptKeyword& keyword)
 {
-    for (const SScriptKeyword& keyword : SCRIPT_KEYWORDS)
+    std::string strText = std::string("!") + keyword.pszName + "(";
+    const char* pszBefore = " ";
+    for (const char cType : std::string_view(keyword.pszTypes))
     {
-        if (keyword.pszName == strName)
-        {
-            return &keyword;
-        }
+        strText += pszBefore;
+        pszBefore = ", ";
+        const std::string strVector = cType == 'v' ? "v3" : cType == 'w' ? "v4" : "";
+        strText += strVector.empty() ? std::string(1, cType) : strVector;
     }
-    return nullptr;
-}
-
-// Whether a table of pairs of name and handler has one for each keyword that ePlayer plays, and no
-// other.
-template <typename THandler, size_t COUNT>
-constexpr bool HasEachHandler(const THandler (&handlers)[COUNT], EKeywordPlayer ePlayer)
-{
-    size_t nKeywords = 0;
-    bool bEach = true;
-    for (const SScriptKeyword& keyword : SCRIPT_KEYWORDS)
-    {
-        size_t nHandlers = 0;
-        for (const THandler& handler : handlers)
-        {
-            nHandlers += std::string_view(keyword.pszName) == handler.first ? 1U : 0U;
-        }
-        const size_t nWanted = keyword.ePlayer == ePlayer ? 1U : 0U;
-        nKeywords += nWanted;
-        bEach = bEach && nHandlers == nWanted;
-    }
-    return bEach && nKeywords == COUNT;
+    return strText + (*keyword.pszTypes == '\0' ? ")\n" : " )\n");
 }

@@ -106,7 +106,7 @@ void CAutosave::EndStep()
         const std::string strOpen =
             m_Base.strHeights.empty() ? "" : "open( " + QuoteText(m_Base.strHeights) + " )\n";
         m_Journal.Begin(GetAutosaveJournal(m_Stem, m_Number),
-                        MakeJournalHead(strOpen, m_bContinues));
+                        MakeJournalHead(m_Declarations, strOpen, m_bContinues));
         m_bJournal = true;
     }
     m_Journal.Append(strStep);
@@ -162,7 +162,7 @@ bool CAutosave::Recover(const SRecoverable& entry,
         text.strHeights.empty()
             ? m_Document.NewRecovered(text.level, text.fFlat)
             : m_Document.OpenRecovered(text.level, text.strHeights.c_str(), entry.bSavedSince);
-    const bool bPlayed = bOpen && PlaySteps(entry, play, nSteps, strFault);
+    const bool bPlayed = bOpen && PlaySteps(entry, m_Declarations, play, nSteps, strFault);
     m_Host.EndDrag();
     m_bOff = bWasOff;
     if (!bOpen)

@@ -4,6 +4,7 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/FileNames.h"
+#include "editor/script/CScriptKeywords.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/IPlugin.h"
@@ -44,6 +45,7 @@ void CAutosave::SetPlugin(IPlugin* pPlugin)
     m_Painting = dynamic_cast<IPluginPainting*>(pPlugin);
     m_Tools = dynamic_cast<IPluginTools*>(pPlugin);
     m_Writer.SetPlugin(pPlugin);
+    m_Declarations = CScriptKeywords(pPlugin).GetDeclarations();
 }
 
 bool CAutosave::IsKeeping() const

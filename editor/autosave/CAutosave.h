@@ -108,6 +108,7 @@ private:
     IPluginPainting* m_Painting = nullptr;
     IPluginTools* m_Tools = nullptr;
     CScriptWriter m_Writer;
+    std::string m_Declarations; // of all keywords of scripts with this plug-in
     CJournal m_Journal;
     CAutosaveCopy m_Copy;
     std::chrono::seconds m_Interval{180};

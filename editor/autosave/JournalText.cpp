@@ -1,7 +1,5 @@
 #include "editor/autosave/JournalText.h"
 
-#include "editor/script/CScriptPlayer.h"
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -83,10 +81,10 @@ std::string MakeJournalPart(const std::string& strText, size_t nStep)
     return strText + MakeMark(strText, nStep);
 }
 
-std::string MakeJournalHead(const std::string& strOpen, bool bContinues)
+std::string
+MakeJournalHead(const std::string& strDeclarations, const std::string& strOpen, bool bContinues)
 {
-    return MakeJournalPart(
-        (bContinues ? CONTINUES : BEGINS) + CScriptPlayer::GetDeclarations() + strOpen, 0);
+    return MakeJournalPart((bContinues ? CONTINUES : BEGINS) + strDeclarations + strOpen, 0);
 }
 
 std::string MakeBitmapNote(const std::string& strFile, const std::string& strStamp)

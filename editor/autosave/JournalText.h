@@ -11,9 +11,11 @@
 // strText: whole lines, without the comment.
 std::string MakeJournalPart(const std::string& strText, size_t nStep);
 
-// strOpen: the call that brings the terrain; empty for none. bContinues: the steps go on from the
+// strDeclarations: of all keywords. strOpen: the call that brings the terrain; empty for none.
+// bContinues: the steps go on from the
 // journal of the number before, so that the one after the other can be played.
-std::string MakeJournalHead(const std::string& strOpen, bool bContinues);
+std::string
+MakeJournalHead(const std::string& strDeclarations, const std::string& strOpen, bool bContinues);
 
 // A line that says of which file the script's next paint_bitmap is, and what is in it.
 std::string MakeBitmapNote(const std::string& strFile, const std::string& strStamp);

@@ -3,7 +3,6 @@
 #include "editor/autosave/AutosaveFiles.h"
 #include "editor/core/FileNames.h"
 #include "editor/core/Processes.h"
-#include "editor/script/CScriptPlayer.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
 #include "host/Progress.h"
@@ -241,11 +240,11 @@ std::vector<SRecoverable> FindRecoverable(const std::vector<std::string>& levels
 }
 
 bool PlaySteps(const SRecoverable& entry,
+               const std::string& strDeclarations,
                const FPlayStep& play,
                size_t& nPlayed,
                std::string& strFault)
 {
-    const std::string strDeclarations = CScriptPlayer::GetDeclarations();
     std::unique_ptr<CTCPARSE_KEYWORD> pFirst;
     nPlayed = 0;
     if (!entry.text.strBitmap.empty() &&

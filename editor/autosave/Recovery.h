@@ -31,8 +31,10 @@ std::vector<SRecoverable> FindRecoverable(const std::vector<std::string>& levels
 using FPlayStep = std::function<bool(CTCPARSE_KEYWORD* pFirst, std::string& strFault)>;
 
 // Plays steps one after the other, the painting on a bitmap only where its file is still what it
-// was. nPlayed: how many. False, with one line in strFault, when one fails or the user cancels.
+// was. strDeclarations: of all keywords that they may have. nPlayed: how many. False, with one line
+// in strFault, when one fails or the user cancels.
 bool PlaySteps(const SRecoverable& entry,
+               const std::string& strDeclarations,
                const FPlayStep& play,
                size_t& nPlayed,
                std::string& strFault);

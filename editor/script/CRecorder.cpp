@@ -4,7 +4,7 @@
 #include "editor/core/FileNames.h"
 #include "editor/core/Processes.h"
 #include "editor/core/UserFolders.h"
-#include "editor/script/CScriptPlayer.h"
+#include "editor/script/CScriptKeywords.h"
 #include "engine/world/CEngineHost.h"
 #include "host/IPlugin.h"
 #include "host/IPluginPainting.h"
@@ -65,6 +65,7 @@ std::string WriteNote(const std::string& strPart)
 CRecorder::CRecorder(CEditorHost& host, IPlugin* pPlugin)
     : m_Host(host)
     , m_Painting(dynamic_cast<IPluginPainting*>(pPlugin))
+    , m_Declarations(CScriptKeywords(pPlugin).GetDeclarations())
     , m_Writer(host, *this)
 {
     m_Writer.SetPlugin(pPlugin);
@@ -98,7 +99,7 @@ bool CRecorder::Start(const std::string& strPath)
         CrashLog("[CRecorder::Start] %s: %s\n", m_Part.c_str(), std::strerror(errno));
         return false;
     }
-    if (Append(CScriptPlayer::GetDeclarations()) && KeepTerrain())
+    if (Append(m_Declarations) && KeepTerrain())
     {
         m_Note = WriteNote(m_Part);
         return true;

@@ -64,6 +64,7 @@ private:
 
     CEditorHost& m_Host;
     IPluginPainting* m_Painting;
+    std::string m_Declarations; // of all keywords of scripts with this plug-in
     CScriptWriter m_Writer;
     std::string m_Path;
     std::string m_Part;

@@ -1,14 +1,11 @@
 #include "editor/script/CScriptFolder.h"
 
+#include "editor/script/CScriptKeywords.h"
 #include "host/FileSystem.h"
-#include "host/ScriptKeywords.h"
 #include "parser/CTCParseNodes.h"
-#include "parser/KeywordValues.h"
 
-#include <algorithm>
 #include <cstring>
 #include <filesystem>
-#include <iterator>
 #include <system_error>
 
 namespace
@@ -16,37 +13,12 @@ namespace
 
 constexpr char SEPARATORS[] = "/\\";
 
-// Of a brush block.
-constexpr const char* BRUSH_FILES[] = {"path", "mask"};
-
-// What the first argument of a keyword names, in a script or in the block of a brush.
-EKeywordFile GetFileUse(const CTCPARSE_KEYWORD& keyword)
-{
-    for (const SScriptKeyword& known : SCRIPT_KEYWORDS)
-    {
-        if (IsKeyword(&keyword, known.pszName))
-        {
-            return known.eFile;
-        }
-    }
-    const bool bBrushFile = std::any_of(std::begin(BRUSH_FILES),
-                                        std::end(BRUSH_FILES),
-                                        [&](const char* psz) { return IsKeyword(&keyword, psz); });
-    return bBrushFile ? EKeywordFile::Read : EKeywordFile::None;
-}
-
-// Null for a keyword that names none.
-const char* GetFile(const CTCPARSE_KEYWORD& keyword)
-{
-    const CTCPARSE_PARAM* pParam = keyword.params;
-    const bool bNamed = pParam != nullptr && pParam->type == tcparse_string &&
-                        GetFileUse(keyword) != EKeywordFile::None;
-    return bNamed ? static_cast<const CTCPARSE_STRING*>(pParam)->value : nullptr;
-}
+constexpr int BLOCK_DEPTH = 2; // of the bitmap in a brush; what is deeper is no script's
 
 } // namespace
 
-CScriptFolder::CScriptFolder(const std::string& strScriptPath)
+CScriptFolder::CScriptFolder(const std::string& strScriptPath, const CScriptKeywords& keywords)
+    : m_Keywords(keywords)
 {
     std::error_code error;
     const std::filesystem::path path = std::filesystem::absolute(strScriptPath, error);
@@ -63,8 +35,7 @@ std::string CScriptFolder::GetPath(const std::string& strName) const
 
 bool CScriptFolder::Names(const CTCPARSE_KEYWORD* pFirst, const std::string& strPath) const
 {
-    constexpr int BRUSH_DEPTH = 2; // of the bitmap in a brush; what is deeper is no script's
-    return NamesWithin(pFirst, strPath, BRUSH_DEPTH);
+    return NamesWithin(pFirst, strPath, BLOCK_DEPTH);
 }
 
 bool CScriptFolder::NamesWithin(const CTCPARSE_KEYWORD* pFirst,
@@ -86,60 +57,48 @@ bool CScriptFolder::NamesWithin(const CTCPARSE_KEYWORD* pFirst,
 bool CScriptFolder::WouldReplaceScript(const CTCPARSE_KEYWORD& keyword) const
 {
     const char* pszFile = GetFile(keyword);
-    return pszFile != nullptr && GetFileUse(keyword) == EKeywordFile::Written &&
+    return pszFile != nullptr && m_Keywords.GetFileUse(keyword) == EKeywordFile::Written &&
            fs::same_file(GetPath(pszFile).c_str(), m_Script.c_str());
 }
 
 void CScriptFolder::LocateFiles(CTCPARSE_KEYWORD& keyword) const
 {
-    const EKeywordFile eUse = GetFileUse(keyword);
-    if (eUse != EKeywordFile::None)
+    LocateFile(keyword);
+    LocateWithin(keyword.block, BLOCK_DEPTH);
+}
+
+void CScriptFolder::LocateWithin(CTCPARSE_KEYWORD* pFirst, int nDepth) const
+{
+    for (; pFirst != nullptr && nDepth > 0; pFirst = pFirst->next)
     {
-        LocateFile(keyword, eUse);
-    }
-    else
-    {
-        LocateBrushFiles(keyword.block);
+        LocateFile(*pFirst);
+        LocateWithin(pFirst->block, nDepth - 1);
     }
 }
 
-void CScriptFolder::LocateBrushFiles(CTCPARSE_KEYWORD* pFirst) const
+const char* CScriptFolder::GetFile(const CTCPARSE_KEYWORD& keyword) const
 {
-    LocateNamed(pFirst, "mask");
-    for (CTCPARSE_KEYWORD* pEntry = pFirst; pEntry != nullptr; pEntry = pEntry->next)
-    {
-        if (std::strcmp(pEntry->name, "bitmap") == 0)
-        {
-            LocateNamed(pEntry->block, "path");
-        }
-    }
+    const CTCPARSE_PARAM* pParam = keyword.params;
+    const bool bNamed = pParam != nullptr && pParam->type == tcparse_string &&
+                        m_Keywords.GetFileUse(keyword) != EKeywordFile::None;
+    return bNamed ? static_cast<const CTCPARSE_STRING*>(pParam)->value : nullptr;
 }
 
-void CScriptFolder::LocateNamed(CTCPARSE_KEYWORD* pFirst, const char* pszName) const
+void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword) const
 {
-    for (; pFirst != nullptr; pFirst = pFirst->next)
-    {
-        if (std::strcmp(pFirst->name, pszName) == 0)
-        {
-            LocateFile(*pFirst, EKeywordFile::Read);
-        }
-    }
-}
-
-void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword, EKeywordFile eUse) const
-{
-    CTCPARSE_PARAM* pParam = keyword.params;
-    if (pParam == nullptr || pParam->type != tcparse_string)
+    const char* pszName = GetFile(keyword);
+    if (pszName == nullptr)
     {
         return;
     }
-    const std::string strName = static_cast<CTCPARSE_STRING*>(pParam)->value;
+    const std::string strName = pszName;
     const std::string strPath = GetPath(strName);
     if (strName.empty() || strPath == strName ||
-        (eUse == EKeywordFile::Read && !fs::exists(strPath.c_str())))
+        (m_Keywords.GetFileUse(keyword) == EKeywordFile::Read && !fs::exists(strPath.c_str())))
     {
         return;
     }
+    CTCPARSE_PARAM* pParam = keyword.params;
     auto* pLocated = new CTCPARSE_STRING(strPath.c_str());
     pLocated->next = pParam->next;
     keyword.params = pLocated;

@@ -5,11 +5,9 @@
 #include "editor/script/HeightText.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
-#include "host/BrushBlock.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
 #include "host/NumberText.h"
-#include "host/ScriptKeywords.h"
 #include "host/Terrain.h"
 #include "host/TerrainSize.h"
 #include "host/World.h"
@@ -18,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -41,36 +40,44 @@ template <typename... TArguments> std::string Format(const char* pszFormat, TArg
 
 } // namespace
 
-CScriptPlayer::FPlay CScriptPlayer::FindHandler(std::string_view strName)
+struct CScriptPlayer::SRow
 {
-    static constexpr std::pair<std::string_view, FPlay> HANDLERS[] = {
-        {"level", &CScriptPlayer::PlayLevel},
-        {"open", &CScriptPlayer::PlayOpen},
-        {"heights", &CScriptPlayer::PlayHeights},
-        {"keys", &CScriptPlayer::PlayKeys},
-        {"press", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Position>},
-        {"move", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Position>},
-        {"release", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Position>},
-        {"press_at", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Hit>},
-        {"move_at", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Hit>},
-        {"release_at", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Hit>},
-        {"press_miss", &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Nothing>},
-        {"move_miss", &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Nothing>},
-        {"release_miss", &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Nothing>},
-        {"action", &CScriptPlayer::PlayAction},
-        {"undo", &CScriptPlayer::PlayUndo},
-        {"redo", &CScriptPlayer::PlayRedo},
-        {"save", &CScriptPlayer::PlaySave},
-        {"export_stl", &CScriptPlayer::PlayExportStl},
-        {"picture", &CScriptPlayer::PlayPicture},
-        {"expect_height", &CScriptPlayer::PlayExpectHeight},
-        {"expect_undo", &CScriptPlayer::PlayExpectUndo},
-    };
-    static_assert(HasEachHandler(HANDLERS, EKeywordPlayer::Host));
-    return std::find_if(std::begin(HANDLERS),
-                        std::end(HANDLERS),
-                        [strName](const auto& handler) { return handler.first == strName; })
-        ->second;
+    SScriptKeyword keyword;
+    bool (CScriptPlayer::*pPlay)(const CScriptCall&, std::string&);
+};
+
+const CScriptPlayer::SRow CScriptPlayer::ROWS[] = {
+    {{"level", "iv"}, &CScriptPlayer::PlayLevel},
+    {{"open", "s", EKeywordFile::Read}, &CScriptPlayer::PlayOpen},
+    {{"heights", "iis"}, &CScriptPlayer::PlayHeights},
+    {{"keys", "s"}, &CScriptPlayer::PlayKeys},
+    {{"press", "ff"}, &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Position>},
+    {{"move", "ffi"}, &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Position>},
+    {{"release", "ff"}, &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Position>},
+    {{"press_at", "v"}, &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Hit>},
+    {{"move_at", "vi"}, &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Hit>},
+    {{"release_at", "v"}, &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Hit>},
+    {{"press_miss", ""}, &CScriptPlayer::PlayMouse<EMouseEvent::Press, ECursorTarget::Nothing>},
+    {{"move_miss", "i"}, &CScriptPlayer::PlayMouse<EMouseEvent::Move, ECursorTarget::Nothing>},
+    {{"release_miss", ""}, &CScriptPlayer::PlayMouse<EMouseEvent::Release, ECursorTarget::Nothing>},
+    {{"action", "ii"}, &CScriptPlayer::PlayAction},
+    {{"undo", ""}, &CScriptPlayer::PlayUndo},
+    {{"redo", ""}, &CScriptPlayer::PlayRedo},
+    {{"save", "s", EKeywordFile::Written}, &CScriptPlayer::PlaySave},
+    {{"export_stl", "s", EKeywordFile::Written}, &CScriptPlayer::PlayExportStl},
+    {{"picture", "s", EKeywordFile::Written}, &CScriptPlayer::PlayPicture},
+    {{"expect_height", "iiff"}, &CScriptPlayer::PlayExpectHeight},
+    {{"expect_undo", "i"}, &CScriptPlayer::PlayExpectUndo},
+};
+
+std::vector<SScriptKeyword> CScriptPlayer::GetHostKeywords()
+{
+    std::vector<SScriptKeyword> keywords;
+    for (const SRow& row : ROWS)
+    {
+        keywords.push_back(row.keyword);
+    }
+    return keywords;
 }
 
 CScriptPlayer::CScriptPlayer(CEditorHost& host,
@@ -84,7 +91,8 @@ CScriptPlayer::CScriptPlayer(CEditorHost& host,
     , m_Script(dynamic_cast<IPluginScript*>(pPlugin))
     , m_OnPlayed(std::move(onPlayed))
     , m_ScriptPath(strScriptPath)
-    , m_Folder(strScriptPath)
+    , m_Keywords(pPlugin)
+    , m_Folder(strScriptPath, m_Keywords)
     , m_Mouse(host, cursor, view, pPlugin)
 {
 }
@@ -117,28 +125,11 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
     return true;
 }
 
-std::string CScriptPlayer::GetDeclarations()
-{
-    std::string strText;
-    for (const SScriptKeyword& keyword : SCRIPT_KEYWORDS)
-    {
-        strText.append("!").append(keyword.pszName).append("(");
-        const char* pszBefore = " ";
-        for (const char cType : std::string_view(keyword.pszTypes))
-        {
-            strText += pszBefore;
-            pszBefore = ", ";
-            const std::string strVector = cType == 'v' ? "v3" : cType == 'w' ? "v4" : "";
-            strText += strVector.empty() ? std::string(1, cType) : strVector;
-        }
-        strText += *keyword.pszTypes == '\0' ? ")\n" : " )\n";
-    }
-    return strText + GetBrushDeclarations(EBrushBlock::Script) + "\n";
-}
-
 bool CScriptPlayer::PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
 {
-    const SScriptKeyword* pKeyword = FindScriptKeyword(keyword.name);
+    const SScriptKeyword* pOfHost = m_Keywords.FindOfHost(keyword.name);
+    const SScriptKeyword* pOfPlugin = m_Keywords.FindOfPlugin(keyword.name);
+    const SScriptKeyword* pKeyword = pOfHost != nullptr ? pOfHost : pOfPlugin;
     const CScriptCall call(keyword);
     if (pKeyword == nullptr)
     {
@@ -155,20 +146,20 @@ bool CScriptPlayer::PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
         strWhy = "would replace the script itself";
         return false;
     }
-    if (pKeyword->ePlayer == EKeywordPlayer::Plugin)
-    {
-        return PlayPluginKeyword(keyword, strWhy);
-    }
-    if (keyword.block != nullptr)
+    if (keyword.block != nullptr && (pOfHost != nullptr || pKeyword->bWindows))
     {
         strWhy = "takes no block";
         return false;
     }
-    if (pKeyword->ePlayer == EKeywordPlayer::Host)
+    if (pOfHost != nullptr)
     {
-        return (this->*FindHandler(pKeyword->pszName))(call, strWhy);
+        const auto* pRow =
+            std::find_if(std::begin(ROWS),
+                         std::end(ROWS),
+                         [&](const SRow& row) { return row.keyword.pszName == pOfHost->pszName; });
+        return (this->*pRow->pPlay)(call, strWhy);
     }
-    if (!m_Host.PrepareWindows())
+    if (pKeyword->bWindows && !m_Host.PrepareWindows())
     {
         strWhy = "there are no windows to paint with";
         return false;
@@ -178,11 +169,6 @@ bool CScriptPlayer::PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
 
 bool CScriptPlayer::PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)
 {
-    if (m_Script == nullptr)
-    {
-        strWhy = "the plug-in plays no scripts";
-        return false;
-    }
     m_Folder.LocateFiles(keyword);
     const EScriptResult eResult = m_Script->Play(&keyword, strWhy);
     if (eResult == EScriptResult::Unknown)

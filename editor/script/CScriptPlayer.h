@@ -1,13 +1,14 @@
 #pragma once
 
 #include "editor/script/CScriptFolder.h"
+#include "editor/script/CScriptKeywords.h"
 #include "editor/script/CScriptMouse.h"
 #include "editor/script/CScriptPicture.h"
 
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
+#include <vector>
 
 class CEditorHost;
 class CScriptCall;
@@ -32,19 +33,18 @@ public:
                   std::function<void()> onPlayed = {});
 
     // Plays the chain that starts at pFirst (null: nothing to do) and stops at the first keyword
-    // that fails; strFault is then one line that names the file, the keyword and why. File names in
-    // brush blocks of the tree are replaced by those beside the script.
+    // that fails; strFault is then one line that names the file, the keyword and why. File names of
+    // the plug-in's keywords in the tree are replaced by those beside the script.
     bool Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault);
 
     const CDragRecorder& GetDrags() const { return m_Mouse.GetDrags(); }
 
-    // The declarations of all keywords, as a script starts with them.
-    static std::string GetDeclarations();
+    // What the host plays, in the order in which scripts declare it; the texts are static.
+    static std::vector<SScriptKeyword> GetHostKeywords();
 
 private:
-    using FPlay = bool (CScriptPlayer::*)(const CScriptCall&, std::string&);
+    struct SRow;
 
-    static FPlay FindHandler(std::string_view strName); // of a keyword that the host plays
     bool PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
     bool PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
 
@@ -68,11 +68,14 @@ private:
                       std::string& strWhy);
     bool FinishLevel(bool bDone, const char* pszFailure, std::string& strWhy);
 
+    static const SRow ROWS[21];
+
     CEditorHost& m_Host;
     ViewId m_View;
     IPluginScript* m_Script;
     std::function<void()> m_OnPlayed;
     std::string m_ScriptPath; // as given
+    CScriptKeywords m_Keywords;
     CScriptFolder m_Folder;
     CScriptMouse m_Mouse;
     CScriptPicture m_Picture;

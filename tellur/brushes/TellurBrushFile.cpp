@@ -6,6 +6,7 @@
 #include "tellur/brushes/CFunctionContainer.h"
 #include "tellur/brushes/CTellurBitmap.h"
 #include "tellur/brushes/CTellurBrush.h"
+#include "tellur/brushes/IFunctionSource.h"
 #include "tellur/context/PluginContext.h"
 #include "tellur/stroke/ITellurFunction.h"
 
@@ -83,9 +84,9 @@ bool CTellurBrush::Save(fs::ifile& file, int iIndent) const
 bool CTellurBrush::LoadFunction(const CTCPARSE_KEYWORD* pKey)
 {
     const char* pszName = GetStringValue(pKey->params);
-    PluginContext* pContext = GetPluginContext();
+    auto* pSource = GetPluginPart<IFunctionSource>();
     const ITellurFunction* pPrototype =
-        pContext != nullptr ? pContext->GetFunctionContainer()->FindFunction(pszName) : nullptr;
+        pSource != nullptr ? pSource->GetFunctionContainer()->FindFunction(pszName) : nullptr;
     if (pPrototype == nullptr)
     {
         CrashLog("[CTellurBrush::Load] unrecognized function %s\n", GetText(pszName));

@@ -4,6 +4,7 @@
 #include "host/ReflectionFields.h"
 #include "tellur/context/PluginContext.h"
 #include "tellur/functions/HeightLoops.h"
+#include "tellur/functions/IFieldsWatcher.h"
 #include "tellur/stroke/ITellurBrush.h"
 
 namespace
@@ -87,8 +88,8 @@ void CSetHeightFunction::OnStartPoint(const SVec3& point)
         return;
     }
     m_Height = point.y;
-    if (PluginContext* pContext = GetPluginContext())
+    if (auto* pWatcher = GetPluginPart<IFieldsWatcher>())
     {
-        pContext->RefreshPanelProperties();
+        pWatcher->OnFieldsChanged();
     }
 }

@@ -6,6 +6,7 @@
 #include "host/Terrain.h"
 #include "tellur/context/CommandIds.h"
 #include "tellur/context/PluginContext.h"
+#include "tellur/modes/IModesPlugin.h"
 
 #include <cmath>
 
@@ -50,12 +51,12 @@ bool CModeExportTerrainExtent::SetCursor()
 void CModeExportTerrainExtent::Activate()
 {
     TakeInput(CAPTION);
-    GetPluginContext()->SetToolBarButton(COMMAND_EXPORT_EXTENT, true);
+    GetPluginPart<IModesPlugin>()->SetToolBarButton(COMMAND_EXPORT_EXTENT, true);
 }
 
 void CModeExportTerrainExtent::Deactivate()
 {
-    GetPluginContext()->SetToolBarButton(COMMAND_EXPORT_EXTENT, false);
+    GetPluginPart<IModesPlugin>()->SetToolBarButton(COMMAND_EXPORT_EXTENT, false);
     m_Dragging = false;
 }
 
@@ -65,7 +66,7 @@ void CModeExportTerrainExtent::Suspend(bool bSuspended)
     {
         TakeInput(CAPTION);
     }
-    GetPluginContext()->SetToolBarButton(COMMAND_EXPORT_EXTENT, !bSuspended);
+    GetPluginPart<IModesPlugin>()->SetToolBarButton(COMMAND_EXPORT_EXTENT, !bSuspended);
     m_Suspended = bSuspended;
 }
 

@@ -5,11 +5,11 @@
 #include "host/EditorHost.h"
 #include "host/Log.h"
 #include "host/Terrain.h"
-#include "host/World.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/CommandIds.h"
 #include "tellur/context/PluginContext.h"
-#include "tellur/modes/TerraformingState.h"
+#include "tellur/modes/CTerraformingState.h"
+#include "tellur/modes/IModesPlugin.h"
 #include "tellur/modification/CTerrainModification.h"
 
 namespace
@@ -18,13 +18,6 @@ namespace
 constexpr uint32_t STANDARD_ARROW = 32512; // no cursor of the plug-in: the handle stays empty
 constexpr float EXTENT_STEP = 0.00078125F; // 1/1280 of the terrain's width
 constexpr const char* CAPTION = "Terraforming";
-constexpr const char* PREVIEW_NAME = "TellurBlobTexture";
-
-bool IsDragging()
-{
-    const STerraformingState& state = GetTerraformingState();
-    return state.pSession != nullptr && state.pSession->IsInProgress();
-}
 
 } // namespace
 
@@ -55,18 +48,14 @@ bool CModeTerraforming::SetCursor()
 
 void CModeTerraforming::Activate()
 {
-    GetPluginContext()->CheckHeightMapWritable();
+    GetPluginPart<IModesPlugin>()->CheckHeightMapWritable();
     TakeInput(CAPTION);
-    ApplyEditOverlay(EEditOverlay::On);
+    GetTerraformingState().ApplyOverlay(EEditOverlay::On);
 }
 
 void CModeTerraforming::Deactivate()
 {
-    if (Terrain* pTerrain = GetCurrentTerrain())
-    {
-        pTerrain->SetEditMaterial(nullptr);
-        pTerrain->SetEditOverlay(0);
-    }
+    CTerraformingState::TakeOverlayAway();
     GetPluginContext()->SetCurrentBrush(nullptr);
 }
 
@@ -85,22 +74,20 @@ void CModeTerraforming::OnLButtonDown(ViewId view, ViewPoint point, uint32_t uFl
     const IViewWindow* pWindow = pHost != nullptr ? pHost->GetViewWindow(view) : nullptr;
     SetCapture(pWindow != nullptr ? pWindow->GetWindowHandle() : 0);
 
-    // A drag that was not released is dropped: its heights stay, it leaves no undo record.
-    std::unique_ptr<CTerrainModification>& pSession = GetTerraformingState().pSession;
-    pSession.reset();
-    pSession = std::make_unique<CTerrainModification>();
-    pSession->Start(view, uFlags, point, GetCurrentTerrain(), pContext->GetCurrentBrush());
+    GetTerraformingState().MakeSession().Start(
+        view, uFlags, point, GetCurrentTerrain(), pContext->GetCurrentBrush());
 }
 
 void CModeTerraforming::OnMouseMove(
     ViewId view, uint32_t uFlags, ViewPoint point, uintptr_t uExtra1, uintptr_t uExtra2)
 {
-    if (!IsDragging())
+    const CTerraformingState& state = GetTerraformingState();
+    if (!state.IsDragging())
     {
         Hover(view, point);
         return;
     }
-    GetTerraformingState().pSession->OnMouseMove(view, uFlags, point, uExtra1, uExtra2);
+    state.GetSession()->OnMouseMove(view, uFlags, point, uExtra1, uExtra2);
     PluginContext* pContext = GetPluginContext();
     if (pContext->IsAutoUpdateNormals())
     {
@@ -114,36 +101,36 @@ void CModeTerraforming::Hover(ViewId view, ViewPoint point)
     EditorHost* pHost = pContext->GetEditorHost();
     const CTellurBrush* pBrush = pContext->GetCurrentBrush();
     const Terrain* pTerrain = GetCurrentTerrain();
-    SVec3& picked = GetTerraformingState().picked;
+    CTerraformingState& state = GetTerraformingState();
     SVec3 hit;
     if (pHost != nullptr && pBrush != nullptr && pTerrain != nullptr &&
         pHost->PickTerrain(view, point, hit, 0) == PICK_HIT)
     {
-        picked = hit;
+        state.SetPicked(hit);
         const SVec3 size = pTerrain->GetSize();
         SExtents clipped; // the preview shows the whole footprint
         pBrush->GetExtents(clipped, hit.x, hit.z, m_Footprint, size.x, size.z);
         return;
     }
     m_Footprint = {};
-    picked = {-1.0F, -1.0F, -1.0F};
+    state.ForgetPicked();
 }
 
 void CModeTerraforming::OnLButtonUp(ViewId view, ViewPoint point, uint32_t uFlags)
 {
-    if (!IsDragging())
+    CTerraformingState& state = GetTerraformingState();
+    if (!state.IsDragging())
     {
         return;
     }
-    STerraformingState& state = GetTerraformingState();
     PluginContext* pContext = GetPluginContext();
-    state.pSession->End(view, uFlags, point);
+    state.GetSession()->End(view, uFlags, point);
     if (pContext->IsAutoUpdateNormals())
     {
         pContext->UpdateTerrainNormals();
     }
     ReleaseCapture();
-    state.pSession.reset();
+    state.DropSession();
     if (EditorHost* pHost = pContext->GetEditorHost())
     {
         pHost->OnTerrainChanged();
@@ -157,8 +144,7 @@ void CModeTerraforming::OnAction(ViewId view, int iAction, uint32_t uCount)
         CModeBase::OnAction(view, iAction, uCount);
         return;
     }
-    PluginContext* pContext = GetPluginContext();
-    CTellurBrush* pBrush = pContext->GetCurrentBrush();
+    CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
     const Terrain* pTerrain = GetCurrentTerrain();
     if (pBrush == nullptr || pTerrain == nullptr)
     {
@@ -166,25 +152,7 @@ void CModeTerraforming::OnAction(ViewId view, int iAction, uint32_t uCount)
     }
     const float fStep = pTerrain->GetSize().x * EXTENT_STEP;
     pBrush->SetExtent(pBrush->GetExtent() + (iAction == ACTION_BRUSH_SMALLER ? -fStep : fStep));
-    pContext->RefreshPanelExtent();
-}
-
-void CModeTerraforming::UpdatePreview()
-{
-    STerraformingState& state = GetTerraformingState();
-    CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
-    if (pBrush == nullptr || (!pBrush->IsBitmapChanged() && state.pPreview != nullptr))
-    {
-        return;
-    }
-    ReleaseBrushPreview();
-    World* pWorld = GetPluginContext()->GetWorld();
-    const IImage* pImage = pBrush->GetBitmapImage();
-    if (pImage != nullptr && pWorld != nullptr)
-    {
-        state.pPreview = pWorld->CreateTextureFromImage(pImage, PREVIEW_NAME);
-    }
-    pBrush->SetBitmapChanged(false);
+    GetPluginPart<IModesPlugin>()->RefreshPanelExtent();
 }
 
 void CModeTerraforming::Render()
@@ -194,25 +162,26 @@ void CModeTerraforming::Render()
     {
         return;
     }
-    STerraformingState& state = GetTerraformingState();
+    CTerraformingState& state = GetTerraformingState();
     CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
-    const bool bPicked = !(state.picked.x < 0.0F);
-    if (IsDragging() && bPicked && state.pSession->Render(&state.picked))
+    CTerrainModification* pSession = state.GetSession();
+    const SVec3& picked = state.GetPicked();
+    if (state.IsDragging() && state.HasPicked() && pSession->Render(&picked))
     {
         return;
     }
-    if (pBrush != nullptr && bPicked && pBrush->Render(state.pSession.get(), &state.picked))
+    if (pBrush != nullptr && state.HasPicked() && pBrush->Render(pSession, &picked))
     {
         return;
     }
-    UpdatePreview();
-    if (state.pPreview == nullptr)
+    ITexture* pPreview = state.UpdatePreview();
+    if (pPreview == nullptr)
     {
         return;
     }
-    if (IsDragging())
+    if (state.IsDragging())
     {
-        state.pSession->GetExtents(m_Footprint);
+        pSession->GetExtents(m_Footprint);
     }
-    pTerrain->DrawProjectedTexture(m_Footprint, state.pPreview);
+    pTerrain->DrawProjectedTexture(m_Footprint, pPreview);
 }

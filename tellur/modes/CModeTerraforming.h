@@ -38,7 +38,6 @@ public:
 
 private:
     void Hover(ViewId view, ViewPoint point);
-    void UpdatePreview();
 
     CursorHandle m_Arrow;
     SExtents m_Footprint; // terrain units, y is 0

@@ -10,6 +10,7 @@
 #include "tellur/painting/CTellur2DFunctionMul.h"
 #include "tellur/painting/CTellur2DFunctionSet.h"
 #include "tellur/painting/CTerrain2DDrawDlg.h"
+#include "tellur/painting/IPaintingPlugin.h"
 #include "tellur/painting/PaintLayer.h"
 #include "tellur/painting/TerrainTypeImage.h"
 
@@ -45,7 +46,7 @@ CModeEditTerrainType::CModeEditTerrainType()
 // The dialog outlives the mode.
 CModeEditTerrainType::~CModeEditTerrainType()
 {
-    CTerrain2DDrawDlg* pDialog = GetPluginContext()->Get2DDrawDlg();
+    CTerrain2DDrawDlg* pDialog = GetPluginPart<IPaintingPlugin>()->Get2DDrawDlg();
     if (pDialog != nullptr && pDialog->GetUser() == this)
     {
         pDialog->SetExtentPointer(nullptr);
@@ -83,7 +84,7 @@ bool CModeEditTerrainType::SetCursor()
 
 bool CModeEditTerrainType::IsCurrent() const
 {
-    return IsPaintingModeOn() && GetPluginContext()->GetEditTerrainTypeMode() == this;
+    return IsPaintingModeOn() && GetPluginPart<IPaintingPlugin>()->GetEditTerrainTypeMode() == this;
 }
 
 void CModeEditTerrainType::Activate()
@@ -94,7 +95,7 @@ void CModeEditTerrainType::Activate()
     {
         return;
     }
-    const CTerrain2DDrawDlg* pDialog = GetPluginContext()->Get2DDrawDlg();
+    const CTerrain2DDrawDlg* pDialog = GetPluginPart<IPaintingPlugin>()->Get2DDrawDlg();
     if (pDialog != nullptr && pDialog->GetBitmapFile() != m_BitmapPath)
     {
         if (pLayer->GetImage() != nullptr)
@@ -158,7 +159,7 @@ void CModeEditTerrainType::Deactivate()
     {
         pLayer->End();
     }
-    if (CTerrain2DDrawDlg* pDialog = GetPluginContext()->Get2DDrawDlg())
+    if (CTerrain2DDrawDlg* pDialog = GetPluginPart<IPaintingPlugin>()->Get2DDrawDlg())
     {
         pDialog->UpdateControls();
     }

@@ -10,6 +10,7 @@
 #include "tellur/context/PluginContext.h"
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/painting/DrawDlgIds.h"
+#include "tellur/painting/IPaintingPlugin.h"
 #include "tellur/painting/PaintLayer.h"
 
 #include <cstring>
@@ -266,7 +267,7 @@ bool CTerrain2DDrawDlg::ChooseFunction(const char* pszName)
 void CTerrain2DDrawDlg::OnSave()
 {
     ReadControls();
-    CModeEditTerrainType* pMode = GetPluginContext()->GetEditTerrainTypeMode();
+    CModeEditTerrainType* pMode = GetPluginPart<IPaintingPlugin>()->GetEditTerrainTypeMode();
     const CSaveNotice notice;
     if (!m_BitmapFile.empty() && pMode != nullptr && pMode->SaveBitmap(m_BitmapFile.c_str()))
     {
@@ -276,15 +277,15 @@ void CTerrain2DDrawDlg::OnSave()
 
 void CTerrain2DDrawDlg::SwitchEditing()
 {
-    PluginContext* pContext = GetPluginContext();
+    auto* pPlugin = GetPluginPart<IPaintingPlugin>();
     ReadControls();
     if (IsPaintingModeOn())
     {
-        pContext->SetMode(NO_MODE, 0);
+        pPlugin->SetMode(NO_MODE, 0);
     }
     else
     {
-        pContext->SetMode(pContext->GetEditTerrainTypeModeId(), 0);
+        pPlugin->SetMode(pPlugin->GetEditTerrainTypeModeId(), 0);
         LoadColours();
     }
     UpdateControls();

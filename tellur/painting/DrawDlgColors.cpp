@@ -7,6 +7,7 @@
 #include "tellur/painting/CPaletteColorDlg.h"
 #include "tellur/painting/CTerrain2DDrawDlg.h"
 #include "tellur/painting/DrawDlgIds.h"
+#include "tellur/painting/IPaintingPlugin.h"
 
 #include <algorithm>
 
@@ -130,7 +131,7 @@ void CTerrain2DDrawDlg::ChooseColorOf(CColorButton& button)
 bool CTerrain2DDrawDlg::AskForColor(const CColorButton& button, uint8_t* pColor)
 {
     const ColorRef uBefore = button.GetColorRef();
-    const CModeEditTerrainType* pMode = GetPluginContext()->GetEditTerrainTypeMode();
+    const CModeEditTerrainType* pMode = GetPluginPart<IPaintingPlugin>()->GetEditTerrainTypeMode();
     const IPalette* pPalette = pMode != nullptr ? pMode->GetPalette() : nullptr;
     if (pPalette == nullptr)
     {

@@ -8,6 +8,7 @@
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/painting/CTellur2DFunction.h"
 #include "tellur/painting/CTerrain2DDrawDlg.h"
+#include "tellur/painting/IPaintingPlugin.h"
 #include "tellur/painting/PaintLayer.h"
 #include "tellur/painting/TerrainTypeImage.h"
 
@@ -25,7 +26,7 @@ bool IsPaintingModeOn()
 {
     const PluginContext* pContext = GetPluginContext();
     EditorHost* pHost = pContext->GetEditorHost();
-    const int iMode = pContext->GetEditTerrainTypeModeId();
+    const int iMode = GetPluginPart<IPaintingPlugin>()->GetEditTerrainTypeModeId();
     return pHost != nullptr && iMode != NO_MODE &&
            pHost->GetModeManager()->GetCurrentModeId() == iMode;
 }
@@ -58,7 +59,7 @@ void CModeEditTerrainType::SetFunction(const char* pszName)
     }
     m_Function = found->get();
     m_Function->SetChannelMask(m_Channels);
-    if (const CTerrain2DDrawDlg* pDialog = GetPluginContext()->Get2DDrawDlg())
+    if (const CTerrain2DDrawDlg* pDialog = GetPluginPart<IPaintingPlugin>()->Get2DDrawDlg())
     {
         m_Function->SetColor(pDialog->GetCurrentColor());
     }
@@ -127,7 +128,7 @@ void CModeEditTerrainType::SetColor(const float* pColor)
 
 void CModeEditTerrainType::ApplyUndoDepth()
 {
-    const int32_t iDepth = std::max(GetPluginContext()->Get2DDrawUndoDepth(), 1);
+    const int32_t iDepth = std::max(GetPluginPart<IPaintingPlugin>()->Get2DDrawUndoDepth(), 1);
     if (m_Undo->GetStackSize() != static_cast<uint32_t>(iDepth))
     {
         m_Undo->SetStackSize(static_cast<uint32_t>(iDepth));

@@ -3,7 +3,7 @@
 #include "host/EditorHost.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/PluginContext.h"
-#include "tellur/modes/TerraformingState.h"
+#include "tellur/modes/CTerraformingState.h"
 
 std::string BrowseForMask(const std::string& strFrom)
 {
@@ -25,8 +25,8 @@ std::string BrowseForMask(const std::string& strFrom)
 void SetBrushMask(CTellurBrush& brush, const std::string& strPath)
 {
     brush.SetMask(strPath.c_str());
-    ReleaseBrushPreview();
-    ApplyEditOverlay(EEditOverlay::On);
+    GetTerraformingState().ReleasePreview();
+    GetTerraformingState().ApplyOverlay(EEditOverlay::On);
     if (!brush.IsMaskEnabled())
     {
         brush.SetMaskEnabled(true);

@@ -8,7 +8,8 @@
 #include "host/World.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/PluginContext.h"
-#include "tellur/modes/TerraformingState.h"
+#include "tellur/modes/CTerraformingState.h"
+#include "tellur/panel/IPanelPlugin.h"
 #include "tellur/panel/PanelFunctions.h"
 #include "tellur/panel/PanelScale.h"
 
@@ -50,13 +51,13 @@ CTellurView::CTellurView()
     BindControls();
     Listen();
     EnableToolTips(true);
-    GetPluginContext()->SetPanel(this);
+    GetPluginPart<IPanelPlugin>()->SetPanel(this);
 }
 
 CTellurView::~CTellurView()
 {
     m_Grid.SaveToRegistry();
-    GetPluginContext()->SetPanel(nullptr);
+    GetPluginPart<IPanelPlugin>()->SetPanel(nullptr);
 }
 
 const CRuntimeClass& CTellurView::GetRuntimeClass()
@@ -105,12 +106,12 @@ void CTellurView::Listen()
 void CTellurView::StoreExtentLimits()
 {
     ReadControls();
-    GetPluginContext()->SetExtentLimits({m_MinExtent, m_MaxExtent});
+    GetPluginPart<IPanelPlugin>()->SetExtentLimits({m_MinExtent, m_MaxExtent});
 }
 
 void CTellurView::TakeExtentLimits()
 {
-    const SExtentLimits limits = GetPluginContext()->GetExtentLimits();
+    const SExtentLimits limits = GetPluginPart<IPanelPlugin>()->GetExtentLimits();
     m_MinExtent = limits.fMin;
     m_MaxExtent = limits.fMax;
     const Terrain* pTerrain = GetCurrentTerrain();
@@ -126,7 +127,7 @@ void CTellurView::DressFunctionButtons()
 {
     for (size_t i = 0; i < FUNCTION_COUNT; ++i)
     {
-        m_Functions[i].SetImages(GetPluginContext()->GetResourceModule(),
+        m_Functions[i].SetImages(GetPluginPart<IPanelPlugin>()->GetResourceModule(),
                                  PANEL_FUNCTIONS[i].uImage);
         m_Functions[i].SetToggle(true);
         m_Functions[i].SetOwnerDraw();
@@ -147,7 +148,7 @@ void CTellurView::OnUpdate()
     RefreshBrushControls();
     EnableBrushControls();
     m_AutoNormals = GetPluginContext()->IsAutoUpdateNormals() ? CHECK_ON : CHECK_OFF;
-    m_Material = GetTerraformingState().strEditMaterial;
+    m_Material = GetTerraformingState().GetEditMaterial();
     WriteFields();
 }
 

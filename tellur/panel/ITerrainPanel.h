@@ -1,7 +1,7 @@
 #pragma once
 
 // The open tool panel as the plug-in object sees it. Owned by the host, which creates and destroys
-// the panel's window; it announces itself through PluginContext::SetPanel.
+// the panel's window; it announces itself through IPanelPlugin::SetPanel.
 class ITerrainPanel
 {
 public:

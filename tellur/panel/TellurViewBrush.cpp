@@ -6,9 +6,10 @@
 #include "tellur/brushes/CBrushContainer.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/PluginContext.h"
-#include "tellur/modes/TerraformingState.h"
+#include "tellur/modes/CTerraformingState.h"
 #include "tellur/panel/BrushMask.h"
 #include "tellur/panel/CTellurView.h"
+#include "tellur/panel/IPanelPlugin.h"
 #include "tellur/panel/PanelFunctions.h"
 #include "tellur/panel/PanelScale.h"
 
@@ -199,17 +200,18 @@ void CTellurView::OnFunctionButton(size_t iFunction)
     const char* pszCurrent = pBrush != nullptr ? pBrush->GetFunctionName() : nullptr;
     if (pszCurrent != nullptr && std::strcmp(pszCurrent, pszName) == 0 && IsTerraformingOn())
     {
-        pContext->EnableTerraforming(false);
+        GetPluginPart<IPanelPlugin>()->EnableTerraforming(false);
         pContext->SetCurrentBrush(nullptr);
         ShowBrush();
         return;
     }
-    if (CTellurBrush* pTool = pContext->GetBrushContainer()->FindBrush(pszName))
+    if (CTellurBrush* pTool =
+            GetPluginPart<IPanelPlugin>()->GetBrushContainer()->FindBrush(pszName))
     {
         pContext->SetCurrentBrush(pTool);
         if (!IsTerraformingOn())
         {
-            pContext->EnableTerraforming(true);
+            GetPluginPart<IPanelPlugin>()->EnableTerraforming(true);
         }
     }
     RefreshFunctionButtons(); // a click changes the button by itself

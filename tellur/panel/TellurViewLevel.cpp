@@ -8,8 +8,9 @@
 #include "tellur/brushes/CBrushContainer.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/PluginContext.h"
-#include "tellur/modes/TerraformingState.h"
+#include "tellur/modes/CTerraformingState.h"
 #include "tellur/panel/CTellurView.h"
+#include "tellur/panel/IPanelPlugin.h"
 #include "tellur/panel/PanelIds.h"
 #include "tellur/panel/PanelScale.h"
 #include "tellur/panel/SaveBrushes.h"
@@ -42,7 +43,7 @@ void CTellurView::ListenToLevel()
     OnClick(PANEL_ADD_BRUSH, [this] { OnAddBrush(); });
     OnClick(PANEL_SAVE_BRUSHES, [this] { OnSaveBrushes(); });
     OnSelectionChange(PANEL_RESOLUTION, [this] { OnSelectResolution(); });
-    OnClick(PANEL_SAVE_HEIGHT_MAP, [] { GetPluginContext()->SaveHeightMap(""); });
+    OnClick(PANEL_SAVE_HEIGHT_MAP, [] { GetPluginPart<IPanelPlugin>()->SaveHeightMap(""); });
     OnClick(PANEL_AUTO_NORMALS, [this] { OnAutoNormals(); });
     OnClick(PANEL_UPDATE_NORMALS, [] { GetPluginContext()->UpdateTerrainNormals(); });
     OnClick(PANEL_MATERIAL_BROWSE, [this] { OnBrowseMaterial(); });
@@ -64,7 +65,7 @@ void CTellurView::FillBrushList()
 {
     m_BrushList.SetRedraw(false);
     m_BrushList.ResetContent();
-    for (const auto& pBrush : GetPluginContext()->GetBrushContainer()->GetPredefined())
+    for (const auto& pBrush : GetPluginPart<IPanelPlugin>()->GetBrushContainer()->GetPredefined())
     {
         AddBrushToList(pBrush.get());
     }
@@ -79,7 +80,7 @@ void CTellurView::OnSelectBrush()
     {
         if (IsTerraformingOn())
         {
-            pContext->EnableTerraforming(false);
+            GetPluginPart<IPanelPlugin>()->EnableTerraforming(false);
         }
         pContext->SetCurrentBrush(nullptr);
         ShowBrush();
@@ -89,11 +90,11 @@ void CTellurView::OnSelectBrush()
         reinterpret_cast<const CTellurBrush*>(m_BrushList.GetItemData(iItem)); // NOLINT
     if (pBrush != nullptr)
     {
-        pContext->UsePredefinedBrush(*pBrush);
+        GetPluginPart<IPanelPlugin>()->UsePredefinedBrush(*pBrush);
         // Without a brush before, the mode could not be switched on until now.
         if (pContext->GetCurrentBrush() != nullptr && !IsTerraformingOn())
         {
-            pContext->EnableTerraforming(true);
+            GetPluginPart<IPanelPlugin>()->EnableTerraforming(true);
         }
     }
     ShowBrush();
@@ -107,7 +108,7 @@ void CTellurView::OnAddBrush()
         CrashLog("[CTellurView::OnChangeEditPower] no current brush\n"); // as the power says it
         return;
     }
-    if (GetPluginContext()->AddBrushToPredefined(pBrush))
+    if (GetPluginPart<IPanelPlugin>()->AddBrushToPredefined(pBrush))
     {
         FillBrushList();
     }
@@ -115,7 +116,8 @@ void CTellurView::OnAddBrush()
 
 void CTellurView::OnSaveBrushes()
 {
-    if (!SaveBrushesWithCopy(*GetPluginContext()->GetBrushContainer(), PREDEFINED_BRUSHES))
+    if (!SaveBrushesWithCopy(*GetPluginPart<IPanelPlugin>()->GetBrushContainer(),
+                             PREDEFINED_BRUSHES))
     {
         ShowMessageBox("Failed to save brushes", MB_OK | MB_ICONEXCLAMATION);
     }
@@ -164,7 +166,7 @@ void CTellurView::OnSelectResolution()
     const int iVertices = std::atoi(strChosen.c_str());
     if (iVertices != 0)
     {
-        GetPluginContext()->ChangeHeightMapResolution(iVertices);
+        GetPluginPart<IPanelPlugin>()->ChangeHeightMapResolution(iVertices);
         FillResolutionList(); // what the terrain has now, also when it could not be changed
     }
 }
@@ -172,7 +174,7 @@ void CTellurView::OnSelectResolution()
 void CTellurView::OnAutoNormals()
 {
     ReadControls();
-    GetPluginContext()->SetAutoUpdateNormals(m_AutoNormals == CHECK_ON);
+    GetPluginPart<IPanelPlugin>()->SetAutoUpdateNormals(m_AutoNormals == CHECK_ON);
 }
 
 void CTellurView::OnBrowseMaterial()
@@ -189,6 +191,6 @@ void CTellurView::OnBrowseMaterial()
     {
         m_Material = strPath;
         WriteFields();
-        SetEditMaterialName(strPath.c_str());
+        GetTerraformingState().SetEditMaterial(strPath.c_str());
     }
 }

@@ -1,4 +1,4 @@
-// The level's height-map file: saving it, warning about it, and changing its resolution.
+#include "tellur/plugin/HeightMapFile.h"
 
 #include "framework/core/CResourceScope.h"
 #include "framework/core/MessageBox.h"
@@ -10,9 +10,10 @@
 #include "host/Terrain.h"
 #include "host/TerrainSize.h"
 #include "host/World.h"
+#include "tellur/context/PluginContext.h"
+#include "tellur/modes/CTerraformingState.h"
 #include "tellur/modification/CHeightTiles.h"
 #include "tellur/plugin/HeightMapResampling.h"
-#include "tellur/plugin/IPluginImpl.h"
 #include "tellur/resources/PluginResources.h"
 
 namespace
@@ -38,15 +39,35 @@ ResampleHeights(const Terrain& terrain, uint32_t uFrom, uint32_t uTo)
     return pGrid;
 }
 
+// The full path of the environment's height map; empty when there is none.
+std::string GetHeightMapFile()
+{
+    const PluginContext& context = *GetPluginContext();
+    World* pWorld = context.GetWorld();
+    IEnvironment* pEnvironment = pWorld != nullptr ? pWorld->GetEnvironment() : nullptr;
+    std::string strFile;
+    if (pEnvironment != nullptr)
+    {
+        const std::string strName = pEnvironment->GetHeightMapName();
+        context.GetEditorHost()->GetEnvironmentFile(ENVIRONMENT_CLASS,
+                                                    context.GetPluginActionHandle(),
+                                                    ENVIRONMENT_FULL_PATH,
+                                                    &strName,
+                                                    &strFile);
+    }
+    return strFile;
+}
+
 } // namespace
 
-bool IPluginImpl::SaveHeightMap(const char* pszPath)
+bool SaveHeightMap(const char* pszPath)
 {
     const CResourceScope scope(&GetPluginResources());
     std::string strPath = pszPath != nullptr ? pszPath : "";
-    if (strPath.empty() && m_pEditorHost != nullptr)
+    EditorHost* pHost = GetPluginContext()->GetEditorHost();
+    if (strPath.empty() && pHost != nullptr)
     {
-        strPath = m_pEditorHost->BrowseForFile(
+        strPath = pHost->BrowseForFile(
             FILE_DIALOG_SAVE, "height", nullptr, "data", "Height map files (*.height)|*.height");
     }
     Terrain* pTerrain = GetCurrentTerrain();
@@ -60,24 +81,11 @@ bool IPluginImpl::SaveHeightMap(const char* pszPath)
     return true;
 }
 
-// The full path of the environment's height map; empty when there is none.
-std::string IPluginImpl::GetHeightMapFile() const
-{
-    IEnvironment* pEnvironment = m_pWorld != nullptr ? m_pWorld->GetEnvironment() : nullptr;
-    std::string strFile;
-    if (pEnvironment != nullptr)
-    {
-        const std::string strName = pEnvironment->GetHeightMapName();
-        m_pEditorHost->GetEnvironmentFile(
-            ENVIRONMENT_CLASS, m_ActionHandle, ENVIRONMENT_FULL_PATH, &strName, &strFile);
-    }
-    return strFile;
-}
-
-void IPluginImpl::CheckHeightMapWritable()
+void CheckHeightMapWritable()
 {
     const CResourceScope scope(&GetPluginResources());
-    if (m_pEditorHost == nullptr || !m_pEditorHost->QueryEntityClass(ENVIRONMENT_CLASS))
+    EditorHost* pHost = GetPluginContext()->GetEditorHost();
+    if (pHost == nullptr || !pHost->QueryEntityClass(ENVIRONMENT_CLASS))
     {
         return;
     }
@@ -90,13 +98,14 @@ void IPluginImpl::CheckHeightMapWritable()
     }
 }
 
-void IPluginImpl::ChangeHeightMapResolution(int32_t iVertices)
+void ChangeHeightMapResolution(int32_t iVertices)
 {
     const CResourceScope scope(&GetPluginResources());
-    IEnvironment* pEnvironment = m_pWorld != nullptr ? m_pWorld->GetEnvironment() : nullptr;
+    EditorHost* pHost = GetPluginContext()->GetEditorHost();
+    World* pWorld = GetPluginContext()->GetWorld();
+    IEnvironment* pEnvironment = pWorld != nullptr ? pWorld->GetEnvironment() : nullptr;
     Terrain* pTerrain = pEnvironment != nullptr ? pEnvironment->GetTerrain() : nullptr;
-    if (pTerrain == nullptr || m_pEditorHost == nullptr ||
-        !m_pEditorHost->QueryEntityClass(ENVIRONMENT_CLASS))
+    if (pTerrain == nullptr || pHost == nullptr || !pHost->QueryEntityClass(ENVIRONMENT_CLASS))
     {
         return;
     }
@@ -113,7 +122,7 @@ void IPluginImpl::ChangeHeightMapResolution(int32_t iVertices)
                  iVertices);
         return;
     }
-    if (!IsDragInProgress())
+    if (!GetTerraformingState().IsDragging())
     {
         FreeKeptTiles(); // of the old size, and the grids need the room
     }
@@ -142,8 +151,11 @@ void IPluginImpl::ChangeHeightMapResolution(int32_t iVertices)
         return;
     }
     pGrid.reset(); // the reload needs the room
-    m_pEditorHost->GetEnvironmentFile(
-        ENVIRONMENT_CLASS, m_ActionHandle, ENVIRONMENT_RELOAD, nullptr, nullptr);
-    m_pEditorHost->RefreshAfterReload();
-    m_pWorld->ReloadTerrain();
+    pHost->GetEnvironmentFile(ENVIRONMENT_CLASS,
+                              GetPluginContext()->GetPluginActionHandle(),
+                              ENVIRONMENT_RELOAD,
+                              nullptr,
+                              nullptr);
+    pHost->RefreshAfterReload();
+    pWorld->ReloadTerrain();
 }

@@ -1,45 +1,43 @@
 #include "tellur/plugin/IPluginImpl.h"
 
 #include "framework/core/CResourceScope.h"
+#include "framework/core/CRuntimeClass.h"
 #include "framework/core/ResourceModule.h"
+#include "host/ActionIds.h"
 #include "host/EditorHost.h"
 #include "host/EngineHost.h"
 #include "host/IEditorAction.h"
-#include "host/Log.h"
 #include "host/ModeManager.h"
-#include "host/Reflection.h"
 #include "host/Terrain.h"
-#include "tellur/brushes/BrushFileCopy.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/CommandIds.h"
-#include "tellur/functions/CBlurFunction.h"
-#include "tellur/functions/CPointHeightFunction.h"
-#include "tellur/functions/CPosterizeFunction.h"
-#include "tellur/functions/CRampFunction.h"
-#include "tellur/functions/CRelativeHeightFunction.h"
-#include "tellur/functions/CSetHeightFunction.h"
-#include "tellur/modes/CModeExportTerrainExtent.h"
-#include "tellur/modes/CModeTerraforming.h"
-#include "tellur/modes/TerraformingState.h"
 #include "tellur/modification/CHeightTiles.h"
 #include "tellur/modification/CTerrainModification.h"
-#include "tellur/painting/CModeEditTerrainType.h"
-#include "tellur/panel/ITerrainPanel.h"
+#include "tellur/painting/CTerrain2DDrawDlg.h"
+#include "tellur/panel/CTellurView.h"
+#include "tellur/plugin/CEditorAction.h"
 #include "tellur/plugin/CTellurProcessExportTerrainToSTL.h"
+#include "tellur/plugin/HeightMapFile.h"
 #include "tellur/resources/PluginResources.h"
+
+#include <cstdio>
 
 namespace
 {
 
-constexpr const char* TOOL_BRUSH_IMAGE = ".\\data\\brushes\\round.png";
+constexpr uint32_t DEFAULT_TOGGLE_KEY = 84; // the letter T
 
 } // namespace
 
 IPluginImpl::IPluginImpl()
+    : SPluginParts(GetBrushes())
+    , CPainting(modes)
+    , CPluginTools(GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel)
+    , CPluginStrokes(brush, static_cast<CPluginTools&>(*this))
+    , CPluginScript(GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel)
 {
-    // What a drag that was never released still needs in the destructor is made before this object
-    // and therefore outlives it.
-    GetTerraformingState();
+    // The store of tiles is made before this object, so that a drag that was never released can
+    // leave its own there when this goes.
     FreeKeptTiles();
     SetPluginContext(this);
 }
@@ -47,14 +45,12 @@ IPluginImpl::IPluginImpl()
 IPluginImpl::~IPluginImpl()
 {
     // Brushes ask the context for the host while they go, so it stays set until they are gone.
-    GetTerraformingState().pSession.reset();
-    m_p2DDrawDlg.reset();
-    m_Menu.DestroyMenu();
-    m_FunctionContainer.Clear();
-    m_pCurrentBrush = nullptr;
-    m_KeptBrushes.clear();
-    m_pSmoother.reset();
-    m_BrushContainer.Clear();
+    terraforming.DropSession();
+    DestroyDialog();
+    menus.DestroyMenu();
+    GetFunctions().Clear();
+    brush.Clear();
+    GetBrushes().Clear();
     FreeKeptTiles();
     SetPluginContext(nullptr);
 }
@@ -71,115 +67,20 @@ IPlugin* IPluginImpl::Attach(EditorHost* pEditorHost, uint32_t uPlugin, EngineHo
 void IPluginImpl::Initialize()
 {
     const CResourceScope scope(&GetPluginResources());
-    CreateToolBar();
-    CreateMenu();
+    menus.CreateToolBar();
+    menus.CreateMenu(this);
     m_pEditorHost->RegisterPluginA(this);
     m_pEditorHost->RegisterPluginB(this);
-    RegisterModes();
+    modes.Register(*m_pEditorHost->GetModeManager());
     InitializeFunctionsAndBrushes();
-    RecoverBrushFile(PREDEFINED_BRUSHES);
-    m_BrushContainer.LoadPredefinedBrushes(PREDEFINED_BRUSHES, &m_BrushFaults);
-    m_pCurrentBrush = nullptr;
-    ReleaseBrushPreview();
-    ApplyEditOverlay(EEditOverlay::Off);
-    if (m_pPanel != nullptr)
-    {
-        m_pPanel->RefreshBrushControls();
-        m_pPanel->EnableBrushControls();
-    }
-    m_pEditorHost->RegisterSetting("2D draw undo manager stack size",
-                                   RTTI_INT,
-                                   &m_2DDrawUndoMgrStackSize,
-                                   "f:EDIT;e:EDIT;c:Tellur;d:2D draw undo manager stack size;");
+    LoadPredefined();
+    brush.Forget();
+    terraforming.ReleasePreview();
+    terraforming.ApplyOverlay(EEditOverlay::Off);
+    panel.ShowOtherBrush();
+    RegisterSetting();
     m_pEditorHost->RegisterProcess(new CTellurProcessExportTerrainToSTL);
     CEditorAction::PublishEngineHost(m_pEngineHost);
-}
-
-void IPluginImpl::CreateToolBar()
-{
-    m_pEditorHost->CreatePluginToolBar(&m_ToolBar, TOOLBAR_ID);
-    for (size_t i = 0; i < m_ToolBar.GetButtonCount(); ++i)
-    {
-        uint32_t uId = 0;
-        uint32_t uStyle = 0;
-        int iImage = 0;
-        if (m_ToolBar.GetButtonInfo(i, uId, uStyle, iImage))
-        {
-            m_ToolBar.SetButtonInfo(i, MapResourceId(uId), uStyle, iImage);
-        }
-    }
-    m_ToolBar.SetWindowText("Terrain");
-}
-
-void IPluginImpl::CreateMenu()
-{
-    m_Menu.LoadMenu(MENU_ID);
-    RenumberMenu(m_Menu);
-    CMenu* pPopup = m_Menu.GetItemCount() > 0 ? m_Menu.GetSubMenu(0) : nullptr;
-    m_pEditorHost->InsertPluginMenu(0, this, pPopup, "Terrain", "Tools");
-}
-
-void IPluginImpl::RenumberMenu(CMenu& menu)
-{
-    for (size_t i = 0; i < menu.GetItemCount(); ++i)
-    {
-        if (CMenu* pSubMenu = menu.GetSubMenu(i))
-        {
-            RenumberMenu(*pSubMenu);
-        }
-        else if (menu.GetItemId(i) != 0)
-        {
-            menu.ModifyItem(i, MapResourceId(menu.GetItemId(i)), menu.GetItemText(i).c_str());
-        }
-    }
-}
-
-void IPluginImpl::RegisterModes()
-{
-    ModeManager* pModes = m_pEditorHost->GetModeManager();
-    m_TerraformingModeId = pModes->RegisterMode(new CModeTerraforming, MODE_GROUP_TERRAIN);
-    m_pEditTerrainTypeMode = new CModeEditTerrainType;
-    m_EditTerrainTypeModeId = pModes->RegisterMode(m_pEditTerrainTypeMode, MODE_GROUP_TERRAIN);
-    m_ExportExtentModeId = pModes->RegisterMode(new CModeExportTerrainExtent, MODE_GROUP_TERRAIN);
-}
-
-void IPluginImpl::CreateFunctions()
-{
-    const auto add = [this](ITellurFunction* pFunction, const char* pszName)
-    {
-        if (!m_FunctionContainer.AddFunction(pFunction))
-        {
-            CrashLog("[IPluginImpl::InitializeFunctionsAndBrushes] cannot add %s function\n",
-                     pszName);
-            delete pFunction;
-        }
-    };
-    add(new CPointHeightFunction, "PointHeight");
-    add(new CRelativeHeightFunction, "RelativeHeight");
-    add(new CBlurFunction, "Blur");
-    add(new CSetHeightFunction, "SetHeight");
-    add(new CRampFunction, "Ramp");
-    add(new CPosterizeFunction, "Posterize");
-}
-
-void IPluginImpl::InitializeFunctionsAndBrushes()
-{
-    CreateFunctions();
-    for (const auto& pFunction : m_FunctionContainer.GetFunctions())
-    {
-        std::unique_ptr<ITellurFunction> pInstance(pFunction->Clone());
-        const bool bNew = m_BrushContainer.FindBrush(pInstance->GetClassName()) == nullptr;
-        if (m_BrushContainer.CreateBrush(
-                pInstance->GetClassName(), pInstance.get(), TOOL_BRUSH_IMAGE) == nullptr)
-        {
-            CrashLog("[IPluginImpl::InitializeBrushes] cannot create %s brush\n",
-                     pInstance->GetClassName());
-        }
-        else if (bNew)
-        {
-            static_cast<void>(pInstance.release()); // the brush has it
-        }
-    }
 }
 
 void IPluginImpl::Activate(bool bShow)
@@ -203,9 +104,7 @@ void IPluginImpl::DestroyObject(uint32_t /*uReserved*/, IPluginObject* pObject)
 
 void IPluginImpl::ReleaseWorldResources()
 {
-    ReleaseBrushPreview();
-    GetTerraformingState().picked = {};
-    GetTerraformingState().pSession.reset(); // a drag cannot go on over a terrain that is gone
+    terraforming.ForgetLevel();
     FreeKeptTiles();
 }
 
@@ -220,22 +119,169 @@ int32_t IPluginImpl::GetModeGroup()
     return MODE_GROUP_TERRAIN;
 }
 
-void IPluginImpl::SetCurrentBrush(CTellurBrush* pBrush)
+void IPluginImpl::GetCommandText(int32_t iPlugin, int32_t iCommand, char* pszBuffer)
 {
-    NoteTool();
-    m_pCurrentBrush = pBrush;
-    ReleaseBrushPreview();
-    ApplyEditOverlay(pBrush != nullptr ? EEditOverlay::On : EEditOverlay::Off);
-    if (m_pPanel != nullptr)
+    const CResourceScope scope(&GetPluginResources());
+    CopyCommandText(iPlugin, iCommand, pszBuffer);
+}
+
+void IPluginImpl::RegisterActions()
+{
+    const std::vector<SActionDescriptor> actions = {
+        {MODE_GROUP_TERRAIN,
+         ACTION_TOGGLE_TERRAFORMING,
+         "Toggle terrain modification mode",
+         DEFAULT_TOGGLE_KEY,
+         KEY_CONTROL},
+        {MODE_GROUP_TERRAIN, ACTION_BRUSH_LARGER, "Increase Tellur brush size", 0, 0},
+        {MODE_GROUP_TERRAIN, ACTION_BRUSH_SMALLER, "Decrease Tellur brush size", 0, 0},
+    };
+    m_pEditorHost->RegisterActions(actions);
+}
+
+void IPluginImpl::OnCommand(int32_t iCommand)
+{
+    const CResourceScope scope(&GetPluginResources());
+    if (m_pEditorHost == nullptr)
     {
-        m_pPanel->RefreshBrushControls();
-        m_pPanel->EnableBrushControls();
+        return;
+    }
+    switch (iCommand)
+    {
+    case COMMAND_TOGGLE_PANEL:
+        TogglePanel();
+        break;
+    case COMMAND_SAVE_HEIGHT_MAP:
+        SaveHeightMap(m_HeightMapPath.c_str());
+        break;
+    case COMMAND_APPLY_PICKED_HEIGHT:
+        heightPick.Apply();
+        break;
+    case COMMAND_EXPORT_EXTENT:
+        SetMode(modes.GetExportExtentId(), 0);
+        break;
+    case COMMAND_EDIT_BITMAP:
+        OpenDialog();
+        break;
+    default:
+        break;
     }
 }
 
-const SResourceModule* IPluginImpl::GetResourceModule() const
+void IPluginImpl::TogglePanel()
 {
-    return &GetPluginResources();
+    if (panel.IsOpen())
+    {
+        panel.StoreExtentLimits();
+        SetToolBarButton(COMMAND_TOGGLE_PANEL, false);
+        m_pEditorHost->ClosePluginView();
+        return;
+    }
+    SetToolBarButton(COMMAND_TOGGLE_PANEL, true);
+    m_pEditorHost->SetPluginViewState(PLUGIN_VIEW_OPENS, m_ActionHandle, 0);
+    m_pEditorHost->OpenPluginView(&CTellurView::GetRuntimeClass());
+}
+
+void IPluginImpl::OnAction(ViewId view, int32_t iAction, uint32_t uCount)
+{
+    const CResourceScope scope(&GetPluginResources());
+    if (m_pEditorHost == nullptr)
+    {
+        return;
+    }
+    ModeManager* pManager = m_pEditorHost->GetModeManager();
+    if (iAction == ACTION_TOGGLE_TERRAFORMING)
+    {
+        EnableTerraforming(pManager->GetCurrentModeId() != modes.GetTerraformingId());
+        m_pEditorHost->RefreshView(view);
+    }
+    if (modes.IsGroupCurrent())
+    {
+        pManager->OnAction(view, iAction, uCount);
+    }
+}
+
+void IPluginImpl::OnLButtonDown(
+    ViewId view, uint32_t uFlags, int32_t iX, int32_t iY, int32_t iDx, int32_t iDy)
+{
+    if (modes.IsGroupCurrent())
+    {
+        const SButtonBlock block = {iX, iY, iDx, iDy};
+        m_pEditorHost->GetModeManager()->OnLButtonDown(view, uFlags, &block);
+    }
+}
+
+void IPluginImpl::OnLButtonUp(
+    ViewId view, uint32_t uFlags, int32_t iX, int32_t iY, int32_t iDx, int32_t iDy)
+{
+    if (modes.IsGroupCurrent())
+    {
+        const SButtonBlock block = {iX, iY, iDx, iDy};
+        m_pEditorHost->GetModeManager()->OnLButtonUp(view, uFlags, &block);
+    }
+}
+
+void IPluginImpl::OnMouseMove(ViewId view,
+                              uint32_t uFlags,
+                              int32_t iX,
+                              int32_t iY,
+                              int32_t iWheel,
+                              int32_t iButtons,
+                              int32_t iDx,
+                              int32_t iDy)
+{
+    if (modes.IsGroupCurrent())
+    {
+        const SPointBlock point = {iX, iY};
+        const SWheelBlock wheel = {iWheel, iButtons};
+        const SStepBlock step = {iDx, iDy};
+        m_pEditorHost->GetModeManager()->OnMouseMove(view, uFlags, &point, &wheel, &step);
+    }
+}
+
+void IPluginImpl::Notify(uintptr_t uFirst, uintptr_t uSecond, uintptr_t uThird)
+{
+    if (modes.IsGroupCurrent())
+    {
+        m_pEditorHost->GetModeManager()->Notify(uFirst, uSecond, uThird);
+    }
+}
+
+bool IPluginImpl::AddContextMenuItems(CMenu* pMenu,
+                                      ViewId view,
+                                      ViewPoint point,
+                                      uint32_t /*uReserved*/)
+{
+    const CResourceScope scope(&GetPluginResources());
+    return heightPick.AddItem(pMenu, view, point);
+}
+
+bool IPluginImpl::HasContextMenuItems(ViewId view, ViewPoint point, uint32_t /*uReserved*/)
+{
+    return heightPick.HasItem(view, point);
+}
+
+void IPluginImpl::OnHostNotify(int32_t iCode, uintptr_t /*uReserved*/)
+{
+    const CResourceScope scope(&GetPluginResources());
+    switch (iCode)
+    {
+    case NOTIFY_PANEL_CLOSED:
+        SetToolBarButton(COMMAND_TOGGLE_PANEL, false);
+        break;
+    case NOTIFY_LEVEL_CHANGED:
+        FreeKeptTiles(); // those of the records, which the host has dropped by now
+        panel.FillResolutionList();
+        break;
+    case NOTIFY_HOST_GOES:
+        m_pEditorHost = nullptr;
+        m_pEngineHost = nullptr;
+        m_pWorld = nullptr;
+        CEditorAction::PublishEngineHost(nullptr);
+        break;
+    default:
+        break;
+    }
 }
 
 bool IPluginImpl::UpdateTerrainNormals()
@@ -244,18 +290,58 @@ bool IPluginImpl::UpdateTerrainNormals()
     return pTerrain != nullptr && pTerrain->UpdateNormals();
 }
 
-void IPluginImpl::RefreshPanelProperties()
+bool IPluginImpl::GetToolTipText(SToolTipText& tip) const
 {
-    if (m_pPanel != nullptr)
+    const CResourceScope scope(&GetPluginResources());
+    if (!tip.bIsWindow)
     {
-        m_pPanel->RefreshToolProperties();
+        return false;
     }
+    std::string strText;
+    LoadStringResource(tip.uId, strText);
+    std::snprintf(tip.szText, sizeof(tip.szText), "%s", strText.c_str());
+    tip.pInstance = nullptr;
+    return true;
 }
 
-void IPluginImpl::RefreshPanelExtent()
+const SResourceModule* IPluginImpl::GetResourceModule() const
 {
-    if (m_pPanel != nullptr)
+    return &GetPluginResources();
+}
+
+void IPluginImpl::CheckHeightMapWritable()
+{
+    ::CheckHeightMapWritable();
+}
+
+bool IPluginImpl::SaveHeightMap(const char* pszPath)
+{
+    return ::SaveHeightMap(pszPath);
+}
+
+void IPluginImpl::ChangeHeightMapResolution(int32_t iVertices)
+{
+    ::ChangeHeightMapResolution(iVertices);
+}
+
+bool IPluginImpl::AddBrushToPredefined(CTellurBrush* pBrush)
+{
+    const CResourceScope scope(&GetPluginResources());
+    return AddToPredefined(pBrush);
+}
+
+void IPluginImpl::UsePredefinedBrush(const CTellurBrush& predefined)
+{
+    const CResourceScope scope(&GetPluginResources());
+    if (m_pEditorHost == nullptr)
     {
-        m_pPanel->RefreshExtent();
+        return;
     }
+    // Without a brush the mode is not available; to try would only log that.
+    if (brush.Get() != nullptr &&
+        m_pEditorHost->GetModeManager()->GetCurrentModeId() != modes.GetTerraformingId())
+    {
+        EnableTerraforming(true);
+    }
+    brush.UseCloneOf(predefined);
 }

@@ -1,35 +1,61 @@
 #pragma once
 
-#include "framework/core/CMenu.h"
 #include "host/IPlugin.h"
-#include "host/IPluginBrushes.h"
-#include "host/IPluginPainting.h"
-#include "host/IPluginScript.h"
-#include "host/IPluginStrokes.h"
-#include "host/IPluginTools.h"
-#include "host/ModeManager.h"
-#include "tellur/brushes/CBrushContainer.h"
-#include "tellur/brushes/CFunctionContainer.h"
+#include "tellur/brushes/IFunctionSource.h"
 #include "tellur/context/PluginContext.h"
-#include "tellur/painting/CTerrain2DDrawDlg.h"
-#include "tellur/plugin/CToolBarReg.h"
+#include "tellur/functions/IFieldsWatcher.h"
+#include "tellur/modes/CTerraformingState.h"
+#include "tellur/modes/IModesPlugin.h"
+#include "tellur/painting/IPaintingPlugin.h"
+#include "tellur/panel/IPanelPlugin.h"
+#include "tellur/plugin/CBrushAtHand.h"
+#include "tellur/plugin/CBrushLibrary.h"
+#include "tellur/plugin/CHeightPick.h"
+#include "tellur/plugin/CPainting.h"
+#include "tellur/plugin/CPanelLink.h"
+#include "tellur/plugin/CPluginMenus.h"
+#include "tellur/plugin/CPluginModes.h"
+#include "tellur/plugin/CPluginScript.h"
+#include "tellur/plugin/CPluginStrokes.h"
+#include "tellur/plugin/CPluginTools.h"
 
-#include <memory>
 #include <string>
-#include <utility>
 
-class CModeEditTerrainType;
+// What the parts of the plug-in object below know of one another.
+struct SPluginParts
+{
+    explicit SPluginParts(CBrushContainer& brushes)
+        : brush(brushes, panel)
+        , heightPick(brush, panel)
+    {
+    }
 
-// The plug-in: one object with static storage, from the load of the library to its unload. It owns
-// brushes, functions, menu and toolbar; the modes and the process belong to the host once
-// registered.
+    CPanelLink panel;
+    CPluginModes modes;
+    CPluginMenus menus;
+    CTerraformingState terraforming;
+    CBrushAtHand brush;
+    CHeightPick heightPick;
+};
+
+// The plug-in: one object with static storage, from the load of the library to its unload. It is
+// put together of parts, each with a job and what it owns: those that a host looks for are bases,
+// so that it finds them from IPlugin, the others lie in SPluginParts. What is left here is the
+// host's calls and the order in which parts come and go; the modes and the process belong to the
+// host once registered.
 class IPluginImpl : public IPlugin,
-                    public IPluginScript,
-                    public IPluginTools,
-                    public IPluginStrokes,
-                    public IPluginPainting,
-                    public IPluginBrushes,
-                    public PluginContext
+                    public PluginContext,
+                    public IFunctionSource,
+                    public IFieldsWatcher,
+                    public IModesPlugin,
+                    public IPaintingPlugin,
+                    public IPanelPlugin,
+                    public CBrushLibrary,
+                    private SPluginParts,
+                    public CPainting,
+                    public CPluginTools,
+                    public CPluginStrokes,
+                    public CPluginScript
 {
 public:
     IPluginImpl();
@@ -43,9 +69,11 @@ public:
     // IPlugin
     void ReservedA(uintptr_t) override {}
 
-    void ResetSettings() override;
-    void SaveSettings(fs::ifile& file) override;
-    void LoadSettings(const CTCPARSE_KEYWORD* pFirst) override;
+    void ResetSettings() override { ResetSetting(); }
+
+    void SaveSettings(fs::ifile& file) override { SaveSetting(file); }
+
+    void LoadSettings(const CTCPARSE_KEYWORD* pFirst) override { LoadSetting(pFirst); }
 
     bool ReservedB(uintptr_t, uintptr_t) override { return true; }
 
@@ -98,58 +126,6 @@ public:
 
     int32_t ReservedV(uintptr_t, uintptr_t, uintptr_t, uintptr_t) override { return 0; }
 
-    // IPluginScript
-    EScriptResult Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy) override;
-    bool WriteState(fs::ifile& file) override;
-
-    // IPluginTools
-    bool IsTerraforming() override;
-    bool IsPainting() override;
-    std::string GetFunctionName() override;
-    std::string GetToolName() override;
-    float GetBrushExtent() override;
-    bool IsMaskActing() override;
-    bool HeedsMinMax() override;
-    bool TakeTool(const char* pszFunction) override;
-    float GetBrushValue(EBrushValue eValue) override;
-    float SetBrushValue(EBrushValue eValue, float fValue) override;
-    bool InvertTool(float& fHeight) override;
-    bool SetToolHeight(float fHeight) override;
-    std::string GetMaskPath() override;
-    bool IsMaskEnabled() override;
-    void EnableMask(bool bEnable) override;
-    bool ChooseMask() override;
-
-    // IPluginStrokes
-    float GetStrokeSpacing() override;
-    const float* GetPressTile(uint32_t uTileX, uint32_t uTileZ) override;
-
-    SPointOutcome TakePointOutcome() override { return std::exchange(m_PointOutcome, {}); }
-
-    SDragStatistics TakeDragStatistics() override;
-    bool BeginSmoothing() override;
-    void EndSmoothing() override;
-    bool DropDrag() override;
-
-    // IPluginPainting
-    const IImage* GetBitmap() override;
-    uint64_t GetBitmapRevision() override;
-    std::string GetBitmapFile() override;
-    std::string GetUnsavedBitmap() override;
-    std::string GetUnreadBitmap() override;
-    bool WouldDropPainting(int32_t iModeId) override;
-    bool SaveBitmap(const char* pszPath) override;
-    bool StepPaint(bool bRedo) override;
-
-    // IPluginBrushes
-    const char* GetBrushFile() override;
-
-    const std::vector<SBrushFault>& GetBrushFaults() override { return m_BrushFaults; }
-
-    bool HasUnsavedBrushes() override { return m_BrushContainer.IsUnsaved(); }
-
-    bool SaveBrushes() override;
-
     // PluginContext
     EditorHost* GetEditorHost() const override { return m_pEditorHost; }
 
@@ -159,128 +135,85 @@ public:
 
     uint32_t GetPluginActionHandle() const override { return m_ActionHandle; }
 
-    CTellurBrush* GetCurrentBrush() const override { return m_pCurrentBrush; }
+    CTellurBrush* GetCurrentBrush() const override { return brush.Get(); }
 
-    void SetCurrentBrush(CTellurBrush* pBrush) override;
-
-    CFunctionContainer* GetFunctionContainer() override { return &m_FunctionContainer; }
-
-    CBrushContainer* GetBrushContainer() override { return &m_BrushContainer; }
-
-    bool AddBrushToPredefined(CTellurBrush* pBrush) override;
-    void UsePredefinedBrush(const CTellurBrush& brush) override;
+    void SetCurrentBrush(CTellurBrush* pBrush) override { brush.Set(pBrush); }
 
     bool IsAutoUpdateNormals() const override { return m_bAutoUpdateNormals; }
 
-    void SetAutoUpdateNormals(bool bOn) override { m_bAutoUpdateNormals = bOn; }
-
     bool UpdateTerrainNormals() override;
+
+    SDragStatistics& GetDragStatistics() override { return GetStatistics(); }
+
+    SPointOutcome& GetPointOutcome() override { return GetOutcome(); }
+
+    bool GetToolTipText(SToolTipText& tip) const override;
+
+    // IFunctionSource
+    CFunctionContainer* GetFunctionContainer() override { return &GetFunctions(); }
+
+    // IFieldsWatcher
+    void OnFieldsChanged() override { panel.ShowFunctionFields(); }
+
+    // IModesPlugin
+    CTerraformingState& GetTerraforming() override { return terraforming; }
+
+    int32_t GetTerraformingModeId() const override { return modes.GetTerraformingId(); }
+
     void CheckHeightMapWritable() override;
+
+    void SetToolBarButton(uint32_t uCommand, bool bPressed) override
+    {
+        menus.SetToolBarButton(uCommand, bPressed);
+    }
+
+    void RefreshPanelExtent() override { panel.ShowExtent(); }
+
+    // IPaintingPlugin
+    int32_t GetEditTerrainTypeModeId() const override { return modes.GetEditTerrainTypeId(); }
+
+    CModeEditTerrainType* GetEditTerrainTypeMode() const override
+    {
+        return modes.GetPaintingMode();
+    }
+
+    CTerrain2DDrawDlg* Get2DDrawDlg() const override { return GetDialog(); }
+
+    int32_t Get2DDrawUndoDepth() const override { return GetUndoDepth(); }
+
+    bool SetMode(int32_t iModeId, int32_t iParameter) override
+    {
+        return modes.SetMode(iModeId, iParameter);
+    }
+
+    // IPanelPlugin
+    void SetPanel(ITerrainPanel* pPanel) override { panel.SetPanel(pPanel); }
+
+    SExtentLimits GetExtentLimits() const override { return panel.GetExtentLimits(); }
+
+    void SetExtentLimits(const SExtentLimits& limits) override { panel.SetExtentLimits(limits); }
+
+    const SResourceModule* GetResourceModule() const override;
+
+    CBrushContainer* GetBrushContainer() override { return &GetBrushes(); }
+
+    bool AddBrushToPredefined(CTellurBrush* pBrush) override;
+    void UsePredefinedBrush(const CTellurBrush& predefined) override;
+
+    void EnableTerraforming(bool bEnable) override { modes.EnableTerraforming(bEnable); }
+
+    void SetAutoUpdateNormals(bool bOn) override { m_bAutoUpdateNormals = bOn; }
 
     bool SaveHeightMap(const char* pszPath) override;
     void ChangeHeightMapResolution(int32_t iVertices) override;
 
-    int GetTerraformingModeId() const override { return m_TerraformingModeId; }
-
-    void EnableTerraforming(bool bEnable) override;
-
-    bool SetMode(int32_t iModeId, int32_t iParameter) override;
-
-    int GetEditTerrainTypeModeId() const override { return m_EditTerrainTypeModeId; }
-
-    CModeEditTerrainType* GetEditTerrainTypeMode() const override { return m_pEditTerrainTypeMode; }
-
-    CTerrain2DDrawDlg* Get2DDrawDlg() const override { return m_p2DDrawDlg.get(); }
-
-    int32_t Get2DDrawUndoDepth() const override { return m_2DDrawUndoMgrStackSize; }
-
-    void SetToolBarButton(uint32_t uCommand, bool bPressed) override;
-
-    void SetPanel(ITerrainPanel* pPanel) override { m_pPanel = pPanel; }
-
-    SExtentLimits GetExtentLimits() const override { return m_ExtentLimits; }
-
-    void SetExtentLimits(const SExtentLimits& limits) override { m_ExtentLimits = limits; }
-
-    const SResourceModule* GetResourceModule() const override;
-
-    bool GetToolTipText(SToolTipText& tip) const override;
-    void RefreshPanelProperties() override;
-    void RefreshPanelExtent() override;
-
-    SDragStatistics& GetDragStatistics() override { return m_DragStatistics; }
-
-    SPointOutcome& GetPointOutcome() override { return m_PointOutcome; }
-
 private:
-    uint32_t MapResourceId(uint32_t uResourceId) const;
-
-    uint32_t GetGlobalCommand(uint32_t uCommand) const { return m_ActionHandle + uCommand; }
-
-    void CreateToolBar();
-    void CreateMenu();
-    void RenumberMenu(CMenu& menu);
-    void RegisterModes();
-    void InitializeFunctionsAndBrushes();
-    void CreateFunctions();
     void TogglePanel();
-    bool Open2DDrawDlg(); // false when it cannot be shown
-    void ApplyPickedHeight();
-    class CRTTIField* FindHeightField() const;
-    bool CanPickHeight(ViewId view) const;
-    bool PickHeight(ViewId view, ViewPoint point, float& fHeight) const;
-    bool IsModeGroupCurrent() const;
-    std::string GetHeightMapFile() const;
-    bool PlayBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
-    bool PlayMode(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
-    bool PlayAutoNormals(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
-    bool PlayBrushFile(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
-    bool PlayUseBrush(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
-    bool PlaySaveBrushes(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
-    bool PlayResolution(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
-    EScriptResult PlayPaint(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy);
-    bool PlayPaintingMode(std::string& strWhy);
-    void WritePaintBrush(fs::ifile& file) const;
-    void WritePaintState(fs::ifile& file) const;
-    bool IsDragInProgress() const;
-    bool WriteBrush(fs::ifile& file, const CTellurBrush& brush) const;
-    bool HasBrush(const CTellurBrush* pBrush) const; // it is there still
-    void NoteTool(); // the current one, before another one or none is
-    CTellurBrush* FindLastTool() const;
-    class CRTTIField* FindHeightFieldOf(const char* pszFunction) const;
-    class CRTTIField* FindAmountField() const;
-    float GetAmount();
-    void SetAmount(float fValue);
-    float ClampExtent(float fExtent) const;
-    void ShowTool(bool bExtentOnly); // its values have changed
 
     EditorHost* m_pEditorHost = nullptr;
     EngineHost* m_pEngineHost = nullptr;
     World* m_pWorld = nullptr;
     uint32_t m_ActionHandle = 0;
-    CToolBarReg m_ToolBar;
-    int32_t m_TerraformingModeId = NO_MODE;
-    int32_t m_EditTerrainTypeModeId = NO_MODE;
-    int32_t m_ExportExtentModeId = NO_MODE;
-    CModeEditTerrainType* m_pEditTerrainTypeMode = nullptr; // the host's
-    std::unique_ptr<CTerrain2DDrawDlg> m_p2DDrawDlg;        // null until the first command
-    SExtentLimits m_ExtentLimits;
-    int32_t m_2DDrawUndoMgrStackSize = 10;
     bool m_bAutoUpdateNormals = false;
-    CBrushContainer m_BrushContainer;
-    std::vector<SBrushFault> m_BrushFaults; // of the library, as it was at the start
-    CFunctionContainer m_FunctionContainer;
     std::string m_HeightMapPath; // nothing fills it, so saving always asks
-    float m_PickedHeight = 0.0F; // offered by the last context menu
-    CMenu m_Menu;
-
-    ITerrainPanel* m_pPanel = nullptr;         // the host's; null while closed
-    CTellurBrush* m_pCurrentBrush = nullptr;   // in a container or among the script's
-    CBrushContainer::CBrushList m_KeptBrushes; // the script's last, and what a drag still uses
-    SDragStatistics m_DragStatistics;
-    CTellurBrush* m_pLastTool = nullptr;       // that was put away; may be gone
-    std::string m_LastFunction;                // of it
-    std::unique_ptr<CTellurBrush> m_pSmoother; // the brush of strokes that smooth
-    CTellurBrush* m_pSmoothed = nullptr;       // current before one; null outside; may be gone
-    SPointOutcome m_PointOutcome;
 };

@@ -9,6 +9,7 @@
 #include "host/IEditorAction.h"
 #include "host/IEditorMode.h"
 #include "host/IPlugin.h"
+#include "host/IPluginScript.h"
 #include "host/Log.h"
 #include "host/ModeManager.h"
 #include "host/Reflection.h"
@@ -153,7 +154,7 @@ private:
     bool m_bRaised = false;
 };
 
-class CMinimalPlugin : public IPlugin
+class CMinimalPlugin : public IPlugin, public IPluginScript
 {
 public:
     ~CMinimalPlugin() override { LogR("library closed\n"); }
@@ -201,6 +202,35 @@ public:
         }
         LogR("LoadSettings, strength %d\n", m_Strength);
     }
+
+    // A keyword that writes a file with a number and the file that its block names.
+    std::vector<SScriptKeyword> GetKeywords() override
+    {
+        return {{"minimal_note", "si", EKeywordFile::Written}, {"undo", ""}};
+    }
+
+    std::vector<SScriptKeyword> GetBlockKeywords() override
+    {
+        return {{"minimal_source", "s", EKeywordFile::Read}};
+    }
+
+    EScriptResult Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy) override
+    {
+        const auto* pPath = static_cast<const CTCPARSE_STRING*>(pKeyword->params);
+        const auto* pNumber = static_cast<const CTCPARSE_INT*>(pPath->next);
+        if (pNumber->value < 0 || pKeyword->block == nullptr)
+        {
+            strWhy = "less than nothing";
+            return EScriptResult::Failed;
+        }
+        fs::ifile file;
+        const auto* pSource = static_cast<const CTCPARSE_STRING*>(pKeyword->block->params);
+        file.open(pPath->value, fs::mode_write);
+        file.printf("%d of %s\n", pNumber->value, pSource->value);
+        return file.close() ? EScriptResult::Done : EScriptResult::Failed;
+    }
+
+    bool WriteState(fs::ifile&) override { return true; }
 
     void Activate(bool bShow) override
     {

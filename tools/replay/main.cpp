@@ -2,6 +2,7 @@
 #include "editor/core/CPluginLoader.h"
 #include "editor/script/CScriptCall.h"
 #include "editor/script/CScriptFolder.h"
+#include "editor/script/CScriptKeywords.h"
 #include "editor/script/CScriptPlayer.h"
 #include "editor/script/LoadScript.h"
 #include "engine/world/CEngineHost.h"
@@ -100,12 +101,37 @@ std::string GetPlugin(const SReplayOptions& options)
                                      : options.strPlugin;
 }
 
+bool Load(CPluginLoader& loader, const SReplayOptions& options, std::string& strFault)
+{
+    const std::string strPlugin = GetPlugin(options);
+    const bool bLoaded = loader.Load(strPlugin.c_str());
+    strFault = bLoaded ? "" : strPlugin + ": cannot be loaded, see the log";
+    return bLoaded;
+}
+
+// The keywords of scripts that the plug-in plays, too.
+int PrintDeclarations(const SReplayOptions& options)
+{
+    CScriptFace face;
+    CEditorHost host(face);
+    CPluginLoader loader(host);
+    std::string strFault;
+    if (!Load(loader, options, strFault))
+    {
+        return Report(EXIT_UNUSABLE, strFault);
+    }
+    std::fputs(CScriptKeywords(loader.GetPlugin()).GetDeclarations().c_str(), stdout);
+    return FlushStandardOutput("tellur-replay") ? EXIT_PLAYED : EXIT_FAILED;
+}
+
 // Log and statistics are no files that the script reads or writes, and nothing that is written is
 // what every script reads: the plug-in, the programs beside it and the library of brushes. Empty
 // when that is so. pScript: null for one that could not be read.
-std::string FindClash(const SReplayOptions& options, const CTCPARSE_KEYWORD* pScript)
+std::string FindClash(const SReplayOptions& options,
+                      const CScriptKeywords& keywords,
+                      const CTCPARSE_KEYWORD* pScript)
 {
-    const CScriptFolder folder(options.strScript);
+    const CScriptFolder folder(options.strScript, keywords);
     for (const std::string& strPath : {options.strLog, options.strStats})
     {
         if (!strPath.empty() && folder.Names(pScript, GetAbsolutePath(strPath)))
@@ -143,8 +169,8 @@ std::string ReadStart(const std::string& strPath, size_t nBytes)
     return strText;
 }
 
-// Which files a script names that cannot be read nobody knows: a log that is there stays when it is
-// no text, or its name stands in the script.
+// Which files a script names that cannot be read, or whose plug-in is missing, nobody knows: a log
+// that is there stays when it is no text, or its name stands in the script.
 bool MayBeNamed(const SReplayOptions& options)
 {
     constexpr size_t START = 4096;
@@ -159,29 +185,12 @@ bool MayBeNamed(const SReplayOptions& options)
            ReadStart(options.strScript, MOST).find(strName) != std::string::npos;
 }
 
+// What keywords are is the plug-in's to say, so it is loaded before anything is judged or written.
 int Play(const SReplayOptions& options, CReplayLog& log)
 {
     std::unique_ptr<CTCPARSE_KEYWORD> pScript;
     std::string strFault;
-    const bool bLoaded = LoadScript(options.strScript, pScript, strFault);
-    const std::string strClash = FindClash(options, pScript.get());
-    if (!strClash.empty())
-    {
-        return Report(EXIT_UNUSABLE, strClash);
-    }
-    if (!bLoaded && MayBeNamed(options))
-    {
-        return Report(EXIT_UNUSABLE, strFault + ", and " + options.strLog + " stays as it is");
-    }
-    if (!options.strLog.empty() && !log.Open(GetAbsolutePath(options.strLog).c_str()))
-    {
-        return Report(EXIT_UNUSABLE, options.strLog + ": --log cannot be written");
-    }
-    if (!bLoaded)
-    {
-        return Report(EXIT_UNUSABLE, strFault);
-    }
-
+    bool bReady = LoadScript(options.strScript, pScript, strFault);
     CScriptFace face;
     CEditorHost host(face);
     if (options.bPlainTerrain)
@@ -189,10 +198,27 @@ int Play(const SReplayOptions& options, CReplayLog& log)
         host.GetEngine().GetCWorld().ShowPlainTerrain();
     }
     CPluginLoader loader(host);
-    const std::string strPlugin = GetPlugin(options);
-    if (!loader.Load(strPlugin.c_str()))
+    if (bReady && !Load(loader, options, strFault))
     {
-        return Report(EXIT_UNUSABLE, strPlugin + ": cannot be loaded, see the log");
+        bReady = false;
+    }
+    const std::string strClash =
+        FindClash(options, CScriptKeywords(loader.GetPlugin()), pScript.get());
+    if (!strClash.empty())
+    {
+        return Report(EXIT_UNUSABLE, strClash);
+    }
+    if (!bReady && MayBeNamed(options))
+    {
+        return Report(EXIT_UNUSABLE, strFault + ", and " + options.strLog + " stays as it is");
+    }
+    if (!options.strLog.empty() && !log.Open(GetAbsolutePath(options.strLog).c_str()))
+    {
+        return Report(EXIT_UNUSABLE, options.strLog + ": --log cannot be written");
+    }
+    if (!bReady)
+    {
+        return Report(EXIT_UNUSABLE, strFault);
     }
     face.SetWorld(host.GetEngine().GetWorld());
     CScriptPlayer player(
@@ -230,12 +256,11 @@ int main(int nArguments, char** ppszArguments)
     {
         return PrintAnswer(options.eAnswer, "tellur-replay", SReplayOptions::GetUsage());
     }
+    SetRoots(options);
     if (options.bDeclarations)
     {
-        std::fputs(CScriptPlayer::GetDeclarations().c_str(), stdout);
-        return FlushStandardOutput("tellur-replay") ? EXIT_PLAYED : EXIT_FAILED;
+        return PrintDeclarations(options);
     }
-    SetRoots(options);
     CReplayLog log;
     if (!options.strLog.empty())
     {

@@ -132,7 +132,8 @@ protected:
 
     void PlayScript(const std::string& strText)
     {
-        WriteBytes(m_Folder.Path("script.tellur"), CScriptPlayer::GetDeclarations() + strText);
+        WriteBytes(m_Folder.Path("script.tellur"),
+                   CScriptKeywords(m_Loader.GetPlugin()).GetDeclarations() + strText);
         const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile("script.tellur"));
         CScriptPlayer player(
             m_Host, m_Face.cursor, 1, m_Loader.GetPlugin(), m_Folder.Path("script.tellur"));

@@ -55,7 +55,7 @@ TEST_F(CModeTerraformingPreview, TheTextureIsMadeOnceAndAgainAfterAChange)
     EXPECT_FALSE(m_Brush.IsBitmapChanged());
     const auto revision = []
     {
-        return static_cast<CTexture*>(GetTerraformingState().pPreview)->GetRevision();
+        return static_cast<CTexture*>(GetTerraformingState().GetPreview())->GetRevision();
     };
     const uint32_t uFirst = revision();
     EXPECT_EQ(Render(), (Lines{ASK_HOVER, HOVER}));
@@ -68,7 +68,7 @@ TEST_F(CModeTerraformingPreview, TheTextureIsMadeOnceAndAgainAfterAChange)
     m_Brush.SetBitmap(nullptr);
     EXPECT_EQ(Render(), (Lines{ASK_HOVER})) << "no image: nothing to show";
     EXPECT_FALSE(m_Brush.IsBitmapChanged());
-    EXPECT_EQ(GetTerraformingState().pPreview, nullptr);
+    EXPECT_EQ(GetTerraformingState().GetPreview(), nullptr);
     EXPECT_EQ(CountTextures(), 0U);
 }
 
@@ -114,9 +114,9 @@ TEST_F(CModeTerraformingPreview, WithoutABrushTheOldTextureUntilItIsReleased)
     EXPECT_EQ(Render(), Lines{}) << "no brush and no texture";
     SetCurrentBrush(&m_Brush);
     Render();
-    ReleaseBrushPreview();
+    GetTerraformingState().ReleasePreview();
     EXPECT_EQ(CountTextures(), 0U);
-    ReleaseBrushPreview();
+    GetTerraformingState().ReleasePreview();
     m_Host.GetWorld().CloseTerrain();
     m_Mode.Render();
     EXPECT_EQ(TakeCalls(), Lines{});

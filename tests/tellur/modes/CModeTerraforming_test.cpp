@@ -10,7 +10,7 @@ constexpr uint32_t FLAGS = 9;
 class CModeTerraformingTest : public CModesFixture
 {
 protected:
-    bool HasSession() const { return GetTerraformingState().pSession != nullptr; }
+    bool HasSession() const { return GetTerraformingState().GetSession() != nullptr; }
 
     Lines Press()
     {
@@ -33,7 +33,7 @@ protected:
 
 void ExpectPicked(float fX, float fY, float fZ)
 {
-    const SVec3& picked = GetTerraformingState().picked;
+    const SVec3& picked = GetTerraformingState().GetPicked();
     EXPECT_TRUE(picked.x == fX && picked.y == fY && picked.z == fZ);
 }
 
@@ -63,7 +63,7 @@ TEST_F(CModeTerraformingTest, EnteringTakesTheInputAndShowsTheMask)
     SetCurrentBrush(&m_Brush);
     CTerrain& terrain = m_Host.GetTerrain();
     terrain.SetEditOverlay(0);
-    GetTerraformingState().strEditMaterial = "grass";
+    GetTerraformingState().SetEditMaterial("grass");
     const Lines takeInput = {
         "Host.SetModeCaption(Terraforming)", "FrontEnd.SetCursorPos(12 34)", "Host.RefreshView(1)"};
     m_Mode.Activate();
@@ -91,7 +91,7 @@ TEST_F(CModeTerraformingTest, LeavingTakesTheOverlayAwayAndDropsTheBrush)
     EXPECT_TRUE(m_Mode.IsAvailable());
     terrain.SetEditMaterial("before");
     terrain.SetEditOverlay(99);
-    ApplyEditOverlay(EEditOverlay::On);
+    GetTerraformingState().ApplyOverlay(EEditOverlay::On);
     EXPECT_EQ(terrain.GetEditMaterial(), "");
     EXPECT_EQ(terrain.GetEditOverlay(), 0U) << "no mask";
     terrain.SetEditMaterial("before");
@@ -103,7 +103,7 @@ TEST_F(CModeTerraformingTest, LeavingTakesTheOverlayAwayAndDropsTheBrush)
     EXPECT_FALSE(m_Mode.IsAvailable());
     SetCurrentBrush(&m_Brush);
     m_Host.GetWorld().CloseTerrain();
-    ApplyEditOverlay(EEditOverlay::On);
+    GetTerraformingState().ApplyOverlay(EEditOverlay::On);
     m_Mode.Deactivate();
     EXPECT_EQ(m_Plugin->GetCurrentBrush(), nullptr);
 }
@@ -112,20 +112,20 @@ TEST_F(CModeTerraformingTest, TheEditMaterialShowsAtOnceOnlyWhileTerraforming)
 {
     CTerrain& terrain = m_Host.GetTerrain();
     SetCurrentBrush(&m_Brush);
-    SetEditMaterialName("rock");
+    GetTerraformingState().SetEditMaterial("rock");
     EXPECT_EQ(terrain.GetEditMaterial(), "");
     ASSERT_TRUE(m_Host.GetModes().ActivateMode(m_Plugin->GetTerraformingModeId(), 0));
     EXPECT_EQ(terrain.GetEditMaterial(), "rock");
-    SetEditMaterialName("sand");
+    GetTerraformingState().SetEditMaterial("sand");
     EXPECT_EQ(terrain.GetEditMaterial(), "sand");
-    SetEditMaterialName(nullptr);
+    GetTerraformingState().SetEditMaterial(nullptr);
     EXPECT_EQ(terrain.GetEditMaterial(), "");
 }
 
 TEST_F(CModeTerraformingTest, OneDragCapturesFeedsTheSessionAndReleases)
 {
     SetCurrentBrush(&m_Brush);
-    GetTerraformingState().picked = {70.0F, 8.0F, 90.0F};
+    GetTerraformingState().SetPicked({70.0F, 8.0F, 90.0F});
     EXPECT_EQ(Press(), (Lines{"FrontEnd.SetCapture(1)", "Start(3, 9, 44)"}));
     EXPECT_EQ(Move(), (Lines{"Move(3, 9, 44, 100, 200)"}));
     ExpectPicked(70.0F, 8.0F, 90.0F); // of the last hover
@@ -189,12 +189,12 @@ TEST_F(CModeTerraformingTest, HoveringPicksAndTakesTheWholeFootprint)
 
 TEST_F(CModeTerraformingTest, HoveringWithoutBrushOrTerrainPicksNothing)
 {
-    GetTerraformingState().picked = {3.0F, 3.0F, 3.0F};
+    GetTerraformingState().SetPicked({3.0F, 3.0F, 3.0F});
     EXPECT_EQ(Move(), Lines{});
     ExpectPicked(-1.0F, -1.0F, -1.0F);
     SetCurrentBrush(&m_Brush);
     m_Host.GetWorld().CloseTerrain();
-    GetTerraformingState().picked = {3.0F, 3.0F, 3.0F};
+    GetTerraformingState().SetPicked({3.0F, 3.0F, 3.0F});
     EXPECT_EQ(Move(), Lines{});
     ExpectPicked(-1.0F, -1.0F, -1.0F);
 }

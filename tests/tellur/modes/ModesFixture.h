@@ -3,7 +3,7 @@
 #include "tellur/brushes/CTellurBitmap.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/modes/CModeTerraforming.h"
-#include "tellur/modes/TerraformingState.h"
+#include "tellur/modes/CTerraformingState.h"
 #include "tellur/modification/CTerrainModification.h"
 #include "tests/support/CRecordingFunction.h"
 #include "tests/tellur/plugin/PluginFixture.h"
@@ -79,11 +79,8 @@ protected:
     ~CModesFixture() override
     {
         m_Host.DestroyPluginObjects();
-        STerraformingState& state = GetTerraformingState();
-        state.pSession.reset();
-        m_Plugin->SetCurrentBrush(nullptr);
-        state.picked = {-1.0F, -1.0F, -1.0F};
-        state.strEditMaterial.clear();
+        GetTerraformingState().DropSession();
+        m_Plugin->SetCurrentBrush(nullptr); // it goes before the plug-in does
     }
 
     // Forgets the calls.

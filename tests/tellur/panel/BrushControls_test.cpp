@@ -275,7 +275,7 @@ TEST_F(CBrushControls, TheGridShowsTheFunctionAndKeysAndPicksRefreshIt)
     for (int i = 0; i < 50; ++i)
     {
         pFunction->SetFieldFloatEditor(pField, static_cast<float>(i));
-        m_Plugin->RefreshPanelProperties();
+        m_Plugin->OnFieldsChanged();
         m_Plugin->OnAction(1, 1, 1); // and the brush grows
     }
     EXPECT_EQ(value(1), "49");

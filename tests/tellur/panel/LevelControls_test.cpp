@@ -1,6 +1,6 @@
 // The level's controls of the panel: resolution, height map, normals, material.
 
-#include "tellur/modes/TerraformingState.h"
+#include "tellur/modes/CTerraformingState.h"
 #include "tests/tellur/panel/PanelFixture.h"
 
 #include <QCheckBox>
@@ -12,7 +12,7 @@ namespace
 class CLevelControls : public CPanelFixture
 {
 protected:
-    ~CLevelControls() override { SetEditMaterialName(nullptr); }
+    ~CLevelControls() override { GetTerraformingState().SetEditMaterial(nullptr); }
 
     QComboBox* List() { return Find<QComboBox>(PANEL_RESOLUTION); }
 
@@ -81,7 +81,7 @@ TEST_F(CLevelControls, HeightMapNormalsAndMaterial)
     m_Face.strBrowseAnswer = "data/materials/slope.mat";
     Click(PANEL_MATERIAL_BROWSE);
     EXPECT_EQ(Text(PANEL_MATERIAL), "data/materials/slope.mat");
-    EXPECT_EQ(GetTerraformingState().strEditMaterial, "data/materials/slope.mat");
+    EXPECT_EQ(GetTerraformingState().GetEditMaterial(), "data/materials/slope.mat");
     EXPECT_EQ(m_Host.GetTerrain().GetEditMaterial(), "") << "not shown while the mode is off";
     Take(PANEL_BLUR);
     EXPECT_EQ(m_Host.GetTerrain().GetEditMaterial(), "data/materials/slope.mat");

@@ -1,4 +1,4 @@
-#include "tellur/modes/TerraformingState.h"
+#include "tellur/modes/CTerraformingState.h"
 #include "tellur/modification/CHeightTiles.h"
 #include "tellur/modification/CTerrainModification.h"
 #include "tests/tellur/plugin/PluginFixture.h"
@@ -174,13 +174,13 @@ TEST_F(CPluginCommands, ANewBrushReplacesPreviewOverlayAndPanelState)
 {
     OpenPanel();
     CTellurBrush* pBrush = UseToolBrush("SetHeightFunction");
-    STerraformingState& state = GetTerraformingState();
-    state.pPreview = m_Host.GetWorld().CreateTextureFromImage(pBrush->GetBitmapImage(), "Blob");
+    CTerraformingState& state = GetTerraformingState();
+    ASSERT_NE(state.UpdatePreview(), nullptr);
     m_Host.GetTerrain().SetEditOverlay(5);
     m_Host.GetTerrain().SetEditMaterial("before");
     m_Plugin->SetCurrentBrush(pBrush);
     EXPECT_EQ(TakeCalls(), (Lines{"Panel.RefreshBrushControls()", "Panel.EnableBrushControls()"}));
-    EXPECT_EQ(state.pPreview, nullptr);
+    EXPECT_EQ(state.GetPreview(), nullptr);
     EXPECT_EQ(CTexture::GetAliveCount(), 0U);
     EXPECT_EQ(m_Host.GetTerrain().GetEditOverlay(), 0U);
     EXPECT_EQ(m_Host.GetTerrain().GetEditMaterial(), "");
@@ -228,14 +228,15 @@ TEST_F(CPluginCommands, ReleasingWorldResourcesLeavesNothingOfTheLevelBehind)
     m_Plugin->OnMouseMove(1, 0, 0, 0, 0, 0, 0, 0);
     m_Host.RenderFrame();
     m_Plugin->OnLButtonDown(1, 0, 0, 0, 0, 0);
-    STerraformingState& state = GetTerraformingState();
-    ASSERT_NE(state.pPreview, nullptr);
-    ASSERT_EQ(state.picked.x, 40.0F);
+    CTerraformingState& state = GetTerraformingState();
+    ASSERT_NE(state.GetPreview(), nullptr);
+    ASSERT_EQ(state.GetPicked().x, 40.0F);
 
     m_Plugin->ReleaseWorldResources();
     EXPECT_EQ(CTexture::GetAliveCount(), 0U);
-    EXPECT_TRUE(state.picked.x == 0.0F && state.picked.y == 0.0F && state.picked.z == 0.0F);
-    EXPECT_EQ(state.pSession, nullptr) << "the drag's terrain goes";
+    const SVec3& picked = state.GetPicked();
+    EXPECT_TRUE(picked.x == 0.0F && picked.y == 0.0F && picked.z == 0.0F);
+    EXPECT_EQ(state.GetSession(), nullptr) << "the drag's terrain goes";
     EXPECT_EQ(GetKeptTileCount(), 0U);
     EXPECT_EQ(m_Plugin->GetCurrentBrush(), pBrush);
     m_Host.GetWorld().CloseTerrain();

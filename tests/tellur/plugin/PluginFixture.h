@@ -36,7 +36,7 @@ public:
     void StoreExtentLimits() override
     {
         AddCall(pCalls, "Panel.StoreExtentLimits()");
-        GetPluginContext()->SetExtentLimits({12.5F, 8000.0F});
+        GetPluginPart<IPanelPlugin>()->SetExtentLimits({12.5F, 8000.0F});
     }
 
     void RefreshBrushControls() override { AddCall(pCalls, "Panel.RefreshBrushControls()"); }

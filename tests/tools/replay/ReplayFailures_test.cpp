@@ -149,7 +149,7 @@ TEST(ReplayFailures, UsageAndUnusableScriptsAreCodeTwo)
     EXPECT_EQ(runner.Run({"good.tellur"}).iExitCode, 0);
 }
 
-TEST(ReplayFailures, AnotherPluginTakesMouseEventsButNoScriptKeywords)
+TEST(ReplayFailures, AnotherPluginTakesMouseEventsAndItsOwnKeywordsAlone)
 {
     const CReplayRunner runner;
     const std::string strPlugin = std::string(TELLUR_BIN_DIR) + "/minimal_plugin.so";
@@ -166,10 +166,30 @@ TEST(ReplayFailures, AnotherPluginTakesMouseEventsButNoScriptKeywords)
         "expect_undo( 4 ) undo() undo() undo() undo() expect_height( 4, 4, 0, 0 )\n";
     const SRunResult stroke = runner.Play(strStroke, {"--plugin", strPlugin});
     EXPECT_EQ(stroke.iExitCode, 0) << stroke.strErr;
-    const SRunResult keyword = runner.Play("auto_normals( 1 )", {"--plugin", strPlugin});
-    EXPECT_EQ(keyword.iExitCode, 1);
-    EXPECT_EQ(keyword.strErr,
-              "script.tellur: auto_normals( 1 ): the plug-in plays no scripts (keyword 1)\n");
+
+    // Files lie beside the script wherever the program runs.
+    std::filesystem::create_directory(runner.Path("sub"));
+    WriteBytes(runner.Path("sub/source.txt"), "");
+    const auto play = [&](const std::string& strBody)
+    {
+        WriteBytes(runner.Path("sub/s.tellur"),
+                   runner.Run({"--declarations", "--plugin", strPlugin}).strOut + "!mode( s )\n" +
+                       strBody);
+        return runner.Run({"sub/s.tellur", "--log", "log.txt", "--plugin", strPlugin}).strErr;
+    };
+    const std::string strBlock = "{ minimal_source( \"source.txt\" ) }\nundo()";
+    EXPECT_EQ(play("minimal_note( \"note.txt\", 7 ) " + strBlock), "");
+    EXPECT_EQ(ReadBytes(runner.Path("sub/note.txt")), "7 of " + runner.Path("sub/source.txt\n"));
+    const std::pair<const char*, const char*> refused[] = {
+        {"minimal_note( \"note.txt\", -1 )", "less than nothing"},
+        {"minimal_note( \"s.tellur\", 1 )", "would replace the script itself"},
+        {"mode( \"none\" )", "not a keyword of scripts"},
+    };
+    for (const auto& [pszCall, pszWhy] : refused)
+    {
+        EXPECT_EQ(play(std::string(pszCall) + strBlock),
+                  std::string("sub/s.tellur: ") + pszCall + ": " + pszWhy + " (keyword 1)\n");
+    }
 }
 
 TEST(ReplayFailures, BrokenScriptsEndInOneLine)

@@ -1,17 +1,17 @@
 // The plug-in's own state by script keyword.
 
 #include "tellur/brushes/CTellurBrush.h"
-#include "tellur/modes/TerraformingState.h"
+#include "tellur/modes/CTerraformingState.h"
 #include "tellur/modification/CTerrainModification.h"
 #include "tests/tellur/plugin/PluginFixture.h"
 
 namespace
 {
 
-class CPluginScript : public CPluginFixture
+class CPluginScriptTest : public CPluginFixture
 {
 protected:
-    CPluginScript() { Initialize(); }
+    CPluginScriptTest() { Initialize(); }
 
     // Plays the first keyword of the text.
     EScriptResult Play(const std::string& strText)
@@ -39,7 +39,7 @@ protected:
 
 } // namespace
 
-TEST_F(CPluginScript, AFaultyKeywordLeavesBrushAndModeAsTheyAre)
+TEST_F(CPluginScriptTest, AFaultyKeywordLeavesBrushAndModeAsTheyAre)
 {
     Start("1");
     const CTellurBrush* pBrush = m_Plugin->GetCurrentBrush();
@@ -61,7 +61,7 @@ TEST_F(CPluginScript, AFaultyKeywordLeavesBrushAndModeAsTheyAre)
     EXPECT_EQ(m_Plugin->GetCurrentBrush(), pBrush);
 }
 
-TEST_F(CPluginScript, TheWrittenStatePlaysBackToTheSameState)
+TEST_F(CPluginScriptTest, TheWrittenStatePlaysBackToTheSameState)
 {
     EXPECT_EQ(WriteState(), "mode( \"none\" )\nauto_normals( 0 )\n");
     WriteGrey("grey.png", 1, 1, {128});
@@ -97,7 +97,7 @@ TEST_F(CPluginScript, TheWrittenStatePlaysBackToTheSameState)
     EXPECT_EQ(WriteState(), strState);
 }
 
-TEST_F(CPluginScript, AForeignModeAndABrushThatCannotBeSavedAreNotWritten)
+TEST_F(CPluginScriptTest, AForeignModeAndABrushThatCannotBeSavedAreNotWritten)
 {
     EnterSilentMode(9);
     EXPECT_EQ(WriteState(), "auto_normals( 0 )\n");
@@ -108,7 +108,7 @@ TEST_F(CPluginScript, AForeignModeAndABrushThatCannotBeSavedAreNotWritten)
     EXPECT_EQ(m_Log.TakeLines(), (Lines{"[CTellurBrush::Save] no bitmap"}));
 }
 
-TEST_F(CPluginScript, ABrushSetDuringADragDoesNotTakeTheOldOneAway)
+TEST_F(CPluginScriptTest, ABrushSetDuringADragDoesNotTakeTheOldOneAway)
 {
     m_Face.lastPick = {40.0F, 0.0F, 40.0F};
     Start("50");
@@ -132,17 +132,16 @@ TEST_F(CPluginScript, ABrushSetDuringADragDoesNotTakeTheOldOneAway)
     EXPECT_EQ(m_Host.At(4, 4), 120.0F);
 }
 
-TEST_F(CPluginScript, ADragThatIsNeverReleasedEndsWithThePlugin)
+TEST_F(CPluginScriptTest, ADragThatIsNeverReleasedEndsWithThePlugin)
 {
     m_Face.lastPick = {40.0F, 0.0F, 40.0F};
     Start("50");
     m_Plugin->OnLButtonDown(1, 1, 0, 0, 0, 0);
-    ASSERT_TRUE(GetTerraformingState().pSession->IsInProgress());
+    ASSERT_TRUE(GetTerraformingState().IsDragging());
     m_Host.DestroyPluginObjects();
     m_Plugin->OnHostNotify(NOTIFY_HOST_GOES, 0);
     TakeCalls();
     m_Plugin.reset();
-    EXPECT_EQ(GetTerraformingState().pSession, nullptr);
     EXPECT_EQ(GetPluginContext(), nullptr);
     EXPECT_EQ(TakeCalls(), Lines{}) << "nobody of the host is asked any more";
 }

@@ -1,29 +1,20 @@
-// The keywords that paint: each goes the way of the draw dialog's control of that name.
+#include "tellur/plugin/PaintKeywords.h"
 
 #include "host/FileSystem.h"
 #include "host/Image.h"
-#include "host/ScriptKeywords.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
-#include "tellur/context/CommandIds.h"
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/painting/CTerrain2DDrawDlg.h"
 #include "tellur/painting/DrawDlgIds.h"
 #include "tellur/painting/PaintLayer.h"
-#include "tellur/plugin/IPluginImpl.h"
 
 #include <algorithm>
 #include <iterator>
 #include <memory>
-#include <utility>
 
 namespace
 {
-
-using FPaint = bool (*)(CTerrain2DDrawDlg&,
-                        CModeEditTerrainType&,
-                        const CTCPARSE_PARAM*,
-                        std::string&);
 
 std::string GetText(const CTCPARSE_PARAM* pParam)
 {
@@ -175,134 +166,40 @@ bool SaveBitmap(CTerrain2DDrawDlg& /*dialog*/,
     return bSaved;
 }
 
-constexpr std::pair<const char*, FPaint> KEYWORDS[] = {
-    {"paint_bitmap", &PaintBitmap},
-    {"paint_restore", &PaintRestore},
-    {"paint_function", &PaintFunction},
-    {"paint_color", &PaintColor},
-    {"paint_mask", &PaintMask},
-    {"paint_brush", &PaintBrush},
-    {"paint_power", &PaintShare<DRAW_POWER_EDIT>},
-    {"paint_hardness", &PaintShare<DRAW_HARDNESS_EDIT>},
-    {"paint_texel_mapping", &PaintTexelMapping},
-    {"paint_undo", &PaintStep<DRAW_UNDO>},
-    {"paint_redo", &PaintStep<DRAW_REDO>},
-    {"save_bitmap", &SaveBitmap},
+constexpr SPaintKeyword KEYWORDS[] = {
+    {{"paint_bitmap", "s", EKeywordFile::Read, true}, &PaintBitmap},
+    {{"paint_restore", "ss", EKeywordFile::None, true}, &PaintRestore},
+    {{"paint_function", "s", EKeywordFile::None, true}, &PaintFunction},
+    {{"paint_color", "w", EKeywordFile::None, true}, &PaintColor},
+    {{"paint_mask", "i", EKeywordFile::None, true}, &PaintMask},
+    {{"paint_brush", "sf", EKeywordFile::Read, true}, &PaintBrush},
+    {{"paint_power", "f", EKeywordFile::None, true}, &PaintShare<DRAW_POWER_EDIT>},
+    {{"paint_hardness", "f", EKeywordFile::None, true}, &PaintShare<DRAW_HARDNESS_EDIT>},
+    {{"paint_texel_mapping", "i", EKeywordFile::None, true}, &PaintTexelMapping},
+    {{"paint_undo", "", EKeywordFile::None, true}, &PaintStep<DRAW_UNDO>},
+    {{"paint_redo", "", EKeywordFile::None, true}, &PaintStep<DRAW_REDO>},
+    {{"save_bitmap", "s", EKeywordFile::Written, true}, &SaveBitmap},
 };
-static_assert(HasEachHandler(KEYWORDS, EKeywordPlayer::PluginInWindows));
 
 } // namespace
 
-EScriptResult IPluginImpl::PlayPaint(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
+std::span<const SPaintKeyword> GetPaintKeywords()
 {
-    const auto* pFound = std::find_if(std::begin(KEYWORDS),
-                                      std::end(KEYWORDS),
-                                      [pKeyword](const auto& keyword)
-                                      { return IsKeyword(pKeyword, keyword.first); });
-    if (pFound == std::end(KEYWORDS))
-    {
-        return EScriptResult::Unknown;
-    }
-    if (m_p2DDrawDlg == nullptr)
-    {
-        OnCommand(COMMAND_EDIT_BITMAP);
-    }
-    if (m_p2DDrawDlg == nullptr)
-    {
-        strWhy = "the draw dialog cannot be shown, the log says why";
-        return EScriptResult::Failed;
-    }
-    return pFound->second(*m_p2DDrawDlg, *m_pEditTerrainTypeMode, pKeyword->params, strWhy)
-               ? EScriptResult::Done
-               : EScriptResult::Failed;
+    return KEYWORDS;
 }
 
-bool IPluginImpl::PlayPaintingMode(std::string& strWhy)
-{
-    const bool bSwitched = m_p2DDrawDlg != nullptr ? m_p2DDrawDlg->PressItem(DRAW_EDIT)
-                                                   : SetMode(m_EditTerrainTypeModeId, 0);
-    if (m_p2DDrawDlg != nullptr && !bSwitched)
-    {
-        strWhy = "there is no bitmap file, name it with paint_bitmap";
-        return false;
-    }
-    if (m_p2DDrawDlg != nullptr && !m_pEditTerrainTypeMode->HasBitmap())
-    {
-        strWhy = "the bitmap cannot be painted on, the log says why";
-        return false;
-    }
-    strWhy = bSwitched ? "" : R"(the mode "edit_terrain_type" was refused)";
-    return IsPaintingModeOn();
-}
-
-bool IPluginImpl::IsPainting()
-{
-    return IsPaintingModeOn() && m_pEditTerrainTypeMode->HasBitmap() && m_p2DDrawDlg != nullptr;
-}
-
-bool IPluginImpl::SaveBitmap(const char* pszPath)
-{
-    return m_pEditTerrainTypeMode != nullptr && m_pEditTerrainTypeMode->SaveBitmap(pszPath);
-}
-
-std::string IPluginImpl::GetUnsavedBitmap()
-{
-    return m_pEditTerrainTypeMode != nullptr && m_pEditTerrainTypeMode->IsUnsaved()
-               ? m_pEditTerrainTypeMode->GetBitmapPath()
-               : "";
-}
-
-bool IPluginImpl::WouldDropPainting(int32_t iModeId)
-{
-    return iModeId == m_EditTerrainTypeModeId && m_p2DDrawDlg != nullptr &&
-           m_pEditTerrainTypeMode != nullptr && m_pEditTerrainTypeMode->IsUnsaved() &&
-           m_p2DDrawDlg->GetBitmapFile() != m_pEditTerrainTypeMode->GetBitmapPath();
-}
-
-std::string IPluginImpl::GetUnreadBitmap()
-{
-    return IsPaintingModeOn() && !m_pEditTerrainTypeMode->HasBitmap()
-               ? m_pEditTerrainTypeMode->GetBitmapPath()
-               : "";
-}
-
-uint64_t IPluginImpl::GetBitmapRevision()
-{
-    return GetBitmap() != nullptr ? m_pEditTerrainTypeMode->GetRevision() : 0;
-}
-
-std::string IPluginImpl::GetBitmapFile()
-{
-    return m_pEditTerrainTypeMode != nullptr ? m_pEditTerrainTypeMode->GetBitmapPath() : "";
-}
-
-const IImage* IPluginImpl::GetBitmap()
-{
-    return m_pEditTerrainTypeMode != nullptr ? m_pEditTerrainTypeMode->GetWorkImage() : nullptr;
-}
-
-bool IPluginImpl::StepPaint(bool bRedo)
-{
-    if (m_pEditTerrainTypeMode == nullptr)
-    {
-        return false;
-    }
-    const uint32_t uPosition = m_pEditTerrainTypeMode->GetUndoPosition();
-    bRedo ? m_pEditTerrainTypeMode->Redo() : m_pEditTerrainTypeMode->Undo();
-    return m_pEditTerrainTypeMode->GetUndoPosition() != uPosition;
-}
-
-void IPluginImpl::WritePaintBrush(fs::ifile& file) const
+void WritePaintBrush(fs::ifile& file, CModeEditTerrainType& mode)
 {
     file.printf("paint_brush( %s, %s )\n",
-                QuoteText(m_pEditTerrainTypeMode->GetBrushShapeName()).c_str(),
-                MakeExactNumber(*m_pEditTerrainTypeMode->GetBrushHalfSize()).c_str());
+                QuoteText(mode.GetBrushShapeName()).c_str(),
+                MakeExactNumber(*mode.GetBrushHalfSize()).c_str());
 }
 
-void IPluginImpl::WritePaintState(fs::ifile& file) const
+void WritePaintState(fs::ifile& file,
+                     const CTerrain2DDrawDlg& dialog,
+                     const CModeEditTerrainType& mode)
 {
-    const CModeEditTerrainType& mode = *m_pEditTerrainTypeMode;
-    const float* pColor = m_p2DDrawDlg->GetCurrentColor();
+    const float* pColor = dialog.GetCurrentColor();
     file.printf("paint_function( \"%s\" )\n", mode.GetFunctionName());
     file.printf("paint_color( [ %s, %s, %s, %s ] )\n",
                 MakeExactNumber(pColor[0]).c_str(),

@@ -1,7 +1,7 @@
 // What the keys of an editor do to the tool at hand.
 
 #include "host/ReflectionFields.h"
-#include "tellur/modes/TerraformingState.h"
+#include "tellur/modes/CTerraformingState.h"
 #include "tests/tellur/plugin/PluginFixture.h"
 
 #include <algorithm>
@@ -10,10 +10,10 @@
 namespace
 {
 
-class CPluginTools : public CPluginFixture
+class CPluginToolsTest : public CPluginFixture
 {
 protected:
-    CPluginTools()
+    CPluginToolsTest()
     {
         Initialize();
         m_Face.lastPick = {40.0F, 0.0F, 40.0F};
@@ -43,7 +43,7 @@ protected:
 
 } // namespace
 
-TEST_F(CPluginTools, ATakenToolStaysUpAndTheLastOneComesBackWithoutALine)
+TEST_F(CPluginToolsTest, ATakenToolStaysUpAndTheLastOneComesBackWithoutALine)
 {
     ASSERT_TRUE(m_Plugin->TakeTool(nullptr));
     EXPECT_STREQ(Current().GetFunctionName(), "RelativeHeightFunction") << "there was none yet";
@@ -76,7 +76,7 @@ TEST_F(CPluginTools, ATakenToolStaysUpAndTheLastOneComesBackWithoutALine)
     EXPECT_FALSE(IsLogged());
 }
 
-TEST_F(CPluginTools, ValuesStayInTheirRanges)
+TEST_F(CPluginToolsTest, ValuesStayInTheirRanges)
 {
     EXPECT_EQ(m_Plugin->SetBrushValue(EBrushValue::Power, 0.5F), 0.0F) << "no brush";
     m_Plugin->TakeTool("SetHeightFunction");
@@ -109,7 +109,7 @@ TEST_F(CPluginTools, ValuesStayInTheirRanges)
     EXPECT_EQ(Current().GetHardness(), 0.0F);
 }
 
-TEST_F(CPluginTools, OnlyWhatHasAnInverseOrAHeightOrKeysSaysSo)
+TEST_F(CPluginToolsTest, OnlyWhatHasAnInverseOrAHeightOrKeysSaysSo)
 {
     for (const char* pszFunction : {"BlurFunction",
                                     "PointHeightFunction",
@@ -137,7 +137,7 @@ TEST_F(CPluginTools, OnlyWhatHasAnInverseOrAHeightOrKeysSaysSo)
     EXPECT_EQ(GetField("m_Height"), "12.5");
 }
 
-TEST_F(CPluginTools, SmoothingHasTheExtentAndMaskOfTheToolAndTheRestOfTheBlur)
+TEST_F(CPluginToolsTest, SmoothingHasTheExtentAndMaskOfTheToolAndTheRestOfTheBlur)
 {
     WriteGrey("grey.png", 1, 1, {128});
     WriteGrey("other.png", 1, 1, {64});

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+namespace fs
+{
+class ifile;
+}
+class CRTTIField;
+class CTellurBrush;
+
+// A brush as scripts have it, and what is read off one.
+
+// Appends the brush as a "brush" call whose numbers read back to the same bits. False on a file
+// fault.
+bool WriteBrush(fs::ifile& file, const CTellurBrush& brush);
+
+// The reflected field "m_Height" of the brush's function; null without a brush (pBrush may be null)
+// or such a field.
+CRTTIField* FindHeightField(const CTellurBrush* pBrush);
+
+bool HasFunction(const CTellurBrush& brush, const char* pszClassName);
+
+// A function's class name as a person reads it: "SetHeightFunction" is "Set height".
+std::string MakeToolName(std::string strClassName);
+// That of the brush's function; empty without a brush (pBrush may be null) or a function.
+std::string GetToolName(const CTellurBrush* pBrush);

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "tellur/brushes/CBrushContainer.h"
+
+#include <memory>
+#include <string>
+
+class CPanelLink;
+
+// The brush that is current, what a script or a stroke that smooths put in its place, and which
+// tool comes back. Brushes of the containers are borrowed, others are owned here.
+class CBrushAtHand
+{
+public:
+    CBrushAtHand(CBrushContainer& brushes, CPanelLink& panel); // borrowed
+    ~CBrushAtHand();
+    CBrushAtHand(const CBrushAtHand&) = delete;
+    CBrushAtHand& operator=(const CBrushAtHand&) = delete;
+
+    CTellurBrush* Get() const { return m_pCurrentBrush; } // null when none
+
+    // Borrowed until replaced; null for none. The preview, the overlay of the terrain and the panel
+    // follow.
+    void Set(CTellurBrush* pBrush);
+
+    // None, without telling anybody.
+    void Forget() { m_pCurrentBrush = nullptr; }
+
+    // Makes a script's brush current and owns it until the next one arrives and no drag runs.
+    void TakeOver(std::unique_ptr<CTellurBrush> pBrush);
+    // Lets a clone replace the tool brush of its function and makes that current.
+    void UseCloneOf(const CTellurBrush& brush);
+
+    // The tool that was put away last, its function's tool brush when it is gone, or what a
+    // designer starts with. Null only without tools.
+    CTellurBrush* FindLastTool() const;
+
+    // For the strokes to come: the blur function with the size and mask of the current brush. False
+    // without a brush and while a drag runs.
+    bool BeginSmoothing();
+    // Gives the tool of before back, unless another brush was chosen meanwhile.
+    void EndSmoothing();
+
+    void Clear(); // what is owned goes; nobody is told
+
+private:
+    bool Has(const CTellurBrush* pBrush) const; // it is there still
+    void NoteTool();                            // the current one, before another one or none is
+
+    CBrushContainer& m_Brushes;
+    CPanelLink& m_Panel;
+    CTellurBrush* m_pCurrentBrush = nullptr;
+    CBrushContainer::CBrushList m_KeptBrushes; // the script's last, and what a drag still uses
+    CTellurBrush* m_pLastTool = nullptr;       // that was put away; may be gone
+    std::string m_LastFunction;                // of it
+    std::unique_ptr<CTellurBrush> m_pSmoother; // the brush of strokes that smooth
+    CTellurBrush* m_pSmoothed = nullptr;       // current before one; null outside; may be gone
+};

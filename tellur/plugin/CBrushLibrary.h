@@ -1,0 +1,41 @@
+#pragma once
+
+#include "host/IPluginBrushes.h"
+#include "tellur/brushes/CBrushContainer.h"
+#include "tellur/brushes/CFunctionContainer.h"
+
+#include <vector>
+
+// The functions that the plug-in knows, a tool brush of each, and the designer's predefined brushes
+// with their file.
+class CBrushLibrary : public IPluginBrushes
+{
+public:
+    // One function of each kind and its tool brush, in the order in which the panel and files know
+    // them. What cannot be made is logged and left out.
+    void InitializeFunctionsAndBrushes();
+    // The predefined brushes, or the copy beside their file where a save was interrupted.
+    void LoadPredefined();
+    // Asks for a name and adds a clone; false without a brush or a host and when cancelled.
+    bool AddToPredefined(CTellurBrush* pBrush);
+
+    CBrushContainer& GetBrushes() { return m_BrushContainer; }
+
+    CFunctionContainer& GetFunctions() { return m_FunctionContainer; }
+
+    // IPluginBrushes
+    const char* GetBrushFile() override;
+
+    const std::vector<SBrushFault>& GetBrushFaults() override { return m_BrushFaults; }
+
+    bool HasUnsavedBrushes() override { return m_BrushContainer.IsUnsaved(); }
+
+    bool SaveBrushes() override;
+
+private:
+    void CreateFunctions();
+
+    CBrushContainer m_BrushContainer;
+    CFunctionContainer m_FunctionContainer;
+    std::vector<SBrushFault> m_BrushFaults; // of the file, as it was at the start
+};

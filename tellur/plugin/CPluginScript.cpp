@@ -1,0 +1,284 @@
+#include "tellur/plugin/CPluginScript.h"
+
+#include "framework/core/CResourceScope.h"
+#include "framework/core/ResourceModule.h"
+#include "host/BrushBlock.h"
+#include "host/EditorHost.h"
+#include "host/FileSystem.h"
+#include "host/Log.h"
+#include "host/ModeManager.h"
+#include "host/Terrain.h"
+#include "host/TerrainSize.h"
+#include "parser/KeywordValues.h"
+#include "tellur/brushes/BrushFaults.h"
+#include "tellur/brushes/BrushFileCopy.h"
+#include "tellur/brushes/CTellurBrush.h"
+#include "tellur/context/PluginContext.h"
+#include "tellur/painting/CModeEditTerrainType.h"
+#include "tellur/panel/IPanelPlugin.h"
+#include "tellur/plugin/BrushText.h"
+#include "tellur/plugin/CBrushAtHand.h"
+#include "tellur/plugin/CPainting.h"
+#include "tellur/plugin/CPanelLink.h"
+#include "tellur/plugin/CPluginModes.h"
+#include "tellur/plugin/HeightMapFile.h"
+#include "tellur/plugin/PaintKeywords.h"
+#include "tellur/resources/PluginResources.h"
+
+#include <algorithm>
+#include <bit>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace
+{
+
+std::string GetText(const CTCPARSE_KEYWORD& keyword)
+{
+    const char* pszText = GetStringValue(keyword.params);
+    return pszText != nullptr ? pszText : "";
+}
+
+// Of an image or a mask: added to the library it would make that unreadable.
+bool HasPathThatBreaksFiles(const CTCPARSE_KEYWORD* pBlock)
+{
+    for (const CTCPARSE_KEYWORD* pKey = pBlock; pKey != nullptr; pKey = pKey->next)
+    {
+        const bool bPath = IsKeyword(pKey, "mask") || IsKeyword(pKey, "path");
+        if ((bPath && BreaksBrushFile(GetStringValue(pKey->params))) ||
+            (IsKeyword(pKey, "bitmap") && HasPathThatBreaksFiles(pKey->block)))
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+struct CPluginScript::SRow
+{
+    SScriptKeyword keyword;
+    bool (CPluginScript::*pPlay)(const CTCPARSE_KEYWORD&, std::string&);
+};
+
+const CPluginScript::SRow CPluginScript::ROWS[] = {
+    {{"brush", ""}, &CPluginScript::PlayBrush},
+    {{"brush_file", "s", EKeywordFile::Read}, &CPluginScript::PlayBrushFile},
+    {{"use_brush", "s"}, &CPluginScript::PlayUseBrush},
+    {{"save_brushes", "s", EKeywordFile::Written}, &CPluginScript::PlaySaveBrushes},
+    {{"mode", "s"}, &CPluginScript::PlayMode},
+    {{"auto_normals", "i"}, &CPluginScript::PlayAutoNormals},
+    {{"resolution", "i"}, &CPluginScript::PlayResolution},
+};
+
+CPluginScript::CPluginScript(CBrushContainer& brushes,
+                             CBrushAtHand& brush,
+                             const CPluginModes& modes,
+                             CPainting& painting,
+                             CPanelLink& panel)
+    : m_Brushes(brushes)
+    , m_Brush(brush)
+    , m_Modes(modes)
+    , m_Painting(painting)
+    , m_Panel(panel)
+{
+}
+
+std::vector<SScriptKeyword> CPluginScript::GetKeywords()
+{
+    std::vector<SScriptKeyword> keywords;
+    for (const SRow& row : ROWS)
+    {
+        keywords.push_back(row.keyword);
+    }
+    for (const SPaintKeyword& row : GetPaintKeywords())
+    {
+        keywords.push_back(row.keyword);
+    }
+    return keywords;
+}
+
+std::vector<SScriptKeyword> CPluginScript::GetBlockKeywords()
+{
+    return GetBrushKeywords(EBrushBlock::Script);
+}
+
+EScriptResult CPluginScript::Play(const CTCPARSE_KEYWORD* pKeyword, std::string& strWhy)
+{
+    const CResourceScope scope(&GetPluginResources());
+    const auto is = [pKeyword](const auto& row)
+    {
+        return IsKeyword(pKeyword, row.keyword.pszName);
+    };
+    const auto* pRow = std::find_if(std::begin(ROWS), std::end(ROWS), is);
+    if (pRow != std::end(ROWS))
+    {
+        return (this->*pRow->pPlay)(*pKeyword, strWhy) ? EScriptResult::Done
+                                                       : EScriptResult::Failed;
+    }
+    const std::span<const SPaintKeyword> paint = GetPaintKeywords();
+    const auto found = std::find_if(paint.begin(), paint.end(), is);
+    if (found == paint.end())
+    {
+        return EScriptResult::Unknown;
+    }
+    if (m_Painting.GetDialog() == nullptr && !m_Painting.OpenDialog())
+    {
+        strWhy = "the draw dialog cannot be shown, the log says why";
+        return EScriptResult::Failed;
+    }
+    return found->pPlay(*m_Painting.GetDialog(), *m_Painting.GetMode(), pKeyword->params, strWhy)
+               ? EScriptResult::Done
+               : EScriptResult::Failed;
+}
+
+bool CPluginScript::PlayBrush(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    auto pBrush = std::make_unique<CTellurBrush>();
+    if (HasPathThatBreaksFiles(keyword.block))
+    {
+        strWhy = "a path of a brush cannot have a quotation mark";
+        return false;
+    }
+    if (!pBrush->Load(keyword.block))
+    {
+        strWhy = "the brush block cannot be used, the log says why";
+        return false;
+    }
+    for (const CTCPARSE_KEYWORD* pKey = keyword.block; pKey != nullptr; pKey = pKey->next)
+    {
+        if (IsKeyword(pKey, "mask_enabled"))
+        {
+            pBrush->SetMaskEnabled(GetIntValue(pKey->params) != 0);
+        }
+    }
+    m_Brush.TakeOver(std::move(pBrush));
+    return true;
+}
+
+bool CPluginScript::PlayMode(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    const std::string strName = GetText(keyword);
+    const std::optional<int32_t> mode = m_Modes.FindMode(strName);
+    if (!mode)
+    {
+        strWhy = "there is no mode \"" + strName + "\"";
+        return false;
+    }
+    if (GetPluginContext()->GetEditorHost()->GetModeManager()->GetCurrentModeId() == *mode)
+    {
+        return true;
+    }
+    if (*mode == m_Modes.GetEditTerrainTypeId())
+    {
+        return m_Painting.SwitchOn(strWhy);
+    }
+    if (!m_Modes.SetMode(*mode, 0))
+    {
+        strWhy = "the mode \"" + strName + "\" was refused";
+        return false;
+    }
+    return true;
+}
+
+bool CPluginScript::PlayAutoNormals(const CTCPARSE_KEYWORD& keyword, std::string& /*strWhy*/)
+{
+    GetPluginPart<IPanelPlugin>()->SetAutoUpdateNormals(GetIntValue(keyword.params) != 0);
+    return true;
+}
+
+// What cannot be read adds nothing, the log says why, and the script goes on: a missing library is
+// no reason to stop a designer either.
+bool CPluginScript::PlayBrushFile(const CTCPARSE_KEYWORD& keyword, std::string& /*strWhy*/)
+{
+    const char* pszPath = GetStringValue(keyword.params);
+    if (!m_Brushes.LoadPredefinedBrushes(pszPath))
+    {
+        CrashLog("[IPluginImpl::PlayBrushFile] %s cannot be read\n",
+                 pszPath != nullptr ? pszPath : "");
+    }
+    m_Panel.FillBrushList();
+    return true;
+}
+
+bool CPluginScript::PlayUseBrush(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    const std::string strName = GetText(keyword);
+    const auto& brushes = m_Brushes.GetPredefined();
+    const auto found =
+        std::find_if(brushes.begin(),
+                     brushes.end(),
+                     [&](const auto& pBrush)
+                     { return pBrush->GetName() != nullptr && strName == pBrush->GetName(); });
+    if (found == brushes.end())
+    {
+        strWhy = "there is no predefined brush \"" + strName + "\"";
+        return false;
+    }
+    GetPluginPart<IPanelPlugin>()->UsePredefinedBrush(**found);
+    return true;
+}
+
+bool CPluginScript::PlaySaveBrushes(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    const char* pszPath = GetStringValue(keyword.params);
+    const bool bSaved = m_Brushes.SavePredefinedBrushesToFile(pszPath);
+    if (bSaved && fs::root_path(pszPath) == fs::root_path(PREDEFINED_BRUSHES))
+    {
+        m_Brushes.SetSaved(); // a file of another name is a copy and no save
+    }
+    strWhy = bSaved ? "" : "the brushes cannot be saved, the log says why";
+    return bSaved;
+}
+
+bool CPluginScript::PlayResolution(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    const int32_t iVertices = GetIntValue(keyword.params);
+    const auto uVertices = static_cast<uint32_t>(iVertices);
+    const uint32_t uCells = uVertices - 1;
+    if (uVertices < TERRAIN_LEAST_CHOICE || uVertices > TERRAIN_MAX_VERTICES ||
+        !std::has_single_bit(uCells))
+    {
+        strWhy = "must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385";
+        return false;
+    }
+    ChangeHeightMapResolution(iVertices);
+    const Terrain* pTerrain = GetCurrentTerrain();
+    if (pTerrain == nullptr)
+    {
+        strWhy = "there is no terrain";
+        return false;
+    }
+    if (pTerrain->GetCellsPerSide() != uCells)
+    {
+        strWhy = "the resolution did not change, the log says why";
+        return false;
+    }
+    return true;
+}
+
+bool CPluginScript::WriteState(fs::ifile& file)
+{
+    if (m_Brush.Get() != nullptr && !WriteBrush(file, *m_Brush.Get()))
+    {
+        return false;
+    }
+    const bool bPainting = m_Painting.IsOn();
+    if (bPainting)
+    {
+        WritePaintBrush(file, *m_Painting.GetMode());
+    }
+    if (const char* pszMode = m_Modes.GetCurrentName()) // a mode of another plug-in is not ours
+    {
+        file.printf("mode( \"%s\" )\n", pszMode);
+    }
+    if (bPainting)
+    {
+        WritePaintState(file, *m_Painting.GetDialog(), *m_Painting.GetMode());
+    }
+    const bool bNormals = GetPluginContext()->IsAutoUpdateNormals();
+    return file.printf("auto_normals( %d )\n", bNormals ? 1 : 0) > 0;
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "host/IPluginStrokes.h"
+
+#include <utility>
+
+class CBrushAtHand;
+class CPluginTools;
+
+// What a view asks to lay the points of a stroke, and what comes of them: the counts of the drag
+// and the outcome of its latest point, which the functions fill through the context.
+class CPluginStrokes : public IPluginStrokes
+{
+public:
+    CPluginStrokes(CBrushAtHand& brush, CPluginTools& tools); // borrowed
+
+    SDragStatistics& GetStatistics() { return m_DragStatistics; }
+
+    SPointOutcome& GetOutcome() { return m_PointOutcome; }
+
+    // IPluginStrokes
+    float GetStrokeSpacing() override;
+    const float* GetPressTile(uint32_t uTileX, uint32_t uTileZ) override;
+
+    SPointOutcome TakePointOutcome() override { return std::exchange(m_PointOutcome, {}); }
+
+    SDragStatistics TakeDragStatistics() override { return std::exchange(m_DragStatistics, {}); }
+
+    bool BeginSmoothing() override;
+    void EndSmoothing() override;
+    bool DropDrag() override;
+
+private:
+    CBrushAtHand& m_Brush;
+    CPluginTools& m_Tools;
+    SDragStatistics m_DragStatistics;
+    SPointOutcome m_PointOutcome;
+};

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "host/IPluginTools.h"
+
+#include <string>
+
+class CBrushAtHand;
+class CBrushContainer;
+class CPainting;
+class CPanelLink;
+class CPluginModes;
+class CRTTIField;
+
+// What the keys of an editor do to the tool at hand, and what its windows say about it.
+class CPluginTools : public IPluginTools
+{
+public:
+    // All borrowed.
+    CPluginTools(CBrushContainer& brushes,
+                 CBrushAtHand& brush,
+                 const CPluginModes& modes,
+                 const CPainting& painting,
+                 CPanelLink& panel);
+
+    bool IsTerraforming() override;
+    bool IsPainting() override;
+    std::string GetFunctionName() override;
+    std::string GetToolName() override;
+    float GetBrushExtent() override;
+    bool IsMaskActing() override;
+    bool HeedsMinMax() override;
+    bool TakeTool(const char* pszFunction) override;
+    float GetBrushValue(EBrushValue eValue) override;
+    float SetBrushValue(EBrushValue eValue, float fValue) override;
+    bool InvertTool(float& fHeight) override;
+    bool SetToolHeight(float fHeight) override;
+    std::string GetMaskPath() override;
+    bool IsMaskEnabled() override;
+    void EnableMask(bool bEnable) override;
+    bool ChooseMask() override;
+
+private:
+    CRTTIField* FindHeightFieldOf(const char* pszFunction) const;
+    CRTTIField* FindAmountField() const;
+    float GetAmount() const;
+    void SetAmount(float fValue);
+    void ShowTool(bool bExtentOnly); // its values have changed
+
+    CBrushContainer& m_Brushes;
+    CBrushAtHand& m_Brush;
+    const CPluginModes& m_Modes;
+    const CPainting& m_Painting;
+    CPanelLink& m_Panel;
+};
