@@ -1,74 +1,43 @@
 #include "tellur/modification/CTerrainModification.h"
 
+#include "host/EditorHost.h"
+#include "host/IPluginStrokes.h"
 #include "host/Log.h"
 #include "host/Terrain.h"
+#include "tellur/context/PluginContext.h"
+#include "tellur/modification/CTellurUndo.h"
+#include "tellur/modification/CVertDataSet.h"
+#include "tellur/modification/GridRange.h"
+#include "tellur/modification/HeightChanges.h"
+#include "tellur/modification/HeightMerge.h"
 #include "tellur/stroke/ITellurBrush.h"
+#include "tellur/stroke/ITellurFunction.h"
 
 #include <algorithm>
+#include <memory>
 #include <new>
 
-CTerrainModification::~CTerrainModification()
+bool CTerrainModification::InitializeBuffers(Terrain* pTerrain)
 {
-    FreeBuffers();
-}
-
-void CTerrainModification::FreeBuffers()
-{
-    if (m_Access != nullptr)
-    {
-        m_Access->RemoveWatcher(this);
-        m_Access = nullptr;
-    }
-    m_Tiles.Clear();
-    m_Whole.reset();
-}
-
-bool CTerrainModification::InitializeBuffers()
-{
-    FreeBuffers();
     m_GivenUp = false;
-    m_bShared = false;
-    if (m_Terrain == nullptr)
+    if (pTerrain == nullptr)
     {
+        m_Heights.Close();
         CrashLog("[CTerrainModification::InitializeBuffers] terrain set to NULL\n");
         return false;
     }
-    bool bMemory = m_Tiles.Reset(static_cast<int>(m_Terrain->GetCellsPerSide()) + 1,
-                                 static_cast<int>(m_Terrain->GetCellsPerSideZ()) + 1);
-    m_Access = dynamic_cast<ITerrainAccess*>(m_Terrain);
-    if (bMemory && m_Access != nullptr)
+    if (!m_Heights.Open(*pTerrain, *this))
     {
-        m_Access->AddWatcher(this);
-    }
-    else if (bMemory)
-    {
-        m_Whole.reset(new (std::nothrow) float[GetVertexCount()]);
-        bMemory = m_Whole != nullptr;
-    }
-    if (!bMemory)
-    {
-        FreeBuffers();
-        FreeKeptTiles(); // memory is short
         NoteLost();
         return false;
     }
-    if (m_Whole != nullptr)
-    {
-        m_Terrain->GetHeights(m_Whole.get(), GetVertexCount());
-    }
-    m_Tiles.SetGround(GetGround());
     return true;
-}
-
-float* CTerrainModification::GetGround() const
-{
-    return m_Access != nullptr ? m_Access->GetHeightRows() : m_Whole.get();
 }
 
 void CTerrainModification::OnBeforeHeightsChange(const SGridBox& box)
 {
-    m_bShared = true;
-    if (!m_GivenUp && !m_Tiles.Take(box) && m_InProgress)
+    m_Heights.SetShared();
+    if (!m_GivenUp && !m_Heights.GetTiles().Take(box) && m_InProgress)
     {
         GiveUp();
     }
@@ -77,8 +46,7 @@ void CTerrainModification::OnBeforeHeightsChange(const SGridBox& box)
 // What they were is gone, too: nothing can be put back or recorded.
 void CTerrainModification::OnHeightsGo()
 {
-    m_Access = nullptr;
-    m_Tiles.SetGround(nullptr);
+    m_Heights.LoseGround();
     if (m_InProgress && !m_GivenUp)
     {
         CrashLog("[CTerrainModification::OnHeightsGo] other heights have come; the rest of the "
@@ -104,12 +72,10 @@ bool CTerrainModification::Start(
         CrashLog("[CTerrainModification::Start] already in progress\n");
         return false;
     }
-    m_Terrain = pTerrain;
-    if (!InitializeBuffers())
+    if (!InitializeBuffers(pTerrain))
     {
         // The drag goes on without buffers; each later step says what it misses.
         CrashLog("[CTerrainModification::Start] failed to initialize buffers\n");
-        m_Terrain = nullptr;
     }
     m_Brush = pBrush;
     m_Brush->Start(this, view, uFlags, point);
@@ -149,7 +115,7 @@ void CTerrainModification::End(ViewId view, uint32_t uFlags, ViewPoint point)
         CrashLog("[CTerrainModification::End] no brush\n");
     }
     StoreUndoInformation();
-    m_Terrain = nullptr;
+    m_Heights.Leave();
     m_Brush = nullptr;
     m_InProgress = false;
 }
@@ -167,12 +133,12 @@ SExtents& CTerrainModification::GetExtents(SExtents& extents) const
 
 SExtents& CTerrainModification::GetTerrainExtents(SExtents& extents) const
 {
-    if (m_Terrain == nullptr)
+    if (GetTerrain() == nullptr)
     {
         CrashLog("[CTerrainModification::GetTerrainExtents] terrain set to NULL\n");
         return extents;
     }
-    const SVec3 size = m_Terrain->GetSizeVector();
+    const SVec3 size = GetTerrain()->GetSizeVector();
     extents.min = {std::min(0.0F, size.x), std::min(0.0F, size.y), std::min(0.0F, size.z)};
     extents.max = {std::max(0.0F, size.x), std::max(0.0F, size.y), std::max(0.0F, size.z)};
     return extents;
@@ -180,32 +146,27 @@ SExtents& CTerrainModification::GetTerrainExtents(SExtents& extents) const
 
 float CTerrainModification::GetXSize() const
 {
-    if (m_Terrain == nullptr)
-    {
-        CrashLog("[CTerrainModification::GetXSize] terrain set to NULL\n");
-        return -1.0F;
-    }
-    return m_Terrain->GetSize().x;
+    return GetSide("GetXSize", &SVec3::x);
 }
 
 float CTerrainModification::GetYSize() const
 {
-    if (m_Terrain == nullptr)
-    {
-        CrashLog("[CTerrainModification::GetYSize] terrain set to NULL\n");
-        return -1.0F;
-    }
-    return m_Terrain->GetSize().y;
+    return GetSide("GetYSize", &SVec3::y);
 }
 
 float CTerrainModification::GetZSize() const
 {
-    if (m_Terrain == nullptr)
+    return GetSide("GetZSize", &SVec3::z);
+}
+
+float CTerrainModification::GetSide(const char* pszOperation, float SVec3::*pSide) const
+{
+    if (GetTerrain() == nullptr)
     {
-        CrashLog("[CTerrainModification::GetZSize] terrain set to NULL\n");
+        CrashLog("[CTerrainModification::%s] terrain set to NULL\n", pszOperation);
         return -1.0F;
     }
-    return m_Terrain->GetSize().z;
+    return GetTerrain()->GetSize().*pSide;
 }
 
 bool CTerrainModification::AreValid(int iX, int iZ) const
@@ -220,12 +181,12 @@ float CTerrainModification::GetSrcHeight(int iX, int iZ) const
         CrashLog("[CTerrainModification::GetSrcHeight] invalid indices\n");
         return -1.0F;
     }
-    if (!m_Tiles.HasGround())
+    if (!m_Heights.HasGround())
     {
         CrashLog("[CTerrainModification::GetSrcHeight] invalid source buffer ptr\n");
         return -1.0F;
     }
-    return m_Tiles.GetSource(iX, iZ);
+    return m_Heights.GetTiles().GetSource(iX, iZ);
 }
 
 float CTerrainModification::GetDstHeight(int iX, int iZ) const
@@ -235,12 +196,12 @@ float CTerrainModification::GetDstHeight(int iX, int iZ) const
         CrashLog("[CTerrainModification::GetDstHeight] invalid indices\n");
         return -1.0F;
     }
-    if (!m_Tiles.HasGround())
+    if (!m_Heights.HasGround())
     {
         CrashLog("[CTerrainModification::GetDstHeight] invalid destination buffer ptr\n");
         return -1.0F;
     }
-    return m_Tiles.GetDest(iX, iZ);
+    return m_Heights.GetTiles().GetDest(iX, iZ);
 }
 
 void CTerrainModification::SetDstHeight(int iX, int iZ, float fHeight)
@@ -250,12 +211,12 @@ void CTerrainModification::SetDstHeight(int iX, int iZ, float fHeight)
         CrashLog("[CTerrainModification::SetDstHeight] invalid indices\n");
         return;
     }
-    if (!m_Tiles.HasGround())
+    if (!m_Heights.HasGround())
     {
         CrashLog("[CTerrainModification::SetDstHeight] invalid destination buffer ptr\n");
         return;
     }
-    if (m_Terrain == nullptr)
+    if (GetTerrain() == nullptr)
     {
         CrashLog("[CTerrainModification::SetDstHeight] invalid terrain ptr\n");
         return;
@@ -264,39 +225,176 @@ void CTerrainModification::SetDstHeight(int iX, int iZ, float fHeight)
     // upward. Tools write through SetVerts.
     const size_t nIndex =
         static_cast<size_t>(GetBufferSizeX()) + static_cast<size_t>(iX) + static_cast<size_t>(iZ);
-    if (nIndex >= GetVertexCount() || m_GivenUp)
+    if (nIndex >= m_Heights.GetVertexCount() || m_GivenUp)
     {
         return;
     }
     const auto iWrittenX = static_cast<int>(nIndex % static_cast<size_t>(GetBufferSizeX()));
     const auto iWrittenZ = static_cast<int>(nIndex / static_cast<size_t>(GetBufferSizeX()));
-    if (!m_Tiles.Take({iWrittenX, iWrittenZ, iWrittenX, iWrittenZ}))
+    if (!m_Heights.GetTiles().Take({iWrittenX, iWrittenZ, iWrittenX, iWrittenZ}))
     {
         GiveUp();
         return;
     }
-    m_bShared = true; // the terrain does not show it
-    m_Tiles.SetDest(iWrittenX, iWrittenZ, std::min(fHeight, m_Terrain->GetSize().y));
+    m_Heights.SetShared(); // the terrain does not show it
+    m_Heights.GetTiles().SetDest(
+        iWrittenX, iWrittenZ, std::min(fHeight, GetTerrain()->GetSize().y));
 }
 
-const float* CTerrainModification::GetPressTile(uint32_t uTileX, uint32_t uTileZ) const
+void CTerrainModification::FillSet(const SExtents& box, CVertDataSet& set, const IHeightRows* pRows)
 {
-    const bool bInside = m_Tiles.HasGround() &&
-                         uTileX < static_cast<uint32_t>(m_Tiles.GetTilesX()) &&
-                         uTileZ < static_cast<uint32_t>(m_Tiles.GetTilesZ());
-    const SHeightTile* pTile =
-        bInside ? m_Tiles.Find(static_cast<int>(uTileX), static_cast<int>(uTileZ)) : nullptr;
-    return pTile != nullptr ? pTile->aSource.data() : nullptr;
-}
-
-const float* CTerrainModification::CRows::GetRow(int iX, int iZ, int iCount, float* pScratch) const
-{
-    const CHeightTiles& tiles = m_Session.m_Tiles;
-    if (m_bDest && !m_Session.m_bShared) // then the ground shows the destination
+    if (GetTerrain() == nullptr)
     {
-        return tiles.GetGround() + static_cast<size_t>(iZ) * static_cast<size_t>(tiles.GetSizeX()) +
-               static_cast<size_t>(iX);
+        CrashLog("[CTerrainModification::GetVerts] no terrain interface\n");
+        return;
     }
-    return m_bDest ? tiles.GetDestRow(iX, iZ, iCount, pScratch)
-                   : tiles.GetSourceRow(iX, iZ, iCount, pScratch);
+    if (!set.IsInitialized() && !set.Initialize(GetTerrain(), box))
+    {
+        CrashLog("[CTerrainModification::GetVerts] could not initialize verts set\n");
+        return;
+    }
+    if (!m_GivenUp && !set.SetRows(pRows, GetBufferSizeX(), GetBufferSizeZ()))
+    {
+        GiveUp();
+    }
+}
+
+void CTerrainModification::GetVerts(const SExtents& box, CVertDataSet& set)
+{
+    FillSet(box, set, GetSrcRows());
+}
+
+void CTerrainModification::GetDstVerts(const SExtents& box, CVertDataSet& set)
+{
+    FillSet(box, set, GetDstRows());
+}
+
+std::optional<SMergeResult> CTerrainModification::SetVerts(CVertDataSet& set,
+                                                           ITellurFunction* pFunction)
+{
+    if (GetTerrain() == nullptr)
+    {
+        CrashLog("[CTerrainModification::SetVerts] no terrain interface\n");
+        return std::nullopt;
+    }
+    if (pFunction == nullptr)
+    {
+        CrashLog("[CTerrainModification::SetVerts] no function\n");
+        return std::nullopt;
+    }
+    if (m_GivenUp)
+    {
+        return std::nullopt;
+    }
+    SPointChange changed;
+    const float fMaxHeight = GetTerrain()->GetSize().y;
+    if (!MergeSet(set.GetVerts(), *pFunction, fMaxHeight, m_Heights.GetTiles(), changed))
+    {
+        GiveUp();
+        return std::nullopt;
+    }
+    m_Heights.PutOnGround(changed);
+    return m_Heights.Announce(changed);
+}
+
+std::optional<SMergeResult> CTerrainModification::RunPoint(const SPointInNumbers& point)
+{
+    const bool bReady = GetTerrain() != nullptr && m_Heights.HasGround() && !m_GivenUp;
+    if (!bReady || point.rule.eMerge == EMergeRule::ByCall)
+    {
+        return std::nullopt;
+    }
+    const SVec3 size = GetTerrain()->GetSize();
+    const float fStepX = size.x / static_cast<float>(GetTerrain()->GetCellsPerSide());
+    const float fStepZ = size.z / static_cast<float>(GetTerrain()->GetCellsPerSideZ());
+    SGridBox box;
+    if (!GetGridRange(point.box.min.x, point.box.max.x, fStepX, box.iMinX, box.iMaxX) ||
+        !GetGridRange(point.box.min.z, point.box.max.z, fStepZ, box.iMinZ, box.iMaxZ))
+    {
+        return SMergeResult();
+    }
+    if (box.iMinX < 0 || box.iMinZ < 0 || box.iMaxX >= GetBufferSizeX() ||
+        box.iMaxZ >= GetBufferSizeZ())
+    {
+        return std::nullopt; // a set says so in its lines
+    }
+    SPointChange changed;
+    const ETargets eTargets =
+        point.pTargets != nullptr ? point.pTargets->Begin(box) : ETargets::Ready;
+    if (eTargets == ETargets::Refused)
+    {
+        return std::nullopt;
+    }
+    if (eTargets == ETargets::NoMemory ||
+        !m_Pass.Run(point,
+                    box,
+                    {m_Heights.GetTiles(), m_Heights.GetShownGround(), fStepX, fStepZ, size.y},
+                    changed))
+    {
+        GiveUp();
+        return std::nullopt;
+    }
+    m_Heights.CatchUp(changed);
+    return m_Heights.Announce(changed);
+}
+
+void CTerrainModification::NoteLost()
+{
+    if (PluginContext* pContext = GetPluginContext())
+    {
+        pContext->GetDragStatistics().bLost = true;
+    }
+}
+
+void CTerrainModification::GiveUp()
+{
+    if (!m_GivenUp)
+    {
+        m_GivenUp = true;
+        m_Heights.Restore();
+        NoteLost();
+        CrashLog("[CTerrainModification::GiveUp] not enough memory; the stroke is taken back\n");
+    }
+}
+
+void CTerrainModification::StoreUndoInformation()
+{
+    if (m_GivenUp || !m_Heights.IsTerrainAsAtStart())
+    {
+        return; // with another resolution the drag's heights are those of no terrain
+    }
+    if (!m_Heights.HasGround())
+    {
+        CrashLog("[CTerrainModification::StoreUndoInformation] no src buffer\n");
+        return;
+    }
+    // Traces are in no record: taken back, so that undoing all of them brings back every bit.
+    const size_t nChanged =
+        FindChanges(m_Heights.GetTiles(),
+                    [this](int iTileX, int iTileZ)
+                    {
+                        if (GetTerrain() != nullptr)
+                        {
+                            m_Heights.ShowDest(m_Heights.GetTiles().GetTileBox(iTileX, iTileZ));
+                        }
+                    });
+    const PluginContext* pContext = GetPluginContext();
+    EditorHost* pHost = pContext != nullptr ? pContext->GetEditorHost() : nullptr;
+    if (nChanged == 0 || pHost == nullptr)
+    {
+        return;
+    }
+    auto pUndo = std::unique_ptr<CTellurUndo>(new (std::nothrow) CTellurUndo);
+    if (pUndo == nullptr)
+    {
+        GiveUp(); // what cannot be undone must not stay
+        return;
+    }
+    pUndo->SetTerrain(GetTerrain());
+    if (!pUndo->Fill(m_Heights.GetTiles()))
+    {
+        GiveUp();
+        return;
+    }
+    pHost->AddUndo(pUndo.release());
 }

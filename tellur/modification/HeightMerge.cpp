@@ -1,6 +1,9 @@
 #include "tellur/modification/HeightMerge.h"
 
 #include "host/VectorLoop.h"
+#include "tellur/modification/CHeightTiles.h"
+#include "tellur/modification/CPointPass.h"
+#include "tellur/modification/CVertList.h"
 
 #include <algorithm>
 #include <bit>
@@ -8,6 +11,24 @@
 
 namespace
 {
+
+constexpr int SIDE = SHeightTile::SIDE;
+
+// The box of the vertices of a set.
+SGridBox GetSetBox(const CVertList& verts)
+{
+    SGridBox box;
+    for (const SVertRun& run : verts.GetRuns())
+    {
+        const int ixLast = run.ixFirst + static_cast<int>(run.nCount) - 1;
+        box = box.IsEmpty() ? SGridBox{run.ixFirst, run.iz, ixLast, run.iz}
+                            : SGridBox{std::min(box.iMinX, run.ixFirst),
+                                       std::min(box.iMinZ, run.iz),
+                                       std::max(box.iMaxX, ixLast),
+                                       std::max(box.iMaxZ, run.iz)};
+    }
+    return box;
+}
 
 float ClampHeight(float fHeight, float fMaxHeight)
 {
@@ -117,4 +138,44 @@ SMergeSpan MergeHeights(const ITellurFunction& function,
             span.nChanged,
             std::bit_cast<float>(span.iMinBits),
             std::bit_cast<float>(span.iMaxBits)};
+}
+
+bool MergeSet(const CVertList& verts,
+              const ITellurFunction& function,
+              float fMaxHeight,
+              CHeightTiles& tiles,
+              SPointChange& changed)
+{
+    if (!tiles.Take(GetSetBox(verts)))
+    {
+        return false;
+    }
+    changed.nVisited = verts.GetCount();
+    for (const SVertRun& run : verts.GetRuns())
+    {
+        const int ixEnd = run.ixFirst + static_cast<int>(run.nCount);
+        for (int ix = run.ixFirst; ix < ixEnd;)
+        {
+            const int iPart = std::min(SIDE - ix % SIDE, ixEnd - ix);
+            SHeightTile& tile = *tiles.Find(ix / SIDE, run.iz / SIDE);
+            const size_t nPlace = SHeightTile::GetPlace(ix, run.iz);
+            const SMergeSpan span =
+                MergeHeights(function,
+                             tile.aSource.data() + nPlace,
+                             tile.aDest.data() + nPlace,
+                             verts.GetHeights() + run.nFirst + (ix - run.ixFirst),
+                             static_cast<size_t>(iPart),
+                             fMaxHeight);
+            if (span.nChanged > 0)
+            {
+                tile.bWritten = true;
+                changed.nChanged += static_cast<size_t>(span.nChanged);
+                changed.Add(ix + span.iFirst, ix + span.iLast, run.iz);
+                changed.fMin = std::min(changed.fMin, span.fMin);
+                changed.fMax = std::max(changed.fMax, span.fMax);
+            }
+            ix += iPart;
+        }
+    }
+    return true;
 }

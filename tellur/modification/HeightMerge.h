@@ -5,6 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 
+class CHeightTiles;
+class CVertList;
+struct SPointChange;
+
 // What one merged run changed.
 struct SMergeSpan
 {
@@ -24,3 +28,12 @@ SMergeSpan MergeHeights(const ITellurFunction& function,
                         const float* pCandidates,
                         size_t nCount,
                         float fMaxHeight);
+
+// Takes the tiles under a set and merges its heights into their destination; the ground gets
+// nothing of it. changed: grows by what is written. False when there is no memory, nothing is
+// written then.
+bool MergeSet(const CVertList& verts,
+              const ITellurFunction& function,
+              float fMaxHeight,
+              CHeightTiles& tiles,
+              SPointChange& changed);

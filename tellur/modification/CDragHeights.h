@@ -1,0 +1,112 @@
+#pragma once
+
+#include "host/ITerrainAccess.h"
+#include "tellur/modification/CHeightTiles.h"
+#include "tellur/modification/CPointPass.h"
+#include "tellur/stroke/IHeightRows.h"
+#include "tellur/stroke/ITerrainModification.h"
+
+#include <cstddef>
+#include <memory>
+
+class Terrain;
+
+// The heights of one drag, source and destination, and the way between them and the terrain:
+// heights come into tiles when the drag first touches them; until then both are what the terrain
+// has. What is written shows on the ground at once: the terrain's own heights, or, of a terrain
+// without ITerrainAccess, a copy of them that is read once and handed over with each change.
+class CDragHeights
+{
+public:
+    CDragHeights() = default;
+    ~CDragHeights();
+    CDragHeights(const CDragHeights&) = delete;
+    CDragHeights& operator=(const CDragHeights&) = delete;
+
+    // The terrain is borrowed until Leave, the watcher until Close. False, closed, when there is no
+    // memory.
+    bool Open(Terrain& terrain, ITerrainWatcher& watcher);
+    void Close();
+
+    // The terrain is not asked or told anything any more; what was taken stays readable.
+    void Leave() { m_pTerrain = nullptr; }
+
+    // The terrain's heights are others: what they were cannot be put back or recorded.
+    void LoseGround();
+
+    Terrain* GetTerrain() const { return m_pTerrain; } // null outside Open and Leave
+
+    bool IsTerrainAsAtStart() const; // its size, where there is a terrain
+
+    CHeightTiles& GetTiles() { return m_Tiles; }
+
+    const CHeightTiles& GetTiles() const { return m_Tiles; }
+
+    bool HasGround() const { return m_Tiles.HasGround(); }
+
+    int GetSizeX() const { return m_Tiles.GetSizeX(); } // vertices
+
+    int GetSizeZ() const { return m_Tiles.GetSizeZ(); }
+
+    size_t GetVertexCount() const
+    {
+        return static_cast<size_t>(GetSizeX()) * static_cast<size_t>(GetSizeZ());
+    }
+
+    // Null without ground.
+    const IHeightRows* GetSourceRows() const { return HasGround() ? &m_SourceRows : nullptr; }
+
+    const IHeightRows* GetDestRows() const { return HasGround() ? &m_DestRows : nullptr; }
+
+    // The source heights of a tile that was taken, borrowed until the next call; null where the
+    // terrain has them still.
+    const float* GetPressTile(uint32_t uTileX, uint32_t uTileZ) const;
+
+    // Where a pass over the tiles writes, too; null while the ground shows something else.
+    float* GetShownGround() const { return m_bShared ? nullptr : GetGround(); }
+
+    // From now on the ground may differ from the destination.
+    void SetShared() { m_bShared = true; }
+
+    // After a pass wrote to the tiles: where the ground did not get it, too, it does so now.
+    void CatchUp(SPointChange& changed);
+    // After a set was merged into the tiles, which the ground never got.
+    void PutOnGround(SPointChange& changed);
+    // Tells the terrain of a change that is on the ground.
+    SMergeResult Announce(const SPointChange& changed);
+    // Brings ground and terrain to the destination under a box.
+    void ShowDest(const SGridBox& box);
+    // Puts the source back into all tiles that were written, and shows it. Needs no memory.
+    void Restore();
+
+private:
+    class CRows : public IHeightRows
+    {
+    public:
+        CRows(const CDragHeights& heights, bool bDest)
+            : m_Heights(heights)
+            , m_bDest(bDest)
+        {
+        }
+
+        const float* GetRow(int iX, int iZ, int iCount, float* pScratch) const override;
+
+    private:
+        const CDragHeights& m_Heights;
+        bool m_bDest;
+    };
+
+    float* GetGround() const;
+    void CopyDest(const SGridBox& box); // to the ground
+    bool IsDestShown(const SGridBox& box) const;
+    SExtents GetBox(const SGridBox& box) const; // terrain units
+
+    Terrain* m_pTerrain = nullptr;
+    ITerrainAccess* m_pAccess = nullptr; // the same terrain's, until it goes; null: it has none
+    ITerrainWatcher* m_pWatcher = nullptr;
+    bool m_bShared = false; // others have changed heights during the drag
+    CHeightTiles m_Tiles;
+    std::unique_ptr<float[]> m_Whole; // the ground of a terrain without access, as it is shown
+    CRows m_SourceRows{*this, false};
+    CRows m_DestRows{*this, true};
+};
