@@ -2,7 +2,7 @@
 
 #include "tellur/panel/PanelIds.h"
 
-// The six function buttons of the panel, in the order of its template.
+// One button of the panel that chooses a function to sculpt with.
 struct SPanelFunction
 {
     const char* pszName; // of the function's class
@@ -10,6 +10,7 @@ struct SPanelFunction
     uint32_t uImage; // bitmap resource
 };
 
+// The function buttons, in the order of the form's template, which has to have a button for each.
 inline constexpr SPanelFunction PANEL_FUNCTIONS[] = {
     {"BlurFunction", PANEL_BLUR, 2130},
     {"PointHeightFunction", PANEL_POINT_HEIGHT, 2126},
