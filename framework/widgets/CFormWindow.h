@@ -22,7 +22,7 @@ public:
 
     ~CFormWindow() override;
 
-    // Before the window is made; object and variable outlive the window.
+    // To be called before the window is made. Object and variable outlive the window.
     void Bind(uint32_t uId, CWindow& control);
     void BindValue(uint32_t uId, float& fValue);
     void BindText(uint32_t uId, std::string& strText);
@@ -45,7 +45,7 @@ public:
     // variable is shown again.
     void WriteControls();
 
-    // By id; nothing and an empty answer when the template lacks it.
+    // Of one control. Where the template lacks its id nothing happens and answers are empty.
     void SetItemText(uint32_t uId, const char* pszText);
     std::string GetItemText(uint32_t uId) const;
     void EnableItem(uint32_t uId, bool bEnable);
@@ -65,7 +65,7 @@ protected:
     // the program shows no windows.
     const SDialogResource* FindTemplate() const;
 
-    // The controls are there; before the window is shown.
+    // Called once the controls are there, before the window is shown.
     virtual void OnInit() {}
 
     // Gives a control of the template to the object that is bound to its id.
