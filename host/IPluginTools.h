@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // The tool at hand, and what the keys of an editor do to it. See IPlugin.h for how a host gets it.
 // The host calls it on the UI thread.
@@ -21,10 +22,20 @@ enum class EBrushValue : uint32_t
             // half width of what is averaged
 };
 
+// A tool that the plug-in offers.
+struct SToolOffer
+{
+    const char* pszFunction = ""; // class name, as TakeTool has it; static
+    const char* pszText = "";     // as a menu shows it, '&' before the letter that chooses; static
+};
+
 class IPluginTools
 {
 public:
     virtual ~IPluginTools() = default;
+
+    // All of them, in the order in which they are shown. The same from the load of the library on.
+    virtual std::vector<SToolOffer> GetTools() = 0;
 
     // What is at hand.
     virtual bool IsTerraforming() = 0; // true: the mode that sculpts is current

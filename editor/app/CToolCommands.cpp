@@ -15,29 +15,30 @@
 #include <QMenu>
 
 #include <cmath>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace
 {
 
 constexpr float STEP = 1.1F; // of the extent
 
-struct STool
-{
-    const char* pszId;
-    const char* pszText;
-    const char* pszFunction; // class
-};
+constexpr size_t DIGITS = 9; // keys for tools
 
-// In the order of the panel's buttons.
-constexpr STool TOOLS[] = {
-    {"tool.blur", "&Blur", "BlurFunction"},
-    {"tool.point_height", "&Point height", "PointHeightFunction"},
-    {"tool.set_height", "&Set height", "SetHeightFunction"},
-    {"tool.relative_height", "&Relative height", "RelativeHeightFunction"},
-    {"tool.posterize", "P&osterize", "PosterizeFunction"},
-    {"tool.ramp", "R&amp", "RampFunction"},
-};
+// "BlurFunction" is "tool.blur", "SetHeightFunction" "tool.set_height".
+std::string MakeCommandId(std::string_view strFunction)
+{
+    std::string strId = "tool.";
+    for (const char c : strFunction.substr(0, strFunction.rfind("Function")))
+    {
+        const bool bWord = c >= 'A' && c <= 'Z';
+        strId += bWord && strId.back() != '.' ? "_" : "";
+        strId += bWord ? static_cast<char>(c - 'A' + 'a') : c;
+    }
+    return strId;
+}
 
 } // namespace
 
@@ -63,15 +64,17 @@ void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
 
 void CToolCommands::AddTools(QMenu& menu, CCommandList& commands)
 {
-    uint32_t uKey = '1';
-    for (const STool& tool : TOOLS)
+    const std::vector<SToolOffer> tools =
+        m_pTools != nullptr ? m_pTools->GetTools() : std::vector<SToolOffer>();
+    for (size_t i = 0; i < tools.size(); ++i)
     {
+        const uint32_t uKey = i < DIGITS ? static_cast<uint32_t>('1' + i) : 0;
         commands
             .Add(&menu,
-                 tool.pszId,
-                 tool.pszText,
-                 {uKey++, 0},
-                 [this, &tool] { Take(tool.pszFunction); })
+                 MakeCommandId(tools[i].pszFunction).c_str(),
+                 tools[i].pszText,
+                 {uKey, 0},
+                 [this, pszFunction = tools[i].pszFunction] { Take(pszFunction); })
             ->setAutoRepeat(false);
     }
     commands

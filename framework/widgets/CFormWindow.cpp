@@ -8,6 +8,8 @@
 #include "framework/widgets/IWindowNode.h"
 #include "host/Log.h"
 
+#include <utility>
+
 CFormWindow::CFormWindow(uint32_t uTemplateId)
     : m_TemplateId(uTemplateId)
 {
@@ -52,6 +54,18 @@ void CFormWindow::OnClick(uint32_t uId, FHandler onClick)
 void CFormWindow::OnTextChange(uint32_t uId, FHandler onChange)
 {
     On(ENotify::TextChanged, uId, [onChange = std::move(onChange)](SNotification&) { onChange(); });
+}
+
+void CFormWindow::OnEdit(uint32_t uId, FHandler onEdit)
+{
+    OnTextChange(uId,
+                 [this, onEdit = std::move(onEdit)]
+                 {
+                     if (!m_bWriting)
+                     {
+                         onEdit();
+                     }
+                 });
 }
 
 void CFormWindow::OnSelectionChange(uint32_t uId, FHandler onChange)
@@ -179,10 +193,12 @@ void CFormWindow::WriteControls()
             pNode->SetCheck(*std::get<int*>(bound.pVariable));
         }
     }
+    const bool bBefore = std::exchange(m_bWriting, true);
     for (const auto& [uId, strText] : texts)
     {
         SetItemText(uId, strText.c_str());
     }
+    m_bWriting = bBefore;
 }
 
 bool CFormWindow::NeedsText(const SBoundVariable& bound, const IWindowNode& node) const

@@ -11,10 +11,31 @@
 // A window made from a dialog template: its controls, the objects and variables bound to them, and
 // the handlers of their notifications, all by control id. An id that the template lacks is no
 // error: its variable keeps its value and its handler is never called.
+//
+// A form with many controls is made of groups: members of its class that get the form, bind the
+// controls that go together, and handle what these notify.
 class TELLUR_API CFormWindow : public CWindow
 {
 public:
+    using FHandler = std::function<void()>;
+    using FNotifyHandler = std::function<void(SNotification&)>;
+
     ~CFormWindow() override;
+
+    // To be called before the window is made. Object and variable outlive the window.
+    void Bind(uint32_t uId, CWindow& control);
+    void BindValue(uint32_t uId, float& fValue);
+    void BindText(uint32_t uId, std::string& strText);
+    void BindCheck(uint32_t uId, int& iState);
+    // A later handler of the same kind and id replaces the one before.
+    void On(ENotify eKind, uint32_t uId, FNotifyHandler onNotify);
+    void OnClick(uint32_t uId, FHandler onClick);
+    void OnTextChange(uint32_t uId, FHandler onChange);
+    // As OnTextChange, except that what WriteControls writes is no edit.
+    void OnEdit(uint32_t uId, FHandler onEdit);
+    void OnSelectionChange(uint32_t uId, FHandler onChange);
+    // Any slider of the form, instead of the handlers that single sliders have.
+    void OnScroll(FNotifyHandler onScroll);
 
     // Every variable takes what its control shows, unless that cannot be read: then it stays.
     void ReadControls();
@@ -24,7 +45,7 @@ public:
     // variable is shown again.
     void WriteControls();
 
-    // By id; nothing and an empty answer when the template lacks it.
+    // Of one control. Where the template lacks its id nothing happens and answers are empty.
     void SetItemText(uint32_t uId, const char* pszText);
     std::string GetItemText(uint32_t uId) const;
     void EnableItem(uint32_t uId, bool bEnable);
@@ -36,23 +57,7 @@ public:
     SRect GetItemRect(uint32_t uId) const; // in the form's client area
 
 protected:
-    using FHandler = std::function<void()>;
-    using FNotifyHandler = std::function<void(SNotification&)>;
-
     explicit CFormWindow(uint32_t uTemplateId);
-
-    // Before the window is made; object and variable outlive the window.
-    void Bind(uint32_t uId, CWindow& control);
-    void BindValue(uint32_t uId, float& fValue);
-    void BindText(uint32_t uId, std::string& strText);
-    void BindCheck(uint32_t uId, int& iState);
-    // A later handler of the same kind and id replaces the one before.
-    void On(ENotify eKind, uint32_t uId, FNotifyHandler onNotify);
-    void OnClick(uint32_t uId, FHandler onClick);
-    void OnTextChange(uint32_t uId, FHandler onChange);
-    void OnSelectionChange(uint32_t uId, FHandler onChange);
-    // Any slider of the form.
-    void OnScroll(FNotifyHandler onScroll);
 
     bool OnChildNotify(SNotification& notification) override;
 
@@ -60,7 +65,7 @@ protected:
     // the program shows no windows.
     const SDialogResource* FindTemplate() const;
 
-    // The controls are there; before the window is shown.
+    // Called once the controls are there, before the window is shown.
     virtual void OnInit() {}
 
     // Gives a control of the template to the object that is bound to its id.
@@ -88,4 +93,5 @@ private:
     std::map<std::pair<ENotify, uint32_t>, FNotifyHandler> m_Handlers;
     FNotifyHandler m_OnScroll;
     std::map<uint32_t, IWindowNode*> m_Items; // the template's controls
+    bool m_bWriting = false;                  // texts change by WriteControls
 };

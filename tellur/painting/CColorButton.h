@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-// Shows a colour and its numbers. Undefined at first sight of a red below 0.
+// Shows a colour and its numbers. A colour whose red is below 0 is undefined.
 class CColorButton : public CButton
 {
 public:

@@ -91,23 +91,23 @@ public:
 
     bool HasBitmap() const { return m_WorkImage != nullptr; }
 
-    // Strokes or their undoing are not in the bitmap's file yet.
+    // Whether strokes, or what undid them, are not in the bitmap's file yet.
     bool IsUnsaved() const { return m_bUnsaved; }
 
-    // Grows with every change of the texels.
+    // A number that grows with every change of the texels.
     uint64_t GetRevision() const { return m_Revision; }
 
     const IImage* GetWorkImage() const { return m_WorkImage.get(); } // null for none
 
-    // Not while this mode is current: the bitmap of a file with the texels that were painted on it
-    // and never saved. pTexels: 32 bits each; another size than the file's, or a file that cannot
-    // be read, gives a bitmap without a palette.
+    // Takes the bitmap of a file with texels of 32 bits that were painted on it and never saved.
+    // Not to be called while this mode is current. Texels of another size than the file's, and a
+    // file that cannot be read, give a bitmap without a palette.
     void RestoreBitmap(const std::string& strPath, const IImage& texels);
 
     // The file whose bitmap is loaded, as the dialog had it; empty before the first one.
     const std::string& GetBitmapPath() const { return m_BitmapPath; }
 
-    // Strokes that Undo would still take back.
+    // How many strokes Undo would still take back.
     uint32_t GetUndoPosition() const { return m_Undo->GetPosition(); }
 
 private:

@@ -5,7 +5,6 @@
 class CBrushContainer;
 class CTellurBrush;
 class ITerrainPanel;
-struct SResourceModule;
 
 // The panel's limits of the brush extent, terrain units; 0 before the panel was open.
 struct SExtentLimits
@@ -25,7 +24,6 @@ public:
     // As they were when the panel was closed last.
     virtual SExtentLimits GetExtentLimits() const = 0;
     virtual void SetExtentLimits(const SExtentLimits& limits) = 0;
-    virtual const SResourceModule* GetResourceModule() const = 0; // this library's
 
     virtual CBrushContainer* GetBrushContainer() = 0; // borrowed, never null
     // Asks for a name and adds a clone to the predefined brushes; false without a brush and when

@@ -2,44 +2,42 @@
 
 #include "host/EditorHost.h"
 #include "host/Log.h"
+#include "host/Reflection.h"
 #include "tellur/brushes/BrushFileCopy.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/PluginContext.h"
-#include "tellur/functions/CBlurFunction.h"
-#include "tellur/functions/CPointHeightFunction.h"
-#include "tellur/functions/CPosterizeFunction.h"
-#include "tellur/functions/CRampFunction.h"
-#include "tellur/functions/CRelativeHeightFunction.h"
-#include "tellur/functions/CSetHeightFunction.h"
 #include "tellur/panel/SaveBrushes.h"
+#include "tellur/resources/FunctionFaces.h"
+#include "tellur/stroke/ITellurFunction.h"
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace
 {
 
+constexpr std::string_view SUFFIX = "Function";
 constexpr const char* TOOL_BRUSH_IMAGE = ".\\data\\brushes\\round.png";
 
 } // namespace
 
+// The class of each function that has a face makes one; its name in the reflection is that in files
+// behind a "C".
 void CBrushLibrary::CreateFunctions()
 {
-    const auto add = [this](ITellurFunction* pFunction, const char* pszName)
+    for (const SFunctionFace& face : GetFunctionFaces())
     {
-        if (!m_FunctionContainer.AddFunction(pFunction))
+        const CRTTI* pClass = CRTTI::FindClass((std::string("C") + face.pszFunction).c_str());
+        CRTTIObject* pObject = pClass != nullptr ? pClass->Create() : nullptr;
+        if (!m_FunctionContainer.AddFunction(dynamic_cast<ITellurFunction*>(pObject)))
         {
+            const std::string_view strName = face.pszFunction;
             CrashLog("[IPluginImpl::InitializeFunctionsAndBrushes] cannot add %s function\n",
-                     pszName);
-            delete pFunction;
+                     std::string(strName.substr(0, strName.rfind(SUFFIX))).c_str());
+            delete pObject;
         }
-    };
-    add(new CPointHeightFunction, "PointHeight");
-    add(new CRelativeHeightFunction, "RelativeHeight");
-    add(new CBlurFunction, "Blur");
-    add(new CSetHeightFunction, "SetHeight");
-    add(new CRampFunction, "Ramp");
-    add(new CPosterizeFunction, "Posterize");
+    }
 }
 
 void CBrushLibrary::InitializeFunctionsAndBrushes()

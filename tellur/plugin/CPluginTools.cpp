@@ -18,6 +18,7 @@
 #include "tellur/plugin/CPainting.h"
 #include "tellur/plugin/CPanelLink.h"
 #include "tellur/plugin/CPluginModes.h"
+#include "tellur/resources/FunctionFaces.h"
 #include "tellur/resources/PluginResources.h"
 
 #include <algorithm>
@@ -58,6 +59,16 @@ CPluginTools::CPluginTools(CBrushContainer& brushes,
     , m_Painting(painting)
     , m_Panel(panel)
 {
+}
+
+std::vector<SToolOffer> CPluginTools::GetTools()
+{
+    std::vector<SToolOffer> tools;
+    for (const SFunctionFace* pFace : GetFunctionPlaces())
+    {
+        tools.push_back({pFace->pszFunction, pFace->pszMenu});
+    }
+    return tools;
 }
 
 bool CPluginTools::IsTerraforming()

@@ -22,6 +22,7 @@ public:
                  const CPainting& painting,
                  CPanelLink& panel);
 
+    std::vector<SToolOffer> GetTools() override;
     bool IsTerraforming() override;
     bool IsPainting() override;
     std::string GetFunctionName() override;

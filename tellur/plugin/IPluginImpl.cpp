@@ -304,11 +304,6 @@ bool IPluginImpl::GetToolTipText(SToolTipText& tip) const
     return true;
 }
 
-const SResourceModule* IPluginImpl::GetResourceModule() const
-{
-    return &GetPluginResources();
-}
-
 void IPluginImpl::CheckHeightMapWritable()
 {
     ::CheckHeightMapWritable();

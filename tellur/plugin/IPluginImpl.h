@@ -193,8 +193,6 @@ public:
 
     void SetExtentLimits(const SExtentLimits& limits) override { panel.SetExtentLimits(limits); }
 
-    const SResourceModule* GetResourceModule() const override;
-
     CBrushContainer* GetBrushContainer() override { return &GetBrushes(); }
 
     bool AddBrushToPredefined(CTellurBrush* pBrush) override;

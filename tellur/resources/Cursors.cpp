@@ -1,5 +1,8 @@
+#include "tellur/resources/FunctionFaces.h"
 #include "tellur/resources/Pictures.h"
 #include "tellur/resources/ResourceTables.h"
+
+#include <vector>
 
 namespace
 {
@@ -10,14 +13,15 @@ constexpr int32_t HOT = 15; // the cross of every cursor, from its upper left co
 
 std::span<const SCursorResource> GetCursorTable()
 {
-    static const SCursorResource s_Cursors[] = {
-        {2106, PICTURE_CURSOR_HEIGHT, HOT, HOT},
-        {2107, PICTURE_CURSOR_POINT, HOT, HOT},
-        {2108, PICTURE_CURSOR_BLUR, HOT, HOT},
-        {2109, PICTURE_CURSOR_CROSS, HOT, HOT},
-        {2110, PICTURE_CURSOR_RAMP, HOT, HOT},
-        {2113, PICTURE_CURSOR_EXTENT, HOT, HOT},
-        {2115, PICTURE_CURSOR_TERRACE, HOT, HOT},
-    };
+    static const std::vector<SCursorResource> s_Cursors = []
+    {
+        std::vector<SCursorResource> cursors = {{2109, PICTURE_CURSOR_CROSS, HOT, HOT},
+                                                {2113, PICTURE_CURSOR_EXTENT, HOT, HOT}};
+        for (const SFunctionFace& face : GetFunctionFaces())
+        {
+            cursors.push_back(face.cursor);
+        }
+        return cursors;
+    }();
     return s_Cursors;
 }

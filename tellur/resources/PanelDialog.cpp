@@ -1,10 +1,15 @@
 #include "tellur/resources/Controls.h"
 #include "tellur/resources/DialogTables.h"
+#include "tellur/resources/FunctionFaces.h"
+
+#include <algorithm>
+#include <vector>
 
 namespace
 {
 
-constexpr int FUNCTION_WIDTH = 6; // characters; six of them are the panel's least width
+constexpr size_t FUNCTIONS_IN_ROW = 6;
+constexpr int FUNCTION_WIDTH = 6; // characters; a row of them is the panel's least width
 constexpr int FUNCTION_LINES = 3; // room for a picture of 24 pixels, its frame and the step down
 constexpr int GRID_LINES = 7;
 constexpr int LIST_LINES = 5;
@@ -44,16 +49,35 @@ constexpr SControlResource MakeFunction(uint32_t uId, const char* pszText)
     return control;
 }
 
-constexpr SControlResource FUNCTIONS[] = {MakeFunction(2130, "B"),
-                                          MakeFunction(2131, "P"),
-                                          MakeFunction(2133, "S"),
-                                          MakeFunction(2132, "R"),
-                                          MakeFunction(2160, "Ps"),
-                                          MakeFunction(2137, "Ra")};
 constexpr SControlResource PROPERTIES[] = {
     {.uId = 2123, .eKind = EControlKind::ListView, .iWeight = 1}};
-constexpr SRowResource TOOL_ROWS[] = {{FUNCTIONS, FUNCTION_LINES},
-                                      {.controls = PROPERTIES, .iLines = GRID_LINES, .iWeight = 2}};
+
+// Buttons of the functions by their places, as many in a row as the least width of the panel holds,
+// and the properties below them.
+std::span<const SRowResource> GetToolRows()
+{
+    static const std::vector<SControlResource> s_Buttons = []
+    {
+        std::vector<SControlResource> buttons;
+        for (const SFunctionFace* pFace : GetFunctionPlaces())
+        {
+            buttons.push_back(MakeFunction(pFace->uButton, pFace->pszButton));
+        }
+        return buttons;
+    }();
+    static const std::vector<SRowResource> s_Rows = []
+    {
+        std::vector<SRowResource> rows;
+        for (size_t i = 0; i < s_Buttons.size(); i += FUNCTIONS_IN_ROW)
+        {
+            const size_t nCount = std::min(FUNCTIONS_IN_ROW, s_Buttons.size() - i);
+            rows.push_back({std::span(s_Buttons).subspan(i, nCount), FUNCTION_LINES});
+        }
+        rows.push_back({.controls = PROPERTIES, .iLines = GRID_LINES, .iWeight = 2});
+        return rows;
+    }();
+    return s_Rows;
+}
 
 constexpr SControlResource BRUSH_LIST[] = {
     {.uId = 2113, .eKind = EControlKind::ListBox, .iWeight = 1}};
@@ -74,17 +98,16 @@ constexpr SRowResource NORMALS_ROWS[] = {{NORMALS}};
 constexpr SControlResource MATERIAL[] = {MakeText(2205, CONTROL_READ_ONLY), MakeBrowse(2206)};
 constexpr SRowResource MATERIAL_ROWS[] = {{MATERIAL}};
 
-// What the hand goes to all day is at the top, what is set once a level at the bottom.
-constexpr SGroupResource GROUPS[] = {{"Current brush", BRUSH_ROWS},
-                                     {"Tool", TOOL_ROWS},
-                                     {"Defined brushes", DEFINED_ROWS},
-                                     {"Height map", HEIGHT_MAP_ROWS},
-                                     {"Terrain normals", NORMALS_ROWS},
-                                     {"Terrain material", MATERIAL_ROWS}};
-
 } // namespace
 
+// What the hand goes to all day is at the top, what is set once a level at the bottom.
 SDialogResource GetPanelDialog()
 {
-    return {2101, "Terrain", GROUPS};
+    static const SGroupResource s_Groups[] = {{"Current brush", BRUSH_ROWS},
+                                              {"Tool", GetToolRows()},
+                                              {"Defined brushes", DEFINED_ROWS},
+                                              {"Height map", HEIGHT_MAP_ROWS},
+                                              {"Terrain normals", NORMALS_ROWS},
+                                              {"Terrain material", MATERIAL_ROWS}};
+    return {2101, "Terrain", s_Groups};
 }

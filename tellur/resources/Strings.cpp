@@ -1,12 +1,15 @@
+#include "tellur/resources/FunctionFaces.h"
 #include "tellur/resources/ResourceTables.h"
 
 #include <iterator>
+#include <vector>
 
 namespace
 {
 
 // Texts of commands, and tooltips under the ids of the controls. The panel and the dialogs share
-// one table, so a control that both have says the same in both. A tooltip has 79 bytes at most.
+// one table, so a control that both have says the same in both. Those of the functions are in
+// FunctionFaces.cpp. A tooltip has 79 bytes at most.
 constexpr SStringResource STRINGS[] = {
     {1, "Use the selected color"},
     {2, "Keep the color as it was"},
@@ -21,12 +24,6 @@ constexpr SStringResource STRINGS[] = {
     {2128, "Current extent size"},
     {2199, "Max extent size"},
     {2115, "Current extent size"},
-    {2130, "Blur"},
-    {2131, "Point height"},
-    {2133, "Set height"},
-    {2132, "Relative height"},
-    {2160, "Posterize"},
-    {2137, "Ramp"},
     {2123, "Tool properties"},
     {2200, "Brush power"},
     {2201, "Brush power"},
@@ -99,5 +96,14 @@ constexpr SStringResource STRINGS[] = {
 
 std::span<const SStringResource> GetStringTable()
 {
-    return STRINGS;
+    static const std::vector<SStringResource> s_Strings = []
+    {
+        std::vector<SStringResource> strings(std::begin(STRINGS), std::end(STRINGS));
+        for (const SFunctionFace& face : GetFunctionFaces())
+        {
+            strings.push_back({face.uButton, face.pszTip});
+        }
+        return strings;
+    }();
+    return s_Strings;
 }

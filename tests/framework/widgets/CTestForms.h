@@ -7,7 +7,7 @@
 
 #include <QWidget>
 
-// Forms whose protected operations a test may use.
+// Forms that a test makes.
 
 class CTestView : public CFormView
 {
@@ -16,16 +16,6 @@ public:
         : CFormView(uTemplateId)
     {
     }
-
-    using CFormView::Bind;
-    using CFormView::BindCheck;
-    using CFormView::BindText;
-    using CFormView::BindValue;
-    using CFormView::On;
-    using CFormView::OnClick;
-    using CFormView::OnScroll;
-    using CFormView::OnSelectionChange;
-    using CFormView::OnTextChange;
 
     // The Qt widget of a control, by its id.
     template <class TWidget = QWidget> TWidget* Find(uint32_t uId) const
@@ -41,9 +31,6 @@ public:
         : CDialog(uTemplateId)
     {
     }
-
-    using CDialog::Bind;
-    using CDialog::OnClick;
 
     int nCancels = 0;
 

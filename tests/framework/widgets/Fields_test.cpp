@@ -134,17 +134,22 @@ TEST_F(CFields, ExchangeKeepsDigitsAndWhatIsBeingTyped)
     EXPECT_EQ(fNowhere, 7.0F);
 }
 
-TEST_F(CFields, AHandlerThatReadsWhileFieldsAreWrittenSpoilsNothing)
+TEST_F(CFields, AHandlerThatReadsWhileFieldsAreWrittenSpoilsNothingAndWritingIsNoEdit)
 {
     float fFirst = 1.0F;
+    int nEdits = 0;
     std::string strSecond = "new";
     m_Form.BindValue(ID_NUMBER, fFirst);
     m_Form.BindText(ID_EDIT, strSecond);
     m_Form.OnTextChange(ID_NUMBER, [this] { m_Form.ReadControls(); });
+    m_Form.OnEdit(ID_EDIT, [&nEdits] { ++nEdits; });
     Open();
     m_Form.WriteControls();
     EXPECT_EQ(m_Form.GetItemText(ID_EDIT), "new");
     EXPECT_EQ(m_Form.GetItemText(ID_NUMBER), "1");
+    EXPECT_EQ(nEdits, 0);
+    m_Form.SetItemText(ID_EDIT, "by code");
+    EXPECT_EQ(nEdits, 1);
 }
 
 TEST_F(CFields, SlidersTellTheirCodesAndMoveAsTheHandlerSays)

@@ -14,7 +14,7 @@ constexpr uint32_t FIRST = DRAW_FIRST_COLOR;
 // Red, green and blue, then what a fourth or undefined entry would be.
 const std::vector<uint8_t> PALETTE = {250, 0, 0, 0, 240, 0, 0, 0, 230};
 
-class CDrawDlgColors : public CPaintingFixture
+class CDialogColors : public CPaintingFixture
 {
 protected:
     // The colour in the middle of a swatch, above its numbers.
@@ -67,7 +67,7 @@ protected:
 
 } // namespace
 
-TEST_F(CDrawDlgColors, EightPlainColoursWaitForABitmapWithoutPalette)
+TEST_F(CDialogColors, EightPlainColoursWaitForABitmapWithoutPalette)
 {
     ASSERT_NO_FATAL_FAILURE(OpenDialog());
     Edit();
@@ -89,7 +89,7 @@ TEST_F(CDrawDlgColors, EightPlainColoursWaitForABitmapWithoutPalette)
     EXPECT_EQ(m_Log.GetText(), "");
 }
 
-TEST_F(CDrawDlgColors, TheChooserGivesWholeColours)
+TEST_F(CDialogColors, TheChooserGivesWholeColours)
 {
     ASSERT_NO_FATAL_FAILURE(OpenDialog());
     Edit();
@@ -115,7 +115,7 @@ TEST_F(CDrawDlgColors, TheChooserGivesWholeColours)
     EXPECT_EQ(Dialog().GetCurrentColor()[0], 0.5F);
 }
 
-TEST_F(CDrawDlgColors, SwatchesShowTheChannelsThatAreEdited)
+TEST_F(CDialogColors, SwatchesShowTheChannelsThatAreEdited)
 {
     ASSERT_NO_FATAL_FAILURE(OpenDialog());
     Edit();
@@ -133,7 +133,7 @@ TEST_F(CDrawDlgColors, SwatchesShowTheChannelsThatAreEdited)
     }
 }
 
-TEST_F(CDrawDlgColors, APaletteGivesItsFirstEntriesAndNoOthers)
+TEST_F(CDialogColors, APaletteGivesItsFirstEntriesAndNoOthers)
 {
     ASSERT_NO_FATAL_FAILURE(WritePaletted("palette.png", PALETTE, 0));
     ASSERT_NO_FATAL_FAILURE(OpenDialog("palette.png"));
@@ -169,7 +169,7 @@ TEST_F(CDrawDlgColors, APaletteGivesItsFirstEntriesAndNoOthers)
     EXPECT_EQ(m_Log.GetText(), "");
 }
 
-TEST_F(CDrawDlgColors, ThePaletteDialogDrawsAGridAndTheSelectionLarger)
+TEST_F(CDialogColors, ThePaletteDialogDrawsAGridAndTheSelectionLarger)
 {
     std::vector<uint8_t> colors;
     for (int i = 0; i < 40; ++i)

@@ -1,6 +1,8 @@
 // The brush of the panel: fields, sliders, spins, function buttons, shape and mask.
 
 #include "host/Reflection.h"
+#include "tellur/panel/PanelScale.h"
+#include "tellur/resources/FunctionFaces.h"
 #include "tests/tellur/panel/PanelFixture.h"
 
 #include <QAbstractButton>
@@ -44,6 +46,11 @@ TEST_F(CBrushControls, WithoutABrushOnlyWhatNeedsNoneCanBeUsed)
     EXPECT_EQ(Text(PANEL_EXTENT_EDIT), "0");
     EXPECT_EQ(Text(PANEL_MASK_PATH), "");
     EXPECT_EQ(m_Log.GetText(), "");
+    Edit(PANEL_FADE_EDIT)->setText("3"); // which reports under the name of the power
+    Slide(PANEL_POWER_SLIDER, 3);
+    EXPECT_EQ(m_Log.TakeLines(),
+              (Lines{"[CTellurView::OnChangeEditPower] no current brush",
+                     "[CTellurView::OnHScroll] no current brush"}));
 }
 
 TEST_F(CBrushControls, TheExtentsScaleFollowsItsLimits)
@@ -76,17 +83,6 @@ TEST_F(CBrushControls, TheExtentsScaleFollowsItsLimits)
     Slide(PANEL_FADE_SLIDER, 8000); // the fade distance has the extent's scale
     EXPECT_EQ(Brush()->GetFadeFactor(), 60.0F);
 
-    Type(PANEL_MIN_EXTENT, "-40"); // negative ends count as 0
-    Slide(PANEL_EXTENT_SLIDER, 16000);
-    EXPECT_EQ(Brush()->GetExtent(), 105.0F);
-    Type(PANEL_MIN_EXTENT, "210");
-    Slide(PANEL_EXTENT_SLIDER, 16000);
-    EXPECT_EQ(Brush()->GetExtent(), 210.0F);
-    m_Host.GetWorld().CloseTerrain();
-    Slide(PANEL_EXTENT_SLIDER, 20000);
-    EXPECT_EQ(Brush()->GetExtent(), 0.0F) << "there is no terrain";
-    m_Host.NewLevel(8, {80.0F, 1000.0F, 80.0F});
-
     // The limits last until the panel opens again.
     Type(PANEL_MIN_EXTENT, "3");
     m_Plugin->OnCommand(1);
@@ -97,6 +93,15 @@ TEST_F(CBrushControls, TheExtentsScaleFollowsItsLimits)
     Type(PANEL_MIN_EXTENT, "4");
     m_View->UpdateView(); // an update brings back what was stored, kept on purpose
     EXPECT_EQ(Text(PANEL_MIN_EXTENT), "3");
+}
+
+TEST_F(CBrushControls, ScalesNeedATerrainAndRoom)
+{
+    EXPECT_EQ(GetExtentAt({-40.0F, 210.0F}, 16000), 105.0F) << "a negative end counts as 0";
+    EXPECT_EQ(GetExtentPosition({210.0F, 210.0F}, 210.0F), 0);
+    m_Host.GetWorld().CloseTerrain();
+    EXPECT_EQ(GetExtentAt({10.0F, 110.0F}, 20000), 0.0F);
+    EXPECT_EQ(GetDistancePosition({}, 500.0F), 0);
 }
 
 TEST_F(CBrushControls, TypedValuesAreClampedAndTwoFieldsWaitForTheirSpins)
@@ -216,14 +221,17 @@ TEST_F(CBrushControls, FunctionButtonsSwitchTheToolAndTheMode)
 {
     ASSERT_NO_FATAL_FAILURE(OpenView());
     const QImage off = Look(PANEL_BLUR);
+    for (const SFunctionFace& function : GetFunctionFaces())
+    {
+        ASSERT_NE(Find(function.uButton), nullptr) << "the form has no " << function.pszFunction;
+        Click(function.uButton);
+        ASSERT_NE(Brush(), nullptr);
+        EXPECT_STREQ(Brush()->GetFunctionName(), function.pszFunction);
+        EXPECT_TRUE(IsTerraforming());
+    }
     Click(PANEL_BLUR);
-    ASSERT_NE(Brush(), nullptr);
-    EXPECT_STREQ(Brush()->GetFunctionName(), "BlurFunction");
-    EXPECT_TRUE(IsTerraforming());
-    const QImage on = Look(PANEL_BLUR);
-    EXPECT_NE(on, off);
+    EXPECT_NE(Look(PANEL_BLUR), off);
     Click(PANEL_RAMP);
-    EXPECT_STREQ(Brush()->GetFunctionName(), "RampFunction");
     Find(PANEL_RAMP)->clearFocus();
     Find(PANEL_BLUR)->clearFocus();
     EXPECT_EQ(Look(PANEL_BLUR), off);

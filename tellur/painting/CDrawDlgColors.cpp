@@ -1,13 +1,16 @@
-// The colours of the draw dialog.
+#include "tellur/painting/CDrawDlgColors.h"
 
 #include "framework/core/ChooseColor.h"
+#include "framework/widgets/CFormWindow.h"
+#include "host/IPaintLayer.h"
 #include "host/Image.h"
 #include "tellur/context/PluginContext.h"
 #include "tellur/painting/CModeEditTerrainType.h"
 #include "tellur/painting/CPaletteColorDlg.h"
-#include "tellur/painting/CTerrain2DDrawDlg.h"
 #include "tellur/painting/DrawDlgIds.h"
+#include "tellur/painting/IDrawDlg.h"
 #include "tellur/painting/IPaintingPlugin.h"
+#include "tellur/painting/ITerrain2DDrawDlgUser.h"
 
 #include <algorithm>
 
@@ -25,21 +28,29 @@ constexpr float FREE_COLORS[][4] = {{1.0F, 0.0F, 0.0F, 1.0F},
 
 } // namespace
 
-void CTerrain2DDrawDlg::ListenToColors()
+CDrawDlgColors::CDrawDlgColors(CFormWindow& form, IDrawDlg& dialog)
+    : m_Form(form)
+    , m_Dialog(dialog)
 {
+    m_Current.SetColor(FREE_COLORS[0]);
     for (size_t i = 0; i < COLOR_COUNT; ++i)
     {
         const uint32_t uId = DRAW_FIRST_COLOR + static_cast<uint32_t>(i);
         CColorButton& button = m_Colors[i];
-        OnClick(uId, [this, &button] { MakeCurrent(button); });
-        On(ENotify::DoubleClicked, uId, [this, &button](SNotification&) { ChooseColorOf(button); });
+        form.Bind(uId, button);
+        form.OnClick(uId, [this, &button] { MakeCurrent(button); });
+        form.On(ENotify::DoubleClicked,
+                uId,
+                [this, &button](SNotification&) { ChooseColorOf(button); });
     }
-    OnClick(DRAW_CURRENT_COLOR, [this] { ChooseColorOf(m_CurrentColor); });
+    form.Bind(DRAW_CURRENT_COLOR, m_Current);
+    form.OnClick(DRAW_CURRENT_COLOR, [this] { ChooseColorOf(m_Current); });
 }
 
-void CTerrain2DDrawDlg::LoadColours()
+void CDrawDlgColors::Load()
 {
-    const IPalette* pPalette = m_User != nullptr ? m_User->GetPalette() : nullptr;
+    const ITerrain2DDrawDlgUser* pUser = m_Dialog.GetUser();
+    const IPalette* pPalette = pUser != nullptr ? pUser->GetPalette() : nullptr;
     const EColorSet eSet = pPalette != nullptr ? EColorSet::Palette : EColorSet::Free;
     if (m_ColorSet == eSet)
     {
@@ -50,7 +61,7 @@ void CTerrain2DDrawDlg::LoadColours()
     {
         color.SetUndefined();
     }
-    m_CurrentColor.SetUndefined();
+    m_Current.SetUndefined();
     if (pPalette != nullptr)
     {
         SetPaletteColors(*pPalette);
@@ -59,20 +70,20 @@ void CTerrain2DDrawDlg::LoadColours()
     {
         SetFreeColors();
     }
-    TellColor();
+    Tell();
 }
 
-void CTerrain2DDrawDlg::SetFreeColors()
+void CDrawDlgColors::SetFreeColors()
 {
     for (size_t i = 0; i < COLOR_COUNT; ++i)
     {
         m_Colors[i].SetColor(FREE_COLORS[i]);
     }
-    m_CurrentColor.SetColor(FREE_COLORS[0]);
+    m_Current.SetColor(FREE_COLORS[0]);
 }
 
 // A palette with fewer entries leaves the other buttons undefined.
-void CTerrain2DDrawDlg::SetPaletteColors(const IPalette& palette)
+void CDrawDlgColors::SetPaletteColors(const IPalette& palette)
 {
     for (uint32_t i = 0; i < COLOR_COUNT; ++i)
     {
@@ -83,52 +94,68 @@ void CTerrain2DDrawDlg::SetPaletteColors(const IPalette& palette)
     }
     if (const uint8_t* pEntry = palette.GetEntry(0))
     {
-        m_CurrentColor.SetColorBytes(pEntry[0], pEntry[1], pEntry[2]);
+        m_Current.SetColorBytes(pEntry[0], pEntry[1], pEntry[2]);
     }
 }
 
-void CTerrain2DDrawDlg::TellColor()
+void CDrawDlgColors::Tell()
 {
-    if (m_User != nullptr)
+    if (ITerrain2DDrawDlgUser* pUser = m_Dialog.GetUser())
     {
-        m_User->SetColor(m_CurrentColor.GetColor());
+        pUser->SetColor(m_Current.GetColor());
     }
 }
 
-void CTerrain2DDrawDlg::MakeCurrent(const CColorButton& button)
+void CDrawDlgColors::MakeCurrent(const CColorButton& button)
 {
-    if (!HasUser() || !button.IsDefined())
+    ITerrain2DDrawDlgUser* pUser = m_Dialog.NeedUser();
+    if (pUser == nullptr || !button.IsDefined())
     {
         return;
     }
-    m_User->SetColor(button.GetColor());
-    m_CurrentColor.SetColor(button.GetColor());
+    pUser->SetColor(button.GetColor());
+    m_Current.SetColor(button.GetColor());
 }
 
-void CTerrain2DDrawDlg::ChooseColor(const float* pColor)
+void CDrawDlgColors::Choose(const float* pColor)
 {
-    m_CurrentColor.SetColor(pColor);
-    TellColor();
+    m_Current.SetColor(pColor);
+    Tell();
 }
 
-void CTerrain2DDrawDlg::ChooseColorOf(CColorButton& button)
+void CDrawDlgColors::ShowChannels(uint32_t uChannels)
 {
-    ReadControls();
+    // Alpha takes its level from red, so that is what the swatches show for it.
+    const uint32_t uShown = (uChannels & PAINT_RGB_EDITABLE) != 0                            ? 7U
+                            : (uChannels & (PAINT_RED_EDITABLE | PAINT_ALPHA_EDITABLE)) != 0 ? 1U
+                            : (uChannels & PAINT_GREEN_EDITABLE) != 0                        ? 2U
+                            : (uChannels & PAINT_BLUE_EDITABLE) != 0                         ? 4U
+                                                                                             : 0U;
+    for (CColorButton& color : m_Colors)
+    {
+        color.SetDisplayChannels(uShown);
+    }
+    m_Current.SetDisplayChannels(uShown);
+}
+
+void CDrawDlgColors::ChooseColorOf(CColorButton& button)
+{
+    m_Form.ReadControls();
     uint8_t color[3] = {};
     if (!AskForColor(button, color))
     {
         return;
     }
     button.SetColorBytes(color[0], color[1], color[2]);
-    if (&button != &m_CurrentColor)
+    if (&button != &m_Current)
     {
-        m_CurrentColor.SetColorBytes(color[0], color[1], color[2]);
+        m_Current.SetColorBytes(color[0], color[1], color[2]);
     }
-    TellColor();
-    WriteFields();
+    Tell();
+    m_Form.WriteControls();
 }
 
-bool CTerrain2DDrawDlg::AskForColor(const CColorButton& button, uint8_t* pColor)
+bool CDrawDlgColors::AskForColor(const CColorButton& button, uint8_t* pColor)
 {
     const ColorRef uBefore = button.GetColorRef();
     const CModeEditTerrainType* pMode = GetPluginPart<IPaintingPlugin>()->GetEditTerrainTypeMode();
@@ -144,7 +171,7 @@ bool CTerrain2DDrawDlg::AskForColor(const CColorButton& button, uint8_t* pColor)
     }
     const uint8_t before[] = {GetRed(uBefore), GetGreen(uBefore), GetBlue(uBefore)};
     CPaletteColorDlg dialog(pPalette, before);
-    const uint8_t* pChosen = dialog.DoModal(this) == DIALOG_OK ? dialog.GetColor() : nullptr;
+    const uint8_t* pChosen = dialog.DoModal(&m_Form) == DIALOG_OK ? dialog.GetColor() : nullptr;
     if (pChosen != nullptr)
     {
         std::copy_n(pChosen, 3, pColor);
