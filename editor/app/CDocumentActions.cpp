@@ -231,8 +231,7 @@ void CDocumentActions::ChooseMaterial()
 
 void CDocumentActions::ChooseBitmap()
 {
-    const std::string strPath =
-        AskForFile(false, "Terrain-type bitmap", "Pictures (*.png *.tga *.bmp *.jpg *.jpeg *.dds)");
+    const std::string strPath = AskForFile(false, "Terrain-type bitmap", GetPictureFilter());
     if (!strPath.empty())
     {
         m_Editor.GetDocument().SetBitmap(MakeRootRelative(strPath));

@@ -1,7 +1,7 @@
 #include "engine/elevation/ElevationFormat.h"
 
-#include "engine/elevation/GreyPngReader.h"
 #include "engine/elevation/NpyReader.h"
+#include "engine/imaging/PngCodec.h"
 #include "host/FileSystem.h"
 
 #include <strings.h>

@@ -1,5 +1,6 @@
 // The examples of the documents, run as they stand.
 
+#include "engine/imaging/CodecTable.h"
 #include "tests/project/Markdown.h"
 #include "tests/project/ProjectTree.h"
 #include "tests/support/CTempFolder.h"
@@ -189,6 +190,27 @@ TEST(DocSnippets, MessagesOfTheParserAreThoseOfTheTable)
             << run.strOutput;
     }
     EXPECT_GT(nRows, 30U);
+}
+
+// The table of pictures against that which the engine goes by: the extensions, in their order.
+TEST(DocSnippets, FormatTableIsThatOfTheEngine)
+{
+    static const std::regex s_Extension("`\\.([a-z0-9]+)`");
+    std::string strDocumented;
+    bool bPictures = false;
+    for (const SDocLine& line : SMarkdown("docs/file-formats.md").prose)
+    {
+        bPictures = bPictures || line.strText == "## Pictures and meshes";
+        if (bPictures && line.strText.starts_with("| `."))
+        {
+            const std::string strCell = line.strText.substr(0, line.strText.find(" | "));
+            for (const std::string& strExtension : FindAll(strCell, s_Extension))
+            {
+                strDocumented += strExtension + " ";
+            }
+        }
+    }
+    EXPECT_EQ(strDocumented, ListImageExtensions("`.", "` ", false) + "` ");
 }
 
 // The keyword tables of the documents and of the manual page against what the player declares.
