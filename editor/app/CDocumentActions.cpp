@@ -98,7 +98,7 @@ void CDocumentActions::New()
 void CDocumentActions::Open()
 {
     const std::string strPath =
-        AskForFile(false, "Open", QString(LEVEL_FILTER) + ";;" + HEIGHT_FILTER);
+        AskForFile(false, "Open", QString(LEVEL_FILTER) + ";;" + GetHeightMapFilter());
     if (!strPath.empty())
     {
         OpenFile(strPath);

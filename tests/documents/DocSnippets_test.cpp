@@ -1,5 +1,6 @@
 // The examples of the documents, run as they stand.
 
+#include "engine/elevation/ElevationFormats.h"
 #include "engine/imaging/CodecTable.h"
 #include "tests/project/Markdown.h"
 #include "tests/project/ProjectTree.h"
@@ -192,16 +193,23 @@ TEST(DocSnippets, MessagesOfTheParserAreThoseOfTheTable)
     EXPECT_GT(nRows, 30U);
 }
 
-// The table of pictures against that which the engine goes by: the extensions, in their order.
-TEST(DocSnippets, FormatTableIsThatOfTheEngine)
+// The tables of formats against those that the engine goes by: the extensions, in their order.
+TEST(DocSnippets, FormatTablesAreThoseOfTheEngine)
 {
     static const std::regex s_Extension("`\\.([a-z0-9]+)`");
+    std::string strHeights;
+    for (const SElevationFormat& format : GetElevationFormats())
+    {
+        for (const char* pszExtension : format.extensions)
+        {
+            const bool bRow = pszExtension != nullptr && !format.bTerrain; // that has a chapter
+            strHeights += bRow ? "`." + std::string(pszExtension) + "` " : "";
+        }
+    }
     std::string strDocumented;
-    bool bPictures = false;
     for (const SDocLine& line : SMarkdown("docs/file-formats.md").prose)
     {
-        bPictures = bPictures || line.strText == "## Pictures and meshes";
-        if (bPictures && line.strText.starts_with("| `."))
+        if (line.strText.starts_with("| `."))
         {
             const std::string strCell = line.strText.substr(0, line.strText.find(" | "));
             for (const std::string& strExtension : FindAll(strCell, s_Extension))
@@ -210,7 +218,7 @@ TEST(DocSnippets, FormatTableIsThatOfTheEngine)
             }
         }
     }
-    EXPECT_EQ(strDocumented, ListImageExtensions("`.", "` ", false) + "` ");
+    EXPECT_EQ(strDocumented, strHeights + ListImageExtensions("`.", "` ", false) + "` ");
 }
 
 // The keyword tables of the documents and of the manual page against what the player declares.

@@ -1,3 +1,4 @@
+#include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/HeightImport.h"
 #include "engine/elevation/VoidFiller.h"
 #include "engine/imaging/PngWriter.h"
@@ -272,7 +273,7 @@ TEST_F(ElevationReader, RefusesWhatIsNoHgtTileAndNoFileAtAll)
                 "has no sample that is not void");
     ExpectFault("a.dem",
                 std::string(18, 'x'),
-                "is no height map that can be read (height, png, r16, r32, npy, hgt, tif, asc)");
+                "is no height map that can be read (" + ListElevationFormats(false) + ")");
     ExpectFault("a.png", std::string(18, 'x'), "not a PNG file");
     EXPECT_FALSE(ReadElevation(m_Folder.Path("missing.npy").c_str(), {}, m_Grid, m_Report));
     EXPECT_FALSE(ReadElevation(m_Folder.GetFolder().c_str(), {}, m_Grid, m_Report));
