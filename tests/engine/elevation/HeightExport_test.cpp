@@ -143,6 +143,49 @@ TEST_F(HeightExport, EveryFormatThatIsWrittenHasItsRow)
     EXPECT_EQ(ListElevationFormats(true).find("height, png, r16, r32, npy, hgt, tif, asc"), 0U);
 }
 
+// A damaged file is a fault in words, or a whole grid.
+void ExpectGridOrFault(const SElevationFormat& format, const std::string& strFile)
+{
+    const std::vector<uint8_t> bytes(strFile.begin(), strFile.end()); // ends where its memory does
+    SSampleGrid grid;
+    std::string strFault;
+    if (format.pDecode(bytes, {}, grid, strFault))
+    {
+        EXPECT_EQ(grid.samples.size(), size_t{grid.uColumns} * grid.uRows);
+        EXPECT_GE(std::min(grid.uColumns, grid.uRows), MIN_SAMPLES);
+    }
+    else
+    {
+        EXPECT_TRUE(!strFault.empty() && strFault.find('\n') == std::string::npos) << strFault;
+        EXPECT_TRUE(grid.samples.empty());
+    }
+}
+
+TEST_F(HeightExport, AFileThatIsCutOrHasAFlippedByteIsRefusedOrWhole)
+{
+    for (const SElevationFormat& format : GetElevationFormats())
+    {
+        SCOPED_TRACE(format.pszName);
+        const std::string strPath = m_Folder.Path("whole.") + format.extensions[0];
+        if (format.bTerrain || !IsWritten(&format))
+        {
+            continue;
+        }
+        ASSERT_TRUE(Export(strPath, MakeMap(5, 5), 5, {8, 300, 12}, {}));
+        const std::string strWhole = ReadBytes(strPath);
+        for (size_t nAt = 0; nAt < strWhole.size(); ++nAt)
+        {
+            ExpectGridOrFault(format, strWhole.substr(0, nAt));
+            for (const int iFlip : {0x01, 0x20, 0x80, 0xFF})
+            {
+                std::string strFlipped = strWhole;
+                strFlipped[nAt] = static_cast<char>(strFlipped[nAt] ^ iFlip);
+                ExpectGridOrFault(format, strFlipped);
+            }
+        }
+    }
+}
+
 TEST_F(HeightExport, BytesLieInTheOrderAskedFor)
 {
     const std::vector<float> heights{1, 2, 3, 256, 0, 65535};
