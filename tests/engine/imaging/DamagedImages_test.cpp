@@ -24,7 +24,7 @@ using Damage = std::pair<const SFormatRow*, SForeignSample>;
 std::vector<Damage> GetDamages()
 {
     std::vector<Damage> Damages;
-    for (const SFormatRow& Row : GetFormatRows())
+    for (const SFormatRow& Row : FORMAT_ROWS)
     {
         for (const SForeignSample& Sample : Row.Samples)
         {

@@ -37,6 +37,12 @@ inline Bytes PutSides(Bytes Data, size_t nFirst, uint32_t uSide, size_t nBytes, 
     return Data;
 }
 
+// Little-endian sides at their place in the header.
+template <size_t FIRST, size_t BYTES> Bytes ClaimAt(Bytes Whole, uint32_t uSide)
+{
+    return PutSides(std::move(Whole), FIRST, uSide, BYTES, false);
+}
+
 inline size_t FindJpegFrame(const Bytes& Jpeg)
 {
     const std::string strBytes(Jpeg.begin(), Jpeg.end());
@@ -72,60 +78,48 @@ struct SFormatRow
     bool HasPalettes() const { return GetCodec().pMayHavePalette != nullptr; }
 };
 
+inline const std::vector<EImageFormat> ALL_FORMATS = {
+    EImageFormat::Rgb24, EImageFormat::Rgba32, EImageFormat::Indexed8};
+
 // A row for each codec, in the order of their table.
-inline const std::vector<SFormatRow>& GetFormatRows()
-{
-    const std::vector<EImageFormat> All = {
-        EImageFormat::Rgb24, EImageFormat::Rgba32, EImageFormat::Indexed8};
-    static const std::vector<SFormatRow> Rows = {
-        {"png",
-         All,
-         false,
-         {{"rgb", "-define png:color-type=2"},
-          {"rgba", "-interlace PNG -define png:color-type=6"},
-          {"palette", "-define png:color-type=3"},
-          {"grey", "-colorspace Gray -define png:color-type=0 -depth 16"}},
-         [](Bytes Whole, uint32_t uSide)
-         {
-             Bytes Data = PutSides(std::move(Whole), 16, uSide, 4, true);
-             FixPngHeader(Data);
-             return Data;
-         }},
-        {"jpg",
-         {},
-         false,
-         {{"photo", ""}, {"steps", "-interlace JPEG -colorspace Gray"}},
-         [](Bytes Whole, uint32_t uSide)
-         {
-             return PutSides(Whole, FindJpegFrame(Whole) + 5, uSide, 2, true);
-         }},
-        {"tga",
-         All,
-         false,
-         {{"plain", ""}, {"runs", "-compress RLE"}, {"mapped", "-type Palette -compress RLE"}},
-         [](Bytes Whole, uint32_t uSide)
-         {
-             return PutSides(std::move(Whole), 12, uSide, 2, false);
-         }},
-        {"bmp",
-         All,
-         true,
-         {{"rgb", "", "BMP3:"},
-          {"alpha", "-alpha on"},
-          {"palette", "-type Palette -compress none", "BMP3:"},
-          {"runs", "-type Palette -compress RLE", "BMP3:"}},
-         [](Bytes Whole, uint32_t uSide)
-         {
-             return PutSides(std::move(Whole), 18, uSide, 4, false);
-         }},
-        {"dds",
-         All,
-         false,
-         {{"plain", "-define dds:compression=none"}, {"blocks", "-define dds:compression=dxt5"}},
-         [](Bytes Whole, uint32_t uSide)
-         {
-             return PutSides(std::move(Whole), 12, uSide, 4, false);
-         }},
-    };
-    return Rows;
-}
+inline const std::vector<SFormatRow> FORMAT_ROWS = {
+    {"png",
+     ALL_FORMATS,
+     false,
+     {{"rgb", "-define png:color-type=2"},
+      {"rgba", "-interlace PNG -define png:color-type=6"},
+      {"palette", "-define png:color-type=3"},
+      {"grey", "-colorspace Gray -define png:color-type=0 -depth 16"}},
+     [](Bytes Whole, uint32_t uSide)
+     {
+         Bytes Data = PutSides(std::move(Whole), 16, uSide, 4, true);
+         FixPngHeader(Data);
+         return Data;
+     }},
+    {"jpg",
+     {},
+     false,
+     {{"photo", ""}, {"steps", "-interlace JPEG -colorspace Gray"}},
+     [](Bytes Whole, uint32_t uSide)
+     {
+         return PutSides(Whole, FindJpegFrame(Whole) + 5, uSide, 2, true);
+     }},
+    {"tga",
+     ALL_FORMATS,
+     false,
+     {{"plain", ""}, {"runs", "-compress RLE"}, {"mapped", "-type Palette -compress RLE"}},
+     ClaimAt<12, 2>},
+    {"bmp",
+     ALL_FORMATS,
+     true,
+     {{"rgb", "", "BMP3:"},
+      {"alpha", "-alpha on"},
+      {"palette", "-type Palette -compress none", "BMP3:"},
+      {"runs", "-type Palette -compress RLE", "BMP3:"}},
+     ClaimAt<18, 4>},
+    {"dds",
+     ALL_FORMATS,
+     false,
+     {{"plain", "-define dds:compression=none"}, {"blocks", "-define dds:compression=dxt5"}},
+     ClaimAt<12, 4>},
+};

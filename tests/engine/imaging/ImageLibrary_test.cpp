@@ -156,7 +156,7 @@ TEST(ImageLibrary, TellsFormatsByContent)
 {
     const CTempFolder Folder;
     const ImagePtr pImage = MakeImage(2, 2, EImageFormat::Rgb24, MakeNoise(12));
-    for (const SFormatRow& Row : GetFormatRows())
+    for (const SFormatRow& Row : FORMAT_ROWS)
     {
         std::string strName = std::string("a.") + Row.Extension;
         if (Row.GetCodec().pEncode == nullptr)

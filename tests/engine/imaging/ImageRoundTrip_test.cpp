@@ -120,7 +120,7 @@ TEST_P(CImageRoundTrip, AnIndependentProgramReadsTheSamePicture)
 
 INSTANTIATE_TEST_SUITE_P(Formats,
                          CImageRoundTrip,
-                         ::testing::ValuesIn(GetFormatRows()),
+                         ::testing::ValuesIn(FORMAT_ROWS),
                          [](const auto& Info) { return std::string(Info.param.Extension); });
 
 TEST(ImageRoundTripRows, AreThoseOfTheCodecs)
@@ -131,7 +131,7 @@ TEST(ImageRoundTripRows, AreThoseOfTheCodecs)
         Codecs.emplace_back(Codec.extensions[0]);
     }
     std::vector<std::string> Rows;
-    for (const SFormatRow& Row : GetFormatRows())
+    for (const SFormatRow& Row : FORMAT_ROWS)
     {
         Rows.emplace_back(Row.Extension);
     }
