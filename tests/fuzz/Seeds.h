@@ -1,11 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <initializer_list>
-#include <iterator>
+#include <fstream>
 #include <span>
 #include <string>
 
@@ -15,25 +12,16 @@
 // The folder of "--seeds FOLDER"; null when the fuzzer is started to do its work.
 inline const char* FindSeedFolder(int nArguments, char** ppszArguments)
 {
-    return nArguments == 3 && std::strcmp(ppszArguments[1], "--seeds") == 0 ? ppszArguments[2]
-                                                                            : nullptr;
+    const bool bSeeds = nArguments == 3 && std::strcmp(ppszArguments[1], "--seeds") == 0;
+    return bSeeds ? ppszArguments[2] : nullptr;
 }
 
-// Writes nothing for an empty file. first: the bytes by which the fuzzer chooses the reader.
-inline void WriteSeed(const std::string& strFolder,
-                      const char* pszName,
-                      std::initializer_list<uint8_t> first,
-                      std::span<const uint8_t> file)
+// strFirst: the bytes by which the fuzzer chooses the reader.
+inline void
+WriteSeed(const std::string& strPath, const std::string& strFirst, std::span<const uint8_t> file)
 {
-    FILE* pFile = file.empty() ? nullptr : std::fopen((strFolder + "/" + pszName).c_str(), "wb");
-    if (pFile == nullptr && !file.empty())
-    {
-        std::abort();
-    }
-    if (pFile != nullptr)
-    {
-        std::fwrite(std::data(first), 1, first.size(), pFile);
-        std::fwrite(file.data(), 1, file.size(), pFile);
-        std::fclose(pFile);
-    }
+    std::ofstream out(strPath, std::ios::binary);
+    out << strFirst;
+    out.write(reinterpret_cast<const char*>(file.data()),
+              static_cast<std::streamsize>(file.size()));
 }

@@ -100,9 +100,8 @@ void FuzzSamples(const SElevationFormat& format, uint8_t uOptions, std::span<con
     }
 }
 
-// Through a file, because that is how formats are written. Nothing is put there for a format that
-// is only read.
-void PutSeed(const std::string& strFolder, const SElevationFormat& format, uint8_t uFormat)
+// Through a file, because that is how formats are written.
+void PutSeed(const std::string& strFolder, const SElevationFormat& format, char cFirst)
 {
     const float aHeights[] = {0, 1, 2, 3, 4, 5, 6, 7, 9};
     const SSampleView heights{aHeights, 3, 3};
@@ -110,14 +109,11 @@ void PutSeed(const std::string& strFolder, const SElevationFormat& format, uint8
     SExportPlan plan;
     SFileBytes file;
     std::string strFault;
-    if (IsWritten(&format))
-    {
-        Require(PlanExport(strPath.c_str(), heights, {4, 9, 4}, {}, plan) &&
-                ExportHeights(strPath.c_str(), heights, {4, 9, 4}, plan) &&
-                ReadFileBytes(strPath.c_str(), 1 << 16, file, strFault) == EFileRead::Done);
-        std::remove(strPath.c_str());
-        WriteSeed(strFolder, format.extensions[0], {uFormat, 0}, file.Get());
-    }
+    Require(PlanExport(strPath.c_str(), heights, {4, 9, 4}, {}, plan) &&
+            ExportHeights(strPath.c_str(), heights, {4, 9, 4}, plan) &&
+            ReadFileBytes(strPath.c_str(), 1 << 16, file, strFault) == EFileRead::Done);
+    std::remove(strPath.c_str());
+    WriteSeed(strFolder + "/" + format.extensions[0], {cFirst, 0}, file.Get());
 }
 
 } // namespace
@@ -127,10 +123,14 @@ extern "C" int LLVMFuzzerInitialize(int* pArgumentCount, char*** pArguments)
 {
     if (const char* pszFolder = FindSeedFolder(*pArgumentCount, *pArguments))
     {
-        uint8_t uFormat = 0;
+        char cFirst = 0;
         for (const SElevationFormat& format : GetElevationFormats())
         {
-            PutSeed(pszFolder, format, uFormat++);
+            if (IsWritten(&format))
+            {
+                PutSeed(pszFolder, format, cFirst);
+            }
+            ++cFirst;
         }
         std::exit(0);
     }

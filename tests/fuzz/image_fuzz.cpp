@@ -34,19 +34,18 @@ extern "C" int LLVMFuzzerInitialize(int* pArgumentCount, char*** pArguments)
 {
     if (const char* pszFolder = FindSeedFolder(*pArgumentCount, *pArguments))
     {
-        SPicture Picture;
-        std::string strFault;
-        const bool bMade = MakeImage(Picture, 4, 3, EImageFormat::Rgb24, strFault);
-        uint8_t uCodec = 0;
+        const std::unique_ptr<CImage> pImage = CImage::Create(4, 3, EImageFormat::Rgb24);
+        std::fill_n(pImage->GetRawData(), pImage->GetByteCount(), uint8_t{0x5A});
+        char cFirst = 0;
         for (const SImageCodec& Codec : GetImageCodecs())
         {
             std::vector<uint8_t> File;
-            if (bMade && Codec.pEncode != nullptr)
+            std::string strFault;
+            if (Codec.pEncode != nullptr && Codec.pEncode(*pImage, nullptr, File, strFault))
             {
-                std::fill_n(Picture.pImage->GetRawData(), Picture.pImage->GetByteCount(), 0x5A);
-                Codec.pEncode(*Picture.pImage, nullptr, File, strFault);
+                WriteSeed(std::string(pszFolder) + "/" + Codec.extensions[0], {cFirst}, File);
             }
-            WriteSeed(pszFolder, Codec.extensions[0], {uCodec++}, File);
+            ++cFirst;
         }
         std::exit(0);
     }
