@@ -46,7 +46,7 @@ public:
     virtual const uint8_t* GetRawData() const = 0;
 };
 
-// Reads PNG, JPEG, TGA, BMP or DDS, told apart by content. The result is owned by the caller
+// Reads a picture of any format with a codec, told by content. The result is owned by the caller
 // (delete it); null with one logged line that names the file and the fault. 16-bit grey is cut to 8
 // bits, grey with alpha and anything else that is not 8-bit becomes RGB or RGBA. Paletted files
 // give Indexed8 with their indices; IL_LoadPalette gives the colours.
@@ -73,7 +73,7 @@ TELLUR_API IImage* IL_CreateImageFromBufferBPP(uint32_t uWidth,
                                                uint32_t uBitsPerPixel,
                                                const uint8_t* pBuffer);
 
-// Writes the format that the extension names (png, jpg, jpeg, tga, bmp, dds). pPalette: may be
+// Writes the format that the extension names, of those that have a codec. pPalette: may be
 // null; with one, an Indexed8 image is written paletted, same order of entries. False with one
 // logged line; the old file then stays.
 TELLUR_API bool IL_SaveImage(const char* pszPath, const IImage* pImage, const IPalette* pPalette);

@@ -98,7 +98,7 @@ void CDocumentActions::New()
 void CDocumentActions::Open()
 {
     const std::string strPath =
-        AskForFile(false, "Open", QString(LEVEL_FILTER) + ";;" + HEIGHT_FILTER);
+        AskForFile(false, "Open", QString(LEVEL_FILTER) + ";;" + GetHeightMapFilter());
     if (!strPath.empty())
     {
         OpenFile(strPath);
@@ -231,8 +231,7 @@ void CDocumentActions::ChooseMaterial()
 
 void CDocumentActions::ChooseBitmap()
 {
-    const std::string strPath =
-        AskForFile(false, "Terrain-type bitmap", "Pictures (*.png *.tga *.bmp *.jpg *.jpeg *.dds)");
+    const std::string strPath = AskForFile(false, "Terrain-type bitmap", GetPictureFilter());
     if (!strPath.empty())
     {
         m_Editor.GetDocument().SetBitmap(MakeRootRelative(strPath));

@@ -60,9 +60,6 @@ public:
     bool OfferRecovery();
 
 private:
-    static constexpr char HEIGHT_FILTER[] =
-        "Height maps (*.png *.tif *.tiff *.asc *.hgt *.npy *.r16 *.r32);;All files (*)";
-
     bool Offer(const SRecoverable& entry);
     bool OfferRecoveryOf(const std::string& strLevel);
     bool FinishSave(const std::function<bool()>& save); // says how it went

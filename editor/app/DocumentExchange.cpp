@@ -3,7 +3,8 @@
 #include "editor/app/CDocumentActions.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CImportDialog.h"
-#include "engine/elevation/ElevationFormat.h"
+#include "editor/app/FileChoice.h"
+#include "engine/elevation/ElevationFormats.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/Notice.h"
@@ -33,7 +34,7 @@ QString JoinLines(const std::vector<std::string>& lines)
 
 void CDocumentActions::Import()
 {
-    const std::string strPath = AskForFile(false, "Import height map", HEIGHT_FILTER);
+    const std::string strPath = AskForFile(false, "Import height map", GetHeightMapFilter());
     if (!strPath.empty())
     {
         ImportFile(strPath);
@@ -43,8 +44,8 @@ void CDocumentActions::Import()
 bool CDocumentActions::ImportFile(const std::string& strPath)
 {
     const QString strName = QFileInfo(QString::fromStdString(strPath)).fileName();
-    const EElevationFormat eFormat = FindFormatByName(strPath.c_str());
-    const bool bRaw = eFormat == EElevationFormat::Raw16 || eFormat == EElevationFormat::Raw32;
+    const SElevationFormat* pFormat = FindFormatByName(strPath.c_str());
+    const bool bRaw = pFormat != nullptr && pFormat->bRaw;
     CLevelDocument& document = m_Editor.GetDocument();
     CImportDialog dialog(&m_Window, strName, bRaw, document.HasLevel());
     if (dialog.exec() != QDialog::Accepted)
@@ -78,7 +79,7 @@ void CDocumentActions::Export()
 {
     CLevelDocument& document = m_Editor.GetDocument();
     const std::string strPath =
-        document.HasLevel() ? AskForFile(true, "Export height map", HEIGHT_FILTER) : "";
+        document.HasLevel() ? AskForFile(true, "Export height map", GetHeightMapFilter()) : "";
     if (strPath.empty())
     {
         return;

@@ -1,5 +1,7 @@
 #include "editor/app/FileChoice.h"
 
+#include "engine/elevation/ElevationFormats.h"
+#include "engine/imaging/CodecTable.h"
 #include "host/FileSystem.h"
 
 #include <QDir>
@@ -76,6 +78,28 @@ QString MakeDialogFilter(const char* pszFilter)
     const QString strName = parts.front().section('(', 0, 0).trimmed();
     const QString strPatterns = QStringList(parts.mid(1)).join(' ');
     return QString("%1 (%2);;All files (*)").arg(strName, strPatterns);
+}
+
+QString GetHeightMapFilter()
+{
+    QStringList patterns;
+    for (const SElevationFormat& format : GetElevationFormats())
+    {
+        for (const char* pszExtension : format.extensions)
+        {
+            if (pszExtension != nullptr && !format.bTerrain)
+            {
+                patterns << QString("*.") + pszExtension;
+            }
+        }
+    }
+    return QString("Height maps (%1);;All files (*)").arg(patterns.join(' '));
+}
+
+QString GetPictureFilter()
+{
+    const std::string strPatterns = ListImageExtensions("*.", " ", false);
+    return QString("Pictures (%1)").arg(QString::fromStdString(strPatterns));
 }
 
 std::string MakeRootRelative(const std::string& strPath, bool bWrite)

@@ -21,6 +21,11 @@ struct SSaveChoice
 // separated by '|'. Returns it as file dialogs here want it; null gives all files.
 QString MakeDialogFilter(const char* pszFilter);
 
+// Of dialogs for files of the formats that the engine has tables of: height maps but levels' own,
+// and pictures.
+QString GetHeightMapFilter();
+QString GetPictureFilter();
+
 // A path below the user root or the data root as it counts from there, so that what is saved with
 // it can be moved; others stay, and so does one that would then mean another file. bWrite: the file
 // is going to be written, which nobody does in the data root.

@@ -4,6 +4,7 @@
 #include "host/Progress.h"
 
 #include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -254,6 +255,18 @@ bool CAsciiGridDecoder::ReadSample(size_t nIndex)
 }
 
 } // namespace
+
+bool IsAsciiGrid(std::span<const uint8_t> bytes)
+{
+    const auto* pStart = std::find_if_not(
+        bytes.data(), bytes.data() + bytes.size(), [](uint8_t u) { return std::isspace(u) != 0; });
+    std::string strWord(pStart, std::min(pStart + 5, bytes.data() + bytes.size()));
+    std::transform(strWord.begin(),
+                   strWord.end(),
+                   strWord.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return strWord == "ncols" || strWord == "nrows";
+}
 
 bool DecodeAsciiGrid(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& strFault)
 {

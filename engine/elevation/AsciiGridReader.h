@@ -2,8 +2,13 @@
 
 #include "engine/elevation/SSampleGrid.h"
 
+#include <cstdint>
 #include <span>
 #include <string>
+
+// True when the bytes begin like one: with the first words of nearly all files, whose header may
+// have its words in any order.
+bool IsAsciiGrid(std::span<const uint8_t> bytes);
 
 // The text grid of geographic programs (".asc"): a header of words and numbers in any order and
 // case (ncols, nrows, xllcorner or xllcenter, yllcorner or yllcenter, cellsize or dx and dy,

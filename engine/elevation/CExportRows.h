@@ -1,6 +1,7 @@
 #pragma once
 
-#include "engine/elevation/HeightExport.h"
+#include "engine/elevation/SExportPlan.h"
+#include "engine/elevation/SSampleView.h"
 #include "host/Progress.h"
 
 #include <vector>

@@ -1,10 +1,5 @@
-#include "engine/elevation/AsciiGridReader.h"
-#include "engine/elevation/GeoTiffReader.h"
-#include "engine/elevation/GreyPngReader.h"
+#include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/HeightImport.h"
-#include "engine/elevation/HgtReader.h"
-#include "engine/elevation/NpyReader.h"
-#include "engine/elevation/RawReader.h"
 #include "engine/elevation/ReportText.h"
 #include "engine/terrain/HeightFile.h"
 #include "host/FileBytes.h"
@@ -44,40 +39,6 @@ bool LoadBytes(const char* pszPath, SFileBytes& bytes, std::string& strLine)
     return eResult == EFileRead::Done;
 }
 
-bool Decode(EElevationFormat eFormat,
-            std::span<const uint8_t> bytes,
-            const SImportOptions& options,
-            SSampleGrid& grid,
-            std::string& strFault)
-{
-    switch (eFormat)
-    {
-    case EElevationFormat::Png:
-        return DecodeGreyPng(bytes, grid, strFault);
-    case EElevationFormat::Raw16:
-    case EElevationFormat::Raw32:
-        return DecodeRaw(
-            bytes,
-            {eFormat == EElevationFormat::Raw32,
-             options.eByteOrder == EByteOrder::Big ? EByteOrder::Big : EByteOrder::Little,
-             options.uColumns,
-             options.uRows},
-            grid,
-            strFault);
-    case EElevationFormat::Npy:
-        return DecodeNpy(bytes, grid, strFault);
-    case EElevationFormat::Hgt:
-        return DecodeHgt(bytes, grid, strFault);
-    case EElevationFormat::Tiff:
-        return DecodeGeoTiff(bytes, grid, strFault);
-    case EElevationFormat::AsciiGrid:
-        return DecodeAsciiGrid(bytes, grid, strFault);
-    default:
-        strFault = "is no height map that can be read (height, png, r16, r32, npy, hgt, tif, asc)";
-        return false;
-    }
-}
-
 // False when ReadHeightFile has logged why.
 bool ReadOwnFile(const char* pszPath, SSampleGrid& grid, SVec3& size)
 {
@@ -103,10 +64,9 @@ void AddLines(const char* pszPath,
 {
     std::vector<std::string>& lines = report.lines;
     lines.push_back(MakeText("%s: %u x %u samples", pszPath, grid.uColumns, grid.uRows));
-    lines.push_back(MakeText(
-        "format: %s, %s", GetElevationFormatName(report.eFormat), GetSampleTypeText(grid).c_str()));
-    const bool bRaw =
-        report.eFormat == EElevationFormat::Raw16 || report.eFormat == EElevationFormat::Raw32;
+    lines.push_back(
+        MakeText("format: %s, %s", report.pFormat->pszName, GetSampleTypeText(grid).c_str()));
+    const bool bRaw = report.pFormat->bRaw;
     if (bRaw && options.eByteOrder == EByteOrder::None)
     {
         lines.emplace_back("assumed: little-endian byte order");
@@ -116,7 +76,7 @@ void AddLines(const char* pszPath,
         lines.push_back(
             MakeText("assumed: a square of %u x %u samples", grid.uColumns, grid.uRows));
     }
-    const bool bTerrain = report.eFormat == EElevationFormat::Height;
+    const bool bTerrain = report.pFormat->bTerrain;
     lines.emplace_back(std::string(bTerrain ? "order" : "assumed") +
                        ": the first row is north (z = 0), the first column is west (x = 0)");
     if (grid.uBits <= 8 && grid.eType != ESampleType::Float)
@@ -137,8 +97,8 @@ bool Read(const char* pszPath,
 {
     SSampleGrid read;
     SImportReport made;
-    made.eFormat = FindFormatOfFile(pszPath);
-    if (made.eFormat == EElevationFormat::Height)
+    made.pFormat = FindFormatOfFile(pszPath);
+    if (made.pFormat != nullptr && made.pFormat->bTerrain)
     {
         if (!ReadOwnFile(pszPath, read, made.size))
         {
@@ -153,7 +113,11 @@ bool Read(const char* pszPath,
             return false;
         }
         std::string strFault;
-        if (!Decode(made.eFormat, bytes.Get(), options, read, strFault))
+        if (made.pFormat == nullptr)
+        {
+            strFault = "is no height map that can be read (" + ListElevationFormats(false) + ")";
+        }
+        if (made.pFormat == nullptr || !made.pFormat->pDecode(bytes.Get(), options, read, strFault))
         {
             strLine = std::string(pszPath) + ": " + strFault;
             return false;

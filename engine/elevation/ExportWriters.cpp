@@ -59,21 +59,22 @@ void AppendExact(std::string& strText, double dValue, bool bSingle)
 
 } // namespace
 
-bool WriteRaw(fs::file& file, CExportRows& rows, const SExportPlan& plan)
+bool WriteRaw(fs::file& file, CExportRows& rows, const SExportPlan& plan, std::string& /*strFault*/)
 {
     const bool bSwap = plan.eByteOrder == EByteOrder::Big;
-    switch (plan.eFormat)
+    switch (plan.pFormat->eSamples)
     {
-    case EElevationFormat::Raw16:
+    case ESampleType::Unsigned:
         return WriteRows<uint16_t>(file, rows, bSwap);
-    case EElevationFormat::Hgt:
+    case ESampleType::Signed:
         return WriteRows<int16_t>(file, rows, bSwap);
-    default:
-        return WriteRows<float>(file, rows, bSwap);
+    case ESampleType::Float:
+        break;
     }
+    return WriteRows<float>(file, rows, bSwap);
 }
 
-bool WriteNpy(fs::file& file, CExportRows& rows, const SExportPlan& plan)
+bool WriteNpy(fs::file& file, CExportRows& rows, const SExportPlan& plan, std::string& strFault)
 {
     constexpr size_t ALIGNMENT = 64; // the samples start at a multiple of it
     constexpr size_t FIXED_BYTES = 10;
@@ -91,10 +92,13 @@ bool WriteNpy(fs::file& file, CExportRows& rows, const SExportPlan& plan)
     strStart += '\0'; // the header is shorter than 256 bytes
     strStart += strHeader;
     file.write(strStart.data(), strStart.size());
-    return WriteRaw(file, rows, plan);
+    return WriteRaw(file, rows, plan, strFault);
 }
 
-bool WriteAsciiGrid(fs::file& file, CExportRows& rows, const SExportPlan& plan)
+bool WriteAsciiGrid(fs::file& file,
+                    CExportRows& rows,
+                    const SExportPlan& plan,
+                    std::string& /*strFault*/)
 {
     // Small cells near 0, 0 would look like degrees of longitude and latitude.
     const bool bSmall = std::max(plan.dSpacingX, plan.dSpacingZ) < MAX_DEGREES_CELL;
@@ -131,8 +135,12 @@ bool WriteAsciiGrid(fs::file& file, CExportRows& rows, const SExportPlan& plan)
     return true;
 }
 
-bool WriteGreyPng(const char* pszPath, CExportRows& rows)
+bool SaveGreyPng(const char* pszPath,
+                 const SSampleView& heights,
+                 const SVec3& /*size*/,
+                 const SExportPlan& plan)
 {
+    CExportRows rows(heights, plan);
     std::vector<uint16_t> codes(size_t{rows.GetColumns()} * rows.GetRows());
     for (uint32_t z = 0; z < rows.GetRows(); ++z)
     {

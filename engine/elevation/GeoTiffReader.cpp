@@ -341,6 +341,17 @@ bool CGeoTiffDecoder::TurnNorthUp()
 
 } // namespace
 
+bool IsTiff(std::span<const uint8_t> bytes)
+{
+    constexpr char SIGNATURES[][4] = {
+        {'I', 'I', '*', 0}, {'M', 'M', 0, '*'}, {'I', 'I', '+', 0}, {'M', 'M', 0, '+'}};
+    return bytes.size() >= sizeof(SIGNATURES[0]) &&
+           std::any_of(std::begin(SIGNATURES),
+                       std::end(SIGNATURES),
+                       [bytes](const char(&aSignature)[4])
+                       { return std::memcmp(bytes.data(), aSignature, sizeof(aSignature)) == 0; });
+}
+
 bool DecodeGeoTiff(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& strFault)
 {
     return DecodeGrid<CGeoTiffDecoder>(bytes, grid, strFault);

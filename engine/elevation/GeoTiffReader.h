@@ -2,8 +2,12 @@
 
 #include "engine/elevation/SSampleGrid.h"
 
+#include <cstdint>
 #include <span>
 #include <string>
+
+// True when the bytes begin like a TIFF file, classic or big, in either byte order.
+bool IsTiff(std::span<const uint8_t> bytes);
 
 // The first picture of a TIFF file, with the tags that geographic programs add: spacing, whether
 // that is in degrees, and the value that means "no data". Samples of 8, 16, 32 bits or 64-bit

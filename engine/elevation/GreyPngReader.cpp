@@ -1,6 +1,7 @@
 #include "engine/elevation/GreyPngReader.h"
 
 #include "engine/imaging/CPngReader.h"
+#include "engine/imaging/PngCodec.h"
 
 #include <algorithm>
 #include <cstring>
@@ -9,7 +10,6 @@
 namespace
 {
 
-constexpr uint8_t MAGIC[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 constexpr size_t BIT_DEPTH_AT = 24; // in the header, which is always the first chunk
 
 // Codes of one type at the end of the samples' own memory become the samples: sample i ends before
@@ -28,11 +28,6 @@ template <typename TCode> void SpreadCodes(std::vector<float>& samples, uint32_t
 }
 
 } // namespace
-
-bool IsPng(std::span<const uint8_t> bytes)
-{
-    return bytes.size() >= sizeof(MAGIC) && std::memcmp(bytes.data(), MAGIC, sizeof(MAGIC)) == 0;
-}
 
 bool DecodeGreyPng(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& strFault)
 {

@@ -7,9 +7,6 @@
 #include <span>
 #include <string>
 
-// True when the bytes begin like a PNG file.
-TELLUR_API bool IsPng(std::span<const uint8_t> bytes);
-
 // Decodes a whole grey PNG of 1 to 16 bits a sample into its codes, 0 to 2^bits - 1. False with the
 // fault, without a line feed, also for colours and transparency; grid is then as it was.
 TELLUR_API bool

@@ -1,9 +1,8 @@
 #include "engine/elevation/HeightExport.h"
 
 #include "engine/elevation/CExportRows.h"
-#include "engine/elevation/ExportWriters.h"
+#include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/ReportText.h"
-#include "engine/terrain/HeightFile.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
 
@@ -30,29 +29,32 @@ double FindHighest(const SSampleView& heights)
 // What samples of the format can be; dUnit and the byte order are set by others.
 void SetLimits(SExportPlan& plan, bool bCodes)
 {
-    plan.dLow = -static_cast<double>(FLT_MAX);
-    plan.dHigh = static_cast<double>(FLT_MAX);
-    if (plan.eFormat == EElevationFormat::Hgt)
+    plan.bRound = plan.pFormat->eSamples != ESampleType::Float;
+    switch (plan.pFormat->eSamples)
     {
+    case ESampleType::Unsigned:
+        plan.dLow = 0.0;
+        plan.dHigh = 65535.0;
+        break;
+    case ESampleType::Signed:
         plan.dLow = -32767.0; // -32768 is a void
         plan.dHigh = 32767.0;
+        break;
+    case ESampleType::Float:
+        plan.dLow = bCodes ? 0.0 : -static_cast<double>(FLT_MAX);
+        plan.dHigh = bCodes ? 1.0 : static_cast<double>(FLT_MAX);
+        break;
     }
-    if (bCodes)
-    {
-        plan.dLow = 0.0;
-        plan.dHigh = plan.eFormat == EElevationFormat::Raw32 ? 1.0 : 65535.0;
-    }
-    plan.bRound = plan.eFormat == EElevationFormat::Hgt || plan.eFormat == EElevationFormat::Png ||
-                  plan.eFormat == EElevationFormat::Raw16;
 }
 
 // Why this cannot be written in that format; empty when it can.
-std::string
-FindFault(EElevationFormat eFormat, const SSampleView& heights, const SExportOptions& options)
+std::string FindFault(const SElevationFormat* pFormat,
+                      const SSampleView& heights,
+                      const SExportOptions& options)
 {
-    if (eFormat == EElevationFormat::Unknown)
+    if (!IsWritten(pFormat))
     {
-        return "the extension names no format (height, png, r16, r32, npy, hgt, tif, asc)";
+        return "the extension names no format (" + ListElevationFormats(true) + ")";
     }
     if (heights.pSamples == nullptr || std::min(heights.uColumns, heights.uRows) < MIN_SAMPLES)
     {
@@ -62,17 +64,20 @@ FindFault(EElevationFormat eFormat, const SSampleView& heights, const SExportOpt
     {
         return "a height of white and a unit are given, only one can hold";
     }
-    if (options.dWhite > 0.0 && !HoldsCodes(eFormat, true))
+    if (options.dWhite > 0.0 && !HoldsCodes(*pFormat, true))
     {
         return "holds heights, no codes: it has no white, give a unit";
     }
-    if (options.dUnit > 0.0 && eFormat == EElevationFormat::Height)
+    if (options.dUnit > 0.0 && pFormat->bTerrain)
     {
         return "a height file holds terrain units";
     }
-    if (eFormat == EElevationFormat::Hgt && heights.uColumns != heights.uRows)
+    if (pFormat->pszSquareFile != nullptr && heights.uColumns != heights.uRows)
     {
-        return MakeText("%u x %u heights: an HGT tile is square", heights.uColumns, heights.uRows);
+        return MakeText("%u x %u heights: %s is square",
+                        heights.uColumns,
+                        heights.uRows,
+                        pFormat->pszSquareFile);
     }
     return "";
 }
@@ -82,7 +87,7 @@ double ChooseUnit(const SSampleView& heights,
                   const SExportOptions& options,
                   SExportPlan& plan)
 {
-    if (!HoldsCodes(plan.eFormat, options.dWhite > 0.0) || options.dUnit > 0.0)
+    if (!HoldsCodes(*plan.pFormat, options.dWhite > 0.0) || options.dUnit > 0.0)
     {
         return options.dUnit > 0.0 ? options.dUnit : 1.0;
     }
@@ -103,11 +108,8 @@ double ChooseUnit(const SSampleView& heights,
 std::string GetTypeText(const SExportPlan& plan)
 {
     SSampleGrid grid; // for the words alone
-    const bool bFloat = !plan.bRound;
-    grid.eType = bFloat                                  ? ESampleType::Float
-                 : plan.eFormat == EElevationFormat::Hgt ? ESampleType::Signed
-                                                         : ESampleType::Unsigned;
-    grid.uBits = bFloat ? 32 : 16;
+    grid.eType = plan.pFormat->eSamples;
+    grid.uBits = grid.eType == ESampleType::Float ? 32 : 16;
     grid.eByteOrder = plan.eByteOrder;
     return GetSampleTypeText(grid);
 }
@@ -117,7 +119,7 @@ void AddScaleLines(SExportPlan& plan)
     plan.lines.push_back(std::string("scale: ") + (plan.bRound ? "one step" : "1.0") +
                          " of the file is " + MakeNumber(plan.dUnit) + " in terrain units" +
                          (plan.bRound ? ", heights are rounded to whole steps" : ""));
-    if (plan.eFormat == EElevationFormat::Tiff || plan.eFormat == EElevationFormat::AsciiGrid)
+    if (plan.pFormat->bKeepsSpacing)
     {
         plan.lines.push_back("spacing: " + MakeNumber(plan.dSpacingX) + " x " +
                              MakeNumber(plan.dSpacingZ) + " of the file's units");
@@ -145,23 +147,6 @@ void AddLossLines(SExportPlan& plan)
     }
 }
 
-EByteOrder GetByteOrder(EElevationFormat eFormat, EByteOrder eGiven)
-{
-    switch (eFormat)
-    {
-    case EElevationFormat::Raw16:
-    case EElevationFormat::Raw32:
-        return eGiven == EByteOrder::Big ? EByteOrder::Big : EByteOrder::Little;
-    case EElevationFormat::Png:
-    case EElevationFormat::Hgt:
-        return EByteOrder::Big;
-    case EElevationFormat::AsciiGrid:
-        return EByteOrder::None;
-    default:
-        return EByteOrder::Little;
-    }
-}
-
 // Gives the fault, empty when there is none.
 std::string MakePlan(const char* pszPath,
                      const SSampleView& heights,
@@ -169,24 +154,23 @@ std::string MakePlan(const char* pszPath,
                      const SExportOptions& options,
                      SExportPlan& plan)
 {
-    plan.eFormat = FindFormatByName(pszPath);
-    std::string strFault = FindFault(plan.eFormat, heights, options);
+    plan.pFormat = FindFormatByName(pszPath);
+    std::string strFault = FindFault(plan.pFormat, heights, options);
     if (!strFault.empty())
     {
         return strFault;
     }
-    plan.eByteOrder = GetByteOrder(plan.eFormat, options.eByteOrder);
-    SetLimits(plan, HoldsCodes(plan.eFormat, options.dWhite > 0.0));
+    const SElevationFormat& format = *plan.pFormat;
+    const bool bBigAsked = format.bRaw && options.eByteOrder == EByteOrder::Big;
+    plan.eByteOrder = bBigAsked ? EByteOrder::Big : format.eByteOrder;
+    SetLimits(plan, HoldsCodes(format, options.dWhite > 0.0));
     plan.lines.push_back(MakeText("%s: %u x %u samples", pszPath, heights.uColumns, heights.uRows));
-    plan.lines.push_back(MakeText(
-        "format: %s, %s", GetElevationFormatName(plan.eFormat), GetTypeText(plan).c_str()));
-    if (plan.eFormat == EElevationFormat::Height)
+    plan.lines.push_back(MakeText("format: %s, %s", format.pszName, GetTypeText(plan).c_str()));
+    if (format.bTerrain)
     {
         return ""; // the terrain as it is
     }
-    const bool bRaw =
-        plan.eFormat == EElevationFormat::Raw16 || plan.eFormat == EElevationFormat::Raw32;
-    if (bRaw && options.eByteOrder == EByteOrder::None)
+    if (format.bRaw && options.eByteOrder == EByteOrder::None)
     {
         plan.lines.emplace_back("assumed: little-endian byte order");
     }
@@ -210,22 +194,6 @@ std::string MakePlan(const char* pszPath,
     return "";
 }
 
-// False with the fault when the file's own error is not the reason.
-bool WriteInto(fs::file& file, CExportRows& rows, const SExportPlan& plan, std::string& strFault)
-{
-    switch (plan.eFormat)
-    {
-    case EElevationFormat::Npy:
-        return WriteNpy(file, rows, plan);
-    case EElevationFormat::AsciiGrid:
-        return WriteAsciiGrid(file, rows, plan);
-    case EElevationFormat::Tiff:
-        return WriteTiff(file, rows, plan, strFault);
-    default:
-        return WriteRaw(file, rows, plan);
-    }
-}
-
 // Gives the whole line, empty when all went well or is logged; bDone says which.
 std::string Write(const char* pszPath, CExportRows& rows, const SExportPlan& plan, bool& bDone)
 {
@@ -235,7 +203,7 @@ std::string Write(const char* pszPath, CExportRows& rows, const SExportPlan& pla
     {
         return file.last_error().get_error_text();
     }
-    const bool bWritten = WriteInto(file, rows, plan, strFault);
+    const bool bWritten = plan.pFormat->pWrite(file, rows, plan, strFault);
     // A full disk is the file's own error, whatever a library made of it.
     if (!bWritten && *file.last_error().get_error_text() == '\0')
     {
@@ -271,22 +239,18 @@ bool ExportHeights(const char* pszPath,
                    const SVec3& size,
                    const SExportPlan& plan)
 {
-    if (plan.eFormat == EElevationFormat::Height)
-    {
-        return WriteHeightFile(pszPath, heights.pSamples, heights.uColumns, heights.uRows, size);
-    }
-    if (pszPath == nullptr || plan.eFormat == EElevationFormat::Unknown)
+    if (pszPath == nullptr || plan.pFormat == nullptr)
     {
         CrashLog("[ExportHeights] no path or no plan\n");
         return false;
     }
     try
     {
-        CExportRows rows(heights, plan);
-        if (plan.eFormat == EElevationFormat::Png)
+        if (plan.pFormat->pSave != nullptr)
         {
-            return WriteGreyPng(pszPath, rows);
+            return plan.pFormat->pSave(pszPath, heights, size, plan);
         }
+        CExportRows rows(heights, plan);
         bool bDone = false;
         const std::string strLine = Write(pszPath, rows, plan, bDone);
         if (!strLine.empty())

@@ -25,8 +25,8 @@ public:
         : m_Options(options)
         , m_Grid(grid)
         , m_Report(report)
-        , m_HoldsCodes(HoldsCodes(report.eFormat, options.dWhite > 0.0))
-        , m_IsTerrain(report.eFormat == EElevationFormat::Height)
+        , m_HoldsCodes(HoldsCodes(*report.pFormat, options.dWhite > 0.0))
+        , m_IsTerrain(report.pFormat->bTerrain)
     {
     }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/elevation/ElevationFormat.h"
+#include "engine/elevation/SElevationFormat.h"
 #include "engine/elevation/SImportOptions.h"
 #include "engine/elevation/SSampleGrid.h"
 #include "engine/terrain/SHeightField.h"
@@ -15,9 +15,9 @@
 // What came of an import, to be shown before its heights are used.
 struct SImportReport
 {
-    EElevationFormat eFormat = EElevationFormat::Unknown;
-    size_t nVoids = 0; // samples that the file lacks
-    SVec3 size;        // of a ".height" file, else 0
+    const SElevationFormat* pFormat = nullptr; // a row of the table; not null after a reading
+    size_t nVoids = 0;                         // samples that the file lacks
+    SVec3 size;                                // of a ".height" file, else 0
 
     // One line each without a line feed: what the file is, what was assumed ("assumed: ..."), what
     // may disappoint ("warning: ...", "note: ..."), what the terrain is.

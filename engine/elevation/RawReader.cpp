@@ -8,6 +8,23 @@
 namespace
 {
 
+// What a file of bare samples does not say of itself.
+struct SRawLayout
+{
+    bool bFloat = false;                        // 32-bit floats, else unsigned 16-bit
+    EByteOrder eByteOrder = EByteOrder::Little; // not None
+    uint32_t uColumns = 0;                      // 0: what the rows leave; a square without both
+    uint32_t uRows = 0;
+};
+
+SRawLayout GetLayout(const SImportOptions& options, bool bFloat)
+{
+    return {bFloat,
+            options.eByteOrder == EByteOrder::Big ? EByteOrder::Big : EByteOrder::Little,
+            options.uColumns,
+            options.uRows};
+}
+
 bool IsSideValid(uint64_t uSide)
 {
     return uSide >= MIN_SAMPLES && uSide <= MAX_SAMPLES;
@@ -43,8 +60,6 @@ std::string MakeShapeFault(const SRawLayout& layout, size_t nBytes)
            (layout.bFloat ? "32-bit" : "16-bit") + " samples";
 }
 
-} // namespace
-
 bool DecodeRaw(std::span<const uint8_t> bytes,
                const SRawLayout& layout,
                SSampleGrid& grid,
@@ -75,4 +90,22 @@ bool DecodeRaw(std::span<const uint8_t> bytes,
     }
     grid = std::move(read);
     return true;
+}
+
+} // namespace
+
+bool DecodeRaw16(std::span<const uint8_t> bytes,
+                 const SImportOptions& options,
+                 SSampleGrid& grid,
+                 std::string& strFault)
+{
+    return DecodeRaw(bytes, GetLayout(options, false), grid, strFault);
+}
+
+bool DecodeRaw32(std::span<const uint8_t> bytes,
+                 const SImportOptions& options,
+                 SSampleGrid& grid,
+                 std::string& strFault)
+{
+    return DecodeRaw(bytes, GetLayout(options, true), grid, strFault);
 }

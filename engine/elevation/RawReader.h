@@ -1,24 +1,20 @@
 #pragma once
 
+#include "engine/elevation/SImportOptions.h"
 #include "engine/elevation/SSampleGrid.h"
-#include "host/Export.h"
 
 #include <cstdint>
 #include <span>
 #include <string>
 
-// What a file of bare samples does not say of itself.
-struct SRawLayout
-{
-    bool bFloat = false;                        // 32-bit floats, else unsigned 16-bit
-    EByteOrder eByteOrder = EByteOrder::Little; // not None
-    uint32_t uColumns = 0;                      // 0: what the rows leave; a square without both
-    uint32_t uRows = 0;
-};
-
-// Decodes a whole ".r16" or ".r32" file; NaN is a void. False with the fault, without a line feed;
-// grid is then as it was.
-TELLUR_API bool DecodeRaw(std::span<const uint8_t> bytes,
-                          const SRawLayout& layout,
-                          SSampleGrid& grid,
-                          std::string& strFault);
+// Decode whole ".r16" (unsigned) and ".r32" (float) files of bare samples; NaN is a void. Shape and
+// byte order are those of the options: little-endian when not said, a square when neither columns
+// nor rows are. False with the fault, without a line feed; grid is then as it was.
+bool DecodeRaw16(std::span<const uint8_t> bytes,
+                 const SImportOptions& options,
+                 SSampleGrid& grid,
+                 std::string& strFault);
+bool DecodeRaw32(std::span<const uint8_t> bytes,
+                 const SImportOptions& options,
+                 SSampleGrid& grid,
+                 std::string& strFault);

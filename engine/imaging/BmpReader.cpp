@@ -1,6 +1,6 @@
+#include "engine/imaging/BmpCodec.h"
 #include "engine/imaging/BmpHeader.h"
 #include "engine/imaging/CBmpRunReader.h"
-#include "engine/imaging/ImageCodecs.h"
 #include "engine/imaging/PixelOrder.h"
 
 // BMP is read here and not by a toolkit: those show half a picture for half a file, write no
@@ -68,6 +68,18 @@ std::unique_ptr<CPalette> ReadPalette(std::span<const uint8_t> data, const SBmpH
 }
 
 } // namespace
+
+// "BM" may also begin a TGA: an identification of 66 bytes and colour map type 77. That type does
+// not exist, so it is a BMP.
+bool IsBmp(std::span<const uint8_t> data)
+{
+    return StartsWith(data, "BM");
+}
+
+bool MayBmpHavePalette(std::span<const uint8_t> /*data*/)
+{
+    return true;
+}
 
 bool DecodeBmp(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {

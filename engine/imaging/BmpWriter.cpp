@@ -1,5 +1,5 @@
+#include "engine/imaging/BmpCodec.h"
 #include "engine/imaging/BmpHeader.h"
-#include "engine/imaging/ImageCodecs.h"
 #include "engine/imaging/PixelOrder.h"
 
 namespace
@@ -36,7 +36,10 @@ void AppendAlphaHeader(std::vector<uint8_t>& out, size_t nHeaderStart)
 
 } // namespace
 
-void EncodeBmp(const IImage& image, const IPalette* pPalette, std::vector<uint8_t>& out)
+bool EncodeBmp(const IImage& image,
+               const IPalette* pPalette,
+               std::vector<uint8_t>& out,
+               std::string& /*strFault*/)
 {
     const uint32_t uPixelBytes = image.GetBitsPerPixel() / 8;
     const bool bAlpha = uPixelBytes == 4;
@@ -85,4 +88,5 @@ void EncodeBmp(const IImage& image, const IPalette* pPalette, std::vector<uint8_
                     image.GetWidth(),
                     uPixelBytes);
     }
+    return true;
 }

@@ -1,5 +1,6 @@
+#include "engine/imaging/DdsCodec.h"
+
 #include "engine/imaging/DdsHeader.h"
-#include "engine/imaging/ImageCodecs.h"
 #include "engine/imaging/PixelOrder.h"
 
 #include <squish.h>
@@ -91,6 +92,11 @@ SWrittenFormat GetWrittenFormat(EImageFormat eFormat)
 
 } // namespace
 
+bool IsDds(std::span<const uint8_t> data)
+{
+    return StartsWith(data, "DDS ");
+}
+
 bool DecodeDds(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
     SDdsHeader header;
@@ -115,7 +121,10 @@ bool DecodeDds(std::span<const uint8_t> data, SPicture& picture, std::string& st
     return true;
 }
 
-void EncodeDds(const IImage& image, std::vector<uint8_t>& out)
+bool EncodeDds(const IImage& image,
+               const IPalette* /*pPalette*/,
+               std::vector<uint8_t>& out,
+               std::string& /*strFault*/)
 {
     constexpr uint32_t HEADER_FLAGS = 0x100F; // sizes, pitch and pixel format are given
     constexpr uint32_t TEXTURE = 0x1000;
@@ -146,4 +155,5 @@ void EncodeDds(const IImage& image, std::vector<uint8_t>& out)
     const size_t nStart = out.size();
     out.resize(nStart + nPixels * uPixelBytes);
     CopySwapped(image.GetRawData(), out.data() + nStart, nPixels, uPixelBytes);
+    return true;
 }

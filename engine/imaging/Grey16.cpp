@@ -2,7 +2,7 @@
 
 #include "engine/imaging/CFileBytes.h"
 #include "engine/imaging/CPngReader.h"
-#include "engine/imaging/ImageCodecs.h"
+#include "engine/imaging/PngCodec.h"
 #include "engine/imaging/PngWriter.h"
 #include "host/Log.h"
 
@@ -29,7 +29,7 @@ bool LoadSamples(const char* pszPath,
     CPngReader reader(file.GetBytes());
     std::vector<uint16_t> read;
     bool bGood = false;
-    if (RecogniseImage(file.GetBytes(), pszPath) != EImageFile::Png)
+    if (!IsPng(file.GetBytes()))
     {
         strFault = "not a PNG file";
     }

@@ -1,4 +1,5 @@
 #include "engine/imaging/CFileBytes.h"
+#include "engine/imaging/CodecTable.h"
 #include "engine/imaging/ImageCodecs.h"
 #include "host/Image.h"
 #include "host/Log.h"
@@ -18,8 +19,12 @@ bool LoadPicture(const char* pszPath, SPicture& picture, std::string& strLine)
         return false;
     }
     std::string strFault;
-    const EImageFile eFile = RecogniseImage(file.GetBytes(), pszPath);
-    if (!DecodeImage(eFile, file.GetBytes(), picture, strFault))
+    const SImageCodec* pCodec = RecogniseImage(file.GetBytes(), pszPath);
+    if (pCodec == nullptr)
+    {
+        strFault = "not a " + ListImageNames(false) + " file";
+    }
+    if (pCodec == nullptr || !pCodec->pDecode(file.GetBytes(), picture, strFault))
     {
         strLine = std::string(pszPath) + ": " + strFault;
         return false;
@@ -42,6 +47,26 @@ const char* CheckPalette(const IImage& image, const IPalette& palette)
         return "an index has no entry in the palette";
     }
     return nullptr;
+}
+
+bool Encode(const char* pszPath,
+            const IImage& image,
+            const IPalette* pPalette,
+            std::vector<uint8_t>& out,
+            std::string& strFault)
+{
+    const SImageCodec* pCodec = FindEncoder(pszPath);
+    if (pCodec == nullptr)
+    {
+        strFault = "the extension is none of " + ListImageExtensions("", ", ", true);
+        return false;
+    }
+    if (pPalette != nullptr && pCodec->pMayHavePalette == nullptr)
+    {
+        strFault = "this file format holds no palette";
+        return false;
+    }
+    return pCodec->pEncode(image, pPalette, out, strFault);
 }
 
 // pszPath and pImage are not null.
@@ -69,8 +94,7 @@ bool SavePicture(const char* pszPath,
         pszFault = CheckPalette(image, *pPalette);
     }
     std::vector<uint8_t> bytes;
-    if (pszFault == nullptr &&
-        !EncodeImage(GetImageFileOfExtension(pszPath), image, pPalette, bytes, strFault))
+    if (pszFault == nullptr && !Encode(pszPath, image, pPalette, bytes, strFault))
     {
         pszFault = strFault.c_str();
     }
@@ -121,9 +145,10 @@ IPalette* IL_LoadPalette(const char* pszPath)
         std::string strFault;
         if (file.Read(pszPath, strFault))
         {
-            const EImageFile eFile = RecogniseImage(file.GetBytes(), pszPath);
-            const bool bDecoded = MayHavePalette(eFile, file.GetBytes()) &&
-                                  DecodeImage(eFile, file.GetBytes(), picture, strFault);
+            const SImageCodec* pCodec = RecogniseImage(file.GetBytes(), pszPath);
+            const bool bMay = pCodec != nullptr && pCodec->pMayHavePalette != nullptr &&
+                              pCodec->pMayHavePalette(file.GetBytes());
+            const bool bDecoded = bMay && pCodec->pDecode(file.GetBytes(), picture, strFault);
             return bDecoded ? picture.pPalette.release() : nullptr;
         }
     }

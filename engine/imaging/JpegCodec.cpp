@@ -1,5 +1,6 @@
+#include "engine/imaging/JpegCodec.h"
+
 #include "engine/imaging/CJpegReader.h"
-#include "engine/imaging/ImageCodecs.h"
 
 namespace
 {
@@ -137,6 +138,11 @@ bool RunGuarded(SJpegWrite& write)
 
 } // namespace
 
+bool IsJpeg(std::span<const uint8_t> data)
+{
+    return StartsWith(data, "\xff\xd8\xff");
+}
+
 bool DecodeJpeg(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
     CJpegReader reader(data);
@@ -171,7 +177,10 @@ bool DecodeJpeg(std::span<const uint8_t> data, SPicture& picture, std::string& s
     return true;
 }
 
-bool EncodeJpeg(const IImage& image, std::vector<uint8_t>& out, std::string& strFault)
+bool EncodeJpeg(const IImage& image,
+                const IPalette* /*pPalette*/,
+                std::vector<uint8_t>& out,
+                std::string& strFault)
 {
     if (image.GetFormat() == EImageFormat::Rgba32 && !IsOpaque(image))
     {

@@ -1,5 +1,6 @@
+#include "engine/imaging/PngCodec.h"
+
 #include "engine/imaging/CPngReader.h"
-#include "engine/imaging/ImageCodecs.h"
 #include "engine/imaging/PngWriter.h"
 
 namespace
@@ -9,6 +10,7 @@ namespace
 constexpr size_t WIDTH_AT = 16;
 constexpr size_t HEIGHT_AT = 20;
 constexpr size_t SIZE_END = 24;
+constexpr size_t COLOR_TYPE_AT = 25;
 
 EImageFormat GetFormatOfChannels(uint32_t uChannels)
 {
@@ -41,6 +43,16 @@ int GetPngColorType(EImageFormat eFormat, bool bPalette)
 }
 
 } // namespace
+
+bool IsPng(std::span<const uint8_t> data)
+{
+    return StartsWith(data, "\x89PNG\r\n\x1a\n");
+}
+
+bool MayPngHavePalette(std::span<const uint8_t> data)
+{
+    return data.size() > COLOR_TYPE_AT && data[COLOR_TYPE_AT] == PNG_COLOR_TYPE_PALETTE;
+}
 
 bool DecodePng(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {

@@ -1,5 +1,5 @@
-#include "engine/imaging/ImageCodecs.h"
 #include "engine/imaging/PixelOrder.h"
+#include "engine/imaging/TgaCodec.h"
 
 #include <algorithm>
 #include <cstring>
@@ -235,6 +235,17 @@ EImageFormat GetFormat(const STgaHeader& header)
 }
 
 } // namespace
+
+bool HasTgaFooter(std::span<const uint8_t> data)
+{
+    constexpr std::string_view MARK("TRUEVISION-XFILE.\0", 18);
+    return data.size() >= MARK.size() && StartsWith(data.last(MARK.size()), MARK);
+}
+
+bool MayTgaHavePalette(std::span<const uint8_t> data)
+{
+    return data.size() > 1 && data[1] == 1;
+}
 
 bool DecodeTga(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {

@@ -1,5 +1,5 @@
-#include "engine/imaging/ImageCodecs.h"
 #include "engine/imaging/PixelOrder.h"
+#include "engine/imaging/TgaCodec.h"
 
 namespace
 {
@@ -27,7 +27,10 @@ void AppendFooter(std::vector<uint8_t>& out)
 
 } // namespace
 
-void EncodeTga(const IImage& image, const IPalette* pPalette, std::vector<uint8_t>& out)
+bool EncodeTga(const IImage& image,
+               const IPalette* pPalette,
+               std::vector<uint8_t>& out,
+               std::string& /*strFault*/)
 {
     const uint32_t uPixelBytes = image.GetBitsPerPixel() / 8;
     const uint32_t uEntries = pPalette != nullptr ? pPalette->GetCount() : 0;
@@ -52,4 +55,5 @@ void EncodeTga(const IImage& image, const IPalette* pPalette, std::vector<uint8_
     out.resize(nStart + nPixels * uPixelBytes);
     CopySwapped(image.GetRawData(), out.data() + nStart, nPixels, uPixelBytes);
     AppendFooter(out);
+    return true;
 }

@@ -1,5 +1,7 @@
 // The examples of the documents, run as they stand.
 
+#include "engine/elevation/ElevationFormats.h"
+#include "engine/imaging/CodecTable.h"
 #include "tests/project/Markdown.h"
 #include "tests/project/ProjectTree.h"
 #include "tests/support/CTempFolder.h"
@@ -189,6 +191,34 @@ TEST(DocSnippets, MessagesOfTheParserAreThoseOfTheTable)
             << run.strOutput;
     }
     EXPECT_GT(nRows, 30U);
+}
+
+// The tables of formats against those that the engine goes by: the extensions, in their order.
+TEST(DocSnippets, FormatTablesAreThoseOfTheEngine)
+{
+    static const std::regex s_Extension("`\\.([a-z0-9]+)`");
+    std::string strHeights;
+    for (const SElevationFormat& format : GetElevationFormats())
+    {
+        for (const char* pszExtension : format.extensions)
+        {
+            const bool bRow = pszExtension != nullptr && !format.bTerrain; // that has a chapter
+            strHeights += bRow ? "`." + std::string(pszExtension) + "` " : "";
+        }
+    }
+    std::string strDocumented;
+    for (const SDocLine& line : SMarkdown("docs/file-formats.md").prose)
+    {
+        if (line.strText.starts_with("| `."))
+        {
+            const std::string strCell = line.strText.substr(0, line.strText.find(" | "));
+            for (const std::string& strExtension : FindAll(strCell, s_Extension))
+            {
+                strDocumented += strExtension + " ";
+            }
+        }
+    }
+    EXPECT_EQ(strDocumented, strHeights + ListImageExtensions("`.", "` ", false) + "` ");
 }
 
 // The keyword tables of the documents and of the manual page against what the player declares.

@@ -1,18 +1,18 @@
-#include "engine/elevation/AsciiGridReader.h"
-#include "engine/elevation/GeoTiffReader.h"
-#include "engine/elevation/GreyPngReader.h"
-#include "engine/elevation/HgtReader.h"
-#include "engine/elevation/NpyReader.h"
-#include "engine/elevation/RawReader.h"
+#include "engine/elevation/ElevationFormats.h"
+#include "engine/elevation/HeightExport.h"
+#include "engine/elevation/SImportOptions.h"
 #include "engine/elevation/VoidFiller.h"
 #include "engine/terrain/HeightFile.h"
+#include "host/FileBytes.h"
 #include "host/Log.h"
+#include "tests/fuzz/Seeds.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
 #include <zlib.h>
 
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
@@ -75,13 +75,20 @@ void FuzzHeightFile(std::vector<uint8_t> bytes, bool bFixChecksum)
     }
 }
 
-using FDecode = bool (*)(std::span<const uint8_t>, SSampleGrid&, std::string&);
-
-void FuzzSamples(FDecode pDecode, std::span<const uint8_t> bytes)
+// uOptions: what is said of a file that does not say it itself.
+void FuzzSamples(const SElevationFormat& format, uint8_t uOptions, std::span<const uint8_t> bytes)
 {
+    SImportOptions options;
+    options.eByteOrder = (uOptions & 1U) != 0 ? EByteOrder::Big : EByteOrder::Little;
+    options.uColumns = uOptions >> 5U;
+    options.uRows = uOptions >> 2U & 7U;
+    if (format.pRecognise != nullptr)
+    {
+        format.pRecognise(bytes);
+    }
     SSampleGrid grid;
     std::string strFault;
-    const bool bRead = pDecode(bytes, grid, strFault);
+    const bool bRead = format.pDecode(bytes, options, grid, strFault);
     Require(bRead == strFault.empty() && strFault.find('\n') == std::string::npos);
     Require(grid.samples.size() == size_t{grid.uColumns} * grid.uRows);
     // Filling takes a pass for each ring of a hole; larger grids would only be slow.
@@ -93,41 +100,60 @@ void FuzzSamples(FDecode pDecode, std::span<const uint8_t> bytes)
     }
 }
 
-// The first byte gives the layout.
-bool DecodeAnyRaw(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& strFault)
+// Through a file, because that is how formats are written.
+void PutSeed(const std::string& strFolder, const SElevationFormat& format, char cFirst)
 {
-    SRawLayout layout;
-    if (!bytes.empty())
-    {
-        layout.bFloat = (bytes[0] & 1U) != 0;
-        layout.eByteOrder = (bytes[0] & 2U) != 0 ? EByteOrder::Big : EByteOrder::Little;
-        layout.uColumns = bytes[0] >> 5U;
-        layout.uRows = bytes[0] >> 2U & 7U;
-        bytes = bytes.subspan(1);
-    }
-    return DecodeRaw(bytes, layout, grid, strFault);
+    const float aHeights[] = {0, 1, 2, 3, 4, 5, 6, 7, 9};
+    const SSampleView heights{aHeights, 3, 3};
+    const std::string strPath = strFolder + "/whole." + format.extensions[0];
+    SExportPlan plan;
+    SFileBytes file;
+    std::string strFault;
+    Require(PlanExport(strPath.c_str(), heights, {4, 9, 4}, {}, plan) &&
+            ExportHeights(strPath.c_str(), heights, {4, 9, 4}, plan) &&
+            ReadFileBytes(strPath.c_str(), 1 << 16, file, strFault) == EFileRead::Done);
+    std::remove(strPath.c_str());
+    WriteSeed(strFolder + "/" + format.extensions[0], {cFirst, 0}, file.Get());
 }
 
 } // namespace
 
-// The first byte chooses the reader.
+// With "--seeds FOLDER" a small file of each format that can be written is put there.
+extern "C" int LLVMFuzzerInitialize(int* pArgumentCount, char*** pArguments)
+{
+    if (const char* pszFolder = FindSeedFolder(*pArgumentCount, *pArguments))
+    {
+        char cFirst = 0;
+        for (const SElevationFormat& format : GetElevationFormats())
+        {
+            if (IsWritten(&format))
+            {
+                PutSeed(pszFolder, format, cFirst);
+            }
+            ++cFirst;
+        }
+        std::exit(0);
+    }
+    return 0;
+}
+
+// The first byte chooses the format, the second one what else is said.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, size_t nBytes)
 {
-    if (nBytes == 0)
+    if (nBytes < 2)
     {
         return 0;
     }
-    const std::span<const uint8_t> bytes(pData + 1, nBytes - 1);
-    constexpr FDecode DECODERS[] = {
-        &DecodeNpy, &DecodeHgt, &DecodeGreyPng, &DecodeAnyRaw, &DecodeGeoTiff, &DecodeAsciiGrid};
-    const size_t nReader = pData[0] % (2 + std::size(DECODERS));
-    if (nReader < 2)
+    const std::span<const SElevationFormat> formats = GetElevationFormats();
+    const SElevationFormat& format = formats[pData[0] % formats.size()];
+    const std::span<const uint8_t> bytes(pData + 2, nBytes - 2);
+    if (format.bTerrain)
     {
-        FuzzHeightFile({bytes.begin(), bytes.end()}, nReader == 1);
+        FuzzHeightFile({bytes.begin(), bytes.end()}, (pData[1] & 1U) != 0);
     }
     else
     {
-        FuzzSamples(DECODERS[nReader - 2], bytes);
+        FuzzSamples(format, pData[1], bytes);
     }
     return 0;
 }

@@ -1,5 +1,8 @@
+#include "engine/imaging/CodecTable.h"
 #include "engine/imaging/ImageCodecs.h"
+#include "tests/fuzz/Seeds.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace
@@ -26,6 +29,29 @@ void CheckPicture(const SPicture& Picture)
 
 } // namespace
 
+// With "--seeds FOLDER" a small picture of each format that can be written is put there.
+extern "C" int LLVMFuzzerInitialize(int* pArgumentCount, char*** pArguments)
+{
+    if (const char* pszFolder = FindSeedFolder(*pArgumentCount, *pArguments))
+    {
+        const std::unique_ptr<CImage> pImage = CImage::Create(4, 3, EImageFormat::Rgb24);
+        std::fill_n(pImage->GetRawData(), pImage->GetByteCount(), uint8_t{0x5A});
+        char cFirst = 0;
+        for (const SImageCodec& Codec : GetImageCodecs())
+        {
+            std::vector<uint8_t> File;
+            std::string strFault;
+            if (Codec.pEncode != nullptr && Codec.pEncode(*pImage, nullptr, File, strFault))
+            {
+                WriteSeed(std::string(pszFolder) + "/" + Codec.extensions[0], {cFirst}, File);
+            }
+            ++cFirst;
+        }
+        std::exit(0);
+    }
+    return 0;
+}
+
 // The first byte chooses the decoder, so that each sees bytes that do not carry its mark too.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, size_t nBytes)
 {
@@ -33,13 +59,16 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, size_t nBytes)
     {
         return 0;
     }
-    constexpr EImageFile Files[] = {
-        EImageFile::Png, EImageFile::Jpeg, EImageFile::Tga, EImageFile::Bmp, EImageFile::Dds};
-    const EImageFile eFile = Files[pData[0] % std::size(Files)];
+    const std::span<const SImageCodec> Codecs = GetImageCodecs();
+    const SImageCodec& Codec = Codecs[pData[0] % Codecs.size()];
     const std::span<const uint8_t> Data(pData + 1, nBytes - 1);
+    if (Codec.pMayHavePalette != nullptr)
+    {
+        Codec.pMayHavePalette(Data);
+    }
     SPicture Picture;
     std::string strFault;
-    if (DecodeImage(eFile, Data, Picture, strFault))
+    if (Codec.pDecode(Data, Picture, strFault))
     {
         CheckPicture(Picture);
     }

@@ -1,5 +1,6 @@
 #include "tools/height/Convert.h"
 
+#include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/HeightImport.h"
 #include "engine/terrain/HeightFile.h"
 #include "host/Program.h"
@@ -29,19 +30,29 @@ void MoveToOutput(SImportOptions& in, SExportOptions& out)
     in.dUnit = 0.0;
 }
 
+bool IsTerrain(const SElevationFormat* pFormat)
+{
+    return pFormat != nullptr && pFormat->bTerrain;
+}
+
+bool HoldsCodesAlways(const SElevationFormat* pFormat)
+{
+    return pFormat != nullptr && pFormat->eCodes == ECodes::Always;
+}
+
 void ChooseScales(const SHeightOptions& options,
-                  EElevationFormat eTo,
+                  const SElevationFormat* pTo,
                   SImportOptions& in,
                   SExportOptions& out)
 {
     constexpr double FULL_CODE = 65535.0;
-    const EElevationFormat eFrom = FindFormatOfFile(options.inputs[0].c_str());
-    if (eFrom == EElevationFormat::Height && eTo != EElevationFormat::Height)
+    const SElevationFormat* pFrom = FindFormatOfFile(options.inputs[0].c_str());
+    if (IsTerrain(pFrom) && !IsTerrain(pTo))
     {
         MoveToOutput(in, out);
         return;
     }
-    const bool bCodes = HoldsCodes(eFrom, false) && HoldsCodes(eTo, false);
+    const bool bCodes = HoldsCodesAlways(pFrom) && HoldsCodesAlways(pTo);
     if (bCodes && !IsScaleSaid(in.dWhite, in.dUnit) && !IsScaleSaid(out.dWhite, out.dUnit))
     {
         // From codes to codes: they stay what they are.
@@ -63,12 +74,11 @@ void Print(const std::vector<std::string>& lines)
 bool Convert(const SHeightOptions& options)
 {
     const char* pszOutput = options.strOutput.c_str();
-    const EElevationFormat eTo = FindFormatByName(pszOutput);
+    const SElevationFormat* pTo = FindFormatByName(pszOutput);
     SImportOptions in = options.import;
     SExportOptions out = options.output;
-    ChooseScales(options, eTo, in, out);
-    const bool bToTerrain = eTo == EElevationFormat::Height;
-    in.eFit = bToTerrain || options.bFitGiven ? in.eFit : EFit::Keep;
+    ChooseScales(options, pTo, in, out);
+    in.eFit = IsTerrain(pTo) || options.bFitGiven ? in.eFit : EFit::Keep;
     SHeightField field;
     SImportReport report;
     if (!ImportHeights(options.inputs[0].c_str(), in, field, report))

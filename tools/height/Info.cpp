@@ -38,14 +38,14 @@ std::string GetRangeText(const SSampleGrid& grid)
 void PrintFile(const std::string& strPath, const SSampleGrid& grid, const SImportReport& report)
 {
     std::printf("%s\n", strPath.c_str());
-    std::printf("  format: %s\n", GetElevationFormatName(report.eFormat));
+    std::printf("  format: %s\n", report.pFormat->pszName);
     std::printf("  samples: %u columns x %u rows\n", grid.uColumns, grid.uRows);
     std::printf("  type: %s\n", GetSampleTypeText(grid).c_str());
     std::printf("  spacing: %s\n", GetSpacingText(grid).c_str());
     std::printf("  range: %s\n", GetRangeText(grid).c_str());
     std::printf("  voids: %zu\n", report.nVoids);
     std::printf("  nearest size: %u\n", GetNearestSize(grid.uColumns, grid.uRows));
-    if (report.eFormat == EElevationFormat::Height)
+    if (report.pFormat->bTerrain)
     {
         std::printf("  size: %s x %s, maximum height %s\n",
                     MakeNumber(static_cast<double>(report.size.x)).c_str(),

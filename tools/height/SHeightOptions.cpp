@@ -1,5 +1,6 @@
 #include "tools/height/SHeightOptions.h"
 
+#include "engine/elevation/ElevationFormats.h"
 #include "host/FileSystem.h"
 #include "host/TerrainSize.h"
 
@@ -267,10 +268,10 @@ std::string FindMissing(SHeightOptions& options)
             return options.strOutput + ": input and output are the same file";
         }
     }
-    if (bConvert && FindFormatByName(options.strOutput.c_str()) == EElevationFormat::Unknown)
+    if (bConvert && !IsWritten(FindFormatByName(options.strOutput.c_str())))
     {
-        return "the extension of " + options.strOutput +
-               " names no format (height, png, r16, r32, npy, hgt, tif, asc)";
+        return "the extension of " + options.strOutput + " names no format (" +
+               ListElevationFormats(true) + ")";
     }
     return FindContradiction(options);
 }
@@ -307,61 +308,4 @@ bool SHeightOptions::Read(int nArguments, const char* const* ppszArguments, std:
         strFault = FindMissing(*this);
     }
     return strFault.empty();
-}
-
-const char* SHeightOptions::GetUsage()
-{
-    return "usage: tellur-height info FILE ... [--columns N] [--rows N] [--byte-order O]\n"
-           "       tellur-height convert IN OUT [options]\n"
-           "       tellur-height picture IN.height [IN.height ...] OUT.png [--pixels N]\n"
-           "                     [--eye X,Y,Z --target X,Y,Z]\n"
-           "       tellur-height --help | --version\n"
-           "\n"
-           "info tells what a height map is; convert makes another of it. Formats both ways, by\n"
-           "content or extension: .height (terrain), .png (16-bit grey), .r16, .r32 (raw), .npy,\n"
-           ".hgt, .tif (GeoTIFF), .asc (ASCII grid). To a .height file the samples are fitted to "
-           "a\n"
-           "square; between other files the grid stays, unless --size or --fit is given.\n"
-           "\n"
-           "  --size N          vertices per side, 2 to 16385 (default: the supported size 33,\n"
-           "                    65 ... 16385 nearest to the longer side of the samples)\n"
-           "  --fit resample|crop\n"
-           "                    interpolate the whole file (default), or take a window of it\n"
-           "                    (default --size: the largest supported one that fits)\n"
-           "  --crop-x C, --crop-z R\n"
-           "                    first column and row of the window (default: in the middle)\n"
-           "  --white H         height of full white in PNG, .r16 and .r32 (there of 1.0)\n"
-           "  --unit U          terrain units of one step or unit of the file (default: 1; PNG\n"
-           "                    and .r16: by the lowest and highest sample of the file)\n"
-           "  --byte-order O    little (default) or big, of raw files\n"
-           "  --columns N, --rows N\n"
-           "                    shape of a raw file (default: a square)\n"
-           "  --spacing-x U     terrain units between samples along x (default: the file's own\n"
-           "                    if it has one in lengths, else 1)\n"
-           "  --spacing-z U     the same along z\n"
-           "  --width U         terrain units along x, instead of --spacing-x\n"
-           "  --depth U         terrain units along z, instead of --spacing-z\n"
-           "  --max-height H    the terrain's height limit (default: that of the file, full "
-           "white,\n"
-           "                    1000 for a scale by range, or the next of 1, 2, 5, 10 ... above\n"
-           "                    the highest sample)\n"
-           "  --out-white H, --out-unit U, --out-byte-order O\n"
-           "                    the same of OUT; --white, --unit and --byte-order are those of "
-           "IN,\n"
-           "                    or of OUT when IN is a .height file (default: full white is the\n"
-           "                    maximum height)\n"
-           "\n"
-           "picture draws height maps side by side as shaded relief, all in the height colours\n"
-           "of the first, as PNG, TGA, BMP, JPEG or DDS by the name of the output.\n"
-           "\n"
-           "  --pixels N        pixels of each picture's longer side (default: one a vertex,\n"
-           "                    1280 for a camera)\n"
-           "  --eye X,Y,Z, --target X,Y,Z\n"
-           "                    the view of a camera instead, 16:9: where it is and what is in\n"
-           "                    the middle, in terrain units; y is up\n"
-           "\n"
-           "  -h, --help        show this text\n"
-           "  --version         show the version\n"
-           "\n"
-           "Exit code: 0 done; 1 a file cannot be read or written; 2 usage.\n";
 }

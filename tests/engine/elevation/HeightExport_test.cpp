@@ -1,3 +1,4 @@
+#include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/HeightExport.h"
 #include "engine/elevation/HeightImport.h"
 #include "tests/support/CLogCatcher.h"
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <set>
 
 namespace
 {
@@ -127,6 +129,60 @@ TEST_F(HeightExport, AMapGoesThroughEveryFormatUnturned)
     EXPECT_EQ(m_Log.GetText(), "");
 }
 
+TEST_F(HeightExport, EveryFormatThatIsWrittenHasItsRow)
+{
+    std::set<const SElevationFormat*> tried;
+    for (const auto& c : FORMATS)
+    {
+        tried.insert(FindFormatByName(Path(c.pszExtension).c_str()));
+    }
+    for (const SElevationFormat& format : GetElevationFormats())
+    {
+        EXPECT_EQ(tried.contains(&format), IsWritten(&format)) << format.pszName;
+    }
+    EXPECT_EQ(ListElevationFormats(true).find("height, png, r16, r32, npy, hgt, tif, asc"), 0U);
+}
+
+// The samples of a file that may be damaged: a whole grid, or none and a fault.
+std::vector<float> DecodeAny(const SElevationFormat& format, const std::string& strFile)
+{
+    const std::vector<uint8_t> bytes(strFile.begin(), strFile.end()); // ends where its memory does
+    SSampleGrid grid;
+    std::string strFault;
+    const bool bRead = format.pDecode(bytes, {}, grid, strFault);
+    EXPECT_EQ(bRead, strFault.empty());
+    EXPECT_EQ(strFault.find('\n'), std::string::npos) << strFault;
+    EXPECT_EQ(bRead, !grid.samples.empty());
+    EXPECT_EQ(grid.samples.size(), size_t{grid.uColumns} * grid.uRows);
+    return grid.samples;
+}
+
+TEST_F(HeightExport, AFileThatIsCutOrHasAFlippedByteIsRefusedOrGivesAWholeGrid)
+{
+    for (const SElevationFormat& format : GetElevationFormats())
+    {
+        SCOPED_TRACE(format.pszName);
+        const std::string strPath = m_Folder.Path("whole.") + format.extensions[0];
+        ASSERT_TRUE(!IsWritten(&format) || Export(strPath, MakeMap(5, 5), 5, {8, 300, 12}, {}));
+        const std::string strWhole = format.pDecode != nullptr ? ReadBytes(strPath) : "";
+        const std::vector<float> whole =
+            strWhole.empty() ? std::vector<float>() : DecodeAny(format, strWhole);
+        // The start of bare samples may be a smaller grid, and the last number of a text another.
+        const bool bSame = format.pRecognise != nullptr && format.eByteOrder != EByteOrder::None;
+        for (size_t nAt = 0; nAt < strWhole.size(); ++nAt)
+        {
+            const std::vector<float> cut = DecodeAny(format, strWhole.substr(0, nAt));
+            EXPECT_TRUE(cut.empty() || cut == whole || !bSame) << nAt;
+            for (const int iFlip : {0x01, 0x20, 0x80, 0xFF})
+            {
+                std::string strFlipped = strWhole;
+                strFlipped[nAt] = static_cast<char>(strFlipped[nAt] ^ iFlip);
+                DecodeAny(format, strFlipped);
+            }
+        }
+    }
+}
+
 TEST_F(HeightExport, BytesLieInTheOrderAskedFor)
 {
     const std::vector<float> heights{1, 2, 3, 256, 0, 65535};
@@ -174,31 +230,32 @@ TEST_F(HeightExport, AFaultIsOneLineAndLeavesTheOldFile)
 {
     const std::vector<float> heights{1, 2, 3, 4, 5, 6};
     const SExportOptions white{10, 0, EByteOrder::None};
-    const std::tuple<const char*, SExportOptions, const char*> aPlans[] = {
-        {".dem", {}, "the extension names no format (height, png, r16, r32, npy, hgt, tif, asc)"},
+    const std::tuple<const char*, SExportOptions, std::string> aPlans[] = {
+        {".dem", {}, "the extension names no format (" + ListElevationFormats(true) + ")"},
         {".tif", white, "holds heights, no codes: it has no white, give a unit"},
         {".r16",
          {10, 2, EByteOrder::None},
          "a height of white and a unit are given, only one can hold"},
         {".hgt", {}, "3 x 2 heights: an HGT tile is square"},
     };
-    for (const auto& [pszExtension, options, pszFault] : aPlans)
+    for (const auto& [pszExtension, options, strFault] : aPlans)
     {
         EXPECT_FALSE(Export(Path(pszExtension), heights, 3, {1, 1, 1}, options));
         EXPECT_EQ(m_Log.TakeLines(),
-                  std::vector<std::string>{"[PlanExport] " + Path(pszExtension) + ": " + pszFault});
+                  std::vector<std::string>{"[PlanExport] " + Path(pszExtension) + ": " + strFault});
     }
-    for (const char* pszExtension : {".height", ".png", ".r16", ".r32", ".npy", ".tif", ".asc"})
+    for (const SElevationFormat& format : GetElevationFormats())
     {
-        SCOPED_TRACE(pszExtension);
+        const std::string strExtension = std::string(".") + format.extensions[0];
+        SCOPED_TRACE(strExtension);
         // A folder of that name cannot be replaced.
-        const std::string strFolder = Path((std::string(".folder") + pszExtension).c_str());
+        const std::string strFolder = Path((".folder" + strExtension).c_str());
         WriteBytes(strFolder + "/old", "old");
         EXPECT_FALSE(Export(strFolder, heights, 3, {1, 1, 1}, {}));
         EXPECT_EQ(m_Log.TakeLines().size(), 1U);
         EXPECT_EQ(ReadBytes(strFolder + "/old"), "old");
         // The full device takes nothing.
-        const std::string strLink = Path((std::string(".full") + pszExtension).c_str());
+        const std::string strLink = Path((".full" + strExtension).c_str());
         std::filesystem::create_symlink("/dev/full", strLink);
         EXPECT_FALSE(Export(strLink, heights, 3, {1, 1, 1}, {}));
         EXPECT_EQ(m_Log.TakeLines().size(), 1U);

@@ -1,3 +1,4 @@
+#include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/HeightExport.h"
 #include "engine/elevation/HeightImport.h"
 #include "host/Progress.h"
@@ -44,7 +45,7 @@ private:
     IProgressSink* m_Before;
 };
 
-class HeightProgress : public testing::TestWithParam<const char*>
+class HeightProgress : public testing::TestWithParam<SElevationFormat>
 {
 protected:
     HeightProgress()
@@ -84,7 +85,7 @@ protected:
 
     CTempFolder m_Folder;
     CLogCatcher m_Log;
-    std::string m_Path = m_Folder.Path("map.") + GetParam();
+    std::string m_Path = m_Folder.Path("map.") + GetParam().extensions[0];
     std::vector<float> m_Heights;
 };
 
@@ -136,7 +137,8 @@ TEST_P(HeightProgress, ACancelledImportGivesNothing)
 
 INSTANTIATE_TEST_SUITE_P(Formats,
                          HeightProgress,
-                         testing::Values("height", "png", "tif", "asc", "npy", "r16"),
-                         [](const auto& test) { return std::string(test.param); });
+                         testing::ValuesIn(GetElevationFormats().begin(),
+                                           GetElevationFormats().end()),
+                         [](const auto& test) { return std::string(test.param.extensions[0]); });
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "tests/engine/imaging/ImageSamples.h"
+#include "tests/engine/imaging/FormatRows.h"
 #include "tests/support/CLogCatcher.h"
 
 #include <algorithm>
@@ -6,31 +6,6 @@
 
 namespace
 {
-
-struct SSample
-{
-    const char* Name;
-    const char* Arguments; // what makes the independent program write it
-    const char* Prefix;
-};
-
-const SSample Samples[] = {
-    {"rgb.png", "-define png:color-type=2", ""},
-    {"rgba.png", "-interlace PNG -define png:color-type=6", ""},
-    {"palette.png", "-define png:color-type=3", ""},
-    {"grey.png", "-colorspace Gray -define png:color-type=0 -depth 16", ""},
-    {"photo.jpg", "", ""},
-    {"steps.jpg", "-interlace JPEG -colorspace Gray", ""},
-    {"plain.tga", "", ""},
-    {"runs.tga", "-compress RLE", ""},
-    {"mapped.tga", "-type Palette -compress RLE", ""},
-    {"rgb.bmp", "", "BMP3:"},
-    {"alpha.bmp", "-alpha on", ""},
-    {"palette.bmp", "-type Palette -compress none", "BMP3:"},
-    {"runs.bmp", "-type Palette -compress RLE", "BMP3:"},
-    {"plain.dds", "-define dds:compression=none", ""},
-    {"blocks.dds", "-define dds:compression=dxt5", ""},
-};
 
 // Null and exactly one line that names the file, or an image and silence.
 void ExpectImageOrOneLine(const std::string& strPath, CLogCatcher& Log)
@@ -43,15 +18,32 @@ void ExpectImageOrOneLine(const std::string& strPath, CLogCatcher& Log)
     ASSERT_TRUE(pImage || !pPalette);
 }
 
-class CDamagedImages : public ::testing::TestWithParam<SSample>
+// A sample of a format, and its row.
+using Damage = std::pair<const SFormatRow*, SForeignSample>;
+
+std::vector<Damage> GetDamages()
+{
+    std::vector<Damage> Damages;
+    for (const SFormatRow& Row : FORMAT_ROWS)
+    {
+        for (const SForeignSample& Sample : Row.Samples)
+        {
+            Damages.emplace_back(&Row, Sample);
+        }
+    }
+    return Damages;
+}
+
+class CDamagedImages : public ::testing::TestWithParam<Damage>
 {
 protected:
     void SetUp() override
     {
         WriteFile(m_Folder.Path("raw"), MakeNoise(size_t{7} * 5 * 3, 2));
-        m_Path = m_Folder.Path(GetParam().Name);
-        RunConvert("-size 7x5 -depth 8 rgb:" + m_Folder.Path("raw") + " " + GetParam().Arguments +
-                   " " + GetParam().Prefix + m_Path);
+        const auto& [pRow, Sample] = GetParam();
+        m_Path = m_Folder.Path((std::string(Sample.Name) + "." + pRow->Extension).c_str());
+        RunConvert("-size 7x5 -depth 8 rgb:" + m_Folder.Path("raw") + " " + Sample.Arguments + " " +
+                   Sample.Prefix + m_Path);
         m_Whole = ReadFile(m_Path);
         ASSERT_TRUE(LoadImage(m_Path));
     }
@@ -72,57 +64,6 @@ uint64_t GetPeakKilobytes()
     }
     Status >> nKilobytes;
     return nKilobytes;
-}
-
-// The check value of a PNG chunk.
-uint32_t GetCrc(const Bytes& Data, size_t nFirst, size_t nCount)
-{
-    uint32_t uCrc = 0xFFFFFFFF;
-    for (size_t i = nFirst; i < nFirst + nCount; ++i)
-    {
-        uCrc ^= Data[i];
-        for (int iBit = 0; iBit < 8; ++iBit)
-        {
-            uCrc = uCrc >> 1 ^ (uCrc & 1 ? 0xEDB88320 : 0);
-        }
-    }
-    return ~uCrc;
-}
-
-void PutSide(Bytes& Data, size_t nPosition, uint32_t uSide, size_t nBytes, bool bBigEndian)
-{
-    for (size_t i = 0; i < nBytes; ++i)
-    {
-        const size_t nShift = 8 * (bBigEndian ? nBytes - 1 - i : i);
-        Data[nPosition + i] = static_cast<uint8_t>(uSide >> nShift);
-    }
-}
-
-size_t FindFrame(const Bytes& Jpeg)
-{
-    const std::string strBytes(Jpeg.begin(), Jpeg.end());
-    return std::min(strBytes.find("\xFF\xC0"), strBytes.find("\xFF\xC2"));
-}
-
-// The same file with other sides in its header, all check values right.
-Bytes ClaimSides(const Bytes& Whole, const std::string& strName, uint32_t uSide)
-{
-    Bytes Data = Whole;
-    const std::string strExtension = strName.substr(strName.find('.') + 1);
-    const bool bBigEndian = strExtension == "png" || strExtension == "jpg";
-    const bool bShort = strExtension == "tga" || strExtension == "jpg";
-    const size_t nBytes = bShort ? 2 : 4;
-    const size_t nFirst = strExtension == "png"   ? 16
-                          : strExtension == "jpg" ? FindFrame(Data) + 5
-                          : strExtension == "bmp" ? 18
-                                                  : 12;
-    PutSide(Data, nFirst, uSide, nBytes, bBigEndian);
-    PutSide(Data, nFirst + nBytes, uSide, nBytes, bBigEndian);
-    if (strExtension == "png")
-    {
-        PutSide(Data, 29, GetCrc(Data, 12, 17), 4, true);
-    }
-    return Data;
 }
 
 } // namespace
@@ -167,7 +108,7 @@ TEST_P(CDamagedImages, AClaimOfManyPixelsIsRefusedBeforeTheyAreAllocated)
     for (const uint32_t uSide : {8000U, 16385U, 16386U, 30000U, 65535U, 0x7FFFFFFFU, 0U})
     {
         SCOPED_TRACE(uSide);
-        WriteFile(m_Path, ClaimSides(m_Whole, GetParam().Name, uSide));
+        WriteFile(m_Path, GetParam().first->ClaimSides(m_Whole, uSide));
         EXPECT_FALSE(LoadImage(m_Path));
         const std::vector<std::string> Lines = m_Log.TakeLines();
         ASSERT_EQ(Lines.size(), 1U);
@@ -185,12 +126,10 @@ TEST_P(CDamagedImages, AClaimOfManyPixelsIsRefusedBeforeTheyAreAllocated)
 
 INSTANTIATE_TEST_SUITE_P(Samples,
                          CDamagedImages,
-                         ::testing::ValuesIn(Samples),
-                         [](const auto& Info)
-                         {
-                             std::string strName = Info.param.Name;
-                             strName[strName.find('.')] = '_';
-                             return strName;
+                         ::testing::ValuesIn(GetDamages()),
+                         [](const auto& Info) {
+                             return std::string(Info.param.second.Name) + "_" +
+                                    Info.param.first->Extension;
                          });
 
 // All markers are there, but half of the picture's data is not.

@@ -1,4 +1,4 @@
-#include "tests/engine/imaging/ImageSamples.h"
+#include "tests/engine/imaging/FormatRows.h"
 #include "tests/support/CLogCatcher.h"
 
 #include <cstring>
@@ -26,17 +26,15 @@ Colors MakeEntries(uint32_t uCount)
     return Entries;
 }
 
-const EImageFormat Formats[] = {EImageFormat::Rgb24, EImageFormat::Rgba32, EImageFormat::Indexed8};
-
 // Odd widths show rows that are padded.
 const std::array<std::array<uint32_t, 2>, 4> Sizes = {{{1, 1}, {3, 5}, {17, 4}, {64, 33}}};
 
-class CImageRoundTrip : public ::testing::TestWithParam<const char*>
+class CImageRoundTrip : public ::testing::TestWithParam<SFormatRow>
 {
 protected:
     std::string Path(const std::string& strName) const
     {
-        return m_Folder.Path((strName + "." + GetParam()).c_str());
+        return m_Folder.Path((strName + "." + GetParam().Extension).c_str());
     }
 
     // Saves, loads, saves again: the same picture and the same file.
@@ -66,14 +64,12 @@ TEST_P(CImageRoundTrip, KeepsEveryByteOfColourAndGrey)
 {
     for (const auto& [uWidth, uHeight] : Sizes)
     {
-        for (const EImageFormat eFormat : Formats)
+        for (const EImageFormat eFormat : GetParam().Exact)
         {
             SCOPED_TRACE(static_cast<uint32_t>(eFormat));
             const ImagePtr pImage =
                 MakeImage(uWidth, uHeight, eFormat, MakeNoise(size_t{uWidth} * uHeight * 4));
-            // A BMP has no grey of its own: it comes back with a ramp as its palette.
-            const bool bRamp =
-                eFormat == EImageFormat::Indexed8 && std::string(GetParam()) == "bmp";
+            const bool bRamp = eFormat == EImageFormat::Indexed8 && GetParam().GreyIsRamp;
             Check(*pImage, {}, bRamp ? MakeRamp() : Colors{});
         }
     }
@@ -82,9 +78,9 @@ TEST_P(CImageRoundTrip, KeepsEveryByteOfColourAndGrey)
 
 TEST_P(CImageRoundTrip, KeepsIndicesAndTheOrderOfThePalette)
 {
-    if (std::string(GetParam()) == "dds")
+    if (!GetParam().HasPalettes())
     {
-        return; // holds no palette
+        return;
     }
     for (const uint32_t uCount : {1U, 2U, 5U, 16U, 200U, 256U, 0U})
     {
@@ -112,11 +108,11 @@ TEST_P(CImageRoundTrip, AnIndependentProgramReadsTheSamePicture)
         RunConvert(Path("a") + " -auto-orient -depth 8 rgba:" + Path("raw"));
         EXPECT_EQ(ReadFile(Path("raw")), GetRgba(pImage.get(), pPalette));
     };
-    for (const EImageFormat eFormat : Formats)
+    for (const EImageFormat eFormat : GetParam().Exact)
     {
         Check(eFormat, nullptr);
     }
-    if (std::string(GetParam()) != "dds")
+    if (GetParam().HasPalettes())
     {
         Check(EImageFormat::Indexed8, &Palette);
     }
@@ -124,14 +120,30 @@ TEST_P(CImageRoundTrip, AnIndependentProgramReadsTheSamePicture)
 
 INSTANTIATE_TEST_SUITE_P(Formats,
                          CImageRoundTrip,
-                         ::testing::Values("png", "bmp", "tga", "dds"),
-                         [](const auto& Info) { return std::string(Info.param); });
+                         ::testing::ValuesIn(FORMAT_ROWS),
+                         [](const auto& Info) { return std::string(Info.param.Extension); });
+
+TEST(ImageRoundTripRows, AreThoseOfTheCodecs)
+{
+    std::vector<std::string> Codecs;
+    for (const SImageCodec& Codec : GetImageCodecs())
+    {
+        Codecs.emplace_back(Codec.extensions[0]);
+    }
+    std::vector<std::string> Rows;
+    for (const SFormatRow& Row : FORMAT_ROWS)
+    {
+        Rows.emplace_back(Row.Extension);
+    }
+    EXPECT_EQ(Rows, Codecs);
+}
 
 TEST(ImageRoundTripJpeg, StaysCloseAndKeepsTheKind)
 {
     const CTempFolder Folder;
     const CLogCatcher Log;
-    for (const EImageFormat eFormat : Formats)
+    for (const EImageFormat eFormat :
+         {EImageFormat::Rgb24, EImageFormat::Rgba32, EImageFormat::Indexed8})
     {
         // A plain slope, which this kind of compression is made for.
         Bytes Slope;

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "engine/imaging/ImageCodecs.h"
+
+// The codec of TGA, as SImageCodec says.
+
+// Files of old lack the footer, and there is no mark at the start.
+bool HasTgaFooter(std::span<const uint8_t> data);
+bool MayTgaHavePalette(std::span<const uint8_t> data);
+bool DecodeTga(std::span<const uint8_t> data, SPicture& picture, std::string& strFault);
+bool EncodeTga(const IImage& image,
+               const IPalette* pPalette,
+               std::vector<uint8_t>& out,
+               std::string& strFault);
