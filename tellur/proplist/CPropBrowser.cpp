@@ -163,10 +163,12 @@ void CPropBrowser::ClearValue(SPropRow& row)
     }
     if (eType == RTTI_POINTER_LIST)
     {
+        const std::shared_ptr<SPropRow> pKept = row.shared_from_this();
         const std::string strQuestion =
             Format("Delete all pointers from %s list?", row.pField->GetName());
-        if (ShowMessageBox(strQuestion.c_str(), MB_YESNO | MB_ICONQUESTION) ==
-            EMessageBoxAnswer::Yes)
+        const bool bAgreed = ShowMessageBox(strQuestion.c_str(), MB_YESNO | MB_ICONQUESTION) ==
+                             EMessageBoxAnswer::Yes;
+        if (bAgreed && m_Model.HasRow(row))
         {
             m_Model.SetWholeField(row, "");
         }

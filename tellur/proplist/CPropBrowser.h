@@ -14,8 +14,8 @@ class CPropBrowser
 public:
     explicit CPropBrowser(CPropRowModel& model); // borrowed, as long as the browser lives
 
-    // For the row of a browse button. uKind: the browse bits of its field. bShift: the value is
-    // cleared instead. Nothing happens without a user.
+    // What a browse button does for its row. uKind: the browse bits of its field. bShift: the value
+    // is cleared instead. Nothing happens without a user.
     void Browse(SPropRow& row, uint32_t uKind, bool bShift, CPropInPlaceCtrl& sender);
     // A pointer becomes null, a text empty, an element leaves its list; a whole list is cleared
     // once the person agrees. Other values stay.

@@ -14,16 +14,14 @@ class IPropRowView;
 // makes its rows anew when they may be of objects that are gone.
 //
 // Objects are borrowed: the owner sets others before they go. A value that is written may bring
-// other objects or rows; they wait until it is written. UI thread.
+// other objects or rows; they wait until it is written. All on the UI thread.
 class CPropRowModel
 {
 public:
     explicit CPropRowModel(IPropRowView& view); // borrowed, as long as the model lives
 
-    void SetUser(IPropListCtrlUser* pUser)
-    {
-        m_pUser = pUser;
-    } // borrowed; null: nothing is written
+    // Borrowed; null, as at first: nothing is written.
+    void SetUser(IPropListCtrlUser* pUser) { m_pUser = pUser; }
 
     IPropListCtrlUser* GetUser() const { return m_pUser; }
 

@@ -4,7 +4,7 @@ class CPropInPlaceCtrl;
 struct SPropRow;
 
 // Whoever shows the rows of a CPropRowModel, which tells it what has changed. It may call the model
-// back. UI thread.
+// back. It is called on the UI thread.
 class IPropRowView
 {
 public:
