@@ -4,9 +4,12 @@
 #include "framework/core/KeyState.h"
 #include "framework/drawing/CDrawContext.h"
 #include "framework/drawing/SystemColors.h"
+#include "framework/widgets/CListCtrl.h"
 #include "host/NumberText.h"
 #include "host/Reflection.h"
-#include "tellur/proplist/CPropListCtrl.h"
+#include "tellur/proplist/CPropBrowser.h"
+#include "tellur/proplist/CPropRowModel.h"
+#include "tellur/proplist/CPropTextHooks.h"
 #include "tellur/proplist/PropText.h"
 
 #include <algorithm>
@@ -21,6 +24,9 @@ constexpr uint32_t BROWSE_BITS =
 
 constexpr int DIGITS = 6; // of a color's parts
 
+constexpr double BROWSE_WIDTH = 1.3; // as SPropEditorPlace
+constexpr double COLOR_WIDTH = 2.0;
+
 uint8_t ToByte(float fValue)
 {
     return static_cast<uint8_t>(std::lround(std::clamp(fValue, 0.0F, 1.0F) * 255.0F));
@@ -28,25 +34,33 @@ uint8_t ToByte(float fValue)
 
 } // namespace
 
-CPropCtrlBrowseButton::CPropCtrlBrowseButton(CPropListCtrl& list, SPropRow& row, uint32_t uId)
-    : CPropInPlaceCtrl(list, row, uId)
+CPropCtrlBrowseButton::CPropCtrlBrowseButton(const SPropEditorContext& context,
+                                             SPropRow& row,
+                                             uint32_t uId)
+    : CPropInPlaceCtrl(context, row, uId)
     , m_Kind(row.pField->GetEditFlags() & BROWSE_BITS)
 {
 }
 
 bool CPropCtrlBrowseButton::CreateEditor()
 {
-    return CreateButton(EControlKind::PushButton, "...", CONTROL_NO_TAB, m_List, GetEditorId(), {});
+    return CreateButton(
+        EControlKind::PushButton, "...", CONTROL_NO_TAB, m_Context.list, GetEditorId(), {});
 }
 
 void CPropCtrlBrowseButton::SetValueText(const std::string& strText)
 {
-    IPropListCtrlUser* pUser = m_List.GetUser();
+    IPropListCtrlUser* pUser = m_Context.model.GetUser();
     const CRTTIObject* pObject = m_Row.objects.empty() ? nullptr : m_Row.objects.front();
     if (pUser == nullptr || strText != pUser->GetNoChangeText(pObject))
     {
         m_ValueText = strText;
     }
+}
+
+SPropEditorPlace CPropCtrlBrowseButton::GetPlace() const
+{
+    return {.fWidth = BROWSE_WIDTH};
 }
 
 bool CPropCtrlBrowseButton::OnNotify(SNotification& notification)
@@ -61,12 +75,13 @@ bool CPropCtrlBrowseButton::OnNotify(SNotification& notification)
 
 void CPropCtrlBrowseButton::Browse(bool bShift)
 {
-    m_List.Browse(m_Row, m_Kind, bShift, *this);
+    m_Context.browser.Browse(m_Row, m_Kind, bShift, *this);
 }
 
 bool CPropCtrlBrowseColorButton::CreateEditor()
 {
-    return CreateButton(EControlKind::OwnerDraw, "", CONTROL_NO_TAB, m_List, GetEditorId(), {});
+    return CreateButton(
+        EControlKind::OwnerDraw, "", CONTROL_NO_TAB, m_Context.list, GetEditorId(), {});
 }
 
 void CPropCtrlBrowseColorButton::SetValueText(const std::string& strText)
@@ -81,8 +96,13 @@ void CPropCtrlBrowseColorButton::SetValueText(const std::string& strText)
     m_Color = bRead && !m_Row.bDifferent
                   ? MakeColor(ToByte(parts[0]), ToByte(parts[1]), ToByte(parts[2]))
                   : MakeColor(0, 0, 0);
-    EnableWindow(m_List.MayEdit(m_Row));
+    EnableWindow(m_Context.hooks.MayEdit(m_Row));
     Invalidate();
+}
+
+SPropEditorPlace CPropCtrlBrowseColorButton::GetPlace() const
+{
+    return {.fWidth = COLOR_WIDTH, .bFillsAlone = true};
 }
 
 void CPropCtrlBrowseColorButton::DrawItem(const SDrawItem& item)

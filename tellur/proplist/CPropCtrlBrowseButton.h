@@ -8,13 +8,14 @@
 class CPropCtrlBrowseButton : public CButton, public CPropInPlaceCtrl
 {
 public:
-    CPropCtrlBrowseButton(CPropListCtrl& list, SPropRow& row, uint32_t uId);
+    CPropCtrlBrowseButton(const SPropEditorContext& context, SPropRow& row, uint32_t uId);
 
     bool CreateEditor() override;
 
     CWindow& GetWindow() override { return *this; }
 
     void SetValueText(const std::string& strText) override;
+    SPropEditorPlace GetPlace() const override;
 
     uint32_t GetKind() const { return m_Kind; } // the browse bits
 
@@ -36,6 +37,7 @@ public:
 
     bool CreateEditor() override;
     void SetValueText(const std::string& strText) override;
+    SPropEditorPlace GetPlace() const override;
 
     uint32_t GetColor() const { return m_Color; } // red | green << 8 | blue << 16
 

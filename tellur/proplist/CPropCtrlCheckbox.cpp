@@ -2,7 +2,8 @@
 
 #include "framework/drawing/CDrawContext.h"
 #include "framework/drawing/SystemColors.h"
-#include "tellur/proplist/CPropListCtrl.h"
+#include "framework/widgets/CListCtrl.h"
+#include "tellur/proplist/CPropTextHooks.h"
 #include "tellur/proplist/PropText.h"
 
 #include <algorithm>
@@ -11,13 +12,14 @@
 
 bool CPropCtrlCheckbox::CreateEditor()
 {
-    return CreateButton(EControlKind::OwnerDraw, "", CONTROL_NO_TAB, m_List, GetEditorId(), {});
+    return CreateButton(
+        EControlKind::OwnerDraw, "", CONTROL_NO_TAB, m_Context.list, GetEditorId(), {});
 }
 
 void CPropCtrlCheckbox::SetValueText(const std::string& strText)
 {
     m_ValueText = strText;
-    const std::string strShown = m_List.FormatText(m_Row, strText);
+    const std::string strShown = m_Context.hooks.FormatText(m_Row, strText);
     m_State = m_Row.bDifferent                   ? CHECK_UNDETERMINED
               : std::atoi(strShown.c_str()) == 0 ? CHECK_OFF
                                                  : CHECK_ON;

@@ -3,8 +3,8 @@
 #include "framework/widgets/CButton.h"
 #include "tellur/proplist/CPropInPlaceCtrl.h"
 
-// A value that is true or false. Draws itself. A click on the third state, which several objects
-// with different values have, makes all of them false, kept on purpose.
+// A value that is true or false. It draws itself. A click on the third state, which several objects
+// with different values have, makes all of them false, which is kept on purpose.
 class CPropCtrlCheckbox : public CButton, public CPropInPlaceCtrl
 {
 public:

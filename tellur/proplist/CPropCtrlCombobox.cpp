@@ -1,7 +1,7 @@
 #include "tellur/proplist/CPropCtrlCombobox.h"
 
+#include "framework/widgets/CListCtrl.h"
 #include "host/Reflection.h"
-#include "tellur/proplist/CPropListCtrl.h"
 #include "tellur/proplist/PropClasses.h"
 #include "tellur/proplist/PropText.h"
 
@@ -9,7 +9,7 @@
 
 bool CPropCtrlComboboxBase::CreateEditor()
 {
-    return CreateCombo(m_List, GetEditorId(), {});
+    return CreateCombo(m_Context.list, GetEditorId(), {});
 }
 
 void CPropCtrlComboboxBase::Fill()

@@ -1,7 +1,10 @@
 #include "tellur/proplist/CPropCtrlEdit.h"
 
+#include "framework/widgets/CListCtrl.h"
 #include "host/EngineHost.h"
-#include "tellur/proplist/CPropListCtrl.h"
+#include "host/Reflection.h"
+#include "tellur/proplist/CPropRowModel.h"
+#include "tellur/proplist/CPropTextHooks.h"
 #include "tellur/proplist/PropText.h"
 
 namespace
@@ -9,6 +12,12 @@ namespace
 
 constexpr size_t TEXT_LIMIT = 4096; // characters
 constexpr char MARK = '&';
+
+bool HoldsPath(const CRTTIField& field)
+{
+    return field.GetType() == RTTI_STRING &&
+           (field.GetEditFlags() & (RTTI_EDIT_BROWSE_FILE | RTTI_EDIT_BROWSE_FOLDER)) != 0;
+}
 
 } // namespace
 
@@ -35,9 +44,15 @@ std::string ExpandTextMacros(const std::string& strText, const ITextMacroTable* 
     return strExpanded;
 }
 
+CPropCtrlEdit::CPropCtrlEdit(const SPropEditorContext& context, SPropRow& row, uint32_t uId)
+    : CPropInPlaceCtrl(context, row, uId)
+    , m_bExpanding(HoldsPath(*row.pField))
+{
+}
+
 bool CPropCtrlEdit::CreateEditor()
 {
-    if (!CreateEdit(CONTROL_NO_TAB, m_List, GetEditorId(), {}))
+    if (!CreateEdit(CONTROL_NO_TAB, m_Context.list, GetEditorId(), {}))
     {
         return false;
     }
@@ -53,7 +68,7 @@ std::string CPropCtrlEdit::GetText() const
     }
     if (m_bExpanding && !HasFocus())
     {
-        IPropListCtrlUser* pUser = m_List.GetUser();
+        IPropListCtrlUser* pUser = m_Context.model.GetUser();
         EngineHost* pEngine = pUser != nullptr ? pUser->GetEngineHost() : nullptr;
         return ExpandTextMacros(m_ValueText,
                                 pEngine != nullptr ? pEngine->GetTextMacroTable() : nullptr);
@@ -88,7 +103,7 @@ void CPropCtrlEdit::Commit()
     }
     if (IsTyped())
     {
-        const std::string strTyped = m_List.ParseText(m_Row, GetWindowText());
+        const std::string strTyped = m_Context.hooks.ParseText(m_Row, GetWindowText());
         m_Shown = GetWindowText(); // handed over once, also when the focus goes meanwhile
         Apply(strTyped);
     }
@@ -118,7 +133,7 @@ bool CPropCtrlEdit::TranslateKey(const SKeyEvent& key)
     {
         if (!IsTyped())
         {
-            m_List.SetFocus();
+            m_Context.list.SetFocus();
             return true;
         }
         Show(GetText());

@@ -14,7 +14,7 @@ std::string ExpandTextMacros(const std::string& strText, const ITextMacroTable* 
 class CPropCtrlEdit : public CEdit, public CPropInPlaceCtrl
 {
 public:
-    using CPropInPlaceCtrl::CPropInPlaceCtrl;
+    CPropCtrlEdit(const SPropEditorContext& context, SPropRow& row, uint32_t uId);
 
     bool CreateEditor() override;
 
@@ -23,9 +23,6 @@ public:
     void SetValueText(const std::string& strText) override;
     void Commit() override;
     void TakeFocus() override;
-
-    // Shows the value with its text macros expanded while nobody types.
-    void SetExpanding(bool bOn) { m_bExpanding = bOn; }
 
 protected:
     bool TranslateKey(const SKeyEvent& key) override;
@@ -39,6 +36,6 @@ private:
 
     bool IsTyped() const { return GetWindowText() != m_Shown; }
 
-    std::string m_Shown; // put there last by code
-    bool m_bExpanding = false;
+    std::string m_Shown;     // put there last by code
+    const bool m_bExpanding; // a path is shown with what its macros stand for while nobody types
 };

@@ -2,9 +2,11 @@
 
 #include "framework/core/Capture.h"
 #include "framework/core/CursorPos.h"
+#include "framework/widgets/CListCtrl.h"
 #include "host/NumberText.h"
 #include "host/Reflection.h"
-#include "tellur/proplist/CPropListCtrl.h"
+#include "tellur/proplist/CPropCtrlEdit.h"
+#include "tellur/proplist/CPropTextHooks.h"
 #include "tellur/proplist/PropText.h"
 
 #include <cstdlib>
@@ -12,6 +14,7 @@
 namespace
 {
 
+constexpr double SPINNER_WIDTH = 0.75; // as SPropEditorPlace
 constexpr double DEFAULT_STEP = 0.125;
 constexpr int OTHER_DIGITS = 10; // of types without a precision of their own
 constexpr int TOP_EDGE = 1;      // where a drag that left at the bottom goes on, and the last row
@@ -26,8 +29,8 @@ int GetDigits(const CRTTIField& field)
 
 } // namespace
 
-CPropCtrlSpinner::CPropCtrlSpinner(CPropListCtrl& list, SPropRow& row, uint32_t uId)
-    : CPropInPlaceCtrl(list, row, uId)
+CPropCtrlSpinner::CPropCtrlSpinner(const SPropEditorContext& context, SPropRow& row, uint32_t uId)
+    : CPropInPlaceCtrl(context, row, uId)
     , m_Step((row.pField->GetEditFlags() & RTTI_EDIT_HAS_STEP) != 0 ? row.pField->GetStep()
                                                                     : DEFAULT_STEP)
 {
@@ -35,7 +38,7 @@ CPropCtrlSpinner::CPropCtrlSpinner(CPropListCtrl& list, SPropRow& row, uint32_t 
 
 bool CPropCtrlSpinner::CreateEditor()
 {
-    if (!CreateSpin(m_List, GetEditorId(), {}))
+    if (!CreateSpin(m_Context.list, GetEditorId(), {}))
     {
         return false;
     }
@@ -55,9 +58,22 @@ void CPropCtrlSpinner::SetValueText(const std::string& strText)
     }
 }
 
+SPropEditorPlace CPropCtrlSpinner::GetPlace() const
+{
+    return {.fWidth = SPINNER_WIDTH};
+}
+
+void CPropCtrlSpinner::Meet(CPropInPlaceCtrl& other)
+{
+    if (dynamic_cast<CPropCtrlEdit*>(&other) != nullptr)
+    {
+        SetBuddy(other.GetWindow().GetControlId());
+    }
+}
+
 std::string CPropCtrlSpinner::FormatValue() const
 {
-    std::string strHook = m_List.FormatNumber(m_Row, m_Value);
+    std::string strHook = m_Context.hooks.FormatNumber(m_Row, m_Value);
     if (!strHook.empty())
     {
         return strHook;

@@ -8,7 +8,7 @@
 class CPropCtrlSpinner : public CSpinButtonCtrl, public CPropInPlaceCtrl
 {
 public:
-    CPropCtrlSpinner(CPropListCtrl& list, SPropRow& row, uint32_t uId);
+    CPropCtrlSpinner(const SPropEditorContext& context, SPropRow& row, uint32_t uId);
 
     bool CreateEditor() override;
 
@@ -17,6 +17,8 @@ public:
     bool CanFocus() const override { return false; }
 
     void SetValueText(const std::string& strText) override;
+    SPropEditorPlace GetPlace() const override;
+    void Meet(CPropInPlaceCtrl& other) override;
 
 protected:
     bool OnNotify(SNotification& notification) override;

@@ -1,11 +1,12 @@
 #include "tellur/proplist/CPropInPlaceCtrl.h"
 
 #include "framework/widgets/CWindow.h"
-#include "tellur/proplist/CPropListCtrl.h"
+#include "tellur/proplist/CPropRowModel.h"
 
-CPropInPlaceCtrl::CPropInPlaceCtrl(CPropListCtrl& list, SPropRow& row, uint32_t uId)
-    : m_List(list)
+CPropInPlaceCtrl::CPropInPlaceCtrl(const SPropEditorContext& context, SPropRow& row, uint32_t uId)
+    : m_Context(context)
     , m_Row(row)
+    , m_KeptRow(row.shared_from_this())
     , m_Id(uId)
 {
 }
@@ -21,9 +22,6 @@ void CPropInPlaceCtrl::Apply(const std::string& strText)
 {
     if (!m_bAbandoned)
     {
-        m_List.ApplyValue(m_Row, strText.c_str(), this);
+        m_Context.model.SetValue(m_Row, strText, this);
     }
 }
-
-SPropRow::SPropRow() = default;
-SPropRow::~SPropRow() = default;

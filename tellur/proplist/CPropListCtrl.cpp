@@ -1,5 +1,3 @@
-// Columns, pictures and what the list view shows of the rows.
-
 #include "tellur/proplist/CPropListCtrl.h"
 
 #include "framework/core/CRegValue.h"
@@ -7,8 +5,8 @@
 #include "host/Image.h"
 #include "host/Log.h"
 #include "host/Reflection.h"
-#include "tellur/proplist/CPropInPlaceCtrl.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -32,22 +30,6 @@ enum EPicture : int
 };
 
 } // namespace
-
-CPropListCtrl::CPropListCtrl() = default;
-
-CPropListCtrl::~CPropListCtrl()
-{
-    for (const auto& pRow : m_Rows)
-    {
-        for (const auto& pEditor : pRow->editors)
-        {
-            if (pEditor != nullptr)
-            {
-                pEditor->Abandon();
-            }
-        }
-    }
-}
 
 void CPropListCtrl::SetRegistryKeyPath(const char* pszPath)
 {
@@ -132,34 +114,46 @@ void CPropListCtrl::CreateImages()
 void CPropListCtrl::SetObjects(const PropObjects& objects)
 {
     CreateColumns();
-    std::vector<const CRTTI*> classes;
-    for (const CRTTIObject* pObject : objects)
-    {
-        classes.push_back(pObject->GetRTTI());
-    }
-    // An object may have gone and another one stand at its address.
-    if (objects == m_Objects && classes == m_Classes)
-    {
-        RefreshValues();
-        return;
-    }
-    m_Objects = objects;
-    m_Classes = std::move(classes);
-    if (m_nApplying > 0)
-    {
-        m_bRebuildLater = true;
-        return;
-    }
-    Rebuild();
+    m_Model.SetObjects(objects);
 }
 
-void CPropListCtrl::SetShowHidden(bool bShow)
+bool CPropListCtrl::HandleFieldEdit(const PropObjects& objects,
+                                    CRTTIField* pField,
+                                    const char* pszValue,
+                                    int iElement)
 {
-    if (m_bShowHidden != bShow)
+    return m_Model.HandleFieldEdit(objects, pField, pszValue, iElement);
+}
+
+bool CPropListCtrl::ChooseObjects(const CRTTI* pClass, PropObjects& picked)
+{
+    return m_Browser.ChooseObjects(pClass, picked);
+}
+
+void CPropListCtrl::OnRowsMade()
+{
+    const std::string strEdited =
+        m_Editing.GetRow() != nullptr ? m_Editing.GetRow()->strKey : std::string();
+    m_Editing.LetGo();
+    ShowRows();
+    // The row that was under edit stays so when there is one in its place.
+    SPropRow* pEdited = m_Model.FindRow(strEdited);
+    if (pEdited != nullptr && pEdited->iItem >= 0)
     {
-        m_bShowHidden = bShow;
-        Rebuild();
+        SelectItem(pEdited->iItem);
+        m_Editing.Begin(pEdited);
     }
+}
+
+void CPropListCtrl::OnValueRead(SPropRow& row, const CPropInPlaceCtrl* pSender)
+{
+    const int iItem = row.iItem;
+    const std::string strShown = m_Model.GetShownText(row);
+    if (iItem >= 0 && GetCellText(iItem, VALUE_COLUMN) != strShown)
+    {
+        SetCellText(iItem, VALUE_COLUMN, strShown.c_str());
+    }
+    m_Editing.ShowValue(row, pSender);
 }
 
 void CPropListCtrl::ShowRows()
@@ -167,25 +161,16 @@ void CPropListCtrl::ShowRows()
     const bool bFocus = HasFocus();
     SetRedraw(false);
     DeleteAllItems();
-    m_Shown.clear();
     // Names of one depth are in line, with and without a picture before them; a flat list has none.
+    const PropRows& rows = m_Model.GetRows();
     const bool bTree =
-        std::any_of(m_Rows.begin(), m_Rows.end(), [](const auto& pRow) { return pRow->bParent; });
-    int iClosedDepth = -1; // rows deeper than this are hidden; -1: none is
-    for (const auto& pRow : m_Rows)
+        std::any_of(rows.begin(), rows.end(), [](const auto& pRow) { return pRow->bParent; });
+    for (int i = 0; i < m_Model.GetShownCount(); ++i)
     {
-        pRow->iItem = -1;
-        if (iClosedDepth >= 0 && pRow->iDepth > iClosedDepth)
-        {
-            continue;
-        }
-        iClosedDepth = pRow->bParent && !pRow->bOpen ? pRow->iDepth : -1;
-        pRow->iItem = static_cast<int>(m_Shown.size());
-        m_Shown.push_back(pRow.get());
-        ShowRow(*pRow, bTree);
+        ShowRow(*m_Model.GetShown(i), bTree);
     }
     SetRedraw(true);
-    if (bFocus && m_pEdited == nullptr)
+    if (bFocus && m_Editing.GetRow() == nullptr)
     {
         SetFocus();
     }
@@ -195,7 +180,7 @@ void CPropListCtrl::ShowRow(const SPropRow& row, bool bTree)
 {
     const int iItem = row.iItem;
     InsertItem(iItem, row.strName.c_str());
-    SetCellText(iItem, VALUE_COLUMN, GetShownText(row).c_str());
+    SetCellText(iItem, VALUE_COLUMN, m_Model.GetShownText(row).c_str());
     if (row.pField != nullptr)
     {
         const std::string strDescription = row.pField->GetDescription();
@@ -209,25 +194,127 @@ void CPropListCtrl::ShowRow(const SPropRow& row, bool bTree)
     SetItemIndent(iItem, row.iDepth + (bTree && iPicture < 0 ? 1 : 0));
 }
 
-SPropRow* CPropListCtrl::GetRowOf(int iItem) const
-{
-    const bool bThere = iItem >= 0 && iItem < static_cast<int>(m_Shown.size());
-    return bThere ? m_Shown[static_cast<size_t>(iItem)] : nullptr;
-}
-
 void CPropListCtrl::Toggle(SPropRow& row, bool bOpen)
 {
     if (!row.bParent || row.bOpen == bOpen)
     {
         return;
     }
-    EndEdit();
-    row.bOpen = bOpen;
-    if (m_Toggled.erase(row.strKey) == 0)
+    const std::shared_ptr<SPropRow> pKept = row.shared_from_this();
+    m_Editing.End();
+    SPropRow* pRow = m_Model.FindAgain(row); // what was typed may have brought other rows
+    if (pRow != nullptr)
     {
-        m_Toggled.insert(row.strKey);
+        m_Model.SetOpen(*pRow, bOpen);
+        ShowRows();
+        SelectItem(pRow->iItem);
+        m_Editing.Begin(pRow);
     }
-    ShowRows();
+}
+
+void CPropListCtrl::OpenMenu(SPropRow& row, SScreenPoint at)
+{
+    if (m_Model.GetUser() == nullptr)
+    {
+        return;
+    }
+    const std::shared_ptr<SPropRow> pKept = row.shared_from_this();
     SelectItem(row.iItem);
-    BeginEdit(&row);
+    m_Editing.Begin(&row);
+    // What was typed in another row may have brought other rows.
+    if (const SPropRow* pRow = m_Model.FindAgain(row))
+    {
+        m_Menu.Open(*pRow, at);
+    }
+}
+
+bool CPropListCtrl::TranslateKey(const SKeyEvent& key)
+{
+    return key.uKey == KEY_TAB && !key.bControl && !key.bAlt && m_Editing.MoveFocus(key.bShift);
+}
+
+bool CPropListCtrl::OnKeyDown(const SKeyEvent& key)
+{
+    SPropRow* pRow = m_Model.GetShown(GetSelectedItem());
+    if (pRow == nullptr || m_Editing.HasFocus(*pRow))
+    {
+        return false; // what an editor does not want is nothing to the list
+    }
+    switch (key.uKey)
+    {
+    case KEY_ENTER:
+    case KEY_F2:
+        m_Editing.Focus(*pRow, false);
+        return true;
+    case KEY_DELETE:
+        m_Browser.ClearValue(*pRow);
+        return true;
+    case KEY_LEFT:
+    case KEY_RIGHT:
+        Toggle(*pRow, key.uKey == KEY_RIGHT);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void CPropListCtrl::OnSize()
+{
+    m_Editing.Place();
+}
+
+bool CPropListCtrl::OnLButtonDown(const SMouseEvent& event)
+{
+    m_Editing.Forget(); // the hand is in the list, so no editor is at work
+    int iItem = -1;
+    int iColumn = -1;
+    SPropRow* pRow = HitTest(event.point, iItem, iColumn) ? m_Model.GetShown(iItem) : nullptr;
+    if (pRow == nullptr || !pRow->bParent || iColumn != 0)
+    {
+        return false;
+    }
+    // On the picture before the name, which is as wide as the row is indented.
+    const int iPicture = static_cast<int>(m_Images.GetImageSize().cx * GetScale());
+    const int iLeft = event.point.x - GetCellRect(iItem, 0).left - pRow->iDepth * iPicture;
+    if (iLeft < 0 || iLeft >= iPicture)
+    {
+        return false;
+    }
+    const std::shared_ptr<SPropRow> pKept = pRow->shared_from_this();
+    SetFocus(); // which hands over what was typed, and that may bring other rows
+    Toggle(*pRow, !pRow->bOpen);
+    return true;
+}
+
+bool CPropListCtrl::OnNotify(SNotification& notification)
+{
+    switch (notification.eKind)
+    {
+    case ENotify::SelectionChanged:
+        m_Editing.Begin(m_Model.GetShown(notification.iItem));
+        return false;
+    case ENotify::CellClicked:
+        if (SPropRow* pRow = m_Model.GetShown(notification.iItem))
+        {
+            m_Editing.Focus(*pRow, false);
+        }
+        return false;
+    case ENotify::CellDoubleClicked:
+        if (SPropRow* pRow = m_Model.GetShown(notification.iItem))
+        {
+            Toggle(*pRow, !pRow->bOpen);
+        }
+        return false;
+    case ENotify::ColumnResized:
+        OnSize();
+        return false;
+    case ENotify::ContextMenu:
+        if (SPropRow* pRow = m_Model.GetShown(notification.iItem))
+        {
+            OpenMenu(*pRow, notification.screen);
+        }
+        return true;
+    default:
+        return false;
+    }
 }

@@ -13,8 +13,8 @@ class EngineHost;
 
 using PropObjects = std::vector<CRTTIObject*>;
 
-// What a property list asks of its owner; it reaches the editor only through this. Borrowed by the
-// list. Objects, fields and texts are borrowed for the call. UI thread.
+// What a property list asks of its owner; it reaches the editor only through this. The list borrows
+// it. Objects, fields and texts are borrowed for the call. It is called on the UI thread.
 class IPropListCtrlUser
 {
 public:
@@ -36,7 +36,8 @@ public:
                                  CRTTIField* pField,
                                  const char* pszValue,
                                  int iElement) = 0;
-    // Lets the person choose objects whose class derives from pClass. False when cancelled.
+    // Lets the person choose objects whose class derives from pClass. False when the person
+    // cancels.
     virtual bool PickObjects(const CRTTI* pClass, PropObjects& picked) = 0;
     virtual EngineHost* GetEngineHost() = 0; // null: there are no objects and no text macros
     virtual EditorHost* GetEditorHost() = 0; // null: nothing can be browsed for

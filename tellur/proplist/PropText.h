@@ -9,16 +9,16 @@
 inline constexpr const char* PROP_DIFFERENT_VALUES = "<different values>";
 inline constexpr const char* PROP_NULL = "null";
 
-// Parts of a vector or matrix; 0 for another type.
+// The number of parts of a vector or matrix; 0 for a field of another type.
 int GetComponentCount(const CRTTIField& field);
 bool IsInteger(const CRTTIField& field);
 
-// What the pointer, or the list, of an object points to; a null pointer is no entry of its own.
-// Empty for a field of another type.
+// What the pointer, or the list, of an object points to; a null pointer is no entry of its own. A
+// field of another type points to nothing.
 PropObjects GetPointed(const CRTTIField& field, CRTTIObject* pObject);
 
 // The value as the engine writes and reads it; of a flag "1" or "0", of a list's element its
-// identifier. None when it cannot be read: a type that is not known, a part that is not there.
+// identifier. There is none when the field's type is not known or the part is not there.
 std::optional<std::string>
 GetValueText(const CRTTIField& field, int iElement, const CRTTIObject* pObject);
 

@@ -1,134 +1,88 @@
-// Dialogs behind the browse buttons, the menu of a row, and pointers to objects.
+// The menu of a row, the dialogs behind the browse buttons, and pointers to objects.
 
-#include "tests/tellur/proplist/PropListFixture.h"
-
-#include <QContextMenuEvent>
-#include <QLineEdit>
-#include <QPushButton>
-
-using Texts = std::vector<std::string>;
+#include "tellur/proplist/CPropCtrlBrowseButton.h"
+#include "tests/tellur/proplist/PropModelFixture.h"
 
 namespace
 {
 
-class CObjects : public CPropListTest
+class CObjects : public CPropModelTest
 {
 protected:
-    // Opens the menu of a row and chooses an item in it.
-    void Menu(const std::string& strName, uint32_t uChosen)
+    // Opens the menu of a row and chooses an item in it; what it offered.
+    std::string Menu(const std::string& strName, uint32_t uChosen = 0)
     {
-        ASSERT_GE(FindRow(strName), 0) << strName;
         m_FrontEnd.uChosenItem = uChosen;
         m_FrontEnd.menuTexts.clear();
-        const QPoint at = At(strName);
-        QContextMenuEvent event(QContextMenuEvent::Mouse, at, View()->viewport()->mapToGlobal(at));
-        QApplication::sendEvent(View()->viewport(), &event);
-        QApplication::processEvents();
-    }
-
-    Texts MenuTexts(const std::string& strName)
-    {
-        Menu(strName, 0);
-        return m_FrontEnd.menuTexts;
-    }
-
-    QPushButton* Browse(const std::string& strName)
-    {
-        Edit(strName);
-        auto* pButton = Editor<QPushButton>();
-        if (pButton == nullptr)
+        m_Menu.Open(Row(strName), {});
+        std::string strTexts;
+        for (const std::string& strText : m_FrontEnd.menuTexts)
         {
-            ADD_FAILURE() << strName;
-            return nullptr;
+            strTexts += strText + "|";
         }
+        return strTexts;
+    }
+
+    void Browse(const std::string& strName, bool bShift = false)
+    {
         m_FrontEnd.calls.clear();
-        QTest::mouseClick(pButton, Qt::LeftButton);
-        return pButton;
+        CPropCtrlBrowseButton button(m_Context, Row(strName), 1);
+        m_Browser.Browse(Row(strName), button.GetKind(), bShift, button);
     }
 };
 
 } // namespace
 
-TEST_F(CObjects, BrowseButtonsOpenTheDialogOfTheirKind)
+TEST_F(CObjects, PathsAreBrowsedForInTheDialogOfTheirKind)
 {
-    ASSERT_NO_FATAL_FAILURE(Show({&m_Thing}));
+    m_Model.SetObjects({&m_Thing});
     Browse("m_File");
     EXPECT_EQ(m_Thing.m_File, "&root&/a.png") << "cancelled";
     m_User.face.strBrowseAnswer = "data/b.png";
     Browse("m_File");
     EXPECT_EQ(m_Thing.m_File, "data/b.png");
-    EXPECT_EQ(Editor<QLineEdit>()->text(), "data/b.png");
     m_User.face.strBrowseAnswer = "<no_change>";
     Browse("m_File");
     EXPECT_EQ(m_Thing.m_File, "data/b.png");
-
     m_FrontEnd.strChosenFolder = "/somewhere";
     Browse("m_Folder");
     EXPECT_EQ(m_Thing.m_Folder, "/somewhere");
-    QTest::keyClick(Editor<QPushButton>(), Qt::Key_Delete); // nothing to the list around it
-    EXPECT_EQ(m_Thing.m_Folder, "/somewhere");
-    m_FrontEnd.keys = {EKey::Shift}; // clears
-    Browse("m_Folder");
+    Browse("m_Folder", true); // with Shift it clears
     EXPECT_EQ(m_Thing.m_Folder, "");
-    m_FrontEnd.keys.clear();
-
-    m_FrontEnd.uChosenColor = 0x0000FF; // red
-    const QPushButton* pSwatch = Browse("m_Color");
-    EXPECT_EQ(m_FrontEnd.calls, Calls{"FrontEnd.ChooseColor(0x80ff)"});
-    EXPECT_EQ(Value("m_Color"), "1 0 0");
-    const QImage red = const_cast<QPushButton*>(pSwatch)->grab().toImage();
-    EXPECT_EQ(red.pixelColor(red.width() / 2, red.height() / 2), QColor(255, 0, 0));
-    m_FrontEnd.uChosenColor = 0xFFFFFFFF;
-    Browse("m_Color");
-    EXPECT_EQ(Value("m_Color"), "1 0 0");
-
-    SPropListHooks hooks;
-    hooks.mayEdit = [](const CRTTIField&)
-    {
-        return false;
-    };
-    m_List.SetHooks(hooks);
-    m_List.RefreshValues();
-    EXPECT_FALSE(pSwatch->isEnabled());
-    EXPECT_EQ(m_Log.GetText(), "");
 }
 
 TEST_F(CObjects, AttributesAreCopiedToFieldsThatTakeThem)
 {
     m_Thing.m_Shape = &m_Box;
     m_Thing.m_Shapes = {&m_Ball, &m_Box};
-    ASSERT_NO_FATAL_FAILURE(Show({&m_Thing}));
-    EXPECT_EQ(MenuTexts("Numbers"), Texts{});
-    EXPECT_EQ(MenuTexts("m_Free"), (Texts{"Copy attribute", "Mine"}));
-    ASSERT_NO_FATAL_FAILURE(Menu("m_Free", PROP_COMMAND_COPY));
-    EXPECT_EQ(MenuTexts("m_Count"), (Texts{"Copy attribute", "Mine"})) << "another type";
-    EXPECT_EQ(MenuTexts("m_Share"), (Texts{"Copy attribute", "Paste attribute", "Mine"}));
-    ASSERT_NO_FATAL_FAILURE(Menu("m_Share", PROP_COMMAND_PASTE));
+    m_Model.SetObjects({&m_Thing});
+    EXPECT_EQ(Menu("Numbers"), "");
+    EXPECT_EQ(Menu("m_Free", PROP_COMMAND_COPY), "Copy attribute|Mine|");
+    EXPECT_EQ(Menu("m_Count"), "Copy attribute|Mine|") << "another type";
+    EXPECT_EQ(Menu("m_Share", PROP_COMMAND_PASTE), "Copy attribute|Paste attribute|Mine|");
     EXPECT_EQ(m_Thing.m_Share, 1.0F) << "2, inside the limits";
-    ASSERT_NO_FATAL_FAILURE(Menu("m_Count", PROP_COMMAND_COPY));
-    EXPECT_EQ(MenuTexts("a fixed number"), (Texts{"Copy attribute", "Mine"})) << "read only";
-    ASSERT_NO_FATAL_FAILURE(Menu("x", PROP_COMMAND_COPY));
-    EXPECT_EQ(MenuTexts("m_Place"), (Texts{"Copy attribute", "Mine"})) << "a part is no whole";
-    ASSERT_NO_FATAL_FAILURE(Menu("z", PROP_COMMAND_PASTE));
+    Menu("m_Count", PROP_COMMAND_COPY);
+    EXPECT_EQ(Menu("a fixed number"), "Copy attribute|Mine|") << "read only";
+    Menu("x", PROP_COMMAND_COPY);
+    EXPECT_EQ(Menu("m_Place"), "Copy attribute|Mine|") << "a part is no whole";
+    Menu("z", PROP_COMMAND_PASTE);
     EXPECT_EQ(m_Thing.m_Place.z, 1.0F);
-
     // A whole list goes to a list, one object to a pointer or an element.
-    ASSERT_NO_FATAL_FAILURE(Menu("m_Shapes<CTestShape[]>", PROP_COMMAND_COPY));
-    EXPECT_EQ(MenuTexts("m_Shape<CTestShape>"), (Texts{"Copy attribute", "Mine"}));
-    ASSERT_NO_FATAL_FAILURE(Menu("name12", PROP_COMMAND_COPY));
-    EXPECT_EQ(MenuTexts("m_Shapes<CTestShape[]>"), (Texts{"Copy attribute", "Mine"}));
-    ASSERT_NO_FATAL_FAILURE(Menu("m_Shape<CTestShape>", PROP_COMMAND_PASTE));
+    Menu("m_Shapes<CTestShape[]>", PROP_COMMAND_COPY);
+    EXPECT_EQ(Menu("m_Shape<CTestShape>"), "Copy attribute|Mine|");
+    Menu("name12", PROP_COMMAND_COPY);
+    EXPECT_EQ(Menu("m_Shapes<CTestShape[]>"), "Copy attribute|Mine|");
+    Menu("m_Shape<CTestShape>", PROP_COMMAND_PASTE);
     EXPECT_EQ(m_Thing.m_Shape, &m_Ball);
     m_User.host.GetEngine().RemoveObject(12); // the copied object is gone
-    EXPECT_EQ(MenuTexts("m_Shape<CTestShape>"), (Texts{"Copy attribute", "Mine"}));
+    EXPECT_EQ(Menu("m_Shape<CTestShape>"), "Copy attribute|Mine|");
     m_User.host.GetEngine().AddObject(12, &m_Ball);
 
-    EXPECT_EQ(MenuTexts("name11"),
-              (Texts{"Remove object from list", "Copy attribute", "Paste attribute", "Mine"}));
-    ASSERT_NO_FATAL_FAILURE(Menu("name11", PROP_COMMAND_REMOVE));
+    EXPECT_EQ(Menu("name11", PROP_COMMAND_REMOVE),
+              "Remove object from list|Copy attribute|Paste attribute|Mine|");
     EXPECT_EQ(m_Thing.m_Shapes, std::vector<CRTTIObject*>{&m_Ball});
-    EXPECT_EQ(FindRow("name11"), -1);
-    ASSERT_NO_FATAL_FAILURE(Menu("m_Free", PROP_COMMAND_USER + 1));
+    EXPECT_EQ(FindRow("name11"), nullptr);
+    Menu("m_Free", PROP_COMMAND_USER + 1);
     EXPECT_EQ(m_User.commands, std::vector<uint32_t>{PROP_COMMAND_USER + 1});
 }
 
@@ -136,45 +90,36 @@ TEST_F(CObjects, CommandsOnObjectsAreThereForAnOwnerThatHasThem)
 {
     m_Thing.m_Shape = &m_Box;
     m_User.bCommands = true;
-    ASSERT_NO_FATAL_FAILURE(Show({&m_Thing}));
-    EXPECT_EQ(MenuTexts("m_Free"), (Texts{"Copy attribute", "Mine"})) << "points to nothing";
-    EXPECT_EQ(MenuTexts("m_Shape<CTestShape>"),
-              (Texts{"Select object(s)",
-                     "Select chain of objects",
-                     "Make this object public",
-                     "Copy attribute",
-                     "Mine",
-                     "",
-                     "Delete object(s)"}));
-    ASSERT_NO_FATAL_FAILURE(Menu("m_Shape<CTestShape>", PROP_COMMAND_SELECT));
+    m_Model.SetObjects({&m_Thing});
+    EXPECT_EQ(Menu("m_Free"), "Copy attribute|Mine|") << "points to nothing";
+    EXPECT_EQ(Menu("m_Shape<CTestShape>", PROP_COMMAND_SELECT),
+              "Select object(s)|Select chain of objects|Make this object public|Copy attribute|"
+              "Mine||Delete object(s)|");
     EXPECT_EQ(m_User.commands, std::vector<uint32_t>{PROP_COMMAND_SELECT});
-    EXPECT_EQ(m_List.GetMenuObjects(), PropObjects{&m_Box});
+    EXPECT_EQ(m_Menu.GetObjects(), PropObjects{&m_Box});
     m_Box.bStatic = true;
-    EXPECT_EQ(MenuTexts("m_Shape<CTestShape>").back(), "Mine") << "it may not be deleted";
+    EXPECT_TRUE(Menu("m_Shape<CTestShape>").ends_with("Mine|")) << "it may not be deleted";
 }
 
 TEST_F(CObjects, PickedObjectsAreAssignedAsTheMenuSays)
 {
-    ASSERT_NO_FATAL_FAILURE(Show({&m_Thing}));
+    m_Model.SetObjects({&m_Thing});
     // The chooser and the menu of what it would do both choose the first item.
     m_FrontEnd.uChosenItem = 1;
     Browse("m_Shape<CTestShape>");
     EXPECT_EQ(m_FrontEnd.menuTexts, Texts{"Set attribute: m_Shape to CTestBox(11)"});
     EXPECT_EQ(m_Thing.m_Shape, &m_Box);
-    m_FrontEnd.keys = {EKey::Shift};
-    Browse("m_Shape<CTestShape>");
+    Browse("m_Shape<CTestShape>", true);
     EXPECT_EQ(m_Thing.m_Shape, nullptr);
-    m_FrontEnd.keys.clear();
 
     m_Box.bStatic = true;
     Browse("m_Shape<CTestShape>");
-    EXPECT_EQ(m_Thing.m_Shape, nullptr);
     EXPECT_EQ(m_FrontEnd.calls.back(),
               "FrontEnd.MessageBox(You cannot choose objects which have STATIC flag set., 0x30)");
     m_Box.bStatic = false;
 
     m_Thing.m_Shapes = {&m_Ball};
-    m_List.RefreshValues();
+    m_Model.RefreshValues();
     Browse("name12"); // an element of the list
     EXPECT_EQ(m_FrontEnd.menuTexts,
               (Texts{"Add CTestBox(11) to m_Shapes",
@@ -186,24 +131,21 @@ TEST_F(CObjects, PickedObjectsAreAssignedAsTheMenuSays)
                      "Remove CTestBox(11) from m_Shapes"}));
     EXPECT_EQ(m_Thing.m_Shapes, (std::vector<CRTTIObject*>{&m_Box, &m_Ball}));
 
-    // Delete on the list's row clears it after a question, on an element's that element.
+    // Deleted on the list's row, it is cleared after a question, on an element's that element.
     const auto press = [this](const char* pszRow)
     {
         m_FrontEnd.calls.clear();
-        m_List.SelectItem(FindRow(pszRow));
-        View()->setFocus();
-        QTest::keyClick(View(), Qt::Key_Delete);
+        m_Browser.ClearValue(Row(pszRow));
     };
     m_FrontEnd.eAnswer = EMessageBoxAnswer::No;
     press("m_Shapes<CTestShape[]>");
     EXPECT_EQ(m_FrontEnd.calls,
               Calls{"FrontEnd.MessageBox(Delete all pointers from m_Shapes list?, 0x24)"});
     EXPECT_EQ(m_Thing.m_Shapes.size(), 2U);
-    m_FrontEnd.keys = {EKey::Shift};
-    Browse("name12");
+    Browse("name12", true);
     EXPECT_EQ(m_Thing.m_Shapes, std::vector<CRTTIObject*>{&m_Box});
     m_Thing.m_Shapes = {&m_Box, &m_Ball};
-    m_List.RefreshValues();
+    m_Model.RefreshValues();
     press("name11");
     EXPECT_EQ(m_Thing.m_Shapes, std::vector<CRTTIObject*>{&m_Ball});
     press("a fixed number");
@@ -211,6 +153,5 @@ TEST_F(CObjects, PickedObjectsAreAssignedAsTheMenuSays)
     EXPECT_EQ(m_FrontEnd.calls, Calls{});
     m_FrontEnd.eAnswer = EMessageBoxAnswer::Yes;
     press("m_Shapes<CTestShape[]>");
-    EXPECT_TRUE(m_Thing.m_Shapes.empty());
     EXPECT_EQ(Value("m_Shapes<CTestShape[]>"), "empty");
 }

@@ -9,34 +9,7 @@
 
 #include <cmath>
 
-namespace
-{
-
-class CSpinnerDrag : public CPropListTest
-{
-protected:
-    // Until the value is what it should become, however long a loaded machine takes.
-    void Do(const QStringList& arguments, float fExpected)
-    {
-        QProcess process;
-        process.start("xdotool", arguments);
-        const bool bDone = QTest::qWaitFor(
-            [&]
-            {
-                return process.state() == QProcess::NotRunning &&
-                       std::fabs(m_Thing.m_Free - fExpected) < 1e-3F;
-            },
-            60000);
-        EXPECT_TRUE(bDone) << m_Thing.m_Free << " instead of " << fExpected;
-    }
-
-    static QStringList MoveTo(int iX, int iY)
-    {
-        return {"mousemove", QString::number(iX), QString::number(iY)};
-    }
-};
-
-} // namespace
+using CSpinnerDrag = CPropListTest;
 
 TEST_F(CSpinnerDrag, GoesOnFromTheBottomOfTheScreen)
 {
@@ -49,15 +22,30 @@ TEST_F(CSpinnerDrag, GoesOnFromTheBottomOfTheScreen)
     const QPoint arrow =
         View()->viewport()->mapToGlobal(QPoint(cell.right() - 4, cell.top() + 4)); // the upper one
     const int nHeight = QGuiApplication::primaryScreen()->size().height();
-    const QStringList press = {"mousedown", "1"};
+    const auto moveTo = [](int iX, int iY)
+    {
+        return QStringList{"mousemove", QString::number(iX), QString::number(iY)};
+    };
+    // Until the value is what it should become, however long a loaded machine takes.
+    const auto expect = [this](const QStringList& arguments, float fExpected)
+    {
+        QProcess process;
+        process.start("xdotool", arguments);
+        const auto isDone = [&]
+        {
+            return process.state() == QProcess::NotRunning &&
+                   std::fabs(m_Thing.m_Free - fExpected) < 1e-3F;
+        };
+        EXPECT_TRUE(QTest::qWaitFor(isDone, 60000)) << m_Thing.m_Free << " not " << fExpected;
+    };
     // One batch: no time for the arrow to repeat.
     const float fAtTop = 2.0F + 0.125F * static_cast<float>(1 + arrow.y());
-    Do(MoveTo(arrow.x(), arrow.y()) + press + MoveTo(1200, 0), fAtTop);
+    expect(moveTo(arrow.x(), arrow.y()) + QStringList{"mousedown", "1"} + moveTo(1200, 0), fAtTop);
     EXPECT_EQ(QCursor::pos(), QPoint(1200, nHeight - 5));
     // Far from the window, yet the spinner's.
-    Do(MoveTo(1200, nHeight - 25), fAtTop + 0.125F * 20);
-    Do(QStringList{"mouseup", "1"} + MoveTo(1200, nHeight - 60) + MoveTo(arrow.x(), arrow.y()) +
-           QStringList{"click", "1"},
-       fAtTop + 0.125F * 21); // let go: only the click counts
+    expect(moveTo(1200, nHeight - 25), fAtTop + 0.125F * 20);
+    expect(QStringList{"mouseup", "1"} + moveTo(1200, nHeight - 60) + moveTo(arrow.x(), arrow.y()) +
+               QStringList{"click", "1"},
+           fAtTop + 0.125F * 21); // let go: only the click counts
     SetFrontEnd(pFake);
 }

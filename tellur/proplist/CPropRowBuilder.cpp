@@ -1,8 +1,6 @@
-// The tree of rows: which fields there are, and their parts.
+#include "tellur/proplist/CPropRowBuilder.h"
 
 #include "host/Reflection.h"
-#include "tellur/proplist/CPropInPlaceCtrl.h"
-#include "tellur/proplist/CPropListCtrl.h"
 #include "tellur/proplist/PropClasses.h"
 #include "tellur/proplist/PropText.h"
 
@@ -50,28 +48,37 @@ GroupFields(const PropObjects& objects)
 
 } // namespace
 
-bool CPropListCtrl::IsShown(const CRTTIField& field) const
+CPropRowBuilder::CPropRowBuilder(const std::set<std::string>& toggled,
+                                 bool bHidden,
+                                 IPropListCtrlUser* pUser)
+    : m_Toggled(toggled)
+    , m_bHidden(bHidden)
+    , m_pUser(pUser)
 {
-    const bool bHidden = (field.GetEditFlags() & RTTI_EDIT_HIDDEN) != 0 && !m_bShowHidden;
+}
+
+bool CPropRowBuilder::HasRow(const CRTTIField& field) const
+{
+    const bool bHidden = (field.GetEditFlags() & RTTI_EDIT_HIDDEN) != 0 && !m_bHidden;
     return (field.GetFlags() & (RTTI_FIELD_EDIT | RTTI_FIELD_READONLY)) != 0 && !bHidden;
 }
 
-void CPropListCtrl::BuildRows()
+PropRows CPropRowBuilder::Build(const PropObjects& objects)
 {
-    m_Path.clear();
-    if (!m_Objects.empty())
+    if (!objects.empty())
     {
-        AddFields(m_Objects, 0, "");
+        AddFields(objects, 0, "");
     }
     for (size_t i = 0; i + 1 < m_Rows.size(); ++i)
     {
         m_Rows[i]->bParent = m_Rows[i + 1]->iDepth > m_Rows[i]->iDepth;
     }
+    return std::move(m_Rows);
 }
 
-SPropRow& CPropListCtrl::AddRow(CRTTIField* pField, int iElement, const PropObjects& objects)
+SPropRow& CPropRowBuilder::AddRow(CRTTIField* pField, int iElement, const PropObjects& objects)
 {
-    m_Rows.push_back(std::make_unique<SPropRow>());
+    m_Rows.push_back(std::make_shared<SPropRow>());
     SPropRow& row = *m_Rows.back();
     row.pField = pField;
     row.iElement = iElement;
@@ -79,7 +86,7 @@ SPropRow& CPropListCtrl::AddRow(CRTTIField* pField, int iElement, const PropObje
     return row;
 }
 
-void CPropListCtrl::AddFields(const PropObjects& objects, int iDepth, const std::string& strKey)
+void CPropRowBuilder::AddFields(const PropObjects& objects, int iDepth, const std::string& strKey)
 {
     for (CRTTIObject* pObject : objects)
     {
@@ -88,7 +95,7 @@ void CPropListCtrl::AddFields(const PropObjects& objects, int iDepth, const std:
     for (const auto& [strCategory, fields] : GroupFields(objects))
     {
         const bool bAny = std::any_of(
-            fields.begin(), fields.end(), [this](const auto* pField) { return IsShown(*pField); });
+            fields.begin(), fields.end(), [this](const auto* pField) { return HasRow(*pField); });
         if (!bAny)
         {
             continue;
@@ -108,7 +115,7 @@ void CPropListCtrl::AddFields(const PropObjects& objects, int iDepth, const std:
         }
         for (CRTTIField* pField : fields)
         {
-            if (IsShown(*pField))
+            if (HasRow(*pField))
             {
                 AddField(*pField, objects, iFieldDepth, strFieldKey);
             }
@@ -120,10 +127,10 @@ void CPropListCtrl::AddFields(const PropObjects& objects, int iDepth, const std:
     }
 }
 
-void CPropListCtrl::AddField(CRTTIField& field,
-                             const PropObjects& objects,
-                             int iDepth,
-                             const std::string& strKey)
+void CPropRowBuilder::AddField(CRTTIField& field,
+                               const PropObjects& objects,
+                               int iDepth,
+                               const std::string& strKey)
 {
     SPropRow& row = AddRow(&field, -1, objects);
     const bool bDescription = (field.GetEditFlags() & RTTI_EDIT_DESCRIPTION) != 0;
@@ -137,12 +144,8 @@ void CPropListCtrl::AddField(CRTTIField& field,
     row.iDepth = iDepth;
     // The sixteen rows of a matrix are in the way until somebody asks for them.
     row.bOpen = (field.GetType() == RTTI_MATRIX) == (m_Toggled.count(row.strKey) > 0);
-    for (CRTTIObject* pObject : objects)
-    {
-        const PropObjects pointed = GetPointed(field, pObject);
-        row.pointed.insert(row.pointed.end(), pointed.begin(), pointed.end());
-    }
-    ReadRow(row);
+    row.pointed = row.FindPointed();
+    row.ReadValue();
     const CEnumInfo* pInfo = field.GetEnumInfo();
     if (field.GetType() == RTTI_FLAGS && pInfo != nullptr)
     {
@@ -163,7 +166,7 @@ void CPropListCtrl::AddField(CRTTIField& field,
 }
 
 std::string
-CPropListCtrl::GetPartName(const CRTTIField& field, int iPart, const PropObjects& objects) const
+CPropRowBuilder::GetPartName(const CRTTIField& field, int iPart, const PropObjects& objects) const
 {
     const auto iIndex = static_cast<size_t>(iPart);
     switch (field.GetType())
@@ -192,112 +195,26 @@ CPropListCtrl::GetPartName(const CRTTIField& field, int iPart, const PropObjects
     }
 }
 
-void CPropListCtrl::AddParts(SPropRow& row, int nParts)
+void CPropRowBuilder::AddParts(const SPropRow& row, int nParts)
 {
-    CRTTIField* pField = row.pField;
-    const PropObjects objects = row.objects;
-    const std::string strKey = row.strKey;
-    const int iDepth = row.iDepth + 1;
     for (int i = 0; i < nParts; ++i)
     {
-        SPropRow& part = AddRow(pField, i, objects);
-        part.strName = GetPartName(*pField, i, objects);
-        part.strKey = strKey + "#" + std::to_string(i);
-        part.iDepth = iDepth;
-        ReadRow(part);
+        SPropRow& part = AddRow(row.pField, i, row.objects);
+        part.strName = GetPartName(*row.pField, i, row.objects);
+        part.strKey = row.strKey + "#" + std::to_string(i);
+        part.iDepth = row.iDepth + 1;
+        part.ReadValue();
     }
 }
 
 // The fields of what the pointers point to, when all of them do and none leads back.
-void CPropListCtrl::AddPointed(SPropRow& row)
+void CPropRowBuilder::AddPointed(const SPropRow& row)
 {
     const bool bCircle = std::any_of(row.pointed.begin(),
                                      row.pointed.end(),
                                      [this](const auto* p) { return m_Path.count(p) > 0; });
     if (!row.pointed.empty() && row.pointed.size() == row.objects.size() && !bCircle)
     {
-        AddFields(PropObjects(row.pointed), row.iDepth + 1, std::string(row.strKey));
-    }
-}
-
-bool CPropListCtrl::IsTreeStale() const
-{
-    for (const auto& pRow : m_Rows)
-    {
-        if (pRow->pField == nullptr || pRow->iElement >= 0 ||
-            GetPointedClass(*pRow->pField) == nullptr)
-        {
-            continue;
-        }
-        PropObjects pointed;
-        for (CRTTIObject* pObject : pRow->objects)
-        {
-            const PropObjects own = GetPointed(*pRow->pField, pObject);
-            pointed.insert(pointed.end(), own.begin(), own.end());
-        }
-        if (pointed != pRow->pointed)
-        {
-            return true; // rows behind this one may be of objects that are gone
-        }
-    }
-    return false;
-}
-
-SPropRow* CPropListCtrl::FindRow(const std::string& strKey) const
-{
-    const auto found = std::find_if(m_Rows.begin(),
-                                    m_Rows.end(),
-                                    [&strKey](const auto& pRow) { return pRow->strKey == strKey; });
-    return found != m_Rows.end() ? found->get() : nullptr;
-}
-
-void CPropListCtrl::Rebuild()
-{
-    const bool bFocus = HasFocus();
-    const std::string strEdited = m_pEdited != nullptr ? m_pEdited->strKey : "";
-    m_pEdited = nullptr;
-    m_bRebuildLater = false;
-    for (const auto& pRow : m_Rows)
-    {
-        for (const auto& pEditor : pRow->editors)
-        {
-            if (pEditor != nullptr)
-            {
-                pEditor->Abandon();
-            }
-        }
-    }
-    if (bFocus)
-    {
-        SetFocus(); // here rather than wherever the window system puts it
-    }
-    for (const auto& pRow : m_Rows)
-    {
-        for (const auto& pEditor : pRow->editors)
-        {
-            if (pEditor != nullptr)
-            {
-                pEditor->GetWindow().DestroyWindow();
-            }
-        }
-    }
-    // An editor may be the very one that this comes from, with a dialog of its own still open.
-    for (auto& pRow : m_Rows)
-    {
-        if (std::any_of(pRow->editors.begin(),
-                        pRow->editors.end(),
-                        [](const auto& pEditor) { return pEditor != nullptr; }))
-        {
-            m_Dead.push_back(std::move(pRow));
-        }
-    }
-    m_Rows.clear();
-    BuildRows();
-    ShowRows();
-    SPropRow* pEdited = FindRow(strEdited);
-    if (pEdited != nullptr && pEdited->iItem >= 0)
-    {
-        SelectItem(pEdited->iItem);
-        BeginEdit(pEdited);
+        AddFields(row.pointed, row.iDepth + 1, row.strKey);
     }
 }
