@@ -2,6 +2,7 @@
 
 #include "editor/app/CEditorWindow.h"
 #include "editor/app/CMessagesDock.h"
+#include "editor/app/CPanelDock.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/CViewWidget.h"
 #include "editor/app/FileChoice.h"
@@ -92,7 +93,7 @@ std::string CEditorFace::BrowseForFile(EFileDialog eKind,
                       pszInitialName,
                       pszInitialFolder,
                       pszFilter,
-                      m_pWindow != nullptr ? m_pWindow->GetSaveFolder() : "");
+                      m_pWindow != nullptr ? m_pWindow->GetDocuments().GetSaveFolder() : "");
 }
 
 CViewArea* CEditorFace::FindViews() const
@@ -196,16 +197,22 @@ void CEditorFace::SetViewToggle(ViewId view, bool bOn)
     }
 }
 
+CPanelDock* CEditorFace::FindPanel() const
+{
+    return m_pWindow != nullptr ? m_pWindow->FindPanel() : nullptr;
+}
+
 bool CEditorFace::OpenPluginView(const CRuntimeClass* pClass)
 {
-    return m_pWindow != nullptr && m_pWindow->OpenPanel(pClass);
+    CPanelDock* pPanel = FindPanel();
+    return pPanel != nullptr && pPanel->Open(pClass);
 }
 
 void CEditorFace::ClosePluginView()
 {
-    if (m_pWindow != nullptr)
+    if (CPanelDock* pPanel = FindPanel())
     {
-        m_pWindow->ClosePanel();
+        pPanel->Close();
     }
 }
 

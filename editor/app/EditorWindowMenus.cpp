@@ -2,13 +2,8 @@
 
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorWindow.h"
-#include "editor/app/CHistoryDock.h"
-#include "editor/app/CMessagesDock.h"
 #include "editor/app/CPanelDock.h"
-#include "editor/app/CProcessesDock.h"
-#include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
-#include "editor/app/PluginMenus.h"
 #include "host/ActionIds.h"
 #include "host/FileSystem.h"
 #include "host/IPluginTools.h"
@@ -126,7 +121,7 @@ void CEditorWindow::FillRecentFiles()
     for (const std::string& strPath : m_Editor.GetRecentFiles().GetPaths())
     {
         const QString strText = QString::fromStdString(strPath).replace('&', "&&");
-        m_pRecent->addAction(strText, this, [this, strPath] { OpenFile(strPath); });
+        m_pRecent->addAction(strText, this, [this, strPath] { m_Documents.OpenFile(strPath); });
     }
     m_pRecent->addSeparator();
     m_pRecent->addAction("Clear", this, [this] { m_Editor.GetRecentFiles().Clear(); });
@@ -170,7 +165,8 @@ void CEditorWindow::MakeViewMenu()
                    [this]
                    {
                        const CViewWidget* pView = m_pViews->GetActive();
-                       SendAction(pView->IsWireFrame() ? CAMERA_TOGGLE_OFF : CAMERA_TOGGLE_ON);
+                       m_pPluginCommands->SendAction(pView->IsWireFrame() ? CAMERA_TOGGLE_OFF
+                                                                          : CAMERA_TOGGLE_ON);
                    });
     QAction* pGrid = m_Commands.Add(pMenu, "view.grid", "&Grid", Key('G'), [] {});
     pGrid->setCheckable(true);
@@ -188,7 +184,7 @@ void CEditorWindow::MakeViewMenu()
         pMenu, "view.panel", "&Terrain panel and back", Key(Qt::Key_F6), [this] { GoToPanel(); });
     for (QDockWidget* pDock : findChildren<QDockWidget*>())
     {
-        if (pDock != m_pPanel) // the plug-in opens and closes it
+        if (pDock != FindPanel()) // the plug-in opens and closes it
         {
             pMenu->addAction(pDock->toggleViewAction());
         }
@@ -260,7 +256,7 @@ void CEditorWindow::MakeCameraMenu()
                        command.pszId,
                        command.pszText,
                        command.key,
-                       [this, iAction] { SendAction(iAction); });
+                       [this, iAction] { m_pPluginCommands->SendAction(iAction); });
     }
     constexpr std::tuple<const char*, const char*, uint32_t> FLY[] = {
         {"forward", "Fly forward", 'W'},
@@ -278,37 +274,17 @@ void CEditorWindow::MakeCameraMenu()
 
 void CEditorWindow::MakeBrushMenu()
 {
-    m_pToolCommands =
-        std::make_unique<CToolCommands>(GetHost(),
-                                        m_Editor.FindInterface<IPluginTools>(),
-                                        *m_pViews,
-                                        [this](int32_t iAction) { SendAction(iAction); });
+    m_pToolCommands = std::make_unique<CToolCommands>(GetHost(),
+                                                      m_Editor.FindInterface<IPluginTools>(),
+                                                      *m_pViews,
+                                                      [this](int32_t iAction)
+                                                      { m_pPluginCommands->SendAction(iAction); });
     m_pToolCommands->AddTo(*menuBar()->addMenu("&Brush"), m_Commands);
 }
 
 void CEditorWindow::MakeToolsMenu()
 {
     m_pTools = menuBar()->addMenu("&Tools");
-    const auto onCommand = [this](uint32_t uCommand)
-    {
-        RunCommand(uCommand);
-    };
-    for (const SInsertedMenu& inserted : GetHost().GetRegistry().GetMenus())
-    {
-        QMenu* pParent = m_pTools;
-        for (QAction* pAction : menuBar()->actions())
-        {
-            const bool bNamed =
-                pAction->text().remove('&') == QString::fromStdString(inserted.strParent);
-            pParent = bNamed ? pAction->menu() : pParent;
-        }
-        FillMenu(*pParent->addMenu(QString::fromStdString(inserted.strTitle)),
-                 *inserted.pPopup,
-                 onCommand);
-    }
-    for (CToolBar* pToolBar : GetHost().GetRegistry().GetToolBars())
-    {
-        MakeToolBar(*this, *pToolBar, onCommand);
-    }
-    m_pProcesses->Fill();
+    m_pPluginCommands->AddMenus(*this, *m_pTools);
+    m_pPluginCommands->AddToolBars(*this);
 }

@@ -64,7 +64,7 @@ TEST_F(CDocumentQuestions, ClosingWithUnsavedChangesAsks)
     Stop();
 
     ASSERT_NO_FATAL_FAILURE(Start(false));
-    ASSERT_TRUE(m_Window->OpenFile(strLevel));
+    ASSERT_TRUE(m_Window->GetDocuments().OpenFile(strLevel));
     EXPECT_TRUE(GetHeights() == sculpted);
     MoveTo(GetView(), {0.5, 0.5});
     SVec3 middle; // the views show the level that was opened
@@ -76,7 +76,7 @@ TEST_F(CDocumentQuestions, ClosingWithUnsavedChangesAsks)
     Stop();
 
     ASSERT_NO_FATAL_FAILURE(Start(false));
-    ASSERT_TRUE(m_Window->OpenFile(strLevel));
+    ASSERT_TRUE(m_Window->GetDocuments().OpenFile(strLevel));
     m_Window->close(); // nothing to ask about
     EXPECT_FALSE(m_Window->isVisible());
 }
@@ -276,11 +276,11 @@ TEST_F(CDocumentQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
     ASSERT_GT(kept.size(), left.size());
     QTimer timer;
     AlwaysRecover(timer);
-    EXPECT_FALSE(m_Window->OfferRecovery());
+    EXPECT_FALSE(m_Window->GetDocuments().OfferRecovery());
     EXPECT_TRUE(read() == kept);
     Key("ctrl+s");
     EXPECT_FALSE(m_Window->isWindowModified());
     EXPECT_EQ(read().size(), left.size()) << "the other's alone";
-    EXPECT_TRUE(m_Window->OfferRecovery());
+    EXPECT_TRUE(m_Window->GetDocuments().OfferRecovery());
     EXPECT_TRUE(GetHeights() == sculpted) << "on the heights of before the save";
 }
