@@ -9,7 +9,6 @@
 #include "editor/app/CStatusLine.h"
 #include "host/IPluginTools.h"
 
-#include <QAction>
 #include <QCloseEvent>
 #include <QDropEvent>
 #include <QMimeData>
@@ -76,7 +75,7 @@ SViewEvents CEditorWindow::MakeViewEvents()
 {
     return {[](ViewId) {},
             [this](ViewId) { ShowState(); },
-            [this](ViewId view, QPoint screen) { ShowContextMenu(view, screen); },
+            [this](ViewId view, QPoint screen) { m_pMenus->ShowContextMenu(view, screen); },
             [this](const QString& strFault)
             {
                 m_ViewFault = strFault;
@@ -105,16 +104,7 @@ void CEditorWindow::ShowPlugin()
                                                              {
                                                                  ShowState();
                                                              }});
-    MakeFileMenu();
-    MakeEditMenu();
-    MakeViewMenu();
-    MakeLevelMenu();
-    MakeCameraMenu();
-    MakeBrushMenu();
-    MakeToolsMenu();
-    m_Commands.AddPluginActions([this](int32_t iAction)
-                                { m_pPluginCommands->SendAction(iAction); });
-    m_Commands.ApplyKeys();
+    MakeMenus();
     m_pViews->Add(EViewKind::Perspective);
     m_pViews->Add(EViewKind::Top);
     m_pLayout->Restore(m_Editor.GetConfigFile(WINDOW_FILE));
@@ -126,8 +116,27 @@ void CEditorWindow::ShowPlugin()
     {
         m_pLayout->GetPanel().hide();
     }
-    ApplySettings();
+    m_Settings.ApplyTo(m_Editor);
     OnLevel();
+}
+
+void CEditorWindow::MakeMenus()
+{
+    m_pMenus = std::make_unique<CEditorMenus>(SMenuParts{.window = *this,
+                                                         .editor = m_Editor,
+                                                         .commands = m_Commands,
+                                                         .views = *m_pViews,
+                                                         .panel = m_pLayout->GetPanel(),
+                                                         .documents = m_Documents,
+                                                         .scripts = *m_pScripts,
+                                                         .plugin = *m_pPluginCommands,
+                                                         .settings = m_Settings,
+                                                         .showState = [this] { ShowState(); },
+                                                         .onLevel =
+                                                             [this]
+                                                         {
+                                                             OnLevel();
+                                                         }});
 }
 
 CPanelDock* CEditorWindow::FindPanel()
@@ -188,18 +197,10 @@ void CEditorWindow::Refresh()
         return;
     }
     m_pLayout->GetHistory().Follow();
-    const CUndoStack& stack = GetHost().GetUndoStack();
-    auto* pTools = m_Editor.FindInterface<IPluginTools>();
-    const bool bPainting = pTools != nullptr && pTools->IsPainting();
-    m_Commands.Find("edit.undo")->setEnabled(bPainting || stack.GetCount() > 0);
-    m_Commands.Find("edit.redo")->setEnabled(bPainting || stack.GetRedoCount() > 0);
-    m_Commands.Find("file.save")->setEnabled(document.HasLevel());
-    m_Commands.Find("file.save_as")->setEnabled(document.HasLevel());
+    m_Commands.Follow();
     const CRecorder* pRecorder = m_Editor.GetRecorder();
-    const bool bRecording = pRecorder != nullptr && pRecorder->IsRecording();
-    m_Commands.Find("file.record")->setText(bRecording ? "Stop re&cording" : "Re&cord...");
-    m_pStatus->SetRecording(bRecording);
-    m_pStatus->Follow(GetHost(), m_pViews->GetActive(), pTools);
+    m_pStatus->SetRecording(pRecorder != nullptr && pRecorder->IsRecording());
+    m_pStatus->Follow(GetHost(), m_pViews->GetActive(), m_Editor.FindInterface<IPluginTools>());
 }
 
 void CEditorWindow::OnLevel()
@@ -210,12 +211,6 @@ void CEditorWindow::OnLevel()
         m_pViews->RequestFrames();
     }
     ShowState();
-}
-
-void CEditorWindow::ApplySettings()
-{
-    m_Editor.GetAutosave().SetInterval(std::chrono::seconds(m_Settings.iAutosaveSeconds));
-    GetHost().GetUndoStack().SetLimit(static_cast<size_t>(m_Settings.iUndoMegabytes) << 20U);
 }
 
 void CEditorWindow::closeEvent(QCloseEvent* pEvent)
@@ -276,4 +271,15 @@ void CEditorWindow::dropEvent(QDropEvent* pEvent)
     m_Dropped = pEvent->mimeData()->urls().front().toLocalFile().toStdString();
     pEvent->acceptProposedAction();
     m_DropTimer.start(0); // the other program waits until the drop is over
+}
+
+void CEditorWindow::OpenDropped()
+{
+    constexpr int AGAIN_MS = 100;
+    if (m_Progress.IsWorking())
+    {
+        m_DropTimer.start(AGAIN_MS); // the work takes events, and must not meet another level
+        return;
+    }
+    m_Documents.OpenFile(std::exchange(m_Dropped, {}));
 }

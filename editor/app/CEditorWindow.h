@@ -3,13 +3,13 @@
 #include "editor/app/CAutosaveTimer.h"
 #include "editor/app/CCommandList.h"
 #include "editor/app/CDocumentActions.h"
+#include "editor/app/CEditorMenus.h"
 #include "editor/app/CExtentNote.h"
 #include "editor/app/CLevelLook.h"
 #include "editor/app/CPluginCommands.h"
 #include "editor/app/CProgressWindow.h"
 #include "editor/app/CScriptRunner.h"
 #include "editor/app/CStatusWords.h"
-#include "editor/app/CToolCommands.h"
 #include "editor/app/CUnsavedWork.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/CWindowLayout.h"
@@ -88,29 +88,12 @@ protected:
     void dropEvent(QDropEvent* pEvent) override;
 
 private:
-    void MakeFileMenu();
-    void MakeEditMenu();
-    void MakeViewMenu();
-    void MakeLevelMenu();
-    void MakeCameraMenu();
-    void MakeBrushMenu();
-    void MakeToolsMenu();
-    void FillRecentFiles();
-    void FillMaterials();
     SViewEvents MakeViewEvents();
-
+    void MakeMenus();
     void OnLevel(); // another level, or another look of it
     void Refresh();
-    void ShowContextMenu(ViewId view, QPoint screen);
-    void StepHistory(bool bRedo);
-    void CancelWork();
     void OpenDropped();
-    void EditKeys();
-    void EditSettings();
-    void AskForScript();
-    void GoToPanel();
     void SaveWindow();
-    void ApplySettings();
 
     CEditor& m_Editor;
     CEditorFace& m_Face;
@@ -118,9 +101,6 @@ private:
     CLevelLook m_Look;
     CMessagesDock* m_pMessages; // the window's
     CStatusLine* m_pStatus;
-    QMenu* m_pTools = nullptr;
-    QMenu* m_pRecent = nullptr;
-    QMenu* m_pMaterials = nullptr;
     CCommandList m_Commands;
     CProgressWindow m_Progress;
     CDocumentActions m_Documents;
@@ -140,6 +120,6 @@ private:
     std::unique_ptr<CViewArea> m_pViews;
     std::unique_ptr<CScriptRunner> m_pScripts;
     std::unique_ptr<CPluginCommands> m_pPluginCommands;
-    std::unique_ptr<CToolCommands> m_pToolCommands;
     std::unique_ptr<CWindowLayout> m_pLayout;
+    std::unique_ptr<CEditorMenus> m_pMenus;
 };

@@ -1,120 +1,84 @@
 #include "editor/app/CToolCommands.h"
 
-#include "editor/app/CBrushHand.h"
 #include "editor/app/CCommandList.h"
 #include "editor/app/CCursorNote.h"
+#include "editor/app/CEditor.h"
+#include "editor/app/CPluginCommands.h"
 #include "editor/app/CViewArea.h"
+#include "editor/app/KeyChords.h"
 #include "editor/app/ToolTexts.h"
-#include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/ActionIds.h"
 #include "host/IPluginTools.h"
 
-#include <QAction>
-#include <QMenu>
-
 #include <cmath>
-#include <utility>
 
 namespace
 {
 
 constexpr float STEP = 1.1F; // of the extent
 
-struct STool
-{
-    const char* pszId;
-    const char* pszText;
-    const char* pszFunction; // class
-};
-
-// In the order of the panel's buttons.
-constexpr STool TOOLS[] = {
-    {"tool.blur", "&Blur", "BlurFunction"},
-    {"tool.point_height", "&Point height", "PointHeightFunction"},
-    {"tool.set_height", "&Set height", "SetHeightFunction"},
-    {"tool.relative_height", "&Relative height", "RelativeHeightFunction"},
-    {"tool.posterize", "P&osterize", "PosterizeFunction"},
-    {"tool.ramp", "R&amp", "RampFunction"},
-};
-
 } // namespace
 
-CToolCommands::CToolCommands(CEditorHost& host,
-                             IPluginTools* pTools,
-                             CViewArea& views,
-                             std::function<void(int32_t)> sendAction)
-    : m_Host(host)
-    , m_pTools(pTools)
+CToolCommands::CToolCommands(CEditor& editor, CViewArea& views, CPluginCommands& plugin)
+    : m_Host(editor.GetHost())
+    , m_pTools(editor.FindInterface<IPluginTools>())
     , m_Views(views)
-    , m_SendAction(std::move(sendAction))
+    , m_Plugin(plugin)
 {
 }
 
 void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
 {
-    AddTools(menu, commands);
-    menu.addSeparator();
-    AddValues(menu, commands);
-    menu.addSeparator();
-    AddMask(menu, commands);
-}
-
-void CToolCommands::AddTools(QMenu& menu, CCommandList& commands)
-{
-    uint32_t uKey = '1';
-    for (const STool& tool : TOOLS)
+    const auto take = [this](const char* pszFunction) // class
     {
-        commands
-            .Add(&menu,
-                 tool.pszId,
-                 tool.pszText,
-                 {uKey++, 0},
-                 [this, &tool] { Take(tool.pszFunction); })
-            ->setAutoRepeat(false);
-    }
-    commands
-        .Add(&menu,
-             "tool.toggle",
-             "&Take the tool up or put it away",
-             {'T', KEY_CONTROL},
-             [this] { Toggle(); })
-        ->setAutoRepeat(false);
-}
-
-void CToolCommands::AddValues(QMenu& menu, CCommandList& commands)
-{
-    commands.Add(&menu, "brush.larger", "&Larger brush", {']', 0}, [this] { ScaleExtent(true); });
-    commands.Add(
-        &menu, "brush.smaller", "S&maller brush", {'[', 0}, [this] { ScaleExtent(false); });
-    commands.Add(&menu, "brush.invert", "&Invert the tool", {'X', 0}, [this] { Invert(); })
-        ->setAutoRepeat(false);
-    commands.Add(
-        &menu, "brush.pick_height", "Pick the &height to set", {'P', 0}, [this] { PickHeight(); });
-    constexpr std::tuple<const char*, const char*, uint32_t> HELD[] = {
-        {"size", "Size of the brush, with the mouse", 'B'},
-        {"power", "Power of the brush, with the mouse", 'V'},
-        {"hardness", "Hardness of the brush, with the mouse", 'H'},
-        {"amount", "Height, levels or neighbourhood of the tool, with the mouse", 'N'},
+        return [this, pszFunction]
+        {
+            Take(pszFunction);
+        };
     };
-    for (const auto& [pszName, pszText, uKey] : HELD)
+    const auto scale = [this](bool bLarger)
     {
-        commands.AddHeld((std::string(HAND_COMMAND) + pszName).c_str(), pszText, {uKey, 0});
-    }
-}
-
-void CToolCommands::AddMask(QMenu& menu, CCommandList& commands)
-{
-    commands.Add(&menu, "brush.mask", "Mas&k on and off", {'M', 0}, [this] { SwitchMask(); })
-        ->setAutoRepeat(false);
-    commands
-        .Add(&menu,
-             "brush.choose_mask",
-             "&Choose the mask...",
-             {'M', KEY_SHIFT},
-             [this] { ChooseMask(); })
-        ->setAutoRepeat(false);
+        return [this, bLarger]
+        {
+            ScaleExtent(bLarger);
+        };
+    };
+    commands.Add(
+        menu,
+        {
+            // In the order of the panel's buttons.
+            SCommand::Once("tool.blur", "&Blur", Key('1'), take("BlurFunction")),
+            SCommand::Once(
+                "tool.point_height", "&Point height", Key('2'), take("PointHeightFunction")),
+            SCommand::Once("tool.set_height", "&Set height", Key('3'), take("SetHeightFunction")),
+            SCommand::Once("tool.relative_height",
+                           "&Relative height",
+                           Key('4'),
+                           take("RelativeHeightFunction")),
+            SCommand::Once("tool.posterize", "P&osterize", Key('5'), take("PosterizeFunction")),
+            SCommand::Once("tool.ramp", "R&amp", Key('6'), take("RampFunction")),
+            SCommand::Once(
+                "tool.toggle", "&Take the tool up or put it away", Ctrl('T'), [this] { Toggle(); }),
+            SCommand::Line(),
+            SCommand::Run("brush.larger", "&Larger brush", Key(']'), scale(true)),
+            SCommand::Run("brush.smaller", "S&maller brush", Key('['), scale(false)),
+            SCommand::Once("brush.invert", "&Invert the tool", Key('X'), [this] { Invert(); }),
+            SCommand::Run(
+                "brush.pick_height", "Pick the &height to set", Key('P'), [this] { PickHeight(); }),
+            SCommand::Hold("brush.hold_size", "Size of the brush, with the mouse", Key('B')),
+            SCommand::Hold("brush.hold_power", "Power of the brush, with the mouse", Key('V')),
+            SCommand::Hold(
+                "brush.hold_hardness", "Hardness of the brush, with the mouse", Key('H')),
+            SCommand::Hold("brush.hold_amount",
+                           "Height, levels or neighbourhood of the tool, with the mouse",
+                           Key('N')),
+            SCommand::Line(),
+            SCommand::Once("brush.mask", "Mas&k on and off", Key('M'), [this] { SwitchMask(); }),
+            SCommand::Once(
+                "brush.choose_mask", "&Choose the mask...", Shift('M'), [this] { ChooseMask(); }),
+        });
 }
 
 bool CToolCommands::IsReady() const
@@ -150,7 +114,7 @@ void CToolCommands::Toggle()
 {
     if (m_pTools == nullptr || m_pTools->IsTerraforming())
     {
-        m_SendAction(ACTION_TOGGLE_TERRAFORMING);
+        m_Plugin.SendAction(ACTION_TOGGLE_TERRAFORMING);
         return;
     }
     Take(nullptr);
