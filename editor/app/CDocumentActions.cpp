@@ -168,7 +168,7 @@ bool CDocumentActions::Save()
     {
         return SaveAs();
     }
-    m_Editor.GetHost().EndDrag();
+    m_Editor.GetHost().GetInput().EndDrag();
     switch (AskToReplace(&m_Window, document.FindReplaced()))
     {
     case EReplaceAnswer::Replace:
@@ -205,7 +205,7 @@ bool CDocumentActions::SaveAs()
     {
         return false;
     }
-    m_Editor.GetHost().EndDrag();
+    m_Editor.GetHost().GetInput().EndDrag();
     EReplaceAnswer eAnswer = EReplaceAnswer::Elsewhere;
     std::string strPath;
     while (eAnswer == EReplaceAnswer::Elsewhere)
@@ -268,7 +268,7 @@ bool CDocumentActions::MayDrop(const QString& strName,
 
 bool CDocumentActions::MayLeave()
 {
-    m_Editor.GetHost().EndDrag();
+    m_Editor.GetHost().GetInput().EndDrag();
     if (!m_Editor.GetDocument().IsModified())
     {
         return true;

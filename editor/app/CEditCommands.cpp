@@ -71,7 +71,7 @@ bool CEditCommands::IsPainting() const
 void CEditCommands::StepHistory(bool bRedo)
 {
     CEditorHost& host = m_Editor.GetHost();
-    host.EndDrag();
+    host.GetInput().EndDrag();
     if (IsPainting()) // the strokes that the hand is at
     {
         host.StepPaint(bRedo);

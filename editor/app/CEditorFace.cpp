@@ -123,7 +123,7 @@ void CEditorFace::RedrawViews()
     if (CViewArea* pViews = FindViews())
     {
         pViews->RequestFrames();
-        if (!m_pWindow->GetHost().IsDragging()) // the panel may have changed the brush
+        if (!m_pWindow->GetHost().GetInput().IsDragging()) // the panel may have changed the brush
         {
             m_pWindow->ShowState();
         }

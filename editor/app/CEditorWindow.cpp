@@ -45,8 +45,8 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     setAcceptDrops(true);
     m_Face.SetWindow(this);
     m_Face.GetEditorFrontEnd().SetMessages(m_pMessages);
-    GetHost().AddObserver(&m_Face.GetEditorFrontEnd());
-    GetHost().AddObserver(this);
+    GetHost().GetObservers().Add(&m_Face.GetEditorFrontEnd());
+    GetHost().GetObservers().Add(this);
     setStatusBar(m_pStatus);
     m_Documents.SetRecover([this](const SRecoverable& entry)
                            { return m_pScripts->Recover(entry); });
@@ -59,8 +59,8 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
 
 CEditorWindow::~CEditorWindow()
 {
-    GetHost().RemoveObserver(this);
-    GetHost().RemoveObserver(&m_Face.GetEditorFrontEnd());
+    GetHost().GetObservers().Remove(this);
+    GetHost().GetObservers().Remove(&m_Face.GetEditorFrontEnd());
     m_Face.SetWindow(nullptr);
     m_Face.GetEditorFrontEnd().SetMessages(nullptr);
     m_Face.SetScript(nullptr);

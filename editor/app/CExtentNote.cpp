@@ -10,12 +10,12 @@ CExtentNote::CExtentNote(CEditor& editor, std::function<CCursorNote*()> findNote
     : m_Editor(editor)
     , m_FindNote(std::move(findNote))
 {
-    m_Editor.GetHost().AddObserver(this);
+    m_Editor.GetHost().GetObservers().Add(this);
 }
 
 CExtentNote::~CExtentNote()
 {
-    m_Editor.GetHost().RemoveObserver(this);
+    m_Editor.GetHost().GetObservers().Remove(this);
 }
 
 void CExtentNote::OnBeforeEvent(const SHostEvent& /*event*/)

@@ -90,8 +90,8 @@ void CPluginCommands::ShowContextMenu(QMainWindow& window,
 void CPluginCommands::Run(uint32_t uCommand)
 {
     CEditorHost& host = m_Editor.GetHost();
-    host.EndDrag();
-    host.SendCommand(uCommand);
+    host.GetInput().EndDrag();
+    host.GetInput().SendCommand(uCommand);
     host.GetModes().SetModeCursor();
     m_Views.RepeatHover();
     m_Views.RequestFrames();
@@ -103,7 +103,7 @@ void CPluginCommands::SendAction(int32_t iAction)
     const ViewId view = m_Views.GetActiveId();
     const bool bInMode =
         host.GetModes().GetCurrentModeId() != NO_MODE && m_Editor.GetPlugin() != nullptr;
-    host.SendAction(view, iAction, 1);
+    host.GetInput().SendAction(view, iAction, 1);
     host.GetModes().SetModeCursor();
     if (!bInMode || m_Views.GetActive()->GetKind() == EViewKind::Top)
     {
@@ -116,7 +116,7 @@ void CPluginCommands::SendAction(int32_t iAction)
 
 bool CPluginCommands::RunProcess(size_t iProcess)
 {
-    m_Editor.GetHost().EndDrag();
+    m_Editor.GetHost().GetInput().EndDrag();
     IEditorAction* pProcess = m_Editor.GetHost().GetRegistry().GetProcess(iProcess);
     return pProcess->CanExecute(0, 0, 0) && pProcess->Execute();
 }

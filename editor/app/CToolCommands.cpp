@@ -83,7 +83,7 @@ void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
 
 bool CToolCommands::IsReady() const
 {
-    return m_pTools != nullptr && !m_Host.IsDragging();
+    return m_pTools != nullptr && !m_Host.GetInput().IsDragging();
 }
 
 bool CToolCommands::IsSculpting() const

@@ -30,7 +30,7 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
                                   parts.host.GetUndoStack(),
                                   [&host = parts.host, showState = parts.showState](size_t nSteps)
                                   {
-                                      host.EndDrag();
+                                      host.GetInput().EndDrag();
                                       host.GoToStep(nSteps);
                                       showState();
                                   }))

@@ -163,7 +163,7 @@ bool CAutosave::Recover(const SRecoverable& entry,
             ? m_Document.NewRecovered(text.level, text.fFlat)
             : m_Document.OpenRecovered(text.level, text.strHeights.c_str(), entry.bSavedSince);
     const bool bPlayed = bOpen && PlaySteps(entry, play, nSteps, strFault);
-    m_Host.EndDrag();
+    m_Host.GetInput().EndDrag();
     m_bOff = bWasOff;
     if (!bOpen)
     {

@@ -102,7 +102,7 @@ bool MakeFlat(uint32_t uVertices, const SVec3& size, float fHeight, SHeightField
 CLevelDocument::CLevelDocument(CEditorHost& host)
     : m_Host(host)
 {
-    m_Host.AddObserver(this);
+    m_Host.GetObservers().Add(this);
     // The plug-in has written it, and nobody else.
     m_Host.GetLevelHeights().SetFileListener([this] { m_Files.NoteHeights(GetHeightPath()); });
     SetSaved();
@@ -111,7 +111,7 @@ CLevelDocument::CLevelDocument(CEditorHost& host)
 CLevelDocument::~CLevelDocument()
 {
     m_Host.GetLevelHeights().SetFileListener(nullptr);
-    m_Host.RemoveObserver(this);
+    m_Host.GetObservers().Remove(this);
 }
 
 CTerrain* CLevelDocument::GetTerrain() const

@@ -78,18 +78,18 @@ TEST_F(CLevelDocumentTest, KnowsWhatIsNotSaved)
     ASSERT_TRUE(m_Document.Save());
 
     // A press drops a drag that no release came for; its heights stay, without a step.
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
     SetAll(3.0F);
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
-    m_Host.SendButtonUp(1, 0, {});
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonUp(1, 0, {});
     EXPECT_TRUE(m_Document.IsModified());
     ASSERT_TRUE(m_Document.Save());
 
     // So do heights that a whole drag leaves without a step, whatever steps follow them.
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
     SetAll(4.0F);
     EXPECT_TRUE(m_Document.IsModified());
-    m_Host.SendButtonUp(1, 0, {});
+    m_Host.GetInput().SendButtonUp(1, 0, {});
     Change(5.0F);
     m_Host.Undo();
     EXPECT_TRUE(m_Document.IsModified());
@@ -225,9 +225,9 @@ TEST_F(CNothingLost, CopiesAreMadeWhenTheyAreDueAndGoWithTheCleanEnd)
         Change(4.0F);
         EXPECT_FALSE(autosave.Tick(start + seconds(101)));
         EXPECT_FALSE(autosave.Tick(start + seconds(160)));
-        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+        m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
         EXPECT_FALSE(autosave.Tick(start + seconds(162))) << "not under the hand";
-        m_Host.SendButtonUp(1, 0, {});
+        m_Host.GetInput().SendButtonUp(1, 0, {});
         EXPECT_TRUE(autosave.Tick(start + seconds(163)));
         EXPECT_TRUE(autosave.Wait());
         EXPECT_TRUE(std::filesystem::exists(strFolder));

@@ -319,10 +319,10 @@ TEST_F(CLevelHeightsTest, AnImportIsAStepOfTheLevelAlsoWhenItIsNotSquare)
         }
     }
     // A step while a button is held would change the ground under the stroke.
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
     const CLogCatcher log;
     EXPECT_FALSE(m_Host.Redo());
-    m_Host.SendButtonUp(1, 0, {});
+    m_Host.GetInput().SendButtonUp(1, 0, {});
     EXPECT_TRUE(m_Host.Redo());
 
     ASSERT_TRUE(Import(strTall, EImportAs::NewLevel));

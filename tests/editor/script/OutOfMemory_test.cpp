@@ -101,14 +101,14 @@ protected:
     void Stroke()
     {
         m_Face.cursor.PointAtPosition(100.0F, 100.0F);
-        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+        m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
         for (const float fX : {120.0F, 140.0F, 200.0F})
         {
             m_Face.cursor.PointAtPosition(fX, 150.0F);
-            m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {}, {0, -3});
+            m_Host.GetInput().SendMouseMove(1, MOUSE_LEFT, {}, {}, {0, -3});
             m_Host.RenderFrame();
         }
-        m_Host.SendButtonUp(1, 0, {});
+        m_Host.GetInput().SendButtonUp(1, 0, {});
     }
 
     // Calls work, each time after prepare, with its first allocation failing, then its second one,
@@ -167,13 +167,13 @@ TEST_F(COutOfMemory, AStrokeIsWholeOrNotThereAndCanBeRepeatedAndSaved)
                      nLost += bThere ? 0 : 1;
                      ASSERT_EQ(GetHeights(), bThere ? after : before);
                      ASSERT_TRUE(m_Document.IsModified() || !bThere);
-                     ASSERT_FALSE(m_Host.IsDragging());
+                     ASSERT_FALSE(m_Host.GetInput().IsDragging());
                      ASSERT_TRUE(bThere || !m_Lines.empty());
                      if (nLost == 1)
                      {
                          Save();
                      }
-                     m_Host.SendMouseMove(1, 0, {}, {}, {}); // without the button
+                     m_Host.GetInput().SendMouseMove(1, 0, {}, {}, {}); // without the button
                      Stroke();
                      ASSERT_TRUE(bThere || GetSteps() == 1);
                      m_Host.GoToStep(0);
@@ -238,7 +238,7 @@ TEST_F(COutOfMemory, ASaveKeepsTheOldFilesOrWritesTheNewOnes)
             Stroke();
             heights = GetHeights();
         },
-        [&] { m_Host.Guard("Test", [&] { m_Document.Save(); }); },
+        [&] { m_Host.GetInput().Guard("Test", [&] { m_Document.Save(); }); },
         [&]
         {
             ASSERT_EQ(GetHeights(), heights);
@@ -294,7 +294,7 @@ TEST_F(COutOfMemory, WhatReplacesTheTerrainReplacesItWholeOrNot)
                 Stroke();
                 before = GetHeights();
             },
-            [&] { m_Host.Guard("Test", [&] { work(); }); },
+            [&] { m_Host.GetInput().Guard("Test", [&] { work(); }); },
             [&]
             {
                 const Heights now = GetHeights();
