@@ -3,6 +3,7 @@
 #include "editor/app/CDocumentActions.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CImportDialog.h"
+#include "editor/core/LevelExchange.h"
 #include "engine/elevation/ElevationFormat.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
@@ -57,7 +58,8 @@ bool CDocumentActions::ImportFile(const std::string& strPath)
         return false;
     }
     std::vector<std::string> lines;
-    const bool bDone = document.Import(strPath.c_str(), dialog.GetOptions(), eAs, lines);
+    const bool bDone =
+        ImportLevel(m_Editor.GetHost(), document, strPath.c_str(), dialog.GetOptions(), eAs, lines);
     if (!Report(bDone, "The height map cannot be imported."))
     {
         return false;
@@ -84,7 +86,8 @@ void CDocumentActions::Export()
         return;
     }
     SExportPlan plan;
-    if (!Report(document.PlanExport(strPath.c_str(), {}, plan), "The export cannot be made."))
+    if (!Report(PlanLevelExport(m_Editor.GetHost(), strPath.c_str(), {}, plan),
+                "The export cannot be made."))
     {
         return;
     }
@@ -95,7 +98,8 @@ void CDocumentActions::Export()
     if (eAnswer == QMessageBox::Save)
     {
         const CSaveNotice notice;
-        if (Report(document.Export(strPath.c_str(), plan), "The export cannot be written."))
+        if (Report(ExportLevel(m_Editor.GetHost(), strPath.c_str(), plan),
+                   "The export cannot be written."))
         {
             notice.Say(strPath.c_str());
         }

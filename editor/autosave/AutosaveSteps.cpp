@@ -5,6 +5,7 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/FileBackup.h"
+#include "editor/core/LevelRecovery.h"
 #include "host/FileSystem.h"
 #include "host/IPluginPainting.h"
 #include "host/IPluginTools.h"
@@ -160,8 +161,9 @@ bool CAutosave::Recover(const SRecoverable& entry,
     const bool bWasOff = std::exchange(m_bOff, true);
     const bool bOpen =
         text.strHeights.empty()
-            ? m_Document.NewRecovered(text.level, text.fFlat)
-            : m_Document.OpenRecovered(text.level, text.strHeights.c_str(), entry.bSavedSince);
+            ? NewRecoveredLevel(m_Document, text.level, text.fFlat)
+            : OpenRecoveredLevel(
+                  m_Host, m_Document, text.level, text.strHeights.c_str(), entry.bSavedSince);
     const bool bPlayed = bOpen && PlaySteps(entry, play, nSteps, strFault);
     m_Host.GetInput().EndDrag();
     m_bOff = bWasOff;

@@ -2,6 +2,7 @@
 // whatever stops the program.
 
 #include "editor/autosave/CAutosave.h"
+#include "editor/core/LevelExchange.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "tests/editor/CLevelDocumentTest.h"
@@ -154,9 +155,9 @@ TEST_F(CLevelDocumentTest, ImportsAndExportsHeightMaps)
     ASSERT_TRUE(m_Document.New(32, SIZE, 25.0F));
     ASSERT_TRUE(m_Document.SaveAs(m_Folder.Path("l.level").c_str()));
     SExportPlan plan;
-    ASSERT_TRUE(m_Document.PlanExport(m_Folder.Path("out.png").c_str(), {}, plan));
+    ASSERT_TRUE(PlanLevelExport(m_Host, m_Folder.Path("out.png").c_str(), {}, plan));
     EXPECT_FALSE(plan.lines.empty());
-    ASSERT_TRUE(m_Document.Export(m_Folder.Path("out.png").c_str(), plan));
+    ASSERT_TRUE(ExportLevel(m_Host, m_Folder.Path("out.png").c_str(), plan));
     Change(3.0F);
     std::vector<std::string> lines;
     SImportOptions options;
@@ -165,7 +166,8 @@ TEST_F(CLevelDocumentTest, ImportsAndExportsHeightMaps)
     options.fWidth = 160.0F;
     options.fDepth = 160.0F;
     const std::string strPng = m_Folder.Path("out.png");
-    ASSERT_TRUE(m_Document.Import(strPng.c_str(), options, EImportAs::NewLevel, lines));
+    ASSERT_TRUE(
+        ImportLevel(m_Host, m_Document, strPng.c_str(), options, EImportAs::NewLevel, lines));
     EXPECT_NEAR(GetHeight(), 25.0F, 0.01F) << testing::PrintToString(lines);
     EXPECT_FALSE(lines.empty());
     EXPECT_TRUE(m_Document.IsModified());
@@ -174,7 +176,8 @@ TEST_F(CLevelDocumentTest, ImportsAndExportsHeightMaps)
     CLogCatcher log;
     const std::string strBad = m_Folder.Path("bad.png");
     WriteBytes(strBad, "\x89PNG");
-    EXPECT_FALSE(m_Document.Import(strBad.c_str(), options, EImportAs::NewLevel, lines));
+    EXPECT_FALSE(
+        ImportLevel(m_Host, m_Document, strBad.c_str(), options, EImportAs::NewLevel, lines));
     EXPECT_EQ(log.TakeLines().size(), 1U);
     EXPECT_NEAR(GetHeight(), 25.0F, 0.01F);
 }

@@ -4,6 +4,7 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CLevelDocument.h"
+#include "editor/core/LevelExchange.h"
 #include "editor/core/SLevelText.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
@@ -118,7 +119,7 @@ protected:
         SImportOptions options;
         options.eFit = EFit::Keep;
         std::vector<std::string> lines;
-        return m_Document.Import(strFile.c_str(), options, eAs, lines);
+        return ImportLevel(m_Host, m_Document, strFile.c_str(), options, eAs, lines);
     }
 
     CTempFolder m_Folder;

@@ -1,5 +1,6 @@
 // What the window asks before work or a file is given up.
 
+#include "editor/core/LevelExchange.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/FileSystem.h"
 #include "tests/editor/app/DocumentsFixture.h"
@@ -181,8 +182,8 @@ TEST_F(CDocumentQuestions, AnImportAsksFirstAndNeverTakesTheNameOfTheLevelBefore
     CLevelDocument& document = m_Editor->GetDocument();
     const std::string strPng = m_Folder.Path("hill.png");
     SExportPlan plan;
-    ASSERT_TRUE(document.PlanExport(strPng.c_str(), {}, plan));
-    ASSERT_TRUE(document.Export(strPng.c_str(), plan));
+    ASSERT_TRUE(PlanLevelExport(GetHost(), strPng.c_str(), {}, plan));
+    ASSERT_TRUE(ExportLevel(GetHost(), strPng.c_str(), plan));
     ASSERT_NO_FATAL_FAILURE(Sculpt());
     const std::vector<float> sculpted = GetHeights();
     EXPECT_EQ(OpenAnd(strPng, QMessageBox::Cancel), QStringList{strQuestion});

@@ -6,6 +6,7 @@
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/CPluginLoader.h"
+#include "editor/core/LevelExchange.h"
 #include "editor/script/CRecorder.h"
 #include "editor/script/CScriptCursor.h"
 #include "engine/terrain/CTerrain.h"
@@ -270,16 +271,18 @@ TEST_F(COutOfMemory, WhatReplacesTheTerrainReplacesItWholeOrNot)
     Save();
     SExportPlan plan;
     const std::string strPng = m_Folder.Path("in.png");
-    ASSERT_TRUE(m_Document.PlanExport(strPng.c_str(), {}, plan));
-    ASSERT_TRUE(m_Document.Export(strPng.c_str(), plan));
+    ASSERT_TRUE(PlanLevelExport(m_Host, strPng.c_str(), {}, plan));
+    ASSERT_TRUE(ExportLevel(m_Host, strPng.c_str(), plan));
     SImportOptions options;
     options.fMaxHeight = 100.0F;
     options.fWidth = 320.0F;
     options.fDepth = 320.0F;
     std::vector<std::string> lines;
     const std::function<void()> works[] = {
-        [&] { m_Document.Import(strPng.c_str(), options, EImportAs::NewLevel, lines); },
-        [&] { m_Document.Import(strPng.c_str(), options, EImportAs::ThisLevel, lines); },
+        [&]
+        { ImportLevel(m_Host, m_Document, strPng.c_str(), options, EImportAs::NewLevel, lines); },
+        [&]
+        { ImportLevel(m_Host, m_Document, strPng.c_str(), options, EImportAs::ThisLevel, lines); },
         [&] { m_Document.Open(m_Folder.Path("l.level").c_str()); },
     };
     for (const auto& work : works)
