@@ -87,13 +87,14 @@ std::string CEditorFace::BrowseForFile(EFileDialog eKind,
                                        const char* pszInitialFolder,
                                        const char* pszFilter)
 {
-    return ChooseFile(m_pWindow,
-                      eKind,
-                      pszDefaultExtension,
-                      pszInitialName,
-                      pszInitialFolder,
-                      pszFilter,
-                      m_pWindow != nullptr ? m_pWindow->GetDocuments().GetSaveFolder() : "");
+    return ChooseFile(
+        m_pWindow,
+        eKind,
+        pszDefaultExtension,
+        pszInitialName,
+        pszInitialFolder,
+        pszFilter,
+        m_pWindow != nullptr ? m_pWindow->GetDocuments().GetQuestions().GetSaveFolder() : "");
 }
 
 CViewArea* CEditorFace::FindViews() const

@@ -30,7 +30,7 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     , m_pStatus(new CStatusLine(this))
     , m_Commands(*this, editor.GetKeys())
     , m_Documents(*this, editor, *m_pMessages, m_Progress, [this] { OnLevel(); })
-    , m_UnsavedWork(editor, face, m_Documents)
+    , m_UnsavedWork(editor, face, m_Documents.GetQuestions())
     , m_StatusWords(editor, face, *m_pStatus)
     , m_ExtentNote(editor,
                    [this]
@@ -48,8 +48,8 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     GetHost().GetObservers().Add(&m_Face.GetEditorFrontEnd());
     GetHost().GetObservers().Add(this);
     setStatusBar(m_pStatus);
-    m_Documents.SetRecover([this](const SRecoverable& entry)
-                           { return m_pScripts->Recover(entry); });
+    m_Documents.GetRecovery().SetRecover([this](const SRecoverable& entry)
+                                         { return m_pScripts->Recover(entry); });
     m_StateTimer.setSingleShot(true);
     m_StateTimer.callOnTimeout(this, [this] { Refresh(); });
     m_Settings.render.pPaintLayer = &GetHost().GetCPaintLayer();

@@ -54,6 +54,7 @@ void CFileCommands::AddLevels(QMenu& menu, CCommandList& commands)
     QMenu* pRecent = menu.addMenu("Open &recent");
     QObject::connect(
         pRecent, &QMenu::aboutToShow, &m_Window, [this, pRecent] { FillRecentFiles(*pRecent); });
+    CHeightExchange& exchange = m_Documents.GetExchange();
     const auto hasLevel = [this]
     {
         return m_Editor.GetDocument().HasLevel();
@@ -75,13 +76,13 @@ void CFileCommands::AddLevels(QMenu& menu, CCommandList& commands)
             SCommand::Run("file.save_as", "Save &as...", CtrlShift('S'), saveAs, hasLevel),
             SCommand::Line(),
             SCommand::Run(
-                "file.import", "&Import height map...", NO_KEY, [this] { m_Documents.Import(); }),
+                "file.import", "&Import height map...", NO_KEY, [&exchange] { exchange.Import(); }),
             SCommand::Run(
-                "file.export", "&Export height map...", NO_KEY, [this] { m_Documents.Export(); }),
+                "file.export", "&Export height map...", NO_KEY, [&exchange] { exchange.Export(); }),
             SCommand::Run("file.export_stl",
                           "Export to S&TL...",
                           NO_KEY,
-                          [this] { m_Documents.ExportStl(); }),
+                          [&exchange] { exchange.ExportStl(); }),
         });
 }
 
@@ -89,7 +90,7 @@ void CFileCommands::AddScripts(QMenu& menu, CCommandList& commands)
 {
     const auto record = [this]
     {
-        m_Documents.ToggleRecording();
+        ToggleRecording();
         m_ShowState();
     };
     const auto getText = [this]
@@ -107,6 +108,30 @@ void CFileCommands::AddScripts(QMenu& menu, CCommandList& commands)
              .getText = getText},
             SCommand::Run("file.play", "&Play script...", NO_KEY, [this] { AskForScript(); }),
         });
+}
+
+void CFileCommands::ToggleRecording()
+{
+    CRecorder* pRecorder = m_Editor.GetRecorder();
+    if (pRecorder == nullptr)
+    {
+        return;
+    }
+    CDocumentQuestions& questions = m_Documents.GetQuestions();
+    if (pRecorder->IsRecording())
+    {
+        const bool bWhole = pRecorder->Stop();
+        questions.Report(bWhole,
+                         "The script is not complete. What was recorded is in\n" +
+                             QString::fromStdString(pRecorder->GetPartPath()));
+        return;
+    }
+    const std::string strPath =
+        questions.AskForFile(true, "Record a replay script", "Replay scripts (*.tellur)");
+    if (!strPath.empty())
+    {
+        questions.Report(pRecorder->Start(strPath), "The script cannot be recorded.");
+    }
 }
 
 void CFileCommands::FillRecentFiles(QMenu& menu)

@@ -28,6 +28,7 @@ private:
     void AddLevels(QMenu& menu, CCommandList& commands);
     void AddScripts(QMenu& menu, CCommandList& commands);
     void FillRecentFiles(QMenu& menu);
+    void ToggleRecording();
     void AskForScript();
     bool IsRecording() const;
 

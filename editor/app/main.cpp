@@ -167,7 +167,9 @@ int RunWindow(CEditorProgram& program, CEditorWindow& window, int& iSignal)
             QCoreApplication::exit(EXIT_DONE);
         });
     QMetaObject::invokeMethod(
-        &window, [&window] { window.GetDocuments().OfferRecovery(); }, Qt::QueuedConnection);
+        &window,
+        [&window] { window.GetDocuments().GetRecovery().OfferAll(); },
+        Qt::QueuedConnection);
     program.setQuitOnLastWindowClosed(false); // a dialog of the plug-in may still be open
     window.SetOnClosed([] { QCoreApplication::quit(); });
     const int iResult = program.exec();

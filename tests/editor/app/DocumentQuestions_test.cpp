@@ -16,7 +16,7 @@
 namespace
 {
 
-class CDocumentQuestions : public CDocuments
+class CQuestions : public CDocuments
 {
 protected:
     // "Recover" is the answer to every question from here on, as long as the timer lives.
@@ -48,7 +48,7 @@ std::map<std::string, std::string> ReadFolder(const std::string& strFolder)
 
 } // namespace
 
-TEST_F(CDocumentQuestions, ClosingWithUnsavedChangesAsks)
+TEST_F(CQuestions, ClosingWithUnsavedChangesAsks)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strLevel = SaveLevel();
@@ -82,7 +82,7 @@ TEST_F(CDocumentQuestions, ClosingWithUnsavedChangesAsks)
     EXPECT_FALSE(m_Window->isVisible());
 }
 
-TEST_F(CDocumentQuestions, ASaveAsksBeforeItReplacesWhatNobodyAgreedTo)
+TEST_F(CQuestions, ASaveAsksBeforeItReplacesWhatNobodyAgreedTo)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strLevel = SaveLevel();
@@ -143,7 +143,7 @@ TEST_F(CDocumentQuestions, ASaveAsksBeforeItReplacesWhatNobodyAgreedTo)
                         });
 }
 
-TEST_F(CDocumentQuestions, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereTheyWereTold)
+TEST_F(CQuestions, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereTheyWereTold)
 {
     const QByteArray home = qgetenv("HOME");
     qputenv("HOME", QByteArray::fromStdString(m_Folder.GetFolder()));
@@ -173,7 +173,7 @@ TEST_F(CDocumentQuestions, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereThe
     qputenv("HOME", home);
 }
 
-TEST_F(CDocumentQuestions, AnImportAsksFirstAndNeverTakesTheNameOfTheLevelBefore)
+TEST_F(CQuestions, AnImportAsksFirstAndNeverTakesTheNameOfTheLevelBefore)
 {
     const QString strQuestion = "Save the changes of valley.level?";
     ASSERT_NO_FATAL_FAILURE(Start());
@@ -205,7 +205,7 @@ TEST_F(CDocumentQuestions, AnImportAsksFirstAndNeverTakesTheNameOfTheLevelBefore
     EXPECT_TRUE(ReadBytes(m_Folder.Path("levels/valley.height")) == strHeights);
 }
 
-TEST_F(CDocumentQuestions, ALevelWhoseHeightsAreMissingOffersTheirBackup)
+TEST_F(CQuestions, ALevelWhoseHeightsAreMissingOffersTheirBackup)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strLevel = SaveLevel();
@@ -227,7 +227,7 @@ TEST_F(CDocumentQuestions, ALevelWhoseHeightsAreMissingOffersTheirBackup)
     EXPECT_TRUE(ReadBytes(strHeights + ".bak") == strBytes);
 }
 
-TEST_F(CDocumentQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
+TEST_F(CQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strLevel = SaveLevel();
@@ -277,11 +277,11 @@ TEST_F(CDocumentQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
     ASSERT_GT(kept.size(), left.size());
     QTimer timer;
     AlwaysRecover(timer);
-    EXPECT_FALSE(m_Window->GetDocuments().OfferRecovery());
+    EXPECT_FALSE(m_Window->GetDocuments().GetRecovery().OfferAll());
     EXPECT_TRUE(read() == kept);
     Key("ctrl+s");
     EXPECT_FALSE(m_Window->isWindowModified());
     EXPECT_EQ(read().size(), left.size()) << "the other's alone";
-    EXPECT_TRUE(m_Window->GetDocuments().OfferRecovery());
+    EXPECT_TRUE(m_Window->GetDocuments().GetRecovery().OfferAll());
     EXPECT_TRUE(GetHeights() == sculpted) << "on the heights of before the save";
 }
