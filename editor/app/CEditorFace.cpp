@@ -164,7 +164,7 @@ bool CEditorFace::IsCameraKeyDown(ECameraKey eKey)
     constexpr const char* NAMES[] = {"back", "right", "forward", "left"};
     CViewArea* pViews = FindViews();
     const CViewWidget* pView = pViews != nullptr ? pViews->GetActive() : nullptr;
-    return pView != nullptr && pView->IsFlyKeyDown(NAMES[static_cast<uint32_t>(eKey)]);
+    return pView != nullptr && pView->GetKeys().IsFlyKeyDown(NAMES[static_cast<uint32_t>(eKey)]);
 }
 
 void CEditorFace::TurnCamera(ViewId view, float fDegrees)
