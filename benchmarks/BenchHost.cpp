@@ -150,19 +150,19 @@ void CBenchHost::Point(float fX, float fZ)
 void CBenchHost::Press(float fX, float fZ)
 {
     Point(fX, fZ);
-    m_Host.SendButtonDown(CHeadlessFace::VIEW, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonDown(CHeadlessFace::VIEW, MOUSE_LEFT, {});
 }
 
 void CBenchHost::Move(float fX, float fZ)
 {
     Point(fX, fZ);
-    m_Host.SendMouseMove(CHeadlessFace::VIEW, MOUSE_LEFT, {}, {}, {0, -3});
+    m_Host.GetInput().SendMouseMove(CHeadlessFace::VIEW, MOUSE_LEFT, {}, {}, {0, -3});
 }
 
 void CBenchHost::Release(float fX, float fZ)
 {
     Point(fX, fZ);
-    m_Host.SendButtonUp(CHeadlessFace::VIEW, 0, {});
+    m_Host.GetInput().SendButtonUp(CHeadlessFace::VIEW, 0, {});
 }
 
 double CRatio::GetMedian(std::vector<double> values)

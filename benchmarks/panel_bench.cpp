@@ -74,7 +74,7 @@ void PanelBrushSize(benchmark::State& state)
         ratio.Add(TakeTime(
                       [&]
                       {
-                          bench.GetHost().SendAction(CHeadlessFace::VIEW, iAction, 1);
+                          bench.GetHost().GetInput().SendAction(CHeadlessFace::VIEW, iAction, 1);
                           QApplication::processEvents();
                       }),
                   FRAME_SECONDS);

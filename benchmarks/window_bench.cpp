@@ -175,7 +175,7 @@ void OpenLevel(benchmark::State& state)
             });
         scene.Settle();
         CAnswers answers;
-        const double fOpen = TakeTime([&] { window.OpenFile(strPath); });
+        const double fOpen = TakeTime([&] { window.GetDocuments().OpenFile(strPath); });
         const auto shown = QObject::connect(window.GetViews().GetActive(),
                                             &QOpenGLWidget::frameSwapped,
                                             [&bShown] { bShown = true; });
@@ -205,7 +205,7 @@ void DragOneExtent(benchmark::State& state)
     CEditorScene scene;
     CEditorWindow& window = scene.GetWindow();
     const auto fExtent = static_cast<float>(state.range(1));
-    window.OpenFile(scene.MakeLevel(static_cast<uint32_t>(state.range(0))));
+    window.GetDocuments().OpenFile(scene.MakeLevel(static_cast<uint32_t>(state.range(0))));
     scene.Wait([&] { return window.GetViews().IsComplete(); });
     TakeBrush(scene.GetPlugin(), "RelativeHeightFunction", fExtent);
     CViewWidget& view = *window.GetViews().GetActive();

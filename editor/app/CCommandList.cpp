@@ -7,39 +7,67 @@
 
 #include <utility>
 
+SCommand SCommand::Run(const char* pszId,
+                       const char* pszText,
+                       SKeyChord key,
+                       std::function<void()> run,
+                       std::function<bool()> isEnabled)
+{
+    return {pszId, pszText, key, std::move(run), std::move(isEnabled)};
+}
+
+SCommand
+SCommand::Once(const char* pszId, const char* pszText, SKeyChord key, std::function<void()> run)
+{
+    return {.pszId = pszId, .pszText = pszText, .key = key, .run = std::move(run), .bOnce = true};
+}
+
+SCommand SCommand::Hold(const char* pszId, const char* pszText, SKeyChord key)
+{
+    return {pszId, pszText, key};
+}
+
 CCommandList::CCommandList(QWidget& window, CKeyBindings& keys)
     : m_Window(window)
     , m_Keys(keys)
 {
 }
 
-QAction*
-CCommandList::Add(QMenu* pMenu, const char* pszId, const char* pszText, SKeyChord key, FRun run)
+void CCommandList::Add(QMenu& menu, std::initializer_list<SCommand> commands)
 {
-    auto* pAction = new QAction(QString::fromUtf8(pszText), &m_Window);
-    pAction->setObjectName(pszId);
-    QObject::connect(pAction, &QAction::triggered, &m_Window, [run = std::move(run)] { run(); });
-    if (pMenu != nullptr)
+    for (const SCommand& command : commands)
     {
-        pMenu->addAction(pAction);
+        if (command.pszId == nullptr)
+        {
+            menu.addSeparator();
+            continue;
+        }
+        if (command.run != nullptr)
+        {
+            menu.addAction(MakeAction(command));
+        }
+        SKeyCommand key;
+        key.strId = command.pszId;
+        key.strText = QString::fromUtf8(command.pszText).remove('&').remove("...").toStdString();
+        key.defaultKey = command.key;
+        m_Keys.Add(key);
     }
-    m_Window.addAction(pAction);
-    m_Actions[pszId] = pAction;
-    SKeyCommand command;
-    command.strId = pszId;
-    command.strText = QString::fromUtf8(pszText).remove('&').remove("...").toStdString();
-    command.defaultKey = key;
-    m_Keys.Add(command);
-    return pAction;
 }
 
-void CCommandList::AddHeld(const char* pszId, const char* pszText, SKeyChord key)
+QAction* CCommandList::MakeAction(const SCommand& command)
 {
-    SKeyCommand command;
-    command.strId = pszId;
-    command.strText = pszText;
-    command.defaultKey = key;
-    m_Keys.Add(command);
+    auto* pAction = new QAction(QString::fromUtf8(command.pszText), &m_Window);
+    pAction->setObjectName(command.pszId);
+    pAction->setAutoRepeat(!command.bOnce);
+    if (command.isChecked != nullptr)
+    {
+        pAction->setCheckable(true);
+        pAction->setChecked(command.isChecked());
+    }
+    QObject::connect(pAction, &QAction::triggered, &m_Window, [run = command.run] { run(); });
+    m_Window.addAction(pAction);
+    m_Shown[command.pszId] = {pAction, command};
+    return pAction;
 }
 
 void CCommandList::AddPluginActions(const std::function<void(int32_t)>& onAction)
@@ -55,24 +83,43 @@ void CCommandList::AddPluginActions(const std::function<void(int32_t)>& onAction
         QObject::connect(
             pAction, &QAction::triggered, &m_Window, [onAction, iAction] { onAction(iAction); });
         m_Window.addAction(pAction);
-        m_Actions[command.strId] = pAction;
+        m_Shown[command.strId] = {pAction, {}};
     }
 }
 
 void CCommandList::ApplyKeys()
 {
-    for (const auto& [strId, pAction] : m_Actions)
+    for (const auto& [strId, shown] : m_Shown)
     {
         const SKeyCommand* pCommand = m_Keys.FindById(strId);
         if (pCommand != nullptr)
         {
-            pAction->setShortcut(GetSequence(pCommand->key));
+            shown.pAction->setShortcut(GetSequence(pCommand->key));
+        }
+    }
+}
+
+void CCommandList::Follow()
+{
+    for (const auto& [strId, shown] : m_Shown)
+    {
+        if (shown.command.isEnabled != nullptr)
+        {
+            shown.pAction->setEnabled(shown.command.isEnabled());
+        }
+        if (shown.command.isChecked != nullptr)
+        {
+            shown.pAction->setChecked(shown.command.isChecked());
+        }
+        if (shown.command.getText != nullptr)
+        {
+            shown.pAction->setText(QString::fromUtf8(shown.command.getText()));
         }
     }
 }
 
 QAction* CCommandList::Find(const char* pszId) const
 {
-    const auto found = m_Actions.find(pszId);
-    return found != m_Actions.end() ? found->second : nullptr;
+    const auto found = m_Shown.find(pszId);
+    return found != m_Shown.end() ? found->second.pAction : nullptr;
 }

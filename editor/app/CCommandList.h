@@ -3,6 +3,7 @@
 #include "editor/core/CKeyBindings.h"
 
 #include <functional>
+#include <initializer_list>
 #include <map>
 #include <string>
 
@@ -10,28 +11,63 @@ class QAction;
 class QMenu;
 class QWidget;
 
+// All that the editor knows of one of its commands: a row of the table of its menu.
+struct SCommand
+{
+    const char* pszId = nullptr;   // in the key file, never shown; null: a line between commands
+    const char* pszText = nullptr; // in the menu; without '&' and "..." in the key dialog
+    SKeyChord key = {};            // until a person chooses another
+    // Null: the key works as long as it is held. The views look for it themselves, and no menu
+    // shows it.
+    std::function<void()> run = nullptr;
+    // What the menu shows at present, asked whenever the list follows. Null: the command can always
+    // be chosen, has no check mark, keeps its text.
+    std::function<bool()> isEnabled = nullptr;
+    std::function<bool()> isChecked = nullptr;
+    std::function<const char*()> getText = nullptr;
+    bool bOnce = false; // see Once
+
+    // The rows of a table, one of these each.
+    static SCommand Run(const char* pszId,
+                        const char* pszText,
+                        SKeyChord key,
+                        std::function<void()> run,
+                        std::function<bool()> isEnabled = nullptr);
+    // One that a key runs once, however long it is held; others are repeated then.
+    static SCommand
+    Once(const char* pszId, const char* pszText, SKeyChord key, std::function<void()> run);
+    static SCommand Hold(const char* pszId, const char* pszText, SKeyChord key);
+
+    static SCommand Line() { return {}; }
+};
+
 // The commands of the window: what menus show and what keys reach. Each is known to the key
 // bindings under its id. Owned by the window.
 class CCommandList
 {
 public:
-    using FRun = std::function<void()>;
-
     CCommandList(QWidget& window, CKeyBindings& keys); // both borrowed
 
-    // pMenu: null for a command that only a key reaches. The action is the window's.
-    QAction* Add(QMenu* pMenu, const char* pszId, const char* pszText, SKeyChord key, FRun run);
-    // A key that works as long as it is held; the views look for it themselves.
-    void AddHeld(const char* pszId, const char* pszText, SKeyChord key);
+    // Appends the rows to the menu. What they run is borrowed to the end of the window.
+    void Add(QMenu& menu, std::initializer_list<SCommand> commands);
     // The plug-in's keyboard actions, which are in the key bindings already.
     void AddPluginActions(const std::function<void(int32_t)>& onAction);
 
     void ApplyKeys(); // the bindings have changed
+    void Follow();    // the menus show the commands as they are now
 
     QAction* Find(const char* pszId) const; // null when there is none
 
 private:
+    struct SShown
+    {
+        QAction* pAction = nullptr; // the window's
+        SCommand command;           // empty for an action of the plug-in
+    };
+
+    QAction* MakeAction(const SCommand& command);
+
     QWidget& m_Window;
     CKeyBindings& m_Keys;
-    std::map<std::string, QAction*> m_Actions; // by id; the window's
+    std::map<std::string, SShown> m_Shown; // by id
 };

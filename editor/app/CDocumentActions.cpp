@@ -1,18 +1,17 @@
 #include "editor/app/CDocumentActions.h"
 
 #include "editor/app/CEditor.h"
-#include "editor/app/CMessagesDock.h"
 #include "editor/app/CNewLevelDialog.h"
-#include "editor/app/CProgressWindow.h"
 #include "editor/app/FileChoice.h"
 #include "editor/app/ReplaceQuestion.h"
 #include "editor/core/FileBackup.h"
 #include "engine/terrain/HeightFile.h"
 #include "host/Notice.h"
 
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+
+#include <utility>
 
 namespace
 {
@@ -32,47 +31,13 @@ CDocumentActions::CDocumentActions(QWidget& window,
                                    const CMessagesDock& messages,
                                    CProgressWindow& progress,
                                    std::function<void()> onLevel)
-    : m_Window(window)
-    , m_Editor(editor)
-    , m_Messages(messages)
-    , m_Progress(progress)
+    : m_Editor(editor)
     , m_OnLevel(std::move(onLevel))
+    , m_Questions(window, editor, messages, progress)
+    , m_Exchange(
+          editor, m_Questions, [this] { return MayLeave(); }, m_OnLevel)
+    , m_Recovery(editor, m_Questions, m_OnLevel)
 {
-}
-
-bool CDocumentActions::Report(bool bDone, const QString& strFault)
-{
-    const bool bCancelled = m_Progress.TakeCancelled();
-    if (!bDone && !bCancelled)
-    {
-        QMessageBox box(QMessageBox::Warning, "Tellur", strFault, QMessageBox::Ok, &m_Window);
-        box.setInformativeText(m_Messages.GetLastLine());
-        box.setTextFormat(Qt::PlainText);
-        box.exec();
-    }
-    return bDone;
-}
-
-std::string
-CDocumentActions::AskForFile(bool bSave, const QString& strTitle, const QString& strFilter)
-{
-    const std::string strLevelFolder = m_Editor.GetDocument().GetFolder();
-    const bool bThere = !bSave && !strLevelFolder.empty(); // read, also where nothing can be made
-    const QString strFolder = QString::fromStdString(bThere ? strLevelFolder : GetSaveFolder());
-    if (!bSave)
-    {
-        return QFileDialog::getOpenFileName(&m_Window, strTitle, strFolder, strFilter)
-            .toStdString();
-    }
-    // "Levels (*.level)": with one pattern there is only one suffix that a file can have.
-    const bool bOne = strFilter.count('*') == 1;
-    const QString strSuffix = bOne ? strFilter.section("*.", 1).section(')', 0, 0) : QString();
-    return ChooseSaveFile(&m_Window, {strTitle, strFilter, strSuffix, strFolder});
-}
-
-std::string CDocumentActions::GetSaveFolder() const
-{
-    return ::GetSaveFolder(m_Editor.GetDocument().GetFolder());
 }
 
 void CDocumentActions::New()
@@ -81,14 +46,14 @@ void CDocumentActions::New()
     {
         return;
     }
-    CNewLevelDialog dialog(&m_Window);
+    CNewLevelDialog dialog(&m_Questions.GetWindow());
     if (dialog.exec() != QDialog::Accepted)
     {
         return;
     }
     const bool bMade =
         m_Editor.GetDocument().New(dialog.GetCells(), dialog.GetSize(), dialog.GetHeight());
-    if (Report(bMade, "The level cannot be made."))
+    if (m_Questions.Report(bMade, "The level cannot be made."))
     {
         m_Editor.GetAutosave().Remove();
         m_OnLevel();
@@ -98,7 +63,7 @@ void CDocumentActions::New()
 void CDocumentActions::Open()
 {
     const std::string strPath =
-        AskForFile(false, "Open", QString(LEVEL_FILTER) + ";;" + GetHeightMapFilter());
+        m_Questions.AskForFile(false, "Open", QString(LEVEL_FILTER) + ";;" + GetHeightMapFilter());
     if (!strPath.empty())
     {
         OpenFile(strPath);
@@ -109,13 +74,13 @@ bool CDocumentActions::OpenFile(const std::string& strPath)
 {
     if (!IsLevel(strPath))
     {
-        return ImportFile(strPath);
+        return m_Exchange.ImportFile(strPath);
     }
     if (!MayLeave())
     {
         return false;
     }
-    if (OfferRecoveryOf(strPath))
+    if (m_Recovery.OfferOf(strPath))
     {
         m_Editor.GetRecentFiles().Add(
             QFileInfo(QString::fromStdString(strPath)).absoluteFilePath().toStdString());
@@ -124,7 +89,7 @@ bool CDocumentActions::OpenFile(const std::string& strPath)
     CLevelDocument& document = m_Editor.GetDocument();
     const bool bOpen =
         document.Open(strPath.c_str()) || (TakeBackup() && document.Open(strPath.c_str()));
-    if (!Report(bOpen, "The level cannot be opened."))
+    if (!m_Questions.Report(bOpen, "The level cannot be opened."))
     {
         m_Editor.GetRecentFiles().Remove(strPath);
         return false;
@@ -148,7 +113,7 @@ bool CDocumentActions::TakeBackup()
                         .arg(QString::fromStdString(strHeights),
                              QFileInfo(QString::fromStdString(strBackup)).fileName()),
                     QMessageBox::Yes | QMessageBox::No,
-                    &m_Window);
+                    &m_Questions.GetWindow());
     box.setTextFormat(Qt::PlainText);
     return box.exec() == QMessageBox::Yes && PutBackFile(strBackup, strHeights);
 }
@@ -168,8 +133,8 @@ bool CDocumentActions::Save()
     {
         return SaveAs();
     }
-    m_Editor.GetHost().EndDrag();
-    switch (AskToReplace(&m_Window, document.FindReplaced()))
+    m_Editor.GetHost().GetInput().EndDrag();
+    switch (AskToReplace(&m_Questions.GetWindow(), document.FindReplaced()))
     {
     case EReplaceAnswer::Replace:
         return FinishSave([&document] { return document.Save(); });
@@ -190,7 +155,8 @@ bool CDocumentActions::FinishSave(const std::function<bool()>& save)
         notice.Say(document.GetPath().c_str(), document.GetHeightPath().c_str());
     }
     const std::string& strOutcome = document.GetSaveOutcome();
-    if (Report(bDone, "The level cannot be saved. " + QString::fromStdString(strOutcome)))
+    if (m_Questions.Report(bDone,
+                           "The level cannot be saved. " + QString::fromStdString(strOutcome)))
     {
         m_Editor.GetAutosave().Remove();
         m_Editor.GetRecentFiles().Add(document.GetPath());
@@ -205,15 +171,15 @@ bool CDocumentActions::SaveAs()
     {
         return false;
     }
-    m_Editor.GetHost().EndDrag();
+    m_Editor.GetHost().GetInput().EndDrag();
     EReplaceAnswer eAnswer = EReplaceAnswer::Elsewhere;
     std::string strPath;
     while (eAnswer == EReplaceAnswer::Elsewhere)
     {
-        strPath = AskForFile(true, "Save level as", "Levels (*.level)");
-        eAnswer = strPath.empty()
-                      ? EReplaceAnswer::Cancel
-                      : AskToReplace(&m_Window, document.FindReplaced(strPath.c_str(), true));
+        strPath = m_Questions.AskForFile(true, "Save level as", "Levels (*.level)");
+        eAnswer = strPath.empty() ? EReplaceAnswer::Cancel
+                                  : AskToReplace(&m_Questions.GetWindow(),
+                                                 document.FindReplaced(strPath.c_str(), true));
     }
     return eAnswer == EReplaceAnswer::Replace &&
            FinishSave([&] { return document.SaveAs(strPath.c_str()); });
@@ -221,7 +187,7 @@ bool CDocumentActions::SaveAs()
 
 void CDocumentActions::ChooseMaterial()
 {
-    const std::string strPath = AskForFile(false, "Material", "Materials (*.mat)");
+    const std::string strPath = m_Questions.AskForFile(false, "Material", "Materials (*.mat)");
     if (!strPath.empty())
     {
         m_Editor.GetDocument().SetMaterial(MakeRootRelative(strPath));
@@ -231,7 +197,8 @@ void CDocumentActions::ChooseMaterial()
 
 void CDocumentActions::ChooseBitmap()
 {
-    const std::string strPath = AskForFile(false, "Terrain-type bitmap", GetPictureFilter());
+    const std::string strPath =
+        m_Questions.AskForFile(false, "Terrain-type bitmap", GetPictureFilter());
     if (!strPath.empty())
     {
         m_Editor.GetDocument().SetBitmap(MakeRootRelative(strPath));
@@ -239,40 +206,14 @@ void CDocumentActions::ChooseBitmap()
     }
 }
 
-int CDocumentActions::AskToSave(const QString& strName)
-{
-    QMessageBox box(QMessageBox::Question,
-                    "Unsaved changes",
-                    QString("Save the changes of %1?").arg(strName),
-                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
-                    &m_Window);
-    box.setDefaultButton(QMessageBox::Save);
-    return box.exec();
-}
-
-bool CDocumentActions::MayDrop(const QString& strName,
-                               const QString& strFault,
-                               const std::function<bool()>& save)
-{
-    switch (AskToSave(strName))
-    {
-    case QMessageBox::Save:
-        return Report(save(), strFault);
-    case QMessageBox::Discard:
-        return true;
-    default:
-        return false;
-    }
-}
-
 bool CDocumentActions::MayLeave()
 {
-    m_Editor.GetHost().EndDrag();
+    m_Editor.GetHost().GetInput().EndDrag();
     if (!m_Editor.GetDocument().IsModified())
     {
         return true;
     }
-    switch (AskToSave(QString::fromStdString(m_Editor.GetDocument().GetTitle())))
+    switch (m_Questions.AskToSave(QString::fromStdString(m_Editor.GetDocument().GetTitle())))
     {
     case QMessageBox::Save:
         return Save();

@@ -2,6 +2,7 @@
 
 #include "editor/app/CEditorWindow.h"
 #include "editor/app/CMessagesDock.h"
+#include "editor/app/CPanelDock.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/CViewWidget.h"
 #include "editor/app/FileChoice.h"
@@ -86,13 +87,14 @@ std::string CEditorFace::BrowseForFile(EFileDialog eKind,
                                        const char* pszInitialFolder,
                                        const char* pszFilter)
 {
-    return ChooseFile(m_pWindow,
-                      eKind,
-                      pszDefaultExtension,
-                      pszInitialName,
-                      pszInitialFolder,
-                      pszFilter,
-                      m_pWindow != nullptr ? m_pWindow->GetSaveFolder() : "");
+    return ChooseFile(
+        m_pWindow,
+        eKind,
+        pszDefaultExtension,
+        pszInitialName,
+        pszInitialFolder,
+        pszFilter,
+        m_pWindow != nullptr ? m_pWindow->GetDocuments().GetQuestions().GetSaveFolder() : "");
 }
 
 CViewArea* CEditorFace::FindViews() const
@@ -122,7 +124,7 @@ void CEditorFace::RedrawViews()
     if (CViewArea* pViews = FindViews())
     {
         pViews->RequestFrames();
-        if (!m_pWindow->GetHost().IsDragging()) // the panel may have changed the brush
+        if (!m_pWindow->GetHost().GetInput().IsDragging()) // the panel may have changed the brush
         {
             m_pWindow->ShowState();
         }
@@ -162,7 +164,7 @@ bool CEditorFace::IsCameraKeyDown(ECameraKey eKey)
     constexpr const char* NAMES[] = {"back", "right", "forward", "left"};
     CViewArea* pViews = FindViews();
     const CViewWidget* pView = pViews != nullptr ? pViews->GetActive() : nullptr;
-    return pView != nullptr && pView->IsFlyKeyDown(NAMES[static_cast<uint32_t>(eKey)]);
+    return pView != nullptr && pView->GetKeys().IsFlyKeyDown(NAMES[static_cast<uint32_t>(eKey)]);
 }
 
 void CEditorFace::TurnCamera(ViewId view, float fDegrees)
@@ -196,16 +198,22 @@ void CEditorFace::SetViewToggle(ViewId view, bool bOn)
     }
 }
 
+CPanelDock* CEditorFace::FindPanel() const
+{
+    return m_pWindow != nullptr ? m_pWindow->FindPanel() : nullptr;
+}
+
 bool CEditorFace::OpenPluginView(const CRuntimeClass* pClass)
 {
-    return m_pWindow != nullptr && m_pWindow->OpenPanel(pClass);
+    CPanelDock* pPanel = FindPanel();
+    return pPanel != nullptr && pPanel->Open(pClass);
 }
 
 void CEditorFace::ClosePluginView()
 {
-    if (m_pWindow != nullptr)
+    if (CPanelDock* pPanel = FindPanel())
     {
-        m_pWindow->ClosePanel();
+        pPanel->Close();
     }
 }
 

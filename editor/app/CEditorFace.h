@@ -8,6 +8,7 @@
 
 class CEditorWindow;
 class CMessagesDock;
+class CPanelDock;
 class CViewArea;
 class CViewWidget;
 
@@ -96,6 +97,7 @@ private:
     // Null without a window, and until it has them: a plug-in may ask while it is loaded.
     CViewArea* FindViews() const;
     CViewWidget* FindView(ViewId view) const;
+    CPanelDock* FindPanel() const;
 
     CEditorFrontEnd m_FrontEnd;
     CEditorWindow* m_pWindow = nullptr;

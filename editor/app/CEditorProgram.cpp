@@ -14,7 +14,7 @@ bool CEditorProgram::notify(QObject* pReceiver, QEvent* pEvent)
         return QApplication::notify(pReceiver, pEvent);
     }
     bool bTaken = false;
-    m_Host->Guard("CEditorProgram::notify",
-                  [&] { bTaken = QApplication::notify(pReceiver, pEvent); });
+    m_Host->GetInput().Guard("CEditorProgram::notify",
+                             [&] { bTaken = QApplication::notify(pReceiver, pEvent); });
     return bTaken;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/core/CLevelDocument.h"
+#include "editor/core/LevelExchange.h"
 #include "engine/elevation/SImportOptions.h"
 
 #include <QDialog>

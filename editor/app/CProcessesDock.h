@@ -12,16 +12,16 @@ class QTreeWidget;
 class CProcessesDock : public QDockWidget
 {
 public:
-    // registry: borrowed. onRun: runs the process of that place in the registry, true when it has
-    // done its work.
+    // registry: borrowed; the plug-in has registered its processes. onRun: runs the process of that
+    // place in the registry, true when it has done its work.
     CProcessesDock(QWidget* pParent,
                    const CPluginRegistry& registry,
                    std::function<bool(size_t)> onRun);
 
-    void Fill();                    // the plug-in has registered its processes
     void ShowProgress(float fDone); // of the one that runs, 0 to 1
 
 private:
+    void Fill();
     void Run();
 
     const CPluginRegistry& m_Registry;

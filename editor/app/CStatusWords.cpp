@@ -60,12 +60,12 @@ CStatusWords::CStatusWords(CEditor& editor, const CEditorFace& face, CStatusLine
     , m_Status(status)
     , m_pBefore(SetNoticeSink(this))
 {
-    m_Editor.GetHost().AddObserver(this);
+    m_Editor.GetHost().GetObservers().Add(this);
 }
 
 CStatusWords::~CStatusWords()
 {
-    m_Editor.GetHost().RemoveObserver(this);
+    m_Editor.GetHost().GetObservers().Remove(this);
     SetNoticeSink(m_pBefore);
 }
 

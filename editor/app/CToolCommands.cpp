@@ -1,24 +1,19 @@
 #include "editor/app/CToolCommands.h"
 
-#include "editor/app/CBrushHand.h"
 #include "editor/app/CCommandList.h"
 #include "editor/app/CCursorNote.h"
+#include "editor/app/CEditor.h"
+#include "editor/app/CPluginCommands.h"
 #include "editor/app/CViewArea.h"
+#include "editor/app/KeyChords.h"
 #include "editor/app/ToolTexts.h"
-#include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/ActionIds.h"
 #include "host/IPluginTools.h"
 
-#include <QAction>
-#include <QMenu>
-
 #include <cmath>
-#include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 namespace
 {
@@ -42,87 +37,66 @@ std::string MakeCommandId(std::string_view strFunction)
 
 } // namespace
 
-CToolCommands::CToolCommands(CEditorHost& host,
-                             IPluginTools* pTools,
-                             CViewArea& views,
-                             std::function<void(int32_t)> sendAction)
-    : m_Host(host)
-    , m_pTools(pTools)
+CToolCommands::CToolCommands(CEditor& editor, CViewArea& views, CPluginCommands& plugin)
+    : m_Host(editor.GetHost())
+    , m_pTools(editor.FindInterface<IPluginTools>())
     , m_Views(views)
-    , m_SendAction(std::move(sendAction))
+    , m_Plugin(plugin)
 {
+    const auto offers = m_pTools != nullptr ? m_pTools->GetTools() : std::vector<SToolOffer>();
+    for (const SToolOffer& offer : offers)
+    {
+        m_Tools.push_back({MakeCommandId(offer.pszFunction), offer});
+    }
 }
 
 void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
 {
-    AddTools(menu, commands);
-    menu.addSeparator();
-    AddValues(menu, commands);
-    menu.addSeparator();
-    AddMask(menu, commands);
-}
-
-void CToolCommands::AddTools(QMenu& menu, CCommandList& commands)
-{
-    const std::vector<SToolOffer> tools =
-        m_pTools != nullptr ? m_pTools->GetTools() : std::vector<SToolOffer>();
-    for (size_t i = 0; i < tools.size(); ++i)
+    for (size_t i = 0; i < m_Tools.size(); ++i)
     {
-        const uint32_t uKey = i < DIGITS ? static_cast<uint32_t>('1' + i) : 0;
-        commands
-            .Add(&menu,
-                 MakeCommandId(tools[i].pszFunction).c_str(),
-                 tools[i].pszText,
-                 {uKey, 0},
-                 [this, pszFunction = tools[i].pszFunction] { Take(pszFunction); })
-            ->setAutoRepeat(false);
+        const STool& tool = m_Tools[i];
+        const SKeyChord key = i < DIGITS ? Key(static_cast<uint32_t>('1' + i)) : SKeyChord();
+        commands.Add(menu,
+                     {SCommand::Once(tool.strId.c_str(),
+                                     tool.offer.pszText,
+                                     key,
+                                     [this, &tool] { Take(tool.offer.pszFunction); })});
     }
-    commands
-        .Add(&menu,
-             "tool.toggle",
-             "&Take the tool up or put it away",
-             {'T', KEY_CONTROL},
-             [this] { Toggle(); })
-        ->setAutoRepeat(false);
-}
-
-void CToolCommands::AddValues(QMenu& menu, CCommandList& commands)
-{
-    commands.Add(&menu, "brush.larger", "&Larger brush", {']', 0}, [this] { ScaleExtent(true); });
-    commands.Add(
-        &menu, "brush.smaller", "S&maller brush", {'[', 0}, [this] { ScaleExtent(false); });
-    commands.Add(&menu, "brush.invert", "&Invert the tool", {'X', 0}, [this] { Invert(); })
-        ->setAutoRepeat(false);
-    commands.Add(
-        &menu, "brush.pick_height", "Pick the &height to set", {'P', 0}, [this] { PickHeight(); });
-    constexpr std::tuple<const char*, const char*, uint32_t> HELD[] = {
-        {"size", "Size of the brush, with the mouse", 'B'},
-        {"power", "Power of the brush, with the mouse", 'V'},
-        {"hardness", "Hardness of the brush, with the mouse", 'H'},
-        {"amount", "Height, levels or neighbourhood of the tool, with the mouse", 'N'},
+    const auto scale = [this](bool bLarger)
+    {
+        return [this, bLarger]
+        {
+            ScaleExtent(bLarger);
+        };
     };
-    for (const auto& [pszName, pszText, uKey] : HELD)
-    {
-        commands.AddHeld((std::string(HAND_COMMAND) + pszName).c_str(), pszText, {uKey, 0});
-    }
-}
-
-void CToolCommands::AddMask(QMenu& menu, CCommandList& commands)
-{
-    commands.Add(&menu, "brush.mask", "Mas&k on and off", {'M', 0}, [this] { SwitchMask(); })
-        ->setAutoRepeat(false);
-    commands
-        .Add(&menu,
-             "brush.choose_mask",
-             "&Choose the mask...",
-             {'M', KEY_SHIFT},
-             [this] { ChooseMask(); })
-        ->setAutoRepeat(false);
+    commands.Add(
+        menu,
+        {
+            SCommand::Once(
+                "tool.toggle", "&Take the tool up or put it away", Ctrl('T'), [this] { Toggle(); }),
+            SCommand::Line(),
+            SCommand::Run("brush.larger", "&Larger brush", Key(']'), scale(true)),
+            SCommand::Run("brush.smaller", "S&maller brush", Key('['), scale(false)),
+            SCommand::Once("brush.invert", "&Invert the tool", Key('X'), [this] { Invert(); }),
+            SCommand::Run(
+                "brush.pick_height", "Pick the &height to set", Key('P'), [this] { PickHeight(); }),
+            SCommand::Hold("brush.hold_size", "Size of the brush, with the mouse", Key('B')),
+            SCommand::Hold("brush.hold_power", "Power of the brush, with the mouse", Key('V')),
+            SCommand::Hold(
+                "brush.hold_hardness", "Hardness of the brush, with the mouse", Key('H')),
+            SCommand::Hold("brush.hold_amount",
+                           "Height, levels or neighbourhood of the tool, with the mouse",
+                           Key('N')),
+            SCommand::Line(),
+            SCommand::Once("brush.mask", "Mas&k on and off", Key('M'), [this] { SwitchMask(); }),
+            SCommand::Once(
+                "brush.choose_mask", "&Choose the mask...", Shift('M'), [this] { ChooseMask(); }),
+        });
 }
 
 bool CToolCommands::IsReady() const
 {
-    return m_pTools != nullptr && !m_Host.IsDragging();
+    return m_pTools != nullptr && !m_Host.GetInput().IsDragging();
 }
 
 bool CToolCommands::IsSculpting() const
@@ -153,7 +127,7 @@ void CToolCommands::Toggle()
 {
     if (m_pTools == nullptr || m_pTools->IsTerraforming())
     {
-        m_SendAction(ACTION_TOGGLE_TERRAFORMING);
+        m_Plugin.SendAction(ACTION_TOGGLE_TERRAFORMING);
         return;
     }
     Take(nullptr);

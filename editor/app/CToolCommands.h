@@ -1,34 +1,35 @@
 #pragma once
 
+#include "host/IPluginTools.h"
+
 #include <QString>
 
-#include <cstdint>
-#include <functional>
+#include <string>
+#include <vector>
 
 class CCommandList;
+class CEditor;
 class CEditorHost;
+class CPluginCommands;
 class CViewArea;
-class IPluginTools;
 class QMenu;
 
 // The commands that take a tool and change it without the panel; what they did stands at the
 // cursor. They do nothing during a stroke, because a recording has the brush as it was at the
-// press. Owned by the window.
+// press. Made once the plug-in is loaded, owned by the menus.
 class CToolCommands
 {
 public:
-    // Borrowed. pTools: null for a plug-in without. sendAction: an action of the plug-in.
-    CToolCommands(CEditorHost& host,
-                  IPluginTools* pTools,
-                  CViewArea& views,
-                  std::function<void(int32_t)> sendAction);
+    CToolCommands(CEditor& editor, CViewArea& views, CPluginCommands& plugin); // borrowed
 
     void AddTo(QMenu& menu, CCommandList& commands);
 
 private:
-    void AddTools(QMenu& menu, CCommandList& commands);
-    void AddValues(QMenu& menu, CCommandList& commands);
-    void AddMask(QMenu& menu, CCommandList& commands);
+    struct STool
+    {
+        std::string strId; // of its command
+        SToolOffer offer;
+    };
 
     bool IsReady() const;     // there is a plug-in to ask, and no stroke
     bool IsSculpting() const; // with a tool; says so otherwise
@@ -44,7 +45,8 @@ private:
     void Follow();                          // views and cursor show another tool
 
     CEditorHost& m_Host;
-    IPluginTools* m_pTools;
+    IPluginTools* m_pTools; // null for a plug-in without
     CViewArea& m_Views;
-    std::function<void(int32_t)> m_SendAction;
+    CPluginCommands& m_Plugin;
+    std::vector<STool> m_Tools; // what commands of tools borrow
 };

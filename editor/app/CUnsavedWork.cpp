@@ -1,16 +1,16 @@
 #include "editor/app/CUnsavedWork.h"
 
-#include "editor/app/CDocumentActions.h"
+#include "editor/app/CDocumentQuestions.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
 #include "host/IPluginBrushes.h"
 #include "host/IPluginPainting.h"
 #include "host/Log.h"
 
-CUnsavedWork::CUnsavedWork(CEditor& editor, const CEditorFace& face, CDocumentActions& documents)
+CUnsavedWork::CUnsavedWork(CEditor& editor, const CEditorFace& face, CDocumentQuestions& questions)
     : m_Editor(editor)
     , m_Face(face)
-    , m_Documents(documents)
+    , m_Questions(questions)
 {
     m_Editor.GetHost().GetModes().SetGuard(this);
 }
@@ -51,7 +51,7 @@ bool CUnsavedWork::MayDropPainting()
     const std::string strFile =
         pPainting != nullptr ? pPainting->GetUnsavedBitmap() : std::string();
     return strFile.empty() ||
-           m_Documents.MayDrop(QString::fromStdString(strFile),
+           m_Questions.MayDrop(QString::fromStdString(strFile),
                                "The bitmap cannot be saved.",
                                [&] { return pPainting->SaveBitmap(strFile.c_str()); });
 }
@@ -60,7 +60,7 @@ bool CUnsavedWork::MayDropBrushes()
 {
     auto* pBrushes = m_Editor.FindInterface<IPluginBrushes>();
     return pBrushes == nullptr || !pBrushes->HasUnsavedBrushes() ||
-           m_Documents.MayDrop("the defined brushes",
+           m_Questions.MayDrop("the defined brushes",
                                "The brushes cannot be saved.",
                                [pBrushes] { return pBrushes->SaveBrushes(); });
 }

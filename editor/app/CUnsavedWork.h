@@ -2,7 +2,7 @@
 
 #include "editor/core/IModeGuard.h"
 
-class CDocumentActions;
+class CDocumentQuestions;
 class CEditor;
 class CEditorFace;
 
@@ -12,7 +12,7 @@ class CEditorFace;
 class CUnsavedWork : public IModeGuard
 {
 public:
-    CUnsavedWork(CEditor& editor, const CEditorFace& face, CDocumentActions& documents);
+    CUnsavedWork(CEditor& editor, const CEditorFace& face, CDocumentQuestions& questions);
     ~CUnsavedWork() override;
     CUnsavedWork(const CUnsavedWork&) = delete;
     CUnsavedWork& operator=(const CUnsavedWork&) = delete;
@@ -30,5 +30,5 @@ private:
 
     CEditor& m_Editor;
     const CEditorFace& m_Face;
-    CDocumentActions& m_Documents;
+    CDocumentQuestions& m_Questions;
 };

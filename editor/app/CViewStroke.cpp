@@ -90,18 +90,19 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     m_PressHit = m_LastGround = bJoint ? from : press.hit;
     m_bPressHit = m_bLastGround = bJoint || press.bHit;
     m_pSentGround = bJoint ? &from : nullptr;
-    SendAt(
-        fX,
-        fY,
-        [&] {
-            m_Host.SendButtonDown(m_View, uFlags | MOUSE_LEFT, {GetPixel(fX), GetPixel(fY), 0, 0});
-        });
+    SendAt(fX,
+           fY,
+           [&]
+           {
+               m_Host.GetInput().SendButtonDown(
+                   m_View, uFlags | MOUSE_LEFT, {GetPixel(fX), GetPixel(fY), 0, 0});
+           });
     m_pSentGround = nullptr;
     if (bJoint && m_bPath)
     {
         DrawJoint(from, fX, fY);
     }
-    else if (m_bSculpts && m_Host.IsDragging())
+    else if (m_bSculpts && m_Host.GetInput().IsDragging())
     {
         m_Sampler.SendPress();
     }
@@ -138,7 +139,7 @@ float CViewStroke::GetSpacing() const
 void CViewStroke::DrawJoint(const SVec3& from, float fX, float fY)
 {
     SVec3 to;
-    if (!Aim(fX, fY, to) || !m_Host.IsDragging())
+    if (!Aim(fX, fY, to) || !m_Host.GetInput().IsDragging())
     {
         return;
     }
@@ -155,7 +156,7 @@ void CViewStroke::DrawJoint(const SVec3& from, float fX, float fY)
 bool CViewStroke::Move(float fX, float fY, uint32_t uFlags, int iWheel)
 {
     m_Flags = uFlags;
-    if (!m_Host.IsDragging())
+    if (!m_Host.GetInput().IsDragging())
     {
         Finish(); // the host has ended it: another level came
         return false;
@@ -220,14 +221,14 @@ void CViewStroke::Release(float fX, float fY, uint32_t uFlags)
     SendAt(fX,
            fY,
            [&] {
-               m_Host.SendButtonUp(m_View, uFlags, {GetPixel(fX), GetPixel(fY), 0, 0});
+               m_Host.GetInput().SendButtonUp(m_View, uFlags, {GetPixel(fX), GetPixel(fY), 0, 0});
            });
     Finish();
 }
 
 bool CViewStroke::Cancel()
 {
-    if (!m_Host.IsDragging())
+    if (!m_Host.GetInput().IsDragging())
     {
         Finish(); // the host has ended it, and what it did is a step like any other
         return false;
@@ -240,7 +241,7 @@ bool CViewStroke::Cancel()
     {
         m_Host.GetModes().SuspendCurrentMode(true); // its release would finish the work
     }
-    m_Host.EndDrag();
+    m_Host.GetInput().EndDrag();
     if (bOther)
     {
         m_Host.GetModes().DeactivateMode(0);
@@ -264,7 +265,7 @@ void CViewStroke::End()
     m_Sampler.Cancel();
     if (m_bOn)
     {
-        m_Host.EndDrag();
+        m_Host.GetInput().EndDrag();
     }
     Finish();
 }
@@ -290,7 +291,8 @@ void CViewStroke::Hover(float fX, float fY, uint32_t uFlags)
     SendAt(fX,
            fY,
            [&] {
-               m_Host.SendMouseMove(m_View, uFlags, {GetPixel(fX), GetPixel(fY)}, {0, 0}, {0, 0});
+               m_Host.GetInput().SendMouseMove(
+                   m_View, uFlags, {GetPixel(fX), GetPixel(fY)}, {0, 0}, {0, 0});
            });
 }
 
@@ -307,11 +309,11 @@ void CViewStroke::SendMove(const SStrokePoint& point)
            point.fY,
            [&]
            {
-               m_Host.SendMouseMove(m_View,
-                                    m_Flags | MOUSE_LEFT,
-                                    {GetPixel(point.fX), GetPixel(point.fY)},
-                                    {point.iWheel, MOUSE_BUTTON_LEFT},
-                                    {point.iStepX, point.iStepY});
+               m_Host.GetInput().SendMouseMove(m_View,
+                                               m_Flags | MOUSE_LEFT,
+                                               {GetPixel(point.fX), GetPixel(point.fY)},
+                                               {point.iWheel, MOUSE_BUTTON_LEFT},
+                                               {point.iStepX, point.iStepY});
            });
 }
 
@@ -324,7 +326,7 @@ bool CViewStroke::DropToGround(SVec3& point) const
 void CViewStroke::SendGround(const SVec3& point)
 {
     SVec3 ground = point;
-    if (!m_Host.IsDragging() || !DropToGround(ground))
+    if (!m_Host.GetInput().IsDragging() || !DropToGround(ground))
     {
         return;
     }
@@ -333,7 +335,8 @@ void CViewStroke::SendGround(const SVec3& point)
     m_pSentGround = &ground;
     const int32_t iX = GetPixel(m_SentX);
     const int32_t iY = GetPixel(m_SentY);
-    m_Host.SendMouseMove(m_View, m_Flags | MOUSE_LEFT, {iX, iY}, {0, MOUSE_BUTTON_LEFT}, {0, 0});
+    m_Host.GetInput().SendMouseMove(
+        m_View, m_Flags | MOUSE_LEFT, {iX, iY}, {0, MOUSE_BUTTON_LEFT}, {0, 0});
     m_pSentGround = nullptr;
 }
 
@@ -357,7 +360,8 @@ bool CViewStroke::Pick(ViewPoint point, SVec3& hit) const
 bool CViewStroke::Aim(float fX, float fY, SVec3& hit) const
 {
     const CTerrain* pTerrain = GetTerrain();
-    if (pTerrain == nullptr || !m_Still.IsHeld() || m_Strokes == nullptr || !m_Host.IsDragging())
+    if (pTerrain == nullptr || !m_Still.IsHeld() || m_Strokes == nullptr ||
+        !m_Host.GetInput().IsDragging())
     {
         return m_Navigator.Pick(pTerrain, fX, fY, hit);
     }

@@ -22,11 +22,6 @@
 namespace
 {
 
-constexpr double SLOW_MS = 40.0; // a frame that takes longer is drawn coarser next time
-constexpr double FAST_MS = 18.0;
-constexpr float COARSER = 0.8F;
-constexpr float FINER = 1.1F;
-constexpr int REFINE_MS = 300;
 // Of a terrain that comes in, a frame. The processor that draws makes the normals, too.
 constexpr uint64_t MOST_NEW_BYTES = uint64_t{16} << 20;
 constexpr uint64_t MOST_SOFTWARE_BYTES = uint64_t{6} << 20;
@@ -72,6 +67,8 @@ CViewWidget::CViewWidget(
     , m_pNote(new CCursorNote(this))
     , m_pHand(std::make_unique<CBrushHand>(
           m_pTools, parts.keys, m_Input, *m_pNote, [this] { SeeCursor(); }))
+    , m_Keys(parts.keys, parts.settings, parts.hand, [this] { update(); })
+    , m_Quality([this] { update(); })
 {
     setObjectName(QString("view-%1").arg(view));
     setFocusPolicy(Qt::StrongFocus);
@@ -79,14 +76,6 @@ CViewWidget::CViewWidget(
     setMinimumSize(120, 90);
     m_FrameTimer.setSingleShot(true);
     m_FrameTimer.callOnTimeout(this, [this] { update(); });
-    m_RefineTimer.setSingleShot(true);
-    m_RefineTimer.setInterval(REFINE_MS);
-    m_RefineTimer.callOnTimeout(this,
-                                [this]
-                                {
-                                    m_bRefining = true;
-                                    update();
-                                });
 }
 
 CViewWidget::~CViewWidget()
@@ -134,7 +123,7 @@ void CViewWidget::paintGL()
     SRenderSettings settings = m_Parts.settings.render;
     settings.bWireFrame = m_bWireFrame;
     settings.eMark = m_Parts.findMark(settings.mark);
-    settings.fQuality = m_bRefining ? 1.0F : m_Quality;
+    settings.fQuality = m_Quality.Get();
     settings.uMostNewBytes = m_bSoftware ? MOST_SOFTWARE_BYTES : MOST_NEW_BYTES;
     settings.bMask = m_pTools == nullptr || m_pTools->IsMaskActing();
     if (m_bReady)
@@ -149,34 +138,13 @@ void CViewWidget::paintGL()
     m_FrameMilliseconds = static_cast<double>(clock.nsecsElapsed()) * 1e-6;
     if (GetStatistics().bComplete)
     {
-        AdaptQuality();
+        m_Quality.Adapt(m_FrameMilliseconds);
     }
     else
     {
         m_FrameTimer.start(0);
     }
     m_Events.onFrame(m_View);
-}
-
-void CViewWidget::AdaptQuality()
-{
-    if (m_bRefining)
-    {
-        m_bRefining = false; // in full, and as slow as it may be
-        return;
-    }
-    if (m_FrameMilliseconds > SLOW_MS)
-    {
-        m_Quality = std::max(SRenderSettings::LEAST_QUALITY, m_Quality * COARSER);
-    }
-    else if (m_FrameMilliseconds < FAST_MS)
-    {
-        m_Quality = std::min(1.0F, m_Quality * FINER);
-    }
-    if (m_Quality < 1.0F)
-    {
-        m_RefineTimer.start();
-    }
 }
 
 void CViewWidget::resizeEvent(QResizeEvent* pEvent)
@@ -260,7 +228,7 @@ void CViewWidget::mousePressEvent(QMouseEvent* pEvent)
                   static_cast<float>(at.x()),
                   static_cast<float>(at.y()),
                   GetFlags(pEvent->modifiers()),
-                  IsSmoothing(pEvent->modifiers()));
+                  m_Keys.IsSmoothing(pEvent->modifiers()));
     ShowKeys(pEvent->modifiers());
     Update();
 }
@@ -345,4 +313,88 @@ void CViewWidget::FrameSpot()
     m_Navigator.FrameSpot(pTerrain, hit, std::max(fBrush, fCell * SPOT_CELLS));
     m_Input.RepeatHover();
     update();
+}
+
+void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
+{
+    const bool bStroke = m_Input.IsStroking() && m_pTools != nullptr && m_pTools->HeedsMinMax();
+    const bool bMin = modifiers.testFlag(Qt::ControlModifier) || m_Parts.hand.bRaise;
+    const bool bMax = modifiers.testFlag(Qt::AltModifier) || m_Parts.hand.bLower;
+    m_pNote->SetState(bStroke && bMin ? "min" : bStroke && bMax ? "max" : "");
+}
+
+void CViewWidget::keyPressEvent(QKeyEvent* pEvent)
+{
+    const bool bTaken = m_pHand->Press(*pEvent) || m_Keys.Set(*pEvent, true);
+    ShowKeys(QGuiApplication::queryKeyboardModifiers());
+    if (!bTaken)
+    {
+        QOpenGLWidget::keyPressEvent(pEvent);
+    }
+}
+
+void CViewWidget::keyReleaseEvent(QKeyEvent* pEvent)
+{
+    const bool bTaken = m_pHand->Release(*pEvent) || m_Keys.Set(*pEvent, false);
+    ShowKeys(QGuiApplication::queryKeyboardModifiers());
+    if (!bTaken)
+    {
+        QOpenGLWidget::keyReleaseEvent(pEvent);
+    }
+}
+
+void CViewWidget::Fly()
+{
+    float fSeconds = 0.0F;
+    if (!m_Keys.TakeFlight(fSeconds))
+    {
+        return;
+    }
+    if (m_Navigator.Fly(GetTerrain(), m_Keys.GetFlyKeys(), fSeconds))
+    {
+        m_Input.RepeatHover();
+    }
+    m_FrameTimer.start(0);
+}
+
+// Keys work in the view that the cursor is in, without a click.
+void CViewWidget::TakeKeyboard()
+{
+    if (isActiveWindow() && QApplication::activePopupWidget() == nullptr &&
+        QApplication::activeModalWidget() == nullptr &&
+        QGuiApplication::mouseButtons() == Qt::NoButton)
+    {
+        setFocus(Qt::MouseFocusReason);
+    }
+}
+
+void CViewWidget::SeeCursor()
+{
+    const QPoint cursor = mapFromGlobal(QCursor::pos());
+    if (m_pHand->IsHeld())
+    {
+        m_Input.RepeatHover(); // where the key went down
+    }
+    else if (!rect().contains(cursor))
+    {
+        m_Input.Leave();
+    }
+    else if (m_Input.IsIdle())
+    {
+        const QPointF at = GetDevicePosition(cursor);
+        m_Input.Move(static_cast<float>(at.x()), static_cast<float>(at.y()), 0);
+    }
+    Update();
+}
+
+void CViewWidget::focusOutEvent(QFocusEvent* pEvent)
+{
+    m_pHand->End();
+    m_Keys.Release(dynamic_cast<CViewWidget*>(QApplication::focusWidget()) == nullptr);
+    m_pNote->SetState("");
+    if (pEvent->reason() == Qt::MenuBarFocusReason || pEvent->reason() == Qt::PopupFocusReason)
+    {
+        m_Input.End(); // a menu takes the mouse, and the release with it
+    }
+    QOpenGLWidget::focusOutEvent(pEvent);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "editor/app/CFrameQuality.h"
 #include "editor/app/CViewInput.h"
+#include "editor/app/CViewKeys.h"
 #include "editor/view/CTerrainRenderer.h"
 #include "editor/view/CViewNavigator.h"
 #include "host/EditorHost.h"
@@ -79,8 +81,7 @@ public:
 
     double GetFrameMilliseconds() const { return m_FrameMilliseconds; }
 
-    // As long as a key of this name is held: "forward", "back", "left", "right".
-    bool IsFlyKeyDown(const char* pszName) const;
+    const CViewKeys& GetKeys() const { return m_Keys; }
 
     bool IsWireFrame() const { return m_bWireFrame; }
 
@@ -110,13 +111,8 @@ protected:
 private:
     const CTerrain* GetTerrain() const;
     QPointF GetDevicePosition(const QPointF& position) const;
-    bool SetFlyKey(const QKeyEvent& event, bool bDown);
-    bool SetStrokeKey(const QKeyEvent& event, bool bDown);
-    bool IsFlying() const;
-    bool IsSmoothing(Qt::KeyboardModifiers modifiers) const; // what a press draws now
     void Fly();
     void TakeKeyboard(); // unless somebody else needs it
-    void AdaptQuality(); // to the time that the last frame took
     void ReleaseRenderer();
     void ShowKeys(Qt::KeyboardModifiers modifiers);
     void Update();
@@ -131,16 +127,12 @@ private:
     CTerrainRenderer m_Renderer;
     CCursorNote* m_pNote; // this widget's child
     std::unique_ptr<CBrushHand> m_pHand;
-    SFlyKeys m_FlyKeys;
-    bool m_bSmooth = false; // its key is held
-    QElapsedTimer m_FlyClock;
-    QTimer m_FrameTimer;  // a frame follows, after what is waiting
-    QTimer m_RefineTimer; // draws once more in full when nothing moves any longer
+    CViewKeys m_Keys;
+    CFrameQuality m_Quality;
+    QTimer m_FrameTimer; // a frame follows, after what is waiting
     bool m_bWireFrame = false;
     bool m_bReady = false; // the renderer has its context
     bool m_bSoftware = false;
-    bool m_bRefining = false;
-    float m_Quality = 1.0F;
     double m_FrameMilliseconds = 0.0;
     uint64_t m_Moves = 0;
 };

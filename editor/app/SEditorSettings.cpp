@@ -1,5 +1,7 @@
 #include "editor/app/SEditorSettings.h"
 
+#include "editor/app/CEditor.h"
+
 #include <QSettings>
 
 #include <algorithm>
@@ -63,4 +65,10 @@ bool SEditorSettings::Save(const std::string& strFile) const
     file.setValue("document/undo_megabytes", iUndoMegabytes);
     file.sync();
     return file.status() == QSettings::NoError;
+}
+
+void SEditorSettings::ApplyTo(CEditor& editor) const
+{
+    editor.GetAutosave().SetInterval(std::chrono::seconds(iAutosaveSeconds));
+    editor.GetHost().GetUndoStack().SetLimit(static_cast<size_t>(iUndoMegabytes) << 20U);
 }

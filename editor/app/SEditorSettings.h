@@ -5,6 +5,8 @@
 
 #include <string>
 
+class CEditor;
+
 // What the user has chosen for the editor itself, kept from run to run. Owned by the window.
 struct SEditorSettings
 {
@@ -21,4 +23,6 @@ struct SEditorSettings
     void Load(const std::string& strFile);
     // False when the file cannot be written.
     bool Save(const std::string& strFile) const;
+    // What the editor without its windows needs of them. The views look here themselves.
+    void ApplyTo(CEditor& editor) const;
 };

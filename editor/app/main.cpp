@@ -142,7 +142,7 @@ int RunOnce(CEditorWindow& window, const SEditorOptions& options)
     std::string strFault;
     if (!options.strPlay.empty())
     {
-        const EScriptEnd eEnd = window.PlayScript(options.strPlay, strFault);
+        const EScriptEnd eEnd = window.GetScripts().Play(options.strPlay, strFault);
         if (eEnd != EScriptEnd::Played)
         {
             return Report(eEnd == EScriptEnd::Failed ? EXIT_FAILED : EXIT_UNUSABLE, strFault);
@@ -167,7 +167,9 @@ int RunWindow(CEditorProgram& program, CEditorWindow& window, int& iSignal)
             QCoreApplication::exit(EXIT_DONE);
         });
     QMetaObject::invokeMethod(
-        &window, [&window] { window.OfferRecovery(); }, Qt::QueuedConnection);
+        &window,
+        [&window] { window.GetDocuments().GetRecovery().OfferAll(); },
+        Qt::QueuedConnection);
     program.setQuitOnLastWindowClosed(false); // a dialog of the plug-in may still be open
     window.SetOnClosed([] { QCoreApplication::quit(); });
     const int iResult = program.exec();
@@ -199,8 +201,8 @@ int Work(CEditorProgram& program,
     if (!options.strLevel.empty())
     {
         const std::string strLevel = GetAbsolutePath(options.strLevel);
-        const bool bOpen =
-            bOnce ? editor.GetDocument().Open(strLevel.c_str()) : window.OpenFile(strLevel);
+        const bool bOpen = bOnce ? editor.GetDocument().Open(strLevel.c_str())
+                                 : window.GetDocuments().OpenFile(strLevel);
         if (!bOpen && bOnce)
         {
             return EXIT_UNUSABLE; // the log has said why

@@ -27,13 +27,13 @@ CAutosave::CAutosave(CEditorHost& host, CLevelDocument& document)
     , m_Document(document)
     , m_Writer(host, *this)
 {
-    m_Host.AddObserver(this);
+    m_Host.GetObservers().Add(this);
     BeginJournal(false);
 }
 
 CAutosave::~CAutosave()
 {
-    m_Host.RemoveObserver(this);
+    m_Host.GetObservers().Remove(this);
     if (!m_bLeft)
     {
         RemoveFiles();
@@ -84,7 +84,7 @@ bool CAutosave::Tick(TimePoint now)
     {
         m_Due = now + m_Interval;
     }
-    if (m_Host.IsDragging())
+    if (m_Host.GetInput().IsDragging())
     {
         return false;
     }
@@ -329,7 +329,7 @@ void CAutosave::Leave()
     {
         return;
     }
-    m_Host.EndDrag();
+    m_Host.GetInput().EndDrag();
     Follow();
     if (IsKeeping() && IsChanged() && m_bNeedsCopy)
     {

@@ -1,6 +1,7 @@
 #include "editor/core/CChangeCount.h"
 
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CWorld.h"
 
 #include <algorithm>
 #include <new>
@@ -17,9 +18,15 @@ uint32_t GetSquares(uint32_t uVertices)
 
 } // namespace
 
-void CChangeCount::Start(const CTerrain* pTerrain)
+CChangeCount::CChangeCount(CWorld& world)
+    : m_World(world)
+{
+}
+
+void CChangeCount::Start()
 {
     Clear();
+    const CTerrain* pTerrain = m_World.GetCTerrain();
     const uint32_t uSizeX = pTerrain != nullptr ? pTerrain->GetVerticesX() : 0;
     const uint32_t uSizeZ = pTerrain != nullptr ? pTerrain->GetVerticesZ() : 0;
     if (uSizeX != m_SizeX || uSizeZ != m_SizeZ || m_Squares == nullptr)
@@ -32,8 +39,9 @@ void CChangeCount::Start(const CTerrain* pTerrain)
     m_Seen = pTerrain != nullptr ? pTerrain->GetRevision() : 0;
 }
 
-void CChangeCount::Follow(const CTerrain* pTerrain)
+void CChangeCount::Follow()
 {
+    const CTerrain* pTerrain = m_World.GetCTerrain();
     if (pTerrain != nullptr && pTerrain->GetVerticesX() == m_SizeX &&
         pTerrain->GetVerticesZ() == m_SizeZ && pTerrain->TakeDirtyRects(m_Seen, m_Rects))
     {

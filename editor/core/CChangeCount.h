@@ -7,19 +7,21 @@
 #include <memory>
 #include <vector>
 
-class CTerrain;
+class CWorld;
 
-// Counts the vertices of a terrain that changed since a moment, each once however often it changed:
-// what an undo record of the change will hold. Counted in whole squares, so it is a little more.
-// Takes a byte a square and keeps it; where there is no memory for that, the rectangle round all
-// that changed counts. Owned by the host.
+// Counts the vertices of the open terrain that changed since a moment, each once however often it
+// changed: what an undo record of the change will hold. Counted in whole squares, so it is a little
+// more. Takes a byte a square and keeps it; where there is no memory for that, the rectangle round
+// all that changed counts. Owned by the host.
 class CChangeCount
 {
 public:
-    // From here on. pTerrain: borrowed for the call, null for none.
-    void Start(const CTerrain* pTerrain);
+    explicit CChangeCount(CWorld& world); // borrowed
+
+    // Counts from here on, on the terrain that is open now.
+    void Start();
     // Takes in what the terrain says has changed since the last call. Cheap when nothing did.
-    void Follow(const CTerrain* pTerrain);
+    void Follow();
     // What was counted is done with.
     void Clear();
 
@@ -28,6 +30,7 @@ public:
 private:
     void Add(const SVertexRect& rect);
 
+    CWorld& m_World;
     std::unique_ptr<uint8_t[]> m_Squares; // row by row, 1: changed; null without memory
     SVertexRect m_Changed;                // all of it lies inside
     uint32_t m_SizeX = 0;                 // vertices of the terrain

@@ -2,11 +2,11 @@
 
 #include "editor/core/IHostFace.h"
 #include "engine/paint/CPaintLayer.h"
-#include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "framework/core/CToolBar.h"
 #include "framework/core/IFrontEnd.h"
 #include "host/IPlugin.h"
+#include "host/IPluginTools.h"
 #include "host/Log.h"
 #include "host/Reflection.h"
 #include "host/World.h"
@@ -20,7 +20,6 @@ namespace
 {
 
 constexpr char REGISTRY_ROOT[] = "\\Software\\Tellur";
-constexpr size_t BYTES_OF_A_VERTEX = 9; // in an undo record: two heights, and where they are
 
 std::string GetText(const char* pszText)
 {
@@ -41,10 +40,18 @@ CEditorHost::CEditorHost(IHostFace& face)
     , m_ProgressBefore(SetProgressSink(this))
     , m_Engine(std::make_unique<CEngineHost>())
     , m_PaintLayer(std::make_unique<CPaintLayer>(m_Engine->GetCWorld()))
-    , m_LevelHeights(m_Engine->GetCWorld(), m_Undo, *this, GetTemporaryFolder())
+    , m_Changes(m_Engine->GetCWorld())
+    , m_Input(m_Registry, m_Observers, m_Changes)
+    , m_History(m_Registry, m_Input, m_Observers, m_Changes)
+    , m_Level(m_Engine->GetCWorld(),
+              m_History.GetStack(),
+              m_Registry,
+              m_Input,
+              m_Observers,
+              m_Changes,
+              GetTemporaryFolder())
 {
-    m_Modes.SetDragEnd([this] { EndDrag(); });
-    m_Undo.SetListener(this);
+    m_Modes.SetDragEnd([this] { m_Input.EndDrag(); });
     m_PaintLayer->SetListener([this] { m_Face.RedrawViews(); });
 }
 
@@ -63,12 +70,18 @@ bool CEditorHost::PrepareWindows()
 
 void CEditorHost::RenderFrame()
 {
-    Guard("CEditorHost::RenderFrame",
-          [this]
-          {
-              m_Engine->BeginFrame();
-              m_Modes.RenderCurrentMode();
-          });
+    m_Input.Guard("CEditorHost::RenderFrame",
+                  [this]
+                  {
+                      m_Engine->BeginFrame();
+                      m_Modes.RenderCurrentMode();
+                  });
+}
+
+void CEditorHost::NotifyPanelClosed()
+{
+    m_Settings.SetPanelOpen(false);
+    m_Input.Notify(NOTIFY_PANEL_CLOSED);
 }
 
 void CEditorHost::LoadSettings()
@@ -83,9 +96,9 @@ bool CEditorHost::SaveSettings()
 
 void CEditorHost::DestroyPluginObjects()
 {
-    m_DragView = NO_VIEW;
+    m_Input.ForgetDrag();
     m_Modes.DestroyModes();
-    m_Undo.Clear();
+    m_History.GetStack().Clear();
     m_Registry.Clear();
     m_Settings.ClearRegistered();
     m_Caption.clear();
@@ -155,12 +168,7 @@ void CEditorHost::OnTerrainChanged()
 
 void CEditorHost::RefreshAfterReload()
 {
-    NotifyLevelChanged();
-    if (!m_bReplaced)
-    {
-        // The file may have other heights all the same.
-        Tell({.eKind = EHostEvent::TerrainReloaded});
-    }
+    m_Level.TellReloaded();
 }
 
 void CEditorHost::RegisterSetting(const char* pszName,
@@ -283,7 +291,7 @@ void CEditorHost::GetEnvironmentFile(const char* pszClassName,
     }
     if (eRequest == ENVIRONMENT_FULL_PATH && pIn != nullptr && pOut != nullptr)
     {
-        *pOut = m_LevelHeights.GetFile(*pIn);
+        *pOut = m_Level.GetHeights().GetFile(*pIn);
     }
     else if (eRequest == ENVIRONMENT_RELOAD)
     {
@@ -339,13 +347,14 @@ void CEditorHost::AddUndo(CUndo* pUndo)
     {
         strText.clear(); // a step without a name can be undone, too
     }
-    const CTerrain* pTerrain = m_Engine->GetCWorld().GetCTerrain();
-    m_Changes.Follow(pTerrain);
-    if (m_Undo.Add(pUndo, std::move(strText), m_Changes.GetCount() * BYTES_OF_A_VERTEX))
-    {
-        Tell({.eKind = EHostEvent::UndoAdded});
-    }
-    m_Changes.Clear();
+    m_History.Add(pUndo, std::move(strText));
+}
+
+// A step of a stroke is named after its tool, any other after the mode that it came from.
+std::string CEditorHost::GetUndoText() const
+{
+    auto* pTools = m_Input.IsMouseEvent() ? m_Registry.FindInterface<IPluginTools>() : nullptr;
+    return pTools != nullptr ? pTools->GetToolName() : m_Caption;
 }
 
 void CEditorHost::RegisterActions(const std::vector<SActionDescriptor>& actions)
@@ -359,8 +368,7 @@ int CEditorHost::PickTerrain(ViewId view, ViewPoint point, SVec3& hit, uint32_t 
     {
         return PICK_MISS;
     }
-    m_Event.bHit = true;
-    m_Event.hit = hit;
+    m_Input.NoteHit(hit);
     return PICK_HIT;
 }
 

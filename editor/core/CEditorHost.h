@@ -1,17 +1,17 @@
 #pragma once
 
 #include "editor/core/CChangeCount.h"
-#include "editor/core/CLevelHeights.h"
+#include "editor/core/CHostHistory.h"
+#include "editor/core/CHostInput.h"
+#include "editor/core/CHostLevel.h"
+#include "editor/core/CHostObservers.h"
 #include "editor/core/CModeManager.h"
 #include "editor/core/CPluginRegistry.h"
 #include "editor/core/CSettings.h"
-#include "editor/core/CUndoStack.h"
-#include "editor/core/IHostObserver.h"
 #include "host/EditorHost.h"
 #include "host/Progress.h"
 
 #include <memory>
-#include <new>
 #include <string>
 #include <vector>
 
@@ -29,11 +29,9 @@ struct SHostCounters
 
 // The host: the one implementation of EditorHost that the editor and the script player share. Owns
 // the engine with its world, the modes, the undo stack, the settings and all that the plug-in hands
-// over; asks its face for what needs a person. Owned by the program. UI thread.
-class CEditorHost : public EditorHost,
-                    public IProgressSink,
-                    private IUndoListener,
-                    private ITerrainKeeper
+// over; asks its face for what needs a person. What goes the other way, from the person to the
+// plug-in, is its input's. Owned by the program. UI thread.
+class CEditorHost : public EditorHost, public IProgressSink
 {
 public:
     explicit CEditorHost(IHostFace& face); // borrowed, outlives the host
@@ -41,59 +39,23 @@ public:
     CEditorHost(const CEditorHost&) = delete;
     CEditorHost& operator=(const CEditorHost&) = delete;
 
-    // A new flat level, or the level of a ".height" file. A running drag is ended first, the undo
-    // stack is emptied and the plug-in is told. False with one logged line; the level before stays.
-    bool NewLevel(uint32_t uCells, const SVec3& size);
-    bool OpenLevel(const char* pszPath);
-    // A level with these heights, which must be valid ones (see CTerrain), and no file.
-    void TakeLevel(SHeightField&& field);
+    // As CHostLevel's New, Open and Take.
+    bool NewLevel(uint32_t uCells, const SVec3& size) { return m_Level.New(uCells, size); }
 
-    // The open level's heights as a whole, and what its file holds of them.
-    CLevelHeights& GetLevelHeights() { return m_LevelHeights; }
+    bool OpenLevel(const char* pszPath) { return m_Level.Open(pszPath); }
 
-    // Input, sent the way of the boundary: to every plug-in that is listed for input, which gives
-    // it to the mode manager. x, y: view pixels; dx, dy: pixels since the last event. A drag
-    // belongs to the view it began in: other views hear nothing of the mouse until it ends, a press
-    // in one of them ends it first, and a release there counts as its own.
-    void SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock& block);
-    void SendMouseMove(ViewId view,
-                       uint32_t uFlags,
-                       const SPointBlock& point,
-                       const SWheelBlock& wheel,
-                       const SStepBlock& step);
-    void SendButtonUp(ViewId view, uint32_t uFlags, const SButtonBlock& block);
-    void SendAction(ViewId view, int32_t iAction, uint32_t uCount);
-    // Runs a plug-in's command by its global number. False when it is no plug-in's.
-    bool SendCommand(uint32_t uCommand);
-    // Sends the release of a button that is held, where the cursor was last: the capture is lost,
-    // the level goes away, or the mode is left. The mouse is free afterwards.
-    void EndDrag();
+    void TakeLevel(SHeightField&& field) { m_Level.Take(std::move(field)); }
 
-    // Does work that calls plug-ins or needs much memory. False, with one logged line that begins
-    // with the operation, when there was not enough: a drag that ran is then over and its heights
-    // are those of before it. Whatever else the work changed is its own to put back.
-    template <typename TWork> bool Guard(const char* pszOperation, TWork work)
-    {
-        try
-        {
-            work();
-            return true;
-        }
-        catch (const std::bad_alloc&)
-        {
-            OnNoMemory(pszOperation);
-            return false;
-        }
-    }
+    CLevelHeights& GetLevelHeights() { return m_Level.GetHeights(); }
+
+    // Sends what a person or a script does to the plug-ins.
+    CHostInput& GetInput() { return m_Input; }
+
+    // Are told of all input and of every change of the level.
+    CHostObservers& GetObservers() { return m_Observers; }
 
     // The user closed the plug-in's panel.
     void NotifyPanelClosed();
-
-    // Observers are told in the order they were added.
-    void AddObserver(IHostObserver* pObserver); // borrowed
-    void RemoveObserver(IHostObserver* pObserver);
-
-    bool IsDragging() const { return m_DragView != NO_VIEW; }
 
     // As IHostFace::PrepareWindows.
     bool PrepareWindows();
@@ -101,11 +63,14 @@ public:
     // One frame: debug lines anew, then the current mode draws.
     void RenderFrame();
 
-    bool Undo(); // false when there is nothing
-    bool Redo();
-    bool GoToStep(size_t nPosition); // as CUndoStack::GoTo
-    // Takes the last stroke on the bitmap back, or paints it again. Nothing without one.
-    void StepPaint(bool bRedo);
+    // As the operations of CHostHistory.
+    bool Undo() { return m_History.Undo(); }
+
+    bool Redo() { return m_History.Redo(); }
+
+    bool GoToStep(size_t nPosition) { return m_History.GoToStep(nPosition); }
+
+    void StepPaint(bool bRedo) { m_History.StepPaint(bRedo); }
 
     void LoadSettings();
     bool SaveSettings();
@@ -118,7 +83,7 @@ public:
 
     CModeManager& GetModes() { return m_Modes; }
 
-    CUndoStack& GetUndoStack() { return m_Undo; }
+    CUndoStack& GetUndoStack() { return m_History.GetStack(); }
 
     CSettings& GetSettings() { return m_Settings; }
 
@@ -190,31 +155,7 @@ public:
     bool OnProgress(const char* pszWhat, float fDone) override;
 
 private:
-    void PrepareLevelChange();
-    bool FinishLevelChange(); // true
-    void NotifyPlugins(int32_t iCode);
-    void NotifyLevelChanged();
-    // Tells the observers before and after. Events may happen inside one another.
-    template <typename TSend>
-    void SendEvent(const char* pszOperation, const SHostEvent& event, TSend send);
-    template <typename TTell> void TellEach(TTell tell);
-    void TellBefore(const SHostEvent& event);
-    void Tell(const SHostEvent& event);
-    void FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& block);
-    void OnNoMemory(const char* pszOperation);
-    // What the first plug-in that has it offers; null when none does.
-    template <typename TInterface> TInterface* FindInterface() const;
     std::string GetUndoText() const;
-
-    // IUndoListener
-    void OnBeforeStep(bool bRedo) override;
-    void OnStep(bool bRedo) override;
-
-    // ITerrainKeeper
-    bool IsTerrainHeld() const override { return IsDragging(); }
-
-    void OnBeforeReplacement(bool bByPlugin) override;
-    void OnReplaced(bool bNewStep) override;
 
     IHostFace& m_Face;
     IFrontEnd* m_FrontEndBefore = nullptr;
@@ -222,16 +163,13 @@ private:
     std::unique_ptr<CEngineHost> m_Engine;     // never null
     std::unique_ptr<CPaintLayer> m_PaintLayer; // never null
     CModeManager m_Modes;
-    CUndoStack m_Undo;
-    CLevelHeights m_LevelHeights;
-    bool m_bReplaced = false; // by the last reload, which has been told
     CSettings m_Settings;
     CPluginRegistry m_Registry;
+    CHostObservers m_Observers;
+    CChangeCount m_Changes; // of the heights, since the last record or press
+    CHostInput m_Input;
+    CHostHistory m_History;
+    CHostLevel m_Level;
     SHostCounters m_Counters;
     std::string m_Caption;
-    ViewId m_DragView = NO_VIEW; // the view a button is held in
-    std::vector<IHostObserver*> m_Observers;
-    SHostEvent m_Event;       // the one that the plug-ins see at present
-    SButtonBlock m_DragPoint; // where the cursor was last during that drag
-    CChangeCount m_Changes;   // of the heights, since the last record or press
 };

@@ -38,12 +38,6 @@ STargets GetTargets(const char* pszPath)
     return {path.string(), GetFullPath(heights.c_str())};
 }
 
-bool IsSame(const SLevelSizes& a, const SLevelSizes& b)
-{
-    return a.uCellsX == b.uCellsX && a.uCellsZ == b.uCellsZ && a.size.x == b.size.x &&
-           a.size.y == b.size.y && a.size.z == b.size.z;
-}
-
 // Heights that were written may not have taken their place: what the file holds is what it held,
 // unless all of the save was done.
 class CKeptFileState
@@ -101,28 +95,23 @@ bool MakeFlat(uint32_t uVertices, const SVec3& size, float fHeight, SHeightField
 
 CLevelDocument::CLevelDocument(CEditorHost& host)
     : m_Host(host)
+    , m_Changes(host)
 {
-    m_Host.AddObserver(this);
+    m_Host.GetObservers().Add(this);
     // The plug-in has written it, and nobody else.
     m_Host.GetLevelHeights().SetFileListener([this] { m_Files.NoteHeights(GetHeightPath()); });
-    SetSaved();
+    m_Changes.SetSaved();
 }
 
 CLevelDocument::~CLevelDocument()
 {
     m_Host.GetLevelHeights().SetFileListener(nullptr);
-    m_Host.RemoveObserver(this);
+    m_Host.GetObservers().Remove(this);
 }
 
 CTerrain* CLevelDocument::GetTerrain() const
 {
     return m_Host.GetEngine().GetCWorld().GetCTerrain();
-}
-
-uint64_t CLevelDocument::GetRevision() const
-{
-    const CTerrain* pTerrain = GetTerrain();
-    return pTerrain != nullptr ? pTerrain->GetRevision() : 0;
 }
 
 bool CLevelDocument::New(uint32_t uCells, const SVec3& size, float fHeight)
@@ -135,20 +124,19 @@ bool CLevelDocument::New(uint32_t uCells, const SVec3& size, float fHeight)
     {
         return false;
     }
-    m_bOpening = true;
-    bool bMade = true;
-    if (field.pHeights != nullptr)
-    {
-        m_Host.TakeLevel(std::move(field));
-    }
-    else
-    {
-        bMade = m_Host.NewLevel(uCells, size);
-    }
-    m_bOpening = false;
+    const bool bMade = ChangeLevel(
+        [&]
+        {
+            if (field.pHeights == nullptr)
+            {
+                return m_Host.NewLevel(uCells, size);
+            }
+            m_Host.TakeLevel(std::move(field));
+            return true;
+        });
     if (bMade)
     {
-        SetSource({}, {}, true);
+        SetSource({}, {});
         m_FlatHeight = fGround;
     }
     return bMade;
@@ -176,21 +164,36 @@ bool CLevelDocument::Open(const char* pszPath)
         }
     }
     files.NoteHeights(GetFullPath(text.strHeightMap.c_str()));
-    if (!OpenHeights(text.strHeightMap.c_str()))
+    if (!ChangeLevel([&] { return m_Host.OpenLevel(text.strHeightMap.c_str()); }))
     {
         m_MissingHeights = FindHeightBackup(text.strHeightMap).empty() ? "" : text.strHeightMap;
         return false;
     }
-    SetSource(text, std::move(files), true);
+    SetSource(text, std::move(files));
     return true;
 }
 
-bool CLevelDocument::OpenHeights(const char* pszPath)
+bool CLevelDocument::TakeOver(const SLevelText& text,
+                              const std::function<bool(CLevelFiles& files)>& change,
+                              std::optional<float> flatHeight)
+{
+    CLevelFiles files;
+    if (!ChangeLevel([&] { return change(files); }))
+    {
+        return false;
+    }
+    SetSource(text, std::move(files));
+    m_Changes.SetChanged();
+    m_FlatHeight = flatHeight;
+    return true;
+}
+
+bool CLevelDocument::ChangeLevel(const std::function<bool()>& change)
 {
     m_bOpening = true;
-    const bool bOpen = m_Host.OpenLevel(pszPath);
+    const bool bChanged = change();
     m_bOpening = false;
-    return bOpen;
+    return bChanged;
 }
 
 bool CLevelDocument::Save()
@@ -244,39 +247,21 @@ bool CLevelDocument::WriteTo(const std::string& strPath, const std::string& strH
     }
     m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(strHeightPath);
     m_Path = strPath;
-    SetSaved();
+    m_FlatHeight.reset();
+    m_Changes.SetSaved();
     kept.Release();
     return true;
 }
 
-SLevelSizes CLevelDocument::GetSizes() const
-{
-    const CTerrain* pTerrain = GetTerrain();
-    return pTerrain == nullptr ? SLevelSizes()
-                               : SLevelSizes{pTerrain->GetCellsPerSide(),
-                                             pTerrain->GetCellsPerSideZ(),
-                                             pTerrain->GetSizeVector()};
-}
-
-void CLevelDocument::SetSaved()
-{
-    ++m_Savings;
-    m_FlatHeight.reset();
-    m_Host.GetLevelHeights().SetSaved();
-    m_SavedSizes = GetSizes();
-    m_KnownRevision = GetRevision();
-    m_bChanged = false;
-}
-
-void CLevelDocument::SetSource(const SLevelText& text, CLevelFiles&& files, bool bSaved)
+void CLevelDocument::SetSource(const SLevelText& text, CLevelFiles&& files)
 {
     m_Path = text.strPath;
     m_Files = std::move(files);
     m_Bitmap = text.strBitmap;
     m_Material = text.strMaterial;
     ++m_Generation;
-    SetSaved();
-    m_bChanged = !bSaved;
+    m_FlatHeight.reset();
+    m_Changes.SetSaved();
 }
 
 std::string CLevelDocument::GetTitle() const
@@ -298,24 +283,22 @@ std::string CLevelDocument::GetHeightPath() const
     return strName.empty() ? strName : GetFullPath(strName.c_str());
 }
 
-bool CLevelDocument::IsModified() const
-{
-    const uint64_t uState = m_Host.GetUndoStack().GetStateId();
-    return HasLevel() && (m_bChanged || GetRevision() != m_KnownRevision ||
-                          m_Host.GetLevelHeights().GetFileState() != uState ||
-                          (!m_Path.empty() && !IsSame(GetSizes(), m_SavedSizes)));
-}
-
 void CLevelDocument::SetBitmap(const std::string& strPath)
 {
-    m_bChanged = m_bChanged || strPath != m_Bitmap;
-    m_Bitmap = strPath;
+    if (strPath != m_Bitmap)
+    {
+        m_Bitmap = strPath;
+        m_Changes.SetChanged();
+    }
 }
 
 void CLevelDocument::SetMaterial(const std::string& strPath)
 {
-    m_bChanged = m_bChanged || strPath != m_Material;
-    m_Material = strPath;
+    if (strPath != m_Material)
+    {
+        m_Material = strPath;
+        m_Changes.SetChanged();
+    }
 }
 
 SLevelText CLevelDocument::GetText() const
@@ -336,39 +319,14 @@ SLevelText CLevelDocument::GetText() const
 
 void CLevelDocument::OnBeforeEvent(const SHostEvent& event)
 {
-    // A press drops a drag that was never released: its heights stay and no record knows of them.
-    if (event.eKind == EHostEvent::ButtonDown)
-    {
-        NoteChange();
-    }
-}
-
-void CLevelDocument::NoteChange()
-{
-    m_bChanged = m_bChanged || GetRevision() != m_KnownRevision;
-    m_KnownRevision = GetRevision();
+    m_Changes.OnBeforeEvent(event);
 }
 
 void CLevelDocument::OnEvent(const SHostEvent& event)
 {
-    switch (event.eKind)
+    if (event.eKind == EHostEvent::LevelChanged && !m_bOpening)
     {
-    case EHostEvent::ButtonDown:
-    case EHostEvent::MouseMove:
-        return; // the stroke is not over
-    case EHostEvent::ButtonUp:
-    case EHostEvent::Action:
-    case EHostEvent::Command:
-        NoteChange(); // what came with a record was known before
-        return;
-    case EHostEvent::LevelChanged:
-        if (!m_bOpening)
-        {
-            SetSource({}, {}, true); // a script has made or opened it: it is no file of ours
-        }
-        break;
-    default:
-        break; // a step, or a stroke that was taken back
+        SetSource({}, {}); // a script has made or opened it: it is no file of ours
     }
-    m_KnownRevision = GetRevision();
+    m_Changes.OnEvent(event);
 }

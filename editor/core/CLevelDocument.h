@@ -1,10 +1,10 @@
 #pragma once
 
+#include "editor/core/CLevelChanges.h"
 #include "editor/core/CLevelFiles.h"
 #include "editor/core/IHostObserver.h"
-#include "engine/elevation/HeightExport.h"
-#include "engine/elevation/SImportOptions.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,20 +12,6 @@
 class CEditorHost;
 class CTerrain;
 struct SLevelText;
-
-enum class EImportAs
-{
-    NewLevel,
-    ThisLevel,
-};
-
-// What the level file says of the heights.
-struct SLevelSizes
-{
-    uint32_t uCellsX = 0;
-    uint32_t uCellsZ = 0;
-    SVec3 size = {};
-};
 
 // The open level as a document: where its file is, what the file says beside the heights, and
 // whether anything of it is not saved. A level is a text file that names its height map, its
@@ -63,23 +49,13 @@ public:
     // As CLevelFiles::GetOutcome, of the last save.
     const std::string& GetSaveOutcome() const { return m_Files.GetOutcome(); }
 
-    // What an interrupted run has left: heights from pszHeightPath, the rest from text. The level
-    // gets its own paths back, which are not read, and counts as modified. bSavedSince: what is
-    // there now counts as changed by another hand.
-    bool OpenRecovered(const SLevelText& text, const char* pszHeightPath, bool bSavedSince);
-    // The same of a level that was made and never saved.
-    bool NewRecovered(const SLevelText& text, float fHeight);
-
-    // A level without a file from a height map of another format, which counts as modified; or, for
-    // ThisLevel and where one is open, other heights for it, as one step of its undo stack. lines:
-    // what was assumed and what may disappoint, for the user.
-    bool Import(const char* pszPath,
-                const SImportOptions& options,
-                EImportAs eAs,
-                std::vector<std::string>& lines);
-    // In two steps, so that the plan's lines can be shown before anything is written.
-    bool PlanExport(const char* pszPath, const SExportOptions& options, SExportPlan& plan);
-    bool Export(const char* pszPath, const SExportPlan& plan);
+    // Another level that is not as its files are, and counts as modified. change: makes the host's
+    // level another one, and fills in what is known of the files; false when it could not, and
+    // nothing has happened then. text: what a level file would say; its sizes are the terrain's.
+    // flatHeight: as GetFlatHeight.
+    bool TakeOver(const SLevelText& text,
+                  const std::function<bool(CLevelFiles& files)>& change,
+                  std::optional<float> flatHeight = {});
 
     // Full path of the level file; empty for a level without one.
     const std::string& GetPath() const { return m_Path; }
@@ -90,9 +66,10 @@ public:
     std::string GetHeightPath() const;
     // Where the level lies, for dialogs; empty when it has no file.
     std::string GetFolder() const;
+
     // Heights or settings differ from what the level's files hold. A level that was undone back to
     // the step it was saved at does not, unless its height map was written anew since.
-    bool IsModified() const;
+    bool IsModified() const { return m_Changes.IsModified(!m_Path.empty()); }
 
     bool HasLevel() const { return GetTerrain() != nullptr; }
 
@@ -110,7 +87,7 @@ public:
     uint64_t GetGeneration() const { return m_Generation; }
 
     // Grows when the files take over what is in memory, and the other way round.
-    uint64_t GetSavings() const { return m_Savings; }
+    uint64_t GetSavings() const { return m_Changes.GetSavings(); }
 
     // The height of all vertices of a level that was made here, is square and was never saved.
     std::optional<float> GetFlatHeight() const { return m_FlatHeight; }
@@ -121,26 +98,19 @@ public:
 
 private:
     CTerrain* GetTerrain() const; // null without a level
-    uint64_t GetRevision() const;
-    bool OpenHeights(const char* pszPath);
+    bool ChangeLevel(const std::function<bool()>& change);
     std::string GetSavedHeightPath() const;
     bool WriteTo(const std::string& strPath, const std::string& strHeightPath);
-    SLevelSizes GetSizes() const;
-    void SetSaved();
-    void NoteChange(); // of heights that undo does not know
-    void SetSource(const SLevelText& text, CLevelFiles&& files, bool bSaved);
+    void SetSource(const SLevelText& text, CLevelFiles&& files);
 
     CEditorHost& m_Host;
     CLevelFiles m_Files;
+    CLevelChanges m_Changes;
     std::string m_Path;
     std::string m_MissingHeights;
     std::string m_Bitmap;
     std::string m_Material;
     uint64_t m_Generation = 0;
-    uint64_t m_Savings = 0;
     std::optional<float> m_FlatHeight;
-    SLevelSizes m_SavedSizes;     // as the level file names them
-    uint64_t m_KnownRevision = 0; // of the heights, after the last change that undo knows
-    bool m_bOpening = false;      // this opens a level, and knows what it is
-    bool m_bChanged = false;      // since it was saved, in a way that undo does not take back
+    bool m_bOpening = false; // this opens a level, and knows what it is
 };

@@ -109,7 +109,7 @@ void CPluginLoader::Unload()
 {
     if (m_Plugin != nullptr)
     {
-        m_Host.EndDrag();
+        m_Host.GetInput().EndDrag();
         m_Host.GetModes().ForceDeactivate();
         m_Host.SaveSettings();
         m_Host.ClosePluginView(); // its window is the plug-in's code

@@ -45,6 +45,20 @@ public:
 
     const std::vector<IPlugin*>& GetInput() const { return m_Input; }
 
+    // What the first plug-in that is listed for input and has it offers beyond IPlugin; null when
+    // none does.
+    template <typename TInterface> TInterface* FindInterface() const
+    {
+        for (IPlugin* pPlugin : m_Input)
+        {
+            if (auto* pFound = dynamic_cast<TInterface*>(pPlugin))
+            {
+                return pFound;
+            }
+        }
+        return nullptr;
+    }
+
     const std::vector<IPlugin*>& GetSettings() const { return m_Settings; }
 
     const std::vector<SActionDescriptor>& GetActions() const { return m_Actions; }

@@ -42,8 +42,8 @@ struct SHostEvent
 };
 
 // Is told of everything that a host hands to plug-ins and of every change of the level. Borrowed by
-// CEditorHost between AddObserver and RemoveObserver; must not add or remove observers from within
-// a call. UI thread.
+// CHostObservers between Add and Remove; must not add or remove observers from within a call. UI
+// thread.
 class IHostObserver
 {
 public:

@@ -1,10 +1,11 @@
-// Import and export: what a level gives and takes of other formats.
+#include "editor/core/LevelExchange.h"
 
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/SLevelText.h"
 #include "engine/elevation/HeightImport.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/Log.h"
 
 #include <filesystem>
@@ -20,10 +21,12 @@ SSampleView GetSamples(const CTerrain& terrain)
 
 } // namespace
 
-bool CLevelDocument::Import(const char* pszPath,
-                            const SImportOptions& options,
-                            EImportAs eAs,
-                            std::vector<std::string>& lines)
+bool ImportLevel(CEditorHost& host,
+                 CLevelDocument& document,
+                 const char* pszPath,
+                 const SImportOptions& options,
+                 EImportAs eAs,
+                 std::vector<std::string>& lines)
 {
     SHeightField field;
     SImportReport report;
@@ -32,35 +35,37 @@ bool CLevelDocument::Import(const char* pszPath,
         return false;
     }
     lines = report.lines;
-    if (eAs == EImportAs::ThisLevel && HasLevel())
+    if (eAs == EImportAs::ThisLevel && document.HasLevel())
     {
         const std::string strName = std::filesystem::path(pszPath).filename().string();
-        m_Host.GetLevelHeights().Replace(std::move(field), "Import " + strName);
+        host.GetLevelHeights().Replace(std::move(field), "Import " + strName);
         return true;
     }
-    m_bOpening = true;
-    m_Host.TakeLevel(std::move(field));
-    m_bOpening = false;
-    SetSource({}, {}, false);
-    return true;
+    return document.TakeOver({},
+                             [&](CLevelFiles&)
+                             {
+                                 host.TakeLevel(std::move(field));
+                                 return true;
+                             });
 }
 
-bool CLevelDocument::PlanExport(const char* pszPath,
-                                const SExportOptions& options,
-                                SExportPlan& plan)
+bool PlanLevelExport(CEditorHost& host,
+                     const char* pszPath,
+                     const SExportOptions& options,
+                     SExportPlan& plan)
 {
-    const CTerrain* pTerrain = GetTerrain();
+    const CTerrain* pTerrain = host.GetEngine().GetCWorld().GetCTerrain();
     if (pTerrain == nullptr)
     {
         CrashLog("[CLevelDocument::PlanExport] there is no level\n");
         return false;
     }
-    return ::PlanExport(pszPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), options, plan);
+    return PlanExport(pszPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), options, plan);
 }
 
-bool CLevelDocument::Export(const char* pszPath, const SExportPlan& plan)
+bool ExportLevel(CEditorHost& host, const char* pszPath, const SExportPlan& plan)
 {
-    const CTerrain* pTerrain = GetTerrain();
+    const CTerrain* pTerrain = host.GetEngine().GetCWorld().GetCTerrain();
     return pTerrain != nullptr &&
            ExportHeights(pszPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), plan);
 }

@@ -1,4 +1,4 @@
-// A level document from what an interrupted run has left.
+#include "editor/core/LevelRecovery.h"
 
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CLevelDocument.h"
@@ -6,39 +6,38 @@
 #include "engine/world/CEngineHost.h"
 #include "engine/world/CEnvironment.h"
 
-#include <utility>
-
-bool CLevelDocument::OpenRecovered(const SLevelText& text,
-                                   const char* pszHeightPath,
-                                   bool bSavedSince)
+bool OpenRecoveredLevel(CEditorHost& host,
+                        CLevelDocument& document,
+                        const SLevelText& text,
+                        const char* pszHeightPath,
+                        bool bSavedSince)
 {
-    if (!OpenHeights(pszHeightPath))
-    {
-        return false;
-    }
-    m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(text.strHeightMap);
-    CLevelFiles files;
-    if (!text.strPath.empty())
-    {
-        SLevelText said; // what is kept of it; what it says is known
-        files.ReadText(text.strPath, said);
-        files.NoteHeights(GetHeightPath());
-        if (bSavedSince)
-        {
-            files.Distrust();
-        }
-    }
-    SetSource(text, std::move(files), false);
-    return true;
+    return document.TakeOver(text,
+                             [&](CLevelFiles& files)
+                             {
+                                 if (!host.OpenLevel(pszHeightPath))
+                                 {
+                                     return false;
+                                 }
+                                 host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(
+                                     text.strHeightMap);
+                                 if (!text.strPath.empty())
+                                 {
+                                     SLevelText said; // what is kept of it; what it says is known
+                                     files.ReadText(text.strPath, said);
+                                     files.NoteHeights(document.GetHeightPath());
+                                     if (bSavedSince)
+                                     {
+                                         files.Distrust();
+                                     }
+                                 }
+                                 return true;
+                             });
 }
 
-bool CLevelDocument::NewRecovered(const SLevelText& text, float fHeight)
+bool NewRecoveredLevel(CLevelDocument& document, const SLevelText& text, float fHeight)
 {
-    if (!New(text.uCellsX, text.size, fHeight))
-    {
-        return false;
-    }
-    SetSource(text, {}, false);
-    m_FlatHeight = fHeight;
-    return true;
+    return document.New(text.uCellsX, text.size, fHeight) &&
+           document.TakeOver(
+               text, [](CLevelFiles&) { return true; }, fHeight);
 }

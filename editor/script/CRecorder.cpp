@@ -69,19 +69,19 @@ CRecorder::CRecorder(CEditorHost& host, IPlugin* pPlugin)
     , m_Writer(host, *this)
 {
     m_Writer.SetPlugin(pPlugin);
-    m_Host.AddObserver(this);
+    m_Host.GetObservers().Add(this);
 }
 
 CRecorder::~CRecorder()
 {
     Stop();
-    m_Host.RemoveObserver(this);
+    m_Host.GetObservers().Remove(this);
 }
 
 bool CRecorder::Start(const std::string& strPath)
 {
     Stop();
-    m_Host.EndDrag();
+    m_Host.GetInput().EndDrag();
     if (!m_Writer.CanWriteStrokes() || m_Host.GetEngine().GetWorld()->GetTerrain() == nullptr)
     {
         CrashLog("[CRecorder::Start] there is no level to record\n");
@@ -132,7 +132,7 @@ bool CRecorder::Stop()
 {
     if (m_File >= 0)
     {
-        m_Host.EndDrag();
+        m_Host.GetInput().EndDrag();
         m_Writer.KeepTerrain();
     }
     if (m_File >= 0)

@@ -86,7 +86,7 @@ void CScriptMouse::LetGo()
 {
     m_bDown = false;
     const auto start = std::chrono::steady_clock::now();
-    m_Host.EndDrag();
+    m_Host.GetInput().EndDrag();
     if (m_Drags.IsRunning())
     {
         m_Drags.AddEvent(GetMilliseconds(start));
@@ -106,16 +106,17 @@ void CScriptMouse::Send(EMouseEvent eEvent, int32_t iStep)
     const auto start = std::chrono::steady_clock::now();
     if (eEvent == EMouseEvent::Press)
     {
-        m_Host.SendButtonDown(m_View, m_KeyFlags | MOUSE_LEFT, {});
+        m_Host.GetInput().SendButtonDown(m_View, m_KeyFlags | MOUSE_LEFT, {});
     }
     else if (eEvent == EMouseEvent::Release)
     {
-        m_Host.SendButtonUp(m_View, m_KeyFlags, {});
+        m_Host.GetInput().SendButtonUp(m_View, m_KeyFlags, {});
     }
     else
     {
         const uint32_t uFlags = m_KeyFlags | (m_bDown ? MOUSE_LEFT : 0U);
-        m_Host.SendMouseMove(m_View, uFlags, {}, {0, m_bDown ? MOUSE_BUTTON_LEFT : 0}, {0, iStep});
+        m_Host.GetInput().SendMouseMove(
+            m_View, uFlags, {}, {0, m_bDown ? MOUSE_BUTTON_LEFT : 0}, {0, iStep});
     }
     m_Drags.AddEvent(GetMilliseconds(start));
     if (eEvent == EMouseEvent::Release)

@@ -106,7 +106,8 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
         std::string strWhy;
         std::string strCall = CScriptCall(*pKeyword).GetText(); // playing changes file names
         bool bPlayed = false;
-        if (!m_Host.Guard("CScriptPlayer::Play", [&] { bPlayed = PlayKeyword(*pKeyword, strWhy); }))
+        if (!m_Host.GetInput().Guard("CScriptPlayer::Play",
+                                     [&] { bPlayed = PlayKeyword(*pKeyword, strWhy); }))
         {
             strWhy = "not enough memory";
         }
@@ -254,7 +255,7 @@ bool CScriptPlayer::PlayMouse(const CScriptCall& call, std::string& strWhy)
 
 bool CScriptPlayer::PlayAction(const CScriptCall& call, std::string& /*strWhy*/)
 {
-    m_Host.SendAction(m_View, call.GetInt(0), static_cast<uint32_t>(call.GetInt(1)));
+    m_Host.GetInput().SendAction(m_View, call.GetInt(0), static_cast<uint32_t>(call.GetInt(1)));
     return true;
 }
 

@@ -113,16 +113,16 @@ TEST_F(CEditorHostTest, CountsWhatARecordTakesFromWhatTheTerrainReports)
     m_Host.GetUndoStack().SetLimit(3 * SQUARE_BYTES);
     const auto stroke = [this](int nSquares)
     {
-        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+        m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
         for (int i = 0; i < nSquares; ++i)
         {
             const SBlockEntry entry = {static_cast<float>(16 * i), 5.0F, 1.0F};
             m_Host.GetEngine().GetWorld()->GetTerrain()->SetBlockHeights(0, 0, &entry, 1);
-            m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {}, {});
+            m_Host.GetInput().SendMouseMove(1, MOUSE_LEFT, {}, {}, {});
             m_Host.GetEngine().GetWorld()->GetTerrain()->SetBlockHeights(0, 0, &entry, 1);
         }
         m_Host.AddUndo(new CStep);
-        m_Host.SendButtonUp(1, 0, {});
+        m_Host.GetInput().SendButtonUp(1, 0, {});
     };
     stroke(1); // a place that changes twice counts once
     stroke(2);
@@ -150,21 +150,21 @@ TEST_F(CEditorHostTest, ADragBelongsToItsViewAndGivesTheMouseBack)
 
     CFakeFrontEnd frontEnd;
     CEvents events;
-    m_Host.AddObserver(&events);
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
-    m_Host.SendMouseMove(2, 0, {}, {}, {}); // the cursor of another view hovers
-    m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {}, {});
-    m_Host.SendButtonUp(2, 0, {});
+    m_Host.GetObservers().Add(&events);
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendMouseMove(2, 0, {}, {}, {}); // the cursor of another view hovers
+    m_Host.GetInput().SendMouseMove(1, MOUSE_LEFT, {}, {}, {});
+    m_Host.GetInput().SendButtonUp(2, 0, {});
     EXPECT_EQ(events.strEvents, "press1 move1 release1 ");
-    EXPECT_FALSE(m_Host.IsDragging());
+    EXPECT_FALSE(m_Host.GetInput().IsDragging());
     EXPECT_EQ(frontEnd.calls, (Calls{"FrontEnd.ReleaseCapture()"}));
     events.strEvents.clear();
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
-    m_Host.SendButtonDown(2, MOUSE_LEFT, {});
-    m_Host.EndDrag();
-    m_Host.EndDrag();
-    m_Host.SendButtonUp(2, 0, {});
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonDown(2, MOUSE_LEFT, {});
+    m_Host.GetInput().EndDrag();
+    m_Host.GetInput().EndDrag();
+    m_Host.GetInput().SendButtonUp(2, 0, {});
     EXPECT_EQ(events.strEvents, "press1 release1 press2 release2 release2 ");
     EXPECT_EQ(frontEnd.calls.size(), 3U) << "once a drag";
-    m_Host.RemoveObserver(&events);
+    m_Host.GetObservers().Remove(&events);
 }

@@ -2,6 +2,7 @@
 // whatever stops the program.
 
 #include "editor/autosave/CAutosave.h"
+#include "editor/core/LevelExchange.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "tests/editor/CLevelDocumentTest.h"
@@ -78,18 +79,18 @@ TEST_F(CLevelDocumentTest, KnowsWhatIsNotSaved)
     ASSERT_TRUE(m_Document.Save());
 
     // A press drops a drag that no release came for; its heights stay, without a step.
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
     SetAll(3.0F);
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
-    m_Host.SendButtonUp(1, 0, {});
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonUp(1, 0, {});
     EXPECT_TRUE(m_Document.IsModified());
     ASSERT_TRUE(m_Document.Save());
 
     // So do heights that a whole drag leaves without a step, whatever steps follow them.
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
     SetAll(4.0F);
     EXPECT_TRUE(m_Document.IsModified());
-    m_Host.SendButtonUp(1, 0, {});
+    m_Host.GetInput().SendButtonUp(1, 0, {});
     Change(5.0F);
     m_Host.Undo();
     EXPECT_TRUE(m_Document.IsModified());
@@ -154,9 +155,9 @@ TEST_F(CLevelDocumentTest, ImportsAndExportsHeightMaps)
     ASSERT_TRUE(m_Document.New(32, SIZE, 25.0F));
     ASSERT_TRUE(m_Document.SaveAs(m_Folder.Path("l.level").c_str()));
     SExportPlan plan;
-    ASSERT_TRUE(m_Document.PlanExport(m_Folder.Path("out.png").c_str(), {}, plan));
+    ASSERT_TRUE(PlanLevelExport(m_Host, m_Folder.Path("out.png").c_str(), {}, plan));
     EXPECT_FALSE(plan.lines.empty());
-    ASSERT_TRUE(m_Document.Export(m_Folder.Path("out.png").c_str(), plan));
+    ASSERT_TRUE(ExportLevel(m_Host, m_Folder.Path("out.png").c_str(), plan));
     Change(3.0F);
     std::vector<std::string> lines;
     SImportOptions options;
@@ -165,7 +166,8 @@ TEST_F(CLevelDocumentTest, ImportsAndExportsHeightMaps)
     options.fWidth = 160.0F;
     options.fDepth = 160.0F;
     const std::string strPng = m_Folder.Path("out.png");
-    ASSERT_TRUE(m_Document.Import(strPng.c_str(), options, EImportAs::NewLevel, lines));
+    ASSERT_TRUE(
+        ImportLevel(m_Host, m_Document, strPng.c_str(), options, EImportAs::NewLevel, lines));
     EXPECT_NEAR(GetHeight(), 25.0F, 0.01F) << testing::PrintToString(lines);
     EXPECT_FALSE(lines.empty());
     EXPECT_TRUE(m_Document.IsModified());
@@ -174,7 +176,8 @@ TEST_F(CLevelDocumentTest, ImportsAndExportsHeightMaps)
     CLogCatcher log;
     const std::string strBad = m_Folder.Path("bad.png");
     WriteBytes(strBad, "\x89PNG");
-    EXPECT_FALSE(m_Document.Import(strBad.c_str(), options, EImportAs::NewLevel, lines));
+    EXPECT_FALSE(
+        ImportLevel(m_Host, m_Document, strBad.c_str(), options, EImportAs::NewLevel, lines));
     EXPECT_EQ(log.TakeLines().size(), 1U);
     EXPECT_NEAR(GetHeight(), 25.0F, 0.01F);
 }
@@ -225,9 +228,9 @@ TEST_F(CNothingLost, CopiesAreMadeWhenTheyAreDueAndGoWithTheCleanEnd)
         Change(4.0F);
         EXPECT_FALSE(autosave.Tick(start + seconds(101)));
         EXPECT_FALSE(autosave.Tick(start + seconds(160)));
-        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+        m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
         EXPECT_FALSE(autosave.Tick(start + seconds(162))) << "not under the hand";
-        m_Host.SendButtonUp(1, 0, {});
+        m_Host.GetInput().SendButtonUp(1, 0, {});
         EXPECT_TRUE(autosave.Tick(start + seconds(163)));
         EXPECT_TRUE(autosave.Wait());
         EXPECT_TRUE(std::filesystem::exists(strFolder));

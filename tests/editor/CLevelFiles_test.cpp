@@ -1,5 +1,6 @@
 // The two files of a level: what a save keeps, what it would replace, and what a fault leaves.
 
+#include "editor/core/LevelRecovery.h"
 #include "editor/core/SLevelText.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
@@ -258,7 +259,7 @@ TEST_F(CLevelFilesTest, ChangesUnderARecoveredLevelAndBehindALinkAreSeen)
     text.strHeightMap = strHeights;
     for (const bool bSavedSince : {false, true})
     {
-        ASSERT_TRUE(m_Document.OpenRecovered(text, strHeights.c_str(), bSavedSince));
+        ASSERT_TRUE(OpenRecoveredLevel(m_Host, m_Document, text, strHeights.c_str(), bSavedSince));
         EXPECT_EQ(GetReplaced(), bSavedSince ? "!l.level !l.height" : "");
     }
     // The file behind a link counts, and the link stays one.

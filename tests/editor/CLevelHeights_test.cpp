@@ -4,6 +4,7 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CLevelDocument.h"
+#include "editor/core/LevelExchange.h"
 #include "editor/core/SLevelText.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
@@ -118,7 +119,7 @@ protected:
         SImportOptions options;
         options.eFit = EFit::Keep;
         std::vector<std::string> lines;
-        return m_Document.Import(strFile.c_str(), options, eAs, lines);
+        return ImportLevel(m_Host, m_Document, strFile.c_str(), options, eAs, lines);
     }
 
     CTempFolder m_Folder;
@@ -319,10 +320,10 @@ TEST_F(CLevelHeightsTest, AnImportIsAStepOfTheLevelAlsoWhenItIsNotSquare)
         }
     }
     // A step while a button is held would change the ground under the stroke.
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
     const CLogCatcher log;
     EXPECT_FALSE(m_Host.Redo());
-    m_Host.SendButtonUp(1, 0, {});
+    m_Host.GetInput().SendButtonUp(1, 0, {});
     EXPECT_TRUE(m_Host.Redo());
 
     ASSERT_TRUE(Import(strTall, EImportAs::NewLevel));

@@ -46,9 +46,9 @@ protected:
     void RaiseTheMiddle()
     {
         ASSERT_TRUE(m_Host.NewLevel(16, {160.0F, 50.0F, 160.0F}));
-        m_Host.SendAction(1, 0, 1);
-        m_Host.SendButtonDown(1, MOUSE_LEFT, {7, 9, 0, 0});
-        m_Host.SendButtonUp(1, 0, {7, 9, 0, 0});
+        m_Host.GetInput().SendAction(1, 0, 1);
+        m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {7, 9, 0, 0});
+        m_Host.GetInput().SendButtonUp(1, 0, {7, 9, 0, 0});
     }
 
     float GetMiddle() { return m_Host.GetEngine().GetWorld()->GetTerrainHeight(80.0F, 80.0F); }
@@ -94,7 +94,7 @@ TEST_F(CPluginLoaderTest, StartsAndEndsInTheStatedOrderAndUnmapsTheLibraryEachTi
         EXPECT_TRUE(m_Host.GetSettings().GetRegistered().empty());
         EXPECT_EQ(m_Host.GetCaption(), "");
         EXPECT_EQ(GetMiddle(), 10.0F); // the level stays
-        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+        m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
         m_Host.RenderFrame();
         EXPECT_FALSE(m_Host.Undo());
         m_Log.Clear();
@@ -136,7 +136,7 @@ TEST_F(CPluginLoaderTest, AnotherLevelEndsTheDragAndEmptiesTheUndoStack)
 {
     ASSERT_TRUE(m_Loader.Load(PLUGIN_PATH.c_str()));
     RaiseTheMiddle();
-    m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
     EXPECT_EQ(m_Host.GetUndoStack().GetCount(), 2U);
     m_Log.Clear();
     // A level that cannot be had keeps the one before with its history.
@@ -160,11 +160,11 @@ TEST_F(CPluginLoaderTest, CommandsAreFoundByTheirGlobalNumber)
 {
     ASSERT_TRUE(m_Loader.Load(PLUGIN_PATH.c_str()));
     m_Log.Clear();
-    EXPECT_TRUE(m_Host.SendCommand(0x4003));
+    EXPECT_TRUE(m_Host.GetInput().SendCommand(0x4003));
     EXPECT_EQ(m_Log.TakeLines(), (Lines{"OnCommand 3"}));
     for (const uint32_t uOther : {0U, 3U, 0x4000U, 0x3FFFU, 0x4100U, 0x4103U})
     {
-        EXPECT_FALSE(m_Host.SendCommand(uOther)) << uOther;
+        EXPECT_FALSE(m_Host.GetInput().SendCommand(uOther)) << uOther;
     }
     EXPECT_EQ(m_Log.GetText(), "");
 }

@@ -105,7 +105,7 @@ TEST_F(CToolKeys, AHeldKeyEndsWhereTheKeyboardOrAButtonGoes)
         if (bButton)
         {
             Do({"mousedown", "1"});
-            EXPECT_TRUE(GetHost().IsDragging());
+            EXPECT_TRUE(GetHost().GetInput().IsDragging());
             MoveBy(90, 0);
             Do({"mouseup", "1"});
         }

@@ -1,5 +1,6 @@
 // What the window asks before work or a file is given up.
 
+#include "editor/core/LevelExchange.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/FileSystem.h"
 #include "tests/editor/app/DocumentsFixture.h"
@@ -15,7 +16,7 @@
 namespace
 {
 
-class CDocumentQuestions : public CDocuments
+class CQuestions : public CDocuments
 {
 protected:
     // "Recover" is the answer to every question from here on, as long as the timer lives.
@@ -47,7 +48,7 @@ std::map<std::string, std::string> ReadFolder(const std::string& strFolder)
 
 } // namespace
 
-TEST_F(CDocumentQuestions, ClosingWithUnsavedChangesAsks)
+TEST_F(CQuestions, ClosingWithUnsavedChangesAsks)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strLevel = SaveLevel();
@@ -64,7 +65,7 @@ TEST_F(CDocumentQuestions, ClosingWithUnsavedChangesAsks)
     Stop();
 
     ASSERT_NO_FATAL_FAILURE(Start(false));
-    ASSERT_TRUE(m_Window->OpenFile(strLevel));
+    ASSERT_TRUE(m_Window->GetDocuments().OpenFile(strLevel));
     EXPECT_TRUE(GetHeights() == sculpted);
     MoveTo(GetView(), {0.5, 0.5});
     SVec3 middle; // the views show the level that was opened
@@ -76,12 +77,12 @@ TEST_F(CDocumentQuestions, ClosingWithUnsavedChangesAsks)
     Stop();
 
     ASSERT_NO_FATAL_FAILURE(Start(false));
-    ASSERT_TRUE(m_Window->OpenFile(strLevel));
+    ASSERT_TRUE(m_Window->GetDocuments().OpenFile(strLevel));
     m_Window->close(); // nothing to ask about
     EXPECT_FALSE(m_Window->isVisible());
 }
 
-TEST_F(CDocumentQuestions, ASaveAsksBeforeItReplacesWhatNobodyAgreedTo)
+TEST_F(CQuestions, ASaveAsksBeforeItReplacesWhatNobodyAgreedTo)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strLevel = SaveLevel();
@@ -142,7 +143,7 @@ TEST_F(CDocumentQuestions, ASaveAsksBeforeItReplacesWhatNobodyAgreedTo)
                         });
 }
 
-TEST_F(CDocumentQuestions, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereTheyWereTold)
+TEST_F(CQuestions, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereTheyWereTold)
 {
     const QByteArray home = qgetenv("HOME");
     qputenv("HOME", QByteArray::fromStdString(m_Folder.GetFolder()));
@@ -172,7 +173,7 @@ TEST_F(CDocumentQuestions, SaveDialogsOfThePluginStartAtTheLevelAndWriteWhereThe
     qputenv("HOME", home);
 }
 
-TEST_F(CDocumentQuestions, AnImportAsksFirstAndNeverTakesTheNameOfTheLevelBefore)
+TEST_F(CQuestions, AnImportAsksFirstAndNeverTakesTheNameOfTheLevelBefore)
 {
     const QString strQuestion = "Save the changes of valley.level?";
     ASSERT_NO_FATAL_FAILURE(Start());
@@ -181,8 +182,8 @@ TEST_F(CDocumentQuestions, AnImportAsksFirstAndNeverTakesTheNameOfTheLevelBefore
     CLevelDocument& document = m_Editor->GetDocument();
     const std::string strPng = m_Folder.Path("hill.png");
     SExportPlan plan;
-    ASSERT_TRUE(document.PlanExport(strPng.c_str(), {}, plan));
-    ASSERT_TRUE(document.Export(strPng.c_str(), plan));
+    ASSERT_TRUE(PlanLevelExport(GetHost(), strPng.c_str(), {}, plan));
+    ASSERT_TRUE(ExportLevel(GetHost(), strPng.c_str(), plan));
     ASSERT_NO_FATAL_FAILURE(Sculpt());
     const std::vector<float> sculpted = GetHeights();
     EXPECT_EQ(OpenAnd(strPng, QMessageBox::Cancel), QStringList{strQuestion});
@@ -204,7 +205,7 @@ TEST_F(CDocumentQuestions, AnImportAsksFirstAndNeverTakesTheNameOfTheLevelBefore
     EXPECT_TRUE(ReadBytes(m_Folder.Path("levels/valley.height")) == strHeights);
 }
 
-TEST_F(CDocumentQuestions, ALevelWhoseHeightsAreMissingOffersTheirBackup)
+TEST_F(CQuestions, ALevelWhoseHeightsAreMissingOffersTheirBackup)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strLevel = SaveLevel();
@@ -226,7 +227,7 @@ TEST_F(CDocumentQuestions, ALevelWhoseHeightsAreMissingOffersTheirBackup)
     EXPECT_TRUE(ReadBytes(strHeights + ".bak") == strBytes);
 }
 
-TEST_F(CDocumentQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
+TEST_F(CQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strLevel = SaveLevel();
@@ -276,11 +277,11 @@ TEST_F(CDocumentQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
     ASSERT_GT(kept.size(), left.size());
     QTimer timer;
     AlwaysRecover(timer);
-    EXPECT_FALSE(m_Window->OfferRecovery());
+    EXPECT_FALSE(m_Window->GetDocuments().GetRecovery().OfferAll());
     EXPECT_TRUE(read() == kept);
     Key("ctrl+s");
     EXPECT_FALSE(m_Window->isWindowModified());
     EXPECT_EQ(read().size(), left.size()) << "the other's alone";
-    EXPECT_TRUE(m_Window->OfferRecovery());
+    EXPECT_TRUE(m_Window->GetDocuments().GetRecovery().OfferAll());
     EXPECT_TRUE(GetHeights() == sculpted) << "on the heights of before the save";
 }

@@ -141,7 +141,7 @@ protected:
                 }
             });
         timer.start(20);
-        m_Window->OpenFile(strPath);
+        m_Window->GetDocuments().OpenFile(strPath);
         Settle();
         return texts;
     }

@@ -101,7 +101,7 @@ TEST_F(CDocuments, FilesOpenFromTheDialogTheRecentListAndADrop)
     const std::string strBroken = m_Folder.Path("levels/broken.level");
     WriteBytes(strBroken, "!height_map( s )\nheight_map( \"nothing.height\" )\n");
     m_Editor->GetRecentFiles().Add(strBroken);
-    Answer<QMessageBox>([&] { EXPECT_FALSE(m_Window->OpenFile(strBroken)); },
+    Answer<QMessageBox>([&] { EXPECT_FALSE(m_Window->GetDocuments().OpenFile(strBroken)); },
                         [](QMessageBox& box)
                         {
                             EXPECT_TRUE(box.informativeText().contains("nothing.height"))
@@ -152,7 +152,7 @@ TEST_F(CDocuments, ALevelThatAScriptMakesIsShownWhole)
     const std::string strScript = m_Folder.Path("large.tellur");
     WriteBytes(strScript, "!level( i, v3 )\nlevel( 64, [6400, 100, 6400] )\n");
     std::string strFault;
-    ASSERT_EQ(m_Window->PlayScript(strScript, strFault), EScriptEnd::Played) << strFault;
+    ASSERT_EQ(m_Window->GetScripts().Play(strScript, strFault), EScriptEnd::Played) << strFault;
     for (size_t iView = 0; iView < 2; ++iView)
     {
         const SViewProjection view = GetView(iView).GetNavigator().GetProjection(GetTerrain());

@@ -117,7 +117,7 @@ TEST_F(CPainting, WhatIsSavedIsWhatTheLevelShowsAfterwards)
                "!height_map( s )\n!terrain_size( v3 )\n!terrain_bitmap( s )\n"
                "height_map( \"flat.height\" )\nterrain_bitmap( \"" +
                    m_Bitmap + "\" )\n");
-    ASSERT_TRUE(m_Window->OpenFile(m_Folder.Path("flat.level")));
+    ASSERT_TRUE(m_Window->GetDocuments().OpenFile(m_Folder.Path("flat.level")));
     GetDialog()->activateWindow();
     MoveTo(GetView(), {0.1, 0.1});
     Settle();

@@ -217,9 +217,9 @@ TEST_F(CPanel, AHeightPickedByTheStrokeIsShownWhileItRuns)
     Do({"mousedown", "1"});
     EXPECT_EQ(GetProperty("m_Height"), "20");
     EXPECT_TRUE(GetView().hasFocus());
-    GetHost().SendAction(GetView().GetViewId(), 1, 1); // a larger brush in the middle of the drag
+    GetHost().GetInput().SendAction(GetView().GetViewId(), 1, 1); // a larger brush
     MoveTo(GetView(), {0.55, 0.5});
-    EXPECT_TRUE(GetHost().IsDragging());
+    EXPECT_TRUE(GetHost().GetInput().IsDragging());
     Do({"mouseup", "1"});
     EXPECT_TRUE(GetView().hasFocus());
     EXPECT_EQ(Item<QLineEdit>(2128).text(), "3200.25");

@@ -143,7 +143,7 @@ TEST_F(CSculpting, EscapeLeavesTheToolThatIsUsedOnceAndNoOther)
     {
         uint32_t uHandle = 0;
         m_Editor->GetPlugin()->GetActionHandle(&uHandle);
-        GetHost().SendCommand(uHandle + 5);
+        GetHost().GetInput().SendCommand(uHandle + 5);
         Settle();
         MoveTo(GetView(), {0.4, 0.5});
         EXPECT_EQ(GetStatus("status-mode"), "Export terrain extent");

@@ -27,17 +27,17 @@ public:
     explicit CPointList(CEditorHost& host)
         : m_Host(host)
     {
-        m_Host.AddObserver(this);
+        m_Host.GetObservers().Add(this);
     }
 
-    ~CPointList() override { m_Host.RemoveObserver(this); }
+    ~CPointList() override { m_Host.GetObservers().Remove(this); }
 
     CPointList(const CPointList&) = delete;
     CPointList& operator=(const CPointList&) = delete;
 
     void OnEvent(const SHostEvent& event) override
     {
-        if (event.eKind == EHostEvent::MouseMove && event.bHit && m_Host.IsDragging())
+        if (event.eKind == EHostEvent::MouseMove && event.bHit && m_Host.GetInput().IsDragging())
         {
             points.push_back(event.hit);
         }

@@ -40,14 +40,14 @@ protected:
     {
         if (m_Editor != nullptr)
         {
-            GetHost().RemoveObserver(&m_Watcher);
+            GetHost().GetObservers().Remove(&m_Watcher);
         }
     }
 
     void StartWatched()
     {
         ASSERT_NO_FATAL_FAILURE(Start());
-        GetHost().AddObserver(&m_Watcher);
+        GetHost().GetObservers().Add(&m_Watcher);
         MoveTo(GetView(), {0.5, 0.5});
     }
 

@@ -261,12 +261,12 @@ TEST_F(CToolKeys, KeysWorkWhereTheCursorIsWithoutAClick)
     MoveTo(GetView(), {0.5, 0.5});
     EXPECT_TRUE(GetView().hasFocus());
     Hold("w");
-    EXPECT_TRUE(GetView().IsFlyKeyDown("forward"));
+    EXPECT_TRUE(GetView().GetKeys().IsFlyKeyDown("forward"));
     MoveTo(GetView(1), {0.5, 0.5});
     EXPECT_TRUE(GetView(1).hasFocus());
-    EXPECT_FALSE(GetView().IsFlyKeyDown("forward"));
+    EXPECT_FALSE(GetView().GetKeys().IsFlyKeyDown("forward"));
     LetGo("w");
-    EXPECT_FALSE(GetView(1).IsFlyKeyDown("forward"));
+    EXPECT_FALSE(GetView(1).GetKeys().IsFlyKeyDown("forward"));
     GetView().setFocus(); // as when the window comes while the cursor lies in the other view
     QEvent activated(QEvent::WindowActivate);
     QApplication::sendEvent(&GetView(1), &activated);

@@ -42,7 +42,7 @@ protected:
     void Start()
     {
         ASSERT_NO_FATAL_FAILURE(CWalkFixture::Start());
-        m_Host.EndDrag();
+        m_Host.GetInput().EndDrag();
         ASSERT_TRUE(m_Document.SaveAs(m_Level.c_str()));
         Open();
     }
@@ -70,7 +70,7 @@ protected:
     void Stroke()
     {
         Drag();
-        m_Host.EndDrag();
+        m_Host.GetInput().EndDrag();
     }
 
     void BeginWalk(uint32_t uSeed)

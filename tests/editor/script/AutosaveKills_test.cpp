@@ -27,7 +27,7 @@ protected:
             m_Host.Redo();
             break;
         case 2:
-            m_Host.SendAction(1, m_Numbers.Int(1, 2), 2);
+            m_Host.GetInput().SendAction(1, m_Numbers.Int(1, 2), 2);
             break;
         case 3:
             TakeBrush(m_Numbers.Int(0, 5), m_Numbers.Float(0.05F, 0.4F));

@@ -92,7 +92,7 @@ TEST_F(CRecorderTest, WhatWasDoneUntilACrashIsInTheFile)
         for (int i = 0; i < 3; ++i)
         {
             Drag();
-            m_Host.EndDrag();
+            m_Host.GetInput().EndDrag();
         }
         bDone = bDone && !SaveHeights("now.height").empty();
         ::raise(bDone ? SIGKILL : SIGABRT); // nobody has stopped it
@@ -137,9 +137,9 @@ TEST_F(CRecorderTest, AFullDiskEndsTheScriptWithOneLineAndNothingElse)
     m_Face.cursor.PointAtPosition(100.0F, 100.0F);
     for (int i = 0; i < 20; ++i)
     {
-        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
-        m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, 1});
-        m_Host.SendButtonUp(1, 0, {});
+        m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
+        m_Host.GetInput().SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, 1});
+        m_Host.GetInput().SendButtonUp(1, 0, {});
     }
     ::setrlimit(RLIMIT_FSIZE, &before);
     const std::vector<std::string> lines = log.TakeLines();

@@ -6,6 +6,7 @@
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/CPluginLoader.h"
+#include "editor/core/LevelExchange.h"
 #include "editor/script/CRecorder.h"
 #include "editor/script/CScriptCursor.h"
 #include "engine/terrain/CTerrain.h"
@@ -101,14 +102,14 @@ protected:
     void Stroke()
     {
         m_Face.cursor.PointAtPosition(100.0F, 100.0F);
-        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+        m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
         for (const float fX : {120.0F, 140.0F, 200.0F})
         {
             m_Face.cursor.PointAtPosition(fX, 150.0F);
-            m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {}, {0, -3});
+            m_Host.GetInput().SendMouseMove(1, MOUSE_LEFT, {}, {}, {0, -3});
             m_Host.RenderFrame();
         }
-        m_Host.SendButtonUp(1, 0, {});
+        m_Host.GetInput().SendButtonUp(1, 0, {});
     }
 
     // Calls work, each time after prepare, with its first allocation failing, then its second one,
@@ -167,13 +168,13 @@ TEST_F(COutOfMemory, AStrokeIsWholeOrNotThereAndCanBeRepeatedAndSaved)
                      nLost += bThere ? 0 : 1;
                      ASSERT_EQ(GetHeights(), bThere ? after : before);
                      ASSERT_TRUE(m_Document.IsModified() || !bThere);
-                     ASSERT_FALSE(m_Host.IsDragging());
+                     ASSERT_FALSE(m_Host.GetInput().IsDragging());
                      ASSERT_TRUE(bThere || !m_Lines.empty());
                      if (nLost == 1)
                      {
                          Save();
                      }
-                     m_Host.SendMouseMove(1, 0, {}, {}, {}); // without the button
+                     m_Host.GetInput().SendMouseMove(1, 0, {}, {}, {}); // without the button
                      Stroke();
                      ASSERT_TRUE(bThere || GetSteps() == 1);
                      m_Host.GoToStep(0);
@@ -238,7 +239,7 @@ TEST_F(COutOfMemory, ASaveKeepsTheOldFilesOrWritesTheNewOnes)
             Stroke();
             heights = GetHeights();
         },
-        [&] { m_Host.Guard("Test", [&] { m_Document.Save(); }); },
+        [&] { m_Host.GetInput().Guard("Test", [&] { m_Document.Save(); }); },
         [&]
         {
             ASSERT_EQ(GetHeights(), heights);
@@ -270,16 +271,18 @@ TEST_F(COutOfMemory, WhatReplacesTheTerrainReplacesItWholeOrNot)
     Save();
     SExportPlan plan;
     const std::string strPng = m_Folder.Path("in.png");
-    ASSERT_TRUE(m_Document.PlanExport(strPng.c_str(), {}, plan));
-    ASSERT_TRUE(m_Document.Export(strPng.c_str(), plan));
+    ASSERT_TRUE(PlanLevelExport(m_Host, strPng.c_str(), {}, plan));
+    ASSERT_TRUE(ExportLevel(m_Host, strPng.c_str(), plan));
     SImportOptions options;
     options.fMaxHeight = 100.0F;
     options.fWidth = 320.0F;
     options.fDepth = 320.0F;
     std::vector<std::string> lines;
     const std::function<void()> works[] = {
-        [&] { m_Document.Import(strPng.c_str(), options, EImportAs::NewLevel, lines); },
-        [&] { m_Document.Import(strPng.c_str(), options, EImportAs::ThisLevel, lines); },
+        [&]
+        { ImportLevel(m_Host, m_Document, strPng.c_str(), options, EImportAs::NewLevel, lines); },
+        [&]
+        { ImportLevel(m_Host, m_Document, strPng.c_str(), options, EImportAs::ThisLevel, lines); },
         [&] { m_Document.Open(m_Folder.Path("l.level").c_str()); },
     };
     for (const auto& work : works)
@@ -294,7 +297,7 @@ TEST_F(COutOfMemory, WhatReplacesTheTerrainReplacesItWholeOrNot)
                 Stroke();
                 before = GetHeights();
             },
-            [&] { m_Host.Guard("Test", [&] { work(); }); },
+            [&] { m_Host.GetInput().Guard("Test", [&] { work(); }); },
             [&]
             {
                 const Heights now = GetHeights();

@@ -122,20 +122,20 @@ protected:
     {
         m_Face.cursor.SetKeys(m_Numbers.Int(0, 3) == 0, m_Numbers.Int(0, 3) == 0);
         Point();
-        m_Host.SendButtonDown(1, MOUSE_LEFT, {});
+        m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
         const int nMoves = m_Numbers.Int(0, 6);
         for (int i = 0; i < nMoves; ++i)
         {
             Point();
-            m_Host.SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, m_Numbers.Int(-9, 9)});
+            m_Host.GetInput().SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, m_Numbers.Int(-9, 9)});
             if (m_Numbers.Int(0, 9) == 0)
             {
-                m_Host.SendAction(1, m_Numbers.Int(1, 2), 1); // the brush grows under the stroke
+                m_Host.GetInput().SendAction(1, m_Numbers.Int(1, 2), 1); // the brush grows
             }
         }
         if (m_Numbers.Int(0, 9) != 0) // else the next press drops it
         {
-            m_Host.SendButtonUp(1, 0, {});
+            m_Host.GetInput().SendButtonUp(1, 0, {});
         }
     }
 
@@ -160,30 +160,30 @@ protected:
             TakeBrush(m_Numbers.Int(0, 5), m_Numbers.Float(0.05F, 0.4F));
             break;
         case 1:
-            m_Host.EndDrag();
+            m_Host.GetInput().EndDrag();
             m_Host.Undo();
             break;
         case 2:
-            m_Host.EndDrag();
+            m_Host.GetInput().EndDrag();
             m_Host.Redo();
             break;
         case 3:
-            m_Host.EndDrag();
+            m_Host.GetInput().EndDrag();
             stack.GoTo(static_cast<size_t>(
                 m_Numbers.Int(0, static_cast<int>(stack.GetCount() + stack.GetRedoCount()))));
             break;
         case 4:
-            m_Host.SendAction(1, m_Numbers.Int(1, 2), 3);
+            m_Host.GetInput().SendAction(1, m_Numbers.Int(1, 2), 3);
             break;
         case 5:
-            m_Host.EndDrag();
-            m_Host.SendAction(1, 0, 1); // leaves the mode, and its brush with it
+            m_Host.GetInput().EndDrag();
+            m_Host.GetInput().SendAction(1, 0, 1); // leaves the mode, and its brush with it
             Drag();
             TakeBrush(m_Numbers.Int(0, 5), m_Numbers.Float(0.05F, 0.4F));
             break;
         case 6:
             Point();
-            m_Host.SendMouseMove(1, 0, {}, {0, 0}, {0, 2});
+            m_Host.GetInput().SendMouseMove(1, 0, {}, {0, 0}, {0, 2});
             break;
         case 7:
             ReplaceTerrain();

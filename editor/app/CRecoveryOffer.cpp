@@ -1,11 +1,10 @@
-// What a person does so that nothing is lost: recordings, and what interrupted runs have left.
+#include "editor/app/CRecoveryOffer.h"
 
-#include "editor/app/CDocumentActions.h"
+#include "editor/app/CDocumentQuestions.h"
 #include "editor/app/CEditor.h"
 #include "host/Log.h"
 
 #include <QDateTime>
-#include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStringList>
@@ -13,11 +12,10 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace
 {
-
-constexpr char SCRIPT_FILTER[] = "Replay scripts (*.tellur)";
 
 const std::string& GetFile(const SRecoverable& entry) // that a person opens; empty for none
 {
@@ -62,29 +60,16 @@ QString DescribeSince(const SRecoverable& entry)
 
 } // namespace
 
-void CDocumentActions::ToggleRecording()
+CRecoveryOffer::CRecoveryOffer(CEditor& editor,
+                               CDocumentQuestions& questions,
+                               std::function<void()> onLevel)
+    : m_Editor(editor)
+    , m_Questions(questions)
+    , m_OnLevel(std::move(onLevel))
 {
-    CRecorder* pRecorder = m_Editor.GetRecorder();
-    if (pRecorder == nullptr)
-    {
-        return;
-    }
-    if (pRecorder->IsRecording())
-    {
-        const bool bWhole = pRecorder->Stop();
-        Report(bWhole,
-               "The script is not complete. What was recorded is in\n" +
-                   QString::fromStdString(pRecorder->GetPartPath()));
-        return;
-    }
-    const std::string strPath = AskForFile(true, "Record a replay script", SCRIPT_FILTER);
-    if (!strPath.empty())
-    {
-        Report(pRecorder->Start(strPath), "The script cannot be recorded.");
-    }
 }
 
-bool CDocumentActions::OfferRecovery()
+bool CRecoveryOffer::OfferAll()
 {
     for (const std::string& strPart : CRecorder::TakeInterrupted())
     {
@@ -107,7 +92,7 @@ bool CDocumentActions::OfferRecovery()
     return false;
 }
 
-bool CDocumentActions::OfferRecoveryOf(const std::string& strLevel)
+bool CRecoveryOffer::OfferOf(const std::string& strLevel)
 {
     std::error_code error;
     const std::filesystem::path level = std::filesystem::weakly_canonical(strLevel, error);
@@ -123,10 +108,13 @@ bool CDocumentActions::OfferRecoveryOf(const std::string& strLevel)
     return false;
 }
 
-bool CDocumentActions::Offer(const SRecoverable& entry)
+bool CRecoveryOffer::Offer(const SRecoverable& entry)
 {
-    QMessageBox box(
-        QMessageBox::Question, "Recover", DescribeKept(entry), QMessageBox::NoButton, &m_Window);
+    QMessageBox box(QMessageBox::Question,
+                    "Recover",
+                    DescribeKept(entry),
+                    QMessageBox::NoButton,
+                    &m_Questions.GetWindow());
     box.setTextFormat(Qt::PlainText);
     const QAbstractButton* pRecover = nullptr;
     if (entry.strFault.empty())
@@ -156,7 +144,7 @@ bool CDocumentActions::Offer(const SRecoverable& entry)
         m_Later.push_back(entry.strStem);
         return false;
     }
-    if (!Report(m_Recover(entry), "The level cannot be recovered."))
+    if (!m_Questions.Report(m_Recover(entry), "The level cannot be recovered."))
     {
         return false;
     }

@@ -1,9 +1,10 @@
-// Import and export: what the commands about files of other formats do.
+#include "editor/app/CHeightExchange.h"
 
-#include "editor/app/CDocumentActions.h"
+#include "editor/app/CDocumentQuestions.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CImportDialog.h"
 #include "editor/app/FileChoice.h"
+#include "editor/core/LevelExchange.h"
 #include "engine/elevation/ElevationFormats.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
@@ -11,6 +12,8 @@
 
 #include <QFileInfo>
 #include <QMessageBox>
+
+#include <utility>
 
 namespace
 {
@@ -32,34 +35,47 @@ QString JoinLines(const std::vector<std::string>& lines)
 
 } // namespace
 
-void CDocumentActions::Import()
+CHeightExchange::CHeightExchange(CEditor& editor,
+                                 CDocumentQuestions& questions,
+                                 std::function<bool()> mayLeave,
+                                 std::function<void()> onLevel)
+    : m_Editor(editor)
+    , m_Questions(questions)
+    , m_MayLeave(std::move(mayLeave))
+    , m_OnLevel(std::move(onLevel))
 {
-    const std::string strPath = AskForFile(false, "Import height map", GetHeightMapFilter());
+}
+
+void CHeightExchange::Import()
+{
+    const std::string strPath =
+        m_Questions.AskForFile(false, "Import height map", GetHeightMapFilter());
     if (!strPath.empty())
     {
         ImportFile(strPath);
     }
 }
 
-bool CDocumentActions::ImportFile(const std::string& strPath)
+bool CHeightExchange::ImportFile(const std::string& strPath)
 {
     const QString strName = QFileInfo(QString::fromStdString(strPath)).fileName();
     const SElevationFormat* pFormat = FindFormatByName(strPath.c_str());
     const bool bRaw = pFormat != nullptr && pFormat->bRaw;
     CLevelDocument& document = m_Editor.GetDocument();
-    CImportDialog dialog(&m_Window, strName, bRaw, document.HasLevel());
+    CImportDialog dialog(&m_Questions.GetWindow(), strName, bRaw, document.HasLevel());
     if (dialog.exec() != QDialog::Accepted)
     {
         return false;
     }
     const EImportAs eAs = dialog.GetTarget();
-    if (eAs == EImportAs::NewLevel && !MayLeave())
+    if (eAs == EImportAs::NewLevel && !m_MayLeave())
     {
         return false;
     }
     std::vector<std::string> lines;
-    const bool bDone = document.Import(strPath.c_str(), dialog.GetOptions(), eAs, lines);
-    if (!Report(bDone, "The height map cannot be imported."))
+    const bool bDone =
+        ImportLevel(m_Editor.GetHost(), document, strPath.c_str(), dialog.GetOptions(), eAs, lines);
+    if (!m_Questions.Report(bDone, "The height map cannot be imported."))
     {
         return false;
     }
@@ -70,50 +86,56 @@ bool CDocumentActions::ImportFile(const std::string& strPath)
     m_OnLevel();
     if (!lines.empty())
     {
-        QMessageBox::information(&m_Window, "Imported " + strName, JoinLines(lines));
+        QMessageBox::information(&m_Questions.GetWindow(), "Imported " + strName, JoinLines(lines));
     }
     return true;
 }
 
-void CDocumentActions::Export()
+void CHeightExchange::Export()
 {
     CLevelDocument& document = m_Editor.GetDocument();
     const std::string strPath =
-        document.HasLevel() ? AskForFile(true, "Export height map", GetHeightMapFilter()) : "";
+        document.HasLevel()
+            ? m_Questions.AskForFile(true, "Export height map", GetHeightMapFilter())
+            : "";
     if (strPath.empty())
     {
         return;
     }
     SExportPlan plan;
-    if (!Report(document.PlanExport(strPath.c_str(), {}, plan), "The export cannot be made."))
+    if (!m_Questions.Report(PlanLevelExport(m_Editor.GetHost(), strPath.c_str(), {}, plan),
+                            "The export cannot be made."))
     {
         return;
     }
-    const auto eAnswer = QMessageBox::question(&m_Window,
+    const auto eAnswer = QMessageBox::question(&m_Questions.GetWindow(),
                                                "Export height map",
                                                JoinLines(plan.lines),
                                                QMessageBox::Save | QMessageBox::Cancel);
     if (eAnswer == QMessageBox::Save)
     {
         const CSaveNotice notice;
-        if (Report(document.Export(strPath.c_str(), plan), "The export cannot be written."))
+        if (m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath.c_str(), plan),
+                               "The export cannot be written."))
         {
             notice.Say(strPath.c_str());
         }
     }
 }
 
-void CDocumentActions::ExportStl()
+void CHeightExchange::ExportStl()
 {
     CTerrain* pTerrain = m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain();
     const std::string strPath =
-        pTerrain != nullptr ? AskForFile(true, "Export to STL", "STL files (*.stl)") : "";
+        pTerrain != nullptr ? m_Questions.AskForFile(true, "Export to STL", "STL files (*.stl)")
+                            : "";
     if (pTerrain == nullptr || strPath.empty())
     {
         return;
     }
     const CSaveNotice notice;
-    if (Report(pTerrain->ExportToSTL(strPath.c_str(), nullptr), "The STL file was not written."))
+    if (m_Questions.Report(pTerrain->ExportToSTL(strPath.c_str(), nullptr),
+                           "The STL file was not written."))
     {
         notice.Say(strPath.c_str());
     }

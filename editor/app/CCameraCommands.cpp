@@ -1,0 +1,74 @@
+#include "editor/app/CCameraCommands.h"
+
+#include "editor/app/CCommandList.h"
+#include "editor/app/CPluginCommands.h"
+#include "editor/app/CViewArea.h"
+#include "editor/app/KeyChords.h"
+#include "host/ActionIds.h"
+
+CCameraCommands::CCameraCommands(CViewArea& views, CPluginCommands& plugin)
+    : m_Views(views)
+    , m_Plugin(plugin)
+{
+}
+
+void CCameraCommands::AddTo(QMenu& menu, CCommandList& commands)
+{
+    const auto frameSpot = [this]
+    {
+        m_Views.GetActive()->FrameSpot();
+    };
+    const auto frameAll = [this]
+    {
+        m_Views.GetActive()->FrameAll();
+    };
+    // The mode that is current may have more to do for one of them, so the plug-in gets them first.
+    const auto send = [this](int32_t iAction)
+    {
+        return [this, iAction]
+        {
+            m_Plugin.SendAction(iAction);
+        };
+    };
+    commands.Add(
+        menu,
+        {
+            SCommand::Run("camera.frame", "&Frame the spot under the cursor", Key('F'), frameSpot),
+            SCommand::Run("camera.frame_all", "Frame the &terrain", Key(Qt::Key_Home), frameAll),
+            SCommand::Line(),
+            SCommand::Run("camera.from_east", "From the &east", Ctrl('6'), send(CAMERA_FROM_EAST)),
+            SCommand::Run("camera.from_south_east",
+                          "From the south-east",
+                          Ctrl('3'),
+                          send(CAMERA_FROM_SOUTH_EAST)),
+            SCommand::Run(
+                "camera.from_south", "From the &south", Ctrl('2'), send(CAMERA_FROM_SOUTH)),
+            SCommand::Run("camera.from_south_west",
+                          "From the south-west",
+                          Ctrl('1'),
+                          send(CAMERA_FROM_SOUTH_WEST)),
+            SCommand::Run("camera.from_west", "From the &west", Ctrl('4'), send(CAMERA_FROM_WEST)),
+            SCommand::Run("camera.from_north_west",
+                          "From the north-west",
+                          Ctrl('7'),
+                          send(CAMERA_FROM_NORTH_WEST)),
+            SCommand::Run(
+                "camera.from_north", "From the &north", Ctrl('8'), send(CAMERA_FROM_NORTH)),
+            SCommand::Run("camera.from_north_east",
+                          "From the north-east",
+                          Ctrl('9'),
+                          send(CAMERA_FROM_NORTH_EAST)),
+            SCommand::Run("camera.up", "Step &up", Key(Qt::Key_PageUp), send(CAMERA_UP)),
+            SCommand::Run("camera.down", "Step &down", Key(Qt::Key_PageDown), send(CAMERA_DOWN)),
+            SCommand::Run(
+                "camera.turn_left", "Turn &left", Key(Qt::Key_Left), send(CAMERA_TURN_LEFT)),
+            SCommand::Run(
+                "camera.turn_right", "Turn &right", Key(Qt::Key_Right), send(CAMERA_TURN_RIGHT)),
+            SCommand::Hold("camera.fly.forward", "Fly forward", Key('W')),
+            SCommand::Hold("camera.fly.back", "Fly back", Key('S')),
+            SCommand::Hold("camera.fly.left", "Fly to the left", Key('A')),
+            SCommand::Hold("camera.fly.right", "Fly to the right", Key('D')),
+            SCommand::Hold("camera.fly.up", "Fly up", Key('E')),
+            SCommand::Hold("camera.fly.down", "Fly down", Key('Q')),
+        });
+}

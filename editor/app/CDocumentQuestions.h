@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QMessageBox>
+#include <QString>
+
+#include <functional>
+#include <string>
+
+class CEditor;
+class CMessagesDock;
+class CProgressWindow;
+class QWidget;
+
+// What a person is asked and told in the same way whatever is done with a document: which file,
+// whether to keep what is not saved, and what went wrong. Owned by CDocumentActions; everything
+// given is borrowed. UI thread.
+class CDocumentQuestions
+{
+public:
+    CDocumentQuestions(QWidget& window,
+                       CEditor& editor,
+                       const CMessagesDock& messages,
+                       CProgressWindow& progress);
+
+    QWidget& GetWindow() { return m_Window; } // for more to ask
+
+    // Empty when the person has cancelled. What dialogs ask that name a file to write is asked,
+    // too.
+    std::string AskForFile(bool bSave, const QString& strTitle, const QString& strFilter);
+    // Where such dialogs start.
+    std::string GetSaveFolder() const;
+
+    // Shows the fault with the last message, unless the work was done or the person has cancelled
+    // it. Returns bDone.
+    bool Report(bool bDone, const QString& strFault);
+
+    // Save, Discard or Cancel.
+    QMessageBox::StandardButton AskToSave(const QString& strName);
+    // Asks that about something by its name. save: what Save does; strFault is shown when that
+    // fails. False: the person wants to go on with it.
+    bool
+    MayDrop(const QString& strName, const QString& strFault, const std::function<bool()>& save);
+
+private:
+    QWidget& m_Window;
+    CEditor& m_Editor;
+    const CMessagesDock& m_Messages;
+    CProgressWindow& m_Progress;
+};

@@ -1,0 +1,125 @@
+#include "editor/app/CEditCommands.h"
+
+#include "editor/app/CCommandList.h"
+#include "editor/app/CEditor.h"
+#include "editor/app/CKeysDialog.h"
+#include "editor/app/CSettingsDialog.h"
+#include "editor/app/CViewArea.h"
+#include "editor/app/KeyChords.h"
+#include "editor/app/SEditorSettings.h"
+#include "host/IPluginTools.h"
+
+#include <utility>
+
+CEditCommands::CEditCommands(QWidget& window,
+                             CEditor& editor,
+                             CViewArea& views,
+                             SEditorSettings& settings,
+                             std::function<void()> showState)
+    : m_Window(window)
+    , m_Editor(editor)
+    , m_Views(views)
+    , m_Settings(settings)
+    , m_ShowState(std::move(showState))
+{
+}
+
+void CEditCommands::AddTo(QMenu& menu, CCommandList& commands)
+{
+    const CUndoStack& stack = m_Editor.GetHost().GetUndoStack();
+    const auto canUndo = [this, &stack]
+    {
+        return IsPainting() || stack.GetCount() > 0;
+    };
+    const auto canRedo = [this, &stack]
+    {
+        return IsPainting() || stack.GetRedoCount() > 0;
+    };
+    const auto editKeys = [this, &commands]
+    {
+        EditKeys(commands);
+    };
+    commands.Add(
+        menu,
+        {
+            SCommand::Run(
+                "edit.undo", "&Undo", Ctrl('Z'), [this] { StepHistory(false); }, canUndo),
+            SCommand::Run(
+                "edit.redo", "&Redo", CtrlShift('Z'), [this] { StepHistory(true); }, canRedo),
+            SCommand::Run("edit.cancel",
+                          "Take the stroke &back",
+                          Key(Qt::Key_Escape),
+                          [this] { CancelWork(); }),
+            SCommand::Hold(
+                "stroke.smooth", "Smooth with the stroke that begins", Key(Qt::Key_Shift)),
+            SCommand::Hold("stroke.line", "Keep the stroke on a straight line", Key('C')),
+            SCommand::Hold("stroke.join", "Begin where the last stroke ended", Key(Qt::Key_Space)),
+            SCommand::Hold("stroke.raise", "Only raise", Key('R')),
+            SCommand::Hold("stroke.lower", "Only lower", Key('T')),
+            SCommand::Line(),
+            SCommand::Run("edit.keys", "&Keys...", NO_KEY, editKeys),
+            SCommand::Run("edit.settings", "&Settings...", NO_KEY, [this] { EditSettings(); }),
+        });
+}
+
+bool CEditCommands::IsPainting() const
+{
+    auto* pTools = m_Editor.FindInterface<IPluginTools>();
+    return pTools != nullptr && pTools->IsPainting();
+}
+
+void CEditCommands::StepHistory(bool bRedo)
+{
+    CEditorHost& host = m_Editor.GetHost();
+    host.GetInput().EndDrag();
+    if (IsPainting()) // the strokes that the hand is at
+    {
+        host.StepPaint(bRedo);
+    }
+    else if (bRedo)
+    {
+        host.Redo();
+    }
+    else
+    {
+        host.Undo();
+    }
+    m_Views.RepeatHover();
+    m_Views.RequestFrames();
+    m_ShowState();
+}
+
+void CEditCommands::CancelWork()
+{
+    auto* pTools = m_Editor.FindInterface<IPluginTools>();
+    const bool bTool = pTools != nullptr && !pTools->IsTerraforming() && !pTools->IsPainting();
+    if (!m_Views.CancelStroke() && bTool)
+    {
+        // One that is used once, and has no other way out.
+        m_Editor.GetHost().GetModes().DeactivateMode(0);
+        m_Views.RepeatHover();
+    }
+    m_Views.RequestFrames();
+    m_ShowState();
+}
+
+void CEditCommands::EditKeys(CCommandList& commands)
+{
+    CKeysDialog dialog(&m_Window, m_Editor.GetKeys());
+    if (dialog.exec() == QDialog::Accepted)
+    {
+        m_Editor.GetKeys() = dialog.GetKeys();
+        commands.ApplyKeys();
+        m_Editor.SaveKeys();
+    }
+}
+
+void CEditCommands::EditSettings()
+{
+    CSettingsDialog dialog(&m_Window, m_Settings, m_Editor.GetHost().GetSettings().GetRegistered());
+    if (dialog.exec() == QDialog::Accepted)
+    {
+        m_Settings.ApplyTo(m_Editor);
+        m_Editor.GetHost().SaveSettings();
+    }
+}

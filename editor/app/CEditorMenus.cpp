@@ -1,0 +1,55 @@
+#include "editor/app/CEditorMenus.h"
+
+#include "editor/app/CCommandList.h"
+#include "editor/app/CEditor.h"
+#include "editor/app/CPluginCommands.h"
+#include "editor/app/SEditorSettings.h"
+
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPoint>
+
+#include <vector>
+
+CEditorMenus::CEditorMenus(const SMenuParts& parts)
+    : m_Window(parts.window)
+    , m_Commands(parts.commands)
+    , m_Plugin(parts.plugin)
+    , m_File(parts.window,
+             parts.editor,
+             parts.documents,
+             parts.scripts,
+             parts.showState,
+             parts.onLevel)
+    , m_Edit(parts.window, parts.editor, parts.views, parts.settings, parts.showState)
+    , m_View(parts.editor, parts.views, parts.panel, parts.plugin, parts.settings.render)
+    , m_Level(parts.editor, parts.documents, parts.onLevel)
+    , m_Camera(parts.views, parts.plugin)
+    , m_Brush(parts.editor, parts.views, parts.plugin)
+{
+    QMenuBar& bar = *m_Window.menuBar();
+    m_File.AddTo(*bar.addMenu("&File"), m_Commands);
+    m_Edit.AddTo(*bar.addMenu("&Edit"), m_Commands);
+    QMenu* pView = bar.addMenu("&View");
+    m_View.AddTo(*pView, m_Commands);
+    m_View.AddDocks(*pView, m_Window);
+    m_Level.AddTo(*bar.addMenu("&Level"), m_Commands);
+    m_Camera.AddTo(*bar.addMenu("&Camera"), m_Commands);
+    m_Brush.AddTo(*bar.addMenu("&Brush"), m_Commands);
+    // Last, when all menus are there that the plug-in may want its own to lie in.
+    m_Plugin.AddMenus(m_Window, *bar.addMenu("&Tools"));
+    m_Plugin.AddToolBars(m_Window);
+    m_Commands.AddPluginActions([this](int32_t iAction) { m_Plugin.SendAction(iAction); });
+    m_Commands.ApplyKeys();
+}
+
+void CEditorMenus::ShowContextMenu(ViewId view, const QPoint& screen)
+{
+    std::vector<QAction*> more;
+    for (const char* pszId : {"camera.frame", "camera.frame_all", "view.wire", "edit.undo"})
+    {
+        more.push_back(m_Commands.Find(pszId));
+    }
+    m_Plugin.ShowContextMenu(m_Window, view, screen, more);
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "editor/app/CCameraCommands.h"
+#include "editor/app/CEditCommands.h"
+#include "editor/app/CFileCommands.h"
+#include "editor/app/CLevelCommands.h"
+#include "editor/app/CToolCommands.h"
+#include "editor/app/CViewCommands.h"
+#include "host/HostTypes.h"
+
+#include <functional>
+
+class QMainWindow;
+class QPoint;
+
+// What the commands of the menus work with; everything is borrowed and outlives them.
+struct SMenuParts
+{
+    QMainWindow& window;
+    CEditor& editor;
+    CCommandList& commands;
+    CViewArea& views;
+    CPanelDock& panel;
+    CDocumentActions& documents;
+    CScriptRunner& scripts;
+    CPluginCommands& plugin;
+    SEditorSettings& settings;
+    std::function<void()> showState; // title, menus, history or status may be others
+    std::function<void()> onLevel;   // another level is open, or it has another look
+};
+
+// The menu bar, toolbars, context menu and keys: which groups of commands there are, and where they
+// stand. A command is a row in the table of its group. Made once the plug-in is loaded and the
+// docks are there, owned by the window. UI thread.
+class CEditorMenus
+{
+public:
+    explicit CEditorMenus(const SMenuParts& parts);
+
+    // Of a view, at that place of the screen. Comes back when the menu has gone.
+    void ShowContextMenu(ViewId view, const QPoint& screen);
+
+private:
+    QMainWindow& m_Window;
+    CCommandList& m_Commands;
+    CPluginCommands& m_Plugin;
+    CFileCommands m_File;
+    CEditCommands m_Edit;
+    CViewCommands m_View;
+    CLevelCommands m_Level;
+    CCameraCommands m_Camera;
+    CToolCommands m_Brush;
+};

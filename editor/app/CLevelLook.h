@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+#include <cstdint>
+#include <string>
+
+class CEditor;
+class CViewArea;
+struct SRenderSettings;
+
+// Keeps what the views show in step with the open level: its material, the picture that they drape
+// over the terrain, and the piece of ground that they look at. Owned by the window, gone after the
+// views, which use the picture. UI thread.
+class CLevelLook
+{
+public:
+    // Borrowed. render: of all views, changed in place.
+    CLevelLook(CEditor& editor, SRenderSettings& render);
+    ~CLevelLook();
+    CLevelLook(const CLevelLook&) = delete;
+    CLevelLook& operator=(const CLevelLook&) = delete;
+
+    // Another level is open, or this one names another material or bitmap. pViews: null as long as
+    // there are none; the level is then framed at the first call with them.
+    void Follow(CViewArea* pViews);
+    // Frames the terrain when it lies elsewhere now, which only another extent does: one of another
+    // resolution is where it was.
+    void FrameOtherSize(CViewArea* pViews);
+
+private:
+    void FollowBitmap();
+
+    CEditor& m_Editor;
+    SRenderSettings& m_Render;
+    std::string m_BitmapName; // of the texture in m_Render; empty for none
+    uint64_t m_Framed = 0;    // generation of the document that the views have framed
+    SVec3 m_FramedSize;       // of its terrain
+};

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "editor/script/LoadScript.h"
+
+#include <functional>
+#include <string>
+
+class CEditor;
+class CEditorFace;
+class CStatusLine;
+class CViewArea;
+class QWidget;
+struct SRecoverable;
+
+// Plays scripts into the open level where a person sees it: the script answers in the place of
+// mouse and keys for as long as it takes. Owned by the window. UI thread.
+class CScriptRunner
+{
+public:
+    // Borrowed. window: of the message boxes. onPlayed: a script has come to its end.
+    CScriptRunner(QWidget& window,
+                  CEditor& editor,
+                  CEditorFace& face,
+                  CViewArea& views,
+                  CStatusLine& status,
+                  std::function<void()> onPlayed);
+
+    // A replay script, as far as it goes; the views show each step. strFault: one line when it was
+    // not played to its end.
+    EScriptEnd Play(const std::string& strPath, std::string& strFault);
+    // The steps that an interrupted run has left, and says how many of them were given back. False
+    // after a logged line when the level they stand on could not be opened.
+    bool Recover(const SRecoverable& entry);
+
+private:
+    void ReportRecovered(size_t nSteps, size_t nAll, const std::string& strFault);
+
+    QWidget& m_Window;
+    CEditor& m_Editor;
+    CEditorFace& m_Face;
+    CViewArea& m_Views;
+    CStatusLine& m_Status;
+    std::function<void()> m_OnPlayed;
+};

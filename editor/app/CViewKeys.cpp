@@ -1,0 +1,164 @@
+#include "editor/app/CViewKeys.h"
+
+#include "editor/app/KeyChords.h"
+#include "editor/app/SEditorSettings.h"
+#include "editor/app/SHandState.h"
+#include "editor/core/CKeyBindings.h"
+
+#include <QKeyEvent>
+
+#include <algorithm>
+#include <cstring>
+#include <iterator>
+#include <string>
+#include <utility>
+
+namespace
+{
+
+struct SFlyKey
+{
+    const char* pszName;
+    bool SFlyKeys::*pHeld;
+};
+
+constexpr SFlyKey FLY_KEYS[] = {
+    {"forward", &SFlyKeys::bForward},
+    {"back", &SFlyKeys::bBack},
+    {"left", &SFlyKeys::bLeft},
+    {"right", &SFlyKeys::bRight},
+    {"up", &SFlyKeys::bUp},
+    {"down", &SFlyKeys::bDown},
+};
+
+struct SStrokeKey
+{
+    const char* pszName;
+    bool SHandState::*pHeld;
+};
+
+constexpr SStrokeKey STROKE_KEYS[] = {
+    {"line", &SHandState::bLine},
+    {"join", &SHandState::bJoin},
+    {"raise", &SHandState::bRaise},
+    {"lower", &SHandState::bLower},
+};
+
+// A key that is held counts whatever modifiers come with it; its release always.
+bool IsHeldKey(const SKeyCommand* pCommand, const QKeyEvent& event)
+{
+    return pCommand != nullptr && pCommand->key.uKey != 0 &&
+           pCommand->key.uKey == static_cast<uint32_t>(event.key());
+}
+
+} // namespace
+
+CViewKeys::CViewKeys(const CKeyBindings& keys,
+                     const SEditorSettings& settings,
+                     SHandState& hand,
+                     std::function<void()> onFly)
+    : m_Keys(keys)
+    , m_Settings(settings)
+    , m_Hand(hand)
+    , m_OnFly(std::move(onFly))
+{
+}
+
+bool CViewKeys::Set(const QKeyEvent& event, bool bDown)
+{
+    return SetStrokeKey(event, bDown) || SetFlyKey(event, bDown);
+}
+
+bool CViewKeys::SetFlyKey(const QKeyEvent& event, bool bDown)
+{
+    m_FlyKeys.bFast = event.modifiers().testFlag(Qt::ShiftModifier);
+    SKeyChord chord = GetChord(event);
+    chord.uModifiers &= ~static_cast<uint32_t>(KEY_SHIFT);
+    for (const SFlyKey& key : FLY_KEYS)
+    {
+        const SKeyCommand* pCommand = m_Keys.FindById(std::string(FLY_COMMAND) + key.pszName);
+        const bool bSame = pCommand != nullptr && pCommand->key.uKey == chord.uKey &&
+                           (!bDown || pCommand->key == chord);
+        if (!bSame)
+        {
+            continue;
+        }
+        if (!event.isAutoRepeat())
+        {
+            m_FlyKeys.*key.pHeld = bDown && m_Settings.bKeyboardNavigation;
+            m_FlyClock.start();
+            m_OnFly();
+        }
+        return true;
+    }
+    return false;
+}
+
+bool CViewKeys::SetStrokeKey(const QKeyEvent& event, bool bDown)
+{
+    bool bTaken = false;
+    for (const SStrokeKey& key : STROKE_KEYS)
+    {
+        if (IsHeldKey(m_Keys.FindById(std::string(STROKE_COMMAND) + key.pszName), event))
+        {
+            if (!event.isAutoRepeat())
+            {
+                m_Hand.*key.pHeld = bDown;
+            }
+            bTaken = true;
+        }
+    }
+    if (IsHeldKey(m_Keys.FindById(std::string(STROKE_COMMAND) + "smooth"), event))
+    {
+        m_bSmooth = bDown;
+    }
+    return bTaken;
+}
+
+void CViewKeys::Release(bool bStroke)
+{
+    m_FlyKeys = {};
+    m_bSmooth = false;
+    if (bStroke)
+    {
+        for (const SStrokeKey& key : STROKE_KEYS)
+        {
+            m_Hand.*key.pHeld = false;
+        }
+    }
+}
+
+// Shift may have gone down while another window had the keyboard; and with a key that flies it
+// means faster.
+bool CViewKeys::IsSmoothing(Qt::KeyboardModifiers modifiers) const
+{
+    const SKeyCommand* pCommand = m_Keys.FindById(std::string(STROKE_COMMAND) + "smooth");
+    const bool bShift = pCommand != nullptr && pCommand->key.uKey == Qt::Key_Shift;
+    return (bShift ? modifiers.testFlag(Qt::ShiftModifier) : m_bSmooth) && !IsFlying();
+}
+
+bool CViewKeys::IsFlying() const
+{
+    return std::any_of(std::begin(FLY_KEYS),
+                       std::end(FLY_KEYS),
+                       [&](const SFlyKey& key) { return m_FlyKeys.*key.pHeld; });
+}
+
+bool CViewKeys::IsFlyKeyDown(const char* pszName) const
+{
+    return std::any_of(std::begin(FLY_KEYS),
+                       std::end(FLY_KEYS),
+                       [&](const SFlyKey& key)
+                       { return m_FlyKeys.*key.pHeld && std::strcmp(key.pszName, pszName) == 0; });
+}
+
+bool CViewKeys::TakeFlight(float& fSeconds)
+{
+    if (!IsFlying() || !m_FlyClock.isValid())
+    {
+        return false;
+    }
+    fSeconds = static_cast<float>(static_cast<double>(m_FlyClock.nsecsElapsed()) * 1e-9);
+    m_FlyClock.start();
+    return true;
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "editor/view/CViewNavigator.h"
+
+#include <QElapsedTimer>
+#include <Qt>
+
+#include <functional>
+
+class CKeyBindings;
+class QKeyEvent;
+struct SEditorSettings;
+struct SHandState;
+
+// The keys that act on a view as long as they are held: they fly its camera, and change what a
+// stroke does. Which keys they are is looked up at each event, so new bindings count at once. Owned
+// by the view. UI thread.
+class CViewKeys
+{
+public:
+    // Borrowed. hand: of all views of the window. onFly: the camera begins to fly, or ends.
+    CViewKeys(const CKeyBindings& keys,
+              const SEditorSettings& settings,
+              SHandState& hand,
+              std::function<void()> onFly);
+
+    // A key went down, or up again. True when it is one of these, and nobody else's.
+    bool Set(const QKeyEvent& event, bool bDown);
+    // The view has lost the keyboard. bStroke: no other view has it, which would see the keys of
+    // strokes released.
+    void Release(bool bStroke);
+
+    // As long as a key of this name is held: "forward", "back", "left", "right".
+    bool IsFlyKeyDown(const char* pszName) const;
+    // What a press would draw now smooths.
+    bool IsSmoothing(Qt::KeyboardModifiers modifiers) const;
+    // While the camera flies: the seconds since the key went down, or since the last call.
+    bool TakeFlight(float& fSeconds);
+
+    const SFlyKeys& GetFlyKeys() const { return m_FlyKeys; }
+
+private:
+    bool SetFlyKey(const QKeyEvent& event, bool bDown);
+    bool SetStrokeKey(const QKeyEvent& event, bool bDown);
+    bool IsFlying() const;
+
+    const CKeyBindings& m_Keys;
+    const SEditorSettings& m_Settings;
+    SHandState& m_Hand;
+    std::function<void()> m_OnFly;
+    SFlyKeys m_FlyKeys;
+    QElapsedTimer m_FlyClock;
+    bool m_bSmooth = false; // its key is held
+};

@@ -1,0 +1,75 @@
+#include "editor/app/CWindowLayout.h"
+
+#include "editor/app/CHistoryDock.h"
+#include "editor/app/CLightDock.h"
+#include "editor/app/CMessagesDock.h"
+#include "editor/app/CPanelDock.h"
+#include "editor/app/CPluginCommands.h"
+#include "editor/app/CProcessesDock.h"
+#include "editor/app/CViewArea.h"
+#include "editor/core/CEditorHost.h"
+
+#include <QMainWindow>
+#include <QSettings>
+
+namespace
+{
+
+constexpr int FIRST_WIDTH = 1280;
+constexpr int FIRST_HEIGHT = 800;
+constexpr int MESSAGE_LINES = 6;
+
+} // namespace
+
+CWindowLayout::CWindowLayout(const SLayoutParts& parts)
+    : m_Window(parts.window)
+    , m_Views(parts.views)
+    , m_pPanel(std::make_unique<CPanelDock>(&parts.window,
+                                            [&host = parts.host] { host.NotifyPanelClosed(); }))
+    , m_pHistory(new CHistoryDock(&parts.window,
+                                  parts.host.GetUndoStack(),
+                                  [&host = parts.host, showState = parts.showState](size_t nSteps)
+                                  {
+                                      host.GetInput().EndDrag();
+                                      host.GoToStep(nSteps);
+                                      showState();
+                                  }))
+    , m_pProcesses(new CProcessesDock(&parts.window,
+                                      parts.host.GetRegistry(),
+                                      [&plugin = parts.plugin](size_t iProcess)
+                                      { return plugin.RunProcess(iProcess); }))
+{
+    auto* pLight =
+        new CLightDock(&m_Window, parts.render, [&views = m_Views] { views.RequestFrames(); });
+    m_Window.setCentralWidget(&m_Views);
+    m_Window.setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowNestedDocks |
+                            QMainWindow::AllowTabbedDocks);
+    m_Window.addDockWidget(Qt::LeftDockWidgetArea, m_pPanel.get()); // as high as the window
+    m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pHistory);
+    m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pProcesses);
+    m_Window.addDockWidget(Qt::RightDockWidgetArea, pLight);
+    m_Window.addDockWidget(Qt::BottomDockWidgetArea, &parts.messages);
+    m_Window.tabifyDockWidget(m_pHistory, m_pProcesses);
+    m_Window.tabifyDockWidget(m_pProcesses, pLight);
+    m_pHistory->raise();
+    m_Window.resizeDocks(
+        {&parts.messages}, {m_Window.fontMetrics().height() * MESSAGE_LINES}, Qt::Vertical);
+}
+
+CWindowLayout::~CWindowLayout() = default;
+
+void CWindowLayout::Restore(const std::string& strFile)
+{
+    m_Views.setSizes({FIRST_WIDTH / 2, FIRST_WIDTH / 4});
+    m_Window.resize(FIRST_WIDTH, FIRST_HEIGHT);
+    const QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
+    m_Window.restoreGeometry(file.value("window/geometry").toByteArray());
+    m_Window.restoreState(file.value("window/state").toByteArray());
+}
+
+void CWindowLayout::Save(const std::string& strFile) const
+{
+    QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
+    file.setValue("window/geometry", m_Window.saveGeometry());
+    file.setValue("window/state", m_Window.saveState());
+}

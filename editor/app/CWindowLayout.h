@@ -1,0 +1,57 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+class CEditorHost;
+class CHistoryDock;
+class CMessagesDock;
+class CPanelDock;
+class CPluginCommands;
+class CProcessesDock;
+class CViewArea;
+class QMainWindow;
+struct SRenderSettings;
+
+// What a layout arranges and what its docks work with; everything is borrowed and outlives it.
+struct SLayoutParts
+{
+    QMainWindow& window;
+    CViewArea& views;
+    CMessagesDock& messages;
+    CEditorHost& host;
+    CPluginCommands& plugin;
+    SRenderSettings& render;         // the light dock changes it
+    std::function<void()> showState; // the history was stepped through
+};
+
+// Where everything stands in the window: makes the docks around the views, and keeps from run to
+// run how a person has arranged them. Made once the plug-in is loaded, owned by the window, gone
+// before the views and the plug-in. UI thread.
+class CWindowLayout
+{
+public:
+    explicit CWindowLayout(const SLayoutParts& parts);
+    ~CWindowLayout(); // the panel in its dock is the plug-in's code and goes here
+    CWindowLayout(const CWindowLayout&) = delete;
+    CWindowLayout& operator=(const CWindowLayout&) = delete;
+
+    // Once menus, toolbars and views are there. strFile: an INI file; what it does not say gets
+    // its first place and size.
+    void Restore(const std::string& strFile);
+    void Save(const std::string& strFile) const;
+
+    CPanelDock& GetPanel() { return *m_pPanel; }
+
+    CHistoryDock& GetHistory() { return *m_pHistory; }
+
+    CProcessesDock& GetProcesses() { return *m_pProcesses; }
+
+private:
+    QMainWindow& m_Window;
+    CViewArea& m_Views;
+    std::unique_ptr<CPanelDock> m_pPanel;
+    CHistoryDock* m_pHistory; // these are the window's
+    CProcessesDock* m_pProcesses;
+};

@@ -1,0 +1,85 @@
+#include "editor/core/CHostHistory.h"
+
+#include "editor/core/CChangeCount.h"
+#include "editor/core/CHostInput.h"
+#include "editor/core/CHostObservers.h"
+#include "editor/core/CPluginRegistry.h"
+#include "host/IPlugin.h"
+#include "host/IPluginPainting.h"
+
+#include <utility>
+
+namespace
+{
+
+constexpr size_t BYTES_OF_A_VERTEX = 9; // in an undo record: two heights, and where they are
+
+} // namespace
+
+CHostHistory::CHostHistory(const CPluginRegistry& registry,
+                           CHostInput& input,
+                           CHostObservers& observers,
+                           CChangeCount& changes)
+    : m_Registry(registry)
+    , m_Input(input)
+    , m_Observers(observers)
+    , m_Changes(changes)
+{
+    m_Stack.SetListener(this);
+}
+
+void CHostHistory::Add(CUndo* pUndo, std::string strText)
+{
+    m_Changes.Follow();
+    if (m_Stack.Add(pUndo, std::move(strText), m_Changes.GetCount() * BYTES_OF_A_VERTEX))
+    {
+        m_Observers.Tell({.eKind = EHostEvent::UndoAdded});
+    }
+    m_Changes.Clear();
+}
+
+bool CHostHistory::Undo()
+{
+    bool bUndone = false;
+    m_Input.Guard("CEditorHost::Undo", [&] { bUndone = m_Stack.Undo(); });
+    return bUndone;
+}
+
+bool CHostHistory::Redo()
+{
+    bool bRedone = false;
+    m_Input.Guard("CEditorHost::Redo", [&] { bRedone = m_Stack.Redo(); });
+    return bRedone;
+}
+
+bool CHostHistory::GoToStep(size_t nPosition)
+{
+    bool bThere = false;
+    m_Input.Guard("CEditorHost::GoToStep", [&] { bThere = m_Stack.GoTo(nPosition); });
+    return bThere;
+}
+
+void CHostHistory::StepPaint(bool bRedo)
+{
+    const SHostEvent event = {.eKind = bRedo ? EHostEvent::PaintRedo : EHostEvent::PaintUndo};
+    if (auto* pPainting = m_Registry.FindInterface<IPluginPainting>())
+    {
+        bool bStepped = false;
+        m_Observers.TellBefore(event);
+        m_Input.Guard("CEditorHost::StepPaint", [&] { bStepped = pPainting->StepPaint(bRedo); });
+        if (bStepped)
+        {
+            m_Observers.Tell(event);
+        }
+    }
+}
+
+void CHostHistory::OnBeforeStep(bool bRedo)
+{
+    m_Observers.TellBefore({.eKind = bRedo ? EHostEvent::Redo : EHostEvent::Undo});
+}
+
+void CHostHistory::OnStep(bool bRedo)
+{
+    m_Observers.Tell({.eKind = bRedo ? EHostEvent::Redo : EHostEvent::Undo});
+}

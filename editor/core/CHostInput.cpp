@@ -1,0 +1,205 @@
+#include "editor/core/CHostInput.h"
+
+#include "editor/core/CChangeCount.h"
+#include "editor/core/CHostObservers.h"
+#include "editor/core/CPluginRegistry.h"
+#include "framework/core/IFrontEnd.h"
+#include "host/IPlugin.h"
+#include "host/IPluginStrokes.h"
+#include "host/Log.h"
+
+#include <utility>
+
+namespace
+{
+
+constexpr uint32_t LAST_LOCAL_COMMAND = 0xFF; // a plug-in's commands differ in the low byte
+
+} // namespace
+
+CHostInput::CHostInput(const CPluginRegistry& registry,
+                       CHostObservers& observers,
+                       CChangeCount& changes)
+    : m_Registry(registry)
+    , m_Observers(observers)
+    , m_Changes(changes)
+{
+}
+
+template <typename TSend>
+void CHostInput::SendEvent(const char* pszOperation, const SHostEvent& event, TSend send)
+{
+    m_Observers.TellBefore(event);
+    const SHostEvent outer = std::exchange(m_Event, event);
+    Guard(pszOperation,
+          [&]
+          {
+              for (IPlugin* pPlugin : m_Registry.GetInput())
+              {
+                  send(*pPlugin);
+              }
+          });
+    const SHostEvent done = std::exchange(m_Event, outer); // with the point that was hit
+    m_Changes.Follow();
+    m_Observers.Tell(done);
+}
+
+void CHostInput::SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock& block)
+{
+    if (m_DragView != view)
+    {
+        EndDrag();
+    }
+    m_DragView = view;
+    m_DragPoint = block;
+    m_Changes.Start();
+    SendEvent("CEditorHost::SendButtonDown",
+              {.eKind = EHostEvent::ButtonDown, .view = view, .uFlags = uFlags},
+              [&](IPlugin& plugin)
+              { plugin.OnLButtonDown(view, uFlags, block.x, block.y, block.dx, block.dy); });
+}
+
+void CHostInput::SendMouseMove(ViewId view,
+                               uint32_t uFlags,
+                               const SPointBlock& point,
+                               const SWheelBlock& wheel,
+                               const SStepBlock& step)
+{
+    if (IsDragging() && m_DragView != view)
+    {
+        return;
+    }
+    m_DragPoint = {point.x, point.y, step.dx, step.dy};
+    SendEvent("CEditorHost::SendMouseMove",
+              {.eKind = EHostEvent::MouseMove,
+               .view = view,
+               .uFlags = uFlags,
+               .step = step,
+               .iWheel = wheel.wheel},
+              [&](IPlugin& plugin)
+              {
+                  plugin.OnMouseMove(
+                      view, uFlags, point.x, point.y, wheel.wheel, wheel.buttons, step.dx, step.dy);
+              });
+}
+
+void CHostInput::SendButtonUp(ViewId view, uint32_t uFlags, const SButtonBlock& block)
+{
+    if (IsDragging() && m_DragView != view)
+    {
+        EndDrag();
+        return;
+    }
+    FinishDrag(view, uFlags, block);
+}
+
+void CHostInput::FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& block)
+{
+    const bool bDragging = IsDragging();
+    m_DragView = NO_VIEW;
+    SendEvent("CEditorHost::SendButtonUp",
+              {.eKind = EHostEvent::ButtonUp, .view = view, .uFlags = uFlags},
+              [&](IPlugin& plugin)
+              { plugin.OnLButtonUp(view, uFlags, block.x, block.y, block.dx, block.dy); });
+    if (bDragging)
+    {
+        GetFrontEnd().ReleaseCapture(); // the mode took it, and gives it back only as it likes
+    }
+}
+
+void CHostInput::EndDrag()
+{
+    if (IsDragging())
+    {
+        FinishDrag(m_DragView, 0, m_DragPoint);
+    }
+}
+
+void CHostInput::OnNoMemory(const char* pszOperation)
+{
+    auto* pStrokes = m_Registry.FindInterface<IPluginStrokes>();
+    const bool bDropped = pStrokes != nullptr && pStrokes->DropDrag();
+    CrashLog(
+        "[%s] not enough memory%s\n", pszOperation, bDropped ? "; the stroke is taken back" : "");
+    if (IsDragging())
+    {
+        // What else began with the press is ended by its release; a dropped one ignores it.
+        const ViewId view = std::exchange(m_DragView, NO_VIEW);
+        const SButtonBlock& at = m_DragPoint;
+        Guard(pszOperation,
+              [&]
+              {
+                  for (IPlugin* pPlugin : m_Registry.GetInput())
+                  {
+                      pPlugin->OnLButtonUp(view, 0, at.x, at.y, at.dx, at.dy);
+                  }
+              });
+        GetFrontEnd().ReleaseCapture();
+    }
+    if (bDropped)
+    {
+        m_Observers.Tell({.eKind = EHostEvent::DragDropped});
+    }
+}
+
+void CHostInput::SendAction(ViewId view, int32_t iAction, uint32_t uCount)
+{
+    SendEvent("CEditorHost::SendAction",
+              {.eKind = EHostEvent::Action, .view = view, .iAction = iAction, .uCount = uCount},
+              [&](IPlugin& plugin) { plugin.OnAction(view, iAction, uCount); });
+}
+
+bool CHostInput::SendCommand(uint32_t uCommand)
+{
+    IPlugin* pTarget = nullptr;
+    uint32_t uLocal = 0;
+    for (IPlugin* pPlugin : m_Registry.GetInput())
+    {
+        uint32_t uHandle = 0;
+        pPlugin->GetActionHandle(&uHandle);
+        const bool bOwn = uCommand - uHandle >= 1 && uCommand - uHandle <= LAST_LOCAL_COMMAND;
+        if (bOwn && pTarget == nullptr)
+        {
+            pTarget = pPlugin;
+            uLocal = uCommand - uHandle;
+        }
+    }
+    if (pTarget == nullptr)
+    {
+        return false;
+    }
+    SendEvent("CEditorHost::SendCommand",
+              {.eKind = EHostEvent::Command, .uCommand = uCommand},
+              [&](IPlugin& plugin)
+              {
+                  if (&plugin == pTarget)
+                  {
+                      plugin.OnCommand(static_cast<int32_t>(uLocal));
+                  }
+              });
+    return true;
+}
+
+void CHostInput::Notify(int32_t iCode)
+{
+    Guard("CEditorHost::NotifyPlugins",
+          [&]
+          {
+              for (IPlugin* pPlugin : m_Registry.GetInput())
+              {
+                  pPlugin->OnHostNotify(iCode, 0);
+              }
+          });
+}
+
+bool CHostInput::IsMouseEvent() const
+{
+    return m_Event.eKind == EHostEvent::ButtonDown || m_Event.eKind == EHostEvent::MouseMove ||
+           m_Event.eKind == EHostEvent::ButtonUp;
+}
+
+void CHostInput::NoteHit(const SVec3& hit)
+{
+    m_Event.bHit = true;
+    m_Event.hit = hit;
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "editor/core/IHostObserver.h"
+#include "host/EditorHost.h"
+
+#include <cstdint>
+#include <new>
+
+class CChangeCount;
+class CHostObservers;
+class CPluginRegistry;
+
+// The way of all input to the plug-ins: to each one that is listed for input, which gives it to the
+// mode manager. The observers are told before and after; events may happen inside one another.
+// Keeps to which view a drag belongs, and ends what a plug-in has no memory for. Lines in the log
+// name CEditorHost, who owns it. UI thread.
+class CHostInput
+{
+public:
+    // Borrowed. changes: started at each press, up to date after each event.
+    CHostInput(const CPluginRegistry& registry, CHostObservers& observers, CChangeCount& changes);
+
+    // x, y: view pixels; dx, dy: pixels since the last event. A drag belongs to the view it began
+    // in: other views hear nothing of the mouse until it ends, a press in one of them ends it
+    // first, and a release there counts as its own.
+    void SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock& block);
+    void SendMouseMove(ViewId view,
+                       uint32_t uFlags,
+                       const SPointBlock& point,
+                       const SWheelBlock& wheel,
+                       const SStepBlock& step);
+    void SendButtonUp(ViewId view, uint32_t uFlags, const SButtonBlock& block);
+    void SendAction(ViewId view, int32_t iAction, uint32_t uCount);
+    // Runs a plug-in's command by its global number. False when it is no plug-in's.
+    bool SendCommand(uint32_t uCommand);
+    // As IPlugin::OnHostNotify; no event, so no observer hears of it.
+    void Notify(int32_t iCode);
+
+    // Sends the release of a button that is held, where the cursor was last: the capture is lost,
+    // the level goes away, or the mode is left. The mouse is free afterwards.
+    void EndDrag();
+
+    // The plug-ins go: nothing is sent to them any more.
+    void ForgetDrag() { m_DragView = NO_VIEW; }
+
+    bool IsDragging() const { return m_DragView != NO_VIEW; }
+
+    // The plug-ins are at an event of the mouse at present.
+    bool IsMouseEvent() const;
+    // What a plug-in is told of the ground under the cursor becomes a part of the event it is at.
+    void NoteHit(const SVec3& hit);
+
+    // Does work that calls plug-ins or needs much memory. False, with one logged line that begins
+    // with the operation, when there was not enough: a drag that ran is then over and its heights
+    // are those of before it. Whatever else the work changed is its own to put back.
+    template <typename TWork> bool Guard(const char* pszOperation, TWork work)
+    {
+        try
+        {
+            work();
+            return true;
+        }
+        catch (const std::bad_alloc&)
+        {
+            OnNoMemory(pszOperation);
+            return false;
+        }
+    }
+
+private:
+    template <typename TSend>
+    void SendEvent(const char* pszOperation, const SHostEvent& event, TSend send);
+    void FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& block);
+    void OnNoMemory(const char* pszOperation);
+
+    const CPluginRegistry& m_Registry;
+    CHostObservers& m_Observers;
+    CChangeCount& m_Changes;
+    SHostEvent m_Event;          // the one that the plug-ins see at present
+    ViewId m_DragView = NO_VIEW; // the view a button is held in
+    SButtonBlock m_DragPoint;    // where the cursor was last during that drag
+};

@@ -1,0 +1,112 @@
+#include "editor/core/CHostLevel.h"
+
+#include "editor/core/CChangeCount.h"
+#include "editor/core/CHostInput.h"
+#include "editor/core/CHostObservers.h"
+#include "editor/core/CPluginRegistry.h"
+#include "editor/core/CUndoStack.h"
+#include "engine/world/CWorld.h"
+#include "host/IPlugin.h"
+
+#include <utility>
+
+CHostLevel::CHostLevel(CWorld& world,
+                       CUndoStack& stack,
+                       const CPluginRegistry& registry,
+                       CHostInput& input,
+                       CHostObservers& observers,
+                       CChangeCount& changes,
+                       const std::string& strScratch)
+    : m_World(world)
+    , m_Stack(stack)
+    , m_Registry(registry)
+    , m_Input(input)
+    , m_Observers(observers)
+    , m_Changes(changes)
+    , m_Heights(world, stack, *this, strScratch)
+{
+}
+
+bool CHostLevel::New(uint32_t uCells, const SVec3& size)
+{
+    Prepare();
+    const bool bMade = m_World.CreateTerrain(uCells, uCells, size);
+    if (bMade)
+    {
+        Finish();
+    }
+    return bMade;
+}
+
+bool CHostLevel::Open(const char* pszPath)
+{
+    Prepare();
+    const bool bOpen = m_World.OpenTerrain(pszPath);
+    if (bOpen)
+    {
+        Finish();
+    }
+    return bOpen;
+}
+
+void CHostLevel::Take(SHeightField&& field)
+{
+    Prepare();
+    m_World.TakeTerrain(std::move(field));
+    Finish();
+}
+
+void CHostLevel::Prepare()
+{
+    m_Input.EndDrag();
+    for (IPlugin* pPlugin : m_Registry.GetInput())
+    {
+        pPlugin->ReleaseWorldResources();
+    }
+}
+
+void CHostLevel::Finish()
+{
+    m_Stack.Clear(); // the records belong to the terrain that is gone
+    m_Heights.SetSaved();
+    m_Input.Notify(NOTIFY_LEVEL_CHANGED);
+    m_Observers.Tell({.eKind = EHostEvent::LevelChanged});
+}
+
+void CHostLevel::TellReloaded()
+{
+    m_Input.Notify(NOTIFY_LEVEL_CHANGED);
+    if (!m_bReplaced)
+    {
+        // The file may have other heights all the same.
+        m_Observers.Tell({.eKind = EHostEvent::TerrainReloaded});
+    }
+}
+
+bool CHostLevel::IsTerrainHeld() const
+{
+    return m_Input.IsDragging();
+}
+
+void CHostLevel::OnBeforeReplacement(bool bByPlugin)
+{
+    m_bReplaced = false;
+    if (bByPlugin)
+    {
+        m_Input.EndDrag(); // what it holds for a drag it is using itself at present
+        return;
+    }
+    Prepare();
+}
+
+void CHostLevel::OnReplaced(bool bNewStep)
+{
+    m_bReplaced = true;
+    m_Changes.Clear(); // of the terrain that is gone
+    if (bNewStep)
+    {
+        m_Observers.Tell({.eKind = EHostEvent::UndoAdded});
+    }
+    m_Input.Notify(NOTIFY_LEVEL_CHANGED);
+    m_Observers.Tell({.eKind = EHostEvent::TerrainReloaded});
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "editor/core/CLevelHeights.h"
+#include "host/HostTypes.h"
+
+#include <cstdint>
+#include <string>
+
+class CChangeCount;
+class CHostInput;
+class CHostObservers;
+class CPluginRegistry;
+class CUndoStack;
+class CWorld;
+
+// Has the plug-ins and the observers go along when the level or its terrain becomes another one: a
+// drag that runs is ended and the plug-ins let go of the world before, and they are told
+// afterwards. Owned by CEditorHost. UI thread.
+class CHostLevel : private ITerrainKeeper
+{
+public:
+    // Borrowed. strScratch: as for CLevelHeights.
+    CHostLevel(CWorld& world,
+               CUndoStack& stack,
+               const CPluginRegistry& registry,
+               CHostInput& input,
+               CHostObservers& observers,
+               CChangeCount& changes,
+               const std::string& strScratch);
+    CHostLevel(const CHostLevel&) = delete;
+    CHostLevel& operator=(const CHostLevel&) = delete;
+
+    // A new flat level, or the level of a ".height" file; the undo stack is then empty. False with
+    // one logged line; the level before stays.
+    bool New(uint32_t uCells, const SVec3& size);
+    bool Open(const char* pszPath);
+    // A level with these heights, which must be valid ones (see CTerrain), and no file.
+    void Take(SHeightField&& field);
+
+    // A plug-in has had the height map read again and wants everybody to see it.
+    void TellReloaded();
+
+    // The open level's heights as a whole, and what its file holds of them.
+    CLevelHeights& GetHeights() { return m_Heights; }
+
+private:
+    void Prepare();
+    void Finish();
+
+    // ITerrainKeeper
+    bool IsTerrainHeld() const override;
+    void OnBeforeReplacement(bool bByPlugin) override;
+    void OnReplaced(bool bNewStep) override;
+
+    CWorld& m_World;
+    CUndoStack& m_Stack;
+    const CPluginRegistry& m_Registry;
+    CHostInput& m_Input;
+    CHostObservers& m_Observers;
+    CChangeCount& m_Changes;
+    CLevelHeights m_Heights;
+    bool m_bReplaced = false; // by the last reload, and the observers have been told
+};

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "engine/elevation/HeightExport.h"
+#include "engine/elevation/SImportOptions.h"
+
+#include <string>
+#include <vector>
+
+class CEditorHost;
+class CLevelDocument;
+
+// What a level gives and takes of other formats.
+
+enum class EImportAs
+{
+    NewLevel,
+    ThisLevel,
+};
+
+// A level without a file from a height map of another format, which counts as modified; or, for
+// ThisLevel and where one is open, other heights for it, as one step of its undo stack. lines:
+// what was assumed and what may disappoint, for the user. False after one logged line, and the
+// level is then as it was.
+bool ImportLevel(CEditorHost& host,
+                 CLevelDocument& document,
+                 const char* pszPath,
+                 const SImportOptions& options,
+                 EImportAs eAs,
+                 std::vector<std::string>& lines);
+
+// In two steps, so that the plan's lines can be shown before anything is written. False after one
+// logged line.
+bool PlanLevelExport(CEditorHost& host,
+                     const char* pszPath,
+                     const SExportOptions& options,
+                     SExportPlan& plan);
+bool ExportLevel(CEditorHost& host, const char* pszPath, const SExportPlan& plan);
