@@ -1,31 +1,31 @@
 #include "parser/CTCParse.h"
 
 #include "host/FileSystem.h"
+#include "host/Log.h"
 
+#include <algorithm>
 #include <chrono>
-#include <cstring>
+#include <climits>
+#include <cstdarg>
+#include <cstdio>
 #include <memory>
-#include <new>
-#include <utility>
 
-// Behind the text: the reader of names takes a whole buffer's length at a time.
-static constexpr size_t TEXT_PADDING = CTCPARSE_KEYWORD::NAME_BYTES;
+static constexpr size_t MESSAGE_BYTES = 8192;
+static constexpr size_t LONGEST_LINE_BYTES = INT_MAX / 2; // a precision is an int
 
 static double g_fTotalSeconds = 0.0;
 
 CTCParse::CTCParse(const char* pszPath, bool bDebug)
     : m_bDebug(bDebug)
     , m_strFileName(pszPath)
+    , m_Reader(*this)
+    , m_bLoaded(m_Reader.Load(pszPath))
+    , m_Constants(m_Reader, *this)
+    , m_Variables(m_Reader, *this)
+    , m_Values(m_Reader, m_Constants, m_Variables, *this)
+    , m_Directives(m_Reader, m_Constants, m_Values, *this)
+    , m_Calls(m_Reader, m_Values, *this)
 {
-    m_bLoaded = Load();
-    if (!m_bLoaded)
-    {
-        m_Text = std::make_unique<char[]>(TEXT_PADDING);
-        m_pEnd = m_Text.get();
-    }
-    m_pCursor = m_Text.get();
-    m_pCounted = m_pCursor;
-
     m_strDirectory = fs::root_path(pszPath);
     const size_t nSeparator = m_strDirectory.find_last_of("/\\");
     m_strDirectory.resize(nSeparator != std::string::npos ? nSeparator + 1 : 0);
@@ -33,27 +33,24 @@ CTCParse::CTCParse(const char* pszPath, bool bDebug)
 
 CTCParse::~CTCParse() = default;
 
-bool CTCParse::Load()
+void CTCParse::Error(const char* pszFormat, ...)
 {
-    fs::file file;
-    if (!file.open(m_strFileName.c_str(), fs::mode_read))
+    char szMessage[MESSAGE_BYTES];
+    va_list arguments;
+    va_start(arguments, pszFormat);
+    vsnprintf(szMessage, sizeof(szMessage), pszFormat, arguments);
+    va_end(arguments);
+
+    if (m_pErrorListener != nullptr)
     {
-        return false;
+        m_pErrorListener->Error("%s", szMessage);
     }
-    const uint64_t nLength = file.length();
-    if (nLength > SIZE_MAX / 2)
-    {
-        return false;
-    }
-    m_Text.reset(new (std::nothrow) char[nLength + TEXT_PADDING]);
-    if (m_Text == nullptr || file.read(m_Text.get(), nLength) != nLength)
-    {
-        return false;
-    }
-    m_pEnd = m_Text.get() + nLength;
-    memset(m_Text.get() + nLength, 0, TEXT_PADDING);
-    file.close();
-    return true;
+    CrashLog("[CTCParse] ");
+    CrashLog("%s", szMessage);
+    CrashLog(": in file '%s' in line %d\n", m_strFileName.c_str(), m_Reader.GetLine());
+    const std::string_view line = m_Reader.GetLineText();
+    CrashLog("%.*s", static_cast<int>(std::min(line.size(), LONGEST_LINE_BYTES)), line.data());
+    CrashLog("\n");
 }
 
 CTCPARSE_KEYWORD* CTCParse::Parse(int32_t* pError)
@@ -64,7 +61,7 @@ CTCPARSE_KEYWORD* CTCParse::Parse(int32_t* pError)
     std::unique_ptr<CTCPARSE_KEYWORD> pNodes(ReadBlock(vocabulary, pError));
     if (m_pOutline != nullptr)
     {
-        m_pOutline->strText.assign<const char*>(m_Text.get(), m_pEnd);
+        m_pOutline->strText = m_Reader.GetText();
         m_pOutline->declarations = std::move(vocabulary.declarations);
     }
     const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start;
@@ -75,4 +72,128 @@ CTCPARSE_KEYWORD* CTCParse::Parse(int32_t* pError)
 double CTCParse::GetTotalSeconds()
 {
     return g_fTotalSeconds;
+}
+
+CTCPARSE_KEYWORD* CTCParse::ReadBlock(SVocabulary& vocabulary, int32_t* pError)
+{
+    CTCParseTree tree;
+    size_t iStart = 0; // of the statement
+    while (*pError == 0 && !m_Reader.SkipSpace())
+    {
+        iStart = m_Reader.GetPosition();
+        const int nChar = m_Reader.GetChar();
+        switch (nChar)
+        {
+        case '$':
+            m_Directives.ReadConstDef(pError);
+            break;
+        case '!':
+            if (const auto pFileName =
+                    m_Directives.ReadDeclaration(vocabulary.declarations, pError))
+            {
+                tree.Append(Include(*pFileName, vocabulary, pError));
+            }
+            break;
+        case '}':
+            if (!tree.CloseBlock())
+            {
+                Fail(pError, "unexpected closing curly bracket");
+            }
+            break;
+        default:
+            m_Reader.UngetChar(nChar);
+            ReadCall(vocabulary.declarations, tree, pError);
+            break;
+        }
+    }
+    NoteEnd(iStart, tree.GetDepth());
+    return tree.Release();
+}
+
+void CTCParse::ReadCall(const CTCParseNameList& declarations, CTCParseTree& tree, int32_t* pError)
+{
+    m_Arguments.clear();
+    auto* pArguments = m_pOutline != nullptr ? &m_Arguments : nullptr;
+    CTCPARSE_KEYWORD* pCall = m_Calls.ReadCall(declarations, pArguments, pError);
+    if (pCall == nullptr)
+    {
+        return;
+    }
+    tree.Append(pCall);
+    if (m_pOutline != nullptr && tree.GetDepth() == 0)
+    {
+        m_pOutline->calls.push_back({pCall, m_Arguments});
+    }
+    ReadAfterCall(*pCall, tree, pError);
+}
+
+void CTCParse::ReadAfterCall(CTCPARSE_KEYWORD& call, CTCParseTree& tree, int32_t* pError)
+{
+    const int nChar = m_Reader.NextChar();
+    switch (nChar)
+    {
+    case '{':
+        if (tree.GetDepth() == BLOCK_DEPTH_LIMIT)
+        {
+            Fail(pError, "block depth limit exceeded");
+            break;
+        }
+        tree.OpenBlock(call);
+        break;
+    case ';':
+        // No failure: files written by hand have it.
+        Error("its not c!");
+        break;
+    default:
+        m_Reader.UngetChar(nChar);
+        break;
+    }
+}
+
+CTCPARSE_KEYWORD*
+CTCParse::Include(const CTCPARSE_STRING& fileName, SVocabulary& vocabulary, int32_t* pError)
+{
+    if (m_bDebug)
+    {
+        CrashLog("[parser debug] including file: %s\n", fileName.value);
+    }
+    if (m_nIncludeDepth == INCLUDE_DEPTH_LIMIT)
+    {
+        Fail(pError, "include depth limit exceeded");
+        return nullptr;
+    }
+    if (++vocabulary.nIncludes > INCLUDE_COUNT_LIMIT)
+    {
+        Fail(pError, "include count limit exceeded");
+        return nullptr;
+    }
+    // A name with a folder is meant relative to this file, a bare name is not.
+    std::string strPath = fileName.value;
+    if (strPath.find_first_of("/\\") != std::string::npos)
+    {
+        strPath.insert(0, m_strDirectory);
+    }
+    CTCParse included(strPath.c_str(), m_bDebug);
+    included.m_nIncludeDepth = m_nIncludeDepth + 1;
+    included.m_pErrorListener = this;
+    included.SetCallbacks(m_Variables.GetCallbacks());
+    included.m_Constants.TakeFrom(m_Constants);
+    CTCPARSE_KEYWORD* pNodes = included.ReadBlock(vocabulary, pError);
+    included.m_Constants.CopyTo(m_Constants);
+    return pNodes;
+}
+
+void CTCParse::NoteEnd(size_t iStart, size_t nOpenBlocks)
+{
+    if (m_pOutline == nullptr)
+    {
+        return;
+    }
+    const CTCParseIncludes& includes = m_Directives.GetIncludes();
+    m_pOutline->includes = includes.GetNames();
+    // What stands behind the start of a name without its closing quote is part of that name.
+    const bool bCutOff = includes.IsCutOff();
+    m_pOutline->iEnd = bCutOff ? iStart : m_Reader.GetPosition();
+    m_pOutline->bOpenComment = m_Reader.EndsInComment() && !bCutOff;
+    m_pOutline->nOpenBlocks = nOpenBlocks;
 }

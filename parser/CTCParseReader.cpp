@@ -1,24 +1,57 @@
-#include "parser/CTCParse.h"
-#include "parser/TCParseCharacters.h"
+#include "parser/CTCParseReader.h"
+
+#include "host/FileSystem.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
+#include <new>
 
-bool CTCParse::SkipSpace()
+// Behind the text: words are taken a whole buffer's length at a time.
+static constexpr size_t TEXT_PADDING = CTCPARSE_KEYWORD::NAME_BYTES;
+
+static bool IsLineBreak(char cChar)
 {
-    do
+    return cChar == '\n' || cChar == '\r';
+}
+
+CTCParseReader::CTCParseReader(ITCParseErrors& errors)
+    : m_Errors(errors)
+    , m_Text(std::make_unique<char[]>(TEXT_PADDING))
+    , m_pEnd(m_Text.get())
+    , m_pCursor(m_Text.get())
+    , m_pCounted(m_Text.get())
+{
+}
+
+bool CTCParseReader::Load(const char* pszPath)
+{
+    fs::file file;
+    if (!file.open(pszPath, fs::mode_read))
     {
-        // The byte behind the text is no blank.
-        while (TCParseIs(*m_pCursor, TCPARSE_SPACE))
-        {
-            ++m_pCursor;
-        }
-    } while (*m_pCursor == '/' && SkipComment());
-    return m_pCursor == m_pEnd;
+        return false;
+    }
+    const uint64_t nLength = file.length();
+    if (nLength > SIZE_MAX / 2)
+    {
+        return false;
+    }
+    std::unique_ptr<char[]> text(new (std::nothrow) char[nLength + TEXT_PADDING]);
+    if (text == nullptr || file.read(text.get(), nLength) != nLength)
+    {
+        return false;
+    }
+    memset(text.get() + nLength, 0, TEXT_PADDING);
+    m_Text = std::move(text);
+    m_pEnd = m_Text.get() + nLength;
+    m_pCursor = m_Text.get();
+    m_pCounted = m_pCursor;
+    file.close();
+    return true;
 }
 
 // At a '/'. False, and nothing skipped, when it begins no comment.
-bool CTCParse::SkipComment()
+bool CTCParseReader::SkipComment()
 {
     const char* pBody = m_pCursor + 2;
     if (m_pCursor[1] == '/')
@@ -39,13 +72,7 @@ bool CTCParse::SkipComment()
     return false;
 }
 
-int CTCParse::NextChar()
-{
-    SkipSpace();
-    return GetChar();
-}
-
-int CTCParse::ReadWord(NameBuffer& szWord)
+int CTCParseReader::ReadWord(NameBuffer& szWord)
 {
     constexpr size_t MOST = sizeof(NameBuffer) - 1;
     const char* pStart = m_pCursor;
@@ -70,13 +97,13 @@ int CTCParse::ReadWord(NameBuffer& szWord)
     }
     if (TCParseIs(*m_pCursor, TCPARSE_WORD))
     {
-        Error("word limit exceeded");
+        m_Errors.Error("word limit exceeded");
         return 1;
     }
     return m_pCursor != m_pEnd ? 0 : -1;
 }
 
-void CTCParse::MakeLower(NameBuffer& szWord)
+void CTCParseReader::MakeLower(NameBuffer& szWord)
 {
     // Words consist of digits (0x30 to 0x39), letters (0x41 to 0x5A, 0x61 to 0x7A) and '_' (0x5F):
     // every byte with 0x40 becomes lower case with 0x20, except '_', whose low five bits are set.
@@ -90,4 +117,29 @@ void CTCParse::MakeLower(NameBuffer& szWord)
         uBytes |= uLetters & ~uUnderlines;
         memcpy(szWord + i, &uBytes, sizeof(uBytes));
     }
+}
+
+std::string_view CTCParseReader::GetText() const
+{
+    return {m_Text.get(), static_cast<size_t>(m_pEnd - m_Text.get())};
+}
+
+std::string_view CTCParseReader::GetLineText() const
+{
+    const char* pLine = m_pCursor;
+    while (pLine != m_Text.get() && !IsLineBreak(pLine[-1]))
+    {
+        --pLine;
+    }
+    const char* pLineEnd =
+        std::find_if(pLine, m_pEnd, [](char cChar) { return IsLineBreak(cChar) || cChar == '\0'; });
+    return {pLine, static_cast<size_t>(pLineEnd - pLine)};
+}
+
+int CTCParseReader::GetLine()
+{
+    // What is given back never reaches back behind a message or the start of a call.
+    m_nCountedLine += std::count(m_pCounted, m_pCursor, '\n');
+    m_pCounted = m_pCursor;
+    return static_cast<int>(std::min<ptrdiff_t>(m_nCountedLine, INT_MAX));
 }

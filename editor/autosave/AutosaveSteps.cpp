@@ -1,0 +1,220 @@
+// The steps of an autosave: what goes into the journal, and how it comes back.
+
+#include "editor/autosave/AutosaveFiles.h"
+#include "editor/autosave/CAutosave.h"
+#include "editor/core/CEditorHost.h"
+#include "editor/core/CLevelDocument.h"
+#include "editor/core/FileBackup.h"
+#include "editor/core/LevelRecovery.h"
+#include "host/FileSystem.h"
+#include "host/IPluginPainting.h"
+#include "host/IPluginTools.h"
+#include "host/Log.h"
+#include "parser/DeclarativeText.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+
+bool IsStep(EHostEvent eKind) // of undo or redo
+{
+    return eKind == EHostEvent::Undo || eKind == EHostEvent::Redo ||
+           eKind == EHostEvent::PaintUndo || eKind == EHostEvent::PaintRedo;
+}
+
+} // namespace
+
+void CAutosave::OnBeforeEvent(const SHostEvent& event)
+{
+    if (!IsKeeping())
+    {
+        return;
+    }
+    const bool bStep = IsStep(event.eKind);
+    const bool bBegins = event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action;
+    if (bStep || bBegins)
+    {
+        Poll();
+        Follow();
+        KeepDifference();
+    }
+    if (bBegins && m_bNeedsCopy && !m_bFailed)
+    {
+        StartCopy(); // before the step changes anything
+    }
+    m_Writer.OnBeforeEvent(event);
+}
+
+void CAutosave::OnEvent(const SHostEvent& event)
+{
+    if (!IsKeeping())
+    {
+        return;
+    }
+    const bool bDropped = event.eKind == EHostEvent::DragDropped;
+    if (bDropped)
+    {
+        m_Step.clear();
+    }
+    if (m_Writer.OnEvent(event))
+    {
+        m_KnownRevision = GetRevision();
+    }
+    else if (IsStep(event.eKind) || bDropped)
+    {
+        KeepDifference();
+    }
+    else if (m_Writer.IsStale())
+    {
+        m_bNeedsCopy = true; // made in the next turn, when it is known what has changed
+    }
+}
+
+// What has changed otherwise than by the steps becomes a step of its own.
+void CAutosave::KeepDifference()
+{
+    const bool bChanged = GetRevision() != m_KnownRevision || m_Writer.IsStale();
+    if (bChanged && IsKeeping() && !m_bNeedsCopy && !m_Writer.IsInDrag())
+    {
+        m_bNeedsCopy = !m_Writer.WriteDifference(m_KnownRevision);
+        EndStep();
+    }
+}
+
+bool CAutosave::Append(const std::string& strText)
+{
+    m_Step += strText;
+    return true;
+}
+
+void CAutosave::EndStep()
+{
+    const std::string strStep = std::exchange(m_Step, {});
+    if (strStep.empty() || m_bNeedsCopy) // a step behind one that is missing helps nobody
+    {
+        return;
+    }
+    if (!m_bJournal)
+    {
+        if (!m_Copy.IsRunning() && !WriteOwnText())
+        {
+            m_bNeedsCopy = true;
+            m_bFailed = true;
+            return;
+        }
+        const std::string strOpen =
+            m_Base.strHeights.empty() ? "" : "open( " + QuoteText(m_Base.strHeights) + " )\n";
+        m_Journal.Begin(GetAutosaveJournal(m_Stem, m_Number),
+                        MakeJournalHead(m_Declarations, strOpen, m_bContinues));
+        m_bJournal = true;
+    }
+    m_Journal.Append(strStep);
+}
+
+bool CAutosave::KeepTerrain()
+{
+    return !m_bFailed && StartCopy();
+}
+
+bool CAutosave::KeepBitmap(bool bKnown)
+{
+    const bool bSaved = GetUnsavedBitmap() == 0;
+    if (bKnown || !bSaved)
+    {
+        m_bNeedsCopy = true; // no step says how the bitmap became so: the steps do not go on
+        if (m_bFailed || !StartCopy())
+        {
+            return false;
+        }
+    }
+    const std::string strFile = m_Painting->GetBitmapFile();
+    return !bSaved || Append(MakeBitmapNote(strFile, GetFileStamp(fs::root_path(strFile.c_str()))) +
+                             "mode( \"none\" )\npaint_bitmap( " + QuoteText(strFile) + " )\n");
+}
+
+bool CAutosave::Recover(const SRecoverable& entry,
+                        const FPlayStep& play,
+                        size_t& nSteps,
+                        std::string& strFault)
+{
+    const SAutosaveText& text = entry.text;
+    nSteps = 0;
+    strFault.clear();
+    if (!entry.strFault.empty())
+    {
+        CrashLog("[CAutosave::Recover] %s\n", entry.strFault.c_str());
+        return false;
+    }
+    if (entry.bBitmapSavedSince)
+    {
+        const std::string strKept = KeepBeside(fs::root_path(text.strBitmap.c_str()));
+        if (strKept.empty())
+        {
+            return false; // the next save of the bitmap would replace it
+        }
+        LogR("[CAutosave::Recover] %s has been saved since: that is kept as %s\n",
+             text.strBitmap.c_str(),
+             strKept.c_str());
+    }
+    const bool bWasOff = std::exchange(m_bOff, true);
+    const bool bOpen =
+        text.strHeights.empty()
+            ? NewRecoveredLevel(m_Document, text.level, text.fFlat)
+            : OpenRecoveredLevel(
+                  m_Host, m_Document, text.level, text.strHeights.c_str(), entry.bSavedSince);
+    const bool bPlayed = bOpen && PlaySteps(entry, m_Declarations, play, nSteps, strFault);
+    m_Host.GetInput().EndDrag();
+    m_bOff = bWasOff;
+    if (!bOpen)
+    {
+        return false;
+    }
+    m_Generation = m_Document.GetGeneration();
+    m_Savings = m_Document.GetSavings();
+    m_bUnsavedBitmap = GetUnsavedBitmap() != 0;
+    RemoveFiles();
+    if (!bPlayed)
+    {
+        CrashLog("[CAutosave::Recover] %s\n", strFault.c_str());
+    }
+    TellRecovered(entry, nSteps);
+    TakeOver(entry, bPlayed);
+    return true;
+}
+
+void CAutosave::TellRecovered(const SRecoverable& entry, size_t nSteps) const
+{
+    std::string strBack = std::to_string(nSteps) + " of " + std::to_string(entry.steps.size()) +
+                          " steps were given back";
+    if (entry.text.IsCopy())
+    {
+        strBack = entry.steps.empty() ? "the copy was given back" : "the copy and " + strBack;
+    }
+    if (GetUnsavedBitmap() != 0 && !(m_Tools != nullptr && m_Tools->IsPainting()))
+    {
+        strBack += "; what was painted shows when Edit is switched on";
+    }
+    LogR("[CAutosave::Recover] %s\n", strBack.c_str());
+}
+
+void CAutosave::TakeOver(const SRecoverable& entry, bool bWhole)
+{
+    m_bModified = true;
+    m_Due = TimePoint::clock::now() + m_Interval;
+    m_CopiedRevision = 0;
+    m_bFailed = false;
+    m_bNeedsCopy = !bWhole;
+    m_Number = std::max(m_Number, entry.uLastNumber);
+    BeginJournal(bWhole);
+    if (bWhole)
+    {
+        m_Stem = entry.strStem;
+        m_Base = entry.text;
+        m_bBase = true;
+        m_bText = WriteText(m_Base);
+        m_bNeedsCopy = !m_bText;
+        m_Writer.SetSteps(m_Host.GetUndoStack().GetCount(), m_Host.GetUndoStack().GetRedoCount());
+    }
+}

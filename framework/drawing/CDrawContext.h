@@ -1,21 +1,18 @@
 #pragma once
 
-#include "framework/drawing/CPixelBuffer.h"
+#include "framework/drawing/CDrawSurface.h"
 #include "framework/drawing/DrawTypes.h"
 
 #include <optional>
 #include <span>
 #include <vector>
 
-class CBitmap;
-
-// Draws into a pixel buffer or, as a memory context, into the bitmap that is selected. A local
-// object of whoever paints; buffer and bitmap are borrowed. Coordinates are device pixels; the
-// scale widens only edges, push-button frames and focus rectangles, and chooses the size of the
-// font. Whatever lies outside the pixels or the clip is not drawn, rectangles may lie anywhere
-// (beyond 2^29 pixels they are cut). Source and target may have different depths. Everything drawn
-// is opaque unless it says otherwise. UI thread.
-class TELLUR_API CDrawContext
+// A surface with what is needed to draw on it. A local object of whoever paints. Coordinates are
+// device pixels; the scale widens only edges, push-button frames and focus rectangles, and chooses
+// the size of the font. Whatever lies outside the pixels or the clip is not drawn, rectangles may
+// lie anywhere (beyond 2^29 pixels they are cut). Source and target may have different depths.
+// Everything drawn is opaque unless it says otherwise. UI thread.
+class TELLUR_API CDrawContext : public CDrawSurface
 {
 public:
     explicit CDrawContext(CPixelBuffer& buffer, double fScale = 1.0); // 1 is 100 %
@@ -25,17 +22,6 @@ public:
 
     // A memory context of the same depth and scale, with nothing selected: it draws nothing.
     static CDrawContext CreateCompatible(const CDrawContext& context);
-    // pBitmap: borrowed until another one is selected; null selects nothing. Returns the one
-    // before. A context over a buffer refuses: null, and nothing happens.
-    CBitmap* SelectBitmap(CBitmap* pBitmap);
-
-    int GetBitsPerPixel() const; // of the target; without one as the context it was made from
-
-    int GetPlanes() const { return 1; }
-
-    double GetScale() const { return m_Scale; }
-
-    SRect GetClipBox() const; // what can be drawn on now
 
     // Colours, pen, brush and clip are kept, the selected bitmap is not. Returns the number of the
     // state, from 1 on.
@@ -50,17 +36,12 @@ public:
     ColorRef SetBackColor(ColorRef uColor);
     SPen SetPen(const SPen& pen);
     std::optional<ColorRef> SetBrush(std::optional<ColorRef> brush); // none: nothing is filled
-    std::optional<SRect> SetClip(std::optional<SRect> clip);         // none: all pixels
-
-    ColorRef GetPixel(int x, int y) const; // black outside the pixels; the clip does not count
-    void SetPixel(int x, int y, ColorRef uColor);
 
     // With the pen, without the last pixel. A pen of width n covers n pixels across the longer
     // direction: (n - 1) / 2 before the line, the rest on and after it.
     void DrawLine(SPoint from, SPoint to);
     // The outline with the pen, inside the rectangle; the brush fills what the pen leaves.
     void Rectangle(const SRect& rect);
-    void FillRect(const SRect& rect, ColorRef uColor);
     void FrameRect(const SRect& rect, ColorRef uColor); // one pixel, inside the rectangle
 
     // Two lines of the system colours inside the rectangle, each round(scale) pixels wide. uFlags:
@@ -100,34 +81,22 @@ public:
     void MapColors(std::span<const SColorPair> pairs);
 
 private:
-    struct SState
+    struct STools
     {
         ColorRef uText = 0;
         ColorRef uBack = 0xFFFFFF;
         SPen pen;
         std::optional<ColorRef> brush = 0xFFFFFF;
+    };
+
+    struct SState
+    {
+        STools tools;
         std::optional<SRect> clip;
     };
 
-    enum class ECopy : uint8_t;
-    struct SSource;
-
     CDrawContext(int nBitsPerPixel, double fScale);
 
-    CPixelBuffer* GetTarget();
-    const CPixelBuffer* GetTarget() const;
-    int GetLineWidth() const; // of edges and focus rectangles, device pixels
-    void DrawFrame(const SRect& rect, const SPen& pen);
-    void DrawRing(const SRect& rect, ColorRef uTopLeft, ColorRef uBottomRight);
-    void BlendCoverage(const SRect& box, const uint8_t* pCoverage, size_t uStride);
-    void CopyFromSource(const SRect& target, const SSource& source);
-    void CopyPixels(const SRect& target, const SSource& source);
-    void MapInside(const SRect& box, std::span<const SColorPair> pairs);
-
-    CPixelBuffer* m_Buffer; // null: a memory context
-    CBitmap* m_Bitmap = nullptr;
-    int m_Bits;
-    double m_Scale;
-    SState m_State;
+    STools m_Tools;
     std::vector<SState> m_Saved;
 };

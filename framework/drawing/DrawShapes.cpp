@@ -1,4 +1,5 @@
-#include "framework/drawing/CDrawContext.h"
+#include "framework/drawing/DrawShapes.h"
+
 #include "framework/drawing/DrawLimits.h"
 #include "framework/drawing/PixelFormat.h"
 #include "framework/drawing/SystemColors.h"
@@ -13,17 +14,6 @@ namespace
 constexpr uint32_t GetFocusBits(int nBits)
 {
     return nBits == 16 ? 0x8410 : 0x808080;
-}
-
-void FillPixels(CPixelBuffer& target, int y, int iLeft, int iRight, uint32_t uPixel)
-{
-    const int nBits = target.GetBitsPerPixel();
-    const int nBytes = nBits / 8;
-    uint8_t* pPixel = GetPixelOf(target.GetRow(y), iLeft, nBits);
-    for (int x = iLeft; x < iRight; ++x, pPixel += nBytes)
-    {
-        StorePixel(pPixel, uPixel, nBits);
-    }
 }
 
 // Calls visit(y, left, right) once for each run of a frame nWidth wide inside the clip; no pixel
@@ -67,12 +57,57 @@ int GetPenWidth(const SPen& pen)
     return std::clamp(pen.nWidth, 1, PEN_LIMIT);
 }
 
+void DrawFrame(CDrawSurface& surface, const SRect& rect, const SPen& pen)
+{
+    const SRect clip = surface.GetClipBox();
+    if (clip.IsEmpty() || rect.IsEmpty() || pen.eStyle == EPenStyle::None)
+    {
+        return;
+    }
+    CPixelBuffer& target = *surface.GetTarget();
+    const int nWidth = GetPenWidth(pen);
+    const int nBits = target.GetBitsPerPixel();
+    const uint32_t uPixel = EncodePixel(pen.uColor, nBits);
+    WalkFrame(rect,
+              nWidth,
+              clip,
+              [&](int y, int iLeft, int iRight)
+              {
+                  uint8_t* pRow = target.GetRow(y);
+                  if (pen.eStyle == EPenStyle::Solid)
+                  {
+                      FillPixels(pRow, iLeft, iRight, uPixel, nBits);
+                      return;
+                  }
+                  for (int x = iLeft; x < iRight; ++x)
+                  {
+                      if (IsDot(rect, nWidth, x, y))
+                      {
+                          FillPixels(pRow, x, x + 1, uPixel, nBits);
+                      }
+                  }
+              });
+}
+
+// The bottom and right lines take the two corners that they share with the others.
+void DrawRing(CDrawSurface& surface, const SRect& rect, ColorRef uTopLeft, ColorRef uBottomRight)
+{
+    const int nWidth = GetBorderWidth(surface.GetScale());
+    surface.FillRect(rect.Intersect({rect.left, rect.top, rect.right, rect.top + nWidth}),
+                     uTopLeft);
+    surface.FillRect(rect.Intersect({rect.left, rect.top, rect.left + nWidth, rect.bottom}),
+                     uTopLeft);
+    surface.FillRect(rect.Intersect({rect.left, rect.bottom - nWidth, rect.right, rect.bottom}),
+                     uBottomRight);
+    surface.FillRect(rect.Intersect({rect.right - nWidth, rect.top, rect.right, rect.bottom}),
+                     uBottomRight);
+}
+
 } // namespace
 
-void CDrawContext::DrawLine(SPoint from, SPoint to)
+void DrawPenLine(CDrawSurface& surface, SPoint from, SPoint to, const SPen& pen)
 {
-    const SPen& pen = m_State.pen;
-    const SRect clip = GetClipBox();
+    const SRect clip = surface.GetClipBox();
     if (clip.IsEmpty() || pen.eStyle == EPenStyle::None)
     {
         return;
@@ -102,129 +137,65 @@ void CDrawContext::DrawLine(SPoint from, SPoint to)
         const int iAcross =
             static_cast<int>((bFlat ? from.y : from.x) + (iShort < 0 ? -nAcross : nAcross)) -
             (nWidth - 1) / 2;
-        FillRect(bFlat ? SRect{iAlong, iAcross, iAlong + 1, iAcross + nWidth}
-                       : SRect{iAcross, iAlong, iAcross + nWidth, iAlong + 1},
-                 pen.uColor);
+        surface.FillRect(bFlat ? SRect{iAlong, iAcross, iAlong + 1, iAcross + nWidth}
+                               : SRect{iAcross, iAlong, iAcross + nWidth, iAlong + 1},
+                         pen.uColor);
     }
 }
 
-void CDrawContext::Rectangle(const SRect& rect)
+void DrawPenRectangle(CDrawSurface& surface,
+                      const SRect& rect,
+                      const SPen& pen,
+                      std::optional<ColorRef> brush)
 {
     const SRect frame = LimitRect(rect);
-    const SPen& pen = m_State.pen;
     const int nOutline = pen.eStyle == EPenStyle::None ? 0 : GetPenWidth(pen);
-    if (m_State.brush.has_value())
+    if (brush.has_value())
     {
-        FillRect(frame.Deflate(nOutline, nOutline), *m_State.brush);
+        surface.FillRect(frame.Deflate(nOutline, nOutline), *brush);
     }
-    DrawFrame(frame, pen);
+    DrawFrame(surface, frame, pen);
 }
 
-void CDrawContext::FillRect(const SRect& rect, ColorRef uColor)
+SRect DrawSystemEdge(CDrawSurface& surface, const SRect& rect, EEdge eEdge, uint32_t uFlags)
 {
-    const SRect box = rect.Intersect(GetClipBox());
-    if (box.IsEmpty())
-    {
-        return;
-    }
-    CPixelBuffer& target = *GetTarget();
-    const uint32_t uPixel = EncodePixel(uColor, target.GetBitsPerPixel());
-    for (int y = box.top; y < box.bottom; ++y)
-    {
-        FillPixels(target, y, box.left, box.right, uPixel);
-    }
-}
-
-void CDrawContext::FrameRect(const SRect& rect, ColorRef uColor)
-{
-    DrawFrame(LimitRect(rect), {EPenStyle::Solid, 1, uColor});
-}
-
-void CDrawContext::DrawFrame(const SRect& rect, const SPen& pen)
-{
-    const SRect clip = GetClipBox();
-    if (clip.IsEmpty() || rect.IsEmpty() || pen.eStyle == EPenStyle::None)
-    {
-        return;
-    }
-    CPixelBuffer& target = *GetTarget();
-    const int nWidth = GetPenWidth(pen);
-    const uint32_t uPixel = EncodePixel(pen.uColor, target.GetBitsPerPixel());
-    WalkFrame(rect,
-              nWidth,
-              clip,
-              [&](int y, int iLeft, int iRight)
-              {
-                  if (pen.eStyle == EPenStyle::Solid)
-                  {
-                      FillPixels(target, y, iLeft, iRight, uPixel);
-                      return;
-                  }
-                  for (int x = iLeft; x < iRight; ++x)
-                  {
-                      if (IsDot(rect, nWidth, x, y))
-                      {
-                          FillPixels(target, y, x, x + 1, uPixel);
-                      }
-                  }
-              });
-}
-
-// The bottom and right lines take the two corners that they share with the others.
-void CDrawContext::DrawRing(const SRect& rect, ColorRef uTopLeft, ColorRef uBottomRight)
-{
-    const int nWidth = GetLineWidth();
-    FillRect(rect.Intersect({rect.left, rect.top, rect.right, rect.top + nWidth}), uTopLeft);
-    FillRect(rect.Intersect({rect.left, rect.top, rect.left + nWidth, rect.bottom}), uTopLeft);
-    FillRect(rect.Intersect({rect.left, rect.bottom - nWidth, rect.right, rect.bottom}),
-             uBottomRight);
-    FillRect(rect.Intersect({rect.right - nWidth, rect.top, rect.right, rect.bottom}),
-             uBottomRight);
-}
-
-SRect CDrawContext::DrawEdge(const SRect& rect, EEdge eEdge, uint32_t uFlags)
-{
+    const int nWidth = GetBorderWidth(surface.GetScale());
     const ColorRef uHighlight = GetSystemColor(ESystemColor::ButtonHighlight);
     const ColorRef uLight = GetSystemColor(ESystemColor::Light3D);
     const ColorRef uShadow = GetSystemColor(ESystemColor::ButtonShadow);
     const ColorRef uDark = GetSystemColor(ESystemColor::DarkShadow);
     const bool bSoft = (uFlags & EDGE_SOFT) != 0;
     const SRect outer = LimitRect(rect);
-    const SRect inner = outer.Deflate(GetLineWidth(), GetLineWidth());
+    const SRect inner = outer.Deflate(nWidth, nWidth);
     if (eEdge == EEdge::Raised)
     {
-        DrawRing(outer, bSoft ? uHighlight : uLight, uDark);
-        DrawRing(inner, bSoft ? uLight : uHighlight, uShadow);
+        DrawRing(surface, outer, bSoft ? uHighlight : uLight, uDark);
+        DrawRing(surface, inner, bSoft ? uLight : uHighlight, uShadow);
     }
     else
     {
-        DrawRing(outer, bSoft ? uDark : uShadow, uHighlight);
-        DrawRing(inner, bSoft ? uShadow : uDark, uLight);
+        DrawRing(surface, outer, bSoft ? uDark : uShadow, uHighlight);
+        DrawRing(surface, inner, bSoft ? uShadow : uDark, uLight);
     }
-    const SRect inside = inner.Deflate(GetLineWidth(), GetLineWidth());
+    const SRect inside = inner.Deflate(nWidth, nWidth);
     if ((uFlags & EDGE_FILL_MIDDLE) != 0)
     {
-        FillRect(inside, GetSystemColor(ESystemColor::ButtonFace));
+        surface.FillRect(inside, GetSystemColor(ESystemColor::ButtonFace));
     }
     return inside;
 }
 
-SRect CDrawContext::DrawPushButtonFrame(const SRect& rect, bool bPushed)
+void DrawFocusDots(CDrawSurface& surface, const SRect& rect)
 {
-    return DrawEdge(rect, bPushed ? EEdge::Sunken : EEdge::Raised, EDGE_SOFT | EDGE_FILL_MIDDLE);
-}
-
-void CDrawContext::DrawFocusRect(const SRect& rect)
-{
-    const SRect clip = GetClipBox();
+    const SRect clip = surface.GetClipBox();
     const SRect frame = LimitRect(rect);
     if (clip.IsEmpty() || frame.IsEmpty())
     {
         return;
     }
-    CPixelBuffer& target = *GetTarget();
+    CPixelBuffer& target = *surface.GetTarget();
     const int nBits = target.GetBitsPerPixel();
-    const int nWidth = GetLineWidth();
+    const int nWidth = GetBorderWidth(surface.GetScale());
     WalkFrame(frame,
               nWidth,
               clip,

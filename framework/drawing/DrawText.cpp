@@ -1,5 +1,6 @@
+#include "framework/drawing/DrawText.h"
+
 #include "framework/core/IWindowSystem.h"
-#include "framework/drawing/CDrawContext.h"
 #include "framework/drawing/DrawLimits.h"
 #include "framework/drawing/IDrawingSystem.h"
 #include "framework/drawing/PixelFormat.h"
@@ -41,9 +42,35 @@ SRect PlaceText(const SRect& rect, SSize size, uint32_t uFlags)
     return {iLeft, iTop, iLeft + size.cx, iTop + size.cy};
 }
 
+void BlendCoverage(CPixelBuffer& target,
+                   const SRect& box,
+                   const uint8_t* pCoverage,
+                   size_t uStride,
+                   ColorRef uColor)
+{
+    const int nBits = target.GetBitsPerPixel();
+    const int nBytes = nBits / 8;
+    for (int y = box.top; y < box.bottom; ++y, pCoverage += uStride)
+    {
+        uint8_t* pPixel = GetPixelOf(target.GetRow(y), box.left, nBits);
+        for (int i = 0; i < box.GetWidth(); ++i, pPixel += nBytes)
+        {
+            if (pCoverage[i] != 0)
+            {
+                BlendPixel(pPixel, uColor, pCoverage[i], nBits);
+            }
+        }
+    }
+}
+
 } // namespace
 
-bool CDrawContext::DrawText(const char* pszUtf8, const SRect& rect, uint32_t uFlags)
+bool DrawTextLine(CDrawSurface& surface,
+                  const char* pszUtf8,
+                  const SRect& rect,
+                  uint32_t uFlags,
+                  ColorRef uText,
+                  ColorRef uBack)
 {
     const IDrawingSystem* pFont = FindFont("DrawText", pszUtf8);
     if (pFont == nullptr)
@@ -51,8 +78,8 @@ bool CDrawContext::DrawText(const char* pszUtf8, const SRect& rect, uint32_t uFl
         return false;
     }
     const SRect area = LimitRect(rect);
-    const SRect text = PlaceText(area, pFont->GetTextSize(pszUtf8, m_Scale), uFlags);
-    const SRect box = text.Intersect(area).Intersect(GetClipBox());
+    const SRect text = PlaceText(area, pFont->GetTextSize(pszUtf8, surface.GetScale()), uFlags);
+    const SRect box = text.Intersect(area).Intersect(surface.GetClipBox());
     if (box.IsEmpty())
     {
         return true;
@@ -66,35 +93,18 @@ bool CDrawContext::DrawText(const char* pszUtf8, const SRect& rect, uint32_t uFl
         CrashLog("[CDrawContext::DrawText] no memory for the text\n");
         return false;
     }
-    pFont->CoverText(pszUtf8, m_Scale, box.Offset(-text.left, -text.top), coverage.get(), uStride);
+    pFont->CoverText(
+        pszUtf8, surface.GetScale(), box.Offset(-text.left, -text.top), coverage.get(), uStride);
     if ((uFlags & TEXT_TRANSPARENT) == 0)
     {
-        FillRect(box, m_State.uBack);
+        surface.FillRect(box, uBack);
     }
-    BlendCoverage(box, coverage.get(), uStride);
+    BlendCoverage(*surface.GetTarget(), box, coverage.get(), uStride, uText);
     return true;
 }
 
-void CDrawContext::BlendCoverage(const SRect& box, const uint8_t* pCoverage, size_t uStride)
-{
-    CPixelBuffer& target = *GetTarget();
-    const int nBits = target.GetBitsPerPixel();
-    const int nBytes = nBits / 8;
-    for (int y = box.top; y < box.bottom; ++y, pCoverage += uStride)
-    {
-        uint8_t* pPixel = GetPixelOf(target.GetRow(y), box.left, nBits);
-        for (int i = 0; i < box.GetWidth(); ++i, pPixel += nBytes)
-        {
-            if (pCoverage[i] != 0)
-            {
-                BlendPixel(pPixel, m_State.uText, pCoverage[i], nBits);
-            }
-        }
-    }
-}
-
-SSize CDrawContext::GetTextSize(const char* pszUtf8) const
+SSize MeasureTextLine(const char* pszUtf8, double fScale)
 {
     const IDrawingSystem* pFont = FindFont("GetTextSize", pszUtf8);
-    return pFont != nullptr ? pFont->GetTextSize(pszUtf8, m_Scale) : SSize();
+    return pFont != nullptr ? pFont->GetTextSize(pszUtf8, fScale) : SSize();
 }

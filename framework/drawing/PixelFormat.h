@@ -91,6 +91,17 @@ inline void StorePixel(uint8_t* pPixel, uint32_t uPixel, int nBits)
     }
 }
 
+// The pixels of a row from iLeft up to iRight, which are inside it.
+inline void FillPixels(uint8_t* pRow, int iLeft, int iRight, uint32_t uPixel, int nBits)
+{
+    const int nBytes = nBits / 8;
+    uint8_t* pPixel = GetPixelOf(pRow, iLeft, nBits);
+    for (int x = iLeft; x < iRight; ++x, pPixel += nBytes)
+    {
+        StorePixel(pPixel, uPixel, nBits);
+    }
+}
+
 // Lets a colour cover a pixel by uOpacity of 255. A fourth byte becomes more opaque by as much.
 inline void BlendPixel(uint8_t* pPixel, ColorRef uColor, uint32_t uOpacity, int nBits)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/core/Resources.h"
+#include "framework/qt/CButtonNode.h"
 #include "framework/widgets/CWindow.h"
 #include "framework/widgets/IWindowNode.h"
 
@@ -9,6 +10,7 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <optional>
 
 class QKeyEvent;
 class QMouseEvent;
@@ -62,11 +64,7 @@ public:
     SRect GetRectIn(const IWindowNode& around) const override;
     SRect GetClientRect() const override;
     double GetScale() const override;
-    void SetCheck(int iState) override;
-    int GetCheck() const override;
-    void SetOwnerDraw() override;
-    bool Click() override;
-    void ReleasePress() override;
+    IButtonNode* GetButton() override;
     IListNode* GetList() override;
     IComboNode* GetCombo() override;
     IEditNode* GetEdit() override;
@@ -118,8 +116,9 @@ private:
     uintptr_t m_Handle;
     CWindow* m_pObject = nullptr;
     CWindow* m_pParent;
-    QObject* m_pWatched = nullptr; // of the event that is being handled
-    QEvent* m_pEvent = nullptr;    // null outside, and once its usual processing has run
+    std::optional<CButtonNode> m_Button; // of a button, once it was asked for
+    QObject* m_pWatched = nullptr;       // of the event that is being handled
+    QEvent* m_pEvent = nullptr;          // null outside, and once its usual processing has run
 };
 
 // While one lives, a widget that is destroyed stays until the event loop turns.

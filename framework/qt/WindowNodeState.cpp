@@ -1,12 +1,12 @@
 // What a window's object asks of it.
 
 #include "framework/qt/CWindowNode.h"
-#include "framework/qt/ControlWidgets.h"
-#include "framework/widgets/CButton.h"
 #include "framework/widgets/IReportNode.h"
 
+#include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 
@@ -56,31 +56,6 @@ std::string CWindowNode::GetText() const
         return pCombo->currentText().toStdString();
     }
     return m_pWidget->windowTitle().toStdString();
-}
-
-void CWindowNode::SetCheck(int iState)
-{
-    if (auto* pBox = GetAs<QCheckBox>())
-    {
-        pBox->setCheckState(iState == CHECK_UNDETERMINED && pBox->isTristate()
-                                ? Qt::PartiallyChecked
-                                : (iState == CHECK_ON ? Qt::Checked : Qt::Unchecked));
-    }
-    else if (auto* pButton = GetAs<QAbstractButton>())
-    {
-        pButton->setChecked(iState == CHECK_ON);
-    }
-}
-
-int CWindowNode::GetCheck() const
-{
-    const auto* pBox = GetAs<QCheckBox>();
-    if (pBox != nullptr && pBox->checkState() == Qt::PartiallyChecked)
-    {
-        return CHECK_UNDETERMINED;
-    }
-    const auto* pButton = GetAs<QAbstractButton>();
-    return pButton != nullptr && pButton->isChecked() ? CHECK_ON : CHECK_OFF;
 }
 
 void CWindowNode::Enable(bool bEnable)
@@ -155,30 +130,18 @@ double CWindowNode::GetScale() const
     return m_pWidget->devicePixelRatioF();
 }
 
-void CWindowNode::SetOwnerDraw()
-{
-    if (auto* pButton = GetAs<CPaintedButton>())
-    {
-        pButton->SetOwnerDraw();
-    }
-}
-
-bool CWindowNode::Click()
+IButtonNode* CWindowNode::GetButton()
 {
     auto* pButton = GetAs<QAbstractButton>();
-    if (pButton != nullptr)
+    if (pButton == nullptr)
     {
-        pButton->click();
+        return nullptr;
     }
-    return pButton != nullptr;
-}
-
-void CWindowNode::ReleasePress()
-{
-    if (auto* pButton = GetAs<QAbstractButton>())
+    if (!m_Button.has_value())
     {
-        pButton->setDown(false);
+        m_Button.emplace(*pButton);
     }
+    return &*m_Button;
 }
 
 IListNode* CWindowNode::GetList()

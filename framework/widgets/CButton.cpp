@@ -2,6 +2,12 @@
 
 #include "framework/widgets/IWindowNode.h"
 
+// Null without a window, or with one that is no button.
+static IButtonNode* GetButton(IWindowNode* pNode)
+{
+    return pNode != nullptr ? pNode->GetButton() : nullptr;
+}
+
 bool CButton::CreateButton(EControlKind eKind,
                            const char* pszText,
                            uint32_t uStyle,
@@ -14,23 +20,24 @@ bool CButton::CreateButton(EControlKind eKind,
 
 void CButton::SetOwnerDraw()
 {
-    if (GetNode() != nullptr)
+    if (IButtonNode* pButton = GetButton(GetNode()))
     {
-        GetNode()->SetOwnerDraw();
+        pButton->SetOwnerDraw();
     }
 }
 
 void CButton::SetCheck(int iState)
 {
-    if (GetNode() != nullptr)
+    if (IButtonNode* pButton = GetButton(GetNode()))
     {
-        GetNode()->SetCheck(iState);
+        pButton->SetCheck(iState);
     }
 }
 
 int CButton::GetCheck() const
 {
-    return GetNode() != nullptr ? GetNode()->GetCheck() : int{CHECK_OFF};
+    const IButtonNode* pButton = GetButton(GetNode());
+    return pButton != nullptr ? pButton->GetCheck() : int{CHECK_OFF};
 }
 
 uint32_t CButton::GetStyle() const
@@ -40,16 +47,16 @@ uint32_t CButton::GetStyle() const
 
 void CButton::Click()
 {
-    if (GetNode() != nullptr)
+    if (IButtonNode* pButton = GetButton(GetNode()))
     {
-        GetNode()->Click();
+        pButton->Click();
     }
 }
 
 void CButton::ReleasePress()
 {
-    if (GetNode() != nullptr)
+    if (IButtonNode* pButton = GetButton(GetNode()))
     {
-        GetNode()->ReleasePress();
+        pButton->ReleasePress();
     }
 }

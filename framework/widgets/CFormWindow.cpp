@@ -10,6 +10,18 @@
 
 #include <utility>
 
+// Null without a control, or with one that is no button.
+static IButtonNode* GetButton(IWindowNode* pNode)
+{
+    return pNode != nullptr ? pNode->GetButton() : nullptr;
+}
+
+// What is no button is off.
+static int GetCheck(const IButtonNode* pButton)
+{
+    return pButton != nullptr ? pButton->GetCheck() : int{CHECK_OFF};
+}
+
 CFormWindow::CFormWindow(uint32_t uTemplateId)
     : m_TemplateId(uTemplateId)
 {
@@ -143,7 +155,7 @@ void CFormWindow::ReadControls()
 {
     for (SBoundVariable& bound : m_Variables)
     {
-        const IWindowNode* pNode = FindItem(bound.uId);
+        IWindowNode* pNode = FindItem(bound.uId);
         if (pNode == nullptr)
         {
             continue;
@@ -159,7 +171,7 @@ void CFormWindow::ReadControls()
         }
         else
         {
-            *std::get<int*>(bound.pVariable) = pNode->GetCheck();
+            *std::get<int*>(bound.pVariable) = GetCheck(pNode->GetButton());
         }
     }
 }
@@ -188,9 +200,9 @@ void CFormWindow::WriteControls()
         {
             texts.emplace_back(bound.uId, **ppText);
         }
-        else
+        else if (IButtonNode* pButton = pNode->GetButton())
         {
-            pNode->SetCheck(*std::get<int*>(bound.pVariable));
+            pButton->SetCheck(*std::get<int*>(bound.pVariable));
         }
     }
     const bool bBefore = std::exchange(m_bWriting, true);
@@ -253,22 +265,27 @@ bool CFormWindow::IsItemEnabled(uint32_t uId) const
 
 void CFormWindow::CheckItem(uint32_t uId, int iState)
 {
-    if (IWindowNode* pNode = FindItem(uId))
+    if (IButtonNode* pButton = GetButton(FindItem(uId)))
     {
-        pNode->SetCheck(iState);
+        pButton->SetCheck(iState);
     }
 }
 
 int CFormWindow::GetItemCheck(uint32_t uId) const
 {
-    const IWindowNode* pNode = FindItem(uId);
-    return pNode != nullptr ? pNode->GetCheck() : int{CHECK_OFF};
+    return GetCheck(GetButton(FindItem(uId)));
 }
 
 bool CFormWindow::PressItem(uint32_t uId)
 {
     IWindowNode* pNode = FindItem(uId);
-    return pNode != nullptr && pNode->IsEnabled() && pNode->Click();
+    IButtonNode* pButton = GetButton(pNode);
+    if (pButton == nullptr || !pNode->IsEnabled())
+    {
+        return false;
+    }
+    pButton->Click();
+    return true;
 }
 
 SRect CFormWindow::GetItemRect(uint32_t uId) const

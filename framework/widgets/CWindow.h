@@ -1,8 +1,7 @@
 #pragma once
 
 #include "framework/core/Resources.h"
-#include "framework/core/SToolTipText.h"
-#include "framework/widgets/WindowEvents.h"
+#include "framework/widgets/CWindowHooks.h"
 #include "host/Export.h"
 
 #include <string>
@@ -13,13 +12,13 @@ class IWindowNode;
 // without a window answers with nothing and ignores what it is told; a window without an object
 // behaves as its kind does. Rectangles and points are device pixels, UI thread only.
 //
-// What happens to the window comes to the protected hooks before its usual processing. A hook that
-// returns true has dealt with it; DoDefault runs the usual processing earlier, inside the hook.
-class TELLUR_API CWindow
+// What happens to the window comes to its hooks; DoDefault runs the usual processing earlier,
+// inside the hook.
+class TELLUR_API CWindow : public CWindowHooks
 {
 public:
     CWindow();
-    virtual ~CWindow(); // ends a window that this object made; a form's control is let go
+    ~CWindow() override; // ends a window that this object made; a form's control is let go
     CWindow(const CWindow&) = delete;
     CWindow& operator=(const CWindow&) = delete;
 
@@ -61,42 +60,6 @@ protected:
                        const SRect& rect);
     // The usual processing of the event that is being handled, once.
     void DoDefault();
-
-    virtual bool OnLButtonDown(const SMouseEvent&) { return false; }
-
-    virtual bool OnLButtonUp(const SMouseEvent&) { return false; }
-
-    virtual bool OnLButtonDblClk(const SMouseEvent&) { return false; }
-
-    virtual bool OnMouseMove(const SMouseEvent&) { return false; }
-
-    // Of the control that has the focus first, then of each window around it; before OnKeyDown.
-    virtual bool TranslateKey(const SKeyEvent&) { return false; }
-
-    virtual bool OnKeyDown(const SKeyEvent&) { return false; }
-
-    // Asked of the control that has the focus before the program's shortcuts: true keeps the key
-    // here, so that it comes as a key.
-    virtual bool TakesShortcut(const SKeyEvent&) { return false; }
-
-    virtual void OnSetFocus() {}
-
-    virtual void OnKillFocus() {}
-
-    virtual void OnSize() {}
-
-    virtual void OnShow() {} // each time it becomes visible
-
-    virtual void OnPaint(CDrawContext&) {}
-
-    virtual void DrawItem(const SDrawItem&) {} // owner-drawn buttons
-
-    virtual bool OnNotify(SNotification&) { return false; } // what it tells its parent
-
-    virtual bool OnChildNotify(SNotification&) { return false; } // what a control tells it
-
-    // False when the tip has no text.
-    virtual bool OnToolTipText(SToolTipText&) { return false; }
 
     IWindowNode* GetNode() const { return m_Node; }
 

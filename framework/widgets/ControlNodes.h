@@ -8,6 +8,19 @@
 // The windows of the kinds of controls, as the window system has them. Each operation is what the
 // control's class of the framework says of its own. The window owns itself; see IWindowNode.
 
+class TELLUR_API IButtonNode
+{
+public:
+    virtual void SetOwnerDraw() = 0;
+    virtual void SetCheck(int iState) = 0; // ECheckState, without a click
+    virtual int GetCheck() const = 0;
+    virtual void Click() = 0; // the window may be gone afterwards
+    virtual void ReleasePress() = 0;
+
+protected:
+    ~IButtonNode() = default;
+};
+
 class TELLUR_API IListNode
 {
 public:

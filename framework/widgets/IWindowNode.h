@@ -45,14 +45,8 @@ public:
     virtual SRect GetClientRect() const = 0;
     virtual double GetScale() const = 0;
 
-    // Buttons; other windows ignore it and have nothing.
-    virtual void SetCheck(int iState) = 0; // ECheckState, without a click
-    virtual int GetCheck() const = 0;
-    virtual void SetOwnerDraw() = 0;
-    virtual bool Click() = 0; // false when it is no button
-    virtual void ReleasePress() = 0;
-
     // The window as what its kind is made of; null for another kind.
+    virtual IButtonNode* GetButton() = 0;
     virtual IListNode* GetList() = 0;
     virtual IComboNode* GetCombo() = 0;
     virtual IEditNode* GetEdit() = 0;

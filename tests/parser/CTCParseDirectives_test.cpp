@@ -1,10 +1,10 @@
 #include "parser/CTCParse.h"
 #include "tests/parser/CParserTest.h"
 
-class CTCParseDirectives : public CParserTest
+class CParserDirectives : public CParserTest
 {
 protected:
-    CTCParseDirectives()
+    CParserDirectives()
     {
         Write("a.txt", "a()");
         Write("sub/b.txt", "b()");
@@ -12,7 +12,7 @@ protected:
 };
 
 // clang-format off
-TEST_F(CTCParseDirectives, ReadDeclarations)
+TEST_F(CParserDirectives, ReadDeclarations)
 {
     const SParserCase CASES[] = {
         {"!attrib( string, string ) Attrib(\"a\",\"b\")", "attrib(\"a\",\"b\")", ""},
@@ -41,7 +41,7 @@ TEST_F(CTCParseDirectives, ReadDeclarations)
     }
 }
 
-TEST_F(CTCParseDirectives, ReadConstants)
+TEST_F(CParserDirectives, ReadConstants)
 {
     const SParserCase CASES[] = {
         {"!f(f)$scale( F, 2.5 )f(scale)f(SCALE)$Scale(f,3)f(scale)$t(f,scale)f(T)",
@@ -67,7 +67,7 @@ TEST_F(CTCParseDirectives, ReadConstants)
     }
 }
 
-TEST_F(CTCParseDirectives, IncludeFiles)
+TEST_F(CParserDirectives, IncludeFiles)
 {
     const SParserCase CASES[] = {
         {"!a()!b()!include( \"a.txt\" )b(){!INCLUDE(\"./sub/b.txt\")a()}!include(\"a.txt\")",
@@ -86,7 +86,7 @@ TEST_F(CTCParseDirectives, IncludeFiles)
     }
 }
 
-TEST_F(CTCParseDirectives, IncludeOnConditions)
+TEST_F(CParserDirectives, IncludeOnConditions)
 {
     const SParserCase CASES[] = {
         {"!include_if_int 1", "", "left bracked expected in 'include_if_int'\n!"},
@@ -115,7 +115,7 @@ TEST_F(CTCParseDirectives, IncludeOnConditions)
 
 // clang-format on
 
-TEST_F(CTCParseDirectives, CompareBothKindsOfNumbers)
+TEST_F(CParserDirectives, CompareBothKindsOfNumbers)
 {
     static constexpr const char* OPERATORS[] = {"==", "!=", ">", "<", ">=", "<="};
     const auto holds = [](int nOperator, double a, double b)
@@ -142,7 +142,7 @@ TEST_F(CTCParseDirectives, CompareBothKindsOfNumbers)
     }
 }
 
-TEST_F(CTCParseDirectives, IncludedFilesShareWordsAndErrors)
+TEST_F(CParserDirectives, IncludedFilesShareWordsAndErrors)
 {
     Write("words.txt", "!made(i) $made_here(i,outer) $outer(i,2)");
     EXPECT_EQ(Parse("$outer(i,1)!include(\"words.txt\")made(made_here)made(outer)").strTree,
@@ -169,7 +169,7 @@ TEST_F(CTCParseDirectives, IncludedFilesShareWordsAndErrors)
     EXPECT_EQ(outcome.strTree, "");
 }
 
-TEST_F(CTCParseDirectives, RefusesEndlessIncludes)
+TEST_F(CParserDirectives, RefusesEndlessIncludes)
 {
     const SOutcome outcome = Parse("!include(\"t.txt\")");
     std::string strLog;
@@ -191,7 +191,7 @@ TEST_F(CTCParseDirectives, RefusesEndlessIncludes)
     EXPECT_EQ(many.eStatus, tcparse_failed);
 }
 
-TEST_F(CTCParseDirectives, LogsIncludesWhenDebugging)
+TEST_F(CParserDirectives, LogsIncludesWhenDebugging)
 {
     Write("t.txt", "!include(\"a.txt\")!include(\"./sub/c.txt\")");
     Write("a.txt", "");

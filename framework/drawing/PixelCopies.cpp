@@ -1,25 +1,10 @@
-#include "framework/drawing/CBitmap.h"
-#include "framework/drawing/CDrawContext.h"
-#include "framework/drawing/DrawLimits.h"
+#include "framework/drawing/PixelCopies.h"
+
 #include "framework/drawing/PixelFormat.h"
 #include "host/Log.h"
 
 #include <cstdint>
-
-enum class CDrawContext::ECopy : uint8_t
-{
-    Opaque,
-    Keyed,
-    Blended,
-};
-
-struct CDrawContext::SSource
-{
-    const CPixelBuffer* pPixels = nullptr;
-    SRect rect;
-    ECopy eCopy = ECopy::Opaque;
-    ColorRef uKey = 0;
-};
+#include <cstring>
 
 namespace
 {
@@ -121,79 +106,18 @@ void CopyRows(CPixelBuffer& target, const SRect& box, const CPixelBuffer& source
     }
 }
 
-} // namespace
-
-void CDrawContext::BitBlt(const SRect& target, const CDrawContext& source, SPoint sourceAt)
+// The source is not the target.
+void CopyOther(CDrawSurface& surface, const SRect& target, const SPixelSource& source)
 {
-    const SRect rect = LimitRect(target);
-    const SPoint at = LimitPoint(sourceAt);
-    const SRect sourceRect = {at.x, at.y, at.x + rect.GetWidth(), at.y + rect.GetHeight()};
-    CopyFromSource(rect, {source.GetTarget(), sourceRect, ECopy::Opaque, 0});
-}
-
-void CDrawContext::StretchBlt(const SRect& target,
-                              const CDrawContext& source,
-                              const SRect& sourceRect)
-{
-    CopyFromSource(LimitRect(target),
-                   {source.GetTarget(), LimitRect(sourceRect), ECopy::Opaque, 0});
-}
-
-void CDrawContext::TransparentBlt(const SRect& target,
-                                  const CDrawContext& source,
-                                  const SRect& sourceRect,
-                                  ColorRef uKey)
-{
-    CopyFromSource(LimitRect(target),
-                   {source.GetTarget(), LimitRect(sourceRect), ECopy::Keyed, uKey});
-}
-
-void CDrawContext::DrawBitmap(SPoint at, const CBitmap& bitmap)
-{
-    const SPoint corner = LimitPoint(at);
-    const SRect bounds = bitmap.GetPixels().GetBounds();
-    DrawBitmap(bounds.Offset(corner.x, corner.y), bitmap, bounds);
-}
-
-void CDrawContext::DrawBitmap(const SRect& target, const CBitmap& bitmap, const SRect& sourceRect)
-{
-    const ECopy eCopy = bitmap.HasAlpha() ? ECopy::Blended : ECopy::Opaque;
-    CopyFromSource(LimitRect(target), {&bitmap.GetPixels(), LimitRect(sourceRect), eCopy, 0});
-}
-
-void CDrawContext::CopyFromSource(const SRect& target, const SSource& source)
-{
-    if (source.pPixels == nullptr || source.pPixels->IsEmpty() || source.rect.IsEmpty())
-    {
-        return;
-    }
-    if (source.pPixels != GetTarget())
-    {
-        CopyPixels(target, source);
-        return;
-    }
-    CPixelBuffer before;
-    if (!before.CopyFrom(*source.pPixels))
-    {
-        CrashLog("[CDrawContext::CopyFromSource] no memory for a copy within one bitmap\n");
-        return;
-    }
-    SSource kept = source;
-    kept.pPixels = &before;
-    CopyPixels(target, kept);
-}
-
-void CDrawContext::CopyPixels(const SRect& target, const SSource& source)
-{
-    const SRect box = target.Intersect(GetClipBox());
+    const SRect box = target.Intersect(surface.GetClipBox());
     if (box.IsEmpty())
     {
         return;
     }
-    CPixelBuffer& pixels = *GetTarget();
+    CPixelBuffer& pixels = *surface.GetTarget();
     const int nBits = pixels.GetBitsPerPixel();
     const int nFromBits = source.pPixels->GetBitsPerPixel();
-    if (source.eCopy == ECopy::Blended)
+    if (source.eCopy == EPixelCopy::Blended)
     {
         WalkPixels(pixels,
                    box,
@@ -209,7 +133,8 @@ void CDrawContext::CopyPixels(const SRect& target, const SSource& source)
     }
     const int dx = source.rect.left - target.left;
     const int dy = source.rect.top - target.top;
-    if (source.eCopy == ECopy::Opaque && nBits == nFromBits && target.Offset(dx, dy) == source.rect)
+    if (source.eCopy == EPixelCopy::Opaque && nBits == nFromBits &&
+        target.Offset(dx, dy) == source.rect)
     {
         const SRect from = box.Offset(dx, dy).Intersect(source.pPixels->GetBounds());
         if (!from.IsEmpty())
@@ -220,8 +145,9 @@ void CDrawContext::CopyPixels(const SRect& target, const SSource& source)
     }
     const uint32_t uMask = GetColorMask(nFromBits);
     // No pixel equals this when there is no key.
-    const uint32_t uKey =
-        source.eCopy == ECopy::Keyed ? EncodePixel(source.uKey, nFromBits) & uMask : OPAQUE_BYTE;
+    const uint32_t uKey = source.eCopy == EPixelCopy::Keyed
+                              ? EncodePixel(source.uKey, nFromBits) & uMask
+                              : OPAQUE_BYTE;
     WalkPixels(pixels,
                box,
                target,
@@ -237,24 +163,38 @@ void CDrawContext::CopyPixels(const SRect& target, const SSource& source)
                });
 }
 
-void CDrawContext::ReplaceColor(const SRect& rect, ColorRef uFrom, ColorRef uTo)
+} // namespace
+
+void CopyPixels(CDrawSurface& surface, const SRect& target, const SPixelSource& source)
 {
-    const SColorPair pair = {uFrom, uTo};
-    MapInside(rect.Intersect(GetClipBox()), {&pair, 1});
+    if (source.pPixels == nullptr || source.pPixels->IsEmpty() || source.rect.IsEmpty())
+    {
+        return;
+    }
+    if (source.pPixels != surface.GetTarget())
+    {
+        CopyOther(surface, target, source);
+        return;
+    }
+    CPixelBuffer before;
+    if (!before.CopyFrom(*source.pPixels))
+    {
+        CrashLog("[CDrawContext::CopyFromSource] no memory for a copy within one bitmap\n");
+        return;
+    }
+    SPixelSource kept = source;
+    kept.pPixels = &before;
+    CopyOther(surface, target, kept);
 }
 
-void CDrawContext::MapColors(std::span<const SColorPair> pairs)
+void MapPixels(CDrawSurface& surface, const SRect& rect, std::span<const SColorPair> pairs)
 {
-    MapInside(GetClipBox(), pairs);
-}
-
-void CDrawContext::MapInside(const SRect& box, std::span<const SColorPair> pairs)
-{
+    const SRect box = rect.Intersect(surface.GetClipBox());
     if (box.IsEmpty())
     {
         return;
     }
-    CPixelBuffer& target = *GetTarget();
+    CPixelBuffer& target = *surface.GetTarget();
     const int nBits = target.GetBitsPerPixel();
     const uint32_t uMask = GetColorMask(nBits);
     const auto map = [&](uint32_t uPixel)
