@@ -62,12 +62,15 @@ if(TELLUR_MOLD)
     add_link_options(-fuse-ld=mold)
 endif()
 
-# tellur_folder(NAME SOURCES a.cpp … USES target …): the object library of one folder. USES names the
-# folders whose headers it includes. Where a preset compiles a folder as one source, TELLUR_APART names the
+# tellur_folder(NAME SOURCES a.cpp … USES target …): the object library of one folder, of all its sources where
+# none are named: in folders that grow by one row and one source. USES names the folders whose headers it includes. Where a preset compiles a folder as one source, TELLUR_APART names the
 # sources that stay apart, by their paths.
 set(TELLUR_APART "" CACHE STRING "Sources that stay apart where a folder is compiled as one source")
 function(tellur_folder strName)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES;LIBRARIES" ${ARGN})
+    if(NOT ARG_SOURCES)
+        file(GLOB ARG_SOURCES RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} CONFIGURE_DEPENDS *.cpp)
+    endif()
     add_library(${strName} OBJECT ${ARG_SOURCES})
     target_link_libraries(${strName} PUBLIC tellur_host ${ARG_LIBRARIES})
     foreach(strSource IN LISTS ARG_SOURCES)

@@ -1,6 +1,6 @@
 #include "editor/script/CScriptKeywords.h"
 
-#include "editor/script/CScriptPlayer.h"
+#include "editor/script/HostKeywords.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
 #include "host/Log.h"
@@ -10,23 +10,12 @@
 #include <algorithm>
 #include <string_view>
 
-namespace
-{
-
-const SScriptKeyword* Find(const std::vector<SScriptKeyword>& keywords, std::string_view strName)
-{
-    const auto found =
-        std::find_if(keywords.begin(),
-                     keywords.end(),
-                     [strName](const auto& keyword) { return strName == keyword.pszName; });
-    return found != keywords.end() ? &*found : nullptr;
-}
-
-} // namespace
-
 CScriptKeywords::CScriptKeywords(IPlugin* pPlugin)
-    : m_Host(CScriptPlayer::GetHostKeywords())
 {
+    for (const SHostKeyword& row : GetHostKeywords())
+    {
+        m_Host.push_back(row.keyword);
+    }
     auto* pScript = dynamic_cast<IPluginScript*>(pPlugin);
     if (pScript == nullptr)
     {
@@ -35,7 +24,7 @@ CScriptKeywords::CScriptKeywords(IPlugin* pPlugin)
     m_Blocks = pScript->GetBlockKeywords();
     for (const SScriptKeyword& keyword : pScript->GetKeywords())
     {
-        if (FindOfHost(keyword.pszName) == nullptr)
+        if (FindHostKeyword(keyword.pszName) == nullptr)
         {
             m_Plugin.push_back(keyword);
             continue;
@@ -59,14 +48,14 @@ std::string CScriptKeywords::GetDeclarations() const
     return strText + "\n";
 }
 
-const SScriptKeyword* CScriptKeywords::FindOfHost(const char* pszName) const
-{
-    return Find(m_Host, pszName);
-}
-
 const SScriptKeyword* CScriptKeywords::FindOfPlugin(const char* pszName) const
 {
-    return Find(m_Plugin, pszName);
+    const auto found =
+        std::find_if(m_Plugin.begin(),
+                     m_Plugin.end(),
+                     [strName = std::string_view(pszName)](const SScriptKeyword& keyword)
+                     { return strName == keyword.pszName; });
+    return found != m_Plugin.end() ? &*found : nullptr;
 }
 
 EKeywordFile CScriptKeywords::GetFileUse(const CTCPARSE_KEYWORD& keyword) const

@@ -21,7 +21,6 @@ public:
     std::string GetDeclarations() const;
 
     // By its name, letter by letter; null for none of them.
-    const SScriptKeyword* FindOfHost(const char* pszName) const;
     const SScriptKeyword* FindOfPlugin(const char* pszName) const;
 
     // What the first argument of a keyword names, in a script or in a block; without regard to

@@ -5,10 +5,8 @@
 #include "editor/script/CScriptMouse.h"
 #include "editor/script/CScriptPicture.h"
 
-#include <cstdint>
 #include <functional>
 #include <string>
-#include <vector>
 
 class CEditorHost;
 class CScriptCall;
@@ -16,7 +14,6 @@ class CScriptCursor;
 class CTCPARSE_KEYWORD;
 class IPlugin;
 class IPluginScript;
-class Terrain;
 
 // Plays the keywords of one script into a host, in file order. Everything given is borrowed.
 class CScriptPlayer
@@ -39,36 +36,9 @@ public:
 
     const CDragRecorder& GetDrags() const { return m_Mouse.GetDrags(); }
 
-    // What the host plays, in the order in which scripts declare it; the texts are static.
-    static std::vector<SScriptKeyword> GetHostKeywords();
-
 private:
-    struct SRow;
-
     bool PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
     bool PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
-
-    bool PlayLevel(const CScriptCall& call, std::string& strWhy);
-    bool PlayOpen(const CScriptCall& call, std::string& strWhy);
-    bool PlayHeights(const CScriptCall& call, std::string& strWhy);
-    bool PlayKeys(const CScriptCall& call, std::string& strWhy);
-    template <EMouseEvent eEvent, ECursorTarget eTarget>
-    bool PlayMouse(const CScriptCall& call, std::string& strWhy);
-    bool PlayAction(const CScriptCall& call, std::string& strWhy);
-    bool PlayUndo(const CScriptCall& call, std::string& strWhy);
-    bool PlayRedo(const CScriptCall& call, std::string& strWhy);
-    bool PlaySave(const CScriptCall& call, std::string& strWhy);
-    bool PlayExportStl(const CScriptCall& call, std::string& strWhy);
-    bool PlayPicture(const CScriptCall& call, std::string& strWhy);
-    bool PlayExpectHeight(const CScriptCall& call, std::string& strWhy);
-    bool PlayExpectUndo(const CScriptCall& call, std::string& strWhy);
-
-    bool WriteTerrain(const CScriptCall& call,
-                      bool (*pWrite)(Terrain&, const char*),
-                      std::string& strWhy);
-    bool FinishLevel(bool bDone, const char* pszFailure, std::string& strWhy);
-
-    static const SRow ROWS[21];
 
     CEditorHost& m_Host;
     ViewId m_View;

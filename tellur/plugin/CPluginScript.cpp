@@ -56,36 +56,156 @@ bool HasPathThatBreaksFiles(const CTCPARSE_KEYWORD* pBlock)
     return false;
 }
 
-} // namespace
+bool PlayBrush(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    auto pBrush = std::make_unique<CTellurBrush>();
+    if (HasPathThatBreaksFiles(keyword.block))
+    {
+        strWhy = "a path of a brush cannot have a quotation mark";
+        return false;
+    }
+    if (!pBrush->Load(keyword.block))
+    {
+        strWhy = "the brush block cannot be used, the log says why";
+        return false;
+    }
+    for (const CTCPARSE_KEYWORD* pKey = keyword.block; pKey != nullptr; pKey = pKey->next)
+    {
+        if (IsKeyword(pKey, "mask_enabled"))
+        {
+            pBrush->SetMaskEnabled(GetIntValue(pKey->params) != 0);
+        }
+    }
+    parts.brush.TakeOver(std::move(pBrush));
+    return true;
+}
 
-struct CPluginScript::SRow
+bool PlayMode(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    const std::string strName = GetText(keyword);
+    const std::optional<int32_t> mode = parts.modes.FindMode(strName);
+    if (!mode)
+    {
+        strWhy = "there is no mode \"" + strName + "\"";
+        return false;
+    }
+    if (GetPluginContext()->GetEditorHost()->GetModeManager()->GetCurrentModeId() == *mode)
+    {
+        return true;
+    }
+    if (*mode == parts.modes.GetEditTerrainTypeId())
+    {
+        return parts.painting.SwitchOn(strWhy);
+    }
+    if (!parts.modes.SetMode(*mode, 0))
+    {
+        strWhy = "the mode \"" + strName + "\" was refused";
+        return false;
+    }
+    return true;
+}
+
+bool PlayAutoNormals(const SScriptParts& /*parts*/,
+                     const CTCPARSE_KEYWORD& keyword,
+                     std::string& /*strWhy*/)
+{
+    GetPluginPart<IPanelPlugin>()->SetAutoUpdateNormals(GetIntValue(keyword.params) != 0);
+    return true;
+}
+
+// What cannot be read adds nothing, the log says why, and the script goes on: a missing library is
+// no reason to stop a designer either.
+bool PlayBrushFile(const SScriptParts& parts,
+                   const CTCPARSE_KEYWORD& keyword,
+                   std::string& /*strWhy*/)
+{
+    const char* pszPath = GetStringValue(keyword.params);
+    if (!parts.brushes.LoadPredefinedBrushes(pszPath))
+    {
+        CrashLog("[IPluginImpl::PlayBrushFile] %s cannot be read\n",
+                 pszPath != nullptr ? pszPath : "");
+    }
+    parts.panel.FillBrushList();
+    return true;
+}
+
+bool PlayUseBrush(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    const std::string strName = GetText(keyword);
+    const auto& brushes = parts.brushes.GetPredefined();
+    const auto found =
+        std::find_if(brushes.begin(),
+                     brushes.end(),
+                     [&](const auto& pBrush)
+                     { return pBrush->GetName() != nullptr && strName == pBrush->GetName(); });
+    if (found == brushes.end())
+    {
+        strWhy = "there is no predefined brush \"" + strName + "\"";
+        return false;
+    }
+    GetPluginPart<IPanelPlugin>()->UsePredefinedBrush(**found);
+    return true;
+}
+
+bool PlaySaveBrushes(const SScriptParts& parts,
+                     const CTCPARSE_KEYWORD& keyword,
+                     std::string& strWhy)
+{
+    const char* pszPath = GetStringValue(keyword.params);
+    const bool bSaved = parts.brushes.SavePredefinedBrushesToFile(pszPath);
+    if (bSaved && fs::root_path(pszPath) == fs::root_path(PREDEFINED_BRUSHES))
+    {
+        parts.brushes.SetSaved(); // a file of another name is a copy and no save
+    }
+    strWhy = bSaved ? "" : "the brushes cannot be saved, the log says why";
+    return bSaved;
+}
+
+bool PlayResolution(const SScriptParts& /*parts*/,
+                    const CTCPARSE_KEYWORD& keyword,
+                    std::string& strWhy)
+{
+    const int32_t iVertices = GetIntValue(keyword.params);
+    const auto uVertices = static_cast<uint32_t>(iVertices);
+    const uint32_t uCells = uVertices - 1;
+    if (uVertices < TERRAIN_LEAST_CHOICE || uVertices > TERRAIN_MAX_VERTICES ||
+        !std::has_single_bit(uCells))
+    {
+        strWhy = "must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385";
+        return false;
+    }
+    ChangeHeightMapResolution(iVertices);
+    const Terrain* pTerrain = GetCurrentTerrain();
+    if (pTerrain == nullptr)
+    {
+        strWhy = "there is no terrain";
+        return false;
+    }
+    if (pTerrain->GetCellsPerSide() != uCells)
+    {
+        strWhy = "the resolution did not change, the log says why";
+        return false;
+    }
+    return true;
+}
+
+struct SRow
 {
     SScriptKeyword keyword;
-    bool (CPluginScript::*pPlay)(const CTCPARSE_KEYWORD&, std::string&);
+    bool (*pPlay)(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, std::string& strWhy);
 };
 
-const CPluginScript::SRow CPluginScript::ROWS[] = {
-    {{"brush", ""}, &CPluginScript::PlayBrush},
-    {{"brush_file", "s", EKeywordFile::Read}, &CPluginScript::PlayBrushFile},
-    {{"use_brush", "s"}, &CPluginScript::PlayUseBrush},
-    {{"save_brushes", "s", EKeywordFile::Written}, &CPluginScript::PlaySaveBrushes},
-    {{"mode", "s"}, &CPluginScript::PlayMode},
-    {{"auto_normals", "i"}, &CPluginScript::PlayAutoNormals},
-    {{"resolution", "i"}, &CPluginScript::PlayResolution},
+constexpr SRow ROWS[] = {
+    {{"brush", ""}, &PlayBrush},
+    {{"brush_file", "s", EKeywordFile::Read}, &PlayBrushFile},
+    {{"use_brush", "s"}, &PlayUseBrush},
+    {{"save_brushes", "s", EKeywordFile::Written}, &PlaySaveBrushes},
+    {{"mode", "s"}, &PlayMode},
+    {{"auto_normals", "i"}, &PlayAutoNormals},
+    {{"resolution", "i"}, &PlayResolution},
 };
 
-CPluginScript::CPluginScript(CBrushContainer& brushes,
-                             CBrushAtHand& brush,
-                             const CPluginModes& modes,
-                             CPainting& painting,
-                             CPanelLink& panel)
-    : m_Brushes(brushes)
-    , m_Brush(brush)
-    , m_Modes(modes)
-    , m_Painting(painting)
-    , m_Panel(panel)
-{
-}
+} // namespace
 
 std::vector<SScriptKeyword> CPluginScript::GetKeywords()
 {
@@ -116,7 +236,7 @@ EScriptResult CPluginScript::Play(const CTCPARSE_KEYWORD* pKeyword, std::string&
     const auto* pRow = std::find_if(std::begin(ROWS), std::end(ROWS), is);
     if (pRow != std::end(ROWS))
     {
-        return (this->*pRow->pPlay)(*pKeyword, strWhy) ? EScriptResult::Done
+        return pRow->pPlay(m_Parts, *pKeyword, strWhy) ? EScriptResult::Done
                                                        : EScriptResult::Failed;
     }
     const std::span<const SPaintKeyword> paint = GetPaintKeywords();
@@ -125,159 +245,36 @@ EScriptResult CPluginScript::Play(const CTCPARSE_KEYWORD* pKeyword, std::string&
     {
         return EScriptResult::Unknown;
     }
-    if (m_Painting.GetDialog() == nullptr && !m_Painting.OpenDialog())
+    if (m_Parts.painting.GetDialog() == nullptr && !m_Parts.painting.OpenDialog())
     {
         strWhy = "the draw dialog cannot be shown, the log says why";
         return EScriptResult::Failed;
     }
-    return found->pPlay(*m_Painting.GetDialog(), *m_Painting.GetMode(), pKeyword->params, strWhy)
+    return found->pPlay(
+               *m_Parts.painting.GetDialog(), *m_Parts.painting.GetMode(), pKeyword->params, strWhy)
                ? EScriptResult::Done
                : EScriptResult::Failed;
 }
 
-bool CPluginScript::PlayBrush(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
-{
-    auto pBrush = std::make_unique<CTellurBrush>();
-    if (HasPathThatBreaksFiles(keyword.block))
-    {
-        strWhy = "a path of a brush cannot have a quotation mark";
-        return false;
-    }
-    if (!pBrush->Load(keyword.block))
-    {
-        strWhy = "the brush block cannot be used, the log says why";
-        return false;
-    }
-    for (const CTCPARSE_KEYWORD* pKey = keyword.block; pKey != nullptr; pKey = pKey->next)
-    {
-        if (IsKeyword(pKey, "mask_enabled"))
-        {
-            pBrush->SetMaskEnabled(GetIntValue(pKey->params) != 0);
-        }
-    }
-    m_Brush.TakeOver(std::move(pBrush));
-    return true;
-}
-
-bool CPluginScript::PlayMode(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
-{
-    const std::string strName = GetText(keyword);
-    const std::optional<int32_t> mode = m_Modes.FindMode(strName);
-    if (!mode)
-    {
-        strWhy = "there is no mode \"" + strName + "\"";
-        return false;
-    }
-    if (GetPluginContext()->GetEditorHost()->GetModeManager()->GetCurrentModeId() == *mode)
-    {
-        return true;
-    }
-    if (*mode == m_Modes.GetEditTerrainTypeId())
-    {
-        return m_Painting.SwitchOn(strWhy);
-    }
-    if (!m_Modes.SetMode(*mode, 0))
-    {
-        strWhy = "the mode \"" + strName + "\" was refused";
-        return false;
-    }
-    return true;
-}
-
-bool CPluginScript::PlayAutoNormals(const CTCPARSE_KEYWORD& keyword, std::string& /*strWhy*/)
-{
-    GetPluginPart<IPanelPlugin>()->SetAutoUpdateNormals(GetIntValue(keyword.params) != 0);
-    return true;
-}
-
-// What cannot be read adds nothing, the log says why, and the script goes on: a missing library is
-// no reason to stop a designer either.
-bool CPluginScript::PlayBrushFile(const CTCPARSE_KEYWORD& keyword, std::string& /*strWhy*/)
-{
-    const char* pszPath = GetStringValue(keyword.params);
-    if (!m_Brushes.LoadPredefinedBrushes(pszPath))
-    {
-        CrashLog("[IPluginImpl::PlayBrushFile] %s cannot be read\n",
-                 pszPath != nullptr ? pszPath : "");
-    }
-    m_Panel.FillBrushList();
-    return true;
-}
-
-bool CPluginScript::PlayUseBrush(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
-{
-    const std::string strName = GetText(keyword);
-    const auto& brushes = m_Brushes.GetPredefined();
-    const auto found =
-        std::find_if(brushes.begin(),
-                     brushes.end(),
-                     [&](const auto& pBrush)
-                     { return pBrush->GetName() != nullptr && strName == pBrush->GetName(); });
-    if (found == brushes.end())
-    {
-        strWhy = "there is no predefined brush \"" + strName + "\"";
-        return false;
-    }
-    GetPluginPart<IPanelPlugin>()->UsePredefinedBrush(**found);
-    return true;
-}
-
-bool CPluginScript::PlaySaveBrushes(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
-{
-    const char* pszPath = GetStringValue(keyword.params);
-    const bool bSaved = m_Brushes.SavePredefinedBrushesToFile(pszPath);
-    if (bSaved && fs::root_path(pszPath) == fs::root_path(PREDEFINED_BRUSHES))
-    {
-        m_Brushes.SetSaved(); // a file of another name is a copy and no save
-    }
-    strWhy = bSaved ? "" : "the brushes cannot be saved, the log says why";
-    return bSaved;
-}
-
-bool CPluginScript::PlayResolution(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
-{
-    const int32_t iVertices = GetIntValue(keyword.params);
-    const auto uVertices = static_cast<uint32_t>(iVertices);
-    const uint32_t uCells = uVertices - 1;
-    if (uVertices < TERRAIN_LEAST_CHOICE || uVertices > TERRAIN_MAX_VERTICES ||
-        !std::has_single_bit(uCells))
-    {
-        strWhy = "must be one of 33, 65, 129, 257, 513, 1025, 2049, 4097, 8193, 16385";
-        return false;
-    }
-    ChangeHeightMapResolution(iVertices);
-    const Terrain* pTerrain = GetCurrentTerrain();
-    if (pTerrain == nullptr)
-    {
-        strWhy = "there is no terrain";
-        return false;
-    }
-    if (pTerrain->GetCellsPerSide() != uCells)
-    {
-        strWhy = "the resolution did not change, the log says why";
-        return false;
-    }
-    return true;
-}
-
 bool CPluginScript::WriteState(fs::ifile& file)
 {
-    if (m_Brush.Get() != nullptr && !WriteBrush(file, *m_Brush.Get()))
+    if (m_Parts.brush.Get() != nullptr && !WriteBrush(file, *m_Parts.brush.Get()))
     {
         return false;
     }
-    const bool bPainting = m_Painting.IsOn();
+    const bool bPainting = m_Parts.painting.IsOn();
     if (bPainting)
     {
-        WritePaintBrush(file, *m_Painting.GetMode());
+        WritePaintBrush(file, *m_Parts.painting.GetMode());
     }
-    if (const char* pszMode = m_Modes.GetCurrentName()) // a mode of another plug-in is not ours
+    if (const char* pszMode =
+            m_Parts.modes.GetCurrentName()) // a mode of another plug-in is not ours
     {
         file.printf("mode( \"%s\" )\n", pszMode);
     }
     if (bPainting)
     {
-        WritePaintState(file, *m_Painting.GetDialog(), *m_Painting.GetMode());
+        WritePaintState(file, *m_Parts.painting.GetDialog(), *m_Parts.painting.GetMode());
     }
     const bool bNormals = GetPluginContext()->IsAutoUpdateNormals();
     return file.printf("auto_normals( %d )\n", bNormals ? 1 : 0) > 0;

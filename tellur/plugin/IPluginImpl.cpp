@@ -34,7 +34,7 @@ IPluginImpl::IPluginImpl()
     , CPainting(modes)
     , CPluginTools(GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel)
     , CPluginStrokes(brush, static_cast<CPluginTools&>(*this))
-    , CPluginScript(GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel)
+    , CPluginScript({GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel})
 {
     // The store of tiles is made before this object, so that a drag that was never released can
     // leave its own there when this goes.

@@ -259,7 +259,7 @@ TEST(DocSnippets, ScriptKeywordsAreThoseOfThePlayer)
         const std::string strName = strCall.substr(0, strCall.find('('));
         const std::regex name("\\b" + strName + "\\(");
         const bool bBrushKey =
-            std::regex_search(ReadFile("host/BrushBlock.h"), std::regex("!" + strName + "\\("));
+            std::regex_search(ReadFile("host/BrushBlock.h"), std::regex("\\{\"" + strName + "\""));
         EXPECT_TRUE(bBrushKey || std::regex_search(strManual, name)) << strCall << ": manual page";
     }
     // Of other files in the same syntax.
