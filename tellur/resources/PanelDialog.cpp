@@ -2,7 +2,6 @@
 #include "tellur/resources/DialogTables.h"
 #include "tellur/resources/FunctionFaces.h"
 
-#include <algorithm>
 #include <vector>
 
 namespace
@@ -63,6 +62,12 @@ std::span<const SRowResource> GetToolRows()
         {
             buttons.push_back(MakeFunction(pFace->uButton, pFace->pszButton));
         }
+        while (buttons.size() % FUNCTIONS_IN_ROW != 0)
+        {
+            SControlResource space = MakeFunction(0, nullptr); // a last row has buttons as wide
+            space.eKind = EControlKind::Space;
+            buttons.push_back(space);
+        }
         return buttons;
     }();
     static const std::vector<SRowResource> s_Rows = []
@@ -70,8 +75,7 @@ std::span<const SRowResource> GetToolRows()
         std::vector<SRowResource> rows;
         for (size_t i = 0; i < s_Buttons.size(); i += FUNCTIONS_IN_ROW)
         {
-            const size_t nCount = std::min(FUNCTIONS_IN_ROW, s_Buttons.size() - i);
-            rows.push_back({std::span(s_Buttons).subspan(i, nCount), FUNCTION_LINES});
+            rows.push_back({std::span(s_Buttons).subspan(i, FUNCTIONS_IN_ROW), FUNCTION_LINES});
         }
         rows.push_back({.controls = PROPERTIES, .iLines = GRID_LINES, .iWeight = 2});
         return rows;

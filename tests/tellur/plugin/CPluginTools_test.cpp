@@ -111,15 +111,10 @@ TEST_F(CPluginToolsTest, ValuesStayInTheirRanges)
 
 TEST_F(CPluginToolsTest, OnlyWhatHasAnInverseOrAHeightOrKeysSaysSo)
 {
-    for (const char* pszFunction : {"BlurFunction",
-                                    "PointHeightFunction",
-                                    "SetHeightFunction",
-                                    "RelativeHeightFunction",
-                                    "PosterizeFunction",
-                                    "RampFunction"})
+    for (const SToolOffer& tool : m_Plugin->GetTools())
     {
-        const std::string strName = pszFunction;
-        ASSERT_TRUE(m_Plugin->TakeTool(pszFunction));
+        const std::string strName = tool.pszFunction;
+        ASSERT_TRUE(m_Plugin->TakeTool(tool.pszFunction));
         float fHeight = 0.0F;
         EXPECT_EQ(m_Plugin->InvertTool(fHeight), strName == "RelativeHeightFunction") << strName;
         EXPECT_EQ(m_Plugin->SetToolHeight(12.5F), strName == "SetHeightFunction") << strName;

@@ -1,3 +1,4 @@
+#include "tellur/resources/FunctionFaces.h"
 #include "tests/tellur/plugin/PluginFixture.h"
 
 #include <cstring>
@@ -9,13 +10,22 @@ namespace
 
 using CPluginInitialize = CPluginFixture;
 
-// The functions that brushes can be made of, in the order of their containers.
-const Lines FUNCTIONS = {"PointHeightFunction",
-                         "RelativeHeightFunction",
-                         "BlurFunction",
-                         "SetHeightFunction",
-                         "RampFunction",
-                         "PosterizeFunction"};
+// The functions that brushes can be made of, in the order of their containers: six that files and
+// habits depend on come first.
+Lines GetFunctions()
+{
+    Lines functions = {"PointHeightFunction",
+                       "RelativeHeightFunction",
+                       "BlurFunction",
+                       "SetHeightFunction",
+                       "RampFunction",
+                       "PosterizeFunction"};
+    for (const SFunctionFace& face : GetFunctionFaces().subspan(functions.size()))
+    {
+        functions.emplace_back(face.pszFunction);
+    }
+    return functions;
+}
 
 } // namespace
 
@@ -80,7 +90,7 @@ TEST_F(CPluginInitialize, MakesOneToolBrushPerFunction)
         EXPECT_EQ(pBrush->GetExtent(), 3200.0F);
         EXPECT_TRUE(pBrush->SetCursor()) << "the function's cursor is the plug-in's";
     }
-    EXPECT_EQ(brushes, FUNCTIONS);
+    EXPECT_EQ(brushes, GetFunctions());
 }
 
 TEST_F(CPluginInitialize, DoingItTwiceReportsEveryFunctionAndKeepsTheBrushes)
@@ -90,7 +100,7 @@ TEST_F(CPluginInitialize, DoingItTwiceReportsEveryFunctionAndKeepsTheBrushes)
     m_Log.Clear();
     m_Plugin->Initialize();
     Lines expected;
-    for (const std::string& strClass : FUNCTIONS)
+    for (const std::string& strClass : GetFunctions())
     {
         const std::string strName = strClass.substr(0, strClass.size() - std::strlen("Function"));
         expected.push_back("[CFunctionContainer::AddFunction] function of name " + strClass +
