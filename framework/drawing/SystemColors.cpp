@@ -124,6 +124,7 @@ ColorRef GetColorOf(const IDrawingSystem& system, ESystemColor eColor)
 
 int GetBorder(double fScale)
 {
+    // The comparison takes a scale that is no number to 1, too.
     return fScale > 1 ? static_cast<int>(std::round(std::min(fScale, 100.0))) : 1;
 }
 

@@ -62,6 +62,7 @@ void CFormBuilder::Build(const SDialogResource& dialog)
     std::map<int, QVBoxLayout*> columns;
     for (const SGroupResource& group : dialog.groups)
     {
+        // A column stands where the template names it first, whatever its number is.
         QVBoxLayout*& pColumn = columns[group.iColumn];
         if (pColumn == nullptr)
         {
@@ -73,6 +74,7 @@ void CFormBuilder::Build(const SDialogResource& dialog)
     }
     for (const auto& [iColumn, pColumn] : columns)
     {
+        // Where no group wants the spare height, it goes below the last one.
         bool bFills = false;
         for (int i = 0; i < pColumn->count(); ++i)
         {
@@ -139,6 +141,7 @@ void CFormBuilder::AddRow(const SRowResource& row, QWidget& ground, QVBoxLayout&
         }
         bFirst = false;
     }
+    // Where no control wants the spare width, it goes behind the last one.
     if (iWeights == 0)
     {
         pRow->addStretch(1);

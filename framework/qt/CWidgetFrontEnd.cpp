@@ -22,6 +22,7 @@ namespace
 
 std::vector<QPointer<QWidget>>& GetViews()
 {
+    // Never destroyed: widgets may outlive static objects.
     static std::vector<QPointer<QWidget>>& s_Views = *new std::vector<QPointer<QWidget>>;
     return s_Views;
 }

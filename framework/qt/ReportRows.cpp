@@ -39,6 +39,7 @@ int CReportView::GetWidthOfColumn(int iColumn) const
 
 void CReportView::SetWidthOfColumn(int iColumn, int iWidth)
 {
+    // A width that is set by code is told to nobody, even while a mouse button is held.
     const QSignalBlocker quiet(header());
     setColumnWidth(iColumn, FromPixels(iWidth));
     FollowCells();

@@ -16,7 +16,7 @@ constexpr uint32_t PICTURE = 2130;
 constexpr int DEPTHS[] = {16, 24, 32};
 constexpr ColorRef INK = MakeColor(40, 110, 200);
 
-// Lengths at 100 %.
+// One of the three drawings. Places and lengths are given at 100 % and scaled here.
 struct SSheet
 {
     CDrawContext& context;

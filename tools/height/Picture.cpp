@@ -38,6 +38,7 @@ SReliefPicture Join(const std::vector<SReliefPicture>& pictures)
     }
     if (joined.uWidth > IMAGE_MAX_SIDE)
     {
+        // The empty picture cannot be made an image, which Save reports.
         return {};
     }
     joined.rgb.assign(size_t{joined.uWidth} * joined.uHeight * PIXEL_BYTES, 255);

@@ -202,6 +202,7 @@ int Play(const SReplayOptions& options, CReplayLog& log)
     {
         bReady = false;
     }
+    // Judged before the log is opened, which would empty a file that the script names.
     const std::string strClash =
         FindClash(options, CScriptKeywords(loader.GetPlugin()), pScript.get());
     if (!strClash.empty())
