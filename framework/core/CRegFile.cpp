@@ -80,6 +80,7 @@ bool ReadAll(int iDescriptor, std::string& strText)
         {
             return true;
         }
+        // A signal that interrupts the call before it has done anything is no failure.
         if (nStep < 0 && errno != EINTR)
         {
             return false;

@@ -56,6 +56,7 @@ bool TakeQuoted(std::string_view& rest, std::string& strText)
 
 std::string Quote(const std::string& strText)
 {
+    // A name may hold what would end its line or the quoted text.
     std::string strQuoted = "\"";
     for (const char c : strText)
     {
@@ -241,6 +242,7 @@ void CRegText::AppendSection(const std::string& strKey)
     {
         m_Text = "; what the programs remember for this user\n";
     }
+    // The line feed in front ends a last line that lacks one; elsewhere it leaves a blank line.
     m_Text += "\n[" + strKey + "]\n";
     Parse();
 }

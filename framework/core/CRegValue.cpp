@@ -16,6 +16,7 @@ namespace
 // Keys are never closed, so this holds each path once that was ever opened.
 const std::string* KeepKey(std::string strKey)
 {
+    // The addresses of entries of a set never change, so holders may keep them.
     static std::set<std::string> s_Keys;
     return &*s_Keys.insert(std::move(strKey)).first;
 }

@@ -14,7 +14,8 @@ public:
     // operations below may be called only while it has.
     virtual bool IsReady() const = 0;
 
-    // As the palette has it, which may make shades equal; GetSystemColor tells them apart.
+    // Answers the colour as the palette has it, where shades may be equal; GetSystemColor sees to
+    // it that they differ.
     virtual ColorRef GetPaletteColor(ESystemColor eColor) const = 0;
 
     // The size of the cell of one line, in device pixels at the scale. Line breaks and tabs count

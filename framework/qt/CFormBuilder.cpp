@@ -37,6 +37,7 @@ int GetContentWidth(const SControlResource& control, const QWidget& widget)
     case EControlKind::Edit:
     case EControlKind::ListView:
     case EControlKind::ListBox:
+        // These scroll, or their owner draws them, so their content asks for no width.
         return widget.fontMetrics().height();
     case EControlKind::Spin:
         return widget.sizeHint().width();
@@ -122,6 +123,8 @@ void CFormBuilder::AddRow(const SRowResource& row, QWidget& ground, QVBoxLayout&
         if (iHeight > 0)
         {
             pWidget->setMinimumHeight(std::max(iHeight, pWidget->minimumSizeHint().height()));
+            // A row with a share of the spare height grows beyond its lines, others are just as
+            // high.
             const bool bGrows = row.iWeight > 0;
             pWidget->setMaximumHeight(bGrows ? QWIDGETSIZE_MAX : pWidget->minimumHeight());
         }

@@ -140,6 +140,7 @@ void CWidgetFrontEnd::SetCursor(const SCursorResource* pCursor)
 void CWidgetFrontEnd::SetCapture(uintptr_t uWindow)
 {
     ReleaseCapture();
+    // Without such a window nobody has the mouse, as after a release.
     QWidget* pWidget = CWindowNode::FindWidget(uWindow);
     if (pWidget != nullptr)
     {

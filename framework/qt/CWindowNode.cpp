@@ -366,6 +366,7 @@ bool CWindowNode::HandleToolTip(QEvent& event)
             return true;
         }
     }
+    // The nearest window around that has tips on and knows a text answers.
     for (CWindow* pAround = m_pParent; pAround != nullptr; pAround = pAround->GetParent())
     {
         if (pAround->m_bToolTips)

@@ -214,6 +214,7 @@ QWidget* MakeControlWidget(const SControlResource& control, QWidget* pGround, CW
     pNode->SetStyle(control.uStyle);
     // A name by which an inspector or a test finds the control.
     pWidget->setObjectName(QString::number(control.uId));
+    // What scrolls gets the events of the mouse at its viewport.
     if (auto* pArea = dynamic_cast<QAbstractScrollArea*>(pWidget))
     {
         pNode->Watch(*pArea->viewport());

@@ -67,6 +67,7 @@ void CDialog::OnCancel()
 
 bool CDialog::OnChildNotify(SNotification& notification)
 {
+    // A handler of the dialog's own takes the place of what the two buttons do otherwise.
     if (CFormWindow::OnChildNotify(notification))
     {
         return true;

@@ -75,6 +75,8 @@ bool Draw(const SHeightOptions& options, std::vector<SReliefPicture>& pictures)
         {
             return false;
         }
+        // The colours of a scene follow slope and height limit of each terrain, so it takes no
+        // range.
         if (options.eye)
         {
             pictures.push_back(RenderScene(field, GetCamera(options)));

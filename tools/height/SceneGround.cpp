@@ -239,6 +239,7 @@ void Light(SSceneGround& ground, const FSun& towards, float fHeightLimit)
     constexpr SVec3 SKYLIGHT{0.26F, 0.36F, 0.56F};
     const FSun sun = Normalize(towards);
     const std::vector<float> depths = MakeShadows(ground, sun);
+    // Lengths follow the width of the terrain, so that terrains of all sizes look alike.
     const uint32_t uRadius = std::max(1U, ground.uSizeX / 80);
     const float fRadius = static_cast<float>(uRadius) * ground.fStepX;
     const float fPatches = 60.0F / (static_cast<float>(ground.uSizeX) * ground.fStepX);

@@ -94,6 +94,7 @@ std::string MakeTreeJson(const CTCPARSE_KEYWORD* pTree)
         while (pNode->next == nullptr && !around.empty())
         {
             pNode = around.back();
+            // The block ends here, and then the node that it belongs to.
             around.pop_back();
             json.End();
             json.End();

@@ -233,6 +233,7 @@ int Play(const SReplayOptions& options, CReplayLog& log)
         return Report(EXIT_FAILED,
                       options.strScript + ": not enough memory for each stroke, see the log");
     }
+    // Before the results: a log that is not whole is a failure, and then there is no terrain.
     if (!log.Flush())
     {
         return Report(EXIT_FAILED, options.strLog + ": --log cannot be written");
