@@ -92,6 +92,7 @@ SSize CDrawingSystem::GetTextSize(const char* pszUtf8, double fScale) const
 void CDrawingSystem::CoverText(
     const char* pszUtf8, double fScale, const SRect& box, uint8_t* pCoverage, size_t uStride) const
 {
+    // The image has no pixels of its own: it draws into the caller's.
     QImage coverage(pCoverage,
                     box.GetWidth(),
                     box.GetHeight(),

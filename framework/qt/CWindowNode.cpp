@@ -200,8 +200,8 @@ QRect CWindowNode::FromPixels(const SRect& rect) const
 void CWindowNode::DoDefault()
 {
     QEvent* pEvent = m_pEvent;
-    // The event goes to the widget itself, past its filters, and only once: eventFilter sees by the
-    // null pointer that it must not go on.
+    // The event goes to the widget itself, past its filters, and only once: by the null pointer
+    // eventFilter sees that it must not go to the widget again.
     m_pEvent = nullptr;
     if (pEvent != nullptr)
     {

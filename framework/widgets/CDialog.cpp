@@ -20,6 +20,7 @@ bool CDialog::Create(CWindow* pParent)
     AttachControls();
     OnInit();
     IDialogNode* pDialog = GetNode() != nullptr ? GetNode()->GetDialog() : nullptr;
+    // OnInit may have ended the window.
     if (pDialog == nullptr)
     {
         return false;

@@ -66,6 +66,7 @@ void DrawPictures(const SSheet& sheet)
     }
     CDrawContext memory = CDrawContext::CreateCompatible(context);
     memory.SelectBitmap(&picture);
+    // The plug-in's pictures are made of these greys, which become those of the desktop.
     const SColorPair greys[] = {
         {MakeColor(0xC0, 0xC0, 0xC0), GetSystemColor(ESystemColor::ButtonFace)},
         {MakeColor(0x80, 0x80, 0x80), GetSystemColor(ESystemColor::ButtonShadow)},
