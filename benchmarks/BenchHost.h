@@ -22,8 +22,9 @@ public:
     // plug-in cannot be loaded.
     explicit CBenchHost(uint32_t uVertices);
 
-    // The one of the process, for the plug-in is one object; made anew for another size. The main
-    // function drops it: statics of the libraries, which are made later, would be gone before it.
+    // The host of the process, made anew for another size: there is only one, as the plug-in is one
+    // object. The main function drops it, because statics of the libraries, which are made later,
+    // would be gone before it.
     static CBenchHost& GetShared(uint32_t uVertices);
     static void DropShared();
 
@@ -117,5 +118,5 @@ void TakeBrush(IPlugin* pPlugin,
                float fExtent,
                const char* pszAttribs = "");
 
-// Absolute path of a file beside the benchmark program.
+// Absolute path of the folder that the benchmark program is in, without a final slash.
 std::string GetProgramFolder();

@@ -35,7 +35,8 @@ public:
     CHand(const CHand&) = delete;
     CHand& operator=(const CHand&) = delete;
 
-    // nMoves over fPixels to the right in fSeconds, from the middle of the view on.
+    // Draws one stroke, fPixels to the right and centred in the view, with nMoves moves in
+    // fSeconds. Returns when all of them have been taken and shown.
     void Drag(double fPixels, int nMoves, double fSeconds)
     {
         m_Global = m_View.mapToGlobal(QPointF());
@@ -65,7 +66,7 @@ public:
         Send(QEvent::MouseButtonRelease, from + QPointF(fPixels, 0.0), Qt::NoButton);
     }
 
-    // Frames that were shown without a move that had come before them, the most for any move.
+    // How many frames were shown without a move that had come before them: the most for any move.
     int GetMostBehind() const
     {
         int nMost = 0;

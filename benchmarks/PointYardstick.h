@@ -17,7 +17,8 @@ public:
     // uSide: vertices per side; heights: all of them, copied three times.
     CPointYardstick(uint32_t uSide, const float* pHeights);
 
-    // The footprint of iCount vertices from (iFirstX, iFirstZ) on; image: square.
+    // Does one point with a footprint of iCount by iCount vertices from (iFirstX, iFirstZ) on. The
+    // image must be square.
     void Run(int iFirstX, int iFirstZ, int iCount, const IImage& image);
 
 private:

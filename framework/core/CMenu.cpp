@@ -52,6 +52,7 @@ void CMenu::AppendResource(const SMenuItemResource& item)
 {
     if (item.nSubItems > 0)
     {
+        // The pop-up goes in empty and is filled in its place: only there does its address stay.
         CMenu* pSubMenu = AppendSubMenu(item.pszText, CMenu());
         for (size_t i = 0; i < item.nSubItems; ++i)
         {
@@ -100,6 +101,8 @@ bool CMenu::InsertSeparator(size_t iPos)
 CMenu* CMenu::AppendSubMenu(const char* pszText, CMenu&& subMenu)
 {
     auto pSubMenu = std::make_unique<CMenu>(std::move(subMenu));
+    // A pop-up counts as a menu even while it has no items. It lives apart from its item, so that
+    // the pointer that is handed out stays good when the list of items grows.
     pSubMenu->m_Valid = true;
     CMenu* pHandedOut = pSubMenu.get();
     Insert(m_Items.size(), {0, false, pszText != nullptr ? pszText : "", std::move(pSubMenu)});

@@ -16,21 +16,24 @@ class TELLUR_API CMenu
 public:
     CMenu(); // not valid until it is loaded or gets its first item
     ~CMenu();
-    CMenu(CMenu&& other) noexcept; // the other is then as made
+    CMenu(CMenu&& other) noexcept; // the other menu becomes empty and not valid
     CMenu& operator=(CMenu&& other) noexcept;
     CMenu(const CMenu&) = delete;
     CMenu& operator=(const CMenu&) = delete;
 
-    // Replaces the content. False, with the content kept, when no module has the resource.
+    // Replaces the content by that of a menu resource. Answers false and keeps the content when no
+    // module has a menu of that id.
     bool LoadMenu(uint32_t uResourceId);
-    void DestroyMenu(); // sub-menus handed out end with it
+    // Empties the menu, which is then not valid. Sub-menus that were handed out end with that.
+    void DestroyMenu();
 
-    // Inserts before the item at iPos; beyond the end appends. False for a null text.
+    // Inserts an item before the one at iPos, or at the end when there is none. Answers false for a
+    // null text. The menu is valid from its first item or separator on.
     bool InsertItem(size_t iPos, uint32_t uId, const char* pszText);
     bool InsertSeparator(size_t iPos);
-    // Appends a pop-up and takes over its menu; the sub-menu is returned, owned by this menu.
+    // Appends a pop-up and takes over its menu. Returns that sub-menu, which this menu owns.
     CMenu* AppendSubMenu(const char* pszText, CMenu&& subMenu);
-    // Gives an item a new id and text in place; a null text keeps the old one. False for a
+    // Gives an item a new id and text in place; a null text keeps the old one. Answers false for a
     // separator, a pop-up and a position that is not there.
     bool ModifyItem(size_t iPos, uint32_t uNewId, const char* pszText);
 

@@ -14,8 +14,9 @@ public:
     COffscreenWindows(const COffscreenWindows&) = delete;
     COffscreenWindows& operator=(const COffscreenWindows&) = delete;
 
-    // Does nothing beside a window system that is there already. False, with one logged line the
-    // first time, when its library cannot be opened.
+    // Opens it and keeps it until this object ends. Where the program has a window system that
+    // works already, that one is used. Answers false, with one logged line the first time, when the
+    // library of the window system cannot be opened.
     bool Open();
 
 private:

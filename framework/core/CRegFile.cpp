@@ -16,6 +16,7 @@ namespace
 {
 
 constexpr size_t MAX_BYTES = 4U << 20U; // settings of windows are a few kilobytes
+// A circle of links ends here; the file that is left cannot be opened then.
 constexpr int LINKS_FOLLOWED = 40;
 constexpr mode_t PRIVATE_FILE = 0600;
 constexpr mode_t PRIVATE_FOLDER = 0700;
@@ -79,6 +80,7 @@ bool ReadAll(int iDescriptor, std::string& strText)
         {
             return true;
         }
+        // A signal that interrupts the call before it has done anything is no failure.
         if (nStep < 0 && errno != EINTR)
         {
             return false;
@@ -148,6 +150,7 @@ void CRegFile::FollowLinks()
             return;
         }
         const std::string strLink(szLink, static_cast<size_t>(nLength));
+        // A link that is no absolute path counts from the folder that the link lies in.
         m_Target = strLink.front() == '/' ? strLink : GetFolderOf(m_Target) + strLink;
     }
 }
@@ -197,6 +200,7 @@ void CRegFile::MakeFolders() const
 {
     for (size_t i = m_Path.find('/', 1); i != std::string::npos; i = m_Path.find('/', i + 1))
     {
+        // Most of them are there already. What cannot be made shows when the lock is opened.
         ::mkdir(m_Path.substr(0, i).c_str(), PRIVATE_FOLDER);
     }
 }
@@ -208,6 +212,7 @@ int CRegFile::OpenLock() const
     const std::string strLock = m_Target + ".lock";
     for (;;)
     {
+        // A link in the lock file's place is refused, since the file would be made where it leads.
         const int iLock = ::open(strLock.c_str(),
                                  O_RDONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK,
                                  PRIVATE_FILE);
@@ -240,6 +245,8 @@ bool CRegFile::Replace(const std::string& strText) const
 {
     struct stat old = {};
     const bool bOld = ::stat(m_Target.c_str(), &old) == 0;
+    // Renaming over a file asks only whether the folder may be written, so a file that somebody has
+    // protected is found out here. A super-user may write every file, hence the look at its mode.
     const bool bReadOnly =
         bOld && ((old.st_mode & ANY_WRITE) == 0 || ::access(m_Target.c_str(), W_OK) != 0);
     if (bReadOnly || strText.size() > MAX_BYTES)
@@ -257,6 +264,8 @@ bool CRegFile::Replace(const std::string& strText) const
     // A super-user's program must not take a user's file away from him.
     const bool bOwner =
         !bOld || old.st_uid == ::geteuid() || ::fchown(file.Get(), old.st_uid, old.st_gid) == 0;
+    // The bytes are on the disk before the name changes hands: after a crash there is the old file
+    // or the whole new one.
     const mode_t uMode = bOld ? old.st_mode & PERMISSIONS : PRIVATE_FILE;
     if (!bOwner || ::fchmod(file.Get(), uMode) != 0 || !WriteAll(file.Get(), strText) ||
         ::fsync(file.Get()) != 0 || ::rename(strTemporary.c_str(), m_Target.c_str()) != 0)

@@ -13,17 +13,19 @@ class CRegText;
 class CRegFile
 {
 public:
-    // True when the text is another one now.
+    // Changes the text and answers whether it is another one now.
     using FChange = std::function<bool(CRegText&)>;
 
     CRegFile();
 
-    // A file that is not there is an empty text. False when it cannot be read, or when no folder
-    // is known for it. The first unreadable line of a file is logged once in a process.
+    // Reads the file; one that is not there is an empty text. Answers false when it cannot be read,
+    // or when no folder is known for it. The first unreadable line of a file is logged once in a
+    // process.
     bool Read(CRegText& text) const;
 
-    // Makes the folders and the file when they are not there, and waits for other writers. False
-    // when it cannot be read or written; the file is then as before.
+    // Reads the file, lets change work on the text, and writes it back when it is another one then.
+    // Makes folders and file when they are not there, and waits for other writers. Answers false
+    // when the file cannot be read or written; it then stays as it was.
     bool Update(const FChange& change) const;
 
 private:

@@ -24,6 +24,7 @@ std::string Fold(std::string_view text)
 std::string_view Trim(std::string_view text)
 {
     const size_t iFirst = std::min(text.find_first_not_of(BLANKS), text.size());
+    // For nothing but blanks the length wraps around, which does no harm at the end of the text.
     return text.substr(iFirst, text.find_last_not_of(BLANKS) + 1 - iFirst);
 }
 
@@ -55,6 +56,7 @@ bool TakeQuoted(std::string_view& rest, std::string& strText)
 
 std::string Quote(const std::string& strText)
 {
+    // A name may hold what would end its line or the quoted text.
     std::string strQuoted = "\"";
     for (const char c : strText)
     {
@@ -182,6 +184,8 @@ bool CRegText::ParseEntry(std::string_view line, SEntry& entry) const
         return eFault == std::errc() && pRead == pEnd &&
                rest.size() == DWORD_MARK.size() + DWORD_DIGITS;
     }
+    // Values of other types are only told from damage, by their shape: "hex:", "hex(7):" and the
+    // like, or a quoted text.
     std::string strIgnored;
     return (strMark.starts_with("hex") && rest.find(':') != std::string_view::npos) ||
            (TakeQuoted(rest, strIgnored) && rest.empty());
@@ -238,6 +242,7 @@ void CRegText::AppendSection(const std::string& strKey)
     {
         m_Text = "; what the programs remember for this user\n";
     }
+    // The line feed in front ends a last line that lacks one; elsewhere it leaves a blank line.
     m_Text += "\n[" + strKey + "]\n";
     Parse();
 }
@@ -255,11 +260,14 @@ bool CRegText::SetDWord(const std::string& strKey, const std::string& strName, u
         Parse();
         return true;
     }
+    // A new value goes below the last readable line of its section. Positions behind every change
+    // move, so the text, which is small, is parsed anew.
     if (FindSection(strKey) == nullptr)
     {
         AppendSection(strKey);
     }
     const size_t iPlace = FindSection(strKey)->iNextLine;
+    // The last line of the text may lack its line feed.
     const bool bOpenLine = iPlace > 0 && m_Text[iPlace - 1] != '\n';
     m_Text.insert(iPlace, (bOpenLine ? "\n" : "") + Quote(strName) + "=" + strValue + "\n");
     Parse();

@@ -29,11 +29,13 @@ public:
     // that a section line cannot hold.
     static std::string NormalizePath(std::string_view strPath);
 
-    // strKey, here and below: a normalized path. True for the keys above a section's, too.
+    // strKey is a normalized path, here and below. A key is there with its own section, and with
+    // one of a key below it.
     bool HasKey(const std::string& strKey) const;
+    // The entry that counts, borrowed until the text changes; null when the key has none.
     const SEntry* FindEntry(const std::string& strKey, const std::string& strName) const;
 
-    // Both return whether the text is another one now.
+    // Both add what is missing and return whether the text is another one now.
     bool AddKey(const std::string& strKey);
     bool SetDWord(const std::string& strKey, const std::string& strName, uint32_t uValue);
 

@@ -6,6 +6,7 @@
 #include <set>
 #include <type_traits>
 
+// Holders are copied and dropped as they are (see the header), so there must be nothing to destroy.
 static_assert(std::is_trivially_copyable_v<CRegValue>);
 static_assert(std::is_trivially_destructible_v<CRegValue>);
 
@@ -15,6 +16,7 @@ namespace
 // Keys are never closed, so this holds each path once that was ever opened.
 const std::string* KeepKey(std::string strKey)
 {
+    // The addresses of entries of a set never change, so holders may keep them.
     static std::set<std::string> s_Keys;
     return &*s_Keys.insert(std::move(strKey)).first;
 }
@@ -48,6 +50,7 @@ void CRegValue::Create(ERegHive eParent, const char* pszPath)
         return; // also where nothing can be written
     }
     std::string strKey = GetKeyPath(eParent, pszPath);
+    // Another program may have made the key since; it is looked for again under the lock.
     const auto addKey = [&strKey](CRegText& text)
     {
         return text.AddKey(strKey);

@@ -37,8 +37,8 @@ public:
     // there with every key above it.
     int32_t Open(ERegHive eParent, const char* pszPath);
 
-    // Holds the key, which is made when it is not there. Holds none, silently, when it cannot be
-    // made.
+    // Holds the key, which is made when it is not there. When it cannot be made none is held, and
+    // nothing is logged.
     void Create(ERegHive eParent, const char* pszPath);
 
     // Writes a 4-byte number under the name (null: the empty name), over a value of any type.

@@ -6,6 +6,8 @@ namespace
 {
 
 const SResourceModule* g_Current = nullptr;
+// The scopes that live, each with the one around it: a module that goes is taken out of all of
+// them.
 CResourceScope* g_Innermost = nullptr;
 
 } // namespace

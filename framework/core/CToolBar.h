@@ -21,15 +21,16 @@ public:
     CToolBar(const CToolBar&) = delete;
     CToolBar& operator=(const CToolBar&) = delete;
 
-    // Replaces the buttons. False, with the buttons kept, when no module has the resource.
+    // Replaces the buttons by those of a resource. Answers false and keeps them when no module has
+    // a toolbar of that id.
     bool LoadToolBar(uint32_t uResourceId);
 
-    // False, with the outputs untouched, when there is no such button.
+    // Both answer false when there is no such button; what GetButtonInfo would fill in then stays.
     bool GetButtonInfo(size_t iButton, uint32_t& uId, uint32_t& uStyle, int& iImage) const;
     bool SetButtonInfo(size_t iButton, uint32_t uId, uint32_t uStyle, int iImage);
     void SetWindowText(const char* pszText); // copied; null is empty
 
-    // False when there is no such button.
+    // Both set a state and answer false when no button has the command.
     bool PressButton(uint32_t uId, bool bPressed);
     bool CheckButton(uint32_t uId, bool bChecked);
 

@@ -4,6 +4,6 @@
 
 #include <cstdint>
 
-// The system's colour chooser, any colour allowed. uColor: red | green << 8 | blue << 16, where it
-// starts and what was chosen. False, with the colour kept, when it is cancelled.
+// Shows a colour chooser and waits for the answer. uColor (red | green << 8 | blue << 16) is what
+// it starts with and then what was chosen. Answers false and keeps the colour when it is cancelled.
 TELLUR_API bool ChooseColor(uint32_t& uColor);

@@ -4,6 +4,7 @@
 
 #include <string>
 
-// The system's folder chooser. strFolder: where it starts, a path of the operating system or empty,
-// and what was chosen. False, with the folder kept, when it is cancelled.
+// Shows a folder chooser and waits for the answer. strFolder is where it starts, a path of the
+// operating system or empty, and then what was chosen. Answers false and keeps the folder when it
+// is cancelled.
 TELLUR_API bool ChooseFolder(std::string& strFolder);

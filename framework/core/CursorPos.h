@@ -6,4 +6,4 @@
 // Where the mouse cursor is, on the screen. Setting it to where it is makes no mouse event.
 TELLUR_API SScreenPoint GetCursorPos();
 TELLUR_API void SetCursorPos(SScreenPoint point);
-TELLUR_API SScreenPoint GetScreenSize();
+TELLUR_API SScreenPoint GetScreenSize(); // of the screen that the cursor is on

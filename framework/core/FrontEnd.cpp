@@ -45,6 +45,7 @@ private:
     SScreenPoint m_CursorPos;
 };
 
+// Null stands for the default one, which is made when it is first asked for.
 IFrontEnd* g_FrontEnd = nullptr;
 
 } // namespace

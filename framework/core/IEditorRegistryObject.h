@@ -9,6 +9,6 @@ class TELLUR_API IEditorRegistryObject
 public:
     virtual ~IEditorRegistryObject() = default;
 
-    // Writes the object's settings. A failure is silent: the settings are then as before.
+    // Writes the object's settings. A failure is not told of; the settings stay as they were then.
     virtual void SaveToRegistry() = 0;
 };

@@ -54,23 +54,24 @@ public:
     virtual SScreenPoint GetScreenSize() const = 0;
     // pCursor: borrowed until the next call; null: the system's own arrow.
     virtual void SetCursor(const SCursorResource* pCursor) = 0;
-    // All mouse input goes to the window until it is released. 0: the window the mouse is over.
+    // Sends all mouse input to the window until it is released; 0 takes the one the mouse is over.
     virtual void SetCapture(uintptr_t uWindow) = 0;
     virtual void ReleaseCapture() = 0;
-    // pszText: borrowed, never null. uFlags: EMessageBoxFlags. Returns when it is answered.
+    // Shows the text and returns when it is answered. pszText: borrowed, never null. uFlags:
+    // EMessageBoxFlags.
     virtual EMessageBoxAnswer MessageBox(const char* pszText, uint32_t uFlags) = 0;
-    // uColor: red | green << 8 | blue << 16, what the chooser starts with. False, with the colour
-    // kept, when it is cancelled.
+    // uColor (red | green << 8 | blue << 16) is what the chooser starts with, and then what was
+    // chosen. Answers false and keeps the colour when it is cancelled.
     virtual bool ChooseColor(uint32_t& uColor) = 0;
-    // As ChooseColor, for a folder.
+    // Does the same for a folder, a path of the operating system or empty.
     virtual bool ChooseFolder(std::string& strFolder) = 0;
     // Shows the menu and returns the id of the chosen item, 0 for none.
     virtual uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point) = 0;
 };
 
-// pFrontEnd: borrowed until the next call. Null puts the default in place, which has no windows: no
+// Puts a front end in place, borrowed until the next call. Null stands for the default one: no
 // key is down, it remembers where the cursor was set to, it answers a message box with
 // EMessageBoxAnswer::Ok after logging its text through LogR, and choosers and menus are cancelled.
-// Returns the one before, null for the default.
+// Returns the front end before, null for the default.
 TELLUR_API IFrontEnd* SetFrontEnd(IFrontEnd* pFrontEnd);
 TELLUR_API IFrontEnd& GetFrontEnd();

@@ -15,8 +15,8 @@ public:
     // Both live as long as the process.
     virtual IDrawingSystem& GetDrawing() = 0;
     virtual IWindowFactory& GetWindows() = 0;
-    // An application object that needs no display and shows nothing; it ends with the pointer. Null
-    // when the process has one already.
+    // Makes an application object that needs no display and shows nothing; it ends with the
+    // pointer. Answers null when the process has an application object already.
     virtual std::shared_ptr<void> MakeOffscreen() = 0;
 
 protected:
@@ -24,7 +24,7 @@ protected:
 };
 
 // Opens the library at the first call, unless the program is linked with it; it stays in memory.
-// Null when it cannot be opened, with one logged line the first time.
+// Answers null, with one logged line the first time, when it cannot be opened.
 TELLUR_API IWindowSystem* OpenWindowSystem();
 
 // Called by the library when it is loaded. pSystem: borrowed for the life of the process.

@@ -30,6 +30,7 @@ const TResource* FindIn(std::span<const TResource> resources, uint32_t uId)
 template <class TResource>
 const TResource* Find(std::span<const TResource> SResourceModule::*pTable, uint32_t uId)
 {
+    // The current module need not be one of the registered ones.
     const SResourceModule* pCurrent = GetCurrentResourceModule();
     const TResource* pFound = pCurrent != nullptr ? FindIn(pCurrent->*pTable, uId) : nullptr;
     for (const SResourceModule* pModule : GetModules())

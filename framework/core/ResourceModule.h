@@ -13,18 +13,19 @@
 // module that is registered already are ignored.
 TELLUR_API void RegisterResourceModule(const SResourceModule* pModule);
 
-// The module is then current nowhere, not even where a scope would restore it, and its cursor is
-// not shown any more.
+// Takes a module off. It is current nowhere from then on, not even where a scope would restore it,
+// and its cursor is not shown any more.
 TELLUR_API void UnregisterResourceModule(const SResourceModule* pModule);
 
 TELLUR_API const SResourceModule* GetCurrentResourceModule(); // null when there is none
 
-// Null when no module has it.
+// Each finds a resource by its id and answers null when no module has one. What is found belongs
+// to the module, and is good as long as the code of that is loaded.
 TELLUR_API const SMenuResource* FindMenuResource(uint32_t uId);
 TELLUR_API const SToolBarResource* FindToolBarResource(uint32_t uId);
 TELLUR_API const SCursorResource* FindCursorResource(uint32_t uId);
 TELLUR_API const SBitmapResource* FindBitmapResource(uint32_t uId);
 TELLUR_API const SDialogResource* FindDialogResource(uint32_t uId);
 
-// False, with strText untouched, when no module has it.
+// Copies a text. Answers false and leaves strText as it is when no module has one of that id.
 TELLUR_API bool LoadStringResource(uint32_t uId, std::string& strText);

@@ -45,7 +45,7 @@ struct SStringResource
     const char* pszText = nullptr;
 };
 
-// A picture at 100 % and at 200 % scale, PNG. Whoever draws takes the one that fits the scale.
+// A picture as PNG, once for 100 % and once for 200 % scale. Whoever draws takes the one that fits.
 struct SPictureResource
 {
     const uint8_t* pPng = nullptr;

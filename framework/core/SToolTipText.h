@@ -4,7 +4,8 @@
 
 struct SResourceModule;
 
-// Asks for the text of a tool's tip. The window over the tool is asked, and may hand it on.
+// The question for the text of a tool's tip. The window around the tool is asked: it fills in the
+// answer, or hands the question on to somebody else.
 struct SToolTipText
 {
     static constexpr int BUFFER_SIZE = 80; // with the terminator

@@ -10,9 +10,11 @@ namespace
 
 constexpr const char* LIBRARY = "libtellur_widgets_qt.so";
 
+// Set by the library itself, by a static object of it: while it is opened below, or before main in
+// a program that is linked with it.
 IWindowSystem* g_WindowSystem = nullptr;
 
-// Beside the file that this code is in; "" where that has no name.
+// The folder of the file that this code is in, with a final slash; "" where that has no name.
 std::string GetOwnFolder()
 {
     Dl_info info = {};
@@ -33,6 +35,7 @@ void OpenLibrary()
         const char* pszFault = dlerror();
         CrashLog("[OpenWindowSystem] %s\n", pszFault != nullptr ? pszFault : strPath.c_str());
     }
+    // It was loaded but has registered elsewhere: it found another framework library than this one.
     else if (g_WindowSystem == nullptr)
     {
         CrashLog("[OpenWindowSystem] %s: belongs to another framework\n", strPath.c_str());
@@ -43,6 +46,7 @@ void OpenLibrary()
 
 IWindowSystem* OpenWindowSystem()
 {
+    // One try only: every window, text and colour would repeat the fault in the log.
     static bool s_bTried = false;
     if (g_WindowSystem == nullptr && !s_bTried)
     {

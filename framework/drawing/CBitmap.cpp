@@ -90,6 +90,8 @@ bool CBitmap::LoadBitmap(uint32_t uId, double fScale, const SResourceModule* pMo
         return false;
     }
     const SPictureResource& picture = pResource->picture;
+    // The size follows from the picture at 100 %, so that one is decoded even where the other is
+    // drawn.
     const bool bDouble = fScale > 1 && picture.pPngDouble != nullptr;
     CPixelBuffer single;
     CPixelBuffer twice;
@@ -107,6 +109,7 @@ bool CBitmap::LoadBitmap(uint32_t uId, double fScale, const SResourceModule* pMo
         CrashLog("[CBitmap::LoadBitmap] bitmap %u cannot be scaled by %g\n", uId, fScale);
         return false;
     }
+    // A picture without transparency is copied when it is drawn, which is faster than blending.
     return IsTransparent(scaled) ? SetAlphaPixels(std::move(scaled)) : SetPixels(std::move(scaled));
 }
 

@@ -13,28 +13,29 @@ class TELLUR_API CBitmap
 {
 public:
     // pBits: the rows one after the other without padding, in the pixel layout of CPixelBuffer,
-    // borrowed for the call; the fourth byte at 32 bits is ignored. Null: black. False, with the
-    // bitmap kept, for other planes than 1 and for what CPixelBuffer::Create refuses. Silent: who
-    // asks says what could not be shown.
+    // borrowed for the call; the fourth byte at 32 bits is ignored. Null makes a black picture.
+    // Answers false and keeps the bitmap for other planes than 1 and for what CPixelBuffer::Create
+    // refuses. Nothing is logged: whoever asks says what could not be shown.
     bool CreateBitmap(int iWidth, int iHeight, int nPlanes, int nBitsPerPixel, const void* pBits);
 
-    // Black, of the depth of the context. False, with the bitmap kept, as above.
+    // Makes a black picture of the depth of the context, and fails as CreateBitmap does.
     bool CreateCompatibleBitmap(const CDrawContext& context, int iWidth, int iHeight);
 
     // Loads a bitmap resource at 32 bits: from pModule alone, or with null from the resource
     // modules in their order. fScale: 1 is 100 %. The picture gets round(size at 100 % * scale)
-    // pixels a side; above 1 the one of double size is the source when there is one. False, with
-    // one logged line and the bitmap kept, when the resource is not there, is no PNG picture or
-    // does not get a size from 1 to 4096 pixels.
+    // pixels a side; above 1 the one of double size is the source when there is one. Answers false,
+    // with one logged line, and keeps the bitmap when the resource is not there, is no PNG picture
+    // or does not get a size from 1 to 4096 pixels.
     bool LoadBitmap(uint32_t uId, double fScale, const SResourceModule* pModule = nullptr);
 
-    // Takes over the pixels. False, with both kept, when they are empty; with alpha also when they
-    // have not 32 bits.
+    // Both take over the pixels, the second with their transparency. They answer false and leave
+    // everything as it is when the pixels are empty, the second also when they have not 32 bits.
     bool SetPixels(CPixelBuffer&& pixels);
     bool SetAlphaPixels(CPixelBuffer&& pixels);
 
-    bool CopyFrom(const CBitmap& other); // with its transparency; false as CPixelBuffer::CopyFrom
-    void Delete();                       // empty then, as made
+    // Copies the pixels with their transparency, and fails as CPixelBuffer::CopyFrom does.
+    bool CopyFrom(const CBitmap& other);
+    void Delete(); // makes the bitmap empty, as it was made
 
     bool HasAlpha() const { return m_Alpha; }
 

@@ -18,8 +18,9 @@ public:
     CDrawSurface(const CDrawSurface&) = delete;
     CDrawSurface& operator=(const CDrawSurface&) = delete;
 
-    // pBitmap: borrowed until another one is selected; null selects nothing. Returns the one
-    // before. A surface over a buffer refuses: null, and nothing happens.
+    // Selects what a surface in memory draws on, borrowed until another one is selected; null
+    // selects nothing. Returns the one before. A surface over a buffer answers null and does
+    // nothing.
     CBitmap* SelectBitmap(CBitmap* pBitmap);
 
     // The pixels, borrowed until another bitmap is selected; null when there are none. Whoever

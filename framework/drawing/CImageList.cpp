@@ -72,6 +72,7 @@ bool CImageList::CutImage(const CBitmap& bitmap,
             const ColorRef uColor = bitmap.GetPixels().GetPixel(iLeft + x, y);
             const bool bKey = uColor == key.GetPixel(0, 0);
             const uint8_t uOpacity = bitmap.HasAlpha() ? pSource[(iLeft + x) * 4 + 3] : 255;
+            // SetPixel makes the pixel opaque, so its opacity comes after it.
             pixels.SetPixel(x, y, bKey ? 0 : uColor);
             pTarget[x * 4 + 3] = bKey ? 0 : uOpacity;
         }

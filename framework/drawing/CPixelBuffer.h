@@ -21,16 +21,17 @@ public:
 
     CPixelBuffer() = default;
     ~CPixelBuffer() = default;
-    CPixelBuffer(CPixelBuffer&& other) noexcept; // the other is then empty
+    CPixelBuffer(CPixelBuffer&& other) noexcept; // the other buffer becomes empty
     CPixelBuffer& operator=(CPixelBuffer&& other) noexcept;
     CPixelBuffer(const CPixelBuffer&) = delete;
     CPixelBuffer& operator=(const CPixelBuffer&) = delete;
 
-    // Replaces the pixels by black ones. False, with the old pixels kept, for a side that is not
-    // within 1 to MAX_SIDE, for another depth than the three and when memory is short. Silent:
-    // the caller knows what for.
+    // Replaces the pixels by black ones. Answers false and keeps the old pixels for a side that is
+    // not within 1 to MAX_SIDE, for another depth than the three and when memory is short. Nothing
+    // is logged: the caller knows what the pixels are for.
     bool Create(int iWidth, int iHeight, int nBitsPerPixel);
-    // False, with the old pixels kept, when memory is short or the other is empty.
+    // Copies size, depth and pixels. Answers false and keeps the old pixels when memory is short or
+    // the other buffer is empty.
     bool CopyFrom(const CPixelBuffer& other);
 
     bool IsEmpty() const { return m_Pixels == nullptr; }
@@ -49,9 +50,10 @@ public:
     uint8_t* GetRow(int y);
     const uint8_t* GetRow(int y) const;
 
-    // Black outside. 5 and 6 bits are spread over 8, so that full stays full.
+    // Outside of the pixels it is black. 5 and 6 bits are spread over 8, so that full stays full.
     ColorRef GetPixel(int x, int y) const;
-    // Outside nothing happens. At 16 bits the low bits are dropped; at 32 the fourth byte is 255.
+    // Outside of the pixels nothing happens. At 16 bits the low bits are dropped; at 32 the fourth
+    // byte becomes 255.
     void SetPixel(int x, int y, ColorRef uColor);
 
 private:

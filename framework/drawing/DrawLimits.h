@@ -2,8 +2,8 @@
 
 #include "framework/drawing/Geometry.h"
 
-// Of the sources of this folder: keeps coordinates where sums and products of them fit, far outside
-// of any pixels.
+// For the sources of this folder: coordinates are kept where sums and products of them fit their
+// types, and still far outside of any pixels.
 
 constexpr int COORDINATE_LIMIT = 1 << 29; // device pixels
 constexpr int PEN_LIMIT = 1 << 15;        // device pixels

@@ -10,7 +10,7 @@
 namespace
 {
 
-// Half of each channel's range, fourth byte untouched.
+// The highest bit of each channel, which is half its range. The fourth byte stays untouched.
 constexpr uint32_t GetFocusBits(int nBits)
 {
     return nBits == 16 ? 0x8410 : 0x808080;
@@ -34,6 +34,8 @@ void WalkFrame(const SRect& frame, int nWidth, const SRect& clip, TVisit&& visit
     const int iBottom = std::min(frame.bottom, clip.bottom);
     for (int y = std::max(frame.top, clip.top); y < iBottom; ++y)
     {
+        // Rows of the upper and the lower line, and all rows of a frame whose sides meet, are one
+        // run.
         if (y < inside.top || y >= inside.bottom || inside.right <= inside.left)
         {
             visitClipped(y, frame.left, frame.right);
@@ -93,6 +95,7 @@ void DrawFrame(CDrawSurface& surface, const SRect& rect, const SPen& pen)
 void DrawRing(CDrawSurface& surface, const SRect& rect, ColorRef uTopLeft, ColorRef uBottomRight)
 {
     const int nWidth = GetBorderWidth(surface.GetScale());
+    // The rectangle may be smaller than its lines are wide.
     surface.FillRect(rect.Intersect({rect.left, rect.top, rect.right, rect.top + nWidth}),
                      uTopLeft);
     surface.FillRect(rect.Intersect({rect.left, rect.top, rect.left + nWidth, rect.bottom}),
@@ -132,6 +135,8 @@ void DrawPenLine(CDrawSurface& surface, SPoint from, SPoint to, const SPen& pen)
         {
             continue;
         }
+        // Worked out anew for each step instead of carried on from the one before: a line that is
+        // clipped has the same pixels as the whole one, and no error grows along it.
         const int64_t nAcross = (2 * i * std::abs(iShort) + nSteps) / (2 * nSteps);
         const int iAlong = static_cast<int>(iStart + iDirection * i);
         const int iAcross =

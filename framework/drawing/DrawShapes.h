@@ -11,7 +11,7 @@
 
 void DrawPenLine(CDrawSurface& surface, SPoint from, SPoint to, const SPen& pen);
 
-// brush: none leaves the inside as it is.
+// The outline with the pen, and inside of it the brush; without a brush the inside stays as it is.
 void DrawPenRectangle(CDrawSurface& surface,
                       const SRect& rect,
                       const SPen& pen,

@@ -12,7 +12,8 @@
 namespace
 {
 
-// Null, with one logged line, when no text can be drawn. pszWhere names the operation in the line.
+// Null when no text can be drawn. A line is logged each time, except for a window system that
+// cannot be opened, which OpenWindowSystem logs the first time only. pszWhere names the operation.
 const IDrawingSystem* FindFont(const char* pszWhere, const char* pszUtf8)
 {
     if (pszUtf8 == nullptr)

@@ -8,7 +8,8 @@
 // One line of text on a surface, for the drawing context, whose operations say what it looks like.
 // Failures are logged in the name of those operations.
 
-// uFlags: ETextFlag. False, with one logged line, when nothing can be drawn.
+// Draws a text. uFlags: ETextFlag. Answers false when nothing can be drawn; see
+// CDrawContext::DrawText for the reasons and for what is logged.
 bool DrawTextLine(CDrawSurface& surface,
                   const char* pszUtf8,
                   const SRect& rect,
@@ -16,5 +17,5 @@ bool DrawTextLine(CDrawSurface& surface,
                   ColorRef uText,
                   ColorRef uBack);
 
-// Device pixels; nothing, with one logged line, where DrawTextLine fails.
+// The size of a text in device pixels; 0 by 0, logged alike, where DrawTextLine fails.
 SSize MeasureTextLine(const char* pszUtf8, double fScale);

@@ -26,14 +26,14 @@ enum class EEdge : uint8_t
     Sunken,
 };
 
-// Joined by '|'.
+// How an edge is drawn, joined by '|'.
 enum EEdgeFlag : uint32_t
 {
     EDGE_SOFT = 1,        // the brighter and the darker line outside, as push buttons have them
     EDGE_FILL_MIDDLE = 2, // the inside in the button face colour
 };
 
-// Joined by '|'. Text is always one line.
+// Where a text stands and what is behind it, joined by '|'. Text is always one line.
 enum ETextFlag : uint32_t
 {
     TEXT_LEFT = 0,

@@ -38,7 +38,8 @@ struct SRect
         return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
     }
 
-    // Smaller by cx on the left and on the right, by cy above and below; negative: larger.
+    // The rectangle that is smaller by cx on the left and on the right and by cy above and below;
+    // negative numbers make it larger.
     [[nodiscard]] constexpr SRect Deflate(int cx, int cy) const
     {
         return {left + cx, top + cy, right - cx, bottom - cy};

@@ -17,6 +17,7 @@ void MakePixels(const uint8_t* pGrey, size_t nPixels, int nBits, std::vector<uin
         return;
     }
     const auto nBytes = static_cast<size_t>(nBits / 8);
+    // At 32 bits the fourth byte stays as it is filled here.
     pixels.resize(nPixels * nBytes, 255);
     uint8_t* pPixel = pixels.data();
     for (size_t i = 0; i < nPixels; ++i, pPixel += nBytes)

@@ -11,7 +11,8 @@
 namespace
 {
 
-// The chunk that ends a PNG, of which the PNG library reads nothing.
+// The chunk that ends a PNG. The PNG library does not read it, so a picture that was cut off behind
+// its pixels would pass without it.
 constexpr std::array<uint8_t, 12> LAST_CHUNK = {
     0, 0, 0, 0, 'I', 'E', 'N', 'D', 0xAE, 0x42, 0x60, 0x82};
 

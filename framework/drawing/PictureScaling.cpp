@@ -46,6 +46,8 @@ public:
             }
             fSum += fWeight;
         }
+        // Divided by the sum of the weights, which at the borders of the picture is less than
+        // elsewhere: one colour stays exactly that colour.
         for (float& fChannel : sum)
         {
             fChannel = static_cast<float>(fChannel / fSum);
@@ -70,6 +72,7 @@ Texel ReadTexel(const uint8_t* pPixel)
 
 void WriteTexel(uint8_t* pPixel, const Texel& texel)
 {
+    // Where nothing is seen the colour does not matter, but dividing by 0 must not give it.
     const float fOpacity = std::max(texel[3] / 255.0F, 1e-6F);
     for (size_t n = 0; n < 3; ++n)
     {
@@ -93,6 +96,8 @@ bool ScalePicture(const CPixelBuffer& picture, int iWidth, int iHeight, CPixelBu
     }
     const auto nWide = static_cast<size_t>(iWidth);
     const auto nTexels = nWide * static_cast<size_t>(picture.GetHeight());
+    // Across first, then down. A weight over both sides is the product of one along each, so the
+    // result is the same, and a target pixel reads a column of texels instead of a square.
     const std::unique_ptr<Texel[]> narrowed(new (std::nothrow) Texel[nTexels]);
     if (narrowed == nullptr)
     {

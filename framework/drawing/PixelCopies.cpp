@@ -10,7 +10,8 @@ namespace
 {
 
 // Walks along one side of a stretched copy without a division per pixel. The source position of
-// target i is the one that the centre of i falls on.
+// target i is the one that the centre of i falls on, (2 i + 1) * nFrom / (2 nTo): kept as a whole
+// number and a rest, to which each step adds those of nFrom / nTo.
 class CStretch
 {
 public:
@@ -133,6 +134,7 @@ void CopyOther(CDrawSurface& surface, const SRect& target, const SPixelSource& s
     }
     const int dx = source.rect.left - target.left;
     const int dy = source.rect.top - target.top;
+    // Whole rows where neither size nor depth changes, which needs no step a pixel.
     if (source.eCopy == EPixelCopy::Opaque && nBits == nFromBits &&
         target.Offset(dx, dy) == source.rect)
     {
@@ -176,6 +178,7 @@ void CopyPixels(CDrawSurface& surface, const SRect& target, const SPixelSource& 
         CopyOther(surface, target, source);
         return;
     }
+    // The source is the target itself: what is written must not be read again as source.
     CPixelBuffer before;
     if (!before.CopyFrom(*source.pPixels))
     {

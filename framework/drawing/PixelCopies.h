@@ -25,10 +25,10 @@ struct SPixelSource
     ColorRef uKey = 0;
 };
 
-// Target pixels whose source lies outside the source's pixels stay as they are. The source may be
-// the surface itself.
+// Copies the source onto the rectangle. Target pixels whose source lies outside the source's pixels
+// stay as they are. The source may be the surface itself.
 void CopyPixels(CDrawSurface& surface, const SRect& target, const SPixelSource& source);
 
-// Each pixel of a first colour becomes the second one of its pair, once: the first pair that fits
+// Turns each pixel of a pair's first colour into its second one, once: the first pair that fits
 // counts. Transparency stays.
 void MapPixels(CDrawSurface& surface, const SRect& rect, std::span<const SColorPair> pairs);

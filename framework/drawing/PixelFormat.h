@@ -91,7 +91,7 @@ inline void StorePixel(uint8_t* pPixel, uint32_t uPixel, int nBits)
     }
 }
 
-// The pixels of a row from iLeft up to iRight, which are inside it.
+// Fills the pixels of a row from iLeft up to, but not with, iRight. Both lie in the row.
 inline void FillPixels(uint8_t* pRow, int iLeft, int iRight, uint32_t uPixel, int nBits)
 {
     const int nBytes = nBits / 8;

@@ -38,6 +38,7 @@ template <class TChange> ColorRef ChangeChannels(ColorRef uColor, TChange&& chan
     return MakeColor(changed(GetRed(uColor)), changed(GetGreen(uColor)), changed(GetBlue(uColor)));
 }
 
+// Makes shades of a face alone, which is first moved to where two shades fit on either side of it.
 SShades MakeShades(ColorRef uPaletteFace)
 {
     const int iBrightness = GetBrightness(uPaletteFace);
@@ -57,6 +58,7 @@ SShades MakeShades(ColorRef uPaletteFace)
     return shades;
 }
 
+// Whether each shade is brighter than the one before by as much as 16 bits a pixel can show.
 bool AreDistinct(const SShades& shades)
 {
     const std::array<ColorRef, 5> order = {
@@ -124,6 +126,7 @@ ColorRef GetColorOf(const IDrawingSystem& system, ESystemColor eColor)
 
 int GetBorder(double fScale)
 {
+    // The comparison takes a scale that is no number to 1, too.
     return fScale > 1 ? static_cast<int>(std::round(std::min(fScale, 100.0))) : 1;
 }
 

@@ -20,10 +20,11 @@ enum class ESystemColor : uint8_t
     HighlightText,
 };
 
-// From the palette of the application, so it follows a light or dark desktop from one call to the
-// next; without an application the classic greys. From dark shadow over shadow, face and light to
-// highlight each is brighter than the one before, at 16 bits per pixel too: a palette that does not
-// give that is replaced by shades of its face, and a face next to black or white is moved off it.
+// Answers a colour of the application's palette, so that it follows a light or dark desktop from
+// one call to the next; without an application these are the classic greys. From dark shadow over
+// shadow, face and light to highlight each is brighter than the one before, at 16 bits per pixel
+// too: a palette that does not give that is replaced by shades of its face, and a face next to
+// black or white is moved off it.
 TELLUR_API ColorRef GetSystemColor(ESystemColor eColor);
 
 // Width of a vertical and height of a horizontal border line in device pixels: round(scale), at

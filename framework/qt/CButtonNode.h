@@ -4,7 +4,8 @@
 
 class QAbstractButton;
 
-// A button of Qt, which is borrowed, as its window's node has it.
+// What a button's object asks of it. Part of its window's node, and borrows the widget, which lives
+// as long as that.
 class CButtonNode final : public IButtonNode
 {
 public:

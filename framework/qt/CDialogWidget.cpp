@@ -22,6 +22,7 @@ void CDialogWidget::reject()
     }
     else
     {
+        // The object has let go of a window that waits for its end; nobody else closes it.
         QDialog::reject();
     }
 }

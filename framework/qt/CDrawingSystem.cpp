@@ -19,6 +19,7 @@ QFont MakeFont(double fScale)
     QFont font = QGuiApplication::font();
     const double fPixels = std::round(QFontInfo(font).pixelSize() * fScale);
     font.setPixelSize(static_cast<int>(std::clamp(fPixels, 1.0, 1000.0)));
+    // Coverage is one value a pixel, not one for each of its colours.
     font.setStyleStrategy(QFont::NoSubpixelAntialias);
     return font;
 }
@@ -91,6 +92,7 @@ SSize CDrawingSystem::GetTextSize(const char* pszUtf8, double fScale) const
 void CDrawingSystem::CoverText(
     const char* pszUtf8, double fScale, const SRect& box, uint8_t* pCoverage, size_t uStride) const
 {
+    // The image has no pixels of its own: it draws into the caller's.
     QImage coverage(pCoverage,
                     box.GetWidth(),
                     box.GetHeight(),
@@ -99,6 +101,7 @@ void CDrawingSystem::CoverText(
     const QFont font = MakeFont(fScale);
     QPainter painter(&coverage);
     painter.setFont(font);
+    // White on black: the brightness of a pixel is how far the text covers it.
     painter.setPen(Qt::white);
     painter.drawText(-box.left, QFontMetrics(font).ascent() - box.top, MakeLine(pszUtf8));
 }

@@ -37,6 +37,7 @@ int GetContentWidth(const SControlResource& control, const QWidget& widget)
     case EControlKind::Edit:
     case EControlKind::ListView:
     case EControlKind::ListBox:
+        // These scroll, or their owner draws them, so their content asks for no width.
         return widget.fontMetrics().height();
     case EControlKind::Spin:
         return widget.sizeHint().width();
@@ -62,6 +63,7 @@ void CFormBuilder::Build(const SDialogResource& dialog)
     std::map<int, QVBoxLayout*> columns;
     for (const SGroupResource& group : dialog.groups)
     {
+        // A column stands where the template names it first, whatever its number is.
         QVBoxLayout*& pColumn = columns[group.iColumn];
         if (pColumn == nullptr)
         {
@@ -73,6 +75,7 @@ void CFormBuilder::Build(const SDialogResource& dialog)
     }
     for (const auto& [iColumn, pColumn] : columns)
     {
+        // Where no group wants the spare height, it goes below the last one.
         bool bFills = false;
         for (int i = 0; i < pColumn->count(); ++i)
         {
@@ -120,6 +123,8 @@ void CFormBuilder::AddRow(const SRowResource& row, QWidget& ground, QVBoxLayout&
         if (iHeight > 0)
         {
             pWidget->setMinimumHeight(std::max(iHeight, pWidget->minimumSizeHint().height()));
+            // A row with a share of the spare height grows beyond its lines, others are just as
+            // high.
             const bool bGrows = row.iWeight > 0;
             pWidget->setMaximumHeight(bGrows ? QWIDGETSIZE_MAX : pWidget->minimumHeight());
         }
@@ -139,6 +144,7 @@ void CFormBuilder::AddRow(const SRowResource& row, QWidget& ground, QVBoxLayout&
         }
         bFirst = false;
     }
+    // Where no control wants the spare width, it goes behind the last one.
     if (iWeights == 0)
     {
         pRow->addStretch(1);

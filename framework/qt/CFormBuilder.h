@@ -30,5 +30,5 @@ private:
 
     CFormWindow& m_Form;
     QWidget& m_Ground;
-    QList<QLabel*> m_FirstLabels; // of their rows
+    QList<QLabel*> m_FirstLabels; // those that begin a row with more behind them
 };

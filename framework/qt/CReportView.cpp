@@ -39,6 +39,8 @@ public:
         const int iIndent = m_View.GetIndentWidth(index);
         if (iIndent > 0)
         {
+            // The ground, that of a selected row too, covers the indentation, which the base class
+            // would leave out of the narrower rectangle.
             QStyleOptionViewItem ground = option;
             ground.showDecorationSelected = true;
             m_View.style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &ground, pPainter, &m_View);
@@ -166,6 +168,7 @@ void CReportView::FollowCells()
     {
         if (placed.pWidget != nullptr)
         {
+            // A cell that is gone has no place, which hides the window that lay over it.
             const QRect cell = placed.cell.isValid() ? visualRect(placed.cell) : QRect();
             const QRect place = cell.adjusted(placed.iLeft, 0, -placed.iRight, 0);
             placed.pWidget->setGeometry(place);
@@ -219,6 +222,7 @@ void CReportView::OnSection(int iColumn, int /*iOldWidth*/, int iWidth)
 
 void CReportView::mousePressEvent(QMouseEvent* pEvent)
 {
+    // The press may select a row, and whoever is told of that may end the list.
     const QPointer<CReportView> pThis(this);
     QTreeView::mousePressEvent(pEvent);
     if (pThis != nullptr && pEvent->button() == Qt::LeftButton)

@@ -74,5 +74,5 @@ private:
     QStandardItemModel m_Model;
     const CImageList* m_pImages = nullptr;
     std::vector<SPlaced> m_Placed;
-    bool m_bByCode = false;
+    bool m_bByCode = false; // a selection is being set by code, which notifies nobody
 };

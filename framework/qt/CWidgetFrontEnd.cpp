@@ -22,6 +22,7 @@ namespace
 
 std::vector<QPointer<QWidget>>& GetViews()
 {
+    // Never destroyed: widgets may outlive static objects.
     static std::vector<QPointer<QWidget>>& s_Views = *new std::vector<QPointer<QWidget>>;
     return s_Views;
 }
@@ -139,6 +140,7 @@ void CWidgetFrontEnd::SetCursor(const SCursorResource* pCursor)
 void CWidgetFrontEnd::SetCapture(uintptr_t uWindow)
 {
     ReleaseCapture();
+    // Without such a window nobody has the mouse, as after a release.
     QWidget* pWidget = CWindowNode::FindWidget(uWindow);
     if (pWidget != nullptr)
     {

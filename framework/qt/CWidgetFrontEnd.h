@@ -21,7 +21,7 @@ public:
     SScreenPoint GetCursorPos() const override;
     void SetCursorPos(SScreenPoint point) override;
     SScreenPoint GetScreenSize() const override;
-    // Shown by the views that a host has registered, see WidgetAccess.h.
+    // Shows the cursor over the views that a host has registered, see WidgetAccess.h.
     void SetCursor(const SCursorResource* pCursor) override;
     void SetCapture(uintptr_t uWindow) override;
     void ReleaseCapture() override;
@@ -31,8 +31,8 @@ public:
     uint32_t TrackPopupMenu(const CMenu& menu, SScreenPoint point) override;
 
 protected:
-    // What is known of the fault that a box with an exclamation mark tells of, UTF-8; shown under
-    // the box's text. Empty: nothing.
+    // Asked for a box with an exclamation mark: what is known of the fault that it tells of, UTF-8.
+    // It is shown under the box's text; empty shows nothing.
     virtual std::string GetFaultDetail() const { return {}; }
 
 private:

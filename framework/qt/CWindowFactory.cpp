@@ -56,5 +56,6 @@ void CWindowFactory::MakeFormView(CFormView& view, const SDialogResource& form, 
     auto* pContent = new QWidget; // the area's
     MakeFormNode(view, *pArea, pParent);
     CFormBuilder(view, *pContent).Build(form);
+    // Only now: the area does not show what is laid out after its content has been set.
     pArea->setWidget(pContent);
 }

@@ -2,7 +2,7 @@
 
 #include "framework/widgets/IWindowFactory.h"
 
-// Makes Qt widgets, each with its node.
+// Makes the windows of the framework as Qt widgets, each with its node.
 class CWindowFactory final : public IWindowFactory
 {
 public:

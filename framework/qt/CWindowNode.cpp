@@ -28,10 +28,12 @@ Handles& GetHandles()
 
 uintptr_t MakeHandle()
 {
+    // No handle is given twice, so one that was kept too long names no other window.
     static uintptr_t s_Last = 0;
     return ++s_Last;
 }
 
+// By this name Find tells the node from the other child objects of a widget.
 const char* const NODE_NAME = "tellur-node";
 
 } // namespace
@@ -116,6 +118,8 @@ void CWindowNode::Destroy()
     }
     if (CEventGuard::IsInside())
     {
+        // Its own event is still running. Without a parent it cannot go earlier together with the
+        // window around it.
         m_pWidget->hide();
         m_pWidget->setParent(nullptr);
         m_pWidget->deleteLater();
@@ -132,6 +136,8 @@ bool CWindowNode::Notify(SNotification& notification)
     const QPointer<CWindowNode> pThis(this);
     notification.uId = m_Id;
     notification.pFrom = m_pObject;
+    // Either handler may destroy this window or the one around it. The guard puts that off until
+    // the event loop turns; a window that goes in another way takes this node along.
     if (m_pObject != nullptr && m_pObject->OnNotify(notification))
     {
         return true;
@@ -194,6 +200,8 @@ QRect CWindowNode::FromPixels(const SRect& rect) const
 void CWindowNode::DoDefault()
 {
     QEvent* pEvent = m_pEvent;
+    // The event goes to the widget itself, past its filters, and only once: by the null pointer
+    // eventFilter sees that it must not go to the widget again.
     m_pEvent = nullptr;
     if (pEvent != nullptr)
     {
@@ -204,6 +212,8 @@ void CWindowNode::DoDefault()
 bool CWindowNode::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     const CEventGuard guard;
+    // Events nest: a handler that shows a dialog or moves the focus brings others before it
+    // returns.
     QObject* pOuterWatched = std::exchange(m_pWatched, pWatched);
     QEvent* pOuterEvent = std::exchange(m_pEvent, pEvent);
     const QPointer<CWindowNode> pThis(this);
@@ -320,6 +330,8 @@ bool CWindowNode::HandleKey(const QKeyEvent& event)
     bool bHandled = false;
     if (pFocus == nullptr || pFocus == m_pWidget || !m_pWidget->isAncestorOf(pFocus))
     {
+        // Whoever takes the key may end this window, and with it the chain of parents that is asked
+        // next.
         bHandled = m_pObject != nullptr && m_pObject->TranslateKey(key);
         CWindow* pAround = pThis != nullptr ? m_pParent : nullptr;
         while (pAround != nullptr && !bHandled)
@@ -354,6 +366,7 @@ bool CWindowNode::HandleToolTip(QEvent& event)
             return true;
         }
     }
+    // The nearest window around that has tips on and knows a text answers.
     for (CWindow* pAround = m_pParent; pAround != nullptr; pAround = pAround->GetParent())
     {
         if (pAround->m_bToolTips)

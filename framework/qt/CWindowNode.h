@@ -16,11 +16,13 @@ class QKeyEvent;
 class QMouseEvent;
 
 // What ties a Qt widget to the framework: its handle and id, the object bound to it and the window
-// that hears of it. A child object of the widget, ends with it.
+// that hears of it. It is a child object of the widget and ends with it. As the widget's event
+// filter it turns events into the hooks of the object.
 class CWindowNode : public QObject, public IWindowNode
 {
 public:
-    // The widget's. pParent: whom the window notifies; null for a window of its own.
+    // Makes the node of a widget, which owns it from then on. pParent: whom the window notifies;
+    // null for a window of its own.
     static CWindowNode* Make(QWidget& widget, EControlKind eKind, uint32_t uId, CWindow* pParent);
     ~CWindowNode() override;
 
@@ -76,12 +78,13 @@ public:
     // Where child windows stand: what scrolls of a scrolling window, else the widget.
     QWidget* GetGround() const;
 
-    // To its own class, then to its parent. True when somebody has dealt with it.
+    // Tells the object of the window, then the window's parent. Answers whether one of them has
+    // dealt with it. The window may be gone afterwards.
     bool Notify(SNotification& notification);
     bool Notify(ENotify eKind);
     // Watches another widget of the same window, such as the viewport of a list.
     void Watch(QWidget& widget);
-    // For the painting of the widgets.
+    // The widgets call these while they paint; without an object nothing is drawn.
     void Paint(CDrawContext& context);
     void DrawItem(const SDrawItem& item);
 

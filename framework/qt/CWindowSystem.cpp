@@ -33,6 +33,7 @@ public:
     COffscreenApplication& operator=(const COffscreenApplication&) = delete;
 
 private:
+    // Made in this order: the handler is there before the application says anything.
     QtMessageHandler m_pHandlerBefore = qInstallMessageHandler(&KeepFaults);
     // The application keeps references to these.
     char m_Name[8] = "windows";

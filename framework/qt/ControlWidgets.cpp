@@ -82,6 +82,8 @@ public:
 protected:
     void mousePressEvent(QMouseEvent* pEvent) override
     {
+        // The base class tells of a selection that changes, and of nothing when the selected item
+        // is pressed again.
         m_bTold = false;
         QListWidget::mousePressEvent(pEvent);
         const QListWidgetItem* pItem = itemAt(pEvent->position().toPoint());
@@ -147,6 +149,8 @@ QWidget* MakeButton(EControlKind eKind, const QString& strText, QWidget* pGround
     else
     {
         auto* pPush = new CPaintedButton(strText, pGround);
+        // Otherwise Enter would press the button under the focus instead of the template's default
+        // button.
         pPush->setAutoDefault(false);
         pPush->setCheckable(eKind == EControlKind::PushCheck);
         if (eKind == EControlKind::OwnerDraw)
@@ -210,6 +214,7 @@ QWidget* MakeControlWidget(const SControlResource& control, QWidget* pGround, CW
     pNode->SetStyle(control.uStyle);
     // A name by which an inspector or a test finds the control.
     pWidget->setObjectName(QString::number(control.uId));
+    // What scrolls gets the events of the mouse at its viewport.
     if (auto* pArea = dynamic_cast<QAbstractScrollArea*>(pWidget))
     {
         pNode->Watch(*pArea->viewport());

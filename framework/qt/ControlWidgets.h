@@ -18,7 +18,7 @@ class CWindowNode;
 
 // The Qt widgets behind the controls, each with its node. Owned by the widget they stand on.
 
-// pParent: whom the control notifies.
+// Makes a control on the widget pGround, which owns it. pParent: whom the control notifies.
 QWidget* MakeControlWidget(const SControlResource& control, QWidget* pGround, CWindow* pParent);
 
 // A window that its object paints.
@@ -93,7 +93,7 @@ private:
     void OnAction(int iAction);
     void OnReleased();
 
-    bool m_bOwnPage = false; // the page was set, a new range keeps it
+    bool m_bOwnPage = false; // the page was set by code, so a new range keeps it
 };
 
 // Two arrows above each other.

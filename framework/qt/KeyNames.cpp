@@ -31,6 +31,7 @@ uint32_t FindKey(int iQtKey)
             return eKey;
         }
     }
+    // Qt numbers these by their characters, as EVirtualKey does.
     const bool bPlain = (iQtKey >= Qt::Key_0 && iQtKey <= Qt::Key_9) ||
                         (iQtKey >= Qt::Key_A && iQtKey <= Qt::Key_Z);
     return bPlain ? static_cast<uint32_t>(iQtKey) : 0;

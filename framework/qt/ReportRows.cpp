@@ -39,6 +39,7 @@ int CReportView::GetWidthOfColumn(int iColumn) const
 
 void CReportView::SetWidthOfColumn(int iColumn, int iWidth)
 {
+    // A width that is set by code is told to nobody, even while a mouse button is held.
     const QSignalBlocker quiet(header());
     setColumnWidth(iColumn, FromPixels(iWidth));
     FollowCells();
@@ -47,6 +48,7 @@ void CReportView::SetWidthOfColumn(int iColumn, int iWidth)
 int CReportView::InsertRow(int iRow, const char* pszText)
 {
     const int iPlace = std::clamp(iRow, 0, m_Model.rowCount());
+    // Every cell gets an item, because texts and tips are set on items that are there.
     QList<QStandardItem*> cells = {new QStandardItem(QString::fromUtf8(pszText))};
     for (int iColumn = 1; iColumn < m_Model.columnCount(); ++iColumn)
     {

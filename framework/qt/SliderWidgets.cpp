@@ -75,6 +75,8 @@ void CSliderWidget::OnAction(int iAction)
     SNotification notification;
     notification.eKind = ENotify::Scrolled;
     notification.eScroll = pFound->eCode;
+    // At this time the position has moved and the value has not followed yet, so a step can be
+    // taken back. A thumb that is dragged stays under the mouse.
     const int iWanted = sliderPosition();
     if (pFound->eCode == EScrollCode::ThumbTrack)
     {
@@ -136,6 +138,8 @@ void CSpinWidget::SetBuddy(uint32_t uBuddyId)
 {
     const CWindowNode* pOwn = CWindowNode::Find(this);
     QWidget* pBuddy = nullptr;
+    // The groups of a form are widgets of their own, so controls of one form need not be
+    // neighbours.
     for (QWidget* pWidget : window()->findChildren<QWidget*>())
     {
         const CWindowNode* pNode = CWindowNode::Find(pWidget);
@@ -161,6 +165,7 @@ void CSpinWidget::Step(bool bUp)
     }
     SNotification notification;
     notification.eKind = ENotify::SpinDelta;
+    // Up leads towards the upper end of the range, which may be the smaller number.
     notification.iValue = bUp == (m_Upper >= m_Lower) ? 1 : -1;
     const QPointer<CSpinWidget> pThis(this);
     pNode->Notify(notification);
@@ -204,6 +209,7 @@ void CSpinWidget::mousePressEvent(QMouseEvent* pEvent)
     if (pEvent->button() == Qt::LeftButton)
     {
         m_iHeld = pEvent->position().toPoint().y() < height() / 2 ? 1 : -1;
+        // Started before the step, because whoever hears of the step may stop it.
         m_Timer.start(FIRST_REPEAT_MS, this);
         update();
         Step(m_iHeld > 0);

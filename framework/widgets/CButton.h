@@ -21,12 +21,12 @@ public:
                       CWindow& parent,
                       uint32_t uId,
                       const SRect& rect);
-    // From now on DrawItem draws it and clicks do not change its state. Push buttons and push-like
-    // check buttons.
+    // From this call on DrawItem draws the button and clicks do not change its state. For push
+    // buttons and push-like check buttons; others stay as they are.
     void SetOwnerDraw();
     void SetCheck(int iState); // ECheckState; notifies nobody
     int GetCheck() const;
     uint32_t GetStyle() const; // EControlStyle
-    void Click();              // as a click of the mouse
-    void ReleasePress();       // is not held down any more, without a click
+    void Click();              // does what a click of the mouse does
+    void ReleasePress();       // ends that it is held down, without a click
 };

@@ -20,6 +20,7 @@ bool CDialog::Create(CWindow* pParent)
     AttachControls();
     OnInit();
     IDialogNode* pDialog = GetNode() != nullptr ? GetNode()->GetDialog() : nullptr;
+    // OnInit may have ended the window.
     if (pDialog == nullptr)
     {
         return false;
@@ -67,6 +68,7 @@ void CDialog::OnCancel()
 
 bool CDialog::OnChildNotify(SNotification& notification)
 {
+    // A handler of the dialog's own takes the place of what the two buttons do otherwise.
     if (CFormWindow::OnChildNotify(notification))
     {
         return true;

@@ -13,11 +13,12 @@ enum EDialogItem : uint32_t
 class TELLUR_API CDialog : public CFormWindow
 {
 public:
-    // Modeless, hidden at first. pParent: kept in front of it; null: of the window that is active
-    // now. False, with one logged
-    // line, when no module has the template or the program shows no windows.
+    // Makes a modeless window, hidden at first, which stays in front of pParent; with null, of the
+    // window that is active now. Answers false, with one logged line, when no module has the
+    // template or the program shows no windows, and without one when there is a window already.
     bool Create(CWindow* pParent);
-    // Shows it and returns what EndDialog was given, DIALOG_CANCEL when it cannot be made.
+    // Makes and shows it, and returns when it is closed: what EndDialog was given, or DIALOG_CANCEL
+    // when it cannot be made. The window is gone then.
     uint32_t DoModal(CWindow* pParent);
     void EndDialog(uint32_t uResult);
 

@@ -10,7 +10,8 @@ public:
     void SetLimitText(int nMost); // characters that can be typed or pasted
     void SetReadOnly(bool bReadOnly);
     bool IsReadOnly() const;
-    // Characters [iFrom, iTo); 0, -1: all; -1, -1: none.
+    // Selects the characters from iFrom up to, but not with, iTo: 0 and -1 all of them, -1 and -1
+    // none.
     void SetSel(int iFrom, int iTo);
     void GetSel(int& iFrom, int& iTo) const;
 };

@@ -8,10 +8,12 @@
 class TELLUR_API CFormView : public CFormWindow
 {
 public:
-    // pParent: null for a window of its own, which a host may put where it likes. False, with one
-    // logged line, when no module has the template or the program shows no windows.
+    // Makes the window. pParent: null for one of its own, which a host may put where it likes.
+    // Answers false, with one logged line, when no module has the template or the program shows no
+    // windows, and without one when there is a window already.
     bool Create(CWindow* pParent);
-    // The host asks its views to show what has changed. Runs by itself when it is shown first.
+    // Called by the host for the view to show what has changed. It runs by itself when the view is
+    // shown for the first time.
     void UpdateView();
 
 protected:

@@ -96,6 +96,7 @@ bool CFormWindow::OnChildNotify(SNotification& notification)
 {
     if (notification.eKind == ENotify::FocusLost)
     {
+        // What was being typed and is no number yet gives way to the value; see WriteControls.
         ShowAgain(notification.uId);
     }
     if (notification.eKind == ENotify::Scrolled && m_OnScroll)
@@ -147,6 +148,8 @@ void CFormWindow::AttachControls()
 
 IWindowNode* CFormWindow::FindItem(uint32_t uId) const
 {
+    // The controls end with the form's window and nobody takes them out, so they count only while
+    // it is there.
     const auto found = IsWindow() ? m_Items.find(uId) : m_Items.end();
     return found != m_Items.end() ? found->second : nullptr;
 }
@@ -205,6 +208,7 @@ void CFormWindow::WriteControls()
             pButton->SetCheck(*std::get<int*>(bound.pVariable));
         }
     }
+    // A handler of one of these texts may write the controls again, inside this loop.
     const bool bBefore = std::exchange(m_bWriting, true);
     for (const auto& [uId, strText] : texts)
     {
@@ -217,6 +221,8 @@ bool CFormWindow::NeedsText(const SBoundVariable& bound, const IWindowNode& node
 {
     const float fValue = *std::get<float*>(bound.pVariable);
     const std::string strText = node.GetText();
+    // A text that is no number yet, such as "-", is somebody's typing as long as the variable is
+    // the one that was shown last.
     float fTyped = fValue;
     const bool bTyping = node.HasFocus() && !ReadFieldValue(strText, fTyped);
     return !ReadsAsValue(strText, fValue) && !(bTyping && fValue == bound.fShown);

@@ -22,7 +22,8 @@ public:
 
     ~CFormWindow() override;
 
-    // To be called before the window is made. Object and variable outlive the window.
+    // These bind an object or a variable to a control, and are to be called before the window is
+    // made. Object and variable must outlive the window.
     void Bind(uint32_t uId, CWindow& control);
     void BindValue(uint32_t uId, float& fValue);
     void BindText(uint32_t uId, std::string& strText);
@@ -34,7 +35,8 @@ public:
     // As OnTextChange, except that what WriteControls writes is no edit.
     void OnEdit(uint32_t uId, FHandler onEdit);
     void OnSelectionChange(uint32_t uId, FHandler onChange);
-    // Any slider of the form, instead of the handlers that single sliders have.
+    // Sets the handler of all sliders of the form, which then takes the place of those of single
+    // sliders.
     void OnScroll(FNotifyHandler onScroll);
 
     // Every variable takes what its control shows, unless that cannot be read: then it stays.
@@ -45,14 +47,15 @@ public:
     // variable is shown again.
     void WriteControls();
 
-    // Of one control. Where the template lacks its id nothing happens and answers are empty.
+    // These work on one control. Where the template lacks its id nothing happens and answers are
+    // empty.
     void SetItemText(uint32_t uId, const char* pszText);
     std::string GetItemText(uint32_t uId) const;
     void EnableItem(uint32_t uId, bool bEnable);
     bool IsItemEnabled(uint32_t uId) const;
     void CheckItem(uint32_t uId, int iState); // 0, 1, or 2: undetermined
     int GetItemCheck(uint32_t uId) const;
-    // Clicks a button. False when the template lacks it and while it is disabled.
+    // Clicks a button. Answers false when the template lacks it and while it is disabled.
     bool PressItem(uint32_t uId);
     SRect GetItemRect(uint32_t uId) const; // in the form's client area
 
@@ -61,8 +64,9 @@ protected:
 
     bool OnChildNotify(SNotification& notification) override;
 
-    // The template of the resource modules; null, with one logged line, when there is none and when
-    // the program shows no windows.
+    // Finds the template in the resource modules. Answers null, with one logged line, when there is
+    // none and when the program shows no windows (a window system that cannot be opened is logged
+    // the first time only).
     const SDialogResource* FindTemplate() const;
 
     // Called once the controls are there, before the window is shown.

@@ -11,7 +11,7 @@ class TELLUR_API CListCtrl : public CWindow
 public:
     ~CListCtrl() override;
 
-    // The place the column got; widths are device pixels.
+    // Returns the place that the column got, -1 without a window. Widths are device pixels.
     int InsertColumn(int iColumn, const char* pszTitle, int iWidth);
     int GetColumnCount() const;
     int GetColumnWidth(int iColumn) const;
@@ -28,14 +28,14 @@ public:
     void SetItemIndent(int iItem, int iLevels);          // each as wide as a picture
     void SetItemImage(int iItem, int iImage);            // -1: none
     void SetItemToolTip(int iItem, const char* pszText); // before the list's own; empty: none
-    // pImages: borrowed until another or null is set.
+    // Sets the pictures that SetItemImage counts in, borrowed until others or null are set.
     void SetImageList(const CImageList* pImages);
 
     void SelectItem(int iItem); // -1: none; notifies nobody
     int GetSelectedItem() const;
     void EnsureVisible(int iItem);
     SRect GetCellRect(int iItem, int iColumn) const; // in the rows' area; empty when there is none
-    // False when no cell is there.
+    // Finds the cell at a point of the rows' area. Answers false when there is none.
     bool HitTest(SPoint point, int& iItem, int& iColumn) const;
 
     // Lays a child window over a cell, leaving iLeft and iRight device pixels free; it moves with

@@ -8,7 +8,8 @@
 class TELLUR_API CSliderCtrl : public CWindow
 {
 public:
-    // The position is kept inside; the page becomes a fifth of the range until it is set.
+    // The position is brought into the range. The page becomes a fifth of it, unless SetPageSize
+    // has set one.
     void SetRange(int iMin, int iMax);
     int GetRangeMin() const;
     int GetRangeMax() const;

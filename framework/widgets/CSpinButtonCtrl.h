@@ -13,13 +13,13 @@ public:
     void GetRange(int& iLower, int& iUpper) const;
     void SetPos(int iPos);
     int GetPos() const;
-    // The edit beside it, whose arrow keys turn the spin; by id among the parent's controls. None
-    // when the parent has no such control.
+    // Sets the edit beside it, whose arrow keys then turn the spin, by its id among the parent's
+    // controls. It has none when the parent has no such control.
     void SetBuddy(uint32_t uBuddyId);
     uint32_t GetBuddy() const; // 0: none
 
 protected:
-    // One click on an arrow, as the mouse and the keys make it.
+    // Does what one click on an arrow or one of the arrow keys does.
     void Step(bool bUp);
-    void StopRepeat(); // an arrow that is held does not step any more
+    void StopRepeat(); // keeps an arrow that is held from stepping again
 };

@@ -22,8 +22,8 @@ public:
     CWindow(const CWindow&) = delete;
     CWindow& operator=(const CWindow&) = delete;
 
-    // A child window that draws itself (OnPaint). rect: in the parent's client area. False without
-    // a parent window or when this object has one already.
+    // Makes a child window that draws itself (OnPaint). rect: in the parent's client area. Answers
+    // false when the parent has no window or this object has one already.
     bool Create(CWindow& parent, uint32_t uId, const SRect& rect);
     void DestroyWindow();
 
@@ -58,7 +58,8 @@ protected:
                        CWindow& parent,
                        uint32_t uId,
                        const SRect& rect);
-    // The usual processing of the event that is being handled, once.
+    // Runs the usual processing of the event that is being handled, inside its hook. It runs once:
+    // neither a second call nor the end of the hook runs it again.
     void DoDefault();
 
     IWindowNode* GetNode() const { return m_Node; }

@@ -21,7 +21,8 @@ protected:
 
     virtual bool OnMouseMove(const SMouseEvent&) { return false; }
 
-    // Of the control that has the focus first, then of each window around it; before OnKeyDown.
+    // Called before OnKeyDown, first for the control that has the focus, then for each window
+    // around it.
     virtual bool TranslateKey(const SKeyEvent&) { return false; }
 
     virtual bool OnKeyDown(const SKeyEvent&) { return false; }
@@ -46,6 +47,6 @@ protected:
 
     virtual bool OnChildNotify(SNotification&) { return false; } // what a control tells it
 
-    // False when the tip has no text.
+    // Called when tips are on (CWindow::EnableToolTips). False lets the windows around be asked.
     virtual bool OnToolTipText(SToolTipText&) { return false; }
 };

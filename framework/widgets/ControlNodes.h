@@ -96,9 +96,9 @@ class TELLUR_API IDialogNode
 {
 public:
     virtual void FocusFirstControl() = 0;
-    // In front of the window that is active now.
+    // Keeps the dialog in front of the window that is active now.
     virtual void KeepInFront() = 0;
-    virtual void RunModal() = 0; // until End
+    virtual void RunModal() = 0; // shows it and returns when End is called
     virtual void End(uint32_t uResult) = 0;
 
 protected:

@@ -7,6 +7,7 @@
 namespace
 {
 
+// Beyond it six digits would need an exponent.
 constexpr float LARGEST_WITH_DECIMALS = 999999.0F;
 
 } // namespace
@@ -18,6 +19,7 @@ std::string FormatFieldValue(float fValue)
     {
         return FormatNumber(dValue, 0);
     }
+    // Very small numbers get an exponent in this format and are written out instead.
     const std::string strText = FormatNumber(dValue, 6, std::chars_format::general);
     return strText.find('e') == std::string::npos ? strText : FormatNumber(dValue, 9);
 }

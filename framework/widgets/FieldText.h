@@ -4,10 +4,13 @@
 
 // Numbers in the edit fields of a form.
 
-// At most six significant digits and never an exponent: 3200, 0.35, 1000000.
+// Writes a number as a person reads it, never with an exponent: at most six significant digits
+// (3200, 0.35), every digit before the point of a large number (1000000), and nine decimals of a
+// very small one.
 std::string FormatFieldValue(float fValue);
-// Takes the number that the text is, blanks around it and a comma for the point allowed. A text
-// that shows fValue already leaves all its digits. False, with the value kept, for anything else.
+// Reads the number that the text is; blanks around it and a comma for the point are allowed. A text
+// that shows fValue already leaves it with all its digits. Answers false and keeps the value for
+// anything else.
 bool ReadFieldValue(const std::string& strText, float& fValue);
 // Whether the text, however it is spelt, shows the value.
 bool ReadsAsValue(const std::string& strText, float fValue);

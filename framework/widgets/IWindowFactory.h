@@ -12,14 +12,15 @@ class IWindowNode;
 class TELLUR_API IWindowFactory
 {
 public:
-    // The program has an application object that can show windows. What follows needs it.
+    // Whether the program has an application object that can show windows. The operations below may
+    // be called only while it has.
     virtual bool IsReady() const = 0;
 
-    // A child window of parent, hidden, without an object. parent has a window.
+    // Makes a hidden child window, which no object is bound to yet. parent must have a window.
     virtual IWindowNode* MakeControl(const SControlResource& control, CWindow& parent) = 0;
 
-    // A hidden window with the template's controls in it; the object owns it. pParent: null, or
-    // what it is kept in front of, or stands in.
+    // Both make a hidden window with the template's controls in it, which the object owns. pParent:
+    // what a dialog is kept in front of, or what a view stands in; null for neither.
     virtual void MakeDialog(CDialog& dialog, const SDialogResource& form, CWindow* pParent) = 0;
     virtual void MakeFormView(CFormView& view, const SDialogResource& form, CWindow* pParent) = 0;
 

@@ -16,11 +16,12 @@ class IReportNode;
 class TELLUR_API IWindowNode
 {
 public:
-    // The object that stands for the window from now on; the one before is let go. bOwner: the
-    // object made the window and ends it.
+    // Binds the object that stands for the window from then on, and lets go of the one before.
+    // bOwner: the object made the window and ends it.
     virtual void Attach(CWindow& object, bool bOwner) = 0;
     virtual void Detach() = 0;
-    // Nobody is asked any more. The window goes at once, or after the event that it is in.
+    // Ends the window, at once or after the event that it is in. Neither its object nor whom it
+    // notifies, nor those of its controls, are called any more.
     virtual void Destroy() = 0;
 
     virtual uintptr_t GetHandle() const = 0;
@@ -45,7 +46,7 @@ public:
     virtual SRect GetClientRect() const = 0;
     virtual double GetScale() const = 0;
 
-    // The window as what its kind is made of; null for another kind.
+    // The window as what its kind is made of, borrowed from it; null for a window of another kind.
     virtual IButtonNode* GetButton() = 0;
     virtual IListNode* GetList() = 0;
     virtual IComboNode* GetCombo() = 0;

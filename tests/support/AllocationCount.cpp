@@ -22,6 +22,7 @@ void* AllocateOrNull(size_t nBytes)
     ++g_nAllocations;
     g_nBytes += nBytes;
     void* pMemory = std::malloc(nBytes > 0 ? nBytes : 1);
+    // Memory is really short, which no test has asked for.
     if (pMemory == nullptr)
     {
         std::abort();

@@ -9,5 +9,5 @@ size_t GetAllocatedBytes(); // asked for in these calls, given back or not
 
 // The nNext-th call from here on finds no memory, those after it do; 0 takes that back.
 void FailAllocation(size_t nNext);
-// Whether that call has come.
+// Whether the call that FailAllocation was told of has come.
 bool HasAllocationFailed();

@@ -40,7 +40,7 @@ private:
     std::string m_Folder;
 };
 
-// All bytes of a file; fails the test and gives none when it cannot be read.
+// Returns all bytes of a file. Fails the test and returns none when it cannot be read.
 inline std::string ReadBytes(const std::string& strPath)
 {
     std::ifstream stream(strPath, std::ios::binary);

@@ -11,6 +11,7 @@ void AddCall(Calls* pCalls, const char* pszFormat, ...)
     {
         return;
     }
+    // The run may have a locale with a comma for the point, and expected lines have the point.
     static const locale_t s_Neutral = newlocale(LC_ALL_MASK, "C", nullptr);
     const locale_t before = uselocale(s_Neutral);
     char szLine[512];

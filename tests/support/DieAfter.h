@@ -2,8 +2,8 @@
 
 #include <sys/time.h>
 
-// In a child process: it dies wherever it is after that time (microseconds, above 0 and below a
-// second).
+// To be called in a child process, which then dies wherever it is after that time (microseconds,
+// above 0 and below a second).
 inline void DieAfter(long nMicroseconds)
 {
     const itimerval timer = {{}, {0, nMicroseconds}};

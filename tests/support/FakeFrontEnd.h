@@ -5,8 +5,8 @@
 
 #include <set>
 
-// The window system: keys that a test holds, cursor, capture and message boxes. Is the process's
-// front end while it lives.
+// A front end without windows, and the process's own while it lives: the test says which keys are
+// held and what is answered, and reads what was asked.
 class CFakeFrontEnd : public IFrontEnd
 {
 public:

@@ -25,7 +25,7 @@ inline CTCPARSE_PARAM* Text(const char* pszText)
     return new CTCPARSE_STRING(pszText);
 }
 
-// The first of the chain; null for none.
+// Links nodes or parameters to a chain and returns the first; null for none.
 template <class TLink> TLink* Chain(std::initializer_list<TLink*> links)
 {
     TLink* pFirst = nullptr;
@@ -38,7 +38,7 @@ template <class TLink> TLink* Chain(std::initializer_list<TLink*> links)
     return pFirst;
 }
 
-// The name is kept as it is given, in any case.
+// Makes a node that owns its parameters and its block. The name keeps its upper and lower case.
 inline CTCPARSE_KEYWORD* Node(const char* pszName,
                               std::initializer_list<CTCPARSE_PARAM*> params = {},
                               std::initializer_list<CTCPARSE_KEYWORD*> block = {})

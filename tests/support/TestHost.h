@@ -18,7 +18,8 @@
 class CTestFace : public CHeadlessFace
 {
 public:
-    // The next picks, in order; after them lastPick counts. None: no ground under the cursor.
+    // These add an answer to the picks to come, given in order; after the last of them lastPick
+    // counts. A miss, and a lastPick that is not set, mean no ground under the cursor.
     void Hit(float fX, float fY, float fZ) { picks.push_back(SVec3{fX, fY, fZ}); }
 
     void Miss() { picks.emplace_back(); }
@@ -116,5 +117,5 @@ private:
     CTestFace& m_Face;
 };
 
-// A terrain without a host, flat; cells along x and z.
+// Makes a flat terrain without a host, of so many cells along x and z.
 CTerrain MakeTerrain(uint32_t uCellsX, uint32_t uCellsZ, const SVec3& size);

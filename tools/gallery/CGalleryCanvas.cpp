@@ -16,7 +16,7 @@ constexpr uint32_t PICTURE = 2130;
 constexpr int DEPTHS[] = {16, 24, 32};
 constexpr ColorRef INK = MakeColor(40, 110, 200);
 
-// Lengths at 100 %.
+// One of the three drawings. Places and lengths are given at 100 % and scaled here.
 struct SSheet
 {
     CDrawContext& context;
@@ -66,6 +66,7 @@ void DrawPictures(const SSheet& sheet)
     }
     CDrawContext memory = CDrawContext::CreateCompatible(context);
     memory.SelectBitmap(&picture);
+    // The plug-in's pictures are made of these greys, which become those of the desktop.
     const SColorPair greys[] = {
         {MakeColor(0xC0, 0xC0, 0xC0), GetSystemColor(ESystemColor::ButtonFace)},
         {MakeColor(0x80, 0x80, 0x80), GetSystemColor(ESystemColor::ButtonShadow)},

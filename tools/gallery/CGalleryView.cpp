@@ -90,6 +90,7 @@ void CGalleryView::Listen()
        [this](SNotification& notification)
        {
            Note("spin " + std::to_string(notification.iValue));
+           // What was typed counts before the step.
            ReadControls();
            m_Number =
                std::clamp(m_Number + static_cast<float>(notification.iValue), 0.0F, float{HIGHEST});

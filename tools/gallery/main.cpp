@@ -43,12 +43,14 @@ int Run(const std::string& strScreenshot)
     RegisterResourceModule(&GetGalleryResources());
     int iResult = 1;
     {
+        // The view ends before the module goes that its template and texts are from.
         CGalleryView view;
         if (view.Create(nullptr))
         {
             QWidget* pWidget = GetWidget(view);
             pWidget->resize(pWidget->sizeHint().expandedTo(QSize(860, 520)));
             view.ShowWindow(true);
+            // A picture needs the controls in their places.
             QApplication::processEvents();
             const bool bSaved = !strScreenshot.empty() &&
                                 pWidget->grab().save(QString::fromStdString(strScreenshot));

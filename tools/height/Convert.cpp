@@ -16,8 +16,8 @@ bool IsScaleSaid(double dWhite, double dUnit)
     return dWhite > 0.0 || dUnit > 0.0;
 }
 
-// From terrain to file the scale and the byte order that are said are the file's. What is said of
-// the output by itself wins.
+// A terrain has no scale or byte order of its own, so those that are given without a word about
+// which file they mean are the output's. What is said of the output by itself wins.
 void MoveToOutput(SImportOptions& in, SExportOptions& out)
 {
     if (!IsScaleSaid(out.dWhite, out.dUnit))
@@ -78,6 +78,7 @@ bool Convert(const SHeightOptions& options)
     SImportOptions in = options.import;
     SExportOptions out = options.output;
     ChooseScales(options, pTo, in, out);
+    // Only a terrain has to be a square of a supported size; elsewhere the grid stays unless asked.
     in.eFit = IsTerrain(pTo) || options.bFitGiven ? in.eFit : EFit::Keep;
     SHeightField field;
     SImportReport report;
@@ -91,6 +92,8 @@ bool Convert(const SHeightOptions& options)
     {
         return false;
     }
+    // All that is assumed is on the output before the file is there, so a reader who has gone away
+    // leaves no file behind.
     Print(report.lines);
     Print(plan.lines);
     return FlushStandardOutput("tellur-height") && ExportHeights(pszOutput, view, field.size, plan);

@@ -25,6 +25,7 @@ std::string GetSpacingText(const SSampleGrid& grid)
 // Of the samples that are no voids; there is one.
 std::string GetRangeText(const SSampleGrid& grid)
 {
+    // Voids are no numbers, which fmin and fmax pass over.
     float fLow = INFINITY;
     float fHigh = -INFINITY;
     for (const float fSample : grid.samples)

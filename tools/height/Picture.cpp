@@ -38,6 +38,7 @@ SReliefPicture Join(const std::vector<SReliefPicture>& pictures)
     }
     if (joined.uWidth > IMAGE_MAX_SIDE)
     {
+        // The empty picture cannot be made an image, which Save reports.
         return {};
     }
     joined.rgb.assign(size_t{joined.uWidth} * joined.uHeight * PIXEL_BYTES, 255);
@@ -74,6 +75,8 @@ bool Draw(const SHeightOptions& options, std::vector<SReliefPicture>& pictures)
         {
             return false;
         }
+        // The colours of a scene follow slope and height limit of each terrain, so it takes no
+        // range.
         if (options.eye)
         {
             pictures.push_back(RenderScene(field, GetCamera(options)));

@@ -210,6 +210,8 @@ std::string FindCameraFault(const SHeightOptions& options)
     const float fAside = std::max(std::fabs(options.eye->x - options.target->x),
                                   std::fabs(options.eye->z - options.target->z));
     const float fAbove = std::fabs(options.eye->y - options.target->y);
+    // A camera finds its right from its direction and the vertical, which must not be the same
+    // line.
     if (fAside < std::max(1e-3F, 1e-3F * fAbove))
     {
         return "--eye must not be straight above or below --target";
@@ -280,6 +282,8 @@ std::string FindMissing(SHeightOptions& options)
 
 bool SHeightOptions::Read(int nArguments, const char* const* ppszArguments, std::string& strFault)
 {
+    // Values are kept as texts first, because the command, which says what options there are, may
+    // stand behind them.
     const std::vector<SOption> options = ListOptions(*this);
     std::vector<std::string> values(options.size()); // empty for an option left out
     std::vector<SProgramOption> known(options.size());

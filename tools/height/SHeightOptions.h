@@ -26,13 +26,13 @@ struct SHeightOptions
     SImportOptions import;  // its scale and byte order are the output's when the input is a
                             // ".height" file
     SExportOptions output;  // what is said of the output alone
-    bool bFitGiven = false; // or a size
+    bool bFitGiven = false; // --fit or --size was given
     uint32_t uPixels = 0;   // of a picture's longer side
     // Both or none: where a picture is seen from, and what lies in its middle.
     std::optional<SVec3> eye;
     std::optional<SVec3> target;
 
-    // False for a line that makes no sense; strFault then says why, without a line feed.
+    // Answers false for a line that makes no sense; strFault then says why, without a line feed.
     bool Read(int nArguments, const char* const* ppszArguments, std::string& strFault);
 
     static const char* GetUsage(); // of several lines

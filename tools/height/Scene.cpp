@@ -68,6 +68,7 @@ public:
 
     SReliefPicture Draw()
     {
+        // Two rows of projected points are kept at a time; a triangle needs no others.
         std::vector<SSpot> above(m_Ground.uSizeX);
         std::vector<SSpot> below(m_Ground.uSizeX);
         for (uint32_t z = 0; z < m_Ground.uSizeZ; ++z)
@@ -87,7 +88,7 @@ public:
     }
 
 private:
-    // Over the left shoulder, low enough for long shadows.
+    // The sun shines over the left shoulder, low enough for long shadows.
     SVec3 GetSun() const
     {
         const SVec3 ahead = Normalize({m_Forward.x, 0.0F, m_Forward.z});
@@ -110,8 +111,8 @@ private:
                 m_Ground.colors[size_t{uZ} * m_Ground.uSizeX + uX]};
     }
 
-    // Samples of an axis whose centres lie between two places: first, and behind the last. The
-    // order of arguments makes 0 of what is no number.
+    // The samples of an axis whose centres lie between two places: the first, and the one behind
+    // the last. The order of the arguments of min and max makes 0 of what is no number.
     static std::pair<uint32_t, uint32_t> GetSpan(float fFrom, float fTo, uint32_t uCount)
     {
         const auto fCount = static_cast<float>(uCount);
@@ -121,6 +122,7 @@ private:
 
     void DrawTriangle(const SSpot& a, const SSpot& b, const SSpot& c)
     {
+        // A triangle that reaches behind the eye is left out as a whole.
         if (!(a.fNear > 0.0F && b.fNear > 0.0F && c.fNear > 0.0F))
         {
             return;
@@ -140,6 +142,9 @@ private:
             {
                 const float fX = static_cast<float>(x) + 0.5F;
                 const float fY = static_cast<float>(y) + 0.5F;
+                // Shares of the three corners: divided by the area with its sign they are positive
+                // inside, whichever way the triangle turns. 1 over the distance is mixed by them
+                // exactly, colours nearly.
                 const float fB =
                     ((fX - a.fX) * (c.fY - a.fY) - (fY - a.fY) * (c.fX - a.fX)) / fArea;
                 const float fC =
@@ -178,6 +183,7 @@ private:
         {
             return sky;
         }
+        // Along the ray, which is longer than the distance along the view except in the middle.
         const float fFar = fLength / m_Near[n] / m_Haze;
         const float fThick = 1.0F - std::exp(-fFar * (0.35F + 1.3F * fFar));
         return Mix(m_Colors[n], Mix(VEIL, HORIZON, fThick), fThick);
@@ -195,6 +201,7 @@ private:
     {
         SReliefPicture picture{m_Options.uWidth, m_Options.uHeight, {}};
         picture.rgb.reserve(size_t{picture.uWidth} * picture.uHeight * 3);
+        // The mean is taken of light; of exposed samples it would darken bright edges.
         constexpr float SHARE = 1.0F / (SAMPLES * SAMPLES);
         for (uint32_t y = 0; y < picture.uHeight; ++y)
         {
@@ -214,6 +221,7 @@ private:
         return picture;
     }
 
+    // The order of these is that of their making: each uses what stands above it.
     const SSceneOptions m_Options;
     const uint32_t m_Width; // in samples
     const uint32_t m_Height;

@@ -33,6 +33,8 @@ std::vector<STap> MakeTaps(uint32_t uVertices, uint32_t uMost)
         STap& tap = taps[i];
         for (uint32_t k = 0; k < 4; ++k)
         {
+            // The vertices from one before the cell on; beyond the border the last vertex counts
+            // again.
             tap.aIndex[k] = std::min(std::max(uCell + k, 1U) - 1, uCells);
         }
         tap.aWeight[0] = s * s * s / 6.0F;
@@ -43,7 +45,7 @@ std::vector<STap> MakeTaps(uint32_t uVertices, uint32_t uMost)
     return taps;
 }
 
-// A side gets at most uMost cells.
+// Makes the finer grid with its heights. A side gets at most uMost cells.
 void Refine(const SHeightField& field, uint32_t uMost, SSceneGround& ground)
 {
     const std::vector<STap> columns = MakeTaps(field.uSizeX, uMost);
@@ -56,6 +58,7 @@ void Refine(const SHeightField& field, uint32_t uMost, SSceneGround& ground)
     std::vector<float> merged(field.uSizeX);
     for (const STap& row : rows)
     {
+        // Four rows are merged into one first, which the points of the row then share.
         std::fill(merged.begin(), merged.end(), 0.0F);
         for (size_t k = 0; k < 4; ++k)
         {
@@ -81,6 +84,8 @@ void Refine(const SHeightField& field, uint32_t uMost, SSceneGround& ground)
 // One sweep away from the sun: the edge falls with the sun's height from line to line.
 std::vector<float> MakeShadows(const SSceneGround& ground, const FSun& sun)
 {
+    // The lines are swept along the side on which the sun moves faster from point to point, so the
+    // edge shifts by no more than one point from line to line.
     const bool bAlongX = std::fabs(sun.x) * ground.fStepZ > std::fabs(sun.z) * ground.fStepX;
     const uint32_t uLines = bAlongX ? ground.uSizeX : ground.uSizeZ;
     const uint32_t uAcross = bAlongX ? ground.uSizeZ : ground.uSizeX;
@@ -117,11 +122,12 @@ std::vector<float> MakeShadows(const SSceneGround& ground, const FSun& sun)
     return depths;
 }
 
-// The mean of the heights around each point; iRadius points to each side.
+// Replaces each value by the mean of those around it, uRadius points to each side.
 void Smooth(std::vector<float>& values, uint32_t uSizeX, uint32_t uSizeZ, uint32_t uRadius)
 {
     const auto run = [&values, uRadius](size_t nFirst, size_t nStride, uint32_t uCount)
     {
+        // A mean is the difference of two running sums, so the radius costs nothing.
         std::vector<double> sums(uCount + 1);
         for (uint32_t i = 0; i < uCount; ++i)
         {
@@ -163,7 +169,7 @@ float Hash(int32_t iX, int32_t iZ)
     return static_cast<float>((u ^ (u >> 16U)) & 0xFFFFU) / 65535.0F;
 }
 
-// Patches as plants grow them, 0 to 1.
+// Patches as plants grow them, 0 to 1: value noise of five octaves.
 float GetPatches(float fX, float fZ)
 {
     float fSum = 0.0F;
@@ -183,9 +189,9 @@ float GetPatches(float fX, float fZ)
     return fSum;
 }
 
-// Meadows where it is flat, woods on the slopes, rock where it is steep, snow near the height
-// limit. fUp: of the normal. fShare: of the height limit. fPatch: see GetPatches. fGrain: how much
-// brighter than usual.
+// The colour of the ground: meadows where it is flat, woods on the slopes, rock where it is steep,
+// snow near the height limit. fUp: y of the normal. fShare: height as a share of the limit. fPatch:
+// see GetPatches. fGrain: what the colour is multiplied by, except for snow.
 SVec3 GetGround(float fUp, float fShare, float fPatch, float fGrain)
 {
     constexpr SVec3 MEADOW{0.245F, 0.255F, 0.100F};
@@ -233,6 +239,7 @@ void Light(SSceneGround& ground, const FSun& towards, float fHeightLimit)
     constexpr SVec3 SKYLIGHT{0.26F, 0.36F, 0.56F};
     const FSun sun = Normalize(towards);
     const std::vector<float> depths = MakeShadows(ground, sun);
+    // Lengths follow the width of the terrain, so that terrains of all sizes look alike.
     const uint32_t uRadius = std::max(1U, ground.uSizeX / 80);
     const float fRadius = static_cast<float>(uRadius) * ground.fStepX;
     const float fPatches = 60.0F / (static_cast<float>(ground.uSizeX) * ground.fStepX);
@@ -251,6 +258,7 @@ void Light(SSceneGround& ground, const FSun& towards, float fHeightLimit)
             const float fFacing =
                 std::max(0.0F, normal.x * sun.x + normal.y * sun.y + normal.z * sun.z);
             const float fSun = fFacing * (1.0F - Step(0.0F, fEdge, depths[n]));
+            // A point above its surroundings sees more of the sky.
             const float fOpen =
                 std::clamp(0.75F + 1.6F * (point.y - means[n]) / fRadius, 0.3F, 1.1F);
             const float fSky = fOpen * (0.55F + 0.45F * normal.y);

@@ -26,5 +26,6 @@ struct SSceneGround
     }
 };
 
-// uMost: cells a side is refined or thinned out to at most. Throws std::bad_alloc.
+// Makes and lights the ground. uMost: a side is refined or thinned out to at most so many cells.
+// Throws std::bad_alloc.
 SSceneGround MakeSceneGround(const SHeightField& field, const FSun& sun, uint32_t uMost);

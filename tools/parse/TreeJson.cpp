@@ -45,7 +45,7 @@ void WriteValue(CJsonWriter& json, const CTCPARSE_PARAM& param)
     }
 }
 
-// All of it but its block and its end.
+// Writes a node but for its block and its end, which the caller adds.
 void BeginNode(CJsonWriter& json, const CTCPARSE_KEYWORD& node)
 {
     static constexpr const char* NAMES[] = {"int", "float", "string", "vec3", "vec4"};
@@ -75,6 +75,7 @@ std::string MakeTreeJson(const CTCPARSE_KEYWORD* pTree)
         return "[]\n";
     }
     CJsonWriter json;
+    // A loop and not a recursion, since blocks may be nested deeper than the stack allows.
     std::vector<const CTCPARSE_KEYWORD*> around; // nodes whose block is being written
     const CTCPARSE_KEYWORD* pNode = pTree;
     json.BeginLines(1);
@@ -93,6 +94,7 @@ std::string MakeTreeJson(const CTCPARSE_KEYWORD* pTree)
         while (pNode->next == nullptr && !around.empty())
         {
             pNode = around.back();
+            // The block ends here, and then the node that it belongs to.
             around.pop_back();
             json.End();
             json.End();

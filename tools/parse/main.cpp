@@ -61,6 +61,7 @@ int main(int argc, char** argv)
     ETCParseStatus eStatus = tcparse_done;
     const std::unique_ptr<CTCPARSE_KEYWORD> pTree(
         TCParseFile(pszFile, nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
+    // The parser has said what is wrong with a text, but nothing of a file that cannot be read.
     if (eStatus == tcparse_unreadable)
     {
         fprintf(stderr, "tellur-parse: cannot read '%s'\n", pszFile);

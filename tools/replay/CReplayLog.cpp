@@ -22,6 +22,7 @@ void CReplayLog::Collect()
 
 bool CReplayLog::Open(const char* pszPath)
 {
+    // A device or a pipe is written through as it is; everything else is made or emptied.
     const int iStream = fs::open_stream(pszPath);
     m_File = iStream >= 0 ? ::fdopen(iStream, "wb") : std::fopen(pszPath, "wbe");
     if (m_File == nullptr)

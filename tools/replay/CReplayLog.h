@@ -15,14 +15,15 @@ public:
     CReplayLog(const CReplayLog&) = delete;
     CReplayLog& operator=(const CReplayLog&) = delete;
 
-    // Keeps what is logged until the file is open: it is opened once nothing speaks against that.
+    // Takes the log from now on and keeps it until Open, since the file is opened only once nothing
+    // speaks against that.
     void Collect();
 
-    // pszPath: absolute. False when it cannot be written. A plain file that is there loses what it
-    // holds, anything else is written through.
+    // Opens the file and writes what was kept. pszPath: absolute. A plain file that is there loses
+    // what it holds, anything else is written through. Answers false when it cannot be opened.
     bool Open(const char* pszPath);
     void Write(const char* pszText) override;
-    // False when anything could not be written; true without a file.
+    // Answers false when any of the log could not be written so far; true without a file.
     bool Flush();
 
 private:

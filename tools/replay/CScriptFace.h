@@ -11,7 +11,8 @@ class World;
 class CScriptFace : public CHeadlessFace, public IFrontEnd
 {
 public:
-    // Where picking looks up heights; borrowed, null picks nothing. Set once the host has it.
+    // Sets where picking looks up heights: borrowed, and null picks nothing. Called once the host,
+    // which is made with this face, has a world.
     void SetWorld(World* pWorld) { m_World = pWorld; }
 
     CScriptCursor& GetCursor() { return m_Cursor; }

@@ -41,7 +41,7 @@ bool SReplayOptions::Read(int nArguments, const char* const* ppszArguments, std:
     return strFault.empty();
 }
 
-// What is written must be neither what is read nor written twice; empty when it is so.
+// Says which two options name one file, of which at least one is written; empty when none do.
 std::string SReplayOptions::FindClash() const
 {
     const std::pair<const char*, const std::string&> files[] = {
@@ -51,6 +51,7 @@ std::string SReplayOptions::FindClash() const
         {"the script", strScript},
         {"--plugin", strPlugin},
     };
+    // The first three are written, and none of them may be another of the five.
     constexpr size_t WRITTEN = 3;
     for (size_t i = 0; i < WRITTEN; ++i)
     {

@@ -17,8 +17,9 @@ struct SReplayOptions
     std::string strRoot;
     std::string strPlugin;
 
-    // False for a line that makes no sense, or that would write over what it reads; strFault then
-    // says why in one line. Relative paths are those of the current folder: before roots are set.
+    // Answers false for a line that makes no sense, or that would write over what it reads;
+    // strFault then says why in one line. To be called before roots are set, since relative paths
+    // are those of the current folder.
     bool Read(int nArguments, const char* const* ppszArguments, std::string& strFault);
 
     static const char* GetUsage(); // of several lines

@@ -202,6 +202,7 @@ int Play(const SReplayOptions& options, CReplayLog& log)
     {
         bReady = false;
     }
+    // Judged before the log is opened, which would empty a file that the script names.
     const std::string strClash =
         FindClash(options, CScriptKeywords(loader.GetPlugin()), pScript.get());
     if (!strClash.empty())
@@ -232,6 +233,7 @@ int Play(const SReplayOptions& options, CReplayLog& log)
         return Report(EXIT_FAILED,
                       options.strScript + ": not enough memory for each stroke, see the log");
     }
+    // Before the results: a log that is not whole is a failure, and then there is no terrain.
     if (!log.Flush())
     {
         return Report(EXIT_FAILED, options.strLog + ": --log cannot be written");
