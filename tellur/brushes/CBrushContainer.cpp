@@ -120,6 +120,7 @@ bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath, std::vector<SBr
         const size_t nFaults = faults.size();
         const bool bLoaded = pBrush->Load(pKey->block);
         FindBrushFaults(*pKey, *pBrush, bLoaded, faults);
+        // The log knows of something that no fault stands for.
         if (GetCrashLogCount() != nLogged && faults.size() == nFaults)
         {
             faults.push_back({GetNameOf(*pBrush), pKey->line, "not all of it could be used"});

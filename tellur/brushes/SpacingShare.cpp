@@ -96,6 +96,7 @@ float GetSpacingShare(const IImage& shape, float fHardness)
     {
         return COARSEST; // it leaves nothing
     }
+    // One walk over the image measures its rows and its columns.
     std::vector<CRun> columns(nSamples);
     float fRows = 0.0F;
     for (size_t z = 0; z < nSamples; ++z)

@@ -142,6 +142,7 @@ void CPainterFunction::DoOperationAux(const SVec3& point,
     pModification->SetExtents(raw);
     const SOperation operation = {point, &m_Verts, pBrush, pModification, fWeight};
     SVertexRule rule;
+    // A point that can be told in numbers needs no set: the session runs it in one pass.
     if (!GetRule(operation, rule) ||
         !RunPointInNumbers(*pModification, *pBrush, {clipped, point, rule, GetRuleTargets()}))
     {

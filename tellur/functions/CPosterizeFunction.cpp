@@ -32,6 +32,8 @@ TELLUR_LOOP_BODY void FindTargetsOfFew(const float* __restrict pHeights,
     float aTarget[CHUNK];
     for (size_t i = 0; i < nCount; ++i)
     {
+        // Levels come from the lowest on and only a nearer one wins, so the lower of two equal ones
+        // stays, as in GetNearestLevel.
         aBest[i] = FARTHEST_LEVEL;
         aTarget[i] = -1.0F;
     }
@@ -187,7 +189,8 @@ void CPosterizeFunction::DoOperation(const SOperation& operation)
     MoveTowards(verts, m_Targets.Get(), operation.fWeight, band, m_Mode);
 }
 
-// Whether they are those of the fields and of this terrain.
+// Whether the levels are as many as the field says now. Those that were made without a terrain do
+// not count once there is one; a new height limit alone does not make them anew.
 bool CPosterizeFunction::HasLevels(const ITerrainModification& modification) const
 {
     const bool bLimitNow = m_bNoLimit && modification.GetSrcRows() != nullptr;

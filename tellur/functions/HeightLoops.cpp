@@ -18,6 +18,8 @@ RaiseLoop(float* pHeights, const float* pWeights, size_t nCount, float fStroke, 
     }
 }
 
+// Loops work on copies of what stays the same: a write to the heights cannot change them, which
+// lets compilers make vector code.
 TELLUR_LOOP_BODY void RaiseBandLoop(float* pHeights,
                                     const float* pWeights,
                                     size_t nCount,

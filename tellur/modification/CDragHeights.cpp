@@ -27,6 +27,7 @@ bool CDragHeights::Open(Terrain& terrain, ITerrainWatcher& watcher)
     bool bMemory = m_Tiles.Reset(static_cast<int>(terrain.GetCellsPerSide()) + 1,
                                  static_cast<int>(terrain.GetCellsPerSideZ()) + 1);
     m_pAccess = dynamic_cast<ITerrainAccess*>(&terrain);
+    // The watcher is added before the first height is read, so no change by others is missed.
     if (bMemory && m_pAccess != nullptr)
     {
         m_pWatcher = &watcher;
@@ -67,6 +68,7 @@ void CDragHeights::Close()
 void CDragHeights::LoseGround()
 {
     m_pAccess = nullptr;
+    // The terrain has removed the watcher by itself, and the address of its rows is dead.
     m_Tiles.SetGround(nullptr);
 }
 
@@ -104,7 +106,8 @@ const float* CDragHeights::CRows::GetRow(int iX, int iZ, int iCount, float* pScr
                    : tiles.GetSourceRow(iX, iZ, iCount, pScratch);
 }
 
-// What others wrote inside the box of changes goes, as with a set.
+// A pass has written the ground along with the tiles unless it is shared. Then the whole box is
+// copied, and what others wrote inside it goes, as it does with a set.
 void CDragHeights::CatchUp(SPointChange& changed)
 {
     if (m_bShared)
@@ -124,8 +127,8 @@ void CDragHeights::PutOnGround(SPointChange& changed)
     CopyDest(changed.box);
 }
 
-// Those that would go beyond a limit are
-// written where they are at it already.
+// All heights that were written lie at a limit when the lowest is at the top or the highest is 0.
+// If none of them differs from before, the point wanted to go beyond and could not.
 SMergeResult CDragHeights::Announce(const SPointChange& changed)
 {
     SMergeResult result = {changed.nChanged, changed.nVisited};
@@ -161,6 +164,8 @@ void CDragHeights::CopyDest(const SGridBox& box)
         for (int iX = box.iMinX; iX <= box.iMaxX;)
         {
             const int iPart = std::min(SIDE - iX % SIDE, box.iMaxX + 1 - iX);
+            // A box may reach over tiles that were never taken; the ground there is the
+            // destination.
             if (const SHeightTile* pTile = m_Tiles.Find(iX / SIDE, iZ / SIDE))
             {
                 std::memcpy(pGround + static_cast<size_t>(iZ) * nPitch + static_cast<size_t>(iX),
@@ -222,6 +227,7 @@ void CDragHeights::Restore()
         {
             if (tile.bWritten)
             {
+                // Tiles that were not written show what they had at the press and cost nothing.
                 tile.aDest = tile.aSource;
                 tile.bWritten = false;
                 ShowDest(m_Tiles.GetTileBox(iTileX, iTileZ));

@@ -110,6 +110,7 @@ bool CTellurUndo::AddTile(SHeightTile& tile, int iTileX, int iTileZ)
             std::copy_n(tile.aSource.data() + iPlace, iCount, pOld + uNext);
             std::copy_n(tile.aDest.data() + iPlace, iCount, pNew + uNext);
             uNext = static_cast<uint16_t>(uNext + iCount);
+            // A shift by all 64 bits is undefined, so a row that changed as a whole ends here.
             uBits = iCount == SIDE ? 0 : uBits & ~(((uint64_t{1} << iCount) - 1) << iFirst);
         }
     }
@@ -191,6 +192,7 @@ const float* CTellurUndo::FindHeights(const STile& tile, int iColumn, int iRow, 
         return (bNew ? tile.pWhole->aDest : tile.pWhole->aSource).data() +
                SHeightTile::GetPlace(iColumn, iRow);
     }
+    // How many vertices of its row changed before it is its place among the packed heights.
     const uint64_t uBefore = tile.pPacked->aChanged[iRow] & ((uint64_t{1} << iColumn) - 1);
     return tile.pPacked->GetHeights(bNew) + tile.pPacked->aStart[iRow] + std::popcount(uBefore);
 }
@@ -221,6 +223,8 @@ bool CTellurUndo::ListBlocks()
             }
         }
     }
+    // Two tiles may have listed the same block before them. Equal keys are the same vertex and the
+    // same share of it, so they are the same block.
     std::sort(uses.begin(), uses.end());
     const auto nBlocks = static_cast<size_t>(std::unique(uses.begin(), uses.end()) - uses.begin());
     m_Blocks.reset(new (std::nothrow) CBlockInfo[nBlocks]);
@@ -317,6 +321,7 @@ void CTellurUndo::Apply(bool bNew)
     {
         return;
     }
+    // On the stack, so that undo needs no memory and cannot fail halfway.
     std::array<SBlockEntry, CBlockInfo::MOST_VERTS> entries;
     for (const CBlockInfo& block : GetBlocks())
     {

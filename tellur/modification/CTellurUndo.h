@@ -48,7 +48,8 @@ public:
 
         int GetBlockZ() const { return m_BlockZ; }
 
-        // In scan order, rows of increasing z. pVerts: room for MOST_VERTS. Their number.
+        // Writes the changed vertices of the block in scan order, rows of increasing z, and returns
+        // their number. pVerts: room for MOST_VERTS.
         size_t GetVerts(SVertRecord* pVerts) const;
         // The same with the heights of one side as the terrain takes them.
         size_t GetEntries(bool bNew, SBlockEntry* pEntries) const;
@@ -70,7 +71,7 @@ public:
     // when there is no memory for it.
     bool Fill(const CHeightTiles& tiles);
 
-    // In order of first use by the changed vertices in scan order.
+    // The blocks in the order in which a scan over the changed vertices first meets them.
     std::span<const CBlockInfo> GetBlocks() const { return {m_Blocks.get(), m_BlockCount}; }
 
     size_t GetByteCount() const; // memory the record takes

@@ -63,7 +63,9 @@ public:
     virtual float GetYSize() const = 0; // the height limit
     virtual float GetZSize() const = 0;
 
-    // -1 for indices outside the buffers or without buffers, with one logged line.
+    // Heights of single vertices: -1 for indices outside the buffers and without buffers, with one
+    // logged line. SetDstHeight is kept as it always was: it writes another element than the one at
+    // (iX, iZ), and functions change heights by SetVerts or RunPoint alone.
     virtual float GetSrcHeight(int iX, int iZ) const = 0;
     virtual void SetDstHeight(int iX, int iZ, float fHeight) = 0;
     virtual float GetDstHeight(int iX, int iZ) const = 0;
