@@ -91,6 +91,8 @@ void CDrawDlgExtent::ShowText()
                      ? 0.0F
                      : static_cast<float>(sizes.uWidth) / sizes.fLength * *m_Extent;
     }
+    // A text that is set by code notifies like a typed one, and reading it back would round the
+    // extent.
     const bool bBefore = std::exchange(m_bUpdating, true);
     m_Form.SetItemText(DRAW_EXTENT_EDIT, std::to_string(std::lround(fShown)).c_str());
     m_bUpdating = bBefore;

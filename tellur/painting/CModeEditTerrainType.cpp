@@ -96,6 +96,7 @@ void CModeEditTerrainType::Activate()
         return;
     }
     const CTerrain2DDrawDlg* pDialog = GetPluginPart<IPaintingPlugin>()->Get2DDrawDlg();
+    // The same file is not read again, so strokes that were not saved are still there.
     if (pDialog != nullptr && pDialog->GetBitmapFile() != m_BitmapPath)
     {
         if (pLayer->GetImage() != nullptr)
@@ -292,6 +293,7 @@ void CModeEditTerrainType::OnLButtonUp(ViewId /*view*/, ViewPoint /*point*/, uin
     ApplyUndoDepth();
     if (const IPaintLayer* pLayer = GetPaintLayer())
     {
+        // The work image has the texels of before the stroke until it takes over the layer's below.
         m_Undo->AddEntry(m_WorkImage.get(), pLayer->GetImage());
     }
     TakeLayerImage();

@@ -157,6 +157,8 @@ void CModeEditTerrainType::Step(bool (ITellur2DDrawUndoManager::*pStep)(IImage*)
     {
         m_bUnsaved = true;
         ++m_Revision;
+        // Kept as it always was: the layer begins also while the mode is not current, and the
+        // bitmap then lies on the ground until the mode has been switched on and off.
         pLayer->Begin(m_WorkImage.get(), m_BrushShape.get(), m_Channels);
     }
 }

@@ -28,5 +28,6 @@ inline constexpr SPanelScale SHARE_SCALE = {100, &GetShareAt, &GetSharePosition}
 // 0.
 inline constexpr SPanelScale DISTANCE_SCALE = {1000, &GetDistanceAt, &GetDistancePosition};
 
-// The hardness that may be set at most. The slider reaches only 1 and stays at its end beyond it.
+// The hardness that may be set at most. Kept as it always was: the slider reaches only 1 and stays
+// at its end beyond it.
 inline constexpr float MOST_HARDNESS = 100.0F;

@@ -55,6 +55,7 @@ void CBrushAtHand::TakeOver(std::unique_ptr<CTellurBrush> pBrush)
 void CBrushAtHand::UseCloneOf(const CTellurBrush& brush)
 {
     std::unique_ptr<CTellurBrush> pCopy(brush.Clone());
+    // Whoever is replaced stays until the clone is current and no drag works with it any more.
     std::unique_ptr<CTellurBrush> pReplaced;
     if (m_Brushes.SetBrush(pCopy.get(), &pReplaced))
     {
@@ -80,6 +81,7 @@ bool CBrushAtHand::Has(const CTellurBrush* pBrush) const
 
 void CBrushAtHand::NoteTool()
 {
+    // The brush of strokes that smooth is nobody's tool; what it stands in for is noted.
     const bool bSmoothing = m_pCurrentBrush != nullptr && m_pCurrentBrush == m_pSmoother.get();
     CTellurBrush* pTool = bSmoothing ? m_pSmoothed : m_pCurrentBrush;
     if (Has(pTool) && pTool->GetRTTIObject() != nullptr)

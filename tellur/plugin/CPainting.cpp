@@ -44,6 +44,7 @@ bool CPainting::OpenDialog()
             return false;
         }
         m_p2DDrawDlg = std::move(pDialog);
+        // The user comes first, since the dialog gives it the colour and the shape that follow.
         m_p2DDrawDlg->SetUser(pMode);
         m_p2DDrawDlg->SetExtentPointer(pMode->GetBrushHalfSize());
         m_p2DDrawDlg->LoadColours();
@@ -166,6 +167,7 @@ bool CPainting::StepPaint(bool bRedo)
     {
         return false;
     }
+    // The position tells of a step, also of one that changed no texel.
     const uint32_t uPosition = pMode->GetUndoPosition();
     bRedo ? pMode->Redo() : pMode->Undo();
     return pMode->GetUndoPosition() != uPosition;

@@ -29,7 +29,8 @@ public:
     // Asks the host to make a mode current, or to leave the current one for -1; one logged line
     // when it refuses.
     bool SetMode(int32_t iModeId, int32_t iParameter) const;
-    // One logged line when it is so already.
+    // Switches terraforming on or off; one logged line when it is so already. Switched off, a
+    // notice tells which tool was put away.
     void EnableTerraforming(bool bEnable) const;
     bool IsTerraforming() const; // it is registered and current
 

@@ -67,6 +67,7 @@ bool CPluginStrokes::DropDrag()
     state.GetSession()->RestoreHeights();
     m_DragStatistics.bLost = true;
     state.DropSession();
+    // Called where memory ran out, so the tiles that wait for the next drag go, too.
     FreeKeptTiles();
     return true;
 }

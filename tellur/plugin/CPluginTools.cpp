@@ -139,6 +139,7 @@ bool CPluginTools::TakeTool(const char* pszFunction)
     {
         return false;
     }
+    // The brush comes first: the mode is not available without one.
     m_Brush.Set(pTool);
     if (!IsTerraforming())
     {
@@ -207,6 +208,7 @@ void CPluginTools::SetAmount(float fValue)
     const Terrain* pTerrain = GetCurrentTerrain();
     const float fMost = pTerrain != nullptr ? std::fabs(pTerrain->GetSize().y) : std::fabs(fValue);
     CRTTIObject* pObject = pBrush->GetRTTIObject();
+    // Only the one of the two that fits the field's type writes it.
     pObject->SetFieldIntEditor(
         pField, static_cast<int32_t>(std::lround(std::clamp(fValue, 1.0F, MOST_COUNT))));
     pObject->SetFieldFloatEditor(pField, std::clamp(fValue, -fMost, fMost));

@@ -128,6 +128,7 @@ bool PaintShare(CTerrain2DDrawDlg& dialog,
                 const CTCPARSE_PARAM* pParam,
                 std::string& /*strWhy*/)
 {
+    // A text that is set by code notifies like a typed one, so this goes the way of the field.
     dialog.SetItemText(eEdit, MakeExactNumber(GetFloatValue(pParam)).c_str());
     return true;
 }

@@ -44,7 +44,8 @@ SOffer OfferPointer(const CRTTIField& field, const CRTTIObject& object)
             std::to_string(iId)};
 }
 
-// Of a list, at the element of the row.
+// What a list can become at the element of the row: the object joins it, takes the element's place,
+// changes places with it, or leaves the list.
 std::vector<SOffer> OfferList(const SPropRow& row, const CRTTIObject& object)
 {
     std::vector<SOffer> offers;

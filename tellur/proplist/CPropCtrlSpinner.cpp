@@ -15,6 +15,7 @@ namespace
 {
 
 constexpr double SPINNER_WIDTH = 0.75; // as SPropEditorPlace
+// Where a field names no step; kept as it always was.
 constexpr double DEFAULT_STEP = 0.125;
 constexpr int OTHER_DIGITS = 10; // of types without a precision of their own
 constexpr int TOP_EDGE = 1;      // where a drag that left at the bottom goes on, and the last row

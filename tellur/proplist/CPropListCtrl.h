@@ -45,7 +45,8 @@ public:
                          int iElement);
     bool ChooseObjects(const CRTTI* pClass, PropObjects& picked);
 
-    // Of the row whose menu was opened last: what its pointers point to, else the edited objects.
+    // The objects that the menu is about which was opened last: what the pointers of its row point
+    // to, else the edited objects.
     PropObjects GetMenuObjects() const { return m_Menu.GetObjects(); }
 
 protected:

@@ -78,6 +78,7 @@ PropRows CPropRowBuilder::Build(const PropObjects& objects)
 
 SPropRow& CPropRowBuilder::AddRow(CRTTIField* pField, int iElement, const PropObjects& objects)
 {
+    // Each row is an object of its own, so a reference stays good while others are added.
     m_Rows.push_back(std::make_shared<SPropRow>());
     SPropRow& row = *m_Rows.back();
     row.pField = pField;

@@ -119,6 +119,7 @@ void CPropRowEditing::Begin(SPropRow* pRow)
     {
         return;
     }
+    // What End handed over may have brought other rows.
     if (!m_Context.model.HasRow(*pRow))
     {
         SPropRow* pNow = m_Context.model.FindAgain(*pRow);

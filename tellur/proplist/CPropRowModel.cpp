@@ -30,6 +30,7 @@ void CPropRowModel::SetObjects(const PropObjects& objects)
     m_Classes = std::move(classes);
     if (m_nWriting > 0)
     {
+        // A value is on its way out of a row, which has to live until it is written.
         m_bRowsLater = true;
         return;
     }

@@ -43,8 +43,8 @@ public:
 
     bool HasRow(const SPropRow& row) const { return FindAgain(row) == &row; }
 
-    // Of a row with others below it. Stays so for the rows of the same fields of other objects. The
-    // view is not told.
+    // Opens or closes a row that has others below it. It stays so for the rows of the same fields
+    // of other objects. The view is not told.
     void SetOpen(SPropRow& row, bool bOpen);
 
     // The value as a person reads it.
