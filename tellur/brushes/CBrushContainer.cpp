@@ -101,6 +101,7 @@ bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath, std::vector<SBr
     const uint64_t nLoggedBefore = GetCrashLogCount();
     const std::unique_ptr<CTCPARSE_KEYWORD> pTree(
         TCParseFile(pszPath, nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
+    // A file that is not there is no fault: nobody need have a library.
     if (eStatus == tcparse_failed || (eStatus == tcparse_unreadable && fs::exists(pszPath)))
     {
         faults.push_back({"", 0, "cannot be read, none of its brushes is there"});
@@ -169,6 +170,7 @@ void CBrushContainer::GetNextBrushName(CTellurBrush* pBrush)
         strBase = pBrush->GetName();
         strBase.resize(GetBaseLength(strBase));
     }
+    // One more than the highest number of those with the same base, three digits at least.
     int iHighest = -1;
     for (const auto& pOther : m_Predefined)
     {

@@ -114,6 +114,7 @@ const IHeightRows* CBlurFunction::GetRows(const ITerrainModification& modificati
 bool CBlurFunction::GetRule(const SOperation& operation, SVertexRule& rule)
 {
     SetMoveRule(operation, GetEffectiveMode(m_Mode), rule);
+    // Kept for Begin, which the session calls without telling which one it is.
     m_PointSession = operation.pModification;
     return m_NeighbourhoodSize >= 0 && GetRows(*m_PointSession) != nullptr;
 }

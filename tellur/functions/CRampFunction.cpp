@@ -166,6 +166,7 @@ void CRampFunction::ApplyToRun(CVertList& verts, const SVertRun& run, const SRam
         }
         const float fAlong = u / ramp.fLength;
         float fDelta = ramp.start.y + ramp.fRise * fAlong - pHeights[i];
+        // A ramp has its vertical distance around its own height at each vertex.
         if (ramp.bBand)
         {
             fDelta *= std::max(0.0F, (ramp.fBand - std::fabs(fDelta)) / ramp.fBand);

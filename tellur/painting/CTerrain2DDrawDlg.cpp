@@ -106,6 +106,7 @@ void CTerrain2DDrawDlg::SwitchEditing()
     else
     {
         pPlugin->SetMode(pPlugin->GetEditTerrainTypeModeId(), 0);
+        // The mode has read its bitmap, whose palette may bring other colours.
         LoadColours();
     }
     UpdateControls();

@@ -57,6 +57,7 @@ void CModeEditTerrainType::SetFunction(const char* pszName)
     {
         return;
     }
+    // Only the current function hears of colour and channels, so the new one is told now.
     m_Function = found->get();
     m_Function->SetChannelMask(m_Channels);
     if (const CTerrain2DDrawDlg* pDialog = GetPluginPart<IPaintingPlugin>()->Get2DDrawDlg())

@@ -74,6 +74,7 @@ bool CPainting::SwitchOn(std::string& strWhy)
     const bool bSwitched = m_p2DDrawDlg != nullptr
                                ? m_p2DDrawDlg->PressItem(DRAW_EDIT)
                                : m_Modes.SetMode(m_Modes.GetEditTerrainTypeId(), 0);
+    // The button is disabled while no file is named.
     if (m_p2DDrawDlg != nullptr && !bSwitched)
     {
         strWhy = "there is no bitmap file, name it with paint_bitmap";

@@ -36,7 +36,8 @@ public:
 
     bool IsGroupCurrent() const; // the current mode is of the plug-in's group
 
-    // By the name that scripts have for a mode; none for an unknown name. "none" is no mode, -1.
+    // Finds a mode by the name that scripts have for it; nothing for an unknown name. "none" is no
+    // mode, -1.
     std::optional<int32_t> FindMode(const std::string& strName) const;
     // The name of the current mode for scripts; null for one of another plug-in.
     const char* GetCurrentName() const;

@@ -128,6 +128,7 @@ bool CPluginTools::TakeTool(const char* pszFunction)
         return false;
     }
     const bool bUp = pBrush != nullptr && IsTerraforming();
+    // A tool that is up already stays as it is.
     if (bUp && (pszFunction == nullptr || HasFunction(*pBrush, pszFunction)))
     {
         return true;

@@ -42,6 +42,7 @@ bool PaintRestore(CTerrain2DDrawDlg& dialog,
                   std::string& strWhy)
 {
     const std::string strFile = GetText(pParam);
+    // Names the file, and refuses while the mode is current, which RestoreBitmap could not stand.
     if (!PaintBitmap(dialog, mode, pParam, strWhy))
     {
         return false;

@@ -112,6 +112,7 @@ bool CPropCtrlSpinner::OnLButtonDown(const SMouseEvent& event)
 
 bool CPropCtrlSpinner::OnMouseMove(const SMouseEvent& event)
 {
+    // Over the arrows a press only repeats; outside them it drags.
     if (!m_bDragging || GetClientRect().Contains(event.point))
     {
         return false;

@@ -230,6 +230,7 @@ void CPropListCtrl::OpenMenu(SPropRow& row, SScreenPoint at)
 
 bool CPropListCtrl::TranslateKey(const SKeyEvent& key)
 {
+    // Where the way through the editors ends, the key is left to the window system.
     return key.uKey == KEY_TAB && !key.bControl && !key.bAlt && m_Editing.MoveFocus(key.bShift);
 }
 

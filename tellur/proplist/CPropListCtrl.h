@@ -22,8 +22,9 @@ class CPropListCtrl : public CListCtrl, public IEditorRegistryObject, private IP
 public:
     void SetUser(IPropListCtrlUser* pUser) { m_Model.SetUser(pUser); } // borrowed
 
-    // Under the current user's hive; empty: widths are not kept. Makes the columns when they are
-    // not there yet, so that the key's widths are what the grid starts with.
+    // Names the key under the current user's hive that keeps the widths; empty: they are not kept.
+    // Makes the columns when they are not there yet, so that the key's widths are what the grid
+    // starts with.
     void SetRegistryKeyPath(const char* pszPath);
     // The rows are made anew unless the objects are the same, whose values are then shown again.
     void SetObjects(const PropObjects& objects);

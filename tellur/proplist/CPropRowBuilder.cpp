@@ -91,6 +91,7 @@ void CPropRowBuilder::AddFields(const PropObjects& objects, int iDepth, const st
 {
     for (CRTTIObject* pObject : objects)
     {
+        // What lies on the way here: a pointer back to it is not followed.
         m_Path.insert(pObject);
     }
     for (const auto& [strCategory, fields] : GroupFields(objects))

@@ -29,6 +29,7 @@ void CPropRowEditing::MakeEditors(SPropRow& row)
     editors.resize(kinds.size());
     for (size_t i = 0; i < kinds.size(); ++i)
     {
+        // An editor whose window could not be made is tried again the next time.
         if (editors[i] == nullptr && kinds[i].pFits(row))
         {
             auto pEditor = kinds[i].pMake(m_Context, row, m_NextEditorId++);
@@ -113,6 +114,7 @@ void CPropRowEditing::Begin(SPropRow* pRow)
     {
         return;
     }
+    // End may bring other rows, and then nothing else keeps this one.
     const std::shared_ptr<SPropRow> pKept = pRow != nullptr ? pRow->shared_from_this() : nullptr;
     End();
     if (pRow == nullptr)
@@ -142,6 +144,7 @@ void CPropRowEditing::Begin(SPropRow* pRow)
     {
         for (CPropInPlaceCtrl* pOther : editors)
         {
+            // Whatever their order: arrows look for the edit beside them.
             if (pOther != pEditor)
             {
                 pEditor->Meet(*pOther);
@@ -173,6 +176,7 @@ void CPropRowEditing::End()
     }
     for (CPropInPlaceCtrl* pEditor : editors)
     {
+        // Only hidden: the editors of a row are used again when it comes under edit again.
         m_Context.list.RemoveFromCell(pEditor->GetWindow());
     }
 }

@@ -53,6 +53,7 @@ void CPropRowModel::RefreshValues()
         m_bReadLater = true;
         return;
     }
+    // Pointers may lead elsewhere by now, and rows below them may be of objects that are gone.
     if (IsStale())
     {
         MakeRows();
@@ -139,6 +140,7 @@ void CPropRowModel::SetValue(SPropRow& row,
     ReadRow(row, pSender);
     for (const auto& pOther : m_Rows)
     {
+        // A field has several rows where its parts have some, too.
         const bool bSame = pOther->pField == row.pField && pOther->objects == row.objects;
         if (bWrite && pOther.get() != &row && (bSame || m_bReadLater))
         {
@@ -151,6 +153,7 @@ void CPropRowModel::SetWholeField(const SPropRow& row, const std::string& strTex
 {
     if (m_pUser != nullptr && row.pField != nullptr)
     {
+        // A copy of the objects, because the row may go on the way.
         m_pUser->SetFieldValue(row.pField, strText.c_str(), PropObjects(row.objects));
         RefreshValues();
     }

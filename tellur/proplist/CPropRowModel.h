@@ -20,7 +20,7 @@ class CPropRowModel
 public:
     explicit CPropRowModel(IPropRowView& view); // borrowed, as long as the model lives
 
-    // Borrowed; null, as at first: nothing is written.
+    // Sets whom values are written through, borrowed. With null, as at first, nothing is written.
     void SetUser(IPropListCtrlUser* pUser) { m_pUser = pUser; }
 
     IPropListCtrlUser* GetUser() const { return m_pUser; }

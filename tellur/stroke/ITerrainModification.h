@@ -51,7 +51,7 @@ public:
     virtual bool IsInProgress() const = 0;
     virtual int OnMouseMove(
         ViewId view, uint32_t uFlags, ViewPoint point, uintptr_t uExtra1, uintptr_t uExtra2) = 0;
-    // The function's own preview. True when it drew one.
+    // Draws the function's own preview during the drag. True when it drew one.
     virtual bool Render(const SVec3* pPickedPoint) = 0;
 
     virtual SExtents& GetExtents(SExtents& extents) const = 0;
