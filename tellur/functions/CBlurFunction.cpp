@@ -86,6 +86,7 @@ void CBlurFunction::DoOperation(const SOperation& operation)
         CrashLog("[CBlurFunction::DoOperation] no modification interface\n");
         return;
     }
+    // Means are taken over the ground and not over the set, whose neighbours lie outside it.
     const IHeightRows* pRows = GetRows(*operation.pModification);
     CVertList& verts = operation.pVerts->GetVerts();
     if (m_NeighbourhoodSize < 0 || pRows == nullptr || verts.IsEmpty())

@@ -108,6 +108,7 @@ void CNeighbourhoodMeans::GetMeans(const CVertList& verts, float* pMeans)
 
 void CNeighbourhoodMeans::GetRowMeans(int iX, int iZ, int iCount, float* pMeans)
 {
+    // Several runs of a row share its sums.
     if (iZ != m_PrefixRow)
     {
         MoveToRow(iZ);

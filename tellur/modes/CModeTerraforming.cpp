@@ -121,6 +121,7 @@ void CModeTerraforming::Hover(ViewId view, ViewPoint point)
 void CModeTerraforming::OnLButtonUp(ViewId view, ViewPoint point, uint32_t uFlags)
 {
     CTerraformingState& state = GetTerraformingState();
+    // A release that follows a drag which was dropped means nothing.
     if (!state.IsDragging())
     {
         return;

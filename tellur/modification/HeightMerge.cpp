@@ -32,6 +32,7 @@ SGridBox GetSetBox(const CVertList& verts)
 
 float ClampHeight(float fHeight, float fMaxHeight)
 {
+    // Minus zero becomes zero, or its bits would lie below those of all heights.
     const float fLow = fHeight <= 0.0F ? 0.0F : fHeight;
     return fHeight >= fMaxHeight ? fMaxHeight : fLow;
 }

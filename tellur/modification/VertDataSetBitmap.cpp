@@ -75,8 +75,7 @@ void CVertDataSet::GetDataFromBitmap(
     bool bBlended = false;
     for (const SVertRun& run : m_Verts.GetRuns())
     {
-        // Runs of one row, which holes have split, follow each other; the row is blended once for
-        // all.
+        // Runs of one row follow each other, so the row is blended once for all of them.
         if (!bBlended || izBlended != run.iz)
         {
             const float fOffset = static_cast<float>(run.iz) * m_Verts.GetStepZ() - center.z;

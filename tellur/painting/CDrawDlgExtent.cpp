@@ -105,6 +105,8 @@ void CDrawDlgExtent::ShowPosition()
     {
         return;
     }
+    // Without a terrain the length is 0; TruncateToPosition takes what then comes out, infinite or
+    // no number.
     const float fSteps = std::log(*m_Extent / fLength * (BASE - 1.0F) + 1.0F);
     m_Slider.SetPos(
         TruncateToPosition(static_cast<float>(EXTENT_POSITIONS) * fSteps / std::log(BASE)));

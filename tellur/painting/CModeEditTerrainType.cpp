@@ -201,6 +201,7 @@ void CModeEditTerrainType::Suspend(bool bSuspended)
         TakeInput(CAPTION);
         return;
     }
+    // What the stroke has painted so far stays, without an entry of undo.
     TakeLayerImage();
     m_bPainting = false;
 }

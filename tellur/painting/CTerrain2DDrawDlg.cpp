@@ -80,6 +80,7 @@ void CTerrain2DDrawDlg::SetUser(ITerrain2DDrawDlgUser* pUser)
 
 void CTerrain2DDrawDlg::UpdateControls()
 {
+    // What is being typed counts already, since the buttons go by it.
     ReadControls();
     const bool bPainting = IsPaintingModeOn();
     EnableItem(DRAW_EDIT, !GetBitmapFile().empty());

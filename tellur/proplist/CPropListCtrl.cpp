@@ -96,6 +96,7 @@ void CPropListCtrl::CreateImages()
     for (size_t i = 0; i < nPixels; ++i)
     {
         const uint8_t* pSource = pImage->GetRawData() + i * 3;
+        // The file has red first, a bitmap has blue first.
         pixels[i * 4] = pSource[2];
         pixels[i * 4 + 1] = pSource[1];
         pixels[i * 4 + 2] = pSource[0];
