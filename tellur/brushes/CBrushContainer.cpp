@@ -170,7 +170,8 @@ void CBrushContainer::GetNextBrushName(CTellurBrush* pBrush)
         strBase = pBrush->GetName();
         strBase.resize(GetBaseLength(strBase));
     }
-    // One more than the highest number of those with the same base, three digits at least.
+    // The brush gets one more than the highest number of those whose names begin alike, with three
+    // digits at least.
     int iHighest = -1;
     for (const auto& pOther : m_Predefined)
     {

@@ -32,11 +32,11 @@ TELLUR_LOOP_BODY void FindTargetsOfFew(const float* __restrict pHeights,
     float aTarget[CHUNK];
     for (size_t i = 0; i < nCount; ++i)
     {
-        // Levels come from the lowest on and only a nearer one wins, so the lower of two equal ones
-        // stays, as in GetNearestLevel.
         aBest[i] = FARTHEST_LEVEL;
         aTarget[i] = -1.0F;
     }
+    // Levels come from the lowest on and only a nearer one wins, so the lower of two equal ones
+    // stays, as in GetNearestLevel.
     for (size_t n = 0; n < nLevels; ++n)
     {
         const float fLevel = pLevels[n];

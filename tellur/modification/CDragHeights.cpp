@@ -67,8 +67,8 @@ void CDragHeights::Close()
 
 void CDragHeights::LoseGround()
 {
-    m_pAccess = nullptr;
     // The terrain has removed the watcher by itself, and the address of its rows is dead.
+    m_pAccess = nullptr;
     m_Tiles.SetGround(nullptr);
 }
 
@@ -225,9 +225,9 @@ void CDragHeights::Restore()
     m_Tiles.ForEach(
         [this](SHeightTile& tile, int iTileX, int iTileZ)
         {
+            // Tiles that were not written show what they had at the press and cost nothing.
             if (tile.bWritten)
             {
-                // Tiles that were not written show what they had at the press and cost nothing.
                 tile.aDest = tile.aSource;
                 tile.bWritten = false;
                 ShowDest(m_Tiles.GetTileBox(iTileX, iTileZ));

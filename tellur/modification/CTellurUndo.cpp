@@ -65,6 +65,7 @@ bool CTellurUndo::Fill(const CHeightTiles& tiles)
     }
     size_t nTiles = 0;
     tiles.ForEach([&](const SHeightTile& tile, int, int) { nTiles += tile.uChanged > 0 ? 1 : 0; });
+    // The tiles come row by row, which is the order that FindTile searches in.
     m_Tiles.reset(new (std::nothrow) STile[nTiles]);
     bool bMemory = m_Tiles != nullptr;
     tiles.ForEach([&](SHeightTile& tile, int iTileX, int iTileZ)
@@ -158,8 +159,8 @@ uint64_t CTellurUndo::GetBlockRow(const SBlockTiles& tiles, int iBlockX, int iBl
                : (uOwn >> CELLS) | ((GetRowBits(row[1], iInTile % SIDE) & 1U) << CELLS);
 }
 
-// Calls fn(local x, local z, old and new heights from the vertex on) for each run of vertices side
-// by side of a block: local x, their number, local z, and where their heights lie.
+// Calls fn(local x, number, local z, old heights, new heights) for each run of changed vertices of
+// a block that lie side by side, row by row. A run ends where its tile does.
 template <class TFn> void CTellurUndo::VisitBlock(int iBlockX, int iBlockZ, TFn fn) const
 {
     const SBlockTiles tiles = FindBlockTiles(iBlockX, iBlockZ);

@@ -49,8 +49,6 @@ void CTellur2DDrawUndoManager::AddEntry(const IImage* pBefore, const IImage* pAf
     {
         return;
     }
-    // Kept as it always was: a stroke that changed nothing is an entry, too, whose undo does
-    // nothing.
     while (GetCount() > m_Position)
     {
         m_Entries.pop_back();
@@ -60,6 +58,8 @@ void CTellur2DDrawUndoManager::AddEntry(const IImage* pBefore, const IImage* pAf
         m_Entries.erase(m_Entries.begin());
         --m_Position;
     }
+    // Kept as it always was: a stroke that changed nothing is an entry, too, whose undo does
+    // nothing.
     auto pEntry = std::make_unique<SEntry>();
     FindChanges(*pBefore, *pAfter, *pEntry);
     m_Entries.push_back(std::move(pEntry));

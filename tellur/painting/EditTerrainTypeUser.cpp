@@ -57,8 +57,8 @@ void CModeEditTerrainType::SetFunction(const char* pszName)
     {
         return;
     }
-    // Only the current function hears of colour and channels, so the new one is told now.
     m_Function = found->get();
+    // Only the current function hears of colour and channels, so the new one is told now.
     m_Function->SetChannelMask(m_Channels);
     if (const CTerrain2DDrawDlg* pDialog = GetPluginPart<IPaintingPlugin>()->Get2DDrawDlg())
     {

@@ -33,8 +33,10 @@ CBrushAtHand::~CBrushAtHand() = default;
 
 void CBrushAtHand::Set(CTellurBrush* pBrush)
 {
+    // While the current brush is still there: it is the tool that may come back.
     NoteTool();
     m_pCurrentBrush = pBrush;
+    // The picture is of the brush before; the next frame makes another one.
     GetTerraformingState().ReleasePreview();
     GetTerraformingState().ApplyOverlay(pBrush != nullptr ? EEditOverlay::On : EEditOverlay::Off);
     m_Panel.ShowOtherBrush();

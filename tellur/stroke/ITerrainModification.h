@@ -76,9 +76,10 @@ public:
     // source or destination heights. set: the caller's.
     virtual void GetVerts(const SExtents& box, CVertDataSet& set) = 0;
     virtual void GetDstVerts(const SExtents& box, CVertDataSet& set) = 0;
-    // The one way by which heights change: merges the set by the function's rule, clamps to 0 and
-    // the height limit, writes the destination buffer and shows it on the terrain. Nothing without
-    // a terrain or a function, with one logged line, and after GiveUp.
+    // Heights change by this operation or by RunPoint, which does the same: merges the set by the
+    // function's rule, clamps to 0 and the height limit, writes the destination buffer and shows it
+    // on the terrain. Nothing without a terrain or a function, with one logged line, and after
+    // GiveUp.
     virtual std::optional<SMergeResult> SetVerts(CVertDataSet& set, ITellurFunction* pFunction) = 0;
 
     // GetVerts or GetDstVerts, weights, function and SetVerts in one pass, with the same bits.
