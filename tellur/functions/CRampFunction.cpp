@@ -239,6 +239,7 @@ void CRampFunction::MakeStrip(ITerrainModification& modification,
 {
     modification.GetVerts(region, set);
     CVertList& verts = set.GetVerts();
+    // The image of the brush plays no part in a ramp, its mask does.
     std::fill_n(verts.GetWeights(), verts.GetCount(), 1.0F);
     SExtents terrainBox;
     brush.ApplyMask(set, modification.GetTerrainExtents(terrainBox));

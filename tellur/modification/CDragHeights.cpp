@@ -35,6 +35,7 @@ bool CDragHeights::Open(Terrain& terrain, ITerrainWatcher& watcher)
     }
     else if (bMemory)
     {
+        // Without direct access all heights are read once, and handed over with each change.
         m_Whole.reset(new (std::nothrow) float[GetVertexCount()]);
         bMemory = m_Whole != nullptr;
     }

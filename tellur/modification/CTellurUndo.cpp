@@ -153,6 +153,8 @@ uint64_t CTellurUndo::GetBlockRow(const SBlockTiles& tiles, int iBlockX, int iBl
     const int iInTile = iBlockZ % 2 * CELLS + iRow; // 0 to 64
     const auto& row = tiles.aTiles[iInTile / SIDE];
     const uint64_t uOwn = GetRowBits(row[0], iInTile % SIDE);
+    // A block has 33 vertices a row. The last one of a block at the right of its tile lies in the
+    // next tile, as its first.
     constexpr uint64_t BLOCK_BITS = (uint64_t{1} << (CELLS + 1)) - 1;
     return iBlockX % 2 == 0
                ? uOwn & BLOCK_BITS

@@ -14,6 +14,7 @@ void CVertDataSet::SetAllWeights(float fWeight)
     std::fill_n(m_Verts.GetWeights(), m_Verts.GetCount(), fWeight);
 }
 
+// Sampling is separable, so the pixels of each column are found once for the whole footprint.
 void CVertDataSet::BuildColumnTable(float fCenterX, float fExtent, int iWidth)
 {
     int ixFirst = m_Verts.GetRuns().front().ixFirst;

@@ -120,6 +120,7 @@ void CModeEditTerrainType::LoadBitmap(const std::string& strPath)
     SetChannelMask(m_Palette != nullptr ? PALETTE_CHANNELS : m_Channels | FREE_CHANNELS);
     if (m_WorkImage != nullptr)
     {
+        // Strokes work on texels of 32 bits whatever the file has; MakeImageToSave leads back.
         m_WorkImage = MakeWorkImage(*m_WorkImage, m_Palette.get());
         if (m_WorkImage == nullptr)
         {
@@ -127,6 +128,7 @@ void CModeEditTerrainType::LoadBitmap(const std::string& strPath)
                      strPath.c_str());
         }
     }
+    // Its entries are places and texels of the bitmap before.
     m_Undo->Clear();
     m_bUnsaved = false;
     ++m_Revision;
@@ -154,6 +156,7 @@ void CModeEditTerrainType::RestoreBitmap(const std::string& strPath, const IImag
 
 void CModeEditTerrainType::Deactivate()
 {
+    // The layer lets go of its image when it ends.
     TakeLayerImage();
     m_bPainting = false;
     if (IPaintLayer* pLayer = GetPaintLayer())
@@ -250,6 +253,7 @@ void CModeEditTerrainType::Paint(const SExtents& box)
     if (IPaintLayer* pLayer = GetPaintLayer())
     {
         pLayer->Paint(box, m_Function, m_Power, m_Hardness);
+        // A layer without an image has painted nothing.
         m_bUnsaved = m_bUnsaved || pLayer->GetImage() != nullptr;
         ++m_Revision;
         ++GetPluginContext()->GetDragStatistics().nPoints;

@@ -225,6 +225,7 @@ float CPluginTools::SetBrushValue(EBrushValue eValue, float fValue)
     }
     if (IsPainting())
     {
+        // Through the dialog, which shows it, too; its number is half the side.
         if (bExtent && m_Painting.GetDialog() != nullptr)
         {
             m_Painting.GetDialog()->ChooseExtent(ClampExtent(fValue) * 0.5F);

@@ -188,6 +188,7 @@ bool CPropBrowser::ChooseObjects(const CRTTI* pClass, PropObjects& picked)
     PropObjects candidates = pEngine != nullptr ? pEngine->GetObjects() : PropObjects();
     std::erase_if(candidates, [pClass](const auto* p) { return !p->FromClass(pClass); });
     CMenu menu;
+    // Identifiers begin at 1, because 0 is the answer when nothing was chosen.
     for (size_t i = 0; i < candidates.size(); ++i)
     {
         menu.InsertItem(

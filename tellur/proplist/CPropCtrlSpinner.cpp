@@ -84,6 +84,7 @@ std::string CPropCtrlSpinner::FormatValue() const
 
 void CPropCtrlSpinner::Change(int nUnits)
 {
+    // Different values have no number to count from.
     if (!m_Row.bDifferent && nUnits != 0)
     {
         m_Value = ClampValue(*m_Row.pField, m_Value + m_Step * nUnits);
