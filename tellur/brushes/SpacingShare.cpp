@@ -72,6 +72,8 @@ private:
 
 } // namespace
 
+// The widest run on the plateau is measured along the rows and along the columns, and the narrower
+// of the two counts.
 float GetSpacingShare(const IImage& shape, float fHardness)
 {
     const size_t nSide = shape.GetWidth();

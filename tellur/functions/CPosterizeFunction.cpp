@@ -197,6 +197,7 @@ bool CPosterizeFunction::HasLevels(const ITerrainModification& modification) con
     return m_NumHeightDivisions == m_LevelCount && !m_Levels.IsEmpty() && !bLimitNow;
 }
 
+// Few levels are all compared with a chunk of heights at a time, many are searched for each height.
 void CPosterizeFunction::FindTargets(const float* pHeights, float* pTargets, size_t nCount) const
 {
     if (m_Levels.GetCount() <= FEW_LEVELS)

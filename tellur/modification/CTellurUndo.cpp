@@ -18,6 +18,8 @@ namespace
 
 constexpr int SIDE = SHeightTile::SIDE;
 constexpr int CELLS = TERRAIN_BLOCK_CELLS;
+// A record is kept by tiles of 64 x 64 vertices, as the drag has them, and written by blocks of 33
+// x 33, as the terrain takes them. The vertices of a block lie in up to four tiles.
 static_assert(SIDE == 2 * CELLS, "a tile has two blocks a side");
 // A tile with more changes is taken over whole: copying them would save too little.
 constexpr uint32_t LEAST_WHOLE = 3900;

@@ -209,6 +209,8 @@ void CModeEditTerrainType::Suspend(bool bSuspended)
     m_bPainting = false;
 }
 
+// The work image is the bitmap before a stroke, the layer's the bitmap now; here the first catches
+// up.
 void CModeEditTerrainType::TakeLayerImage()
 {
     const IPaintLayer* pLayer = GetPaintLayer();

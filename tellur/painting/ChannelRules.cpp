@@ -18,7 +18,7 @@ uint32_t ClickRgbVisible(uint32_t uMask)
     {
         return uMask | ALL_VISIBLE_COLORS;
     }
-    // Something stays visible: all colours hide together only while alpha is there.
+    // All colours hide together only while alpha is visible, so that something is left to see.
     const bool bAlphaRemains = (uMask & PAINT_ALPHA_VISIBLE) != 0;
     return bAlphaRemains ? uMask & ~(ALL_VISIBLE_COLORS | ALL_EDITABLE_COLORS) : uMask;
 }

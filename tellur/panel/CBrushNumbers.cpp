@@ -238,6 +238,7 @@ void CBrushNumbers::ShowPosition(SNumber& number)
     number.slider.SetRedraw(true);
 }
 
+// Whichever control of a number is worked, the brush gets the value and the other controls follow.
 void CBrushNumbers::OnScroll(SNumber& number, const SNotification& notification)
 {
     m_Form.ReadControls();

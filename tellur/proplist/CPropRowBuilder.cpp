@@ -87,6 +87,8 @@ SPropRow& CPropRowBuilder::AddRow(CRTTIField* pField, int iElement, const PropOb
     return row;
 }
 
+// A row's key is the way to it: "/" before a category, "." before a field, "#" before a part. So it
+// is the same for other objects with the same fields.
 void CPropRowBuilder::AddFields(const PropObjects& objects, int iDepth, const std::string& strKey)
 {
     for (CRTTIObject* pObject : objects)

@@ -194,6 +194,8 @@ void CPropRowEditing::Focus(SPropRow& row, bool bLast)
     }
 }
 
+// Inside the row first, then from the list into the row, then on to a row that has an editor for
+// the keyboard.
 bool CPropRowEditing::MoveFocus(bool bBack)
 {
     const std::vector<CPropInPlaceCtrl*> way =

@@ -112,6 +112,8 @@ std::string CPropRowModel::GetShownText(const SPropRow& row) const
     return ::GetShownText(*row.pField, row.iElement, row.objects.front(), m_pUser);
 }
 
+// While a user writes a value, SetObjects and RefreshValues are only noted, because the row is
+// still at work. They are made up for afterwards.
 void CPropRowModel::SetValue(SPropRow& row,
                              const std::string& strText,
                              const CPropInPlaceCtrl* pSender)
