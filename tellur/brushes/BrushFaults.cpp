@@ -9,6 +9,7 @@
 namespace
 {
 
+// Of several calls the last one counts, as it does where a brush is loaded.
 const CTCPARSE_KEYWORD* FindLast(const CTCPARSE_KEYWORD* pBlock, const char* pszKey)
 {
     const CTCPARSE_KEYWORD* pFound = nullptr;

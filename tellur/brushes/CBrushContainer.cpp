@@ -101,6 +101,7 @@ bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath, std::vector<SBr
     const uint64_t nLoggedBefore = GetCrashLogCount();
     const std::unique_ptr<CTCPARSE_KEYWORD> pTree(
         TCParseFile(pszPath, nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
+    // A file that is not there is no fault: nobody need have a library.
     if (eStatus == tcparse_failed || (eStatus == tcparse_unreadable && fs::exists(pszPath)))
     {
         faults.push_back({"", 0, "cannot be read, none of its brushes is there"});
@@ -120,6 +121,7 @@ bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath, std::vector<SBr
         const size_t nFaults = faults.size();
         const bool bLoaded = pBrush->Load(pKey->block);
         FindBrushFaults(*pKey, *pBrush, bLoaded, faults);
+        // The log knows of something that no fault stands for.
         if (GetCrashLogCount() != nLogged && faults.size() == nFaults)
         {
             faults.push_back({GetNameOf(*pBrush), pKey->line, "not all of it could be used"});
@@ -168,6 +170,8 @@ void CBrushContainer::GetNextBrushName(CTellurBrush* pBrush)
         strBase = pBrush->GetName();
         strBase.resize(GetBaseLength(strBase));
     }
+    // The brush gets one more than the highest number of those whose names begin alike, with three
+    // digits at least.
     int iHighest = -1;
     for (const auto& pOther : m_Predefined)
     {

@@ -202,6 +202,7 @@ bool CTellurBrush::GetShape(SBrushShape& shape) const
 {
     const IImage* pImage = GetBitmapImage();
     const uint8_t* pPixels = pImage != nullptr ? pImage->GetRawData() : nullptr;
+    // A mask is asked vertex by vertex, so a brush with one is not told in numbers.
     if (pPixels == nullptr || std::fabs(m_Extent) < SHAPE_LEAST_SIDE || IsMaskActing())
     {
         return false;

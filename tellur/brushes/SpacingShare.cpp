@@ -14,6 +14,7 @@ namespace
 
 constexpr float FINEST = 1.0F / 32.0F;
 constexpr float COARSEST = 1.0F / 8.0F;
+// What is at most a hundredth below the highest weight belongs to the plateau that is measured.
 constexpr float EVEN = 0.99F;
 constexpr size_t MOST_SAMPLES = 512; // along a side; finer ones tell nothing about such widths
 
@@ -42,6 +43,8 @@ public:
         const bool bHigh = fWeight >= fLevel;
         if (bHigh)
         {
+            // A run begins half a sample before the first one of a line, else where the straight
+            // line between two samples crosses the level.
             m_Length = m_Length >= 0.0F ? m_Length + 1.0F
                        : m_bFirst       ? HALF
                                         : (fWeight - fLevel) / (fWeight - m_Before);
@@ -69,6 +72,8 @@ private:
 
 } // namespace
 
+// The widest run on the plateau is measured along the rows and along the columns, and the narrower
+// of the two counts.
 float GetSpacingShare(const IImage& shape, float fHardness)
 {
     const size_t nSide = shape.GetWidth();
@@ -96,6 +101,7 @@ float GetSpacingShare(const IImage& shape, float fHardness)
     {
         return COARSEST; // it leaves nothing
     }
+    // One walk over the image measures its rows and its columns.
     std::vector<CRun> columns(nSamples);
     float fRows = 0.0F;
     for (size_t z = 0; z < nSamples; ++z)

@@ -69,6 +69,7 @@ bool CTellurBrush::Save(fs::ifile& file, int iIndent) const
         return false;
     }
     WriteNumber(file, iIndent, "power_modifier", m_PowerModifier);
+    // Kept as it always was: files have the density, and no editing step reads it.
     WriteNumber(file, iIndent, "usage_density", m_UsageDensity);
     WriteNumber(file, iIndent, "fade_factor", m_FadeFactor);
     WriteNumber(file, iIndent, "hardness", m_Hardness);
@@ -76,6 +77,8 @@ bool CTellurBrush::Save(fs::ifile& file, int iIndent) const
     WriteNumber(file, iIndent, "vertical_distance", m_VerticalDistance);
     if (!m_MaskPath.empty())
     {
+        // Kept as it always was: the path is not escaped, so one with single backslashes does not
+        // read back.
         file.printf("%*smask( \"%s\" )\n", iIndent, "", m_MaskPath.c_str());
     }
     return true;

@@ -69,6 +69,7 @@ void MaskRun(CVertList& verts, const SVertRun& run, const SMask& mask, const SEx
     for (size_t i = 0; i < run.nCount; ++i)
     {
         const float fX = static_cast<float>(run.ixFirst + static_cast<int>(i)) * verts.GetStepX();
+        // Outside the box the mask says nothing, and the weight stays.
         if (!IsInside(fX, box.min.x, box.max.x) || !IsInside(pHeights[i], box.min.y, box.max.y))
         {
             continue;

@@ -86,6 +86,7 @@ void CBlurFunction::DoOperation(const SOperation& operation)
         CrashLog("[CBlurFunction::DoOperation] no modification interface\n");
         return;
     }
+    // Means are taken over the ground and not over the set, whose neighbours lie outside it.
     const IHeightRows* pRows = GetRows(*operation.pModification);
     CVertList& verts = operation.pVerts->GetVerts();
     if (m_NeighbourhoodSize < 0 || pRows == nullptr || verts.IsEmpty())
@@ -114,6 +115,7 @@ const IHeightRows* CBlurFunction::GetRows(const ITerrainModification& modificati
 bool CBlurFunction::GetRule(const SOperation& operation, SVertexRule& rule)
 {
     SetMoveRule(operation, GetEffectiveMode(m_Mode), rule);
+    // Kept for Begin, which the session calls without telling which one it is.
     m_PointSession = operation.pModification;
     return m_NeighbourhoodSize >= 0 && GetRows(*m_PointSession) != nullptr;
 }

@@ -51,6 +51,9 @@ void CNeighbourhoodMeans::AddRow(int iZ, double dSign)
         m_ColumnSums.data(), pRow, static_cast<size_t>(m_ColumnCount), dSign);
 }
 
+// The sum of a square is the difference of two prefix sums over column sums. The column sums follow
+// the row: one row of heights comes in and one goes out. Only a step back, or one beyond all their
+// rows, adds them up anew.
 void CNeighbourhoodMeans::MoveToRow(int iZ)
 {
     const int iFirst = std::max(iZ - m_HalfWidth, 0);
@@ -105,6 +108,7 @@ void CNeighbourhoodMeans::GetMeans(const CVertList& verts, float* pMeans)
 
 void CNeighbourhoodMeans::GetRowMeans(int iX, int iZ, int iCount, float* pMeans)
 {
+    // Several runs of a row share its sums.
     if (iZ != m_PrefixRow)
     {
         MoveToRow(iZ);
@@ -119,7 +123,8 @@ void CNeighbourhoodMeans::GetRowMeans(int iX, int iZ, int iCount, float* pMeans)
             m_Prefix[static_cast<size_t>(iEnd)] - m_Prefix[static_cast<size_t>(iFirst)];
         return static_cast<float>(dSum / (static_cast<double>(iEnd - iFirst) * dRows));
     };
-    // In the middle all squares are as wide.
+    // In the middle all squares are equally wide, so one loop takes their means without looking for
+    // borders.
     const int iInner = std::clamp(m_HalfWidth - iX, 0, iCount);
     const int iInnerEnd = std::clamp(m_SizeX - m_HalfWidth - iX, iInner, iCount);
     for (int i = 0; i < iInner; ++i)

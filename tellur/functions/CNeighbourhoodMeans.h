@@ -15,11 +15,14 @@ public:
     // heights: borrowed, iSizeX x iSizeZ. iHalfWidth: 0 or more.
     CNeighbourhoodMeans(const IHeightRows& heights, int iSizeX, int iSizeZ, int iHalfWidth);
 
-    // For rows of these columns.
+    // Sets the columns that the rows will lie in. To be called once, before the first row: rows
+    // that are in the sums already are not forgotten.
     void Begin(int iFirstX, int iLastX);
-    // iCount means of row iZ from column iX on. Cheapest for rows in order.
+    // Writes the means of iCount vertices of row iZ from column iX on. Cheapest for rows in
+    // increasing order.
     void GetRowMeans(int iX, int iZ, int iCount, float* pMeans);
-    // One mean a vertex of the list, in its order. pMeans: room for all of them.
+    // Calls Begin and writes one mean a vertex of the list, in its order. pMeans: room for all of
+    // them.
     void GetMeans(const CVertList& verts, float* pMeans);
 
 private:

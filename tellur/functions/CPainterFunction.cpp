@@ -118,6 +118,7 @@ float CPainterFunction::GetStrokeWeight(const SVec3& point, const ITellurBrush& 
     {
         return 1.0F;
     }
+    // The way to this point counts already; it is added to the stroke after the operation.
     const float fLength = GetDistance(m_LastPoint, point) + m_StrokeLength;
     return fLength >= fFade ? 0.0F : 1.0F - fLength / fFade;
 }
@@ -142,6 +143,7 @@ void CPainterFunction::DoOperationAux(const SVec3& point,
     pModification->SetExtents(raw);
     const SOperation operation = {point, &m_Verts, pBrush, pModification, fWeight};
     SVertexRule rule;
+    // A point that can be told in numbers needs no set: the session runs it in one pass.
     if (!GetRule(operation, rule) ||
         !RunPointInNumbers(*pModification, *pBrush, {clipped, point, rule, GetRuleTargets()}))
     {

@@ -50,11 +50,12 @@ public:
     // Rewrites the heights of the set in place.
     virtual void DoOperation(const SOperation& operation) = 0;
 
-    // What DoOperation would do, in numbers; the operation has no set. False where it has to be
-    // run.
+    // Tells in numbers what DoOperation would do; the operation's set is empty. False where
+    // DoOperation has to be run.
     virtual bool GetRule(const SOperation& /*operation*/, SVertexRule& /*rule*/) { return false; }
 
-    // The targets of a rule that has some, until the next operation.
+    // Who gives the targets of an EVertexRule::Move; null for functions without targets. Borrowed
+    // until the next operation.
     virtual IVertexTargets* GetRuleTargets() { return nullptr; }
 
     virtual void OnStartPoint(const SVec3& /*point*/) {} // the stroke's first point is known

@@ -72,6 +72,7 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
 {
     if (!m_Started)
     {
+        // The press met no ground: the footprint is fixed where the cursor first does.
         Start(pModification, pBrush, view, uFlags, point);
     }
     if (!m_Started || pModification == nullptr || pBrush == nullptr)
@@ -81,6 +82,7 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
     NoteOutcome(EPointOutcome::None);
     m_Verts.Reset();
     SVec3 center = {(m_Raw.min.x + m_Raw.max.x) / 2, 0.0F, (m_Raw.min.z + m_Raw.max.z) / 2};
+    // The vertical distance counts from the ground as it is now, which the drag itself moves.
     if (const World* pWorld = GetCurrentWorld())
     {
         center.y = pWorld->GetTerrainHeight(center.x, center.z);
@@ -91,6 +93,7 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
     const int iStep = pStep != nullptr ? pStep->dy : 0;
     const SPointOperation operation = {pBrush, center, &m_Verts, iStep};
     SVertexRule rule;
+    // A point that can be told in numbers needs no set: the session runs it in one pass.
     if (!GetRule(operation, rule) ||
         !RunPointInNumbers(*pModification, *pBrush, {m_Clipped, center, rule, nullptr}))
     {
@@ -102,6 +105,7 @@ int CPointFunction::OnMouseMove(ITerrainModification* pModification,
     {
         FillSet(*pModification, operation); // for the explanation
     }
+    // A move to the side has no step, which explains it without a look at the vertices.
     if (iStep == 0 && IsPointIdle())
     {
         NoteOutcome(EPointOutcome::Sideways);

@@ -36,7 +36,8 @@ public:
     // Rewrites the heights of the set in place.
     virtual void Process(const SPointOperation& operation) = 0;
 
-    // What Process would do, in numbers; the operation has no set. False where it has to be run.
+    // Tells in numbers what Process would do; the operation's set is empty. False where Process has
+    // to be run.
     virtual bool GetRule(const SPointOperation& /*operation*/, SVertexRule& /*rule*/)
     {
         return false;

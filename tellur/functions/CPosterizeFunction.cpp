@@ -35,6 +35,8 @@ TELLUR_LOOP_BODY void FindTargetsOfFew(const float* __restrict pHeights,
         aBest[i] = FARTHEST_LEVEL;
         aTarget[i] = -1.0F;
     }
+    // Levels come from the lowest on and only a nearer one wins, so the lower of two equal ones
+    // stays, as in GetNearestLevel.
     for (size_t n = 0; n < nLevels; ++n)
     {
         const float fLevel = pLevels[n];
@@ -187,13 +189,15 @@ void CPosterizeFunction::DoOperation(const SOperation& operation)
     MoveTowards(verts, m_Targets.Get(), operation.fWeight, band, m_Mode);
 }
 
-// Whether they are those of the fields and of this terrain.
+// Whether the levels are as many as the field says now. Those that were made without a terrain do
+// not count once there is one; a new height limit alone does not make them anew.
 bool CPosterizeFunction::HasLevels(const ITerrainModification& modification) const
 {
     const bool bLimitNow = m_bNoLimit && modification.GetSrcRows() != nullptr;
     return m_NumHeightDivisions == m_LevelCount && !m_Levels.IsEmpty() && !bLimitNow;
 }
 
+// Few levels are all compared with a chunk of heights at a time, many are searched for each height.
 void CPosterizeFunction::FindTargets(const float* pHeights, float* pTargets, size_t nCount) const
 {
     if (m_Levels.GetCount() <= FEW_LEVELS)

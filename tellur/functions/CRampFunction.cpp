@@ -124,10 +124,12 @@ float CRampFunction::GetWeight(const SRamp& ramp, float fDistance, float fAlong)
     float fWeight = ramp.fPower;
     if (!(fDistance < ramp.fSide))
     {
+        // Outside the core the effect falls in a straight line, to 0 at the half width.
         const float fCore = ramp.fHalfWidth - ramp.fSide;
         fWeight =
             fCore > 0.0F ? (fCore - (fDistance - ramp.fSide)) * (1.0F / fCore) * ramp.fPower : 0.0F;
     }
+    // The ends blend in the same way over their fraction of the length.
     const float fEndFactor = ramp.fEnd > 0.0F ? 1.0F / ramp.fEnd : 0.0F;
     if (fAlong < ramp.fEnd)
     {
@@ -149,6 +151,7 @@ void CRampFunction::ApplyToRun(CVertList& verts, const SVertRun& run, const SRam
     {
         const float fX =
             static_cast<float>(run.ixFirst + static_cast<int>(i)) * verts.GetStepX() - ramp.start.x;
+        // How far along the axis the vertex lies; what is left is its distance from the axis.
         const float u = fX * ramp.fDirX + fZ * ramp.fDirZ;
         if (u < 0.0F || u > ramp.fLength)
         {
@@ -163,6 +166,7 @@ void CRampFunction::ApplyToRun(CVertList& verts, const SVertRun& run, const SRam
         }
         const float fAlong = u / ramp.fLength;
         float fDelta = ramp.start.y + ramp.fRise * fAlong - pHeights[i];
+        // A ramp has its vertical distance around its own height at each vertex.
         if (ramp.bBand)
         {
             fDelta *= std::max(0.0F, (ramp.fBand - std::fabs(fDelta)) / ramp.fBand);
@@ -207,6 +211,7 @@ void CRampFunction::Process(ITerrainModification* pModification,
     {
         return;
     }
+    // What follows only finds a reason to tell; the first one that holds is told.
     if (set.GetVerts().IsEmpty())
     {
         NoteOutcome(EPointOutcome::NoVertices);
@@ -234,6 +239,7 @@ void CRampFunction::MakeStrip(ITerrainModification& modification,
 {
     modification.GetVerts(region, set);
     CVertList& verts = set.GetVerts();
+    // The image of the brush plays no part in a ramp, its mask does.
     std::fill_n(verts.GetWeights(), verts.GetCount(), 1.0F);
     SExtents terrainBox;
     brush.ApplyMask(set, modification.GetTerrainExtents(terrainBox));

@@ -66,7 +66,7 @@ public:
         rule.fBandCenter = m_Center;
     }
 
-    // 0 to 1.
+    // The share of the effect at a height: 1 at the band's centre, 0 from its distance on.
     float GetFactor(float fHeight) const
     {
         const float fOffset = fHeight - m_Center;

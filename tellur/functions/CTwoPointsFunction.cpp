@@ -48,6 +48,7 @@ int CTwoPointsFunction::OnMouseMove(ITerrainModification* /*pModification*/,
     const int iHit = PickTerrainUnder(view, point, hit);
     if (iHit == 1)
     {
+        // After a press beside the terrain the ramp begins where the cursor comes onto it.
         m_First = m_First.x < 0.0F ? hit : m_First;
         m_Second = hit;
     }

@@ -18,6 +18,8 @@ RaiseLoop(float* pHeights, const float* pWeights, size_t nCount, float fStroke, 
     }
 }
 
+// Loops work on copies of what stays the same: a write to the heights cannot change them, which
+// lets compilers make vector code.
 TELLUR_LOOP_BODY void RaiseBandLoop(float* pHeights,
                                     const float* pWeights,
                                     size_t nCount,
@@ -93,6 +95,7 @@ TELLUR_LOOP_BODY void MoveLoop(float* pHeights,
         const float y = pHeights[i];
         const float fFactor = bBand ? local.GetFactor(y) : 1.0F;
         const float a = (pTargets[i] - y) * pWeights[i] * p.fStroke * fFactor;
+        // The step decides, since each vertex has a target of its own.
         const int32_t iBelow = a < 0.0F ? -1 : 0;
         const int32_t iAbove = a > 0.0F ? -1 : 0;
         const int32_t iChange = (p.iRaise | ~iAbove) & (p.iLower | ~iBelow);

@@ -30,12 +30,15 @@ void LookAtHeights(const SDonePoint& point)
         for (size_t i = 0; i < run.nCount && !bReached; ++i)
         {
             const int ix = run.ixFirst + static_cast<int>(i);
+            // A single height lies in one piece, so no scratch is needed.
             const float fSource = *pSource->GetRow(ix, run.iz, 1, nullptr);
             const float fDest = *pDest->GetRow(ix, run.iz, 1, nullptr);
             const float fStart = point.bFromDest ? fDest : fSource;
             const bool bTaken = verts.GetWeights()[run.nFirst + i] != 0.0F &&
                                 (!band.IsActive() || band.GetFactor(fStart) != 0.0F);
             bInBand = bInBand || bTaken;
+            // A point that begins with the source may have lost against an earlier one of the
+            // stroke.
             bReached = bTaken && !point.bFromDest && fSource != fDest;
         }
     }

@@ -21,7 +21,7 @@ struct SDonePoint
     bool bFromDest = false; // which heights the set began with
 };
 
-// What the latest point came to, for the host.
+// Notes what the latest point came to, for the host to ask.
 void NoteOutcome(EPointOutcome eKind, float fValue = 0.0F);
 
 // Runs a point as its rule tells. False, and nothing happens, where brush or session cannot.

@@ -22,7 +22,7 @@ inline float GetLength(const SVec3& v)
     return std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
 }
 
-// Left as it is when its length is (nearly) 0.
+// The vector with a length of 1; it stays as it is when its length is (nearly) 0.
 inline SVec3 Normalize(const SVec3& v)
 {
     constexpr float MIN_LENGTH = 1.0e-6F;

@@ -79,6 +79,7 @@ void CModeBase::OnAction(ViewId view, int iAction, uint32_t uCount)
     {
         return;
     }
+    // Keys that are held move the camera whatever the action is.
     if (pHost->IsKeyboardNavigationOn())
     {
         MoveByKeys(*pHost, *pEngine, view, uCount);

@@ -91,6 +91,8 @@ void CModeExportTerrainExtent::RecomputeBox()
 
 void CModeExportTerrainExtent::OnLButtonDown(ViewId view, ViewPoint point, uint32_t /*uFlags*/)
 {
+    // A press beside the terrain begins a drag, too; the box stays that of before until a move
+    // meets the ground.
     m_Dragging = true;
     SVec3 hit;
     if (Pick(view, point, hit))

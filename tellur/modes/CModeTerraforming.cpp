@@ -37,6 +37,8 @@ bool CModeTerraforming::SetCursor()
     {
         return pBrush->SetCursor();
     }
+    // Kept as it always was: the system's arrow is looked for in the plug-in's resources, where it
+    // never is, so without a brush there is one line in the log instead.
     if (m_Arrow != nullptr)
     {
         ::SetCursor(m_Arrow);
@@ -119,6 +121,7 @@ void CModeTerraforming::Hover(ViewId view, ViewPoint point)
 void CModeTerraforming::OnLButtonUp(ViewId view, ViewPoint point, uint32_t uFlags)
 {
     CTerraformingState& state = GetTerraformingState();
+    // A release that follows a drag which was dropped means nothing.
     if (!state.IsDragging())
     {
         return;
@@ -166,6 +169,8 @@ void CModeTerraforming::Render()
     CTellurBrush* pBrush = GetPluginContext()->GetCurrentBrush();
     CTerrainModification* pSession = state.GetSession();
     const SVec3& picked = state.GetPicked();
+    // A function with a preview of its own draws it, in a drag and while hovering. For the others
+    // the brush's picture lies on the ground.
     if (state.IsDragging() && state.HasPicked() && pSession->Render(&picked))
     {
         return;

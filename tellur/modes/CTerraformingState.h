@@ -54,16 +54,19 @@ public:
 
     void ReleasePreview(); // gives it back to the world; the next frame makes a new one
 
-    // Null for none; shown at once while terraforming.
+    // Names the material that the terrain wears while it is edited; null for none. It shows at once
+    // while terraforming.
     void SetEditMaterial(const char* pszName);
 
     const std::string& GetEditMaterial() const { return m_EditMaterial; }
 
-    // Of the brush that is current now; without one both are taken away. Nothing without a terrain.
+    // Take the edit material and the overlay off the terrain, or put them on it for the brush that
+    // is current now; without a brush they are taken off. Nothing happens without a terrain.
     static void TakeOverlayAway();
     void ApplyOverlay(EEditOverlay eOverlay) const;
 
-    // Before the terrain goes: nothing here points into it afterwards.
+    // To be called before the terrain goes: drops the drag and gives the preview back, so that
+    // nothing here points into it afterwards.
     void ForgetLevel();
 
 private:

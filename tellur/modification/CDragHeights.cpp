@@ -14,6 +14,8 @@ constexpr int SIDE = SHeightTile::SIDE;
 
 } // namespace
 
+// The ground shows the destination until something else changes heights (m_bShared). From then on
+// what a point writes into the tiles is copied to the ground afterwards.
 CDragHeights::~CDragHeights()
 {
     Close();
@@ -27,6 +29,7 @@ bool CDragHeights::Open(Terrain& terrain, ITerrainWatcher& watcher)
     bool bMemory = m_Tiles.Reset(static_cast<int>(terrain.GetCellsPerSide()) + 1,
                                  static_cast<int>(terrain.GetCellsPerSideZ()) + 1);
     m_pAccess = dynamic_cast<ITerrainAccess*>(&terrain);
+    // The watcher is added before the first height is read, so no change by others is missed.
     if (bMemory && m_pAccess != nullptr)
     {
         m_pWatcher = &watcher;
@@ -34,6 +37,7 @@ bool CDragHeights::Open(Terrain& terrain, ITerrainWatcher& watcher)
     }
     else if (bMemory)
     {
+        // Without direct access all heights are read once, and handed over with each change.
         m_Whole.reset(new (std::nothrow) float[GetVertexCount()]);
         bMemory = m_Whole != nullptr;
     }
@@ -66,6 +70,7 @@ void CDragHeights::Close()
 
 void CDragHeights::LoseGround()
 {
+    // The terrain has removed the watcher by itself, and the address of its rows is dead.
     m_pAccess = nullptr;
     m_Tiles.SetGround(nullptr);
 }
@@ -104,7 +109,8 @@ const float* CDragHeights::CRows::GetRow(int iX, int iZ, int iCount, float* pScr
                    : tiles.GetSourceRow(iX, iZ, iCount, pScratch);
 }
 
-// What others wrote inside the box of changes goes, as with a set.
+// A pass has written the ground along with the tiles unless it is shared. Then the whole box is
+// copied, and what others wrote inside it goes, as it does with a set.
 void CDragHeights::CatchUp(SPointChange& changed)
 {
     if (m_bShared)
@@ -124,8 +130,8 @@ void CDragHeights::PutOnGround(SPointChange& changed)
     CopyDest(changed.box);
 }
 
-// Those that would go beyond a limit are
-// written where they are at it already.
+// All heights that were written lie at a limit when the lowest is at the top or the highest is 0.
+// If none of them differs from before, the point wanted to go beyond and could not.
 SMergeResult CDragHeights::Announce(const SPointChange& changed)
 {
     SMergeResult result = {changed.nChanged, changed.nVisited};
@@ -161,6 +167,8 @@ void CDragHeights::CopyDest(const SGridBox& box)
         for (int iX = box.iMinX; iX <= box.iMaxX;)
         {
             const int iPart = std::min(SIDE - iX % SIDE, box.iMaxX + 1 - iX);
+            // A box may reach over tiles that were never taken; the ground there is the
+            // destination.
             if (const SHeightTile* pTile = m_Tiles.Find(iX / SIDE, iZ / SIDE))
             {
                 std::memcpy(pGround + static_cast<size_t>(iZ) * nPitch + static_cast<size_t>(iX),
@@ -220,6 +228,7 @@ void CDragHeights::Restore()
     m_Tiles.ForEach(
         [this](SHeightTile& tile, int iTileX, int iTileZ)
         {
+            // Tiles that were not written show what they had at the press and cost nothing.
             if (tile.bWritten)
             {
                 tile.aDest = tile.aSource;

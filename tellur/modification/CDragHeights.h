@@ -23,15 +23,16 @@ public:
     CDragHeights(const CDragHeights&) = delete;
     CDragHeights& operator=(const CDragHeights&) = delete;
 
-    // The terrain is borrowed until Leave, the watcher until Close. False, closed, when there is no
-    // memory.
+    // Begins a drag over a terrain and ends the one before. The terrain is borrowed until Leave,
+    // the watcher until Close. False, and nothing is open, when there is no memory.
     bool Open(Terrain& terrain, ITerrainWatcher& watcher);
     void Close();
 
     // The terrain is not asked or told anything any more; what was taken stays readable.
     void Leave() { m_pTerrain = nullptr; }
 
-    // The terrain's heights are others: what they were cannot be put back or recorded.
+    // For when other heights have come into the terrain: what they were cannot be put back or
+    // recorded any more, and the drag has no ground from here on.
     void LoseGround();
 
     Terrain* GetTerrain() const { return m_pTerrain; } // null outside Open and Leave
@@ -53,7 +54,7 @@ public:
         return static_cast<size_t>(GetSizeX()) * static_cast<size_t>(GetSizeZ());
     }
 
-    // Null without ground.
+    // Heights of the press and as edited so far, for loops over many vertices; null without ground.
     const IHeightRows* GetSourceRows() const { return HasGround() ? &m_SourceRows : nullptr; }
 
     const IHeightRows* GetDestRows() const { return HasGround() ? &m_DestRows : nullptr; }
@@ -62,17 +63,19 @@ public:
     // terrain has them still.
     const float* GetPressTile(uint32_t uTileX, uint32_t uTileZ) const;
 
-    // Where a pass over the tiles writes, too; null while the ground shows something else.
+    // The heights that a pass over the tiles writes along with the destination. Null once the
+    // ground may show something else than the destination; CatchUp brings it up to date then.
     float* GetShownGround() const { return m_bShared ? nullptr : GetGround(); }
 
-    // From now on the ground may differ from the destination.
+    // Called when somebody else is about to change heights: from then on the ground may differ from
+    // the destination.
     void SetShared() { m_bShared = true; }
 
     // After a pass wrote to the tiles: where the ground did not get it, too, it does so now.
     void CatchUp(SPointChange& changed);
-    // After a set was merged into the tiles, which the ground never got.
+    // To be called after a set was merged into the tiles: that writes the destination alone.
     void PutOnGround(SPointChange& changed);
-    // Tells the terrain of a change that is on the ground.
+    // Tells the terrain of a change that is on the ground already, and says what it came to.
     SMergeResult Announce(const SPointChange& changed);
     // Brings ground and terrain to the destination under a box.
     void ShowDest(const SGridBox& box);

@@ -34,6 +34,8 @@ SHeightTile* MakeTile()
     }
     SHeightTile* pTile = std::exchange(g_Kept.pFirst, g_Kept.pFirst->pNext);
     --g_Kept.nCount;
+    // Heights and bits stay what they were: whoever takes the tile and whoever looks for changes
+    // writes all of them.
     pTile->uUsers = 1;
     pTile->uChanged = 0;
     pTile->bHoles = false;
@@ -179,12 +181,15 @@ SHeightTile* CHeightTiles::TakeOne(int iTileX, int iTileZ)
         {
             pTile->bHoles = true;
         }
+        // Behind the last row the pointer stays, so that it never leaves the heights.
         pFrom += z + 1 < nDepth ? m_SizeX : 0;
         std::fill(pSource + nThere, pSource + SHeightTile::SIDE, 0.0F);
         std::fill(pDest + nThere, pDest + SHeightTile::SIDE, 0.0F);
     }
     m_Table[static_cast<size_t>(iTileZ) * static_cast<size_t>(m_TilesX) +
             static_cast<size_t>(iTileX)] = pTile;
+    // ForEach looks at this span of each row alone, since the table of a large terrain is mostly
+    // empty.
     m_FirstX[iTileZ] = std::min(m_FirstX[iTileZ], iTileX);
     m_LastX[iTileZ] = std::max(m_LastX[iTileZ], iTileX);
     ++m_Count;

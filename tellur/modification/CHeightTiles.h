@@ -53,11 +53,13 @@ public:
     CHeightTiles(const CHeightTiles&) = delete;
     CHeightTiles& operator=(const CHeightTiles&) = delete;
 
-    // No tiles, for a ground of so many vertices. False, and there is none, without memory.
+    // Begins anew, without a tile, over a ground of so many vertices. False, and there is no
+    // ground, when there is no memory.
     bool Reset(int iSizeX, int iSizeZ);
     void Clear(); // no tiles and no ground
 
-    // Row-major, iSizeX floats a row; null: none.
+    // The heights to take tiles from, row-major, as many floats a row as the ground has vertices
+    // along x; null: none. Borrowed until others are set or Clear.
     void SetGround(const float* pGround) { m_Ground = pGround; }
 
     const float* GetGround() const { return m_Ground; }
@@ -79,7 +81,7 @@ public:
     // The tile there, taken now if it was not. Null without memory.
     SHeightTile* TakeOne(int iTileX, int iTileZ);
 
-    // Null when it was not taken. Both inside the table.
+    // The tile there, or null when it was not taken. Both numbers lie inside the table.
     SHeightTile* Find(int iTileX, int iTileZ) const
     {
         return m_Table[static_cast<size_t>(iTileZ) * static_cast<size_t>(m_TilesX) +
@@ -91,14 +93,14 @@ public:
 
     float GetDest(int iX, int iZ) const { return *Locate(iX, iZ, &SHeightTile::aDest); }
 
-    // A vertex of a tile that was taken.
+    // Writes the destination of a vertex, whose tile has to be taken before.
     void SetDest(int iX, int iZ, float fHeight);
 
     // As IHeightRows::GetRow.
     const float* GetSourceRow(int iX, int iZ, int iCount, float* pScratch) const;
     const float* GetDestRow(int iX, int iZ, int iCount, float* pScratch) const;
 
-    // The vertices of a tile that lie on the ground.
+    // The vertices of a tile that lie on the ground: tiles at its far edges reach beyond it.
     SGridBox GetTileBox(int iTileX, int iTileZ) const;
 
     // The tiles that were taken, by rows of tiles: fn(tile, tile x, tile z).

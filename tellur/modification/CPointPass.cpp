@@ -27,6 +27,8 @@ void FindNearPixels(SColumnGroup& group)
         iLeast = std::min({iLeast, group.aFirst[i], group.aSecond[i]});
         iMost = std::max({iMost, group.aFirst[i], group.aSecond[i]});
     }
+    // Columns side by side mostly find their pixels close together. Where all of them lie within
+    // eight, one load and a permutation in registers do instead of a gather.
     group.iNear = iMost - iLeast < PASS_LANES ? 1 : 0;
     group.iBase = group.iNear != 0 ? iLeast : 0;
     for (int i = 0; i < PASS_LANES; ++i)
@@ -75,6 +77,7 @@ void CPointPass::MakeGroups(const SPointInNumbers& point, const SGridBox& box, f
     const int iFirst = AlignDown(box.iMinX);
     m_Groups.resize(static_cast<size_t>(box.iMaxX - iFirst) / PASS_LANES + 1);
     const SBrushShape& shape = point.shape;
+    // Columns outside the box only fill up the first and the last group; nothing is written there.
     m_Columns.Find({iFirst, fStepX, point.center.x, shape.fExtent},
                    shape.iWidth,
                    m_Groups.size() * PASS_LANES);
@@ -143,6 +146,7 @@ bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChang
                                                            part.iRows,
                                                            pHeights + part.iFirst},
                                                           m_Targets.data() + PASS_LANES);
+            // The pass reads from the group's first column on, which may lie before the part.
             part.pTargets = rows.pFirst - part.iFirst % PASS_LANES;
             part.nTargetPitch = rows.nPitch;
         }
@@ -168,6 +172,8 @@ bool CPointPass::Run(const SPointInNumbers& point,
     m_Rows.Find({box.iMinZ, ground.fStepZ, point.center.z, point.shape.fExtent},
                 point.shape.iHeight,
                 static_cast<size_t>(box.iMaxZ - box.iMinZ) + 1);
+    // A near group loads eight pixels wherever it begins, so each row has a group's width behind
+    // it.
     m_ShapePitch = static_cast<size_t>(point.shape.iWidth) + PASS_LANES;
     m_Shape.resize(m_ShapePitch * SIDE);
     if (point.pTargets != nullptr)
@@ -177,6 +183,7 @@ bool CPointPass::Run(const SPointInNumbers& point,
     SPassResult result;
     const SWork work = {point, box, ground, GetTilePass(), result};
     bool bMemory = true;
+    // One row of tiles after the other: its image rows are blended once and serve all its tiles.
     for (int iFirstZ = box.iMinZ; iFirstZ <= box.iMaxZ && bMemory;)
     {
         const int iLastZ = std::min(iFirstZ / SIDE * SIDE + SIDE - 1, box.iMaxZ);

@@ -40,8 +40,8 @@ public:
         float fMaxHeight;
     };
 
-    // box: the footprint's vertices, not empty, all on the ground. False, and some of it may be
-    // done, when there is no memory for a tile.
+    // Runs the point over the footprint's vertices. box: these; not empty, all on the ground.
+    // False, and some of it may be done, when there is no memory for a tile.
     bool Run(const SPointInNumbers& point,
              const SGridBox& box,
              const SGround& ground,

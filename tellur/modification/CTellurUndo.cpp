@@ -18,6 +18,8 @@ namespace
 
 constexpr int SIDE = SHeightTile::SIDE;
 constexpr int CELLS = TERRAIN_BLOCK_CELLS;
+// A record is kept by tiles of 64 x 64 vertices, as the drag has them, and written by blocks of 33
+// x 33, as the terrain takes them. The vertices of a block lie in up to four tiles.
 static_assert(SIDE == 2 * CELLS, "a tile has two blocks a side");
 // A tile with more changes is taken over whole: copying them would save too little.
 constexpr uint32_t LEAST_WHOLE = 3900;
@@ -65,6 +67,7 @@ bool CTellurUndo::Fill(const CHeightTiles& tiles)
     }
     size_t nTiles = 0;
     tiles.ForEach([&](const SHeightTile& tile, int, int) { nTiles += tile.uChanged > 0 ? 1 : 0; });
+    // The tiles come row by row, which is the order that FindTile searches in.
     m_Tiles.reset(new (std::nothrow) STile[nTiles]);
     bool bMemory = m_Tiles != nullptr;
     tiles.ForEach([&](SHeightTile& tile, int iTileX, int iTileZ)
@@ -110,6 +113,7 @@ bool CTellurUndo::AddTile(SHeightTile& tile, int iTileX, int iTileZ)
             std::copy_n(tile.aSource.data() + iPlace, iCount, pOld + uNext);
             std::copy_n(tile.aDest.data() + iPlace, iCount, pNew + uNext);
             uNext = static_cast<uint16_t>(uNext + iCount);
+            // A shift by all 64 bits is undefined, so a row that changed as a whole ends here.
             uBits = iCount == SIDE ? 0 : uBits & ~(((uint64_t{1} << iCount) - 1) << iFirst);
         }
     }
@@ -151,14 +155,16 @@ uint64_t CTellurUndo::GetBlockRow(const SBlockTiles& tiles, int iBlockX, int iBl
     const int iInTile = iBlockZ % 2 * CELLS + iRow; // 0 to 64
     const auto& row = tiles.aTiles[iInTile / SIDE];
     const uint64_t uOwn = GetRowBits(row[0], iInTile % SIDE);
+    // A block has 33 vertices a row. The last one of a block at the right of its tile lies in the
+    // next tile, as its first.
     constexpr uint64_t BLOCK_BITS = (uint64_t{1} << (CELLS + 1)) - 1;
     return iBlockX % 2 == 0
                ? uOwn & BLOCK_BITS
                : (uOwn >> CELLS) | ((GetRowBits(row[1], iInTile % SIDE) & 1U) << CELLS);
 }
 
-// Calls fn(local x, local z, old and new heights from the vertex on) for each run of vertices side
-// by side of a block: local x, their number, local z, and where their heights lie.
+// Calls fn(local x, number, local z, old heights, new heights) for each run of changed vertices of
+// a block that lie side by side, row by row. A run ends where its tile does.
 template <class TFn> void CTellurUndo::VisitBlock(int iBlockX, int iBlockZ, TFn fn) const
 {
     const SBlockTiles tiles = FindBlockTiles(iBlockX, iBlockZ);
@@ -191,6 +197,7 @@ const float* CTellurUndo::FindHeights(const STile& tile, int iColumn, int iRow, 
         return (bNew ? tile.pWhole->aDest : tile.pWhole->aSource).data() +
                SHeightTile::GetPlace(iColumn, iRow);
     }
+    // How many vertices of its row changed before it is its place among the packed heights.
     const uint64_t uBefore = tile.pPacked->aChanged[iRow] & ((uint64_t{1} << iColumn) - 1);
     return tile.pPacked->GetHeights(bNew) + tile.pPacked->aStart[iRow] + std::popcount(uBefore);
 }
@@ -221,6 +228,8 @@ bool CTellurUndo::ListBlocks()
             }
         }
     }
+    // Two tiles may have listed the same block before them. Equal keys are the same vertex and the
+    // same share of it, so they are the same block.
     std::sort(uses.begin(), uses.end());
     const auto nBlocks = static_cast<size_t>(std::unique(uses.begin(), uses.end()) - uses.begin());
     m_Blocks.reset(new (std::nothrow) CBlockInfo[nBlocks]);
@@ -317,6 +326,7 @@ void CTellurUndo::Apply(bool bNew)
     {
         return;
     }
+    // On the stack, so that undo needs no memory and cannot fail halfway.
     std::array<SBlockEntry, CBlockInfo::MOST_VERTS> entries;
     for (const CBlockInfo& block : GetBlocks())
     {

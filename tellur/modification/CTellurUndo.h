@@ -48,9 +48,11 @@ public:
 
         int GetBlockZ() const { return m_BlockZ; }
 
-        // In scan order, rows of increasing z. pVerts: room for MOST_VERTS. Their number.
+        // Writes the changed vertices of the block in scan order, rows of increasing z, and returns
+        // their number. pVerts: room for MOST_VERTS.
         size_t GetVerts(SVertRecord* pVerts) const;
-        // The same with the heights of one side as the terrain takes them.
+        // Writes the heights of one side, the new or the old ones, as the terrain takes them, and
+        // returns their number. pEntries: room for MOST_VERTS.
         size_t GetEntries(bool bNew, SBlockEntry* pEntries) const;
 
     private:
@@ -66,11 +68,11 @@ public:
 
     void SetTerrain(Terrain* pTerrain) { m_Terrain = pTerrain; }
 
-    // tiles: of the drag, their changes found. Called once. False, and the record is of no use,
-    // when there is no memory for it.
+    // Takes over what changed in a drag's tiles, after FindChanges has noted it there. Called once.
+    // False, and the record is of no use, when there is no memory for it.
     bool Fill(const CHeightTiles& tiles);
 
-    // In order of first use by the changed vertices in scan order.
+    // The blocks in the order in which a scan over the changed vertices first meets them.
     std::span<const CBlockInfo> GetBlocks() const { return {m_Blocks.get(), m_BlockCount}; }
 
     size_t GetByteCount() const; // memory the record takes

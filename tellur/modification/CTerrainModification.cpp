@@ -36,6 +36,7 @@ bool CTerrainModification::InitializeBuffers(Terrain* pTerrain)
 
 void CTerrainModification::OnBeforeHeightsChange(const SGridBox& box)
 {
+    // The heights are still those of the press, so the tiles that the drag lacks are taken now.
     m_Heights.SetShared();
     if (!m_GivenUp && !m_Heights.GetTiles().Take(box) && m_InProgress)
     {
@@ -221,8 +222,7 @@ void CTerrainModification::SetDstHeight(int iX, int iZ, float fHeight)
         CrashLog("[CTerrainModification::SetDstHeight] invalid terrain ptr\n");
         return;
     }
-    // Kept as it always was: the element is not the one at (x, z), and heights are only limited
-    // upward. Tools write through SetVerts.
+    // Kept as it always was: not the element at (x, z), limited only upward. Tools use SetVerts.
     const size_t nIndex =
         static_cast<size_t>(GetBufferSizeX()) + static_cast<size_t>(iX) + static_cast<size_t>(iZ);
     if (nIndex >= m_Heights.GetVertexCount() || m_GivenUp)

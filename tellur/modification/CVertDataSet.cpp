@@ -115,6 +115,7 @@ void CVertDataSet::MoveEditable(const SCandidates& row, const float* pHeights)
     while (i < row.nCount)
     {
         const int iStart = i;
+        // A row with holes comes apart: what may be edited becomes runs, the rest stays candidates.
         const bool bEditable = !(pHeights[i] < 0.0F);
         while (i < row.nCount && !(pHeights[i] < 0.0F) == bEditable)
         {
@@ -145,6 +146,7 @@ bool CVertDataSet::SetRows(const IHeightRows* pRows, int iBufferSizeX, int iBuff
         CrashLog("[CVertDataSet::SetData] no buffer\n");
         return true;
     }
+    // Room for all of them first, so that no row in the middle can find none.
     if (!m_Verts.Reserve(m_Verts.GetCount() + GetCandidateCount()))
     {
         return false;

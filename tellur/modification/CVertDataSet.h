@@ -35,7 +35,7 @@ public:
     // more to the vertex list, at its end. The others stay candidates for the next call. False, and
     // nothing happens, when there is no memory for them; without a buffer one line says so.
     bool SetData(const float* pBuffer, int iBufferSizeX, int iBufferSizeZ);
-    // The same from rows; null is no buffer.
+    // Does the same with heights that are given by rows; null counts as no buffer.
     bool SetRows(const IHeightRows* pRows, int iBufferSizeX, int iBufferSizeZ);
 
     // Sets every weight from the brush shape: the image stretched over the square of side fExtent

@@ -30,6 +30,7 @@ bool CVertList::AppendRun(int ixFirst, int iz, const float* pHeights, size_t nCo
     }
     const size_t nNeeded = m_Count + nCount;
     const size_t nRoom = m_Weights.GetCapacity(); // the heights have no less
+    // Twice the room spares most copies; where there is no memory for that, what is needed may do.
     if (nNeeded > nRoom && !Reserve(std::max(nNeeded, nRoom * 2)) && !Reserve(nNeeded))
     {
         return false;

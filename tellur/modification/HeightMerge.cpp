@@ -32,6 +32,7 @@ SGridBox GetSetBox(const CVertList& verts)
 
 float ClampHeight(float fHeight, float fMaxHeight)
 {
+    // Minus zero becomes zero, or its bits would lie below those of all heights.
     const float fLow = fHeight <= 0.0F ? 0.0F : fHeight;
     return fHeight >= fMaxHeight ? fMaxHeight : fLow;
 }
@@ -72,6 +73,7 @@ TELLUR_LOOP_BODY void MergeLoop(const float* pSource,
         pDest[i] =
             std::bit_cast<float>((iBits & iWrite) | (std::bit_cast<int32_t>(fDest) & ~iWrite));
         s.nChanged -= iWrite;
+        // A vertex that is not written takes part with a value that loses each comparison.
         s.iFirst = std::min(s.iFirst, (i & iWrite) | (INT32_MAX & ~iWrite));
         s.iLast = std::max(s.iLast, i | ~iWrite);
         s.iMinBits = std::min(s.iMinBits, (iBits & iWrite) | (INT32_MAX & ~iWrite));
@@ -90,6 +92,8 @@ void MergeByCall(const ITellurFunction& function,
 {
     for (int32_t i = 0; i < nCount; ++i)
     {
+        // The answer only decides whether the vertex is written. What is written is the candidate,
+        // clamped as in the loops.
         if (function.MergeHeight(pSource[i], pDest[i], pCandidates[i]) != pDest[i])
         {
             SBitSpan single;
@@ -156,6 +160,7 @@ bool MergeSet(const CVertList& verts,
         const int ixEnd = run.ixFirst + static_cast<int>(run.nCount);
         for (int ix = run.ixFirst; ix < ixEnd;)
         {
+            // A run may cross tiles; within one its heights lie side by side.
             const int iPart = std::min(SIDE - ix % SIDE, ixEnd - ix);
             SHeightTile& tile = *tiles.Find(ix / SIDE, run.iz / SIDE);
             const size_t nPlace = SHeightTile::GetPlace(ix, run.iz);

@@ -69,10 +69,10 @@ using FnTilePass = void (*)(const SVertexRule& rule, const SPassTile& tile, SPas
 // gets the source's height, and bTraces is set.
 using FnRowChanges = uint64_t (*)(const float* pSource, float* pDest, bool& bTraces);
 
-// For this processor.
+// The form that this processor runs fastest: AVX2 where it has that.
 FnTilePass GetTilePass();
 FnRowChanges GetRowChanges();
-// Both forms, for the tests.
+// Both forms by name, so that tests can hold one against the other.
 void RunTilePassPlain(const SVertexRule& rule, const SPassTile& tile, SPassResult& result);
 void RunTilePassAvx2(const SVertexRule& rule, const SPassTile& tile, SPassResult& result);
 uint64_t FindRowChangesPlain(const float* pSource, float* pDest, bool& bTraces);

@@ -1,7 +1,6 @@
-// The tile pass, once for each set of instructions: TELLUR_PASS and TELLUR_CHANGES name
-// the functions. No inline function
-// of a library is called, since the linker may keep the copy with the instructions of one form for
-// both.
+// The tile pass, once for each set of instructions: TELLUR_PASS and TELLUR_CHANGES name the
+// functions. No inline function of a library is called, since the linker may keep the copy with the
+// instructions of one form for both.
 
 #include "tellur/modification/HeightPass.h"
 
@@ -17,6 +16,7 @@ using I = int32_t __attribute__((vector_size(32)));
 
 #define TELLUR_INLINE static inline __attribute__((always_inline))
 
+// Loads and stores go through a copy, because rows need not lie at multiples of 32 bytes.
 TELLUR_INLINE V Load(const float* pFrom)
 {
     V v;
@@ -140,6 +140,8 @@ TELLUR_INLINE V GetWeights(const SPassTile& tile,
     {
         return All(tile.fPower) * b; // samples lie within 0 to 1
     }
+    // The order of the operands decides what becomes of a sample that is no number, as in
+    // SampleShapeRow.
     V hard = b + All(tile.fHardness);
     hard = ChooseGreater(All(0.0F), hard);
     hard = ChooseSmaller(All(1.0F), hard);
@@ -156,6 +158,8 @@ TELLUR_INLINE V GetBandFactor(const SVertexRule& rule, const V& y)
 template <EVertexRule TRule>
 TELLUR_INLINE V GetCandidate(const SVertexRule& rule, const V& y, const V& w, const V& target)
 {
+    // The factors stand in the order of the loops in HeightLoops.cpp: another order rounds
+    // otherwise.
     V a = TRule == EVertexRule::Raise ? w * All(rule.fStroke) * All(rule.fAmount)
                                       : (target - y) * w * All(rule.fStroke);
     if (rule.bBand)
@@ -166,6 +170,7 @@ TELLUR_INLINE V GetCandidate(const SVertexRule& rule, const V& y, const V& w, co
     {
         return y + a;
     }
+    // A vertex that would move in a way that the mode forbids keeps its height.
     const I raises = TRule == EVertexRule::Pull ? (I)(y < target) : (I)(a > All(0.0F));
     const I lowers = TRule == EVertexRule::Pull ? (I)(y > target) : (I)(a < All(0.0F));
     const I change =
@@ -209,6 +214,7 @@ TELLUR_INLINE uint32_t RunGroup(const SVertexRule& rule,
     const V target = TRule == EVertexRule::Move ? Load(row.pTargets) : All(rule.fAmount);
     const V candidate = GetCandidate<TRule>(rule, y, w, target);
 
+    // Heights below 0 are vertices that nobody edits.
     I editable = ~(I)(y < All(0.0F));
     if (TEdge)
     {
@@ -216,6 +222,8 @@ TELLUR_INLINE uint32_t RunGroup(const SVertexRule& rule,
         editable &= (I)(place >= AllInts(tile.iFirst)) & (I)(place < AllInts(tile.iEnd));
     }
     lanes.visited += editable;
+    // What is no number is never written: no comparison of the strongest rule is true for it, and
+    // the other rule asks for it in so many words.
     I write = editable & (I)(candidate != dest);
     if (TMerge == EMergeRule::Strongest)
     {
@@ -227,6 +235,8 @@ TELLUR_INLINE uint32_t RunGroup(const SVertexRule& rule,
     }
     const V written = ChooseSmaller(ChooseGreater(candidate, All(0.0F)), All(tile.fMaxHeight));
     const V height = Choose(write, written, dest);
+    // A tile has room for whole groups. A row of the ground may end within one, and what lies
+    // behind it is the next row.
     Store(row.pDest + iAt, height);
     if (row.pShown != nullptr && (!TEdge || (int)iAt + PASS_LANES <= tile.iThere))
     {
@@ -253,6 +263,8 @@ RunRow(const SVertexRule& rule, const SPassTile& tile, SRowPlace row, SLanes& la
     const SColumnGroup* pGroup = tile.pGroups;
     const auto iFirst = tile.iFirst;
     const auto iEnd = tile.iEnd;
+    // Groups begin at multiples of eight, so only the first and the last one reach beyond the part;
+    // those between are run without asking.
     int iAt = iFirst / PASS_LANES * PASS_LANES;
     uint64_t uChanged = 0;
     while (iAt < iEnd)
@@ -298,6 +310,8 @@ TELLUR_INLINE void RunTile(const SVertexRule& rule, const SPassTile& tile, SPass
         const uint64_t uWritten = RunRow<TRule, TMerge>(own, ownTile, row, lanes);
         if (uWritten != 0)
         {
+            // Rows only grow, so the first row with a change is met once and the last one is kept
+            // anew.
             result.iFirstRow = result.uColumns == 0 ? iRow : result.iFirstRow;
             result.iLastRow = iRow;
             result.uColumns |= uWritten;
@@ -313,6 +327,7 @@ TELLUR_INLINE void RunTile(const SVertexRule& rule, const SPassTile& tile, SPass
     {
         result.fMin = lanes.lowest[i] < result.fMin ? lanes.lowest[i] : result.fMin;
         result.fMax = lanes.highest[i] > result.fMax ? lanes.highest[i] : result.fMax;
+        // A mask that is set is -1 as a number, so the lanes have counted down.
         result.nVisited += (size_t)-lanes.visited[i];
     }
     result.bDiffers = result.bDiffers || GetBits(lanes.differs) != 0;
@@ -357,6 +372,7 @@ uint64_t TELLUR_CHANGES(const float* pSource, float* pDest, bool& bTraces)
         const V source = Load(pSource + iAt);
         const V dest = Load(pDest + iAt);
         const V gap = Absolute(source - dest);
+        // A height below 0 is no change: nobody edits such a vertex.
         const I changed = ~(I)(dest < All(0.0F)) & (I)(gap > All(MIN_CHANGE));
         const I trace = (I)(source != dest) & (I)(gap <= All(MIN_CHANGE));
         uChanged |= (uint64_t)GetBits(changed) << iAt;

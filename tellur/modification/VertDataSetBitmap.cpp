@@ -14,6 +14,7 @@ void CVertDataSet::SetAllWeights(float fWeight)
     std::fill_n(m_Verts.GetWeights(), m_Verts.GetCount(), fWeight);
 }
 
+// Sampling is separable, so the pixels of each column are found once for the whole footprint.
 void CVertDataSet::BuildColumnTable(float fCenterX, float fExtent, int iWidth)
 {
     int ixFirst = m_Verts.GetRuns().front().ixFirst;
@@ -75,6 +76,7 @@ void CVertDataSet::GetDataFromBitmap(
     bool bBlended = false;
     for (const SVertRun& run : m_Verts.GetRuns())
     {
+        // Runs of one row follow each other, so the row is blended once for all of them.
         if (!bBlended || izBlended != run.iz)
         {
             const float fOffset = static_cast<float>(run.iz) * m_Verts.GetStepZ() - center.z;

@@ -22,7 +22,8 @@ public:
 
     bool IsDefined() const { return m_Color[0] >= 0.0F; }
 
-    // Which of red (1), green (2) and blue (4) the swatch shows; the numbers are there with all.
+    // Says which of red (1), green (2) and blue (4) the swatch shows; the numbers are there only
+    // with all of them.
     void SetDisplayChannels(uint32_t uChannels);
 
     void SetShowText(bool bShow) { m_bShowText = bShow; }

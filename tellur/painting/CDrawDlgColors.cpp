@@ -52,6 +52,7 @@ void CDrawDlgColors::Load()
     const ITerrain2DDrawDlgUser* pUser = m_Dialog.GetUser();
     const IPalette* pPalette = pUser != nullptr ? pUser->GetPalette() : nullptr;
     const EColorSet eSet = pPalette != nullptr ? EColorSet::Palette : EColorSet::Free;
+    // Colours that a person chose stay from one bitmap to the next of its kind.
     if (m_ColorSet == eSet)
     {
         return;

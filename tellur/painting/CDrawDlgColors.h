@@ -24,7 +24,8 @@ public:
     const float* GetCurrent() const { return m_Current.GetColor(); } // four components
 
     void Choose(const float* pColor); // the current one, four components
-    // Lets the swatches show what a channel mask (EPaintChannel) paints.
+    // Lets the swatches show those channels of their colours that a channel mask (EPaintChannel)
+    // paints.
     void ShowChannels(uint32_t uChannels);
 
 private:

@@ -91,6 +91,8 @@ void CDrawDlgExtent::ShowText()
                      ? 0.0F
                      : static_cast<float>(sizes.uWidth) / sizes.fLength * *m_Extent;
     }
+    // A text that is set by code notifies like a typed one, and reading it back would round the
+    // extent.
     const bool bBefore = std::exchange(m_bUpdating, true);
     m_Form.SetItemText(DRAW_EXTENT_EDIT, std::to_string(std::lround(fShown)).c_str());
     m_bUpdating = bBefore;
@@ -103,6 +105,8 @@ void CDrawDlgExtent::ShowPosition()
     {
         return;
     }
+    // Without a terrain the length is 0; TruncateToPosition takes what then comes out, infinite or
+    // no number.
     const float fSteps = std::log(*m_Extent / fLength * (BASE - 1.0F) + 1.0F);
     m_Slider.SetPos(
         TruncateToPosition(static_cast<float>(EXTENT_POSITIONS) * fSteps / std::log(BASE)));

@@ -49,6 +49,8 @@ CDrawDlgFunctions::CDrawDlgFunctions(CFormWindow& form, IDrawDlg& dialog)
 
 bool CDrawDlgFunctions::Choose(const char* pszName)
 {
+    // For scripts: while nothing is painted on all buttons are disabled, and any function may be
+    // chosen.
     const bool bAllowed = m_Form.IsItemEnabled(GetButton(pszName)) || !IsPaintingModeOn();
     ITerrain2DDrawDlgUser* pUser = m_Dialog.GetUser();
     if (pUser != nullptr && bAllowed)

@@ -63,7 +63,7 @@ void CDrawDlgLayer::OnBrowseMaterial()
     }
 }
 
-// A name counts when it is whole.
+// A name counts when it is whole, so it is taken when the keyboard leaves the field.
 void CDrawDlgLayer::OnMaterialTyped()
 {
     m_Form.ReadControls();
@@ -91,6 +91,8 @@ void CDrawDlgLayer::OnBlending(const SNotification& notification)
     m_BlendingSlider.SetPos(iPos);
     const int iRange = m_BlendingSlider.GetRangeMax() - m_BlendingSlider.GetRangeMin();
     m_Blending = static_cast<float>(iPos) / static_cast<float>(std::max(iRange, 1));
+    // Kept as it always was: the layer hears of the slider only while the bitmap is painted on.
+    // What was chosen before counts from the slider's next move on.
     IPaintLayer* pLayer = IsPaintingModeOn() ? GetPaintLayer() : nullptr;
     if (pLayer != nullptr)
     {

@@ -18,7 +18,7 @@ public:
 
     // Gives the slider its range and position. The controls have to be there.
     void SetupSlider();
-    // Takes what the user has. It shows when the form writes its controls.
+    // Takes material and mapping from the user. They show when the form writes its controls.
     void Take(const ITerrain2DDrawDlgUser& user);
 
 private:

@@ -96,6 +96,7 @@ void CModeEditTerrainType::Activate()
         return;
     }
     const CTerrain2DDrawDlg* pDialog = GetPluginPart<IPaintingPlugin>()->Get2DDrawDlg();
+    // The same file is not read again, so strokes that were not saved are still there.
     if (pDialog != nullptr && pDialog->GetBitmapFile() != m_BitmapPath)
     {
         if (pLayer->GetImage() != nullptr)
@@ -119,6 +120,7 @@ void CModeEditTerrainType::LoadBitmap(const std::string& strPath)
     SetChannelMask(m_Palette != nullptr ? PALETTE_CHANNELS : m_Channels | FREE_CHANNELS);
     if (m_WorkImage != nullptr)
     {
+        // Strokes work on texels of 32 bits whatever the file has; MakeImageToSave leads back.
         m_WorkImage = MakeWorkImage(*m_WorkImage, m_Palette.get());
         if (m_WorkImage == nullptr)
         {
@@ -126,6 +128,7 @@ void CModeEditTerrainType::LoadBitmap(const std::string& strPath)
                      strPath.c_str());
         }
     }
+    // Its entries are places and texels of the bitmap before.
     m_Undo->Clear();
     m_bUnsaved = false;
     ++m_Revision;
@@ -153,6 +156,7 @@ void CModeEditTerrainType::RestoreBitmap(const std::string& strPath, const IImag
 
 void CModeEditTerrainType::Deactivate()
 {
+    // The layer lets go of its image when it ends.
     TakeLayerImage();
     m_bPainting = false;
     if (IPaintLayer* pLayer = GetPaintLayer())
@@ -200,10 +204,13 @@ void CModeEditTerrainType::Suspend(bool bSuspended)
         TakeInput(CAPTION);
         return;
     }
+    // What the stroke has painted so far stays, without an entry of undo.
     TakeLayerImage();
     m_bPainting = false;
 }
 
+// The work image is the bitmap before a stroke, the layer's the bitmap now; here the first catches
+// up.
 void CModeEditTerrainType::TakeLayerImage()
 {
     const IPaintLayer* pLayer = GetPaintLayer();
@@ -248,6 +255,7 @@ void CModeEditTerrainType::Paint(const SExtents& box)
     if (IPaintLayer* pLayer = GetPaintLayer())
     {
         pLayer->Paint(box, m_Function, m_Power, m_Hardness);
+        // A layer without an image has painted nothing.
         m_bUnsaved = m_bUnsaved || pLayer->GetImage() != nullptr;
         ++m_Revision;
         ++GetPluginContext()->GetDragStatistics().nPoints;
@@ -292,6 +300,7 @@ void CModeEditTerrainType::OnLButtonUp(ViewId /*view*/, ViewPoint /*point*/, uin
     ApplyUndoDepth();
     if (const IPaintLayer* pLayer = GetPaintLayer())
     {
+        // The work image has the texels of before the stroke until it takes over the layer's below.
         m_Undo->AddEntry(m_WorkImage.get(), pLayer->GetImage());
     }
     TakeLayerImage();

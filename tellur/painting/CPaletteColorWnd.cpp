@@ -62,7 +62,7 @@ void CPaletteColorWnd::DrawEntry(CDrawContext& context, uint32_t uIndex, int iGr
                      MakeColor(pEntry[0], pEntry[1], pEntry[2]));
 }
 
-// Right of the last column lie entries of the next row; that is how the window counts.
+// Kept as it always was: a click right of the last column counts for the next row.
 bool CPaletteColorWnd::OnLButtonDown(const SMouseEvent& event)
 {
     const SSize cell = GetCell();

@@ -58,6 +58,8 @@ void CTellur2DDrawUndoManager::AddEntry(const IImage* pBefore, const IImage* pAf
         m_Entries.erase(m_Entries.begin());
         --m_Position;
     }
+    // Kept as it always was: a stroke that changed nothing is an entry, too, whose undo does
+    // nothing.
     auto pEntry = std::make_unique<SEntry>();
     FindChanges(*pBefore, *pAfter, *pEntry);
     m_Entries.push_back(std::move(pEntry));
@@ -69,6 +71,7 @@ void CTellur2DDrawUndoManager::FindChanges(const IImage& before, const IImage& a
     const size_t nTexels = GetTexelCount(before);
     const uint8_t* pBefore = before.GetRawData();
     const uint8_t* pAfter = after.GetRawData();
+    // Images that cannot be compared leave an entry without changes, which fits no image.
     if (before.GetFormat() != after.GetFormat() || before.GetBitsPerPixel() != BITS ||
         nTexels != GetTexelCount(after) || pBefore == nullptr || pAfter == nullptr)
     {

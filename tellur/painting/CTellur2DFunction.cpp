@@ -22,6 +22,7 @@ void CTellur2DFunction::UpdateEffective()
 {
     if (!HasFreeColors())
     {
+        // Texels of a palette are entries: single channels of them cannot be painted.
         std::copy(std::begin(m_Color), std::end(m_Color), m_Effective);
         return;
     }

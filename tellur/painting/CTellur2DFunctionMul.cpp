@@ -18,6 +18,7 @@ struct SMulByte
     }
 };
 
+// For numbers that AreNumbersSmall lets through: every value fits an integer before it is cut.
 struct SMulSmallByte
 {
     static int32_t Get(int32_t iByte, float fColor, float fShare)

@@ -8,8 +8,9 @@ namespace
 constexpr float FULL = 255.0F;
 constexpr float PALETTE_THRESHOLD = 0.5F;
 
-// Towards zero and modulo 256, which is left to whoever takes the byte. A colour or a share far
-// outside 0 to 1 overshoots and wraps; it is cut only where an integer could not hold it.
+// Towards zero and modulo 256, which is left to whoever takes the byte. Kept as it always was: a
+// colour or a share far outside 0 to 1 overshoots and wraps. It is cut only where an integer could
+// not hold it.
 int32_t Wrap(int32_t iByte, float fStep)
 {
     constexpr float LIMIT = 1.0e9F;
@@ -25,6 +26,7 @@ struct SSetByte
     }
 };
 
+// For numbers that AreNumbersSmall lets through: no step leaves an integer, so nothing is cut.
 struct SSetSmallByte
 {
     static int32_t Get(int32_t iByte, float fFullColor, float fShare)

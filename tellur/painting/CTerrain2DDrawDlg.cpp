@@ -80,6 +80,7 @@ void CTerrain2DDrawDlg::SetUser(ITerrain2DDrawDlgUser* pUser)
 
 void CTerrain2DDrawDlg::UpdateControls()
 {
+    // What is being typed counts already, since the buttons go by it.
     ReadControls();
     const bool bPainting = IsPaintingModeOn();
     EnableItem(DRAW_EDIT, !GetBitmapFile().empty());
@@ -106,6 +107,7 @@ void CTerrain2DDrawDlg::SwitchEditing()
     else
     {
         pPlugin->SetMode(pPlugin->GetEditTerrainTypeModeId(), 0);
+        // The mode has read its bitmap, whose palette may bring other colours.
         LoadColours();
     }
     UpdateControls();

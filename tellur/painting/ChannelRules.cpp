@@ -18,6 +18,7 @@ uint32_t ClickRgbVisible(uint32_t uMask)
     {
         return uMask | ALL_VISIBLE_COLORS;
     }
+    // All colours hide together only while alpha is visible, so that something is left to see.
     const bool bAlphaRemains = (uMask & PAINT_ALPHA_VISIBLE) != 0;
     return bAlphaRemains ? uMask & ~(ALL_VISIBLE_COLORS | ALL_EDITABLE_COLORS) : uMask;
 }
@@ -28,6 +29,7 @@ uint32_t ClickRgbEditable(uint32_t uMask)
     {
         return uMask;
     }
+    // Choosing the colours gives alpha up, and choosing alpha gives the colours up.
     return (uMask & ~ALPHA) | ALL_VISIBLE_COLORS | ALL_EDITABLE_COLORS;
 }
 
@@ -43,6 +45,8 @@ uint32_t ClickColorVisible(uint32_t uMask, uint32_t uVisible, uint32_t uEditable
 
 uint32_t ClickColorEditable(uint32_t uMask, uint32_t uVisible, uint32_t uEditable)
 {
+    // A second click on the colour that alone is edited hides the others, and so does a click on a
+    // colour that was hidden.
     const bool bAgain = (uMask & uEditable) != 0 && (uMask & PAINT_RGB_EDITABLE) == 0;
     if (bAgain || (uMask & uVisible) == 0)
     {
@@ -58,6 +62,7 @@ uint32_t ClickAlphaVisible(uint32_t uMask)
     {
         return uMask | PAINT_ALPHA_VISIBLE;
     }
+    // Alpha hides only while a colour stays visible.
     return (uMask & VISIBLE_COLORS) != 0 ? uMask & ~ALPHA : uMask;
 }
 

@@ -58,6 +58,7 @@ void CModeEditTerrainType::SetFunction(const char* pszName)
         return;
     }
     m_Function = found->get();
+    // Only the current function hears of colour and channels, so the new one is told now.
     m_Function->SetChannelMask(m_Channels);
     if (const CTerrain2DDrawDlg* pDialog = GetPluginPart<IPaintingPlugin>()->Get2DDrawDlg())
     {
@@ -157,6 +158,8 @@ void CModeEditTerrainType::Step(bool (ITellur2DDrawUndoManager::*pStep)(IImage*)
     {
         m_bUnsaved = true;
         ++m_Revision;
+        // Kept as it always was: the layer begins also while the mode is not current, and the
+        // bitmap then lies on the ground until the mode has been switched on and off.
         pLayer->Begin(m_WorkImage.get(), m_BrushShape.get(), m_Channels);
     }
 }

@@ -29,8 +29,8 @@ public:
     virtual void SetPaintMaterial(const char* pszName) = 0;
     virtual void SetTexelMapping(bool bVertices) = 0;
     virtual ETexelMapping GetTexelMapping() const = 0;
-    // A quarter of the terrain's width, terrain units, and the bitmap's width; 0 for what is not
-    // there.
+    // Writes how far the extent's slider reaches, a quarter of the terrain's width in terrain
+    // units, and the width of the bitmap in texels; 0 for what is not there.
     virtual void GetMappingSizes(float* pLength, uint32_t* pWidth) const = 0;
     virtual void SetColor(const float* pColor) = 0; // red, green, blue, alpha, 0 to 1
     virtual void Undo() = 0;

@@ -8,5 +8,6 @@ class CTellurBrush;
 // and when another brush has become current meanwhile.
 std::string BrowseForMask(const std::string& strFrom);
 
-// The current brush has the picture as its mask, which is switched on.
+// Gives a brush, which is the current one, the picture as its mask and switches the mask on.
+// Preview and overlay follow.
 void SetBrushMask(CTellurBrush& brush, const std::string& strPath);

@@ -52,9 +52,10 @@ struct SNumberRow
 
 constexpr size_t EXTENT = 0;
 
-// The arrows of hardness and vertical distance have no range, so they count downwards, and their
-// steps do so too. Those of the hardness have no field either, and those of the power one that the
-// form lacks. The fade distance has the extent's scale, and reports under the name of the power.
+// All of this is kept as it always was. The arrows of hardness and vertical distance have no range,
+// so they count downwards, and their steps do so too. Those of the hardness have no field either,
+// and those of the power one that the form lacks. The fade distance has the extent's scale, and
+// reports under the name of the power.
 constexpr SNumberRow ROWS[] = {
     {.uEdit = PANEL_EXTENT_EDIT,
      .uSlider = PANEL_EXTENT_SLIDER,
@@ -237,6 +238,7 @@ void CBrushNumbers::ShowPosition(SNumber& number)
     number.slider.SetRedraw(true);
 }
 
+// Whichever control of a number is worked, the brush gets the value and the other controls follow.
 void CBrushNumbers::OnScroll(SNumber& number, const SNotification& notification)
 {
     m_Form.ReadControls();

@@ -76,6 +76,7 @@ void CHeightMapControls::OnSelectResolution()
         m_Resolutions.SetCurSel(m_Resolutions.FindString(strCurrent.c_str()));
         return;
     }
+    // The number ends at the "x".
     const int iVertices = std::atoi(strChosen.c_str());
     if (iVertices != 0)
     {

@@ -142,6 +142,7 @@ void CImageToggleButton::DrawImage(CDrawContext& context,
 {
     CDrawContext memory = CDrawContext::CreateCompatible(context);
     memory.SelectBitmap(&bitmap);
+    // The images are painted in three greys that stand for colours of the desktop.
     const SColorPair greys[] = {{SHADE, GetSystemColor(ESystemColor::ButtonShadow)},
                                 {FACE, GetSystemColor(ESystemColor::ButtonFace)},
                                 {LIGHT, GetSystemColor(ESystemColor::Light3D)}};
@@ -163,6 +164,7 @@ void CImageToggleButton::DrawImage(CDrawContext& context,
     }
     if (bDown)
     {
+        // A button that is down has a lighter face, inside the image as well as around it.
         memory.ReplaceColor({0, 0, place.image.cx, place.image.cy}, uFace, uHighlight);
         context.FillRect({3 * place.border.cx,
                           3 * place.border.cy,

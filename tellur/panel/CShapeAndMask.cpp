@@ -39,6 +39,7 @@ void CShapeAndMask::OnBrowseMask()
         return;
     }
     m_Form.ReadControls();
+    // Nothing is chosen when another brush has become current meanwhile, so pBrush is still there.
     const std::string strPath = BrowseForMask(m_MaskPath);
     if (strPath.empty())
     {

@@ -75,6 +75,7 @@ void CTellurBitmapButton::ChooseImage()
     }
     const std::string strPath =
         pHost->BrowseForFile(FILE_DIALOG_OPEN, nullptr, pBrush->GetBitmapPath(), FOLDER, FILTER);
+    // The button may have another brush by the time the dialog is closed.
     if (!strPath.empty() && m_Brush == pBrush)
     {
         pBrush->LoadBitmap(strPath.c_str());

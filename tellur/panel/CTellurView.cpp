@@ -50,6 +50,8 @@ void CTellurView::StoreExtentLimits()
 
 void CTellurView::OnUpdate()
 {
+    // Kept as it always was: every update takes the stored limits again, so limits that were typed
+    // go when another level opens.
     if (m_FirstUpdate)
     {
         m_Numbers.TakeLimits(GetPluginPart<IPanelPlugin>()->GetExtentLimits());

@@ -27,6 +27,7 @@ CToolProperties::~CToolProperties()
 void CToolProperties::Setup()
 {
     m_Grid.SetUser(this);
+    // The key comes before the first objects, because columns take their widths when they are made.
     EditorHost* pHost = GetEditorHost();
     if (pHost != nullptr)
     {

@@ -21,7 +21,7 @@ public:
 
     // The open panel sets itself on creation and null on destruction.
     virtual void SetPanel(ITerrainPanel* pPanel) = 0;
-    // As they were when the panel was closed last.
+    // The limits of the extent as they were when the panel was closed last.
     virtual SExtentLimits GetExtentLimits() const = 0;
     virtual void SetExtentLimits(const SExtentLimits& limits) = 0;
 

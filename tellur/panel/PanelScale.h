@@ -19,14 +19,15 @@ int GetSharePosition(const SExtentLimits& limits, float fShare);
 float GetDistanceAt(const SExtentLimits& limits, int iPos);
 int GetDistancePosition(const SExtentLimits& limits, float fDistance);
 
-// Of extent and fade distance, terrain units: from one limit to the other, where a negative one
-// counts as 0. Without a terrain all is 0.
+// The scale of extent and fade distance, terrain units: from one limit to the other, where a
+// negative one counts as 0. Without a terrain all is 0.
 inline constexpr SPanelScale EXTENT_SCALE = {32000, &GetExtentAt, &GetExtentPosition};
-// Of power and hardness, 0 to 1.
+// The scale of power and hardness, 0 to 1.
 inline constexpr SPanelScale SHARE_SCALE = {100, &GetShareAt, &GetSharePosition};
-// Of the vertical distance, terrain units: from 0 to the terrain's height. Without a terrain all is
-// 0.
+// The scale of the vertical distance, terrain units: from 0 to the terrain's height. Without a
+// terrain all is 0.
 inline constexpr SPanelScale DISTANCE_SCALE = {1000, &GetDistanceAt, &GetDistancePosition};
 
-// The hardness that may be set at most. The slider reaches only 1 and stays at its end beyond it.
+// The hardness that may be set at most. Kept as it always was: the slider reaches only 1 and stays
+// at its end beyond it.
 inline constexpr float MOST_HARDNESS = 100.0F;

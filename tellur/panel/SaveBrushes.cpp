@@ -11,6 +11,7 @@ bool SaveBrushesWithCopy(CBrushContainer& brushes, const char* pszPath)
     const std::string strCopy = GetBrushFileCopy(pszPath);
     // A copy without its file is all that there is: it goes once the new file is there.
     const bool bAlone = !fs::exists(pszPath);
+    // A rename replaces no file, so a copy from before has to go first.
     if (!bAlone)
     {
         fs::remove(strCopy.c_str());

@@ -23,5 +23,5 @@ bool HasFunction(const CTellurBrush& brush, const char* pszClassName);
 
 // A function's class name as a person reads it: "SetHeightFunction" is "Set height".
 std::string MakeToolName(std::string strClassName);
-// That of the brush's function; empty without a brush (pBrush may be null) or a function.
+// The same text for the brush's function; empty without a brush (pBrush may be null) or a function.
 std::string GetToolName(const CTellurBrush* pBrush);

@@ -33,8 +33,10 @@ CBrushAtHand::~CBrushAtHand() = default;
 
 void CBrushAtHand::Set(CTellurBrush* pBrush)
 {
+    // While the current brush is still there: it is the tool that may come back.
     NoteTool();
     m_pCurrentBrush = pBrush;
+    // The picture is of the brush before; the next frame makes another one.
     GetTerraformingState().ReleasePreview();
     GetTerraformingState().ApplyOverlay(pBrush != nullptr ? EEditOverlay::On : EEditOverlay::Off);
     m_Panel.ShowOtherBrush();
@@ -55,6 +57,7 @@ void CBrushAtHand::TakeOver(std::unique_ptr<CTellurBrush> pBrush)
 void CBrushAtHand::UseCloneOf(const CTellurBrush& brush)
 {
     std::unique_ptr<CTellurBrush> pCopy(brush.Clone());
+    // Whoever is replaced stays until the clone is current and no drag works with it any more.
     std::unique_ptr<CTellurBrush> pReplaced;
     if (m_Brushes.SetBrush(pCopy.get(), &pReplaced))
     {
@@ -80,6 +83,7 @@ bool CBrushAtHand::Has(const CTellurBrush* pBrush) const
 
 void CBrushAtHand::NoteTool()
 {
+    // The brush of strokes that smooth is nobody's tool; what it stands in for is noted.
     const bool bSmoothing = m_pCurrentBrush != nullptr && m_pCurrentBrush == m_pSmoother.get();
     CTellurBrush* pTool = bSmoothing ? m_pSmoothed : m_pCurrentBrush;
     if (Has(pTool) && pTool->GetRTTIObject() != nullptr)

@@ -23,7 +23,7 @@ public:
     // follow.
     void Set(CTellurBrush* pBrush);
 
-    // None, without telling anybody.
+    // Makes no brush current without telling panel or overlay.
     void Forget() { m_pCurrentBrush = nullptr; }
 
     // Makes a script's brush current and owns it until the next one arrives and no drag runs.
@@ -35,8 +35,9 @@ public:
     // designer starts with. Null only without tools.
     CTellurBrush* FindLastTool() const;
 
-    // For the strokes to come: the blur function with the size and mask of the current brush. False
-    // without a brush and while a drag runs.
+    // For the strokes to come: makes a brush current that has the blur function and the size and
+    // mask of the current one. False without a brush, while terraforming is off and while a drag
+    // runs.
     bool BeginSmoothing();
     // Gives the tool of before back, unless another brush was chosen meanwhile.
     void EndSmoothing();

@@ -46,6 +46,7 @@ void CBrushLibrary::InitializeFunctionsAndBrushes()
     for (const auto& pFunction : m_FunctionContainer.GetFunctions())
     {
         std::unique_ptr<ITellurFunction> pInstance(pFunction->Clone());
+        // CreateBrush takes the function only where it makes a brush.
         const bool bNew = m_BrushContainer.FindBrush(pInstance->GetClassName()) == nullptr;
         if (m_BrushContainer.CreateBrush(
                 pInstance->GetClassName(), pInstance.get(), TOOL_BRUSH_IMAGE) == nullptr)

@@ -11,10 +11,11 @@
 class CBrushLibrary : public IPluginBrushes
 {
 public:
-    // One function of each kind and its tool brush, in the order in which the panel and files know
-    // them. What cannot be made is logged and left out.
+    // Makes one function of each kind and its tool brush, in the order in which the panel and files
+    // know them. What cannot be made is logged and left out.
     void InitializeFunctionsAndBrushes();
-    // The predefined brushes, or the copy beside their file where a save was interrupted.
+    // Reads the predefined brushes, after taking the copy beside their file back where a save was
+    // interrupted.
     void LoadPredefined();
     // Asks for a name and adds a clone; false without a brush or a host and when cancelled.
     bool AddToPredefined(CTellurBrush* pBrush);

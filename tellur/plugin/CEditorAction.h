@@ -30,7 +30,7 @@ public:
     void SetId(int32_t iId) override { m_Id = iId; }
 
     virtual void SaveAttrib(fs::ifile& file, const CRTTIField* pField);
-    // Counts only for a keyword "attrib"; an unknown field is skipped.
+    // Reads one field from a keyword "attrib". Other keywords and unknown fields are skipped.
     virtual void LoadAttrib(const CTCPARSE_KEYWORD* pKeyword);
 
     // The level's object with that id, borrowed; null without one and before Initialize.

@@ -48,6 +48,7 @@ bool CHeightPick::AddItem(CMenu* pMenu, ViewId view, ViewPoint point)
     {
         return false;
     }
+    // Kept, because Apply is to write what the item says, wherever the cursor is by then.
     PickHeight(view, point, m_PickedHeight);
     const std::string strHeight = FormatNumber(static_cast<double>(m_PickedHeight), 2);
     char szText[128]; // the largest float has 39 digits before the point

@@ -44,6 +44,7 @@ bool CPainting::OpenDialog()
             return false;
         }
         m_p2DDrawDlg = std::move(pDialog);
+        // The user comes first, since the dialog gives it the colour and the shape that follow.
         m_p2DDrawDlg->SetUser(pMode);
         m_p2DDrawDlg->SetExtentPointer(pMode->GetBrushHalfSize());
         m_p2DDrawDlg->LoadColours();
@@ -73,6 +74,7 @@ bool CPainting::SwitchOn(std::string& strWhy)
     const bool bSwitched = m_p2DDrawDlg != nullptr
                                ? m_p2DDrawDlg->PressItem(DRAW_EDIT)
                                : m_Modes.SetMode(m_Modes.GetEditTerrainTypeId(), 0);
+    // The button is disabled while no file is named.
     if (m_p2DDrawDlg != nullptr && !bSwitched)
     {
         strWhy = "there is no bitmap file, name it with paint_bitmap";
@@ -166,6 +168,7 @@ bool CPainting::StepPaint(bool bRedo)
     {
         return false;
     }
+    // The position tells of a step, also of one that changed no texel.
     const uint32_t uPosition = pMode->GetUndoPosition();
     bRedo ? pMode->Redo() : pMode->Undo();
     return pMode->GetUndoPosition() != uPosition;

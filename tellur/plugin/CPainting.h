@@ -32,7 +32,7 @@ public:
     void DestroyDialog();
 
     CModeEditTerrainType* GetMode() const; // the host's; null before it is registered
-    // The mode is current, has a bitmap and is worked by the dialog.
+    // Whether the mode is current, has a bitmap and is worked by the dialog.
     bool IsOn() const;
     // Makes the mode current, by the dialog's button where there is a dialog. strWhy: one line when
     // it fails.

@@ -8,7 +8,7 @@
 class CPanelLink
 {
 public:
-    // The host's; null once it is closed.
+    // The panel that is open, which is the host's; null once it is closed.
     void SetPanel(ITerrainPanel* pPanel) { m_pPanel = pPanel; }
 
     bool IsOpen() const { return m_pPanel != nullptr; }

@@ -83,6 +83,7 @@ uint32_t GetGlobalCommand(uint32_t uCommand)
 void CopyCommandText(int32_t iPlugin, int32_t iCommand, char* pszBuffer)
 {
     const uint32_t uHandle = GetPluginContext()->GetPluginActionHandle();
+    // The plug-in's number stands in the handle as MakeActionHandle puts it there.
     if (pszBuffer == nullptr || iPlugin != static_cast<int32_t>((uHandle >> 8U) & 0x3FU))
     {
         return;

@@ -12,7 +12,7 @@
 class CPluginMenus
 {
 public:
-    // Has the host show them; in this order, each once.
+    // Make toolbar and menu and have the host show them. To be called in this order, each once.
     void CreateToolBar();
     void CreateMenu(IPlugin* pPlugin);
 

@@ -29,13 +29,15 @@ public:
     // Asks the host to make a mode current, or to leave the current one for -1; one logged line
     // when it refuses.
     bool SetMode(int32_t iModeId, int32_t iParameter) const;
-    // One logged line when it is so already.
+    // Switches terraforming on or off; one logged line when it is so already. Switched off, a
+    // notice tells which tool was put away.
     void EnableTerraforming(bool bEnable) const;
     bool IsTerraforming() const; // it is registered and current
 
     bool IsGroupCurrent() const; // the current mode is of the plug-in's group
 
-    // By the name that scripts have for a mode; none for an unknown name. "none" is no mode, -1.
+    // Finds a mode by the name that scripts have for it; nothing for an unknown name. "none" is no
+    // mode, -1.
     std::optional<int32_t> FindMode(const std::string& strName) const;
     // The name of the current mode for scripts; null for one of another plug-in.
     const char* GetCurrentName() const;

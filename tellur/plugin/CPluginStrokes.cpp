@@ -47,6 +47,7 @@ const float* CPluginStrokes::GetPressTile(uint32_t uTileX, uint32_t uTileZ)
 
 bool CPluginStrokes::BeginSmoothing()
 {
+    // What is looked up on the way, cursors and texts, is the plug-in's and not the host's.
     const CResourceScope scope(&GetPluginResources());
     return m_Brush.BeginSmoothing();
 }
@@ -67,6 +68,7 @@ bool CPluginStrokes::DropDrag()
     state.GetSession()->RestoreHeights();
     m_DragStatistics.bLost = true;
     state.DropSession();
+    // Called where memory ran out, so the tiles that wait for the next drag go, too.
     FreeKeptTiles();
     return true;
 }

@@ -128,6 +128,7 @@ bool CPluginTools::TakeTool(const char* pszFunction)
         return false;
     }
     const bool bUp = pBrush != nullptr && IsTerraforming();
+    // A tool that is up already stays as it is.
     if (bUp && (pszFunction == nullptr || HasFunction(*pBrush, pszFunction)))
     {
         return true;
@@ -139,6 +140,7 @@ bool CPluginTools::TakeTool(const char* pszFunction)
     {
         return false;
     }
+    // The brush comes first: the mode is not available without one.
     m_Brush.Set(pTool);
     if (!IsTerraforming())
     {
@@ -207,6 +209,7 @@ void CPluginTools::SetAmount(float fValue)
     const Terrain* pTerrain = GetCurrentTerrain();
     const float fMost = pTerrain != nullptr ? std::fabs(pTerrain->GetSize().y) : std::fabs(fValue);
     CRTTIObject* pObject = pBrush->GetRTTIObject();
+    // Only the one of the two that fits the field's type writes it.
     pObject->SetFieldIntEditor(
         pField, static_cast<int32_t>(std::lround(std::clamp(fValue, 1.0F, MOST_COUNT))));
     pObject->SetFieldFloatEditor(pField, std::clamp(fValue, -fMost, fMost));
@@ -222,6 +225,7 @@ float CPluginTools::SetBrushValue(EBrushValue eValue, float fValue)
     }
     if (IsPainting())
     {
+        // Through the dialog, which shows it, too; its number is half the side.
         if (bExtent && m_Painting.GetDialog() != nullptr)
         {
             m_Painting.GetDialog()->ChooseExtent(ClampExtent(fValue) * 0.5F);

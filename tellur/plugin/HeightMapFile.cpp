@@ -98,6 +98,8 @@ void CheckHeightMapWritable()
     }
 }
 
+// What can fail without a trace comes first: the steps, the memory, the name of the file. Only then
+// the old file goes aside, the new one is written, and the host has it read.
 void ChangeHeightMapResolution(int32_t iVertices)
 {
     const CResourceScope scope(&GetPluginResources());

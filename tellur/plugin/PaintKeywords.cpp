@@ -42,6 +42,7 @@ bool PaintRestore(CTerrain2DDrawDlg& dialog,
                   std::string& strWhy)
 {
     const std::string strFile = GetText(pParam);
+    // Names the file, and refuses while the mode is current, which RestoreBitmap could not stand.
     if (!PaintBitmap(dialog, mode, pParam, strWhy))
     {
         return false;
@@ -128,6 +129,7 @@ bool PaintShare(CTerrain2DDrawDlg& dialog,
                 const CTCPARSE_PARAM* pParam,
                 std::string& /*strWhy*/)
 {
+    // A text that is set by code notifies like a typed one, so this goes the way of the field.
     dialog.SetItemText(eEdit, MakeExactNumber(GetFloatValue(pParam)).c_str());
     return true;
 }

@@ -29,9 +29,11 @@ struct SPaintKeyword
 
 std::span<const SPaintKeyword> GetPaintKeywords();
 
-// What a script needs before it switches painting on: the mode is not available without a shape.
+// Writes what a script needs before it switches painting on: the mode paints nothing without a
+// shape.
 void WritePaintBrush(fs::ifile& file, CModeEditTerrainType& mode);
-// The rest, after it: loading the bitmap sets it anew.
+// Writes the rest, which has to come after painting was switched on: loading the bitmap sets some
+// of it anew.
 void WritePaintState(fs::ifile& file,
                      const CTerrain2DDrawDlg& dialog,
                      const CModeEditTerrainType& mode);

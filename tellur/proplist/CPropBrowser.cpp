@@ -44,7 +44,8 @@ SOffer OfferPointer(const CRTTIField& field, const CRTTIObject& object)
             std::to_string(iId)};
 }
 
-// Of a list, at the element of the row.
+// What a list can become at the element of the row: the object joins it, takes the element's place,
+// changes places with it, or leaves the list.
 std::vector<SOffer> OfferList(const SPropRow& row, const CRTTIObject& object)
 {
     std::vector<SOffer> offers;
@@ -187,6 +188,7 @@ bool CPropBrowser::ChooseObjects(const CRTTI* pClass, PropObjects& picked)
     PropObjects candidates = pEngine != nullptr ? pEngine->GetObjects() : PropObjects();
     std::erase_if(candidates, [pClass](const auto* p) { return !p->FromClass(pClass); });
     CMenu menu;
+    // Identifiers begin at 1, because 0 is the answer when nothing was chosen.
     for (size_t i = 0; i < candidates.size(); ++i)
     {
         menu.InsertItem(

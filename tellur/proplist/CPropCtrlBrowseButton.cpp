@@ -120,6 +120,7 @@ void CPropCtrlBrowseColorButton::DrawItem(const SDrawItem& item)
 void CPropCtrlBrowseColorButton::Browse(bool /*bShift*/)
 {
     uint32_t uColor = m_Color;
+    // The row may have gone while the dialog was open.
     if (!ChooseColor(uColor) || m_bAbandoned)
     {
         return;

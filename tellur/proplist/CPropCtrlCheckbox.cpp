@@ -34,6 +34,7 @@ bool CPropCtrlCheckbox::OnNotify(SNotification& notification)
     {
         return false;
     }
+    // Kept as it always was: different values count as set, so a click makes all of them false.
     const std::string strNew = m_State == CHECK_OFF ? "1" : "0";
     Apply(strNew);
     if (!m_bAbandoned)

@@ -30,6 +30,7 @@ void CPropCtrlComboboxBase::Fill()
 void CPropCtrlComboboxBase::SetValueText(const std::string& strText)
 {
     m_ValueText = strText;
+    // The item of different values comes and goes with them.
     if (m_bUnfilled || m_bWithDifferent != m_Row.bDifferent)
     {
         Fill();

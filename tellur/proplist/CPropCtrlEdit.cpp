@@ -152,6 +152,7 @@ bool CPropCtrlEdit::TakesShortcut(const SKeyEvent& key)
 
 void CPropCtrlEdit::OnSetFocus()
 {
+    // A path shows the macros themselves while somebody edits it.
     if (m_bExpanding && !m_bAbandoned && !IsTyped())
     {
         Show(GetText());

@@ -15,6 +15,7 @@ namespace
 {
 
 constexpr double SPINNER_WIDTH = 0.75; // as SPropEditorPlace
+// Where a field names no step; kept as it always was.
 constexpr double DEFAULT_STEP = 0.125;
 constexpr int OTHER_DIGITS = 10; // of types without a precision of their own
 constexpr int TOP_EDGE = 1;      // where a drag that left at the bottom goes on, and the last row
@@ -83,6 +84,7 @@ std::string CPropCtrlSpinner::FormatValue() const
 
 void CPropCtrlSpinner::Change(int nUnits)
 {
+    // Different values have no number to count from.
     if (!m_Row.bDifferent && nUnits != 0)
     {
         m_Value = ClampValue(*m_Row.pField, m_Value + m_Step * nUnits);
@@ -111,6 +113,7 @@ bool CPropCtrlSpinner::OnLButtonDown(const SMouseEvent& event)
 
 bool CPropCtrlSpinner::OnMouseMove(const SMouseEvent& event)
 {
+    // Over the arrows a press only repeats; outside them it drags.
     if (!m_bDragging || GetClientRect().Contains(event.point))
     {
         return false;

@@ -34,7 +34,7 @@ public:
     // Makes the window, a child of the list. False when it cannot.
     virtual bool CreateEditor() = 0;
     virtual CWindow& GetWindow() = 0;
-    // The row's value has changed, or is shown first.
+    // Shows the row's value, which has changed or comes under edit.
     virtual void SetValueText(const std::string& strText) = 0;
 
     // Hands over what was typed and not yet given to the row.
@@ -51,7 +51,7 @@ public:
     // another.
     virtual void Meet(CPropInPlaceCtrl& /*other*/) {}
 
-    // The row is going away: nothing may be handed over any more.
+    // To be called when the row goes away: nothing may be handed over any more.
     void Abandon() { m_bAbandoned = true; }
 
 protected:
@@ -59,7 +59,7 @@ protected:
 
     const std::string& GetValueText() const { return m_ValueText; }
 
-    // The value to the row, which writes it and tells the other editors.
+    // Hands a value to the row, which writes it and tells the other editors.
     void Apply(const std::string& strText);
 
     const SPropEditorContext m_Context;

@@ -96,6 +96,7 @@ void CPropListCtrl::CreateImages()
     for (size_t i = 0; i < nPixels; ++i)
     {
         const uint8_t* pSource = pImage->GetRawData() + i * 3;
+        // The file has red first, a bitmap has blue first.
         pixels[i * 4] = pSource[2];
         pixels[i * 4 + 1] = pSource[1];
         pixels[i * 4 + 2] = pSource[0];
@@ -230,6 +231,7 @@ void CPropListCtrl::OpenMenu(SPropRow& row, SScreenPoint at)
 
 bool CPropListCtrl::TranslateKey(const SKeyEvent& key)
 {
+    // Where the way through the editors ends, the key is left to the window system.
     return key.uKey == KEY_TAB && !key.bControl && !key.bAlt && m_Editing.MoveFocus(key.bShift);
 }
 

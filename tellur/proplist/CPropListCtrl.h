@@ -22,8 +22,9 @@ class CPropListCtrl : public CListCtrl, public IEditorRegistryObject, private IP
 public:
     void SetUser(IPropListCtrlUser* pUser) { m_Model.SetUser(pUser); } // borrowed
 
-    // Under the current user's hive; empty: widths are not kept. Makes the columns when they are
-    // not there yet, so that the key's widths are what the grid starts with.
+    // Names the key under the current user's hive that keeps the widths; empty: they are not kept.
+    // Makes the columns when they are not there yet, so that the key's widths are what the grid
+    // starts with.
     void SetRegistryKeyPath(const char* pszPath);
     // The rows are made anew unless the objects are the same, whose values are then shown again.
     void SetObjects(const PropObjects& objects);
@@ -45,7 +46,8 @@ public:
                          int iElement);
     bool ChooseObjects(const CRTTI* pClass, PropObjects& picked);
 
-    // Of the row whose menu was opened last: what its pointers point to, else the edited objects.
+    // The objects that the menu is about which was opened last: what the pointers of its row point
+    // to, else the edited objects.
     PropObjects GetMenuObjects() const { return m_Menu.GetObjects(); }
 
 protected:

@@ -78,6 +78,7 @@ PropRows CPropRowBuilder::Build(const PropObjects& objects)
 
 SPropRow& CPropRowBuilder::AddRow(CRTTIField* pField, int iElement, const PropObjects& objects)
 {
+    // Each row is an object of its own, so a reference stays good while others are added.
     m_Rows.push_back(std::make_shared<SPropRow>());
     SPropRow& row = *m_Rows.back();
     row.pField = pField;
@@ -86,10 +87,13 @@ SPropRow& CPropRowBuilder::AddRow(CRTTIField* pField, int iElement, const PropOb
     return row;
 }
 
+// A row's key is the way to it: "/" before a category, "." before a field, "#" before a part. So it
+// is the same for other objects with the same fields.
 void CPropRowBuilder::AddFields(const PropObjects& objects, int iDepth, const std::string& strKey)
 {
     for (CRTTIObject* pObject : objects)
     {
+        // What lies on the way here: a pointer back to it is not followed.
         m_Path.insert(pObject);
     }
     for (const auto& [strCategory, fields] : GroupFields(objects))

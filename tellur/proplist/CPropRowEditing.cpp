@@ -29,6 +29,7 @@ void CPropRowEditing::MakeEditors(SPropRow& row)
     editors.resize(kinds.size());
     for (size_t i = 0; i < kinds.size(); ++i)
     {
+        // An editor whose window could not be made is tried again the next time.
         if (editors[i] == nullptr && kinds[i].pFits(row))
         {
             auto pEditor = kinds[i].pMake(m_Context, row, m_NextEditorId++);
@@ -113,12 +114,14 @@ void CPropRowEditing::Begin(SPropRow* pRow)
     {
         return;
     }
+    // End may bring other rows, and then nothing else keeps this one.
     const std::shared_ptr<SPropRow> pKept = pRow != nullptr ? pRow->shared_from_this() : nullptr;
     End();
     if (pRow == nullptr)
     {
         return;
     }
+    // What End handed over may have brought other rows.
     if (!m_Context.model.HasRow(*pRow))
     {
         SPropRow* pNow = m_Context.model.FindAgain(*pRow);
@@ -141,6 +144,7 @@ void CPropRowEditing::Begin(SPropRow* pRow)
     {
         for (CPropInPlaceCtrl* pOther : editors)
         {
+            // Whatever their order: arrows look for the edit beside them.
             if (pOther != pEditor)
             {
                 pEditor->Meet(*pOther);
@@ -172,6 +176,7 @@ void CPropRowEditing::End()
     }
     for (CPropInPlaceCtrl* pEditor : editors)
     {
+        // Only hidden: the editors of a row are used again when it comes under edit again.
         m_Context.list.RemoveFromCell(pEditor->GetWindow());
     }
 }
@@ -189,6 +194,8 @@ void CPropRowEditing::Focus(SPropRow& row, bool bLast)
     }
 }
 
+// Inside the row first, then from the list into the row, then on to a row that has an editor for
+// the keyboard.
 bool CPropRowEditing::MoveFocus(bool bBack)
 {
     const std::vector<CPropInPlaceCtrl*> way =

@@ -31,18 +31,20 @@ public:
     void End();
     // Selects the row and brings it under edit, with the keyboard in its first or last editor.
     void Focus(SPropRow& row, bool bLast);
-    // To the next editor, or the one before, also of another row. False where there is none: the
-    // keyboard is then at the list itself and goes on from there.
+    // Moves the keyboard to the next editor, or to the one before, also of another row. False where
+    // there is none: the keyboard is then at the list itself and goes on from there.
     bool MoveFocus(bool bBack);
     bool HasFocus(const SPropRow& row) const; // any editor of it
 
     // Lays the editors over the cell as it is now.
     void Place();
-    // The value of a row was read again. pSender: shows it already, may be null.
+    // Lets the editors of a row show its value, which was read again. pSender: the one that shows
+    // it already, may be null.
     void ShowValue(const SPropRow& row, const CPropInPlaceCtrl* pSender);
 
-    // The list has other rows: nothing is under edit, the windows of all editors end. The editors
-    // themselves wait, since one of them may be at work, with a dialog of its own still open.
+    // To be called when the list has other rows: nothing is under edit then, and the windows of all
+    // editors end. The editors themselves wait, since one of them may be at work, with a dialog of
+    // its own still open.
     void LetGo();
     // Deletes the editors that wait. None of them may be at work.
     void Forget();

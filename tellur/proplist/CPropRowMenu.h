@@ -17,8 +17,8 @@ public:
     // happens without a user. The row may be gone afterwards.
     void Open(const SPropRow& row, SScreenPoint at);
 
-    // Of the row whose menu was opened last, whom its commands are about: see
-    // SPropRow::FindTargets. None when the row is gone.
+    // The objects that the commands of the menu are about which was opened last: see
+    // SPropRow::FindTargets. None when its row is gone.
     PropObjects GetObjects() const;
 
 private:

@@ -30,6 +30,7 @@ void CPropRowModel::SetObjects(const PropObjects& objects)
     m_Classes = std::move(classes);
     if (m_nWriting > 0)
     {
+        // A value is on its way out of a row, which has to live until it is written.
         m_bRowsLater = true;
         return;
     }
@@ -52,6 +53,7 @@ void CPropRowModel::RefreshValues()
         m_bReadLater = true;
         return;
     }
+    // Pointers may lead elsewhere by now, and rows below them may be of objects that are gone.
     if (IsStale())
     {
         MakeRows();
@@ -110,6 +112,8 @@ std::string CPropRowModel::GetShownText(const SPropRow& row) const
     return ::GetShownText(*row.pField, row.iElement, row.objects.front(), m_pUser);
 }
 
+// While a user writes a value, SetObjects and RefreshValues are only noted, because the row is
+// still at work. They are made up for afterwards.
 void CPropRowModel::SetValue(SPropRow& row,
                              const std::string& strText,
                              const CPropInPlaceCtrl* pSender)
@@ -138,6 +142,7 @@ void CPropRowModel::SetValue(SPropRow& row,
     ReadRow(row, pSender);
     for (const auto& pOther : m_Rows)
     {
+        // A field has several rows where its parts have some, too.
         const bool bSame = pOther->pField == row.pField && pOther->objects == row.objects;
         if (bWrite && pOther.get() != &row && (bSame || m_bReadLater))
         {
@@ -150,6 +155,7 @@ void CPropRowModel::SetWholeField(const SPropRow& row, const std::string& strTex
 {
     if (m_pUser != nullptr && row.pField != nullptr)
     {
+        // A copy of the objects, because the row may go on the way.
         m_pUser->SetFieldValue(row.pField, strText.c_str(), PropObjects(row.objects));
         RefreshValues();
     }

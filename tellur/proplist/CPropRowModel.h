@@ -20,7 +20,7 @@ class CPropRowModel
 public:
     explicit CPropRowModel(IPropRowView& view); // borrowed, as long as the model lives
 
-    // Borrowed; null, as at first: nothing is written.
+    // Sets whom values are written through, borrowed. With null, as at first, nothing is written.
     void SetUser(IPropListCtrlUser* pUser) { m_pUser = pUser; }
 
     IPropListCtrlUser* GetUser() const { return m_pUser; }
@@ -43,8 +43,8 @@ public:
 
     bool HasRow(const SPropRow& row) const { return FindAgain(row) == &row; }
 
-    // Of a row with others below it. Stays so for the rows of the same fields of other objects. The
-    // view is not told.
+    // Opens or closes a row that has others below it. It stays so for the rows of the same fields
+    // of other objects. The view is not told.
     void SetOpen(SPropRow& row, bool bOpen);
 
     // The value as a person reads it.

@@ -57,6 +57,7 @@ bool CPropValueWriter::WriteOne(CRTTIObject& object,
     if (pClass != nullptr && pClass->IsDerivedFrom(pPointed))
     {
         std::unique_ptr<CRTTIObject> pNew(pClass->Create());
+        // A user's SetFieldValue does not tell the element, so Write has noted it.
         const int iAdopted = iElement >= 0 ? iElement : m_iWritten;
         if (pNew != nullptr && object.AdoptObject(&field, iAdopted, pNew.get()))
         {

@@ -42,8 +42,8 @@ public:
     virtual EngineHost* GetEngineHost() = 0; // null: there are no objects and no text macros
     virtual EditorHost* GetEditorHost() = 0; // null: nothing can be browsed for
     virtual std::string GetObjectName(const CRTTIObject* pObject, int32_t iId) = 0;
-    // A command of the menu that the list cannot carry out itself was chosen:
-    // EPropCommand, or one of the user's own. CPropListCtrl::GetMenuObjects tells whom it is about.
+    // A command of the menu that the list cannot carry out itself was chosen: EPropCommand, or one
+    // of the user's own. CPropListCtrl::GetMenuObjects tells whom it is about.
     virtual void Notify(uint32_t uCommand) = 0;
     // Whether it carries out the commands on objects (select, make public, delete). The list offers
     // none of them otherwise.

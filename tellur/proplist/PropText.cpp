@@ -124,6 +124,7 @@ GetValueText(const CRTTIField& field, int iElement, const CRTTIObject* pObject)
     if (field.GetType() == RTTI_FLAGS)
     {
         const uint32_t uBits = GetFlagBits(field, iElement);
+        // An entry may stand for several bits and counts as set when all of them are.
         return uBits != 0 && (GetFlags(field, pObject) & uBits) == uBits ? "1" : "0";
     }
     const std::vector<std::string> words = SplitWords(field.ToString(pObject));

@@ -34,12 +34,12 @@ std::string
 GetShownText(const CRTTIField& field, int iElement, CRTTIObject* pObject, IPropListCtrlUser* pUser);
 std::string GetObjectText(const CRTTIObject* pObject, IPropListCtrlUser* pUser);
 
-// Numbers of the text that are outside the field's limits brought to the limit. Anything else stays
-// as it is.
+// The text with its numbers brought inside the field's limits. A text that does not consist of
+// numbers stays as it is.
 std::string ClampText(const CRTTIField& field, const std::string& strText);
 
-// What was typed with a point for each comma and without a plus in front, where that makes numbers
-// of it and the field holds such.
+// The text that was typed with a point for each comma and without a plus in front, where that makes
+// numbers of it and the field holds fractions; else as it was typed.
 std::string PutPoints(const CRTTIField& field, const std::string& strTyped);
 
 // The number inside the limits that the field has.

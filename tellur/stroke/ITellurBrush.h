@@ -37,7 +37,8 @@ public:
     virtual const char* GetName() const = 0;       // null when it has none
     virtual ITellurBrush* Clone() const = 0;       // owned by the caller
 
-    // Handed on to the function; 0 with one logged line without one.
+    // The steps of a drag are handed on to the function. Without one they answer 0, with one logged
+    // line.
     virtual int
     Start(ITerrainModification* pModification, ViewId view, uint32_t uFlags, ViewPoint point) = 0;
     virtual int
@@ -93,7 +94,8 @@ public:
     // Sets the weights of the set from shape, power and hardness.
     virtual void CalculateWeights(CVertDataSet& set, const SVec3& center) = 0;
 
-    // The same in numbers. False where they do not tell all: without an image, with a mask.
+    // Tells in numbers what CalculateWeights goes by. False where numbers do not tell all of it:
+    // without an image, with a mask.
     virtual bool GetShape(SBrushShape& /*shape*/) const { return false; }
 
     virtual bool Save(fs::ifile& file, int iIndent) const = 0;

@@ -51,7 +51,7 @@ public:
     virtual bool IsInProgress() const = 0;
     virtual int OnMouseMove(
         ViewId view, uint32_t uFlags, ViewPoint point, uintptr_t uExtra1, uintptr_t uExtra2) = 0;
-    // The function's own preview. True when it drew one.
+    // Draws the function's own preview during the drag. True when it drew one.
     virtual bool Render(const SVec3* pPickedPoint) = 0;
 
     virtual SExtents& GetExtents(SExtents& extents) const = 0;
@@ -63,7 +63,9 @@ public:
     virtual float GetYSize() const = 0; // the height limit
     virtual float GetZSize() const = 0;
 
-    // -1 for indices outside the buffers or without buffers, with one logged line.
+    // Heights of single vertices: -1 for indices outside the buffers and without buffers, with one
+    // logged line. SetDstHeight is kept as it always was: it writes another element than the one at
+    // (iX, iZ), and functions change heights by SetVerts or RunPoint alone.
     virtual float GetSrcHeight(int iX, int iZ) const = 0;
     virtual void SetDstHeight(int iX, int iZ, float fHeight) = 0;
     virtual float GetDstHeight(int iX, int iZ) const = 0;
@@ -74,9 +76,10 @@ public:
     // source or destination heights. set: the caller's.
     virtual void GetVerts(const SExtents& box, CVertDataSet& set) = 0;
     virtual void GetDstVerts(const SExtents& box, CVertDataSet& set) = 0;
-    // The one way by which heights change: merges the set by the function's rule, clamps to 0 and
-    // the height limit, writes the destination buffer and shows it on the terrain. Nothing without
-    // a terrain or a function, with one logged line, and after GiveUp.
+    // Heights change by this operation or by RunPoint, which does the same: merges the set by the
+    // function's rule, clamps to 0 and the height limit, writes the destination buffer and shows it
+    // on the terrain. Nothing without a terrain or a function, with one logged line, and after
+    // GiveUp.
     virtual std::optional<SMergeResult> SetVerts(CVertDataSet& set, ITellurFunction* pFunction) = 0;
 
     // GetVerts or GetDstVerts, weights, function and SetVerts in one pass, with the same bits.
