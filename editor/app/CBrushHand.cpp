@@ -151,6 +151,7 @@ bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
     m_Function = m_pTools->GetFunctionName();
     m_Old = m_pTools->GetBrushValue(value.eValue);
     m_From = m_Old;
+    // Where the cursor is not in the view, its first move there is the beginning.
     m_Start = m_Input.IsInside() ? std::optional<QPointF>(m_At) : std::nullopt;
     m_Typed.clear();
     m_NoteTimer.start();
@@ -160,6 +161,7 @@ bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
 
 bool CBrushHand::Release(const QKeyEvent& event)
 {
+    // By its place on the keyboard: with another modifier the same key may have another sign.
     const bool bSame =
         event.nativeScanCode() != 0 ? event.nativeScanCode() == m_ScanCode : event.key() == m_Key;
     if (!IsHeld() || !bSame || event.isAutoRepeat())
@@ -217,11 +219,14 @@ bool CBrushHand::Move(const QPointF& position)
         End();
         return false;
     }
+    // As long as a number is being typed the mouse changes nothing; it then goes on from where it
+    // is.
     if (!m_Start || !m_Typed.isEmpty())
     {
         m_Start = position;
         return true;
     }
+    // To the right and upwards is more.
     const double fPixels = position.x() - m_Start->x() - (position.y() - m_Start->y());
     if (IsShare(m_pValue->eValue))
     {

@@ -55,6 +55,7 @@ void CDocumentActions::New()
         m_Editor.GetDocument().New(dialog.GetCells(), dialog.GetSize(), dialog.GetHeight());
     if (m_Questions.Report(bMade, "The level cannot be made."))
     {
+        // Only now is the level before really gone.
         m_Editor.GetAutosave().Remove();
         m_OnLevel();
     }
@@ -80,6 +81,7 @@ bool CDocumentActions::OpenFile(const std::string& strPath)
     {
         return false;
     }
+    // What an interrupted run has left of this level may come in place of its file.
     if (m_Recovery.OfferOf(strPath))
     {
         m_Editor.GetRecentFiles().Add(

@@ -24,8 +24,8 @@ public:
 
     QWidget& GetWindow() { return m_Window; } // for more to ask
 
-    // Empty when the person has cancelled. What dialogs ask that name a file to write is asked,
-    // too.
+    // Asks for a file and answers its path, empty when the person has cancelled. For a file to
+    // write, it also asks about one that would be replaced.
     std::string AskForFile(bool bSave, const QString& strTitle, const QString& strFilter);
     // Where such dialogs start.
     std::string GetSaveFolder() const;

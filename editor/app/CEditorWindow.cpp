@@ -150,6 +150,7 @@ bool CEditorWindow::ShowProgress(const char* pszWhat, float fDone)
     {
         m_pLayout->GetProcesses().ShowProgress(fDone);
     }
+    // Work that is under way when the process is told to end is cancelled.
     return !m_bLeaving && m_Progress.Report(this, pszWhat, fDone);
 }
 
@@ -181,6 +182,7 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
 
 void CEditorWindow::ShowState()
 {
+    // However many events ask for it, the state is shown once, when the event loop turns.
     if (!m_StateTimer.isActive())
     {
         m_StateTimer.start(0);

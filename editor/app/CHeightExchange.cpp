@@ -67,6 +67,8 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
     {
         return false;
     }
+    // Heights for the open level are a step that undo takes back; only a new level asks about
+    // changes.
     const EImportAs eAs = dialog.GetTarget();
     if (eAs == EImportAs::NewLevel && !m_MayLeave())
     {

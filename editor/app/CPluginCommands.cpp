@@ -101,6 +101,7 @@ void CPluginCommands::SendAction(int32_t iAction)
 {
     CEditorHost& host = m_Editor.GetHost();
     const ViewId view = m_Views.GetActiveId();
+    // Asked before the action, which may leave the mode.
     const bool bInMode =
         host.GetModes().GetCurrentModeId() != NO_MODE && m_Editor.GetPlugin() != nullptr;
     host.GetInput().SendAction(view, iAction, 1);

@@ -67,6 +67,8 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
     if (!bGoOn)
     {
         m_bCancelled = true;
+        // Who began the work asks for this before the event loop turns; later it would be taken for
+        // the answer to other work.
         m_Forget.start(0);
         m_Since.invalidate();
         m_pDialog.reset();

@@ -37,6 +37,7 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
         return EScriptEnd::Unusable;
     }
     CScriptCursor cursor;
+    // While the script is played, keys and picked points are the script's and not the person's.
     m_Face.SetScript(&cursor);
     CScriptPlayer player(m_Editor.GetHost(),
                          cursor,

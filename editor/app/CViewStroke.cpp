@@ -68,6 +68,7 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     m_Flags = uFlags;
     m_HereX = fX;
     m_HereY = fY;
+    // Cancel tells by this state whether the stroke has left a record.
     m_StateBefore = m_Host.GetUndoStack().GetStateId();
     m_bSmoothing = bSmooth && m_Strokes != nullptr && m_Strokes->BeginSmoothing();
     const float fSpacing = m_Strokes != nullptr ? m_Strokes->GetStrokeSpacing() : 0.0F;
@@ -89,6 +90,8 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     const SStrokePoint press = m_Sampler.Press(fX, fY);
     m_PressHit = m_LastGround = bJoint ? from : press.hit;
     m_bPressHit = m_bLastGround = bJoint || press.bHit;
+    // A stroke that joins the one before begins at the end of that one: the plug-in gets this
+    // ground when it asks what the press has hit.
     m_pSentGround = bJoint ? &from : nullptr;
     SendAt(fX,
            fY,
@@ -248,6 +251,7 @@ bool CViewStroke::Cancel()
     }
     if (bTerraforming && m_Host.GetUndoStack().GetStateId() != m_StateBefore)
     {
+        // What was taken back must not come again by redo.
         m_Host.Undo();
         m_Host.GetUndoStack().DropRedo();
     }
@@ -347,6 +351,7 @@ bool CViewStroke::Pick(ViewPoint point, SVec3& hit) const
         hit = *m_pSentGround;
         return true;
     }
+    // Events have whole pixels. Where the last one was inside its pixel is known here.
     float fX = GetMiddle(point);
     float fY = GetMiddle(point >> 16U);
     if (point == CModeManager::PackPoint(GetPixel(m_SentX), GetPixel(m_SentY)))

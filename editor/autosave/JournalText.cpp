@@ -122,6 +122,8 @@ bool ReadJournal(const std::string& strFile, SJournal& journal)
     {
         return false;
     }
+    // Each mark has the next number and the checksum of its own part. The first part whose mark
+    // does not fit was cut off, and nothing behind it counts.
     journal.bContinues = strLeft.starts_with(CONTINUES);
     size_t nStep = 0;
     do

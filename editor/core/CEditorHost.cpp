@@ -26,6 +26,7 @@ std::string GetText(const char* pszText)
     return pszText != nullptr ? pszText : "";
 }
 
+// For what is kept for this run alone, until a program names a folder of its own.
 std::string GetTemporaryFolder()
 {
     std::error_code error;
@@ -97,6 +98,8 @@ bool CEditorHost::SaveSettings()
 void CEditorHost::DestroyPluginObjects()
 {
     m_Input.ForgetDrag();
+    // Modes, undo records and processes are code of the plug-in's library, so all of them go before
+    // it.
     m_Modes.DestroyModes();
     m_History.GetStack().Clear();
     m_Registry.Clear();

@@ -54,6 +54,7 @@ void CHeightStore::Put(SHeightField&& field, CScratchFolder& folder)
         Close(); // names of files take memory, too
     }
     m_Field = std::move(field);
+    // The sizes stay here when the heights are in the file.
     if (bWritten)
     {
         m_Field.pHeights.reset();

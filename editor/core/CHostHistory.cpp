@@ -40,6 +40,7 @@ void CHostHistory::Add(CUndo* pUndo, std::string strText)
 
 bool CHostHistory::Undo()
 {
+    // A step may need memory: one that has replaced the terrain reads the other one.
     bool bUndone = false;
     m_Input.Guard("CEditorHost::Undo", [&] { bUndone = m_Stack.Undo(); });
     return bUndone;

@@ -163,6 +163,7 @@ bool CLevelDocument::Open(const char* pszPath)
             return false;
         }
     }
+    // Looked at before they are read, so that a change in between shows later.
     files.NoteHeights(GetFullPath(text.strHeightMap.c_str()));
     if (!ChangeLevel([&] { return m_Host.OpenLevel(text.strHeightMap.c_str()); }))
     {
@@ -190,6 +191,8 @@ bool CLevelDocument::TakeOver(const SLevelText& text,
 
 bool CLevelDocument::ChangeLevel(const std::function<bool()>& change)
 {
+    // The host tells of the other level in the middle of this call, when only the caller knows
+    // which file it comes from.
     m_bOpening = true;
     const bool bChanged = change();
     m_bOpening = false;

@@ -27,7 +27,7 @@ public:
     // Looks at the heights: before they are read, or after this program has written them.
     void NoteHeights(const std::string& strPath) { m_Heights = CFileStamp(strPath); }
 
-    // What is there counts as changed by another hand.
+    // From now on both files count as changed by another hand, whatever is in them.
     void Distrust();
 
     // What a save to these would replace. strConfirmed: what a person has agreed to already.

@@ -68,6 +68,8 @@ std::string CLevelHeights::GetFile(const std::string& strName)
         m_World.GetCEnvironment()->SetSpareName(m_Asked);
     }
     struct stat info = {};
+    // What lies there now is remembered by its node: a plug-in gives the file another name before
+    // it writes, and SecureFile must know it again.
     const bool bThere = ::stat(m_Asked.c_str(), &info) == 0;
     m_AskedDevice = bThere ? info.st_dev : 0;
     m_AskedFile = bThere ? info.st_ino : 0;
@@ -87,6 +89,8 @@ bool CLevelHeights::AddStep(SHeightField&& before, const char* pszText)
 {
     try
     {
+        // Only what comes before Hold can lack memory, so the heights are still here for the way
+        // back.
         std::string strText = pszText;
         auto pStep = std::make_unique<CTerrainStep>(*this);
         pStep->Hold(std::move(before));
@@ -154,6 +158,8 @@ bool CLevelHeights::SecureFile(const char* pszPath, bool bOwn)
     {
         return true;
     }
+    // Cancelling would leave the level without its file: the plug-in has given the old one another
+    // name already.
     m_Whole.emplace();
     if (strPath == GetSpareFile())
     {
@@ -244,6 +250,7 @@ void CLevelHeights::OnReloaded(SHeightField&& before)
                       terrain.GetVerticesZ());
     }
     const bool bAdded = AddStep(std::move(before), szText);
+    // A height map that was just read holds the heights of the present step.
     if (bAdded && *m_World.GetCEnvironment()->GetHeightMapName() != '\0')
     {
         m_FileState = m_Stack.GetStateId();

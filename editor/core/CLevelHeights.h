@@ -46,7 +46,7 @@ public:
     CLevelHeights(const CLevelHeights&) = delete;
     CLevelHeights& operator=(const CLevelHeights&) = delete;
 
-    // Another base; before anything was kept there.
+    // Another base for that folder. Only before anything was kept.
     void SetScratchBase(const std::string& strBase);
 
     // Full path of the height map that the level names. A level without a file has one in the

@@ -45,6 +45,7 @@ bool CModeManager::ActivateMode(int iModeId, int /*iParameter*/)
         return false;
     }
     EndDrag();
+    // The release of a drag may have changed the mode itself, even to the wanted one.
     if (m_CurrentId != iModeId)
     {
         ForceDeactivate();

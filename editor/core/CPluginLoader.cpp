@@ -109,6 +109,8 @@ void CPluginLoader::Unload()
 {
     if (m_Plugin != nullptr)
     {
+        // Stroke, mode and settings come to their end while the plug-in still works; what the host
+        // has of it goes after its last call and before its code.
         m_Host.GetInput().EndDrag();
         m_Host.GetModes().ForceDeactivate();
         m_Host.SaveSettings();

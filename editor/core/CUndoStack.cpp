@@ -66,6 +66,7 @@ void CUndoStack::KeepLimit()
     {
         if (m_Position > 1)
         {
+            // The state behind the record that goes is the oldest one that undo still reaches.
             m_BaseId = m_Records.front().uId;
             ++m_GivenUp;
             --m_Position;

@@ -113,6 +113,7 @@ bool SLevelText::Read(const CTCPARSE_KEYWORD* pFirst)
     {
         return false;
     }
+    // An absolute name takes the place of the folder before it.
     strHeightMap = (std::filesystem::path(strPath).parent_path() / strNamed).lexically_normal();
     return true;
 }

@@ -125,6 +125,7 @@ bool CScriptWriter::WriteDifference(uint64_t& uRevision)
         return true;
     }
     SetSteps(0, 0);
+    // The heights come without a record, so whoever plays the script cannot undo across them.
     size_t nHeights = 0;
     for (const SVertexRect& rect : rects)
     {
@@ -151,6 +152,7 @@ void CScriptWriter::WriteChanges()
     const std::string strState = ReadState();
     if (strState != m_State)
     {
+        // Whoever plays the state makes the brush anew, with no stroke before to go on from.
         m_bFresh = true;
         m_State = strState;
         m_Sink.Append(strState);
@@ -169,6 +171,7 @@ void CScriptWriter::WriteKeys()
 
 void CScriptWriter::OnBeforeEvent(const SHostEvent& event)
 {
+    // The keys as the plug-in will see them: during the event they may be let go.
     m_EventKeys = GetKeys();
     m_PaintedBefore = GetBitmapRevision();
     const bool bPress = event.eKind == EHostEvent::ButtonDown;
@@ -233,6 +236,7 @@ bool CScriptWriter::WriteDrag(const SHostEvent& event)
     const bool bPainting = IsPainting();
     if (event.eKind == EHostEvent::ButtonDown && !bPainting)
     {
+        // Beside the ground the stroke goes on from one that a new brush does not know.
         m_bByHeights = m_bFresh && !event.bHit;
         m_bFresh = m_bByHeights;
     }
@@ -268,6 +272,7 @@ bool CScriptWriter::WriteAction(const SHostEvent& event)
 {
     m_Sink.Append("action( " + std::to_string(event.iAction) + ", " + std::to_string(event.uCount) +
                   " )\n");
+    // The action has changed the brush, and changes the player's in the same way.
     m_State = ReadState();
     if (!m_bDrag)
     {

@@ -34,8 +34,9 @@ public:
     static constexpr uint32_t PATCH_SHIFT = 4;
     static constexpr uint32_t PATCH_CELLS = 1U << PATCH_SHIFT;
 
-    // Another terrain. uTopCells: cells a side of a patch of the top level, a power of two, at
-    // least PATCH_CELLS. Everything is to be updated then.
+    // Begins anew with a terrain of that size, of which nothing is measured yet: everything is to
+    // be updated. uTopCells: cells a side of a patch of the top level, a power of two, at least
+    // PATCH_CELLS.
     void Reset(uint32_t uVerticesX, uint32_t uVerticesZ, uint32_t uTopCells);
 
     // Measures again what lies under changed, each patch once; not where the floor is above level

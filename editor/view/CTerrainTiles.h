@@ -24,8 +24,8 @@ enum class ENormalMaker : uint8_t
 class CTerrainTiles
 {
 public:
-    // Another terrain, without textures so far. ground: its sizes and steps, its heights are not
-    // looked at. uTileCells: per side.
+    // Begins anew with another terrain, whose tiles have no textures yet. ground: its sizes and
+    // steps; its heights are not looked at. uTileCells: per side.
     void Reset(OpenGl& gl,
                const SHeightView& ground,
                uint32_t uTileCells,
