@@ -106,6 +106,7 @@ bool CBrushHand::Press(const QKeyEvent& event)
         const SValue* pValue = FindValue(event);
         return pValue != nullptr && (event.isAutoRepeat() || Begin(*pValue, event));
     }
+    // Another tool has come while the key was held, whose value this is not.
     if (!IsSameTool())
     {
         End();
@@ -190,6 +191,7 @@ void CBrushHand::Type(const QKeyEvent& event)
     }
     else
     {
+        // Some keyboards have the comma in the place of the decimal point.
         m_Typed += event.text() == "," ? QString(".") : event.text();
     }
     Show();

@@ -135,6 +135,7 @@ bool CDocumentActions::Save()
     {
         return SaveAs();
     }
+    // The stroke under the hand is saved as a whole.
     m_Editor.GetHost().GetInput().EndDrag();
     switch (AskToReplace(&m_Questions.GetWindow(), document.FindReplaced()))
     {
@@ -210,6 +211,7 @@ void CDocumentActions::ChooseBitmap()
 
 bool CDocumentActions::MayLeave()
 {
+    // The stroke under the hand is a change, too, once it has ended.
     m_Editor.GetHost().GetInput().EndDrag();
     if (!m_Editor.GetDocument().IsModified())
     {

@@ -48,6 +48,8 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     GetHost().GetObservers().Add(&m_Face.GetEditorFrontEnd());
     GetHost().GetObservers().Add(this);
     setStatusBar(m_pStatus);
+    // Recovering plays steps into the plug-in, so the script runner does it, which comes with the
+    // plug-in.
     m_Documents.GetRecovery().SetRecover([this](const SRecoverable& entry)
                                          { return m_pScripts->Recover(entry); });
     m_StateTimer.setSingleShot(true);
@@ -108,6 +110,7 @@ void CEditorWindow::ShowPlugin()
     m_pViews->Add(EViewKind::Perspective);
     m_pViews->Add(EViewKind::Top);
     m_pLayout->Restore(m_Editor.GetConfigFile(WINDOW_FILE));
+    // While the plug-in was loaded there was no dock for its panel, so it is asked once more.
     if (GetHost().GetSettings().IsPanelOpen())
     {
         m_Editor.GetPlugin()->Activate(true);

@@ -34,6 +34,7 @@ bool CProgressWindow::IsLong(float fDone) const
 
 bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
 {
+    // Another text is another piece of work, also where the one before has not come to its end.
     if (m_What != pszWhat || !m_Since.isValid())
     {
         m_What = pszWhat;

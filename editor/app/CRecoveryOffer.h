@@ -17,7 +17,8 @@ public:
     // onLevel: a level was recovered.
     CRecoveryOffer(CEditor& editor, CDocumentQuestions& questions, std::function<void()> onLevel);
 
-    // What gives a level back; false after a logged line.
+    // Sets what gives a level back, which answers false after a logged line. Before the first
+    // offer.
     void SetRecover(std::function<bool(const SRecoverable&)> recover)
     {
         m_Recover = std::move(recover);

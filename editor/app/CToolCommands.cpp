@@ -219,6 +219,7 @@ void CToolCommands::Say(const QString& strText) const
 
 void CToolCommands::Follow()
 {
+    // Cursor and mark belong to the tool and would else wait for the next move of the mouse.
     m_Host.GetModes().SetModeCursor();
     m_Views.RepeatHover();
     m_Views.RequestFrames();

@@ -13,7 +13,7 @@ public:
     CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events);
 
     CViewWidget* Add(EViewKind eKind); // takes the place at the right
-    // The active one; the last view stays. False then.
+    // Closes the active view. False when it is the last one, which stays.
     bool CloseActive();
 
     CViewWidget* Find(ViewId view) const; // null when there is none

@@ -143,6 +143,7 @@ void CViewInput::Leave()
     m_bInside = false;
     if (m_eGesture == EGesture::None)
     {
+        // This place tells a mode that the cursor has left the view.
         m_Stroke.Hover(-1.0F, -1.0F, m_Flags);
     }
 }

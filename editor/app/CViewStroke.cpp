@@ -370,6 +370,8 @@ bool CViewStroke::Aim(float fX, float fY, SVec3& hit) const
     {
         return m_Navigator.Pick(pTerrain, fX, fY, hit);
     }
+    // A stroke that sculpts aims at the ground of the press: the hill that it raises would come
+    // under the cursor and lead the stroke away from the hand.
     static_assert(CStillGround::TILE == IPluginStrokes::PRESS_TILE);
     const SRay ray = m_Navigator.GetRay(pTerrain, fX, fY);
     return m_Still.PickRay(

@@ -46,7 +46,7 @@ public:
 
     // Ends the stroke and takes it back whole. False when the host had ended the drag.
     bool Cancel();
-    void End(); // as it is now
+    void End(); // the stroke ends and keeps what it has done
 
     bool IsOn() const { return m_bOn; }
 

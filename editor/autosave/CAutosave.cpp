@@ -225,6 +225,8 @@ bool CAutosave::WriteOwnText()
 bool CAutosave::WriteText(const SAutosaveText& text)
 {
     const std::string strFile = GetAutosaveText(m_Stem);
+    // Written beside and then renamed: whoever reads the text finds the old one or the new one,
+    // whole.
     const std::string strTemp = GetAutosaveTextTemp(m_Stem, m_Number);
     const std::string strText = text.Write();
     ::unlink(strTemp.c_str()); // nothing of ours has this name
@@ -349,6 +351,7 @@ void CAutosave::Leave()
     // The stroke under the hand becomes a step of the journal.
     m_Host.GetInput().EndDrag();
     Follow();
+    // Where steps lead from a base to what there is, nothing more is to be written.
     if (IsKeeping() && IsChanged() && m_bNeedsCopy)
     {
         StartCopy();

@@ -70,7 +70,7 @@ public:
                  const FPlayStep& play,
                  size_t& nSteps,
                  std::string& strFault);
-    static void Discard(const SRecoverable& entry); // removes it
+    static void Discard(const SRecoverable& entry); // removes all of its files
 
     // IHostObserver
     void OnBeforeEvent(const SHostEvent& event) override;

@@ -115,6 +115,7 @@ bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
     ReadSteps(entry);
     const std::string& strHeights = entry.text.strHeights;
     const bool bOwn = !entry.text.strStamp.empty();
+    // The steps can only be played on the very heights that they were made on.
     if (bOwn && GetHeightStamp(strHeights) != entry.text.strStamp)
     {
         entry.strFault = entry.text.level.strHeightMap + " is not what it was when they were made";
@@ -124,6 +125,7 @@ bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
     entry.bBitmapSavedSince =
         !entry.text.strBitmap.empty() &&
         IsNewer(fs::root_path(entry.text.strBitmap.c_str()), entry.text.strTexels);
+    // Without its copy the text gives nothing back.
     if (bCopy && ::lstat(strHeights.c_str(), &info) != 0)
     {
         return false;

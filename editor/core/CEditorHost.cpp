@@ -52,6 +52,7 @@ CEditorHost::CEditorHost(IHostFace& face)
               m_Changes,
               GetTemporaryFolder())
 {
+    // A mode that is left gets the release of its drag while it is still current.
     m_Modes.SetDragEnd([this] { m_Input.EndDrag(); });
     m_PaintLayer->SetListener([this] { m_Face.RedrawViews(); });
 }
@@ -296,6 +297,7 @@ void CEditorHost::GetEnvironmentFile(const char* pszClassName,
     {
         *pOut = m_Level.GetHeights().GetFile(*pIn);
     }
+    // The terrain tells CLevelHeights, which makes a step of undo of it.
     else if (eRequest == ENVIRONMENT_RELOAD)
     {
         m_Engine->GetWorld()->ReloadTerrain();

@@ -53,6 +53,7 @@ void CHostInput::SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock
     }
     m_DragView = view;
     m_DragPoint = block;
+    // The undo record that comes with the release counts from here.
     m_Changes.Start();
     SendEvent("CEditorHost::SendButtonDown",
               {.eKind = EHostEvent::ButtonDown, .view = view, .uFlags = uFlags},
@@ -120,6 +121,7 @@ void CHostInput::EndDrag()
 
 void CHostInput::OnNoMemory(const char* pszOperation)
 {
+    // First the drag is given up, which needs no memory and gives some back.
     auto* pStrokes = m_Registry.FindInterface<IPluginStrokes>();
     const bool bDropped = pStrokes != nullptr && pStrokes->DropDrag();
     CrashLog(

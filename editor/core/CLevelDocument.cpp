@@ -31,6 +31,7 @@ STargets GetTargets(const char* pszPath)
     std::filesystem::path path = GetFullPath(pszPath);
     if (path.extension() != LEVEL_EXTENSION)
     {
+        // Looked up once more: a file of the longer name may be there in another spelling.
         path = GetFullPath((path.string() + LEVEL_EXTENSION).c_str());
     }
     const std::filesystem::path heights =
@@ -127,6 +128,7 @@ bool CLevelDocument::New(uint32_t uCells, const SVec3& size, float fHeight)
     const bool bMade = ChangeLevel(
         [&]
         {
+            // The host's new terrain is flat at 0, so only higher ground needs heights of its own.
             if (field.pHeights == nullptr)
             {
                 return m_Host.NewLevel(uCells, size);
@@ -167,6 +169,8 @@ bool CLevelDocument::Open(const char* pszPath)
     files.NoteHeights(GetFullPath(text.strHeightMap.c_str()));
     if (!ChangeLevel([&] { return m_Host.OpenLevel(text.strHeightMap.c_str()); }))
     {
+        // A change of resolution that was cut off leaves the backup alone, which a person may want
+        // back.
         m_MissingHeights = FindHeightBackup(text.strHeightMap).empty() ? "" : text.strHeightMap;
         return false;
     }

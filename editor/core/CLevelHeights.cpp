@@ -154,6 +154,8 @@ bool CLevelHeights::OnBeforeSave(const char* pszPath, bool bOwn)
 bool CLevelHeights::SecureFile(const char* pszPath, bool bOwn)
 {
     const std::string strPath = pszPath != nullptr ? pszPath : "";
+    // Only the path that a plug-in has asked for is the level's file; what else it writes is its
+    // own matter.
     if (bOwn || strPath.empty() || strPath != m_Asked)
     {
         return true;
@@ -199,6 +201,8 @@ void CLevelHeights::OnSaved(const char* pszPath, bool bOwn, bool bDone)
     const bool bPutBack = std::exchange(m_bPutBack, false);
     try
     {
+        // Where the plug-in could not write, its old file has another name by now and gets this one
+        // back.
         const bool bMissing = !bDone && !strBackup.empty() && ::access(pszPath, F_OK) != 0;
         const bool bOther = bMissing ? PutBackFile(strBackup, pszPath) : bPutBack;
         NoteFile(pszPath, bOwn, bDone, bOther || bDone);

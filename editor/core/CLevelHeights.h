@@ -25,7 +25,8 @@ public:
     virtual bool IsTerrainHeld() const = 0; // by a drag that has not ended
     // The terrain is about to be replaced. bByPlugin: from within a call of the plug-in.
     virtual void OnBeforeReplacement(bool bByPlugin) = 0;
-    // It was. bNewStep: the undo stack has a new record of it; else a record took its step.
+    // The terrain was replaced. bNewStep: the undo stack has a new record of it; else a record took
+    // its step.
     virtual void OnReplaced(bool bNewStep) = 0;
 };
 

@@ -93,6 +93,7 @@ bool CPluginLoader::Start(FInitializeMe pInitializeMe)
     }
     m_Plugin->RegisterActions();
     m_Plugin->Initialize();
+    // What the plug-in could not read of its brushes is kept before a save can replace it.
     if (auto* pBrushes = dynamic_cast<IPluginBrushes*>(m_Plugin))
     {
         KeepFaultyBrushes(*pBrushes);

@@ -134,6 +134,8 @@ bool CRecorder::Stop()
 {
     if (m_File >= 0)
     {
+        // The stroke under the hand belongs to the script, and so does a terrain that came after
+        // its last call.
         m_Host.GetInput().EndDrag();
         m_Writer.KeepTerrain();
     }

@@ -111,6 +111,7 @@ void CScriptWriter::KeepTerrain()
     if (m_bStale && m_Sink.KeepTerrain())
     {
         m_bStale = false;
+        // Whoever plays the script has nothing to undo after the call that brings the terrain.
         SetSteps(0, 0);
     }
 }
@@ -131,6 +132,7 @@ bool CScriptWriter::WriteDifference(uint64_t& uRevision)
     {
         nHeights += size_t{rect.uEndX - rect.uMinX} * (rect.uEndZ - rect.uMinZ);
     }
+    // So many heights are better kept as a terrain.
     m_bStale = nHeights > MOST_HEIGHTS;
     std::string strText;
     for (size_t i = 0; i < rects.size() && !m_bStale; ++i)
@@ -287,6 +289,7 @@ void CScriptWriter::WriteMouse(const SHostEvent& event)
     std::string strCall = event.eKind == EHostEvent::ButtonDown ? "press"
                           : bMove                               ? "move"
                                                                 : "release";
+    // The point as the plug-in was told it, so that a replay depends on no camera.
     strCall += event.bHit ? "_at( " + GetPoint(event.hit) : "_miss(";
     if (bMove)
     {
@@ -324,6 +327,7 @@ bool CScriptWriter::WritePaintStep(bool bRedo)
     size_t& nFrom = bRedo ? m_PaintRedos : m_PaintUndos;
     size_t& nTo = bRedo ? m_PaintUndos : m_PaintRedos;
     const uint64_t uPainted = GetBitmapRevision();
+    // With strokes on the bitmap that the script does not have, it would take back another one.
     if (nFrom == 0 || m_Painted != m_PaintedBefore)
     {
         m_PaintUndos = 0; // how many strokes that leaves to take back, nobody says

@@ -29,7 +29,7 @@ public:
 
     bool CanWrite() const { return m_Script != nullptr; } // there is a plug-in that plays scripts
 
-    // And strokes, not only heights and bitmap as they are.
+    // Whether it can write strokes, too, and not only heights and bitmap as they are.
     bool CanWriteStrokes() const { return m_Script != nullptr && m_Tools != nullptr; }
 
     // A script begins with the terrain as it is, and with the bitmap of that revision (0: none).

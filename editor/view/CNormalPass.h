@@ -24,7 +24,8 @@ struct SNormalGround
 class CNormalPass
 {
 public:
-    // False, with one line in strFault.
+    // Makes the program for the context that is current. False, with one line in strFault, when the
+    // driver refuses it.
     bool Make(OpenGl& gl, std::string& strFault);
     void Release(OpenGl& gl);
 

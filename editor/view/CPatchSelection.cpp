@@ -91,6 +91,7 @@ void CPatchSelection::Refine(const SScene& scene)
             }
         }
     }
+    // On top of the heap is always the patch with the worst error on the screen.
     std::make_heap(m_Heap.begin(), m_Heap.end(), less);
     while (!m_Heap.empty())
     {

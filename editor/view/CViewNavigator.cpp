@@ -198,6 +198,7 @@ bool CViewNavigator::Fly(const CTerrain* pTerrain, const SFlyKeys& keys, float f
     {
         return false;
     }
+    // Over ground that rises the camera slides upwards instead of stopping.
     position.y += std::max(fLack, 0.0F);
     m_Camera->SetPosition(position);
     return true;
