@@ -104,6 +104,7 @@ void CHeightExchange::Export()
     {
         return;
     }
+    // The plan says what the export will lose, before anything is written.
     SExportPlan plan;
     if (!m_Questions.Report(PlanLevelExport(m_Editor.GetHost(), strPath.c_str(), {}, plan),
                             "The export cannot be made."))

@@ -65,6 +65,7 @@ void CPluginCommands::ShowContextMenu(QMainWindow& window,
     const ViewPoint point =
         CModeManager::PackPoint(static_cast<int32_t>(std::floor(pView->GetInput().GetX())),
                                 static_cast<int32_t>(std::floor(pView->GetInput().GetY())));
+    // What the plug-ins append is data, from which the shown menu is made.
     CMenu menu;
     for (IPlugin* pPlugin : m_Editor.GetHost().GetRegistry().GetInput())
     {

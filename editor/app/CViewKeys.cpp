@@ -112,6 +112,7 @@ bool CViewKeys::SetStrokeKey(const QKeyEvent& event, bool bDown)
     }
     if (IsHeldKey(m_Keys.FindById(std::string(STROKE_COMMAND) + "smooth"), event))
     {
+        // Not taken: it may be a modifier, which others look at, too.
         m_bSmooth = bDown;
     }
     return bTaken;

@@ -114,6 +114,7 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
 // fSpacing: what the tool asks for.
 void CViewStroke::ChooseSpacing(float fSpacing, float fExtent)
 {
+    // The share is kept and not the length, since the brush may change during the stroke.
     m_SpacingShare = m_bPath ? fSpacing / fExtent : 0.0F;
     const CTerrain* pTerrain = GetTerrain();
     if (m_bPath && m_Settings.iSpacingPercent > 0)
@@ -151,6 +152,7 @@ void CViewStroke::DrawJoint(const SVec3& from, float fX, float fY)
     m_Line.Start(from, from, fSpacing, fSpacing);
     m_Line.Follow(to, [this](const SVec3& point) { SendGround(point); });
     m_Line.Stop();
+    // The line ends at a whole spacing, and the cursor may be a little further.
     SendGround(to);
     m_Sampler.Continue(fX, fY, to);
     m_PressHit = to;

@@ -134,6 +134,7 @@ bool SavePicture(const QPixmap& picture, const std::string& strPath)
 
 int RunOnce(CEditorWindow& window, const SEditorOptions& options)
 {
+    // The first frame shows whether the card can draw at all.
     DrawAll(window);
     if (!window.GetViewFault().isEmpty())
     {

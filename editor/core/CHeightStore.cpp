@@ -81,6 +81,7 @@ bool CHeightStore::Take(SHeightField& field)
         field = std::move(m_Field);
         return true;
     }
+    // Read apart, so that field is as it was when this fails.
     SHeightField read;
     if (!read.Allocate(m_Field.uSizeX, m_Field.uSizeZ))
     {

@@ -35,6 +35,7 @@ void CHostHistory::Add(CUndo* pUndo, std::string strText)
     {
         m_Observers.Tell({.eKind = EHostEvent::UndoAdded});
     }
+    // Another record of the same stroke holds only what changes from here.
     m_Changes.Clear();
 }
 

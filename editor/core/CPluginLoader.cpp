@@ -58,6 +58,7 @@ bool CPluginLoader::Load(const char* pszLibrary)
         CrashLog("[CPluginLoader::Load] no library path\n");
         return false;
     }
+    // With RTLD_NOW a library that lacks a symbol is refused here and fails in no stroke.
     m_Library = dlopen(GetAbsolutePath(pszLibrary).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (m_Library == nullptr)
     {
@@ -77,6 +78,7 @@ bool CPluginLoader::Load(const char* pszLibrary)
     if (!Start(pInitializeMe))
     {
         CrashLog("[CPluginLoader::Load] InitializeMe of %s gave no plug-in\n", pszLibrary);
+        // The plug-in may have handed over something before it failed.
         m_Host.DestroyPluginObjects();
         CloseLibrary();
         return false;

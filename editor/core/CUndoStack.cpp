@@ -88,6 +88,7 @@ bool CUndoStack::Undo()
     while (m_Position > 0)
     {
         CUndo& undo = *m_Records[m_Position - 1].pUndo;
+        // Asked before anything moves: where the step cannot be taken the history stays as it is.
         if (!IsReady(undo))
         {
             return false;

@@ -37,6 +37,7 @@ bool CCoarseGround::Make(OpenGl& gl,
     }
     m_VerticesX = CountVertices(ground.uSizeX, uShift);
     m_VerticesZ = CountVertices(ground.uSizeZ, uShift);
+    // The heights come with the first Follow, which is told that all of them changed.
     m_Heights.resize(size_t{m_VerticesX} * m_VerticesZ);
     m_Shift = uShift;
     m_Tree.Reset(m_VerticesX, m_VerticesZ, uTileCells >> uShift);

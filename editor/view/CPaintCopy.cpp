@@ -70,6 +70,7 @@ uint64_t CPaintCopy::Bind(OpenGl& gl, GLenum eUnit, const CPaintLayer& layer, bo
 
 bool CPaintCopy::Allocate(OpenGl& gl, uint32_t uWidth, uint32_t uHeight)
 {
+    // This also forgets the revision, so that all of the bitmap counts as changed.
     Release(gl);
     m_Width = uWidth;
     m_Height = uHeight;

@@ -284,6 +284,8 @@ CTerrainCopies::BringIn(OpenGl& gl, const CTerrain& terrain, STileState& tile, u
                                            tile.whole.uMinX / m_TileCells,
                                            tile.whole.uMinZ / m_TileCells,
                                            m_Parts);
+    // A tile that is still coming in is drawn from coarse ground and measured once, when all is
+    // there.
     if (tile.bThere)
     {
         for (SVertexRect& part : m_Parts)
@@ -319,6 +321,7 @@ uint64_t CTerrainCopies::FollowCoarse(OpenGl& gl, const CTerrain& terrain)
     {
         if (!tile.bThere)
         {
+            // What is drawn from the coarse ground must not be split further than that ground goes.
             m_Tree.TakeCoarse(m_Coarse.GetTree(),
                               m_Coarse.GetShift(),
                               tile.whole.uMinX / m_TileCells,

@@ -233,6 +233,7 @@ const void* CTerrainTiles::Stage(OpenGl& gl, const SHeightView& ground, const SV
 // Those of all parts. Returns the bytes that were sent.
 uint64_t CTerrainTiles::MakeNormals(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile)
 {
+    // The card makes them from the heights that it has by now, and nothing more is sent.
     if (m_bOnCard)
     {
         m_Pass.Draw(

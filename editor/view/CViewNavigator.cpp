@@ -370,6 +370,7 @@ bool CViewNavigator::FlyTop(const CTerrain* pTerrain, const SFlyKeys& keys, floa
     const float fEast = GetAxis(keys.bLeft, keys.bRight);
     const float fSouth = GetAxis(keys.bForward, keys.bBack);
     const float fOut = GetAxis(keys.bDown, keys.bUp);
+    // As fast on the screen at any scale: half the view's height in a second.
     const SVec3 center = {m_CenterX + fEast * fSeconds * m_HalfHeight,
                           0.0F,
                           m_CenterZ + fSouth * fSeconds * m_HalfHeight};
