@@ -232,6 +232,7 @@ bool CBrushHand::Move(const QPointF& position)
     const double fPixels = position.x() - m_Start->x() - (position.y() - m_Start->y());
     if (IsShare(m_pValue->eValue))
     {
+        // From 1 on a hardness changes nothing more, so the mouse ends there; more can be typed.
         const double fShare = static_cast<double>(m_From) + fPixels / WHOLE_PIXELS;
         Set(RoundShare(static_cast<float>(std::clamp(fShare, 0.0, 1.0))));
     }

@@ -56,6 +56,7 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
         m_pDialog = std::make_unique<QProgressDialog>(
             QString::fromUtf8(pszWhat), "Cancel", 0, STEPS, pParent);
         m_pDialog->setWindowModality(Qt::ApplicationModal);
+        // The dialog would wait for a time of its own.
         m_pDialog->setMinimumDuration(0);
     }
     const bool bCancellable = IsProgressCancellable();

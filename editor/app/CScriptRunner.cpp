@@ -46,6 +46,8 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
                          strPath,
                          [this]
                          {
+                             // A person sees each keyword at work; what is pressed meanwhile waits
+                             // until the script is over.
                              m_Views.RequestFrames();
                              QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
                          });

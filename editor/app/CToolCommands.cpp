@@ -130,6 +130,7 @@ void CToolCommands::Toggle()
         m_Plugin.SendAction(ACTION_TOGGLE_TERRAFORMING);
         return;
     }
+    // The tool that was up last.
     Take(nullptr);
 }
 

@@ -163,6 +163,7 @@ void CScriptWriter::WriteChanges()
 
 void CScriptWriter::WriteKeys()
 {
+    // A script holds its keys until it says others.
     if (!m_bKeys || m_EventKeys != m_Keys)
     {
         m_bKeys = true;
@@ -177,6 +178,7 @@ void CScriptWriter::OnBeforeEvent(const SHostEvent& event)
     m_EventKeys = GetKeys();
     m_PaintedBefore = GetBitmapRevision();
     const bool bPress = event.eKind == EHostEvent::ButtonDown;
+    // The actions behind this one move cameras, which is nothing to the ground.
     const bool bAction = event.eKind == EHostEvent::Action && event.iAction <= ACTION_BRUSH_SMALLER;
     if (bPress && m_bDrag)
     {
@@ -204,6 +206,7 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::ButtonUp:
         return m_bDrag && WriteDrag(event);
     case EHostEvent::Action:
+        // Without a state of the plug-in in the script the action comes with the first one.
         return event.iAction <= ACTION_BRUSH_SMALLER && !m_State.empty() && WriteAction(event);
     case EHostEvent::Undo:
     case EHostEvent::Redo:

@@ -133,6 +133,7 @@ void CStrokeSampler::Move(float fX, float fY, int iWheel)
 void CStrokeSampler::Release(float fX, float fY)
 {
     Move(fX, fY);
+    // Candidates of the last pixel still wait when it has not come to its end.
     Search();
     if (m_IsActive && m_Spacing <= 0.0F && !IsSent())
     {
