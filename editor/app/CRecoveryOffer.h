@@ -24,11 +24,11 @@ public:
         m_Recover = std::move(recover);
     }
 
-    // At the start: everything that can be found, until the person takes something. Says where
-    // recordings are that were cut off, too. True when a level was recovered.
+    // Offers everything that can be found, one by one, until the person takes something; at the
+    // start. Says where recordings are that were cut off, too. True when a level was recovered.
     bool OfferAll();
-    // What there is of the level of that file, also what was put off before. True when it was
-    // recovered.
+    // Offers what there is of the level of that file, also what was put off before. True when it
+    // was recovered.
     bool OfferOf(const std::string& strLevel);
 
 private:

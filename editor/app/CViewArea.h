@@ -29,7 +29,7 @@ public:
     bool CancelStroke(); // true when there was one
     void EndGestures();
 
-    // The camera goes to that side of what its view shows in the middle.
+    // Moves a camera to that side of what its view shows in the middle.
     void LookFrom(CCamera& camera, float fX, float fZ);
 
 private:

@@ -49,10 +49,10 @@ public:
     // As CLevelFiles::GetOutcome, of the last save.
     const std::string& GetSaveOutcome() const { return m_Files.GetOutcome(); }
 
-    // Another level that is not as its files are, and counts as modified. change: makes the host's
-    // level another one, and fills in what is known of the files; false when it could not, and
-    // nothing has happened then. text: what a level file would say; its sizes are the terrain's.
-    // flatHeight: as GetFlatHeight.
+    // Takes another level over that is not as its files are, and counts as modified. change: makes
+    // the host's level another one, and fills in what is known of the files; false when it could
+    // not, and nothing has happened then. text: what a level file would say; its sizes are the
+    // terrain's. flatHeight: as GetFlatHeight.
     bool TakeOver(const SLevelText& text,
                   const std::function<bool(CLevelFiles& files)>& change,
                   std::optional<float> flatHeight = {});

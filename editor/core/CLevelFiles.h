@@ -30,7 +30,8 @@ public:
     // From now on both files count as changed by another hand, whatever is in them.
     void Distrust();
 
-    // What a save to these would replace. strConfirmed: what a person has agreed to already.
+    // Lists what a save to these paths would replace. strConfirmed: what a person has agreed to
+    // already.
     std::vector<SReplacedFile> FindReplaced(const std::string& strPath,
                                             const std::string& strHeightPath,
                                             const std::string& strConfirmed) const;

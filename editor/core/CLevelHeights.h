@@ -54,12 +54,12 @@ public:
     // scratch folder, where a plug-in may write it; it is not the level's and goes with it.
     std::string GetFile(const std::string& strName);
 
-    // Valid heights for the open level (see CTerrain), as one step of the undo stack. strText: what
-    // made them, for a list of steps.
+    // Replaces the heights of the open level by other valid ones (see CTerrain), as one step of the
+    // undo stack. strText: what made them, for a list of steps.
     void Replace(SHeightField&& field, const std::string& strText);
 
-    // The level is another one, or its file was written or read by the program itself: the file
-    // holds the present state of the undo stack.
+    // To be called when the level is another one, or its file was written or read by the program
+    // itself: the file then holds the present state of the undo stack.
     void SetSaved();
 
     // The state of the undo stack whose heights the level's file holds; none: of no state.

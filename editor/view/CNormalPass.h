@@ -32,7 +32,7 @@ public:
     // Whether the card draws into such textures.
     bool CanDraw(OpenGl& gl, GLuint uNormals);
 
-    // The normals of the vertices in changed, which lie in the tile, in all levels.
+    // Draws the normals of the vertices in changed, which lie in the tile, in all levels.
     void Draw(OpenGl& gl,
               const SNormalTile& tile,
               const SNormalGround& ground,

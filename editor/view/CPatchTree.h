@@ -47,7 +47,7 @@ public:
     // level and of those below it, down to level uShift. Its top patches lie as the ones here.
     void TakeCoarse(const CPatchTree& coarse, uint32_t uShift, uint32_t uTopX, uint32_t uTopZ);
 
-    // The finest level that is known under a patch of the top level.
+    // Sets the finest level that is known under a patch of the top level.
     void SetFloor(uint32_t uTopX, uint32_t uTopZ, uint32_t uLevel)
     {
         m_Floors[size_t{uTopZ} * m_Levels.back().uCountX + uTopX] = static_cast<uint8_t>(uLevel);

@@ -32,7 +32,7 @@ public:
                ENormalMaker eMaker = ENormalMaker::Best);
     void Release(OpenGl& gl);
 
-    // The textures of one tile; nothing is in them yet. False when the card has no room.
+    // Makes the textures of one tile, with nothing in them yet. False when the card has no room.
     bool MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ);
 
     // Brings one tile up to date: the heights of the vertices in changed, which may lie one vertex
