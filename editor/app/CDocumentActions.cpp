@@ -180,6 +180,7 @@ bool CDocumentActions::SaveAs()
     while (eAnswer == EReplaceAnswer::Elsewhere)
     {
         strPath = m_Questions.AskForFile(true, "Save level as", "Levels (*.level)");
+        // The dialog has asked about this very name already.
         eAnswer = strPath.empty() ? EReplaceAnswer::Cancel
                                   : AskToReplace(&m_Questions.GetWindow(),
                                                  document.FindReplaced(strPath.c_str(), true));

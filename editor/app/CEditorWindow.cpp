@@ -75,6 +75,7 @@ CEditorHost& CEditorWindow::GetHost()
 
 SViewEvents CEditorWindow::MakeViewEvents()
 {
+    // Which view is active is the area's to note.
     return {[](ViewId) {},
             [this](ViewId) { ShowState(); },
             [this](ViewId view, QPoint screen) { m_pMenus->ShowContextMenu(view, screen); },

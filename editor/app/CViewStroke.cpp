@@ -57,6 +57,7 @@ const CTerrain* CViewStroke::GetTerrain() const
 
 template <typename TSend> void CViewStroke::SendAt(float fX, float fY, TSend send)
 {
+    // Known before it is sent: from within the call the plug-in picks the ground there.
     m_SentX = fX;
     m_SentY = fY;
     send();

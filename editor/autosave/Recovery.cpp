@@ -151,6 +151,8 @@ public:
         std::string strFile;
         if (const std::optional<bool> bOther = IsOtherBitmap(strStep, strFile))
         {
+            // The note stands before the call that loads the bitmap; until the next one all is
+            // painted on it.
             m_bChanged = *bOther;
             if (m_bChanged)
             {

@@ -47,7 +47,8 @@ public:
 
     // Whether the plug-ins are at an event of the mouse at present.
     bool IsMouseEvent() const;
-    // What a plug-in is told of the ground under the cursor becomes a part of the event it is at.
+    // Makes what a plug-in is told of the ground under the cursor a part of the event that it is
+    // at.
     void NoteHit(const SVec3& hit);
 
     // Does work that calls plug-ins or needs much memory. False, with one logged line that begins

@@ -148,6 +148,7 @@ bool CLevelDocument::Open(const char* pszPath)
 {
     const std::string strPath = GetFullPath(pszPath);
     SLevelText text;
+    // What is known of the files becomes the document's own only when the level is open.
     CLevelFiles files;
     text.strHeightMap = strPath;
     m_MissingHeights.clear();

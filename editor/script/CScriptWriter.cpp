@@ -102,6 +102,7 @@ uint64_t CScriptWriter::GetBitmapRevision() const
 
 bool CScriptWriter::CanSculpt() const
 {
+    // Without a tool a press does nothing that a script would have to say.
     return m_Tools != nullptr && (m_Tools->IsTerraforming() || m_Tools->IsPainting()) &&
            !m_Tools->GetFunctionName().empty();
 }

@@ -107,6 +107,7 @@ void CNormalTexels::Make(const SHeightView& ground,
     {
         uint32_t* pRow = m_Normals.data() + (z - m_Block.uMinZ) * nWidth;
         CVectorLoop<MakeRow>::Run(ground, z, uMinX, uEndX, pRow + (uMinX - m_Block.uMinX));
+        // At the terrain's border a vertex has a neighbour on one side only.
         if (m_Block.uMinX == 0)
         {
             pRow[0] = MakeNormal(ground, 0, z);

@@ -85,6 +85,7 @@ void CPatchTree::SLevel::Wait(uint32_t uIndex)
 uint32_t CPatchTree::CountSideBySide(const SLevel& level, size_t nFrom)
 {
     const uint32_t uFirst = level.stale[nFrom];
+    // A strip ends with its row of patches.
     const uint32_t uMost = std::min(PATCH_STRIP, level.uCountX - uFirst % level.uCountX);
     uint32_t uCount = 1;
     while (uCount < uMost && nFrom + uCount < level.stale.size() &&

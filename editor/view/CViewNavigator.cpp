@@ -122,6 +122,7 @@ void CViewNavigator::Pan(const CTerrain* pTerrain, float fX, float fY)
         MoveTo(pTerrain, AddScaled(m_Grabbed, ray.direction, -fDistance));
         return;
     }
+    // In a top view all rays are parallel, so the centre moves as far as the cursor, the other way.
     const SVec3 center = AddScaled(Subtract(m_Grabbed, ray.origin), view.position, 1.0F);
     if (IsUsable(center))
     {
