@@ -31,6 +31,8 @@ void CAutosaveTimer::TakeTurn()
     {
         m_Timer.stop();
     }
+    // A timer that runs is left alone: started anew by each event, it would never come to its end
+    // while the user works.
     else if (!m_Timer.isActive() || m_Timer.interval() != iPause)
     {
         m_Timer.start(iPause);

@@ -106,6 +106,7 @@ bool CBrushHand::Press(const QKeyEvent& event)
         const SValue* pValue = FindValue(event);
         return pValue != nullptr && (event.isAutoRepeat() || Begin(*pValue, event));
     }
+    // Another tool has come while the key was held, whose value this is not.
     if (!IsSameTool())
     {
         End();
@@ -151,6 +152,7 @@ bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
     m_Function = m_pTools->GetFunctionName();
     m_Old = m_pTools->GetBrushValue(value.eValue);
     m_From = m_Old;
+    // Where the cursor is not in the view, its first move there is the beginning.
     m_Start = m_Input.IsInside() ? std::optional<QPointF>(m_At) : std::nullopt;
     m_Typed.clear();
     m_NoteTimer.start();
@@ -160,6 +162,7 @@ bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
 
 bool CBrushHand::Release(const QKeyEvent& event)
 {
+    // By its place on the keyboard: with another modifier the same key may have another sign.
     const bool bSame =
         event.nativeScanCode() != 0 ? event.nativeScanCode() == m_ScanCode : event.key() == m_Key;
     if (!IsHeld() || !bSame || event.isAutoRepeat())
@@ -188,6 +191,7 @@ void CBrushHand::Type(const QKeyEvent& event)
     }
     else
     {
+        // Some keyboards have the comma in the place of the decimal point.
         m_Typed += event.text() == "," ? QString(".") : event.text();
     }
     Show();
@@ -217,14 +221,18 @@ bool CBrushHand::Move(const QPointF& position)
         End();
         return false;
     }
+    // As long as a number is being typed the mouse changes nothing; it then goes on from where it
+    // is.
     if (!m_Start || !m_Typed.isEmpty())
     {
         m_Start = position;
         return true;
     }
+    // To the right and upwards is more.
     const double fPixels = position.x() - m_Start->x() - (position.y() - m_Start->y());
     if (IsShare(m_pValue->eValue))
     {
+        // From 1 on a hardness changes nothing more, so the mouse ends there; more can be typed.
         const double fShare = static_cast<double>(m_From) + fPixels / WHOLE_PIXELS;
         Set(RoundShare(static_cast<float>(std::clamp(fShare, 0.0, 1.0))));
     }

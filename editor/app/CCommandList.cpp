@@ -65,6 +65,7 @@ QAction* CCommandList::MakeAction(const SCommand& command)
         pAction->setChecked(command.isChecked());
     }
     QObject::connect(pAction, &QAction::triggered, &m_Window, [run = command.run] { run(); });
+    // The window's own, so that its key works wherever the keyboard is in the window.
     m_Window.addAction(pAction);
     m_Shown[command.pszId] = {pAction, command};
     return pAction;

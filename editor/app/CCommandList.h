@@ -33,7 +33,7 @@ struct SCommand
                         SKeyChord key,
                         std::function<void()> run,
                         std::function<bool()> isEnabled = nullptr);
-    // One that a key runs once, however long it is held; others are repeated then.
+    // A command that a key runs once, however long it is held; others are repeated then.
     static SCommand
     Once(const char* pszId, const char* pszText, SKeyChord key, std::function<void()> run);
     static SCommand Hold(const char* pszId, const char* pszText, SKeyChord key);
@@ -50,7 +50,7 @@ public:
 
     // Appends the rows to the menu. What they run is borrowed to the end of the window.
     void Add(QMenu& menu, std::initializer_list<SCommand> commands);
-    // The plug-in's keyboard actions, which are in the key bindings already.
+    // Lets keys reach the plug-in's actions, which are in the key bindings already.
     void AddPluginActions(const std::function<void(int32_t)>& onAction);
 
     void ApplyKeys(); // the bindings have changed

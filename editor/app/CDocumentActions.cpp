@@ -55,6 +55,7 @@ void CDocumentActions::New()
         m_Editor.GetDocument().New(dialog.GetCells(), dialog.GetSize(), dialog.GetHeight());
     if (m_Questions.Report(bMade, "The level cannot be made."))
     {
+        // Only now is the level before really gone.
         m_Editor.GetAutosave().Remove();
         m_OnLevel();
     }
@@ -80,6 +81,7 @@ bool CDocumentActions::OpenFile(const std::string& strPath)
     {
         return false;
     }
+    // What an interrupted run has left of this level may come in place of its file.
     if (m_Recovery.OfferOf(strPath))
     {
         m_Editor.GetRecentFiles().Add(
@@ -133,6 +135,7 @@ bool CDocumentActions::Save()
     {
         return SaveAs();
     }
+    // The stroke under the hand is saved as a whole.
     m_Editor.GetHost().GetInput().EndDrag();
     switch (AskToReplace(&m_Questions.GetWindow(), document.FindReplaced()))
     {
@@ -177,6 +180,7 @@ bool CDocumentActions::SaveAs()
     while (eAnswer == EReplaceAnswer::Elsewhere)
     {
         strPath = m_Questions.AskForFile(true, "Save level as", "Levels (*.level)");
+        // The dialog has asked about this very name already.
         eAnswer = strPath.empty() ? EReplaceAnswer::Cancel
                                   : AskToReplace(&m_Questions.GetWindow(),
                                                  document.FindReplaced(strPath.c_str(), true));
@@ -208,6 +212,7 @@ void CDocumentActions::ChooseBitmap()
 
 bool CDocumentActions::MayLeave()
 {
+    // The stroke under the hand is a change, too, once it has ended.
     m_Editor.GetHost().GetInput().EndDrag();
     if (!m_Editor.GetDocument().IsModified())
     {

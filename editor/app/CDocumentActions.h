@@ -27,8 +27,8 @@ public:
 
     void New();
     void Open(); // asks for the file
-    // A level or a height map of any known format. False when it cannot be opened, or the person
-    // keeps the present level.
+    // Opens a level or a height map of any known format. False when it cannot be opened, or the
+    // person keeps the present level.
     bool OpenFile(const std::string& strPath);
     bool Save(); // false when it was not saved
     bool SaveAs();

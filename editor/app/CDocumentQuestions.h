@@ -24,17 +24,18 @@ public:
 
     QWidget& GetWindow() { return m_Window; } // for more to ask
 
-    // Empty when the person has cancelled. What dialogs ask that name a file to write is asked,
-    // too.
+    // Asks for a file and answers its path, empty when the person has cancelled. For a file to
+    // write, it also asks about one that would be replaced.
     std::string AskForFile(bool bSave, const QString& strTitle, const QString& strFilter);
-    // Where such dialogs start.
+    // The folder where dialogs start that name a file to write.
     std::string GetSaveFolder() const;
 
     // Shows the fault with the last message, unless the work was done or the person has cancelled
     // it. Returns bDone.
     bool Report(bool bDone, const QString& strFault);
 
-    // Save, Discard or Cancel.
+    // Asks whether the changes of what has this name are to be saved. Answers Save, Discard or
+    // Cancel.
     QMessageBox::StandardButton AskToSave(const QString& strName);
     // Asks that about something by its name. save: what Save does; strFault is shown when that
     // fails. False: the person wants to go on with it.

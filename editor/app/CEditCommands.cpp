@@ -71,6 +71,7 @@ bool CEditCommands::IsPainting() const
 void CEditCommands::StepHistory(bool bRedo)
 {
     CEditorHost& host = m_Editor.GetHost();
+    // The stroke under the hand becomes a step before the history moves.
     host.GetInput().EndDrag();
     if (IsPainting()) // the strokes that the hand is at
     {

@@ -48,6 +48,7 @@ bool CEditor::LoadPlugin(const std::string& strLibrary)
 
 void CEditor::UnloadPlugin()
 {
+    // Recorder and autosave hold interfaces of the plug-in.
     m_Recorder.reset();
     m_Autosave.SetPlugin(nullptr);
     m_Loader.Unload();

@@ -50,7 +50,7 @@ public:
 
     CRecorder* GetRecorder() { return m_Recorder.get(); } // null without a plug-in
 
-    // Of a file in the user's folder.
+    // The full path of a file in the user's folder. pszName: without folders.
     std::string GetConfigFile(const char* pszName) const;
 
     bool SaveKeys();

@@ -19,6 +19,8 @@ bool CEditorFrontEnd::LookUp(EKey eKey) const
     {
         return m_pScript->IsKeyDown(eKey);
     }
+    // The keys that only raise or only lower answer for Ctrl and Alt, so the plug-in needs no
+    // others, a recording has them, and desktops keep Alt for windows.
     const bool bHeld =
         (eKey == EKey::Control && m_Hand.bRaise) || (eKey == EKey::Alt && m_Hand.bLower);
     return bHeld || CWidgetFrontEnd::IsKeyDown(eKey);
@@ -161,6 +163,7 @@ bool CEditorFace::IsKeyboardNavigationOn()
 
 bool CEditorFace::IsCameraKeyDown(ECameraKey eKey)
 {
+    // In the order of ECameraKey.
     constexpr const char* NAMES[] = {"back", "right", "forward", "left"};
     CViewArea* pViews = FindViews();
     const CViewWidget* pView = pViews != nullptr ? pViews->GetActive() : nullptr;
@@ -185,6 +188,7 @@ void CEditorFace::LookFromDirection(ICamera* pCamera, float fX, float fY)
     CViewArea* pViews = FindViews();
     if (pViews != nullptr && pCamera != nullptr)
     {
+        // All cameras that a plug-in can have are of this engine.
         pViews->LookFrom(*static_cast<CCamera*>(pCamera), fX, fY);
     }
 }

@@ -37,7 +37,8 @@ class CEditorMenus
 public:
     explicit CEditorMenus(const SMenuParts& parts);
 
-    // Of a view, at that place of the screen. Comes back when the menu has gone.
+    // Shows the context menu of a view at that place of the screen. Comes back when the menu has
+    // gone.
     void ShowContextMenu(ViewId view, const QPoint& screen);
 
 private:

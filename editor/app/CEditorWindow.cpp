@@ -48,6 +48,8 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     GetHost().GetObservers().Add(&m_Face.GetEditorFrontEnd());
     GetHost().GetObservers().Add(this);
     setStatusBar(m_pStatus);
+    // Recovering plays steps into the plug-in, so the script runner does it, which comes with the
+    // plug-in.
     m_Documents.GetRecovery().SetRecover([this](const SRecoverable& entry)
                                          { return m_pScripts->Recover(entry); });
     m_StateTimer.setSingleShot(true);
@@ -73,6 +75,7 @@ CEditorHost& CEditorWindow::GetHost()
 
 SViewEvents CEditorWindow::MakeViewEvents()
 {
+    // Which view is active is the area's to note.
     return {[](ViewId) {},
             [this](ViewId) { ShowState(); },
             [this](ViewId view, QPoint screen) { m_pMenus->ShowContextMenu(view, screen); },
@@ -108,6 +111,7 @@ void CEditorWindow::ShowPlugin()
     m_pViews->Add(EViewKind::Perspective);
     m_pViews->Add(EViewKind::Top);
     m_pLayout->Restore(m_Editor.GetConfigFile(WINDOW_FILE));
+    // While the plug-in was loaded there was no dock for its panel, so it is asked once more.
     if (GetHost().GetSettings().IsPanelOpen())
     {
         m_Editor.GetPlugin()->Activate(true);
@@ -150,6 +154,7 @@ bool CEditorWindow::ShowProgress(const char* pszWhat, float fDone)
     {
         m_pLayout->GetProcesses().ShowProgress(fDone);
     }
+    // Work that is under way when the process is told to end is cancelled.
     return !m_bLeaving && m_Progress.Report(this, pszWhat, fDone);
 }
 
@@ -181,6 +186,7 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
 
 void CEditorWindow::ShowState()
 {
+    // However many events ask for it, the state is shown once, when the event loop turns.
     if (!m_StateTimer.isActive())
     {
         m_StateTimer.start(0);

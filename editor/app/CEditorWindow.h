@@ -41,14 +41,15 @@ public:
     CEditorWindow(const CEditorWindow&) = delete;
     CEditorWindow& operator=(const CEditorWindow&) = delete;
 
-    // The plug-in is loaded: its menus, toolbars, processes and actions appear.
+    // To be called when the plug-in is loaded: views and docks are made, and its menus, toolbars,
+    // processes and actions appear.
     void ShowPlugin();
 
     // Called once the person has closed it.
     void SetOnClosed(std::function<void()> onClosed) { m_OnClosed = std::move(onClosed); }
 
-    // The process was told to end: a drag and a recording end, what is not saved is kept for the
-    // next start. Nothing is asked.
+    // To be called when the process was told to end: a drag and a recording end, what is not saved
+    // is kept for the next start. Nothing is asked.
     void LeaveChanges();
 
     CEditorHost& GetHost();

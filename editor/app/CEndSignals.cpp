@@ -78,5 +78,6 @@ void EndBySignal(int iSignal)
     constexpr int SHELL_BASE = 128;
     ::signal(iSignal, SIG_DFL);
     ::raise(iSignal);
+    // Reached where the signal is blocked.
     std::_Exit(SHELL_BASE + iSignal);
 }

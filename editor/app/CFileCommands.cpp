@@ -139,6 +139,7 @@ void CFileCommands::FillRecentFiles(QMenu& menu)
     menu.clear();
     for (const std::string& strPath : m_Editor.GetRecentFiles().GetPaths())
     {
+        // A single '&' would mark the letter behind it as a key of the menu.
         const QString strText = QString::fromStdString(strPath).replace('&', "&&");
         menu.addAction(strText, &m_Window, [this, strPath] { m_Documents.OpenFile(strPath); });
     }

@@ -46,6 +46,7 @@ void CFrameQuality::Adapt(double fMilliseconds)
     }
     if (m_Quality < 1.0F)
     {
+        // Started anew by each coarse frame, it runs out only when nothing moves any longer.
         m_RefineTimer.start();
     }
 }

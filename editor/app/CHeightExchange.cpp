@@ -67,6 +67,8 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
     {
         return false;
     }
+    // Heights for the open level are a step that undo takes back; only a new level asks about
+    // changes.
     const EImportAs eAs = dialog.GetTarget();
     if (eAs == EImportAs::NewLevel && !m_MayLeave())
     {
@@ -102,6 +104,7 @@ void CHeightExchange::Export()
     {
         return;
     }
+    // The plan says what the export will lose, before anything is written.
     SExportPlan plan;
     if (!m_Questions.Report(PlanLevelExport(m_Editor.GetHost(), strPath.c_str(), {}, plan),
                             "The export cannot be made."))

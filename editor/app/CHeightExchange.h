@@ -18,7 +18,8 @@ public:
                     std::function<void()> onLevel);
 
     void Import(); // asks for the file
-    // False when it cannot be imported, or the person keeps the present level.
+    // Asks what is to become of the file and imports it. False when it cannot be imported, or the
+    // person keeps the present level.
     bool ImportFile(const std::string& strPath);
     void Export();
     void ExportStl();

@@ -44,6 +44,8 @@ void CHistoryDock::Follow()
 
 void CHistoryDock::GoTo(int iRow)
 {
+    // The first row is the state before all steps, so the number of a row is that of the steps that
+    // are done there.
     if (iRow >= 0 && static_cast<size_t>(iRow) != m_Stack.GetCount())
     {
         m_GoTo(static_cast<size_t>(iRow));

@@ -23,6 +23,7 @@ CImportDialog::CImportDialog(QWidget* pParent, const QString& strFile, bool bRaw
     setWindowTitle("Import " + strFile);
     auto* pForm = new QFormLayout(this);
     m_pVertices->addItem("nearest to the file", 0U);
+    // Each choice has twice as many cells a side as the one before.
     for (uint32_t uVertices = TERRAIN_LEAST_CHOICE; uVertices <= TERRAIN_MAX_VERTICES;
          uVertices = uVertices * 2 - 1)
     {

@@ -109,6 +109,7 @@ void CKeysDialog::SetKey(const SKeyChord& key)
 
 void CKeysDialog::ShowClash()
 {
+    // One clash at a time: the next one shows when this one is gone.
     const auto clash = m_Keys.FindClash();
     for (int i = 0; i < m_pList->topLevelItemCount(); ++i)
     {

@@ -50,6 +50,7 @@ void CLevelLook::FollowBitmap()
     }
     m_BitmapName = strBitmap;
     m_Render.pTypeBitmap = m_BitmapName.empty() ? nullptr : textures.Load(m_BitmapName.c_str(), 1);
+    // A picture that could not be loaded is tried again with the next call.
     m_BitmapName = m_Render.pTypeBitmap != nullptr ? m_BitmapName : "";
 }
 

@@ -21,8 +21,8 @@ public:
     CLevelLook(const CLevelLook&) = delete;
     CLevelLook& operator=(const CLevelLook&) = delete;
 
-    // Another level is open, or this one names another material or bitmap. pViews: null as long as
-    // there are none; the level is then framed at the first call with them.
+    // To be called when another level is open, or this one names another material or bitmap.
+    // pViews: null as long as there are none; the level is then framed at the first call with them.
     void Follow(CViewArea* pViews);
     // Frames the terrain when it lies elsewhere now, which only another extent does: one of another
     // resolution is where it was.

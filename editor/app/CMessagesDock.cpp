@@ -62,6 +62,7 @@ void CMessagesDock::Write(const char* pszText)
     {
         std::fputs(pszText, stderr);
     }
+    // The log comes in pieces of lines, and what is shown are whole ones.
     m_strLine += QString::fromUtf8(pszText);
     const qsizetype iEnd = m_strLine.lastIndexOf('\n');
     if (iEnd >= 0)

@@ -59,6 +59,8 @@ void CPanelDock::TakeFocus()
         return;
     }
     raise();
+    // The chain is a ring through the window: it leaves the form once all of its controls were
+    // seen.
     QWidget* pForm = GetWidget(*m_pView);
     for (QWidget* pNext = pForm->nextInFocusChain(); pForm->isAncestorOf(pNext);
          pNext = pNext->nextInFocusChain())

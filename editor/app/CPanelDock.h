@@ -17,7 +17,8 @@ public:
     CPanelDock(QWidget* pParent, std::function<void()> onClosed);
     ~CPanelDock() override;
 
-    // False when the class has no window.
+    // Makes and shows the panel of that class, in place of one that is open. False when there is no
+    // class, or it can make no window.
     bool Open(const CRuntimeClass* pClass);
     void Close();      // tells nobody
     void UpdateView(); // shows another level

@@ -65,6 +65,7 @@ void CPluginCommands::ShowContextMenu(QMainWindow& window,
     const ViewPoint point =
         CModeManager::PackPoint(static_cast<int32_t>(std::floor(pView->GetInput().GetX())),
                                 static_cast<int32_t>(std::floor(pView->GetInput().GetY())));
+    // What the plug-ins append is data, from which the shown menu is made.
     CMenu menu;
     for (IPlugin* pPlugin : m_Editor.GetHost().GetRegistry().GetInput())
     {
@@ -101,6 +102,7 @@ void CPluginCommands::SendAction(int32_t iAction)
 {
     CEditorHost& host = m_Editor.GetHost();
     const ViewId view = m_Views.GetActiveId();
+    // Asked before the action, which may leave the mode.
     const bool bInMode =
         host.GetModes().GetCurrentModeId() != NO_MODE && m_Editor.GetPlugin() != nullptr;
     host.GetInput().SendAction(view, iAction, 1);

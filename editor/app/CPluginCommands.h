@@ -24,20 +24,22 @@ public:
     CPluginCommands(const CPluginCommands&) = delete;
     CPluginCommands& operator=(const CPluginCommands&) = delete;
 
-    // Into the menu of the bar that the plug-in has named; tools: where the bar has none of that
-    // name.
+    // Adds each of the plug-in's menus to the menu of the bar that it names; tools: takes those for
+    // which the bar has none of that name.
     void AddMenus(QMainWindow& window, QMenu& tools);
     void AddToolBars(QMainWindow& window);
-    // Comes back when the menu has gone. more: what follows the plug-in's own items.
+    // Shows the context menu of a view and comes back when it has gone. more: what follows the
+    // plug-in's own items.
     void ShowContextMenu(QMainWindow& window,
                          ViewId view,
                          const QPoint& screen,
                          const std::vector<QAction*>& more);
 
-    // An action of the plug-in's modes in the active view, for a key or a menu. A camera action
-    // acts on every view, also where no mode listens.
+    // Sends an action of the plug-in's modes in the active view, for a key or a menu. A camera
+    // action works in a view of either kind, also where no mode listens.
     void SendAction(int32_t iAction);
-    // i: place of the process in the host's registry. False when it has not done its work.
+    // Runs a process. iProcess: its place in the host's registry. False when it has not done its
+    // work.
     bool RunProcess(size_t iProcess);
 
 private:

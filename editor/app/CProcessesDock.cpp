@@ -62,6 +62,7 @@ void CProcessesDock::Run()
     {
         return;
     }
+    // A process that reports its progress lets the window take events, also another click.
     m_iRunning = iPlace;
     m_pList->topLevelItem(iPlace)->setText(COLUMN_STATE, "running");
     const bool bDone = m_OnRun(static_cast<size_t>(iPlace));

@@ -34,6 +34,7 @@ bool CProgressWindow::IsLong(float fDone) const
 
 bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
 {
+    // Another text is another piece of work, also where the one before has not come to its end.
     if (m_What != pszWhat || !m_Since.isValid())
     {
         m_What = pszWhat;
@@ -55,6 +56,7 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
         m_pDialog = std::make_unique<QProgressDialog>(
             QString::fromUtf8(pszWhat), "Cancel", 0, STEPS, pParent);
         m_pDialog->setWindowModality(Qt::ApplicationModal);
+        // The dialog would wait for a time of its own.
         m_pDialog->setMinimumDuration(0);
     }
     const bool bCancellable = IsProgressCancellable();
@@ -67,6 +69,8 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
     if (!bGoOn)
     {
         m_bCancelled = true;
+        // Who began the work asks for this before the event loop turns; later it would be taken for
+        // the answer to other work.
         m_Forget.start(0);
         m_Since.invalidate();
         m_pDialog.reset();

@@ -22,10 +22,11 @@ public:
     CProgressWindow(const CProgressWindow&) = delete;
     CProgressWindow& operator=(const CProgressWindow&) = delete;
 
-    // fDone: 0 to 1; at 1 the window goes. False once it was cancelled.
+    // To be called again and again while the work goes on. fDone: 0 to 1; at 1 the window goes.
+    // False once it was cancelled.
     bool Report(QWidget* pParent, const char* pszWhat, float fDone);
 
-    // Between the first report of a piece of work and its last one.
+    // Whether work is under way: between its first report and its last one.
     bool IsWorking() const { return m_Since.isValid(); }
 
     // Whether the user cancelled the work that has just ended, asked once. Forgotten when the event

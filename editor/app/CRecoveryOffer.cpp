@@ -99,6 +99,7 @@ bool CRecoveryOffer::OfferOf(const std::string& strLevel)
     for (const SRecoverable& entry : FindRecoverable({level.string()}))
     {
         const std::string& strFile = GetFile(entry);
+        // The level may have been opened by another name, through a link.
         if (!strFile.empty() && std::filesystem::weakly_canonical(strFile, error) == level &&
             Offer(entry))
         {

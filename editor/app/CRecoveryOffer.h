@@ -17,17 +17,18 @@ public:
     // onLevel: a level was recovered.
     CRecoveryOffer(CEditor& editor, CDocumentQuestions& questions, std::function<void()> onLevel);
 
-    // What gives a level back; false after a logged line.
+    // Sets what gives a level back, which answers false after a logged line. Before the first
+    // offer.
     void SetRecover(std::function<bool(const SRecoverable&)> recover)
     {
         m_Recover = std::move(recover);
     }
 
-    // At the start: everything that can be found, until the person takes something. Says where
-    // recordings are that were cut off, too. True when a level was recovered.
+    // Offers everything that can be found, one by one, until the person takes something; at the
+    // start. Says where recordings are that were cut off, too. True when a level was recovered.
     bool OfferAll();
-    // What there is of the level of that file, also what was put off before. True when it was
-    // recovered.
+    // Offers what there is of the level of that file, also what was put off before. True when it
+    // was recovered.
     bool OfferOf(const std::string& strLevel);
 
 private:

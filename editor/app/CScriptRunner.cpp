@@ -37,6 +37,7 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
         return EScriptEnd::Unusable;
     }
     CScriptCursor cursor;
+    // While the script is played, keys and picked points are the script's and not the person's.
     m_Face.SetScript(&cursor);
     CScriptPlayer player(m_Editor.GetHost(),
                          cursor,
@@ -45,6 +46,8 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
                          strPath,
                          [this]
                          {
+                             // A person sees each keyword at work; what is pressed meanwhile waits
+                             // until the script is over.
                              m_Views.RequestFrames();
                              QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
                          });

@@ -25,11 +25,11 @@ public:
                   CStatusLine& status,
                   std::function<void()> onPlayed);
 
-    // A replay script, as far as it goes; the views show each step. strFault: one line when it was
-    // not played to its end.
+    // Plays a replay script, as far as it goes; the views show each step. strFault: one line when
+    // it was not played to its end.
     EScriptEnd Play(const std::string& strPath, std::string& strFault);
-    // The steps that an interrupted run has left, and says how many of them were given back. False
-    // after a logged line when the level they stand on could not be opened.
+    // Gives back the steps that an interrupted run has left, and says how many of them were given
+    // back. False after a logged line when the level they stand on could not be opened.
     bool Recover(const SRecoverable& entry);
 
 private:

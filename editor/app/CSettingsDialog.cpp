@@ -101,6 +101,7 @@ void CSettingsDialog::AddInt(
 
 void CSettingsDialog::accept()
 {
+    // Nothing has changed before this: each field has left a function that takes over its value.
     for (const auto& apply : m_Apply)
     {
         apply();

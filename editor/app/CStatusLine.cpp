@@ -80,6 +80,7 @@ void CStatusLine::Withdraw(const QString& strText)
 
 void CStatusLine::PlaceWords()
 {
+    // The size grip is a square as high as the bar.
     const int iRoom = isSizeGripEnabled() ? width() - height() : width();
     const QFontMetrics metrics = m_pWords->fontMetrics();
     const int iWanted = metrics.horizontalAdvance(m_Words) + 2 * WORDS_MARGIN;
@@ -100,6 +101,7 @@ QLabel* CStatusLine::AddField(const char* pszName, const QString& strWidest)
 {
     auto* pLabel = new QLabel(this);
     pLabel->setObjectName(pszName);
+    // As wide as its widest text, so that no field moves when a number grows.
     pLabel->setMinimumWidth(pLabel->fontMetrics().horizontalAdvance(strWidest));
     addWidget(pLabel);
     return pLabel;

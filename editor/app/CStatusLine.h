@@ -14,8 +14,8 @@ class CStatusLine : public QStatusBar
 public:
     explicit CStatusLine(QWidget* pParent);
 
-    // pView: the one the cursor is in, borrowed for the call; null: no position. pTools: null
-    // for a plug-in without.
+    // Brings all fields up to date. pView: the one the cursor is in, borrowed for the call; null:
+    // no position. pTools: null for a plug-in without.
     void Follow(CEditorHost& host, CViewWidget* pView, IPluginTools* pTools);
 
     void SetRecording(bool bOn);

@@ -143,6 +143,7 @@ void CStatusWords::Hear(const SHostEvent& event)
         m_Drag.bChanged = true;
         m_Drag.changed = event.hit;
         m_Drag.bChangedSince = true;
+        // The reason goes when it is true no longer, but not before it could be read.
         if (m_Drag.sinceSaid.isValid() && m_Drag.sinceSaid.hasExpired(TIME_TO_READ_MS))
         {
             WithdrawReason();

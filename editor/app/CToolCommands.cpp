@@ -130,6 +130,7 @@ void CToolCommands::Toggle()
         m_Plugin.SendAction(ACTION_TOGGLE_TERRAFORMING);
         return;
     }
+    // The tool that was up last.
     Take(nullptr);
 }
 
@@ -219,6 +220,7 @@ void CToolCommands::Say(const QString& strText) const
 
 void CToolCommands::Follow()
 {
+    // Cursor and mark belong to the tool and would else wait for the next move of the mouse.
     m_Host.GetModes().SetModeCursor();
     m_Views.RepeatHover();
     m_Views.RequestFrames();

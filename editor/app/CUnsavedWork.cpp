@@ -28,6 +28,7 @@ bool CUnsavedWork::MayLeave()
 bool CUnsavedWork::MayActivate(int32_t iModeId)
 {
     auto* pPainting = m_Editor.FindInterface<IPluginPainting>();
+    // A script is played without questions.
     return pPainting == nullptr || m_Face.IsScriptPlayed() ||
            !pPainting->WouldDropPainting(iModeId) || MayDropPainting();
 }

@@ -17,7 +17,8 @@ public:
     CUnsavedWork(const CUnsavedWork&) = delete;
     CUnsavedWork& operator=(const CUnsavedWork&) = delete;
 
-    // The program is about to end. False: the person wants to go on.
+    // Asks, before the program ends, about strokes and brushes that are not saved. False: the
+    // person wants to go on.
     bool MayLeave();
 
     // IModeGuard

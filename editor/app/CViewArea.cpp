@@ -18,6 +18,7 @@ CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
     , m_Parts(std::move(parts))
     , m_Events(std::move(events))
 {
+    // One for all views: the contexts of a window share their textures.
     m_Parts.pCopies = std::make_shared<CTerrainCopies>();
     m_Parts.findMark = [this](SVec3& mark)
     {
@@ -59,6 +60,7 @@ bool CViewArea::CloseActive()
     {
         return false;
     }
+    // A drag must not go on without its view.
     pView->GetInput().End();
     m_Views.erase(std::find(m_Views.begin(), m_Views.end(), pView));
     m_Active = m_Views.front()->GetViewId();

@@ -13,7 +13,7 @@ public:
     CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events);
 
     CViewWidget* Add(EViewKind eKind); // takes the place at the right
-    // The active one; the last view stays. False then.
+    // Closes the active view. False when it is the last one, which stays.
     bool CloseActive();
 
     CViewWidget* Find(ViewId view) const; // null when there is none
@@ -29,7 +29,7 @@ public:
     bool CancelStroke(); // true when there was one
     void EndGestures();
 
-    // The camera goes to that side of what its view shows in the middle.
+    // Moves a camera to that side of what its view shows in the middle.
     void LookFrom(CCamera& camera, float fX, float fZ);
 
 private:

@@ -78,6 +78,7 @@ void CViewInput::Move(float fX, float fY, uint32_t uFlags)
         }
         break;
     case EGesture::Orbit:
+        // As long as it may be a click, which asks for the menu, nothing turns.
         if (m_bMoved)
         {
             SetSuspended(true);
@@ -93,6 +94,7 @@ void CViewInput::Move(float fX, float fY, uint32_t uFlags)
 
 bool CViewInput::Release(EViewButton eButton, float fX, float fY, uint32_t uFlags)
 {
+    // Only the button that has begun a gesture ends it.
     constexpr EGesture GESTURES[] = {EGesture::Stroke, EGesture::Pan, EGesture::Orbit};
     const EGesture eGesture = GESTURES[static_cast<int>(eButton)];
     if (eGesture != m_eGesture)
@@ -120,6 +122,7 @@ void CViewInput::Wheel(float fX, float fY, float fNotches)
 {
     m_X = fX;
     m_Y = fY;
+    // During a stroke the wheel is the tool's.
     if (IsStroking())
     {
         if (!m_Stroke.Move(fX, fY, m_Flags, static_cast<int>(std::lround(fNotches))))
@@ -140,6 +143,7 @@ void CViewInput::Leave()
     m_bInside = false;
     if (m_eGesture == EGesture::None)
     {
+        // This place tells a mode that the cursor has left the view.
         m_Stroke.Hover(-1.0F, -1.0F, m_Flags);
     }
 }

@@ -35,16 +35,16 @@ public:
     // True when it was a click of the right button, which asks for the context menu.
     bool Release(EViewButton eButton, float fX, float fY, uint32_t uFlags);
     void Wheel(float fX, float fY, float fNotches);
-    // The cursor has left the view: nothing is under it.
+    // To be called when the cursor has left the view: nothing is under it then.
     void Leave();
 
     // Ends a stroke and takes it back whole. False when there was none.
     bool Cancel();
-    // Ends whatever a button does: the window has lost the mouse.
+    // Ends whatever a button does, for when the window has lost the mouse.
     void End();
 
-    // The plug-in sees the cursor where it is once more: the camera, the mode or the brush is
-    // another one.
+    // Tells the plug-in once more where the cursor is, for when the camera, the mode or the brush
+    // has changed.
     void RepeatHover();
 
     bool IsStroking() const { return m_eGesture == EGesture::Stroke; }
@@ -54,13 +54,14 @@ public:
     // See CViewStroke.
     bool Pick(ViewPoint point, SVec3& hit) const { return m_Stroke.Pick(point, hit); }
 
-    // Where the tool works now. False over the sky, and when the cursor is in no part of the view.
+    // Finds where the tool works now. False over the sky, and when the cursor is in no part of the
+    // view.
     bool FindMark(SVec3& hit) const;
 
     // Whether the running stroke stays where it began.
     bool IsFixed() const { return m_Stroke.IsFixed(); }
 
-    // The ground under the cursor. False over the sky and outside the view.
+    // Finds the ground under the cursor. False over the sky and outside the view.
     bool PickCursor(SVec3& hit) const;
 
     float GetX() const { return m_X; }

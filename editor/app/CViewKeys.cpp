@@ -72,11 +72,13 @@ bool CViewKeys::Set(const QKeyEvent& event, bool bDown)
 bool CViewKeys::SetFlyKey(const QKeyEvent& event, bool bDown)
 {
     m_FlyKeys.bFast = event.modifiers().testFlag(Qt::ShiftModifier);
+    // Shift makes the flight faster and is no part of the key.
     SKeyChord chord = GetChord(event);
     chord.uModifiers &= ~static_cast<uint32_t>(KEY_SHIFT);
     for (const SFlyKey& key : FLY_KEYS)
     {
         const SKeyCommand* pCommand = m_Keys.FindById(std::string(FLY_COMMAND) + key.pszName);
+        // A release counts whatever modifiers are held by then, or the camera would fly on.
         const bool bSame = pCommand != nullptr && pCommand->key.uKey == chord.uKey &&
                            (!bDown || pCommand->key == chord);
         if (!bSame)
@@ -110,6 +112,7 @@ bool CViewKeys::SetStrokeKey(const QKeyEvent& event, bool bDown)
     }
     if (IsHeldKey(m_Keys.FindById(std::string(STROKE_COMMAND) + "smooth"), event))
     {
+        // Not taken: it may be a modifier, which others look at, too.
         m_bSmooth = bDown;
     }
     return bTaken;

@@ -24,17 +24,19 @@ public:
               SHandState& hand,
               std::function<void()> onFly);
 
-    // A key went down, or up again. True when it is one of these, and nobody else's.
+    // To be called when a key went down, or up again. True when it is one of these, and nobody
+    // else's.
     bool Set(const QKeyEvent& event, bool bDown);
-    // The view has lost the keyboard. bStroke: no other view has it, which would see the keys of
-    // strokes released.
+    // To be called when the view has lost the keyboard: its own keys count as released. bStroke:
+    // those of strokes, too, since no other view has the keyboard, which would see them released.
     void Release(bool bStroke);
 
-    // As long as a key of this name is held: "forward", "back", "left", "right".
+    // Whether a key of this name is held: "forward", "back", "left", "right", "up" or "down".
     bool IsFlyKeyDown(const char* pszName) const;
-    // What a press would draw now smooths.
+    // Whether what a press would draw now smooths.
     bool IsSmoothing(Qt::KeyboardModifiers modifiers) const;
-    // While the camera flies: the seconds since the key went down, or since the last call.
+    // True while the camera flies; fSeconds is then the time since a key went down, or since the
+    // last call.
     bool TakeFlight(float& fSeconds);
 
     const SFlyKeys& GetFlyKeys() const { return m_FlyKeys; }

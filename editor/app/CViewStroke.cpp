@@ -57,6 +57,7 @@ const CTerrain* CViewStroke::GetTerrain() const
 
 template <typename TSend> void CViewStroke::SendAt(float fX, float fY, TSend send)
 {
+    // Known before it is sent: from within the call the plug-in picks the ground there.
     m_SentX = fX;
     m_SentY = fY;
     send();
@@ -68,6 +69,7 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     m_Flags = uFlags;
     m_HereX = fX;
     m_HereY = fY;
+    // Cancel tells by this state whether the stroke has left a record.
     m_StateBefore = m_Host.GetUndoStack().GetStateId();
     m_bSmoothing = bSmooth && m_Strokes != nullptr && m_Strokes->BeginSmoothing();
     const float fSpacing = m_Strokes != nullptr ? m_Strokes->GetStrokeSpacing() : 0.0F;
@@ -89,6 +91,8 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     const SStrokePoint press = m_Sampler.Press(fX, fY);
     m_PressHit = m_LastGround = bJoint ? from : press.hit;
     m_bPressHit = m_bLastGround = bJoint || press.bHit;
+    // A stroke that joins the one before begins at the end of that one: the plug-in gets this
+    // ground when it asks what the press has hit.
     m_pSentGround = bJoint ? &from : nullptr;
     SendAt(fX,
            fY,
@@ -111,6 +115,7 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
 // fSpacing: what the tool asks for.
 void CViewStroke::ChooseSpacing(float fSpacing, float fExtent)
 {
+    // The share is kept and not the length, since the brush may change during the stroke.
     m_SpacingShare = m_bPath ? fSpacing / fExtent : 0.0F;
     const CTerrain* pTerrain = GetTerrain();
     if (m_bPath && m_Settings.iSpacingPercent > 0)
@@ -148,6 +153,7 @@ void CViewStroke::DrawJoint(const SVec3& from, float fX, float fY)
     m_Line.Start(from, from, fSpacing, fSpacing);
     m_Line.Follow(to, [this](const SVec3& point) { SendGround(point); });
     m_Line.Stop();
+    // The line ends at a whole spacing, and the cursor may be a little further.
     SendGround(to);
     m_Sampler.Continue(fX, fY, to);
     m_PressHit = to;
@@ -248,6 +254,7 @@ bool CViewStroke::Cancel()
     }
     if (bTerraforming && m_Host.GetUndoStack().GetStateId() != m_StateBefore)
     {
+        // What was taken back must not come again by redo.
         m_Host.Undo();
         m_Host.GetUndoStack().DropRedo();
     }
@@ -347,6 +354,7 @@ bool CViewStroke::Pick(ViewPoint point, SVec3& hit) const
         hit = *m_pSentGround;
         return true;
     }
+    // Events have whole pixels. Where the last one was inside its pixel is known here.
     float fX = GetMiddle(point);
     float fY = GetMiddle(point >> 16U);
     if (point == CModeManager::PackPoint(GetPixel(m_SentX), GetPixel(m_SentY)))
@@ -365,6 +373,8 @@ bool CViewStroke::Aim(float fX, float fY, SVec3& hit) const
     {
         return m_Navigator.Pick(pTerrain, fX, fY, hit);
     }
+    // A stroke that sculpts aims at the ground of the press: the hill that it raises would come
+    // under the cursor and lead the stroke away from the hand.
     static_assert(CStillGround::TILE == IPluginStrokes::PRESS_TILE);
     const SRay ray = m_Navigator.GetRay(pTerrain, fX, fY);
     return m_Still.PickRay(

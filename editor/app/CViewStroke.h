@@ -46,7 +46,7 @@ public:
 
     // Ends the stroke and takes it back whole. False when the host had ended the drag.
     bool Cancel();
-    void End(); // as it is now
+    void End(); // the stroke ends and keeps what it has done
 
     bool IsOn() const { return m_bOn; }
 
@@ -56,9 +56,9 @@ public:
     // pixel when it is the same one, which the release of a drag that the host ends is, otherwise
     // the pixel's middle.
     bool Pick(ViewPoint point, SVec3& hit) const;
-    // The ground that a position aims at. False over the sky.
+    // Finds the ground that a position aims at. False over the sky.
     bool Aim(float fX, float fY, SVec3& hit) const;
-    // Where the tool works with the cursor at a position: false over the sky.
+    // Finds where the tool works with the cursor at a position. False over the sky.
     bool FindMark(float fX, float fY, SVec3& hit) const;
 
     // Whether a stroke runs that stays where it began, whatever the cursor does.

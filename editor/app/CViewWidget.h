@@ -87,7 +87,7 @@ public:
 
     void SetWireFrame(bool bOn);
     void FrameAll();
-    void SeeCursor(); // the plug-in has not been told where it went
+    void SeeCursor(); // tells the plug-in where the cursor is now
     void FrameSpot(); // under the cursor; without one, everything
 
     void RequestFrame() { update(); }

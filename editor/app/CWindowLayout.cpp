@@ -60,6 +60,7 @@ CWindowLayout::~CWindowLayout() = default;
 
 void CWindowLayout::Restore(const std::string& strFile)
 {
+    // What the file does not say stays as it is in a first window.
     m_Views.setSizes({FIRST_WIDTH / 2, FIRST_WIDTH / 4});
     m_Window.resize(FIRST_WIDTH, FIRST_HEIGHT);
     const QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);

@@ -37,8 +37,8 @@ public:
     CWindowLayout(const CWindowLayout&) = delete;
     CWindowLayout& operator=(const CWindowLayout&) = delete;
 
-    // Once menus, toolbars and views are there. strFile: an INI file; what it does not say gets
-    // its first place and size.
+    // Arranges the window as it was left, once menus, toolbars and views are there. strFile: an INI
+    // file; what it does not say gets its first place and size.
     void Restore(const std::string& strFile);
     void Save(const std::string& strFile) const;
 

@@ -108,9 +108,11 @@ std::string MakeRootRelative(const std::string& strPath, bool bWrite)
     {
         if (!strRoot.empty() && strPath.starts_with(strRoot + "/"))
         {
+            // The relative path may find another file: one of the root that comes first.
             const std::string strRelative = strPath.substr(strRoot.size() + 1);
             return fs::root_path(strRelative.c_str()) == strPath ? strRelative : strPath;
         }
+        // A relative path is written in the user's root and nowhere else.
         if (bWrite)
         {
             break;
@@ -154,6 +156,7 @@ std::string ChooseFile(QWidget* pParent,
                        const char* pszFilter,
                        const std::string& strSaveFolder)
 {
+    // To save in "data" may mean the read-only root, so the level's folder takes its place.
     const bool bSaveFolder =
         eKind != FILE_DIALOG_OPEN &&
         (pszInitialFolder == nullptr || std::strcmp(pszInitialFolder, DATA_FOLDER) == 0);

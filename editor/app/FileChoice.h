@@ -21,22 +21,22 @@ struct SSaveChoice
 // separated by '|'. Returns it as file dialogs here want it; null gives all files.
 QString MakeDialogFilter(const char* pszFilter);
 
-// Of dialogs for files of the formats that the engine has tables of: height maps but levels' own,
-// and pictures.
+// The filters of dialogs for files of the formats that the engine has tables of: height maps but
+// levels' own, and pictures.
 QString GetHeightMapFilter();
 QString GetPictureFilter();
 
-// A path below the user root or the data root as it counts from there, so that what is saved with
-// it can be moved; others stay, and so does one that would then mean another file. bWrite: the file
-// is going to be written, which nobody does in the data root.
+// Answers a path below the user root or the data root as it counts from there, so that what is
+// saved with it can be moved; others stay, and so does one that would then mean another file.
+// bWrite: the file is going to be written, which nobody does in the data root.
 std::string MakeRootRelative(const std::string& strPath, bool bWrite = false);
 
 // Where dialogs start that name a file to write: the level's folder if files can be made there,
 // else the user's documents, else the user's home. strLevelFolder: empty for none.
 std::string GetSaveFolder(const std::string& strLevelFolder);
 
-// The full path of a file to write; empty when the person has thought better of it. What it would
-// replace has been agreed to.
+// Asks for a file to write and answers its full path; empty when the person has thought better of
+// it. What it would replace has been agreed to.
 std::string ChooseSaveFile(QWidget* pParent, const SSaveChoice& choice);
 
 // As EditorHost::BrowseForFile. strSaveFolder: where dialogs start that may name a new file, if the

@@ -105,9 +105,12 @@ QToolBar* MakeToolBar(QMainWindow& window, CToolBar& bar, const FCommand& onComm
         QObject::connect(pAction,
                          &QAction::triggered,
                          pShown,
+                         // The number is asked at the click: the plug-in may have given the button
+                         // another one.
                          [pAction, onCommand] { onCommand(pAction->data().toUInt()); });
     }
     ShowButtons(*pShown, bar);
+    // The shown toolbar may go before the plug-in's, which keeps the listener.
     const QPointer<QToolBar> pAlive(pShown);
     bar.SetChangeListener(
         [pAlive, &bar]

@@ -20,6 +20,7 @@ EReplaceAnswer AskToReplace(QWidget* pParent, const std::vector<SReplacedFile>& 
     box.setTextFormat(Qt::PlainText);
     const QAbstractButton* pReplace = box.addButton("Overwrite", QMessageBox::DestructiveRole);
     const QAbstractButton* pElsewhere = box.addButton("Save as...", QMessageBox::ActionRole);
+    // The return key alone must not replace anything.
     box.setDefaultButton(box.addButton(QMessageBox::Cancel));
     box.exec();
     if (box.clickedButton() == pReplace)

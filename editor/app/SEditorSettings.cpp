@@ -41,6 +41,7 @@ void SEditorSettings::Load(const std::string& strFile)
     ReadNumber(file, "view/type_blend", render.fTypeBlend);
     ReadNumber(file, "document/autosave_seconds", iAutosaveSeconds);
     ReadNumber(file, "document/undo_megabytes", iUndoMegabytes);
+    // A person may have edited the file.
     render.fAmbient = std::clamp(render.fAmbient, 0.0F, 1.0F);
     render.fTypeBlend = std::clamp(render.fTypeBlend, 0.0F, 1.0F);
     render.fSunPitch = std::clamp(render.fSunPitch, 0.0F, 90.0F);

@@ -26,7 +26,7 @@ struct SHandState
 
     std::vector<SStrokeEnd> ends; // of strokes on this level
 
-    // Of the last stroke before a state of the history. False when none is known.
+    // Where the stroke ended that has led to a state of the history. False when none is known.
     bool FindEnd(uint64_t uState, SVec3& at) const
     {
         for (const SStrokeEnd& end : ends)

@@ -26,7 +26,7 @@ inline float RoundShare(float fShare)
     return std::round(fShare * PARTS) / PARTS;
 }
 
-// Four digits.
+// The nearest extent of four digits; what is no extent stays as it is.
 inline float RoundExtent(float fExtent)
 {
     if (!(fExtent > 0.0F) || !std::isfinite(fExtent))

@@ -134,6 +134,7 @@ bool SavePicture(const QPixmap& picture, const std::string& strPath)
 
 int RunOnce(CEditorWindow& window, const SEditorOptions& options)
 {
+    // The first frame shows whether the card can draw at all.
     DrawAll(window);
     if (!window.GetViewFault().isEmpty())
     {
@@ -183,6 +184,7 @@ int Work(CEditorProgram& program,
          const SEditorOptions& options,
          int& iSignal)
 {
+    // The window comes first: what the plug-in logs while it is loaded is shown there.
     CEditorWindow window(editor, face);
     const std::string strPlugin = options.strPlugin.empty()
                                       ? (GetProgramFolder() / "libtellur.so").string()
@@ -220,6 +222,7 @@ int Run(CEditorProgram& program, const SEditorOptions& options)
     program.SetHost(&editor.GetHost());
     const int iResult = Work(program, editor, face, options, iSignal);
     program.SetHost(nullptr);
+    // The window has gone with Work, and with it all that is code of the plug-in.
     editor.UnloadPlugin();
     if (iSignal != 0)
     {

@@ -41,6 +41,7 @@ bool SplitName(const std::string& strName, std::string& strStem, uint32_t& uNumb
     }
     for (const std::string_view strEnd : {TEXT_TEMP, HEIGHTS, TEXELS, JOURNAL})
     {
+        // The title may have dots, too, so the number is behind the last one before the ending.
         const size_t iDot = strName.rfind('.', strName.size() - strEnd.size() - 1);
         if (strName.ends_with(strEnd) && iDot != std::string::npos && iDot > 0)
         {
@@ -94,6 +95,7 @@ void Sweep(const std::string& strFolder)
     const std::vector<SFile> files = ListFiles(strFolder);
     for (const SFile& file : files)
     {
+        // The process's number is behind the last '-'; a "_2" behind it ends the number.
         const int iProcess = std::atoi(file.strStem.c_str() + file.strStem.rfind('-') + 1);
         const bool bAlone = std::count_if(files.begin(),
                                           files.end(),
@@ -127,6 +129,8 @@ std::string MakeAutosaveFolder(const std::string& strLevelPath)
     {
         std::error_code error;
         std::filesystem::create_directories(GetFolder(strFolder), error);
+        // A folder of somebody else, or a link, could lead the copies to where others read or
+        // change them: the next folder is tried instead.
         ::mkdir(strFolder.c_str(), PRIVATE_FOLDER_MODE);
         if (IsOwnFolder(strFolder) && ::access(strFolder.c_str(), W_OK) == 0)
         {
@@ -236,6 +240,7 @@ std::string GetHeightStamp(const std::string& strFile)
 {
     uint32_t uChecksum = 0;
     struct stat info = {};
+    // Without O_NONBLOCK a pipe of this name would hold the editor up.
     const int iFile = ::open(strFile.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     const bool bRead = iFile >= 0 && ::fstat(iFile, &info) == 0 && S_ISREG(info.st_mode) &&
                        info.st_size > static_cast<off_t>(sizeof(uChecksum)) &&
@@ -259,6 +264,8 @@ bool LinkHeights(const std::string& strFile,
     {
         return false;
     }
+    // Another program may have replaced the file before it was linked. What has the second name
+    // cannot be exchanged any more, so the stamp is looked at there.
     const bool bSame = GetHeightStamp(strLink) == strStamp;
     if (!bSame)
     {

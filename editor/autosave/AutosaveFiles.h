@@ -21,20 +21,20 @@ std::string GetStateAutosaveFolder();
 std::string MakeAutosaveStem(const std::string& strFolder, const std::string& strTitle);
 
 std::string GetAutosaveText(const std::string& strStem);
-// Beside it, until it takes its place.
+// A new text is written under this name, and then takes the place of the one before it.
 std::string GetAutosaveTextTemp(const std::string& strStem, uint32_t uNumber);
 std::string GetAutosaveHeights(const std::string& strStem, uint32_t uNumber);
 std::string GetAutosaveTexels(const std::string& strStem, uint32_t uNumber);
 std::string GetAutosaveJournal(const std::string& strStem, uint32_t uNumber);
 
-// Numbers of its journals, the smallest first.
+// The numbers of all journals of a stem, the smallest first.
 std::vector<uint32_t> ListAutosaveJournals(const std::string& strStem);
 
-// All files of the stem, and the folder when it is empty then.
+// Removes all files of a stem, and their folder if nothing is left in it.
 void RemoveAutosave(const std::string& strStem);
-// Those of numbers below.
+// Removes the files whose number is below uNumber: what a newer base has made worthless.
 void RemoveOlderAutosave(const std::string& strStem, uint32_t uNumber);
-// All that a copy has written before its text took its place.
+// Removes what a copy of that number has written, if its text has not taken its place.
 void RemoveAutosaveCopy(const std::string& strStem, uint32_t uNumber);
 
 // Tells one content of a ".height" file from another: its length and the checksum that it ends
@@ -45,5 +45,5 @@ std::string GetHeightStamp(const std::string& strFile);
 bool LinkHeights(const std::string& strFile,
                  const std::string& strStamp,
                  const std::string& strLink);
-// The same of any file, by length and time.
+// Tells one content of any other file from another, by length and time. Empty when there is none.
 std::string GetFileStamp(const std::string& strFile);

@@ -34,6 +34,8 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
     }
     const bool bStep = IsStep(event.eKind);
     const bool bBegins = event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action;
+    // What has changed without an event comes before the step, or the step would be played on other
+    // ground than it was made on.
     if (bStep || bBegins)
     {
         Poll();
@@ -54,6 +56,8 @@ void CAutosave::OnEvent(const SHostEvent& event)
         return;
     }
     const bool bDropped = event.eKind == EHostEvent::DragDropped;
+    // The lines of a stroke that was dropped must not become a step: whoever plays them would keep
+    // it.
     if (bDropped)
     {
         m_Step.clear();
@@ -96,6 +100,8 @@ void CAutosave::EndStep()
     {
         return;
     }
+    // A journal is begun with its first step, so a level that is only looked at leaves no files.
+    // While a copy is being written its text comes with it, and none of the base is needed.
     if (!m_bJournal)
     {
         if (!m_Copy.IsRunning() && !WriteOwnText())
@@ -130,6 +136,8 @@ bool CAutosave::KeepBitmap(bool bKnown)
         }
     }
     const std::string strFile = m_Painting->GetBitmapFile();
+    // A bitmap that is as its file is needs no copy: the note tells later whether the file still
+    // is.
     return !bSaved || Append(MakeBitmapNote(strFile, GetFileStamp(fs::root_path(strFile.c_str()))) +
                              "mode( \"none\" )\npaint_bitmap( " + QuoteText(strFile) + " )\n");
 }
@@ -158,6 +166,7 @@ bool CAutosave::Recover(const SRecoverable& entry,
              text.strBitmap.c_str(),
              strKept.c_str());
     }
+    // What is played is not recorded again.
     const bool bWasOff = std::exchange(m_bOff, true);
     const bool bOpen =
         text.strHeights.empty()
@@ -165,12 +174,15 @@ bool CAutosave::Recover(const SRecoverable& entry,
             : OpenRecoveredLevel(
                   m_Host, m_Document, text.level, text.strHeights.c_str(), entry.bSavedSince);
     const bool bPlayed = bOpen && PlaySteps(entry, m_Declarations, play, nSteps, strFault);
+    // A step that failed may have left the button pressed.
     m_Host.GetInput().EndDrag();
     m_bOff = bWasOff;
     if (!bOpen)
     {
         return false;
     }
+    // Follow must not take the recovered level for another one, which would remove the files. What
+    // this run had kept so far was of the level before.
     m_Generation = m_Document.GetGeneration();
     m_Savings = m_Document.GetSavings();
     m_bUnsavedBitmap = GetUnsavedBitmap() != 0;
@@ -206,6 +218,9 @@ void CAutosave::TakeOver(const SRecoverable& entry, bool bWhole)
     m_CopiedRevision = 0;
     m_bFailed = false;
     m_bNeedsCopy = !bWhole;
+    // Numbers go on behind those of the journals that were found, so none of them is written over.
+    // After a recovery that stopped on the way all files stay for another try, and a copy is made
+    // under a stem of this run.
     m_Number = std::max(m_Number, entry.uLastNumber);
     BeginJournal(bWhole);
     if (bWhole)

@@ -80,16 +80,20 @@ bool CAutosave::Tick(TimePoint now)
         m_bModified = false;
         return false;
     }
+    // The interval begins with the first change after a save.
     if (!std::exchange(m_bModified, true))
     {
         m_Due = now + m_Interval;
     }
+    // A copy in the middle of a stroke would hold a part of a step that the journal has as a whole.
     if (m_Host.GetInput().IsDragging())
     {
         return false;
     }
     const bool bDue = now >= m_Due;
     const bool bPainted = IsKeeping() && GetUnsavedBitmap() != 0;
+    // What failed is tried again when the interval is over, not at every tick. The fault of the
+    // disk is taken first, so that it is forgotten also where a copy is needed anyway.
     m_bFailed = m_bFailed && !bDue;
     m_bNeedsCopy = m_Journal.HasFault() || m_bNeedsCopy;
     KeepDifference();
@@ -101,6 +105,7 @@ bool CAutosave::Tick(TimePoint now)
         return false;
     }
     m_Due = now + m_Interval;
+    // A copy of what the last one holds already would bring nothing.
     const bool bNew = GetRevision() != m_CopiedRevision || GetUnsavedBitmap() != m_CopiedBitmap;
     return (bAtOnce || bNew) && StartCopy();
 }
@@ -113,6 +118,8 @@ void CAutosave::Follow()
     const bool bUnsaved = GetUnsavedBitmap() != 0;
     m_Generation = m_Document.GetGeneration();
     m_Savings = m_Document.GetSavings();
+    // The strokes are in the bitmap's own file now, so the steps that follow may begin with that
+    // file.
     if (std::exchange(m_bUnsavedBitmap, bUnsaved) && !bUnsaved)
     {
         m_Writer.ForgetBitmap();
@@ -147,6 +154,7 @@ void CAutosave::TakeOwnBase()
     m_Base = {};
     m_bBase = false;
     m_bFailed = false;
+    // Only a level that is as its files are can stand on them; any other one needs a copy first.
     if (m_Document.HasLevel() && !m_Document.IsModified())
     {
         m_Base.strHeights = m_Document.GetHeightPath();
@@ -159,6 +167,7 @@ void CAutosave::TakeOwnBase()
         }
         m_bBase = !m_Base.strStamp.empty() || flat.has_value();
     }
+    // Strokes on the bitmap that are not saved are in no file of the user.
     m_bNeedsCopy = !m_bBase || GetUnsavedBitmap() != 0;
     BeginJournal(false);
 }
@@ -201,6 +210,7 @@ bool CAutosave::WriteOwnText()
     {
         return false;
     }
+    // Where there can be no second name, the level's own file stays the base.
     const std::string strLink = GetAutosaveHeights(m_Stem, m_Number);
     if (!m_Base.strStamp.empty() && LinkHeights(m_Base.strHeights, m_Base.strStamp, strLink))
     {
@@ -215,6 +225,8 @@ bool CAutosave::WriteOwnText()
 bool CAutosave::WriteText(const SAutosaveText& text)
 {
     const std::string strFile = GetAutosaveText(m_Stem);
+    // Written beside and then renamed: whoever reads the text finds the old one or the new one,
+    // whole.
     const std::string strTemp = GetAutosaveTextTemp(m_Stem, m_Number);
     const std::string strText = text.Write();
     ::unlink(strTemp.c_str()); // nothing of ours has this name
@@ -236,6 +248,8 @@ bool CAutosave::WriteText(const SAutosaveText& text)
 bool CAutosave::StartCopy()
 {
     const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+    // While steps lead here from a base, the new journal continues the old one: if the copy fails,
+    // both together still give everything back.
     const bool bFollows = IsKeeping() && m_bBase && !m_bNeedsCopy;
     const bool bRoom = !bFollows || m_Journal.Flush(); // else a copy finds none either
     if (pTerrain == nullptr || !bRoom || !MakeStem() || (bFollows && !WriteOwnText()))
@@ -243,6 +257,8 @@ bool CAutosave::StartCopy()
         m_bFailed = true;
         return false;
     }
+    // The journal changes at the same moment as the child takes the memory over, so each step is
+    // either in the copy or in the journal behind it.
     BeginJournal(bFollows);
     m_Copied = {};
     m_Copied.level = m_Document.GetText();
@@ -291,6 +307,7 @@ bool CAutosave::Finish(ECopyState eState, int iFault)
     }
     const std::string strText = GetAutosaveText(m_Stem);
     const std::string strTemp = GetAutosaveTextTemp(m_Stem, m_Copied.uNumber);
+    // With this rename the copy becomes the base; until here the one before it counts.
     if (eState == ECopyState::Done && ::rename(strTemp.c_str(), strText.c_str()) == 0)
     {
         m_Base = m_Copied;
@@ -305,6 +322,8 @@ bool CAutosave::Finish(ECopyState eState, int iFault)
     RemoveAutosaveCopy(m_Stem, m_Copied.uNumber);
     m_CopiedRevision = 0; // tried again when it is due
     m_bFailed = true;
+    // A journal that continues the one before it still leads from the old base. Another one has
+    // none.
     m_bNeedsCopy = m_bNeedsCopy || !m_bContinues;
     return false;
 }
@@ -329,12 +348,16 @@ void CAutosave::Leave()
     {
         return;
     }
+    // The stroke under the hand becomes a step of the journal.
     m_Host.GetInput().EndDrag();
     Follow();
+    // Where steps lead from a base to what there is, nothing more is to be written.
     if (IsKeeping() && IsChanged() && m_bNeedsCopy)
     {
         StartCopy();
     }
+    // Only a copy without which nothing could be given back is worth waiting for; any other one may
+    // be given up, since the base before and the steps are on the disk.
     for (int i = 0; i < PAUSES && !m_bContinues && m_Copy.IsRunning() && Poll(); ++i)
     {
         ::nanosleep(&PAUSE, nullptr);

@@ -52,7 +52,7 @@ public:
 
     bool IsChanged() const; // there is something that no file of the user has
 
-    // Until the copy is on the disk; false after one logged line when it is not.
+    // Waits until the copy that runs is on the disk. False after one logged line when it failed.
     bool Wait();
     // The level was saved or its changes are given up: all that was kept goes, also that of the run
     // which Recover took over. Waits for nothing.
@@ -70,7 +70,7 @@ public:
                  const FPlayStep& play,
                  size_t& nSteps,
                  std::string& strFault);
-    static void Discard(const SRecoverable& entry); // removes it
+    static void Discard(const SRecoverable& entry); // removes all of its files
 
     // IHostObserver
     void OnBeforeEvent(const SHostEvent& event) override;

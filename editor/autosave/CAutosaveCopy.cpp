@@ -32,12 +32,15 @@ public:
 
     bool Write(const void* pData, size_t nBytes) { return WriteAll(m_File, pData, nBytes); }
 
+    // The parent gives the text its place when this process ends: all bytes are on the disk by
+    // then.
     bool Finish() { return ::fsync(m_File) == 0 && ::close(m_File) == 0; }
 
 private:
     int m_File;
 };
 
+// A ".height" file: the header, the heights, and the checksum of both.
 bool WriteHeights(const SAutosaveJob& job, const char* pszFile)
 {
     constexpr size_t HEADER_WORDS = 8;
@@ -86,6 +89,7 @@ bool WriteTexels(const IImage& image, const char* pszFile)
     while (bDone && nLeft > 0)
     {
         const size_t nNow = std::min(nLeft, TEXELS_AT_ONCE);
+        // The file has blue first, the bitmap has red first.
         for (size_t i = 0; i < nNow * PAINT_TEXEL_BYTES; i += PAINT_TEXEL_BYTES)
         {
             texels[i] = pNext[i + 2];
@@ -124,6 +128,7 @@ bool WriteFiles(const SAutosaveJob& job, const SNames& names)
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     ::signal(SIGTERM, SIG_DFL);
     ::signal(SIGHUP, SIG_DFL);
+    // A parent that ended before the call above sends no signal any more.
     if (::getppid() != iParent)
     {
         ::_exit(EINTR);
@@ -133,6 +138,7 @@ bool WriteFiles(const SAutosaveJob& job, const SNames& names)
     {
         ::_exit(0);
     }
+    // The exit status is all that tells the parent why.
     const int iFault = errno != 0 ? errno : EIO;
     for (const std::string* pName : {&names.strText, &names.strTexels, &names.strHeights})
     {
@@ -154,6 +160,7 @@ bool CAutosaveCopy::Start(const SAutosaveJob& job)
     Abandon();
     m_Stem = job.strStem;
     m_Number = job.uNumber;
+    // The names are made before the fork: the child must not allocate.
     const SNames names = {GetAutosaveHeights(m_Stem, m_Number),
                           GetAutosaveTexels(m_Stem, m_Number),
                           GetAutosaveTextTemp(m_Stem, m_Number)};
@@ -198,6 +205,7 @@ ECopyState CAutosaveCopy::Ask(bool bWait, int& iFault)
         return ECopyState::Running;
     }
     m_Child = -1;
+    // A child that a signal has ended tells no fault of its own.
     iFault = iEnded > 0 && WIFEXITED(iStatus) ? WEXITSTATUS(iStatus) : EINTR;
     if (iFault == 0)
     {
@@ -211,6 +219,8 @@ void CAutosaveCopy::Abandon()
 {
     if (m_Child > 0)
     {
+        // Nobody waits for the child here. It may make one more file before it is gone, so Reap
+        // removes its files a second time.
         ::kill(m_Child, SIGKILL);
         m_Dying.push_back({std::exchange(m_Child, -1), m_Stem, m_Number});
         RemoveAutosaveCopy(m_Stem, m_Number);

@@ -39,11 +39,11 @@ public:
 
     // False after one logged line. A copy that still runs is given up.
     bool Start(const SAutosaveJob& job);
-    // Done and Failed are told once. iFault: the system's number; nothing is left of a copy that
-    // failed.
+    // Asks how far the copy is, Wait after its end. Done and Failed are told once. iFault: the
+    // system's number; nothing is left of a copy that failed.
     ECopyState Poll(int& iFault);
     ECopyState Wait(int& iFault);
-    // Ends it, and takes away what it has written.
+    // Ends a copy that runs, and takes away what it has written. Waits for nothing.
     void Abandon();
 
     bool IsRunning() const { return m_Child > 0; }

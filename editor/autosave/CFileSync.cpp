@@ -31,6 +31,8 @@ CFileSync::~CFileSync()
 {
     if (m_Thread.joinable())
     {
+        // The thread sees the end of the pipe when nobody holds its writing end. A child of fork
+        // has that end, too, so the autosave ends its copies before its journal goes.
         ::close(m_Pipe[1]);
         m_Thread.join();
         ::close(m_Pipe[0]);

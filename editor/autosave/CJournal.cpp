@@ -21,6 +21,7 @@ void CJournal::Begin(const std::string& strFile, const std::string& strHead)
 {
     Close();
     m_Path = strFile;
+    // The head goes into the file together with the first step, in one write.
     m_Waiting = strHead;
     m_Steps = 0;
 }
@@ -39,6 +40,7 @@ void CJournal::Finish()
 {
     if (m_File >= 0)
     {
+        // The thread may not come to it any more when the process ends.
         ::fdatasync(m_File);
     }
     Close();
@@ -79,6 +81,7 @@ bool CJournal::Write()
     {
         nWritten = ::write(m_File, m_Waiting.data(), m_Waiting.size());
     } while (nWritten < 0 && errno == EINTR);
+    // Half of a step is cut off again, so that the next try writes all of it.
     if (nWritten != static_cast<ssize_t>(m_Waiting.size()))
     {
         const int iFault = nWritten < 0 ? errno : ENOSPC;

@@ -17,18 +17,20 @@ public:
     // strText: whole lines. False when it is not in the file; the first time that is logged.
     bool Append(const std::string& strText);
 
-    // What waits is tried again. False when it still waits; errno says why.
+    // Tries once more to write the steps that found no room. False when they still wait; errno says
+    // why.
     bool Flush() { return m_Waiting.empty() || m_Path.empty() || m_File < 0 || Write(); }
 
     void Close(); // the next one is another file, or none
 
-    // After Close, when the process may end without its destructors: what was written is on the
-    // disk when this returns.
+    // As Close, for a process that may end without its destructors: what was written to this
+    // journal is on the disk when this returns.
     void Finish();
 
     bool HasFault() { return m_Sync.TakeFault(); } // of the disk, since the last call
 
-    // The same thread for what belongs to the journal.
+    // The same thread brings to the disk what belongs to the journal: that a file was made or
+    // renamed in the folder, and other files.
     void SyncFolder(const std::string& strFolder);
 
     void SyncAndClose(int iFile) { m_Sync.SyncAndClose(iFile); }

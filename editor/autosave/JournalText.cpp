@@ -33,6 +33,7 @@ std::string MakeMark(std::string_view strText, size_t nStep)
 
 bool ReadAll(const std::string& strFile, std::string& strText, int64_t& iWritten)
 {
+    // No link is followed, and a pipe of this name must not hold the editor up.
     const int iFile = ::open(strFile.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK);
     struct stat info = {};
     if (iFile < 0 || ::fstat(iFile, &info) != 0 || !S_ISREG(info.st_mode))
@@ -122,6 +123,8 @@ bool ReadJournal(const std::string& strFile, SJournal& journal)
     {
         return false;
     }
+    // Each mark has the next number and the checksum of its own part. The first part whose mark
+    // does not fit was cut off, and nothing behind it counts.
     journal.bContinues = strLeft.starts_with(CONTINUES);
     size_t nStep = 0;
     do

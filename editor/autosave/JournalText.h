@@ -8,18 +8,18 @@
 // What stands behind the last one was cut off and counts for nothing. The first part, number 0, is
 // the declarations and the call that brings the terrain.
 
-// strText: whole lines, without the comment.
+// One step with the comment that ends it. strText: whole lines, without that comment.
 std::string MakeJournalPart(const std::string& strText, size_t nStep);
 
-// strDeclarations: of all keywords. strOpen: the call that brings the terrain; empty for none.
-// bContinues: the steps go on from the
-// journal of the number before, so that the one after the other can be played.
+// The part that a journal begins with. strDeclarations: of all keywords. strOpen: the call that
+// brings the terrain; empty for none. bContinues: the steps go on from the journal of the number
+// before, so that the one after the other can be played.
 std::string
 MakeJournalHead(const std::string& strDeclarations, const std::string& strOpen, bool bContinues);
 
 // A line that says of which file the script's next paint_bitmap is, and what is in it.
 std::string MakeBitmapNote(const std::string& strFile, const std::string& strStamp);
-// False when the text has none.
+// Finds such a line in the text of a step. False when the text has none.
 bool ReadBitmapNote(const std::string& strText, std::string& strFile, std::string& strStamp);
 
 struct SJournal
@@ -29,5 +29,6 @@ struct SJournal
     int64_t iWritten = 0;           // seconds since 1970
 };
 
-// False when there is no such file, or not even its head is whole.
+// Reads the steps of a journal up to the first one that was cut off. False when there is no such
+// file, or not even its head is whole.
 bool ReadJournal(const std::string& strFile, SJournal& journal);

@@ -38,6 +38,8 @@ void ReadSteps(SRecoverable& entry)
     entry.uLastNumber = entry.text.uNumber;
     for (const uint32_t uNumber : ListAutosaveJournals(entry.strStem))
     {
+        // Numbers below are of journals that the base holds already. A journal that is damaged, or
+        // begins anew, ends the chain: what follows stands on ground that cannot be given back.
         SJournal journal;
         if (uNumber < entry.text.uNumber)
         {
@@ -113,6 +115,7 @@ bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
     ReadSteps(entry);
     const std::string& strHeights = entry.text.strHeights;
     const bool bOwn = !entry.text.strStamp.empty();
+    // The steps can only be played on the very heights that they were made on.
     if (bOwn && GetHeightStamp(strHeights) != entry.text.strStamp)
     {
         entry.strFault = entry.text.level.strHeightMap + " is not what it was when they were made";
@@ -122,6 +125,7 @@ bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
     entry.bBitmapSavedSince =
         !entry.text.strBitmap.empty() &&
         IsNewer(fs::root_path(entry.text.strBitmap.c_str()), entry.text.strTexels);
+    // Without its copy the text gives nothing back.
     if (bCopy && ::lstat(strHeights.c_str(), &info) != 0)
     {
         return false;
@@ -147,6 +151,8 @@ public:
         std::string strFile;
         if (const std::optional<bool> bOther = IsOtherBitmap(strStep, strFile))
         {
+            // The note stands before the call that loads the bitmap; until the next one all is
+            // painted on it.
             m_bChanged = *bOther;
             if (m_bChanged)
             {
@@ -173,6 +179,8 @@ private:
             m_bPainting = strLine.find("edit_terrain_type") != std::string::npos;
             return m_bChanged && m_bPainting;
         }
+        // The mouse paints only while the mode is the one that paints; the same calls sculpt
+        // otherwise.
         const bool bMouse = strLine.starts_with("press") || strLine.starts_with("move") ||
                             strLine.starts_with("release");
         return m_bChanged && (strLine.starts_with("paint_") || (bMouse && m_bPainting));
@@ -182,7 +190,7 @@ private:
     bool m_bPainting = false;
 };
 
-// Parses text as if it were a file of that name.
+// Parses text that no file has: the parser reads files, so the text becomes one in memory.
 bool Parse(const std::string& strText, std::unique_ptr<CTCPARSE_KEYWORD>& pFirst)
 {
     const int iFile = ::memfd_create("steps", MFD_CLOEXEC);
@@ -221,6 +229,7 @@ std::vector<SRecoverable> FindRecoverable(const std::vector<std::string>& levels
     for (const std::string& strFolder : folders)
     {
         std::error_code error;
+        // A folder of somebody else could offer anything as this user's own work.
         const std::string strListed = IsOwnFolder(strFolder) ? strFolder : std::string();
         for (const auto& file : std::filesystem::directory_iterator(strListed, error))
         {
@@ -247,6 +256,7 @@ bool PlaySteps(const SRecoverable& entry,
 {
     std::unique_ptr<CTCPARSE_KEYWORD> pFirst;
     nPlayed = 0;
+    // The strokes that the copy holds come first, because the steps go on painting over them.
     if (!entry.text.strBitmap.empty() &&
         (!Parse(strDeclarations + "paint_restore( " + QuoteText(entry.text.strBitmap) + ", " +
                     QuoteText(entry.text.strTexels) + " )\n",

@@ -17,7 +17,7 @@ struct SRecoverable
     std::vector<std::string> steps;
     uint32_t uLastNumber = 1; // of the journals that the steps come from
     int64_t iWritten = 0;     // the last of it, seconds since 1970
-    bool bSavedSince = false; // the level was
+    bool bSavedSince = false; // the level was, after what was kept
     bool bBitmapSavedSince = false;
     std::string strLeftOut; // a bitmap that is not what it was: steps that paint on it are left out
     std::string strFault;   // why it cannot be given back, one line; empty when it can

@@ -21,8 +21,8 @@ struct SAutosaveText
 
     bool IsCopy() const { return strStamp.empty() && !strHeights.empty(); }
 
-    // The whole file; process and start are those of this process.
+    // The text of the whole file; process and start in it are those of this process.
     std::string Write() const;
-    // False when the file says nothing of the kind.
+    // Fills this from a file. False when it says nothing of the kind.
     bool Read(const std::string& strFile);
 };

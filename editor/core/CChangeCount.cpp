@@ -55,6 +55,7 @@ void CChangeCount::Follow()
 void CChangeCount::Clear()
 {
     const size_t nPitch = GetSquares(m_SizeX);
+    // Only the rows that have marks: most strokes are small and the terrain may be large.
     for (size_t z = m_Changed.uMinZ / SQUARE; m_Squares != nullptr && z * SQUARE < m_Changed.uEndZ;
          ++z)
     {

@@ -22,7 +22,7 @@ public:
     void Start();
     // Takes in what the terrain says has changed since the last call. Cheap when nothing did.
     void Follow();
-    // What was counted is done with.
+    // Forgets what was counted: a record holds it, or its terrain is gone.
     void Clear();
 
     size_t GetCount() const { return m_Count; }

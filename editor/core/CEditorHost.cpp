@@ -26,6 +26,7 @@ std::string GetText(const char* pszText)
     return pszText != nullptr ? pszText : "";
 }
 
+// For what is kept for this run alone, until a program names a folder of its own.
 std::string GetTemporaryFolder()
 {
     std::error_code error;
@@ -51,6 +52,7 @@ CEditorHost::CEditorHost(IHostFace& face)
               m_Changes,
               GetTemporaryFolder())
 {
+    // A mode that is left gets the release of its drag while it is still current.
     m_Modes.SetDragEnd([this] { m_Input.EndDrag(); });
     m_PaintLayer->SetListener([this] { m_Face.RedrawViews(); });
 }
@@ -97,6 +99,8 @@ bool CEditorHost::SaveSettings()
 void CEditorHost::DestroyPluginObjects()
 {
     m_Input.ForgetDrag();
+    // Modes, undo records and processes are code of the plug-in's library, so all of them go before
+    // it.
     m_Modes.DestroyModes();
     m_History.GetStack().Clear();
     m_Registry.Clear();
@@ -293,6 +297,7 @@ void CEditorHost::GetEnvironmentFile(const char* pszClassName,
     {
         *pOut = m_Level.GetHeights().GetFile(*pIn);
     }
+    // The terrain tells CLevelHeights, which makes a step of undo of it.
     else if (eRequest == ENVIRONMENT_RELOAD)
     {
         m_Engine->GetWorld()->ReloadTerrain();

@@ -51,16 +51,18 @@ public:
     // Sends what a person or a script does to the plug-ins.
     CHostInput& GetInput() { return m_Input; }
 
-    // Are told of all input and of every change of the level.
+    // Those who are told of all input and of every change of the level.
     CHostObservers& GetObservers() { return m_Observers; }
 
-    // The user closed the plug-in's panel.
+    // To be called when the user has closed the plug-in's panel: the settings note it and the
+    // plug-in is told.
     void NotifyPanelClosed();
 
     // As IHostFace::PrepareWindows.
     bool PrepareWindows();
 
-    // One frame: debug lines anew, then the current mode draws.
+    // To be called for each frame before it is drawn: the debug lines begin anew, then the current
+    // mode says what it shows.
     void RenderFrame();
 
     // As the operations of CHostHistory.

@@ -87,6 +87,7 @@ bool CFileStamp::IsChanged() const
     {
         return false;
     }
+    // Another time or node may have come with the same content, which only the checksum tells.
     const bool bSameSize = now.uBytes == m_State.uBytes;
     return !m_bChecksum || !bSameSize || ReadChecksum(m_Path) != m_Checksum;
 }

@@ -17,7 +17,8 @@ public:
 
     const std::string& GetPath() const { return m_Path; }
 
-    // Another content now, or a file where there was none. One that has gone has not changed.
+    // Whether there is another content now, or a file where there was none. One that has gone has
+    // not changed.
     bool IsChanged() const;
 
     // Whatever is there from now on counts as changed.

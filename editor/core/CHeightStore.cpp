@@ -54,6 +54,7 @@ void CHeightStore::Put(SHeightField&& field, CScratchFolder& folder)
         Close(); // names of files take memory, too
     }
     m_Field = std::move(field);
+    // The sizes stay here when the heights are in the file.
     if (bWritten)
     {
         m_Field.pHeights.reset();
@@ -80,6 +81,7 @@ bool CHeightStore::Take(SHeightField& field)
         field = std::move(m_Field);
         return true;
     }
+    // Read apart, so that field is as it was when this fails.
     SHeightField read;
     if (!read.Allocate(m_Field.uSizeX, m_Field.uSizeZ))
     {

@@ -14,7 +14,7 @@ public:
     CHeightStore(const CHeightStore&) = delete;
     CHeightStore& operator=(const CHeightStore&) = delete;
 
-    // In place of what is held.
+    // Takes these heights over, in place of what is held.
     void Put(SHeightField&& field, CScratchFolder& folder);
     // What Put was given, bit for bit; held on until the next Put unless it was in memory. False,
     // with one logged line, and field is as it was, when there is no memory or the file cannot be

@@ -35,11 +35,13 @@ void CHostHistory::Add(CUndo* pUndo, std::string strText)
     {
         m_Observers.Tell({.eKind = EHostEvent::UndoAdded});
     }
+    // Another record of the same stroke holds only what changes from here.
     m_Changes.Clear();
 }
 
 bool CHostHistory::Undo()
 {
+    // A step may need memory: one that has replaced the terrain reads the other one.
     bool bUndone = false;
     m_Input.Guard("CEditorHost::Undo", [&] { bUndone = m_Stack.Undo(); });
     return bUndone;

@@ -30,6 +30,7 @@ template <typename TSend>
 void CHostInput::SendEvent(const char* pszOperation, const SHostEvent& event, TSend send)
 {
     m_Observers.TellBefore(event);
+    // An event may happen inside another one, which is the present one again afterwards.
     const SHostEvent outer = std::exchange(m_Event, event);
     Guard(pszOperation,
           [&]
@@ -52,6 +53,7 @@ void CHostInput::SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock
     }
     m_DragView = view;
     m_DragPoint = block;
+    // The undo record that comes with the release counts from here.
     m_Changes.Start();
     SendEvent("CEditorHost::SendButtonDown",
               {.eKind = EHostEvent::ButtonDown, .view = view, .uFlags = uFlags},
@@ -96,6 +98,8 @@ void CHostInput::SendButtonUp(ViewId view, uint32_t uFlags, const SButtonBlock& 
 void CHostInput::FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& block)
 {
     const bool bDragging = IsDragging();
+    // The drag is over before the plug-ins hear of it: what they do at the release may ask for its
+    // end, and must not send another one.
     m_DragView = NO_VIEW;
     SendEvent("CEditorHost::SendButtonUp",
               {.eKind = EHostEvent::ButtonUp, .view = view, .uFlags = uFlags},
@@ -117,6 +121,7 @@ void CHostInput::EndDrag()
 
 void CHostInput::OnNoMemory(const char* pszOperation)
 {
+    // First the drag is given up, which needs no memory and gives some back.
     auto* pStrokes = m_Registry.FindInterface<IPluginStrokes>();
     const bool bDropped = pStrokes != nullptr && pStrokes->DropDrag();
     CrashLog(
@@ -157,6 +162,7 @@ bool CHostInput::SendCommand(uint32_t uCommand)
     {
         uint32_t uHandle = 0;
         pPlugin->GetActionHandle(&uHandle);
+        // A plug-in's commands are the numbers behind its handle.
         const bool bOwn = uCommand - uHandle >= 1 && uCommand - uHandle <= LAST_LOCAL_COMMAND;
         if (bOwn && pTarget == nullptr)
         {

@@ -40,14 +40,15 @@ public:
     // the level goes away, or the mode is left. The mouse is free afterwards.
     void EndDrag();
 
-    // The plug-ins go: nothing is sent to them any more.
+    // For when the plug-ins go: a drag is forgotten, and its release is sent to nobody.
     void ForgetDrag() { m_DragView = NO_VIEW; }
 
     bool IsDragging() const { return m_DragView != NO_VIEW; }
 
-    // The plug-ins are at an event of the mouse at present.
+    // Whether the plug-ins are at an event of the mouse at present.
     bool IsMouseEvent() const;
-    // What a plug-in is told of the ground under the cursor becomes a part of the event it is at.
+    // Makes what a plug-in is told of the ground under the cursor a part of the event that it is
+    // at.
     void NoteHit(const SVec3& hit);
 
     // Does work that calls plug-ins or needs much memory. False, with one logged line that begins

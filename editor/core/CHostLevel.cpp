@@ -58,6 +58,7 @@ void CHostLevel::Take(SHeightField&& field)
 
 void CHostLevel::Prepare()
 {
+    // The drag ends while the terrain that it works on is still there.
     m_Input.EndDrag();
     for (IPlugin* pPlugin : m_Registry.GetInput())
     {
@@ -68,6 +69,7 @@ void CHostLevel::Prepare()
 void CHostLevel::Finish()
 {
     m_Stack.Clear(); // the records belong to the terrain that is gone
+    // After the stack, whose state has a new name now: that state is the saved one.
     m_Heights.SetSaved();
     m_Input.Notify(NOTIFY_LEVEL_CHANGED);
     m_Observers.Tell({.eKind = EHostEvent::LevelChanged});

@@ -30,14 +30,14 @@ public:
     CHostLevel(const CHostLevel&) = delete;
     CHostLevel& operator=(const CHostLevel&) = delete;
 
-    // A new flat level, or the level of a ".height" file; the undo stack is then empty. False with
-    // one logged line; the level before stays.
+    // Makes a new flat level, or opens the level of a ".height" file; this empties the undo stack.
+    // False with one logged line; the level before stays.
     bool New(uint32_t uCells, const SVec3& size);
     bool Open(const char* pszPath);
-    // A level with these heights, which must be valid ones (see CTerrain), and no file.
+    // Makes a level with these heights, which must be valid ones (see CTerrain), and no file.
     void Take(SHeightField&& field);
 
-    // A plug-in has had the height map read again and wants everybody to see it.
+    // To be called when a plug-in has had the height map read again and wants everybody to see it.
     void TellReloaded();
 
     // The open level's heights as a whole, and what its file holds of them.

@@ -42,6 +42,7 @@ void CKeyBindings::Add(SKeyCommand command)
     {
         m_Commands.push_back(std::move(command));
     }
+    // The program's command may come after the action whose default key it shares.
     TakeOverDefaults();
 }
 
@@ -145,6 +146,7 @@ bool CKeyBindings::Load(const std::string& strFile)
         }
         const SKeyChord key = {static_cast<uint32_t>(GetIntValue(pParam->next)),
                                static_cast<uint32_t>(GetIntValue(pParam->next->next))};
+        // A later line of the same command counts.
         std::erase_if(m_Loaded, [&](const auto& loaded) { return loaded.first == pszId; });
         m_Loaded.emplace_back(pszId, key);
         Set(pszId, key);
@@ -159,6 +161,7 @@ bool CKeyBindings::Save(const std::string& strFile)
         return false; // it stays where it is
     }
     m_bDamaged = false;
+    // Keys of unknown commands stay in the file: their plug-in may just not be loaded.
     std::vector<std::pair<std::string, SKeyChord>> kept;
     for (const auto& loaded : m_Loaded)
     {

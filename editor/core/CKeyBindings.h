@@ -35,11 +35,11 @@ struct SKeyCommand
 class CKeyBindings
 {
 public:
-    // The key starts as what a loaded file says, or as the default, unless the file gives that one
-    // to another command. A known id is replaced.
+    // Adds a command. Its key starts as what a loaded file says, or as the default, unless the file
+    // gives that one to another command. A known id is replaced.
     void Add(SKeyCommand command);
-    // Ids are "action.GROUP.INDEX". An action whose default key is that of a command of the
-    // program, too, has none: the program's command does more.
+    // Adds actions of a plug-in, under ids "action.GROUP.INDEX". An action whose default key is
+    // that of a command of the program, too, has none: the program's command does more.
     void AddActions(const std::vector<SActionDescriptor>& actions, const std::string& strContext);
 
     const std::vector<SKeyCommand>& GetCommands() const { return m_Commands; } // as they were added
@@ -52,8 +52,8 @@ public:
     // The first two commands that one key press could mean, as indices into GetCommands.
     std::optional<std::pair<size_t, size_t>> FindClash() const;
 
-    // Keys of commands that are added later count, too. False when there is no file, or after the
-    // parser's messages; keys then stay as they are.
+    // Reads a user's keys, also those of commands that are added later. False when there is no
+    // file, or after the parser's messages; keys then stay as they are.
     bool Load(const std::string& strFile);
     // Writes what differs from the defaults and the lines of unknown ids that Load found. A file
     // that was not understood is kept first, see KeepFile. False after one logged line.

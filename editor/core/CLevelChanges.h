@@ -17,10 +17,10 @@ class CLevelChanges
 public:
     explicit CLevelChanges(CEditorHost& host); // borrowed
 
-    // The files have taken over what is in memory, or the other way round.
+    // To be called when the files have taken over what is in memory, or the other way round.
     void SetSaved();
 
-    // Something that undo does not take back is not in the files.
+    // To be called after a change that is not in the files and that undo does not take back.
     void SetChanged() { m_bChanged = true; }
 
     // bNamed: the level has a file of its own, which names the sizes of its terrain.

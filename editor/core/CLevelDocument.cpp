@@ -31,6 +31,7 @@ STargets GetTargets(const char* pszPath)
     std::filesystem::path path = GetFullPath(pszPath);
     if (path.extension() != LEVEL_EXTENSION)
     {
+        // Looked up once more: a file of the longer name may be there in another spelling.
         path = GetFullPath((path.string() + LEVEL_EXTENSION).c_str());
     }
     const std::filesystem::path heights =
@@ -127,6 +128,7 @@ bool CLevelDocument::New(uint32_t uCells, const SVec3& size, float fHeight)
     const bool bMade = ChangeLevel(
         [&]
         {
+            // The host's new terrain is flat at 0, so only higher ground needs heights of its own.
             if (field.pHeights == nullptr)
             {
                 return m_Host.NewLevel(uCells, size);
@@ -146,6 +148,7 @@ bool CLevelDocument::Open(const char* pszPath)
 {
     const std::string strPath = GetFullPath(pszPath);
     SLevelText text;
+    // What is known of the files becomes the document's own only when the level is open.
     CLevelFiles files;
     text.strHeightMap = strPath;
     m_MissingHeights.clear();
@@ -163,9 +166,12 @@ bool CLevelDocument::Open(const char* pszPath)
             return false;
         }
     }
+    // Looked at before they are read, so that a change in between shows later.
     files.NoteHeights(GetFullPath(text.strHeightMap.c_str()));
     if (!ChangeLevel([&] { return m_Host.OpenLevel(text.strHeightMap.c_str()); }))
     {
+        // A change of resolution that was cut off leaves the backup alone, which a person may want
+        // back.
         m_MissingHeights = FindHeightBackup(text.strHeightMap).empty() ? "" : text.strHeightMap;
         return false;
     }
@@ -190,6 +196,8 @@ bool CLevelDocument::TakeOver(const SLevelText& text,
 
 bool CLevelDocument::ChangeLevel(const std::function<bool()>& change)
 {
+    // The host tells of the other level in the middle of this call, when only the caller knows
+    // which file it comes from.
     m_bOpening = true;
     const bool bChanged = change();
     m_bOpening = false;

@@ -26,17 +26,17 @@ public:
     CLevelDocument(const CLevelDocument&) = delete;
     CLevelDocument& operator=(const CLevelDocument&) = delete;
 
-    // A level without a file, square. uCells: per side, 1 to 16384. size: terrain units, y is the
-    // highest height. fHeight: of all vertices, kept within the level's.
+    // Makes a square level without a file. uCells: per side, 1 to 16384. size: terrain units, y is
+    // the highest height. fHeight: of all vertices, kept within the level's.
     bool New(uint32_t uCells, const SVec3& size, float fHeight = 0.0F);
-    // A level file, or a ".height" file, which becomes a level without a file of its own.
+    // Opens a level file, or a ".height" file, which becomes a level without a file of its own.
     bool Open(const char* pszPath);
 
     // The height map that the last Open did not find, while a backup of it is there; else empty.
     const std::string& GetMissingHeights() const { return m_MissingHeights; }
 
-    // Heights and level file, so that what is there at any moment opens. What another program knows
-    // in the file stays. Only with a path. Nobody is asked; see FindReplaced.
+    // Writes heights and level file so that whatever is on the disk at any moment opens. What
+    // another program knows in the file stays. Only with a path. Nobody is asked; see FindReplaced.
     bool Save();
     // The heights go to "NAME.height" beside "NAME.level". Appends the extension when there is
     // none.
@@ -49,10 +49,10 @@ public:
     // As CLevelFiles::GetOutcome, of the last save.
     const std::string& GetSaveOutcome() const { return m_Files.GetOutcome(); }
 
-    // Another level that is not as its files are, and counts as modified. change: makes the host's
-    // level another one, and fills in what is known of the files; false when it could not, and
-    // nothing has happened then. text: what a level file would say; its sizes are the terrain's.
-    // flatHeight: as GetFlatHeight.
+    // Takes another level over that is not as its files are, and counts as modified. change: makes
+    // the host's level another one, and fills in what is known of the files; false when it could
+    // not, and nothing has happened then. text: what a level file would say; its sizes are the
+    // terrain's. flatHeight: as GetFlatHeight.
     bool TakeOver(const SLevelText& text,
                   const std::function<bool(CLevelFiles& files)>& change,
                   std::optional<float> flatHeight = {});

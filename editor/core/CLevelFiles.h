@@ -27,10 +27,11 @@ public:
     // Looks at the heights: before they are read, or after this program has written them.
     void NoteHeights(const std::string& strPath) { m_Heights = CFileStamp(strPath); }
 
-    // What is there counts as changed by another hand.
+    // From now on both files count as changed by another hand, whatever is in them.
     void Distrust();
 
-    // What a save to these would replace. strConfirmed: what a person has agreed to already.
+    // Lists what a save to these paths would replace. strConfirmed: what a person has agreed to
+    // already.
     std::vector<SReplacedFile> FindReplaced(const std::string& strPath,
                                             const std::string& strHeightPath,
                                             const std::string& strConfirmed) const;

@@ -68,6 +68,8 @@ std::string CLevelHeights::GetFile(const std::string& strName)
         m_World.GetCEnvironment()->SetSpareName(m_Asked);
     }
     struct stat info = {};
+    // What lies there now is remembered by its node: a plug-in gives the file another name before
+    // it writes, and SecureFile must know it again.
     const bool bThere = ::stat(m_Asked.c_str(), &info) == 0;
     m_AskedDevice = bThere ? info.st_dev : 0;
     m_AskedFile = bThere ? info.st_ino : 0;
@@ -87,6 +89,8 @@ bool CLevelHeights::AddStep(SHeightField&& before, const char* pszText)
 {
     try
     {
+        // Only what comes before Hold can lack memory, so the heights are still here for the way
+        // back.
         std::string strText = pszText;
         auto pStep = std::make_unique<CTerrainStep>(*this);
         pStep->Hold(std::move(before));
@@ -150,10 +154,14 @@ bool CLevelHeights::OnBeforeSave(const char* pszPath, bool bOwn)
 bool CLevelHeights::SecureFile(const char* pszPath, bool bOwn)
 {
     const std::string strPath = pszPath != nullptr ? pszPath : "";
+    // Only the path that a plug-in has asked for is the level's file; what else it writes is its
+    // own matter.
     if (bOwn || strPath.empty() || strPath != m_Asked)
     {
         return true;
     }
+    // Cancelling would leave the level without its file: the plug-in has given the old one another
+    // name already.
     m_Whole.emplace();
     if (strPath == GetSpareFile())
     {
@@ -193,6 +201,8 @@ void CLevelHeights::OnSaved(const char* pszPath, bool bOwn, bool bDone)
     const bool bPutBack = std::exchange(m_bPutBack, false);
     try
     {
+        // Where the plug-in could not write, its old file has another name by now and gets this one
+        // back.
         const bool bMissing = !bDone && !strBackup.empty() && ::access(pszPath, F_OK) != 0;
         const bool bOther = bMissing ? PutBackFile(strBackup, pszPath) : bPutBack;
         NoteFile(pszPath, bOwn, bDone, bOther || bDone);
@@ -244,6 +254,7 @@ void CLevelHeights::OnReloaded(SHeightField&& before)
                       terrain.GetVerticesZ());
     }
     const bool bAdded = AddStep(std::move(before), szText);
+    // A height map that was just read holds the heights of the present step.
     if (bAdded && *m_World.GetCEnvironment()->GetHeightMapName() != '\0')
     {
         m_FileState = m_Stack.GetStateId();

@@ -25,7 +25,8 @@ public:
     virtual bool IsTerrainHeld() const = 0; // by a drag that has not ended
     // The terrain is about to be replaced. bByPlugin: from within a call of the plug-in.
     virtual void OnBeforeReplacement(bool bByPlugin) = 0;
-    // It was. bNewStep: the undo stack has a new record of it; else a record took its step.
+    // The terrain was replaced. bNewStep: the undo stack has a new record of it; else a record took
+    // its step.
     virtual void OnReplaced(bool bNewStep) = 0;
 };
 
@@ -46,19 +47,19 @@ public:
     CLevelHeights(const CLevelHeights&) = delete;
     CLevelHeights& operator=(const CLevelHeights&) = delete;
 
-    // Another base; before anything was kept there.
+    // Another base for that folder. Only before anything was kept.
     void SetScratchBase(const std::string& strBase);
 
     // Full path of the height map that the level names. A level without a file has one in the
     // scratch folder, where a plug-in may write it; it is not the level's and goes with it.
     std::string GetFile(const std::string& strName);
 
-    // Valid heights for the open level (see CTerrain), as one step of the undo stack. strText: what
-    // made them, for a list of steps.
+    // Replaces the heights of the open level by other valid ones (see CTerrain), as one step of the
+    // undo stack. strText: what made them, for a list of steps.
     void Replace(SHeightField&& field, const std::string& strText);
 
-    // The level is another one, or its file was written or read by the program itself: the file
-    // holds the present state of the undo stack.
+    // To be called when the level is another one, or its file was written or read by the program
+    // itself: the file then holds the present state of the undo stack.
     void SetSaved();
 
     // The state of the undo stack whose heights the level's file holds; none: of no state.

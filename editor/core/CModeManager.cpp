@@ -45,6 +45,7 @@ bool CModeManager::ActivateMode(int iModeId, int /*iParameter*/)
         return false;
     }
     EndDrag();
+    // The release of a drag may have changed the mode itself, even to the wanted one.
     if (m_CurrentId != iModeId)
     {
         ForceDeactivate();
@@ -53,6 +54,7 @@ bool CModeManager::ActivateMode(int iModeId, int /*iParameter*/)
     {
         return m_CurrentId == iModeId; // what left has made a mode current itself
     }
+    // Current before it hears of it: from Activate it may already leave itself.
     m_CurrentId = iModeId;
     m_bSuspended = false;
     pMode->Activate();
@@ -109,6 +111,7 @@ void CModeManager::OnMouseMove(ViewId view,
     IEditorMode* pMode = FindMode(m_CurrentId);
     if (pMode != nullptr && pPoint != nullptr && pWheel != nullptr && pStep != nullptr)
     {
+        // The interface of modes has numbers for the blocks, which are valid for the call.
         pMode->OnMouseMove(view,
                            uFlags,
                            PackPoint(pPoint->x, pPoint->y),

@@ -58,6 +58,7 @@ bool CPluginLoader::Load(const char* pszLibrary)
         CrashLog("[CPluginLoader::Load] no library path\n");
         return false;
     }
+    // With RTLD_NOW a library that lacks a symbol is refused here and fails in no stroke.
     m_Library = dlopen(GetAbsolutePath(pszLibrary).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (m_Library == nullptr)
     {
@@ -77,6 +78,7 @@ bool CPluginLoader::Load(const char* pszLibrary)
     if (!Start(pInitializeMe))
     {
         CrashLog("[CPluginLoader::Load] InitializeMe of %s gave no plug-in\n", pszLibrary);
+        // The plug-in may have handed over something before it failed.
         m_Host.DestroyPluginObjects();
         CloseLibrary();
         return false;
@@ -93,6 +95,7 @@ bool CPluginLoader::Start(FInitializeMe pInitializeMe)
     }
     m_Plugin->RegisterActions();
     m_Plugin->Initialize();
+    // What the plug-in could not read of its brushes is kept before a save can replace it.
     if (auto* pBrushes = dynamic_cast<IPluginBrushes*>(m_Plugin))
     {
         KeepFaultyBrushes(*pBrushes);
@@ -109,6 +112,8 @@ void CPluginLoader::Unload()
 {
     if (m_Plugin != nullptr)
     {
+        // Stroke, mode and settings come to their end while the plug-in still works; what the host
+        // has of it goes after its last call and before its code.
         m_Host.GetInput().EndDrag();
         m_Host.GetModes().ForceDeactivate();
         m_Host.SaveSettings();

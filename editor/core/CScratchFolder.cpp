@@ -109,6 +109,7 @@ bool CScratchFolder::Lock()
     {
         return true;
     }
+    // The message that follows tells what failed here, and closing may set another fault.
     const int iFault = errno;
     if (m_Lock >= 0)
     {

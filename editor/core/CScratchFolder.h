@@ -20,7 +20,7 @@ public:
     // Known before it is made; without a separator at the end.
     const std::string& GetPath() const { return m_Path; }
 
-    // A new file for reading and writing that has no name and goes when it is closed; -1, and
+    // Opens a new file for reading and writing that has no name and goes when it is closed; -1, and
     // nothing is logged, when there can be none.
     int OpenUnnamed();
 

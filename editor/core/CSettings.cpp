@@ -53,6 +53,8 @@ void CSettings::Load(const std::vector<IPlugin*>& plugins)
         ETCParseStatus eStatus = tcparse_done;
         pFirst.reset(
             TCParseFile(m_Path.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
+        // A file that is there and cannot be read may hold settings, too, which a save must not
+        // throw away.
         m_bHasError = eStatus == tcparse_failed ||
                       (eStatus == tcparse_unreadable && fs::exists(m_Path.c_str()));
     }

@@ -16,6 +16,7 @@ void CTerrainStep::Hold(SHeightField&& before)
 
 bool CTerrainStep::Prepare()
 {
+    // What may fail, memory and reading, is done here, before anything of the level has changed.
     return m_Ready.pHeights != nullptr || (m_Heights.CanExchange() && m_Other.Take(m_Ready));
 }
 

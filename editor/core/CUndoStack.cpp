@@ -66,6 +66,7 @@ void CUndoStack::KeepLimit()
     {
         if (m_Position > 1)
         {
+            // The state behind the record that goes is the oldest one that undo still reaches.
             m_BaseId = m_Records.front().uId;
             ++m_GivenUp;
             --m_Position;
@@ -87,6 +88,7 @@ bool CUndoStack::Undo()
     while (m_Position > 0)
     {
         CUndo& undo = *m_Records[m_Position - 1].pUndo;
+        // Asked before anything moves: where the step cannot be taken the history stays as it is.
         if (!IsReady(undo))
         {
             return false;

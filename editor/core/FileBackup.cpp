@@ -48,6 +48,7 @@ bool LinkFile(const std::string& strFile, const std::string& strLink)
 
 bool PutBackFile(const std::string& strBackup, const std::string& strPath)
 {
+    // A second name takes no time; the copy is for file systems that have none.
     if (LinkFile(strBackup, strPath) || CopyFile(strBackup, strPath))
     {
         return true;

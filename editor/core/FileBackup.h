@@ -2,8 +2,9 @@
 
 #include <string>
 
-// A second name for a file, through links of the other kind: takes no room and no time. False where
-// there can be none, as on another file system, or the name is taken; nothing is logged.
+// Gives a file a second name (a hard link), which takes no room and no time; symbolic links to the
+// file are followed. False where there can be none, as on another file system, or the name is
+// taken; nothing is logged.
 bool LinkFile(const std::string& strFile, const std::string& strLink);
 
 // The backup's content gets the name back that it had, beside the backup, which stays. The file of

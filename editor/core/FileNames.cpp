@@ -14,6 +14,7 @@ std::string ShortenName(const std::string& strName, size_t nMost)
     {
         return strName;
     }
+    // Back to where a character begins: half of one is no text.
     size_t nLength = nMost;
     while (nLength > 0 &&
            (static_cast<unsigned char>(strName[nLength]) & CONTINUATION_MASK) == CONTINUATION)

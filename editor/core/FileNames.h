@@ -10,13 +10,13 @@ std::string ShortenName(const std::string& strName, size_t nMost);
 // nothing. uNumber: the last one that was given, raised to this one.
 std::string FindFreeName(const std::string& strPrefix, const char* pszSuffix, size_t& uNumber);
 
-// A folder of this user, and no link to one.
+// Whether this is a folder of this user, and no link to one.
 bool IsOwnFolder(const std::string& strFolder);
 
-// A new file for its owner alone: nothing is replaced, no link is followed. Negative, and errno is
-// set, when it cannot be made.
+// Makes a new file for its owner alone: nothing is replaced, no link is followed. Returns its
+// descriptor; negative, and errno is set, when it cannot be made.
 int MakeNewFile(const char* pszPath);
 
-// All of the bytes. False, and errno is set, when the file takes no more. A child of fork may call
-// it.
+// Writes all of the bytes. False, and errno is set, when the file takes no more. A child of fork
+// may call it.
 bool WriteAll(int iFile, const void* pData, size_t nBytes);

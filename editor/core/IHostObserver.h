@@ -49,7 +49,7 @@ class IHostObserver
 public:
     virtual ~IHostObserver() = default;
 
-    // The plug-ins have not seen the event yet. Not called for UndoAdded, LevelChanged,
+    // Called before the plug-ins see the event. Not called for UndoAdded, LevelChanged,
     // TerrainReloaded and DragDropped. An undo or redo that finds nothing to do, of heights or
     // painting, has no OnEvent. The release that ends a drag may come inside another event.
     virtual void OnBeforeEvent(const SHostEvent& /*event*/) {}
@@ -57,6 +57,6 @@ public:
     virtual void OnEvent(const SHostEvent& /*event*/) {}
 
     // One of the two calls above ended for want of memory: what the observer keeps of the event is
-    // not whole. Must do without.
+    // not whole. The observer must manage without memory here.
     virtual void OnMissedEvent() {}
 };

@@ -17,8 +17,8 @@ enum class EImportAs
     ThisLevel,
 };
 
-// A level without a file from a height map of another format, which counts as modified; or, for
-// ThisLevel and where one is open, other heights for it, as one step of its undo stack. lines:
+// Makes a level without a file from a height map of another format, which counts as modified; or,
+// for ThisLevel and where one is open, other heights for it, as one step of its undo stack. lines:
 // what was assumed and what may disappoint, for the user. False after one logged line, and the
 // level is then as it was.
 bool ImportLevel(CEditorHost& host,
@@ -28,8 +28,8 @@ bool ImportLevel(CEditorHost& host,
                  EImportAs eAs,
                  std::vector<std::string>& lines);
 
-// In two steps, so that the plan's lines can be shown before anything is written. False after one
-// logged line.
+// An export has two steps, so that the plan's lines can be shown before anything is written. False
+// after one logged line.
 bool PlanLevelExport(CEditorHost& host,
                      const char* pszPath,
                      const SExportOptions& options,

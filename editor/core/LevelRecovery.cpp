@@ -19,6 +19,8 @@ bool OpenRecoveredLevel(CEditorHost& host,
                                  {
                                      return false;
                                  }
+                                 // The heights come from the autosave; the level goes on under the
+                                 // name of its own file.
                                  host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(
                                      text.strHeightMap);
                                  if (!text.strPath.empty())

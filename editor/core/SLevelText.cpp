@@ -77,6 +77,8 @@ std::vector<CTCParseText::SCall> SLevelText::GetCalls(const CTCParseText& kept) 
         {"terrain_size", {{tcparse_vec3, MakeVectorText(size)}}},
         {"cells", {{tcparse_int, std::to_string(uCellsX)}, {tcparse_int, std::to_string(uCellsZ)}}},
     };
+    // What the file names and the level has no more is written as an empty name, or it would come
+    // back.
     if (!strBitmap.empty() || kept.FindLast(BITMAP) != nullptr)
     {
         calls.push_back({BITMAP, {text(strBitmap)}});
@@ -113,6 +115,7 @@ bool SLevelText::Read(const CTCPARSE_KEYWORD* pFirst)
     {
         return false;
     }
+    // An absolute name takes the place of the folder before it.
     strHeightMap = (std::filesystem::path(strPath).parent_path() / strNamed).lexically_normal();
     return true;
 }

@@ -105,6 +105,7 @@ bool CRecorder::Start(const std::string& strPath)
         return true;
     }
     m_bComplete = true;
+    // Of a recording that could not begin nothing is left.
     m_Beside.push_back(m_Part);
     for (const std::string& strFile : m_Beside)
     {
@@ -125,6 +126,7 @@ bool CRecorder::OpenPart()
         m_Part = FindFreeName(strBase + ".", PART_EXTENSION, uNumber);
         m_File = MakeNewFile(m_Part.c_str());
     }
+    // The file was made for its owner alone; a script is a document like any other.
     return m_File >= 0 && ::fchmod(m_File, SCRIPT_MODE) == 0;
 }
 
@@ -132,11 +134,14 @@ bool CRecorder::Stop()
 {
     if (m_File >= 0)
     {
+        // The stroke under the hand belongs to the script, and so does a terrain that came after
+        // its last call.
         m_Host.GetInput().EndDrag();
         m_Writer.KeepTerrain();
     }
     if (m_File >= 0)
     {
+        // Keeping the terrain may have failed and ended the script.
         m_bComplete = TakePlace();
     }
     if (!m_Note.empty())
@@ -148,6 +153,7 @@ bool CRecorder::Stop()
 
 bool CRecorder::TakePlace()
 {
+    // On the disk first: it takes the place of an older script.
     const bool bSynced = ::fsync(m_File) == 0;
     const bool bClosed = ::close(std::exchange(m_File, -1)) == 0;
     if (bSynced && bClosed && ::rename(m_Part.c_str(), m_Path.c_str()) == 0)
@@ -230,6 +236,8 @@ std::vector<std::string> CRecorder::TakeInterrupted()
     {
         const std::string strName = note.path().filename().string();
         const size_t iStart = strName.find('-');
+        // A recording that still runs has the number and the start of a living process in its
+        // note's name.
         const std::string strRunning = GetProcessStart(std::atoi(strName.c_str()));
         if (iStart == std::string::npos ||
             (!strRunning.empty() && strRunning == strName.substr(iStart + 1)))

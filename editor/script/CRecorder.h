@@ -34,8 +34,9 @@ public:
     // Ends a running drag and begins a script that will replace the file at strPath (full). False
     // after one logged line, and nothing is left: there is no level, or a file cannot be written.
     bool Start(const std::string& strPath);
-    // The script takes its place. False when it is not complete, because the disk is full, or could
-    // not take it, which was logged; what there is then stays in GetPartPath.
+    // Ends the recording, and the script takes its place. False when it is not complete, because
+    // the disk is full, or could not take it, which was logged; what there is then stays in
+    // GetPartPath.
     bool Stop();
 
     bool IsRecording() const { return m_File >= 0; }

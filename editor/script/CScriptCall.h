@@ -19,7 +19,7 @@ public:
     // Whether the arguments are exactly of these types, as those of SScriptKeyword.
     bool HasTypes(std::string_view strTypes) const;
 
-    // Of the argument at that place, which must be of the type.
+    // The value of the argument at that place, which must be there and of that type (see HasTypes).
     int32_t GetInt(size_t iPlace) const;
     float GetFloat(size_t iPlace) const;
     const char* GetString(size_t iPlace) const;

@@ -99,6 +99,7 @@ void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword) const
         return;
     }
     CTCPARSE_PARAM* pParam = keyword.params;
+    // The node of the argument owns its text, so another text takes another node.
     auto* pLocated = new CTCPARSE_STRING(strPath.c_str());
     pLocated->next = pParam->next;
     keyword.params = pLocated;

@@ -123,5 +123,6 @@ void CScriptMouse::Send(EMouseEvent eEvent, int32_t iStep)
     {
         EndDrag();
     }
+    // After the clock has stopped: the time of a drag is what the plug-in took for its events.
     m_Host.RenderFrame();
 }

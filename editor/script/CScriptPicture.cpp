@@ -15,6 +15,7 @@ bool CScriptPicture::Write(const CTerrain& terrain, const std::string& strPath)
     if (m_High <= m_Low)
     {
         const auto range = std::minmax_element(pHeights, pHeights + size_t{uSizeX} * uSizeZ);
+        // Flat ground has no range of its own and gets that of all heights a terrain may have.
         const bool bFlat = *range.second <= *range.first;
         m_Low = bFlat ? 0.0F : *range.first;
         m_High = bFlat ? terrain.GetSize().y : *range.second;

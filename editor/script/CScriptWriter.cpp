@@ -102,6 +102,7 @@ uint64_t CScriptWriter::GetBitmapRevision() const
 
 bool CScriptWriter::CanSculpt() const
 {
+    // Without a tool a press does nothing that a script would have to say.
     return m_Tools != nullptr && (m_Tools->IsTerraforming() || m_Tools->IsPainting()) &&
            !m_Tools->GetFunctionName().empty();
 }
@@ -111,6 +112,7 @@ void CScriptWriter::KeepTerrain()
     if (m_bStale && m_Sink.KeepTerrain())
     {
         m_bStale = false;
+        // Whoever plays the script has nothing to undo after the call that brings the terrain.
         SetSteps(0, 0);
     }
 }
@@ -125,11 +127,13 @@ bool CScriptWriter::WriteDifference(uint64_t& uRevision)
         return true;
     }
     SetSteps(0, 0);
+    // The heights come without a record, so whoever plays the script cannot undo across them.
     size_t nHeights = 0;
     for (const SVertexRect& rect : rects)
     {
         nHeights += size_t{rect.uEndX - rect.uMinX} * (rect.uEndZ - rect.uMinZ);
     }
+    // So many heights are better kept as a terrain.
     m_bStale = nHeights > MOST_HEIGHTS;
     std::string strText;
     for (size_t i = 0; i < rects.size() && !m_bStale; ++i)
@@ -151,6 +155,7 @@ void CScriptWriter::WriteChanges()
     const std::string strState = ReadState();
     if (strState != m_State)
     {
+        // Whoever plays the state makes the brush anew, with no stroke before to go on from.
         m_bFresh = true;
         m_State = strState;
         m_Sink.Append(strState);
@@ -159,6 +164,7 @@ void CScriptWriter::WriteChanges()
 
 void CScriptWriter::WriteKeys()
 {
+    // A script holds its keys until it says others.
     if (!m_bKeys || m_EventKeys != m_Keys)
     {
         m_bKeys = true;
@@ -169,9 +175,11 @@ void CScriptWriter::WriteKeys()
 
 void CScriptWriter::OnBeforeEvent(const SHostEvent& event)
 {
+    // The keys as the plug-in will see them: during the event they may be let go.
     m_EventKeys = GetKeys();
     m_PaintedBefore = GetBitmapRevision();
     const bool bPress = event.eKind == EHostEvent::ButtonDown;
+    // The actions behind this one move cameras, which is nothing to the ground.
     const bool bAction = event.eKind == EHostEvent::Action && event.iAction <= ACTION_BRUSH_SMALLER;
     if (bPress && m_bDrag)
     {
@@ -199,6 +207,7 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::ButtonUp:
         return m_bDrag && WriteDrag(event);
     case EHostEvent::Action:
+        // Without a state of the plug-in in the script the action comes with the first one.
         return event.iAction <= ACTION_BRUSH_SMALLER && !m_State.empty() && WriteAction(event);
     case EHostEvent::Undo:
     case EHostEvent::Redo:
@@ -233,6 +242,7 @@ bool CScriptWriter::WriteDrag(const SHostEvent& event)
     const bool bPainting = IsPainting();
     if (event.eKind == EHostEvent::ButtonDown && !bPainting)
     {
+        // Beside the ground the stroke goes on from one that a new brush does not know.
         m_bByHeights = m_bFresh && !event.bHit;
         m_bFresh = m_bByHeights;
     }
@@ -268,6 +278,7 @@ bool CScriptWriter::WriteAction(const SHostEvent& event)
 {
     m_Sink.Append("action( " + std::to_string(event.iAction) + ", " + std::to_string(event.uCount) +
                   " )\n");
+    // The action has changed the brush, and changes the player's in the same way.
     m_State = ReadState();
     if (!m_bDrag)
     {
@@ -282,6 +293,7 @@ void CScriptWriter::WriteMouse(const SHostEvent& event)
     std::string strCall = event.eKind == EHostEvent::ButtonDown ? "press"
                           : bMove                               ? "move"
                                                                 : "release";
+    // The point as the plug-in was told it, so that a replay depends on no camera.
     strCall += event.bHit ? "_at( " + GetPoint(event.hit) : "_miss(";
     if (bMove)
     {
@@ -319,6 +331,7 @@ bool CScriptWriter::WritePaintStep(bool bRedo)
     size_t& nFrom = bRedo ? m_PaintRedos : m_PaintUndos;
     size_t& nTo = bRedo ? m_PaintUndos : m_PaintRedos;
     const uint64_t uPainted = GetBitmapRevision();
+    // With strokes on the bitmap that the script does not have, it would take back another one.
     if (nFrom == 0 || m_Painted != m_PaintedBefore)
     {
         m_PaintUndos = 0; // how many strokes that leaves to take back, nobody says

@@ -29,12 +29,12 @@ public:
 
     bool CanWrite() const { return m_Script != nullptr; } // there is a plug-in that plays scripts
 
-    // And strokes, not only heights and bitmap as they are.
+    // Whether it can write strokes, too, and not only heights and bitmap as they are.
     bool CanWriteStrokes() const { return m_Script != nullptr && m_Tools != nullptr; }
 
-    // A script begins with the terrain as it is, and with the bitmap of that revision (0: none).
+    // Begins a script, with the terrain as it is and the bitmap of that revision (0: none).
     void Begin(uint64_t uPainted = 0);
-    // The undo stack of whoever plays the script has these steps already.
+    // To be called when the undo stack of whoever plays the script has these steps already.
     void SetSteps(size_t nUndos, size_t nRedos);
     // Writes heights that changed after a revision of the terrain, which becomes the present one,
     // for what no event says; the script plays on without any steps to undo. False when that are

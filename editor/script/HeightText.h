@@ -6,5 +6,5 @@
 
 // Heights as a text that gives every bit back: 8 hexadecimal digits each, the highest bits first.
 std::string MakeHeightText(const float* pHeights, size_t nCount);
-// False for any other text, and for what is no finite number.
+// Reads such a text back. False for any other text, and for what is no finite number.
 bool ReadHeightText(const char* pszText, std::vector<float>& heights);

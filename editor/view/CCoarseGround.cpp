@@ -30,15 +30,18 @@ bool CCoarseGround::Make(OpenGl& gl,
     {
         ++uShift;
     }
+    // Nothing coarser is needed, or possible with such tiles.
     if (uShift == 0)
     {
         return false;
     }
     m_VerticesX = CountVertices(ground.uSizeX, uShift);
     m_VerticesZ = CountVertices(ground.uSizeZ, uShift);
+    // The heights come with the first Follow, which is told that all of them changed.
     m_Heights.resize(size_t{m_VerticesX} * m_VerticesZ);
     m_Shift = uShift;
     m_Tree.Reset(m_VerticesX, m_VerticesZ, uTileCells >> uShift);
+    // A single tile takes all of the copy, whatever its shape.
     m_Tiles.Reset(gl, GetView(ground), std::bit_ceil(std::max(m_VerticesX, m_VerticesZ)));
     if (!m_Tiles.MakeTile(gl, 0, 0))
     {
@@ -72,6 +75,8 @@ uint64_t CCoarseGround::Follow(OpenGl& gl,
     m_Changed.clear();
     for (const SVertexRect& rect : changed)
     {
+        // Up to the kept vertex at or behind the last changed one: the last vertex of the copy lies
+        // nearer than its number says.
         const SVertexRect part = {rect.uMinX >> m_Shift,
                                   rect.uMinZ >> m_Shift,
                                   CountVertices(rect.uEndX, m_Shift),

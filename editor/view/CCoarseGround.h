@@ -24,7 +24,7 @@ public:
 
     bool IsMade() const { return m_Shift != 0; }
 
-    // Heights in changed are others. Returns the bytes that were sent.
+    // Takes over the heights in changed, which are others now. Returns the bytes that were sent.
     uint64_t Follow(OpenGl& gl, const SHeightView& ground, const std::vector<SVertexRect>& changed);
 
     uint32_t GetShift() const { return m_Shift; } // n; 0: it is not made

@@ -62,6 +62,8 @@ uint32_t CLineBatch::Draw(OpenGl& gl,
     gl.glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ZERO, GL_ONE);
     gl.glDepthMask(GL_FALSE);
     const auto nVertices = static_cast<GLsizei>(lines.size() * 2);
+    // The same lines twice: what is in sight in full, then, with the depth test turned round, what
+    // the ground hides.
     shader.Set("uStrength", 1.0F);
     gl.glDrawArrays(GL_LINES, 0, nVertices);
     gl.glDepthFunc(GL_GREATER);

@@ -7,6 +7,8 @@ const SMaterial& CMaterialCache::Get(const std::string& strName)
     {
         return found->second;
     }
+    // In the cache before it is read: a file with a fault gives the default look and is not tried
+    // again, and logged, in every frame.
     SMaterial& material = m_Materials[strName];
     if (!strName.empty())
     {

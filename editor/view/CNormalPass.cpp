@@ -95,6 +95,8 @@ void CNormalPass::Draw(OpenGl& gl,
     m_Shader.Set("uStep", ground.fStepX, ground.fStepZ);
     gl.glActiveTexture(GL_TEXTURE0);
     gl.glBindTexture(GL_TEXTURE_2D, tile.uHeights);
+    // Each level is made from the heights and none from the level before it, so no texture is read
+    // while it is drawn into. The viewport limits the one triangle to the part that changed.
     for (uint32_t uLevel = 0; uLevel < tile.uLevels; ++uLevel)
     {
         frame.SetTarget(tile.uNormals, uLevel);

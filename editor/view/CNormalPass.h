@@ -24,14 +24,15 @@ struct SNormalGround
 class CNormalPass
 {
 public:
-    // False, with one line in strFault.
+    // Makes the program for the context that is current. False, with one line in strFault, when the
+    // driver refuses it.
     bool Make(OpenGl& gl, std::string& strFault);
     void Release(OpenGl& gl);
 
     // Whether the card draws into such textures.
     bool CanDraw(OpenGl& gl, GLuint uNormals);
 
-    // The normals of the vertices in changed, which lie in the tile, in all levels.
+    // Draws the normals of the vertices in changed, which lie in the tile, in all levels.
     void Draw(OpenGl& gl,
               const SNormalTile& tile,
               const SNormalGround& ground,

@@ -71,6 +71,7 @@ MakeRow(const SHeightView& ground, uint32_t uZ, uint32_t uMinX, uint32_t uEndX, 
     }
 }
 
+// Rounded as the shader rounds: halves go up.
 uint32_t GetMean(uint32_t a, uint32_t b, uint32_t c, uint32_t d)
 {
     const uint32_t uX = (a & 0xFFFFU) + (b & 0xFFFFU) + (c & 0xFFFFU) + (d & 0xFFFFU);
@@ -106,6 +107,7 @@ void CNormalTexels::Make(const SHeightView& ground,
     {
         uint32_t* pRow = m_Normals.data() + (z - m_Block.uMinZ) * nWidth;
         CVectorLoop<MakeRow>::Run(ground, z, uMinX, uEndX, pRow + (uMinX - m_Block.uMinX));
+        // At the terrain's border a vertex has a neighbour on one side only.
         if (m_Block.uMinX == 0)
         {
             pRow[0] = MakeNormal(ground, 0, z);
@@ -162,6 +164,8 @@ void CNormalTexels::TakeMeans(uint32_t uLevel,
         const uint32_t uLeft = whole.uMinX + (x << uLevel);
         const uint32_t uNearX = std::min(uLeft + uNear, whole.uEndX - 1);
         const uint32_t uFarX = std::min(uLeft + uFar, whole.uEndX - 1);
+        // Texels of the coarse levels look at vertices outside the block. They are few, so their
+        // normals are made here and kept nowhere.
         if (bRows && uNearX >= m_Block.uMinX && uFarX < m_Block.uEndX)
         {
             const size_t nNear = uNearX - m_Block.uMinX;

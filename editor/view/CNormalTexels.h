@@ -14,11 +14,12 @@ struct SHeightView;
 class CNormalTexels
 {
 public:
-    // Looks at the vertices in part, which lie in the tile, and at those around it.
+    // Makes the normals of the vertices in part, which lie in the tile; looks at those around it,
+    // too.
     void Make(const SHeightView& ground, const SNormalTile& tile, const SVertexRect& part);
 
-    // The texels of a level that the part reaches, row by row, x in the lower half; valid until the
-    // next call.
+    // Answers the texels of a level that the part reaches, row by row, x in the lower half; valid
+    // until the next call.
     const uint32_t* Take(uint32_t uLevel);
 
 private:

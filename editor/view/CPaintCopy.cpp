@@ -35,6 +35,7 @@ uint64_t CPaintCopy::Bind(OpenGl& gl, GLenum eUnit, const CPaintLayer& layer, bo
     {
         return 0;
     }
+    // As long as this bitmap is shown: the fault was logged when it came.
     if (m_bTooLarge)
     {
         return 0;
@@ -69,6 +70,7 @@ uint64_t CPaintCopy::Bind(OpenGl& gl, GLenum eUnit, const CPaintLayer& layer, bo
 
 bool CPaintCopy::Allocate(OpenGl& gl, uint32_t uWidth, uint32_t uHeight)
 {
+    // This also forgets the revision, so that all of the bitmap counts as changed.
     Release(gl);
     m_Width = uWidth;
     m_Height = uHeight;
@@ -138,6 +140,7 @@ void CPaintCopy::UpdateLevels(OpenGl& gl, const SVertexRect& changed)
             GL_READ_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, m_Texture, iLevel - 1);
         gl.glFramebufferTexture2D(
             GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, m_Texture, iLevel);
+        // A side that is one texel long already keeps that texel as its source.
         gl.glBlitFramebuffer(static_cast<GLint>(std::min(part.uMinX * 2, uSourceWidth - 1)),
                              static_cast<GLint>(std::min(part.uMinZ * 2, uSourceHeight - 1)),
                              static_cast<GLint>(std::min(part.uEndX * 2, uSourceWidth)),

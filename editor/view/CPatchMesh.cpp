@@ -49,6 +49,7 @@ void CPatchMesh::Make(OpenGl& gl)
                     static_cast<GLsizeiptr>(indices.size() * sizeof(uint16_t)),
                     indices.data(),
                     GL_STATIC_DRAW);
+    // The places of patches change with every frame and get their layout in Draw.
     gl.glGenBuffers(1, &m_Instances);
     gl.glEnableVertexAttribArray(PATCH);
     gl.glVertexAttribDivisor(PATCH, 1);

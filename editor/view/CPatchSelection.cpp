@@ -61,6 +61,7 @@ void CPatchSelection::Begin(const CPatchTree& tree)
     m_Leaves.clear();
     m_Instances.clear();
     m_Ranges.clear();
+    // Marks hold the number of their frame, so those of frames before need not be wiped out.
     m_Marks.resize(tree.GetTopLevel() + 1);
     for (uint32_t uLevel = 0; uLevel < m_Marks.size(); ++uLevel)
     {
@@ -90,12 +91,14 @@ void CPatchSelection::Refine(const SScene& scene)
             }
         }
     }
+    // On top of the heap is always the patch with the worst error on the screen.
     std::make_heap(m_Heap.begin(), m_Heap.end(), less);
     while (!m_Heap.empty())
     {
         std::pop_heap(m_Heap.begin(), m_Heap.end(), less);
         const SCandidate worst = m_Heap.back();
         m_Heap.pop_back();
+        // A split puts up to four patches in the place of one.
         const bool bFull = m_Heap.size() + m_Leaves.size() + 4 > scene.detail.uMaxPatches;
         const bool bFinest = worst.place.uLevel == scene.tree.GetFloor(worst.place);
         if (bFinest || worst.fPixels <= scene.detail.fPixels || bFull)
@@ -154,6 +157,8 @@ void CPatchSelection::Emit(const SScene& scene)
         return found != m_Ranges.end() ? *found
                                        : m_Ranges.emplace_back(SPatchRange{uTileX, uTileZ, 0, 0});
     };
+    // Patches of one tile must stand side by side in the list, since a tile is drawn with its own
+    // textures: the ranges are counted, given their places and then filled.
     for (const SCandidate& leaf : m_Leaves)
     {
         ++getRange(leaf.place).uCount;
@@ -216,6 +221,7 @@ bool CPatchSelection::Look(const SScene& scene, const SPatchPlace& place, SCandi
         return false;
     }
     const float fDistance = GetDistance(box, scene.view.position);
+    // Inside the box the distance is 0, and the error would be without limit.
     const float fPixel = scene.view.GetPixelSize(std::max(fDistance, scene.view.fNear));
     candidate = {scene.tree.GetBounds(place).fError / fPixel, fDistance, place};
     return true;
@@ -234,6 +240,8 @@ bool CPatchSelection::FindNeighbour(const SScene& scene,
     {
         return false;
     }
+    // Of the patches that cover the place, from the largest one down, the first that was not split
+    // is the one that is drawn, unless it is out of sight.
     for (uint32_t uLevel = scene.tree.GetTopLevel();; --uLevel)
     {
         const uint32_t uShift = uLevel - place.uLevel;

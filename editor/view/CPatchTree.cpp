@@ -45,6 +45,7 @@ void CPatchTree::Update(const float* pHeights, const std::vector<SVertexRect>& c
     {
         MarkStale(rect);
     }
+    // Finest level first: a patch is measured from what the level below it knows.
     for (uint32_t uLevel = 0; uLevel < m_Levels.size(); ++uLevel)
     {
         SLevel& level = m_Levels[uLevel];
@@ -52,6 +53,7 @@ void CPatchTree::Update(const float* pHeights, const std::vector<SVertexRect>& c
         {
             const SPatchPlace first = {
                 uLevel, level.stale[i] % level.uCountX, level.stale[i] / level.uCountX};
+            // Patches that stand side by side are measured in one pass over their rows.
             const uint32_t uPatches = CountSideBySide(level, i);
             Measure(pHeights, first, uPatches);
             i += uPatches;
@@ -83,6 +85,7 @@ void CPatchTree::SLevel::Wait(uint32_t uIndex)
 uint32_t CPatchTree::CountSideBySide(const SLevel& level, size_t nFrom)
 {
     const uint32_t uFirst = level.stale[nFrom];
+    // A strip ends with its row of patches.
     const uint32_t uMost = std::min(PATCH_STRIP, level.uCountX - uFirst % level.uCountX);
     uint32_t uCount = 1;
     while (uCount < uMost && nFrom + uCount < level.stale.size() &&
@@ -172,6 +175,7 @@ void CPatchTree::TakeCoarse(const CPatchTree& coarse,
         {
             for (uint32_t x = uTopX << uBelow; x < uEndX; ++x)
             {
+                // A patch of the coarse tree is as wide as one that is uShift levels higher here.
                 m_Levels[uLevel].bounds[GetIndex({uLevel, x, z})] =
                     coarse.GetBounds({uLevel - uShift, x, z});
             }
@@ -238,6 +242,8 @@ float CPatchTree::MeasureCutStep(const float* pHeights, const SPatchPlace& place
     const uint32_t uLastX = std::min(uFirstX + uPatch, m_CellsX);
     const uint32_t uLastZ = std::min(uFirstZ + uPatch, m_CellsZ);
     float fError = 0.0F;
+    // In the rows that the level keeps every second vertex is dropped, in the rows between all of
+    // them.
     bool bOddRow = false;
     for (uint32_t z = uFirstZ; z <= uLastZ; z += uHalf)
     {
@@ -267,6 +273,7 @@ float CPatchTree::GetOffSurface(const float* pHeights,
     const uint32_t uZ0 = uZ & ~(uStride - 1);
     const uint32_t uX1 = std::min(uX0 + uStride, m_CellsX);
     const uint32_t uZ1 = std::min(uZ0 + uStride, m_CellsZ);
+    // At the terrain's end a square may be narrower than the stride.
     const float fX =
         uX1 > uX0 ? static_cast<float>(uX - uX0) / static_cast<float>(uX1 - uX0) : 0.0F;
     const float fZ =

@@ -34,8 +34,9 @@ public:
     static constexpr uint32_t PATCH_SHIFT = 4;
     static constexpr uint32_t PATCH_CELLS = 1U << PATCH_SHIFT;
 
-    // Another terrain. uTopCells: cells a side of a patch of the top level, a power of two, at
-    // least PATCH_CELLS. Everything is to be updated then.
+    // Begins anew with a terrain of that size, of which nothing is measured yet: everything is to
+    // be updated. uTopCells: cells a side of a patch of the top level, a power of two, at least
+    // PATCH_CELLS.
     void Reset(uint32_t uVerticesX, uint32_t uVerticesZ, uint32_t uTopCells);
 
     // Measures again what lies under changed, each patch once; not where the floor is above level
@@ -46,7 +47,7 @@ public:
     // level and of those below it, down to level uShift. Its top patches lie as the ones here.
     void TakeCoarse(const CPatchTree& coarse, uint32_t uShift, uint32_t uTopX, uint32_t uTopZ);
 
-    // The finest level that is known under a patch of the top level.
+    // Sets the finest level that is known under a patch of the top level.
     void SetFloor(uint32_t uTopX, uint32_t uTopZ, uint32_t uLevel)
     {
         m_Floors[size_t{uTopZ} * m_Levels.back().uCountX + uTopX] = static_cast<uint8_t>(uLevel);

@@ -51,6 +51,7 @@ bool CShader::Make(OpenGl& gl,
     gl.glAttachShader(m_Program, uFragment);
     gl.glLinkProgram(m_Program);
     gl.glDeleteShader(uVertex);
+    // Shaders that are attached stay until the program goes.
     gl.glDeleteShader(uFragment);
     GLint iDone = 0;
     gl.glGetProgramiv(m_Program, GL_LINK_STATUS, &iDone);
@@ -78,6 +79,7 @@ void CShader::Use(OpenGl& gl)
 
 GLint CShader::Find(const char* pszName) const
 {
+    // A name that the program does not use has no place, and setting it does nothing.
     return m_Gl->glGetUniformLocation(m_Program, pszName);
 }
 

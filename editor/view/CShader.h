@@ -9,7 +9,8 @@
 class CShader
 {
 public:
-    // False, with one line in strFault.
+    // Compiles and links the two texts. False, with one line in strFault, when the driver refuses
+    // one of them.
     bool Make(OpenGl& gl, const char* pszVertex, const char* pszFragment, std::string& strFault);
     void Release(OpenGl& gl);
 

@@ -29,6 +29,9 @@ void CStrokeLine::Follow(const SVec3& to, const FnEmit& emit)
 {
     if (!m_bDirected)
     {
+        // As long as the cursor is near the beginning the line has no direction, and its point is
+        // the cursor's. What was sent before counts as whole spacings along the direction it then
+        // takes.
         const double fX = static_cast<double>(to.x) - m_From.x;
         const double fZ = static_cast<double>(to.z) - m_From.z;
         const double fLength = std::hypot(fX, fZ);

@@ -36,6 +36,7 @@ struct CStrokeSampler::SPiece
         const double fOtherEnd = bAlongX ? to.fY : to.fX;
         iSign = fEnd >= fStart ? 1 : -1;
         fSlope = fEnd != fStart ? (fOtherEnd - fOther) / (fEnd - fStart) : 0.0;
+        // Turned by the sign, so that candidates count upwards whichever way the piece leads.
         iBase = static_cast<int64_t>(std::floor(iSign * fStart * PARTS));
         iCount = static_cast<int64_t>(std::floor(iSign * fEnd * PARTS)) - iBase;
     }
@@ -132,6 +133,7 @@ void CStrokeSampler::Move(float fX, float fY, int iWheel)
 void CStrokeSampler::Release(float fX, float fY)
 {
     Move(fX, fY);
+    // Candidates of the last pixel still wait when it has not come to its end.
     Search();
     if (m_IsActive && m_Spacing <= 0.0F && !IsSent())
     {
@@ -169,6 +171,8 @@ void CStrokeSampler::Search()
     const size_t nEnd = std::exchange(m_WaitingCount, 0);
     size_t nFirst = 0;
     SStrokePoint point;
+    // Only the last candidate that waits is asked whether anything is due. If it is, the first one
+    // that is due is found by halving, and what waits behind it is searched again from there.
     while (nFirst < nEnd && m_IsActive && IsDue(m_Waiting[nEnd - 1], point))
     {
         size_t nDue = nEnd - 1;
@@ -202,6 +206,7 @@ bool CStrokeSampler::IsDue(const SPosition& at, SStrokePoint& point) const
     {
         return point.bHit;
     }
+    // Behind sky the first ground is sent from half a spacing on.
     const double fLeast = m_HasGap ? 0.5 * m_Spacing : m_Spacing;
     return GetDistance(point.hit, m_Last.hit) >= fLeast &&
            (!m_HasGround || GetDistance(point.hit, m_Ground) >= 0.5 * m_Spacing);
@@ -218,6 +223,8 @@ void CStrokeSampler::Emit(SStrokePoint point)
     m_HasGap = false;
     m_Last = point;
     m_Emit(point);
+    // The stroke may have moved the ground under the point; the next point is measured from there,
+    // too.
     m_HasGround = m_IsActive && m_Spacing > 0.0F && m_Pick(point.fX, point.fY, m_Ground);
 }
 

@@ -48,7 +48,7 @@ public:
     // each position is sent as it comes.
     void SetSpacing(float fSpacing);
 
-    // A drag starts. The point is returned, not sent: it belongs to the press. A drag that still
+    // Begins a drag. The point is returned, not sent: it belongs to the press. A drag that still
     // runs is forgotten.
     SStrokePoint Press(float fX, float fY);
 
@@ -59,8 +59,8 @@ public:
     // Without a drag, and for a position that is no number, nothing happens.
     void Move(float fX, float fY, int iWheel = 0);
 
-    // The path goes on from there; nothing on the way is sent. ground: where a point was sent last,
-    // by somebody else.
+    // Lets the path go on from there; nothing on the way is sent. ground: where a point was sent
+    // last, by somebody else.
     void Continue(float fX, float fY, const SVec3& ground);
 
     // Moves there and ends the drag. While it is switched off, the last position is sent unless it

@@ -82,6 +82,7 @@ bool CTerrainCopies::Follow(
     {
         AddPending();
     }
+    // ALL_BYTES is the largest number there is, and the sum must not run over.
     const uint64_t uEnd = uBefore + std::min(uMostBytes, ALL_BYTES - uBefore);
     const bool bMuch = CountPending() / AT_ONCE > uMostBytes;
     const bool bAside = bMuch && PutAside(gl, terrain, uMostBytes * AT_ONCE);
@@ -99,6 +100,8 @@ bool CTerrainCopies::Follow(
         }
         m_bPending = m_bPending || (tile.bThere && !tile.pending.empty());
     }
+    // Tiles that are there come first, since they show the stroke; those that are missing take what
+    // is left of the frame's bytes.
     const bool bFirst = uSent < uEnd && BringInCoarse(gl, terrain, uEnd - uSent, uSent);
     while (m_Missing > 0 && uSent < uEnd && !m_bNoRoom && !bFirst)
     {
@@ -128,6 +131,7 @@ bool CTerrainCopies::PutAside(OpenGl& gl, const CTerrain& terrain, uint64_t uRes
         {
             return false;
         }
+        // Nothing is in the copy yet, so all of the ground counts as changed.
         m_Changed = {{0, 0, m_VerticesX, m_VerticesZ}};
     }
     const auto nWaiting =
@@ -188,6 +192,8 @@ void CTerrainCopies::Begin(OpenGl& gl, STileState& tile)
         return;
     }
     tile.bBegun = true;
+    // With a row of the neighbours' vertices all round, from which the normals at the border are
+    // made.
     tile.pending = {tile.whole.Grown(1, m_VerticesX, m_VerticesZ)};
 }
 
@@ -278,6 +284,8 @@ CTerrainCopies::BringIn(OpenGl& gl, const CTerrain& terrain, STileState& tile, u
                                            tile.whole.uMinX / m_TileCells,
                                            tile.whole.uMinZ / m_TileCells,
                                            m_Parts);
+    // A tile that is still coming in is drawn from coarse ground and measured once, when all is
+    // there.
     if (tile.bThere)
     {
         for (SVertexRect& part : m_Parts)
@@ -313,6 +321,7 @@ uint64_t CTerrainCopies::FollowCoarse(OpenGl& gl, const CTerrain& terrain)
     {
         if (!tile.bThere)
         {
+            // What is drawn from the coarse ground must not be split further than that ground goes.
             m_Tree.TakeCoarse(m_Coarse.GetTree(),
                               m_Coarse.GetShift(),
                               tile.whole.uMinX / m_TileCells,

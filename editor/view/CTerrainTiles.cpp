@@ -58,6 +58,7 @@ void CTerrainTiles::Reset(OpenGl& gl,
 
 bool CTerrainTiles::MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ)
 {
+    // Faults of before would be taken for a lack of room.
     while (gl.glGetError() != GL_NO_ERROR)
     {
     }
@@ -89,6 +90,7 @@ bool CTerrainTiles::MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ)
                         GL_UNSIGNED_SHORT,
                         nullptr);
     }
+    // Whether the card can draw normals shows only with a texture that it has made.
     const bool bRoom = gl.glGetError() == GL_NO_ERROR;
     m_bOnCard = m_bOnCard && (!bRoom || m_Pass.CanDraw(gl, tile.uNormals));
     return bRoom;
@@ -150,6 +152,8 @@ uint64_t CTerrainTiles::Upload(OpenGl& gl,
     if (!m_Parts.empty())
     {
         SendHeights(gl, ground, tile);
+        // A normal is made from the vertices on either side, so those beside a changed height
+        // change too.
         for (SVertexRect& part : m_Parts)
         {
             part = part.Grown(1, m_VerticesX, m_VerticesZ).Intersection(tile.vertices);
@@ -167,6 +171,7 @@ void CTerrainTiles::SendHeights(OpenGl& gl, const SHeightView& ground, const SNo
     gl.glBindTexture(GL_TEXTURE_2D, tile.uHeights);
     for (const SVertexRect& part : m_Parts)
     {
+        // In bands of rows, since a whole tile is larger than the buffer.
         const size_t nRowBytes = size_t{part.uEndX - part.uMinX} * sizeof(float);
         const auto uRows = static_cast<uint32_t>(STAGING_BYTES / nRowBytes);
         for (SVertexRect band = part; band.uMinZ < part.uEndZ; band.uMinZ = band.uEndZ)
@@ -174,6 +179,7 @@ void CTerrainTiles::SendHeights(OpenGl& gl, const SHeightView& ground, const SNo
             band.uEndZ = std::min(band.uMinZ + uRows, part.uEndZ);
             gl.glBindBuffer(GL_PIXEL_UNPACK_BUFFER, m_Staging);
             const void* pPlace = Stage(gl, ground, band);
+            // The texture begins one vertex before the tile.
             gl.glTexSubImage2D(GL_TEXTURE_2D,
                                0,
                                static_cast<GLint>(band.uMinX + 1 - tile.vertices.uMinX),
@@ -227,6 +233,7 @@ const void* CTerrainTiles::Stage(OpenGl& gl, const SHeightView& ground, const SV
 // Those of all parts. Returns the bytes that were sent.
 uint64_t CTerrainTiles::MakeNormals(OpenGl& gl, const SHeightView& ground, const SNormalTile& tile)
 {
+    // The card makes them from the heights that it has by now, and nothing more is sent.
     if (m_bOnCard)
     {
         m_Pass.Draw(

@@ -24,15 +24,15 @@ enum class ENormalMaker : uint8_t
 class CTerrainTiles
 {
 public:
-    // Another terrain, without textures so far. ground: its sizes and steps, its heights are not
-    // looked at. uTileCells: per side.
+    // Begins anew with another terrain, whose tiles have no textures yet. ground: its sizes and
+    // steps; its heights are not looked at. uTileCells: per side.
     void Reset(OpenGl& gl,
                const SHeightView& ground,
                uint32_t uTileCells,
                ENormalMaker eMaker = ENormalMaker::Best);
     void Release(OpenGl& gl);
 
-    // The textures of one tile; nothing is in them yet. False when the card has no room.
+    // Makes the textures of one tile, with nothing in them yet. False when the card has no room.
     bool MakeTile(OpenGl& gl, uint32_t uTileX, uint32_t uTileZ);
 
     // Brings one tile up to date: the heights of the vertices in changed, which may lie one vertex

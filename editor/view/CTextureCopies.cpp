@@ -80,6 +80,7 @@ uint64_t CTextureCopies::Fill(OpenGl& gl, ITexture& texture, ECopyKind eKind)
     const auto iWidth = static_cast<GLsizei>(texture.GetWidth());
     const auto iHeight = static_cast<GLsizei>(texture.GetHeight());
     const size_t nTexels = size_t{texture.GetWidth()} * texture.GetHeight();
+    // Rows follow one another without gaps.
     gl.glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
     if (eKind == ECopyKind::Grey)
     {

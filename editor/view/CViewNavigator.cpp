@@ -66,6 +66,7 @@ void CViewNavigator::StartOrbit(const CTerrain* pTerrain, float fX, float fY)
             pTerrain, static_cast<float>(m_Width) * 0.5F, static_cast<float>(m_Height) * 0.5F);
     }
     const SVec3 offset = Subtract(m_Grabbed, m_Camera->GetPosition());
+    // Along the camera's own axes: turned with them, the pivot keeps its place in the picture.
     m_Offset = {Dot(offset, m_Camera->GetRight()),
                 Dot(offset, m_Camera->GetUp()),
                 Dot(offset, m_Camera->GetForward())};
@@ -116,10 +117,12 @@ void CViewNavigator::Pan(const CTerrain* pTerrain, float fX, float fY)
     const SRay ray = view.GetRay(fX, fY);
     if (!IsTop())
     {
+        // The grabbed point moves on the plane that faces the view, so its depth stays.
         const float fDistance = m_Offset.z / Dot(ray.direction, view.forward);
         MoveTo(pTerrain, AddScaled(m_Grabbed, ray.direction, -fDistance));
         return;
     }
+    // In a top view all rays are parallel, so the centre moves as far as the cursor, the other way.
     const SVec3 center = AddScaled(Subtract(m_Grabbed, ray.origin), view.position, 1.0F);
     if (IsUsable(center))
     {
@@ -196,6 +199,7 @@ bool CViewNavigator::Fly(const CTerrain* pTerrain, const SFlyKeys& keys, float f
     {
         return false;
     }
+    // Over ground that rises the camera slides upwards instead of stopping.
     position.y += std::max(fLack, 0.0F);
     m_Camera->SetPosition(position);
     return true;
@@ -213,6 +217,7 @@ void CViewNavigator::Frame(const CTerrain* pTerrain, const SExtents& box)
         FrameTop(box, fLeast);
         return;
     }
+    // Steeper from try to try, until the camera would be above the ground.
     for (const float fPitch : {m_Camera->GetPitch(), FIRST_PITCH, -60.0F, -90.0F})
     {
         m_Camera->SetAngles(m_Camera->GetYaw(), fPitch);
@@ -257,6 +262,7 @@ SViewProjection CViewNavigator::GetView(const CTerrain* pTerrain) const
     view.iHeight = m_Height;
     if (IsTop())
     {
+        // Above all ground, since rays begin there.
         view.position = {
             m_CenterX, GetGroundBox(pTerrain).max.y + GetClearance(pTerrain), m_CenterZ};
         view.up = {0.0F, 0.0F, -1.0F};
@@ -347,6 +353,7 @@ void CViewNavigator::ZoomTop(const CTerrain* pTerrain, float fX, float fY, doubl
     const float fFarthest = std::max(m_HalfHeight, FARTHEST_ZOOM * GetDiagonal(pTerrain));
     const auto fWanted = static_cast<float>(m_HalfHeight * fFactor);
     const float fHalfHeight = std::clamp(fWanted, fNearest, fFarthest);
+    // The centre comes nearer to the point under the cursor by the same share, so that point stays.
     const double fScale = static_cast<double>(fHalfHeight) / m_HalfHeight;
     const SVec3 center = {static_cast<float>(under.x + (m_CenterX - under.x) * fScale),
                           0.0F,
@@ -364,6 +371,7 @@ bool CViewNavigator::FlyTop(const CTerrain* pTerrain, const SFlyKeys& keys, floa
     const float fEast = GetAxis(keys.bLeft, keys.bRight);
     const float fSouth = GetAxis(keys.bForward, keys.bBack);
     const float fOut = GetAxis(keys.bDown, keys.bUp);
+    // As fast on the screen at any scale: half the view's height in a second.
     const SVec3 center = {m_CenterX + fEast * fSeconds * m_HalfHeight,
                           0.0F,
                           m_CenterZ + fSouth * fSeconds * m_HalfHeight};

@@ -62,15 +62,15 @@ public:
     // the ground; the camera slides along it. True when the view has moved.
     bool Fly(const CTerrain* pTerrain, const SFlyKeys& keys, float fSeconds);
 
-    // The box just fills the view, as seen from the present direction; from obliquely above when
-    // that direction would place the camera below the ground.
+    // Moves the view so that the box just fills it, as seen from the present direction; from
+    // obliquely above when that direction would place the camera below the ground.
     void Frame(const CTerrain* pTerrain, const SExtents& box);
     void FrameSpot(const CTerrain* pTerrain, const SVec3& point, float fRadius);
 
-    // Everything, from the south and above. For a level that was just opened.
+    // Shows the whole terrain, from the south and above. For a level that was just opened.
     void FrameTerrain(const CTerrain* pTerrain);
 
-    // The ground under a position. False over sky.
+    // Finds the ground under a position. False over sky.
     bool Pick(const CTerrain* pTerrain, float fX, float fY, SVec3& hit) const;
     SRay GetRay(const CTerrain* pTerrain, float fX, float fY) const;
 

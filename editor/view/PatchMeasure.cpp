@@ -54,6 +54,9 @@ inline __attribute__((always_inline)) void MeasureStepsOf(
     SRow& between = aRows[0];
     SRow* pUpper = &aRows[1];
     SRow* pLower = &aRows[2];
+    // The worst errors are kept for each column of squares and joined to patches at the end: the
+    // loop over a row then has no condition in it. The lower row of one step is the upper one of
+    // the next.
     ReadRow<HALF>(pHeights, uHalf, uSquares, *pUpper);
     for (uint32_t z = 0; z < SIDE; ++z)
     {
@@ -76,6 +79,7 @@ inline __attribute__((always_inline)) void MeasureStepsOf(
                                 fKept + 0.5F * (pLower->aKept[uSquares] - fKept));
         std::swap(pUpper, pLower);
     }
+    // The lower border of the last row of squares is the upper one of no square here.
     for (uint32_t i = 0; i < uSquares; ++i)
     {
         const float fKept = pUpper->aKept[i];
@@ -85,6 +89,7 @@ inline __attribute__((always_inline)) void MeasureStepsOf(
     for (uint32_t n = 0; n < uPatches; ++n)
     {
         const uint32_t uFirst = n * SIDE;
+        // The right border of a patch is the left one of the next.
         float fWorst = aLeft[uFirst + SIDE];
         for (uint32_t i = uFirst; i < uFirst + SIDE; ++i)
         {

@@ -12,6 +12,7 @@ struct SFrustum
     {
         for (int i = 0; i < 6; ++i)
         {
+            // Each plane is the matrix's fourth row plus or minus one of the others.
             const float fSign = i % 2 == 0 ? 1.0F : -1.0F;
             const int iRow = i / 2;
             planes[i] = {matrix[3] + fSign * matrix[iRow],

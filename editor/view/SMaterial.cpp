@@ -66,6 +66,7 @@ bool SMaterial::Load(const std::string& strPath)
     {
         return Fail(strPath, "cannot be read");
     }
+    // Read apart, so that a fault leaves the material as it was.
     SMaterial read;
     read.nColors = 0;
     const SKind* pKind = nullptr;

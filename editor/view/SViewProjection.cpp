@@ -35,6 +35,8 @@ void SViewProjection::GetMatrix(float (&matrix)[16]) const
         eye[i][2] = rows[i]->z;
         eye[i][3] = -Dot(*rows[i], position);
     }
+    // The projection times the view's axes, column after column as OpenGL takes it; the depth range
+    // becomes -1 to 1.
     const float fX = 1.0F / (fTall * GetAspect(*this));
     const float fY = 1.0F / fTall;
     for (int iColumn = 0; iColumn < 4; ++iColumn)

@@ -28,7 +28,7 @@ struct SViewProjection
     // Column by column, for column vectors: clip = matrix * (x, y, z, 1), z from -1 to 1.
     void GetMatrix(float (&matrix)[16]) const;
     SRay GetRay(float fX, float fY) const;
-    // False for what is behind the view.
+    // Tells where a point is in the picture, in device pixels. False for what is behind the view.
     bool Project(const SVec3& point, float& fX, float& fY) const;
     // What one device pixel covers at a distance along the view direction.
     float GetPixelSize(float fDistance) const;

@@ -104,6 +104,7 @@ void SetDepthRange(SViewProjection& view, const CTerrain* pTerrain)
         return;
     }
     view.fFar = std::max(fMost * 1.01F, 16.0F * GetClearance(pTerrain));
+    // From outside the terrain's box nothing is nearer than its nearest corner.
     const float fNear =
         std::max(NEAR_SHARE * GetGroundDistance(pTerrain, view.position), fLeast * 0.9F);
     view.fNear = std::clamp(fNear, view.fFar * 2e-6F, view.fFar * 0.5F);
