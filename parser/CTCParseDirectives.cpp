@@ -25,6 +25,8 @@ std::unique_ptr<CTCPARSE_STRING> CTCParseDirectives::ReadDeclaration(CTCParseNam
         return nullptr;
     }
     CTCParseReader::MakeLower(pNode->name);
+    // The bracket is read before the name is looked at; each directive has a message of its own for
+    // a missing one.
     const bool bOpened = m_Reader.NextChar() == '(';
     std::unique_ptr<CTCPARSE_STRING> pFileName;
     if (strcmp(pNode->name, "include") == 0)
@@ -47,6 +49,7 @@ std::unique_ptr<CTCPARSE_STRING> CTCParseDirectives::ReadDeclaration(CTCParseNam
     {
         declarations.Add(pNode.release());
     }
+    // An empty name includes nothing, without a message.
     const bool bFile = pFileName != nullptr && pFileName->value[0] != '\0';
     return bFile ? std::move(pFileName) : nullptr;
 }

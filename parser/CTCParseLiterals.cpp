@@ -56,6 +56,7 @@ static double GetFractionScale(size_t nDigits)
     {
         return FRACTION_SCALES[nDigits];
     }
+    // Goes on by the rule of the table. Once the scale is 0, further digits change nothing.
     double fScale = FRACTION_SCALES.back();
     for (size_t i = FRACTION_SCALES.size() - 1; i < nDigits && fScale != 0.0; ++i)
     {
@@ -125,7 +126,9 @@ bool CTCParseLiterals::ReadFloatDigits(bool bNegative, float* pValue, int32_t* p
     {
         decimal.Add(*p);
     }
+    // The fraction's digits go on in the same number, which is scaled down once at the end.
     double fValue = decimal.GetValue();
+    // A number may not begin with the point, but it may end with it.
     if (*p == '.' && p != pStart)
     {
         const char* pFraction = ++p;
@@ -147,6 +150,7 @@ CTCPARSE_STRING* CTCParseLiterals::ReadQuoted(int32_t* pError)
     const auto nRest = static_cast<size_t>(m_Reader.GetEnd() - pStart);
     const auto* pQuote = static_cast<const char*>(memchr(pStart, '"', nRest));
     const size_t nLength = pQuote != nullptr ? static_cast<size_t>(pQuote - pStart) : nRest;
+    // A quote that was found may be an escaped one: then a backslash stands before it.
     if (memchr(pStart, '\\', nLength) != nullptr)
     {
         return ReadEscaped(pError);
@@ -181,6 +185,7 @@ CTCPARSE_STRING* CTCParseLiterals::ReadEscaped(int32_t* pError)
             switch (nChar)
             {
             case 'n':
+                // The escape stands for both bytes of a line break.
                 *pDest++ = '\r';
                 nChar = '\n';
                 break;

@@ -16,6 +16,7 @@ static size_t HashName(const NameBytes& szName)
                                            0xA0761D6478BD642FU,
                                            0xE7037ED1A0B428DBU,
                                            0x8EBC6AF09C88C6E3U};
+    // Names are zero behind their text, so the whole buffer can be hashed and compared as words.
     uint64_t uWords[std::size(FACTORS)];
     static_assert(sizeof(uWords) == sizeof(NameBytes));
     memcpy(uWords, szName, sizeof(uWords));
@@ -29,6 +30,7 @@ static size_t HashName(const NameBytes& szName)
 
 CTCParseNameList::CTCParseNameList(const CTCParseNameList& source)
 {
+    // Copying the first node copies all that follow it, newest first.
     if (source.m_pFirst != nullptr)
     {
         m_pFirst = new CTCPARSE_KEYWORD(*source.m_pFirst);
@@ -85,6 +87,7 @@ size_t CTCParseNameList::FindSlot(const NameBytes& szName) const
 
 void CTCParseNameList::Index(const CTCPARSE_KEYWORD* pNode, EHiding eHiding)
 {
+    // At most half of the slots are taken, so that every search ends at a free one soon.
     if (m_Slots.size() <= 2 * m_nNames)
     {
         Grow();
@@ -95,6 +98,7 @@ void CTCParseNameList::Index(const CTCPARSE_KEYWORD* pNode, EHiding eHiding)
         ++m_nNames;
         pSlot = pNode;
     }
+    // Hidden nodes stay in the chain, which owns them, and only leave the index.
     else if (eHiding == EHiding::newer)
     {
         pSlot = pNode;

@@ -144,6 +144,7 @@ CTCPARSE_KEYWORD::CTCPARSE_KEYWORD(const CTCPARSE_KEYWORD& source)
     CopyNode(source);
     chains.emplace_back(source.next, &next);
     chains.emplace_back(source.block, &block);
+    // A list of chains instead of recursion: blocks nest deeper than the stack could follow.
     while (!chains.empty())
     {
         auto [pSource, ppLink] = chains.back();

@@ -32,6 +32,7 @@ bool CTCParseReader::Load(const char* pszPath)
         return false;
     }
     const uint64_t nLength = file.length();
+    // Keeps the sum with the padding below from wrapping.
     if (nLength > SIZE_MAX / 2)
     {
         return false;
@@ -66,6 +67,7 @@ bool CTCParseReader::SkipComment()
         static constexpr char CLOSING[] = {'*', '/'};
         const char* pClosing = std::search(pBody, m_pEnd, CLOSING, CLOSING + sizeof(CLOSING));
         m_pCursor = pClosing != m_pEnd ? pClosing + sizeof(CLOSING) : m_pEnd;
+        // Whoever adds statements to the text must close such a comment first.
         m_bOpenComment = pClosing == m_pEnd;
         return true;
     }
@@ -74,6 +76,7 @@ bool CTCParseReader::SkipComment()
 
 int CTCParseReader::ReadWord(NameBuffer& szWord)
 {
+    // The scan needs no look at the end of the text: the zeros behind it belong to no word.
     constexpr size_t MOST = sizeof(NameBuffer) - 1;
     const char* pStart = m_pCursor;
     size_t nLength = 0;
@@ -89,6 +92,7 @@ int CTCParseReader::ReadWord(NameBuffer& szWord)
         uint64_t uBytes = 0;
         if (i < nLength)
         {
+            // May read behind the word and even behind the text: the padding is as long as a name.
             memcpy(&uBytes, pStart + i, sizeof(uBytes));
             const size_t nKept = std::min(nLength - i, sizeof(uBytes));
             uBytes &= ~uint64_t{0} >> (8 * (sizeof(uBytes) - nKept));
@@ -126,6 +130,7 @@ std::string_view CTCParseReader::GetText() const
 
 std::string_view CTCParseReader::GetLineText() const
 {
+    // Only messages ask for the line, so its start is looked for then and not kept while reading.
     const char* pLine = m_pCursor;
     while (pLine != m_Text.get() && !IsLineBreak(pLine[-1]))
     {

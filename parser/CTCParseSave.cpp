@@ -93,6 +93,7 @@ bool CTCPARSE_KEYWORD::Save(FILE* pFile) const
             around.pop_back();
         }
     }
+    // Single writes are not checked: the stream keeps its error, and flushing tells of the rest.
     if (fflush(pFile) != 0 || ferror(pFile) != 0)
     {
         CrashLog("[CTCPARSE_KEYWORD::Save] the tree could not be written\n");

@@ -56,6 +56,7 @@ CTCPARSE_FLOAT* CTCParseVariables::ReadFloat(int32_t* pError)
         *pError = 1;
         return nullptr;
     }
+    // An unknown variable is reported but no failure, so that old files keep loading: it is 0.
     auto* pValue = new CTCPARSE_FLOAT(0.0F);
     if (m_Callbacks.pFloat(&pValue->value, szName, ""))
     {

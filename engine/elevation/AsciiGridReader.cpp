@@ -48,6 +48,7 @@ std::string Quote(std::string_view text)
 
 template <typename TNumber> bool ParseNumber(std::string_view text, TNumber& number)
 {
+    // from_chars takes no '+', which files may have.
     const bool bPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
     const char* const pEnd = text.data() + text.size();
     const auto [pStop, fault] = std::from_chars(text.data() + (bPlus ? 1 : 0), pEnd, number);
@@ -120,6 +121,8 @@ std::string_view CAsciiGridDecoder::TakeWord()
 
 bool CAsciiGridDecoder::ReadHeader()
 {
+    // The place of the grid only helps to tell degrees from other units, so a corner and a centre
+    // of a cell count as the same.
     static constexpr std::pair<std::string_view, EKey> WORDS[] = {
         {"ncols", KEY_COLUMNS},
         {"nrows", KEY_ROWS},
@@ -193,6 +196,7 @@ bool CAsciiGridDecoder::CheckHeader()
     {
         return Fail("the header has no cellsize above 0");
     }
+    // The format names no unit: small cells at a place that the globe has are taken for degrees.
     m_Grid.bInDegrees = std::max(m_Grid.dSpacingX, m_Grid.dSpacingZ) < MAX_DEGREES_CELL &&
                         m_Values[KEY_CORNER_X] && std::fabs(*m_Values[KEY_CORNER_X]) <= 360.0 &&
                         m_Values[KEY_CORNER_Y] && std::fabs(*m_Values[KEY_CORNER_Y]) <= 90.0;

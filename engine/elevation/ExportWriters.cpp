@@ -42,6 +42,7 @@ template <typename TSample> bool WriteRows(fs::file& file, CExportRows& rows, bo
             return false;
         }
         PackRow<TSample>(pRow, rows.GetColumns(), bSwap, bytes);
+        // A fault sticks to the file and shows when it is closed.
         file.write(bytes.data(), bytes.size());
     }
     return true;

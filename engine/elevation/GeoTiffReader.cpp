@@ -17,9 +17,9 @@
 namespace
 {
 
+constexpr char TASK[] = "Reading the height map"; // as progress shows it
 // Beyond what deflate and LZW can pack into a byte. Stronger packers reach more only with pictures
 // that are all one value; those pass when they are small.
-constexpr char TASK[] = "Reading the height map"; // as progress shows it
 constexpr uint64_t MAX_PACKING = 1400;
 constexpr uint64_t SMALL_BYTES = uint64_t{16} << 20;
 
@@ -37,6 +37,7 @@ bool Convert(const uint8_t* pSource,
              const std::optional<double>& noData,
              float* pDest)
 {
+    // Floats are compared as floats: the text of the mark need not be exact in double precision.
     using TCompared = std::conditional_t<std::is_same_v<T, float>, float, double>;
     const bool bHasNoData = noData.has_value();
     const auto tNoData = static_cast<TCompared>(noData.value_or(0.0));
@@ -214,6 +215,7 @@ bool CGeoTiffDecoder::ReadTags()
     const auto keys = m_File.GetArray<uint16_t>(TAG_GEO_KEYS, TIFF_SHORT);
     for (size_t i = 4; i + 4 <= keys.size(); i += 4)
     {
+        // A place of 0 says that the value stands in the entry itself.
         m_Grid.bInDegrees |=
             keys[i] == KEY_MODEL_TYPE && keys[i + 1] == 0 && keys[i + 3] == MODEL_GEOGRAPHIC;
     }
@@ -296,6 +298,7 @@ bool CGeoTiffDecoder::ReadTileRow(uint32_t uRow, uint32_t uRows, std::vector<uin
     uint32_t uUsed = 0;
     for (uint32_t x = 0; x < m_Grid.uColumns; x += uUsed)
     {
+        // Tiles at the far borders reach beyond the grid; what they have there is dropped.
         uUsed = std::min(uWidth, m_Grid.uColumns - x);
         const uint32_t uTile = TIFFComputeTile(m_File.Get(), x, uRow, 0, 0);
         if (TIFFReadEncodedTile(m_File.Get(), uTile, tile.data(), nTile) != nTile)

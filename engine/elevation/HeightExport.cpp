@@ -183,6 +183,7 @@ std::string MakePlan(const char* pszPath,
     }
     plan.dSpacingX = std::fabs(static_cast<double>(size.x)) / (heights.uColumns - 1);
     plan.dSpacingZ = std::fabs(static_cast<double>(size.z)) / (heights.uRows - 1);
+    // A unit holds for lengths as well, so that the proportions of the terrain stay.
     if (options.dUnit > 0.0)
     {
         plan.dSpacingX /= plan.dUnit;

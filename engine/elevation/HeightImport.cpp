@@ -36,6 +36,8 @@ public:
         {
             return false;
         }
+        // Voids go first: they have no place in the range of the samples, and a fit would spread
+        // them.
         FillHoles();
         return ScaleSamples() &&
                ChooseFit(
@@ -142,6 +144,7 @@ bool CHeightImport::ScaleSamples()
     {
         return static_cast<float>((static_cast<double>(fSample) - dOffset) * dScale);
     };
+    // The scale is linear, so the two ends speak for all samples between them.
     if (!std::isfinite(getHeight(fLow)) || !std::isfinite(getHeight(fHigh)))
     {
         return Fail("in terrain units its heights are too large");
@@ -151,6 +154,8 @@ bool CHeightImport::ScaleSamples()
         std::transform(
             m_Grid.samples.begin(), m_Grid.samples.end(), m_Grid.samples.begin(), getHeight);
     }
+    // Scaled by their range, the samples end at the maximum height that was chosen above. Otherwise
+    // it follows from what is given or from the heights themselves.
     const bool bByRange = m_HoldsCodes && m_Options.dWhite <= 0.0 && m_Options.dUnit <= 0.0;
     if (m_Options.fMaxHeight <= 0.0F && !bByRange)
     {
@@ -211,6 +216,7 @@ bool CHeightImport::MakeSize(SHeightField& field)
         Report("note: the file's spacing of " + MakeNumber(m_Grid.dSpacingX) + " x " +
                MakeNumber(m_Grid.dSpacingZ) + " is in degrees and not used");
     }
+    // Counted in the samples that are used: interpolation makes other vertices of the same length.
     field.size = {
         MakeLength(
             m_Options.fWidth, m_Options.fSpacingX, m_Grid.dSpacingX, m_Window.uColumns - 1, 'x'),

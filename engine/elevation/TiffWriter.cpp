@@ -93,6 +93,7 @@ TIFF* OpenTiff(STarget& target)
 
 bool WriteTags(TIFF* pTiff, const CExportRows& rows, const SExportPlan& plan, uint32_t uStripRows)
 {
+    // libtiff has to be told of tags that are not its own before it writes them.
     static char s_aScaleName[] = "ModelPixelScale";
     static char s_aTieName[] = "ModelTiepoint";
     const TIFFFieldInfo aFields[] = {

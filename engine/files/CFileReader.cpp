@@ -87,6 +87,7 @@ int CFileReader::Read(void* pDest, size_t nBytes, size_t& nRead)
                 return ENOMEM;
             }
         }
+        // Filled from the reading position on, however little was asked for.
         m_BufferStart = m_Position;
         iFault = ReadDirect(m_Buffer.get(), BUFFER_BYTES, m_BufferSize);
         nMore = TakeFromBuffer(pRest, nRest);
@@ -113,6 +114,7 @@ int CFileReader::ReadDirect(void* pDest, size_t nBytes, size_t& nRead)
     nRead = 0;
     while (nRead < nBytes)
     {
+        // The position is the caller's alone: seeking costs no call of the system.
         const ssize_t nStep = ::pread(m_Descriptor,
                                       static_cast<char*>(pDest) + nRead,
                                       nBytes - nRead,

@@ -37,6 +37,7 @@ void CJsonWriter::End()
 
 void CJsonWriter::BeginValue()
 {
+    // Behind a key the comma and the line have been written with the key.
     if (m_Levels.empty() || m_bHasKey)
     {
         m_bHasKey = false;

@@ -126,10 +126,13 @@ bool commit_group::commit()
         return false;
     }
     m_Open = false;
+    // The files of an inner group wait for the outermost one.
     if (--g_OpenGroups > 0)
     {
         return true;
     }
+    // From the first name to the last sync: a signal in between would leave some files new, some
+    // old.
     const CSignalsHeld signalsHeld;
     std::vector<SHeld> held = std::exchange(g_Held, {});
     const SHeld* pFailed = nullptr;
@@ -140,6 +143,7 @@ bool commit_group::commit()
         m_Error = file_exception(GetText(held, *pFailed, iFault));
         return false;
     }
+    // The renames are on the disk only when their folders are.
     for (const SHeld& one : held)
     {
         one.file.SyncFolder();

@@ -210,6 +210,7 @@ const char* file::name() const
 
 bool file::close()
 {
+    // The file counts as closed whatever follows; the name is only needed for the message.
     const std::string strName = std::move(m_State->strName);
     m_State->strName.clear();
     m_State->bReadPastEnd = false;

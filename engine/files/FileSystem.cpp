@@ -125,6 +125,7 @@ int rename(const char* pszFrom, const char* pszTo)
     if (!strExisting.empty() && IsSameFile(strExisting, strFrom))
     {
         // Only the spelling changes.
+        // GetWriteTarget has found the file itself, in its old spelling.
         strTarget = GetFolderOf(strTarget) + strTo.substr(strTo.find_last_of('/') + 1);
     }
     else if (!strExisting.empty())

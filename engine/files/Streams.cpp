@@ -42,6 +42,7 @@ int FollowLinks(std::string& strPath)
 {
     for (int i = 0; i < LINKS_FOLLOWED; ++i)
     {
+        // A descriptor is no link to follow: behind a pipe or a removed file there is no path.
         char szLink[PATH_MAX];
         const ssize_t nLength =
             GetOwnDescriptor(strPath) >= 0 ? 0 : ::readlink(strPath.c_str(), szLink, sizeof szLink);
@@ -65,6 +66,7 @@ int OpenStream(const std::string& strPath, int& iDescriptor)
         iDescriptor = ::fcntl(iOwn, F_DUPFD_CLOEXEC, 0);
         return iDescriptor >= 0 ? 0 : errno;
     }
+    // Without waiting, so that a pipe without a reader is refused and holds nobody up.
     iDescriptor = ::open(strPath.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     if (iDescriptor < 0)
     {

@@ -56,6 +56,7 @@ bool ReadStart(const std::string& strProcess, uint64_t& uStart)
     std::fclose(pFile);
     szText[nRead] = '\0';
     // A program's name is in brackets and may hold anything.
+    // The fields are counted from there: the first is the state, the twentieth the start.
     const char* pszAfterName = std::strrchr(szText, ')');
     char cState = 0;
     unsigned long long uRead = 0;
@@ -122,8 +123,10 @@ bool IsLiving(const SMaker& maker)
     uint64_t uStart = 0;
     if (!ReadStart(std::to_string(maker.process), uStart))
     {
+        // When in doubt it lives: only a system that knows no such process is believed.
         return ::kill(maker.process, 0) == 0 || errno != ESRCH;
     }
+    // Another start means another process that got the same id.
     return maker.uStart == 0 || maker.uStart == uStart;
 }
 

@@ -15,6 +15,7 @@ CBmpRunReader::CBmpRunReader(std::span<const uint8_t> data, const SBmpHeader& he
 
 bool CBmpRunReader::Read()
 {
+    // Pixels that the runs skip show the first colour.
     std::memset(m_Image.GetRawData(), 0, m_Image.GetByteCount());
     while (!m_Ended && m_Stream.size() - m_Position >= 2)
     {

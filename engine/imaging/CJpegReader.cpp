@@ -43,6 +43,7 @@ void CJpegReader::OnSkip(j_decompress_ptr pInfo, long nBytes)
 
 bool CJpegReader::Guard(void (*pStep)(CJpegReader&))
 {
+    // A fault jumps back to here over libjpeg and the step, where no destructor would run.
     if (setjmp(m_Errors.jump) != 0)
     {
         return false;

@@ -146,6 +146,7 @@ IPalette* IL_LoadPalette(const char* pszPath)
         if (file.Read(pszPath, strFault))
         {
             const SImageCodec* pCodec = RecogniseImage(file.GetBytes(), pszPath);
+            // A look at the header saves decoding the many pictures that have none.
             const bool bMay = pCodec != nullptr && pCodec->pMayHavePalette != nullptr &&
                               pCodec->pMayHavePalette(file.GetBytes());
             const bool bDecoded = bMay && pCodec->pDecode(file.GetBytes(), picture, strFault);

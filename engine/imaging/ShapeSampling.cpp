@@ -20,6 +20,7 @@ TELLUR_LOOP_BODY SPixelPair FindPair(float fOffset, float fPixels, int iSize)
     fPixels = fPixels == fPixels ? fPixels : 0.0F;
     fPixels = fPixels < -fLimit ? -fLimit : fPixels;
     fPixels = fPixels > fLimit ? fLimit : fPixels;
+    // Both sides count pixels from the middle outwards, because a cast cuts towards 0 on either.
     const int iHalf = iSize / 2;
     const int iAhead = static_cast<int>(fPixels);
     const float fAbs = std::fabs(fPixels);

@@ -67,6 +67,7 @@ bool HasEnoughPixels(size_t nBytes, const STgaHeader& header)
     const uint64_t nPixels = uint64_t{header.uWidth} * header.uHeight;
     if (header.bHasRuns)
     {
+        // A packet stands for at most 128 pixels and stores at least one.
         const uint64_t nPackets = (nPixels + 127) / 128;
         return nPackets * (1 + header.uPixelBytes) <= nBytes;
     }
@@ -134,6 +135,7 @@ bool UnpackRuns(std::span<const uint8_t> packets, std::span<uint8_t> pixels, siz
         {
             return false;
         }
+        // A run copies its one pixel again and again, literals are a single copy.
         for (size_t nDone = 0; nDone < nBytes; nDone += nStored)
         {
             std::memcpy(&pixels[nOut + nDone], &packets[nIn], nStored);

@@ -77,6 +77,7 @@ void CPaintLayer::Begin(const IImage* pWorkImage, const IImage* pBrushShape, uin
     }
     m_Channels = uChannels;
     SetShape(pBrushShape);
+    // Of an image as large as the one before, only what differs counts as changed.
     if (!TakeChanges(*pWorkImage))
     {
         m_Image.reset(IL_CreateImageFromImage(pWorkImage));
@@ -138,6 +139,7 @@ void CPaintLayer::Paint(const SExtents& box,
     {
         return;
     }
+    // Functions that can do a row at a time are called once a row, all others once a texel.
     auto* pRowFunction = dynamic_cast<ITerrain2DRowFunction*>(pFunction);
     const size_t nColumns = columns.texels.uEnd - columns.texels.uFirst;
     STexelRect changed;

@@ -58,6 +58,7 @@ const float* CShapeSampler::SampleRow(uint32_t uRow, const SShapeSide& rows, flo
         FindPixels(uRow, rows, m_Mapping, static_cast<int>(m_Shape->GetHeight()));
     const size_t nWidth = m_Shape->GetWidth();
     const uint8_t* pPixels = m_Shape->GetRawData();
+    // The two rows of the shape become one first, so that a texel looks up two pixels and not four.
     BlendPixelRows(pPixels + static_cast<size_t>(pair.iFirst) * nWidth,
                    pPixels + static_cast<size_t>(pair.iSecond) * nWidth,
                    pair.fFirstWeight,

@@ -117,6 +117,7 @@ bool CRTTIObject::SaveFields(fs::file& file) const
 
 bool CRTTIObject::LoadFields(fs::file& file)
 {
+    // The object's class before its bases; LoadFields goes the same way.
     for (const CRTTI* pClass = GetRTTI(); pClass != nullptr; pClass = pClass->GetBase())
     {
         for (CRTTIField* pField : pClass->GetFields())

@@ -110,6 +110,8 @@ bool ParseEditFlags(std::string_view strText, SEditFlags& flags)
     {
         const size_t iEnd = strText.find(';');
         const size_t iColon = strText.find(':');
+        // A colon that is missing has the largest position there is, and fails as one behind the
+        // end.
         if (iEnd == std::string_view::npos || iColon >= iEnd ||
             !ParsePart(
                 strText.substr(0, iColon), strText.substr(iColon + 1, iEnd - iColon - 1), flags))

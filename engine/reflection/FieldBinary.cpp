@@ -108,6 +108,7 @@ bool IsValue(const CRTTIField& field, const char* pBytes, size_t nBytes)
 
 bool LoadPlain(fs::file& file, const CRTTIField& field, void* pValue, size_t nBytes)
 {
+    // Read aside first: what is no value of the field leaves the member as it was.
     char bytes[PLAIN_BYTES_MAX] = {};
     if (!ReadAll(file, bytes, nBytes) || !IsValue(field, bytes, nBytes))
     {

@@ -54,10 +54,12 @@ MeasureStrip(const SHeightView& view, const SVertexRect& strip, SHeightRange* pR
         const float* pRow = view.pHeights + static_cast<size_t>(z) * view.uSizeX + strip.uMinX;
         for (uint32_t x = 0; x < uWidth; ++x)
         {
+            // Every comparison with a NaN fails, so it becomes no bound.
             aMin[x] = pRow[x] < aMin[x] ? pRow[x] : aMin[x];
             aMax[x] = pRow[x] > aMax[x] ? pRow[x] : aMax[x];
         }
     }
+    // The last column of a block is the first one of the next: both take it.
     for (uint32_t uFirst = 0; uFirst + 1 < uWidth; uFirst += CHeightPyramid::BLOCK)
     {
         SHeightRange range;
@@ -89,6 +91,7 @@ void AddBlock(const CHeightPyramid& pyramid,
               SHeightRange& range)
 {
     const SVertexRect whole = GetBlockVertices(view, uX, uZ, CHeightPyramid::BLOCK << iLevel);
+    // The blocks below share border vertices, which may be looked at twice: a range does not mind.
     const SVertexRect part = Intersect(whole, rect);
     if (part.IsEmpty())
     {
@@ -186,6 +189,7 @@ SHeightRange CHeightPyramid::GetRange(const SHeightView& view, const SVertexRect
 
 bool CHeightPyramid::Allocate(uint32_t uCellsX, uint32_t uCellsZ)
 {
+    // Gives the memory back first, so that old and new levels are never held together.
     std::vector<SLevel>().swap(m_Levels);
     uint32_t uBlocksX = (uCellsX + BLOCK - 1) / BLOCK;
     uint32_t uBlocksZ = (uCellsZ + BLOCK - 1) / BLOCK;
@@ -238,6 +242,8 @@ void CHeightPyramid::UpdateLevel(int iLevel, const SVertexRect& blocks)
     for (uint32_t z = blocks.uMinZ; z < blocks.uEndZ; ++z)
     {
         const size_t nUpper = static_cast<size_t>(2 * z) * finer.uBlocksX;
+        // Where the finer level ends with an odd block, that block stands in for its missing
+        // neighbour.
         const size_t nLower = 2 * z + 1 < finer.uBlocksZ ? nUpper + finer.uBlocksX : nUpper;
         for (uint32_t x = blocks.uMinX; x < blocks.uEndX; ++x)
         {

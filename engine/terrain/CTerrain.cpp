@@ -37,7 +37,9 @@ SCellPosition LocateCell(float fPosition, float fSize, uint32_t uCells)
 {
     const double dCells = uCells;
     const double dAt = fPosition / static_cast<double>(fSize) * dCells;
+    // A NaN fails the comparison and counts as the border at 0.
     const double dClamped = dAt > 0.0 ? std::min(dAt, dCells) : 0.0;
+    // The far border belongs to the last cell, at fraction 1.
     const uint32_t uCell = std::min(static_cast<uint32_t>(dClamped), uCells - 1);
     return {uCell, static_cast<float>(dClamped - uCell)};
 }
@@ -231,6 +233,7 @@ void CTerrain::ForgetTexture(const ITexture* pTexture)
 SHeightField CTerrain::ReplaceField(SHeightField&& field)
 {
     TellGoing();
+    // The pyramid needs no call: the reset below makes all heights new to it.
     SHeightField before = std::exchange(m_Field, std::move(field));
     // The overlay lies over the whole terrain: its scale goes with the width.
     m_OverlayTransform.m[2] *= std::fabs(before.size.x / m_Field.size.x);
@@ -346,6 +349,7 @@ const CHeightPyramid* CTerrain::FetchPyramid() const
     if (TakeDirtyRects(m_PyramidSeen, m_PyramidRects) &&
         !m_Pyramid.Update(GetView(), m_PyramidRects))
     {
+        // The next caller tries again.
         m_PyramidSeen = 0;
         CrashLog("[CTerrain::FetchPyramid] no memory to find points on the ground\n");
         return nullptr;

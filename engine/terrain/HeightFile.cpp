@@ -153,6 +153,7 @@ bool ReadHeights(fs::file& file, const char* pszPath, uint32_t uChecksum, SHeigh
         return Refuse(
             "ReadHeightFile", pszPath, "the checksum does not match, the file is damaged");
     }
+    // Told last: in a damaged file the checksum names the real fault.
     return bFinite || RefuseHeight("ReadHeightFile", pszPath, pHeights, field.uSizeX, 0);
 }
 
@@ -178,6 +179,7 @@ bool ReadHeightFile(const char* pszPath, SHeightField& field)
         return RefuseMissing(OPERATION, pszPath, file);
     }
     SHeader header;
+    // A short file that begins as a height map is damaged; any other one is none.
     const bool bShort = file.read(&header, sizeof(header)) != sizeof(header);
     if (bShort && std::memcmp(header.aMagic, MAGIC, sizeof(MAGIC)) == 0)
     {
@@ -233,6 +235,7 @@ bool WriteHeightFile(
         return RefuseFile(OPERATION, file);
     }
     uint32_t uChecksum = AddToChecksum(0, &header, sizeof(header));
+    // Single writes are not looked at: a fault sticks to the file, and closing it fails.
     file.write(&header, sizeof(header));
     const size_t nCount = static_cast<size_t>(uSizeX) * uSizeZ;
     CProgressSteps progress("Writing heights", nCount);

@@ -38,6 +38,7 @@ FTints MakeTints()
     for (uint32_t i = 0; i < TINT_COUNT; ++i)
     {
         const float fAt = static_cast<float>(i) / (TINT_COUNT - 1);
+        // The search ends before the last stop, which then is the upper one.
         const SStop* pUpper = std::find_if(std::begin(STOPS) + 1,
                                            std::end(STOPS) - 1,
                                            [fAt](const SStop& s) { return s.fAt >= fAt; });
@@ -132,6 +133,8 @@ std::vector<float> SampleHeights(
     std::vector<float> merged(uSizeX);
     for (uint32_t y = 0; y < uHeight; ++y)
     {
+        // The rows under the pixels become one row of vertices, in loops along memory; its columns
+        // are collected after that.
         const SSpan& span = rows[y];
         std::fill(merged.begin(), merged.end(), 0.0F);
         for (uint32_t i = 0; i < span.uCount; ++i)
@@ -186,6 +189,8 @@ void ShadePixel(
     const float fIndex = std::min(1.0F, std::max(0.0F, fShare)) * (TINT_COUNT - 1) + 0.5F;
     const std::array<float, 3>& tint = shading.tints[static_cast<size_t>(fIndex)];
     const float fLight = GetLight(fSlopeX, fSlopeZ);
+    // Shadows keep some of their tint. What faces the suns more than flat ground goes towards
+    // white.
     const float fShadow = std::min(1.0F, 0.18F + 0.82F * fLight);
     const float fGlare = std::min(0.6F, std::max(0.0F, fLight - 1.0F) * 0.9F);
     for (size_t c = 0; c < 3; ++c)
@@ -206,6 +211,7 @@ void ShadeRow(const SShading& shading,
     const float* pHere = heights.data() + uY * nWidth;
     const float* pAbove = heights.data() + nAbove * nWidth;
     const float* pBelow = heights.data() + nBelow * nWidth;
+    // At the borders the difference is over one pixel only.
     const float fScaleZ = nBelow - nAbove == 2 ? shading.fScaleZ : 2.0F * shading.fScaleZ;
     uint8_t* pPixel = picture.rgb.data() + uY * nWidth * 3;
     for (size_t x = 0; x < nWidth; ++x, pPixel += 3)

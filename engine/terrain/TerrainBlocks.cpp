@@ -110,6 +110,7 @@ SVertexRect CTerrain::GetBlockRect(int iBlockX, int iBlockZ) const
 
 void CTerrain::SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEntries, size_t nCount)
 {
+    // The whole block: which vertices the entries name is known only when they are placed.
     TellBefore(GetBlockRect(iBlockX, iBlockZ));
     const SBlockSide sideX = GetBlockSide(iBlockX, m_Field.uSizeX);
     const SBlockSide sideZ = GetBlockSide(iBlockZ, m_Field.uSizeZ);

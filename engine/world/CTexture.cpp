@@ -51,6 +51,8 @@ CTexture::~CTexture()
 
 const uint8_t* CTexture::LockBytes()
 {
+    // Stored grey is handed out as it lies; all else is turned into grey once, until the next
+    // Replace.
     const bool bStoredGrey = m_Image->GetFormat() == EImageFormat::Indexed8 && m_Palette == nullptr;
     if (std::as_const(*m_Image).GetRawData() == nullptr ||
         (!bStoredGrey && m_Grey.empty() && !MakeGrey()))

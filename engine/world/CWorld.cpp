@@ -118,6 +118,7 @@ void CWorld::ReloadTerrain()
     }
     const CUncancellable whole; // the file and the level would differ
     SHeightField field;
+    // With the same heights nobody is told, and all that was made of them stays good.
     if (!ReadHeightFile(strName.c_str(), field) || m_Terrain->IsSameField(field))
     {
         return;
@@ -180,6 +181,7 @@ void CWorld::SetTerrainListener(ITerrainListener* pListener)
 
 void CWorld::CloseTerrain()
 {
+    // The environment points to the terrain, so it goes first.
     m_Environment.reset();
     m_Terrain.reset();
 }
@@ -210,6 +212,7 @@ void CWorld::ReplaceTerrain(SHeightField&& field)
     }
     if (m_Terrain != nullptr)
     {
+        // The object stays: modes and undo records have pointers to it.
         m_Terrain->ReplaceField(std::move(field));
         return;
     }
