@@ -15,7 +15,7 @@ class IImage;
 // moves and Paint for each point of a stroke, which calls ITerrain2DFunction::Apply before it
 // returns, or ITerrain2DRowFunction::ApplyRow of a function that has that, too; End when the mode
 // is left. Begin again, with other texels, is how undo shows its result. Each call that changes
-// what is seen has the views redrawn by the host. Neither may call the layer.
+// what is seen has the views redrawn by the host. Apply and ApplyRow must not call the layer.
 
 // Channels of the bitmap: what is shown of it and what painting changes. Texels are four bytes, red
 // first.

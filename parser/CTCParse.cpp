@@ -78,10 +78,10 @@ CTCPARSE_KEYWORD* CTCParse::ReadBlock(SVocabulary& vocabulary, int32_t* pError)
 {
     CTCParseTree tree;
     size_t iStart = 0; // of the statement
+    // One loop reads nested blocks too, which may be deeper than the stack would allow: the tree
+    // keeps where the outer ones go on.
     while (*pError == 0 && !m_Reader.SkipSpace())
     {
-        // One loop reads nested blocks too; the tree keeps where the outer ones go on. Files may
-        // nest deeper than the stack would allow.
         iStart = m_Reader.GetPosition();
         const int nChar = m_Reader.GetChar();
         switch (nChar)

@@ -59,8 +59,7 @@ std::unique_ptr<CTCPARSE_STRING> CTCParseIncludes::ReadName(int32_t* pError)
     m_Reader.SkipSpace();
     const size_t iStart = m_Reader.GetPosition();
     std::unique_ptr<CTCPARSE_STRING> pName(m_Values.ReadString(pError));
-    // A name without its closing quote swallows the rest of the text: nothing can be added behind
-    // it.
+    // A name without its closing quote takes the rest of the text: nothing can be added behind it.
     m_bCutOff = pName == nullptr && m_Reader.GetCursor() == m_Reader.GetEnd();
     if (pName != nullptr)
     {

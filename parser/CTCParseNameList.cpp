@@ -98,9 +98,9 @@ void CTCParseNameList::Index(const CTCPARSE_KEYWORD* pNode, EHiding eHiding)
         ++m_nNames;
         pSlot = pNode;
     }
-    // Hidden nodes stay in the chain, which owns them, and only leave the index.
     else if (eHiding == EHiding::newer)
     {
+        // The hidden node stays in the chain, which owns it, and only leaves the index.
         pSlot = pNode;
     }
 }

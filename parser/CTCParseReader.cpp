@@ -76,10 +76,10 @@ bool CTCParseReader::SkipComment()
 
 int CTCParseReader::ReadWord(NameBuffer& szWord)
 {
-    // The scan needs no look at the end of the text: the zeros behind it belong to no word.
     constexpr size_t MOST = sizeof(NameBuffer) - 1;
     const char* pStart = m_pCursor;
     size_t nLength = 0;
+    // The scan needs no look at the end of the text: the zeros behind it belong to no word.
     while (nLength < MOST && TCParseIs(pStart[nLength], TCPARSE_WORD))
     {
         ++nLength;

@@ -25,7 +25,7 @@ bool HasValues(const CTCPARSE_PARAM* pParam, const CTCParseText::SCall& call)
 {
     for (const CTCParseText::SValue& value : call.values)
     {
-        // Written out, two floats are equal exactly when they read back as the same number.
+        // Compared as they are written: what would read back the same leaves its bytes alone.
         if (pParam == nullptr || pParam->type != value.eType ||
             MakeValueText(*pParam) != value.strText)
         {
@@ -138,8 +138,8 @@ bool CTCParseText::Change(const SCall& call, std::vector<SEdit>& edits) const
         return pLast != nullptr;
     }
     const CTCPARSE_PARAM* pEnd = nullptr;
-    // The last call of a name decides. When it stands in an included file or in a block, the file's
-    // own text cannot change it, and a new call is added behind it.
+    // The last call of a name decides. When it stands in an included file, this text cannot change
+    // it, and a new call has to be added behind.
     const auto own = std::find_if(m_Outline.calls.begin(),
                                   m_Outline.calls.end(),
                                   [pLast](const auto& known) { return known.pCall == pLast; });

@@ -37,7 +37,7 @@ bool Convert(const uint8_t* pSource,
              const std::optional<double>& noData,
              float* pDest)
 {
-    // Floats are compared as floats: the text of the mark need not be exact in double precision.
+    // Floats are compared as floats: the text of the no-data value need not be exact in double.
     using TCompared = std::conditional_t<std::is_same_v<T, float>, float, double>;
     const bool bHasNoData = noData.has_value();
     const auto tNoData = static_cast<TCompared>(noData.value_or(0.0));

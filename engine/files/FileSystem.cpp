@@ -124,8 +124,8 @@ int rename(const char* pszFrom, const char* pszTo)
     const std::string strExisting = FindExisting(strTo);
     if (!strExisting.empty() && IsSameFile(strExisting, strFrom))
     {
-        // Only the spelling changes.
-        // GetWriteTarget has found the file itself, in its old spelling.
+        // Only the spelling changes: what was found as the target is the file itself, as it is
+        // spelled now.
         strTarget = GetFolderOf(strTarget) + strTo.substr(strTo.find_last_of('/') + 1);
     }
     else if (!strExisting.empty())

@@ -55,8 +55,8 @@ bool ReadStart(const std::string& strProcess, uint64_t& uStart)
     const size_t nRead = std::fread(szText, 1, sizeof szText - 1, pFile);
     std::fclose(pFile);
     szText[nRead] = '\0';
-    // A program's name is in brackets and may hold anything.
-    // The fields are counted from there: the first is the state, the twentieth the start.
+    // A program's name is in brackets and may hold anything, so the fields are counted from behind
+    // it: the first is the state, the twentieth the start.
     const char* pszAfterName = std::strrchr(szText, ')');
     char cState = 0;
     unsigned long long uRead = 0;

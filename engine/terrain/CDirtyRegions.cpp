@@ -265,11 +265,10 @@ void CDirtyRegions::TakeRects(std::vector<SVertexRect>& rects) const
             {
                 ++nAbove;
             }
+            // Only a run with the same columns, right below, goes on with a rectangle.
             const bool bOn = isAt(run.uMinX + 1) &&
                              rects[m_Grid.above[nAbove]].uEndX == run.uEndX &&
                              rects[m_Grid.above[nAbove]].uEndZ == run.uMinZ;
-            // Only a run with the same columns, right below, goes on; any other one starts a
-            // rectangle.
             if (!bOn)
             {
                 rects.push_back(run);

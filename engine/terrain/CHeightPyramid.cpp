@@ -91,7 +91,6 @@ void AddBlock(const CHeightPyramid& pyramid,
               SHeightRange& range)
 {
     const SVertexRect whole = GetBlockVertices(view, uX, uZ, CHeightPyramid::BLOCK << iLevel);
-    // The blocks below share border vertices, which may be looked at twice: a range does not mind.
     const SVertexRect part = Intersect(whole, rect);
     if (part.IsEmpty())
     {
@@ -107,6 +106,7 @@ void AddBlock(const CHeightPyramid& pyramid,
         range.Add(ScanVertices(view, part));
         return;
     }
+    // The blocks below share border vertices, which may be looked at twice: a range does not mind.
     const uint32_t uEndX = std::min(2 * uX + 2, pyramid.GetBlocksX(iLevel - 1));
     const uint32_t uEndZ = std::min(2 * uZ + 2, pyramid.GetBlocksZ(iLevel - 1));
     for (uint32_t z = 2 * uZ; z < uEndZ; ++z)
