@@ -43,6 +43,7 @@ void CTCParse::Error(const char* pszFormat, ...)
 
     if (m_pErrorListener != nullptr)
     {
+        // Made up already, and no format any more: names in it may have per cent signs.
         m_pErrorListener->Error("%s", szMessage);
     }
     CrashLog("[CTCParse] ");

@@ -46,6 +46,7 @@ bool CTCParseCalls::ReadArguments(const CTCPARSE_KEYWORD& declaration,
     {
         m_Reader.SkipSpace();
         const size_t iStart = m_Reader.GetPosition();
+        // Linked at once: the call owns the value when a later one fails.
         *ppLink = m_Values.ReadValue(pType->type, pError);
         if (*pError != 0)
         {

@@ -63,6 +63,7 @@ bool CTCParseDirectives::ReadTypes(CTCPARSE_KEYWORD& declaration, int32_t* pErro
     for (int nChar = m_Reader.NextChar(); nChar >= 0; nChar = m_Reader.NextChar())
     {
         const bool bFirst = declaration.params == nullptr;
+        // The bracket may close an empty list or follow a type, but not a comma.
         if (nChar == ')' && (bFirst || !bTypeExpected))
         {
             return true;

@@ -128,6 +128,7 @@ CTCParseIncludes::ReadIncludeIf(bool bOpened,
     {
         return fail("right bracked");
     }
+    // Compared last: the whole directive has to make sense whether its condition holds or not.
     return Compare(pLeft->value, nOperator, pRight->value) ? std::move(pFileName) : nullptr;
 }
 

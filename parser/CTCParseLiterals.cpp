@@ -21,6 +21,7 @@ public:
             ++m_nDigits;
             return;
         }
+        // From here on every step rounds, just as the plain rule would have done.
         m_fRounded = GetValue() * 10.0 + uDigit;
         m_nDigits = EXACT_DIGITS + 1;
     }
@@ -91,6 +92,7 @@ bool CTCParseLiterals::ReadIntDigits(bool bNegative, int32_t* pValue, int32_t* p
 {
     const char* pStart = m_Reader.GetCursor();
     const char* p = pStart;
+    // Unsigned, because a number of too many digits wraps, which is defined for these only.
     uint32_t uValue = 0; // wraps
     for (; IsDigit(*p); ++p)
     {
@@ -109,6 +111,7 @@ bool CTCParseLiterals::CheckNumber(const char* pStart, const char* pszBadEnd, in
         m_Errors.Fail(pError, "expected number");
         return false;
     }
+    // Only a few characters may follow: "12abc" is refused instead of read as 12.
     if (!TCParseIs(*pEnd, TCPARSE_NUMBER_END))
     {
         m_Errors.Fail(pError, pszBadEnd);

@@ -25,6 +25,7 @@ static size_t HashName(const NameBytes& szName)
     {
         uHash += uWords[i] * FACTORS[i];
     }
+    // The upper half of a product depends on all bits of the name, the lower half does not.
     return static_cast<size_t>(uHash >> 32);
 }
 
@@ -46,6 +47,8 @@ CTCParseNameList::CTCParseNameList(CTCParseNameList&& source) noexcept
     , m_Slots(std::move(source.m_Slots))
     , m_nNames(std::exchange(source.m_nNames, 0))
 {
+    // An index without slots says that there are no names; a vector that was moved promises
+    // nothing.
     source.m_Slots.clear();
 }
 

@@ -37,6 +37,7 @@ bool CTCParseReader::Load(const char* pszPath)
     {
         return false;
     }
+    // Read aside, so that a file which fails leaves the empty text of before.
     std::unique_ptr<char[]> text(new (std::nothrow) char[nLength + TEXT_PADDING]);
     if (text == nullptr || file.read(text.get(), nLength) != nLength)
     {

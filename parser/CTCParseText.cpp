@@ -133,6 +133,7 @@ std::string CTCParseText::Update(const std::vector<SCall>& calls, const std::str
 bool CTCParseText::Change(const SCall& call, std::vector<SEdit>& edits) const
 {
     const CTCPARSE_KEYWORD* pLast = FindLast(call.pszName);
+    // Values that are there already stay as the person has written them.
     if (pLast == nullptr || HasValues(pLast->params, call))
     {
         return pLast != nullptr;
@@ -198,6 +199,7 @@ std::string CTCParseText::MakeAddition(const std::vector<const SCall*>& calls) c
     const std::string strEnd = bReturn ? "\r\n" : "\n";
     // What the text leaves open is closed first: a comment, then the blocks around the end.
     std::string strAddition = m_Outline.bOpenComment ? "*/" : "";
+    // Behind a comment that was closed, and behind an unfinished line, a new line begins.
     const bool bLine = strAddition.empty() && (strText.empty() || strText.back() == '\n');
     strAddition += (bLine ? "" : strEnd) + std::string(m_Outline.nOpenBlocks, '}');
     strAddition += m_Outline.nOpenBlocks > 0 ? strEnd : "";

@@ -83,6 +83,7 @@ CTCPARSE_STRING* CTCParseVariables::ReadString(int32_t* pError)
         *pError = 1;
         return nullptr;
     }
+    // A callback that has left no NUL is cut where it would have to be.
     auto* pValue = new CTCPARSE_STRING(szText, strnlen(szText, sizeof(szText) - 1));
     pValue->SetRefName(szName);
     return pValue;

@@ -246,6 +246,7 @@ bool CAsciiGridDecoder::ReadSample(size_t nIndex)
         m_Grid.samples.push_back(bVoid ? std::numeric_limits<float>::quiet_NaN() : fValue);
         return true;
     }
+    // Only a sample that failed comes here, so telling the faults apart costs the others nothing.
     const std::string strRow = "row " + std::to_string(nIndex / m_Grid.uColumns + 1);
     const size_t nColumn = nIndex % m_Grid.uColumns;
     if (word.empty())

@@ -22,6 +22,7 @@ void PackRow(const float* pSamples, uint32_t nCount, bool bSwap, std::vector<uin
     for (uint32_t i = 0; i < nCount; ++i)
     {
         uint8_t* pDest = bytes.data() + size_t{i} * sizeof(TSample);
+        // Rows come rounded and cut to what TSample holds.
         const auto sample = static_cast<TSample>(pSamples[i]);
         std::memcpy(pDest, &sample, sizeof(TSample));
         if (bSwap)

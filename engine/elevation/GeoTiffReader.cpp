@@ -224,6 +224,7 @@ bool CGeoTiffDecoder::ReadTags()
     const char* const pStart =
         std::find_if(text.data(), pEnd, [](char c) { return c != ' ' && c != '+'; });
     double dValue = 0.0;
+    // Whatever stands behind the number, such as the NUL of the text, does not matter.
     if (std::from_chars(pStart, pEnd, dValue).ec == std::errc())
     {
         m_NoData = dValue;

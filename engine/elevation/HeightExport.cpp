@@ -163,6 +163,7 @@ std::string MakePlan(const char* pszPath,
     const SElevationFormat& format = *plan.pFormat;
     const bool bBigAsked = format.bRaw && options.eByteOrder == EByteOrder::Big;
     plan.eByteOrder = bBigAsked ? EByteOrder::Big : format.eByteOrder;
+    // Before the unit is chosen, which may follow from the highest sample there can be.
     SetLimits(plan, HoldsCodes(format, options.dWhite > 0.0));
     plan.lines.push_back(MakeText("%s: %u x %u samples", pszPath, heights.uColumns, heights.uRows));
     plan.lines.push_back(MakeText("format: %s, %s", format.pszName, GetTypeText(plan).c_str()));

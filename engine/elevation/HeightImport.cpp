@@ -104,6 +104,8 @@ double CHeightImport::ChooseScale(float fLow, float fHigh, double& dOffset)
 {
     const char* pszStep = m_Grid.eType == ESampleType::Float ? "1.0" : "one step";
     double dScale = m_Options.dUnit > 0.0 ? m_Options.dUnit : 1.0;
+    // What is given counts first. Codes without it are spread from 0 to the maximum height, and
+    // heights are taken as they are.
     if (m_Options.dWhite > 0.0)
     {
         const double dFull =
@@ -175,6 +177,7 @@ bool CHeightImport::MakeHeights(SHeightField& field)
         return Fail(MakeText("not enough memory for %u x %u vertices", w.uSizeX, w.uSizeZ));
     }
     const SSampleView view{m_Grid.samples.data(), m_Grid.uColumns, m_Grid.uRows};
+    // For a file that is kept as it is Resample finds as many vertices as samples and copies them.
     if (m_Options.eFit != EFit::Crop)
     {
         return Resample(view, w.uSizeX, w.uSizeZ, field.pHeights.get()) || Fail("cancelled");

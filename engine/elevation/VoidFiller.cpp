@@ -98,6 +98,7 @@ private:
                                 }
                             });
         }
+        // A void with several neighbours in the ring was found several times.
         std::sort(next.begin(), next.end());
         next.erase(std::unique(next.begin(), next.end()), next.end());
         return next;

@@ -57,6 +57,7 @@ int CFileWriter::Open(const std::string& strTarget)
     {
         return EISDIR;
     }
+    // Taking a name needs no right to the file that has it, so its bits must be asked for.
     if (IsWriteProtected(strReal, info))
     {
         return EROFS;
@@ -134,6 +135,7 @@ int CFileWriter::Truncate()
 
 int CFileWriter::Flush()
 {
+    // Empty even when the write fails: the fault sticks, and nothing is written twice.
     const size_t nBytes = m_Buffered;
     m_Buffered = 0;
     return m_Fault == 0 && nBytes > 0 ? WriteDirect(m_Buffer.get(), nBytes) : m_Fault;
@@ -146,6 +148,7 @@ int CFileWriter::WriteDirect(const char* pSource, size_t nBytes)
     size_t nDone = 0;
     while (nDone < nBytes)
     {
+        // A stream may be a pipe, which has no positions.
         const ssize_t nStep = bStream ? ::write(iDescriptor, pSource + nDone, nBytes - nDone)
                                       : ::pwrite(iDescriptor,
                                                  pSource + nDone,

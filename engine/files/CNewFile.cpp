@@ -161,6 +161,7 @@ int CNewFile::Sync()
 
 int CNewFile::Link(const std::string& strName) const
 {
+    // Linking by the name in /proc needs no special right, linking by the descriptor does.
     const std::string strOpen = GetDescriptorPath(m_Descriptor);
     return ::linkat(AT_FDCWD, strOpen.c_str(), AT_FDCWD, strName.c_str(), AT_SYMLINK_FOLLOW) == 0
                ? 0
@@ -173,6 +174,7 @@ int CNewFile::Name()
     {
         return 0;
     }
+    // Locked before it has a name: whoever clears the folder must find it in use.
     LockTemporary(m_Descriptor);
     std::string strName;
     int iFault = EEXIST;
@@ -260,6 +262,7 @@ int CNewFile::PutBack()
     {
         return ENOTSUP;
     }
+    // The rename puts the old file over the new one, which is gone with that.
     const bool bBack = m_WasAbsent ? ::unlink(m_Target.c_str()) == 0
                                    : ::rename(m_Temporary.c_str(), m_Target.c_str()) == 0;
     const int iFault = bBack ? 0 : errno;

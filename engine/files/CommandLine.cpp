@@ -29,6 +29,7 @@ std::vector<option> MakeTable(std::span<const SProgramOption> known)
 {
     std::vector<option> table = {{"help", no_argument, nullptr, help_code},
                                  {"version", no_argument, nullptr, version_code}};
+    // Counted in the order of the rows, so that a code leads back to its row.
     int iCode = first_code;
     for (const SProgramOption& row : known)
     {

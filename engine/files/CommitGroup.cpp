@@ -52,6 +52,8 @@ int PlaceAll(std::vector<SHeld>& held, const SHeld*& pFailed)
         }
         one.bNew = !bNames && iFault == 0;
     }
+    // From the last to the first: a name that two of the files share gets back what it had before
+    // both.
     for (size_t i = held.size(); i-- > 0 && iFault != 0;)
     {
         held[i].bNew = held[i].bNew && held[i].file.PutBack() != 0;

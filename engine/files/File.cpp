@@ -56,6 +56,7 @@ struct file::SState
         return Tell([&] { return strPath + ": " + pszFault; });
     }
 
+    // The text is made in here: where there is no memory for it, a fault is told all the same.
     template <typename TGetText> bool Tell(const TGetText& getText)
     {
         try
@@ -109,6 +110,7 @@ try
     {
         iFault = EINVAL;
     }
+    // Faults of which the system's own text would tell too little.
     if (iFault == EROFS)
     {
         return m_State->Fail(strName, "is read-only");
@@ -165,6 +167,7 @@ size_t file::write(const void* pSource, size_t nBytes)
 
 bool file::seek(uint64_t nPosition)
 {
+    // The system's positions have a sign.
     constexpr uint64_t MAX_POSITION = std::numeric_limits<int64_t>::max();
     if (nPosition > MAX_POSITION || (!m_State->reader.IsOpen() && !m_State->writer.IsOpen()))
     {

@@ -64,6 +64,7 @@ bool WillBeSameFile(const std::string& strLeft, const std::string& strRight)
     struct stat right = {};
     const std::string strLeftFolder = GetFolderOf(strLeft);
     const std::string strRightFolder = GetFolderOf(strRight);
+    // Without regard to case, as a file that is there would be found.
     return ::strcasecmp(strLeft.c_str() + strLeftFolder.size(),
                         strRight.c_str() + strRightFolder.size()) == 0 &&
            ::stat(strLeftFolder.c_str(), &left) == 0 &&

@@ -27,6 +27,8 @@ int GetOwnDescriptor(const std::string& strPath)
     int iDescriptor = -1;
     const auto [pRead, fault] =
         std::from_chars(strPath.data() + strFolder.size(), pEnd, iDescriptor);
+    // Only the folder is resolved, which turns /dev/fd and /proc/self/fd into one name: the number
+    // itself would lead on to the file behind it.
     char szFolder[PATH_MAX];
     if (fault != std::errc() || pRead != pEnd || ::realpath(strFolder.c_str(), szFolder) == nullptr)
     {

@@ -153,6 +153,7 @@ bool SBmpHeader::HasWholeBytes() const
 
 bool ReadBmpHeader(std::span<const uint8_t> data, SBmpHeader& header, std::string& strFault)
 {
+    // What returns below without a fault of its own found too few bytes.
     strFault = TOO_SHORT;
     if (data.size() < FILE_HEADER_BYTES + 4)
     {

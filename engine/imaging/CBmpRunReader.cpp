@@ -56,6 +56,7 @@ bool CBmpRunReader::PutRun(uint32_t uCount, uint32_t uValue)
     const uint32_t uSeen = CutToPicture(uCount);
     for (uint32_t i = 0; i < uSeen; ++i)
     {
+        // A run of 4-bit pixels alternates between two colours.
         const uint32_t uNibble = i % 2 == 0 ? uValue >> 4 : uValue & 0xF;
         GetCursor()[i] = static_cast<uint8_t>(Has4Bits() ? uNibble : uValue);
     }
@@ -65,6 +66,8 @@ bool CBmpRunReader::PutRun(uint32_t uCount, uint32_t uValue)
 
 bool CBmpRunReader::DoEscape(uint32_t uCode)
 {
+    // A count of 0 begins an escape: the end of a row, of the picture, a step, or pixels one by
+    // one.
     switch (uCode)
     {
     case 0:

@@ -112,6 +112,7 @@ void CPngReader::PrepareStep()
     const bool bWords = m_Samples == ESamples::Words;
     if (IsPaletted())
     {
+        // Indices stay indices, one a byte.
         png_set_packing(m_Png);
     }
     else

@@ -120,6 +120,7 @@ uint64_t SDdsHeader::GetSurfaceBytes() const
     {
         return uint64_t{uWidth} * uHeight * uPixelBytes;
     }
+    // The packed kinds store whole blocks of 4 x 4 pixels, also where the picture ends within one.
     const uint64_t nBlocks = ((uint64_t{uWidth} + 3) / 4) * ((uint64_t{uHeight} + 3) / 4);
     return nBlocks * (ePixels == EDdsPixels::Bc1 ? 8 : 16);
 }

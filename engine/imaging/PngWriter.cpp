@@ -92,6 +92,7 @@ void WriteSteps(SPngWrite& write)
 
 bool RunGuarded(SPngWrite& write)
 {
+    // A fault jumps back to here; what has a destructor lives in the caller, whose frame stays.
     if (setjmp(png_jmpbuf(write.pPng)) != 0)
     {
         // After a fault too, so that whoever shows the progress puts it away.

@@ -261,6 +261,7 @@ bool DecodeTga(std::span<const uint8_t> data, SPicture& picture, std::string& st
     std::unique_ptr<uint8_t[]> pUnpacked;
     if (header.bHasRuns)
     {
+        // Unpacked as a whole and not by rows, because runs may cross them.
         const size_t nBytes = size_t{header.uWidth} * header.uHeight * header.uPixelBytes;
         pUnpacked.reset(new (std::nothrow) uint8_t[nBytes]);
         if (!pUnpacked || !UnpackRuns(pixels, {pUnpacked.get(), nBytes}, header.uPixelBytes))

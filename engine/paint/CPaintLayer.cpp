@@ -19,6 +19,7 @@ constexpr const char* BRUSH_NAME = "paint_brush";
 // Whether two rows differ, and the columns from the first to the last texel that does.
 STexelRange FindDifference(const uint8_t* pOne, const uint8_t* pOther, uint32_t nTexels)
 {
+    // Most rows are equal, which one comparison of all bytes tells.
     if (std::memcmp(pOne, pOther, nTexels * PAINT_TEXEL_BYTES) == 0)
     {
         return {};
@@ -156,6 +157,7 @@ void CPaintLayer::Paint(const SExtents& box,
         if (pRowFunction != nullptr ? pRowFunction->ApplyRow(pTexels, pWeights, nColumns, fPower)
                                     : ApplyToEach(*pFunction, pTexels, pWeights, nColumns, fPower))
         {
+            // The row as a whole: the function does not say which of its texels it has changed.
             changed = changed.Union({columns.texels.uFirst, uRow, columns.texels.uEnd, uRow + 1});
         }
     }
@@ -187,6 +189,7 @@ void CPaintLayer::SetBrush(const SExtents* pBox, const IImage* pBrushShape)
 void CPaintLayer::SetShape(const IImage* pBrushShape)
 {
     m_Sampler.SetShape(pBrushShape);
+    // The picture of the brush is the shape as it is sampled, in grey.
     std::unique_ptr<IImage> pCopy(IL_CreateImageFromImage(m_Sampler.GetShape()));
     if (pCopy == nullptr)
     {

@@ -39,6 +39,7 @@ constexpr SNamedBit EDITOR_BITS[] = {
 bool ParseBits(std::string_view strText, std::span<const SNamedBit> bits, uint32_t& uBits)
 {
     size_t iStart = 0;
+    // Goes on behind a last '|' as well: the name there is empty, and the text is refused.
     while (iStart <= strText.size())
     {
         const size_t iEnd = std::min(strText.find('|', iStart), strText.size());

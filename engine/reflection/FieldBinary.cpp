@@ -120,6 +120,7 @@ bool LoadPlain(fs::file& file, const CRTTIField& field, void* pValue, size_t nBy
 
 bool SavePointer(fs::file& file, const CRTTIObject* pObject)
 {
+    // A null pointer has as many bytes, so that the length of a list follows from its count.
     char bytes[POINTER_BYTES] = {};
     if (pObject != nullptr)
     {
@@ -218,6 +219,7 @@ bool SaveFieldValue(fs::file& file, ERTTIType eType, const void* pValue)
 bool LoadFieldValue(fs::file& file, const CRTTIField& field, void* pValue)
 {
     const ERTTIType eType = field.GetType();
+    // The type of a field says which class it is of.
     switch (eType)
     {
     case RTTI_STRING:

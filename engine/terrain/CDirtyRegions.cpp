@@ -112,6 +112,7 @@ template <typename TVisit> void CDirtyRegions::VisitOldGroups(uint64_t uSeen, TV
 {
     const SVertexRect all = {0, 0, m_TilesX, m_TilesZ};
     const uint32_t uGroupsX = DivideUp(m_TilesX, GROUP);
+    // After a Reset the groups are still there; HasOld is false until new ones are made.
     for (uint32_t i = 0; HasOld(uSeen) && i < m_Groups.size(); ++i)
     {
         if (m_Groups[i] > uSeen)
@@ -153,6 +154,7 @@ SVertexRect CDirtyRegions::GetBoxSince(uint64_t uSeen) const
     {
         box = box.Union(GetNewest(i).rect);
     }
+    // A tile counts as a whole, because which of its vertices changed has been forgotten.
     const auto addTile = [&](const SVertexRect& tile)
     {
         box = box.Union(GetVertices(tile, TILE).Intersection(m_Whole));

@@ -16,9 +16,9 @@ class CDirtyRegions
 public:
     static constexpr uint32_t TILE = 64;
 
-    // Begins anew for a terrain of these vertices: everything is new to every reader. Revisions are
-    // unique in the process, so that a reader which goes over to another terrain finds all of it
-    // new as well.
+    // Begins anew for a terrain of these vertices: everything is new to every reader. Revisions
+    // only grow in the process, so that a reader which goes over to a terrain that began later
+    // finds all of it new as well.
     void Reset(const SVertexRect& whole);
 
     void Add(const SVertexRect& rect); // an empty one is ignored

@@ -43,6 +43,7 @@ constexpr uint32_t STRIP_BLOCKS = 64; // what a strip needs stays in the nearest
 TELLUR_LOOP_BODY void
 MeasureStrip(const SHeightView& view, const SVertexRect& strip, SHeightRange* pRanges)
 {
+    // One more than the cells: the far corners of the last block.
     float aMin[STRIP_BLOCKS * CHeightPyramid::BLOCK + 1];
     float aMax[STRIP_BLOCKS * CHeightPyramid::BLOCK + 1];
     const uint32_t uWidth = strip.uEndX - strip.uMinX;

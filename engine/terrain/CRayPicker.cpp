@@ -235,6 +235,7 @@ bool CRayPicker::VisitHalves(int iLevel, uint32_t uX, uint32_t uZ, double fFrom,
 bool CRayPicker::VisitCell(uint32_t uX, uint32_t uZ, double fFrom, double fTo)
 {
     const SCorners corners = GetCorners(uX, uZ);
+    // Most cells under a line are passed here, without a look at their triangles.
     bool bDone = false;
     const bool bHit = PassRange(std::min(std::min(corners.fNorthWest, corners.fNorthEast),
                                          std::min(corners.fSouthWest, corners.fSouthEast)),

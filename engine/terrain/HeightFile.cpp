@@ -89,6 +89,7 @@ bool RefuseHeight(const char* pszOperation,
                   uint32_t uSizeX,
                   size_t nFrom)
 {
+    // Looked for only now: the fast check of all heights does not tell which one it is.
     size_t nAt = nFrom;
     while (!IsNotFinite(pHeights[nAt]))
     {

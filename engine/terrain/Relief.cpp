@@ -257,6 +257,7 @@ void Render(const float* pHeights,
         SampleHeights(pHeights, uSizeX, uSizeZ, picture.uWidth, picture.uHeight);
     float fLow = options.fLow;
     float fHigh = options.fHigh;
+    // The range of what is shown: means of many vertices reach less far than the vertices.
     if (!(fHigh > fLow))
     {
         const auto [pLow, pHigh] = std::minmax_element(heights.begin(), heights.end());

@@ -70,6 +70,7 @@ TELLUR_LOOP_BODY void PlaceEntries(const SBlockEntry* pEntries,
                                    int32_t* pPlaces,
                                    STouched& touched)
 {
+    // Copies, since as far as the compiler knows a write to the places could change touched.
     int32_t iMinX = touched.iMinX;
     int32_t iMinZ = touched.iMinZ;
     int32_t iMaxX = touched.iMaxX;

@@ -83,6 +83,7 @@ void CTextureManager::Release(ITexture* pTexture)
     {
         return;
     }
+    // Whatever shows it must let go before it is destroyed.
     if (m_World != nullptr)
     {
         m_World->ForgetTexture(pTexture);

@@ -35,6 +35,7 @@ uint32_t CWorld::RegisterTerrainTexture(ITexture* pTexture, const char* pszName)
     {
         return 0;
     }
+    // A handle is never used twice: one that was given back finds nothing.
     ++m_LastHandle;
     m_Shown[m_LastHandle] = {pTexture, pszName != nullptr ? pszName : ""};
     return m_LastHandle;
@@ -54,6 +55,7 @@ void CWorld::ReleaseTexture(ITexture* pTexture)
         CrashLog("[CWorld::ReleaseTexture] not a texture of the world\n");
         return;
     }
+    // Whatever shows it must let go before it is destroyed.
     ForgetTexture(pTexture);
     m_Textures.erase(found);
 }
@@ -96,6 +98,7 @@ IEnvironment* CWorld::GetEnvironment()
 
 Terrain* CWorld::GetTerrain()
 {
+    // Made when it is first asked for, and again when the terrain is another object.
     if (m_bPlain && m_Terrain != nullptr && (m_Plain == nullptr || !m_Plain->IsOf(m_Terrain.get())))
     {
         m_Plain = std::make_unique<CPlainTerrain>(*m_Terrain);
@@ -134,6 +137,7 @@ bool CWorld::CreateTerrain(uint32_t uCellsX, uint32_t uCellsZ, const SVec3& size
 {
     SHeightField field;
     field.size = size;
+    // The cells are checked on their own first, because adding 1 to them could wrap.
     const bool bValid = uCellsX <= TERRAIN_MAX_CELLS && uCellsZ <= TERRAIN_MAX_CELLS &&
                         IsTerrainSizeValid(uCellsX + 1, uCellsZ + 1) && IsSizeVectorValid(size);
     if (!bValid || !field.Allocate(uCellsX + 1, uCellsZ + 1))
