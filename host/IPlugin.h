@@ -112,7 +112,8 @@ public:
     virtual void ReservedF() = 0; // does nothing
     // Writes MakeActionHandle of its index to pHandle, never null, and returns pHandle.
     virtual uint32_t* GetActionHandle(uint32_t* pHandle) = 0;
-    // Of all its modes, EModeGroup or a number of its own; ours asks the modes instead.
+    // The group of all its modes, an EModeGroup or a number of its own; our host takes the one with
+    // which each mode is registered instead.
     virtual int32_t GetModeGroup() = 0;
 
     // These two do nothing.

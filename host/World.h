@@ -35,8 +35,8 @@ public:
     virtual uint32_t GetHeight() const = 0;     // texels
     virtual void SetFlags(uint32_t uFlags) = 0; // ETextureFlags: how it is going to be locked
     virtual uint32_t GetFlags() const = 0;      // as they were set, 0 at first
-    // GetWidth * GetHeight bytes, one a texel (luminance), top row first; valid until Unlock, which
-    // follows each lock that gave them. Null when there is no memory.
+    // Gives GetWidth * GetHeight bytes, one a texel (luminance), top row first, valid until Unlock,
+    // which follows each lock that gave them. Null when there is no memory.
     virtual const uint8_t* LockBytes() = 0;
     virtual void Unlock() = 0;
     // Terrain units that one repeat of the texture covers when it is laid iRepeats times along

@@ -15,6 +15,7 @@ bool CTCParseVariables::ReadName(bool bHasCallback, NameBuffer& szName, int32_t*
         *pError = nFailure;
         return false;
     }
+    // Looked at after the name, so that the message can tell it.
     if (!bHasCallback)
     {
         m_Errors.Error("variable callback not specified: unable to read '%s' variable!\n", szName);

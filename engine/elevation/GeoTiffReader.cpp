@@ -49,6 +49,7 @@ bool Convert(const uint8_t* pSource,
         bool bVoid = bHasNoData && static_cast<TCompared>(tSample) == tNoData;
         if constexpr (std::is_same_v<T, int16_t>)
         {
+            // A void as in HGT tiles, also where the file names no such value.
             bVoid |= tSample == std::numeric_limits<int16_t>::min();
         }
         else if constexpr (std::is_floating_point_v<T>)
@@ -183,6 +184,7 @@ bool CGeoTiffDecoder::CheckBytes()
     }
     if (TIFFIsTiled(m_File.Get()) == 0)
     {
+        // libtiff must write no more into a row than the buffer for one holds.
         return static_cast<uint64_t>(TIFFScanlineSize(m_File.Get())) == nSample * m_Grid.uColumns ||
                m_File.Fail("unexpected row length");
     }

@@ -130,6 +130,7 @@ bool WriteTiff(fs::file& file, CExportRows& rows, const SExportPlan& plan, std::
         return false;
     }
     const size_t nRowBytes = size_t{rows.GetColumns()} * sizeof(float);
+    // Strips of some rows each, written as soon as they are full, need little memory.
     const auto uStripRows = static_cast<uint32_t>(std::max<size_t>(STRIP_BYTES / nRowBytes, 1));
     bool bGood = WriteTags(pTiff, rows, plan, uStripRows);
     std::vector<float> strip;

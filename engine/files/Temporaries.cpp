@@ -97,6 +97,7 @@ bool ParseName(std::string_view name, SMaker& maker)
     {
         return false;
     }
+    // The last one, because the name of the target may have it as well.
     const size_t iSuffix = name.rfind(SUFFIX);
     if (iSuffix == std::string_view::npos || iSuffix < 2)
     {
@@ -132,6 +133,7 @@ bool IsLiving(const SMaker& maker)
 
 bool IsAbandoned(int iFolder, const char* pszName, uid_t uOwner)
 {
+    // Whatever has such a name may be a link or a pipe, which is neither followed nor waited for.
     constexpr int FLAGS = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     const int iFile = ::openat(iFolder, pszName, FLAGS);
     if (iFile < 0)

@@ -103,6 +103,7 @@ bool ReadPixelFormat(std::span<const uint8_t> data, SDdsHeader& header)
     {
         return ReadPlainPixels(pFormat, header);
     }
+    // This code says that a second header follows, whose number names the pixels.
     if (uCode != MakeCode('D', 'X', '1', '0'))
     {
         return ReadNamedPixels(uCode, FOUR_CHARACTER_CODES, header);

@@ -17,6 +17,7 @@ TELLUR_LOOP_BODY SPixelPair FindPair(float fOffset, float fPixels, int iSize)
 {
     // Far outside both pixels are the border's; keep the number within an int.
     const float fLimit = static_cast<float>(iSize + 2);
+    // A NaN is taken for 0.
     fPixels = fPixels == fPixels ? fPixels : 0.0F;
     fPixels = fPixels < -fLimit ? -fLimit : fPixels;
     fPixels = fPixels > fLimit ? fLimit : fPixels;

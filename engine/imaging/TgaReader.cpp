@@ -193,6 +193,7 @@ void RepairAlpha(const STgaHeader& header, CImage& image)
     {
         return;
     }
+    // All pixels are looked at first: a single alpha above 0 means that alpha is meant.
     uint8_t* pData = image.GetRawData();
     const size_t nBytes = image.GetByteCount();
     for (size_t i = 3; i < nBytes; i += 4)
@@ -212,6 +213,7 @@ void RepairAlpha(const STgaHeader& header, CImage& image)
 std::unique_ptr<CPalette> ReadPalette(std::span<const uint8_t> data, const STgaHeader& header)
 {
     uint8_t colors[CPalette::MAX_ENTRIES * 3] = {};
+    // Pixels are bytes and cannot name an entry beyond these.
     const uint32_t uEnd = std::min(header.uMapFirst + header.uMapLength, CPalette::MAX_ENTRIES);
     for (uint32_t uEntry = header.uMapFirst; uEntry < uEnd; ++uEntry)
     {

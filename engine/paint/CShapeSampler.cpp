@@ -36,6 +36,7 @@ bool CShapeSampler::Begin(const SShapeSide& columns, ETexelMapping eMapping)
     m_ColumnWeights.resize(nColumns);
     m_Weights.resize(nColumns);
     m_BlendedRow.resize(m_Shape->GetWidth());
+    // Every row of the box has the same columns, so their pixels are found once.
     for (size_t i = 0; i < nColumns; ++i)
     {
         const auto uTexel = columns.texels.uFirst + static_cast<uint32_t>(i);

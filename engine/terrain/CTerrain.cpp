@@ -22,6 +22,8 @@ std::pair<uint32_t, uint32_t> GetAxisRange(float fMin, float fMax, double dStep,
     const double dTo = std::ceil(fMax / dStep);
     // The comparisons fail for NaN: the whole side is then taken, which loses no edit.
     const double dFirst = dFrom > 0.0 ? std::min(dFrom, dLast + 1.0) : 0.0;
+    // A box before the terrain ends at 0, one behind it begins after the last vertex: both are
+    // empty.
     const double dEnd = dTo < dLast ? std::max(dTo, -1.0) + 1.0 : dLast + 1.0;
     return {static_cast<uint32_t>(dFirst), static_cast<uint32_t>(dEnd)};
 }

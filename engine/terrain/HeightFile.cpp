@@ -245,6 +245,7 @@ bool WriteHeightFile(
         const size_t nBlock = std::min(nCount - nDone, BLOCK_HEIGHTS);
         if (!progress.Reach(nDone))
         {
+            // The old file was not touched yet; what was written for the new one goes.
             file.discard();
             return Refuse(OPERATION, pszPath, CANCELLED);
         }

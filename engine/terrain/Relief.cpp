@@ -91,6 +91,7 @@ std::vector<SSpan> MakeSpans(uint32_t uVertices, uint32_t uPixels)
 {
     std::vector<SSpan> spans(uPixels);
     const double dCells = uVertices - 1;
+    // The first and the last pixel lie on the first and the last vertex.
     const double dPerPixel = uPixels > 1 ? dCells / (uPixels - 1) : 0.0;
     for (uint32_t i = 0; i < uPixels; ++i)
     {
