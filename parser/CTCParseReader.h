@@ -72,8 +72,8 @@ public:
     std::string_view GetText() const;
     std::string_view GetLineText() const;
 
-    // The number of the line at the cursor, counted from 1. After a call the cursor must not be in
-    // an earlier line at the next one.
+    // The number of the line at the cursor, from 1. Lines are counted on from the last call, so the
+    // cursor must not be before the place that it had then.
     int GetLine();
 
     // Whether the text ends within a comment; known when it has been read.

@@ -185,6 +185,7 @@ bool CAsciiGridDecoder::CheckHeader()
     {
         return false;
     }
+    // A spacing of one axis counts before the one that stands for both.
     const auto getSpacing = [&](EKey eKey)
     {
         return m_Values[eKey] ? *m_Values[eKey] : m_Values[KEY_CELL].value_or(0.0);
@@ -220,6 +221,7 @@ bool CAsciiGridDecoder::ReadSamples()
             return false;
         }
     }
+    // Whatever follows the last sample contradicts the header.
     return TakeWord().empty() || Fail("more samples than " + std::to_string(m_Grid.uRows) +
                                       " rows of " + std::to_string(m_Grid.uColumns) + " have");
 }

@@ -93,6 +93,7 @@ public:
 
     bool Decode()
     {
+        // What the file claims is checked before memory is taken for tags and pixels.
         return m_File.Open() && ReadLayout() && CheckBytes() && ReadTags() &&
                (TIFFIsTiled(m_File.Get()) != 0 ? ReadTiles() : ReadStrips()) && TurnNorthUp();
     }
@@ -135,6 +136,7 @@ bool CGeoTiffDecoder::ReadLayout()
     const auto uSamples = GetTag<uint16_t>(TIFFTAG_SAMPLESPERPIXEL, 1);
     const auto uBits = GetTag<uint16_t>(TIFFTAG_BITSPERSAMPLE, 1);
     auto uFormat = GetTag<uint16_t>(TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
+    // An undefined format is read like a missing one, as unsigned numbers.
     uFormat = uFormat == SAMPLEFORMAT_VOID ? uint16_t{SAMPLEFORMAT_UINT} : uFormat;
     m_Orientation = GetTag<uint16_t>(TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
     if (std::min(m_Grid.uColumns, m_Grid.uRows) < MIN_SAMPLES ||
@@ -324,6 +326,8 @@ bool CGeoTiffDecoder::ReadTileRow(uint32_t uRow, uint32_t uRows, std::vector<uin
 
 bool CGeoTiffDecoder::TurnNorthUp()
 {
+    // The orientation says which corner the first sample is: rows may begin in the east, or the
+    // first of them in the south.
     float* const pSamples = m_Grid.samples.data();
     const size_t nRow = m_Grid.uColumns;
     if (m_Orientation == ORIENTATION_TOPRIGHT || m_Orientation == ORIENTATION_BOTRIGHT)

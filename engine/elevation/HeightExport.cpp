@@ -17,6 +17,7 @@ namespace
 
 double FindHighest(const SSampleView& heights)
 {
+    // Heights below 0 do not count: what is looked for becomes the height of white.
     float fHighest = 0.0F;
     for (size_t i = 0; i < heights.GetCount(); ++i)
     {
@@ -87,6 +88,7 @@ double ChooseUnit(const SSampleView& heights,
                   const SExportOptions& options,
                   SExportPlan& plan)
 {
+    // A unit that is said, or heights as they are: neither needs a height of white.
     if (!HoldsCodes(*plan.pFormat, options.dWhite > 0.0) || options.dUnit > 0.0)
     {
         return options.dUnit > 0.0 ? options.dUnit : 1.0;
@@ -96,6 +98,7 @@ double ChooseUnit(const SSampleView& heights,
     {
         const double dMaxHeight = std::fabs(static_cast<double>(size.y));
         const double dHighest = FindHighest(heights);
+        // At least the highest height, so that nothing is cut above.
         dWhite = std::max(dMaxHeight, dHighest);
         plan.lines.push_back(
             "assumed: full white is the " +

@@ -151,6 +151,7 @@ bool CHeightImport::ScaleSamples()
     {
         return Fail("in terrain units its heights are too large");
     }
+    // Samples that are heights already keep every bit.
     if (dScale != 1.0 || dOffset != 0.0)
     {
         std::transform(
@@ -189,6 +190,8 @@ bool CHeightImport::MakeHeights(SHeightField& field)
 float CHeightImport::MakeLength(
     float fWhole, float fSpacing, double dFileSpacing, uint32_t uCells, char cAxis)
 {
+    // What is said counts first, the whole length before the spacing; then comes the spacing of the
+    // file, unless that is in degrees.
     if (fWhole > 0.0F)
     {
         return fWhole;
@@ -196,6 +199,7 @@ float CHeightImport::MakeLength(
     double dSpacing = static_cast<double>(fSpacing);
     if (dSpacing <= 0.0 && dFileSpacing > 0.0 && !m_Grid.bInDegrees)
     {
+        // A unit that is given holds for lengths as it does for heights.
         dSpacing = dFileSpacing * (m_Options.dUnit > 0.0 ? m_Options.dUnit : 1.0);
         if (!m_IsTerrain)
         {

@@ -70,6 +70,7 @@ constexpr SSampleType TYPES[] = {
 // Null when it is none of the table.
 const SSampleType* FindType(std::string_view strType)
 {
+    // The first character is the byte order: little, big, or the processor's own, which is little.
     if (strType.empty() || (strType[0] != '<' && strType[0] != '>' && strType[0] != '='))
     {
         return nullptr;

@@ -29,6 +29,7 @@ SBetween Locate(uint32_t uVertex, uint32_t uVertices, uint32_t uSamples)
 
 float Mix(float fFirst, float fSecond, float fFraction)
 {
+    // In this form a vertex on a sample gets that sample to the last bit.
     return fFirst * (1.0F - fFraction) + fSecond * fFraction;
 }
 

@@ -80,7 +80,7 @@ int CNewFile::Create(const std::string& strTarget, const struct stat* pTarget)
     {
         return iFault;
     }
-    // The owner before the mode: group rights must not reach a group that is not the target's.
+    // The group before the mode, so that what the mode grants goes to the target's group at once.
     KeepOwner(*pTarget);
     const mode_t kept = pTarget->st_mode & PERMISSIONS;
     // A super-user with few rights may give a file away and then not touch it any more.

@@ -19,6 +19,7 @@ namespace
 std::string g_UserRoot;
 std::string g_DataRoot;
 
+// Only letters of ASCII: what is the same name must not depend on the process's locale.
 char LowerAscii(char cLetter)
 {
     return cLetter >= 'A' && cLetter <= 'Z' ? static_cast<char>(cLetter - 'A' + 'a') : cLetter;

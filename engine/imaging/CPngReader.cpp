@@ -46,6 +46,7 @@ void CPngReader::OnRead(png_structp pPng, png_bytep pDest, size_t nBytes)
 void CPngReader::OnError(png_structp pPng, png_const_charp pszText)
 {
     auto* pReader = static_cast<CPngReader*>(png_get_error_ptr(pPng));
+    // Into a buffer of the reader: a string on the way of the jump would never be destroyed.
     std::snprintf(pReader->m_Fault, sizeof(pReader->m_Fault), "%s", pszText);
     png_longjmp(pPng, 1);
 }

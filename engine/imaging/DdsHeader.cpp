@@ -82,6 +82,7 @@ bool ReadPlainPixels(const uint8_t* pFormat, SDdsHeader& header)
     const uint32_t uBlue = ReadLe32(pFormat + 24);
     const uint32_t uAlpha = (uFlags & FLAG_ALPHA) != 0 ? ReadLe32(pFormat + 28) : 0;
     header.uPixelBytes = uBits / 8;
+    // Grey of one byte needs no masks.
     if ((uFlags & FLAG_LUMINANCE) != 0)
     {
         return uBits == 8;

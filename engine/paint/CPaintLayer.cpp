@@ -81,6 +81,7 @@ void CPaintLayer::Begin(const IImage* pWorkImage, const IImage* pBrushShape, uin
     // Of an image as large as the one before, only what differs counts as changed.
     if (!TakeChanges(*pWorkImage))
     {
+        // An image of another size, or the first one: all of it is new to every reader.
         m_Image.reset(IL_CreateImageFromImage(pWorkImage));
         m_Regions.Reset({0, 0, pWorkImage->GetWidth(), pWorkImage->GetHeight()});
     }

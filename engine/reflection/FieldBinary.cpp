@@ -72,6 +72,7 @@ template <class TNumber> bool AreFinite(const char* pBytes, size_t nBytes)
     for (size_t i = 0; i < nBytes; i += sizeof(TNumber))
     {
         TNumber value = {};
+        // Copied, because bytes of a file have no alignment.
         std::memcpy(&value, pBytes + i, sizeof value);
         if (!std::isfinite(value))
         {

@@ -262,6 +262,7 @@ float CTerrain::GetHeightAt(float fX, float fZ) const
     const float* pUpper =
         GetHeightData() + static_cast<size_t>(atZ.uCell) * m_Field.uSizeX + atX.uCell;
     const float* pLower = pUpper + m_Field.uSizeX;
+    // In this form a position on a vertex gives the height of that vertex to the last bit.
     const float fUpper = pUpper[0] * (1.0F - atX.fFraction) + pUpper[1] * atX.fFraction;
     const float fLower = pLower[0] * (1.0F - atX.fFraction) + pLower[1] * atX.fFraction;
     return fUpper * (1.0F - atZ.fFraction) + fLower * atZ.fFraction;

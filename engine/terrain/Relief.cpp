@@ -71,6 +71,7 @@ float GetLight(float fSlopeX, float fSlopeZ)
     float fLight = 0.0F;
     for (const SSun& sun : SUNS)
     {
+        // The cosine between the ground's normal and the sun, divided by that of flat ground.
         const float fFacing = SUN_SLOPE - fSlopeX * sun.fX - fSlopeZ * sun.fZ;
         fLight += sun.fShare * std::max(0.0F, fFacing * fScale / SUN_SLOPE);
     }
@@ -187,6 +188,7 @@ void ShadePixel(
     const SShading& shading, float fHeight, float fSlopeX, float fSlopeZ, uint8_t* pPixel)
 {
     const float fShare = shading.fRange > 0.0F ? (fHeight - shading.fLow) / shading.fRange : 0.0F;
+    // The order of arguments makes the lowest tint of a NaN.
     const float fIndex = std::min(1.0F, std::max(0.0F, fShare)) * (TINT_COUNT - 1) + 0.5F;
     const std::array<float, 3>& tint = shading.tints[static_cast<size_t>(fIndex)];
     const float fLight = GetLight(fSlopeX, fSlopeZ);

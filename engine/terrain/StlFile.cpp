@@ -224,6 +224,7 @@ bool WriteStlFile(const char* pszPath, const SHeightView& view, const SExtents* 
     if (!WriteCells(file, view, cells))
     {
         file.discard();
+        // No failure in the log: the person has asked for it.
         LogR("[WriteStlFile] %s: cancelled\n", pszName);
         return false;
     }

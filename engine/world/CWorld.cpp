@@ -176,6 +176,7 @@ void CWorld::TakeTerrain(SHeightField&& field)
 
 void CWorld::SetTerrainListener(ITerrainListener* pListener)
 {
+    // Kept for terrains that come later as well.
     m_Listener = pListener;
     if (m_Terrain != nullptr)
     {
