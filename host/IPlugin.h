@@ -112,8 +112,8 @@ public:
     virtual void ReservedF() = 0; // does nothing
     // Writes MakeActionHandle of its index to pHandle, never null, and returns pHandle.
     virtual uint32_t* GetActionHandle(uint32_t* pHandle) = 0;
-    // The group of all its modes, an EModeGroup or a number of its own; our host takes the one with
-    // which each mode is registered instead.
+    // The group of all its modes, an EModeGroup or a number of its own. Ours does not call it,
+    // since each mode is registered with its group.
     virtual int32_t GetModeGroup() = 0;
 
     // These two do nothing.

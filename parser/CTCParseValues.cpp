@@ -95,6 +95,7 @@ CTCPARSE_STRING* CTCParseValues::ReadString(int32_t* pError)
     {
         return m_Variables.ReadString(pError);
     }
+    // What is no quote and no variable begins the name of a constant.
     m_Reader.UngetChar(nChar);
     NameBuffer szName;
     if (const CTCPARSE_PARAM* pConst = m_Constants.Read(tcparse_string, szName, pError))

@@ -91,6 +91,7 @@ file::~file() = default;
 bool file::open(const char* pszPath, uint32_t uMode, uint32_t /*uFlags*/)
 try
 {
+    // What is still open is abandoned, as it would be by the destructor.
     discard();
     m_State->error = file_exception();
     const std::string strName = pszPath != nullptr ? pszPath : "";
