@@ -30,16 +30,17 @@ struct SCommandLine
     std::vector<std::string> operands;
     EProgramAnswer eAnswer = EProgramAnswer::None; // the first one that is asked for ends the line
 
-    // False for a line with an option that is not known or lacks its value; strFault then says so,
-    // without a line feed. Of an option that is given twice the last one counts.
+    // Reads the words behind the program's name. False for a line with an option that is not known,
+    // lacks its value or has one too many; strFault then says so, without a line feed. Of an option
+    // that is given twice the last one counts.
     TELLUR_API bool Read(int nArguments,
                          const char* const* ppszArguments,
                          std::span<const SProgramOption> known,
                          std::string& strFault);
 };
 
-// Prints the answer. The program's exit code: 0, or 1 when it did not arrive.
+// Prints the answer and gives the program's exit code: 0, or 1 when the text did not arrive.
 TELLUR_API int PrintAnswer(EProgramAnswer eAnswer, const char* pszProgram, const char* pszUsage);
 
-// One line on stderr. The exit code of a wrong command line, 2.
+// Prints the fault as one line on stderr and gives the exit code of a wrong command line, 2.
 TELLUR_API int ReportWrongLine(const char* pszProgram, const std::string& strFault);

@@ -74,7 +74,7 @@ public:
 
     // Parts of the host.
     virtual ITextureManager* GetTextureManager() = 0; // borrowed, may be null
-    // A process for the host's list. Owned by the host from the call on, also when it cannot use
+    // Adds a process to the host's list. The host owns it from the call on, also when it cannot use
     // it; null is ignored.
     virtual void RegisterProcess(IEditorAction* pProcess) = 0;
     virtual IPaintLayer* GetPaintLayer() = 0; // borrowed, may be null
@@ -107,11 +107,13 @@ public:
     // Questions to the person, who may take as long as they like; see IPlugin.h for what comes in
     // between. A host without a person answers as if they were cancelled.
     //
-    // False when cancelled; strAnswer, which it shows first, is then untouched. Texts are copied.
+    // Asks for a text and puts it into strAnswer, whose text is shown first. False when cancelled;
+    // strAnswer is then untouched. Texts are copied.
     virtual bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) = 0;
-    // A path, relative to the roots where it lies in one (see FileSystem.h); empty when cancelled,
-    // and after one logged line for one to open that has a quotation mark in it. Null texts: none.
-    // pszFilter: a description followed by patterns, separated by '|'.
+    // Asks for a file and gives its path, relative to the roots where it lies in one (see
+    // FileSystem.h). Empty when cancelled, and after one logged line for a file to open whose path
+    // has a quotation mark in it. Null texts: none. pszFilter: a description followed by patterns,
+    // separated by '|'.
     virtual std::string BrowseForFile(EFileDialog eKind,
                                       const char* pszDefaultExtension,
                                       const char* pszInitialName,
@@ -174,16 +176,16 @@ public:
 
     // Names and texts.
     //
-    // Path below the user's hive, '\\' in front and none at its end; borrowed, static.
+    // Gives the path below the user's hive, '\\' in front and none at its end; borrowed, static.
     virtual const char* GetRegistryRoot() = 0;
     virtual void SetModeCaption(const char* pszCaption) = 0; // of the mode that is current; copied
-    // Name of an object of the engine, borrowed; null for an unknown one.
+    // Gives the name of an object of the engine, borrowed; null for an unknown one.
     virtual const char* LookupText(int32_t iId, const void* pObject) = 0;
 
     // Undo, actions, picking.
     virtual void AddUndo(CUndo* pUndo) = 0; // owned by the host from the call on; null is ignored
-    // Copied. A default key that a command of the host has stays the host's; the person can give
-    // the action another one.
+    // Takes copies of the plug-in's keyboard actions. A default key that a command of the host has
+    // stays the host's; the person can give the action another one.
     virtual void RegisterActions(const std::vector<SActionDescriptor>& actions) = 0;
     // PICK_HIT when the ray under the point hits the ground; hit is then in terrain units, else
     // untouched. While a drag sculpts, a host may aim at the ground of the press and take the

@@ -25,7 +25,7 @@ class ITextMacroTable
 {
 public:
     virtual ~ITextMacroTable() = default;
-    // The value, borrowed, without regard to the name's case; null for an unknown one.
+    // Finds the value of a name without regard to its case; borrowed, null for an unknown one.
     virtual const char* Find(const char* pszName) const = 0;
 };
 

@@ -58,8 +58,9 @@ public:
     // when it cannot be opened (a folder is no file), and the file is closed.
     virtual bool open(const char* pszPath, uint32_t uMode, uint32_t uFlags = 0);
 
-    // Bytes read or written, of the nBytes that the caller's buffer has; less than asked at the end
-    // of the file or on a fault. A write fault sticks: close then returns false.
+    // Read or write at the position and move it. They give the number of bytes, of the nBytes that
+    // the caller's buffer has: fewer at the end of the file or on a fault. A write fault sticks:
+    // close then returns false.
     virtual size_t read(void* pDest, size_t nBytes);
     virtual size_t write(const void* pSource, size_t nBytes);
 
@@ -71,12 +72,12 @@ public:
     virtual bool set_eof();           // cuts the file at the current position, write mode only
     virtual const char* name() const; // as it was passed to open, borrowed; empty when closed
 
-    // Write mode: flush, fsync, rename; inside a commit_group the rename waits for its commit.
-    // False when anything failed since open; the target is then untouched. False too when no file
-    // is open.
+    // Ends the use of the file. What was written is flushed, put on the disk and takes its target's
+    // place; inside a commit_group that last step waits for the commit. False when anything failed
+    // since open; the target is then untouched. False too when no file is open.
     virtual bool close();
 
-    // Write mode: drops what was written and keeps the target as it was.
+    // Ends the use of the file, drops what was written and keeps the target as it was.
     virtual void discard();
 
     const file_exception& last_error() const;
@@ -124,14 +125,14 @@ private:
 class TELLUR_API ifile : public file
 {
 public:
-    // Bytes written, or -1 on a fault (which sticks like that of write). The format must not be
-    // null.
+    // Gives the number of bytes written, or -1 on a fault (which sticks like that of write). The
+    // format must not be null.
     virtual int printf(const char* pszFormat, ...) TELLUR_PRINTF(2, 3);
     ifile& operator<<(const char* pszText);
 };
 
-// False for null. exists: file or folder, in either root. read_only: it is there and this user may
-// not write it.
+// exists: whether there is a file or a folder of that path, in either root. read_only: whether it
+// is there and this user may not write it. Both are false for null.
 TELLUR_API bool exists(const char* pszPath);
 TELLUR_API bool read_only(const char* pszPath);
 
@@ -149,17 +150,18 @@ TELLUR_API std::string root_path(const char* pszPath);
 // written through there comes one after the other.
 TELLUR_API bool same_file(const char* pszLeft, const char* pszRight);
 
-// A descriptor for writing into what is no plain file, which the caller closes. -1, with the fault
-// in errno, when it cannot be opened; EINVAL for a plain file and for a name that is free.
+// Opens what is no plain file for writing and gives the descriptor, which the caller closes. -1,
+// with the fault in errno, when it cannot be opened; EINVAL for a plain file and for a name that is
+// free.
 TELLUR_API int open_stream(const char* pszPath);
 
-// As the C run-time's: 0 on success, -1 otherwise and for null. rename does not overwrite an
-// existing target.
+// These answer as the C run-time's do: 0 on success, -1 otherwise and for null. rename does not
+// overwrite an existing target.
 TELLUR_API int rename(const char* pszFrom, const char* pszTo);
 TELLUR_API int remove(const char* pszPath);
 
-// The folder for relative paths (default: the current folder at the time of use) and the installed,
-// read-only one (default: none). Null or "" sets the default.
+// Set the folder for relative paths (default: the current folder at the time of use) and the
+// installed, read-only one (default: none). Null or "" sets the default.
 TELLUR_API void set_user_root(const char* pszFolder);
 TELLUR_API void set_data_root(const char* pszFolder);
 TELLUR_API std::string get_user_root(); // absolute, without a separator at the end

@@ -52,7 +52,8 @@ class IEditorAction
 {
 public:
     virtual ~IEditorAction() = default;
-    // A new action of the same class with the same fields and flags, id -1; owned by the caller.
+    // Makes an action of the same class with the same fields and flags and the id -1, which the
+    // caller owns.
     virtual IEditorAction* Clone() const = 0;
     virtual int32_t GetId() const = 0;       // -1 until the host assigns one
     virtual const char* GetName() const = 0; // shown to the person; static text

@@ -15,7 +15,7 @@ class IImage;
 // moves and Paint for each point of a stroke, which calls ITerrain2DFunction::Apply before it
 // returns, or ITerrain2DRowFunction::ApplyRow of a function that has that, too; End when the mode
 // is left. Begin again, with other texels, is how undo shows its result. Each call that changes
-// what is seen has the views redrawn by the host. Neither may call the layer.
+// what is seen has the views redrawn by the host. Apply and ApplyRow must not call the layer.
 
 // Channels of the bitmap: what is shown of it and what painting changes. Texels are four bytes, red
 // first.
@@ -76,8 +76,8 @@ public:
     // function.
     virtual void
     Paint(const SExtents& box, ITerrain2DFunction* pFunction, float fPower, float fHardness) = 0;
-    // Brush outline and shape (its luminance counts, stretched over the box), copied; a null
-    // argument leaves what was set.
+    // Sets the outline of the brush and its shape (whose luminance counts, stretched over the box),
+    // which are copied; a null argument leaves what was set.
     virtual void SetBrush(const SExtents* pBox, const IImage* pBrushShape) = 0;
     virtual void SetChannelMask(uint32_t uChannels) = 0; // EPaintChannel, what is shown
     virtual void SetBlendFactor(float fFactor) = 0; // 0 terrain alone, 1 bitmap alone; kept within

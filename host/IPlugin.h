@@ -87,19 +87,20 @@ public:
     virtual void ReservedC(uintptr_t) = 0;
     virtual void ReservedD() = 0;
     virtual void ReservedE() = 0;
-    // Once, before Initialize: calls EditorHost::RegisterActions.
+    // Called once, before Initialize; calls EditorHost::RegisterActions.
     virtual void RegisterActions() = 0;
     // For a host that shows commands by their texts; ours does not call it. Writes the short text
     // of a local command with its terminator into pszBuffer, an empty one where there is none. The
     // caller's buffer has room for any text of the plug-in, 80 bytes for this one; null and the
     // index of another plug-in leave it.
     virtual void GetCommandText(int32_t iPlugin, int32_t iCommand, char* pszBuffer) = 0;
-    // Once: registers the plug-in, its modes, toolbar, menu, settings and processes with the host.
+    // Called once; registers the plug-in, its modes, toolbar, menu, settings and processes with the
+    // host.
     virtual void Initialize() = 0;
-    // True: opens the panel; not called while it is open. False does nothing.
+    // Opens the panel for true, which does not come while it is open. False does nothing.
     virtual void Activate(bool bShow) = 0;
-    // Once: calls EditorHost::UnregisterPluginA and B. The host can still be called until
-    // NOTIFY_HOST_GOES, and what the plug-in has handed over stays the host's.
+    // Called once; calls EditorHost::UnregisterPluginA and UnregisterPluginB. The host can still be
+    // called until NOTIFY_HOST_GOES, and what the plug-in has handed over stays the host's.
     virtual void Shutdown() = 0;
     virtual void OnCommand(int32_t iCommand) = 0; // a local command was chosen; others are ignored
     // Deletes an object that this library made, in its heap; null is ignored. uReserved: 0. Ours
@@ -111,7 +112,8 @@ public:
     virtual void ReservedF() = 0; // does nothing
     // Writes MakeActionHandle of its index to pHandle, never null, and returns pHandle.
     virtual uint32_t* GetActionHandle(uint32_t* pHandle) = 0;
-    // Of all its modes, EModeGroup or a number of its own; ours asks the modes instead.
+    // The group of all its modes, an EModeGroup or a number of its own. Ours does not call it,
+    // since each mode is registered with its group.
     virtual int32_t GetModeGroup() = 0;
 
     // These two do nothing.
@@ -124,8 +126,8 @@ public:
     // last event. Goes to ModeManager::OnLButtonDown, the four numbers as one block.
     virtual void OnLButtonDown(ViewId, uint32_t, int32_t, int32_t, int32_t, int32_t) {}
 
-    // It went up, or the host ends the drag, which is not told apart: the same arguments, without
-    // MOUSE_LEFT.
+    // The left button went up, or the host ends the drag, which the plug-in cannot tell apart: the
+    // same arguments, without MOUSE_LEFT.
     virtual void OnLButtonUp(ViewId, uint32_t, int32_t, int32_t, int32_t, int32_t) {}
 
     // These four do nothing.

@@ -63,9 +63,9 @@ public:
     // drag. Borrowed until the plug-in is called again.
     static constexpr uint32_t PRESS_TILE = 64;
     virtual const float* GetPressTile(uint32_t uTileX, uint32_t uTileZ) = 0;
-    // Of the latest point since the last query; reads and clears it.
+    // Gives the outcome of the latest point since the last query, and clears it.
     virtual SPointOutcome TakePointOutcome() = 0;
-    // Reads and clears the counters.
+    // Gives the counters of the drags since the last query, and clears them.
     virtual SDragStatistics TakeDragStatistics() = 0;
     // For the drag that comes next the current brush is one that smooths, with the extent and the
     // mask of the one at hand. EndSmoothing, after the drag, makes that one current again unless

@@ -58,10 +58,10 @@ public:
     // switched on; a tool that is up stays. Null: the one that was up last, at first the one that
     // raises. False when there is none, or when the mode that is current stays.
     virtual bool TakeTool(const char* pszFunction) = 0;
-    // 0 without a brush and, but for the extent, while painting; of an amount no number there, nor
-    // where the function has none. SetBrushValue returns what the
-    // value is now: power is 0 to 1, hardness 0 to 100, the extent half a cell to the terrain's
-    // width, a height at most the terrain's, another amount 1 to 1000.
+    // Get or set a number of the brush at hand. Without a brush, and for all but the extent while
+    // painting, it is 0; an amount is then no number, as it is where the function has none.
+    // SetBrushValue returns what the value is now: power is 0 to 1, hardness 0 to 100, the extent
+    // half a cell to the terrain's width, a height at most the terrain's, another amount 1 to 1000.
     virtual float GetBrushValue(EBrushValue eValue) = 0;
     virtual float SetBrushValue(EBrushValue eValue, float fValue) = 0;
     // Turns raising into lowering and back. fHeight: what the tool adds now. False, and fHeight of

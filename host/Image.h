@@ -52,18 +52,19 @@ public:
 // give Indexed8 with their indices; IL_LoadPalette gives the colours.
 TELLUR_API IImage* IL_LoadImage(const char* pszPath);
 
-// The palette of a paletted file, owned by the caller; null, without a line, when the file has none
-// or cannot be read.
+// Reads the palette of a paletted file, which the caller owns. Null, without a line, when the file
+// has none or cannot be read.
 TELLUR_API IPalette* IL_LoadPalette(const char* pszPath);
 
-// A copy in the given format (Unknown: the source's own), owned by the caller. Colour to Indexed8
-// gives grey (luminance); Indexed8 to colour repeats the byte. Null for a null image.
+// Makes a copy in the given format (Unknown: the source's own), which the caller owns. Colour to
+// Indexed8 gives grey (luminance); Indexed8 to colour repeats the byte. Null for a null image, and
+// when there is no memory.
 TELLUR_API IImage* IL_CreateImageFromImage(const IImage* pImage,
                                            EImageFormat eFormat = EImageFormat::Unknown);
 
-// A new image, owned by the caller, that copies the buffer of width * height * bits / 8 bytes; a
-// null buffer gives zeros. Null when a size is 0 or above 32768 or the format is not one of the
-// table.
+// Makes an image, which the caller owns, with a copy of the buffer of width * height * bits / 8
+// bytes; a null buffer gives zeros. Null when a size is 0 or above 32768, when the format is not
+// one of the table, and when there is no memory.
 TELLUR_API IImage* IL_CreateImageFromBufferFormat(uint32_t uWidth,
                                                   uint32_t uHeight,
                                                   EImageFormat eFormat,
@@ -73,7 +74,7 @@ TELLUR_API IImage* IL_CreateImageFromBufferBPP(uint32_t uWidth,
                                                uint32_t uBitsPerPixel,
                                                const uint8_t* pBuffer);
 
-// Writes the format that the extension names, of those that have a codec. pPalette: may be
-// null; with one, an Indexed8 image is written paletted, same order of entries. False with one
-// logged line; the old file then stays.
+// Writes the format that the extension names, of those that have a codec. pPalette: may be null;
+// with one, an Indexed8 image is written paletted, with the entries in the same order. False with
+// one logged line; the old file then stays.
 TELLUR_API bool IL_SaveImage(const char* pszPath, const IImage* pImage, const IPalette* pPalette);

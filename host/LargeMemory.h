@@ -11,8 +11,8 @@
 // Called right after the array was made, from any thread, null and 0 allowed; nothing can fail.
 // Implemented by the engine library.
 
-// The caller's memory in few large pages instead of many small ones.
+// Asks for the caller's memory to lie in few large pages instead of many small ones.
 TELLUR_API void UseHugePages(void* pMemory, size_t nBytes);
 
-// The array is not there in a copy of the process: none reads it.
+// Leaves the array out of copies of the process, none of which reads it.
 TELLUR_API void KeepFromChildren(void* pMemory, size_t nBytes);

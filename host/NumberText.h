@@ -33,8 +33,8 @@ inline std::string_view TakeWord(std::string_view& strRest)
     return strWord;
 }
 
-// The whole text without surrounding blanks must be one finite number of the type's range; false,
-// and value is untouched, otherwise.
+// Reads a text that is, without the blanks around it, one finite number of the type's range. False,
+// with value untouched, for any other text.
 template <class TNumber> bool ParseNumber(std::string_view strText, TNumber& value)
 {
     const std::string_view strNumber = TrimBlanks(strText);
@@ -56,8 +56,8 @@ template <class TNumber> bool ParseNumber(std::string_view strText, TNumber& val
     return true;
 }
 
-// As ParseNumber, false like it, for what a person types: a plus in front, and a comma for the
-// point.
+// Reads what a person types: as ParseNumber does, but with a plus in front and a comma for the
+// point allowed.
 template <class TNumber> bool ParseTypedNumber(std::string_view strText, TNumber& value)
 {
     std::string strNumber(TrimBlanks(strText));
@@ -75,7 +75,8 @@ template <class TNumber> void AppendNumber(std::string& strText, TNumber value)
     strText.append(szNumber, fault == std::errc() ? pEnd : szNumber);
 }
 
-// As printf's "%.*f", or with another format "%.*g" and so on; at most 100 digits.
+// Gives the text of printf's "%.*f", or with another format that of "%.*g" and so on; at most 100
+// digits.
 inline std::string
 FormatNumber(double fValue, int iDigits, std::chars_format eFormat = std::chars_format::fixed)
 {

@@ -15,6 +15,7 @@ TELLUR_API void GuardStandardStreams();
 // the program's name, which is borrowed.
 TELLUR_API bool FlushStandardOutput(const char* pszProgram);
 
-// SIGINT, SIGTERM and SIGHUP drop the files that are being written and end the process with the
-// code of the signal; the targets stay as they were. For programs without a loop of events.
+// From here on SIGINT, SIGTERM and SIGHUP drop the files that are being written and end the process
+// with the code of the signal; the targets stay as they were. Called by programs without a loop of
+// events.
 TELLUR_API void DropWritesOnSignals();

@@ -28,12 +28,13 @@ public:
 // pSink: borrowed until the next call; null: nobody looks. Returns the sink before.
 TELLUR_API IProgressSink* SetProgressSink(IProgressSink* pSink);
 
-// pszWhat: as in OnProgress. True to go on, always so without a sink. False: undo what was begun
-// and fail. Cheap enough for a hundred calls a job, not for one a vertex.
+// Tells the sink how far the work has come. pszWhat, fDone: as in OnProgress. True when the work is
+// to go on, always so without a sink; at false the caller undoes what was begun and fails. Cheap
+// enough for a hundred calls a job, not for one a vertex.
 TELLUR_API bool ReportProgress(const char* pszWhat, float fDone);
 
-// While one lives, all work goes on to its end whatever a sink answers: half of it
-// would be worse than none.
+// While an object of this class lives, all work goes on to its end whatever a sink answers: half of
+// it would be worse than none.
 class TELLUR_API CUncancellable
 {
 public:

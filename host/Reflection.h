@@ -145,13 +145,13 @@ public:
 
     int GetPrecision() const { return m_Precision; } // display digits, 3 unless "prec:N;" says so
 
-    // Object: borrowed. Text of the value; empty for a null object.
+    // Gives the text of the value in an object, which is borrowed; empty for null.
     virtual std::string ToString(const CRTTIObject* pObject) const = 0;
-    // Null or unreadable text leaves the value and returns false. A value that was set tells the
-    // object through OnFieldChanged.
+    // Sets the value from its text and tells the object through OnFieldChanged. False, with the
+    // value as it was, for null and for a text that is no value of the type.
     bool FromString(CRTTIObject* pObject, const char* pszText);
-    // The value in its binary form, little-endian. False on a file fault; a failed read leaves the
-    // value and tells the object through OnFailedToLoadField.
+    // Write and read the value in its binary form, little-endian. False on a file fault; a failed
+    // read leaves the value and tells the object through OnFailedToLoadField.
     bool Save(fs::file& file, const CRTTIObject* pObject) const;
     bool Load(fs::file& file, CRTTIObject* pObject);
 
@@ -214,10 +214,11 @@ public:
     CRTTI(const CRTTI&) = delete;
     CRTTI& operator=(const CRTTI&) = delete;
 
-    // Takes ownership. False for null and for a name the class has already (the field is deleted).
+    // Adds a field, which the class owns from the call on. False for null and for a name that the
+    // class has already; the field is then deleted.
     bool AddField(CRTTIField* pField);
-    // Initialize + AddField; a failure ends the process with
-    // "RTTI FATAL ERROR %s.%s: %s" (class, field, edit flags), a fault of the build.
+    // Does Initialize and AddField. A failure is a fault of the build and ends the process with
+    // "RTTI FATAL ERROR %s.%s: %s" (class, field, edit flags).
     void RegisterField(CRTTIField* pField, const char* pszName, const char* pszEditFlags);
 
     const std::vector<CRTTIField*>& GetFields() const { return m_Fields; } // own ones, as declared
@@ -259,7 +260,8 @@ public:
 
     virtual const CRTTI* GetRTTI() const = 0; // of its own class, static, never null
 
-    // A field of the class or of one of its bases, most derived first; null when there is none.
+    // Finds a field of the class or of one of its bases, most derived first; null when there is
+    // none.
     CRTTIField* FindField(const char* pszName) const;
     const char* GetClassNameA() const;
     bool IsExactClass(const CRTTI* pClass) const;
@@ -270,7 +272,8 @@ public:
     bool IsExactEngineClass(int32_t iEngineClass) const;
     bool FromEngineClass(int32_t iEngineClass) const;
 
-    // All fields, most derived class first, binary. False on the first fault.
+    // Write and read all fields in their binary form, most derived class first. False on the first
+    // fault, after which nothing more is written or read.
     bool SaveFields(fs::file& file) const;
     bool LoadFields(fs::file& file);
 
@@ -294,8 +297,9 @@ public:
     // LoadFields found no value for the field, which is as it was; borrowed.
     virtual void OnFailedToLoadField(CRTTIField* /*pField*/) {}
 
-    // Typed access to a field of exactly that type: value out, or value in and OnFieldChanged.
-    // False for null, a field of another type, or one with the read-only flag (set only).
+    // Get or set a field of exactly that type; setting calls OnFieldChanged. False, and nothing is
+    // changed, for null, for a field of another type or class, when a floating number to be set is
+    // not finite, and when a field to be set has the read-only flag.
     bool GetFieldIntEditor(const CRTTIField* pField, int32_t& iValue) const;
     bool SetFieldIntEditor(CRTTIField* pField, int32_t iValue);
     bool GetFieldFloatEditor(const CRTTIField* pField, float& fValue) const;

@@ -50,11 +50,12 @@ struct SPixelLine
     float fExtent = 1.0F; // side of the footprint, terrain units
 };
 
-// GetPixelPair for nCount columns or rows.
+// Does what GetPixelPair does for nCount columns or rows.
 TELLUR_API void
 GetPixelPairs(const SPixelLine& line, int iSize, const SPixelPairs& pairs, size_t nCount);
 
-// Two image rows of nCount grey bytes into one of values 0 to 1, pDest: nCount of them.
+// Blends two image rows of nCount grey bytes into one of values 0 to 1. pDest: takes nCount of
+// them.
 TELLUR_API void BlendPixelRows(
     const uint8_t* pFirst, const uint8_t* pSecond, float fFirstWeight, float* pDest, size_t nCount);
 

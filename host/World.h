@@ -35,8 +35,8 @@ public:
     virtual uint32_t GetHeight() const = 0;     // texels
     virtual void SetFlags(uint32_t uFlags) = 0; // ETextureFlags: how it is going to be locked
     virtual uint32_t GetFlags() const = 0;      // as they were set, 0 at first
-    // GetWidth * GetHeight bytes, one a texel (luminance), top row first; valid until Unlock, which
-    // follows each lock that gave them. Null when there is no memory.
+    // Gives GetWidth * GetHeight bytes, one a texel (luminance), top row first, valid until Unlock,
+    // which follows each lock that gave them. Null when there is no memory.
     virtual const uint8_t* LockBytes() = 0;
     virtual void Unlock() = 0;
     // Terrain units that one repeat of the texture covers when it is laid iRepeats times along
@@ -87,10 +87,10 @@ class World
 public:
     virtual ~World() = default;
 
-    // After the files of textures changed: what shows them may follow.
+    // Called after the files of textures have changed, so that what shows them may follow.
     virtual void OnTexturesChanged() = 0;
-    // A texture with a copy of the image, the world's until ReleaseTexture. Null for a null image,
-    // with one logged line.
+    // Makes a texture with a copy of the image, which the world owns until ReleaseTexture. Null for
+    // a null image, with one logged line.
     virtual ITexture* CreateTextureFromImage(const IImage* pImage, const char* pszName) = 0;
     // Makes a texture known to Terrain::SetEditOverlay; the handle is 0 only for null. The texture
     // stays its owner's.
@@ -99,7 +99,7 @@ public:
     // line.
     virtual void ReleaseTexture(ITexture* pTexture) = 0;
     virtual void ReleaseTexture(uint32_t uHandle) = 0;
-    // As IL_SaveImage: false with one logged line.
+    // Writes a picture as IL_SaveImage does. False with one logged line.
     virtual bool SaveImage(const char* pszPath, const IImage* pImage, const IPalette* pPalette) = 0;
     // Writes the overlay scale of a texture that covers fSize terrain units along x, 1 / fSize (0
     // for 0), to one float, pElement, an element of an overlay transform; null is ignored. A

@@ -43,6 +43,7 @@ void CTCParse::Error(const char* pszFormat, ...)
 
     if (m_pErrorListener != nullptr)
     {
+        // Made up already, and no format any more: names in it may have per cent signs.
         m_pErrorListener->Error("%s", szMessage);
     }
     CrashLog("[CTCParse] ");
@@ -78,6 +79,8 @@ CTCPARSE_KEYWORD* CTCParse::ReadBlock(SVocabulary& vocabulary, int32_t* pError)
 {
     CTCParseTree tree;
     size_t iStart = 0; // of the statement
+    // One loop reads nested blocks too, which may be deeper than the stack would allow: the tree
+    // keeps where the outer ones go on.
     while (*pError == 0 && !m_Reader.SkipSpace())
     {
         iStart = m_Reader.GetPosition();
@@ -120,6 +123,7 @@ void CTCParse::ReadCall(const CTCParseNameList& declarations, CTCParseTree& tree
         return;
     }
     tree.Append(pCall);
+    // A call inside a block belongs to the call around it and is none that can be rewritten.
     if (m_pOutline != nullptr && tree.GetDepth() == 0)
     {
         m_pOutline->calls.push_back({pCall, m_Arguments});
@@ -162,6 +166,7 @@ CTCParse::Include(const CTCPARSE_STRING& fileName, SVocabulary& vocabulary, int3
         Fail(pError, "include depth limit exceeded");
         return nullptr;
     }
+    // The depth alone is no limit: a file that includes itself twice doubles at each level.
     if (++vocabulary.nIncludes > INCLUDE_COUNT_LIMIT)
     {
         Fail(pError, "include count limit exceeded");
@@ -177,6 +182,7 @@ CTCParse::Include(const CTCPARSE_STRING& fileName, SVocabulary& vocabulary, int3
     included.m_nIncludeDepth = m_nIncludeDepth + 1;
     included.m_pErrorListener = this;
     included.SetCallbacks(m_Variables.GetCallbacks());
+    // This file reads nothing meanwhile, so its constants can be lent out and come back as a copy.
     included.m_Constants.TakeFrom(m_Constants);
     CTCPARSE_KEYWORD* pNodes = included.ReadBlock(vocabulary, pError);
     included.m_Constants.CopyTo(m_Constants);

@@ -52,11 +52,12 @@ public:
     // False when the file could not be read; it then parses as an empty one.
     bool IsLoaded() const { return m_bLoaded; }
 
-    // Reads the whole file; once. Returns the first node, owned by the caller, also when *pError
-    // is not 0 afterwards: what was read before the error.
+    // Reads the whole file; may be called once. Returns the first node, which the caller owns, or
+    // null for a file without calls. When *pError is not 0 afterwards, the tree holds what was read
+    // before the error.
     CTCPARSE_KEYWORD* Parse(int32_t* pError);
 
-    // Spent in Parse by all parsers of the process.
+    // The seconds that all parsers of the process have spent in Parse.
     static double GetTotalSeconds();
 
 private:
@@ -67,7 +68,7 @@ private:
         size_t nIncludes = 0;
     };
 
-    // Statements up to the end of the text. Returns what was read also when that failed.
+    // Reads statements up to the end of the text. Returns what was read also when that failed.
     CTCPARSE_KEYWORD* ReadBlock(SVocabulary& vocabulary, int32_t* pError);
     void ReadCall(const CTCParseNameList& declarations, CTCParseTree& tree, int32_t* pError);
     void ReadAfterCall(CTCPARSE_KEYWORD& call, CTCParseTree& tree, int32_t* pError);
@@ -76,7 +77,7 @@ private:
     CTCPARSE_KEYWORD*
     Include(const CTCPARSE_STRING& fileName, SVocabulary& vocabulary, int32_t* pError);
 
-    // iStart: of the last statement.
+    // Tells the outline where statements can be added. iStart: where the last statement begins.
     void NoteEnd(size_t iStart, size_t nOpenBlocks);
 
     bool m_bDebug;

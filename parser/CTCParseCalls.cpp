@@ -22,6 +22,7 @@ CTCPARSE_KEYWORD* CTCParseCalls::ReadCall(const CTCParseNameList& declarations,
     }
     CTCParseReader::MakeLower(pCall->name);
     const CTCPARSE_KEYWORD* pDeclaration = declarations.Find(pCall->name);
+    // Only the declaration says how many arguments there are and of which types.
     if (pDeclaration == nullptr)
     {
         m_Errors.Error("unknown keyword %s", pCall->name);
@@ -46,6 +47,7 @@ bool CTCParseCalls::ReadArguments(const CTCPARSE_KEYWORD& declaration,
     {
         m_Reader.SkipSpace();
         const size_t iStart = m_Reader.GetPosition();
+        // Linked at once: the call owns the value when a later one fails.
         *ppLink = m_Values.ReadValue(pType->type, pError);
         if (*pError != 0)
         {
@@ -59,6 +61,7 @@ bool CTCParseCalls::ReadArguments(const CTCPARSE_KEYWORD& declaration,
         {
             ppLink = &(*ppLink)->next;
         }
+        // The comma stands there whether the argument before it gave a value or not.
         if (pType->next != nullptr && m_Reader.NextChar() != ',')
         {
             m_Errors.Fail(pError, "comma expected");

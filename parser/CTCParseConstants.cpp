@@ -24,6 +24,7 @@ CTCParseConstants::Read(ETCParseType eType, NameBuffer& szName, int32_t* pError)
         return nullptr;
     }
     NameBuffer szLower;
+    // The caller's name stays as it was written, for messages.
     memcpy(szLower, szName, sizeof(szLower));
     CTCParseReader::MakeLower(szLower);
     const CTCPARSE_KEYWORD* pConst = m_List.Find(szLower);

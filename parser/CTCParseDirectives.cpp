@@ -25,6 +25,8 @@ std::unique_ptr<CTCPARSE_STRING> CTCParseDirectives::ReadDeclaration(CTCParseNam
         return nullptr;
     }
     CTCParseReader::MakeLower(pNode->name);
+    // The bracket is read before the name is looked at; each directive has a message of its own for
+    // a missing one.
     const bool bOpened = m_Reader.NextChar() == '(';
     std::unique_ptr<CTCPARSE_STRING> pFileName;
     if (strcmp(pNode->name, "include") == 0)
@@ -47,6 +49,7 @@ std::unique_ptr<CTCPARSE_STRING> CTCParseDirectives::ReadDeclaration(CTCParseNam
     {
         declarations.Add(pNode.release());
     }
+    // An empty name includes nothing, without a message.
     const bool bFile = pFileName != nullptr && pFileName->value[0] != '\0';
     return bFile ? std::move(pFileName) : nullptr;
 }
@@ -60,6 +63,7 @@ bool CTCParseDirectives::ReadTypes(CTCPARSE_KEYWORD& declaration, int32_t* pErro
     for (int nChar = m_Reader.NextChar(); nChar >= 0; nChar = m_Reader.NextChar())
     {
         const bool bFirst = declaration.params == nullptr;
+        // The bracket may close an empty list or follow a type, but not a comma.
         if (nChar == ')' && (bFirst || !bTypeExpected))
         {
             return true;

@@ -20,12 +20,12 @@ public:
                        CTCParseValues& values,
                        ITCParseErrors& errors);
 
-    // Behind a '!'. Adds a declaration to the list, or returns the name of the file to include
-    // here, which is not empty. Null otherwise, and when the error flag is set.
+    // Reads on behind a '!'. Adds a declaration to the list, or returns the name of the file to
+    // include here, which is not empty. Returns null otherwise, and when the error flag is set.
     std::unique_ptr<CTCPARSE_STRING> ReadDeclaration(CTCParseNameList& declarations,
                                                      int32_t* pError);
 
-    // Behind a '$'. Adds a constant.
+    // Reads on behind a '$' and adds a constant, unless it sets the error flag.
     void ReadConstDef(int32_t* pError);
 
     // What the include directives have read so far.

@@ -59,9 +59,11 @@ std::unique_ptr<CTCPARSE_STRING> CTCParseIncludes::ReadName(int32_t* pError)
     m_Reader.SkipSpace();
     const size_t iStart = m_Reader.GetPosition();
     std::unique_ptr<CTCPARSE_STRING> pName(m_Values.ReadString(pError));
+    // A name without its closing quote takes the rest of the text: nothing can be added behind it.
     m_bCutOff = pName == nullptr && m_Reader.GetCursor() == m_Reader.GetEnd();
     if (pName != nullptr)
     {
+        // Kept before the condition is known: a file that is moved needs all its names moved.
         m_Names.push_back({{iStart, m_Reader.GetPosition()}, pName->value});
     }
     return pName;
@@ -126,12 +128,14 @@ CTCParseIncludes::ReadIncludeIf(bool bOpened,
     {
         return fail("right bracked");
     }
+    // Compared last: the whole directive has to make sense whether its condition holds or not.
     return Compare(pLeft->value, nOperator, pRight->value) ? std::move(pFileName) : nullptr;
 }
 
 // The code of Compare; 0 when the two characters are no operator.
 int CTCParseIncludes::ReadOperator()
 {
+    // Two characters are taken at once; behind a lone '>' or '<' the second one goes back.
     const int nFirst = m_Reader.GetChar();
     const int nSecond = m_Reader.GetChar();
     if (nFirst < 0 || nSecond < 0)

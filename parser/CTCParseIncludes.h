@@ -16,9 +16,9 @@ public:
     // All are borrowed as long as this lives.
     CTCParseIncludes(CTCParseReader& reader, CTCParseValues& values, ITCParseErrors& errors);
 
-    // Behind the directive and the character after it; bOpened: that was a '('. Return the name of
-    // the file to include; null when there is none to include: with the error flag set, when the
-    // condition does not hold, and for ReadInclude also when the name cannot be read.
+    // Read on behind the directive and the character after it; bOpened: that was a '('. They return
+    // the name of the file to include. Null when there is none to include: with the error flag set,
+    // when the condition does not hold, and for ReadInclude also when the name cannot be read.
     std::unique_ptr<CTCPARSE_STRING> ReadInclude(bool bOpened, int32_t* pError);
     std::unique_ptr<CTCPARSE_STRING> ReadIncludeIfInt(bool bOpened, int32_t* pError);
     std::unique_ptr<CTCPARSE_STRING> ReadIncludeIfFloat(bool bOpened, int32_t* pError);
@@ -30,7 +30,7 @@ public:
     bool IsCutOff() const { return m_bCutOff; }
 
 private:
-    // Null with the error flag set.
+    // Reads the file's name and notes where it stands. Null with the error flag set.
     std::unique_ptr<CTCPARSE_STRING> ReadName(int32_t* pError);
     template <class TValue>
     std::unique_ptr<CTCPARSE_STRING> ReadIncludeIf(bool bOpened,

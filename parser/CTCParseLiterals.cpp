@@ -21,6 +21,7 @@ public:
             ++m_nDigits;
             return;
         }
+        // From here on every step rounds, just as the plain rule would have done.
         m_fRounded = GetValue() * 10.0 + uDigit;
         m_nDigits = EXACT_DIGITS + 1;
     }
@@ -56,6 +57,7 @@ static double GetFractionScale(size_t nDigits)
     {
         return FRACTION_SCALES[nDigits];
     }
+    // Goes on by the rule of the table. Once the scale is 0, further digits change nothing.
     double fScale = FRACTION_SCALES.back();
     for (size_t i = FRACTION_SCALES.size() - 1; i < nDigits && fScale != 0.0; ++i)
     {
@@ -90,6 +92,7 @@ bool CTCParseLiterals::ReadIntDigits(bool bNegative, int32_t* pValue, int32_t* p
 {
     const char* pStart = m_Reader.GetCursor();
     const char* p = pStart;
+    // Unsigned, because a number of too many digits wraps, which is defined for these only.
     uint32_t uValue = 0; // wraps
     for (; IsDigit(*p); ++p)
     {
@@ -108,6 +111,7 @@ bool CTCParseLiterals::CheckNumber(const char* pStart, const char* pszBadEnd, in
         m_Errors.Fail(pError, "expected number");
         return false;
     }
+    // Only a few characters may follow: "12abc" is refused instead of read as 12.
     if (!TCParseIs(*pEnd, TCPARSE_NUMBER_END))
     {
         m_Errors.Fail(pError, pszBadEnd);
@@ -125,7 +129,9 @@ bool CTCParseLiterals::ReadFloatDigits(bool bNegative, float* pValue, int32_t* p
     {
         decimal.Add(*p);
     }
+    // The fraction's digits go on in the same number, which is scaled down once at the end.
     double fValue = decimal.GetValue();
+    // A number may not begin with the point, but it may end with it.
     if (*p == '.' && p != pStart)
     {
         const char* pFraction = ++p;
@@ -147,6 +153,7 @@ CTCPARSE_STRING* CTCParseLiterals::ReadQuoted(int32_t* pError)
     const auto nRest = static_cast<size_t>(m_Reader.GetEnd() - pStart);
     const auto* pQuote = static_cast<const char*>(memchr(pStart, '"', nRest));
     const size_t nLength = pQuote != nullptr ? static_cast<size_t>(pQuote - pStart) : nRest;
+    // A quote that was found may be an escaped one: then a backslash stands before it.
     if (memchr(pStart, '\\', nLength) != nullptr)
     {
         return ReadEscaped(pError);
@@ -181,6 +188,7 @@ CTCPARSE_STRING* CTCParseLiterals::ReadEscaped(int32_t* pError)
             switch (nChar)
             {
             case 'n':
+                // The escape stands for both bytes of a line break.
                 *pDest++ = '\r';
                 nChar = '\n';
                 break;

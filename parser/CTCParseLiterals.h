@@ -22,8 +22,8 @@ public:
     bool ReadIntDigits(bool bNegative, int32_t* pValue, int32_t* pError);
     bool ReadFloatDigits(bool bNegative, float* pValue, int32_t* pError);
 
-    // Behind the opening quote. Null with the error flag set when there is no closing one;
-    // otherwise the caller owns the text.
+    // Reads a quoted text from behind its opening quote. Returns null with the error flag set when
+    // there is no closing one; otherwise the caller owns the text.
     CTCPARSE_STRING* ReadQuoted(int32_t* pError);
 
 private:
@@ -33,6 +33,6 @@ private:
     CTCParseReader& m_Reader;
     ITCParseErrors& m_Errors;
 
-    // Takes strings with escapes. As long as the text, made for the first one.
+    // Strings with escapes are put together here. As long as the text; made for the first of them.
     std::unique_ptr<char[]> m_Scratch;
 };

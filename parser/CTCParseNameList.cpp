@@ -16,6 +16,7 @@ static size_t HashName(const NameBytes& szName)
                                            0xA0761D6478BD642FU,
                                            0xE7037ED1A0B428DBU,
                                            0x8EBC6AF09C88C6E3U};
+    // Names are zero behind their text, so the whole buffer can be hashed and compared as words.
     uint64_t uWords[std::size(FACTORS)];
     static_assert(sizeof(uWords) == sizeof(NameBytes));
     memcpy(uWords, szName, sizeof(uWords));
@@ -24,11 +25,13 @@ static size_t HashName(const NameBytes& szName)
     {
         uHash += uWords[i] * FACTORS[i];
     }
+    // The upper half of a product depends on all bits of the name, the lower half does not.
     return static_cast<size_t>(uHash >> 32);
 }
 
 CTCParseNameList::CTCParseNameList(const CTCParseNameList& source)
 {
+    // Copying the first node copies all that follow it, newest first.
     if (source.m_pFirst != nullptr)
     {
         m_pFirst = new CTCPARSE_KEYWORD(*source.m_pFirst);
@@ -44,6 +47,8 @@ CTCParseNameList::CTCParseNameList(CTCParseNameList&& source) noexcept
     , m_Slots(std::move(source.m_Slots))
     , m_nNames(std::exchange(source.m_nNames, 0))
 {
+    // An index without slots says that there are no names; a vector that was moved promises
+    // nothing.
     source.m_Slots.clear();
 }
 
@@ -85,6 +90,7 @@ size_t CTCParseNameList::FindSlot(const NameBytes& szName) const
 
 void CTCParseNameList::Index(const CTCPARSE_KEYWORD* pNode, EHiding eHiding)
 {
+    // At most half of the slots are taken, so that every search ends at a free one soon.
     if (m_Slots.size() <= 2 * m_nNames)
     {
         Grow();
@@ -97,6 +103,7 @@ void CTCParseNameList::Index(const CTCPARSE_KEYWORD* pNode, EHiding eHiding)
     }
     else if (eHiding == EHiding::newer)
     {
+        // The hidden node stays in the chain, which owns it, and only leaves the index.
         pSlot = pNode;
     }
 }

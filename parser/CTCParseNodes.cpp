@@ -47,6 +47,7 @@ void CTCPARSE_PARAM::operator delete(void* pMemory)
 
 CTCPARSE_PARAM* CTCPARSE_PARAM::Duplicate(const CTCPARSE_PARAM& source)
 {
+    // By class and not by type: a parameter of a declaration has a type but no value.
     if (const auto* pInt = dynamic_cast<const CTCPARSE_INT*>(&source))
     {
         return new CTCPARSE_INT(*pInt);
@@ -144,6 +145,7 @@ CTCPARSE_KEYWORD::CTCPARSE_KEYWORD(const CTCPARSE_KEYWORD& source)
     CopyNode(source);
     chains.emplace_back(source.next, &next);
     chains.emplace_back(source.block, &block);
+    // A list of chains instead of recursion: blocks nest deeper than the stack could follow.
     while (!chains.empty())
     {
         auto [pSource, ppLink] = chains.back();
@@ -195,6 +197,8 @@ CTCPARSE_KEYWORD::~CTCPARSE_KEYWORD()
                 pNode = pInner;
                 continue;
             }
+            // Its links are cleared first: a node that still has some would delete them inside its
+            // own end.
             delete std::exchange(pNode, std::exchange(pNode->next, nullptr));
             while (pNode == nullptr && pAround != nullptr)
             {

@@ -31,7 +31,7 @@ public:
     static void* operator new(size_t nBytes);
     static void operator delete(void* pMemory);
 
-    // A copy of the object's own class. The caller owns it.
+    // Makes a copy of the source's own class, which the caller owns.
     static CTCPARSE_PARAM* Duplicate(const CTCPARSE_PARAM& source);
 
     // Keeps a copy of the name of the host variable that the value was read from; null: none.

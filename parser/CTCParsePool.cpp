@@ -29,6 +29,7 @@ void CTCParsePool::Free(void* pPiece)
 
 void* CTCParsePool::AllocateInNewChunk(size_t nBytes)
 {
+    // An oversized chunk starts at a multiple of CHUNK_BYTES as well, so Free finds its start too.
     const bool bOversized = nBytes > LARGE_PIECE_BYTES;
     SChunk* pChunk = s_pSpare;
     if (bOversized || pChunk == nullptr)
@@ -47,12 +48,14 @@ void* CTCParsePool::AllocateInNewChunk(size_t nBytes)
         pChunk->nLive = 1;
         return pChunk + 1;
     }
+    // What was left of the chunk before is given up; its pieces still count there.
     StartFilling(pChunk);
     return Allocate(nBytes);
 }
 
 void CTCParsePool::Release(SChunk* pChunk)
 {
+    // The chunk that is being filled starts again from its front instead of becoming a spare one.
     if (pChunk == s_pCurrent)
     {
         StartFilling(pChunk);

@@ -32,10 +32,12 @@ bool CTCParseReader::Load(const char* pszPath)
         return false;
     }
     const uint64_t nLength = file.length();
+    // Keeps the sum with the padding below from wrapping.
     if (nLength > SIZE_MAX / 2)
     {
         return false;
     }
+    // Read aside, so that a file which fails leaves the empty text of before.
     std::unique_ptr<char[]> text(new (std::nothrow) char[nLength + TEXT_PADDING]);
     if (text == nullptr || file.read(text.get(), nLength) != nLength)
     {
@@ -66,6 +68,7 @@ bool CTCParseReader::SkipComment()
         static constexpr char CLOSING[] = {'*', '/'};
         const char* pClosing = std::search(pBody, m_pEnd, CLOSING, CLOSING + sizeof(CLOSING));
         m_pCursor = pClosing != m_pEnd ? pClosing + sizeof(CLOSING) : m_pEnd;
+        // Whoever adds statements to the text must close such a comment first.
         m_bOpenComment = pClosing == m_pEnd;
         return true;
     }
@@ -77,6 +80,7 @@ int CTCParseReader::ReadWord(NameBuffer& szWord)
     constexpr size_t MOST = sizeof(NameBuffer) - 1;
     const char* pStart = m_pCursor;
     size_t nLength = 0;
+    // The scan needs no look at the end of the text: the zeros behind it belong to no word.
     while (nLength < MOST && TCParseIs(pStart[nLength], TCPARSE_WORD))
     {
         ++nLength;
@@ -89,6 +93,7 @@ int CTCParseReader::ReadWord(NameBuffer& szWord)
         uint64_t uBytes = 0;
         if (i < nLength)
         {
+            // May read behind the word and even behind the text: the padding is as long as a name.
             memcpy(&uBytes, pStart + i, sizeof(uBytes));
             const size_t nKept = std::min(nLength - i, sizeof(uBytes));
             uBytes &= ~uint64_t{0} >> (8 * (sizeof(uBytes) - nKept));
@@ -126,6 +131,7 @@ std::string_view CTCParseReader::GetText() const
 
 std::string_view CTCParseReader::GetLineText() const
 {
+    // Only messages ask for the line, so its start is looked for then and not kept while reading.
     const char* pLine = m_pCursor;
     while (pLine != m_Text.get() && !IsLineBreak(pLine[-1]))
     {

@@ -24,7 +24,8 @@ public:
     // then empty.
     bool Load(const char* pszPath);
 
-    // -1 is the end of the text; pushing it back does nothing.
+    // Takes the next character; -1 at the end of the text. UngetChar puts back the one that was
+    // taken last and does nothing for -1.
     int GetChar() { return m_pCursor != m_pEnd ? static_cast<unsigned char>(*m_pCursor++) : -1; }
 
     void UngetChar(int nChar) { m_pCursor -= nChar >= 0 ? 1 : 0; }
@@ -50,8 +51,9 @@ public:
         return GetChar();
     }
 
-    // 0, or what failed: 1 the word is too long (reported), -1 it runs into the end of the text.
-    // The buffer holds what was read, zero behind it.
+    // Reads a word of letters, digits and '_' at the cursor; it may be empty. Returns 0, or what
+    // failed: 1 when the word is too long, which is reported, and -1 when it runs into the end of
+    // the text. The buffer holds what was read, with zeros behind it, in each case.
     int ReadWord(NameBuffer& szWord);
     static void MakeLower(NameBuffer& szWord);
 
@@ -65,13 +67,13 @@ public:
 
     size_t GetPosition() const { return static_cast<size_t>(m_pCursor - m_Text.get()); }
 
-    // The text and the line at the cursor, without its break and cut at a NUL, which ends what a
+    // The whole text, and the line at the cursor without its break, cut at a NUL, which ends what a
     // log can show. Both are valid until Load.
     std::string_view GetText() const;
     std::string_view GetLineText() const;
 
-    // The line at the cursor, counted from 1. Once asked for a line, the reader must not be asked
-    // for one before it.
+    // The number of the line at the cursor, from 1. Lines are counted on from the last call, so the
+    // cursor must not be before the place that it had then.
     int GetLine();
 
     // Whether the text ends within a comment; known when it has been read.

@@ -64,6 +64,8 @@ static void PutParam(FILE* pFile, const CTCPARSE_PARAM& param)
 
 bool CTCPARSE_KEYWORD::Save(FILE* pFile) const
 {
+    // A node's block comes before its siblings. Each chain ends with its tag, and the walk then
+    // goes on behind the node around it.
     std::vector<const CTCPARSE_KEYWORD*> around; // nodes whose block is being written
     const CTCPARSE_KEYWORD* pNode = this;
     while (pNode != nullptr)
@@ -93,6 +95,7 @@ bool CTCPARSE_KEYWORD::Save(FILE* pFile) const
             around.pop_back();
         }
     }
+    // Single writes are not checked: the stream keeps its error, and flushing tells of the rest.
     if (fflush(pFile) != 0 || ferror(pFile) != 0)
     {
         CrashLog("[CTCPARSE_KEYWORD::Save] the tree could not be written\n");

@@ -25,6 +25,7 @@ bool HasValues(const CTCPARSE_PARAM* pParam, const CTCParseText::SCall& call)
 {
     for (const CTCParseText::SValue& value : call.values)
     {
+        // Compared as they are written: what would read back the same leaves its bytes alone.
         if (pParam == nullptr || pParam->type != value.eType ||
             MakeValueText(*pParam) != value.strText)
         {
@@ -68,6 +69,7 @@ std::filesystem::path GetFolder(const std::string& strPath)
 {
     std::error_code error;
     const std::filesystem::path folder = std::filesystem::path(strPath).parent_path();
+    // Links are followed, so that two spellings of one folder do not count as a move.
     std::filesystem::path real = std::filesystem::weakly_canonical(folder, error);
     return error ? folder : real;
 }
@@ -109,6 +111,7 @@ std::string CTCParseText::Update(const std::vector<SCall>& calls, const std::str
             added.push_back(&call);
         }
     }
+    // Edits hold positions of the text as it was read, and none of them overlaps another.
     std::sort(edits.begin(),
               edits.end(),
               [](const SEdit& a, const SEdit& b) { return a.span.iStart > b.span.iStart; });
@@ -119,6 +122,7 @@ std::string CTCParseText::Update(const std::vector<SCall>& calls, const std::str
     }
     if (!added.empty())
     {
+        // The edits all stand before iEnd, so what is behind it is still as long as it was.
         const size_t nBehind = m_Outline.strText.size() - m_Outline.iEnd;
         strText.insert(strText.size() - nBehind, MakeAddition(added));
     }
@@ -129,11 +133,14 @@ std::string CTCParseText::Update(const std::vector<SCall>& calls, const std::str
 bool CTCParseText::Change(const SCall& call, std::vector<SEdit>& edits) const
 {
     const CTCPARSE_KEYWORD* pLast = FindLast(call.pszName);
+    // Values that are there already stay as the person has written them.
     if (pLast == nullptr || HasValues(pLast->params, call))
     {
         return pLast != nullptr;
     }
     const CTCPARSE_PARAM* pEnd = nullptr;
+    // The last call of a name decides. When it stands in an included file, this text cannot change
+    // it, and a new call has to be added behind.
     const auto own = std::find_if(m_Outline.calls.begin(),
                                   m_Outline.calls.end(),
                                   [pLast](const auto& known) { return known.pCall == pLast; });
@@ -159,6 +166,7 @@ void CTCParseText::MoveIncludes(const std::string& strPath, std::vector<SEdit>& 
     }
     for (const STCParseOutline::SInclude& include : m_Outline.includes)
     {
+        // Only names with a folder move: a bare one means the same file from everywhere.
         std::string strName = include.strName;
         std::replace(strName.begin(), strName.end(), '\\', '/');
         if (strName.find('/') != std::string::npos)
@@ -184,11 +192,14 @@ bool CTCParseText::IsDeclared(const SCall& call) const
 
 std::string CTCParseText::MakeAddition(const std::vector<const SCall*>& calls) const
 {
+    // The addition ends its lines as the first line of the file does.
     const std::string strText = m_Outline.strText.substr(0, m_Outline.iEnd);
     const size_t iLine = strText.find('\n');
     const bool bReturn = iLine != std::string::npos && iLine > 0 && strText[iLine - 1] == '\r';
     const std::string strEnd = bReturn ? "\r\n" : "\n";
+    // What the text leaves open is closed first: a comment, then the blocks around the end.
     std::string strAddition = m_Outline.bOpenComment ? "*/" : "";
+    // Behind a comment that was closed, and behind an unfinished line, a new line begins.
     const bool bLine = strAddition.empty() && (strText.empty() || strText.back() == '\n');
     strAddition += (bLine ? "" : strEnd) + std::string(m_Outline.nOpenBlocks, '}');
     strAddition += m_Outline.nOpenBlocks > 0 ? strEnd : "";
@@ -196,6 +207,7 @@ std::string CTCParseText::MakeAddition(const std::vector<const SCall*>& calls) c
     {
         const std::string strTypes =
             Join(pCall->values, [](const SValue& value) { return GetTypeText(value.eType); });
+        // A call without a declaration of exactly these types would make the whole file unreadable.
         if (!IsDeclared(*pCall))
         {
             strAddition.append("!").append(pCall->pszName).append(strTypes).append(strEnd);

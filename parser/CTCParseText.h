@@ -28,7 +28,8 @@ public:
         std::string GetText() const; // one line, without its end
     };
 
-    // As TCParseFile; a value that names a variable is an error. Once.
+    // Reads the file as TCParseFile does; a value that names a variable is an error. May be called
+    // once.
     ETCParseStatus Read(const char* pszPath);
 
     // The tree, owned by this; null when nothing was read.

@@ -10,6 +10,7 @@ CTCParseTree::~CTCParseTree()
 void CTCParseTree::Append(CTCPARSE_KEYWORD* pNodes)
 {
     *m_ppLink = pNodes;
+    // An included file comes as a whole chain: the next node goes behind its last one.
     while (*m_ppLink != nullptr)
     {
         m_ppLink = &(*m_ppLink)->next;

@@ -18,16 +18,17 @@ public:
     // Adds a chain of nodes to the block that is open. pNodes: owned from now on; null: none.
     void Append(CTCPARSE_KEYWORD* pNodes);
 
-    // Nodes go into the block of call from now on, until CloseBlock. call: appended last.
+    // Opens the block of call, the node that was appended last: nodes go into it until CloseBlock.
     void OpenBlock(CTCPARSE_KEYWORD& call);
 
-    // False when no block is open.
+    // Goes back to the block around the one that is open. False, and nothing changes, when none is.
     bool CloseBlock();
 
     // How many blocks are open.
     size_t GetDepth() const { return m_Around.size(); }
 
-    // The first node, which the caller owns; null when there is none.
+    // Hands out the first node, and with it the whole tree, to the caller, who owns it from then
+    // on. Null when nothing was appended. This object is then empty, with no block open.
     CTCPARSE_KEYWORD* Release();
 
 private:

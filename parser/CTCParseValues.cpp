@@ -43,6 +43,7 @@ CTCPARSE_PARAM* CTCParseValues::ReadValue(ETCParseType eType, int32_t* pError)
 
 CTCPARSE_INT* CTCParseValues::ReadInt(int32_t* pError)
 {
+    // One character tells the three forms apart: a variable, a number, or the name of a constant.
     const int nChar = m_Reader.GetChar();
     if (nChar == '%')
     {
@@ -94,6 +95,7 @@ CTCPARSE_STRING* CTCParseValues::ReadString(int32_t* pError)
     {
         return m_Variables.ReadString(pError);
     }
+    // What is no quote and no variable begins the name of a constant.
     m_Reader.UngetChar(nChar);
     NameBuffer szName;
     if (const CTCPARSE_PARAM* pConst = m_Constants.Read(tcparse_string, szName, pError))
@@ -138,6 +140,7 @@ TVector* CTCParseValues::ReadVector(const SVectorKind& kind,
     if (const CTCPARSE_PARAM* pConst = m_Constants.Read(kind.eType, szName, pError))
     {
         auto* pValue = new TVector(*static_cast<const TVector*>(pConst));
+        // The value comes from a constant now, whatever variable that was made of.
         pValue->SetRefName(nullptr);
         return pValue;
     }
@@ -154,6 +157,7 @@ bool CTCParseValues::ReadComponents(const SVectorKind& kind, float* pValues, int
     static constexpr const char* ORDINALS[] = {"1st", "2nd", "3rd", "4th"};
     for (size_t i = 0; i < kind.nValues; ++i)
     {
+        // Each number of a vector may be a variable or a constant, too.
         m_Reader.SkipSpace();
         const std::unique_ptr<CTCPARSE_FLOAT> pFloat(ReadFloat(pError));
         if (pFloat == nullptr)

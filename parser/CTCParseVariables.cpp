@@ -15,6 +15,7 @@ bool CTCParseVariables::ReadName(bool bHasCallback, NameBuffer& szName, int32_t*
         *pError = nFailure;
         return false;
     }
+    // Looked at after the name, so that the message can tell it.
     if (!bHasCallback)
     {
         m_Errors.Error("variable callback not specified: unable to read '%s' variable!\n", szName);
@@ -56,6 +57,7 @@ CTCPARSE_FLOAT* CTCParseVariables::ReadFloat(int32_t* pError)
         *pError = 1;
         return nullptr;
     }
+    // An unknown variable is reported but no failure, so that old files keep loading: it is 0.
     auto* pValue = new CTCPARSE_FLOAT(0.0F);
     if (m_Callbacks.pFloat(&pValue->value, szName, ""))
     {
@@ -82,6 +84,7 @@ CTCPARSE_STRING* CTCParseVariables::ReadString(int32_t* pError)
         *pError = 1;
         return nullptr;
     }
+    // A callback that has left no NUL is cut where it would have to be.
     auto* pValue = new CTCPARSE_STRING(szText, strnlen(szText, sizeof(szText) - 1));
     pValue->SetRefName(szName);
     return pValue;

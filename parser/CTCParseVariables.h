@@ -18,7 +18,8 @@ public:
 
     const STCParseCallbacks& GetCallbacks() const { return m_Callbacks; }
 
-    // Behind a '%'. Null with the error flag set; otherwise the caller owns the value.
+    // Read a name behind a '%' and ask the host for its value, which the caller owns. Null with the
+    // error flag set.
     CTCPARSE_INT* ReadInt(int32_t* pError);
     CTCPARSE_FLOAT* ReadFloat(int32_t* pError);
     CTCPARSE_STRING* ReadString(int32_t* pError);

@@ -23,6 +23,7 @@ std::string QuoteText(const std::string& strText)
 
 std::string MakeExactNumber(float fValue)
 {
+    // A float without an exponent takes less than 60 characters.
     char szText[64];
     const auto end = std::to_chars(std::begin(szText),
                                    std::end(szText),

@@ -12,6 +12,7 @@ static CTCPARSE_KEYWORD* ReadTree(CTCParse& parse, const char* pszFile, ETCParse
     eStatus = parse.IsLoaded() ? tcparse_done : tcparse_unreadable;
     if (nError != 0)
     {
+        // What was read before the error is dropped: half a file would pass for a whole one.
         CrashLog("Parser: cant parse file '%s'\n", pszFile);
         pTree.reset();
         eStatus = tcparse_failed;

@@ -24,6 +24,7 @@ CTCPARSE_KEYWORD* TCParseFile(const char* pszPath,
                               TCParseStringVarCallback pStringVar = nullptr,
                               ETCParseStatus* pStatus = nullptr);
 
-// The same without variables, and where in the text everything stands. outline: empty.
+// Reads a file that names no variables, and fills outline, which is empty before, with where
+// everything stands in the text.
 CTCPARSE_KEYWORD*
 TCParseFile(const char* pszPath, STCParseOutline& outline, ETCParseStatus& eStatus);

@@ -48,6 +48,7 @@ std::string Quote(std::string_view text)
 
 template <typename TNumber> bool ParseNumber(std::string_view text, TNumber& number)
 {
+    // from_chars takes no '+', which files may have.
     const bool bPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
     const char* const pEnd = text.data() + text.size();
     const auto [pStop, fault] = std::from_chars(text.data() + (bPlus ? 1 : 0), pEnd, number);
@@ -120,6 +121,8 @@ std::string_view CAsciiGridDecoder::TakeWord()
 
 bool CAsciiGridDecoder::ReadHeader()
 {
+    // The place of the grid only helps to tell degrees from other units, so a corner and a centre
+    // of a cell count as the same.
     static constexpr std::pair<std::string_view, EKey> WORDS[] = {
         {"ncols", KEY_COLUMNS},
         {"nrows", KEY_ROWS},
@@ -182,6 +185,7 @@ bool CAsciiGridDecoder::CheckHeader()
     {
         return false;
     }
+    // A spacing of one axis counts before the one that stands for both.
     const auto getSpacing = [&](EKey eKey)
     {
         return m_Values[eKey] ? *m_Values[eKey] : m_Values[KEY_CELL].value_or(0.0);
@@ -193,6 +197,7 @@ bool CAsciiGridDecoder::CheckHeader()
     {
         return Fail("the header has no cellsize above 0");
     }
+    // The format names no unit: small cells at a place that the globe has are taken for degrees.
     m_Grid.bInDegrees = std::max(m_Grid.dSpacingX, m_Grid.dSpacingZ) < MAX_DEGREES_CELL &&
                         m_Values[KEY_CORNER_X] && std::fabs(*m_Values[KEY_CORNER_X]) <= 360.0 &&
                         m_Values[KEY_CORNER_Y] && std::fabs(*m_Values[KEY_CORNER_Y]) <= 90.0;
@@ -216,6 +221,7 @@ bool CAsciiGridDecoder::ReadSamples()
             return false;
         }
     }
+    // Whatever follows the last sample contradicts the header.
     return TakeWord().empty() || Fail("more samples than " + std::to_string(m_Grid.uRows) +
                                       " rows of " + std::to_string(m_Grid.uColumns) + " have");
 }
@@ -242,6 +248,7 @@ bool CAsciiGridDecoder::ReadSample(size_t nIndex)
         m_Grid.samples.push_back(bVoid ? std::numeric_limits<float>::quiet_NaN() : fValue);
         return true;
     }
+    // Only a sample that failed comes here, so telling the faults apart costs the others nothing.
     const std::string strRow = "row " + std::to_string(nIndex / m_Grid.uColumns + 1);
     const size_t nColumn = nIndex % m_Grid.uColumns;
     if (word.empty())

@@ -6,8 +6,8 @@
 #include <span>
 #include <string>
 
-// True when the bytes begin like one: with the first words of nearly all files, whose header may
-// have its words in any order.
+// True when the bytes begin like a text grid: with the word that nearly all files have first,
+// although the header may have its words in any order.
 bool IsAsciiGrid(std::span<const uint8_t> bytes);
 
 // The text grid of geographic programs (".asc"): a header of words and numbers in any order and

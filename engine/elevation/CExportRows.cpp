@@ -9,6 +9,7 @@ namespace
 double GetSample(float fHeight, double dUnit, bool bRound)
 {
     const double dSample = static_cast<double>(fHeight) / dUnit;
+    // Halves go up, below 0 too.
     return bRound ? std::floor(dSample + 0.5) : dSample;
 }
 

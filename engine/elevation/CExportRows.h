@@ -17,8 +17,9 @@ public:
 
     uint32_t GetRows() const { return m_Heights.uRows; }
 
-    // As they go into the file, whole numbers where that has integers. Good until the next call.
-    // Rows are asked for from the first to the last; null when the user cancelled.
+    // Gives the samples of a row as they go into the file, whole numbers where that has integers,
+    // valid until the next call. Rows are asked for from the first to the last, because that is
+    // reported as progress. Null when the user cancelled.
     const float* GetRow(uint32_t uRow);
 
     // Counts what all rows lose, into the plan's three numbers.

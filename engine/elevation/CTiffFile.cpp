@@ -27,6 +27,7 @@ bool CTiffFile::Open()
     {
         return Fail("not enough memory");
     }
+    // A damaged file may claim any size: libtiff then fails instead of taking that memory.
     TIFFOpenOptionsSetMaxSingleMemAlloc(pOptions,
                                         static_cast<tmsize_t>(std::min(m_MaxBlock, MAX_BLOCK)));
     TIFFOpenOptionsSetErrorHandlerExtR(pOptions, OnError, this);
@@ -87,6 +88,7 @@ toff_t CTiffFile::OnSeek(thandle_t pFile, toff_t nOffset, int iWhence)
     const uint64_t nBase = iWhence == SEEK_SET   ? 0
                            : iWhence == SEEK_CUR ? file.m_Position
                                                  : file.m_Bytes.size();
+    // May lie behind the end; OnRead then finds nothing left.
     file.m_Position = nBase + nOffset;
     return file.m_Position;
 }

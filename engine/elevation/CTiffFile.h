@@ -33,7 +33,7 @@ public:
         return {static_cast<const T*>(pData), nCount};
     }
 
-    // Keeps the fault unless libtiff has told a closer one; false.
+    // Keeps the fault, unless there is an earlier one, which libtiff may have told. Always false.
     bool Fail(const std::string& strFault);
 
     // One phrase without a line feed.

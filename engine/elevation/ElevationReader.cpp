@@ -66,6 +66,7 @@ void AddLines(const char* pszPath,
     lines.push_back(MakeText("%s: %u x %u samples", pszPath, grid.uColumns, grid.uRows));
     lines.push_back(
         MakeText("format: %s, %s", report.pFormat->pszName, GetSampleTypeText(grid).c_str()));
+    // A raw file says nothing of itself, so what was taken for granted is told.
     const bool bRaw = report.pFormat->bRaw;
     if (bRaw && options.eByteOrder == EByteOrder::None)
     {

@@ -22,6 +22,7 @@ void PackRow(const float* pSamples, uint32_t nCount, bool bSwap, std::vector<uin
     for (uint32_t i = 0; i < nCount; ++i)
     {
         uint8_t* pDest = bytes.data() + size_t{i} * sizeof(TSample);
+        // Rows come rounded and cut to what TSample holds.
         const auto sample = static_cast<TSample>(pSamples[i]);
         std::memcpy(pDest, &sample, sizeof(TSample));
         if (bSwap)
@@ -42,6 +43,7 @@ template <typename TSample> bool WriteRows(fs::file& file, CExportRows& rows, bo
             return false;
         }
         PackRow<TSample>(pRow, rows.GetColumns(), bSwap, bytes);
+        // A fault sticks to the file and shows when it is closed.
         file.write(bytes.data(), bytes.size());
     }
     return true;

@@ -16,6 +16,7 @@ bool PlaceWindow(uint32_t uSamples,
                  std::string& strFault)
 {
     uStart = place.value_or((uSamples - uSize) / 2);
+    // This way round, because a start that a person gives could make a sum wrap.
     if (uStart <= uSamples - uSize)
     {
         return true;
@@ -37,6 +38,7 @@ bool ChooseWindow(const SImportOptions& options,
     const uint32_t uSize = options.uSize > 0 ? options.uSize : uLargest;
     if (uSize == 0 || uSize > uRoom)
     {
+        // For a file that is too small for every size the fault names the smallest one.
         const uint32_t uWanted = std::max(uSize, GetNearestSize(0, 0));
         strFault = MakeText("%u x %u samples have no room for a window of %u x %u",
                             uColumns,
@@ -83,6 +85,7 @@ bool ChooseFit(const SImportOptions& options,
     {
         return false;
     }
+    // One vertex a sample, unless the samples are interpolated.
     window.uSizeX = window.uColumns;
     window.uSizeZ = window.uRows;
     if (options.eFit != EFit::Resample)

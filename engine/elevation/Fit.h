@@ -16,8 +16,8 @@ struct SFitWindow
     uint32_t uSizeZ = 0;
 };
 
-// For a file of uColumns x uRows samples. Adds what is assumed and done to lines. False with the
-// fault when the window that is asked for does not fit in.
+// Chooses for a file of uColumns x uRows samples what the options ask for, and adds what is assumed
+// and done to lines. False with the fault when the window that is asked for does not fit in.
 bool ChooseFit(const SImportOptions& options,
                uint32_t uColumns,
                uint32_t uRows,

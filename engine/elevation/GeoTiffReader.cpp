@@ -17,9 +17,9 @@
 namespace
 {
 
+constexpr char TASK[] = "Reading the height map"; // as progress shows it
 // Beyond what deflate and LZW can pack into a byte. Stronger packers reach more only with pictures
 // that are all one value; those pass when they are small.
-constexpr char TASK[] = "Reading the height map"; // as progress shows it
 constexpr uint64_t MAX_PACKING = 1400;
 constexpr uint64_t SMALL_BYTES = uint64_t{16} << 20;
 
@@ -37,6 +37,7 @@ bool Convert(const uint8_t* pSource,
              const std::optional<double>& noData,
              float* pDest)
 {
+    // Floats are compared as floats: the text of the no-data value need not be exact in double.
     using TCompared = std::conditional_t<std::is_same_v<T, float>, float, double>;
     const bool bHasNoData = noData.has_value();
     const auto tNoData = static_cast<TCompared>(noData.value_or(0.0));
@@ -48,6 +49,7 @@ bool Convert(const uint8_t* pSource,
         bool bVoid = bHasNoData && static_cast<TCompared>(tSample) == tNoData;
         if constexpr (std::is_same_v<T, int16_t>)
         {
+            // A void as in HGT tiles, also where the file names no such value.
             bVoid |= tSample == std::numeric_limits<int16_t>::min();
         }
         else if constexpr (std::is_floating_point_v<T>)
@@ -91,6 +93,7 @@ public:
 
     bool Decode()
     {
+        // What the file claims is checked before memory is taken for tags and pixels.
         return m_File.Open() && ReadLayout() && CheckBytes() && ReadTags() &&
                (TIFFIsTiled(m_File.Get()) != 0 ? ReadTiles() : ReadStrips()) && TurnNorthUp();
     }
@@ -133,6 +136,7 @@ bool CGeoTiffDecoder::ReadLayout()
     const auto uSamples = GetTag<uint16_t>(TIFFTAG_SAMPLESPERPIXEL, 1);
     const auto uBits = GetTag<uint16_t>(TIFFTAG_BITSPERSAMPLE, 1);
     auto uFormat = GetTag<uint16_t>(TIFFTAG_SAMPLEFORMAT, SAMPLEFORMAT_UINT);
+    // An undefined format is read like a missing one, as unsigned numbers.
     uFormat = uFormat == SAMPLEFORMAT_VOID ? uint16_t{SAMPLEFORMAT_UINT} : uFormat;
     m_Orientation = GetTag<uint16_t>(TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
     if (std::min(m_Grid.uColumns, m_Grid.uRows) < MIN_SAMPLES ||
@@ -182,6 +186,7 @@ bool CGeoTiffDecoder::CheckBytes()
     }
     if (TIFFIsTiled(m_File.Get()) == 0)
     {
+        // libtiff must write no more into a row than the buffer for one holds.
         return static_cast<uint64_t>(TIFFScanlineSize(m_File.Get())) == nSample * m_Grid.uColumns ||
                m_File.Fail("unexpected row length");
     }
@@ -214,6 +219,7 @@ bool CGeoTiffDecoder::ReadTags()
     const auto keys = m_File.GetArray<uint16_t>(TAG_GEO_KEYS, TIFF_SHORT);
     for (size_t i = 4; i + 4 <= keys.size(); i += 4)
     {
+        // A place of 0 says that the value stands in the entry itself.
         m_Grid.bInDegrees |=
             keys[i] == KEY_MODEL_TYPE && keys[i + 1] == 0 && keys[i + 3] == MODEL_GEOGRAPHIC;
     }
@@ -222,6 +228,7 @@ bool CGeoTiffDecoder::ReadTags()
     const char* const pStart =
         std::find_if(text.data(), pEnd, [](char c) { return c != ' ' && c != '+'; });
     double dValue = 0.0;
+    // Whatever stands behind the number, such as the NUL of the text, does not matter.
     if (std::from_chars(pStart, pEnd, dValue).ec == std::errc())
     {
         m_NoData = dValue;
@@ -296,6 +303,7 @@ bool CGeoTiffDecoder::ReadTileRow(uint32_t uRow, uint32_t uRows, std::vector<uin
     uint32_t uUsed = 0;
     for (uint32_t x = 0; x < m_Grid.uColumns; x += uUsed)
     {
+        // Tiles at the far borders reach beyond the grid; what they have there is dropped.
         uUsed = std::min(uWidth, m_Grid.uColumns - x);
         const uint32_t uTile = TIFFComputeTile(m_File.Get(), x, uRow, 0, 0);
         if (TIFFReadEncodedTile(m_File.Get(), uTile, tile.data(), nTile) != nTile)
@@ -318,6 +326,8 @@ bool CGeoTiffDecoder::ReadTileRow(uint32_t uRow, uint32_t uRows, std::vector<uin
 
 bool CGeoTiffDecoder::TurnNorthUp()
 {
+    // The orientation says which corner the first sample is: rows may begin in the east, or the
+    // first of them in the south.
     float* const pSamples = m_Grid.samples.data();
     const size_t nRow = m_Grid.uColumns;
     if (m_Orientation == ORIENTATION_TOPRIGHT || m_Orientation == ORIENTATION_BOTRIGHT)

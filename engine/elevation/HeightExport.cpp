@@ -17,6 +17,7 @@ namespace
 
 double FindHighest(const SSampleView& heights)
 {
+    // Heights below 0 do not count: what is looked for becomes the height of white.
     float fHighest = 0.0F;
     for (size_t i = 0; i < heights.GetCount(); ++i)
     {
@@ -87,6 +88,7 @@ double ChooseUnit(const SSampleView& heights,
                   const SExportOptions& options,
                   SExportPlan& plan)
 {
+    // A unit that is said, or heights as they are: neither needs a height of white.
     if (!HoldsCodes(*plan.pFormat, options.dWhite > 0.0) || options.dUnit > 0.0)
     {
         return options.dUnit > 0.0 ? options.dUnit : 1.0;
@@ -96,6 +98,7 @@ double ChooseUnit(const SSampleView& heights,
     {
         const double dMaxHeight = std::fabs(static_cast<double>(size.y));
         const double dHighest = FindHighest(heights);
+        // At least the highest height, so that nothing is cut above.
         dWhite = std::max(dMaxHeight, dHighest);
         plan.lines.push_back(
             "assumed: full white is the " +
@@ -163,6 +166,7 @@ std::string MakePlan(const char* pszPath,
     const SElevationFormat& format = *plan.pFormat;
     const bool bBigAsked = format.bRaw && options.eByteOrder == EByteOrder::Big;
     plan.eByteOrder = bBigAsked ? EByteOrder::Big : format.eByteOrder;
+    // Before the unit is chosen, which may follow from the highest sample there can be.
     SetLimits(plan, HoldsCodes(format, options.dWhite > 0.0));
     plan.lines.push_back(MakeText("%s: %u x %u samples", pszPath, heights.uColumns, heights.uRows));
     plan.lines.push_back(MakeText("format: %s, %s", format.pszName, GetTypeText(plan).c_str()));
@@ -183,6 +187,7 @@ std::string MakePlan(const char* pszPath,
     }
     plan.dSpacingX = std::fabs(static_cast<double>(size.x)) / (heights.uColumns - 1);
     plan.dSpacingZ = std::fabs(static_cast<double>(size.z)) / (heights.uRows - 1);
+    // A unit holds for lengths as well, so that the proportions of the terrain stay.
     if (options.dUnit > 0.0)
     {
         plan.dSpacingX /= plan.dUnit;

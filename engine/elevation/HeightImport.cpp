@@ -36,6 +36,8 @@ public:
         {
             return false;
         }
+        // Voids go first: they have no place in the range of the samples, and a fit would spread
+        // them.
         FillHoles();
         return ScaleSamples() &&
                ChooseFit(
@@ -102,6 +104,8 @@ double CHeightImport::ChooseScale(float fLow, float fHigh, double& dOffset)
 {
     const char* pszStep = m_Grid.eType == ESampleType::Float ? "1.0" : "one step";
     double dScale = m_Options.dUnit > 0.0 ? m_Options.dUnit : 1.0;
+    // What is given counts first. Codes without it are spread from 0 to the maximum height, and
+    // heights are taken as they are.
     if (m_Options.dWhite > 0.0)
     {
         const double dFull =
@@ -142,15 +146,19 @@ bool CHeightImport::ScaleSamples()
     {
         return static_cast<float>((static_cast<double>(fSample) - dOffset) * dScale);
     };
+    // The scale is linear, so the two ends speak for all samples between them.
     if (!std::isfinite(getHeight(fLow)) || !std::isfinite(getHeight(fHigh)))
     {
         return Fail("in terrain units its heights are too large");
     }
+    // Samples that are heights already keep every bit.
     if (dScale != 1.0 || dOffset != 0.0)
     {
         std::transform(
             m_Grid.samples.begin(), m_Grid.samples.end(), m_Grid.samples.begin(), getHeight);
     }
+    // Scaled by their range, the samples end at the maximum height that was chosen above. Otherwise
+    // it follows from what is given or from the heights themselves.
     const bool bByRange = m_HoldsCodes && m_Options.dWhite <= 0.0 && m_Options.dUnit <= 0.0;
     if (m_Options.fMaxHeight <= 0.0F && !bByRange)
     {
@@ -170,6 +178,7 @@ bool CHeightImport::MakeHeights(SHeightField& field)
         return Fail(MakeText("not enough memory for %u x %u vertices", w.uSizeX, w.uSizeZ));
     }
     const SSampleView view{m_Grid.samples.data(), m_Grid.uColumns, m_Grid.uRows};
+    // For a file that is kept as it is Resample finds as many vertices as samples and copies them.
     if (m_Options.eFit != EFit::Crop)
     {
         return Resample(view, w.uSizeX, w.uSizeZ, field.pHeights.get()) || Fail("cancelled");
@@ -181,6 +190,8 @@ bool CHeightImport::MakeHeights(SHeightField& field)
 float CHeightImport::MakeLength(
     float fWhole, float fSpacing, double dFileSpacing, uint32_t uCells, char cAxis)
 {
+    // What is said counts first, the whole length before the spacing; then comes the spacing of the
+    // file, unless that is in degrees.
     if (fWhole > 0.0F)
     {
         return fWhole;
@@ -188,6 +199,7 @@ float CHeightImport::MakeLength(
     double dSpacing = static_cast<double>(fSpacing);
     if (dSpacing <= 0.0 && dFileSpacing > 0.0 && !m_Grid.bInDegrees)
     {
+        // A unit that is given holds for lengths as it does for heights.
         dSpacing = dFileSpacing * (m_Options.dUnit > 0.0 ? m_Options.dUnit : 1.0);
         if (!m_IsTerrain)
         {
@@ -211,6 +223,7 @@ bool CHeightImport::MakeSize(SHeightField& field)
         Report("note: the file's spacing of " + MakeNumber(m_Grid.dSpacingX) + " x " +
                MakeNumber(m_Grid.dSpacingZ) + " is in degrees and not used");
     }
+    // Counted in the samples that are used: interpolation makes other vertices of the same length.
     field.size = {
         MakeLength(
             m_Options.fWidth, m_Options.fSpacingX, m_Grid.dSpacingX, m_Window.uColumns - 1, 'x'),

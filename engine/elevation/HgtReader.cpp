@@ -8,6 +8,7 @@ bool DecodeHgt(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& s
 {
     constexpr int16_t VOID_SAMPLE = -32768;
     const size_t nCount = bytes.size() / 2;
+    // There is no header: the length alone tells how many samples a side has.
     const auto nSide = static_cast<size_t>(std::llround(std::sqrt(static_cast<double>(nCount))));
     if (bytes.size() % 2 != 0 || nSide * nSide != nCount || nSide < MIN_SAMPLES ||
         nSide > MAX_SAMPLES)

@@ -88,6 +88,7 @@ bool ReadShape(CHeaderText& text, std::vector<uint64_t>& shape)
             return false;
         }
         shape.push_back(uSize);
+        // A comma may stand before the bracket: a single number is written as (5,).
         const bool bComma = text.Take(",");
         const bool bEnd = text.Take(")");
         if (!bComma && !bEnd)
@@ -141,6 +142,7 @@ bool ParseNpyHeader(std::string_view strText, SNpyHeader& header)
     {
         return false;
     }
+    // The keys come in any order, each once, and a comma may follow the last value.
     uint32_t uKeys = 0;
     while (!text.Take("}"))
     {

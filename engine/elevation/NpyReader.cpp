@@ -31,6 +31,7 @@ bool FindLayout(std::span<const uint8_t> bytes, SLayout& layout, std::string& st
         strFault = "version " + std::to_string(uVersion) + " is not known";
         return false;
     }
+    // The length of the header has two bytes in version 1 and four in later ones.
     const size_t nStart = LENGTH_AT + (uVersion == 1 ? 2 : 4);
     if (bytes.size() < nStart)
     {
@@ -69,6 +70,7 @@ constexpr SSampleType TYPES[] = {
 // Null when it is none of the table.
 const SSampleType* FindType(std::string_view strType)
 {
+    // The first character is the byte order: little, big, or the processor's own, which is little.
     if (strType.empty() || (strType[0] != '<' && strType[0] != '>' && strType[0] != '='))
     {
         return nullptr;
@@ -152,6 +154,7 @@ bool DecodeNpy(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& s
     {
         return false;
     }
+    // Compared with the bytes before memory is taken.
     const uint64_t uCount = header.shape[0] * header.shape[1];
     if (!CheckLength(uCount * pType->nBytes, layout.samples.size(), strFault))
     {

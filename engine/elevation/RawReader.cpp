@@ -68,6 +68,7 @@ bool DecodeRaw(std::span<const uint8_t> bytes,
     const size_t nSampleBytes = layout.bFloat ? sizeof(float) : sizeof(uint16_t);
     const uint64_t uCount = bytes.size() / nSampleBytes;
     const auto [uColumns, uRows] = GetShape(layout, uCount);
+    // Sides that were divided or rooted out of the count need not give it back.
     if (!IsSideValid(uColumns) || !IsSideValid(uRows) ||
         uColumns * uRows * nSampleBytes != bytes.size())
     {

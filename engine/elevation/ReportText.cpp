@@ -9,6 +9,7 @@ std::string MakeText(const char* pszFormat, ...)
 {
     va_list arguments;
     va_start(arguments, pszFormat);
+    // The text is made twice, first for its length alone, and a list can be used only once.
     va_list again;
     va_copy(again, arguments);
     std::string strText(static_cast<size_t>(std::vsnprintf(nullptr, 0, pszFormat, arguments)),

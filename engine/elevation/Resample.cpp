@@ -22,12 +22,14 @@ struct SBetween
 SBetween Locate(uint32_t uVertex, uint32_t uVertices, uint32_t uSamples)
 {
     const double dAt = static_cast<double>(uVertex) * (uSamples - 1) / (uVertices - 1);
+    // The last vertex lies at the end of the last pair of samples.
     const uint32_t uFirst = std::min(static_cast<uint32_t>(dAt), uSamples - 2);
     return {uFirst, static_cast<float>(dAt - uFirst)};
 }
 
 float Mix(float fFirst, float fSecond, float fFraction)
 {
+    // In this form a vertex on a sample gets that sample to the last bit.
     return fFirst * (1.0F - fFraction) + fSecond * fFraction;
 }
 
@@ -62,6 +64,7 @@ bool Resample(const SSampleView& grid, uint32_t uSizeX, uint32_t uSizeZ, float* 
         std::copy_n(grid.pSamples, grid.GetCount(), pHeights); // every bit, -0 too
         return true;
     }
+    // Where columns lie between samples is the same in every row.
     std::vector<SBetween> columns(uSizeX);
     for (uint32_t x = 0; x < uSizeX; ++x)
     {

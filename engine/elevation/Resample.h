@@ -3,11 +3,11 @@
 #include "engine/elevation/SSampleView.h"
 #include "host/Export.h"
 
-// The supported sizes that editors and scripts choose from: 2^k + 1 vertices, 33 to 16385. Gives
-// the one nearest to the longer side of the samples.
+// Editors and scripts choose from the supported sizes of 2^k + 1 vertices, 33 to 16385. This gives
+// the one nearest to the longer side of the samples, and the larger one of two equally near.
 TELLUR_API uint32_t GetNearestSize(uint32_t uColumns, uint32_t uRows);
 
-// The largest of them that is not above uSamples; 0 when there is none.
+// Gives the largest of these sizes that is not above uSamples; 0 when there is none.
 TELLUR_API uint32_t GetLargestSize(uint32_t uSamples);
 
 // Lays uSizeX x uSizeZ vertices (at least 2 each) over the samples, bilinear between them; the

@@ -93,6 +93,7 @@ TIFF* OpenTiff(STarget& target)
 
 bool WriteTags(TIFF* pTiff, const CExportRows& rows, const SExportPlan& plan, uint32_t uStripRows)
 {
+    // libtiff has to be told of tags that are not its own before it writes them.
     static char s_aScaleName[] = "ModelPixelScale";
     static char s_aTieName[] = "ModelTiepoint";
     const TIFFFieldInfo aFields[] = {
@@ -129,6 +130,7 @@ bool WriteTiff(fs::file& file, CExportRows& rows, const SExportPlan& plan, std::
         return false;
     }
     const size_t nRowBytes = size_t{rows.GetColumns()} * sizeof(float);
+    // Strips of some rows each, written as soon as they are full, need little memory.
     const auto uStripRows = static_cast<uint32_t>(std::max<size_t>(STRIP_BYTES / nRowBytes, 1));
     bool bGood = WriteTags(pTiff, rows, plan, uStripRows);
     std::vector<float> strip;

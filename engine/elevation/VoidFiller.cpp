@@ -77,6 +77,8 @@ private:
     // Gives the ring inside this one.
     std::vector<size_t> FillRing(const std::vector<size_t>& ring)
     {
+        // All means are taken before the first one is stored: no void of a ring counts for another,
+        // and the result does not depend on the order.
         std::vector<float> means(ring.size());
         std::transform(
             ring.begin(), ring.end(), means.begin(), [this](size_t n) { return GetMeanAround(n); });
@@ -96,6 +98,7 @@ private:
                                 }
                             });
         }
+        // A void with several neighbours in the ring was found several times.
         std::sort(next.begin(), next.end());
         next.erase(std::unique(next.begin(), next.end()), next.end());
         return next;

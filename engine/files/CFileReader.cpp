@@ -72,6 +72,7 @@ int CFileReader::Read(void* pDest, size_t nBytes, size_t& nRead)
     }
     size_t nMore = 0;
     int iFault = 0;
+    // A large read goes past the buffer, which keeps what it has for its own positions.
     if (nRest >= BUFFER_BYTES)
     {
         iFault = ReadDirect(pRest, nRest, nMore);
@@ -87,8 +88,10 @@ int CFileReader::Read(void* pDest, size_t nBytes, size_t& nRead)
                 return ENOMEM;
             }
         }
+        // Filled from the reading position on, however little was asked for.
         m_BufferStart = m_Position;
         iFault = ReadDirect(m_Buffer.get(), BUFFER_BYTES, m_BufferSize);
+        // What came before a fault is handed out all the same.
         nMore = TakeFromBuffer(pRest, nRest);
     }
     nRead += nMore;
@@ -113,6 +116,7 @@ int CFileReader::ReadDirect(void* pDest, size_t nBytes, size_t& nRead)
     nRead = 0;
     while (nRead < nBytes)
     {
+        // The position is the caller's alone: seeking costs no call of the system.
         const ssize_t nStep = ::pread(m_Descriptor,
                                       static_cast<char*>(pDest) + nRead,
                                       nBytes - nRead,
@@ -121,6 +125,7 @@ int CFileReader::ReadDirect(void* pDest, size_t nBytes, size_t& nRead)
         {
             return errno;
         }
+        // The end, which may have moved since the file was opened.
         if (nStep == 0)
         {
             return 0;

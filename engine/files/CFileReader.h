@@ -21,7 +21,8 @@ public:
     int Open(const std::string& strPath); // a path of the system; EISDIR: a folder, ENOTSUP: a pipe
     void Close();
 
-    // nRead: bytes read, fewer than asked at the end of the file.
+    // Reads from the position on. nRead: bytes read, fewer than asked at the end of the file and on
+    // a fault.
     int Read(void* pDest, size_t nBytes, size_t& nRead);
 
     void Seek(uint64_t nPosition) { m_Position = nPosition; }

@@ -35,12 +35,15 @@ int CFileWriter::Open(const std::string& strTarget)
     {
         return strTarget.empty() ? ENOENT : EISDIR;
     }
+    // The new file replaces what a link leads to, so that the link stays one.
     std::string strReal = strTarget;
     const int iFault = FollowLinks(strReal);
     if (iFault != 0)
     {
         return iFault;
     }
+    // Asked first: behind a descriptor of this process there may be a plain file, which is not
+    // replaced.
     if (GetOwnDescriptor(strReal) >= 0)
     {
         return OpenStream(strReal, m_Stream);
@@ -54,6 +57,7 @@ int CFileWriter::Open(const std::string& strTarget)
     {
         return EISDIR;
     }
+    // Taking a name needs no right to the file that has it, so its bits must be asked for.
     if (IsWriteProtected(strReal, info))
     {
         return EROFS;
@@ -80,6 +84,7 @@ int CFileWriter::Write(const void* pSource, size_t nBytes)
     {
         return m_Fault;
     }
+    // Large data skips the buffer, which is empty by now, so the order in the file is kept.
     if (nBytes > BUFFER_BYTES)
     {
         return WriteDirect(static_cast<const char*>(pSource), nBytes);
@@ -98,6 +103,7 @@ int CFileWriter::Seek(uint64_t nPosition)
     {
         return m_Fault;
     }
+    // Writes into a file of its own name their place; only a stream has one that must be moved.
     if (m_Stream >= 0 && ::lseek(m_Stream, static_cast<off_t>(nPosition), SEEK_SET) < 0)
     {
         m_Fault = errno; // a pipe
@@ -129,6 +135,7 @@ int CFileWriter::Truncate()
 
 int CFileWriter::Flush()
 {
+    // Empty even when the write fails: the fault sticks, and nothing is written twice.
     const size_t nBytes = m_Buffered;
     m_Buffered = 0;
     return m_Fault == 0 && nBytes > 0 ? WriteDirect(m_Buffer.get(), nBytes) : m_Fault;
@@ -141,6 +148,7 @@ int CFileWriter::WriteDirect(const char* pSource, size_t nBytes)
     size_t nDone = 0;
     while (nDone < nBytes)
     {
+        // A stream may be a pipe, which has no positions.
         const ssize_t nStep = bStream ? ::write(iDescriptor, pSource + nDone, nBytes - nDone)
                                       : ::pwrite(iDescriptor,
                                                  pSource + nDone,
@@ -163,12 +171,15 @@ int CFileWriter::Commit(const std::string& strName)
     int iFault = Flush();
     if (iFault == 0 && m_Stream < 0)
     {
+        // Synced before it has its name: a crash of the system leaves the old file or the whole new
+        // one.
         iFault = m_File.Sync();
         if (iFault == 0)
         {
             iFault = PlaceOrHold(std::move(m_File), strName);
         }
     }
+    // The file has been taken over or is of no use: what is left here goes.
     Discard();
     return iFault;
 }

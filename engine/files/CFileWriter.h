@@ -23,8 +23,8 @@ public:
     CFileWriter(const CFileWriter&) = delete;
     CFileWriter& operator=(const CFileWriter&) = delete;
 
-    // strTarget: a path of the system. A link is followed, so that it stays one. EROFS for a target
-    // whose bits allow nobody to write.
+    // Starts a new file for strTarget, a path of the system. A link is followed, so that it stays
+    // one. EROFS for a target whose bits allow nobody to write.
     int Open(const std::string& strTarget);
     int Write(const void* pSource, size_t nBytes);
     int Truncate(); // at the current position

@@ -18,6 +18,7 @@ constexpr int FLOAT_DIGITS = 9;
 void CJsonWriter::Begin(char cBegin, char cEnd, bool bLines, size_t nIndent)
 {
     BeginValue();
+    // Indentation adds up from level to level.
     const size_t nAround = m_Levels.empty() ? 0 : m_Levels.back().nIndent;
     m_Levels.push_back({cEnd, bLines, nAround + nIndent, true});
     m_Text += cBegin;
@@ -37,6 +38,7 @@ void CJsonWriter::End()
 
 void CJsonWriter::BeginValue()
 {
+    // Behind a key the comma and the line have been written with the key.
     if (m_Levels.empty() || m_bHasKey)
     {
         m_bHasKey = false;

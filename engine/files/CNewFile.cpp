@@ -80,6 +80,7 @@ int CNewFile::Create(const std::string& strTarget, const struct stat* pTarget)
     {
         return iFault;
     }
+    // The group before the mode, so that what the mode grants goes to the target's group at once.
     KeepOwner(*pTarget);
     const mode_t kept = pTarget->st_mode & PERMISSIONS;
     // A super-user with few rights may give a file away and then not touch it any more.
@@ -102,6 +103,7 @@ int CNewFile::CreateNamed(mode_t mode)
     {
         Forget();
         m_Temporary = MakeTemporaryName(m_Target);
+        // Noted before the file is made, so that a signal between the two leaves nothing behind.
         NoteTemporary(m_Temporary);
         m_Descriptor = ::open(m_Temporary.c_str(), FLAGS, mode);
     } while (m_Descriptor >= 0 ? !LockTemporary(m_Descriptor) : errno == EEXIST);
@@ -159,6 +161,7 @@ int CNewFile::Sync()
 
 int CNewFile::Link(const std::string& strName) const
 {
+    // Linking by the name in /proc needs no special right, linking by the descriptor does.
     const std::string strOpen = GetDescriptorPath(m_Descriptor);
     return ::linkat(AT_FDCWD, strOpen.c_str(), AT_FDCWD, strName.c_str(), AT_SYMLINK_FOLLOW) == 0
                ? 0
@@ -171,6 +174,7 @@ int CNewFile::Name()
     {
         return 0;
     }
+    // Locked before it has a name: whoever clears the folder must find it in use.
     LockTemporary(m_Descriptor);
     std::string strName;
     int iFault = EEXIST;
@@ -189,6 +193,7 @@ int CNewFile::Name()
 
 int CNewFile::Place()
 {
+    // A name that Name gives is not noted for signals, so they wait until it is gone.
     const CSignalsHeld held;
     // A name that is free is taken at once: no moment in which there is a temporary one.
     const int iLinkFault = m_Unnamed ? Link(m_Target) : EEXIST;
@@ -215,11 +220,14 @@ int CNewFile::PlaceKeepingOld()
     m_WasAbsent = ::lstat(m_Target.c_str(), &info) != 0;
     if (!m_WasAbsent && S_ISREG(info.st_mode))
     {
+        // Exchanging both names is one step for every reader; the temporary name then has the old
+        // file.
         if (::renameat2(
                 AT_FDCWD, m_Temporary.c_str(), AT_FDCWD, m_Target.c_str(), RENAME_EXCHANGE) == 0)
         {
             return 0;
         }
+        // These three say that the file system cannot exchange names.
         if (errno != EINVAL && errno != ENOSYS && errno != ENOTSUP)
         {
             return errno;
@@ -228,6 +236,8 @@ int CNewFile::PlaceKeepingOld()
     std::string strOld;
     if (!m_WasAbsent)
     {
+        // The old file gets a second name, under which it outlives the rename. Without one there is
+        // no way back, which PutBack answers when it is asked.
         strOld = MakeTemporaryName(m_Target);
         if (::link(m_Target.c_str(), strOld.c_str()) != 0)
         {
@@ -241,6 +251,7 @@ int CNewFile::PlaceKeepingOld()
         return iFault;
     }
     ForgetTemporary(m_Temporary);
+    // From here on Discard removes the old file.
     m_Temporary = std::move(strOld);
     return 0;
 }
@@ -251,6 +262,7 @@ int CNewFile::PutBack()
     {
         return ENOTSUP;
     }
+    // The rename puts the old file over the new one, which is gone with that.
     const bool bBack = m_WasAbsent ? ::unlink(m_Target.c_str()) == 0
                                    : ::rename(m_Temporary.c_str(), m_Target.c_str()) == 0;
     const int iFault = bBack ? 0 : errno;

@@ -19,8 +19,9 @@ public:
     CNewFile(CNewFile&& other) noexcept;
     CNewFile& operator=(CNewFile&& other) noexcept;
 
-    // pTarget: what is there already, null when nothing is. The new file has its mode from the
-    // beginning, and its owner, group and attributes as far as this process may give them.
+    // Makes the new file, empty and open for writing. pTarget: what is there already, null when
+    // nothing is. The new file gets its mode, and its owner, group and attributes as far as this
+    // process may give them; before that it is its owner's alone.
     int Create(const std::string& strTarget, const struct stat* pTarget);
 
     int Sync();
@@ -28,10 +29,11 @@ public:
     // Gives it its temporary name, under which it can be renamed.
     int Name();
 
-    // Over the target, synced before. There is no way back.
+    // Takes the target's place for good; called after Sync.
     int Place();
 
-    // The same, named before, with a way back: PutBack, until Discard drops what was there before.
+    // Takes the target's place with a way back, PutBack, until Discard drops what was there before.
+    // Called after Sync and Name.
     int PlaceKeepingOld();
     int PutBack(); // needs no memory. ENOTSUP: the file system could not keep the old file
 

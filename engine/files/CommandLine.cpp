@@ -29,6 +29,7 @@ std::vector<option> MakeTable(std::span<const SProgramOption> known)
 {
     std::vector<option> table = {{"help", no_argument, nullptr, help_code},
                                  {"version", no_argument, nullptr, version_code}};
+    // Counted in the order of the rows, so that a code leads back to its row.
     int iCode = first_code;
     for (const SProgramOption& row : known)
     {
@@ -76,10 +77,14 @@ bool SCommandLine::Read(int nArguments,
     optind = 0; // begins anew
     while (true)
     {
+        // The word that is looked at now; while optind is 0 that is the first one.
         const int iWord = std::max(optind, 1);
+        // The '-' gives operands in their order, the ':' tells a missing value from an unknown
+        // option.
         const int iCode = ::getopt_long(nArguments, ppszWords, "-:h", table.data(), nullptr);
         if (iCode == -1)
         {
+            // What stands behind a "--".
             operands.insert(operands.end(), ppszWords + optind, ppszWords + nArguments);
             return true;
         }
@@ -95,6 +100,7 @@ bool SCommandLine::Read(int nArguments,
         }
         if (iCode < first_code)
         {
+            // The program will only answer, so the rest of the line is not looked at.
             eAnswer = iCode == help_code ? EProgramAnswer::Help : EProgramAnswer::Version;
             return true;
         }

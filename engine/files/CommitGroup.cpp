@@ -52,6 +52,8 @@ int PlaceAll(std::vector<SHeld>& held, const SHeld*& pFailed)
         }
         one.bNew = !bNames && iFault == 0;
     }
+    // From the last to the first: a name that two of the files share gets back what it had before
+    // both.
     for (size_t i = held.size(); i-- > 0 && iFault != 0;)
     {
         held[i].bNew = held[i].bNew && held[i].file.PutBack() != 0;
@@ -126,10 +128,13 @@ bool commit_group::commit()
         return false;
     }
     m_Open = false;
+    // The files of an inner group wait for the outermost one.
     if (--g_OpenGroups > 0)
     {
         return true;
     }
+    // From the first name to the last sync: a signal in between would leave some files new, some
+    // old.
     const CSignalsHeld signalsHeld;
     std::vector<SHeld> held = std::exchange(g_Held, {});
     const SHeld* pFailed = nullptr;
@@ -140,6 +145,7 @@ bool commit_group::commit()
         m_Error = file_exception(GetText(held, *pFailed, iFault));
         return false;
     }
+    // The renames are on the disk only when their folders are.
     for (const SHeld& one : held)
     {
         one.file.SyncFolder();

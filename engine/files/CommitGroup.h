@@ -7,8 +7,8 @@
 namespace fs
 {
 
-// The synced file takes its target's place: at once, or with the others of the commit group that is
-// open. strName: the path for messages. The system's error number, 0 for success.
+// Lets the synced file take its target's place: at once, or with the others of the commit group
+// that is open. strName: the path for messages. Gives the system's error number, 0 for success.
 int PlaceOrHold(CNewFile&& file, const std::string& strName);
 
 } // namespace fs

@@ -56,6 +56,7 @@ struct file::SState
         return Tell([&] { return strPath + ": " + pszFault; });
     }
 
+    // The text is made in here: where there is no memory for it, a fault is told all the same.
     template <typename TGetText> bool Tell(const TGetText& getText)
     {
         try
@@ -90,6 +91,7 @@ file::~file() = default;
 bool file::open(const char* pszPath, uint32_t uMode, uint32_t /*uFlags*/)
 try
 {
+    // What is still open is abandoned, as it would be by the destructor.
     discard();
     m_State->error = file_exception();
     const std::string strName = pszPath != nullptr ? pszPath : "";
@@ -109,6 +111,7 @@ try
     {
         iFault = EINVAL;
     }
+    // Faults of which the system's own text would tell too little.
     if (iFault == EROFS)
     {
         return m_State->Fail(strName, "is read-only");
@@ -165,6 +168,7 @@ size_t file::write(const void* pSource, size_t nBytes)
 
 bool file::seek(uint64_t nPosition)
 {
+    // The system's positions have a sign.
     constexpr uint64_t MAX_POSITION = std::numeric_limits<int64_t>::max();
     if (nPosition > MAX_POSITION || (!m_State->reader.IsOpen() && !m_State->writer.IsOpen()))
     {
@@ -210,6 +214,7 @@ const char* file::name() const
 
 bool file::close()
 {
+    // The file counts as closed whatever follows; the name is only needed for the message.
     const std::string strName = std::move(m_State->strName);
     m_State->strName.clear();
     m_State->bReadPastEnd = false;

@@ -64,6 +64,7 @@ bool WillBeSameFile(const std::string& strLeft, const std::string& strRight)
     struct stat right = {};
     const std::string strLeftFolder = GetFolderOf(strLeft);
     const std::string strRightFolder = GetFolderOf(strRight);
+    // Without regard to case, as a file that is there would be found.
     return ::strcasecmp(strLeft.c_str() + strLeftFolder.size(),
                         strRight.c_str() + strRightFolder.size()) == 0 &&
            ::stat(strLeftFolder.c_str(), &left) == 0 &&
@@ -124,7 +125,8 @@ int rename(const char* pszFrom, const char* pszTo)
     const std::string strExisting = FindExisting(strTo);
     if (!strExisting.empty() && IsSameFile(strExisting, strFrom))
     {
-        // Only the spelling changes.
+        // Only the spelling changes: what was found as the target is the file itself, as it is
+        // spelled now.
         strTarget = GetFolderOf(strTarget) + strTo.substr(strTo.find_last_of('/') + 1);
     }
     else if (!strExisting.empty())

@@ -24,6 +24,7 @@ TELLUR_PRINTF(1, 0) void WriteToSink(const char* pszFormat, va_list arguments)
     {
         return;
     }
+    // For a second try, which needs no memory.
     va_list again;
     va_copy(again, arguments);
     std::string strText;

@@ -19,6 +19,7 @@ namespace
 std::string g_UserRoot;
 std::string g_DataRoot;
 
+// Only letters of ASCII: what is the same name must not depend on the process's locale.
 char LowerAscii(char cLetter)
 {
     return cLetter >= 'A' && cLetter <= 'Z' ? static_cast<char>(cLetter - 'A' + 'a') : cLetter;
@@ -115,6 +116,7 @@ FindIgnoringCase(const std::string& strFolder, const std::vector<std::string>& p
 
 std::string FindBelow(const std::string& strRoot, const std::string& strPath)
 {
+    // The name as written costs one call; folders are listed only where nothing has it.
     std::string strExact = IsAbsolute(strPath) ? strPath : Join(strRoot, strPath);
     return IsThere(strExact) ? strExact : FindIgnoringCase(strRoot, SplitPath(strPath), 0);
 }
@@ -192,6 +194,7 @@ std::string GetWriteTarget(const std::string& strPath)
     {
         return strPath;
     }
+    // The folder by the same rules: a new file goes where its neighbours of another spelling are.
     return Join(GetWriteTarget(strPath.substr(0, iSlash)), strPath.substr(iSlash + 1));
 }
 
@@ -217,6 +220,8 @@ void path_normalize(std::string& strDest, const char* pszSource, bool bLower)
     std::vector<std::string> kept;
     for (const std::string& strPart : SplitPath(strSource))
     {
+        // Leading ".." stay in a relative path, whose folder is not known; above the root is
+        // nothing.
         if (strPart == ".." && !kept.empty() && kept.back() != "..")
         {
             kept.pop_back();

@@ -16,7 +16,8 @@ std::string ToNative(const char* pszPath);
 // root the name as it is written before one that differs in case. Empty when there is none.
 std::string FindExisting(const std::string& strPath);
 
-// The same without the data root: what may be written, renamed and removed.
+// Looks for the path as FindExisting does, but not in the data root: what it finds may be written,
+// renamed and removed.
 std::string FindWritable(const std::string& strPath);
 
 // Where a file of that path is written: what FindWritable finds, else the name as written in the

@@ -34,6 +34,8 @@ void GuardStandardStreams()
                 ::open("/dev/null", iStream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
         }
     }
+    // Ignored, a write without a reader or beyond a limit of size fails instead of ending the
+    // process.
     ::signal(SIGPIPE, SIG_IGN);
     ::signal(SIGXFSZ, SIG_IGN);
 }
@@ -43,6 +45,7 @@ bool FlushStandardOutput(const char* pszProgram)
     errno = 0;
     const bool bFlushed = std::fflush(stdout) == 0;
     const int iFault = errno;
+    // An earlier write may have failed: the stream remembers that, but not the fault.
     if (bFlushed && std::ferror(stdout) == 0)
     {
         return true;

@@ -17,6 +17,7 @@ IProgressSink* SetProgressSink(IProgressSink* pSink)
 
 bool ReportProgress(const char* pszWhat, float fDone)
 {
+    // The sink hears of work that cannot be cancelled too; only its answer counts for nothing.
     const bool bGoOn = g_Sink == nullptr || g_Sink->OnProgress(pszWhat, fDone);
     return bGoOn || !IsProgressCancellable();
 }

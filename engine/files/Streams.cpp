@@ -27,6 +27,8 @@ int GetOwnDescriptor(const std::string& strPath)
     int iDescriptor = -1;
     const auto [pRead, fault] =
         std::from_chars(strPath.data() + strFolder.size(), pEnd, iDescriptor);
+    // Only the folder is resolved, which turns /dev/fd and /proc/self/fd into one name: the number
+    // itself would lead on to the file behind it.
     char szFolder[PATH_MAX];
     if (fault != std::errc() || pRead != pEnd || ::realpath(strFolder.c_str(), szFolder) == nullptr)
     {
@@ -42,6 +44,7 @@ int FollowLinks(std::string& strPath)
 {
     for (int i = 0; i < LINKS_FOLLOWED; ++i)
     {
+        // A descriptor is no link to follow: behind a pipe or a removed file there is no path.
         char szLink[PATH_MAX];
         const ssize_t nLength =
             GetOwnDescriptor(strPath) >= 0 ? 0 : ::readlink(strPath.c_str(), szLink, sizeof szLink);
@@ -65,6 +68,7 @@ int OpenStream(const std::string& strPath, int& iDescriptor)
         iDescriptor = ::fcntl(iOwn, F_DUPFD_CLOEXEC, 0);
         return iDescriptor >= 0 ? 0 : errno;
     }
+    // Without waiting, so that a pipe without a reader is refused and holds nobody up.
     iDescriptor = ::open(strPath.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     if (iDescriptor < 0)
     {

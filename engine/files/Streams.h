@@ -11,12 +11,13 @@ namespace fs
 // descriptor of this process. ELOOP, or 0 for success.
 int FollowLinks(std::string& strPath);
 
-// The number that the path stands for, -1 for any other path. For results of FollowLinks.
+// The number of the descriptor of this process that the path stands for, -1 for any other path.
+// strPath: a result of FollowLinks.
 int GetOwnDescriptor(const std::string& strPath);
 
-// Opens it for writing in iDescriptor, which the caller closes. Waits for no reader (ENXIO without
-// one). The system's error number, 0 for success. For results of FollowLinks that are no plain
-// files.
+// Opens the path for writing in iDescriptor, which the caller closes. Waits for no reader of a pipe
+// (ENXIO without one). Gives the system's error number, 0 for success. strPath: a result of
+// FollowLinks that is no plain file.
 int OpenStream(const std::string& strPath, int& iDescriptor);
 
 } // namespace fs

@@ -55,7 +55,8 @@ bool ReadStart(const std::string& strProcess, uint64_t& uStart)
     const size_t nRead = std::fread(szText, 1, sizeof szText - 1, pFile);
     std::fclose(pFile);
     szText[nRead] = '\0';
-    // A program's name is in brackets and may hold anything.
+    // A program's name is in brackets and may hold anything, so the fields are counted from behind
+    // it: the first is the state, the twentieth the start.
     const char* pszAfterName = std::strrchr(szText, ')');
     char cState = 0;
     unsigned long long uRead = 0;
@@ -96,6 +97,7 @@ bool ParseName(std::string_view name, SMaker& maker)
     {
         return false;
     }
+    // The last one, because the name of the target may have it as well.
     const size_t iSuffix = name.rfind(SUFFIX);
     if (iSuffix == std::string_view::npos || iSuffix < 2)
     {
@@ -122,13 +124,16 @@ bool IsLiving(const SMaker& maker)
     uint64_t uStart = 0;
     if (!ReadStart(std::to_string(maker.process), uStart))
     {
+        // When in doubt it lives: only a system that knows no such process is believed.
         return ::kill(maker.process, 0) == 0 || errno != ESRCH;
     }
+    // Another start means another process that got the same id.
     return maker.uStart == 0 || maker.uStart == uStart;
 }
 
 bool IsAbandoned(int iFolder, const char* pszName, uid_t uOwner)
 {
+    // Whatever has such a name may be a link or a pipe, which is neither followed nor waited for.
     constexpr int FLAGS = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     const int iFile = ::openat(iFolder, pszName, FLAGS);
     if (iFile < 0)

@@ -16,18 +16,18 @@ std::string MakeTemporaryName(const std::string& strTarget);
 // Marks the open file as in use. False when somebody is about to remove it.
 bool LockTemporary(int iDescriptor);
 
-// A temporary name that this process makes with its file, until it is renamed or removed: noted, so
-// that a signal handler can remove it. Only as many as there is room for.
+// Notes a temporary name that this process is about to make, so that a signal handler can remove
+// it; ForgetTemporary is called when the file has been renamed or removed. Names for which there is
+// no room are not noted.
 void NoteTemporary(const std::string& strPath);
 void ForgetTemporary(const std::string& strPath);
 void RemoveNotedTemporaries(); // safe in a signal handler
 
-// Removes what processes that are gone left in the folder, as far as it is
-// a file of this user or, for the super-user, of uOwner. Failures are nobody's concern: what stays
-// is in nobody's way.
+// Removes what processes that are gone left in the folder, as far as it is a file of this user or,
+// for the super-user, of uOwner. Failures are nobody's concern: what stays is in nobody's way.
 void RemoveDeadTemporaries(const std::string& strFolder, uid_t uOwner);
 
-// With the '/' at its end; empty for a name alone.
+// The folder part of a path, with the '/' at its end; empty for a name alone.
 std::string GetFolderOf(const std::string& strPath);
 
 } // namespace fs

@@ -51,11 +51,13 @@ bool ReadFields(const uint8_t* pHeader, uint32_t uHeaderBytes, SBmpHeader& heade
         const auto iHeight = static_cast<int32_t>(ReadLe32(pHeader + 8));
         header.uWidth = ReadLe32(pHeader + 4);
         header.uHeight = static_cast<uint32_t>(std::abs(int64_t{iHeight}));
+        // Rows run from the bottom up unless the height is negative.
         header.bTopDown = iHeight < 0;
         header.uBitsPerPixel = ReadLe16(pHeader + 14);
         header.uCompression = ReadLe32(pHeader + 16);
         header.uColors = ReadLe32(pHeader + 32);
     }
+    // Such pixels name no entries, so a palette that a file has all the same is passed over.
     if (header.uBitsPerPixel > 8)
     {
         header.uColors = 0;
@@ -83,6 +85,8 @@ bool AreMasksWhole(const SBmpHeader& header)
     return std::ranges::all_of(header.channels,
                                [](const SBmpChannel& channel)
                                {
+                                   // Adding its lowest bit carries through a mask without gaps and
+                                   // leaves none of its bits.
                                    const uint32_t uMask = channel.uMask;
                                    const uint32_t uLow = uMask & (~uMask + 1);
                                    return (uMask & (uMask + uLow)) == 0;
@@ -149,6 +153,7 @@ bool SBmpHeader::HasWholeBytes() const
 
 bool ReadBmpHeader(std::span<const uint8_t> data, SBmpHeader& header, std::string& strFault)
 {
+    // What returns below without a fault of its own found too few bytes.
     strFault = TOO_SHORT;
     if (data.size() < FILE_HEADER_BYTES + 4)
     {
@@ -192,6 +197,7 @@ bool ReadBmpHeader(std::span<const uint8_t> data, SBmpHeader& header, std::strin
     header.nPalettePosition = FILE_HEADER_BYTES + uHeaderBytes + (bMasksBehind ? 12 : 0);
     const size_t nPaletteEnd =
         header.nPalettePosition + size_t{header.uColors} * header.uColorBytes;
+    // A position inside the header or the palette counts as right behind them.
     header.nPixelPosition = std::max<size_t>(ReadLe32(&data[10]), nPaletteEnd);
     return header.nPixelPosition <= data.size() &&
            HasEnoughPixels(data.size() - header.nPixelPosition, header);

@@ -46,6 +46,7 @@ bool EncodeBmp(const IImage& image,
     const bool bPalette = uPixelBytes == 1;
     const uint32_t uColors = pPalette != nullptr ? pPalette->GetCount() : 256;
     const size_t nSourceRow = size_t{image.GetWidth()} * uPixelBytes;
+    // Rows are padded to whole words. All of them fit in 32 bits, because the size was checked.
     const size_t nFileRow = (nSourceRow + 3) / 4 * 4;
     const auto uPixels = static_cast<uint32_t>(nFileRow * image.GetHeight());
     const uint32_t uStart = FILE_HEADER_BYTES + (bAlpha ? ALPHA_HEADER_BYTES : PLAIN_HEADER_BYTES) +

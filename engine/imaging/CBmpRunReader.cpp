@@ -15,6 +15,7 @@ CBmpRunReader::CBmpRunReader(std::span<const uint8_t> data, const SBmpHeader& he
 
 bool CBmpRunReader::Read()
 {
+    // Pixels that the runs skip show the first colour.
     std::memset(m_Image.GetRawData(), 0, m_Image.GetByteCount());
     while (!m_Ended && m_Stream.size() - m_Position >= 2)
     {
@@ -55,6 +56,7 @@ bool CBmpRunReader::PutRun(uint32_t uCount, uint32_t uValue)
     const uint32_t uSeen = CutToPicture(uCount);
     for (uint32_t i = 0; i < uSeen; ++i)
     {
+        // A run of 4-bit pixels alternates between two colours.
         const uint32_t uNibble = i % 2 == 0 ? uValue >> 4 : uValue & 0xF;
         GetCursor()[i] = static_cast<uint8_t>(Has4Bits() ? uNibble : uValue);
     }
@@ -64,6 +66,8 @@ bool CBmpRunReader::PutRun(uint32_t uCount, uint32_t uValue)
 
 bool CBmpRunReader::DoEscape(uint32_t uCode)
 {
+    // A count of 0 begins an escape: the end of a row, of the picture, a step, or pixels one by
+    // one.
     switch (uCode)
     {
     case 0:

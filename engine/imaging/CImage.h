@@ -12,8 +12,8 @@ public:
     // Width and height in pixels, 1 to this.
     static constexpr uint32_t MAX_SIDE = IMAGE_MAX_SIDE;
 
-    // Pixels are left as the memory was: the caller fills them all. Null for a bad size or format,
-    // or when the memory is not there.
+    // Makes an image whose pixels are left as the memory was: the caller fills them all. Null for a
+    // bad size or format, and when there is no memory.
     static std::unique_ptr<CImage> Create(uint32_t uWidth, uint32_t uHeight, EImageFormat eFormat);
 
     // 0 for a format that is not one of the table.

@@ -6,6 +6,7 @@ CJpegReader::CJpegReader(std::span<const uint8_t> data)
 {
     m_Source.next_input_byte = data.data();
     m_Source.bytes_in_buffer = data.size();
+    // libjpeg calls these even though the whole file is in memory and there is nothing to do.
     m_Source.init_source = [](j_decompress_ptr) {
     };
     m_Source.term_source = [](j_decompress_ptr) {
@@ -43,6 +44,7 @@ void CJpegReader::OnSkip(j_decompress_ptr pInfo, long nBytes)
 
 bool CJpegReader::Guard(void (*pStep)(CJpegReader&))
 {
+    // A fault jumps back to here over libjpeg and the step, where no destructor would run.
     if (setjmp(m_Errors.jump) != 0)
     {
         return false;
@@ -57,6 +59,7 @@ bool CJpegReader::ReadHeader()
     {
         return true;
     }
+    // Three ways in which libjpeg says the same of a damaged file.
     for (const int iCode : {JWRN_EXTRANEOUS_DATA, JERR_NO_IMAGE, JERR_SOS_NO_SOF})
     {
         if (m_Errors.HasCode(iCode))

@@ -16,13 +16,13 @@ public:
     CJpegReader(const CJpegReader&) = delete;
     CJpegReader& operator=(const CJpegReader&) = delete;
 
-    // In this order, each once. False leaves a fault. ReadHeader: everything before the pixels.
-    // ReadPixels: the rest of the file, to its end mark. pDest: rows without padding, a byte a
-    // pixel for grey, else red, green and blue.
+    // These two are called in this order, each once; false leaves a fault, which ends the read.
+    // ReadHeader takes everything before the pixels, ReadPixels the rest of the file, to its end
+    // mark. pDest: rows without padding, a byte a pixel for grey, else red, green and blue.
     bool ReadHeader();
     bool ReadPixels(uint8_t* pDest);
 
-    // Of the header, also of one that was refused for its size.
+    // What the header says, also one that was refused for its size.
     uint32_t GetWidth() const { return m_Info.image_width; }
 
     uint32_t GetHeight() const { return m_Info.image_height; }

@@ -55,6 +55,7 @@ uint8_t CPalette::FindIndex(uint8_t u0, uint8_t u1, uint8_t u2) const
             return static_cast<uint8_t>(m_Slots[uSlot]);
         }
     }
+    // A colour that the palette lacks gets the nearest entry, by the sum of the squares.
     uint32_t uBest = 0;
     int iBestDistance = std::numeric_limits<int>::max();
     for (uint32_t uEntry = 0; uEntry < m_Count; ++uEntry)

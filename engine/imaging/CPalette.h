@@ -12,8 +12,8 @@ class CPalette final : public IPalette
 public:
     static constexpr uint32_t MAX_ENTRIES = 256;
 
-    // pColors: uCount times red, green, blue, borrowed for the call; uCount is cut to 256. Null
-    // when it is 0.
+    // Makes a palette of uCount colours, cut to 256. pColors: red, green, blue of each, borrowed
+    // for the call. Null when uCount is 0, and when there is no memory.
     static std::unique_ptr<CPalette> Create(const uint8_t* pColors, uint32_t uCount);
 
     uint32_t GetCount() const override { return m_Count; }

@@ -11,9 +11,9 @@
 namespace
 {
 
-// Deflate cannot pack more than this many bytes into one.
 constexpr char TASK[] = "Reading the picture"; // as progress shows it
 constexpr size_t ROWS_A_REPORT = 128;
+// Deflate cannot pack more than this many bytes into one.
 constexpr uint64_t MAX_DEFLATE_RATIO = 1032;
 
 static_assert(sizeof(png_color) == 3, "a palette is read as bytes");
@@ -46,6 +46,7 @@ void CPngReader::OnRead(png_structp pPng, png_bytep pDest, size_t nBytes)
 void CPngReader::OnError(png_structp pPng, png_const_charp pszText)
 {
     auto* pReader = static_cast<CPngReader*>(png_get_error_ptr(pPng));
+    // Into a buffer of the reader: a string on the way of the jump would never be destroyed.
     std::snprintf(pReader->m_Fault, sizeof(pReader->m_Fault), "%s", pszText);
     png_longjmp(pPng, 1);
 }
@@ -62,6 +63,7 @@ bool CPngReader::Guard(void (*pStep)(CPngReader&))
         std::snprintf(m_Fault, sizeof(m_Fault), "not enough memory");
         return false;
     }
+    // A fault jumps back to here over libpng and the step, where no destructor would run.
     if (setjmp(png_jmpbuf(m_Png)) != 0)
     {
         return false;
@@ -98,6 +100,7 @@ void CPngReader::ReadHeaderStep()
         m_Png, m_Info, &m_Width, &m_Height, &m_BitDepth, &m_ColorType, nullptr, nullptr, nullptr);
     m_HasTransparency = !IsPaletted() && ((m_ColorType & PNG_COLOR_MASK_ALPHA) != 0 ||
                                           png_get_valid(m_Png, m_Info, PNG_INFO_tRNS) != 0);
+    // A size that the bytes cannot hold is refused before memory is taken for it.
     const uint64_t nPacked = uint64_t{png_get_rowbytes(m_Png, m_Info)} * m_Height;
     if (nPacked / MAX_DEFLATE_RATIO > m_Data.size())
     {
@@ -110,6 +113,7 @@ void CPngReader::PrepareStep()
     const bool bWords = m_Samples == ESamples::Words;
     if (IsPaletted())
     {
+        // Indices stay indices, one a byte.
         png_set_packing(m_Png);
     }
     else
@@ -118,6 +122,7 @@ void CPngReader::PrepareStep()
     }
     if (m_HasTransparency && (m_ColorType & PNG_COLOR_MASK_COLOR) == 0)
     {
+        // No picture here is grey with alpha.
         png_set_gray_to_rgb(m_Png);
     }
     if (bWords)
@@ -156,6 +161,7 @@ void CPngReader::ReadPixelsStep()
                 !ReportProgress(
                     TASK, fDone / (static_cast<float>(nPasses) * static_cast<float>(m_Height))))
             {
+                // Only an error leads out of libpng; the flag tells it from one of the file.
                 m_bCancelled = true;
                 png_error(m_Png, "cancelled");
             }

@@ -26,11 +26,11 @@ public:
     CPngReader(const CPngReader&) = delete;
     CPngReader& operator=(const CPngReader&) = delete;
 
-    // In this order, each once. False leaves a fault.
-    // ReadHeader: everything before the pixels; refuses what its size needs more data than is
-    // there. Prepare: fixes the samples. A palette's transparency is dropped, that of other colour
-    // types becomes an alpha channel, which turns grey into RGB. ReadPixels: the rest of the file.
-    // pDest: height rows of GetRowBytes bytes.
+    // These three are called in this order, each once; false leaves a fault, which ends the read.
+    // ReadHeader takes everything before the pixels, and refuses a size that needs more data than
+    // there is. Prepare fixes the samples: a palette's transparency is dropped, that of other
+    // colour types becomes an alpha channel, which turns grey into RGB. ReadPixels takes the rest
+    // of the file. pDest: height rows of GetRowBytes bytes.
     bool ReadHeader();
     bool Prepare(ESamples eSamples);
     bool ReadPixels(uint8_t* pDest);

@@ -67,6 +67,8 @@ std::span<const SImageCodec> GetImageCodecs()
 
 const SImageCodec* RecogniseImage(std::span<const uint8_t> data, const char* pszPath)
 {
+    // Formats that always carry a mark come first: an extension counts only where no mark was
+    // found.
     for (const bool bMarkIsOptional : {false, true})
     {
         for (const SImageCodec& codec : CODECS)
@@ -100,6 +102,7 @@ std::string ListImageNames(bool bWritten)
     {
         if (codec.pEncode != nullptr || !bWritten)
         {
+            // Each name is added one turn late, so that the last one can stand behind the "or".
             strNames +=
                 pszLast == nullptr ? "" : (strNames.empty() ? "" : ", ") + std::string(pszLast);
             pszLast = codec.pszName;

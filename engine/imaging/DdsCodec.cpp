@@ -15,6 +15,7 @@ constexpr uint32_t PIXEL_FORMAT_BYTES = 32;
 
 EImageFormat GetFormat(const SDdsHeader& header)
 {
+    // Every packed kind may have transparent pixels, the first one too.
     if (header.ePixels != EDdsPixels::Plain)
     {
         return EImageFormat::Rgba32;
@@ -75,6 +76,7 @@ struct SWrittenFormat
     uint32_t uAlpha;
 };
 
+// Flags of the pixel format: 0x40 means colours, 0x1 alpha besides, 0x20000 grey.
 SWrittenFormat GetWrittenFormat(EImageFormat eFormat)
 {
     switch (eFormat)
@@ -112,6 +114,7 @@ bool DecodeDds(std::span<const uint8_t> data, SPicture& picture, std::string& st
     }
     else
     {
+        // The library counts no bytes; ReadDdsHeader has made sure that there are enough.
         squish::DecompressImage(picture.pImage->GetRawData(),
                                 static_cast<int>(header.uWidth),
                                 static_cast<int>(header.uHeight),
@@ -152,6 +155,7 @@ bool EncodeDds(const IImage& image,
     AppendLe32(out, TEXTURE);
     out.resize(nHeaderStart + HEADER_BYTES);
 
+    // Pixels are written as they are, never packed, with blue before red.
     const size_t nStart = out.size();
     out.resize(nStart + nPixels * uPixelBytes);
     CopySwapped(image.GetRawData(), out.data() + nStart, nPixels, uPixelBytes);

@@ -82,6 +82,7 @@ bool ReadPlainPixels(const uint8_t* pFormat, SDdsHeader& header)
     const uint32_t uBlue = ReadLe32(pFormat + 24);
     const uint32_t uAlpha = (uFlags & FLAG_ALPHA) != 0 ? ReadLe32(pFormat + 28) : 0;
     header.uPixelBytes = uBits / 8;
+    // Grey of one byte needs no masks.
     if ((uFlags & FLAG_LUMINANCE) != 0)
     {
         return uBits == 8;
@@ -103,6 +104,7 @@ bool ReadPixelFormat(std::span<const uint8_t> data, SDdsHeader& header)
     {
         return ReadPlainPixels(pFormat, header);
     }
+    // This code says that a second header follows, whose number names the pixels.
     if (uCode != MakeCode('D', 'X', '1', '0'))
     {
         return ReadNamedPixels(uCode, FOUR_CHARACTER_CODES, header);
@@ -120,6 +122,7 @@ uint64_t SDdsHeader::GetSurfaceBytes() const
     {
         return uint64_t{uWidth} * uHeight * uPixelBytes;
     }
+    // The packed kinds store whole blocks of 4 x 4 pixels, also where the picture ends within one.
     const uint64_t nBlocks = ((uint64_t{uWidth} + 3) / 4) * ((uint64_t{uHeight} + 3) / 4);
     return nBlocks * (ePixels == EDdsPixels::Bc1 ? 8 : 16);
 }

@@ -26,6 +26,7 @@ bool LoadSamples(const char* pszPath,
         return false;
     }
     std::string strFault;
+    // Each step may leave a fault; the name of the file is put before it at one place below.
     CPngReader reader(file.GetBytes());
     std::vector<uint16_t> read;
     bool bGood = false;

@@ -16,7 +16,7 @@ TELLUR_API bool LoadGrey16(const char* pszPath,
                            uint32_t& uHeight,
                            std::vector<uint16_t>& samples);
 
-// pSamples: uWidth * uHeight of them, borrowed for the call. Sides are 1 to 32768. False with one
-// logged line; the old file then stays.
+// Writes a grey PNG of 16 bits. pSamples: uWidth * uHeight of them, borrowed for the call. Sides
+// are 1 to 32768. False with one logged line; the old file then stays.
 TELLUR_API bool
 SaveGrey16(const char* pszPath, uint32_t uWidth, uint32_t uHeight, const uint16_t* pSamples);

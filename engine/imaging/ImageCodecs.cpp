@@ -11,6 +11,7 @@ bool StartsWith(std::span<const uint8_t> data, std::string_view strMark)
 
 bool CheckImageSize(uint64_t uWidth, uint64_t uHeight, std::string& strFault)
 {
+    // The sides come first, because the product of any two numbers could wrap.
     const bool bSides =
         uWidth >= 1 && uHeight >= 1 && uWidth <= CImage::MAX_SIDE && uHeight <= CImage::MAX_SIDE;
     if (!bSides || uWidth * uHeight > MAX_PIXELS)

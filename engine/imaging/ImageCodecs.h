@@ -27,16 +27,18 @@ constexpr uint64_t MAX_PIXELS = uint64_t{TERRAIN_MAX_VERTICES} * TERRAIN_MAX_VER
 
 bool StartsWith(std::span<const uint8_t> data, std::string_view strMark);
 
-// For the decoders, as soon as they know the size: false with a fault that names size and limit
+// Decoders call this as soon as they know the size. False with a fault that names size and limit
 // when a side is 0 or too long, or there are too many pixels.
 bool CheckImageSize(uint64_t uWidth, uint64_t uHeight, std::string& strFault);
 
-// For the decoders: CheckImageSize, then an image whose pixels are still to be filled.
+// Decoders call this for CheckImageSize and then an image whose pixels are still to be filled.
+// False with the fault.
 bool MakeImage(SPicture& picture,
                uint32_t uWidth,
                uint32_t uHeight,
                EImageFormat eFormat,
                std::string& strFault);
 
-// For the encoders, inside callbacks of libraries that no exception may pass: false without memory.
+// Encoders append with this inside callbacks of libraries, which no exception may pass. False when
+// there is no memory.
 bool AppendBytes(std::vector<uint8_t>& out, const uint8_t* pData, size_t nBytes);

@@ -16,6 +16,8 @@ uint8_t GetLuminance(const uint8_t* pColor)
 template <size_t TFrom, size_t TTo>
 void ConvertPixels(const uint8_t* pSource, uint8_t* pDest, size_t nPixels)
 {
+    // Grey repeats its byte. Alpha that is missing counts as opaque, and alpha without a place is
+    // lost.
     for (size_t i = 0; i < nPixels; ++i, pSource += TFrom, pDest += TTo)
     {
         if constexpr (TTo == 1)

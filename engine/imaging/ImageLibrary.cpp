@@ -77,6 +77,7 @@ bool SavePicture(const char* pszPath,
 {
     std::string strFault;
     const char* pszFault = nullptr;
+    // Only indices have a use for a palette.
     if (image.GetFormat() != EImageFormat::Indexed8)
     {
         pPalette = nullptr;
@@ -93,6 +94,7 @@ bool SavePicture(const char* pszPath,
     {
         pszFault = CheckPalette(image, *pPalette);
     }
+    // The file is made in memory as a whole, so a fault of the codec leaves the old file alone.
     std::vector<uint8_t> bytes;
     if (pszFault == nullptr && !Encode(pszPath, image, pPalette, bytes, strFault))
     {
@@ -146,6 +148,7 @@ IPalette* IL_LoadPalette(const char* pszPath)
         if (file.Read(pszPath, strFault))
         {
             const SImageCodec* pCodec = RecogniseImage(file.GetBytes(), pszPath);
+            // A look at the header saves decoding the many pictures that have none.
             const bool bMay = pCodec != nullptr && pCodec->pMayHavePalette != nullptr &&
                               pCodec->pMayHavePalette(file.GetBytes());
             const bool bDecoded = bMay && pCodec->pDecode(file.GetBytes(), picture, strFault);

@@ -128,6 +128,7 @@ void WriteSteps(SJpegWrite& write)
 
 bool RunGuarded(SJpegWrite& write)
 {
+    // A fault jumps back to here; what has a destructor lives in the caller, whose frame stays.
     if (setjmp(write.errors.jump) != 0)
     {
         return false;

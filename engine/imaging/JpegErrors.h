@@ -14,7 +14,7 @@ struct SJpegErrors
 {
     SJpegErrors();
 
-    // Jumps. pInfo: what libjpeg works on, with this manager.
+    // Keeps the fault and jumps. pInfo: what libjpeg works on, with this manager.
     [[noreturn]] static void Fail(j_common_ptr pInfo, bool bIsDamage, const char* pszText);
 
     void SetFault(bool bIsDamage, const char* pszText);

@@ -22,6 +22,7 @@ EImageFormat GetFormatOfChannels(uint32_t uChannels)
         return EImageFormat::Rgb24;
     case 4:
         return EImageFormat::Rgba32;
+    // Grey with alpha does not arrive here: the reader turns it into colours.
     default:
         return EImageFormat::Unknown;
     }
@@ -56,6 +57,7 @@ bool MayPngHavePalette(std::span<const uint8_t> data)
 
 bool DecodePng(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
+    // Refused with the limits that hold for all formats, before libpng does it in words of its own.
     if (data.size() >= SIZE_END && !CheckImageSize(png_get_uint_32(&data[WIDTH_AT]),
                                                    png_get_uint_32(&data[HEIGHT_AT]),
                                                    strFault))

@@ -12,9 +12,9 @@
 namespace
 {
 
-// Above this level the time doubles and pictures of terrains shrink by a few percent only.
 constexpr char TASK[] = "Writing the picture"; // as progress shows it
 constexpr size_t ROWS_A_REPORT = 128;
+// Above this level the time doubles and pictures of terrains shrink by a few percent only.
 constexpr int COMPRESSION_LEVEL = 4;
 
 struct SPngWrite
@@ -92,8 +92,10 @@ void WriteSteps(SPngWrite& write)
 
 bool RunGuarded(SPngWrite& write)
 {
+    // A fault jumps back to here; what has a destructor lives in the caller, whose frame stays.
     if (setjmp(png_jmpbuf(write.pPng)) != 0)
     {
+        // After a fault too, so that whoever shows the progress puts it away.
         ReportProgress(TASK, 1.0F);
         return false;
     }

@@ -17,9 +17,11 @@ TELLUR_LOOP_BODY SPixelPair FindPair(float fOffset, float fPixels, int iSize)
 {
     // Far outside both pixels are the border's; keep the number within an int.
     const float fLimit = static_cast<float>(iSize + 2);
+    // A NaN is taken for 0.
     fPixels = fPixels == fPixels ? fPixels : 0.0F;
     fPixels = fPixels < -fLimit ? -fLimit : fPixels;
     fPixels = fPixels > fLimit ? fLimit : fPixels;
+    // Both sides count pixels from the middle outwards, because a cast cuts towards 0 on either.
     const int iHalf = iSize / 2;
     const int iAhead = static_cast<int>(fPixels);
     const float fAbs = std::fabs(fPixels);

@@ -4,7 +4,7 @@
 
 // The codec of TGA, as SImageCodec says.
 
-// Files of old lack the footer, and there is no mark at the start.
+// Whether the file ends in the footer, which is the format's only mark. Files of old lack it.
 bool HasTgaFooter(std::span<const uint8_t> data);
 bool MayTgaHavePalette(std::span<const uint8_t> data);
 bool DecodeTga(std::span<const uint8_t> data, SPicture& picture, std::string& strFault);

@@ -67,6 +67,7 @@ bool HasEnoughPixels(size_t nBytes, const STgaHeader& header)
     const uint64_t nPixels = uint64_t{header.uWidth} * header.uHeight;
     if (header.bHasRuns)
     {
+        // A packet stands for at most 128 pixels and stores at least one.
         const uint64_t nPackets = (nPixels + 127) / 128;
         return nPackets * (1 + header.uPixelBytes) <= nBytes;
     }
@@ -134,6 +135,7 @@ bool UnpackRuns(std::span<const uint8_t> packets, std::span<uint8_t> pixels, siz
         {
             return false;
         }
+        // A run copies its one pixel again and again, literals are a single copy.
         for (size_t nDone = 0; nDone < nBytes; nDone += nStored)
         {
             std::memcpy(&pixels[nOut + nDone], &packets[nIn], nStored);
@@ -191,6 +193,7 @@ void RepairAlpha(const STgaHeader& header, CImage& image)
     {
         return;
     }
+    // All pixels are looked at first: a single alpha above 0 means that alpha is meant.
     uint8_t* pData = image.GetRawData();
     const size_t nBytes = image.GetByteCount();
     for (size_t i = 3; i < nBytes; i += 4)
@@ -210,6 +213,7 @@ void RepairAlpha(const STgaHeader& header, CImage& image)
 std::unique_ptr<CPalette> ReadPalette(std::span<const uint8_t> data, const STgaHeader& header)
 {
     uint8_t colors[CPalette::MAX_ENTRIES * 3] = {};
+    // Pixels are bytes and cannot name an entry beyond these.
     const uint32_t uEnd = std::min(header.uMapFirst + header.uMapLength, CPalette::MAX_ENTRIES);
     for (uint32_t uEntry = header.uMapFirst; uEntry < uEnd; ++uEntry)
     {
@@ -259,6 +263,7 @@ bool DecodeTga(std::span<const uint8_t> data, SPicture& picture, std::string& st
     std::unique_ptr<uint8_t[]> pUnpacked;
     if (header.bHasRuns)
     {
+        // Unpacked as a whole and not by rows, because runs may cross them.
         const size_t nBytes = size_t{header.uWidth} * header.uHeight * header.uPixelBytes;
         pUnpacked.reset(new (std::nothrow) uint8_t[nBytes]);
         if (!pUnpacked || !UnpackRuns(pixels, {pUnpacked.get(), nBytes}, header.uPixelBytes))

@@ -19,6 +19,7 @@ constexpr const char* BRUSH_NAME = "paint_brush";
 // Whether two rows differ, and the columns from the first to the last texel that does.
 STexelRange FindDifference(const uint8_t* pOne, const uint8_t* pOther, uint32_t nTexels)
 {
+    // Most rows are equal, which one comparison of all bytes tells.
     if (std::memcmp(pOne, pOther, nTexels * PAINT_TEXEL_BYTES) == 0)
     {
         return {};
@@ -77,8 +78,10 @@ void CPaintLayer::Begin(const IImage* pWorkImage, const IImage* pBrushShape, uin
     }
     m_Channels = uChannels;
     SetShape(pBrushShape);
+    // Of an image as large as the one before, only what differs counts as changed.
     if (!TakeChanges(*pWorkImage))
     {
+        // An image of another size, or the first one: all of it is new to every reader.
         m_Image.reset(IL_CreateImageFromImage(pWorkImage));
         m_Regions.Reset({0, 0, pWorkImage->GetWidth(), pWorkImage->GetHeight()});
     }
@@ -138,6 +141,7 @@ void CPaintLayer::Paint(const SExtents& box,
     {
         return;
     }
+    // Functions that can do a row at a time are called once a row, all others once a texel.
     auto* pRowFunction = dynamic_cast<ITerrain2DRowFunction*>(pFunction);
     const size_t nColumns = columns.texels.uEnd - columns.texels.uFirst;
     STexelRect changed;
@@ -154,6 +158,7 @@ void CPaintLayer::Paint(const SExtents& box,
         if (pRowFunction != nullptr ? pRowFunction->ApplyRow(pTexels, pWeights, nColumns, fPower)
                                     : ApplyToEach(*pFunction, pTexels, pWeights, nColumns, fPower))
         {
+            // The row as a whole: the function does not say which of its texels it has changed.
             changed = changed.Union({columns.texels.uFirst, uRow, columns.texels.uEnd, uRow + 1});
         }
     }
@@ -185,6 +190,7 @@ void CPaintLayer::SetBrush(const SExtents* pBox, const IImage* pBrushShape)
 void CPaintLayer::SetShape(const IImage* pBrushShape)
 {
     m_Sampler.SetShape(pBrushShape);
+    // The picture of the brush is the shape as it is sampled, in grey.
     std::unique_ptr<IImage> pCopy(IL_CreateImageFromImage(m_Sampler.GetShape()));
     if (pCopy == nullptr)
     {

@@ -55,7 +55,8 @@ public:
 
     float GetBlendFactor() const { return m_BlendFactor; }
 
-    // Texels that changed after a revision; all of them for one of another image and for 0.
+    // The box round the texels that changed after a revision; all texels when the revision is 0 or
+    // one of another image.
     STexelRect GetChangedSince(uint64_t uRevision) const;
 
     uint64_t GetRevision() const { return m_Regions.GetRevision(); }

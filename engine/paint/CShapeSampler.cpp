@@ -36,6 +36,7 @@ bool CShapeSampler::Begin(const SShapeSide& columns, ETexelMapping eMapping)
     m_ColumnWeights.resize(nColumns);
     m_Weights.resize(nColumns);
     m_BlendedRow.resize(m_Shape->GetWidth());
+    // Every row of the box has the same columns, so their pixels are found once.
     for (size_t i = 0; i < nColumns; ++i)
     {
         const auto uTexel = columns.texels.uFirst + static_cast<uint32_t>(i);
@@ -58,6 +59,7 @@ const float* CShapeSampler::SampleRow(uint32_t uRow, const SShapeSide& rows, flo
         FindPixels(uRow, rows, m_Mapping, static_cast<int>(m_Shape->GetHeight()));
     const size_t nWidth = m_Shape->GetWidth();
     const uint8_t* pPixels = m_Shape->GetRawData();
+    // The two rows of the shape become one first, so that a texel looks up two pixels and not four.
     BlendPixelRows(pPixels + static_cast<size_t>(pair.iFirst) * nWidth,
                    pPixels + static_cast<size_t>(pair.iSecond) * nWidth,
                    pair.fFirstWeight,

@@ -14,7 +14,8 @@ struct STexelRange
     bool IsEmpty() const { return uFirst >= uEnd; }
 };
 
-// Terrain units from the terrain's origin. nTexels: along that side, 1 at least. fSide: its length.
+// Where a texel lies along one side, in terrain units from the terrain's origin. nTexels: of that
+// side, 1 at least. fSide: its length.
 TELLUR_API float
 GetTexelPosition(uint32_t uTexel, uint32_t nTexels, float fSide, ETexelMapping eMapping);
 

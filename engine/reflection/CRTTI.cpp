@@ -71,6 +71,7 @@ bool CRTTI::AddField(CRTTIField* pField)
 void CRTTI::RegisterField(CRTTIField* pField, const char* pszName, const char* pszEditFlags)
 {
     std::unique_ptr<CRTTIField> owned(pField);
+    // AddField owns the field from the call on, also when it refuses it.
     if (owned == nullptr || !owned->Initialize(pszName, pszEditFlags) || !AddField(owned.release()))
     {
         CrashExit("RTTI FATAL ERROR %s.%s: %s\n",

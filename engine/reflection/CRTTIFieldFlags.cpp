@@ -47,6 +47,7 @@ bool CRTTIFieldFlags::Parse(CRTTIObject* pObject, const char* pszText)
     const std::string_view strText = pszText;
     uint32_t uValue = 0;
     size_t iStart = 0;
+    // Goes on behind a last '|' as well: the name there is empty, and the text is refused.
     while (iStart <= strText.size())
     {
         const size_t iEnd = std::min(strText.find(SEPARATOR, iStart), strText.size());
@@ -60,6 +61,7 @@ bool CRTTIFieldFlags::Parse(CRTTIObject* pObject, const char* pszText)
         uValue |= uBits;
         iStart = iEnd + 1;
     }
+    // Stored at the end, so that a text with one unknown name changes nothing.
     *static_cast<uint32_t*>(GetAddress(pObject)) = uValue;
     return true;
 }

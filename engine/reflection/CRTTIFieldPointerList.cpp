@@ -42,6 +42,7 @@ bool CRTTIFieldPointerList::Parse(CRTTIObject* pObject, const char* pszText)
             return false;
         }
     }
+    // Stored at the end, so that a text with one unknown object changes nothing.
     *static_cast<PointerList*>(GetAddress(pObject)) = std::move(list);
     return true;
 }

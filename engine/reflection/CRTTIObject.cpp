@@ -102,6 +102,8 @@ bool CRTTIObject::FromEngineClass(int32_t iEngineClass) const
 
 bool CRTTIObject::SaveFields(fs::file& file) const
 {
+    // The object's class comes before its bases, and LoadFields goes the same way: the file says
+    // nothing of fields but their values.
     for (const CRTTI* pClass = GetRTTI(); pClass != nullptr; pClass = pClass->GetBase())
     {
         for (const CRTTIField* pField : pClass->GetFields())

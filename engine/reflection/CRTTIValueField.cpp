@@ -25,6 +25,7 @@ template <class TNumber, size_t nCount> struct SNumbers
 
     static bool FromText(std::string_view strText, void* pValue)
     {
+        // Read aside: a text with one number that is none, or with too many, changes nothing.
         TNumber numbers[nCount] = {};
         for (TNumber& number : numbers)
         {

@@ -39,6 +39,7 @@ constexpr SNamedBit EDITOR_BITS[] = {
 bool ParseBits(std::string_view strText, std::span<const SNamedBit> bits, uint32_t& uBits)
 {
     size_t iStart = 0;
+    // Goes on behind a last '|' as well: the name there is empty, and the text is refused.
     while (iStart <= strText.size())
     {
         const size_t iEnd = std::min(strText.find('|', iStart), strText.size());
@@ -110,6 +111,8 @@ bool ParseEditFlags(std::string_view strText, SEditFlags& flags)
     {
         const size_t iEnd = strText.find(';');
         const size_t iColon = strText.find(':');
+        // A colon that is missing has the largest position there is, and fails as one behind the
+        // end.
         if (iEnd == std::string_view::npos || iColon >= iEnd ||
             !ParsePart(
                 strText.substr(0, iColon), strText.substr(iColon + 1, iEnd - iColon - 1), flags))

@@ -72,6 +72,7 @@ template <class TNumber> bool AreFinite(const char* pBytes, size_t nBytes)
     for (size_t i = 0; i < nBytes; i += sizeof(TNumber))
     {
         TNumber value = {};
+        // Copied, because bytes of a file have no alignment.
         std::memcpy(&value, pBytes + i, sizeof value);
         if (!std::isfinite(value))
         {
@@ -108,6 +109,7 @@ bool IsValue(const CRTTIField& field, const char* pBytes, size_t nBytes)
 
 bool LoadPlain(fs::file& file, const CRTTIField& field, void* pValue, size_t nBytes)
 {
+    // Read aside first: what is no value of the field leaves the member as it was.
     char bytes[PLAIN_BYTES_MAX] = {};
     if (!ReadAll(file, bytes, nBytes) || !IsValue(field, bytes, nBytes))
     {
@@ -119,6 +121,7 @@ bool LoadPlain(fs::file& file, const CRTTIField& field, void* pValue, size_t nBy
 
 bool SavePointer(fs::file& file, const CRTTIObject* pObject)
 {
+    // A null pointer has as many bytes, so that the length of a list follows from its count.
     char bytes[POINTER_BYTES] = {};
     if (pObject != nullptr)
     {
@@ -217,6 +220,7 @@ bool SaveFieldValue(fs::file& file, ERTTIType eType, const void* pValue)
 bool LoadFieldValue(fs::file& file, const CRTTIField& field, void* pValue)
 {
     const ERTTIType eType = field.GetType();
+    // The type of a field says which class it is of.
     switch (eType)
     {
     case RTTI_STRING:

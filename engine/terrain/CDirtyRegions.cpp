@@ -69,15 +69,19 @@ void CDirtyRegions::Forget()
     {
         if (m_Tiles.empty())
         {
+            // The tiles come last: that they are there says that the groups are there too.
             m_Groups.assign(size_t{uGroupsX} * DivideUp(m_TilesZ, GROUP), 0);
             m_Tiles.assign(size_t{m_TilesX} * m_TilesZ, 0);
         }
     }
     catch (const std::bad_alloc&)
     {
+        // Without tiles the rectangle is lost, so whoever has not seen it takes everything for new.
         m_FirstRevision = oldest.uRevision;
         return;
     }
+    // Rectangles are forgotten in the order of their revisions: this is the newest one in the
+    // tiles.
     m_TileRevision = oldest.uRevision;
     const SVertexRect tiles = GetSquares(oldest.rect, TILE);
     for (uint32_t z = tiles.uMinZ; z < tiles.uEndZ; ++z)
@@ -108,6 +112,7 @@ template <typename TVisit> void CDirtyRegions::VisitOldGroups(uint64_t uSeen, TV
 {
     const SVertexRect all = {0, 0, m_TilesX, m_TilesZ};
     const uint32_t uGroupsX = DivideUp(m_TilesX, GROUP);
+    // After a Reset the groups are still there; HasOld is false until new ones are made.
     for (uint32_t i = 0; HasOld(uSeen) && i < m_Groups.size(); ++i)
     {
         if (m_Groups[i] > uSeen)
@@ -149,6 +154,7 @@ SVertexRect CDirtyRegions::GetBoxSince(uint64_t uSeen) const
     {
         box = box.Union(GetNewest(i).rect);
     }
+    // A tile counts as a whole, because which of its vertices changed has been forgotten.
     const auto addTile = [&](const SVertexRect& tile)
     {
         box = box.Union(GetVertices(tile, TILE).Intersection(m_Whole));
@@ -163,6 +169,7 @@ void CDirtyRegions::GetChangedSince(uint64_t uSeen, std::vector<SVertexRect>& re
     const uint32_t uNew = CountNew(uSeen);
     if (uSeen < m_FirstRevision || (uNew == 1 && !HasOld(uSeen)))
     {
+        // Everything, or a single exact rectangle: nothing can overlap, so no grid is needed.
         rects.push_back(uSeen < m_FirstRevision ? m_Whole : GetNewest(0).rect);
         return;
     }
@@ -176,6 +183,8 @@ void CDirtyRegions::GetChangedSince(uint64_t uSeen, std::vector<SVertexRect>& re
         tiles = tiles.Union(GetSquares(GetNewest(i).rect, TILE));
     }
     VisitOldGroups(uSeen, [&](const SVertexRect& group) { tiles = tiles.Union(group); });
+    // One part a tile of the box round all changes. Changes in the same tile become one part, and
+    // parts of different tiles share no vertex.
     m_Grid.tiles = tiles;
     m_Grid.parts.assign(size_t{tiles.uEndX - tiles.uMinX} * (tiles.uEndZ - tiles.uMinZ), {});
     for (uint32_t i = 0; i < uNew; ++i)
@@ -248,6 +257,8 @@ void CDirtyRegions::TakeRects(std::vector<SVertexRect>& rects) const
                 continue;
             }
             const SVertexRect run = TakeRun(z, x);
+            // Rectangles of the row above stand from left to right, as the runs do: one index goes
+            // along.
             const auto isAt = [&](uint32_t uEdge)
             {
                 return nAbove < m_Grid.above.size() && rects[m_Grid.above[nAbove]].uMinX < uEdge;
@@ -256,6 +267,7 @@ void CDirtyRegions::TakeRects(std::vector<SVertexRect>& rects) const
             {
                 ++nAbove;
             }
+            // Only a run with the same columns, right below, goes on with a rectangle.
             const bool bOn = isAt(run.uMinX + 1) &&
                              rects[m_Grid.above[nAbove]].uEndX == run.uEndX &&
                              rects[m_Grid.above[nAbove]].uEndZ == run.uMinZ;

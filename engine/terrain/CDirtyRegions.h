@@ -16,19 +16,21 @@ class CDirtyRegions
 public:
     static constexpr uint32_t TILE = 64;
 
-    // Everything is dirty for a reader that saw no revision of this object. Revisions are unique in
-    // the process: a reader that goes over to another terrain finds all of it new.
+    // Begins anew for a terrain of these vertices: everything is new to every reader. Revisions
+    // only grow in the process, so that a reader which goes over to a terrain that began later
+    // finds all of it new as well.
     void Reset(const SVertexRect& whole);
 
     void Add(const SVertexRect& rect); // an empty one is ignored
 
     uint64_t GetRevision() const { return m_Revision; }
 
-    // What changed after revision uSeen, in place of what rects has: rectangles without a common
-    // vertex, by rows and columns, each of whole tiles where they touch. None when nothing changed.
+    // Puts what changed after revision uSeen into rects, in place of what it has: rectangles
+    // without a common vertex, by rows and columns, each of whole tiles where they touch. None when
+    // nothing changed.
     void GetChangedSince(uint64_t uSeen, std::vector<SVertexRect>& rects) const;
 
-    // The rectangle round all of that.
+    // The rectangle round all that changed after revision uSeen; empty when nothing did.
     SVertexRect GetBoxSince(uint64_t uSeen) const;
 
 private:

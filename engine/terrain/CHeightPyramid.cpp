@@ -43,6 +43,7 @@ constexpr uint32_t STRIP_BLOCKS = 64; // what a strip needs stays in the nearest
 TELLUR_LOOP_BODY void
 MeasureStrip(const SHeightView& view, const SVertexRect& strip, SHeightRange* pRanges)
 {
+    // One more than the cells: the far corners of the last block.
     float aMin[STRIP_BLOCKS * CHeightPyramid::BLOCK + 1];
     float aMax[STRIP_BLOCKS * CHeightPyramid::BLOCK + 1];
     const uint32_t uWidth = strip.uEndX - strip.uMinX;
@@ -54,10 +55,12 @@ MeasureStrip(const SHeightView& view, const SVertexRect& strip, SHeightRange* pR
         const float* pRow = view.pHeights + static_cast<size_t>(z) * view.uSizeX + strip.uMinX;
         for (uint32_t x = 0; x < uWidth; ++x)
         {
+            // Every comparison with a NaN fails, so it becomes no bound.
             aMin[x] = pRow[x] < aMin[x] ? pRow[x] : aMin[x];
             aMax[x] = pRow[x] > aMax[x] ? pRow[x] : aMax[x];
         }
     }
+    // The last column of a block is the first one of the next: both take it.
     for (uint32_t uFirst = 0; uFirst + 1 < uWidth; uFirst += CHeightPyramid::BLOCK)
     {
         SHeightRange range;
@@ -104,6 +107,7 @@ void AddBlock(const CHeightPyramid& pyramid,
         range.Add(ScanVertices(view, part));
         return;
     }
+    // The blocks below share border vertices, which may be looked at twice: a range does not mind.
     const uint32_t uEndX = std::min(2 * uX + 2, pyramid.GetBlocksX(iLevel - 1));
     const uint32_t uEndZ = std::min(2 * uZ + 2, pyramid.GetBlocksZ(iLevel - 1));
     for (uint32_t z = 2 * uZ; z < uEndZ; ++z)
@@ -186,6 +190,7 @@ SHeightRange CHeightPyramid::GetRange(const SHeightView& view, const SVertexRect
 
 bool CHeightPyramid::Allocate(uint32_t uCellsX, uint32_t uCellsZ)
 {
+    // Gives the memory back first, so that old and new levels are never held together.
     std::vector<SLevel>().swap(m_Levels);
     uint32_t uBlocksX = (uCellsX + BLOCK - 1) / BLOCK;
     uint32_t uBlocksZ = (uCellsZ + BLOCK - 1) / BLOCK;
@@ -238,6 +243,8 @@ void CHeightPyramid::UpdateLevel(int iLevel, const SVertexRect& blocks)
     for (uint32_t z = blocks.uMinZ; z < blocks.uEndZ; ++z)
     {
         const size_t nUpper = static_cast<size_t>(2 * z) * finer.uBlocksX;
+        // Where the finer level ends with an odd block, that block stands in for its missing
+        // neighbour.
         const size_t nLower = 2 * z + 1 < finer.uBlocksZ ? nUpper + finer.uBlocksX : nUpper;
         for (uint32_t x = blocks.uMinX; x < blocks.uEndX; ++x)
         {

@@ -38,6 +38,7 @@ void ComputeRow(const SHeightView& view, uint32_t uZ, uint32_t uMinX, uint32_t u
     const float fScaleX = 0.5F / view.fStepX;
     const float fScaleZ = 1.0F / (static_cast<float>(uBelow - uAbove) * view.fStepZ);
 
+    // The first and the last column stand apart, so that the long loop has no conditions.
     for (uint32_t x = std::max(uMinX, 1U); x < std::min(uEndX, uLastX); ++x)
     {
         StoreNormal((pHere[x + 1] - pHere[x - 1]) * fScaleX,
@@ -73,6 +74,7 @@ void CNormalField::MarkStale(const SVertexRect& changed, const SHeightView& view
         return;
     }
     m_HasStale = true;
+    // Before the first reader there is nothing to mark: Allocate starts with all tiles stale.
     if (IsAllocated())
     {
         MarkTiles(changed.Grown(1, view.uSizeX, view.uSizeZ));
@@ -92,6 +94,7 @@ const int16_t* CNormalField::Fetch(const SHeightView& view, const SVertexRect& r
     }
     ComputeStale(view, rect);
     const bool bAll = rect == SVertexRect{0, 0, view.uSizeX, view.uSizeZ};
+    // A reader of a part leaves the rest to be taken.
     m_HasStale = m_HasStale && !bAll;
     return m_Normals.get();
 }
@@ -118,6 +121,7 @@ bool CNormalField::Allocate(const SHeightView& view)
 {
     const size_t nVertices = static_cast<size_t>(view.uSizeX) * view.uSizeZ;
     m_Normals.reset(static_cast<int16_t*>(std::calloc(nVertices, 2 * sizeof(int16_t))));
+    // A copy of the process that saves heights has no use for normals.
     KeepFromChildren(m_Normals.get(), nVertices * 2 * sizeof(int16_t));
     m_TilesX = (view.uSizeX + TILE - 1) / TILE;
     m_TilesZ = (view.uSizeZ + TILE - 1) / TILE;

@@ -27,7 +27,7 @@ struct SHeightView
 class CNormalField
 {
 public:
-    // Everything is stale from here; memory is given back.
+    // Makes everything stale and gives the memory back.
     void Reset();
 
     // changed: vertices whose heights are new. Their neighbours' normals become stale with them.
@@ -36,8 +36,9 @@ public:
     // Whether anything became stale since the last call, or since a reader fetched everything.
     bool TakeStale();
 
-    // Up to date for the vertices in rect, allocating on first use. Row-major pairs (x, z) of all
-    // vertices, valid until the next Reset; null when there is no memory.
+    // Brings the normals of the vertices in rect up to date, and takes the memory on first use.
+    // Gives the row-major pairs (x, z) of all vertices, valid until the next Reset; null when there
+    // is no memory.
     const int16_t* Fetch(const SHeightView& view, const SVertexRect& rect);
 
     bool IsAllocated() const { return m_Normals != nullptr; }

@@ -132,10 +132,12 @@ bool CRayPicker::Pick(const SVec3& origin, const SVec3& direction, SVec3& hit)
     }
     const double fCellsX = m_View.uSizeX - 1;
     const double fCellsZ = m_View.uSizeZ - 1;
+    // With a direction of length 1, t is the way along the line in terrain units.
     const double fStepX = direction.x / fLength;
     const double fStepZ = direction.z / fLength;
     m_X = {origin.x * fCellsX / m_Size.x, fStepX * fCellsX / m_Size.x, 0.0};
     m_Z = {origin.z * fCellsZ / m_Size.z, fStepZ * fCellsZ / m_Size.z, 0.0};
+    // Infinite for an axis along which the line does not move; FindBorder then does not use it.
     m_X.fPerCell = 1.0 / m_X.fBy;
     m_Z.fPerCell = 1.0 / m_Z.fBy;
     m_Y = origin.y;
@@ -149,12 +151,14 @@ bool CRayPicker::Pick(const SVec3& origin, const SVec3& direction, SVec3& hit)
     {
         return false;
     }
+    // A vertical line stays over one point: its only piece has no end, which the cuts need.
     const bool bVertical = m_X.fBy == 0.0 && m_Z.fBy == 0.0;
     if (bVertical ? !PickVertical(m_X.fAt, m_Z.fAt, m_Hit)
                   : !VisitBlock(m_Pyramid.GetLevelCount() - 1, 0, 0, fFrom, fTo))
     {
         return false;
     }
+    // Rounding could put a hit on the terrain's border outside of it.
     hit = {std::clamp(static_cast<float>(origin.x + m_Hit * fStepX), 0.0F, m_Size.x),
            static_cast<float>(GetY(m_Hit)),
            std::clamp(static_cast<float>(origin.z + m_Hit * fStepZ), 0.0F, m_Size.z)};
@@ -163,6 +167,7 @@ bool CRayPicker::Pick(const SVec3& origin, const SVec3& direction, SVec3& hit)
 
 bool CRayPicker::PickVertical(double fX, double fZ, double& fHit) const
 {
+    // A point on the far border belongs to the last cell.
     const uint32_t uX = std::min(static_cast<uint32_t>(fX), m_View.uSizeX - 2);
     const uint32_t uZ = std::min(static_cast<uint32_t>(fZ), m_View.uSizeZ - 2);
     const SCellPlanes planes = MakePlanes(GetCorners(uX, uZ));
@@ -170,6 +175,7 @@ bool CRayPicker::PickVertical(double fX, double fZ, double& fHit) const
     const double fInZ = fZ - uZ;
     const double(&plane)[3] = fInX + fInZ <= 1.0 ? planes.first : planes.second;
     fHit = (plane[0] + plane[1] * fInX + plane[2] * fInZ - m_Y) / m_StepY;
+    // False for a NaN too, which a hole gives.
     return fHit >= 0.0 && fHit < FAR;
 }
 
@@ -197,10 +203,13 @@ bool CRayPicker::VisitHalves(int iLevel, uint32_t uX, uint32_t uZ, double fFrom,
     const uint32_t uHalf = 1U << (iLevel - CELL_LEVEL - 1); // cells
     const double fCrossX = FindBorder(m_X.fAt, m_X.fBy, m_X.fPerCell, (2.0 * uX + 1.0) * uHalf);
     const double fCrossZ = FindBorder(m_Z.fAt, m_Z.fBy, m_Z.fPerCell, (2.0 * uZ + 1.0) * uHalf);
+    // The two border lines cut the piece into three at most, here in the order of the line. They
+    // are looked at from its start, so that the first hit is the nearest.
     const double aCuts[] = {fFrom,
                             std::clamp(std::min(fCrossX, fCrossZ), fFrom, fTo),
                             std::clamp(std::max(fCrossX, fCrossZ), fFrom, fTo),
                             fTo};
+    // A piece without length, as at a corner of the terrain, is still looked at, once.
     const bool bPoint = fFrom == fTo;
     for (int i = 0; i < (bPoint ? 1 : 3); ++i)
     {
@@ -226,6 +235,7 @@ bool CRayPicker::VisitHalves(int iLevel, uint32_t uX, uint32_t uZ, double fFrom,
 bool CRayPicker::VisitCell(uint32_t uX, uint32_t uZ, double fFrom, double fTo)
 {
     const SCorners corners = GetCorners(uX, uZ);
+    // Most cells under a line are passed here, without a look at their triangles.
     bool bDone = false;
     const bool bHit = PassRange(std::min(std::min(corners.fNorthWest, corners.fNorthEast),
                                          std::min(corners.fSouthWest, corners.fSouthEast)),
@@ -244,6 +254,7 @@ bool CRayPicker::VisitCell(uint32_t uX, uint32_t uZ, double fFrom, double fTo)
     {
         plane[0] += plane[1] * (m_X.fAt - uX) + plane[2] * (m_Z.fAt - uZ);
     }
+    // The diagonal of a cell has x + z constant, so that sum is one more axis with a border.
     const double fAcross = m_X.fBy + m_Z.fBy;
     const double fCross =
         FindBorder(m_X.fAt + m_Z.fAt, fAcross, 1.0 / fAcross, static_cast<double>(uX) + uZ + 1.0);
@@ -264,6 +275,7 @@ bool CRayPicker::VisitCell(uint32_t uX, uint32_t uZ, double fFrom, double fTo)
 bool CRayPicker::VisitTriangle(const double (&plane)[3], double fFrom, double fTo)
 {
     const double fSlope = plane[1] * m_X.fBy + plane[2] * m_Z.fBy;
+    // How far the line is above the plane at both ends of the piece.
     const double fStart = GetY(fFrom) - (plane[0] + fSlope * fFrom);
     const double fEnd = GetY(fTo) - (plane[0] + fSlope * fTo);
     if (std::isnan(fStart) || std::isnan(fEnd))
@@ -275,6 +287,9 @@ bool CRayPicker::VisitTriangle(const double (&plane)[3], double fFrom, double fT
     {
         m_Side = fStart > 0.0 ? ESide::Above : ESide::Below;
     }
+    // The side is where the line has been so far, so a hit that rounding lost at the end of the
+    // piece before shows at the start of this one. With the side unknown, the start lies on the
+    // ground.
     const double fSign = m_Side == ESide::Above ? 1.0 : -1.0;
     if (fStart * fSign <= 0.0)
     {

@@ -33,6 +33,7 @@ bool CStillGround::PickRay(const CTerrain& terrain,
 {
     const SHeightView view = terrain.GetView();
     const CHeightPyramid* pNow = terrain.GetPyramid();
+    // Ranges of tiles are those of then; within a tile that has not changed, those of now hold too.
     const CRayPicker::SStill still = {getTile, pNow};
     if (!m_Pyramid.IsFor(view))
     {

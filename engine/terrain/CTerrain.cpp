@@ -22,6 +22,8 @@ std::pair<uint32_t, uint32_t> GetAxisRange(float fMin, float fMax, double dStep,
     const double dTo = std::ceil(fMax / dStep);
     // The comparisons fail for NaN: the whole side is then taken, which loses no edit.
     const double dFirst = dFrom > 0.0 ? std::min(dFrom, dLast + 1.0) : 0.0;
+    // A box before the terrain ends at 0, one behind it begins after the last vertex: both are
+    // empty.
     const double dEnd = dTo < dLast ? std::max(dTo, -1.0) + 1.0 : dLast + 1.0;
     return {static_cast<uint32_t>(dFirst), static_cast<uint32_t>(dEnd)};
 }
@@ -37,7 +39,9 @@ SCellPosition LocateCell(float fPosition, float fSize, uint32_t uCells)
 {
     const double dCells = uCells;
     const double dAt = fPosition / static_cast<double>(fSize) * dCells;
+    // A NaN fails the comparison and counts as the border at 0.
     const double dClamped = dAt > 0.0 ? std::min(dAt, dCells) : 0.0;
+    // The far border belongs to the last cell, at fraction 1.
     const uint32_t uCell = std::min(static_cast<uint32_t>(dClamped), uCells - 1);
     return {uCell, static_cast<float>(dClamped - uCell)};
 }
@@ -231,6 +235,7 @@ void CTerrain::ForgetTexture(const ITexture* pTexture)
 SHeightField CTerrain::ReplaceField(SHeightField&& field)
 {
     TellGoing();
+    // The pyramid needs no call: the reset below makes all heights new to it.
     SHeightField before = std::exchange(m_Field, std::move(field));
     // The overlay lies over the whole terrain: its scale goes with the width.
     m_OverlayTransform.m[2] *= std::fabs(before.size.x / m_Field.size.x);
@@ -257,6 +262,7 @@ float CTerrain::GetHeightAt(float fX, float fZ) const
     const float* pUpper =
         GetHeightData() + static_cast<size_t>(atZ.uCell) * m_Field.uSizeX + atX.uCell;
     const float* pLower = pUpper + m_Field.uSizeX;
+    // In this form a position on a vertex gives the height of that vertex to the last bit.
     const float fUpper = pUpper[0] * (1.0F - atX.fFraction) + pUpper[1] * atX.fFraction;
     const float fLower = pLower[0] * (1.0F - atX.fFraction) + pLower[1] * atX.fFraction;
     return fUpper * (1.0F - atZ.fFraction) + fLower * atZ.fFraction;
@@ -346,6 +352,7 @@ const CHeightPyramid* CTerrain::FetchPyramid() const
     if (TakeDirtyRects(m_PyramidSeen, m_PyramidRects) &&
         !m_Pyramid.Update(GetView(), m_PyramidRects))
     {
+        // The next caller tries again.
         m_PyramidSeen = 0;
         CrashLog("[CTerrain::FetchPyramid] no memory to find points on the ground\n");
         return nullptr;

@@ -65,9 +65,9 @@ public:
     // pTexture is about to be destroyed: the terrain no longer shows it.
     void ForgetTexture(const ITexture* pTexture);
 
-    // Other heights, sizes or size vector in the same terrain; the field as for the constructor.
-    // What modes have set up, and pointers to the terrain that undo records keep, stay good. Gives
-    // the heights of before.
+    // Puts other heights, sizes or another size vector into the same terrain; the field is one as
+    // for the constructor. What modes have set up, and pointers to the terrain that undo records
+    // keep, stay good. Watchers are told that the heights go. Gives the heights of before.
     SHeightField ReplaceField(SHeightField&& field);
 
     // Whether these are the heights and sizes, bit for bit.
@@ -75,7 +75,8 @@ public:
 
     void SetListener(ITerrainListener* pListener) { m_Listener = pListener; } // borrowed; or null
 
-    // Heights beside one another in a row, from a column on; all inside the terrain, finite.
+    // Sets nCount heights beside one another in a row, from a column on. All vertices are inside
+    // the terrain and all heights finite, which is not checked.
     void SetRowHeights(uint32_t uColumn, uint32_t uRow, const float* pHeights, uint32_t nCount);
 
     // All heights, row-major, valid until ReplaceField.
@@ -85,7 +86,8 @@ public:
 
     uint32_t GetVerticesZ() const { return m_Field.uSizeZ; }
 
-    // Bilinear inside the cell; outside, and for NaN, the height at the border.
+    // The height at a position in terrain units, bilinear inside the cell. Positions outside, and
+    // NaN, give the height at the border.
     float GetHeightAt(float fX, float fZ) const;
 
     // Where a half-line (terrain units, a direction of any length) first meets the ground, from
@@ -103,8 +105,9 @@ public:
     // and nothing is written, when there is none.
     bool GetHeightRange(const SVertexRect& rect, float& fMin, float& fMax) const;
 
-    // Unit normal of a vertex inside the terrain, y up. Normals are
-    // computed when they are first asked for and follow the heights at the cost of what changed.
+    // The unit normal of a vertex, y up; straight up outside the terrain and when there is no
+    // memory. Normals are computed when they are first asked for and follow the heights at the cost
+    // of what changed.
     SVec3 GetNormal(uint32_t uX, uint32_t uZ);
 
     // Row-major pairs (x, z) as CNormalField packs them, up to date, valid until the next call.

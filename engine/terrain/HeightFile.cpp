@@ -89,6 +89,7 @@ bool RefuseHeight(const char* pszOperation,
                   uint32_t uSizeX,
                   size_t nFrom)
 {
+    // Looked for only now: the fast check of all heights does not tell which one it is.
     size_t nAt = nFrom;
     while (!IsNotFinite(pHeights[nAt]))
     {
@@ -153,6 +154,7 @@ bool ReadHeights(fs::file& file, const char* pszPath, uint32_t uChecksum, SHeigh
         return Refuse(
             "ReadHeightFile", pszPath, "the checksum does not match, the file is damaged");
     }
+    // Told last: in a damaged file the checksum names the real fault.
     return bFinite || RefuseHeight("ReadHeightFile", pszPath, pHeights, field.uSizeX, 0);
 }
 
@@ -178,6 +180,7 @@ bool ReadHeightFile(const char* pszPath, SHeightField& field)
         return RefuseMissing(OPERATION, pszPath, file);
     }
     SHeader header;
+    // A short file that begins as a height map is damaged; any other one is none.
     const bool bShort = file.read(&header, sizeof(header)) != sizeof(header);
     if (bShort && std::memcmp(header.aMagic, MAGIC, sizeof(MAGIC)) == 0)
     {
@@ -233,6 +236,7 @@ bool WriteHeightFile(
         return RefuseFile(OPERATION, file);
     }
     uint32_t uChecksum = AddToChecksum(0, &header, sizeof(header));
+    // Single writes are not looked at: a fault sticks to the file, and closing it fails.
     file.write(&header, sizeof(header));
     const size_t nCount = static_cast<size_t>(uSizeX) * uSizeZ;
     CProgressSteps progress("Writing heights", nCount);
@@ -241,6 +245,7 @@ bool WriteHeightFile(
         const size_t nBlock = std::min(nCount - nDone, BLOCK_HEIGHTS);
         if (!progress.Reach(nDone))
         {
+            // The old file was not touched yet; what was written for the new one goes.
             file.discard();
             return Refuse(OPERATION, pszPath, CANCELLED);
         }

@@ -38,6 +38,7 @@ FTints MakeTints()
     for (uint32_t i = 0; i < TINT_COUNT; ++i)
     {
         const float fAt = static_cast<float>(i) / (TINT_COUNT - 1);
+        // The search ends before the last stop, which then is the upper one.
         const SStop* pUpper = std::find_if(std::begin(STOPS) + 1,
                                            std::end(STOPS) - 1,
                                            [fAt](const SStop& s) { return s.fAt >= fAt; });
@@ -70,6 +71,7 @@ float GetLight(float fSlopeX, float fSlopeZ)
     float fLight = 0.0F;
     for (const SSun& sun : SUNS)
     {
+        // The cosine between the ground's normal and the sun, divided by that of flat ground.
         const float fFacing = SUN_SLOPE - fSlopeX * sun.fX - fSlopeZ * sun.fZ;
         fLight += sun.fShare * std::max(0.0F, fFacing * fScale / SUN_SLOPE);
     }
@@ -90,6 +92,7 @@ std::vector<SSpan> MakeSpans(uint32_t uVertices, uint32_t uPixels)
 {
     std::vector<SSpan> spans(uPixels);
     const double dCells = uVertices - 1;
+    // The first and the last pixel lie on the first and the last vertex.
     const double dPerPixel = uPixels > 1 ? dCells / (uPixels - 1) : 0.0;
     for (uint32_t i = 0; i < uPixels; ++i)
     {
@@ -132,6 +135,8 @@ std::vector<float> SampleHeights(
     std::vector<float> merged(uSizeX);
     for (uint32_t y = 0; y < uHeight; ++y)
     {
+        // The rows under the pixels become one row of vertices, in loops along memory; its columns
+        // are collected after that.
         const SSpan& span = rows[y];
         std::fill(merged.begin(), merged.end(), 0.0F);
         for (uint32_t i = 0; i < span.uCount; ++i)
@@ -183,9 +188,12 @@ void ShadePixel(
     const SShading& shading, float fHeight, float fSlopeX, float fSlopeZ, uint8_t* pPixel)
 {
     const float fShare = shading.fRange > 0.0F ? (fHeight - shading.fLow) / shading.fRange : 0.0F;
+    // The order of arguments makes the lowest tint of a NaN.
     const float fIndex = std::min(1.0F, std::max(0.0F, fShare)) * (TINT_COUNT - 1) + 0.5F;
     const std::array<float, 3>& tint = shading.tints[static_cast<size_t>(fIndex)];
     const float fLight = GetLight(fSlopeX, fSlopeZ);
+    // Shadows keep some of their tint. What faces the suns more than flat ground goes towards
+    // white.
     const float fShadow = std::min(1.0F, 0.18F + 0.82F * fLight);
     const float fGlare = std::min(0.6F, std::max(0.0F, fLight - 1.0F) * 0.9F);
     for (size_t c = 0; c < 3; ++c)
@@ -206,6 +214,7 @@ void ShadeRow(const SShading& shading,
     const float* pHere = heights.data() + uY * nWidth;
     const float* pAbove = heights.data() + nAbove * nWidth;
     const float* pBelow = heights.data() + nBelow * nWidth;
+    // At the borders the difference is over one pixel only.
     const float fScaleZ = nBelow - nAbove == 2 ? shading.fScaleZ : 2.0F * shading.fScaleZ;
     uint8_t* pPixel = picture.rgb.data() + uY * nWidth * 3;
     for (size_t x = 0; x < nWidth; ++x, pPixel += 3)
@@ -251,6 +260,7 @@ void Render(const float* pHeights,
         SampleHeights(pHeights, uSizeX, uSizeZ, picture.uWidth, picture.uHeight);
     float fLow = options.fLow;
     float fHigh = options.fHigh;
+    // The range of what is shown: means of many vertices reach less far than the vertices.
     if (!(fHigh > fLow))
     {
         const auto [pLow, pHigh] = std::minmax_element(heights.begin(), heights.end());

@@ -31,6 +31,7 @@ std::array<uint32_t, 2> GetCellRange(float fMin, float fMax, double dStep, uint3
     const double dCells = uCells;
     const double dFirst = std::ceil(fMin / dStep - SNAP);
     const double dEnd = std::floor(fMax / dStep + SNAP);
+    // Written so that a NaN bound gives no cells.
     if (!(dFirst < dCells) || !(dEnd > 0.0))
     {
         return {0, 0};
@@ -116,6 +117,7 @@ public:
         uint32_t nRun = 0;
         for (uint32_t x = uMinX; x < uEndX; x += nRun)
         {
+            // Rounded up: the last cell may end behind WRITE_BYTES, for which the buffer has room.
             const auto nRoom =
                 static_cast<uint32_t>((WRITE_BYTES - m_Used + CELL_BYTES - 1) / CELL_BYTES);
             nRun = std::min({uEndX - x, nRoom, RUN_CELLS});
@@ -222,6 +224,7 @@ bool WriteStlFile(const char* pszPath, const SHeightView& view, const SExtents* 
     if (!WriteCells(file, view, cells))
     {
         file.discard();
+        // No failure in the log: the person has asked for it.
         LogR("[WriteStlFile] %s: cancelled\n", pszName);
         return false;
     }

@@ -43,6 +43,7 @@ void CTerrain::TellBefore(const SVertexRect& rect)
 
 void CTerrain::TellGoing()
 {
+    // The list is taken away first: a watcher that is told may ask to be removed.
     const std::vector<ITerrainWatcher*> watchers = std::exchange(m_Watchers, {});
     for (ITerrainWatcher* pWatcher : watchers)
     {

@@ -70,6 +70,7 @@ TELLUR_LOOP_BODY void PlaceEntries(const SBlockEntry* pEntries,
                                    int32_t* pPlaces,
                                    STouched& touched)
 {
+    // Copies, since as far as the compiler knows a write to the places could change touched.
     int32_t iMinX = touched.iMinX;
     int32_t iMinZ = touched.iMinZ;
     int32_t iMaxX = touched.iMaxX;
@@ -110,6 +111,7 @@ SVertexRect CTerrain::GetBlockRect(int iBlockX, int iBlockZ) const
 
 void CTerrain::SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEntries, size_t nCount)
 {
+    // The whole block: which vertices the entries name is known only when they are placed.
     TellBefore(GetBlockRect(iBlockX, iBlockZ));
     const SBlockSide sideX = GetBlockSide(iBlockX, m_Field.uSizeX);
     const SBlockSide sideZ = GetBlockSide(iBlockZ, m_Field.uSizeZ);

@@ -44,6 +44,7 @@ void CCamera::LookFrom(const SVec3& target, float fX, float fZ)
     }
     const float fAheadX = target.x - m_Position.x;
     const float fAheadZ = target.z - m_Position.z;
+    // Yaw 0 looks towards smaller z.
     SetAngles(std::atan2(fAheadX, -fAheadZ) / DEGREE,
               std::atan2(target.y - m_Position.y, fDistance) / DEGREE);
 }
@@ -69,6 +70,7 @@ SVec3 CCamera::GetRight() const
 
 SVec3 CCamera::GetUp() const
 {
+    // The direction forward of a pitch that is 90 degrees higher.
     const float fTilt = -std::sin(m_Pitch * DEGREE);
     return {std::sin(m_Yaw * DEGREE) * fTilt,
             std::cos(m_Pitch * DEGREE),

@@ -24,6 +24,7 @@ CEngineHost::CEngineHost()
 
 CEngineHost::~CEngineHost()
 {
+    // A later engine may have taken the place.
     if (g_Engine == this)
     {
         g_Engine = nullptr;

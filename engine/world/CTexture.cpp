@@ -51,6 +51,8 @@ CTexture::~CTexture()
 
 const uint8_t* CTexture::LockBytes()
 {
+    // Stored grey is handed out as it lies; all else is turned into grey once, until the next
+    // Replace.
     const bool bStoredGrey = m_Image->GetFormat() == EImageFormat::Indexed8 && m_Palette == nullptr;
     if (std::as_const(*m_Image).GetRawData() == nullptr ||
         (!bStoredGrey && m_Grey.empty() && !MakeGrey()))
@@ -83,6 +85,7 @@ bool CTexture::MakeGrey()
     const size_t nTexels = static_cast<size_t>(GetWidth()) * GetHeight();
     if (m_Image->GetFormat() == EImageFormat::Indexed8)
     {
+        // The luminance of each entry is found once and looked up for each texel.
         const std::array<uint8_t, 256> luminances = MakeLuminances(*m_Palette);
         const uint8_t* pIndices = std::as_const(*m_Image).GetRawData();
         m_Grey.resize(nTexels);

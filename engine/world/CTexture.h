@@ -39,7 +39,7 @@ public:
 
     float GetXSize(float fLength, int iRepeats) const override;
 
-    // New contents under the same name. Bytes of a lock end here.
+    // Takes new contents under the same name. Bytes that a lock has given are no longer valid.
     void Replace(std::unique_ptr<IImage> pImage, std::unique_ptr<IPalette> pPalette);
 
     const IImage& GetImage() const { return *m_Image; }

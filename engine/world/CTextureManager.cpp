@@ -29,6 +29,8 @@ CTextureManager::~CTextureManager()
 {
     while (!m_Entries.empty())
     {
+        // Through Release, so that the world forgets each one, however many users have not released
+        // it.
         SEntry& entry = m_Entries.begin()->second;
         entry.uUsers = 1;
         Release(entry.pTexture.get());
@@ -81,6 +83,7 @@ void CTextureManager::Release(ITexture* pTexture)
     {
         return;
     }
+    // Whatever shows it must let go before it is destroyed.
     if (m_World != nullptr)
     {
         m_World->ForgetTexture(pTexture);
@@ -121,6 +124,7 @@ bool CTextureManager::Reload(const char* pszName)
         return false;
     }
     std::unique_ptr<IPalette> pPalette(IL_LoadPalette(texture.GetName()));
+    // The object stays, since its users keep pointers to it, and a bad file leaves its picture.
     texture.Replace(std::move(pImage), std::move(pPalette));
     return true;
 }

@@ -35,6 +35,7 @@ uint32_t CWorld::RegisterTerrainTexture(ITexture* pTexture, const char* pszName)
     {
         return 0;
     }
+    // A handle is never used twice: one that was given back finds nothing.
     ++m_LastHandle;
     m_Shown[m_LastHandle] = {pTexture, pszName != nullptr ? pszName : ""};
     return m_LastHandle;
@@ -54,6 +55,7 @@ void CWorld::ReleaseTexture(ITexture* pTexture)
         CrashLog("[CWorld::ReleaseTexture] not a texture of the world\n");
         return;
     }
+    // Whatever shows it must let go before it is destroyed.
     ForgetTexture(pTexture);
     m_Textures.erase(found);
 }
@@ -96,6 +98,7 @@ IEnvironment* CWorld::GetEnvironment()
 
 Terrain* CWorld::GetTerrain()
 {
+    // Made when it is first asked for, and again when the terrain is another object.
     if (m_bPlain && m_Terrain != nullptr && (m_Plain == nullptr || !m_Plain->IsOf(m_Terrain.get())))
     {
         m_Plain = std::make_unique<CPlainTerrain>(*m_Terrain);
@@ -118,6 +121,7 @@ void CWorld::ReloadTerrain()
     }
     const CUncancellable whole; // the file and the level would differ
     SHeightField field;
+    // With the same heights nobody is told, and all that was made of them stays good.
     if (!ReadHeightFile(strName.c_str(), field) || m_Terrain->IsSameField(field))
     {
         return;
@@ -133,6 +137,7 @@ bool CWorld::CreateTerrain(uint32_t uCellsX, uint32_t uCellsZ, const SVec3& size
 {
     SHeightField field;
     field.size = size;
+    // The cells are checked on their own first, because adding 1 to them could wrap.
     const bool bValid = uCellsX <= TERRAIN_MAX_CELLS && uCellsZ <= TERRAIN_MAX_CELLS &&
                         IsTerrainSizeValid(uCellsX + 1, uCellsZ + 1) && IsSizeVectorValid(size);
     if (!bValid || !field.Allocate(uCellsX + 1, uCellsZ + 1))
@@ -171,6 +176,7 @@ void CWorld::TakeTerrain(SHeightField&& field)
 
 void CWorld::SetTerrainListener(ITerrainListener* pListener)
 {
+    // Kept for terrains that come later as well.
     m_Listener = pListener;
     if (m_Terrain != nullptr)
     {
@@ -180,6 +186,7 @@ void CWorld::SetTerrainListener(ITerrainListener* pListener)
 
 void CWorld::CloseTerrain()
 {
+    // The environment points to the terrain, so it goes first.
     m_Environment.reset();
     m_Terrain.reset();
 }
@@ -210,6 +217,7 @@ void CWorld::ReplaceTerrain(SHeightField&& field)
     }
     if (m_Terrain != nullptr)
     {
+        // The object stays: modes and undo records have pointers to it.
         m_Terrain->ReplaceField(std::move(field));
         return;
     }

@@ -40,24 +40,25 @@ public:
     // logged line and keeps the heights. Cannot be cancelled.
     void ReloadTerrain() override;
 
-    // A new level: uCellsX x uCellsZ cells (1 to 16384 each), all heights 0, no height-map name.
-    // False with one logged line; the level before then stays.
+    // Makes a new level of uCellsX x uCellsZ cells (1 to 16384 each), with all heights 0 and no
+    // height-map name. False with one logged line; the level before then stays.
     bool CreateTerrain(uint32_t uCellsX, uint32_t uCellsZ, const SVec3& size);
 
-    // A level with the terrain of a ".height" file, whose name the environment keeps. False with
-    // one logged line; the level before then stays.
+    // Makes a level with the terrain of a ".height" file, whose name the environment keeps. False
+    // with one logged line; the level before then stays.
     bool OpenTerrain(const char* pszHeightPath);
 
-    // A level with these heights, valid as for CTerrain, and no height-map name.
+    // Makes a level with these heights, valid as for CTerrain, and no height-map name.
     void TakeTerrain(SHeightField&& field);
 
-    // Told of this world's terrain, whichever it is. Borrowed; null: nobody.
+    // Sets who is told when heights of this world's terrain, whichever it is, meet a file. Borrowed
+    // until the next call; null: nobody.
     void SetTerrainListener(ITerrainListener* pListener);
 
     void CloseTerrain(); // no level after this
 
     // From now on GetTerrain gives a terrain that is no ITerrainAccess, as in a host of another
-    // make. Before a level is open.
+    // make. Called before a level is open.
     void ShowPlainTerrain() { m_bPlain = true; }
 
     // pTexture is about to be destroyed: nothing shows it any longer. Handles stay the caller's.
