@@ -198,10 +198,24 @@ bool CLevelDocument::ChangeLevel(const std::function<bool()>& change)
 {
     // The host tells of the other level in the middle of this call, when only the caller knows
     // which file it comes from.
-    m_bOpening = true;
-    const bool bChanged = change();
-    m_bOpening = false;
-    return bChanged;
+    struct SOpening // ends with the call, also when memory runs out in it
+    {
+        explicit SOpening(bool& bOpening)
+            : flag(bOpening)
+        {
+            flag = true;
+        }
+
+        ~SOpening() { flag = false; }
+
+        SOpening(const SOpening&) = delete;
+        SOpening& operator=(const SOpening&) = delete;
+
+        bool& flag;
+    };
+
+    const SOpening opening(m_bOpening);
+    return change();
 }
 
 bool CLevelDocument::Save()

@@ -48,6 +48,16 @@ CPluginLoader::~CPluginLoader()
 
 bool CPluginLoader::Load(const char* pszLibrary)
 {
+    if (!Open(pszLibrary))
+    {
+        return false;
+    }
+    Start();
+    return true;
+}
+
+bool CPluginLoader::Open(const char* pszLibrary)
+{
     if (m_Library != nullptr)
     {
         CrashLog("[CPluginLoader::Load] a plug-in is loaded already\n");
@@ -75,7 +85,8 @@ bool CPluginLoader::Load(const char* pszLibrary)
         CloseLibrary();
         return false;
     }
-    if (!Start(pInitializeMe))
+    m_Plugin = pInitializeMe(&m_Host, PLUGIN_INDEX, &m_Host.GetEngine());
+    if (m_Plugin == nullptr)
     {
         CrashLog("[CPluginLoader::Load] InitializeMe of %s gave no plug-in\n", pszLibrary);
         // The plug-in may have handed over something before it failed.
@@ -86,13 +97,9 @@ bool CPluginLoader::Load(const char* pszLibrary)
     return true;
 }
 
-bool CPluginLoader::Start(FInitializeMe pInitializeMe)
+void CPluginLoader::Start()
 {
-    m_Plugin = pInitializeMe(&m_Host, PLUGIN_INDEX, &m_Host.GetEngine());
-    if (m_Plugin == nullptr)
-    {
-        return false;
-    }
+    m_bStarted = true;
     m_Plugin->RegisterActions();
     m_Plugin->Initialize();
     // What the plug-in could not read of its brushes is kept before a save can replace it.
@@ -105,12 +112,11 @@ bool CPluginLoader::Start(FInitializeMe pInitializeMe)
     {
         m_Plugin->Activate(true);
     }
-    return true;
 }
 
 void CPluginLoader::Unload()
 {
-    if (m_Plugin != nullptr)
+    if (m_bStarted)
     {
         // Stroke, mode and settings come to their end while the plug-in still works; what the host
         // has of it goes after its last call and before its code.
@@ -119,9 +125,13 @@ void CPluginLoader::Unload()
         m_Host.SaveSettings();
         m_Host.ClosePluginView(); // its window is the plug-in's code
         m_Plugin->Shutdown();
+    }
+    if (m_Plugin != nullptr)
+    {
         m_Plugin->OnHostNotify(NOTIFY_HOST_GOES, 0);
         m_Host.DestroyPluginObjects();
         m_Plugin = nullptr;
+        m_bStarted = false;
     }
     CloseLibrary();
 }

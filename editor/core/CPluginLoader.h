@@ -18,6 +18,11 @@ public:
     // pszLibrary: path of the shared library. False with one logged line when a plug-in is loaded
     // already, the library cannot be opened, lacks InitializeMe, or gives no plug-in.
     bool Load(const char* pszLibrary);
+    // The first half of it: the library is open and its object can be asked what it offers, but
+    // nothing has been registered, read or written. False after one logged line.
+    bool Open(const char* pszLibrary);
+    // The other half, after Open.
+    void Start();
     // Leaves the current mode, saves the settings, shuts the plug-in down, destroys what the host
     // has of it and closes the library. Nothing without a plug-in.
     void Unload();
@@ -25,10 +30,10 @@ public:
     IPlugin* GetPlugin() const { return m_Plugin; } // null when none is loaded
 
 private:
-    bool Start(FInitializeMe pInitializeMe);
     void CloseLibrary();
 
     CEditorHost& m_Host;
     void* m_Library = nullptr; // of dlopen
     IPlugin* m_Plugin = nullptr;
+    bool m_bStarted = false;
 };

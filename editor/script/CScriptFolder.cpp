@@ -45,7 +45,7 @@ bool CScriptFolder::NamesWithin(const CTCPARSE_KEYWORD* pFirst,
     bool bNames = false;
     for (; pFirst != nullptr && !bNames; pFirst = pFirst->next)
     {
-        const char* pszFile = GetFile(*pFirst);
+        const char* pszFile = GetFile(*pFirst, nDepth);
         // A name that is not in the script's folder is looked for in the roots.
         bNames = (pszFile != nullptr && (fs::same_file(GetPath(pszFile).c_str(), strPath.c_str()) ||
                                          fs::same_file(pszFile, strPath.c_str()))) ||
@@ -56,37 +56,43 @@ bool CScriptFolder::NamesWithin(const CTCPARSE_KEYWORD* pFirst,
 
 bool CScriptFolder::WouldReplaceScript(const CTCPARSE_KEYWORD& keyword) const
 {
-    const char* pszFile = GetFile(keyword);
-    return pszFile != nullptr && m_Keywords.GetFileUse(keyword) == EKeywordFile::Written &&
+    const char* pszFile = GetFile(keyword, BLOCK_DEPTH);
+    return pszFile != nullptr && GetUse(keyword, BLOCK_DEPTH) == EKeywordFile::Written &&
            fs::same_file(GetPath(pszFile).c_str(), m_Script.c_str());
 }
 
 void CScriptFolder::LocateFiles(CTCPARSE_KEYWORD& keyword) const
 {
-    LocateFile(keyword);
-    LocateWithin(keyword.block, BLOCK_DEPTH);
+    LocateFile(keyword, BLOCK_DEPTH);
+    LocateWithin(keyword.block, BLOCK_DEPTH - 1);
 }
 
 void CScriptFolder::LocateWithin(CTCPARSE_KEYWORD* pFirst, int nDepth) const
 {
-    for (; pFirst != nullptr && nDepth > 0; pFirst = pFirst->next)
+    for (; pFirst != nullptr && nDepth >= 0; pFirst = pFirst->next)
     {
-        LocateFile(*pFirst);
+        LocateFile(*pFirst, nDepth);
         LocateWithin(pFirst->block, nDepth - 1);
     }
 }
 
-const char* CScriptFolder::GetFile(const CTCPARSE_KEYWORD& keyword) const
+EKeywordFile CScriptFolder::GetUse(const CTCPARSE_KEYWORD& keyword, int nDepth) const
+{
+    return nDepth == BLOCK_DEPTH ? m_Keywords.GetFileUse(keyword)
+                                 : m_Keywords.GetFileUseInBlock(keyword);
+}
+
+const char* CScriptFolder::GetFile(const CTCPARSE_KEYWORD& keyword, int nDepth) const
 {
     const CTCPARSE_PARAM* pParam = keyword.params;
     const bool bNamed = pParam != nullptr && pParam->type == tcparse_string &&
-                        m_Keywords.GetFileUse(keyword) != EKeywordFile::None;
+                        GetUse(keyword, nDepth) != EKeywordFile::None;
     return bNamed ? static_cast<const CTCPARSE_STRING*>(pParam)->value : nullptr;
 }
 
-void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword) const
+void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword, int nDepth) const
 {
-    const char* pszName = GetFile(keyword);
+    const char* pszName = GetFile(keyword, nDepth);
     if (pszName == nullptr)
     {
         return;
@@ -94,7 +100,7 @@ void CScriptFolder::LocateFile(CTCPARSE_KEYWORD& keyword) const
     const std::string strName = pszName;
     const std::string strPath = GetPath(strName);
     if (strName.empty() || strPath == strName ||
-        (m_Keywords.GetFileUse(keyword) == EKeywordFile::Read && !fs::exists(strPath.c_str())))
+        (GetUse(keyword, nDepth) == EKeywordFile::Read && !fs::exists(strPath.c_str())))
     {
         return;
     }

@@ -29,8 +29,10 @@ public:
 private:
     bool NamesWithin(const CTCPARSE_KEYWORD* pFirst, const std::string& strPath, int nDepth) const;
     void LocateWithin(CTCPARSE_KEYWORD* pFirst, int nDepth) const;
-    void LocateFile(CTCPARSE_KEYWORD& keyword) const;
-    const char* GetFile(const CTCPARSE_KEYWORD& keyword) const; // null for one that names none
+    void LocateFile(CTCPARSE_KEYWORD& keyword, int nDepth) const;
+    // nDepth: how many blocks may be further in. Null for a keyword that names none.
+    const char* GetFile(const CTCPARSE_KEYWORD& keyword, int nDepth) const;
+    EKeywordFile GetUse(const CTCPARSE_KEYWORD& keyword, int nDepth) const;
 
     const CScriptKeywords& m_Keywords;
     std::string m_Script; // absolute

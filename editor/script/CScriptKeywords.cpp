@@ -10,6 +10,23 @@
 #include <algorithm>
 #include <string_view>
 
+namespace
+{
+
+EKeywordFile FindUse(const std::vector<SScriptKeyword>& keywords, const CTCPARSE_KEYWORD& keyword)
+{
+    for (const SScriptKeyword& known : keywords)
+    {
+        if (IsKeyword(&keyword, known.pszName))
+        {
+            return known.eFile;
+        }
+    }
+    return EKeywordFile::None;
+}
+
+} // namespace
+
 CScriptKeywords::CScriptKeywords(IPlugin* pPlugin)
 {
     for (const SHostKeyword& row : GetHostKeywords())
@@ -60,15 +77,11 @@ const SScriptKeyword* CScriptKeywords::FindOfPlugin(const char* pszName) const
 
 EKeywordFile CScriptKeywords::GetFileUse(const CTCPARSE_KEYWORD& keyword) const
 {
-    for (const auto* pKeywords : {&m_Host, &m_Plugin, &m_Blocks})
-    {
-        for (const SScriptKeyword& known : *pKeywords)
-        {
-            if (IsKeyword(&keyword, known.pszName))
-            {
-                return known.eFile;
-            }
-        }
-    }
-    return EKeywordFile::None;
+    const EKeywordFile eOfHost = FindUse(m_Host, keyword);
+    return eOfHost != EKeywordFile::None ? eOfHost : FindUse(m_Plugin, keyword);
+}
+
+EKeywordFile CScriptKeywords::GetFileUseInBlock(const CTCPARSE_KEYWORD& keyword) const
+{
+    return FindUse(m_Blocks, keyword);
 }

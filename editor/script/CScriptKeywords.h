@@ -9,7 +9,7 @@ class CTCPARSE_KEYWORD;
 class IPlugin;
 
 // The keywords that scripts have with one plug-in: those that the host plays, and those that the
-// plug-in hands out. A copy, so it may outlive both.
+// plug-in hands out. Their texts are the plug-in's, so this goes before its library does.
 class CScriptKeywords
 {
 public:
@@ -23,9 +23,9 @@ public:
     // By its name, letter by letter; null for none of them.
     const SScriptKeyword* FindOfPlugin(const char* pszName) const;
 
-    // What the first argument of a keyword names, in a script or in a block; without regard to
-    // case, as names of files in blocks are read.
+    // What the first argument of a keyword names; without regard to case, as blocks are read.
     EKeywordFile GetFileUse(const CTCPARSE_KEYWORD& keyword) const;
+    EKeywordFile GetFileUseInBlock(const CTCPARSE_KEYWORD& keyword) const;
 
 private:
     std::vector<SScriptKeyword> m_Host;

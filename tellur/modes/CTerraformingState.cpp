@@ -120,6 +120,7 @@ CTerraformingState& GetTerraformingState()
 bool IsTerraformingOn()
 {
     EditorHost* pHost = GetPluginContext()->GetEditorHost();
-    return pHost != nullptr && pHost->GetModeManager()->GetCurrentModeId() ==
-                                   GetPluginPart<IModesPlugin>()->GetTerraformingModeId();
+    const int32_t iMode = GetPluginPart<IModesPlugin>()->GetTerraformingModeId();
+    return pHost != nullptr && iMode != NO_MODE &&
+           pHost->GetModeManager()->GetCurrentModeId() == iMode;
 }

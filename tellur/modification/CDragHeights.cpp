@@ -14,8 +14,6 @@ constexpr int SIDE = SHeightTile::SIDE;
 
 } // namespace
 
-// The ground shows the destination until something else changes heights (m_bShared). From then on
-// what a point writes into the tiles is copied to the ground afterwards.
 CDragHeights::~CDragHeights()
 {
     Close();

@@ -107,7 +107,9 @@ private:
     Terrain* m_pTerrain = nullptr;
     ITerrainAccess* m_pAccess = nullptr; // the same terrain's, until it goes; null: it has none
     ITerrainWatcher* m_pWatcher = nullptr;
-    bool m_bShared = false; // others have changed heights during the drag
+    // Others have changed heights during the drag. From then on the ground may show something else
+    // than the destination, so what a point writes into the tiles is copied to it afterwards.
+    bool m_bShared = false;
     CHeightTiles m_Tiles;
     std::unique_ptr<float[]> m_Whole; // the ground of a terrain without access, as it is shown
     CRows m_SourceRows{*this, false};

@@ -11,15 +11,17 @@
 #include "tellur/resources/FunctionFaces.h"
 #include "tellur/resources/PluginResources.h"
 
-#include <cstring>
+#include <string_view>
 
 namespace
 {
 
-bool HasFunction(const CTellurBrush* pBrush, const char* pszFunction)
+// The class of the brush's function; empty without a brush or a function. A brush without one is
+// logged, so it is asked once.
+std::string_view GetFunctionName(const CTellurBrush* pBrush)
 {
     const char* pszName = pBrush != nullptr ? pBrush->GetFunctionName() : nullptr;
-    return pszName != nullptr && std::strcmp(pszName, pszFunction) == 0;
+    return pszName != nullptr ? pszName : "";
 }
 
 } // namespace
@@ -56,9 +58,10 @@ void CFunctionButtons::Dress()
 
 void CFunctionButtons::Show(const CTellurBrush* pBrush)
 {
+    const std::string_view strName = GetFunctionName(pBrush);
     for (SButton& one : m_Buttons)
     {
-        one.button.SetChecked(HasFunction(pBrush, one.pFace->pszFunction));
+        one.button.SetChecked(strName == one.pFace->pszFunction);
     }
 }
 
@@ -66,7 +69,7 @@ void CFunctionButtons::OnClicked(const char* pszFunction)
 {
     PluginContext* pContext = GetPluginContext();
     auto* pPlugin = GetPluginPart<IPanelPlugin>();
-    if (HasFunction(GetCurrentBrush(), pszFunction) && IsTerraformingOn())
+    if (GetFunctionName(GetCurrentBrush()) == pszFunction && IsTerraformingOn())
     {
         pPlugin->EnableTerraforming(false);
         pContext->SetCurrentBrush(nullptr);

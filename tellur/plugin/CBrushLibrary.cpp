@@ -6,6 +6,7 @@
 #include "tellur/brushes/BrushFileCopy.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/PluginContext.h"
+#include "tellur/functions/CTellurBaseFunction.h"
 #include "tellur/panel/SaveBrushes.h"
 #include "tellur/resources/FunctionFaces.h"
 #include "tellur/stroke/ITellurFunction.h"
@@ -20,6 +21,21 @@ namespace
 constexpr std::string_view SUFFIX = "Function";
 constexpr const char* TOOL_BRUSH_IMAGE = ".\\data\\brushes\\round.png";
 
+// The class of that name that is one of this library's: another plug-in of the process may have one
+// of the same name.
+const CRTTI* FindFunctionClass(const std::string& strName)
+{
+    for (const CRTTI* pClass : CRTTI::GetClasses())
+    {
+        if (strName == pClass->GetClassNameA() &&
+            pClass->IsDerivedFrom(&CTellurBaseFunction::s_RTTI))
+        {
+            return pClass;
+        }
+    }
+    return nullptr;
+}
+
 } // namespace
 
 // The class of each function that has a face makes one; its name in the reflection is that in files
@@ -28,7 +44,7 @@ void CBrushLibrary::CreateFunctions()
 {
     for (const SFunctionFace& face : GetFunctionFaces())
     {
-        const CRTTI* pClass = CRTTI::FindClass((std::string("C") + face.pszFunction).c_str());
+        const CRTTI* pClass = FindFunctionClass(std::string("C") + face.pszFunction);
         CRTTIObject* pObject = pClass != nullptr ? pClass->Create() : nullptr;
         if (!m_FunctionContainer.AddFunction(dynamic_cast<ITellurFunction*>(pObject)))
         {

@@ -11,8 +11,11 @@
 #include "tellur/plugin/CPluginTools.h"
 #include "tellur/resources/PluginResources.h"
 
-CPluginStrokes::CPluginStrokes(CBrushAtHand& brush, CPluginTools& tools)
-    : m_Brush(brush)
+CPluginStrokes::CPluginStrokes(CTerraformingState& terraforming,
+                               CBrushAtHand& brush,
+                               CPluginTools& tools)
+    : m_Terraforming(terraforming)
+    , m_Brush(brush)
     , m_Tools(tools)
 {
 }
@@ -41,8 +44,8 @@ float CPluginStrokes::GetStrokeSpacing()
 const float* CPluginStrokes::GetPressTile(uint32_t uTileX, uint32_t uTileZ)
 {
     static_assert(PRESS_TILE == SHeightTile::SIDE);
-    const CTerraformingState& state = GetTerraformingState();
-    return state.IsDragging() ? state.GetSession()->GetPressTile(uTileX, uTileZ) : nullptr;
+    return m_Terraforming.IsDragging() ? m_Terraforming.GetSession()->GetPressTile(uTileX, uTileZ)
+                                       : nullptr;
 }
 
 bool CPluginStrokes::BeginSmoothing()
@@ -60,14 +63,13 @@ void CPluginStrokes::EndSmoothing()
 
 bool CPluginStrokes::DropDrag()
 {
-    CTerraformingState& state = GetTerraformingState();
-    if (state.GetSession() == nullptr)
+    if (m_Terraforming.GetSession() == nullptr)
     {
         return false;
     }
-    state.GetSession()->RestoreHeights();
+    m_Terraforming.GetSession()->RestoreHeights();
     m_DragStatistics.bLost = true;
-    state.DropSession();
+    m_Terraforming.DropSession();
     // Called where memory ran out, so the tiles that wait for the next drag go, too.
     FreeKeptTiles();
     return true;

@@ -6,13 +6,15 @@
 
 class CBrushAtHand;
 class CPluginTools;
+class CTerraformingState;
 
 // What a view asks to lay the points of a stroke, and what comes of them: the counts of the drag
 // and the outcome of its latest point, which the functions fill through the context.
 class CPluginStrokes : public IPluginStrokes
 {
 public:
-    CPluginStrokes(CBrushAtHand& brush, CPluginTools& tools); // borrowed
+    // All borrowed.
+    CPluginStrokes(CTerraformingState& terraforming, CBrushAtHand& brush, CPluginTools& tools);
 
     SDragStatistics& GetStatistics() { return m_DragStatistics; }
 
@@ -31,6 +33,7 @@ public:
     bool DropDrag() override;
 
 private:
+    CTerraformingState& m_Terraforming;
     CBrushAtHand& m_Brush;
     CPluginTools& m_Tools;
     SDragStatistics m_DragStatistics;

@@ -33,12 +33,9 @@ IPluginImpl::IPluginImpl()
     : SPluginParts(GetBrushes())
     , CPainting(modes)
     , CPluginTools(GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel)
-    , CPluginStrokes(brush, static_cast<CPluginTools&>(*this))
+    , CPluginStrokes(terraforming, brush, static_cast<CPluginTools&>(*this))
     , CPluginScript({GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel})
 {
-    // The store of tiles is made before this object, so that a drag that was never released can
-    // leave its own there when this goes.
-    FreeKeptTiles();
     SetPluginContext(this);
 }
 

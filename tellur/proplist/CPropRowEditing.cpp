@@ -183,6 +183,9 @@ void CPropRowEditing::End()
 
 void CPropRowEditing::Focus(SPropRow& row, bool bLast)
 {
+    // Selecting it ends the editors of another row, which may hand over a value that makes all rows
+    // anew.
+    const auto pKept = row.shared_from_this();
     m_Context.list.SelectItem(row.iItem);
     m_Context.list.EnsureVisible(row.iItem);
     Begin(&row);

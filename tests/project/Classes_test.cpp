@@ -70,7 +70,9 @@ void AddMembers(const std::string& strName, const std::string& strBody, SClass& 
             continue;
         }
         strDeclaration = std::regex_replace(
-            strDeclaration, std::regex("\\b(public|protected|private) *:(?!:)"), "");
+            strDeclaration,
+            std::regex("\\b(public|protected|private) *:(?!:)|\\btemplate *<[^>]*>"),
+            "");
         const std::string strOperation = GetOperation(Trim(strDeclaration));
         const bool bBody = strBody[i] == '{';
         const size_t iEnd = bBody ? SkipBraces(strBody, i) : i + 1;
@@ -92,8 +94,7 @@ void AddFile(const std::string& strFile, Classes& classes)
     static const std::regex s_Class("(?:^|\\n)(?:class|struct) (?:[A-Z_]+ )?(\\w+)(?: final)?"
                                     "(?:\\s*:[^;{]*)?\\n\\{");
     static const std::regex s_Function(
-        "(?:^|\\n)[^\\s#{}/][^;{}]*?(\\w+)::(?:~?\\w+|operator[^(\\n]*)"
-        "\\([^;{}]*\\)[^;{}]*?\\n\\{");
+        "(?:^|\\n)[^\\s#{}/][^;{}\\n]*?(\\w+)::(?:~?\\w+|operator[^(\\n]*)\\(");
     for (std::sregex_iterator it(strCode.begin(), strCode.end(), s_Class), end; it != end; ++it)
     {
         const size_t iOpen = static_cast<size_t>(it->position() + it->length()) - 1;
@@ -102,9 +103,14 @@ void AddFile(const std::string& strFile, Classes& classes)
     }
     for (std::sregex_iterator it(strCode.begin(), strCode.end(), s_Function), end; it != end; ++it)
     {
-        const size_t iOpen = static_cast<size_t>(it->position() + it->length()) - 1;
-        const size_t iEnd = SkipBraces(strCode, iOpen);
-        classes[(*it)[1]].nLines += CountLines(strCode.substr(iOpen + 1, iEnd - iOpen - 2));
+        // An initializer list may have braces of its own; a blank line ends what has no body.
+        const size_t iOpen = strCode.find("\n{\n", static_cast<size_t>(it->position()));
+        const size_t iBlank = strCode.find("\n\n", static_cast<size_t>(it->position()) + 1);
+        if (iOpen < iBlank)
+        {
+            const size_t iEnd = SkipBraces(strCode, iOpen + 1);
+            classes[(*it)[1]].nLines += CountLines(strCode.substr(iOpen + 2, iEnd - iOpen - 3));
+        }
     }
 }
 

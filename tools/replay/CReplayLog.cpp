@@ -35,6 +35,11 @@ bool CReplayLog::Open(const char* pszPath)
     return true;
 }
 
+void CReplayLog::ShowCollected() const
+{
+    std::fputs(m_Collected.c_str(), stderr);
+}
+
 void CReplayLog::Write(const char* pszText)
 {
     if (m_File == nullptr)

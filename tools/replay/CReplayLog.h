@@ -22,6 +22,8 @@ public:
     // Opens the file and writes what was kept. pszPath: absolute. A plain file that is there loses
     // what it holds, anything else is written through. Answers false when it cannot be opened.
     bool Open(const char* pszPath);
+    // Writes what was kept to stderr, where no file is going to have it.
+    void ShowCollected() const;
     void Write(const char* pszText) override;
     // Answers false when any of the log could not be written so far; true without a file.
     bool Flush();

@@ -71,7 +71,7 @@ const char* SReplayOptions::GetUsage()
 {
     return "usage: tellur-replay SCRIPT [--out FILE.height] [--log FILE] [--stats FILE.json]\n"
            "                     [--root DIR] [--plugin PATH] [--plain-terrain]\n"
-           "       tellur-replay --declarations | --help | --version\n"
+           "       tellur-replay --declarations [--plugin PATH] | --help | --version\n"
            "\n"
            "Plays a script of mouse and keyboard events into the terrain-editing plug-in.\n"
            "\n"
@@ -84,7 +84,8 @@ const char* SReplayOptions::GetUsage()
            "  --plain-terrain     show the plug-in a terrain without direct access to its "
            "heights,\n"
            "                      as another host may; strokes give the same heights\n"
-           "  --declarations      print the declarations that a script starts with\n"
+           "  --declarations      print the declarations that a script for the plug-in starts "
+           "with\n"
            "  -h, --help          show this text\n"
            "  --version           show the version\n"
            "\n"

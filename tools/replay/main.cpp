@@ -101,10 +101,10 @@ std::string GetPlugin(const SReplayOptions& options)
                                      : options.strPlugin;
 }
 
-bool Load(CPluginLoader& loader, const SReplayOptions& options, std::string& strFault)
+bool OpenPlugin(CPluginLoader& loader, const SReplayOptions& options, std::string& strFault)
 {
     const std::string strPlugin = GetPlugin(options);
-    const bool bLoaded = loader.Load(strPlugin.c_str());
+    const bool bLoaded = loader.Open(strPlugin.c_str());
     strFault = bLoaded ? "" : strPlugin + ": cannot be loaded, see the log";
     return bLoaded;
 }
@@ -116,7 +116,7 @@ int PrintDeclarations(const SReplayOptions& options)
     CEditorHost host(face);
     CPluginLoader loader(host);
     std::string strFault;
-    if (!Load(loader, options, strFault))
+    if (!OpenPlugin(loader, options, strFault))
     {
         return Report(EXIT_UNUSABLE, strFault);
     }
@@ -185,7 +185,8 @@ bool MayBeNamed(const SReplayOptions& options)
            ReadStart(options.strScript, MOST).find(strName) != std::string::npos;
 }
 
-// What keywords are is the plug-in's to say, so it is loaded before anything is judged or written.
+// Which keywords name files is the plug-in's to say, so it is opened before that is judged. It
+// starts when nothing stands against it, since a start reads and may mend its library of brushes.
 int Play(const SReplayOptions& options, CReplayLog& log)
 {
     std::unique_ptr<CTCPARSE_KEYWORD> pScript;
@@ -198,7 +199,7 @@ int Play(const SReplayOptions& options, CReplayLog& log)
         host.GetEngine().GetCWorld().ShowPlainTerrain();
     }
     CPluginLoader loader(host);
-    if (bReady && !Load(loader, options, strFault))
+    if (bReady && !OpenPlugin(loader, options, strFault))
     {
         bReady = false;
     }
@@ -211,6 +212,10 @@ int Play(const SReplayOptions& options, CReplayLog& log)
     }
     if (!bReady && MayBeNamed(options))
     {
+        if (pScript != nullptr) // the plug-in is what fails
+        {
+            log.ShowCollected();
+        }
         return Report(EXIT_UNUSABLE, strFault + ", and " + options.strLog + " stays as it is");
     }
     if (!options.strLog.empty() && !log.Open(GetAbsolutePath(options.strLog).c_str()))
@@ -221,6 +226,7 @@ int Play(const SReplayOptions& options, CReplayLog& log)
     {
         return Report(EXIT_UNUSABLE, strFault);
     }
+    loader.Start();
     face.SetWorld(host.GetEngine().GetWorld());
     CScriptPlayer player(
         host, face.GetCursor(), CHeadlessFace::VIEW, loader.GetPlugin(), options.strScript);

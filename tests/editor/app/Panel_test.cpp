@@ -239,6 +239,7 @@ TEST_F(CPanel, ABrushIsMadeByTheKeyboardAlone)
     {
         Key("Tab"); // over the functions that are left, to the grid
     }
+    ASSERT_TRUE(Item(2123).hasFocus());
     Do({"key", "Tab", "key", "Down"}); // its first editor, the mode
     EXPECT_EQ(GetProperty("m_Mode"), "mode_min");
     Key("Tab");

@@ -167,6 +167,7 @@ TEST_F(HeightExport, AFileThatIsCutOrHasAFlippedByteIsRefusedOrGivesAWholeGrid)
         const std::string strWhole = format.pDecode != nullptr ? ReadBytes(strPath) : "";
         const std::vector<float> whole =
             strWhole.empty() ? std::vector<float>() : DecodeAny(format, strWhole);
+        ASSERT_TRUE(format.pDecode == nullptr || !whole.empty());
         // The start of bare samples may be a smaller grid, and the last number of a text another.
         const bool bSame = format.pRecognise != nullptr && format.eByteOrder != EByteOrder::None;
         for (size_t nAt = 0; nAt < strWhole.size(); ++nAt)
@@ -244,21 +245,27 @@ TEST_F(HeightExport, AFaultIsOneLineAndLeavesTheOldFile)
         EXPECT_EQ(m_Log.TakeLines(),
                   std::vector<std::string>{"[PlanExport] " + Path(pszExtension) + ": " + strFault});
     }
+    const std::vector<float> square(9, 1.0F); // which every format takes
     for (const SElevationFormat& format : GetElevationFormats())
     {
         const std::string strExtension = std::string(".") + format.extensions[0];
         SCOPED_TRACE(strExtension);
+        const auto expectFailedWrite = [&](const std::string& strPath)
+        {
+            EXPECT_FALSE(Export(strPath, square, 3, {1, 1, 1}, {}));
+            const std::vector<std::string> lines = m_Log.TakeLines();
+            ASSERT_EQ(lines.size(), 1U);
+            EXPECT_EQ(lines[0].find("[PlanExport]"), std::string::npos) << lines[0];
+        };
         // A folder of that name cannot be replaced.
         const std::string strFolder = Path((".folder" + strExtension).c_str());
         WriteBytes(strFolder + "/old", "old");
-        EXPECT_FALSE(Export(strFolder, heights, 3, {1, 1, 1}, {}));
-        EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+        expectFailedWrite(strFolder);
         EXPECT_EQ(ReadBytes(strFolder + "/old"), "old");
         // The full device takes nothing.
         const std::string strLink = Path((".full" + strExtension).c_str());
         std::filesystem::create_symlink("/dev/full", strLink);
-        EXPECT_FALSE(Export(strLink, heights, 3, {1, 1, 1}, {}));
-        EXPECT_EQ(m_Log.TakeLines().size(), 1U);
+        expectFailedWrite(strLink);
     }
 }
 

@@ -129,6 +129,7 @@ TEST(ImageLibrary, NamesTheFileAndTheFaultOfALoad)
     WriteFile(Folder.Path("short.tga"), {0, 0, 2});
     WriteFile(Folder.Path("odd.tga"), Bytes(100, 9));
     std::filesystem::create_directory(Folder.Path("folder.png"));
+    EXPECT_EQ(ListImageNames(false), "PNG, JPEG, TGA, BMP or DDS");
     const std::string strForeign = "not a " + ListImageNames(false) + " file";
     EXPECT_EQ(strForeign.find("not a PNG, JPEG, TGA, BMP"), 0U);
     const std::pair<const char*, std::string> Cases[] = {

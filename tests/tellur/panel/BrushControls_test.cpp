@@ -247,6 +247,11 @@ TEST_F(CBrushControls, FunctionButtonsSwitchTheToolAndTheMode)
     EXPECT_FALSE(IsTerraforming());
     Find(PANEL_BLUR)->clearFocus();
     EXPECT_EQ(Look(PANEL_BLUR), off);
+    CTellurBrush bare; // of no function: none of the buttons is its own, and one line says so
+    m_Log.Clear();
+    m_Plugin->SetCurrentBrush(&bare);
+    EXPECT_EQ(m_Log.TakeLines(), (Lines{"[CTellurBrush::GetFunctionName] no function"}));
+    m_Plugin->SetCurrentBrush(nullptr);
     EnterSilentMode(7)->bMayLeave = false; // the host refuses: nothing looks pressed that is not
     Click(PANEL_BLUR);
     EXPECT_STREQ(Brush()->GetFunctionName(), "BlurFunction");

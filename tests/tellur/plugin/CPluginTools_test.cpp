@@ -111,7 +111,20 @@ TEST_F(CPluginToolsTest, ValuesStayInTheirRanges)
 
 TEST_F(CPluginToolsTest, OnlyWhatHasAnInverseOrAHeightOrKeysSaysSo)
 {
-    for (const SToolOffer& tool : m_Plugin->GetTools())
+    // The places of the six on the panel, in menus and under the digits.
+    const char* places[] = {"BlurFunction",
+                            "PointHeightFunction",
+                            "SetHeightFunction",
+                            "RelativeHeightFunction",
+                            "PosterizeFunction",
+                            "RampFunction"};
+    const std::vector<SToolOffer> tools = m_Plugin->GetTools();
+    ASSERT_GE(tools.size(), std::size(places));
+    for (size_t i = 0; i < std::size(places); ++i)
+    {
+        EXPECT_STREQ(tools[i].pszFunction, places[i]);
+    }
+    for (const SToolOffer& tool : tools)
     {
         const std::string strName = tool.pszFunction;
         ASSERT_TRUE(m_Plugin->TakeTool(tool.pszFunction));

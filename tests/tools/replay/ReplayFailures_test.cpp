@@ -116,6 +116,17 @@ TEST(ReplayFailures, AFailedRunLeavesEveryFileAsItWas)
     EXPECT_EQ(runner.GetNames(), before);
 }
 
+TEST(ReplayFailures, WhatIsRefusedOrOnlyAskedStartsNoPlugin)
+{
+    const CReplayRunner runner;
+    WriteBytes(runner.Path("PredefinedBrushes__Copy.ini"), "!brush()\n"); // a start takes it back
+    WriteBytes(runner.Path("s.tellur"), runner.Run({"--declarations"}).strOut + "save( \"a\" )");
+    const std::vector<std::string> before = runner.GetNames();
+    EXPECT_EQ(runner.Run({"s.tellur", "--log", "a"}).iExitCode, 2);
+    EXPECT_EQ(runner.Run({"--declarations", "--plugin", "none.so"}).iExitCode, 2);
+    EXPECT_EQ(runner.GetNames(), before);
+}
+
 TEST(ReplayFailures, UsageAndUnusableScriptsAreCodeTwo)
 {
     const CReplayRunner runner;
