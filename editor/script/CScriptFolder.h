@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 class CScriptKeywords;
 class CTCPARSE_KEYWORD;
+enum class EKeywordFile : uint8_t;
 
 // The folder that relative paths of a script count from.
 class CScriptFolder

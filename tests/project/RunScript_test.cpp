@@ -180,6 +180,20 @@ TEST_F(Scripts, BenchTellsWhatEveryProgramMeasuredAndFailsWithTheFirstThatFails)
     EXPECT_NE(ReadBytes(m_Folder.Path(strPicture.c_str())).find(">2,048</text>"),
               std::string::npos);
 
+    AddProgram("build/release/bin/b_bench", "echo broken; kill -SEGV $$");
+    const SRun quick = Run("./bench --quick");
+    EXPECT_NE(quick.nExitCode, 0);
+    EXPECT_NE(quick.strOutput.find(" 1 --bench"), std::string::npos) << quick.strOutput;
+    EXPECT_NE(quick.strOutput.find("broken"), std::string::npos) << quick.strOutput;
+    EXPECT_EQ(quick.strOutput.find("view "), std::string::npos) << quick.strOutput;
+}
+
+TEST_F(Scripts, BenchReportPutsTheRowsOfACardIntoThePage)
+{
+    AddScript("cmake/bench-report");
+    WriteBytes(m_Folder.Path("docs/performance.md"),
+               "<!-- figures: view -->\nkept\n<!-- end -->\n"
+               "<!-- figures: view-card -->\nold\n<!-- end -->\n");
     WriteBytes(m_Folder.Path("card.json"),
                R"({"context": {"num_cpus": 4, "mhz_per_cpu": 2100, "date": "2026-11-27T10"},)"
                R"("benchmarks": [{"name": "Frame/terrain:513", "real_time": 3, "time_unit": "ms",)"
@@ -188,13 +202,8 @@ TEST_F(Scripts, BenchTellsWhatEveryProgramMeasuredAndFailsWithTheFirstThatFails)
     const std::string strCard = ReadBytes(m_Folder.Path("docs/performance.md"));
     EXPECT_NE(strCard.find("4 processors of 2,100 MHz, 2026-11-27\n"), std::string::npos);
     EXPECT_NE(strCard.find("\n| Frame, terrain 513 | 2.50 ms |"), std::string::npos) << strCard;
-
-    AddProgram("build/release/bin/b_bench", "echo broken; kill -SEGV $$");
-    const SRun quick = Run("./bench --quick");
-    EXPECT_NE(quick.nExitCode, 0);
-    EXPECT_NE(quick.strOutput.find(" 1 --bench"), std::string::npos) << quick.strOutput;
-    EXPECT_NE(quick.strOutput.find("broken"), std::string::npos) << quick.strOutput;
-    EXPECT_EQ(quick.strOutput.find("view "), std::string::npos) << quick.strOutput;
+    EXPECT_NE(strCard.find("kept"), std::string::npos);
+    EXPECT_EQ(strCard.find("old"), std::string::npos);
 }
 
 } // namespace
