@@ -28,7 +28,7 @@ struct SHostKeyword
 {
     SScriptKeyword keyword;
     // call: with the arguments that the keyword names. False with one line in strWhy.
-    bool (*pPlay)(SScriptPlaying& playing, const CScriptCall& call, std::string& strWhy);
+    bool (*pPlay)(SScriptPlaying& playing, const CScriptCall& call, std::string& strWhy) = nullptr;
 };
 
 // In the order in which scripts declare them.

@@ -192,7 +192,9 @@ bool PlayResolution(const SScriptParts& /*parts*/,
 struct SRow
 {
     SScriptKeyword keyword;
-    bool (*pPlay)(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, std::string& strWhy);
+    bool (*pPlay)(const SScriptParts& parts,
+                  const CTCPARSE_KEYWORD& keyword,
+                  std::string& strWhy) = nullptr;
 };
 
 constexpr SRow ROWS[] = {

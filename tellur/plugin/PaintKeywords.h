@@ -24,7 +24,7 @@ struct SPaintKeyword
     bool (*pPlay)(CTerrain2DDrawDlg& dialog,
                   CModeEditTerrainType& mode,
                   const CTCPARSE_PARAM* pParam,
-                  std::string& strWhy);
+                  std::string& strWhy) = nullptr;
 };
 
 std::span<const SPaintKeyword> GetPaintKeywords();
