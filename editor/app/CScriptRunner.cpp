@@ -29,6 +29,19 @@ CScriptRunner::CScriptRunner(QWidget& window,
 {
 }
 
+CScriptPlayer CScriptRunner::MakePlayer(CScriptCursor& cursor,
+                                        const std::string& strPath,
+                                        std::function<void()> onPlayed)
+{
+    m_Face.SetScript(&cursor);
+    return {m_Editor.GetHost(),
+            cursor,
+            m_Views.GetActiveId(),
+            m_Editor.GetPlugin(),
+            strPath,
+            std::move(onPlayed)};
+}
+
 EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault)
 {
     std::unique_ptr<CTCPARSE_KEYWORD> pScript;
@@ -37,20 +50,16 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
         return EScriptEnd::Unusable;
     }
     CScriptCursor cursor;
-    // While the script is played, keys and picked points are the script's and not the person's.
-    m_Face.SetScript(&cursor);
-    CScriptPlayer player(m_Editor.GetHost(),
-                         cursor,
-                         m_Views.GetActiveId(),
-                         m_Editor.GetPlugin(),
-                         strPath,
-                         [this]
-                         {
-                             // A person sees each keyword at work; what is pressed meanwhile waits
-                             // until the script is over.
-                             m_Views.RequestFrames();
-                             QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-                         });
+    CScriptPlayer player =
+        MakePlayer(cursor,
+                   strPath,
+                   [this]
+                   {
+                       // A person sees each keyword at work; what is pressed meanwhile waits until
+                       // the script is over.
+                       m_Views.RequestFrames();
+                       QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+                   });
     const uint64_t uLevel = m_Editor.GetDocument().GetGeneration();
     const bool bPlayed = player.Play(pScript.get(), strFault);
     m_Face.SetScript(nullptr);
@@ -65,12 +74,7 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
 bool CScriptRunner::Recover(const SRecoverable& entry)
 {
     CScriptCursor cursor;
-    m_Face.SetScript(&cursor);
-    CScriptPlayer player(m_Editor.GetHost(),
-                         cursor,
-                         m_Views.GetActiveId(),
-                         m_Editor.GetPlugin(),
-                         entry.strStem + ".tellur");
+    CScriptPlayer player = MakePlayer(cursor, entry.strStem + ".tellur");
     const auto play = [&player](CTCPARSE_KEYWORD* pFirst, std::string& strFault)
     {
         return player.Play(pFirst, strFault);

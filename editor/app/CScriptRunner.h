@@ -7,6 +7,8 @@
 
 class CEditor;
 class CEditorFace;
+class CScriptCursor;
+class CScriptPlayer;
 class CStatusLine;
 class CViewArea;
 class QWidget;
@@ -33,6 +35,11 @@ public:
     bool Recover(const SRecoverable& entry);
 
 private:
+    // A player into the active view. While it plays, keys and picked points are the cursor's and
+    // not the person's, until the face is told otherwise. onPlayed: runs after each keyword.
+    CScriptPlayer MakePlayer(CScriptCursor& cursor,
+                             const std::string& strPath,
+                             std::function<void()> onPlayed = {});
     void ReportRecovered(size_t nSteps, size_t nAll, const std::string& strFault);
 
     QWidget& m_Window;

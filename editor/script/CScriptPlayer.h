@@ -28,6 +28,8 @@ public:
                   IPlugin* pPlugin,
                   const std::string& strScriptPath,
                   std::function<void()> onPlayed = {});
+    CScriptPlayer(const CScriptPlayer&) = delete; // its parts refer to one another
+    CScriptPlayer& operator=(const CScriptPlayer&) = delete;
 
     // Plays the chain that starts at pFirst (null: nothing to do) and stops at the first keyword
     // that fails; strFault is then one line that names the file, the keyword and why. File names of
