@@ -9,7 +9,8 @@
 // Order of calls for one stroke: BeginSmoothing where it is to smooth; GetStrokeSpacing; the press;
 // then for each position GetPressTile, to aim at, which may come from within the plug-in's
 // PickTerrain, and the move; TakePointOutcome after the press, each move and the release, to tell
-// the person; the release; EndSmoothing. TakeDragStatistics before the press, to forget what was,
+// the person; the release; EndSmoothing. SetPointForm before any of the events, for those that
+// follow it. TakeDragStatistics before the press, to forget what was,
 // and after the release. DropDrag in place of the release, after a call of the plug-in has ended in
 // std::bad_alloc; a release that follows is ignored.
 
@@ -47,6 +48,23 @@ struct SPointOutcome
     float fValue = 0.0F; // the fade distance, the vertical distance, or the height of the limit
 };
 
+// How the brush is put down at a point.
+struct SPointForm
+{
+    float fPower = 1.0F; // 0 to 1, times the brush's power; of what is painted, too
+    // The brush image turned or mirrored: an offset (x, z) on the ground times this matrix is the
+    // one on the image. Rows of length 1. The footprint stays a square along the axes, so what is
+    // turned beyond it is cut off. Not of what is painted.
+    float fXX = 1.0F;
+    float fXZ = 0.0F;
+    float fZX = 0.0F;
+    float fZZ = 1.0F;
+
+    bool IsTurned() const { return fXX != 1.0F || fXZ != 0.0F || fZX != 0.0F || fZZ != 1.0F; }
+
+    bool operator==(const SPointForm& other) const = default;
+};
+
 class IPluginStrokes
 {
 public:
@@ -67,6 +85,9 @@ public:
     virtual SPointOutcome TakePointOutcome() = 0;
     // Gives the counters of the drags since the last query, and clears them.
     virtual SDragStatistics TakeDragStatistics() = 0;
+    // For the points that come, until other ones are said. Tools whose work is not put down point
+    // by point take the image and power as they are.
+    virtual void SetPointForm(const SPointForm& form) = 0;
     // For the drag that comes next the current brush is one that smooths, with the extent and the
     // mask of the one at hand. EndSmoothing, after the drag, makes that one current again unless
     // another one has become current. False, and nothing happens, during a drag and without a tool.

@@ -27,6 +27,7 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     , m_Level(parts.editor, parts.documents, parts.onLevel)
     , m_Camera(parts.views, parts.plugin)
     , m_Brush(parts.editor, parts.views, parts.plugin)
+    , m_Form(parts.window, parts.views, parts.settings.input.form)
 {
     QMenuBar& bar = *m_Window.menuBar();
     m_File.AddTo(*bar.addMenu("&File"), m_Commands);
@@ -36,7 +37,9 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     m_View.AddDocks(*pView, m_Window);
     m_Level.AddTo(*bar.addMenu("&Level"), m_Commands);
     m_Camera.AddTo(*bar.addMenu("&Camera"), m_Commands);
-    m_Brush.AddTo(*bar.addMenu("&Brush"), m_Commands);
+    QMenu* pBrush = bar.addMenu("&Brush");
+    m_Brush.AddTo(*pBrush, m_Commands);
+    m_Form.AddTo(*pBrush, m_Commands);
     // Last, when all menus are there that the plug-in may want its own to lie in.
     m_Plugin.AddMenus(m_Window, *bar.addMenu("&Tools"));
     m_Plugin.AddToolBars(m_Window);

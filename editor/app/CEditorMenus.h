@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/app/CBrushFormCommands.h"
 #include "editor/app/CCameraCommands.h"
 #include "editor/app/CEditCommands.h"
 #include "editor/app/CFileCommands.h"
@@ -51,4 +52,5 @@ private:
     CLevelCommands m_Level;
     CCameraCommands m_Camera;
     CToolCommands m_Brush;
+    CBrushFormCommands m_Form;
 };

@@ -47,6 +47,8 @@ public:
     // has changed.
     void RepeatHover();
 
+    void SetPressure(float fPressure) { m_Stroke.SetPressure(fPressure); } // see CViewStroke
+
     bool IsStroking() const { return m_eGesture == EGesture::Stroke; }
 
     bool IsIdle() const { return m_eGesture == EGesture::None; }

@@ -6,6 +6,7 @@
 #include "editor/app/CViewKeys.h"
 
 #include <QMouseEvent>
+#include <QTabletEvent>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -92,6 +93,15 @@ bool CViewMouse::Release(const QMouseEvent& event, double fScale)
                            static_cast<float>(at.x()),
                            static_cast<float>(at.y()),
                            GetFlags(event.modifiers()));
+}
+
+void CViewMouse::Pen(const QTabletEvent& event)
+{
+    const bool bRelease = event.type() == QEvent::TabletRelease;
+    if (event.buttons() != Qt::NoButton && !bRelease) // lifted, it has no pressure to go by
+    {
+        m_Input.SetPressure(static_cast<float>(event.pressure()));
+    }
 }
 
 void CViewMouse::Wheel(const QWheelEvent& event, double fScale)

@@ -9,6 +9,7 @@ class CCursorNote;
 class CViewInput;
 class CViewKeys;
 class QMouseEvent;
+class QTabletEvent;
 class QWheelEvent;
 
 // Gives the window system's events of the mouse in one view to whoever they are meant for: the
@@ -26,6 +27,8 @@ public:
     bool Move(const QMouseEvent& event, double fScale);
     // True when it was a click that asks for the context menu.
     bool Release(const QMouseEvent& event, double fScale);
+    // Takes the pressure of a pen; what else it does comes as an event of the mouse.
+    void Pen(const QTabletEvent& event);
     void Wheel(const QWheelEvent& event, double fScale);
 
     // The middle of the device pixel that a position lies in.

@@ -47,6 +47,7 @@ CViewStroke::CViewStroke(CEditorHost& host,
     , m_Hand(hand)
     , m_Sampler([this](float fX, float fY, SVec3& hit) { return Aim(fX, fY, hit); },
                 [this](const SStrokePoint& point) { SendMove(point); })
+    , m_Forms(settings.form)
 {
 }
 
@@ -94,6 +95,8 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     // A stroke that joins the one before begins at the end of that one: the plug-in gets this
     // ground when it asks what the press has hit.
     m_pSentGround = bJoint ? &from : nullptr;
+    m_Forms.Begin(fX, fY, m_bPath);
+    m_Host.GetInput().SetPointForm(m_Forms.Make(fX, fY, m_bPressHit ? &m_PressHit : nullptr));
     SendAt(fX,
            fY,
            [&]
@@ -108,7 +111,21 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     }
     else if (m_bSculpts && m_Host.GetInput().IsDragging())
     {
-        m_Sampler.SendPress();
+        m_bPressWaits = m_Forms.NeedsWay() && press.bHit;
+        m_PressPoint = press;
+        if (!m_bPressWaits)
+        {
+            m_Sampler.SendPress();
+        }
+    }
+}
+
+void CViewStroke::SendHeldPress(const SVec3& next)
+{
+    if (std::exchange(m_bPressWaits, false))
+    {
+        m_Forms.SetWay(m_PressHit, next);
+        SendMove(m_PressPoint);
     }
 }
 
@@ -168,6 +185,7 @@ bool CViewStroke::Move(float fX, float fY, uint32_t uFlags, int iWheel)
         return false;
     }
     m_Sampler.SetSpacing(m_Settings.bSampleStrokes ? GetSpacing() : 0.0F);
+    m_Forms.GoTo(fX, fY);
     if (!FollowLine(fX, fY))
     {
         m_Sampler.Move(fX, fY, iWheel);
@@ -223,6 +241,7 @@ void CViewStroke::Release(float fX, float fY, uint32_t uFlags)
     {
         m_Sampler.Cancel(); // the cursor is beside the line
     }
+    SendHeldPress(m_PressHit); // it was a click, which leads nowhere
     m_Sampler.Release(fX, fY);
     SendAt(fX,
            fY,
@@ -287,6 +306,8 @@ void CViewStroke::Finish()
         m_Hand.SetEnd(m_Host.GetUndoStack().GetStateId(), m_LastGround);
     }
     m_bOn = false;
+    m_bPressWaits = false;
+    m_Forms.End();
     if (std::exchange(m_bSmoothing, false))
     {
         m_Strokes->EndSmoothing();
@@ -307,11 +328,17 @@ void CViewStroke::SendMove(const SStrokePoint& point)
 {
     if (point.bHit)
     {
+        SendHeldPress(point.hit);
+    }
+    if (point.bHit)
+    {
         m_LastGround = point.hit;
         m_bLastGround = true;
         m_PressHit = m_bPressHit ? m_PressHit : point.hit; // the press was in the sky
         m_bPressHit = true;
     }
+    m_Host.GetInput().SetPointForm(
+        m_Forms.Make(point.fX, point.fY, point.bHit ? &point.hit : nullptr));
     SendAt(point.fX,
            point.fY,
            [&]
@@ -337,9 +364,11 @@ void CViewStroke::SendGround(const SVec3& point)
     {
         return;
     }
+    SendHeldPress(ground);
     m_LastGround = ground;
     m_bLastGround = true;
     m_pSentGround = &ground;
+    m_Host.GetInput().SetPointForm(m_Forms.Make(m_HereX, m_HereY, &ground));
     const int32_t iX = GetPixel(m_SentX);
     const int32_t iY = GetPixel(m_SentY);
     m_Host.GetInput().SendMouseMove(

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/app/SHandState.h"
+#include "editor/view/CPointForms.h"
 #include "editor/view/CStrokeLine.h"
 #include "editor/view/CStrokeSampler.h"
 #include "editor/view/CViewNavigator.h"
@@ -16,8 +17,9 @@ class IPluginTools;
 // What a view's user has chosen; shared by all views.
 struct SInputSettings
 {
-    bool bSampleStrokes = true;  // strokes do not depend on how often the mouse reports
-    bool bAimAtPress = true;     // and not on the hill that they raise under the cursor
+    bool bSampleStrokes = true; // strokes do not depend on how often the mouse reports
+    bool bAimAtPress = true;    // and not on the hill that they raise under the cursor
+    SFormSettings form;
     int32_t iSpacingPercent = 0; // of the brush, between two points; 0: as its shape asks for
 
     static constexpr int32_t MOST_SPACING = 100;
@@ -48,6 +50,10 @@ public:
     bool Cancel();
     void End(); // the stroke ends and keeps what it has done
 
+    // Of a pen, 0 to 1, for what the hand does next; that of a mouse comes back with the end of the
+    // stroke.
+    void SetPressure(float fPressure) { m_Forms.SetPressure(fPressure); }
+
     bool IsOn() const { return m_bOn; }
 
     void Hover(float fX, float fY, uint32_t uFlags);
@@ -69,6 +75,7 @@ private:
     float GetSpacing() const; // terrain units; 0: each position is a point
     void ChooseSpacing(float fSpacing, float fExtent);
     void SendMove(const SStrokePoint& point);
+    void SendHeldPress(const SVec3& next);
     void SendGround(const SVec3& point); // its height is looked up; nothing off the terrain
     bool DropToGround(SVec3& point) const;
     void DrawJoint(const SVec3& from, float fX, float fY);
@@ -85,6 +92,7 @@ private:
     SHandState& m_Hand;
     CStrokeSampler m_Sampler;
     CStrokeLine m_Line;
+    CPointForms m_Forms;
     CStillGround m_Still;
     bool m_bOn = false;
     bool m_bPath = false;      // the tool works along the path
@@ -99,6 +107,9 @@ private:
     float m_SentX = 0.0F;       // of the last event, more exact than its pixel
     float m_SentY = 0.0F;
     const SVec3* m_pSentGround = nullptr; // what the event that is being sent points at
+    // The point of the press waits for the next one, towards which the brush turns.
+    bool m_bPressWaits = false;
+    SStrokePoint m_PressPoint;
     bool m_bPressHit = false;
     SVec3 m_PressHit; // where the stroke meets the ground first
     bool m_bLastGround = false;

@@ -15,6 +15,7 @@
 #include <QMouseEvent>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
+#include <QTabletEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -224,6 +225,12 @@ void CViewWidget::mouseReleaseEvent(QMouseEvent* pEvent)
     {
         m_Events.onMenu(m_View, pEvent->globalPosition().toPoint());
     }
+}
+
+void CViewWidget::tabletEvent(QTabletEvent* pEvent)
+{
+    m_Mouse.Pen(*pEvent);
+    pEvent->ignore(); // an event of the mouse follows, with all that belongs to it
 }
 
 void CViewWidget::wheelEvent(QWheelEvent* pEvent)

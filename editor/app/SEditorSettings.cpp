@@ -33,6 +33,11 @@ void SEditorSettings::Load(const std::string& strFile)
     ReadBool(file, "input/sample_strokes", input.bSampleStrokes);
     ReadBool(file, "input/aim_at_press", input.bAimAtPress);
     ReadNumber(file, "input/spacing_percent", input.iSpacingPercent);
+    ReadBool(file, "pen/pressure", input.form.bPen);
+    ReadNumber(file, "pen/curve", input.form.fPenCurve);
+    ReadNumber(file, "brush/turn_degrees", input.form.fDegrees);
+    int iTurn = 0;
+    ReadNumber(file, "brush/turn", iTurn);
     ReadBool(file, "input/keyboard_navigation", bKeyboardNavigation);
     ReadBool(file, "view/grid", render.bGrid);
     ReadNumber(file, "view/sun_yaw", render.fSunYaw);
@@ -46,6 +51,11 @@ void SEditorSettings::Load(const std::string& strFile)
     render.fTypeBlend = std::clamp(render.fTypeBlend, 0.0F, 1.0F);
     render.fSunPitch = std::clamp(render.fSunPitch, 0.0F, 90.0F);
     input.iSpacingPercent = std::clamp(input.iSpacingPercent, 0, SInputSettings::MOST_SPACING);
+    input.form.fPenCurve =
+        std::clamp(input.form.fPenCurve, -SFormSettings::MOST_CURVE, SFormSettings::MOST_CURVE);
+    input.form.fDegrees = std::clamp(input.form.fDegrees, 0.0F, SFormSettings::FULL_TURN);
+    input.form.eTurn =
+        static_cast<EBrushTurn>(std::clamp(iTurn, 0, static_cast<int>(EBrushTurn::Random)));
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
     iUndoMegabytes = std::clamp(iUndoMegabytes, 0, MOST_MEGABYTES);
 }
@@ -56,6 +66,10 @@ bool SEditorSettings::Save(const std::string& strFile) const
     file.setValue("input/sample_strokes", input.bSampleStrokes);
     file.setValue("input/aim_at_press", input.bAimAtPress);
     file.setValue("input/spacing_percent", input.iSpacingPercent);
+    file.setValue("pen/pressure", input.form.bPen);
+    file.setValue("pen/curve", static_cast<double>(input.form.fPenCurve));
+    file.setValue("brush/turn_degrees", static_cast<double>(input.form.fDegrees));
+    file.setValue("brush/turn", static_cast<int>(input.form.eTurn));
     file.setValue("input/keyboard_navigation", bKeyboardNavigation);
     file.setValue("view/grid", render.bGrid);
     file.setValue("view/sun_yaw", static_cast<double>(render.fSunYaw));

@@ -5,7 +5,6 @@
 #include "editor/core/CPluginRegistry.h"
 #include "framework/core/IFrontEnd.h"
 #include "host/IPlugin.h"
-#include "host/IPluginStrokes.h"
 #include "host/Log.h"
 
 #include <utility>
@@ -95,6 +94,15 @@ void CHostInput::SendButtonUp(ViewId view, uint32_t uFlags, const SButtonBlock& 
     FinishDrag(view, uFlags, block);
 }
 
+void CHostInput::SetPointForm(const SPointForm& form)
+{
+    m_PointForm = form;
+    if (auto* pStrokes = m_Registry.FindInterface<IPluginStrokes>())
+    {
+        pStrokes->SetPointForm(form);
+    }
+}
+
 void CHostInput::FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& block)
 {
     const bool bDragging = IsDragging();
@@ -105,6 +113,7 @@ void CHostInput::FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& bl
               {.eKind = EHostEvent::ButtonUp, .view = view, .uFlags = uFlags},
               [&](IPlugin& plugin)
               { plugin.OnLButtonUp(view, uFlags, block.x, block.y, block.dx, block.dy); });
+    SetPointForm({});
     if (bDragging)
     {
         GetFrontEnd().ReleaseCapture(); // the mode took it, and gives it back only as it likes
@@ -141,6 +150,7 @@ void CHostInput::OnNoMemory(const char* pszOperation)
               });
         GetFrontEnd().ReleaseCapture();
     }
+    SetPointForm({});
     if (bDropped)
     {
         m_Observers.Tell({.eKind = EHostEvent::DragDropped});

@@ -2,6 +2,7 @@
 
 #include "editor/core/IHostObserver.h"
 #include "host/EditorHost.h"
+#include "host/IPluginStrokes.h"
 
 #include <cstdint>
 #include <new>
@@ -30,6 +31,11 @@ public:
                        const SWheelBlock& wheel,
                        const SStepBlock& step);
     void SendButtonUp(ViewId view, uint32_t uFlags, const SButtonBlock& block);
+    // How the brush is put down at the points that come, until the release that ends the drag.
+    void SetPointForm(const SPointForm& form);
+
+    const SPointForm& GetPointForm() const { return m_PointForm; }
+
     void SendAction(ViewId view, int32_t iAction, uint32_t uCount);
     // Runs a plug-in's command by its global number. False when it is no plug-in's.
     bool SendCommand(uint32_t uCommand);
@@ -41,7 +47,11 @@ public:
     void EndDrag();
 
     // For when the plug-ins go: a drag is forgotten, and its release is sent to nobody.
-    void ForgetDrag() { m_DragView = NO_VIEW; }
+    void ForgetDrag()
+    {
+        m_DragView = NO_VIEW;
+        m_PointForm = {};
+    }
 
     bool IsDragging() const { return m_DragView != NO_VIEW; }
 
@@ -79,5 +89,6 @@ private:
     CChangeCount& m_Changes;
     SHostEvent m_Event;          // the one that the plug-ins see at present
     ViewId m_DragView = NO_VIEW; // the view a button is held in
+    SPointForm m_PointForm;      // as the plug-ins have it
     SButtonBlock m_DragPoint;    // where the cursor was last during that drag
 };

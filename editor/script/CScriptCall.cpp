@@ -90,6 +90,12 @@ SVec3 CScriptCall::GetVec3(size_t iPlace) const
     return {pVec->x, pVec->y, pVec->z};
 }
 
+SVec4 CScriptCall::GetVec4(size_t iPlace) const
+{
+    const auto* pVec = static_cast<const CTCPARSE_VEC4*>(GetParam(iPlace));
+    return {pVec->x, pVec->y, pVec->z, pVec->w};
+}
+
 std::string CScriptCall::GetText() const
 {
     std::string strText = m_Keyword.name;

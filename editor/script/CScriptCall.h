@@ -24,6 +24,7 @@ public:
     float GetFloat(size_t iPlace) const;
     const char* GetString(size_t iPlace) const;
     SVec3 GetVec3(size_t iPlace) const;
+    SVec4 GetVec4(size_t iPlace) const;
 
     // The call as a person reads it, as in "move( 1, 2.5, 3 )"; long ones are cut. One line.
     std::string GetText() const;

@@ -73,6 +73,7 @@ void CScriptWriter::Begin(uint64_t uPainted)
     m_State.clear();
     m_Keys.clear();
     m_bKeys = false;
+    m_Form = {};
     m_bDrag = false;
     m_bByHeights = false;
     SetSteps(0, 0);
@@ -173,10 +174,30 @@ void CScriptWriter::WriteKeys()
     }
 }
 
+void CScriptWriter::WriteForm()
+{
+    const SPointForm& form = m_EventForm;
+    std::string strText;
+    if (form.fPower != m_Form.fPower)
+    {
+        strText += "pressure( " + MakeExactNumber(form.fPower) + " )\n";
+    }
+    SPointForm turn = m_Form;
+    turn.fPower = form.fPower;
+    if (form != turn)
+    {
+        strText += "turn( [" + MakeExactNumber(form.fXX) + ", " + MakeExactNumber(form.fXZ) + ", " +
+                   MakeExactNumber(form.fZX) + ", " + MakeExactNumber(form.fZZ) + "] )\n";
+    }
+    m_Form = form;
+    m_Sink.Append(strText);
+}
+
 void CScriptWriter::OnBeforeEvent(const SHostEvent& event)
 {
     // The keys as the plug-in will see them: during the event they may be let go.
     m_EventKeys = GetKeys();
+    m_EventForm = m_Host.GetInput().GetPointForm(); // a release puts it back
     m_PaintedBefore = GetBitmapRevision();
     const bool bPress = event.eKind == EHostEvent::ButtonDown;
     // The actions behind this one move cameras, which is nothing to the ground.
@@ -228,6 +249,7 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
         m_bStale = true;
         m_bDrag = false;
         m_bByHeights = false;
+        m_Form = {};
         m_State.clear(); // what was written with the stroke may go with it
         m_bKeys = false;
         break;
@@ -249,6 +271,7 @@ bool CScriptWriter::WriteDrag(const SHostEvent& event)
     if (!m_bByHeights)
     {
         WriteKeys();
+        WriteForm();
         WriteMouse(event);
     }
     if (bPainting) // what the stroke did is in the script
@@ -257,6 +280,7 @@ bool CScriptWriter::WriteDrag(const SHostEvent& event)
     }
     if (event.eKind == EHostEvent::ButtonUp)
     {
+        m_Form = {}; // the release makes it so for whoever plays the script, too
         m_bDrag = false;
         m_PaintUndos = bPainting ? std::min(m_PaintUndos + 1, PAINT_STEPS) : m_PaintUndos;
         m_PaintRedos = bPainting ? 0 : m_PaintRedos;

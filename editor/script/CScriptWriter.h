@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/core/IHostObserver.h"
+#include "host/IPluginStrokes.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -65,6 +66,7 @@ private:
     bool CanSculpt() const; // or paint
     void WriteChanges();    // terrain and plug-in as they are, where the script has them otherwise
     void WriteKeys();
+    void WriteForm();
     void WriteMouse(const SHostEvent& event);
     bool WriteDrag(const SHostEvent& event);
     void EndDrag();
@@ -84,6 +86,8 @@ private:
     std::string m_Keys;          // held, as the script has them
     bool m_bKeys = false;        // the script has said so
     std::string m_EventKeys;     // held when the event came
+    SPointForm m_EventForm;      // of points, then
+    SPointForm m_Form;           // of points, as the script has it
     bool m_bDrag = false;        // the script has a press without its release
     bool m_bFresh = true;        // the brush of whoever plays the script has made no stroke yet
     bool m_bByHeights = false;   // the drag is written as what it did

@@ -108,6 +108,36 @@ bool PlayKeys(SScriptPlaying& playing, const CScriptCall& call, std::string& str
     return bKnown;
 }
 
+bool PlayPressure(SScriptPlaying& playing, const CScriptCall& call, std::string& strWhy)
+{
+    SPointForm form = playing.host.GetInput().GetPointForm();
+    form.fPower = call.GetFloat(0);
+    const bool bShare = form.fPower >= 0.0F && form.fPower <= 1.0F; // false for no number, too
+    strWhy = bShare ? "" : "must be 0 to 1";
+    if (bShare)
+    {
+        playing.host.GetInput().SetPointForm(form);
+    }
+    return bShare;
+}
+
+bool PlayTurn(SScriptPlaying& playing, const CScriptCall& call, std::string& strWhy)
+{
+    const SVec4 turn = call.GetVec4(0);
+    for (const float fElement : {turn.x, turn.y, turn.z, turn.w})
+    {
+        if (!(std::fabs(fElement) <= 1.0F)) // no number is refused, too
+        {
+            strWhy = "elements are -1 to 1";
+            return false;
+        }
+    }
+    const SPointForm form = {
+        playing.host.GetInput().GetPointForm().fPower, turn.x, turn.y, turn.z, turn.w};
+    playing.host.GetInput().SetPointForm(form);
+    return true;
+}
+
 template <EMouseEvent eEvent, ECursorTarget eTarget>
 bool PlayMouse(SScriptPlaying& playing, const CScriptCall& call, std::string& strWhy)
 {
@@ -219,6 +249,8 @@ constexpr SHostKeyword KEYWORDS[] = {
     {{"open", "s", EKeywordFile::Read}, &PlayOpen},
     {{"heights", "iis"}, &PlayHeights},
     {{"keys", "s"}, &PlayKeys},
+    {{"pressure", "f"}, &PlayPressure},
+    {{"turn", "w"}, &PlayTurn},
     {{"press", "ff"}, &PlayMouse<EMouseEvent::Press, ECursorTarget::Position>},
     {{"move", "ffi"}, &PlayMouse<EMouseEvent::Move, ECursorTarget::Position>},
     {{"release", "ff"}, &PlayMouse<EMouseEvent::Release, ECursorTarget::Position>},

@@ -4,12 +4,27 @@
 #include "host/Log.h"
 #include "host/ShapeSampling.h"
 #include "tellur/brushes/CTellurBitmap.h"
+#include "tellur/brushes/TurnedShape.h"
+#include "tellur/context/PluginContext.h"
 #include "tellur/modification/CVertDataSet.h"
 #include "tellur/stroke/ITellurFunction.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
+
+namespace
+{
+
+// As the host wants the points that come; plain where nobody is there to want anything.
+const SPointForm& GetPointForm()
+{
+    static const SPointForm PLAIN;
+    const PluginContext* pContext = GetPluginContext();
+    return pContext != nullptr ? pContext->GetPointForm() : PLAIN;
+}
+
+} // namespace
 
 CTellurBrush::CTellurBrush() = default;
 
@@ -104,6 +119,7 @@ bool CTellurBrush::Render(ITerrainModification* pModification, const SVec3* pPic
 void CTellurBrush::SetBitmap(CTellurBitmap* pBitmap)
 {
     m_Bitmap.reset(pBitmap);
+    m_Turned.reset();
     m_BitmapChanged = true;
 }
 
@@ -133,6 +149,7 @@ bool CTellurBrush::LoadBitmap(const char* pszPath)
     {
         m_Bitmap = std::make_unique<CTellurBitmap>();
     }
+    m_Turned.reset();
     m_BitmapChanged = true;
     return m_Bitmap->Load(pszPath);
 }
@@ -193,14 +210,45 @@ SExtents& CTellurBrush::GetExtents(
     return clipped;
 }
 
+// The image that gives the weights of a point: turned once for all points of one form.
+CTellurBitmap* CTellurBrush::GetShapeImage(const SPointForm& form) const
+{
+    if (!form.IsTurned() || m_Bitmap == nullptr || std::as_const(*m_Bitmap).GetImage() == nullptr)
+    {
+        return m_Bitmap.get();
+    }
+    const bool bNew = m_Turned == nullptr;
+    if (bNew)
+    {
+        m_Turned.reset(m_Bitmap->Clone());
+    }
+    if (m_Turned->GetImage() == nullptr) // no memory for the copy
+    {
+        m_Turned.reset();
+        return m_Bitmap.get();
+    }
+    SPointForm turn = form;
+    turn.fPower = 1.0F; // means nothing to the image
+    if (bNew || turn != m_TurnedForm)
+    {
+        TurnShape(*std::as_const(*m_Bitmap).GetImage(), turn, *m_Turned->GetImage());
+        m_TurnedForm = turn;
+    }
+    return m_Turned.get();
+}
+
 void CTellurBrush::CalculateWeights(CVertDataSet& set, const SVec3& center)
 {
-    set.GetDataFromBitmap(center, m_Extent, m_Bitmap.get(), m_PowerModifier, m_Hardness);
+    const SPointForm& form = GetPointForm();
+    set.GetDataFromBitmap(
+        center, m_Extent, GetShapeImage(form), m_PowerModifier * form.fPower, m_Hardness);
 }
 
 bool CTellurBrush::GetShape(SBrushShape& shape) const
 {
-    const IImage* pImage = GetBitmapImage();
+    const SPointForm& form = GetPointForm();
+    const CTellurBitmap* pBitmap = GetShapeImage(form);
+    const IImage* pImage = pBitmap != nullptr ? pBitmap->GetImage() : nullptr;
     const uint8_t* pPixels = pImage != nullptr ? pImage->GetRawData() : nullptr;
     // A mask is asked vertex by vertex, so a brush with one is not told in numbers.
     if (pPixels == nullptr || std::fabs(m_Extent) < SHAPE_LEAST_SIDE || IsMaskActing())
@@ -211,7 +259,7 @@ bool CTellurBrush::GetShape(SBrushShape& shape) const
              static_cast<int>(pImage->GetWidth()),
              static_cast<int>(pImage->GetHeight()),
              m_Extent,
-             m_PowerModifier,
+             m_PowerModifier * form.fPower,
              m_Hardness};
     return shape.iWidth > 0 && shape.iHeight > 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/IPluginStrokes.h"
 #include "tellur/stroke/ITellurBrush.h"
 
 #include <memory>
@@ -112,6 +113,7 @@ public:
     bool Load(const CTCPARSE_KEYWORD* pBlock) override;
 
 private:
+    CTellurBitmap* GetShapeImage(const SPointForm& form) const;
     void ReleaseMask();
     bool LoadFunction(const CTCPARSE_KEYWORD* pKey);
     bool LoadKey(const CTCPARSE_KEYWORD* pKey);
@@ -126,6 +128,9 @@ private:
     std::unique_ptr<CTellurBitmap> m_Bitmap;
     std::unique_ptr<ITellurFunction> m_Function;
     bool m_BitmapChanged = false;
+    // The image as the latest points had it turned; null until one has.
+    mutable std::unique_ptr<CTellurBitmap> m_Turned;
+    mutable SPointForm m_TurnedForm;
     ITexture* m_MaskTexture = nullptr; // one reference at the host's texture manager
     std::string m_MaskPath;
     bool m_MaskEnabled = false;

@@ -8,6 +8,7 @@ class EngineHost;
 class Terrain;
 class World;
 struct SDragStatistics;
+struct SPointForm;
 struct SPointOutcome;
 struct SToolTipText;
 
@@ -33,7 +34,8 @@ public:
     virtual bool UpdateTerrainNormals() = 0; // the terrain's answer; false without one
 
     virtual SDragStatistics& GetDragStatistics() = 0;
-    virtual SPointOutcome& GetPointOutcome() = 0; // of the latest point
+    virtual SPointOutcome& GetPointOutcome() = 0;       // of the latest point
+    virtual const SPointForm& GetPointForm() const = 0; // of those that come
 
     // The text of a control from the plug-in's string table; false when the tool is no control.
     virtual bool GetToolTipText(SToolTipText& tip) const = 0;

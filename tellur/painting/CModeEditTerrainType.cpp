@@ -254,7 +254,8 @@ void CModeEditTerrainType::Paint(const SExtents& box)
 {
     if (IPaintLayer* pLayer = GetPaintLayer())
     {
-        pLayer->Paint(box, m_Function, m_Power, m_Hardness);
+        const float fPower = m_Power * GetPluginContext()->GetPointForm().fPower;
+        pLayer->Paint(box, m_Function, fPower, m_Hardness);
         // A layer without an image has painted nothing.
         m_bUnsaved = m_bUnsaved || pLayer->GetImage() != nullptr;
         ++m_Revision;

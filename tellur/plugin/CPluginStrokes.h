@@ -20,6 +20,8 @@ public:
 
     SPointOutcome& GetOutcome() { return m_PointOutcome; }
 
+    const SPointForm& GetForm() const { return m_PointForm; }
+
     // IPluginStrokes
     float GetStrokeSpacing() override;
     const float* GetPressTile(uint32_t uTileX, uint32_t uTileZ) override;
@@ -27,6 +29,8 @@ public:
     SPointOutcome TakePointOutcome() override { return std::exchange(m_PointOutcome, {}); }
 
     SDragStatistics TakeDragStatistics() override { return std::exchange(m_DragStatistics, {}); }
+
+    void SetPointForm(const SPointForm& form) override { m_PointForm = form; }
 
     bool BeginSmoothing() override;
     void EndSmoothing() override;
@@ -38,4 +42,5 @@ private:
     CPluginTools& m_Tools;
     SDragStatistics m_DragStatistics;
     SPointOutcome m_PointOutcome;
+    SPointForm m_PointForm;
 };

@@ -147,6 +147,8 @@ public:
 
     SPointOutcome& GetPointOutcome() override { return GetOutcome(); }
 
+    const SPointForm& GetPointForm() const override { return GetForm(); }
+
     bool GetToolTipText(SToolTipText& tip) const override;
 
     // IFunctionSource

@@ -127,6 +127,15 @@ protected:
         for (int i = 0; i < nMoves; ++i)
         {
             Point();
+            if (m_Numbers.Int(0, 3) == 0)
+            {
+                const auto element = [this]
+                {
+                    return m_Numbers.Float(-1.0F, 1.0F);
+                };
+                m_Host.GetInput().SetPointForm(
+                    {m_Numbers.Float(0.0F, 1.0F), element(), element(), element(), element()});
+            }
             m_Host.GetInput().SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, m_Numbers.Int(-9, 9)});
             if (m_Numbers.Int(0, 9) == 0)
             {

@@ -1,0 +1,123 @@
+#include "editor/app/CPenDialog.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QSlider>
+#include <QTabletEvent>
+
+#include <optional>
+
+namespace
+{
+
+constexpr int CURVE_STEPS = 20; // of the slider, to either side
+constexpr int PICTURE_SIDE = 160;
+
+// The power for each pressure, from left to right.
+class CCurvePicture : public QWidget
+{
+public:
+    CCurvePicture(QWidget* pParent, const SFormSettings& settings)
+        : QWidget(pParent)
+        , m_Settings(settings)
+    {
+        setObjectName("pen-curve");
+        setAccessibleName("Power for the pressure of the pen");
+        setToolTip("Press with the pen here to try it");
+        setMinimumSize(PICTURE_SIDE, PICTURE_SIDE);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*pEvent*/) override
+    {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.fillRect(rect(), palette().base());
+        painter.setPen(palette().color(QPalette::Mid));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        QPolygonF curve;
+        for (int iX = 0; iX < width(); ++iX)
+        {
+            curve << GetPlace(static_cast<float>(iX) / static_cast<float>(width() - 1));
+        }
+        painter.setPen(QPen(palette().color(QPalette::Text), 2.0));
+        painter.drawPolyline(curve);
+        if (m_Pressure)
+        {
+            painter.setBrush(palette().highlight());
+            painter.drawEllipse(GetPlace(*m_Pressure), 5.0, 5.0);
+        }
+    }
+
+    void tabletEvent(QTabletEvent* pEvent) override
+    {
+        m_Pressure = static_cast<float>(pEvent->pressure());
+        pEvent->accept();
+        update();
+    }
+
+private:
+    QPointF GetPlace(float fPressure) const
+    {
+        const auto fPower = static_cast<double>(m_Settings.GetPower(fPressure));
+        return {static_cast<double>(fPressure) * (width() - 1), (1.0 - fPower) * (height() - 1)};
+    }
+
+    const SFormSettings& m_Settings;
+    std::optional<float> m_Pressure;
+};
+
+} // namespace
+
+CPenDialog::CPenDialog(QWidget* pParent, SFormSettings& settings)
+    : QDialog(pParent)
+    , m_Settings(settings)
+    , m_Shown(settings)
+    , m_pUse(new QCheckBox("The pressure of the pen scales the &power of the brush", this))
+    , m_pCurve(new QSlider(Qt::Horizontal, this))
+{
+    setWindowTitle("Pen");
+    auto* pForm = new QFormLayout(this);
+    pForm->addRow(m_pUse);
+    auto* pPicture = new CCurvePicture(this, m_Shown);
+    pForm->addRow(pPicture);
+    pForm->addRow("&Light touch strong, or weak:", m_pCurve);
+    m_pUse->setChecked(settings.bPen);
+    m_pCurve->setAccessibleName("Curve of the pressure");
+    m_pCurve->setRange(-CURVE_STEPS, CURVE_STEPS);
+    m_pCurve->setValue(
+        static_cast<int>(settings.fPenCurve / SFormSettings::MOST_CURVE * CURVE_STEPS));
+    connect(m_pUse,
+            &QCheckBox::toggled,
+            this,
+            [this, pPicture](bool bOn)
+            {
+                m_Shown.bPen = bOn;
+                m_pCurve->setEnabled(bOn);
+                pPicture->update();
+            });
+    connect(m_pCurve,
+            &QSlider::valueChanged,
+            this,
+            [this, pPicture](int iValue)
+            {
+                m_Shown.fPenCurve =
+                    static_cast<float>(iValue) * SFormSettings::MOST_CURVE / CURVE_STEPS;
+                pPicture->update();
+            });
+    m_pCurve->setEnabled(settings.bPen);
+    auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    connect(pButtons, &QDialogButtonBox::accepted, this, &CPenDialog::accept);
+    connect(pButtons, &QDialogButtonBox::rejected, this, &CPenDialog::reject);
+    pForm->addRow(pButtons);
+}
+
+void CPenDialog::accept()
+{
+    m_Settings.bPen = m_Shown.bPen;
+    m_Settings.fPenCurve = m_Shown.fPenCurve;
+    QDialog::accept();
+}
