@@ -237,9 +237,10 @@ bool CToolBrushes::IsAsFitted(const STool& tool)
 
 void CToolBrushes::OnBrushTaken(const char* pszName, const char* pszFunction)
 {
-    const auto tool = std::find_if(m_Tools.begin(),
-                                   m_Tools.end(),
-                                   [&](const STool& one) { return one.strFunction == pszFunction; });
+    const auto tool =
+        std::find_if(m_Tools.begin(),
+                     m_Tools.end(),
+                     [&](const STool& one) { return one.strFunction == pszFunction; });
     SToolSizes sizes;
     if (tool == m_Tools.end() || !m_pTools->GetToolSizes(pszFunction, sizes))
     {

@@ -71,7 +71,7 @@ private:
     bool m_bMayReplace = true; // the file was understood, or is kept aside
     SReadyBrushes m_Ready;
     std::vector<STool> m_Tools;
-    SVec3 m_FittedSize; // of the terrain that the tools were last fitted to
+    SVec3 m_FittedSize;            // of the terrain that the tools were last fitted to
     std::string m_CommandFunction; // of the tool at hand when a command began
     SToolSizes m_CommandSizes;     // its sizes then
 };

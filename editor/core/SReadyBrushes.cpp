@@ -54,9 +54,10 @@ SSizeShare ReadShare(const CTCPARSE_KEYWORD& keyword)
     SSizeShare share;
     const CTCPARSE_PARAM* pKind = GetNext(keyword.params);
     const std::string strKind = GetText(pKind);
-    const auto* pFound = std::find_if(std::begin(KINDS),
-                                      std::end(KINDS),
-                                      [&](const SKindName& kind) { return strKind == kind.pszName; });
+    const auto* pFound =
+        std::find_if(std::begin(KINDS),
+                     std::end(KINDS),
+                     [&](const SKindName& kind) { return strKind == kind.pszName; });
     share.eKind = pFound != std::end(KINDS) ? pFound->eKind : EAmountKind::None;
     share.fExtent = GetShare(GetNext(pKind));
     share.fAmount = GetShare(GetNext(GetNext(pKind)));
@@ -101,9 +102,8 @@ SReadyBrush ReadBrush(const CTCPARSE_KEYWORD& brush)
 
 bool SReadyBrush::IsOf(const std::string& strOtherFunction, const SToolSizes& sizes) const
 {
-    const bool bAmount =
-        std::isnan(sizes.fAmount) ||
-        std::find(fields.begin(), fields.end(), sizes.fAmount) != fields.end();
+    const bool bAmount = std::isnan(sizes.fAmount) ||
+                         std::find(fields.begin(), fields.end(), sizes.fAmount) != fields.end();
     // Libraries round to five digits behind the point.
     const bool bExtent = std::fabs(fExtent - sizes.fExtent) < fExtent * ROUNDING;
     return strFunction == strOtherFunction && bExtent && bAmount;

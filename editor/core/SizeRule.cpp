@@ -9,7 +9,8 @@
 namespace
 {
 
-constexpr float FLAT_SHARE = 0.01F; // of the limit
+// Of the limit. The first hills on flat ground are no measure for the next ones yet.
+constexpr float FLAT_SHARE = 0.05F;
 constexpr float FEWEST_LEVELS = 2.0F;
 constexpr float MOST_LEVELS = 1000.0F;
 
@@ -111,15 +112,16 @@ SToolSizes FitSizes(const SSizeShare& share, const SGroundSize& ground)
     case EAmountKind::Height:
     case EAmountKind::Pick:
     case EAmountKind::Plateau:
-        sizes.fAmount = std::min(RoundToDigits(ground.fLowest + fAmount, ground.fRange), ground.fLimit);
+        sizes.fAmount =
+            std::min(RoundToDigits(ground.fLowest + fAmount, ground.fRange), ground.fLimit);
         sizes.bPicksHeight = share.eKind == EAmountKind::Pick ||
                              (share.eKind == EAmountKind::Plateau && !ground.bFlat);
         break;
     case EAmountKind::Levels:
-        sizes.fAmount = fAmount > 0.0F ? std::clamp(std::round(ground.fLimit / fAmount),
-                                                    FEWEST_LEVELS,
-                                                    MOST_LEVELS)
-                                       : FEWEST_LEVELS;
+        sizes.fAmount =
+            fAmount > 0.0F
+                ? std::clamp(std::round(ground.fLimit / fAmount), FEWEST_LEVELS, MOST_LEVELS)
+                : FEWEST_LEVELS;
         break;
     }
     return sizes;

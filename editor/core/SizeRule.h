@@ -32,13 +32,13 @@ struct SGroundSize
     float fLimit = 0.0F;  // of heights
     float fLowest = 0.0F; // of the vertices that can be edited
     float fRange = 0.0F;  // lowest to highest of these; the limit on flat ground
-    bool bFlat = true;    // the range is less than a hundredth of the limit
+    bool bFlat = true;    // the range is less than a twentieth of the limit
 };
 
 // Costs what changed since the terrain was asked for ranges last; where some vertices cannot be
 // edited, a look at the ranges of its blocks.
 SGroundSize MeasureGround(const CTerrain& terrain);
 
-// Sizes are rounded to three digits, as a person would type them; the amount of EAmountKind::None is
-// no number.
+// Sizes are rounded to three digits, as a person would type them; the amount of EAmountKind::None
+// is no number.
 SToolSizes FitSizes(const SSizeShare& share, const SGroundSize& ground);

@@ -30,7 +30,11 @@ class CReadyBrushes : public CPanel
 protected:
     CReadyBrushes() { m_bTools = true; }
 
-    void Open(uint32_t uX, uint32_t uZ, const SVec3& size, const std::function<float(uint32_t)>& at)
+    void Open(uint32_t uX,
+              uint32_t uZ,
+              const SVec3& size,
+              const std::function<float(uint32_t)>& at,
+              bool bStep = false)
     {
         SHeightField field;
         ASSERT_TRUE(field.Allocate(uX, uZ));
@@ -39,7 +43,8 @@ protected:
         {
             field.pHeights[i] = at(static_cast<uint32_t>(i));
         }
-        GetHost().TakeLevel(std::move(field));
+        bStep ? GetHost().GetLevelHeights().Replace(std::move(field), "Import")
+              : GetHost().TakeLevel(std::move(field));
         m_Window->GetViews().FrameAll();
         Settle();
     }
@@ -50,16 +55,18 @@ protected:
         Open(65,
              65,
              {1000.0F, 2000.0F, 1000.0F},
-             [](uint32_t i)
-             { return i == 0 ? -1.0F : 300.0F + 200.0F * std::sin(static_cast<float>(i % 65) / 4); });
+             [](uint32_t i) {
+                 return i == 0 ? -1.0F : 300.0F + 200.0F * std::sin(static_cast<float>(i % 65) / 4);
+             });
         ASSERT_NO_FATAL_FAILURE(Raise(1, 500.0F));
         ASSERT_NO_FATAL_FAILURE(Raise(2, 100.0F));
     }
 
-    // Longer than wide, and without relief.
-    void OpenFlat()
+    // Longer than wide, and without relief. bStep: as an import into the level that is open.
+    void OpenFlat(bool bStep = false)
     {
-        Open(33, 129, {800.0F, 300.0F, 4000.0F}, [](uint32_t) { return 20.0F; });
+        Open(
+            33, 129, {800.0F, 300.0F, 4000.0F}, [](uint32_t) { return 20.0F; }, bStep);
     }
 
     void Raise(uint32_t uColumn, float fHeight)
@@ -197,6 +204,10 @@ void CReadyBrushes::WorkWithButtons()
     const float fMost = Dab();
     EXPECT_GT(fMost, 5.0F);
     EXPECT_LE(fMost, 12.0F);
+    ASSERT_NO_FATAL_FAILURE(OpenFlat(true));
+    EXPECT_EQ(Extent(), 48.0F);
+    Key("ctrl+z");
+    EXPECT_EQ(Extent(), 60.0F) << "the other ground is back";
     Key("3");
     Click(GetView(1));
     EXPECT_NE(Amount(), 120.0F) << "what a stroke picks is no change of the tool";
