@@ -4,9 +4,15 @@
 #include <string>
 #include <vector>
 
-// The library of defined brushes. See IPlugin.h for how a host gets it. The host calls it on the UI
-// thread: GetBrushFaults once after Initialize, to tell the person and to keep the file that the
-// next save would cut; HasUnsavedBrushes and SaveBrushes before it closes. Nothing here calls back.
+namespace fs
+{
+class ifile;
+}
+
+// The library of defined brushes, and the brush of each tool, which a brush of the library replaces
+// when it is taken. See IPlugin.h for how a host gets it. The host calls it on the UI thread:
+// GetBrushFaults once after Initialize, to tell the person and to keep the file that the next save
+// would cut; HasUnsavedBrushes and SaveBrushes before it closes. Only IBrushTaker is called back.
 
 // What reading the library of brushes could not use; the next save of the library leaves it out.
 struct SBrushFault
@@ -14,6 +20,20 @@ struct SBrushFault
     std::string strBrush; // its name; empty where the brush has none, or all of the file is meant
     int32_t iLine = 0;    // in the file; 0 where no one line is meant
     std::string strFault; // a phrase without a line feed
+};
+
+// Hears what is taken from the library: the sizes of a brush may not be those for the level that is
+// open.
+class IBrushTaker
+{
+public:
+    virtual ~IBrushTaker() = default;
+
+    // A copy of the brush has become that of its tool and current, inside the call that did it,
+    // whoever called. pszName: in the library, may be empty; pszFunction: as IPluginTools::TakeTool
+    // has it. It may ask for the tool and call IPluginTools::SetToolSizes, and nothing else that
+    // changes what is at hand.
+    virtual void OnBrushTaken(const char* pszName, const char* pszFunction) = 0;
 };
 
 class IPluginBrushes
@@ -27,4 +47,10 @@ public:
     virtual bool HasUnsavedBrushes() = 0; // true: one was added since the library was saved last
     // As the panel's button. False after a logged line; the old file is then in its place.
     virtual bool SaveBrushes() = 0;
+    // Who hears of brushes that are taken; borrowed until another one or null (nobody) is set.
+    virtual void SetBrushTaker(IBrushTaker* pTaker) = 0;
+    // Appends the brush of a tool, as IPluginTools::TakeTool has it, as the keyword "tool_brush",
+    // which IPluginScript::Play takes; what is at hand has no part in it. False for a tool without
+    // a brush, for a brush that would not read back, and on a file fault.
+    virtual bool WriteToolBrush(fs::ifile& file, const char* pszFunction) = 0;
 };

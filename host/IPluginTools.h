@@ -29,6 +29,14 @@ struct SToolOffer
     const char* pszText = "";     // as a menu shows it, '&' before the letter that chooses; static
 };
 
+// What of a tool's brush depends on the level that it works on.
+struct SToolSizes
+{
+    float fExtent = 0.0F;      // side of the footprint, terrain units
+    float fAmount = 0.0F;      // as EBrushValue::Amount; no number where the function has none
+    bool bPicksHeight = false; // the height where a stroke begins counts instead of the amount
+};
+
 class IPluginTools
 {
 public:
@@ -67,7 +75,8 @@ public:
     // Turns raising into lowering and back. fHeight: what the tool adds now. False, and fHeight of
     // no meaning, for a function that has no inverse, and without one.
     virtual bool InvertTool(float& fHeight) = 0;
-    // Gives the height to the tool that sets one. False for another function, and without one.
+    // Gives the height to the tool that sets one, which no longer picks it from the ground then,
+    // as SetBrushValue does with an amount. False for another function, and without one.
     virtual bool SetToolHeight(float fHeight) = 0;
     // The picture that protects parts of the terrain from the current brush, empty for none, and
     // whether it is switched on; false without a brush, which EnableMask ignores.
@@ -77,4 +86,9 @@ public:
     // Asks for the picture and switches it on. False without a brush and when cancelled; true also
     // for a file that cannot be read, after a logged line: GetMaskPath is empty then.
     virtual bool ChooseMask() = 0;
+    // The sizes of the brush that TakeTool takes for a function; nothing is taken by it, and what
+    // is at hand follows only where it is that brush. Set with the ends that SetBrushValue has; an
+    // amount that is no number stays as it is. False without such a tool.
+    virtual bool GetToolSizes(const char* pszFunction, SToolSizes& sizes) = 0;
+    virtual bool SetToolSizes(const char* pszFunction, const SToolSizes& sizes) = 0;
 };

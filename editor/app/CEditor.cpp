@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 namespace
 {
@@ -11,6 +12,7 @@ namespace
 constexpr char SETTINGS_FILE[] = "settings.txt";
 constexpr char KEYS_FILE[] = "keys.txt";
 constexpr char RECENT_FILE[] = "recent.txt";
+constexpr char TOOLS_FILE[] = "tools.brushes";
 
 } // namespace
 
@@ -19,6 +21,7 @@ CEditor::CEditor(IHostFace& face, std::string strConfigFolder)
     , m_Host(face)
     , m_Loader(m_Host)
     , m_Document(m_Host)
+    , m_ToolBrushes(m_Host)
     , m_Autosave(m_Host, m_Document)
     , m_RecentFiles(GetConfigFile(RECENT_FILE))
 {
@@ -46,8 +49,14 @@ bool CEditor::LoadPlugin(const std::string& strLibrary)
     return true;
 }
 
+void CEditor::BeginTools(std::function<bool()> isScriptPlayed)
+{
+    m_ToolBrushes.Begin(GetPlugin(), GetConfigFile(TOOLS_FILE), std::move(isScriptPlayed));
+}
+
 void CEditor::UnloadPlugin()
 {
+    m_ToolBrushes.End();
     // Recorder and autosave hold interfaces of the plug-in.
     m_Recorder.reset();
     m_Autosave.SetPlugin(nullptr);

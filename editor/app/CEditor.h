@@ -6,9 +6,11 @@
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/CPluginLoader.h"
 #include "editor/core/CRecentFiles.h"
+#include "editor/core/CToolBrushes.h"
 #include "editor/script/CRecorder.h"
 #include "host/IPlugin.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -29,6 +31,10 @@ public:
     // Starts the plug-in and takes its actions into the key bindings. False after a logged line.
     bool LoadPlugin(const std::string& strLibrary);
     void UnloadPlugin(); // its windows must be gone
+
+    // A person is about to work: the tools are as they were left, see CToolBrushes. Whoever only
+    // plays scripts does without.
+    void BeginTools(std::function<bool()> isScriptPlayed);
 
     IPlugin* GetPlugin() const { return m_Loader.GetPlugin(); } // null without one
 
@@ -60,6 +66,7 @@ private:
     CEditorHost m_Host;
     CPluginLoader m_Loader;
     CLevelDocument m_Document;
+    CToolBrushes m_ToolBrushes;
     CAutosave m_Autosave;
     CRecentFiles m_RecentFiles;
     CKeyBindings m_Keys;

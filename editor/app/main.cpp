@@ -200,6 +200,10 @@ int Work(CEditorProgram& program,
     {
         editor.GetAutosave().SetInterval(std::chrono::seconds(0)); // nobody works on it
     }
+    else
+    {
+        editor.BeginTools([&face] { return face.IsScriptPlayed(); });
+    }
     if (!options.strLevel.empty())
     {
         const std::string strLevel = GetAbsolutePath(options.strLevel);

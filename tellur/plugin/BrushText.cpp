@@ -28,9 +28,9 @@ void WriteExact(fs::ifile& file, const char* pszKey, float fValue)
 
 } // namespace
 
-bool WriteBrush(fs::ifile& file, const CTellurBrush& brush)
+bool WriteBrush(fs::ifile& file, const CTellurBrush& brush, const char* pszKeyword)
 {
-    file << "brush()\n{\n";
+    file.printf("%s()\n{\n", pszKeyword);
     if (!brush.Save(file, 2))
     {
         return false;

@@ -11,9 +11,12 @@ class CTellurBrush;
 
 // A brush as scripts have it, and what is read off one.
 
-// Appends the brush as a "brush" call whose numbers read back to the same bits. False on a file
-// fault.
-bool WriteBrush(fs::ifile& file, const CTellurBrush& brush);
+// Of the brush of a tool, which becomes current only where the tool is at hand.
+constexpr const char* TOOL_BRUSH_KEYWORD = "tool_brush";
+
+// Appends the brush as a call of the keyword whose numbers read back to the same bits. False on a
+// file fault.
+bool WriteBrush(fs::ifile& file, const CTellurBrush& brush, const char* pszKeyword = "brush");
 
 // The reflected field "m_Height" of the brush's function; null without a brush (pBrush may be null)
 // or such a field.

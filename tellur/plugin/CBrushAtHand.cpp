@@ -74,6 +74,26 @@ void CBrushAtHand::UseCloneOf(const CTellurBrush& brush)
     }
 }
 
+bool CBrushAtHand::ReplaceTool(std::unique_ptr<CTellurBrush> pBrush)
+{
+    CTellurBrush* pNew = pBrush.get();
+    std::unique_ptr<CTellurBrush> pReplaced;
+    if (!m_Brushes.SetBrush(pNew, &pReplaced))
+    {
+        return false;
+    }
+    static_cast<void>(pBrush.release()); // the container's from now on
+    if (pReplaced != nullptr && m_pCurrentBrush == pReplaced.get())
+    {
+        Set(pNew);
+    }
+    if (GetTerraformingState().IsDragging()) // a drag keeps the brush it began with
+    {
+        m_KeptBrushes.push_back(std::move(pReplaced));
+    }
+    return true;
+}
+
 bool CBrushAtHand::Has(const CTellurBrush* pBrush) const
 {
     return pBrush != nullptr &&

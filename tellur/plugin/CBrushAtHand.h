@@ -30,6 +30,9 @@ public:
     void TakeOver(std::unique_ptr<CTellurBrush> pBrush);
     // Lets a clone replace the tool brush of its function and makes that current.
     void UseCloneOf(const CTellurBrush& brush);
+    // Puts the brush in the place of the tool brush of its function; current becomes it only where
+    // that one is. False, after a logged line, when there is none.
+    bool ReplaceTool(std::unique_ptr<CTellurBrush> pBrush);
 
     // The tool that was put away last, its function's tool brush when it is gone, or what a
     // designer starts with. Null only without tools.

@@ -3,11 +3,13 @@
 #include "host/EditorHost.h"
 #include "host/Log.h"
 #include "host/Reflection.h"
+#include "tellur/brushes/BrushFaults.h"
 #include "tellur/brushes/BrushFileCopy.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/PluginContext.h"
 #include "tellur/functions/CTellurBaseFunction.h"
 #include "tellur/panel/SaveBrushes.h"
+#include "tellur/plugin/BrushText.h"
 #include "tellur/resources/FunctionFaces.h"
 #include "tellur/stroke/ITellurFunction.h"
 
@@ -112,4 +114,22 @@ const char* CBrushLibrary::GetBrushFile()
 bool CBrushLibrary::SaveBrushes()
 {
     return SaveBrushesWithCopy(m_BrushContainer, PREDEFINED_BRUSHES);
+}
+
+void CBrushLibrary::TellTaken(const CTellurBrush& brush)
+{
+    const char* pszFunction = brush.GetFunctionName();
+    if (m_pTaker != nullptr && pszFunction != nullptr)
+    {
+        m_pTaker->OnBrushTaken(brush.GetName() != nullptr ? brush.GetName() : "", pszFunction);
+    }
+}
+
+bool CBrushLibrary::WriteToolBrush(fs::ifile& file, const char* pszFunction)
+{
+    const CTellurBrush* pBrush = m_BrushContainer.FindBrush(pszFunction);
+    const bool bReadsBack = pBrush != nullptr && pBrush->GetBitmapPath() != nullptr &&
+                            !BreaksBrushFile(pBrush->GetBitmapPath()) &&
+                            !BreaksBrushFile(pBrush->GetMaskPath().c_str());
+    return bReadsBack && WriteBrush(file, *pBrush, TOOL_BRUSH_KEYWORD);
 }

@@ -33,10 +33,18 @@ public:
 
     bool SaveBrushes() override;
 
+    void SetBrushTaker(IBrushTaker* pTaker) override { m_pTaker = pTaker; }
+
+    bool WriteToolBrush(fs::ifile& file, const char* pszFunction) override;
+
+protected:
+    void TellTaken(const CTellurBrush& brush); // its copy is current
+
 private:
     void CreateFunctions();
 
     CBrushContainer m_BrushContainer;
     CFunctionContainer m_FunctionContainer;
     std::vector<SBrushFault> m_BrushFaults; // of the file, as it was at the start
+    IBrushTaker* m_pTaker = nullptr;        // borrowed
 };

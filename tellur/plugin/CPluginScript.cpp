@@ -56,18 +56,19 @@ bool HasPathThatBreaksFiles(const CTCPARSE_KEYWORD* pBlock)
     return false;
 }
 
-bool PlayBrush(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+// Null for one that cannot be used.
+std::unique_ptr<CTellurBrush> LoadBrush(const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
 {
     auto pBrush = std::make_unique<CTellurBrush>();
     if (HasPathThatBreaksFiles(keyword.block))
     {
         strWhy = "a path of a brush cannot have a quotation mark";
-        return false;
+        return nullptr;
     }
     if (!pBrush->Load(keyword.block))
     {
         strWhy = "the brush block cannot be used, the log says why";
-        return false;
+        return nullptr;
     }
     for (const CTCPARSE_KEYWORD* pKey = keyword.block; pKey != nullptr; pKey = pKey->next)
     {
@@ -76,7 +77,38 @@ bool PlayBrush(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, std::
             pBrush->SetMaskEnabled(GetIntValue(pKey->params) != 0);
         }
     }
+    return pBrush;
+}
+
+bool PlayBrush(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    std::unique_ptr<CTellurBrush> pBrush = LoadBrush(keyword, strWhy);
+    if (pBrush == nullptr)
+    {
+        return false;
+    }
     parts.brush.TakeOver(std::move(pBrush));
+    return true;
+}
+
+bool PlayToolBrush(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, std::string& strWhy)
+{
+    std::unique_ptr<CTellurBrush> pBrush = LoadBrush(keyword, strWhy);
+    if (pBrush == nullptr)
+    {
+        return false;
+    }
+    // A tool that can do nothing and cannot be written would be no use to anybody.
+    if (pBrush->GetBitmapPath() == nullptr || pBrush->GetRTTIObject() == nullptr)
+    {
+        strWhy = "the brush of a tool needs an image and a function";
+        return false;
+    }
+    if (!parts.brush.ReplaceTool(std::move(pBrush)))
+    {
+        strWhy = "there is no such tool";
+        return false;
+    }
     return true;
 }
 
@@ -199,6 +231,7 @@ struct SRow
 
 constexpr SRow ROWS[] = {
     {{"brush", ""}, &PlayBrush},
+    {{TOOL_BRUSH_KEYWORD, ""}, &PlayToolBrush},
     {{"brush_file", "s", EKeywordFile::Read}, &PlayBrushFile},
     {{"use_brush", "s"}, &PlayUseBrush},
     {{"save_brushes", "s", EKeywordFile::Written}, &PlaySaveBrushes},

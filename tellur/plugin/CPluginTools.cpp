@@ -18,6 +18,7 @@
 #include "tellur/plugin/CPainting.h"
 #include "tellur/plugin/CPanelLink.h"
 #include "tellur/plugin/CPluginModes.h"
+#include "tellur/plugin/ToolAmount.h"
 #include "tellur/resources/FunctionFaces.h"
 #include "tellur/resources/PluginResources.h"
 
@@ -28,9 +29,6 @@
 namespace
 {
 
-constexpr float MOST_COUNT = 1000.0F;
-// The one number that says what a function does; ramp and point height have none.
-constexpr const char* AMOUNT_FIELDS[] = {"m_Height", "m_NumHeightDivisions", "m_NeighbourhoodSize"};
 constexpr float NO_NUMBER = std::numeric_limits<float>::quiet_NaN();
 
 // The panel takes any extent that is typed; a key that is held needs ends.
@@ -159,60 +157,13 @@ float CPluginTools::GetBrushValue(EBrushValue eValue)
     }
     if (eValue == EBrushValue::Amount)
     {
-        return GetAmount();
+        return pBrush != nullptr && !IsPainting() ? GetAmountOf(*pBrush) : NO_NUMBER;
     }
     if (pBrush == nullptr || IsPainting())
     {
         return 0.0F;
     }
     return eValue == EBrushValue::Power ? pBrush->GetPowerModifier() : pBrush->GetHardness();
-}
-
-CRTTIField* CPluginTools::FindAmountField() const
-{
-    CTellurBrush* pBrush = m_Brush.Get();
-    CRTTIObject* pObject = pBrush != nullptr ? pBrush->GetRTTIObject() : nullptr;
-    CRTTIField* pFound = nullptr;
-    for (const char* pszField : AMOUNT_FIELDS)
-    {
-        CRTTIField* pField = pObject != nullptr ? pObject->FindField(pszField) : nullptr;
-        pFound = pField != nullptr ? pField : pFound;
-    }
-    return pFound;
-}
-
-float CPluginTools::GetAmount() const
-{
-    CTellurBrush* pBrush = m_Brush.Get();
-    CRTTIField* pField = m_Painting.IsOn() ? nullptr : FindAmountField();
-    float fHeight = NO_NUMBER;
-    int32_t iCount = 0;
-    if (pField != nullptr && pBrush->GetRTTIObject()->GetFieldIntEditor(pField, iCount))
-    {
-        return static_cast<float>(iCount);
-    }
-    if (pField != nullptr)
-    {
-        pBrush->GetRTTIObject()->GetFieldFloatEditor(pField, fHeight);
-    }
-    return fHeight;
-}
-
-void CPluginTools::SetAmount(float fValue)
-{
-    CTellurBrush* pBrush = m_Brush.Get();
-    CRTTIField* pField = FindAmountField();
-    if (pField == nullptr)
-    {
-        return;
-    }
-    const Terrain* pTerrain = GetCurrentTerrain();
-    const float fMost = pTerrain != nullptr ? std::fabs(pTerrain->GetSize().y) : std::fabs(fValue);
-    CRTTIObject* pObject = pBrush->GetRTTIObject();
-    // Only the one of the two that fits the field's type writes it.
-    pObject->SetFieldIntEditor(
-        pField, static_cast<int32_t>(std::lround(std::clamp(fValue, 1.0F, MOST_COUNT))));
-    pObject->SetFieldFloatEditor(pField, std::clamp(fValue, -fMost, fMost));
 }
 
 float CPluginTools::SetBrushValue(EBrushValue eValue, float fValue)
@@ -245,7 +196,8 @@ float CPluginTools::SetBrushValue(EBrushValue eValue, float fValue)
             pBrush->SetHardness(std::clamp(fValue, 0.0F, MOST_HARDNESS));
             break;
         case EBrushValue::Amount:
-            SetAmount(fValue);
+            SetAmountOf(*pBrush, fValue);
+            SetPicksHeight(*pBrush, false);
             break;
         }
         ShowTool(bExtent);
@@ -294,7 +246,42 @@ bool CPluginTools::SetToolHeight(float fHeight)
         return false;
     }
     pBrush->GetRTTIObject()->SetFieldFloatEditor(pField, fHeight);
+    SetPicksHeight(*pBrush, false);
     ShowTool(false);
+    return true;
+}
+
+bool CPluginTools::GetToolSizes(const char* pszFunction, SToolSizes& sizes)
+{
+    const CTellurBrush* pBrush = m_Brushes.FindBrush(pszFunction);
+    if (pBrush == nullptr)
+    {
+        return false;
+    }
+    sizes = {pBrush->GetExtent(), GetAmountOf(*pBrush), PicksHeight(*pBrush)};
+    return true;
+}
+
+bool CPluginTools::SetToolSizes(const char* pszFunction, const SToolSizes& sizes)
+{
+    CTellurBrush* pBrush = m_Brushes.FindBrush(pszFunction);
+    if (pBrush == nullptr)
+    {
+        return false;
+    }
+    if (std::isfinite(sizes.fExtent))
+    {
+        pBrush->SetExtent(ClampExtent(sizes.fExtent));
+    }
+    if (std::isfinite(sizes.fAmount))
+    {
+        SetAmountOf(*pBrush, sizes.fAmount);
+    }
+    SetPicksHeight(*pBrush, sizes.bPicksHeight);
+    if (pBrush == m_Brush.Get())
+    {
+        ShowTool(false);
+    }
     return true;
 }
 

@@ -39,12 +39,11 @@ public:
     bool IsMaskEnabled() override;
     void EnableMask(bool bEnable) override;
     bool ChooseMask() override;
+    bool GetToolSizes(const char* pszFunction, SToolSizes& sizes) override;
+    bool SetToolSizes(const char* pszFunction, const SToolSizes& sizes) override;
 
 private:
     CRTTIField* FindHeightFieldOf(const char* pszFunction) const;
-    CRTTIField* FindAmountField() const;
-    float GetAmount() const;
-    void SetAmount(float fValue);
     void ShowTool(bool bExtentOnly); // its values have changed
 
     CBrushContainer& m_Brushes;

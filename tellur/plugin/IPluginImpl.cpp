@@ -336,4 +336,5 @@ void IPluginImpl::UsePredefinedBrush(const CTellurBrush& predefined)
         EnableTerraforming(true);
     }
     brush.UseCloneOf(predefined);
+    TellTaken(predefined);
 }

@@ -263,7 +263,12 @@ TEST(DocSnippets, ScriptKeywordsAreThoseOfThePlayer)
         EXPECT_TRUE(bBrushKey || std::regex_search(strManual, name)) << strCall << ": manual page";
     }
     // Of other files in the same syntax.
-    const std::set<std::string> others = {"panel_open( i )", "key( s, i, i )", "recent( s )"};
+    const std::set<std::string> others = {"panel_open( i )",
+                                          "key( s, i, i )",
+                                          "recent( s )",
+                                          "fitted( s, s )",
+                                          "ready_brush( s, s, f, f )",
+                                          "ready_tool( s, s, f, f )"};
     for (const std::string& strCall : documented)
     {
         EXPECT_TRUE(declared.contains(strCall) || others.contains(strCall)) << strCall;

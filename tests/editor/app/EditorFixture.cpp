@@ -82,6 +82,10 @@ void CEditorFixture::Start(bool bLevel)
     m_Window = std::make_unique<CEditorWindow>(*m_Editor, *m_Face);
     ASSERT_TRUE(m_Editor->LoadPlugin(TELLUR_BIN_DIR "/libtellur.so"));
     m_Window->ShowPlugin();
+    if (m_bTools)
+    {
+        m_Editor->BeginTools([this] { return m_Face->IsScriptPlayed(); });
+    }
     m_Window->move(0, 0);
     m_Window->show();
     if (bLevel)

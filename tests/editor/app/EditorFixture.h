@@ -80,6 +80,9 @@ protected:
     QImage Grab(const QWidget& widget);   // as the screen shows it now
     void SavePicture(const char* pszName);
 
+    // Whether the tools are as a person finds them; else as the plug-in makes them, with an empty
+    // list.
+    bool m_bTools = false;
     CTempFolder m_Folder;
     std::unique_ptr<CEditorFace> m_Face;
     std::unique_ptr<CEditor> m_Editor;

@@ -17,6 +17,8 @@ namespace
 class CFirstMinutes : public CDocuments
 {
 protected:
+    CFirstMinutes() { m_bTools = true; }
+
     // What a step does to the heights.
     enum class EChange
     {
@@ -61,6 +63,7 @@ protected:
         Key("4");
         EXPECT_EQ(tools.GetFunctionName(), "RelativeHeightFunction");
         Hold("b", [this] { Do({"type", "6000"}); });
+        Hold("n", [this] { Do({"type", "800"}); });
         EXPECT_FLOAT_EQ(tools.GetBrushExtent(), 6000.0F);
         Stroke({0.3, 0.3}, {0.7, 0.35}, "ridge");
         Stroke({0.32, 0.33}, {0.68, 0.38}, "ridge, second stroke");

@@ -52,6 +52,8 @@ TEST(ReplayFailures, AKeywordThatFailsEndsTheRunWithOneLineAndCodeOne)
         {"press_at( [ 1, 9999999999999999999999999999999999999999, 1 ] )", "press_at( [ 1, inf, 1 ] ): the hit point is not finite (keyword 1)"},
         {"undo() mode( \"terraforming\" )", "mode( \"terraforming\" ): the mode \"terraforming\" was refused (keyword 2)"},
         {"undo() brush()", "brush(): the brush block cannot be used, the log says why (keyword 2)"},
+        {"tool_brush()", "tool_brush(): the brush block cannot be used, the log says why (keyword 1)"},
+        {"tool_brush() { function( \"BlurFunction\" ) bitmap() { path( \"gone.png\" ) } }", "tool_brush(): the brush of a tool needs an image and a function (keyword 1)"},
         {"export_stl( \"x.stl\" )", "export_stl( \"x.stl\" ): there is no terrain (keyword 1)"},
         {"level( 8, [ 80, 9, 80 ] ) export_stl( \"none/x.stl\" )", "export_stl( \"none/x.stl\" ): cannot be written, see the log (keyword 2)"},
         {"use_brush( \"Dune\" )", "use_brush( \"Dune\" ): there is no predefined brush \"Dune\" (keyword 1)"},
