@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/view/CMarkOverlay.h"
 #include "editor/view/CPaintCopy.h"
 #include "editor/view/CTextureCopies.h"
 #include "editor/view/OpenGl.h"
@@ -26,14 +27,14 @@ public:
 
     void Release(OpenGl& gl);
 
+    const CMarkOverlay& GetMark() const { return m_Mark; }
+
 private:
     uint64_t
     SetMask(OpenGl& gl, CShader& ground, CEngineHost& engine, const SRenderSettings& settings);
     uint64_t SetTypes(OpenGl& gl, CShader& ground, const SRenderSettings& settings);
-    uint64_t
-    SetMark(OpenGl& gl, CShader& ground, CEngineHost& engine, const SRenderSettings& settings);
 
     CTextureCopies m_Textures;
     CPaintCopy m_Paint;
-    SVec3 m_MarkSize; // of the last box that was one
+    CMarkOverlay m_Mark;
 };

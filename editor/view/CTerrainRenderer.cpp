@@ -2,6 +2,7 @@
 
 #include "editor/view/CGroundOverlays.h"
 #include "editor/view/CLineBatch.h"
+#include "editor/view/CMarkSign.h"
 #include "editor/view/CMaterialCache.h"
 #include "editor/view/CPatchMesh.h"
 #include "editor/view/CPatchSelection.h"
@@ -55,6 +56,7 @@ struct CTerrainRenderer::SParts
     CPatchMesh mesh;
     CLineBatch batch;
     CGroundOverlays overlays;
+    CMarkSign sign;
     CMaterialCache materials;
     CPatchSelection selection;
     void DrawSky(const SRenderSettings& settings);
@@ -93,7 +95,8 @@ bool CTerrainRenderer::Initialize(std::string& strFault)
     pParts->pGl = pGl;
     if (!pParts->ground.Make(*pGl, GROUND_VERT, GROUND_FRAG, strFault) ||
         !pParts->sky.Make(*pGl, SKY_VERT, SKY_FRAG, strFault) ||
-        !pParts->lines.Make(*pGl, LINE_VERT, LINE_FRAG, strFault))
+        !pParts->lines.Make(*pGl, LINE_VERT, LINE_FRAG, strFault) ||
+        !pParts->sign.Make(*pGl, strFault))
     {
         return false;
     }
@@ -116,6 +119,7 @@ void CTerrainRenderer::Release()
     m_Parts->ground.Release(gl);
     m_Parts->sky.Release(gl);
     m_Parts->lines.Release(gl);
+    m_Parts->sign.Release(gl);
     gl.glDeleteVertexArrays(1, &m_Parts->uNothing);
     m_Parts->mesh.Release(gl);
     m_Parts->batch.Release(gl);
@@ -157,6 +161,10 @@ bool CTerrainRenderer::Render(const SViewProjection& view,
         view.GetMatrix(matrix);
         m_Statistics.uDrawCalls +=
             m_Parts->batch.Draw(gl, m_Parts->lines, matrix, engine.GetDebugLines());
+        if (const auto& middle = m_Parts->overlays.GetMark().GetMiddle())
+        {
+            m_Parts->sign.Draw(gl, m_Parts->uNothing, view, settings.mark, *middle);
+        }
     }
     gl.glBindVertexArray(0);
     gl.glUseProgram(0);

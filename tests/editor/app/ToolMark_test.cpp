@@ -1,0 +1,205 @@
+// The mark under the cursor tells what a press would do, in the editor's views.
+
+#include "editor/view/CMarkOverlay.h"
+#include "tests/editor/app/ToolKeysFixture.h"
+
+#include <QDir>
+#include <QPainter>
+#include <QSlider>
+
+#include <cmath>
+
+namespace
+{
+
+class CToolMark : public CToolKeys
+{
+protected:
+    static constexpr int COLUMNS = 4;
+    static constexpr int WIDTH = 220;
+    static constexpr int HEIGHT = 150;
+    static constexpr int CAPTION = 22;
+
+    CTerrain& Terrain() { return *GetHost().GetEngine().GetCWorld().GetCTerrain(); }
+
+    void SetGround(const std::function<float(int x, int z)>& getHeight)
+    {
+        for (int z = 0; z <= 32; ++z)
+        {
+            float row[33];
+            for (int x = 0; x <= 32; ++x)
+            {
+                row[x] = getHeight(x, z);
+            }
+            Terrain().SetRowHeights(0, static_cast<uint32_t>(z), row, 33);
+        }
+        m_Window->GetViews().FrameAll();
+        Settle();
+    }
+
+    // The colour that the first view has beside the cursor, which is in its middle.
+    QColor Look()
+    {
+        Settle();
+        m_Picture = GetView().grabFramebuffer();
+        return m_Picture.pixelColor(m_Picture.width() / 2 + 6, m_Picture.height() / 2 - 6);
+    }
+
+    // What is beside the cursor has the colour of that sign. The picture gets a place in the sheet.
+    void Expect(EToolSign eSign, const char* pszCaption)
+    {
+        const SColor wanted = GetMarkColor(eSign);
+        const int iWanted = QColor::fromRgbF(wanted.r, wanted.g, wanted.b).hsvHue();
+        EXPECT_NEAR(Look().hsvHue(), iWanted, 14) << pszCaption;
+        const QRect middle(m_Picture.width() / 2 - WIDTH / 2,
+                           m_Picture.height() / 2 - HEIGHT / 2,
+                           WIDTH,
+                           HEIGHT);
+        m_Cells.emplace_back(m_Picture.copy(middle), pszCaption);
+    }
+
+    void SaveSheet()
+    {
+        const int nRows = (static_cast<int>(m_Cells.size()) + COLUMNS - 1) / COLUMNS;
+        QImage sheet(COLUMNS * WIDTH, nRows * (HEIGHT + CAPTION), QImage::Format_RGB32);
+        sheet.fill(Qt::white);
+        QPainter painter(&sheet);
+        for (int i = 0; i < static_cast<int>(m_Cells.size()); ++i)
+        {
+            const QPoint at(i % COLUMNS * WIDTH, i / COLUMNS * (HEIGHT + CAPTION));
+            painter.drawImage(at, m_Cells[static_cast<size_t>(i)].first);
+            painter.drawText(QRect(at + QPoint(0, HEIGHT), QSize(WIDTH, CAPTION)),
+                             Qt::AlignCenter,
+                             m_Cells[static_cast<size_t>(i)].second);
+        }
+        painter.end();
+        QDir().mkpath("pictures");
+        EXPECT_TRUE(sheet.save("pictures/marks.png"));
+    }
+
+    QImage m_Picture;
+    std::vector<std::pair<QImage, QString>> m_Cells;
+};
+
+} // namespace
+
+TEST_F(CToolMark, TellsEachToolAndWhatTheKeysMakeOfIt)
+{
+    ASSERT_NO_FATAL_FAILURE(StartWithBitmap());
+    GetDialog()->hide();
+    m_Window->activateWindow();
+    SetGround(
+        [](int x, int z)
+        {
+            return 20.0F + 25.0F * std::exp(-static_cast<float>((x - 12) * (x - 12) +
+                                                               (z - 16) * (z - 16)) /
+                                            40.0F);
+        });
+    MoveTo(GetView(), {0.5, 0.5});
+    const auto take = [&](const char* pszKey)
+    {
+        Key(pszKey);
+        Tools().SetBrushValue(EBrushValue::Extent, pszKey == std::string("6") ? 40.0F : 100.0F);
+    };
+    take("4");
+    Expect(EToolSign::Raise, "relative height, raises");
+    Key("x");
+    Expect(EToolSign::Lower, "relative height, lowers");
+    Hold("shift");
+    Expect(EToolSign::Neutral, "Shift held: smooths");
+    LetGo("shift");
+    Expect(EToolSign::Lower, "");
+    m_Cells.pop_back();
+    Key("x");
+    take("3");
+    Expect(EToolSign::Neutral, "set height");
+    Tools().SetBrushValue(EBrushValue::Amount, 90.0F);
+    Hold("r");
+    Expect(EToolSign::RaiseOnly, "R: only raises");
+    LetGo("r");
+    Tools().SetBrushValue(EBrushValue::Amount, 5.0F);
+    Hold("t");
+    Expect(EToolSign::LowerOnly, "T: only lowers");
+    LetGo("t");
+    const std::pair<const char*, const char*> neutral[] = {
+        {"1", "blur"}, {"2", "point height"}, {"5", "posterize"}, {"6", "ramp, before the press"}};
+    for (const auto& [pszKey, pszCaption] : neutral)
+    {
+        take(pszKey);
+        Expect(EToolSign::Neutral, pszCaption);
+    }
+    MoveTo(GetView(), {0.35, 0.5});
+    Do({"mousedown", "1"});
+    MoveTo(GetView(), {0.45, 0.5});
+    MoveTo(GetView(), {0.58, 0.48});
+    Expect(EToolSign::Neutral, "ramp, while it is drawn");
+    Do({"mouseup", "1"});
+    const std::pair<const char*, const char*> parameters[] = {
+        {"power_modifier( 0.4 )", "power 0.4"},
+        {"hardness( 0.6 )", "hardness 0.6"},
+        {"vertical_distance( 9.0 )", "vertical distance 9"},
+        {"mask( \"data/samples/stripes.png\" ) mask_enabled( 1 )", "a mask"}};
+    for (const auto& [pszKeyword, pszCaption] : parameters)
+    {
+        TakeBrush("RelativeHeightFunction",
+                  "m_Height",
+                  "5",
+                  std::string("extent( 100.0 )") + pszKeyword);
+        MoveTo(GetView(), {0.49, 0.5});
+        MoveTo(GetView(), {0.5, 0.5});
+        Expect(EToolSign::Raise, pszCaption);
+    }
+    // What paints looks the same.
+    GetDialog()->show();
+    Settle();
+    Click(Item(2143));
+    MoveTo(GetView(), {0.5, 0.5});
+    Tools().SetBrushValue(EBrushValue::Extent, 100.0F);
+    Item<QSlider>(2145).setSliderPosition(0); // the ground alone
+    GetDialog()->hide();
+    MoveTo(GetView(), {0.49, 0.5});
+    MoveTo(GetView(), {0.5, 0.5});
+    Expect(EToolSign::Neutral, "painting");
+    const auto* pBrush = m_Window->findChild<QLabel*>("status-brush");
+    EXPECT_EQ(pBrush->text().toStdString(), "Set, brush 100.0");
+    SaveSheet();
+}
+
+// The strip is as wide as the ground that the release then changes.
+TEST_F(CToolMark, OfARampIsTheGroundThatItChanges)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(TakeBrush("RampFunction", "m_SideInterpolation", "0.5"));
+    SetGround([](int x, int z) { return 20.0F + 15.0F * static_cast<float>((x * 7 + z * 3) % 4); });
+    const std::vector<float> before = GetHeights();
+    CViewWidget& view = GetView(1);
+    MoveTo(view, {0.3, 0.4});
+    Do({"mousedown", "1"});
+    MoveTo(view, {0.5, 0.5});
+    MoveTo(view, {0.7, 0.55});
+    Settle();
+    const QImage picture = view.grabFramebuffer();
+    Do({"mouseup", "1"});
+    const std::vector<float> after = GetHeights();
+    int nChanged = 0;
+    int nWrong = 0;
+    for (size_t i = 0; i < after.size(); ++i)
+    {
+        const SVec3 vertex = {static_cast<float>(i % 33) * 10.0F,
+                              before[i],
+                              static_cast<float>(i / 33) * 10.0F};
+        float fX = 0.0F;
+        float fY = 0.0F;
+        ASSERT_TRUE(view.GetNavigator().GetProjection(GetTerrain()).Project(vertex, fX, fY));
+        if (i % 33 == 0 || i % 33 == 32) // the sky is beside them
+        {
+            continue;
+        }
+        const QColor color = picture.pixelColor(static_cast<int>(fX), static_cast<int>(fY));
+        const bool bChanged = after[i] != before[i];
+        nChanged += bChanged ? 1 : 0;
+        nWrong += (color.green() > color.red() + 4) != bChanged ? 1 : 0;
+    }
+    EXPECT_GT(nChanged, 60);
+    EXPECT_LE(nWrong, nChanged / 20) << "of " << nChanged; // where the tool's own lines are
+}
