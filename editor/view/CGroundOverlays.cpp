@@ -12,14 +12,26 @@ uint64_t CGroundOverlays::Set(OpenGl& gl,
                               CEngineHost& engine,
                               const SRenderSettings& settings)
 {
-    return SetMask(gl, ground, engine, settings) + SetTypes(gl, ground, settings) +
-           m_Mark.Set(gl, ground, m_Textures, *engine.GetCWorld().GetCTerrain(), settings);
+    return SetMask(gl, ground, engine, settings) + SetTypes(gl, ground, settings);
+}
+
+uint64_t
+CGroundOverlays::PlaceMark(OpenGl& gl, const CTerrain& terrain, const SRenderSettings& settings)
+{
+    const uint64_t uBytes = m_Mark.Place(gl, m_Textures, terrain, settings);
+    if (m_Mark.GetMiddle())
+    {
+        m_Mark.GetShader().Set("uMask", 3);
+        m_Mark.GetShader().Set("uMaskScale", m_MaskScaleX, m_MaskScaleZ);
+    }
+    return uBytes;
 }
 
 void CGroundOverlays::Release(OpenGl& gl)
 {
     m_Textures.Release(gl);
     m_Paint.Release(gl);
+    m_Mark.Release(gl);
 }
 
 uint64_t CGroundOverlays::SetMask(OpenGl& gl,
@@ -35,7 +47,9 @@ uint64_t CGroundOverlays::SetMask(OpenGl& gl,
     // Along z the texture comes as often: what covers the width covers the depth, too.
     const float fScale = pMask != nullptr ? terrain.GetEditOverlayTransform().m[2] : 0.0F;
     const SVec3 size = terrain.GetSize();
-    ground.Set("uMaskScale", fScale, fScale * size.x / size.z);
+    m_MaskScaleX = fScale;
+    m_MaskScaleZ = fScale * size.x / size.z;
+    ground.Set("uMaskScale", m_MaskScaleX, m_MaskScaleZ);
     ground.Set("uMaskColor", settings.maskColor);
     return uBytes;
 }

@@ -8,9 +8,11 @@
 #include "host/HostTypes.h"
 
 #include <cstdint>
+#include <string>
 
 class CEngineHost;
 class CShader;
+class CTerrain;
 
 // What modes and level lay over the ground of one view: mask, bitmap of terrain types, mark of the
 // brush. Binds their copies on the card and tells the ground's shader where they lie. Owned by the
@@ -18,16 +20,21 @@ class CShader;
 class CGroundOverlays
 {
 public:
-    // For one frame, in this order; ground: in use. Set returns the bytes that went to the card.
+    bool Make(OpenGl& gl, std::string& strFault) { return m_Mark.Make(gl, strFault); }
+
+    // For one frame, in this order; ground: in use. Set and PlaceMark, which comes after the ground
+    // is drawn, return the bytes that went to the card.
     void Begin() { m_Textures.Begin(); }
 
     uint64_t Set(OpenGl& gl, CShader& ground, CEngineHost& engine, const SRenderSettings& settings);
+
+    uint64_t PlaceMark(OpenGl& gl, const CTerrain& terrain, const SRenderSettings& settings);
 
     void Sweep(OpenGl& gl) { m_Textures.Sweep(gl); } // what this frame did not use goes
 
     void Release(OpenGl& gl);
 
-    const CMarkOverlay& GetMark() const { return m_Mark; }
+    CMarkOverlay& GetMark() { return m_Mark; }
 
 private:
     uint64_t
@@ -37,4 +44,6 @@ private:
     CTextureCopies m_Textures;
     CPaintCopy m_Paint;
     CMarkOverlay m_Mark;
+    float m_MaskScaleX = 0.0F; // terrain units to the mask, 0 without one
+    float m_MaskScaleZ = 0.0F;
 };

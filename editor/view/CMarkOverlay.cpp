@@ -1,8 +1,9 @@
 #include "editor/view/CMarkOverlay.h"
 
-#include "editor/view/CShader.h"
 #include "editor/view/CTextureCopies.h"
 #include "editor/view/SRenderSettings.h"
+#include "editor/view/SViewProjection.h"
+#include "editor/view/Shaders.h"
 #include "editor/view/Vectors.h"
 #include "engine/paint/CPaintLayer.h"
 #include "engine/terrain/CTerrain.h"
@@ -16,7 +17,7 @@ namespace
 
 constexpr size_t MOST_MARKS = SGroundMark::MOST_IMAGES + 1; // as the shader has it
 constexpr float LEAST_BAND = 0.0001F;                       // below it a tool has no band
-constexpr float PAINT_TINT = 0.3F; // weaker: the colour that is painted lies below it
+constexpr float PAINT_TINT = 0.4F; // weaker: the colour that is painted lies below it
 
 // A grey picture has its pixels in the middle of texels, a brush at their beginning where their
 // number is even; see GetPixelPair.
@@ -40,6 +41,32 @@ SVec3 Turn(const SMarkImage& image, const SVec3& offset)
     return {fX * fCos - offset.z * fSin, offset.y, fX * fSin + offset.z * fCos};
 }
 
+// Widens a part of the picture (x and z, device pixels) by where the ground in a box can be.
+void AddToPart(const SViewProjection& view,
+               const CTerrain& terrain,
+               const SExtents& box,
+               SExtents& part)
+{
+    SExtents ground = box;
+    if (!terrain.GetHeightRange(terrain.GetVertexRect(box), ground.min.y, ground.max.y))
+    {
+        return; // beside the terrain
+    }
+    for (int i = 0; i < 8; ++i)
+    {
+        float fX = 0.0F;
+        float fY = 0.0F;
+        if (!view.Project(GetCorner(ground, i), fX, fY))
+        {
+            // Beside the eye: it can be anywhere.
+            part = {{}, {static_cast<float>(view.iWidth), 0.0F, static_cast<float>(view.iHeight)}};
+            return;
+        }
+        part.min = {std::min(part.min.x, fX), 0.0F, std::min(part.min.z, fY)};
+        part.max = {std::max(part.max.x, fX), 0.0F, std::max(part.max.z, fY)};
+    }
+}
+
 } // namespace
 
 SColor GetMarkColor(EToolSign eSign)
@@ -60,59 +87,118 @@ SColor GetMarkColor(EToolSign eSign)
     return {0.10F, 0.76F, 0.54F, 1.0F};
 }
 
-uint64_t CMarkOverlay::Set(OpenGl& gl,
-                           CShader& ground,
-                           CTextureCopies& textures,
-                           const CTerrain& terrain,
-                           const SRenderSettings& settings)
+bool CMarkOverlay::Make(OpenGl& gl, std::string& strFault)
+{
+    return m_Shader.Make(gl, GROUND_VERT, MARK_FRAG, strFault);
+}
+
+void CMarkOverlay::Release(OpenGl& gl)
+{
+    m_Shader.Release(gl);
+}
+
+uint64_t CMarkOverlay::Place(OpenGl& gl,
+                             CTextureCopies& textures,
+                             const CTerrain& terrain,
+                             const SRenderSettings& settings)
 {
     const SGroundMark& mark = settings.mark;
-    const SToolMark& tool = mark.tool;
     const SProjectedTexture& projected = terrain.GetProjectedTexture();
     const CPaintLayer* pLayer = settings.pPaintLayer;
     const bool bPaint = pLayer != nullptr && pLayer->IsShown() && pLayer->GetBrushBox().has_value();
-    const bool bRamp = mark.bTool && tool.eKind == EToolKind::Ramp;
+    const bool bRamp = mark.bTool && mark.tool.eKind == EToolKind::Ramp;
     ITexture* pShape = bPaint       ? pLayer->GetBrushTexture()
                        : mark.bTool ? mark.pShape
                                     : projected.pTexture;
     const uint64_t uBytes =
         textures.Bind(gl, GL_TEXTURE4, bRamp ? nullptr : pShape, ECopyKind::Grey);
-
-    SVec3 at;
-    const bool bPlaced = Place(mark, bPaint ? *pLayer->GetBrushBox() : projected.box, terrain, at);
-    const SVec3 size = mark.bTool ? SVec3{tool.fExtent, 0.0F, tool.fExtent} : m_BoxSize;
-    const bool bFootprint =
-        bPlaced && !bRamp && pShape != nullptr && size.x > 0.0F && size.z > 0.0F;
-    const bool bStrip = bPlaced && bRamp && tool.fExtent > 0.0F;
-    ground.Set("uMarks", bFootprint ? SetFootprints(ground, mark, at, size) : 0);
-    ground.Set("uStrips", bStrip ? SetStrips(ground, mark, at) : 0);
+    m_Boxes.clear();
     m_Middle.reset();
-    if (bFootprint || bStrip)
+    SVec3 at;
+    const bool bFound =
+        FindMiddle(mark, bPaint ? *pLayer->GetBrushBox() : projected.box, terrain, at);
+    const SVec3 size = mark.bTool ? SVec3{mark.tool.fExtent, 0.0F, mark.tool.fExtent} : m_BoxSize;
+    if (!bFound || !(size.x > 0.0F && size.z > 0.0F) || (!bRamp && pShape == nullptr))
     {
-        m_Middle = {at.x, terrain.GetHeightAt(at.x, at.z), at.z};
+        return uBytes;
     }
-    ground.Set("uMarkShift",
-               pShape != nullptr ? GetShift(pShape->GetWidth()) : 0.0F,
-               pShape != nullptr ? GetShift(pShape->GetHeight()) : 0.0F);
-    ground.Set("uMarkStrength",
-               tool.fPower,
-               tool.fHardness,
-               std::fabs(tool.fBand) < LEAST_BAND ? 0.0F : 1.0F / tool.fBand,
-               bPaint ? PAINT_TINT : settings.fMarkTint);
-    ground.Set("uMarkTarget",
-               tool.fHeight,
-               tool.eTarget != EToolTarget::None ? GetDirection(tool.eSign) : 0.0F,
-               tool.eTarget == EToolTarget::Picked ? 1.0F : 0.0F,
-               bPaint ? 1.0F : 0.0F);
-    ground.Set("uMarkColor", GetMarkColor(mark.bTool ? tool.eSign : EToolSign::Raise));
+    m_Middle = {at.x, terrain.GetHeightAt(at.x, at.z), at.z};
+    m_Shader.Use(gl);
+    m_Shader.Set("uShape", 4);
+    m_Shader.Set("uMarks", bRamp ? 0 : SetFootprints(mark, at, size));
+    m_Shader.Set("uStrips", bRamp ? SetStrips(mark, at) : 0);
+    m_Shader.Set("uMarkShift",
+                 bRamp ? 0.0F : GetShift(pShape->GetWidth()),
+                 bRamp ? 0.0F : GetShift(pShape->GetHeight()));
+    m_Shader.Set("uMarkColor", GetMarkColor(mark.bTool ? mark.tool.eSign : EToolSign::Raise));
+    SetStrength(mark.tool, settings.fMarkTint * (bPaint ? PAINT_TINT : 1.0F), bPaint);
     return uBytes;
 }
 
-// Finds the middle of the mark: under the cursor, or that of the box. False for none.
-bool CMarkOverlay::Place(const SGroundMark& mark,
-                         const SExtents& box,
+bool CMarkOverlay::Begin(OpenGl& gl,
+                         const SViewProjection& view,
                          const CTerrain& terrain,
-                         SVec3& at)
+                         float fMargin) const
+{
+    const auto fWidth = static_cast<float>(view.iWidth);
+    const auto fHeight = static_cast<float>(view.iHeight);
+    SExtents part = {{fWidth, 0.0F, fHeight}, {0.0F, 0.0F, 0.0F}};
+    for (const SExtents& box : m_Boxes)
+    {
+        AddToPart(view, terrain, box, part);
+    }
+    const float fLeft = std::clamp(part.min.x - fMargin, 0.0F, fWidth);
+    const float fRight = std::clamp(part.max.x + fMargin, 0.0F, fWidth);
+    const float fTop = std::clamp(part.min.z - fMargin, 0.0F, fHeight);
+    const float fBottom = std::clamp(part.max.z + fMargin, 0.0F, fHeight);
+    if (!(fLeft < fRight && fTop < fBottom))
+    {
+        return false;
+    }
+    gl.glEnable(GL_SCISSOR_TEST);
+    gl.glScissor(static_cast<GLint>(fLeft),
+                 view.iHeight - static_cast<GLint>(fBottom),
+                 static_cast<GLsizei>(fRight) - static_cast<GLsizei>(fLeft),
+                 static_cast<GLsizei>(fBottom) - static_cast<GLsizei>(fTop));
+    gl.glEnable(GL_BLEND);
+    // How opaque the picture is stays: it lies over nothing.
+    gl.glBlendFuncSeparate(GL_ONE, GL_SRC_ALPHA, GL_ZERO, GL_ONE);
+    gl.glDepthMask(GL_FALSE);
+    return true;
+}
+
+void CMarkOverlay::End(OpenGl& gl)
+{
+    gl.glDepthMask(GL_TRUE);
+    gl.glDisable(GL_BLEND);
+    gl.glDisable(GL_SCISSOR_TEST);
+}
+
+void CMarkOverlay::SetStrength(const SToolMark& tool, float fTint, bool bPaint)
+{
+    m_Shader.Set("uMarkStrength",
+                 tool.fPower,
+                 tool.fHardness,
+                 std::fabs(tool.fBand) < LEAST_BAND ? 0.0F : 1.0F / tool.fBand,
+                 fTint);
+    m_Shader.Set("uMarkTarget",
+                 tool.fHeight,
+                 tool.eTarget != EToolTarget::None ? GetDirection(tool.eSign) : 0.0F,
+                 tool.eTarget == EToolTarget::Picked ? 1.0F : 0.0F,
+                 bPaint ? 1.0F : 0.0F);
+}
+
+void CMarkOverlay::AddBox(const SVec3& middle, float fReach)
+{
+    m_Boxes.push_back({AddScaled(middle, {1.0F, 0.0F, 1.0F}, -fReach),
+                       AddScaled(middle, {1.0F, 0.0F, 1.0F}, fReach)});
+}
+
+// Finds the middle of the mark: under the cursor, or that of the box. False for none.
+bool CMarkOverlay::FindMiddle(const SGroundMark& mark,
+                              const SExtents& box,
+                              const CTerrain& terrain,
+                              SVec3& at)
 {
     const SVec3 size = Subtract(box.max, box.min);
     const bool bBox = size.x > 0.0F && size.z > 0.0F;
@@ -133,10 +219,7 @@ bool CMarkOverlay::Place(const SGroundMark& mark,
 }
 
 // Returns how many there are.
-int CMarkOverlay::SetFootprints(CShader& ground,
-                                const SGroundMark& mark,
-                                const SVec3& at,
-                                SVec3 size)
+int CMarkOverlay::SetFootprints(const SGroundMark& mark, const SVec3& at, const SVec3& size)
 {
     SVec4 places[MOST_MARKS];
     SVec4 axes[MOST_MARKS];
@@ -149,14 +232,15 @@ int CMarkOverlay::SetFootprints(CShader& ground,
         const SVec3 z = Turn(image, {0.0F, 0.0F, 1.0F / size.z});
         places[i] = {image.at.x, image.at.y, image.at.z, 0.0F};
         axes[i] = {x.x, x.z, z.x, z.z};
+        AddBox(image.at, 0.5F * std::hypot(size.x, size.z));
     }
-    ground.Set("uMarkAt", places, static_cast<int>(nMarks));
-    ground.Set("uMarkAxes", axes, static_cast<int>(nMarks));
+    m_Shader.Set("uMarkAt", places, static_cast<int>(nMarks));
+    m_Shader.Set("uMarkAxes", axes, static_cast<int>(nMarks));
     return static_cast<int>(nMarks);
 }
 
 // As above. A strip that is not laid yet can lead anywhere: it is a disc, as wide as it will be.
-int CMarkOverlay::SetStrips(CShader& ground, const SGroundMark& mark, const SVec3& at)
+int CMarkOverlay::SetStrips(const SGroundMark& mark, const SVec3& at)
 {
     const SToolMark& tool = mark.tool;
     const SVec3 back = tool.bLaid ? Subtract(tool.first, tool.second) : SVec3{};
@@ -171,13 +255,14 @@ int CMarkOverlay::SetStrips(CShader& ground, const SGroundMark& mark, const SVec
         const float fShare = fLength > 0.0F ? -1.0F / fLength : 0.0F;
         places[i] = {image.at.x + own.x, image.at.y + own.y, image.at.z + own.z, fLength};
         axes[i] = {own.x * fShare, own.z * fShare, -own.y, 0.0F};
+        AddBox(AddScaled(image.at, own, 0.5F), 0.5F * fLength + tool.fExtent);
     }
-    ground.Set("uMarkAt", places, static_cast<int>(nMarks));
-    ground.Set("uMarkAxes", axes, static_cast<int>(nMarks));
-    ground.Set("uStrip",
-               tool.fExtent,
-               tool.fExtent * tool.fSideShare,
-               fLength > 0.0F ? tool.fEndShare : 0.0F,
-               fLength > 0.0F ? GetDirection(tool.eSign) : 0.0F);
+    m_Shader.Set("uMarkAt", places, static_cast<int>(nMarks));
+    m_Shader.Set("uMarkAxes", axes, static_cast<int>(nMarks));
+    m_Shader.Set("uStrip",
+                 tool.fExtent,
+                 tool.fExtent * tool.fSideShare,
+                 fLength > 0.0F ? tool.fEndShare : 0.0F,
+                 fLength > 0.0F ? GetDirection(tool.eSign) : 0.0F);
     return static_cast<int>(nMarks);
 }

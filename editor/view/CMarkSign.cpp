@@ -200,7 +200,7 @@ void CMarkSign::Draw(OpenGl& gl,
     m_Shader.Set("uRows", rows, SIDE);
     m_Shader.Set("uColor", GetMarkColor(mark.tool.eSign));
     gl.glEnable(GL_BLEND);
-    gl.glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    gl.glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ZERO, GL_ONE);
     gl.glDepthMask(GL_FALSE);
     gl.glBindVertexArray(uNothing);
     gl.glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);

@@ -38,8 +38,8 @@ struct SGroundMark
     // large as its box.
     bool bTool = false;
     SToolMark tool;
-    ITexture* pShape = nullptr;  // of tool.pShape, borrowed for the call; null where that is null
-    float fSignPixels = 1.0F;    // device pixels of a point of the sign beside the middle; 0: none
+    ITexture* pShape = nullptr; // of tool.pShape, borrowed for the call; null where that is null
+    float fSignPixels = 1.0F;   // device pixels of a point of the sign beside the middle; 0: none
     std::array<SMarkImage, MOST_IMAGES> images;
     size_t nImages = 0;
 };

@@ -114,8 +114,8 @@ void CPluginMark::FillSign(const CTellurBrush& brush, SToolMark& mark) const
         const CRTTIObject& object = *brush.GetRTTIObject();
         object.GetFieldBoolEditor(object.FindField("m_PickHeight"), bPick);
         // The press has picked the height by the time that a drag runs.
-        mark.eTarget = bPick && !m_Terraforming.IsDragging() ? EToolTarget::Picked
-                                                             : EToolTarget::Height;
+        mark.eTarget =
+            bPick && !m_Terraforming.IsDragging() ? EToolTarget::Picked : EToolTarget::Height;
     }
 }
 

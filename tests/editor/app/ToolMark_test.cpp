@@ -51,11 +51,87 @@ protected:
         const SColor wanted = GetMarkColor(eSign);
         const int iWanted = QColor::fromRgbF(wanted.r, wanted.g, wanted.b).hsvHue();
         EXPECT_NEAR(Look().hsvHue(), iWanted, 14) << pszCaption;
-        const QRect middle(m_Picture.width() / 2 - WIDTH / 2,
-                           m_Picture.height() / 2 - HEIGHT / 2,
-                           WIDTH,
-                           HEIGHT);
+        const QRect middle(
+            m_Picture.width() / 2 - WIDTH / 2, m_Picture.height() / 2 - HEIGHT / 2, WIDTH, HEIGHT);
         m_Cells.emplace_back(m_Picture.copy(middle), pszCaption);
+    }
+
+    void Take(const char* pszKey, float fExtent = 100.0F)
+    {
+        Key(pszKey);
+        Tools().SetBrushValue(EBrushValue::Extent, fExtent);
+    }
+
+    void ExpectWhatKeysMakeOfIt()
+    {
+        Take("4");
+        Expect(EToolSign::Raise, "relative height, raises");
+        Key("x");
+        Expect(EToolSign::Lower, "relative height, lowers");
+        Hold("shift");
+        Expect(EToolSign::Neutral, "Shift held: smooths");
+        LetGo("shift");
+        Expect(EToolSign::Lower, "");
+        m_Cells.pop_back();
+        Key("x");
+        Take("3");
+        Expect(EToolSign::Neutral, "set height");
+        Tools().SetBrushValue(EBrushValue::Amount, 90.0F);
+        Hold("r");
+        Expect(EToolSign::RaiseOnly, "R: only raises");
+        LetGo("r");
+        Tools().SetBrushValue(EBrushValue::Amount, 5.0F);
+        Hold("t");
+        Expect(EToolSign::LowerOnly, "T: only lowers");
+        LetGo("t");
+    }
+
+    void ExpectRamp()
+    {
+        Take("6", 40.0F);
+        Expect(EToolSign::Neutral, "ramp, before the press");
+        MoveTo(GetView(), {0.35, 0.5});
+        Do({"mousedown", "1"});
+        MoveTo(GetView(), {0.45, 0.5});
+        MoveTo(GetView(), {0.58, 0.48});
+        Expect(EToolSign::Neutral, "ramp, while it is drawn");
+        Do({"mouseup", "1"});
+    }
+
+    void ExpectParameters()
+    {
+        const std::pair<const char*, const char*> parameters[] = {
+            {"power_modifier( 0.4 )", "power 0.4"},
+            {"hardness( 0.6 )", "hardness 0.6"},
+            {"vertical_distance( 9.0 )", "vertical distance 9"},
+            {"mask( \"data/samples/stripes.png\" ) mask_enabled( 1 )", "a mask"}};
+        for (const auto& [pszKeyword, pszCaption] : parameters)
+        {
+            TakeBrush("RelativeHeightFunction",
+                      "m_Height",
+                      "5",
+                      std::string("extent( 100.0 )") + pszKeyword);
+            MoveTo(GetView(), {0.49, 0.5});
+            MoveTo(GetView(), {0.5, 0.5});
+            Expect(EToolSign::Raise, pszCaption);
+        }
+    }
+
+    // What paints looks the same.
+    void ExpectPainting()
+    {
+        GetDialog()->show();
+        Settle();
+        Click(Item(2143));
+        MoveTo(GetView(), {0.5, 0.5});
+        Tools().SetBrushValue(EBrushValue::Extent, 100.0F);
+        Item<QSlider>(2145).setSliderPosition(0); // the ground alone
+        GetDialog()->hide();
+        MoveTo(GetView(), {0.49, 0.5});
+        MoveTo(GetView(), {0.5, 0.5});
+        Expect(EToolSign::Neutral, "painting");
+        const auto* pBrush = m_Window->findChild<QLabel*>("status-brush");
+        EXPECT_EQ(pBrush->text().toStdString(), "Set, brush 100.0");
     }
 
     void SaveSheet()
@@ -91,77 +167,21 @@ TEST_F(CToolMark, TellsEachToolAndWhatTheKeysMakeOfIt)
     SetGround(
         [](int x, int z)
         {
-            return 20.0F + 25.0F * std::exp(-static_cast<float>((x - 12) * (x - 12) +
-                                                               (z - 16) * (z - 16)) /
-                                            40.0F);
+            const auto fAway = static_cast<float>((x - 12) * (x - 12) + (z - 16) * (z - 16));
+            return 20.0F + 25.0F * std::exp(-fAway / 40.0F);
         });
     MoveTo(GetView(), {0.5, 0.5});
-    const auto take = [&](const char* pszKey)
-    {
-        Key(pszKey);
-        Tools().SetBrushValue(EBrushValue::Extent, pszKey == std::string("6") ? 40.0F : 100.0F);
-    };
-    take("4");
-    Expect(EToolSign::Raise, "relative height, raises");
-    Key("x");
-    Expect(EToolSign::Lower, "relative height, lowers");
-    Hold("shift");
-    Expect(EToolSign::Neutral, "Shift held: smooths");
-    LetGo("shift");
-    Expect(EToolSign::Lower, "");
-    m_Cells.pop_back();
-    Key("x");
-    take("3");
-    Expect(EToolSign::Neutral, "set height");
-    Tools().SetBrushValue(EBrushValue::Amount, 90.0F);
-    Hold("r");
-    Expect(EToolSign::RaiseOnly, "R: only raises");
-    LetGo("r");
-    Tools().SetBrushValue(EBrushValue::Amount, 5.0F);
-    Hold("t");
-    Expect(EToolSign::LowerOnly, "T: only lowers");
-    LetGo("t");
+    ExpectWhatKeysMakeOfIt();
     const std::pair<const char*, const char*> neutral[] = {
-        {"1", "blur"}, {"2", "point height"}, {"5", "posterize"}, {"6", "ramp, before the press"}};
+        {"1", "blur"}, {"2", "point height"}, {"5", "posterize"}};
     for (const auto& [pszKey, pszCaption] : neutral)
     {
-        take(pszKey);
+        Take(pszKey);
         Expect(EToolSign::Neutral, pszCaption);
     }
-    MoveTo(GetView(), {0.35, 0.5});
-    Do({"mousedown", "1"});
-    MoveTo(GetView(), {0.45, 0.5});
-    MoveTo(GetView(), {0.58, 0.48});
-    Expect(EToolSign::Neutral, "ramp, while it is drawn");
-    Do({"mouseup", "1"});
-    const std::pair<const char*, const char*> parameters[] = {
-        {"power_modifier( 0.4 )", "power 0.4"},
-        {"hardness( 0.6 )", "hardness 0.6"},
-        {"vertical_distance( 9.0 )", "vertical distance 9"},
-        {"mask( \"data/samples/stripes.png\" ) mask_enabled( 1 )", "a mask"}};
-    for (const auto& [pszKeyword, pszCaption] : parameters)
-    {
-        TakeBrush("RelativeHeightFunction",
-                  "m_Height",
-                  "5",
-                  std::string("extent( 100.0 )") + pszKeyword);
-        MoveTo(GetView(), {0.49, 0.5});
-        MoveTo(GetView(), {0.5, 0.5});
-        Expect(EToolSign::Raise, pszCaption);
-    }
-    // What paints looks the same.
-    GetDialog()->show();
-    Settle();
-    Click(Item(2143));
-    MoveTo(GetView(), {0.5, 0.5});
-    Tools().SetBrushValue(EBrushValue::Extent, 100.0F);
-    Item<QSlider>(2145).setSliderPosition(0); // the ground alone
-    GetDialog()->hide();
-    MoveTo(GetView(), {0.49, 0.5});
-    MoveTo(GetView(), {0.5, 0.5});
-    Expect(EToolSign::Neutral, "painting");
-    const auto* pBrush = m_Window->findChild<QLabel*>("status-brush");
-    EXPECT_EQ(pBrush->text().toStdString(), "Set, brush 100.0");
+    ExpectRamp();
+    ExpectParameters();
+    ExpectPainting();
     SaveSheet();
 }
 
@@ -185,9 +205,8 @@ TEST_F(CToolMark, OfARampIsTheGroundThatItChanges)
     int nWrong = 0;
     for (size_t i = 0; i < after.size(); ++i)
     {
-        const SVec3 vertex = {static_cast<float>(i % 33) * 10.0F,
-                              before[i],
-                              static_cast<float>(i / 33) * 10.0F};
+        const SVec3 vertex = {
+            static_cast<float>(i % 33) * 10.0F, before[i], static_cast<float>(i / 33) * 10.0F};
         float fX = 0.0F;
         float fY = 0.0F;
         ASSERT_TRUE(view.GetNavigator().GetProjection(GetTerrain()).Project(vertex, fX, fY));

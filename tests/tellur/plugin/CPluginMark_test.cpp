@@ -41,6 +41,7 @@ TEST_F(CPluginMarkTest, TellsKindSignAndNumbersOfEachTool)
 {
     SToolMark none;
     EXPECT_FALSE(m_Plugin->GetMark(false, none));
+
     const struct
     {
         const char* pszFunction;
@@ -55,6 +56,7 @@ TEST_F(CPluginMarkTest, TellsKindSignAndNumbersOfEachTool)
         {"PointHeightFunction", EToolKind::Point, EToolSign::Neutral, EToolSign::Neutral},
         {"RampFunction", EToolKind::Ramp, EToolSign::RaiseOnly, EToolSign::LowerOnly},
     };
+
     for (const auto& test : cases)
     {
         SCOPED_TRACE(test.pszFunction);
