@@ -20,40 +20,32 @@ protected:
     static constexpr int HEIGHT = 150;
     static constexpr int CAPTION = 22;
 
-    CTerrain& Terrain() { return *GetHost().GetEngine().GetCWorld().GetCTerrain(); }
-
     void SetGround(const std::function<float(int x, int z)>& getHeight)
     {
-        for (int z = 0; z <= 32; ++z)
+        for (int i = 0; i < 33 * 33; ++i)
         {
-            float row[33];
-            for (int x = 0; x <= 32; ++x)
-            {
-                row[x] = getHeight(x, z);
-            }
-            Terrain().SetRowHeights(0, static_cast<uint32_t>(z), row, 33);
+            const float fHeight = getHeight(i % 33, i / 33);
+            GetHost().GetEngine().GetCWorld().GetCTerrain()->SetRowHeights(
+                static_cast<uint32_t>(i % 33), static_cast<uint32_t>(i / 33), &fHeight, 1);
         }
         m_Window->GetViews().FrameAll();
         Settle();
     }
 
-    // The colour that the first view has beside the cursor, which is in its middle.
-    QColor Look()
-    {
-        Settle();
-        m_Picture = GetView().grabFramebuffer();
-        return m_Picture.pixelColor(m_Picture.width() / 2 + 6, m_Picture.height() / 2 - 6);
-    }
-
-    // What is beside the cursor has the colour of that sign. The picture gets a place in the sheet.
+    // The middle of the first view, where the cursor is, has the colour of that sign beside it. It
+    // gets a place in the sheet.
     void Expect(EToolSign eSign, const char* pszCaption)
     {
+        Settle();
+        const QImage picture = GetView().grabFramebuffer();
+        const QPoint middle = picture.rect().center();
         const SColor wanted = GetMarkColor(eSign);
-        const int iWanted = QColor::fromRgbF(wanted.r, wanted.g, wanted.b).hsvHue();
-        EXPECT_NEAR(Look().hsvHue(), iWanted, 14) << pszCaption;
-        const QRect middle(
-            m_Picture.width() / 2 - WIDTH / 2, m_Picture.height() / 2 - HEIGHT / 2, WIDTH, HEIGHT);
-        m_Cells.emplace_back(m_Picture.copy(middle), pszCaption);
+        EXPECT_NEAR(picture.pixelColor(middle + QPoint(6, -6)).hsvHue(),
+                    QColor::fromRgbF(wanted.r, wanted.g, wanted.b).hsvHue(),
+                    14)
+            << pszCaption;
+        const QPoint corner = middle - QPoint(WIDTH / 2, HEIGHT / 2);
+        m_Cells.emplace_back(picture.copy(QRect(corner, QSize(WIDTH, HEIGHT))), pszCaption);
     }
 
     void Take(const char* pszKey, float fExtent = 100.0F)
@@ -153,7 +145,6 @@ protected:
         EXPECT_TRUE(sheet.save("pictures/marks.png"));
     }
 
-    QImage m_Picture;
     std::vector<std::pair<QImage, QString>> m_Cells;
 };
 
