@@ -6,6 +6,7 @@
 #include "editor/view/Shaders.h"
 #include "editor/view/Vectors.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -194,8 +195,8 @@ void CMarkSign::Draw(OpenGl& gl,
                  1.0F - fTop / fHeight * 2.0F,
                  FRAME * mark.fSignPixels / fWidth * 2.0F,
                  -FRAME * mark.fSignPixels / fHeight * 2.0F);
-    // From above nothing is before the ground.
-    m_Shader.Set("uDepth", view.bOrthographic ? -1.0F : GetDepth(view, near));
+    // From above nothing is before the ground. What is seen may begin behind that point.
+    m_Shader.Set("uDepth", view.bOrthographic ? -1.0F : std::max(GetDepth(view, near), -1.0F));
     m_Shader.Set("uPoints", FRAME);
     m_Shader.Set("uRows", rows, SIDE);
     m_Shader.Set("uColor", GetMarkColor(mark.tool.eSign));

@@ -161,6 +161,12 @@ TEST_F(CToolMarkTest, HasAColourForEachDirectionAndASignForEachTool)
     }
     EXPECT_EQ(colors.size(), 5U) << "what is neutral has one colour";
     EXPECT_EQ(signs.size(), 9U);
+    // A view whose picture begins a little before the ground has the sign, too.
+    m_View = CRenderFixture::Look({MIDDLE, 550.0F, 820.0F}, -1.5707964F, -0.7853982F);
+    m_View.fNear = 600.0F;
+    const QImage without = Draw(m_View, m_Renderer.get());
+    Tool().eKind = EToolKind::Level;
+    EXPECT_EQ(CountDifferent(Draw(m_View, m_Renderer.get()), without), 26 * 26);
 }
 
 // Turned and mirrored as a stroke in another place is.
