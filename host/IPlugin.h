@@ -194,11 +194,11 @@ public:
 };
 
 // What a plug-in object may offer beyond IPlugin, each an interface of its own that the object
-// derives from: IPluginScript, IPluginTools, IPluginStrokes, IPluginPainting, IPluginBrushes. A
-// host asks for one with dynamic_cast from the IPlugin pointer and does without where that gives
-// null; it lives as long as the object. From Initialize to NOTIFY_HOST_GOES all of them can be
-// called; those that only tell something can be called during a drag and from within a call of the
-// plug-in's.
+// derives from: IPluginScript, IPluginTools, IPluginMark, IPluginStrokes, IPluginPainting,
+// IPluginBrushes. A host asks for one with dynamic_cast from the IPlugin pointer and does without
+// where that gives null; it lives as long as the object. From Initialize to NOTIFY_HOST_GOES all of
+// them can be called; those that only tell something can be called during a drag and from within a
+// call of the plug-in's.
 
 // The one exported function of a plug-in library, "InitializeMe", C linkage. uPlugin: the plug-in's
 // index in the host. Keeps the two pointers, which are borrowed until NOTIFY_HOST_GOES and never

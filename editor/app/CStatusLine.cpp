@@ -1,6 +1,7 @@
 #include "editor/app/CStatusLine.h"
 
 #include "editor/app/CViewWidget.h"
+#include "editor/app/ToolTexts.h"
 #include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
@@ -33,6 +34,16 @@ double GetSlope(CTerrain& terrain, int iX, int iZ)
     return std::acos(std::clamp(static_cast<double>(normal.y), -1.0, 1.0)) * DEGREES;
 }
 
+// "Set height, brush 40.0", in terrain units, of what sculpts or paints.
+QString GetBrushText(IPluginTools* pTools)
+{
+    const float fBrush = pTools != nullptr ? pTools->GetBrushExtent() : 0.0F;
+    const std::string strName = pTools != nullptr ? pTools->GetToolName() : "";
+    return !(fBrush > 0.0F) ? QString("no brush")
+                            : QString::fromStdString(strName) + (strName.empty() ? "" : ", ") +
+                                  "brush " + GetExtentText(fBrush);
+}
+
 } // namespace
 
 CStatusLine::CStatusLine(QWidget* pParent)
@@ -41,7 +52,7 @@ CStatusLine::CStatusLine(QWidget* pParent)
     , m_pPosition(AddField("status-position", "x 888888.8  z 888888.8  height 88888.88"))
     , m_pVertex(AddField("status-vertex", "vertex 88888, 88888"))
     , m_pSlope(AddField("status-slope", "slope 88.8\u00b0"))
-    , m_pBrush(AddField("status-brush", "brush 888888.8"))
+    , m_pBrush(AddField("status-brush", "Relative height, brush 888888.8"))
     , m_pFrame(AddField("status-frame", "frame 888.8 ms"))
     , m_pRecord(AddField("status-record", "recording"))
     , m_pWords(new QLabel(this))
@@ -112,8 +123,7 @@ void CStatusLine::Follow(CEditorHost& host, CViewWidget* pView, IPluginTools* pT
     const std::string& strCaption = host.GetCaption();
     const bool bMode = host.GetModes().GetCurrentModeId() != NO_MODE;
     m_pMode->setText(bMode ? QString::fromStdString(strCaption) : QString("No mode"));
-    const float fBrush = pTools != nullptr ? pTools->GetBrushExtent() : 0.0F;
-    m_pBrush->setText(fBrush > 0.0F ? QString("brush %1").arg(fBrush, 0, 'f', 1) : "no brush");
+    m_pBrush->setText(GetBrushText(pTools));
     if (pView != nullptr)
     {
         m_pFrame->setText(QString("frame %1 ms").arg(pView->GetFrameMilliseconds(), 0, 'f', 1));

@@ -16,13 +16,14 @@
 CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
     : QSplitter(Qt::Horizontal, pParent)
     , m_Parts(std::move(parts))
+    , m_MarkSource(m_Parts.pPlugin)
     , m_Events(std::move(events))
 {
     // One for all views: the contexts of a window share their textures.
     m_Parts.pCopies = std::make_shared<CTerrainCopies>();
-    m_Parts.findMark = [this](SVec3& mark)
+    m_Parts.fillMark = [this](SGroundMark& mark)
     {
-        return FindMark(mark);
+        FillMark(mark);
     };
     setObjectName("views");
     setChildrenCollapsible(false);
@@ -91,24 +92,19 @@ ViewId CViewArea::GetActiveId() const
 }
 
 // One mark for all views: the cursor is in one of them, or in none.
-EMarkPlace CViewArea::FindMark(SVec3& mark) const
+void CViewArea::FillMark(SGroundMark& mark)
 {
-    if (m_Parts.hand.bScript)
+    bool bSmooth = false;
+    mark.ePlace = m_Parts.hand.bScript ? EMarkPlace::Box : EMarkPlace::None;
+    for (auto i = m_Views.begin(); i != m_Views.end() && mark.ePlace == EMarkPlace::None; ++i)
     {
-        return EMarkPlace::Box;
+        const CViewInput& input = (*i)->GetInput();
+        mark.ePlace = input.IsFixed()           ? EMarkPlace::Box
+                      : input.FindMark(mark.at) ? EMarkPlace::Cursor
+                                                : EMarkPlace::None;
+        bSmooth = mark.ePlace == EMarkPlace::Cursor && (*i)->WouldSmooth();
     }
-    for (CViewWidget* pView : m_Views)
-    {
-        if (pView->GetInput().IsFixed())
-        {
-            return EMarkPlace::Box;
-        }
-        if (pView->GetInput().FindMark(mark))
-        {
-            return EMarkPlace::Cursor;
-        }
-    }
-    return EMarkPlace::None;
+    m_MarkSource.Fill(bSmooth, mark);
 }
 
 bool CViewArea::IsComplete() const

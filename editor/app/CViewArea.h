@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/app/CMarkSource.h"
 #include "editor/app/CViewWidget.h"
 
 #include <QSplitter>
@@ -33,9 +34,10 @@ public:
     void LookFrom(CCamera& camera, float fX, float fZ);
 
 private:
-    EMarkPlace FindMark(SVec3& mark) const;
+    void FillMark(SGroundMark& mark);
 
     SViewParts m_Parts;
+    CMarkSource m_MarkSource;
     SViewEvents m_Events;
     std::vector<CViewWidget*> m_Views; // the splitter's
     ViewId m_Active = NO_VIEW;

@@ -106,7 +106,8 @@ void CViewWidget::paintGL()
     m_Parts.host.RenderFrame();
     SRenderSettings settings = m_Parts.settings.render;
     settings.bWireFrame = m_bWireFrame;
-    settings.eMark = m_Parts.findMark(settings.mark);
+    m_Parts.fillMark(settings.mark);
+    settings.mark.fSignPixels = static_cast<float>(devicePixelRatioF());
     settings.fQuality = m_Quality.Get();
     settings.uMostNewBytes = m_bSoftware ? MOST_SOFTWARE_BYTES : MOST_NEW_BYTES;
     settings.bMask = m_pTools == nullptr || m_pTools->IsMaskActing();
@@ -271,16 +272,27 @@ void CViewWidget::FrameSpot()
 
 void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
 {
+    m_bSmooth = m_Keys.IsSmoothing(modifiers);
     const bool bStroke = m_Input.IsStroking() && m_pTools != nullptr && m_pTools->HeedsMinMax();
     const bool bMin = modifiers.testFlag(Qt::ControlModifier) || m_Parts.hand.bRaise;
     const bool bMax = modifiers.testFlag(Qt::AltModifier) || m_Parts.hand.bLower;
     m_pNote->SetState(bStroke && bMin ? "min" : bStroke && bMax ? "max" : "");
 }
 
+// The mark shows what a press would do with the keys that are held now.
+void CViewWidget::FollowKey(const QKeyEvent& event)
+{
+    if (!event.isAutoRepeat())
+    {
+        Update();
+    }
+}
+
 void CViewWidget::keyPressEvent(QKeyEvent* pEvent)
 {
     const bool bTaken = m_pHand->Press(*pEvent) || m_Keys.Set(*pEvent, true);
     ShowKeys(QGuiApplication::queryKeyboardModifiers());
+    FollowKey(*pEvent);
     if (!bTaken)
     {
         QOpenGLWidget::keyPressEvent(pEvent);
@@ -291,6 +303,7 @@ void CViewWidget::keyReleaseEvent(QKeyEvent* pEvent)
 {
     const bool bTaken = m_pHand->Release(*pEvent) || m_Keys.Set(*pEvent, false);
     ShowKeys(QGuiApplication::queryKeyboardModifiers());
+    FollowKey(*pEvent);
     if (!bTaken)
     {
         QOpenGLWidget::keyReleaseEvent(pEvent);
@@ -346,6 +359,7 @@ void CViewWidget::focusOutEvent(QFocusEvent* pEvent)
     m_pHand->End();
     m_Keys.Release(dynamic_cast<CViewWidget*>(QApplication::focusWidget()) == nullptr);
     m_pNote->SetState("");
+    m_bSmooth = false;
     if (pEvent->reason() == Qt::MenuBarFocusReason || pEvent->reason() == Qt::PopupFocusReason)
     {
         m_Input.End(); // a menu takes the mouse, and the release with it

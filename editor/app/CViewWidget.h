@@ -49,7 +49,7 @@ struct SViewParts
     SHandState& hand;
     std::shared_ptr<CTerrainCopies> pCopies =
         nullptr; // the area makes them: the contexts of a window share
-    std::function<EMarkPlace(SVec3& mark)> findMark = nullptr; // the area's, too
+    std::function<void(SGroundMark& mark)> fillMark = nullptr; // the area's, too
 };
 
 // One view of the terrain: draws it, and gives its mouse and keys to the input. A frame is drawn at
@@ -84,6 +84,8 @@ public:
 
     const CViewKeys& GetKeys() const { return m_Keys; }
 
+    bool WouldSmooth() const { return m_bSmooth && m_Input.IsIdle(); } // what a press would draw
+
     bool IsWireFrame() const { return m_bWireFrame; }
 
     void SetWireFrame(bool bOn);
@@ -116,6 +118,7 @@ private:
     void TakeKeyboard(); // unless somebody else needs it
     void ReleaseRenderer();
     void ShowKeys(Qt::KeyboardModifiers modifiers);
+    void FollowKey(const QKeyEvent& event);
     void Update();
 
     SViewParts m_Parts;
@@ -133,7 +136,8 @@ private:
     CFrameQuality m_Quality;
     QTimer m_FrameTimer; // a frame follows, after what is waiting
     bool m_bWireFrame = false;
-    bool m_bReady = false; // the renderer has its context
+    bool m_bSmooth = false; // by the keys of the last event
+    bool m_bReady = false;  // the renderer has its context
     bool m_bSoftware = false;
     double m_FrameMilliseconds = 0.0;
 };

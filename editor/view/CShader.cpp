@@ -123,6 +123,16 @@ void CShader::Set(const char* pszName, const SColor* pColors, int nCount)
     m_Gl->glUniform4fv(Find(pszName), nCount, &pColors->r);
 }
 
+void CShader::Set(const char* pszName, const SVec4* pVectors, int nCount)
+{
+    m_Gl->glUniform4fv(Find(pszName), nCount, &pVectors->x);
+}
+
+void CShader::Set(const char* pszName, const int* pValues, int nCount)
+{
+    m_Gl->glUniform1iv(Find(pszName), nCount, pValues);
+}
+
 void CShader::SetMatrix(const char* pszName, const float (&matrix)[16])
 {
     m_Gl->glUniformMatrix4fv(Find(pszName), 1, GL_FALSE, matrix);

@@ -23,6 +23,8 @@ public:
     void Set(const char* pszName, float fX, float fY, float fZ, float fW);
     void Set(const char* pszName, const SColor& color);
     void Set(const char* pszName, const SColor* pColors, int nCount);
+    void Set(const char* pszName, const SVec4* pVectors, int nCount);
+    void Set(const char* pszName, const int* pValues, int nCount);
     void SetMatrix(const char* pszName, const float (&matrix)[16]);
 
 private:

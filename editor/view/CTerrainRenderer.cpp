@@ -2,6 +2,7 @@
 
 #include "editor/view/CGroundOverlays.h"
 #include "editor/view/CLineBatch.h"
+#include "editor/view/CMarkSign.h"
 #include "editor/view/CMaterialCache.h"
 #include "editor/view/CPatchMesh.h"
 #include "editor/view/CPatchSelection.h"
@@ -26,6 +27,7 @@ namespace
 constexpr float RADIANS = 0.017453292519943F;
 constexpr uint32_t MOST_PATCHES = 420; // at full quality
 constexpr uint32_t LEAST_PATCHES = 16;
+constexpr float LINE_MARGIN = 4.0F;  // what the outline of a mark is wide, device pixels
 constexpr float LINE_PIXELS = 55.0F; // contour lines are about so far apart on the screen
 
 SVec3 GetSun(const SRenderSettings& settings)
@@ -43,6 +45,40 @@ float GetRoundStep(float fWanted)
     return fPower * (fShare < 1.5F ? 1.0F : fShare < 3.5F ? 2.0F : fShare < 7.5F ? 5.0F : 10.0F);
 }
 
+float GetQuality(const SRenderSettings& settings)
+{
+    return std::clamp(settings.fQuality, SRenderSettings::LEAST_QUALITY, 1.0F);
+}
+
+// How far ground may be drawn beside its place, device pixels.
+float GetError(const SRenderSettings& settings)
+{
+    return settings.fDetailPixels / GetQuality(settings);
+}
+
+SVec3 GetCell(const CTerrain& terrain)
+{
+    const SVec3 size = terrain.GetSize();
+    return {size.x / static_cast<float>(terrain.GetCellsPerSide()),
+            0.0F,
+            size.z / static_cast<float>(terrain.GetCellsPerSideZ())};
+}
+
+// Whether one of the boxes reaches into the patch, seen from above.
+bool IsTouched(const SPatchInstance& patch, const SVec3& cell, const std::vector<SExtents>& boxes)
+{
+    const auto fCells = static_cast<float>(CPatchTree::PATCH_CELLS);
+    const SVec3 low = {
+        static_cast<float>(patch.iX) * cell.x, 0.0F, static_cast<float>(patch.iZ) * cell.z};
+    const SVec3 high = AddScaled(low, cell, static_cast<float>(patch.iStride) * fCells);
+    return std::any_of(boxes.begin(),
+                       boxes.end(),
+                       [&](const SExtents& box) {
+                           return box.min.x <= high.x && box.max.x >= low.x &&
+                                  box.min.z <= high.z && box.max.z >= low.z;
+                       });
+}
+
 } // namespace
 
 struct CTerrainRenderer::SParts
@@ -55,6 +91,7 @@ struct CTerrainRenderer::SParts
     CPatchMesh mesh;
     CLineBatch batch;
     CGroundOverlays overlays;
+    CMarkSign sign;
     CMaterialCache materials;
     CPatchSelection selection;
     void DrawSky(const SRenderSettings& settings);
@@ -67,7 +104,15 @@ struct CTerrainRenderer::SParts
                      const CTerrain& terrain,
                      const CPatchTree& tree,
                      const SRenderSettings& settings);
-    void BindTile(const CTerrainTiles& tiles, uint32_t uX, uint32_t uZ, uint32_t uCoarse);
+    void DrawMark(const CTerrainCopies& copies,
+                  const SViewProjection& view,
+                  const CTerrain& terrain,
+                  const SRenderSettings& settings,
+                  SRenderStatistics& statistics);
+    void SetPlaces(CShader& shader, const SViewProjection& view, const CTerrain& terrain);
+    void BindTile(
+        CShader& shader, const CTerrainTiles& tiles, uint32_t uX, uint32_t uZ, uint32_t uCoarse);
+    bool BindRange(CShader& shader, const CTerrainCopies& copies, const SPatchRange& range);
     void DrawRanges(const CTerrainCopies& copies, SRenderStatistics& statistics);
 };
 
@@ -93,7 +138,8 @@ bool CTerrainRenderer::Initialize(std::string& strFault)
     pParts->pGl = pGl;
     if (!pParts->ground.Make(*pGl, GROUND_VERT, GROUND_FRAG, strFault) ||
         !pParts->sky.Make(*pGl, SKY_VERT, SKY_FRAG, strFault) ||
-        !pParts->lines.Make(*pGl, LINE_VERT, LINE_FRAG, strFault))
+        !pParts->lines.Make(*pGl, LINE_VERT, LINE_FRAG, strFault) ||
+        !pParts->overlays.Make(*pGl, strFault) || !pParts->sign.Make(*pGl, strFault))
     {
         return false;
     }
@@ -116,6 +162,7 @@ void CTerrainRenderer::Release()
     m_Parts->ground.Release(gl);
     m_Parts->sky.Release(gl);
     m_Parts->lines.Release(gl);
+    m_Parts->sign.Release(gl);
     gl.glDeleteVertexArrays(1, &m_Parts->uNothing);
     m_Parts->mesh.Release(gl);
     m_Parts->batch.Release(gl);
@@ -152,11 +199,16 @@ bool CTerrainRenderer::Render(const SViewProjection& view,
         m_Statistics.bComplete = m_Copies->IsComplete();
         m_Parts->overlays.Begin();
         m_Parts->DrawGround(*m_Copies, view, engine, settings, m_Statistics);
+        m_Parts->DrawMark(*m_Copies, view, *pTerrain, settings, m_Statistics);
         m_Parts->overlays.Sweep(gl);
         float matrix[16];
         view.GetMatrix(matrix);
         m_Statistics.uDrawCalls +=
             m_Parts->batch.Draw(gl, m_Parts->lines, matrix, engine.GetDebugLines());
+        if (const auto& middle = m_Parts->overlays.GetMark().GetMiddle())
+        {
+            m_Parts->sign.Draw(gl, m_Parts->uNothing, view, settings.mark, *middle);
+        }
     }
     gl.glBindVertexArray(0);
     gl.glUseProgram(0);
@@ -182,30 +234,20 @@ void CTerrainRenderer::SParts::DrawGround(const CTerrainCopies& copies,
                                           SRenderStatistics& statistics)
 {
     const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
-    const uint32_t uCellsX = terrain.GetCellsPerSide();
-    const uint32_t uCellsZ = terrain.GetCellsPerSideZ();
-    const SVec3 size = terrain.GetSize();
-    const float fQuality = std::clamp(settings.fQuality, SRenderSettings::LEAST_QUALITY, 1.0F);
+    const float fQuality = GetQuality(settings);
     SDetail detail;
-    detail.cell = {
-        size.x / static_cast<float>(uCellsX), 0.0F, size.z / static_cast<float>(uCellsZ)};
-    detail.fPixels = settings.fDetailPixels / fQuality;
+    detail.cell = GetCell(terrain);
+    detail.fPixels = GetError(settings);
     detail.uMaxPatches =
         std::max(LEAST_PATCHES, static_cast<uint32_t>(static_cast<float>(MOST_PATCHES) * fQuality));
     selection.Select(copies.GetTree(), view, detail);
 
-    float matrix[16];
-    view.GetMatrix(matrix);
     ground.Use(*pGl);
-    ground.SetMatrix("uMatrix", matrix);
-    ground.Set("uHeights", 0);
+    SetPlaces(ground, view, terrain);
     ground.Set("uNormals", 1);
     ground.Set("uTypes", 2);
     ground.Set("uMask", 3);
-    ground.Set("uPreview", 4);
-    ground.Set("uLast", static_cast<int>(uCellsX), static_cast<int>(uCellsZ));
-    ground.Set("uCell", detail.cell.x, detail.cell.z);
-    ground.Set("uSize", size);
+    ground.Set("uSize", terrain.GetSize());
     ground.Set("uSun", GetSun(settings));
     ground.Set("uAmbient", settings.fAmbient);
     ground.Set("uEye", view.position);
@@ -227,15 +269,10 @@ void CTerrainRenderer::SParts::DrawRanges(const CTerrainCopies& copies,
 {
     for (const SPatchRange& range : selection.GetRanges())
     {
-        const bool bThere = copies.HasTile(range.uTileX, range.uTileZ);
-        if (!bThere && !copies.GetCoarse().IsMade())
+        if (!BindRange(ground, copies, range))
         {
             continue;
         }
-        BindTile(bThere ? copies.GetTiles() : copies.GetCoarse().GetTiles(),
-                 bThere ? range.uTileX : 0,
-                 bThere ? range.uTileZ : 0,
-                 bThere ? 0 : copies.GetCoarse().GetShift());
         mesh.Draw(*pGl, range.uFirst, range.uCount);
         ++statistics.uDrawCalls;
         statistics.uPatches += range.uCount;
@@ -243,21 +280,92 @@ void CTerrainRenderer::SParts::DrawRanges(const CTerrainCopies& copies,
     statistics.uTriangles = statistics.uPatches * CPatchMesh::TRIANGLES;
 }
 
+// Once more the patches that the mark touches, with what it lays over them.
+void CTerrainRenderer::SParts::DrawMark(const CTerrainCopies& copies,
+                                        const SViewProjection& view,
+                                        const CTerrain& terrain,
+                                        const SRenderSettings& settings,
+                                        SRenderStatistics& statistics)
+{
+    statistics.uUploadedBytes += overlays.PlaceMark(*pGl, terrain, settings);
+    CMarkOverlay& mark = overlays.GetMark();
+    if (!mark.GetMiddle() || !mark.Begin(*pGl, view, terrain, GetError(settings) + LINE_MARGIN))
+    {
+        return;
+    }
+    SetPlaces(mark.GetShader(), view, terrain);
+    const SVec3 cell = GetCell(terrain);
+    for (const SPatchRange& range : selection.GetRanges())
+    {
+        const uint32_t uEnd = range.uFirst + range.uCount;
+        bool bBound = false;
+        uint32_t uRun = 0; // patches beside one another in the array, drawn at one go
+        for (uint32_t u = range.uFirst; u <= uEnd; ++u)
+        {
+            if (u < uEnd && IsTouched(selection.GetInstances()[u], cell, mark.GetBoxes()))
+            {
+                ++uRun;
+                continue;
+            }
+            if (uRun > 0 && (bBound || BindRange(mark.GetShader(), copies, range)))
+            {
+                bBound = true;
+                mesh.Draw(*pGl, u - uRun, uRun);
+                ++statistics.uDrawCalls;
+            }
+            uRun = 0;
+        }
+    }
+    CMarkOverlay::End(*pGl);
+}
+
+// Where the vertices of patches are. shader: in use, of the ground's vertices.
+void CTerrainRenderer::SParts::SetPlaces(CShader& shader,
+                                         const SViewProjection& view,
+                                         const CTerrain& terrain)
+{
+    float matrix[16];
+    view.GetMatrix(matrix);
+    const SVec3 cell = GetCell(terrain);
+    shader.SetMatrix("uMatrix", matrix);
+    shader.Set("uHeights", 0);
+    shader.Set("uLast",
+               static_cast<int>(terrain.GetCellsPerSide()),
+               static_cast<int>(terrain.GetCellsPerSideZ()));
+    shader.Set("uCell", cell.x, cell.z);
+}
+
+// False where there is nothing yet, not even the coarse ground.
+bool CTerrainRenderer::SParts::BindRange(CShader& shader,
+                                         const CTerrainCopies& copies,
+                                         const SPatchRange& range)
+{
+    const bool bThere = copies.HasTile(range.uTileX, range.uTileZ);
+    if (!bThere && !copies.GetCoarse().IsMade())
+    {
+        return false;
+    }
+    BindTile(shader,
+             bThere ? copies.GetTiles() : copies.GetCoarse().GetTiles(),
+             bThere ? range.uTileX : 0,
+             bThere ? range.uTileZ : 0,
+             bThere ? 0 : copies.GetCoarse().GetShift());
+    return true;
+}
+
 // uCoarse: the tiles are of ground with every 2^n-th vertex.
-void CTerrainRenderer::SParts::BindTile(const CTerrainTiles& tiles,
-                                        uint32_t uX,
-                                        uint32_t uZ,
-                                        uint32_t uCoarse)
+void CTerrainRenderer::SParts::BindTile(
+    CShader& shader, const CTerrainTiles& tiles, uint32_t uX, uint32_t uZ, uint32_t uCoarse)
 {
     tiles.Bind(*pGl, uX, uZ);
-    ground.Set("uTile",
+    shader.Set("uTile",
                static_cast<int>(uX * tiles.GetTileCells()),
                static_cast<int>(uZ * tiles.GetTileCells()));
-    ground.Set("uTileSize",
+    shader.Set("uTileSize",
                static_cast<float>(tiles.GetWidth(uX)),
                static_cast<float>(tiles.GetDepth(uZ)));
-    ground.Set("uCoarse", static_cast<int>(uCoarse));
-    ground.Set("uTexels", 1.0F / static_cast<float>(1U << uCoarse));
+    shader.Set("uCoarse", static_cast<int>(uCoarse));
+    shader.Set("uTexels", 1.0F / static_cast<float>(1U << uCoarse));
 }
 
 void CTerrainRenderer::SParts::SetMaterial(const SViewProjection& view,

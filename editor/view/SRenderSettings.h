@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/view/SGroundMark.h"
 #include "host/HostTypes.h"
 
 #include <cstdint>
@@ -7,14 +8,6 @@
 
 class CPaintLayer;
 class ITexture;
-
-// Where the shape that a mode projects on the ground is shown.
-enum class EMarkPlace : uint8_t
-{
-    Box,    // in the box that came with it
-    Cursor, // as large, about a point
-    None,
-};
 
 // How a view wants its picture. Plain values that the view keeps and changes freely from frame to
 // frame; the renderer keeps none of them.
@@ -48,8 +41,8 @@ struct SRenderSettings
     // none. Borrowed for the call.
     const CPaintLayer* pPaintLayer = nullptr;
 
-    EMarkPlace eMark = EMarkPlace::Box;
-    SVec3 mark; // with Cursor, terrain units
+    SGroundMark mark;        // of the tool at hand
+    float fMarkTint = 0.72F; // strength of its colour at full weight, 0..1
 
     // The file of the material shown while the terrain names none; empty: plain grey.
     std::string strDefaultMaterial;
@@ -57,7 +50,6 @@ struct SRenderSettings
     SColor skyTop = {0.36F, 0.47F, 0.60F, 1.0F};
     SColor skyBottom = {0.73F, 0.78F, 0.82F, 1.0F};
     float fHaze = 0.22F; // how far distant ground takes the colour of the sky, 0..1
-    SColor previewColor = {1.0F, 0.62F, 0.16F, 0.72F}; // under the brush; alpha is its strength
-    bool bMask = true; // false: the overlay of the terrain keeps nothing now and is left out
+    bool bMask = true;   // false: the overlay of the terrain keeps nothing now and is left out
     SColor maskColor = {0.80F, 0.16F, 0.22F, 0.55F}; // where the mask keeps brushes off
 };

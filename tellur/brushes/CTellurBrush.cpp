@@ -179,6 +179,11 @@ bool CTellurBrush::HeedsModeKeys() const
     return m_Function != nullptr && m_Function->HeedsModeKeys();
 }
 
+bool CTellurBrush::GetEnds(SVec3& first, SVec3& second) const
+{
+    return m_Function != nullptr && m_Function->GetEnds(first, second);
+}
+
 CRTTIObject* CTellurBrush::GetRTTIObject()
 {
     return m_Function != nullptr ? m_Function->GetRTTIObject() : nullptr;

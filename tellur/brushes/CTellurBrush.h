@@ -72,8 +72,9 @@ public:
 
     void SetFunction(ITellurFunction* pFunction) override;
     const char* GetFunctionName() const override;
-    EStrokePath GetStrokePath() const; // of the function; None without one
-    bool HeedsModeKeys() const;        // as above; false without one
+    EStrokePath GetStrokePath() const;               // of the function; None without one
+    bool HeedsModeKeys() const;                      // as above; false without one
+    bool GetEnds(SVec3& first, SVec3& second) const; // as above
     CRTTIObject* GetRTTIObject() override;
     const CRTTIObject* GetRTTIObject() const override;
 

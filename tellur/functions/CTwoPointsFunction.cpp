@@ -55,6 +55,13 @@ int CTwoPointsFunction::OnMouseMove(ITerrainModification* /*pModification*/,
     return iHit;
 }
 
+bool CTwoPointsFunction::GetEnds(SVec3& first, SVec3& second) const
+{
+    first = m_First;
+    second = m_Second;
+    return !(m_First.x < 0.0F || m_Second.x < 0.0F);
+}
+
 int CTwoPointsFunction::End(ITerrainModification* pModification,
                             ITellurBrush* pBrush,
                             ViewId view,

@@ -27,6 +27,8 @@ public:
                     uintptr_t uExtra1,
                     uintptr_t uExtra2) override;
 
+    bool GetEnds(SVec3& first, SVec3& second) const override;
+
     virtual void Process(ITerrainModification* pModification,
                          ITellurBrush* pBrush,
                          const SVec3& first,

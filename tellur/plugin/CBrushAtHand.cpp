@@ -123,6 +123,11 @@ CTellurBrush* CBrushAtHand::FindLastTool() const
     return pTool != nullptr ? pTool : m_Brushes.FindBrush(FIRST_TOOL);
 }
 
+const CTellurBrush* CBrushAtHand::FindSmoothing() const
+{
+    return m_Brushes.FindBrush(SMOOTHING);
+}
+
 // The brush of the stroke before goes on where nothing about it has changed, because that is what
 // whoever plays a recording has.
 bool CBrushAtHand::BeginSmoothing()
@@ -132,7 +137,7 @@ bool CBrushAtHand::BeginSmoothing()
         return false;
     }
     EndSmoothing();
-    const CTellurBrush* pBlur = m_Brushes.FindBrush(SMOOTHING);
+    const CTellurBrush* pBlur = FindSmoothing();
     if (pBlur == nullptr || m_pCurrentBrush == nullptr || !IsTerraformingOn())
     {
         return false;

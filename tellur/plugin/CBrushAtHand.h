@@ -42,6 +42,8 @@ public:
     // mask of the current one. False without a brush, while terraforming is off and while a drag
     // runs.
     bool BeginSmoothing();
+    // The tool brush that it takes the rest from; null only without tools.
+    const CTellurBrush* FindSmoothing() const;
     // Gives the tool of before back, unless another brush was chosen meanwhile.
     void EndSmoothing();
 

@@ -33,6 +33,8 @@ IPluginImpl::IPluginImpl()
     : SPluginParts(GetBrushes())
     , CPainting(modes)
     , CPluginTools(GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel)
+    , CPluginMark(
+          terraforming, brush, static_cast<CPainting&>(*this), static_cast<CPluginTools&>(*this))
     , CPluginStrokes(terraforming, brush, static_cast<CPluginTools&>(*this))
     , CPluginScript({GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel})
 {

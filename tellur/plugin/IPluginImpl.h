@@ -13,6 +13,7 @@
 #include "tellur/plugin/CHeightPick.h"
 #include "tellur/plugin/CPainting.h"
 #include "tellur/plugin/CPanelLink.h"
+#include "tellur/plugin/CPluginMark.h"
 #include "tellur/plugin/CPluginMenus.h"
 #include "tellur/plugin/CPluginModes.h"
 #include "tellur/plugin/CPluginScript.h"
@@ -54,6 +55,7 @@ class IPluginImpl : public IPlugin,
                     private SPluginParts,
                     public CPainting,
                     public CPluginTools,
+                    public CPluginMark,
                     public CPluginStrokes,
                     public CPluginScript
 {

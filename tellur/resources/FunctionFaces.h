@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/core/Resources.h"
+#include "host/IPluginMark.h"
 
 #include <cstdint>
 #include <span>
@@ -15,9 +16,10 @@ struct SFunctionFace
     uint32_t uButton = 0;         // id of the button's control and of its tip
     const char* pszButton = "";   // what the button says where its picture cannot be drawn
     const char* pszTip = "";
-    const char* pszMenu = ""; // '&' before the letter that chooses it
-    SBitmapResource image;    // of the button
-    SCursorResource cursor;   // two functions may have the same
+    const char* pszMenu = "";           // '&' before the letter that chooses it
+    EToolKind eKind = EToolKind::Other; // which its mark on the ground shows
+    SBitmapResource image;              // of the button
+    SCursorResource cursor;             // two functions may have the same
 };
 
 // In the order in which the plug-in makes the functions. Static storage.

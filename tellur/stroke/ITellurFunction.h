@@ -75,6 +75,10 @@ public:
     // Whether it takes its mode from the keys that are held: Ctrl only raises, Alt only lowers.
     virtual bool HeedsModeKeys() const { return false; }
 
+    // Gives the ends of what the drag lays so far, terrain units. False where a function has none,
+    // and as long as the cursor was not over the ground.
+    virtual bool GetEnds(SVec3& /*first*/, SVec3& /*second*/) const { return false; }
+
     // Must agree with MergeHeight.
     virtual EMergeRule GetMergeRule() const { return EMergeRule::ByCall; }
 };

@@ -7,7 +7,6 @@ in vec2 vCorner;
 uniform sampler2D uNormals;
 uniform sampler2D uTypes;
 uniform sampler2D uMask;
-uniform sampler2D uPreview;
 uniform ivec2 uTile;
 uniform vec2 uTileSize; // texels of the normals
 uniform float uTexels;  // of the normals, from a vertex to the next
@@ -31,9 +30,6 @@ uniform bool uTypeSwapped;  // blue comes first
 uniform bool uPainting;     // the bitmap is laid over the shaded ground
 uniform vec2 uMaskScale; // terrain units to the mask; 0: none
 uniform vec4 uMaskColor;
-uniform vec4 uPreviewBox; // x, z, 1 / width, 1 / depth
-uniform vec4 uPreviewColor;
-uniform float uPreviewFrame; // 1: a line around the box
 uniform bool uFlat;
 uniform bool uWire;
 uniform bool uGrid;
@@ -162,19 +158,6 @@ void main()
         vec2 at = vPosition.xz * uMaskScale + 0.5 / vec2(textureSize(uMask, 0));
         float fKept = 1.0 - texture(uMask, at).r;
         color = mix(color, uMaskColor.rgb, fKept * uMaskColor.a);
-    }
-    vec2 inBox = (vPosition.xz - uPreviewBox.xy) * uPreviewBox.zw;
-    if (uPreviewBox.z > 0.0 && inBox == clamp(inBox, 0.0, 1.0))
-    {
-        float fStrength = texture(uPreview, inBox).r;
-        // A line where the brush begins, and the tint of its strength.
-        float fRim = 1.0 - smoothstep(0.0, 1.5, abs(fStrength - 0.04) / max(fwidth(fStrength), 1e-4));
-        fRim *= step(1e-4, fwidth(fStrength));
-        color = mix(color, uPreviewColor.rgb, fStrength * uPreviewColor.a);
-        color = mix(color, uPreviewColor.rgb * 1.2, fRim * 0.8);
-        vec2 edge = min(inBox, 1.0 - inBox) / max(fwidth(inBox), vec2(1e-6));
-        float fFrame = 1.0 - smoothstep(0.5, 2.0, min(edge.x, edge.y));
-        color = mix(color, uPreviewColor.rgb * 1.2, fFrame * uPreviewFrame * 0.8);
     }
     float fHaze = uHaze.a * smoothstep(0.25, 1.0, distance(uEye, vPosition) / uHazeDistance);
     oColor = vec4(mix(color, uHaze.rgb, fHaze), 1.0);

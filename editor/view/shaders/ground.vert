@@ -15,6 +15,7 @@ uniform mat4 uMatrix;
 out vec3 vPosition;
 out vec2 vGrid;   // vertices from the terrain's corner
 out vec2 vCorner; // squares from the patch's corner
+invariant gl_Position; // what is laid over the ground has the same places
 
 // Counted from the terrain's corner: beside coarse ground the next vertex may lie outside the patch.
 int Snap(int iAlong, int iFirst, int iLevels)

@@ -200,7 +200,7 @@ TEST_F(CSculpting, KeysNotesAndStatusSayWhatIsUnderTheHand)
     CCursorNote& note = GetView().GetNote();
     MoveTo(GetView(), {0.5, 0.5});
     EXPECT_EQ(GetStatus("status-mode"), "Terraforming");
-    EXPECT_EQ(GetStatus("status-brush"), "brush 40.0");
+    EXPECT_EQ(GetStatus("status-brush"), "Relative height, brush 40.0");
     EXPECT_TRUE(GetStatus("status-position").contains("height 20.00"))
         << GetStatus("status-position").toStdString();
     EXPECT_TRUE(GetStatus("status-slope").startsWith("slope 0.0"));
@@ -209,7 +209,7 @@ TEST_F(CSculpting, KeysNotesAndStatusSayWhatIsUnderTheHand)
     EXPECT_EQ(pTools->GetBrushExtent(), 44.0F);
     EXPECT_TRUE(note.isVisible());
     EXPECT_EQ(note.text(), "brush 44.0");
-    EXPECT_EQ(GetStatus("status-brush"), "brush 44.0");
+    EXPECT_EQ(GetStatus("status-brush"), "Relative height, brush 44.0");
 
     ASSERT_NO_FATAL_FAILURE(TakeBrush("SetHeightFunction", "m_Height", "60"));
     Do({"mousedown", "1"});

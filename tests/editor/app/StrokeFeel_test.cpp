@@ -150,7 +150,7 @@ protected:
             for (int x = 0; x < picture.width(); ++x)
             {
                 const QColor color = picture.pixelColor(x, y);
-                if (color.red() > color.blue() + 60)
+                if (color.green() > color.red() + 60)
                 {
                     fX += x;
                     fY += y;
