@@ -7,6 +7,7 @@
 #include "engine/terrain/SHeightField.h"
 #include "host/Export.h"
 #include "host/ITerrainAccess.h"
+#include "host/ITerrainProtection.h"
 #include "host/Terrain.h"
 
 #include <string>
@@ -22,7 +23,7 @@ struct SProjectedTexture
 // The engine's terrain: heights in one contiguous array, normals that follow them, and the state
 // that a renderer shows. Rectangular ones are allowed. Positions count from the corner of vertex
 // (0, 0) and use the absolute value of the size vector. Owned by its world; UI thread.
-class TELLUR_API CTerrain final : public Terrain, public ITerrainAccess
+class TELLUR_API CTerrain final : public Terrain, public ITerrainAccess, public ITerrainProtection
 {
 public:
     // Takes the heights over. The field must have valid sizes (IsTerrainSizeValid,
@@ -59,6 +60,8 @@ public:
     void AddWatcher(ITerrainWatcher* pWatcher) override;
     void RemoveWatcher(ITerrainWatcher* pWatcher) override;
 
+    const uint64_t* GetProtectedRows(int32_t iSquareX, int32_t iSquareZ) const override;
+
     // A new frame starts: the projected texture is gone.
     void BeginFrame();
 
@@ -73,10 +76,16 @@ public:
     // Whether these are the heights and sizes, bit for bit.
     bool IsSameField(const SHeightField& field) const;
 
+    // Which vertices SetHeights, SetBlockHeights and the tools that ask leave alone; SetRowHeights
+    // does not. It goes with the field. Whoever changes it ends a drag that runs before.
+    CVertexProtection& GetProtection() { return m_Field.protection; }
+
+    const CVertexProtection& GetProtection() const { return m_Field.protection; }
+
     void SetListener(ITerrainListener* pListener) { m_Listener = pListener; } // borrowed; or null
 
-    // Sets nCount heights beside one another in a row, from a column on. All vertices are inside
-    // the terrain and all heights finite, which is not checked.
+    // Sets nCount heights beside one another in a row, from a column on, protected ones too. All
+    // vertices are inside the terrain and all heights finite, which is not checked.
     void SetRowHeights(uint32_t uColumn, uint32_t uRow, const float* pHeights, uint32_t nCount);
 
     // All heights, row-major, valid until ReplaceField.
@@ -144,6 +153,7 @@ public:
 
 private:
     const CHeightPyramid* FetchPyramid() const;
+    void AdaptProtection();
     void OnHeightsChanged(const SVertexRect& rect);
     void TellBefore(const SVertexRect& rect); // those who keep in mind what heights were
     void TellGoing();
