@@ -63,9 +63,8 @@ bool IsSizeVectorValid(const SVec3& size)
 }
 
 CTerrain::CTerrain(SHeightField&& field)
-    : m_Field(std::move(field))
+    : CProtectedField(std::move(field))
 {
-    AdaptProtection();
     m_Dirty.Reset({0, 0, m_Field.uSizeX, m_Field.uSizeZ});
 }
 
@@ -248,10 +247,9 @@ SHeightField CTerrain::ReplaceField(SHeightField&& field)
 {
     TellGoing();
     // The pyramid needs no call: the reset below makes all heights new to it.
-    SHeightField before = std::exchange(m_Field, std::move(field));
+    SHeightField before = Exchange(std::move(field));
     // The overlay lies over the whole terrain: its scale goes with the width.
     m_OverlayTransform.m[2] *= std::fabs(before.size.x / m_Field.size.x);
-    AdaptProtection();
     m_Normals.Reset();
     m_Dirty.Reset({0, 0, m_Field.uSizeX, m_Field.uSizeZ});
     m_Projected = {};

@@ -3,11 +3,10 @@
 #include "engine/terrain/CDirtyRegions.h"
 #include "engine/terrain/CHeightPyramid.h"
 #include "engine/terrain/CNormalField.h"
+#include "engine/terrain/CProtectedField.h"
 #include "engine/terrain/ITerrainListener.h"
-#include "engine/terrain/SHeightField.h"
 #include "host/Export.h"
 #include "host/ITerrainAccess.h"
-#include "host/ITerrainProtection.h"
 #include "host/Terrain.h"
 
 #include <string>
@@ -23,7 +22,7 @@ struct SProjectedTexture
 // The engine's terrain: heights in one contiguous array, normals that follow them, and the state
 // that a renderer shows. Rectangular ones are allowed. Positions count from the corner of vertex
 // (0, 0) and use the absolute value of the size vector. Owned by its world; UI thread.
-class TELLUR_API CTerrain final : public Terrain, public ITerrainAccess, public ITerrainProtection
+class TELLUR_API CTerrain final : public Terrain, public ITerrainAccess, public CProtectedField
 {
 public:
     // Takes the heights over. The field must have valid sizes (IsTerrainSizeValid,
@@ -60,8 +59,6 @@ public:
     void AddWatcher(ITerrainWatcher* pWatcher) override;
     void RemoveWatcher(ITerrainWatcher* pWatcher) override;
 
-    const uint64_t* GetProtectedRows(int32_t iSquareX, int32_t iSquareZ) const override;
-
     // A new frame starts: the projected texture is gone.
     void BeginFrame();
 
@@ -75,12 +72,6 @@ public:
 
     // Whether these are the heights and sizes, bit for bit.
     bool IsSameField(const SHeightField& field) const;
-
-    // Which vertices SetHeights, SetBlockHeights and the tools that ask leave alone; SetRowHeights
-    // does not. It goes with the field. Whoever changes it ends a drag that runs before.
-    CVertexProtection& GetProtection() { return m_Field.protection; }
-
-    const CVertexProtection& GetProtection() const { return m_Field.protection; }
 
     void SetListener(ITerrainListener* pListener) { m_Listener = pListener; } // borrowed; or null
 
@@ -153,13 +144,11 @@ public:
 
 private:
     const CHeightPyramid* FetchPyramid() const;
-    void AdaptProtection();
     void OnHeightsChanged(const SVertexRect& rect);
     void TellBefore(const SVertexRect& rect); // those who keep in mind what heights were
     void TellGoing();
     SVertexRect GetBlockRect(int iBlockX, int iBlockZ) const; // its vertices on the terrain
 
-    SHeightField m_Field;
     std::vector<ITerrainWatcher*> m_Watchers;
     ITerrainListener* m_Listener = nullptr;
     CNormalField m_Normals;

@@ -28,6 +28,23 @@ uint32_t GetNearest(uint32_t uVertex, uint32_t uSize, uint32_t uOtherSize)
                                  (2 * uCells));
 }
 
+// The bits of row uZ of another grid, in the square that begins at column uFirst.
+uint64_t GetResampledRow(const CVertexProtection& from,
+                         const CVertexProtection& other,
+                         uint32_t uFirst,
+                         uint32_t uZ)
+{
+    const uint32_t uFromZ = GetNearest(uZ, other.GetSizeZ(), from.GetSizeZ());
+    const uint32_t uEnd = std::min(uFirst + CVertexProtection::SIDE, other.GetSizeX());
+    uint64_t uBits = 0;
+    for (uint32_t x = uFirst; x < uEnd; ++x)
+    {
+        const uint32_t uFromX = GetNearest(x, other.GetSizeX(), from.GetSizeX());
+        uBits |= uint64_t{from.IsProtected(uFromX, uFromZ)} << (x - uFirst);
+    }
+    return uBits;
+}
+
 } // namespace
 
 CVertexProtection::CVertexProtection(uint32_t uSizeX, uint32_t uSizeZ)
@@ -118,28 +135,17 @@ CVertexProtection CVertexProtection::Resampled(uint32_t uSizeX, uint32_t uSizeZ)
         return *this;
     }
     CVertexProtection other(uSizeX, uSizeZ);
-    if (IsEmpty())
+    const uint32_t uSquares = IsEmpty() ? 0 : other.GetSquaresX() * other.GetSquaresZ();
+    for (uint32_t i = 0; i < uSquares; ++i)
     {
-        return other;
-    }
-    for (uint32_t uSquareZ = 0; uSquareZ < other.GetSquaresZ(); ++uSquareZ)
-    {
-        for (uint32_t uSquareX = 0; uSquareX < other.GetSquaresX(); ++uSquareX)
+        const uint32_t uSquareX = i % other.GetSquaresX();
+        const uint32_t uSquareZ = i / other.GetSquaresX();
+        Square bits = {};
+        for (uint32_t z = uSquareZ * SIDE; z < std::min((uSquareZ + 1) * SIDE, uSizeZ); ++z)
         {
-            Square bits = {};
-            const uint32_t uEndX = std::min((uSquareX + 1) * SIDE, uSizeX);
-            const uint32_t uEndZ = std::min((uSquareZ + 1) * SIDE, uSizeZ);
-            for (uint32_t z = uSquareZ * SIDE; z < uEndZ; ++z)
-            {
-                const uint32_t uFromZ = GetNearest(z, uSizeZ, m_SizeZ);
-                for (uint32_t x = uSquareX * SIDE; x < uEndX; ++x)
-                {
-                    const bool bSet = IsProtected(GetNearest(x, uSizeX, m_SizeX), uFromZ);
-                    bits[z % SIDE] |= uint64_t{bSet} << (x % SIDE);
-                }
-            }
-            other.SetSquare(uSquareX, uSquareZ, other.MakeSquare(uSquareX, uSquareZ, bits));
+            bits[z % SIDE] = GetResampledRow(*this, other, uSquareX * SIDE, z);
         }
+        other.SetSquare(uSquareX, uSquareZ, other.MakeSquare(uSquareX, uSquareZ, bits));
     }
     return other;
 }

@@ -17,24 +17,6 @@ void CTerrain::OnRowsWritten(const SGridBox& box)
     }
 }
 
-static_assert(CVertexProtection::SIDE == ITerrainProtection::SIDE);
-
-const uint64_t* CTerrain::GetProtectedRows(int32_t iSquareX, int32_t iSquareZ) const
-{
-    return m_Field.protection.FindRows(static_cast<uint32_t>(iSquareX),
-                                       static_cast<uint32_t>(iSquareZ));
-}
-
-// A field that says nothing of it, as one that was read from a file, protects nothing.
-void CTerrain::AdaptProtection()
-{
-    CVertexProtection& protection = m_Field.protection;
-    if (protection.GetSizeX() != m_Field.uSizeX || protection.GetSizeZ() != m_Field.uSizeZ)
-    {
-        protection = CVertexProtection(m_Field.uSizeX, m_Field.uSizeZ);
-    }
-}
-
 void CTerrain::AddWatcher(ITerrainWatcher* pWatcher)
 {
     if (std::find(m_Watchers.begin(), m_Watchers.end(), pWatcher) == m_Watchers.end())
