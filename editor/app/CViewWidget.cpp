@@ -106,6 +106,14 @@ void CViewWidget::paintGL()
     SRenderSettings settings = m_Parts.settings.render;
     settings.bWireFrame = m_bWireFrame;
     settings.eMark = m_Parts.findMark(settings.mark);
+    if (m_Parts.hand.bProtect) // the mark is that of a tool, which the button does not reach now
+    {
+        if (settings.eMark == EMarkPlace::Cursor)
+        {
+            m_Input.DrawProtectEdge(settings.mark);
+        }
+        settings.eMark = EMarkPlace::None;
+    }
     settings.fQuality = m_Quality.Get();
     settings.uMostNewBytes = m_bSoftware ? MOST_SOFTWARE_BYTES : MOST_NEW_BYTES;
     settings.bMask = m_pTools == nullptr || m_pTools->IsMaskActing();
@@ -181,7 +189,7 @@ bool CViewWidget::event(QEvent* pEvent)
 void CViewWidget::Update()
 {
     update();
-    if (m_Parts.host.GetModes().GetCurrentModeId() != NO_MODE)
+    if (m_Parts.hand.bProtect || m_Parts.host.GetModes().GetCurrentModeId() != NO_MODE)
     {
         m_Events.onMark();
     }
@@ -267,7 +275,11 @@ void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
     const bool bStroke = m_Input.IsStroking() && m_pTools != nullptr && m_pTools->HeedsMinMax();
     const bool bMin = modifiers.testFlag(Qt::ControlModifier) || m_Parts.hand.bRaise;
     const bool bMax = modifiers.testFlag(Qt::AltModifier) || m_Parts.hand.bLower;
-    m_pNote->SetState(bStroke && bMin ? "min" : bStroke && bMax ? "max" : "");
+    const bool bTaking = modifiers.testFlag(Qt::ControlModifier);
+    m_pNote->SetState(m_Parts.hand.bProtect ? (bTaking ? "unprotect" : "protect")
+                      : bStroke && bMin     ? "min"
+                      : bStroke && bMax     ? "max"
+                                            : "");
 }
 
 void CViewWidget::keyPressEvent(QKeyEvent* pEvent)
@@ -318,6 +330,7 @@ void CViewWidget::TakeKeyboard()
 void CViewWidget::SeeCursor()
 {
     const QPoint cursor = mapFromGlobal(QCursor::pos());
+    ShowKeys(QGuiApplication::queryKeyboardModifiers());
     if (m_pHand->IsHeld())
     {
         m_Input.RepeatHover(); // where the key went down

@@ -38,14 +38,17 @@ uint64_t CGroundOverlays::Set(OpenGl& gl,
                               CEngineHost& engine,
                               const SRenderSettings& settings)
 {
+    const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
     return SetMask(gl, ground, engine, settings) + SetTypes(gl, ground, settings) +
-           SetMark(gl, ground, engine, settings);
+           SetMark(gl, ground, engine, settings) +
+           m_Protection.Bind(gl, GL_TEXTURE5, terrain.GetProtection(), ground);
 }
 
 void CGroundOverlays::Release(OpenGl& gl)
 {
     m_Textures.Release(gl);
     m_Paint.Release(gl);
+    m_Protection.Release(gl);
 }
 
 uint64_t CGroundOverlays::SetMask(OpenGl& gl,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/view/CPaintCopy.h"
+#include "editor/view/CProtectionCopy.h"
 #include "editor/view/CTextureCopies.h"
 #include "editor/view/OpenGl.h"
 #include "editor/view/SRenderSettings.h"
@@ -11,9 +12,9 @@
 class CEngineHost;
 class CShader;
 
-// What modes and level lay over the ground of one view: mask, bitmap of terrain types, mark of the
-// brush. Binds their copies on the card and tells the ground's shader where they lie. Owned by the
-// view's renderer, whose context is current around every operation.
+// What modes and level lay over the ground of one view: mask, bitmap of terrain types, what is
+// protected, mark of the brush. Binds their copies on the card and tells the ground's shader where
+// they lie. Owned by the view's renderer, whose context is current around every operation.
 class CGroundOverlays
 {
 public:
@@ -35,5 +36,6 @@ private:
 
     CTextureCopies m_Textures;
     CPaintCopy m_Paint;
+    CProtectionCopy m_Protection;
     SVec3 m_MarkSize; // of the last box that was one
 };

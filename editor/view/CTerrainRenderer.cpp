@@ -203,6 +203,7 @@ void CTerrainRenderer::SParts::DrawGround(const CTerrainCopies& copies,
     ground.Set("uTypes", 2);
     ground.Set("uMask", 3);
     ground.Set("uPreview", 4);
+    ground.Set("uProtected", 5);
     ground.Set("uLast", static_cast<int>(uCellsX), static_cast<int>(uCellsZ));
     ground.Set("uCell", detail.cell.x, detail.cell.z);
     ground.Set("uSize", size);
