@@ -40,6 +40,7 @@ enum class EPointOutcome : uint32_t
     Sideways,   // the mouse did not move up or down, which is all that counts
     NoLength,   // both ends are on one spot
     Same,       // what is here is what the point would make
+    Protected,  // all that the brush would change is protected
 };
 
 struct SPointOutcome

@@ -9,7 +9,7 @@
 //
 // Order of calls: AddWatcher before the first read; GetHeightRows for each use, since other heights
 // may have come since the last one; OnRowsWritten after each write, before anything else is called;
-// RemoveWatcher at the end.
+// RemoveWatcher at the end. What ITerrainProtection protects is left alone by whoever writes.
 
 // Vertices, both corners inclusive.
 struct SGridBox

@@ -73,7 +73,7 @@ void CEditCommands::StepHistory(bool bRedo)
     CEditorHost& host = m_Editor.GetHost();
     // The stroke under the hand becomes a step before the history moves.
     host.GetInput().EndDrag();
-    if (IsPainting()) // the strokes that the hand is at
+    if (IsPainting() && !m_Views.IsProtecting()) // the strokes that the hand is at
     {
         host.StepPaint(bRedo);
     }
@@ -94,7 +94,12 @@ void CEditCommands::CancelWork()
 {
     auto* pTools = m_Editor.FindInterface<IPluginTools>();
     const bool bTool = pTools != nullptr && !pTools->IsTerraforming() && !pTools->IsPainting();
-    if (!m_Views.CancelStroke() && bTool)
+    const bool bCancelled = m_Views.CancelStroke();
+    if (!bCancelled && m_Views.IsProtecting())
+    {
+        m_Views.SetProtecting(false);
+    }
+    else if (!bCancelled && bTool)
     {
         // One that is used once, and has no other way out.
         m_Editor.GetHost().GetModes().DeactivateMode(0);

@@ -25,6 +25,7 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     , m_Edit(parts.window, parts.editor, parts.views, parts.settings, parts.showState)
     , m_View(parts.editor, parts.views, parts.panel, parts.plugin, parts.settings.render)
     , m_Level(parts.editor, parts.documents, parts.onLevel)
+    , m_Protection(parts.window, parts.editor, parts.views, parts.showState)
     , m_Camera(parts.views, parts.plugin)
     , m_Brush(parts.editor, parts.views, parts.plugin)
     , m_Form(parts.window, parts.views, parts.settings.input.form)
@@ -35,7 +36,9 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     QMenu* pView = bar.addMenu("&View");
     m_View.AddTo(*pView, m_Commands);
     m_View.AddDocks(*pView, m_Window);
-    m_Level.AddTo(*bar.addMenu("&Level"), m_Commands);
+    QMenu* pLevel = bar.addMenu("&Level");
+    m_Level.AddTo(*pLevel, m_Commands);
+    m_Protection.AddTo(*pLevel, m_Commands);
     m_Camera.AddTo(*bar.addMenu("&Camera"), m_Commands);
     QMenu* pBrush = bar.addMenu("&Brush");
     m_Brush.AddTo(*pBrush, m_Commands);

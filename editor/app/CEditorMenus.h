@@ -5,6 +5,7 @@
 #include "editor/app/CEditCommands.h"
 #include "editor/app/CFileCommands.h"
 #include "editor/app/CLevelCommands.h"
+#include "editor/app/CProtectionCommands.h"
 #include "editor/app/CToolCommands.h"
 #include "editor/app/CViewCommands.h"
 #include "host/HostTypes.h"
@@ -50,6 +51,7 @@ private:
     CEditCommands m_Edit;
     CViewCommands m_View;
     CLevelCommands m_Level;
+    CProtectionCommands m_Protection;
     CCameraCommands m_Camera;
     CToolCommands m_Brush;
     CBrushFormCommands m_Form;

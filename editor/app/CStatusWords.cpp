@@ -44,6 +44,8 @@ QString GetReason(const SPointOutcome& outcome)
         return "No ramp: it begins and ends on one spot";
     case EPointOutcome::Same:
         return "Nothing changed: the ground is already as the tool would make it";
+    case EPointOutcome::Protected:
+        return "Nothing changed: the ground here is protected";
     case EPointOutcome::None:
     case EPointOutcome::Changed:
     case EPointOutcome::Sideways:

@@ -143,6 +143,17 @@ void CViewArea::RepeatHover()
     }
 }
 
+void CViewArea::SetProtecting(bool bOn)
+{
+    if (bOn != IsProtecting())
+    {
+        EndGestures(); // a stroke goes on as it began, or not at all
+        m_Parts.hand.bProtect = bOn;
+        RepeatHover();
+        RequestFrames();
+    }
+}
+
 bool CViewArea::CancelStroke()
 {
     return std::any_of(m_Views.begin(),

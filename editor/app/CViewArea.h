@@ -27,6 +27,11 @@ public:
     void RequestFrames();
     void FrameAll(); // another level is open
     void RepeatHover();
+
+    // Whether the left button paints what strokes leave alone, in all views.
+    bool IsProtecting() const { return m_Parts.hand.bProtect; }
+
+    void SetProtecting(bool bOn);
     bool CancelStroke(); // true when there was one
     void EndGestures();
 

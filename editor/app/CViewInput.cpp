@@ -21,6 +21,8 @@ CViewInput::CViewInput(CEditorHost& host,
     : m_Host(host)
     , m_Navigator(navigator)
     , m_Stroke(host, pPlugin, view, navigator, settings, hand)
+    , m_Protect(host, pPlugin, navigator)
+    , m_Hand(hand)
 {
 }
 
@@ -52,6 +54,12 @@ void CViewInput::Press(EViewButton eButton, float fX, float fY, uint32_t uFlags,
         m_Navigator.StartPan(GetTerrain(), fX, fY);
         return;
     }
+    if (m_Hand.bProtect)
+    {
+        m_eGesture = EGesture::Protect;
+        m_Protect.Press(fX, fY, uFlags);
+        return;
+    }
     m_eGesture = EGesture::Stroke;
     m_Stroke.Press(fX, fY, uFlags, bSmooth);
 }
@@ -77,6 +85,12 @@ void CViewInput::Move(float fX, float fY, uint32_t uFlags)
             EndGesture();
         }
         break;
+    case EGesture::Protect:
+        if (!m_Protect.Move(fX, fY))
+        {
+            EndGesture();
+        }
+        break;
     case EGesture::Orbit:
         // As long as it may be a click, which asks for the menu, nothing turns.
         if (m_bMoved)
@@ -96,7 +110,8 @@ bool CViewInput::Release(EViewButton eButton, float fX, float fY, uint32_t uFlag
 {
     // Only the button that has begun a gesture ends it.
     constexpr EGesture GESTURES[] = {EGesture::Stroke, EGesture::Pan, EGesture::Orbit};
-    const EGesture eGesture = GESTURES[static_cast<int>(eButton)];
+    const bool bProtect = eButton == EViewButton::Left && IsProtecting();
+    const EGesture eGesture = bProtect ? m_eGesture : GESTURES[static_cast<int>(eButton)];
     if (eGesture != m_eGesture)
     {
         return false;
@@ -105,6 +120,10 @@ bool CViewInput::Release(EViewButton eButton, float fX, float fY, uint32_t uFlag
     if (IsStroking())
     {
         m_Stroke.Release(fX, fY, uFlags);
+    }
+    if (IsProtecting())
+    {
+        m_Protect.End();
     }
     EndGesture();
     if (m_Navigator.IsInside(fX, fY)) // the button kept the mouse here
@@ -150,11 +169,12 @@ void CViewInput::Leave()
 
 bool CViewInput::Cancel()
 {
-    if (!IsStroking())
+    const bool bProtect = IsProtecting();
+    if (!IsStroking() && !bProtect)
     {
         return false;
     }
-    const bool bTakenBack = m_Stroke.Cancel();
+    const bool bTakenBack = bProtect ? m_Protect.Cancel() : m_Stroke.Cancel();
     EndGesture();
     if (bTakenBack)
     {
@@ -166,6 +186,10 @@ bool CViewInput::Cancel()
 void CViewInput::End()
 {
     m_Stroke.End();
+    if (IsProtecting())
+    {
+        m_Protect.End();
+    }
     EndGesture();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/app/CProtectBrush.h"
 #include "editor/app/CViewStroke.h"
 #include "editor/view/CViewNavigator.h"
 #include "host/HostTypes.h"
@@ -16,8 +17,9 @@ enum class EViewButton
 };
 
 // Turns the mouse of one view into strokes, which go to the host, and camera moves: left sculpts,
-// right orbits, middle pans, the wheel zooms. Positions are device pixels of the view, the middle
-// of a pixel at .5; flags are EMouseFlag. Owned by the view. UI thread.
+// or protects while the hand is to do that, right orbits, middle pans, the wheel zooms. Positions
+// are device pixels of the view, the middle of a pixel at .5; flags are EMouseFlag. Owned by the
+// view. UI thread.
 class CViewInput
 {
 public:
@@ -51,6 +53,11 @@ public:
 
     bool IsStroking() const { return m_eGesture == EGesture::Stroke; }
 
+    bool IsProtecting() const { return m_eGesture == EGesture::Protect; }
+
+    // See CProtectBrush.
+    void DrawProtectEdge(const SVec3& middle) const { m_Protect.DrawEdge(middle); }
+
     bool IsIdle() const { return m_eGesture == EGesture::None; }
 
     // See CViewStroke.
@@ -77,6 +84,7 @@ private:
     {
         None,
         Stroke,
+        Protect,
         Orbit,
         Pan,
     };
@@ -88,6 +96,8 @@ private:
     CEditorHost& m_Host;
     CViewNavigator& m_Navigator;
     CViewStroke m_Stroke;
+    CProtectBrush m_Protect;
+    const SHandState& m_Hand;
     EGesture m_eGesture = EGesture::None;
     bool m_bInside = false;
     bool m_bMoved = false; // since the right button went down

@@ -77,7 +77,7 @@ bool CViewMouse::Move(const QMouseEvent& event, double fScale)
     {
         return false;
     }
-    if (event.buttons() == Qt::NoButton && m_Input.IsStroking())
+    if (event.buttons() == Qt::NoButton && (m_Input.IsStroking() || m_Input.IsProtecting()))
     {
         m_Input.End(); // another window took the release
     }

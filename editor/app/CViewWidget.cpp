@@ -108,6 +108,14 @@ void CViewWidget::paintGL()
     settings.bWireFrame = m_bWireFrame;
     m_Parts.fillMark(settings.mark);
     settings.mark.fSignPixels = static_cast<float>(devicePixelRatioF());
+    if (m_Parts.hand.bProtect) // the mark is that of a tool, which the button does not reach now
+    {
+        if (settings.mark.ePlace == EMarkPlace::Cursor)
+        {
+            m_Input.DrawProtectEdge(settings.mark.at);
+        }
+        settings.mark.ePlace = EMarkPlace::None;
+    }
     settings.fQuality = m_Quality.Get();
     settings.uMostNewBytes = m_bSoftware ? MOST_SOFTWARE_BYTES : MOST_NEW_BYTES;
     settings.bMask = m_pTools == nullptr || m_pTools->IsMaskActing();
@@ -183,7 +191,7 @@ bool CViewWidget::event(QEvent* pEvent)
 void CViewWidget::Update()
 {
     update();
-    if (m_Parts.host.GetModes().GetCurrentModeId() != NO_MODE)
+    if (m_Parts.hand.bProtect || m_Parts.host.GetModes().GetCurrentModeId() != NO_MODE)
     {
         m_Events.onMark();
     }
@@ -276,7 +284,11 @@ void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
     const bool bStroke = m_Input.IsStroking() && m_pTools != nullptr && m_pTools->HeedsMinMax();
     const bool bMin = modifiers.testFlag(Qt::ControlModifier) || m_Parts.hand.bRaise;
     const bool bMax = modifiers.testFlag(Qt::AltModifier) || m_Parts.hand.bLower;
-    m_pNote->SetState(bStroke && bMin ? "min" : bStroke && bMax ? "max" : "");
+    const bool bTaking = modifiers.testFlag(Qt::ControlModifier);
+    m_pNote->SetState(m_Parts.hand.bProtect ? (bTaking ? "unprotect" : "protect")
+                      : bStroke && bMin     ? "min"
+                      : bStroke && bMax     ? "max"
+                                            : "");
 }
 
 // The mark shows what a press would do with the keys that are held now.
@@ -338,6 +350,7 @@ void CViewWidget::TakeKeyboard()
 void CViewWidget::SeeCursor()
 {
     const QPoint cursor = mapFromGlobal(QCursor::pos());
+    ShowKeys(QGuiApplication::queryKeyboardModifiers());
     if (m_pHand->IsHeld())
     {
         m_Input.RepeatHover(); // where the key went down

@@ -22,6 +22,8 @@ struct SHandState
     bool bRaise = false; // as Ctrl for the plug-in, which the desktop does not take
     bool bLower = false; // as Alt
 
+    bool bProtect = false; // the left button paints what strokes leave alone
+
     bool bScript = false; // a script is played, and the cursor is its own
 
     std::vector<SStrokeEnd> ends; // of strokes on this level

@@ -6,6 +6,8 @@
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/FileBackup.h"
 #include "editor/core/LevelRecovery.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
 #include "host/IPluginPainting.h"
 #include "host/IPluginTools.h"
@@ -32,7 +34,7 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
     {
         return;
     }
-    const bool bStep = IsStep(event.eKind);
+    const bool bStep = IsStep(event.eKind) || event.eKind == EHostEvent::Protected;
     const bool bBegins = event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action;
     // What has changed without an event comes before the step, or the step would be played on other
     // ground than it was made on.
@@ -42,7 +44,8 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
         Follow();
         KeepDifference();
     }
-    if (bBegins && m_bNeedsCopy && !m_bFailed)
+    const bool bAlters = bBegins || event.eKind == EHostEvent::Protected;
+    if (bAlters && m_bNeedsCopy && !m_bFailed)
     {
         StartCopy(); // before the step changes anything
     }
@@ -79,7 +82,8 @@ void CAutosave::OnEvent(const SHostEvent& event)
 // What has changed otherwise than by the steps becomes a step of its own.
 void CAutosave::KeepDifference()
 {
-    const bool bChanged = GetRevision() != m_KnownRevision || m_Writer.IsStale();
+    const bool bChanged =
+        GetRevision() != m_KnownRevision || m_Writer.IsStale() || m_Writer.HasOtherProtection();
     if (bChanged && IsKeeping() && !m_bNeedsCopy && !m_Writer.IsInDrag())
     {
         m_bNeedsCopy = !m_Writer.WriteDifference(m_KnownRevision);
@@ -173,6 +177,12 @@ bool CAutosave::Recover(const SRecoverable& entry,
             ? NewRecoveredLevel(m_Document, text.level, text.fFlat)
             : OpenRecoveredLevel(
                   m_Host, m_Document, text.level, text.strHeights.c_str(), entry.bSavedSince);
+    CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+    if (bOpen && text.protection.GetSizeX() == pTerrain->GetVerticesX() &&
+        text.protection.GetSizeZ() == pTerrain->GetVerticesZ())
+    {
+        pTerrain->GetProtection() = text.protection;
+    }
     const bool bPlayed = bOpen && PlaySteps(entry, m_Declarations, play, nSteps, strFault);
     // A step that failed may have left the button pressed.
     m_Host.GetInput().EndDrag();

@@ -71,6 +71,13 @@ uint64_t CAutosave::GetRevision() const
     return pTerrain != nullptr ? pTerrain->GetRevision() : 0;
 }
 
+const CVertexProtection& CAutosave::GetProtection() const
+{
+    static const CVertexProtection s_None;
+    const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
+    return pTerrain != nullptr ? pTerrain->GetProtection() : s_None;
+}
+
 bool CAutosave::Tick(TimePoint now)
 {
     Poll();
@@ -86,7 +93,7 @@ bool CAutosave::Tick(TimePoint now)
         m_Due = now + m_Interval;
     }
     // A copy in the middle of a stroke would hold a part of a step that the journal has as a whole.
-    if (m_Host.GetInput().IsDragging())
+    if (m_Host.GetInput().IsDragging() || m_Host.GetProtection().IsOpen())
     {
         return false;
     }
@@ -106,7 +113,8 @@ bool CAutosave::Tick(TimePoint now)
     }
     m_Due = now + m_Interval;
     // A copy of what the last one holds already would bring nothing.
-    const bool bNew = GetRevision() != m_CopiedRevision || GetUnsavedBitmap() != m_CopiedBitmap;
+    const bool bNew = GetRevision() != m_CopiedRevision || GetUnsavedBitmap() != m_CopiedBitmap ||
+                      GetProtection().GetId() != m_CopiedProtection;
     return (bAtOnce || bNew) && StartCopy();
 }
 
@@ -165,6 +173,7 @@ void CAutosave::TakeOwnBase()
             m_Base.strHeights.clear();
             m_Base.fFlat = flat.value_or(0.0F);
         }
+        m_Base.protection = GetProtection();
         m_bBase = !m_Base.strStamp.empty() || flat.has_value();
     }
     // Strokes on the bitmap that are not saved are in no file of the user.
@@ -264,6 +273,7 @@ bool CAutosave::StartCopy()
     m_Copied.level = m_Document.GetText();
     m_Copied.uNumber = m_Number;
     m_Copied.strHeights = GetAutosaveHeights(m_Stem, m_Number);
+    m_Copied.protection = pTerrain->GetProtection();
     SAutosaveJob job;
     job.strStem = m_Stem;
     job.uNumber = m_Number;
@@ -282,6 +292,7 @@ bool CAutosave::StartCopy()
     m_bNeedsCopy = m_bFailed && !bFollows;
     m_CopiedRevision = m_bFailed ? 0 : pTerrain->GetRevision();
     m_CopiedBitmap = GetUnsavedBitmap();
+    m_CopiedProtection = GetProtection().GetId();
     return !m_bFailed;
 }
 
@@ -350,6 +361,7 @@ void CAutosave::Leave()
     }
     // The stroke under the hand becomes a step of the journal.
     m_Host.GetInput().EndDrag();
+    m_Host.GetProtection().End();
     Follow();
     // Where steps lead from a base to what there is, nothing more is to be written.
     if (IsKeeping() && IsChanged() && m_bNeedsCopy)

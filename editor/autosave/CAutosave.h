@@ -87,6 +87,7 @@ private:
 
     bool IsKeeping() const;
     uint64_t GetRevision() const;
+    const CVertexProtection& GetProtection() const;
     uint64_t GetUnsavedBitmap() const; // its revision; 0 when there are no unsaved strokes
     void Follow();
     void KeepDifference();
@@ -112,25 +113,26 @@ private:
     CJournal m_Journal;
     CAutosaveCopy m_Copy;
     std::chrono::seconds m_Interval{180};
-    TimePoint m_Due;               // of the next copy, while the level is modified
-    bool m_bModified = false;      // at the last Tick
-    uint64_t m_Generation = 0;     // of the document
-    uint64_t m_Savings = 0;        // of the document
-    bool m_bUnsavedBitmap = false; // when it was looked at last
-    std::string m_Stem;            // of the files; empty before the first one
-    SAutosaveText m_Base;          // what the journals stand on
-    bool m_bBase = false;          // there is such a base
-    bool m_bText = false;          // and the file that says so
-    SAutosaveText m_Copied;        // the base that is being written
-    bool m_bNeedsCopy = false;     // the steps no longer lead from the base to what there is
-    bool m_bFailed = false;        // the last copy did, and the next try is not due
-    bool m_bContinues = false;     // the journal goes on from the one before
-    bool m_bJournal = false;       // it was begun
-    bool m_bOff = false;           // while steps are played, and after Leave
-    bool m_bLeft = false;          // Leave has left something
-    uint32_t m_Number = 0;         // of the journal; not given twice in a process
-    std::string m_Step;            // the calls since the last one
-    uint64_t m_KnownRevision = 0;  // of the heights after the last thing that the steps know
-    uint64_t m_CopiedRevision = 0; // of the heights in the last copy
-    uint64_t m_CopiedBitmap = 0;   // as GetUnsavedBitmap
+    TimePoint m_Due;                 // of the next copy, while the level is modified
+    bool m_bModified = false;        // at the last Tick
+    uint64_t m_Generation = 0;       // of the document
+    uint64_t m_Savings = 0;          // of the document
+    bool m_bUnsavedBitmap = false;   // when it was looked at last
+    std::string m_Stem;              // of the files; empty before the first one
+    SAutosaveText m_Base;            // what the journals stand on
+    bool m_bBase = false;            // there is such a base
+    bool m_bText = false;            // and the file that says so
+    SAutosaveText m_Copied;          // the base that is being written
+    bool m_bNeedsCopy = false;       // the steps no longer lead from the base to what there is
+    bool m_bFailed = false;          // the last copy did, and the next try is not due
+    bool m_bContinues = false;       // the journal goes on from the one before
+    bool m_bJournal = false;         // it was begun
+    bool m_bOff = false;             // while steps are played, and after Leave
+    bool m_bLeft = false;            // Leave has left something
+    uint32_t m_Number = 0;           // of the journal; not given twice in a process
+    std::string m_Step;              // the calls since the last one
+    uint64_t m_KnownRevision = 0;    // of the heights after the last thing that the steps know
+    uint64_t m_CopiedRevision = 0;   // of the heights in the last copy
+    uint64_t m_CopiedBitmap = 0;     // as GetUnsavedBitmap
+    uint64_t m_CopiedProtection = 0; // its id
 };

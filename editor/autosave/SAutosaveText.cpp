@@ -1,6 +1,7 @@
 #include "editor/autosave/SAutosaveText.h"
 
 #include "editor/core/Processes.h"
+#include "editor/script/ProtectionText.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 #include "parser/TCParseFile.h"
@@ -14,7 +15,8 @@ namespace
 
 constexpr char DECLARATIONS[] = "!autosave_of( s )\n!autosave_number( i )\n"
                                 "!autosave_heights( s, s )\n!autosave_flat( i, v3, f )\n"
-                                "!autosave_bitmap( s, s )\n!autosave_process( i, s )\n";
+                                "!autosave_bitmap( s, s )\n!autosave_process( i, s )\n"
+                                "!autosave_protection( i, i )\n!autosave_protected( i, i, s )\n";
 
 std::string GetText(const CTCPARSE_PARAM* pParam)
 {
@@ -45,6 +47,12 @@ std::string SAutosaveText::Write() const
     {
         strText +=
             "autosave_bitmap( " + QuoteText(strBitmap) + ", " + QuoteText(strTexels) + " )\n";
+    }
+    if (!protection.IsEmpty())
+    {
+        strText += "autosave_protection( " + std::to_string(protection.GetSizeX()) + ", " +
+                   std::to_string(protection.GetSizeZ()) + " )\n" +
+                   GetSquareCalls({}, protection, "autosave_protected");
     }
     strText += "autosave_process( " + std::to_string(iOwner) + ", " +
                QuoteText(GetProcessStart(iOwner)) + " )\n\n";
@@ -88,6 +96,18 @@ bool SAutosaveText::Read(const std::string& strFile)
         {
             strBitmap = GetText(pKey->params);
             strTexels = GetText(pSecond);
+        }
+        else if (IsKeyword(pKey, "autosave_protection"))
+        {
+            protection = CVertexProtection(static_cast<uint32_t>(GetIntValue(pKey->params)),
+                                           static_cast<uint32_t>(GetIntValue(pSecond)));
+        }
+        else if (IsKeyword(pKey, "autosave_protected") && pSecond != nullptr)
+        {
+            ReadSquareText(GetText(pSecond->next).c_str(),
+                           GetIntValue(pKey->params),
+                           GetIntValue(pSecond),
+                           protection);
         }
         else if (IsKeyword(pKey, "autosave_process"))
         {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/core/SLevelText.h"
+#include "engine/terrain/CVertexProtection.h"
 
 #include <cstdint>
 #include <string>
@@ -9,15 +10,16 @@
 // it is.
 struct SAutosaveText
 {
-    SLevelText level;       // strPath: the level's own file, empty when it had none
-    uint32_t uNumber = 1;   // of the base: the first steps are in the journal of this number
-    std::string strHeights; // full path: a copy, or the level's own as read; empty: flat
-    std::string strStamp;   // of GetHeightStamp when these are the level's own
-    float fFlat = 0.0F;     // height of all vertices, without heights
-    std::string strBitmap;  // painted and not saved, as the plug-in names it; empty for none
-    std::string strTexels;  // full path of its copy
-    int32_t iProcess = 0;   // that keeps it
-    std::string strStart;   // as GetProcessStart
+    SLevelText level;             // strPath: the level's own file, empty when it had none
+    uint32_t uNumber = 1;         // of the base: the first steps are in the journal of this number
+    std::string strHeights;       // full path: a copy, or the level's own as read; empty: flat
+    std::string strStamp;         // of GetHeightStamp when these are the level's own
+    float fFlat = 0.0F;           // height of all vertices, without heights
+    CVertexProtection protection; // of the base
+    std::string strBitmap;        // painted and not saved, as the plug-in names it; empty for none
+    std::string strTexels;        // full path of its copy
+    int32_t iProcess = 0;         // that keeps it
+    std::string strStart;         // as GetProcessStart
 
     bool IsCopy() const { return strStamp.empty() && !strHeights.empty(); }
 

@@ -5,6 +5,7 @@
 #include "editor/core/CHostInput.h"
 #include "editor/core/CHostLevel.h"
 #include "editor/core/CHostObservers.h"
+#include "editor/core/CHostProtection.h"
 #include "editor/core/CModeManager.h"
 #include "editor/core/CPluginRegistry.h"
 #include "editor/core/CSettings.h"
@@ -50,6 +51,9 @@ public:
 
     // Sends what a person or a script does to the plug-ins.
     CHostInput& GetInput() { return m_Input; }
+
+    // Changes which vertices of the open level strokes leave alone.
+    CHostProtection& GetProtection() { return m_Protection; }
 
     // Those who are told of all input and of every change of the level.
     CHostObservers& GetObservers() { return m_Observers; }
@@ -171,6 +175,7 @@ private:
     CChangeCount m_Changes; // of the heights, since the last record or press
     CHostInput m_Input;
     CHostHistory m_History;
+    CHostProtection m_Protection;
     CHostLevel m_Level;
     SHostCounters m_Counters;
     std::string m_Caption;

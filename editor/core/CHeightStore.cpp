@@ -91,6 +91,7 @@ bool CHeightStore::Take(SHeightField& field)
         return false;
     }
     read.size = m_Field.size;
+    read.protection = m_Field.protection;
     if (!Transfer(::pread, m_File, reinterpret_cast<char*>(read.pHeights.get()), GetBytes(read)))
     {
         CrashLog("[CHeightStore::Take] the heights of before cannot be read: %s\n",

@@ -39,6 +39,16 @@ void CHostHistory::Add(CUndo* pUndo, std::string strText)
     m_Changes.Clear();
 }
 
+bool CHostHistory::AddStep(CUndo* pUndo, std::string strText, size_t nBytes)
+{
+    const bool bAdded = m_Stack.Add(pUndo, std::move(strText), nBytes);
+    if (bAdded)
+    {
+        m_Observers.Tell({.eKind = EHostEvent::UndoAdded});
+    }
+    return bAdded;
+}
+
 bool CHostHistory::Undo()
 {
     // A step may need memory: one that has replaced the terrain reads the other one.

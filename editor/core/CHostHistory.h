@@ -27,6 +27,10 @@ public:
     // Takes ownership, also when it fails. strText: what made the record.
     void Add(CUndo* pUndo, std::string strText);
 
+    // The same for a record of the host's own, which takes nBytes of memory. False when there was
+    // none for it; it is undone then.
+    bool AddStep(CUndo* pUndo, std::string strText, size_t nBytes);
+
     bool Undo(); // false when there is nothing
     bool Redo();
     bool GoToStep(size_t nPosition); // as CUndoStack::GoTo

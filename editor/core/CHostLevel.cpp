@@ -3,6 +3,7 @@
 #include "editor/core/CChangeCount.h"
 #include "editor/core/CHostInput.h"
 #include "editor/core/CHostObservers.h"
+#include "editor/core/CHostProtection.h"
 #include "editor/core/CPluginRegistry.h"
 #include "editor/core/CUndoStack.h"
 #include "engine/world/CWorld.h"
@@ -15,6 +16,7 @@ CHostLevel::CHostLevel(CWorld& world,
                        const CPluginRegistry& registry,
                        CHostInput& input,
                        CHostObservers& observers,
+                       CHostProtection& protection,
                        CChangeCount& changes,
                        const std::string& strScratch)
     : m_World(world)
@@ -22,6 +24,7 @@ CHostLevel::CHostLevel(CWorld& world,
     , m_Registry(registry)
     , m_Input(input)
     , m_Observers(observers)
+    , m_Protection(protection)
     , m_Changes(changes)
     , m_Heights(world, stack, *this, strScratch)
 {
@@ -60,6 +63,7 @@ void CHostLevel::Prepare()
 {
     // The drag ends while the terrain that it works on is still there.
     m_Input.EndDrag();
+    m_Protection.End();
     for (IPlugin* pPlugin : m_Registry.GetInput())
     {
         pPlugin->ReleaseWorldResources();
@@ -95,6 +99,7 @@ void CHostLevel::OnBeforeReplacement(bool bByPlugin)
     m_bReplaced = false;
     if (bByPlugin)
     {
+        m_Protection.End();
         m_Input.EndDrag(); // what it holds for a drag it is using itself at present
         return;
     }

@@ -9,6 +9,7 @@
 class CChangeCount;
 class CHostInput;
 class CHostObservers;
+class CHostProtection;
 class CPluginRegistry;
 class CUndoStack;
 class CWorld;
@@ -25,6 +26,7 @@ public:
                const CPluginRegistry& registry,
                CHostInput& input,
                CHostObservers& observers,
+               CHostProtection& protection,
                CChangeCount& changes,
                const std::string& strScratch);
     CHostLevel(const CHostLevel&) = delete;
@@ -57,6 +59,7 @@ private:
     const CPluginRegistry& m_Registry;
     CHostInput& m_Input;
     CHostObservers& m_Observers;
+    CHostProtection& m_Protection;
     CChangeCount& m_Changes;
     CLevelHeights m_Heights;
     bool m_bReplaced = false; // by the last reload, and the observers have been told

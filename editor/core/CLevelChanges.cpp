@@ -15,6 +15,7 @@ void CLevelChanges::SetSaved()
     ++m_Savings;
     m_Host.GetLevelHeights().SetSaved();
     m_SavedSizes = GetSizes();
+    m_SavedProtection = GetProtection();
     m_KnownRevision = GetRevision();
     m_bChanged = false;
 }
@@ -23,6 +24,7 @@ bool CLevelChanges::IsModified(bool bNamed) const
 {
     return GetTerrain() != nullptr &&
            (m_bChanged || GetRevision() != m_KnownRevision ||
+            GetProtection() != m_SavedProtection ||
             m_Host.GetLevelHeights().GetFileState() != m_Host.GetUndoStack().GetStateId() ||
             (bNamed && !IsSame(GetSizes(), m_SavedSizes)));
 }
@@ -46,6 +48,7 @@ void CLevelChanges::OnEvent(const SHostEvent& event)
     case EHostEvent::ButtonUp:
     case EHostEvent::Action:
     case EHostEvent::Command:
+    case EHostEvent::Protected:
         NoteChange(); // what came with a record was known before
         return;
     default:
@@ -69,6 +72,12 @@ uint64_t CLevelChanges::GetRevision() const
 {
     const CTerrain* pTerrain = GetTerrain();
     return pTerrain != nullptr ? pTerrain->GetRevision() : 0;
+}
+
+uint64_t CLevelChanges::GetProtection() const
+{
+    const CTerrain* pTerrain = GetTerrain();
+    return pTerrain != nullptr ? pTerrain->GetProtection().GetId() : 0;
 }
 
 CLevelChanges::SSizes CLevelChanges::GetSizes() const

@@ -44,12 +44,14 @@ private:
     static bool IsSame(const SSizes& a, const SSizes& b);
     const CTerrain* GetTerrain() const; // null without a level
     uint64_t GetRevision() const;
+    uint64_t GetProtection() const;
     SSizes GetSizes() const;
     void NoteChange(); // of heights that undo does not know
 
     CEditorHost& m_Host;
-    SSizes m_SavedSizes;          // as the level file names them
-    uint64_t m_KnownRevision = 0; // of the heights, after the last change that undo knows
+    SSizes m_SavedSizes;            // as the level file names them
+    uint64_t m_KnownRevision = 0;   // of the heights, after the last change that undo knows
+    uint64_t m_SavedProtection = 0; // its id
     uint64_t m_Savings = 0;
     bool m_bChanged = false; // since it was saved, in a way that undo does not take back
 };

@@ -1,7 +1,9 @@
 #include "editor/core/CLevelDocument.h"
 
 #include "editor/core/CEditorHost.h"
+#include "editor/core/ProtectionPicture.h"
 #include "editor/core/SLevelText.h"
+#include "engine/terrain/CProtectionEdit.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
 #include "engine/world/CEngineHost.h"
@@ -19,11 +21,14 @@ namespace
 
 constexpr char LEVEL_EXTENSION[] = ".level";
 constexpr char HEIGHT_EXTENSION[] = ".height";
+constexpr char PROTECTION_EXTENSION[] = ".protection.png";
 
+// Where the files of a level lie that gets another name.
 struct STargets
 {
     std::string strPath;
     std::string strHeightPath;
+    std::string strProtection;
 };
 
 STargets GetTargets(const char* pszPath)
@@ -36,7 +41,9 @@ STargets GetTargets(const char* pszPath)
     }
     const std::filesystem::path heights =
         std::filesystem::path(path).replace_extension(HEIGHT_EXTENSION);
-    return {path.string(), GetFullPath(heights.c_str())};
+    const std::filesystem::path protection =
+        std::filesystem::path(path).replace_extension(PROTECTION_EXTENSION);
+    return {path.string(), GetFullPath(heights.c_str()), GetFullPath(protection.c_str())};
 }
 
 // Heights that were written may not have taken their place: what the file holds is what it held,
@@ -175,8 +182,26 @@ bool CLevelDocument::Open(const char* pszPath)
         m_MissingHeights = FindHeightBackup(text.strHeightMap).empty() ? "" : text.strHeightMap;
         return false;
     }
+    ReadProtection(text, files);
     SetSource(text, std::move(files));
     return true;
+}
+
+// A picture that cannot be used, which was logged, is left where it is; the level opens without it.
+void CLevelDocument::ReadProtection(SLevelText& text, CLevelFiles& files) const
+{
+    if (text.strProtection.empty())
+    {
+        return;
+    }
+    text.strProtection = GetFullPath(text.strProtection.c_str());
+    files.NoteProtection(text.strProtection);
+    CProtectionEdit edit(*GetTerrain());
+    if (!::ReadProtection(text.strProtection, edit))
+    {
+        files.NoteProtection({});
+        text.strProtection.clear();
+    }
 }
 
 bool CLevelDocument::TakeOver(const SLevelText& text,
@@ -225,50 +250,64 @@ bool CLevelDocument::Save()
         CrashLog("[CLevelDocument::Save] the level has no file yet\n");
         return false;
     }
-    return WriteTo(m_Path, GetSavedHeightPath());
+    return WriteTo(GetSavedText(nullptr));
 }
 
-std::string CLevelDocument::GetSavedHeightPath() const
+// The text that a save writes; pszPath: of SaveAs, null for the level's own names.
+SLevelText CLevelDocument::GetSavedText(const char* pszPath) const
 {
-    const std::string strHeightPath = GetHeightPath();
-    return strHeightPath.empty() ? GetTargets(m_Path.c_str()).strHeightPath : strHeightPath;
+    SLevelText text = GetText();
+    const STargets targets = GetTargets(pszPath != nullptr ? pszPath : m_Path.c_str());
+    text.strPath = targets.strPath;
+    if (pszPath != nullptr || text.strHeightMap.empty())
+    {
+        text.strHeightMap = targets.strHeightPath;
+    }
+    if (pszPath != nullptr || text.strProtection.empty())
+    {
+        text.strProtection = targets.strProtection;
+    }
+    if (!m_Host.GetProtection().IsAny())
+    {
+        text.strProtection.clear();
+    }
+    return text;
 }
 
 bool CLevelDocument::SaveAs(const char* pszPath)
 {
-    const STargets targets = GetTargets(pszPath);
-    return WriteTo(targets.strPath, targets.strHeightPath);
+    return WriteTo(GetSavedText(pszPath));
 }
 
 std::vector<SReplacedFile> CLevelDocument::FindReplaced() const
 {
-    return m_Files.FindReplaced(m_Path, GetSavedHeightPath(), "");
+    return FindReplaced(nullptr, false);
 }
 
 std::vector<SReplacedFile> CLevelDocument::FindReplaced(const char* pszPath, bool bConfirmed) const
 {
-    const STargets targets = GetTargets(pszPath);
-    return m_Files.FindReplaced(targets.strPath, targets.strHeightPath, bConfirmed ? pszPath : "");
+    const SLevelText text = GetSavedText(pszPath);
+    return m_Files.FindReplaced({text.strPath, text.strHeightMap, text.strProtection},
+                                bConfirmed ? pszPath : "");
 }
 
-bool CLevelDocument::WriteTo(const std::string& strPath, const std::string& strHeightPath)
+bool CLevelDocument::WriteTo(const SLevelText& text)
 {
+    m_Host.GetProtection().End(); // what is being painted is saved, too
     CTerrain* pTerrain = GetTerrain();
     if (pTerrain == nullptr)
     {
         CrashLog("[CLevelDocument::Save] there is no level\n");
         return false;
     }
-    SLevelText text = GetText();
-    text.strPath = strPath;
-    text.strHeightMap = strHeightPath;
     CKeptFileState kept(m_Host.GetLevelHeights());
     if (!m_Files.Write(*pTerrain, text))
     {
         return false;
     }
-    m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(strHeightPath);
-    m_Path = strPath;
+    m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(text.strHeightMap);
+    m_Path = text.strPath;
+    m_Protection = text.strProtection;
     m_FlatHeight.reset();
     m_Changes.SetSaved();
     kept.Release();
@@ -281,6 +320,7 @@ void CLevelDocument::SetSource(const SLevelText& text, CLevelFiles&& files)
     m_Files = std::move(files);
     m_Bitmap = text.strBitmap;
     m_Material = text.strMaterial;
+    m_Protection = text.strProtection;
     ++m_Generation;
     m_FlatHeight.reset();
     m_Changes.SetSaved();
@@ -329,6 +369,7 @@ SLevelText CLevelDocument::GetText() const
     text.strHeightMap = GetHeightPath();
     text.strBitmap = m_Bitmap;
     text.strMaterial = m_Material;
+    text.strProtection = m_Protection;
     text.strPath = m_Path;
     if (const CTerrain* pTerrain = GetTerrain())
     {

@@ -99,8 +99,9 @@ public:
 private:
     CTerrain* GetTerrain() const; // null without a level
     bool ChangeLevel(const std::function<bool()>& change);
-    std::string GetSavedHeightPath() const;
-    bool WriteTo(const std::string& strPath, const std::string& strHeightPath);
+    bool WriteTo(const SLevelText& text);
+    SLevelText GetSavedText(const char* pszPath) const;
+    void ReadProtection(SLevelText& text, CLevelFiles& files) const;
     void SetSource(const SLevelText& text, CLevelFiles&& files);
 
     CEditorHost& m_Host;
@@ -110,6 +111,7 @@ private:
     std::string m_MissingHeights;
     std::string m_Bitmap;
     std::string m_Material;
+    std::string m_Protection; // full path of the picture that the level file names; empty for none
     uint64_t m_Generation = 0;
     std::optional<float> m_FlatHeight;
     bool m_bOpening = false; // this opens a level, and knows what it is

@@ -1,5 +1,6 @@
 #include "editor/core/CLevelFiles.h"
 
+#include "editor/core/ProtectionPicture.h"
 #include "editor/core/SLevelText.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/FileSystem.h"
@@ -28,14 +29,14 @@ void CLevelFiles::Distrust()
 {
     m_Text.Forget();
     m_Heights.Forget();
+    m_Protection.Forget();
 }
 
-std::vector<SReplacedFile> CLevelFiles::FindReplaced(const std::string& strPath,
-                                                     const std::string& strHeightPath,
+std::vector<SReplacedFile> CLevelFiles::FindReplaced(const std::vector<std::string>& targets,
                                                      const std::string& strConfirmed) const
 {
     std::vector<SReplacedFile> found;
-    for (const std::string& strTarget : {strPath, strHeightPath})
+    for (const std::string& strTarget : targets)
     {
         std::error_code error;
         const std::filesystem::file_status status = std::filesystem::status(strTarget, error);
@@ -43,9 +44,11 @@ std::vector<SReplacedFile> CLevelFiles::FindReplaced(const std::string& strPath,
         {
             continue;
         }
-        const CFileStamp* pOwn = strTarget == m_Text.GetPath()      ? &m_Text
-                                 : strTarget == m_Heights.GetPath() ? &m_Heights
-                                                                    : nullptr;
+        const CFileStamp* pOwn = nullptr;
+        for (const CFileStamp* pStamp : {&m_Protection, &m_Heights, &m_Text})
+        {
+            pOwn = strTarget == pStamp->GetPath() ? pStamp : pOwn;
+        }
         if (pOwn == nullptr || pOwn->IsChanged())
         {
             found.push_back({strTarget, pOwn != nullptr});
@@ -62,6 +65,8 @@ bool CLevelFiles::Write(CTerrain& terrain, const SLevelText& text)
     fs::commit_group group;
     // The old text reads new heights, while a new one may name heights that are not there yet.
     if (!terrain.SaveHeightMap(text.strHeightMap.c_str(), nullptr, 0, 0) ||
+        (!text.strProtection.empty() &&
+         !WriteProtection(text.strProtection, terrain.GetProtection())) ||
         !WriteTextFile(OPERATION, text.strPath, text.Write(m_Kept)))
     {
         m_Heights = before;
@@ -80,5 +85,25 @@ bool CLevelFiles::Write(CTerrain& terrain, const SLevelText& text)
     m_Outcome = bDone ? "" : "Only a part of it was written.";
     m_Text = CFileStamp(text.strPath);
     m_Heights = CFileStamp(text.strHeightMap);
+    NoteSavedProtection(text, bDone);
     return bDone;
+}
+
+void CLevelFiles::NoteSavedProtection(const SLevelText& text, bool bDone)
+{
+    const std::string strBefore = m_Protection.GetPath();
+    // A picture that another hand has changed is not ours to remove.
+    if (bDone && text.strProtection.empty() && !strBefore.empty() && !m_Protection.IsChanged() &&
+        m_ProtectedText == text.strPath)
+    {
+        std::error_code error;
+        std::filesystem::remove(strBefore, error);
+    }
+    NoteProtection(text.strProtection);
+}
+
+void CLevelFiles::NoteProtection(const std::string& strPath)
+{
+    m_Protection = strPath.empty() ? CFileStamp() : CFileStamp(strPath);
+    m_ProtectedText = m_Text.GetPath();
 }

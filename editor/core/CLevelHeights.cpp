@@ -79,6 +79,12 @@ std::string CLevelHeights::GetFile(const std::string& strName)
 void CLevelHeights::Replace(SHeightField&& field, const std::string& strText)
 {
     m_Keeper.OnBeforeReplacement(false);
+    if (!m_World.GetCTerrain()->GetProtection().IsEmpty())
+    {
+        LogR("[CLevelHeights] what was protected lay on other ground: nothing is protected now; "
+             "undo "
+             "brings it back\n");
+    }
     const bool bAdded =
         AddStep(m_World.GetCTerrain()->ReplaceField(std::move(field)), strText.c_str());
     m_Keeper.OnReplaced(bAdded);
@@ -239,9 +245,24 @@ void CLevelHeights::OnBeforeReload()
     m_Keeper.OnBeforeReplacement(true);
 }
 
+// It is the same ground, so what was protected stays so.
+void CLevelHeights::AdaptProtection(const CVertexProtection& before)
+{
+    CTerrain& terrain = *m_World.GetCTerrain();
+    try
+    {
+        terrain.GetProtection() = before.Resampled(terrain.GetVerticesX(), terrain.GetVerticesZ());
+    }
+    catch (const std::bad_alloc&)
+    {
+        CrashLog("[CLevelHeights] not enough memory to keep what is protected\n");
+    }
+}
+
 void CLevelHeights::OnReloaded(SHeightField&& before)
 {
     const CTerrain& terrain = *m_World.GetCTerrain();
+    AdaptProtection(before.protection);
     const bool bResized =
         before.uSizeX != terrain.GetVerticesX() || before.uSizeZ != terrain.GetVerticesZ();
     char szText[64] = "Reload";

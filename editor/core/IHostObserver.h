@@ -3,6 +3,9 @@
 #include "host/HostTypes.h"
 
 #include <cstdint>
+#include <vector>
+
+struct SProtectAct;
 
 enum class EHostEvent : uint32_t
 {
@@ -20,6 +23,8 @@ enum class EHostEvent : uint32_t
     TerrainReloaded, // the same level has another terrain: the file was read again, an import, or
                      // undo or redo of one of these, in the middle of that event. Also when the
                      // plug-in has a reload shown that brought nothing
+    Protected,       // another protection, or the same after all: told before the first change of a
+                     // step, and when it is a step or was taken back
     DragDropped,     // for want of memory: heights as before the press, no record
 };
 
@@ -39,6 +44,9 @@ struct SHostEvent
     // hit before the event, and when it did not ask.
     bool bHit = false;
     SVec3 hit = {};
+
+    // What a new step of the protection consists of, in its order; borrowed. Null: there is none.
+    const std::vector<SProtectAct>* pProtected = nullptr;
 };
 
 // Is told of everything that a host hands to plug-ins and of every change of the level. Borrowed by

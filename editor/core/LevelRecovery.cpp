@@ -28,6 +28,7 @@ bool OpenRecoveredLevel(CEditorHost& host,
                                      SLevelText said; // what is kept of it; what it says is known
                                      files.ReadText(text.strPath, said);
                                      files.NoteHeights(document.GetHeightPath());
+                                     files.NoteProtection(text.strProtection);
                                      if (bSavedSince)
                                      {
                                          files.Distrust();

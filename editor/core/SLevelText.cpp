@@ -13,12 +13,14 @@ namespace
 constexpr char HEIGHT_MAP[] = "height_map";
 constexpr char BITMAP[] = "terrain_bitmap";
 constexpr char MATERIAL[] = "material";
+constexpr char PROTECTION[] = "protection";
 // Also of what is not said, for people who add it.
 constexpr char DECLARATIONS[] = "!height_map( s )\n"
                                 "!terrain_size( v3 )\n"
                                 "!cells( i, i )\n"
                                 "!terrain_bitmap( s )\n"
-                                "!material( s )\n\n";
+                                "!material( s )\n"
+                                "!protection( s )\n\n";
 
 std::string MakeRelative(const std::string& strPath, const std::string& strFile)
 {
@@ -87,6 +89,10 @@ std::vector<CTCParseText::SCall> SLevelText::GetCalls(const CTCParseText& kept) 
     {
         calls.push_back({MATERIAL, {text(strMaterial)}});
     }
+    if (!strProtection.empty() || kept.FindLast(PROTECTION) != nullptr)
+    {
+        calls.push_back({PROTECTION, {text(GetProtectionName(kept))}});
+    }
     return calls;
 }
 
@@ -102,20 +108,35 @@ std::string SLevelText::GetHeightMapName(const CTCParseText& kept) const
     return bSame ? pszName : MakeRelative(strHeightMap, strPath);
 }
 
+std::string SLevelText::GetProtectionName(const CTCParseText& kept) const
+{
+    SLevelText said;
+    said.strPath = strPath;
+    const CTCPARSE_KEYWORD* pCall = kept.FindLast(PROTECTION);
+    const char* pszName = pCall != nullptr ? GetStringValue(pCall->params) : nullptr;
+    const bool bSame = pszName != nullptr && !strProtection.empty() && said.Read(kept.GetFirst()) &&
+                       GetFullPath(said.strProtection.c_str()) == strProtection;
+    return bSame ? pszName : MakeRelative(strProtection, strPath);
+}
+
 bool SLevelText::Read(const CTCPARSE_KEYWORD* pFirst)
 {
     std::string strNamed;
+    std::string strPicture;
     for (const CTCPARSE_KEYWORD* pKey = pFirst; pKey != nullptr; pKey = pKey->next)
     {
         ReadText(pKey, HEIGHT_MAP, strNamed);
         ReadText(pKey, BITMAP, strBitmap);
         ReadText(pKey, MATERIAL, strMaterial);
+        ReadText(pKey, PROTECTION, strPicture);
     }
+    const std::filesystem::path folder = std::filesystem::path(strPath).parent_path();
+    strProtection = strPicture.empty() ? "" : (folder / strPicture).lexically_normal().string();
     if (strNamed.empty())
     {
         return false;
     }
     // An absolute name takes the place of the folder before it.
-    strHeightMap = (std::filesystem::path(strPath).parent_path() / strNamed).lexically_normal();
+    strHeightMap = (folder / strNamed).lexically_normal();
     return true;
 }

@@ -11,9 +11,10 @@
 // for people and for programs that do not read heights.
 struct SLevelText
 {
-    std::string strHeightMap; // full path; in the file relative to it where it is below its folder
-    std::string strBitmap;    // terrain types; empty for none
-    std::string strMaterial;  // empty for none
+    std::string strHeightMap;  // full path; in the file relative to it where it is below its folder
+    std::string strBitmap;     // terrain types; empty for none
+    std::string strMaterial;   // empty for none
+    std::string strProtection; // a picture, full path as strHeightMap; empty: nothing is protected
     uint32_t uCellsX = 0;
     uint32_t uCellsZ = 0;
     SVec3 size;          // terrain units
@@ -28,6 +29,7 @@ struct SLevelText
 private:
     std::vector<CTCParseText::SCall> GetCalls(const CTCParseText& kept) const;
     std::string GetHeightMapName(const CTCParseText& kept) const;
+    std::string GetProtectionName(const CTCParseText& kept) const;
 };
 
 // As the document keeps paths: absolute and normal, with the spelling of the file that is there.

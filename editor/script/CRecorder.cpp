@@ -5,6 +5,8 @@
 #include "editor/core/Processes.h"
 #include "editor/core/UserFolders.h"
 #include "editor/script/CScriptKeywords.h"
+#include "editor/script/ProtectionText.h"
+#include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/IPlugin.h"
 #include "host/IPluginPainting.h"
@@ -82,6 +84,7 @@ bool CRecorder::Start(const std::string& strPath)
 {
     Stop();
     m_Host.GetInput().EndDrag();
+    m_Host.GetProtection().End();
     if (!m_Writer.CanWriteStrokes() || m_Host.GetEngine().GetWorld()->GetTerrain() == nullptr)
     {
         CrashLog("[CRecorder::Start] there is no level to record\n");
@@ -137,6 +140,7 @@ bool CRecorder::Stop()
         // The stroke under the hand belongs to the script, and so does a terrain that came after
         // its last call.
         m_Host.GetInput().EndDrag();
+        m_Host.GetProtection().End();
         m_Writer.KeepTerrain();
     }
     if (m_File >= 0)
@@ -190,7 +194,10 @@ bool CRecorder::KeepTerrain()
         return Fail("the terrain cannot be written beside it");
     }
     m_Beside.push_back(strFile);
-    return Append("open( " + QuoteText(GetFileName(strFile)) + " )\n");
+    const CVertexProtection& protection =
+        m_Host.GetEngine().GetCWorld().GetCTerrain()->GetProtection();
+    return Append("open( " + QuoteText(GetFileName(strFile)) + " )\n" +
+                  GetSquareCalls({}, protection, "protected"));
 }
 
 bool CRecorder::KeepBitmap(bool /*bKnown*/)

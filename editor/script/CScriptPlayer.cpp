@@ -52,6 +52,7 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
         }
     }
     m_Mouse.EndDrag();
+    m_Host.GetProtection().End();
     return true;
 }
 

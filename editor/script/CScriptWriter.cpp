@@ -56,6 +56,7 @@ std::string GetKeys()
 CScriptWriter::CScriptWriter(CEditorHost& host, IScriptSink& sink)
     : m_Host(host)
     , m_Sink(sink)
+    , m_Protection(host, sink)
 {
 }
 
@@ -76,6 +77,7 @@ void CScriptWriter::Begin(uint64_t uPainted)
     m_Form = {};
     m_bDrag = false;
     m_bByHeights = false;
+    m_Protection.Take();
     SetSteps(0, 0);
 }
 
@@ -113,6 +115,7 @@ void CScriptWriter::KeepTerrain()
     if (m_bStale && m_Sink.KeepTerrain())
     {
         m_bStale = false;
+        m_Protection.Take(); // it comes with the terrain
         // Whoever plays the script has nothing to undo after the call that brings the terrain.
         SetSteps(0, 0);
     }
@@ -123,6 +126,7 @@ bool CScriptWriter::WriteDifference(uint64_t& uRevision)
     const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
     std::vector<SVertexRect> rects;
     m_bStale = false;
+    WriteProtection();
     if (pTerrain == nullptr || !pTerrain->TakeDirtyRects(uRevision, rects))
     {
         return true;
@@ -145,9 +149,35 @@ bool CScriptWriter::WriteDifference(uint64_t& uRevision)
     return !m_bStale;
 }
 
+// What is protected otherwise than by a step of the script.
+void CScriptWriter::WriteProtection()
+{
+    if (m_Protection.WriteDifference())
+    {
+        SetSteps(0, 0);
+    }
+}
+
+bool CScriptWriter::WriteProtected(const SHostEvent& event)
+{
+    m_bProtecting = false;
+    // Of a stale script the terrain that comes next brings it along; without a step nothing has
+    // changed.
+    if (!m_bStale && event.pProtected != nullptr)
+    {
+        if (!m_Protection.WriteStep(*event.pProtected))
+        {
+            WriteProtection();
+        }
+        m_Sink.EndStep();
+    }
+    return !m_bStale;
+}
+
 void CScriptWriter::WriteChanges()
 {
     KeepTerrain();
+    WriteProtection();
     if (IsPainting() && m_Painted != GetBitmapRevision() && m_Sink.KeepBitmap(m_Painted != 0))
     {
         SetPainted(GetBitmapRevision());
@@ -200,6 +230,11 @@ void CScriptWriter::OnBeforeEvent(const SHostEvent& event)
     m_EventForm = m_Host.GetInput().GetPointForm(); // a release puts it back
     m_PaintedBefore = GetBitmapRevision();
     const bool bPress = event.eKind == EHostEvent::ButtonDown;
+    if (event.eKind == EHostEvent::Protected)
+    {
+        KeepTerrain(); // the areas depend on heights
+        m_bProtecting = true;
+    }
     // The actions behind this one move cameras, which is nothing to the ground.
     const bool bAction = event.eKind == EHostEvent::Action && event.iAction <= ACTION_BRUSH_SMALLER;
     if (bPress && m_bDrag)
@@ -236,6 +271,8 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::PaintUndo:
     case EHostEvent::PaintRedo:
         return WritePaintStep(event.eKind == EHostEvent::PaintRedo);
+    case EHostEvent::Protected:
+        return WriteProtected(event);
     case EHostEvent::UndoAdded:
         ++m_Undos;
         m_Redos = 0;
@@ -339,6 +376,7 @@ bool CScriptWriter::WriteStep(bool bRedo)
     --nFrom;
     ++nTo;
     m_Sink.Append(bRedo ? "redo()\n" : "undo()\n");
+    m_Protection.Take();
     m_Sink.EndStep();
     return true;
 }

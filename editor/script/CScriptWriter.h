@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/core/IHostObserver.h"
+#include "editor/script/CProtectionWriter.h"
 #include "host/IPluginStrokes.h"
 
 #include <cstddef>
@@ -38,8 +39,8 @@ public:
     // To be called when the undo stack of whoever plays the script has these steps already.
     void SetSteps(size_t nUndos, size_t nRedos);
     // Writes heights that changed after a revision of the terrain, which becomes the present one,
-    // for what no event says; the script plays on without any steps to undo. False when that are
-    // very many: the script is stale then.
+    // and what is protected otherwise, for what no event says; the script plays on without any
+    // steps to undo. False when that are very many: the script is stale then.
     bool WriteDifference(uint64_t& uRevision);
 
     void OnBeforeEvent(const SHostEvent& event);
@@ -49,7 +50,11 @@ public:
     // The terrain is another one than the script has led to.
     bool IsStale() const { return m_bStale; }
 
-    bool IsInDrag() const { return m_bDrag; } // that the script has
+    // Whether a stroke runs that the script has, or one that protects.
+    bool IsInDrag() const { return m_bDrag || m_bProtecting; }
+
+    // Whether other vertices are protected than the script has led to.
+    bool HasOtherProtection() const { return m_Protection.HasOther(); }
 
     // Keeps a terrain of which the script does not know yet.
     void KeepTerrain();
@@ -72,6 +77,8 @@ private:
     void EndDrag();
     bool WriteAction(const SHostEvent& event);
     bool WriteStep(bool bRedo);
+    void WriteProtection();
+    bool WriteProtected(const SHostEvent& event);
     bool WritePaintStep(bool bRedo);
     void SetPainted(uint64_t uRevision); // by something else than a stroke
 
@@ -89,6 +96,8 @@ private:
     SPointForm m_EventForm;      // of points, then
     SPointForm m_Form;           // of points, as the script has it
     bool m_bDrag = false;        // the script has a press without its release
+    CProtectionWriter m_Protection;
+    bool m_bProtecting = false;  // a step that protects has begun
     bool m_bFresh = true;        // the brush of whoever plays the script has made no stroke yet
     bool m_bByHeights = false;   // the drag is written as what it did
     uint64_t m_DragRevision = 0; // of the terrain, when the drag began

@@ -6,6 +6,7 @@
 #include "editor/script/CScriptMouse.h"
 #include "editor/script/CScriptPicture.h"
 #include "editor/script/HeightText.h"
+#include "editor/script/ProtectionKeywords.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/NumberText.h"
@@ -268,6 +269,17 @@ constexpr SHostKeyword KEYWORDS[] = {
     {{"picture", "s", EKeywordFile::Written}, &PlayPicture},
     {{"expect_height", "iiff"}, &PlayExpectHeight},
     {{"expect_undo", "i"}, &PlayExpectUndo},
+    {{"protected", "iis"}, &PlayProtected},
+    {{"protect", "s", EKeywordFile::Read}, &PlayProtect},
+    {{"protect_stroke", ""}, &PlayProtectStroke},
+    {{"protect_end", ""}, &PlayProtectEnd},
+    {{"protect_disc", "fffi"}, &PlayProtectDisc},
+    {{"protect_invert", ""}, &PlayProtectInvert},
+    {{"protect_clear", ""}, &PlayProtectClear},
+    {{"protect_grow", "i"}, &PlayProtectGrow},
+    {{"protect_slope", "f"}, &PlayProtectSlope},
+    {{"protect_height", "ff"}, &PlayProtectHeight},
+    {{"expect_protected", "iii"}, &PlayExpectProtected},
 };
 
 } // namespace

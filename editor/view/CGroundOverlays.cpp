@@ -12,7 +12,9 @@ uint64_t CGroundOverlays::Set(OpenGl& gl,
                               CEngineHost& engine,
                               const SRenderSettings& settings)
 {
-    return SetMask(gl, ground, engine, settings) + SetTypes(gl, ground, settings);
+    const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
+    return SetMask(gl, ground, engine, settings) + SetTypes(gl, ground, settings) +
+           m_Protection.Bind(gl, GL_TEXTURE5, terrain.GetProtection(), ground);
 }
 
 uint64_t
@@ -32,6 +34,7 @@ void CGroundOverlays::Release(OpenGl& gl)
     m_Textures.Release(gl);
     m_Paint.Release(gl);
     m_Mark.Release(gl);
+    m_Protection.Release(gl);
 }
 
 uint64_t CGroundOverlays::SetMask(OpenGl& gl,

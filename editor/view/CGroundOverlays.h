@@ -2,6 +2,7 @@
 
 #include "editor/view/CMarkOverlay.h"
 #include "editor/view/CPaintCopy.h"
+#include "editor/view/CProtectionCopy.h"
 #include "editor/view/CTextureCopies.h"
 #include "editor/view/OpenGl.h"
 #include "editor/view/SRenderSettings.h"
@@ -14,9 +15,9 @@ class CEngineHost;
 class CShader;
 class CTerrain;
 
-// What modes and level lay over the ground of one view: mask, bitmap of terrain types, mark of the
-// brush. Binds their copies on the card and tells the ground's shader where they lie. Owned by the
-// view's renderer, whose context is current around every operation.
+// What modes and level lay over the ground of one view: mask, bitmap of terrain types, what is
+// protected, mark of the brush. Binds their copies on the card and tells the ground's shader where
+// they lie. Owned by the view's renderer, whose context is current around every operation.
 class CGroundOverlays
 {
 public:
@@ -46,4 +47,5 @@ private:
     CMarkOverlay m_Mark;
     float m_MaskScaleX = 0.0F; // terrain units to the mask, 0 without one
     float m_MaskScaleZ = 0.0F;
+    CProtectionCopy m_Protection;
 };

@@ -247,6 +247,7 @@ void CTerrainRenderer::SParts::DrawGround(const CTerrainCopies& copies,
     ground.Set("uNormals", 1);
     ground.Set("uTypes", 2);
     ground.Set("uMask", 3);
+    ground.Set("uProtected", 5);
     ground.Set("uSize", terrain.GetSize());
     ground.Set("uSun", GetSun(settings));
     ground.Set("uAmbient", settings.fAmbient);

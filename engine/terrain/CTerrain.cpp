@@ -63,7 +63,7 @@ bool IsSizeVectorValid(const SVec3& size)
 }
 
 CTerrain::CTerrain(SHeightField&& field)
-    : m_Field(std::move(field))
+    : CProtectedField(std::move(field))
 {
     m_Dirty.Reset({0, 0, m_Field.uSizeX, m_Field.uSizeZ});
 }
@@ -100,7 +100,18 @@ void CTerrain::SetHeights(const float* pSource, size_t nCount, const SExtents& b
     for (uint32_t z = rect.uMinZ; z < rect.uEndZ; ++z)
     {
         const size_t nFirst = static_cast<size_t>(z) * m_Field.uSizeX + rect.uMinX;
-        std::copy_n(pSource + nFirst, nWidth, m_Field.pHeights.get() + nFirst);
+        if (m_Field.protection.IsEmpty())
+        {
+            std::copy_n(pSource + nFirst, nWidth, m_Field.pHeights.get() + nFirst);
+            continue;
+        }
+        for (size_t i = 0; i < nWidth; ++i)
+        {
+            if (!m_Field.protection.IsProtected(rect.uMinX + static_cast<uint32_t>(i), z))
+            {
+                m_Field.pHeights[nFirst + i] = pSource[nFirst + i];
+            }
+        }
     }
     OnHeightsChanged(rect);
 }
@@ -236,7 +247,7 @@ SHeightField CTerrain::ReplaceField(SHeightField&& field)
 {
     TellGoing();
     // The pyramid needs no call: the reset below makes all heights new to it.
-    SHeightField before = std::exchange(m_Field, std::move(field));
+    SHeightField before = Exchange(std::move(field));
     // The overlay lies over the whole terrain: its scale goes with the width.
     m_OverlayTransform.m[2] *= std::fabs(before.size.x / m_Field.size.x);
     m_Normals.Reset();

@@ -3,8 +3,8 @@
 #include "engine/terrain/CDirtyRegions.h"
 #include "engine/terrain/CHeightPyramid.h"
 #include "engine/terrain/CNormalField.h"
+#include "engine/terrain/CProtectedField.h"
 #include "engine/terrain/ITerrainListener.h"
-#include "engine/terrain/SHeightField.h"
 #include "host/Export.h"
 #include "host/ITerrainAccess.h"
 #include "host/Terrain.h"
@@ -22,7 +22,7 @@ struct SProjectedTexture
 // The engine's terrain: heights in one contiguous array, normals that follow them, and the state
 // that a renderer shows. Rectangular ones are allowed. Positions count from the corner of vertex
 // (0, 0) and use the absolute value of the size vector. Owned by its world; UI thread.
-class TELLUR_API CTerrain final : public Terrain, public ITerrainAccess
+class TELLUR_API CTerrain final : public Terrain, public ITerrainAccess, public CProtectedField
 {
 public:
     // Takes the heights over. The field must have valid sizes (IsTerrainSizeValid,
@@ -75,8 +75,8 @@ public:
 
     void SetListener(ITerrainListener* pListener) { m_Listener = pListener; } // borrowed; or null
 
-    // Sets nCount heights beside one another in a row, from a column on. All vertices are inside
-    // the terrain and all heights finite, which is not checked.
+    // Sets nCount heights beside one another in a row, from a column on, protected ones too. All
+    // vertices are inside the terrain and all heights finite, which is not checked.
     void SetRowHeights(uint32_t uColumn, uint32_t uRow, const float* pHeights, uint32_t nCount);
 
     // All heights, row-major, valid until ReplaceField.
@@ -149,7 +149,6 @@ private:
     void TellGoing();
     SVertexRect GetBlockRect(int iBlockX, int iBlockZ) const; // its vertices on the terrain
 
-    SHeightField m_Field;
     std::vector<ITerrainWatcher*> m_Watchers;
     ITerrainListener* m_Listener = nullptr;
     CNormalField m_Normals;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/terrain/CVertexProtection.h"
 #include "host/Export.h"
 #include "host/HostTypes.h"
 #include "host/LargeMemory.h"
@@ -22,6 +23,7 @@ struct SHeightField
     uint32_t uSizeZ = 0;
     SVec3 size; // as it was given, components may be negative
     std::unique_ptr<float[], SFree> pHeights;
+    CVertexProtection protection; // of these vertices, or of no terrain: nothing is protected
 
     size_t GetCount() const { return static_cast<size_t>(uSizeX) * uSizeZ; }
 

@@ -93,6 +93,13 @@ TELLUR_LOOP_BODY void PlaceEntries(const SBlockEntry* pEntries,
     touched = {iMinX, iMinZ, iMaxX, iMaxZ};
 }
 
+// iPlace: of the vertex in the heights.
+bool IsGuarded(const CVertexProtection& protection, int64_t iPlace, int32_t iPitch)
+{
+    return protection.IsProtected(static_cast<uint32_t>(iPlace % iPitch),
+                                  static_cast<uint32_t>(iPlace / iPitch));
+}
+
 } // namespace
 
 SVertexRect CTerrain::GetBlockRect(int iBlockX, int iBlockZ) const
@@ -121,6 +128,8 @@ void CTerrain::SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEnt
     float* pHeights = m_Field.pHeights.get();
     STouched touched;
     int32_t aPlaces[PLACED_ENTRIES];
+    const CVertexProtection& protection = m_Field.protection;
+    const bool bGuarded = !protection.IsEmpty();
     for (size_t nDone = 0; pEntries != nullptr && nDone < nCount; nDone += PLACED_ENTRIES)
     {
         const size_t nPart = std::min(nCount - nDone, PLACED_ENTRIES);
@@ -128,7 +137,8 @@ void CTerrain::SetBlockHeights(int iBlockX, int iBlockZ, const SBlockEntry* pEnt
         CVectorLoop<PlaceEntries>::Run(pPart, nPart, sideX, sideZ, iPitch, aPlaces, touched);
         for (size_t i = 0; i < nPart; ++i)
         {
-            if (aPlaces[i] >= 0)
+            if (aPlaces[i] >= 0 &&
+                !(bGuarded && IsGuarded(protection, iOrigin + aPlaces[i], iPitch)))
             {
                 pHeights[iOrigin + aPlaces[i]] = pPart[i].fHeight;
             }

@@ -87,3 +87,8 @@ uint32_t CPlainTerrain::GetCellsPerSideZ() const
 {
     return m_Terrain.GetCellsPerSideZ();
 }
+
+const uint64_t* CPlainTerrain::GetProtectedRows(int32_t iSquareX, int32_t iSquareZ) const
+{
+    return m_Terrain.GetProtectedRows(iSquareX, iSquareZ);
+}

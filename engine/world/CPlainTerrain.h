@@ -1,12 +1,13 @@
 #pragma once
 
+#include "host/ITerrainProtection.h"
 #include "host/Terrain.h"
 
 class CTerrain;
 
 // A terrain as a host of another make may show it: the same one, without direct access to its
 // heights. Borrows it. UI thread.
-class CPlainTerrain final : public Terrain
+class CPlainTerrain final : public Terrain, public ITerrainProtection
 {
 public:
     explicit CPlainTerrain(CTerrain& terrain)
@@ -36,6 +37,7 @@ public:
     SVec3 GetSizeVector() const override;
     uint32_t GetCellsPerSide() const override;
     uint32_t GetCellsPerSideZ() const override;
+    const uint64_t* GetProtectedRows(int32_t iSquareX, int32_t iSquareZ) const override;
 
 private:
     CTerrain& m_Terrain;

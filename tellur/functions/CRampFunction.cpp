@@ -224,6 +224,11 @@ void CRampFunction::Process(ITerrainModification* pModification,
     {
         NoteOutcome(EPointOutcome::Masked);
     }
+    // A height that a ramp wants otherwise than it is can have stayed for one reason alone.
+    else if (DiffersFromGround(*pModification, set))
+    {
+        NoteOutcome(EPointOutcome::Protected);
+    }
     else if (ramp.bBand && IsStripWithoutBand(*pModification, *pBrush, region, ramp))
     {
         NoteOutcome(EPointOutcome::Band, ramp.fBand);
@@ -259,6 +264,13 @@ bool CRampFunction::IsStripWithoutBand(ITerrainModification& modification,
     whole.bBand = false;
     CVertDataSet set;
     MakeStrip(modification, brush, region, whole, set);
+    return DiffersFromGround(modification, set);
+}
+
+// Whether the set has heights that are not those of the press.
+bool CRampFunction::DiffersFromGround(const ITerrainModification& modification,
+                                      const CVertDataSet& set)
+{
     const CVertList& verts = set.GetVerts();
     const IHeightRows* pSource = modification.GetSrcRows();
     std::vector<float> row(static_cast<size_t>(modification.GetBufferSizeX()));

@@ -50,6 +50,8 @@ private:
                                    ITellurBrush& brush,
                                    const SExtents& region,
                                    const SRamp& ramp);
+    static bool DiffersFromGround(const ITerrainModification& modification,
+                                  const CVertDataSet& set);
     static float GetWeight(const SRamp& ramp, float fDistance, float fAlong);
     void DrawRamp(const ITellurBrush& brush, const SVec3& first, const SVec3& second) const;
 

@@ -12,6 +12,22 @@
 namespace
 {
 
+// Sets the weights of vertices that no stroke changes to 0.
+void DropProtected(CVertDataSet& set, const ITerrainModification& modification)
+{
+    CVertList& verts = set.GetVerts();
+    for (const SVertRun& run : verts.GetRuns())
+    {
+        for (size_t i = 0; i < run.nCount; ++i)
+        {
+            if (modification.IsProtected(run.ixFirst + static_cast<int>(i), run.iz))
+            {
+                verts.GetWeights()[run.nFirst + i] = 0.0F;
+            }
+        }
+    }
+}
+
 // Some vertex has a weight: what of its height kept it from changing.
 void LookAtHeights(const SDonePoint& point)
 {
@@ -156,12 +172,20 @@ void ExplainIdlePoint(const SDonePoint& point)
     {
         NoteOutcome(EPointOutcome::Faded, point.brush.GetFadeFactor());
     }
-    else if (HasWeight(point.set))
+    else if (!HasWeight(point.set))
     {
-        LookAtHeights(point);
+        LookAtWeights(point);
     }
     else
     {
-        LookAtWeights(point);
+        DropProtected(point.set, point.modification);
+        if (HasWeight(point.set))
+        {
+            LookAtHeights(point);
+        }
+        else
+        {
+            NoteOutcome(EPointOutcome::Protected);
+        }
     }
 }

@@ -50,6 +50,7 @@ bool CDragHeights::Open(Terrain& terrain, ITerrainWatcher& watcher)
         terrain.GetHeights(m_Whole.get(), GetVertexCount());
     }
     m_Tiles.SetGround(GetGround());
+    m_Tiles.SetGuard(dynamic_cast<const ITerrainProtection*>(&terrain));
     return true;
 }
 
@@ -71,6 +72,7 @@ void CDragHeights::LoseGround()
     // The terrain has removed the watcher by itself, and the address of its rows is dead.
     m_pAccess = nullptr;
     m_Tiles.SetGround(nullptr);
+    m_Tiles.SetGuard(nullptr);
 }
 
 bool CDragHeights::IsTerrainAsAtStart() const

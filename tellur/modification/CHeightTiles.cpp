@@ -110,6 +110,7 @@ void CHeightTiles::Clear()
     m_FirstX.reset();
     m_LastX.reset();
     m_Ground = nullptr;
+    m_Guard = nullptr;
     m_Count = 0;
     m_SizeX = 0;
     m_SizeZ = 0;

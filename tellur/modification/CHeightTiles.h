@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/ITerrainAccess.h"
+#include "host/ITerrainProtection.h"
 #include "tellur/stroke/IHeightRows.h"
 
 #include <array>
@@ -63,6 +64,23 @@ public:
     void SetGround(const float* pGround) { m_Ground = pGround; }
 
     const float* GetGround() const { return m_Ground; }
+
+    // Who knows which vertices are protected; borrowed as the ground. Null: none of them is.
+    void SetGuard(const ITerrainProtection* pGuard) { m_Guard = pGuard; }
+
+    // As ITerrainProtection::GetProtectedRows, of a tile.
+    const uint64_t* GetProtectedRows(int iTileX, int iTileZ) const
+    {
+        static_assert(SHeightTile::SIDE == ITerrainProtection::SIDE);
+        return m_Guard != nullptr ? m_Guard->GetProtectedRows(iTileX, iTileZ) : nullptr;
+    }
+
+    bool IsProtected(int iX, int iZ) const
+    {
+        const uint64_t* pRows = GetProtectedRows(iX / SHeightTile::SIDE, iZ / SHeightTile::SIDE);
+        return pRows != nullptr &&
+               ((pRows[iZ % SHeightTile::SIDE] >> (iX % SHeightTile::SIDE)) & 1U) != 0;
+    }
 
     bool HasGround() const { return m_Table != nullptr && m_Ground != nullptr; }
 
@@ -128,6 +146,7 @@ private:
     GetRow(int iX, int iZ, int iCount, float* pScratch, Heights SHeightTile::*pHeights) const;
 
     const float* m_Ground = nullptr;
+    const ITerrainProtection* m_Guard = nullptr;
     std::unique_ptr<SHeightTile*[]> m_Table; // by rows; null: not taken
     std::unique_ptr<int[]> m_FirstX;         // of each row, the tiles that were taken
     std::unique_ptr<int[]> m_LastX;

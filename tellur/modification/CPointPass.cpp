@@ -131,6 +131,8 @@ bool CPointPass::RunBand(const SWork& work, int iFirstZ, int iLastZ, SPointChang
             work.ground.pShown != nullptr
                 ? work.ground.pShown + static_cast<size_t>(iFirstZ) * part.nShownPitch + iLeft
                 : nullptr;
+        const uint64_t* pProtected = tiles.GetProtectedRows(iTileX, iFirstZ / SIDE);
+        part.pProtected = pProtected != nullptr ? pProtected + iFirstZ % SIDE : nullptr;
         part.iFirst = std::max(box.iMinX - iLeft, 0);
         part.iEnd = std::min(box.iMaxX + 1 - iLeft, SIDE);
         part.iThere = std::min(tiles.GetSizeX() - iLeft, SIDE);

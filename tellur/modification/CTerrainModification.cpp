@@ -225,12 +225,12 @@ void CTerrainModification::SetDstHeight(int iX, int iZ, float fHeight)
     // Kept as it always was: not the element at (x, z), limited only upward. Tools use SetVerts.
     const size_t nIndex =
         static_cast<size_t>(GetBufferSizeX()) + static_cast<size_t>(iX) + static_cast<size_t>(iZ);
-    if (nIndex >= m_Heights.GetVertexCount() || m_GivenUp)
+    const auto iWrittenX = static_cast<int>(nIndex % static_cast<size_t>(GetBufferSizeX()));
+    const auto iWrittenZ = static_cast<int>(nIndex / static_cast<size_t>(GetBufferSizeX()));
+    if (nIndex >= m_Heights.GetVertexCount() || m_GivenUp || IsProtected(iWrittenX, iWrittenZ))
     {
         return;
     }
-    const auto iWrittenX = static_cast<int>(nIndex % static_cast<size_t>(GetBufferSizeX()));
-    const auto iWrittenZ = static_cast<int>(nIndex / static_cast<size_t>(GetBufferSizeX()));
     if (!m_Heights.GetTiles().Take({iWrittenX, iWrittenZ, iWrittenX, iWrittenZ}))
     {
         GiveUp();

@@ -63,6 +63,11 @@ public:
 
     void GiveUp() override;
 
+    bool IsProtected(int iX, int iZ) const override
+    {
+        return m_Heights.GetTiles().IsProtected(iX, iZ);
+    }
+
     // Puts the heights of Start back, in the terrain, too. Needs no memory.
     void RestoreHeights() { m_Heights.Restore(); }
 

@@ -108,6 +108,64 @@ void MergeByCall(const ITellurFunction& function,
     }
 }
 
+// Vertices of one row and one tile that lie side by side.
+struct SMergedPart
+{
+    int ix = 0;
+    int iz = 0;
+    int iCount = 0;
+    const float* pCandidates = nullptr;
+};
+
+void MergePart(const SMergedPart& part,
+               const ITellurFunction& function,
+               float fMaxHeight,
+               SHeightTile& tile,
+               SPointChange& changed)
+{
+    const size_t nPlace = SHeightTile::GetPlace(part.ix, part.iz);
+    const SMergeSpan span = MergeHeights(function,
+                                         tile.aSource.data() + nPlace,
+                                         tile.aDest.data() + nPlace,
+                                         part.pCandidates,
+                                         static_cast<size_t>(part.iCount),
+                                         fMaxHeight);
+    if (span.nChanged > 0)
+    {
+        tile.bWritten = true;
+        changed.nChanged += static_cast<size_t>(span.nChanged);
+        changed.Add(part.ix + span.iFirst, part.ix + span.iLast, part.iz);
+        changed.fMin = std::min(changed.fMin, span.fMin);
+        changed.fMax = std::max(changed.fMax, span.fMax);
+    }
+    changed.nVisited += static_cast<size_t>(part.iCount);
+}
+
+// uProtected: of the row in the tile; those vertices are left out.
+void MergeAround(uint64_t uProtected,
+                 const SMergedPart& part,
+                 const ITellurFunction& function,
+                 float fMaxHeight,
+                 SHeightTile& tile,
+                 SPointChange& changed)
+{
+    const uint64_t uBits = uProtected >> (part.ix % SIDE);
+    for (int iFirst = 0; iFirst < part.iCount;)
+    {
+        const uint64_t uRest = uBits >> iFirst;
+        const int iFree = std::min(std::countr_zero(uRest), part.iCount - iFirst);
+        if (iFree > 0)
+        {
+            MergePart({part.ix + iFirst, part.iz, iFree, part.pCandidates + iFirst},
+                      function,
+                      fMaxHeight,
+                      tile,
+                      changed);
+        }
+        iFirst += std::max(iFree, std::min(std::countr_one(uRest), part.iCount - iFirst));
+    }
+}
+
 } // namespace
 
 SMergeSpan MergeHeights(const ITellurFunction& function,
@@ -154,7 +212,6 @@ bool MergeSet(const CVertList& verts,
     {
         return false;
     }
-    changed.nVisited = verts.GetCount();
     for (const SVertRun& run : verts.GetRuns())
     {
         const int ixEnd = run.ixFirst + static_cast<int>(run.nCount);
@@ -163,21 +220,17 @@ bool MergeSet(const CVertList& verts,
             // A run may cross tiles; within one its heights lie side by side.
             const int iPart = std::min(SIDE - ix % SIDE, ixEnd - ix);
             SHeightTile& tile = *tiles.Find(ix / SIDE, run.iz / SIDE);
-            const size_t nPlace = SHeightTile::GetPlace(ix, run.iz);
-            const SMergeSpan span =
-                MergeHeights(function,
-                             tile.aSource.data() + nPlace,
-                             tile.aDest.data() + nPlace,
-                             verts.GetHeights() + run.nFirst + (ix - run.ixFirst),
-                             static_cast<size_t>(iPart),
-                             fMaxHeight);
-            if (span.nChanged > 0)
+            const SMergedPart part = {
+                ix, run.iz, iPart, verts.GetHeights() + run.nFirst + (ix - run.ixFirst)};
+            const uint64_t* pProtected = tiles.GetProtectedRows(ix / SIDE, run.iz / SIDE);
+            const uint64_t uProtected = pProtected != nullptr ? pProtected[run.iz % SIDE] : 0;
+            if (uProtected == 0)
             {
-                tile.bWritten = true;
-                changed.nChanged += static_cast<size_t>(span.nChanged);
-                changed.Add(ix + span.iFirst, ix + span.iLast, run.iz);
-                changed.fMin = std::min(changed.fMin, span.fMin);
-                changed.fMax = std::max(changed.fMax, span.fMax);
+                MergePart(part, function, fMaxHeight, tile, changed);
+            }
+            else
+            {
+                MergeAround(uProtected, part, function, fMaxHeight, tile, changed);
             }
             ix += iPart;
         }

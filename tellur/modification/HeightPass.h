@@ -46,6 +46,9 @@ struct SPassTile
     float fPower = 1.0F;
     float fHardness = 0.0F;
     float fMaxHeight = 0.0F;
+    // A bit a column of the tile, 1 where nothing changes; the first row of the part, others
+    // follow. Null: none.
+    const uint64_t* pProtected = nullptr;
 };
 
 // What was written: sums over the tiles of a point, and where in the last one.

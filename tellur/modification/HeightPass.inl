@@ -186,6 +186,7 @@ struct SRowPlace
     float* pShown;
     const float* pShape;
     const float* pTargets; // at the group's first column
+    uint64_t uProtected;   // a bit a column of the tile
     bool bHard;
 };
 
@@ -198,7 +199,8 @@ struct SLanes
 };
 
 // One group: eight vertices from column iAt of the tile on. A bit for each that was written. TEdge:
-// some of them may lie outside the part, where nothing changes, or outside the terrain.
+// some of them may be protected or lie outside the part, where nothing changes, or outside the
+// terrain.
 template <EVertexRule TRule, EMergeRule TMerge, bool TEdge>
 TELLUR_INLINE uint32_t RunGroup(const SVertexRule& rule,
                                 const SPassTile& tile,
@@ -220,6 +222,8 @@ TELLUR_INLINE uint32_t RunGroup(const SVertexRule& rule,
     {
         const I place = AllInts((int32_t)iAt) + I{0, 1, 2, 3, 4, 5, 6, 7};
         editable &= (I)(place >= AllInts(tile.iFirst)) & (I)(place < AllInts(tile.iEnd));
+        const I bits = AllInts((int32_t)((row.uProtected >> iAt) & 255U));
+        editable &= (I)((bits & I{1, 2, 4, 8, 16, 32, 64, 128}) == AllInts(0));
     }
     lanes.visited += editable;
     // What is no number is never written: no comparison of the strongest rule is true for it, and
@@ -264,12 +268,13 @@ RunRow(const SVertexRule& rule, const SPassTile& tile, SRowPlace row, SLanes& la
     const auto iFirst = tile.iFirst;
     const auto iEnd = tile.iEnd;
     // Groups begin at multiples of eight, so only the first and the last one reach beyond the part;
-    // those between are run without asking.
+    // those between are run without asking, unless the row has protected vertices.
+    const auto iPlainEnd = row.uProtected == 0 ? iEnd : 0;
     int iAt = iFirst / PASS_LANES * PASS_LANES;
     uint64_t uChanged = 0;
     while (iAt < iEnd)
     {
-        if (iAt < iFirst || iAt + PASS_LANES > iEnd)
+        if (iAt < iFirst || iAt + PASS_LANES > iPlainEnd)
         {
             uChanged |= (uint64_t)RunGroup<TRule, TMerge, true>(
                             rule, tile, row, *pGroup, (size_t)iAt, lanes)
@@ -279,7 +284,7 @@ RunRow(const SVertexRule& rule, const SPassTile& tile, SRowPlace row, SLanes& la
             ++pGroup;
         }
         SLanes inner = lanes; // or the registers of the borders' code reach into this loop
-        for (; iAt + PASS_LANES <= iEnd; iAt += PASS_LANES)
+        for (; iAt + PASS_LANES <= iPlainEnd; iAt += PASS_LANES)
         {
             uChanged |= (uint64_t)RunGroup<TRule, TMerge, false>(
                             rule, tile, row, *pGroup, (size_t)iAt, inner)
@@ -303,10 +308,12 @@ TELLUR_INLINE void RunTile(const SVertexRule& rule, const SPassTile& tile, SPass
                      ownTile.pShown,
                      ownTile.pShape,
                      ownTile.pTargets,
+                     0,
                      ownTile.fHardness != 0.0F};
     result.uColumns = 0;
     for (int iRow = 0; iRow < ownTile.iRows; ++iRow)
     {
+        row.uProtected = ownTile.pProtected != nullptr ? ownTile.pProtected[iRow] : 0;
         const uint64_t uWritten = RunRow<TRule, TMerge>(own, ownTile, row, lanes);
         if (uWritten != 0)
         {

@@ -96,4 +96,8 @@ public:
     // There is no memory to go on: the heights are those of Start again, one line says so, and the
     // rest of the drag changes nothing.
     virtual void GiveUp() = 0;
+
+    // Whether a vertex, which lies on the terrain, is one that no stroke changes. SetVerts and
+    // RunPoint leave it alone as if its weight were 0.
+    virtual bool IsProtected(int /*iX*/, int /*iZ*/) const { return false; }
 };

@@ -30,6 +30,8 @@ uniform bool uTypeSwapped;  // blue comes first
 uniform bool uPainting;     // the bitmap is laid over the shaded ground
 uniform vec2 uMaskScale; // terrain units to the mask; 0: none
 uniform vec4 uMaskColor;
+uniform usampler2D uProtected; // see CProtectionCopy
+uniform bool uProtecting;      // something is
 uniform bool uFlat;
 uniform bool uWire;
 uniform bool uGrid;
@@ -102,6 +104,27 @@ vec4 GetType()
     return vec4(type.rgb * uTypeChannels.rgb, mix(1.0, type.a, uTypeChannels.a));
 }
 
+bool IsProtected(ivec2 vertex)
+{
+    ivec2 at = vertex & 63;
+    int iWord = at.y * 2 + (at.x >> 5);
+    uint uBits = texelFetch(uProtected, (vertex >> 6) * ivec2(8, 16) + ivec2(iWord & 7, iWord >> 3), 0).r;
+    return ((uBits >> uint(at.x & 31)) & 1u) != 0u;
+}
+
+// Stripes as wide on the screen wherever the ground lies, so that they show near and far.
+vec3 Hatch(vec3 color)
+{
+    if (!IsProtected(ivec2(floor(vGrid + 0.5))))
+    {
+        return color;
+    }
+    float fAcross = fract((gl_FragCoord.x + gl_FragCoord.y) / 12.0);
+    float fStripe = clamp(2.5 - abs(fAcross - 0.5) * 12.0, 0.0, 1.0);
+    vec3 tinted = mix(color, vec3(0.20, 0.62, 0.92), 0.18);
+    return mix(tinted, vec3(0.10, 0.36, 0.62), fStripe * 0.8);
+}
+
 void main()
 {
     vec3 normal;
@@ -158,6 +181,10 @@ void main()
         vec2 at = vPosition.xz * uMaskScale + 0.5 / vec2(textureSize(uMask, 0));
         float fKept = 1.0 - texture(uMask, at).r;
         color = mix(color, uMaskColor.rgb, fKept * uMaskColor.a);
+    }
+    if (uProtecting)
+    {
+        color = Hatch(color);
     }
     float fHaze = uHaze.a * smoothstep(0.25, 1.0, distance(uEye, vPosition) / uHazeDistance);
     oColor = vec4(mix(color, uHaze.rgb, fHaze), 1.0);

@@ -160,11 +160,38 @@ protected:
         m_Host.GetLevelHeights().Replace(std::move(field), "Import");
     }
 
+    void Protect()
+    {
+        constexpr EProtect KINDS[] = {
+            EProtect::Invert, EProtect::Clear, EProtect::Grow, EProtect::Slope, EProtect::Heights};
+        CHostProtection& protection = m_Host.GetProtection();
+        const int nDiscs = m_Numbers.Int(0, 3);
+        if (nDiscs == 0)
+        {
+            const float fFirst = m_Numbers.Float(2.0F, 60.0F);
+            protection.Do({KINDS[m_Numbers.Int(0, 4)], fFirst, fFirst + 20.0F});
+        }
+        protection.Begin(); // often with nothing in it
+        for (int i = 0; i < nDiscs; ++i)
+        {
+            protection.Do({EProtect::Disc,
+                           m_Numbers.Float(0.0F, WIDTH),
+                           m_Numbers.Float(0.0F, WIDTH),
+                           m_Numbers.Float(10.0F, 90.0F),
+                           m_Numbers.Int(0, 3) != 0});
+        }
+        protection.End();
+    }
+
     void DoSomething()
     {
         CUndoStack& stack = m_Host.GetUndoStack();
-        switch (m_Numbers.Int(0, 12))
+        switch (m_Numbers.Int(0, 14))
         {
+        case 8:
+        case 9:
+            Protect();
+            break;
         case 0:
             TakeBrush(m_Numbers.Int(0, 5), m_Numbers.Float(0.05F, 0.4F));
             break;

@@ -1,0 +1,82 @@
+#include "editor/core/ProtectionPicture.h"
+
+#include "engine/terrain/CProtectionEdit.h"
+#include "host/Image.h"
+#include "host/Log.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace
+{
+
+constexpr uint32_t SIDE = CVertexProtection::SIDE;
+constexpr uint8_t WHITE = 255;
+constexpr uint8_t MIDDLE = 128;
+
+} // namespace
+
+bool ReadProtection(const std::string& strPath, CProtectionEdit& edit)
+{
+    const CVertexProtection& protection = edit.GetProtection();
+    const std::unique_ptr<IImage> pImage(IL_LoadImage(strPath.c_str()));
+    if (pImage == nullptr)
+    {
+        return false; // which was logged
+    }
+    if (pImage->GetWidth() != protection.GetSizeX() || pImage->GetHeight() != protection.GetSizeZ())
+    {
+        CrashLog("[ReadProtection] %s: a picture of %u x %u pixels for a terrain of %u x %u "
+                 "vertices\n",
+                 strPath.c_str(),
+                 pImage->GetWidth(),
+                 pImage->GetHeight(),
+                 protection.GetSizeX(),
+                 protection.GetSizeZ());
+        return false;
+    }
+    const size_t nPixel = pImage->GetBitsPerPixel() / 8;
+    const uint8_t* pPixels = pImage->GetRawData();
+    edit.ChangeAll(
+        [&](uint32_t uSquareX, uint32_t uSquareZ, CVertexProtection::Square& bits)
+        {
+            bits.fill(0);
+            const uint32_t uEndX = std::min((uSquareX + 1) * SIDE, protection.GetSizeX());
+            const uint32_t uEndZ = std::min((uSquareZ + 1) * SIDE, protection.GetSizeZ());
+            for (uint32_t z = uSquareZ * SIDE; z < uEndZ; ++z)
+            {
+                for (uint32_t x = uSquareX * SIDE; x < uEndX; ++x)
+                {
+                    const uint8_t uGrey = pPixels[(size_t{z} * protection.GetSizeX() + x) * nPixel];
+                    bits[z % SIDE] |= uint64_t{uGrey >= MIDDLE} << (x % SIDE);
+                }
+            }
+        });
+    return true;
+}
+
+bool WriteProtection(const std::string& strPath, const CVertexProtection& protection)
+{
+    const uint32_t uSizeX = protection.GetSizeX();
+    const uint32_t uSizeZ = protection.GetSizeZ();
+    const std::unique_ptr<IImage> pImage(
+        IL_CreateImageFromBufferFormat(uSizeX, uSizeZ, EImageFormat::Indexed8, nullptr));
+    if (pImage == nullptr)
+    {
+        CrashLog("[WriteProtection] %s: no memory for %u x %u pixels\n",
+                 strPath.c_str(),
+                 uSizeX,
+                 uSizeZ);
+        return false;
+    }
+    for (uint32_t z = 0; z < uSizeZ; ++z)
+    {
+        uint8_t* pRow = pImage->GetRawData() + size_t{z} * uSizeX;
+        for (uint32_t x = 0; x < uSizeX; ++x)
+        {
+            const uint64_t uBits = protection.GetRow(x / SIDE, z);
+            pRow[x] = ((uBits >> (x % SIDE)) & 1U) != 0 ? WHITE : 0;
+        }
+    }
+    return IL_SaveImage(strPath.c_str(), pImage.get(), nullptr);
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+class CProtectionEdit;
+class CVertexProtection;
+
+// The protection of a level as a picture: 8-bit grey, a pixel a vertex, x to the right and z
+// downwards; white is protected. Full paths. False after one logged line that names the file.
+
+// A pixel from the middle grey on is protected; of colours the first channel counts. Nothing has
+// changed when it fails.
+bool ReadProtection(const std::string& strPath, CProtectionEdit& edit);
+bool WriteProtection(const std::string& strPath, const CVertexProtection& protection);
