@@ -34,7 +34,8 @@ IPluginImpl::IPluginImpl()
     , CPainting(modes)
     , CPluginTools(GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel)
     , CPluginStrokes(terraforming, brush, static_cast<CPluginTools&>(*this))
-    , CPluginScript({GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel})
+    , CPluginScript(
+          {GetBrushes(), GetChanges(), brush, modes, static_cast<CPainting&>(*this), panel})
 {
     SetPluginContext(this);
 }
@@ -47,7 +48,7 @@ IPluginImpl::~IPluginImpl()
     menus.DestroyMenu();
     GetFunctions().Clear();
     brush.Clear();
-    GetBrushes().Clear();
+    ClearBrushes();
     FreeKeptTiles();
     SetPluginContext(nullptr);
 }
