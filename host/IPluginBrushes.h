@@ -12,7 +12,9 @@ class ifile;
 // The library of defined brushes, and the brush of each tool, which a brush of the library replaces
 // when it is taken. See IPlugin.h for how a host gets it. The host calls it on the UI thread:
 // GetBrushFaults once after Initialize, to tell the person and to keep the file that the next save
-// would cut; HasUnsavedBrushes and SaveBrushes before it closes. Only IBrushTaker is called back.
+// would cut; HasUnsavedBrushes and SaveBrushes before it closes; the others whenever it shows the
+// library. Only IBrushTaker is called back. What changes the library are keywords of scripts
+// (IPluginScript), which tell brushes by their place in it, counted from 0: names need not differ.
 
 // What reading the library of brushes could not use; the next save of the library leaves it out.
 struct SBrushFault
@@ -20,6 +22,19 @@ struct SBrushFault
     std::string strBrush; // its name; empty where the brush has none, or all of the file is meant
     int32_t iLine = 0;    // in the file; 0 where no one line is meant
     std::string strFault; // a phrase without a line feed
+};
+
+// A brush of the library as a window shows it.
+struct SDefinedBrush
+{
+    std::string strName;
+    std::string strFunction; // as a person reads it: "Set height"; empty without one
+    std::string strImage;    // the image's path as the library has it; empty without one
+    float fExtent = 0.0F;    // side of the footprint, terrain units
+    // The image: uSide rows of uSide bytes, top row first, from 0 (no effect) to 255 (full).
+    // Borrowed until the library is another one; null and 0 without one.
+    const uint8_t* pPixels = nullptr;
+    uint32_t uSide = 0;
 };
 
 // Hears what is taken from the library: the sizes of a brush may not be those for the level that is
@@ -53,4 +68,8 @@ public:
     // which IPluginScript::Play takes; what is at hand has no part in it. False for a tool without
     // a brush, for a brush that would not read back, and on a file fault.
     virtual bool WriteToolBrush(fs::ifile& file, const char* pszFunction) = 0;
+    // All of them, by their places.
+    virtual std::vector<SDefinedBrush> GetDefinedBrushes() = 0;
+    // Another number whenever the library is another one than before, whoever changed it.
+    virtual uint64_t GetBrushRevision() = 0;
 };

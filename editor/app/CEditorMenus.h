@@ -5,6 +5,7 @@
 #include "editor/app/CEditCommands.h"
 #include "editor/app/CFileCommands.h"
 #include "editor/app/CLevelCommands.h"
+#include "editor/app/CLibraryCommands.h"
 #include "editor/app/CProtectionCommands.h"
 #include "editor/app/CToolCommands.h"
 #include "editor/app/CViewCommands.h"
@@ -23,6 +24,7 @@ struct SMenuParts
     CCommandList& commands;
     CViewArea& views;
     CPanelDock& panel;
+    CBrushLibraryDock& library;
     CDocumentActions& documents;
     CScriptRunner& scripts;
     CPluginCommands& plugin;
@@ -55,4 +57,5 @@ private:
     CCameraCommands m_Camera;
     CToolCommands m_Brush;
     CBrushFormCommands m_Form;
+    CLibraryCommands m_Library;
 };

@@ -81,6 +81,24 @@ bool MayBmpHavePalette(std::span<const uint8_t> /*data*/)
     return true;
 }
 
+SImageSize PeekBmpSize(std::span<const uint8_t> data)
+{
+    constexpr size_t HEADER_LENGTH_AT = 14;
+    constexpr size_t SIZE_AT = 18;
+    constexpr uint32_t OLD_HEADER = 12; // with sizes of 16 bits
+    if (data.size() < SIZE_AT + 8)
+    {
+        return {};
+    }
+    if (ReadLe32(&data[HEADER_LENGTH_AT]) == OLD_HEADER)
+    {
+        return {ReadLe16(&data[SIZE_AT]), ReadLe16(&data[SIZE_AT + 2])};
+    }
+    const uint32_t uHeight = ReadLe32(&data[SIZE_AT + 4]);
+    const bool bTopDown = (uHeight & 0x80000000U) != 0; // a negative number of rows
+    return {ReadLe32(&data[SIZE_AT]), bTopDown ? 0U - uHeight : uHeight};
+}
+
 bool DecodeBmp(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
     SBmpHeader header;

@@ -99,6 +99,15 @@ bool IsDds(std::span<const uint8_t> data)
     return StartsWith(data, "DDS ");
 }
 
+SImageSize PeekDdsSize(std::span<const uint8_t> data)
+{
+    constexpr size_t HEIGHT_AT = 12;
+    constexpr size_t WIDTH_AT = 16;
+    return data.size() < WIDTH_AT + 4
+               ? SImageSize()
+               : SImageSize{ReadLe32(&data[WIDTH_AT]), ReadLe32(&data[HEIGHT_AT])};
+}
+
 bool DecodeDds(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
     SDdsHeader header;

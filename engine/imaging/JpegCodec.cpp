@@ -144,6 +144,28 @@ bool IsJpeg(std::span<const uint8_t> data)
     return StartsWith(data, "\xff\xd8\xff");
 }
 
+// Goes from segment to segment to the one that begins a picture and names its size.
+SImageSize PeekJpegSize(std::span<const uint8_t> data)
+{
+    constexpr size_t HEAD = 9; // mark, length, bits, height, width
+    const auto read16 = [data](size_t iAt)
+    {
+        return uint32_t{data[iAt]} << 8 | data[iAt + 1];
+    };
+    for (size_t iAt = 2; iAt + HEAD <= data.size() && data[iAt] == 0xFF;)
+    {
+        const uint8_t uMark = data[iAt + 1];
+        const bool bOther = uMark == 0xC4 || uMark == 0xC8 || uMark == 0xCC; // tables
+        if (uMark >= 0xC0 && uMark <= 0xCF && !bOther)
+        {
+            return {read16(iAt + 7), read16(iAt + 5)};
+        }
+        // A byte that only fills up stands before a mark.
+        iAt += uMark == 0xFF ? 1 : 2 + read16(iAt + 2);
+    }
+    return {};
+}
+
 bool DecodeJpeg(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
     CJpegReader reader(data);

@@ -55,12 +55,18 @@ bool MayPngHavePalette(std::span<const uint8_t> data)
     return data.size() > COLOR_TYPE_AT && data[COLOR_TYPE_AT] == PNG_COLOR_TYPE_PALETTE;
 }
 
+SImageSize PeekPngSize(std::span<const uint8_t> data)
+{
+    return data.size() < SIZE_END
+               ? SImageSize()
+               : SImageSize{png_get_uint_32(&data[WIDTH_AT]), png_get_uint_32(&data[HEIGHT_AT])};
+}
+
 bool DecodePng(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
     // Refused with the limits that hold for all formats, before libpng does it in words of its own.
-    if (data.size() >= SIZE_END && !CheckImageSize(png_get_uint_32(&data[WIDTH_AT]),
-                                                   png_get_uint_32(&data[HEIGHT_AT]),
-                                                   strFault))
+    const SImageSize size = PeekPngSize(data);
+    if (data.size() >= SIZE_END && !CheckImageSize(size.uWidth, size.uHeight, strFault))
     {
         return false;
     }

@@ -10,6 +10,12 @@
 
 struct SPicture;
 
+struct SImageSize
+{
+    uint32_t uWidth = 0; // pixels
+    uint32_t uHeight = 0;
+};
+
 // One file format of the image library: what it is called, how its files are told, and the
 // functions that read and write them. The rows of the table in CodecTable.cpp, which live as long
 // as the process.
@@ -40,6 +46,10 @@ struct SImageCodec
     // A look at fixed header bytes only, so that a palette is not searched where none can be; null
     // when no file of the format has a palette.
     bool (*pMayHavePalette)(std::span<const uint8_t> data) = nullptr;
+
+    // The size that the file claims, pixels, by a look at its headers only; both 0 where those are
+    // not all there. data: the file or as much of its beginning as was read.
+    SImageSize (*pPeekSize)(std::span<const uint8_t> data) = nullptr;
 
     bool (*pDecode)(std::span<const uint8_t> data,
                     SPicture& picture,

@@ -251,6 +251,12 @@ bool MayTgaHavePalette(std::span<const uint8_t> data)
     return data.size() > 1 && data[1] == 1;
 }
 
+SImageSize PeekTgaSize(std::span<const uint8_t> data)
+{
+    return data.size() < HEADER_BYTES ? SImageSize()
+                                      : SImageSize{ReadLe16(&data[12]), ReadLe16(&data[14])};
+}
+
 bool DecodeTga(std::span<const uint8_t> data, SPicture& picture, std::string& strFault)
 {
     STgaHeader header;

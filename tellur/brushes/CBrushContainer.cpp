@@ -135,6 +135,7 @@ bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath, std::vector<SBr
             m_Predefined.push_back(std::move(pBrush));
         }
     }
+    NoteChange(EChange::Load);
     if (pFaults != nullptr)
     {
         *pFaults = std::move(faults);
@@ -154,7 +155,7 @@ void CBrushContainer::AddBrush(const CTellurBrush* pBrush, bool bRename)
         GetNextBrushName(pClone.get());
     }
     m_Predefined.push_back(std::move(pClone));
-    m_bUnsaved = true;
+    NoteChange(EChange::Edit);
 }
 
 void CBrushContainer::GetNextBrushName(CTellurBrush* pBrush)
@@ -260,13 +261,45 @@ bool CBrushContainer::SetBrush(CTellurBrush* pBrush, std::unique_ptr<CTellurBrus
     return true;
 }
 
+void CBrushContainer::InsertPredefined(size_t iPlace, std::unique_ptr<CTellurBrush> pBrush)
+{
+    m_Predefined.insert(m_Predefined.begin() + static_cast<ptrdiff_t>(iPlace), std::move(pBrush));
+    NoteChange(EChange::Edit);
+}
+
+std::unique_ptr<CTellurBrush> CBrushContainer::TakePredefined(size_t iPlace)
+{
+    const auto place = m_Predefined.begin() + static_cast<ptrdiff_t>(iPlace);
+    std::unique_ptr<CTellurBrush> pBrush = std::move(*place);
+    m_Predefined.erase(place);
+    NoteChange(EChange::Edit);
+    return pBrush;
+}
+
+void CBrushContainer::RenamePredefined(size_t iPlace, const char* pszName)
+{
+    m_Predefined[iPlace]->SetName(pszName);
+    NoteChange(EChange::Edit);
+}
+
+void CBrushContainer::NoteChange(EChange eChange)
+{
+    const bool bSaved = !IsUnsaved();
+    m_State = ++m_States;
+    if (bSaved && eChange == EChange::Load)
+    {
+        SetSaved();
+    }
+}
+
 void CBrushContainer::ClearPredefined()
 {
     m_Predefined.clear();
+    NoteChange(EChange::Load);
 }
 
 void CBrushContainer::Clear()
 {
-    m_Predefined.clear();
+    ClearPredefined();
     m_Tools.clear();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -41,18 +43,40 @@ public:
     void ClearPredefined();
     void Clear(); // both lists
 
-    // Whether a brush was added since the library was saved. Whoever has saved it says so: the
-    // container does not know which file is the library's.
-    bool IsUnsaved() const { return m_bUnsaved; }
+    // Changes of the predefined list, by place. A brush that is taken out is the caller's; a place
+    // must be one of the list, for inserting the one behind its end, too.
+    void InsertPredefined(size_t iPlace, std::unique_ptr<CTellurBrush> pBrush);
+    std::unique_ptr<CTellurBrush> TakePredefined(size_t iPlace);
+    void RenamePredefined(size_t iPlace, const char* pszName);
 
-    void SetSaved() { m_bUnsaved = false; }
+    // What the predefined list is like at present: each change gives a number that was none before.
+    // Whoever has put back what was there before says so with that number.
+    uint64_t GetState() const { return m_State; }
+
+    void SetState(uint64_t uState) { m_State = uState; }
+
+    // Whether the list is another one than what was saved, or read as a file. Whoever has saved it
+    // says so: the container does not know which file is the library's.
+    bool IsUnsaved() const { return m_State != m_SavedState; }
+
+    void SetSaved() { m_SavedState = m_State; }
 
     const CBrushList& GetPredefined() const { return m_Predefined; }
 
     const CBrushList& GetTools() const { return m_Tools; }
 
 private:
+    enum class EChange
+    {
+        Edit, // the file lacks it
+        Load, // or a clean sweep: no reason to save by itself
+    };
+
+    void NoteChange(EChange eChange);
+
     CBrushList m_Predefined;
     CBrushList m_Tools;
-    bool m_bUnsaved = false;
+    uint64_t m_States = 1; // the latest number given
+    uint64_t m_State = 1;
+    uint64_t m_SavedState = 1;
 };

@@ -1,6 +1,7 @@
 #include "tellur/plugin/CBrushLibrary.h"
 
 #include "host/EditorHost.h"
+#include "host/Image.h"
 #include "host/Log.h"
 #include "host/Reflection.h"
 #include "tellur/brushes/BrushFaults.h"
@@ -16,6 +17,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace
 {
@@ -109,6 +111,34 @@ bool CBrushLibrary::AddToPredefined(CTellurBrush* pBrush)
 const char* CBrushLibrary::GetBrushFile()
 {
     return PREDEFINED_BRUSHES;
+}
+
+std::vector<SDefinedBrush> CBrushLibrary::GetDefinedBrushes()
+{
+    std::vector<SDefinedBrush> brushes;
+    for (const auto& pBrush : m_BrushContainer.GetPredefined())
+    {
+        const char* pszName = pBrush->GetName();
+        const char* pszImage = pBrush->GetBitmapPath();
+        const IImage* pImage = std::as_const(*pBrush).GetBitmapImage();
+        SDefinedBrush shown = {.strName = pszName != nullptr ? pszName : "",
+                               .strFunction = GetToolName(pBrush.get()),
+                               .strImage = pszImage != nullptr ? pszImage : "",
+                               .fExtent = pBrush->GetExtent()};
+        if (pImage != nullptr && pImage->GetRawData() != nullptr)
+        {
+            shown.pPixels = pImage->GetRawData();
+            shown.uSide = pImage->GetWidth(); // brushes have square ones of a byte a pixel
+        }
+        brushes.push_back(std::move(shown));
+    }
+    return brushes;
+}
+
+void CBrushLibrary::ClearBrushes()
+{
+    m_Changes.Clear();
+    m_BrushContainer.Clear();
 }
 
 bool CBrushLibrary::SaveBrushes()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/IPluginBrushes.h"
+#include "tellur/brushes/CBrushChanges.h"
 #include "tellur/brushes/CBrushContainer.h"
 #include "tellur/brushes/CFunctionContainer.h"
 
@@ -22,7 +23,11 @@ public:
 
     CBrushContainer& GetBrushes() { return m_BrushContainer; }
 
+    CBrushChanges& GetChanges() { return m_Changes; }
+
     CFunctionContainer& GetFunctions() { return m_FunctionContainer; }
+
+    void ClearBrushes(); // and what could be taken back
 
     // IPluginBrushes
     const char* GetBrushFile() override;
@@ -32,6 +37,9 @@ public:
     bool HasUnsavedBrushes() override { return m_BrushContainer.IsUnsaved(); }
 
     bool SaveBrushes() override;
+    std::vector<SDefinedBrush> GetDefinedBrushes() override;
+
+    uint64_t GetBrushRevision() override { return m_BrushContainer.GetState(); }
 
     void SetBrushTaker(IBrushTaker* pTaker) override { m_pTaker = pTaker; }
 
@@ -44,6 +52,7 @@ private:
     void CreateFunctions();
 
     CBrushContainer m_BrushContainer;
+    CBrushChanges m_Changes{m_BrushContainer};
     CFunctionContainer m_FunctionContainer;
     std::vector<SBrushFault> m_BrushFaults; // of the file, as it was at the start
     IBrushTaker* m_pTaker = nullptr;        // borrowed

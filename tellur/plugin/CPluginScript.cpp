@@ -22,6 +22,7 @@
 #include "tellur/plugin/CPanelLink.h"
 #include "tellur/plugin/CPluginModes.h"
 #include "tellur/plugin/HeightMapFile.h"
+#include "tellur/plugin/LibraryKeywords.h"
 #include "tellur/plugin/PaintKeywords.h"
 #include "tellur/resources/PluginResources.h"
 
@@ -235,6 +236,13 @@ constexpr SRow ROWS[] = {
     {{"brush_file", "s", EKeywordFile::Read}, &PlayBrushFile},
     {{"use_brush", "s"}, &PlayUseBrush},
     {{"save_brushes", "s", EKeywordFile::Written}, &PlaySaveBrushes},
+    {{"take_brush", "i"}, &PlayTakeBrush},
+    {{"rename_brush", "is"}, &PlayRenameBrush},
+    {{"duplicate_brush", "is"}, &PlayDuplicateBrush},
+    {{"remove_brush", "i"}, &PlayRemoveBrush},
+    {{"move_brush", "ii"}, &PlayMoveBrush},
+    {{"undo_brushes", ""}, &PlayUndoBrushes},
+    {{"redo_brushes", ""}, &PlayRedoBrushes},
     {{"mode", "s"}, &PlayMode},
     {{"auto_normals", "i"}, &PlayAutoNormals},
     {{"resolution", "i"}, &PlayResolution},

@@ -6,6 +6,7 @@
 #include <vector>
 
 class CBrushAtHand;
+class CBrushChanges;
 class CBrushContainer;
 class CPainting;
 class CPanelLink;
@@ -15,6 +16,7 @@ class CPluginModes;
 struct SScriptParts
 {
     CBrushContainer& brushes;
+    CBrushChanges& changes;
     CBrushAtHand& brush;
     const CPluginModes& modes;
     CPainting& painting;

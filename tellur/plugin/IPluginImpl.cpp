@@ -36,7 +36,8 @@ IPluginImpl::IPluginImpl()
     , CPluginMark(
           terraforming, brush, static_cast<CPainting&>(*this), static_cast<CPluginTools&>(*this))
     , CPluginStrokes(terraforming, brush, static_cast<CPluginTools&>(*this))
-    , CPluginScript({GetBrushes(), brush, modes, static_cast<CPainting&>(*this), panel})
+    , CPluginScript(
+          {GetBrushes(), GetChanges(), brush, modes, static_cast<CPainting&>(*this), panel})
 {
     SetPluginContext(this);
 }
@@ -49,7 +50,7 @@ IPluginImpl::~IPluginImpl()
     menus.DestroyMenu();
     GetFunctions().Clear();
     brush.Clear();
-    GetBrushes().Clear();
+    ClearBrushes();
     FreeKeptTiles();
     SetPluginContext(nullptr);
 }

@@ -1,3 +1,4 @@
+#include "engine/imaging/PicturePreview.h"
 #include "tests/engine/imaging/FormatRows.h"
 #include "tests/support/CLogCatcher.h"
 
@@ -12,6 +13,9 @@ void ExpectImageOrOneLine(const std::string& strPath, CLogCatcher& Log)
 {
     const ImagePtr pImage = LoadImage(strPath);
     const PalettePtr pPalette = LoadPalette(strPath);
+    const SPicturePreview Preview = LoadPicturePreview(strPath.c_str(), 64);
+    ASSERT_TRUE(pImage || !Preview.pImage);
+    ASSERT_EQ(Preview.strWhy.empty(), Preview.pImage != nullptr);
     const std::string strText = Log.GetText();
     ASSERT_EQ(Log.TakeLines().size(), pImage ? 0U : 1U);
     ASSERT_EQ(strText.rfind("[IL_LoadImage] " + strPath + ": ", 0) == 0, !pImage) << strText;
@@ -112,6 +116,13 @@ TEST_P(CDamagedImages, AClaimOfManyPixelsIsRefusedBeforeTheyAreAllocated)
         EXPECT_FALSE(LoadImage(m_Path));
         const std::vector<std::string> Lines = m_Log.TakeLines();
         ASSERT_EQ(Lines.size(), 1U);
+        const SPicturePreview Preview = LoadPicturePreview(m_Path.c_str(), 7999U * 8000U);
+        if (uSide > 0 && uSide <= 65535)
+        {
+            EXPECT_EQ(Preview.uWidth, uSide);
+            EXPECT_EQ(Preview.uHeight, uSide);
+            EXPECT_EQ(Preview.strWhy, "too large to be shown here");
+        }
         const std::string strSide = std::to_string(uSide);
         const std::string strLimit = ": a size of " + strSide + " x " + strSide +
                                      " pixels is not supported, the limit is 268468225 pixels "

@@ -181,10 +181,28 @@ TEST_F(CBrushList, BrushesOfAScriptComeIntoTheList)
     WriteBytes(m_Folder.Path("more.ini"),
                "!brush()\n!brush_name( s )\n!function( s )\n"
                "brush() { brush_name( \"Hill\" ) function( \"RelativeHeightFunction\" ) }\n");
-    WriteBytes(m_Folder.Path("script.txt"), "!brush_file( s )\nbrush_file( \"more.ini\" )\n");
-    const std::unique_ptr<CTCPARSE_KEYWORD> pTree(TCParseFile("script.txt"));
-    std::string strWhy;
-    ASSERT_EQ(m_Plugin->Play(pTree.get(), strWhy), EScriptResult::Done) << strWhy;
+    const auto play = [&](const char* pszScript)
+    {
+        WriteBytes(m_Folder.Path("script.txt"), pszScript);
+        const std::unique_ptr<CTCPARSE_KEYWORD> pTree(TCParseFile("script.txt"));
+        std::string strWhy;
+        ASSERT_EQ(m_Plugin->Play(pTree.get(), strWhy), EScriptResult::Done) << strWhy;
+    };
+    play("!brush_file( s )\nbrush_file( \"more.ini\" )\n");
     ASSERT_EQ(List()->count(), 1);
     EXPECT_EQ(List()->item(0)->text(), "Hill");
+
+    // The brush that was selected stays so, wherever it is, and nobody is told that it was chosen.
+    play("!brush_file( s )\nbrush_file( \"more.ini\" )\n");
+    Select(0);
+    const CTellurBrush* pBrush = Brush();
+    play("!move_brush( i, i )\nmove_brush( 0, 1 )\n");
+    EXPECT_EQ(List()->currentRow(), 1);
+    play("!remove_brush( i )\nremove_brush( 0 )\n");
+    EXPECT_EQ(List()->currentRow(), 0);
+    play("!remove_brush( i )\nremove_brush( 0 )\n");
+    EXPECT_EQ(List()->count(), 0);
+    EXPECT_EQ(Brush(), pBrush) << "it stays at hand";
+    play("!undo_brushes()\nundo_brushes()\n");
+    EXPECT_EQ(List()->currentRow(), -1);
 }

@@ -27,7 +27,10 @@ TEST(ReplayResults, DeclarationsNameEveryKeywordOnceAndParse)
     const std::string strText = CReplayRunner::GetDeclarations();
     std::istringstream keywords(
         "level( i, v3 );open( s );brush();tool_brush();brush_file( s );use_brush( s "
-        ");save_brushes( s );mode( s "
+        ");save_brushes( s "
+        ");take_brush( i );"
+        "rename_brush( i, s );duplicate_brush( i, s );remove_brush( i );move_brush( i, i );"
+        "undo_brushes();redo_brushes();mode( s "
         ");keys( s );press( f, f );move( f, f, i );"
         "release( f, f );press_at( v3 );move_at( v3, i );release_at( v3 );press_miss();"
         "paint_bitmap( s );paint_function( s );paint_color( v4 );paint_mask( i );"
