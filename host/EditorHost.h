@@ -153,7 +153,10 @@ public:
     // True when the level has an entity of that class, false for null; asked before anything is
     // done with it.
     virtual bool QueryEntityClass(const char* pszClassName) = 0;
-    // Said just before OpenPluginView, for hosts that place panels by plug-in. uReserved: 0.
+    // Said just before OpenPluginView, for hosts that place panels by plug-in. From then on the
+    // host runs PANEL_COMMAND of that plug-in when the person opens or closes the panel at its
+    // frame; where that leaves an open one open, the host closes it and sends NOTIFY_PANEL_CLOSED.
+    // uReserved: 0.
     virtual void
     SetPluginViewState(EPluginViewState eState, uint32_t uActionHandle, uint32_t uReserved) = 0;
     // ENVIRONMENT_FULL_PATH: turns the height-map file name (pIn) into its full path (pOut); an

@@ -58,6 +58,16 @@ constexpr uint32_t MakeActionHandle(uint32_t uPlugin)
     return 0x4000U + 256U * (uPlugin % 64U);
 }
 
+// The index that MakeActionHandle was given, less its multiples of 64.
+constexpr int32_t GetPluginIndex(uint32_t uActionHandle)
+{
+    return static_cast<int32_t>(uActionHandle / 256U % 64U);
+}
+
+// The local command that opens and closes the panel, of a plug-in that has one: see
+// EditorHost::SetPluginViewState.
+constexpr uint32_t PANEL_COMMAND = 1;
+
 // Base of what IPlugin::DestroyObject deletes.
 class IPluginObject
 {
@@ -72,8 +82,7 @@ class IPlugin
 {
 public:
     virtual void ReservedA(uintptr_t) = 0; // does nothing
-    // Puts the plug-in's settings back to their defaults, for a host that lets the person ask for
-    // that; ours does not.
+    // Puts the plug-in's settings back to their defaults, because the person asks for that.
     virtual void ResetSettings() = 0;
     // Appends the plug-in's keys to the host's settings file, as declarations and calls. file:
     // borrowed, open for writing; its faults are the host's to see. Only with RegisterPluginB.
@@ -89,10 +98,9 @@ public:
     virtual void ReservedE() = 0;
     // Called once, before Initialize; calls EditorHost::RegisterActions.
     virtual void RegisterActions() = 0;
-    // For a host that shows commands by their texts; ours does not call it. Writes the short text
-    // of a local command with its terminator into pszBuffer, an empty one where there is none. The
-    // caller's buffer has room for any text of the plug-in, 80 bytes for this one; null and the
-    // index of another plug-in leave it.
+    // Writes the short text of a local command, as a button shows it, with its terminator into
+    // pszBuffer, an empty one where there is none. The caller's buffer has room for any text of the
+    // plug-in: 1024 bytes of ours. Null and the index of another plug-in leave it.
     virtual void GetCommandText(int32_t iPlugin, int32_t iCommand, char* pszBuffer) = 0;
     // Called once; registers the plug-in, its modes, toolbar, menu, settings and processes with the
     // host.

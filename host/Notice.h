@@ -15,12 +15,20 @@ public:
 
     // pszText: without a line feed, borrowed for the call.
     virtual void OnNotice(const char* pszText) = 0;
+
+    // As StandingNotice.
+    virtual void OnStandingNotice(const char* /*pszTopic*/, const char* /*pszText*/) {}
 };
 
 // pSink: borrowed until the next call; null: nobody reads. Returns the sink before.
 TELLUR_API INoticeSink* SetNoticeSink(INoticeSink* pSink);
 
 TELLUR_API void Notice(const char* pszText); // as in OnNotice, borrowed; nothing without a sink
+
+// Says what is so until it is taken back, at any time. pszTopic: what it is about, a text of one's
+// own, static; a later line of a topic takes the place of the one before. pszText: as above; null
+// or empty: there is nothing to say any longer.
+TELLUR_API void StandingNotice(const char* pszTopic, const char* pszText);
 
 // Takes the time of a save from its own start.
 class TELLUR_API CSaveNotice

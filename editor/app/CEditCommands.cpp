@@ -7,6 +7,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
 #include "editor/app/SEditorSettings.h"
+#include "host/IPlugin.h"
 #include "host/IPluginTools.h"
 
 #include <utility>
@@ -122,10 +123,20 @@ void CEditCommands::EditKeys(CCommandList& commands)
 
 void CEditCommands::EditSettings()
 {
-    CSettingsDialog dialog(&m_Window, m_Settings, m_Editor.GetHost().GetSettings().GetRegistered());
+    CEditorHost& host = m_Editor.GetHost();
+    CSettingsDialog dialog(&m_Window,
+                           m_Settings,
+                           host.GetSettings().GetRegistered(),
+                           [&host]
+                           {
+                               for (IPlugin* pPlugin : host.GetRegistry().GetSettings())
+                               {
+                                   pPlugin->ResetSettings();
+                               }
+                           });
     if (dialog.exec() == QDialog::Accepted)
     {
         m_Settings.ApplyTo(m_Editor);
-        m_Editor.GetHost().SaveSettings();
+        host.SaveSettings();
     }
 }

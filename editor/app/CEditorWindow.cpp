@@ -8,6 +8,7 @@
 #include "editor/app/CPanelDock.h"
 #include "editor/app/CProcessesDock.h"
 #include "editor/app/CStatusLine.h"
+#include "editor/app/PropertyColumns.h"
 #include "host/IPluginTools.h"
 
 #include <QCloseEvent>
@@ -113,6 +114,7 @@ void CEditorWindow::ShowPlugin()
     m_pViews->Add(EViewKind::Perspective);
     m_pViews->Add(EViewKind::Top);
     m_pLayout->Restore(m_Editor.GetConfigFile(WINDOW_FILE));
+    FitPropertyColumns(GetHost().GetRegistryRoot(), font());
     // While the plug-in was loaded there was no dock for its panel, so it is asked once more.
     if (GetHost().GetSettings().IsPanelOpen())
     {
@@ -233,6 +235,7 @@ void CEditorWindow::closeEvent(QCloseEvent* pEvent)
         return;
     }
     SaveWindow();
+    m_pLayout->GetPanel().KeepOpen();
     pEvent->accept();
     if (m_OnClosed)
     {

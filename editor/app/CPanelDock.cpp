@@ -4,16 +4,39 @@
 #include "framework/qt/WidgetAccess.h"
 #include "framework/widgets/CFormView.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 
-CPanelDock::CPanelDock(QWidget* pParent, std::function<void()> onClosed)
+#include <algorithm>
+#include <utility>
+
+CPanelDock::CPanelDock(QWidget* pParent, SPanelEvents events)
     : QDockWidget("Terrain", pParent)
-    , m_OnClosed(std::move(onClosed))
+    , m_Events(std::move(events))
 {
     setObjectName("panel");
     hide();
+    // By itself it would show a dock without a panel.
+    QAction* pSwitch = toggleViewAction();
+    disconnect(pSwitch, nullptr, this, nullptr);
+    connect(pSwitch,
+            &QAction::triggered,
+            this,
+            [this, pSwitch]
+            {
+                m_Events.onSwitch();
+                pSwitch->setChecked(m_pView != nullptr);
+            });
+    connect(qApp,
+            &QApplication::focusChanged,
+            this,
+            [this](QWidget*, QWidget* pNow) { OnFocus(pNow); });
 }
 
 CPanelDock::~CPanelDock()
@@ -41,7 +64,25 @@ bool CPanelDock::Open(const CRuntimeClass* pClass)
     m_pView->ShowWindow(true);
     show();
     raise();
+    KeepOnScreen();
     return true;
+}
+
+// A floating one may come from another screen, and grow with what is in it.
+void CPanelDock::KeepOnScreen()
+{
+    if (!isFloating())
+    {
+        return;
+    }
+    const QRect frame = frameGeometry();
+    const QScreen* pScreen = QGuiApplication::screenAt(frame.center());
+    pScreen = pScreen != nullptr ? pScreen : parentWidget()->screen();
+    const QRect room = pScreen->availableGeometry();
+    // What the system draws around it is not known before it is shown.
+    resize(std::min(width(), room.width()), std::min(height(), room.height()));
+    move(std::clamp(x(), room.left(), room.right() + 1 - width()),
+         std::clamp(y(), room.top(), room.bottom() + 1 - height()));
 }
 
 void CPanelDock::UpdateView()
@@ -59,6 +100,7 @@ void CPanelDock::TakeFocus()
         return;
     }
     raise();
+    activateWindow(); // it may float
     // The chain is a ring through the window: it leaves the form once all of its controls were
     // seen.
     QWidget* pForm = GetWidget(*m_pView);
@@ -82,9 +124,53 @@ void CPanelDock::Close()
 void CPanelDock::closeEvent(QCloseEvent* pEvent)
 {
     pEvent->accept();
+    if (m_pView == nullptr || m_bKeptOpen || qApp->isSavingSession())
+    {
+        return;
+    }
+    m_Events.onSwitch();
     if (m_pView != nullptr)
     {
         Close();
-        m_OnClosed();
+        m_Events.onClosed();
+    }
+}
+
+void CPanelDock::OnFocus(QWidget* pNow)
+{
+    if (qobject_cast<QLineEdit*>(pNow) != nullptr && isAncestorOf(pNow))
+    {
+        pNow->installEventFilter(this); // before those of the form, once
+    }
+}
+
+bool CPanelDock::eventFilter(QObject* pWatched, QEvent* pEvent)
+{
+    const bool bKey =
+        pEvent->type() == QEvent::ShortcutOverride || pEvent->type() == QEvent::KeyPress;
+    const int iKey = bKey ? static_cast<QKeyEvent*>(pEvent)->key() : 0;
+    const bool bLeaves = iKey == Qt::Key_Return || iKey == Qt::Key_Enter || iKey == Qt::Key_Escape;
+    if (!bLeaves)
+    {
+        return QDockWidget::eventFilter(pWatched, pEvent);
+    }
+    if (pEvent->type() == QEvent::ShortcutOverride)
+    {
+        pEvent->accept(); // a field that is left by it ends no other work
+        return true;
+    }
+    // The field does first what the key does there.
+    QMetaObject::invokeMethod(
+        this, [this] { LeaveField(); }, Qt::QueuedConnection);
+    return false;
+}
+
+void CPanelDock::LeaveField()
+{
+    const QWidget* pFocus = QApplication::focusWidget();
+    if (m_pView != nullptr && pFocus != nullptr && isAncestorOf(pFocus) &&
+        QApplication::activeModalWidget() == nullptr)
+    {
+        m_Events.onLeave();
     }
 }

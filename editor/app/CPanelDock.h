@@ -8,13 +8,20 @@
 class CFormView;
 class CRuntimeClass;
 
+// What a person does to the panel as a whole.
+struct SPanelEvents
+{
+    std::function<void()> onSwitch; // it is to open, or to close while it is open
+    std::function<void()> onClosed; // it was closed, because onSwitch has left it open
+    std::function<void()> onLeave;  // the keyboard is wanted elsewhere
+};
+
 // The docked panel of the plug-in. Owned by the window; the view in it is the plug-in's code and
 // goes before the plug-in.
 class CPanelDock : public QDockWidget
 {
 public:
-    // onClosed: the person has closed it; the view is gone then.
-    CPanelDock(QWidget* pParent, std::function<void()> onClosed);
+    CPanelDock(QWidget* pParent, SPanelEvents events);
     ~CPanelDock() override;
 
     // Makes and shows the panel of that class, in place of one that is open. False when there is no
@@ -24,10 +31,20 @@ public:
     void UpdateView(); // shows another level
     void TakeFocus();  // the first control that the keyboard stops at
 
+    // To be called when the program ends, which closes all windows, a floating panel among them:
+    // that is not the person's doing, and the next start opens it again.
+    void KeepOpen() { m_bKeptOpen = true; }
+
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override; // fields under the focus
 
 private:
-    std::function<void()> m_OnClosed;
+    void OnFocus(QWidget* pNow);
+    void LeaveField();
+    void KeepOnScreen();
+
+    SPanelEvents m_Events;
     std::unique_ptr<CFormView> m_pView; // null while it is closed
+    bool m_bKeptOpen = false;
 };

@@ -48,7 +48,12 @@ void CPluginCommands::AddToolBars(QMainWindow& window)
 {
     for (CToolBar* pToolBar : m_Editor.GetHost().GetRegistry().GetToolBars())
     {
-        MakeToolBar(window, *pToolBar, [this](uint32_t uCommand) { Run(uCommand); });
+        MakeToolBar(
+            window,
+            *pToolBar,
+            [this](uint32_t uCommand) { Run(uCommand); },
+            [&input = m_Editor.GetHost().GetInput()](uint32_t uCommand)
+            { return input.GetCommandText(uCommand); });
     }
 }
 

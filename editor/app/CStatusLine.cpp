@@ -68,24 +68,55 @@ CStatusLine::CStatusLine(QWidget* pParent)
     m_pWords->hide();
     m_WordsTimer.setSingleShot(true);
     m_WordsTimer.setInterval(SAID_MS);
-    m_WordsTimer.callOnTimeout(this, [this] { m_pWords->hide(); });
+    m_WordsTimer.callOnTimeout(this, [this] { EndWords(); });
 }
 
 void CStatusLine::Say(const QString& strText)
+{
+    ShowWords(strText);
+    m_WordsTimer.start();
+}
+
+void CStatusLine::ShowWords(const QString& strText)
 {
     m_Words = strText;
     PlaceWords();
     m_pWords->show();
     m_pWords->raise();
-    m_WordsTimer.start();
+}
+
+// What stands comes back after what was said meanwhile.
+void CStatusLine::EndWords()
+{
+    m_WordsTimer.stop();
+    if (m_Standing.empty())
+    {
+        m_pWords->hide();
+    }
+    else
+    {
+        ShowWords(m_Standing.begin()->second);
+    }
+}
+
+void CStatusLine::Stand(const std::string& strTopic, const QString& strText)
+{
+    m_Standing[strTopic] = strText;
+    if (strText.isEmpty())
+    {
+        m_Standing.erase(strTopic);
+    }
+    if (!m_WordsTimer.isActive())
+    {
+        EndWords();
+    }
 }
 
 void CStatusLine::Withdraw(const QString& strText)
 {
     if (m_Words == strText)
     {
-        m_WordsTimer.stop();
-        m_pWords->hide();
+        EndWords();
     }
 }
 

@@ -3,6 +3,9 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include <map>
+#include <string>
+
 class CEditorHost;
 class CViewWidget;
 class IPluginTools;
@@ -24,12 +27,16 @@ public:
     void Say(const QString& strText);
     // Takes the line away, if it is still that one.
     void Withdraw(const QString& strText);
+    // Shows a line in the same place whenever no other is there, until the topic has an empty one.
+    void Stand(const std::string& strTopic, const QString& strText);
 
 protected:
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
     void PlaceWords();
+    void ShowWords(const QString& strText);
+    void EndWords();
     QLabel* AddField(const char* pszName, const QString& strWidest);
 
     QLabel* m_pMode; // all the bar's
@@ -41,5 +48,6 @@ private:
     QLabel* m_pRecord;
     QLabel* m_pWords; // in no layout
     QString m_Words;
-    QTimer m_WordsTimer; // runs while they are shown
+    QTimer m_WordsTimer;                       // runs while they are shown for their time
+    std::map<std::string, QString> m_Standing; // by topic
 };

@@ -79,6 +79,11 @@ void CStatusWords::OnNotice(const char* pszText)
     }
 }
 
+void CStatusWords::OnStandingNotice(const char* pszTopic, const char* pszText)
+{
+    m_Status.Stand(pszTopic, QString::fromUtf8(pszText));
+}
+
 void CStatusWords::OnBeforeEvent(const SHostEvent& event)
 {
     if (event.eKind != EHostEvent::ButtonDown || m_Face.IsScriptPlayed())

@@ -43,6 +43,7 @@ private:
     };
 
     void OnNotice(const char* pszText) override;
+    void OnStandingNotice(const char* pszTopic, const char* pszText) override;
     void Hear(const SHostEvent& event);
     void EndDrag();
     void WithdrawReason();

@@ -88,6 +88,7 @@ void CViewCommands::GoToPanel()
 {
     if (m_Panel.isAncestorOf(QApplication::focusWidget()))
     {
+        m_Views.activateWindow();
         m_Views.GetActive()->setFocus();
         return;
     }

@@ -25,8 +25,15 @@ constexpr int MESSAGE_LINES = 6;
 CWindowLayout::CWindowLayout(const SLayoutParts& parts)
     : m_Window(parts.window)
     , m_Views(parts.views)
-    , m_pPanel(std::make_unique<CPanelDock>(&parts.window,
-                                            [&host = parts.host] { host.NotifyPanelClosed(); }))
+    , m_pPanel(std::make_unique<CPanelDock>(
+          &parts.window,
+          SPanelEvents{[&host = parts.host] { host.SwitchPanel(); },
+                       [&host = parts.host] { host.NotifyPanelClosed(); },
+                       [&views = parts.views]
+                       {
+                           views.activateWindow(); // the panel may float
+                           views.GetActive()->setFocus();
+                       }}))
     , m_pHistory(new CHistoryDock(&parts.window,
                                   parts.host.GetUndoStack(),
                                   [&host = parts.host, showState = parts.showState](size_t nSteps)

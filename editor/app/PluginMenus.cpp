@@ -47,7 +47,7 @@ QIcon MakeIcon(const CToolBar& bar, int iImage)
     return icon;
 }
 
-void ShowButtons(QToolBar& shown, const CToolBar& bar)
+void ShowButtons(QToolBar& shown, const CToolBar& bar, const FCommandText& getText)
 {
     shown.setWindowTitle(QString::fromStdString(bar.GetWindowText()));
     const QList<QAction*> actions = shown.actions();
@@ -58,7 +58,10 @@ void ShowButtons(QToolBar& shown, const CToolBar& bar)
         int iImage = 0;
         if (bar.GetButtonInfo(static_cast<size_t>(i), uId, uStyle, iImage))
         {
+            const QString strText = QString::fromStdString(getText(uId));
             actions[i]->setData(uId);
+            actions[i]->setText(strText); // the tip too
+            actions[i]->setStatusTip(strText);
             actions[i]->setChecked(bar.IsButtonPressed(uId) || bar.IsButtonChecked(uId));
         }
     }
@@ -90,7 +93,10 @@ void FillMenu(QMenu& shown, const CMenu& menu, const FCommand& onCommand)
     }
 }
 
-QToolBar* MakeToolBar(QMainWindow& window, CToolBar& bar, const FCommand& onCommand)
+QToolBar* MakeToolBar(QMainWindow& window,
+                      CToolBar& bar,
+                      const FCommand& onCommand,
+                      const FCommandText& getText)
 {
     auto* pShown = new QToolBar(&window);
     pShown->setObjectName("plugin-toolbar");
@@ -109,15 +115,15 @@ QToolBar* MakeToolBar(QMainWindow& window, CToolBar& bar, const FCommand& onComm
                          // another one.
                          [pAction, onCommand] { onCommand(pAction->data().toUInt()); });
     }
-    ShowButtons(*pShown, bar);
+    ShowButtons(*pShown, bar, getText);
     // The shown toolbar may go before the plug-in's, which keeps the listener.
     const QPointer<QToolBar> pAlive(pShown);
     bar.SetChangeListener(
-        [pAlive, &bar]
+        [pAlive, &bar, getText]
         {
             if (pAlive != nullptr)
             {
-                ShowButtons(*pAlive, bar);
+                ShowButtons(*pAlive, bar, getText);
             }
         });
     window.addToolBar(pShown);

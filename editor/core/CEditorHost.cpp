@@ -88,6 +88,18 @@ void CEditorHost::NotifyPanelClosed()
     m_Input.Notify(NOTIFY_PANEL_CLOSED);
 }
 
+bool CEditorHost::SwitchPanel()
+{
+    m_Input.EndDrag();
+    const bool bKnown = m_PanelHandle != 0;
+    const bool bFirst = !bKnown && !m_Settings.IsPanelOpen(); // none has had a panel so far
+    for (IPlugin* pPlugin : bFirst ? m_Registry.GetInput() : std::vector<IPlugin*>())
+    {
+        pPlugin->Activate(true);
+    }
+    return bFirst || (bKnown && m_Input.SendCommand(m_PanelHandle + PANEL_COMMAND));
+}
+
 void CEditorHost::LoadSettings()
 {
     m_Settings.Load(m_Registry.GetSettings());
@@ -108,6 +120,7 @@ void CEditorHost::DestroyPluginObjects()
     m_Registry.Clear();
     m_Settings.ClearRegistered();
     m_Caption.clear();
+    m_PanelHandle = 0;
     GetFrontEnd().SetCursor(nullptr); // cursors are resources of the plug-in's library
     GetFrontEnd().ReleaseCapture();
 }
@@ -279,10 +292,10 @@ bool CEditorHost::QueryEntityClass(const char* pszClassName)
 }
 
 void CEditorHost::SetPluginViewState(EPluginViewState /*eState*/,
-                                     uint32_t /*uActionHandle*/,
+                                     uint32_t uActionHandle,
                                      uint32_t /*uReserved*/)
 {
-    // Said just before OpenPluginView, which is all this host needs to know.
+    m_PanelHandle = uActionHandle;
 }
 
 void CEditorHost::GetEnvironmentFile(const char* pszClassName,

@@ -61,6 +61,9 @@ public:
     // To be called when the user has closed the plug-in's panel: the settings note it and the
     // plug-in is told.
     void NotifyPanelClosed();
+    // To be called when the user opens or closes the panel at its frame: ends a drag, and the
+    // plug-in does what it does at its own button. False when it has told of no command for that.
+    bool SwitchPanel();
 
     // As IHostFace::PrepareWindows.
     bool PrepareWindows();
@@ -179,4 +182,5 @@ private:
     CHostLevel m_Level;
     SHostCounters m_Counters;
     std::string m_Caption;
+    uint32_t m_PanelHandle = 0; // of the plug-in that had a panel; 0: none
 };

@@ -13,6 +13,7 @@ namespace
 {
 
 constexpr uint32_t LAST_LOCAL_COMMAND = 0xFF; // a plug-in's commands differ in the low byte
+constexpr size_t COMMAND_TEXT_SIZE = 1024;    // as IPlugin::GetCommandText says
 
 } // namespace
 
@@ -164,22 +165,40 @@ void CHostInput::SendAction(ViewId view, int32_t iAction, uint32_t uCount)
               [&](IPlugin& plugin) { plugin.OnAction(view, iAction, uCount); });
 }
 
-bool CHostInput::SendCommand(uint32_t uCommand)
+// The plug-in that a command belongs to, null for none, and its number there.
+IPlugin* CHostInput::FindOwner(uint32_t uCommand, uint32_t& uLocal) const
 {
-    IPlugin* pTarget = nullptr;
-    uint32_t uLocal = 0;
     for (IPlugin* pPlugin : m_Registry.GetInput())
     {
         uint32_t uHandle = 0;
         pPlugin->GetActionHandle(&uHandle);
         // A plug-in's commands are the numbers behind its handle.
-        const bool bOwn = uCommand - uHandle >= 1 && uCommand - uHandle <= LAST_LOCAL_COMMAND;
-        if (bOwn && pTarget == nullptr)
+        uLocal = uCommand - uHandle;
+        if (uLocal >= 1 && uLocal <= LAST_LOCAL_COMMAND)
         {
-            pTarget = pPlugin;
-            uLocal = uCommand - uHandle;
+            return pPlugin;
         }
     }
+    return nullptr;
+}
+
+std::string CHostInput::GetCommandText(uint32_t uCommand) const
+{
+    uint32_t uLocal = 0;
+    IPlugin* pOwner = FindOwner(uCommand, uLocal);
+    char szText[COMMAND_TEXT_SIZE] = {};
+    if (pOwner != nullptr)
+    {
+        pOwner->GetCommandText(
+            GetPluginIndex(uCommand - uLocal), static_cast<int32_t>(uLocal), szText);
+    }
+    return szText;
+}
+
+bool CHostInput::SendCommand(uint32_t uCommand)
+{
+    uint32_t uLocal = 0;
+    IPlugin* pTarget = FindOwner(uCommand, uLocal);
     if (pTarget == nullptr)
     {
         return false;

@@ -6,10 +6,12 @@
 
 #include <cstdint>
 #include <new>
+#include <string>
 
 class CChangeCount;
 class CHostObservers;
 class CPluginRegistry;
+class IPlugin;
 
 // The way of all input to the plug-ins: to each one that is listed for input, which gives it to the
 // mode manager. The observers are told before and after; events may happen inside one another.
@@ -39,6 +41,8 @@ public:
     void SendAction(ViewId view, int32_t iAction, uint32_t uCount);
     // Runs a plug-in's command by its global number. False when it is no plug-in's.
     bool SendCommand(uint32_t uCommand);
+    // The text that its plug-in has for a command; empty for none, and when it is no plug-in's.
+    std::string GetCommandText(uint32_t uCommand) const;
     // As IPlugin::OnHostNotify; no event, so no observer hears of it.
     void Notify(int32_t iCode);
 
@@ -83,6 +87,7 @@ private:
     void SendEvent(const char* pszOperation, const SHostEvent& event, TSend send);
     void FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& block);
     void OnNoMemory(const char* pszOperation);
+    IPlugin* FindOwner(uint32_t uCommand, uint32_t& uLocal) const;
 
     const CPluginRegistry& m_Registry;
     CHostObservers& m_Observers;

@@ -52,6 +52,14 @@ void Notice(const char* pszText)
     }
 }
 
+void StandingNotice(const char* pszTopic, const char* pszText)
+{
+    if (g_Sink != nullptr)
+    {
+        g_Sink->OnStandingNotice(pszTopic, pszText != nullptr ? pszText : "");
+    }
+}
+
 void CSaveNotice::Say(const char* pszPath, const char* pszOther) const
 {
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - m_Start;

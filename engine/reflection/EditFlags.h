@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,4 +22,4 @@ struct SEditFlags
 // Reads parts "x:TEXT;". Repeated f and e parts add up; of others the last one counts. False for a
 // part that is unknown, not closed by ';' or without a proper value, and for a minimum above the
 // maximum; flags is then not to be used.
-bool ParseEditFlags(std::string_view strText, SEditFlags& flags);
+TELLUR_API bool ParseEditFlags(std::string_view strText, SEditFlags& flags);

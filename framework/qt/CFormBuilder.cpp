@@ -167,7 +167,13 @@ QWidget* CFormBuilder::AddControl(const SControlResource& control, QWidget& grou
 void CFormBuilder::SizeControl(const SControlResource& control, QWidget& widget) const
 {
     const int iFrame = control.eKind == EControlKind::Edit ? GetShare(widget, EDIT_FRAME) : 0;
-    const int iAsked = control.iWidth * widget.fontMetrics().averageCharWidth() + iFrame;
+    const QFontMetrics metrics = widget.fontMetrics();
+    // Digits are wider than letters on average, and an edit may hold nothing else.
+    const int iCharacter =
+        control.eKind == EControlKind::Edit
+            ? std::max(metrics.averageCharWidth(), metrics.horizontalAdvance('0'))
+            : metrics.averageCharWidth();
+    const int iAsked = control.iWidth * iCharacter + iFrame;
     const int iWidth = std::max(iAsked, GetContentWidth(control, widget));
     widget.setMinimumWidth(iWidth);
     if (control.iWeight == 0)

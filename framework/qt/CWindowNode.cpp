@@ -355,6 +355,10 @@ bool CWindowNode::HandleShortcut(QKeyEvent& event)
 
 bool CWindowNode::HandleToolTip(QEvent& event)
 {
+    if (!m_pWidget->toolTip().isEmpty())
+    {
+        return false; // it has something of its own to say
+    }
     const QHelpEvent& help = static_cast<QHelpEvent&>(event);
     auto* pView = GetAs<QAbstractItemView>();
     if (pView != nullptr && m_pWatched == pView->viewport())

@@ -1,11 +1,11 @@
 #include "framework/qt/ControlWidgets.h"
 
+#include "framework/qt/CLineEdit.h"
 #include "framework/qt/CReportView.h"
 #include "framework/qt/CWindowNode.h"
 
 #include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
 
@@ -104,35 +104,6 @@ private:
     bool m_bTold = false; // since the last press
 };
 
-class CLineEdit : public QLineEdit, public IEditNode
-{
-public:
-    using QLineEdit::QLineEdit;
-
-    void SetLimit(int nMost) override { setMaxLength(nMost); }
-
-    void SetLocked(bool bLocked) override { setReadOnly(bLocked); }
-
-    bool IsLocked() const override { return isReadOnly(); }
-
-    void SelectText(int iFrom, int iTo) override
-    {
-        if (iFrom < 0)
-        {
-            deselect();
-            return;
-        }
-        const int iEnd = iTo < 0 ? static_cast<int>(text().size()) : iTo;
-        setSelection(iFrom, iEnd - iFrom);
-    }
-
-    void GetSelection(int& iFrom, int& iTo) const override
-    {
-        iFrom = hasSelectedText() ? selectionStart() : cursorPosition();
-        iTo = hasSelectedText() ? selectionEnd() : iFrom;
-    }
-};
-
 QWidget* MakeButton(EControlKind eKind, const QString& strText, QWidget* pGround)
 {
     QAbstractButton* pButton = nullptr;
@@ -163,6 +134,10 @@ QWidget* MakeButton(EControlKind eKind, const QString& strText, QWidget* pGround
                      &QAbstractButton::clicked,
                      pButton,
                      [pButton] { NotifyFrom(*pButton, ENotify::Clicked); });
+    QObject::connect(pButton,
+                     &QAbstractButton::released,
+                     pButton,
+                     [pButton] { NotifyFrom(*pButton, ENotify::Released); });
     return pButton;
 }
 

@@ -96,7 +96,7 @@ private:
     bool m_bOwnPage = false; // the page was set by code, so a new range keeps it
 };
 
-// Two arrows above each other.
+// Two arrows above each other. The longer one is held, the more steps each repeat counts for.
 class CSpinWidget : public QWidget, public ISpinNode
 {
 public:
@@ -105,7 +105,8 @@ public:
     void SetRange(int iLower, int iUpper) override;
     void SetPos(int iPos) override;
     void SetBuddy(uint32_t uBuddyId) override;
-    void Step(bool bUp) override;
+
+    void Step(bool bUp) override { StepBy(bUp, 1); }
 
     void StopRepeat() override { m_Timer.stop(); }
 
@@ -127,11 +128,14 @@ protected:
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override; // the buddy's arrow keys
 
 private:
+    void StepBy(bool bUp, int iSteps);
+
     int m_Lower = 100;
     int m_Upper = 0;
     int m_Pos = 0;
     uint32_t m_BuddyId = 0;
-    int m_iHeld = 0; // 1: the upper arrow is held, -1: the lower one
+    int m_iHeld = 0;    // 1: the upper arrow is held, -1: the lower one
+    int m_nRepeats = 0; // since the arrow, or a key of the buddy, went down
     QBasicTimer m_Timer;
 };
 

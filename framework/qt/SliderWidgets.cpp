@@ -19,6 +19,30 @@ constexpr int FIRST_REPEAT_MS = 400;
 constexpr int REPEAT_MS = 60;
 constexpr int PAGES_IN_RANGE = 5;
 
+// What a repeat of an arrow that is held counts for, by how many came before it.
+struct SPace
+{
+    int nRepeats;
+    int iSteps;
+};
+
+constexpr SPace PACES[] = {{110, 100}, {90, 50}, {70, 20}, {50, 10}, {35, 5}, {20, 2}};
+
+// Keys repeat about twice as often as arrows.
+constexpr int KEYS_IN_REPEAT = 2;
+
+int GetPace(int nRepeats)
+{
+    for (const SPace& pace : PACES)
+    {
+        if (nRepeats >= pace.nRepeats)
+        {
+            return pace.iSteps;
+        }
+    }
+    return 1;
+}
+
 struct SActionCode
 {
     int iAction;
@@ -156,7 +180,7 @@ void CSpinWidget::SetBuddy(uint32_t uBuddyId)
     }
 }
 
-void CSpinWidget::Step(bool bUp)
+void CSpinWidget::StepBy(bool bUp, int iSteps)
 {
     CWindowNode* pNode = CWindowNode::Find(this);
     if (pNode == nullptr)
@@ -166,7 +190,7 @@ void CSpinWidget::Step(bool bUp)
     SNotification notification;
     notification.eKind = ENotify::SpinDelta;
     // Up leads towards the upper end of the range, which may be the smaller number.
-    notification.iValue = bUp == (m_Upper >= m_Lower) ? 1 : -1;
+    notification.iValue = bUp == (m_Upper >= m_Lower) ? iSteps : -iSteps;
     const QPointer<CSpinWidget> pThis(this);
     pNode->Notify(notification);
     if (pThis != nullptr && !notification.bRefused)
@@ -211,6 +235,7 @@ void CSpinWidget::mousePressEvent(QMouseEvent* pEvent)
         m_iHeld = pEvent->position().toPoint().y() < height() / 2 ? 1 : -1;
         // Started before the step, because whoever hears of the step may stop it.
         m_Timer.start(FIRST_REPEAT_MS, this);
+        m_nRepeats = 0;
         update();
         Step(m_iHeld > 0);
     }
@@ -226,18 +251,19 @@ void CSpinWidget::mouseReleaseEvent(QMouseEvent*)
 void CSpinWidget::timerEvent(QTimerEvent*)
 {
     m_Timer.start(REPEAT_MS, this);
-    Step(m_iHeld > 0);
+    StepBy(m_iHeld > 0, GetPace(m_nRepeats++));
 }
 
 bool CSpinWidget::eventFilter(QObject*, QEvent* pEvent)
 {
-    const int iKey = pEvent->type() == QEvent::KeyPress && isEnabled()
-                         ? static_cast<QKeyEvent*>(pEvent)->key()
-                         : 0;
-    if (iKey != Qt::Key_Up && iKey != Qt::Key_Down)
+    const auto* pKey = pEvent->type() == QEvent::KeyPress && isEnabled()
+                           ? static_cast<const QKeyEvent*>(pEvent)
+                           : nullptr;
+    if (pKey == nullptr || (pKey->key() != Qt::Key_Up && pKey->key() != Qt::Key_Down))
     {
         return false;
     }
-    Step(iKey == Qt::Key_Up);
+    m_nRepeats = pKey->isAutoRepeat() ? m_nRepeats + 1 : 0;
+    StepBy(pKey->key() == Qt::Key_Up, GetPace(m_nRepeats / KEYS_IN_REPEAT));
     return true;
 }

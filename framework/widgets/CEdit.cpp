@@ -56,3 +56,11 @@ void CEdit::GetSel(int& iFrom, int& iTo) const
         pEdit->GetSelection(iFrom, iTo);
     }
 }
+
+void CEdit::MarkText(const char* pszWhy)
+{
+    if (IEditNode* pEdit = GetEdit(GetNode()))
+    {
+        pEdit->MarkText(pszWhy);
+    }
+}

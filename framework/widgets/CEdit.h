@@ -14,4 +14,7 @@ public:
     // none.
     void SetSel(int iFrom, int iTo);
     void GetSel(int& iFrom, int& iTo) const;
+    // Shows that what stands here does not count: slanted and tinted, with that text as its tip.
+    // pszWhy: copied, UTF-8; null or empty: it counts.
+    void MarkText(const char* pszWhy);
 };

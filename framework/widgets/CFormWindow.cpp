@@ -144,6 +144,15 @@ void CFormWindow::AttachControls()
             pNode->Attach(*pObject, OWNER);
         }
     }
+    for (const SBoundVariable& bound : m_Variables)
+    {
+        IWindowNode* pNode = FindItem(bound.uId);
+        IEditNode* pEdit = pNode != nullptr ? pNode->GetEdit() : nullptr;
+        if (pEdit != nullptr && std::holds_alternative<float*>(bound.pVariable))
+        {
+            pEdit->SetNumeric(true);
+        }
+    }
 }
 
 IWindowNode* CFormWindow::FindItem(uint32_t uId) const
@@ -179,7 +188,7 @@ void CFormWindow::ReadControls()
     }
 }
 
-void CFormWindow::WriteControls()
+void CFormWindow::WriteControls(uint32_t uOnly)
 {
     // Each write notifies, and a handler may read the controls: what is written must not be what an
     // earlier write has changed.
@@ -187,7 +196,7 @@ void CFormWindow::WriteControls()
     for (SBoundVariable& bound : m_Variables)
     {
         IWindowNode* pNode = FindItem(bound.uId);
-        if (pNode == nullptr)
+        if (pNode == nullptr || (uOnly != 0 && bound.uId != uOnly))
         {
             continue;
         }

@@ -25,7 +25,7 @@ public:
     // These bind an object or a variable to a control, and are to be called before the window is
     // made. Object and variable must outlive the window.
     void Bind(uint32_t uId, CWindow& control);
-    void BindValue(uint32_t uId, float& fValue);
+    void BindValue(uint32_t uId, float& fValue); // its edit takes the keys of numbers alone
     void BindText(uint32_t uId, std::string& strText);
     void BindCheck(uint32_t uId, int& iState);
     // A later handler of the same kind and id replaces the one before.
@@ -44,8 +44,8 @@ public:
     // Every control shows its variable. A text that reads as the value already is left as it is,
     // and so is one under the keyboard's focus that is no value yet as long as the variable stays
     // the same: writing back does not disturb who types. When the focus leaves such a text, its
-    // variable is shown again.
-    void WriteControls();
+    // variable is shown again. uOnly: the one control that is meant; 0: all.
+    void WriteControls(uint32_t uOnly = 0);
 
     // These work on one control. Where the template lacks its id nothing happens and answers are
     // empty.

@@ -2,9 +2,9 @@
 
 #include "framework/widgets/CWindow.h"
 
-// Two arrows. Each click, and each repeat while one is held, notifies with the steps; unless that
-// is refused the position follows inside the range. Before a range is set the arrows count
-// downwards: the upper one has the step -1.
+// Two arrows. Each click, and each repeat while one is held, notifies with the steps, which grow
+// the longer it is held; unless that is refused the position follows inside the range. Before a
+// range is set the arrows count downwards: the upper one has the step -1.
 class TELLUR_API CSpinButtonCtrl : public CWindow
 {
 public:

@@ -55,6 +55,9 @@ public:
     virtual bool IsLocked() const = 0;
     virtual void SelectText(int iFrom, int iTo) = 0;
     virtual void GetSelection(int& iFrom, int& iTo) const = 0;
+    // Keys that are no part of a number are not taken.
+    virtual void SetNumeric(bool bNumeric) = 0;
+    virtual void MarkText(const char* pszWhy) = 0;
 
 protected:
     ~IEditNode() = default;

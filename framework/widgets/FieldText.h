@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/Export.h"
+
 #include <string>
 
 // Numbers in the edit fields of a form.
@@ -13,4 +15,4 @@ std::string FormatFieldValue(float fValue);
 // anything else.
 bool ReadFieldValue(const std::string& strText, float& fValue);
 // Whether the text, however it is spelt, shows the value.
-bool ReadsAsValue(const std::string& strText, float fValue);
+TELLUR_API bool ReadsAsValue(const std::string& strText, float fValue);

@@ -58,6 +58,7 @@ enum class EScrollCode
 enum class ENotify
 {
     Clicked,
+    Released, // of a button: it is held down no longer; its click, if there is one, follows
     DoubleClicked,
     TextChanged, // typed or set by code
     FocusLost,

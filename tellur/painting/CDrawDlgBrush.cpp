@@ -164,7 +164,7 @@ void CDrawDlgBrush::OnScroll(SShare& share, const SNotification& notification)
     m_Form.ReadControls();
     const int iPos = share.slider.GetScrolledPos(notification);
     share.slider.SetPos(iPos);
-    share.fValue = static_cast<float>(iPos) * SHARE_STEP;
+    share.fValue = GetShareAtPosition(iPos);
     m_Form.WriteControls();
     Tell(share);
 }

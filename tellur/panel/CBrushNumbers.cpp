@@ -1,9 +1,13 @@
 #include "tellur/panel/CBrushNumbers.h"
 
+#include "framework/widgets/CEdit.h"
 #include "framework/widgets/CFormWindow.h"
 #include "framework/widgets/CSliderCtrl.h"
 #include "framework/widgets/CSpinButtonCtrl.h"
+#include "framework/widgets/FieldText.h"
 #include "host/Log.h"
+#include "host/Notice.h"
+#include "host/NumberText.h"
 #include "host/Terrain.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/PluginContext.h"
@@ -29,6 +33,9 @@ constexpr float DISTANCE_STEP = 10.0F;
 constexpr float MOST_FADE = 1000000.0F;
 constexpr float TERRAIN_HEIGHT = -1.0F; // the terrain decides, and without one nothing is set
 
+constexpr const char* RANGE_TOPIC = "the panel's range of the extent";
+constexpr const char* NOT_YET =
+    "Does not count yet: a click on the arrows beside it takes it over and steps by 0.01";
 constexpr const char* NO_BRUSH = "[CTellurView::OnChangeEditPower] no current brush\n";
 
 // How one number of the brush is shown and edited.
@@ -109,6 +116,12 @@ constexpr SNumberRow ROWS[] = {
 
 static_assert(ROWS[EXTENT].uEdit == PANEL_EXTENT_EDIT);
 
+// Whether what is typed waits for the arrows beside it.
+bool IsWaiting(const SNumberRow& row)
+{
+    return row.uTyped != 0 && row.uTyped != row.uEdit;
+}
+
 // What may be typed at most; nothing may be while the terrain decides and there is none.
 std::optional<float> GetMost(const SNumberRow& row)
 {
@@ -126,6 +139,7 @@ struct CBrushNumbers::SNumber
 {
     const SNumberRow* pRow = nullptr;
     float fValue = 0.0F; // as the field shows it
+    CEdit edit;          // of a number that waits for its arrows
     CSliderCtrl slider;
     CSpinButtonCtrl spin;
 };
@@ -152,6 +166,11 @@ CBrushNumbers::CBrushNumbers(CFormWindow& form)
         {
             form.OnEdit(row.uTyped, [this, &number] { OnTyped(number); });
         }
+        if (IsWaiting(row))
+        {
+            form.Bind(row.uEdit, number.edit);
+            form.OnTextChange(row.uEdit, [&number] { Mark(number); });
+        }
         if (row.uSpin != 0)
         {
             form.On(ENotify::SpinDelta,
@@ -167,7 +186,10 @@ CBrushNumbers::CBrushNumbers(CFormWindow& form)
     form.OnEdit(PANEL_MAX_EXTENT, [this] { OnLimitTyped(); });
 }
 
-CBrushNumbers::~CBrushNumbers() = default;
+CBrushNumbers::~CBrushNumbers()
+{
+    StandingNotice(RANGE_TOPIC, nullptr);
+}
 
 void CBrushNumbers::SetupSpins()
 {
@@ -191,6 +213,34 @@ void CBrushNumbers::TakeLimits(const SExtentLimits& stored)
         m_Limits.fMin = fWidth / static_cast<float>(pTerrain->GetCellsPerSide()) * LEAST_IN_CELLS;
         m_Limits.fMax = fWidth * MOST_OF_TERRAIN;
     }
+    TellLimits();
+}
+
+// A slider between ends that are exchanged runs backwards, which nobody wants.
+void CBrushNumbers::TellLimits() const
+{
+    constexpr int DIGITS = 8;
+    const auto format = [](float fLimit)
+    {
+        return FormatNumber(static_cast<double>(fLimit), DIGITS, std::chars_format::general);
+    };
+    const bool bExchanged = std::max(m_Limits.fMin, 0.0F) > std::max(m_Limits.fMax, 0.0F);
+    const std::string strText = "The panel's range begins above its end: " + format(m_Limits.fMin) +
+                                " to " + format(m_Limits.fMax);
+    StandingNotice(RANGE_TOPIC, bExchanged ? strText.c_str() : nullptr);
+}
+
+// Shows what is typed and not the brush's. It is looked at whenever the text or the brush changes,
+// and changes neither.
+void CBrushNumbers::Mark(SNumber& number)
+{
+    if (IsWaiting(*number.pRow))
+    {
+        const CTellurBrush* pBrush = GetCurrentBrush();
+        const bool bCounts = pBrush == nullptr || ReadsAsValue(number.edit.GetWindowText(),
+                                                               (pBrush->*number.pRow->pGet)());
+        number.edit.MarkText(bCounts ? nullptr : NOT_YET);
+    }
 }
 
 void CBrushNumbers::Show(const CTellurBrush* pBrush)
@@ -200,6 +250,7 @@ void CBrushNumbers::Show(const CTellurBrush* pBrush)
     {
         number.fValue = pBrush != nullptr ? (pBrush->*number.pRow->pGet)() : 0.0F;
         ShowPosition(number);
+        Mark(number);
     }
 }
 
@@ -208,6 +259,7 @@ void CBrushNumbers::ShowExtent(const CTellurBrush* pBrush)
     m_KeptExtent.reset();
     m_Numbers[EXTENT].fValue = pBrush != nullptr ? pBrush->GetExtent() : 0.0F;
     ShowPosition(m_Numbers[EXTENT]);
+    m_Form.WriteControls(PANEL_EXTENT_EDIT);
 }
 
 void CBrushNumbers::Enable(bool bOn)
@@ -254,6 +306,7 @@ void CBrushNumbers::OnScroll(SNumber& number, const SNotification& notification)
     number.fValue = number.pRow->pScale->pGetValue(m_Limits, iPos);
     (pBrush->*number.pRow->pSet)(number.fValue);
     m_Form.WriteControls();
+    Mark(number);
     ShowBrush();
 }
 
@@ -283,6 +336,7 @@ void CBrushNumbers::OnTyped(SNumber& number)
     m_Form.WriteControls();
     (pBrush->*row.pSet)(number.fValue);
     number.slider.SetPos(GetPosition(number));
+    Mark(number);
 }
 
 void CBrushNumbers::OnExtentTyped()
@@ -307,4 +361,5 @@ void CBrushNumbers::OnLimitTyped()
     m_Form.ReadControls();
     slider.SetPos(GetExtentPosition(m_Limits, fShown));
     m_KeptExtent = fShown;
+    TellLimits();
 }

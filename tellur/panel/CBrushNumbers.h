@@ -15,7 +15,8 @@ struct SNotification;
 // steps and ends is a table of rows in the source. A member of the form whose controls it binds.
 //
 // What it is given shows in its sliders at once and in its fields when the form writes its
-// controls. Lengths are terrain units.
+// controls. What is typed and does not count yet is marked in its field, and limits that are
+// exchanged stand in a notice. Lengths are terrain units.
 class CBrushNumbers
 {
 public:
@@ -34,7 +35,7 @@ public:
 
     // Shows the numbers of a brush; without one (null) all are 0.
     void Show(const CTellurBrush* pBrush);
-    void ShowExtent(const CTellurBrush* pBrush); // its extent alone
+    void ShowExtent(const CTellurBrush* pBrush); // its extent alone, also in the field
     void Enable(bool bOn);
 
 private:
@@ -42,6 +43,8 @@ private:
 
     int GetPosition(const SNumber& number) const;
     void ShowPosition(SNumber& number);
+    void TellLimits() const;
+    static void Mark(SNumber& number);
     void OnScroll(SNumber& number, const SNotification& notification);
     void OnSpin(SNumber& number, int iDelta);
     void OnTyped(SNumber& number);

@@ -41,6 +41,9 @@ CFunctionButtons::CFunctionButtons(CFormWindow& form)
         m_Buttons[i].pFace = pFace;
         form.Bind(pFace->uButton, m_Buttons[i].button);
         form.OnClick(pFace->uButton, [this, pFace] { OnClicked(pFace->pszFunction); });
+        // The press has turned the button over; where no click follows, nothing else puts it back.
+        form.On(
+            ENotify::Released, pFace->uButton, [this](SNotification&) { Show(GetCurrentBrush()); });
     }
 }
 

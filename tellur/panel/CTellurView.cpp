@@ -79,8 +79,8 @@ void CTellurView::RefreshBrushControls()
 
 void CTellurView::RefreshExtent()
 {
+    // Alone: the other fields may hold a number that is being typed.
     m_Numbers.ShowExtent(GetCurrentBrush());
-    WriteControls();
 }
 
 void CTellurView::RefreshToolProperties()

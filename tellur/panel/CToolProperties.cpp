@@ -2,17 +2,11 @@
 
 #include "framework/widgets/CFormWindow.h"
 #include "host/EditorHost.h"
+#include "host/PanelColumns.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/context/PluginContext.h"
 #include "tellur/panel/CurrentBrush.h"
 #include "tellur/panel/PanelIds.h"
-
-namespace
-{
-
-constexpr const char* COLUMNS_KEY = "\\Montar\\Settings\\Tellur prop control columns info";
-
-} // namespace
 
 CToolProperties::CToolProperties(CFormWindow& form)
 {
@@ -31,7 +25,8 @@ void CToolProperties::Setup()
     EditorHost* pHost = GetEditorHost();
     if (pHost != nullptr)
     {
-        m_Grid.SetRegistryKeyPath((std::string(pHost->GetRegistryRoot()) + COLUMNS_KEY).c_str());
+        m_Grid.SetRegistryKeyPath(
+            (std::string(pHost->GetRegistryRoot()) + PANEL_COLUMNS_KEY).c_str());
     }
     m_Grid.SetObjects({});
 }

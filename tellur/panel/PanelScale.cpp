@@ -34,7 +34,7 @@ int GetExtentPosition(const SExtentLimits& limits, float fExtent)
 
 float GetShareAt(const SExtentLimits& /*limits*/, int iPos)
 {
-    return iPos == 0 ? 0.0F : static_cast<float>(iPos) * SHARE_STEP;
+    return GetShareAtPosition(iPos);
 }
 
 int GetSharePosition(const SExtentLimits& /*limits*/, float fShare)

@@ -6,7 +6,7 @@
 // widths are average characters of the dialog's font.
 
 inline constexpr int SLIDER_WIDTH = 10; // at least; a slider takes what its row has left over
-inline constexpr int NUMBER_WIDTH = 7;
+inline constexpr int NUMBER_WIDTH = 8;  // digits and a point: 29748.43
 inline constexpr int SPIN_WIDTH = 3;
 inline constexpr int BROWSE_WIDTH = 4;
 

@@ -186,8 +186,12 @@ TEST_F(CPluginLoaderTest, SettingsSurviveFromOneRunToTheNext)
               "!minimal_strength( i )\nminimal_strength( 12 )\n");
 
     ASSERT_TRUE(m_Loader.Load(PLUGIN_PATH.c_str()));
+    EXPECT_FALSE(m_Host.SwitchPanel()) << "it has told of no command for its panel";
     m_Host.NotifyPanelClosed();
     EXPECT_EQ(m_Log.TakeLines().back(), "OnHostNotify 1");
+    EXPECT_TRUE(m_Host.SwitchPanel());
+    EXPECT_EQ(m_Log.TakeLines().back(), "Activate 1");
+    m_Host.NotifyPanelClosed();
     m_Loader.Unload();
     m_Log.Clear();
     ASSERT_TRUE(m_Loader.Load(PLUGIN_PATH.c_str()));

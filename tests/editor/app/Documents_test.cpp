@@ -12,6 +12,8 @@
 #include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QDoubleSpinBox>
+#include <QGroupBox>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSpinBox>
@@ -201,6 +203,15 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
                                 boxes[2]->setValue(1);
                                 boxes[3]->setValue(77);
                                 dialog.findChildren<QCheckBox*>().front()->setChecked(false);
+                                QStringList texts;
+                                for (const auto* pLabel : dialog.findChildren<QLabel*>())
+                                {
+                                    texts << pLabel->text();
+                                }
+                                EXPECT_TRUE(texts.contains("2D draw undo manager stack size"));
+                                EXPECT_TRUE(texts.contains("0 to 7200")) << "seconds";
+                                EXPECT_EQ(dialog.findChildren<QGroupBox*>().back()->title(),
+                                          "Tellur");
                                 SavePicture("settings");
                                 Key("Return");
                             });
@@ -218,4 +229,25 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
                                 EXPECT_EQ(dialog.findChildren<QSpinBox*>()[3]->value(), 77);
                                 dialog.reject();
                             });
+    const auto* pDepth =
+        static_cast<const int32_t*>(GetHost().GetSettings().GetRegistered().front().pValue);
+    for (const bool bOk : {false, true})
+    {
+        Answer<CSettingsDialog>([this] { Trigger("edit.settings"); },
+                                [&](CSettingsDialog& dialog)
+                                {
+                                    for (auto* pButton : dialog.findChildren<QPushButton*>())
+                                    {
+                                        pButton->text() == "Restore defaults" ? Click(*pButton)
+                                                                              : void();
+                                    }
+                                    EXPECT_EQ(dialog.findChildren<QSpinBox*>()[1]->value(), 180);
+                                    EXPECT_EQ(dialog.findChildren<QSpinBox*>()[3]->value(), 10);
+                                    EXPECT_EQ(*pDepth, 77) << "not before OK";
+                                    bOk ? dialog.accept() : dialog.reject();
+                                });
+        EXPECT_EQ(*pDepth, bOk ? 10 : 77);
+        EXPECT_EQ(m_Window->GetSettings().iAutosaveSeconds, bOk ? 180 : 240);
+        EXPECT_EQ(m_Window->GetSettings().input.bSampleStrokes, bOk);
+    }
 }

@@ -1,11 +1,13 @@
 // What the panel does for the brush.
 
 #include "editor/app/CMessagesDock.h"
+#include "editor/app/CStatusLine.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/FileSystem.h"
 #include "tests/editor/app/PanelFixture.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
@@ -254,4 +256,93 @@ TEST_F(CPanel, ABrushIsMadeByTheKeyboardAlone)
     EXPECT_EQ(QApplication::focusWidget(), m_Window->GetViews().GetActive());
     Key("F6");
     EXPECT_EQ(QApplication::focusWidget(), &Item(2106)) << "with a brush, its shape";
+}
+
+TEST_F(CPanel, KeysForTheViewStayOutOfItsNumbersAndEnterAndEscapeGiveTheKeyboardBack)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    Click(Item(2133));
+    Click(Item(2128));
+    Key("ctrl+a");
+    Type("32");
+    auto& power = Item<QLineEdit>(2201);
+    for (const char* pszKey : {"Return", "KP_Enter", "Escape"})
+    {
+        SCOPED_TRACE(pszKey);
+        Click(power);
+        Key("ctrl+a");
+        Do({"type", "0.f3]g"});
+        EXPECT_EQ(power.text(), "0.3");
+        EXPECT_TRUE(power.font().italic());
+        EXPECT_TRUE(power.hasFocus());
+        Key(pszKey);
+        EXPECT_EQ(QApplication::focusWidget(), m_Window->GetViews().GetActive());
+        EXPECT_EQ(power.text(), "0.3") << "it waits for the arrows";
+    }
+    EXPECT_EQ(Item<QLineEdit>(2128).text(), "42.59") << "it grew three times by a tenth";
+    SavePicture("panel-waits");
+
+    // In the grid they do first what they do there.
+    ASSERT_NO_FATAL_FAILURE(ClickProperty("m_Height"));
+    Type("55");
+    Key("Return");
+    EXPECT_EQ(GetProperty("m_Height"), "55");
+    EXPECT_EQ(QApplication::focusWidget(), m_Window->GetViews().GetActive());
+    Click(power); // or else the next press makes a double click of the last one
+    ASSERT_NO_FATAL_FAILURE(ClickProperty("m_Height"));
+    Type("66");
+    Key("Escape");
+    EXPECT_EQ(GetProperty("m_Height"), "55");
+    EXPECT_EQ(QApplication::focusWidget(), m_Window->GetViews().GetActive());
+    const QTreeView& grid = Grid();
+    EXPECT_GE(grid.columnWidth(0),
+              grid.fontMetrics().horizontalAdvance("m_FrontBackInterpolation"));
+    for (const int iId : {2198, 2128, 2121})
+    {
+        auto& edit = Item<QLineEdit>(iId);
+        EXPECT_GT(edit.width(), edit.fontMetrics().horizontalAdvance("29748.43") + 6) << iId;
+    }
+
+    // Escape in a field ends no other work.
+    GetHost().GetInput().SendCommand(0x4005);
+    const int32_t iExport = GetHost().GetModes().GetCurrentModeId();
+    Click(Item(2192));
+    Key("Escape");
+    EXPECT_EQ(GetHost().GetModes().GetCurrentModeId(), iExport);
+    EXPECT_EQ(QApplication::focusWidget(), m_Window->GetViews().GetActive());
+    Key("Escape");
+    EXPECT_NE(GetHost().GetModes().GetCurrentModeId(), iExport);
+}
+
+TEST_F(CPanel, ARangeThatEndsBelowItsBeginningIsSaidAsLongAsItDoes)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    Click(Item(2133));
+    auto* pWords = m_Window->findChild<QLabel*>("status-words");
+    auto* pStatus = dynamic_cast<CStatusLine*>(m_Window->statusBar());
+    const QString strLine = "The panel's range begins above its end: 20000 to 10000";
+    const auto type = [this](int iId, const char* pszText)
+    {
+        Click(Item(iId));
+        Key("ctrl+a");
+        Type(pszText);
+    };
+    type(2199, "10000");
+    EXPECT_FALSE(pWords->isVisible());
+    type(2198, "20000");
+    EXPECT_TRUE(pWords->isVisible());
+    EXPECT_EQ(pWords->text(), strLine);
+    pStatus->Say("Something else"); // and back
+    pStatus->Withdraw("Something else");
+    EXPECT_EQ(pWords->text(), strLine);
+    auto* pCross = GetPanel()->findChild<QWidget*>("qt_dockwidget_closebutton");
+    Click(*pCross);
+    EXPECT_FALSE(pWords->isVisible());
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    EXPECT_EQ(pWords->text(), strLine);
+    EXPECT_TRUE(pWords->isVisible());
+    type(2198, "200");
+    EXPECT_FALSE(pWords->isVisible());
 }

@@ -2,6 +2,7 @@
 
 #include "tests/framework/widgets/ControlsForm.h"
 
+#include <QAction>
 #include <QLineEdit>
 #include <QSlider>
 #include <QTimer>
@@ -117,7 +118,7 @@ TEST_F(CFields, ExchangeKeepsDigitsAndWhatIsBeingTyped)
     {
         SCOPED_TRACE(pszTyped);
         Find<QLineEdit>(ID_NUMBER)->clear();
-        QTest::keyClicks(Find(ID_NUMBER), pszTyped);
+        Find<QLineEdit>(ID_NUMBER)->insert(pszTyped); // as it is pasted, letters and all
         m_Form.ReadControls();
         EXPECT_EQ(fValue, fRead);
         m_Form.WriteControls();
@@ -132,6 +133,26 @@ TEST_F(CFields, ExchangeKeepsDigitsAndWhatIsBeingTyped)
     EXPECT_EQ(strText, "second");
     EXPECT_EQ(iCheck, CHECK_OFF);
     EXPECT_EQ(fNowhere, 7.0F);
+}
+
+TEST_F(CFields, OneThatHoldsANumberLeavesOtherKeysToTheProgram)
+{
+    float fValue = 1.0F;
+    int nRuns = 0;
+    m_Form.BindValue(ID_NUMBER, fValue);
+    Open();
+    QAction action;
+    action.setShortcuts({QKeySequence("F"), QKeySequence("]"), QKeySequence("5")});
+    QObject::connect(&action, &QAction::triggered, [&nRuns] { ++nRuns; });
+    GetWidget(m_Form)->addAction(&action);
+    for (const uint32_t uId : {ID_NUMBER, ID_EDIT})
+    {
+        Find(uId)->setFocus();
+        QTest::keyClicks(Find(uId), "-1f,]2 e5G");
+    }
+    EXPECT_EQ(m_Form.GetItemText(ID_NUMBER), "-1,25");
+    EXPECT_EQ(m_Form.GetItemText(ID_EDIT), "-1f,]2 e5G");
+    EXPECT_EQ(nRuns, 2) << "those that were not taken";
 }
 
 TEST_F(CFields, AHandlerThatReadsWhileFieldsAreWrittenSpoilsNothingAndWritingIsNoEdit)
@@ -296,4 +317,39 @@ TEST_F(CFields, AHeldArrowRepeatsUntilItIsLetGo)
     QTimer::singleShot(200, [&bLater] { bLater = true; });
     EXPECT_TRUE(QTest::qWaitFor([&bLater] { return bLater; }));
     EXPECT_EQ(TakeNotes(), Notes{});
+}
+
+TEST_F(CFields, AHeldArrowCountsForMoreTheLongerItIsHeld)
+{
+    Note(ENotify::SpinDelta, ID_SPIN, "step");
+    Open();
+    m_Spin.SetRange(0, 5000);
+    m_Spin.SetBuddy(ID_EDIT);
+    const auto press = [this](bool bRepeat)
+    {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier, QString(), bRepeat);
+        QApplication::sendEvent(Find(ID_EDIT), &key);
+    };
+    press(false);
+    for (int i = 0; i < 250; ++i)
+    {
+        press(true);
+    }
+    press(false);
+    EXPECT_EQ(m_Notes[0], "step 1");
+    EXPECT_EQ(m_Notes[30], "step 1");
+    EXPECT_EQ(m_Notes[60], "step 2");
+    EXPECT_EQ(m_Notes[150], "step 20");
+    EXPECT_EQ(m_Notes[250], "step 100") << "thousands are not far";
+    EXPECT_EQ(TakeNotes()[251], "step 1") << "the next press begins anew";
+    EXPECT_GT(m_Spin.GetPos(), 2000);
+
+    QWidget* pSpin = Find(ID_SPIN);
+    const QPoint down(4, pSpin->height() - 3);
+    QTest::mousePress(pSpin, Qt::LeftButton, Qt::NoModifier, down);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return m_Notes.back() == "step -2"; }));
+    QTest::mouseRelease(pSpin, Qt::LeftButton, Qt::NoModifier, down);
+    TakeNotes();
+    QTest::mouseClick(pSpin, Qt::LeftButton, Qt::NoModifier, down);
+    EXPECT_EQ(TakeNotes(), (Notes{"step -1"}));
 }

@@ -180,12 +180,12 @@ TEST_F(CDrawDlg, PowerAndHardnessComeByTextArrowsAndSlider)
         ClickSpin(one.uSpin, true);
         EXPECT_EQ(value(), 0.01F);
         Slide(one.uSlider, 30);
-        EXPECT_EQ(value(), 30.0F * 0.01F);
+        EXPECT_EQ(value(), 0.3F);
         EXPECT_EQ(Text(one.uEdit), "0.3");
         Key(one.uSlider, Qt::Key_Right);
-        EXPECT_EQ(value(), 31.0F * 0.01F);
+        EXPECT_EQ(value(), 0.31F);
         Key(one.uSlider, Qt::Key_PageUp);
-        EXPECT_EQ(value(), 51.0F * 0.01F);
+        EXPECT_EQ(value(), 0.51F);
         Key(one.uSlider, Qt::Key_Home);
         EXPECT_EQ(value(), 0.0F);
         Key(one.uSlider, Qt::Key_End);

@@ -31,6 +31,8 @@ protected:
 
     QSlider* Slider(uint32_t uId) { return Find<QSlider>(uId); }
 
+    void Slide(uint32_t uId, int iPos) { Slider(uId)->setSliderPosition(iPos); } // as the thumb
+
     std::string Text(uint32_t uId) { return Edit(uId)->text().toStdString(); }
 
     void Type(uint32_t uId, const char* pszText); // over what is there
