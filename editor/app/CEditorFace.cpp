@@ -51,9 +51,10 @@ void CEditorFrontEnd::OnEvent(const SHostEvent& event)
         m_Hand.ends.clear();
     }
     // These come in the middle of another event.
-    m_bInEvent = m_bInEvent &&
-                 (event.eKind == EHostEvent::UndoAdded || event.eKind == EHostEvent::LevelChanged ||
-                  event.eKind == EHostEvent::TerrainReloaded);
+    m_bInEvent =
+        m_bInEvent &&
+        (event.eKind == EHostEvent::UndoAdded || event.eKind == EHostEvent::LevelChanged ||
+         event.eKind == EHostEvent::TerrainReloaded || event.eKind == EHostEvent::StepEnded);
 }
 
 std::string CEditorFrontEnd::GetFaultDetail() const

@@ -33,7 +33,11 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
         return;
     }
     const bool bStep = IsStep(event.eKind);
-    const bool bBegins = event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action;
+    // A step of several drags is kept as a whole.
+    const bool bBegins =
+        !m_Host.GetHistory().IsStepOpen() &&
+        (event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action ||
+         event.eKind == EHostEvent::StepBegun);
     // What has changed without an event comes before the step, or the step would be played on other
     // ground than it was made on.
     if (bStep || bBegins)
@@ -80,7 +84,7 @@ void CAutosave::OnEvent(const SHostEvent& event)
 void CAutosave::KeepDifference()
 {
     const bool bChanged = GetRevision() != m_KnownRevision || m_Writer.IsStale();
-    if (bChanged && IsKeeping() && !m_bNeedsCopy && !m_Writer.IsInDrag())
+    if (bChanged && IsKeeping() && !m_bNeedsCopy && !m_Writer.IsInStep())
     {
         m_bNeedsCopy = !m_Writer.WriteDifference(m_KnownRevision);
         EndStep();

@@ -45,7 +45,7 @@ CEditorHost::CEditorHost(IHostFace& face)
     , m_Input(m_Registry, m_Observers, m_Changes)
     , m_History(m_Registry, m_Input, m_Observers, m_Changes)
     , m_Level(m_Engine->GetCWorld(),
-              m_History.GetStack(),
+              m_History,
               m_Registry,
               m_Input,
               m_Observers,

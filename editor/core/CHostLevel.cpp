@@ -1,29 +1,29 @@
 #include "editor/core/CHostLevel.h"
 
 #include "editor/core/CChangeCount.h"
+#include "editor/core/CHostHistory.h"
 #include "editor/core/CHostInput.h"
 #include "editor/core/CHostObservers.h"
 #include "editor/core/CPluginRegistry.h"
-#include "editor/core/CUndoStack.h"
 #include "engine/world/CWorld.h"
 #include "host/IPlugin.h"
 
 #include <utility>
 
 CHostLevel::CHostLevel(CWorld& world,
-                       CUndoStack& stack,
+                       CHostHistory& history,
                        const CPluginRegistry& registry,
                        CHostInput& input,
                        CHostObservers& observers,
                        CChangeCount& changes,
                        const std::string& strScratch)
     : m_World(world)
-    , m_Stack(stack)
+    , m_History(history)
     , m_Registry(registry)
     , m_Input(input)
     , m_Observers(observers)
     , m_Changes(changes)
-    , m_Heights(world, stack, *this, strScratch)
+    , m_Heights(world, history.GetStack(), *this, strScratch)
 {
 }
 
@@ -60,6 +60,7 @@ void CHostLevel::Prepare()
 {
     // The drag ends while the terrain that it works on is still there.
     m_Input.EndDrag();
+    m_History.EndStep();
     for (IPlugin* pPlugin : m_Registry.GetInput())
     {
         pPlugin->ReleaseWorldResources();
@@ -68,7 +69,7 @@ void CHostLevel::Prepare()
 
 void CHostLevel::Finish()
 {
-    m_Stack.Clear(); // the records belong to the terrain that is gone
+    m_History.GetStack().Clear(); // the records belong to the terrain that is gone
     // After the stack, whose state has a new name now: that state is the saved one.
     m_Heights.SetSaved();
     m_Input.Notify(NOTIFY_LEVEL_CHANGED);
@@ -95,7 +96,8 @@ void CHostLevel::OnBeforeReplacement(bool bByPlugin)
     m_bReplaced = false;
     if (bByPlugin)
     {
-        m_Input.EndDrag(); // what it holds for a drag it is using itself at present
+        m_Input.EndDrag(false); // what it holds for a drag it is using itself at present
+        m_History.EndStep();
         return;
     }
     Prepare();

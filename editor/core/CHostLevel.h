@@ -10,7 +10,7 @@ class CChangeCount;
 class CHostInput;
 class CHostObservers;
 class CPluginRegistry;
-class CUndoStack;
+class CHostHistory;
 class CWorld;
 
 // Has the plug-ins and the observers go along when the level or its terrain becomes another one: a
@@ -21,7 +21,7 @@ class CHostLevel : private ITerrainKeeper
 public:
     // Borrowed. strScratch: as for CLevelHeights.
     CHostLevel(CWorld& world,
-               CUndoStack& stack,
+               CHostHistory& history,
                const CPluginRegistry& registry,
                CHostInput& input,
                CHostObservers& observers,
@@ -53,7 +53,7 @@ private:
     void OnReplaced(bool bNewStep) override;
 
     CWorld& m_World;
-    CUndoStack& m_Stack;
+    CHostHistory& m_History;
     const CPluginRegistry& m_Registry;
     CHostInput& m_Input;
     CHostObservers& m_Observers;

@@ -20,7 +20,10 @@ enum class EHostEvent : uint32_t
     TerrainReloaded, // the same level has another terrain: the file was read again, an import, or
                      // undo or redo of one of these, in the middle of that event. Also when the
                      // plug-in has a reload shown that brought nothing
-    DragDropped,     // for want of memory: heights as before the press, no record
+    DragDropped,     // for want of memory: heights as before the press, no record. In an open
+                     // step: as before that, and it is over
+    StepBegun,       // records that come are one step of the history, until
+    StepEnded,       // it is whole, with or without one
 };
 
 // One thing that happened on the host. Members that an event has no use for are 0.
@@ -50,8 +53,9 @@ public:
     virtual ~IHostObserver() = default;
 
     // Called before the plug-ins see the event. Not called for UndoAdded, LevelChanged,
-    // TerrainReloaded and DragDropped. An undo or redo that finds nothing to do, of heights or
-    // painting, has no OnEvent. The release that ends a drag may come inside another event.
+    // TerrainReloaded, DragDropped and StepEnded. An undo or redo that finds nothing to do, of
+    // heights or painting, has no OnEvent. The release that ends a drag may come inside another
+    // event.
     virtual void OnBeforeEvent(const SHostEvent& /*event*/) {}
 
     virtual void OnEvent(const SHostEvent& /*event*/) {}

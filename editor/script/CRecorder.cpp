@@ -82,6 +82,7 @@ bool CRecorder::Start(const std::string& strPath)
 {
     Stop();
     m_Host.GetInput().EndDrag();
+    m_Host.GetHistory().EndStep();
     if (!m_Writer.CanWriteStrokes() || m_Host.GetEngine().GetWorld()->GetTerrain() == nullptr)
     {
         CrashLog("[CRecorder::Start] there is no level to record\n");
@@ -137,6 +138,7 @@ bool CRecorder::Stop()
         // The stroke under the hand belongs to the script, and so does a terrain that came after
         // its last call.
         m_Host.GetInput().EndDrag();
+        m_Host.GetHistory().EndStep();
         m_Writer.KeepTerrain();
     }
     if (m_File >= 0)

@@ -21,6 +21,7 @@
 namespace
 {
 
+constexpr char BEGIN_STEP[] = "begin_step()\n";
 constexpr size_t PAINT_STEPS = 10;                // that every plug-in keeps, unless told otherwise
 constexpr size_t MOST_HEIGHTS = size_t{1} << 20U; // 8 MB of text, written in a frame
 
@@ -75,6 +76,7 @@ void CScriptWriter::Begin(uint64_t uPainted)
     m_bKeys = false;
     m_bDrag = false;
     m_bByHeights = false;
+    m_bOpenStep = false;
     SetSteps(0, 0);
 }
 
@@ -82,6 +84,7 @@ void CScriptWriter::SetSteps(size_t nUndos, size_t nRedos)
 {
     m_Undos = nUndos;
     m_Redos = nRedos;
+    m_bCounted = false;
 }
 
 std::string CScriptWriter::ReadState()
@@ -112,8 +115,10 @@ void CScriptWriter::KeepTerrain()
     if (m_bStale && m_Sink.KeepTerrain())
     {
         m_bStale = false;
-        // Whoever plays the script has nothing to undo after the call that brings the terrain.
+        // Whoever plays the script has nothing to undo after the call that brings the terrain, and
+        // no step open.
         SetSteps(0, 0);
+        m_Sink.Append(m_bOpenStep ? BEGIN_STEP : "");
     }
 }
 
@@ -216,9 +221,13 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::PaintRedo:
         return WritePaintStep(event.eKind == EHostEvent::PaintRedo);
     case EHostEvent::UndoAdded:
-        ++m_Undos;
-        m_Redos = 0;
+        CountRecord();
         break;
+    case EHostEvent::StepBegun:
+        BeginStep();
+        break;
+    case EHostEvent::StepEnded:
+        return FinishStep();
     case EHostEvent::LevelChanged:
     case EHostEvent::TerrainReloaded:
         m_bStale = true;
@@ -228,6 +237,7 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
         m_bStale = true;
         m_bDrag = false;
         m_bByHeights = false;
+        m_bOpenStep = false;
         m_State.clear(); // what was written with the stroke may go with it
         m_bKeys = false;
         break;
@@ -271,7 +281,47 @@ void CScriptWriter::EndDrag()
     {
         WriteDifference(m_DragRevision);
     }
-    m_Sink.EndStep();
+    TellEnd();
+}
+
+// Parts of a step that is open are no steps of the user.
+void CScriptWriter::TellEnd()
+{
+    if (!m_bOpenStep)
+    {
+        m_Sink.EndStep();
+    }
+}
+
+// All that comes until its end is one step of whoever plays the script, too, and of a journal: half
+// of it is never given back.
+void CScriptWriter::BeginStep()
+{
+    if (CanWrite())
+    {
+        m_bOpenStep = true;
+        m_bCounted = false;
+        m_Sink.Append(BEGIN_STEP);
+    }
+}
+
+bool CScriptWriter::FinishStep()
+{
+    const bool bWasOpen = std::exchange(m_bOpenStep, false);
+    if (bWasOpen)
+    {
+        m_Sink.Append("end_step()\n");
+        m_Sink.EndStep();
+    }
+    return bWasOpen;
+}
+
+void CScriptWriter::CountRecord()
+{
+    const bool bFirst = !m_bOpenStep || !m_bCounted;
+    m_Undos += bFirst ? 1 : 0;
+    m_Redos = 0;
+    m_bCounted = m_bOpenStep;
 }
 
 bool CScriptWriter::WriteAction(const SHostEvent& event)
@@ -282,7 +332,7 @@ bool CScriptWriter::WriteAction(const SHostEvent& event)
     m_State = ReadState();
     if (!m_bDrag)
     {
-        m_Sink.EndStep();
+        TellEnd();
     }
     return true;
 }

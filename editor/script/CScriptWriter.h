@@ -48,7 +48,9 @@ public:
     // The terrain is another one than the script has led to.
     bool IsStale() const { return m_bStale; }
 
-    bool IsInDrag() const { return m_bDrag; } // that the script has
+    // The script has a press without its release, or a step of the history that has not ended: what
+    // it says so far stands for nothing by itself.
+    bool IsInStep() const { return m_bDrag || m_bOpenStep; }
 
     // Keeps a terrain of which the script does not know yet.
     void KeepTerrain();
@@ -68,6 +70,10 @@ private:
     void WriteMouse(const SHostEvent& event);
     bool WriteDrag(const SHostEvent& event);
     void EndDrag();
+    void BeginStep();
+    bool FinishStep();
+    void TellEnd();
+    void CountRecord();
     bool WriteAction(const SHostEvent& event);
     bool WriteStep(bool bRedo);
     bool WritePaintStep(bool bRedo);
@@ -85,6 +91,8 @@ private:
     bool m_bKeys = false;        // the script has said so
     std::string m_EventKeys;     // held when the event came
     bool m_bDrag = false;        // the script has a press without its release
+    bool m_bOpenStep = false;    // it has a step of the history without its end
+    bool m_bCounted = false;     // which has a record on the script's undo stack
     bool m_bFresh = true;        // the brush of whoever plays the script has made no stroke yet
     bool m_bByHeights = false;   // the drag is written as what it did
     uint64_t m_DragRevision = 0; // of the terrain, when the drag began

@@ -1,10 +1,13 @@
 #include "editor/core/CUndoStack.h"
 #include "editor/core/IPreparedStep.h"
 #include "host/CUndo.h"
+#include "tests/support/CNumbers.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -170,4 +173,117 @@ TEST(CUndoStack, ARecordThatCannotTakeItsStepStaysWhereItIs)
     EXPECT_FALSE(stack.Redo());
     EXPECT_EQ(stack.GetRedoCount(), 1U);
     EXPECT_EQ(strEvents, "u2 ");
+}
+
+TEST(CUndoStack, StepsOfSeveralRecordsDoAsAPlainListDoes)
+{
+    // The ground is a text: each record puts a letter behind it, and takes that very letter off.
+    class CLetter : public CUndo
+    {
+    public:
+        CLetter(std::string& strGround, char c)
+            : m_Ground(strGround)
+            , m_Letter(c)
+        {
+            Redo();
+        }
+
+        bool IsTransient() const override { return false; }
+
+        void Undo() override
+        {
+            ASSERT_EQ(m_Ground.back(), m_Letter);
+            m_Ground.pop_back();
+        }
+
+        void Redo() override { m_Ground += m_Letter; }
+
+        void OnNotify(uintptr_t) override {}
+
+    private:
+        std::string& m_Ground;
+        char m_Letter;
+    };
+
+    // The plain list: the ground after each step; the first one is where the way back ends.
+    struct SPlain
+    {
+        std::vector<std::string> states = {""};
+        size_t nAt = 0;
+
+        void Begin()
+        {
+            states.resize(nAt + 1);
+            states.push_back(states[nAt++]);
+        }
+    };
+
+    for (uint32_t uSeed = 1; uSeed <= 60; ++uSeed)
+    {
+        SCOPED_TRACE(uSeed);
+        CNumbers numbers(uSeed);
+        std::string strGround;
+        CUndoStack stack;
+        SPlain plain;
+        bool bOpen = false;
+        bool bRecord = false;
+        const size_t nLimit = uSeed % 2 == 0 ? 12 : 0; // letters
+        stack.SetLimit(nLimit);
+        for (int i = 0; i < 300; ++i)
+        {
+            const int iWhat = numbers.Int(0, 9);
+            if (iWhat <= 4)
+            {
+                const char c = static_cast<char>('a' + numbers.Int(0, 25));
+                if (!bOpen || !bRecord)
+                {
+                    plain.Begin();
+                }
+                bRecord = bOpen;
+                plain.states[plain.nAt] += c;
+                ASSERT_TRUE(stack.Add(new CLetter(strGround, c), "", 1));
+            }
+            else if (iWhat == 5)
+            {
+                EXPECT_EQ(stack.BeginStep(), !bOpen);
+                bRecord = bRecord && bOpen;
+                bOpen = true;
+            }
+            else if (iWhat == 6 && numbers.Int(0, 1) == 0)
+            {
+                stack.CancelStep();
+                if (bOpen && bRecord)
+                {
+                    plain.states.pop_back();
+                    --plain.nAt;
+                }
+                bOpen = bRecord = false;
+            }
+            else if (iWhat == 6)
+            {
+                stack.EndStep();
+                bOpen = bRecord = false;
+            }
+            else
+            {
+                const size_t nAll = stack.GetCount() + stack.GetRedoCount();
+                const size_t nTo = static_cast<size_t>(numbers.Int(0, static_cast<int>(nAll)));
+                const size_t nGone = plain.states.size() - 1 - nAll;
+                bOpen = bOpen && nTo == stack.GetCount(); // otherwise ended by the first of them
+                bRecord = bRecord && bOpen;
+                ASSERT_TRUE(stack.GoTo(nTo));
+                plain.nAt = nGone + nTo;
+            }
+            const size_t nAll = stack.GetCount() + stack.GetRedoCount();
+            ASSERT_EQ(strGround, plain.states[plain.nAt]);
+            ASSERT_EQ(stack.GetGivenUpCount() + stack.GetCount(), plain.nAt);
+            ASSERT_EQ(stack.GetGivenUpCount() + nAll + 1, plain.states.size());
+            if (nLimit > 0 && nAll > 1)
+            {
+                const size_t nHeld =
+                    plain.states.back().size() - plain.states[stack.GetGivenUpCount()].size();
+                ASSERT_LE(nHeld, nLimit);
+            }
+        }
+    }
 }
