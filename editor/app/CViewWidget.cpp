@@ -25,25 +25,7 @@ namespace
 // Of a terrain that comes in, a frame. The processor that draws makes the normals, too.
 constexpr uint64_t MOST_NEW_BYTES = uint64_t{16} << 20;
 constexpr uint64_t MOST_SOFTWARE_BYTES = uint64_t{6} << 20;
-constexpr double NOTCH = 120.0; // of a wheel, in eighths of a degree
 constexpr float SPOT_CELLS = 8.0F;
-constexpr double ROUNDING = 1e-3; // of positions that were divided by the scale
-
-uint32_t GetFlags(Qt::KeyboardModifiers modifiers)
-{
-    return (modifiers.testFlag(Qt::ShiftModifier) ? MOUSE_SHIFT : 0U) |
-           (modifiers.testFlag(Qt::ControlModifier) ? MOUSE_CONTROL : 0U) |
-           (modifiers.testFlag(Qt::AltModifier) ? MOUSE_ALT : 0U);
-}
-
-bool GetButton(Qt::MouseButton eQtButton, EViewButton& eButton)
-{
-    eButton = eQtButton == Qt::LeftButton    ? EViewButton::Left
-              : eQtButton == Qt::RightButton ? EViewButton::Right
-                                             : EViewButton::Middle;
-    return eQtButton == Qt::LeftButton || eQtButton == Qt::RightButton ||
-           eQtButton == Qt::MiddleButton;
-}
 
 CCamera* GetCamera(CEditorHost& host, ViewId view, EViewKind eKind)
 {
@@ -68,6 +50,7 @@ CViewWidget::CViewWidget(
     , m_pHand(std::make_unique<CBrushHand>(
           m_pTools, parts.keys, m_Input, *m_pNote, [this] { SeeCursor(); }))
     , m_Keys(parts.keys, parts.settings, parts.hand, [this] { update(); })
+    , m_Mouse(m_Input, *m_pNote, *m_pHand, m_Keys)
     , m_Quality([this] { update(); })
 {
     setObjectName(QString("view-%1").arg(view));
@@ -155,13 +138,6 @@ void CViewWidget::resizeEvent(QResizeEvent* pEvent)
     QOpenGLWidget::resizeEvent(pEvent); // draws already, and that may be the only frame
 }
 
-QPointF CViewWidget::GetDevicePosition(const QPointF& position) const
-{
-    const double fScale = devicePixelRatioF();
-    return {std::floor(position.x() * fScale + ROUNDING) + 0.5,
-            std::floor(position.y() * fScale + ROUNDING) + 0.5};
-}
-
 bool CViewWidget::event(QEvent* pEvent)
 {
     switch (pEvent->type())
@@ -214,57 +190,34 @@ void CViewWidget::Update()
 
 void CViewWidget::mousePressEvent(QMouseEvent* pEvent)
 {
-    EViewButton eButton = EViewButton::Left;
-    if (!GetButton(pEvent->button(), eButton))
+    if (!CViewMouse::TakesButton(*pEvent))
     {
         pEvent->ignore();
         return;
     }
     m_Events.onActive(m_View);
-    m_pHand->End();
-    const QPointF at = GetDevicePosition(pEvent->position());
-    m_pNote->FollowCursor(pEvent->position().toPoint());
-    m_Input.Press(eButton,
-                  static_cast<float>(at.x()),
-                  static_cast<float>(at.y()),
-                  GetFlags(pEvent->modifiers()),
-                  m_Keys.IsSmoothing(pEvent->modifiers()));
+    m_Mouse.Press(*pEvent, devicePixelRatioF());
     ShowKeys(pEvent->modifiers());
     Update();
 }
 
 void CViewWidget::mouseMoveEvent(QMouseEvent* pEvent)
 {
-    ++m_Moves;
-    const QPointF at = GetDevicePosition(pEvent->position());
-    m_pNote->FollowCursor(pEvent->position().toPoint());
-    if (m_pHand->Move(pEvent->position()))
+    if (m_Mouse.Move(*pEvent, devicePixelRatioF()))
     {
-        return;
+        ShowKeys(pEvent->modifiers());
+        Update();
     }
-    if (pEvent->buttons() == Qt::NoButton && m_Input.IsStroking())
-    {
-        m_Input.End(); // another window took the release
-    }
-    m_Input.Move(
-        static_cast<float>(at.x()), static_cast<float>(at.y()), GetFlags(pEvent->modifiers()));
-    ShowKeys(pEvent->modifiers());
-    Update();
 }
 
 void CViewWidget::mouseReleaseEvent(QMouseEvent* pEvent)
 {
-    EViewButton eButton = EViewButton::Left;
-    if (!GetButton(pEvent->button(), eButton))
+    if (!CViewMouse::TakesButton(*pEvent))
     {
         pEvent->ignore();
         return;
     }
-    const QPointF at = GetDevicePosition(pEvent->position());
-    const bool bMenu = m_Input.Release(eButton,
-                                       static_cast<float>(at.x()),
-                                       static_cast<float>(at.y()),
-                                       GetFlags(pEvent->modifiers()));
+    const bool bMenu = m_Mouse.Release(*pEvent, devicePixelRatioF());
     ShowKeys(pEvent->modifiers());
     Update();
     if (bMenu)
@@ -275,13 +228,7 @@ void CViewWidget::mouseReleaseEvent(QMouseEvent* pEvent)
 
 void CViewWidget::wheelEvent(QWheelEvent* pEvent)
 {
-    m_pHand->End();
-    const QPointF at = GetDevicePosition(pEvent->position());
-    // Alt turns the wheel of some desktops sideways.
-    const QPoint delta = pEvent->angleDelta();
-    const int iDelta = delta.y() != 0 ? delta.y() : delta.x();
-    m_Input.Wheel(
-        static_cast<float>(at.x()), static_cast<float>(at.y()), static_cast<float>(iDelta / NOTCH));
+    m_Mouse.Wheel(*pEvent, devicePixelRatioF());
     pEvent->accept();
     Update();
 }
@@ -381,7 +328,7 @@ void CViewWidget::SeeCursor()
     }
     else if (m_Input.IsIdle())
     {
-        const QPointF at = GetDevicePosition(cursor);
+        const QPointF at = CViewMouse::GetDevicePosition(cursor, devicePixelRatioF());
         m_Input.Move(static_cast<float>(at.x()), static_cast<float>(at.y()), 0);
     }
     Update();

@@ -3,6 +3,7 @@
 #include "editor/app/CFrameQuality.h"
 #include "editor/app/CViewInput.h"
 #include "editor/app/CViewKeys.h"
+#include "editor/app/CViewMouse.h"
 #include "editor/view/CTerrainRenderer.h"
 #include "editor/view/CViewNavigator.h"
 #include "host/EditorHost.h"
@@ -93,7 +94,7 @@ public:
     void RequestFrame() { update(); }
 
     // Events of the mouse that came to this view, for measurements and tests.
-    uint64_t GetMoveCount() const { return m_Moves; }
+    uint64_t GetMoveCount() const { return m_Mouse.GetMoveCount(); }
 
 protected:
     void initializeGL() override;
@@ -110,7 +111,6 @@ protected:
 
 private:
     const CTerrain* GetTerrain() const;
-    QPointF GetDevicePosition(const QPointF& position) const;
     void Fly();
     void TakeKeyboard(); // unless somebody else needs it
     void ReleaseRenderer();
@@ -128,11 +128,11 @@ private:
     CCursorNote* m_pNote; // this widget's child
     std::unique_ptr<CBrushHand> m_pHand;
     CViewKeys m_Keys;
+    CViewMouse m_Mouse;
     CFrameQuality m_Quality;
     QTimer m_FrameTimer; // a frame follows, after what is waiting
     bool m_bWireFrame = false;
     bool m_bReady = false; // the renderer has its context
     bool m_bSoftware = false;
     double m_FrameMilliseconds = 0.0;
-    uint64_t m_Moves = 0;
 };

@@ -1,21 +1,18 @@
 #include "editor/view/CTerrainRenderer.h"
 
+#include "editor/view/CGroundOverlays.h"
 #include "editor/view/CLineBatch.h"
 #include "editor/view/CMaterialCache.h"
-#include "editor/view/CPaintCopy.h"
 #include "editor/view/CPatchMesh.h"
 #include "editor/view/CPatchSelection.h"
 #include "editor/view/CShader.h"
 #include "editor/view/CTerrainCopies.h"
-#include "editor/view/CTextureCopies.h"
 #include "editor/view/SViewProjection.h"
 #include "editor/view/Shaders.h"
 #include "editor/view/Vectors.h"
 #include "engine/paint/CPaintLayer.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
-#include "engine/world/CTexture.h"
-#include "host/Image.h"
 
 #include <QOpenGLContext>
 #include <QOpenGLVersionFunctionsFactory>
@@ -46,26 +43,6 @@ float GetRoundStep(float fWanted)
     return fPower * (fShare < 1.5F ? 1.0F : fShare < 3.5F ? 2.0F : fShare < 7.5F ? 5.0F : 10.0F);
 }
 
-// The box itself, none, or one of its size about the mark; a box without a size leaves that of the
-// last one.
-SExtents PlaceMark(const SExtents& box, const SRenderSettings& settings, SVec3& size)
-{
-    const SVec3 boxSize = Subtract(box.max, box.min);
-    if (boxSize.x > 0.0F && boxSize.z > 0.0F)
-    {
-        size = boxSize;
-    }
-    if (settings.eMark == EMarkPlace::Box)
-    {
-        return box;
-    }
-    if (settings.eMark == EMarkPlace::None)
-    {
-        return {};
-    }
-    return {AddScaled(settings.mark, size, -0.5F), AddScaled(settings.mark, size, 0.5F)};
-}
-
 } // namespace
 
 struct CTerrainRenderer::SParts
@@ -77,11 +54,9 @@ struct CTerrainRenderer::SParts
     GLuint uNothing = 0; // a vertex array without arrays, for the sky
     CPatchMesh mesh;
     CLineBatch batch;
-    CTextureCopies textures;
-    CPaintCopy paint;
+    CGroundOverlays overlays;
     CMaterialCache materials;
     CPatchSelection selection;
-    SVec3 markSize; // of the last box that was one
     void DrawSky(const SRenderSettings& settings);
     void DrawGround(const CTerrainCopies& copies,
                     const SViewProjection& view,
@@ -94,9 +69,6 @@ struct CTerrainRenderer::SParts
                      const SRenderSettings& settings);
     void BindTile(const CTerrainTiles& tiles, uint32_t uX, uint32_t uZ, uint32_t uCoarse);
     void DrawRanges(const CTerrainCopies& copies, SRenderStatistics& statistics);
-    uint64_t SetOverlays(CEngineHost& engine, const SRenderSettings& settings);
-    uint64_t SetTypes(const SRenderSettings& settings);
-    uint64_t SetBrush(CEngineHost& engine, const SRenderSettings& settings);
 };
 
 CTerrainRenderer::CTerrainRenderer(std::shared_ptr<CTerrainCopies> pCopies)
@@ -148,8 +120,7 @@ void CTerrainRenderer::Release()
     m_Parts->mesh.Release(gl);
     m_Parts->batch.Release(gl);
     m_Copies->Leave(gl);
-    m_Parts->textures.Release(gl);
-    m_Parts->paint.Release(gl);
+    m_Parts->overlays.Release(gl);
     m_Parts.reset();
 }
 
@@ -179,9 +150,9 @@ bool CTerrainRenderer::Render(const SViewProjection& view,
     if (bDrawn && pTerrain != nullptr)
     {
         m_Statistics.bComplete = m_Copies->IsComplete();
-        m_Parts->textures.Begin();
+        m_Parts->overlays.Begin();
         m_Parts->DrawGround(*m_Copies, view, engine, settings, m_Statistics);
-        m_Parts->textures.Sweep(gl);
+        m_Parts->overlays.Sweep(gl);
         float matrix[16];
         view.GetMatrix(matrix);
         m_Statistics.uDrawCalls +=
@@ -245,7 +216,7 @@ void CTerrainRenderer::SParts::DrawGround(const CTerrainCopies& copies,
     ground.Set("uWire", settings.bWireFrame ? 1 : 0);
     ground.Set("uGrid", settings.bGrid ? 1 : 0);
     SetMaterial(view, terrain, copies.GetTree(), settings);
-    statistics.uUploadedBytes += SetOverlays(engine, settings);
+    statistics.uUploadedBytes += overlays.Set(*pGl, ground, engine, settings);
     mesh.SetInstances(*pGl, selection.GetInstances());
     DrawRanges(copies, statistics);
 }
@@ -315,86 +286,4 @@ void CTerrainRenderer::SParts::SetMaterial(const SViewProjection& view,
     ground.Set("uColorCount", material.nColors);
     ground.Set("uStep", fStep);
     ground.Set("uRange", fLow, fHigh);
-}
-
-uint64_t CTerrainRenderer::SParts::SetOverlays(CEngineHost& engine, const SRenderSettings& settings)
-{
-    const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
-    ITexture* pMask =
-        settings.bMask ? engine.GetCWorld().FindTerrainTexture(terrain.GetEditOverlay()) : nullptr;
-    const uint64_t uBytes = textures.Bind(*pGl, GL_TEXTURE3, pMask, ECopyKind::Grey);
-    // The third element of the transform is the scale along x, see World::MakeOverlayTransform.
-    // Along z the texture comes as often: what covers the width covers the depth, too.
-    const float fScale = pMask != nullptr ? terrain.GetEditOverlayTransform().m[2] : 0.0F;
-    const SVec3 size = terrain.GetSize();
-    ground.Set("uMaskScale", fScale, fScale * size.x / size.z);
-    ground.Set("uMaskColor", settings.maskColor);
-    return uBytes + SetTypes(settings) + SetBrush(engine, settings);
-}
-
-// The bitmap of terrain types: what is being painted, or else the level's.
-uint64_t CTerrainRenderer::SParts::SetTypes(const SRenderSettings& settings)
-{
-    const CPaintLayer* pLayer = settings.pPaintLayer;
-    bool bPaint = false;
-    uint64_t uBytes =
-        pLayer != nullptr ? paint.Bind(*pGl, GL_TEXTURE2, *pLayer, bPaint) : uint64_t{0};
-    ground.Set("uPainting", bPaint ? 1 : 0);
-    if (!bPaint)
-    {
-        uBytes += textures.Bind(*pGl, GL_TEXTURE2, settings.pTypeBitmap, ECopyKind::Color);
-        ground.Set("uTypeBlend", settings.pTypeBitmap != nullptr ? settings.fTypeBlend : 0.0F);
-        ground.Set("uTypeMap", 1.0F, 1.0F, 0.0F, 0.0F);
-        ground.Set("uTypeChannels", 1.0F, 1.0F, 1.0F, 1.0F);
-        ground.Set("uTypeSwapped", 0);
-        return uBytes;
-    }
-    const uint32_t uChannels = pLayer->GetChannelMask();
-    const auto visible = [uChannels](uint32_t uBit)
-    {
-        return (uChannels & uBit) != 0 ? 1.0F : 0.0F;
-    };
-    const auto fWidth = static_cast<float>(pLayer->GetImage()->GetWidth());
-    const auto fHeight = static_cast<float>(pLayer->GetImage()->GetHeight());
-    const bool bVertices = pLayer->GetTexelMapping() == ETexelMapping::Vertices;
-    ground.Set("uTypeBlend", pLayer->GetBlendFactor());
-    ground.Set("uTypeMap",
-               bVertices ? 1.0F - 1.0F / fWidth : 1.0F,
-               bVertices ? 1.0F - 1.0F / fHeight : 1.0F,
-               bVertices ? 0.5F / fWidth : 0.0F,
-               bVertices ? 0.5F / fHeight : 0.0F);
-    ground.Set("uTypeChannels",
-               visible(PAINT_RED_VISIBLE),
-               visible(PAINT_GREEN_VISIBLE),
-               visible(PAINT_BLUE_VISIBLE),
-               visible(PAINT_ALPHA_VISIBLE));
-    // Texels of a palette have blue first; shown so, they are what the file has and will have.
-    ground.Set("uTypeSwapped", (uChannels & PAINT_FREE_COLORS) == 0 ? 1 : 0);
-    return uBytes;
-}
-
-// The mark: of the brush that paints, or else the footprint of the one that sculpts.
-uint64_t CTerrainRenderer::SParts::SetBrush(CEngineHost& engine, const SRenderSettings& settings)
-{
-    const SProjectedTexture& projected = engine.GetCWorld().GetCTerrain()->GetProjectedTexture();
-    const CPaintLayer* pLayer = settings.pPaintLayer;
-    const bool bPaint = pLayer != nullptr && pLayer->IsShown() && pLayer->GetBrushBox().has_value();
-    ITexture* pTexture = bPaint ? pLayer->GetBrushTexture() : projected.pTexture;
-    const SExtents box =
-        PlaceMark(bPaint ? *pLayer->GetBrushBox() : projected.box, settings, markSize);
-    const uint64_t uBytes = textures.Bind(*pGl, GL_TEXTURE4, pTexture, ECopyKind::Grey);
-    const float fWidth = box.max.x - box.min.x;
-    const float fDepth = box.max.z - box.min.z;
-    const bool bBox = pTexture != nullptr && fWidth > 0.0F && fDepth > 0.0F;
-    ground.Set("uPreviewBox",
-               box.min.x,
-               box.min.z,
-               bBox ? 1.0F / fWidth : 0.0F,
-               bBox ? 1.0F / fDepth : 0.0F);
-    // A tint would hide the colour that is painted: only the outline is drawn then.
-    SColor color = settings.previewColor;
-    color.a = bPaint ? 0.0F : color.a;
-    ground.Set("uPreviewColor", color);
-    ground.Set("uPreviewFrame", bPaint ? 1.0F : 0.0F);
-    return uBytes;
 }

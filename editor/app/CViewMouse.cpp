@@ -1,0 +1,106 @@
+#include "editor/app/CViewMouse.h"
+
+#include "editor/app/CBrushHand.h"
+#include "editor/app/CCursorNote.h"
+#include "editor/app/CViewInput.h"
+#include "editor/app/CViewKeys.h"
+
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include <cmath>
+
+namespace
+{
+
+constexpr double NOTCH = 120.0;   // of a wheel, in eighths of a degree
+constexpr double ROUNDING = 1e-3; // of positions that were divided by the scale
+
+uint32_t GetFlags(Qt::KeyboardModifiers modifiers)
+{
+    return (modifiers.testFlag(Qt::ShiftModifier) ? MOUSE_SHIFT : 0U) |
+           (modifiers.testFlag(Qt::ControlModifier) ? MOUSE_CONTROL : 0U) |
+           (modifiers.testFlag(Qt::AltModifier) ? MOUSE_ALT : 0U);
+}
+
+EViewButton GetButton(const QMouseEvent& event)
+{
+    return event.button() == Qt::LeftButton    ? EViewButton::Left
+           : event.button() == Qt::RightButton ? EViewButton::Right
+                                               : EViewButton::Middle;
+}
+
+} // namespace
+
+CViewMouse::CViewMouse(CViewInput& input,
+                       CCursorNote& note,
+                       CBrushHand& hand,
+                       const CViewKeys& keys)
+    : m_Input(input)
+    , m_Note(note)
+    , m_Hand(hand)
+    , m_Keys(keys)
+{
+}
+
+QPointF CViewMouse::GetDevicePosition(const QPointF& position, double fScale)
+{
+    return {std::floor(position.x() * fScale + ROUNDING) + 0.5,
+            std::floor(position.y() * fScale + ROUNDING) + 0.5};
+}
+
+bool CViewMouse::TakesButton(const QMouseEvent& event)
+{
+    return event.button() == Qt::LeftButton || event.button() == Qt::RightButton ||
+           event.button() == Qt::MiddleButton;
+}
+
+void CViewMouse::Press(const QMouseEvent& event, double fScale)
+{
+    m_Hand.End();
+    const QPointF at = GetDevicePosition(event.position(), fScale);
+    m_Note.FollowCursor(event.position().toPoint());
+    m_Input.Press(GetButton(event),
+                  static_cast<float>(at.x()),
+                  static_cast<float>(at.y()),
+                  GetFlags(event.modifiers()),
+                  m_Keys.IsSmoothing(event.modifiers()));
+}
+
+bool CViewMouse::Move(const QMouseEvent& event, double fScale)
+{
+    ++m_Moves;
+    const QPointF at = GetDevicePosition(event.position(), fScale);
+    m_Note.FollowCursor(event.position().toPoint());
+    if (m_Hand.Move(event.position()))
+    {
+        return false;
+    }
+    if (event.buttons() == Qt::NoButton && m_Input.IsStroking())
+    {
+        m_Input.End(); // another window took the release
+    }
+    m_Input.Move(
+        static_cast<float>(at.x()), static_cast<float>(at.y()), GetFlags(event.modifiers()));
+    return true;
+}
+
+bool CViewMouse::Release(const QMouseEvent& event, double fScale)
+{
+    const QPointF at = GetDevicePosition(event.position(), fScale);
+    return m_Input.Release(GetButton(event),
+                           static_cast<float>(at.x()),
+                           static_cast<float>(at.y()),
+                           GetFlags(event.modifiers()));
+}
+
+void CViewMouse::Wheel(const QWheelEvent& event, double fScale)
+{
+    m_Hand.End();
+    const QPointF at = GetDevicePosition(event.position(), fScale);
+    // Alt turns the wheel of some desktops sideways.
+    const QPoint delta = event.angleDelta();
+    const int iDelta = delta.y() != 0 ? delta.y() : delta.x();
+    m_Input.Wheel(
+        static_cast<float>(at.x()), static_cast<float>(at.y()), static_cast<float>(iDelta / NOTCH));
+}

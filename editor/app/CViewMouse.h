@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QPointF>
+
+#include <cstdint>
+
+class CBrushHand;
+class CCursorNote;
+class CViewInput;
+class CViewKeys;
+class QMouseEvent;
+class QWheelEvent;
+
+// Gives the window system's events of the mouse in one view to whoever they are meant for: the
+// value that a key holds, or the view's input. Positions of events are the widget's; fScale is
+// device pixels for each of those. Owned by the view, as all that is borrowed here. UI thread.
+class CViewMouse
+{
+public:
+    CViewMouse(CViewInput& input, CCursorNote& note, CBrushHand& hand, const CViewKeys& keys);
+
+    // Whether the button means something in a view; the others are not handed on.
+    static bool TakesButton(const QMouseEvent& event);
+    void Press(const QMouseEvent& event, double fScale);
+    // False while a key holds a value, which the move has changed.
+    bool Move(const QMouseEvent& event, double fScale);
+    // True when it was a click that asks for the context menu.
+    bool Release(const QMouseEvent& event, double fScale);
+    void Wheel(const QWheelEvent& event, double fScale);
+
+    // The middle of the device pixel that a position lies in.
+    static QPointF GetDevicePosition(const QPointF& position, double fScale);
+
+    uint64_t GetMoveCount() const { return m_Moves; } // for measurements and tests
+
+private:
+    CViewInput& m_Input;
+    CCursorNote& m_Note;
+    CBrushHand& m_Hand;
+    const CViewKeys& m_Keys;
+    uint64_t m_Moves = 0;
+};
