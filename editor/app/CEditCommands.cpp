@@ -7,6 +7,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
 #include "editor/app/SEditorSettings.h"
+#include "editor/app/SHandState.h"
 #include "host/IPluginTools.h"
 
 #include <utility>
@@ -15,11 +16,13 @@ CEditCommands::CEditCommands(QWidget& window,
                              CEditor& editor,
                              CViewArea& views,
                              SEditorSettings& settings,
+                             SHandState& hand,
                              std::function<void()> showState)
     : m_Window(window)
     , m_Editor(editor)
     , m_Views(views)
     , m_Settings(settings)
+    , m_Hand(hand)
     , m_ShowState(std::move(showState))
 {
 }
@@ -94,7 +97,11 @@ void CEditCommands::CancelWork()
 {
     auto* pTools = m_Editor.FindInterface<IPluginTools>();
     const bool bTool = pTools != nullptr && !pTools->IsTerraforming() && !pTools->IsPainting();
-    if (!m_Views.CancelStroke() && bTool)
+    if (m_Hand.path.IsOn())
+    {
+        m_Hand.path.Stop();
+    }
+    else if (!m_Views.CancelStroke() && bTool)
     {
         // One that is used once, and has no other way out.
         m_Editor.GetHost().GetModes().DeactivateMode(0);

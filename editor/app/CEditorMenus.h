@@ -4,6 +4,8 @@
 #include "editor/app/CEditCommands.h"
 #include "editor/app/CFileCommands.h"
 #include "editor/app/CLevelCommands.h"
+#include "editor/app/CStrokeCommands.h"
+#include "editor/app/CSymmetryCommands.h"
 #include "editor/app/CToolCommands.h"
 #include "editor/app/CViewCommands.h"
 #include "host/HostTypes.h"
@@ -25,6 +27,7 @@ struct SMenuParts
     CScriptRunner& scripts;
     CPluginCommands& plugin;
     SEditorSettings& settings;
+    SHandState& hand;
     std::function<void()> showState; // title, menus, history or status may be others
     std::function<void()> onLevel;   // another level is open, or it has another look
 };
@@ -51,4 +54,6 @@ private:
     CLevelCommands m_Level;
     CCameraCommands m_Camera;
     CToolCommands m_Brush;
+    CStrokeCommands m_Strokes;
+    CSymmetryCommands m_Symmetry;
 };

@@ -1,5 +1,7 @@
 #include "editor/app/CViewArea.h"
 
+#include "editor/app/CGroundGuides.h"
+#include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
 #include "editor/view/CTerrainCopies.h"
 #include "editor/view/Vectors.h"
@@ -7,6 +9,8 @@
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "engine/world/CWorld.h"
+#include "host/IPlugin.h"
+#include "host/IPluginTools.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -23,6 +27,10 @@ CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
     m_Parts.findMark = [this](SVec3& mark)
     {
         return FindMark(mark);
+    };
+    m_Parts.drawGuides = [this]
+    {
+        DrawGuides();
     };
     setObjectName("views");
     setChildrenCollapsible(false);
@@ -109,6 +117,20 @@ EMarkPlace CViewArea::FindMark(SVec3& mark) const
         }
     }
     return EMarkPlace::None;
+}
+
+void CViewArea::DrawGuides() const
+{
+    SVec3 mark;
+    const bool bMark = FindMark(mark) == EMarkPlace::Cursor;
+    CGroundGuides guides(m_Parts.host.GetEngine());
+    guides.DrawPath(m_Parts.hand.path, bMark ? &mark : nullptr);
+    auto* pTools = dynamic_cast<IPluginTools*>(m_Parts.pPlugin);
+    if (pTools != nullptr && (pTools->IsTerraforming() || pTools->IsPainting()))
+    {
+        guides.DrawSymmetry(
+            m_Parts.settings.input.symmetry, bMark ? &mark : nullptr, pTools->GetBrushExtent());
+    }
 }
 
 bool CViewArea::IsComplete() const

@@ -34,6 +34,7 @@ public:
 
 private:
     EMarkPlace FindMark(SVec3& mark) const;
+    void DrawGuides() const;
 
     SViewParts m_Parts;
     SViewEvents m_Events;

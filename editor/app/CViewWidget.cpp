@@ -103,6 +103,7 @@ void CViewWidget::paintGL()
     clock.start();
     Fly();
     m_Parts.host.RenderFrame();
+    m_Parts.drawGuides();
     SRenderSettings settings = m_Parts.settings.render;
     settings.bWireFrame = m_bWireFrame;
     settings.eMark = m_Parts.findMark(settings.mark);

@@ -33,6 +33,15 @@ void SEditorSettings::Load(const std::string& strFile)
     ReadBool(file, "input/sample_strokes", input.bSampleStrokes);
     ReadBool(file, "input/aim_at_press", input.bAimAtPress);
     ReadNumber(file, "input/spacing_percent", input.iSpacingPercent);
+    ReadBool(file, "input/mirror_x", input.symmetry.bAcrossX);
+    ReadBool(file, "input/mirror_z", input.symmetry.bAcrossZ);
+    ReadBool(file, "input/turned", input.symmetry.bTurned);
+    ReadNumber(file, "input/turns", input.symmetry.iTurns);
+    ReadNumber(file, "input/builds_a_second", input.iBuildsASecond);
+    for (const QString& strFunction : file.value("input/builds_up").toStringList())
+    {
+        input.builds.insert(strFunction.toStdString());
+    }
     ReadBool(file, "input/keyboard_navigation", bKeyboardNavigation);
     ReadBool(file, "view/grid", render.bGrid);
     ReadNumber(file, "view/sun_yaw", render.fSunYaw);
@@ -46,6 +55,9 @@ void SEditorSettings::Load(const std::string& strFile)
     render.fTypeBlend = std::clamp(render.fTypeBlend, 0.0F, 1.0F);
     render.fSunPitch = std::clamp(render.fSunPitch, 0.0F, 90.0F);
     input.iSpacingPercent = std::clamp(input.iSpacingPercent, 0, SInputSettings::MOST_SPACING);
+    input.iBuildsASecond = std::clamp(input.iBuildsASecond, 0, SInputSettings::MOST_BUILDS);
+    input.symmetry.iTurns =
+        std::clamp(input.symmetry.iTurns, SSymmetry::LEAST_TURNS, SSymmetry::MOST_TURNS);
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
     iUndoMegabytes = std::clamp(iUndoMegabytes, 0, MOST_MEGABYTES);
 }
@@ -56,6 +68,17 @@ bool SEditorSettings::Save(const std::string& strFile) const
     file.setValue("input/sample_strokes", input.bSampleStrokes);
     file.setValue("input/aim_at_press", input.bAimAtPress);
     file.setValue("input/spacing_percent", input.iSpacingPercent);
+    file.setValue("input/mirror_x", input.symmetry.bAcrossX);
+    file.setValue("input/mirror_z", input.symmetry.bAcrossZ);
+    file.setValue("input/turned", input.symmetry.bTurned);
+    file.setValue("input/turns", input.symmetry.iTurns);
+    file.setValue("input/builds_a_second", input.iBuildsASecond);
+    QStringList builds;
+    for (const std::string& strFunction : input.builds)
+    {
+        builds << QString::fromStdString(strFunction);
+    }
+    file.setValue("input/builds_up", builds);
     file.setValue("input/keyboard_navigation", bKeyboardNavigation);
     file.setValue("view/grid", render.bGrid);
     file.setValue("view/sun_yaw", static_cast<double>(render.fSunYaw));

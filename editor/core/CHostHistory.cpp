@@ -65,9 +65,9 @@ bool CHostHistory::BeginStep(ViewId view)
     return true;
 }
 
-void CHostHistory::EndStep()
+void CHostHistory::EndStep(ViewId view)
 {
-    if (IsStepOpen())
+    if (IsStepOpen() && (view == NO_VIEW || view == m_StepView))
     {
         m_Stack.EndStep();
         m_Observers.Tell({.eKind = EHostEvent::StepEnded, .view = m_StepView});

@@ -35,7 +35,8 @@ public:
     // terrain. A stroke that is dropped for want of memory takes all of the step back. False, and
     // nothing happens, while one is open.
     bool BeginStep(ViewId view);
-    void EndStep(); // nothing when none is open
+    // Nothing when none is open, or with a view when it is another one's.
+    void EndStep(ViewId view = NO_VIEW);
 
     bool IsStepOpen() const { return m_Stack.IsStepOpen(); }
 

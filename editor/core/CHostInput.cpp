@@ -119,10 +119,11 @@ void CHostInput::FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& bl
 
 void CHostInput::EndDrag(bool bMaySend)
 {
-    if (IsDragging())
+    if (!IsDragging())
     {
-        FinishDrag(m_DragView, 0, m_DragPoint);
+        return;
     }
+    FinishDrag(m_DragView, 0, m_DragPoint);
     if (IDragOwner* pOwner = std::exchange(m_pOwner, nullptr))
     {
         pOwner->OnDragEnded(bMaySend);

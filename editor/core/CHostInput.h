@@ -43,9 +43,15 @@ public:
     // plug-in is at something that bears no drag. The mouse is free afterwards.
     void EndDrag(bool bMaySend = true);
 
-    // Who has sent the press; to be called at each press, and with null when the owner has ended
-    // the drag itself. Borrowed.
+    // Who has sent the press; to be called at each press. Borrowed until ReleaseDragOwner, or until
+    // the owner was told of the end.
     void SetDragOwner(IDragOwner* pOwner) { m_pOwner = pOwner; }
+
+    // The owner ends the drag itself. Nothing when another one owns it.
+    void ReleaseDragOwner(const IDragOwner* pOwner)
+    {
+        m_pOwner = m_pOwner == pOwner ? nullptr : m_pOwner;
+    }
 
     void SetStepKeeper(IStepKeeper* pKeeper) { m_pSteps = pKeeper; } // borrowed; null: none
 

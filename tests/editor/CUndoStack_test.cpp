@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -175,115 +174,127 @@ TEST(CUndoStack, ARecordThatCannotTakeItsStepStaysWhereItIs)
     EXPECT_EQ(strEvents, "u2 ");
 }
 
-TEST(CUndoStack, StepsOfSeveralRecordsDoAsAPlainListDoes)
+namespace
 {
-    // The ground is a text: each record puts a letter behind it, and takes that very letter off.
-    class CLetter : public CUndo
+
+// The ground is a text: a record puts a letter behind it, and takes that very letter off again.
+class CLetter : public CUndo
+{
+public:
+    CLetter(std::string& strGround, char c)
+        : m_Ground(strGround)
+        , m_Letter(c)
     {
-    public:
-        CLetter(std::string& strGround, char c)
-            : m_Ground(strGround)
-            , m_Letter(c)
-        {
-            Redo();
-        }
+        Redo();
+    }
 
-        bool IsTransient() const override { return false; }
+    bool IsTransient() const override { return false; }
 
-        void Undo() override
-        {
-            ASSERT_EQ(m_Ground.back(), m_Letter);
-            m_Ground.pop_back();
-        }
-
-        void Redo() override { m_Ground += m_Letter; }
-
-        void OnNotify(uintptr_t) override {}
-
-    private:
-        std::string& m_Ground;
-        char m_Letter;
-    };
-
-    // The plain list: the ground after each step; the first one is where the way back ends.
-    struct SPlain
+    void Undo() override
     {
-        std::vector<std::string> states = {""};
-        size_t nAt = 0;
+        ASSERT_EQ(m_Ground.back(), m_Letter);
+        m_Ground.pop_back();
+    }
 
-        void Begin()
+    void Redo() override { m_Ground += m_Letter; }
+
+    void OnNotify(uintptr_t) override {}
+
+private:
+    std::string& m_Ground;
+    char m_Letter;
+};
+
+// A stack, and beside it a plain list of the grounds after each step.
+struct SWalk
+{
+    explicit SWalk(uint32_t uSeed)
+        : numbers(uSeed)
+    {
+        stack.SetLimit(nLimit = uSeed % 2 == 0 ? 12 : 0);
+    }
+
+    void Add()
+    {
+        const char c = static_cast<char>('a' + numbers.Int(0, 25));
+        if (!bRecord)
         {
             states.resize(nAt + 1);
             states.push_back(states[nAt++]);
         }
-    };
+        bRecord = bOpen;
+        states[nAt] += c;
+        ASSERT_TRUE(stack.Add(new CLetter(strGround, c), "", 1));
+    }
 
+    void End(bool bCancel)
+    {
+        bCancel ? stack.CancelStep() : stack.EndStep();
+        if (bCancel && bRecord)
+        {
+            states.pop_back();
+            --nAt;
+        }
+        bOpen = bRecord = false;
+    }
+
+    void GoTo()
+    {
+        const size_t nAll = stack.GetCount() + stack.GetRedoCount();
+        const auto nTo = static_cast<size_t>(numbers.Int(0, static_cast<int>(nAll)));
+        nAt = states.size() - 1 - nAll + nTo;
+        bOpen = bOpen && nTo == stack.GetCount(); // else the first undo ends it
+        bRecord = bRecord && bOpen;
+        ASSERT_TRUE(stack.GoTo(nTo));
+    }
+
+    void Compare()
+    {
+        const size_t nGone = stack.GetGivenUpCount();
+        ASSERT_EQ(strGround, states[nAt]);
+        ASSERT_EQ(nGone + stack.GetCount(), nAt);
+        ASSERT_EQ(nAt + stack.GetRedoCount() + 1, states.size());
+        const size_t nHeld = states.back().size() - states[nGone].size();
+        ASSERT_TRUE(nLimit == 0 || nHeld <= nLimit || nGone + 2 == states.size());
+    }
+
+    CNumbers numbers;
+    std::string strGround;
+    CUndoStack stack;
+    std::vector<std::string> states = {""};
+    size_t nAt = 0;
+    size_t nLimit = 0;
+    bool bOpen = false;
+    bool bRecord = false; // of the open step
+};
+
+} // namespace
+
+TEST(CUndoStack, StepsOfSeveralRecordsDoAsAPlainListDoes)
+{
     for (uint32_t uSeed = 1; uSeed <= 60; ++uSeed)
     {
         SCOPED_TRACE(uSeed);
-        CNumbers numbers(uSeed);
-        std::string strGround;
-        CUndoStack stack;
-        SPlain plain;
-        bool bOpen = false;
-        bool bRecord = false;
-        const size_t nLimit = uSeed % 2 == 0 ? 12 : 0; // letters
-        stack.SetLimit(nLimit);
+        SWalk walk(uSeed);
         for (int i = 0; i < 300; ++i)
         {
-            const int iWhat = numbers.Int(0, 9);
-            if (iWhat <= 4)
+            switch (walk.numbers.Int(0, 9))
             {
-                const char c = static_cast<char>('a' + numbers.Int(0, 25));
-                if (!bOpen || !bRecord)
-                {
-                    plain.Begin();
-                }
-                bRecord = bOpen;
-                plain.states[plain.nAt] += c;
-                ASSERT_TRUE(stack.Add(new CLetter(strGround, c), "", 1));
+            case 0:
+            case 1:
+                ASSERT_NO_FATAL_FAILURE(walk.GoTo());
+                break;
+            case 2:
+                EXPECT_EQ(walk.stack.BeginStep(), !walk.bOpen);
+                walk.bOpen = true;
+                break;
+            case 3:
+                walk.End(i % 2 == 0);
+                break;
+            default:
+                ASSERT_NO_FATAL_FAILURE(walk.Add());
             }
-            else if (iWhat == 5)
-            {
-                EXPECT_EQ(stack.BeginStep(), !bOpen);
-                bRecord = bRecord && bOpen;
-                bOpen = true;
-            }
-            else if (iWhat == 6 && numbers.Int(0, 1) == 0)
-            {
-                stack.CancelStep();
-                if (bOpen && bRecord)
-                {
-                    plain.states.pop_back();
-                    --plain.nAt;
-                }
-                bOpen = bRecord = false;
-            }
-            else if (iWhat == 6)
-            {
-                stack.EndStep();
-                bOpen = bRecord = false;
-            }
-            else
-            {
-                const size_t nAll = stack.GetCount() + stack.GetRedoCount();
-                const size_t nTo = static_cast<size_t>(numbers.Int(0, static_cast<int>(nAll)));
-                const size_t nGone = plain.states.size() - 1 - nAll;
-                bOpen = bOpen && nTo == stack.GetCount(); // otherwise ended by the first of them
-                bRecord = bRecord && bOpen;
-                ASSERT_TRUE(stack.GoTo(nTo));
-                plain.nAt = nGone + nTo;
-            }
-            const size_t nAll = stack.GetCount() + stack.GetRedoCount();
-            ASSERT_EQ(strGround, plain.states[plain.nAt]);
-            ASSERT_EQ(stack.GetGivenUpCount() + stack.GetCount(), plain.nAt);
-            ASSERT_EQ(stack.GetGivenUpCount() + nAll + 1, plain.states.size());
-            if (nLimit > 0 && nAll > 1)
-            {
-                const size_t nHeld =
-                    plain.states.back().size() - plain.states[stack.GetGivenUpCount()].size();
-                ASSERT_LE(nHeld, nLimit);
-            }
+            ASSERT_NO_FATAL_FAILURE(walk.Compare());
         }
     }
 }
