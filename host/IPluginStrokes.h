@@ -6,7 +6,8 @@
 // How strokes feel and what they came to, for a host whose views draw them. See IPlugin.h for how a
 // host gets it. The host calls it on the UI thread.
 //
-// Order of calls for one stroke: BeginSmoothing where it is to smooth; GetStrokeSpacing; the press;
+// Order of calls for one stroke: BeginSmoothing where it is to smooth; GetStrokeSpacing and
+// HasFreePoints; the press;
 // then for each position GetPressTile, to aim at, which may come from within the plug-in's
 // PickTerrain, and the move; TakePointOutcome after the press, each move and the release, to tell
 // the person; the release; EndSmoothing. SetPointForm before any of the events, for those that
@@ -76,6 +77,11 @@ public:
     // it is now, and further where points that overlap add up. Looks at the whole brush image. 0
     // where the moves of a drag are no path on the ground.
     virtual float GetStrokeSpacing() = 0;
+    // Whether each move of the drag that comes stands for itself: what it does depends on its place
+    // and on the heights or texels there, and not on the way that led to it. Moves at other places
+    // may then be sent between them. False where the drag fades with its length, works from where
+    // it was pressed, or at its release.
+    virtual bool HasFreePoints() = 0;
     // The heights of before the press while a drag sculpts, by tiles of PRESS_TILE x PRESS_TILE
     // vertices that begin at multiples of it: row by row, PRESS_TILE of them a row, 0 beyond the
     // terrain. Null where the terrain still has those heights, off the terrain and without such a

@@ -7,6 +7,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
 #include "editor/app/SEditorSettings.h"
+#include "editor/app/SHandState.h"
 #include "host/IPlugin.h"
 #include "host/IPluginTools.h"
 
@@ -16,11 +17,13 @@ CEditCommands::CEditCommands(QWidget& window,
                              CEditor& editor,
                              CViewArea& views,
                              SEditorSettings& settings,
+                             SHandState& hand,
                              std::function<void()> showState)
     : m_Window(window)
     , m_Editor(editor)
     , m_Views(views)
     , m_Settings(settings)
+    , m_Hand(hand)
     , m_ShowState(std::move(showState))
 {
 }
@@ -95,6 +98,13 @@ void CEditCommands::CancelWork()
 {
     auto* pTools = m_Editor.FindInterface<IPluginTools>();
     const bool bTool = pTools != nullptr && !pTools->IsTerraforming() && !pTools->IsPainting();
+    if (m_Hand.path.IsOn())
+    {
+        m_Hand.path.Stop();
+        m_Views.RequestFrames();
+        m_ShowState();
+        return;
+    }
     const bool bCancelled = m_Views.CancelStroke();
     if (!bCancelled && m_Views.IsProtecting())
     {

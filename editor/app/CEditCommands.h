@@ -8,6 +8,7 @@ class CViewArea;
 class QMenu;
 class QWidget;
 struct SEditorSettings;
+struct SHandState;
 
 // The commands that take back and do again, the keys that change a stroke, and what a person can
 // set. Owned by the menus.
@@ -19,6 +20,7 @@ public:
                   CEditor& editor,
                   CViewArea& views,
                   SEditorSettings& settings,
+                  SHandState& hand,
                   std::function<void()> showState);
 
     void AddTo(QMenu& menu, CCommandList& commands);
@@ -34,5 +36,6 @@ private:
     CEditor& m_Editor;
     CViewArea& m_Views;
     SEditorSettings& m_Settings;
+    SHandState& m_Hand;
     std::function<void()> m_ShowState;
 };

@@ -19,6 +19,11 @@ bool CEditorFrontEnd::LookUp(EKey eKey) const
     {
         return m_pScript->IsKeyDown(eKey);
     }
+    if (m_Hand.played.bOn)
+    {
+        return (eKey == EKey::Control && m_Hand.played.bRaise) ||
+               (eKey == EKey::Alt && m_Hand.played.bLower);
+    }
     // The keys that only raise or only lower answer for Ctrl and Alt, so the plug-in needs no
     // others, a recording has them, and desktops keep Alt for windows.
     const bool bHeld =
@@ -50,10 +55,15 @@ void CEditorFrontEnd::OnEvent(const SHostEvent& event)
     {
         m_Hand.ends.clear();
     }
+    if (event.eKind == EHostEvent::LevelChanged || event.eKind == EHostEvent::TerrainReloaded)
+    {
+        m_Hand.path.Stop(); // its knots were on the other ground
+    }
     // These come in the middle of another event.
-    m_bInEvent = m_bInEvent &&
-                 (event.eKind == EHostEvent::UndoAdded || event.eKind == EHostEvent::LevelChanged ||
-                  event.eKind == EHostEvent::TerrainReloaded);
+    m_bInEvent =
+        m_bInEvent &&
+        (event.eKind == EHostEvent::UndoAdded || event.eKind == EHostEvent::LevelChanged ||
+         event.eKind == EHostEvent::TerrainReloaded || event.eKind == EHostEvent::StepEnded);
 }
 
 std::string CEditorFrontEnd::GetFaultDetail() const

@@ -22,7 +22,7 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
              parts.scripts,
              parts.showState,
              parts.onLevel)
-    , m_Edit(parts.window, parts.editor, parts.views, parts.settings, parts.showState)
+    , m_Edit(parts.window, parts.editor, parts.views, parts.settings, parts.hand, parts.showState)
     , m_View(parts.editor, parts.views, parts.panel, parts.plugin, parts.settings.render)
     , m_Level(parts.editor, parts.documents, parts.onLevel)
     , m_Protection(parts.window, parts.editor, parts.views, parts.showState)
@@ -30,6 +30,8 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     , m_Brush(parts.editor, parts.views, parts.plugin)
     , m_Form(parts.window, parts.views, parts.settings.input.form)
     , m_Library(parts.library, parts.views)
+    , m_Strokes(parts.editor, parts.views, parts.settings.input, parts.hand, parts.showState)
+    , m_Symmetry(parts.window, parts.views, parts.settings.input.symmetry, parts.showState)
 {
     QMenuBar& bar = *m_Window.menuBar();
     m_File.AddTo(*bar.addMenu("&File"), m_Commands);
@@ -44,6 +46,8 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     QMenu* pBrush = bar.addMenu("&Brush");
     m_Brush.AddTo(*pBrush, m_Commands);
     m_Form.AddTo(*pBrush, m_Commands);
+    m_Strokes.AddTo(*pBrush, m_Commands);
+    m_Symmetry.AddTo(*bar.addMenu("&Symmetry"), m_Commands);
     // Last, when all menus are there that the plug-in may want its own to lie in.
     QMenu* pTools = bar.addMenu("&Tools");
     m_Plugin.AddMenus(m_Window, *pTools);
@@ -56,9 +60,15 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
 void CEditorMenus::ShowContextMenu(ViewId view, const QPoint& screen)
 {
     std::vector<QAction*> more;
-    for (const char* pszId : {"camera.frame", "camera.frame_all", "view.wire", "edit.undo"})
+    for (const char* pszId : {"camera.frame",
+                              "camera.frame_all",
+                              "view.wire",
+                              CSymmetryCommands::CENTRE_HERE,
+                              "edit.undo"})
     {
         more.push_back(m_Commands.Find(pszId));
     }
+    m_Symmetry.SetSpot(view); // while the menu is open the cursor is over it
     m_Plugin.ShowContextMenu(m_Window, view, screen, more);
+    m_Symmetry.SetSpot(NO_VIEW);
 }

@@ -7,6 +7,8 @@
 #include "editor/app/CLevelCommands.h"
 #include "editor/app/CLibraryCommands.h"
 #include "editor/app/CProtectionCommands.h"
+#include "editor/app/CStrokeCommands.h"
+#include "editor/app/CSymmetryCommands.h"
 #include "editor/app/CToolCommands.h"
 #include "editor/app/CViewCommands.h"
 #include "host/HostTypes.h"
@@ -29,6 +31,7 @@ struct SMenuParts
     CScriptRunner& scripts;
     CPluginCommands& plugin;
     SEditorSettings& settings;
+    SHandState& hand;
     std::function<void()> showState; // title, menus, history or status may be others
     std::function<void()> onLevel;   // another level is open, or it has another look
 };
@@ -58,4 +61,6 @@ private:
     CToolCommands m_Brush;
     CBrushFormCommands m_Form;
     CLibraryCommands m_Library;
+    CStrokeCommands m_Strokes;
+    CSymmetryCommands m_Symmetry;
 };

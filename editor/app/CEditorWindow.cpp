@@ -9,6 +9,7 @@
 #include "editor/app/CProcessesDock.h"
 #include "editor/app/CStatusLine.h"
 #include "editor/app/PropertyColumns.h"
+#include "editor/app/StrokeWords.h"
 #include "host/IPluginTools.h"
 
 #include <QCloseEvent>
@@ -130,22 +131,24 @@ void CEditorWindow::ShowPlugin()
 
 void CEditorWindow::MakeMenus()
 {
-    m_pMenus = std::make_unique<CEditorMenus>(SMenuParts{.window = *this,
-                                                         .editor = m_Editor,
-                                                         .commands = m_Commands,
-                                                         .views = *m_pViews,
-                                                         .panel = m_pLayout->GetPanel(),
-                                                         .library = m_pLayout->GetLibrary(),
-                                                         .documents = m_Documents,
-                                                         .scripts = *m_pScripts,
-                                                         .plugin = *m_pPluginCommands,
-                                                         .settings = m_Settings,
-                                                         .showState = [this] { ShowState(); },
-                                                         .onLevel =
-                                                             [this]
-                                                         {
-                                                             OnLevel();
-                                                         }});
+    m_pMenus =
+        std::make_unique<CEditorMenus>(SMenuParts{.window = *this,
+                                                  .editor = m_Editor,
+                                                  .commands = m_Commands,
+                                                  .views = *m_pViews,
+                                                  .panel = m_pLayout->GetPanel(),
+                                                  .library = m_pLayout->GetLibrary(),
+                                                  .documents = m_Documents,
+                                                  .scripts = *m_pScripts,
+                                                  .plugin = *m_pPluginCommands,
+                                                  .settings = m_Settings,
+                                                  .hand = m_Face.GetEditorFrontEnd().GetHand(),
+                                                  .showState = [this] { ShowState(); },
+                                                  .onLevel =
+                                                      [this]
+                                                  {
+                                                      OnLevel();
+                                                  }});
 }
 
 CPanelDock* CEditorWindow::FindPanel()
@@ -171,7 +174,8 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
     }
     if (event.eKind == EHostEvent::LevelChanged)
     {
-        OnLevel(); // a script may have opened it
+        m_Settings.input.symmetry.bOwnCentre = false; // it was a place of the other level
+        OnLevel();                                    // a script may have opened it
         if (m_pLayout != nullptr)
         {
             m_pLayout->GetPanel().UpdateView();
@@ -212,6 +216,9 @@ void CEditorWindow::Refresh()
     m_Commands.Follow();
     const CRecorder* pRecorder = m_Editor.GetRecorder();
     m_pStatus->SetRecording(pRecorder != nullptr && pRecorder->IsRecording());
+    m_pStatus->ShowStroke(GetStrokeWords(m_Settings.input,
+                                         m_Face.GetEditorFrontEnd().GetHand(),
+                                         m_Editor.FindInterface<IPluginTools>()));
     m_pStatus->Follow(GetHost(), m_pViews->GetActive(), m_Editor.FindInterface<IPluginTools>());
 }
 

@@ -133,6 +133,12 @@ void CSettingsDialog::AddOwn(SEditorSettings& settings)
              "Strokes aim at the ground as it was at the press",
              settings.input.bAimAtPress,
              [] { return s_Defaults.input.bAimAtPress; });
+    AddInt(form,
+           "Times a second that a held stroke builds up (0: never)",
+           0,
+           SInputSettings::MOST_BUILDS,
+           settings.input.iBuildsASecond,
+           [] { return s_Defaults.input.iBuildsASecond; });
     AddCheck(form,
              "Fly with the camera keys",
              settings.bKeyboardNavigation,

@@ -55,9 +55,11 @@ CStatusLine::CStatusLine(QWidget* pParent)
     , m_pBrush(AddField("status-brush", "Relative height, brush 888888.8"))
     , m_pFrame(AddField("status-frame", "frame 888.8 ms"))
     , m_pRecord(AddField("status-record", "recording"))
+    , m_pStroke(AddField("status-stroke", ""))
     , m_pWords(new QLabel(this))
 {
     m_pRecord->setStyleSheet("color: #d03030; font-weight: bold;");
+    m_pStroke->setMinimumWidth(1); // the last field: where there is no room it is cut
     m_pWords->setObjectName("status-words");
     m_pWords->setTextFormat(Qt::PlainText);
     m_pWords->setAutoFillBackground(true);
@@ -177,6 +179,11 @@ void CStatusLine::Follow(CEditorHost& host, CViewWidget* pView, IPluginTools* pT
                              .arg(hit.y, 0, 'f', 2));
     m_pVertex->setText(QString("vertex %1, %2").arg(iX).arg(iZ));
     m_pSlope->setText(QString("slope %1\u00b0").arg(GetSlope(*pTerrain, iX, iZ), 0, 'f', 1));
+}
+
+void CStatusLine::ShowStroke(const QString& strText)
+{
+    m_pStroke->setText(strText);
 }
 
 void CStatusLine::SetRecording(bool bOn)

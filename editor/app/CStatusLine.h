@@ -22,6 +22,7 @@ public:
     void Follow(CEditorHost& host, CViewWidget* pView, IPluginTools* pTools);
 
     void SetRecording(bool bOn);
+    void ShowStroke(const QString& strText); // what strokes do beside what the tool says
 
     // Shows one line for three seconds, over the fields at the end: none of them moves.
     void Say(const QString& strText);
@@ -46,6 +47,7 @@ private:
     QLabel* m_pBrush;
     QLabel* m_pFrame;
     QLabel* m_pRecord;
+    QLabel* m_pStroke;
     QLabel* m_pWords; // in no layout
     QString m_Words;
     QTimer m_WordsTimer;                       // runs while they are shown for their time

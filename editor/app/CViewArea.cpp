@@ -1,5 +1,7 @@
 #include "editor/app/CViewArea.h"
 
+#include "editor/app/CGroundGuides.h"
+#include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
 #include "editor/view/CTerrainCopies.h"
 #include "editor/view/Vectors.h"
@@ -7,6 +9,8 @@
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "engine/world/CWorld.h"
+#include "host/IPlugin.h"
+#include "host/IPluginTools.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -24,6 +28,10 @@ CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
     m_Parts.fillMark = [this](SGroundMark& mark)
     {
         FillMark(mark);
+    };
+    m_Parts.drawGuides = [this]
+    {
+        DrawGuides();
     };
     setObjectName("views");
     setChildrenCollapsible(false);
@@ -92,19 +100,58 @@ ViewId CViewArea::GetActiveId() const
 }
 
 // One mark for all views: the cursor is in one of them, or in none.
-void CViewArea::FillMark(SGroundMark& mark)
+EMarkPlace CViewArea::FindMark(SVec3& at, bool& bSmooth) const
 {
-    bool bSmooth = false;
-    mark.ePlace = m_Parts.hand.bScript ? EMarkPlace::Box : EMarkPlace::None;
-    for (auto i = m_Views.begin(); i != m_Views.end() && mark.ePlace == EMarkPlace::None; ++i)
+    EMarkPlace ePlace = m_Parts.hand.bScript ? EMarkPlace::Box : EMarkPlace::None;
+    bSmooth = false;
+    for (auto i = m_Views.begin(); i != m_Views.end() && ePlace == EMarkPlace::None; ++i)
     {
         const CViewInput& input = (*i)->GetInput();
-        mark.ePlace = input.IsFixed()           ? EMarkPlace::Box
-                      : input.FindMark(mark.at) ? EMarkPlace::Cursor
-                                                : EMarkPlace::None;
-        bSmooth = mark.ePlace == EMarkPlace::Cursor && (*i)->WouldSmooth();
+        ePlace = input.IsFixed()      ? EMarkPlace::Box
+                 : input.FindMark(at) ? EMarkPlace::Cursor
+                                      : EMarkPlace::None;
+        bSmooth = ePlace == EMarkPlace::Cursor && (*i)->WouldSmooth();
     }
+    return ePlace;
+}
+
+void CViewArea::FillMark(SGroundMark& mark)
+{
+    constexpr float RADIANS = 0.017453292519943F;
+    bool bSmooth = false;
+    mark.ePlace = FindMark(mark.at, bSmooth);
     m_MarkSource.Fill(bSmooth, mark);
+    const SInputSettings& input = m_Parts.settings.input;
+    mark.fTurn = input.form.eTurn == EBrushTurn::Fixed ? input.form.fDegrees * RADIANS : 0.0F;
+    mark.nImages = 0;
+    if (mark.ePlace != EMarkPlace::Cursor || !mark.bTool)
+    {
+        return;
+    }
+    std::array<CStrokeSender::SImage, SSymmetry::MOST_IMAGES> images;
+    const size_t nFound = CStrokeSender::FindImages(
+        m_Parts.host.GetEngine().GetCWorld().GetCTerrain(), input.symmetry, mark.at, images);
+    for (mark.nImages = 0; mark.nImages < nFound; ++mark.nImages)
+    {
+        SMarkImage& image = mark.images[mark.nImages];
+        image.at = images[mark.nImages].at;
+        input.symmetry.GetTurn(images[mark.nImages].i, image.fTurn, image.bFlip);
+        image.fTurn += image.bFlip ? -mark.fTurn : mark.fTurn;
+    }
+}
+
+void CViewArea::DrawGuides() const
+{
+    SVec3 mark;
+    bool bSmooth = false;
+    const bool bMark = FindMark(mark, bSmooth) == EMarkPlace::Cursor;
+    CGroundGuides guides(m_Parts.host.GetEngine());
+    guides.DrawPath(m_Parts.hand.path, bMark ? &mark : nullptr);
+    auto* pTools = dynamic_cast<IPluginTools*>(m_Parts.pPlugin);
+    if (pTools != nullptr && (pTools->IsTerraforming() || pTools->IsPainting()))
+    {
+        guides.DrawSymmetry(m_Parts.settings.input.symmetry);
+    }
 }
 
 bool CViewArea::IsComplete() const

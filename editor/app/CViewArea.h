@@ -40,6 +40,8 @@ public:
 
 private:
     void FillMark(SGroundMark& mark);
+    EMarkPlace FindMark(SVec3& at, bool& bSmooth) const;
+    void DrawGuides() const;
 
     SViewParts m_Parts;
     CMarkSource m_MarkSource;

@@ -5,11 +5,15 @@
 #include "engine/world/CEngineHost.h"
 
 #include <cmath>
+#include <vector>
 
 namespace
 {
 
 constexpr float CLICK_PIXELS = 4.0F; // a button that moved no further was clicked
+constexpr float KNOT_PIXELS = 10.0F; // a click so near to the first knot means it
+constexpr int SECOND = 1000;         // milliseconds
+
 } // namespace
 
 CViewInput::CViewInput(CEditorHost& host,
@@ -20,9 +24,10 @@ CViewInput::CViewInput(CEditorHost& host,
                        SHandState& hand)
     : m_Host(host)
     , m_Navigator(navigator)
+    , m_Settings(settings)
+    , m_Hand(hand)
     , m_Stroke(host, pPlugin, view, navigator, settings, hand)
     , m_Protect(host, pPlugin, navigator)
-    , m_Hand(hand)
 {
 }
 
@@ -54,6 +59,12 @@ void CViewInput::Press(EViewButton eButton, float fX, float fY, uint32_t uFlags,
         m_Navigator.StartPan(GetTerrain(), fX, fY);
         return;
     }
+    if (m_Hand.path.IsOn())
+    {
+        m_eGesture = EGesture::Knot;
+        SetKnot(fX, fY);
+        return;
+    }
     if (m_Hand.bProtect)
     {
         m_eGesture = EGesture::Protect;
@@ -77,6 +88,7 @@ void CViewInput::Move(float fX, float fY, uint32_t uFlags)
     switch (m_eGesture)
     {
     case EGesture::None:
+    case EGesture::Knot:
         m_Stroke.Hover(fX, fY, uFlags);
         break;
     case EGesture::Stroke:
@@ -110,8 +122,11 @@ bool CViewInput::Release(EViewButton eButton, float fX, float fY, uint32_t uFlag
 {
     // Only the button that has begun a gesture ends it.
     constexpr EGesture GESTURES[] = {EGesture::Stroke, EGesture::Pan, EGesture::Orbit};
-    const bool bProtect = eButton == EViewButton::Left && IsProtecting();
-    const EGesture eGesture = bProtect ? m_eGesture : GESTURES[static_cast<int>(eButton)];
+    EGesture eGesture = GESTURES[static_cast<int>(eButton)];
+    if (eButton == EViewButton::Left && (m_eGesture == EGesture::Knot || IsProtecting()))
+    {
+        eGesture = m_eGesture; // what the left button does then
+    }
     if (eGesture != m_eGesture)
     {
         return false;
@@ -135,6 +150,45 @@ bool CViewInput::Release(EViewButton eButton, float fX, float fY, uint32_t uFlag
         Leave();
     }
     return eGesture == EGesture::Orbit && !m_bMoved;
+}
+
+// On the ground under the cursor; the first knot again closes the path.
+void CViewInput::SetKnot(float fX, float fY)
+{
+    SVec3 hit;
+    float fFirstX = 0.0F;
+    float fFirstY = 0.0F;
+    const std::vector<SVec3> knots = m_Hand.path.GetKnots();
+    const bool bFirst =
+        !knots.empty() &&
+        m_Navigator.GetProjection(GetTerrain()).Project(knots.front(), fFirstX, fFirstY) &&
+        std::hypot(fFirstX - fX, fFirstY - fY) <= KNOT_PIXELS;
+    if ((!bFirst || !m_Hand.path.Close()) && m_Navigator.Pick(GetTerrain(), fX, fY, hit))
+    {
+        m_Hand.path.Add(hit);
+    }
+}
+
+bool CViewInput::DrawPath()
+{
+    if (m_eGesture != EGesture::None) // the camera is under the hand
+    {
+        return true;
+    }
+    const bool bDrawn = m_Stroke.DrawPath(m_Hand.path.GetKnots());
+    if (bDrawn)
+    {
+        m_Hand.path.Stop();
+    }
+    RepeatHover();
+    return bDrawn;
+}
+
+int CViewInput::GetBuildMilliseconds() const
+{
+    return m_Stroke.IsBuilding() && m_Settings.iBuildsASecond > 0
+               ? SECOND / m_Settings.iBuildsASecond
+               : 0;
 }
 
 void CViewInput::Wheel(float fX, float fY, float fNotches)

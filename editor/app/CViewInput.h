@@ -40,6 +40,17 @@ public:
     // To be called when the cursor has left the view: nothing is under it then.
     void Leave();
 
+    // To be called again and again while the button is held, GetBuildMilliseconds apart: a stroke
+    // that builds up does more in place. Nothing for any other.
+    void BuildUp() { m_Stroke.BuildUp(); }
+
+    // 0: nothing builds up at present.
+    int GetBuildMilliseconds() const;
+
+    // Draws the path of the hand, which is over then, as one stroke. False when the tool at hand
+    // cannot.
+    bool DrawPath();
+
     // Ends a stroke and takes it back whole. False when there was none.
     bool Cancel();
     // Ends whatever a button does, for when the window has lost the mouse.
@@ -61,7 +72,7 @@ public:
     bool IsIdle() const { return m_eGesture == EGesture::None; }
 
     // See CViewStroke.
-    bool Pick(ViewPoint point, SVec3& hit) const { return m_Stroke.Pick(point, hit); }
+    bool Pick(ViewPoint point, SVec3& hit) { return m_Stroke.Pick(point, hit); }
 
     // Finds where the tool works now. False over the sky, and when the cursor is in no part of the
     // view.
@@ -85,19 +96,22 @@ private:
         None,
         Stroke,
         Protect,
+        Knot, // the button that has set one is held
         Orbit,
         Pan,
     };
 
     const CTerrain* GetTerrain() const;
+    void SetKnot(float fX, float fY);
     void EndGesture();
     void SetSuspended(bool bSuspended); // the mode, while the mouse moves the camera
 
     CEditorHost& m_Host;
     CViewNavigator& m_Navigator;
+    const SInputSettings& m_Settings;
+    SHandState& m_Hand;
     CViewStroke m_Stroke;
     CProtectBrush m_Protect;
-    const SHandState& m_Hand;
     EGesture m_eGesture = EGesture::None;
     bool m_bInside = false;
     bool m_bMoved = false; // since the right button went down

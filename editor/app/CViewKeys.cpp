@@ -106,6 +106,7 @@ bool CViewKeys::SetStrokeKey(const QKeyEvent& event, bool bDown)
             if (!event.isAutoRepeat())
             {
                 m_Hand.*key.pHeld = bDown;
+                ClosePath(key.pHeld == &SHandState::bLine && bDown);
             }
             bTaken = true;
         }
@@ -116,6 +117,16 @@ bool CViewKeys::SetStrokeKey(const QKeyEvent& event, bool bDown)
         m_bSmooth = bDown;
     }
     return bTaken;
+}
+
+// While clicks set a path the key of straight lines leads it back to its beginning.
+void CViewKeys::ClosePath(bool bWanted)
+{
+    if (bWanted && m_Hand.path.IsOn())
+    {
+        m_Hand.path.Close();
+        m_OnFly(); // another picture
+    }
 }
 
 void CViewKeys::Release(bool bStroke)

@@ -44,6 +44,7 @@ public:
 private:
     bool SetFlyKey(const QKeyEvent& event, bool bDown);
     bool SetStrokeKey(const QKeyEvent& event, bool bDown);
+    void ClosePath(bool bWanted);
     bool IsFlying() const;
 
     const CKeyBindings& m_Keys;

@@ -42,6 +42,16 @@ CViewMouse::CViewMouse(CViewInput& input,
     , m_Hand(hand)
     , m_Keys(keys)
 {
+    m_BuildTimer.callOnTimeout([this] { BuildUp(); });
+}
+
+void CViewMouse::BuildUp()
+{
+    m_Input.BuildUp();
+    if (m_Input.GetBuildMilliseconds() == 0) // the host has ended the stroke
+    {
+        m_BuildTimer.stop();
+    }
 }
 
 QPointF CViewMouse::GetDevicePosition(const QPointF& position, double fScale)
@@ -66,6 +76,10 @@ void CViewMouse::Press(const QMouseEvent& event, double fScale)
                   static_cast<float>(at.y()),
                   GetFlags(event.modifiers()),
                   m_Keys.IsSmoothing(event.modifiers()));
+    if (m_Input.GetBuildMilliseconds() > 0)
+    {
+        m_BuildTimer.start(m_Input.GetBuildMilliseconds());
+    }
 }
 
 bool CViewMouse::Move(const QMouseEvent& event, double fScale)
@@ -88,6 +102,10 @@ bool CViewMouse::Move(const QMouseEvent& event, double fScale)
 
 bool CViewMouse::Release(const QMouseEvent& event, double fScale)
 {
+    if (event.button() == Qt::LeftButton)
+    {
+        m_BuildTimer.stop();
+    }
     const QPointF at = GetDevicePosition(event.position(), fScale);
     return m_Input.Release(GetButton(event),
                            static_cast<float>(at.x()),

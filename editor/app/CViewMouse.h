@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPointF>
+#include <QTimer>
 
 #include <cstdint>
 
@@ -37,9 +38,12 @@ public:
     uint64_t GetMoveCount() const { return m_Moves; } // for measurements and tests
 
 private:
+    void BuildUp();
+
     CViewInput& m_Input;
     CCursorNote& m_Note;
     CBrushHand& m_Hand;
     const CViewKeys& m_Keys;
+    QTimer m_BuildTimer; // runs while a stroke builds up
     uint64_t m_Moves = 0;
 };

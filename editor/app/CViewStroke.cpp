@@ -1,13 +1,11 @@
 #include "editor/app/CViewStroke.h"
 
 #include "editor/core/CEditorHost.h"
-#include "editor/view/DenseStrokes.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/IPlugin.h"
 #include "host/IPluginStrokes.h"
 #include "host/IPluginTools.h"
-#include "host/Notice.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,19 +14,8 @@
 namespace
 {
 
-constexpr float PERCENT = 0.01F;
 constexpr char RAMP[] = "RampFunction"; // leads from the press to the release
 constexpr float LINE_SHARE = 0.25F;     // of the brush, until a straight line knows where it leads
-
-int32_t GetPixel(float fPosition)
-{
-    return static_cast<int32_t>(std::floor(fPosition));
-}
-
-float GetMiddle(uint32_t uHalf)
-{
-    return static_cast<float>(static_cast<int16_t>(uHalf & 0xFFFFU)) + 0.5F;
-}
 
 } // namespace
 
@@ -42,13 +29,20 @@ CViewStroke::CViewStroke(CEditorHost& host,
     , m_Tools(dynamic_cast<IPluginTools*>(pPlugin))
     , m_Strokes(dynamic_cast<IPluginStrokes*>(pPlugin))
     , m_View(view)
-    , m_Navigator(navigator)
     , m_Settings(settings)
     , m_Hand(hand)
+    , m_Aim(host, navigator, m_Strokes)
+    , m_Spacing(host, m_Tools, settings)
+    , m_Sender(host, view, hand)
     , m_Sampler([this](float fX, float fY, SVec3& hit) { return Aim(fX, fY, hit); },
                 [this](const SStrokePoint& point) { SendMove(point); })
     , m_Forms(settings.form)
 {
+}
+
+CViewStroke::~CViewStroke()
+{
+    m_Host.GetInput().ReleaseDragOwner(this);
 }
 
 const CTerrain* CViewStroke::GetTerrain() const
@@ -56,17 +50,15 @@ const CTerrain* CViewStroke::GetTerrain() const
     return m_Host.GetEngine().GetCWorld().GetCTerrain();
 }
 
-template <typename TSend> void CViewStroke::SendAt(float fX, float fY, TSend send)
+// What the stroke is going to be; nothing is sent.
+void CViewStroke::Begin(float fX, float fY, uint32_t uFlags, bool bSmooth)
 {
-    // Known before it is sent: from within the call the plug-in picks the ground there.
-    m_SentX = fX;
-    m_SentY = fY;
-    send();
-}
-
-void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
-{
+    // What another view has begun is over, and with it its step.
+    m_Host.GetInput().EndDrag();
+    m_Host.GetHistory().EndStep();
     m_bOn = true;
+    m_bLastGround = false;
+    m_bPressHit = false;
     m_Flags = uFlags;
     m_HereX = fX;
     m_HereY = fY;
@@ -75,36 +67,72 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
     m_bSmoothing = bSmooth && m_Strokes != nullptr && m_Strokes->BeginSmoothing();
     const float fSpacing = m_Strokes != nullptr ? m_Strokes->GetStrokeSpacing() : 0.0F;
     const float fExtent = m_Tools != nullptr ? m_Tools->GetBrushExtent() : 0.0F;
+    const bool bTerraforming = m_Tools != nullptr && m_Tools->IsTerraforming();
     m_bPath = fSpacing > 0.0F && fExtent > 0.0F;
-    m_bSculpts = m_bPath && m_Tools != nullptr && m_Tools->IsTerraforming();
-    ChooseSpacing(fSpacing, fExtent);
-    if (m_bSculpts && m_Settings.bAimAtPress && GetTerrain() != nullptr)
+    m_bSculpts = m_bPath && bTerraforming;
+    m_Spacing.Choose(fSpacing, fExtent, m_bSculpts);
+    m_Forms.Begin(fX, fY, m_bPath);
+    m_bHasEnd = m_bPath || (bTerraforming && m_Tools->GetFunctionName() == RAMP);
+}
+
+// bBuilds: it may build up. bPathOfEnds: it is several drags, from knot to knot.
+void CViewStroke::Open(bool bBuilds, bool bPathOfEnds)
+{
+    const bool bTool = m_Strokes != nullptr && m_Tools != nullptr &&
+                       (m_Tools->IsTerraforming() || m_Tools->IsPainting());
+    const EStrokeImages eImages = bTool && m_Strokes->HasFreePoints() ? EStrokeImages::Moves
+                                  : m_bPath                           ? EStrokeImages::Drags
+                                                                      : EStrokeImages::Ends;
+    m_Sender.Begin(bTool ? m_Settings.symmetry : SSymmetry(), eImages);
+    m_bBuilds =
+        bBuilds && m_bPath && bTool && m_Settings.builds.contains(m_Tools->GetFunctionName());
+    m_bSeveral = m_Sender.HasOwnDrags() || bPathOfEnds || (m_bBuilds && m_bSculpts);
+    if (m_bSeveral)
     {
-        m_Still.Take(*GetTerrain());
+        m_Host.GetHistory().BeginStep(m_View);
     }
-    const bool bRamp =
-        m_Tools != nullptr && m_Tools->IsTerraforming() && m_Tools->GetFunctionName() == RAMP;
-    m_bHasEnd = m_bPath || bRamp;
+}
+
+// What a stroke that sculpts aims at from here on.
+void CViewStroke::HoldAim()
+{
+    if (m_bSculpts && m_Settings.bAimAtPress)
+    {
+        m_Aim.Hold();
+    }
+}
+
+void CViewStroke::SendPress(float fX, float fY, const SVec3* pGround)
+{
+    m_Sender.Press(fX, fY, m_Flags, pGround);
+    if (m_Host.GetInput().IsDragging())
+    {
+        m_Host.GetInput().SetDragOwner(this);
+    }
+}
+
+void CViewStroke::PlayImages()
+{
+    m_Host.GetInput().ReleaseDragOwner(this); // their ends are theirs
+    m_Sender.PlayImages();
+}
+
+void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
+{
+    Begin(fX, fY, uFlags, bSmooth);
+    Open(true, false);
+    HoldAim();
     SVec3 from;
     const bool bJoint =
         m_Hand.bJoin && m_bHasEnd && m_Hand.FindEnd(m_StateBefore, from) && DropToGround(from);
-    m_Sampler.SetSpacing(m_Settings.bSampleStrokes ? GetSpacing() : 0.0F);
+    m_Sampler.SetSpacing(m_Settings.bSampleStrokes ? m_Spacing.Get() : 0.0F);
     const SStrokePoint press = m_Sampler.Press(fX, fY);
     m_PressHit = m_LastGround = bJoint ? from : press.hit;
     m_bPressHit = m_bLastGround = bJoint || press.bHit;
     // A stroke that joins the one before begins at the end of that one: the plug-in gets this
     // ground when it asks what the press has hit.
-    m_pSentGround = bJoint ? &from : nullptr;
-    m_Forms.Begin(fX, fY, m_bPath);
-    m_Host.GetInput().SetPointForm(m_Forms.Make(fX, fY, m_bPressHit ? &m_PressHit : nullptr));
-    SendAt(fX,
-           fY,
-           [&]
-           {
-               m_Host.GetInput().SendButtonDown(
-                   m_View, uFlags | MOUSE_LEFT, {GetPixel(fX), GetPixel(fY), 0, 0});
-           });
-    m_pSentGround = nullptr;
+    m_Sender.SetForm(m_Forms.Make(fX, fY, m_bPressHit ? &m_PressHit : nullptr));
+    SendPress(fX, fY, bJoint ? &from : nullptr);
     if (bJoint && m_bPath)
     {
         DrawJoint(from, fX, fY);
@@ -129,34 +157,6 @@ void CViewStroke::SendHeldPress(const SVec3& next)
     }
 }
 
-// fSpacing: what the tool asks for.
-void CViewStroke::ChooseSpacing(float fSpacing, float fExtent)
-{
-    // The share is kept and not the length, since the brush may change during the stroke.
-    m_SpacingShare = m_bPath ? fSpacing / fExtent : 0.0F;
-    const CTerrain* pTerrain = GetTerrain();
-    if (m_bPath && m_Settings.iSpacingPercent > 0)
-    {
-        m_SpacingShare = static_cast<float>(m_Settings.iSpacingPercent) * PERCENT;
-    }
-    else if (m_bSculpts && m_Settings.bSampleStrokes && pTerrain != nullptr)
-    {
-        const SHeightView view = pTerrain->GetView();
-        const double dBrush = fExtent;
-        const float fLeast = GetLeastShare(dBrush / view.fStepX * dBrush / view.fStepZ);
-        if (fLeast > m_SpacingShare)
-        {
-            m_SpacingShare = fLeast;
-            Notice("Large brush: the points of the stroke lie farther apart");
-        }
-    }
-}
-
-float CViewStroke::GetSpacing() const
-{
-    return m_Tools != nullptr ? m_SpacingShare * m_Tools->GetBrushExtent() : 0.0F;
-}
-
 // From the end of the last stroke to the cursor, all at once.
 void CViewStroke::DrawJoint(const SVec3& from, float fX, float fY)
 {
@@ -165,8 +165,9 @@ void CViewStroke::DrawJoint(const SVec3& from, float fX, float fY)
     {
         return;
     }
+    m_Forms.SetWay(from, to);
     SendGround(from);
-    const float fSpacing = GetSpacing();
+    const float fSpacing = m_Spacing.Get();
     m_Line.Start(from, from, fSpacing, fSpacing);
     m_Line.Follow(to, [this](const SVec3& point) { SendGround(point); });
     m_Line.Stop();
@@ -179,12 +180,12 @@ void CViewStroke::DrawJoint(const SVec3& from, float fX, float fY)
 bool CViewStroke::Move(float fX, float fY, uint32_t uFlags, int iWheel)
 {
     m_Flags = uFlags;
-    if (!m_Host.GetInput().IsDragging())
+    if (!m_bOn || !m_Host.GetInput().IsDragging())
     {
         Finish(); // the host has ended it: another level came
         return false;
     }
-    m_Sampler.SetSpacing(m_Settings.bSampleStrokes ? GetSpacing() : 0.0F);
+    m_Sampler.SetSpacing(m_Settings.bSampleStrokes ? m_Spacing.Get() : 0.0F);
     m_Forms.GoTo(fX, fY);
     if (!FollowLine(fX, fY))
     {
@@ -203,7 +204,7 @@ bool CViewStroke::FollowLine(float fX, float fY)
     {
         SendGround(point);
     };
-    const float fSpacing = GetSpacing();
+    const float fSpacing = m_Spacing.Get();
     const bool bWanted = m_Hand.bLine && m_bPath && m_bPressHit && fSpacing > 0.0F;
     if (!bWanted)
     {
@@ -243,22 +244,32 @@ void CViewStroke::Release(float fX, float fY, uint32_t uFlags)
     }
     SendHeldPress(m_PressHit); // it was a click, which leads nowhere
     m_Sampler.Release(fX, fY);
-    SendAt(fX,
-           fY,
-           [&] {
-               m_Host.GetInput().SendButtonUp(m_View, uFlags, {GetPixel(fX), GetPixel(fY), 0, 0});
-           });
+    m_Sender.Release(fX, fY, uFlags);
+    PlayImages();
+    Finish();
+}
+
+// Another view was pressed, or the level goes away: what was begun is whole all the same.
+void CViewStroke::OnDragEnded(bool bMaySend)
+{
+    m_Sampler.Cancel();
+    m_Sender.NoteRelease();
+    if (bMaySend)
+    {
+        PlayImages();
+    }
     Finish();
 }
 
 bool CViewStroke::Cancel()
 {
-    if (!m_Host.GetInput().IsDragging())
+    if (!m_bOn || !m_Host.GetInput().IsDragging())
     {
         Finish(); // the host has ended it, and what it did is a step like any other
         return false;
     }
     m_Sampler.Cancel();
+    m_Host.GetInput().ReleaseDragOwner(this); // its images are not to come
     const bool bTerraforming = m_Tools != nullptr && m_Tools->IsTerraforming();
     const bool bPainting = m_Tools != nullptr && m_Tools->IsPainting();
     const bool bOther = !bTerraforming && !bPainting;
@@ -300,14 +311,21 @@ void CViewStroke::Finish()
 {
     m_Sampler.Cancel();
     m_Line.Stop();
-    m_Still.Drop();
-    if (m_bOn && m_bHasEnd && m_bLastGround)
-    {
-        m_Hand.SetEnd(m_Host.GetUndoStack().GetStateId(), m_LastGround);
-    }
-    m_bOn = false;
+    m_Aim.Drop();
     m_bPressWaits = false;
     m_Forms.End();
+    if (std::exchange(m_bOn, false))
+    {
+        m_Host.GetInput().ReleaseDragOwner(this);
+        if (std::exchange(m_bSeveral, false))
+        {
+            m_Host.GetHistory().EndStep(m_View);
+        }
+        if (m_bHasEnd && m_bLastGround)
+        {
+            m_Hand.SetEnd(m_Host.GetUndoStack().GetStateId(), m_LastGround);
+        }
+    }
     if (std::exchange(m_bSmoothing, false))
     {
         m_Strokes->EndSmoothing();
@@ -316,12 +334,7 @@ void CViewStroke::Finish()
 
 void CViewStroke::Hover(float fX, float fY, uint32_t uFlags)
 {
-    SendAt(fX,
-           fY,
-           [&] {
-               m_Host.GetInput().SendMouseMove(
-                   m_View, uFlags, {GetPixel(fX), GetPixel(fY)}, {0, 0}, {0, 0});
-           });
+    m_Sender.Hover(fX, fY, uFlags);
 }
 
 void CViewStroke::SendMove(const SStrokePoint& point)
@@ -337,18 +350,8 @@ void CViewStroke::SendMove(const SStrokePoint& point)
         m_PressHit = m_bPressHit ? m_PressHit : point.hit; // the press was in the sky
         m_bPressHit = true;
     }
-    m_Host.GetInput().SetPointForm(
-        m_Forms.Make(point.fX, point.fY, point.bHit ? &point.hit : nullptr));
-    SendAt(point.fX,
-           point.fY,
-           [&]
-           {
-               m_Host.GetInput().SendMouseMove(m_View,
-                                               m_Flags | MOUSE_LEFT,
-                                               {GetPixel(point.fX), GetPixel(point.fY)},
-                                               {point.iWheel, MOUSE_BUTTON_LEFT},
-                                               {point.iStepX, point.iStepY});
-           });
+    m_Sender.SetForm(m_Forms.Make(point.fX, point.fY, point.bHit ? &point.hit : nullptr));
+    m_Sender.Move(point, m_Flags);
 }
 
 bool CViewStroke::DropToGround(SVec3& point) const
@@ -367,52 +370,22 @@ void CViewStroke::SendGround(const SVec3& point)
     SendHeldPress(ground);
     m_LastGround = ground;
     m_bLastGround = true;
-    m_pSentGround = &ground;
-    m_Host.GetInput().SetPointForm(m_Forms.Make(m_HereX, m_HereY, &ground));
-    const int32_t iX = GetPixel(m_SentX);
-    const int32_t iY = GetPixel(m_SentY);
-    m_Host.GetInput().SendMouseMove(
-        m_View, m_Flags | MOUSE_LEFT, {iX, iY}, {0, MOUSE_BUTTON_LEFT}, {0, 0});
-    m_pSentGround = nullptr;
+    m_Sender.SetForm(m_Forms.Make(m_HereX, m_HereY, &ground));
+    m_Sender.MoveTo(ground, m_Flags);
 }
 
-bool CViewStroke::Pick(ViewPoint point, SVec3& hit) const
+bool CViewStroke::Pick(ViewPoint point, SVec3& hit)
 {
-    if (m_pSentGround != nullptr)
+    bool bHit = false;
+    if (!m_Sender.HasAnswer(bHit, hit))
     {
-        hit = *m_pSentGround;
-        return true;
+        float fX = 0.0F;
+        float fY = 0.0F;
+        m_Sender.FindPosition(point, fX, fY);
+        bHit = Aim(fX, fY, hit);
     }
-    // Events have whole pixels. Where the last one was inside its pixel is known here.
-    float fX = GetMiddle(point);
-    float fY = GetMiddle(point >> 16U);
-    if (point == CModeManager::PackPoint(GetPixel(m_SentX), GetPixel(m_SentY)))
-    {
-        fX = m_SentX;
-        fY = m_SentY;
-    }
-    return Aim(fX, fY, hit);
-}
-
-bool CViewStroke::Aim(float fX, float fY, SVec3& hit) const
-{
-    const CTerrain* pTerrain = GetTerrain();
-    if (pTerrain == nullptr || !m_Still.IsHeld() || m_Strokes == nullptr ||
-        !m_Host.GetInput().IsDragging())
-    {
-        return m_Navigator.Pick(pTerrain, fX, fY, hit);
-    }
-    // A stroke that sculpts aims at the ground of the press: the hill that it raises would come
-    // under the cursor and lead the stroke away from the hand.
-    static_assert(CStillGround::TILE == IPluginStrokes::PRESS_TILE);
-    const SRay ray = m_Navigator.GetRay(pTerrain, fX, fY);
-    return m_Still.PickRay(
-        *pTerrain,
-        [this](uint32_t uTileX, uint32_t uTileZ)
-        { return m_Strokes->GetPressTile(uTileX, uTileZ); },
-        ray.origin,
-        ray.direction,
-        hit);
+    m_Sender.NoteHit(bHit ? &hit : nullptr);
+    return bHit;
 }
 
 bool CViewStroke::FindMark(float fX, float fY, SVec3& hit) const

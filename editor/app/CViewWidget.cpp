@@ -104,6 +104,7 @@ void CViewWidget::paintGL()
     clock.start();
     Fly();
     m_Parts.host.RenderFrame();
+    m_Parts.drawGuides();
     SRenderSettings settings = m_Parts.settings.render;
     settings.bWireFrame = m_bWireFrame;
     m_Parts.fillMark(settings.mark);

@@ -50,6 +50,7 @@ struct SViewParts
     std::shared_ptr<CTerrainCopies> pCopies =
         nullptr; // the area makes them: the contexts of a window share
     std::function<void(SGroundMark& mark)> fillMark = nullptr; // the area's, too
+    std::function<void()> drawGuides = nullptr;                // the area's: lines of this frame
 };
 
 // One view of the terrain: draws it, and gives its mouse and keys to the input. A frame is drawn at

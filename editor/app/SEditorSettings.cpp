@@ -38,6 +38,15 @@ void SEditorSettings::Load(const std::string& strFile)
     ReadNumber(file, "brush/turn_degrees", input.form.fDegrees);
     int iTurn = 0;
     ReadNumber(file, "brush/turn", iTurn);
+    ReadBool(file, "input/mirror_x", input.symmetry.bAcrossX);
+    ReadBool(file, "input/mirror_z", input.symmetry.bAcrossZ);
+    ReadBool(file, "input/turned", input.symmetry.bTurned);
+    ReadNumber(file, "input/turns", input.symmetry.iTurns);
+    ReadNumber(file, "input/builds_a_second", input.iBuildsASecond);
+    for (const QString& strFunction : file.value("input/builds_up").toStringList())
+    {
+        input.builds.insert(strFunction.toStdString());
+    }
     ReadBool(file, "input/keyboard_navigation", bKeyboardNavigation);
     ReadBool(file, "view/grid", render.bGrid);
     ReadNumber(file, "view/sun_yaw", render.fSunYaw);
@@ -56,6 +65,9 @@ void SEditorSettings::Load(const std::string& strFile)
     input.form.fDegrees = std::clamp(input.form.fDegrees, 0.0F, SFormSettings::FULL_TURN);
     input.form.eTurn =
         static_cast<EBrushTurn>(std::clamp(iTurn, 0, static_cast<int>(EBrushTurn::Random)));
+    input.iBuildsASecond = std::clamp(input.iBuildsASecond, 0, SInputSettings::MOST_BUILDS);
+    input.symmetry.iTurns =
+        std::clamp(input.symmetry.iTurns, SSymmetry::LEAST_TURNS, SSymmetry::MOST_TURNS);
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
     iUndoMegabytes = std::clamp(iUndoMegabytes, 0, MOST_MEGABYTES);
 }
@@ -70,6 +82,17 @@ bool SEditorSettings::Save(const std::string& strFile) const
     file.setValue("pen/curve", static_cast<double>(input.form.fPenCurve));
     file.setValue("brush/turn_degrees", static_cast<double>(input.form.fDegrees));
     file.setValue("brush/turn", static_cast<int>(input.form.eTurn));
+    file.setValue("input/mirror_x", input.symmetry.bAcrossX);
+    file.setValue("input/mirror_z", input.symmetry.bAcrossZ);
+    file.setValue("input/turned", input.symmetry.bTurned);
+    file.setValue("input/turns", input.symmetry.iTurns);
+    file.setValue("input/builds_a_second", input.iBuildsASecond);
+    QStringList builds;
+    for (const std::string& strFunction : input.builds)
+    {
+        builds << QString::fromStdString(strFunction);
+    }
+    file.setValue("input/builds_up", builds);
     file.setValue("input/keyboard_navigation", bKeyboardNavigation);
     file.setValue("view/grid", render.bGrid);
     file.setValue("view/sun_yaw", static_cast<double>(render.fSunYaw));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/view/CStrokePath.h"
 #include "host/HostTypes.h"
 
 #include <cstddef>
@@ -11,6 +12,14 @@ struct SStrokeEnd
 {
     uint64_t uState = 0; // of the history, after it
     SVec3 at;            // terrain units
+};
+
+// The keys that count while a drag is played again elsewhere.
+struct SPlayedKeys
+{
+    bool bOn = false;
+    bool bRaise = false;
+    bool bLower = false;
 };
 
 // What the hand at the views holds, and where it was. One for all views of the window, owned by the
@@ -26,7 +35,10 @@ struct SHandState
 
     bool bScript = false; // a script is played, and the cursor is its own
 
+    SPlayedKeys played; // in place of those that are held
+
     std::vector<SStrokeEnd> ends; // of strokes on this level
+    CStrokePath path;             // that a stroke is to follow; on while clicks set its knots
 
     // Where the stroke ended that has led to a state of the history. False when none is known.
     bool FindEnd(uint64_t uState, SVec3& at) const

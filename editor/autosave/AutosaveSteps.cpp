@@ -35,7 +35,11 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
         return;
     }
     const bool bStep = IsStep(event.eKind) || event.eKind == EHostEvent::Protected;
-    const bool bBegins = event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action;
+    // A step of several drags is kept as a whole.
+    const bool bBegins =
+        !m_Host.GetHistory().IsStepOpen() &&
+        (event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action ||
+         event.eKind == EHostEvent::StepBegun);
     // What has changed without an event comes before the step, or the step would be played on other
     // ground than it was made on.
     if (bStep || bBegins)
@@ -84,7 +88,7 @@ void CAutosave::KeepDifference()
 {
     const bool bChanged =
         GetRevision() != m_KnownRevision || m_Writer.IsStale() || m_Writer.HasOtherProtection();
-    if (bChanged && IsKeeping() && !m_bNeedsCopy && !m_Writer.IsInDrag())
+    if (bChanged && IsKeeping() && !m_bNeedsCopy && !m_Writer.IsInStep())
     {
         m_bNeedsCopy = !m_Writer.WriteDifference(m_KnownRevision);
         EndStep();

@@ -93,7 +93,8 @@ bool CAutosave::Tick(TimePoint now)
         m_Due = now + m_Interval;
     }
     // A copy in the middle of a stroke would hold a part of a step that the journal has as a whole.
-    if (m_Host.GetInput().IsDragging() || m_Host.GetProtection().IsOpen())
+    if (m_Host.GetInput().IsDragging() || m_Host.GetProtection().IsOpen() ||
+        m_Host.GetHistory().IsStepOpen())
     {
         return false;
     }
@@ -362,6 +363,7 @@ void CAutosave::Leave()
     // The stroke under the hand becomes a step of the journal.
     m_Host.GetInput().EndDrag();
     m_Host.GetProtection().End();
+    m_Host.GetHistory().EndStep();
     Follow();
     // Where steps lead from a base to what there is, nothing more is to be written.
     if (IsKeeping() && IsChanged() && m_bNeedsCopy)

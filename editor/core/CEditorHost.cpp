@@ -46,7 +46,7 @@ CEditorHost::CEditorHost(IHostFace& face)
     , m_History(m_Registry, m_Input, m_Observers, m_Changes)
     , m_Protection(m_Engine->GetCWorld(), m_Input, m_History, m_Observers)
     , m_Level(m_Engine->GetCWorld(),
-              m_History.GetStack(),
+              m_History,
               m_Registry,
               m_Input,
               m_Observers,

@@ -92,6 +92,8 @@ public:
 
     CModeManager& GetModes() { return m_Modes; }
 
+    CHostHistory& GetHistory() { return m_History; }
+
     CUndoStack& GetUndoStack() { return m_History.GetStack(); }
 
     CSettings& GetSettings() { return m_Settings; }

@@ -26,6 +26,12 @@ CHostHistory::CHostHistory(const CPluginRegistry& registry,
     , m_Changes(changes)
 {
     m_Stack.SetListener(this);
+    m_Input.SetStepKeeper(this);
+}
+
+CHostHistory::~CHostHistory()
+{
+    m_Input.SetStepKeeper(nullptr);
 }
 
 void CHostHistory::Add(CUndo* pUndo, std::string strText)
@@ -34,6 +40,12 @@ void CHostHistory::Add(CUndo* pUndo, std::string strText)
     if (m_Stack.Add(pUndo, std::move(strText), m_Changes.GetCount() * BYTES_OF_A_VERTEX))
     {
         m_Observers.Tell({.eKind = EHostEvent::UndoAdded});
+    }
+    else if (IsStepOpen())
+    {
+        // A part of the step was taken back, and half of one is none.
+        m_Stack.CancelStep();
+        m_Observers.Tell({.eKind = EHostEvent::DragDropped});
     }
     // Another record of the same stroke holds only what changes from here.
     m_Changes.Clear();
@@ -49,8 +61,40 @@ bool CHostHistory::AddStep(CUndo* pUndo, std::string strText, size_t nBytes)
     return bAdded;
 }
 
+bool CHostHistory::BeginStep(ViewId view)
+{
+    if (IsStepOpen())
+    {
+        return false;
+    }
+    const SHostEvent event = {.eKind = EHostEvent::StepBegun, .view = view};
+    m_Observers.TellBefore(event);
+    m_StepView = view;
+    m_Stack.BeginStep();
+    m_Observers.Tell(event);
+    return true;
+}
+
+void CHostHistory::EndStep(ViewId view)
+{
+    if (IsStepOpen() && (view == NO_VIEW || view == m_StepView))
+    {
+        m_Stack.EndStep();
+        m_Observers.Tell({.eKind = EHostEvent::StepEnded, .view = m_StepView});
+    }
+}
+
+void CHostHistory::OnPress(ViewId view)
+{
+    if (view != m_StepView)
+    {
+        EndStep();
+    }
+}
+
 bool CHostHistory::Undo()
 {
+    EndStep();
     // A step may need memory: one that has replaced the terrain reads the other one.
     bool bUndone = false;
     m_Input.Guard("CEditorHost::Undo", [&] { bUndone = m_Stack.Undo(); });
@@ -59,6 +103,7 @@ bool CHostHistory::Undo()
 
 bool CHostHistory::Redo()
 {
+    EndStep();
     bool bRedone = false;
     m_Input.Guard("CEditorHost::Redo", [&] { bRedone = m_Stack.Redo(); });
     return bRedone;
@@ -66,6 +111,7 @@ bool CHostHistory::Redo()
 
 bool CHostHistory::GoToStep(size_t nPosition)
 {
+    EndStep();
     bool bThere = false;
     m_Input.Guard("CEditorHost::GoToStep", [&] { bThere = m_Stack.GoTo(nPosition); });
     return bThere;
@@ -73,6 +119,7 @@ bool CHostHistory::GoToStep(size_t nPosition)
 
 void CHostHistory::StepPaint(bool bRedo)
 {
+    EndStep();
     const SHostEvent event = {.eKind = bRedo ? EHostEvent::PaintRedo : EHostEvent::PaintUndo};
     if (auto* pPainting = m_Registry.FindInterface<IPluginPainting>())
     {

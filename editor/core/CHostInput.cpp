@@ -3,6 +3,8 @@
 #include "editor/core/CChangeCount.h"
 #include "editor/core/CHostObservers.h"
 #include "editor/core/CPluginRegistry.h"
+#include "editor/core/IDragOwner.h"
+#include "editor/core/IStepKeeper.h"
 #include "framework/core/IFrontEnd.h"
 #include "host/IPlugin.h"
 #include "host/Log.h"
@@ -50,6 +52,10 @@ void CHostInput::SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock
     if (m_DragView != view)
     {
         EndDrag();
+    }
+    if (m_pSteps != nullptr)
+    {
+        m_pSteps->OnPress(view);
     }
     m_DragView = view;
     m_DragPoint = block;
@@ -121,11 +127,16 @@ void CHostInput::FinishDrag(ViewId view, uint32_t uFlags, const SButtonBlock& bl
     }
 }
 
-void CHostInput::EndDrag()
+void CHostInput::EndDrag(bool bMaySend)
 {
-    if (IsDragging())
+    if (!IsDragging())
     {
-        FinishDrag(m_DragView, 0, m_DragPoint);
+        return;
+    }
+    FinishDrag(m_DragView, 0, m_DragPoint);
+    if (IDragOwner* pOwner = std::exchange(m_pOwner, nullptr))
+    {
+        pOwner->OnDragEnded(bMaySend);
     }
 }
 
@@ -152,8 +163,13 @@ void CHostInput::OnNoMemory(const char* pszOperation)
         GetFrontEnd().ReleaseCapture();
     }
     SetPointForm({});
+    m_pOwner = nullptr;
     if (bDropped)
     {
+        if (m_pSteps != nullptr)
+        {
+            m_pSteps->OnDropped();
+        }
         m_Observers.Tell({.eKind = EHostEvent::DragDropped});
     }
 }

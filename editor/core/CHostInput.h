@@ -11,7 +11,9 @@
 class CChangeCount;
 class CHostObservers;
 class CPluginRegistry;
+class IDragOwner;
 class IPlugin;
+class IStepKeeper;
 
 // The way of all input to the plug-ins: to each one that is listed for input, which gives it to the
 // mode manager. The observers are told before and after; events may happen inside one another.
@@ -47,14 +49,28 @@ public:
     void Notify(int32_t iCode);
 
     // Sends the release of a button that is held, where the cursor was last: the capture is lost,
-    // the level goes away, or the mode is left. The mouse is free afterwards.
-    void EndDrag();
+    // the level goes away, or the mode is left. Its owner then does what is left of it, unless a
+    // plug-in is at something that bears no drag. The mouse is free afterwards.
+    void EndDrag(bool bMaySend = true);
+
+    // Who has sent the press; to be called at each press. Borrowed until ReleaseDragOwner, or until
+    // the owner was told of the end.
+    void SetDragOwner(IDragOwner* pOwner) { m_pOwner = pOwner; }
+
+    // The owner ends the drag itself. Nothing when another one owns it.
+    void ReleaseDragOwner(const IDragOwner* pOwner)
+    {
+        m_pOwner = m_pOwner == pOwner ? nullptr : m_pOwner;
+    }
+
+    void SetStepKeeper(IStepKeeper* pKeeper) { m_pSteps = pKeeper; } // borrowed; null: none
 
     // For when the plug-ins go: a drag is forgotten, and its release is sent to nobody.
     void ForgetDrag()
     {
         m_DragView = NO_VIEW;
         m_PointForm = {};
+        m_pOwner = nullptr;
     }
 
     bool IsDragging() const { return m_DragView != NO_VIEW; }
@@ -96,4 +112,6 @@ private:
     ViewId m_DragView = NO_VIEW; // the view a button is held in
     SPointForm m_PointForm;      // as the plug-ins have it
     SButtonBlock m_DragPoint;    // where the cursor was last during that drag
+    IDragOwner* m_pOwner = nullptr;
+    IStepKeeper* m_pSteps = nullptr;
 };

@@ -1,18 +1,18 @@
 #include "editor/core/CHostLevel.h"
 
 #include "editor/core/CChangeCount.h"
+#include "editor/core/CHostHistory.h"
 #include "editor/core/CHostInput.h"
 #include "editor/core/CHostObservers.h"
 #include "editor/core/CHostProtection.h"
 #include "editor/core/CPluginRegistry.h"
-#include "editor/core/CUndoStack.h"
 #include "engine/world/CWorld.h"
 #include "host/IPlugin.h"
 
 #include <utility>
 
 CHostLevel::CHostLevel(CWorld& world,
-                       CUndoStack& stack,
+                       CHostHistory& history,
                        const CPluginRegistry& registry,
                        CHostInput& input,
                        CHostObservers& observers,
@@ -20,13 +20,13 @@ CHostLevel::CHostLevel(CWorld& world,
                        CChangeCount& changes,
                        const std::string& strScratch)
     : m_World(world)
-    , m_Stack(stack)
+    , m_History(history)
     , m_Registry(registry)
     , m_Input(input)
     , m_Observers(observers)
     , m_Protection(protection)
     , m_Changes(changes)
-    , m_Heights(world, stack, *this, strScratch)
+    , m_Heights(world, history.GetStack(), *this, strScratch)
 {
 }
 
@@ -64,6 +64,7 @@ void CHostLevel::Prepare()
     // The drag ends while the terrain that it works on is still there.
     m_Input.EndDrag();
     m_Protection.End();
+    m_History.EndStep();
     for (IPlugin* pPlugin : m_Registry.GetInput())
     {
         pPlugin->ReleaseWorldResources();
@@ -72,7 +73,7 @@ void CHostLevel::Prepare()
 
 void CHostLevel::Finish()
 {
-    m_Stack.Clear(); // the records belong to the terrain that is gone
+    m_History.GetStack().Clear(); // the records belong to the terrain that is gone
     // After the stack, whose state has a new name now: that state is the saved one.
     m_Heights.SetSaved();
     m_Input.Notify(NOTIFY_LEVEL_CHANGED);
@@ -100,7 +101,8 @@ void CHostLevel::OnBeforeReplacement(bool bByPlugin)
     if (bByPlugin)
     {
         m_Protection.End();
-        m_Input.EndDrag(); // what it holds for a drag it is using itself at present
+        m_Input.EndDrag(false); // what it holds for a drag it is using itself at present
+        m_History.EndStep();
         return;
     }
     Prepare();

@@ -11,7 +11,7 @@ class CHostInput;
 class CHostObservers;
 class CHostProtection;
 class CPluginRegistry;
-class CUndoStack;
+class CHostHistory;
 class CWorld;
 
 // Has the plug-ins and the observers go along when the level or its terrain becomes another one: a
@@ -22,7 +22,7 @@ class CHostLevel : private ITerrainKeeper
 public:
     // Borrowed. strScratch: as for CLevelHeights.
     CHostLevel(CWorld& world,
-               CUndoStack& stack,
+               CHostHistory& history,
                const CPluginRegistry& registry,
                CHostInput& input,
                CHostObservers& observers,
@@ -55,7 +55,7 @@ private:
     void OnReplaced(bool bNewStep) override;
 
     CWorld& m_World;
-    CUndoStack& m_Stack;
+    CHostHistory& m_History;
     const CPluginRegistry& m_Registry;
     CHostInput& m_Input;
     CHostObservers& m_Observers;

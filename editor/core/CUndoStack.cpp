@@ -13,10 +13,47 @@ namespace
 
 constexpr size_t FIRST_CAPACITY = 64;
 
-bool IsReady(CUndo& undo)
+using Parts = std::vector<std::unique_ptr<CUndo>>;
+
+bool IsReady(const Parts& parts)
 {
-    auto* pStep = dynamic_cast<IPreparedStep*>(&undo);
-    return pStep == nullptr || pStep->Prepare();
+    return std::all_of(parts.begin(),
+                       parts.end(),
+                       [](const std::unique_ptr<CUndo>& pPart)
+                       {
+                           auto* pStep = dynamic_cast<IPreparedStep*>(pPart.get());
+                           return pStep == nullptr || pStep->Prepare();
+                       });
+}
+
+bool IsTransient(const Parts& parts)
+{
+    return std::all_of(parts.begin(),
+                       parts.end(),
+                       [](const std::unique_ptr<CUndo>& pPart) { return pPart->IsTransient(); });
+}
+
+// A part that takes no step of its own does nothing beside others either.
+void UndoParts(const Parts& parts)
+{
+    for (auto it = parts.rbegin(); it != parts.rend(); ++it)
+    {
+        if (!(*it)->IsTransient())
+        {
+            (*it)->Undo();
+        }
+    }
+}
+
+void RedoParts(const Parts& parts)
+{
+    for (const std::unique_ptr<CUndo>& pPart : parts)
+    {
+        if (!pPart->IsTransient())
+        {
+            pPart->Redo();
+        }
+    }
 }
 
 } // namespace
@@ -32,12 +69,10 @@ bool CUndoStack::Add(CUndo* pUndo, std::string strText, size_t nBytes)
         return true;
     }
     std::unique_ptr<CUndo> pOwned(pUndo);
+    Parts first;
     try
     {
-        if (m_Position == m_Records.capacity()) // what can be redone stays where this fails
-        {
-            m_Records.reserve(std::max(FIRST_CAPACITY, 2 * m_Position));
-        }
+        MakeRoom(first);
     }
     catch (const std::bad_alloc&)
     {
@@ -45,12 +80,64 @@ bool CUndoStack::Add(CUndo* pUndo, std::string strText, size_t nBytes)
         CrashLog("[CUndoStack::Add] no memory to remember the step; it is taken back\n");
         return false;
     }
-    DropRedo();
-    m_Records.push_back({std::move(pOwned), std::move(strText), ++m_LastId, nBytes});
+    if (m_bOpenRecord)
+    {
+        SRecord& record = m_Records.back();
+        record.parts.push_back(std::move(pOwned));
+        record.uId = ++m_LastId; // the step leads to another state now
+        record.nBytes += nBytes;
+    }
+    else
+    {
+        DropRedo();
+        first.push_back(std::move(pOwned));
+        m_Records.push_back({std::move(first), std::move(strText), ++m_LastId, nBytes});
+        m_bOpenRecord = m_bOpen;
+    }
     m_Position = m_Records.size();
     m_Bytes += nBytes;
     KeepLimit();
     return true;
+}
+
+// For one more record; what can be redone stays where this fails.
+void CUndoStack::MakeRoom(Parts& first)
+{
+    if (m_bOpenRecord)
+    {
+        Parts& parts = m_Records.back().parts;
+        if (parts.size() == parts.capacity())
+        {
+            parts.reserve(2 * parts.size());
+        }
+        return;
+    }
+    first.reserve(1);
+    if (m_Position == m_Records.capacity())
+    {
+        m_Records.reserve(std::max(FIRST_CAPACITY, 2 * m_Position));
+    }
+}
+
+bool CUndoStack::BeginStep()
+{
+    return !std::exchange(m_bOpen, true);
+}
+
+void CUndoStack::EndStep()
+{
+    m_bOpen = false;
+    m_bOpenRecord = false;
+}
+
+void CUndoStack::CancelStep()
+{
+    if (m_bOpenRecord)
+    {
+        UndoParts(m_Records.back().parts);
+        Drop(--m_Position);
+    }
+    EndStep();
 }
 
 void CUndoStack::SetLimit(size_t nBytes)
@@ -85,18 +172,19 @@ bool CUndoStack::Undo()
     {
         m_Listener->OnBeforeStep(false);
     }
+    EndStep();
     while (m_Position > 0)
     {
-        CUndo& undo = *m_Records[m_Position - 1].pUndo;
+        const Parts& parts = m_Records[m_Position - 1].parts;
         // Asked before anything moves: where the step cannot be taken the history stays as it is.
-        if (!IsReady(undo))
+        if (!IsReady(parts))
         {
             return false;
         }
         --m_Position;
-        if (!undo.IsTransient())
+        if (!IsTransient(parts))
         {
-            undo.Undo();
+            UndoParts(parts);
             Tell(false);
             return true;
         }
@@ -111,16 +199,17 @@ bool CUndoStack::Redo()
     {
         m_Listener->OnBeforeStep(true);
     }
+    EndStep();
     while (m_Position < m_Records.size())
     {
-        CUndo& undo = *m_Records[m_Position].pUndo;
-        if (!IsReady(undo))
+        const Parts& parts = m_Records[m_Position].parts;
+        if (!IsReady(parts))
         {
             return false;
         }
-        if (!undo.IsTransient())
+        if (!IsTransient(parts))
         {
-            undo.Redo();
+            RedoParts(parts);
             ++m_Position;
             Tell(true);
             return true;
@@ -151,6 +240,7 @@ void CUndoStack::Clear()
     m_Records.clear();
     m_Bytes = 0;
     m_GivenUp = 0;
+    m_bOpenRecord = false; // what follows in an open step is the first of it
     m_BaseId = ++m_LastId;
 }
 

@@ -20,6 +20,9 @@ public:
 // The editor's one history. Owns every record from Add on. A record whose IsTransient is true takes
 // no step of its own: it is dropped when the history comes to it. Where the records together take
 // more memory than allowed the oldest ones go for good; the newest one always stays.
+//
+// Between BeginStep and EndStep all records that come are one step: undone from the last to the
+// first, redone in the order in which they came. Undo and redo end it first.
 class CUndoStack
 {
 public:
@@ -35,6 +38,17 @@ public:
     // far as the caller knows. False, and the history is as it was, when there is no memory: the
     // record is then undone before it goes, because nothing else could undo it.
     bool Add(CUndo* pUndo, std::string strText = {}, size_t nBytes = 0);
+    // The records that follow are one step, named after the first of them. False, and nothing
+    // happens, while such a step is open.
+    bool BeginStep();
+    // The step is whole; there is none when no record came. Nothing when none is open.
+    void EndStep();
+    // Takes back what the open step has done so far, as if it had never begun; what could be redone
+    // before it stays gone. Needs no memory. Nothing when none is open.
+    void CancelStep();
+
+    bool IsStepOpen() const { return m_bOpen; }
+
     // Bytes that all records may take together; 0 is no limit.
     void SetLimit(size_t nBytes);
 
@@ -70,12 +84,13 @@ public:
 private:
     struct SRecord
     {
-        std::unique_ptr<CUndo> pUndo;
+        std::vector<std::unique_ptr<CUndo>> parts; // never empty, oldest first
         std::string strText;
         uint64_t uId = 0;
         size_t nBytes = 0;
     };
 
+    void MakeRoom(std::vector<std::unique_ptr<CUndo>>& first);
     void Drop(size_t nPlace);
     void KeepLimit();
     void Tell(bool bRedo);
@@ -87,5 +102,7 @@ private:
     size_t m_Bytes = 0;    // of all records
     size_t m_Limit = 0;
     size_t m_GivenUp = 0;
+    bool m_bOpen = false;       // a step was begun and has not ended
+    bool m_bOpenRecord = false; // and has a record, which is the last one
     IUndoListener* m_Listener = nullptr;
 };

@@ -25,7 +25,10 @@ enum class EHostEvent : uint32_t
                      // plug-in has a reload shown that brought nothing
     Protected,       // another protection, or the same after all: told before the first change of a
                      // step, and when it is a step or was taken back
-    DragDropped,     // for want of memory: heights as before the press, no record
+    DragDropped,     // for want of memory: heights as before the press, no record. In an open
+                     // step: as before that, and it is over
+    StepBegun,       // records that come are one step of the history, until
+    StepEnded,       // it is whole, with or without one
 };
 
 // One thing that happened on the host. Members that an event has no use for are 0.
@@ -58,8 +61,9 @@ public:
     virtual ~IHostObserver() = default;
 
     // Called before the plug-ins see the event. Not called for UndoAdded, LevelChanged,
-    // TerrainReloaded and DragDropped. An undo or redo that finds nothing to do, of heights or
-    // painting, has no OnEvent. The release that ends a drag may come inside another event.
+    // TerrainReloaded, DragDropped and StepEnded. An undo or redo that finds nothing to do, of
+    // heights or painting, has no OnEvent. The release that ends a drag may come inside another
+    // event.
     virtual void OnBeforeEvent(const SHostEvent& /*event*/) {}
 
     virtual void OnEvent(const SHostEvent& /*event*/) {}

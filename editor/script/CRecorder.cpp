@@ -85,6 +85,7 @@ bool CRecorder::Start(const std::string& strPath)
     Stop();
     m_Host.GetInput().EndDrag();
     m_Host.GetProtection().End();
+    m_Host.GetHistory().EndStep();
     if (!m_Writer.CanWriteStrokes() || m_Host.GetEngine().GetWorld()->GetTerrain() == nullptr)
     {
         CrashLog("[CRecorder::Start] there is no level to record\n");
@@ -141,6 +142,7 @@ bool CRecorder::Stop()
         // its last call.
         m_Host.GetInput().EndDrag();
         m_Host.GetProtection().End();
+        m_Host.GetHistory().EndStep();
         m_Writer.KeepTerrain();
     }
     if (m_File >= 0)

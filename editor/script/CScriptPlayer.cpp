@@ -44,6 +44,7 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
         {
             strFault = m_ScriptPath + ": " + strCall.append(": ").append(strWhy);
             strFault += " (keyword " + std::to_string(nPlayed) + ")";
+            m_Host.GetHistory().EndStep();
             return false;
         }
         if (m_OnPlayed)
@@ -53,6 +54,7 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
     }
     m_Mouse.EndDrag();
     m_Host.GetProtection().End();
+    m_Host.GetHistory().EndStep(); // one that the script has left open
     return true;
 }
 

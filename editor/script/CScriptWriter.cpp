@@ -5,7 +5,6 @@
 #include "editor/script/IScriptSink.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
-#include "framework/core/KeyState.h"
 #include "host/ActionIds.h"
 #include "host/CTextFile.h"
 #include "host/IPlugin.h"
@@ -21,14 +20,9 @@
 namespace
 {
 
+constexpr char BEGIN_STEP[] = "begin_step()\n";
 constexpr size_t PAINT_STEPS = 10;                // that every plug-in keeps, unless told otherwise
 constexpr size_t MOST_HEIGHTS = size_t{1} << 20U; // 8 MB of text, written in a frame
-
-std::string GetPoint(const SVec3& point)
-{
-    return "[" + MakeExactNumber(point.x) + ", " + MakeExactNumber(point.y) + ", " +
-           MakeExactNumber(point.z) + "]";
-}
 
 // The heights of a rectangle, one call a row.
 std::string GetHeightCalls(const CTerrain& terrain, const SVertexRect& rect)
@@ -44,18 +38,12 @@ std::string GetHeightCalls(const CTerrain& terrain, const SVertexRect& rect)
     return strText;
 }
 
-std::string GetKeys()
-{
-    const bool bControl = IsKeyDown(EKey::Control);
-    const bool bAlt = IsKeyDown(EKey::Alt);
-    return bControl && bAlt ? "ctrl+alt" : bControl ? "ctrl" : bAlt ? "alt" : "";
-}
-
 } // namespace
 
 CScriptWriter::CScriptWriter(CEditorHost& host, IScriptSink& sink)
     : m_Host(host)
     , m_Sink(sink)
+    , m_Mouse(host.GetInput(), sink)
     , m_Protection(host, sink)
 {
 }
@@ -72,12 +60,11 @@ void CScriptWriter::Begin(uint64_t uPainted)
     SetPainted(uPainted);
     m_bStale = false;
     m_State.clear();
-    m_Keys.clear();
-    m_bKeys = false;
-    m_Form = {};
+    m_Mouse.Forget();
     m_bDrag = false;
     m_bByHeights = false;
     m_Protection.Take();
+    m_bOpenStep = false;
     SetSteps(0, 0);
 }
 
@@ -85,6 +72,7 @@ void CScriptWriter::SetSteps(size_t nUndos, size_t nRedos)
 {
     m_Undos = nUndos;
     m_Redos = nRedos;
+    m_bCounted = false;
 }
 
 std::string CScriptWriter::ReadState()
@@ -116,8 +104,10 @@ void CScriptWriter::KeepTerrain()
     {
         m_bStale = false;
         m_Protection.Take(); // it comes with the terrain
-        // Whoever plays the script has nothing to undo after the call that brings the terrain.
+        // Whoever plays the script has nothing to undo after the call that brings the terrain, and
+        // no step open.
         SetSteps(0, 0);
+        m_Sink.Append(m_bOpenStep ? BEGIN_STEP : "");
     }
 }
 
@@ -193,41 +183,9 @@ void CScriptWriter::WriteChanges()
     }
 }
 
-void CScriptWriter::WriteKeys()
-{
-    // A script holds its keys until it says others.
-    if (!m_bKeys || m_EventKeys != m_Keys)
-    {
-        m_bKeys = true;
-        m_Keys = m_EventKeys;
-        m_Sink.Append("keys( " + QuoteText(m_Keys) + " )\n");
-    }
-}
-
-void CScriptWriter::WriteForm()
-{
-    const SPointForm& form = m_EventForm;
-    std::string strText;
-    if (form.fPower != m_Form.fPower)
-    {
-        strText += "pressure( " + MakeExactNumber(form.fPower) + " )\n";
-    }
-    SPointForm turn = m_Form;
-    turn.fPower = form.fPower;
-    if (form != turn)
-    {
-        strText += "turn( [" + MakeExactNumber(form.fXX) + ", " + MakeExactNumber(form.fXZ) + ", " +
-                   MakeExactNumber(form.fZX) + ", " + MakeExactNumber(form.fZZ) + "] )\n";
-    }
-    m_Form = form;
-    m_Sink.Append(strText);
-}
-
 void CScriptWriter::OnBeforeEvent(const SHostEvent& event)
 {
-    // The keys as the plug-in will see them: during the event they may be let go.
-    m_EventKeys = GetKeys();
-    m_EventForm = m_Host.GetInput().GetPointForm(); // a release puts it back
+    m_Mouse.TakeState();
     m_PaintedBefore = GetBitmapRevision();
     const bool bPress = event.eKind == EHostEvent::ButtonDown;
     if (event.eKind == EHostEvent::Protected)
@@ -274,9 +232,13 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::Protected:
         return WriteProtected(event);
     case EHostEvent::UndoAdded:
-        ++m_Undos;
-        m_Redos = 0;
+        CountRecord();
         break;
+    case EHostEvent::StepBegun:
+        BeginStep();
+        break;
+    case EHostEvent::StepEnded:
+        return FinishStep();
     case EHostEvent::LevelChanged:
     case EHostEvent::TerrainReloaded:
         m_bStale = true;
@@ -286,9 +248,9 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
         m_bStale = true;
         m_bDrag = false;
         m_bByHeights = false;
-        m_Form = {};
+        m_bOpenStep = false;
         m_State.clear(); // what was written with the stroke may go with it
-        m_bKeys = false;
+        m_Mouse.Forget();
         break;
     case EHostEvent::Command:
         break; // what it changes is written before the next press
@@ -307,9 +269,7 @@ bool CScriptWriter::WriteDrag(const SHostEvent& event)
     }
     if (!m_bByHeights)
     {
-        WriteKeys();
-        WriteForm();
-        WriteMouse(event);
+        m_Mouse.Write(event);
     }
     if (bPainting) // what the stroke did is in the script
     {
@@ -317,7 +277,6 @@ bool CScriptWriter::WriteDrag(const SHostEvent& event)
     }
     if (event.eKind == EHostEvent::ButtonUp)
     {
-        m_Form = {}; // the release makes it so for whoever plays the script, too
         m_bDrag = false;
         m_PaintUndos = bPainting ? std::min(m_PaintUndos + 1, PAINT_STEPS) : m_PaintUndos;
         m_PaintRedos = bPainting ? 0 : m_PaintRedos;
@@ -332,7 +291,47 @@ void CScriptWriter::EndDrag()
     {
         WriteDifference(m_DragRevision);
     }
-    m_Sink.EndStep();
+    TellEnd();
+}
+
+// Parts of a step that is open are no steps of the user.
+void CScriptWriter::TellEnd()
+{
+    if (!m_bOpenStep)
+    {
+        m_Sink.EndStep();
+    }
+}
+
+// All that comes until its end is one step of whoever plays the script, too, and of a journal: half
+// of it is never given back.
+void CScriptWriter::BeginStep()
+{
+    if (CanWrite())
+    {
+        m_bOpenStep = true;
+        m_bCounted = false;
+        m_Sink.Append(BEGIN_STEP);
+    }
+}
+
+bool CScriptWriter::FinishStep()
+{
+    const bool bWasOpen = std::exchange(m_bOpenStep, false);
+    if (bWasOpen)
+    {
+        m_Sink.Append("end_step()\n");
+        m_Sink.EndStep();
+    }
+    return bWasOpen;
+}
+
+void CScriptWriter::CountRecord()
+{
+    const bool bFirst = !m_bOpenStep || !m_bCounted;
+    m_Undos += bFirst ? 1 : 0;
+    m_Redos = 0;
+    m_bCounted = m_bOpenStep;
 }
 
 bool CScriptWriter::WriteAction(const SHostEvent& event)
@@ -343,25 +342,9 @@ bool CScriptWriter::WriteAction(const SHostEvent& event)
     m_State = ReadState();
     if (!m_bDrag)
     {
-        m_Sink.EndStep();
+        TellEnd();
     }
     return true;
-}
-
-void CScriptWriter::WriteMouse(const SHostEvent& event)
-{
-    const bool bMove = event.eKind == EHostEvent::MouseMove;
-    std::string strCall = event.eKind == EHostEvent::ButtonDown ? "press"
-                          : bMove                               ? "move"
-                                                                : "release";
-    // The point as the plug-in was told it, so that a replay depends on no camera.
-    strCall += event.bHit ? "_at( " + GetPoint(event.hit) : "_miss(";
-    if (bMove)
-    {
-        strCall += (event.bHit ? ", " : " ") + std::to_string(event.step.dy);
-    }
-    strCall += bMove || event.bHit ? " )\n" : ")\n";
-    m_Sink.Append(strCall);
 }
 
 bool CScriptWriter::WriteStep(bool bRedo)

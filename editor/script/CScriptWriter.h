@@ -1,8 +1,8 @@
 #pragma once
 
 #include "editor/core/IHostObserver.h"
+#include "editor/script/CMouseWriter.h"
 #include "editor/script/CProtectionWriter.h"
-#include "host/IPluginStrokes.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -50,8 +50,9 @@ public:
     // The terrain is another one than the script has led to.
     bool IsStale() const { return m_bStale; }
 
-    // Whether a stroke runs that the script has, or one that protects.
-    bool IsInDrag() const { return m_bDrag || m_bProtecting; }
+    // What the script says so far stands for nothing by itself: it has a press without its release,
+    // a stroke that protects, or a step of the history that has not ended.
+    bool IsInStep() const { return m_bDrag || m_bProtecting || m_bOpenStep; }
 
     // Whether other vertices are protected than the script has led to.
     bool HasOtherProtection() const { return m_Protection.HasOther(); }
@@ -70,11 +71,12 @@ private:
     uint64_t GetBitmapRevision() const;
     bool CanSculpt() const; // or paint
     void WriteChanges();    // terrain and plug-in as they are, where the script has them otherwise
-    void WriteKeys();
-    void WriteForm();
-    void WriteMouse(const SHostEvent& event);
     bool WriteDrag(const SHostEvent& event);
     void EndDrag();
+    void BeginStep();
+    bool FinishStep();
+    void TellEnd();
+    void CountRecord();
     bool WriteAction(const SHostEvent& event);
     bool WriteStep(bool bRedo);
     void WriteProtection();
@@ -84,20 +86,18 @@ private:
 
     CEditorHost& m_Host;
     IScriptSink& m_Sink;
+    CMouseWriter m_Mouse;
+    CProtectionWriter m_Protection;
     IPluginScript* m_Script = nullptr;
     IPluginTools* m_Tools = nullptr;
     IPluginPainting* m_Painting = nullptr;
     uint64_t m_Painted = 0;      // revision of the bitmap that the script has made; 0: none
     bool m_bStale = false;       // the terrain is another one than the script's so far
     std::string m_State;         // of the plug-in, as the script has made it
-    std::string m_Keys;          // held, as the script has them
-    bool m_bKeys = false;        // the script has said so
-    std::string m_EventKeys;     // held when the event came
-    SPointForm m_EventForm;      // of points, then
-    SPointForm m_Form;           // of points, as the script has it
     bool m_bDrag = false;        // the script has a press without its release
-    CProtectionWriter m_Protection;
     bool m_bProtecting = false;  // a step that protects has begun
+    bool m_bOpenStep = false;    // it has a step of the history without its end
+    bool m_bCounted = false;     // which has a record on the script's undo stack
     bool m_bFresh = true;        // the brush of whoever plays the script has made no stroke yet
     bool m_bByHeights = false;   // the drag is written as what it did
     uint64_t m_DragRevision = 0; // of the terrain, when the drag began

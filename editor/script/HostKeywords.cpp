@@ -166,6 +166,21 @@ bool PlayRedo(SScriptPlaying& playing, const CScriptCall& /*call*/, std::string&
     return true;
 }
 
+bool PlayBeginStep(SScriptPlaying& playing, const CScriptCall& /*call*/, std::string& strWhy)
+{
+    playing.mouse.LetGo();
+    const bool bBegun = playing.host.GetHistory().BeginStep(playing.view);
+    strWhy = bBegun ? "" : "a step is open already";
+    return bBegun;
+}
+
+bool PlayEndStep(SScriptPlaying& playing, const CScriptCall& /*call*/, std::string& /*strWhy*/)
+{
+    playing.mouse.LetGo();
+    playing.host.GetHistory().EndStep(); // nothing when something else has ended it
+    return true;
+}
+
 bool WriteTerrain(SScriptPlaying& playing,
                   const CScriptCall& call,
                   bool (*pWrite)(Terrain&, const char*),
@@ -262,6 +277,8 @@ constexpr SHostKeyword KEYWORDS[] = {
     {{"move_miss", "i"}, &PlayMouse<EMouseEvent::Move, ECursorTarget::Nothing>},
     {{"release_miss", ""}, &PlayMouse<EMouseEvent::Release, ECursorTarget::Nothing>},
     {{"action", "ii"}, &PlayAction},
+    {{"begin_step", ""}, &PlayBeginStep},
+    {{"end_step", ""}, &PlayEndStep},
     {{"undo", ""}, &PlayUndo},
     {{"redo", ""}, &PlayRedo},
     {{"save", "s", EKeywordFile::Written}, &PlaySave},

@@ -226,7 +226,7 @@ int CMarkOverlay::SetFootprints(const SGroundMark& mark, const SVec3& at, const 
     const size_t nMarks = std::min(mark.nImages, SGroundMark::MOST_IMAGES) + 1;
     for (size_t i = 0; i < nMarks; ++i)
     {
-        const SMarkImage image = i > 0 ? mark.images[i - 1] : SMarkImage{at};
+        const SMarkImage image = i > 0 ? mark.images[i - 1] : SMarkImage{at, mark.fTurn};
         // The way back: from a place on the ground into the shape.
         const SVec3 x = Turn(image, {1.0F / size.x, 0.0F, 0.0F});
         const SVec3 z = Turn(image, {0.0F, 0.0F, 1.0F / size.z});

@@ -32,7 +32,8 @@ struct SGroundMark
     static constexpr size_t MOST_IMAGES = 16;
 
     EMarkPlace ePlace = EMarkPlace::Box;
-    SVec3 at; // with Cursor, terrain units
+    SVec3 at;           // with Cursor, terrain units
+    float fTurn = 0.0F; // of the shape, as that of an image; a strip has its own way
 
     // Whether it is known what the tool does. Otherwise the projected shape is shown as it is, as
     // large as its box.

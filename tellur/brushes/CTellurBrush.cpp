@@ -119,7 +119,7 @@ bool CTellurBrush::Render(ITerrainModification* pModification, const SVec3* pPic
 void CTellurBrush::SetBitmap(CTellurBitmap* pBitmap)
 {
     m_Bitmap.reset(pBitmap);
-    m_Turned.reset();
+    m_Turned.clear();
     m_BitmapChanged = true;
 }
 
@@ -149,7 +149,7 @@ bool CTellurBrush::LoadBitmap(const char* pszPath)
     {
         m_Bitmap = std::make_unique<CTellurBitmap>();
     }
-    m_Turned.reset();
+    m_Turned.clear();
     m_BitmapChanged = true;
     return m_Bitmap->Load(pszPath);
 }
@@ -218,28 +218,36 @@ SExtents& CTellurBrush::GetExtents(
 // The image that gives the weights of a point: turned once for all points of one form.
 CTellurBitmap* CTellurBrush::GetShapeImage(const SPointForm& form) const
 {
-    if (!form.IsTurned() || m_Bitmap == nullptr || std::as_const(*m_Bitmap).GetImage() == nullptr)
+    constexpr size_t MOST_TURNED = 16; // what the images of one stroke need
+    const IImage* pImage = GetBitmapImage();
+    if (!form.IsTurned() || pImage == nullptr)
     {
-        return m_Bitmap.get();
-    }
-    const bool bNew = m_Turned == nullptr;
-    if (bNew)
-    {
-        m_Turned.reset(m_Bitmap->Clone());
-    }
-    if (m_Turned->GetImage() == nullptr) // no memory for the copy
-    {
-        m_Turned.reset();
         return m_Bitmap.get();
     }
     SPointForm turn = form;
     turn.fPower = 1.0F; // means nothing to the image
-    if (bNew || turn != m_TurnedForm)
+    const auto found = std::find_if(m_Turned.begin(),
+                                    m_Turned.end(),
+                                    [&turn](const STurned& turned) { return turned.form == turn; });
+    if (found != m_Turned.end())
     {
-        TurnShape(*std::as_const(*m_Bitmap).GetImage(), turn, *m_Turned->GetImage());
-        m_TurnedForm = turn;
+        return found->pBitmap.get();
     }
-    return m_Turned.get();
+    if (m_Turned.size() < MOST_TURNED)
+    {
+        STurned turned = {turn, std::unique_ptr<CTellurBitmap>(m_Bitmap->Clone())};
+        if (turned.pBitmap->GetImage() == nullptr) // no memory for the copy
+        {
+            return m_Bitmap.get();
+        }
+        m_NextTurned = m_Turned.size();
+        m_Turned.push_back(std::move(turned));
+    }
+    m_NextTurned = m_NextTurned < m_Turned.size() ? m_NextTurned : 0;
+    STurned& next = m_Turned[m_NextTurned++];
+    next.form = turn;
+    TurnShape(*pImage, turn, *next.pBitmap->GetImage());
+    return next.pBitmap.get();
 }
 
 void CTellurBrush::CalculateWeights(CVertDataSet& set, const SVec3& center)

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class ITexture;
 enum class EStrokePath : uint32_t;
@@ -129,9 +130,16 @@ private:
     std::unique_ptr<CTellurBitmap> m_Bitmap;
     std::unique_ptr<ITellurFunction> m_Function;
     bool m_BitmapChanged = false;
-    // The image as the latest points had it turned; null until one has.
-    mutable std::unique_ptr<CTellurBitmap> m_Turned;
-    mutable SPointForm m_TurnedForm;
+
+    // The image as the latest points had it turned, an entry a form: images of a stroke take turns.
+    struct STurned
+    {
+        SPointForm form;
+        std::unique_ptr<CTellurBitmap> pBitmap;
+    };
+
+    mutable std::vector<STurned> m_Turned;
+    mutable size_t m_NextTurned = 0;   // the one that gives way
     ITexture* m_MaskTexture = nullptr; // one reference at the host's texture manager
     std::string m_MaskPath;
     bool m_MaskEnabled = false;

@@ -41,6 +41,14 @@ float CPluginStrokes::GetStrokeSpacing()
     return m_Tools.GetBrushExtent() * fShare;
 }
 
+bool CPluginStrokes::HasFreePoints()
+{
+    const CTellurBrush* pBrush = m_Brush.Get();
+    return m_Tools.IsPainting() ||
+           (m_Tools.IsTerraforming() && pBrush != nullptr &&
+            pBrush->GetStrokePath() != EStrokePath::None && !(pBrush->GetFadeFactor() > 0.0F));
+}
+
 const float* CPluginStrokes::GetPressTile(uint32_t uTileX, uint32_t uTileZ)
 {
     static_assert(PRESS_TILE == SHeightTile::SIDE);

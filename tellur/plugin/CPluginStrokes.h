@@ -24,6 +24,7 @@ public:
 
     // IPluginStrokes
     float GetStrokeSpacing() override;
+    bool HasFreePoints() override;
     const float* GetPressTile(uint32_t uTileX, uint32_t uTileZ) override;
 
     SPointOutcome TakePointOutcome() override { return std::exchange(m_PointOutcome, {}); }

@@ -1,10 +1,12 @@
 #include "editor/core/CUndoStack.h"
 #include "editor/core/IPreparedStep.h"
 #include "host/CUndo.h"
+#include "tests/support/CNumbers.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -170,4 +172,129 @@ TEST(CUndoStack, ARecordThatCannotTakeItsStepStaysWhereItIs)
     EXPECT_FALSE(stack.Redo());
     EXPECT_EQ(stack.GetRedoCount(), 1U);
     EXPECT_EQ(strEvents, "u2 ");
+}
+
+namespace
+{
+
+// The ground is a text: a record puts a letter behind it, and takes that very letter off again.
+class CLetter : public CUndo
+{
+public:
+    CLetter(std::string& strGround, char c)
+        : m_Ground(strGround)
+        , m_Letter(c)
+    {
+        Redo();
+    }
+
+    bool IsTransient() const override { return false; }
+
+    void Undo() override
+    {
+        ASSERT_EQ(m_Ground.back(), m_Letter);
+        m_Ground.pop_back();
+    }
+
+    void Redo() override { m_Ground += m_Letter; }
+
+    void OnNotify(uintptr_t) override {}
+
+private:
+    std::string& m_Ground;
+    char m_Letter;
+};
+
+// A stack, and beside it a plain list of the grounds after each step.
+struct SWalk
+{
+    explicit SWalk(uint32_t uSeed)
+        : numbers(uSeed)
+    {
+        stack.SetLimit(nLimit = uSeed % 2 == 0 ? 12 : 0);
+    }
+
+    void Add()
+    {
+        const char c = static_cast<char>('a' + numbers.Int(0, 25));
+        if (!bRecord)
+        {
+            states.resize(nAt + 1);
+            states.push_back(states[nAt++]);
+        }
+        bRecord = bOpen;
+        states[nAt] += c;
+        ASSERT_TRUE(stack.Add(new CLetter(strGround, c), "", 1));
+    }
+
+    void End(bool bCancel)
+    {
+        bCancel ? stack.CancelStep() : stack.EndStep();
+        if (bCancel && bRecord)
+        {
+            states.pop_back();
+            --nAt;
+        }
+        bOpen = bRecord = false;
+    }
+
+    void GoTo()
+    {
+        const size_t nAll = stack.GetCount() + stack.GetRedoCount();
+        const auto nTo = static_cast<size_t>(numbers.Int(0, static_cast<int>(nAll)));
+        nAt = states.size() - 1 - nAll + nTo;
+        bOpen = bOpen && nTo == stack.GetCount(); // else the first undo ends it
+        bRecord = bRecord && bOpen;
+        ASSERT_TRUE(stack.GoTo(nTo));
+    }
+
+    void Compare()
+    {
+        const size_t nGone = stack.GetGivenUpCount();
+        ASSERT_EQ(strGround, states[nAt]);
+        ASSERT_EQ(nGone + stack.GetCount(), nAt);
+        ASSERT_EQ(nAt + stack.GetRedoCount() + 1, states.size());
+        const size_t nHeld = states.back().size() - states[nGone].size();
+        ASSERT_TRUE(nLimit == 0 || nHeld <= nLimit || nGone + 2 == states.size());
+    }
+
+    CNumbers numbers;
+    std::string strGround;
+    CUndoStack stack;
+    std::vector<std::string> states = {""};
+    size_t nAt = 0;
+    size_t nLimit = 0;
+    bool bOpen = false;
+    bool bRecord = false; // of the open step
+};
+
+} // namespace
+
+TEST(CUndoStack, StepsOfSeveralRecordsDoAsAPlainListDoes)
+{
+    for (uint32_t uSeed = 1; uSeed <= 60; ++uSeed)
+    {
+        SCOPED_TRACE(uSeed);
+        SWalk walk(uSeed);
+        for (int i = 0; i < 300; ++i)
+        {
+            switch (walk.numbers.Int(0, 9))
+            {
+            case 0:
+            case 1:
+                ASSERT_NO_FATAL_FAILURE(walk.GoTo());
+                break;
+            case 2:
+                EXPECT_EQ(walk.stack.BeginStep(), !walk.bOpen);
+                walk.bOpen = true;
+                break;
+            case 3:
+                walk.End(i % 2 == 0);
+                break;
+            default:
+                ASSERT_NO_FATAL_FAILURE(walk.Add());
+            }
+            ASSERT_NO_FATAL_FAILURE(walk.Compare());
+        }
+    }
 }

@@ -32,6 +32,13 @@ protected:
         case 3:
             TakeBrush(m_Numbers.Int(0, 5), m_Numbers.Float(0.05F, 0.4F));
             break;
+        case 4: // several drags, of which half are never given back
+            m_Host.GetHistory().BeginStep(1);
+            Stroke();
+            m_Autosave->Tick(m_Now);
+            Stroke();
+            m_Host.GetHistory().EndStep();
+            break;
         default:
             Stroke();
         }

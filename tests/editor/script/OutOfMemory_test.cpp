@@ -184,6 +184,28 @@ TEST_F(COutOfMemory, AStrokeIsWholeOrNotThereAndCanBeRepeatedAndSaved)
     }
 }
 
+TEST_F(COutOfMemory, AStepOfSeveralDragsCanAlwaysBeTakenBack)
+{
+    constexpr char FUNCTION[] = "RelativeHeightFunction";
+    Prepare(FUNCTION);
+    const Heights before = GetHeights();
+    FailEach([&] { Prepare(FUNCTION); },
+             [&]
+             {
+                 m_Host.GetHistory().BeginStep(1);
+                 Stroke();
+                 Stroke();
+                 m_Host.GetHistory().EndStep();
+             },
+             [&]
+             {
+                 ASSERT_FALSE(m_Host.GetHistory().IsStepOpen());
+                 ASSERT_LE(GetSteps(), 1U);
+                 m_Host.Undo();
+                 ASSERT_EQ(GetHeights(), before);
+             });
+}
+
 TEST_F(COutOfMemory, ARecordingThatMissesSomethingEndsAndTheStrokeGoesOn)
 {
     CRecorder recorder(m_Host, m_Loader.GetPlugin());

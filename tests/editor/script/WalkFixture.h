@@ -183,10 +183,40 @@ protected:
         protection.End();
     }
 
+    // Some drags that are one step, which may end in any way.
+    void DoGroup()
+    {
+        m_Host.GetInput().EndDrag();
+        m_Host.GetHistory().BeginStep(1);
+        const int nDrags = m_Numbers.Int(0, 4);
+        for (int i = 0; i < nDrags; ++i)
+        {
+            m_Numbers.Int(0, 2) == 0 ? TakeBrush(m_Numbers.Int(0, 5), 0.2F) : Drag();
+            m_Host.GetInput().EndDrag();
+        }
+        switch (m_Numbers.Int(0, 6))
+        {
+        case 0:
+            m_Host.Undo(); // ends it first
+            break;
+        case 1:
+            ReplaceTerrain();
+            break;
+        case 2:
+            m_Host.GetInput().SendButtonDown(2, MOUSE_LEFT, {});
+            m_Host.GetInput().EndDrag();
+            break;
+        case 3:
+            break; // stays open
+        default:
+            m_Host.GetHistory().EndStep();
+        }
+    }
+
     void DoSomething()
     {
         CUndoStack& stack = m_Host.GetUndoStack();
-        switch (m_Numbers.Int(0, 14))
+        switch (m_Numbers.Int(0, 15))
         {
         case 8:
         case 9:
@@ -223,6 +253,9 @@ protected:
             break;
         case 7:
             ReplaceTerrain();
+            break;
+        case 13:
+            DoGroup();
             break;
         default:
             Drag();

@@ -1,0 +1,135 @@
+#include "editor/app/CSymmetryCommands.h"
+
+#include "editor/app/CCommandList.h"
+#include "editor/app/CCursorNote.h"
+#include "editor/app/CViewArea.h"
+#include "editor/app/KeyChords.h"
+#include "editor/view/SSymmetry.h"
+
+#include <QInputDialog>
+
+#include <utility>
+
+CSymmetryCommands::CSymmetryCommands(QWidget& window,
+                                     CViewArea& views,
+                                     SSymmetry& symmetry,
+                                     std::function<void()> showState)
+    : m_Window(window)
+    , m_Views(views)
+    , m_Symmetry(symmetry)
+    , m_ShowState(std::move(showState))
+{
+}
+
+void CSymmetryCommands::AddTo(QMenu& menu, CCommandList& commands)
+{
+    const auto mirror =
+        [this](const char* pszId, const char* pszText, SKeyChord key, bool SSymmetry::*pAcross)
+    {
+        return SCommand{.pszId = pszId,
+                        .pszText = pszText,
+                        .key = key,
+                        .run = [this, pAcross] { SwitchMirror(pAcross); },
+                        .isChecked =
+                            [this, pAcross]
+                        {
+                            return m_Symmetry.*pAcross;
+                        }};
+    };
+    const auto putInMiddle = [this]
+    {
+        m_Symmetry.bOwnCentre = false;
+        Show();
+    };
+    commands.Add(
+        menu,
+        {
+            mirror("symmetry.mirror_x", "Mirror &x", Key(Qt::Key_F7), &SSymmetry::bAcrossX),
+            mirror("symmetry.mirror_z", "Mirror &z", Key(Qt::Key_F8), &SSymmetry::bAcrossZ),
+            {.pszId = "symmetry.turned",
+             .pszText = "&Turn about the centre",
+             .key = Key(Qt::Key_F9),
+             .run = [this] { SwitchTurned(); },
+             .isChecked =
+                 [this]
+             {
+                 return m_Symmetry.bTurned;
+             }},
+            SCommand::Run(
+                "symmetry.turns", "&Number of turned places...", NO_KEY, [this] { ChooseTurns(); }),
+            SCommand::Line(),
+            SCommand::Run(CENTRE_HERE, "Set centre &here", NO_KEY, [this] { PutCentreHere(); }),
+            SCommand::Run("symmetry.centre_middle",
+                          "Centre in the &middle",
+                          NO_KEY,
+                          putInMiddle,
+                          [this] { return m_Symmetry.bOwnCentre; }),
+        });
+}
+
+void CSymmetryCommands::SwitchMirror(bool SSymmetry::*pAcross)
+{
+    m_Symmetry.*pAcross = !(m_Symmetry.*pAcross);
+    m_Symmetry.bTurned = false;
+    Show();
+}
+
+void CSymmetryCommands::SwitchTurned()
+{
+    m_Symmetry.bTurned = !m_Symmetry.bTurned;
+    m_Symmetry.bAcrossX = false;
+    m_Symmetry.bAcrossZ = false;
+    Show();
+}
+
+void CSymmetryCommands::ChooseTurns()
+{
+    bool bOk = false;
+    const int iTurns = QInputDialog::getInt(&m_Window,
+                                            "Turned strokes",
+                                            "Places of each point, itself among them",
+                                            m_Symmetry.iTurns,
+                                            SSymmetry::LEAST_TURNS,
+                                            SSymmetry::MOST_TURNS,
+                                            1,
+                                            &bOk);
+    if (bOk)
+    {
+        m_Symmetry.iTurns = iTurns;
+        Show();
+    }
+}
+
+void CSymmetryCommands::SetSpot(ViewId view)
+{
+    SVec3 hit;
+    CViewWidget* pView = m_Views.Find(view);
+    m_Spot.reset();
+    if (pView != nullptr && pView->GetInput().PickCursor(hit))
+    {
+        m_Spot = hit;
+    }
+}
+
+void CSymmetryCommands::PutCentreHere()
+{
+    SVec3 hit;
+    if (m_Spot.has_value())
+    {
+        hit = *m_Spot;
+    }
+    else if (!m_Views.GetActive()->GetInput().PickCursor(hit))
+    {
+        m_Views.GetActive()->GetNote().ShowValue("no ground under the cursor");
+        return;
+    }
+    m_Symmetry.bOwnCentre = true;
+    m_Symmetry.centre = hit;
+    Show();
+}
+
+void CSymmetryCommands::Show()
+{
+    m_Views.RequestFrames();
+    m_ShowState();
+}

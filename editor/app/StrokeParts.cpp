@@ -1,0 +1,71 @@
+// Strokes of a view that go on by themselves: while the button is held, and along a path of knots.
+
+#include "editor/app/CViewStroke.h"
+#include "editor/core/CEditorHost.h"
+
+void CViewStroke::BuildUp()
+{
+    SVec3 at = m_LastGround;
+    if (!IsBuilding() || !m_Host.GetInput().IsDragging() || !m_bLastGround || !DropToGround(at))
+    {
+        return;
+    }
+    SendHeldPress(m_PressHit);
+    if (m_bSculpts)
+    {
+        m_Sender.Release(m_HereX, m_HereY, m_Flags);
+        PlayImages();
+        HoldAim();
+        SendPress(m_HereX, m_HereY, &at);
+    }
+    SendGround(at);
+    if (!m_Line.IsOn())
+    {
+        m_Sampler.Continue(m_HereX, m_HereY, at);
+    }
+}
+
+bool CViewStroke::DrawPath(std::vector<SVec3> knots)
+{
+    Begin(m_HereX, m_HereY, 0, false);
+    for (SVec3& knot : knots)
+    {
+        DropToGround(knot); // it may have changed since the click
+    }
+    const bool bCan = m_bHasEnd && knots.size() > 1;
+    if (bCan)
+    {
+        Open(false, !m_bPath);
+        m_bPath ? DrawPoints(knots) : DrawEnds(knots);
+    }
+    Finish();
+    return bCan;
+}
+
+void CViewStroke::DrawPoints(const std::vector<SVec3>& knots)
+{
+    m_Forms.SetWay(knots[0], knots[1]);
+    SendPress(m_HereX, m_HereY, &knots.front());
+    CStrokePath::Walk(knots, m_Spacing.Get(), [this](const SVec3& point) { SendGround(point); });
+    if (m_Host.GetInput().IsDragging())
+    {
+        m_Sender.Release(m_HereX, m_HereY, m_Flags, &knots.back());
+        PlayImages();
+    }
+}
+
+// Heights of knots are those of before the path, so that one piece goes on where another has ended.
+void CViewStroke::DrawEnds(const std::vector<SVec3>& knots)
+{
+    for (size_t i = 1; i < knots.size() && m_Host.GetHistory().IsStepOpen(); ++i)
+    {
+        SendPress(m_HereX, m_HereY, &knots[i - 1]);
+        if (m_Host.GetInput().IsDragging())
+        {
+            m_Sender.Release(m_HereX, m_HereY, m_Flags, &knots[i]);
+            PlayImages();
+            m_LastGround = knots[i];
+            m_bLastGround = true;
+        }
+    }
+}
