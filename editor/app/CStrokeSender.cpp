@@ -148,15 +148,15 @@ size_t CStrokeSender::FindImages(const CTerrain* pTerrain,
         const SVec3 size = pTerrain->GetSize();
         SVec3 image = symmetry.GetImage(i, point, size);
         const float fSame = GetSame(size);
-        const auto isSame = [&](const SVec3& other)
+        const auto isSame = [&](const SImage& other)
         {
-            return IsSame(image, other, fSame);
+            return IsSame(image, other.at, fSame);
         };
         // On a line of the mirror, or at the centre, a point is its own image.
-        const bool bNew =
-            !isSame(point) && std::none_of(images.begin(),
-                                           images.begin() + static_cast<std::ptrdiff_t>(nFound),
-                                           isSame);
+        const bool bNew = !IsSame(image, point, fSame) &&
+                          std::none_of(images.begin(),
+                                       images.begin() + static_cast<std::ptrdiff_t>(nFound),
+                                       isSame);
         if (bNew && pTerrain->PickDown(image))
         {
             images[nFound++] = {image, i};
@@ -176,7 +176,7 @@ void CStrokeSender::SendImages(const SVec3& point, float fAbove, uint32_t uFlags
     // A drag that has found no memory on the way is over.
     for (size_t i = 0; i < nCount && m_Host.GetInput().IsDragging(); ++i)
     {
-        images[i].y = GetHeight(images[i]) + fAbove;
+        images[i].at.y = GetHeight(images[i].at) + fAbove;
         m_Host.GetInput().SetPointForm(m_Symmetry.TurnForm(images[i].i, m_Form));
         m_pGround = &images[i].at;
         SendMove(m_SentX, m_SentY, uFlags, {});
