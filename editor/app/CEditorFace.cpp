@@ -80,6 +80,10 @@ bool CEditorFace::PromptText(const char* pszTitle, const char* pszLabel, std::st
     {
         strAnswer = strText.toStdString();
     }
+    if (m_pWindow != nullptr)
+    {
+        m_pWindow->ShowState(); // what was asked for may be the name of a brush that is added
+    }
     return bOk;
 }
 

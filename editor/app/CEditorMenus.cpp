@@ -27,6 +27,7 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     , m_Level(parts.editor, parts.documents, parts.onLevel)
     , m_Camera(parts.views, parts.plugin)
     , m_Brush(parts.editor, parts.views, parts.plugin)
+    , m_Library(parts.library, parts.views)
 {
     QMenuBar& bar = *m_Window.menuBar();
     m_File.AddTo(*bar.addMenu("&File"), m_Commands);
@@ -38,7 +39,9 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     m_Camera.AddTo(*bar.addMenu("&Camera"), m_Commands);
     m_Brush.AddTo(*bar.addMenu("&Brush"), m_Commands);
     // Last, when all menus are there that the plug-in may want its own to lie in.
-    m_Plugin.AddMenus(m_Window, *bar.addMenu("&Tools"));
+    QMenu* pTools = bar.addMenu("&Tools");
+    m_Plugin.AddMenus(m_Window, *pTools);
+    m_Library.AddTo(*pTools, m_Commands);
     m_Plugin.AddToolBars(m_Window);
     m_Commands.AddPluginActions([this](int32_t iAction) { m_Plugin.SendAction(iAction); });
     m_Commands.ApplyKeys();

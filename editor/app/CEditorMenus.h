@@ -4,6 +4,7 @@
 #include "editor/app/CEditCommands.h"
 #include "editor/app/CFileCommands.h"
 #include "editor/app/CLevelCommands.h"
+#include "editor/app/CLibraryCommands.h"
 #include "editor/app/CToolCommands.h"
 #include "editor/app/CViewCommands.h"
 #include "host/HostTypes.h"
@@ -21,6 +22,7 @@ struct SMenuParts
     CCommandList& commands;
     CViewArea& views;
     CPanelDock& panel;
+    CBrushLibraryDock& library;
     CDocumentActions& documents;
     CScriptRunner& scripts;
     CPluginCommands& plugin;
@@ -51,4 +53,5 @@ private:
     CLevelCommands m_Level;
     CCameraCommands m_Camera;
     CToolCommands m_Brush;
+    CLibraryCommands m_Library;
 };

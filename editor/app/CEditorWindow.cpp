@@ -1,5 +1,6 @@
 #include "editor/app/CEditorWindow.h"
 
+#include "editor/app/CBrushLibraryDock.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
 #include "editor/app/CHistoryDock.h"
@@ -102,6 +103,7 @@ void CEditorWindow::ShowPlugin()
                                                              *m_pMessages,
                                                              GetHost(),
                                                              *m_pPluginCommands,
+                                                             m_Editor.GetPlugin(),
                                                              m_Settings.render,
                                                              [this]
                                                              {
@@ -131,6 +133,7 @@ void CEditorWindow::MakeMenus()
                                                          .commands = m_Commands,
                                                          .views = *m_pViews,
                                                          .panel = m_pLayout->GetPanel(),
+                                                         .library = m_pLayout->GetLibrary(),
                                                          .documents = m_Documents,
                                                          .scripts = *m_pScripts,
                                                          .plugin = *m_pPluginCommands,
@@ -203,6 +206,7 @@ void CEditorWindow::Refresh()
         return;
     }
     m_pLayout->GetHistory().Follow();
+    m_pLayout->GetLibrary().Follow();
     m_Commands.Follow();
     const CRecorder* pRecorder = m_Editor.GetRecorder();
     m_pStatus->SetRecording(pRecorder != nullptr && pRecorder->IsRecording());

@@ -1,5 +1,6 @@
 #include "editor/app/CWindowLayout.h"
 
+#include "editor/app/CBrushLibraryDock.h"
 #include "editor/app/CHistoryDock.h"
 #include "editor/app/CLightDock.h"
 #include "editor/app/CMessagesDock.h"
@@ -38,6 +39,17 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
                                       parts.host.GetRegistry(),
                                       [&plugin = parts.plugin](size_t iProcess)
                                       { return plugin.RunProcess(iProcess); }))
+    , m_pLibrary(new CBrushLibraryDock(
+          &parts.window,
+          parts.host,
+          parts.pPlugin,
+          [&host = parts.host, &views = parts.views, showState = parts.showState]
+          {
+              host.GetModes().SetModeCursor();
+              views.RepeatHover();
+              views.RequestFrames();
+              showState();
+          }))
 {
     auto* pLight =
         new CLightDock(&m_Window, parts.render, [&views = m_Views] { views.RequestFrames(); });
@@ -48,9 +60,12 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pHistory);
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pProcesses);
     m_Window.addDockWidget(Qt::RightDockWidgetArea, pLight);
+    m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pLibrary);
     m_Window.addDockWidget(Qt::BottomDockWidgetArea, &parts.messages);
     m_Window.tabifyDockWidget(m_pHistory, m_pProcesses);
     m_Window.tabifyDockWidget(m_pProcesses, pLight);
+    m_Window.tabifyDockWidget(pLight, m_pLibrary);
+    m_pLibrary->hide(); // until somebody asks for it
     m_pHistory->raise();
     m_Window.resizeDocks(
         {&parts.messages}, {m_Window.fontMetrics().height() * MESSAGE_LINES}, Qt::Vertical);

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+class CBrushLibraryDock;
 class CEditorHost;
 class CHistoryDock;
 class CMessagesDock;
@@ -11,6 +12,7 @@ class CPanelDock;
 class CPluginCommands;
 class CProcessesDock;
 class CViewArea;
+class IPlugin;
 class QMainWindow;
 struct SRenderSettings;
 
@@ -22,8 +24,9 @@ struct SLayoutParts
     CMessagesDock& messages;
     CEditorHost& host;
     CPluginCommands& plugin;
+    IPlugin* pPlugin;                // whose library of brushes is shown; null: none
     SRenderSettings& render;         // the light dock changes it
-    std::function<void()> showState; // the history was stepped through
+    std::function<void()> showState; // the history was stepped through, or a brush was taken
 };
 
 // Where everything stands in the window: makes the docks around the views, and keeps from run to
@@ -46,6 +49,8 @@ public:
 
     CHistoryDock& GetHistory() { return *m_pHistory; }
 
+    CBrushLibraryDock& GetLibrary() { return *m_pLibrary; }
+
     CProcessesDock& GetProcesses() { return *m_pProcesses; }
 
 private:
@@ -54,4 +59,5 @@ private:
     std::unique_ptr<CPanelDock> m_pPanel;
     CHistoryDock* m_pHistory; // these are the window's
     CProcessesDock* m_pProcesses;
+    CBrushLibraryDock* m_pLibrary;
 };

@@ -1,5 +1,6 @@
 #include "editor/app/FileChoice.h"
 
+#include "editor/app/CPicturePreview.h"
 #include "engine/elevation/ElevationFormats.h"
 #include "engine/imaging/CodecTable.h"
 #include "host/FileSystem.h"
@@ -7,10 +8,13 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QStandardPaths>
 #include <QStringList>
 
+#include <algorithm>
 #include <cstring>
 
 namespace
@@ -65,6 +69,45 @@ bool MayReplace(QWidget* pParent, const std::string& strPath)
            QMessageBox::Yes;
 }
 
+// Whether one of the patterns that the plug-in passes is that of pictures.
+bool ChoosesPictures(const char* pszFilter)
+{
+    const QStringList pictures =
+        QString::fromStdString(ListImageExtensions("*.", "|", false)).split('|');
+    const QStringList patterns = QString::fromUtf8(pszFilter).split('|').mid(1);
+    return std::any_of(patterns.begin(),
+                       patterns.end(),
+                       [&](const QString& strPattern)
+                       { return pictures.contains(strPattern.trimmed(), Qt::CaseInsensitive); });
+}
+
+// Only Qt's own dialog has room for a preview; those of desktops do not know all formats.
+void AddPreview(QFileDialog& dialog)
+{
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    auto* pGrid = qobject_cast<QGridLayout*>(dialog.layout());
+    if (pGrid == nullptr)
+    {
+        return;
+    }
+    auto* pPreview = new CPicturePreview(&dialog);
+    pGrid->addWidget(pPreview, 0, pGrid->columnCount(), pGrid->rowCount(), 1);
+    QObject::connect(&dialog,
+                     &QFileDialog::currentChanged,
+                     pPreview,
+                     [pPreview](const QString& strPath) { pPreview->Show(strPath); });
+    // The name is there before anything is selected, and may be typed.
+    if (auto* pName = dialog.findChild<QLineEdit*>("fileNameEdit"))
+    {
+        QObject::connect(pName,
+                         &QLineEdit::textChanged,
+                         pPreview,
+                         [pPreview, &dialog](const QString& strName)
+                         { pPreview->Show(dialog.directory().absoluteFilePath(strName)); });
+    }
+    dialog.resize(dialog.sizeHint().expandedTo(dialog.size()));
+}
+
 } // namespace
 
 QString MakeDialogFilter(const char* pszFilter)
@@ -96,10 +139,10 @@ QString GetHeightMapFilter()
     return QString("Height maps (%1);;All files (*)").arg(patterns.join(' '));
 }
 
-QString GetPictureFilter()
+QString GetPictureFilter(const char* pszName)
 {
     const std::string strPatterns = ListImageExtensions("*.", " ", false);
-    return QString("Pictures (%1)").arg(QString::fromStdString(strPatterns));
+    return QString("%1 (%2)").arg(pszName, QString::fromStdString(strPatterns));
 }
 
 std::string MakeRootRelative(const std::string& strPath, bool bWrite)
@@ -170,10 +213,19 @@ std::string ChooseFile(QWidget* pParent,
         return MakeRootRelative(
             ChooseSaveFile(pParent, {QString(), strFilter, strSuffix, strStart}), true);
     }
-    QFileDialog dialog(pParent, QString(), QString(), strFilter);
+    // Whoever opens a picture sees all that can be opened; what the plug-in asks for comes next.
+    const bool bPictures = eKind == FILE_DIALOG_OPEN && ChoosesPictures(pszFilter);
+    QFileDialog dialog(pParent,
+                       QString(),
+                       QString(),
+                       bPictures ? GetPictureFilter("All pictures") + ";;" + strFilter : strFilter);
     dialog.setFileMode(eKind == FILE_DIALOG_OPEN ? QFileDialog::ExistingFile
                                                  : QFileDialog::AnyFile);
     dialog.setDefaultSuffix(strSuffix);
+    if (bPictures)
+    {
+        AddPreview(dialog);
+    }
     SetStart(dialog, strStart);
     const std::string strPath = Run(dialog);
     return MakeRootRelative(strPath, !fs::exists(strPath.c_str())); // a new one will be written

@@ -24,7 +24,7 @@ QString MakeDialogFilter(const char* pszFilter);
 // The filters of dialogs for files of the formats that the engine has tables of: height maps but
 // levels' own, and pictures.
 QString GetHeightMapFilter();
-QString GetPictureFilter();
+QString GetPictureFilter(const char* pszName = "Pictures");
 
 // Answers a path below the user root or the data root as it counts from there, so that what is
 // saved with it can be moved; others stay, and so does one that would then mean another file.

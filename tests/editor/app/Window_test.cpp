@@ -85,18 +85,19 @@ TEST_F(CWindows, ThePluginsMenuToolbarAndPanelWork)
     EXPECT_FALSE(pToolBar->actions().front()->isChecked());
     EXPECT_FALSE(GetHost().GetSettings().IsPanelOpen());
 
-    // Alt+T opens the menu; its only item is the plug-in's.
-    Answer<QMenu>([this] { Key("alt+t"); },
-                  [this](QMenu& menu)
-                  {
-                      ASSERT_EQ(GetTexts(menu), QStringList{"Terrain"});
-                      EXPECT_EQ(GetTexts(*menu.actions().front()->menu()),
-                                (QStringList{"Save height map...",
-                                             "Edit bitmap on terrain",
-                                             "Export terrain extent to STL"}));
-                      menu.actions().front()->menu()->actions().last()->trigger();
-                      menu.close();
-                  });
+    // Alt+T opens the menu; its first item is the plug-in's.
+    Answer<QMenu>(
+        [this] { Key("alt+t"); },
+        [this](QMenu& menu)
+        {
+            ASSERT_EQ(GetTexts(menu), (QStringList{"Terrain", "-", "&Brush library and back"}));
+            EXPECT_EQ(GetTexts(*menu.actions().front()->menu()),
+                      (QStringList{"Save height map...",
+                                   "Edit bitmap on terrain",
+                                   "Export terrain extent to STL"}));
+            menu.actions().front()->menu()->actions().last()->trigger();
+            menu.close();
+        });
     EXPECT_EQ(GetHost().GetCaption(), "Export terrain extent");
 }
 

@@ -1,0 +1,248 @@
+#include "editor/app/CBrushCatalogue.h"
+
+#include "editor/core/CEditorHost.h"
+#include "host/IPlugin.h"
+#include "host/IPluginScript.h"
+#include "parser/CTCParseNodes.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <utility>
+
+namespace
+{
+
+constexpr char BACK[] = "undo_brushes";
+constexpr char AGAIN[] = "redo_brushes";
+
+// A call is put together instead of parsed: a name may then hold whatever a person types.
+std::unique_ptr<CTCPARSE_KEYWORD> MakeCall(const char* pszName)
+{
+    auto pCall = std::make_unique<CTCPARSE_KEYWORD>();
+    std::snprintf(pCall->name, sizeof(pCall->name), "%s", pszName);
+    return pCall;
+}
+
+std::unique_ptr<CTCPARSE_KEYWORD> MakeCall(const char* pszName, size_t iBrush)
+{
+    std::unique_ptr<CTCPARSE_KEYWORD> pCall = MakeCall(pszName);
+    pCall->params = new CTCPARSE_INT(static_cast<int32_t>(iBrush));
+    return pCall;
+}
+
+std::unique_ptr<CTCPARSE_KEYWORD> MakeCall(const char* pszName, size_t iBrush, size_t iTo)
+{
+    std::unique_ptr<CTCPARSE_KEYWORD> pCall = MakeCall(pszName, iBrush);
+    pCall->params->next = new CTCPARSE_INT(static_cast<int32_t>(iTo));
+    return pCall;
+}
+
+std::unique_ptr<CTCPARSE_KEYWORD>
+MakeCall(const char* pszName, size_t iBrush, const std::string& strText)
+{
+    std::unique_ptr<CTCPARSE_KEYWORD> pCall = MakeCall(pszName, iBrush);
+    pCall->params->next = new CTCPARSE_STRING(strText.c_str());
+    return pCall;
+}
+
+} // namespace
+
+CBrushCatalogue::CBrushCatalogue(CEditorHost& host, IPlugin* pPlugin)
+    : m_Host(host)
+    , m_pBrushes(dynamic_cast<IPluginBrushes*>(pPlugin))
+    , m_pScript(dynamic_cast<IPluginScript*>(pPlugin))
+{
+}
+
+bool CBrushCatalogue::Follow()
+{
+    if (!IsThere() || m_uRevision == m_pBrushes->GetBrushRevision())
+    {
+        return false;
+    }
+    m_uRevision = m_pBrushes->GetBrushRevision();
+    m_Shown = m_pBrushes->GetDefinedBrushes();
+    return true;
+}
+
+bool CBrushCatalogue::Refuse(const std::string& strWhy)
+{
+    m_Line = strWhy;
+    return false;
+}
+
+std::string CBrushCatalogue::GetQuoted(size_t iBrush) const
+{
+    return '"' + m_Shown[iBrush].strName + '"';
+}
+
+bool CBrushCatalogue::Begin(size_t iBrush)
+{
+    m_bSaveFailed = false;
+    if (!IsThere())
+    {
+        return Refuse("This plug-in has no library of brushes.");
+    }
+    if (m_uRevision != m_pBrushes->GetBrushRevision())
+    {
+        return Refuse("The brushes have changed meanwhile; look again.");
+    }
+    return iBrush < m_Shown.size() || Refuse("There is no brush.");
+}
+
+bool CBrushCatalogue::Play(const CTCPARSE_KEYWORD& call)
+{
+    // The plug-in refuses a drag of its own; a stroke may be another mode's.
+    if (m_Host.GetInput().IsDragging())
+    {
+        return Refuse("Not during a stroke.");
+    }
+    EScriptResult eResult = EScriptResult::Failed;
+    std::string strWhy;
+    if (!m_Host.GetInput().Guard("CBrushCatalogue::Play",
+                                 [&] { eResult = m_pScript->Play(&call, strWhy); }))
+    {
+        return Refuse("Not enough memory.");
+    }
+    if (eResult == EScriptResult::Unknown)
+    {
+        return Refuse("This plug-in cannot do that.");
+    }
+    return eResult == EScriptResult::Done || Refuse("Not done: " + strWhy + '.');
+}
+
+bool CBrushCatalogue::Change(const std::vector<std::unique_ptr<CTCPARSE_KEYWORD>>& calls,
+                             const char* pszBack)
+{
+    size_t nPlayed = 0;
+    while (nPlayed < calls.size() && Play(*calls[nPlayed]))
+    {
+        ++nPlayed;
+    }
+    bool bSaved = nPlayed == calls.size();
+    // A brush that is moved to where it is leaves nothing to save.
+    if (bSaved && m_pBrushes->GetBrushRevision() != m_uRevision)
+    {
+        bSaved = false;
+        m_Host.GetInput().Guard("CBrushCatalogue::Change",
+                                [&] { bSaved = m_pBrushes->SaveBrushes(); });
+        m_bSaveFailed = !bSaved;
+    }
+    if (bSaved)
+    {
+        return true;
+    }
+    std::string strWhy =
+        m_bSaveFailed ? "The brushes cannot be saved; they are as they were." : std::move(m_Line);
+    for (; nPlayed > 0; --nPlayed)
+    {
+        Play(*MakeCall(pszBack));
+    }
+    return Refuse(strWhy);
+}
+
+bool CBrushCatalogue::Change(std::unique_ptr<CTCPARSE_KEYWORD> pCall, const char* pszBack)
+{
+    std::vector<std::unique_ptr<CTCPARSE_KEYWORD>> calls;
+    calls.push_back(std::move(pCall));
+    return Change(calls, pszBack);
+}
+
+bool CBrushCatalogue::Take(size_t iBrush)
+{
+    if (!Begin(iBrush) || !Play(*MakeCall("take_brush", iBrush)))
+    {
+        return false;
+    }
+    m_Line = GetQuoted(iBrush) + " is at hand.";
+    return true;
+}
+
+bool CBrushCatalogue::Rename(size_t iBrush, const std::string& strName)
+{
+    if (!Begin(iBrush) || !Change(MakeCall("rename_brush", iBrush, strName), BACK))
+    {
+        return false;
+    }
+    const bool bTwice =
+        std::any_of(m_Shown.begin(),
+                    m_Shown.end(),
+                    [&](const SDefinedBrush& brush)
+                    { return &brush != &m_Shown[iBrush] && brush.strName == strName; });
+    m_Line = GetQuoted(iBrush) + " is now \"" + strName +
+             (bTwice ? "\", as another one; scripts take the first of them." : "\".");
+    return true;
+}
+
+bool CBrushCatalogue::Duplicate(size_t iBrush)
+{
+    // Without a name the plug-in finds one, as for a brush that is added.
+    if (!Begin(iBrush) || !Change(MakeCall("duplicate_brush", iBrush, std::string()), BACK))
+    {
+        return false;
+    }
+    m_Line = GetQuoted(iBrush) + " has a copy.";
+    return true;
+}
+
+bool CBrushCatalogue::Remove(std::vector<size_t> brushes)
+{
+    std::sort(brushes.begin(), brushes.end(), std::greater<>());
+    if (brushes.empty())
+    {
+        return Refuse("No brush is selected.");
+    }
+    if (!Begin(brushes.front()))
+    {
+        return false;
+    }
+    std::vector<std::unique_ptr<CTCPARSE_KEYWORD>> calls;
+    calls.reserve(brushes.size());
+    for (const size_t iBrush : brushes) // from the end, so that the places of the others stay
+    {
+        calls.push_back(MakeCall("remove_brush", iBrush));
+    }
+    if (!Change(calls, BACK))
+    {
+        return false;
+    }
+    m_Line = brushes.size() == 1
+                 ? GetQuoted(brushes.front()) + " is removed; Ctrl+Z brings it back."
+                 : std::to_string(brushes.size()) +
+                       " brushes are removed; Ctrl+Z brings back one after another.";
+    return true;
+}
+
+bool CBrushCatalogue::Move(size_t iBrush, size_t iTo)
+{
+    if (!Begin(iBrush) || !Change(MakeCall("move_brush", iBrush, iTo), BACK))
+    {
+        return false;
+    }
+    m_Line = GetQuoted(iBrush) + " is number " + std::to_string(iTo + 1) + " of " +
+             std::to_string(m_Shown.size()) + '.';
+    return true;
+}
+
+bool CBrushCatalogue::TakeBack()
+{
+    m_bSaveFailed = false;
+    if (!IsThere() || !Change(MakeCall(BACK), AGAIN))
+    {
+        return false;
+    }
+    m_Line = "The last change is taken back.";
+    return true;
+}
+
+bool CBrushCatalogue::DoAgain()
+{
+    m_bSaveFailed = false;
+    if (!IsThere() || !Change(MakeCall(AGAIN), BACK))
+    {
+        return false;
+    }
+    m_Line = "The change is done again.";
+    return true;
+}

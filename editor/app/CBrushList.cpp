@@ -1,0 +1,251 @@
+#include "editor/app/CBrushList.h"
+
+#include <QAction>
+#include <QDrag>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QStyle>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+
+constexpr int PICTURE = 64; // side, Qt's pixels
+constexpr int GRID_CHARACTERS = 16;
+constexpr int FIRST_COLUMNS = 3; // that the list is never narrower than
+
+bool IsStep(const QKeyEvent& event)
+{
+    switch (event.key())
+    {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Name and function stand below the picture; what is edited is the name.
+class CBrushDelegate : public QStyledItemDelegate
+{
+public:
+    CBrushDelegate(QObject* pParent, std::function<void(int, const QString&)> onRename)
+        : QStyledItemDelegate(pParent)
+        , m_OnRename(std::move(onRename))
+    {
+    }
+
+    QWidget* createEditor(QWidget* pParent,
+                          const QStyleOptionViewItem& /*option*/,
+                          const QModelIndex& /*index*/) const override
+    {
+        auto* pEdit = new QLineEdit(pParent);
+        pEdit->setObjectName("library-name");
+        pEdit->setAccessibleName("Name of the brush");
+        pEdit->setAlignment(Qt::AlignHCenter);
+        return pEdit;
+    }
+
+    void setModelData(QWidget* pEditor,
+                      QAbstractItemModel* /*pModel*/,
+                      const QModelIndex& index) const override
+    {
+        const QString strName = static_cast<QLineEdit*>(pEditor)->text();
+        if (strName != index.data(Qt::EditRole).toString())
+        {
+            m_OnRename(index.row(), strName);
+        }
+    }
+
+    void updateEditorGeometry(QWidget* pEditor,
+                              const QStyleOptionViewItem& option,
+                              const QModelIndex& /*index*/) const override
+    {
+        const int iHeight = pEditor->sizeHint().height();
+        pEditor->setGeometry(option.rect.left(),
+                             option.rect.bottom() - 2 * option.fontMetrics.height() - iHeight / 4,
+                             option.rect.width(),
+                             iHeight);
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* pOption, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(pOption, index);
+        pOption->decorationPosition = QStyleOptionViewItem::Top;
+        pOption->decorationAlignment = Qt::AlignHCenter | Qt::AlignVCenter;
+        pOption->displayAlignment = Qt::AlignHCenter | Qt::AlignTop;
+        pOption->textElideMode = Qt::ElideMiddle;
+        pOption->text +=
+            QChar(QChar::LineSeparator) + index.data(CBrushList::FUNCTION_ROLE).toString();
+    }
+
+private:
+    std::function<void(int, const QString&)> m_OnRename;
+};
+
+} // namespace
+
+CBrushList::CBrushList(QWidget* pParent, SEvents events)
+    : QListWidget(pParent)
+    , m_Events(std::move(events))
+{
+    const QFontMetrics metrics = fontMetrics();
+    const QSize grid(std::max(PICTURE, metrics.averageCharWidth() * GRID_CHARACTERS),
+                     PICTURE + 3 * metrics.height() + metrics.leading());
+    setIconSize({PICTURE, PICTURE});
+    setGridSize(grid);
+    setMinimumWidth(FIRST_COLUMNS * grid.width() + PICTURE / 2 +
+                    style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // so that no row changes its width by it
+    setFlow(QListView::LeftToRight);
+    setWrapping(true);
+    setResizeMode(QListView::Adjust);
+    setUniformItemSizes(true);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers); // an action begins it
+    setDragDropMode(QAbstractItemView::InternalMove);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
+    setItemDelegate(new CBrushDelegate(this, m_Events.onRename));
+    m_DropTimer.setSingleShot(true);
+    m_DropTimer.callOnTimeout(this, [this] { m_Events.onMove(m_iFrom, m_iTo); });
+}
+
+void CBrushList::Filter(const QString& strText)
+{
+    for (int i = 0; i < count(); ++i)
+    {
+        const bool bShown =
+            item(i)->text().contains(strText, Qt::CaseInsensitive) ||
+            item(i)->data(FUNCTION_ROLE).toString().contains(strText, Qt::CaseInsensitive);
+        setRowHidden(i, !bShown);
+        if (!bShown)
+        {
+            item(i)->setSelected(false); // nobody removes what is not seen
+        }
+    }
+}
+
+int CBrushList::FindShown(int iFrom, int iStep) const
+{
+    int iRow = iFrom + iStep;
+    while (iRow >= 0 && iRow < count() && isRowHidden(iRow))
+    {
+        iRow += iStep;
+    }
+    return iRow >= 0 && iRow < count() ? iRow : -1;
+}
+
+void CBrushList::Select(int iRow)
+{
+    // By itself a list heeds the keys that are held, which are those of an action.
+    setCurrentRow(iRow, QItemSelectionModel::ClearAndSelect);
+    scrollToItem(item(iRow));
+}
+
+QAction* CBrushList::FindAction(const QKeyEvent& event) const
+{
+    const QKeySequence keys(QKeyCombination(event.modifiers() & ~Qt::KeypadModifier,
+                                            static_cast<Qt::Key>(event.key())));
+    for (QAction* pAction : actions())
+    {
+        if (pAction->shortcuts().contains(keys))
+        {
+            return pAction;
+        }
+    }
+    return nullptr;
+}
+
+bool CBrushList::event(QEvent* pEvent)
+{
+    // Some of the window's commands have the same keys; with the keyboard here they are the list's.
+    if (pEvent->type() == QEvent::ShortcutOverride)
+    {
+        const auto& key = *static_cast<QKeyEvent*>(pEvent);
+        if (IsStep(key) || FindAction(key) != nullptr)
+        {
+            pEvent->accept();
+            return true;
+        }
+    }
+    return QListWidget::event(pEvent);
+}
+
+void CBrushList::keyPressEvent(QKeyEvent* pEvent)
+{
+    if (QAction* pAction = FindAction(*pEvent))
+    {
+        pAction->trigger();
+        return;
+    }
+    // Sideways the rows are one: whoever goes on at the end of one comes to the next.
+    const int iStep = pEvent->key() == Qt::Key_Left ? -1 : pEvent->key() == Qt::Key_Right ? 1 : 0;
+    const int iRow = iStep != 0 && (pEvent->modifiers() & ~Qt::KeypadModifier) == 0
+                         ? FindShown(currentRow(), iStep)
+                         : -1;
+    if (iRow >= 0)
+    {
+        Select(iRow);
+        return;
+    }
+    QListWidget::keyPressEvent(pEvent);
+}
+
+Qt::DropActions CBrushList::supportedDropActions() const
+{
+    return Qt::MoveAction;
+}
+
+int CBrushList::FindDropRow(const QPoint& at) const
+{
+    const QModelIndex index = indexAt(at);
+    if (!index.isValid())
+    {
+        return count();
+    }
+    return at.x() > visualRect(index).center().x() ? index.row() + 1 : index.row();
+}
+
+// As the view's own drag, which would take the dragged item away where it ends as a move: the list
+// shows the library, and the plug-in moves brushes.
+void CBrushList::startDrag(Qt::DropActions /*actions*/)
+{
+    m_iDragged = currentRow();
+    if (m_iDragged < 0)
+    {
+        return;
+    }
+    auto* pDrag = new QDrag(this); // Qt's, from exec on
+    pDrag->setMimeData(model()->mimeData({currentIndex()}));
+    pDrag->setPixmap(item(m_iDragged)->icon().pixmap(iconSize()));
+    pDrag->exec(Qt::MoveAction);
+    m_iDragged = -1;
+}
+
+void CBrushList::dropEvent(QDropEvent* pEvent)
+{
+    const int iBefore = FindDropRow(pEvent->position().toPoint());
+    pEvent->accept();
+    stopAutoScroll();
+    setState(QAbstractItemView::NoState);
+    viewport()->update();
+    if (pEvent->source() == this && m_iDragged >= 0)
+    {
+        m_iFrom = m_iDragged;
+        m_iTo = iBefore > m_iFrom ? iBefore - 1 : iBefore;
+        m_DropTimer.start(0);
+    }
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QListWidget>
+#include <QTimer>
+
+#include <functional>
+
+// The brushes of the library as pictures with their names below, in rows as wide as the list. Knows
+// nothing of brushes: it says what a person wants. Its actions are its keys, before any of the
+// window's, and its context menu. Owned by its dock.
+class CBrushList : public QListWidget
+{
+public:
+    struct SEvents
+    {
+        // Another name was typed for a row. Called by the editor while it goes, which a message box
+        // must not hinder; a stroke that ends the typing has not begun yet.
+        std::function<void(int, const QString&)> onRename;
+        // A row was dropped, to be the second one afterwards. Called from the event loop.
+        std::function<void(int, int)> onMove;
+    };
+
+    static constexpr int FUNCTION_ROLE = Qt::UserRole; // what stands below the name
+
+    CBrushList(QWidget* pParent, SEvents events);
+
+    // Hides the rows that have the text neither in their name nor below it; empty shows all.
+    void Filter(const QString& strText);
+    void Select(int iRow); // that row alone, which is then the current one
+    // The next row that is shown, iStep -1 or 1; -1 when there is none.
+    int FindShown(int iFrom, int iStep) const;
+
+protected:
+    bool event(QEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* pEvent) override;
+    void startDrag(Qt::DropActions actions) override;
+    void dropEvent(QDropEvent* pEvent) override;
+    Qt::DropActions supportedDropActions() const override;
+
+private:
+    QAction* FindAction(const QKeyEvent& event) const;
+    int FindDropRow(const QPoint& at) const; // before which the drop is meant
+
+    SEvents m_Events;
+    int m_iDragged = -1; // row; -1 while none is
+    int m_iFrom = 0;     // of what was dropped
+    int m_iTo = 0;
+    QTimer m_DropTimer; // until the drag is over
+};
