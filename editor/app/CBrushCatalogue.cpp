@@ -198,6 +198,7 @@ bool CBrushCatalogue::Remove(std::vector<size_t> brushes)
         return false;
     }
     std::vector<std::unique_ptr<CTCPARSE_KEYWORD>> calls;
+    calls.reserve(brushes.size());
     for (const size_t iBrush : brushes) // from the end, so that the places of the others stay
     {
         calls.push_back(MakeCall("remove_brush", iBrush));

@@ -9,7 +9,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -75,6 +74,8 @@ CBrushLibraryDock::CBrushLibraryDock(QWidget* pParent,
     setTabOrder(m_pFilter, pButton);
     setTabOrder(pButton, m_pList);
 
+    m_NameTimer.setSingleShot(true);
+    m_NameTimer.callOnTimeout(this, [this] { Finish(m_bNamed, m_iNamed); });
     connect(m_pList, &QListWidget::itemDoubleClicked, this, [this] { Take(); });
     connect(m_pFilter, &QLineEdit::textChanged, this, [this] { Filter(); });
     connect(m_pFilter, &QLineEdit::returnPressed, m_pList, [this] { TakeFocus(); });
@@ -228,8 +229,9 @@ void CBrushLibraryDock::Rename()
 // What is typed counts at once; what is shown of it waits until the editor has gone.
 void CBrushLibraryDock::TakeName(int iRow, const QString& strName)
 {
-    const bool bDone = m_Catalogue.Rename(static_cast<size_t>(iRow), strName.toStdString());
-    QTimer::singleShot(0, this, [this, bDone, iRow] { Finish(bDone, iRow); });
+    m_iNamed = iRow;
+    m_bNamed = m_Catalogue.Rename(static_cast<size_t>(iRow), strName.toStdString());
+    m_NameTimer.start(0);
 }
 
 void CBrushLibraryDock::Duplicate()

@@ -3,6 +3,7 @@
 #include "editor/app/CBrushCatalogue.h"
 
 #include <QDockWidget>
+#include <QTimer>
 
 #include <functional>
 
@@ -50,4 +51,7 @@ private:
     QLineEdit* m_pFilter; // these are the dock's
     CBrushList* m_pList;
     QLabel* m_pLine;
+    QTimer m_NameTimer; // until the editor of a name has gone
+    int m_iNamed = 0;
+    bool m_bNamed = false; // the name was taken
 };

@@ -1,12 +1,13 @@
 #include "editor/app/CBrushList.h"
 
 #include <QAction>
+#include <QDrag>
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QStyle>
 #include <QStyledItemDelegate>
-#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -118,6 +119,8 @@ CBrushList::CBrushList(QWidget* pParent, SEvents events)
     setDragDropMode(QAbstractItemView::InternalMove);
     setContextMenuPolicy(Qt::ActionsContextMenu);
     setItemDelegate(new CBrushDelegate(this, m_Events.onRename));
+    m_DropTimer.setSingleShot(true);
+    m_DropTimer.callOnTimeout(this, [this] { m_Events.onMove(m_iFrom, m_iTo); });
 }
 
 void CBrushList::Filter(const QString& strText)
@@ -216,20 +219,33 @@ int CBrushList::FindDropRow(const QPoint& at) const
     return at.x() > visualRect(index).center().x() ? index.row() + 1 : index.row();
 }
 
+// As the view's own drag, which would take the dragged item away where it ends as a move: the list
+// shows the library, and the plug-in moves brushes.
+void CBrushList::startDrag(Qt::DropActions /*actions*/)
+{
+    m_iDragged = currentRow();
+    if (m_iDragged < 0)
+    {
+        return;
+    }
+    auto* pDrag = new QDrag(this); // Qt's, from exec on
+    pDrag->setMimeData(model()->mimeData({currentIndex()}));
+    pDrag->setPixmap(item(m_iDragged)->icon().pixmap(iconSize()));
+    pDrag->exec(Qt::MoveAction);
+    m_iDragged = -1;
+}
+
 void CBrushList::dropEvent(QDropEvent* pEvent)
 {
-    const int iFrom = currentRow();
     const int iBefore = FindDropRow(pEvent->position().toPoint());
-    // The plug-in moves the brush and the list shows it then: the view, which would take a moved
-    // item away by itself, is told of a copy.
-    pEvent->setDropAction(Qt::CopyAction);
     pEvent->accept();
     stopAutoScroll();
     setState(QAbstractItemView::NoState);
     viewport()->update();
-    if (pEvent->source() == this && iFrom >= 0)
+    if (pEvent->source() == this && m_iDragged >= 0)
     {
-        const int iTo = iBefore > iFrom ? iBefore - 1 : iBefore;
-        QTimer::singleShot(0, this, [this, iFrom, iTo] { m_Events.onMove(iFrom, iTo); });
+        m_iFrom = m_iDragged;
+        m_iTo = iBefore > m_iFrom ? iBefore - 1 : iBefore;
+        m_DropTimer.start(0);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QListWidget>
+#include <QTimer>
 
 #include <functional>
 
@@ -32,6 +33,7 @@ public:
 protected:
     bool event(QEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
+    void startDrag(Qt::DropActions actions) override;
     void dropEvent(QDropEvent* pEvent) override;
     Qt::DropActions supportedDropActions() const override;
 
@@ -40,4 +42,8 @@ private:
     int FindDropRow(const QPoint& at) const; // before which the drop is meant
 
     SEvents m_Events;
+    int m_iDragged = -1; // row; -1 while none is
+    int m_iFrom = 0;     // of what was dropped
+    int m_iTo = 0;
+    QTimer m_DropTimer; // until the drag is over
 };

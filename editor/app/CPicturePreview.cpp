@@ -11,11 +11,11 @@
 namespace
 {
 
-constexpr int SIDE = 200;                     // of what is shown, Qt's pixels
-constexpr int WAIT_MS = 120;                  // until a file is read
-constexpr uint64_t MOST_PIXELS = 1ULL << 25U; // of a picture that is; a tenth of a second or two
-constexpr int SAMPLES = 2;                    // along each side of a pixel, before it is smoothed
-constexpr QRgb EMPTY = 0xFF000000;            // of a palette's entry that is not there
+constexpr int SIDE = 200;                    // of what is shown, Qt's pixels
+constexpr int WAIT_MS = 120;                 // until a file is read
+constexpr uint64_t MOST_PIXELS = 17'000'000; // of a picture that is: a mask of 4097 x 4097
+constexpr int SAMPLES = 2;                   // along each side of a pixel, before it is smoothed
+constexpr QRgb EMPTY = 0xFF000000;           // of a palette's entry that is not there
 
 // A view of the pixels, which the preview keeps.
 QImage MakeView(const SPicturePreview& preview)

@@ -17,7 +17,6 @@
 namespace
 {
 
-constexpr uint32_t PANEL_COMMAND = 1;
 constexpr uint32_t DIALOG_COMMAND = 4;
 
 class CPluginWindows : public CPluginLibrary
