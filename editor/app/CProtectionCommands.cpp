@@ -56,7 +56,7 @@ void CProtectionCommands::AddTo(QMenu& menu, CCommandList& commands)
         {
             {.pszId = "protection.paint",
              .pszText = "&Paint protection",
-             .key = Key('K'),
+             .key = Key('U'),
              .run = [this] { SwitchPainting(); },
              .isEnabled = isLevel,
              .isChecked = [this] { return m_Views.IsProtecting(); },

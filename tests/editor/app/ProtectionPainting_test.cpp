@@ -42,7 +42,7 @@ TEST_F(CProtectionPainting, TheMouseProtectsAndStrokesLeaveItAlone)
     CViewWidget& view = GetView(1); // from above
     MoveTo(view, {0.5, 0.5});
     const QImage plain = Grab(GetView(0));
-    Key("k");
+    Key("u");
     Drag(view, {0.4, 0.5}, {0.6, 0.5});
     const size_t nProtected = Count();
     EXPECT_GT(nProtected, 20U);
@@ -68,7 +68,7 @@ TEST_F(CProtectionPainting, TheMouseProtectsAndStrokesLeaveItAlone)
     EXPECT_EQ(GetSteps(), 2U);
 
     // The tool works around it. What undo brings back is what was there.
-    Key("k");
+    Key("u");
     Drag(view, {0.3, 0.5}, {0.7, 0.5});
     EXPECT_GT(CountChanged(false), 20U);
     EXPECT_EQ(CountChanged(true), 0U);
