@@ -22,7 +22,7 @@ void CLibraryCommands::AddTo(QMenu& menu, CCommandList& commands)
                      SCommand::Run(
                          "library.show",
                          "&Brush library and back",
-                         Key(Qt::Key_F7),
+                         Key(Qt::Key_F4),
                          [this] { GoToLibrary(); },
                          [this] { return m_Library.HasLibrary(); }),
                  });

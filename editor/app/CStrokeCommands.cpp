@@ -41,7 +41,7 @@ void CStrokeCommands::AddTo(QMenu& menu, CCommandList& commands)
                      SCommand::Line(),
                      {.pszId = "stroke.build_up",
                       .pszText = "Build &up while held",
-                      .key = Key('U'),
+                      .key = Key('J'),
                       .run = [this] { SwitchBuilding(); },
                       .isChecked = [this] { return IsBuilding(); },
                       .bOnce = true},

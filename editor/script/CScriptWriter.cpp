@@ -235,7 +235,11 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
         CountRecord();
         break;
     case EHostEvent::StepBegun:
-        BeginStep();
+        // All that comes until its end is one step of whoever plays the script, too, and of a
+        // journal: half of it is never given back.
+        m_bOpenStep = CanWrite();
+        m_bCounted = false;
+        m_Sink.Append(m_bOpenStep ? BEGIN_STEP : "");
         break;
     case EHostEvent::StepEnded:
         return FinishStep();
@@ -300,18 +304,6 @@ void CScriptWriter::TellEnd()
     if (!m_bOpenStep)
     {
         m_Sink.EndStep();
-    }
-}
-
-// All that comes until its end is one step of whoever plays the script, too, and of a journal: half
-// of it is never given back.
-void CScriptWriter::BeginStep()
-{
-    if (CanWrite())
-    {
-        m_bOpenStep = true;
-        m_bCounted = false;
-        m_Sink.Append(BEGIN_STEP);
     }
 }
 

@@ -73,7 +73,6 @@ private:
     void WriteChanges();    // terrain and plug-in as they are, where the script has them otherwise
     bool WriteDrag(const SHostEvent& event);
     void EndDrag();
-    void BeginStep();
     bool FinishStep();
     void TellEnd();
     void CountRecord();

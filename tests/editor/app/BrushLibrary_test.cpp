@@ -41,7 +41,7 @@ protected:
 
     void OpenLibrary()
     {
-        Key("F7");
+        Key("F4");
         ASSERT_TRUE(List().hasFocus());
     }
 
@@ -165,7 +165,7 @@ TEST_F(CBrushLibraryWindow, ADayInTheLibraryByTheKeyboardAlone)
     EXPECT_TRUE(List().hasFocus());
     Key("alt+Up"); // there is nothing before it
     EXPECT_EQ(Saved(), "Hill Hill000 Peak \\ Plateau Smooth ");
-    Key("F7");
+    Key("F4");
     EXPECT_EQ(QApplication::focusWidget(), m_Window->GetViews().GetActive());
     m_Window->close(); // everything is saved, so nothing is asked
     EXPECT_FALSE(m_Window->isVisible());
@@ -215,7 +215,7 @@ TEST_F(CBrushLibraryWindow, TheMouseTakesAndOrdersAndThePanelFollows)
     MoveTo(GetView(), {0.5, 0.5});
     Do({"mousedown", "1"});
     ASSERT_TRUE(GetHost().GetInput().IsDragging());
-    Do({"key", "F7", "key", "Delete"});
+    Do({"key", "F4", "key", "Delete"});
     EXPECT_EQ(Line(), "Not during a stroke.");
     Do({"key", "Right", "key", "Return"});
     EXPECT_EQ(Extent(), 20.0F);

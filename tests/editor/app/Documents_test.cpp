@@ -195,13 +195,13 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
                             [this](CSettingsDialog& dialog)
                             {
                                 const auto boxes = dialog.findChildren<QSpinBox*>();
-                                ASSERT_EQ(boxes.size(), 4); // the editor's, then the plug-in's
+                                ASSERT_EQ(boxes.size(), 5); // the editor's, then the plug-in's
                                 boxes[0]->setValue(20);
-                                EXPECT_EQ(boxes[1]->value(), 180);
-                                boxes[1]->setValue(240);
-                                EXPECT_EQ(boxes[2]->value(), 1024);
-                                boxes[2]->setValue(1);
-                                boxes[3]->setValue(77);
+                                boxes[1]->setValue(7);
+                                EXPECT_EQ(boxes[2]->value(), 180);
+                                boxes[2]->setValue(240);
+                                boxes[3]->setValue(1);
+                                boxes[4]->setValue(77);
                                 dialog.findChildren<QCheckBox*>().front()->setChecked(false);
                                 QStringList texts;
                                 for (const auto* pLabel : dialog.findChildren<QLabel*>())
@@ -221,12 +221,12 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
     EXPECT_EQ(m_Window->GetSettings().iAutosaveSeconds, 240);
     EXPECT_FALSE(m_Window->GetSettings().input.bSampleStrokes);
     EXPECT_EQ(m_Window->GetSettings().input.iSpacingPercent, 20);
-    EXPECT_TRUE(m_Window->GetSettings().input.bAimAtPress);
+    EXPECT_EQ(m_Window->GetSettings().input.iBuildsASecond, 7);
     EXPECT_EQ(GetHost().GetUndoStack().GetLimit(), size_t{1} << 20) << "a megabyte";
     Answer<CSettingsDialog>([this] { Trigger("edit.settings"); },
                             [](CSettingsDialog& dialog)
                             {
-                                EXPECT_EQ(dialog.findChildren<QSpinBox*>()[3]->value(), 77);
+                                EXPECT_EQ(dialog.findChildren<QSpinBox*>()[4]->value(), 77);
                                 dialog.reject();
                             });
     const auto* pDepth =
@@ -241,8 +241,8 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
                                         pButton->text() == "Restore defaults" ? Click(*pButton)
                                                                               : void();
                                     }
-                                    EXPECT_EQ(dialog.findChildren<QSpinBox*>()[1]->value(), 180);
-                                    EXPECT_EQ(dialog.findChildren<QSpinBox*>()[3]->value(), 10);
+                                    EXPECT_EQ(dialog.findChildren<QSpinBox*>()[2]->value(), 180);
+                                    EXPECT_EQ(dialog.findChildren<QSpinBox*>()[4]->value(), 10);
                                     EXPECT_EQ(*pDepth, 77) << "not before OK";
                                     bOk ? dialog.accept() : dialog.reject();
                                 });

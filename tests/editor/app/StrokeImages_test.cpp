@@ -230,7 +230,7 @@ TEST_F(CStrokeImages, AHeldStrokeBuildsUpInPlace)
     ASSERT_NO_FATAL_FAILURE(StartOblong());
     CViewInput& input = GetView(1).GetInput();
     TakeBrush("RelativeHeightFunction", "m_Height", "5");
-    Key("u");
+    Key("j");
     EXPECT_EQ(GetWords(), "builds up");
     GetInput().iBuildsASecond = 0; // the test is the clock
     GetInput().symmetry.bAcrossX = true;
