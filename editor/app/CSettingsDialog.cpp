@@ -33,11 +33,6 @@ CSettingsDialog::CSettingsDialog(QWidget* pParent,
            settings.input.iSpacingPercent);
     AddCheck(
         *pForm, "Strokes aim at the ground as it was at the press", settings.input.bAimAtPress);
-    AddInt(*pForm,
-           "Times a second that a held stroke builds up (0: never)",
-           0,
-           SInputSettings::MOST_BUILDS,
-           settings.input.iBuildsASecond);
     AddCheck(*pForm, "Fly with the camera keys", settings.bKeyboardNavigation);
     AddInt(*pForm,
            "Seconds between autosaves (0: never)",
@@ -49,6 +44,11 @@ CSettingsDialog::CSettingsDialog(QWidget* pParent,
            0,
            SEditorSettings::MOST_MEGABYTES,
            settings.iUndoMegabytes);
+    AddInt(*pForm,
+           "Times a second that a held stroke builds up (0: never)",
+           0,
+           SInputSettings::MOST_BUILDS,
+           settings.input.iBuildsASecond);
     for (const SSetting& setting : registered)
     {
         AddRegistered(*pForm, setting);

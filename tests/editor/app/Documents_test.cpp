@@ -193,20 +193,24 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
                             [this](CSettingsDialog& dialog)
                             {
                                 const auto boxes = dialog.findChildren<QSpinBox*>();
-                                ASSERT_EQ(boxes.size(), 4); // the editor's, then the plug-in's
+                                ASSERT_EQ(boxes.size(), 5); // the editor's, then the plug-in's
                                 boxes[0]->setValue(20);
                                 EXPECT_EQ(boxes[1]->value(), 180);
                                 boxes[1]->setValue(240);
                                 EXPECT_EQ(boxes[2]->value(), 1024);
                                 boxes[2]->setValue(1);
-                                boxes[3]->setValue(77);
+                                boxes[3]->setValue(25);
+                                boxes[4]->setValue(77);
                                 dialog.findChildren<QCheckBox*>().front()->setChecked(false);
                                 SavePicture("settings");
                                 Key("Return");
                             });
+    Key("F8");
     m_Window->close();
     Stop();
     ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_EQ(m_Window->GetSettings().input.iBuildsASecond, 25);
+    EXPECT_TRUE(m_Window->GetSettings().input.symmetry.bAcrossZ);
     EXPECT_EQ(m_Window->GetSettings().iAutosaveSeconds, 240);
     EXPECT_FALSE(m_Window->GetSettings().input.bSampleStrokes);
     EXPECT_EQ(m_Window->GetSettings().input.iSpacingPercent, 20);
@@ -215,7 +219,7 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
     Answer<CSettingsDialog>([this] { Trigger("edit.settings"); },
                             [](CSettingsDialog& dialog)
                             {
-                                EXPECT_EQ(dialog.findChildren<QSpinBox*>()[3]->value(), 77);
+                                EXPECT_EQ(dialog.findChildren<QSpinBox*>()[4]->value(), 77);
                                 dialog.reject();
                             });
 }

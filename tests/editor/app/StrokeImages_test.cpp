@@ -40,7 +40,8 @@ protected:
         CViewWidget& view = GetView(1);
         float fAtX = 0.0F;
         float fAtY = 0.0F;
-        EXPECT_TRUE(view.GetNavigator().GetProjection(GetTerrain()).Project({fX, 20.0F, fZ}, fAtX, fAtY));
+        EXPECT_TRUE(
+            view.GetNavigator().GetProjection(GetTerrain()).Project({fX, 20.0F, fZ}, fAtX, fAtY));
         const double fScale = view.devicePixelRatioF();
         return {static_cast<double>(fAtX) / (view.width() * fScale),
                 static_cast<double>(fAtY) / (view.height() * fScale)};
@@ -97,7 +98,8 @@ protected:
                 const size_t i = z * COLUMNS + x;
                 const size_t iImage =
                     (bZ ? ROWS - 1 - z : z) * COLUMNS + (bX ? COLUMNS - 1 - x : x);
-                fMost = std::max(fMost, std::fabs(static_cast<double>(heights[i]) - heights[iImage]));
+                fMost =
+                    std::max(fMost, std::fabs(static_cast<double>(heights[i]) - heights[iImage]));
                 const bool bChanged = heights[i] != 20.0F;
                 bLeft = bLeft || (bChanged && i < iImage);
                 bRight = bRight || (bChanged && i > iImage);
@@ -127,6 +129,7 @@ TEST_F(CStrokeImages, EveryToolDrawsItsImagesAsOneStep)
 {
     ASSERT_NO_FATAL_FAILURE(StartOblong());
     size_t nSteps = 0;
+
     struct SRow
     {
         const char* pszKey;
@@ -137,6 +140,7 @@ TEST_F(CStrokeImages, EveryToolDrawsItsImagesAsOneStep)
         bool bX;
         bool bZ;
     };
+
     const SRow rows[] = {
         {"F7", "RelativeHeightFunction", "m_Height", "", "mirror x", true, false},
         {"F7", "SetHeightFunction", "m_Height", "fade_factor( 60.0 )", "mirror x", true, false},

@@ -309,7 +309,7 @@ TEST_F(CToolKeys, EveryKeyStandsInTheDialogWithoutAClashAndCanBeAnother)
                                 dialog.findChild<QLineEdit*>("keys-edit")->setFocus();
                                 Key(pszKey);
                             };
-                            set("Size of the brush, with the mouse", "k");
+                            set("Size of the brush, with the mouse", "j");
                             set("Toggle terrain modification mode", "ctrl+y");
                             Do({"key", "Tab"});
                             dialog.accept();
@@ -322,9 +322,9 @@ TEST_F(CToolKeys, EveryKeyStandsInTheDialogWithoutAClashAndCanBeAnother)
     LetGo("b");
     EXPECT_EQ(Tools().GetFunctionName(), "RampFunction");
     Tools().SetBrushValue(EBrushValue::Extent, 40.0F);
-    Hold("k");
+    Hold("j");
     Key("6");
-    LetGo("k");
+    LetGo("j");
     EXPECT_EQ(Get(EBrushValue::Extent), 6.0F);
     const int nLines = GetLines();
     for (int i = 0; i < 2; ++i) // the plug-in's own action, which has nothing to take up
