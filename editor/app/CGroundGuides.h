@@ -8,8 +8,8 @@ class CTerrain;
 struct SSymmetry;
 
 // Lines on the ground of one frame that show where a stroke will go: the path that is being set,
-// and the lines or the centre that images of a stroke lie about. Drawn as debug lines of the engine,
-// which every view shows. Made for a frame.
+// and the lines or the centre that images of a stroke lie about. Drawn as debug lines of the
+// engine, which every view shows. Made for a frame.
 class CGroundGuides
 {
 public:

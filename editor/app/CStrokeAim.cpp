@@ -6,9 +6,7 @@
 #include "engine/world/CEngineHost.h"
 #include "host/IPluginStrokes.h"
 
-CStrokeAim::CStrokeAim(CEditorHost& host,
-                       const CViewNavigator& navigator,
-                       IPluginStrokes* pStrokes)
+CStrokeAim::CStrokeAim(CEditorHost& host, const CViewNavigator& navigator, IPluginStrokes* pStrokes)
     : m_Host(host)
     , m_Navigator(navigator)
     , m_Strokes(pStrokes)

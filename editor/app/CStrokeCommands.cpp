@@ -36,33 +36,34 @@ void CStrokeCommands::AddTo(QMenu& menu, CCommandList& commands)
     {
         return m_Hand.path.IsOn() && m_Hand.path.CanApply();
     };
-    commands.Add(
-        menu,
-        {
-            SCommand::Line(),
-            {.pszId = "stroke.build_up",
-             .pszText = "Build &up while held",
-             .key = Key('U'),
-             .run = [this] { SwitchBuilding(); },
-             .isChecked = [this] { return IsBuilding(); },
-             .bOnce = true},
-            {.pszId = "path.set",
-             .pszText = "&Path of clicked points",
-             .key = Key('K'),
-             .run = [this] { SwitchPath(); },
-             .isChecked = isSetting,
-             .bOnce = true},
-            SCommand::Run("path.apply",
-                          "Draw alon&g the path",
-                          Key(Qt::Key_Return),
-                          [this] { ApplyPath(); },
-                          canApply),
-            SCommand::Run("path.remove",
-                          "Take the last point of the path away",
-                          Key(Qt::Key_Backspace),
-                          [this] { RemoveKnot(); },
-                          isSetting),
-        });
+    commands.Add(menu,
+                 {
+                     SCommand::Line(),
+                     {.pszId = "stroke.build_up",
+                      .pszText = "Build &up while held",
+                      .key = Key('U'),
+                      .run = [this] { SwitchBuilding(); },
+                      .isChecked = [this] { return IsBuilding(); },
+                      .bOnce = true},
+                     {.pszId = "path.set",
+                      .pszText = "&Path of clicked points",
+                      .key = Key('K'),
+                      .run = [this] { SwitchPath(); },
+                      .isChecked = isSetting,
+                      .bOnce = true},
+                     SCommand::Run(
+                         "path.apply",
+                         "Draw alon&g the path",
+                         Key(Qt::Key_Return),
+                         [this] { ApplyPath(); },
+                         canApply),
+                     SCommand::Run(
+                         "path.remove",
+                         "Take the last point of the path away",
+                         Key(Qt::Key_Backspace),
+                         [this] { RemoveKnot(); },
+                         isSetting),
+                 });
 }
 
 bool CStrokeCommands::IsBuilding() const

@@ -48,8 +48,8 @@ const CTerrain* CStrokeSender::GetTerrain() const
     return m_Host.GetEngine().GetCWorld().GetCTerrain();
 }
 
-// Between vertices this is smooth, and the same at mirrored places of mirrored ground. The triangles
-// that a ray hits are not: their diagonals all lead the same way.
+// Between vertices this is smooth, and the same at mirrored places of mirrored ground. The
+// triangles that a ray hits are not: their diagonals all lead the same way.
 float CStrokeSender::GetHeight(const SVec3& place) const
 {
     return m_Host.GetEngine().GetCWorld().GetTerrainHeight(place.x, place.z);
@@ -130,8 +130,7 @@ void CStrokeSender::Release(float fX, float fY, uint32_t uFlags, const SVec3* pG
 void CStrokeSender::Hover(float fX, float fY, uint32_t uFlags)
 {
     Await(fX, fY, nullptr);
-    m_Host.GetInput().SendMouseMove(
-        m_View, uFlags, {GetPixel(fX), GetPixel(fY)}, {0, 0}, {0, 0});
+    m_Host.GetInput().SendMouseMove(m_View, uFlags, {GetPixel(fX), GetPixel(fY)}, {0, 0}, {0, 0});
 }
 
 size_t CStrokeSender::FindImages(const CTerrain* pTerrain,
@@ -151,10 +150,10 @@ size_t CStrokeSender::FindImages(const CTerrain* pTerrain,
             return IsSame(image, other, fSame);
         };
         // On a line of the mirror, or at the centre, a point is its own image.
-        const bool bNew = !isSame(point) && std::none_of(images.begin(),
-                                                         images.begin() +
-                                                             static_cast<std::ptrdiff_t>(nFound),
-                                                         isSame);
+        const bool bNew =
+            !isSame(point) && std::none_of(images.begin(),
+                                           images.begin() + static_cast<std::ptrdiff_t>(nFound),
+                                           isSame);
         if (bNew && pTerrain->PickDown(image))
         {
             images[nFound++] = image;
@@ -233,9 +232,8 @@ void CStrokeSender::Note(EEvent eEvent, const SStrokePoint& point)
                       m_ToldAbove,
                       IsKeyDown(EKey::Control),
                       IsKeyDown(EKey::Alt)});
-    m_Places.insert(m_Places.end(),
-                    m_Told.begin(),
-                    m_Told.begin() + static_cast<std::ptrdiff_t>(m_nPlaces));
+    m_Places.insert(
+        m_Places.end(), m_Told.begin(), m_Told.begin() + static_cast<std::ptrdiff_t>(m_nPlaces));
 }
 
 const CStrokeSender::SPlace& CStrokeSender::GetPlace(size_t iEvent, size_t iImage) const
@@ -346,11 +344,8 @@ void CStrokeSender::Play(const SSent& sent, const SPlace& place)
         input.SendButtonDown(m_View, m_Flags | MOUSE_LEFT, {iX, iY, 0, 0});
         break;
     case EEvent::Move:
-        input.SendMouseMove(m_View,
-                            m_Flags | MOUSE_LEFT,
-                            {iX, iY},
-                            {sent.iWheel, MOUSE_BUTTON_LEFT},
-                            sent.step);
+        input.SendMouseMove(
+            m_View, m_Flags | MOUSE_LEFT, {iX, iY}, {sent.iWheel, MOUSE_BUTTON_LEFT}, sent.step);
         break;
     case EEvent::Release:
         input.SendButtonUp(m_View, m_Flags, {iX, iY, 0, 0});

@@ -23,9 +23,9 @@ enum class EStrokeImages
 
 // Sends the events of a view's strokes to the host, with their images. Drags of their own are
 // played when the one of the hand is over, on the ground as it is then; ends are at the heights
-// that they had when the hand's event came. An image lies as far above its ground as the point above
-// its own. What falls off the terrain has no image, and neither has what
-// is its own image. Owned by the stroke of a view. UI thread.
+// that they had when the hand's event came. An image lies as far above its ground as the point
+// above its own. What falls off the terrain has no image, and neither has what is its own image.
+// Owned by the stroke of a view. UI thread.
 class CStrokeSender
 {
 public:
@@ -97,6 +97,7 @@ private:
 
     const CTerrain* GetTerrain() const;
     float GetHeight(const SVec3& place) const;
+
     float GetAbove(const SVec3& hit) const { return hit.y - GetHeight(hit); }
 
     void Await(float fX, float fY, const SVec3* pGround);

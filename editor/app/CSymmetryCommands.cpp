@@ -23,16 +23,18 @@ CSymmetryCommands::CSymmetryCommands(QWidget& window,
 
 void CSymmetryCommands::AddTo(QMenu& menu, CCommandList& commands)
 {
-    const auto mirror = [this](const char* pszId,
-                               const char* pszText,
-                               SKeyChord key,
-                               bool SSymmetry::*pAcross)
+    const auto mirror =
+        [this](const char* pszId, const char* pszText, SKeyChord key, bool SSymmetry::*pAcross)
     {
         return SCommand{.pszId = pszId,
                         .pszText = pszText,
                         .key = key,
                         .run = [this, pAcross] { SwitchMirror(pAcross); },
-                        .isChecked = [this, pAcross] { return m_Symmetry.*pAcross; }};
+                        .isChecked =
+                            [this, pAcross]
+                        {
+                            return m_Symmetry.*pAcross;
+                        }};
     };
     const auto putInMiddle = [this]
     {
@@ -48,7 +50,11 @@ void CSymmetryCommands::AddTo(QMenu& menu, CCommandList& commands)
              .pszText = "&Turn about the centre",
              .key = Key(Qt::Key_F9),
              .run = [this] { SwitchTurned(); },
-             .isChecked = [this] { return m_Symmetry.bTurned; }},
+             .isChecked =
+                 [this]
+             {
+                 return m_Symmetry.bTurned;
+             }},
             SCommand::Run(
                 "symmetry.turns", "&Number of turned places...", NO_KEY, [this] { ChooseTurns(); }),
             SCommand::Line(),

@@ -6,8 +6,7 @@
 
 #include <QStringList>
 
-QString
-GetStrokeWords(const SInputSettings& settings, const SHandState& hand, IPluginTools* pTools)
+QString GetStrokeWords(const SInputSettings& settings, const SHandState& hand, IPluginTools* pTools)
 {
     const SSymmetry& symmetry = settings.symmetry;
     QStringList words;
