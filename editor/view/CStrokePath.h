@@ -6,8 +6,8 @@
 #include <functional>
 #include <vector>
 
-// A line from knot to knot that a stroke is to follow. Heights of knots are those of the ground when
-// they were set. Owned by the hand at the views. UI thread.
+// A line from knot to knot that a stroke is to follow. Heights of knots are those of the ground
+// when they were set. Owned by the hand at the views. UI thread.
 class CStrokePath
 {
 public:
