@@ -21,6 +21,8 @@ CPanelDock::CPanelDock(QWidget* pParent, SPanelEvents events)
     , m_Events(std::move(events))
 {
     setObjectName("panel");
+    m_LeaveTimer.setSingleShot(true);
+    m_LeaveTimer.callOnTimeout(this, [this] { LeaveField(); });
     hide();
     // By itself it would show a dock without a panel.
     QAction* pSwitch = toggleViewAction();
@@ -160,8 +162,7 @@ bool CPanelDock::eventFilter(QObject* pWatched, QEvent* pEvent)
         return true;
     }
     // The field does first what the key does there.
-    QMetaObject::invokeMethod(
-        this, [this] { LeaveField(); }, Qt::QueuedConnection);
+    m_LeaveTimer.start(0);
     return false;
 }
 

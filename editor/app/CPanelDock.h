@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDockWidget>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -45,6 +46,7 @@ private:
     void KeepOnScreen();
 
     SPanelEvents m_Events;
+    QTimer m_LeaveTimer;                // a field is left once it has done what its key does there
     std::unique_ptr<CFormView> m_pView; // null while it is closed
     bool m_bKeptOpen = false;
 };

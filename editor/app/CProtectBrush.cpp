@@ -16,6 +16,7 @@ namespace
 
 constexpr float USUAL_SHARE = 1.0F / 32.0F; // of the terrain, without a brush
 constexpr float SPACING = 0.25F;            // of the radius
+constexpr float MOST_DISCS = 1000.0F;       // between two reports of the mouse
 constexpr uint32_t EDGE_POINTS = 48;
 constexpr SColor EDGE_COLOR = {0.30F, 0.78F, 1.0F, 1.0F};
 
@@ -77,16 +78,18 @@ bool CProtectBrush::Move(float fX, float fY)
     const float fRadius = GetRadius();
     const SVec3 from = m_bLast ? m_Last : hit;
     const float fWay = std::hypot(hit.x - from.x, hit.z - from.z);
-    const float fSpacing = fRadius * SPACING;
+    // A brush that is nothing beside the way must not keep the hand waiting.
+    const float fSpacing = std::max(fRadius * SPACING, fWay / MOST_DISCS);
     if (!m_bLast || !(fSpacing > 0.0F))
     {
         Put(hit, fRadius);
         return true;
     }
     // Discs lie whole spacings apart, however often the mouse reports.
-    for (float fAt = fSpacing; fAt <= fWay; fAt += fSpacing)
+    const auto nDiscs = static_cast<int>(fWay / fSpacing);
+    for (int i = 1; i <= nDiscs && m_Host.GetProtection().IsOpen(); ++i)
     {
-        const float fShare = fAt / fWay;
+        const float fShare = static_cast<float>(i) * fSpacing / fWay;
         Put({from.x + (hit.x - from.x) * fShare, hit.y, from.z + (hit.z - from.z) * fShare},
             fRadius);
     }

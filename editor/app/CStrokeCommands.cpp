@@ -10,6 +10,11 @@
 #include "editor/app/ToolTexts.h"
 #include "host/IPluginTools.h"
 
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+
 #include <utility>
 
 CStrokeCommands::CStrokeCommands(CEditor& editor,
@@ -101,6 +106,15 @@ void CStrokeCommands::SwitchPath()
 
 void CStrokeCommands::ApplyPath()
 {
+    QWidget* pFocus = QApplication::focusWidget();
+    const bool bField = qobject_cast<QLineEdit*>(pFocus) != nullptr ||
+                        qobject_cast<QAbstractSpinBox*>(pFocus) != nullptr;
+    if (bField) // the key is meant for what is typed there
+    {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QCoreApplication::sendEvent(pFocus, &key);
+        return;
+    }
     if (!m_Views.GetActive()->GetInput().DrawPath())
     {
         m_Views.GetActive()->GetNote().ShowValue("this tool draws along no path");

@@ -249,6 +249,7 @@ void CViewInput::End()
 
 void CViewInput::EndGesture()
 {
+    m_Stroke.SetPressure(1.0F); // whatever the pen has done, the mouse has none
     m_eGesture = EGesture::None;
     SetSuspended(false);
 }

@@ -114,7 +114,11 @@ void CViewStroke::SendPress(float fX, float fY, const SVec3* pGround)
 void CViewStroke::PlayImages()
 {
     m_Host.GetInput().ReleaseDragOwner(this); // their ends are theirs
-    m_Sender.PlayImages();
+    // Without memory all of the step was taken back, and the images of what is not there are none.
+    if (!m_bSeveral || m_Host.GetHistory().IsStepOpen())
+    {
+        m_Sender.PlayImages();
+    }
 }
 
 void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)

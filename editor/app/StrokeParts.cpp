@@ -15,6 +15,11 @@ void CViewStroke::BuildUp()
     {
         m_Sender.Release(m_HereX, m_HereY, m_Flags);
         PlayImages();
+        if (m_bSeveral && !m_Host.GetHistory().IsStepOpen())
+        {
+            Finish(); // taken back for want of memory
+            return;
+        }
         HoldAim();
         SendPress(m_HereX, m_HereY, &at);
     }

@@ -2,6 +2,7 @@
 
 #include "editor/core/Processes.h"
 #include "editor/script/ProtectionText.h"
+#include "engine/terrain/SHeightField.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 #include "parser/TCParseFile.h"
@@ -99,8 +100,12 @@ bool SAutosaveText::Read(const std::string& strFile)
         }
         else if (IsKeyword(pKey, "autosave_protection"))
         {
-            protection = CVertexProtection(static_cast<uint32_t>(GetIntValue(pKey->params)),
-                                           static_cast<uint32_t>(GetIntValue(pSecond)));
+            const auto uSizeX = static_cast<uint32_t>(GetIntValue(pKey->params));
+            const auto uSizeZ = static_cast<uint32_t>(GetIntValue(pSecond));
+            if (IsTerrainSizeValid(uSizeX, uSizeZ))
+            {
+                protection = CVertexProtection(uSizeX, uSizeZ);
+            }
         }
         else if (IsKeyword(pKey, "autosave_protected") && pSecond != nullptr)
         {

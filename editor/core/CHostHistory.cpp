@@ -58,6 +58,11 @@ bool CHostHistory::AddStep(CUndo* pUndo, std::string strText, size_t nBytes)
     {
         m_Observers.Tell({.eKind = EHostEvent::UndoAdded});
     }
+    else if (IsStepOpen())
+    {
+        m_Stack.CancelStep();
+        m_Observers.Tell({.eKind = EHostEvent::DragDropped});
+    }
     return bAdded;
 }
 

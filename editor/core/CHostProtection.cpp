@@ -122,7 +122,7 @@ bool CHostProtection::Apply(const SProtectAct& act)
     case EProtect::Picture:
         break;
     }
-    return ReadProtection(act.strPath, *m_Edit);
+    return ReadProtection(act.strPath, *m_Edit, false);
 }
 
 void CHostProtection::Begin()

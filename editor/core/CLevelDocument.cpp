@@ -21,7 +21,6 @@ namespace
 
 constexpr char LEVEL_EXTENSION[] = ".level";
 constexpr char HEIGHT_EXTENSION[] = ".height";
-constexpr char PROTECTION_EXTENSION[] = ".protection.png";
 
 // Where the files of a level lie that gets another name.
 struct STargets
@@ -196,8 +195,16 @@ void CLevelDocument::ReadProtection(SLevelText& text, CLevelFiles& files) const
     }
     text.strProtection = GetFullPath(text.strProtection.c_str());
     files.NoteProtection(text.strProtection);
-    CProtectionEdit edit(*GetTerrain());
-    if (!::ReadProtection(text.strProtection, edit))
+    bool bRead = false;
+    // The resolution may have changed after the level was saved: its height map is on the disk
+    // then.
+    m_Host.GetInput().Guard("CLevelDocument::Open",
+                            [&]
+                            {
+                                CProtectionEdit edit(*GetTerrain());
+                                bRead = ::ReadProtection(text.strProtection, edit, true);
+                            });
+    if (!bRead)
     {
         files.NoteProtection({});
         text.strProtection.clear();

@@ -92,9 +92,12 @@ bool CLevelFiles::Write(CTerrain& terrain, const SLevelText& text)
 void CLevelFiles::NoteSavedProtection(const SLevelText& text, bool bDone)
 {
     const std::string strBefore = m_Protection.GetPath();
-    // A picture that another hand has changed is not ours to remove.
-    if (bDone && text.strProtection.empty() && !strBefore.empty() && !m_Protection.IsChanged() &&
-        m_ProtectedText == text.strPath)
+    // A picture that another hand has changed, or named, is not ours to remove.
+    const std::string strName = std::filesystem::path(text.strPath).stem().string();
+    const bool bOurs =
+        std::filesystem::path(strBefore).filename().string() == strName + PROTECTION_EXTENSION;
+    if (bOurs && bDone && text.strProtection.empty() && !strBefore.empty() &&
+        !m_Protection.IsChanged() && m_ProtectedText == text.strPath)
     {
         std::error_code error;
         std::filesystem::remove(strBefore, error);

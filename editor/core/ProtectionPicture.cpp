@@ -14,9 +14,24 @@ constexpr uint32_t SIDE = CVertexProtection::SIDE;
 constexpr uint8_t WHITE = 255;
 constexpr uint8_t MIDDLE = 128;
 
+// The pixel of a row or column of nPixels that is nearest to a vertex of one of nVertices.
+size_t GetNearest(uint32_t uVertex, uint32_t nVertices, uint32_t nPixels)
+{
+    const uint64_t uCells = nVertices - 1;
+    return (uint64_t{uVertex} * (nPixels - 1) * 2 + uCells) / (uCells * 2);
+}
+
+// Whether the picture can be for another resolution of the ground.
+bool HasShape(const IImage& image, const CVertexProtection& protection)
+{
+    return image.GetWidth() > 1 && image.GetHeight() > 1 &&
+           uint64_t{image.GetWidth() - 1} * (protection.GetSizeZ() - 1) ==
+               uint64_t{image.GetHeight() - 1} * (protection.GetSizeX() - 1);
+}
+
 } // namespace
 
-bool ReadProtection(const std::string& strPath, CProtectionEdit& edit)
+bool ReadProtection(const std::string& strPath, CProtectionEdit& edit, bool bResampled)
 {
     const CVertexProtection& protection = edit.GetProtection();
     const std::unique_ptr<IImage> pImage(IL_LoadImage(strPath.c_str()));
@@ -24,7 +39,9 @@ bool ReadProtection(const std::string& strPath, CProtectionEdit& edit)
     {
         return false; // which was logged
     }
-    if (pImage->GetWidth() != protection.GetSizeX() || pImage->GetHeight() != protection.GetSizeZ())
+    const bool bSame =
+        pImage->GetWidth() == protection.GetSizeX() && pImage->GetHeight() == protection.GetSizeZ();
+    if (!bSame && !(bResampled && HasShape(*pImage, protection)))
     {
         CrashLog("[ReadProtection] %s: a picture of %u x %u pixels for a terrain of %u x %u "
                  "vertices\n",
@@ -45,9 +62,11 @@ bool ReadProtection(const std::string& strPath, CProtectionEdit& edit)
             const uint32_t uEndZ = std::min((uSquareZ + 1) * SIDE, protection.GetSizeZ());
             for (uint32_t z = uSquareZ * SIDE; z < uEndZ; ++z)
             {
+                const size_t nRow = GetNearest(z, protection.GetSizeZ(), pImage->GetHeight());
                 for (uint32_t x = uSquareX * SIDE; x < uEndX; ++x)
                 {
-                    const uint8_t uGrey = pPixels[(size_t{z} * protection.GetSizeX() + x) * nPixel];
+                    const size_t nColumn = GetNearest(x, protection.GetSizeX(), pImage->GetWidth());
+                    const uint8_t uGrey = pPixels[(nRow * pImage->GetWidth() + nColumn) * nPixel];
                     bits[z % SIDE] |= uint64_t{uGrey >= MIDDLE} << (x % SIDE);
                 }
             }

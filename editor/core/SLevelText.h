@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+// Of the picture of what a level protects, behind the level's name.
+constexpr char PROTECTION_EXTENSION[] = ".protection.png";
+
 // What a level file says. The height map is the truth about cells and size; the file repeats them
 // for people and for programs that do not read heights.
 struct SLevelText

@@ -64,6 +64,7 @@ void CScriptWriter::Begin(uint64_t uPainted)
     m_bDrag = false;
     m_bByHeights = false;
     m_Protection.Take();
+    m_bProtecting = false;
     m_bOpenStep = false;
     SetSteps(0, 0);
 }
@@ -159,7 +160,7 @@ bool CScriptWriter::WriteProtected(const SHostEvent& event)
         {
             WriteProtection();
         }
-        m_Sink.EndStep();
+        TellEnd();
     }
     return !m_bStale;
 }
@@ -237,6 +238,10 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::StepBegun:
         // All that comes until its end is one step of whoever plays the script, too, and of a
         // journal: half of it is never given back.
+        if (CanWrite())
+        {
+            KeepTerrain(); // ends a step that has been dropped, for whoever plays the script
+        }
         m_bOpenStep = CanWrite();
         m_bCounted = false;
         m_Sink.Append(m_bOpenStep ? BEGIN_STEP : "");
@@ -294,6 +299,8 @@ void CScriptWriter::EndDrag()
     if (std::exchange(m_bByHeights, false))
     {
         WriteDifference(m_DragRevision);
+        // Whoever plays the script has no record of it: an open step is not one for undo() there.
+        m_bCounted = m_bOpenStep;
     }
     TellEnd();
 }

@@ -223,11 +223,12 @@ void GrowProtection(CProtectionEdit& edit, uint32_t uVertices)
 {
     // What has grown must not grow again: the squares of before are read, the table of them shared.
     const CVertexProtection before = edit.GetProtection();
-    const double dReach = std::min(uVertices, MOST_GROWTH);
+    const uint32_t uReach = std::min(uVertices, MOST_GROWTH);
     std::vector<uint32_t> widths;
-    for (double dAway = 0.0; dAway <= dReach; dAway += 1.0)
+    for (uint32_t uAway = 0; uAway <= uReach; ++uAway)
     {
-        widths.push_back(static_cast<uint32_t>(std::sqrt(dReach * dReach - dAway * dAway)));
+        const double dSquare = static_cast<double>(uReach * uReach - uAway * uAway);
+        widths.push_back(static_cast<uint32_t>(std::sqrt(dSquare)));
     }
     edit.ChangeAll(
         [&](uint32_t uSquareX, uint32_t uSquareZ, Square& bits)

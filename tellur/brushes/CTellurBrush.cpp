@@ -19,9 +19,9 @@ namespace
 // As the host wants the points that come; plain where nobody is there to want anything.
 const SPointForm& GetPointForm()
 {
-    static const SPointForm PLAIN;
+    static const SPointForm s_Plain;
     const PluginContext* pContext = GetPluginContext();
-    return pContext != nullptr ? pContext->GetPointForm() : PLAIN;
+    return pContext != nullptr ? pContext->GetPointForm() : s_Plain;
 }
 
 } // namespace
