@@ -70,12 +70,19 @@ void CBrushFormCommands::AddTo(QMenu& menu, CCommandList& commands)
 
 void CBrushFormCommands::Turn(EBrushTurn eTurn)
 {
-    m_Settings.eTurn = eTurn;
-    Say();
+    if (!m_Views.IsStroking()) // a stroke goes on as it began
+    {
+        m_Settings.eTurn = eTurn;
+        Say();
+    }
 }
 
 void CBrushFormCommands::TurnBy(float fDegrees)
 {
+    if (m_Views.IsStroking())
+    {
+        return;
+    }
     const float fFrom = m_Settings.eTurn == EBrushTurn::Fixed ? m_Settings.fDegrees : 0.0F;
     m_Settings.fDegrees = GetTurnWithin(fFrom + fDegrees);
     Turn(EBrushTurn::Fixed);

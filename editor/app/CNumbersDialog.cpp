@@ -22,6 +22,8 @@ CNumbersDialog::CNumbersDialog(QWidget* pParent,
         pForm->addRow(row.pszLabel, pBox);
         m_Boxes.push_back(pBox);
     }
+    m_Boxes.front()->setFocus();
+    m_Boxes.front()->selectAll(); // what is typed takes the place of what is there
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(pButtons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);

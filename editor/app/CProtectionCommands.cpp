@@ -12,6 +12,7 @@
 
 #include <QMenu>
 
+#include <algorithm>
 #include <utility>
 
 namespace
@@ -129,7 +130,8 @@ void CProtectionCommands::AskHeights()
           .fValue = fHighest}});
     if (dialog.exec() == QDialog::Accepted)
     {
-        Do({EProtect::Heights, dialog.GetNumber(0), dialog.GetNumber(1)});
+        const auto [fLow, fHigh] = std::minmax({dialog.GetNumber(0), dialog.GetNumber(1)});
+        Do({EProtect::Heights, fLow, fHigh});
     }
 }
 

@@ -80,6 +80,10 @@ bool CStrokeCommands::IsBuilding() const
 void CStrokeCommands::SwitchBuilding()
 {
     const std::string strFunction = m_pTools != nullptr ? m_pTools->GetFunctionName() : "";
+    if (m_Views.IsStroking())
+    {
+        return; // it is what it was at the press
+    }
     if (strFunction.empty())
     {
         m_Views.GetActive()->GetNote().ShowValue(NO_TOOL);
@@ -99,6 +103,7 @@ void CStrokeCommands::SwitchPath()
     }
     else if (!m_Host.GetInput().IsDragging())
     {
+        m_Views.SetProtecting(false); // the button does one of the two
         m_Hand.path.Begin();
     }
     Show();

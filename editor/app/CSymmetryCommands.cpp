@@ -69,6 +69,10 @@ void CSymmetryCommands::AddTo(QMenu& menu, CCommandList& commands)
 
 void CSymmetryCommands::SwitchMirror(bool SSymmetry::*pAcross)
 {
+    if (m_Views.IsStroking())
+    {
+        return; // it has the images that it had at the press
+    }
     m_Symmetry.*pAcross = !(m_Symmetry.*pAcross);
     m_Symmetry.bTurned = false;
     Show();
@@ -76,6 +80,10 @@ void CSymmetryCommands::SwitchMirror(bool SSymmetry::*pAcross)
 
 void CSymmetryCommands::SwitchTurned()
 {
+    if (m_Views.IsStroking())
+    {
+        return;
+    }
     m_Symmetry.bTurned = !m_Symmetry.bTurned;
     m_Symmetry.bAcrossX = false;
     m_Symmetry.bAcrossZ = false;

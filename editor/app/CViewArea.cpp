@@ -196,9 +196,17 @@ void CViewArea::SetProtecting(bool bOn)
     {
         EndGestures(); // a stroke goes on as it began, or not at all
         m_Parts.hand.bProtect = bOn;
+        m_Parts.hand.path.Stop(); // the button does one of the two
         RepeatHover();
         RequestFrames();
     }
+}
+
+bool CViewArea::IsStroking() const
+{
+    return std::any_of(m_Views.begin(),
+                       m_Views.end(),
+                       [](CViewWidget* pView) { return pView->GetInput().IsStroking(); });
 }
 
 bool CViewArea::CancelStroke()

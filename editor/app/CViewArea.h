@@ -32,7 +32,8 @@ public:
     bool IsProtecting() const { return m_Parts.hand.bProtect; }
 
     void SetProtecting(bool bOn);
-    bool CancelStroke(); // true when there was one
+    bool CancelStroke();     // true when there was one
+    bool IsStroking() const; // in one of the views
     void EndGestures();
 
     // Moves a camera to that side of what its view shows in the middle.

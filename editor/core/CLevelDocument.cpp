@@ -208,6 +208,7 @@ void CLevelDocument::ReadProtection(SLevelText& text, CLevelFiles& files) const
     {
         files.NoteProtection({});
         text.strProtection.clear();
+        text.bUnreadProtection = true;
     }
 }
 
@@ -277,6 +278,7 @@ SLevelText CLevelDocument::GetSavedText(const char* pszPath) const
     if (!m_Host.GetProtection().IsAny())
     {
         text.strProtection.clear();
+        text.bUnreadProtection = m_bUnreadProtection && pszPath == nullptr;
     }
     return text;
 }
@@ -315,6 +317,7 @@ bool CLevelDocument::WriteTo(const SLevelText& text)
     m_Host.GetEngine().GetCWorld().GetCEnvironment()->SetHeightMapName(text.strHeightMap);
     m_Path = text.strPath;
     m_Protection = text.strProtection;
+    m_bUnreadProtection = text.bUnreadProtection;
     m_FlatHeight.reset();
     m_Changes.SetSaved();
     kept.Release();
@@ -328,6 +331,7 @@ void CLevelDocument::SetSource(const SLevelText& text, CLevelFiles&& files)
     m_Bitmap = text.strBitmap;
     m_Material = text.strMaterial;
     m_Protection = text.strProtection;
+    m_bUnreadProtection = text.bUnreadProtection;
     ++m_Generation;
     m_FlatHeight.reset();
     m_Changes.SetSaved();

@@ -112,6 +112,7 @@ private:
     std::string m_Bitmap;
     std::string m_Material;
     std::string m_Protection; // full path of the picture that the level file names; empty for none
+    bool m_bUnreadProtection = false; // the level file names a picture that could not be used
     uint64_t m_Generation = 0;
     std::optional<float> m_FlatHeight;
     bool m_bOpening = false; // this opens a level, and knows what it is

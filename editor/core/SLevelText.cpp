@@ -89,7 +89,7 @@ std::vector<CTCParseText::SCall> SLevelText::GetCalls(const CTCParseText& kept) 
     {
         calls.push_back({MATERIAL, {text(strMaterial)}});
     }
-    if (!strProtection.empty() || kept.FindLast(PROTECTION) != nullptr)
+    if (!strProtection.empty() || (!bUnreadProtection && kept.FindLast(PROTECTION) != nullptr))
     {
         calls.push_back({PROTECTION, {text(GetProtectionName(kept))}});
     }

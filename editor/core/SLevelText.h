@@ -18,6 +18,7 @@ struct SLevelText
     std::string strBitmap;     // terrain types; empty for none
     std::string strMaterial;   // empty for none
     std::string strProtection; // a picture, full path as strHeightMap; empty: nothing is protected
+    bool bUnreadProtection = false; // what the file says of it stays: it could not be used
     uint32_t uCellsX = 0;
     uint32_t uCellsZ = 0;
     SVec3 size;          // terrain units
