@@ -80,6 +80,13 @@ public:
                              iHeight);
     }
 
+    // Otherwise a name would be cut at the width of the picture.
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const auto* pList = qobject_cast<const QListView*>(option.widget);
+        return pList != nullptr ? pList->gridSize() : QStyledItemDelegate::sizeHint(option, index);
+    }
+
 protected:
     void initStyleOption(QStyleOptionViewItem* pOption, const QModelIndex& index) const override
     {

@@ -111,16 +111,6 @@ void CViewStroke::SendPress(float fX, float fY, const SVec3* pGround)
     }
 }
 
-void CViewStroke::PlayImages()
-{
-    m_Host.GetInput().ReleaseDragOwner(this); // their ends are theirs
-    // Without memory all of the step was taken back, and the images of what is not there are none.
-    if (!m_bSeveral || m_Host.GetHistory().IsStepOpen())
-    {
-        m_Sender.PlayImages();
-    }
-}
-
 void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
 {
     Begin(fX, fY, uFlags, bSmooth);
@@ -149,15 +139,6 @@ void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
         {
             m_Sampler.SendPress();
         }
-    }
-}
-
-void CViewStroke::SendHeldPress(const SVec3& next)
-{
-    if (std::exchange(m_bPressWaits, false))
-    {
-        m_Forms.SetWay(m_PressHit, next);
-        SendMove(m_PressPoint);
     }
 }
 

@@ -1,7 +1,29 @@
-// Strokes of a view that go on by themselves: while the button is held, and along a path of knots.
+// What a stroke of a view does besides following the hand: its images, a first point that waits,
+// and what goes on by itself, while the button is held and along a path of knots.
 
 #include "editor/app/CViewStroke.h"
 #include "editor/core/CEditorHost.h"
+
+#include <utility>
+
+void CViewStroke::SendHeldPress(const SVec3& next)
+{
+    if (std::exchange(m_bPressWaits, false))
+    {
+        m_Forms.SetWay(m_PressHit, next);
+        SendMove(m_PressPoint);
+    }
+}
+
+void CViewStroke::PlayImages()
+{
+    m_Host.GetInput().ReleaseDragOwner(this); // their ends are theirs
+    // Without memory all of the step was taken back, and the images of what is not there are none.
+    if (!m_bSeveral || m_Host.GetHistory().IsStepOpen())
+    {
+        m_Sender.PlayImages();
+    }
+}
 
 void CViewStroke::BuildUp()
 {

@@ -19,31 +19,7 @@
 namespace
 {
 
-constexpr char LEVEL_EXTENSION[] = ".level";
 constexpr char HEIGHT_EXTENSION[] = ".height";
-
-// Where the files of a level lie that gets another name.
-struct STargets
-{
-    std::string strPath;
-    std::string strHeightPath;
-    std::string strProtection;
-};
-
-STargets GetTargets(const char* pszPath)
-{
-    std::filesystem::path path = GetFullPath(pszPath);
-    if (path.extension() != LEVEL_EXTENSION)
-    {
-        // Looked up once more: a file of the longer name may be there in another spelling.
-        path = GetFullPath((path.string() + LEVEL_EXTENSION).c_str());
-    }
-    const std::filesystem::path heights =
-        std::filesystem::path(path).replace_extension(HEIGHT_EXTENSION);
-    const std::filesystem::path protection =
-        std::filesystem::path(path).replace_extension(PROTECTION_EXTENSION);
-    return {path.string(), GetFullPath(heights.c_str()), GetFullPath(protection.c_str())};
-}
 
 // Heights that were written may not have taken their place: what the file holds is what it held,
 // unless all of the save was done.
@@ -265,7 +241,7 @@ bool CLevelDocument::Save()
 SLevelText CLevelDocument::GetSavedText(const char* pszPath) const
 {
     SLevelText text = GetText();
-    const STargets targets = GetTargets(pszPath != nullptr ? pszPath : m_Path.c_str());
+    const SLevelTargets targets = GetLevelTargets(pszPath != nullptr ? pszPath : m_Path.c_str());
     text.strPath = targets.strPath;
     if (pszPath != nullptr || text.strHeightMap.empty())
     {

@@ -10,6 +10,8 @@
 namespace
 {
 
+constexpr char LEVEL_EXTENSION[] = ".level";
+constexpr char HEIGHT_EXTENSION[] = ".height";
 constexpr char HEIGHT_MAP[] = "height_map";
 constexpr char BITMAP[] = "terrain_bitmap";
 constexpr char MATERIAL[] = "material";
@@ -139,4 +141,19 @@ bool SLevelText::Read(const CTCPARSE_KEYWORD* pFirst)
     // An absolute name takes the place of the folder before it.
     strHeightMap = (folder / strNamed).lexically_normal();
     return true;
+}
+
+SLevelTargets GetLevelTargets(const char* pszPath)
+{
+    std::filesystem::path path = GetFullPath(pszPath);
+    if (path.extension() != LEVEL_EXTENSION)
+    {
+        // Looked up once more: a file of the longer name may be there in another spelling.
+        path = GetFullPath((path.string() + LEVEL_EXTENSION).c_str());
+    }
+    const std::filesystem::path heights =
+        std::filesystem::path(path).replace_extension(HEIGHT_EXTENSION);
+    const std::filesystem::path protection =
+        std::filesystem::path(path).replace_extension(PROTECTION_EXTENSION);
+    return {path.string(), GetFullPath(heights.c_str()), GetFullPath(protection.c_str())};
 }

@@ -38,3 +38,13 @@ private:
 
 // As the document keeps paths: absolute and normal, with the spelling of the file that is there.
 std::string GetFullPath(const char* pszPath);
+
+// Where the files of a level lie that gets a name; full paths.
+struct SLevelTargets
+{
+    std::string strPath;
+    std::string strHeightPath;
+    std::string strProtection;
+};
+
+SLevelTargets GetLevelTargets(const char* pszPath);
