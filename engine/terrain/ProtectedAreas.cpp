@@ -160,6 +160,20 @@ void GrowSquare(const CVertexProtection& before,
     }
 }
 
+// Protects the vertices that are as wanted, too; the others stay as they are.
+template <typename TWanted> void ProtectWhere(CProtectionEdit& edit, TWanted isWanted)
+{
+    edit.ChangeAll(
+        [&](uint32_t uSquareX, uint32_t uSquareZ, Square& bits)
+        {
+            ForEachVertex(edit.GetProtection(),
+                          uSquareX,
+                          uSquareZ,
+                          [&](uint32_t x, uint32_t z)
+                          { bits[z % SIDE] |= uint64_t{isWanted(x, z)} << (x % SIDE); });
+        });
+}
+
 } // namespace
 
 void ProtectDisc(CProtectionEdit& edit, float fX, float fZ, float fRadius, bool bProtected)
@@ -246,34 +260,16 @@ void ProtectSteep(CProtectionEdit& edit, float fDegrees)
     const double dSlope = GetTangent(std::clamp(static_cast<double>(fDegrees), 0.0, RIGHT_ANGLE));
     // The series may end a little beside a right angle, which no ground is steeper than.
     const double dSteep = static_cast<double>(fDegrees) >= RIGHT_ANGLE ? HUGE_VAL : dSlope * dSlope;
-    edit.ChangeAll(
-        [&](uint32_t uSquareX, uint32_t uSquareZ, Square& bits)
-        {
-            ForEachVertex(edit.GetProtection(),
-                          uSquareX,
-                          uSquareZ,
-                          [&](uint32_t x, uint32_t z)
-                          {
-                              const bool bSteep = GetSlopeSquare(view, x, z) > dSteep;
-                              bits[z % SIDE] |= uint64_t{bSteep} << (x % SIDE);
-                          });
-        });
+    ProtectWhere(edit, [&](uint32_t x, uint32_t z) { return GetSlopeSquare(view, x, z) > dSteep; });
 }
 
 void ProtectHeights(CProtectionEdit& edit, float fLowest, float fHighest)
 {
     const SHeightView view = edit.GetTerrain().GetView();
-    edit.ChangeAll(
-        [&](uint32_t uSquareX, uint32_t uSquareZ, Square& bits)
-        {
-            ForEachVertex(edit.GetProtection(),
-                          uSquareX,
-                          uSquareZ,
-                          [&](uint32_t x, uint32_t z)
-                          {
-                              const float fHeight = view.pHeights[size_t{z} * view.uSizeX + x];
-                              const bool bIn = fHeight >= fLowest && fHeight <= fHighest;
-                              bits[z % SIDE] |= uint64_t{bIn} << (x % SIDE);
-                          });
-        });
+    ProtectWhere(edit,
+                 [&](uint32_t x, uint32_t z)
+                 {
+                     const float fHeight = view.pHeights[size_t{z} * view.uSizeX + x];
+                     return fHeight >= fLowest && fHeight <= fHighest;
+                 });
 }

@@ -130,17 +130,6 @@ protected:
         ::setrlimit(RLIMIT_FSIZE, &limit);
     }
 
-    void PlayScript(const std::string& strText)
-    {
-        WriteBytes(m_Folder.Path("script.tellur"),
-                   CScriptKeywords(m_Loader.GetPlugin()).GetDeclarations() + strText);
-        const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile("script.tellur"));
-        CScriptPlayer player(
-            m_Host, m_Face.cursor, 1, m_Loader.GetPlugin(), m_Folder.Path("script.tellur"));
-        std::string strFault;
-        EXPECT_TRUE(player.Play(pFirst.get(), strFault)) << strFault;
-    }
-
     void PaintStroke(const char* pszColor, const char* pszAt)
     {
         PlayScript("mode( \"edit_terrain_type\" )\npaint_color( [" + std::string(pszColor) +

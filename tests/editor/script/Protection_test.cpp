@@ -87,17 +87,6 @@ protected:
         Drag();
         m_Host.GetInput().EndDrag();
     }
-
-    void PlayScript(const std::string& strText)
-    {
-        WriteBytes(m_Folder.Path("script.tellur"),
-                   CScriptKeywords(m_Loader.GetPlugin()).GetDeclarations() + strText);
-        const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile("script.tellur"));
-        CScriptPlayer player(
-            m_Host, m_Face.cursor, 1, m_Loader.GetPlugin(), m_Folder.Path("script.tellur"));
-        std::string strFault;
-        EXPECT_TRUE(player.Play(pFirst.get(), strFault)) << strFault;
-    }
 };
 
 } // namespace

@@ -4,6 +4,8 @@
 #include "editor/core/CHeadlessFace.h"
 #include "editor/core/CPluginLoader.h"
 #include "editor/script/CScriptCursor.h"
+#include "editor/script/CScriptKeywords.h"
+#include "editor/script/CScriptPlayer.h"
 #include "engine/world/CEngineHost.h"
 #include "framework/core/COffscreenWindows.h"
 #include "host/BrushBlock.h"
@@ -83,6 +85,17 @@ protected:
         {
             ASSERT_EQ(m_Script->Play(pKey, strWhy), EScriptResult::Done) << strWhy;
         }
+    }
+
+    void PlayScript(const std::string& strText)
+    {
+        WriteBytes(m_Folder.Path("script.tellur"),
+                   CScriptKeywords(m_Loader.GetPlugin()).GetDeclarations() + strText);
+        const std::unique_ptr<CTCPARSE_KEYWORD> pFirst(TCParseFile("script.tellur"));
+        CScriptPlayer player(
+            m_Host, m_Face.cursor, 1, m_Loader.GetPlugin(), m_Folder.Path("script.tellur"));
+        std::string strFault;
+        EXPECT_TRUE(player.Play(pFirst.get(), strFault)) << strFault;
     }
 
     void TakeBrush(int iFunction, float fShare)
