@@ -3,6 +3,7 @@
 #include "editor/app/CPicturePreview.h"
 #include "engine/elevation/ElevationFormats.h"
 #include "engine/imaging/CodecTable.h"
+#include "engine/imaging/PicturePreview.h"
 #include "host/FileSystem.h"
 
 #include <QDir>
@@ -21,6 +22,35 @@ namespace
 {
 
 constexpr char DATA_FOLDER[] = "data";
+
+// Takes no picture that cannot be read, which the preview gives the reason for: whoever asks would
+// have dropped the one of before by then.
+class CFileDialog : public QFileDialog
+{
+public:
+    CFileDialog(QWidget* pParent, const QString& strFilter, bool bPictures)
+        : QFileDialog(pParent, QString(), QString(), strFilter)
+        , m_bPictures(bPictures)
+    {
+    }
+
+protected:
+    void accept() override
+    {
+        const QStringList files = selectedFiles();
+        const QFileInfo file(files.isEmpty() ? QString() : files.front());
+        const bool bPicture = m_bPictures && file.isFile();
+        if (!bPicture ||
+            LoadPicturePreview(file.filePath().toUtf8().constData(), MOST_PIXELS).strWhy.empty())
+        {
+            QFileDialog::accept();
+        }
+    }
+
+private:
+    static constexpr uint64_t MOST_PIXELS = 17'000'000; // that are read; of others the size will do
+    bool m_bPictures;
+};
 
 // Where the dialog starts: the file when it is known, else the folder.
 QString GetStart(const char* pszInitialName, const char* pszInitialFolder)
@@ -215,10 +245,9 @@ std::string ChooseFile(QWidget* pParent,
     }
     // Whoever opens a picture sees all that can be opened; what the plug-in asks for comes next.
     const bool bPictures = eKind == FILE_DIALOG_OPEN && ChoosesPictures(pszFilter);
-    QFileDialog dialog(pParent,
-                       QString(),
-                       QString(),
-                       bPictures ? GetPictureFilter("All pictures") + ";;" + strFilter : strFilter);
+    CFileDialog dialog(pParent,
+                       bPictures ? GetPictureFilter("All pictures") + ";;" + strFilter : strFilter,
+                       bPictures);
     dialog.setFileMode(eKind == FILE_DIALOG_OPEN ? QFileDialog::ExistingFile
                                                  : QFileDialog::AnyFile);
     dialog.setDefaultSuffix(strSuffix);

@@ -32,6 +32,25 @@ std::string FindFunction(const CTCPARSE_KEYWORD& brush)
     return strFunction;
 }
 
+// A mask that is not there is left out by the plug-in, and with it its name when the tools are kept
+// again. True after a logged line.
+bool HasLostMask(const std::string& strFile, const CTCPARSE_KEYWORD& brush)
+{
+    for (const CTCPARSE_KEYWORD* pKey = brush.block; pKey != nullptr; pKey = pKey->next)
+    {
+        const std::string strMask = IsKeyword(pKey, "mask") ? GetText(pKey->params) : "";
+        if (!strMask.empty() && !fs::exists(strMask.c_str()))
+        {
+            CrashLog("[LoadToolBrushes] %s, line %d: the mask %s is not there\n",
+                     strFile.c_str(),
+                     static_cast<int>(pKey->line),
+                     strMask.c_str());
+            return true;
+        }
+    }
+    return false;
+}
+
 // False after a logged line.
 bool PlayBrush(const std::string& strFile, IPluginScript& script, const CTCPARSE_KEYWORD& brush)
 {
@@ -76,6 +95,7 @@ EToolFile LoadToolBrushes(const std::string& strFile,
         else if (IsKeyword(pKey, BRUSH) && PlayBrush(strFile, script, *pKey))
         {
             found.insert(FindFunction(*pKey));
+            eResult = HasLostMask(strFile, *pKey) ? EToolFile::Faulty : eResult;
         }
         else if (IsKeyword(pKey, BRUSH))
         {

@@ -313,6 +313,8 @@ TEST_F(CBrushLibraryWindow, AChooserOfPicturesShowsWhatItWouldChoose)
                     EXPECT_NEAR(qGray(shown.pixel(shown.width() / 2, shown.height() / 2)), 200, 2);
                 }
             }
+            Do({"key", "Up", "key", "Return"}); // no picture, so it is not taken
+            ASSERT_TRUE(dialog.isVisible());
             Do({"key", "Home"});
             SavePicture("picture-chooser");
             Key("Return");

@@ -278,9 +278,12 @@ TEST_F(CReadyBrushes, OfTheButtonsFitTheLevelUntilSomebodyChangesThemAndAreKept)
     std::string strKept = ReadBytes(strFile);
     // One brush that cannot be used; the others are there.
     strKept.replace(strKept.find("round.png"), 9, "gone!.png");
+    // Another one without its mask.
+    strKept.insert(strKept.rfind("extent( "), "mask( \"gone.png\" )\n");
     WriteBytes(strFile, strKept);
     ASSERT_NO_FATAL_FAILURE(Start(false));
     EXPECT_TRUE(m_Window->GetMessages().GetText().contains("tools.brushes, line "));
+    EXPECT_TRUE(m_Window->GetMessages().GetText().contains("the mask gone.png is not there"));
     EXPECT_EQ(ReadBytes(strFile + ".bak"), strKept);
     Key("4");
     EXPECT_EQ(Extent(), fChanged);
