@@ -42,6 +42,8 @@ enum class EPointOutcome : uint32_t
     NoLength,   // both ends are on one spot
     Same,       // what is here is what the point would make
     Protected,  // all that the brush would change is protected
+    NoExtent,   // the brush has no footprint: its extent is 0 or below
+    NoWork,     // the tool has nothing to do with the numbers that it has
 };
 
 struct SPointOutcome

@@ -3,6 +3,8 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
 #include <QSlider>
@@ -70,6 +72,28 @@ private:
     std::optional<float> m_Pressure;
 };
 
+// The words at the ends of its axes around it.
+QLayout* MakeAxes(QWidget* pParent, QWidget* pPicture)
+{
+    auto* pGrid = new QGridLayout;
+    pGrid->addWidget(new QLabel("full power", pParent), 0, 0, Qt::AlignRight | Qt::AlignTop);
+    pGrid->addWidget(new QLabel("none", pParent), 1, 0, Qt::AlignRight | Qt::AlignBottom);
+    pGrid->addWidget(pPicture, 0, 1, 2, 2);
+    pGrid->addWidget(new QLabel("light touch", pParent), 2, 1, Qt::AlignLeft);
+    pGrid->addWidget(new QLabel("firm", pParent), 2, 2, Qt::AlignRight);
+    pGrid->setColumnStretch(1, 1);
+    return pGrid;
+}
+
+QLayout* MakeEnds(QWidget* pParent, QWidget* pSlider)
+{
+    auto* pRow = new QHBoxLayout;
+    pRow->addWidget(new QLabel("strong", pParent));
+    pRow->addWidget(pSlider, 1);
+    pRow->addWidget(new QLabel("weak", pParent));
+    return pRow;
+}
+
 } // namespace
 
 CPenDialog::CPenDialog(QWidget* pParent, SFormSettings& settings)
@@ -83,8 +107,10 @@ CPenDialog::CPenDialog(QWidget* pParent, SFormSettings& settings)
     auto* pForm = new QFormLayout(this);
     pForm->addRow(m_pUse);
     auto* pPicture = new CCurvePicture(this, m_Shown);
-    pForm->addRow(pPicture);
-    pForm->addRow("&Light touch strong, or weak:", m_pCurve);
+    pForm->addRow(MakeAxes(this, pPicture));
+    auto* pCurveName = new QLabel("A &light touch is:", this);
+    pCurveName->setBuddy(m_pCurve);
+    pForm->addRow(pCurveName, MakeEnds(this, m_pCurve));
     m_pUse->setChecked(settings.bPen);
     m_pCurve->setAccessibleName("Curve of the pressure");
     m_pCurve->setRange(-CURVE_STEPS, CURVE_STEPS);

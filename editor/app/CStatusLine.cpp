@@ -39,9 +39,13 @@ QString GetBrushText(IPluginTools* pTools)
 {
     const float fBrush = pTools != nullptr ? pTools->GetBrushExtent() : 0.0F;
     const std::string strName = pTools != nullptr ? pTools->GetToolName() : "";
-    return !(fBrush > 0.0F) ? QString("no brush")
-                            : QString::fromStdString(strName) + (strName.empty() ? "" : ", ") +
-                                  "brush " + GetExtentText(fBrush);
+    if (strName.empty() && !(fBrush > 0.0F))
+    {
+        return "no brush";
+    }
+    // An extent of 0 or below can be typed; the tool is at hand all the same.
+    return QString::fromStdString(strName) + (strName.empty() ? "" : ", ") + "brush " +
+           GetExtentText(fBrush);
 }
 
 } // namespace

@@ -46,6 +46,10 @@ QString GetReason(const SPointOutcome& outcome)
         return "Nothing changed: the ground is already as the tool would make it";
     case EPointOutcome::Protected:
         return "Nothing changed: the ground here is protected";
+    case EPointOutcome::NoExtent:
+        return "Nothing changed: the extent of the brush is not above 0";
+    case EPointOutcome::NoWork:
+        return "Nothing changed: the tool has nothing to do with its numbers in the panel";
     case EPointOutcome::None:
     case EPointOutcome::Changed:
     case EPointOutcome::Sideways:

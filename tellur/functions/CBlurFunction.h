@@ -26,6 +26,8 @@ public:
 
     bool UseOnlyDestBuffer() const override { return m_UseOnlyDestBuffer; }
 
+    bool HasWork() const override { return m_NeighbourhoodSize >= 0; }
+
     void DoOperation(const SOperation& operation) override;
     bool GetRule(const SOperation& operation, SVertexRule& rule) override;
 

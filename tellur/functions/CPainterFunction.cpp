@@ -156,6 +156,10 @@ void CPainterFunction::DoOperationAux(const SVec3& point,
         FillSet(operation, clipped); // for the explanation
     }
     ExplainIdlePoint({m_Verts, *pModification, *pBrush, point, fWeight, UseOnlyDestBuffer()});
+    if (IsPointIdle() && !HasWork())
+    {
+        NoteOutcome(EPointOutcome::NoWork);
+    }
     RedrawAllViews();
 }
 

@@ -47,6 +47,9 @@ public:
         return UseOnlyDestBuffer() ? EStrokePath::AddedUp : EStrokePath::Strongest;
     }
 
+    // False where the fields, as they were at the latest operation, let it change nothing anywhere.
+    virtual bool HasWork() const { return true; }
+
     // Rewrites the heights of the set in place.
     virtual void DoOperation(const SOperation& operation) = 0;
 

@@ -21,6 +21,8 @@ public:
 
     bool UseOnlyDestBuffer() const override { return m_UseOnlyDestBuffer; }
 
+    bool HasWork() const override { return !m_Levels.IsEmpty(); }
+
     void DoOperation(const SOperation& operation) override;
     bool GetRule(const SOperation& operation, SVertexRule& rule) override;
 

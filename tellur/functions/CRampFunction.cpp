@@ -214,7 +214,7 @@ void CRampFunction::Process(ITerrainModification* pModification,
     // What follows only finds a reason to tell; the first one that holds is told.
     if (set.GetVerts().IsEmpty())
     {
-        NoteOutcome(EPointOutcome::NoVertices);
+        NoteOutcome(GetEmptyOutcome(*pBrush));
     }
     else if (ramp.fPower == 0.0F)
     {

@@ -18,6 +18,8 @@ public:
 
     EMergeRule GetMergeRule() const override { return EMergeRule::Strongest; }
 
+    bool HasWork() const override { return m_Height != 0.0F; }
+
     void DoOperation(const SOperation& operation) override;
     bool GetRule(const SOperation& operation, SVertexRule& rule) override;
 

@@ -150,6 +150,11 @@ bool IsPointIdle()
     return pContext != nullptr && pContext->GetPointOutcome().eKind == EPointOutcome::Same;
 }
 
+EPointOutcome GetEmptyOutcome(const ITellurBrush& brush)
+{
+    return brush.GetExtent() > 0.0F ? EPointOutcome::NoVertices : EPointOutcome::NoExtent;
+}
+
 bool HasWeight(const CVertDataSet& set)
 {
     const float* pWeights = set.GetVerts().GetWeights();
@@ -166,7 +171,7 @@ void ExplainIdlePoint(const SDonePoint& point)
     }
     if (point.set.GetVerts().IsEmpty())
     {
-        NoteOutcome(EPointOutcome::NoVertices);
+        NoteOutcome(GetEmptyOutcome(point.brush));
     }
     else if (point.fStroke == 0.0F)
     {

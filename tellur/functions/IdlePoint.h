@@ -47,5 +47,8 @@ bool IsPointIdle();
 // afterwards.
 void ExplainIdlePoint(const SDonePoint& point);
 
+// Why there is no vertex under the brush.
+EPointOutcome GetEmptyOutcome(const ITellurBrush& brush);
+
 // Whether a weight of the set is not 0.
 bool HasWeight(const CVertDataSet& set);

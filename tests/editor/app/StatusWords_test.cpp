@@ -160,14 +160,15 @@ TEST_F(CStatusWordsTest, SaysWhatOfTheBrushKeepsAPointFromChangingAnything)
         {"mask( \"" + strBlack + "\" ) mask_enabled( 1 )",
          "5",
          "Nothing changed: the mask is black here"},
-        {"", "0", "Nothing changed: the ground is already as the tool would make it"},
+        {"", "0", "Nothing changed: the tool has nothing to do with its numbers in the panel"},
+        {"extent( -1.0 )", "5", "Nothing changed: the extent of the brush is not above 0"},
         {"extent( 1.0 )", "5", "Nothing changed: no vertex that can change lies under the brush"},
     };
     for (const auto& [strMore, strHeight, strSaid] : cases)
     {
         ASSERT_NO_FATAL_FAILURE(
             TakeBrush("RelativeHeightFunction", "m_Height", strHeight.c_str(), strMore));
-        if (strMore.starts_with("extent"))
+        if (strMore == "extent( 1.0 )")
         {
             const std::vector<float> before = GetHeights();
             Drag(GetView(1), FindSpot({164.0F, 20.0F, 164.0F}), FindSpot({166.0F, 20.0F, 166.0F}));
@@ -177,6 +178,11 @@ TEST_F(CStatusWordsTest, SaysWhatOfTheBrushKeepsAPointFromChangingAnything)
         }
         EXPECT_EQ(DragIdly(), strSaid) << strMore;
     }
+    ASSERT_NO_FATAL_FAILURE(TakeBrush("PosterizeFunction", "m_NumHeightDivisions", "-3"));
+    EXPECT_EQ(DragIdly(), std::get<2>(cases[3]));
+    ASSERT_NO_FATAL_FAILURE(TakeBrush("RampFunction", "m_SideInterpolation", "1", "extent( 0.0 )"));
+    EXPECT_EQ(DragIdly(), std::get<2>(cases[4]));
+    EXPECT_EQ(m_Window->findChild<QLabel*>("status-brush")->text(), "Ramp, brush 0.0");
     ASSERT_NO_FATAL_FAILURE(TakeBrush("SetHeightFunction", "m_Height", "20"));
     EXPECT_EQ(DragIdly(), "Nothing changed: the ground is already as the tool would make it");
     const std::vector<float> before = GetHeights();
