@@ -9,6 +9,8 @@
 #include "editor/view/SViewProjection.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
+#include "engine/world/CTexture.h"
+#include "host/Image.h"
 
 #include <QGuiApplication>
 #include <QOffscreenSurface>
@@ -24,6 +26,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace
@@ -210,6 +214,63 @@ void BrushStep(benchmark::State& state, bool bNeedsCard)
     state.counters["upload_kb"] = fUploaded / 1024.0 / fRounds;
 }
 
+// A soft round shape.
+std::unique_ptr<CTexture> MakeShape()
+{
+    constexpr int SIDE = 128;
+    std::vector<uint8_t> pixels(size_t{SIDE} * SIDE);
+    for (int i = 0; i < SIDE * SIDE; ++i)
+    {
+        const double fAway = std::hypot(i % SIDE - SIDE / 2, i / SIDE - SIDE / 2) / (SIDE / 2);
+        pixels[static_cast<size_t>(i)] =
+            static_cast<uint8_t>(255.0 * std::clamp(1.0 - fAway, 0.0, 1.0));
+    }
+    std::unique_ptr<IImage> pImage(IL_CreateImageFromBufferBPP(SIDE, SIDE, 8, pixels.data()));
+    return std::make_unique<CTexture>("bench_shape", std::move(pImage), nullptr);
+}
+
+// A frame with the mark of a brush in it, and with so many images of it around the middle of the
+// terrain. Yardstick: a frame without a mark.
+void MarkFrame(benchmark::State& state)
+{
+    CScene scene(static_cast<uint32_t>(state.range(0)));
+    const auto pRenderer = MakeRenderer();
+    const std::unique_ptr<CTexture> pShape = MakeShape();
+    const auto fMiddle = static_cast<float>(state.range(0)) * 0.5F;
+    SGroundMark mark;
+    mark.ePlace = EMarkPlace::Cursor;
+    mark.at = {fMiddle * 1.25F, 0.0F, fMiddle};
+    mark.bTool = true;
+    mark.tool.eKind = EToolKind::Add;
+    mark.tool.eSign = EToolSign::Raise;
+    mark.tool.fExtent = static_cast<float>(state.range(1)); // in cells
+    mark.pShape = pShape.get();
+    mark.nImages = static_cast<size_t>(state.range(2));
+    for (size_t i = 0; i < mark.nImages; ++i)
+    {
+        const float fTurn =
+            6.2831853F * static_cast<float>(i + 1) / static_cast<float>(mark.nImages + 1);
+        mark.images[i] = {{fMiddle + fMiddle * 0.25F * std::cos(fTurn),
+                           0.0F,
+                           fMiddle + fMiddle * 0.25F * std::sin(fTurn)},
+                          fTurn,
+                          false};
+    }
+    scene.m_Settings.mark = mark;
+    scene.Draw(*pRenderer);
+    CRatio ratio;
+    for (auto _ : state)
+    {
+        scene.m_Settings.mark = {};
+        scene.m_Settings.mark.ePlace = EMarkPlace::None;
+        const double fWithout = TakeTime([&] { scene.Draw(*pRenderer); });
+        scene.m_Settings.mark = mark;
+        ratio.Add(TakeTime([&] { scene.Draw(*pRenderer); }), fWithout);
+    }
+    Report(state, ratio);
+    state.counters["worst_ms"] = ratio.GetWorst() * 1e3;
+}
+
 // Undo of a stroke of 60 points on a wide circle, and the frame after it. Yardstick: a frame in
 // which nothing changed.
 void UndoFrame(benchmark::State& state)
@@ -245,11 +306,13 @@ void UndoFrame(benchmark::State& state)
     state.counters["upload_kb"] = fUploaded / 1024.0 / fRounds;
 }
 
-// Vertices and brush of each case, smallest first.
+// Vertices, brush and perhaps images of each case, smallest first.
 void AddCases(benchmark::internal::Benchmark* pRow, std::vector<std::vector<int64_t>> cases)
 {
+    std::vector<std::string> names = {"terrain", "footprint", "images"};
+    names.resize(cases.front().size());
     cases.resize(IsQuick() ? 1 : cases.size());
-    pRow->ArgNames({"terrain", "footprint"});
+    pRow->ArgNames(names);
     for (const std::vector<int64_t>& arguments : cases)
     {
         pRow->Args(arguments);
@@ -272,6 +335,11 @@ BENCHMARK_CAPTURE(BrushStep, OnCard, true)
         [](auto* pRow) {
             AddCases(pRow, {{4097, 256}, {4097, 1000}});
         }) -> Iterations(GetRounds(600)) -> Unit(benchmark::kMillisecond);
+BENCHMARK(MarkFrame)
+    ->Apply(
+        [](auto* pRow) {
+            AddCases(pRow, {{4097, 64, 0}, {4097, 1000, 0}, {4097, 256, 7}});
+        }) -> Iterations(GetRounds(100)) -> Unit(benchmark::kMillisecond);
 BENCHMARK(UndoFrame)
     ->Apply(
         [](auto* pRow) {
