@@ -26,6 +26,12 @@ CEditCommands::CEditCommands(QWidget& window,
     , m_Hand(hand)
     , m_ShowState(std::move(showState))
 {
+    m_Editor.GetHost().GetObservers().Add(this);
+}
+
+CEditCommands::~CEditCommands()
+{
+    m_Editor.GetHost().GetObservers().Remove(this);
 }
 
 void CEditCommands::AddTo(QMenu& menu, CCommandList& commands)
@@ -72,12 +78,43 @@ bool CEditCommands::IsPainting() const
     return pTools != nullptr && pTools->IsPainting();
 }
 
+// Whether the strokes that the hand is at are meant.
+bool CEditCommands::StepsPaint(bool bRedo) const
+{
+    const EProtectStep eOther = bRedo ? EProtectStep::Undone : EProtectStep::Done;
+    return IsPainting() && !m_Views.IsProtecting() && m_eProtect != eOther;
+}
+
+void CEditCommands::OnEvent(const SHostEvent& event)
+{
+    switch (event.eKind)
+    {
+    case EHostEvent::Protected:
+        m_eProtect = event.pProtected != nullptr ? EProtectStep::Done : m_eProtect;
+        break;
+    case EHostEvent::Undo:
+        m_eProtect = m_eProtect == EProtectStep::Done ? EProtectStep::Undone : EProtectStep::None;
+        break;
+    case EHostEvent::Redo:
+        m_eProtect = m_eProtect == EProtectStep::Undone ? EProtectStep::Done : EProtectStep::None;
+        break;
+    case EHostEvent::ButtonDown:
+    case EHostEvent::PaintUndo:
+    case EHostEvent::PaintRedo:
+    case EHostEvent::LevelChanged:
+        m_eProtect = EProtectStep::None;
+        break;
+    default:
+        break;
+    }
+}
+
 void CEditCommands::StepHistory(bool bRedo)
 {
     CEditorHost& host = m_Editor.GetHost();
     // The stroke under the hand becomes a step before the history moves.
     host.GetInput().EndDrag();
-    if (IsPainting() && !m_Views.IsProtecting()) // the strokes that the hand is at
+    if (StepsPaint(bRedo))
     {
         host.StepPaint(bRedo);
     }

@@ -131,7 +131,11 @@ void CProtectionCommands::AskHeights()
     if (dialog.exec() == QDialog::Accepted)
     {
         const auto [fLow, fHigh] = std::minmax({dialog.GetNumber(0), dialog.GetNumber(1)});
-        Do({EProtect::Heights, fLow, fHigh});
+        // The box shows a rounded limit; ground that lies at it belongs to "to the top".
+        constexpr double HALF_STEP = 0.005;
+        Do({EProtect::Heights,
+            fLow,
+            fHigh + HALF_STEP >= fHighest ? static_cast<float>(fHighest) : fHigh});
     }
 }
 

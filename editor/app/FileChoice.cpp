@@ -39,16 +39,21 @@ protected:
     {
         const QStringList files = selectedFiles();
         const QFileInfo file(files.isEmpty() ? QString() : files.front());
-        const bool bPicture = m_bPictures && file.isFile();
-        if (!bPicture ||
-            LoadPicturePreview(file.filePath().toUtf8().constData(), MOST_PIXELS).strWhy.empty())
+        if (!m_bPictures || !file.isFile() || MayBePicture(file.filePath()))
         {
             QFileDialog::accept();
         }
     }
 
 private:
-    static constexpr uint64_t MOST_PIXELS = 17'000'000; // that are read; of others the size will do
+    static bool MayBePicture(const QString& strFile)
+    {
+        constexpr uint64_t MOST_PIXELS = 17'000'000; // that are read; of others the size will do
+        const SPicturePreview preview =
+            LoadPicturePreview(strFile.toUtf8().constData(), MOST_PIXELS);
+        return preview.strWhy.empty() || preview.bSkipped;
+    }
+
     bool m_bPictures;
 };
 

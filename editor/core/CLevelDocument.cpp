@@ -172,16 +172,14 @@ void CLevelDocument::ReadProtection(SLevelText& text, CLevelFiles& files) const
     text.strProtection = GetFullPath(text.strProtection.c_str());
     files.NoteProtection(text.strProtection);
     bool bRead = false;
+    CProtectionEdit edit(*GetTerrain());
     // The resolution may have changed after the level was saved: its height map is on the disk
     // then.
     m_Host.GetInput().Guard("CLevelDocument::Open",
-                            [&]
-                            {
-                                CProtectionEdit edit(*GetTerrain());
-                                bRead = ::ReadProtection(text.strProtection, edit, true);
-                            });
+                            [&] { bRead = ::ReadProtection(text.strProtection, edit, true); });
     if (!bRead)
     {
+        edit.TakeBack(); // memory may have ended half-way
         files.NoteProtection({});
         text.strProtection.clear();
         text.bUnreadProtection = true;

@@ -12,7 +12,8 @@ bool OpenRecoveredLevel(CEditorHost& host,
                         const char* pszHeightPath,
                         bool bSavedSince)
 {
-    return document.TakeOver(text,
+    SLevelText recovered = text;
+    return document.TakeOver(recovered,
                              [&](CLevelFiles& files)
                              {
                                  if (!host.OpenLevel(pszHeightPath))
@@ -29,6 +30,10 @@ bool OpenRecoveredLevel(CEditorHost& host,
                                      files.ReadText(text.strPath, said);
                                      files.NoteHeights(document.GetHeightPath());
                                      files.NoteProtection(text.strProtection);
+                                     // A picture that could not be used is no more there than
+                                     // before; its name stays all the same.
+                                     recovered.bUnreadProtection =
+                                         text.strProtection.empty() && !said.strProtection.empty();
                                      if (bSavedSince)
                                      {
                                          files.Distrust();

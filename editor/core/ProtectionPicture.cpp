@@ -5,6 +5,7 @@
 #include "host/Log.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 
 namespace
@@ -19,6 +20,23 @@ size_t GetNearest(uint32_t uVertex, uint32_t nVertices, uint32_t nPixels)
 {
     const uint64_t uCells = nVertices - 1;
     return (uint64_t{uVertex} * (nPixels - 1) * 2 + uCells) / (uCells * 2);
+}
+
+// The grey that each byte stands for.
+std::array<uint8_t, 256> GetGreys(const std::string& strPath, const IImage& image)
+{
+    std::array<uint8_t, 256> greys = {};
+    for (size_t i = 0; i < greys.size(); ++i)
+    {
+        greys[i] = static_cast<uint8_t>(i);
+    }
+    const bool bIndexed = image.GetFormat() == EImageFormat::Indexed8;
+    const std::unique_ptr<IPalette> pPalette(bIndexed ? IL_LoadPalette(strPath.c_str()) : nullptr);
+    for (uint32_t i = 0; pPalette != nullptr && i < pPalette->GetCount(); ++i)
+    {
+        greys[i] = pPalette->GetEntry(i)[0];
+    }
+    return greys;
 }
 
 // Whether the picture can be for another resolution of the ground.
@@ -54,6 +72,7 @@ bool ReadProtection(const std::string& strPath, CProtectionEdit& edit, bool bRes
     }
     const size_t nPixel = pImage->GetBitsPerPixel() / 8;
     const uint8_t* pPixels = pImage->GetRawData();
+    const std::array<uint8_t, 256> greys = GetGreys(strPath, *pImage);
     edit.ChangeAll(
         [&](uint32_t uSquareX, uint32_t uSquareZ, CVertexProtection::Square& bits)
         {
@@ -66,7 +85,8 @@ bool ReadProtection(const std::string& strPath, CProtectionEdit& edit, bool bRes
                 for (uint32_t x = uSquareX * SIDE; x < uEndX; ++x)
                 {
                     const size_t nColumn = GetNearest(x, protection.GetSizeX(), pImage->GetWidth());
-                    const uint8_t uGrey = pPixels[(nRow * pImage->GetWidth() + nColumn) * nPixel];
+                    const uint8_t uGrey =
+                        greys[pPixels[(nRow * pImage->GetWidth() + nColumn) * nPixel]];
                     bits[z % SIDE] |= uint64_t{uGrey >= MIDDLE} << (x % SIDE);
                 }
             }

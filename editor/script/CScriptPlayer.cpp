@@ -44,7 +44,7 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
         {
             strFault = m_ScriptPath + ": " + strCall.append(": ").append(strWhy);
             strFault += " (keyword " + std::to_string(nPlayed) + ")";
-            m_Host.GetHistory().EndStep();
+            EndSteps();
             return false;
         }
         if (m_OnPlayed)
@@ -53,9 +53,15 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
         }
     }
     m_Mouse.EndDrag();
-    m_Host.GetProtection().End();
-    m_Host.GetHistory().EndStep(); // one that the script has left open
+    EndSteps();
     return true;
+}
+
+// Those that the script has left open.
+void CScriptPlayer::EndSteps()
+{
+    m_Host.GetProtection().End();
+    m_Host.GetHistory().EndStep();
 }
 
 bool CScriptPlayer::PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy)

@@ -41,6 +41,7 @@ public:
 private:
     bool PlayKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
     bool PlayPluginKeyword(CTCPARSE_KEYWORD& keyword, std::string& strWhy);
+    void EndSteps();
 
     CEditorHost& m_Host;
     ViewId m_View;

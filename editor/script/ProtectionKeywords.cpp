@@ -42,7 +42,7 @@ bool PlayProtected(SScriptPlaying& playing, const CScriptCall& call, std::string
     {
         return false;
     }
-    playing.mouse.EndDrag();
+    playing.mouse.LetGo(); // the stroke's record is of the protection before
     playing.host.GetProtection().End();
     if (!ReadSquareText(
             call.GetString(2), call.GetInt(0), call.GetInt(1), pTerrain->GetProtection()))

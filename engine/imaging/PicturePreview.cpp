@@ -12,6 +12,7 @@
 namespace
 {
 
+constexpr char TOO_LARGE[] = "too large to be shown here";
 constexpr size_t HEAD_BYTES = 65536;           // where formats say how large a picture is
 constexpr uint64_t MOST_BYTES = 256ULL << 20U; // of a file that is read whole
 
@@ -59,7 +60,8 @@ void Load(const char* pszPath, uint64_t nMost, SPicturePreview& preview)
     preview.uHeight = size.uHeight;
     if (uint64_t{size.uWidth} * size.uHeight > nMost)
     {
-        preview.strWhy = "too large to be shown here";
+        preview.strWhy = TOO_LARGE;
+        preview.bSkipped = true;
         return;
     }
     SFileBytes bytes;
@@ -67,8 +69,8 @@ void Load(const char* pszPath, uint64_t nMost, SPicturePreview& preview)
     const EFileRead eRead = ReadFileBytes(pszPath, MOST_BYTES, bytes, strError);
     if (eRead != EFileRead::Done)
     {
-        preview.strWhy =
-            eRead == EFileRead::TooLong ? "too large to be shown here" : "cannot be read";
+        preview.bSkipped = eRead == EFileRead::TooLong;
+        preview.strWhy = preview.bSkipped ? TOO_LARGE : "cannot be read";
         return;
     }
     SPicture picture;

@@ -15,6 +15,7 @@ struct SPicturePreview
     std::unique_ptr<IImage> pImage;     // null where there is no picture to show
     std::unique_ptr<IPalette> pPalette; // of a paletted one
     std::string strWhy;                 // there is none; a phrase without the file's name
+    bool bSkipped = false; // it was not read, being large: there may be a picture all the same
 };
 
 // Reads a picture to be looked at. One of more pixels than nMost is told by its size, of which the

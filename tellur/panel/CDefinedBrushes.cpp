@@ -36,16 +36,11 @@ void CDefinedBrushes::AddItem(CTellurBrush* pBrush)
 
 void CDefinedBrushes::Fill()
 {
-    const uintptr_t uSelected = m_List.GetItemData(m_List.GetCurSel());
     m_List.SetRedraw(false);
     m_List.ResetContent();
     for (const auto& pBrush : GetPluginPart<IPanelPlugin>()->GetBrushContainer()->GetPredefined())
     {
         AddItem(pBrush.get());
-        if (reinterpret_cast<uintptr_t>(pBrush.get()) == uSelected)
-        {
-            m_List.SetCurSel(m_List.GetCount() - 1); // the same brush, wherever it is now
-        }
     }
     m_List.SetRedraw(true);
 }

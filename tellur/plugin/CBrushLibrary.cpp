@@ -148,10 +148,11 @@ bool CBrushLibrary::SaveBrushes()
 
 void CBrushLibrary::TellTaken(const CTellurBrush& brush)
 {
-    const char* pszFunction = brush.GetFunctionName();
-    if (m_pTaker != nullptr && pszFunction != nullptr)
+    // A brush without a function is no tool's, and to ask for its name would be logged.
+    if (m_pTaker != nullptr && brush.GetRTTIObject() != nullptr)
     {
-        m_pTaker->OnBrushTaken(brush.GetName() != nullptr ? brush.GetName() : "", pszFunction);
+        m_pTaker->OnBrushTaken(brush.GetName() != nullptr ? brush.GetName() : "",
+                               brush.GetFunctionName());
     }
 }
 

@@ -63,8 +63,14 @@ bool PlayTakeBrush(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, s
                  std::to_string(brushes.size());
         return false;
     }
+    const CTellurBrush& brush = *brushes[static_cast<size_t>(iPlace)];
+    if (brush.GetRTTIObject() == nullptr)
+    {
+        strWhy = "the brush has no function";
+        return false;
+    }
     auto* pPlugin = GetPluginPart<IPanelPlugin>();
-    pPlugin->UsePredefinedBrush(*brushes[static_cast<size_t>(iPlace)]);
+    pPlugin->UsePredefinedBrush(brush);
     // Without a brush before, the mode could not be switched on until now.
     if (parts.brush.Get() != nullptr && !IsTerraformingOn())
     {

@@ -100,9 +100,9 @@ protected:
             ASSERT_TRUE(IL_SaveImage((strFolder + pszName).c_str(), pImage.get(), nullptr));
         }
         WriteBytes(strFolder + "f.png", "no picture");
-        std::string strHuge = ReadBytes(strFolder + "b.tga");
-        strHuge.replace(12, 4, "\x10\x27\x10\x27", 4); // the header's sides
-        WriteBytes(strFolder + "g.tga", strHuge);
+        const std::unique_ptr<IImage> pLarge(
+            IL_CreateImageFromBufferFormat(4200, 4200, EImageFormat::Indexed8, nullptr));
+        ASSERT_TRUE(IL_SaveImage((strFolder + "g.png").c_str(), pLarge.get(), nullptr));
     }
 
     float Extent() { return m_Editor->FindInterface<IPluginTools>()->GetBrushExtent(); }
@@ -294,7 +294,7 @@ TEST_F(CBrushLibraryWindow, AChooserOfPicturesShowsWhatItWouldChoose)
                 {"d.png", "48 x 32"},
                 {"e.jpg", "48 x 32"},
                 {"f.png", "not a PNG, JPEG, TGA, BMP or DDS file"},
-                {"g.tga", "10000 x 10000\ntoo large to be shown here"},
+                {"g.png", "4200 x 4200\ntoo large to be shown here"},
             };
             dialog.findChild<QTreeView*>("treeView")->setFocus();
             for (const auto& [pszName, pszText] : files)
@@ -320,6 +320,13 @@ TEST_F(CBrushLibraryWindow, AChooserOfPicturesShowsWhatItWouldChoose)
             Key("Return");
         });
     EXPECT_EQ(m_Editor->FindInterface<IPluginTools>()->GetMaskPath(), "data/brushes/a.bmp");
+    Answer<QFileDialog>([this] { Key("shift+m"); },
+                        [](QFileDialog& dialog)
+                        {
+                            dialog.findChild<QTreeView*>("treeView")->setFocus();
+                            Do({"key", "End", "key", "Return"}); // what is not shown may be chosen
+                        });
+    EXPECT_EQ(m_Editor->FindInterface<IPluginTools>()->GetMaskPath(), "data/brushes/g.png");
 
     // Others are as they were.
     Answer<QFileDialog>([this] { Trigger("file.open"); },

@@ -2,6 +2,8 @@
 // heights and protection back bit by bit, in whatever order.
 
 #include "editor/core/CLevelDocument.h"
+#include "editor/core/LevelRecovery.h"
+#include "editor/core/SLevelText.h"
 #include "editor/script/CScriptKeywords.h"
 #include "editor/script/CScriptPlayer.h"
 #include "engine/terrain/CTerrain.h"
@@ -9,6 +11,7 @@
 #include "host/IPluginTools.h"
 #include "host/Image.h"
 #include "tests/editor/script/WalkFixture.h"
+#include "tests/engine/imaging/ImageSamples.h"
 #include "tests/support/CLogCatcher.h"
 
 #include <map>
@@ -192,15 +195,49 @@ TEST_F(CProtectionTest, AreasAreWhatTheirWordsSay)
                "protect_slope( 90 )\nexpect_undo( 1 )\n"
                "protect_clear()\nprotect_height( 5, 20 )\n"
                "expect_protected( 21, 20, 1 )\nexpect_protected( 21, 19, 0 )\n"
-               "protected( 0, 0, \"all\" )\nexpect_undo( 0 )\nexpect_protected( 48, 48, 1 )\n");
-    // A tool says why nothing changes.
+               "protected( 0, 0, \"all\" )\nexpect_undo( 0 )\nexpect_protected( 48, 48, 1 )\n"
+               "protect_clear()\nprotected( 0, 0, \"none\" )\n");
+    // A stroke under the hand ends before the ground is protected that it has changed.
     TakeBrush(0, 0.2F);
     m_Face.cursor.PointAtPosition(20.0F, 20.0F);
+    m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
+    m_Host.GetInput().SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, 0});
+    PlayScript("protected( 0, 0, \"all\" )\nexpect_undo( 0 )\n");
+    EXPECT_FALSE(m_Host.GetInput().IsDragging());
+    // A tool says why nothing changes.
     m_Host.GetInput().SendButtonDown(1, MOUSE_LEFT, {});
     m_Host.GetInput().SendMouseMove(1, MOUSE_LEFT, {}, {0, 1}, {0, 0});
     auto* pStrokes = dynamic_cast<IPluginStrokes*>(m_Loader.GetPlugin());
     EXPECT_EQ(pStrokes->TakePointOutcome().eKind, EPointOutcome::Protected);
     m_Host.GetInput().EndDrag();
+}
+
+TEST_F(CProtectionTest, APictureIsTakenByItsColoursAndARecoveryKeepsTheNameOfOneThatIsMissing)
+{
+    ASSERT_NO_FATAL_FAILURE(StartRough());
+    const std::string strPicture = m_Folder.Path("colours.png");
+    const std::vector<uint8_t> ones(size_t{COLUMNS} * ROWS, 1);
+    const std::unique_ptr<IImage> pImage(
+        IL_CreateImageFromBufferFormat(COLUMNS, ROWS, EImageFormat::Indexed8, ones.data()));
+    const CTestPalette palette({{0, 0, 0}, {255, 255, 255}});
+    ASSERT_TRUE(IL_SaveImage(strPicture.c_str(), pImage.get(), &palette));
+    PlayScript("protect( \"colours.png\" )\nexpect_protected( 70, 70, 1 )\n");
+
+    CLevelDocument document(m_Host);
+    const std::string strLevel = m_Folder.Path("l.level");
+    ASSERT_TRUE(document.SaveAs(strLevel.c_str()));
+    const SGround ground = GetGround();
+    const std::string strProtection = m_Folder.Path("l.protection.png");
+    std::filesystem::rename(strProtection, m_Folder.Path("away.png"));
+    CLogCatcher log;
+    ASSERT_TRUE(document.Open(strLevel.c_str()));
+    const SLevelText text = document.GetText();
+    ASSERT_TRUE(
+        OpenRecoveredLevel(m_Host, document, text, document.GetHeightPath().c_str(), false));
+    ASSERT_TRUE(document.Save());
+    std::filesystem::rename(m_Folder.Path("away.png"), strProtection);
+    ASSERT_TRUE(document.Open(strLevel.c_str()));
+    EXPECT_TRUE(GetGround() == ground);
 }
 
 TEST_F(CProtectionTest, ALevelKeepsItInAPictureThatItNames)

@@ -141,6 +141,9 @@ TEST_F(CLibraryKeywords, WhatOthersAppendStaysAndWhatIsRefusedChangesNothing)
     }
     EXPECT_EQ(m_Plugin->GetBrushRevision(), uRevision);
     EXPECT_FALSE(m_Plugin->HasUnsavedBrushes());
+
+    WriteBytes(m_Folder.Path("bare.ini"), "!brush()\n!extent( f )\nbrush() { extent( 3.0 ) }\n");
+    EXPECT_EQ(Play("brush_file( \"bare.ini\" ) take_brush( 4 )"), "the brush has no function");
 }
 
 TEST_F(CLibraryKeywords, TakingIsTheListsClickAndAStrokeIsLeftAlone)
