@@ -212,7 +212,7 @@ void CRampFunction::Process(ITerrainModification* pModification,
         return;
     }
     // What follows only finds a reason to tell; the first one that holds is told.
-    if (set.GetVerts().IsEmpty())
+    if (set.GetVerts().IsEmpty() || !(ramp.fHalfWidth > 0.0F))
     {
         NoteOutcome(GetEmptyOutcome(*pBrush));
     }

@@ -321,7 +321,7 @@ TEST_F(CBrushLibraryWindow, AChooserOfPicturesShowsWhatItWouldChoose)
         });
     EXPECT_EQ(m_Editor->FindInterface<IPluginTools>()->GetMaskPath(), "data/brushes/a.bmp");
     Answer<QFileDialog>([this] { Key("shift+m"); },
-                        [](QFileDialog& dialog)
+                        [this](QFileDialog& dialog)
                         {
                             dialog.findChild<QTreeView*>("treeView")->setFocus();
                             Do({"key", "End", "key", "Return"}); // what is not shown may be chosen

@@ -45,17 +45,17 @@ TEST_F(CPainting, AStrokeIsSavedAsItsReplayPaintsIt)
     Click(Item(2118)); // "Redo"
     Click(Item(2118));
     EXPECT_EQ(GetTexels(), painted);
-    // The keys take back what was done last, be it no stroke of the brush.
+    // Undo takes back what was done last, be it no stroke of the brush.
     Trigger("protection.invert");
-    Key("ctrl+z");
+    Trigger("edit.undo");
     EXPECT_FALSE(GetHost().GetProtection().IsAny());
     EXPECT_EQ(GetTexels(), painted);
-    Key("ctrl+shift+z");
+    Trigger("edit.redo");
     EXPECT_TRUE(GetHost().GetProtection().IsAny());
-    Key("ctrl+z");
-    Key("ctrl+z");
+    Trigger("edit.undo");
+    Trigger("edit.undo");
     EXPECT_NE(GetTexels(), painted);
-    Key("ctrl+shift+z");
+    Trigger("edit.redo");
     EXPECT_EQ(GetTexels(), painted);
     EXPECT_EQ(GetDialog()->windowHandle()->transientParent(), m_Window->windowHandle())
         << "it stays in front";
