@@ -14,6 +14,7 @@
 #include "tellur/resources/FunctionFaces.h"
 #include "tellur/stroke/ITellurFunction.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -146,13 +147,26 @@ bool CBrushLibrary::SaveBrushes()
     return SaveBrushesWithCopy(m_BrushContainer, PREDEFINED_BRUSHES);
 }
 
-void CBrushLibrary::TellTaken(const CTellurBrush& brush)
+void CBrushLibrary::TellTaken(const CTellurBrush& brush, const CTellurBrush* pCopy)
 {
+    m_pTaken = &brush;
+    m_pTakenCopy = pCopy;
     const char* pszFunction = brush.GetFunctionName();
     if (m_pTaker != nullptr && pszFunction != nullptr)
     {
         m_pTaker->OnBrushTaken(brush.GetName() != nullptr ? brush.GetName() : "", pszFunction);
     }
+}
+
+int32_t CBrushLibrary::FindTaken(const CTellurBrush* pCopy) const
+{
+    const auto& brushes = m_BrushContainer.GetPredefined();
+    const auto taken =
+        std::find_if(brushes.begin(),
+                     brushes.end(),
+                     [this](const auto& pBrush) { return pBrush.get() == m_pTaken; });
+    const bool bThere = pCopy != nullptr && pCopy == m_pTakenCopy && taken != brushes.end();
+    return bThere ? static_cast<int32_t>(taken - brushes.begin()) : -1;
 }
 
 bool CBrushLibrary::WriteToolBrush(fs::ifile& file, const char* pszFunction)
