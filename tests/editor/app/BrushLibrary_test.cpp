@@ -88,6 +88,19 @@ protected:
         return (screen * List().devicePixelRatioF()).toPoint();
     }
 
+    // To a share of the other row's width. All at once: a drag answers events by itself until it is
+    // dropped.
+    void DragRow(int iRow, int iTarget, double fShare)
+    {
+        const auto getShare = [this](int i, double f)
+        {
+            const QRectF at = List().visualItemRect(List().item(i));
+            return QPointF((at.left() + at.width() * f) / List().viewport()->width(),
+                           at.center().y() / List().viewport()->height());
+        };
+        Drag(*List().viewport(), getShare(iRow, 0.5), getShare(iTarget, fShare));
+    }
+
     std::string Status() // as it is shown, with dots where it is too long
     {
         auto* pWords = m_Window->findChild<QLabel*>("status-words");
@@ -171,31 +184,20 @@ TEST_F(CBrushLibraryWindow, TheMouseTakesAndOrdersAndThePanelFollows)
     EXPECT_EQ(Extent(), 20.0F);
     EXPECT_EQ(GetProperty("m_PickHeight"), "false") << "the panel shows the brush";
 
-    // All at once: a drag answers events by itself until it is dropped.
-    const auto drag = [this](int iRow, int iTarget, double fShare)
-    {
-        const auto getShare = [this](int i, double f)
-        {
-            const QRectF at = List().visualItemRect(List().item(i));
-            return QPointF((at.left() + at.width() * f) / List().viewport()->width(),
-                           at.center().y() / List().viewport()->height());
-        };
-        Drag(*List().viewport(), getShare(iRow, 0.5), getShare(iTarget, fShare));
-    };
-    drag(0, 2, 0.8);
+    DragRow(0, 2, 0.8);
     EXPECT_TRUE(WaitFor([&] { return Saved() == "B C A D "; }, "it is dropped behind C"))
         << Saved();
     EXPECT_EQ(Shown(), "B C [A] D ");
-    drag(3, 0, 0.2);
+    DragRow(3, 0, 0.2);
     EXPECT_TRUE(WaitFor([&] { return Saved() == "D B C A "; }, "it is dropped before B"))
         << Saved();
     EXPECT_EQ(Item<QListWidget>(2113).item(0)->text(), "D");
     const QRect last = List().visualItemRect(List().item(2));
     ASSERT_GT(List().viewport()->width(), last.right() + 8) << "there is room beside C";
-    drag(0, 2, 1.05);
+    DragRow(0, 2, 1.05);
     EXPECT_TRUE(WaitFor([&] { return Saved() == "B C D A "; }, "it is dropped into that room"))
         << Saved();
-    drag(2, 0, 0.2);
+    DragRow(2, 0, 0.2);
     EXPECT_TRUE(WaitFor([&] { return Saved() == "D B C A "; }, "and back")) << Saved();
 
     // What the panel adds comes into the library, and the next change saves it along.
