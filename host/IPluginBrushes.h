@@ -13,8 +13,9 @@ class ifile;
 // when it is taken. See IPlugin.h for how a host gets it. The host calls it on the UI thread:
 // GetBrushFaults once after Initialize, to tell the person and to keep the file that the next save
 // would cut; HasUnsavedBrushes and SaveBrushes before it closes; the others whenever it shows the
-// library. Only IBrushTaker is called back. What changes the library are keywords of scripts
-// (IPluginScript), which tell brushes by their place in it, counted from 0: names need not differ.
+// library. Only IBrushTaker and IBrushSaveGuard are called back. What changes the library are
+// keywords of scripts (IPluginScript), which tell brushes by their place in it, counted from 0:
+// names need not differ.
 
 // What reading the library of brushes could not use; the next save of the library leaves it out.
 struct SBrushFault
@@ -22,6 +23,7 @@ struct SBrushFault
     std::string strBrush; // its name; empty where the brush has none, or all of the file is meant
     int32_t iLine = 0;    // in the file; 0 where no one line is meant
     std::string strFault; // a phrase without a line feed
+    bool bWholeFile = false; // nothing of the file could be read
 };
 
 // A brush of the library as a window shows it.
@@ -51,6 +53,19 @@ public:
     virtual void OnBrushTaken(const char* pszName, const char* pszFunction) = 0;
 };
 
+// Is asked when the file of the library is about to be replaced, whoever wants that: the panel, a
+// script or the host.
+class IBrushSaveGuard
+{
+public:
+    virtual ~IBrushSaveGuard() = default;
+
+    // False, after a logged line: the file has to stay, and the brushes are not saved.
+    virtual bool MayReplaceBrushFile() = 0;
+    // The file holds the library now.
+    virtual void OnBrushFileSaved() = 0;
+};
+
 class IPluginBrushes
 {
 public:
@@ -64,6 +79,8 @@ public:
     virtual bool SaveBrushes() = 0;
     // Who hears of brushes that are taken; borrowed until another one or null (nobody) is set.
     virtual void SetBrushTaker(IBrushTaker* pTaker) = 0;
+    // Who is asked about saves; borrowed until another one or null (nobody) is set.
+    virtual void SetBrushSaveGuard(IBrushSaveGuard* pGuard) = 0;
     // Appends the brush of a tool, as IPluginTools::TakeTool has it, as the keyword "tool_brush",
     // which IPluginScript::Play takes; what is at hand has no part in it. False for a tool without
     // a brush, for a brush that would not read back, and on a file fault.
@@ -72,4 +89,7 @@ public:
     virtual std::vector<SDefinedBrush> GetDefinedBrushes() = 0;
     // Another number whenever the library is another one than before, whoever changed it.
     virtual uint64_t GetBrushRevision() = 0;
+    // The place of the brush whose copy is at hand, also where that was changed since; -1 when it
+    // is no brush of the library.
+    virtual int32_t FindBrushAtHand() = 0;
 };

@@ -30,6 +30,16 @@ QIcon MakeBrushPicture(const uint8_t* pPixels, int iSide, const QSize& size, con
         painter.drawImage(QRect(QPoint(0, 0), real),
                           shape.scaled(real, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }
+    else
+    {
+        painter.save();
+        painter.scale(fScale, fScale);
+        painter.setFont(widget.font());
+        painter.setPen(Qt::white);
+        painter.drawText(
+            QRect(QPoint(0, 0), size), Qt::AlignCenter | Qt::TextWordWrap, QString(NO_IMAGE));
+        painter.restore();
+    }
     painter.setPen(widget.palette().color(QPalette::Mid));
     painter.drawRect(0, 0, real.width() - 1, real.height() - 1);
     painter.end();

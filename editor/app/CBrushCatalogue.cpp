@@ -1,5 +1,6 @@
 #include "editor/app/CBrushCatalogue.h"
 
+#include "editor/core/CBrushFile.h"
 #include "editor/core/CEditorHost.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
@@ -66,9 +67,16 @@ bool CBrushCatalogue::Follow()
     return true;
 }
 
-bool CBrushCatalogue::Refuse(const std::string& strWhy)
+bool CBrushCatalogue::Say(std::string strLine)
 {
-    m_Line = strWhy;
+    m_Line = std::move(strLine);
+    m_iTaken = -1;
+    return true;
+}
+
+bool CBrushCatalogue::Refuse(std::string strWhy)
+{
+    Say(std::move(strWhy));
     return false;
 }
 
@@ -133,13 +141,25 @@ bool CBrushCatalogue::Change(const std::vector<std::unique_ptr<CTCPARSE_KEYWORD>
     {
         return true;
     }
-    std::string strWhy =
-        m_bSaveFailed ? "The brushes cannot be saved; they are as they were." : std::move(m_Line);
+    std::string strWhy = m_bSaveFailed ? GetSaveFault() : std::move(m_Line);
     for (; nPlayed > 0; --nPlayed)
     {
         Play(*MakeCall(pszBack));
     }
     return Refuse(strWhy);
+}
+
+std::string CBrushCatalogue::GetSaveFault() const
+{
+    std::string strFault = GetSaveHindrance(m_Shown);
+    if (strFault.empty())
+    {
+        // Nothing was wrong with the brushes before.
+        strFault = GetSaveHindrance(m_pBrushes->GetDefinedBrushes()).empty()
+                       ? "The brushes cannot be saved"
+                       : "A brush without an image or a function cannot be saved";
+    }
+    return strFault + "; they are as they were.";
 }
 
 bool CBrushCatalogue::Change(std::unique_ptr<CTCPARSE_KEYWORD> pCall, const char* pszBack)
@@ -155,8 +175,24 @@ bool CBrushCatalogue::Take(size_t iBrush)
     {
         return false;
     }
-    m_Line = GetQuoted(iBrush) + " is at hand.";
+    if (m_pBrushes->FindBrushAtHand() != static_cast<int32_t>(iBrush))
+    {
+        return Refuse(GetQuoted(iBrush) + (m_Shown[iBrush].strFunction.empty()
+                                               ? " has no function, so nothing is at hand."
+                                               : " cannot be taken."));
+    }
+    Say(GetQuoted(iBrush) + " is at hand.");
+    m_iTaken = static_cast<int32_t>(iBrush);
     return true;
+}
+
+bool CBrushCatalogue::FollowHand()
+{
+    if (m_iTaken < 0 || m_pBrushes->FindBrushAtHand() == m_iTaken)
+    {
+        return false;
+    }
+    return Say({});
 }
 
 bool CBrushCatalogue::Rename(size_t iBrush, const std::string& strName)
@@ -170,9 +206,8 @@ bool CBrushCatalogue::Rename(size_t iBrush, const std::string& strName)
                     m_Shown.end(),
                     [&](const SDefinedBrush& brush)
                     { return &brush != &m_Shown[iBrush] && brush.strName == strName; });
-    m_Line = GetQuoted(iBrush) + " is now \"" + strName +
-             (bTwice ? "\", as another one; scripts take the first of them." : "\".");
-    return true;
+    return Say(GetQuoted(iBrush) + " is now \"" + strName +
+               (bTwice ? "\", as another one; scripts take the first of them." : "\"."));
 }
 
 bool CBrushCatalogue::Duplicate(size_t iBrush)
@@ -182,8 +217,7 @@ bool CBrushCatalogue::Duplicate(size_t iBrush)
     {
         return false;
     }
-    m_Line = GetQuoted(iBrush) + " has a copy.";
-    return true;
+    return Say(GetQuoted(iBrush) + " has a copy.");
 }
 
 bool CBrushCatalogue::Remove(std::vector<size_t> brushes)
@@ -207,11 +241,10 @@ bool CBrushCatalogue::Remove(std::vector<size_t> brushes)
     {
         return false;
     }
-    m_Line = brushes.size() == 1
-                 ? GetQuoted(brushes.front()) + " is removed; Ctrl+Z brings it back."
-                 : std::to_string(brushes.size()) +
-                       " brushes are removed; Ctrl+Z brings back one after another.";
-    return true;
+    return Say(brushes.size() == 1
+                   ? GetQuoted(brushes.front()) + " is removed; Ctrl+Z brings it back."
+                   : std::to_string(brushes.size()) +
+                         " brushes are removed; Ctrl+Z brings back one after another.");
 }
 
 bool CBrushCatalogue::Move(size_t iBrush, size_t iTo)
@@ -220,9 +253,8 @@ bool CBrushCatalogue::Move(size_t iBrush, size_t iTo)
     {
         return false;
     }
-    m_Line = GetQuoted(iBrush) + " is number " + std::to_string(iTo + 1) + " of " +
-             std::to_string(m_Shown.size()) + '.';
-    return true;
+    return Say(GetQuoted(iBrush) + " is number " + std::to_string(iTo + 1) + " of " +
+               std::to_string(m_Shown.size()) + '.');
 }
 
 bool CBrushCatalogue::TakeBack()
@@ -232,8 +264,7 @@ bool CBrushCatalogue::TakeBack()
     {
         return false;
     }
-    m_Line = "The last change is taken back.";
-    return true;
+    return Say("The last change is taken back.");
 }
 
 bool CBrushCatalogue::DoAgain()
@@ -243,6 +274,5 @@ bool CBrushCatalogue::DoAgain()
     {
         return false;
     }
-    m_Line = "The change is done again.";
-    return true;
+    return Say("The change is done again.");
 }

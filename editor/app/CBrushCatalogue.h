@@ -43,6 +43,10 @@ public:
 
     const std::string& GetLine() const { return m_Line; }
 
+    // To be called when another brush may be at hand. True when the line said of one that it is,
+    // and it is no longer so; the line is empty then.
+    bool FollowHand();
+
     bool HasSaveFailed() const { return m_bSaveFailed; } // that was why nothing was changed
 
 private:
@@ -51,7 +55,9 @@ private:
     // Plays the calls and saves; pszBack: takes one of them back.
     bool Change(const std::vector<std::unique_ptr<CTCPARSE_KEYWORD>>& calls, const char* pszBack);
     bool Change(std::unique_ptr<CTCPARSE_KEYWORD> pCall, const char* pszBack);
-    bool Refuse(const std::string& strWhy);
+    bool Say(std::string strLine); // true
+    bool Refuse(std::string strWhy);
+    std::string GetSaveFault() const;           // of a change that is still there
     std::string GetQuoted(size_t iBrush) const; // its name
 
     CEditorHost& m_Host;
@@ -61,4 +67,5 @@ private:
     uint64_t m_uRevision = 0; // of what is shown; 0 before anything is
     std::string m_Line;
     bool m_bSaveFailed = false;
+    int32_t m_iTaken = -1; // of which the line says that it is at hand; -1: of none
 };

@@ -114,6 +114,10 @@ void CBrushLibraryDock::AddActions(QMenu& menu)
 
 void CBrushLibraryDock::Follow()
 {
+    if (m_Catalogue.FollowHand())
+    {
+        m_pLine->clear();
+    }
     // Pictures are made of what is seen only.
     if (isHidden() || !m_Catalogue.Follow())
     {
@@ -147,15 +151,20 @@ void CBrushLibraryDock::SetRow(int iRow, const SDefinedBrush& brush)
     const QString strSize =
         QString("%1, %2 units")
             .arg(strFunction, QString::number(static_cast<double>(brush.fExtent), 'g', 6));
-    const QString strImage = brush.strImage.empty() ? QString("no image") : GetText(brush.strImage);
+    const bool bImage = !brush.strImage.empty();
+    const QString strImage = bImage ? GetText(brush.strImage) : QString(NO_IMAGE);
     pItem->setText(strName);
     pItem->setData(CBrushList::FUNCTION_ROLE, strFunction);
-    pItem->setData(Qt::AccessibleTextRole, strName + ", " + strSize);
+    pItem->setData(CBrushList::FAULT_ROLE, bImage ? QString() : strImage);
+    pItem->setData(Qt::AccessibleTextRole,
+                   strName + ", " + strSize + (bImage ? QString() : ", " + strImage));
     // In marks of a rich text, so that no name is taken for one.
     pItem->setToolTip("<p style='white-space:pre'>" +
                       (strName + '\n' + strSize + '\n' + strImage).toHtmlEscaped() + "</p>");
-    pItem->setIcon(MakeBrushPicture(
-        brush.pPixels, static_cast<int>(brush.uSide), m_pList->iconSize(), *m_pList));
+    pItem->setIcon(MakeBrushPicture(bImage ? brush.pPixels : nullptr,
+                                    static_cast<int>(brush.uSide),
+                                    m_pList->iconSize(),
+                                    *m_pList));
 }
 
 void CBrushLibraryDock::TakeFocus()

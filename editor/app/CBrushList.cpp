@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPainter>
 #include <QStyle>
 #include <QStyledItemDelegate>
 
@@ -17,6 +18,7 @@ namespace
 
 constexpr int PICTURE = 64; // side, Qt's pixels
 constexpr int GRID_CHARACTERS = 16;
+constexpr int DROP_MARK = 4;     // width
 constexpr int FIRST_COLUMNS = 3; // that the list is never narrower than
 
 bool IsStep(const QKeyEvent& event)
@@ -124,6 +126,7 @@ CBrushList::CBrushList(QWidget* pParent, SEvents events)
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers); // an action begins it
     setDragDropMode(QAbstractItemView::InternalMove);
+    setDropIndicatorShown(false); // there is none beside the last one of a row; this draws its own
     setContextMenuPolicy(Qt::ActionsContextMenu);
     setItemDelegate(new CBrushDelegate(this, m_Events.onRename));
     m_DropTimer.setSingleShot(true);
@@ -134,9 +137,12 @@ void CBrushList::Filter(const QString& strText)
 {
     for (int i = 0; i < count(); ++i)
     {
-        const bool bShown =
-            item(i)->text().contains(strText, Qt::CaseInsensitive) ||
-            item(i)->data(FUNCTION_ROLE).toString().contains(strText, Qt::CaseInsensitive);
+        bool bShown = false;
+        for (const int iRole : {int{Qt::DisplayRole}, FUNCTION_ROLE, FAULT_ROLE})
+        {
+            const QString strShown = item(i)->data(iRole).toString();
+            bShown = bShown || strShown.contains(strText, Qt::CaseInsensitive);
+        }
         setRowHidden(i, !bShown);
         if (!bShown)
         {
@@ -216,14 +222,36 @@ Qt::DropActions CBrushList::supportedDropActions() const
     return Qt::MoveAction;
 }
 
-int CBrushList::FindDropRow(const QPoint& at) const
+// Among the rows of pictures at that height, since there is room behind the last one of each; below
+// all of them it is the end.
+CBrushList::SDropPlace CBrushList::FindDropPlace(const QPoint& at) const
 {
-    const QModelIndex index = indexAt(at);
-    if (!index.isValid())
+    const auto getDistance = [](int iAt, int iFirst, int iLast)
     {
-        return count();
+        return std::max({iFirst - iAt, iAt - iLast, 0});
+    };
+    SDropPlace place;
+    int iBelow = 0;
+    std::pair<int, int> nearest;
+    for (int i = FindShown(-1, 1); i >= 0; i = FindShown(i, 1))
+    {
+        const QRect rect = visualRect(indexFromItem(item(i)));
+        const std::pair<int, int> distance(getDistance(at.y(), rect.top(), rect.bottom()),
+                                           getDistance(at.x(), rect.left(), rect.right()));
+        iBelow = at.y() - rect.bottom();
+        if (place.iRow < 0 || distance < nearest || iBelow > 0)
+        {
+            nearest = distance;
+            place = {i, at.x() > rect.center().x() || iBelow > 0};
+        }
     }
-    return at.x() > visualRect(index).center().x() ? index.row() + 1 : index.row();
+    return place;
+}
+
+void CBrushList::MarkDropPlace(const SDropPlace& place)
+{
+    m_DropPlace = place;
+    viewport()->update();
 }
 
 // As the view's own drag, which would take the dragged item away where it ends as a move: the list
@@ -238,21 +266,55 @@ void CBrushList::startDrag(Qt::DropActions /*actions*/)
     auto* pDrag = new QDrag(this); // Qt's, from exec on
     pDrag->setMimeData(model()->mimeData({currentIndex()}));
     pDrag->setPixmap(item(m_iDragged)->icon().pixmap(iconSize()));
+    // The middle of the picture is what counts, so whoever looks at it there sees where it goes.
+    pDrag->setHotSpot({iconSize().width() / 2, iconSize().height() / 2});
     pDrag->exec(Qt::MoveAction);
     m_iDragged = -1;
+    MarkDropPlace({});
+}
+
+void CBrushList::dragMoveEvent(QDragMoveEvent* pEvent)
+{
+    QListWidget::dragMoveEvent(pEvent); // scrolls at the edges
+    if (pEvent->source() == this && m_iDragged >= 0)
+    {
+        pEvent->accept();
+        MarkDropPlace(FindDropPlace(pEvent->position().toPoint()));
+    }
+}
+
+void CBrushList::dragLeaveEvent(QDragLeaveEvent* pEvent)
+{
+    QListWidget::dragLeaveEvent(pEvent);
+    MarkDropPlace({});
 }
 
 void CBrushList::dropEvent(QDropEvent* pEvent)
 {
-    const int iBefore = FindDropRow(pEvent->position().toPoint());
+    const SDropPlace place = FindDropPlace(pEvent->position().toPoint());
     pEvent->accept();
     stopAutoScroll();
     setState(QAbstractItemView::NoState);
-    viewport()->update();
-    if (pEvent->source() == this && m_iDragged >= 0)
+    MarkDropPlace({});
+    if (pEvent->source() == this && m_iDragged >= 0 && place.iRow >= 0)
     {
+        const int iBefore = place.bBehind ? place.iRow + 1 : place.iRow;
         m_iFrom = m_iDragged;
         m_iTo = iBefore > m_iFrom ? iBefore - 1 : iBefore;
         m_DropTimer.start(0);
+    }
+}
+
+void CBrushList::paintEvent(QPaintEvent* pEvent)
+{
+    QListWidget::paintEvent(pEvent);
+    if (m_DropPlace.iRow >= 0 && m_DropPlace.iRow < count())
+    {
+        const QRect rect = visualRect(indexFromItem(item(m_DropPlace.iRow)));
+        const int iEdge = m_DropPlace.bBehind ? rect.right() + 1 : rect.left();
+        QPainter painter(viewport());
+        painter.fillRect(
+            QRect(std::max(iEdge - DROP_MARK / 2, 0), rect.top(), DROP_MARK, rect.height()),
+            palette().color(QPalette::Highlight));
     }
 }

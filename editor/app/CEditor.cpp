@@ -46,6 +46,7 @@ bool CEditor::LoadPlugin(const std::string& strLibrary)
     m_Keys.AddActions(m_Host.GetRegistry().GetActions(), "");
     m_Recorder = std::make_unique<CRecorder>(m_Host, GetPlugin());
     m_Autosave.SetPlugin(GetPlugin());
+    m_BrushFile.Begin(GetPlugin());
     return true;
 }
 
@@ -57,9 +58,10 @@ void CEditor::BeginTools(std::function<bool()> isScriptPlayed)
 void CEditor::UnloadPlugin()
 {
     m_ToolBrushes.End();
-    // Recorder and autosave hold interfaces of the plug-in.
+    // They hold interfaces of the plug-in.
     m_Recorder.reset();
     m_Autosave.SetPlugin(nullptr);
+    m_BrushFile.End();
     m_Loader.Unload();
 }
 

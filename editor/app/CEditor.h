@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/autosave/CAutosave.h"
+#include "editor/core/CBrushFile.h"
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CKeyBindings.h"
 #include "editor/core/CLevelDocument.h"
@@ -50,6 +51,8 @@ public:
 
     CAutosave& GetAutosave() { return m_Autosave; }
 
+    CBrushFile& GetBrushFile() { return m_BrushFile; }
+
     CRecentFiles& GetRecentFiles() { return m_RecentFiles; }
 
     CKeyBindings& GetKeys() { return m_Keys; }
@@ -65,6 +68,7 @@ private:
     std::string m_ConfigFolder;
     CEditorHost m_Host;
     CPluginLoader m_Loader;
+    CBrushFile m_BrushFile;
     CLevelDocument m_Document;
     CToolBrushes m_ToolBrushes;
     CAutosave m_Autosave;

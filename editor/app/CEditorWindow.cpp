@@ -212,6 +212,7 @@ void CEditorWindow::Refresh()
         return;
     }
     m_pLayout->GetHistory().Follow();
+    m_Editor.GetBrushFile().Follow();
     m_pLayout->GetLibrary().Follow();
     m_Commands.Follow();
     const CRecorder* pRecorder = m_Editor.GetRecorder();
@@ -266,6 +267,7 @@ void CEditorWindow::LeaveChanges()
     {
         m_Editor.GetRecorder()->Stop();
     }
+    m_UnsavedWork.Leave();
     SaveWindow();
 }
 

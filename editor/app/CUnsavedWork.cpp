@@ -25,6 +25,16 @@ bool CUnsavedWork::MayLeave()
     return MayDropPainting() && MayDropBrushes();
 }
 
+// A bitmap is another thing: the old one would be gone, and the strokes may be a try.
+void CUnsavedWork::Leave()
+{
+    auto* pBrushes = m_Editor.FindInterface<IPluginBrushes>();
+    if (pBrushes != nullptr && pBrushes->HasUnsavedBrushes())
+    {
+        pBrushes->SaveBrushes();
+    }
+}
+
 bool CUnsavedWork::MayActivate(int32_t iModeId)
 {
     auto* pPainting = m_Editor.FindInterface<IPluginPainting>();

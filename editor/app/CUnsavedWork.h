@@ -21,6 +21,9 @@ public:
     // person wants to go on.
     bool MayLeave();
 
+    // Before the program ends with nobody to ask: saves the brushes, if that is possible.
+    void Leave();
+
     // IModeGuard
     bool MayActivate(int32_t iModeId) override;
     void OnActivated(int32_t iModeId) override;

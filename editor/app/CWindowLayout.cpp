@@ -11,6 +11,7 @@
 #include "editor/core/CEditorHost.h"
 
 #include <QMainWindow>
+#include <QScreen>
 #include <QSettings>
 
 namespace
@@ -84,7 +85,9 @@ void CWindowLayout::Restore(const std::string& strFile)
 {
     // What the file does not say stays as it is in a first window.
     m_Views.setSizes({FIRST_WIDTH / 2, FIRST_WIDTH / 4});
-    m_Window.resize(FIRST_WIDTH, FIRST_HEIGHT);
+    // Where all is drawn larger, a screen may be smaller than that.
+    m_Window.resize(
+        QSize(FIRST_WIDTH, FIRST_HEIGHT).boundedTo(m_Window.screen()->availableGeometry().size()));
     const QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
     m_Window.restoreGeometry(file.value("window/geometry").toByteArray());
     m_Window.restoreState(file.value("window/state").toByteArray());

@@ -9,6 +9,7 @@
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
 #include "host/IPluginTools.h"
+#include "host/Log.h"
 #include "parser/CTCParseNodes.h"
 #include "parser/DeclarativeText.h"
 
@@ -72,12 +73,19 @@ void CToolBrushes::End()
     m_pTools = nullptr;
 }
 
-// A library that is there is the person's, whatever it holds.
+// A library that is there and can be read is the person's, whatever it holds.
 void CToolBrushes::ListReadyBrushes()
 {
-    if (fs::exists(m_pBrushes->GetBrushFile()))
+    const std::vector<SBrushFault>& faults = m_pBrushes->GetBrushFaults();
+    const bool bDamaged = std::any_of(
+        faults.begin(), faults.end(), [](const SBrushFault& fault) { return fault.bWholeFile; });
+    if (fs::exists(m_pBrushes->GetBrushFile()) && !bDamaged)
     {
         return;
+    }
+    if (bDamaged)
+    {
+        CrashLog("[CToolBrushes::ListReadyBrushes] the ready brushes are listed instead\n");
     }
     CTCPARSE_KEYWORD keyword;
     std::snprintf(keyword.name, sizeof(keyword.name), "brush_file");

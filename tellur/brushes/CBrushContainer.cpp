@@ -104,7 +104,7 @@ bool CBrushContainer::LoadPredefinedBrushes(const char* pszPath, std::vector<SBr
     // A file that is not there is no fault: nobody need have a library.
     if (eStatus == tcparse_failed || (eStatus == tcparse_unreadable && fs::exists(pszPath)))
     {
-        faults.push_back({"", 0, "cannot be read, none of its brushes is there"});
+        faults.push_back({"", 0, "cannot be read, none of its brushes is there", true});
     }
     else if (GetCrashLogCount() != nLoggedBefore)
     {
@@ -288,7 +288,21 @@ void CBrushContainer::NoteChange(EChange eChange)
     m_State = ++m_States;
     if (bSaved && eChange == EChange::Load)
     {
-        SetSaved();
+        m_SavedState = m_State;
+    }
+}
+
+bool CBrushContainer::MaySave() const
+{
+    return m_pSaveGuard == nullptr || m_pSaveGuard->MayReplaceBrushFile();
+}
+
+void CBrushContainer::SetSaved()
+{
+    m_SavedState = m_State;
+    if (m_pSaveGuard != nullptr)
+    {
+        m_pSaveGuard->OnBrushFileSaved();
     }
 }
 

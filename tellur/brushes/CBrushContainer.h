@@ -6,6 +6,7 @@
 #include <vector>
 
 class CTellurBrush;
+class IBrushSaveGuard;
 class ITellurFunction;
 struct SBrushFault;
 
@@ -59,7 +60,12 @@ public:
     // says so: the container does not know which file is the library's.
     bool IsUnsaved() const { return m_State != m_SavedState; }
 
-    void SetSaved() { m_SavedState = m_State; }
+    void SetSaved();
+
+    // Whoever is about to save it asks first. pGuard: borrowed, told of saves, too; null: nobody.
+    bool MaySave() const;
+
+    void SetSaveGuard(IBrushSaveGuard* pGuard) { m_pSaveGuard = pGuard; }
 
     const CBrushList& GetPredefined() const { return m_Predefined; }
 
@@ -79,4 +85,5 @@ private:
     uint64_t m_States = 1; // the latest number given
     uint64_t m_State = 1;
     uint64_t m_SavedState = 1;
+    IBrushSaveGuard* m_pSaveGuard = nullptr; // borrowed
 };

@@ -7,6 +7,10 @@
 
 bool SaveBrushesWithCopy(CBrushContainer& brushes, const char* pszPath)
 {
+    if (!brushes.MaySave())
+    {
+        return false;
+    }
     const CSaveNotice notice;
     const std::string strCopy = GetBrushFileCopy(pszPath);
     // A copy without its file is all that there is: it goes once the new file is there.
@@ -30,7 +34,7 @@ bool SaveBrushesWithCopy(CBrushContainer& brushes, const char* pszPath)
     {
         fs::remove(strCopy.c_str());
     }
-    brushes.SetSaved();
     notice.Say(pszPath);
+    brushes.SetSaved();
     return true;
 }

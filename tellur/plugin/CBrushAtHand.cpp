@@ -101,11 +101,16 @@ bool CBrushAtHand::Has(const CTellurBrush* pBrush) const
             Holds(m_Brushes.GetPredefined(), pBrush));
 }
 
+CTellurBrush* CBrushAtHand::GetTool() const
+{
+    const bool bSmoothing = m_pCurrentBrush != nullptr && m_pCurrentBrush == m_pSmoother.get();
+    return bSmoothing ? m_pSmoothed : m_pCurrentBrush;
+}
+
 void CBrushAtHand::NoteTool()
 {
     // The brush of strokes that smooth is nobody's tool; what it stands in for is noted.
-    const bool bSmoothing = m_pCurrentBrush != nullptr && m_pCurrentBrush == m_pSmoother.get();
-    CTellurBrush* pTool = bSmoothing ? m_pSmoothed : m_pCurrentBrush;
+    CTellurBrush* pTool = GetTool();
     if (Has(pTool) && pTool->GetRTTIObject() != nullptr)
     {
         m_pLastTool = pTool;

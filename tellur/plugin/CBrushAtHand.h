@@ -19,6 +19,9 @@ public:
 
     CTellurBrush* Get() const { return m_pCurrentBrush; } // null when none
 
+    // The same, but for strokes that smooth: then the one that comes back after them.
+    CTellurBrush* GetTool() const;
+
     // Borrowed until replaced; null for none. The preview, the overlay of the terrain and the panel
     // follow.
     void Set(CTellurBrush* pBrush);

@@ -14,6 +14,7 @@
 #include "tellur/resources/FunctionFaces.h"
 #include "tellur/stroke/ITellurFunction.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -146,14 +147,27 @@ bool CBrushLibrary::SaveBrushes()
     return SaveBrushesWithCopy(m_BrushContainer, PREDEFINED_BRUSHES);
 }
 
-void CBrushLibrary::TellTaken(const CTellurBrush& brush)
+void CBrushLibrary::TellTaken(const CTellurBrush& brush, const CTellurBrush* pCopy)
 {
+    m_pTaken = &brush;
+    m_pTakenCopy = pCopy;
     // A brush without a function is no tool's, and to ask for its name would be logged.
     if (m_pTaker != nullptr && brush.GetRTTIObject() != nullptr)
     {
         m_pTaker->OnBrushTaken(brush.GetName() != nullptr ? brush.GetName() : "",
                                brush.GetFunctionName());
     }
+}
+
+int32_t CBrushLibrary::FindTaken(const CTellurBrush* pCopy) const
+{
+    const auto& brushes = m_BrushContainer.GetPredefined();
+    const auto taken =
+        std::find_if(brushes.begin(),
+                     brushes.end(),
+                     [this](const auto& pBrush) { return pBrush.get() == m_pTaken; });
+    const bool bThere = pCopy != nullptr && pCopy == m_pTakenCopy && taken != brushes.end();
+    return bThere ? static_cast<int32_t>(taken - brushes.begin()) : -1;
 }
 
 bool CBrushLibrary::WriteToolBrush(fs::ifile& file, const char* pszFunction)

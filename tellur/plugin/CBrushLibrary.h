@@ -43,10 +43,17 @@ public:
 
     void SetBrushTaker(IBrushTaker* pTaker) override { m_pTaker = pTaker; }
 
+    void SetBrushSaveGuard(IBrushSaveGuard* pGuard) override
+    {
+        m_BrushContainer.SetSaveGuard(pGuard);
+    }
+
     bool WriteToolBrush(fs::ifile& file, const char* pszFunction) override;
 
 protected:
-    void TellTaken(const CTellurBrush& brush); // its copy is current
+    // pCopy: that of the brush, which is current.
+    void TellTaken(const CTellurBrush& brush, const CTellurBrush* pCopy);
+    int32_t FindTaken(const CTellurBrush* pCopy) const; // the place of what it is a copy of, or -1
 
 private:
     void CreateFunctions();
@@ -56,4 +63,7 @@ private:
     CFunctionContainer m_FunctionContainer;
     std::vector<SBrushFault> m_BrushFaults; // of the file, as it was at the start
     IBrushTaker* m_pTaker = nullptr;        // borrowed
+    // The latest brush that was taken, and its copy; to compare with only, they may be gone.
+    const CTellurBrush* m_pTaken = nullptr;
+    const CTellurBrush* m_pTakenCopy = nullptr;
 };

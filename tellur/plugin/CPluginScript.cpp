@@ -185,10 +185,13 @@ bool PlaySaveBrushes(const SScriptParts& parts,
                      std::string& strWhy)
 {
     const char* pszPath = GetStringValue(keyword.params);
-    const bool bSaved = parts.brushes.SavePredefinedBrushesToFile(pszPath);
-    if (bSaved && fs::root_path(pszPath) == fs::root_path(PREDEFINED_BRUSHES))
+    // A file of another name is a copy and no save.
+    const bool bLibrary = pszPath != nullptr && fs::same_file(pszPath, PREDEFINED_BRUSHES);
+    const bool bSaved = (!bLibrary || parts.brushes.MaySave()) &&
+                        parts.brushes.SavePredefinedBrushesToFile(pszPath);
+    if (bSaved && bLibrary)
     {
-        parts.brushes.SetSaved(); // a file of another name is a copy and no save
+        parts.brushes.SetSaved();
     }
     strWhy = bSaved ? "" : "the brushes cannot be saved, the log says why";
     return bSaved;

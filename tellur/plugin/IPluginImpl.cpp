@@ -339,5 +339,5 @@ void IPluginImpl::UsePredefinedBrush(const CTellurBrush& predefined)
         EnableTerraforming(true);
     }
     brush.UseCloneOf(predefined);
-    TellTaken(predefined);
+    TellTaken(predefined, brush.Get());
 }

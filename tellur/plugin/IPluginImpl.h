@@ -153,6 +153,9 @@ public:
 
     bool GetToolTipText(SToolTipText& tip) const override;
 
+    // IPluginBrushes
+    int32_t FindBrushAtHand() override { return FindTaken(brush.GetTool()); }
+
     // IFunctionSource
     CFunctionContainer* GetFunctionContainer() override { return &GetFunctions(); }
 

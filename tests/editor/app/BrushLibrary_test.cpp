@@ -1,13 +1,12 @@
-// The window of the brush library, and the dialogs that choose a brush's pictures.
+// The window of the brush library.
 
 #include "editor/app/CBrushLibraryDock.h"
+#include "editor/app/CMessagesDock.h"
 #include "host/BrushBlock.h"
 #include "host/IPluginTools.h"
-#include "host/Image.h"
 #include "tests/editor/app/PanelFixture.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -85,24 +84,27 @@ protected:
     {
         const QRect at = List().visualItemRect(List().item(iRow));
         const QPoint local(at.left() + static_cast<int>(at.width() * fShare), at.center().y());
-        return List().viewport()->mapToGlobal(local) * List().devicePixelRatio();
+        const QPointF screen = QPointF(List().viewport()->mapToGlobal(local));
+        return (screen * List().devicePixelRatioF()).toPoint();
     }
 
-    // A grey picture of each format, one that is none, and one that claims to be huge.
-    static void WritePictures(const std::string& strFolder)
+    // To a share of the other row's width. All at once: a drag answers events by itself until it is
+    // dropped.
+    void DragRow(int iRow, int iTarget, double fShare)
     {
-        std::filesystem::create_directories(strFolder);
-        const std::vector<uint8_t> bytes(48 * 32 * 3, 200);
-        const std::unique_ptr<IImage> pImage(
-            IL_CreateImageFromBufferFormat(48, 32, EImageFormat::Rgb24, bytes.data()));
-        for (const char* pszName : {"a.bmp", "b.tga", "c.dds", "d.png", "e.jpg"})
+        const auto getShare = [this](int i, double f)
         {
-            ASSERT_TRUE(IL_SaveImage((strFolder + pszName).c_str(), pImage.get(), nullptr));
-        }
-        WriteBytes(strFolder + "f.png", "no picture");
-        const std::unique_ptr<IImage> pLarge(
-            IL_CreateImageFromBufferFormat(4200, 4200, EImageFormat::Indexed8, nullptr));
-        ASSERT_TRUE(IL_SaveImage((strFolder + "g.png").c_str(), pLarge.get(), nullptr));
+            const QRectF at = List().visualItemRect(List().item(i));
+            return QPointF((at.left() + at.width() * f) / List().viewport()->width(),
+                           at.center().y() / List().viewport()->height());
+        };
+        Drag(*List().viewport(), getShare(iRow, 0.5), getShare(iTarget, fShare));
+    }
+
+    std::string Status() // as it is shown, with dots where it is too long
+    {
+        auto* pWords = m_Window->findChild<QLabel*>("status-words");
+        return pWords->isVisible() ? pWords->text().toStdString() : "";
     }
 
     float Extent() { return m_Editor->FindInterface<IPluginTools>()->GetBrushExtent(); }
@@ -182,25 +184,21 @@ TEST_F(CBrushLibraryWindow, TheMouseTakesAndOrdersAndThePanelFollows)
     EXPECT_EQ(Extent(), 20.0F);
     EXPECT_EQ(GetProperty("m_PickHeight"), "false") << "the panel shows the brush";
 
-    // All at once: a drag answers events by itself until it is dropped.
-    const auto drag = [this](int iRow, int iTarget, double fShare)
-    {
-        const auto getShare = [this](int i, double f)
-        {
-            const QRectF at = List().visualItemRect(List().item(i));
-            return QPointF((at.left() + at.width() * f) / List().viewport()->width(),
-                           at.center().y() / List().viewport()->height());
-        };
-        Drag(*List().viewport(), getShare(iRow, 0.5), getShare(iTarget, fShare));
-    };
-    drag(0, 2, 0.8);
+    DragRow(0, 2, 0.8);
     EXPECT_TRUE(WaitFor([&] { return Saved() == "B C A D "; }, "it is dropped behind C"))
         << Saved();
     EXPECT_EQ(Shown(), "B C [A] D ");
-    drag(3, 0, 0.2);
+    DragRow(3, 0, 0.2);
     EXPECT_TRUE(WaitFor([&] { return Saved() == "D B C A "; }, "it is dropped before B"))
         << Saved();
     EXPECT_EQ(Item<QListWidget>(2113).item(0)->text(), "D");
+    const QRect last = List().visualItemRect(List().item(2));
+    ASSERT_GT(List().viewport()->width(), last.right() + 8) << "there is room beside C";
+    DragRow(0, 2, 1.05);
+    EXPECT_TRUE(WaitFor([&] { return Saved() == "B C D A "; }, "it is dropped into that room"))
+        << Saved();
+    DragRow(2, 0, 0.2);
+    EXPECT_TRUE(WaitFor([&] { return Saved() == "D B C A "; }, "and back")) << Saved();
 
     // What the panel adds comes into the library, and the next change saves it along.
     AddBrush("Panel's");
@@ -236,6 +234,9 @@ TEST_F(CBrushLibraryWindow, WhatCannotBeSavedIsSaidAndNothingIsLost)
 {
     WriteLibrary({"A", "Bare", "B", "Bare"});
     const std::string strFile = ReadBytes(LibraryFile());
+    const std::string strWhy =
+        "The brushes cannot be saved until \"Bare\" (no image), \"Bare\" (no image) are removed "
+        "together";
     ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_NO_FATAL_FAILURE(OpenLibrary());
     Answer<QMessageBox>([this] { Key("Delete"); },
@@ -245,20 +246,27 @@ TEST_F(CBrushLibraryWindow, WhatCannotBeSavedIsSaidAndNothingIsLost)
                             Key("Return");
                         });
     EXPECT_EQ(Shown(), "[A] Bare B Bare ");
-    EXPECT_EQ(Line(), "The brushes cannot be saved; they are as they were.");
+    EXPECT_EQ(Line(), strWhy + "; they are as they were.");
+    EXPECT_EQ(Status(), strWhy + " (F4)") << "as long as it is so";
     EXPECT_EQ(ReadBytes(LibraryFile()), strFile);
     EXPECT_FALSE(m_Editor->FindInterface<IPluginBrushes>()->HasUnsavedBrushes());
-    // Those that keep the others from being saved can go, together.
-    List().setFocus();
-    MoveTo(ScreenAt(1, 0.5));
-    Do({"click", "1"});
-    MoveTo(ScreenAt(3, 0.5));
-    Do({"keydown", "ctrl", "click", "1", "keyup", "ctrl"});
-    Key("Delete");
-    EXPECT_EQ(Shown(), "A [B] ");
+    EXPECT_TRUE(List().item(1)->toolTip().contains("no image"));
+    SavePicture("brush-library-no-image");
+    // Those that keep the others from being saved are found, and can go, together.
+    auto* pFilter = m_Window->findChild<QLineEdit*>("library-filter");
+    pFilter->setFocus();
+    Type("no image");
+    Key("Return");
+    EXPECT_EQ(Shown(), "[Bare] Bare ");
+    Do({"key", "ctrl+a", "key", "Delete"});
     EXPECT_EQ(Saved(), "A B ");
+    EXPECT_EQ(Status().find("cannot be saved"), std::string::npos) << Status();
+    pFilter->clear();
+    EXPECT_EQ(Shown(), "A [B] ");
     Answer<QMessageBox>([this] { Key("ctrl+z"); }, [this](QMessageBox&) { Key("Return"); });
     EXPECT_EQ(Saved(), "A B ");
+    EXPECT_EQ(Line(),
+              "A brush without an image or a function cannot be saved; they are as they were.");
     Key("F2");
     Type(" ");
     Key("Return");
@@ -270,69 +278,97 @@ TEST_F(CBrushLibraryWindow, WhatCannotBeSavedIsSaidAndNothingIsLost)
     EXPECT_FALSE(without.HasLibrary());
 }
 
-TEST_F(CBrushLibraryWindow, AChooserOfPicturesShowsWhatItWouldChoose)
+TEST_F(CBrushLibraryWindow, ABrushOfAScriptWithoutAnImageIsNamedOnceThePanelHasAddedIt)
 {
-    const std::string strFolder = m_Folder.Path("root/data/brushes/");
-    ASSERT_NO_FATAL_FAILURE(WritePictures(strFolder));
     ASSERT_NO_FATAL_FAILURE(Start());
-    Key("4");
-    Answer<QFileDialog>(
-        [this] { Key("shift+m"); },
-        [&](QFileDialog& dialog)
-        {
-            const QStringList filters = dialog.nameFilters();
-            ASSERT_EQ(filters.size(), 3);
-            EXPECT_EQ(filters[0], "All pictures (*.png *.jpg *.jpeg *.tga *.bmp *.dds)");
-            EXPECT_EQ(filters[1], "Bitmap files (*.dds *.png *.jpg *.tga)");
-            EXPECT_EQ(dialog.selectedNameFilter(), filters[0]);
-            dialog.setDirectory(QString::fromStdString(strFolder));
-            Settle();
-            const std::pair<const char*, const char*> files[] = {
-                {"a.bmp", "48 x 32"},
-                {"b.tga", "48 x 32"},
-                {"c.dds", "48 x 32"},
-                {"d.png", "48 x 32"},
-                {"e.jpg", "48 x 32"},
-                {"f.png", "not a PNG, JPEG, TGA, BMP or DDS file"},
-                {"g.png", "4200 x 4200\ntoo large to be shown here"},
-            };
-            dialog.findChild<QTreeView*>("treeView")->setFocus();
-            for (const auto& [pszName, pszText] : files)
-            {
-                Key(pszName == files[0].first ? "Home" : "Down");
-                auto* pText = dialog.findChild<QLabel*>("preview-text");
-                ASSERT_TRUE(
-                    WaitFor([pText] { return !pText->text().isEmpty(); }, "the file is read"));
-                EXPECT_EQ(pText->text().toStdString(), pszText) << pszName;
-                const QPixmap picture =
-                    dialog.findChild<QLabel*>("preview-picture")->pixmap(Qt::ReturnByValue);
-                EXPECT_EQ(picture.isNull(), std::string(pszText) != "48 x 32") << pszName;
-                if (!picture.isNull())
-                {
-                    const QImage shown = picture.toImage();
-                    EXPECT_NEAR(qGray(shown.pixel(shown.width() / 2, shown.height() / 2)), 200, 2);
-                }
-            }
-            Do({"key", "Up", "key", "Return"}); // no picture, so it is not taken
-            ASSERT_TRUE(dialog.isVisible());
-            Do({"key", "Home"});
-            SavePicture("picture-chooser");
-            Key("Return");
-        });
-    EXPECT_EQ(m_Editor->FindInterface<IPluginTools>()->GetMaskPath(), "data/brushes/a.bmp");
-    Answer<QFileDialog>([this] { Key("shift+m"); },
-                        [this](QFileDialog& dialog)
-                        {
-                            dialog.findChild<QTreeView*>("treeView")->setFocus();
-                            Do({"key", "End", "key", "Return"}); // what is not shown may be chosen
-                        });
-    EXPECT_EQ(m_Editor->FindInterface<IPluginTools>()->GetMaskPath(), "data/brushes/g.png");
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    const std::string strScript = m_Folder.Path("bare.tellur");
+    WriteBytes(strScript,
+               "!brush()\n" + GetBrushDeclarations(EBrushBlock::Script) +
+                   "brush()\n{\n function( \"BlurFunction\" )\n}\n");
+    std::string strFault;
+    ASSERT_EQ(m_Window->GetScripts().Play(strScript, strFault), EScriptEnd::Played) << strFault;
+    AddBrush("Foggy");
+    const std::string strWhy =
+        "The brushes cannot be saved until \"Foggy\" (no image) is removed (F4)";
+    EXPECT_TRUE(WaitFor([&] { return Status() == strWhy; }, "the status bar says so")) << Status();
+    ASSERT_NO_FATAL_FAILURE(OpenLibrary());
+    Key("Delete");
+    EXPECT_EQ(List().count(), 0);
+    EXPECT_EQ(Status().find("Foggy"), std::string::npos) << Status();
+    EXPECT_TRUE(std::filesystem::exists(LibraryFile()));
+    EXPECT_FALSE(m_Editor->FindInterface<IPluginBrushes>()->HasUnsavedBrushes());
+}
 
-    // Others are as they were.
-    Answer<QFileDialog>([this] { Trigger("file.open"); },
-                        [](QFileDialog& dialog)
-                        {
-                            EXPECT_EQ(dialog.findChild<QWidget*>("preview"), nullptr);
-                            dialog.reject();
-                        });
+TEST_F(CBrushLibraryWindow, WhatAnotherProgramHasSavedIsKeptBeforeItIsReplaced)
+{
+    WriteLibrary({"A", "B", "C", "D"});
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    ASSERT_NO_FATAL_FAILURE(OpenLibrary());
+    Do({"key", "Delete", "key", "Delete"});
+    Click(Item(2120)); // the panel's button
+    EXPECT_EQ(Saved(), "C D ");
+    EXPECT_FALSE(std::filesystem::exists(LibraryFile() + ".bak")) << "nobody else has saved";
+
+    const std::string strScript = m_Folder.Path("save.tellur");
+    WriteBytes(strScript, "!save_brushes( s )\nsave_brushes( \"root/PredefinedBrushes.ini\" )\n");
+    const auto expectKept = [&](const char* pszOther, const std::function<void()>& save)
+    {
+        SCOPED_TRACE(pszOther);
+        WriteLibrary({pszOther});
+        const std::string strOther = ReadBytes(LibraryFile());
+        save();
+        EXPECT_EQ(Saved(), "C D ");
+        EXPECT_EQ(ReadBytes(LibraryFile() + pszOther), strOther);
+        EXPECT_TRUE(m_Window->GetMessages().GetText().contains(
+            "Another program has changed PredefinedBrushes.ini, which is kept as " +
+            QString::fromStdString(LibraryFile() + pszOther)));
+    };
+    expectKept(".bak", [this] { Click(Item(2120)); });
+    EXPECT_EQ(Status(),
+              "PredefinedBrushes.ini is saved; what another program had put there is kept as "
+              "PredefinedBrushes.ini.bak");
+    expectKept(".bak2",
+               [&]
+               {
+                   std::string strFault;
+                   EXPECT_EQ(m_Window->GetScripts().Play(strScript, strFault), EScriptEnd::Played);
+               });
+    List().setFocus();
+    expectKept(".bak3", [this] { Do({"key", "alt+Right", "key", "alt+Left"}); });
+    EXPECT_FALSE(std::filesystem::exists(LibraryFile() + ".bak4"));
+}
+
+TEST_F(CBrushLibraryWindow, TheLineSaysThatABrushIsAtHandAsLongAsItIs)
+{
+    WriteLibrary({"A", "B", "C", "D"}); // A and D are of one function
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    ASSERT_NO_FATAL_FAILURE(OpenLibrary());
+    const auto take = [this]
+    {
+        List().setFocus();
+        Do({"key", "Home", "key", "Return"});
+        EXPECT_EQ(Line(), "\"A\" is at hand.");
+        GetView().setFocus();
+    };
+    take();
+    Drag(GetView(), {0.4, 0.5}, {0.6, 0.5});
+    Do({"keydown", "shift"});
+    Drag(GetView(), {0.4, 0.6}, {0.6, 0.6}); // smooths
+    Do({"keyup", "shift"});
+    EXPECT_EQ(Line(), "\"A\" is at hand.");
+    Key("3");
+    EXPECT_EQ(Line(), "") << "another tool";
+    take();
+    QListWidget& panel = Item<QListWidget>(2113);
+    const QPoint at = panel.visualItemRect(panel.item(3)).center();
+    MoveTo((QPointF(panel.viewport()->mapToGlobal(at)) * panel.devicePixelRatioF()).toPoint());
+    Do({"click", "1"});
+    EXPECT_EQ(Extent(), 40.0F);
+    EXPECT_EQ(Line(), "") << "another brush of the same tool";
+    take();
+    Click(Item(2132)); // the tool's button puts it away
+    EXPECT_EQ(Line(), "");
 }

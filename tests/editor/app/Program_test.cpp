@@ -255,6 +255,34 @@ TEST_F(CProgram, WhatASignalEndsIsGivenBackByTheNextStart)
     }
 }
 
+TEST_F(CProgram, ASignalSavesTheBrushesThatWereAdded)
+{
+    const std::string strLibrary = m_Folder.Path("root/PredefinedBrushes.ini");
+    WriteBytes(strLibrary,
+               "!brush()\n!bitmap()\n!path( s )\n!function( s )\nbrush() { bitmap() { path( \"" +
+                   std::string(TELLUR_SOURCE_DIR) +
+                   "/data/brushes/round.png\" ) } function( \"BlurFunction\" ) }\n");
+    const std::string strBefore = ReadBytes(strLibrary);
+    WriteBytes(m_Folder.Path("add.tellur"),
+               "!duplicate_brush( i, s )\n!level( i, v3 )\n!save( s )\n"
+               "duplicate_brush( 0, \"Added\" )\n"
+               "level( 32, [320, 100, 320] )\nsave( \"played.height\" )\n");
+    QProcess editor;
+    ASSERT_NO_FATAL_FAILURE(Start(editor, {"--root", "root"}));
+    ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
+    Do({"key", "--delay", "200", "alt+f", "p"});
+    ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
+    Do({"type", QString::fromStdString(m_Folder.Path("add.tellur"))});
+    Do({"key", "Return"});
+    ASSERT_TRUE(WaitFor([&] { return std::filesystem::exists(m_Folder.Path("played.height")); },
+                        "the script ends"));
+    EXPECT_EQ(ReadBytes(strLibrary), strBefore);
+    ::kill(static_cast<pid_t>(editor.processId()), SIGTERM);
+    ASSERT_TRUE(editor.waitForFinished(LIMIT_MS)); // nobody has answered a question
+    EXPECT_EQ(editor.exitCode(), SIGTERM);
+    EXPECT_NE(ReadBytes(strLibrary).find("\"Added\""), std::string::npos);
+}
+
 TEST_F(CProgram, LeavingAsksForThePaintingAndEndsBesideTheDrawDialog)
 {
     const std::string strBitmap = m_Folder.Path("types.png");

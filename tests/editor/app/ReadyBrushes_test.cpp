@@ -297,6 +297,34 @@ TEST_F(CReadyBrushes, OfTheButtonsFitTheLevelUntilSomebodyChangesThemAndAreKept)
     EXPECT_EQ(Extent(), 60.0F);
 }
 
+TEST_F(CReadyBrushes, ComeWhereALibraryCannotBeReadAndItsFileIsKept)
+{
+    const std::string strLibrary = m_Folder.Path("root/PredefinedBrushes.ini");
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    const int nReady = Item<QListWidget>(2113).count();
+    Click(Item(2120)); // save
+    Stop();
+    const std::string strWhole = ReadBytes(strLibrary);
+    const std::string strCut = strWhole.substr(0, strWhole.size() / 2);
+    WriteBytes(strLibrary, strCut);
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_EQ(Item<QListWidget>(2113).count(), nReady);
+    EXPECT_TRUE(m_Window->GetMessages().GetText().contains("The ready brushes are listed instead"));
+    EXPECT_EQ(ReadBytes(strLibrary), strCut) << "nothing was saved yet";
+    Click(Item(2120));
+    EXPECT_EQ(ReadBytes(strLibrary), strWhole);
+    EXPECT_EQ(ReadBytes(strLibrary + ".bak"), strCut);
+    EXPECT_FALSE(fs::exists((strLibrary + ".bak2").c_str()));
+    Stop();
+
+    // An empty one is a person's wish.
+    WriteBytes(strLibrary, strWhole.substr(0, strWhole.find("\nbrush()") + 1));
+    ASSERT_NO_FATAL_FAILURE(Start());
+    EXPECT_EQ(Item<QListWidget>(2113).count(), 0);
+    EXPECT_FALSE(fs::exists((strLibrary + ".bak2").c_str()));
+}
+
 TEST_F(CReadyBrushes, APersonsOwnOfTheSameNameStaysAsItIs)
 {
     ASSERT_NO_FATAL_FAILURE(Start(false));
