@@ -37,6 +37,8 @@ public:
     // plays scripts does without.
     void BeginTools(std::function<bool()> isScriptPlayed);
 
+    void KeepTools() { m_ToolBrushes.Keep(); } // as they are now; nothing without BeginTools
+
     IPlugin* GetPlugin() const { return m_Loader.GetPlugin(); } // null without one
 
     // What the plug-in offers beyond IPlugin; null when it does not.

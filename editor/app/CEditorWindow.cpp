@@ -28,6 +28,8 @@ constexpr char WINDOW_FILE[] = "editor.ini";
 CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     : m_Editor(editor)
     , m_Face(face)
+    , m_Ini(editor.GetConfigFile(WINDOW_FILE))
+    , m_WrongKeys(m_Settings.Load(m_Ini.GetValues()))
     , m_Look(editor, m_Settings.render)
     , m_pMessages(new CMessagesDock(this))
     , m_pStatus(new CStatusLine(this))
@@ -42,8 +44,8 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
                        return pView != nullptr ? &pView->GetNote() : nullptr;
                    })
     , m_AutosaveTimer(editor.GetAutosave(), [this](bool bChanged) { setWindowModified(bChanged); })
+    , m_KeepTimer([this] { return IsAtRest(); }, [this] { Keep(); })
 {
-    m_Settings.Load(editor.GetConfigFile(WINDOW_FILE));
     setObjectName("editor");
     setAcceptDrops(true);
     m_Face.SetWindow(this);
@@ -114,7 +116,8 @@ void CEditorWindow::ShowPlugin()
     MakeMenus();
     m_pViews->Add(EViewKind::Perspective);
     m_pViews->Add(EViewKind::Top);
-    m_pLayout->Restore(m_Editor.GetConfigFile(WINDOW_FILE));
+    const QStringList wrong = m_pLayout->Restore(m_Ini.GetValues());
+    m_Ini.Check(GatherValues(), m_WrongKeys + wrong);
     FitPropertyColumns(GetHost().GetRegistryRoot(), font());
     // While the plug-in was loaded there was no dock for its panel, so it is asked once more.
     if (GetHost().GetSettings().IsPanelOpen())
@@ -242,7 +245,8 @@ void CEditorWindow::closeEvent(QCloseEvent* pEvent)
         ShowState(); // a part may have been saved
         return;
     }
-    SaveWindow();
+    m_Ini.Forget();
+    Keep();
     m_pLayout->GetPanel().KeepOpen();
     pEvent->accept();
     if (m_OnClosed)
@@ -251,11 +255,25 @@ void CEditorWindow::closeEvent(QCloseEvent* pEvent)
     }
 }
 
-void CEditorWindow::SaveWindow()
+QVariantMap CEditorWindow::GatherValues() const
 {
-    const std::string strFile = m_Editor.GetConfigFile(WINDOW_FILE);
-    m_Settings.Save(strFile);
-    m_pLayout->Save(strFile);
+    QVariantMap values;
+    m_Settings.Store(values);
+    m_pLayout->Store(values);
+    return values;
+}
+
+void CEditorWindow::Keep()
+{
+    m_Ini.Write(GatherValues());
+    m_Editor.KeepTools();
+}
+
+// A script that is played, a stroke and long work may be in the middle of what they do to a brush.
+bool CEditorWindow::IsAtRest()
+{
+    return m_pLayout != nullptr && !GetHost().GetInput().IsDragging() && !m_Face.IsScriptPlayed() &&
+           !m_Progress.IsWorking();
 }
 
 void CEditorWindow::LeaveChanges()
@@ -268,7 +286,8 @@ void CEditorWindow::LeaveChanges()
         m_Editor.GetRecorder()->Stop();
     }
     m_UnsavedWork.Leave();
-    SaveWindow();
+    m_Ini.Forget();
+    Keep();
 }
 
 void CEditorWindow::changeEvent(QEvent* pEvent)

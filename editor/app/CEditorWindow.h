@@ -5,6 +5,8 @@
 #include "editor/app/CDocumentActions.h"
 #include "editor/app/CEditorMenus.h"
 #include "editor/app/CExtentNote.h"
+#include "editor/app/CIniFile.h"
+#include "editor/app/CKeepTimer.h"
 #include "editor/app/CLevelLook.h"
 #include "editor/app/CPluginCommands.h"
 #include "editor/app/CProgressWindow.h"
@@ -94,11 +96,15 @@ private:
     void OnLevel(); // another level, or another look of it
     void Refresh();
     void OpenDropped();
-    void SaveWindow();
+    QVariantMap GatherValues() const; // of settings and layout
+    void Keep();                      // these and the tools, where they have changed
+    bool IsAtRest();
 
     CEditor& m_Editor;
     CEditorFace& m_Face;
+    CIniFile m_Ini;
     SEditorSettings m_Settings;
+    QStringList m_WrongKeys; // of the settings, until they are reported
     CLevelLook m_Look;
     CMessagesDock* m_pMessages; // the window's
     CStatusLine* m_pStatus;
@@ -109,6 +115,7 @@ private:
     CStatusWords m_StatusWords;
     CExtentNote m_ExtentNote;
     CAutosaveTimer m_AutosaveTimer;
+    CKeepTimer m_KeepTimer;
     QTimer m_DropTimer;
     std::string m_Dropped; // the file
     QTimer m_StateTimer;

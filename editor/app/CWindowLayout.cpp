@@ -12,7 +12,6 @@
 
 #include <QMainWindow>
 #include <QScreen>
-#include <QSettings>
 
 namespace
 {
@@ -20,6 +19,8 @@ namespace
 constexpr int FIRST_WIDTH = 1280;
 constexpr int FIRST_HEIGHT = 800;
 constexpr int MESSAGE_LINES = 6;
+constexpr char GEOMETRY[] = "window/geometry";
+constexpr char STATE[] = "window/state";
 
 } // namespace
 
@@ -81,21 +82,27 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
 
 CWindowLayout::~CWindowLayout() = default;
 
-void CWindowLayout::Restore(const std::string& strFile)
+QStringList CWindowLayout::Restore(const QVariantMap& values)
 {
     // What the file does not say stays as it is in a first window.
     m_Views.setSizes({FIRST_WIDTH / 2, FIRST_WIDTH / 4});
     // Where all is drawn larger, a screen may be smaller than that.
     m_Window.resize(
         QSize(FIRST_WIDTH, FIRST_HEIGHT).boundedTo(m_Window.screen()->availableGeometry().size()));
-    const QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
-    m_Window.restoreGeometry(file.value("window/geometry").toByteArray());
-    m_Window.restoreState(file.value("window/state").toByteArray());
+    QStringList wrong;
+    if (values.contains(GEOMETRY) && !m_Window.restoreGeometry(values[GEOMETRY].toByteArray()))
+    {
+        wrong << GEOMETRY;
+    }
+    if (values.contains(STATE) && !m_Window.restoreState(values[STATE].toByteArray()))
+    {
+        wrong << STATE;
+    }
+    return wrong;
 }
 
-void CWindowLayout::Save(const std::string& strFile) const
+void CWindowLayout::Store(QVariantMap& values) const
 {
-    QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
-    file.setValue("window/geometry", m_Window.saveGeometry());
-    file.setValue("window/state", m_Window.saveState());
+    values[GEOMETRY] = m_Window.saveGeometry();
+    values[STATE] = m_Window.saveState();
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QStringList>
+#include <QVariantMap>
+
 #include <functional>
 #include <memory>
-#include <string>
 
 class CBrushLibraryDock;
 class CEditorHost;
@@ -40,10 +42,11 @@ public:
     CWindowLayout(const CWindowLayout&) = delete;
     CWindowLayout& operator=(const CWindowLayout&) = delete;
 
-    // Arranges the window as it was left, once menus, toolbars and views are there. strFile: an INI
-    // file; what it does not say gets its first place and size.
-    void Restore(const std::string& strFile);
-    void Save(const std::string& strFile) const;
+    // Arranges the window as it was left, once menus, toolbars and views are there. values: by keys
+    // of the INI file; what they do not say gets its first place and size. Returns the keys whose
+    // values are none.
+    QStringList Restore(const QVariantMap& values);
+    void Store(QVariantMap& values) const;
 
     CPanelDock& GetPanel() { return *m_pPanel; }
 

@@ -1,60 +1,42 @@
 #include "editor/app/SEditorSettings.h"
 
 #include "editor/app/CEditor.h"
-
-#include <QSettings>
+#include "editor/app/CIniFile.h"
 
 #include <algorithm>
 
-namespace
+QStringList SEditorSettings::Load(const QVariantMap& values)
 {
-
-template <typename T> void ReadNumber(const QSettings& file, const char* pszKey, T& value)
-{
-    const QVariant text = file.value(pszKey);
-    bool bNumber = false;
-    const double fValue = text.toDouble(&bNumber);
-    if (bNumber)
-    {
-        value = static_cast<T>(fValue);
-    }
-}
-
-void ReadBool(const QSettings& file, const char* pszKey, bool& bValue)
-{
-    bValue = file.value(pszKey, bValue).toBool();
-}
-
-} // namespace
-
-void SEditorSettings::Load(const std::string& strFile)
-{
-    const QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
-    ReadBool(file, "input/sample_strokes", input.bSampleStrokes);
-    ReadBool(file, "input/aim_at_press", input.bAimAtPress);
-    ReadNumber(file, "input/spacing_percent", input.iSpacingPercent);
-    ReadBool(file, "pen/pressure", input.form.bPen);
-    ReadNumber(file, "pen/curve", input.form.fPenCurve);
-    ReadNumber(file, "brush/turn_degrees", input.form.fDegrees);
+    QStringList wrong;
+    SIniReader file = {values, wrong};
+    file.Read("input/sample_strokes", input.bSampleStrokes);
+    file.Read("input/aim_at_press", input.bAimAtPress);
+    file.Read("input/spacing_percent", input.iSpacingPercent);
+    file.Read("pen/pressure", input.form.bPen);
+    file.Read("pen/curve", input.form.fPenCurve);
+    file.Read("brush/turn_degrees", input.form.fDegrees);
     int iTurn = 0;
-    ReadNumber(file, "brush/turn", iTurn);
-    ReadBool(file, "input/mirror_x", input.symmetry.bAcrossX);
-    ReadBool(file, "input/mirror_z", input.symmetry.bAcrossZ);
-    ReadBool(file, "input/turned", input.symmetry.bTurned);
-    ReadNumber(file, "input/turns", input.symmetry.iTurns);
-    ReadNumber(file, "input/builds_a_second", input.iBuildsASecond);
-    for (const QString& strFunction : file.value("input/builds_up").toStringList())
+    file.Read("brush/turn", iTurn);
+    file.Read("input/mirror_x", input.symmetry.bAcrossX);
+    file.Read("input/mirror_z", input.symmetry.bAcrossZ);
+    file.Read("input/turned", input.symmetry.bTurned);
+    file.Read("input/turns", input.symmetry.iTurns);
+    file.Read("input/builds_a_second", input.iBuildsASecond);
+    for (const QString& strFunction : values.value("input/builds_up").toStringList())
     {
-        input.builds.insert(strFunction.toStdString());
+        if (!strFunction.isEmpty()) // an empty list is written as an empty text
+        {
+            input.builds.insert(strFunction.toStdString());
+        }
     }
-    ReadBool(file, "input/keyboard_navigation", bKeyboardNavigation);
-    ReadBool(file, "view/grid", render.bGrid);
-    ReadNumber(file, "view/sun_yaw", render.fSunYaw);
-    ReadNumber(file, "view/sun_pitch", render.fSunPitch);
-    ReadNumber(file, "view/ambient", render.fAmbient);
-    ReadNumber(file, "view/type_blend", render.fTypeBlend);
-    ReadNumber(file, "document/autosave_seconds", iAutosaveSeconds);
-    ReadNumber(file, "document/undo_megabytes", iUndoMegabytes);
+    file.Read("input/keyboard_navigation", bKeyboardNavigation);
+    file.Read("view/grid", render.bGrid);
+    file.Read("view/sun_yaw", render.fSunYaw);
+    file.Read("view/sun_pitch", render.fSunPitch);
+    file.Read("view/ambient", render.fAmbient);
+    file.Read("view/type_blend", render.fTypeBlend);
+    file.Read("document/autosave_seconds", iAutosaveSeconds);
+    file.Read("document/undo_megabytes", iUndoMegabytes);
     // A person may have edited the file.
     render.fAmbient = std::clamp(render.fAmbient, 0.0F, 1.0F);
     render.fTypeBlend = std::clamp(render.fTypeBlend, 0.0F, 1.0F);
@@ -70,39 +52,37 @@ void SEditorSettings::Load(const std::string& strFile)
         std::clamp(input.symmetry.iTurns, SSymmetry::LEAST_TURNS, SSymmetry::MOST_TURNS);
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
     iUndoMegabytes = std::clamp(iUndoMegabytes, 0, MOST_MEGABYTES);
+    return wrong;
 }
 
-bool SEditorSettings::Save(const std::string& strFile) const
+void SEditorSettings::Store(QVariantMap& values) const
 {
-    QSettings file(QString::fromStdString(strFile), QSettings::IniFormat);
-    file.setValue("input/sample_strokes", input.bSampleStrokes);
-    file.setValue("input/aim_at_press", input.bAimAtPress);
-    file.setValue("input/spacing_percent", input.iSpacingPercent);
-    file.setValue("pen/pressure", input.form.bPen);
-    file.setValue("pen/curve", static_cast<double>(input.form.fPenCurve));
-    file.setValue("brush/turn_degrees", static_cast<double>(input.form.fDegrees));
-    file.setValue("brush/turn", static_cast<int>(input.form.eTurn));
-    file.setValue("input/mirror_x", input.symmetry.bAcrossX);
-    file.setValue("input/mirror_z", input.symmetry.bAcrossZ);
-    file.setValue("input/turned", input.symmetry.bTurned);
-    file.setValue("input/turns", input.symmetry.iTurns);
-    file.setValue("input/builds_a_second", input.iBuildsASecond);
+    values["input/sample_strokes"] = input.bSampleStrokes;
+    values["input/aim_at_press"] = input.bAimAtPress;
+    values["input/spacing_percent"] = input.iSpacingPercent;
+    values["pen/pressure"] = input.form.bPen;
+    values["pen/curve"] = static_cast<double>(input.form.fPenCurve);
+    values["brush/turn_degrees"] = static_cast<double>(input.form.fDegrees);
+    values["brush/turn"] = static_cast<int>(input.form.eTurn);
+    values["input/mirror_x"] = input.symmetry.bAcrossX;
+    values["input/mirror_z"] = input.symmetry.bAcrossZ;
+    values["input/turned"] = input.symmetry.bTurned;
+    values["input/turns"] = input.symmetry.iTurns;
+    values["input/builds_a_second"] = input.iBuildsASecond;
     QStringList builds;
     for (const std::string& strFunction : input.builds)
     {
         builds << QString::fromStdString(strFunction);
     }
-    file.setValue("input/builds_up", builds);
-    file.setValue("input/keyboard_navigation", bKeyboardNavigation);
-    file.setValue("view/grid", render.bGrid);
-    file.setValue("view/sun_yaw", static_cast<double>(render.fSunYaw));
-    file.setValue("view/sun_pitch", static_cast<double>(render.fSunPitch));
-    file.setValue("view/ambient", static_cast<double>(render.fAmbient));
-    file.setValue("view/type_blend", static_cast<double>(render.fTypeBlend));
-    file.setValue("document/autosave_seconds", iAutosaveSeconds);
-    file.setValue("document/undo_megabytes", iUndoMegabytes);
-    file.sync();
-    return file.status() == QSettings::NoError;
+    values["input/builds_up"] = builds.isEmpty() ? QVariant(QString("")) : QVariant(builds);
+    values["input/keyboard_navigation"] = bKeyboardNavigation;
+    values["view/grid"] = render.bGrid;
+    values["view/sun_yaw"] = static_cast<double>(render.fSunYaw);
+    values["view/sun_pitch"] = static_cast<double>(render.fSunPitch);
+    values["view/ambient"] = static_cast<double>(render.fAmbient);
+    values["view/type_blend"] = static_cast<double>(render.fTypeBlend);
+    values["document/autosave_seconds"] = iAutosaveSeconds;
+    values["document/undo_megabytes"] = iUndoMegabytes;
 }
 
 void SEditorSettings::ApplyTo(CEditor& editor) const

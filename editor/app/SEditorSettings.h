@@ -3,7 +3,8 @@
 #include "editor/app/CViewInput.h"
 #include "editor/view/SRenderSettings.h"
 
-#include <string>
+#include <QStringList>
+#include <QVariantMap>
 
 class CEditor;
 
@@ -19,10 +20,10 @@ struct SEditorSettings
     int iAutosaveSeconds = 180; // 0: never
     int iUndoMegabytes = 1024;  // that the steps of the history may take together; 0: no limit
 
-    // strFile: an INI file; what is missing keeps its default.
-    void Load(const std::string& strFile);
-    // False when the file cannot be written.
-    bool Save(const std::string& strFile) const;
+    // By keys of the INI file; what is missing keeps its default. Returns the keys whose values are
+    // none, which keep it too.
+    QStringList Load(const QVariantMap& values);
+    void Store(QVariantMap& values) const;
     // What the editor without its windows needs of them. The views look here themselves.
     void ApplyTo(CEditor& editor) const;
 };

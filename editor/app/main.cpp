@@ -59,12 +59,6 @@ std::string GetAbsolutePath(const std::string& strPath)
     return error ? strPath : path.string();
 }
 
-std::string GetUserDataFolder()
-{
-    const std::string strData = GetEnvironment("XDG_DATA_HOME");
-    return (strData.empty() ? GetEnvironment("HOME") + "/.local/share" : strData) + "/tellur";
-}
-
 void SetRoots(const SEditorOptions& options)
 {
     std::string strRoot = options.strRoot.empty() ? GetEnvironment("TELLUR_ROOT") : options.strRoot;

@@ -23,6 +23,24 @@ namespace
 // The plug-in reads its brushes, this reads their shares.
 constexpr char READY_FILE[] = "data/brushes/ready.brushes";
 
+bool HasMask(const std::string& strBrush)
+{
+    return strBrush.find("\n  mask( ") != std::string::npos;
+}
+
+// Whether the two blocks differ in one field of the function and in nothing else.
+bool DifferInOneField(const std::string& strFirst, const std::string& strSecond)
+{
+    const auto start = std::ranges::mismatch(strFirst, strSecond).in1;
+    const size_t iLine = std::string(strFirst.begin(), start).rfind('\n') + 1;
+    const size_t iFirst = strFirst.find('\n', iLine);
+    const size_t iSecond = strSecond.find('\n', iLine);
+    const size_t iText = strFirst.find_first_not_of(' ', iLine);
+    return iFirst != std::string::npos && iSecond != std::string::npos &&
+           strFirst.compare(iText, 7, "attrib(") == 0 &&
+           strFirst.compare(iFirst, std::string::npos, strSecond, iSecond) == 0;
+}
+
 } // namespace
 
 CToolBrushes::CToolBrushes(CEditorHost& host)
@@ -57,6 +75,7 @@ void CToolBrushes::Begin(IPlugin* pPlugin,
     }
     Load();
     FitAll();
+    m_Written = MakeFile();
 }
 
 void CToolBrushes::End()
@@ -66,7 +85,8 @@ void CToolBrushes::End()
         return;
     }
     m_pBrushes->SetBrushTaker(nullptr);
-    Save();
+    m_Written.clear(); // it may not have been possible to write it
+    Keep();
     m_Tools.clear();
     m_pBrushes = nullptr;
     m_pScript = nullptr;
@@ -96,17 +116,17 @@ void CToolBrushes::ListReadyBrushes()
 
 void CToolBrushes::Load()
 {
-    std::set<std::string> found;
-    FittedTools fitted;
-    m_bMayReplace = LoadToolBrushes(m_File, *m_pScript, found, fitted) != EToolFile::Faulty ||
-                    !KeepFile(m_File).empty();
+    SKeptTools kept;
+    m_bMayReplace =
+        LoadToolBrushes(m_File, *m_pScript, m_pTools->GetTools(), kept) != EToolFile::Faulty ||
+        !KeepFile(m_File).empty();
     for (const SToolOffer& offer : m_pTools->GetTools())
     {
         STool tool;
         tool.strFunction = offer.pszFunction;
         tool.share = m_Ready.FindShare(tool.strFunction);
-        const auto mark = fitted.find(tool.strFunction);
-        const bool bReady = mark != fitted.end() && !mark->second.empty();
+        const auto mark = kept.fitted.find(tool.strFunction);
+        const bool bReady = mark != kept.fitted.end() && !mark->second.empty();
         const SReadyBrush* pReady = bReady ? m_Ready.FindBrush(mark->second) : nullptr;
         if (pReady != nullptr)
         {
@@ -114,32 +134,54 @@ void CToolBrushes::Load()
             tool.share = pReady->share;
         }
         // One that comes from a brush that is ready no longer is kept as any other.
-        const bool bKept = found.contains(tool.strFunction);
-        if (!bKept || (mark != fitted.end() && bReady == (pReady != nullptr)))
+        const bool bKept = kept.found.contains(tool.strFunction);
+        if (!bKept || (mark != kept.fitted.end() && bReady == (pReady != nullptr)))
         {
             NoteFitted(tool);
         }
+        const bool bMask = HasMask(GetText(tool.strFunction));
+        tool.strLostMask = bMask ? "" : kept.masks[tool.strFunction];
         m_Tools.push_back(std::move(tool));
     }
 }
 
-void CToolBrushes::Save()
+std::string CToolBrushes::MakeFile()
 {
-    if (!m_bMayReplace)
-    {
-        return;
-    }
     std::string strText = GetToolBrushDeclarations(*m_pScript);
-    for (const STool& tool : m_Tools)
+    for (STool& tool : m_Tools)
     {
-        const std::string strBrush = GetText(tool.strFunction);
+        const bool bFitted = IsAsFitted(tool);
+        const std::string strBrush = bFitted ? tool.strFitted : GetText(tool.strFunction);
         strText += strBrush;
-        if (!strBrush.empty() && IsAsFitted(tool))
+        if (bFitted)
         {
             strText += MakeFittedLine(tool.strFunction, tool.strReady);
         }
+        if (HasMask(strBrush))
+        {
+            tool.strLostMask.clear(); // it has another one now
+        }
+        if (!strBrush.empty() && !tool.strLostMask.empty())
+        {
+            strText += MakeLostMaskLine(tool.strFunction, tool.strLostMask);
+        }
     }
-    WriteTextFile("CToolBrushes::Save", m_File, strText);
+    return strText + MakeEndLine();
+}
+
+void CToolBrushes::Keep()
+{
+    if (m_pBrushes == nullptr || !m_bMayReplace)
+    {
+        return;
+    }
+    std::string strText = MakeFile();
+    if (strText != m_Written)
+    {
+        // One that cannot be written is not tried again until it is another one.
+        m_Written = std::move(strText);
+        WriteTextFile("CToolBrushes::Keep", m_File, m_Written);
+    }
 }
 
 void CToolBrushes::OnBeforeEvent(const SHostEvent& event)
@@ -205,6 +247,7 @@ void CToolBrushes::FitAll()
     {
         if (IsAsFitted(tool))
         {
+            PutBackPicked(tool);
             Fit(tool, ground);
         }
     }
@@ -227,20 +270,28 @@ void CToolBrushes::NoteFitted(STool& tool)
     tool.strFitted = GetText(tool.strFunction);
 }
 
-bool CToolBrushes::IsAsFitted(const STool& tool)
+// What a stroke has picked from the ground is nobody's wish.
+void CToolBrushes::PutBackPicked(const STool& tool)
+{
+    SToolSizes sizes;
+    if (m_pTools->GetToolSizes(tool.strFunction.c_str(), sizes) && sizes.bPicksHeight &&
+        sizes.fAmount != tool.fAmount)
+    {
+        sizes.fAmount = tool.fAmount;
+        m_pTools->SetToolSizes(tool.strFunction.c_str(), sizes);
+    }
+}
+
+bool CToolBrushes::IsAsFitted(const STool& tool) const
 {
     SToolSizes sizes;
     if (tool.strFitted.empty() || !m_pTools->GetToolSizes(tool.strFunction.c_str(), sizes))
     {
         return false;
     }
-    // What a stroke has picked from the ground is nobody's wish.
-    if (sizes.bPicksHeight && sizes.fAmount != tool.fAmount)
-    {
-        sizes.fAmount = tool.fAmount;
-        m_pTools->SetToolSizes(tool.strFunction.c_str(), sizes);
-    }
-    return GetText(tool.strFunction) == tool.strFitted;
+    const std::string strText = GetText(tool.strFunction);
+    const bool bPicked = sizes.bPicksHeight && sizes.fAmount != tool.fAmount;
+    return strText == tool.strFitted || (bPicked && DifferInOneField(strText, tool.strFitted));
 }
 
 void CToolBrushes::OnBrushTaken(const char* pszName, const char* pszFunction)
@@ -255,6 +306,7 @@ void CToolBrushes::OnBrushTaken(const char* pszName, const char* pszFunction)
         return;
     }
     tool->strFitted.clear();
+    tool->strLostMask.clear();
     const SReadyBrush* pReady = m_Ready.FindAlike(pszName, pszFunction, sizes);
     if (m_IsScriptPlayed() || pReady == nullptr)
     {

@@ -32,6 +32,9 @@ public:
     // anew. isScriptPlayed: a brush that a script takes stays as it is. A plug-in without the
     // interfaces is left alone.
     void Begin(IPlugin* pPlugin, std::string strFile, std::function<bool()> isScriptPlayed);
+    // Writes the brushes when they are others than those that were written last; to be called now
+    // and then, between what a person does. Nothing without Begin.
+    void Keep();
     // Keeps the brushes; the plug-in may go. Nothing without Begin.
     void End();
 
@@ -47,18 +50,21 @@ private:
         std::string strReady;  // the ready brush that it is; empty: its own
         std::string strFitted; // as the rule left it; empty: it is a person's
         float fAmount = 0.0F;  // of then
+        // The picture that was not there when the brush was loaded; empty: none.
+        std::string strLostMask;
     };
 
     void OnBrushTaken(const char* pszName, const char* pszFunction) override;
     void HeedGivenHeight();
     void ListReadyBrushes();
     void Load();
-    void Save();
+    std::string MakeFile();
     bool HasOtherSize(const CTerrain& terrain) const; // than the tools were fitted to
     void FitAll();
     void Fit(STool& tool, const SGroundSize& ground);
     void NoteFitted(STool& tool);
-    bool IsAsFitted(const STool& tool);
+    void PutBackPicked(const STool& tool);
+    bool IsAsFitted(const STool& tool) const;
     std::string GetText(const std::string& strFunction) const;
     const CTerrain* FindTerrain() const;
 
@@ -69,6 +75,7 @@ private:
     std::function<bool()> m_IsScriptPlayed;
     std::string m_File;
     bool m_bMayReplace = true; // the file was understood, or is kept aside
+    std::string m_Written;     // what was to be written last, at first what there was to write
     SReadyBrushes m_Ready;
     std::vector<STool> m_Tools;
     SVec3 m_FittedSize;            // of the terrain that the tools were last fitted to

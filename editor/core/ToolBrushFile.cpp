@@ -2,11 +2,14 @@
 
 #include "host/FileSystem.h"
 #include "host/IPluginScript.h"
+#include "host/IPluginTools.h"
 #include "host/Log.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
 #include "parser/TCParseFile.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <memory>
 
@@ -14,7 +17,10 @@ namespace
 {
 
 constexpr SScriptKeyword FITTED = {"fitted", "ss"};
+constexpr SScriptKeyword LOST_MASK = {"lost_mask", "ss"};
+constexpr SScriptKeyword END = {"end_of_tools", ""};
 constexpr char BRUSH[] = "tool_brush";
+constexpr char MASK[] = "mask";
 
 std::string GetText(const CTCPARSE_PARAM* pParam)
 {
@@ -22,33 +28,101 @@ std::string GetText(const CTCPARSE_PARAM* pParam)
     return pszText != nullptr ? pszText : "";
 }
 
-std::string FindFunction(const CTCPARSE_KEYWORD& brush)
+// The text of a line of the block; empty without it.
+std::string FindText(const CTCPARSE_KEYWORD& brush, const char* pszName)
 {
-    std::string strFunction;
+    std::string strText;
     for (const CTCPARSE_KEYWORD* pKey = brush.block; pKey != nullptr; pKey = pKey->next)
     {
-        strFunction = IsKeyword(pKey, "function") ? GetText(pKey->params) : strFunction;
+        strText = IsKeyword(pKey, pszName) ? GetText(pKey->params) : strText;
     }
-    return strFunction;
+    return strText;
 }
 
-// A mask that is not there is left out by the plug-in, and with it its name when the tools are kept
-// again. True after a logged line.
-bool HasLostMask(const std::string& strFile, const CTCPARSE_KEYWORD& brush)
+std::string MakePairLine(const SScriptKeyword& keyword,
+                         const std::string& strFirst,
+                         const std::string& strSecond)
 {
-    for (const CTCPARSE_KEYWORD* pKey = brush.block; pKey != nullptr; pKey = pKey->next)
+    return std::string(keyword.pszName) + "( " + QuoteText(strFirst) + ", " + QuoteText(strSecond) +
+           " )\n\n";
+}
+
+using TextPairs = std::map<std::string, std::string>;
+
+TextPairs FindPairs(const CTCPARSE_KEYWORD* pTree, const SScriptKeyword& keyword)
+{
+    TextPairs pairs;
+    for (const CTCPARSE_KEYWORD* pKey = pTree; pKey != nullptr; pKey = pKey->next)
     {
-        const std::string strMask = IsKeyword(pKey, "mask") ? GetText(pKey->params) : "";
-        if (!strMask.empty() && !fs::exists(strMask.c_str()))
+        if (IsKeyword(pKey, keyword.pszName) && pKey->params != nullptr)
         {
-            CrashLog("[LoadToolBrushes] %s, line %d: the mask %s is not there\n",
-                     strFile.c_str(),
-                     static_cast<int>(pKey->line),
-                     strMask.c_str());
-            return true;
+            pairs[GetText(pKey->params)] = GetText(pKey->params->next);
         }
     }
-    return false;
+    return pairs;
+}
+
+// Whether nothing is missing at the end. pCut: the block that is cut off there, null for none.
+bool IsWhole(const CTCPARSE_KEYWORD* pTree,
+             const STCParseOutline& outline,
+             const std::vector<SToolOffer>& offers,
+             const CTCPARSE_KEYWORD*& pCut)
+{
+    std::set<std::string> tools;
+    const CTCPARSE_KEYWORD* pLast = nullptr;
+    for (const CTCPARSE_KEYWORD* pKey = pTree; pKey != nullptr; pKey = pKey->next)
+    {
+        pLast = pKey;
+        if (IsKeyword(pKey, BRUSH))
+        {
+            tools.insert(FindText(*pKey, "function"));
+        }
+    }
+    pCut = outline.nOpenBlocks > 0 ? pLast : nullptr;
+    const bool bSaysSo = std::ranges::any_of(
+        outline.calls, [](const auto& call) { return IsKeyword(call.pCall, END.pszName); });
+    const bool bHasAll = std::ranges::all_of(
+        offers, [&](const auto& tool) { return tools.contains(tool.pszFunction); });
+    char szEnd[CTCPARSE_KEYWORD::NAME_BYTES] = {};
+    std::snprintf(szEnd, sizeof(szEnd), "%s", END.pszName);
+    const bool bOfBefore = outline.declarations.Find(szEnd) == nullptr;
+    return pCut == nullptr && (bSaysSo || (bOfBefore && bHasAll));
+}
+
+// Gives the block the mask that it had to leave out.
+void PutBackMask(CTCPARSE_KEYWORD& brush, const std::string& strMask)
+{
+    auto pMask = std::make_unique<CTCPARSE_KEYWORD>();
+    std::snprintf(pMask->name, sizeof(pMask->name), "%s", MASK);
+    pMask->params = new CTCPARSE_STRING(strMask.c_str());
+    pMask->line = brush.line;
+    CTCPARSE_KEYWORD** ppLast = &brush.block;
+    while (*ppLast != nullptr)
+    {
+        ppLast = &(*ppLast)->next;
+    }
+    *ppLast = pMask.release();
+}
+
+// Finds the mask of a block and logs a line for one that is not there.
+std::string TakeMask(const std::string& strFile, CTCPARSE_KEYWORD& brush, const TextPairs& lost)
+{
+    std::string strMask = FindText(brush, MASK);
+    const auto found = lost.find(FindText(brush, "function"));
+    const bool bLost = strMask.empty() && found != lost.end();
+    strMask = bLost ? found->second : strMask;
+    if (!strMask.empty() && !fs::exists(strMask.c_str()))
+    {
+        CrashLog("[LoadToolBrushes] %s, line %d: the mask %s is not there\n",
+                 strFile.c_str(),
+                 static_cast<int>(brush.line),
+                 strMask.c_str());
+    }
+    else if (bLost)
+    {
+        PutBackMask(brush, strMask);
+    }
+    return strMask;
 }
 
 // False after a logged line.
@@ -70,12 +144,12 @@ bool PlayBrush(const std::string& strFile, IPluginScript& script, const CTCPARSE
 
 EToolFile LoadToolBrushes(const std::string& strFile,
                           IPluginScript& script,
-                          std::set<std::string>& found,
-                          FittedTools& fitted)
+                          const std::vector<SToolOffer>& offers,
+                          SKeptTools& kept)
 {
     ETCParseStatus eStatus = tcparse_done;
-    const std::unique_ptr<CTCPARSE_KEYWORD> pTree(
-        TCParseFile(strFile.c_str(), nullptr, nullptr, nullptr, nullptr, nullptr, &eStatus));
+    STCParseOutline outline;
+    const std::unique_ptr<CTCPARSE_KEYWORD> pTree(TCParseFile(strFile.c_str(), outline, eStatus));
     if (eStatus == tcparse_unreadable && !fs::exists(strFile.c_str()))
     {
         return EToolFile::None;
@@ -86,21 +160,30 @@ EToolFile LoadToolBrushes(const std::string& strFile,
         return EToolFile::Faulty;
     }
     EToolFile eResult = EToolFile::Read;
-    for (const CTCPARSE_KEYWORD* pKey = pTree.get(); pKey != nullptr; pKey = pKey->next)
+    const CTCPARSE_KEYWORD* pCut = nullptr;
+    if (!IsWhole(pTree.get(), outline, offers, pCut))
     {
-        if (IsKeyword(pKey, FITTED.pszName) && pKey->params != nullptr)
+        CrashLog("[LoadToolBrushes] %s: the end is missing, tools that are not there begin anew\n",
+                 strFile.c_str());
+        eResult = EToolFile::Faulty;
+    }
+    kept.fitted = FindPairs(pTree.get(), FITTED);
+    const TextPairs lost = FindPairs(pTree.get(), LOST_MASK);
+    for (CTCPARSE_KEYWORD* pKey = pTree.get(); pKey != nullptr; pKey = pKey->next)
+    {
+        if (!IsKeyword(pKey, BRUSH) || pKey == pCut)
         {
-            fitted[GetText(pKey->params)] = GetText(pKey->params->next);
+            continue;
         }
-        else if (IsKeyword(pKey, BRUSH) && PlayBrush(strFile, script, *pKey))
-        {
-            found.insert(FindFunction(*pKey));
-            eResult = HasLostMask(strFile, *pKey) ? EToolFile::Faulty : eResult;
-        }
-        else if (IsKeyword(pKey, BRUSH))
+        const std::string strFunction = FindText(*pKey, "function");
+        const std::string strMask = TakeMask(strFile, *pKey, lost);
+        if (!PlayBrush(strFile, script, *pKey))
         {
             eResult = EToolFile::Faulty;
+            continue;
         }
+        kept.found.insert(strFunction);
+        kept.masks[strFunction] = strMask;
     }
     return eResult;
 }
@@ -116,11 +199,21 @@ std::string GetToolBrushDeclarations(IPluginScript& script)
     {
         strText += MakeDeclaration(keyword);
     }
-    return strText + MakeDeclaration(FITTED) + "\n";
+    return strText + MakeDeclaration(FITTED) + MakeDeclaration(LOST_MASK) + MakeDeclaration(END) +
+           "\n";
 }
 
 std::string MakeFittedLine(const std::string& strFunction, const std::string& strReady)
 {
-    return std::string(FITTED.pszName) + "( " + QuoteText(strFunction) + ", " +
-           QuoteText(strReady) + " )\n\n";
+    return MakePairLine(FITTED, strFunction, strReady);
+}
+
+std::string MakeLostMaskLine(const std::string& strFunction, const std::string& strMask)
+{
+    return MakePairLine(LOST_MASK, strFunction, strMask);
+}
+
+std::string MakeEndLine()
+{
+    return std::string(END.pszName) + "()\n";
 }

@@ -23,6 +23,11 @@ std::string GetUserConfigFolder()
     return GetFolder("XDG_CONFIG_HOME", "/.config");
 }
 
+std::string GetUserDataFolder()
+{
+    return GetFolder("XDG_DATA_HOME", "/.local/share");
+}
+
 std::string GetUserStateFolder()
 {
     return GetFolder("XDG_STATE_HOME", "/.local/state");

@@ -267,6 +267,8 @@ TEST(DocSnippets, ScriptKeywordsAreThoseOfThePlayer)
                                           "key( s, i, i )",
                                           "recent( s )",
                                           "fitted( s, s )",
+                                          "lost_mask( s, s )",
+                                          "end_of_tools()",
                                           "ready_brush( s, s, f, f )",
                                           "ready_tool( s, s, f, f )"};
     for (const std::string& strCall : documented)

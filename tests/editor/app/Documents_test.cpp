@@ -1,5 +1,6 @@
 // Levels as files: what the menus, keys and dialogs of the window do to them.
 
+#include "editor/app/CMessagesDock.h"
 #include "editor/app/CNewLevelDialog.h"
 #include "editor/app/CSettingsDialog.h"
 #include "engine/terrain/CTerrain.h"
@@ -250,4 +251,45 @@ TEST_F(CDocuments, SettingsOfTheEditorAndThePluginAreKept)
         EXPECT_EQ(m_Window->GetSettings().iAutosaveSeconds, bOk ? 180 : 240);
         EXPECT_EQ(m_Window->GetSettings().input.bSampleStrokes, bOk);
     }
+}
+
+TEST_F(CDocuments, ASettingsFileWithAFaultIsOneLineAndIsKept)
+{
+    const std::string strFile = m_Folder.Path("config/tellur/editor.ini");
+    const std::string strBinary("\x01\x00\xff=\x02[\n\x00\x07=\xfe", 11);
+    const std::pair<std::string, const char*> cases[] = {
+        {"the window is large\n", "is no settings file"},
+        {strBinary, "is no settings file"},
+        {"[view]\ngrid=often\nambient=nan\n[window]\nstate=3\n[document]\nautosave_seconds=77\n"
+         "[other]\nkey=1\n",
+         "wrong values of view/grid, view/ambient, window/state"},
+    };
+    int iCase = 0;
+    for (const auto& [strBytes, pszFault] : cases)
+    {
+        SCOPED_TRACE(++iCase);
+        WriteBytes(strFile, strBytes);
+        ASSERT_NO_FATAL_FAILURE(Start(false));
+        const QString strLine = QString::fromStdString(strFile) + ": ";
+        const QString strMessages = m_Window->GetMessages().GetText();
+        EXPECT_EQ(strMessages.count(strLine), 1);
+        EXPECT_TRUE(strMessages.contains(strLine + pszFault)) << strMessages.toStdString();
+        EXPECT_EQ(ReadBytes(strFile + (iCase > 1 ? ".bak" + std::to_string(iCase) : ".bak")),
+                  strBytes);
+        EXPECT_FALSE(m_Window->GetSettings().render.bGrid);
+        EXPECT_EQ(m_Window->GetSettings().iAutosaveSeconds, iCase == 3 ? 77 : 180);
+        m_Window->close();
+        Stop();
+        ASSERT_NO_FATAL_FAILURE(Start(false));
+        EXPECT_FALSE(m_Window->GetMessages().GetText().contains("editor.ini"));
+        EXPECT_EQ(ReadBytes(strFile).find("the window"), std::string::npos);
+        EXPECT_TRUE(ReadBytes(strFile).find("\nbuilds_up=\n") != std::string::npos);
+        Stop();
+    }
+    EXPECT_TRUE(ReadBytes(strFile).find("[other]\nkey=1\n") != std::string::npos);
+    // As an empty list was written before.
+    WriteBytes(strFile, "[input]\nbuilds_up=@Invalid()\n");
+    ASSERT_NO_FATAL_FAILURE(Start(false));
+    EXPECT_TRUE(m_Window->GetSettings().input.builds.empty());
+    EXPECT_FALSE(m_Window->GetMessages().GetText().contains("editor.ini"));
 }

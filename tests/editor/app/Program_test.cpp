@@ -44,6 +44,7 @@ protected:
         };
         set("XDG_CONFIG_HOME", "config");
         set("XDG_STATE_HOME", "state");
+        set("XDG_DATA_HOME", "data-home");
         for (const QString& strOther : unlike)
         {
             environment.remove(strOther);
@@ -200,6 +201,11 @@ TEST_F(CProgram, APlayedScriptEndsAsInTheReplayAndLeavesAPicture)
     process.start(TELLUR_BIN_DIR "/tellur-replay", QStringList{"play.tellur"} + GetRoot());
     ASSERT_TRUE(process.waitForFinished(LIMIT_MS));
     EXPECT_TRUE(ReadBytes(m_Folder.Path("played.height")) == strPlayed);
+    // The data beside the programs does where nobody names a folder.
+    std::filesystem::remove(m_Folder.Path("played.height"));
+    EXPECT_EQ(Run({"--play", "play.tellur"}, strErrors, {"TELLUR_ROOT"}), 0);
+    EXPECT_EQ(strErrors.toStdString(), "");
+    EXPECT_TRUE(ReadBytes(m_Folder.Path("played.height")) == strPlayed);
     // Another plug-in, which asks for views while it is loaded.
     EXPECT_EQ(Run({"--plugin", TELLUR_BIN_DIR "/minimal_plugin.so", "--screenshot", "other.png"},
                   strErrors),
@@ -281,6 +287,32 @@ TEST_F(CProgram, ASignalSavesTheBrushesThatWereAdded)
     ASSERT_TRUE(editor.waitForFinished(LIMIT_MS)); // nobody has answered a question
     EXPECT_EQ(editor.exitCode(), SIGTERM);
     EXPECT_NE(ReadBytes(strLibrary).find("\"Added\""), std::string::npos);
+}
+
+TEST_F(CProgram, AKillCostsNeitherASettingNorATool)
+{
+    const std::string strTools = m_Folder.Path("config/tellur/tools.brushes");
+    const std::string strSettings = m_Folder.Path("config/tellur/editor.ini");
+    const auto isIn = [](const std::string& strFile, const char* pszText)
+    {
+        return std::filesystem::exists(strFile) &&
+               ReadBytes(strFile).find(pszText) != std::string::npos;
+    };
+    QProcess editor;
+    for (const char* pszExtent : {"extent( 3520.0", "extent( 387"}) // a tenth more each time
+    {
+        ASSERT_NO_FATAL_FAILURE(Start(editor, GetRoot()));
+        ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
+        Do({"key", "--delay", "200", "4", "bracketright", "j"});
+        EXPECT_TRUE(WaitFor([&] { return isIn(strTools, pszExtent); }, "the tool is kept"));
+        ::kill(static_cast<pid_t>(editor.processId()), SIGKILL);
+        ASSERT_TRUE(editor.waitForFinished(LIMIT_MS));
+        EXPECT_TRUE(isIn(strTools, "end_of_tools()"));
+        const bool bFirst = std::string(pszExtent) == "extent( 3520.0";
+        EXPECT_TRUE(
+            isIn(strSettings, bFirst ? "\nbuilds_up=RelativeHeightFunction\n" : "\nbuilds_up=\n"));
+        EXPECT_TRUE(isIn(strSettings, "\ngeometry="));
+    }
 }
 
 TEST_F(CProgram, LeavingAsksForThePaintingAndEndsBesideTheDrawDialog)
