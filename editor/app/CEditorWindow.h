@@ -91,7 +91,8 @@ protected:
 private:
     SViewEvents MakeViewEvents();
     void MakeMenus();
-    void OnLevel(); // another level, or another look of it
+    void OnLevel();   // another level, or another look of it
+    void LookAgain(); // the views, at the cursor
     void Refresh();
     void OpenDropped();
     void SaveWindow();
