@@ -26,6 +26,8 @@ public:
 
     SHandState& GetHand() { return m_Hand; }
 
+    const SHandState& GetHand() const { return m_Hand; }
+
     // pMessages: borrowed; null: none.
     void SetMessages(const CMessagesDock* pMessages) { m_pMessages = pMessages; }
 
@@ -65,6 +67,8 @@ public:
     IFrontEnd* GetFrontEnd() override { return &m_FrontEnd; }
 
     CEditorFrontEnd& GetEditorFrontEnd() { return m_FrontEnd; }
+
+    const SHandState& GetHand() const { return m_FrontEnd.GetHand(); }
 
     bool PromptText(const char* pszTitle, const char* pszLabel, std::string& strAnswer) override;
     std::string BrowseForFile(EFileDialog eKind,

@@ -57,6 +57,12 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     m_Commands.ApplyKeys();
 }
 
+void CEditorMenus::Follow()
+{
+    m_Strokes.Follow(); // first: it may change what the others show
+    m_Commands.Follow();
+}
+
 void CEditorMenus::ShowContextMenu(ViewId view, const QPoint& screen)
 {
     std::vector<QAction*> more;

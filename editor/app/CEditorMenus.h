@@ -44,6 +44,8 @@ class CEditorMenus
 public:
     explicit CEditorMenus(const SMenuParts& parts);
 
+    void Follow(); // shows the state of the commands as it is
+
     // Shows the context menu of a view at that place of the screen. Comes back when the menu has
     // gone.
     void ShowContextMenu(ViewId view, const QPoint& screen);

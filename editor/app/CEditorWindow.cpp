@@ -188,12 +188,21 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
     if (event.eKind == EHostEvent::TerrainReloaded)
     {
         m_Look.FrameOtherSize(m_pViews.get());
+        LookAgain();
     }
-    if (m_pViews != nullptr)
+    else if (m_pViews != nullptr)
     {
         m_pViews->RequestFrames();
     }
     ShowState();
+}
+
+void CEditorWindow::LookAgain()
+{
+    if (m_pViews != nullptr)
+    {
+        m_pViews->LookAgain();
+    }
 }
 
 void CEditorWindow::ShowState()
@@ -217,7 +226,7 @@ void CEditorWindow::Refresh()
     m_pLayout->GetHistory().Follow();
     m_Editor.GetBrushFile().Follow();
     m_pLayout->GetLibrary().Follow();
-    m_Commands.Follow();
+    m_pMenus->Follow();
     const CRecorder* pRecorder = m_Editor.GetRecorder();
     m_pStatus->SetRecording(pRecorder != nullptr && pRecorder->IsRecording());
     m_pStatus->ShowStroke(GetStrokeWords(m_Settings.input,
@@ -229,10 +238,7 @@ void CEditorWindow::Refresh()
 void CEditorWindow::OnLevel()
 {
     m_Look.Follow(m_pViews.get());
-    if (m_pViews != nullptr)
-    {
-        m_pViews->RequestFrames();
-    }
+    LookAgain();
     ShowState();
 }
 

@@ -93,7 +93,8 @@ protected:
 private:
     SViewEvents MakeViewEvents();
     void MakeMenus();
-    void OnLevel(); // another level, or another look of it
+    void OnLevel();   // another level, or another look of it
+    void LookAgain(); // the views, at the cursor
     void Refresh();
     void OpenDropped();
     QVariantMap GatherValues() const; // of settings and layout

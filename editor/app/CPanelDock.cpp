@@ -109,7 +109,10 @@ void CPanelDock::TakeFocus()
     for (QWidget* pNext = pForm->nextInFocusChain(); pForm->isAncestorOf(pNext);
          pNext = pNext->nextInFocusChain())
     {
-        if (pNext->isEnabled() && pNext->isVisible() && (pNext->focusPolicy() & Qt::TabFocus) != 0)
+        const auto* pField = qobject_cast<const QLineEdit*>(pNext);
+        const bool bUsable = pNext->isEnabled() && pNext->isVisible() &&
+                             (pField == nullptr || !pField->isReadOnly());
+        if (bUsable && (pNext->focusPolicy() & Qt::TabFocus) != 0)
         {
             pNext->setFocus(Qt::TabFocusReason);
             return;

@@ -30,7 +30,7 @@ public:
     bool Open(const CRuntimeClass* pClass);
     void Close();      // tells nobody
     void UpdateView(); // shows another level
-    void TakeFocus();  // the first control that the keyboard stops at
+    void TakeFocus();  // the first control that the keyboard can work
 
     // To be called when the program ends, which closes all windows, a floating panel among them:
     // that is not the person's doing, and the next start opens it again.

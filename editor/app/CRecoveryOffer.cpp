@@ -28,7 +28,7 @@ QString DescribeKept(const SRecoverable& entry)
     const std::string& strPath = GetFile(entry);
     const QString strName =
         strPath.empty() ? QString("a level that was never saved") : QString::fromStdString(strPath);
-    const auto nSteps = static_cast<qulonglong>(entry.steps.size());
+    const auto nSteps = static_cast<qulonglong>(CountHistorySteps(entry, entry.steps.size()));
     const QString strSteps = QString(nSteps == 1 ? "%1 step" : "%1 steps").arg(nSteps);
     const QString strKept = !entry.text.IsCopy() ? strSteps
                             : nSteps == 0        ? QString("a copy")

@@ -63,6 +63,7 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
     const uint64_t uLevel = m_Editor.GetDocument().GetGeneration();
     const bool bPlayed = player.Play(pScript.get(), strFault);
     m_Face.SetScript(nullptr);
+    m_Views.LookAgain();
     if (uLevel == m_Editor.GetDocument().GetGeneration())
     {
         m_Views.FrameAll(); // another level was framed when it came
@@ -83,9 +84,10 @@ bool CScriptRunner::Recover(const SRecoverable& entry)
     std::string strFault;
     const bool bOpen = m_Editor.GetAutosave().Recover(entry, play, nSteps, strFault);
     m_Face.SetScript(nullptr);
+    m_Views.LookAgain();
     if (bOpen)
     {
-        ReportRecovered(nSteps, entry.steps.size(), strFault);
+        ReportRecovered(nSteps, CountHistorySteps(entry, entry.steps.size()), strFault);
     }
     return bOpen;
 }

@@ -126,6 +126,14 @@ void CStatusLine::Withdraw(const QString& strText)
     }
 }
 
+void CStatusLine::Replace(const QString& strText, const QString& strBy)
+{
+    if (m_Words == strText && m_WordsTimer.isActive())
+    {
+        ShowWords(strBy);
+    }
+}
+
 void CStatusLine::PlaceWords()
 {
     // The size grip is a square as high as the bar.

@@ -26,8 +26,10 @@ public:
 
     // Shows one line for three seconds, over the fields at the end: none of them moves.
     void Say(const QString& strText);
-    // Takes the line away, if it is still that one.
+    // Takes the line away, or puts another one in its place for the rest of its time, if it is
+    // still that one.
     void Withdraw(const QString& strText);
+    void Replace(const QString& strText, const QString& strBy);
     // Shows a line in the same place whenever no other is there, until the topic has an empty one.
     void Stand(const std::string& strTopic, const QString& strText);
 

@@ -8,11 +8,16 @@
 #include "host/IPluginTools.h"
 
 #include <cmath>
+#include <utility>
 
 namespace
 {
 
 constexpr qint64 TIME_TO_READ_MS = 1000;
+
+// Begins a reason that is of the whole stroke, and what is said instead when it is of a place.
+constexpr char NOTHING_CHANGED[] = "Nothing changed: ";
+constexpr char NOTHING_HERE[] = "Nothing changes here: ";
 
 // Empty where nothing is to be said.
 QString GetReason(const SPointOutcome& outcome)
@@ -58,6 +63,23 @@ QString GetReason(const SPointOutcome& outcome)
     return {};
 }
 
+// The reason as it is told while the stroke has changed something elsewhere.
+QString GetReasonHere(const QString& strReason)
+{
+    if (!strReason.startsWith(NOTHING_CHANGED))
+    {
+        return strReason;
+    }
+    QString strRest = strReason.mid(static_cast<qsizetype>(sizeof(NOTHING_CHANGED) - 1));
+    return NOTHING_HERE + strRest.remove(" here");
+}
+
+// Another stroke may well change what is here.
+bool IsOfStroke(EPointOutcome eKind)
+{
+    return eKind == EPointOutcome::Same || eKind == EPointOutcome::Strongest;
+}
+
 } // namespace
 
 CStatusWords::CStatusWords(CEditor& editor, const CEditorFace& face, CStatusLine& status)
@@ -88,25 +110,32 @@ void CStatusWords::OnStandingNotice(const char* pszTopic, const char* pszText)
     m_Status.Stand(pszTopic, QString::fromUtf8(pszText));
 }
 
+bool CStatusWords::IsStepOpen() const
+{
+    return m_Editor.GetHost().GetHistory().IsStepOpen();
+}
+
 void CStatusWords::OnBeforeEvent(const SHostEvent& event)
 {
     if (event.eKind != EHostEvent::ButtonDown || m_Face.IsScriptPlayed())
     {
         return;
     }
-    auto* pStrokes = m_Editor.FindInterface<IPluginStrokes>();
-    m_Drag = {};
-    m_Drag.bRuns = true;
-    m_Drag.bTool = m_Editor.GetHost().GetModes().GetCurrentModeId() != NO_MODE;
-    if (pStrokes != nullptr)
+    if (auto* pStrokes = m_Editor.FindInterface<IPluginStrokes>())
     {
         pStrokes->TakePointOutcome(); // what happened before is not this drag's
+    }
+    if (!m_Stroke.bRuns || !IsStepOpen())
+    {
+        m_Stroke = {};
+        m_Stroke.bRuns = true;
+        m_Stroke.bTool = m_Editor.GetHost().GetModes().GetCurrentModeId() != NO_MODE;
     }
 }
 
 void CStatusWords::OnEvent(const SHostEvent& event)
 {
-    if (!m_Drag.bRuns)
+    if (!m_Stroke.bRuns)
     {
         return;
     }
@@ -116,10 +145,10 @@ void CStatusWords::OnEvent(const SHostEvent& event)
         if (m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain() == nullptr)
         {
             m_Status.Say("No level: File > New level or Open");
-            m_Drag = {};
+            m_Stroke = {};
             break;
         }
-        if (!m_Drag.bTool)
+        if (!m_Stroke.bTool)
         {
             m_Status.Say("No tool: choose one in the panel or press 1 to 6");
         }
@@ -130,10 +159,17 @@ void CStatusWords::OnEvent(const SHostEvent& event)
         break;
     case EHostEvent::ButtonUp:
         Hear(event);
-        EndDrag();
+        if (!IsStepOpen())
+        {
+            EndStroke();
+        }
         break;
+    case EHostEvent::StepEnded:
+        EndStroke();
+        break;
+    case EHostEvent::StepBegun: // of another stroke
     case EHostEvent::DragDropped:
-        m_Drag = {};
+        m_Stroke = {};
         break;
     default:
         break;
@@ -145,31 +181,69 @@ void CStatusWords::Hear(const SHostEvent& event)
     auto* pStrokes = m_Editor.FindInterface<IPluginStrokes>();
     const SPointOutcome outcome =
         pStrokes != nullptr ? pStrokes->TakePointOutcome() : SPointOutcome();
-    if (outcome.eKind == EPointOutcome::None)
+    const bool bHere = !m_Face.GetHand().bElsewhere;
+    if (outcome.eKind == EPointOutcome::Changed)
+    {
+        NoteChange(event, bHere);
+    }
+    m_Stroke.bSideways = m_Stroke.bSideways || outcome.eKind == EPointOutcome::Sideways;
+    const QString strReason = GetReason(outcome);
+    if (strReason.isEmpty())
     {
         return;
     }
-    if (outcome.eKind == EPointOutcome::Changed)
+    if (!bHere)
     {
-        m_Drag.bChanged = true;
-        m_Drag.changed = event.hit;
-        m_Drag.bChangedSince = true;
+        HoldReason(outcome, strReason);
+    }
+    else if ((m_Stroke.uSaid & (1U << static_cast<uint32_t>(outcome.eKind))) == 0 &&
+             IsNews(outcome, event))
+    {
+        SayReason(outcome, strReason);
+    }
+}
+
+void CStatusWords::NoteChange(const SHostEvent& event, bool bHere)
+{
+    if (!m_Stroke.bChanged)
+    {
+        m_Stroke.bChanged = true;
+        const QString strHere = GetReasonHere(m_Stroke.strSaid);
+        m_Status.Replace(m_Stroke.strSaid, strHere);
+        m_Stroke.strSaid = strHere;
+    }
+    if (bHere)
+    {
+        m_Stroke.bChangedHere = true;
+        m_Stroke.changed = event.hit;
+        m_Stroke.bChangedSince = true;
         // The reason goes when it is true no longer, but not before it could be read.
-        if (m_Drag.sinceSaid.isValid() && m_Drag.sinceSaid.hasExpired(TIME_TO_READ_MS))
+        if (m_Stroke.sinceSaid.isValid() && m_Stroke.sinceSaid.hasExpired(TIME_TO_READ_MS))
         {
             WithdrawReason();
         }
     }
-    m_Drag.bSideways = m_Drag.bSideways || outcome.eKind == EPointOutcome::Sideways;
-    const QString strReason = GetReason(outcome);
-    const uint32_t uBit = 1U << static_cast<uint32_t>(outcome.eKind);
-    if (!strReason.isEmpty() && (m_Drag.uSaid & uBit) == 0 && IsNews(outcome, event))
+}
+
+void CStatusWords::SayReason(const SPointOutcome& outcome, const QString& strReason)
+{
+    m_Stroke.uSaid |= 1U << static_cast<uint32_t>(outcome.eKind);
+    m_Stroke.eSaid = outcome.eKind;
+    m_Stroke.strSaid = m_Stroke.bChanged ? GetReasonHere(strReason) : strReason;
+    m_Stroke.sinceSaid.start();
+    m_Stroke.bChangedSince = false;
+    m_Status.Say(m_Stroke.strSaid);
+}
+
+void CStatusWords::HoldReason(const SPointOutcome& outcome, const QString& strReason)
+{
+    // An image that has left the ground says nothing, and the first of the others goes for all;
+    // only that a stroke has faded out is to be known even where it has changed something.
+    const bool bFaded = outcome.eKind == EPointOutcome::Faded;
+    if (outcome.eKind != EPointOutcome::NoGround && (m_Stroke.strHeld.isEmpty() || bFaded))
     {
-        m_Drag.uSaid |= uBit;
-        m_Drag.strSaid = strReason;
-        m_Drag.sinceSaid.start();
-        m_Drag.bChangedSince = false;
-        m_Status.Say(strReason);
+        m_Stroke.strHeld = strReason;
+        m_Stroke.eHeld = outcome.eKind;
     }
 }
 
@@ -177,13 +251,12 @@ void CStatusWords::Hear(const SHostEvent& event)
 // point of the release is such a one.
 bool CStatusWords::IsNews(const SPointOutcome& outcome, const SHostEvent& event) const
 {
-    const bool bDone =
-        outcome.eKind == EPointOutcome::Same || outcome.eKind == EPointOutcome::Strongest;
-    if (!bDone || !m_Drag.bChanged)
+    if (!IsOfStroke(outcome.eKind) || !m_Stroke.bChangedHere)
     {
         return true;
     }
-    const float fAway = std::hypot(event.hit.x - m_Drag.changed.x, event.hit.z - m_Drag.changed.z);
+    const float fAway =
+        std::hypot(event.hit.x - m_Stroke.changed.x, event.hit.z - m_Stroke.changed.z);
     auto* pTools = m_Editor.FindInterface<IPluginTools>();
     const float fExtent = pTools != nullptr ? pTools->GetBrushExtent() : 0.0F;
     return event.bHit && fAway >= fExtent / 2;
@@ -191,22 +264,31 @@ bool CStatusWords::IsNews(const SPointOutcome& outcome, const SHostEvent& event)
 
 void CStatusWords::WithdrawReason()
 {
-    if (!m_Drag.strSaid.isEmpty())
+    if (!m_Stroke.strSaid.isEmpty())
     {
-        m_Status.Withdraw(m_Drag.strSaid);
-        m_Drag.strSaid.clear();
+        m_Status.Withdraw(m_Stroke.strSaid);
+        m_Stroke.strSaid.clear();
     }
 }
 
-void CStatusWords::EndDrag()
+void CStatusWords::EndStroke()
 {
-    if (m_Drag.bChangedSince)
+    const SStroke stroke = std::exchange(m_Stroke, {});
+    if (stroke.bChangedSince || (stroke.bChanged && IsOfStroke(stroke.eSaid)))
     {
-        WithdrawReason();
+        m_Status.Withdraw(stroke.strSaid);
     }
-    if (m_Drag.bSideways && !m_Drag.bChanged && m_Drag.uSaid == 0)
+    if (stroke.uSaid != 0)
+    {
+        return;
+    }
+    const bool bHeld = !stroke.bChanged || stroke.eHeld == EPointOutcome::Faded;
+    if (bHeld && !stroke.strHeld.isEmpty())
+    {
+        m_Status.Say(stroke.strHeld);
+    }
+    else if (!stroke.bChanged && stroke.bSideways)
     {
         m_Status.Say("Nothing changed: this tool follows the mouse up and down");
     }
-    m_Drag = {};
 }

@@ -12,7 +12,8 @@ class CEditorFace;
 class CStatusLine;
 
 // Says in the status bar what would otherwise be silent: why a stroke changes nothing, a line for
-// each reason and drag, and what was saved or put away. While a script is played it is quiet. Takes
+// each reason and stroke, and what was saved or put away. Of what a stroke does elsewhere than
+// under the cursor it speaks when the stroke is whole. While a script is played it is quiet. Takes
 // the notices of the process while it lives. Owned by the window; everything given is borrowed and
 // outlives it. UI thread.
 class CStatusWords : public IHostObserver, private INoticeSink
@@ -28,24 +29,32 @@ public:
     void OnEvent(const SHostEvent& event) override;
 
 private:
-    // What the drag that runs has come to so far.
-    struct SDrag
+    // What the stroke that runs has come to so far: a drag, or all drags of a step that is open.
+    struct SStroke
     {
         bool bRuns = false;
         bool bTool = false;    // a mode was current at the press
         bool bChanged = false; // by one of its points
+        bool bChangedHere = false;
         bool bSideways = false;
-        SVec3 changed;      // where the last one was that changed something
+        SVec3 changed;      // where the last point under the cursor was that changed something
         uint32_t uSaid = 0; // a bit by each outcome
-        QString strSaid;    // the line that says why nothing changed, until something does
+        EPointOutcome eSaid = EPointOutcome::None;
+        QString strSaid; // the line that says why nothing changed, until something does
         QElapsedTimer sinceSaid;
         bool bChangedSince = false;
+        QString strHeld; // why points elsewhere changed nothing, for the end
+        EPointOutcome eHeld = EPointOutcome::None;
     };
 
     void OnNotice(const char* pszText) override;
     void OnStandingNotice(const char* pszTopic, const char* pszText) override;
+    bool IsStepOpen() const;
     void Hear(const SHostEvent& event);
-    void EndDrag();
+    void NoteChange(const SHostEvent& event, bool bHere);
+    void SayReason(const SPointOutcome& outcome, const QString& strReason);
+    void HoldReason(const SPointOutcome& outcome, const QString& strReason);
+    void EndStroke();
     void WithdrawReason();
     bool IsNews(const SPointOutcome& outcome, const SHostEvent& event) const;
 
@@ -53,5 +62,5 @@ private:
     const CEditorFace& m_Face;
     CStatusLine& m_Status;
     INoticeSink* m_pBefore;
-    SDrag m_Drag;
+    SStroke m_Stroke;
 };

@@ -5,10 +5,12 @@
 #include "editor/app/CEditor.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
+#include "editor/app/PathTools.h"
 #include "editor/app/SHandState.h"
 #include "editor/app/SInputSettings.h"
 #include "editor/app/ToolTexts.h"
 #include "host/IPluginTools.h"
+#include "host/Notice.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>
@@ -24,6 +26,7 @@ CStrokeCommands::CStrokeCommands(CEditor& editor,
                                  std::function<void()> showState)
     : m_Host(editor.GetHost())
     , m_pTools(editor.FindInterface<IPluginTools>())
+    , m_pStrokes(editor.FindInterface<IPluginStrokes>())
     , m_Views(views)
     , m_Settings(settings)
     , m_Hand(hand)
@@ -101,12 +104,36 @@ void CStrokeCommands::SwitchPath()
     {
         m_Hand.path.Stop();
     }
+    else if (!CanDrawPath(m_pTools, m_pStrokes))
+    {
+        m_Views.GetActive()->GetNote().ShowValue(DescribeNoPath());
+    }
     else if (!m_Host.GetInput().IsDragging())
     {
         m_Views.SetProtecting(false); // the button does one of the two
         m_Hand.path.Begin();
     }
     Show();
+}
+
+QString CStrokeCommands::DescribeNoPath() const
+{
+    const QString strTool =
+        m_pTools != nullptr ? QString::fromStdString(m_pTools->GetToolName()) : QString();
+    return strTool.isEmpty() ? QString(NO_TOOL)
+                             : strTool + " works where it is pressed and draws along no path";
+}
+
+void CStrokeCommands::Follow()
+{
+    // What a script or a stroke has at hand meanwhile is not the person's.
+    if (m_Hand.path.IsOn() && !m_Hand.bScript && !m_Host.GetInput().IsDragging() &&
+        !CanDrawPath(m_pTools, m_pStrokes))
+    {
+        m_Hand.path.Stop();
+        m_Views.RequestFrames();
+        Notice(("The path is dropped: " + DescribeNoPath()).toUtf8().constData());
+    }
 }
 
 void CStrokeCommands::ApplyPath()
@@ -122,7 +149,7 @@ void CStrokeCommands::ApplyPath()
     }
     if (!m_Views.GetActive()->GetInput().DrawPath())
     {
-        m_Views.GetActive()->GetNote().ShowValue("this tool draws along no path");
+        m_Views.GetActive()->GetNote().ShowValue(DescribeNoPath());
     }
     Show();
 }

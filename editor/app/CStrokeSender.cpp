@@ -173,6 +173,7 @@ void CStrokeSender::SendImages(const SVec3& point, float fAbove, uint32_t uFlags
     }
     std::array<SImage, SSymmetry::MOST_IMAGES> images;
     const size_t nCount = FindImages(GetTerrain(), m_Symmetry, point, images);
+    const bool bBefore = std::exchange(m_Hand.bElsewhere, true);
     // A drag that has found no memory on the way is over.
     for (size_t i = 0; i < nCount && m_Host.GetInput().IsDragging(); ++i)
     {
@@ -182,6 +183,7 @@ void CStrokeSender::SendImages(const SVec3& point, float fAbove, uint32_t uFlags
         SendMove(m_SentX, m_SentY, uFlags, {});
         m_pGround = nullptr;
     }
+    m_Hand.bElsewhere = bBefore;
 }
 
 bool CStrokeSender::HasAnswer(bool& bHit, SVec3& hit) const
@@ -275,6 +277,7 @@ void CStrokeSender::PlayImages()
         return;
     }
     const bool bOpen = m_Host.GetHistory().IsStepOpen();
+    const bool bBefore = std::exchange(m_Hand.bElsewhere, true);
     for (size_t i = 1; i < m_nPlaces; ++i)
     {
         // A drag that was dropped for want of memory has taken the whole step back.
@@ -286,6 +289,7 @@ void CStrokeSender::PlayImages()
     m_Sent.clear();
     m_Places.clear();
     m_Hand.played = {};
+    m_Hand.bElsewhere = bBefore;
 }
 
 // The event that the drag of an image begins with; as many as there are when it has none.

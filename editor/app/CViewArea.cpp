@@ -29,6 +29,14 @@ CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
     {
         FillMark(mark);
     };
+    m_Parts.seeCursor = [this]
+    {
+        SeeCursor();
+    };
+    m_Parts.lookAgain = [this]
+    {
+        LookAgain();
+    };
     m_Parts.drawGuides = [this]
     {
         DrawGuides();
@@ -187,6 +195,46 @@ void CViewArea::RepeatHover()
     else if (CViewWidget* pView = GetActive())
     {
         pView->GetInput().RepeatHover();
+    }
+}
+
+void CViewArea::LookAgain()
+{
+    m_bLookAgain = true;
+    RequestFrames();
+}
+
+void CViewArea::moveEvent(QMoveEvent* pEvent)
+{
+    QSplitter::moveEvent(pEvent);
+    LookAgain();
+}
+
+// The plug-in knows what the cursor is over by the last event of the mouse alone, and another level
+// brings none. Where the cursor is in no view it must hear of that, too.
+void CViewArea::SeeCursor()
+{
+    const bool bIdle = std::all_of(m_Views.begin(),
+                                   m_Views.end(),
+                                   [](CViewWidget* pView) { return pView->GetInput().IsIdle(); });
+    if (!m_bLookAgain || !bIdle || m_Parts.hand.bScript || m_Parts.host.GetInput().IsDragging())
+    {
+        return;
+    }
+    m_bLookAgain = false;
+    const QWidget* pUnder = QApplication::widgetAt(QCursor::pos());
+    for (CViewWidget* pView : m_Views)
+    {
+        if (pView != pUnder)
+        {
+            pView->LoseCursor();
+        }
+    }
+    // Last: what the others have lost is not what counts.
+    const auto found = std::find(m_Views.begin(), m_Views.end(), pUnder);
+    if (found != m_Views.end())
+    {
+        (*found)->SeeCursor();
     }
 }
 

@@ -27,6 +27,9 @@ public:
     void RequestFrames();
     void FrameAll(); // another level is open
     void RepeatHover();
+    // The ground under the cursor, or what of the views is under it, is another one: the plug-in is
+    // told with the next frame, before it draws.
+    void LookAgain();
 
     // Whether the left button paints what strokes leave alone, in all views.
     bool IsProtecting() const { return m_Parts.hand.bProtect; }
@@ -39,7 +42,11 @@ public:
     // Moves a camera to that side of what its view shows in the middle.
     void LookFrom(CCamera& camera, float fX, float fZ);
 
+protected:
+    void moveEvent(QMoveEvent* pEvent) override;
+
 private:
+    void SeeCursor();
     void FillMark(SGroundMark& mark);
     EMarkPlace FindMark(SVec3& at, bool& bSmooth) const;
     void DrawGuides() const;
@@ -50,4 +57,5 @@ private:
     std::vector<CViewWidget*> m_Views; // the splitter's
     ViewId m_Active = NO_VIEW;
     ViewId m_Next = 1; // names are not given twice
+    bool m_bLookAgain = false;
 };

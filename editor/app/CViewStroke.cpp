@@ -1,5 +1,6 @@
 #include "editor/app/CViewStroke.h"
 
+#include "editor/app/PathTools.h"
 #include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
@@ -14,8 +15,7 @@
 namespace
 {
 
-constexpr char RAMP[] = "RampFunction"; // leads from the press to the release
-constexpr float LINE_SHARE = 0.25F;     // of the brush, until a straight line knows where it leads
+constexpr float LINE_SHARE = 0.25F; // of the brush, until a straight line knows where it leads
 
 } // namespace
 
@@ -72,7 +72,7 @@ void CViewStroke::Begin(float fX, float fY, uint32_t uFlags, bool bSmooth)
     m_bSculpts = m_bPath && bTerraforming;
     m_Spacing.Choose(fSpacing, fExtent, m_bSculpts);
     m_Forms.Begin(fX, fY, m_bPath);
-    m_bHasEnd = m_bPath || (bTerraforming && m_Tools->GetFunctionName() == RAMP);
+    m_bHasEnd = m_bPath || IsRamp(m_Tools);
 }
 
 // bBuilds: it may build up. bPathOfEnds: it is several drags, from knot to knot.
@@ -150,12 +150,14 @@ void CViewStroke::DrawJoint(const SVec3& from, float fX, float fY)
     {
         return;
     }
+    m_Hand.bElsewhere = true;
     m_Forms.SetWay(from, to);
     SendGround(from);
     const float fSpacing = m_Spacing.Get();
     m_Line.Start(from, from, fSpacing, fSpacing);
     m_Line.Follow(to, [this](const SVec3& point) { SendGround(point); });
     m_Line.Stop();
+    m_Hand.bElsewhere = false;
     // The line ends at a whole spacing, and the cursor may be a little further.
     SendGround(to);
     m_Sampler.Continue(fX, fY, to);

@@ -103,6 +103,7 @@ void CViewWidget::paintGL()
     QElapsedTimer clock;
     clock.start();
     Fly();
+    m_Parts.seeCursor();
     m_Parts.host.RenderFrame();
     m_Parts.drawGuides();
     SRenderSettings settings = m_Parts.settings.render;
@@ -146,7 +147,14 @@ void CViewWidget::resizeEvent(QResizeEvent* pEvent)
     const double fScale = devicePixelRatioF();
     m_Navigator.SetSize(static_cast<int>(std::lround(width() * fScale)),
                         static_cast<int>(std::lround(height() * fScale)));
+    m_Parts.lookAgain();
     QOpenGLWidget::resizeEvent(pEvent); // draws already, and that may be the only frame
+}
+
+void CViewWidget::moveEvent(QMoveEvent* pEvent)
+{
+    QOpenGLWidget::moveEvent(pEvent);
+    m_Parts.lookAgain();
 }
 
 bool CViewWidget::event(QEvent* pEvent)
@@ -170,10 +178,7 @@ bool CViewWidget::event(QEvent* pEvent)
         }
         break;
     case QEvent::Leave:
-        if (!m_pHand->IsHeld())
-        {
-            m_Input.Leave();
-        }
+        LoseCursor();
         Update();
         break;
     case QEvent::ShortcutOverride:
@@ -345,6 +350,14 @@ void CViewWidget::TakeKeyboard()
         QGuiApplication::mouseButtons() == Qt::NoButton)
     {
         setFocus(Qt::MouseFocusReason);
+    }
+}
+
+void CViewWidget::LoseCursor()
+{
+    if (!m_pHand->IsHeld())
+    {
+        m_Input.Leave();
     }
 }
 

@@ -51,6 +51,8 @@ struct SViewParts
         nullptr; // the area makes them: the contexts of a window share
     std::function<void(SGroundMark& mark)> fillMark = nullptr; // the area's, too
     std::function<void()> drawGuides = nullptr;                // the area's: lines of this frame
+    std::function<void()> seeCursor = nullptr; // the area's, before a frame: see LookAgain
+    std::function<void()> lookAgain = nullptr; // the area's
 };
 
 // One view of the terrain: draws it, and gives its mouse and keys to the input. A frame is drawn at
@@ -91,8 +93,9 @@ public:
 
     void SetWireFrame(bool bOn);
     void FrameAll();
-    void SeeCursor(); // tells the plug-in where the cursor is now
-    void FrameSpot(); // under the cursor; without one, everything
+    void SeeCursor();  // tells the plug-in where the cursor is now
+    void LoseCursor(); // and that it is not in this view
+    void FrameSpot();  // under the cursor; without one, everything
 
     void RequestFrame() { update(); }
 
@@ -103,6 +106,7 @@ protected:
     void initializeGL() override;
     void paintGL() override;
     void resizeEvent(QResizeEvent* pEvent) override;
+    void moveEvent(QMoveEvent* pEvent) override;
     bool event(QEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;

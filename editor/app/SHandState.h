@@ -35,6 +35,8 @@ struct SHandState
 
     bool bScript = false; // a script is played, and the cursor is its own
 
+    bool bElsewhere = false; // what a stroke sends now is not under the cursor: images, a path
+
     SPlayedKeys played; // in place of those that are held
 
     std::vector<SStrokeEnd> ends; // of strokes on this level

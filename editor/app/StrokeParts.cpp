@@ -55,6 +55,7 @@ void CViewStroke::BuildUp()
 bool CViewStroke::DrawPath(std::vector<SVec3> knots)
 {
     Begin(m_HereX, m_HereY, 0, false);
+    m_Hand.bElsewhere = true;
     for (SVec3& knot : knots)
     {
         DropToGround(knot); // it may have changed since the click
@@ -66,6 +67,7 @@ bool CViewStroke::DrawPath(std::vector<SVec3> knots)
         m_bPath ? DrawPoints(knots) : DrawEnds(knots);
     }
     Finish();
+    m_Hand.bElsewhere = false;
     return bCan;
 }
 

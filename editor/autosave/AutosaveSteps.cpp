@@ -26,6 +26,29 @@ bool IsStep(EHostEvent eKind) // of undo or redo
            eKind == EHostEvent::PaintUndo || eKind == EHostEvent::PaintRedo;
 }
 
+SHistoryState GetState(CEditorHost& host, IPluginPainting* pPainting)
+{
+    return {host.GetUndoStack().GetStateId(),
+            pPainting != nullptr ? pPainting->GetBitmapRevision() : 0};
+}
+
+// bHidden: what was painted is not in the views.
+void TellRecovered(const SRecoverable& entry, size_t nSteps, bool bHidden)
+{
+    const size_t nAll = CountHistorySteps(entry, entry.steps.size());
+    std::string strBack =
+        std::to_string(nSteps) + " of " + std::to_string(nAll) + " steps were given back";
+    if (entry.text.IsCopy())
+    {
+        strBack = entry.steps.empty() ? "the copy was given back" : "the copy and " + strBack;
+    }
+    if (bHidden)
+    {
+        strBack += "; what was painted shows when Edit is switched on";
+    }
+    LogR("[CAutosave::Recover] %s\n", strBack.c_str());
+}
+
 } // namespace
 
 void CAutosave::OnBeforeEvent(const SHostEvent& event)
@@ -54,6 +77,7 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
         StartCopy(); // before the step changes anything
     }
     m_Writer.OnBeforeEvent(event);
+    m_Before = bStep || bBegins ? GetState(m_Host, m_Painting) : m_Before;
 }
 
 void CAutosave::OnEvent(const SHostEvent& event)
@@ -91,7 +115,7 @@ void CAutosave::KeepDifference()
     if (bChanged && IsKeeping() && !m_bNeedsCopy && !m_Writer.IsInStep())
     {
         m_bNeedsCopy = !m_Writer.WriteDifference(m_KnownRevision);
-        EndStep();
+        KeepStep(false);
     }
 }
 
@@ -102,6 +126,11 @@ bool CAutosave::Append(const std::string& strText)
 }
 
 void CAutosave::EndStep()
+{
+    KeepStep(m_Before == GetState(m_Host, m_Painting));
+}
+
+void CAutosave::KeepStep(bool bIdle)
 {
     const std::string strStep = std::exchange(m_Step, {});
     if (strStep.empty() || m_bNeedsCopy) // a step behind one that is missing helps nobody
@@ -124,7 +153,7 @@ void CAutosave::EndStep()
                         MakeJournalHead(m_Declarations, strOpen, m_bContinues));
         m_bJournal = true;
     }
-    m_Journal.Append(strStep);
+    m_Journal.Append(bIdle ? strStep + MakeIdleNote() : strStep);
 }
 
 bool CAutosave::KeepTerrain()
@@ -188,6 +217,7 @@ bool CAutosave::Recover(const SRecoverable& entry,
         pTerrain->GetProtection() = text.protection;
     }
     const bool bPlayed = bOpen && PlaySteps(entry, m_Declarations, play, nSteps, strFault);
+    nSteps = CountHistorySteps(entry, nSteps);
     // A step that failed may have left the button pressed.
     m_Host.GetInput().EndDrag();
     m_bOff = bWasOff;
@@ -205,24 +235,10 @@ bool CAutosave::Recover(const SRecoverable& entry,
     {
         CrashLog("[CAutosave::Recover] %s\n", strFault.c_str());
     }
-    TellRecovered(entry, nSteps);
+    const bool bHidden = GetUnsavedBitmap() != 0 && !(m_Tools != nullptr && m_Tools->IsPainting());
+    TellRecovered(entry, nSteps, bHidden);
     TakeOver(entry, bPlayed);
     return true;
-}
-
-void CAutosave::TellRecovered(const SRecoverable& entry, size_t nSteps) const
-{
-    std::string strBack = std::to_string(nSteps) + " of " + std::to_string(entry.steps.size()) +
-                          " steps were given back";
-    if (entry.text.IsCopy())
-    {
-        strBack = entry.steps.empty() ? "the copy was given back" : "the copy and " + strBack;
-    }
-    if (GetUnsavedBitmap() != 0 && !(m_Tools != nullptr && m_Tools->IsPainting()))
-    {
-        strBack += "; what was painted shows when Edit is switched on";
-    }
-    LogR("[CAutosave::Recover] %s\n", strBack.c_str());
 }
 
 void CAutosave::TakeOver(const SRecoverable& entry, bool bWhole)

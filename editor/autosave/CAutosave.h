@@ -17,6 +17,15 @@ class IPlugin;
 class IPluginPainting;
 class IPluginTools;
 
+// Where the history of the heights and that of the bitmap are.
+struct SHistoryState
+{
+    uint64_t uHeights = 0;
+    uint64_t uBitmap = 0;
+
+    bool operator==(const SHistoryState& other) const = default;
+};
+
 // Keeps what is not saved of a level, so that a crash costs the step under the hand and no more.
 // Every finished step is appended to a journal in ".tellur-autosave" beside the level, or in the
 // user's state folder where that is not possible or the level has no file. A journal stands on a
@@ -63,9 +72,9 @@ public:
 
     // Opens what a run has left as a modified level under its own name; no file of the level
     // changes. What was kept is this run's from here on, and stays until the level is saved or its
-    // changes are given up. nSteps: how many were given back. False after one logged line, and the
-    // level before stays; with steps that fail the level is as far as they went, the files stay
-    // for another try, and strFault says why.
+    // changes are given up. nSteps: how many were given back, as CountHistorySteps. False after one
+    // logged line, and the level before stays; with steps that fail the level is as far as they
+    // went, the files stay for another try, and strFault says why.
     bool Recover(const SRecoverable& entry,
                  const FPlayStep& play,
                  size_t& nSteps,
@@ -81,7 +90,9 @@ public:
 private:
     // IScriptSink
     bool Append(const std::string& strText) override;
+
     void EndStep() override;
+
     bool KeepTerrain() override;
     bool KeepBitmap(bool bKnown) override;
 
@@ -91,6 +102,7 @@ private:
     uint64_t GetUnsavedBitmap() const; // its revision; 0 when there are no unsaved strokes
     void Follow();
     void KeepDifference();
+    void KeepStep(bool bIdle);
     void StartAnew();
     void TakeOwnBase();
     void BeginJournal(bool bContinues);
@@ -100,7 +112,6 @@ private:
     bool StartCopy();
     bool Poll();
     bool Finish(ECopyState eState, int iFault);
-    void TellRecovered(const SRecoverable& entry, size_t nSteps) const;
     void TakeOver(const SRecoverable& entry, bool bWhole);
     void RemoveFiles();
 
@@ -131,6 +142,7 @@ private:
     bool m_bLeft = false;            // Leave has left something
     uint32_t m_Number = 0;           // of the journal; not given twice in a process
     std::string m_Step;              // the calls since the last one
+    SHistoryState m_Before;          // when the event came that may begin a step
     uint64_t m_KnownRevision = 0;    // of the heights after the last thing that the steps know
     uint64_t m_CopiedRevision = 0;   // of the heights in the last copy
     uint64_t m_CopiedBitmap = 0;     // as GetUnsavedBitmap

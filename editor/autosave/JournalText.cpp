@@ -16,6 +16,7 @@ constexpr char STEP[] = "// step ";
 constexpr char CONTINUES[] = "// continues\n";
 constexpr char BEGINS[] = "// begins\n";
 constexpr char BITMAP[] = "// bitmap ";
+constexpr char IDLE[] = "// idle\n";
 constexpr size_t PIECE = size_t{1} << 20U;
 
 uint32_t GetChecksum(std::string_view strText)
@@ -108,6 +109,24 @@ bool ReadBitmapNote(const std::string& strText, std::string& strFile, std::strin
     strStamp = strText.substr(iStamp, iBar - iStamp);
     strFile = strText.substr(iBar + 1, iEnd - iBar - 1);
     return true;
+}
+
+std::string MakeIdleNote()
+{
+    return IDLE;
+}
+
+void FollowHistory(const std::string& strStep, size_t& nDone)
+{
+    const bool bBack = strStep.ends_with("undo()\n"); // of the ground, or of what is painted
+    if (bBack)
+    {
+        nDone -= nDone > 0 ? 1 : 0;
+    }
+    else if (!strStep.ends_with(IDLE))
+    {
+        ++nDone;
+    }
 }
 
 bool ReadJournal(const std::string& strFile, SJournal& journal)

@@ -22,6 +22,11 @@ std::string MakeBitmapNote(const std::string& strFile, const std::string& strSta
 // Finds such a line in the text of a step. False when the text has none.
 bool ReadBitmapNote(const std::string& strText, std::string& strFile, std::string& strStamp);
 
+// A line that ends a step after which the history is as it was before.
+std::string MakeIdleNote();
+// Follows how many steps are done in the history of whoever plays this one.
+void FollowHistory(const std::string& strStep, size_t& nDone);
+
 struct SJournal
 {
     bool bContinues = false;

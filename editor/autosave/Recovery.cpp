@@ -248,6 +248,16 @@ std::vector<SRecoverable> FindRecoverable(const std::vector<std::string>& levels
     return found;
 }
 
+size_t CountHistorySteps(const SRecoverable& entry, size_t nFirst)
+{
+    size_t nDone = 0;
+    for (size_t i = 0; i < std::min(nFirst, entry.steps.size()); ++i)
+    {
+        FollowHistory(entry.steps[i], nDone);
+    }
+    return nDone;
+}
+
 bool PlaySteps(const SRecoverable& entry,
                const std::string& strDeclarations,
                const FPlayStep& play,

@@ -27,6 +27,10 @@ struct SRecoverable
 // first. What running programs keep is none of it, damaged files neither.
 std::vector<SRecoverable> FindRecoverable(const std::vector<std::string>& levels);
 
+// How many steps of a history the first ones of an entry come to: what a person has taken back, or
+// what has changed nothing, is none.
+size_t CountHistorySteps(const SRecoverable& entry, size_t nFirst);
+
 // Plays the calls of one step into the plug-in. False with one line in strFault.
 using FPlayStep = std::function<bool(CTCPARSE_KEYWORD* pFirst, std::string& strFault)>;
 

@@ -83,15 +83,19 @@ bool CHostProtection::Do(const SProtectAct& act)
     {
         Begin();
     }
+    if (!IsOpen())
+    {
+        return false;
+    }
     bool bDone = false;
     const bool bMemory = m_Input.Guard("CHostProtection::Do", [&] { bDone = Apply(act); });
     if (!bMemory || (bAlone && !bDone))
     {
         Cancel();
     }
-    else if (bAlone)
+    else if (bAlone && !Finish())
     {
-        End();
+        return false;
     }
     return bMemory && bDone;
 }
@@ -129,42 +133,53 @@ void CHostProtection::Begin()
 {
     End();
     m_Input.EndDrag();
-    if (CTerrain* pTerrain = m_World.GetCTerrain())
+    CTerrain* pTerrain = m_World.GetCTerrain();
+    std::unique_ptr<CProtectionEdit> pEdit;
+    const auto make = [&]
+    {
+        pEdit = std::make_unique<CProtectionEdit>(*pTerrain);
+    };
+    if (pTerrain != nullptr && m_Input.Guard("CHostProtection::Begin", make))
     {
         m_Observers.TellBefore({.eKind = EHostEvent::Protected});
-        m_Edit = std::make_unique<CProtectionEdit>(*pTerrain);
+        m_Edit = std::move(pEdit);
         m_Acts.clear();
     }
 }
 
-void CHostProtection::End()
+bool CHostProtection::Finish()
 {
-    if (IsOpen() && !m_Input.Guard("CHostProtection::End", [this] { AddStep(); }))
+    bool bWhole = !IsOpen();
+    if (IsOpen() && !m_Input.Guard("CHostProtection::End", [&] { bWhole = AddStep(); }))
     {
         Cancel();
     }
+    return bWhole;
 }
 
-void CHostProtection::AddStep()
+// All memory is asked for while the edit can still take everything back.
+bool CHostProtection::AddStep()
 {
     const uint64_t uBefore = m_Edit->GetIdBefore();
     CVertexProtection& protection = m_World.GetCTerrain()->GetProtection();
+    auto pStep = std::make_unique<CProtectionStep>(m_World, m_Input, uBefore, protection.GetId());
+    std::string strText = m_Acts.empty() ? "" : GetStepText(m_Acts.front());
     std::vector<SProtectedSquare> squares = m_Edit->Take();
-    const bool bChanged = !squares.empty();
-    auto pStep = std::make_unique<CProtectionStep>(
-        m_World, m_Input, std::move(squares), uBefore, protection.GetId());
     m_Edit.reset();
+    const bool bChanged = !squares.empty();
     bool bAdded = false;
     if (bChanged)
     {
+        pStep->SetSquares(std::move(squares));
         const size_t nBytes = pStep->GetMemory();
-        bAdded = m_History.AddStep(pStep.release(), GetStepText(m_Acts.front()), nBytes);
+        bAdded = m_History.AddStep(pStep.release(), std::move(strText), nBytes);
     }
     else
     {
         protection.SetId(uBefore); // squares that are as they were may have come and gone
     }
     m_Observers.Tell({.eKind = EHostEvent::Protected, .pProtected = bAdded ? &m_Acts : nullptr});
+    return bAdded || !bChanged;
 }
 
 void CHostProtection::Cancel()

@@ -35,7 +35,8 @@ public:
 
     // What is done between these two becomes one step. A second Begin ends the first one.
     void Begin();
-    void End();
+
+    void End() { Finish(); }
 
     // Ends what was begun and takes it back.
     void Cancel();
@@ -50,7 +51,8 @@ private:
     void OnBeforeEvent(const SHostEvent& event) override;
 
     bool Apply(const SProtectAct& act);
-    void AddStep();
+    bool Finish();  // false when there was no memory for the step, which is taken back then
+    bool AddStep(); // as this
 
     CWorld& m_World;
     CHostInput& m_Input;

@@ -5,16 +5,12 @@
 #include "engine/world/CWorld.h"
 #include "host/Log.h"
 
-#include <utility>
-
 CProtectionStep::CProtectionStep(CWorld& world,
                                  const CHostInput& input,
-                                 std::vector<SProtectedSquare>&& squares,
                                  uint64_t uBefore,
                                  uint64_t uAfter)
     : m_World(world)
     , m_Input(input)
-    , m_Squares(std::move(squares))
     , m_Before(uBefore)
     , m_After(uAfter)
 {

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 class CHostInput;
@@ -17,11 +18,10 @@ class CProtectionStep final : public CUndo, public IPreparedStep
 {
 public:
     // Borrowed, outlive the record's last step. uBefore, uAfter: ids of the protection.
-    CProtectionStep(CWorld& world,
-                    const CHostInput& input,
-                    std::vector<SProtectedSquare>&& squares,
-                    uint64_t uBefore,
-                    uint64_t uAfter);
+    CProtectionStep(CWorld& world, const CHostInput& input, uint64_t uBefore, uint64_t uAfter);
+
+    // What has changed; to be called before the first step. Needs no memory.
+    void SetSquares(std::vector<SProtectedSquare>&& squares) { m_Squares = std::move(squares); }
 
     // False while a stroke runs, whose ground may not become another kind meanwhile.
     bool Prepare() override;

@@ -123,7 +123,7 @@ void CVertexProtection::SetSquare(uint32_t uSquareX, uint32_t uSquareZ, SquareRe
     place = std::move(square);
     if (IsEmpty())
     {
-        m_Squares = {};
+        m_Squares.clear(); // its memory stays: what is taken back must find it
     }
     m_Id = IsEmpty() ? 0 : MakeId();
 }

@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -19,6 +20,15 @@ namespace
 class CQuestions : public CDocuments
 {
 protected:
+    // What changes nothing, or is taken back, is no step that is kept.
+    void DoNothingThatStays()
+    {
+        Drag(GetView(), {0.002, 0.002}, {0.004, 0.004}, 2);
+        GetHost().GetInput().SendAction(GetView().GetViewId(), 1, 1); // a larger brush
+        Drag(GetView(), {0.3, 0.5}, {0.6, 0.5}, 4);
+        Key("ctrl+z");
+    }
+
     // "Recover" is the answer to every question from here on, as long as the timer lives.
     static void AlwaysRecover(QTimer& timer)
     {
@@ -236,6 +246,8 @@ TEST_F(CQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
     ASSERT_NO_FATAL_FAILURE(Sculpt());
     Drag(GetView(), {0.5, 0.4}, {0.5, 0.6}, 4);
     const std::vector<float> sculpted = GetHeights();
+    DoNothingThatStays();
+    ASSERT_TRUE(GetHeights() == sculpted);
     const auto read = [&]
     {
         return ReadFolder(strCopies);
@@ -263,6 +275,8 @@ TEST_F(CQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
     EXPECT_FALSE(m_Window->isWindowModified());
     EXPECT_TRUE(read() == left) << "nothing is lost";
     open("Recover");
+    EXPECT_EQ(m_Window->findChild<QLabel*>("status-words")->text(),
+              "2 of 2 steps were given back.");
     EXPECT_TRUE(GetHeights() == sculpted);
     EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 2U);
     // What another run has left waits: it would take the place of this.

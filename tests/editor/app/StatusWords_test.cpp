@@ -1,6 +1,7 @@
 // What the status bar says of what would otherwise be silent, by the mouse of an X server.
 
 #include "editor/app/CStatusLine.h"
+#include "editor/core/SProtectAct.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/IPluginBrushes.h"
@@ -274,10 +275,72 @@ TEST_F(CStatusWordsTest, SaysEachReasonOnceInAStrokeAndAgainInTheNext)
         EXPECT_EQ(m_Words->Take(), "-");
     }
     go(100.0F);
-    EXPECT_EQ(m_Words->Take(), "Nothing changed: this stroke has done the most it can here");
+    const std::string strMost = "Nothing changes here: this stroke has done the most it can";
+    EXPECT_EQ(m_Words->Take(), strMost);
     go(240.0F);
     Do({"mouseup", "1"});
     EXPECT_FALSE(m_Words->IsShown()) << "something did";
+    Key("ctrl+z");
+    go(80.0F); // there and back
+    Do({"mousedown", "1"});
+    for (const float fX : {100.0F, 180.0F, 100.0F})
+    {
+        go(fX);
+    }
+    EXPECT_EQ(m_Words->Take(), strMost);
+    Do({"mouseup", "1"});
+    EXPECT_FALSE(m_Words->IsShown());
+}
+
+TEST_F(CStatusWordsTest, JudgesAPathAndAStrokeWithItsImagesAsAWhole)
+{
+    ASSERT_NO_FATAL_FAILURE(StartListening());
+    const auto draw = [this](const std::vector<SVec3>& knots)
+    {
+        Key("k");
+        for (const SVec3& knot : knots)
+        {
+            MoveTo(GetView(1), FindSpot(knot));
+            Do({"click", "1"});
+        }
+        Key("Return");
+        return m_Words->Take();
+    };
+    const std::vector<SVec3> closed = {{60.0F, 20.0F, 80.0F},
+                                       {140.0F, 20.0F, 80.0F},
+                                       {140.0F, 20.0F, 200.0F},
+                                       {60.0F, 20.0F, 80.0F}};
+    const std::string strSame = "Nothing changed: the ground is already as the tool would make it";
+    Key("F7");
+    // With a fade each image is a drag of its own.
+    for (const char* pszMore : {"", "fade_factor( 9000.0 )"})
+    {
+        const std::string strMore = pszMore;
+        const std::vector<float> before = GetHeights();
+        ASSERT_NO_FATAL_FAILURE(TakeBrush("SetHeightFunction", "m_Height", "20", strMore, "disc"));
+        EXPECT_EQ(draw(closed), strSame) << strMore;
+        EXPECT_EQ(GetHeights(), before);
+        ASSERT_NO_FATAL_FAILURE(TakeBrush("SetHeightFunction", "m_Height", "60", strMore, "disc"));
+        EXPECT_EQ(draw(closed), "-") << strMore;
+        EXPECT_NE(GetHeights(), before);
+        Key("ctrl+z");
+    }
+    // From side to side: each point lies where an image has been.
+    ASSERT_NO_FATAL_FAILURE(TakeBrush("SetHeightFunction", "m_Height", "60", "", "disc"));
+    EXPECT_EQ(draw({{60.0F, 20.0F, 80.0F}, {260.0F, 20.0F, 80.0F}}), "-");
+    Key("F7");
+    // The first piece of a ramp is flat, the second leads up.
+    ASSERT_NO_FATAL_FAILURE(TakeBrush("RampFunction", "m_SideInterpolation", "1"));
+    EXPECT_EQ(draw({{60.0F, 20.0F, 200.0F}, {160.0F, 20.0F, 200.0F}, {160.0F, 60.0F, 80.0F}}), "-");
+    EXPECT_EQ(draw({{60.0F, 20.0F, 300.0F}, {160.0F, 20.0F, 300.0F}}), strSame);
+
+    // An image changes what the hand must leave.
+    const SProtectAct left = {EProtect::Disc, 80.0F, 240.0F, 60.0F};
+    ASSERT_TRUE(GetHost().GetProtection().Do(left));
+    ASSERT_NO_FATAL_FAILURE(TakeBrush());
+    Key("F7");
+    Drag(GetView(1), FindSpot({75.0F, 20.0F, 240.0F}), FindSpot({85.0F, 20.0F, 240.0F}));
+    EXPECT_EQ(m_Words->Take(), "Nothing changes here: the ground is protected");
 }
 
 TEST_F(CStatusWordsTest, SaysWhatWasSavedHowLargeItIsAndHowLongItTook)

@@ -1,11 +1,13 @@
 // Strokes that are more than one drag: their images, what builds up while the button is held, and
 // paths of clicked points. Each is one step of the history and of a recording.
 
+#include "editor/app/CCursorNote.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/IPluginTools.h"
 #include "tests/editor/app/EditorFixture.h"
 
+#include <QAction>
 #include <QLabel>
 
 #include <algorithm>
@@ -299,6 +301,37 @@ TEST_F(CStrokeImages, APathOfClickedPointsIsOneStroke)
     EXPECT_FLOAT_EQ(GetHeight(130.0F, 100.0F), 60.0F) << "the way back";
     EXPECT_FLOAT_EQ(GetHeight(80.0F, 120.0F), 20.0F);
     ExpectReplay(1);
+}
+
+TEST_F(CStrokeImages, AToolThatDrawsAlongNoPathRefusesOneAndEndsOneThatHasBegun)
+{
+    ASSERT_NO_FATAL_FAILURE(StartOblong());
+    const auto getWords = [this]
+    {
+        return m_Window->findChild<QLabel*>("status-words")->text().toStdString();
+    };
+    const std::string strWhy = "Point height works where it is pressed and draws along no path";
+    GoTo(60.0F, 60.0F);
+    Key("k");
+    EXPECT_EQ(GetView(1).GetNote().text(), "no tool");
+    TakeBrush("PointHeightFunction", "none", "0");
+    Key("k");
+    EXPECT_EQ(GetView(1).GetNote().text().toStdString(), strWhy);
+    EXPECT_EQ(GetWords(), "");
+    EXPECT_FALSE(m_Window->findChild<QAction*>("path.set")->isChecked());
+    TakeBrush();
+    Key("k");
+    ClickAt(60.0F, 60.0F);
+    ClickAt(200.0F, 60.0F);
+    EXPECT_EQ(GetWords(), "path of 2");
+    TakeBrush("PointHeightFunction", "none", "0");
+    m_Window->ShowState();
+    Settle();
+    EXPECT_EQ(GetWords(), "");
+    EXPECT_EQ(getWords(), "The path is dropped: " + strWhy);
+    TakeBrush();
+    Key("Return");
+    EXPECT_TRUE(GetHeights() == m_Flat);
 }
 
 TEST_F(CStrokeImages, ARampLeadsFromPointToPointAtTheHeightsOfBefore)

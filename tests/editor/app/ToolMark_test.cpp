@@ -6,7 +6,9 @@
 #include <QDir>
 #include <QPainter>
 #include <QSlider>
+#include <QStatusBar>
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -212,4 +214,44 @@ TEST_F(CToolMark, OfARampIsTheGroundThatItChanges)
     }
     EXPECT_GT(nChanged, 60);
     EXPECT_LE(nWrong, nChanged / 20) << "of " << nChanged; // where the tool's own lines are
+}
+
+// What brings no move of the mouse: another level, and views of another size.
+TEST_F(CToolMark, StandsUnderTheCursorOrNowhere)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(TakeBrush("RampFunction", "m_SideInterpolation", "0.5"));
+    CViewWidget& view = GetView(1);
+    const auto countLines = [&] // of the ramp, which are white
+    {
+        Settle();
+        const QImage picture = view.grabFramebuffer().convertToFormat(QImage::Format_RGB32);
+        int nWhite = 0;
+        for (int y = 0; y < picture.height(); ++y)
+        {
+            const auto* pRow = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+            nWhite +=
+                static_cast<int>(std::count(pRow, pRow + picture.width(), qRgb(0xFF, 0xFF, 0xFF)));
+        }
+        return nWhite;
+    };
+    MoveTo(view, {0.5, 0.5});
+    EXPECT_GT(countLines(), 100);
+    MoveTo(*m_Window->statusBar(), {0.5, 0.5});
+    EXPECT_EQ(countLines(), 0);
+    ASSERT_TRUE(GetHost().NewLevel(32, {320.0F, 100.0F, 320.0F}));
+    EXPECT_EQ(countLines(), 0) << "another level";
+
+    MoveTo(view, {0.3, 0.5});
+    m_Window->resize(m_Window->width() - 160, m_Window->height() - 80);
+    Settle();
+    SVec3 at;
+    ASSERT_TRUE(view.GetInput().FindMark(at));
+    float fX = 0.0F;
+    float fY = 0.0F;
+    ASSERT_TRUE(view.GetNavigator().GetProjection(GetTerrain()).Project(at, fX, fY));
+    const QPointF cursor = QPointF(view.mapFromGlobal(QCursor::pos())) * view.devicePixelRatioF();
+    EXPECT_NEAR(static_cast<double>(fX), cursor.x(), 2.0);
+    EXPECT_NEAR(static_cast<double>(fY), cursor.y(), 2.0);
+    EXPECT_GT(countLines(), 100) << "so do the tool's own lines";
 }

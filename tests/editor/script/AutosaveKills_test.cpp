@@ -131,7 +131,7 @@ protected:
         EXPECT_EQ(entries[0].strFault, "");
         size_t nSteps = 0;
         ASSERT_TRUE(Recover(entries[0], nSteps));
-        EXPECT_EQ(nSteps, entries[0].steps.size());
+        EXPECT_EQ(nSteps, CountHistorySteps(entries[0], entries[0].steps.size()));
         EXPECT_TRUE(sums[nAt] == GetSum() || uNext == GetSum())
             << nDone << " steps were done, " << nSteps << " are back on copy "
             << entries[0].text.uNumber << ", as after step "

@@ -7,8 +7,10 @@
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/CPluginLoader.h"
 #include "editor/core/LevelExchange.h"
+#include "editor/core/SProtectAct.h"
 #include "editor/script/CRecorder.h"
 #include "editor/script/CScriptCursor.h"
+#include "editor/script/ProtectionText.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/BrushBlock.h"
@@ -204,6 +206,47 @@ TEST_F(COutOfMemory, AStepOfSeveralDragsCanAlwaysBeTakenBack)
                  m_Host.Undo();
                  ASSERT_EQ(GetHeights(), before);
              });
+}
+
+// With another id for all else, or an undo would meet a protection that its stroke has not seen.
+TEST_F(COutOfMemory, AStepOfTheProtectionIsWholeOrNotThere)
+{
+    CHostProtection& protection = m_Host.GetProtection();
+    const auto getSquares = [this]
+    {
+        return GetSquareCalls({}, GetTerrain()->GetProtection(), "s");
+    };
+    const std::pair<SProtectAct, SProtectAct> cases[] = {
+        {{EProtect::Disc, 90.0F, 90.0F, 60.0F}, {EProtect::Disc, 200.0F, 90.0F, 60.0F}},
+        {{EProtect::Disc, 90.0F, 90.0F, 60.0F}, {EProtect::Clear}},
+        {{EProtect::Clear}, {EProtect::Invert}}};
+    for (const auto& [first, second] : cases)
+    {
+        std::string strBefore;
+        uint64_t uBefore = 0;
+        size_t nSteps = 0;
+        bool bDone = false;
+        FailEach(
+            [&]
+            {
+                Prepare("BlurFunction");
+                protection.Do(first);
+                strBefore = getSquares();
+                uBefore = GetTerrain()->GetProtection().GetId();
+                nSteps = GetSteps();
+            },
+            [&] { bDone = protection.Do(second); },
+            [&]
+            {
+                ASSERT_FALSE(protection.IsOpen());
+                ASSERT_EQ(getSquares() != strBefore, bDone);
+                ASSERT_EQ(GetTerrain()->GetProtection().GetId() != uBefore, bDone);
+                ASSERT_EQ(GetSteps(), nSteps + (bDone ? 1U : 0U));
+                ASSERT_EQ(m_Lines.size(), bDone ? 0U : 1U);
+                m_Host.GoToStep(nSteps);
+                ASSERT_EQ(getSquares(), strBefore);
+            });
+    }
 }
 
 TEST_F(COutOfMemory, ARecordingThatMissesSomethingEndsAndTheStrokeGoesOn)
