@@ -6,6 +6,7 @@
 #include "editor/app/PluginMenus.h"
 #include "framework/core/CMenu.h"
 #include "framework/core/CToolBar.h"
+#include "host/ActionIds.h"
 
 #include <QMainWindow>
 #include <QMenu>
@@ -105,6 +106,11 @@ void CPluginCommands::Run(uint32_t uCommand)
 
 void CPluginCommands::SendAction(int32_t iAction)
 {
+    const bool bSize = iAction == ACTION_BRUSH_LARGER || iAction == ACTION_BRUSH_SMALLER;
+    if (bSize && m_Views.NeedsBrush())
+    {
+        return; // the images get the brush that the hand has
+    }
     CEditorHost& host = m_Editor.GetHost();
     const ViewId view = m_Views.GetActiveId();
     // Asked before the action, which may leave the mode.

@@ -71,6 +71,13 @@ void CStrokeSender::Await(float fX, float fY, const SVec3* pGround)
     m_SentY = fY;
     m_pGround = pGround;
     m_Told = {};
+    TakeKeys();
+}
+
+// Not after the event, which may take long enough for a key to be let go meanwhile.
+void CStrokeSender::TakeKeys()
+{
+    m_ToldKeys = {true, IsKeyDown(EKey::Control), IsKeyDown(EKey::Alt)};
 }
 
 void CStrokeSender::Press(float fX, float fY, uint32_t uFlags, const SVec3* pGround)
@@ -209,6 +216,7 @@ void CStrokeSender::NoteHit(const SVec3* pHit)
 {
     const CTerrain* pTerrain = GetTerrain();
     m_Told = {};
+    TakeKeys(); // those of the event, for as long as it lasts
     if (!HasOwnDrags() || pTerrain == nullptr || pHit == nullptr)
     {
         return;
@@ -231,14 +239,8 @@ void CStrokeSender::Note(EEvent eEvent, const SStrokePoint& point)
     {
         return;
     }
-    // The keys are those that the plug-in has just seen: no event of the window came since.
-    m_Sent.push_back({eEvent,
-                      {point.iStepX, point.iStepY},
-                      point.iWheel,
-                      m_Form,
-                      m_ToldAbove,
-                      IsKeyDown(EKey::Control),
-                      IsKeyDown(EKey::Alt)});
+    m_Sent.push_back(
+        {eEvent, {point.iStepX, point.iStepY}, point.iWheel, m_Form, m_ToldAbove, m_ToldKeys});
     m_Places.insert(
         m_Places.end(), m_Told.begin(), m_Told.begin() + static_cast<std::ptrdiff_t>(m_nPlaces));
 }
@@ -338,7 +340,7 @@ void CStrokeSender::Play(const SSent& sent, size_t iImage, const SPlace& place)
     CHostInput& input = m_Host.GetInput();
     const int32_t iX = GetPixel(m_SentX);
     const int32_t iY = GetPixel(m_SentY);
-    m_Hand.played = {true, sent.bRaise, sent.bLower};
+    m_Hand.played = sent.keys;
     SVec3 ground = place.at;
     if (place.bThere && m_eImages == EStrokeImages::Drags)
     {

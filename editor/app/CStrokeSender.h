@@ -43,6 +43,10 @@ public:
     // fX, fY: device pixels of the view. pGround: what the plug-in is told when it asks for the
     // ground there; null: whatever the view aims at.
     void Press(float fX, float fY, uint32_t uFlags, const SVec3* pGround);
+
+    // The press did its work on that ground, as a move would: its images do it, too.
+    void SendPressImages(const SVec3& ground) { SendImages(ground, GetAbove(ground), m_Flags); }
+
     void Move(const SStrokePoint& point, uint32_t uFlags);
     void MoveTo(const SVec3& ground, uint32_t uFlags); // where no cursor points at
     void Release(float fX, float fY, uint32_t uFlags, const SVec3* pGround = nullptr);
@@ -101,8 +105,7 @@ private:
         int32_t iWheel = 0;
         SPointForm form;
         float fAbove = 0.0F; // as GetAbove
-        bool bRaise = false; // keys that were held
-        bool bLower = false;
+        SPlayedKeys keys;    // that were held
     };
 
     using Told = std::array<SPlace, SSymmetry::MOST_IMAGES + 1>;
@@ -113,6 +116,7 @@ private:
     float GetAbove(const SVec3& hit) const { return hit.y - GetHeight(hit); }
 
     void Await(float fX, float fY, const SVec3* pGround);
+    void TakeKeys();
     void Note(EEvent eEvent, const SStrokePoint& point);
     const SPlace& GetPlace(size_t iEvent, size_t iImage) const;
     bool IsDouble(size_t iImage) const;
@@ -135,6 +139,7 @@ private:
     bool m_bNothing = false;          // it points at nothing
     Told m_Told;                      // of the event that is being sent
     float m_ToldAbove = 0.0F;
+    SPlayedKeys m_ToldKeys; // that the plug-in sees
     size_t m_nPlaces = 0;
     std::vector<SSent> m_Sent;
     std::vector<SPlace> m_Places;

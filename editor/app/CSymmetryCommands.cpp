@@ -30,11 +30,8 @@ void CSymmetryCommands::AddTo(QMenu& menu, CCommandList& commands)
                         .pszText = pszText,
                         .key = key,
                         .run = [this, pAcross] { SwitchMirror(pAcross); },
-                        .isChecked =
-                            [this, pAcross]
-                        {
-                            return m_Symmetry.*pAcross;
-                        }};
+                        .isChecked = [this, pAcross] { return m_Symmetry.*pAcross; },
+                        .bOnce = true};
     };
     const auto putInMiddle = [this]
     {
@@ -50,11 +47,8 @@ void CSymmetryCommands::AddTo(QMenu& menu, CCommandList& commands)
              .pszText = "&Turn about the centre",
              .key = Key(Qt::Key_F9),
              .run = [this] { SwitchTurned(); },
-             .isChecked =
-                 [this]
-             {
-                 return m_Symmetry.bTurned;
-             }},
+             .isChecked = [this] { return m_Symmetry.bTurned; },
+             .bOnce = true},
             SCommand::Run(
                 "symmetry.turns", "&Number of turned places...", NO_KEY, [this] { ChooseTurns(); }),
             SCommand::Line(),

@@ -257,6 +257,13 @@ bool CViewArea::IsStroking() const
                        [](CViewWidget* pView) { return pView->GetInput().IsStroking(); });
 }
 
+bool CViewArea::NeedsBrush() const
+{
+    return std::any_of(m_Views.begin(),
+                       m_Views.end(),
+                       [](CViewWidget* pView) { return pView->GetInput().NeedsBrush(); });
+}
+
 bool CViewArea::CancelStroke()
 {
     return std::any_of(m_Views.begin(),

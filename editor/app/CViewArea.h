@@ -37,6 +37,7 @@ public:
     void SetProtecting(bool bOn);
     bool CancelStroke();     // true when there was one
     bool IsStroking() const; // in one of the views
+    bool NeedsBrush() const; // a stroke in one of them, see CViewStroke
     void EndGestures();
 
     // Moves a camera to that side of what its view shows in the middle.

@@ -64,6 +64,8 @@ public:
 
     bool IsStroking() const { return m_eGesture == EGesture::Stroke; }
 
+    bool NeedsBrush() const { return m_Stroke.NeedsBrush(); } // see CViewStroke
+
     bool IsProtecting() const { return m_eGesture == EGesture::Protect; }
 
     // See CProtectBrush.

@@ -109,6 +109,11 @@ void CViewStroke::SendPress(float fX, float fY, const SVec3* pGround)
     {
         m_Host.GetInput().SetDragOwner(this);
     }
+    // What sculpts begins with the first move, what is painted with the press.
+    if (m_bPath && !m_bSculpts && m_bPressHit && m_Host.GetInput().IsDragging())
+    {
+        m_Sender.SendPressImages(m_PressHit);
+    }
 }
 
 void CViewStroke::Press(float fX, float fY, uint32_t uFlags, bool bSmooth)
@@ -152,7 +157,10 @@ void CViewStroke::DrawJoint(const SVec3& from, float fX, float fY)
     }
     m_Hand.bElsewhere = true;
     m_Forms.SetWay(from, to);
-    SendGround(from);
+    if (m_bSculpts) // what is painted adds up, and the press was there
+    {
+        SendGround(from);
+    }
     const float fSpacing = m_Spacing.Get();
     m_Line.Start(from, from, fSpacing, fSpacing);
     m_Line.Follow(to, [this](const SVec3& point) { SendGround(point); });

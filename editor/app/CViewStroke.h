@@ -53,7 +53,8 @@ public:
     // stroke.
     void SetPressure(float fPressure) { m_Forms.SetPressure(fPressure); }
 
-    bool IsOn() const { return m_bOn; }
+    // Whether images of the running stroke are drawn behind it, with the brush as it is then.
+    bool NeedsBrush() const { return m_bOn && m_Sender.HasOwnDrags(); }
 
     // Whether the running stroke does more the longer the button is held.
     bool IsBuilding() const { return m_bOn && m_bBuilds; }

@@ -74,8 +74,20 @@ bool CViewStroke::DrawPath(std::vector<SVec3> knots)
 void CViewStroke::DrawPoints(const std::vector<SVec3>& knots)
 {
     m_Forms.SetWay(knots[0], knots[1]);
-    SendPress(m_HereX, m_HereY, &knots.front());
-    CStrokePath::Walk(knots, m_Spacing.Get(), [this](const SVec3& point) { SendGround(point); });
+    m_PressHit = m_LastGround = knots.front();
+    m_bPressHit = m_bLastGround = true;
+    m_Sender.SetForm(m_Forms.Make(m_HereX, m_HereY, &m_PressHit));
+    SendPress(m_HereX, m_HereY, &m_PressHit);
+    bool bPainted = !m_bSculpts; // the first point, by the press
+    CStrokePath::Walk(knots,
+                      m_Spacing.Get(),
+                      [&](const SVec3& point)
+                      {
+                          if (!std::exchange(bPainted, false))
+                          {
+                              SendGround(point);
+                          }
+                      });
     if (m_Host.GetInput().IsDragging())
     {
         m_Sender.Release(m_HereX, m_HereY, m_Flags, &knots.back());
@@ -88,6 +100,7 @@ void CViewStroke::DrawEnds(const std::vector<SVec3>& knots)
 {
     for (size_t i = 1; i < knots.size() && m_Host.GetHistory().IsStepOpen(); ++i)
     {
+        m_Sender.SetForm(m_Forms.Make(m_HereX, m_HereY, &knots[i - 1]));
         SendPress(m_HereX, m_HereY, &knots[i - 1]);
         if (m_Host.GetInput().IsDragging())
         {

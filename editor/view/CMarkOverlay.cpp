@@ -232,8 +232,9 @@ int CMarkOverlay::SetFootprints(const SGroundMark& mark, const SVec3& at, const 
         const SVec3 z = Turn(image, {0.0F, 0.0F, 1.0F / size.z});
         places[i] = {image.at.x, image.at.y, image.at.z, 0.0F};
         axes[i] = {x.x, x.z, z.x, z.z};
-        AddBox(image.at, 0.5F * std::hypot(size.x, size.z));
+        AddBox(image.at, 0.5F * std::max(size.x, size.z));
     }
+    m_Shader.Set("uMarkReach", 0.5F * size.x, 0.5F * size.z);
     m_Shader.Set("uMarkAt", places, static_cast<int>(nMarks));
     m_Shader.Set("uMarkAxes", axes, static_cast<int>(nMarks));
     return static_cast<int>(nMarks);

@@ -93,7 +93,9 @@ int CTellurBrush::End(ITerrainModification* pModification,
         CrashLog("[CTellurBrush::End] no function interface available\n");
         return 0;
     }
-    return m_Function->End(pModification, this, view, uFlags, point);
+    const int iResult = m_Function->End(pModification, this, view, uFlags, point);
+    LimitTurned();
+    return iResult;
 }
 
 int CTellurBrush::OnMouseMove(ITerrainModification* pModification,
@@ -119,7 +121,7 @@ bool CTellurBrush::Render(ITerrainModification* pModification, const SVec3* pPic
 void CTellurBrush::SetBitmap(CTellurBitmap* pBitmap)
 {
     m_Bitmap.reset(pBitmap);
-    m_Turned.clear();
+    FreeTurned();
     m_BitmapChanged = true;
 }
 
@@ -149,7 +151,7 @@ bool CTellurBrush::LoadBitmap(const char* pszPath)
     {
         m_Bitmap = std::make_unique<CTellurBitmap>();
     }
-    m_Turned.clear();
+    FreeTurned();
     m_BitmapChanged = true;
     return m_Bitmap->Load(pszPath);
 }
@@ -248,6 +250,22 @@ CTellurBitmap* CTellurBrush::GetShapeImage(const SPointForm& form) const
     next.form = turn;
     TurnShape(*pImage, turn, *next.pBitmap->GetImage());
     return next.pBitmap.get();
+}
+
+void CTellurBrush::FreeTurned()
+{
+    m_Turned.clear();
+}
+
+void CTellurBrush::LimitTurned()
+{
+    constexpr size_t MOST_BYTES = size_t{1} << 20; // 16 copies of 256 x 256 pixels
+    const IImage* pImage = GetBitmapImage();
+    if (pImage != nullptr &&
+        m_Turned.size() * pImage->GetWidth() * pImage->GetHeight() > MOST_BYTES)
+    {
+        FreeTurned();
+    }
 }
 
 void CTellurBrush::CalculateWeights(CVertDataSet& set, const SVec3& center)

@@ -111,11 +111,14 @@ public:
     void CalculateWeights(CVertDataSet& set, const SVec3& center) override;
     bool GetShape(SBrushShape& shape) const override;
 
+    void FreeTurned(); // the copies of the image that points made
+
     bool Save(fs::ifile& file, int iIndent) const override;
     bool Load(const CTCPARSE_KEYWORD* pBlock) override;
 
 private:
     CTellurBitmap* GetShapeImage(const SPointForm& form) const;
+    void LimitTurned(); // a drag is over: small copies stay for the next one
     void ReleaseMask();
     bool LoadFunction(const CTCPARSE_KEYWORD* pKey);
     bool LoadKey(const CTCPARSE_KEYWORD* pKey);

@@ -11,6 +11,8 @@
 namespace
 {
 
+// Places are offsets from the pixel that footprints put under the cursor, in pixels; see
+// GetPixelPair.
 struct SSource
 {
     const uint8_t* pPixels;
@@ -18,26 +20,35 @@ struct SSource
 
     float Get(int iX, int iY) const
     {
-        // The last pixels lie from iSide - 1 to iSide, see GetPixelPair.
-        const bool bInside = iX >= 0 && iY >= 0 && iX <= iSide && iY <= iSide;
-        const int iColumn = std::min(iX, iSide - 1);
-        const int iRow = std::min(iY, iSide - 1);
-        return bInside ? static_cast<float>(pPixels[static_cast<size_t>(iRow) * iSide + iColumn])
-                       : 0.0F;
+        const int iColumn = std::clamp(iX, 0, iSide - 1);
+        const int iRow = std::clamp(iY, 0, iSide - 1);
+        return static_cast<float>(pPixels[static_cast<size_t>(iRow) * iSide + iColumn]);
     }
 
-    // fX, fY: as footprints are sampled, iSide / 2 under the cursor.
+    // How much of the image is there, along one axis: all as far as a footprint has it, which is
+    // half a side to either hand, and nothing from one pixel further on.
+    float GetShare(float fOffset) const
+    {
+        const float fBeyond = std::fabs(fOffset) - static_cast<float>(iSide) * 0.5F;
+        return std::clamp(1.0F - fBeyond, 0.0F, 1.0F);
+    }
+
     uint8_t Sample(float fX, float fY) const
     {
+        const float fShare = GetShare(fX) * GetShare(fY);
+        if (!(fShare > 0.0F))
+        {
+            return 0;
+        }
         const float fColumn = std::floor(fX);
         const float fRow = std::floor(fY);
-        const auto iX = static_cast<int>(fColumn);
-        const auto iY = static_cast<int>(fRow);
+        const int iX = static_cast<int>(fColumn) + iSide / 2;
+        const int iY = static_cast<int>(fRow) + iSide / 2;
         const float fRight = fX - fColumn;
         const float fDown = fY - fRow;
         const float fUpper = Get(iX, iY) * (1.0F - fRight) + Get(iX + 1, iY) * fRight;
         const float fLower = Get(iX, iY + 1) * (1.0F - fRight) + Get(iX + 1, iY + 1) * fRight;
-        const float fValue = fUpper * (1.0F - fDown) + fLower * fDown;
+        const float fValue = (fUpper * (1.0F - fDown) + fLower * fDown) * fShare;
         return static_cast<uint8_t>(std::clamp(fValue + 0.5F, 0.0F, 255.0F));
     }
 };
@@ -48,15 +59,14 @@ void TurnShape(const IImage& source, const SPointForm& form, IImage& dest)
 {
     const SSource from = {source.GetRawData(), static_cast<int>(source.GetWidth())};
     uint8_t* pDest = dest.GetRawData();
-    const float fMiddle = static_cast<float>(from.iSide) * 0.5F;
+    const int iMiddle = from.iSide / 2;
     for (int iY = 0; iY < from.iSide; ++iY)
     {
-        const float fZ = static_cast<float>(iY) - fMiddle;
+        const auto fZ = static_cast<float>(iY - iMiddle);
         for (int iX = 0; iX < from.iSide; ++iX, ++pDest)
         {
-            const float fX = static_cast<float>(iX) - fMiddle;
-            *pDest = from.Sample(form.fXX * fX + form.fXZ * fZ + fMiddle,
-                                 form.fZX * fX + form.fZZ * fZ + fMiddle);
+            const auto fX = static_cast<float>(iX - iMiddle);
+            *pDest = from.Sample(form.fXX * fX + form.fXZ * fZ, form.fZX * fX + form.fZZ * fZ);
         }
     }
 }

@@ -78,7 +78,11 @@ bool CPluginStrokes::DropDrag()
     m_Terraforming.GetSession()->RestoreHeights();
     m_DragStatistics.bLost = true;
     m_Terraforming.DropSession();
-    // Called where memory ran out, so the tiles that wait for the next drag go, too.
+    // Called where memory ran out, so what waits for the next drag goes, too.
     FreeKeptTiles();
+    if (CTellurBrush* pBrush = m_Brush.Get())
+    {
+        pBrush->FreeTurned();
+    }
     return true;
 }

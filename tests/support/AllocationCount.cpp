@@ -1,5 +1,7 @@
 #include "tests/support/AllocationCount.h"
 
+#include <malloc.h>
+
 #include <atomic>
 #include <cstdlib>
 #include <new>
@@ -9,6 +11,7 @@ namespace
 
 std::atomic<size_t> g_nAllocations = 0;
 std::atomic<size_t> g_nBytes = 0;
+std::atomic<size_t> g_nHeld = 0;
 std::atomic<size_t> g_nUntilFailure = 0;
 std::atomic<bool> g_bFailed = false;
 
@@ -27,7 +30,14 @@ void* AllocateOrNull(size_t nBytes)
     {
         std::abort();
     }
+    g_nHeld += malloc_usable_size(pMemory);
     return pMemory;
+}
+
+void Free(void* pMemory)
+{
+    g_nHeld -= malloc_usable_size(pMemory);
+    std::free(pMemory);
 }
 
 void* Allocate(size_t nBytes)
@@ -63,6 +73,11 @@ size_t GetAllocatedBytes()
     return g_nBytes;
 }
 
+size_t GetHeldBytes()
+{
+    return g_nHeld;
+}
+
 void* operator new(size_t nBytes)
 {
     return Allocate(nBytes);
@@ -75,22 +90,22 @@ void* operator new[](size_t nBytes)
 
 void operator delete(void* pMemory) noexcept
 {
-    std::free(pMemory);
+    Free(pMemory);
 }
 
 void operator delete[](void* pMemory) noexcept
 {
-    std::free(pMemory);
+    Free(pMemory);
 }
 
 void operator delete(void* pMemory, size_t /*nBytes*/) noexcept
 {
-    std::free(pMemory);
+    Free(pMemory);
 }
 
 void operator delete[](void* pMemory, size_t /*nBytes*/) noexcept
 {
-    std::free(pMemory);
+    Free(pMemory);
 }
 
 void* operator new(size_t nBytes, const std::nothrow_t& /*tag*/) noexcept

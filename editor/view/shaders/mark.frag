@@ -14,6 +14,7 @@ uniform int uStrips;                // or strips that it lays
 uniform vec4 uMarkAt[MOST_MARKS];   // middle of a footprint; first end of a strip and its length
 uniform vec4 uMarkAxes[MOST_MARKS]; // rows that lead into the shape; direction x and z, and rise
 uniform vec2 uMarkShift;            // of the shape
+uniform vec2 uMarkReach;            // of a footprint to either side of its middle, along x and z
 uniform vec4 uMarkStrength; // power, hardness, 1 / vertical distance or 0, strength of the tint
 uniform vec4 uMarkTarget;   // height; 1 only raises to it, -1 only lowers; 1: the middle's height; 1: paints
 uniform vec4 uStrip;        // half width, that of the full part, share of an end, as uMarkTarget.y
@@ -38,6 +39,8 @@ vec2 GetFootprint(vec4 middle, vec4 axes)
     vec2 away = vPosition.xz - middle.xz;
     vec2 at = vec2(dot(axes.xy, away), dot(axes.zw, away));
     vec2 edge = (0.5 - abs(at)) / max(fwidth(at), vec2(1e-6));
+    // However the shape is turned, the tool reaches no further than a square along the axes.
+    edge = min(edge, (uMarkReach - abs(away)) / max(fwidth(away), vec2(1e-6)));
     float fEdge = min(edge.x, edge.y); // in pixels
     float fSample = textureLod(uShape, at + 0.5 + uMarkShift, 0.0).r;
     float fWeight = fSample < 0.0001 ? 0.0 : clamp(fSample + uMarkStrength.y, 0.0, 1.0);

@@ -136,6 +136,31 @@ TEST_F(CBrushForm, APenThatIsPressedHarderRaisesMoreAndARecordingHasIt)
     EXPECT_NE(ReadBytes(strScript).find("\npressure( 0."), std::string::npos);
 }
 
+TEST_F(CBrushForm, APathHasAllOfThePowerAfterALightPen)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    TakeBrush("RelativeHeightFunction", "m_Height", "50", "extent( 60.0 )");
+    CViewWidget& view = GetView(1);
+    MoveTo(view, {0.3, 0.4});
+    Pen(view, QEvent::TabletPress, 0.2);
+    Do({"mousedown", "1"});
+    Pen(view, QEvent::TabletRelease, 0.0);
+    Do({"mouseup", "1"});
+    const std::string strScript = m_Folder.Path("path.tellur");
+    ASSERT_TRUE(m_Editor->GetRecorder()->Start(strScript));
+    Key("k");
+    for (const double fX : {0.3, 0.6})
+    {
+        MoveTo(view, {fX, 0.6});
+        Do({"click", "1"});
+    }
+    Key("Return");
+    ASSERT_TRUE(m_Editor->GetRecorder()->Stop());
+    const std::string strText = ReadBytes(strScript);
+    EXPECT_NE(strText.find("\npress_at( "), std::string::npos);
+    EXPECT_EQ(strText.find("\npressure( "), std::string::npos);
+}
+
 TEST_F(CBrushForm, ABrushTurnsWithTheStrokeAndByAnAngle)
 {
     ASSERT_NO_FATAL_FAILURE(Start());

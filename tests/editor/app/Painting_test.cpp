@@ -320,3 +320,84 @@ TEST_F(CPainting, KeysWorkTheDialogAndTakeBackAStroke)
     Key("Escape");
     EXPECT_FALSE(GetDialog()->isVisible());
 }
+
+namespace
+{
+
+// Weak dabs of red from above, each out of reach of the others.
+class CPaintedDabs : public CPainting
+{
+protected:
+    void StartDabs()
+    {
+        ASSERT_NO_FATAL_FAILURE(StartWithBitmap());
+        Click(Item(2143));
+        Click(Item(2147));
+        TypeInto(2108, "0.3");
+        GetDialog()->hide();
+        m_Window->activateWindow();
+        m_Window->GetSettings().input.iSpacingPercent = 150;
+        ClickAt(0.35);
+        GetView(1).setFocus();
+        Key("ctrl+z");
+        m_Before = GetTexels();
+    }
+
+    void ClickAt(double fX)
+    {
+        MoveTo(GetView(1), {fX, 0.5});
+        Do({"click", "1"});
+    }
+
+    // How far the texels of a half are from what they were, all together.
+    int GetChange(bool bRight)
+    {
+        const std::vector<uint8_t> texels = GetTexels();
+        const size_t nRow = texels.size() / SIDE;
+        int iChange = 0;
+        for (size_t i = 0; i < texels.size(); ++i)
+        {
+            iChange += (i % nRow >= nRow / 2) == bRight ? std::abs(texels[i] - m_Before[i]) : 0;
+        }
+        return iChange;
+    }
+
+    std::vector<uint8_t> m_Before;
+};
+
+} // namespace
+
+TEST_F(CPaintedDabs, APressHasItsImagesAndJointsAndPathsBeginWithIt)
+{
+    ASSERT_NO_FATAL_FAILURE(StartDabs());
+    Key("F7");
+    Drag(GetView(1), {0.35, 0.5}, {0.45, 0.5}, 3); // not as far as the next dab
+    const int iOnce = GetChange(false);
+    EXPECT_GT(iOnce, 1000);
+    EXPECT_NEAR(GetChange(true), iOnce, iOnce / 20);
+    Key("F7");
+    Key("ctrl+z");
+    ClickAt(0.35);
+    ClickAt(0.35);
+    const int iTwice = GetChange(false);
+    EXPECT_GT(iTwice, iOnce + iOnce / 4) << "they add up";
+    Key("ctrl+z");
+    Do({"keydown", "space"}); // from the end of the last one
+    ClickAt(0.7);
+    Do({"keyup", "space"});
+    EXPECT_EQ(GetChange(false), iTwice);
+    EXPECT_GT(GetChange(true), 1000);
+    Key("ctrl+z");
+
+    GetView(1).GetInput().SetPressure(0.1F); // of a pen
+    ClickAt(0.7);
+    Key("ctrl+z");
+    Key("ctrl+z");
+    EXPECT_EQ(GetTexels(), m_Before);
+    Key("k");
+    ClickAt(0.35);
+    ClickAt(0.7);
+    Key("Return");
+    EXPECT_EQ(GetChange(false), iOnce) << "with full power";
+    EXPECT_GT(GetChange(true), 1000);
+}

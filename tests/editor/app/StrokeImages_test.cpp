@@ -2,6 +2,7 @@
 // paths of clicked points. Each is one step of the history and of a recording.
 
 #include "editor/app/CCursorNote.h"
+#include "editor/core/IHostObserver.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/IPluginTools.h"
@@ -9,6 +10,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QProcess>
 
 #include <algorithm>
 #include <cmath>
@@ -123,6 +125,33 @@ protected:
     }
 
     std::vector<float> m_Flat;
+};
+
+// Ctrl is let go while the plug-in works on the first move of a stroke.
+class CHasty : public IHostObserver
+{
+public:
+    explicit CHasty(CEditorHost& host)
+        : m_Host(host)
+    {
+        m_Host.GetObservers().Add(this);
+    }
+
+    ~CHasty() override { m_Host.GetObservers().Remove(this); }
+
+    CHasty(const CHasty&) = delete;
+    CHasty& operator=(const CHasty&) = delete;
+
+    void OnBeforeEvent(const SHostEvent& event) override
+    {
+        if (event.eKind == EHostEvent::MouseMove && m_Host.GetInput().IsDragging())
+        {
+            EXPECT_EQ(QProcess::execute("xdotool", {"keyup", "ctrl"}), 0);
+        }
+    }
+
+private:
+    CEditorHost& m_Host;
 };
 
 } // namespace
@@ -353,4 +382,47 @@ TEST_F(CStrokeImages, ARampLeadsFromPointToPointAtTheHeightsOfBefore)
     EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 3U);
     Key("ctrl+z");
     ExpectReplay(2);
+}
+
+TEST_F(CStrokeImages, ThatComeLaterHaveTheBrushAndTheKeysOfTheHand)
+{
+    ASSERT_NO_FATAL_FAILURE(StartOblong());
+    IPluginTools& tools = *m_Editor->FindInterface<IPluginTools>();
+    for (const bool bImages : {false, true})
+    {
+        TakeBrush("RelativeHeightFunction", "m_Height", "30", "fade_factor( 90.0 )");
+        GetInput().symmetry.bAcrossX = bImages;
+        GoTo(60.0F, 60.0F);
+        Do({"mousedown", "1"});
+        GoTo(70.0F, 60.0F);
+        Trigger("action.7.1"); // a larger brush
+        Trigger("action.7.1");
+        EXPECT_EQ(tools.GetBrushExtent() > 40.0F, !bImages);
+        GoTo(90.0F, 60.0F);
+        Do({"mouseup", "1"});
+        Trigger("action.7.1");
+        EXPECT_GT(tools.GetBrushExtent(), 40.0F);
+        EXPECT_TRUE(!bImages || GetAsymmetry(true, false) < 2e-4);
+        Key("ctrl+z");
+    }
+    EXPECT_TRUE(GetHeights() == m_Flat);
+
+    // What Ctrl lets only raise finds nothing to do.
+    TakeBrush("SetHeightFunction", "m_Height", "5", "fade_factor( 90.0 )");
+    const CHasty hasty(GetHost());
+    Do({"keydown", "ctrl"});
+    ClickAt(60.0F, 60.0F);
+    EXPECT_TRUE(GetHeights() == m_Flat);
+    ClickAt(60.0F, 60.0F);
+    EXPECT_LT(GetAsymmetry(true, false), 2e-4);
+}
+
+TEST_F(CStrokeImages, AHeldKeySwitchesOnce)
+{
+    ASSERT_NO_FATAL_FAILURE(StartOblong());
+    for (const QAction* pAction : m_Window->actions())
+    {
+        EXPECT_FALSE(pAction->isCheckable() && pAction->autoRepeat())
+            << pAction->objectName().toStdString();
+    }
 }

@@ -186,6 +186,29 @@ TEST_F(CToolMarkTest, IsShownInOtherPlacesToo)
     EXPECT_LT(GetWeight(520.0F, 160.0F - 60.0F), 0.4F);
 }
 
+TEST_F(CToolMarkTest, EndsAtTheSquareOfTheToolHoweverTheShapeIsTurned)
+{
+    Begin(GetFlat);
+    Tool().fExtent = 160.0F;
+    Tool().fHardness = 1.0F;
+    m_Settings.mark.pShape = MakeTexture(64, [](uint32_t, uint32_t) { return uint8_t{255}; });
+    m_Settings.mark.fTurn = 0.7853982F;
+    m_Settings.mark.images[0] = {.at = {120.0F, 50.0F, 480.0F}, .fTurn = -0.7853982F};
+    m_Settings.mark.nImages = 1;
+    Look();
+    for (const auto& [fX, fZ] : {std::pair(MIDDLE, MIDDLE), {120.0F, 480.0F}})
+    {
+        for (const float fSign : {-1.0F, 1.0F})
+        {
+            EXPECT_NEAR(GetWeight(fX + fSign * 70.0F, fZ), 1.0F, 0.05F) << fX;
+            EXPECT_NEAR(GetWeight(fX, fZ + fSign * 70.0F), 1.0F, 0.05F) << fX;
+            EXPECT_NEAR(GetWeight(fX + fSign * 95.0F, fZ), 0.0F, 0.01F) << "a corner sticks out";
+            EXPECT_NEAR(GetWeight(fX, fZ + fSign * 95.0F), 0.0F, 0.01F) << "a corner sticks out";
+            EXPECT_NEAR(GetWeight(fX + 70.0F, fZ + fSign * 70.0F), 0.0F, 0.01F) << "turned away";
+        }
+    }
+}
+
 TEST_F(CToolMarkTest, OfARampIsItsStripAndBeforeThatItsWidth)
 {
     Begin([](float, float fZ) { return fZ < MIDDLE ? 50.0F : 150.0F; });

@@ -1,8 +1,10 @@
+#include "host/IPluginStrokes.h"
 #include "host/Reflection.h"
 #include "tellur/brushes/CTellurBitmap.h"
 #include "tellur/brushes/CTellurBrush.h"
 #include "tellur/functions/CRelativeHeightFunction.h"
 #include "tellur/modification/CVertDataSet.h"
+#include "tests/support/AllocationCount.h"
 #include "tests/support/CLogCatcher.h"
 #include "tests/support/ParseNodes.h"
 #include "tests/tellur/brushes/BrushParts.h"
@@ -103,4 +105,28 @@ TEST_F(CBrushClone, HasEverythingAndItsOwnParts)
     EXPECT_EQ(pClone->GetBitmapImage()->GetRawData()[0], 9);
     EXPECT_TRUE(pClone->IsBitmapChanged());
     EXPECT_TRUE(pClone->IsMaskEnabled());
+}
+
+// A stroke may turn the image in sixteen ways.
+TEST_F(CBrushClone, TurnedImagesOfALargeShapeGoWithTheStroke)
+{
+    constexpr uint32_t LARGE = 300;
+    constexpr size_t BYTES = size_t{LARGE} * LARGE;
+    WriteGrey("large.png", LARGE, LARGE, std::vector<uint8_t>(BYTES, 200));
+    CTellurBrush brush;
+    brush.SetFunction(new CRecordingFunction("A"));
+    ASSERT_TRUE(brush.LoadBitmap("large.png"));
+    const size_t nBefore = GetHeldBytes();
+    SBrushShape shape;
+    for (int i = 1; i <= 20; ++i)
+    {
+        m_Plugin->SetPointForm({.fXX = -1.0F, .fZZ = 1.0F - 0.01F * static_cast<float>(i)});
+        EXPECT_TRUE(brush.GetShape(shape));
+    }
+    EXPECT_GT(GetHeldBytes(), nBefore + 15 * BYTES);
+    EXPECT_LT(GetHeldBytes(), nBefore + 17 * BYTES);
+    brush.End(nullptr, 1, 2, 3);
+    EXPECT_LT(GetHeldBytes(), nBefore + BYTES);
+    EXPECT_TRUE(brush.GetShape(shape)); // once more
+    EXPECT_EQ(shape.pPixels[BYTES / 2 + LARGE / 2], 200);
 }
