@@ -84,15 +84,23 @@ TEST_F(CPictureChooser, ShowsWhatItWouldChoose)
             Key("Return");
         });
     EXPECT_EQ(m_Editor->FindInterface<IPluginTools>()->GetMaskPath(), "data/brushes/a.bmp");
+}
+
+TEST_F(CPictureChooser, TakesWhatIsTooLargeToBeShownAndIsNoneForLevels)
+{
+    const std::string strFolder = m_Folder.Path("root/data/brushes/");
+    ASSERT_NO_FATAL_FAILURE(WritePictures(strFolder));
+    ASSERT_NO_FATAL_FAILURE(Start());
+    Key("4");
     Answer<QFileDialog>([this] { Key("shift+m"); },
-                        [this](QFileDialog& dialog)
+                        [&](QFileDialog& dialog)
                         {
+                            dialog.setDirectory(QString::fromStdString(strFolder));
+                            Settle();
                             dialog.findChild<QTreeView*>("treeView")->setFocus();
-                            Do({"key", "End", "key", "Return"}); // what is not shown may be chosen
+                            Do({"key", "End", "key", "Return"});
                         });
     EXPECT_EQ(m_Editor->FindInterface<IPluginTools>()->GetMaskPath(), "data/brushes/g.png");
-
-    // Others are as they were.
     Answer<QFileDialog>([this] { Trigger("file.open"); },
                         [](QFileDialog& dialog)
                         {

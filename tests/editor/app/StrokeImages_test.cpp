@@ -1,15 +1,10 @@
-// Strokes that are more than one drag: their images, what builds up while the button is held, and
-// paths of clicked points. Each is one step of the history and of a recording.
+// Strokes that are more than one drag: their images, and what builds up while the button is held.
+// Each is one step of the history and of a recording.
 
-#include "editor/app/CCursorNote.h"
 #include "editor/core/IHostObserver.h"
-#include "engine/terrain/CTerrain.h"
-#include "engine/world/CEngineHost.h"
 #include "host/IPluginTools.h"
-#include "tests/editor/app/EditorFixture.h"
+#include "tests/editor/app/StrokeImagesFixture.h"
 
-#include <QAction>
-#include <QLabel>
 #include <QProcess>
 
 #include <algorithm>
@@ -17,115 +12,6 @@
 
 namespace
 {
-
-constexpr size_t COLUMNS = 129; // 320 units
-constexpr size_t ROWS = 65;     // 192 units: cells are not square either
-
-class CStrokeImages : public CEditorFixture
-{
-protected:
-    void StartOblong()
-    {
-        ASSERT_NO_FATAL_FAILURE(Start());
-        SHeightField field;
-        field.Allocate(COLUMNS, ROWS);
-        field.size = {320.0F, 100.0F, 192.0F};
-        std::fill_n(field.pHeights.get(), field.GetCount(), 20.0F);
-        GetHost().TakeLevel(std::move(field));
-        m_Window->GetViews().FrameAll();
-        m_Flat = GetHeights();
-        ASSERT_TRUE(m_Editor->GetRecorder()->Start(m_Folder.Path("recorded.tellur")));
-        Settle();
-    }
-
-    // Of a place of the ground in the view from above, as a share of the view.
-    QPointF At(float fX, float fZ)
-    {
-        CViewWidget& view = GetView(1);
-        float fAtX = 0.0F;
-        float fAtY = 0.0F;
-        EXPECT_TRUE(
-            view.GetNavigator().GetProjection(GetTerrain()).Project({fX, 20.0F, fZ}, fAtX, fAtY));
-        const double fScale = view.devicePixelRatioF();
-        return {static_cast<double>(fAtX) / (view.width() * fScale),
-                static_cast<double>(fAtY) / (view.height() * fScale)};
-    }
-
-    void GoTo(float fX, float fZ) { MoveTo(GetView(1), At(fX, fZ)); }
-
-    void DragTo(float fX, float fZ, float fToX, float fToZ)
-    {
-        Drag(GetView(1), At(fX, fZ), At(fToX, fToZ), 6);
-    }
-
-    void ClickAt(float fX, float fZ)
-    {
-        GoTo(fX, fZ);
-        Do({"click", "1"});
-    }
-
-    float GetHeight(float fX, float fZ)
-    {
-        SVec3 at = {fX, 0.0F, fZ};
-        EXPECT_TRUE(GetTerrain()->PickDown(at));
-        return at.y;
-    }
-
-    SInputSettings& GetInput() { return m_Window->GetSettings().input; }
-
-    // What is recorded until now gives the same heights, with as many steps.
-    void ExpectReplay(size_t nSteps)
-    {
-        const std::string strHeights = m_Folder.Path("now.height");
-        const std::string strScript = m_Folder.Path("recorded.tellur");
-        EXPECT_EQ(GetHost().GetUndoStack().GetCount(), nSteps);
-        ASSERT_TRUE(GetHost().GetEngine().GetWorld()->GetTerrain()->SaveHeightMap(
-            strHeights.c_str(), nullptr, 0, 0));
-        ASSERT_TRUE(m_Editor->GetRecorder()->Stop());
-        WriteBytes(strScript,
-                   ReadBytes(strScript) + "expect_undo( " + std::to_string(nSteps) + " )\n");
-        const std::string strAgain = ReplayScript(strScript, m_Folder.Path("again.height"));
-        EXPECT_TRUE(strAgain == ReadBytes(strHeights));
-    }
-
-    // The largest difference of a vertex and its image; sees to it that both sides have changed.
-    double GetAsymmetry(bool bX, bool bZ)
-    {
-        const std::vector<float> heights = GetHeights();
-        double fMost = 0.0;
-        bool bLeft = false;
-        bool bRight = false;
-        for (size_t z = 0; z < ROWS; ++z)
-        {
-            for (size_t x = 0; x < COLUMNS; ++x)
-            {
-                const size_t i = z * COLUMNS + x;
-                const size_t iImage =
-                    (bZ ? ROWS - 1 - z : z) * COLUMNS + (bX ? COLUMNS - 1 - x : x);
-                fMost =
-                    std::max(fMost, std::fabs(static_cast<double>(heights[i]) - heights[iImage]));
-                const bool bChanged = heights[i] != 20.0F;
-                bLeft = bLeft || (bChanged && i < iImage);
-                bRight = bRight || (bChanged && i > iImage);
-            }
-        }
-        EXPECT_TRUE(bLeft && bRight);
-        return fMost;
-    }
-
-    float GetHighest()
-    {
-        const std::vector<float> heights = GetHeights();
-        return *std::max_element(heights.begin(), heights.end());
-    }
-
-    std::string GetWords()
-    {
-        return m_Window->findChild<QLabel*>("status-stroke")->text().toStdString();
-    }
-
-    std::vector<float> m_Flat;
-};
 
 // Ctrl is let go while the plug-in works on the first move of a stroke.
 class CHasty : public IHostObserver
@@ -298,92 +184,6 @@ TEST_F(CStrokeImages, AHeldStrokeBuildsUpInPlace)
     ExpectReplay(2);
 }
 
-TEST_F(CStrokeImages, APathOfClickedPointsIsOneStroke)
-{
-    ASSERT_NO_FATAL_FAILURE(StartOblong());
-    TakeBrush("SetHeightFunction", "m_Height", "60", "extent( 20.0 )", "disc");
-    Key("k");
-    ClickAt(60.0F, 60.0F);
-    ClickAt(200.0F, 60.0F);
-    Key("Escape");
-    Key("Return"); // there is no path to draw
-    EXPECT_TRUE(GetHeights() == m_Flat);
-    EXPECT_EQ(GetWords(), "");
-
-    Key("k");
-    ClickAt(60.0F, 60.0F);
-    ClickAt(300.0F, 160.0F);
-    Key("BackSpace");
-    ClickAt(200.0F, 60.0F);
-    ClickAt(200.0F, 140.0F);
-    SavePicture("path");
-    ClickAt(60.0F, 60.0F); // the first one closes it
-    EXPECT_EQ(GetWords(), "path of 3, closed");
-    Key("BackSpace");
-    Key("c");
-    EXPECT_EQ(GetWords(), "path of 3, closed");
-    EXPECT_TRUE(GetHeights() == m_Flat) << "clicks draw nothing";
-    Key("Return");
-    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 1U);
-    EXPECT_FLOAT_EQ(GetHeight(130.0F, 60.0F), 60.0F);
-    EXPECT_FLOAT_EQ(GetHeight(200.0F, 100.0F), 60.0F);
-    EXPECT_FLOAT_EQ(GetHeight(130.0F, 100.0F), 60.0F) << "the way back";
-    EXPECT_FLOAT_EQ(GetHeight(80.0F, 120.0F), 20.0F);
-    ExpectReplay(1);
-}
-
-TEST_F(CStrokeImages, AToolThatDrawsAlongNoPathRefusesOneAndEndsOneThatHasBegun)
-{
-    ASSERT_NO_FATAL_FAILURE(StartOblong());
-    const auto getWords = [this]
-    {
-        return m_Window->findChild<QLabel*>("status-words")->text().toStdString();
-    };
-    const std::string strWhy = "Point height works where it is pressed and draws along no path";
-    GoTo(60.0F, 60.0F);
-    Key("k");
-    EXPECT_EQ(GetView(1).GetNote().text(), "no tool");
-    TakeBrush("PointHeightFunction", "none", "0");
-    Key("k");
-    EXPECT_EQ(GetView(1).GetNote().text().toStdString(), strWhy);
-    EXPECT_EQ(GetWords(), "");
-    EXPECT_FALSE(m_Window->findChild<QAction*>("path.set")->isChecked());
-    TakeBrush();
-    Key("k");
-    ClickAt(60.0F, 60.0F);
-    ClickAt(200.0F, 60.0F);
-    EXPECT_EQ(GetWords(), "path of 2");
-    TakeBrush("PointHeightFunction", "none", "0");
-    m_Window->ShowState();
-    Settle();
-    EXPECT_EQ(GetWords(), "");
-    EXPECT_EQ(getWords(), "The path is dropped: " + strWhy);
-    TakeBrush();
-    Key("Return");
-    EXPECT_TRUE(GetHeights() == m_Flat);
-}
-
-TEST_F(CStrokeImages, ARampLeadsFromPointToPointAtTheHeightsOfBefore)
-{
-    ASSERT_NO_FATAL_FAILURE(StartOblong());
-    TakeBrush("SetHeightFunction", "m_Height", "60", "extent( 20.0 )", "disc");
-    DragTo(70.0F, 60.0F, 200.0F, 60.0F);
-    TakeBrush("RampFunction", "m_SideInterpolation", "1", "extent( 8.0 )");
-    Key("k");
-    ClickAt(130.0F, 60.0F);
-    ClickAt(130.0F, 20.0F);
-    ClickAt(90.0F, 20.0F);
-    ClickAt(90.0F, 60.0F);
-    Key("Return");
-    EXPECT_NEAR(GetHeight(130.0F, 40.0F), 40.0F, 2.0F);
-    EXPECT_NEAR(GetHeight(110.0F, 20.0F), 20.0F, 0.01F);
-    EXPECT_NEAR(GetHeight(90.0F, 40.0F), 40.0F, 2.0F);
-    DragTo(190.0F, 60.0F, 250.0F, 150.0F); // the button draws again
-    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 3U);
-    Key("ctrl+z");
-    ExpectReplay(2);
-}
-
 TEST_F(CStrokeImages, ThatComeLaterHaveTheBrushAndTheKeysOfTheHand)
 {
     ASSERT_NO_FATAL_FAILURE(StartOblong());
@@ -415,14 +215,4 @@ TEST_F(CStrokeImages, ThatComeLaterHaveTheBrushAndTheKeysOfTheHand)
     EXPECT_TRUE(GetHeights() == m_Flat);
     ClickAt(60.0F, 60.0F);
     EXPECT_LT(GetAsymmetry(true, false), 2e-4);
-}
-
-TEST_F(CStrokeImages, AHeldKeySwitchesOnce)
-{
-    ASSERT_NO_FATAL_FAILURE(StartOblong());
-    for (const QAction* pAction : m_Window->actions())
-    {
-        EXPECT_FALSE(pAction->isCheckable() && pAction->autoRepeat())
-            << pAction->objectName().toStdString();
-    }
 }

@@ -335,3 +335,13 @@ TEST_F(CToolKeys, EveryKeyStandsInTheDialogWithoutAClashAndCanBeAnother)
     EXPECT_GT(GetLines(), nLines) << "it is refused as ever";
     EXPECT_EQ(m_Watcher.actions, (std::vector<int32_t>{0, 0}));
 }
+
+TEST_F(CToolKeys, AHeldKeySwitchesOnce)
+{
+    ASSERT_NO_FATAL_FAILURE(StartWatched());
+    for (const QAction* pAction : m_Window->actions())
+    {
+        EXPECT_FALSE(pAction->isCheckable() && pAction->autoRepeat())
+            << pAction->objectName().toStdString();
+    }
+}
