@@ -199,6 +199,11 @@ bool CBrushList::event(QEvent* pEvent)
 
 void CBrushList::keyPressEvent(QKeyEvent* pEvent)
 {
+    // Keys that the field of a name leaves over come here, Enter among them, which has ended it.
+    if (state() == EditingState)
+    {
+        return;
+    }
     if (QAction* pAction = FindAction(*pEvent))
     {
         pAction->trigger();

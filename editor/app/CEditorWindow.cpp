@@ -273,6 +273,10 @@ void CEditorWindow::Keep()
 {
     m_Ini.Write(GatherValues());
     m_Editor.KeepTools();
+    if (GetHost().GetSettings().HasPanelChanged())
+    {
+        GetHost().SaveSettings();
+    }
 }
 
 // A script that is played, a stroke and long work may be in the middle of what they do to a brush.

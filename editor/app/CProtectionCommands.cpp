@@ -80,6 +80,10 @@ void CProtectionCommands::AddTo(QMenu& menu, CCommandList& commands)
 
 void CProtectionCommands::SwitchPainting()
 {
+    if (m_Views.IsStroking())
+    {
+        return; // it goes on as it began
+    }
     m_Views.SetProtecting(!m_Views.IsProtecting());
     if (!m_Views.IsProtecting()) // while it is painted, that stands at the cursor
     {

@@ -9,10 +9,45 @@
 #include "parser/CTCParseNodes.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QMessageBox>
 
 #include <memory>
 #include <utility>
+
+namespace
+{
+
+// Keeps presses from everybody while it is a filter of the application. What lets go passes: a key
+// that was held before must not stay so.
+class CPressDropper : public QObject
+{
+public:
+    bool HasDropped() const { return m_bDropped; }
+
+    bool eventFilter(QObject* /*pWatched*/, QEvent* pEvent) override
+    {
+        switch (pEvent->type())
+        {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::TabletPress:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::ShortcutOverride:
+        case QEvent::Shortcut:
+            m_bDropped = true;
+            return true;
+        default:
+            return false;
+        }
+    }
+
+private:
+    bool m_bDropped = false;
+};
+
+} // namespace
 
 CScriptRunner::CScriptRunner(QWidget& window,
                              CEditor& editor,
@@ -55,13 +90,13 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
                    strPath,
                    [this]
                    {
-                       // A person sees each keyword at work; what is pressed meanwhile waits until
-                       // the script is over.
+                       // A person sees each keyword at work.
                        m_Views.RequestFrames();
                        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
                    });
     const uint64_t uLevel = m_Editor.GetDocument().GetGeneration();
     const bool bPlayed = player.Play(pScript.get(), strFault);
+    DropInput();
     m_Face.SetScript(nullptr);
     m_Views.LookAgain();
     if (uLevel == m_Editor.GetDocument().GetGeneration())
@@ -70,6 +105,19 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
     }
     m_OnPlayed();
     return bPlayed ? EScriptEnd::Played : EScriptEnd::Failed;
+}
+
+// What was pressed while the script ran was meant for what was shown then, and would be done with
+// what is at hand and shown now.
+void CScriptRunner::DropInput()
+{
+    CPressDropper dropper;
+    QCoreApplication::instance()->installEventFilter(&dropper);
+    QCoreApplication::processEvents();
+    if (dropper.HasDropped())
+    {
+        m_Status.Say("What was pressed while the script was played is left out");
+    }
 }
 
 bool CScriptRunner::Recover(const SRecoverable& entry)

@@ -40,6 +40,7 @@ private:
     CScriptPlayer MakePlayer(CScriptCursor& cursor,
                              const std::string& strPath,
                              std::function<void()> onPlayed = {});
+    void DropInput();
     void ReportRecovered(size_t nSteps, size_t nAll, const std::string& strFault);
 
     QWidget& m_Window;

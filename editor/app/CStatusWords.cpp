@@ -14,6 +14,7 @@ namespace
 {
 
 constexpr qint64 TIME_TO_READ_MS = 1000;
+constexpr char NO_TOOL_YET[] = "No tool: choose one in the panel or press 1 to 6";
 
 // Begins a reason that is of the whole stroke, and what is said instead when it is of a place.
 constexpr char NOTHING_CHANGED[] = "Nothing changed: ";
@@ -148,9 +149,13 @@ void CStatusWords::OnEvent(const SHostEvent& event)
             m_Stroke = {};
             break;
         }
-        if (!m_Stroke.bTool)
+        if (m_Stroke.bTool)
         {
-            m_Status.Say("No tool: choose one in the panel or press 1 to 6");
+            m_Status.Withdraw(NO_TOOL_YET);
+        }
+        else
+        {
+            m_Status.Say(NO_TOOL_YET);
         }
         Hear(event);
         break;
@@ -186,6 +191,7 @@ void CStatusWords::Hear(const SHostEvent& event)
     {
         NoteChange(event, bHere);
     }
+    m_Stroke.bHeard = m_Stroke.bHeard || outcome.eKind != EPointOutcome::None;
     m_Stroke.bSideways = m_Stroke.bSideways || outcome.eKind == EPointOutcome::Sideways;
     const QString strReason = GetReason(outcome);
     if (strReason.isEmpty())
@@ -291,4 +297,14 @@ void CStatusWords::EndStroke()
     {
         m_Status.Say("Nothing changed: this tool follows the mouse up and down");
     }
+    else if (!stroke.bHeard && stroke.bTool && HasNoExtent())
+    {
+        m_Status.Say(GetReason({EPointOutcome::NoExtent})); // a click has no point then
+    }
+}
+
+bool CStatusWords::HasNoExtent() const
+{
+    auto* pTools = m_Editor.FindInterface<IPluginTools>();
+    return pTools != nullptr && pTools->IsTerraforming() && !(pTools->GetBrushExtent() > 0.0F);
 }

@@ -37,8 +37,9 @@ private:
         bool bChanged = false; // by one of its points
         bool bChangedHere = false;
         bool bSideways = false;
-        SVec3 changed;      // where the last point under the cursor was that changed something
-        uint32_t uSaid = 0; // a bit by each outcome
+        bool bHeard = false; // that there was a point
+        SVec3 changed;       // where the last point under the cursor was that changed something
+        uint32_t uSaid = 0;  // a bit by each outcome
         EPointOutcome eSaid = EPointOutcome::None;
         QString strSaid; // the line that says why nothing changed, until something does
         QElapsedTimer sinceSaid;
@@ -55,6 +56,7 @@ private:
     void SayReason(const SPointOutcome& outcome, const QString& strReason);
     void HoldReason(const SPointOutcome& outcome, const QString& strReason);
     void EndStroke();
+    bool HasNoExtent() const; // the brush of the tool at hand
     void WithdrawReason();
     bool IsNews(const SPointOutcome& outcome, const SHostEvent& event) const;
 

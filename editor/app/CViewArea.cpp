@@ -11,6 +11,7 @@
 #include "engine/world/CWorld.h"
 #include "host/IPlugin.h"
 #include "host/IPluginTools.h"
+#include "host/Notice.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -244,7 +245,11 @@ void CViewArea::SetProtecting(bool bOn)
     {
         EndGestures(); // a stroke goes on as it began, or not at all
         m_Parts.hand.bProtect = bOn;
-        m_Parts.hand.path.Stop(); // the button does one of the two
+        if (!m_Parts.hand.path.GetKnots().empty()) // the button does one of the two
+        {
+            Notice("The path is dropped: the button paints the protection now");
+        }
+        m_Parts.hand.path.Stop();
         RepeatHover();
         RequestFrames();
     }

@@ -63,7 +63,7 @@ void CSettings::Load(const std::vector<IPlugin*>& plugins)
     {
         if (std::strcmp(pKeyword->name, PANEL_KEY) == 0)
         {
-            m_bPanelOpen = GetInt(*pKeyword) != 0;
+            m_bPanelOpen = m_bPanelKept = GetInt(*pKeyword) != 0;
         }
     }
     for (IPlugin* pPlugin : plugins)
@@ -93,6 +93,7 @@ bool CSettings::Save(const std::vector<IPlugin*>& plugins)
         }
         if (file.close())
         {
+            m_bPanelKept = m_bPanelOpen;
             return true;
         }
     }

@@ -44,9 +44,13 @@ public:
 
     void SetPanelOpen(bool bOpen) { m_bPanelOpen = bOpen; }
 
+    // Whether the file has it otherwise.
+    bool HasPanelChanged() const { return m_bPanelOpen != m_bPanelKept; }
+
 private:
     std::string m_Path;
     std::vector<SSetting> m_Settings;
     bool m_bPanelOpen = false;
-    bool m_bHasError = false; // the file is there and was not understood
+    bool m_bPanelKept = false; // in the file
+    bool m_bHasError = false;  // the file is there and was not understood
 };

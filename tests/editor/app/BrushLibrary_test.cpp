@@ -137,7 +137,8 @@ TEST_F(CBrushLibraryWindow, ADayInTheLibraryByTheKeyboardAlone)
     Type("Peak \"1\"");
     Key("Return");
     EXPECT_EQ(Shown(), "Hill Plateau Smooth [Peak \"1\"] ");
-    EXPECT_EQ(Saved(), "Hill Plateau Smooth Peak \\ "); // the name's own mark ends this reading
+    EXPECT_EQ(Saved(), "Hill Plateau Smooth Peak \\ ");   // the name's own mark ends this reading
+    EXPECT_EQ(Line(), "\"Hill\" is now \"Peak \"1\"\"."); // and is not taken once more
     Do({"key", "F2"});
     Type("Gone");
     Key("Escape");

@@ -5,6 +5,7 @@
 #include "editor/app/CSettingsDialog.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
+#include "host/IPluginTools.h"
 #include "tests/editor/app/DocumentsFixture.h"
 
 #include <QApplication>
@@ -16,6 +17,7 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMessageBox>
+#include <QProcess>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTimer>
@@ -171,6 +173,58 @@ TEST_F(CDocuments, ALevelThatAScriptMakesIsShownWhole)
                 << "view " << iView << ", corner " << iCorner;
         }
     }
+}
+
+namespace
+{
+
+// A hand that does not wait until a script is over.
+class CImpatient : public IHostObserver
+{
+public:
+    explicit CImpatient(std::function<void()> press)
+        : m_Press(std::move(press))
+    {
+    }
+
+    void OnEvent(const SHostEvent& event) override
+    {
+        if (event.eKind == EHostEvent::ButtonUp)
+        {
+            m_Press();
+        }
+    }
+
+private:
+    std::function<void()> m_Press;
+};
+
+} // namespace
+
+TEST_F(CDocuments, WhatIsPressedWhileAScriptIsPlayedIsNotDoneAfterIt)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(TakeBrush());
+    MoveTo(GetView(1), {0.5, 0.5});
+    const std::string strScript = m_Folder.Path("one.tellur");
+    WriteBytes(strScript,
+               "!press( f, f )\n!move( f, f, i )\n!release( f, f )\n"
+               "press( 100, 100 )\nmove( 110, 100, 0 )\nrelease( 110, 100 )\n");
+    CImpatient hand(
+        [] {
+            QProcess::execute("xdotool", {"click", "1", "key", "bracketright", "key", "3"});
+        });
+    GetHost().GetObservers().Add(&hand);
+    std::string strFault;
+    EXPECT_EQ(m_Window->GetScripts().Play(strScript, strFault), EScriptEnd::Played) << strFault;
+    GetHost().GetObservers().Remove(&hand);
+    Settle();
+    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 1U);
+    EXPECT_EQ(m_Editor->FindInterface<IPluginTools>()->GetFunctionName(), "RelativeHeightFunction");
+    EXPECT_EQ(m_Window->findChild<QLabel*>("status-words")->text(),
+              "What was pressed while the script was played is left out");
+    Click(GetView(1)); // from now on it counts
+    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 2U);
 }
 
 TEST_F(CDocuments, ThePanelIsOpenAgainWhereItWasLeftOpen)

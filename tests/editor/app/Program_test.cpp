@@ -293,6 +293,7 @@ TEST_F(CProgram, AKillCostsNeitherASettingNorATool)
 {
     const std::string strTools = m_Folder.Path("config/tellur/tools.brushes");
     const std::string strSettings = m_Folder.Path("config/tellur/editor.ini");
+    const std::string strPanel = m_Folder.Path("config/tellur/settings.txt");
     const auto isIn = [](const std::string& strFile, const char* pszText)
     {
         return std::filesystem::exists(strFile) &&
@@ -303,8 +304,10 @@ TEST_F(CProgram, AKillCostsNeitherASettingNorATool)
     {
         ASSERT_NO_FATAL_FAILURE(Start(editor, GetRoot()));
         ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
-        Do({"key", "--delay", "200", "4", "bracketright", "j"});
+        Do({"key", "--delay", "200", "4", "bracketright", "j", "F6"});
         EXPECT_TRUE(WaitFor([&] { return isIn(strTools, pszExtent); }, "the tool is kept"));
+        EXPECT_TRUE(
+            WaitFor([&] { return isIn(strPanel, "panel_open( 1 )"); }, "the panel is kept"));
         ::kill(static_cast<pid_t>(editor.processId()), SIGKILL);
         ASSERT_TRUE(editor.waitForFinished(LIMIT_MS));
         EXPECT_TRUE(isIn(strTools, "end_of_tools()"));

@@ -184,6 +184,9 @@ TEST_F(CStatusWordsTest, SaysWhatOfTheBrushKeepsAPointFromChangingAnything)
     ASSERT_NO_FATAL_FAILURE(TakeBrush("RampFunction", "m_SideInterpolation", "1", "extent( 0.0 )"));
     EXPECT_EQ(DragIdly(), std::get<2>(cases[4]));
     EXPECT_EQ(m_Window->findChild<QLabel*>("status-brush")->text(), "Ramp, brush 0.0");
+    ASSERT_NO_FATAL_FAILURE(TakeBrush("BlurFunction", "m_Mode", "0", "extent( 0.0 )"));
+    Click(GetView()); // no point at all
+    EXPECT_EQ(m_Words->Take(), std::get<2>(cases[4]));
     ASSERT_NO_FATAL_FAILURE(TakeBrush("SetHeightFunction", "m_Height", "20"));
     EXPECT_EQ(DragIdly(), "Nothing changed: the ground is already as the tool would make it");
     const std::vector<float> before = GetHeights();

@@ -62,6 +62,12 @@ TEST_F(CStrokePaths, AToolThatDrawsAlongNoPathRefusesOneAndEndsOneThatHasBegun)
     ClickAt(60.0F, 60.0F);
     ClickAt(200.0F, 60.0F);
     EXPECT_EQ(GetWords(), "path of 2");
+    Key("u");
+    EXPECT_EQ(getWords(), "The path is dropped: the button paints the protection now");
+    Key("u");
+    Key("k");
+    ClickAt(60.0F, 60.0F);
+    EXPECT_EQ(GetWords(), "path of 1");
     TakeBrush("PointHeightFunction", "none", "0");
     m_Window->ShowState();
     Settle();
