@@ -73,8 +73,8 @@ void SIniReader::Read(const char* pszKey, float& fValue)
     }
 }
 
-CIniFile::CIniFile(std::string strFile)
-    : m_File(QString::fromStdString(std::move(strFile)))
+CIniFile::CIniFile(const std::string& strFile)
+    : m_File(QString::fromStdString(strFile))
 {
     const QSettings file(m_File, QSettings::IniFormat);
     for (const QString& strKey : file.allKeys())

@@ -11,7 +11,7 @@
 class CIniFile
 {
 public:
-    explicit CIniFile(std::string strFile); // a full path
+    explicit CIniFile(const std::string& strFile); // a full path
 
     const QVariantMap& GetValues() const { return m_Values; } // as the file had them
 
