@@ -93,6 +93,15 @@ protected:
         return QString::fromUtf8(process.readAllStandardOutput());
     }
 
+    // By the menu of the window that has the keyboard.
+    void PlayScript(const char* pszName)
+    {
+        Do({"key", "--delay", "200", "alt+f", "p"});
+        ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
+        Do({"type", QString::fromStdString(m_Folder.Path(pszName))});
+        Do({"key", "Return"});
+    }
+
     // Waits for a window of that title and gives it the keyboard, as a window manager would.
     void Enter(const char* pszTitle)
     {
@@ -232,10 +241,7 @@ TEST_F(CProgram, WhatASignalEndsIsGivenBackByTheNextStart)
         QProcess editor;
         ASSERT_NO_FATAL_FAILURE(Start(editor, arguments));
         ASSERT_NO_FATAL_FAILURE(Enter("^valley.* - Tellur"));
-        Do({"key", "--delay", "200", "alt+f", "p"});
-        ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
-        Do({"type", QString::fromStdString(m_Folder.Path("stroke.tellur"))});
-        Do({"key", "Return"});
+        ASSERT_NO_FATAL_FAILURE(PlayScript("stroke.tellur"));
         ASSERT_TRUE(WaitFor([&] { return HasStep(strCopies); }, "a step"));
         ::kill(static_cast<pid_t>(editor.processId()), iSignal);
         ASSERT_TRUE(editor.waitForFinished(LIMIT_MS)); // nobody has answered a question
@@ -276,10 +282,7 @@ TEST_F(CProgram, ASignalSavesTheBrushesThatWereAdded)
     QProcess editor;
     ASSERT_NO_FATAL_FAILURE(Start(editor, {"--root", "root"}));
     ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
-    Do({"key", "--delay", "200", "alt+f", "p"});
-    ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
-    Do({"type", QString::fromStdString(m_Folder.Path("add.tellur"))});
-    Do({"key", "Return"});
+    ASSERT_NO_FATAL_FAILURE(PlayScript("add.tellur"));
     ASSERT_TRUE(WaitFor([&] { return std::filesystem::exists(m_Folder.Path("played.height")); },
                         "the script ends"));
     EXPECT_EQ(ReadBytes(strLibrary), strBefore);
@@ -335,10 +338,7 @@ TEST_F(CProgram, LeavingAsksForThePaintingAndEndsBesideTheDrawDialog)
     QProcess editor;
     ASSERT_NO_FATAL_FAILURE(Start(editor, GetRoot()));
     ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
-    Do({"key", "--delay", "200", "alt+f", "p"});
-    ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
-    Do({"type", QString::fromStdString(m_Folder.Path("paint.tellur"))});
-    Do({"key", "Return"});
+    ASSERT_NO_FATAL_FAILURE(PlayScript("paint.tellur"));
     ASSERT_TRUE(WaitFor([&] { return std::filesystem::exists(m_Folder.Path("played.height")); },
                         "the script ends"));
     ASSERT_NO_FATAL_FAILURE(Enter("^Edit bitmap on terrain"));
