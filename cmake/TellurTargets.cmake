@@ -8,6 +8,7 @@ option(TELLUR_WERROR "Warnings are errors" OFF)
 option(TELLUR_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
 option(TELLUR_COVERAGE "Coverage counters" OFF)
 option(TELLUR_FUZZERS "Build the fuzzers, with clang" OFF)
+option(TELLUR_TOGETHER "Compile some sources of a folder as one" OFF)
 
 # Two presets may share a folder; cmake/build asks here which one it was configured with last.
 file(WRITE ${CMAKE_BINARY_DIR}/preset.txt "${TELLUR_PRESET}\n")
@@ -62,6 +63,37 @@ if(TELLUR_MOLD)
     add_link_options(-fuse-ld=mold)
 endif()
 
+# tellur_together(NAME SOURCE…): where a preset asks for it, compiles up to about eight sources of a target as one,
+# because most of the time goes into headers that they share. Which ones go by the names, so that a new source moves no
+# other one into another group. cmake/apart.txt names the sources that stay alone.
+file(STRINGS ${CMAKE_SOURCE_DIR}/cmake/apart.txt TELLUR_ALONE REGEX "^[^#]")
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/cmake/apart.txt)
+function(tellur_together strName)
+    if(NOT TELLUR_TOGETHER)
+        return()
+    endif()
+    list(LENGTH ARGN nSources)
+    set(nGroups 1)
+    while(nSources GREATER 8) # doubled as the folder grows, since another number moves all sources
+        math(EXPR nGroups "${nGroups} * 2")
+        math(EXPR nSources "(${nSources} + 1) / 2")
+    endwhile()
+    set_target_properties(${strName} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    foreach(strSource IN LISTS ARGN)
+        file(RELATIVE_PATH strPath ${CMAKE_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/${strSource})
+        if(NOT strPath IN_LIST TELLUR_ALONE)
+            string(MD5 strHash ${strPath})
+            string(SUBSTRING ${strHash} 0 6 strHash)
+            math(EXPR iGroup "0x${strHash} % ${nGroups}")
+            set_source_files_properties(${strSource} PROPERTIES UNITY_GROUP group${iGroup})
+        endif()
+    endforeach()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # A fixture without linkage in a source that another file includes is no header's.
+        target_compile_options(${strName} PRIVATE -Wno-subobject-linkage)
+    endif()
+endfunction()
+
 # tellur_folder(NAME SOURCES a.cpp … USES target …): the object library of one folder, of all its sources where
 # none are named: in folders that grow by one row and one source. USES names the folders whose headers it includes. Where a preset compiles a folder as one source, TELLUR_APART names the
 # sources that stay apart, by their paths.
@@ -72,6 +104,7 @@ function(tellur_folder strName)
         file(GLOB ARG_SOURCES RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} CONFIGURE_DEPENDS *.cpp)
     endif()
     add_library(${strName} OBJECT ${ARG_SOURCES})
+    tellur_together(${strName} ${ARG_SOURCES})
     target_link_libraries(${strName} PUBLIC tellur_host ${ARG_LIBRARIES})
     foreach(strSource IN LISTS ARG_SOURCES)
         file(RELATIVE_PATH strPath ${CMAKE_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR}/${strSource})
@@ -106,6 +139,7 @@ add_custom_target(quick_tests)
 function(tellur_test strName)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;DEFINITIONS;ENVIRONMENT" ${ARGN})
     add_executable(${strName} ${ARG_SOURCES})
+    tellur_together(${strName} ${ARG_SOURCES})
     target_link_libraries(${strName} PRIVATE ${ARG_LIBRARIES} GTest::gtest_main)
     target_compile_definitions(${strName} PRIVATE ${ARG_DEFINITIONS})
     target_include_directories(${strName} PRIVATE ${CMAKE_BINARY_DIR}/tests/generated)
