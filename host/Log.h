@@ -19,6 +19,21 @@ TELLUR_API uint64_t GetCrashLogCount();
 // As CrashLog, for refusals that are no failure, such as a mode that may not be left now.
 TELLUR_API void LogR(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);
 
+// As CrashLog, for what was mended or left out so that the work went on: whoever reads it may want
+// to look at it, but nothing has failed.
+TELLUR_API void WarnLog(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);
+
+// What a line of the log is: which of the functions it came through.
+enum class ELogKind
+{
+    Fault,
+    Warning,
+    Refusal,
+};
+
+// Of the piece that the sink is being handed; of the last one otherwise.
+TELLUR_API ELogKind GetLogKind();
+
 // Logs the text, borrowed, and ends the process with exit code 3. Only for faults of the build
 // itself.
 [[noreturn]] TELLUR_API void CrashExit(const char* pszFormat, ...) TELLUR_PRINTF(1, 2);

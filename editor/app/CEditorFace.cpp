@@ -68,7 +68,7 @@ void CEditorFrontEnd::OnEvent(const SHostEvent& event)
 
 std::string CEditorFrontEnd::GetFaultDetail() const
 {
-    return m_pMessages != nullptr ? m_pMessages->GetFaultOfCall().toStdString() : std::string();
+    return m_pMessages != nullptr ? m_pMessages->TakeFaultOfCall().toStdString() : std::string();
 }
 
 void CEditorFace::SetScript(CScriptCursor* pCursor)

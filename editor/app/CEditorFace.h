@@ -29,7 +29,7 @@ public:
     const SHandState& GetHand() const { return m_Hand; }
 
     // pMessages: borrowed; null: none.
-    void SetMessages(const CMessagesDock* pMessages) { m_pMessages = pMessages; }
+    void SetMessages(CMessagesDock* pMessages) { m_pMessages = pMessages; }
 
     bool IsKeyDown(EKey eKey) const override;
 
@@ -44,7 +44,7 @@ private:
     bool LookUp(EKey eKey) const;
 
     const CScriptCursor* m_pScript = nullptr;
-    const CMessagesDock* m_pMessages = nullptr;
+    CMessagesDock* m_pMessages = nullptr;
     SHandState m_Hand;
     bool m_bInEvent = false;
     bool m_Held[3] = {}; // by EKey

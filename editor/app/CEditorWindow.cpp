@@ -3,10 +3,12 @@
 #include "editor/app/CBrushLibraryDock.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
+#include "editor/app/CFaultBar.h"
 #include "editor/app/CHistoryDock.h"
 #include "editor/app/CMessagesDock.h"
 #include "editor/app/CPanelDock.h"
 #include "editor/app/CProcessesDock.h"
+#include "editor/app/CScriptBar.h"
 #include "editor/app/CStatusLine.h"
 #include "editor/app/PropertyColumns.h"
 #include "editor/app/StrokeWords.h"
@@ -53,6 +55,13 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     GetHost().GetObservers().Add(&m_Face.GetEditorFrontEnd());
     GetHost().GetObservers().Add(this);
     setStatusBar(m_pStatus);
+    auto* pFaults = new CFaultBar(*this,
+                                  [this]
+                                  {
+                                      m_pMessages->show();
+                                      m_pMessages->raise();
+                                  });
+    m_pMessages->SetOnFault([pFaults](const QString& strFault) { pFaults->ShowFault(strFault); });
     // Recovering plays steps into the plug-in, so the script runner does it, which comes with the
     // plug-in.
     m_Documents.GetRecovery().SetRecover([this](const SRecoverable& entry)
@@ -99,8 +108,13 @@ void CEditorWindow::ShowPlugin()
                            m_Editor.GetKeys(),
                            m_Face.GetEditorFrontEnd().GetHand()};
     m_pViews = std::make_unique<CViewArea>(this, parts, MakeViewEvents());
-    m_pScripts = std::make_unique<CScriptRunner>(
-        *this, m_Editor, m_Face, *m_pViews, *m_pStatus, [this] { ShowState(); });
+    m_pScripts = std::make_unique<CScriptRunner>(*this,
+                                                 m_Editor,
+                                                 m_Face,
+                                                 *m_pViews,
+                                                 *m_pStatus,
+                                                 *new CScriptBar(*this, m_Settings.iScriptSpeed),
+                                                 [this] { ShowState(); });
     m_pPluginCommands = std::make_unique<CPluginCommands>(m_Editor, *m_pViews);
     m_pLayout = std::make_unique<CWindowLayout>(SLayoutParts{*this,
                                                              *m_pViews,
@@ -244,6 +258,12 @@ void CEditorWindow::OnLevel()
 
 void CEditorWindow::closeEvent(QCloseEvent* pEvent)
 {
+    if (m_Face.IsScriptPlayed())
+    {
+        m_pScripts->Stop(); // the level is in its hands until it has ended
+        pEvent->ignore();
+        return;
+    }
     m_pViews->EndGestures();
     if (!m_Documents.MayLeave() || !m_UnsavedWork.MayLeave())
     {

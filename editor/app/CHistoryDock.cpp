@@ -2,7 +2,9 @@
 
 #include "editor/core/CUndoStack.h"
 
+#include <QDateTime>
 #include <QListWidget>
+#include <QLocale>
 
 CHistoryDock::CHistoryDock(QWidget* pParent,
                            const CUndoStack& stack,
@@ -14,6 +16,7 @@ CHistoryDock::CHistoryDock(QWidget* pParent,
 {
     setObjectName("history");
     m_pList->setObjectName("history-list");
+    m_pList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the tip has all of it
     setWidget(m_pList);
     connect(m_pList,
             &QListWidget::itemClicked,
@@ -32,11 +35,16 @@ void CHistoryDock::Follow()
                                : QString("Start"));
     for (size_t i = 0; i < nAll; ++i)
     {
-        m_pList->addItem(QString::fromStdString(m_Stack.GetText(i)));
+        const QString strDetail = QString::fromStdString(m_Stack.GetDetail(i));
+        auto* pItem = new QListWidgetItem(QString::fromStdString(m_Stack.GetText(i)) +
+                                              (strDetail.isEmpty() ? "" : ": " + strDetail),
+                                          m_pList);
+        pItem->setToolTip(pItem->text() + "\n" +
+                          QLocale().toString(QDateTime::fromSecsSinceEpoch(m_Stack.GetTime(i)),
+                                             "d MMM yyyy, HH:mm:ss"));
         if (i >= nDone)
         {
-            m_pList->item(m_pList->count() - 1)
-                ->setForeground(palette().color(QPalette::Disabled, QPalette::Text));
+            pItem->setForeground(palette().color(QPalette::Disabled, QPalette::Text));
         }
     }
     m_pList->setCurrentRow(static_cast<int>(nDone));

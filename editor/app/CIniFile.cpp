@@ -98,7 +98,7 @@ void CIniFile::Check(const QVariantMap& known, const QStringList& wrong)
     }
     const QString strFault =
         m_bFormat && bOwn ? "wrong values of " + wrong.join(", ") : QString("is no settings file");
-    CrashLog("[CIniFile::Check] %s: %s\n", qUtf8Printable(m_File), qUtf8Printable(strFault));
+    WarnLog("[CIniFile::Check] %s: %s\n", qUtf8Printable(m_File), qUtf8Printable(strFault));
     m_bMayReplace = !KeepFile(m_File.toStdString()).empty();
     // What is no INI file is no place for new lines.
     m_bFormat = m_bFormat && bOwn;

@@ -1,10 +1,20 @@
 #include "editor/app/CMessagesDock.h"
 
-#include <QPlainTextEdit>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDateTime>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QLocale>
 #include <QRegularExpression>
-#include <QStringList>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QStyle>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
 
-#include <algorithm>
 #include <cstdio>
 #include <utility>
 
@@ -12,6 +22,25 @@ namespace
 {
 
 constexpr int LINES_KEPT = 5000;
+
+enum EColumn
+{
+    COLUMN_KIND,
+    COLUMN_TEXT,
+};
+
+struct SKind
+{
+    const char* pszName; // in its row
+    QStyle::StandardPixmap ePicture;
+};
+
+constexpr SKind KINDS[] = { // by ELogKind
+    {"Fault", QStyle::SP_MessageBoxCritical},
+    {"Warning", QStyle::SP_MessageBoxWarning},
+    {"Refusal", QStyle::SP_MessageBoxInformation}};
+
+constexpr int KIND_ROLE = Qt::UserRole; // an ELogKind
 
 // The line as a person reads it, without the "[Class::Method] " that it begins with.
 QString GetShownLine(const QString& strLine)
@@ -35,16 +64,58 @@ QString GetShownLine(const QString& strLine)
 
 CMessagesDock::CMessagesDock(QWidget* pParent)
     : QDockWidget("Messages", pParent)
-    , m_pText(new QPlainTextEdit(this))
+    , m_pKinds(new QComboBox(this))
+    , m_pFilter(new QLineEdit(this))
+    , m_pList(new QTreeWidget(this))
     , m_pBefore(SetLogSink(this))
 {
     setObjectName("messages");
-    m_pText->setReadOnly(true);
-    m_pText->setMaximumBlockCount(LINES_KEPT);
-    m_pText->setLineWrapMode(QPlainTextEdit::NoWrap);
-    setWidget(m_pText);
+    m_pKinds->setObjectName("message-kinds");
+    m_pKinds->setAccessibleName("Kinds that are shown");
+    m_pKinds->addItems({"All messages", "Faults and warnings", "Faults"});
+    m_pFilter->setObjectName("message-filter");
+    m_pFilter->setAccessibleName("Text that is shown");
+    m_pFilter->setPlaceholderText("Filter");
+    m_pFilter->setClearButtonEnabled(true);
+    auto* pCopy = new QToolButton(this);
+    pCopy->setObjectName("message-copy");
+    pCopy->setText("Copy");
+    pCopy->setToolTip("Copies the selected lines, or all that are shown (Ctrl+C)");
+    m_pList->setObjectName("message-list");
+    m_pList->setAccessibleName("Messages");
+    m_pList->setColumnCount(2);
+    m_pList->setHeaderHidden(true);
+    m_pList->header()->setSectionResizeMode(QHeaderView::ResizeToContents); // a long line scrolls
+    m_pList->setRootIsDecorated(false);
+    m_pList->setUniformRowHeights(true);
+    m_pList->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_pList->setTextElideMode(Qt::ElideNone);
+    auto* pMiddle = new QWidget(this);
+    auto* pRow = new QHBoxLayout;
+    pRow->addWidget(m_pKinds);
+    pRow->addWidget(m_pFilter, 1);
+    pRow->addWidget(pCopy);
+    auto* pColumn = new QVBoxLayout(pMiddle);
+    pColumn->setContentsMargins(0, 0, 0, 0);
+    pColumn->setSpacing(1);
+    pColumn->addLayout(pRow);
+    pColumn->addWidget(m_pList, 1);
+    setWidget(pMiddle);
     m_CallTimer.setSingleShot(true);
     m_CallTimer.setInterval(0); // when the event loop turns
+    m_CallTimer.callOnTimeout(this,
+                              [this]
+                              {
+                                  if (m_OnFault && !m_strFault.isEmpty())
+                                  {
+                                      m_OnFault(m_strFault);
+                                  }
+                              });
+    connect(m_pKinds, &QComboBox::currentIndexChanged, this, [this] { Filter(); });
+    connect(m_pFilter, &QLineEdit::textChanged, this, [this] { Filter(); });
+    connect(pCopy, &QToolButton::clicked, this, [this] { Copy(); });
+    new QShortcut(
+        QKeySequence::Copy, m_pList, [this] { Copy(); }, Qt::WidgetShortcut);
 }
 
 CMessagesDock::~CMessagesDock()
@@ -54,6 +125,7 @@ CMessagesDock::~CMessagesDock()
 
 void CMessagesDock::Write(const char* pszText)
 {
+    const ELogKind eKind = GetLogKind(); // the sink before may log
     if (m_pBefore != nullptr)
     {
         m_pBefore->Write(pszText);
@@ -67,18 +139,43 @@ void CMessagesDock::Write(const char* pszText)
     const qsizetype iEnd = m_strLine.lastIndexOf('\n');
     if (iEnd >= 0)
     {
-        QStringList lines = m_strLine.left(iEnd).split('\n');
+        const QStringList lines = m_strLine.left(iEnd).split('\n');
         m_strLine.remove(0, iEnd + 1);
-        m_nLines += static_cast<int>(lines.size());
-        std::transform(lines.begin(), lines.end(), lines.begin(), &GetShownLine);
-        m_strLast = lines.back();
-        m_pText->appendPlainText(lines.join('\n'));
-        TakeFault();
+        for (const QString& strLine : lines)
+        {
+            Add(GetShownLine(strLine), eKind);
+        }
+        NoteFault();
     }
 }
 
-// Refusals come the same way and are no faults.
-void CMessagesDock::TakeFault()
+void CMessagesDock::Add(const QString& strLine, ELogKind eKind)
+{
+    ++m_nLines;
+    m_strLast = strLine;
+    const SKind& kind = KINDS[static_cast<int>(eKind)];
+    auto* pItem = new QTreeWidgetItem({kind.pszName, strLine});
+    pItem->setIcon(COLUMN_KIND, style()->standardIcon(kind.ePicture));
+    pItem->setData(COLUMN_KIND, KIND_ROLE, static_cast<int>(eKind));
+    pItem->setToolTip(COLUMN_TEXT,
+                      QLocale().toString(QDateTime::currentDateTime(), "d MMM yyyy, HH:mm:ss"));
+    // Who reads further up stays there.
+    const QScrollBar* pBar = m_pList->verticalScrollBar();
+    const bool bAtEnd = pBar->value() == pBar->maximum();
+    m_pList->addTopLevelItem(pItem);
+    pItem->setHidden(!IsShown(*pItem));
+    if (m_pList->topLevelItemCount() > LINES_KEPT)
+    {
+        delete m_pList->takeTopLevelItem(0);
+    }
+    if (bAtEnd)
+    {
+        m_pList->scrollToBottom();
+    }
+}
+
+// Refusals and warnings come the same way and are no faults.
+void CMessagesDock::NoteFault()
 {
     if (std::exchange(m_nCrashLogs, GetCrashLogCount()) == m_nCrashLogs)
     {
@@ -88,7 +185,56 @@ void CMessagesDock::TakeFault()
     m_CallTimer.start();
 }
 
+QString CMessagesDock::TakeFaultOfCall()
+{
+    if (!m_CallTimer.isActive())
+    {
+        return {};
+    }
+    m_CallTimer.stop();
+    return m_strFault;
+}
+
+bool CMessagesDock::IsShown(const QTreeWidgetItem& item) const
+{
+    constexpr int MOST[] = {// of the kinds, by the rows of the choice
+                            static_cast<int>(ELogKind::Refusal),
+                            static_cast<int>(ELogKind::Warning),
+                            static_cast<int>(ELogKind::Fault)};
+    return item.data(COLUMN_KIND, KIND_ROLE).toInt() <= MOST[m_pKinds->currentIndex()] &&
+           item.text(COLUMN_TEXT).contains(m_pFilter->text(), Qt::CaseInsensitive);
+}
+
+void CMessagesDock::Filter()
+{
+    for (int i = 0; i < m_pList->topLevelItemCount(); ++i)
+    {
+        QTreeWidgetItem* pItem = m_pList->topLevelItem(i);
+        pItem->setHidden(!IsShown(*pItem));
+    }
+}
+
+void CMessagesDock::Copy() const
+{
+    const bool bSome = !m_pList->selectedItems().isEmpty();
+    QString strText;
+    for (int i = 0; i < m_pList->topLevelItemCount(); ++i)
+    {
+        const QTreeWidgetItem* pItem = m_pList->topLevelItem(i);
+        if (!pItem->isHidden() && (!bSome || pItem->isSelected()))
+        {
+            strText += pItem->text(COLUMN_KIND) + ": " + pItem->text(COLUMN_TEXT) + '\n';
+        }
+    }
+    QApplication::clipboard()->setText(strText);
+}
+
 QString CMessagesDock::GetText() const
 {
-    return m_pText->toPlainText();
+    QStringList lines;
+    for (int i = 0; i < m_pList->topLevelItemCount(); ++i)
+    {
+        lines << m_pList->topLevelItem(i)->text(COLUMN_TEXT);
+    }
+    return lines.join('\n');
 }

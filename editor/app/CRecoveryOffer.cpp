@@ -73,8 +73,8 @@ bool CRecoveryOffer::OfferAll()
 {
     for (const std::string& strPart : CRecorder::TakeInterrupted())
     {
-        LogR("[CRecorder] the editor ended while it recorded; what it had is in %s\n",
-             strPart.c_str());
+        WarnLog("[CRecorder] the editor ended while it recorded; what it had is in %s\n",
+                strPart.c_str());
     }
     if (m_Editor.GetAutosave().IsChanged())
     {

@@ -2,14 +2,14 @@
 
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
+#include "editor/app/CScriptBar.h"
 #include "editor/app/CStatusLine.h"
 #include "editor/app/CViewArea.h"
 #include "editor/script/CScriptCursor.h"
 #include "editor/script/CScriptPlayer.h"
 #include "parser/CTCParseNodes.h"
 
-#include <QCoreApplication>
-#include <QEvent>
+#include <QFileInfo>
 #include <QMessageBox>
 
 #include <memory>
@@ -18,34 +18,15 @@
 namespace
 {
 
-// Keeps presses from everybody while it is a filter of the application. What lets go passes: a key
-// that was held before must not stay so.
-class CPressDropper : public QObject
+size_t CountCalls(const CTCPARSE_KEYWORD* pFirst)
 {
-public:
-    bool HasDropped() const { return m_bDropped; }
-
-    bool eventFilter(QObject* /*pWatched*/, QEvent* pEvent) override
+    size_t nCalls = 0;
+    for (; pFirst != nullptr; pFirst = pFirst->next)
     {
-        switch (pEvent->type())
-        {
-        case QEvent::MouseButtonPress:
-        case QEvent::MouseButtonDblClick:
-        case QEvent::TabletPress:
-        case QEvent::Wheel:
-        case QEvent::KeyPress:
-        case QEvent::ShortcutOverride:
-        case QEvent::Shortcut:
-            m_bDropped = true;
-            return true;
-        default:
-            return false;
-        }
+        ++nCalls;
     }
-
-private:
-    bool m_bDropped = false;
-};
+    return nCalls;
+}
 
 } // namespace
 
@@ -54,19 +35,21 @@ CScriptRunner::CScriptRunner(QWidget& window,
                              CEditorFace& face,
                              CViewArea& views,
                              CStatusLine& status,
+                             CScriptBar& bar,
                              std::function<void()> onPlayed)
     : m_Window(window)
     , m_Editor(editor)
     , m_Face(face)
     , m_Views(views)
     , m_Status(status)
+    , m_Bar(bar)
     , m_OnPlayed(std::move(onPlayed))
 {
 }
 
 CScriptPlayer CScriptRunner::MakePlayer(CScriptCursor& cursor,
                                         const std::string& strPath,
-                                        std::function<void()> onPlayed)
+                                        std::function<bool()> onPlayed)
 {
     m_Face.SetScript(&cursor);
     return {m_Editor.GetHost(),
@@ -85,18 +68,13 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
         return EScriptEnd::Unusable;
     }
     CScriptCursor cursor;
-    CScriptPlayer player =
-        MakePlayer(cursor,
-                   strPath,
-                   [this]
-                   {
-                       // A person sees each keyword at work.
-                       m_Views.RequestFrames();
-                       QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-                   });
+    CScriptPlayer player = MakePlayer(
+        cursor, strPath, [this] { return m_Bar.Step([this] { m_Views.RequestFrames(); }); });
+    m_Bar.Begin(QFileInfo(QString::fromStdString(strPath)).fileName(), CountCalls(pScript.get()));
     const uint64_t uLevel = m_Editor.GetDocument().GetGeneration();
     const bool bPlayed = player.Play(pScript.get(), strFault);
-    DropInput();
+    m_Editor.GetHost().GetInput().EndDrag(); // that the script, or what stopped it, has left open
+    EndBar();
     m_Face.SetScript(nullptr);
     m_Views.LookAgain();
     if (uLevel == m_Editor.GetDocument().GetGeneration())
@@ -109,15 +87,28 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
 
 // What was pressed while the script ran was meant for what was shown then, and would be done with
 // what is at hand and shown now.
-void CScriptRunner::DropInput()
+void CScriptRunner::EndBar()
 {
-    CPressDropper dropper;
-    QCoreApplication::instance()->installEventFilter(&dropper);
-    QCoreApplication::processEvents();
-    if (dropper.HasDropped())
+    const size_t nPlayed = m_Bar.GetPlayedCount();
+    const size_t nCalls = m_Bar.GetCallCount();
+    const bool bStopped = m_Bar.IsStopped() && nPlayed < nCalls;
+    const bool bDropped = m_Bar.End();
+    if (bStopped)
+    {
+        m_Status.Say(
+            QString("The script was stopped after %1 of %2 calls; Undo takes its steps back")
+                .arg(static_cast<qulonglong>(nPlayed))
+                .arg(static_cast<qulonglong>(nCalls)));
+    }
+    else if (bDropped)
     {
         m_Status.Say("What was pressed while the script was played is left out");
     }
+}
+
+void CScriptRunner::Stop()
+{
+    m_Bar.Stop();
 }
 
 bool CScriptRunner::Recover(const SRecoverable& entry)

@@ -7,6 +7,7 @@
 
 class CEditor;
 class CEditorFace;
+class CScriptBar;
 class CScriptCursor;
 class CScriptPlayer;
 class CStatusLine;
@@ -25,11 +26,14 @@ public:
                   CEditorFace& face,
                   CViewArea& views,
                   CStatusLine& status,
+                  CScriptBar& bar,
                   std::function<void()> onPlayed);
 
-    // Plays a replay script, as far as it goes; the views show each step. strFault: one line when
-    // it was not played to its end.
+    // Plays a replay script, as far as it goes or a person lets it; the views show what it does.
+    // strFault: one line when it was not played to its end for a fault.
     EScriptEnd Play(const std::string& strPath, std::string& strFault);
+    // A script that is played ends with the call that it is at.
+    void Stop();
     // Gives back the steps that an interrupted run has left, and says how many of them were given
     // back. False after a logged line when the level they stand on could not be opened.
     bool Recover(const SRecoverable& entry);
@@ -39,8 +43,8 @@ private:
     // not the person's, until the face is told otherwise. onPlayed: runs after each keyword.
     CScriptPlayer MakePlayer(CScriptCursor& cursor,
                              const std::string& strPath,
-                             std::function<void()> onPlayed = {});
-    void DropInput();
+                             std::function<bool()> onPlayed = {});
+    void EndBar();
     void ReportRecovered(size_t nSteps, size_t nAll, const std::string& strFault);
 
     QWidget& m_Window;
@@ -48,5 +52,6 @@ private:
     CEditorFace& m_Face;
     CViewArea& m_Views;
     CStatusLine& m_Status;
+    CScriptBar& m_Bar;
     std::function<void()> m_OnPlayed;
 };

@@ -2,6 +2,7 @@
 
 #include "editor/app/CEditor.h"
 #include "editor/app/CIniFile.h"
+#include "editor/app/CScriptBar.h"
 
 #include <algorithm>
 
@@ -35,6 +36,7 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     file.Read("view/sun_pitch", render.fSunPitch);
     file.Read("view/ambient", render.fAmbient);
     file.Read("view/type_blend", render.fTypeBlend);
+    file.Read("script/speed", iScriptSpeed);
     file.Read("document/autosave_seconds", iAutosaveSeconds);
     file.Read("document/undo_megabytes", iUndoMegabytes);
     // A person may have edited the file.
@@ -50,6 +52,7 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     input.iBuildsASecond = std::clamp(input.iBuildsASecond, 0, SInputSettings::MOST_BUILDS);
     input.symmetry.iTurns =
         std::clamp(input.symmetry.iTurns, SSymmetry::LEAST_TURNS, SSymmetry::MOST_TURNS);
+    iScriptSpeed = std::clamp(iScriptSpeed, 0, static_cast<int>(EScriptSpeed::Slow));
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
     iUndoMegabytes = std::clamp(iUndoMegabytes, 0, MOST_MEGABYTES);
     return wrong;
@@ -81,6 +84,7 @@ void SEditorSettings::Store(QVariantMap& values) const
     values["view/sun_pitch"] = static_cast<double>(render.fSunPitch);
     values["view/ambient"] = static_cast<double>(render.fAmbient);
     values["view/type_blend"] = static_cast<double>(render.fTypeBlend);
+    values["script/speed"] = iScriptSpeed;
     values["document/autosave_seconds"] = iAutosaveSeconds;
     values["document/undo_megabytes"] = iUndoMegabytes;
 }

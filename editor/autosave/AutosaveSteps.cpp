@@ -46,7 +46,7 @@ void TellRecovered(const SRecoverable& entry, size_t nSteps, bool bHidden)
     {
         strBack += "; what was painted shows when Edit is switched on";
     }
-    LogR("[CAutosave::Recover] %s\n", strBack.c_str());
+    WarnLog("[CAutosave::Recover] %s\n", strBack.c_str());
 }
 
 } // namespace
@@ -199,9 +199,9 @@ bool CAutosave::Recover(const SRecoverable& entry,
         {
             return false; // the next save of the bitmap would replace it
         }
-        LogR("[CAutosave::Recover] %s has been saved since: that is kept as %s\n",
-             text.strBitmap.c_str(),
-             strKept.c_str());
+        WarnLog("[CAutosave::Recover] %s has been saved since: that is kept as %s\n",
+                text.strBitmap.c_str(),
+                strKept.c_str());
     }
     // What is played is not recorded again.
     const bool bWasOff = std::exchange(m_bOff, true);

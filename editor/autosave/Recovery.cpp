@@ -156,8 +156,8 @@ public:
             m_bChanged = *bOther;
             if (m_bChanged)
             {
-                LogR("[PlaySteps] %s has changed since: what was painted on it is left out\n",
-                     strFile.c_str());
+                WarnLog("[PlaySteps] %s has changed since: what was painted on it is left out\n",
+                        strFile.c_str());
             }
         }
         std::string strKept;

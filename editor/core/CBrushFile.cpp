@@ -104,10 +104,10 @@ bool CBrushFile::MayReplaceBrushFile()
         {
             return Refuse();
         }
-        CrashLog("[CBrushFile::MayReplaceBrushFile] another program has changed %s, which is kept "
-                 "as %s\n",
-                 GetName(strPath).c_str(),
-                 m_Kept.c_str());
+        WarnLog("[CBrushFile::MayReplaceBrushFile] another program has changed %s, which is kept "
+                "as %s\n",
+                GetName(strPath).c_str(),
+                m_Kept.c_str());
         m_Stamp = CFileStamp(strPath);
         m_bFaulty = false;
     }

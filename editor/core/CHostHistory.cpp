@@ -5,14 +5,38 @@
 #include "editor/core/CHostObservers.h"
 #include "editor/core/CPluginRegistry.h"
 #include "host/IPlugin.h"
+#include "host/IPluginMark.h"
 #include "host/IPluginPainting.h"
 
+#include <cmath>
+#include <new>
 #include <utility>
 
 namespace
 {
 
 constexpr size_t BYTES_OF_A_VERTEX = 9; // in an undo record: two heights, and where they are
+
+std::string GetPlaceText(const SVec3& at)
+{
+    return std::to_string(std::lround(at.x)) + ", " + std::to_string(std::lround(at.z));
+}
+
+// pMark: of the tool that has drawn it; null: not known.
+std::string GetTrackText(const SDragTrack& track, const SToolMark* pMark)
+{
+    if (pMark != nullptr && pMark->eKind == EToolKind::Ramp && track.bHit)
+    {
+        return "from " + GetPlaceText(track.first) + " to " + GetPlaceText(track.last);
+    }
+    std::string strText;
+    if (pMark != nullptr && pMark->eKind == EToolKind::Add)
+    {
+        strText = pMark->eSign == EToolSign::Lower ? "lowers, " : "raises, ";
+    }
+    strText += std::to_string(track.nMoves) + (track.nMoves == 1 ? " point" : " points");
+    return track.bHit ? strText + " at " + GetPlaceText(track.first) : strText;
+}
 
 } // namespace
 
@@ -39,6 +63,7 @@ void CHostHistory::Add(CUndo* pUndo, std::string strText)
     m_Changes.Follow();
     if (m_Stack.Add(pUndo, std::move(strText), m_Changes.GetCount() * BYTES_OF_A_VERTEX))
     {
+        Describe();
         m_Observers.Tell({.eKind = EHostEvent::UndoAdded});
     }
     else if (IsStepOpen())
@@ -49,6 +74,26 @@ void CHostHistory::Add(CUndo* pUndo, std::string strText)
     }
     // Another record of the same stroke holds only what changes from here.
     m_Changes.Clear();
+}
+
+// Says in the list of steps what and where a stroke was.
+void CHostHistory::Describe()
+{
+    if (!m_Input.IsMouseEvent())
+    {
+        return;
+    }
+    SToolMark mark;
+    auto* pMark = m_Registry.FindInterface<IPluginMark>();
+    const bool bMark = pMark != nullptr && pMark->GetMark(false, mark);
+    try
+    {
+        m_Stack.Describe(GetTrackText(m_Input.GetDragTrack(), bMark ? &mark : nullptr));
+    }
+    catch (const std::bad_alloc&)
+    {
+        return; // a step can be undone without it
+    }
 }
 
 bool CHostHistory::AddStep(CUndo* pUndo, std::string strText, size_t nBytes)

@@ -53,6 +53,8 @@ public:
     CUndoStack& GetStack() { return m_Stack; }
 
 private:
+    void Describe();
+
     // IUndoListener
     void OnBeforeStep(bool bRedo) override;
     void OnStep(bool bRedo) override;

@@ -59,6 +59,7 @@ void CHostInput::SendButtonDown(ViewId view, uint32_t uFlags, const SButtonBlock
     }
     m_DragView = view;
     m_DragPoint = block;
+    m_Track = {};
     // The undo record that comes with the release counts from here.
     m_Changes.Start();
     SendEvent("CEditorHost::SendButtonDown",
@@ -78,6 +79,7 @@ void CHostInput::SendMouseMove(ViewId view,
         return;
     }
     m_DragPoint = {point.x, point.y, step.dx, step.dy};
+    m_Track.nMoves += IsDragging() ? 1 : 0;
     SendEvent("CEditorHost::SendMouseMove",
               {.eKind = EHostEvent::MouseMove,
                .view = view,
@@ -253,4 +255,10 @@ void CHostInput::NoteHit(const SVec3& hit)
 {
     m_Event.bHit = true;
     m_Event.hit = hit;
+    if (IsDragging())
+    {
+        m_Track.first = m_Track.bHit ? m_Track.first : hit;
+        m_Track.bHit = true;
+        m_Track.last = hit;
+    }
 }

@@ -17,6 +17,15 @@ class IStepKeeper;
 
 // The way of all input to the plug-ins: to each one that is listed for input, which gives it to the
 // mode manager. The observers are told before and after; events may happen inside one another.
+// What a drag has been so far.
+struct SDragTrack
+{
+    uint32_t nMoves = 0; // events of the mouse behind the press
+    bool bHit = false;   // a plug-in has found ground under the cursor:
+    SVec3 first;         // where it did first
+    SVec3 last;          // and last
+};
+
 // Keeps to which view a drag belongs, and ends what a plug-in has no memory for. Lines in the log
 // name CEditorHost, who owns it. UI thread.
 class CHostInput
@@ -75,6 +84,9 @@ public:
 
     bool IsDragging() const { return m_DragView != NO_VIEW; }
 
+    // The drag that runs, or the last one.
+    const SDragTrack& GetDragTrack() const { return m_Track; }
+
     // Whether the plug-ins are at an event of the mouse at present.
     bool IsMouseEvent() const;
     // Makes what a plug-in is told of the ground under the cursor a part of the event that it is
@@ -110,8 +122,9 @@ private:
     CChangeCount& m_Changes;
     SHostEvent m_Event;          // the one that the plug-ins see at present
     ViewId m_DragView = NO_VIEW; // the view a button is held in
-    SPointForm m_PointForm;      // as the plug-ins have it
-    SButtonBlock m_DragPoint;    // where the cursor was last during that drag
+    SDragTrack m_Track;
+    SPointForm m_PointForm;   // as the plug-ins have it
+    SButtonBlock m_DragPoint; // where the cursor was last during that drag
     IDragOwner* m_pOwner = nullptr;
     IStepKeeper* m_pSteps = nullptr;
 };

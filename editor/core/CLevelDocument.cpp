@@ -180,8 +180,8 @@ void CLevelDocument::ReadProtection(SLevelText& text, CLevelFiles& files) const
     if (!bRead)
     {
         edit.TakeBack(); // memory may have ended half-way
-        CrashLog("[CLevelDocument::Open] %s cannot be used: nothing is protected\n",
-                 text.strProtection.c_str());
+        WarnLog("[CLevelDocument::Open] %s cannot be used: nothing is protected\n",
+                text.strProtection.c_str());
         files.NoteProtection({});
         text.strProtection.clear();
         text.bUnreadProtection = true;

@@ -81,9 +81,9 @@ void CLevelHeights::Replace(SHeightField&& field, const std::string& strText)
     m_Keeper.OnBeforeReplacement(false);
     if (!m_World.GetCTerrain()->GetProtection().IsEmpty())
     {
-        LogR("[CLevelHeights] what was protected lay on other ground: nothing is protected now; "
-             "undo "
-             "brings it back\n");
+        WarnLog("[CLevelHeights] what was protected lay on other ground: nothing is protected now; "
+                "undo "
+                "brings it back\n");
     }
     const bool bAdded =
         AddStep(m_World.GetCTerrain()->ReplaceField(std::move(field)), strText.c_str());
@@ -193,9 +193,9 @@ bool CLevelHeights::KeepOther(const std::string& strPath)
     const std::string strOther = KeepBeside(strPath);
     if (!strOther.empty())
     {
-        LogR("[CLevelHeights] %s as it was saved is kept as %s\n",
-             strPath.c_str(),
-             strOther.c_str());
+        WarnLog("[CLevelHeights] %s as it was saved is kept as %s\n",
+                strPath.c_str(),
+                strOther.c_str());
     }
     return !strOther.empty();
 }

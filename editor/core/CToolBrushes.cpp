@@ -105,7 +105,7 @@ void CToolBrushes::ListReadyBrushes()
     }
     if (bDamaged)
     {
-        CrashLog("[CToolBrushes::ListReadyBrushes] the ready brushes are listed instead\n");
+        WarnLog("[CToolBrushes::ListReadyBrushes] the ready brushes are listed instead\n");
     }
     CTCPARSE_KEYWORD keyword;
     std::snprintf(keyword.name, sizeof(keyword.name), "brush_file");

@@ -91,7 +91,8 @@ bool CUndoStack::Add(CUndo* pUndo, std::string strText, size_t nBytes)
     {
         DropRedo();
         first.push_back(std::move(pOwned));
-        m_Records.push_back({std::move(first), std::move(strText), ++m_LastId, nBytes});
+        m_Records.push_back(
+            {std::move(first), std::move(strText), ++m_LastId, nBytes, {}, std::time(nullptr)});
         m_bOpenRecord = m_bOpen;
     }
     m_Position = m_Records.size();
@@ -249,6 +250,14 @@ void CUndoStack::DropRedo()
     while (m_Records.size() > m_Position)
     {
         Drop(m_Records.size() - 1);
+    }
+}
+
+void CUndoStack::Describe(const std::string& strDetail)
+{
+    if (m_Position > 0 && m_Records[m_Position - 1].strDetail.empty())
+    {
+        m_Records[m_Position - 1].strDetail = strDetail;
     }
 }
 

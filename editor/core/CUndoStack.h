@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <memory>
 #include <string>
 #include <vector>
@@ -76,6 +77,15 @@ public:
     // GetRedoCount, oldest first.
     std::string GetText(size_t i) const;
 
+    // More of a step, for a list of them: what Describe has said, and when its first record came.
+    const std::string& GetDetail(size_t i) const { return m_Records[i].strDetail; }
+
+    std::time_t GetTime(size_t i) const { return m_Records[i].time; }
+
+    // Says of the newest step what and where it is: "14 points at 120, 80". Nothing where it has
+    // been said, or without a step.
+    void Describe(const std::string& strDetail);
+
     // Names the state that the steps so far have led to. Undo and redo come back to a state of
     // before; no state after Clear has a name of before, and neither has one whose way back was
     // given up.
@@ -88,6 +98,8 @@ private:
         std::string strText;
         uint64_t uId = 0;
         size_t nBytes = 0;
+        std::string strDetail;
+        std::time_t time = 0;
     };
 
     void MakeRoom(std::vector<std::unique_ptr<CUndo>>& first);

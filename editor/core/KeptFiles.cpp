@@ -68,7 +68,7 @@ std::string KeepFile(const std::string& strFile)
         CrashLog("[KeepFile] no copy can be kept: %s\n", strFault.c_str());
         return {};
     }
-    CrashLog("[KeepFile] %s is kept as %s\n", strFile.c_str(), strCopy.c_str());
+    WarnLog("[KeepFile] %s is kept as %s\n", strFile.c_str(), strCopy.c_str());
     return strCopy;
 }
 
@@ -82,11 +82,11 @@ void KeepFaultyBrushes(IPluginBrushes& brushes)
             fault.iLine > 0 ? ", line " + std::to_string(fault.iLine) : std::string();
         const std::string strBrush =
             fault.strBrush.empty() ? std::string() : ", brush \"" + fault.strBrush + "\"";
-        CrashLog("[KeepFaultyBrushes] %s%s%s: %s\n",
-                 strName.c_str(),
-                 strLine.c_str(),
-                 strBrush.c_str(),
-                 fault.strFault.c_str());
+        WarnLog("[KeepFaultyBrushes] %s%s%s: %s\n",
+                strName.c_str(),
+                strLine.c_str(),
+                strBrush.c_str(),
+                fault.strFault.c_str());
     }
     // A library of the installation is never written to.
     const std::string strFile = fs::root_path(strName.c_str());

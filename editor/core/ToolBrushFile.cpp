@@ -113,10 +113,10 @@ std::string TakeMask(const std::string& strFile, CTCPARSE_KEYWORD& brush, const 
     strMask = bLost ? found->second : strMask;
     if (!strMask.empty() && !fs::exists(strMask.c_str()))
     {
-        CrashLog("[LoadToolBrushes] %s, line %d: the mask %s is not there\n",
-                 strFile.c_str(),
-                 static_cast<int>(brush.line),
-                 strMask.c_str());
+        WarnLog("[LoadToolBrushes] %s, line %d: the mask %s is not there\n",
+                strFile.c_str(),
+                static_cast<int>(brush.line),
+                strMask.c_str());
     }
     else if (bLost)
     {
@@ -133,10 +133,10 @@ bool PlayBrush(const std::string& strFile, IPluginScript& script, const CTCPARSE
     {
         return true;
     }
-    CrashLog("[LoadToolBrushes] %s, line %d: tool_brush: %s\n",
-             strFile.c_str(),
-             static_cast<int>(brush.line),
-             strWhy.c_str());
+    WarnLog("[LoadToolBrushes] %s, line %d: tool_brush: %s\n",
+            strFile.c_str(),
+            static_cast<int>(brush.line),
+            strWhy.c_str());
     return false;
 }
 
@@ -156,15 +156,15 @@ EToolFile LoadToolBrushes(const std::string& strFile,
     }
     if (eStatus != tcparse_done)
     {
-        CrashLog("[LoadToolBrushes] %s: cannot be read, the tools begin anew\n", strFile.c_str());
+        WarnLog("[LoadToolBrushes] %s: cannot be read, the tools begin anew\n", strFile.c_str());
         return EToolFile::Faulty;
     }
     EToolFile eResult = EToolFile::Read;
     const CTCPARSE_KEYWORD* pCut = nullptr;
     if (!IsWhole(pTree.get(), outline, offers, pCut))
     {
-        CrashLog("[LoadToolBrushes] %s: the end is missing, tools that are not there begin anew\n",
-                 strFile.c_str());
+        WarnLog("[LoadToolBrushes] %s: the end is missing, tools that are not there begin anew\n",
+                strFile.c_str());
         eResult = EToolFile::Faulty;
     }
     kept.fitted = FindPairs(pTree.get(), FITTED);

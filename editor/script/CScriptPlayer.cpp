@@ -14,7 +14,7 @@ CScriptPlayer::CScriptPlayer(CEditorHost& host,
                              ViewId view,
                              IPlugin* pPlugin,
                              const std::string& strScriptPath,
-                             std::function<void()> onPlayed)
+                             std::function<bool()> onPlayed)
     : m_Host(host)
     , m_View(view)
     , m_Script(dynamic_cast<IPluginScript*>(pPlugin))
@@ -47,9 +47,9 @@ bool CScriptPlayer::Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault)
             EndSteps();
             return false;
         }
-        if (m_OnPlayed)
+        if (m_OnPlayed && !m_OnPlayed())
         {
-            m_OnPlayed();
+            break;
         }
     }
     m_Mouse.EndDrag();

@@ -21,19 +21,21 @@ class CScriptPlayer
 public:
     // pPlugin: null for none; one without IPluginScript takes no keywords of its own.
     // cursor: the face's, which answers picks and keys from it. view: the one that events are sent
-    // to. onPlayed: runs after each keyword; empty for nothing.
+    // to. onPlayed: runs after each keyword and says whether to go on; empty
+    // for nothing.
     CScriptPlayer(CEditorHost& host,
                   CScriptCursor& cursor,
                   ViewId view,
                   IPlugin* pPlugin,
                   const std::string& strScriptPath,
-                  std::function<void()> onPlayed = {});
+                  std::function<bool()> onPlayed = {});
     CScriptPlayer(const CScriptPlayer&) = delete; // its parts refer to one another
     CScriptPlayer& operator=(const CScriptPlayer&) = delete;
 
     // Plays the chain that starts at pFirst (null: nothing to do) and stops at the first keyword
     // that fails; strFault is then one line that names the file, the keyword and why. File names of
-    // the plug-in's keywords in the tree are replaced by those beside the script.
+    // the plug-in's keywords in the tree are replaced by those beside the script. True also where
+    // onPlayed did not want to go on.
     bool Play(CTCPARSE_KEYWORD* pFirst, std::string& strFault);
 
     const CDragRecorder& GetDrags() const { return m_Mouse.GetDrags(); }
@@ -46,7 +48,7 @@ private:
     CEditorHost& m_Host;
     ViewId m_View;
     IPluginScript* m_Script;
-    std::function<void()> m_OnPlayed;
+    std::function<bool()> m_OnPlayed;
     std::string m_ScriptPath; // as given
     CScriptKeywords m_Keywords;
     CScriptFolder m_Folder;

@@ -16,6 +16,7 @@ constexpr size_t SHORT_LINE = 1024;
 
 ILogSink* g_Sink = nullptr;
 uint64_t g_CrashLogs = 0;
+ELogKind g_Kind = ELogKind::Fault;
 
 // Where memory has run out, which is when a line matters most, it may be cut or go to stderr only.
 TELLUR_PRINTF(1, 0) void WriteToSink(const char* pszFormat, va_list arguments)
@@ -63,6 +64,7 @@ TELLUR_PRINTF(1, 0) void WriteToSink(const char* pszFormat, va_list arguments)
 void CrashLog(const char* pszFormat, ...)
 {
     ++g_CrashLogs;
+    g_Kind = ELogKind::Fault;
     va_list arguments;
     va_start(arguments, pszFormat);
     WriteToSink(pszFormat, arguments);
@@ -74,8 +76,23 @@ uint64_t GetCrashLogCount()
     return g_CrashLogs;
 }
 
+void WarnLog(const char* pszFormat, ...)
+{
+    g_Kind = ELogKind::Warning;
+    va_list arguments;
+    va_start(arguments, pszFormat);
+    WriteToSink(pszFormat, arguments);
+    va_end(arguments);
+}
+
+ELogKind GetLogKind()
+{
+    return g_Kind;
+}
+
 void LogR(const char* pszFormat, ...)
 {
+    g_Kind = ELogKind::Refusal;
     va_list arguments;
     va_start(arguments, pszFormat);
     WriteToSink(pszFormat, arguments);
@@ -84,6 +101,7 @@ void LogR(const char* pszFormat, ...)
 
 void CrashExit(const char* pszFormat, ...)
 {
+    g_Kind = ELogKind::Fault;
     va_list arguments;
     va_start(arguments, pszFormat);
     WriteToSink(pszFormat, arguments);
