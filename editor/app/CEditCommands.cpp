@@ -143,7 +143,11 @@ void CEditCommands::CancelWork()
         return;
     }
     const bool bCancelled = m_Views.CancelStroke();
-    if (!bCancelled && m_Views.IsProtecting())
+    if (!bCancelled && m_Views.GetRuler().IsOn())
+    {
+        m_Views.SetMeasuring(false);
+    }
+    else if (!bCancelled && m_Views.IsProtecting())
     {
         m_Views.SetProtecting(false);
     }

@@ -58,6 +58,7 @@ void CEditorFrontEnd::OnEvent(const SHostEvent& event)
     if (event.eKind == EHostEvent::LevelChanged || event.eKind == EHostEvent::TerrainReloaded)
     {
         m_Hand.path.Stop(); // its knots were on the other ground
+        m_Hand.ruler.Clear();
     }
     // These come in the middle of another event.
     m_bInEvent =

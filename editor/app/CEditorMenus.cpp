@@ -15,6 +15,7 @@
 CEditorMenus::CEditorMenus(const SMenuParts& parts)
     : m_Window(parts.window)
     , m_Commands(parts.commands)
+    , m_Spot(parts.views)
     , m_Plugin(parts.plugin)
     , m_File(parts.window,
              parts.editor,
@@ -26,12 +27,18 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     , m_View(parts.editor, parts.views, parts.panel, parts.plugin, parts.settings.render)
     , m_Level(parts.editor, parts.documents, parts.onLevel)
     , m_Protection(parts.window, parts.editor, parts.views, parts.showState)
+    , m_Measure(parts.editor,
+                parts.views,
+                m_Spot,
+                parts.measure,
+                parts.settings.fEyeHeight,
+                parts.showState)
     , m_Camera(parts.views, parts.plugin)
     , m_Brush(parts.editor, parts.views, parts.plugin)
     , m_Form(parts.window, parts.views, parts.settings.input.form)
     , m_Library(parts.library, parts.views)
     , m_Strokes(parts.editor, parts.views, parts.settings.input, parts.hand, parts.showState)
-    , m_Symmetry(parts.window, parts.views, parts.settings.input.symmetry, parts.showState)
+    , m_Symmetry(parts.window, parts.views, m_Spot, parts.settings.input.symmetry, parts.showState)
 {
     QMenuBar& bar = *m_Window.menuBar();
     m_File.AddTo(*bar.addMenu("&File"), m_Commands);
@@ -42,6 +49,7 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     QMenu* pLevel = bar.addMenu("&Level");
     m_Level.AddTo(*pLevel, m_Commands);
     m_Protection.AddTo(*pLevel, m_Commands);
+    m_Measure.AddTo(*pLevel, m_Commands);
     m_Camera.AddTo(*bar.addMenu("&Camera"), m_Commands);
     QMenu* pBrush = bar.addMenu("&Brush");
     m_Brush.AddTo(*pBrush, m_Commands);
@@ -69,12 +77,13 @@ void CEditorMenus::ShowContextMenu(ViewId view, const QPoint& screen)
     for (const char* pszId : {"camera.frame",
                               "camera.frame_all",
                               "view.wire",
+                              CMeasureCommands::PROBE_HERE,
                               CSymmetryCommands::CENTRE_HERE,
                               "edit.undo"})
     {
         more.push_back(m_Commands.Find(pszId));
     }
-    m_Symmetry.SetSpot(view); // while the menu is open the cursor is over it
+    m_Spot.Set(view); // while the menu is open the cursor is over it
     m_Plugin.ShowContextMenu(m_Window, view, screen, more);
-    m_Symmetry.SetSpot(NO_VIEW);
+    m_Spot.Set(NO_VIEW);
 }

@@ -6,6 +6,8 @@
 #include "editor/app/CFileCommands.h"
 #include "editor/app/CLevelCommands.h"
 #include "editor/app/CLibraryCommands.h"
+#include "editor/app/CMeasureCommands.h"
+#include "editor/app/CMenuSpot.h"
 #include "editor/app/CProtectionCommands.h"
 #include "editor/app/CStrokeCommands.h"
 #include "editor/app/CSymmetryCommands.h"
@@ -27,6 +29,7 @@ struct SMenuParts
     CViewArea& views;
     CPanelDock& panel;
     CBrushLibraryDock& library;
+    CMeasureDock& measure;
     CDocumentActions& documents;
     CScriptRunner& scripts;
     CPluginCommands& plugin;
@@ -53,12 +56,14 @@ public:
 private:
     QMainWindow& m_Window;
     CCommandList& m_Commands;
+    CMenuSpot m_Spot;
     CPluginCommands& m_Plugin;
     CFileCommands m_File;
     CEditCommands m_Edit;
     CViewCommands m_View;
     CLevelCommands m_Level;
     CProtectionCommands m_Protection;
+    CMeasureCommands m_Measure;
     CCameraCommands m_Camera;
     CToolCommands m_Brush;
     CBrushFormCommands m_Form;

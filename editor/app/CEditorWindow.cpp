@@ -5,6 +5,7 @@
 #include "editor/app/CEditorFace.h"
 #include "editor/app/CFaultBar.h"
 #include "editor/app/CHistoryDock.h"
+#include "editor/app/CMeasureDock.h"
 #include "editor/app/CMessagesDock.h"
 #include "editor/app/CPanelDock.h"
 #include "editor/app/CProcessesDock.h"
@@ -155,6 +156,7 @@ void CEditorWindow::MakeMenus()
                                                   .views = *m_pViews,
                                                   .panel = m_pLayout->GetPanel(),
                                                   .library = m_pLayout->GetLibrary(),
+                                                  .measure = m_pLayout->GetMeasure(),
                                                   .documents = m_Documents,
                                                   .scripts = *m_pScripts,
                                                   .plugin = *m_pPluginCommands,
@@ -240,6 +242,7 @@ void CEditorWindow::Refresh()
     m_pLayout->GetHistory().Follow();
     m_Editor.GetBrushFile().Follow();
     m_pLayout->GetLibrary().Follow();
+    m_pLayout->GetMeasure().Follow();
     m_pMenus->Follow();
     const CRecorder* pRecorder = m_Editor.GetRecorder();
     m_pStatus->SetRecording(pRecorder != nullptr && pRecorder->IsRecording());

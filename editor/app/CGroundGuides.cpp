@@ -1,6 +1,7 @@
 #include "editor/app/CGroundGuides.h"
 
 #include "editor/app/CStrokeSender.h"
+#include "editor/view/CGroundRuler.h"
 #include "editor/view/CStrokePath.h"
 #include "editor/view/SSymmetry.h"
 #include "engine/terrain/CTerrain.h"
@@ -14,6 +15,8 @@ namespace
 {
 
 constexpr SColor PATH = {1.0F, 0.85F, 0.2F, 1.0F};
+constexpr SColor RULER = {1.0F, 1.0F, 1.0F, 1.0F};
+constexpr SColor PROBE = {1.0F, 0.45F, 0.85F, 1.0F};
 constexpr SColor SYMMETRY = {0.3F, 0.9F, 1.0F, 0.9F};
 // Pieces of a line that follows the ground.
 constexpr int ACROSS = 256;
@@ -93,6 +96,27 @@ void CGroundGuides::DrawPath(const CStrokePath& path, const SVec3* pCursor)
         SColor faint = PATH;
         faint.a *= 0.5F;
         DrawLine(knots.back(), *pCursor, BETWEEN, faint);
+    }
+}
+
+void CGroundGuides::DrawRuler(const CGroundRuler& ruler)
+{
+    if (m_Terrain == nullptr)
+    {
+        return;
+    }
+    const SVec3 size = m_Terrain->GetSize();
+    const float fArm = KNOT_SHARE * std::max(size.x, size.z);
+    if (ruler.HasLine())
+    {
+        DrawLine(ruler.GetFrom(), ruler.GetTo(), ACROSS, RULER);
+        DrawCross(ruler.GetFrom(), fArm, RULER);
+        DrawCross(ruler.GetTo(), fArm, RULER);
+    }
+    if (ruler.HasProbe())
+    {
+        DrawCross(ruler.GetProbe(), fArm, PROBE);
+        DrawRing(ruler.GetProbe(), fArm, PROBE);
     }
 }
 

@@ -3,13 +3,14 @@
 #include "host/HostTypes.h"
 
 class CEngineHost;
+class CGroundRuler;
 class CStrokePath;
 class CTerrain;
 struct SSymmetry;
 
 // Lines on the ground of one frame that show where a stroke will go: the path that is being set,
-// and the lines or the centre that images of a stroke lie about. Drawn as debug lines of the
-// engine, which every view shows. Made for a frame.
+// the lines or the centre that images of a stroke lie about, and what is measured. Drawn as debug
+// lines of the engine, which every view shows. Made for a frame.
 class CGroundGuides
 {
 public:
@@ -17,6 +18,7 @@ public:
 
     // pCursor: where the next knot would be; null for nowhere.
     void DrawPath(const CStrokePath& path, const SVec3* pCursor);
+    void DrawRuler(const CGroundRuler& ruler);
     void DrawSymmetry(const SSymmetry& symmetry);
 
 private:

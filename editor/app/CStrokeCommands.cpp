@@ -110,7 +110,8 @@ void CStrokeCommands::SwitchPath()
     }
     else if (!m_Host.GetInput().IsDragging())
     {
-        m_Views.SetProtecting(false); // the button does one of the two
+        m_Views.SetMeasuring(false); // the button does one of these
+        m_Views.SetProtecting(false);
         m_Hand.path.Begin();
     }
     Show();

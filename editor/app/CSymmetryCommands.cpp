@@ -2,6 +2,7 @@
 
 #include "editor/app/CCommandList.h"
 #include "editor/app/CCursorNote.h"
+#include "editor/app/CMenuSpot.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
 #include "editor/view/SSymmetry.h"
@@ -12,10 +13,12 @@
 
 CSymmetryCommands::CSymmetryCommands(QWidget& window,
                                      CViewArea& views,
+                                     const CMenuSpot& spot,
                                      SSymmetry& symmetry,
                                      std::function<void()> showState)
     : m_Window(window)
     , m_Views(views)
+    , m_Spot(spot)
     , m_Symmetry(symmetry)
     , m_ShowState(std::move(showState))
 {
@@ -102,27 +105,11 @@ void CSymmetryCommands::ChooseTurns()
     }
 }
 
-void CSymmetryCommands::SetSpot(ViewId view)
-{
-    SVec3 hit;
-    CViewWidget* pView = m_Views.Find(view);
-    m_Spot.reset();
-    if (pView != nullptr && pView->GetInput().PickCursor(hit))
-    {
-        m_Spot = hit;
-    }
-}
-
 void CSymmetryCommands::PutCentreHere()
 {
     SVec3 hit;
-    if (m_Spot.has_value())
+    if (!m_Spot.Pick(hit))
     {
-        hit = *m_Spot;
-    }
-    else if (!m_Views.GetActive()->GetInput().PickCursor(hit))
-    {
-        m_Views.GetActive()->GetNote().ShowValue("no ground under the cursor");
         return;
     }
     m_Symmetry.bOwnCentre = true;

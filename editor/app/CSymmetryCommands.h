@@ -1,11 +1,9 @@
 #pragma once
 
-#include "host/HostTypes.h"
-
 #include <functional>
-#include <optional>
 
 class CCommandList;
+class CMenuSpot;
 class CViewArea;
 class QMenu;
 class QWidget;
@@ -21,14 +19,11 @@ public:
     // Borrowed. window: of the dialog. showState: menus and status line are others.
     CSymmetryCommands(QWidget& window,
                       CViewArea& views,
+                      const CMenuSpot& spot,
                       SSymmetry& symmetry,
                       std::function<void()> showState);
 
     void AddTo(QMenu& menu, CCommandList& commands);
-
-    // The ground under the cursor of a view is the place that the centre is put to, while a menu is
-    // open there. NO_VIEW: it is closed.
-    void SetSpot(ViewId view);
 
 private:
     void SwitchMirror(bool SSymmetry::*pAcross);
@@ -39,7 +34,7 @@ private:
 
     QWidget& m_Window;
     CViewArea& m_Views;
+    const CMenuSpot& m_Spot;
     SSymmetry& m_Symmetry;
     std::function<void()> m_ShowState;
-    std::optional<SVec3> m_Spot;
 };

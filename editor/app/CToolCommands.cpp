@@ -117,6 +117,7 @@ void CToolCommands::Take(const char* pszFunction)
 {
     if (IsReady() && m_pTools->TakeTool(pszFunction))
     {
+        m_Views.SetMeasuring(false);
         m_Views.SetProtecting(false); // whoever takes a tool wants to work with it
         Say(GetToolName());
         Follow();

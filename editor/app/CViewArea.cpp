@@ -155,6 +155,7 @@ void CViewArea::DrawGuides() const
     bool bSmooth = false;
     const bool bMark = FindMark(mark, bSmooth) == EMarkPlace::Cursor;
     CGroundGuides guides(m_Parts.host.GetEngine());
+    guides.DrawRuler(m_Parts.hand.ruler);
     guides.DrawPath(m_Parts.hand.path, bMark ? &mark : nullptr);
     auto* pTools = dynamic_cast<IPluginTools*>(m_Parts.pPlugin);
     if (pTools != nullptr && (pTools->IsTerraforming() || pTools->IsPainting()))
@@ -245,11 +246,25 @@ void CViewArea::SetProtecting(bool bOn)
     {
         EndGestures(); // a stroke goes on as it began, or not at all
         m_Parts.hand.bProtect = bOn;
+        m_Parts.hand.ruler.SetOn(false);
         if (!m_Parts.hand.path.GetKnots().empty()) // the button does one of the two
         {
             Notice("The path is dropped: the button paints the protection now");
         }
         m_Parts.hand.path.Stop();
+        RepeatHover();
+        RequestFrames();
+    }
+}
+
+void CViewArea::SetMeasuring(bool bOn)
+{
+    if (bOn != m_Parts.hand.ruler.IsOn())
+    {
+        SetProtecting(false); // the button does one of them
+        EndGestures();
+        m_Parts.hand.path.Stop();
+        m_Parts.hand.ruler.SetOn(bOn);
         RepeatHover();
         RequestFrames();
     }

@@ -35,6 +35,10 @@ public:
     bool IsProtecting() const { return m_Parts.hand.bProtect; }
 
     void SetProtecting(bool bOn);
+    void SetMeasuring(bool bOn); // the left button draws the line of the ruler, in all views
+
+    CGroundRuler& GetRuler() { return m_Parts.hand.ruler; }
+
     bool CancelStroke();     // true when there was one
     bool IsStroking() const; // in one of the views
     bool NeedsBrush() const; // a stroke in one of them, see CViewStroke

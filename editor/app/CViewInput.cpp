@@ -65,6 +65,16 @@ void CViewInput::Press(EViewButton eButton, float fX, float fY, uint32_t uFlags,
         SetKnot(fX, fY);
         return;
     }
+    SVec3 hit;
+    if (m_Hand.ruler.IsOn())
+    {
+        m_eGesture = EGesture::Measure;
+        if (m_Navigator.Pick(GetTerrain(), fX, fY, hit))
+        {
+            m_Hand.ruler.Begin(hit);
+        }
+        return;
+    }
     if (m_Hand.bProtect)
     {
         m_eGesture = EGesture::Protect;
@@ -79,6 +89,7 @@ void CViewInput::Move(float fX, float fY, uint32_t uFlags)
 {
     const float fStepX = fX - m_X;
     const float fStepY = fY - m_Y;
+    SVec3 hit;
     m_bInside = true;
     m_X = fX;
     m_Y = fY;
@@ -103,12 +114,25 @@ void CViewInput::Move(float fX, float fY, uint32_t uFlags)
             EndGesture();
         }
         break;
+    case EGesture::Measure:
+        if (m_Hand.ruler.HasLine() && m_Navigator.Pick(GetTerrain(), fX, fY, hit))
+        {
+            m_Hand.ruler.MoveTo(hit);
+        }
+        break;
     case EGesture::Orbit:
         // As long as it may be a click, which asks for the menu, nothing turns.
         if (m_bMoved)
         {
             SetSuspended(true);
-            m_Navigator.Orbit(GetTerrain(), fStepX, fStepY);
+            if (m_Walk.IsOn())
+            {
+                m_Walk.Look(fStepX, fStepY);
+            }
+            else
+            {
+                m_Navigator.Orbit(GetTerrain(), fStepX, fStepY);
+            }
         }
         break;
     case EGesture::Pan:
@@ -123,7 +147,8 @@ bool CViewInput::Release(EViewButton eButton, float fX, float fY, uint32_t uFlag
     // Only the button that has begun a gesture ends it.
     constexpr EGesture GESTURES[] = {EGesture::Stroke, EGesture::Pan, EGesture::Orbit};
     EGesture eGesture = GESTURES[static_cast<int>(eButton)];
-    if (eButton == EViewButton::Left && (m_eGesture == EGesture::Knot || IsProtecting()))
+    if (eButton == EViewButton::Left &&
+        (m_eGesture == EGesture::Knot || m_eGesture == EGesture::Measure || IsProtecting()))
     {
         eGesture = m_eGesture; // what the left button does then
     }
@@ -204,11 +229,30 @@ void CViewInput::Wheel(float fX, float fY, float fNotches)
         }
         return;
     }
-    if (m_eGesture == EGesture::None)
+    if (m_eGesture != EGesture::None)
+    {
+        return;
+    }
+    if (m_Walk.IsOn())
+    {
+        m_Walk.ChangeEye(GetTerrain(), fNotches);
+    }
+    else
     {
         m_Navigator.Zoom(GetTerrain(), fX, fY, fNotches);
+    }
+    RepeatHover();
+}
+
+bool CViewInput::Fly(const SFlyKeys& keys, float fSeconds)
+{
+    const bool bMoved = m_Walk.IsOn() ? m_Walk.Step(GetTerrain(), keys, fSeconds)
+                                      : m_Navigator.Fly(GetTerrain(), keys, fSeconds);
+    if (bMoved)
+    {
         RepeatHover();
     }
+    return bMoved;
 }
 
 void CViewInput::Leave()
@@ -224,6 +268,12 @@ void CViewInput::Leave()
 bool CViewInput::Cancel()
 {
     const bool bProtect = IsProtecting();
+    if (m_eGesture == EGesture::Measure)
+    {
+        m_Hand.ruler.DropLine();
+        EndGesture();
+        return true;
+    }
     if (!IsStroking() && !bProtect)
     {
         return false;

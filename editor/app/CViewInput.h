@@ -2,6 +2,7 @@
 
 #include "editor/app/CProtectBrush.h"
 #include "editor/app/CViewStroke.h"
+#include "editor/view/CGroundWalk.h"
 #include "editor/view/CViewNavigator.h"
 #include "host/HostTypes.h"
 
@@ -17,9 +18,9 @@ enum class EViewButton
 };
 
 // Turns the mouse of one view into strokes, which go to the host, and camera moves: left sculpts,
-// or protects while the hand is to do that, right orbits, middle pans, the wheel zooms. Positions
-// are device pixels of the view, the middle of a pixel at .5; flags are EMouseFlag. Owned by the
-// view. UI thread.
+// or protects or measures while the hand is to do that, right orbits, middle pans, the wheel zooms.
+// Positions are device pixels of the view, the middle of a pixel at .5; flags are EMouseFlag. Owned
+// by the view. UI thread.
 class CViewInput
 {
 public:
@@ -50,6 +51,12 @@ public:
     // Draws the path of the hand, which is over then, as one stroke. False when the tool at hand
     // cannot.
     bool DrawPath();
+
+    // As CViewNavigator::Fly, or on foot.
+    bool Fly(const SFlyKeys& keys, float fSeconds);
+
+    // Of a view with a camera.
+    CGroundWalk& GetWalk() { return m_Walk; }
 
     // Ends a stroke and takes it back whole. False when there was none.
     bool Cancel();
@@ -99,6 +106,7 @@ private:
         Stroke,
         Protect,
         Knot, // the button that has set one is held
+        Measure,
         Orbit,
         Pan,
     };
@@ -114,6 +122,7 @@ private:
     SHandState& m_Hand;
     CViewStroke m_Stroke;
     CProtectBrush m_Protect;
+    CGroundWalk m_Walk;
     EGesture m_eGesture = EGesture::None;
     bool m_bInside = false;
     bool m_bMoved = false; // since the right button went down

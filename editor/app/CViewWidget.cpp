@@ -110,6 +110,10 @@ void CViewWidget::paintGL()
     settings.bWireFrame = m_bWireFrame;
     m_Parts.fillMark(settings.mark);
     settings.mark.fSignPixels = static_cast<float>(devicePixelRatioF());
+    if (m_Parts.hand.ruler.IsOn())
+    {
+        settings.mark.ePlace = EMarkPlace::None;
+    }
     if (m_Parts.hand.bProtect) // the mark is that of a tool, which the button does not reach now
     {
         if (settings.mark.ePlace == EMarkPlace::Cursor)
@@ -335,10 +339,7 @@ void CViewWidget::Fly()
     {
         return;
     }
-    if (m_Navigator.Fly(GetTerrain(), m_Keys.GetFlyKeys(), fSeconds))
-    {
-        m_Input.RepeatHover();
-    }
+    m_Input.Fly(m_Keys.GetFlyKeys(), fSeconds);
     m_FrameTimer.start(0);
 }
 

@@ -3,6 +3,7 @@
 #include "editor/app/CBrushLibraryDock.h"
 #include "editor/app/CHistoryDock.h"
 #include "editor/app/CLightDock.h"
+#include "editor/app/CMeasureDock.h"
 #include "editor/app/CMessagesDock.h"
 #include "editor/app/CPanelDock.h"
 #include "editor/app/CPluginCommands.h"
@@ -59,6 +60,7 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
               views.RequestFrames();
               showState();
           }))
+    , m_pMeasure(new CMeasureDock(&parts.window, parts.host, parts.views.GetRuler()))
 {
     auto* pLight =
         new CLightDock(&m_Window, parts.render, [&views = m_Views] { views.RequestFrames(); });
@@ -70,11 +72,14 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pProcesses);
     m_Window.addDockWidget(Qt::RightDockWidgetArea, pLight);
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pLibrary);
+    m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pMeasure);
     m_Window.addDockWidget(Qt::BottomDockWidgetArea, &parts.messages);
     m_Window.tabifyDockWidget(m_pHistory, m_pProcesses);
     m_Window.tabifyDockWidget(m_pProcesses, pLight);
     m_Window.tabifyDockWidget(pLight, m_pLibrary);
+    m_Window.tabifyDockWidget(m_pLibrary, m_pMeasure);
     m_pLibrary->hide(); // until somebody asks for it
+    m_pMeasure->hide();
     m_pHistory->raise();
     m_Window.resizeDocks(
         {&parts.messages}, {m_Window.fontMetrics().height() * MESSAGE_LINES}, Qt::Vertical);

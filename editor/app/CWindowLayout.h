@@ -9,6 +9,7 @@
 class CBrushLibraryDock;
 class CEditorHost;
 class CHistoryDock;
+class CMeasureDock;
 class CMessagesDock;
 class CPanelDock;
 class CPluginCommands;
@@ -54,6 +55,8 @@ public:
 
     CBrushLibraryDock& GetLibrary() { return *m_pLibrary; }
 
+    CMeasureDock& GetMeasure() { return *m_pMeasure; }
+
     CProcessesDock& GetProcesses() { return *m_pProcesses; }
 
 private:
@@ -63,4 +66,5 @@ private:
     CHistoryDock* m_pHistory; // these are the window's
     CProcessesDock* m_pProcesses;
     CBrushLibraryDock* m_pLibrary;
+    CMeasureDock* m_pMeasure;
 };

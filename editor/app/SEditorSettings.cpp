@@ -36,6 +36,7 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     file.Read("view/sun_pitch", render.fSunPitch);
     file.Read("view/ambient", render.fAmbient);
     file.Read("view/type_blend", render.fTypeBlend);
+    file.Read("view/eye_height", fEyeHeight);
     file.Read("script/speed", iScriptSpeed);
     file.Read("document/autosave_seconds", iAutosaveSeconds);
     file.Read("document/undo_megabytes", iUndoMegabytes);
@@ -52,6 +53,7 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     input.iBuildsASecond = std::clamp(input.iBuildsASecond, 0, SInputSettings::MOST_BUILDS);
     input.symmetry.iTurns =
         std::clamp(input.symmetry.iTurns, SSymmetry::LEAST_TURNS, SSymmetry::MOST_TURNS);
+    fEyeHeight = std::clamp(fEyeHeight, CGroundWalk::LEAST_EYE, CGroundWalk::MOST_EYE);
     iScriptSpeed = std::clamp(iScriptSpeed, 0, static_cast<int>(EScriptSpeed::Slow));
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
     iUndoMegabytes = std::clamp(iUndoMegabytes, 0, MOST_MEGABYTES);
@@ -84,6 +86,7 @@ void SEditorSettings::Store(QVariantMap& values) const
     values["view/sun_pitch"] = static_cast<double>(render.fSunPitch);
     values["view/ambient"] = static_cast<double>(render.fAmbient);
     values["view/type_blend"] = static_cast<double>(render.fTypeBlend);
+    values["view/eye_height"] = static_cast<double>(fEyeHeight);
     values["script/speed"] = iScriptSpeed;
     values["document/autosave_seconds"] = iAutosaveSeconds;
     values["document/undo_megabytes"] = iUndoMegabytes;

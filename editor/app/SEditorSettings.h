@@ -18,6 +18,7 @@ struct SEditorSettings
     SRenderSettings render; // of all views; a view adds its own quality and wire frame
     bool bKeyboardNavigation = true;
     int iAutosaveSeconds = 180; // 0: never
+    float fEyeHeight = 1.8F;    // of a walk, terrain units
     int iScriptSpeed = 1;       // an EScriptSpeed
     int iUndoMegabytes = 1024;  // that the steps of the history may take together; 0: no limit
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/view/CGroundRuler.h"
 #include "editor/view/CStrokePath.h"
 #include "host/HostTypes.h"
 
@@ -40,7 +41,8 @@ struct SHandState
     SPlayedKeys played; // in place of those that are held
 
     std::vector<SStrokeEnd> ends; // of strokes on this level
-    CStrokePath path;             // that a stroke is to follow; on while clicks set its knots
+    CGroundRuler ruler;
+    CStrokePath path; // that a stroke is to follow; on while clicks set its knots
 
     // Where the stroke ended that has led to a state of the history. False when none is known.
     bool FindEnd(uint64_t uState, SVec3& at) const
