@@ -163,10 +163,11 @@ void CEditCommands::CancelWork()
 
 void CEditCommands::EditKeys(CCommandList& commands)
 {
-    CKeysDialog dialog(&m_Window, m_Editor.GetKeys());
+    CKeysDialog dialog(&m_Window, m_Editor.GetKeys(), m_Settings.input.mouse);
     if (dialog.exec() == QDialog::Accepted)
     {
         m_Editor.GetKeys() = dialog.GetKeys();
+        m_Settings.input.mouse = dialog.GetMouse();
         commands.ApplyKeys();
         m_Editor.SaveKeys();
     }

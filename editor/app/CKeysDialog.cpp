@@ -3,7 +3,10 @@
 #include "editor/app/CKeyEdit.h"
 #include "editor/app/KeyChords.h"
 
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFormLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -23,11 +26,14 @@ QString GetText(const SKeyChord& key)
 
 } // namespace
 
-CKeysDialog::CKeysDialog(QWidget* pParent, const CKeyBindings& keys)
+CKeysDialog::CKeysDialog(QWidget* pParent, const CKeyBindings& keys, const SMouseBindings& mouse)
     : QDialog(pParent)
     , m_Keys(keys)
+    , m_Mouse(mouse)
     , m_pList(new QTreeWidget(this))
     , m_pKey(new CKeyEdit(this, [this](SKeyChord key) { SetKey(key); }))
+    , m_pFingers(
+          new QCheckBox("Two fingers on a touchpad move the view, with Ctrl they zoom", this))
     , m_pClash(new QLabel(this))
     , m_pButtons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
@@ -50,6 +56,7 @@ CKeysDialog::CKeysDialog(QWidget* pParent, const CKeyBindings& keys)
     auto* pLayout = new QVBoxLayout(this);
     pLayout->addWidget(m_pList, 1);
     pLayout->addLayout(pRow);
+    AddMouse(*pLayout);
     pLayout->addWidget(m_pClash);
     pLayout->addWidget(m_pButtons);
     resize(fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 32);
@@ -62,12 +69,64 @@ CKeysDialog::CKeysDialog(QWidget* pParent, const CKeyBindings& keys)
             [this]
             {
                 m_Keys.Reset();
+                m_Mouse = {};
+                ShowMouse();
                 Fill();
             });
     connect(m_pButtons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    ShowMouse();
     Fill();
     m_pList->setCurrentItem(m_pList->topLevelItem(0));
+}
+
+// What orbits, pans and zooms beside the right button, the middle one and the wheel.
+void CKeysDialog::AddMouse(QVBoxLayout& layout)
+{
+    struct SRow
+    {
+        const char* pszLabel;
+        const char* pszName;
+        int SMouseBindings::*pChord;
+    };
+
+    constexpr SRow ROWS[] = {
+        {"The right button orbits, and so does", "mouse-orbit", &SMouseBindings::iOrbit},
+        {"The middle button pans, and so does", "mouse-pan", &SMouseBindings::iPan},
+        {"The wheel zooms, and so does", "mouse-zoom", &SMouseBindings::iZoom}};
+    auto* pForm = new QFormLayout;
+    for (size_t i = 0; i < m_MouseBoxes.size(); ++i)
+    {
+        auto* pBox = new QComboBox(this);
+        pBox->setObjectName(ROWS[i].pszName);
+        for (const SMouseChord& chord : SMouseBindings::CHORDS)
+        {
+            pBox->addItem(chord.pszText);
+        }
+        connect(pBox,
+                &QComboBox::currentIndexChanged,
+                this,
+                [this, pChord = ROWS[i].pChord](int iChord)
+                {
+                    m_Mouse.*pChord = iChord;
+                    ShowClash();
+                });
+        m_MouseBoxes[i] = pBox;
+        pForm->addRow(ROWS[i].pszLabel, pBox);
+    }
+    m_pFingers->setObjectName("mouse-fingers");
+    connect(m_pFingers, &QCheckBox::toggled, this, [this](bool bOn) { m_Mouse.bFingersPan = bOn; });
+    pForm->addRow(m_pFingers);
+    layout.addLayout(pForm);
+}
+
+void CKeysDialog::ShowMouse()
+{
+    const SMouseBindings mouse = m_Mouse; // boxes that change write to the other one
+    m_MouseBoxes[0]->setCurrentIndex(mouse.iOrbit);
+    m_MouseBoxes[1]->setCurrentIndex(mouse.iPan);
+    m_MouseBoxes[2]->setCurrentIndex(mouse.iZoom);
+    m_pFingers->setChecked(mouse.bFingersPan);
 }
 
 void CKeysDialog::Fill()
@@ -119,11 +178,12 @@ void CKeysDialog::ShowClash()
             COLUMN_KEY, bClash ? QBrush(QColor(0xD0, 0x30, 0x30)) : palette().text());
     }
     const auto& commands = m_Keys.GetCommands();
-    m_pClash->setText(clash.has_value()
-                          ? QString("%1 belongs to \"%2\" and to \"%3\".")
+    m_pClash->setText(
+        clash.has_value() ? QString("%1 belongs to \"%2\" and to \"%3\".")
                                 .arg(GetText(commands[clash->first].key),
                                      QString::fromStdString(commands[clash->first].strText),
                                      QString::fromStdString(commands[clash->second].strText))
-                          : QString());
-    m_pButtons->button(QDialogButtonBox::Ok)->setEnabled(!clash.has_value());
+        : m_Mouse.HasClash() ? QString("The mouse would do two things with the same button.")
+                             : QString());
+    m_pButtons->button(QDialogButtonBox::Ok)->setEnabled(!clash.has_value() && !m_Mouse.HasClash());
 }

@@ -10,9 +10,10 @@
 namespace
 {
 
-constexpr float CLICK_PIXELS = 4.0F; // a button that moved no further was clicked
-constexpr float KNOT_PIXELS = 10.0F; // a click so near to the first knot means it
-constexpr int SECOND = 1000;         // milliseconds
+constexpr float CLICK_PIXELS = 4.0F;    // a button that moved no further was clicked
+constexpr float KNOT_PIXELS = 10.0F;    // a click so near to the first knot means it
+constexpr float PIXELS_A_NOTCH = 20.0F; // of a drag that zooms
+constexpr int SECOND = 1000;            // milliseconds
 
 } // namespace
 
@@ -57,6 +58,11 @@ void CViewInput::Press(EViewButton eButton, float fX, float fY, uint32_t uFlags,
     {
         m_eGesture = EGesture::Pan;
         m_Navigator.StartPan(GetTerrain(), fX, fY);
+        return;
+    }
+    if (eButton == EViewButton::Zoom)
+    {
+        m_eGesture = EGesture::Zoom;
         return;
     }
     if (m_Hand.path.IsOn())
@@ -139,13 +145,18 @@ void CViewInput::Move(float fX, float fY, uint32_t uFlags)
         SetSuspended(true);
         m_Navigator.Pan(GetTerrain(), fX, fY);
         break;
+    case EGesture::Zoom:
+        SetSuspended(true);
+        ZoomBy(m_PressX, m_PressY, -fStepY / PIXELS_A_NOTCH);
+        break;
     }
 }
 
 bool CViewInput::Release(EViewButton eButton, float fX, float fY, uint32_t uFlags)
 {
     // Only the button that has begun a gesture ends it.
-    constexpr EGesture GESTURES[] = {EGesture::Stroke, EGesture::Pan, EGesture::Orbit};
+    constexpr EGesture GESTURES[] = {
+        EGesture::Stroke, EGesture::Pan, EGesture::Orbit, EGesture::Zoom};
     EGesture eGesture = GESTURES[static_cast<int>(eButton)];
     if (eButton == EViewButton::Left &&
         (m_eGesture == EGesture::Knot || m_eGesture == EGesture::Measure || IsProtecting()))
@@ -229,10 +240,15 @@ void CViewInput::Wheel(float fX, float fY, float fNotches)
         }
         return;
     }
-    if (m_eGesture != EGesture::None)
+    if (m_eGesture == EGesture::None)
     {
-        return;
+        ZoomBy(fX, fY, fNotches);
+        RepeatHover();
     }
+}
+
+void CViewInput::ZoomBy(float fX, float fY, float fNotches)
+{
     if (m_Walk.IsOn())
     {
         m_Walk.ChangeEye(GetTerrain(), fNotches);
@@ -240,6 +256,25 @@ void CViewInput::Wheel(float fX, float fY, float fNotches)
     else
     {
         m_Navigator.Zoom(GetTerrain(), fX, fY, fNotches);
+    }
+}
+
+void CViewInput::Scroll(float fX, float fY, float fStepX, float fStepY)
+{
+    if (m_eGesture != EGesture::None)
+    {
+        return;
+    }
+    m_X = fX;
+    m_Y = fY;
+    if (m_Walk.IsOn())
+    {
+        m_Walk.Look(-fStepX, -fStepY);
+    }
+    else
+    {
+        m_Navigator.StartPan(GetTerrain(), fX, fY);
+        m_Navigator.Pan(GetTerrain(), fX + fStepX, fY + fStepY);
     }
     RepeatHover();
 }

@@ -15,6 +15,7 @@ enum class EViewButton
     Left,
     Middle,
     Right,
+    Zoom, // whatever it is that zooms while it is held and dragged up or down
 };
 
 // Turns the mouse of one view into strokes, which go to the host, and camera moves: left sculpts,
@@ -38,6 +39,8 @@ public:
     // True when it was a click of the right button, which asks for the context menu.
     bool Release(EViewButton eButton, float fX, float fY, uint32_t uFlags);
     void Wheel(float fX, float fY, float fNotches);
+    // Moves what is under the cursor by so many pixels, as fingers on a touchpad do.
+    void Scroll(float fX, float fY, float fStepX, float fStepY);
     // To be called when the cursor has left the view: nothing is under it then.
     void Leave();
 
@@ -109,9 +112,11 @@ private:
         Measure,
         Orbit,
         Pan,
+        Zoom,
     };
 
     const CTerrain* GetTerrain() const;
+    void ZoomBy(float fX, float fY, float fNotches);
     void SetKnot(float fX, float fY);
     void EndGesture();
     void SetSuspended(bool bSuspended); // the mode, while the mouse moves the camera

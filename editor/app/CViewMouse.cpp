@@ -6,6 +6,7 @@
 #include "editor/app/CViewKeys.h"
 
 #include <QMouseEvent>
+#include <QPointingDevice>
 #include <QTabletEvent>
 #include <QWheelEvent>
 
@@ -31,16 +32,24 @@ EViewButton GetButton(const QMouseEvent& event)
                                                : EViewButton::Middle;
 }
 
+bool IsTouchpad(const QWheelEvent& event)
+{
+    const QPointingDevice* pDevice = event.pointingDevice();
+    return pDevice != nullptr && pDevice->type() == QInputDevice::DeviceType::TouchPad;
+}
+
 } // namespace
 
 CViewMouse::CViewMouse(CViewInput& input,
                        CCursorNote& note,
                        CBrushHand& hand,
-                       const CViewKeys& keys)
+                       const CViewKeys& keys,
+                       const SMouseBindings& bindings)
     : m_Input(input)
     , m_Note(note)
     , m_Hand(hand)
     , m_Keys(keys)
+    , m_Bindings(bindings)
 {
     m_BuildTimer.callOnTimeout([this] { BuildUp(); });
 }
@@ -71,7 +80,13 @@ void CViewMouse::Press(const QMouseEvent& event, double fScale)
     m_Hand.End();
     const QPointF at = GetDevicePosition(event.position(), fScale);
     m_Note.FollowCursor(event.position().toPoint());
-    m_Input.Press(GetButton(event),
+    const EViewButton eButton = GetViewButton(event);
+    if (m_Input.IsIdle())
+    {
+        m_HeldButton = event.button();
+        m_Held = eButton;
+    }
+    m_Input.Press(eButton,
                   static_cast<float>(at.x()),
                   static_cast<float>(at.y()),
                   GetFlags(event.modifiers()),
@@ -107,10 +122,29 @@ bool CViewMouse::Release(const QMouseEvent& event, double fScale)
         m_BuildTimer.stop();
     }
     const QPointF at = GetDevicePosition(event.position(), fScale);
-    return m_Input.Release(GetButton(event),
-                           static_cast<float>(at.x()),
-                           static_cast<float>(at.y()),
-                           GetFlags(event.modifiers()));
+    // The modifiers may be up by now: the button ends what it has begun.
+    const bool bHeld = event.button() == m_HeldButton;
+    const bool bClick = m_Input.Release(bHeld ? m_Held : GetButton(event),
+                                        static_cast<float>(at.x()),
+                                        static_cast<float>(at.y()),
+                                        GetFlags(event.modifiers()));
+    return bClick && event.button() == Qt::RightButton;
+}
+
+EViewButton CViewMouse::GetViewButton(const QMouseEvent& event) const
+{
+    switch (m_Bindings.Find(event.button(), event.modifiers()))
+    {
+    case ECameraMove::Orbit:
+        return EViewButton::Right;
+    case ECameraMove::Pan:
+        return EViewButton::Middle;
+    case ECameraMove::Zoom:
+        return EViewButton::Zoom;
+    case ECameraMove::None:
+        break;
+    }
+    return GetButton(event);
 }
 
 void CViewMouse::Pen(const QTabletEvent& event)
@@ -126,6 +160,17 @@ void CViewMouse::Wheel(const QWheelEvent& event, double fScale)
 {
     m_Hand.End();
     const QPointF at = GetDevicePosition(event.position(), fScale);
+    const QPoint pixels = event.pixelDelta();
+    const bool bFingers = event.phase() != Qt::NoScrollPhase || IsTouchpad(event);
+    if (bFingers && m_Bindings.bFingersPan && !pixels.isNull() &&
+        !event.modifiers().testFlag(Qt::ControlModifier) && !m_Input.IsStroking())
+    {
+        m_Input.Scroll(static_cast<float>(at.x()),
+                       static_cast<float>(at.y()),
+                       static_cast<float>(pixels.x() * fScale),
+                       static_cast<float>(pixels.y() * fScale));
+        return;
+    }
     // Alt turns the wheel of some desktops sideways.
     const QPoint delta = event.angleDelta();
     const int iDelta = delta.y() != 0 ? delta.y() : delta.x();

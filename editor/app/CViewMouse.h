@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editor/app/CViewInput.h"
+
 #include <QPointF>
 #include <QTimer>
 
@@ -7,11 +9,11 @@
 
 class CBrushHand;
 class CCursorNote;
-class CViewInput;
 class CViewKeys;
 class QMouseEvent;
 class QTabletEvent;
 class QWheelEvent;
+struct SMouseBindings;
 
 // Gives the window system's events of the mouse in one view to whoever they are meant for: the
 // value that a key holds, or the view's input. Positions of events are the widget's; fScale is
@@ -19,7 +21,11 @@ class QWheelEvent;
 class CViewMouse
 {
 public:
-    CViewMouse(CViewInput& input, CCursorNote& note, CBrushHand& hand, const CViewKeys& keys);
+    CViewMouse(CViewInput& input,
+               CCursorNote& note,
+               CBrushHand& hand,
+               const CViewKeys& keys,
+               const SMouseBindings& bindings);
 
     // Whether the button means something in a view; the others are not handed on.
     static bool TakesButton(const QMouseEvent& event);
@@ -39,11 +45,15 @@ public:
 
 private:
     void BuildUp();
+    EViewButton GetViewButton(const QMouseEvent& event) const;
 
     CViewInput& m_Input;
     CCursorNote& m_Note;
     CBrushHand& m_Hand;
     const CViewKeys& m_Keys;
-    QTimer m_BuildTimer; // runs while a stroke builds up
+    const SMouseBindings& m_Bindings;
+    Qt::MouseButton m_HeldButton = Qt::NoButton; // that has begun what runs
+    EViewButton m_Held = EViewButton::Left;      // and what it is to the view
+    QTimer m_BuildTimer;                         // runs while a stroke builds up
     uint64_t m_Moves = 0;
 };

@@ -51,7 +51,7 @@ CViewWidget::CViewWidget(
     , m_pHand(std::make_unique<CBrushHand>(
           m_pTools, parts.keys, m_Input, *m_pNote, [this] { SeeCursor(); }))
     , m_Keys(parts.keys, parts.settings, parts.hand, [this] { update(); })
-    , m_Mouse(m_Input, *m_pNote, *m_pHand, m_Keys)
+    , m_Mouse(m_Input, *m_pNote, *m_pHand, m_Keys, parts.settings.input.mouse)
     , m_Quality([this] { update(); })
 {
     setObjectName(QString("view-%1").arg(view));

@@ -13,6 +13,10 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     file.Read("input/sample_strokes", input.bSampleStrokes);
     file.Read("input/aim_at_press", input.bAimAtPress);
     file.Read("input/spacing_percent", input.iSpacingPercent);
+    file.Read("mouse/orbit", input.mouse.iOrbit);
+    file.Read("mouse/pan", input.mouse.iPan);
+    file.Read("mouse/zoom", input.mouse.iZoom);
+    file.Read("mouse/fingers_pan", input.mouse.bFingersPan);
     file.Read("pen/pressure", input.form.bPen);
     file.Read("pen/curve", input.form.fPenCurve);
     file.Read("brush/turn_degrees", input.form.fDegrees);
@@ -53,6 +57,11 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     input.iBuildsASecond = std::clamp(input.iBuildsASecond, 0, SInputSettings::MOST_BUILDS);
     input.symmetry.iTurns =
         std::clamp(input.symmetry.iTurns, SSymmetry::LEAST_TURNS, SSymmetry::MOST_TURNS);
+    constexpr int LAST_CHORD = static_cast<int>(SMouseBindings::CHORDS.size()) - 1;
+    for (int* pChord : {&input.mouse.iOrbit, &input.mouse.iPan, &input.mouse.iZoom})
+    {
+        *pChord = std::clamp(*pChord, 0, LAST_CHORD);
+    }
     fEyeHeight = std::clamp(fEyeHeight, CGroundWalk::LEAST_EYE, CGroundWalk::MOST_EYE);
     iScriptSpeed = std::clamp(iScriptSpeed, 0, static_cast<int>(EScriptSpeed::Slow));
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
@@ -65,6 +74,10 @@ void SEditorSettings::Store(QVariantMap& values) const
     values["input/sample_strokes"] = input.bSampleStrokes;
     values["input/aim_at_press"] = input.bAimAtPress;
     values["input/spacing_percent"] = input.iSpacingPercent;
+    values["mouse/orbit"] = input.mouse.iOrbit;
+    values["mouse/pan"] = input.mouse.iPan;
+    values["mouse/zoom"] = input.mouse.iZoom;
+    values["mouse/fingers_pan"] = input.mouse.bFingersPan;
     values["pen/pressure"] = input.form.bPen;
     values["pen/curve"] = static_cast<double>(input.form.fPenCurve);
     values["brush/turn_degrees"] = static_cast<double>(input.form.fDegrees);

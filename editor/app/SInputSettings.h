@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/app/SMouseBindings.h"
 #include "editor/view/CPointForms.h"
 #include "editor/view/SSymmetry.h"
 
@@ -13,6 +14,7 @@ struct SInputSettings
     bool bSampleStrokes = true;  // strokes do not depend on how often the mouse reports
     bool bAimAtPress = true;     // and not on the hill that they raise under the cursor
     int32_t iSpacingPercent = 0; // of the brush, between two points; 0: as its shape asks for
+    SMouseBindings mouse;
     SFormSettings form;
     SSymmetry symmetry;           // images of each stroke
     std::set<std::string> builds; // class names of the functions that build up while held
