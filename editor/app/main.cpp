@@ -10,6 +10,8 @@
 #include "host/Program.h"
 
 #include <QBuffer>
+#include <QDir>
+#include <QLibraryInfo>
 #include <QOpenGLContext>
 #include <QPixmap>
 #include <QSurfaceFormat>
@@ -86,10 +88,23 @@ void OnQtMessage(QtMsgType eType, const QMessageLogContext&, const QString& strT
     }
 }
 
-bool HasDisplay()
+// Why no window can be shown; empty where one may be.
+std::string FindDisplayFault()
 {
-    return !GetEnvironment("DISPLAY").empty() || !GetEnvironment("WAYLAND_DISPLAY").empty() ||
-           !GetEnvironment("QT_QPA_PLATFORM").empty();
+    if (!GetEnvironment("DISPLAY").empty() || !GetEnvironment("QT_QPA_PLATFORM").empty())
+    {
+        return {};
+    }
+    if (GetEnvironment("WAYLAND_DISPLAY").empty())
+    {
+        return "there is no display: DISPLAY and WAYLAND_DISPLAY are not set";
+    }
+    // Without it Qt tries other window systems and says what they lack.
+    const QDir platforms(QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms");
+    return platforms.entryList({"libqwayland*"}).isEmpty()
+               ? "this desktop is Wayland, and Qt cannot reach it: the package qt6-wayland is "
+                 "missing"
+               : "";
 }
 
 // Without it the first frame of a window with views ends the process. Windows of "offscreen" never
@@ -244,10 +259,10 @@ int main(int nArguments, char** ppszArguments)
     {
         return PrintAnswer(options.eAnswer, "tellur-editor", SEditorOptions::GetUsage());
     }
-    if (!HasDisplay())
+    strFault = FindDisplayFault();
+    if (!strFault.empty())
     {
-        return Report(EXIT_UNUSABLE,
-                      "there is no display: DISPLAY and WAYLAND_DISPLAY are not set");
+        return Report(EXIT_UNUSABLE, strFault);
     }
     qInstallMessageHandler(OnQtMessage);
     QSurfaceFormat format;

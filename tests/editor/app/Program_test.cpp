@@ -170,6 +170,7 @@ TEST_F(CProgram, WhatCannotBeDoneEndsWithOneLineAndItsCode)
     const SCase cases[] = {
         {{"a.level", "b.level"}, 2, "more than one level: b.level", {}},
         {{}, 2, "there is no display", {"DISPLAY", "QT_QPA_PLATFORM", "WAYLAND_DISPLAY"}},
+        {{}, 2, "window system cannot be reached", {"DISPLAY", "WAYLAND_DISPLAY=nothing"}},
         {{}, 2, "there is no OpenGL", {"QT_QPA_PLATFORM=offscreen"}},
         {{}, 2, "there is no OpenGL", {"QT_XCB_GL_INTEGRATION=none"}},
         {{"--plugin", "nothing.so", "--screenshot", "a.png"}, 2, "nothing.so", {}},
