@@ -6,6 +6,26 @@
 #include <QListWidget>
 #include <QLocale>
 
+namespace
+{
+
+// Fainter than the others and still easy to read; what a desktop greys out need not be.
+QColor GetUndoneColor(const QPalette& palette)
+{
+    constexpr int TEXT = 65; // percent, the rest is the ground's
+    const QColor text = palette.color(QPalette::Text);
+    const QColor base = palette.color(QPalette::Base);
+    const auto mix = [](int iText, int iBase)
+    {
+        return (iText * TEXT + iBase * (100 - TEXT)) / 100;
+    };
+    return {mix(text.red(), base.red()),
+            mix(text.green(), base.green()),
+            mix(text.blue(), base.blue())};
+}
+
+} // namespace
+
 CHistoryDock::CHistoryDock(QWidget* pParent,
                            const CUndoStack& stack,
                            std::function<void(size_t)> goTo)
@@ -16,6 +36,7 @@ CHistoryDock::CHistoryDock(QWidget* pParent,
 {
     setObjectName("history");
     m_pList->setObjectName("history-list");
+    m_pList->setAccessibleName("Steps of the history");
     m_pList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the tip has all of it
     setWidget(m_pList);
     connect(m_pList,
@@ -44,7 +65,10 @@ void CHistoryDock::Follow()
                                              "d MMM yyyy, HH:mm:ss"));
         if (i >= nDone)
         {
-            pItem->setForeground(palette().color(QPalette::Disabled, QPalette::Text));
+            QFont font = pItem->font();
+            font.setItalic(true);
+            pItem->setFont(font);
+            pItem->setForeground(GetUndoneColor(palette()));
         }
     }
     m_pList->setCurrentRow(static_cast<int>(nDone));

@@ -26,6 +26,7 @@ CProcessesDock::CProcessesDock(QWidget* pParent,
     auto* pLayout = new QVBoxLayout(pGround);
     m_pList = new QTreeWidget(pGround);
     m_pList->setObjectName("process-list");
+    m_pList->setAccessibleName("Processes");
     m_pList->setRootIsDecorated(false);
     m_pList->setHeaderLabels({"Process", "State"});
     m_pList->header()->setSectionResizeMode(0, QHeaderView::Stretch);
