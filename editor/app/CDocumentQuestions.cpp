@@ -31,6 +31,11 @@ bool CDocumentQuestions::Report(bool bDone, const QString& strFault)
     return bDone;
 }
 
+QString CDocumentQuestions::GetLastMessage() const
+{
+    return m_Messages.GetLastLine();
+}
+
 std::string
 CDocumentQuestions::AskForFile(bool bSave, const QString& strTitle, const QString& strFilter)
 {
