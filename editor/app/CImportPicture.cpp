@@ -5,7 +5,7 @@
 namespace
 {
 
-constexpr int SIDE = 400; // of the picture, Qt's pixels
+constexpr int SIDE = 420; // of the picture, Qt's pixels
 constexpr int LINES = 2;  // of text above and below it
 constexpr int GAP = 4;
 constexpr int DOT = 4; // radius of the mark on a corner

@@ -43,6 +43,14 @@ QString GetVoidText(const SImportReport& report)
                               : QString("%1, filled from their neighbours").arg(report.nVoids);
 }
 
+// What the smallest difference of the file is, or 1.0 of one that has none.
+QString GetStepText(const CImportSource& source, const SImportPlan& plan)
+{
+    const bool bMetres = source.GetReport().pFormat->bDegreeTile; // the format says what it counts
+    return (bMetres ? "1 m: " : "") + Number(plan.dScale) +
+           (plan.dScale == 1.0 ? " unit of height" : " units of height");
+}
+
 bool IsForPerson(const std::string& strLine)
 {
     return strLine.starts_with("assumed: ") || strLine.starts_with("note: ") ||
@@ -96,9 +104,7 @@ QList<SImportWord> DescribeLevel(const CImportSource& source, const SImportPlan&
         {"vertices-apart",
          "Vertices apart",
          QString("%1 x %2").arg(Rough(dX / (w.uSizeX - 1)), Rough(dZ / (w.uSizeZ - 1)))},
-        {"step",
-         bFloat ? "1.0 of the file" : "One step",
-         QString("%1 units of height").arg(Number(plan.dScale))},
+        {"step", bFloat ? "1.0 of the file" : "One step", GetStepText(source, plan)},
         {"heights",
          "Heights",
          QString("%1 to %2, at most %3")
@@ -146,11 +152,11 @@ QStringList DescribeCorners(const CImportSource& source,
         const double dZ = i / 2 == 1 ? static_cast<double>(plan.size.z) : 0.0;
         const double dHeight =
             (static_cast<double>(source.GetSample(samples[i])) - plan.dOffset) * plan.dScale;
-        corners << QString("x = %1, z = %2\n%3 of the file, %4")
+        corners << QString("x = %1, z = %2\n%3 of the file: %4")
                        .arg(Rough(std::fabs(dX)),
                             Rough(std::fabs(dZ)),
                             names[i],
-                            std::isnan(dHeight) ? "void" : "height " + Rough(dHeight));
+                            std::isnan(dHeight) ? "void" : Rough(dHeight));
     }
     return corners;
 }

@@ -35,12 +35,12 @@ struct SImportOptions
     float fMaxHeight = 0.0F; // the terrain's height limit
 
     // Before all that follows, which is about what has been turned.
-    SOrientation orientation;
+    SOrientation orientation = {};
 
     EFit eFit = EFit::Resample;
-    uint32_t uSize = 0;            // vertices per side
-    std::optional<uint32_t> cropX; // first column of the window; the middle when not given
-    std::optional<uint32_t> cropZ;
+    uint32_t uSize = 0;                 // vertices per side
+    std::optional<uint32_t> cropX = {}; // first column of the window; the middle when not given
+    std::optional<uint32_t> cropZ = {};
 
     // Terrain units: the whole terrain, or between samples. One of the two along each axis.
     float fWidth = 0.0F;
@@ -49,6 +49,6 @@ struct SImportOptions
     float fSpacingZ = 0.0F;
 
     // Of the middle of a file in degrees, in place of what its tags or its name say.
-    std::optional<double> latitude;
+    std::optional<double> latitude = {};
     ESpacing eSpacing = ESpacing::FromFile;
 };
