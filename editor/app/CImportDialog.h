@@ -38,7 +38,6 @@ public:
     // Whether the choices make a level; else why not stands in the dialog.
     bool IsPossible() const { return m_bPossible; }
 
-protected:
     void accept() override; // not while they make none
 
 private:
