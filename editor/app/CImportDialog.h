@@ -7,16 +7,14 @@
 
 #include <functional>
 
+class CImportForm;
 class CImportPicture;
 class CImportSource;
-class QCheckBox;
 class QComboBox;
-class QDoubleSpinBox;
 class QFormLayout;
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
-class QSpinBox;
 struct SImportWord;
 
 // Shows what a height map of another format is and the level that it becomes, and asks how. Every
@@ -43,23 +41,11 @@ public:
 private:
     QWidget* MakeFileSide();
     QWidget* MakeLevelSide(bool bLevel);
-    void AddOrientation(QFormLayout& form);
-    void AddSizes(QFormLayout& form);
-    void AddHeights(QFormLayout& form);
-    void AddShape(QFormLayout& form); // of a raw file
-    void AddPair(QFormLayout& form,
-                 const char* pszLabel,
-                 const char* pszAuto,
-                 const char* pszName,
-                 QDoubleSpinBox*& pX,
-                 QDoubleSpinBox*& pZ);
-    QDoubleSpinBox* AddNumber(const char* pszAuto, const char* pszName);
-    QSpinBox* AddCount(QFormLayout& form, const char* pszLabel, const char* pszName);
-    // A number in one of them puts the other back to what it is without.
-    void MakeRivals(QDoubleSpinBox* pFirst, QDoubleSpinBox* pSecond);
     void ReadAgain(); // with another shape
     void Update();
     void ShowPlan(const SImportPlan& plan);
+    void ShowFile();
+    void DrawPlan(const SImportPlan& plan, const QStringList& corners);
     void ShowWords(const QList<SImportWord>& words, QFormLayout& form);
     void ShowFault(const QString& strFault); // empty: there is none
 
@@ -73,20 +59,5 @@ private:
     QPlainTextEdit* m_pAssumed = nullptr;
     QLabel* m_pFault = nullptr;
     QPushButton* m_pOk = nullptr;
-    QComboBox* m_pTurn = nullptr;
-    QCheckBox* m_pFlipX = nullptr;
-    QCheckBox* m_pFlipZ = nullptr;
-    QComboBox* m_pVertices = nullptr;
-    QComboBox* m_pTarget = nullptr;
-    QDoubleSpinBox* m_pWidth = nullptr;
-    QDoubleSpinBox* m_pDepth = nullptr;
-    QDoubleSpinBox* m_pSpacingX = nullptr;
-    QDoubleSpinBox* m_pSpacingZ = nullptr;
-    QDoubleSpinBox* m_pLatitude = nullptr; // null for files that say it, or have no use for it
-    QDoubleSpinBox* m_pHighest = nullptr;
-    QDoubleSpinBox* m_pWhite = nullptr; // null for files that have no white
-    QDoubleSpinBox* m_pUnit = nullptr;
-    QSpinBox* m_pColumns = nullptr; // null for files that say it themselves
-    QSpinBox* m_pRows = nullptr;
-    QComboBox* m_pOrder = nullptr;
+    CImportForm* m_pForm = nullptr;
 };

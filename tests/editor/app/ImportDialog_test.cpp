@@ -198,6 +198,7 @@ TEST_F(CImports, ATileWithoutALatitudeIsAskedForOne)
          {
              EXPECT_FALSE(dialog.IsPossible());
              EXPECT_TRUE(GetFault(dialog).contains("neither its tags nor its name say a latitude"));
+             EXPECT_EQ(GetWord(dialog, "size"), "none");
              SavePicture("import-latitude");
              Key("Return");
              EXPECT_TRUE(dialog.isVisible()) << "nothing is guessed";
