@@ -31,6 +31,11 @@ bool CDocumentQuestions::Report(bool bDone, const QString& strFault)
     return bDone;
 }
 
+bool CDocumentQuestions::TakeCancelled()
+{
+    return m_Progress.TakeCancelled();
+}
+
 QString CDocumentQuestions::GetLastMessage() const
 {
     return m_Messages.GetLastLine();

@@ -34,6 +34,9 @@ public:
     // it. Returns bDone.
     bool Report(bool bDone, const QString& strFault);
 
+    // As CProgressWindow::TakeCancelled.
+    bool TakeCancelled();
+
     // The last line of the messages, for who shows a fault in a dialog of its own.
     QString GetLastMessage() const;
 

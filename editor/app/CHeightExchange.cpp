@@ -61,9 +61,11 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
 {
     CImportSource source(strPath);
     // A raw file that is no square is read once its shape is told.
-    if (!source.Read({}) && !source.IsRaw())
+    const bool bRead = source.Read({});
+    const bool bCancelled = !bRead && m_Questions.TakeCancelled();
+    if (bCancelled || (!bRead && !source.IsRaw()))
     {
-        return m_Questions.Report(false, "The height map cannot be imported.");
+        return !bCancelled && m_Questions.Report(false, "The height map cannot be imported.");
     }
     CLevelDocument& document = m_Editor.GetDocument();
     CImportDialog dialog(&m_Questions.GetWindow(),

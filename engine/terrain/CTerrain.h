@@ -136,11 +136,6 @@ public:
 
     const SProjectedTexture& GetProjectedTexture() const { return m_Projected; }
 
-    // Where it lies on a map; goes with the heights as they are replaced.
-    const SGeoTags& GetGeoTags() const { return m_Field.geo; }
-
-    void SetGeoTags(SGeoTags geo) { m_Field.geo = std::move(geo); }
-
     uint32_t GetEditOverlay() const { return m_EditOverlay; }
 
     const SMatrix4& GetEditOverlayTransform() const { return m_OverlayTransform; }
