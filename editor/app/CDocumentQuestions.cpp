@@ -31,6 +31,16 @@ bool CDocumentQuestions::Report(bool bDone, const QString& strFault)
     return bDone;
 }
 
+bool CDocumentQuestions::TakeCancelled()
+{
+    return m_Progress.TakeCancelled();
+}
+
+QString CDocumentQuestions::GetLastMessage() const
+{
+    return m_Messages.GetLastLine();
+}
+
 std::string
 CDocumentQuestions::AskForFile(bool bSave, const QString& strTitle, const QString& strFilter)
 {

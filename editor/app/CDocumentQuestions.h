@@ -34,6 +34,12 @@ public:
     // it. Returns bDone.
     bool Report(bool bDone, const QString& strFault);
 
+    // As CProgressWindow::TakeCancelled.
+    bool TakeCancelled();
+
+    // The last line of the messages, for who shows a fault in a dialog of its own.
+    QString GetLastMessage() const;
+
     // Asks whether the changes of what has this name are to be saved. Answers Save, Discard or
     // Cancel.
     QMessageBox::StandardButton AskToSave(const QString& strName);

@@ -3,6 +3,7 @@
 #include "editor/app/CDocumentQuestions.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CImportDialog.h"
+#include "editor/app/CImportSource.h"
 #include "editor/app/FileChoice.h"
 #include "editor/core/LevelExchange.h"
 #include "engine/elevation/ElevationFormats.h"
@@ -58,11 +59,19 @@ void CHeightExchange::Import()
 
 bool CHeightExchange::ImportFile(const std::string& strPath)
 {
-    const QString strName = QFileInfo(QString::fromStdString(strPath)).fileName();
-    const SElevationFormat* pFormat = FindFormatByName(strPath.c_str());
-    const bool bRaw = pFormat != nullptr && pFormat->bRaw;
+    CImportSource source(strPath);
+    // A raw file that is no square is read once its shape is told.
+    const bool bRead = source.Read({});
+    const bool bCancelled = !bRead && m_Questions.TakeCancelled();
+    if (bCancelled || (!bRead && !source.IsRaw()))
+    {
+        return !bCancelled && m_Questions.Report(false, "The height map cannot be imported.");
+    }
     CLevelDocument& document = m_Editor.GetDocument();
-    CImportDialog dialog(&m_Questions.GetWindow(), strName, bRaw, document.HasLevel());
+    CImportDialog dialog(&m_Questions.GetWindow(),
+                         source,
+                         document.HasLevel(),
+                         [this] { return m_Questions.GetLastMessage(); });
     if (dialog.exec() != QDialog::Accepted)
     {
         return false;
@@ -74,9 +83,14 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
     {
         return false;
     }
-    std::vector<std::string> lines;
-    const bool bDone =
-        ImportLevel(m_Editor.GetHost(), document, strPath.c_str(), dialog.GetOptions(), eAs, lines);
+    SImportReport report = source.GetReport();
+    const bool bDone = ImportLevel(m_Editor.GetHost(),
+                                   document,
+                                   strPath.c_str(),
+                                   std::move(source.GetGrid()),
+                                   report,
+                                   dialog.GetOptions(),
+                                   eAs);
     if (!m_Questions.Report(bDone, "The height map cannot be imported."))
     {
         return false;
@@ -86,10 +100,9 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
         m_Editor.GetAutosave().Remove();
     }
     m_OnLevel();
-    if (!lines.empty())
-    {
-        QMessageBox::information(&m_Questions.GetWindow(), "Imported " + strName, JoinLines(lines));
-    }
+    // The dialog has shown all that was assumed.
+    const QString strName = QFileInfo(QString::fromStdString(strPath)).fileName();
+    Notice((strName + " imported").toUtf8().constData());
     return true;
 }
 

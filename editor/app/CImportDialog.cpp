@@ -1,101 +1,233 @@
 #include "editor/app/CImportDialog.h"
 
-#include "editor/app/CNumberBox.h"
-#include "host/TerrainSize.h"
+#include "editor/app/CImportForm.h"
+#include "editor/app/CImportPicture.h"
+#include "editor/app/CImportSource.h"
+#include "editor/app/ImportWords.h"
+#include "engine/elevation/ImportPicture.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFileInfo>
 #include <QFormLayout>
-#include <QSpinBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QVBoxLayout>
+
+#include <utility>
 
 namespace
 {
 
-constexpr int MOST_SAMPLES = 65536;
+constexpr int ASSUMED_LINES = 5; // seen at once
+
+// A copy, since the engine's picture goes.
+QImage MakeImage(const SReliefPicture& picture, double fScale)
+{
+    QImage image = QImage(picture.rgb.data(),
+                          static_cast<int>(picture.uWidth),
+                          static_cast<int>(picture.uHeight),
+                          static_cast<qsizetype>(picture.uWidth) * 3,
+                          QImage::Format_RGB888)
+                       .copy();
+    image.setDevicePixelRatio(fScale);
+    return image;
+}
 
 } // namespace
 
-CImportDialog::CImportDialog(QWidget* pParent, const QString& strFile, bool bRaw, bool bLevel)
+CImportDialog::CImportDialog(QWidget* pParent,
+                             CImportSource& source,
+                             bool bLevel,
+                             std::function<QString()> lastFault)
     : QDialog(pParent)
-    , m_pVertices(new QComboBox(this))
-    , m_pTarget(new QComboBox(this))
+    , m_Source(source)
+    , m_LastFault(std::move(lastFault))
 {
-    setWindowTitle("Import " + strFile);
-    auto* pForm = new QFormLayout(this);
-    m_pVertices->addItem("nearest to the file", 0U);
-    // Each choice has twice as many cells a side as the one before.
-    for (uint32_t uVertices = TERRAIN_LEAST_CHOICE; uVertices <= TERRAIN_MAX_VERTICES;
-         uVertices = uVertices * 2 - 1)
-    {
-        m_pVertices->addItem(QString("%1 x %1").arg(uVertices), uVertices);
-    }
-    pForm->addRow("Vertices", m_pVertices);
-    m_pWidth = AddNumber(*pForm, "Width and depth", "from the file");
-    m_pHighest = AddNumber(*pForm, "Highest ground", "from the heights");
-    m_pWhite = AddNumber(*pForm, "Height of full white", "from the file");
-    m_pUnit = AddNumber(*pForm, "Height of one step", "from the file");
-    m_pUnit->setDecimals(6);
-    if (bRaw)
-    {
-        m_pColumns = AddCount(*pForm, "Columns");
-        m_pRows = AddCount(*pForm, "Rows");
-        m_pOrder = new QComboBox(this);
-        m_pOrder->addItem("little", static_cast<int>(EByteOrder::Little));
-        m_pOrder->addItem("big", static_cast<int>(EByteOrder::Big));
-        pForm->addRow("Byte order", m_pOrder);
-    }
-    m_pTarget->setObjectName("import-target");
-    m_pTarget->addItem("a new level", static_cast<int>(EImportAs::NewLevel));
-    if (bLevel)
-    {
-        m_pTarget->addItem("a step of this level", static_cast<int>(EImportAs::ThisLevel));
-    }
-    pForm->addRow("Becomes", m_pTarget);
+    setWindowTitle("Import " + QFileInfo(QString::fromStdString(source.GetPath())).fileName());
+    auto* pSides = new QHBoxLayout;
+    pSides->addWidget(MakeFileSide(), 1);
+    pSides->addWidget(MakeLevelSide(bLevel));
+    m_pFault = new QLabel(this);
+    m_pFault->setObjectName("import-fault");
+    m_pFault->setTextFormat(Qt::PlainText);
+    m_pFault->setWordWrap(true);
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    connect(pButtons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+    m_pOk = pButtons->button(QDialogButtonBox::Ok);
+    m_pOk->setText("&Import");
+    connect(pButtons, &QDialogButtonBox::accepted, this, &CImportDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    pForm->addRow(pButtons);
+    auto* pLayout = new QVBoxLayout(this);
+    pLayout->addLayout(pSides, 1);
+    pLayout->addWidget(m_pFault);
+    pLayout->addWidget(pButtons);
+    m_pForm->setFocus();
+    Update();
 }
 
-QDoubleSpinBox*
-CImportDialog::AddNumber(QFormLayout& form, const char* pszLabel, const char* pszFromFile)
+QWidget* CImportDialog::MakeFileSide()
 {
-    auto* pBox = new CNumberBox(this);
-    pBox->setDecimals(1);
-    pBox->setRange(0.0, CNumberBox::LONGEST);
-    pBox->setSpecialValueText(pszFromFile);
-    form.addRow(pszLabel, pBox);
-    return pBox;
+    auto* pSide = new QWidget(this);
+    m_pPicture = new CImportPicture(pSide);
+    m_pLook = new QComboBox(pSide);
+    m_pLook->setObjectName("import-look");
+    m_pLook->addItem("shaded", true);
+    m_pLook->addItem("heights as grey", false);
+    connect(m_pLook, &QComboBox::currentIndexChanged, this, [this] { Update(); });
+    auto* pFile = new QGroupBox("The file", pSide);
+    m_pFileWords = new QFormLayout(pFile);
+    m_pFileWords->addRow("Picture", m_pLook);
+    auto* pLayout = new QVBoxLayout(pSide);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addWidget(m_pPicture, 1);
+    pLayout->addWidget(pFile);
+    return pSide;
 }
 
-QSpinBox* CImportDialog::AddCount(QFormLayout& form, const char* pszLabel)
+QWidget* CImportDialog::MakeLevelSide(bool bLevel)
 {
-    auto* pBox = new QSpinBox(this);
-    pBox->setRange(0, MOST_SAMPLES);
-    pBox->setSpecialValueText("square");
-    form.addRow(pszLabel, pBox);
-    return pBox;
+    auto* pSide = new QWidget(this);
+    m_pForm = new CImportForm(
+        pSide, m_Source, bLevel, [this] { Update(); }, [this] { ReadAgain(); });
+    auto* pResult = new QGroupBox("The level", pSide);
+    m_pLevelWords = new QFormLayout(pResult);
+    m_pAssumed = new QPlainTextEdit(pResult);
+    m_pAssumed->setObjectName("import-assumed");
+    m_pAssumed->setAccessibleName("What is assumed");
+    m_pAssumed->setReadOnly(true);
+    m_pAssumed->setTabChangesFocus(true);
+    m_pAssumed->setMinimumHeight(ASSUMED_LINES * fontMetrics().lineSpacing());
+    auto* pLayout = new QVBoxLayout(pSide);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    pLayout->addWidget(m_pForm);
+    pLayout->addWidget(pResult);
+    pLayout->addWidget(m_pAssumed, 1);
+    return pSide;
 }
 
 SImportOptions CImportDialog::GetOptions() const
 {
-    SImportOptions options;
-    options.uSize = m_pVertices->currentData().toUInt();
-    options.fWidth = static_cast<float>(m_pWidth->value());
-    options.fDepth = options.fWidth;
-    options.fMaxHeight = static_cast<float>(m_pHighest->value());
-    options.dWhite = m_pWhite->value();
-    options.dUnit = options.dWhite > 0.0 ? 0.0 : m_pUnit->value(); // one of the two at most
-    if (m_pColumns != nullptr)
-    {
-        options.uColumns = static_cast<uint32_t>(m_pColumns->value());
-        options.uRows = static_cast<uint32_t>(m_pRows->value());
-        options.eByteOrder = static_cast<EByteOrder>(m_pOrder->currentData().toInt());
-    }
-    return options;
+    return m_pForm->GetOptions();
 }
 
 EImportAs CImportDialog::GetTarget() const
 {
-    return static_cast<EImportAs>(m_pTarget->currentData().toInt());
+    return m_pForm->GetTarget();
+}
+
+void CImportDialog::accept()
+{
+    if (m_bPossible)
+    {
+        QDialog::accept();
+    }
+}
+
+void CImportDialog::ReadAgain()
+{
+    m_Source.Read(m_pForm->GetOptions()); // a fault is shown in place of the picture
+    Update();
+}
+
+void CImportDialog::Update()
+{
+    if (m_pOk == nullptr)
+    {
+        return; // still being made
+    }
+    SImportPlan plan;
+    std::string strFault;
+    if (!m_Source.IsRead())
+    {
+        ShowFault(m_LastFault());
+    }
+    else if (!PlanImport(
+                 m_Source.GetInfo(), m_Source.GetReport(), m_pForm->GetOptions(), plan, strFault))
+    {
+        ShowFault(QString::fromStdString("It cannot be imported: " + strFault + "."));
+        ShowFile();
+    }
+    else
+    {
+        ShowFault({});
+        ShowPlan(plan);
+    }
+}
+
+void CImportDialog::ShowPlan(const SImportPlan& plan)
+{
+    ShowWords(DescribeFile(m_Source), *m_pFileWords);
+    ShowWords(DescribeLevel(m_Source, plan), *m_pLevelWords);
+    m_pAssumed->setPlainText(ListAssumptions(m_Source, plan).join('\n'));
+    DrawPlan(plan, DescribeCorners(m_Source, m_pForm->GetOptions().orientation, plan));
+}
+
+// What can be seen of a file whose measures are still to be told.
+void CImportDialog::ShowFile()
+{
+    ShowWords(DescribeFile(m_Source), *m_pFileWords);
+    SImportOptions options = m_pForm->GetOptions();
+    options.eSpacing = ESpacing::FromFile;
+    SImportPlan plan;
+    std::string strFault;
+    if (PlanImport(m_Source.GetInfo(), m_Source.GetReport(), options, plan, strFault))
+    {
+        QStringList names = DescribeCorners(m_Source, options.orientation, plan);
+        DrawPlan(plan, names.replaceInStrings(QRegularExpression("^.*\n"), ""));
+    }
+}
+
+void CImportDialog::DrawPlan(const SImportPlan& plan, const QStringList& corners)
+{
+    const double fScale = devicePixelRatioF();
+    const auto uPixels = static_cast<uint32_t>(m_pPicture->sizeHint().width() * fScale);
+    SReliefPicture picture;
+    const bool bDrawn = DrawImport(m_Source.GetThin(),
+                                   m_pForm->GetOptions().orientation,
+                                   plan,
+                                   uPixels,
+                                   m_pLook->currentData().toBool(),
+                                   picture);
+    m_pPicture->Show(bDrawn ? MakeImage(picture, fScale) : QImage(), corners);
+}
+
+void CImportDialog::ShowWords(const QList<SImportWord>& words, QFormLayout& form)
+{
+    for (const SImportWord& word : words)
+    {
+        const QString strName = QString("import-word-%1").arg(word.pszName);
+        auto* pText = findChild<QLabel*>(strName);
+        if (pText == nullptr)
+        {
+            pText = new QLabel(this);
+            pText->setObjectName(strName);
+            pText->setTextFormat(Qt::PlainText);
+            pText->setTextInteractionFlags(Qt::TextSelectableByMouse);
+            form.addRow(word.pszLabel, pText);
+        }
+        pText->setText(word.strText);
+    }
+}
+
+void CImportDialog::ShowFault(const QString& strFault)
+{
+    m_bPossible = strFault.isEmpty();
+    m_pOk->setEnabled(m_bPossible);
+    m_pFault->setText(strFault);
+    m_pFault->setVisible(!m_bPossible);
+    if (m_bPossible)
+    {
+        return;
+    }
+    // What was true of other choices is gone; what still is comes back.
+    m_pPicture->Show({}, {});
+    m_pAssumed->clear();
+    for (QLabel* pText : findChildren<QLabel*>(QRegularExpression("^import-word-")))
+    {
+        pText->clear();
+    }
 }

@@ -92,6 +92,7 @@ bool CHeightStore::Take(SHeightField& field)
     }
     read.size = m_Field.size;
     read.protection = m_Field.protection;
+    read.geo = m_Field.geo;
     if (!Transfer(::pread, m_File, reinterpret_cast<char*>(read.pHeights.get()), GetBytes(read)))
     {
         CrashLog("[CHeightStore::Take] the heights of before cannot be read: %s\n",

@@ -308,6 +308,10 @@ void CLevelDocument::SetSource(const SLevelText& text, CLevelFiles&& files)
     m_Material = text.strMaterial;
     m_Protection = text.strProtection;
     m_bUnreadProtection = text.bUnreadProtection;
+    if (CTerrain* pTerrain = GetTerrain())
+    {
+        pTerrain->SetGeoTags(text.geo);
+    }
     ++m_Generation;
     m_FlatHeight.reset();
     m_Changes.SetSaved();
@@ -363,6 +367,7 @@ SLevelText CLevelDocument::GetText() const
         text.uCellsX = pTerrain->GetCellsPerSide();
         text.uCellsZ = pTerrain->GetCellsPerSideZ();
         text.size = pTerrain->GetSizeVector();
+        text.geo = pTerrain->GetGeoTags();
     }
     return text;
 }

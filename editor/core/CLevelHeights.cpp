@@ -245,13 +245,15 @@ void CLevelHeights::OnBeforeReload()
     m_Keeper.OnBeforeReplacement(true);
 }
 
-// It is the same ground, so what was protected stays so.
-void CLevelHeights::AdaptProtection(const CVertexProtection& before)
+// It is the same ground, so what was protected stays so, and it lies where it did.
+void CLevelHeights::AdaptToGround(const SHeightField& before)
 {
     CTerrain& terrain = *m_World.GetCTerrain();
     try
     {
-        terrain.GetProtection() = before.Resampled(terrain.GetVerticesX(), terrain.GetVerticesZ());
+        terrain.SetGeoTags(before.geo);
+        terrain.GetProtection() =
+            before.protection.Resampled(terrain.GetVerticesX(), terrain.GetVerticesZ());
     }
     catch (const std::bad_alloc&)
     {
@@ -262,7 +264,7 @@ void CLevelHeights::AdaptProtection(const CVertexProtection& before)
 void CLevelHeights::OnReloaded(SHeightField&& before)
 {
     const CTerrain& terrain = *m_World.GetCTerrain();
-    AdaptProtection(before.protection);
+    AdaptToGround(before);
     const bool bResized =
         before.uSizeX != terrain.GetVerticesX() || before.uSizeZ != terrain.GetVerticesZ();
     char szText[64] = "Reload";

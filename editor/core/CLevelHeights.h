@@ -90,7 +90,7 @@ private:
     void NoteFile(const char* pszPath, bool bOwn, bool bDone, bool bOther);
     bool IsLevelFile(const char* pszPath) const;
     std::string GetSpareFile() const;
-    void AdaptProtection(const CVertexProtection& before);
+    void AdaptToGround(const SHeightField& before);
     bool AddStep(SHeightField&& before, const char* pszText);
 
     CWorld& m_World;

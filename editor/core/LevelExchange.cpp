@@ -28,20 +28,39 @@ bool ImportLevel(CEditorHost& host,
                  EImportAs eAs,
                  std::vector<std::string>& lines)
 {
-    SHeightField field;
+    SSampleGrid grid;
     SImportReport report;
-    if (!ImportHeights(pszPath, options, field, report))
+    if (!ReadElevation(pszPath, options, grid, report))
     {
         return false;
     }
-    lines = report.lines;
+    const bool bDone = ImportLevel(host, document, pszPath, std::move(grid), report, options, eAs);
+    lines = bDone ? report.lines : lines;
+    return bDone;
+}
+
+bool ImportLevel(CEditorHost& host,
+                 CLevelDocument& document,
+                 const char* pszPath,
+                 SSampleGrid&& grid,
+                 SImportReport& report,
+                 const SImportOptions& options,
+                 EImportAs eAs)
+{
+    SHeightField field;
+    if (!MakeTerrain(pszPath, std::move(grid), options, field, report))
+    {
+        return false;
+    }
     if (eAs == EImportAs::ThisLevel && document.HasLevel())
     {
         const std::string strName = std::filesystem::path(pszPath).filename().string();
         host.GetLevelHeights().Replace(std::move(field), "Import " + strName);
         return true;
     }
-    return document.TakeOver({},
+    SLevelText text;
+    text.geo = field.geo;
+    return document.TakeOver(text,
                              [&](CLevelFiles&)
                              {
                                  host.TakeLevel(std::move(field));
@@ -60,7 +79,9 @@ bool PlanLevelExport(CEditorHost& host,
         CrashLog("[CLevelDocument::PlanExport] there is no level\n");
         return false;
     }
-    return PlanExport(pszPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), options, plan);
+    SExportOptions placed = options;
+    placed.geo = pTerrain->GetGeoTags();
+    return PlanExport(pszPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), placed, plan);
 }
 
 bool ExportLevel(CEditorHost& host, const char* pszPath, const SExportPlan& plan)

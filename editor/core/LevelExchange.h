@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/elevation/HeightExport.h"
-#include "engine/elevation/SImportOptions.h"
+#include "engine/elevation/HeightImport.h"
 
 #include <string>
 #include <vector>
@@ -27,6 +27,16 @@ bool ImportLevel(CEditorHost& host,
                  const SImportOptions& options,
                  EImportAs eAs,
                  std::vector<std::string>& lines);
+
+// The same of a file that was read, so that what was shown of it is what comes. grid: taken.
+// report: of the reading, gets what was done.
+bool ImportLevel(CEditorHost& host,
+                 CLevelDocument& document,
+                 const char* pszPath,
+                 SSampleGrid&& grid,
+                 SImportReport& report,
+                 const SImportOptions& options,
+                 EImportAs eAs);
 
 // An export has two steps, so that the plan's lines can be shown before anything is written. False
 // after one logged line.

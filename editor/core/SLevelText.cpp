@@ -1,5 +1,6 @@
 #include "editor/core/SLevelText.h"
 
+#include "editor/core/MapKeywords.h"
 #include "host/FileSystem.h"
 #include "parser/DeclarativeText.h"
 #include "parser/KeywordValues.h"
@@ -22,7 +23,7 @@ constexpr char DECLARATIONS[] = "!height_map( s )\n"
                                 "!cells( i, i )\n"
                                 "!terrain_bitmap( s )\n"
                                 "!material( s )\n"
-                                "!protection( s )\n\n";
+                                "!protection( s )\n";
 
 std::string MakeRelative(const std::string& strPath, const std::string& strFile)
 {
@@ -61,7 +62,7 @@ std::string SLevelText::Write(const CTCParseText& kept) const
     {
         return kept.Update(calls, strPath);
     }
-    std::string strText = DECLARATIONS;
+    std::string strText = std::string(DECLARATIONS) + (geo.bKnown ? MAP_DECLARATIONS : "") + "\n";
     for (const CTCParseText::SCall& call : calls)
     {
         strText += call.GetText() + "\n";
@@ -95,6 +96,8 @@ std::vector<CTCParseText::SCall> SLevelText::GetCalls(const CTCParseText& kept) 
     {
         calls.push_back({PROTECTION, {text(GetProtectionName(kept))}});
     }
+    const std::vector<CTCParseText::SCall> places = GetMapCalls(geo, kept);
+    calls.insert(calls.end(), places.begin(), places.end());
     return calls;
 }
 
@@ -131,6 +134,7 @@ bool SLevelText::Read(const CTCPARSE_KEYWORD* pFirst)
         ReadText(pKey, BITMAP, strBitmap);
         ReadText(pKey, MATERIAL, strMaterial);
         ReadText(pKey, PROTECTION, strPicture);
+        ReadMapCall(pKey, geo);
     }
     const std::filesystem::path folder = std::filesystem::path(strPath).parent_path();
     strProtection = strPicture.empty() ? "" : (folder / strPicture).lexically_normal().string();

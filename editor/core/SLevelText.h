@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/terrain/SGeoTags.h"
 #include "host/HostTypes.h"
 #include "parser/CTCParseText.h"
 
@@ -22,6 +23,7 @@ struct SLevelText
     uint32_t uCellsX = 0;
     uint32_t uCellsZ = 0;
     SVec3 size;          // terrain units
+    SGeoTags geo;        // of the vertices
     std::string strPath; // of the level file itself, full; not written
 
     // The whole file as it is written to strPath: declarations, then the calls. kept: the file that

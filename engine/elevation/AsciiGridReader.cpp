@@ -77,6 +77,8 @@ private:
         KEY_ROWS,
         KEY_CORNER_X,
         KEY_CORNER_Y,
+        KEY_CENTER_X,
+        KEY_CENTER_Y,
         KEY_CELL,
         KEY_CELL_X,
         KEY_CELL_Y,
@@ -87,6 +89,7 @@ private:
     std::string_view TakeWord();
     bool ReadHeader();
     bool CheckHeader();
+    void ReadPlace();
     bool CheckSide(EKey eKey, const char* pszName, uint32_t& uSide);
     bool ReadSamples();
     bool ReadSample(size_t nIndex);
@@ -121,15 +124,13 @@ std::string_view CAsciiGridDecoder::TakeWord()
 
 bool CAsciiGridDecoder::ReadHeader()
 {
-    // The place of the grid only helps to tell degrees from other units, so a corner and a centre
-    // of a cell count as the same.
     static constexpr std::pair<std::string_view, EKey> WORDS[] = {
         {"ncols", KEY_COLUMNS},
         {"nrows", KEY_ROWS},
         {"xllcorner", KEY_CORNER_X},
-        {"xllcenter", KEY_CORNER_X},
+        {"xllcenter", KEY_CENTER_X},
         {"yllcorner", KEY_CORNER_Y},
-        {"yllcenter", KEY_CORNER_Y},
+        {"yllcenter", KEY_CENTER_Y},
         {"cellsize", KEY_CELL},
         {"dx", KEY_CELL_X},
         {"dy", KEY_CELL_Y},
@@ -197,11 +198,36 @@ bool CAsciiGridDecoder::CheckHeader()
     {
         return Fail("the header has no cellsize above 0");
     }
+    ReadPlace();
+    return true;
+}
+
+void CAsciiGridDecoder::ReadPlace()
+{
+    // Of the south-west sample, or of the outer corner of its cell.
+    const auto find = [this](EKey eCenter, EKey eCorner, double dSpacing, double& dPlace)
+    {
+        const std::optional<double>& corner = m_Values[eCorner];
+        dPlace = m_Values[eCenter] ? *m_Values[eCenter] : corner.value_or(NAN) + dSpacing / 2.0;
+        return std::isfinite(dPlace);
+    };
+    SMapPoint place;
+    if (!find(KEY_CENTER_X, KEY_CORNER_X, m_Grid.dSpacingX, place.dX) ||
+        !find(KEY_CENTER_Y, KEY_CORNER_Y, m_Grid.dSpacingZ, place.dY))
+    {
+        return;
+    }
     // The format names no unit: small cells at a place that the globe has are taken for degrees.
     m_Grid.bInDegrees = std::max(m_Grid.dSpacingX, m_Grid.dSpacingZ) < MAX_DEGREES_CELL &&
-                        m_Values[KEY_CORNER_X] && std::fabs(*m_Values[KEY_CORNER_X]) <= 360.0 &&
-                        m_Values[KEY_CORNER_Y] && std::fabs(*m_Values[KEY_CORNER_Y]) <= 90.0;
-    return true;
+                        std::fabs(place.dX) <= 360.0 && std::fabs(place.dY) <= 90.0;
+    SGeoTags& geo = m_Grid.geo;
+    geo.bKnown = true;
+    geo.bDegrees = m_Grid.bInDegrees;
+    geo.bCells = !m_Values[KEY_CENTER_X];
+    geo.noData = m_Values[KEY_NO_DATA];
+    geo.lastZ = place;
+    geo.first = {place.dX, place.dY + m_Grid.dSpacingZ * (m_Grid.uRows - 1)};
+    geo.lastX = {place.dX + m_Grid.dSpacingX * (m_Grid.uColumns - 1), geo.first.dY};
 }
 
 bool CAsciiGridDecoder::ReadSamples()

@@ -49,6 +49,8 @@ void CExportRows::CountLosses(const SSampleView& heights, SExportPlan& plan)
     size_t nBelow = 0;
     size_t nAbove = 0;
     size_t nVoids = 0;
+    size_t nNoData = 0;
+    const auto fNoData = static_cast<float>(plan.geo.noData.value_or(NAN)); // equal to nothing
     // In single precision: a height that is white itself may end a last bit above it in double.
     const auto fLow = static_cast<float>(plan.dLow);
     const auto fHigh = static_cast<float>(plan.dHigh);
@@ -61,9 +63,11 @@ void CExportRows::CountLosses(const SSampleView& heights, SExportPlan& plan)
         const bool bBelow = fSample < fLow || (fLow == 0.0F && fHeight < 0.0F);
         nVoids += bVoid ? 1 : 0;
         nBelow += !bVoid && bBelow ? 1 : 0;
+        nNoData += fSample == fNoData ? 1 : 0;
         nAbove += !bVoid && fSample > fHigh ? 1 : 0;
     }
     plan.nBelow = nBelow;
     plan.nAbove = nAbove;
     plan.nVoids = nVoids;
+    plan.nNoData = nNoData;
 }

@@ -22,7 +22,7 @@ public:
     // reported as progress. Null when the user cancelled.
     const float* GetRow(uint32_t uRow);
 
-    // Counts what all rows lose, into the plan's three numbers.
+    // Counts what all rows lose, into the plan's numbers.
     static void CountLosses(const SSampleView& heights, SExportPlan& plan);
 
 private:

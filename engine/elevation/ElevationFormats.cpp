@@ -83,7 +83,8 @@ constexpr SElevationFormat ELEVATION_FORMATS[] = {
      .pWrite = WriteRaw,
      .pszSquareFile = "an HGT tile",
      .eSamples = ESampleType::Signed,
-     .eByteOrder = EByteOrder::Big},
+     .eByteOrder = EByteOrder::Big,
+     .bDegreeTile = true},
     {.pszName = "GeoTIFF",
      .extensions = {"tif", "tiff"},
      .pRecognise = IsTiff,
@@ -96,7 +97,8 @@ constexpr SElevationFormat ELEVATION_FORMATS[] = {
      .pDecode = Decode<DecodeAsciiGrid>,
      .pWrite = WriteAsciiGrid,
      .eByteOrder = EByteOrder::None,
-     .bKeepsSpacing = true},
+     .bKeepsSpacing = true,
+     .bNorthUp = true},
 };
 
 // A name that is nothing but the extension is none.

@@ -1,11 +1,12 @@
 #include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/HeightImport.h"
+#include "engine/elevation/HgtReader.h"
 #include "engine/elevation/ReportText.h"
 #include "engine/terrain/HeightFile.h"
 #include "host/FileBytes.h"
 #include "host/Log.h"
+#include "host/Progress.h"
 
-#include <algorithm>
 #include <cmath>
 #include <new>
 #include <utility>
@@ -89,6 +90,34 @@ void AddLines(const char* pszPath,
     }
 }
 
+// Finds the range of the samples and counts the voids. False when the user cancelled.
+bool LookAtSamples(const SSampleGrid& grid, SImportReport& report)
+{
+    CProgressSteps progress("Looking at the heights", grid.uRows);
+    float fLow = INFINITY;
+    float fHigh = -INFINITY;
+    size_t nVoids = 0;
+    for (uint32_t z = 0; z < grid.uRows; ++z)
+    {
+        if (!progress.Reach(z))
+        {
+            return false;
+        }
+        const float* pRow = grid.samples.data() + size_t{z} * grid.uColumns;
+        for (uint32_t x = 0; x < grid.uColumns; ++x)
+        {
+            // In this order a void, which is no number, changes neither.
+            fLow = pRow[x] < fLow ? pRow[x] : fLow;
+            fHigh = pRow[x] > fHigh ? pRow[x] : fHigh;
+            nVoids += std::isnan(pRow[x]) ? 1 : 0;
+        }
+    }
+    report.fLow = fLow;
+    report.fHigh = fHigh;
+    report.nVoids = nVoids;
+    return true;
+}
+
 // False with the whole line, or with none when it is logged already.
 bool Read(const char* pszPath,
           const SImportOptions& options,
@@ -124,8 +153,15 @@ bool Read(const char* pszPath,
             return false;
         }
     }
-    made.nVoids = static_cast<size_t>(std::count_if(
-        read.samples.begin(), read.samples.end(), [](float f) { return std::isnan(f); }));
+    if (made.pFormat->bDegreeTile)
+    {
+        PlaceTile(pszPath, read);
+    }
+    if (!LookAtSamples(read, made))
+    {
+        strLine = std::string(pszPath) + ": cancelled";
+        return false;
+    }
     if (made.nVoids == read.samples.size())
     {
         strLine = std::string(pszPath) + ": has no sample that is not void";

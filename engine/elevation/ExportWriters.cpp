@@ -50,13 +50,34 @@ template <typename TSample> bool WriteRows(fs::file& file, CExportRows& rows, bo
 }
 
 // The shortest text that reads back to the same number.
-void AppendExact(std::string& strText, double dValue, bool bSingle)
+void AppendExact(std::string& strText, float fValue)
 {
     char aText[32];
-    const auto [pEnd, error] =
-        bSingle ? std::to_chars(std::begin(aText), std::end(aText), static_cast<float>(dValue))
-                : std::to_chars(std::begin(aText), std::end(aText), dValue);
+    const auto [pEnd, error] = std::to_chars(std::begin(aText), std::end(aText), fValue);
     strText.append(aText, pEnd);
+}
+
+// With words and numbers in the order that most readers need.
+std::string MakeGridHeader(const CExportRows& rows, const SExportPlan& plan)
+{
+    const SGeoTags& geo = plan.geo;
+    // Small cells near 0, 0 would look like degrees of longitude and latitude.
+    const bool bSmall = std::max(plan.dSpacingX, plan.dSpacingZ) < MAX_DEGREES_CELL;
+    SMapPoint place = {bSmall ? 1000.0 : 0.0, bSmall ? 1000.0 : 0.0};
+    if (geo.bKnown)
+    {
+        const double dHalf = geo.bCells ? 0.5 : 0.0;
+        place = {geo.lastZ.dX - dHalf * plan.dSpacingX, geo.lastZ.dY - dHalf * plan.dSpacingZ};
+    }
+    const std::string strWord = geo.bKnown && geo.bCells ? "corner " : "center ";
+    std::string strText = MakeText("ncols %u\nnrows %u\n", rows.GetColumns(), rows.GetRows());
+    strText += "xll" + strWord + MakeExactText(place.dX) + "\nyll" + strWord +
+               MakeExactText(place.dY) + "\n";
+    const bool bSquare = plan.dSpacingX == plan.dSpacingZ;
+    strText += (bSquare ? "cellsize " : "dx ") + MakeExactText(plan.dSpacingX) + "\n";
+    strText += bSquare ? "" : "dy " + MakeExactText(plan.dSpacingZ) + "\n";
+    strText += geo.noData ? "NODATA_value " + MakeExactText(*geo.noData) + "\n" : "";
+    return strText;
 }
 
 } // namespace
@@ -102,23 +123,7 @@ bool WriteAsciiGrid(fs::file& file,
                     const SExportPlan& plan,
                     std::string& /*strFault*/)
 {
-    // Small cells near 0, 0 would look like degrees of longitude and latitude.
-    const bool bSmall = std::max(plan.dSpacingX, plan.dSpacingZ) < MAX_DEGREES_CELL;
-    const char* pszPlace = bSmall ? "1000" : "0";
-    std::string strText = MakeText("ncols %u\nnrows %u\nxllcenter %s\nyllcenter %s\n",
-                                   rows.GetColumns(),
-                                   rows.GetRows(),
-                                   pszPlace,
-                                   pszPlace);
-    const bool bSquare = plan.dSpacingX == plan.dSpacingZ;
-    strText += bSquare ? "cellsize " : "dx ";
-    AppendExact(strText, plan.dSpacingX, false);
-    if (!bSquare)
-    {
-        strText += "\ndy ";
-        AppendExact(strText, plan.dSpacingZ, false);
-    }
-    strText += '\n';
+    std::string strText = MakeGridHeader(rows, plan);
     for (uint32_t z = 0; z < rows.GetRows(); ++z)
     {
         const float* pRow = rows.GetRow(z);
@@ -128,7 +133,7 @@ bool WriteAsciiGrid(fs::file& file,
         }
         for (uint32_t x = 0; x < rows.GetColumns(); ++x)
         {
-            AppendExact(strText, static_cast<double>(pRow[x]), true);
+            AppendExact(strText, pRow[x]);
             strText += x + 1 < rows.GetColumns() ? ' ' : '\n';
         }
         file.write(strText.data(), strText.size());

@@ -2,6 +2,7 @@
 
 #include "engine/elevation/CTiffFile.h"
 #include "engine/elevation/DecodeGrid.h"
+#include "engine/elevation/GeoTiffTags.h"
 #include "host/Progress.h"
 
 #include <tiffio.h>
@@ -205,24 +206,8 @@ bool CGeoTiffDecoder::CheckBytes()
 // Always true: a tag that makes no sense counts as absent.
 bool CGeoTiffDecoder::ReadTags()
 {
-    constexpr uint32_t TAG_GEO_KEYS = 34735; // number of keys at 3, then key, place, count, value
-    constexpr uint32_t TAG_NO_DATA = 42113;  // a number as text
-    constexpr uint16_t KEY_MODEL_TYPE = 1024;
-    constexpr uint16_t MODEL_GEOGRAPHIC = 2;
-
-    const auto scale = m_File.GetArray<double>(TAG_PIXEL_SCALE, TIFF_DOUBLE);
-    if (scale.size() >= 2 && std::isfinite(scale[0]) && std::isfinite(scale[1]))
-    {
-        m_Grid.dSpacingX = std::fabs(scale[0]);
-        m_Grid.dSpacingZ = std::fabs(scale[1]);
-    }
-    const auto keys = m_File.GetArray<uint16_t>(TAG_GEO_KEYS, TIFF_SHORT);
-    for (size_t i = 4; i + 4 <= keys.size(); i += 4)
-    {
-        // A place of 0 says that the value stands in the entry itself.
-        m_Grid.bInDegrees |=
-            keys[i] == KEY_MODEL_TYPE && keys[i + 1] == 0 && keys[i + 3] == MODEL_GEOGRAPHIC;
-    }
+    constexpr uint32_t TAG_NO_DATA = 42113; // a number as text
+    ReadGeoTags(m_File, m_Grid);
     const auto text = m_File.GetArray<char>(TAG_NO_DATA, TIFF_ASCII);
     const char* const pEnd = text.data() + text.size();
     const char* const pStart =
@@ -232,6 +217,7 @@ bool CGeoTiffDecoder::ReadTags()
     if (std::from_chars(pStart, pEnd, dValue).ec == std::errc())
     {
         m_NoData = dValue;
+        m_Grid.geo.noData = dValue;
     }
     return true;
 }
@@ -330,6 +316,12 @@ bool CGeoTiffDecoder::TurnNorthUp()
     // first of them in the south.
     float* const pSamples = m_Grid.samples.data();
     const size_t nRow = m_Grid.uColumns;
+    if (m_Orientation != ORIENTATION_TOPLEFT)
+    {
+        // Programs do not agree whether the place is that of the first sample or of the corner in
+        // the north-west.
+        m_Grid.geo = {};
+    }
     if (m_Orientation == ORIENTATION_TOPRIGHT || m_Orientation == ORIENTATION_BOTRIGHT)
     {
         for (size_t z = 0; z < m_Grid.uRows; ++z)

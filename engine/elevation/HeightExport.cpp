@@ -2,6 +2,7 @@
 
 #include "engine/elevation/CExportRows.h"
 #include "engine/elevation/ElevationFormats.h"
+#include "engine/elevation/MapSystem.h"
 #include "engine/elevation/ReportText.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
@@ -117,6 +118,55 @@ std::string GetTypeText(const SExportPlan& plan)
     return GetSampleTypeText(grid);
 }
 
+// Why the format cannot tell the place; empty when it can.
+const char* FindPlaceFault(const SExportPlan& plan, const SGeoTags& geo)
+{
+    const double dCell = std::max(plan.dSpacingX, plan.dSpacingZ);
+    if (!plan.pFormat->bKeepsSpacing)
+    {
+        return "the format has none";
+    }
+    if (!plan.pFormat->bNorthUp)
+    {
+        return "";
+    }
+    // A reader goes by the size of cells.
+    return !geo.IsNorthUp() ? "its rows must run from west to east, from the north on"
+           : geo.bDegrees != (dCell < MAX_DEGREES_CELL) ? "its cells would be taken for other units"
+                                                        : "";
+}
+
+// Takes over what is known of the place, as far as the format can say it.
+void PlaceOnMap(const SGeoTags& geo, const SSampleView& heights, SExportPlan& plan)
+{
+    if (!geo.bKnown)
+    {
+        return;
+    }
+    const double dOwnX = plan.dSpacingX;
+    const double dOwnZ = plan.dSpacingZ;
+    const auto getStep = [](const SMapPoint& from, const SMapPoint& to, uint32_t uSamples)
+    {
+        return std::hypot(to.dX - from.dX, to.dY - from.dY) / (uSamples - 1);
+    };
+    plan.dSpacingX = getStep(geo.first, geo.lastX, heights.uColumns);
+    plan.dSpacingZ = getStep(geo.first, geo.lastZ, heights.uRows);
+    const std::string strFault = FindPlaceFault(plan, geo);
+    if (!strFault.empty())
+    {
+        plan.dSpacingX = dOwnX;
+        plan.dSpacingZ = dOwnZ;
+        plan.lines.push_back("note: the place on the map is not written: " + strFault);
+        return;
+    }
+    plan.geo = geo;
+    std::string strSystem = GetSystemText(geo);
+    strSystem = strSystem.empty() ? "" : " in " + strSystem;
+    strSystem +=
+        !strSystem.empty() && plan.pFormat->bNorthUp ? ", which the format does not say" : "";
+    plan.lines.push_back("place: x = 0, z = 0 is at " + GetPlaceText(geo.first) + strSystem);
+}
+
 void AddScaleLines(SExportPlan& plan)
 {
     plan.lines.push_back(std::string("scale: ") + (plan.bRound ? "one step" : "1.0") +
@@ -125,7 +175,8 @@ void AddScaleLines(SExportPlan& plan)
     if (plan.pFormat->bKeepsSpacing)
     {
         plan.lines.push_back("spacing: " + MakeNumber(plan.dSpacingX) + " x " +
-                             MakeNumber(plan.dSpacingZ) + " of the file's units");
+                             MakeNumber(plan.dSpacingZ) +
+                             (plan.geo.bDegrees ? " degrees" : " of the file's units"));
     }
     else
     {
@@ -193,7 +244,14 @@ std::string MakePlan(const char* pszPath,
         plan.dSpacingX /= plan.dUnit;
         plan.dSpacingZ /= plan.dUnit;
     }
+    PlaceOnMap(options.geo, heights, plan);
     CExportRows::CountLosses(heights, plan);
+    if (plan.nNoData > 0)
+    {
+        plan.geo.noData.reset();
+        plan.lines.push_back(MakeText(
+            "note: no number is written for voids: %zu heights are that number", plan.nNoData));
+    }
     AddScaleLines(plan);
     AddLossLines(plan);
     return "";

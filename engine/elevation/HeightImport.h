@@ -17,7 +17,9 @@ struct SImportReport
 {
     const SElevationFormat* pFormat = nullptr; // a row of the table; not null after a reading
     size_t nVoids = 0;                         // samples that the file lacks
-    SVec3 size;                                // of a ".height" file, else 0
+    float fLow = 0.0F;                         // of the others, as the file has them
+    float fHigh = 0.0F;
+    SVec3 size; // of a ".height" file, else 0
 
     // One line each without a line feed: what the file is, what was assumed ("assumed: ..."), what
     // may disappoint ("warning: ...", "note: ..."), what the terrain is.
@@ -31,8 +33,17 @@ TELLUR_API bool ReadElevation(const char* pszPath,
                               SSampleGrid& grid,
                               SImportReport& report);
 
-// Makes a terrain of a file: fills voids, turns samples into terrain units, fits them to vertices.
-// Needs the memory of two grids. False with one logged line; field is then as it was.
+// Makes a terrain of a file that was read: fills voids, lays the samples in the orientation that is
+// asked for, turns them into terrain units, fits them to vertices. pszPath: for the fault. grid:
+// taken; report: of the reading, gets what was done. Needs the memory of two grids. False with one
+// logged line; field and report are then as they were.
+TELLUR_API bool MakeTerrain(const char* pszPath,
+                            SSampleGrid&& grid,
+                            const SImportOptions& options,
+                            SHeightField& field,
+                            SImportReport& report);
+
+// Reads a file and makes a terrain of it. False with one logged line; field is then as it was.
 TELLUR_API bool ImportHeights(const char* pszPath,
                               const SImportOptions& options,
                               SHeightField& field,

@@ -1,5 +1,7 @@
 #include "engine/elevation/HgtReader.h"
 
+#include "engine/elevation/DegreeLength.h"
+
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -32,4 +34,25 @@ bool DecodeHgt(std::span<const uint8_t> bytes, SSampleGrid& grid, std::string& s
     }
     grid = std::move(read);
     return true;
+}
+
+void PlaceTile(const char* pszPath, SSampleGrid& grid)
+{
+    grid.bInDegrees = true;
+    grid.dSpacingX = 1.0 / (grid.uColumns - 1);
+    grid.dSpacingZ = 1.0 / (grid.uRows - 1);
+    SMapPoint corner;
+    if (!FindTileCorner(pszPath, corner))
+    {
+        return;
+    }
+    SGeoTags& geo = grid.geo;
+    geo.bKnown = true;
+    geo.bDegrees = true;
+    geo.first = {corner.dX, corner.dY + 1.0};
+    geo.lastX = {corner.dX + 1.0, corner.dY + 1.0};
+    geo.lastZ = corner;
+    geo.noData = -32768.0;
+    // Longitude and latitude on WGS 84, at the samples themselves.
+    geo.keys = {1, 1, 0, 3, 1024, 0, 1, 2, 1025, 0, 1, 2, 2048, 0, 1, 4326};
 }

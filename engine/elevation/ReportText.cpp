@@ -34,17 +34,24 @@ std::string MakeNumber(double dValue)
     return {aText, pEnd};
 }
 
-std::string GetSampleTypeText(const SSampleGrid& grid)
+std::string MakeExactText(double dValue)
 {
-    if (grid.eType == ESampleType::Float && grid.eByteOrder == EByteOrder::None)
+    char aText[32];
+    const auto [pEnd, error] = std::to_chars(std::begin(aText), std::end(aText), dValue);
+    return {aText, pEnd};
+}
+
+std::string GetSampleTypeText(const SSampleInfo& info)
+{
+    if (info.eType == ESampleType::Float && info.eByteOrder == EByteOrder::None)
     {
         return "numbers as text";
     }
-    const char* pszType = grid.eType == ESampleType::Float    ? "float"
-                          : grid.eType == ESampleType::Signed ? "signed"
+    const char* pszType = info.eType == ESampleType::Float    ? "float"
+                          : info.eType == ESampleType::Signed ? "signed"
                                                               : "unsigned";
-    const char* pszOrder = grid.eByteOrder == EByteOrder::Big      ? ", big-endian"
-                           : grid.eByteOrder == EByteOrder::Little ? ", little-endian"
+    const char* pszOrder = info.eByteOrder == EByteOrder::Big      ? ", big-endian"
+                           : info.eByteOrder == EByteOrder::Little ? ", little-endian"
                                                                    : "";
-    return MakeText("%u bits %s%s", grid.uBits, pszType, pszOrder);
+    return MakeText("%u bits %s%s", info.uBits, pszType, pszOrder);
 }

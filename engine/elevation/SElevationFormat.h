@@ -75,7 +75,9 @@ struct SElevationFormat
 
     bool bTerrain = false; // the engine's own: scale, spacing and maximum height are the file's
     bool bRaw = false;     // bare samples: whoever reads them must know shape and byte order
-    bool bKeepsSpacing = false; // of an export
+    bool bKeepsSpacing = false; // of an export, and the place on the map
+    bool bNorthUp = false;      // of that place no more than a corner and the size of cells
+    bool bDegreeTile = false;   // a file covers one degree each way; its name says which
 };
 
 inline bool HoldsCodes(const SElevationFormat& format, bool bWhiteIsSaid)

@@ -14,6 +14,9 @@ struct SExportOptions
     double dWhite = 0.0;
     double dUnit = 0.0;
     EByteOrder eByteOrder = EByteOrder::None; // of a raw file; None: little
+
+    // Not said by a user but known of the heights: where they lie on a map.
+    SGeoTags geo = {};
 };
 
 // How heights become samples: divided by the unit, rounded, cut to what the format holds.
@@ -27,11 +30,13 @@ struct SExportPlan
     bool bRound = false;
     double dSpacingX = 0.0; // in the file's unit of length
     double dSpacingZ = 0.0;
+    SGeoTags geo; // what is written of the place on a map; its spacing then counts
 
     // Heights that the file cannot hold: they become the lowest and the highest sample, and 0.
     size_t nBelow = 0;
     size_t nAbove = 0;
-    size_t nVoids = 0; // not finite
+    size_t nVoids = 0;  // not finite
+    size_t nNoData = 0; // heights that would read as voids
 
     // One line each without a line feed: what is written, what is assumed, what is lost.
     std::vector<std::string> lines;

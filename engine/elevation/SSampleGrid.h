@@ -1,5 +1,7 @@
 #pragma once
 
+#include "engine/terrain/SGeoTags.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -25,20 +27,24 @@ enum class EByteOrder : uint8_t
     Big,
 };
 
-// Elevations as a file has them: row 0 is north, column 0 west, index row * uColumns + column, in
-// the file's own unit of height. A NaN is a void: a sample that the file lacks. All others are
-// finite.
-struct SSampleGrid
+// What a file of elevations says of itself.
+struct SSampleInfo
 {
     uint32_t uColumns = 0;
     uint32_t uRows = 0;
-    std::vector<float> samples;
-
-    // What the file says of itself.
     ESampleType eType = ESampleType::Float;
     uint32_t uBits = 32; // a sample
     EByteOrder eByteOrder = EByteOrder::None;
     double dSpacingX = 0.0;  // between samples along a row, in the file's unit of length; 0: unsaid
     double dSpacingZ = 0.0;  // between rows
     bool bInDegrees = false; // the spacings are angles, no lengths
+    SGeoTags geo;            // of the corner samples
+};
+
+// Elevations as a file has them: row 0 is north, column 0 west, index row * uColumns + column, in
+// the file's own unit of height. A NaN is a void: a sample that the file lacks. All others are
+// finite.
+struct SSampleGrid : SSampleInfo
+{
+    std::vector<float> samples;
 };

@@ -1,5 +1,5 @@
-#include "engine/elevation/CTiffFile.h"
 #include "engine/elevation/ExportWriters.h"
+#include "engine/elevation/GeoTiffTags.h"
 
 #include <tiffio.h>
 
@@ -9,7 +9,6 @@
 namespace
 {
 
-constexpr uint32_t TAG_TIE_POINT = 33922; // column, row, 0 and the place of that sample
 constexpr size_t STRIP_BYTES = size_t{1} << 18;
 
 // What libtiff calls back with.
@@ -93,17 +92,11 @@ TIFF* OpenTiff(STarget& target)
 
 bool WriteTags(TIFF* pTiff, const CExportRows& rows, const SExportPlan& plan, uint32_t uStripRows)
 {
-    // libtiff has to be told of tags that are not its own before it writes them.
-    static char s_aScaleName[] = "ModelPixelScale";
-    static char s_aTieName[] = "ModelTiepoint";
-    const TIFFFieldInfo aFields[] = {
-        {TAG_PIXEL_SCALE, -1, -1, TIFF_DOUBLE, FIELD_CUSTOM, 1, 1, s_aScaleName},
-        {TAG_TIE_POINT, -1, -1, TIFF_DOUBLE, FIELD_CUSTOM, 1, 1, s_aTieName},
-    };
-    const double aScale[] = {plan.dSpacingX, plan.dSpacingZ, 0.0};
-    // The south-west sample is at 0, 0, so the first row is as far north as the terrain is deep.
-    const double aTie[] = {0.0, 0.0, 0.0, 0.0, plan.dSpacingZ * (rows.GetRows() - 1), 0.0};
-    return TIFFMergeFieldInfo(pTiff, aFields, std::size(aFields)) == 0 &&
+    return WriteGeoTags(pTiff,
+                        plan.geo,
+                        {plan.dSpacingX, plan.dSpacingZ},
+                        rows.GetColumns(),
+                        rows.GetRows()) &&
            TIFFSetField(pTiff, TIFFTAG_IMAGEWIDTH, rows.GetColumns()) == 1 &&
            TIFFSetField(pTiff, TIFFTAG_IMAGELENGTH, rows.GetRows()) == 1 &&
            TIFFSetField(pTiff, TIFFTAG_BITSPERSAMPLE, 32) == 1 &&
@@ -113,9 +106,7 @@ bool WriteTags(TIFF* pTiff, const CExportRows& rows, const SExportPlan& plan, ui
            TIFFSetField(pTiff, TIFFTAG_COMPRESSION, COMPRESSION_NONE) == 1 &&
            TIFFSetField(pTiff, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT) == 1 &&
            TIFFSetField(pTiff, TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG) == 1 &&
-           TIFFSetField(pTiff, TIFFTAG_ROWSPERSTRIP, uStripRows) == 1 &&
-           TIFFSetField(pTiff, TAG_PIXEL_SCALE, static_cast<int>(std::size(aScale)), aScale) == 1 &&
-           TIFFSetField(pTiff, TAG_TIE_POINT, static_cast<int>(std::size(aTie)), aTie) == 1;
+           TIFFSetField(pTiff, TIFFTAG_ROWSPERSTRIP, uStripRows) == 1;
 }
 
 } // namespace

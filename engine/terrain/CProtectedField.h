@@ -18,6 +18,11 @@ public:
 
     const CVertexProtection& GetProtection() const { return m_Field.protection; }
 
+    // Where it lies on a map; goes with the field, too.
+    const SGeoTags& GetGeoTags() const { return m_Field.geo; }
+
+    void SetGeoTags(SGeoTags geo) { m_Field.geo = std::move(geo); }
+
 protected:
     explicit CProtectedField(SHeightField&& field);
     ~CProtectedField() override = default;

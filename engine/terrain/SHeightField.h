@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/terrain/CVertexProtection.h"
+#include "engine/terrain/SGeoTags.h"
 #include "host/Export.h"
 #include "host/HostTypes.h"
 #include "host/LargeMemory.h"
@@ -24,6 +25,7 @@ struct SHeightField
     SVec3 size; // as it was given, components may be negative
     std::unique_ptr<float[], SFree> pHeights;
     CVertexProtection protection; // of these vertices, or of no terrain: nothing is protected
+    SGeoTags geo; // of these vertices; whoever makes other ground of them leaves it unknown
 
     size_t GetCount() const { return static_cast<size_t>(uSizeX) * uSizeZ; }
 

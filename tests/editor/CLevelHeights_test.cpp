@@ -331,3 +331,55 @@ TEST_F(CLevelHeightsTest, AnImportIsAStepOfTheLevelAlsoWhenItIsNotSquare)
     EXPECT_TRUE(m_Document.IsModified());
     EXPECT_EQ(m_Host.GetUndoStack().GetCount(), 0U);
 }
+
+TEST_F(CLevelHeightsTest, ThePlaceOnTheMapGoesWithTheGround)
+{
+    // A GeoTIFF whose words need care in a text: 3 x 3 samples, 10 apart.
+    SExportOptions options;
+    options.geo.bKnown = true;
+    options.geo.first = {376328.655454264, 3807902.827628376};
+    options.geo.lastX = {options.geo.first.dX + 20, options.geo.first.dY};
+    options.geo.lastZ = {options.geo.first.dX, options.geo.first.dY - 20};
+    options.geo.keys = {1, 1, 0, 2, 1025, 0, 1, 2, 3072, 0, 1, 32611};
+    options.geo.numbers = {6378137.0, 298.257223563};
+    options.geo.strNames = "Zone \"11\" \\ north|";
+    options.geo.noData = -1.5;
+    const std::vector<float> heights(9, 4.0F);
+    const std::string strTiff = m_Folder.Path("a.tif");
+    SExportPlan plan;
+    ASSERT_TRUE(PlanExport(strTiff.c_str(), {heights.data(), 3, 3}, SIZE, options, plan));
+    ASSERT_TRUE(ExportHeights(strTiff.c_str(), {heights.data(), 3, 3}, SIZE, plan));
+    const auto expectPlace = [&](const char* pszWhen)
+    {
+        SCOPED_TRACE(pszWhen);
+        const SGeoTags geo = GetTerrain().GetGeoTags();
+        ASSERT_TRUE(geo.bKnown);
+        EXPECT_EQ(geo.first.dX, options.geo.first.dX);
+        EXPECT_EQ(geo.first.dY, options.geo.first.dY);
+        EXPECT_NEAR(geo.GetLast().dX, options.geo.first.dX + 20, 1e-6);
+        EXPECT_EQ(geo.keys, options.geo.keys);
+        EXPECT_EQ(geo.numbers, options.geo.numbers);
+        EXPECT_EQ(geo.strNames, options.geo.strNames);
+        EXPECT_EQ(geo.noData, options.geo.noData);
+    };
+    ASSERT_TRUE(Import(strTiff, EImportAs::NewLevel));
+    expectPlace("imported");
+    const std::string strLevel = m_Folder.Path("l.level");
+    ASSERT_TRUE(m_Document.SaveAs(strLevel.c_str()));
+    ASSERT_TRUE(m_Document.New(32, SIZE));
+    EXPECT_FALSE(GetTerrain().GetGeoTags().bKnown);
+    ASSERT_TRUE(m_Document.Open(strLevel.c_str()));
+    expectPlace("opened");
+    ASSERT_TRUE(ChangeResolution(5));
+    expectPlace("refined");
+
+    // Other ground lies nowhere, and a save says so.
+    ASSERT_TRUE(Import(WriteRandom("other.height", 5, 9, SIZE), EImportAs::ThisLevel));
+    EXPECT_FALSE(GetTerrain().GetGeoTags().bKnown);
+    ASSERT_TRUE(m_Document.Save());
+    EXPECT_NE(ReadBytes(strLevel).find("map_place( \"\", \"\", \"\" )"), std::string::npos);
+    ASSERT_TRUE(m_Host.GetUndoStack().GoTo(0));
+    expectPlace("undone");
+    ASSERT_TRUE(m_Document.Open(strLevel.c_str()));
+    EXPECT_FALSE(GetTerrain().GetGeoTags().bKnown);
+}

@@ -86,6 +86,7 @@ bool Convert(const SHeightOptions& options)
     {
         return false;
     }
+    out.geo = field.geo;
     const SSampleView view{field.pHeights.get(), field.uSizeX, field.uSizeZ};
     SExportPlan plan;
     if (!PlanExport(pszOutput, view, field.size, out, plan))

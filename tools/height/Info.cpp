@@ -1,12 +1,11 @@
 #include "tools/height/Info.h"
 
 #include "engine/elevation/HeightImport.h"
+#include "engine/elevation/MapSystem.h"
 #include "engine/elevation/ReportText.h"
 #include "engine/elevation/Resample.h"
 #include "host/Program.h"
 
-#include <algorithm>
-#include <cmath>
 #include <cstdio>
 
 namespace
@@ -22,18 +21,16 @@ std::string GetSpacingText(const SSampleGrid& grid)
            (grid.bInDegrees ? " degrees" : "");
 }
 
-// Of the samples that are no voids; there is one.
-std::string GetRangeText(const SSampleGrid& grid)
+void PrintPlace(const SGeoTags& geo)
 {
-    // Voids are no numbers, which fmin and fmax pass over.
-    float fLow = INFINITY;
-    float fHigh = -INFINITY;
-    for (const float fSample : grid.samples)
+    if (geo.bKnown)
     {
-        fLow = std::fmin(fLow, fSample);
-        fHigh = std::fmax(fHigh, fSample);
+        const std::string strSystem = GetSystemText(geo);
+        std::printf("  place: %s to %s\n",
+                    GetPlaceText(geo.first).c_str(),
+                    GetPlaceText(geo.GetLast()).c_str());
+        std::printf("  system: %s\n", strSystem.empty() ? "not said" : strSystem.c_str());
     }
-    return MakeNumber(static_cast<double>(fLow)) + " to " + MakeNumber(static_cast<double>(fHigh));
 }
 
 void PrintFile(const std::string& strPath, const SSampleGrid& grid, const SImportReport& report)
@@ -43,7 +40,10 @@ void PrintFile(const std::string& strPath, const SSampleGrid& grid, const SImpor
     std::printf("  samples: %u columns x %u rows\n", grid.uColumns, grid.uRows);
     std::printf("  type: %s\n", GetSampleTypeText(grid).c_str());
     std::printf("  spacing: %s\n", GetSpacingText(grid).c_str());
-    std::printf("  range: %s\n", GetRangeText(grid).c_str());
+    PrintPlace(grid.geo);
+    std::printf("  range: %s to %s\n",
+                MakeNumber(static_cast<double>(report.fLow)).c_str(),
+                MakeNumber(static_cast<double>(report.fHigh)).c_str());
     std::printf("  voids: %zu\n", report.nVoids);
     std::printf("  nearest size: %u\n", GetNearestSize(grid.uColumns, grid.uRows));
     if (report.pFormat->bTerrain)

@@ -1,5 +1,6 @@
 #include "tools/height/SHeightOptions.h"
 
+#include "engine/elevation/DegreeLength.h"
 #include "engine/elevation/ElevationFormats.h"
 #include "host/FileSystem.h"
 #include "host/TerrainSize.h"
@@ -8,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <initializer_list>
 #include <optional>
 #include <sstream>
 #include <variant>
@@ -31,9 +33,13 @@ struct SOption
                  double*,
                  uint32_t*,
                  std::optional<uint32_t>*,
+                 std::optional<double>*,
                  std::optional<SVec3>*,
                  EByteOrder*,
-                 EFit*>
+                 EFit*,
+                 ETurn*,
+                 EFlip*,
+                 ESpacing*>
         target;
     uint32_t uLowest = 0;
     uint32_t uHighest = 0;
@@ -56,11 +62,15 @@ std::vector<SOption> ListOptions(SHeightOptions& o)
         {"--out-white", CONVERT, &o.output.dWhite},
         {"--out-unit", CONVERT, &o.output.dUnit},
         {"--max-height", CONVERT, &in.fMaxHeight},
+        {"--rotate", CONVERT, &in.orientation.eTurn},
+        {"--flip", CONVERT, &in.orientation.eFlip},
         {"--fit", CONVERT, &in.eFit},
         {"--crop-x", CONVERT, &in.cropX, 0, MAX_SAMPLES},
         {"--crop-z", CONVERT, &in.cropZ, 0, MAX_SAMPLES},
         {"--width", CONVERT, &in.fWidth},
         {"--depth", CONVERT, &in.fDepth},
+        {"--spacing", CONVERT, &in.eSpacing},
+        {"--latitude", CONVERT, &in.latitude},
         {"--spacing-x", CONVERT, &in.fSpacingX},
         {"--spacing-z", CONVERT, &in.fSpacingZ},
     };
@@ -74,7 +84,9 @@ template <typename TValue> bool ReadWhole(const char* pszText, TValue& value)
 }
 
 template <typename TEnum>
-bool ReadName(const char* pszText, TEnum& eValue, const std::pair<const char*, TEnum> (&names)[2])
+bool ReadName(const char* pszText,
+              TEnum& eValue,
+              std::initializer_list<std::pair<const char*, TEnum>> names)
 {
     for (const auto& [pszName, eNamed] : names)
     {
@@ -125,6 +137,13 @@ public:
         return (*this)(&pPlace->emplace());
     }
 
+    std::string operator()(std::optional<double>* pLatitude) const
+    {
+        return ReadWhole(m_Value, pLatitude->emplace()) && IsLatitude(**pLatitude)
+                   ? ""
+                   : "degrees from -90 to 90";
+    }
+
     std::string operator()(std::optional<SVec3>* pPoint) const
     {
         constexpr float MOST = 1e9F; // squares of it are still numbers
@@ -144,7 +163,7 @@ public:
 
     std::string operator()(EByteOrder* pOrder) const
     {
-        return ReadName(
+        return ReadName<EByteOrder>(
                    m_Value, *pOrder, {{"little", EByteOrder::Little}, {"big", EByteOrder::Big}})
                    ? ""
                    : "little or big";
@@ -152,9 +171,31 @@ public:
 
     std::string operator()(EFit* pFit) const
     {
-        return ReadName(m_Value, *pFit, {{"resample", EFit::Resample}, {"crop", EFit::Crop}})
+        return ReadName<EFit>(m_Value, *pFit, {{"resample", EFit::Resample}, {"crop", EFit::Crop}})
                    ? ""
                    : "resample or crop";
+    }
+
+    std::string operator()(ETurn* pTurn) const
+    {
+        return ReadName<ETurn>(m_Value,
+                               *pTurn,
+                               {{"90", ETurn::Right}, {"180", ETurn::Half}, {"270", ETurn::Left}})
+                   ? ""
+                   : "90, 180 or 270";
+    }
+
+    std::string operator()(EFlip* pFlip) const
+    {
+        return ReadName<EFlip>(
+                   m_Value, *pFlip, {{"x", EFlip::X}, {"z", EFlip::Z}, {"xz", EFlip::Both}})
+                   ? ""
+                   : "x, z or xz";
+    }
+
+    std::string operator()(ESpacing* pSpacing) const
+    {
+        return ReadName<ESpacing>(m_Value, *pSpacing, {{"auto", ESpacing::Auto}}) ? "" : "auto";
     }
 
 private:

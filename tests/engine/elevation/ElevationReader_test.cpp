@@ -235,7 +235,10 @@ TEST_F(ElevationReader, FillsTheVoidsOfAHgtTileFromTheirRims)
 
     // Grids need not be square: 3 columns, 2 rows.
     const float fNan = std::numeric_limits<float>::quiet_NaN();
-    m_Grid = {3, 2, {fNan, 4, fNan, fNan, 8, 2}};
+    m_Grid = {};
+    m_Grid.uColumns = 3;
+    m_Grid.uRows = 2;
+    m_Grid.samples = {fNan, 4, fNan, fNan, 8, 2};
     EXPECT_EQ(FillVoids(m_Grid), 3U);
     EXPECT_EQ(m_Grid.samples, (std::vector<float>{6, 4, 14.0F / 3, 6, 8, 2}));
 }

@@ -246,8 +246,11 @@ TEST_F(HeightImport, TheFilesOwnSpacingCountsWhenItIsALength)
     m_Options = {};
     writeGrid("xllcorner 7\nyllcorner 46\ncellsize 0.01\n");
     ASSERT_TRUE(Import());
-    EXPECT_EQ(m_Field.size.x, 2.0F);
-    EXPECT_TRUE(HasLine("note: the file's spacing of 0.01 x 0.01 is in degrees and not used"));
+    EXPECT_NEAR(m_Field.size.x, 0.02F * 77448.0F, 1.5F) << "two cells, a degree at 46.01 north";
+    EXPECT_NEAR(m_Field.size.z, 0.01F * 111151.0F, 1.1F);
+    m_Options.fSpacingX = 4.0F;
+    ASSERT_TRUE(Import());
+    EXPECT_EQ(m_Field.size.x, 8.0F);
 }
 
 TEST_F(HeightImport, WhatCannotBeIsOneLineAndLeavesTheTerrain)

@@ -115,6 +115,36 @@ TEST_F(ConvertTest, ScaleAndOrderAreTheFilesOnTheOtherSideOfTheTerrain)
     EXPECT_EQ(ReadBytes(m_Options.strOutput), std::string("\0\0\2\0\3\0\5\0", 8));
 }
 
+TEST_F(ConvertTest, TurnsMirrorsAndKeepsThePlace)
+{
+    // 1 2 3 / 4 5 900, turned to the right: 4 1 / 5 2 / 900 3; mirrored along x: 1 4 / 2 5 / 3 900.
+    m_Options.import.orientation = {ETurn::Right, EFlip::X};
+    m_Options.import.dUnit = 1;
+    m_Options.output.dUnit = 1;
+    m_Options.strOutput = m_Folder.Path("turned.r16");
+    const std::string strReport = ConvertAndGetReport();
+    EXPECT_NE(strReport.find("orientation: turned by 90 degrees to the right, then mirrored along "
+                             "x: the file's north-west is at x = 0, z = 0\n"),
+              std::string::npos)
+        << strReport;
+    EXPECT_EQ(ReadBytes(m_Options.strOutput), std::string("\1\0\4\0\2\0\5\0\3\0\x84\3", 12));
+
+    m_Options.import = {};
+    m_Options.output = {};
+    m_Options.inputs = {m_Folder.Path("place.asc")};
+    WriteBytes(m_Options.inputs[0],
+               "ncols 2 nrows 2 xllcorner 700000 yllcorner 5100000 cellsize 25 1 2 3 4");
+    m_Options.strOutput = m_Folder.Path("place.tif");
+    ConvertAndGetReport();
+    m_Options.inputs = {m_Options.strOutput};
+    testing::internal::CaptureStdout();
+    EXPECT_TRUE(PrintInfo(m_Options));
+    const std::string strInfo = testing::internal::GetCapturedStdout();
+    EXPECT_NE(strInfo.find("  place: 700012.5, 5100037.5 to 700037.5, 5100012.5\n"),
+              std::string::npos)
+        << strInfo;
+}
+
 TEST_F(ConvertTest, InfoTellsWhatEachFileIs)
 {
     const std::string strTerrain = m_Folder.Path("a.height");

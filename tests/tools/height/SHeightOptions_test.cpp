@@ -29,7 +29,8 @@ TEST(SHeightOptions, ReadsWhatTheUsageSays)
     std::string strFault;
     ASSERT_TRUE(ReadOptions("--size=513 convert in.r16 --spacing-x 74 --depth 92.5 out.tif "
                             "--max-height 2e3 --fit crop --crop-z 0 --unit 0.1 --rows 600 "
-                            "--columns 800 --byte-order big --out-white 80 --out-byte-order little",
+                            "--columns 800 --byte-order big --out-white 80 --out-byte-order little "
+                            "--rotate 270 --flip xz --spacing auto --latitude -46.5",
                             options,
                             strFault))
         << strFault;
@@ -46,6 +47,10 @@ TEST(SHeightOptions, ReadsWhatTheUsageSays)
     EXPECT_EQ(options.import.uColumns, 800U);
     EXPECT_EQ(options.import.uRows, 600U);
     EXPECT_EQ(options.import.eByteOrder, EByteOrder::Big);
+    EXPECT_EQ(options.import.orientation.eTurn, ETurn::Left);
+    EXPECT_EQ(options.import.orientation.eFlip, EFlip::Both);
+    EXPECT_EQ(options.import.eSpacing, ESpacing::Auto);
+    EXPECT_EQ(options.import.latitude, -46.5);
     EXPECT_EQ(options.output.dWhite, 80.0);
     EXPECT_EQ(options.output.eByteOrder, EByteOrder::Little);
 
@@ -84,6 +89,10 @@ TEST(SHeightOptions, RefusesEachWrongLineWithItsReason)
         {"convert a b.png --white nan", "--white needs a number above 0"},
         {"convert a b.png --byte-order middle", "--byte-order needs little or big"},
         {"convert a b.png --fit both", "--fit needs resample or crop"},
+        {"convert a b.png --rotate 45", "--rotate needs 90, 180 or 270"},
+        {"convert a b.png --flip y", "--flip needs x, z or xz"},
+        {"convert a b.png --spacing 30", "--spacing needs auto"},
+        {"convert a b.png --latitude 90.5", "--latitude needs degrees from -90 to 90"},
         {"convert a b.png --crop-x 3", "--crop-x and --crop-z need --fit crop"},
         {"convert a b.png --width 1 --spacing-x 1",
          "--width and --spacing-x say the same, give one of them"},
