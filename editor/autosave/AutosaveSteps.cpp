@@ -57,7 +57,8 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
     {
         return;
     }
-    const bool bStep = IsStep(event.eKind) || event.eKind == EHostEvent::Protected;
+    const bool bAct = event.eKind == EHostEvent::Protected || event.eKind == EHostEvent::Reshaped;
+    const bool bStep = IsStep(event.eKind) || bAct;
     // A step of several drags is kept as a whole.
     const bool bBegins =
         !m_Host.GetHistory().IsStepOpen() &&
@@ -71,7 +72,7 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
         Follow();
         KeepDifference();
     }
-    const bool bAlters = bBegins || event.eKind == EHostEvent::Protected;
+    const bool bAlters = bBegins || bAct;
     if (bAlters && m_bNeedsCopy && !m_bFailed)
     {
         StartCopy(); // before the step changes anything
@@ -132,10 +133,15 @@ void CAutosave::EndStep()
 
 void CAutosave::KeepStep(bool bIdle)
 {
-    const std::string strStep = std::exchange(m_Step, {});
+    std::string strStep = std::exchange(m_Step, {});
     if (strStep.empty() || m_bNeedsCopy) // a step behind one that is missing helps nobody
     {
         return;
+    }
+    if (m_KnownBitmap != m_Document.GetBitmap())
+    {
+        m_KnownBitmap = m_Document.GetBitmap();
+        strStep = MakeLevelBitmapNote(m_KnownBitmap) + strStep;
     }
     // A journal is begun with its first step, so a level that is only looked at leaves no files.
     // While a copy is being written its text comes with it, and none of the base is needed.
@@ -216,7 +222,14 @@ bool CAutosave::Recover(const SRecoverable& entry,
     {
         pTerrain->GetProtection() = text.protection;
     }
-    const bool bPlayed = bOpen && PlaySteps(entry, m_Declarations, play, nSteps, strFault);
+    m_Host.GetGround().SetRepeating(true);
+    const auto nameBitmap = [this](const std::string& strBitmap)
+    {
+        m_Document.SetBitmap(strBitmap);
+    };
+    const bool bPlayed =
+        bOpen && PlaySteps(entry, m_Declarations, play, nameBitmap, nSteps, strFault);
+    m_Host.GetGround().SetRepeating(false);
     nSteps = CountHistorySteps(entry, nSteps);
     // A step that failed may have left the button pressed.
     m_Host.GetInput().EndDrag();
@@ -253,6 +266,7 @@ void CAutosave::TakeOver(const SRecoverable& entry, bool bWhole)
     // under a stem of this run.
     m_Number = std::max(m_Number, entry.uLastNumber);
     BeginJournal(bWhole);
+    m_KnownBitmap = m_Document.GetBitmap();
     if (bWhole)
     {
         m_Stem = entry.strStem;

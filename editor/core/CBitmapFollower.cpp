@@ -80,11 +80,10 @@ std::string GetPlainStem(const std::filesystem::path& path)
 {
     const std::string strStem = path.stem().string();
     const size_t iDot = strStem.find_last_of('.');
-    const bool bNumber =
-        iDot != std::string::npos && iDot > 0 && iDot + 1 < strStem.size() &&
-        std::all_of(strStem.begin() + static_cast<std::ptrdiff_t>(iDot) + 1,
-                    strStem.end(),
-                    [](unsigned char c) { return std::isdigit(c) != 0; });
+    const bool bNumber = iDot != std::string::npos && iDot > 0 && iDot + 1 < strStem.size() &&
+                         std::all_of(strStem.begin() + static_cast<std::ptrdiff_t>(iDot) + 1,
+                                     strStem.end(),
+                                     [](unsigned char c) { return std::isdigit(c) != 0; });
     return bNumber ? strStem.substr(0, iDot) : strStem;
 }
 
@@ -171,8 +170,8 @@ bool CBitmapFollower::Make(const SGroundAct& act, const std::string& strFile)
     const std::string& strBitmap = m_Document.GetBitmap();
     auto* pPainting = m_Host.GetRegistry().FindInterface<IPluginPainting>();
     const std::string strUnsaved = pPainting != nullptr ? pPainting->GetUnsavedBitmap() : "";
-    const bool bPainted = !strUnsaved.empty() && GetFullPath(strUnsaved.c_str()) ==
-                                                     GetFullPath(strBitmap.c_str());
+    const bool bPainted =
+        !strUnsaved.empty() && GetFullPath(strUnsaved.c_str()) == GetFullPath(strBitmap.c_str());
     if (bPainted && !pPainting->SaveBitmap(strFile.c_str()))
     {
         return false;

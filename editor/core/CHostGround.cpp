@@ -57,9 +57,8 @@ bool CHostGround::Do(const SGroundAct& act)
     m_Protection.End();
     m_History.EndStep();
     const CTerrain* pTerrain = m_World.GetCTerrain();
-    const char* pszFault = pTerrain == nullptr
-                               ? "there is no level"
-                               : FindGroundFault(GetGroundMeasures(*pTerrain), act);
+    const char* pszFault = pTerrain == nullptr ? "there is no level"
+                                               : FindGroundFault(GetGroundMeasures(*pTerrain), act);
     if (pszFault != nullptr)
     {
         CrashLog("[CHostGround::Do] %s\n", pszFault);
@@ -79,6 +78,5 @@ bool CHostGround::Change(const SGroundAct& act)
     std::unique_ptr<IGroundCompanion> pCompanion;
     return MakeChangedGround(*m_World.GetCTerrain(), act, field) &&
            (m_Follower == nullptr || m_Follower->Follow(act, m_bRepeating, pCompanion)) &&
-           m_Level.GetHeights().Change(
-               std::move(field), GetGroundText(act), std::move(pCompanion));
+           m_Level.GetHeights().Change(std::move(field), GetGroundText(act), std::move(pCompanion));
 }

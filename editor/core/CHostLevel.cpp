@@ -117,6 +117,5 @@ void CHostLevel::OnReplaced(EReplacement eBy)
         m_Observers.Tell({.eKind = EHostEvent::UndoAdded});
     }
     m_Input.Notify(NOTIFY_LEVEL_CHANGED);
-    m_Observers.Tell(
-        {.eKind = EHostEvent::TerrainReloaded, .bTold = eBy != EReplacement::NewStep});
+    m_Observers.Tell({.eKind = EHostEvent::TerrainReloaded, .bTold = eBy != EReplacement::NewStep});
 }

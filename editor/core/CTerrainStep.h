@@ -9,9 +9,9 @@
 
 class CLevelHeights;
 
-// A step that replaced the whole terrain: an import, another resolution, ground that was reshaped, a
-// height map that was read again. Holds the terrain that is not there at present; undo and redo put it in place of the other
-// one, which it then holds.
+// A step that replaced the whole terrain: an import, another resolution, ground that was reshaped,
+// a height map that was read again. Holds the terrain that is not there at present; undo and redo
+// put it in place of the other one, which it then holds.
 class CTerrainStep final : public CUndo, public IPreparedStep
 {
 public:

@@ -19,9 +19,8 @@ bool Do(SScriptPlaying& playing, const SGroundAct& act, std::string& strWhy)
 {
     playing.mouse.LetGo(); // as a command does
     const CTerrain* pTerrain = playing.host.GetEngine().GetCWorld().GetCTerrain();
-    const char* pszFault = pTerrain == nullptr
-                               ? "there is no terrain"
-                               : FindGroundFault(GetGroundMeasures(*pTerrain), act);
+    const char* pszFault = pTerrain == nullptr ? "there is no terrain"
+                                               : FindGroundFault(GetGroundMeasures(*pTerrain), act);
     const bool bDone = pszFault == nullptr && playing.host.GetGround().Do(act);
     strWhy = pszFault != nullptr ? pszFault : "cannot be done, see the log";
     if (bDone)

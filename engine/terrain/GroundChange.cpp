@@ -25,9 +25,8 @@ struct SHeightRule
 
     float GetHeight(float fHeight) const
     {
-        return fHeight < 0.0F
-                   ? static_cast<float>(fHeight)
-                   : static_cast<float>(std::clamp(GetWanted(fHeight), 0.0, fLimit));
+        return fHeight < 0.0F ? static_cast<float>(fHeight)
+                              : static_cast<float>(std::clamp(GetWanted(fHeight), 0.0, fLimit));
     }
 };
 
@@ -65,8 +64,11 @@ bool AdjustHeights(const CTerrain& terrain, const SHeightRule& rule, SHeightFiel
 }
 
 // One block of rows; in it blocks of columns, so that a turned terrain is read in short runs.
-void MoveRows(
-    const CTerrain& terrain, const SGroundMap& map, bool bAtZero, uint32_t uRow, SHeightField& field)
+void MoveRows(const CTerrain& terrain,
+              const SGroundMap& map,
+              bool bAtZero,
+              uint32_t uRow,
+              SHeightField& field)
 {
     const size_t nStepAlong = map.bSwapped ? terrain.GetVerticesX() : 1;
     const size_t nStepDown = map.bSwapped ? 1 : terrain.GetVerticesX();
@@ -214,7 +216,8 @@ bool MakeChangedGround(const CTerrain& terrain, const SGroundAct& act, SHeightFi
     SHeightField made;
     if (!made.Allocate(after.uSizeX, after.uSizeZ))
     {
-        CrashLog("[MakeChangedGround] no memory for %u x %u vertices\n", after.uSizeX, after.uSizeZ);
+        CrashLog(
+            "[MakeChangedGround] no memory for %u x %u vertices\n", after.uSizeX, after.uSizeZ);
         return false;
     }
     made.size = after.size;
@@ -236,10 +239,9 @@ size_t CountCutVertices(const CTerrain& terrain, const SGroundAct& act)
     SHeightRange range;
     const SVertexRect whole = {0, 0, terrain.GetVerticesX(), terrain.GetVerticesZ()};
     // Mostly none, which the highest and the lowest place tell.
-    if (IsGroundMoved(act.eKind) ||
-        (terrain.GetHeightRange(whole, range.fMin, range.fMax) &&
-         rule.GetWanted(std::max(range.fMin, 0.0F)) >= 0.0 &&
-         rule.GetWanted(range.fMax) <= rule.fLimit))
+    if (IsGroundMoved(act.eKind) || (terrain.GetHeightRange(whole, range.fMin, range.fMax) &&
+                                     rule.GetWanted(std::max(range.fMin, 0.0F)) >= 0.0 &&
+                                     rule.GetWanted(range.fMax) <= rule.fLimit))
     {
         return 0;
     }

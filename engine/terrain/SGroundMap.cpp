@@ -89,11 +89,10 @@ SGroundMap MakeGroundMap(const SGroundAct& act, uint32_t uSizeX, uint32_t uSizeZ
                 false};
     case EGround::Turn:
         // Clockwise, the western edge becomes the northern one: its southern end comes first.
-        return act.iTurns == 2
-                   ? SGroundMap{MakeWhole(uSizeX, true), MakeWhole(uSizeZ, true), false}
-                   : SGroundMap{MakeWhole(uSizeZ, act.iTurns == 1),
-                                MakeWhole(uSizeX, act.iTurns != 1),
-                                true};
+        return act.iTurns == 2 ? SGroundMap{MakeWhole(uSizeX, true), MakeWhole(uSizeZ, true), false}
+                               : SGroundMap{MakeWhole(uSizeZ, act.iTurns == 1),
+                                            MakeWhole(uSizeX, act.iTurns != 1),
+                                            true};
     default:
         return {MakeWhole(uSizeX, act.eKind == EGround::MirrorX),
                 MakeWhole(uSizeZ, act.eKind == EGround::MirrorZ),

@@ -37,8 +37,5 @@ TELLUR_API SGroundMap MakeGroundMap(const SGroundAct& act, uint32_t uSizeX, uint
 
 // The same act in texels of a picture of uWidth x uHeight over uCellsX x uCellsZ cells: whole
 // texels, the nearest ones, at least one a side.
-TELLUR_API SGroundAct MakeTexelAct(const SGroundAct& act,
-                                   uint32_t uCellsX,
-                                   uint32_t uCellsZ,
-                                   uint32_t uWidth,
-                                   uint32_t uHeight);
+TELLUR_API SGroundAct MakeTexelAct(
+    const SGroundAct& act, uint32_t uCellsX, uint32_t uCellsZ, uint32_t uWidth, uint32_t uHeight);
