@@ -21,6 +21,7 @@ CNumberBox* CGroundPage::AddLength(QFormLayout& form, const char* pszLabel, cons
     pBox->setSuffix(" cm");
     connect(pBox, &QDoubleSpinBox::valueChanged, this, [this] { Tell(); });
     form.addRow(pszLabel, pBox);
+    m_pFirst = m_pFirst != nullptr ? m_pFirst : pBox;
     return pBox;
 }
 
@@ -32,7 +33,14 @@ QSpinBox* CGroundPage::AddCells(QFormLayout& form, const char* pszLabel, const c
     pBox->setSuffix(" cells");
     connect(pBox, &QSpinBox::valueChanged, this, [this] { Tell(); });
     form.addRow(pszLabel, pBox);
+    m_pFirst = m_pFirst != nullptr ? m_pFirst : pBox;
     return pBox;
+}
+
+void CGroundPage::Begin()
+{
+    m_pFirst->setFocus();
+    m_pFirst->selectAll();
 }
 
 void CGroundPage::Tell() const

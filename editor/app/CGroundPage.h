@@ -8,6 +8,7 @@
 #include <utility>
 
 class CNumberBox;
+class QAbstractSpinBox;
 class QFormLayout;
 class QSpinBox;
 
@@ -20,6 +21,9 @@ public:
 
     // The act as the page has it now; false when it would change nothing.
     virtual bool GetAct(SGroundAct& act) const = 0;
+
+    // Gives the keyboard to its first number; what is typed takes the place of what is there.
+    void Begin();
 
     // Called whenever the page has another act.
     void SetOnChange(std::function<void()> onChange) { m_OnChange = std::move(onChange); }
@@ -34,5 +38,6 @@ protected:
 
 private:
     SGroundMeasures m_Before;
+    QAbstractSpinBox* m_pFirst = nullptr; // the page's
     std::function<void()> m_OnChange;
 };

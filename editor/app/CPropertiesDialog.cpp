@@ -60,6 +60,7 @@ CPropertiesDialog::CPropertiesDialog(QWidget* pParent, const CTerrain& terrain, 
     pColumn->addWidget(m_pTabs);
     pColumn->addWidget(m_pOutcome);
     pColumn->addWidget(pButtons);
+    m_Pages.front()->Begin();
     Follow();
 }
 

@@ -91,7 +91,7 @@ CEdgesPage::CEdgesPage(QWidget* pParent, const SGroundMeasures& before)
     auto* pForm = new QFormLayout(this);
     m_pCellsX = AddCells(*pForm, "More along x", "edges-x");
     m_pCellsZ = AddCells(*pForm, "More along z", "edges-z");
-    pForm->addRow("The ground of now lies", MakeAnchors());
+    pForm->addRow("The present ground lies", MakeAnchors());
     m_pAtZero = AddChoice(
         *pForm, "New ground", "as high as the edge where it begins", "at 0", "edges-zero");
     connect(m_pAtZero, &QRadioButton::toggled, this, [this] { Tell(); });
