@@ -97,8 +97,8 @@ QString CPropertiesDialog::GetOutcome(const SGroundAct& act) const
 {
     const SGroundMeasures after = GetMeasuresAfter(GetGroundMeasures(m_Terrain), act);
     QString strText =
-        QString("The level has %1 x %2 vertices then, on %3 x %4 cm, %5 x %6 cm apart, and is at "
-                "most %7 cm high.")
+        QString("The level will have %1 x %2 vertices on %3 x %4 cm, %5 x %6 cm apart; its highest "
+                "ground is %7 cm.")
             .arg(after.uSizeX)
             .arg(after.uSizeZ)
             .arg(GetLength(after.size.x),

@@ -32,6 +32,34 @@ SHistoryState GetState(CEditorHost& host, IPluginPainting* pPainting)
             pPainting != nullptr ? pPainting->GetBitmapRevision() : 0};
 }
 
+// What was made for a step the first time is there, and the steps name it.
+bool PlayAgain(CEditorHost& host,
+               CLevelDocument& document,
+               const SRecoverable& entry,
+               const std::string& strDeclarations,
+               const FPlayStep& play,
+               size_t& nSteps,
+               std::string& strFault)
+{
+    const auto nameBitmap = [&document](const std::string& strBitmap)
+    {
+        document.SetBitmap(strBitmap);
+    };
+    host.GetGround().SetRepeating(true);
+    const bool bPlayed = PlaySteps(entry, strDeclarations, play, nameBitmap, nSteps, strFault);
+    host.GetGround().SetRepeating(false);
+    return bPlayed;
+}
+
+// The line that a step begins with where the level names another bitmap than strKnown, which
+// becomes that one.
+std::string TakeBitmapNote(std::string& strKnown, const CLevelDocument& document)
+{
+    const bool bOther = strKnown != document.GetBitmap();
+    strKnown = document.GetBitmap();
+    return bOther ? MakeLevelBitmapNote(strKnown) : "";
+}
+
 // bHidden: what was painted is not in the views.
 void TellRecovered(const SRecoverable& entry, size_t nSteps, bool bHidden)
 {
@@ -138,11 +166,7 @@ void CAutosave::KeepStep(bool bIdle)
     {
         return;
     }
-    if (m_KnownBitmap != m_Document.GetBitmap())
-    {
-        m_KnownBitmap = m_Document.GetBitmap();
-        strStep = MakeLevelBitmapNote(m_KnownBitmap) + strStep;
-    }
+    strStep = TakeBitmapNote(m_KnownBitmap, m_Document) + strStep;
     // A journal is begun with its first step, so a level that is only looked at leaves no files.
     // While a copy is being written its text comes with it, and none of the base is needed.
     if (!m_bJournal)
@@ -222,14 +246,8 @@ bool CAutosave::Recover(const SRecoverable& entry,
     {
         pTerrain->GetProtection() = text.protection;
     }
-    m_Host.GetGround().SetRepeating(true);
-    const auto nameBitmap = [this](const std::string& strBitmap)
-    {
-        m_Document.SetBitmap(strBitmap);
-    };
     const bool bPlayed =
-        bOpen && PlaySteps(entry, m_Declarations, play, nameBitmap, nSteps, strFault);
-    m_Host.GetGround().SetRepeating(false);
+        bOpen && PlayAgain(m_Host, m_Document, entry, m_Declarations, play, nSteps, strFault);
     nSteps = CountHistorySteps(entry, nSteps);
     // A step that failed may have left the button pressed.
     m_Host.GetInput().EndDrag();

@@ -210,9 +210,8 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::PaintRedo:
         return WritePaintStep(event.eKind == EHostEvent::PaintRedo);
     case EHostEvent::Protected:
-        return WriteProtected(event);
     case EHostEvent::Reshaped:
-        return WriteReshaped(event);
+        return WriteAct(event);
     case EHostEvent::UndoAdded:
         CountRecord();
         break;

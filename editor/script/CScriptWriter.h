@@ -79,8 +79,7 @@ private:
     bool WriteAction(const SHostEvent& event);
     bool WriteStep(bool bRedo);
     void WriteProtection();
-    bool WriteProtected(const SHostEvent& event);
-    bool WriteReshaped(const SHostEvent& event);
+    bool WriteAct(const SHostEvent& event);
     bool WritePaintStep(bool bRedo);
     void SetPainted(uint64_t uRevision); // by something else than a stroke
 

@@ -16,29 +16,25 @@ void CScriptWriter::WriteProtection()
     }
 }
 
-bool CScriptWriter::WriteProtected(const SHostEvent& event)
+// What protects, or reshapes the ground.
+bool CScriptWriter::WriteAct(const SHostEvent& event)
 {
     m_bProtecting = false;
     // Of a stale script the terrain that comes next brings it along; without a step nothing has
     // changed.
-    if (!m_bStale && event.pProtected != nullptr)
-    {
-        if (!m_Protection.WriteStep(*event.pProtected))
-        {
-            WriteProtection();
-        }
-        TellEnd();
-    }
-    return !m_bStale;
-}
-
-bool CScriptWriter::WriteReshaped(const SHostEvent& event)
-{
-    m_bProtecting = false;
-    if (!m_bStale && event.pGround != nullptr)
+    const bool bGround = event.pGround != nullptr;
+    const bool bStep = !m_bStale && (bGround || event.pProtected != nullptr);
+    if (bStep && bGround)
     {
         m_Sink.Append(GetGroundCall(*event.pGround));
         m_Protection.Take();
+    }
+    else if (bStep && !m_Protection.WriteStep(*event.pProtected))
+    {
+        WriteProtection();
+    }
+    if (bStep)
+    {
         TellEnd();
     }
     return !m_bStale;

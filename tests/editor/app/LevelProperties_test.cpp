@@ -70,8 +70,8 @@ TEST_F(CLevelProperties, WhatIsTypedIsToldBeforeAndDoneAsOneStepAfterTheStrokeUn
             Do({"type", "--", "50.5"});
             EXPECT_EQ(
                 GetOutcome(dialog),
-                "The level has 33 x 33 vertices then, on 640.00 x 320.00 cm, 20.00 x 10.00 cm "
-                "apart, and is at most 50.50 cm high.");
+                "The level will have 33 x 33 vertices on 640.00 x 320.00 cm, 20.00 x 10.00 cm "
+                "apart; its highest ground is 50.50 cm.");
             Click(*dialog.findChild<QWidget*>("size-scale"));
             SavePicture("level-size");
             Key("Return");
@@ -103,7 +103,7 @@ TEST_F(CLevelProperties, TheMouseGrowsTurnsAndRaisesAndTheDialogWarns)
             Click(*dialog.findChild<QWidget*>("edges-anchor-2"));           // north-east
             MoveTo(*dialog.findChild<QWidget*>("edges-zero"), {0.05, 0.5}); // at its mark
             Do({"click", "1"});
-            EXPECT_TRUE(GetOutcome(dialog).starts_with("The level has 65 x 25 vertices then, on "
+            EXPECT_TRUE(GetOutcome(dialog).starts_with("The level will have 65 x 25 vertices on "
                                                        "640.00 x 240.00 cm, 10.00 x 10.00 cm"));
             EXPECT_NE(GetOutcome(dialog).find("The tool panel has no such resolution"),
                       std::string::npos);
@@ -121,7 +121,7 @@ TEST_F(CLevelProperties, TheMouseGrowsTurnsAndRaisesAndTheDialogWarns)
             Click(*dialog.findChild<QWidget*>("move-x"));
             Key("shift+Tab"); // to the list of moves
             Key("Down");
-            EXPECT_TRUE(GetOutcome(dialog).starts_with("The level has 25 x 65 vertices"));
+            EXPECT_TRUE(GetOutcome(dialog).starts_with("The level will have 25 x 65 vertices"));
             EXPECT_FALSE(dialog.findChild<QWidget*>("move-x")->isEnabled());
             Key("Return");
         });
