@@ -87,6 +87,15 @@ std::string GetPlainStem(const std::filesystem::path& path)
     return bNumber ? strStem.substr(0, iDot) : strStem;
 }
 
+// As a level file names it: below the user root from there, so that both can be moved together.
+std::string MakeName(const std::string& strFile)
+{
+    const std::string strRoot = fs::get_user_root() + '/';
+    const std::string strName =
+        strFile.starts_with(strRoot) ? strFile.substr(strRoot.size()) : strFile;
+    return GetFullPath(strName.c_str()) == GetFullPath(strFile.c_str()) ? strName : strFile;
+}
+
 void MoveTexels(const SGroundMap& map, const IImage& from, IImage& to)
 {
     const size_t nBytes = from.GetBitsPerPixel() / 8;
@@ -129,7 +138,6 @@ bool CBitmapFollower::Follow(const SGroundAct& act,
     }
     // What is given back names the file itself afterwards.
     const std::string strFile = bRepeated ? strBitmap : FindNewName();
-    auto pMade = std::make_unique<CBitmapCompanion>(m_Host, m_Document, strFile);
     if (!bRepeated && !Make(act, strFile))
     {
         std::error_code error;
@@ -144,7 +152,8 @@ bool CBitmapFollower::Follow(const SGroundAct& act,
                 "; the file before stays")
                    .c_str());
     }
-    pCompanion = std::move(pMade);
+    pCompanion = std::make_unique<CBitmapCompanion>(
+        m_Host, m_Document, bRepeated ? strBitmap : MakeName(strFile));
     return true;
 }
 

@@ -63,7 +63,8 @@ bool AdjustHeights(const CTerrain& terrain, const SHeightRule& rule, SHeightFiel
     return true;
 }
 
-// One block of rows; in it blocks of columns, so that a turned terrain is read in short runs.
+// One block of rows. A turned terrain in blocks of columns, too, so that rows are read and written
+// in short runs; others in whole rows.
 void MoveRows(const CTerrain& terrain,
               const SGroundMap& map,
               bool bAtZero,
@@ -73,9 +74,10 @@ void MoveRows(const CTerrain& terrain,
     const size_t nStepAlong = map.bSwapped ? terrain.GetVerticesX() : 1;
     const size_t nStepDown = map.bSwapped ? 1 : terrain.GetVerticesX();
     const uint32_t uEndZ = std::min(uRow + SIDE, field.uSizeZ);
-    for (uint32_t uColumn = 0; uColumn < field.uSizeX; uColumn += SIDE)
+    const uint32_t uWidth = map.bSwapped ? SIDE : field.uSizeX;
+    for (uint32_t uColumn = 0; uColumn < field.uSizeX; uColumn += uWidth)
     {
-        const uint32_t uEndX = std::min(uColumn + SIDE, field.uSizeX);
+        const uint32_t uEndX = std::min(uColumn + uWidth, field.uSizeX);
         for (uint32_t z = uRow; z < uEndZ; ++z)
         {
             const float* pFrom = terrain.GetHeightData() + map.down.source[z] * nStepDown;

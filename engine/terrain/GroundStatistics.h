@@ -24,5 +24,5 @@ struct SGroundStatistics
     std::array<size_t, HISTOGRAM_BARS> bars = {};
 };
 
-// Looks at every vertex once: some hundredths of a second for 4097 x 4097.
+// Looks at every vertex once: about a tenth of a second for 4097 x 4097.
 TELLUR_API SGroundStatistics MeasureStatistics(const CTerrain& terrain);

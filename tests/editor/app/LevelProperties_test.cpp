@@ -214,8 +214,7 @@ TEST_F(CLevelProperties, ANewBitmapIsMadeShownAndGoesAlongWithTheGround)
             EXPECT_NE(GetOutcome(dialog).find("bitmap follows as a new file"), std::string::npos);
             Key("Return");
         });
-    const std::string strMoved = m_Folder.Path("root/types.1.png");
-    EXPECT_EQ(m_Editor->GetDocument().GetBitmap(), strMoved);
+    EXPECT_EQ(m_Editor->GetDocument().GetBitmap(), "types.1.png");
     const ITexture* pMoved = m_Window->GetSettings().render.pTypeBitmap;
     EXPECT_TRUE(pMoved != nullptr && pMoved->GetWidth() == 36U);
     Key("ctrl+z");

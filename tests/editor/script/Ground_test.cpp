@@ -285,7 +285,7 @@ TEST_F(CGroundTest, AKillKeepsTheActsAndTheBitmapAndTheWayBack)
             PlayScript("level_turn( 1 )\nlevel_raise( 5 )\n");
             Raise("200, 400");
             PlayScript("level_extend( 0, 0, -3, 0, 0 )\nundo()\n");
-            EXPECT_EQ(m_Document.GetBitmap(), m_Folder.Path("types.1.png"));
+            EXPECT_EQ(m_Document.GetBitmap(), "types.1.png");
         }));
     Open();
     const std::vector<SRecoverable> entries = FindRecoverable({m_Level});
@@ -295,7 +295,7 @@ TEST_F(CGroundTest, AKillKeepsTheActsAndTheBitmapAndTheWayBack)
     ASSERT_TRUE(Recover(entries[0], nSteps));
     EXPECT_EQ(nSteps, 4U);
     EXPECT_TRUE(SaveHeights("back.height") == ReadBytes(m_Folder.Path("crashed.height")));
-    EXPECT_EQ(m_Document.GetBitmap(), m_Folder.Path("types.1.png"));
+    EXPECT_EQ(m_Document.GetBitmap(), "types.1.png");
     EXPECT_FALSE(fs::exists(m_Folder.Path("types.3.png").c_str())) << "none is made twice";
     m_Host.GoToStep(0);
     EXPECT_TRUE(GetGround() == before);
@@ -322,9 +322,9 @@ TEST_F(CGroundTest, TheBitmapFollowsInAFileOfItsOwnWithWhatWasPainted)
         PlayScript(pszCall);
         EXPECT_EQ(ReadCorners(m_Document.GetBitmap()), pszCorners) << pszCall;
     }
-    EXPECT_EQ(m_Document.GetBitmap(), m_Folder.Path("types.4.png"));
+    EXPECT_EQ(m_Document.GetBitmap(), "types.4.png");
     PlayScript("level_raise( 3 )\n");
-    EXPECT_EQ(m_Document.GetBitmap(), m_Folder.Path("types.4.png"));
+    EXPECT_EQ(m_Document.GetBitmap(), "types.4.png");
     m_Host.GoToStep(0);
     EXPECT_EQ(m_Document.GetBitmap(), strBitmap);
     EXPECT_FALSE(m_Document.IsModified());
