@@ -92,6 +92,9 @@ void CEditCommands::OnEvent(const SHostEvent& event)
     case EHostEvent::Protected:
         m_eProtect = event.pProtected != nullptr ? EProtectStep::Done : m_eProtect;
         break;
+    case EHostEvent::Reshaped:
+        m_eProtect = event.pGround != nullptr ? EProtectStep::Done : m_eProtect;
+        break;
     case EHostEvent::Undo:
         m_eProtect = m_eProtect == EProtectStep::Done ? EProtectStep::Undone : EProtectStep::None;
         break;

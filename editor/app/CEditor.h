@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/autosave/CAutosave.h"
+#include "editor/core/CBitmapFollower.h"
 #include "editor/core/CBrushFile.h"
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CKeyBindings.h"
@@ -72,6 +73,7 @@ private:
     CPluginLoader m_Loader;
     CBrushFile m_BrushFile;
     CLevelDocument m_Document;
+    CBitmapFollower m_Follower;
     CToolBrushes m_ToolBrushes;
     CAutosave m_Autosave;
     CRecentFiles m_RecentFiles;

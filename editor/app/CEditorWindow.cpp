@@ -203,6 +203,7 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
     }
     if (event.eKind == EHostEvent::TerrainReloaded)
     {
+        m_Look.Follow(m_pViews.get()); // its bitmap may have another name
         m_Look.FrameOtherSize(m_pViews.get());
         LookAgain();
     }

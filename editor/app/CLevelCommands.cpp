@@ -3,7 +3,13 @@
 #include "editor/app/CCommandList.h"
 #include "editor/app/CDocumentActions.h"
 #include "editor/app/CEditor.h"
+#include "editor/app/CNewBitmapDialog.h"
+#include "editor/app/CPropertiesDialog.h"
+#include "editor/app/FileChoice.h"
 #include "editor/app/KeyChords.h"
+#include "editor/core/LevelBitmap.h"
+#include "engine/terrain/CTerrain.h"
+#include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
 
 #include <QDir>
@@ -23,6 +29,15 @@ CLevelCommands::CLevelCommands(CEditor& editor,
 
 void CLevelCommands::AddTo(QMenu& menu, CCommandList& commands)
 {
+    const auto hasLevel = [this]
+    {
+        return m_Editor.GetDocument().HasLevel();
+    };
+    commands.Add(
+        menu,
+        {SCommand::Run(
+             "level.properties", "P&roperties...", NO_KEY, [this] { ShowProperties(); }, hasLevel),
+         SCommand::Line()});
     QMenu* pMaterials = menu.addMenu("&Material");
     QObject::connect(
         pMaterials, &QMenu::aboutToShow, [this, pMaterials] { FillMaterials(*pMaterials); });
@@ -33,6 +48,8 @@ void CLevelCommands::AddTo(QMenu& menu, CCommandList& commands)
     commands.Add(
         menu,
         {
+            SCommand::Run(
+                "level.new_bitmap", "N&ew bitmap...", NO_KEY, [this] { NewBitmap(); }, hasLevel),
             SCommand::Run("level.bitmap", "Terrain-type &bitmap...", NO_KEY, choose),
             SCommand::Run("level.no_bitmap", "&No bitmap", NO_KEY, [this] { DropBitmap(); }),
         });
@@ -65,4 +82,49 @@ void CLevelCommands::DropBitmap()
 {
     m_Editor.GetDocument().SetBitmap("");
     m_OnLevel();
+}
+
+// An older file of the name was asked about; what shows it takes the new one.
+void CLevelCommands::NewBitmap()
+{
+    CDocumentQuestions& questions = m_Documents.GetQuestions();
+    CEngineHost& engine = m_Editor.GetHost().GetEngine();
+    const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
+    CNewBitmapDialog dialog(
+        &questions.GetWindow(), terrain.GetCellsPerSide(), terrain.GetCellsPerSideZ());
+    if (dialog.exec() != QDialog::Accepted)
+    {
+        return;
+    }
+    std::string strPath = questions.AskForFile(true, "New bitmap", "PNG pictures (*.png)");
+    if (strPath.empty() ||
+        !questions.Report(
+            MakeLevelBitmap(strPath, dialog.GetWidth(), dialog.GetHeight(), dialog.GetColor()),
+            "The bitmap cannot be written."))
+    {
+        return;
+    }
+    const std::string strName = MakeRootRelative(strPath);
+    if (strName == m_Editor.GetDocument().GetBitmap())
+    {
+        engine.ReloadTexture(strName.c_str());
+    }
+    m_Editor.GetDocument().SetBitmap(strName);
+    m_OnLevel();
+}
+
+void CLevelCommands::ShowProperties()
+{
+    CEditorHost& host = m_Editor.GetHost();
+    host.GetInput().EndDrag(); // the stroke under the hand counts for what the dialog shows
+    host.GetProtection().End();
+    CDocumentQuestions& questions = m_Documents.GetQuestions();
+    CPropertiesDialog dialog(&questions.GetWindow(),
+                             *host.GetEngine().GetCWorld().GetCTerrain(),
+                             !m_Editor.GetDocument().GetBitmap().empty());
+    SGroundAct act;
+    if (dialog.exec() == QDialog::Accepted && dialog.GetAct(act))
+    {
+        questions.Report(host.GetGround().Do(act), "The ground cannot be changed.");
+    }
 }

@@ -7,7 +7,8 @@ class CDocumentActions;
 class CEditor;
 class QMenu;
 
-// The commands about what the level is made of beside its heights. Owned by the menus.
+// The commands about what the level is made of, beside the strokes on its heights. Owned by the
+// menus.
 class CLevelCommands
 {
 public:
@@ -19,6 +20,8 @@ public:
 private:
     void FillMaterials(QMenu& menu);
     void DropBitmap();
+    void NewBitmap();
+    void ShowProperties();
 
     CEditor& m_Editor;
     CDocumentActions& m_Documents;

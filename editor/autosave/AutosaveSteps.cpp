@@ -32,6 +32,34 @@ SHistoryState GetState(CEditorHost& host, IPluginPainting* pPainting)
             pPainting != nullptr ? pPainting->GetBitmapRevision() : 0};
 }
 
+// What was made for a step the first time is there, and the steps name it.
+bool PlayAgain(CEditorHost& host,
+               CLevelDocument& document,
+               const SRecoverable& entry,
+               const std::string& strDeclarations,
+               const FPlayStep& play,
+               size_t& nSteps,
+               std::string& strFault)
+{
+    const auto nameBitmap = [&document](const std::string& strBitmap)
+    {
+        document.SetBitmap(strBitmap);
+    };
+    host.GetGround().SetRepeating(true);
+    const bool bPlayed = PlaySteps(entry, strDeclarations, play, nameBitmap, nSteps, strFault);
+    host.GetGround().SetRepeating(false);
+    return bPlayed;
+}
+
+// The line that a step begins with where the level names another bitmap than strKnown, which
+// becomes that one.
+std::string TakeBitmapNote(std::string& strKnown, const CLevelDocument& document)
+{
+    const bool bOther = strKnown != document.GetBitmap();
+    strKnown = document.GetBitmap();
+    return bOther ? MakeLevelBitmapNote(strKnown) : "";
+}
+
 // bHidden: what was painted is not in the views.
 void TellRecovered(const SRecoverable& entry, size_t nSteps, bool bHidden)
 {
@@ -57,7 +85,8 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
     {
         return;
     }
-    const bool bStep = IsStep(event.eKind) || event.eKind == EHostEvent::Protected;
+    const bool bAct = event.eKind == EHostEvent::Protected || event.eKind == EHostEvent::Reshaped;
+    const bool bStep = IsStep(event.eKind) || bAct;
     // A step of several drags is kept as a whole.
     const bool bBegins =
         !m_Host.GetHistory().IsStepOpen() &&
@@ -71,7 +100,7 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
         Follow();
         KeepDifference();
     }
-    const bool bAlters = bBegins || event.eKind == EHostEvent::Protected;
+    const bool bAlters = bBegins || bAct;
     if (bAlters && m_bNeedsCopy && !m_bFailed)
     {
         StartCopy(); // before the step changes anything
@@ -132,11 +161,12 @@ void CAutosave::EndStep()
 
 void CAutosave::KeepStep(bool bIdle)
 {
-    const std::string strStep = std::exchange(m_Step, {});
+    std::string strStep = std::exchange(m_Step, {});
     if (strStep.empty() || m_bNeedsCopy) // a step behind one that is missing helps nobody
     {
         return;
     }
+    strStep = TakeBitmapNote(m_KnownBitmap, m_Document) + strStep;
     // A journal is begun with its first step, so a level that is only looked at leaves no files.
     // While a copy is being written its text comes with it, and none of the base is needed.
     if (!m_bJournal)
@@ -216,7 +246,8 @@ bool CAutosave::Recover(const SRecoverable& entry,
     {
         pTerrain->GetProtection() = text.protection;
     }
-    const bool bPlayed = bOpen && PlaySteps(entry, m_Declarations, play, nSteps, strFault);
+    const bool bPlayed =
+        bOpen && PlayAgain(m_Host, m_Document, entry, m_Declarations, play, nSteps, strFault);
     nSteps = CountHistorySteps(entry, nSteps);
     // A step that failed may have left the button pressed.
     m_Host.GetInput().EndDrag();
@@ -253,6 +284,7 @@ void CAutosave::TakeOver(const SRecoverable& entry, bool bWhole)
     // under a stem of this run.
     m_Number = std::max(m_Number, entry.uLastNumber);
     BeginJournal(bWhole);
+    m_KnownBitmap = m_Document.GetBitmap();
     if (bWhole)
     {
         m_Stem = entry.strStem;

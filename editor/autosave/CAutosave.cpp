@@ -175,6 +175,8 @@ void CAutosave::TakeOwnBase()
             m_Base.fFlat = flat.value_or(0.0F);
         }
         m_Base.protection = GetProtection();
+        // As it is before the first step, which may change what a level text says.
+        m_Base.level = m_Document.GetText();
         m_bBase = !m_Base.strStamp.empty() || flat.has_value();
     }
     // Strokes on the bitmap that are not saved are in no file of the user.
@@ -189,6 +191,7 @@ void CAutosave::BeginJournal(bool bContinues)
     m_bContinues = bContinues;
     ++m_Number;
     m_Step.clear();
+    m_KnownBitmap = bContinues ? m_KnownBitmap : m_Document.GetBitmap();
     m_Writer.Begin(GetUnsavedBitmap());
     m_KnownRevision = GetRevision();
 }
@@ -226,7 +229,7 @@ bool CAutosave::WriteOwnText()
     {
         m_Base.strHeights = strLink;
     }
-    m_Base.level = m_Document.GetText();
+    m_Base.level.strMaterial = m_Document.GetMaterial();
     m_Base.uNumber = m_Number;
     m_bText = WriteText(m_Base);
     return m_bText;

@@ -141,6 +141,7 @@ private:
     bool m_bOff = false;             // while steps are played, and after Leave
     bool m_bLeft = false;            // Leave has left something
     uint32_t m_Number = 0;           // of the journal; not given twice in a process
+    std::string m_KnownBitmap;       // that the level names after base and steps
     std::string m_Step;              // the calls since the last one
     SHistoryState m_Before;          // when the event came that may begin a step
     uint64_t m_KnownRevision = 0;    // of the heights after the last thing that the steps know

@@ -16,6 +16,7 @@ constexpr char STEP[] = "// step ";
 constexpr char CONTINUES[] = "// continues\n";
 constexpr char BEGINS[] = "// begins\n";
 constexpr char BITMAP[] = "// bitmap ";
+constexpr char LEVEL_BITMAP[] = "// level bitmap ";
 constexpr char IDLE[] = "// idle\n";
 constexpr size_t PIECE = size_t{1} << 20U;
 
@@ -108,6 +109,24 @@ bool ReadBitmapNote(const std::string& strText, std::string& strFile, std::strin
     const size_t iStamp = iNote + sizeof(BITMAP) - 1;
     strStamp = strText.substr(iStamp, iBar - iStamp);
     strFile = strText.substr(iBar + 1, iEnd - iBar - 1);
+    return true;
+}
+
+std::string MakeLevelBitmapNote(const std::string& strBitmap)
+{
+    std::string strLine = strBitmap;
+    std::replace(strLine.begin(), strLine.end(), '\n', ' '); // fits no file then
+    return LEVEL_BITMAP + strLine + "\n";
+}
+
+bool ReadLevelBitmapNote(const std::string& strText, std::string& strBitmap)
+{
+    if (!strText.starts_with(LEVEL_BITMAP))
+    {
+        return false;
+    }
+    const size_t iName = sizeof(LEVEL_BITMAP) - 1;
+    strBitmap = strText.substr(iName, strText.find('\n') - iName);
     return true;
 }
 

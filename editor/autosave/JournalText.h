@@ -22,6 +22,11 @@ std::string MakeBitmapNote(const std::string& strFile, const std::string& strSta
 // Finds such a line in the text of a step. False when the text has none.
 bool ReadBitmapNote(const std::string& strText, std::string& strFile, std::string& strStamp);
 
+// A line that a step begins with: which bitmap the level names once it is done; empty for none.
+std::string MakeLevelBitmapNote(const std::string& strBitmap);
+// False when the step has no such line.
+bool ReadLevelBitmapNote(const std::string& strText, std::string& strBitmap);
+
 // A line that ends a step after which the history is as it was before.
 std::string MakeIdleNote();
 // Follows how many steps are done in the history of whoever plays this one.

@@ -261,6 +261,7 @@ size_t CountHistorySteps(const SRecoverable& entry, size_t nFirst)
 bool PlaySteps(const SRecoverable& entry,
                const std::string& strDeclarations,
                const FPlayStep& play,
+               const FNameBitmap& nameBitmap,
                size_t& nPlayed,
                std::string& strFault)
 {
@@ -276,6 +277,7 @@ bool PlaySteps(const SRecoverable& entry,
         return false;
     }
     CPaintFilter filter;
+    std::string strBitmap;
     CProgressSteps progress("Giving steps back", entry.steps.size());
     for (const std::string& strStep : entry.steps)
     {
@@ -292,6 +294,10 @@ bool PlaySteps(const SRecoverable& entry,
         if (!play(pFirst.get(), strFault))
         {
             return false;
+        }
+        if (ReadLevelBitmapNote(strStep, strBitmap))
+        {
+            nameBitmap(strBitmap);
         }
         ++nPlayed;
     }

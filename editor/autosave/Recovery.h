@@ -34,11 +34,15 @@ size_t CountHistorySteps(const SRecoverable& entry, size_t nFirst);
 // Plays the calls of one step into the plug-in. False with one line in strFault.
 using FPlayStep = std::function<bool(CTCPARSE_KEYWORD* pFirst, std::string& strFault)>;
 
+// Is told which bitmap the level names from a step on.
+using FNameBitmap = std::function<void(const std::string& strBitmap)>;
+
 // Plays steps one after the other, the painting on a bitmap only where its file is still what it
 // was. strDeclarations: of all keywords that they may have. nPlayed: how many. False, with one line
 // in strFault, when one fails or the user cancels.
 bool PlaySteps(const SRecoverable& entry,
                const std::string& strDeclarations,
                const FPlayStep& play,
+               const FNameBitmap& nameBitmap,
                size_t& nPlayed,
                std::string& strFault);

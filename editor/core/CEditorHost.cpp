@@ -53,6 +53,7 @@ CEditorHost::CEditorHost(IHostFace& face)
               m_Protection,
               m_Changes,
               GetTemporaryFolder())
+    , m_Ground(m_Engine->GetCWorld(), m_Input, m_History, m_Observers, m_Protection, m_Level)
 {
     // A mode that is left gets the release of its drag while it is still current.
     m_Modes.SetDragEnd([this] { m_Input.EndDrag(); });

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/core/CChangeCount.h"
+#include "editor/core/CHostGround.h"
 #include "editor/core/CHostHistory.h"
 #include "editor/core/CHostInput.h"
 #include "editor/core/CHostLevel.h"
@@ -54,6 +55,9 @@ public:
 
     // Changes which vertices of the open level strokes leave alone.
     CHostProtection& GetProtection() { return m_Protection; }
+
+    // Changes the ground of the open level as a whole.
+    CHostGround& GetGround() { return m_Ground; }
 
     // Those who are told of all input and of every change of the level.
     CHostObservers& GetObservers() { return m_Observers; }
@@ -182,6 +186,7 @@ private:
     CHostHistory m_History;
     CHostProtection m_Protection;
     CHostLevel m_Level;
+    CHostGround m_Ground;
     SHostCounters m_Counters;
     std::string m_Caption;
     uint32_t m_PanelHandle = 0; // of the plug-in that had a panel; 0: none

@@ -108,14 +108,14 @@ void CHostLevel::OnBeforeReplacement(bool bByPlugin)
     Prepare();
 }
 
-void CHostLevel::OnReplaced(bool bNewStep)
+void CHostLevel::OnReplaced(EReplacement eBy)
 {
     m_bReplaced = true;
     m_Changes.Clear(); // of the terrain that is gone
-    if (bNewStep)
+    if (eBy != EReplacement::Step)
     {
         m_Observers.Tell({.eKind = EHostEvent::UndoAdded});
     }
     m_Input.Notify(NOTIFY_LEVEL_CHANGED);
-    m_Observers.Tell({.eKind = EHostEvent::TerrainReloaded});
+    m_Observers.Tell({.eKind = EHostEvent::TerrainReloaded, .bTold = eBy != EReplacement::NewStep});
 }

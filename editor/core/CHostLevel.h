@@ -52,7 +52,7 @@ private:
     // ITerrainKeeper
     bool IsTerrainHeld() const override;
     void OnBeforeReplacement(bool bByPlugin) override;
-    void OnReplaced(bool bNewStep) override;
+    void OnReplaced(EReplacement eBy) override;
 
     CWorld& m_World;
     CHostHistory& m_History;

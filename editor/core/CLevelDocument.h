@@ -81,6 +81,9 @@ public:
     void SetBitmap(const std::string& strPath);
     void SetMaterial(const std::string& strPath);
 
+    // Names another bitmap as a part of a step of the history, which undo takes back.
+    void SwapBitmap(std::string& strOther) { m_Bitmap.swap(strOther); }
+
     SLevelText GetText() const; // what a level file would say now
 
     // Grows when another level is opened or made; saving keeps it.

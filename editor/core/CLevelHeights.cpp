@@ -87,11 +87,29 @@ void CLevelHeights::Replace(SHeightField&& field, const std::string& strText)
     }
     const bool bAdded =
         AddStep(m_World.GetCTerrain()->ReplaceField(std::move(field)), strText.c_str());
-    m_Keeper.OnReplaced(bAdded);
+    m_Keeper.OnReplaced(bAdded ? EReplacement::NewStep : EReplacement::Step);
+}
+
+bool CLevelHeights::Change(SHeightField&& field,
+                           const std::string& strText,
+                           std::unique_ptr<IGroundCompanion> pCompanion)
+{
+    m_Keeper.OnBeforeReplacement(false);
+    if (pCompanion != nullptr)
+    {
+        pCompanion->Swap();
+    }
+    const bool bAdded = AddStep(m_World.GetCTerrain()->ReplaceField(std::move(field)),
+                                strText.c_str(),
+                                std::move(pCompanion));
+    m_Keeper.OnReplaced(bAdded ? EReplacement::Act : EReplacement::Step);
+    return bAdded;
 }
 
 // False when there is no memory for it; the terrain of before is then back.
-bool CLevelHeights::AddStep(SHeightField&& before, const char* pszText)
+bool CLevelHeights::AddStep(SHeightField&& before,
+                            const char* pszText,
+                            std::unique_ptr<IGroundCompanion> pCompanion)
 {
     try
     {
@@ -99,13 +117,17 @@ bool CLevelHeights::AddStep(SHeightField&& before, const char* pszText)
         // back.
         std::string strText = pszText;
         auto pStep = std::make_unique<CTerrainStep>(*this);
-        pStep->Hold(std::move(before));
+        pStep->Hold(std::move(before), std::move(pCompanion));
         const size_t nBytes = pStep->GetMemory();
         return m_Stack.Add(pStep.release(), std::move(strText), nBytes);
     }
     catch (const std::bad_alloc&)
     {
         m_World.GetCTerrain()->ReplaceField(std::move(before));
+        if (pCompanion != nullptr)
+        {
+            pCompanion->Swap();
+        }
         CrashLog("[CLevelHeights] not enough memory to undo what replaces the terrain; it stays\n");
         return false;
     }
@@ -282,5 +304,5 @@ void CLevelHeights::OnReloaded(SHeightField&& before)
     {
         m_FileState = m_Stack.GetStateId();
     }
-    m_Keeper.OnReplaced(bAdded);
+    m_Keeper.OnReplaced(bAdded ? EReplacement::NewStep : EReplacement::Step);
 }

@@ -14,7 +14,16 @@
 #include <utility>
 
 class CUndoStack;
+class IGroundCompanion;
 class CWorld;
+
+// What has replaced a terrain.
+enum class EReplacement
+{
+    NewStep, // the undo stack has a new record of it
+    Act,     // as this, and whoever did it tells the observers what it was
+    Step,    // a record took its step, or there was no memory for a new one
+};
 
 // What a CLevelHeights asks of the host that owns it.
 class ITerrainKeeper
@@ -25,9 +34,8 @@ public:
     virtual bool IsTerrainHeld() const = 0; // by a drag that has not ended
     // The terrain is about to be replaced. bByPlugin: from within a call of the plug-in.
     virtual void OnBeforeReplacement(bool bByPlugin) = 0;
-    // The terrain was replaced. bNewStep: the undo stack has a new record of it; else a record took
-    // its step.
-    virtual void OnReplaced(bool bNewStep) = 0;
+    // The terrain was replaced.
+    virtual void OnReplaced(EReplacement eBy) = 0;
 };
 
 // The heights of the open level as a whole: each command that replaces them is one step of the undo
@@ -58,6 +66,13 @@ public:
     // undo stack. strText: what made them, for a list of steps.
     void Replace(SHeightField&& field, const std::string& strText);
 
+    // The same for ground of this level that an act has reshaped, which tells what is protected.
+    // pCompanion: what goes along; or null. False after one logged line, when there is no memory to
+    // undo it, and nothing has changed.
+    bool Change(SHeightField&& field,
+                const std::string& strText,
+                std::unique_ptr<IGroundCompanion> pCompanion);
+
     // To be called when the level is another one, or its file was written or read by the program
     // itself: the file then holds the present state of the undo stack.
     void SetSaved();
@@ -76,7 +91,7 @@ public:
     bool CanExchange() const; // false after one logged line
     SHeightField Exchange(SHeightField&& field);
 
-    void TellExchanged() { m_Keeper.OnReplaced(false); }
+    void TellExchanged() { m_Keeper.OnReplaced(EReplacement::Step); }
 
     // ITerrainListener
     bool OnBeforeSave(const char* pszPath, bool bOwn) override;
@@ -91,7 +106,9 @@ private:
     bool IsLevelFile(const char* pszPath) const;
     std::string GetSpareFile() const;
     void AdaptToGround(const SHeightField& before);
-    bool AddStep(SHeightField&& before, const char* pszText);
+    bool AddStep(SHeightField&& before,
+                 const char* pszText,
+                 std::unique_ptr<IGroundCompanion> pCompanion = nullptr);
 
     CWorld& m_World;
     CUndoStack& m_Stack;

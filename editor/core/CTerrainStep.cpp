@@ -9,8 +9,9 @@ CTerrainStep::CTerrainStep(CLevelHeights& heights)
 {
 }
 
-void CTerrainStep::Hold(SHeightField&& before)
+void CTerrainStep::Hold(SHeightField&& before, std::unique_ptr<IGroundCompanion> pCompanion)
 {
+    m_Companion = std::move(pCompanion);
     m_Other.Put(std::move(before), m_Heights.GetScratch());
 }
 
@@ -24,6 +25,10 @@ void CTerrainStep::Exchange()
 {
     if (Prepare())
     {
+        if (m_Companion != nullptr)
+        {
+            m_Companion->Swap();
+        }
         m_Other.Put(m_Heights.Exchange(std::move(m_Ready)), m_Heights.GetScratch());
         m_Heights.TellExchanged();
     }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <vector>
 
+struct SGroundAct;
 struct SProtectAct;
 
 enum class EHostEvent : uint32_t
@@ -23,6 +24,7 @@ enum class EHostEvent : uint32_t
     TerrainReloaded, // the same level has another terrain: the file was read again, an import, or
                      // undo or redo of one of these, in the middle of that event. Also when the
                      // plug-in has a reload shown that brought nothing
+    Reshaped,        // the ground was changed as a whole; or not after all
     Protected,       // another protection, or the same after all: told before the first change of a
                      // step, and when it is a step or was taken back
     DragDropped,     // for want of memory: heights as before the press, no record. In an open
@@ -50,6 +52,12 @@ struct SHostEvent
 
     // What a new step of the protection consists of, in its order; borrowed. Null: there is none.
     const std::vector<SProtectAct>* pProtected = nullptr;
+
+    // What has reshaped the ground as a step, borrowed. Null: there is none.
+    const SGroundAct* pGround = nullptr;
+
+    // Of TerrainReloaded: the event that it lies in says how to get there, Reshaped, Undo or Redo.
+    bool bTold = false;
 };
 
 // Is told of everything that a host hands to plug-ins and of every change of the level. Borrowed by

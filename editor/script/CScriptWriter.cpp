@@ -140,31 +140,6 @@ bool CScriptWriter::WriteDifference(uint64_t& uRevision)
     return !m_bStale;
 }
 
-// What is protected otherwise than by a step of the script.
-void CScriptWriter::WriteProtection()
-{
-    if (m_Protection.WriteDifference())
-    {
-        SetSteps(0, 0);
-    }
-}
-
-bool CScriptWriter::WriteProtected(const SHostEvent& event)
-{
-    m_bProtecting = false;
-    // Of a stale script the terrain that comes next brings it along; without a step nothing has
-    // changed.
-    if (!m_bStale && event.pProtected != nullptr)
-    {
-        if (!m_Protection.WriteStep(*event.pProtected))
-        {
-            WriteProtection();
-        }
-        TellEnd();
-    }
-    return !m_bStale;
-}
-
 void CScriptWriter::WriteChanges()
 {
     KeepTerrain();
@@ -189,10 +164,14 @@ void CScriptWriter::OnBeforeEvent(const SHostEvent& event)
     m_Mouse.TakeState();
     m_PaintedBefore = GetBitmapRevision();
     const bool bPress = event.eKind == EHostEvent::ButtonDown;
-    if (event.eKind == EHostEvent::Protected)
+    if (event.eKind == EHostEvent::Protected || event.eKind == EHostEvent::Reshaped)
     {
         KeepTerrain(); // the areas depend on heights
         m_bProtecting = true;
+    }
+    if (event.eKind == EHostEvent::Reshaped)
+    {
+        WriteProtection(); // it moves with the ground
     }
     // The actions behind this one move cameras, which is nothing to the ground.
     const bool bAction = event.eKind == EHostEvent::Action && event.iAction <= ACTION_BRUSH_SMALLER;
@@ -231,7 +210,8 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::PaintRedo:
         return WritePaintStep(event.eKind == EHostEvent::PaintRedo);
     case EHostEvent::Protected:
-        return WriteProtected(event);
+    case EHostEvent::Reshaped:
+        return WriteAct(event);
     case EHostEvent::UndoAdded:
         CountRecord();
         break;
@@ -250,7 +230,7 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
         return FinishStep();
     case EHostEvent::LevelChanged:
     case EHostEvent::TerrainReloaded:
-        m_bStale = true;
+        m_bStale = m_bStale || !event.bTold;
         m_bDrag = false;
         break;
     case EHostEvent::DragDropped: // whoever plays it has the memory, and would keep the stroke
@@ -314,25 +294,6 @@ void CScriptWriter::TellEnd()
     }
 }
 
-bool CScriptWriter::FinishStep()
-{
-    const bool bWasOpen = std::exchange(m_bOpenStep, false);
-    if (bWasOpen)
-    {
-        m_Sink.Append("end_step()\n");
-        m_Sink.EndStep();
-    }
-    return bWasOpen;
-}
-
-void CScriptWriter::CountRecord()
-{
-    const bool bFirst = !m_bOpenStep || !m_bCounted;
-    m_Undos += bFirst ? 1 : 0;
-    m_Redos = 0;
-    m_bCounted = m_bOpenStep;
-}
-
 bool CScriptWriter::WriteAction(const SHostEvent& event)
 {
     m_Sink.Append("action( " + std::to_string(event.iAction) + ", " + std::to_string(event.uCount) +
@@ -343,49 +304,5 @@ bool CScriptWriter::WriteAction(const SHostEvent& event)
     {
         TellEnd();
     }
-    return true;
-}
-
-bool CScriptWriter::WriteStep(bool bRedo)
-{
-    size_t& nFrom = bRedo ? m_Redos : m_Undos;
-    size_t& nTo = bRedo ? m_Undos : m_Redos;
-    if (nFrom == 0 || m_bStale)
-    {
-        m_bStale = true; // a step from before the script, or before its last terrain
-        return false;
-    }
-    --nFrom;
-    ++nTo;
-    m_Sink.Append(bRedo ? "redo()\n" : "undo()\n");
-    m_Protection.Take();
-    m_Sink.EndStep();
-    return true;
-}
-
-void CScriptWriter::SetPainted(uint64_t uRevision)
-{
-    m_Painted = uRevision;
-    m_PaintUndos = 0;
-    m_PaintRedos = 0;
-}
-
-bool CScriptWriter::WritePaintStep(bool bRedo)
-{
-    size_t& nFrom = bRedo ? m_PaintRedos : m_PaintUndos;
-    size_t& nTo = bRedo ? m_PaintUndos : m_PaintRedos;
-    const uint64_t uPainted = GetBitmapRevision();
-    // With strokes on the bitmap that the script does not have, it would take back another one.
-    if (nFrom == 0 || m_Painted != m_PaintedBefore)
-    {
-        m_PaintUndos = 0; // how many strokes that leaves to take back, nobody says
-        m_PaintRedos = 0;
-        return uPainted == m_PaintedBefore;
-    }
-    --nFrom;
-    ++nTo;
-    m_Painted = uPainted;
-    m_Sink.Append(bRedo ? "paint_redo()\n" : "paint_undo()\n");
-    m_Sink.EndStep();
     return true;
 }

@@ -79,7 +79,7 @@ private:
     bool WriteAction(const SHostEvent& event);
     bool WriteStep(bool bRedo);
     void WriteProtection();
-    bool WriteProtected(const SHostEvent& event);
+    bool WriteAct(const SHostEvent& event);
     bool WritePaintStep(bool bRedo);
     void SetPainted(uint64_t uRevision); // by something else than a stroke
 
@@ -94,7 +94,7 @@ private:
     bool m_bStale = false;       // the terrain is another one than the script's so far
     std::string m_State;         // of the plug-in, as the script has made it
     bool m_bDrag = false;        // the script has a press without its release
-    bool m_bProtecting = false;  // a step that protects has begun
+    bool m_bProtecting = false;  // a step that protects, or reshapes the ground, has begun
     bool m_bOpenStep = false;    // it has a step of the history without its end
     bool m_bCounted = false;     // which has a record on the script's undo stack
     bool m_bFresh = true;        // the brush of whoever plays the script has made no stroke yet

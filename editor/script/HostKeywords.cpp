@@ -5,6 +5,7 @@
 #include "editor/script/CScriptFolder.h"
 #include "editor/script/CScriptMouse.h"
 #include "editor/script/CScriptPicture.h"
+#include "editor/script/GroundKeywords.h"
 #include "editor/script/HeightText.h"
 #include "editor/script/ProtectionKeywords.h"
 #include "engine/terrain/CTerrain.h"
@@ -297,6 +298,12 @@ constexpr SHostKeyword KEYWORDS[] = {
     {{"protect_slope", "f"}, &PlayProtectSlope},
     {{"protect_height", "ff"}, &PlayProtectHeight},
     {{"expect_protected", "iii"}, &PlayExpectProtected},
+    {{"level_size", "vi"}, &PlayLevelSize},
+    {{"level_extend", "iiiii"}, &PlayLevelExtend},
+    {{"level_shift", "iii"}, &PlayLevelShift},
+    {{"level_turn", "i"}, &PlayLevelTurn},
+    {{"level_mirror", "s"}, &PlayLevelMirror},
+    {{"level_raise", "f"}, &PlayLevelRaise},
 };
 
 } // namespace

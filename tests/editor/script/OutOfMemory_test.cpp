@@ -249,6 +249,23 @@ TEST_F(COutOfMemory, AStepOfTheProtectionIsWholeOrNotThere)
     }
 }
 
+TEST_F(COutOfMemory, GroundIsReshapedAsAWholeOrNotAtAll)
+{
+    Prepare("BlurFunction");
+    const Heights before = GetHeights();
+    bool bDone = false;
+    FailEach([&] { Prepare("BlurFunction"); },
+             [&] { bDone = m_Host.GetGround().Do({.eKind = EGround::Extend, .iEast = 3}); },
+             [&]
+             {
+                 ASSERT_EQ(GetTerrain()->GetVerticesX(), bDone ? 36U : 33U);
+                 ASSERT_EQ(GetSteps(), bDone ? 1U : 0U);
+                 ASSERT_TRUE(bDone || !m_Lines.empty());
+                 m_Host.Undo();
+                 ASSERT_EQ(GetHeights(), before);
+             });
+}
+
 TEST_F(COutOfMemory, ARecordingThatMissesSomethingEndsAndTheStrokeGoesOn)
 {
     CRecorder recorder(m_Host, m_Loader.GetPlugin());

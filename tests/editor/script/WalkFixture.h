@@ -173,6 +173,22 @@ protected:
         m_Host.GetLevelHeights().Replace(std::move(field), "Import");
     }
 
+    // In any way; some are refused.
+    void Reshape()
+    {
+        SGroundAct act = {.eKind = static_cast<EGround>(m_Numbers.Int(0, 6))};
+        act.size = {WIDTH, m_Numbers.Float(80.0F, 200.0F), m_Numbers.Float(200.0F, WIDTH)};
+        act.bScale = act.bAtZero = act.bWrap = m_Numbers.Int(0, 1) == 0;
+        for (int32_t* pCells :
+             {&act.iWest, &act.iNorth, &act.iEast, &act.iSouth, &act.iCellsX, &act.iCellsZ})
+        {
+            *pCells = m_Numbers.Int(-4, 4);
+        }
+        act.iTurns = m_Numbers.Int(1, 3);
+        act.fBy = m_Numbers.Float(-20.0F, 20.0F);
+        m_Host.GetGround().Do(act);
+    }
+
     void Protect()
     {
         constexpr EProtect KINDS[] = {
@@ -266,6 +282,9 @@ protected:
             break;
         case 7:
             ReplaceTerrain();
+            break;
+        case 10:
+            Reshape();
             break;
         case 13:
             DoGroup();

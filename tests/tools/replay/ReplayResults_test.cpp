@@ -42,7 +42,8 @@ TEST(ReplayResults, DeclarationsNameEveryKeywordOnceAndParse)
         ");expect_undo( i );brush_name( s );"
         "bitmap();path( s );function( s );power_modifier( f );usage_density( f );"
         "fade_factor( f );hardness( f );vertical_distance( f );extent( f );mask( s );"
-        "mask_enabled( i );attrib( s, s );");
+        "mask_enabled( i );attrib( s, s );level_size( v3, i );level_extend( i, i, i, i, i );"
+        "level_shift( i, i, i );level_turn( i );level_mirror( s );level_raise( f );");
     std::string strKeyword;
     while (std::getline(keywords, strKeyword, ';'))
     {
