@@ -24,6 +24,7 @@ CLevelCommands::CLevelCommands(CEditor& editor,
 void CLevelCommands::AddTo(QMenu& menu, CCommandList& commands)
 {
     QMenu* pMaterials = menu.addMenu("&Material");
+    pMaterials->setObjectName("materials"); // the toolbar has it, too
     QObject::connect(
         pMaterials, &QMenu::aboutToShow, [this, pMaterials] { FillMaterials(*pMaterials); });
     const auto choose = [this]
@@ -42,6 +43,11 @@ void CLevelCommands::AddTo(QMenu& menu, CCommandList& commands)
 void CLevelCommands::FillMaterials(QMenu& menu)
 {
     menu.clear();
+    if (!m_Editor.GetDocument().HasLevel())
+    {
+        menu.addAction("There is no level")->setEnabled(false);
+        return;
+    }
     const std::string strFolder = "data/materials";
     for (const std::string& strRoot : {fs::get_user_root(), fs::get_data_root()})
     {

@@ -18,6 +18,8 @@ struct SEditorSettings
     SRenderSettings render; // of all views; a view adds its own quality and wire frame
     bool bKeyboardNavigation = true;
     int iAutosaveSeconds = 180; // 0: never
+    bool bBegun = false;        // there was a level once, and a brush for it
+    bool bStrokeMade = false;   // by a person
     int iUndoMegabytes = 1024;  // that the steps of the history may take together; 0: no limit
 
     // By keys of the INI file; what is missing keeps its default. Returns the keys whose values are
