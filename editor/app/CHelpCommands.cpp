@@ -5,6 +5,7 @@
 #include "editor/app/CEditor.h"
 #include "editor/app/CFaultReport.h"
 #include "editor/app/CGuideWindow.h"
+#include "editor/app/CKeyEdit.h"
 #include "editor/app/CKeyListDialog.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/GuidePages.h"
@@ -94,7 +95,8 @@ bool CHelpCommands::eventFilter(QObject* pWatched, QEvent* pEvent)
     const SKeyCommand* pCommand = m_Editor.GetKeys().FindById(GUIDE_KEY);
     const bool bKey = pCommand != nullptr && pCommand->key.uKey != 0 &&
                       pCommand->key == GetChord(*static_cast<QKeyEvent*>(pEvent));
-    if (!bKey || pWidget->window() == &m_Window || !pWidget->window()->inherits("QDialog"))
+    const bool bDialog = pWidget->window() != &m_Window && pWidget->window()->inherits("QDialog");
+    if (!bKey || !bDialog || dynamic_cast<const CKeyEdit*>(pWidget) != nullptr) // it takes any key
     {
         return false;
     }

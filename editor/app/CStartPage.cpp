@@ -14,7 +14,8 @@
 namespace
 {
 
-constexpr int COLUMN_CHARACTERS = 34;
+constexpr int COLUMN_CHARACTERS = 42;
+constexpr int FOLDER_CHARACTERS = 22; // beside a picture
 constexpr int SPACING = 6;
 constexpr int MARGIN = 16;
 constexpr int FOCUS_WIDTH = 2;
@@ -25,7 +26,7 @@ QString Shorten(const QWidget& widget, const QString& strText)
 {
     const QFontMetrics metrics = widget.fontMetrics();
     return metrics.elidedText(
-        strText, Qt::ElideMiddle, metrics.averageCharWidth() * COLUMN_CHARACTERS);
+        strText, Qt::ElideMiddle, metrics.averageCharWidth() * FOLDER_CHARACTERS);
 }
 
 // Styles show hardly or not at all which of such buttons has the keyboard.
@@ -79,6 +80,7 @@ CStartPage::CStartPage(QWidget& views, const std::vector<SStartEntry>& entries)
     {
         QCommandLinkButton* pButton = AddEntry(*pBegin, entry);
         m_pFirst = m_pFirst != nullptr ? m_pFirst : pButton;
+        m_pLast = pButton;
     }
     pBegin->addStretch(1);
     m_pRecent->setSpacing(SPACING);
@@ -112,7 +114,7 @@ QCommandLinkButton* CStartPage::AddEntry(QVBoxLayout& column, const SStartEntry&
     pButton->setAccessibleDescription(entry.strText);
     pButton->setToolTip(entry.strName.isEmpty() ? entry.strText : QString());
     pButton->setAutoDefault(true); // Enter presses it
-    pButton->setMinimumWidth(fontMetrics().averageCharWidth() * (COLUMN_CHARACTERS + 8));
+    pButton->setMinimumWidth(fontMetrics().averageCharWidth() * COLUMN_CHARACTERS);
     if (!entry.picture.isNull())
     {
         pButton->setIcon(entry.picture);
@@ -131,17 +133,14 @@ void CStartPage::ShowRecent(const std::vector<SStartEntry>& levels)
         pButton->deleteLater(); // it may be the one that was pressed
     }
     m_pNoRecent->setVisible(levels.empty());
-    QWidget* pBefore = nullptr;
+    QWidget* pBefore = m_pLast;
     for (const SStartEntry& level : levels)
     {
         QCommandLinkButton* pButton = AddEntry(*m_pRecent, level);
         // Before the stretch at the end.
         m_pRecent->insertWidget(m_pRecent->count() - 2, pButton);
         m_Recent.push_back(pButton);
-        if (pBefore != nullptr)
-        {
-            setTabOrder(pBefore, pButton);
-        }
+        setTabOrder(pBefore, pButton);
         pBefore = pButton;
     }
 }

@@ -45,6 +45,7 @@ private:
     QVBoxLayout* m_pRecent;
     QLabel* m_pNoRecent;
     std::vector<QCommandLinkButton*> m_Recent;
-    QCommandLinkButton* m_pFirst = nullptr;
+    QCommandLinkButton* m_pFirst = nullptr; // of the entries
+    QCommandLinkButton* m_pLast = nullptr;
     bool m_bSecondClick = false; // may come, of the click that has taken the page away
 };

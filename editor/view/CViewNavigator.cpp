@@ -219,13 +219,18 @@ void CViewNavigator::Frame(const CTerrain* pTerrain, const SExtents& box)
         return;
     }
     // Steeper from try to try, until the camera would be above the ground.
+    const SExtents around = Widen(box, fLeast);
     for (const float fPitch : {m_Camera->GetPitch(), FIRST_PITCH, -60.0F, -90.0F})
     {
         m_Camera->SetAngles(m_Camera->GetYaw(), fPitch);
-        FrameFrom(box, fLeast);
-        if (GetGroundRoom(pTerrain, m_Camera->GetPosition()) >= GetClearance(pTerrain))
+        for (const bool bCentered : {false, true}) // that keeps higher
         {
-            return;
+            m_Camera->SetPosition(
+                FindFramingPosition(GetView(nullptr), around, MARGIN, fLeast, bCentered));
+            if (GetGroundRoom(pTerrain, m_Camera->GetPosition()) >= GetClearance(pTerrain))
+            {
+                return;
+            }
         }
     }
 }
@@ -333,12 +338,6 @@ bool CViewNavigator::MoveTo(const CTerrain* pTerrain, const SVec3& position)
     }
     m_Camera->SetPosition(position);
     return true;
-}
-
-void CViewNavigator::FrameFrom(const SExtents& box, float fLeast)
-{
-    const SExtents around = Widen(box, fLeast);
-    m_Camera->SetPosition(FindFramingPosition(GetView(nullptr), around, MARGIN, fLeast));
 }
 
 void CViewNavigator::FrameTop(const SExtents& box, float fLeast)

@@ -98,7 +98,6 @@ private:
     // The point under a position: ground, or over sky a point as far away as what is in the middle.
     SVec3 FindPoint(const CTerrain* pTerrain, float fX, float fY) const;
     bool MoveTo(const CTerrain* pTerrain, const SVec3& position);
-    void FrameFrom(const SExtents& box, float fLeast);
     void FrameTop(const SExtents& box, float fLeast);
     void ZoomTop(const CTerrain* pTerrain, float fX, float fY, double fFactor);
     bool FlyTop(const CTerrain* pTerrain, const SFlyKeys& keys, float fSeconds);

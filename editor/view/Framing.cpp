@@ -28,6 +28,8 @@ struct SBounds
         fLower = std::max(fLower, -fAside - fTan * fAhead);
     }
 
+    void Center() { fUpper = fLower = std::max(fUpper, fLower); }
+
     float GetMiddle() const { return (fUpper - fLower) * 0.5F; }
 
     // The camera may be so far ahead of where things are measured from.
@@ -56,10 +58,8 @@ float GetCoveredShare(const SViewProjection& view, const SExtents& box)
 
 } // namespace
 
-SVec3 FindFramingPosition(const SViewProjection& view,
-                          const SExtents& box,
-                          float fMargin,
-                          float fLeast)
+SVec3 FindFramingPosition(
+    const SViewProjection& view, const SExtents& box, float fMargin, float fLeast, bool bCentered)
 {
     const float fTanUp = view.fTanHalfFov / fMargin;
     const float fTanAside =
@@ -75,6 +75,11 @@ SVec3 FindFramingPosition(const SViewProjection& view,
         aside.Add(Dot(corner, view.right), fAhead, fTanAside);
         up.Add(Dot(corner, view.up), fAhead, fTanUp);
         fNearest = std::min(fNearest, fAhead);
+    }
+    if (bCentered)
+    {
+        aside.Center();
+        up.Center();
     }
     const float fAhead =
         std::min({aside.GetAhead(fTanAside), up.GetAhead(fTanUp), fNearest - fLeast});
@@ -106,8 +111,8 @@ float FindBestPitch(const SViewProjection& view, const SExtents& box, float fMar
 SExtents Widen(const SExtents& box, float fLeast)
 {
     const SVec3 center = GetBoxCenter(box);
-    const SVec3 half = {std::max(std::fabs(box.max.x - center.x), fLeast),
-                        std::max(std::fabs(box.max.y - center.y), fLeast),
-                        std::max(std::fabs(box.max.z - center.z), fLeast)};
-    return {AddScaled(center, half, -1.0F), AddScaled(center, half, 1.0F)};
+    const float fHalfX = std::max(std::fabs(box.max.x - center.x), fLeast);
+    const float fHalfZ = std::max(std::fabs(box.max.z - center.z), fLeast);
+    return {{center.x - fHalfX, box.min.y, center.z - fHalfZ},
+            {center.x + fHalfX, box.max.y, center.z + fHalfZ}};
 }
