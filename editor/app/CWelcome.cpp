@@ -176,6 +176,7 @@ void CWelcome::ListRecent()
                            [this, strLevel]
                            {
                                m_Parts.documents.OpenFile(strLevel);
+                               ListRecent(); // without one that is not there
                            }});
     }
     m_pPage->ShowRecent(entries);

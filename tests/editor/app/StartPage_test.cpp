@@ -121,8 +121,6 @@ TEST_F(CStartPages, BeginsByKeyboardAndMouseAndListsWhatWasOpened)
     ASSERT_NO_FATAL_FAILURE(Start(false));
     Answer<QMessageBox>([this] { Click(*Recent()[0]); }, [](QMessageBox& box) { box.accept(); });
     Settle();
-    for (auto* b : Recent()) printf("DBG %s %d\n", qPrintable(b->text()), b->isVisible());
-    for (auto& b : m_Editor->GetRecentFiles().GetPaths()) printf("DBG %s\n", b.c_str());
     EXPECT_EQ(Recent().size(), 1);
     EXPECT_TRUE(Page().isVisible());
     Click(Entry("start-sample"));
