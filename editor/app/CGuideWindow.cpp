@@ -18,14 +18,16 @@
 #include <QTextBrowser>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace
 {
 
 constexpr char GUIDE_FOLDER[] = "docs/";
 constexpr char GUIDE[] = "user-guide.md";
-constexpr int WIDTH_CHARACTERS = 110;
+constexpr int WIDTH_CHARACTERS = 125;
 constexpr int HEIGHT_LINES = 40;
-constexpr int LIST_CHARACTERS = 26;
+constexpr int LIST_CHARACTERS = 34;
 constexpr int DEEPEST_HEADING = 2; // in the list
 constexpr int PICTURE_CHARACTERS = 80;
 
@@ -46,9 +48,15 @@ protected:
         QImage picture = found.canConvert<QImage>() && !found.value<QImage>().isNull()
                              ? found.value<QImage>()
                              : QImage::fromData(found.toByteArray());
-        const int iWidest = fontMetrics().averageCharWidth() * PICTURE_CHARACTERS;
-        return picture.width() > iWidest ? picture.scaledToWidth(iWidest, Qt::SmoothTransformation)
-                                         : picture;
+        const double fWidest = fontMetrics().averageCharWidth() * PICTURE_CHARACTERS;
+        if (picture.width() > fWidest)
+        {
+            // As many of its pixels as the screen has for it.
+            const double fPixels = std::min<double>(picture.width(), fWidest * devicePixelRatioF());
+            picture = picture.scaledToWidth(static_cast<int>(fPixels), Qt::SmoothTransformation);
+            picture.setDevicePixelRatio(fPixels / fWidest);
+        }
+        return picture;
     }
 };
 
@@ -69,6 +77,7 @@ CGuideWindow::CGuideWindow(QWidget* pParent)
     m_pText->setOpenLinks(false);
     m_pHeadings->setObjectName("guide-headings");
     m_pHeadings->setAccessibleName("Headings");
+    m_pHeadings->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_pSearch->setObjectName("guide-search");
     m_pSearch->setAccessibleName("Search in the guide");
     m_pSearch->setPlaceholderText("Search: Enter goes to the next place, Shift+Enter back");
