@@ -128,7 +128,8 @@ void CEditToolBar::SetNumber(EBrushValue eValue, double fValue)
 void CEditToolBar::FollowNumber(CNumberBox& box, EBrushValue eValue)
 {
     // A size of 0 can be typed elsewhere; the brush is there all the same.
-    const bool bBrush = m_pTools != nullptr && !m_pTools->GetFunctionName().empty() &&
+    const bool bBrush = m_pTools != nullptr && m_Editor.GetDocument().HasLevel() &&
+                        !m_pTools->GetFunctionName().empty() &&
                         (eValue == EBrushValue::Extent || !m_pTools->IsPainting());
     const double fValue = bBrush ? static_cast<double>(m_pTools->GetBrushValue(eValue)) : 0.0;
     box.setEnabled(bBrush);

@@ -14,6 +14,7 @@
 #include "host/FileSystem.h"
 #include "host/IPlugin.h"
 #include "host/IPluginMark.h"
+#include "host/IPluginTools.h"
 
 #include <QAction>
 #include <QFileInfo>
@@ -118,7 +119,8 @@ void CWelcome::FollowLevel()
             m_Parts.views.GetActive()->setFocus();
         }
     }
-    if (bLevel && m_bPerson && !m_Parts.settings.bBegun)
+    // A script has the tools that it takes; the window looks again at its end.
+    if (bLevel && m_bPerson && !m_Parts.settings.bBegun && !m_Parts.face.IsScriptPlayed())
     {
         TakeFirstBrush();
     }
@@ -134,8 +136,10 @@ void CWelcome::TakeFirstBrush()
     {
         pPlugin->Activate(true);
     }
+    auto* pTools = m_Parts.editor.FindInterface<IPluginTools>();
+    const bool bChosen = pTools != nullptr && !pTools->GetFunctionName().empty(); // in the panel
     CBrushCatalogue library(m_Parts.editor.GetHost(), pPlugin);
-    if (!library.IsThere() || !library.Follow())
+    if (bChosen || !library.IsThere() || !library.Follow())
     {
         return;
     }

@@ -3,6 +3,7 @@
 #include "editor/app/CBrushLibraryDock.h"
 #include "editor/app/CHistoryDock.h"
 #include "editor/app/CImportDialog.h"
+#include "editor/app/CKeyListDialog.h"
 #include "editor/app/CKeysDialog.h"
 #include "editor/app/CMessagesDock.h"
 #include "editor/app/CNewLevelDialog.h"
@@ -12,6 +13,7 @@
 #include "editor/app/CStartPage.h"
 #include "editor/app/CViewWidget.h"
 
+#include <QFileDialog>
 #include <QWidget>
 
 namespace
@@ -49,7 +51,9 @@ constexpr SGuidePage PAGES[] = {
     {&IsA<CStartPage>, "your-first-five-minutes"},
     {&IsA<CNewLevelDialog>, "your-first-five-minutes"},
     {&IsA<CImportDialog>, "levels-from-real-elevation"},
+    {&IsA<CKeyListDialog>, "keys"},
     {&IsA<CKeysDialog>, "keys"},
+    {&IsA<QFileDialog>, "levels-recordings-autosaves"},
     {&IsA<CPenDialog>, "a-pen-and-a-brush-that-turns"},
     {&IsA<CSettingsDialog>, WHOLE_EDITOR},
     {&IsA<CViewWidget>, WHOLE_EDITOR},
