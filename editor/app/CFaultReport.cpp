@@ -12,7 +12,7 @@
 namespace
 {
 
-constexpr char PACKED_FOLDER[] = "tellur-report/";
+constexpr char PACKED_FOLDER[] = "fault-report/";
 
 // Empty for one that cannot be read: what else there is goes along.
 std::string ReadWhole(const std::string& strFile)

@@ -181,21 +181,21 @@ TEST_F(CHelp, PacksWhatHelpsToFindAFault)
     Trigger("help.report");
     timer.stop();
     ASSERT_TRUE(std::filesystem::exists(strFile));
-    EXPECT_EQ(Unpack(strFile, "tellur-report/contents.txt"), strSaid + '\n');
+    EXPECT_EQ(Unpack(strFile, "fault-report/contents.txt"), strSaid + '\n');
     for (const QString& strLine : strSaid.split('\n'))
     {
-        const QString strName = "tellur-report/" + strLine.section(':', 0, 0);
+        const QString strName = "fault-report/" + strLine.section(':', 0, 0);
         const QString strSize =
             QString(", %1 bytes")
                 .arg(Unpack(strFile, strName.toUtf8().constData()).toUtf8().size());
         EXPECT_TRUE(strLine.endsWith(strSize)) << strLine.toStdString();
     }
-    EXPECT_TRUE(Unpack(strFile, "tellur-report/log.txt").contains("[Test::Fault] it was this\n"));
-    EXPECT_TRUE(Unpack(strFile, "tellur-report/system.txt").startsWith("Tellur "));
-    EXPECT_TRUE(Unpack(strFile, "tellur-report/level.txt").contains("height_map("));
-    EXPECT_TRUE(Unpack(strFile, "tellur-report/autosave.txt").contains("autosave_flat("));
+    EXPECT_TRUE(Unpack(strFile, "fault-report/log.txt").contains("[Test::Fault] it was this\n"));
+    EXPECT_TRUE(Unpack(strFile, "fault-report/system.txt").startsWith("Tellur "));
+    EXPECT_TRUE(Unpack(strFile, "fault-report/level.txt").contains("height_map("));
+    EXPECT_TRUE(Unpack(strFile, "fault-report/autosave.txt").contains("autosave_flat("));
     const QString strSteps = strSaid.section("steps-", 1).section(':', 0, 0);
-    EXPECT_TRUE(Unpack(strFile, ("tellur-report/steps-" + strSteps).toUtf8().constData())
+    EXPECT_TRUE(Unpack(strFile, ("fault-report/steps-" + strSteps).toUtf8().constData())
                     .contains("press("));
     // A stroke is in it, and no heights.
     EXPECT_LT(std::filesystem::file_size(strFile), 20000U);
