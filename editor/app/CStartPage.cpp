@@ -64,7 +64,7 @@ QLabel* MakeTitle(const QString& strText, QWidget* pParent)
 } // namespace
 
 CStartPage::CStartPage(QWidget& views, const std::vector<SStartEntry>& entries)
-    : QWidget(views.parentWidget())
+    : QWidget(views.window())
     , m_Views(views)
     , m_pRecent(new QVBoxLayout)
     , m_pNoRecent(new QLabel("What you open or save is listed here.", this))
@@ -147,7 +147,11 @@ void CStartPage::ShowRecent(const std::vector<SStartEntry>& levels)
 
 void CStartPage::Begin()
 {
-    m_Views.installEventFilter(this);
+    for (QWidget* pWatched = &m_Views; pWatched != parentWidget();
+         pWatched = pWatched->parentWidget())
+    {
+        pWatched->installEventFilter(this); // the views may move along with what they lie in
+    }
     Follow();
     show();
     raise();
@@ -156,7 +160,11 @@ void CStartPage::Begin()
 
 void CStartPage::End()
 {
-    m_Views.removeEventFilter(this);
+    for (QWidget* pWatched = &m_Views; pWatched != parentWidget();
+         pWatched = pWatched->parentWidget())
+    {
+        pWatched->removeEventFilter(this);
+    }
     hide();
     m_bSecondClick = true;
     qApp->installEventFilter(this);
@@ -164,19 +172,15 @@ void CStartPage::End()
 
 void CStartPage::Follow()
 {
-    setGeometry(m_Views.geometry());
+    setGeometry(QRect(m_Views.mapTo(parentWidget(), QPoint(0, 0)), m_Views.size()));
 }
 
-bool CStartPage::eventFilter(QObject* pWatched, QEvent* pEvent)
+bool CStartPage::eventFilter(QObject*, QEvent* pEvent)
 {
     const QEvent::Type eType = pEvent->type();
-    if (pWatched == &m_Views && !m_bSecondClick)
+    if (isVisible() && (eType == QEvent::Resize || eType == QEvent::Move))
     {
-        if (eType == QEvent::Resize || eType == QEvent::Move)
-        {
-            Follow();
-        }
-        return false;
+        Follow();
     }
     const bool bSecond = eType == QEvent::MouseButtonDblClick;
     if (m_bSecondClick && (bSecond || eType == QEvent::MouseButtonPress))

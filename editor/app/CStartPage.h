@@ -26,7 +26,7 @@ struct SStartEntry
 class CStartPage : public QWidget
 {
 public:
-    // views: borrowed; the page is as large as they are and shares their parent.
+    // views: borrowed, in their window already; the page is always where they are.
     CStartPage(QWidget& views, const std::vector<SStartEntry>& entries);
 
     void ShowRecent(const std::vector<SStartEntry>& levels); // newest first
