@@ -178,7 +178,7 @@ void CStartPage::Follow()
 bool CStartPage::eventFilter(QObject*, QEvent* pEvent)
 {
     const QEvent::Type eType = pEvent->type();
-    if (isVisible() && (eType == QEvent::Resize || eType == QEvent::Move))
+    if (!isHidden() && (eType == QEvent::Resize || eType == QEvent::Move))
     {
         Follow();
     }
