@@ -44,6 +44,7 @@ CWelcome::CWelcome(const SWelcomeParts& parts)
 CWelcome::~CWelcome()
 {
     m_Parts.editor.GetHost().GetObservers().Remove(this);
+    GiveKeyboardTo(nullptr);
     delete m_pPage; // what its buttons call goes with this
 }
 
@@ -101,18 +102,12 @@ void CWelcome::FollowLevel()
     if (!bLevel && m_pPage->isHidden())
     {
         m_pPage->Begin();
-        for (CViewWidget* pView : m_Parts.views.GetViews())
-        {
-            pView->setFocusProxy(m_pPage);
-        }
+        GiveKeyboardTo(m_pPage);
     }
     else if (bLevel && !m_pPage->isHidden())
     {
         const bool bKeyboard = m_pPage->isAncestorOf(m_pPage->window()->focusWidget());
-        for (CViewWidget* pView : m_Parts.views.GetViews())
-        {
-            pView->setFocusProxy(nullptr);
-        }
+        GiveKeyboardTo(nullptr);
         m_pPage->End();
         if (bKeyboard)
         {
@@ -123,6 +118,14 @@ void CWelcome::FollowLevel()
     if (bLevel && m_bPerson && !m_Parts.settings.bBegun && !m_Parts.face.IsScriptPlayed())
     {
         TakeFirstBrush();
+    }
+}
+
+void CWelcome::GiveKeyboardTo(QWidget* pWidget)
+{
+    for (CViewWidget* pView : m_Parts.views.GetViews())
+    {
+        pView->setFocusProxy(pWidget);
     }
 }
 

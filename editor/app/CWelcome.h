@@ -54,6 +54,7 @@ private:
     void OnEvent(const SHostEvent& event) override;
 
     void MakePage(QWidget& views);
+    void GiveKeyboardTo(QWidget* pWidget); // in place of the views; null: they have it themselves
     void ListRecent();
     void OpenSample();
     void TakeFirstBrush();
