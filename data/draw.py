@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""Draws the brush shapes, the sample mask (8-bit grey) and the small pictures of the property list: PNG files,
-standard library only.
+"""Draws the brush shapes, the sample mask (8-bit grey) and the small pictures of the property list: PNG files, and the
+ground of the sample level. Standard library only.
 
-usage: data/draw.py            writes data/brushes/*.png, data/samples/*.png and data/interface/*.png
+usage: data/draw.py            writes data/brushes/*.png, data/samples/*.png and .height, and data/interface/*.png
 """
 import math
 import os
@@ -211,6 +211,23 @@ def write_states(path):
     write_rows(path, len(STATES[0]), len(STATES), 2, rows)
 
 
+def valley(x, y):
+    """Heights of the sample level, 0 to 1, at shares of its sides: a river's valley between two ranges."""
+    away = abs(x - 0.5 - 0.13 * math.sin(5.2 * y + 0.6) - 0.04 * math.sin(13 * y))
+    rise = smooth((away - 0.03) / 0.34)
+    ridges = sum((1 - abs(2 * value_noise(x * f + 7, y * f + 3) - 1)) / f for f in (3, 6, 12, 24, 48)) / (31 / 48)
+    hills = sum(value_noise(x * f, y * f) / f for f in (5, 10, 20, 40)) / (15 / 40)
+    return 0.1 + 0.06 * (1 - y) + 0.03 * hills + rise * (0.12 + 0.58 * ridges * ridges)
+
+
+def write_level(path, vertices, side, highest, height):
+    heights = (highest * height(x / (vertices - 1), z / (vertices - 1)) for z in range(vertices) for x in range(vertices))
+    data = b"HEIGHTF1" + struct.pack("<IIfffI", vertices, vertices, side, highest, side, 0)
+    data += b"".join(struct.pack("<f", value) for value in heights)
+    with open(os.path.join(HERE, path), "wb") as f:
+        f.write(data + struct.pack("<I", zlib.crc32(data)))
+
+
 if __name__ == "__main__":
     side = 128
     write_png("brushes/round.png", side, lambda x, y: smooth(1 - radius(side, x, y)))
@@ -227,3 +244,4 @@ if __name__ == "__main__":
         write_png(f"brushes/{shape.__name__}.png", fine, lambda x, y: pixels[y][x] / most)
     write_png("samples/stripes.png", 256, lambda x, y: stripes(256, x, y))
     write_states("interface/_state.png")
+    write_level("samples/valley.height", 257, 10240, 2000, valley)

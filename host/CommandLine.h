@@ -42,5 +42,7 @@ struct SCommandLine
 // Prints the answer and gives the program's exit code: 0, or 1 when the text did not arrive.
 TELLUR_API int PrintAnswer(EProgramAnswer eAnswer, const char* pszProgram, const char* pszUsage);
 
+TELLUR_API const char* GetProgramVersion(); // as --version prints it, "0.1.0"; static
+
 // Prints the fault as one line on stderr and gives the exit code of a wrong command line, 2.
 TELLUR_API int ReportWrongLine(const char* pszProgram, const std::string& strFault);

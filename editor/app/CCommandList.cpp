@@ -5,7 +5,21 @@
 #include <QAction>
 #include <QMenu>
 
+#include <algorithm>
 #include <utility>
+
+namespace
+{
+
+// What a button of it says: the command and its key.
+void SetTip(QAction& action)
+{
+    const QString strKey = action.shortcut().toString(QKeySequence::NativeText);
+    const QString strText = action.text().remove('&').remove("...");
+    action.setToolTip(strKey.isEmpty() ? strText : strText + " (" + strKey + ")");
+}
+
+} // namespace
 
 SCommand SCommand::Run(const char* pszId,
                        const char* pszText,
@@ -88,6 +102,25 @@ void CCommandList::AddPluginActions(const std::function<void(int32_t)>& onAction
     }
 }
 
+void CCommandList::NeedLevel(std::initializer_list<const char*> beginnings,
+                             const std::function<bool()>& hasLevel)
+{
+    for (auto& [strId, shown] : m_Shown)
+    {
+        const bool bNeeds = std::any_of(beginnings.begin(),
+                                        beginnings.end(),
+                                        [&strId = strId](const char* pszBeginning)
+                                        { return strId.starts_with(pszBeginning); });
+        if (bNeeds)
+        {
+            shown.command.isEnabled = [hasLevel, isEnabled = shown.command.isEnabled]
+            {
+                return hasLevel() && (isEnabled == nullptr || isEnabled());
+            };
+        }
+    }
+}
+
 void CCommandList::ApplyKeys()
 {
     for (const auto& [strId, shown] : m_Shown)
@@ -96,6 +129,7 @@ void CCommandList::ApplyKeys()
         if (pCommand != nullptr)
         {
             shown.pAction->setShortcut(GetSequence(pCommand->key));
+            SetTip(*shown.pAction);
         }
     }
 }
@@ -115,6 +149,7 @@ void CCommandList::Follow()
         if (shown.command.getText != nullptr)
         {
             shown.pAction->setText(QString::fromUtf8(shown.command.getText()));
+            SetTip(*shown.pAction);
         }
     }
 }

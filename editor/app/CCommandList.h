@@ -53,6 +53,11 @@ public:
     // Lets keys reach the plug-in's actions, which are in the key bindings already.
     void AddPluginActions(const std::function<void(int32_t)>& onAction);
 
+    // Commands whose ids begin so cannot be chosen while hasLevel, which is asked whenever the list
+    // follows, is false. Once all of them are there.
+    void NeedLevel(std::initializer_list<const char*> beginnings,
+                   const std::function<bool()>& hasLevel);
+
     void ApplyKeys(); // the bindings have changed
     void Follow();    // the menus show the commands as they are now
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/app/CLogKeeper.h"
 #include "editor/autosave/CAutosave.h"
 #include "editor/core/CBitmapFollower.h"
 #include "editor/core/CBrushFile.h"
@@ -60,6 +61,8 @@ public:
 
     CKeyBindings& GetKeys() { return m_Keys; }
 
+    const CLogKeeper& GetLog() const { return m_Log; }
+
     CRecorder* GetRecorder() { return m_Recorder.get(); } // null without a plug-in
 
     // The full path of a file in the user's folder. pszName: without folders.
@@ -68,6 +71,7 @@ public:
     bool SaveKeys();
 
 private:
+    CLogKeeper m_Log; // first, so that it has all
     std::string m_ConfigFolder;
     CEditorHost m_Host;
     CPluginLoader m_Loader;

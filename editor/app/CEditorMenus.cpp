@@ -39,6 +39,8 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     , m_Library(parts.library, parts.views)
     , m_Strokes(parts.editor, parts.views, parts.settings.input, parts.hand, parts.showState)
     , m_Symmetry(parts.window, parts.views, m_Spot, parts.settings.input.symmetry, parts.showState)
+    , m_Help(parts.window, parts.editor, parts.views, parts.documents.GetQuestions())
+    , m_pToolBar(new CEditToolBar(&parts.window, parts.editor, parts.views))
 {
     QMenuBar& bar = *m_Window.menuBar();
     m_File.AddTo(*bar.addMenu("&File"), m_Commands);
@@ -60,8 +62,25 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     QMenu* pTools = bar.addMenu("&Tools");
     m_Plugin.AddMenus(m_Window, *pTools);
     m_Library.AddTo(*pTools, m_Commands);
+    m_Help.AddTo(*bar.addMenu("&Help"), m_Commands);
     m_Plugin.AddToolBars(m_Window);
+    m_pToolBar->Fill(
+        m_Commands, m_Brush.GetToolIds(), pView, pLevel->findChild<QMenu*>("materials"));
+    m_Window.addToolBar(m_pToolBar);
     m_Commands.AddPluginActions([this](int32_t iAction) { m_Plugin.SendAction(iAction); });
+    m_Commands.NeedLevel({"action.",
+                          "brush.",
+                          "camera.",
+                          "file.export",
+                          "level.",
+                          "path.",
+                          "stroke.",
+                          "tool.",
+                          "turn.",
+                          "view.add",
+                          "view.close",
+                          "view.wire"},
+                         [&document = parts.editor.GetDocument()] { return document.HasLevel(); });
     m_Commands.ApplyKeys();
 }
 
@@ -69,6 +88,7 @@ void CEditorMenus::Follow()
 {
     m_Strokes.Follow(); // first: it may change what the others show
     m_Commands.Follow();
+    m_pToolBar->Follow();
 }
 
 void CEditorMenus::ShowContextMenu(ViewId view, const QPoint& screen)

@@ -3,7 +3,9 @@
 #include "editor/app/CBrushFormCommands.h"
 #include "editor/app/CCameraCommands.h"
 #include "editor/app/CEditCommands.h"
+#include "editor/app/CEditToolBar.h"
 #include "editor/app/CFileCommands.h"
+#include "editor/app/CHelpCommands.h"
 #include "editor/app/CLevelCommands.h"
 #include "editor/app/CLibraryCommands.h"
 #include "editor/app/CMeasureCommands.h"
@@ -70,4 +72,6 @@ private:
     CLibraryCommands m_Library;
     CStrokeCommands m_Strokes;
     CSymmetryCommands m_Symmetry;
+    CHelpCommands m_Help;
+    CEditToolBar* m_pToolBar; // the window's
 };

@@ -11,6 +11,7 @@
 #include "editor/app/CProcessesDock.h"
 #include "editor/app/CScriptBar.h"
 #include "editor/app/CStatusLine.h"
+#include "editor/app/CWelcome.h"
 #include "editor/app/PropertyColumns.h"
 #include "editor/app/StrokeWords.h"
 #include "host/IPluginTools.h"
@@ -131,6 +132,14 @@ void CEditorWindow::ShowPlugin()
     MakeMenus();
     m_pViews->Add(EViewKind::Perspective);
     m_pViews->Add(EViewKind::Top);
+    m_pWelcome = std::make_unique<CWelcome>(SWelcomeParts{m_Editor,
+                                                          m_Face,
+                                                          *m_pViews,
+                                                          m_pLayout->GetPanel(),
+                                                          *m_pStatus,
+                                                          m_Commands,
+                                                          m_Documents,
+                                                          m_Settings});
     const QStringList wrong = m_pLayout->Restore(m_Ini.GetValues());
     m_Ini.Check(GatherValues(), m_WrongKeys + wrong);
     FitPropertyColumns(GetHost().GetRegistryRoot(), font());
@@ -168,6 +177,11 @@ void CEditorWindow::MakeMenus()
                                                   {
                                                       OnLevel();
                                                   }});
+}
+
+void CEditorWindow::WelcomePerson()
+{
+    m_pWelcome->BeginPerson();
 }
 
 CPanelDock* CEditorWindow::FindPanel()
@@ -245,6 +259,7 @@ void CEditorWindow::Refresh()
     m_pLayout->GetLibrary().Follow();
     m_pLayout->GetMeasure().Follow();
     m_pMenus->Follow();
+    m_pWelcome->Follow();
     const CRecorder* pRecorder = m_Editor.GetRecorder();
     m_pStatus->SetRecording(pRecorder != nullptr && pRecorder->IsRecording());
     m_pStatus->ShowStroke(GetStrokeWords(m_Settings.input,
@@ -256,6 +271,10 @@ void CEditorWindow::Refresh()
 void CEditorWindow::OnLevel()
 {
     m_Look.Follow(m_pViews.get());
+    if (m_pWelcome != nullptr)
+    {
+        m_pWelcome->FollowLevel();
+    }
     LookAgain();
     ShowState();
 }

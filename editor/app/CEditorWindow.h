@@ -31,6 +31,7 @@ class CEditorHost;
 class CMessagesDock;
 class CPanelDock;
 class CStatusLine;
+class CWelcome;
 
 // The editor's main window: what there is in it, and what happens to it as a whole. Its parts do
 // the rest: views, docks, commands, documents. It borrows the editor, and tells the face that it is
@@ -46,6 +47,10 @@ public:
     // To be called when the plug-in is loaded: views and docks are made, and its menus, toolbars,
     // processes and actions appear.
     void ShowPlugin();
+
+    // To be called when a person is about to work, after CEditor::BeginTools: whoever is new here
+    // is shown how to begin.
+    void WelcomePerson();
 
     // Called once the person has closed it.
     void SetOnClosed(std::function<void()> onClosed) { m_OnClosed = std::move(onClosed); }
@@ -131,4 +136,5 @@ private:
     std::unique_ptr<CPluginCommands> m_pPluginCommands;
     std::unique_ptr<CWindowLayout> m_pLayout;
     std::unique_ptr<CEditorMenus> m_pMenus;
+    std::unique_ptr<CWelcome> m_pWelcome;
 };

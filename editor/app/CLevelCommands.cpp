@@ -39,6 +39,7 @@ void CLevelCommands::AddTo(QMenu& menu, CCommandList& commands)
              "level.properties", "P&roperties...", NO_KEY, [this] { ShowProperties(); }, hasLevel),
          SCommand::Line()});
     QMenu* pMaterials = menu.addMenu("&Material");
+    pMaterials->setObjectName("materials"); // the toolbar has it, too
     QObject::connect(
         pMaterials, &QMenu::aboutToShow, [this, pMaterials] { FillMaterials(*pMaterials); });
     const auto choose = [this]
@@ -59,6 +60,11 @@ void CLevelCommands::AddTo(QMenu& menu, CCommandList& commands)
 void CLevelCommands::FillMaterials(QMenu& menu)
 {
     menu.clear();
+    if (!m_Editor.GetDocument().HasLevel())
+    {
+        menu.addAction("There is no level")->setEnabled(false);
+        return;
+    }
     const std::string strFolder = "data/materials";
     for (const std::string& strRoot : {fs::get_user_root(), fs::get_data_root()})
     {

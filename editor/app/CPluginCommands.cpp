@@ -7,6 +7,7 @@
 #include "framework/core/CMenu.h"
 #include "framework/core/CToolBar.h"
 #include "host/ActionIds.h"
+#include "host/Notice.h"
 
 #include <QMainWindow>
 #include <QMenu>
@@ -41,7 +42,7 @@ void CPluginCommands::AddMenus(QMainWindow& window, QMenu& tools)
         }
         FillMenu(*pParent->addMenu(QString::fromStdString(inserted.strTitle)),
                  *inserted.pPopup,
-                 [this](uint32_t uCommand) { Run(uCommand); });
+                 [this](uint32_t uCommand) { RunWithLevel(uCommand); });
     }
 }
 
@@ -92,6 +93,17 @@ void CPluginCommands::ShowContextMenu(QMainWindow& window,
         shown.addAction(pAction);
     }
     shown.exec(screen);
+}
+
+// What stands in menus works on the level; without one it would only fill the log.
+void CPluginCommands::RunWithLevel(uint32_t uCommand)
+{
+    if (!m_Editor.GetDocument().HasLevel())
+    {
+        Notice("There is no level");
+        return;
+    }
+    Run(uCommand);
 }
 
 void CPluginCommands::Run(uint32_t uCommand)

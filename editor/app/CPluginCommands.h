@@ -43,6 +43,7 @@ public:
     bool RunProcess(size_t iProcess);
 
 private:
+    void RunWithLevel(uint32_t uCommand);
     void Run(uint32_t uCommand); // global number
 
     CEditor& m_Editor;

@@ -57,10 +57,12 @@ void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
         const STool& tool = m_Tools[i];
         const SKeyChord key = i < DIGITS ? Key(static_cast<uint32_t>('1' + i)) : SKeyChord();
         commands.Add(menu,
-                     {SCommand::Once(tool.strId.c_str(),
-                                     tool.offer.pszText,
-                                     key,
-                                     [this, &tool] { Take(tool.offer.pszFunction); })});
+                     {{.pszId = tool.strId.c_str(),
+                       .pszText = tool.offer.pszText,
+                       .key = key,
+                       .run = [this, &tool] { Take(tool.offer.pszFunction); },
+                       .isChecked = [this, &tool] { return IsAtHand(tool); },
+                       .bOnce = true}});
     }
     const auto scale = [this](bool bLarger)
     {
@@ -94,9 +96,24 @@ void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
         });
 }
 
+std::vector<std::string> CToolCommands::GetToolIds() const
+{
+    std::vector<std::string> ids;
+    for (const STool& tool : m_Tools)
+    {
+        ids.push_back(tool.strId);
+    }
+    return ids;
+}
+
 bool CToolCommands::IsReady() const
 {
     return m_pTools != nullptr && !m_Host.GetInput().IsDragging();
+}
+
+bool CToolCommands::IsAtHand(const STool& tool) const
+{
+    return m_pTools->IsTerraforming() && m_pTools->GetFunctionName() == tool.offer.pszFunction;
 }
 
 bool CToolCommands::IsSculpting() const

@@ -24,6 +24,9 @@ public:
 
     void AddTo(QMenu& menu, CCommandList& commands);
 
+    // The ids of the commands that take the tools, in their order.
+    std::vector<std::string> GetToolIds() const;
+
 private:
     struct STool
     {
@@ -32,6 +35,7 @@ private:
     };
 
     bool IsReady() const;     // there is a plug-in to ask, and no stroke
+    bool IsAtHand(const STool& tool) const;
     bool IsSculpting() const; // with a tool; says so otherwise
     void Take(const char* pszFunction);
     void Toggle();

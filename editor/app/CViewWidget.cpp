@@ -149,8 +149,9 @@ void CViewWidget::paintGL()
 void CViewWidget::resizeEvent(QResizeEvent* pEvent)
 {
     const double fScale = devicePixelRatioF();
-    m_Navigator.SetSize(static_cast<int>(std::lround(width() * fScale)),
-                        static_cast<int>(std::lround(height() * fScale)));
+    m_Navigator.Resize(GetTerrain(),
+                       static_cast<int>(std::lround(width() * fScale)),
+                       static_cast<int>(std::lround(height() * fScale)));
     m_Parts.lookAgain();
     QOpenGLWidget::resizeEvent(pEvent); // draws already, and that may be the only frame
 }

@@ -44,6 +44,9 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     file.Read("script/speed", iScriptSpeed);
     file.Read("document/autosave_seconds", iAutosaveSeconds);
     file.Read("document/undo_megabytes", iUndoMegabytes);
+    bBegun = !values.isEmpty(); // a file from before it was noted is that of somebody who has begun
+    file.Read("start/begun", bBegun);
+    file.Read("start/stroke_made", bStrokeMade);
     // A person may have edited the file.
     render.fAmbient = std::clamp(render.fAmbient, 0.0F, 1.0F);
     render.fTypeBlend = std::clamp(render.fTypeBlend, 0.0F, 1.0F);
@@ -103,6 +106,8 @@ void SEditorSettings::Store(QVariantMap& values) const
     values["script/speed"] = iScriptSpeed;
     values["document/autosave_seconds"] = iAutosaveSeconds;
     values["document/undo_megabytes"] = iUndoMegabytes;
+    values["start/begun"] = bBegun;
+    values["start/stroke_made"] = bStrokeMade;
 }
 
 void SEditorSettings::ApplyTo(CEditor& editor) const

@@ -20,6 +20,8 @@ struct SEditorSettings
     int iAutosaveSeconds = 180; // 0: never
     float fEyeHeight = 1.8F;    // of a walk, terrain units
     int iScriptSpeed = 1;       // an EScriptSpeed
+    bool bBegun = false;        // there was a level once, and a brush for it
+    bool bStrokeMade = false;   // by a person
     int iUndoMegabytes = 1024;  // that the steps of the history may take together; 0: no limit
 
     // By keys of the INI file; what is missing keeps its default. Returns the keys whose values are

@@ -212,6 +212,7 @@ int Work(CEditorProgram& program,
     else
     {
         editor.BeginTools([&face] { return face.IsScriptPlayed(); });
+        window.WelcomePerson();
     }
     if (!options.strLevel.empty())
     {

@@ -70,6 +70,9 @@ public:
     // start. Nothing is kept any more.
     void Leave();
 
+    // Of the files that keep what is not saved (AutosaveFiles.h); empty while there are none.
+    const std::string& GetStem() const { return m_Stem; }
+
     // Opens what a run has left as a modified level under its own name; no file of the level
     // changes. What was kept is this run's from here on, and stays until the level is saved or its
     // changes are given up. nSteps: how many were given back, as CountHistorySteps. False after one

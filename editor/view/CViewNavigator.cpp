@@ -1,5 +1,6 @@
 #include "editor/view/CViewNavigator.h"
 
+#include "editor/view/Framing.h"
 #include "editor/view/Vectors.h"
 #include "editor/view/ViewGround.h"
 #include "engine/terrain/CTerrain.h"
@@ -218,13 +219,18 @@ void CViewNavigator::Frame(const CTerrain* pTerrain, const SExtents& box)
         return;
     }
     // Steeper from try to try, until the camera would be above the ground.
+    const SExtents around = Widen(box, fLeast);
     for (const float fPitch : {m_Camera->GetPitch(), FIRST_PITCH, -60.0F, -90.0F})
     {
         m_Camera->SetAngles(m_Camera->GetYaw(), fPitch);
-        FrameFrom(box, fLeast);
-        if (GetGroundRoom(pTerrain, m_Camera->GetPosition()) >= GetClearance(pTerrain))
+        for (const bool bCentered : {false, true}) // that keeps higher
         {
-            return;
+            m_Camera->SetPosition(
+                FindFramingPosition(GetView(nullptr), around, MARGIN, fLeast, bCentered));
+            if (GetGroundRoom(pTerrain, m_Camera->GetPosition()) >= GetClearance(pTerrain))
+            {
+                return;
+            }
         }
     }
 }
@@ -237,11 +243,33 @@ void CViewNavigator::FrameSpot(const CTerrain* pTerrain, const SVec3& point, flo
 
 void CViewNavigator::FrameTerrain(const CTerrain* pTerrain)
 {
+    const SExtents box = GetGroundBox(pTerrain);
     if (!IsTop())
     {
-        m_Camera->SetAngles(0.0F, FIRST_PITCH);
+        m_Camera->SetAngles(0.0F, FindBestPitch(GetView(nullptr), box, MARGIN));
     }
-    Frame(pTerrain, GetGroundBox(pTerrain));
+    Frame(pTerrain, box);
+    m_Framed = GetPose();
+}
+
+CViewNavigator::SPose CViewNavigator::GetPose() const
+{
+    if (IsTop())
+    {
+        return {m_CenterX, m_CenterZ, m_HalfHeight};
+    }
+    const SVec3 at = m_Camera->GetPosition();
+    return {at.x, at.y, at.z, m_Camera->GetYaw(), m_Camera->GetPitch()};
+}
+
+void CViewNavigator::Resize(const CTerrain* pTerrain, int iWidth, int iHeight)
+{
+    const bool bFramed = m_Framed == GetPose();
+    SetSize(iWidth, iHeight);
+    if (bFramed)
+    {
+        FrameTerrain(pTerrain);
+    }
 }
 
 bool CViewNavigator::Pick(const CTerrain* pTerrain, float fX, float fY, SVec3& hit) const
@@ -310,29 +338,6 @@ bool CViewNavigator::MoveTo(const CTerrain* pTerrain, const SVec3& position)
     }
     m_Camera->SetPosition(position);
     return true;
-}
-
-// As close as the pyramid of the view lets all eight corners be.
-void CViewNavigator::FrameFrom(const SExtents& box, float fLeast)
-{
-    const SViewProjection view = GetView(nullptr);
-    const SVec3 center = GetBoxCenter(box);
-    const float fTanX =
-        view.fTanHalfFov * static_cast<float>(m_Width) / static_cast<float>(m_Height);
-    const SVec3 half = {std::max(std::fabs(box.max.x - center.x), fLeast),
-                        std::max(std::fabs(box.max.y - center.y), fLeast),
-                        std::max(std::fabs(box.max.z - center.z), fLeast)};
-    const SExtents around = {AddScaled({}, half, -1.0F), half};
-    float fDistance = 0.0F;
-    for (int i = 0; i < 8; ++i)
-    {
-        const SVec3 corner = GetCorner(around, i);
-        const float fAside = std::max(std::fabs(Dot(corner, view.right)) / fTanX,
-                                      std::fabs(Dot(corner, view.up)) / view.fTanHalfFov);
-        fDistance =
-            std::max(fDistance, std::max(fAside * MARGIN, fLeast) - Dot(corner, view.forward));
-    }
-    m_Camera->SetPosition(AddScaled(center, view.forward, -fDistance));
 }
 
 void CViewNavigator::FrameTop(const SExtents& box, float fLeast)

@@ -3,6 +3,9 @@
 #include "editor/view/SViewProjection.h"
 #include "host/HostTypes.h"
 
+#include <array>
+#include <optional>
+
 class CCamera;
 class CTerrain;
 
@@ -35,6 +38,9 @@ public:
 
     // Device pixels; what is below 1 counts as 1.
     void SetSize(int iWidth, int iHeight);
+    // The same for a view that shows a terrain: as long as nobody has moved it since FrameTerrain,
+    // it shows the whole of it at any size.
+    void Resize(const CTerrain* pTerrain, int iWidth, int iHeight);
 
     // Near and far plane enclose the terrain's box.
     SViewProjection GetProjection(const CTerrain* pTerrain) const;
@@ -67,7 +73,8 @@ public:
     void Frame(const CTerrain* pTerrain, const SExtents& box);
     void FrameSpot(const CTerrain* pTerrain, const SVec3& point, float fRadius);
 
-    // Shows the whole terrain, from the south and above. For a level that was just opened.
+    // Shows the whole terrain, from the south and above, as steeply as covers most of the view. For
+    // a level that was just opened.
     void FrameTerrain(const CTerrain* pTerrain);
 
     // Finds the ground under a position. False over sky.
@@ -83,12 +90,14 @@ public:
     bool IsTop() const { return m_Camera == nullptr; }
 
 private:
+    using SPose = std::array<float, 5>; // where the view is and how it looks
+
+    SPose GetPose() const;
     // Without near and far plane.
     SViewProjection GetView(const CTerrain* pTerrain) const;
     // The point under a position: ground, or over sky a point as far away as what is in the middle.
     SVec3 FindPoint(const CTerrain* pTerrain, float fX, float fY) const;
     bool MoveTo(const CTerrain* pTerrain, const SVec3& position);
-    void FrameFrom(const SExtents& box, float fLeast);
     void FrameTop(const SExtents& box, float fLeast);
     void ZoomTop(const CTerrain* pTerrain, float fX, float fY, double fFactor);
     bool FlyTop(const CTerrain* pTerrain, const SFlyKeys& keys, float fSeconds);
@@ -103,4 +112,5 @@ private:
     float m_CenterX = 0.0F; // of a top view
     float m_CenterZ = 0.0F;
     float m_HalfHeight = 500.0F;
+    std::optional<SPose> m_Framed; // after FrameTerrain
 };

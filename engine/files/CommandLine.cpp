@@ -120,13 +120,18 @@ int PrintAnswer(EProgramAnswer eAnswer, const char* pszProgram, const char* pszU
 {
     if (eAnswer == EProgramAnswer::Version)
     {
-        std::printf("%s %s\n", pszProgram, TELLUR_VERSION);
+        std::printf("%s %s\n", pszProgram, GetProgramVersion());
     }
     else
     {
         std::fputs(pszUsage, stdout);
     }
     return FlushStandardOutput(pszProgram) ? 0 : 1;
+}
+
+const char* GetProgramVersion()
+{
+    return TELLUR_VERSION;
 }
 
 int ReportWrongLine(const char* pszProgram, const std::string& strFault)

@@ -86,6 +86,10 @@ void CEditorFixture::Start(bool bLevel)
     {
         m_Editor->BeginTools([this] { return m_Face->IsScriptPlayed(); });
     }
+    if (m_bWelcome)
+    {
+        m_Window->WelcomePerson();
+    }
     m_Window->move(0, 0);
     m_Window->show();
     if (bLevel)

@@ -83,6 +83,7 @@ protected:
     // Whether the tools are as a person finds them; else as the plug-in makes them, with an empty
     // list.
     bool m_bTools = false;
+    bool m_bWelcome = false; // whether who is new here is shown how to begin
     CTempFolder m_Folder;
     std::unique_ptr<CEditorFace> m_Face;
     std::unique_ptr<CEditor> m_Editor;

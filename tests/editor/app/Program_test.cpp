@@ -303,11 +303,12 @@ TEST_F(CProgram, AKillCostsNeitherASettingNorATool)
         return std::filesystem::exists(strFile) &&
                ReadBytes(strFile).find(pszText) != std::string::npos;
     };
+    ASSERT_NO_FATAL_FAILURE(MakeLevel(m_Folder.Path("levels/valley.level")));
     QProcess editor;
-    for (const char* pszExtent : {"extent( 3520.0", "extent( 387"}) // a tenth more each time
+    for (const char* pszExtent : {"extent( 21.12", "extent( 23.23"}) // a tenth more each time
     {
-        ASSERT_NO_FATAL_FAILURE(Start(editor, GetRoot()));
-        ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
+        ASSERT_NO_FATAL_FAILURE(Start(editor, QStringList{"levels/valley.level"} + GetRoot()));
+        ASSERT_NO_FATAL_FAILURE(Enter("^valley.* - Tellur"));
         Do({"key", "--delay", "200", "4", "bracketright", "j", "F6"});
         EXPECT_TRUE(WaitFor([&] { return isIn(strTools, pszExtent); }, "the tool is kept"));
         EXPECT_TRUE(
@@ -315,7 +316,7 @@ TEST_F(CProgram, AKillCostsNeitherASettingNorATool)
         ::kill(static_cast<pid_t>(editor.processId()), SIGKILL);
         ASSERT_TRUE(editor.waitForFinished(LIMIT_MS));
         EXPECT_TRUE(isIn(strTools, "end_of_tools()"));
-        const bool bFirst = std::string(pszExtent) == "extent( 3520.0";
+        const bool bFirst = std::string(pszExtent) == "extent( 21.12";
         EXPECT_TRUE(
             isIn(strSettings, bFirst ? "\nbuilds_up=RelativeHeightFunction\n" : "\nbuilds_up=\n"));
         EXPECT_TRUE(isIn(strSettings, "\ngeometry="));

@@ -285,6 +285,7 @@ TEST_F(CReadyBrushes, OfTheButtonsFitTheLevelUntilSomebodyChangesThemAndAreKept)
     EXPECT_TRUE(m_Window->GetMessages().GetText().contains("tools.brushes, line "));
     EXPECT_TRUE(m_Window->GetMessages().GetText().contains("the mask gone.png is not there"));
     EXPECT_EQ(ReadBytes(strFile + ".bak"), strKept);
+    ASSERT_NO_FATAL_FAILURE(OpenFlat());
     Key("4");
     EXPECT_EQ(Extent(), fChanged);
     Stop();

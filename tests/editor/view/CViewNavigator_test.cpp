@@ -1,4 +1,5 @@
 #include "editor/view/CViewNavigator.h"
+#include "editor/view/Vectors.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CCamera.h"
 
@@ -174,6 +175,8 @@ TEST(CViewNavigator, WhatIsGrabbedStaysUnderTheCursor)
 TEST(CViewNavigator, OrbitTurnsHalfADegreeAPixelUpToTheVertical)
 {
     SView view(false, 640, 480);
+    view.camera.SetAngles(0.0F, -35.0F);
+    view.navigator.Frame(view.pTerrain.get(), {{0, 0, 0}, {512, 60, 256}});
     view.navigator.StartOrbit(view.pTerrain.get(), 320, 240);
     view.navigator.Orbit(view.pTerrain.get(), 10, 20);
     EXPECT_NEAR(view.camera.GetYaw(), 5.0F, 1e-3);
@@ -253,6 +256,56 @@ TEST(CViewNavigator, FramedBoxesFillThePictureFromTheSameDirection)
             EXPECT_NEAR(fFull, 1.0F / 1.05F, 0.01F);
             EXPECT_NEAR(view.camera.GetYaw(), fYaw, 1e-3);
             EXPECT_TRUE(view.camera.GetPitch() == fPitch || fPitch > 0.0F);
+        }
+    }
+}
+
+// Flat or steep, at any shape of terrain and view: two opposite edges of the view are nearly
+// touched. It stays so when the view gets another size, until somebody moves it.
+TEST(CViewNavigator, TheWholeTerrainFillsTheView)
+{
+    for (const SVec3& size : {SVec3{1000, 5, 1000}, SVec3{1000, 900, 1000}, SVec3{4000, 100, 800}})
+    {
+        SHeightField field;
+        field.Allocate(33, 33);
+        field.size = size;
+        field.pHeights[400] = size.y; // a peak
+        const CTerrain terrain(std::move(field));
+        const SExtents box = {{0, 0, 0}, size};
+        for (const auto& [iWidth, iHeight] : {std::pair(1800, 600), {800, 600}, {300, 900}})
+        {
+            for (const bool bTop : {false, true})
+            {
+                SCOPED_TRACE(testing::Message() << size.x << ' ' << size.y << ", " << iWidth
+                                                << " x " << iHeight << ", top " << bTop);
+                CCamera camera;
+                CViewNavigator navigator(bTop ? nullptr : &camera);
+                navigator.SetSize(500, 500);
+                navigator.FrameTerrain(&terrain);
+                navigator.Resize(&terrain, iWidth, iHeight);
+                float low[2] = {1e9F, 1e9F};
+                float high[2] = {-1e9F, -1e9F};
+                for (int i = 0; i < 8; ++i)
+                {
+                    float at[2];
+                    ASSERT_TRUE(
+                        navigator.GetProjection(&terrain).Project(GetCorner(box, i), at[0], at[1]));
+                    for (const int iAxis : {0, 1})
+                    {
+                        low[iAxis] = std::min(low[iAxis], at[iAxis]);
+                        high[iAxis] = std::max(high[iAxis], at[iAxis]);
+                    }
+                }
+                const float fWide = (high[0] - low[0]) / static_cast<float>(iWidth);
+                const float fTall = (high[1] - low[1]) / static_cast<float>(iHeight);
+                EXPECT_GE(std::max(fWide, fTall), 0.94F);
+                EXPECT_TRUE(low[0] >= 0.0F && low[1] >= 0.0F && fWide < 1.0F && fTall < 1.0F);
+
+                navigator.Zoom(&terrain, 100, 100, 1.0F);
+                const SVec3 moved = navigator.GetProjection(&terrain).position;
+                navigator.Resize(&terrain, 640, 640);
+                EXPECT_TRUE(Near(navigator.GetProjection(&terrain).position, moved));
+            }
         }
     }
 }

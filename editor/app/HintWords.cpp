@@ -1,0 +1,102 @@
+#include "editor/app/HintWords.h"
+
+#include "editor/app/KeyChords.h"
+#include "editor/app/SHandState.h"
+#include "editor/core/CKeyBindings.h"
+#include "host/IPluginMark.h"
+
+#include <QStringList>
+
+namespace
+{
+
+constexpr char TOOL_COMMAND[] = "tool.";
+constexpr char TOGGLE_COMMAND[] = "tool.toggle";
+constexpr char GUIDE_COMMAND[] = "help.guide";
+
+QString GetKeyText(const SKeyChord& key)
+{
+    return GetSequence(key).toString(QKeySequence::NativeText);
+}
+
+// "1 to 6", as long as the keys of the tools follow one another.
+QString GetToolKeys(const CKeyBindings& keys)
+{
+    SKeyChord first;
+    SKeyChord last;
+    for (const SKeyCommand& command : keys.GetCommands())
+    {
+        const bool bTool =
+            command.strId.starts_with(TOOL_COMMAND) && command.strId != TOGGLE_COMMAND;
+        if (!bTool)
+        {
+            continue;
+        }
+        const bool bNext = last.uKey == 0 || (command.key.uKey == last.uKey + 1 &&
+                                              command.key.uModifiers == last.uModifiers);
+        if (command.key.uKey == 0 || !bNext)
+        {
+            return {};
+        }
+        first = last.uKey == 0 ? command.key : first;
+        last = command.key;
+    }
+    return last.uKey != 0 ? GetKeyText(first) + " to " + GetKeyText(last) : QString();
+}
+
+// What the left button does; empty: nothing.
+QString GetLeftWords(IPluginMark* pMark, const SHandState& hand)
+{
+    if (hand.bProtect)
+    {
+        return "left drag protects the ground";
+    }
+    if (hand.path.IsOn())
+    {
+        return "left click sets a point of the path";
+    }
+    SToolMark mark;
+    if (pMark == nullptr || !pMark->GetMark(false, mark))
+    {
+        return {};
+    }
+    switch (mark.eKind)
+    {
+    case EToolKind::Add:
+        return mark.eSign == EToolSign::Lower ? "left drag lowers" : "left drag raises";
+    case EToolKind::Smooth:
+        return "left drag smooths";
+    case EToolKind::Level:
+        return "left drag sets the height";
+    case EToolKind::Terrace:
+        return "left drag makes terraces";
+    case EToolKind::Point:
+        return "left drag pulls the ground up and down";
+    case EToolKind::Ramp:
+        return "left drag lays a ramp";
+    case EToolKind::Paint:
+        return "left drag paints";
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+QString
+GetHintWords(IPluginMark* pMark, const SHandState& hand, const CKeyBindings& keys, bool bTop)
+{
+    QStringList parts = {
+        GetLeftWords(pMark, hand), bTop ? "middle drag moves" : "right drag turns", "wheel zooms"};
+    const QString strTools = GetToolKeys(keys);
+    parts << (strTools.isEmpty() ? QString("tools in the Brush menu") : strTools + " tools");
+    const SKeyCommand* pGuide = keys.FindById(GUIDE_COMMAND);
+    if (pGuide != nullptr && pGuide->key.uKey != 0)
+    {
+        parts << GetKeyText(pGuide->key) + " help";
+    }
+    parts.removeAll(QString());
+    QString strWords = parts.join(", ");
+    strWords[0] = strWords[0].toUpper();
+    return strWords;
+}
