@@ -1,7 +1,7 @@
 #include "editor/app/CViewMouse.h"
 
-#include "editor/app/CBrushHand.h"
 #include "editor/app/CCursorNote.h"
+#include "editor/app/CViewHands.h"
 #include "editor/app/CViewInput.h"
 #include "editor/app/CViewKeys.h"
 
@@ -35,7 +35,7 @@ EViewButton GetButton(const QMouseEvent& event)
 
 CViewMouse::CViewMouse(CViewInput& input,
                        CCursorNote& note,
-                       CBrushHand& hand,
+                       CViewHands& hand,
                        const CViewKeys& keys)
     : m_Input(input)
     , m_Note(note)

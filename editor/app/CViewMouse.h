@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-class CBrushHand;
 class CCursorNote;
+class CViewHands;
 class CViewInput;
 class CViewKeys;
 class QMouseEvent;
@@ -19,7 +19,7 @@ class QWheelEvent;
 class CViewMouse
 {
 public:
-    CViewMouse(CViewInput& input, CCursorNote& note, CBrushHand& hand, const CViewKeys& keys);
+    CViewMouse(CViewInput& input, CCursorNote& note, CViewHands& hand, const CViewKeys& keys);
 
     // Whether the button means something in a view; the others are not handed on.
     static bool TakesButton(const QMouseEvent& event);
@@ -42,7 +42,7 @@ private:
 
     CViewInput& m_Input;
     CCursorNote& m_Note;
-    CBrushHand& m_Hand;
+    CViewHands& m_Hand;
     const CViewKeys& m_Keys;
     QTimer m_BuildTimer; // runs while a stroke builds up
     uint64_t m_Moves = 0;

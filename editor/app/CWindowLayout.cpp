@@ -59,21 +59,21 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
               views.RequestFrames();
               showState();
           }))
+    , m_pLight(new CLightDock(
+          &parts.window, parts.render, [&views = parts.views] { views.RequestFrames(); }))
 {
-    auto* pLight =
-        new CLightDock(&m_Window, parts.render, [&views = m_Views] { views.RequestFrames(); });
     m_Window.setCentralWidget(&m_Views);
     m_Window.setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowNestedDocks |
                             QMainWindow::AllowTabbedDocks);
     m_Window.addDockWidget(Qt::LeftDockWidgetArea, m_pPanel.get()); // as high as the window
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pHistory);
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pProcesses);
-    m_Window.addDockWidget(Qt::RightDockWidgetArea, pLight);
+    m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pLight);
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pLibrary);
     m_Window.addDockWidget(Qt::BottomDockWidgetArea, &parts.messages);
     m_Window.tabifyDockWidget(m_pHistory, m_pProcesses);
-    m_Window.tabifyDockWidget(m_pProcesses, pLight);
-    m_Window.tabifyDockWidget(pLight, m_pLibrary);
+    m_Window.tabifyDockWidget(m_pProcesses, m_pLight);
+    m_Window.tabifyDockWidget(m_pLight, m_pLibrary);
     m_pLibrary->hide(); // until somebody asks for it
     m_pHistory->raise();
     m_Window.resizeDocks(

@@ -9,6 +9,7 @@
 class CBrushLibraryDock;
 class CEditorHost;
 class CHistoryDock;
+class CLightDock;
 class CMessagesDock;
 class CPanelDock;
 class CPluginCommands;
@@ -52,6 +53,8 @@ public:
 
     CHistoryDock& GetHistory() { return *m_pHistory; }
 
+    CLightDock& GetLight() { return *m_pLight; }
+
     CBrushLibraryDock& GetLibrary() { return *m_pLibrary; }
 
     CProcessesDock& GetProcesses() { return *m_pProcesses; }
@@ -63,4 +66,5 @@ private:
     CHistoryDock* m_pHistory; // these are the window's
     CProcessesDock* m_pProcesses;
     CBrushLibraryDock* m_pLibrary;
+    CLightDock* m_pLight;
 };

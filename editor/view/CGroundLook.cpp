@@ -18,7 +18,6 @@ namespace
 
 constexpr float RADIANS = 0.017453292519943F;
 constexpr float LINE_PIXELS = 55.0F; // contour lines are about so far apart on the screen
-constexpr float FLAT_SKY = 0.3F;     // rise of the sky to the upper edge of a view without depth
 constexpr float SCREE = 0.55F;       // of the angle of rock: where it begins to show
 
 // What a shader of the ground is made of, a bit each, and above them the kind of material.
@@ -26,14 +25,12 @@ constexpr const char* PARTS[] = {"DETAIL", "FLAT", "WIRE", "GRID", "TYPES", "MAS
 constexpr uint32_t KIND_SHIFT = 8;
 constexpr uint32_t NATURAL = static_cast<uint32_t>(EMaterialKind::Terrain) << KIND_SHIFT;
 
-uint32_t
-GetParts(const SMaterial& material, CEngineHost& engine, const SRenderSettings& settings)
+uint32_t GetParts(const SMaterial& material, CEngineHost& engine, const SRenderSettings& settings)
 {
     const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
     const bool bPaint = settings.pPaintLayer != nullptr && settings.pPaintLayer->IsShown();
-    const bool bMask =
-        settings.bMask &&
-        engine.GetCWorld().FindTerrainTexture(terrain.GetEditOverlay()) != nullptr;
+    const bool bMask = settings.bMask &&
+                       engine.GetCWorld().FindTerrainTexture(terrain.GetEditOverlay()) != nullptr;
     const bool aUsed[] = {settings.bPatches && material.eKind == EMaterialKind::Terrain,
                           settings.bFlatShading,
                           settings.bWireFrame,
@@ -54,8 +51,8 @@ bool MakeGround(OpenGl& gl, uint32_t uParts, CShader& shader, std::string& strFa
     std::string strDefines = "#define KIND " + std::to_string(uParts >> KIND_SHIFT) + "\n";
     for (uint32_t i = 0; i < std::size(PARTS); ++i)
     {
-        strDefines += "#define " + std::string(PARTS[i]) + " " +
-                      std::to_string((uParts >> i) & 1U) + "\n";
+        strDefines +=
+            "#define " + std::string(PARTS[i]) + " " + std::to_string((uParts >> i) & 1U) + "\n";
     }
     return shader.Make(gl, GROUND_VERT, GROUND_FRAG, strFault, strDefines);
 }
@@ -200,13 +197,12 @@ void CGroundLook::SetSky(CShader& sky, const SViewProjection& view, const SRende
     {
         return AddScaled({}, vec, fBy);
     };
-    // Rays of a view without depth are parallel, so its sky has a gradient of its own.
-    const bool bFlat = view.bOrthographic;
-    sky.Set("uForward", bFlat ? SVec3{0.0F, 0.0F, -1.0F} : view.forward);
-    sky.Set("uRight", bFlat ? SVec3() : scale(view.right, view.fTanHalfFov * fAspect));
-    sky.Set("uUp", bFlat ? SVec3{0.0F, FLAT_SKY, 0.0F} : scale(view.up, view.fTanHalfFov));
+    const float fTall = view.bOrthographic ? 0.0F : view.fTanHalfFov; // rays of one are parallel
+    sky.Set("uForward", view.forward);
+    sky.Set("uRight", scale(view.right, fTall * fAspect));
+    sky.Set("uUp", scale(view.up, fTall));
     sky.Set("uTop", day.skyTop);
     sky.Set("uBottom", day.skyBottom);
-    sky.Set("uRise", SKY_RISE);
+    sky.Set("uRise", SKY_RISE, settings.skyBottom ? 0.0F : SKY_FALL);
     sky.Set("uDither", DITHER);
 }

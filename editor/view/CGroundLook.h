@@ -34,8 +34,7 @@ public:
                  const SRenderSettings& settings);
 
     // sky: in use.
-    static void
-    SetSky(CShader& sky, const SViewProjection& view, const SRenderSettings& settings);
+    static void SetSky(CShader& sky, const SViewProjection& view, const SRenderSettings& settings);
 
 private:
     const SMaterial& FindMaterial(const CTerrain& terrain, const SRenderSettings& settings);

@@ -89,7 +89,8 @@ bool SMaterial::Load(const std::string& strPath)
             {
                 return Fail(strPath, "a colour too many, or one that is none");
             }
-            read.colors[static_cast<size_t>(read.nColors++)] = {pColor->x, pColor->y, pColor->z, pColor->w};
+            read.colors[static_cast<size_t>(read.nColors++)] = {
+                pColor->x, pColor->y, pColor->z, pColor->w};
         }
     }
     if (pKind == nullptr)

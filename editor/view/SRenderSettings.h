@@ -23,6 +23,15 @@ struct SRenderSettings
     float fSunPitch = DAY_TIMES[0].fPitch;
     float fAmbient = DAY_TIMES[0].fAmbient; // light without the sun, 0..1
 
+    void SetTime(const SDayTime& time)
+    {
+        fSunYaw = time.fYaw;
+        fSunPitch = time.fPitch;
+        fAmbient = time.fAmbient;
+    }
+
+    int FindTime() const { return FindDayTime(fSunYaw, fSunPitch, fAmbient); }
+
     bool bWireFrame = false;   // edges of the triangles that are really drawn
     bool bGrid = false;        // cell lines, and every 32nd stronger
     bool bFlatShading = false; // facets of the drawn triangles instead of the terrain's normals

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace
 {
@@ -10,8 +11,8 @@ constexpr float RADIANS = 0.017453292519943F;
 constexpr float LEAST_RANGE = 0.02F; // of the terrain's side
 
 // Brightness of sun and sky where all light comes from one of them.
-constexpr float SUN_LIGHT = 1.35F;
-constexpr float SKY_LIGHT = 0.82F;
+constexpr float SUN_LIGHT = 1.36F;
+constexpr float SKY_LIGHT = 0.94F;
 
 constexpr SLookEdge LOW_SUN = {26.0F, 4.0F}; // degrees: its colours, from none to all
 constexpr SLookEdge CLOUDS = {0.6F, 0.95F};  // of ambient light
@@ -99,6 +100,20 @@ SDayLight GetDayLight(float fYaw, float fPitch, float fAmbient)
     return day;
 }
 
+int FindDayTime(float fYaw, float fPitch, float fAmbient)
+{
+    constexpr float NEAR = 0.005F; // a file has fewer digits
+    const auto* pFound = std::find_if(std::begin(DAY_TIMES),
+                                      std::end(DAY_TIMES),
+                                      [&](const SDayTime& time)
+                                      {
+                                          return std::fabs(time.fYaw - fYaw) < NEAR &&
+                                                 std::fabs(time.fPitch - fPitch) < NEAR &&
+                                                 std::fabs(time.fAmbient - fAmbient) < NEAR;
+                                      });
+    return pFound != std::end(DAY_TIMES) ? static_cast<int>(pFound - DAY_TIMES) : -1;
+}
+
 void GetTintRange(float fLow, float fHigh, float fSide, float& fFrom, float& fTo)
 {
     fFrom = fLow;
@@ -153,12 +168,14 @@ SVec3 GetLitSquares(
 SColor GetSkyColor(const SColor& top, const SColor& bottom, float fRise)
 {
     const float fUp = std::clamp(fRise, 0.0F, 1.0F);
-    return Mix(bottom, top, fUp * (1.0F + SKY_RISE) / (fUp + SKY_RISE));
+    const float fLeft = 1.0F - SKY_FALL * std::clamp(-fRise, 0.0F, 1.0F);
+    const SColor color = Mix(bottom, top, fUp * (1.0F + SKY_RISE) / (fUp + SKY_RISE));
+    return {color.r * fLeft, color.g * fLeft, color.b * fLeft, color.a};
 }
 
 float GetDither(uint32_t uX, uint32_t uY)
 {
-    const float fAt = (static_cast<float>(uX) + 0.5F) * DITHER.x +
-                      (static_cast<float>(uY) + 0.5F) * DITHER.y;
+    const float fAt =
+        (static_cast<float>(uX) + 0.5F) * DITHER.x + (static_cast<float>(uY) + 0.5F) * DITHER.y;
     return (fAt - std::floor(fAt) - 0.5F) * DITHER.z;
 }

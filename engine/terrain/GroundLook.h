@@ -27,7 +27,7 @@ struct SGroundTints
     std::array<SColor, COLORS> colors = {{{0.45F, 0.49F, 0.36F, 1.0F},
                                           {0.56F, 0.56F, 0.42F, 1.0F},
                                           {0.63F, 0.57F, 0.47F, 1.0F},
-                                          {0.55F, 0.52F, 0.49F, 1.0F},
+                                          {0.53F, 0.49F, 0.45F, 1.0F},
                                           {0.91F, 0.92F, 0.93F, 1.0F}}};
     // Of middle and high ground, and of snow: shares of the level's range of heights. Of rock, and
     // of where no snow stays: what the y of a normal lacks to 1.
@@ -74,18 +74,23 @@ inline constexpr SDayTime DAY_TIMES[] = {
 // leaves colours that are bytes already as they are.
 inline constexpr SVec3 DITHER = {0.7548777F, 0.5698403F, 0.98F / 255.0F};
 
-// Patches as plants grow them: how many lie along the longer side of a terrain, their mean, and what
-// one does to the share of the heights, to the steepness and to the brightness.
+// Patches as plants grow them: how many lie along the longer side of a terrain, their mean, and
+// what one does to the share of the heights, to the steepness and to the brightness.
 inline constexpr float PATCHES = 60.0F;
 inline constexpr float PATCH_MEAN = 0.484F;
 inline constexpr SVec3 PATCH_EFFECT = {0.08F, 0.04F, 0.22F};
 
-// How fast the colour of the sky leaves that of the horizon.
+// How fast the colour of the sky leaves that of the horizon, and how much of it is missing straight
+// below.
 inline constexpr float SKY_RISE = 0.22F;
+inline constexpr float SKY_FALL = 0.28F;
 
 // Degrees: yaw from +x, the east, towards +z, the south; pitch above the horizon. fAmbient: share
 // of the light that comes from the sky, 0 to 1.
 TELLUR_API SDayLight GetDayLight(float fYaw, float fPitch, float fAmbient);
+
+// Which of DAY_TIMES that is; -1 for another one.
+TELLUR_API int FindDayTime(float fYaw, float fPitch, float fAmbient);
 
 // The heights that tints go by, x to y: those of the ground, but at least so much that the first
 // strokes on flat ground raise no snow. fSide: the longer one of the terrain.
@@ -99,11 +104,8 @@ TELLUR_API float GetRoughness(float fX, float fZ);
 TELLUR_API SColor GetGroundTint(const SGroundTints& tints, float fShare, float fUp, float fRough);
 
 // What light makes of a colour: the squares of what is shown, before any is cut off at 1.
-TELLUR_API SVec3 GetLitSquares(const SColor& color,
-                               const SDayLight& day,
-                               const SVec3& normal,
-                               float fSun,
-                               float fSky);
+TELLUR_API SVec3 GetLitSquares(
+    const SColor& color, const SDayLight& day, const SVec3& normal, float fSun, float fSky);
 
 // fRise: y of the direction that is looked in.
 TELLUR_API SColor GetSkyColor(const SColor& top, const SColor& bottom, float fRise);
