@@ -27,7 +27,7 @@ struct SGroundTints
     std::array<SColor, COLORS> colors = {{{0.45F, 0.49F, 0.36F, 1.0F},
                                           {0.56F, 0.56F, 0.42F, 1.0F},
                                           {0.63F, 0.57F, 0.47F, 1.0F},
-                                          {0.53F, 0.49F, 0.45F, 1.0F},
+                                          {0.55F, 0.51F, 0.45F, 1.0F},
                                           {0.91F, 0.92F, 0.93F, 1.0F}}};
     // Of middle and high ground, and of snow: shares of the level's range of heights. Of rock, and
     // of where no snow stays: what the y of a normal lacks to 1.
@@ -83,7 +83,7 @@ inline constexpr SVec3 PATCH_EFFECT = {0.08F, 0.04F, 0.22F};
 // How fast the colour of the sky leaves that of the horizon, and how much of it is missing straight
 // below.
 inline constexpr float SKY_RISE = 0.22F;
-inline constexpr float SKY_FALL = 0.28F;
+inline constexpr float SKY_FALL = 0.16F;
 
 // Degrees: yaw from +x, the east, towards +z, the south; pitch above the horizon. fAmbient: share
 // of the light that comes from the sky, 0 to 1.

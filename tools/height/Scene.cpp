@@ -12,7 +12,7 @@ namespace
 constexpr uint32_t SAMPLES = 2;  // a pixel is drawn as so many by so many
 constexpr float NEAREST = 1e-5F; // shares of the haze's depth; what is nearer is not drawn
 constexpr float DEGREES = 57.29578F;
-constexpr float MOST_HAZE = 0.62F;
+constexpr float MOST_HAZE = 0.6F;
 constexpr float VIEW_WIDTH = 0.84F; // of what is seen at a distance of 1: 45.6 degrees
 
 SVec3 Subtract(const SVec3& a, const SVec3& b)
@@ -102,8 +102,9 @@ private:
     {
         constexpr float BEHIND = 98.5F; // degrees to the left of where the camera looks
         constexpr float PITCH = 27.0F;
+        constexpr float AMBIENT = 0.24F;
         const float fAhead = std::atan2(m_Forward.z, m_Forward.x) * DEGREES;
-        return GetDayLight(fAhead - BEHIND, PITCH, DAY_TIMES[0].fAmbient);
+        return GetDayLight(fAhead - BEHIND, PITCH, AMBIENT);
     }
 
     SSpot Project(uint32_t uX, uint32_t uZ) const
@@ -192,7 +193,7 @@ private:
         }
         // Along the ray, which is longer than the distance along the view except in the middle.
         const float fFar = fLength / m_Near[n] / m_Haze;
-        const float fThick = 1.0F - std::exp(-fFar * (0.35F + 1.3F * fFar));
+        const float fThick = 1.0F - std::exp(-fFar * fFar);
         return Mix(m_Colors[n], GetSquares(m_Day.skyBottom), MOST_HAZE * fThick);
     }
 

@@ -226,13 +226,13 @@ void main()
 #endif
 #if GRID
     vec2 change = vec2(GetChange(vGrid.x), GetChange(vGrid.y));
-    float fCell = max(Line(vGrid.x, change.x, 1.0), Line(vGrid.y, change.y, 1.0)) *
-                  GetLineShare(max(change.x, change.y));
+    float fCell = max(Line(vGrid.x, change.x, 1.0) * GetLineShare(change.x),
+                      Line(vGrid.y, change.y, 1.0) * GetLineShare(change.y));
     vec2 block = vGrid / 32.0;
     change /= 32.0;
-    float fBlock = max(Line(block.x, change.x, 1.5), Line(block.y, change.y, 1.5)) *
-                   GetLineShare(max(change.x, change.y));
-    color = mix(color, vec3(0.05, 0.06, 0.08), max(fCell * 0.55, fBlock * 0.7));
+    float fBlock = max(Line(block.x, change.x, 1.5) * GetLineShare(change.x),
+                       Line(block.y, change.y, 1.5) * GetLineShare(change.y));
+    color = mix(color, vec3(0.05, 0.06, 0.08), max(fCell * 0.45, fBlock * 0.65));
 #endif
 #if WIRE
     vec2 width = fwidth(vCorner);

@@ -231,7 +231,7 @@ TEST_F(CGroundLookTest, LinesAreAPixelWideAtAnyDistanceAndGoWhereTheyWouldTouch)
         // Cells, which are too close in the last picture, and every 32nd.
         if (fHalf < 200.0F)
         {
-            EXPECT_NEAR(GetLines(Draw(view), ground, 0.55 * (iGround - 15)),
+            EXPECT_NEAR(GetLines(Draw(view), ground, 0.45 * (iGround - 15)),
                         dWide / 10.0,
                         dWide / 10.0 * 0.25);
         }

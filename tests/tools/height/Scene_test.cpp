@@ -87,13 +87,18 @@ SColor GetColor(const SReliefPicture& picture, uint32_t uX, uint32_t uY)
     return {static_cast<float>(p[0]), static_cast<float>(p[1]), static_cast<float>(p[2]), 1.0F};
 }
 
-// Straight ahead of a camera that looks steeply down on a plane that rises to the east, below a
-// tower that stands out of sight and makes the range of heights.
+// Straight ahead of a camera that looks steeply down on a plane that rises to the east. A tower and
+// a pit behind it make the range of heights.
 SColor GetGroundColor(float fHeight, float fTangent)
 {
-    const SHeightField field =
-        MakeField([=](float x, float z)
-                  { return x > 1250 && z > 1250 ? 1000.0F : fHeight + (x - 640.0F) * fTangent; });
+    const SHeightField field = MakeField(
+        [=](float x, float z)
+        {
+            const bool bBehind = z > 1200.0F;
+            return bBehind && x > 1200.0F ? 1000.0F
+                   : bBehind && x < 80.0F ? 0.0F
+                                          : fHeight + (x - 640.0F) * fTangent;
+        });
     return GetColor(
         Look(field, {640.0F, fHeight + 300.0F, 660.0F}, {640.0F, fHeight, 640.0F}), 80, 45);
 }
