@@ -185,7 +185,7 @@ void CGroundLook::SetMaterial(CShader& shader,
     shader.Set("uStep", bContours ? GetContourStep(view, terrain) : material.fStep);
     shader.Set("uRange", fLow, fHigh);
     shader.Set("uEdges", aEdges, static_cast<int>(std::size(aEdges)));
-    shader.Set("uPatches", SVec3{PATCHES / fSide, PATCHES / fSide, PATCH_MEAN});
+    shader.Set("uPatches", SVec3{PATCHES / fSide, PATCH_FALL, PATCH_MEAN});
     shader.Set("uEffect", PATCH_EFFECT);
 }
 

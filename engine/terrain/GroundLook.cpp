@@ -126,7 +126,7 @@ float GetRoughness(float fX, float fZ)
     constexpr SLookEdge CELL = {0.0F, 1.0F};
     float fSum = 0.0F;
     float fShare = 0.5F;
-    for (int i = 0; i < 5; ++i, fX *= 2.1F, fZ *= 2.1F, fShare *= 0.5F)
+    for (int i = 0; i < 5; ++i, fX *= 2.1F, fZ *= 2.1F, fShare *= PATCH_FALL)
     {
         const float fCellX = std::floor(fX);
         const float fCellZ = std::floor(fZ);

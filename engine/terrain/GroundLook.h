@@ -74,11 +74,13 @@ inline constexpr SDayTime DAY_TIMES[] = {
 // leaves colours that are bytes already as they are.
 inline constexpr SVec3 DITHER = {0.7548777F, 0.5698403F, 0.98F / 255.0F};
 
-// Patches as plants grow them: how many lie along the longer side of a terrain, their mean, and
-// what one does to the share of the heights, to the steepness and to the brightness.
+// Patches as plants grow them: how many lie along the longer side of a terrain, what each of their
+// five sizes counts beside the larger one before it, their mean, and what one does to the share of
+// the heights, to the steepness and to the brightness.
 inline constexpr float PATCHES = 60.0F;
-inline constexpr float PATCH_MEAN = 0.484F;
-inline constexpr SVec3 PATCH_EFFECT = {0.08F, 0.04F, 0.22F};
+inline constexpr float PATCH_FALL = 0.66F;
+inline constexpr float PATCH_MEAN = 0.643F;
+inline constexpr SVec3 PATCH_EFFECT = {0.07F, 0.04F, 0.26F};
 
 // How fast the colour of the sky leaves that of the horizon, and how much of it is missing straight
 // below.

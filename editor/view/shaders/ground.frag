@@ -29,7 +29,7 @@ uniform int uColorCount;
 uniform float uStep;
 uniform vec2 uRange;    // lowest and highest ground
 uniform vec4 uEdges[5]; // see SGroundTints: from, to
-uniform vec3 uPatches;  // of a terrain unit along x and z, and their mean
+uniform vec3 uPatches;  // in a terrain unit, PATCH_FALL, PATCH_MEAN
 uniform vec3 uEffect;   // see PATCH_EFFECT
 
 uniform float uTypeBlend;
@@ -84,7 +84,7 @@ float Hash(ivec2 at)
 float GetRough()
 {
 #if DETAIL
-    vec2 at = vPosition.xz * uPatches.xy;
+    vec2 at = vPosition.xz * uPatches.x;
     float fPixel = max(length(dFdx(at)), length(dFdy(at)));
     float fSum = 0.0;
     float fShare = 0.5;
@@ -97,7 +97,7 @@ float GetRough()
         fSum += fShare * mix(mix(fTop, fLow, share.y), 0.5, smoothstep(0.3, 0.8, fPixel));
         at *= 2.1;
         fPixel *= 2.1;
-        fShare *= 0.5;
+        fShare *= uPatches.y;
     }
     return (fSum - uPatches.z) * 2.0;
 #else
