@@ -192,6 +192,7 @@ void CEditCommands::EditSettings()
     if (dialog.exec() == QDialog::Accepted)
     {
         m_Settings.ApplyTo(m_Editor);
+        m_Views.RequestFrames();
         host.SaveSettings();
     }
 }

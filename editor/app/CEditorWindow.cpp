@@ -5,6 +5,7 @@
 #include "editor/app/CEditorFace.h"
 #include "editor/app/CFaultBar.h"
 #include "editor/app/CHistoryDock.h"
+#include "editor/app/CLightDock.h"
 #include "editor/app/CMeasureDock.h"
 #include "editor/app/CMessagesDock.h"
 #include "editor/app/CPanelDock.h"
@@ -104,11 +105,12 @@ SViewEvents CEditorWindow::MakeViewEvents()
 
 void CEditorWindow::ShowPlugin()
 {
-    const SViewParts parts{GetHost(),
-                           m_Editor.GetPlugin(),
-                           m_Settings,
-                           m_Editor.GetKeys(),
-                           m_Face.GetEditorFrontEnd().GetHand()};
+    SViewParts parts{GetHost(),
+                     m_Editor.GetPlugin(),
+                     m_Settings,
+                     m_Editor.GetKeys(),
+                     m_Face.GetEditorFrontEnd().GetHand()};
+    parts.pRender = &m_Settings.render;
     m_pViews = std::make_unique<CViewArea>(this, parts, MakeViewEvents());
     m_pScripts = std::make_unique<CScriptRunner>(*this,
                                                  m_Editor,
@@ -255,6 +257,7 @@ void CEditorWindow::Refresh()
         return;
     }
     m_pLayout->GetHistory().Follow();
+    m_pLayout->GetLight().Follow();
     m_Editor.GetBrushFile().Follow();
     m_pLayout->GetLibrary().Follow();
     m_pLayout->GetMeasure().Follow();

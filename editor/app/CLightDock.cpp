@@ -2,7 +2,9 @@
 
 #include "editor/view/SRenderSettings.h"
 
+#include <QComboBox>
 #include <QFormLayout>
+#include <QSignalBlocker>
 #include <QSlider>
 
 #include <cmath>
@@ -18,16 +20,39 @@ constexpr int PERCENT = 100;
 
 CLightDock::CLightDock(QWidget* pParent, SRenderSettings& settings, std::function<void()> onChange)
     : QDockWidget("Light", pParent)
+    , m_Settings(settings)
     , m_OnChange(std::move(onChange))
+    , m_pTimes(new QComboBox(this))
 {
     setObjectName("light");
     auto* pGround = new QWidget(this);
     auto* pForm = new QFormLayout(pGround);
+    AddTimes(*pForm);
     AddSlider(*pForm, "Sun direction", WHOLE_TURN, 1.0F, settings.fSunYaw);
     AddSlider(*pForm, "Sun height", UPRIGHT, 1.0F, settings.fSunPitch);
     AddSlider(*pForm, "Ambient light", PERCENT, 0.01F, settings.fAmbient);
     AddSlider(*pForm, "Terrain types", PERCENT, 0.01F, settings.fTypeBlend);
     setWidget(pGround);
+    Follow();
+}
+
+void CLightDock::AddTimes(QFormLayout& form)
+{
+    for (const SDayTime& time : DAY_TIMES)
+    {
+        m_pTimes->addItem(time.pszName);
+    }
+    m_pTimes->setPlaceholderText("Another");
+    connect(m_pTimes,
+            &QComboBox::activated,
+            this,
+            [this](int i)
+            {
+                m_Settings.SetTime(DAY_TIMES[i]);
+                Follow();
+                m_OnChange();
+            });
+    form.addRow("Time of day", m_pTimes);
 }
 
 void CLightDock::AddSlider(
@@ -35,14 +60,26 @@ void CLightDock::AddSlider(
 {
     auto* pSlider = new QSlider(Qt::Horizontal, this);
     pSlider->setRange(0, iMost);
-    pSlider->setValue(static_cast<int>(std::lround(fValue / fUnit)));
+    m_Rows.push_back({pSlider, &fValue, fUnit});
     connect(pSlider,
             &QSlider::valueChanged,
             this,
             [this, fUnit, &fValue](int iValue)
             {
                 fValue = static_cast<float>(iValue) * fUnit;
+                Follow();
                 m_OnChange();
             });
     form.addRow(pszLabel, pSlider);
+}
+
+void CLightDock::Follow()
+{
+    for (const SRow& row : m_Rows)
+    {
+        // What lies between two steps of the slider stays as it is.
+        const QSignalBlocker blocker(row.pSlider);
+        row.pSlider->setValue(static_cast<int>(std::lround(*row.pValue / row.fUnit)));
+    }
+    m_pTimes->setCurrentIndex(m_Settings.FindTime());
 }

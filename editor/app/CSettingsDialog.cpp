@@ -143,6 +143,10 @@ void CSettingsDialog::AddOwn(SEditorSettings& settings)
              "Fly with the camera keys",
              settings.bKeyboardNavigation,
              [] { return s_Defaults.bKeyboardNavigation; });
+    AddCheck(form,
+             "Smooth edges (where a graphics card draws)",
+             settings.bSmoothEdges,
+             [] { return s_Defaults.bSmoothEdges; });
     AddInt(form,
            "Seconds between autosaves (0: never)",
            0,

@@ -4,6 +4,7 @@
 #include "editor/app/CEditor.h"
 #include "editor/app/CPanelDock.h"
 #include "editor/app/CPluginCommands.h"
+#include "editor/app/CSunHand.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
 #include "editor/view/SRenderSettings.h"
@@ -61,10 +62,36 @@ void CViewCommands::AddTo(QMenu& menu, CCommandList& commands)
              .run = switchGrid,
              .isChecked = hasGrid,
              .bOnce = true},
+            SCommand::Hold(SUN_COMMAND, "Turn the sun, with the mouse", Key('L')),
             SCommand::Line(),
             SCommand::Run(
                 "view.panel", "&Terrain panel and back", Key(Qt::Key_F6), [this] { GoToPanel(); }),
         });
+    AddTimes(*menu.addMenu("Time of &day"), commands);
+}
+
+void CViewCommands::AddTimes(QMenu& menu, CCommandList& commands)
+{
+    m_TimeIds.reserve(std::size(DAY_TIMES)); // commands borrow them
+    for (const SDayTime& time : DAY_TIMES)
+    {
+        const std::string& strId = m_TimeIds.emplace_back(
+            "light." + QString(time.pszName).toLower().replace(' ', '_').toStdString());
+        commands.Add(menu,
+                     {{.pszId = strId.c_str(),
+                       .pszText = time.pszName,
+                       .run =
+                           [this, &time]
+                       {
+                           m_Render.SetTime(time);
+                           m_Views.RequestFrames();
+                       },
+                       .isChecked =
+                           [this, &time]
+                       {
+                           return m_Render.FindTime() == &time - DAY_TIMES;
+                       }}});
+    }
 }
 
 void CViewCommands::AddDocks(QMenu& menu, const QMainWindow& window)

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 class CCommandList;
 class CEditor;
 class CPanelDock;
@@ -26,6 +29,7 @@ public:
     void AddDocks(QMenu& menu, const QMainWindow& window);
 
 private:
+    void AddTimes(QMenu& menu, CCommandList& commands);
     void SwitchWireFrame();
     void GoToPanel();
 
@@ -34,4 +38,5 @@ private:
     CPanelDock& m_Panel;
     CPluginCommands& m_Plugin;
     SRenderSettings& m_Render;
+    std::vector<std::string> m_TimeIds; // of the commands for times of day
 };

@@ -1,7 +1,7 @@
 #include "editor/app/CViewMouse.h"
 
-#include "editor/app/CBrushHand.h"
 #include "editor/app/CCursorNote.h"
+#include "editor/app/CViewHands.h"
 #include "editor/app/CViewInput.h"
 #include "editor/app/CViewKeys.h"
 
@@ -42,7 +42,7 @@ bool IsTouchpad(const QWheelEvent& event)
 
 CViewMouse::CViewMouse(CViewInput& input,
                        CCursorNote& note,
-                       CBrushHand& hand,
+                       CViewHands& hand,
                        const CViewKeys& keys,
                        const SMouseBindings& bindings)
     : m_Input(input)

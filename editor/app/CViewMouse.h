@@ -7,8 +7,8 @@
 
 #include <cstdint>
 
-class CBrushHand;
 class CCursorNote;
+class CViewHands;
 class CViewKeys;
 class QMouseEvent;
 class QTabletEvent;
@@ -23,7 +23,7 @@ class CViewMouse
 public:
     CViewMouse(CViewInput& input,
                CCursorNote& note,
-               CBrushHand& hand,
+               CViewHands& hand,
                const CViewKeys& keys,
                const SMouseBindings& bindings);
 
@@ -49,7 +49,7 @@ private:
 
     CViewInput& m_Input;
     CCursorNote& m_Note;
-    CBrushHand& m_Hand;
+    CViewHands& m_Hand;
     const CViewKeys& m_Keys;
     const SMouseBindings& m_Bindings;
     Qt::MouseButton m_HeldButton = Qt::NoButton; // that has begun what runs

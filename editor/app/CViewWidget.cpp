@@ -1,7 +1,7 @@
 #include "editor/app/CViewWidget.h"
 
-#include "editor/app/CBrushHand.h"
 #include "editor/app/CCursorNote.h"
+#include "editor/app/CViewHands.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
 #include "engine/terrain/CTerrain.h"
@@ -48,8 +48,14 @@ CViewWidget::CViewWidget(
     , m_Input(parts.host, parts.pPlugin, view, m_Navigator, parts.settings.input, parts.hand)
     , m_Renderer(parts.pCopies)
     , m_pNote(new CCursorNote(this))
-    , m_pHand(std::make_unique<CBrushHand>(
-          m_pTools, parts.keys, m_Input, *m_pNote, [this] { SeeCursor(); }))
+    , m_pHand(std::make_unique<CViewHands>(
+          m_pTools,
+          parts.pRender,
+          parts.keys,
+          m_Input,
+          *m_pNote,
+          [this] { m_Events.onMark(); },
+          [this] { SeeCursor(); }))
     , m_Keys(parts.keys, parts.settings, parts.hand, [this] { update(); })
     , m_Mouse(m_Input, *m_pNote, *m_pHand, m_Keys, parts.settings.input.mouse)
     , m_Quality([this] { update(); })
@@ -108,6 +114,8 @@ void CViewWidget::paintGL()
     m_Parts.drawGuides();
     SRenderSettings settings = m_Parts.settings.render;
     settings.bWireFrame = m_bWireFrame;
+    settings.bSmoothEdges = m_Parts.settings.bSmoothEdges && !m_bSoftware;
+    settings.bPatches = !m_bSoftware;
     m_Parts.fillMark(settings.mark);
     settings.mark.fSignPixels = static_cast<float>(devicePixelRatioF());
     if (m_Parts.hand.ruler.IsOn())

@@ -15,12 +15,13 @@
 #include <functional>
 #include <memory>
 
-class CBrushHand;
 class CCursorNote;
 class CKeyBindings;
 class CTerrainCopies;
+class CViewHands;
 class IPluginTools;
 struct SEditorSettings;
+struct SRenderSettings;
 
 enum class EViewKind
 {
@@ -53,6 +54,7 @@ struct SViewParts
     std::function<void()> drawGuides = nullptr;                // the area's: lines of this frame
     std::function<void()> seeCursor = nullptr; // the area's, before a frame: see LookAgain
     std::function<void()> lookAgain = nullptr; // the area's
+    SRenderSettings* pRender = nullptr; // of the settings, whose sun the hand at a view turns
 };
 
 // One view of the terrain: draws it, and gives its mouse and keys to the input. A frame is drawn at
@@ -135,7 +137,7 @@ private:
     CViewInput m_Input;
     CTerrainRenderer m_Renderer;
     CCursorNote* m_pNote; // this widget's child
-    std::unique_ptr<CBrushHand> m_pHand;
+    std::unique_ptr<CViewHands> m_pHand;
     CViewKeys m_Keys;
     CViewMouse m_Mouse;
     CFrameQuality m_Quality;

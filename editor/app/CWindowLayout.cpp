@@ -61,22 +61,22 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
               showState();
           }))
     , m_pMeasure(new CMeasureDock(&parts.window, parts.host, parts.views.GetRuler()))
+    , m_pLight(new CLightDock(
+          &parts.window, parts.render, [&views = parts.views] { views.RequestFrames(); }))
 {
-    auto* pLight =
-        new CLightDock(&m_Window, parts.render, [&views = m_Views] { views.RequestFrames(); });
     m_Window.setCentralWidget(&m_Views);
     m_Window.setDockOptions(QMainWindow::AnimatedDocks | QMainWindow::AllowNestedDocks |
                             QMainWindow::AllowTabbedDocks);
     m_Window.addDockWidget(Qt::LeftDockWidgetArea, m_pPanel.get()); // as high as the window
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pHistory);
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pProcesses);
-    m_Window.addDockWidget(Qt::RightDockWidgetArea, pLight);
+    m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pLight);
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pLibrary);
     m_Window.addDockWidget(Qt::RightDockWidgetArea, m_pMeasure);
     m_Window.addDockWidget(Qt::BottomDockWidgetArea, &parts.messages);
     m_Window.tabifyDockWidget(m_pHistory, m_pProcesses);
-    m_Window.tabifyDockWidget(m_pProcesses, pLight);
-    m_Window.tabifyDockWidget(pLight, m_pLibrary);
+    m_Window.tabifyDockWidget(m_pProcesses, m_pLight);
+    m_Window.tabifyDockWidget(m_pLight, m_pLibrary);
     m_Window.tabifyDockWidget(m_pLibrary, m_pMeasure);
     m_pLibrary->hide(); // until somebody asks for it
     m_pMeasure->hide();

@@ -9,6 +9,7 @@
 class CBrushLibraryDock;
 class CEditorHost;
 class CHistoryDock;
+class CLightDock;
 class CMeasureDock;
 class CMessagesDock;
 class CPanelDock;
@@ -53,6 +54,8 @@ public:
 
     CHistoryDock& GetHistory() { return *m_pHistory; }
 
+    CLightDock& GetLight() { return *m_pLight; }
+
     CBrushLibraryDock& GetLibrary() { return *m_pLibrary; }
 
     CMeasureDock& GetMeasure() { return *m_pMeasure; }
@@ -66,5 +69,6 @@ private:
     CHistoryDock* m_pHistory; // these are the window's
     CProcessesDock* m_pProcesses;
     CBrushLibraryDock* m_pLibrary;
+    CLightDock* m_pLight;
     CMeasureDock* m_pMeasure;
 };

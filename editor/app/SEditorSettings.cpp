@@ -36,6 +36,7 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     }
     file.Read("input/keyboard_navigation", bKeyboardNavigation);
     file.Read("view/grid", render.bGrid);
+    file.Read("view/smooth_edges", bSmoothEdges);
     file.Read("view/sun_yaw", render.fSunYaw);
     file.Read("view/sun_pitch", render.fSunPitch);
     file.Read("view/ambient", render.fAmbient);
@@ -98,6 +99,7 @@ void SEditorSettings::Store(QVariantMap& values) const
     values["input/builds_up"] = builds.isEmpty() ? QVariant(QString("")) : QVariant(builds);
     values["input/keyboard_navigation"] = bKeyboardNavigation;
     values["view/grid"] = render.bGrid;
+    values["view/smooth_edges"] = bSmoothEdges;
     values["view/sun_yaw"] = static_cast<double>(render.fSunYaw);
     values["view/sun_pitch"] = static_cast<double>(render.fSunPitch);
     values["view/ambient"] = static_cast<double>(render.fAmbient);

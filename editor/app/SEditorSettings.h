@@ -16,6 +16,7 @@ struct SEditorSettings
 
     SInputSettings input;
     SRenderSettings render; // of all views; a view adds its own quality and wire frame
+    bool bSmoothEdges = true; // of the views that a card draws
     bool bKeyboardNavigation = true;
     int iAutosaveSeconds = 180; // 0: never
     float fEyeHeight = 1.8F;    // of a walk, terrain units

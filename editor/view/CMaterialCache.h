@@ -9,7 +9,7 @@
 class CMaterialCache
 {
 public:
-    // Plain grey for an empty name and, after one logged line, for a file that is no material.
+    // Natural ground for an empty name and, after one logged line, for a file that is no material.
     const SMaterial& Get(const std::string& strName);
 
 private:

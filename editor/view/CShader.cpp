@@ -36,11 +36,14 @@ GLuint Compile(OpenGl& gl, GLenum eKind, const char* pszText, std::string& strFa
 bool CShader::Make(OpenGl& gl,
                    const char* pszVertex,
                    const char* pszFragment,
-                   std::string& strFault)
+                   std::string& strFault,
+                   const std::string& strDefines)
 {
+    std::string strFragment = pszFragment;
+    strFragment.insert(strFragment.find('\n') + 1, strDefines);
     const GLuint uVertex = Compile(gl, GL_VERTEX_SHADER, pszVertex, strFault);
     const GLuint uFragment =
-        uVertex != 0 ? Compile(gl, GL_FRAGMENT_SHADER, pszFragment, strFault) : 0;
+        uVertex != 0 ? Compile(gl, GL_FRAGMENT_SHADER, strFragment.c_str(), strFault) : 0;
     if (uFragment == 0)
     {
         gl.glDeleteShader(uVertex);

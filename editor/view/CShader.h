@@ -10,9 +10,15 @@ class CShader
 {
 public:
     // Compiles and links the two texts. False, with one line in strFault, when the driver refuses
-    // one of them.
-    bool Make(OpenGl& gl, const char* pszVertex, const char* pszFragment, std::string& strFault);
+    // one of them. strDefines: lines that the second one begins with, behind its version.
+    bool Make(OpenGl& gl,
+              const char* pszVertex,
+              const char* pszFragment,
+              std::string& strFault,
+              const std::string& strDefines = "");
     void Release(OpenGl& gl);
+
+    bool IsMade() const { return m_Program != 0; }
 
     void Use(OpenGl& gl);
     void Set(const char* pszName, int iValue);

@@ -1,17 +1,17 @@
 #include "editor/view/CTerrainRenderer.h"
 
+#include "editor/view/CGroundLook.h"
 #include "editor/view/CGroundOverlays.h"
 #include "editor/view/CLineBatch.h"
 #include "editor/view/CMarkSign.h"
-#include "editor/view/CMaterialCache.h"
 #include "editor/view/CPatchMesh.h"
 #include "editor/view/CPatchSelection.h"
 #include "editor/view/CShader.h"
+#include "editor/view/CSmoothTarget.h"
 #include "editor/view/CTerrainCopies.h"
 #include "editor/view/SViewProjection.h"
 #include "editor/view/Shaders.h"
 #include "editor/view/Vectors.h"
-#include "engine/paint/CPaintLayer.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 
@@ -19,31 +19,13 @@
 #include <QOpenGLVersionFunctionsFactory>
 
 #include <algorithm>
-#include <cmath>
 
 namespace
 {
 
-constexpr float RADIANS = 0.017453292519943F;
 constexpr uint32_t MOST_PATCHES = 420; // at full quality
 constexpr uint32_t LEAST_PATCHES = 16;
-constexpr float LINE_MARGIN = 4.0F;  // what the outline of a mark is wide, device pixels
-constexpr float LINE_PIXELS = 55.0F; // contour lines are about so far apart on the screen
-
-SVec3 GetSun(const SRenderSettings& settings)
-{
-    const float fYaw = settings.fSunYaw * RADIANS;
-    const float fPitch = settings.fSunPitch * RADIANS;
-    return {std::cos(fYaw) * std::cos(fPitch), std::sin(fPitch), std::sin(fYaw) * std::cos(fPitch)};
-}
-
-// The step of contour lines: 1, 2 or 5 times a power of ten, near to the wanted one.
-float GetRoundStep(float fWanted)
-{
-    const float fPower = std::pow(10.0F, std::floor(std::log10(std::max(fWanted, 1e-3F))));
-    const float fShare = fWanted / fPower;
-    return fPower * (fShare < 1.5F ? 1.0F : fShare < 3.5F ? 2.0F : fShare < 7.5F ? 5.0F : 10.0F);
-}
+constexpr float LINE_MARGIN = 4.0F; // what the outline of a mark is wide, device pixels
 
 float GetQuality(const SRenderSettings& settings)
 {
@@ -84,7 +66,8 @@ bool IsTouched(const SPatchInstance& patch, const SVec3& cell, const std::vector
 struct CTerrainRenderer::SParts
 {
     OpenGl* pGl = nullptr;
-    CShader ground;
+    CGroundLook look;
+    CShader* pGround = nullptr; // of the frame that is being drawn
     CShader sky;
     CShader lines;
     GLuint uNothing = 0; // a vertex array without arrays, for the sky
@@ -92,18 +75,14 @@ struct CTerrainRenderer::SParts
     CLineBatch batch;
     CGroundOverlays overlays;
     CMarkSign sign;
-    CMaterialCache materials;
+    CSmoothTarget smooth;
     CPatchSelection selection;
-    void DrawSky(const SRenderSettings& settings);
+    void DrawSky(const SViewProjection& view, const SRenderSettings& settings);
     void DrawGround(const CTerrainCopies& copies,
                     const SViewProjection& view,
                     CEngineHost& engine,
                     const SRenderSettings& settings,
                     SRenderStatistics& statistics);
-    void SetMaterial(const SViewProjection& view,
-                     const CTerrain& terrain,
-                     const CPatchTree& tree,
-                     const SRenderSettings& settings);
     void DrawMark(const CTerrainCopies& copies,
                   const SViewProjection& view,
                   const CTerrain& terrain,
@@ -136,7 +115,7 @@ bool CTerrainRenderer::Initialize(std::string& strFault)
     }
     auto pParts = std::make_unique<SParts>();
     pParts->pGl = pGl;
-    if (!pParts->ground.Make(*pGl, GROUND_VERT, GROUND_FRAG, strFault) ||
+    if (!pParts->look.Make(*pGl, strFault) ||
         !pParts->sky.Make(*pGl, SKY_VERT, SKY_FRAG, strFault) ||
         !pParts->lines.Make(*pGl, LINE_VERT, LINE_FRAG, strFault) ||
         !pParts->overlays.Make(*pGl, strFault) || !pParts->sign.Make(*pGl, strFault))
@@ -159,7 +138,8 @@ void CTerrainRenderer::Release()
         return;
     }
     OpenGl& gl = *m_Parts->pGl;
-    m_Parts->ground.Release(gl);
+    m_Parts->look.Release(gl);
+    m_Parts->smooth.Release(gl);
     m_Parts->sky.Release(gl);
     m_Parts->lines.Release(gl);
     m_Parts->sign.Release(gl);
@@ -186,6 +166,8 @@ bool CTerrainRenderer::Render(const SViewProjection& view,
         pTerrain == nullptr ||
         m_Copies->Follow(
             gl, *pTerrain, view.position, settings.uMostNewBytes, m_Statistics.uUploadedBytes);
+    const bool bSmooth =
+        settings.bSmoothEdges && m_Parts->smooth.Begin(gl, view.iWidth, view.iHeight);
     gl.glViewport(0, 0, view.iWidth, view.iHeight);
     gl.glDisable(GL_BLEND);
     gl.glDisable(GL_CULL_FACE);
@@ -193,7 +175,7 @@ bool CTerrainRenderer::Render(const SViewProjection& view,
     gl.glDepthMask(GL_TRUE);
     gl.glDepthFunc(GL_LEQUAL);
     gl.glClear(GL_DEPTH_BUFFER_BIT);
-    m_Parts->DrawSky(settings);
+    m_Parts->DrawSky(view, settings);
     if (bDrawn && pTerrain != nullptr)
     {
         m_Statistics.bComplete = m_Copies->IsComplete();
@@ -210,18 +192,21 @@ bool CTerrainRenderer::Render(const SViewProjection& view,
             m_Parts->sign.Draw(gl, m_Parts->uNothing, view, settings.mark, *middle);
         }
     }
+    if (bSmooth)
+    {
+        m_Parts->smooth.End(gl);
+    }
     gl.glBindVertexArray(0);
     gl.glUseProgram(0);
     gl.glActiveTexture(GL_TEXTURE0);
     return bDrawn;
 }
 
-void CTerrainRenderer::SParts::DrawSky(const SRenderSettings& settings)
+void CTerrainRenderer::SParts::DrawSky(const SViewProjection& view, const SRenderSettings& settings)
 {
     pGl->glDepthMask(GL_FALSE);
     sky.Use(*pGl);
-    sky.Set("uTop", settings.skyTop);
-    sky.Set("uBottom", settings.skyBottom);
+    CGroundLook::SetSky(sky, view, settings);
     pGl->glBindVertexArray(uNothing);
     pGl->glDrawArrays(GL_TRIANGLES, 0, 3);
     pGl->glDepthMask(GL_TRUE);
@@ -242,24 +227,9 @@ void CTerrainRenderer::SParts::DrawGround(const CTerrainCopies& copies,
         std::max(LEAST_PATCHES, static_cast<uint32_t>(static_cast<float>(MOST_PATCHES) * fQuality));
     selection.Select(copies.GetTree(), view, detail);
 
-    ground.Use(*pGl);
-    SetPlaces(ground, view, terrain);
-    ground.Set("uNormals", 1);
-    ground.Set("uTypes", 2);
-    ground.Set("uMask", 3);
-    ground.Set("uProtected", 5);
-    ground.Set("uSize", terrain.GetSize());
-    ground.Set("uSun", GetSun(settings));
-    ground.Set("uAmbient", settings.fAmbient);
-    ground.Set("uEye", view.position);
-    const float fHaze = view.bOrthographic ? 0.0F : settings.fHaze;
-    ground.Set("uHaze", settings.skyBottom.r, settings.skyBottom.g, settings.skyBottom.b, fHaze);
-    ground.Set("uHazeDistance", std::max(view.fFar, 1.0F));
-    ground.Set("uFlat", settings.bFlatShading ? 1 : 0);
-    ground.Set("uWire", settings.bWireFrame ? 1 : 0);
-    ground.Set("uGrid", settings.bGrid ? 1 : 0);
-    SetMaterial(view, terrain, copies.GetTree(), settings);
-    statistics.uUploadedBytes += overlays.Set(*pGl, ground, engine, settings);
+    pGround = &look.Use(*pGl, view, engine, copies.GetTree(), settings);
+    SetPlaces(*pGround, view, terrain);
+    statistics.uUploadedBytes += overlays.Set(*pGl, *pGround, engine, settings);
     mesh.SetInstances(*pGl, selection.GetInstances());
     DrawRanges(copies, statistics);
 }
@@ -270,7 +240,7 @@ void CTerrainRenderer::SParts::DrawRanges(const CTerrainCopies& copies,
 {
     for (const SPatchRange& range : selection.GetRanges())
     {
-        if (!BindRange(ground, copies, range))
+        if (!BindRange(*pGround, copies, range))
         {
             continue;
         }
@@ -367,32 +337,4 @@ void CTerrainRenderer::SParts::BindTile(
                static_cast<float>(tiles.GetDepth(uZ)));
     shader.Set("uCoarse", static_cast<int>(uCoarse));
     shader.Set("uTexels", 1.0F / static_cast<float>(1U << uCoarse));
-}
-
-void CTerrainRenderer::SParts::SetMaterial(const SViewProjection& view,
-                                           const CTerrain& terrain,
-                                           const CPatchTree& tree,
-                                           const SRenderSettings& settings)
-{
-    const CPaintLayer* pLayer = settings.pPaintLayer;
-    const std::string strPaint =
-        pLayer != nullptr && pLayer->IsShown() ? pLayer->GetMaterial() : "";
-    const std::string& strEdit = strPaint.empty() ? terrain.GetEditMaterial() : strPaint;
-    const SMaterial& material =
-        materials.Get(strEdit.empty() ? settings.strDefaultMaterial : strEdit);
-    float fStep = material.fStep;
-    if (material.eKind == EMaterialKind::Contours && fStep <= 0.0F)
-    {
-        const SVec3 size = terrain.GetSize();
-        const SVec3 center = {size.x * 0.5F, 0.0F, size.z * 0.5F};
-        const float fDistance =
-            std::min(GetLength(Subtract(center, view.position)), std::fabs(view.position.y) * 3.0F);
-        fStep = GetRoundStep(view.GetPixelSize(fDistance) * LINE_PIXELS * 0.3F);
-    }
-    const auto [fLow, fHigh] = tree.GetHeightRange();
-    ground.Set("uKind", static_cast<int>(material.eKind));
-    ground.Set("uColors", material.colors, SMaterial::COLORS);
-    ground.Set("uColorCount", material.nColors);
-    ground.Set("uStep", fStep);
-    ground.Set("uRange", fLow, fHigh);
 }

@@ -12,7 +12,8 @@ inline bool IsSoftwareRenderer(OpenGl& gl)
 {
     const auto* pszName = reinterpret_cast<const char*>(gl.glGetString(GL_RENDERER));
     return pszName != nullptr && (std::strstr(pszName, "llvmpipe") != nullptr ||
-                                  std::strstr(pszName, "softpipe") != nullptr);
+                                  std::strstr(pszName, "softpipe") != nullptr ||
+                                  std::strstr(pszName, "swrast") != nullptr);
 }
 
 // A place in the buffer that is bound, in the way that OpenGL wants it. In bytes.

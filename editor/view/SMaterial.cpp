@@ -4,6 +4,7 @@
 #include "parser/KeywordValues.h"
 #include "parser/TCParseFile.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <memory>
@@ -24,6 +25,7 @@ constexpr SKind KINDS[] = {
     {"contours", EMaterialKind::Contours, 3},
     {"slope", EMaterialKind::Slope, 2},
     {"bands", EMaterialKind::Bands, 2},
+    {"terrain", EMaterialKind::Terrain, 0},
 };
 
 bool Fail(const std::string& strPath, const char* pszFault)
@@ -87,7 +89,8 @@ bool SMaterial::Load(const std::string& strPath)
             {
                 return Fail(strPath, "a colour too many, or one that is none");
             }
-            read.colors[read.nColors++] = {pColor->x, pColor->y, pColor->z, pColor->w};
+            read.colors[static_cast<size_t>(read.nColors++)] = {
+                pColor->x, pColor->y, pColor->z, pColor->w};
         }
     }
     if (pKind == nullptr)
@@ -98,9 +101,11 @@ bool SMaterial::Load(const std::string& strPath)
     {
         return Fail(strPath, "too few colours for its kind, or a step below 0");
     }
-    for (int i = read.nColors; i < COLORS; ++i)
+    if (pKind->eKind != EMaterialKind::Terrain)
     {
-        read.colors[i] = read.colors[read.nColors - 1];
+        std::fill(read.colors.begin() + read.nColors,
+                  read.colors.end(),
+                  read.colors[static_cast<size_t>(read.nColors) - 1]);
     }
     read.eKind = pKind->eKind;
     *this = read;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "engine/terrain/GroundLook.h"
 #include "host/HostTypes.h"
 
+#include <array>
 #include <string>
 
 enum class EMaterialKind
@@ -11,6 +13,7 @@ enum class EMaterialKind
     Contours, // lines of equal height over a ground
     Slope,    // colour by steepness
     Bands,    // colour by height between the lowest and the highest ground
+    Terrain,  // natural ground: by height, with rock where it is steep
 };
 
 // How the ground looks while it is sculpted, as a ".mat" file says. A plain value.
@@ -18,17 +21,15 @@ struct SMaterial
 {
     static constexpr int COLORS = 5;
 
-    EMaterialKind eKind = EMaterialKind::Plain;
+    EMaterialKind eKind = EMaterialKind::Terrain;
     // Plain: the first. Checker: the first two. Contours: ground, line, stronger line. Slope and
-    // bands: from flat or low to steep or high, evenly spread.
-    SColor colors[COLORS] = {{0.62F, 0.62F, 0.60F, 1.0F},
-                             {0.62F, 0.62F, 0.60F, 1.0F},
-                             {0.62F, 0.62F, 0.60F, 1.0F},
-                             {0.62F, 0.62F, 0.60F, 1.0F},
-                             {0.62F, 0.62F, 0.60F, 1.0F}};
-    int nColors = 1;
+    // bands: from flat or low to steep or high, evenly spread. Terrain: as SGroundTints, whose own
+    // stand for those that a file leaves out.
+    std::array<SColor, COLORS> colors = SGroundTints().colors;
+    int nColors = COLORS;
     // Checker: cells a square is wide. Contours: terrain units between lines, 0 follows the view
-    // in steps of 1, 2, 5. Slope: degrees of the last colour.
+    // in steps of 1, 2, 5. Slope: degrees of the last colour. Terrain: of bare rock, 0 for
+    // those of SGroundTints.
     float fStep = 0.0F;
 
     // Reads a file in the declarative syntax. False, with one logged line that names the file and

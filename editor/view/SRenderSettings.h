@@ -1,9 +1,11 @@
 #pragma once
 
 #include "editor/view/SGroundMark.h"
+#include "engine/terrain/GroundLook.h"
 #include "host/HostTypes.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 class CPaintLayer;
@@ -16,13 +18,27 @@ struct SRenderSettings
     static constexpr float LEAST_QUALITY = 0.05F; // lower ones count as this
 
     // Where the light comes from: yaw in degrees from +x towards +z, pitch above the horizon.
-    float fSunYaw = 215.0F;
-    float fSunPitch = 38.0F;
-    float fAmbient = 0.38F; // light without the sun, 0..1
+    // Colours of light and sky follow it.
+    float fSunYaw = DAY_TIMES[0].fYaw;
+    float fSunPitch = DAY_TIMES[0].fPitch;
+    float fAmbient = DAY_TIMES[0].fAmbient; // light without the sun, 0..1
+
+    void SetTime(const SDayTime& time)
+    {
+        fSunYaw = time.fYaw;
+        fSunPitch = time.fPitch;
+        fAmbient = time.fAmbient;
+    }
+
+    int FindTime() const { return FindDayTime(fSunYaw, fSunPitch, fAmbient); }
 
     bool bWireFrame = false;   // edges of the triangles that are really drawn
     bool bGrid = false;        // cell lines, and every 32nd stronger
     bool bFlatShading = false; // facets of the drawn triangles instead of the terrain's normals
+
+    // What a card does at no cost that is felt, and a processor that draws does not.
+    bool bSmoothEdges = false; // a pixel is covered in quarters
+    bool bPatches = false;     // natural ground is patchy
 
     // The largest error of a triangle in device pixels at full quality. Lower is finer.
     float fDetailPixels = 1.5F;
@@ -44,11 +60,11 @@ struct SRenderSettings
     SGroundMark mark;        // of the tool at hand
     float fMarkTint = 0.72F; // strength of its colour at full weight, 0..1
 
-    // The file of the material shown while the terrain names none; empty: plain grey.
+    // The file of the material shown while the terrain names none; empty: natural ground.
     std::string strDefaultMaterial;
 
-    SColor skyTop = {0.36F, 0.47F, 0.60F, 1.0F};
-    SColor skyBottom = {0.73F, 0.78F, 0.82F, 1.0F};
+    std::optional<SColor> skyTop; // nothing: that of the time of day
+    std::optional<SColor> skyBottom;
     float fHaze = 0.22F; // how far distant ground takes the colour of the sky, 0..1
     bool bMask = true;   // false: the overlay of the terrain keeps nothing now and is left out
     SColor maskColor = {0.80F, 0.16F, 0.22F, 0.55F}; // where the mask keeps brushes off

@@ -61,7 +61,12 @@ SSceneOptions GetCamera(const SHeightOptions& options)
 {
     constexpr uint32_t WIDTH = 1280;
     const uint32_t uWidth = options.uPixels > 0 ? options.uPixels : WIDTH;
-    return {*options.eye, *options.target, uWidth, std::max(1U, uWidth * 9 / 16)};
+    SSceneOptions scene;
+    scene.eye = *options.eye;
+    scene.target = *options.target;
+    scene.uWidth = uWidth;
+    scene.uHeight = std::max(1U, uWidth * 9 / 16);
+    return scene;
 }
 
 bool Draw(const SHeightOptions& options, std::vector<SReliefPicture>& pictures)
@@ -75,16 +80,17 @@ bool Draw(const SHeightOptions& options, std::vector<SReliefPicture>& pictures)
         {
             return false;
         }
-        // The colours of a scene follow slope and height limit of each terrain, so it takes no
-        // range.
-        if (options.eye)
-        {
-            pictures.push_back(RenderScene(field, GetCamera(options)));
-            continue;
-        }
         if (pictures.empty())
         {
             TakeRange(field, relief);
+        }
+        if (options.eye)
+        {
+            SSceneOptions scene = GetCamera(options);
+            scene.fLow = relief.fLow;
+            scene.fHigh = relief.fHigh;
+            pictures.push_back(RenderScene(field, scene));
+            continue;
         }
         if (!RenderRelief(field.pHeights.get(),
                           field.uSizeX,

@@ -9,8 +9,10 @@
 namespace
 {
 
-constexpr uint32_t SAMPLES = 2;     // a pixel is drawn as so many by so many
-constexpr float NEAREST = 1e-5F;    // shares of the haze's depth; what is nearer is not drawn
+constexpr uint32_t SAMPLES = 2;  // a pixel is drawn as so many by so many
+constexpr float NEAREST = 1e-5F; // shares of the haze's depth; what is nearer is not drawn
+constexpr float DEGREES = 57.29578F;
+constexpr float MOST_HAZE = 0.6F;
 constexpr float VIEW_WIDTH = 0.84F; // of what is seen at a distance of 1: 45.6 degrees
 
 SVec3 Subtract(const SVec3& a, const SVec3& b)
@@ -39,6 +41,11 @@ SVec3 Mix(const SVec3& a, const SVec3& b, float fShare)
     return {a.x + (b.x - a.x) * fShare, a.y + (b.y - a.y) * fShare, a.z + (b.z - a.z) * fShare};
 }
 
+SVec3 GetSquares(const SColor& color)
+{
+    return {color.r * color.r, color.g * color.g, color.b * color.b};
+}
+
 // A point on the screen: samples from the left and the top, and 1 over the distance along the view;
 // not above 0 for what lies beside or behind the eye.
 struct SSpot
@@ -62,7 +69,9 @@ public:
         , m_Haze(1.25F * std::max(std::fabs(field.size.x), std::fabs(field.size.z)))
         , m_Near(size_t{m_Width} * m_Height)
         , m_Colors(m_Near.size())
-        , m_Ground(MakeSceneGround(field, GetSun(), std::max(1024U, options.uWidth * 8 / 3)))
+        , m_Day(GetDay())
+        , m_Ground(MakeSceneGround(
+              field, m_Day, {options.fLow, options.fHigh}, std::max(1024U, options.uWidth * 8 / 3)))
     {
     }
 
@@ -89,10 +98,13 @@ public:
 
 private:
     // The sun shines over the left shoulder, low enough for long shadows.
-    SVec3 GetSun() const
+    SDayLight GetDay() const
     {
-        const SVec3 ahead = Normalize({m_Forward.x, 0.0F, m_Forward.z});
-        return {-m_Right.x * 1.0F - ahead.x * 0.15F, 0.52F, -m_Right.z * 1.0F - ahead.z * 0.15F};
+        constexpr float BEHIND = 98.5F; // degrees to the left of where the camera looks
+        constexpr float PITCH = 27.0F;
+        constexpr float AMBIENT = 0.24F;
+        const float fAhead = std::atan2(m_Forward.z, m_Forward.x) * DEGREES;
+        return GetDayLight(fAhead - BEHIND, PITCH, AMBIENT);
     }
 
     SSpot Project(uint32_t uX, uint32_t uZ) const
@@ -166,9 +178,6 @@ private:
     // What one sample shows, haze or sky included.
     SVec3 GetSample(uint32_t uX, uint32_t uY) const
     {
-        constexpr SVec3 HORIZON{0.62F, 0.64F, 0.66F};
-        constexpr SVec3 ZENITH{0.03F, 0.11F, 0.36F};
-        constexpr SVec3 VEIL{0.26F, 0.34F, 0.46F};
         const float fScale = VIEW_WIDTH / static_cast<float>(m_Width);
         const float fRight =
             (static_cast<float>(uX) + 0.5F - static_cast<float>(m_Width) / 2) * fScale;
@@ -176,8 +185,7 @@ private:
             (static_cast<float>(m_Height) / 2 - static_cast<float>(uY) - 0.5F) * fScale;
         const float fLength = std::sqrt(1.0F + fRight * fRight + fUp * fUp);
         const float fRise = (m_Forward.y + m_Right.y * fRight + m_Up.y * fUp) / fLength;
-        const float fSky = 1.0F - std::exp(-7.0F * std::max(0.0F, fRise));
-        const SVec3 sky = Mix(HORIZON, ZENITH, fSky);
+        const SVec3 sky = GetSquares(GetSkyColor(m_Day.skyTop, m_Day.skyBottom, fRise));
         const size_t n = size_t{uY} * m_Width + uX;
         if (!(m_Near[n] > 0.0F))
         {
@@ -185,23 +193,22 @@ private:
         }
         // Along the ray, which is longer than the distance along the view except in the middle.
         const float fFar = fLength / m_Near[n] / m_Haze;
-        const float fThick = 1.0F - std::exp(-fFar * (0.35F + 1.3F * fFar));
-        return Mix(m_Colors[n], Mix(VEIL, HORIZON, fThick), fThick);
+        const float fThick = 1.0F - std::exp(-fFar * fFar);
+        return Mix(m_Colors[n], GetSquares(m_Day.skyBottom), MOST_HAZE * fThick);
     }
 
-    // As film does it: bright parts fade out softly.
-    static uint8_t Expose(float fLight)
+    // What is shown of light, with the dither of its pixel.
+    static uint8_t Expose(float fLight, float fDither)
     {
-        const float fShown = 1.0F - std::exp(-1.75F * fLight);
-        return static_cast<uint8_t>(
-            std::min(255.0F, std::max(0.0F, std::pow(fShown, 1.0F / 2.2F) * 255.0F + 0.5F)));
+        const float fShown = std::sqrt(std::max(0.0F, fLight)) + fDither;
+        return static_cast<uint8_t>(std::min(255.0F, std::max(0.0F, fShown * 255.0F + 0.5F)));
     }
 
     SReliefPicture Develop() const
     {
         SReliefPicture picture{m_Options.uWidth, m_Options.uHeight, {}};
         picture.rgb.reserve(size_t{picture.uWidth} * picture.uHeight * 3);
-        // The mean is taken of light; of exposed samples it would darken bright edges.
+        // The mean is taken of light; of what is shown it would darken bright edges.
         constexpr float SHARE = 1.0F / (SAMPLES * SAMPLES);
         for (uint32_t y = 0; y < picture.uHeight; ++y)
         {
@@ -214,8 +221,10 @@ private:
                         GetSample(x * SAMPLES + i % SAMPLES, y * SAMPLES + i / SAMPLES);
                     sum = {sum.x + one.x * SHARE, sum.y + one.y * SHARE, sum.z + one.z * SHARE};
                 }
-                picture.rgb.insert(picture.rgb.end(),
-                                   {Expose(sum.x), Expose(sum.y), Expose(sum.z)});
+                const float fDither = GetDither(x, y);
+                picture.rgb.insert(
+                    picture.rgb.end(),
+                    {Expose(sum.x, fDither), Expose(sum.y, fDither), Expose(sum.z, fDither)});
             }
         }
         return picture;
@@ -231,6 +240,7 @@ private:
     const float m_Haze;        // distance at which it is thick
     std::vector<float> m_Near; // of every sample, 0 for the sky
     std::vector<SVec3> m_Colors;
+    const SDayLight m_Day;
     const SSceneGround m_Ground;
 };
 

@@ -82,7 +82,7 @@ void Refine(const SHeightField& field, uint32_t uMost, SSceneGround& ground)
 
 // How far each point lies below the shadow's upper edge, terrain units; at or below 0 in the sun.
 // One sweep away from the sun: the edge falls with the sun's height from line to line.
-std::vector<float> MakeShadows(const SSceneGround& ground, const FSun& sun)
+std::vector<float> MakeShadows(const SSceneGround& ground, const SVec3& sun)
 {
     // The lines are swept along the side on which the sun moves faster from point to point, so the
     // edge shifts by no more than one point from line to line.
@@ -157,61 +157,6 @@ float Step(float fFrom, float fTo, float fValue)
     return t * t * (3.0F - 2.0F * t);
 }
 
-SVec3 Mix(const SVec3& a, const SVec3& b, float fShare)
-{
-    return {a.x + (b.x - a.x) * fShare, a.y + (b.y - a.y) * fShare, a.z + (b.z - a.z) * fShare};
-}
-
-float Hash(int32_t iX, int32_t iZ)
-{
-    uint32_t u = static_cast<uint32_t>(iX) * 374761393U + static_cast<uint32_t>(iZ) * 668265263U;
-    u = (u ^ (u >> 13U)) * 1274126177U;
-    return static_cast<float>((u ^ (u >> 16U)) & 0xFFFFU) / 65535.0F;
-}
-
-// Patches as plants grow them, 0 to 1: value noise of five octaves.
-float GetPatches(float fX, float fZ)
-{
-    float fSum = 0.0F;
-    float fShare = 0.5F;
-    for (int i = 0; i < 5; ++i, fX *= 2.1F, fZ *= 2.1F, fShare *= 0.5F)
-    {
-        const float fCellX = std::floor(fX);
-        const float fCellZ = std::floor(fZ);
-        const auto iX = static_cast<int32_t>(fCellX);
-        const auto iZ = static_cast<int32_t>(fCellZ);
-        const float u = Step(0.0F, 1.0F, fX - fCellX);
-        const float v = Step(0.0F, 1.0F, fZ - fCellZ);
-        const float fTop = Hash(iX, iZ) + (Hash(iX + 1, iZ) - Hash(iX, iZ)) * u;
-        const float fLow = Hash(iX, iZ + 1) + (Hash(iX + 1, iZ + 1) - Hash(iX, iZ + 1)) * u;
-        fSum += fShare * (fTop + (fLow - fTop) * v);
-    }
-    return fSum;
-}
-
-// The colour of the ground: meadows where it is flat, woods on the slopes, rock where it is steep,
-// snow near the height limit. fUp: y of the normal. fShare: height as a share of the limit. fPatch:
-// see GetPatches. fGrain: what the colour is multiplied by, except for snow.
-SVec3 GetGround(float fUp, float fShare, float fPatch, float fGrain)
-{
-    constexpr SVec3 MEADOW{0.245F, 0.255F, 0.100F};
-    constexpr SVec3 GRASS{0.125F, 0.165F, 0.050F};
-    constexpr SVec3 WOOD{0.040F, 0.070F, 0.022F};
-    constexpr SVec3 HEATH{0.190F, 0.155F, 0.085F};
-    constexpr SVec3 ROCK{0.200F, 0.175F, 0.150F};
-    constexpr SVec3 SNOW{0.820F, 0.850F, 0.900F};
-    const float fSlope = std::sqrt(std::max(0.0F, 1.0F - fUp * fUp)) / std::max(fUp, 0.01F);
-    const float fRough = (fPatch - 0.47F) * 2.0F;
-    const float fHigh = fShare + 0.10F * fRough;
-    SVec3 color = Mix(MEADOW, GRASS, Step(0.02F, 0.10F, fSlope + 0.05F * fRough));
-    color = Mix(color, WOOD, Step(0.10F, 0.26F, fSlope + 0.22F * fRough));
-    color = Mix(color, HEATH, Step(0.38F, 0.52F, fHigh));
-    color = Mix(color, ROCK, Step(0.58F, 0.85F, fSlope + 0.15F * fRough));
-    color = Mix(color, ROCK, Step(0.52F, 0.66F, fHigh));
-    color = {color.x * fGrain, color.y * fGrain, color.z * fGrain};
-    return Mix(color, SNOW, Step(0.66F, 0.76F, fHigh - 0.10F * Step(0.6F, 1.1F, fSlope)));
-}
-
 SVec3 Normalize(const SVec3& v)
 {
     const float fLength = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
@@ -233,18 +178,22 @@ SVec3 GetNormal(const SSceneGround& ground, uint32_t uX, uint32_t uZ)
                       -(below.y - above.y) / (below.z - above.z)});
 }
 
-void Light(SSceneGround& ground, const FSun& towards, float fHeightLimit)
+void Light(SSceneGround& ground, const SDayLight& day, const SLookEdge& range)
 {
-    constexpr SVec3 SUNLIGHT{4.3F, 3.5F, 2.5F};
-    constexpr SVec3 SKYLIGHT{0.26F, 0.36F, 0.56F};
-    const FSun sun = Normalize(towards);
-    const std::vector<float> depths = MakeShadows(ground, sun);
+    const std::vector<float> depths = MakeShadows(ground, day.way);
     // Lengths follow the width of the terrain, so that terrains of all sizes look alike.
     const uint32_t uRadius = std::max(1U, ground.uSizeX / 80);
     const float fRadius = static_cast<float>(uRadius) * ground.fStepX;
-    const float fPatches = 60.0F / (static_cast<float>(ground.uSizeX) * ground.fStepX);
-    const float fGrains = fPatches * 9.0F;
+    const float fSide = std::max(static_cast<float>(ground.uSizeX) * ground.fStepX,
+                                 static_cast<float>(ground.uSizeZ) * ground.fStepZ);
+    const float fPatches = PATCHES / fSide;
     const float fEdge = 0.3F * ground.fStepX; // how soft a shadow is
+    const auto [pLow, pHigh] = std::minmax_element(ground.heights.begin(), ground.heights.end());
+    float fLow = 0.0F;
+    float fHigh = 0.0F;
+    const bool bOwn = range.fTo <= range.fFrom;
+    GetTintRange(bOwn ? *pLow : range.fFrom, bOwn ? *pHigh : range.fTo, fSide, fLow, fHigh);
+    const SGroundTints tints;
     std::vector<float> means = ground.heights;
     Smooth(means, ground.uSizeX, ground.uSizeZ, uRadius);
     ground.colors.resize(ground.heights.size());
@@ -255,31 +204,28 @@ void Light(SSceneGround& ground, const FSun& towards, float fHeightLimit)
             const size_t n = size_t{z} * ground.uSizeX + x;
             const SVec3 point = ground.GetPoint(x, z);
             const SVec3 normal = GetNormal(ground, x, z);
-            const float fFacing =
-                std::max(0.0F, normal.x * sun.x + normal.y * sun.y + normal.z * sun.z);
-            const float fSun = fFacing * (1.0F - Step(0.0F, fEdge, depths[n]));
+            const float fSun = 1.0F - Step(0.0F, fEdge, depths[n]);
             // A point above its surroundings sees more of the sky.
-            const float fOpen =
-                std::clamp(0.75F + 1.6F * (point.y - means[n]) / fRadius, 0.3F, 1.1F);
-            const float fSky = fOpen * (0.55F + 0.45F * normal.y);
-            const float fGrain = GetPatches(point.x * fGrains, point.z * fGrains) - 0.5F;
-            const SVec3 own = GetGround(normal.y,
-                                        point.y / fHeightLimit,
-                                        GetPatches(point.x * fPatches, point.z * fPatches),
-                                        1.0F + 0.9F * fGrain);
-            ground.colors[n] = {own.x * (SUNLIGHT.x * fSun + SKYLIGHT.x * fSky),
-                                own.y * (SUNLIGHT.y * fSun + SKYLIGHT.y * fSky),
-                                own.z * (SUNLIGHT.z * fSun + SKYLIGHT.z * fSky)};
+            const float fSky =
+                std::clamp(0.95F + 1.6F * (point.y - means[n]) / fRadius, 0.45F, 1.2F);
+            const SColor own = GetGroundTint(tints,
+                                             (point.y - fLow) / (fHigh - fLow),
+                                             normal.y,
+                                             GetRoughness(point.x * fPatches, point.z * fPatches));
+            ground.colors[n] = GetLitSquares(own, day, normal, fSun, fSky);
         }
     }
 }
 
 } // namespace
 
-SSceneGround MakeSceneGround(const SHeightField& field, const FSun& sun, uint32_t uMost)
+SSceneGround MakeSceneGround(const SHeightField& field,
+                             const SDayLight& day,
+                             const SLookEdge& range,
+                             uint32_t uMost)
 {
     SSceneGround ground;
     Refine(field, uMost, ground);
-    Light(ground, sun, std::max(std::fabs(field.size.y), 1e-3F));
+    Light(ground, day, range);
     return ground;
 }

@@ -1,14 +1,12 @@
 #pragma once
 
+#include "engine/terrain/GroundLook.h"
 #include "engine/terrain/SHeightField.h"
 
 #include <vector>
 
-// Where the light of a scene comes from: a direction towards the sun, of any length.
-using FSun = SVec3;
-
 // A terrain as a scene draws it: a finer grid that bends smoothly between the vertices, with the
-// light that every point sends out. Colours are linear, 1 is the brightest that is shown plainly.
+// light that every point sends out, as squares of what is shown.
 struct SSceneGround
 {
     uint32_t uSizeX = 0;
@@ -27,5 +25,9 @@ struct SSceneGround
 };
 
 // Makes and lights the ground. uMost: a side is refined or thinned out to at most so many cells.
-// Throws std::bad_alloc.
-SSceneGround MakeSceneGround(const SHeightField& field, const FSun& sun, uint32_t uMost);
+// range: of the heights that tints go by, that of the field where it is none. Throws
+// std::bad_alloc.
+SSceneGround MakeSceneGround(const SHeightField& field,
+                             const SDayLight& day,
+                             const SLookEdge& range,
+                             uint32_t uMost);

@@ -1,10 +1,13 @@
 #version 330 core
 
-out float vHeight;
+uniform vec3 uForward; // where the middle of the picture looks, and its way to the right and the upper edge
+uniform vec3 uRight;
+uniform vec3 uUp;
+out vec3 vRay;
 
 void main()
 {
-    vec2 corner = vec2((gl_VertexID << 1) & 2, gl_VertexID & 2);
-    vHeight = corner.y;
-    gl_Position = vec4(corner * 2.0 - 1.0, 0.99999, 1.0);
+    vec2 corner = vec2((gl_VertexID << 1) & 2, gl_VertexID & 2) * 2.0 - 1.0;
+    vRay = uForward + corner.x * uRight + corner.y * uUp;
+    gl_Position = vec4(corner, 0.99999, 1.0);
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <limits>
@@ -78,6 +79,62 @@ TEST(Scene, TheSunOverTheLeftShoulderLeavesTheFarSideOfARidgeInItsShadow)
     const SReliefPicture back = Look(field, {640.0F, 700.0F, 380.0F}, {640.0F, 0.0F, 640.0F});
     EXPECT_LT(1.2 * GetMean(back, 110, 40, 6), GetMean(back, 44, 40, 6))
         << "the sun follows the camera";
+}
+
+SColor GetColor(const SReliefPicture& picture, uint32_t uX, uint32_t uY)
+{
+    const uint8_t* p = picture.rgb.data() + 3 * (size_t{uY} * picture.uWidth + uX);
+    return {static_cast<float>(p[0]), static_cast<float>(p[1]), static_cast<float>(p[2]), 1.0F};
+}
+
+// Straight ahead of a camera that looks steeply down on a plane that rises to the east. A tower and
+// a pit behind it make the range of heights.
+SColor GetGroundColor(float fHeight, float fTangent)
+{
+    const SHeightField field = MakeField(
+        [=](float x, float z)
+        {
+            const bool bBehind = z > 1200.0F;
+            return bBehind && x > 1200.0F ? 1000.0F
+                   : bBehind && x < 80.0F ? 0.0F
+                                          : fHeight + (x - 640.0F) * fTangent;
+        });
+    return GetColor(
+        Look(field, {640.0F, fHeight + 300.0F, 660.0F}, {640.0F, fHeight, 640.0F}), 80, 45);
+}
+
+TEST(Scene, GroundIsTintedByHeightAndSlopeAndTheSkyHasNoBands)
+{
+    const SColor low = GetGroundColor(0.0F, 0.0F);
+    const SColor high = GetGroundColor(720.0F, 0.0F);
+    const SColor snow = GetGroundColor(980.0F, 0.0F);
+    const SColor steep = GetGroundColor(400.0F, -0.6F); // towards the sun
+    EXPECT_GT(low.g, low.r);
+    EXPECT_GT(high.r, high.g);
+    EXPECT_GT(snow.b, high.b + 60.0F);
+    EXPECT_LT(steep.r - steep.b, high.r - high.b) << "rock is grey";
+
+    const SReliefPicture sky =
+        Look(MakeField([](float, float) { return 0.0F; }), {640, 10, 640}, {640, 40, 560});
+    double dAbove = 0.0;
+    int nMixed = 0;
+    for (uint32_t y = 0; y < 60; ++y)
+    {
+        double dMean = 0.0;
+        float fLeast = 255.0F;
+        float fMost = 0.0F;
+        for (uint32_t x = 60; x < 100; ++x)
+        {
+            const float fRed = GetColor(sky, x, y).r;
+            dMean += static_cast<double>(fRed) / 40.0;
+            fLeast = std::min(fLeast, fRed);
+            fMost = std::max(fMost, fRed);
+        }
+        EXPECT_GT(dMean, dAbove - 0.1) << y;
+        nMixed += fMost > fLeast ? 1 : 0;
+        dAbove = dMean;
+    }
+    EXPECT_GT(nMixed, 30);
 }
 
 TEST(Scene, DistanceIsPaler)
