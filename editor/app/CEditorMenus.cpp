@@ -23,7 +23,7 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
              parts.showState,
              parts.onLevel)
     , m_Edit(parts.window, parts.editor, parts.views, parts.settings, parts.hand, parts.showState)
-    , m_View(parts.editor, parts.views, parts.panel, parts.plugin, parts.settings.render)
+    , m_View(parts.editor, parts.views, parts.layout, parts.plugin, parts.settings.render)
     , m_Level(parts.editor, parts.documents, parts.onLevel)
     , m_Protection(parts.window, parts.editor, parts.views, parts.showState)
     , m_Camera(parts.views, parts.plugin)

@@ -25,7 +25,7 @@ struct SMenuParts
     CEditor& editor;
     CCommandList& commands;
     CViewArea& views;
-    CPanelDock& panel;
+    CWindowLayout& layout;
     CBrushLibraryDock& library;
     CDocumentActions& documents;
     CScriptRunner& scripts;

@@ -114,13 +114,12 @@ void CEditorWindow::ShowPlugin()
                                                                  ShowState();
                                                              }});
     MakeMenus();
-    m_pViews->Add(EViewKind::Perspective);
-    m_pViews->Add(EViewKind::Top);
-    const QStringList wrong = m_pLayout->Restore(m_Ini.GetValues());
+    const bool bPanel = GetHost().GetSettings().IsPanelOpen();
+    const QStringList wrong = m_pLayout->Restore(m_Ini.GetValues(), bPanel);
     m_Ini.Check(GatherValues(), m_WrongKeys + wrong);
     FitPropertyColumns(GetHost().GetRegistryRoot(), font());
     // While the plug-in was loaded there was no dock for its panel, so it is asked once more.
-    if (GetHost().GetSettings().IsPanelOpen())
+    if (bPanel)
     {
         m_Editor.GetPlugin()->Activate(true);
     }
@@ -139,7 +138,7 @@ void CEditorWindow::MakeMenus()
                                                   .editor = m_Editor,
                                                   .commands = m_Commands,
                                                   .views = *m_pViews,
-                                                  .panel = m_pLayout->GetPanel(),
+                                                  .layout = *m_pLayout,
                                                   .library = m_pLayout->GetLibrary(),
                                                   .documents = m_Documents,
                                                   .scripts = *m_pScripts,

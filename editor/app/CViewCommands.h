@@ -2,9 +2,9 @@
 
 class CCommandList;
 class CEditor;
-class CPanelDock;
 class CPluginCommands;
 class CViewArea;
+class CWindowLayout;
 class QMainWindow;
 class QMenu;
 struct SRenderSettings;
@@ -17,21 +17,22 @@ public:
     // Borrowed. render: of all views, changed in place.
     CViewCommands(CEditor& editor,
                   CViewArea& views,
-                  CPanelDock& panel,
+                  CWindowLayout& layout,
                   CPluginCommands& plugin,
                   SRenderSettings& render);
 
     void AddTo(QMenu& menu, CCommandList& commands);
-    // All docks of the window but the panel, which the plug-in opens and closes.
-    void AddDocks(QMenu& menu, const QMainWindow& window);
+    void AddDocks(QMenu& menu, const QMainWindow& window); // all of the window
 
 private:
+    void AddViews(QMenu& menu, CCommandList& commands);
+    bool IsWireFrame() const; // the active view
     void SwitchWireFrame();
     void GoToPanel();
 
     CEditor& m_Editor;
     CViewArea& m_Views;
-    CPanelDock& m_Panel;
+    CWindowLayout& m_Layout;
     CPluginCommands& m_Plugin;
     SRenderSettings& m_Render;
 };
