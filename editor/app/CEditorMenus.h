@@ -25,6 +25,7 @@ struct SMenuParts
     CEditor& editor;
     CCommandList& commands;
     CViewArea& views;
+    CLevelViews& levelViews;
     CWindowLayout& layout;
     CBrushLibraryDock& library;
     CDocumentActions& documents;

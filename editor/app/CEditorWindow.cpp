@@ -138,6 +138,7 @@ void CEditorWindow::MakeMenus()
                                                   .editor = m_Editor,
                                                   .commands = m_Commands,
                                                   .views = *m_pViews,
+                                                  .levelViews = m_Look.GetLevelViews(),
                                                   .layout = *m_pLayout,
                                                   .library = m_pLayout->GetLibrary(),
                                                   .documents = m_Documents,
@@ -271,6 +272,7 @@ QVariantMap CEditorWindow::GatherValues() const
 void CEditorWindow::Keep()
 {
     m_Ini.Write(GatherValues());
+    m_Look.GetLevelViews().Keep(*m_pViews);
     m_Editor.KeepTools();
     if (GetHost().GetSettings().HasPanelChanged())
     {

@@ -44,9 +44,14 @@ void CViewArrangement::SetCount(size_t nViews)
     {
         m_Views.ToggleAlone(m_Views.GetActiveId());
     }
+    const size_t nBefore = m_Views.GetViews().size();
     while (m_Views.GetViews().size() < nViews)
     {
         m_Views.Add(FindMissingKind(m_Views));
+    }
+    for (size_t i = nBefore; i < m_Views.GetViews().size(); ++i)
+    {
+        m_Views.GetViews()[i]->FrameAll(); // each one has made the others smaller
     }
     while (m_Views.GetViews().size() > std::max(nViews, size_t{1}))
     {
@@ -71,6 +76,7 @@ void CViewArrangement::Reset()
         m_Views.Close(pView->GetViewId());
     }
     m_Views.SetShares(FIRST_SHARES);
+    m_Views.FrameAll();
 }
 
 void CViewArrangement::Restore(const QVariantMap& values, QStringList& wrong)

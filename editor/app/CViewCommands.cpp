@@ -55,6 +55,7 @@ void CViewCommands::AddTo(QMenu& menu, CCommandList& commands)
             SCommand::Run("view.reset", "&Reset layout", NO_KEY, [this] { m_Layout.Reset(); }),
             SCommand::Run(
                 "view.panel", "&Terrain panel and back", Key(Qt::Key_F6), [this] { GoToPanel(); }),
+            SCommand::Line(),
         });
 }
 

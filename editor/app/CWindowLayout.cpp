@@ -87,7 +87,7 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
         if (pDock->widget() != nullptr)
         {
             // What is in it is cut where a person makes it narrow, and makes no window wider.
-            pDock->widget()->setMinimumWidth(LEAST_DOCK);
+            pDock->widget()->setMinimumSize(LEAST_DOCK, LEAST_DOCK / 2);
         }
     }
 }
