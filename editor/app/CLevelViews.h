@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/view/SLevelViews.h"
+#include "editor/app/SLevelViews.h"
 
 #include <string>
 

@@ -57,10 +57,12 @@ void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
         const STool& tool = m_Tools[i];
         const SKeyChord key = i < DIGITS ? Key(static_cast<uint32_t>('1' + i)) : SKeyChord();
         commands.Add(menu,
-                     {SCommand::Once(tool.strId.c_str(),
-                                     tool.offer.pszText,
-                                     key,
-                                     [this, &tool] { Take(tool.offer.pszFunction); })});
+                     {{.pszId = tool.strId.c_str(),
+                       .pszText = tool.offer.pszText,
+                       .key = key,
+                       .run = [this, &tool] { Take(tool.offer.pszFunction); },
+                       .isChecked = [this, &tool] { return IsAtHand(tool); },
+                       .bOnce = true}});
     }
     const auto scale = [this](bool bLarger)
     {
@@ -72,8 +74,12 @@ void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
     commands.Add(
         menu,
         {
-            SCommand::Once(
-                "tool.toggle", "&Take the tool up or put it away", Ctrl('T'), [this] { Toggle(); }),
+            {.pszId = "tool.toggle",
+             .pszText = "&Take the tool up or put it away",
+             .key = Ctrl('T'),
+             .run = [this] { Toggle(); },
+             .isChecked = [this] { return m_pTools != nullptr && m_pTools->IsTerraforming(); },
+             .bOnce = true},
             SCommand::Line(),
             SCommand::Run("brush.larger", "&Larger brush", Key(']'), scale(true)),
             SCommand::Run("brush.smaller", "S&maller brush", Key('['), scale(false)),
@@ -88,10 +94,21 @@ void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
                            "Height, levels or neighbourhood of the tool, with the mouse",
                            Key('N')),
             SCommand::Line(),
-            SCommand::Once("brush.mask", "Mas&k on and off", Key('M'), [this] { SwitchMask(); }),
+            {.pszId = "brush.mask",
+             .pszText = "Mas&k on and off",
+             .key = Key('M'),
+             .run = [this] { SwitchMask(); },
+             .isChecked = [this] { return m_pTools != nullptr && m_pTools->IsMaskEnabled(); },
+             .bOnce = true},
             SCommand::Once(
                 "brush.choose_mask", "&Choose the mask...", Shift('M'), [this] { ChooseMask(); }),
         });
+}
+
+bool CToolCommands::IsAtHand(const STool& tool) const
+{
+    return m_pTools != nullptr && m_pTools->IsTerraforming() &&
+           m_pTools->GetFunctionName() == tool.offer.pszFunction;
 }
 
 bool CToolCommands::IsReady() const

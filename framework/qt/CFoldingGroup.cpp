@@ -23,6 +23,7 @@ CFoldingGroup::CFoldingGroup(const QString& strTitle, QWidget* pParent)
     : QGroupBox(strTitle, pParent)
     , m_pGround(new QWidget(this))
 {
+    setObjectName(strTitle); // by which an inspector or a test finds it
     setFocusPolicy(Qt::TabFocus);
     auto* pLayout = new QVBoxLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);

@@ -1,4 +1,4 @@
-#include "editor/view/SLevelViews.h"
+#include "editor/app/SLevelViews.h"
 
 #include "editor/core/FileNames.h"
 #include "editor/core/UserFolders.h"
