@@ -90,7 +90,7 @@ void CViewArrangement::Restore(const QVariantMap& values, QStringList& wrong)
         }
         return;
     }
-    if (!RestoreShares(values))
+    if (values.contains(SHARES) && !RestoreShares(values))
     {
         wrong << SHARES;
     }

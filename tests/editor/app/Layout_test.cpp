@@ -104,6 +104,7 @@ TEST_F(CLayout, ResetBringsBackWhatAFirstWindowHas)
     Dock("history").setFloating(true);
     Dock("messages").close();
     m_Window->addDockWidget(Qt::RightDockWidgetArea, GetPanel());
+    Settle();
     auto* pGroup = GetPanel()->findChild<QGroupBox*>("Current brush");
     const int iOpen = pGroup->height();
     MoveTo(pGroup->mapToGlobal(QPoint(12, 8)) * pGroup->devicePixelRatioF());
