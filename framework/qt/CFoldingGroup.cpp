@@ -119,24 +119,31 @@ void CFoldingGroup::mouseReleaseEvent(QMouseEvent* pEvent)
     pEvent->setAccepted(bPressed);
 }
 
-void CFoldingGroup::keyPressEvent(QKeyEvent* pEvent)
+bool CFoldingGroup::event(QEvent* pEvent)
 {
-    switch (pEvent->key())
+    // What a control in it has left comes here, too.
+    return (pEvent->type() == QEvent::KeyPress && hasFocus() &&
+            TakeKey(static_cast<const QKeyEvent*>(pEvent)->key())) ||
+           QGroupBox::event(pEvent);
+}
+
+bool CFoldingGroup::TakeKey(int iKey)
+{
+    switch (iKey)
     {
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
         SetFolded(!m_bFolded);
-        break;
+        return true;
     case Qt::Key_Left:
         SetFolded(true);
-        break;
+        return true;
     case Qt::Key_Right:
         SetFolded(false);
-        break;
+        return true;
     default:
-        QGroupBox::keyPressEvent(pEvent);
-        break;
+        return false;
     }
 }
 

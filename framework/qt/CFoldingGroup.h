@@ -22,9 +22,10 @@ protected:
     void paintEvent(QPaintEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
-    void keyPressEvent(QKeyEvent* pEvent) override;
+    bool event(QEvent* pEvent) override; // the base class takes the space bar there
 
 private:
+    bool TakeKey(int iKey);
     QRect GetTitleRect() const;
     int GetArrowWidth() const;
 

@@ -224,8 +224,11 @@ TEST_F(CGallery, GroupsFoldByTheMouseAndByKeys)
         Press(eKey);
         expectFolded(bFolded, "key");
     }
-    // The keyboard never stays where nothing is to be seen, and goes round it.
+    // The keyboard never stays where nothing is to be seen, and goes round it. What is pressed in a
+    // control means the control, also when it has no use for it.
     pEdit->setFocus();
+    Press(Qt::Key_Return);
+    expectFolded(false, "key of a control");
     m_View.TakeNotes();
     FoldGroups(m_View, {"Fields"});
     expectFolded(true, "program");
