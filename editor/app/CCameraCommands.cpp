@@ -1,14 +1,34 @@
 #include "editor/app/CCameraCommands.h"
 
 #include "editor/app/CCommandList.h"
+#include "editor/app/CCursorNote.h"
+#include "editor/app/CLevelViews.h"
 #include "editor/app/CPluginCommands.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
 #include "host/ActionIds.h"
 
-CCameraCommands::CCameraCommands(CViewArea& views, CPluginCommands& plugin)
+#include <QMenu>
+
+#include <string>
+#include <utility>
+
+namespace
+{
+
+// The digits as they lie on the keyboard, and what their bookmarks are called.
+constexpr char DIGITS[] = "1234567890";
+
+} // namespace
+
+CCameraCommands::CCameraCommands(CViewArea& views,
+                                 CLevelViews& bookmarks,
+                                 CPluginCommands& plugin,
+                                 std::function<void()> showState)
     : m_Views(views)
+    , m_Bookmarks(bookmarks)
     , m_Plugin(plugin)
+    , m_ShowState(std::move(showState))
 {
 }
 
@@ -64,11 +84,61 @@ void CCameraCommands::AddTo(QMenu& menu, CCommandList& commands)
                 "camera.turn_left", "Turn &left", Key(Qt::Key_Left), send(CAMERA_TURN_LEFT)),
             SCommand::Run(
                 "camera.turn_right", "Turn &right", Key(Qt::Key_Right), send(CAMERA_TURN_RIGHT)),
-            SCommand::Hold("camera.fly.forward", "Fly forward", Key('W')),
-            SCommand::Hold("camera.fly.back", "Fly back", Key('S')),
-            SCommand::Hold("camera.fly.left", "Fly to the left", Key('A')),
-            SCommand::Hold("camera.fly.right", "Fly to the right", Key('D')),
-            SCommand::Hold("camera.fly.up", "Fly up", Key('E')),
-            SCommand::Hold("camera.fly.down", "Fly down", Key('Q')),
         });
+    AddBookmarks(*menu.addMenu("&Bookmarks"), commands);
+    commands.Add(menu,
+                 {
+                     SCommand::Hold("camera.fly.forward", "Fly forward", Key('W')),
+                     SCommand::Hold("camera.fly.back", "Fly back", Key('S')),
+                     SCommand::Hold("camera.fly.left", "Fly to the left", Key('A')),
+                     SCommand::Hold("camera.fly.right", "Fly to the right", Key('D')),
+                     SCommand::Hold("camera.fly.up", "Fly up", Key('E')),
+                     SCommand::Hold("camera.fly.down", "Fly down", Key('Q')),
+                 });
+}
+
+void CCameraCommands::AddBookmarks(QMenu& menu, CCommandList& commands)
+{
+    const auto keep = [this](const char* pszText, char cDigit)
+    {
+        m_Texts.push_back(pszText + std::string(1, cDigit));
+        return m_Texts.back().c_str();
+    };
+    for (const char* pDigit = DIGITS; *pDigit != 0; ++pDigit)
+    {
+        const auto i = static_cast<size_t>(*pDigit - '0');
+        commands.Add(menu,
+                     {SCommand::Run(
+                         keep("bookmark.go_", *pDigit),
+                         keep("Go to bookmark &", *pDigit),
+                         Alt(static_cast<uint32_t>(*pDigit)),
+                         [this, i] { GoToBookmark(i); },
+                         [this, i] { return m_Bookmarks.HasBookmark(i); })});
+    }
+    menu.addSeparator();
+    for (const char* pDigit = DIGITS; *pDigit != 0; ++pDigit)
+    {
+        const auto i = static_cast<size_t>(*pDigit - '0');
+        commands.Add(menu,
+                     {SCommand::Once(keep("bookmark.set_", *pDigit),
+                                     keep("Set bookmark &", *pDigit),
+                                     CtrlAlt(static_cast<uint32_t>(*pDigit)),
+                                     [this, i] { SetBookmark(i); })});
+    }
+}
+
+void CCameraCommands::SetBookmark(size_t i)
+{
+    m_Bookmarks.SetBookmark(m_Views, i);
+    m_Views.GetActive()->GetNote().ShowValue(QString("bookmark %1 is here").arg(i));
+    m_ShowState(); // there is one to go to
+}
+
+void CCameraCommands::GoToBookmark(size_t i)
+{
+    if (!m_Bookmarks.GoToBookmark(m_Views, i))
+    {
+        m_Views.GetActive()->GetNote().ShowValue(
+            QString("no view of the kind of bookmark %1 is open").arg(i));
+    }
 }

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QPointer>
 
 #include <algorithm>
 #include <utility>
@@ -78,7 +79,18 @@ QAction* CCommandList::MakeAction(const SCommand& command)
         pAction->setCheckable(true);
         pAction->setChecked(command.isChecked());
     }
-    QObject::connect(pAction, &QAction::triggered, &m_Window, [run = command.run] { run(); });
+    QObject::connect(pAction,
+                     &QAction::triggered,
+                     &m_Window,
+                     [pShown = QPointer<QAction>(pAction), command]
+                     {
+                         command.run();
+                         // A click turns the mark over, whatever it came to.
+                         if (pShown != nullptr && command.isChecked != nullptr)
+                         {
+                             pShown->setChecked(command.isChecked());
+                         }
+                     });
     // The window's own, so that its key works wherever the keyboard is in the window.
     m_Window.addAction(pAction);
     m_Shown[command.pszId] = {pAction, command};

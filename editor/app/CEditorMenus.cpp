@@ -24,7 +24,7 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
              parts.showState,
              parts.onLevel)
     , m_Edit(parts.window, parts.editor, parts.views, parts.settings, parts.hand, parts.showState)
-    , m_View(parts.editor, parts.views, parts.panel, parts.plugin, parts.settings.render)
+    , m_View(parts.editor, parts.views, parts.layout, parts.plugin, parts.settings.render)
     , m_Level(parts.editor, parts.documents, parts.onLevel)
     , m_Protection(parts.window, parts.editor, parts.views, parts.showState)
     , m_Measure(parts.editor,
@@ -33,7 +33,7 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
                 parts.measure,
                 parts.settings.fEyeHeight,
                 parts.showState)
-    , m_Camera(parts.views, parts.plugin)
+    , m_Camera(parts.views, parts.levelViews, parts.plugin, parts.showState)
     , m_Brush(parts.editor, parts.views, parts.plugin)
     , m_Form(parts.window, parts.views, parts.settings.input.form)
     , m_Library(parts.library, parts.views)

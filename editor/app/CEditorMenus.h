@@ -29,7 +29,8 @@ struct SMenuParts
     CEditor& editor;
     CCommandList& commands;
     CViewArea& views;
-    CPanelDock& panel;
+    CLevelViews& levelViews;
+    CWindowLayout& layout;
     CBrushLibraryDock& library;
     CMeasureDock& measure;
     CDocumentActions& documents;

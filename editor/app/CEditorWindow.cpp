@@ -132,8 +132,6 @@ void CEditorWindow::ShowPlugin()
                                                                  ShowState();
                                                              }});
     MakeMenus();
-    m_pViews->Add(EViewKind::Perspective);
-    m_pViews->Add(EViewKind::Top);
     m_pWelcome = std::make_unique<CWelcome>(SWelcomeParts{m_Editor,
                                                           m_Face,
                                                           *m_pViews,
@@ -142,11 +140,12 @@ void CEditorWindow::ShowPlugin()
                                                           m_Commands,
                                                           m_Documents,
                                                           m_Settings});
-    const QStringList wrong = m_pLayout->Restore(m_Ini.GetValues());
+    const bool bPanel = GetHost().GetSettings().IsPanelOpen();
+    const QStringList wrong = m_pLayout->Restore(m_Ini.GetValues(), bPanel);
     m_Ini.Check(GatherValues(), m_WrongKeys + wrong);
     FitPropertyColumns(GetHost().GetRegistryRoot(), font());
     // While the plug-in was loaded there was no dock for its panel, so it is asked once more.
-    if (GetHost().GetSettings().IsPanelOpen())
+    if (bPanel)
     {
         m_Editor.GetPlugin()->Activate(true);
     }
@@ -165,7 +164,8 @@ void CEditorWindow::MakeMenus()
                                                   .editor = m_Editor,
                                                   .commands = m_Commands,
                                                   .views = *m_pViews,
-                                                  .panel = m_pLayout->GetPanel(),
+                                                  .levelViews = m_Look.GetLevelViews(),
+                                                  .layout = *m_pLayout,
                                                   .library = m_pLayout->GetLibrary(),
                                                   .measure = m_pLayout->GetMeasure(),
                                                   .documents = m_Documents,
@@ -318,6 +318,7 @@ QVariantMap CEditorWindow::GatherValues() const
 void CEditorWindow::Keep()
 {
     m_Ini.Write(GatherValues());
+    m_Look.GetLevelViews().Keep(*m_pViews);
     m_Editor.KeepTools();
     if (GetHost().GetSettings().HasPanelChanged())
     {

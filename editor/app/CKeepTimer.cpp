@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QWidget>
 
 #include <utility>
 
@@ -10,9 +11,16 @@ namespace
 
 constexpr int KEEP_MS = 2000; // the most that a kill costs
 
-// The end of what a hand does; a button that is held has more to come.
-bool MayChange(QEvent::Type eType)
+// The end of what a hand does; a button that is held has more to come. What is done to a window's
+// frame comes as its new size and place alone.
+bool MayChange(const QObject& receiver, const QEvent& event)
 {
+    const QEvent::Type eType = event.type();
+    if (eType == QEvent::Resize || eType == QEvent::Move || eType == QEvent::WindowStateChange)
+    {
+        return event.spontaneous() && receiver.isWidgetType() &&
+               static_cast<const QWidget&>(receiver).isWindow();
+    }
     return eType == QEvent::MouseButtonRelease || eType == QEvent::TabletRelease ||
            eType == QEvent::KeyRelease || eType == QEvent::Wheel || eType == QEvent::Drop;
 }
@@ -29,10 +37,10 @@ CKeepTimer::CKeepTimer(std::function<bool()> mayKeep, std::function<void()> keep
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-bool CKeepTimer::eventFilter(QObject*, QEvent* pEvent)
+bool CKeepTimer::eventFilter(QObject* pReceiver, QEvent* pEvent)
 {
     // One that runs is left alone: started anew by each event, it would never come to its end.
-    if (MayChange(pEvent->type()) && !m_Timer.isActive())
+    if (MayChange(*pReceiver, *pEvent) && !m_Timer.isActive())
     {
         m_Timer.start();
     }

@@ -72,12 +72,14 @@ void CLevelCommands::FillMaterials(QMenu& menu)
         for (const QFileInfo& file : folder.entryInfoList({"*.mat"}, QDir::Files, QDir::Name))
         {
             const std::string strName = strFolder + "/" + file.fileName().toStdString();
-            menu.addAction(file.completeBaseName(),
-                           [this, strName]
-                           {
-                               m_Editor.GetDocument().SetMaterial(strName);
-                               m_OnLevel();
-                           });
+            QAction* pMaterial = menu.addAction(file.completeBaseName(),
+                                                [this, strName]
+                                                {
+                                                    m_Editor.GetDocument().SetMaterial(strName);
+                                                    m_OnLevel();
+                                                });
+            pMaterial->setCheckable(true);
+            pMaterial->setChecked(strName == m_Editor.GetDocument().GetMaterial());
         }
     }
     menu.addSeparator();

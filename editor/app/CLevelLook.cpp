@@ -11,6 +11,7 @@
 CLevelLook::CLevelLook(CEditor& editor, SRenderSettings& render)
     : m_Editor(editor)
     , m_Render(render)
+    , m_LevelViews(editor.GetDocument())
 {
 }
 
@@ -29,8 +30,10 @@ void CLevelLook::Follow(CViewArea* pViews)
     if (pViews != nullptr && m_Framed != m_Editor.GetDocument().GetGeneration())
     {
         m_Framed = m_Editor.GetDocument().GetGeneration();
+        m_LevelViews.Leave(*pViews);
         m_FramedSize = {};
         FrameOtherSize(pViews);
+        m_LevelViews.Enter(*pViews);
     }
 }
 

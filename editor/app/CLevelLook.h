@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/app/CLevelViews.h"
 #include "host/HostTypes.h"
 
 #include <cstdint>
@@ -10,8 +11,8 @@ class CViewArea;
 struct SRenderSettings;
 
 // Keeps what the views show in step with the open level: its material, the picture that they drape
-// over the terrain, and the piece of ground that they look at. Owned by the window, gone after the
-// views, which use the picture. UI thread.
+// over the terrain, and where they look at it from. Owned by the window, gone after the views,
+// which use the picture. UI thread.
 class CLevelLook
 {
 public:
@@ -22,17 +23,21 @@ public:
     CLevelLook& operator=(const CLevelLook&) = delete;
 
     // To be called when another level is open, or this one names another material or bitmap.
-    // pViews: null as long as there are none; the level is then framed at the first call with them.
+    // pViews: null as long as there are none; the level is then shown at the first call with them,
+    // as it was left, or whole.
     void Follow(CViewArea* pViews);
     // Frames the terrain when it lies elsewhere now, which only another extent does: one of another
     // resolution is where it was.
     void FrameOtherSize(CViewArea* pViews);
+
+    CLevelViews& GetLevelViews() { return m_LevelViews; }
 
 private:
     void FollowBitmap();
 
     CEditor& m_Editor;
     SRenderSettings& m_Render;
+    CLevelViews m_LevelViews;
     std::string m_BitmapName; // of the texture in m_Render; empty for none
     uint64_t m_Framed = 0;    // generation of the document that the views have framed
     SVec3 m_FramedSize;       // of its terrain

@@ -1,5 +1,6 @@
 #include "editor/app/CPanelDock.h"
 
+#include "editor/app/ScreenRoom.h"
 #include "framework/core/CRuntimeClass.h"
 #include "framework/qt/WidgetAccess.h"
 #include "framework/widgets/CFormView.h"
@@ -7,14 +8,23 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QGroupBox>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QLineEdit>
-#include <QScreen>
+#include <QMainWindow>
 #include <QScrollArea>
 #include <QScrollBar>
 
 #include <algorithm>
 #include <utility>
+
+namespace
+{
+
+constexpr int LEAST_WIDTH = 120;
+
+} // namespace
 
 CPanelDock::CPanelDock(QWidget* pParent, SPanelEvents events)
     : QDockWidget("Terrain", pParent)
@@ -58,33 +68,62 @@ bool CPanelDock::Open(const CRuntimeClass* pClass)
     auto* pArea = qobject_cast<QScrollArea*>(GetWidget(*m_pView));
     if (pArea != nullptr)
     {
-        // As narrow as can be without cutting the form off at the side.
-        pArea->setMinimumWidth(pArea->widget()->minimumSizeHint().width() +
-                               pArea->verticalScrollBar()->sizeHint().width());
+        m_FormWidth = pArea->widget()->minimumSizeHint().width() +
+                      pArea->verticalScrollBar()->sizeHint().width();
+        pArea->setMinimumWidth(LEAST_WIDTH); // narrower than its form it scrolls
     }
+    SetFolded(m_Folded);
     setWidget(GetWidget(*m_pView));
     m_pView->ShowWindow(true);
     show();
     raise();
-    KeepOnScreen();
+    if (!std::exchange(m_bPlaced, false))
+    {
+        FitWidth();
+    }
+    if (isFloating())
+    {
+        KeepOnScreen(*this, parentWidget()); // it grows with what is in it
+    }
     return true;
 }
 
-// A floating one may come from another screen, and grow with what is in it.
-void CPanelDock::KeepOnScreen()
+void CPanelDock::FitWidth()
 {
-    if (!isFloating())
+    auto* pWindow = qobject_cast<QMainWindow*>(parentWidget());
+    if (pWindow == nullptr || isFloating())
     {
         return;
     }
-    const QRect frame = frameGeometry();
-    const QScreen* pScreen = QGuiApplication::screenAt(frame.center());
-    pScreen = pScreen != nullptr ? pScreen : parentWidget()->screen();
-    const QRect room = pScreen->availableGeometry();
-    // What the system draws around it is not known before it is shown.
-    resize(std::min(width(), room.width()), std::min(height(), room.height()));
-    move(std::clamp(x(), room.left(), room.right() + 1 - width()),
-         std::clamp(y(), room.top(), room.bottom() + 1 - height()));
+    pWindow->layout()->activate();
+    if (pWindow->isVisible() && width() >= m_FormWidth)
+    {
+        return;
+    }
+    int iRoom = pWindow->width() - pWindow->centralWidget()->minimumWidth();
+    for (const QDockWidget* pDock : pWindow->findChildren<QDockWidget*>())
+    {
+        const bool bBeside =
+            pWindow->dockWidgetArea(const_cast<QDockWidget*>(pDock)) == Qt::RightDockWidgetArea;
+        iRoom -= bBeside && pDock->isVisible() && !pDock->isFloating() ? pDock->width() : 0;
+    }
+    pWindow->resizeDocks({this},
+                         {std::clamp(m_FormWidth, LEAST_WIDTH, std::max(iRoom, LEAST_WIDTH))},
+                         Qt::Horizontal);
+}
+
+QStringList CPanelDock::GetFolded() const
+{
+    return m_pView != nullptr ? GetFoldedGroups(*m_pView) : m_Folded;
+}
+
+void CPanelDock::SetFolded(const QStringList& titles)
+{
+    m_Folded = titles;
+    if (m_pView != nullptr)
+    {
+        FoldGroups(*m_pView, titles);
+    }
 }
 
 void CPanelDock::UpdateView()
@@ -110,7 +149,9 @@ void CPanelDock::TakeFocus()
          pNext = pNext->nextInFocusChain())
     {
         const auto* pField = qobject_cast<const QLineEdit*>(pNext);
+        // The titles of groups work, too, but nobody comes for them.
         const bool bUsable = pNext->isEnabled() && pNext->isVisible() &&
+                             qobject_cast<const QGroupBox*>(pNext) == nullptr &&
                              (pField == nullptr || !pField->isReadOnly());
         if (bUsable && (pNext->focusPolicy() & Qt::TabFocus) != 0)
         {
@@ -122,6 +163,7 @@ void CPanelDock::TakeFocus()
 
 void CPanelDock::Close()
 {
+    m_Folded = GetFolded();
     m_pView.reset(); // takes its widget along
     hide();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDockWidget>
+#include <QStringList>
 #include <QTimer>
 
 #include <functional>
@@ -31,6 +32,14 @@ public:
     void Close();      // tells nobody
     void UpdateView(); // shows another level
     void TakeFocus();  // the first control that the keyboard can work
+    void FitWidth();   // at least as wide as the form needs it, where the window has the room
+
+    // The next one that is opened has its place and width already.
+    void KeepPlace() { m_bPlaced = true; }
+
+    // Titles of the groups that are folded, also while it is closed.
+    QStringList GetFolded() const;
+    void SetFolded(const QStringList& titles);
 
     // To be called when the program ends, which closes all windows, a floating panel among them:
     // that is not the person's doing, and the next start opens it again.
@@ -43,10 +52,12 @@ protected:
 private:
     void OnFocus(QWidget* pNow);
     void LeaveField();
-    void KeepOnScreen();
 
     SPanelEvents m_Events;
     QTimer m_LeaveTimer;                // a field is left once it has done what its key does there
     std::unique_ptr<CFormView> m_pView; // null while it is closed
+    QStringList m_Folded;               // when it was open last
+    int m_FormWidth = 0;                // that cuts nothing off
+    bool m_bPlaced = false;
     bool m_bKeptOpen = false;
 };

@@ -130,7 +130,7 @@ void CPluginCommands::SendAction(int32_t iAction)
         host.GetModes().GetCurrentModeId() != NO_MODE && m_Editor.GetPlugin() != nullptr;
     host.GetInput().SendAction(view, iAction, 1);
     host.GetModes().SetModeCursor();
-    if (!bInMode || m_Views.GetActive()->GetKind() == EViewKind::Top)
+    if (!bInMode || m_Views.GetActive()->GetKind() != EViewKind::Perspective)
     {
         // Views without a camera, and views while no mode listens, have no one else to do it.
         RunCameraAction(host, view, iAction);

@@ -8,6 +8,7 @@
 #include "host/IPluginTools.h"
 
 #include <QLabel>
+#include <QLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -62,6 +63,7 @@ CStatusLine::CStatusLine(QWidget* pParent)
     , m_pStroke(AddField("status-stroke", ""))
     , m_pWords(new QLabel(this))
 {
+    setMinimumWidth(1); // its fields make no window wider
     m_pRecord->setStyleSheet("color: #d03030; font-weight: bold;");
     m_pStroke->setMinimumWidth(1); // the last field: where there is no room it is cut
     m_pWords->setObjectName("status-words");
@@ -147,9 +149,23 @@ void CStatusLine::PlaceWords()
     m_pWords->setGeometry(iRoom - iWidth, 1, iWidth, height() - 2);
 }
 
+// Where not all fields have room, those go that are missed least.
+void CStatusLine::FitFields()
+{
+    QLabel* const needed[] = {
+        m_pRecord, m_pBrush, m_pPosition, m_pMode, m_pSlope, m_pVertex, m_pFrame};
+    int iRoom = width() - height();
+    for (QLabel* pField : needed)
+    {
+        iRoom -= pField->minimumWidth() + layout()->spacing();
+        pField->setVisible(iRoom >= 0);
+    }
+}
+
 void CStatusLine::resizeEvent(QResizeEvent* pEvent)
 {
     QStatusBar::resizeEvent(pEvent);
+    FitFields();
     PlaceWords();
 }
 

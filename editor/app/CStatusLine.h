@@ -37,6 +37,7 @@ protected:
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
+    void FitFields();
     void PlaceWords();
     void ShowWords(const QString& strText);
     void EndWords();

@@ -74,8 +74,12 @@ void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
     commands.Add(
         menu,
         {
-            SCommand::Once(
-                "tool.toggle", "&Take the tool up or put it away", Ctrl('T'), [this] { Toggle(); }),
+            {.pszId = "tool.toggle",
+             .pszText = "&Take the tool up or put it away",
+             .key = Ctrl('T'),
+             .run = [this] { Toggle(); },
+             .isChecked = [this] { return m_pTools != nullptr && m_pTools->IsTerraforming(); },
+             .bOnce = true},
             SCommand::Line(),
             SCommand::Run("brush.larger", "&Larger brush", Key(']'), scale(true)),
             SCommand::Run("brush.smaller", "S&maller brush", Key('['), scale(false)),
@@ -90,7 +94,12 @@ void CToolCommands::AddTo(QMenu& menu, CCommandList& commands)
                            "Height, levels or neighbourhood of the tool, with the mouse",
                            Key('N')),
             SCommand::Line(),
-            SCommand::Once("brush.mask", "Mas&k on and off", Key('M'), [this] { SwitchMask(); }),
+            {.pszId = "brush.mask",
+             .pszText = "Mas&k on and off",
+             .key = Key('M'),
+             .run = [this] { SwitchMask(); },
+             .isChecked = [this] { return m_pTools != nullptr && m_pTools->IsMaskEnabled(); },
+             .bOnce = true},
             SCommand::Once(
                 "brush.choose_mask", "&Choose the mask...", Shift('M'), [this] { ChooseMask(); }),
         });
@@ -113,7 +122,8 @@ bool CToolCommands::IsReady() const
 
 bool CToolCommands::IsAtHand(const STool& tool) const
 {
-    return m_pTools->IsTerraforming() && m_pTools->GetFunctionName() == tool.offer.pszFunction;
+    return m_pTools != nullptr && m_pTools->IsTerraforming() &&
+           m_pTools->GetFunctionName() == tool.offer.pszFunction;
 }
 
 bool CToolCommands::IsSculpting() const

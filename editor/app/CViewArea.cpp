@@ -1,6 +1,7 @@
 #include "editor/app/CViewArea.h"
 
 #include "editor/app/CGroundGuides.h"
+#include "editor/app/CViewFrame.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
 #include "editor/view/CTerrainCopies.h"
@@ -18,8 +19,17 @@
 
 #include <algorithm>
 
+namespace
+{
+
+// Less is no view to work in: what is docked gives way instead.
+constexpr int LEAST_WIDTH = 400;
+constexpr int LEAST_HEIGHT = 180;
+
+} // namespace
+
 CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
-    : QSplitter(Qt::Horizontal, pParent)
+    : CViewGrid(pParent)
     , m_Parts(std::move(parts))
     , m_MarkSource(m_Parts.pPlugin)
     , m_Events(std::move(events))
@@ -43,47 +53,93 @@ CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
         DrawGuides();
     };
     setObjectName("views");
-    setChildrenCollapsible(false);
+    setMinimumSize(LEAST_WIDTH, LEAST_HEIGHT);
     m_Events.onMark = [this]
     {
         RequestFrames();
+    };
+    m_Events.onTap = [this](ViewId view)
+    {
+        ToggleAlone(view);
     };
     const auto onActive = m_Events.onActive;
     m_Events.onActive = [this, onActive](ViewId view)
     {
         m_Active = view;
+        ShowActive();
         onActive(view);
     };
 }
 
 CViewWidget* CViewArea::Add(EViewKind eKind)
 {
-    auto* pView = new CViewWidget(this, m_Next++, eKind, m_Parts, m_Events);
+    EndGestures();
+    auto* pFrame = new CViewFrame; // the grid's, once it has a place there
+    auto* pView = new CViewWidget(pFrame, m_Next++, eKind, m_Parts, m_Events);
+    pFrame->SetView(*pView);
     m_Views.push_back(pView);
-    addWidget(pView);
-    pView->show();
+    m_Frames.push_back(pFrame);
     if (m_Active == NO_VIEW)
     {
         m_Active = pView->GetViewId();
     }
-    setSizes(QList<int>(count(), width() / count())); // before the camera looks at its view
+    PlaceViews(); // before the camera looks at its view
     pView->FrameAll();
     return pView;
 }
 
-bool CViewArea::CloseActive()
+bool CViewArea::Close(ViewId view)
 {
-    CViewWidget* pView = GetActive();
+    CViewWidget* pView = Find(view);
     if (m_Views.size() < 2 || pView == nullptr)
     {
         return false;
     }
-    // A drag must not go on without its view.
-    pView->GetInput().End();
-    m_Views.erase(std::find(m_Views.begin(), m_Views.end(), pView));
-    m_Active = m_Views.front()->GetViewId();
-    delete pView;
+    EndGestures(); // a drag must not go on without its view
+    const auto found = std::find(m_Views.begin(), m_Views.end(), pView);
+    const auto frame = m_Frames.begin() + (found - m_Views.begin());
+    m_Views.erase(found);
+    delete *frame; // and the view
+    m_Frames.erase(frame);
+    if (m_Active == view)
+    {
+        m_Active = m_Views.front()->GetViewId();
+    }
+    PlaceViews();
     return true;
+}
+
+void CViewArea::PlaceViews()
+{
+    Place({m_Frames.begin(), m_Frames.end()});
+    ShowActive();
+    LookAgain();
+}
+
+void CViewArea::ToggleAlone(ViewId view)
+{
+    CViewWidget* pView = Find(view);
+    if (pView == nullptr || m_Views.size() < 2)
+    {
+        return;
+    }
+    EndGestures();
+    ShowAlone(IsOneAlone() ? nullptr : pView->parentWidget());
+    m_Active = view;
+    ShowActive();
+    pView->setFocus(); // one that is hidden has given it away
+    LookAgain();
+    m_Events.onFrame(view); // the menu has a mark for it
+}
+
+void CViewArea::ShowActive()
+{
+    const bool bSeveral = m_Views.size() > 1 && !IsOneAlone();
+    for (CViewFrame* pFrame : m_Frames)
+    {
+        const CViewWidget* pView = GetActive();
+        pFrame->SetActive(bSeveral && pView != nullptr && pView->parentWidget() == pFrame);
+    }
 }
 
 CViewWidget* CViewArea::Find(ViewId view) const
@@ -168,7 +224,8 @@ bool CViewArea::IsComplete() const
 {
     return std::all_of(m_Views.begin(),
                        m_Views.end(),
-                       [](const CViewWidget* pView) { return pView->GetStatistics().bComplete; });
+                       [this](const CViewWidget* pView)
+                       { return !pView->isVisibleTo(this) || pView->GetStatistics().bComplete; });
 }
 
 void CViewArea::RequestFrames()
@@ -208,7 +265,7 @@ void CViewArea::LookAgain()
 
 void CViewArea::moveEvent(QMoveEvent* pEvent)
 {
-    QSplitter::moveEvent(pEvent);
+    CViewGrid::moveEvent(pEvent);
     LookAgain();
 }
 

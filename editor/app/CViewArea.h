@@ -1,21 +1,26 @@
 #pragma once
 
 #include "editor/app/CMarkSource.h"
+#include "editor/app/CViewGrid.h"
 #include "editor/app/CViewWidget.h"
 
-#include <QSplitter>
-
 class CCamera;
+class CViewFrame;
 
-// The open views, side by side. Owned by the window.
-class CViewArea : public QSplitter
+// The open views, each in its frame. Owned by the window.
+class CViewArea : public CViewGrid
 {
 public:
     CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events);
 
-    CViewWidget* Add(EViewKind eKind); // takes the place at the right
-    // Closes the active view. False when it is the last one, which stays.
-    bool CloseActive();
+    // Takes the last place. This and the next ones end a stroke, and show all views again.
+    CViewWidget* Add(EViewKind eKind);
+    bool Close(ViewId view); // false when it is the last one, which stays
+
+    bool CloseActive() { return Close(m_Active); }
+
+    // Gives the view the whole room, or all of them theirs again.
+    void ToggleAlone(ViewId view);
 
     CViewWidget* Find(ViewId view) const; // null when there is none
     CViewWidget* GetActive() const;       // never null while a view is open
@@ -51,6 +56,8 @@ protected:
     void moveEvent(QMoveEvent* pEvent) override;
 
 private:
+    void PlaceViews();
+    void ShowActive();
     void SeeCursor();
     void FillMark(SGroundMark& mark);
     EMarkPlace FindMark(SVec3& at, bool& bSmooth) const;
@@ -59,7 +66,8 @@ private:
     SViewParts m_Parts;
     CMarkSource m_MarkSource;
     SViewEvents m_Events;
-    std::vector<CViewWidget*> m_Views; // the splitter's
+    std::vector<CViewWidget*> m_Views; // their frames', which are the grid's
+    std::vector<CViewFrame*> m_Frames; // of the views
     ViewId m_Active = NO_VIEW;
     ViewId m_Next = 1; // names are not given twice
     bool m_bLookAgain = false;

@@ -6,6 +6,7 @@
 #include "editor/app/CPluginCommands.h"
 #include "editor/app/CSunHand.h"
 #include "editor/app/CViewArea.h"
+#include "editor/app/CWindowLayout.h"
 #include "editor/app/KeyChords.h"
 #include "editor/view/SRenderSettings.h"
 #include "host/ActionIds.h"
@@ -16,12 +17,12 @@
 
 CViewCommands::CViewCommands(CEditor& editor,
                              CViewArea& views,
-                             CPanelDock& panel,
+                             CWindowLayout& layout,
                              CPluginCommands& plugin,
                              SRenderSettings& render)
     : m_Editor(editor)
     , m_Views(views)
-    , m_Panel(panel)
+    , m_Layout(layout)
     , m_Plugin(plugin)
     , m_Render(render)
 {
@@ -29,43 +30,34 @@ CViewCommands::CViewCommands(CEditor& editor,
 
 void CViewCommands::AddTo(QMenu& menu, CCommandList& commands)
 {
-    const auto add = [this](EViewKind eKind)
-    {
-        return [this, eKind]
-        {
-            m_Views.Add(eKind);
-        };
-    };
+    AddViews(menu, commands);
     const auto switchGrid = [this]
     {
         m_Render.bGrid = !m_Render.bGrid;
         m_Views.RequestFrames();
     };
-    const auto hasGrid = [this]
-    {
-        return m_Render.bGrid;
-    };
     commands.Add(
         menu,
         {
-            SCommand::Run("view.add_perspective",
-                          "New &perspective view",
-                          NO_KEY,
-                          add(EViewKind::Perspective)),
-            SCommand::Run("view.add_top", "New &top view", NO_KEY, add(EViewKind::Top)),
-            SCommand::Run("view.close", "&Close view", NO_KEY, [this] { m_Views.CloseActive(); }),
             SCommand::Line(),
-            SCommand::Once("view.wire", "&Wire frame", Key('Z'), [this] { SwitchWireFrame(); }),
+            {.pszId = "view.wire",
+             .pszText = "&Wire frame",
+             .key = Key('Z'),
+             .run = [this] { SwitchWireFrame(); },
+             .isChecked = [this] { return IsWireFrame(); },
+             .bOnce = true},
             {.pszId = "view.grid",
              .pszText = "&Grid",
              .key = Key('G'),
              .run = switchGrid,
-             .isChecked = hasGrid,
+             .isChecked = [this] { return m_Render.bGrid; },
              .bOnce = true},
             SCommand::Hold(SUN_COMMAND, "Turn the sun, with the mouse", Key('L')),
             SCommand::Line(),
+            SCommand::Run("view.reset", "&Reset layout", NO_KEY, [this] { m_Layout.Reset(); }),
             SCommand::Run(
                 "view.panel", "&Terrain panel and back", Key(Qt::Key_F6), [this] { GoToPanel(); }),
+            SCommand::Line(),
         });
     AddTimes(*menu.addMenu("Time of &day"), commands);
 }
@@ -94,35 +86,85 @@ void CViewCommands::AddTimes(QMenu& menu, CCommandList& commands)
     }
 }
 
+void CViewCommands::AddViews(QMenu& menu, CCommandList& commands)
+{
+    const auto arrange = [this](const char* pszId, const char* pszText, size_t nViews)
+    {
+        return SCommand{.pszId = pszId,
+                        .pszText = pszText,
+                        .run = [this, nViews] { m_Layout.GetArrangement().SetCount(nViews); },
+                        .isChecked =
+                            [this, nViews]
+                        {
+                            return m_Layout.GetArrangement().HasCount(nViews);
+                        }};
+    };
+    const auto add = [this](const char* pszId, const char* pszText, EViewKind eKind)
+    {
+        return SCommand::Run(pszId, pszText, NO_KEY, [this, eKind] { m_Views.Add(eKind); });
+    };
+    const auto isOneOfSeveral = [this]
+    {
+        return m_Views.GetViews().size() > 1;
+    };
+    commands.Add(menu,
+                 {
+                     arrange("view.one", "&One view", 1),
+                     arrange("view.two", "Two views &beside each other", 2),
+                     arrange("view.four", "&Four views", 4),
+                     {.pszId = "view.alone",
+                      .pszText = "&Maximise the view and back",
+                      .key = Key(Qt::Key_F11),
+                      .run = [this] { m_Views.ToggleAlone(m_Views.GetActiveId()); },
+                      .isEnabled = isOneOfSeveral,
+                      .isChecked = [this] { return m_Views.IsOneAlone(); },
+                      .bOnce = true},
+                     SCommand::Line(),
+                     add("view.add_perspective", "New &perspective view", EViewKind::Perspective),
+                     add("view.add_top", "New &top view", EViewKind::Top),
+                     add("view.add_front", "New fro&nt view", EViewKind::Front),
+                     add("view.add_side", "New &side view", EViewKind::Side),
+                     SCommand::Run(
+                         "view.close",
+                         "&Close view",
+                         NO_KEY,
+                         [this] { m_Views.CloseActive(); },
+                         isOneOfSeveral),
+                 });
+}
+
 void CViewCommands::AddDocks(QMenu& menu, const QMainWindow& window)
 {
     for (const QDockWidget* pDock : window.findChildren<QDockWidget*>())
     {
-        if (pDock != &m_Panel)
-        {
-            menu.addAction(pDock->toggleViewAction());
-        }
+        menu.addAction(pDock->toggleViewAction());
     }
+}
+
+bool CViewCommands::IsWireFrame() const
+{
+    const CViewWidget* pView = m_Views.GetActive();
+    return pView != nullptr && pView->IsWireFrame(); // there is none yet when the menu is made
 }
 
 void CViewCommands::SwitchWireFrame()
 {
-    const bool bWire = m_Views.GetActive()->IsWireFrame();
-    m_Plugin.SendAction(bWire ? CAMERA_TOGGLE_OFF : CAMERA_TOGGLE_ON);
+    m_Plugin.SendAction(IsWireFrame() ? CAMERA_TOGGLE_OFF : CAMERA_TOGGLE_ON);
 }
 
 // The keyboard goes to the panel, which opens when it is closed, and from there back to the view.
 void CViewCommands::GoToPanel()
 {
-    if (m_Panel.isAncestorOf(QApplication::focusWidget()))
+    CPanelDock& panel = m_Layout.GetPanel();
+    if (panel.isAncestorOf(QApplication::focusWidget()))
     {
         m_Views.activateWindow();
         m_Views.GetActive()->setFocus();
         return;
     }
-    if (m_Panel.isHidden() && m_Editor.GetPlugin() != nullptr)
+    if (panel.isHidden() && m_Editor.GetPlugin() != nullptr)
     {
         m_Editor.GetPlugin()->Activate(true);
     }
-    m_Panel.TakeFocus();
+    panel.TakeFocus();
 }

@@ -5,9 +5,9 @@
 
 class CCommandList;
 class CEditor;
-class CPanelDock;
 class CPluginCommands;
 class CViewArea;
+class CWindowLayout;
 class QMainWindow;
 class QMenu;
 struct SRenderSettings;
@@ -20,22 +20,23 @@ public:
     // Borrowed. render: of all views, changed in place.
     CViewCommands(CEditor& editor,
                   CViewArea& views,
-                  CPanelDock& panel,
+                  CWindowLayout& layout,
                   CPluginCommands& plugin,
                   SRenderSettings& render);
 
     void AddTo(QMenu& menu, CCommandList& commands);
-    // All docks of the window but the panel, which the plug-in opens and closes.
-    void AddDocks(QMenu& menu, const QMainWindow& window);
+    void AddDocks(QMenu& menu, const QMainWindow& window); // all of the window
 
 private:
     void AddTimes(QMenu& menu, CCommandList& commands);
+    void AddViews(QMenu& menu, CCommandList& commands);
+    bool IsWireFrame() const; // the active view
     void SwitchWireFrame();
     void GoToPanel();
 
     CEditor& m_Editor;
     CViewArea& m_Views;
-    CPanelDock& m_Panel;
+    CWindowLayout& m_Layout;
     CPluginCommands& m_Plugin;
     SRenderSettings& m_Render;
     std::vector<std::string> m_TimeIds; // of the commands for times of day

@@ -5,6 +5,7 @@
 #include "editor/app/SHandState.h"
 #include "editor/core/CKeyBindings.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -56,17 +57,39 @@ bool IsHeldKey(const SKeyCommand* pCommand, const QKeyEvent& event)
 CViewKeys::CViewKeys(const CKeyBindings& keys,
                      const SEditorSettings& settings,
                      SHandState& hand,
-                     std::function<void()> onFly)
+                     std::function<void()> onFly,
+                     std::function<void()> onTap)
     : m_Keys(keys)
     , m_Settings(settings)
     , m_Hand(hand)
     , m_OnFly(std::move(onFly))
+    , m_OnTap(std::move(onTap))
 {
 }
 
 bool CViewKeys::Set(const QKeyEvent& event, bool bDown)
 {
-    return SetStrokeKey(event, bDown) || SetFlyKey(event, bDown);
+    const bool bTaken = SetStrokeKey(event, bDown) || SetFlyKey(event, bDown);
+    FollowTap(event, bDown);
+    return bTaken;
+}
+
+// A key that is held until the keyboard repeats it is held for a stroke, and so is one that another
+// event comes between.
+void CViewKeys::FollowTap(const QKeyEvent& event, bool bDown)
+{
+    const bool bWas = std::exchange(m_bTap, false);
+    const bool bAlone = !event.isAutoRepeat() && event.modifiers() == Qt::NoModifier &&
+                        QGuiApplication::mouseButtons() == Qt::NoButton;
+    if (!bAlone || !IsHeldKey(m_Keys.FindById(std::string(STROKE_COMMAND) + "join"), event))
+    {
+        return;
+    }
+    m_bTap = bDown;
+    if (bWas && !bDown)
+    {
+        m_OnTap(); // the views may stand elsewhere now
+    }
 }
 
 bool CViewKeys::SetFlyKey(const QKeyEvent& event, bool bDown)
@@ -132,7 +155,7 @@ void CViewKeys::ClosePath(bool bWanted)
 void CViewKeys::Release(bool bStroke)
 {
     m_FlyKeys = {};
-    m_bSmooth = false;
+    m_bSmooth = m_bTap = false;
     if (bStroke)
     {
         for (const SStrokeKey& key : STROKE_KEYS)

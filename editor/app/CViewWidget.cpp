@@ -10,12 +10,8 @@
 #include "host/IPlugin.h"
 #include "host/IPluginTools.h"
 
-#include <QApplication>
-#include <QCursor>
-#include <QMouseEvent>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
-#include <QTabletEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -30,8 +26,9 @@ constexpr float SPOT_CELLS = 8.0F;
 
 CCamera* GetCamera(CEditorHost& host, ViewId view, EViewKind eKind)
 {
-    return eKind == EViewKind::Top ? nullptr
-                                   : host.GetEngine().GetCWorld().GetCameraList().AddCamera(view);
+    return eKind != EViewKind::Perspective
+               ? nullptr
+               : host.GetEngine().GetCWorld().GetCameraList().AddCamera(view);
 }
 
 } // namespace
@@ -44,7 +41,7 @@ CViewWidget::CViewWidget(
     , m_pTools(dynamic_cast<IPluginTools*>(parts.pPlugin))
     , m_View(view)
     , m_Handle(RegisterView(*this))
-    , m_Navigator(GetCamera(parts.host, view, eKind))
+    , m_Navigator(GetCamera(parts.host, view, eKind), eKind)
     , m_Input(parts.host, parts.pPlugin, view, m_Navigator, parts.settings.input, parts.hand)
     , m_Renderer(parts.pCopies)
     , m_pNote(new CCursorNote(this))
@@ -56,7 +53,12 @@ CViewWidget::CViewWidget(
           *m_pNote,
           [this] { m_Events.onMark(); },
           [this] { SeeCursor(); }))
-    , m_Keys(parts.keys, parts.settings, parts.hand, [this] { update(); })
+    , m_Keys(
+          parts.keys,
+          parts.settings,
+          parts.hand,
+          [this] { update(); },
+          [this] { m_Events.onTap(m_View); })
     , m_Mouse(m_Input, *m_pNote, *m_pHand, m_Keys, parts.settings.input.mouse)
     , m_Quality([this] { update(); })
 {
@@ -170,104 +172,6 @@ void CViewWidget::moveEvent(QMoveEvent* pEvent)
     m_Parts.lookAgain();
 }
 
-bool CViewWidget::event(QEvent* pEvent)
-{
-    switch (pEvent->type())
-    {
-    case QEvent::Enter:
-        m_Events.onActive(m_View);
-        m_Parts.host.GetModes().SetModeCursor();
-        TakeKeyboard();
-        break;
-    case QEvent::WindowActivate: // a dialog lay over the cursor, or the window has just come
-        if (QApplication::widgetAt(QCursor::pos()) == this)
-        {
-            SeeCursor();
-            const QWidget* pFocus = window()->focusWidget();
-            if (pFocus == nullptr || dynamic_cast<const CViewWidget*>(pFocus) != nullptr)
-            {
-                TakeKeyboard();
-            }
-        }
-        break;
-    case QEvent::Leave:
-        LoseCursor();
-        Update();
-        break;
-    case QEvent::ShortcutOverride:
-        if (m_pHand->TakesKey(*static_cast<QKeyEvent*>(pEvent)))
-        {
-            pEvent->accept();
-            return true;
-        }
-        break;
-    default:
-        break;
-    }
-    return QOpenGLWidget::event(pEvent);
-}
-
-void CViewWidget::Update()
-{
-    update();
-    if (m_Parts.hand.bProtect || m_Parts.host.GetModes().GetCurrentModeId() != NO_MODE)
-    {
-        m_Events.onMark();
-    }
-    m_Events.onFrame(m_View);
-}
-
-void CViewWidget::mousePressEvent(QMouseEvent* pEvent)
-{
-    if (!CViewMouse::TakesButton(*pEvent))
-    {
-        pEvent->ignore();
-        return;
-    }
-    m_Events.onActive(m_View);
-    m_Mouse.Press(*pEvent, devicePixelRatioF());
-    ShowKeys(pEvent->modifiers());
-    Update();
-}
-
-void CViewWidget::mouseMoveEvent(QMouseEvent* pEvent)
-{
-    if (m_Mouse.Move(*pEvent, devicePixelRatioF()))
-    {
-        ShowKeys(pEvent->modifiers());
-        Update();
-    }
-}
-
-void CViewWidget::mouseReleaseEvent(QMouseEvent* pEvent)
-{
-    if (!CViewMouse::TakesButton(*pEvent))
-    {
-        pEvent->ignore();
-        return;
-    }
-    const bool bMenu = m_Mouse.Release(*pEvent, devicePixelRatioF());
-    ShowKeys(pEvent->modifiers());
-    Update();
-    if (bMenu)
-    {
-        m_Events.onMenu(m_View, pEvent->globalPosition().toPoint());
-    }
-}
-
-void CViewWidget::tabletEvent(QTabletEvent* pEvent)
-{
-    m_Mouse.Pen(*pEvent);
-    pEvent->ignore(); // an event of the mouse follows, with all that belongs to it
-}
-
-void CViewWidget::wheelEvent(QWheelEvent* pEvent)
-{
-    m_Mouse.Wheel(*pEvent, devicePixelRatioF());
-    pEvent->accept();
-    Update();
-}
-
 void CViewWidget::SetWireFrame(bool bOn)
 {
     m_bWireFrame = bOn;
@@ -277,6 +181,13 @@ void CViewWidget::SetWireFrame(bool bOn)
 void CViewWidget::FrameAll()
 {
     m_Navigator.FrameTerrain(GetTerrain());
+    m_Input.RepeatHover();
+    update();
+}
+
+void CViewWidget::LookFrom(const SViewLook& look)
+{
+    m_Navigator.SetLook(GetTerrain(), look);
     m_Input.RepeatHover();
     update();
 }
@@ -297,50 +208,6 @@ void CViewWidget::FrameSpot()
     update();
 }
 
-void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
-{
-    m_bSmooth = m_Keys.IsSmoothing(modifiers);
-    const bool bStroke = m_Input.IsStroking() && m_pTools != nullptr && m_pTools->HeedsMinMax();
-    const bool bMin = modifiers.testFlag(Qt::ControlModifier) || m_Parts.hand.bRaise;
-    const bool bMax = modifiers.testFlag(Qt::AltModifier) || m_Parts.hand.bLower;
-    const bool bTaking = modifiers.testFlag(Qt::ControlModifier);
-    m_pNote->SetState(m_Parts.hand.bProtect ? (bTaking ? "unprotect" : "protect")
-                      : bStroke && bMin     ? "min"
-                      : bStroke && bMax     ? "max"
-                                            : "");
-}
-
-// The mark shows what a press would do with the keys that are held now.
-void CViewWidget::FollowKey(const QKeyEvent& event)
-{
-    if (!event.isAutoRepeat())
-    {
-        Update();
-    }
-}
-
-void CViewWidget::keyPressEvent(QKeyEvent* pEvent)
-{
-    const bool bTaken = m_pHand->Press(*pEvent) || m_Keys.Set(*pEvent, true);
-    ShowKeys(QGuiApplication::queryKeyboardModifiers());
-    FollowKey(*pEvent);
-    if (!bTaken)
-    {
-        QOpenGLWidget::keyPressEvent(pEvent);
-    }
-}
-
-void CViewWidget::keyReleaseEvent(QKeyEvent* pEvent)
-{
-    const bool bTaken = m_pHand->Release(*pEvent) || m_Keys.Set(*pEvent, false);
-    ShowKeys(QGuiApplication::queryKeyboardModifiers());
-    FollowKey(*pEvent);
-    if (!bTaken)
-    {
-        QOpenGLWidget::keyReleaseEvent(pEvent);
-    }
-}
-
 void CViewWidget::Fly()
 {
     float fSeconds = 0.0F;
@@ -350,56 +217,4 @@ void CViewWidget::Fly()
     }
     m_Input.Fly(m_Keys.GetFlyKeys(), fSeconds);
     m_FrameTimer.start(0);
-}
-
-// Keys work in the view that the cursor is in, without a click.
-void CViewWidget::TakeKeyboard()
-{
-    if (isActiveWindow() && QApplication::activePopupWidget() == nullptr &&
-        QApplication::activeModalWidget() == nullptr &&
-        QGuiApplication::mouseButtons() == Qt::NoButton)
-    {
-        setFocus(Qt::MouseFocusReason);
-    }
-}
-
-void CViewWidget::LoseCursor()
-{
-    if (!m_pHand->IsHeld())
-    {
-        m_Input.Leave();
-    }
-}
-
-void CViewWidget::SeeCursor()
-{
-    const QPoint cursor = mapFromGlobal(QCursor::pos());
-    ShowKeys(QGuiApplication::queryKeyboardModifiers());
-    if (m_pHand->IsHeld())
-    {
-        m_Input.RepeatHover(); // where the key went down
-    }
-    else if (!rect().contains(cursor))
-    {
-        m_Input.Leave();
-    }
-    else if (m_Input.IsIdle())
-    {
-        const QPointF at = CViewMouse::GetDevicePosition(cursor, devicePixelRatioF());
-        m_Input.Move(static_cast<float>(at.x()), static_cast<float>(at.y()), 0);
-    }
-    Update();
-}
-
-void CViewWidget::focusOutEvent(QFocusEvent* pEvent)
-{
-    m_pHand->End();
-    m_Keys.Release(dynamic_cast<CViewWidget*>(QApplication::focusWidget()) == nullptr);
-    m_pNote->SetState("");
-    m_bSmooth = false;
-    if (pEvent->reason() == Qt::MenuBarFocusReason || pEvent->reason() == Qt::PopupFocusReason)
-    {
-        m_Input.End(); // a menu takes the mouse, and the release with it
-    }
-    QOpenGLWidget::focusOutEvent(pEvent);
 }

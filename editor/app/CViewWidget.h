@@ -23,12 +23,6 @@ class IPluginTools;
 struct SEditorSettings;
 struct SRenderSettings;
 
-enum class EViewKind
-{
-    Perspective,
-    Top,
-};
-
 // What a view tells the window it belongs to.
 struct SViewEvents
 {
@@ -38,6 +32,7 @@ struct SViewEvents
     std::function<void(const QString&)> onFault; // the card cannot draw the terrain
     std::function<void()> onMark =
         nullptr; // the area's: what is under the cursor is shown in every view
+    std::function<void(ViewId)> onTap = nullptr; // the area's: see CViewKeys
 };
 
 // What a view works with; everything is borrowed and outlives it.
@@ -72,10 +67,7 @@ public:
 
     ViewId GetViewId() const { return m_View; }
 
-    EViewKind GetKind() const
-    {
-        return m_Navigator.IsTop() ? EViewKind::Top : EViewKind::Perspective;
-    }
+    EViewKind GetKind() const { return m_Navigator.GetKind(); }
 
     CViewInput& GetInput() { return m_Input; }
 
@@ -95,9 +87,10 @@ public:
 
     void SetWireFrame(bool bOn);
     void FrameAll();
-    void SeeCursor();  // tells the plug-in where the cursor is now
-    void LoseCursor(); // and that it is not in this view
-    void FrameSpot();  // under the cursor; without one, everything
+    void LookFrom(const SViewLook& look); // see CViewNavigator::SetLook
+    void SeeCursor();                     // tells the plug-in where the cursor is now
+    void LoseCursor();                    // and that it is not in this view
+    void FrameSpot();                     // under the cursor; without one, everything
 
     void RequestFrame() { update(); }
 

@@ -198,7 +198,7 @@ void CWelcome::ShowHint()
                              ? GetHintWords(m_Parts.editor.FindInterface<IPluginMark>(),
                                             m_Parts.face.GetEditorFrontEnd().GetHand(),
                                             m_Parts.editor.GetKeys(),
-                                            m_Parts.views.GetActive()->GetKind() == EViewKind::Top)
+                                            m_Parts.views.GetActive()->GetKind() != EViewKind::Perspective)
                              : QString());
 }
 

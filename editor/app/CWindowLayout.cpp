@@ -9,10 +9,10 @@
 #include "editor/app/CPluginCommands.h"
 #include "editor/app/CProcessesDock.h"
 #include "editor/app/CViewArea.h"
+#include "editor/app/ScreenRoom.h"
 #include "editor/core/CEditorHost.h"
 
 #include <QMainWindow>
-#include <QScreen>
 
 namespace
 {
@@ -20,14 +20,21 @@ namespace
 constexpr int FIRST_WIDTH = 1280;
 constexpr int FIRST_HEIGHT = 800;
 constexpr int MESSAGE_LINES = 6;
+constexpr int FEW_MESSAGE_LINES = 3;
+constexpr int NARROW_WIDTH = 1100; // of a window that begins with views and panel alone
+constexpr int LOW_HEIGHT = 700;
+constexpr int LEAST_DOCK = 80;
 constexpr char GEOMETRY[] = "window/geometry";
 constexpr char STATE[] = "window/state";
+constexpr char FOLDED[] = "panel/folded"; // titles of groups
 
 } // namespace
 
 CWindowLayout::CWindowLayout(const SLayoutParts& parts)
     : m_Window(parts.window)
     , m_Views(parts.views)
+    , m_Arrangement(parts.views)
+    , m_Messages(parts.messages)
     , m_pPanel(std::make_unique<CPanelDock>(
           &parts.window,
           SPanelEvents{[&host = parts.host] { host.SwitchPanel(); },
@@ -80,29 +87,63 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
     m_Window.tabifyDockWidget(m_pLibrary, m_pMeasure);
     m_pLibrary->hide(); // until somebody asks for it
     m_pMeasure->hide();
-    m_pHistory->raise();
-    m_Window.resizeDocks(
-        {&parts.messages}, {m_Window.fontMetrics().height() * MESSAGE_LINES}, Qt::Vertical);
+    for (QDockWidget* pDock : m_Window.findChildren<QDockWidget*>())
+    {
+        if (pDock->widget() != nullptr)
+        {
+            // What is in it is cut where a person makes it narrow, and makes no window wider.
+            pDock->widget()->setMinimumSize(LEAST_DOCK, LEAST_DOCK / 2);
+        }
+    }
 }
 
 CWindowLayout::~CWindowLayout() = default;
 
-QStringList CWindowLayout::Restore(const QVariantMap& values)
+// In a small window most of the room is the views'.
+void CWindowLayout::SizeDocks()
 {
-    // What the file does not say stays as it is in a first window.
-    m_Views.setSizes({FIRST_WIDTH / 2, FIRST_WIDTH / 4});
-    // Where all is drawn larger, a screen may be smaller than that.
-    m_Window.resize(
-        QSize(FIRST_WIDTH, FIRST_HEIGHT).boundedTo(m_Window.screen()->availableGeometry().size()));
+    const bool bNarrow = m_Window.width() < NARROW_WIDTH;
+    const bool bLow = m_Window.height() < LOW_HEIGHT;
+    for (QDockWidget* pDock :
+         {static_cast<QDockWidget*>(m_pHistory), static_cast<QDockWidget*>(m_pProcesses), m_pLight})
+    {
+        pDock->setVisible(!bNarrow);
+    }
+    m_pHistory->raise();
+    const int iLine = m_Window.fontMetrics().height();
+    m_Window.resizeDocks(
+        {&m_Messages}, {iLine * (bLow ? FEW_MESSAGE_LINES : MESSAGE_LINES)}, Qt::Vertical);
+}
+
+QStringList CWindowLayout::Restore(const QVariantMap& values, bool bPanelOpen)
+{
     QStringList wrong;
+    m_FirstState = m_Window.saveState();
+    m_Window.resize(FIRST_WIDTH, FIRST_HEIGHT);
     if (values.contains(GEOMETRY) && !m_Window.restoreGeometry(values[GEOMETRY].toByteArray()))
     {
         wrong << GEOMETRY;
     }
-    if (values.contains(STATE) && !m_Window.restoreState(values[STATE].toByteArray()))
+    KeepOnScreen(m_Window);
+    m_Arrangement.Restore(values, wrong);
+    const bool bState = values.contains(STATE);
+    if (!bState || !m_Window.restoreState(values[STATE].toByteArray()))
     {
-        wrong << STATE;
+        wrong << (bState ? QStringList{STATE} : QStringList());
+        SizeDocks();
     }
+    else if (bPanelOpen)
+    {
+        m_pPanel->KeepPlace();
+    }
+    for (QDockWidget* pDock : m_Window.findChildren<QDockWidget*>())
+    {
+        if (pDock->isFloating())
+        {
+            KeepOnScreen(*pDock, &m_Window);
+        }
+    }
+    m_pPanel->SetFolded(values.value(FOLDED).toStringList());
     return wrong;
 }
 
@@ -110,4 +151,22 @@ void CWindowLayout::Store(QVariantMap& values) const
 {
     values[GEOMETRY] = m_Window.saveGeometry();
     values[STATE] = m_Window.saveState();
+    m_Arrangement.Store(values);
+    const QStringList folded = m_pPanel->GetFolded();
+    // An empty list is written as an empty text.
+    values[FOLDED] = folded.isEmpty() ? QVariant(QString("")) : QVariant(folded);
+}
+
+void CWindowLayout::Reset()
+{
+    const bool bPanel = !m_pPanel->isHidden();
+    m_Arrangement.Reset();
+    m_Window.restoreState(m_FirstState);
+    SizeDocks();
+    m_pPanel->SetFolded({});
+    if (bPanel)
+    {
+        m_pPanel->show();
+        m_pPanel->FitWidth();
+    }
 }

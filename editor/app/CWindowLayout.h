@@ -1,5 +1,8 @@
 #pragma once
 
+#include "editor/app/CViewArrangement.h"
+
+#include <QByteArray>
 #include <QStringList>
 #include <QVariantMap>
 
@@ -17,6 +20,7 @@ class CPluginCommands;
 class CProcessesDock;
 class CViewArea;
 class IPlugin;
+class QDockWidget;
 class QMainWindow;
 struct SRenderSettings;
 
@@ -44,11 +48,15 @@ public:
     CWindowLayout(const CWindowLayout&) = delete;
     CWindowLayout& operator=(const CWindowLayout&) = delete;
 
-    // Arranges the window as it was left, once menus, toolbars and views are there. values: by keys
-    // of the INI file; what they do not say gets its first place and size. Returns the keys whose
-    // values are none.
-    QStringList Restore(const QVariantMap& values);
+    // Opens the views and arranges the window as it was left, once menus and toolbars are there.
+    // values: by keys of the INI file; what they do not say gets its first place and size. The
+    // window is never larger than its screen. bPanelOpen: the panel was open, and opens next.
+    // Returns the keys whose values are none.
+    QStringList Restore(const QVariantMap& values, bool bPanelOpen);
     void Store(QVariantMap& values) const;
+    // Arranges everything as a first window of the present size has it. Of the panel only the
+    // place changes: whether it is open is the plug-in's.
+    void Reset();
 
     CPanelDock& GetPanel() { return *m_pPanel; }
 
@@ -62,13 +70,20 @@ public:
 
     CProcessesDock& GetProcesses() { return *m_pProcesses; }
 
+    CViewArrangement& GetArrangement() { return m_Arrangement; }
+
 private:
+    void SizeDocks();
+
     QMainWindow& m_Window;
     CViewArea& m_Views;
+    CViewArrangement m_Arrangement;
+    QDockWidget& m_Messages;
     std::unique_ptr<CPanelDock> m_pPanel;
     CHistoryDock* m_pHistory; // these are the window's
     CProcessesDock* m_pProcesses;
     CBrushLibraryDock* m_pLibrary;
     CLightDock* m_pLight;
     CMeasureDock* m_pMeasure;
+    QByteArray m_FirstState; // of docks and toolbars
 };

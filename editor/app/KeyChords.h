@@ -34,5 +34,15 @@ constexpr SKeyChord CtrlShift(uint32_t uKey)
     return {uKey, KEY_CONTROL | KEY_SHIFT};
 }
 
+constexpr SKeyChord Alt(uint32_t uKey)
+{
+    return {uKey, KEY_ALT};
+}
+
+constexpr SKeyChord CtrlAlt(uint32_t uKey)
+{
+    return {uKey, KEY_CONTROL | KEY_ALT};
+}
+
 QKeySequence GetSequence(const SKeyChord& chord); // empty for no key
 SKeyChord GetChord(const QKeyEvent& event);

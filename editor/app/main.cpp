@@ -223,7 +223,10 @@ int Work(CEditorProgram& program,
         {
             return EXIT_UNUSABLE; // the log has said why
         }
-        window.GetViews().FrameAll();
+        if (bOnce)
+        {
+            window.GetViews().FrameAll();
+        }
     }
     return bOnce ? RunOnce(window, options) : RunWindow(program, window, iSignal);
 }

@@ -3,6 +3,7 @@
 #include "editor/view/Framing.h"
 #include "editor/view/Vectors.h"
 #include "editor/view/ViewGround.h"
+#include "editor/view/ViewMoves.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CCamera.h"
 
@@ -12,31 +13,17 @@
 namespace
 {
 
-constexpr float ORBIT_DEGREES = 0.5F;  // a pixel
-constexpr double NOTCH_FACTOR = 0.8;   // of the distance, a notch
-constexpr float NOTCH_LIMIT = 30.0F;   // at once
-constexpr float FARTHEST_ZOOM = 20.0F; // sizes of the terrain
-constexpr float MARGIN = 1.05F;        // around what is framed
+constexpr float ORBIT_DEGREES = 0.5F; // a pixel
+constexpr double NOTCH_FACTOR = 0.8;  // of the distance, a notch
+constexpr float NOTCH_LIMIT = 30.0F;  // at once
 constexpr float FAST = 4.0F;
 constexpr float FIRST_PITCH = -35.0F;
-constexpr float COORDINATE_LIMIT = 1e9F;
-
-bool IsUsable(const SVec3& position)
-{
-    return std::fabs(position.x) < COORDINATE_LIMIT && std::fabs(position.y) < COORDINATE_LIMIT &&
-           std::fabs(position.z) < COORDINATE_LIMIT;
-}
-
-// -1, 0 or 1.
-float GetAxis(bool bNegative, bool bPositive)
-{
-    return (bPositive ? 1.0F : 0.0F) - (bNegative ? 1.0F : 0.0F);
-}
 
 } // namespace
 
-CViewNavigator::CViewNavigator(CCamera* pCamera)
+CViewNavigator::CViewNavigator(CCamera* pCamera, EViewKind eFlat)
     : m_Camera(pCamera)
+    , m_eKind(pCamera != nullptr ? EViewKind::Perspective : eFlat)
 {
 }
 
@@ -56,7 +43,7 @@ SViewProjection CViewNavigator::GetProjection(const CTerrain* pTerrain) const
 void CViewNavigator::StartOrbit(const CTerrain* pTerrain, float fX, float fY)
 {
     m_IsPanning = false;
-    m_IsOrbiting = !IsTop() && std::isfinite(fX) && std::isfinite(fY);
+    m_IsOrbiting = !IsFlat() && std::isfinite(fX) && std::isfinite(fY);
     if (!m_IsOrbiting)
     {
         return;
@@ -116,19 +103,19 @@ void CViewNavigator::Pan(const CTerrain* pTerrain, float fX, float fY)
     }
     const SViewProjection view = GetView(pTerrain);
     const SRay ray = view.GetRay(fX, fY);
-    if (!IsTop())
+    if (!IsFlat())
     {
         // The grabbed point moves on the plane that faces the view, so its depth stays.
         const float fDistance = m_Offset.z / Dot(ray.direction, view.forward);
         MoveTo(pTerrain, AddScaled(m_Grabbed, ray.direction, -fDistance));
         return;
     }
-    // In a top view all rays are parallel, so the centre moves as far as the cursor, the other way.
+    // In a flat view all rays are parallel, so the centre moves as far as the cursor, the other
+    // way.
     const SVec3 center = AddScaled(Subtract(m_Grabbed, ray.origin), view.position, 1.0F);
     if (IsUsable(center))
     {
-        m_CenterX = center.x;
-        m_CenterZ = center.z;
+        m_Center = center;
     }
 }
 
@@ -139,9 +126,9 @@ void CViewNavigator::Zoom(const CTerrain* pTerrain, float fX, float fY, float fN
         return;
     }
     const double fFactor = std::pow(NOTCH_FACTOR, std::clamp(fNotches, -NOTCH_LIMIT, NOTCH_LIMIT));
-    if (IsTop())
+    if (IsFlat())
     {
-        ZoomTop(pTerrain, fX, fY, fFactor);
+        ZoomFlat(pTerrain, fX, fY, fFactor);
         return;
     }
     const SVec3 position = m_Camera->GetPosition();
@@ -176,9 +163,9 @@ bool CViewNavigator::Fly(const CTerrain* pTerrain, const SFlyKeys& keys, float f
         return false;
     }
     const float fTime = std::min(fSeconds, 0.25F) * (keys.bFast ? FAST : 1.0F);
-    if (IsTop())
+    if (IsFlat())
     {
-        return FlyTop(pTerrain, keys, fTime);
+        return FlyFlat(pTerrain, keys, fTime);
     }
     const SVec3 from = m_Camera->GetPosition();
     SVec3 way = AddScaled({}, m_Camera->GetForward(), GetAxis(keys.bBack, keys.bForward));
@@ -213,9 +200,9 @@ void CViewNavigator::Frame(const CTerrain* pTerrain, const SExtents& box)
     {
         return;
     }
-    if (IsTop())
+    if (IsFlat())
     {
-        FrameTop(box, fLeast);
+        FrameFlat(box, fLeast);
         return;
     }
     // Steeper from try to try, until the camera would be above the ground.
@@ -226,7 +213,7 @@ void CViewNavigator::Frame(const CTerrain* pTerrain, const SExtents& box)
         for (const bool bCentered : {false, true}) // that keeps higher
         {
             m_Camera->SetPosition(
-                FindFramingPosition(GetView(nullptr), around, MARGIN, fLeast, bCentered));
+                FindFramingPosition(GetView(nullptr), around, FRAME_MARGIN, fLeast, bCentered));
             if (GetGroundRoom(pTerrain, m_Camera->GetPosition()) >= GetClearance(pTerrain))
             {
                 return;
@@ -244,9 +231,9 @@ void CViewNavigator::FrameSpot(const CTerrain* pTerrain, const SVec3& point, flo
 void CViewNavigator::FrameTerrain(const CTerrain* pTerrain)
 {
     const SExtents box = GetGroundBox(pTerrain);
-    if (!IsTop())
+    if (!IsFlat())
     {
-        m_Camera->SetAngles(0.0F, FindBestPitch(GetView(nullptr), box, MARGIN));
+        m_Camera->SetAngles(0.0F, FindBestPitch(GetView(nullptr), box, FRAME_MARGIN));
     }
     Frame(pTerrain, box);
     m_Framed = GetPose();
@@ -254,9 +241,9 @@ void CViewNavigator::FrameTerrain(const CTerrain* pTerrain)
 
 CViewNavigator::SPose CViewNavigator::GetPose() const
 {
-    if (IsTop())
+    if (IsFlat())
     {
-        return {m_CenterX, m_CenterZ, m_HalfHeight};
+        return {m_Center.x, m_Center.y, m_Center.z, m_HalfHeight};
     }
     const SVec3 at = m_Camera->GetPosition();
     return {at.x, at.y, at.z, m_Camera->GetYaw(), m_Camera->GetPitch()};
@@ -288,13 +275,13 @@ SViewProjection CViewNavigator::GetView(const CTerrain* pTerrain) const
     SViewProjection view;
     view.iWidth = m_Width;
     view.iHeight = m_Height;
-    if (IsTop())
+    if (TurnFlat(view))
     {
-        // Above all ground, since rays begin there.
-        view.position = {
-            m_CenterX, GetGroundBox(pTerrain).max.y + GetClearance(pTerrain), m_CenterZ};
-        view.up = {0.0F, 0.0F, -1.0F};
-        view.forward = {0.0F, -1.0F, 0.0F};
+        // Before all ground, since rays begin there.
+        const SExtents box = GetGroundBox(pTerrain);
+        const float fBox = std::min(Dot(box.min, view.forward), Dot(box.max, view.forward));
+        const float fDepth = fBox - GetClearance(pTerrain);
+        view.position = AddScaled(m_Center, view.forward, fDepth - Dot(m_Center, view.forward));
         view.bOrthographic = true;
         view.fHalfHeight = m_HalfHeight;
         return view;
@@ -315,7 +302,7 @@ SVec3 CViewNavigator::FindPoint(const CTerrain* pTerrain, float fX, float fY) co
     }
     const SViewProjection view = GetView(pTerrain);
     const SRay ray = view.GetRay(fX, fY);
-    if (IsTop())
+    if (IsFlat())
     {
         return ray.origin;
     }
@@ -339,59 +326,4 @@ bool CViewNavigator::MoveTo(const CTerrain* pTerrain, const SVec3& position)
     m_Camera->SetPosition(position);
     return true;
 }
-
-void CViewNavigator::FrameTop(const SExtents& box, float fLeast)
-{
-    const SVec3 center = GetBoxCenter(box);
-    const float fShape = static_cast<float>(m_Height) / static_cast<float>(m_Width);
-    const float fHalfX = std::fabs(box.max.x - box.min.x) * 0.5F;
-    const float fHalfZ = std::fabs(box.max.z - box.min.z) * 0.5F;
-    m_CenterX = center.x;
-    m_CenterZ = center.z;
-    m_HalfHeight = std::max(std::max(fHalfZ, fHalfX * fShape) * MARGIN, fLeast);
-}
-
-void CViewNavigator::ZoomTop(const CTerrain* pTerrain, float fX, float fY, double fFactor)
-{
-    const SVec3 under = GetView(pTerrain).GetRay(fX, fY).origin;
-    const float fNearest = std::min(m_HalfHeight, 8.0F * GetClearance(pTerrain));
-    const float fFarthest = std::max(m_HalfHeight, FARTHEST_ZOOM * GetDiagonal(pTerrain));
-    const auto fWanted = static_cast<float>(m_HalfHeight * fFactor);
-    const float fHalfHeight = std::clamp(fWanted, fNearest, fFarthest);
-    // The centre comes nearer to the point under the cursor by the same share, so that point stays.
-    const double fScale = static_cast<double>(fHalfHeight) / m_HalfHeight;
-    const SVec3 center = {static_cast<float>(under.x + (m_CenterX - under.x) * fScale),
-                          0.0F,
-                          static_cast<float>(under.z + (m_CenterZ - under.z) * fScale)};
-    if (IsUsable(center))
-    {
-        m_CenterX = center.x;
-        m_CenterZ = center.z;
-        m_HalfHeight = fHalfHeight;
-    }
-}
-
-bool CViewNavigator::FlyTop(const CTerrain* pTerrain, const SFlyKeys& keys, float fSeconds)
-{
-    const float fEast = GetAxis(keys.bLeft, keys.bRight);
-    const float fSouth = GetAxis(keys.bForward, keys.bBack);
-    const float fOut = GetAxis(keys.bDown, keys.bUp);
-    // As fast on the screen at any scale: half the view's height in a second.
-    const SVec3 center = {m_CenterX + fEast * fSeconds * m_HalfHeight,
-                          0.0F,
-                          m_CenterZ + fSouth * fSeconds * m_HalfHeight};
-    if (!IsUsable(center) || (fEast == 0.0F && fSouth == 0.0F && fOut == 0.0F))
-    {
-        return false;
-    }
-    m_CenterX = center.x;
-    m_CenterZ = center.z;
-    if (fOut != 0.0F)
-    {
-        ZoomTop(pTerrain,
-                static_cast<float>(m_Width) * 0.5F,
-                static_cast<float>(m_Height) * 0.5F,
-                std::exp(fOut * fSeconds));
-    }
-    return true;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/view/SViewLook.h"
 #include "editor/view/SViewProjection.h"
 #include "host/HostTypes.h"
 
@@ -12,11 +13,11 @@ class CTerrain;
 // The keys that are held while flying.
 struct SFlyKeys
 {
-    bool bForward = false; // W; in a top view north
+    bool bForward = false; // W; without a camera up in the picture
     bool bBack = false;    // S
     bool bLeft = false;    // A
     bool bRight = false;   // D
-    bool bUp = false;      // E; in a top view away from the ground
+    bool bUp = false;      // E; without a camera away from the ground
     bool bDown = false;    // Q
     bool bFast = false;    // Shift
 };
@@ -24,8 +25,8 @@ struct SFlyKeys
 // Moves one view about the terrain and says how the view looks at it. Owned by the view.
 //
 // A perspective view moves its camera, which others may move too: nothing of it is kept but what a
-// running orbit or pan has grabbed. A top view looks straight down, north (smaller z) up, and keeps
-// its own centre and scale.
+// running orbit or pan has grabbed. A view of another kind, a flat one, always looks the same way
+// and keeps its own middle and scale.
 //
 // Positions are device pixels as SViewProjection counts them. pTerrain is borrowed for the call and
 // may be null: there is no level then, and views move freely. A camera above the ground is never
@@ -33,8 +34,8 @@ struct SFlyKeys
 class CViewNavigator
 {
 public:
-    // pCamera: borrowed, must outlive the navigator. Null makes a top view.
-    explicit CViewNavigator(CCamera* pCamera = nullptr);
+    // pCamera: borrowed, must outlive the navigator. Null makes a view of the flat kind.
+    explicit CViewNavigator(CCamera* pCamera = nullptr, EViewKind eFlat = EViewKind::Top);
 
     // Device pixels; what is below 1 counts as 1.
     void SetSize(int iWidth, int iHeight);
@@ -51,7 +52,7 @@ public:
 
     // Turns about the pivot, which stays at its place in the picture: half a degree a pixel, to the
     // right turns the picture to the right, downward looks more from above. A turn into the ground
-    // is not made. Nothing in a top view.
+    // is not made. Nothing in a flat view.
     void Orbit(const CTerrain* pTerrain, float fStepX, float fStepY);
 
     // Grabs the point under the position, found as for an orbit.
@@ -87,30 +88,39 @@ public:
                fY < static_cast<float>(m_Height);
     }
 
-    bool IsTop() const { return m_Camera == nullptr; }
+    EViewKind GetKind() const { return m_eKind; }
+
+    SViewLook GetLook() const;
+    // Looks from there, where that is a place of this view's kind. A camera that would be inside
+    // the ground, which has changed since, goes above it.
+    void SetLook(const CTerrain* pTerrain, const SViewLook& look);
 
 private:
     using SPose = std::array<float, 5>; // where the view is and how it looks
 
     SPose GetPose() const;
+
+    bool IsFlat() const { return m_Camera == nullptr; }
+
+    bool TurnFlat(SViewProjection& view) const; // its axes; false for a view with a camera
     // Without near and far plane.
     SViewProjection GetView(const CTerrain* pTerrain) const;
     // The point under a position: ground, or over sky a point as far away as what is in the middle.
     SVec3 FindPoint(const CTerrain* pTerrain, float fX, float fY) const;
     bool MoveTo(const CTerrain* pTerrain, const SVec3& position);
-    void FrameTop(const SExtents& box, float fLeast);
-    void ZoomTop(const CTerrain* pTerrain, float fX, float fY, double fFactor);
-    bool FlyTop(const CTerrain* pTerrain, const SFlyKeys& keys, float fSeconds);
+    void FrameFlat(const SExtents& box, float fLeast);
+    void ZoomFlat(const CTerrain* pTerrain, float fX, float fY, double fFactor);
+    bool FlyFlat(const CTerrain* pTerrain, const SFlyKeys& keys, float fSeconds);
 
     CCamera* m_Camera;
+    EViewKind m_eKind;
     int m_Width = 1;
     int m_Height = 1;
     bool m_IsOrbiting = false;
     bool m_IsPanning = false;
-    SVec3 m_Grabbed;        // pivot of the orbit or grabbed point of the pan
-    SVec3 m_Offset;         // from the camera to it: along right, up and forward
-    float m_CenterX = 0.0F; // of a top view
-    float m_CenterZ = 0.0F;
+    SVec3 m_Grabbed; // pivot of the orbit or grabbed point of the pan
+    SVec3 m_Offset;  // from the camera to it: along right, up and forward
+    SVec3 m_Center;  // of a flat view; how deep it lies counts for nothing
     float m_HalfHeight = 500.0F;
     std::optional<SPose> m_Framed; // after FrameTerrain
 };

@@ -1,10 +1,10 @@
 #include "framework/qt/CFormBuilder.h"
 
+#include "framework/qt/CFoldingGroup.h"
 #include "framework/qt/CWindowNode.h"
 #include "framework/qt/ControlWidgets.h"
 #include "framework/widgets/CFormWindow.h"
 
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QVBoxLayout>
 
@@ -75,27 +75,26 @@ void CFormBuilder::Build(const SDialogResource& dialog)
     }
     for (const auto& [iColumn, pColumn] : columns)
     {
-        // Where no group wants the spare height, it goes below the last one.
+        // Where no group wants the spare height, or those that do are folded, it goes below the
+        // last one.
         bool bFills = false;
         for (int i = 0; i < pColumn->count(); ++i)
         {
             bFills = bFills || pColumn->stretch(i) > 0;
         }
-        if (!bFills)
-        {
-            pColumn->addStretch(1);
-        }
+        pColumn->addStretch(bFills ? 0 : 1);
     }
     AlignLabels();
 }
 
 void CFormBuilder::AddGroup(const SGroupResource& group, QVBoxLayout& column)
 {
-    QWidget* pGround = group.pszTitle != nullptr
-                           ? new QGroupBox(QString::fromUtf8(group.pszTitle), &m_Ground)
-                           : new QWidget(&m_Ground);
+    const bool bTitle = group.pszTitle != nullptr;
+    auto* pFolding =
+        bTitle ? new CFoldingGroup(QString::fromUtf8(group.pszTitle), &m_Ground) : nullptr;
+    QWidget* pGround = bTitle ? pFolding->GetGround() : new QWidget(&m_Ground);
     auto* pRows = new QVBoxLayout(pGround);
-    const int iMargin = group.pszTitle != nullptr ? GetShare(m_Ground, MARGIN) : 0;
+    const int iMargin = bTitle ? GetShare(m_Ground, MARGIN) : 0;
     pRows->setContentsMargins(iMargin, iMargin, iMargin, iMargin);
     pRows->setSpacing(GetShare(m_Ground, ROW_GAP));
     int iWeight = 0;
@@ -104,7 +103,7 @@ void CFormBuilder::AddGroup(const SGroupResource& group, QVBoxLayout& column)
         AddRow(row, *pGround, *pRows);
         iWeight += row.iWeight;
     }
-    column.addWidget(pGround, iWeight);
+    column.addWidget(bTitle ? pFolding : pGround, iWeight);
 }
 
 void CFormBuilder::AddRow(const SRowResource& row, QWidget& ground, QVBoxLayout& group)

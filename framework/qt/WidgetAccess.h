@@ -2,6 +2,8 @@
 
 #include "host/Export.h"
 
+#include <QStringList>
+
 #include <cstdint>
 
 class CWindow;
@@ -13,6 +15,10 @@ struct SCursorResource;
 
 // The widget behind a window, which is borrowed; null for an object without a window.
 TELLUR_API QWidget* GetWidget(const CWindow& window);
+
+// Titles of the groups of a form that are folded. Groups that are not named are opened.
+TELLUR_API QStringList GetFoldedGroups(const CWindow& form);
+TELLUR_API void FoldGroups(const CWindow& form, const QStringList& titles);
 
 // Gives a view of the program a handle, by which the mouse can be captured for it. The cursor that
 // is set shows over registered views alone. The handle ends with the widget.

@@ -97,10 +97,11 @@ void CEditorFixture::Start(bool bLevel)
         ASSERT_TRUE(m_Editor->GetDocument().New(32, {320.0F, 100.0F, 320.0F}, 20.0F));
         m_Window->GetViews().FrameAll();
     }
-    ASSERT_TRUE(WaitFor([this] { return GetView().GetFrameMilliseconds() > 0.0; }, "a frame"));
+    CViewWidget& active = *m_Window->GetViews().GetActive(); // others may be hidden
+    ASSERT_TRUE(WaitFor([&] { return active.GetFrameMilliseconds() > 0.0; }, "a frame"));
     // There is no window manager that would do it.
     m_Window->activateWindow();
-    GetView().setFocus();
+    active.setFocus();
     ASSERT_TRUE(WaitFor([this] { return m_Window->isActiveWindow(); }, "the window is active"));
     Settle();
     ASSERT_EQ(m_Window->GetViewFault().toStdString(), "");

@@ -249,7 +249,7 @@ TEST_F(CPanel, ABrushIsMadeByTheKeyboardAlone)
     EXPECT_EQ(GetProperty("m_Height"), "44");
     Key("space");
     EXPECT_EQ(GetProperty("m_PickHeight"), "true");
-    Key("Tab");
+    Do({"key", "Tab", "key", "Tab"}); // over the title of the next group
     EXPECT_EQ(QApplication::focusWidget(), &Item(2113)) << "the list of brushes";
     Key("F6");
     EXPECT_EQ(QApplication::focusWidget(), m_Window->GetViews().GetActive());

@@ -323,6 +323,37 @@ TEST_F(CProgram, AKillCostsNeitherASettingNorATool)
     }
 }
 
+TEST_F(CProgram, AKillCostsNeitherTheSizeOfTheWindowNorTheViews)
+{
+    const std::string strSettings = m_Folder.Path("config/tellur/editor.ini");
+    const auto isKept = [&](const std::string& strBefore)
+    {
+        return std::filesystem::exists(strSettings) && ReadBytes(strSettings) != strBefore &&
+               ReadBytes(strSettings).find("Perspective, Top, Front, Side") != std::string::npos;
+    };
+    QProcess editor;
+    for (const bool bAgain : {false, true})
+    {
+        ASSERT_NO_FATAL_FAILURE(Start(editor, GetRoot()));
+        ASSERT_NO_FATAL_FAILURE(Enter("^Untitled - Tellur"));
+        const QString strWindow = Do({"getwindowfocus"}).trimmed();
+        if (bAgain)
+        {
+            EXPECT_TRUE(Do({"getwindowgeometry", strWindow}).contains("1010x660"));
+        }
+        else
+        {
+            Do({"key", "--delay", "200", "alt+v", "f"});
+            ASSERT_TRUE(WaitFor([&] { return isKept(""); }, "the views are kept"));
+            const std::string strBefore = ReadBytes(strSettings);
+            Do({"windowsize", "--sync", strWindow, "1010", "660"}); // no hand in the window itself
+            EXPECT_TRUE(WaitFor([&] { return isKept(strBefore); }, "the size is kept"));
+        }
+        ::kill(static_cast<pid_t>(editor.processId()), SIGKILL);
+        ASSERT_TRUE(editor.waitForFinished(LIMIT_MS));
+    }
+}
+
 TEST_F(CProgram, LeavingAsksForThePaintingAndEndsBesideTheDrawDialog)
 {
     const std::string strBitmap = m_Folder.Path("types.png");

@@ -37,19 +37,6 @@ protected:
             GetView().GetViewId());
     }
 
-    static int CountBlack(const QImage& picture)
-    {
-        int nBlack = 0;
-        for (int y = 0; y < picture.height(); ++y)
-        {
-            for (int x = 0; x < picture.width(); ++x)
-            {
-                nBlack += qGray(picture.pixel(x, y)) < 8 ? 1 : 0;
-            }
-        }
-        return nBlack;
-    }
-
     QStringList GetTexts(const QMenu& menu)
     {
         QStringList texts;
@@ -272,42 +259,6 @@ TEST_F(CWindows, MessagesOfTheLogAreShown)
     EXPECT_TRUE(
         m_Window->GetMessages().GetText().endsWith("\nheights.png: broken\n[2] is no prefix"));
     Stop(); // before the log
-}
-
-TEST_F(CWindows, AnyNumberOfViewsStandsSideBySide)
-{
-    ASSERT_NO_FATAL_FAILURE(Start());
-    CViewArea& views = m_Window->GetViews();
-    ASSERT_EQ(views.GetViews().size(), 2U);
-    EXPECT_EQ(GetView(1).GetKind(), EViewKind::Top);
-    Trigger("view.add_perspective");
-    Trigger("view.add_top");
-    Settle();
-    ASSERT_EQ(views.GetViews().size(), 4U);
-    for (size_t i = 1; i < 4; ++i)
-    {
-        EXPECT_NEAR(GetView(i).width(), GetView().width(), 4) << "view " << i;
-    }
-    ASSERT_NO_FATAL_FAILURE(TakeBrush());
-    for (size_t i = 0; i < 4; ++i)
-    {
-        ASSERT_TRUE(WaitFor([&] { return GetView(i).GetFrameMilliseconds() > 0.0; }, "a frame"));
-        Drag(GetView(i), {0.45, 0.5}, {0.55, 0.55}, 4);
-        EXPECT_EQ(GetHost().GetUndoStack().GetCount(), i + 1) << "view " << i;
-    }
-    SavePicture("four-views");
-    for (size_t n = 4; n > 1; --n)
-    {
-        Trigger("view.close");
-        Settle();
-        EXPECT_EQ(views.GetViews().size(), n - 1);
-        EXPECT_EQ(CountBlack(Grab(views)), 0) << n - 1 << " views are left";
-        SavePicture(("views-" + std::to_string(n - 1)).c_str());
-    }
-    Trigger("view.close");
-    EXPECT_EQ(views.GetViews().size(), 1U) << "the last one stays";
-    Drag(GetView(), {0.45, 0.5}, {0.55, 0.55}, 4);
-    EXPECT_EQ(GetHost().GetUndoStack().GetCount(), 5U);
 }
 
 TEST_F(CWindows, ThePointUnderTheCursorIsTheOnePicked)

@@ -47,8 +47,8 @@ bool Near(const SVec3& a, const SVec3& b)
 // A view, its terrain and what must hold at any time.
 struct SView
 {
-    SView(bool bTop, int iWidth, int iHeight)
-        : navigator(bTop ? nullptr : &camera)
+    SView(EViewKind eKind, int iWidth, int iHeight)
+        : navigator(eKind == EViewKind::Perspective ? &camera : nullptr, eKind)
         , fWidth(static_cast<float>(iWidth))
         , fHeight(static_cast<float>(iHeight))
     {
@@ -119,14 +119,14 @@ TEST(CViewNavigator, WhatIsGrabbedStaysUnderTheCursor)
     std::mt19937 random(17);
     for (const auto& [iWidth, iHeight] : SIZES)
     {
-        for (const bool bTop : {false, true})
+        for (const EViewKind eKind : VIEW_KINDS)
         {
-            SCOPED_TRACE(std::to_string(iWidth) + (bTop ? " top" : ""));
+            SCOPED_TRACE(std::to_string(iWidth) + GetViewName(eKind));
             int nStopped = 0;
             int nTurned = 0;
             for (int i = 0; i < 120; ++i)
             {
-                SView view(bTop, iWidth, iHeight);
+                SView view(eKind, iWidth, iHeight);
                 const CTerrain* pTerrain = view.pTerrain.get();
                 view.camera.Turn(Random(random, 0, 360));
                 view.navigator.Frame(pTerrain, {{0, 0, 0}, {512, 60, 256}});
@@ -167,14 +167,14 @@ TEST(CViewNavigator, WhatIsGrabbedStaysUnderTheCursor)
                 view.ExpectSound();
             }
             EXPECT_LT(nStopped, 30);
-            EXPECT_EQ(nTurned > 500, !bTop);
+            EXPECT_EQ(nTurned > 500, eKind == EViewKind::Perspective);
         }
     }
 }
 
 TEST(CViewNavigator, OrbitTurnsHalfADegreeAPixelUpToTheVertical)
 {
-    SView view(false, 640, 480);
+    SView view(EViewKind::Perspective, 640, 480);
     view.camera.SetAngles(0.0F, -35.0F);
     view.navigator.Frame(view.pTerrain.get(), {{0, 0, 0}, {512, 60, 256}});
     view.navigator.StartOrbit(view.pTerrain.get(), 320, 240);
@@ -192,7 +192,7 @@ TEST(CViewNavigator, ZoomEndsBeforeTheGroundInFrontAndBehind)
 {
     for (const auto& [fX, fY] : {std::pair{320.0F, 240.0F}, {320.0F, 200.0F}, {240.0F, 300.0F}})
     {
-        SView view(false, 640, 480);
+        SView view(EViewKind::Perspective, 640, 480);
         for (int i = 0; i < 100; ++i)
         {
             view.navigator.Zoom(view.pTerrain.get(), fX, fY, 1.5F);
@@ -210,7 +210,7 @@ TEST(CViewNavigator, ZoomEndsBeforeTheGroundInFrontAndBehind)
         view.ExpectSound();
     }
     // In a valley, the back to a hill: out again only as far as the hill.
-    SView view(false, 640, 480);
+    SView view(EViewKind::Perspective, 640, 480);
     view.camera.SetAngles(90.0F, -5.0F);
     view.camera.SetPosition({4.0F * 24, 20.0F, 8.0F});
     SVec3 ground;
@@ -228,9 +228,9 @@ TEST(CViewNavigator, FramedBoxesFillThePictureFromTheSameDirection)
     {
         for (int i = 0; i < 60; ++i)
         {
-            SView view(i % 3 == 0, iWidth, iHeight);
+            SView view(VIEW_KINDS[i % 4], iWidth, iHeight);
             const float fYaw = Random(random, 0, 359);
-            view.camera.SetAngles(fYaw, i % 4 == 0 ? 70.0F : Random(random, -90, -20));
+            view.camera.SetAngles(fYaw, i % 3 == 0 ? 70.0F : Random(random, -90, -20));
             const float fPitch = view.camera.GetPitch();
             const SVec3 at = {Random(random, 0, 512), 40, Random(random, 0, 256)};
             const SVec3 half = {
@@ -313,7 +313,7 @@ TEST(CViewNavigator, TheWholeTerrainFillsTheView)
 TEST(CViewNavigator, FlyingSlidesAlongTheGroundAndDoesNotDependOnTheFrameRate)
 {
     std::mt19937 random(31);
-    SView view(false, 640, 480);
+    SView view(EViewKind::Perspective, 640, 480);
     for (int i = 0; i < 3000; ++i)
     {
         view.camera.Turn(Random(random, -20, 20));
@@ -334,7 +334,7 @@ TEST(CViewNavigator, FlyingSlidesAlongTheGroundAndDoesNotDependOnTheFrameRate)
         }
     }
     // From beside the terrain and below it there is no way up through it.
-    SView low(false, 640, 480);
+    SView low(EViewKind::Perspective, 640, 480);
     low.camera.SetAngles(90.0F, 0.0F);
     low.camera.SetPosition({-1.0F, -50.0F, 100.0F});
     for (int i = 0; i < 50; ++i)
@@ -344,8 +344,8 @@ TEST(CViewNavigator, FlyingSlidesAlongTheGroundAndDoesNotDependOnTheFrameRate)
     EXPECT_EQ(low.camera.GetPosition().y, -50.0F);
     low.ExpectSound();
     // Level over level ground the height stays, and so the speed.
-    SView once(false, 640, 480);
-    SView often(false, 640, 480);
+    SView once(EViewKind::Perspective, 640, 480);
+    SView often(EViewKind::Perspective, 640, 480);
     for (SView* pView : {&once, &often})
     {
         pView->pTerrain = MakeHills(0.0F);
@@ -362,17 +362,68 @@ TEST(CViewNavigator, FlyingSlidesAlongTheGroundAndDoesNotDependOnTheFrameRate)
     EXPECT_GT(once.camera.GetPosition().x, 101.0F);
     EXPECT_NEAR(once.camera.GetPosition().x, often.camera.GetPosition().x, 0.01F);
     EXPECT_FALSE(once.navigator.Fly(once.pTerrain.get(), SFlyKeys(), 0.2F));
-    SView top(true, 640, 480);
-    const SVec3 before = top.Get().position;
-    EXPECT_TRUE(top.navigator.Fly(top.pTerrain.get(), keys, 0.1F));
-    EXPECT_LT(top.Get().position.z, before.z) << "north is up";
+}
+
+TEST(CViewNavigator, FlyingWithoutACameraFollowsThePicture)
+{
+    SFlyKeys keys;
+    keys.bForward = true;
+    keys.bRight = true;
+    const std::pair<EViewKind, SVec3> ways[] = {
+        {EViewKind::Top, {1, 0, -1}}, {EViewKind::Front, {1, 1, 0}}, {EViewKind::Side, {0, 1, -1}}};
+    for (const auto& [eKind, way] : ways)
+    {
+        SView flat(eKind, 640, 480);
+        const SVec3 from = flat.Get().position;
+        EXPECT_TRUE(flat.navigator.Fly(flat.pTerrain.get(), keys, 0.1F));
+        const SVec3 to = flat.Get().position;
+        const float fStep = std::max(std::fabs(to.x - from.x), std::fabs(to.z - from.z));
+        EXPECT_GT(fStep, 1.0F) << GetViewName(eKind);
+        EXPECT_NEAR(to.x - from.x, way.x * fStep, 1e-3F) << GetViewName(eKind);
+        EXPECT_NEAR(to.y - from.y, way.y * fStep, 1e-3F) << GetViewName(eKind);
+        EXPECT_NEAR(to.z - from.z, way.z * fStep, 1e-3F) << GetViewName(eKind);
+    }
+}
+
+TEST(CViewNavigator, ComesBackToWhereItLookedFromAndNeverIntoTheGround)
+{
+    for (const EViewKind eKind : VIEW_KINDS)
+    {
+        SCOPED_TRACE(GetViewName(eKind));
+        SView view(eKind, 640, 480);
+        view.camera.SetAngles(70.0F, -20.0F);
+        view.navigator.Zoom(view.pTerrain.get(), 200, 300, 3.0F);
+        const SViewLook look = view.navigator.GetLook();
+        float before[16];
+        view.Get().GetMatrix(before);
+        view.camera.SetAngles(0.0F, -90.0F);
+        view.navigator.FrameTerrain(view.pTerrain.get());
+        SViewLook other = look;
+        other.eKind = eKind == EViewKind::Top ? EViewKind::Front : EViewKind::Top;
+        SViewLook broken = look;
+        broken.at.x = NOT_A_NUMBER;
+        for (const SViewLook& no : {other, broken})
+        {
+            const SVec3 at = view.Get().position;
+            view.navigator.SetLook(view.pTerrain.get(), no);
+            EXPECT_TRUE(Near(view.Get().position, at));
+        }
+        view.navigator.SetLook(view.pTerrain.get(), look);
+        float after[16];
+        view.Get().GetMatrix(after);
+        EXPECT_TRUE(std::equal(std::begin(before), std::end(before), after));
+        view.pTerrain = MakeHills(90.0F); // the ground has risen since
+        view.navigator.SetLook(view.pTerrain.get(),
+                               {.eKind = eKind, .at = {256, 10, 128}, .fHalfHeight = 50});
+        view.ExpectSound();
+    }
 }
 
 TEST(CViewNavigator, NonsenseAndNoLevelChangeNothingForTheWorse)
 {
-    for (const bool bTop : {false, true})
+    for (const EViewKind eKind : VIEW_KINDS)
     {
-        SView view(bTop, -5, 0);
+        SView view(eKind, -5, 0);
         view.fWidth = 1.0F;
         view.fHeight = 1.0F;
         const SVec3 before = view.Get().position;

@@ -104,10 +104,10 @@ void SavePicture(QWidget& widget, const std::string& strName)
 // The sliders of one dialog stand in line in each of its columns.
 void ExpectAligned(const QWidget& content)
 {
-    std::map<int, int> lefts; // by the left side of the group box
+    std::map<int, int> lefts; // by the left side of the group
     for (const QSlider* pSlider : content.findChildren<QSlider*>())
     {
-        const int iGroup = pSlider->parentWidget()->x();
+        const int iGroup = pSlider->parentWidget()->mapTo(&content, QPoint()).x();
         const auto [line, bFirst] = lefts.emplace(iGroup, pSlider->x());
         EXPECT_EQ(line->second, pSlider->x()) << pSlider->objectName().toStdString();
     }

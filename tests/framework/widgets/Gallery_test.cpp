@@ -8,6 +8,7 @@
 #include "tools/gallery/GalleryIds.h"
 
 #include <QApplication>
+#include <QGroupBox>
 #include <QTest>
 #include <QTimer>
 
@@ -45,6 +46,16 @@ protected:
     }
 
     static void Press(Qt::Key eKey) { QTest::keyClick(QApplication::focusWidget(), eKey); }
+
+    // To the next control; titles of groups lie between them.
+    static void GoOn()
+    {
+        Press(Qt::Key_Tab);
+        if (qobject_cast<QGroupBox*>(QApplication::focusWidget()) != nullptr)
+        {
+            Press(Qt::Key_Tab);
+        }
+    }
 
     static std::string GetFocus()
     {
@@ -131,7 +142,7 @@ TEST_F(CGallery, IsWorkedWithTheKeyboardAlone)
             Press(eKey);
         }
         EXPECT_EQ(m_View.TakeNotes(), notes);
-        Press(Qt::Key_Tab);
+        GoOn();
     }
 
     EXPECT_EQ(m_Log.GetText(), "");
@@ -159,7 +170,7 @@ TEST_F(CGallery, QuestionsAreAnsweredByKeys)
         SCOPED_TRACE(strNote);
         while (GetFocus() != std::to_string(uId) && GetFocus() != std::to_string(GALLERY_NOTES))
         {
-            Press(Qt::Key_Tab);
+            GoOn();
         }
         ASSERT_EQ(GetFocus(), std::to_string(uId));
         m_View.TakeNotes(); // of fields on the way
@@ -169,6 +180,66 @@ TEST_F(CGallery, QuestionsAreAnsweredByKeys)
         QApplication::setActiveWindow(GetWidget(m_View));
     }
     EXPECT_EQ(m_Log.GetText(), "");
+}
+
+TEST_F(CGallery, GroupsFoldByTheMouseAndByKeys)
+{
+    QWidget* pForm = GetWidget(m_View);
+    auto* pGroup = pForm->findChild<QGroupBox*>("Fields");
+    const auto* pBelow = pForm->findChild<QWidget*>("Lists");
+    auto* pEdit = pForm->findChild<QWidget*>(QString::number(GALLERY_EDIT));
+    const int iOpen = pGroup->height();
+    const int iBelow = pBelow->height();
+    const auto expectFolded = [&](bool bFolded, const char* pszBy)
+    {
+        SCOPED_TRACE(pszBy);
+        QApplication::processEvents();
+        EXPECT_EQ(pEdit->isVisible(), !bFolded);
+        EXPECT_EQ(GetFoldedGroups(m_View), bFolded ? QStringList{"Fields"} : QStringList());
+        EXPECT_LE(pGroup->height(), bFolded ? 2 * pGroup->fontMetrics().height() : iOpen);
+        EXPECT_EQ(pBelow->height() > iBelow, bFolded) << "others get the room";
+        EXPECT_TRUE(pForm->rect().contains(
+            QRect(pGroup->mapTo(pForm, QPoint()), pGroup->size().boundedTo(pForm->size()))));
+    };
+    const QPoint title(pGroup->fontMetrics().height(), pGroup->fontMetrics().height() / 2);
+    QTest::mouseClick(pGroup, Qt::LeftButton, {}, title);
+    expectFolded(true, "mouse");
+    QTest::mouseClick(pGroup, Qt::LeftButton, {}, title);
+    expectFolded(false, "mouse");
+    QTest::mouseClick(pGroup, Qt::LeftButton, {}, {pGroup->width() / 2, iOpen - 3});
+    QTest::mouseClick(pGroup, Qt::RightButton, {}, title);
+    expectFolded(false, "beside the title, and another button");
+    // The title lies on the way from control to control.
+    pForm->findChild<QWidget*>(QString::number(GALLERY_DRAWN))->setFocus();
+    Press(Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), pGroup);
+    const std::pair<Qt::Key, bool> keys[] = {{Qt::Key_Space, true},
+                                             {Qt::Key_Return, false},
+                                             {Qt::Key_Left, true},
+                                             {Qt::Key_Left, true},
+                                             {Qt::Key_Right, false},
+                                             {Qt::Key_Right, false}};
+    for (const auto& [eKey, bFolded] : keys)
+    {
+        Press(eKey);
+        expectFolded(bFolded, "key");
+    }
+    // The keyboard never stays where nothing is to be seen, and goes round it. What is pressed in a
+    // control means the control, also when it has no use for it.
+    pEdit->setFocus();
+    Press(Qt::Key_Return);
+    expectFolded(false, "key of a control");
+    m_View.TakeNotes();
+    FoldGroups(m_View, {"Fields"});
+    expectFolded(true, "program");
+    EXPECT_EQ(QApplication::focusWidget(), pGroup);
+    GoOn();
+    EXPECT_EQ(GetFocus(), std::to_string(GALLERY_LIST));
+    // What was hidden before stays so when the group is opened.
+    pForm->findChild<QWidget*>(QString::number(GALLERY_SPIN))->hide();
+    FoldGroups(m_View, {});
+    expectFolded(false, "program");
+    EXPECT_FALSE(pForm->findChild<QWidget*>(QString::number(GALLERY_SPIN))->isVisible());
 }
 
 TEST_F(CGallery, DrawsTheSameSheetAtEveryDepth)

@@ -1,0 +1,97 @@
+#include "editor/app/CLevelViews.h"
+
+#include "editor/app/CViewArea.h"
+#include "editor/core/CLevelDocument.h"
+
+#include <algorithm>
+#include <map>
+
+CLevelViews::CLevelViews(const CLevelDocument& document)
+    : m_Document(document)
+{
+}
+
+// A height map that was opened alone is as good as a level here.
+std::string CLevelViews::GetPath() const
+{
+    return m_Document.GetPath().empty() ? m_Document.GetHeightPath() : m_Document.GetPath();
+}
+
+void CLevelViews::Leave(const CViewArea& views)
+{
+    Write(views);
+    m_Path.clear();
+    m_Kept = {};
+}
+
+void CLevelViews::Enter(CViewArea& views)
+{
+    m_Path = GetPath();
+    m_Kept = m_Path.empty() ? SLevelViews() : SLevelViews::Load(m_Path);
+    // The first of each kind to the first, and so on: meanwhile there may be others beside them.
+    std::map<EViewKind, size_t> nSeen;
+    for (CViewWidget* pView : views.GetViews())
+    {
+        size_t nBefore = nSeen[pView->GetKind()]++;
+        const auto found = std::find_if(m_Kept.views.begin(),
+                                        m_Kept.views.end(),
+                                        [&](const SViewLook& look) {
+                                            return look.eKind == pView->GetKind() && nBefore-- == 0;
+                                        });
+        if (found != m_Kept.views.end())
+        {
+            pView->LookFrom(*found);
+        }
+    }
+    m_Written.clear();
+}
+
+void CLevelViews::Keep(const CViewArea& views)
+{
+    m_Path = GetPath(); // it may have been saved under another name
+    Write(views);
+}
+
+void CLevelViews::Write(const CViewArea& views)
+{
+    if (m_Path.empty())
+    {
+        return;
+    }
+    m_Kept.views.clear();
+    for (CViewWidget* pView : views.GetViews())
+    {
+        m_Kept.views.push_back(pView->GetNavigator().GetLook());
+    }
+    const std::string strText = m_Kept.MakeText(m_Path);
+    if (strText != m_Written)
+    {
+        m_Written = strText; // what cannot be written is not tried again until it is another
+        SLevelViews::Save(m_Path, strText);
+    }
+}
+
+void CLevelViews::SetBookmark(const CViewArea& views, size_t i)
+{
+    m_Kept.bookmarks[i] = views.GetActive()->GetNavigator().GetLook();
+}
+
+bool CLevelViews::GoToBookmark(const CViewArea& views, size_t i) const
+{
+    CViewWidget* pView = views.GetActive();
+    const EViewKind eKind = m_Kept.bookmarks[i]->eKind;
+    if (pView->GetKind() != eKind)
+    {
+        const auto found =
+            std::find_if(views.GetViews().begin(),
+                         views.GetViews().end(),
+                         [&](const CViewWidget* pOther)
+                         { return pOther->GetKind() == eKind && pOther->isVisibleTo(&views); });
+        pView = found != views.GetViews().end() ? *found : nullptr;
+    }
+    if (pView != nullptr)
+    {
+        pView->LookFrom(*m_Kept.bookmarks[i]);
+    }
+    return pView != nullptr;
+}

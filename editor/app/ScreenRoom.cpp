@@ -1,0 +1,35 @@
+#include "editor/app/ScreenRoom.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStyle>
+#include <QWidget>
+
+#include <algorithm>
+
+void KeepOnScreen(QWidget& window, const QWidget* pBeside)
+{
+    if ((window.windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen)) != 0)
+    {
+        return;
+    }
+    const QRect frame = window.frameGeometry();
+    const QScreen* pScreen = QGuiApplication::screenAt(frame.center());
+    if (pScreen == nullptr)
+    {
+        pScreen = pBeside != nullptr ? pBeside->screen() : window.screen();
+    }
+    const QRect room = pScreen->availableGeometry();
+    // What the system draws around it is not known before it is shown.
+    const int iTitle =
+        window.isVisible() ? 0 : window.style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const int iAround = std::max(frame.height() - window.height(), iTitle);
+    window.resize(std::min(window.width(), room.width()),
+                  std::min(window.height(), room.height() - iAround));
+    const QPoint place(std::clamp(frame.x(), room.left(), room.right() + 1 - window.width()),
+                       std::clamp(frame.y(), room.top(), room.bottom() + 1 - window.height()));
+    if (place != frame.topLeft())
+    {
+        window.move(place);
+    }
+}

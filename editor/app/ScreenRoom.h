@@ -1,0 +1,8 @@
+#pragma once
+
+class QWidget;
+
+// Makes a window no larger than the room that its screen has for windows, and moves it there: it
+// may come from a larger screen, or one where all was drawn smaller. A window that fills its screen
+// stays. pBeside: on whose screen one goes that lies on none; null for its own.
+void KeepOnScreen(QWidget& window, const QWidget* pBeside = nullptr);

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "host/HostTypes.h"
+
+#include <string>
+
+enum class EViewKind
+{
+    Perspective,
+    // Without perspective, and without a camera that others may move.
+    Top,   // straight down, north (smaller z) up
+    Front, // to the north
+    Side,  // to the west
+};
+
+constexpr EViewKind VIEW_KINDS[] = {
+    EViewKind::Perspective, EViewKind::Top, EViewKind::Front, EViewKind::Side};
+
+const char* GetViewName(EViewKind eKind); // as a person reads it, and files have it
+bool FindViewKind(const std::string& strName, EViewKind& eKind);
+
+// Where a view looks from, to come back to. Terrain units.
+struct SViewLook
+{
+    EViewKind eKind = EViewKind::Perspective;
+    SVec3 at;                   // the camera; without one the middle of the picture
+    float fYaw = 0.0F;          // degrees, with a camera
+    float fPitch = 0.0F;        // degrees, with a camera
+    float fHalfHeight = 500.0F; // of the picture, without a camera
+};
