@@ -1,6 +1,7 @@
 #include "editor/view/CGroundWalk.h"
 
 #include "editor/view/CViewNavigator.h"
+#include "editor/view/ViewMoves.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CCamera.h"
 
@@ -16,11 +17,6 @@ constexpr float FAST = 4.0F;
 constexpr float LONGEST_STEP = 0.25F; // seconds
 constexpr float EYE_FACTOR = 1.15F;   // a notch
 constexpr float STEEPEST_LOOK = 89.0F;
-
-float GetAxis(bool bNegative, bool bPositive)
-{
-    return (bPositive ? 1.0F : 0.0F) - (bNegative ? 1.0F : 0.0F);
-}
 
 } // namespace
 

@@ -326,4 +326,3 @@ bool CViewNavigator::MoveTo(const CTerrain* pTerrain, const SVec3& position)
     m_Camera->SetPosition(position);
     return true;
 }
-}
