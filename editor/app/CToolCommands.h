@@ -34,7 +34,7 @@ private:
         SToolOffer offer;
     };
 
-    bool IsReady() const;     // there is a plug-in to ask, and no stroke
+    bool IsReady() const; // there is a plug-in to ask, and no stroke
     bool IsAtHand(const STool& tool) const;
     bool IsSculpting() const; // with a tool; says so otherwise
     void Take(const char* pszFunction);
