@@ -63,7 +63,8 @@ void DrawGrey(const SSampleGrid& grid, float fLow, float fHigh, SReliefPicture& 
 bool ThinGrid(const SSampleGrid& grid, uint32_t uMost, SSampleGrid& thin)
 {
     SSampleGrid made;
-    static_cast<SSampleInfo&>(made) = grid;
+    const SSampleInfo& info = grid; // without its samples
+    static_cast<SSampleInfo&>(made) = info;
     made.uColumns = std::min(grid.uColumns, uMost);
     made.uRows = std::min(grid.uRows, uMost);
     std::vector<double> sums;

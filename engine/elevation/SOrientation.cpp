@@ -15,6 +15,8 @@ struct SWalk
     ptrdiff_t nZ = 1;
 };
 
+constexpr uint32_t BLOCK = 64; // of the terrain's samples a side: their rows stay in the cache
+
 SWalk MakeWalk(const SOrientation& orientation, uint32_t uColumns, uint32_t uRows)
 {
     const ptrdiff_t nColumns = uColumns;
@@ -39,6 +41,27 @@ SWalk MakeWalk(const SOrientation& orientation, uint32_t uColumns, uint32_t uRow
         walk.nZ = -walk.nZ;
     }
     return walk;
+}
+
+// The samples of a block from that column and row of the terrain on. grid: says the terrain's shape
+// already, but lies as the file does.
+void CopyBlock(const SWalk& walk,
+               const SSampleGrid& grid,
+               uint32_t uColumn,
+               uint32_t uRow,
+               std::vector<float>& turned)
+{
+    const uint32_t uEndX = std::min(uColumn + BLOCK, grid.uColumns);
+    const uint32_t uEndZ = std::min(uRow + BLOCK, grid.uRows);
+    for (uint32_t z = uRow; z < uEndZ; ++z)
+    {
+        const float* pSource = grid.samples.data() + walk.nStart + walk.nZ * z;
+        float* pDest = turned.data() + size_t{z} * grid.uColumns;
+        for (uint32_t x = uColumn; x < uEndX; ++x)
+        {
+            pDest[x] = pSource[walk.nX * x];
+        }
+    }
 }
 
 } // namespace
@@ -82,25 +105,14 @@ void OrientGrid(const SOrientation& orientation, SSampleGrid& grid)
     {
         return;
     }
-    constexpr uint32_t BLOCK = 64; // of the terrain's samples a side: their rows stay in the cache
     const SWalk walk = MakeWalk(orientation, grid.uColumns, grid.uRows);
     std::vector<float> turned(grid.samples.size());
     OrientInfo(orientation, grid);
-    for (uint32_t z0 = 0; z0 < grid.uRows; z0 += BLOCK)
+    for (uint32_t z = 0; z < grid.uRows; z += BLOCK)
     {
-        const uint32_t uEndZ = std::min(z0 + BLOCK, grid.uRows);
-        for (uint32_t x0 = 0; x0 < grid.uColumns; x0 += BLOCK)
+        for (uint32_t x = 0; x < grid.uColumns; x += BLOCK)
         {
-            const uint32_t uEndX = std::min(x0 + BLOCK, grid.uColumns);
-            for (uint32_t z = z0; z < uEndZ; ++z)
-            {
-                const float* pSource = grid.samples.data() + walk.nStart + walk.nZ * z;
-                float* pDest = turned.data() + size_t{z} * grid.uColumns;
-                for (uint32_t x = x0; x < uEndX; ++x)
-                {
-                    pDest[x] = pSource[walk.nX * x];
-                }
-            }
+            CopyBlock(walk, grid, x, z, turned);
         }
     }
     grid.samples = std::move(turned);
