@@ -3,6 +3,7 @@
 
 #include "editor/core/CBitmapFollower.h"
 #include "editor/script/CRecorder.h"
+#include "engine/terrain/GroundStatistics.h"
 #include "tests/editor/script/AutosaveFixture.h"
 #include "tests/editor/script/SGroundModel.h"
 #include "tests/support/CLogCatcher.h"
@@ -351,4 +352,25 @@ TEST_F(CGroundTest, TheBitmapFollowsInAFileOfItsOwnWithWhatWasPainted)
     EXPECT_EQ(log.TakeLines().back(),
               "[CBitmapFollower::Follow] the bitmap " + m_Folder.Path("gone.png") +
                   " cannot follow the ground, which stays");
+}
+
+TEST_F(CGroundTest, StatisticsOfAPlaneAreThoseOfPaper)
+{
+    SHeightField field; // 2 higher with each of 5 columns, 1 with each of 9 rows
+    ASSERT_TRUE(field.Allocate(5, 9));
+    field.size = {16.0F, 90.0F, -16.0F};
+    for (size_t i = 0; i < field.GetCount(); ++i)
+    {
+        field.pHeights[i] = static_cast<float>(2 * (i % 5) + i / 5) - 3.0F;
+    }
+    const SGroundStatistics found = MeasureStatistics(CTerrain(std::move(field)));
+    EXPECT_EQ(found.nVertices, 45U);
+    EXPECT_EQ(found.fLowest, -3.0F);
+    EXPECT_EQ(found.fHighest, 13.0F);
+    EXPECT_EQ(found.nUneditable, 4U);
+    EXPECT_FLOAT_EQ(static_cast<float>(found.dMeanSlope), std::sqrt(0.5F));
+    EXPECT_FLOAT_EQ(static_cast<float>(found.dSteepest), std::sqrt(0.5F));
+    EXPECT_EQ(found.bars.front(), 1U);
+    EXPECT_EQ(found.bars[HISTOGRAM_BARS / 2], 5U) << "the height in the middle";
+    EXPECT_EQ(found.bars.back(), 1U);
 }
