@@ -15,7 +15,7 @@ struct SEditorSettings
     static constexpr int MOST_MEGABYTES = 1 << 20;
 
     SInputSettings input;
-    SRenderSettings render; // of all views; a view adds its own quality and wire frame
+    SRenderSettings render;   // of all views; a view adds its own quality and wire frame
     bool bSmoothEdges = true; // of the views that a card draws
     bool bKeyboardNavigation = true;
     int iAutosaveSeconds = 180; // 0: never
