@@ -44,7 +44,7 @@ protected:
         const SColor wanted = GetMarkColor(eSign);
         EXPECT_NEAR(picture.pixelColor(middle + QPoint(6, -6)).hsvHue(),
                     QColor::fromRgbF(wanted.r, wanted.g, wanted.b).hsvHue(),
-                    14)
+                    24) // ground has a colour, too; those of signs are twice as far apart
             << pszCaption;
         const QPoint corner = middle - QPoint(WIDTH / 2, HEIGHT / 2);
         m_Cells.emplace_back(picture.copy(QRect(corner, QSize(WIDTH, HEIGHT))), pszCaption);
