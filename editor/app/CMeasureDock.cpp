@@ -15,7 +15,7 @@
 namespace
 {
 
-constexpr size_t MOST_SAMPLES = 2049;
+constexpr size_t MOST_PROFILE_SAMPLES = 2049;
 constexpr int PROFILE_LINES = 6; // of text, as high as the picture at least
 
 // A number as short as it may be, with a point in every language as in the other fields.
@@ -139,7 +139,7 @@ void CMeasureDock::Follow()
         const SVec3 from = m_Ruler.GetFrom();
         const SVec3 to = m_Ruler.GetTo();
         m_pLine->setText(
-            DescribeLine(from, to, MeasureLine(*pTerrain, from, to, MOST_SAMPLES, m_Heights)));
+            DescribeLine(from, to, MeasureLine(*pTerrain, from, to, MOST_PROFILE_SAMPLES, m_Heights)));
     }
     if (pTerrain != nullptr && m_Ruler.HasProbe())
     {

@@ -83,7 +83,7 @@ private:
     CHistoryDock* m_pHistory; // these are the window's
     CProcessesDock* m_pProcesses;
     CBrushLibraryDock* m_pLibrary;
-    CLightDock* m_pLight;
     CMeasureDock* m_pMeasure;
+    CLightDock* m_pLight;
     QByteArray m_FirstState; // of docks and toolbars
 };
