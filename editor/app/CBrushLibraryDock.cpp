@@ -2,6 +2,7 @@
 
 #include "editor/app/BrushPicture.h"
 #include "editor/app/CBrushList.h"
+#include "editor/app/ScreenRoom.h"
 #include "framework/core/MessageBox.h"
 
 #include <QAction>
@@ -79,7 +80,20 @@ CBrushLibraryDock::CBrushLibraryDock(QWidget* pParent,
     connect(m_pList, &QListWidget::itemDoubleClicked, this, [this] { Take(); });
     connect(m_pFilter, &QLineEdit::textChanged, this, [this] { Filter(); });
     connect(m_pFilter, &QLineEdit::returnPressed, m_pList, [this] { TakeFocus(); });
-    connect(this, &QDockWidget::visibilityChanged, this, [this] { Follow(); });
+    connect(this,
+            &QDockWidget::visibilityChanged,
+            this,
+            [this](bool bVisible)
+            {
+                Follow();
+                if (bVisible && !std::exchange(m_bWidened, true))
+                {
+                    m_WidthTimer.start(0); // when it has its place
+                }
+            });
+    m_WidthTimer.setSingleShot(true);
+    m_WidthTimer.callOnTimeout(
+        this, [this] { WidenDock(*this, m_pList->GetFirstWidth() + width() - m_pList->width()); });
 }
 
 void CBrushLibraryDock::AddActions(QMenu& menu)

@@ -51,7 +51,9 @@ private:
     QLineEdit* m_pFilter; // these are the dock's
     CBrushList* m_pList;
     QLabel* m_pLine;
-    QTimer m_NameTimer; // until the editor of a name has gone
+    QTimer m_WidthTimer;
+    bool m_bWidened = false; // for some columns of pictures, once
+    QTimer m_NameTimer;      // until the editor of a name has gone
     int m_iNamed = 0;
     bool m_bNamed = false; // the name was taken
 };

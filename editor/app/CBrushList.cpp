@@ -116,8 +116,7 @@ CBrushList::CBrushList(QWidget* pParent, SEvents events)
                      PICTURE + 3 * metrics.height() + metrics.leading());
     setIconSize({PICTURE, PICTURE});
     setGridSize(grid);
-    setMinimumWidth(FIRST_COLUMNS * grid.width() + PICTURE / 2 +
-                    style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    setMinimumWidth(grid.width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // so that no row changes its width by it
     setFlow(QListView::LeftToRight);
     setWrapping(true);
@@ -220,6 +219,12 @@ void CBrushList::keyPressEvent(QKeyEvent* pEvent)
         return;
     }
     QListWidget::keyPressEvent(pEvent);
+}
+
+int CBrushList::GetFirstWidth() const
+{
+    return FIRST_COLUMNS * gridSize().width() + PICTURE / 2 +
+           style()->pixelMetric(QStyle::PM_ScrollBarExtent);
 }
 
 Qt::DropActions CBrushList::supportedDropActions() const

@@ -31,6 +31,8 @@ public:
     // The next row that is shown, iStep -1 or 1; -1 when there is none.
     int FindShown(int iFrom, int iStep) const;
 
+    int GetFirstWidth() const; // of some columns
+
 protected:
     bool event(QEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;

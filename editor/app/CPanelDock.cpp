@@ -10,9 +10,7 @@
 #include <QCloseEvent>
 #include <QGroupBox>
 #include <QKeyEvent>
-#include <QLayout>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -90,26 +88,7 @@ bool CPanelDock::Open(const CRuntimeClass* pClass)
 
 void CPanelDock::FitWidth()
 {
-    auto* pWindow = qobject_cast<QMainWindow*>(parentWidget());
-    if (pWindow == nullptr || isFloating())
-    {
-        return;
-    }
-    pWindow->layout()->activate();
-    if (pWindow->isVisible() && width() >= m_FormWidth)
-    {
-        return;
-    }
-    int iRoom = pWindow->width() - pWindow->centralWidget()->minimumWidth();
-    for (const QDockWidget* pDock : pWindow->findChildren<QDockWidget*>())
-    {
-        const bool bBeside =
-            pWindow->dockWidgetArea(const_cast<QDockWidget*>(pDock)) == Qt::RightDockWidgetArea;
-        iRoom -= bBeside && pDock->isVisible() && !pDock->isFloating() ? pDock->width() : 0;
-    }
-    pWindow->resizeDocks({this},
-                         {std::clamp(m_FormWidth, LEAST_WIDTH, std::max(iRoom, LEAST_WIDTH))},
-                         Qt::Horizontal);
+    WidenDock(*this, m_FormWidth);
 }
 
 QStringList CPanelDock::GetFolded() const

@@ -93,11 +93,9 @@ void CViewCommands::AddViews(QMenu& menu, CCommandList& commands)
         return SCommand{.pszId = pszId,
                         .pszText = pszText,
                         .run = [this, nViews] { m_Layout.GetArrangement().SetCount(nViews); },
-                        .isChecked =
-                            [this, nViews]
-                        {
-                            return m_Layout.GetArrangement().HasCount(nViews);
-                        }};
+                        .isChecked = [this, nViews]
+                        { return m_Layout.GetArrangement().HasCount(nViews); },
+                        .bOnce = true};
     };
     const auto add = [this](const char* pszId, const char* pszText, EViewKind eKind)
     {

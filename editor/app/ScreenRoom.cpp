@@ -1,6 +1,9 @@
 #include "editor/app/ScreenRoom.h"
 
+#include <QDockWidget>
 #include <QGuiApplication>
+#include <QLayout>
+#include <QMainWindow>
 #include <QScreen>
 #include <QStyle>
 #include <QWidget>
@@ -32,4 +35,34 @@ void KeepOnScreen(QWidget& window, const QWidget* pBeside)
     {
         window.move(place);
     }
+}
+
+void WidenDock(QDockWidget& dock, int iWidth)
+{
+    auto* pWindow = qobject_cast<QMainWindow*>(dock.parentWidget());
+    if (pWindow == nullptr || dock.isFloating())
+    {
+        return;
+    }
+    pWindow->layout()->activate();
+    if (pWindow->isVisible() && dock.width() >= iWidth)
+    {
+        return;
+    }
+    const Qt::DockWidgetAreas sides = Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea;
+    const Qt::DockWidgetArea eArea = pWindow->dockWidgetArea(&dock);
+    int iOther = 0;
+    for (QDockWidget* pOther : pWindow->findChildren<QDockWidget*>())
+    {
+        const Qt::DockWidgetArea eOther = pWindow->dockWidgetArea(pOther);
+        if (eOther != eArea && sides.testFlag(eOther) && pOther->isVisible() &&
+            !pOther->isFloating())
+        {
+            iOther = std::max(iOther, pOther->width());
+        }
+    }
+    const int iRoom = pWindow->width() - pWindow->centralWidget()->minimumWidth() - iOther;
+    const int iLeast = dock.minimumSizeHint().width();
+    pWindow->resizeDocks(
+        {&dock}, {std::clamp(iWidth, iLeast, std::max(iRoom, iLeast))}, Qt::Horizontal);
 }
