@@ -2,7 +2,7 @@
 
 #include "editor/app/TarGz.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <string>
 #include <vector>
