@@ -98,12 +98,11 @@ void CViewWidget::initializeGL()
     connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { ReleaseRenderer(); });
     std::string strFault;
     m_bReady = m_Renderer.Initialize(strFault);
+    m_bSoftware = m_bReady && m_Renderer.IsSoftware();
     if (!m_bReady)
     {
         m_Events.onFault(QString::fromStdString(strFault));
-        return;
     }
-    m_bSoftware = m_Renderer.IsSoftware();
 }
 
 void CViewWidget::paintGL()
