@@ -104,8 +104,9 @@ void CWindowLayout::SizeDocks()
 {
     const bool bNarrow = m_Window.width() < NARROW_WIDTH;
     const bool bLow = m_Window.height() < LOW_HEIGHT;
-    for (QDockWidget* pDock :
-         {static_cast<QDockWidget*>(m_pHistory), static_cast<QDockWidget*>(m_pProcesses), m_pLight})
+    for (QDockWidget* pDock : {static_cast<QDockWidget*>(m_pHistory),
+                               static_cast<QDockWidget*>(m_pProcesses),
+                               static_cast<QDockWidget*>(m_pLight)})
     {
         pDock->setVisible(!bNarrow);
     }
