@@ -158,6 +158,47 @@ bool IsCount(int64_t iVertices)
     return iVertices >= TERRAIN_MIN_VERTICES && iVertices <= TERRAIN_MAX_VERTICES;
 }
 
+// The place on the map goes with the ground. What comes in opposite has none that a frame could
+// say.
+SGeoTags MoveTags(const CTerrain& terrain, const SGroundAct& act)
+{
+    SGeoTags tags = terrain.GetGeoTags();
+    const auto dCellsX = static_cast<double>(terrain.GetVerticesX() - 1);
+    const auto dCellsZ = static_cast<double>(terrain.GetVerticesZ() - 1);
+    switch (act.eKind)
+    {
+    case EGround::Size:
+    case EGround::Raise:
+        break;
+    case EGround::Extend:
+        tags.Crop(-act.iWest / dCellsX,
+                  1.0 + act.iEast / dCellsX,
+                  -act.iNorth / dCellsZ,
+                  1.0 + act.iSouth / dCellsZ);
+        break;
+    case EGround::Shift:
+        if (act.bWrap)
+        {
+            return {};
+        }
+        tags.Crop(-act.iCellsX / dCellsX,
+                  1.0 - act.iCellsX / dCellsX,
+                  -act.iCellsZ / dCellsZ,
+                  1.0 - act.iCellsZ / dCellsZ);
+        break;
+    case EGround::Turn:
+        tags.Turn(static_cast<uint32_t>(act.iTurns), false, false);
+        break;
+    case EGround::MirrorX:
+        tags.Turn(0, true, false);
+        break;
+    case EGround::MirrorZ:
+        tags.Turn(0, false, true);
+        break;
+    }
+    return tags;
+}
+
 } // namespace
 
 SGroundMeasures GetGroundMeasures(const CTerrain& terrain)
@@ -223,6 +264,7 @@ bool MakeChangedGround(const CTerrain& terrain, const SGroundAct& act, SHeightFi
         return false;
     }
     made.size = after.size;
+    made.geo = MoveTags(terrain, act);
     const bool bMade = IsGroundMoved(act.eKind)
                            ? MoveGround(terrain, act, made)
                            : AdjustHeights(terrain, MakeRule(terrain.GetSizeVector(), act), made);

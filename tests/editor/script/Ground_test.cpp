@@ -3,7 +3,6 @@
 
 #include "editor/core/CBitmapFollower.h"
 #include "editor/script/CRecorder.h"
-#include "engine/terrain/GroundStatistics.h"
 #include "tests/editor/script/AutosaveFixture.h"
 #include "tests/editor/script/SGroundModel.h"
 #include "tests/support/CLogCatcher.h"
@@ -236,6 +235,57 @@ TEST_F(CGroundTest, EveryVertexGoesWherePaperSaysAndTheHistoryBringsAllBack)
     }
 }
 
+// Wherever a vertex goes, it stays where it was on the map.
+TEST_F(CGroundTest, ThePlaceOnTheMapGoesWithTheGround)
+{
+    ASSERT_NO_FATAL_FAILURE(StartRough());
+    SGeoTags tags;
+    tags.bKnown = true;
+    tags.first = {600.0, 4100.0};
+    tags.lastX = {664.0, 4132.0}; // a turned one
+    tags.lastZ = {592.0, 4068.0};
+    GetTerrain().SetGeoTags(tags);
+    const uint32_t uColumns = GetTerrain().GetVerticesX();
+    const float fPeak = 97.0F;
+    GetTerrain().SetRowHeights(12, 7, &fPeak, 1);
+    const auto findPeak = [&]
+    {
+        const CTerrain& terrain = GetTerrain();
+        const size_t nVertices = size_t{terrain.GetVerticesX()} * terrain.GetVerticesZ();
+        const float* pFirst = terrain.GetHeightData();
+        const auto iPeak = std::max_element(pFirst, pFirst + nVertices) - pFirst;
+        SGeoTags at = terrain.GetGeoTags();
+        const double dX =
+            static_cast<double>(iPeak % terrain.GetVerticesX()) / (terrain.GetVerticesX() - 1);
+        const double dZ =
+            static_cast<double>(iPeak / terrain.GetVerticesX()) / (terrain.GetVerticesZ() - 1);
+        at.Crop(dX, 1.0, dZ, 1.0);
+        return at.first;
+    };
+    const SMapPoint before = findPeak();
+    EXPECT_NE(before.dX, tags.first.dX);
+    for (const char* pszCall : {"level_turn( 1 )",
+                                "level_mirror( \"x\" )",
+                                "level_extend( 3, -2, 5, 1, 0 )",
+                                "level_turn( 3 )",
+                                "level_shift( 4, -3, 0 )",
+                                "level_mirror( \"z\" )",
+                                "level_raise( 1 )",
+                                "level_turn( 2 )"})
+    {
+        PlayScript(pszCall);
+        EXPECT_NEAR(findPeak().dX, before.dX, 1e-6) << pszCall;
+        EXPECT_NEAR(findPeak().dY, before.dY, 1e-6) << pszCall;
+    }
+    PlayScript("level_shift( 1, 0, 1 )");
+    EXPECT_FALSE(GetTerrain().GetGeoTags().bKnown) << "what comes in opposite has no place";
+    while (m_Host.Undo())
+    {
+    }
+    EXPECT_EQ(GetTerrain().GetVerticesX(), uColumns);
+    EXPECT_EQ(GetTerrain().GetGeoTags().lastZ.dX, tags.lastZ.dX);
+}
+
 TEST_F(CGroundTest, ARecordingHasTheActsThemselvesAlsoWhenTheyAreTakenBack)
 {
     ASSERT_NO_FATAL_FAILURE(StartRough());
@@ -352,25 +402,4 @@ TEST_F(CGroundTest, TheBitmapFollowsInAFileOfItsOwnWithWhatWasPainted)
     EXPECT_EQ(log.TakeLines().back(),
               "[CBitmapFollower::Follow] the bitmap " + m_Folder.Path("gone.png") +
                   " cannot follow the ground, which stays");
-}
-
-TEST_F(CGroundTest, StatisticsOfAPlaneAreThoseOfPaper)
-{
-    SHeightField field; // 2 higher with each of 5 columns, 1 with each of 9 rows
-    ASSERT_TRUE(field.Allocate(5, 9));
-    field.size = {16.0F, 90.0F, -16.0F};
-    for (size_t i = 0; i < field.GetCount(); ++i)
-    {
-        field.pHeights[i] = static_cast<float>(2 * (i % 5) + i / 5) - 3.0F;
-    }
-    const SGroundStatistics found = MeasureStatistics(CTerrain(std::move(field)));
-    EXPECT_EQ(found.nVertices, 45U);
-    EXPECT_EQ(found.fLowest, -3.0F);
-    EXPECT_EQ(found.fHighest, 13.0F);
-    EXPECT_EQ(found.nUneditable, 4U);
-    EXPECT_FLOAT_EQ(static_cast<float>(found.dMeanSlope), std::sqrt(0.5F));
-    EXPECT_FLOAT_EQ(static_cast<float>(found.dSteepest), std::sqrt(0.5F));
-    EXPECT_EQ(found.bars.front(), 1U);
-    EXPECT_EQ(found.bars[HISTOGRAM_BARS / 2], 5U) << "the height in the middle";
-    EXPECT_EQ(found.bars.back(), 1U);
 }
