@@ -39,7 +39,9 @@ CKeysDialog::CKeysDialog(QWidget* pParent, const CKeyBindings& keys, const SMous
 {
     setWindowTitle("Keys");
     m_pList->setObjectName("keys-list");
+    m_pList->setAccessibleName("Commands and their keys");
     m_pKey->setObjectName("keys-edit");
+    m_pKey->setAccessibleName("Key of the command");
     m_pClash->setObjectName("keys-clash");
     m_pClash->setStyleSheet("color: #d03030;");
     m_pList->setRootIsDecorated(false);

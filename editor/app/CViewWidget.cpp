@@ -63,6 +63,7 @@ CViewWidget::CViewWidget(
     , m_Quality([this] { update(); })
 {
     setObjectName(QString("view-%1").arg(view));
+    setAccessibleName(QString("%1 view").arg(GetViewName(eKind)));
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(120, 90);

@@ -46,6 +46,27 @@ int GetContentWidth(const SControlResource& control, const QWidget& widget)
     }
 }
 
+// What has no text of its own is read out as the label before it, or as its group.
+void NameControls(const QLayout& row, const QString& strGroup)
+{
+    QString strLabel = strGroup;
+    for (int i = 0; i < row.count(); ++i)
+    {
+        QWidget* pWidget = row.itemAt(i)->widget();
+        const auto* pLabel = qobject_cast<const QLabel*>(pWidget);
+        const auto* pButton = qobject_cast<const QAbstractButton*>(pWidget);
+        if (pLabel != nullptr && !pLabel->text().isEmpty())
+        {
+            strLabel = pLabel->text();
+        }
+        else if (pWidget != nullptr && pWidget->accessibleName().isEmpty() &&
+                 (pButton == nullptr || pButton->text().isEmpty()))
+        {
+            pWidget->setAccessibleName(strLabel);
+        }
+    }
+}
+
 } // namespace
 
 CFormBuilder::CFormBuilder(CFormWindow& form, QWidget& ground)
@@ -101,6 +122,7 @@ void CFormBuilder::AddGroup(const SGroupResource& group, QVBoxLayout& column)
     for (const SRowResource& row : group.rows)
     {
         AddRow(row, *pGround, *pRows);
+        NameControls(*pRows->itemAt(pRows->count() - 1)->layout(), QString(group.pszTitle));
         iWeight += row.iWeight;
     }
     column.addWidget(bTitle ? pFolding : pGround, iWeight);

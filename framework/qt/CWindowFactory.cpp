@@ -51,6 +51,7 @@ void CWindowFactory::MakeFormView(CFormView& view, const SDialogResource& form, 
 {
     auto* pArea = new QScrollArea(GetWidgetOf(pParent)); // the view's
     pArea->setWindowTitle(QString::fromUtf8(form.pszCaption));
+    pArea->setAccessibleName(pArea->windowTitle());
     pArea->setFrameShape(QFrame::NoFrame);
     pArea->setWidgetResizable(true);
     auto* pContent = new QWidget; // the area's

@@ -371,13 +371,25 @@ TEST_F(CBrushControls, TheKeyboardReachesEveryControlInOrder)
                                          "2194",
                                          "2192",
                                          "2193",
-                                         "2119"};
+                                         "2119",
+                                         "Tool"}; // titles fold their groups
     for (const SFunctionFace* pFace : GetFunctionPlaces())
     {
         expected.push_back(std::to_string(pFace->uButton));
     }
-    for (const char* pszId :
-         {"2123", "2113", "2120", "2138", "2127", "2139", "2129", "2205", "2206"})
+    for (const char* pszId : {"2123",
+                              "Defined brushes",
+                              "2113",
+                              "2120",
+                              "Height map",
+                              "2138",
+                              "2127",
+                              "Terrain normals",
+                              "2139",
+                              "2129",
+                              "Terrain material",
+                              "2205",
+                              "2206"})
     {
         expected.emplace_back(pszId);
     }
