@@ -73,7 +73,7 @@ QAction* CCommandList::MakeAction(const SCommand& command)
 {
     auto* pAction = new QAction(QString::fromUtf8(command.pszText), &m_Window);
     pAction->setObjectName(command.pszId);
-    pAction->setAutoRepeat(!command.bOnce);
+    pAction->setAutoRepeat(!command.bOnce && command.isChecked == nullptr);
     if (command.isChecked != nullptr)
     {
         pAction->setCheckable(true);

@@ -27,11 +27,12 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     , m_View(parts.editor, parts.views, parts.layout, parts.plugin, parts.settings.render)
     , m_Level(parts.editor, parts.documents, parts.onLevel)
     , m_Protection(parts.window, parts.editor, parts.views, parts.showState)
-    , m_Measure(parts.editor,
+    , m_Measure(parts.window,
+                parts.editor,
                 parts.views,
                 m_Spot,
                 parts.measure,
-                parts.settings.fEyeHeight,
+                parts.settings,
                 parts.showState)
     , m_Camera(parts.views, parts.levelViews, parts.plugin, parts.showState)
     , m_Brush(parts.editor, parts.views, parts.plugin)

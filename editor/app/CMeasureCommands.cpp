@@ -5,8 +5,10 @@
 #include "editor/app/CEditor.h"
 #include "editor/app/CMeasureDock.h"
 #include "editor/app/CMenuSpot.h"
+#include "editor/app/CNumbersDialog.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
+#include "editor/app/SEditorSettings.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 
@@ -14,17 +16,19 @@
 
 #include <utility>
 
-CMeasureCommands::CMeasureCommands(CEditor& editor,
+CMeasureCommands::CMeasureCommands(QWidget& window,
+                                   CEditor& editor,
                                    CViewArea& views,
                                    const CMenuSpot& spot,
                                    CMeasureDock& dock,
-                                   float& fEyeHeight,
+                                   SEditorSettings& settings,
                                    std::function<void()> showState)
-    : m_Editor(editor)
+    : m_Window(window)
+    , m_Editor(editor)
     , m_Views(views)
     , m_Spot(spot)
     , m_Dock(dock)
-    , m_EyeHeight(fEyeHeight)
+    , m_Settings(settings)
     , m_ShowState(std::move(showState))
 {
 }
@@ -41,35 +45,44 @@ void CMeasureCommands::AddTo(QMenu& menu, CCommandList& commands)
         m_Views.RequestFrames();
         m_ShowState();
     };
-    commands.Add(*menu.addMenu("Meas&ure"),
-                 {
-                     {.pszId = "measure.ruler",
-                      .pszText = "&Ruler",
-                      .key = Key('Y'),
-                      .run = [this] { SwitchRuler(); },
-                      .isEnabled = isLevel,
-                      .isChecked = [this] { return m_Views.GetRuler().IsOn(); },
-                      .bOnce = true},
-                     {.pszId = PROBE_HERE,
-                      .pszText = "&Probe under the cursor",
-                      .key = Key('O'),
-                      .run = [this] { SetProbe(); },
-                      .isEnabled = isLevel,
-                      .bOnce = true},
-                     SCommand::Run("measure.drop_probe",
-                                   "Ta&ke the probe away",
-                                   NO_KEY,
-                                   dropProbe,
-                                   [this] { return m_Views.GetRuler().HasProbe(); }),
-                     SCommand::Line(),
-                     {.pszId = "measure.walk",
-                      .pszText = "&Walk at eye height",
-                      .key = Key(Qt::Key_F5),
-                      .run = [this] { SwitchWalk(); },
-                      .isEnabled = isLevel,
-                      .isChecked = [this] { return IsWalking(); },
-                      .bOnce = true},
-                 });
+    commands.Add(
+        *menu.addMenu("Meas&ure"),
+        {
+            {.pszId = "measure.ruler",
+             .pszText = "&Ruler",
+             .key = Key('Y'),
+             .run = [this] { SwitchRuler(); },
+             .isEnabled = isLevel,
+             .isChecked = [this] { return m_Views.GetRuler().IsOn(); },
+             .bOnce = true},
+            {.pszId = PROBE_HERE,
+             .pszText = "&Probe under the cursor",
+             .key = Key('O'),
+             .run = [this] { SetProbe(); },
+             .isEnabled = isLevel,
+             .bOnce = true},
+            SCommand::Run("measure.drop_probe",
+                          "Ta&ke the probe away",
+                          NO_KEY,
+                          dropProbe,
+                          [this] { return m_Views.GetRuler().HasProbe(); }),
+            SCommand::Line(),
+            {.pszId = "measure.steep",
+             .pszText = "&Steep ground",
+             .key = Key(Qt::Key_F3),
+             .run = [this] { SwitchSteep(); },
+             .isChecked = [this] { return m_Settings.render.bSteep; },
+             .bOnce = true},
+            SCommand::Run("measure.steep_angle", "Steep &from...", NO_KEY, [this] { AskSteep(); }),
+            SCommand::Line(),
+            {.pszId = "measure.walk",
+             .pszText = "&Walk at eye height",
+             .key = Key(Qt::Key_F5),
+             .run = [this] { SwitchWalk(); },
+             .isEnabled = isLevel,
+             .isChecked = [this] { return IsWalking(); },
+             .bOnce = true},
+        });
 }
 
 void CMeasureCommands::ShowDock()
@@ -128,18 +141,49 @@ void CMeasureCommands::SwitchWalk()
     view.GetInput().End(); // of what a button moves
     if (walk.IsOn())
     {
-        m_EyeHeight = walk.GetEyeHeight();
+        m_Settings.fEyeHeight = walk.GetEyeHeight();
         walk.Stop();
         view.GetNote().ShowValue("flies again");
     }
     else
     {
-        walk.Start(*pCamera, world.GetCTerrain(), m_EyeHeight);
+        walk.Start(*pCamera, world.GetCTerrain(), m_Settings.fEyeHeight);
         view.GetNote().ShowValue(
             QString("walks, eye height %1: the wheel changes it, the right button looks round")
-                .arg(static_cast<double>(m_EyeHeight), 0, 'g', 3));
+                .arg(static_cast<double>(m_Settings.fEyeHeight), 0, 'g', 3));
     }
     view.GetInput().RepeatHover();
     view.RequestFrame();
     m_ShowState();
+}
+
+void CMeasureCommands::SwitchSteep()
+{
+    bool& bSteep = m_Settings.render.bSteep;
+    bSteep = !bSteep;
+    m_Views.GetActive()->GetNote().ShowValue(
+        bSteep ? QString("orange: steeper than %1 degrees")
+                     .arg(static_cast<double>(m_Settings.render.fSteepDegrees), 0, 'g', 3)
+               : QString("steep ground as it is"));
+    m_Views.RequestFrames();
+    m_ShowState();
+}
+
+void CMeasureCommands::AskSteep()
+{
+    constexpr double RIGHT_ANGLE = 90.0;
+    CNumbersDialog dialog(&m_Window,
+                          "Steep ground",
+                          {{.pszLabel = "Steeper than",
+                            .pszUnit = " degrees",
+                            .iDecimals = 1,
+                            .fMost = RIGHT_ANGLE,
+                            .fValue = static_cast<double>(m_Settings.render.fSteepDegrees)}});
+    if (dialog.exec() == QDialog::Accepted)
+    {
+        m_Settings.render.fSteepDegrees = dialog.GetNumber(0);
+        m_Settings.render.bSteep = true;
+        m_Views.RequestFrames();
+        m_ShowState();
+    }
 }

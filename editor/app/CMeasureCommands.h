@@ -8,6 +8,8 @@ class CMeasureDock;
 class CMenuSpot;
 class CViewArea;
 class QMenu;
+class QWidget;
+struct SEditorSettings;
 
 // The commands that measure the level and look at it from its ground; none changes it. Owned by the
 // menus.
@@ -16,12 +18,14 @@ class CMeasureCommands
 public:
     static constexpr char PROBE_HERE[] = "measure.probe"; // which context menus show, too
 
-    // Borrowed. fEyeHeight: of a walk, terrain units; kept there. showState: menus may be others.
-    CMeasureCommands(CEditor& editor,
+    // Borrowed. window: of the dialog. settings: what a person chooses is kept there. showState:
+    // menus may be others.
+    CMeasureCommands(QWidget& window,
+                     CEditor& editor,
                      CViewArea& views,
                      const CMenuSpot& spot,
                      CMeasureDock& dock,
-                     float& fEyeHeight,
+                     SEditorSettings& settings,
                      std::function<void()> showState);
 
     void AddTo(QMenu& menu, CCommandList& commands);
@@ -30,13 +34,16 @@ private:
     void SwitchRuler();
     void SetProbe();
     void SwitchWalk();
+    void SwitchSteep();
+    void AskSteep();
     void ShowDock();
     bool IsWalking() const;
 
+    QWidget& m_Window;
     CEditor& m_Editor;
     CViewArea& m_Views;
     const CMenuSpot& m_Spot;
     CMeasureDock& m_Dock;
-    float& m_EyeHeight;
+    SEditorSettings& m_Settings;
     std::function<void()> m_ShowState;
 };

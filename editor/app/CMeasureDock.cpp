@@ -138,8 +138,8 @@ void CMeasureDock::Follow()
     {
         const SVec3 from = m_Ruler.GetFrom();
         const SVec3 to = m_Ruler.GetTo();
-        m_pLine->setText(
-            DescribeLine(from, to, MeasureLine(*pTerrain, from, to, MOST_PROFILE_SAMPLES, m_Heights)));
+        m_pLine->setText(DescribeLine(
+            from, to, MeasureLine(*pTerrain, from, to, MOST_PROFILE_SAMPLES, m_Heights)));
     }
     if (pTerrain != nullptr && m_Ruler.HasProbe())
     {

@@ -35,7 +35,7 @@ private:
     };
 
     bool IsAtHand(const STool& tool) const;
-    bool IsReady() const; // there is a plug-in to ask, and no stroke
+    bool IsReady() const;     // there is a plug-in to ask, and no stroke
     bool IsSculpting() const; // with a tool; says so otherwise
     void Take(const char* pszFunction);
     void Toggle();

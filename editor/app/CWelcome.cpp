@@ -193,13 +193,13 @@ void CWelcome::ShowHint()
 {
     const bool bShown =
         m_bPerson && !m_Parts.settings.bStrokeMade && m_Parts.editor.GetDocument().HasLevel();
-    m_Parts.status.Stand(HINT,
-                         bShown
-                             ? GetHintWords(m_Parts.editor.FindInterface<IPluginMark>(),
-                                            m_Parts.face.GetEditorFrontEnd().GetHand(),
-                                            m_Parts.editor.GetKeys(),
-                                            m_Parts.views.GetActive()->GetKind() != EViewKind::Perspective)
-                             : QString());
+    m_Parts.status.Stand(
+        HINT,
+        bShown ? GetHintWords(m_Parts.editor.FindInterface<IPluginMark>(),
+                              m_Parts.face.GetEditorFrontEnd().GetHand(),
+                              m_Parts.editor.GetKeys(),
+                              m_Parts.views.GetActive()->GetKind() != EViewKind::Perspective)
+               : QString());
 }
 
 void CWelcome::OnBeforeEvent(const SHostEvent& event)

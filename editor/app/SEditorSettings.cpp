@@ -41,6 +41,7 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     file.Read("view/sun_pitch", render.fSunPitch);
     file.Read("view/ambient", render.fAmbient);
     file.Read("view/type_blend", render.fTypeBlend);
+    file.Read("view/steep_degrees", render.fSteepDegrees);
     file.Read("view/eye_height", fEyeHeight);
     file.Read("script/speed", iScriptSpeed);
     file.Read("document/autosave_seconds", iAutosaveSeconds);
@@ -66,6 +67,7 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     {
         *pChord = std::clamp(*pChord, 0, LAST_CHORD);
     }
+    render.fSteepDegrees = std::clamp(render.fSteepDegrees, 0.0F, 90.0F);
     fEyeHeight = std::clamp(fEyeHeight, CGroundWalk::LEAST_EYE, CGroundWalk::MOST_EYE);
     iScriptSpeed = std::clamp(iScriptSpeed, 0, static_cast<int>(EScriptSpeed::Slow));
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
@@ -104,6 +106,7 @@ void SEditorSettings::Store(QVariantMap& values) const
     values["view/sun_pitch"] = static_cast<double>(render.fSunPitch);
     values["view/ambient"] = static_cast<double>(render.fAmbient);
     values["view/type_blend"] = static_cast<double>(render.fTypeBlend);
+    values["view/steep_degrees"] = static_cast<double>(render.fSteepDegrees);
     values["view/eye_height"] = static_cast<double>(fEyeHeight);
     values["script/speed"] = iScriptSpeed;
     values["document/autosave_seconds"] = iAutosaveSeconds;

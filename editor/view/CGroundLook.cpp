@@ -18,10 +18,12 @@ namespace
 
 constexpr float RADIANS = 0.017453292519943F;
 constexpr float LINE_PIXELS = 55.0F; // contour lines are about so far apart on the screen
+constexpr float NEARLY_STEEP = 5.0F; // degrees
 constexpr float SCREE = 0.55F;       // of the angle of rock: where it begins to show
 
 // What a shader of the ground is made of, a bit each, and above them the kind of material.
-constexpr const char* PARTS[] = {"DETAIL", "FLAT", "WIRE", "GRID", "TYPES", "MASK", "PROTECTED"};
+constexpr const char* PARTS[] = {
+    "DETAIL", "FLAT", "WIRE", "GRID", "TYPES", "MASK", "PROTECTED", "STEEP"};
 constexpr uint32_t KIND_SHIFT = 8;
 constexpr uint32_t NATURAL = static_cast<uint32_t>(EMaterialKind::Terrain) << KIND_SHIFT;
 
@@ -37,7 +39,8 @@ uint32_t GetParts(const SMaterial& material, CEngineHost& engine, const SRenderS
                           settings.bGrid,
                           bPaint || settings.pTypeBitmap != nullptr,
                           bMask,
-                          !terrain.GetProtection().IsEmpty()};
+                          !terrain.GetProtection().IsEmpty(),
+                          settings.bSteep};
     uint32_t uParts = static_cast<uint32_t>(material.eKind) << KIND_SHIFT;
     for (uint32_t i = 0; i < std::size(aUsed); ++i)
     {
@@ -134,6 +137,9 @@ CShader& CGroundLook::Use(OpenGl& gl,
     shader.Set("uMask", 3);
     shader.Set("uProtected", 5);
     shader.Set("uSize", terrain.GetSize());
+    shader.Set("uSteep",
+               std::cos(settings.fSteepDegrees * RADIANS),
+               std::cos(std::max(settings.fSteepDegrees - NEARLY_STEEP, 0.0F) * RADIANS));
     SetLight(shader, view, settings);
     SetMaterial(shader, material, view, terrain, tree);
     return shader;

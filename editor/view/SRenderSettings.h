@@ -32,8 +32,11 @@ struct SRenderSettings
 
     int FindTime() const { return FindDayTime(fSunYaw, fSunPitch, fAmbient); }
 
-    bool bWireFrame = false;   // edges of the triangles that are really drawn
-    bool bGrid = false;        // cell lines, and every 32nd stronger
+    bool bWireFrame = false; // edges of the triangles that are really drawn
+    bool bGrid = false;      // cell lines, and every 32nd stronger
+    // Ground steeper than the angle is orange, up to it from five degrees less blue.
+    bool bSteep = false;
+    float fSteepDegrees = 45.0F;
     bool bFlatShading = false; // facets of the drawn triangles instead of the terrain's normals
 
     // What a card does at no cost that is felt, and a processor that draws does not.

@@ -1,7 +1,7 @@
 #version 330 core
 
 // Compiled anew for what a frame shows, because a processor that draws works through both sides of
-// every condition: KIND is a EMaterialKind; DETAIL, FLAT, WIRE, GRID, TYPES, MASK and PROTECTED are
+// every condition: KIND is a EMaterialKind; DETAIL, FLAT, WIRE, GRID, TYPES, MASK, PROTECTED and STEEP are
 // 0 or 1.
 
 in vec3 vPosition;
@@ -40,6 +40,7 @@ uniform bool uPainting;     // the bitmap is laid over the shaded ground
 uniform vec2 uMaskScale; // terrain units to the mask; 0: none
 uniform vec4 uMaskColor;
 uniform usampler2D uProtected; // see CProtectionCopy
+uniform vec2 uSteep; // cosines of the angle that is too steep, and of one near to it
 uniform bool uProtecting;      // something is
 
 out vec4 oColor;
@@ -223,6 +224,10 @@ void main()
     {
         color = mix(color, type.rgb, type.a);
     }
+#endif
+#if STEEP
+    vec3 steep = normal.y < uSteep.x ? vec3(0.95, 0.50, 0.08) : vec3(0.16, 0.38, 0.85);
+    color = mix(color, steep, normal.y < uSteep.y ? 0.6 : 0.0);
 #endif
 #if GRID
     vec2 change = vec2(GetChange(vGrid.x), GetChange(vGrid.y));

@@ -100,8 +100,12 @@ protected:
 
     void ForEachDialog(const std::function<void(QWidget&)>& look)
     {
-        for (const char* pszCommand :
-             {"edit.keys", "edit.settings", "file.new", "protection.slope", "brush.pen"})
+        for (const char* pszCommand : {"edit.keys",
+                                       "edit.settings",
+                                       "file.new",
+                                       "level.properties",
+                                       "level.new_bitmap",
+                                       "brush.pen"})
         {
             if (m_Window->GetCommands().Find(pszCommand) == nullptr)
             {

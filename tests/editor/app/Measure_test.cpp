@@ -2,7 +2,8 @@
 #include "engine/world/CCamera.h"
 #include "tests/editor/app/EditorFixture.h"
 
-#include <QDockWidget>
+#include <QDialog>
+#include <QDoubleSpinBox>
 #include <QLabel>
 #include <QMenu>
 #include <QRegularExpression>
@@ -165,6 +166,38 @@ TEST_F(CMeasure, TheProbeStaysAndFollowsTheGround)
     Trigger("measure.drop_probe");
     Settle();
     EXPECT_EQ(GetText("measure-probe"), "");
+}
+
+TEST_F(CMeasure, SteepGroundStandsOutByTheAngle)
+{
+    ASSERT_NO_FATAL_FAILURE(StartOnPlane()); // 5.7 degrees
+    MoveTo(GetView(1), {0.2, 0.2});
+    const auto look = [this]
+    {
+        const QImage picture = Grab(GetView(1));
+        return picture.pixelColor(picture.width() / 2, picture.height() / 2);
+    };
+    const QColor plain = look();
+    Key("F3");
+    EXPECT_EQ(look(), plain) << "not so steep";
+    const auto ask = [this](double dAngle)
+    {
+        Answer<QDialog>([this] { Trigger("measure.steep_angle"); },
+                        [dAngle](QDialog& dialog)
+                        {
+                            dialog.findChild<QDoubleSpinBox*>()->setValue(dAngle);
+                            dialog.accept();
+                        });
+        Settle();
+    };
+    ask(4.0);
+    const QColor steep = look();
+    EXPECT_GT(steep.red() - steep.blue(), 80) << "orange";
+    ask(8.0);
+    const QColor near = look();
+    EXPECT_GT(near.blue() - near.red(), 40) << "blue";
+    Key("F3");
+    EXPECT_EQ(look(), plain);
 }
 
 TEST_F(CMeasure, AWalkKeepsTheEyeOverTheGround)
