@@ -170,6 +170,10 @@ bool CExrDecoder::CheckHeader()
     Imf::Header header;
     auto iVersion = static_cast<int>(ReadExrNumber(m_Bytes, sizeof(EXR_SIGNATURE)));
     header.readFrom(stream, iVersion);
+    if (!ChooseChannel(header))
+    {
+        return false;
+    }
     header.sanityCheck(m_bTiled);
     if (m_bTiled)
     {
@@ -179,7 +183,7 @@ bool CExrDecoder::CheckHeader()
             return Fail(MakeText("tiles of %u x %u samples are too large", tile.xSize, tile.ySize));
         }
     }
-    return ChooseChannel(header) && CheckSize(header);
+    return CheckSize(header);
 }
 
 bool CExrDecoder::ChooseChannel(const Imf::Header& header)
