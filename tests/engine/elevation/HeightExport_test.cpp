@@ -142,7 +142,8 @@ TEST_F(HeightExport, EveryFormatThatIsWrittenHasItsRow)
     {
         EXPECT_EQ(tried.contains(&format), IsWritten(&format)) << format.pszName;
     }
-    EXPECT_EQ(ListElevationFormats(true).find("height, png, r16, r32, npy, hgt, tif, asc, exr"), 0U);
+    EXPECT_EQ(ListElevationFormats(true).find("height, png, r16, r32, npy, hgt, tif, asc, exr"),
+              0U);
 }
 
 // The samples of a file that may be damaged: a whole grid, or none and a fault.
