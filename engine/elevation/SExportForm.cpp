@@ -203,7 +203,7 @@ std::string SExportForm::GetText(const SExportTarget& target, const SGroundFacts
                MakeNumber(dUnit) + "\n";
     for (const auto& [strLabel, strNumber] : numbers)
     {
-        strText += strLabel + ": " + strNumber + "\n";
+        strText.append(strLabel).append(": ").append(strNumber).append("\n");
     }
     return strText;
 }

@@ -136,7 +136,7 @@ bool PlanTargetExport(const std::string& strPath,
         }
         for (const auto& [strLabel, strNumber] : form.numbers)
         {
-            lines.push_back("to type: " + strLabel + ": " + strNumber);
+            lines.emplace_back("to type: ").append(strLabel).append(": ").append(strNumber);
         }
         made = std::move(planned);
         return true;

@@ -4,6 +4,7 @@
 #include "host/FileSystem.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <utility>
 
@@ -25,7 +26,7 @@ size_t FindExtension(const std::string& strPath)
 class CTileJoint
 {
 public:
-    CTileJoint(const SSampleGrid& first, bool bShared, uint32_t uColumns, uint32_t uRows)
+    CTileJoint(const SSampleInfo& first, bool bShared, uint32_t uColumns, uint32_t uRows)
         : m_Info(first)
         , m_Shared(bShared ? 1 : 0)
     {
@@ -84,7 +85,7 @@ bool HaveOneEdge(const SSampleGrid& tile, const SSampleGrid& next, bool bAlongX)
     {
         const float* pLeft = tile.samples.data() + nLast + i * nStep;
         const float* pRight = next.samples.data() + i * nStep;
-        if (std::memcmp(pLeft, pRight, sizeof(float)) != 0)
+        if (std::bit_cast<uint32_t>(*pLeft) != std::bit_cast<uint32_t>(*pRight))
         {
             return false;
         }
