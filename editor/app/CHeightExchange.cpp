@@ -2,13 +2,16 @@
 
 #include "editor/app/CDocumentQuestions.h"
 #include "editor/app/CEditor.h"
+#include "editor/app/CExportDialog.h"
 #include "editor/app/CImportDialog.h"
 #include "editor/app/CImportSource.h"
 #include "editor/app/FileChoice.h"
+#include "editor/core/ExportTargets.h"
 #include "editor/core/LevelExchange.h"
-#include "engine/elevation/ElevationFormats.h"
+#include "engine/elevation/TileSet.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
+#include "host/FileSystem.h"
 #include "host/Notice.h"
 
 #include <QFileInfo>
@@ -20,19 +23,6 @@ namespace
 {
 
 constexpr int SHOWN_LINES = 12;
-
-QString JoinLines(const std::vector<std::string>& lines)
-{
-    QStringList shown;
-    for (const std::string& strLine : lines)
-    {
-        if (shown.size() < SHOWN_LINES)
-        {
-            shown << QString::fromStdString(strLine);
-        }
-    }
-    return shown.join('\n');
-}
 
 } // namespace
 
@@ -108,11 +98,73 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
 
 void CHeightExchange::Export()
 {
-    CLevelDocument& document = m_Editor.GetDocument();
+    if (!m_Editor.GetDocument().HasLevel())
+    {
+        return;
+    }
+    const std::vector<SExportTarget> targets =
+        ReadExportTargets(READY_EXPORTS, m_Editor.GetConfigFile(OWN_EXPORTS));
+    CExportDialog dialog(&m_Questions.GetWindow(), GetGroundFacts(m_Editor.GetHost()), targets);
+    if (dialog.exec() != QDialog::Accepted)
+    {
+        return;
+    }
+    const SExportTarget* pTarget = dialog.GetTarget();
+    pTarget != nullptr ? ExportForTarget(*pTarget, dialog.GetTiles()) : ExportByName();
+}
+
+void CHeightExchange::ExportForTarget(const SExportTarget& target, uint32_t uTiles)
+{
+    const QString strFilter = "Height maps (*.%1)";
+    const std::string strPath = m_Questions.AskForFile(
+        true, "Export height map", strFilter.arg(QString::fromStdString(target.strExtension)));
+    if (strPath.empty())
+    {
+        return;
+    }
+    STargetExport made;
+    if (!m_Questions.Report(PlanLevelExport(m_Editor.GetHost(), strPath, target, uTiles, made),
+                            "The export cannot be made."))
+    {
+        return;
+    }
+    // The dialog has shown the rest; nobody has been asked about tiles that are there yet.
+    QStringList losses;
+    for (const std::string& strLine : made.plan.lines)
+    {
+        if (strLine.starts_with("warning: ") || strLine.starts_with("fit: "))
+        {
+            losses << QString::fromStdString(strLine);
+        }
+    }
+    const std::string strFirst = GetTilePath(strPath, 0, 0);
+    if (uTiles > 1 && fs::exists(strFirst.c_str()))
+    {
+        losses << QString::fromStdString(strFirst + " and its neighbours are replaced");
+    }
+    if (losses.isEmpty() || AskToSave(losses))
+    {
+        const CSaveNotice notice;
+        if (m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath, made),
+                               "The export cannot be written."))
+        {
+            notice.Say((uTiles > 1 ? strFirst : strPath).c_str());
+        }
+    }
+}
+
+bool CHeightExchange::AskToSave(const QStringList& lines)
+{
+    return QMessageBox::question(&m_Questions.GetWindow(),
+                                 "Export height map",
+                                 lines.mid(0, SHOWN_LINES).join('\n'),
+                                 QMessageBox::Save | QMessageBox::Cancel) == QMessageBox::Save;
+}
+
+void CHeightExchange::ExportByName()
+{
     const std::string strPath =
-        document.HasLevel()
-            ? m_Questions.AskForFile(true, "Export height map", GetHeightMapFilter())
-            : "";
+        m_Questions.AskForFile(true, "Export height map", GetHeightMapFilter());
     if (strPath.empty())
     {
         return;
@@ -124,11 +176,12 @@ void CHeightExchange::Export()
     {
         return;
     }
-    const auto eAnswer = QMessageBox::question(&m_Questions.GetWindow(),
-                                               "Export height map",
-                                               JoinLines(plan.lines),
-                                               QMessageBox::Save | QMessageBox::Cancel);
-    if (eAnswer == QMessageBox::Save)
+    QStringList lines;
+    for (const std::string& strLine : plan.lines)
+    {
+        lines << QString::fromStdString(strLine);
+    }
+    if (AskToSave(lines))
     {
         const CSaveNotice notice;
         if (m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath.c_str(), plan),

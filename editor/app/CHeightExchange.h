@@ -1,10 +1,14 @@
 #pragma once
 
+#include <QStringList>
+
+#include <cstdint>
 #include <functional>
 #include <string>
 
 class CDocumentQuestions;
 class CEditor;
+struct SExportTarget;
 
 // What a person does with heights in the formats of other programs. Owned by CDocumentActions;
 // everything given is borrowed. UI thread.
@@ -21,10 +25,14 @@ public:
     // Asks what is to become of the file and imports it. False when it cannot be imported, or the
     // person keeps the present level.
     bool ImportFile(const std::string& strPath);
-    void Export();
+    void Export(); // for a target of the table, or by the name of the file
     void ExportStl();
 
 private:
+    void ExportForTarget(const SExportTarget& target, uint32_t uTiles);
+    void ExportByName();
+    bool AskToSave(const QStringList& lines);
+
     CEditor& m_Editor;
     CDocumentQuestions& m_Questions;
     std::function<bool()> m_MayLeave;

@@ -120,6 +120,9 @@ void CImportForm::AddHeights(QFormLayout& form, const CImportSource& source)
         MakeRivals(m_pWhite, m_pUnit);
     }
     form.addRow("Height of one &unit", m_pUnit);
+    m_pBase = AddNumber("", "import-base");
+    m_pBase->setRange(-CNumberBox::LONGEST, CNumberBox::LONGEST);
+    form.addRow("Height of &0", m_pBase);
     m_pHighest = AddNumber("from the heights", "import-highest");
     form.addRow("&Maximum height", m_pHighest);
 }
@@ -217,6 +220,7 @@ SImportOptions CImportForm::GetOptions() const
     options.fMaxHeight = static_cast<float>(m_pHighest->value());
     options.dWhite = m_pWhite != nullptr ? m_pWhite->value() : 0.0;
     options.dUnit = options.dWhite > 0.0 ? 0.0 : m_pUnit->value();
+    options.dBase = m_pBase->value();
     if (m_pLatitude != nullptr && m_pLatitude->value() > NOWHERE)
     {
         options.latitude = std::max(m_pLatitude->value(), -90.0);

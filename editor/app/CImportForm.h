@@ -61,6 +61,7 @@ private:
     QDoubleSpinBox* m_pHighest = nullptr;
     QDoubleSpinBox* m_pWhite = nullptr; // null for files that have no white
     QDoubleSpinBox* m_pUnit = nullptr;
+    QDoubleSpinBox* m_pBase = nullptr;
     QSpinBox* m_pColumns = nullptr; // null for files that say it themselves
     QSpinBox* m_pRows = nullptr;
     QComboBox* m_pOrder = nullptr;

@@ -90,3 +90,34 @@ bool ExportLevel(CEditorHost& host, const char* pszPath, const SExportPlan& plan
     return pTerrain != nullptr &&
            ExportHeights(pszPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), plan);
 }
+
+SGroundFacts GetGroundFacts(CEditorHost& host)
+{
+    const CTerrain* pTerrain = host.GetEngine().GetCWorld().GetCTerrain();
+    return pTerrain != nullptr
+               ? SGroundFacts::Measure(GetSamples(*pTerrain), pTerrain->GetSizeVector())
+               : SGroundFacts();
+}
+
+bool PlanLevelExport(CEditorHost& host,
+                     const std::string& strPath,
+                     const SExportTarget& target,
+                     uint32_t uTiles,
+                     STargetExport& made)
+{
+    const CTerrain* pTerrain = host.GetEngine().GetCWorld().GetCTerrain();
+    return pTerrain != nullptr && PlanTargetExport(strPath,
+                                                   target,
+                                                   uTiles,
+                                                   GetSamples(*pTerrain),
+                                                   pTerrain->GetSizeVector(),
+                                                   pTerrain->GetGeoTags(),
+                                                   made);
+}
+
+bool ExportLevel(CEditorHost& host, const std::string& strPath, const STargetExport& made)
+{
+    const CTerrain* pTerrain = host.GetEngine().GetCWorld().GetCTerrain();
+    return pTerrain != nullptr &&
+           WriteTargetExport(strPath, GetSamples(*pTerrain), pTerrain->GetSizeVector(), made);
+}

@@ -2,6 +2,7 @@
 
 #include "engine/elevation/HeightExport.h"
 #include "engine/elevation/HeightImport.h"
+#include "engine/elevation/TargetExport.h"
 
 #include <string>
 #include <vector>
@@ -45,3 +46,13 @@ bool PlanLevelExport(CEditorHost& host,
                      const SExportOptions& options,
                      SExportPlan& plan);
 bool ExportLevel(CEditorHost& host, const char* pszPath, const SExportPlan& plan);
+
+// The same for a target. The facts are what it can be shown by, before there is a path; all 0
+// without a level.
+SGroundFacts GetGroundFacts(CEditorHost& host);
+bool PlanLevelExport(CEditorHost& host,
+                     const std::string& strPath,
+                     const SExportTarget& target,
+                     uint32_t uTiles,
+                     STargetExport& made);
+bool ExportLevel(CEditorHost& host, const std::string& strPath, const STargetExport& made);

@@ -2,6 +2,7 @@
 
 #include "engine/elevation/AsciiGridReader.h"
 #include "engine/elevation/ExportWriters.h"
+#include "engine/elevation/ExrReader.h"
 #include "engine/elevation/GeoTiffReader.h"
 #include "engine/elevation/GreyPngReader.h"
 #include "engine/elevation/HgtReader.h"
@@ -99,6 +100,13 @@ constexpr SElevationFormat ELEVATION_FORMATS[] = {
      .eByteOrder = EByteOrder::None,
      .bKeepsSpacing = true,
      .bNorthUp = true},
+    {.pszName = "OpenEXR",
+     .extensions = {"exr"},
+     .pRecognise = IsExr,
+     .pDecode = Decode<DecodeExr>,
+     .pWrite = WriteExr,
+     .eCodes = ECodes::WhenWhiteIsSaid,
+     .bHalves = true},
 };
 
 // A name that is nothing but the extension is none.

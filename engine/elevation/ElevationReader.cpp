@@ -2,6 +2,7 @@
 #include "engine/elevation/HeightImport.h"
 #include "engine/elevation/HgtReader.h"
 #include "engine/elevation/ReportText.h"
+#include "engine/elevation/TileSet.h"
 #include "engine/terrain/HeightFile.h"
 #include "host/FileBytes.h"
 #include "host/Log.h"
@@ -63,8 +64,9 @@ void AddLines(const char* pszPath,
               const SSampleGrid& grid,
               SImportReport& report)
 {
-    std::vector<std::string>& lines = report.lines;
-    lines.push_back(MakeText("%s: %u x %u samples", pszPath, grid.uColumns, grid.uRows));
+    std::vector<std::string>& lines = report.lines; // of tiles, what was made of them
+    lines.insert(lines.begin(),
+                 MakeText("%s: %u x %u samples", pszPath, grid.uColumns, grid.uRows));
     lines.push_back(
         MakeText("format: %s, %s", report.pFormat->pszName, GetSampleTypeText(grid).c_str()));
     // A raw file says nothing of itself, so what was taken for granted is told.
@@ -119,6 +121,60 @@ bool LookAtSamples(const SSampleGrid& grid, SImportReport& report)
 }
 
 // False with the whole line, or with none when it is logged already.
+bool ReadFile(const char* pszPath,
+              const SImportOptions& options,
+              SSampleGrid& grid,
+              SImportReport& report,
+              std::string& strLine)
+{
+    report.pFormat = FindFormatOfFile(pszPath);
+    if (report.pFormat != nullptr && report.pFormat->bTerrain)
+    {
+        return ReadOwnFile(pszPath, grid, report.size);
+    }
+    SFileBytes bytes;
+    if (!LoadBytes(pszPath, bytes, strLine))
+    {
+        return false;
+    }
+    std::string strFault;
+    if (report.pFormat == nullptr)
+    {
+        strFault = "is no height map that can be read (" + ListElevationFormats(false) + ")";
+    }
+    if (report.pFormat == nullptr || !report.pFormat->pDecode(bytes.Get(), options, grid, strFault))
+    {
+        strLine = std::string(pszPath) + ": " + strFault;
+        return false;
+    }
+    if (report.pFormat->bDegreeTile)
+    {
+        PlaceTile(pszPath, grid);
+    }
+    return true;
+}
+
+// The same of a whole set when the file is the first tile of one. Such terrains are no sets.
+bool ReadAll(const char* pszPath,
+             const SImportOptions& options,
+             SSampleGrid& grid,
+             SImportReport& report,
+             std::string& strLine)
+{
+    STileSet tiles;
+    const SElevationFormat* pFormat = FindFormatOfFile(pszPath);
+    if ((pFormat != nullptr && pFormat->bTerrain) || !tiles.Find(pszPath))
+    {
+        return ReadFile(pszPath, options, grid, report, strLine);
+    }
+    const auto readTile = [&](const std::string& strTile, SSampleGrid& tile)
+    {
+        return ReadFile(strTile.c_str(), options, tile, report, strLine);
+    };
+    return tiles.Join(readTile, grid, report.lines, strLine);
+}
+
+// As ReadFile, with all that the report says.
 bool Read(const char* pszPath,
           const SImportOptions& options,
           SSampleGrid& grid,
@@ -127,35 +183,9 @@ bool Read(const char* pszPath,
 {
     SSampleGrid read;
     SImportReport made;
-    made.pFormat = FindFormatOfFile(pszPath);
-    if (made.pFormat != nullptr && made.pFormat->bTerrain)
+    if (!ReadAll(pszPath, options, read, made, strLine))
     {
-        if (!ReadOwnFile(pszPath, read, made.size))
-        {
-            return false;
-        }
-    }
-    else
-    {
-        SFileBytes bytes;
-        if (!LoadBytes(pszPath, bytes, strLine))
-        {
-            return false;
-        }
-        std::string strFault;
-        if (made.pFormat == nullptr)
-        {
-            strFault = "is no height map that can be read (" + ListElevationFormats(false) + ")";
-        }
-        if (made.pFormat == nullptr || !made.pFormat->pDecode(bytes.Get(), options, read, strFault))
-        {
-            strLine = std::string(pszPath) + ": " + strFault;
-            return false;
-        }
-    }
-    if (made.pFormat->bDegreeTile)
-    {
-        PlaceTile(pszPath, read);
+        return false;
     }
     if (!LookAtSamples(read, made))
     {

@@ -15,6 +15,9 @@ bool WriteAsciiGrid(fs::file& file,
                     std::string& strFault);
 bool WriteTiff(fs::file& file, CExportRows& rows, const SExportPlan& plan, std::string& strFault);
 
+// Floats of 32 or of 16 bits, without loss of what the plan gives.
+bool WriteExr(fs::file& file, CExportRows& rows, const SExportPlan& plan, std::string& strFault);
+
 bool SaveGreyPng(const char* pszPath,
                  const SSampleView& heights,
                  const SVec3& size,

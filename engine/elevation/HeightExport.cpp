@@ -16,6 +16,8 @@
 namespace
 {
 
+constexpr double MOST_HALF = 65504.0; // that a float of 16 bits holds
+
 double FindHighest(const SSampleView& heights)
 {
     // Heights below 0 do not count: what is looked for becomes the height of white.
@@ -43,10 +45,17 @@ void SetLimits(SExportPlan& plan, bool bCodes)
         plan.dHigh = 32767.0;
         break;
     case ESampleType::Float:
-        plan.dLow = bCodes ? 0.0 : -static_cast<double>(FLT_MAX);
-        plan.dHigh = bCodes ? 1.0 : static_cast<double>(FLT_MAX);
+        const double dMost = plan.uBits == 16 ? MOST_HALF : static_cast<double>(FLT_MAX);
+        plan.dLow = bCodes ? 0.0 : -dMost;
+        plan.dHigh = bCodes ? 1.0 : dMost;
         break;
     }
+}
+
+uint32_t GetBits(const SElevationFormat& format, uint32_t uAsked)
+{
+    const bool bHalf = format.eSamples != ESampleType::Float || (format.bHalves && uAsked == 16);
+    return bHalf ? 16 : 32;
 }
 
 // Why this cannot be written in that format; empty when it can.
@@ -70,9 +79,17 @@ std::string FindFault(const SElevationFormat* pFormat,
     {
         return "holds heights, no codes: it has no white, give a unit";
     }
-    if (options.dUnit > 0.0 && pFormat->bTerrain)
+    if ((options.dUnit > 0.0 || options.dBase != 0.0) && pFormat->bTerrain)
     {
         return "a height file holds terrain units";
+    }
+    if (options.bSouthFirst && (pFormat->bTerrain || pFormat->bNorthUp || pFormat->bDegreeTile))
+    {
+        return "the first row of the format is north";
+    }
+    if (options.uBits != 0 && options.uBits != GetBits(*pFormat, options.uBits))
+    {
+        return MakeText("the format has no samples of %u bits", options.uBits);
     }
     if (pFormat->pszSquareFile != nullptr && heights.uColumns != heights.uRows)
     {
@@ -106,14 +123,14 @@ double ChooseUnit(const SSampleView& heights,
             std::string(dHighest > dMaxHeight ? "highest height " : "maximum height ") +
             MakeNumber(dWhite));
     }
-    return dWhite / plan.dHigh;
+    return (dWhite - options.dBase) / plan.dHigh;
 }
 
 std::string GetTypeText(const SExportPlan& plan)
 {
     SSampleGrid grid; // for the words alone
     grid.eType = plan.pFormat->eSamples;
-    grid.uBits = grid.eType == ESampleType::Float ? 32 : 16;
+    grid.uBits = plan.uBits;
     grid.eByteOrder = plan.eByteOrder;
     return GetSampleTypeText(grid);
 }
@@ -125,6 +142,10 @@ const char* FindPlaceFault(const SExportPlan& plan, const SGeoTags& geo)
     if (!plan.pFormat->bKeepsSpacing)
     {
         return "the format has none";
+    }
+    if (plan.bSouthFirst)
+    {
+        return "its rows run from the south";
     }
     if (!plan.pFormat->bNorthUp)
     {
@@ -172,6 +193,10 @@ void AddScaleLines(SExportPlan& plan)
     plan.lines.push_back(std::string("scale: ") + (plan.bRound ? "one step" : "1.0") +
                          " of the file is " + MakeNumber(plan.dUnit) + " in terrain units" +
                          (plan.bRound ? ", heights are rounded to whole steps" : ""));
+    if (plan.dBase != 0.0)
+    {
+        plan.lines.push_back("base: 0 in the file is height " + MakeNumber(plan.dBase));
+    }
     if (plan.pFormat->bKeepsSpacing)
     {
         plan.lines.push_back("spacing: " + MakeNumber(plan.dSpacingX) + " x " +
@@ -187,8 +212,8 @@ void AddScaleLines(SExportPlan& plan)
 void AddLossLines(SExportPlan& plan)
 {
     const std::pair<size_t, std::string> losses[] = {
-        {plan.nBelow, "below " + MakeNumber(plan.dLow * plan.dUnit)},
-        {plan.nAbove, "above " + MakeNumber(plan.dHigh * plan.dUnit)},
+        {plan.nBelow, "below " + MakeNumber(plan.dBase + plan.dLow * plan.dUnit)},
+        {plan.nAbove, "above " + MakeNumber(plan.dBase + plan.dHigh * plan.dUnit)},
         {plan.nVoids, "that are no finite numbers"},
     };
     for (const auto& [nCount, strWhich] : losses)
@@ -217,6 +242,9 @@ std::string MakePlan(const char* pszPath,
     const SElevationFormat& format = *plan.pFormat;
     const bool bBigAsked = format.bRaw && options.eByteOrder == EByteOrder::Big;
     plan.eByteOrder = bBigAsked ? EByteOrder::Big : format.eByteOrder;
+    plan.uBits = GetBits(format, options.uBits);
+    plan.dBase = options.dBase;
+    plan.bSouthFirst = options.bSouthFirst;
     // Before the unit is chosen, which may follow from the highest sample there can be.
     SetLimits(plan, HoldsCodes(format, options.dWhite > 0.0));
     plan.lines.push_back(MakeText("%s: %u x %u samples", pszPath, heights.uColumns, heights.uRows));
@@ -229,12 +257,13 @@ std::string MakePlan(const char* pszPath,
     {
         plan.lines.emplace_back("assumed: little-endian byte order");
     }
-    plan.lines.emplace_back("order: the first row is north (z = 0), the first column is west "
-                            "(x = 0)");
+    plan.lines.push_back(std::string("order: the first row is ") +
+                         (plan.bSouthFirst ? "south (the largest z)" : "north (z = 0)") +
+                         ", the first column is west (x = 0)");
     plan.dUnit = ChooseUnit(heights, size, options, plan);
     if (!std::isfinite(plan.dUnit) || plan.dUnit <= 0.0)
     {
-        return "has no height of white above 0";
+        return "has no height of white above " + MakeNumber(plan.dBase);
     }
     plan.dSpacingX = std::fabs(static_cast<double>(size.x)) / (heights.uColumns - 1);
     plan.dSpacingZ = std::fabs(static_cast<double>(size.z)) / (heights.uRows - 1);

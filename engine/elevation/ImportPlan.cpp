@@ -78,6 +78,16 @@ bool CImportPlanner::CheckOptions()
     {
         return Fail("a height of white and a unit are given, only one can hold");
     }
+    if (m_Options.dBase != 0.0 &&
+        (m_IsTerrain || (m_HoldsCodes && m_Options.dWhite <= 0.0 && m_Options.dUnit <= 0.0)))
+    {
+        return Fail(m_IsTerrain ? "a height file has its own heights"
+                                : "a height of 0 needs that of white or of one unit");
+    }
+    if (m_Options.dWhite > 0.0 && m_Options.dWhite <= m_Options.dBase)
+    {
+        return Fail("white is not higher than 0 in the file");
+    }
     if (m_Options.uSize > 0 && !IsTerrainSizeValid(m_Options.uSize, m_Options.uSize))
     {
         return Fail(MakeText("no terrain has %u vertices a side", m_Options.uSize));
@@ -121,7 +131,7 @@ void CImportPlanner::ChooseScale()
     {
         const double dFull =
             m_Info.eType == ESampleType::Float ? 1.0 : std::exp2(m_Info.uBits) - 1.0;
-        dScale = m_Options.dWhite / dFull;
+        dScale = (m_Options.dWhite - m_Options.dBase) / dFull;
     }
     else if (m_HoldsCodes && m_Options.dUnit <= 0.0)
     {
@@ -142,6 +152,11 @@ void CImportPlanner::ChooseScale()
     }
     Report(std::string("scale: ") + pszStep + " of the file is " + MakeNumber(dScale) +
            " in terrain units");
+    if (m_Options.dBase != 0.0)
+    {
+        m_Plan.dOffset = -m_Options.dBase / dScale;
+        Report("base: 0 in the file is height " + MakeNumber(m_Options.dBase));
+    }
 }
 
 bool CImportPlanner::ScaleSamples()

@@ -75,6 +75,7 @@ struct SElevationFormat
 
     bool bTerrain = false; // the engine's own: scale, spacing and maximum height are the file's
     bool bRaw = false;     // bare samples: whoever reads them must know shape and byte order
+    bool bHalves = false;  // floats may be written in 16 bits, too
     bool bKeepsSpacing = false; // of an export, and the place on the map
     bool bNorthUp = false;      // of that place no more than a corner and the size of cells
     bool bDegreeTile = false;   // a file covers one degree each way; its name says which

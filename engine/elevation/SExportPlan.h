@@ -14,18 +14,25 @@ struct SExportOptions
     double dWhite = 0.0;
     double dUnit = 0.0;
     EByteOrder eByteOrder = EByteOrder::None; // of a raw file; None: little
+    uint32_t uBits = 0;                       // of a float: 16 where the format has them, or 32
+    double dBase = 0.0;                       // the height that is 0 in the file
+    bool bSouthFirst = false; // the first row of the file is the last of the terrain
 
     // Not said by a user but known of the heights: where they lie on a map.
     SGeoTags geo = {};
 };
 
-// How heights become samples: divided by the unit, rounded, cut to what the format holds.
+// How heights become samples: counted from the base, divided by the unit, rounded, cut to what the
+// format holds.
 struct SExportPlan
 {
     const SElevationFormat* pFormat = nullptr; // a row of the table
     EByteOrder eByteOrder = EByteOrder::Little;
-    double dUnit = 1.0; // terrain units of 1 in the file
-    double dLow = 0.0;  // what a sample can be
+    uint32_t uBits = 32; // a sample
+    double dUnit = 1.0;  // terrain units of 1 in the file
+    double dBase = 0.0;  // the height that is 0 there
+    bool bSouthFirst = false;
+    double dLow = 0.0; // what a sample can be
     double dHigh = 0.0;
     bool bRound = false;
     double dSpacingX = 0.0; // in the file's unit of length

@@ -32,6 +32,7 @@ struct SImportOptions
     // units of one step or unit of the file.
     double dWhite = 0.0;
     double dUnit = 0.0;
+    double dBase = 0.0;      // the height of 0 in the file; of codes with one of these alone
     float fMaxHeight = 0.0F; // the terrain's height limit
 
     // Before all that follows, which is about what has been turned.

@@ -1,11 +1,17 @@
 #include "tools/height/Convert.h"
 
+#include "editor/core/ExportTargets.h"
+#include "editor/core/UserFolders.h"
 #include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/HeightImport.h"
+#include "engine/elevation/TargetExport.h"
 #include "engine/terrain/HeightFile.h"
+#include "host/Log.h"
 #include "host/Program.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <new>
 
 namespace
@@ -24,10 +30,12 @@ void MoveToOutput(SImportOptions& in, SExportOptions& out)
     {
         out.dWhite = in.dWhite;
         out.dUnit = in.dUnit;
+        out.dBase = out.dBase != 0.0 ? out.dBase : in.dBase;
     }
     out.eByteOrder = out.eByteOrder == EByteOrder::None ? in.eByteOrder : out.eByteOrder;
     in.dWhite = 0.0;
     in.dUnit = 0.0;
+    in.dBase = 0.0;
 }
 
 bool IsTerrain(const SElevationFormat* pFormat)
@@ -69,6 +77,45 @@ void Print(const std::vector<std::string>& lines)
     }
 }
 
+// Null, with one logged line, when there is none of that name.
+const SExportTarget* FindTarget(const std::string& strName, std::vector<SExportTarget>& targets)
+{
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    const std::filesystem::path data = program.parent_path().parent_path() / "share" / "tellur";
+    targets = ReadExportTargets((data / READY_EXPORTS).string(),
+                                GetUserConfigFolder() + "/" + OWN_EXPORTS);
+    const SExportTarget* pTarget = FindExportTarget(targets, strName);
+    if (pTarget == nullptr)
+    {
+        std::string strNames;
+        for (const SExportTarget& target : targets)
+        {
+            strNames += (strNames.empty() ? "" : "; ") + target.strName;
+        }
+        CrashLog("[Convert] there is no target \"%s\" (%s)\n", strName.c_str(), strNames.c_str());
+    }
+    return pTarget;
+}
+
+bool WriteForTarget(const SHeightOptions& options,
+                    const SExportTarget& target,
+                    const SHeightField& field,
+                    const SImportReport& report)
+{
+    const SSampleView view{field.pHeights.get(), field.uSizeX, field.uSizeZ};
+    const uint32_t uTiles = std::max(options.uTiles, 1U);
+    STargetExport made;
+    if (!PlanTargetExport(options.strOutput, target, uTiles, view, field.size, field.geo, made))
+    {
+        return false;
+    }
+    Print(report.lines);
+    Print(made.plan.lines);
+    return FlushStandardOutput("tellur-height") &&
+           WriteTargetExport(options.strOutput, view, field.size, made);
+}
+
 } // namespace
 
 bool Convert(const SHeightOptions& options)
@@ -77,7 +124,16 @@ bool Convert(const SHeightOptions& options)
     const SElevationFormat* pTo = FindFormatByName(pszOutput);
     SImportOptions in = options.import;
     SExportOptions out = options.output;
-    ChooseScales(options, pTo, in, out);
+    std::vector<SExportTarget> targets;
+    const SExportTarget* pTarget = nullptr;
+    if (options.strTarget.empty())
+    {
+        ChooseScales(options, pTo, in, out);
+    }
+    else if ((pTarget = FindTarget(options.strTarget, targets)) == nullptr)
+    {
+        return false;
+    }
     // Only a terrain has to be a square of a supported size; elsewhere the grid stays unless asked.
     in.eFit = IsTerrain(pTo) || options.bFitGiven ? in.eFit : EFit::Keep;
     SHeightField field;
@@ -85,6 +141,10 @@ bool Convert(const SHeightOptions& options)
     if (!ImportHeights(options.inputs[0].c_str(), in, field, report))
     {
         return false;
+    }
+    if (pTarget != nullptr)
+    {
+        return WriteForTarget(options, *pTarget, field, report);
     }
     out.geo = field.geo;
     const SSampleView view{field.pHeights.get(), field.uSizeX, field.uSizeZ};

@@ -55,7 +55,8 @@ void PrintFile(const std::string& strPath, const SSampleGrid& grid, const SImpor
     }
     for (const std::string& strLine : report.lines)
     {
-        if (strLine.starts_with("warning: ") || strLine.starts_with("assumed: "))
+        if (strLine.starts_with("warning: ") || strLine.starts_with("assumed: ") ||
+            strLine.starts_with("tiles: "))
         {
             std::printf("  %s\n", strLine.c_str());
         }

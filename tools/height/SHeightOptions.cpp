@@ -24,6 +24,12 @@ constexpr uint32_t CONVERT = 1;
 constexpr uint32_t PICTURE = 2;
 constexpr uint32_t INFO = 4;
 
+// Also one below 0.
+struct SAnyNumber
+{
+    double* pNumber;
+};
+
 struct SOption
 {
     const char* pszName;
@@ -31,6 +37,8 @@ struct SOption
     // What is filled: lengths and heights above 0, counts within their range, places from 0.
     std::variant<float*,
                  double*,
+                 SAnyNumber,
+                 std::string*,
                  uint32_t*,
                  std::optional<uint32_t>*,
                  std::optional<double>*,
@@ -59,6 +67,11 @@ std::vector<SOption> ListOptions(SHeightOptions& o)
         {"--out-byte-order", CONVERT, &o.output.eByteOrder},
         {"--white", CONVERT, &in.dWhite},
         {"--unit", CONVERT, &in.dUnit},
+        {"--base", CONVERT, SAnyNumber{&in.dBase}},
+        {"--target", CONVERT, &o.strTarget},
+        {"--tiles", CONVERT, &o.uTiles, 1, MOST_TILES},
+        {"--out-base", CONVERT, SAnyNumber{&o.output.dBase}},
+        {"--out-bits", CONVERT, &o.output.uBits, 16, 32},
         {"--out-white", CONVERT, &o.output.dWhite},
         {"--out-unit", CONVERT, &o.output.dUnit},
         {"--max-height", CONVERT, &in.fMaxHeight},
@@ -129,6 +142,17 @@ public:
                    std::to_string(m_Option.uHighest);
         }
         *pCount = uCount;
+        return "";
+    }
+
+    std::string operator()(SAnyNumber any) const
+    {
+        return ReadWhole(m_Value, *any.pNumber) && std::isfinite(*any.pNumber) ? "" : "a number";
+    }
+
+    std::string operator()(std::string* pText) const
+    {
+        *pText = m_Value;
         return "";
     }
 
@@ -208,30 +232,40 @@ uint32_t GetCommand(EAction eAction)
     return eAction == EAction::Convert ? CONVERT : eAction == EAction::Picture ? PICTURE : INFO;
 }
 
-// Empty when the command knows the option and the value is one of its kind.
-std::string ReadOption(SHeightOptions& options, const SOption& option, const char* pszValue)
+// Empty when the command knows an option of that name and the value is one of its kind.
+std::string ReadOption(SHeightOptions& options,
+                       const std::vector<SOption>& known,
+                       const char* pszName,
+                       const char* pszValue)
 {
-    if ((option.uCommands & GetCommand(options.eAction)) == 0)
+    const SOption* pOption = nullptr;
+    for (const SOption& option : known)
     {
-        return std::string("unknown option ") + option.pszName;
+        const bool bKnown = (option.uCommands & GetCommand(options.eAction)) != 0;
+        pOption = bKnown && !std::strcmp(option.pszName, pszName) ? &option : pOption;
     }
-    options.bFitGiven = options.bFitGiven || !std::strcmp(option.pszName, "--fit") ||
-                        !std::strcmp(option.pszName, "--size");
-    const std::string strNeed = std::visit(CValueReader(option, pszValue), option.target);
-    return strNeed.empty() ? "" : std::string(option.pszName) + " needs " + strNeed;
+    if (pOption == nullptr)
+    {
+        return std::string("unknown option ") + pszName;
+    }
+    options.bFitGiven =
+        options.bFitGiven || !std::strcmp(pszName, "--fit") || !std::strcmp(pszName, "--size");
+    const std::string strNeed = std::visit(CValueReader(*pOption, pszValue), pOption->target);
+    return strNeed.empty() ? "" : std::string(pszName) + " needs " + strNeed;
 }
 
 // Takes the command off the operands.
 std::string ReadCommand(SHeightOptions& options)
 {
     const std::string strAction = options.inputs.empty() ? "" : options.inputs.front();
-    if (strAction != "convert" && strAction != "picture" && strAction != "info")
+    if (!ReadName<EAction>(strAction.c_str(),
+                           options.eAction,
+                           {{"convert", EAction::Convert},
+                            {"picture", EAction::Picture},
+                            {"info", EAction::Info}}))
     {
         return strAction.empty() ? "no command given" : "unknown command " + strAction;
     }
-    options.eAction = strAction == "info"      ? EAction::Info
-                      : strAction == "convert" ? EAction::Convert
-                                               : EAction::Picture;
     options.inputs.erase(options.inputs.begin());
     return "";
 }
@@ -266,6 +300,13 @@ std::string FindCameraFault(const SHeightOptions& options)
 std::string FindContradiction(const SHeightOptions& options)
 {
     const SImportOptions& in = options.import;
+    const SExportOptions& out = options.output;
+    const bool bOutput = out.dWhite > 0.0 || out.dUnit > 0.0 || out.dBase != 0.0 || out.uBits > 0 ||
+                         out.eByteOrder != EByteOrder::None;
+    if (options.uTiles > 0 && options.strTarget.empty())
+    {
+        return "--tiles needs --target";
+    }
 
     const struct
     {
@@ -276,7 +317,8 @@ std::string FindContradiction(const SHeightOptions& options)
         {in.fWidth > 0.0F && in.fSpacingX > 0.0F, "--width", "--spacing-x"},
         {in.fDepth > 0.0F && in.fSpacingZ > 0.0F, "--depth", "--spacing-z"},
         {in.dWhite > 0.0 && in.dUnit > 0.0, "--white", "--unit"},
-        {options.output.dWhite > 0.0 && options.output.dUnit > 0.0, "--out-white", "--out-unit"},
+        {out.dWhite > 0.0 && out.dUnit > 0.0, "--out-white", "--out-unit"},
+        {!options.strTarget.empty() && bOutput, "--target", "an option --out-..."},
     };
 
     for (const auto& [bBoth, pszFirst, pszSecond] : aPairs)
@@ -324,7 +366,7 @@ std::string FindMissing(SHeightOptions& options)
 bool SHeightOptions::Read(int nArguments, const char* const* ppszArguments, std::string& strFault)
 {
     // Values are kept as texts first, because the command, which says what options there are, may
-    // stand behind them.
+    // stand behind them. Of two options of one name the first takes the text.
     const std::vector<SOption> options = ListOptions(*this);
     std::vector<std::string> values(options.size()); // empty for an option left out
     std::vector<SProgramOption> known(options.size());
@@ -346,7 +388,9 @@ bool SHeightOptions::Read(int nArguments, const char* const* ppszArguments, std:
     strFault = ReadCommand(*this);
     for (size_t i = 0; i < options.size() && strFault.empty(); ++i)
     {
-        strFault = values[i].empty() ? "" : ReadOption(*this, options[i], values[i].c_str());
+        strFault = values[i].empty()
+                       ? ""
+                       : ReadOption(*this, options, options[i].pszName, values[i].c_str());
     }
     if (strFault.empty())
     {

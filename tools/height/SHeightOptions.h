@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/elevation/HeightExport.h"
+#include "engine/elevation/SExportForm.h"
 #include "engine/elevation/SImportOptions.h"
 #include "host/CommandLine.h"
 
@@ -26,6 +27,8 @@ struct SHeightOptions
     SImportOptions import;  // its scale and byte order are the output's when the input is a
                             // ".height" file
     SExportOptions output;  // what is said of the output alone
+    std::string strTarget;  // a row of the table of targets; empty: OUT is as its name says
+    uint32_t uTiles = 0;    // a side, with a target
     bool bFitGiven = false; // --fit or --size was given
     uint32_t uPixels = 0;   // of a picture's longer side
     // Both or none: where a picture is seen from, and what lies in its middle.

@@ -82,6 +82,8 @@ const struct
     {".tif", true, EByteOrder::None, 0, 0, false, true},
     {".TIFF", true, EByteOrder::None, 0, 0.5, false, true},
     {".asc", true, EByteOrder::None, 0, 0, false, true},
+    {".exr", true, EByteOrder::None, 0, 0, false, false},
+    {".exr", true, EByteOrder::None, 65536, 0, false, false},
 };
 
 TEST_F(HeightExport, AMapGoesThroughEveryFormatUnturned)
@@ -140,7 +142,8 @@ TEST_F(HeightExport, EveryFormatThatIsWrittenHasItsRow)
     {
         EXPECT_EQ(tried.contains(&format), IsWritten(&format)) << format.pszName;
     }
-    EXPECT_EQ(ListElevationFormats(true).find("height, png, r16, r32, npy, hgt, tif, asc"), 0U);
+    EXPECT_EQ(ListElevationFormats(true).find("height, png, r16, r32, npy, hgt, tif, asc, exr"),
+              0U);
 }
 
 // The samples of a file that may be damaged: a whole grid, or none and a fault.

@@ -199,6 +199,42 @@ TEST_F(ConvertTest, AFaultIsOneLineAndLeavesTheOldFile)
     EXPECT_EQ(m_Log.TakeLines().size(), 1U);
 }
 
+TEST_F(ConvertTest, TilesForAProgramAreOneHeightMapAgain)
+{
+    ::setenv("XDG_CONFIG_HOME", m_Folder.GetFolder().c_str(), 1); // no rows of one's own
+    m_Options.strTarget = "Ours";
+    m_Options.strOutput = m_Folder.Path("out.png");
+    EXPECT_FALSE(Convert(m_Options));
+    const std::string strLine = m_Log.GetText();
+    EXPECT_EQ(strLine.find("[Convert] there is no target \"Ours\" (16-bit PNG; "), 0U) << strLine;
+    m_Log.Clear();
+    m_Options.strTarget = "EXR float";
+    EXPECT_FALSE(Convert(m_Options));
+    EXPECT_EQ(m_Log.TakeLines(),
+              std::vector<std::string>{"[PlanExport] " + m_Options.strOutput +
+                                       ": \"EXR float\" is written to files of .exr"});
+
+    // 3 x 2 samples have no middle row, so one is put between them.
+    m_Options.strOutput = m_Folder.Path("out.exr");
+    m_Options.uTiles = 2;
+    const std::string strReport = ConvertAndGetReport();
+    EXPECT_NE(strReport.find("fit: 3 x 2 vertices interpolated to 3 x 3 samples\n"
+                             "tiles: 2 x 2 tiles of 2 x 2 samples, from "),
+              std::string::npos)
+        << strReport;
+    m_Options = {};
+    m_Options.inputs = {m_Folder.Path("out_x0_y0.exr")};
+    testing::internal::CaptureStdout();
+    EXPECT_TRUE(PrintInfo(m_Options));
+    EXPECT_NE(testing::internal::GetCapturedStdout().find(
+                  "  tiles: 2 x 2 of 2 x 2 samples, edges are shared\n"),
+              std::string::npos);
+    m_Options.strOutput = m_Folder.Path("back.asc");
+    ConvertAndGetReport();
+    EXPECT_TRUE(ReadBytes(m_Options.strOutput).ends_with("\n1 2 3\n2.5 3.5 451.5\n4 5 900\n"));
+    EXPECT_EQ(m_Log.GetText(), "");
+}
+
 TEST_F(ConvertTest, PicturesStandSideBySideInTheColoursOfTheFirst)
 {
     const std::string strFlat = m_Folder.Path("flat.height");

@@ -30,7 +30,8 @@ TEST(SHeightOptions, ReadsWhatTheUsageSays)
     ASSERT_TRUE(ReadOptions("--size=513 convert in.r16 --spacing-x 74 --depth 92.5 out.tif "
                             "--max-height 2e3 --fit crop --crop-z 0 --unit 0.1 --rows 600 "
                             "--columns 800 --byte-order big --out-white 80 --out-byte-order little "
-                            "--rotate 270 --flip xz --spacing auto --latitude -46.5",
+                            "--rotate 270 --flip xz --spacing auto --latitude -46.5 --base -12.5 "
+                            "--out-base 3 --out-bits 16",
                             options,
                             strFault))
         << strFault;
@@ -53,6 +54,16 @@ TEST(SHeightOptions, ReadsWhatTheUsageSays)
     EXPECT_EQ(options.import.latitude, -46.5);
     EXPECT_EQ(options.output.dWhite, 80.0);
     EXPECT_EQ(options.output.eByteOrder, EByteOrder::Little);
+    EXPECT_EQ(options.import.dBase, -12.5);
+    EXPECT_EQ(options.output.dBase, 3.0);
+    EXPECT_EQ(options.output.uBits, 16U);
+
+    // The word that a camera has for a point names a row of the table here.
+    SHeightOptions target;
+    ASSERT_TRUE(ReadOptions("convert a.asc b.png --tiles 3 --target ours", target, strFault));
+    EXPECT_EQ(target.strTarget, "ours");
+    EXPECT_EQ(target.uTiles, 3U);
+    EXPECT_FALSE(target.target);
 
     SHeightOptions picture;
     ASSERT_TRUE(ReadOptions("picture a b c.png --pixels 300", picture, strFault));
@@ -107,6 +118,12 @@ TEST(SHeightOptions, RefusesEachWrongLineWithItsReason)
          "--eye must not be straight above or below --target"},
         {"picture a b.png --eye 1,2,3 --target 4,5,6 --pixels 8193",
          "--pixels of a camera are at most 8192"},
+        {"convert a b.png --base inf", "--base needs a number"},
+        {"convert a b.png --tiles 2", "--tiles needs --target"},
+        {"convert a b.png --tiles 65 --target c", "--tiles needs a whole number from 1 to 64"},
+        {"convert a b.png --target c --out-bits 16",
+         "--target and an option --out-... say the same, give one of them"},
+        {"info a --target c", "unknown option --target"},
         {"convert a b.png --white 1 --unit 1", "--white and --unit say the same, give one of them"},
         {"convert a b.dem",
          "the extension of b.dem names no format (" + ListElevationFormats(true) + ")"},

@@ -1,0 +1,191 @@
+// From the level into the files of another program and back, by mouse and keyboard.
+
+#include "editor/app/CExportDialog.h"
+#include "editor/core/ExportTargets.h"
+#include "engine/elevation/TileSet.h"
+#include "engine/terrain/SHeightField.h"
+#include "tests/editor/app/DocumentsFixture.h"
+
+#include <QClipboard>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTreeWidget>
+
+namespace
+{
+
+class CExports : public CDocuments
+{
+protected:
+    // 65 x 33 vertices, no two corners alike, 10 to 105.5 high of 250.
+    void OpenSlope()
+    {
+        SHeightField field;
+        ASSERT_TRUE(field.Allocate(65, 33));
+        field.size = {640.0F, 250.0F, 320.0F};
+        for (uint32_t i = 0; i < field.GetCount(); ++i)
+        {
+            const uint32_t uX = i % 65;
+            const uint32_t uZ = i / 65;
+            field.pHeights[i] = 10.0F + static_cast<float>(uX * uX + 2016 * uZ / 32) / 64.0F;
+        }
+        GetHost().TakeLevel(std::move(field));
+        Settle();
+    }
+
+    // Works the dialog; then names the file, and says "Save" to what may be asked. Gives that.
+    QStringList Export(const std::function<void(CExportDialog&)>& answer,
+                       const std::string& strPath)
+    {
+        QStringList texts;
+        bool bNamed = false;
+        QTimer timer;
+        timer.callOnTimeout(
+            [&]
+            {
+                QWidget* pModal = QApplication::activeModalWidget();
+                auto* pFiles = dynamic_cast<QFileDialog*>(pModal);
+                if (pFiles != nullptr && !bNamed)
+                {
+                    bNamed = true;
+                    auto* pName = pFiles->findChild<QLineEdit*>("fileNameEdit");
+                    pName->setText(QString::fromStdString(strPath));
+                    pName->setFocus();
+                    Key("Return");
+                }
+                if (auto* pBox = dynamic_cast<QMessageBox*>(pModal))
+                {
+                    texts << pBox->text();
+                    QAbstractButton* pSave = pBox->button(QMessageBox::Save);
+                    (pSave != nullptr ? pSave : pBox->buttons().front())->click();
+                }
+            });
+        timer.start(20);
+        Answer<CExportDialog>([this] { Trigger("file.export"); }, answer);
+        return texts;
+    }
+
+    static QStringList GetRow(const QDialog& dialog, const char* pszTarget)
+    {
+        const auto* pRows = dialog.findChild<QTreeWidget*>("export-targets");
+        const auto found = pRows->findItems(pszTarget, Qt::MatchExactly);
+        QStringList cells;
+        for (int i = 1; found.size() == 1 && i < pRows->columnCount(); ++i)
+        {
+            cells << found.front()->text(i);
+        }
+        return cells;
+    }
+
+    template <typename TWidget> static TWidget& Get(const QDialog& dialog, const char* pszName)
+    {
+        return *dialog.findChild<TWidget*>(pszName);
+    }
+
+    void Type(QWidget& box, const char* pszText)
+    {
+        Click(box);
+        Key("ctrl+a");
+        Do({"type", pszText});
+    }
+};
+
+} // namespace
+
+TEST_F(CExports, ALevelGoesOutInTilesWithWhatToTypeAndComesBack)
+{
+    ASSERT_NO_FATAL_FAILURE(Start(false));
+    ASSERT_NO_FATAL_FAILURE(OpenSlope());
+    const std::vector<float> before = GetHeights();
+    const std::string strPath = m_Folder.Path("slope.png");
+    QString strNumbers;
+    const auto choose = [&](CExportDialog& dialog)
+    {
+        EXPECT_EQ(GetRow(dialog, "16-bit PNG"),
+                  (QStringList{"65 x 33", "2621 to 27656", "0.003814755"}));
+        EXPECT_EQ(GetRow(dialog, "EXR half"), (QStringList{"65 x 33", "0.04 to 0.422", "float"}));
+        EXPECT_EQ(GetRow(dialog, "Raw 16-bit, square")[0], "65 x 65");
+        Key("Down");
+        WaitFor([&] { return dialog.GetTarget()->strName == "16-bit PNG, full range"; }, "a row");
+        Type(Get<QSpinBox>(dialog, "export-tiles"), "2");
+        WaitFor([&] { return dialog.GetTiles() == 2; }, "tiles");
+        EXPECT_EQ(GetRow(dialog, "16-bit PNG, full range")[0], "2 x 2 tiles of 33 x 17");
+        Key("alt+c");
+        strNumbers = Get<QPlainTextEdit>(dialog, "export-numbers").toPlainText();
+        WaitFor([&] { return QApplication::clipboard()->text() == strNumbers; }, "a copy");
+        EXPECT_TRUE(strNumbers.contains("\nOffset, height of black: 10\n"));
+        EXPECT_TRUE(strNumbers.contains("\nHeight from black to white: 95.5\n"));
+        SavePicture("export");
+        Key("alt+e");
+    };
+    EXPECT_EQ(Export(choose, strPath), QStringList());
+    EXPECT_EQ(ReadBytes(strPath + ".txt"), strNumbers.toStdString());
+    EXPECT_FALSE(std::filesystem::exists(strPath));
+    const std::string strFirst = GetTilePath(strPath, 0, 0);
+    const std::string strTile = ReadBytes(strFirst);
+    // Nobody has agreed to the tiles being replaced.
+    EXPECT_EQ(Export(choose, strPath),
+              QStringList{QString::fromStdString(strFirst + " and its neighbours are replaced")});
+    EXPECT_TRUE(ReadBytes(strFirst) == strTile);
+
+    Answer<CImportDialog>([&] { m_Window->GetDocuments().OpenFile(strFirst); },
+                          [&](CImportDialog& dialog)
+                          {
+                              EXPECT_EQ(Get<QLabel>(dialog, "import-word-samples").text(),
+                                        "65 columns x 33 rows");
+                              auto& vertices = Get<QComboBox>(dialog, "import-vertices");
+                              vertices.setCurrentIndex(vertices.findText("65 x 65"));
+                              Type(Get<QDoubleSpinBox>(dialog, "import-white"), "105.5");
+                              Type(Get<QDoubleSpinBox>(dialog, "import-base"), "10");
+                              Key("Return");
+                          });
+    const std::vector<float> after = GetHeights();
+    ASSERT_EQ(after.size(), 65U * 65U);
+    for (size_t i = 0; i < before.size(); ++i)
+    {
+        // Two rows of the square for one of the file.
+        ASSERT_NEAR(after[i / 65 * 130 + i % 65], before[i], 0.01F) << i;
+    }
+}
+
+TEST_F(CExports, ATargetOfOnesOwnAndTheNameAloneAreOffered)
+{
+    ASSERT_NO_FATAL_FAILURE(Start(false));
+    ASSERT_NO_FATAL_FAILURE(OpenSlope());
+    WriteBytes(m_Editor->GetConfigFile(OWN_EXPORTS),
+               "!target( s ) !file( s, i ) !side( s, i ) !heights( s, f ) !number( s, s, f )\n"
+               "target( \"Ours\" ) { file( \"asc\", 32 ) side( \"multiple\", 10 )\n"
+               "heights( \"unit\", 2 ) number( \"Cells\", \"spacing_x\", 0.5 ) }\n");
+    const std::string strPath = m_Folder.Path("ours.asc");
+    const QStringList texts = Export(
+        [&](CExportDialog& dialog)
+        {
+            auto& rows = Get<QTreeWidget>(dialog, "export-targets");
+            rows.setCurrentItem(rows.findItems("Ours", Qt::MatchExactly).front());
+            EXPECT_EQ(GetRow(dialog, "Ours"), (QStringList{"70 x 30", "5 to 52.75", "float"}));
+            EXPECT_TRUE(Get<QPlainTextEdit>(dialog, "export-numbers")
+                            .toPlainText()
+                            .endsWith("Cells: 4.637681\n"));
+            Key("alt+e");
+        },
+        strPath);
+    EXPECT_EQ(texts, QStringList{"fit: 65 x 33 vertices interpolated to 70 x 30 samples"});
+    EXPECT_EQ(ReadBytes(strPath).find("ncols 70\nnrows 30\n"), 0U);
+
+    const std::string strOther = m_Folder.Path("other.npy");
+    const QStringList lines = Export(
+        [&](CExportDialog& dialog)
+        {
+            Key("End");
+            WaitFor([&] { return dialog.GetTarget() == nullptr; }, "the last row");
+            EXPECT_FALSE(Get<QSpinBox>(dialog, "export-tiles").isEnabled());
+            Key("Return");
+        },
+        strOther);
+    ASSERT_EQ(lines.size(), 1);
+    EXPECT_TRUE(lines[0].startsWith(QString::fromStdString(strOther) + ": 65 x 33 samples\n"));
+    EXPECT_TRUE(std::filesystem::exists(strOther));
+}
