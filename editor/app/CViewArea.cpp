@@ -338,7 +338,8 @@ bool CViewArea::NeedsBrush() const
 {
     return std::any_of(m_Views.begin(),
                        m_Views.end(),
-                       [](CViewWidget* pView) { return pView->GetInput().NeedsBrush(); });
+                       [](CViewWidget* pView)
+                       { return pView->GetInput().GetStroke().NeedsBrush(); });
 }
 
 bool CViewArea::CancelStroke()

@@ -44,10 +44,6 @@ public:
     // To be called when the cursor has left the view: nothing is under it then.
     void Leave();
 
-    // To be called again and again while the button is held, GetBuildMilliseconds apart: a stroke
-    // that builds up does more in place. Nothing for any other.
-    void BuildUp() { m_Stroke.BuildUp(); }
-
     // 0: nothing builds up at present.
     int GetBuildMilliseconds() const;
 
@@ -70,11 +66,11 @@ public:
     // has changed.
     void RepeatHover();
 
-    void SetPressure(float fPressure) { m_Stroke.SetPressure(fPressure); } // see CViewStroke
+    // What the left button does: whoever has a pen sets its pressure there, and a timer of the view
+    // has it do more in place, GetBuildMilliseconds apart.
+    CViewStroke& GetStroke() { return m_Stroke; }
 
     bool IsStroking() const { return m_eGesture == EGesture::Stroke; }
-
-    bool NeedsBrush() const { return m_Stroke.NeedsBrush(); } // see CViewStroke
 
     bool IsProtecting() const { return m_eGesture == EGesture::Protect; }
 

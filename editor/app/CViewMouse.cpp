@@ -56,7 +56,7 @@ CViewMouse::CViewMouse(CViewInput& input,
 
 void CViewMouse::BuildUp()
 {
-    m_Input.BuildUp();
+    m_Input.GetStroke().BuildUp();
     if (m_Input.GetBuildMilliseconds() == 0) // the host has ended the stroke
     {
         m_BuildTimer.stop();
@@ -152,7 +152,7 @@ void CViewMouse::Pen(const QTabletEvent& event)
     const bool bRelease = event.type() == QEvent::TabletRelease;
     if (event.buttons() != Qt::NoButton && !bRelease) // lifted, it has no pressure to go by
     {
-        m_Input.SetPressure(static_cast<float>(event.pressure()));
+        m_Input.GetStroke().SetPressure(static_cast<float>(event.pressure()));
     }
 }
 

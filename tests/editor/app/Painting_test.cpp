@@ -395,7 +395,7 @@ TEST_F(CPaintedDabs, APressHasItsImagesAndJointsAndPathsBeginWithIt)
     EXPECT_GT(GetChange(true), 1000);
     Key("ctrl+z");
 
-    GetView(1).GetInput().SetPressure(0.1F); // of a pen
+    GetView(1).GetInput().GetStroke().SetPressure(0.1F); // of a pen
     ClickAt(0.7);
     Key("ctrl+z");
     Key("ctrl+z");

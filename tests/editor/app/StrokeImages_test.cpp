@@ -157,17 +157,17 @@ TEST_F(CStrokeImages, AHeldStrokeBuildsUpInPlace)
     ASSERT_GT(fOnce, 4.0F);
     for (int i = 0; i < 3; ++i)
     {
-        input.BuildUp();
+        input.GetStroke().BuildUp();
     }
     EXPECT_NEAR(GetHighest() - 20.0F, 4.0F * fOnce, 1e-3F);
     GoTo(80.0F, 60.0F);
-    input.BuildUp();
+    input.GetStroke().BuildUp();
     Do({"mouseup", "1"});
     const std::vector<float> built = GetHeights();
     EXPECT_LT(GetAsymmetry(true, false), 2e-4);
     GoTo(60.0F, 120.0F);
     Do({"mousedown", "1"});
-    input.BuildUp();
+    input.GetStroke().BuildUp();
     EXPECT_FALSE(GetHeights() == built);
     Key("Escape");
     Do({"mouseup", "1"});
@@ -179,7 +179,7 @@ TEST_F(CStrokeImages, AHeldStrokeBuildsUpInPlace)
     WaitFor([this] { return GetHighest() >= 95.0F; }, "the clock builds up");
     Do({"mouseup", "1"});
     const std::vector<float> high = GetHeights();
-    input.BuildUp(); // nothing any more
+    input.GetStroke().BuildUp(); // nothing any more
     EXPECT_TRUE(GetHeights() == high);
     ExpectReplay(2);
 }
