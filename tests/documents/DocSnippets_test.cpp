@@ -264,16 +264,16 @@ TEST(DocSnippets, ScriptKeywordsAreThoseOfThePlayer)
     }
     // Of other files in the same syntax.
     std::set<std::string> others = {"panel_open( i )",
-                                          "key( s, i, i )",
-                                          "recent( s )",
-                                          "level( s )",
-                                          "view( s, v3, f, f, f )",
-                                          "bookmark( i, s, v3, f, f, f )",
-                                          "fitted( s, s )",
-                                          "lost_mask( s, s )",
-                                          "end_of_tools()",
-                                          "ready_brush( s, s, f, f )",
-                                          "ready_tool( s, s, f, f )"};
+                                    "key( s, i, i )",
+                                    "recent( s )",
+                                    "level( s )",
+                                    "view( s, v3, f, f, f )",
+                                    "bookmark( i, s, v3, f, f, f )",
+                                    "fitted( s, s )",
+                                    "lost_mask( s, s )",
+                                    "end_of_tools()",
+                                    "ready_brush( s, s, f, f )",
+                                    "ready_tool( s, s, f, f )"};
     for (const std::string& strLine : SplitLines(ReadFile("data/exports/ready.exports")))
     {
         if (strLine.starts_with("!") && strLine != "!target( s )") // which heads the table
