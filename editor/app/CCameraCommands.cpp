@@ -19,6 +19,19 @@ namespace
 // The digits as they lie on the keyboard, and what their bookmarks are called.
 constexpr char DIGITS[] = "1234567890";
 
+void AddFlyKeys(QMenu& menu, CCommandList& commands)
+{
+    commands.Add(menu,
+                 {
+                     SCommand::Hold("camera.fly.forward", "Fly forward", Key('W')),
+                     SCommand::Hold("camera.fly.back", "Fly back", Key('S')),
+                     SCommand::Hold("camera.fly.left", "Fly to the left", Key('A')),
+                     SCommand::Hold("camera.fly.right", "Fly to the right", Key('D')),
+                     SCommand::Hold("camera.fly.up", "Fly up", Key('E')),
+                     SCommand::Hold("camera.fly.down", "Fly down", Key('Q')),
+                 });
+}
+
 } // namespace
 
 CCameraCommands::CCameraCommands(CViewArea& views,
@@ -86,15 +99,7 @@ void CCameraCommands::AddTo(QMenu& menu, CCommandList& commands)
                 "camera.turn_right", "Turn &right", Key(Qt::Key_Right), send(CAMERA_TURN_RIGHT)),
         });
     AddBookmarks(*menu.addMenu("&Bookmarks"), commands);
-    commands.Add(menu,
-                 {
-                     SCommand::Hold("camera.fly.forward", "Fly forward", Key('W')),
-                     SCommand::Hold("camera.fly.back", "Fly back", Key('S')),
-                     SCommand::Hold("camera.fly.left", "Fly to the left", Key('A')),
-                     SCommand::Hold("camera.fly.right", "Fly to the right", Key('D')),
-                     SCommand::Hold("camera.fly.up", "Fly up", Key('E')),
-                     SCommand::Hold("camera.fly.down", "Fly down", Key('Q')),
-                 });
+    AddFlyKeys(menu, commands);
 }
 
 void CCameraCommands::AddBookmarks(QMenu& menu, CCommandList& commands)

@@ -28,7 +28,7 @@ bool IsLevel(const std::string& strPath)
 
 CDocumentActions::CDocumentActions(QWidget& window,
                                    CEditor& editor,
-                                   const CMessagesDock& messages,
+                                   CMessagesDock& messages,
                                    CProgressWindow& progress,
                                    std::function<void()> onLevel)
     : m_Editor(editor)

@@ -21,7 +21,7 @@ public:
     // onLevel: another level is open.
     CDocumentActions(QWidget& window,
                      CEditor& editor,
-                     const CMessagesDock& messages,
+                     CMessagesDock& messages,
                      CProgressWindow& progress,
                      std::function<void()> onLevel);
 

@@ -9,7 +9,7 @@
 
 CDocumentQuestions::CDocumentQuestions(QWidget& window,
                                        CEditor& editor,
-                                       const CMessagesDock& messages,
+                                       CMessagesDock& messages,
                                        CProgressWindow& progress)
     : m_Window(window)
     , m_Editor(editor)
@@ -24,6 +24,7 @@ bool CDocumentQuestions::Report(bool bDone, const QString& strFault)
     if (!bDone && !bCancelled)
     {
         QMessageBox box(QMessageBox::Warning, "Tellur", strFault, QMessageBox::Ok, &m_Window);
+        m_Messages.TakeFaultOfCall(); // this box shows it
         box.setInformativeText(m_Messages.GetLastLine());
         box.setTextFormat(Qt::PlainText);
         box.exec();
@@ -38,6 +39,7 @@ bool CDocumentQuestions::TakeCancelled()
 
 QString CDocumentQuestions::GetLastMessage() const
 {
+    m_Messages.TakeFaultOfCall(); // who asks shows it
     return m_Messages.GetLastLine();
 }
 

@@ -19,7 +19,7 @@ class CDocumentQuestions
 public:
     CDocumentQuestions(QWidget& window,
                        CEditor& editor,
-                       const CMessagesDock& messages,
+                       CMessagesDock& messages,
                        CProgressWindow& progress);
 
     QWidget& GetWindow() { return m_Window; } // for more to ask
@@ -51,6 +51,6 @@ public:
 private:
     QWidget& m_Window;
     CEditor& m_Editor;
-    const CMessagesDock& m_Messages;
+    CMessagesDock& m_Messages;
     CProgressWindow& m_Progress;
 };

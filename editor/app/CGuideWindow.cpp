@@ -40,7 +40,7 @@ public:
 protected:
     QVariant loadResource(int iType, const QUrl& name) override
     {
-        const QVariant found = QTextBrowser::loadResource(iType, name);
+        QVariant found = QTextBrowser::loadResource(iType, name);
         if (iType != QTextDocument::ImageResource)
         {
             return found;
@@ -151,6 +151,14 @@ bool CGuideWindow::Load(const QString& strDocument)
     }
     MarkFound();
     return true;
+}
+
+void CGuideWindow::ShowGuide(const QString& strAnchor)
+{
+    if (Load(GUIDE)) // a link may have led to another document
+    {
+        ShowPage(strAnchor);
+    }
 }
 
 void CGuideWindow::ShowPage(const QString& strAnchor)

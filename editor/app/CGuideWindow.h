@@ -16,7 +16,8 @@ class CGuideWindow : public QDialog
 public:
     explicit CGuideWindow(QWidget* pParent);
 
-    void ShowPage(const QString& strAnchor); // a heading, see MakeAnchor
+    void ShowGuide(const QString& strAnchor); // a heading of the guide, see MakeAnchor
+    void ShowPage(const QString& strAnchor);  // one of the document that is shown
     void FocusSearch();
 
     // The heading that was gone to last, as an anchor.

@@ -46,7 +46,7 @@ QString GetRenderer(CViewWidget* pView)
     {
         return QString::fromUtf8(reinterpret_cast<const char*>(functions.glGetString(eName)));
     };
-    const QString strText = get(GL_RENDERER) + ", OpenGL " + get(GL_VERSION);
+    QString strText = get(GL_RENDERER) + ", OpenGL " + get(GL_VERSION);
     pView->doneCurrent();
     return strText;
 }
@@ -111,7 +111,9 @@ CGuideWindow& CHelpCommands::OpenGuide()
     QWidget* pParent = pModal != nullptr ? pModal : &m_Window;
     if (m_pGuide != nullptr && m_pGuide->parentWidget() != pParent)
     {
-        delete m_pGuide;
+        m_pGuide->hide();
+        m_pGuide->deleteLater();
+        m_pGuide.clear();
     }
     if (m_pGuide == nullptr)
     {
@@ -133,7 +135,7 @@ void CHelpCommands::ShowPage()
     }
     pFocus = pFocus != nullptr ? pFocus : QApplication::activeWindow();
     const QString strPage = FindGuidePage(pFocus); // before the guide takes the keyboard
-    OpenGuide().ShowPage(strPage);
+    OpenGuide().ShowGuide(strPage);
 }
 
 void CHelpCommands::ShowKeys()
@@ -157,8 +159,9 @@ void CHelpCommands::ReportFault()
     const CFaultReport report(m_Editor, DescribeSystem());
     QMessageBox box(QMessageBox::Information,
                     "Report a fault",
-                    "One file with what helps to find the fault. Heights and pictures are not in "
-                    "it, and nothing is sent: where it goes is up to you.",
+                    "One file with what helps to find the fault. The level's heights and pictures "
+                    "are not in it, but steps that are not saved are. Nothing is sent: where it "
+                    "goes is up to you.",
                     QMessageBox::Save | QMessageBox::Cancel,
                     &m_Window);
     box.setInformativeText(report.GetContents().join('\n'));

@@ -50,8 +50,18 @@ void CHistoryDock::Follow()
 {
     const size_t nDone = m_Stack.GetCount();
     const size_t nAll = nDone + m_Stack.GetRedoCount();
-    m_pList->clear();
     const size_t nGone = m_Stack.GetGivenUpCount();
+    // Asked for at each move of the mouse.
+    const std::string strState = std::to_string(m_Stack.GetStateId()) + ' ' +
+                                 std::to_string(nDone) + ' ' + std::to_string(nAll) + ' ' +
+                                 std::to_string(nGone) +
+                                 (nAll > 0 ? m_Stack.GetDetail(nAll - 1) : std::string());
+    if (strState == m_Shown && m_pList->count() > 0)
+    {
+        return;
+    }
+    m_Shown = strState;
+    m_pList->clear();
     m_pList->addItem(nGone > 0 ? QString("Older steps were given up: %1").arg(nGone)
                                : QString("Start"));
     for (size_t i = 0; i < nAll; ++i)

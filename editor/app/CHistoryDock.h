@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <string>
 
 class CUndoStack;
 class QListWidget;
@@ -24,4 +25,5 @@ private:
     const CUndoStack& m_Stack;
     std::function<void(size_t)> m_GoTo;
     QListWidget* m_pList; // the dock's
+    std::string m_Shown;  // tells one state of the stack from another
 };

@@ -39,7 +39,7 @@ private:
     SMouseBindings m_Mouse;
     QTreeWidget* m_pList; // all the dialog's
     CKeyEdit* m_pKey;
-    std::array<QComboBox*, 3> m_MouseBoxes; // orbit, pan, zoom
+    std::array<QComboBox*, 3> m_MouseBoxes = {}; // orbit, pan, zoom
     QCheckBox* m_pFingers;
     QLabel* m_pClash;
     QDialogButtonBox* m_pButtons;

@@ -26,6 +26,7 @@ void CLevelViews::Leave(const CViewArea& views)
 
 void CLevelViews::Enter(CViewArea& views)
 {
+    m_Generation = m_Document.GetGeneration();
     m_Path = GetPath();
     m_Kept = m_Path.empty() ? SLevelViews() : SLevelViews::Load(m_Path);
     // The first of each kind to the first, and so on: meanwhile there may be others beside them.
@@ -48,6 +49,10 @@ void CLevelViews::Enter(CViewArea& views)
 
 void CLevelViews::Keep(const CViewArea& views)
 {
+    if (m_Generation != m_Document.GetGeneration())
+    {
+        return; // they still show the level before
+    }
     m_Path = GetPath(); // it may have been saved under another name
     Write(views);
 }
@@ -79,6 +84,10 @@ void CLevelViews::SetBookmark(const CViewArea& views, size_t i)
 bool CLevelViews::GoToBookmark(const CViewArea& views, size_t i) const
 {
     CViewWidget* pView = views.GetActive();
+    if (!HasBookmark(i)) // what menus show follows later
+    {
+        return false;
+    }
     const EViewKind eKind = m_Kept.bookmarks[i]->eKind;
     if (pView->GetKind() != eKind)
     {

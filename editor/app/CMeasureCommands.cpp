@@ -111,6 +111,10 @@ void CMeasureCommands::SwitchRuler()
 void CMeasureCommands::SetProbe()
 {
     SVec3 hit;
+    if (m_Views.IsStroking()) // a dock that comes would move the ground under the hand
+    {
+        return;
+    }
     if (!m_Spot.Pick(hit))
     {
         return;

@@ -86,6 +86,7 @@ CMessagesDock::CMessagesDock(QWidget* pParent)
     m_pList->setColumnCount(2);
     m_pList->setHeaderHidden(true);
     m_pList->header()->setSectionResizeMode(QHeaderView::ResizeToContents); // a long line scrolls
+    m_pList->header()->setResizeContentsPrecision(0); // of what is seen, or each line costs all
     m_pList->setRootIsDecorated(false);
     m_pList->setUniformRowHeights(true);
     m_pList->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -111,6 +112,8 @@ CMessagesDock::CMessagesDock(QWidget* pParent)
                                       m_OnFault(m_strFault);
                                   }
                               });
+    m_EndTimer.setSingleShot(true);
+    m_EndTimer.callOnTimeout(m_pList, [this] { m_pList->scrollToBottom(); });
     connect(m_pKinds, &QComboBox::currentIndexChanged, this, [this] { Filter(); });
     connect(m_pFilter, &QLineEdit::textChanged, this, [this] { Filter(); });
     connect(pCopy, &QToolButton::clicked, this, [this] { Copy(); });
@@ -161,16 +164,16 @@ void CMessagesDock::Add(const QString& strLine, ELogKind eKind)
                       QLocale().toString(QDateTime::currentDateTime(), "d MMM yyyy, HH:mm:ss"));
     // Who reads further up stays there.
     const QScrollBar* pBar = m_pList->verticalScrollBar();
-    const bool bAtEnd = pBar->value() == pBar->maximum();
+    const bool bAtEnd = m_EndTimer.isActive() || pBar->value() == pBar->maximum();
     m_pList->addTopLevelItem(pItem);
     pItem->setHidden(!IsShown(*pItem));
     if (m_pList->topLevelItemCount() > LINES_KEPT)
     {
         delete m_pList->takeTopLevelItem(0);
     }
-    if (bAtEnd)
+    if (bAtEnd && !m_EndTimer.isActive())
     {
-        m_pList->scrollToBottom();
+        m_EndTimer.start(0); // once for all lines of a call
     }
 }
 

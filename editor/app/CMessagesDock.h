@@ -52,6 +52,7 @@ private:
     QString m_strLast;
     QString m_strFault; // the last line that came through CrashLog
     std::function<void(const QString&)> m_OnFault;
+    QTimer m_EndTimer;                          // the last line is to be seen
     QTimer m_CallTimer;                         // runs from there to the end of the call
     uint64_t m_nCrashLogs = GetCrashLogCount(); // so far
     int m_nLines = 0;

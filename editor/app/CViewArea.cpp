@@ -320,6 +320,10 @@ void CViewArea::SetMeasuring(bool bOn)
     {
         SetProtecting(false); // the button does one of them
         EndGestures();
+        if (!m_Parts.hand.path.GetKnots().empty())
+        {
+            Notice("The path is dropped: the button measures now");
+        }
         m_Parts.hand.path.Stop();
         m_Parts.hand.ruler.SetOn(bOn);
         RepeatHover();

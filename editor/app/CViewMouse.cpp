@@ -122,6 +122,10 @@ bool CViewMouse::Release(const QMouseEvent& event, double fScale)
         m_BuildTimer.stop();
     }
     const QPointF at = GetDevicePosition(event.position(), fScale);
+    if (!m_Input.IsIdle() && event.button() != m_HeldButton)
+    {
+        return false; // it has begun nothing
+    }
     // The modifiers may be up by now: the button ends what it has begun.
     const bool bHeld = event.button() == m_HeldButton;
     const bool bClick = m_Input.Release(bHeld ? m_Held : GetButton(event),

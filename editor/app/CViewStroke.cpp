@@ -329,7 +329,10 @@ void CViewStroke::Finish()
 
 void CViewStroke::Hover(float fX, float fY, uint32_t uFlags)
 {
-    m_Sender.Hover(fX, fY, uFlags);
+    if (!m_Hand.bScript) // whose cursor it is then
+    {
+        m_Sender.Hover(fX, fY, uFlags);
+    }
 }
 
 void CViewStroke::SendMove(const SStrokePoint& point)

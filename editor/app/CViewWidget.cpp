@@ -159,9 +159,16 @@ void CViewWidget::paintGL()
 void CViewWidget::resizeEvent(QResizeEvent* pEvent)
 {
     const double fScale = devicePixelRatioF();
-    m_Navigator.Resize(GetTerrain(),
-                       static_cast<int>(std::lround(width() * fScale)),
-                       static_cast<int>(std::lround(height() * fScale)));
+    const int iWidth = static_cast<int>(std::lround(width() * fScale));
+    const int iHeight = static_cast<int>(std::lround(height() * fScale));
+    if (m_Input.IsIdle())
+    {
+        m_Navigator.Resize(GetTerrain(), iWidth, iHeight);
+    }
+    else
+    {
+        m_Navigator.SetSize(iWidth, iHeight); // the ground stays under the hand
+    }
     m_Parts.lookAgain();
     QOpenGLWidget::resizeEvent(pEvent); // draws already, and that may be the only frame
 }

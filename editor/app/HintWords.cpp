@@ -47,6 +47,10 @@ QString GetToolKeys(const CKeyBindings& keys)
 // What the left button does; empty: nothing.
 QString GetLeftWords(IPluginMark* pMark, const SHandState& hand)
 {
+    if (hand.ruler.IsOn())
+    {
+        return "left drag measures";
+    }
     if (hand.bProtect)
     {
         return "left drag protects the ground";

@@ -132,8 +132,8 @@ SLevelViews SLevelViews::Load(const std::string& strLevel)
             found.views.push_back(look);
         }
         const int32_t iBookmark = IsKeyword(pKey, BOOKMARK) ? GetIntValue(pFirstParam) : -1;
-        if (iBookmark >= 0 && iBookmark < static_cast<int32_t>(BOOKMARKS) &&
-            ReadLook(pFirstParam->next, look))
+        if (pFirstParam != nullptr && iBookmark >= 0 &&
+            iBookmark < static_cast<int32_t>(BOOKMARKS) && ReadLook(pFirstParam->next, look))
         {
             found.bookmarks[static_cast<size_t>(iBookmark)] = look;
         }

@@ -16,9 +16,9 @@ enum class ECameraMove
 // A button with the modifiers that are held with it.
 struct SMouseChord
 {
-    const char* pszText; // as a person reads it
-    Qt::MouseButton eButton;
-    Qt::KeyboardModifiers modifiers;
+    const char* pszText = ""; // as a person reads it
+    Qt::MouseButton eButton = Qt::NoButton;
+    Qt::KeyboardModifiers modifiers = {};
 };
 
 // Whom two of three buttons are missing, or whose hand knows other ones, gives a camera's moves to

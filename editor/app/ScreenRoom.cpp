@@ -29,8 +29,11 @@ void KeepOnScreen(QWidget& window, const QWidget* pBeside)
     const int iAround = std::max(frame.height() - window.height(), iTitle);
     window.resize(std::min(window.width(), room.width()),
                   std::min(window.height(), room.height() - iAround));
-    const QPoint place(std::clamp(frame.x(), room.left(), room.right() + 1 - window.width()),
-                       std::clamp(frame.y(), room.top(), room.bottom() + 1 - window.height()));
+    // A window may not become smaller than what it holds.
+    const int iMostX = std::max(room.left(), room.right() + 1 - window.width());
+    const int iMostY = std::max(room.top(), room.bottom() + 1 - window.height());
+    const QPoint place(std::clamp(frame.x(), room.left(), iMostX),
+                       std::clamp(frame.y(), room.top(), iMostY));
     if (place != frame.topLeft())
     {
         window.move(place);

@@ -3,6 +3,7 @@
 #include "editor/app/CEditorProgram.h"
 #include "editor/app/CEditorWindow.h"
 #include "editor/app/CEndSignals.h"
+#include "editor/app/CScriptBar.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/SEditorOptions.h"
 #include "editor/core/UserFolders.h"
@@ -152,6 +153,7 @@ int RunOnce(CEditorWindow& window, const SEditorOptions& options)
     std::string strFault;
     if (!options.strPlay.empty())
     {
+        window.GetSettings().iScriptSpeed = static_cast<int>(EScriptSpeed::Fast); // nobody watches
         const EScriptEnd eEnd = window.GetScripts().Play(options.strPlay, strFault);
         if (eEnd != EScriptEnd::Played)
         {

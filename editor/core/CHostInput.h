@@ -15,8 +15,6 @@ class IDragOwner;
 class IPlugin;
 class IStepKeeper;
 
-// The way of all input to the plug-ins: to each one that is listed for input, which gives it to the
-// mode manager. The observers are told before and after; events may happen inside one another.
 // What a drag has been so far.
 struct SDragTrack
 {
@@ -26,6 +24,8 @@ struct SDragTrack
     SVec3 last;          // and last
 };
 
+// The way of all input to the plug-ins: to each one that is listed for input, which gives it to the
+// mode manager. The observers are told before and after; events may happen inside one another.
 // Keeps to which view a drag belongs, and ends what a plug-in has no memory for. Lines in the log
 // name CEditorHost, who owns it. UI thread.
 class CHostInput

@@ -59,6 +59,7 @@ void CScriptWriter::Begin(uint64_t uPainted)
 {
     SetPainted(uPainted);
     m_bStale = false;
+    m_bOtherTerrain = false;
     m_State.clear();
     m_Mouse.Forget();
     m_bDrag = false;
@@ -104,6 +105,7 @@ void CScriptWriter::KeepTerrain()
     if (m_bStale && m_Sink.KeepTerrain())
     {
         m_bStale = false;
+        m_bOtherTerrain = false;
         m_Protection.Take(); // it comes with the terrain
         // Whoever plays the script has nothing to undo after the call that brings the terrain, and
         // no step open.
@@ -116,7 +118,12 @@ bool CScriptWriter::WriteDifference(uint64_t& uRevision)
 {
     const CTerrain* pTerrain = m_Host.GetEngine().GetCWorld().GetCTerrain();
     std::vector<SVertexRect> rects;
-    m_bStale = false;
+    // Heights say nothing of another size, nor of another number of vertices.
+    m_bStale = std::exchange(m_bOtherTerrain, false);
+    if (m_bStale)
+    {
+        return false;
+    }
     WriteProtection();
     if (pTerrain == nullptr || !pTerrain->TakeDirtyRects(uRevision, rects))
     {
@@ -231,6 +238,7 @@ bool CScriptWriter::OnEvent(const SHostEvent& event)
     case EHostEvent::LevelChanged:
     case EHostEvent::TerrainReloaded:
         m_bStale = m_bStale || !event.bTold;
+        m_bOtherTerrain = event.bTold; // until the step that has told of it is written
         m_bDrag = false;
         break;
     case EHostEvent::DragDropped: // whoever plays it has the memory, and would keep the stroke

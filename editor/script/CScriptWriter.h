@@ -90,17 +90,18 @@ private:
     IPluginScript* m_Script = nullptr;
     IPluginTools* m_Tools = nullptr;
     IPluginPainting* m_Painting = nullptr;
-    uint64_t m_Painted = 0;      // revision of the bitmap that the script has made; 0: none
-    bool m_bStale = false;       // the terrain is another one than the script's so far
-    std::string m_State;         // of the plug-in, as the script has made it
-    bool m_bDrag = false;        // the script has a press without its release
-    bool m_bProtecting = false;  // a step that protects, or reshapes the ground, has begun
-    bool m_bOpenStep = false;    // it has a step of the history without its end
-    bool m_bCounted = false;     // which has a record on the script's undo stack
-    bool m_bFresh = true;        // the brush of whoever plays the script has made no stroke yet
-    bool m_bByHeights = false;   // the drag is written as what it did
-    uint64_t m_DragRevision = 0; // of the terrain, when the drag began
-    size_t m_Undos = 0;          // steps that the script's own undo stack has
+    uint64_t m_Painted = 0;       // revision of the bitmap that the script has made; 0: none
+    bool m_bStale = false;        // the terrain is another one than the script's so far
+    bool m_bOtherTerrain = false; // an event that is not in the script yet has brought another one
+    std::string m_State;          // of the plug-in, as the script has made it
+    bool m_bDrag = false;         // the script has a press without its release
+    bool m_bProtecting = false;   // a step that protects, or reshapes the ground, has begun
+    bool m_bOpenStep = false;     // it has a step of the history without its end
+    bool m_bCounted = false;      // which has a record on the script's undo stack
+    bool m_bFresh = true;         // the brush of whoever plays the script has made no stroke yet
+    bool m_bByHeights = false;    // the drag is written as what it did
+    uint64_t m_DragRevision = 0;  // of the terrain, when the drag began
+    size_t m_Undos = 0;           // steps that the script's own undo stack has
     size_t m_Redos = 0;
     size_t m_PaintUndos = 0;      // strokes on the bitmap that the script can take back
     size_t m_PaintRedos = 0;      // and paint again

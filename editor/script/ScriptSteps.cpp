@@ -26,6 +26,7 @@ bool CScriptWriter::WriteAct(const SHostEvent& event)
     const bool bStep = !m_bStale && (bGround || event.pProtected != nullptr);
     if (bStep && bGround)
     {
+        m_bOtherTerrain = false;
         m_Sink.Append(GetGroundCall(*event.pGround));
         m_Protection.Take();
     }
@@ -70,6 +71,7 @@ bool CScriptWriter::WriteStep(bool bRedo)
     }
     --nFrom;
     ++nTo;
+    m_bOtherTerrain = false;
     m_Sink.Append(bRedo ? "redo()\n" : "undo()\n");
     m_Protection.Take();
     m_Sink.EndStep();

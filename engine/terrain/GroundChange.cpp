@@ -171,9 +171,9 @@ SGeoTags MoveTags(const CTerrain& terrain, const SGroundAct& act)
     case EGround::Raise:
         break;
     case EGround::Extend:
-        tags.Crop(-act.iWest / dCellsX,
+        tags.Crop(-static_cast<double>(act.iWest) / dCellsX,
                   1.0 + act.iEast / dCellsX,
-                  -act.iNorth / dCellsZ,
+                  -static_cast<double>(act.iNorth) / dCellsZ,
                   1.0 + act.iSouth / dCellsZ);
         break;
     case EGround::Shift:
@@ -181,9 +181,9 @@ SGeoTags MoveTags(const CTerrain& terrain, const SGroundAct& act)
         {
             return {};
         }
-        tags.Crop(-act.iCellsX / dCellsX,
+        tags.Crop(-static_cast<double>(act.iCellsX) / dCellsX,
                   1.0 - act.iCellsX / dCellsX,
-                  -act.iCellsZ / dCellsZ,
+                  -static_cast<double>(act.iCellsZ) / dCellsZ,
                   1.0 - act.iCellsZ / dCellsZ);
         break;
     case EGround::Turn:

@@ -17,6 +17,12 @@ namespace
 
 constexpr double ARROW = 1.0; // of the height of the title's text
 
+bool IsOwnKey(int iKey)
+{
+    return iKey == Qt::Key_Space || iKey == Qt::Key_Return || iKey == Qt::Key_Enter ||
+           iKey == Qt::Key_Left || iKey == Qt::Key_Right;
+}
+
 } // namespace
 
 CFoldingGroup::CFoldingGroup(const QString& strTitle, QWidget* pParent)
@@ -121,6 +127,12 @@ void CFoldingGroup::mouseReleaseEvent(QMouseEvent* pEvent)
 
 bool CFoldingGroup::event(QEvent* pEvent)
 {
+    if (pEvent->type() == QEvent::ShortcutOverride && hasFocus() &&
+        IsOwnKey(static_cast<const QKeyEvent*>(pEvent)->key()))
+    {
+        pEvent->accept(); // no shortcut of the program
+        return true;
+    }
     // What a control in it has left comes here, too.
     return (pEvent->type() == QEvent::KeyPress && hasFocus() &&
             TakeKey(static_cast<const QKeyEvent*>(pEvent)->key())) ||

@@ -191,7 +191,7 @@ TEST_F(CLayout, SwitchesAndChoicesHaveMarks)
     Answer<QMenu>([this] { Key("alt+l"); },
                   [](QMenu& menu)
                   {
-                      QMenu* pMaterials = menu.actions().front()->menu();
+                      auto* pMaterials = menu.findChild<QMenu*>("materials");
                       emit pMaterials->aboutToShow();
                       QStringList marked;
                       for (const QAction* pAction : pMaterials->actions())

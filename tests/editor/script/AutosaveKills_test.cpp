@@ -154,3 +154,22 @@ TEST_F(CAutosaveKills, AKillCostsTheStepUnderTheHandAndNoMore)
         ASSERT_NO_FATAL_FAILURE(KillAndRecover(uSeed, nKills));
     }
 }
+
+// What undo brings back was no step of the journal, which began with the save.
+TEST_F(CAutosaveTest, AKillAfterAnUndoAcrossTheSaveKeepsTheGroundThatCameBack)
+{
+    for (const char* pszAct : {"level_extend( 4, 2, 4, 0, 0 )", "level_extend( -4, 0, -2, 0, 0 )"})
+    {
+        ASSERT_NO_FATAL_FAILURE(Start());
+        ASSERT_NO_FATAL_FAILURE(Crash(
+            [&]
+            {
+                PlayScript(pszAct);
+                ASSERT_TRUE(m_Document.Save());
+                m_Host.Undo();
+                m_Autosave->Tick(m_Now);
+                Raise("100, 100");
+            }));
+        ASSERT_NO_FATAL_FAILURE(ExpectBack());
+    }
+}
