@@ -16,7 +16,8 @@ namespace
 {
 
 constexpr size_t MOST_PROFILE_SAMPLES = 2049;
-constexpr int PROFILE_LINES = 6; // of text, as high as the picture at least
+constexpr float FLAT_RANGE = 0.05F; // less is rounding
+constexpr int PROFILE_LINES = 6;    // of text, as high as the picture at least
 
 // A number as short as it may be, with a point in every language as in the other fields.
 QString Show(float fNumber, int iDecimals = 1)
@@ -49,7 +50,7 @@ protected:
         const auto [pLow, pHigh] = std::minmax_element(m_Heights.begin(), m_Heights.end());
         const int iText = fontMetrics().height();
         const QRectF room = QRectF(rect()).adjusted(1, iText, -1, -iText);
-        const auto fRange = static_cast<double>(std::max(*pHigh - *pLow, 1e-6F));
+        const auto fRange = static_cast<double>(std::max(*pHigh - *pLow, FLAT_RANGE));
         QPolygonF line;
         for (size_t i = 0; i < m_Heights.size(); ++i)
         {

@@ -75,10 +75,9 @@ bool CPanelDock::Open(const CRuntimeClass* pClass)
     m_pView->ShowWindow(true);
     show();
     raise();
-    if (!std::exchange(m_bPlaced, false))
-    {
-        FitWidth();
-    }
+    // The window was arranged while there was nothing in the dock, which is narrow then.
+    const bool bPlaced = std::exchange(m_bPlaced, false);
+    WidenDock(*this, bPlaced && m_PlacedWidth > 0 ? m_PlacedWidth : m_FormWidth);
     if (isFloating())
     {
         KeepOnScreen(*this, parentWidget()); // it grows with what is in it

@@ -35,7 +35,11 @@ public:
     void FitWidth();   // at least as wide as the form needs it, where the window has the room
 
     // The next one that is opened has its place and width already.
-    void KeepPlace() { m_bPlaced = true; }
+    void KeepPlace(int iWidth)
+    {
+        m_bPlaced = true;
+        m_PlacedWidth = iWidth;
+    }
 
     // Titles of the groups that are folded, also while it is closed.
     QStringList GetFolded() const;
@@ -58,6 +62,7 @@ private:
     std::unique_ptr<CFormView> m_pView; // null while it is closed
     QStringList m_Folded;               // when it was open last
     int m_FormWidth = 0;                // that cuts nothing off
+    int m_PlacedWidth = 0;              // where it was placed
     bool m_bPlaced = false;
     bool m_bKeptOpen = false;
 };

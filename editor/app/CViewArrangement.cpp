@@ -152,7 +152,7 @@ void CViewArrangement::Store(QVariantMap& values) const
         {
             iAlone = static_cast<int>(kinds.size());
         }
-        kinds << GetViewName(pView->GetKind());
+        kinds << QString(GetViewName(pView->GetKind()));
     }
     for (const int iShare : m_Views.GetShares())
     {

@@ -28,7 +28,7 @@ public:
 private:
     void FollowRow(const QSplitter& moved);
 
-    QSplitter* m_Rows[2]; // the splitter's; the lower one may be empty, and is hidden then
-    QList<int> m_Shares;  // while one is shown alone
+    QSplitter* m_Rows[2] = {}; // the splitter's; the lower one may be empty, and is hidden then
+    QList<int> m_Shares;       // while one is shown alone
     bool m_bAlone = false;
 };

@@ -25,6 +25,7 @@ constexpr int NARROW_WIDTH = 1100; // of a window that begins with views and pan
 constexpr int LOW_HEIGHT = 700;
 constexpr int LEAST_DOCK = 80;
 constexpr char GEOMETRY[] = "window/geometry";
+constexpr char PANEL_WIDTH[] = "window/panel_width";
 constexpr char STATE[] = "window/state";
 constexpr char FOLDED[] = "panel/folded"; // titles of groups
 
@@ -32,6 +33,7 @@ constexpr char FOLDED[] = "panel/folded"; // titles of groups
 
 CWindowLayout::CWindowLayout(const SLayoutParts& parts)
     : m_Window(parts.window)
+    , m_Host(parts.host)
     , m_Views(parts.views)
     , m_Arrangement(parts.views)
     , m_Messages(parts.messages)
@@ -135,7 +137,7 @@ QStringList CWindowLayout::Restore(const QVariantMap& values, bool bPanelOpen)
     }
     else if (bPanelOpen)
     {
-        m_pPanel->KeepPlace();
+        m_pPanel->KeepPlace(values.value(PANEL_WIDTH).toInt());
     }
     for (QDockWidget* pDock : m_Window.findChildren<QDockWidget*>())
     {
@@ -152,6 +154,10 @@ void CWindowLayout::Store(QVariantMap& values) const
 {
     values[GEOMETRY] = m_Window.saveGeometry();
     values[STATE] = m_Window.saveState();
+    if (!m_pPanel->isHidden() && !m_pPanel->isFloating())
+    {
+        values[PANEL_WIDTH] = m_pPanel->width();
+    }
     m_Arrangement.Store(values);
     const QStringList folded = m_pPanel->GetFolded();
     // An empty list is written as an empty text.
@@ -160,6 +166,10 @@ void CWindowLayout::Store(QVariantMap& values) const
 
 void CWindowLayout::Reset()
 {
+    if (m_pPanel->isHidden())
+    {
+        m_Host.SwitchPanel(); // a first window has it
+    }
     const bool bPanel = !m_pPanel->isHidden();
     m_Arrangement.Reset();
     m_Window.restoreState(m_FirstState);

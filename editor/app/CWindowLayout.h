@@ -76,6 +76,7 @@ private:
     void SizeDocks();
 
     QMainWindow& m_Window;
+    CEditorHost& m_Host;
     CViewArea& m_Views;
     CViewArrangement m_Arrangement;
     QDockWidget& m_Messages;

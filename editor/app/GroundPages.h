@@ -48,7 +48,7 @@ private:
 
     QSpinBox* m_pCellsX;
     QSpinBox* m_pCellsZ;
-    QButtonGroup* m_pAnchors; // by rows, from the north-west
+    QButtonGroup* m_pAnchors = nullptr; // by rows, from the north-west
     QRadioButton* m_pAtZero;
 };
 

@@ -49,7 +49,15 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     bBegun = !values.isEmpty(); // a file from before it was noted is that of somebody who has begun
     file.Read("start/begun", bBegun);
     file.Read("start/stroke_made", bStrokeMade);
-    // A person may have edited the file.
+    input.form.eTurn =
+        static_cast<EBrushTurn>(std::clamp(iTurn, 0, static_cast<int>(EBrushTurn::Random)));
+    Clamp();
+    return wrong;
+}
+
+// A person may have edited the file.
+void SEditorSettings::Clamp()
+{
     render.fAmbient = std::clamp(render.fAmbient, 0.0F, 1.0F);
     render.fTypeBlend = std::clamp(render.fTypeBlend, 0.0F, 1.0F);
     render.fSunPitch = std::clamp(render.fSunPitch, 0.0F, 90.0F);
@@ -57,8 +65,6 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     input.form.fPenCurve =
         std::clamp(input.form.fPenCurve, -SFormSettings::MOST_CURVE, SFormSettings::MOST_CURVE);
     input.form.fDegrees = std::clamp(input.form.fDegrees, 0.0F, SFormSettings::FULL_TURN);
-    input.form.eTurn =
-        static_cast<EBrushTurn>(std::clamp(iTurn, 0, static_cast<int>(EBrushTurn::Random)));
     input.iBuildsASecond = std::clamp(input.iBuildsASecond, 0, SInputSettings::MOST_BUILDS);
     input.symmetry.iTurns =
         std::clamp(input.symmetry.iTurns, SSymmetry::LEAST_TURNS, SSymmetry::MOST_TURNS);
@@ -72,7 +78,6 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     iScriptSpeed = std::clamp(iScriptSpeed, 0, static_cast<int>(EScriptSpeed::Slow));
     iAutosaveSeconds = std::clamp(iAutosaveSeconds, 0, MOST_SECONDS);
     iUndoMegabytes = std::clamp(iUndoMegabytes, 0, MOST_MEGABYTES);
-    return wrong;
 }
 
 void SEditorSettings::Store(QVariantMap& values) const

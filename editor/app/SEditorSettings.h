@@ -31,4 +31,7 @@ struct SEditorSettings
     void Store(QVariantMap& values) const;
     // What the editor without its windows needs of them. The views look here themselves.
     void ApplyTo(CEditor& editor) const;
+
+private:
+    void Clamp();
 };

@@ -2,6 +2,7 @@
 
 #include "editor/app/CBrushHand.h"
 #include "editor/app/CCursorNote.h"
+#include "editor/app/CViewHands.h"
 #include "editor/app/CViewWidget.h"
 #include "editor/core/CEditorHost.h"
 #include "host/IPluginTools.h"
