@@ -148,11 +148,11 @@ void CViewArrangement::Store(QVariantMap& values) const
     int iAlone = NONE;
     for (const CViewWidget* pView : m_Views.GetViews())
     {
+        kinds << QString(GetViewName(pView->GetKind()));
         if (m_Views.IsOneAlone() && pView == m_Views.GetActive())
         {
-            iAlone = static_cast<int>(kinds.size());
+            iAlone = static_cast<int>(kinds.size()) - 1;
         }
-        kinds << QString(GetViewName(pView->GetKind()));
     }
     for (const int iShare : m_Views.GetShares())
     {
