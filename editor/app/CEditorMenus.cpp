@@ -1,6 +1,7 @@
 #include "editor/app/CEditorMenus.h"
 
 #include "editor/app/CCommandList.h"
+#include "editor/app/CDocumentActions.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CPluginCommands.h"
 #include "editor/app/SEditorSettings.h"

@@ -67,8 +67,15 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     m_pMessages->SetOnFault([pFaults](const QString& strFault) { pFaults->ShowFault(strFault); });
     // Recovering plays steps into the plug-in, so the script runner does it, which comes with the
     // plug-in.
-    m_Documents.GetRecovery().SetRecover([this](const SRecoverable& entry)
-                                         { return m_pScripts->Recover(entry); });
+    m_Documents.GetRecovery().SetRecover(
+        [this](const SRecoverable& entry)
+        {
+            // Boxes are shown while the views still stand at the level before.
+            m_bRecovering = true;
+            const bool bOpen = m_pScripts->Recover(entry);
+            m_bRecovering = false;
+            return bOpen;
+        });
     m_StateTimer.setSingleShot(true);
     m_StateTimer.callOnTimeout(this, [this] { Refresh(); });
     m_Settings.render.pPaintLayer = &GetHost().GetCPaintLayer();
@@ -329,8 +336,8 @@ void CEditorWindow::Keep()
 // A script that is played, a stroke and long work may be in the middle of what they do to a brush.
 bool CEditorWindow::IsAtRest()
 {
-    return m_pLayout != nullptr && !GetHost().GetInput().IsDragging() && !m_Face.IsScriptPlayed() &&
-           !m_Progress.IsWorking();
+    return m_pLayout != nullptr && !m_bRecovering && !GetHost().GetInput().IsDragging() &&
+           !m_Face.IsScriptPlayed() && !m_Progress.IsWorking();
 }
 
 void CEditorWindow::LeaveChanges()

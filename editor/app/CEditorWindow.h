@@ -130,6 +130,7 @@ private:
     std::function<void()> m_OnClosed;
     QString m_ViewFault;
     bool m_bLeaving = false;
+    bool m_bRecovering = false;
 
     // Null until the plug-in is there. They may reach for the host and the plug-in to their end, so
     // they go first: what is docked before the views.

@@ -26,7 +26,6 @@ void CLevelViews::Leave(const CViewArea& views)
 
 void CLevelViews::Enter(CViewArea& views)
 {
-    m_Generation = m_Document.GetGeneration();
     m_Path = GetPath();
     m_Kept = m_Path.empty() ? SLevelViews() : SLevelViews::Load(m_Path);
     // The first of each kind to the first, and so on: meanwhile there may be others beside them.
@@ -49,10 +48,6 @@ void CLevelViews::Enter(CViewArea& views)
 
 void CLevelViews::Keep(const CViewArea& views)
 {
-    if (m_Generation != m_Document.GetGeneration())
-    {
-        return; // they still show the level before
-    }
     m_Path = GetPath(); // it may have been saved under another name
     Write(views);
 }

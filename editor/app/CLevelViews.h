@@ -2,7 +2,6 @@
 
 #include "editor/app/SLevelViews.h"
 
-#include <cstdint>
 #include <string>
 
 class CLevelDocument;
@@ -33,8 +32,7 @@ private:
     void Write(const CViewArea& views);
 
     const CLevelDocument& m_Document;
-    uint64_t m_Generation = 0; // of the document that the views show
-    std::string m_Path;        // of the level that the views show; empty for none
+    std::string m_Path; // of the level that the views show; empty for none
     SLevelViews m_Kept;
     std::string m_Written;
 };

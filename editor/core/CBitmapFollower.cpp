@@ -8,6 +8,7 @@
 #include "engine/terrain/SGroundMap.h"
 #include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
+#include "host/IPlugin.h"
 #include "host/IPluginPainting.h"
 #include "host/IPluginScript.h"
 #include "host/IPluginTools.h"

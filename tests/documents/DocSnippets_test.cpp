@@ -237,7 +237,6 @@ TEST(DocSnippets, ScriptKeywordsAreThoseOfThePlayer)
         }
     }
     ASSERT_GT(declared.size(), 20U);
-
     std::set<std::string> documented;
     for (const SDocLine& line : SMarkdown("docs/file-formats.md").prose)
     {
@@ -262,8 +261,7 @@ TEST(DocSnippets, ScriptKeywordsAreThoseOfThePlayer)
             std::regex_search(ReadFile("host/BrushBlock.h"), std::regex("\\{\"" + strName + "\""));
         EXPECT_TRUE(bBrushKey || std::regex_search(strManual, name)) << strCall << ": manual page";
     }
-    // Of other files in the same syntax.
-    std::set<std::string> others = {"panel_open( i )",
+    std::set<std::string> others = {"panel_open( i )", // of other files in the same syntax
                                     "key( s, i, i )",
                                     "recent( s )",
                                     "level( s )",
