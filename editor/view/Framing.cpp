@@ -94,8 +94,10 @@ float FindBestPitch(const SViewProjection& view, const SExtents& box, float fMar
     float fMost = 0.0F;
     SViewProjection tried = view;
     tried.right = {1.0F, 0.0F, 0.0F};
-    for (float fPitch = FLATTEST_PITCH; fPitch >= STEEPEST_PITCH; fPitch -= PITCH_STEP)
+    constexpr int STEPS = static_cast<int>((FLATTEST_PITCH - STEEPEST_PITCH) / PITCH_STEP);
+    for (int i = 0; i <= STEPS; ++i)
     {
+        const float fPitch = FLATTEST_PITCH - static_cast<float>(i) * PITCH_STEP;
         const float fSine = std::sin(fPitch * DEGREE);
         const float fCosine = std::cos(fPitch * DEGREE);
         tried.forward = {0.0F, fSine, -fCosine};
