@@ -188,4 +188,6 @@ TEST_F(CExports, ATargetOfOnesOwnAndTheNameAloneAreOffered)
     ASSERT_EQ(lines.size(), 1);
     EXPECT_TRUE(lines[0].startsWith(QString::fromStdString(strOther) + ": 65 x 33 samples\n"));
     EXPECT_TRUE(std::filesystem::exists(strOther));
+    const auto* pWords = m_Window->findChild<QLabel*>("status-words");
+    EXPECT_TRUE(pWords->text().startsWith("other.npy saved: "));
 }

@@ -366,8 +366,6 @@ TEST_F(CStatusWordsTest, SaysWhatWasSavedHowLargeItIsAndHowLongItTook)
     expect("valley.level", strSize.toStdString() + " KB in ");
     ChooseFile([this] { Trigger("file.export_stl"); }, m_Folder.Path("valley.stl"));
     expect("valley.stl", "102.5 KB in ");
-    ChooseFileAnd([this] { Trigger("file.export"); }, m_Folder.Path("valley.r32"), "Save");
-    expect("valley.r32", "4.4 KB in ");
     ASSERT_TRUE(m_Editor->FindInterface<IPluginBrushes>()->SaveBrushes()); // as the panel's button
     expect("PredefinedBrushes.ini", "");
     std::filesystem::remove(m_Folder.Path("levels/valley.height"));
