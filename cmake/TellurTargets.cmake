@@ -92,14 +92,14 @@ function(tellur_together strName)
         # A fixture without linkage in a source that another file includes is no header's.
         target_compile_options(${strName} PRIVATE -Wno-subobject-linkage)
         if(TELLUR_SANITIZE) # g++ 12 sees lengths below 0 in its own containers
-            target_compile_options(${strName} PRIVATE -Wno-stringop-overflow)
+            target_compile_options(${strName} PRIVATE -Wno-stringop-overflow -Wno-array-bounds)
         endif()
     endif()
 endfunction()
 
 # tellur_folder(NAME SOURCES a.cpp … USES target …): the object library of one folder, of all its sources where
-# none are named: in folders that grow by one row and one source. USES names the folders whose headers it includes. Where a preset compiles a folder as one source, TELLUR_APART names the
-# sources that stay apart, by their paths.
+# none are named: in folders that grow by one row and one source. USES names the folders whose headers it includes.
+# Where a preset compiles a folder as one source, TELLUR_APART names the sources that stay apart, by their paths.
 set(TELLUR_APART "" CACHE STRING "Sources that stay apart where a folder is compiled as one source")
 function(tellur_folder strName)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES;LIBRARIES" ${ARGN})

@@ -230,6 +230,7 @@ TEST_F(CMeasure, AWalkKeepsTheEyeOverTheGround)
     MoveTo(GetView(1), {0.5, 0.5});
     Key("F5");
     EXPECT_TRUE(GetView(1).GetNote().text().contains("only a perspective view"));
+    m_Window->LeaveChanges();
     Stop();
     ASSERT_NO_FATAL_FAILURE(Start());
     EXPECT_NEAR(m_Window->GetSettings().fEyeHeight, fHigher, 0.01F);
