@@ -1,5 +1,7 @@
 #include "editor/app/CCursorNote.h"
 
+#include <QEvent>
+
 #include <algorithm>
 
 namespace
@@ -25,7 +27,17 @@ CCursorNote::CCursorNote(QWidget* pView)
                               m_Value.clear();
                               Refresh();
                           });
+    pView->installEventFilter(this);
     hide();
+}
+
+bool CCursorNote::eventFilter(QObject* /*pView*/, QEvent* pEvent)
+{
+    if (pEvent->type() == QEvent::Resize && isVisible())
+    {
+        Refresh();
+    }
+    return false;
 }
 
 void CCursorNote::ShowValue(const QString& strText)
@@ -63,7 +75,17 @@ void CCursorNote::Refresh()
         return;
     }
     setText(strText);
-    adjustSize();
+    setWordWrap(false);
+    const int iMost = parentWidget()->width();
+    if (sizeHint().width() > iMost) // a narrow view has its lines broken
+    {
+        setWordWrap(true);
+        resize(iMost, heightForWidth(iMost));
+    }
+    else
+    {
+        adjustSize();
+    }
     const QSize room = parentWidget()->size() - size();
     move(std::clamp(m_Cursor.x() + DISTANCE, 0, std::max(0, room.width())),
          std::clamp(m_Cursor.y() + DISTANCE, 0, std::max(0, room.height())));

@@ -14,6 +14,8 @@ public:
     void SetState(const QString& strText);   // empty: none
     void FollowCursor(const QPoint& cursor); // in the view
 
+    bool eventFilter(QObject* pView, QEvent* pEvent) override;
+
 private:
     void Refresh();
 

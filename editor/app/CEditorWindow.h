@@ -2,7 +2,7 @@
 
 #include "editor/app/CAutosaveTimer.h"
 #include "editor/app/CCommandList.h"
-#include "editor/app/CDialogTitles.h"
+#include "editor/app/CDialogFit.h"
 #include "editor/app/CDocumentActions.h"
 #include "editor/app/CEditorMenus.h"
 #include "editor/app/CExtentNote.h"
@@ -123,7 +123,7 @@ private:
     CExtentNote m_ExtentNote;
     CAutosaveTimer m_AutosaveTimer;
     CKeepTimer m_KeepTimer;
-    CDialogTitles m_DialogTitles;
+    CDialogFit m_DialogFit;
     QTimer m_DropTimer;
     std::string m_Dropped; // the file
     QTimer m_StateTimer;

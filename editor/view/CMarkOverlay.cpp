@@ -74,9 +74,9 @@ SColor GetMarkColor(EToolSign eSign)
     switch (eSign)
     {
     case EToolSign::Raise:
-        return {1.0F, 0.56F, 0.10F, 1.0F};
+        return {0.98F, 0.47F, 0.04F, 1.0F};
     case EToolSign::RaiseOnly:
-        return {0.96F, 0.90F, 0.25F, 1.0F};
+        return {0.98F, 0.93F, 0.30F, 1.0F};
     case EToolSign::Lower:
         return {0.16F, 0.40F, 1.0F, 1.0F};
     case EToolSign::LowerOnly:
@@ -84,7 +84,7 @@ SColor GetMarkColor(EToolSign eSign)
     case EToolSign::Neutral:
         break;
     }
-    return {0.10F, 0.76F, 0.54F, 1.0F};
+    return {0.04F, 0.66F, 0.45F, 1.0F};
 }
 
 bool CMarkOverlay::Make(OpenGl& gl, std::string& strFault)

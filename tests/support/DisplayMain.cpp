@@ -22,6 +22,13 @@
 namespace
 {
 
+// In pixels; a test of other sizes than that of most screens says so.
+std::string GetScreen()
+{
+    const char* pszScreen = std::getenv("TELLUR_TEST_SCREEN");
+    return pszScreen != nullptr ? pszScreen : "1600x1000";
+}
+
 // An X server that ends with this object.
 class CDisplay
 {
@@ -49,7 +56,7 @@ public:
                      strPipe.c_str(),
                      "-screen",
                      "0",
-                     "1600x1000x24",
+                     (GetScreen() + "x24").c_str(),
                      "-nolisten",
                      "tcp",
                      static_cast<char*>(nullptr));

@@ -3,6 +3,8 @@
 #include "editor/view/CMarkOverlay.h"
 #include "tests/editor/view/RenderFixture.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <set>
 
@@ -55,6 +57,57 @@ protected:
     QImage m_Plain;
     QImage m_Marked;
 };
+
+// How a colour is seen where one kind of cones is missing: the matrices of Machado, Oliveira and
+// Fernandes (2009) for linear light, at their full severity; then as CIE L*a*b*.
+using SeenColor = std::array<double, 3>;
+
+constexpr std::array<std::array<double, 9>, 4> EYES = {
+    {{1.0, 0.0, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0},
+     {0.152286, 1.052583, -0.204868, 0.114503, 0.786281, 0.099216, -0.003882, -0.048116, 1.051998},
+     {0.367322, 0.860646, -0.227968, 0.280085, 0.672501, 0.047413, -0.011820, 0.042940, 0.968881},
+     {1.255528,
+      -0.076749,
+      -0.178779,
+      -0.078411,
+      0.930809,
+      0.147602,
+      0.004733,
+      0.691367,
+      0.303900}}};
+constexpr std::array<double, 9> XYZ_OF_RGB = {
+    0.4339, 0.3762, 0.1899, 0.2126, 0.7152, 0.0722, 0.0177, 0.1095, 0.8728}; // white is 1, 1, 1
+
+SeenColor Multiply(const std::array<double, 9>& m, const SeenColor& v)
+{
+    SeenColor to = {};
+    for (size_t i = 0; i < 3; ++i)
+    {
+        to[i] = m[3 * i] * v[0] + m[3 * i + 1] * v[1] + m[3 * i + 2] * v[2];
+    }
+    return to;
+}
+
+SeenColor See(const SColor& color, const std::array<double, 9>& eye)
+{
+    SeenColor light = {color.r, color.g, color.b};
+    for (double& fChannel : light)
+    {
+        fChannel =
+            fChannel <= 0.04045 ? fChannel / 12.92 : std::pow((fChannel + 0.055) / 1.055, 2.4);
+    }
+    light = Multiply(eye, light);
+    for (double& fChannel : light)
+    {
+        fChannel = std::clamp(fChannel, 0.0, 1.0);
+    }
+    SeenColor f = Multiply(XYZ_OF_RGB, light);
+    for (double& fPart : f)
+    {
+        fPart = fPart > 0.008856 ? std::cbrt(fPart) : 7.787 * fPart + 16.0 / 116.0;
+    }
+    return {116.0 * f[1] - 16.0, 500.0 * (f[0] - f[1]), 200.0 * (f[1] - f[2])};
+}
 
 float GetFlat(float /*fX*/, float /*fZ*/)
 {
@@ -242,3 +295,27 @@ TEST_F(CToolMarkTest, OfARampIsItsStripAndBeforeThatItsWidth)
 }
 
 } // namespace
+
+TEST(ToolMarkColors, DifferForEveryKindOfColourBlindness)
+{
+    constexpr double LEAST = 20.0; // 2.3 can just be told apart side by side
+    const std::array<EToolSign, 5> signs = {EToolSign::Raise,
+                                            EToolSign::RaiseOnly,
+                                            EToolSign::Lower,
+                                            EToolSign::LowerOnly,
+                                            EToolSign::Neutral};
+    for (size_t iEye = 0; iEye < EYES.size(); ++iEye)
+    {
+        for (size_t i = 0; i < signs.size(); ++i)
+        {
+            for (size_t j = 0; j < i; ++j)
+            {
+                const SeenColor one = See(GetMarkColor(signs[i]), EYES[iEye]);
+                const SeenColor other = See(GetMarkColor(signs[j]), EYES[iEye]);
+                EXPECT_GE(std::hypot(one[0] - other[0], one[1] - other[1], one[2] - other[2]),
+                          LEAST)
+                    << "eye " << iEye << ", colours " << i << " and " << j;
+            }
+        }
+    }
+}

@@ -3,11 +3,12 @@
 #include <QObject>
 
 // Makes every dialog of the program at least as wide as its title in the frame that desktops put
-// around it, which would cut it. Owned by the window. UI thread.
-class CDialogTitles : public QObject
+// around it, which would cut it, and no larger than its screen: what does not fit is scrolled, with
+// the buttons below it. Owned by the window. UI thread.
+class CDialogFit : public QObject
 {
 public:
-    CDialogTitles();
+    CDialogFit();
 
     bool eventFilter(QObject* pReceiver, QEvent* pEvent) override;
 
