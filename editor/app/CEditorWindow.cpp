@@ -263,6 +263,11 @@ void CEditorWindow::Refresh()
     {
         return;
     }
+    if (m_Look.IsBehind())
+    {
+        m_Look.Follow(m_pViews.get());
+        LookAgain();
+    }
     m_pLayout->GetHistory().Follow();
     m_pLayout->GetLight().Follow();
     m_Editor.GetBrushFile().Follow();

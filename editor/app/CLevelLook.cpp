@@ -23,6 +23,13 @@ CLevelLook::~CLevelLook()
     }
 }
 
+bool CLevelLook::IsBehind() const
+{
+    const CLevelDocument& document = m_Editor.GetDocument();
+    return m_Framed != document.GetGeneration() ||
+           m_Render.strDefaultMaterial != document.GetMaterial();
+}
+
 void CLevelLook::Follow(CViewArea* pViews)
 {
     m_Render.strDefaultMaterial = m_Editor.GetDocument().GetMaterial();

@@ -26,6 +26,10 @@ public:
     // pViews: null as long as there are none; the level is then shown at the first call with them,
     // as it was left, or whole.
     void Follow(CViewArea* pViews);
+
+    // Whether Follow has not been called since: a level that is opened without the menus is told of
+    // before it is known which files it has.
+    bool IsBehind() const;
     // Frames the terrain when it lies elsewhere now, which only another extent does: one of another
     // resolution is where it was.
     void FrameOtherSize(CViewArea* pViews);

@@ -26,6 +26,7 @@ constexpr SKind KINDS[] = {
     {"slope", EMaterialKind::Slope, 2},
     {"bands", EMaterialKind::Bands, 2},
     {"terrain", EMaterialKind::Terrain, 0},
+    {"hollows", EMaterialKind::Hollows, 1},
 };
 
 bool Fail(const std::string& strPath, const char* pszFault)

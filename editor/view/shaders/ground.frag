@@ -153,6 +153,40 @@ vec3 GetGround(vec3 normal)
     color *= 1.0 + uEffect.z * fRough;
     return mix(color, uColors[4].rgb, Step(2, fShare) * (1.0 - Step(4, fSteep)));
 }
+#elif KIND == 6
+// Texels of the normals, from the tile's first.
+vec2 GetTexel(vec2 grid)
+{
+    return (grid - vec2(uTile)) * uTexels + 0.5;
+}
+
+vec2 GetMeanNormal(vec2 texel, float fLevel)
+{
+    return textureLod(uNormals, texel / uTileSize, fLevel).rg * (65535.0 / 32767.0) - 1.0;
+}
+
+// How much the mean normals lean towards each other from one side of a square to the other, which is
+// that many vertices wide: half the angle of a valley. 0 or below on hills.
+float GetLean(float fVertices)
+{
+    float fReach = max(fVertices * uTexels * 0.5, 0.5);
+    float fLevel = max(log2(fReach) - 1.0, log2(max(length(dFdx(vGrid)), length(dFdy(vGrid))) * uTexels));
+    fReach = max(fReach, 0.5 * exp2(max(fLevel, 0.0)));
+    vec2 at = GetTexel(vGrid);
+    vec2 low = max(at - fReach, vec2(0.5)); // not beyond the tile
+    vec2 high = min(at + fReach, uTileSize - 0.5);
+    float fX = GetMeanNormal(vec2(low.x, at.y), fLevel).x - GetMeanNormal(vec2(high.x, at.y), fLevel).x;
+    float fZ = GetMeanNormal(vec2(at.x, low.y), fLevel).y - GetMeanNormal(vec2(at.x, high.y), fLevel).y;
+    return fX + fZ;
+}
+
+// An estimate of the sky that hollows see, from what a light needs anyway: it follows every stroke.
+vec3 GetGround(vec3 normal)
+{
+    float fSum = 0.5 * GetLean(3.0) + 0.6 * GetLean(8.0) + 0.7 * GetLean(20.0);
+    float fDark = (uStep > 0.0 ? uStep : 1.0) * max(fSum, 0.0);
+    return uColors[0].rgb / (1.0 + fDark) * (1.0 + 0.2 * clamp(-fSum, 0.0, 1.0));
+}
 #else
 vec3 GetGround(vec3 normal)
 {

@@ -5,7 +5,9 @@
 #include "tests/support/CTempFolder.h"
 #include "tests/support/TestPaths.h"
 
+#include <QColor>
 #include <QElapsedTimer>
+#include <QImage>
 #include <QProcess>
 #include <QThread>
 
@@ -216,6 +218,16 @@ TEST_F(CProgram, APlayedScriptEndsAsInTheReplayAndLeavesAPicture)
     EXPECT_EQ(Run({"--play", "play.tellur"}, strErrors, {"TELLUR_ROOT"}), 0);
     EXPECT_EQ(strErrors.toStdString(), "");
     EXPECT_TRUE(ReadBytes(m_Folder.Path("played.height")) == strPlayed);
+    // A level that is opened for its picture alone has its own material.
+    WriteBytes(m_Folder.Path("red.mat"),
+               "!kind( s )\n!color( v4 )\nkind( \"plain\" )\ncolor( [1.0, 0.0, 0.0, 1.0] )\n");
+    WriteBytes(m_Folder.Path("red.level"),
+               "!height_map( s )\n!material( s )\nheight_map( \"played.height\" )\nmaterial( \"" +
+                   m_Folder.Path("red.mat") + "\" )\n");
+    EXPECT_EQ(Run(QStringList{"red.level", "--screenshot", "red.png"} + GetRoot(), strErrors), 0);
+    const QImage red(QString::fromStdString(m_Folder.Path("red.png")));
+    const QColor ground = red.pixelColor(red.width() / 3, red.height() / 2);
+    EXPECT_GT(ground.red(), ground.green() + 100) << ground.name().toStdString();
     // Another plug-in, which asks for views while it is loaded.
     EXPECT_EQ(Run({"--plugin", TELLUR_BIN_DIR "/minimal_plugin.so", "--screenshot", "other.png"},
                   strErrors),

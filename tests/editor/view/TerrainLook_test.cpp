@@ -179,6 +179,44 @@ TEST_F(CTerrainLookTest, MaterialsShowWhatTheirNamesSay)
     EXPECT_EQ(CountDifferent(draw("checker.mat"), grey), 0);
 }
 
+TEST_F(CTerrainLookTest, HollowsAreDarkerAndTheBordersOfTilesAreNot)
+{
+    // Along z a valley at x 200 and a ridge at x 440, with even slopes between.
+    const auto getHeight = [](float fX, float)
+    {
+        const float fAt = fX - 200.0F;
+        return fX < 440.0F ? std::fabs(fAt) * 0.6F : 144.0F - (fX - 440.0F) * 0.6F;
+    };
+    MakeTerrain(64, getHeight);
+    const SViewProjection view = LookDown();
+    const std::string strHollows = TELLUR_SOURCE_DIR "/data/materials/hollows.mat";
+    const CTempFolder folder;
+    WriteBytes(folder.Path("plain.mat"),
+               "!kind( s )\n!color( v4 )\nkind( \"plain\" )\ncolor( [0.72, 0.70, 0.66, 1.0] )\n");
+    m_Settings.strDefaultMaterial = folder.Path("plain.mat");
+    const QImage plain = Draw(view);
+    m_Settings.strDefaultMaterial = strHollows;
+    const auto pRenderer = MakeRenderer();
+    const QImage hollows = Draw(view, pRenderer.get());
+    const auto getShare = [&](float fX)
+    {
+        return static_cast<float>(GetPixel(hollows, view, fX, 320.0F).green()) /
+               static_cast<float>(GetPixel(plain, view, fX, 320.0F).green());
+    };
+    EXPECT_LT(getShare(200.0F), 0.7F);
+    EXPECT_LT(getShare(230.0F), getShare(200.0F) + 0.3F) << "and what lies near it";
+    EXPECT_NEAR(getShare(320.0F), 1.0F, 0.05F) << "an even slope sees its half of the sky";
+    EXPECT_GT(getShare(440.0F), 1.02F);
+    // In two by two tiles nearly the same: what lies beyond the border of one does not count.
+    EXPECT_EQ(CountDifferent(Draw(view, MakeRenderer(32).get()), hollows, 30), 0);
+    // A stroke that fills the valley takes the shade away at once.
+    const std::vector<float> flat(65 * 65, 30.0F);
+    GetTerrain().SetHeights(flat.data(), flat.size(), {{150, 0, 0}, {250, 0, 640}});
+    EXPECT_GT(
+        static_cast<float>(GetPixel(Draw(view, pRenderer.get()), view, 200.0F, 320.0F).green()),
+        1.2F * static_cast<float>(GetPixel(hollows, view, 200.0F, 320.0F).green()));
+}
+
 TEST_F(CTerrainLookTest, AFaultyMaterialIsOneLineAndPlainGrey)
 {
     MakeTerrain(16, GetFlat);
