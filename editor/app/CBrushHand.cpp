@@ -121,7 +121,7 @@ bool CBrushHand::Press(const QKeyEvent& event)
     }
     if (!IsNumberKey(event) && !IsEndKey(event))
     {
-        return event.key() == m_Key || FindValue(event) != nullptr;
+        return event.key() == m_Held.iKey || FindValue(event) != nullptr;
     }
     Type(event);
     return true;
@@ -147,8 +147,7 @@ bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
         return true;
     }
     m_pValue = &value;
-    m_Key = event.key();
-    m_ScanCode = event.nativeScanCode();
+    m_Held = SHeldKey::Of(event);
     m_Function = m_pTools->GetFunctionName();
     m_Old = m_pTools->GetBrushValue(value.eValue);
     m_From = m_Old;
@@ -162,10 +161,7 @@ bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
 
 bool CBrushHand::Release(const QKeyEvent& event)
 {
-    // By its place on the keyboard: with another modifier the same key may have another sign.
-    const bool bSame =
-        event.nativeScanCode() != 0 ? event.nativeScanCode() == m_ScanCode : event.key() == m_Key;
-    if (!IsHeld() || !bSame || event.isAutoRepeat())
+    if (!IsHeld() || !m_Held.IsReleasedBy(event))
     {
         return false;
     }
@@ -176,7 +172,7 @@ bool CBrushHand::Release(const QKeyEvent& event)
 
 bool CBrushHand::TakesKey(const QKeyEvent& event) const
 {
-    return IsHeld() && (IsNumberKey(event) || IsEndKey(event) || event.key() == m_Key);
+    return IsHeld() && (IsNumberKey(event) || IsEndKey(event) || event.key() == m_Held.iKey);
 }
 
 void CBrushHand::Type(const QKeyEvent& event)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/app/SHeldKey.h"
 #include "host/IPluginTools.h"
 
 #include <QPointF>
@@ -59,8 +60,7 @@ private:
     CCursorNote& m_Note;
     std::function<void()> m_OnEnd;
     const SValue* m_pValue = nullptr; // null while no key is held
-    int m_Key = 0;                    // the one that is
-    uint32_t m_ScanCode = 0;
+    SHeldKey m_Held;
     std::string m_Function; // of the tool whose value it is
     float m_Old = 0.0F;
     float m_From = 0.0F; // the value at m_Start

@@ -62,8 +62,7 @@ bool CSunHand::Press(const QKeyEvent& event)
     if (!event.isAutoRepeat() && !IsHeld() && m_Input.IsIdle())
     {
         m_bHeld = true;
-        m_Key = event.key();
-        m_ScanCode = event.nativeScanCode();
+        m_Held = SHeldKey::Of(event);
         m_Yaw = m_pRender->fSunYaw;
         m_Pitch = m_pRender->fSunPitch;
         // Where the cursor is not in the view, its first move there is the beginning.
@@ -76,9 +75,7 @@ bool CSunHand::Press(const QKeyEvent& event)
 
 bool CSunHand::Release(const QKeyEvent& event)
 {
-    const bool bSame =
-        event.nativeScanCode() != 0 ? event.nativeScanCode() == m_ScanCode : event.key() == m_Key;
-    if (!IsHeld() || !bSame || event.isAutoRepeat())
+    if (!IsHeld() || !m_Held.IsReleasedBy(event))
     {
         return false;
     }
@@ -88,7 +85,7 @@ bool CSunHand::Release(const QKeyEvent& event)
 
 bool CSunHand::TakesKey(const QKeyEvent& event) const
 {
-    return IsHeld() && (event.key() == Qt::Key_Escape || event.key() == m_Key);
+    return IsHeld() && (event.key() == Qt::Key_Escape || event.key() == m_Held.iKey);
 }
 
 bool CSunHand::Move(const QPointF& position)

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "editor/app/SHeldKey.h"
+
 #include <QPointF>
 #include <QTimer>
 
-#include <cstdint>
 #include <functional>
 #include <optional>
 
@@ -50,8 +51,7 @@ private:
     std::function<void()> m_OnTurn;
     std::function<void()> m_OnEnd;
     bool m_bHeld = false;
-    int m_Key = 0; // the one that is held
-    uint32_t m_ScanCode = 0;
+    SHeldKey m_Held;
     float m_Yaw = 0.0F; // when it went down
     float m_Pitch = 0.0F;
     QPointF m_At; // of the mouse
