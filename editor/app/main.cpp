@@ -157,7 +157,7 @@ int RunOnce(CEditorWindow& window, const SEditorOptions& options)
         const EScriptEnd eEnd = window.GetScripts().Play(options.strPlay, strFault);
         if (eEnd != EScriptEnd::Played)
         {
-            return Report(eEnd == EScriptEnd::Failed ? EXIT_FAILED : EXIT_UNUSABLE, strFault);
+            return Report(eEnd == EScriptEnd::Unusable ? EXIT_UNUSABLE : EXIT_FAILED, strFault);
         }
     }
     DrawAll(window);

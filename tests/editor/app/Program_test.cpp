@@ -223,6 +223,26 @@ TEST_F(CProgram, APlayedScriptEndsAsInTheReplayAndLeavesAPicture)
     EXPECT_GT(std::filesystem::file_size(m_Folder.Path("other.png")), 10000U);
 }
 
+TEST_F(CProgram, AScriptThatAPersonStopsWasNotPlayed)
+{
+    std::string strScript = std::string(SCRIPT) + "level( 32, [320, 100, 320] )\n" + STROKE;
+    for (int i = 0; i < 30000; ++i)
+    {
+        strScript += "press( 100, 100 )\nmove( 200, 150, 0 )\nrelease( 200, 150 )\n";
+    }
+    WriteBytes(m_Folder.Path("long.tellur"), strScript);
+    QProcess editor;
+    ASSERT_NO_FATAL_FAILURE(Start(editor, QStringList{"--play", "long.tellur"} + GetRoot()));
+    ASSERT_NO_FATAL_FAILURE(Enter("Tellur$"));
+    while (!editor.waitForFinished(1)) // pressed before the script begins it stops nothing
+    {
+        Do({"key", "Escape"});
+    }
+    EXPECT_EQ(editor.exitCode(), 1);
+    const QString strErrors = QString::fromUtf8(editor.readAllStandardError());
+    EXPECT_TRUE(strErrors.contains("long.tellur: stopped after ")) << strErrors.toStdString();
+}
+
 TEST_F(CProgram, WhatASignalEndsIsGivenBackByTheNextStart)
 {
     const std::string strLevel = m_Folder.Path("levels/valley.level");

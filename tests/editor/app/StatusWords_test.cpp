@@ -126,6 +126,23 @@ TEST_F(CStatusWordsTest, SaysForThreeSecondsThatThereIsNoToolAndMovesNoField)
     SavePicture("status-words");
     EXPECT_EQ(getFields(), before);
     WaitFor([this] { return !m_Words->IsShown(); }, "the words go by themselves");
+    // In a small window they have a row of their own, whether they are there or not.
+    m_Window->resize(900, 600);
+    Settle();
+    const QSize view = GetView().size();
+    Click(GetView());
+    EXPECT_EQ(m_Words->GetLabel().text(), strText);
+    SavePicture("status-words-small");
+    EXPECT_EQ(GetView().size(), view);
+    for (const char* pszField : {"status-mode", "status-brush", "status-position"})
+    {
+        const auto& field = *m_Window->findChild<QLabel*>(pszField);
+        EXPECT_TRUE(field.isVisible()) << pszField;
+        EXPECT_FALSE(field.geometry().intersects(m_Words->GetLabel().geometry())) << pszField;
+    }
+    m_Window->resize(1280, m_Window->height());
+    Settle();
+    m_Words->Take();
 
     ASSERT_NO_FATAL_FAILURE(TakeBrush());
     Drag(GetView(), {0.4, 0.5}, {0.6, 0.55});
