@@ -84,7 +84,9 @@ CViewWidget* CViewArea::Add(EViewKind eKind)
         m_Active = pView->GetViewId();
     }
     PlaceViews(); // before the camera looks at its view
-    pView->FrameAll();
+    SViewLook look{.bFramed = true};
+    m_Closed.Take(eKind, look);
+    pView->LookFrom(look);
     return pView;
 }
 
@@ -96,6 +98,7 @@ bool CViewArea::Close(ViewId view)
         return false;
     }
     EndGestures(); // a drag must not go on without its view
+    m_Closed.Add(pView->GetNavigator().GetLook());
     const auto found = std::find(m_Views.begin(), m_Views.end(), pView);
     const auto frame = m_Frames.begin() + (found - m_Views.begin());
     m_Views.erase(found);
@@ -238,6 +241,7 @@ void CViewArea::RequestFrames()
 
 void CViewArea::FrameAll()
 {
+    m_Closed.Set({});
     for (CViewWidget* pView : m_Views)
     {
         pView->FrameAll();
