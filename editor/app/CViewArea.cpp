@@ -84,7 +84,8 @@ CViewWidget* CViewArea::Add(EViewKind eKind)
         m_Active = pView->GetViewId();
     }
     PlaceViews(); // before the camera looks at its view
-    SViewLook look{.bFramed = true};
+    SViewLook look;
+    look.bFramed = true;
     m_Closed.Take(eKind, look);
     pView->LookFrom(look);
     return pView;
@@ -133,6 +134,17 @@ void CViewArea::ToggleAlone(ViewId view)
     pView->setFocus(); // one that is hidden has given it away
     LookAgain();
     m_Events.onFrame(view); // the menu has a mark for it
+}
+
+void CViewArea::GoToNext()
+{
+    auto next = std::find(m_Views.begin(), m_Views.end(), GetActive());
+    do
+    {
+        next = next + 1 == m_Views.end() ? m_Views.begin() : next + 1;
+    } while (!(*next)->isVisibleTo(this));
+    (*next)->setFocus();
+    m_Events.onActive((*next)->GetViewId());
 }
 
 void CViewArea::ShowActive()

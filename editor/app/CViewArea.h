@@ -23,6 +23,7 @@ public:
 
     // Gives the view the whole room, or all of them theirs again.
     void ToggleAlone(ViewId view);
+    void GoToNext(); // of those that are shown, with the keyboard
 
     CViewWidget* Find(ViewId view) const; // null when there is none
     CViewWidget* GetActive() const;       // never null while a view is open

@@ -142,7 +142,7 @@ void CWelcome::TakeLastTool()
 
 void CWelcome::NoteTool()
 {
-    const auto* pTools = m_Parts.editor.FindInterface<IPluginTools>();
+    auto* pTools = m_Parts.editor.FindInterface<IPluginTools>();
     if (m_bToolGiven && pTools != nullptr && m_Parts.editor.GetDocument().HasLevel() &&
         !m_Parts.face.IsScriptPlayed())
     {

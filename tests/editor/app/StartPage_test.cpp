@@ -210,7 +210,8 @@ TEST_F(CStartPages, TheFirstDragRaisesAndTheHintTellsUntilThen)
     ASSERT_NO_FATAL_FAILURE(Start(false));
     Click(Entry("start-sample"));
     EXPECT_FALSE(Panel().isVisible()) << "as it was left";
-    EXPECT_FALSE(Tools().IsTerraforming()) << "its button has put the tool away";
+    EXPECT_EQ(Tools().GetFunctionName(), "RelativeHeightFunction") << "the tool, too";
+    EXPECT_EQ(GetWords(), "");
 }
 
 TEST_F(CStartPages, TheToolAtHandComesBackWithItsBrushAndNoneSaysWhatTakesOne)

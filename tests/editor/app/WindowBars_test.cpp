@@ -42,7 +42,7 @@ protected:
         std::string strFault;
         const EScriptEnd eEnd = m_Window->GetScripts().Play(strScript, strFault);
         GetHost().GetObservers().Remove(this);
-        EXPECT_EQ(strFault.ends_with(" of 303 calls"), eEnd == EScriptEnd::Stopped) << strFault;
+        EXPECT_EQ(strFault.ends_with(" of 302 calls"), eEnd == EScriptEnd::Stopped) << strFault;
         Settle();
         return eEnd;
     }
