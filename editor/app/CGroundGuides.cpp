@@ -19,7 +19,7 @@ namespace
 constexpr SColor PATH = {1.0F, 0.85F, 0.2F, 1.0F};
 constexpr SColor RULER = {1.0F, 1.0F, 1.0F, 1.0F};
 constexpr SColor PROBE = {1.0F, 0.45F, 0.85F, 1.0F};
-constexpr SColor BASE = {0.85F, 0.85F, 0.85F, 1.0F};
+constexpr SColor BASE = {0.2F, 0.25F, 0.15F, 1.0F}; // darker than sky and ground
 constexpr SColor SYMMETRY = {0.3F, 0.9F, 1.0F, 0.9F};
 // Pieces of a line that follows the ground.
 constexpr int ACROSS = 256;
