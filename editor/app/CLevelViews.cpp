@@ -17,7 +17,7 @@ std::string CLevelViews::GetPath() const
     return m_Document.GetPath().empty() ? m_Document.GetHeightPath() : m_Document.GetPath();
 }
 
-void CLevelViews::Leave(const CViewArea& views)
+void CLevelViews::Leave(CViewArea& views)
 {
     Write(views);
     m_Path.clear();
@@ -46,13 +46,13 @@ void CLevelViews::Enter(CViewArea& views)
     m_Written.clear();
 }
 
-void CLevelViews::Keep(const CViewArea& views)
+void CLevelViews::Keep(CViewArea& views)
 {
     m_Path = GetPath(); // it may have been saved under another name
     Write(views);
 }
 
-void CLevelViews::Write(const CViewArea& views)
+void CLevelViews::Write(CViewArea& views)
 {
     if (m_Path.empty())
     {

@@ -33,8 +33,6 @@ public:
 
     CClosedViews& GetClosed() { return m_Closed; }
 
-    const CClosedViews& GetClosed() const { return m_Closed; }
-
     bool IsComplete() const; // the last frames show all of the terrain
     void RequestFrames();
     void FrameAll(); // another level is open

@@ -266,6 +266,7 @@ TEST(DocSnippets, ScriptKeywordsAreThoseOfThePlayer)
                                     "recent( s )",
                                     "level( s )",
                                     "view( s, v3, f, f, f )",
+                                    "framed( s )",
                                     "bookmark( i, s, v3, f, f, f )",
                                     "fitted( s, s )",
                                     "lost_mask( s, s )",
