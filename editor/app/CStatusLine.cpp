@@ -144,7 +144,7 @@ void CStatusLine::Replace(const QString& strText, const QString& strBy)
 int CStatusLine::GetNeededWidth() const
 {
     int iWidth = 0;
-    for (const QLabel* pField : {m_pMode, m_pBrush, m_pRecord, m_pPosition})
+    for (const QLabel* pField : {m_pMode, m_pBrush, m_pRecord})
     {
         iWidth += pField->minimumWidth() + layout()->spacing();
     }
@@ -154,7 +154,9 @@ int CStatusLine::GetNeededWidth() const
 void CStatusLine::ChooseRows()
 {
     const QFontMetrics metrics = m_pWords->fontMetrics();
-    const int iBeside = width() - GetNeededWidth() - metrics.height();
+    // Only longer ones than that may cover the cursor's place for their time.
+    const int iPlace = m_pPosition->minimumWidth() + layout()->spacing();
+    const int iBeside = width() - GetNeededWidth() - iPlace - metrics.height();
     m_bTwoRows = iBeside < metrics.horizontalAdvance(LONG_LINE) + 2 * WORDS_MARGIN;
     setContentsMargins(0, 0, 0, m_bTwoRows ? metrics.height() + 2 : 0);
 }
