@@ -11,8 +11,9 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 
 HEAD = """\
 // A landscape made of the Jacksboro fault with all six functions: a summit at the end of the mountains, a valley
-// below it, terraces on its side, and a road along it. Written by data/landscape.py; played by ./run. Positions
-// are (x, z) from the north-western corner: x runs east to 29748, z south to 31556, one unit a metre.
+// below it, terraces on its side, and a road along it. Written by data/landscape.py; played by ./run,
+// which makes the level first. Positions are (x, z) from the north-western corner: x runs east to 29748,
+// z south to 31556, one unit a metre.
 
 !open( s )
 !brush()

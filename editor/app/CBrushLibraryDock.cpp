@@ -131,6 +131,7 @@ void CBrushLibraryDock::Follow()
     if (m_Catalogue.FollowHand())
     {
         m_pLine->clear();
+        m_pList->clearSelection(); // it looks as if the brush were at hand
     }
     // Pictures are made of what is seen only.
     if (isHidden() || !m_Catalogue.Follow())

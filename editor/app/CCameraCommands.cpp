@@ -18,6 +18,7 @@ namespace
 
 // The digits as they lie on the keyboard, and what their bookmarks are called.
 constexpr char DIGITS[] = "1234567890";
+constexpr float TILT = 10.0F; // degrees
 
 void AddFlyKeys(QMenu& menu, CCommandList& commands)
 {
@@ -97,9 +98,21 @@ void CCameraCommands::AddTo(QMenu& menu, CCommandList& commands)
                 "camera.turn_left", "Turn &left", Key(Qt::Key_Left), send(CAMERA_TURN_LEFT)),
             SCommand::Run(
                 "camera.turn_right", "Turn &right", Key(Qt::Key_Right), send(CAMERA_TURN_RIGHT)),
+            // Up and down are the lists' keys.
+            SCommand::Run("camera.look_up", "Loo&k up", NO_KEY, [this] { Tilt(TILT); }),
+            SCommand::Run("camera.look_down", "Look d&own", NO_KEY, [this] { Tilt(-TILT); }),
         });
     AddBookmarks(*menu.addMenu("&Bookmarks"), commands);
     AddFlyKeys(menu, commands);
+}
+
+void CCameraCommands::Tilt(float fDegrees)
+{
+    CViewWidget& view = *m_Views.GetActive();
+    SViewLook look = view.GetNavigator().GetLook();
+    look.bFramed = false;
+    look.fPitch += fDegrees;
+    view.LookFrom(look); // nothing in a flat view
 }
 
 void CCameraCommands::AddBookmarks(QMenu& menu, CCommandList& commands)

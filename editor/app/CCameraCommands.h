@@ -25,6 +25,7 @@ public:
     void AddTo(QMenu& menu, CCommandList& commands);
 
 private:
+    void Tilt(float fDegrees); // the camera of the active view, upwards
     void AddBookmarks(QMenu& menu, CCommandList& commands);
     void SetBookmark(size_t i);
     void GoToBookmark(size_t i);

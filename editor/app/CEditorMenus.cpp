@@ -89,6 +89,7 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
 void CEditorMenus::Follow()
 {
     m_Strokes.Follow(); // first: it may change what the others show
+    m_Measure.Follow();
     m_Commands.Follow();
     m_pToolBar->Follow();
 }

@@ -125,7 +125,7 @@ void CEditorWindow::ShowPlugin()
                                                  *m_pViews,
                                                  *m_pStatus,
                                                  *new CScriptBar(*this, m_Settings.iScriptSpeed),
-                                                 [this] { ShowState(); });
+                                                 [this] { OnScriptPlayed(); });
     m_pPluginCommands = std::make_unique<CPluginCommands>(m_Editor, *m_pViews);
     m_pLayout = std::make_unique<CWindowLayout>(SLayoutParts{*this,
                                                              *m_pViews,
@@ -294,11 +294,21 @@ void CEditorWindow::OnLevel()
     ShowState();
 }
 
+void CEditorWindow::OnScriptPlayed()
+{
+    ShowState();
+    if (std::exchange(m_bCloseNext, false)) // a person wanted to leave meanwhile
+    {
+        QMetaObject::invokeMethod(
+            this, [this] { close(); }, Qt::QueuedConnection);
+    }
+}
+
 void CEditorWindow::closeEvent(QCloseEvent* pEvent)
 {
     if (m_Face.IsScriptPlayed())
     {
-        m_pScripts->Stop(); // the level is in its hands until it has ended
+        m_bCloseNext = m_pScripts->Stop(); // the level is in its hands until it has ended
         pEvent->ignore();
         return;
     }

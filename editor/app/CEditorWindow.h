@@ -103,6 +103,7 @@ private:
     void LookAgain(); // the views, at the cursor
     void Refresh();
     void OpenDropped();
+    void OnScriptPlayed();
     QVariantMap GatherValues() const; // of settings and layout
     void Keep();                      // these and the tools, where they have changed
     bool IsAtRest();
@@ -130,6 +131,7 @@ private:
     std::function<void()> m_OnClosed;
     QString m_ViewFault;
     bool m_bLeaving = false;
+    bool m_bCloseNext = false; // once the script has ended that is played
     bool m_bRecovering = false;
 
     // Null until the plug-in is there. They may reach for the host and the plug-in to their end, so

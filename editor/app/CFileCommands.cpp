@@ -156,7 +156,9 @@ void CFileCommands::AskForScript()
         return;
     }
     std::string strFault;
-    if (m_Scripts.Play(strPath.toStdString(), strFault) != EScriptEnd::Played)
+    const EScriptEnd eEnd = m_Scripts.Play(strPath.toStdString(), strFault);
+    if (eEnd == EScriptEnd::Failed ||
+        eEnd == EScriptEnd::Unusable) // the status bar tells of a stop
     {
         QMessageBox::warning(&m_Window, "Tellur", QString::fromStdString(strFault));
     }

@@ -4,12 +4,14 @@
 #include "editor/view/CGroundRuler.h"
 #include "editor/view/CStrokePath.h"
 #include "editor/view/SSymmetry.h"
+#include "editor/view/ViewGround.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 
 namespace
 {
@@ -17,6 +19,7 @@ namespace
 constexpr SColor PATH = {1.0F, 0.85F, 0.2F, 1.0F};
 constexpr SColor RULER = {1.0F, 1.0F, 1.0F, 1.0F};
 constexpr SColor PROBE = {1.0F, 0.45F, 0.85F, 1.0F};
+constexpr SColor BASE = {0.2F, 0.25F, 0.15F, 1.0F}; // darker than sky and ground
 constexpr SColor SYMMETRY = {0.3F, 0.9F, 1.0F, 0.9F};
 // Pieces of a line that follows the ground.
 constexpr int ACROSS = 256;
@@ -139,5 +142,25 @@ void CGroundGuides::DrawSymmetry(const SSymmetry& symmetry)
     if (symmetry.bTurned)
     {
         DrawCross(centre, CENTRE_SHARE * std::max(size.x, size.z), SYMMETRY);
+    }
+}
+
+void CGroundGuides::DrawBase()
+{
+    if (m_Terrain == nullptr)
+    {
+        return;
+    }
+    const SExtents box = GetGroundBox(m_Terrain);
+    const float fLow = box.min.y;
+    const SVec3 ring[] = {{box.min.x, fLow, box.min.z},
+                          {box.max.x, fLow, box.min.z},
+                          {box.max.x, fLow, box.max.z},
+                          {box.min.x, fLow, box.max.z}};
+    const SVec3* pLast = std::end(ring) - 1;
+    for (const SVec3& corner : ring)
+    {
+        m_Engine.DrawLine(*pLast, corner, BASE);
+        pLast = &corner;
     }
 }

@@ -20,6 +20,8 @@ public:
     void DrawPath(const CStrokePath& path, const SVec3* pCursor);
     void DrawRuler(const CGroundRuler& ruler);
     void DrawSymmetry(const SSymmetry& symmetry);
+    // A frame below all ground, for a view from beside: flat ground has no height to be seen by.
+    void DrawBase();
 
 private:
     void DrawLine(const SVec3& from, const SVec3& to, int nPieces, const SColor& color);

@@ -4,7 +4,7 @@
 #include "editor/core/CLevelDocument.h"
 
 #include <algorithm>
-#include <map>
+#include <utility>
 
 CLevelViews::CLevelViews(const CLevelDocument& document)
     : m_Document(document)
@@ -17,7 +17,7 @@ std::string CLevelViews::GetPath() const
     return m_Document.GetPath().empty() ? m_Document.GetHeightPath() : m_Document.GetPath();
 }
 
-void CLevelViews::Leave(const CViewArea& views)
+void CLevelViews::Leave(CViewArea& views)
 {
     Write(views);
     m_Path.clear();
@@ -29,30 +29,30 @@ void CLevelViews::Enter(CViewArea& views)
     m_Path = GetPath();
     m_Kept = m_Path.empty() ? SLevelViews() : SLevelViews::Load(m_Path);
     // The first of each kind to the first, and so on: meanwhile there may be others beside them.
-    std::map<EViewKind, size_t> nSeen;
+    std::vector<SViewLook> left = m_Kept.views;
     for (CViewWidget* pView : views.GetViews())
     {
-        size_t nBefore = nSeen[pView->GetKind()]++;
-        const auto found = std::find_if(m_Kept.views.begin(),
-                                        m_Kept.views.end(),
-                                        [&](const SViewLook& look) {
-                                            return look.eKind == pView->GetKind() && nBefore-- == 0;
-                                        });
-        if (found != m_Kept.views.end())
+        const auto found =
+            std::find_if(left.begin(),
+                         left.end(),
+                         [pView](const SViewLook& look) { return look.eKind == pView->GetKind(); });
+        if (found != left.end())
         {
             pView->LookFrom(*found);
+            left.erase(found);
         }
     }
+    views.GetClosed().Set(std::move(left));
     m_Written.clear();
 }
 
-void CLevelViews::Keep(const CViewArea& views)
+void CLevelViews::Keep(CViewArea& views)
 {
     m_Path = GetPath(); // it may have been saved under another name
     Write(views);
 }
 
-void CLevelViews::Write(const CViewArea& views)
+void CLevelViews::Write(CViewArea& views)
 {
     if (m_Path.empty())
     {
@@ -63,6 +63,8 @@ void CLevelViews::Write(const CViewArea& views)
     {
         m_Kept.views.push_back(pView->GetNavigator().GetLook());
     }
+    const std::vector<SViewLook>& closed = views.GetClosed().GetLooks();
+    m_Kept.views.insert(m_Kept.views.end(), closed.begin(), closed.end());
     const std::string strText = m_Kept.MakeText(m_Path);
     if (strText != m_Written)
     {
@@ -74,6 +76,7 @@ void CLevelViews::Write(const CViewArea& views)
 void CLevelViews::SetBookmark(const CViewArea& views, size_t i)
 {
     m_Kept.bookmarks[i] = views.GetActive()->GetNavigator().GetLook();
+    m_Kept.bookmarks[i]->bFramed = false; // a place, whatever the view shows later
 }
 
 bool CLevelViews::GoToBookmark(const CViewArea& views, size_t i) const

@@ -15,11 +15,11 @@ public:
     explicit CLevelViews(const CLevelDocument& document); // borrowed
 
     // To be called while the views still show the level before, and once they show the new one.
-    void Leave(const CViewArea& views);
+    void Leave(CViewArea& views);
     void Enter(CViewArea& views);
     // Writes where the views look from, when that is another place than last time. Nothing for a
     // level without a file.
-    void Keep(const CViewArea& views);
+    void Keep(CViewArea& views);
 
     bool HasBookmark(size_t i) const { return m_Kept.bookmarks[i].has_value(); }
 
@@ -29,7 +29,7 @@ public:
 
 private:
     std::string GetPath() const;
-    void Write(const CViewArea& views);
+    void Write(CViewArea& views);
 
     const CLevelDocument& m_Document;
     std::string m_Path; // of the level that the views show; empty for none

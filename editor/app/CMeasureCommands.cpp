@@ -125,6 +125,15 @@ void CMeasureCommands::SetProbe()
     m_ShowState();
 }
 
+// Whatever ends the walk, the window among it, the next one has the height.
+void CMeasureCommands::Follow()
+{
+    if (IsWalking())
+    {
+        m_Settings.fEyeHeight = m_Views.GetActive()->GetInput().GetWalk().GetEyeHeight();
+    }
+}
+
 bool CMeasureCommands::IsWalking() const
 {
     CViewWidget* pView = m_Views.GetActive();
@@ -145,7 +154,7 @@ void CMeasureCommands::SwitchWalk()
     view.GetInput().End(); // of what a button moves
     if (walk.IsOn())
     {
-        m_Settings.fEyeHeight = walk.GetEyeHeight();
+        Follow();
         walk.Stop();
         view.GetNote().ShowValue("flies again");
     }

@@ -29,6 +29,7 @@ public:
                      std::function<void()> showState);
 
     void AddTo(QMenu& menu, CCommandList& commands);
+    void Follow(); // the wheel may have changed the height of the eye
 
 private:
     void SwitchRuler();

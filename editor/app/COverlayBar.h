@@ -20,6 +20,8 @@ protected:
 
     QHBoxLayout& GetRow() { return *m_pRow; }
 
+    QMainWindow& GetWindow() { return m_Window; }
+
 private:
     void Place();
 

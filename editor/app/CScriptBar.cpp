@@ -2,10 +2,14 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMainWindow>
+#include <QMenuBar>
 #include <QProgressBar>
+#include <QToolBar>
 #include <QToolButton>
 
 namespace
@@ -37,8 +41,8 @@ CScriptBar::CScriptBar(QMainWindow& window, int& iSpeed)
     m_Pause.setSingleShot(true);
     auto* pStop = new QToolButton(this);
     pStop->setObjectName("script-stop");
-    pStop->setText("Stop");
-    pStop->setToolTip("Stops the script (Escape); what it has done stays and can be undone");
+    pStop->setText("Stop (Escape)");
+    pStop->setToolTip("Stops the script; what it has done stays and can be undone");
     pStop->setFocusPolicy(Qt::TabFocus);
     m_pSpeed->setFocusPolicy(Qt::TabFocus);
     connect(pStop, &QToolButton::clicked, this, [this] { Stop(); });
@@ -57,6 +61,7 @@ void CScriptBar::Begin(const QString& strName, size_t nCalls)
     m_pName->setText(strName);
     m_pProgress->setRange(0, static_cast<int>(nCalls));
     m_pProgress->setValue(0);
+    GreyOut();
     QCoreApplication::instance()->installEventFilter(this);
     show();
     m_SinceFrame.start();
@@ -92,7 +97,49 @@ bool CScriptBar::End()
     QCoreApplication::instance()->removeEventFilter(this);
     m_nCalls = 0;
     hide();
+    LightUp();
     return m_bDropped;
+}
+
+// The views stay as they are: they show what the script does.
+void CScriptBar::GreyOut()
+{
+    QMainWindow& window = GetWindow();
+    m_pFocus = window.focusWidget();
+    QList<QWidget*> found = {window.menuBar()};
+    for (QToolBar* pBar : window.findChildren<QToolBar*>(QString(), Qt::FindDirectChildrenOnly))
+    {
+        found << pBar;
+    }
+    for (QDockWidget* pDock : window.findChildren<QDockWidget*>())
+    {
+        found << pDock;
+    }
+    m_Greyed.clear();
+    for (QWidget* pWidget : found)
+    {
+        if (pWidget->isEnabled())
+        {
+            pWidget->setEnabled(false);
+            m_Greyed << pWidget;
+        }
+    }
+}
+
+void CScriptBar::LightUp()
+{
+    for (const QPointer<QWidget>& pWidget : m_Greyed)
+    {
+        if (pWidget != nullptr) // the script may have closed it
+        {
+            pWidget->setEnabled(true);
+        }
+    }
+    // One that is grey has lost the keyboard.
+    if (m_pFocus != nullptr && m_pFocus != GetWindow().focusWidget())
+    {
+        m_pFocus->setFocus();
+    }
 }
 
 // The bar's own controls with their open lists, and the dialogs of long work and of faults.

@@ -3,6 +3,7 @@
 #include "editor/app/COverlayBar.h"
 
 #include <QElapsedTimer>
+#include <QPointer>
 #include <QTimer>
 
 #include <functional>
@@ -21,7 +22,8 @@ enum class EScriptSpeed
 
 // Says at the upper edge of the views how far a script is, and lets a person stop it and choose how
 // fast it is played. While it is shown every other press is dropped, since it would change what
-// the script works on; Escape stops. Owned by the window.
+// the script works on, and what of the window does not answer is grey; Escape stops. Owned by the
+// window.
 class CScriptBar : public COverlayBar
 {
 public:
@@ -51,14 +53,18 @@ protected:
 
 private:
     bool IsOurs(const QObject* pWatched) const;
+    void GreyOut();
+    void LightUp();
 
     int& m_Speed;
     QLabel* m_pName; // the bar's
     QProgressBar* m_pProgress;
     QComboBox* m_pSpeed;
     QElapsedTimer m_SinceFrame;
-    QTimer m_Pause;      // of a slow one
-    size_t m_nCalls = 0; // 0: no script is played
+    QTimer m_Pause;                    // of a slow one
+    QList<QPointer<QWidget>> m_Greyed; // the window's
+    QPointer<QWidget> m_pFocus;        // what had the keyboard before
+    size_t m_nCalls = 0;               // 0: no script is played
     size_t m_nPlayed = 0;
     bool m_bStop = false;
     bool m_bDropped = false;

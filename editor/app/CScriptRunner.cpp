@@ -74,7 +74,7 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
     const uint64_t uLevel = m_Editor.GetDocument().GetGeneration();
     const bool bPlayed = player.Play(pScript.get(), strFault);
     m_Editor.GetHost().GetInput().EndDrag(); // that the script, or what stopped it, has left open
-    EndBar();
+    const bool bStopped = EndBar(strPath, strFault);
     m_Face.SetScript(nullptr);
     m_Views.LookAgain();
     if (uLevel == m_Editor.GetDocument().GetGeneration())
@@ -82,33 +82,36 @@ EScriptEnd CScriptRunner::Play(const std::string& strPath, std::string& strFault
         m_Views.FrameAll(); // another level was framed when it came
     }
     m_OnPlayed();
-    return bPlayed ? EScriptEnd::Played : EScriptEnd::Failed;
+    return !bPlayed ? EScriptEnd::Failed : bStopped ? EScriptEnd::Stopped : EScriptEnd::Played;
 }
 
 // What was pressed while the script ran was meant for what was shown then, and would be done with
 // what is at hand and shown now.
-void CScriptRunner::EndBar()
+bool CScriptRunner::EndBar(const std::string& strPath, std::string& strFault)
 {
     const size_t nPlayed = m_Bar.GetPlayedCount();
     const size_t nCalls = m_Bar.GetCallCount();
-    const bool bStopped = m_Bar.IsStopped() && nPlayed < nCalls;
+    const bool bStopped = strFault.empty() && m_Bar.IsStopped() && nPlayed < nCalls;
     const bool bDropped = m_Bar.End();
     if (bStopped)
     {
-        m_Status.Say(
-            QString("The script was stopped after %1 of %2 calls; Undo takes its steps back")
-                .arg(static_cast<qulonglong>(nPlayed))
-                .arg(static_cast<qulonglong>(nCalls)));
+        const QString strHowFar = QString("stopped after %1 of %2 calls")
+                                      .arg(static_cast<qulonglong>(nPlayed))
+                                      .arg(static_cast<qulonglong>(nCalls));
+        m_Status.Say("The script was " + strHowFar + "; Undo takes its steps back");
+        strFault = strPath + ": " + strHowFar.toStdString();
     }
     else if (bDropped)
     {
         m_Status.Say("What was pressed while the script was played is left out");
     }
+    return bStopped;
 }
 
-void CScriptRunner::Stop()
+bool CScriptRunner::Stop()
 {
     m_Bar.Stop();
+    return m_Bar.IsPlaying();
 }
 
 bool CScriptRunner::Recover(const SRecoverable& entry)

@@ -30,10 +30,10 @@ public:
                   std::function<void()> onPlayed);
 
     // Plays a replay script, as far as it goes or a person lets it; the views show what it does.
-    // strFault: one line when it was not played to its end for a fault.
+    // strFault: one line when it was not played to its end.
     EScriptEnd Play(const std::string& strPath, std::string& strFault);
-    // A script that is played ends with the call that it is at.
-    void Stop();
+    // A script that is played ends with the call that it is at. False when none is played.
+    bool Stop();
     // Gives back the steps that an interrupted run has left, and says how many of them were given
     // back. False after a logged line when the level they stand on could not be opened.
     bool Recover(const SRecoverable& entry);
@@ -44,7 +44,8 @@ private:
     CScriptPlayer MakePlayer(CScriptCursor& cursor,
                              const std::string& strPath,
                              std::function<bool()> onPlayed = {});
-    void EndBar();
+    // Whether a person has stopped the script; strFault says so then.
+    bool EndBar(const std::string& strPath, std::string& strFault);
     void ReportRecovered(size_t nSteps, size_t nAll, const std::string& strFault);
 
     QWidget& m_Window;

@@ -19,6 +19,11 @@ namespace
 constexpr int SAID_MS = 3000;
 constexpr int WORDS_MARGIN = 6; // pixels beside the words
 
+// As long as a line that stands for a while; it must be read without a gap.
+constexpr char LONG_LINE[] =
+    "Left drag pulls the ground up and down, right drag turns, wheel zooms, "
+    "1 to 6 tools, F1 help";
+
 constexpr double DEGREES = 57.29577951308232;
 
 int GetNearest(float fPosition, float fSize, uint32_t uCells)
@@ -54,12 +59,12 @@ QString GetBrushText(IPluginTools* pTools)
 CStatusLine::CStatusLine(QWidget* pParent)
     : QStatusBar(pParent)
     , m_pMode(AddField("status-mode", "Export terrain extent"))
+    , m_pBrush(AddField("status-brush", "Relative height, brush 888888.8"))
+    , m_pRecord(AddField("status-record", "recording"))
     , m_pPosition(AddField("status-position", "x 888888.8  z 888888.8  height 88888.88"))
     , m_pVertex(AddField("status-vertex", "vertex 88888, 88888"))
     , m_pSlope(AddField("status-slope", "slope 88.8\u00b0"))
-    , m_pBrush(AddField("status-brush", "Relative height, brush 888888.8"))
     , m_pFrame(AddField("status-frame", "frame 888.8 ms"))
-    , m_pRecord(AddField("status-record", "recording"))
     , m_pStroke(AddField("status-stroke", ""))
     , m_pWords(new QLabel(this))
 {
@@ -136,17 +141,41 @@ void CStatusLine::Replace(const QString& strText, const QString& strBy)
     }
 }
 
+int CStatusLine::GetNeededWidth() const
+{
+    int iWidth = 0;
+    for (const QLabel* pField : {m_pMode, m_pBrush, m_pRecord})
+    {
+        iWidth += pField->minimumWidth() + layout()->spacing();
+    }
+    return iWidth;
+}
+
+void CStatusLine::ChooseRows()
+{
+    const QFontMetrics metrics = m_pWords->fontMetrics();
+    // Only longer ones than that may cover the cursor's place for their time.
+    const int iPlace = m_pPosition->minimumWidth() + layout()->spacing();
+    const int iBeside = width() - GetNeededWidth() - iPlace - metrics.height();
+    m_bTwoRows = iBeside < metrics.horizontalAdvance(LONG_LINE) + 2 * WORDS_MARGIN;
+    setContentsMargins(0, 0, 0, m_bTwoRows ? metrics.height() + 2 : 0);
+}
+
 void CStatusLine::PlaceWords()
 {
-    // The size grip is a square as high as the bar.
-    const int iRoom = isSizeGripEnabled() ? width() - height() : width();
     const QFontMetrics metrics = m_pWords->fontMetrics();
+    const int iRow = m_bTwoRows ? contentsMargins().bottom() : height() - 2;
+    // The size grip is a square as high as a row.
+    const int iEnd = isSizeGripEnabled() ? width() - iRow : width();
+    const int iRoom = m_bTwoRows ? iEnd : iEnd - GetNeededWidth();
     const int iWanted = metrics.horizontalAdvance(m_Words) + 2 * WORDS_MARGIN;
     const int iWidth = std::min(iWanted, iRoom);
     m_pWords->setText(iWanted <= iRoom
                           ? m_Words
                           : metrics.elidedText(m_Words, Qt::ElideMiddle, iRoom - 2 * WORDS_MARGIN));
-    m_pWords->setGeometry(iRoom - iWidth, 1, iWidth, height() - 2);
+    m_pWords->setToolTip(iWanted <= iRoom ? QString() : m_Words);
+    m_pWords->setGeometry(
+        m_bTwoRows ? 0 : iEnd - iWidth, m_bTwoRows ? height() - iRow : 1, iWidth, iRow);
 }
 
 // Where not all fields have room, those go that are missed least.
@@ -154,7 +183,7 @@ void CStatusLine::FitFields()
 {
     QLabel* const needed[] = {
         m_pRecord, m_pBrush, m_pPosition, m_pMode, m_pSlope, m_pVertex, m_pFrame};
-    int iRoom = width() - height();
+    int iRoom = width() - (height() - contentsMargins().bottom());
     for (QLabel* pField : needed)
     {
         iRoom -= pField->minimumWidth() + layout()->spacing();
@@ -165,6 +194,7 @@ void CStatusLine::FitFields()
 void CStatusLine::resizeEvent(QResizeEvent* pEvent)
 {
     QStatusBar::resizeEvent(pEvent);
+    ChooseRows();
     FitFields();
     PlaceWords();
 }

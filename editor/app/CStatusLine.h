@@ -11,7 +11,9 @@ class CViewWidget;
 class IPluginTools;
 class QLabel;
 
-// What is under the cursor and what the tool is set to. Owned by the window.
+// What is under the cursor and what the tool is set to, and beside or, in a narrow window, below it
+// a line of words: it covers none of the fields that are always needed, and its room depends on
+// nothing but the width, so no word moves the views. Owned by the window.
 class CStatusLine : public QStatusBar
 {
 public:
@@ -24,7 +26,8 @@ public:
     void SetRecording(bool bOn);
     void ShowStroke(const QString& strText); // what strokes do beside what the tool says
 
-    // Shows one line for three seconds, over the fields at the end: none of them moves.
+    // Shows one line for three seconds; in a wide window over the fields at the end: none of them
+    // moves.
     void Say(const QString& strText);
     // Takes the line away, or puts another one in its place for the rest of its time, if it is
     // still that one.
@@ -37,6 +40,8 @@ protected:
     void resizeEvent(QResizeEvent* pEvent) override;
 
 private:
+    int GetNeededWidth() const; // of the fields that words never cover
+    void ChooseRows();
     void FitFields();
     void PlaceWords();
     void ShowWords(const QString& strText);
@@ -44,14 +49,15 @@ private:
     QLabel* AddField(const char* pszName, const QString& strWidest);
 
     QLabel* m_pMode; // all the bar's
+    QLabel* m_pBrush;
+    QLabel* m_pRecord;
     QLabel* m_pPosition;
     QLabel* m_pVertex;
     QLabel* m_pSlope;
-    QLabel* m_pBrush;
     QLabel* m_pFrame;
-    QLabel* m_pRecord;
     QLabel* m_pStroke;
-    QLabel* m_pWords; // in no layout
+    QLabel* m_pWords;        // in no layout
+    bool m_bTwoRows = false; // the words have the lower one
     QString m_Words;
     QTimer m_WordsTimer;                       // runs while they are shown for their time
     std::map<std::string, QString> m_Standing; // by topic

@@ -84,7 +84,10 @@ CViewWidget* CViewArea::Add(EViewKind eKind)
         m_Active = pView->GetViewId();
     }
     PlaceViews(); // before the camera looks at its view
-    pView->FrameAll();
+    SViewLook look;
+    look.bFramed = true;
+    m_Closed.Take(eKind, look);
+    pView->LookFrom(look);
     return pView;
 }
 
@@ -96,6 +99,7 @@ bool CViewArea::Close(ViewId view)
         return false;
     }
     EndGestures(); // a drag must not go on without its view
+    m_Closed.Add(pView->GetNavigator().GetLook());
     const auto found = std::find(m_Views.begin(), m_Views.end(), pView);
     const auto frame = m_Frames.begin() + (found - m_Views.begin());
     m_Views.erase(found);
@@ -130,6 +134,17 @@ void CViewArea::ToggleAlone(ViewId view)
     pView->setFocus(); // one that is hidden has given it away
     LookAgain();
     m_Events.onFrame(view); // the menu has a mark for it
+}
+
+void CViewArea::GoToNext()
+{
+    auto next = std::find(m_Views.begin(), m_Views.end(), GetActive());
+    do
+    {
+        next = next + 1 == m_Views.end() ? m_Views.begin() : next + 1;
+    } while (!(*next)->isVisibleTo(this));
+    (*next)->setFocus();
+    m_Events.onActive((*next)->GetViewId());
 }
 
 void CViewArea::ShowActive()
@@ -238,6 +253,7 @@ void CViewArea::RequestFrames()
 
 void CViewArea::FrameAll()
 {
+    m_Closed.Set({});
     for (CViewWidget* pView : m_Views)
     {
         pView->FrameAll();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/app/CClosedViews.h"
 #include "editor/app/CMarkSource.h"
 #include "editor/app/CViewGrid.h"
 #include "editor/app/CViewWidget.h"
@@ -13,7 +14,8 @@ class CViewArea : public CViewGrid
 public:
     CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events);
 
-    // Takes the last place. This and the next ones end a stroke, and show all views again.
+    // Takes the last place, and looks from where the last one of its kind did that was closed. This
+    // and the next ones end a stroke, and show all views again.
     CViewWidget* Add(EViewKind eKind);
     bool Close(ViewId view); // false when it is the last one, which stays
 
@@ -21,12 +23,15 @@ public:
 
     // Gives the view the whole room, or all of them theirs again.
     void ToggleAlone(ViewId view);
+    void GoToNext(); // of those that are shown, with the keyboard
 
     CViewWidget* Find(ViewId view) const; // null when there is none
     CViewWidget* GetActive() const;       // never null while a view is open
     ViewId GetActiveId() const;           // NO_VIEW without a view
 
     const std::vector<CViewWidget*>& GetViews() const { return m_Views; }
+
+    CClosedViews& GetClosed() { return m_Closed; }
 
     bool IsComplete() const; // the last frames show all of the terrain
     void RequestFrames();
@@ -68,6 +73,7 @@ private:
     SViewEvents m_Events;
     std::vector<CViewWidget*> m_Views; // their frames', which are the grid's
     std::vector<CViewFrame*> m_Frames; // of the views
+    CClosedViews m_Closed;
     ViewId m_Active = NO_VIEW;
     ViewId m_Next = 1; // names are not given twice
     bool m_bLookAgain = false;

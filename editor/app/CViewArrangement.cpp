@@ -51,7 +51,8 @@ void CViewArrangement::SetCount(size_t nViews)
     }
     for (size_t i = nBefore; i < m_Views.GetViews().size(); ++i)
     {
-        m_Views.GetViews()[i]->FrameAll(); // each one has made the others smaller
+        CViewWidget& view = *m_Views.GetViews()[i];
+        view.LookFrom(view.GetNavigator().GetLook()); // each one has made the others smaller
     }
     while (m_Views.GetViews().size() > std::max(nViews, size_t{1}))
     {

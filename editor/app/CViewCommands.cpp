@@ -123,6 +123,12 @@ void CViewCommands::AddViews(QMenu& menu, CCommandList& commands)
                      add("view.add_front", "New fro&nt view", EViewKind::Front),
                      add("view.add_side", "New &side view", EViewKind::Side),
                      SCommand::Run(
+                         "view.next",
+                         "Go to the ne&xt view",
+                         NO_KEY,
+                         [this] { m_Views.GoToNext(); },
+                         isOneOfSeveral),
+                     SCommand::Run(
                          "view.close",
                          "&Close view",
                          NO_KEY,

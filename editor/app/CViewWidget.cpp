@@ -1,6 +1,7 @@
 #include "editor/app/CViewWidget.h"
 
 #include "editor/app/CCursorNote.h"
+#include "editor/app/CGroundGuides.h"
 #include "editor/app/CViewHands.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
@@ -114,6 +115,10 @@ void CViewWidget::paintGL()
     m_Parts.seeCursor();
     m_Parts.host.RenderFrame();
     m_Parts.drawGuides();
+    if (GetKind() == EViewKind::Front || GetKind() == EViewKind::Side)
+    {
+        CGroundGuides(m_Parts.host.GetEngine()).DrawBase();
+    }
     SRenderSettings settings = m_Parts.settings.render;
     settings.bWireFrame = m_bWireFrame;
     settings.bSmoothEdges = m_Parts.settings.bSmoothEdges && !m_bSoftware;
@@ -194,6 +199,11 @@ void CViewWidget::FrameAll()
 
 void CViewWidget::LookFrom(const SViewLook& look)
 {
+    if (look.bFramed)
+    {
+        FrameAll();
+        return;
+    }
     m_Navigator.SetLook(GetTerrain(), look);
     m_Input.RepeatHover();
     update();

@@ -87,7 +87,7 @@ public:
 
     void SetWireFrame(bool bOn);
     void FrameAll();
-    void LookFrom(const SViewLook& look); // see CViewNavigator::SetLook
+    void LookFrom(const SViewLook& look); // at all of the terrain, or see CViewNavigator::SetLook
     void SeeCursor();                     // tells the plug-in where the cursor is now
     void LoseCursor();                    // and that it is not in this view
     void FrameSpot();                     // under the cursor; without one, everything

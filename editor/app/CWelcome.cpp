@@ -115,9 +115,38 @@ void CWelcome::FollowLevel()
         }
     }
     // A script has the tools that it takes; the window looks again at its end.
-    if (bLevel && m_bPerson && !m_Parts.settings.bBegun && !m_Parts.face.IsScriptPlayed())
+    if (bLevel && m_bPerson && !m_bToolGiven && !m_Parts.face.IsScriptPlayed())
     {
-        TakeFirstBrush();
+        m_bToolGiven = true;
+        if (m_Parts.settings.bBegun)
+        {
+            TakeLastTool();
+        }
+        else
+        {
+            TakeFirstBrush();
+        }
+    }
+}
+
+void CWelcome::TakeLastTool()
+{
+    auto* pTools = m_Parts.editor.FindInterface<IPluginTools>();
+    const std::string& strTool = m_Parts.settings.strTool;
+    const bool bMode = m_Parts.editor.GetHost().GetModes().GetCurrentModeId() != NO_MODE;
+    if (pTools != nullptr && !bMode && !strTool.empty())
+    {
+        pTools->TakeTool(strTool.c_str());
+    }
+}
+
+void CWelcome::NoteTool()
+{
+    auto* pTools = m_Parts.editor.FindInterface<IPluginTools>();
+    if (m_bToolGiven && pTools != nullptr && m_Parts.editor.GetDocument().HasLevel() &&
+        !m_Parts.face.IsScriptPlayed())
+    {
+        m_Parts.settings.strTool = pTools->IsTerraforming() ? pTools->GetFunctionName() : "";
     }
 }
 
@@ -161,6 +190,7 @@ void CWelcome::Follow()
 {
     m_Pictures.Follow();
     ListRecent();
+    NoteTool();
     ShowHint();
 }
 
@@ -191,13 +221,16 @@ void CWelcome::ListRecent()
 
 void CWelcome::ShowHint()
 {
-    const bool bShown =
-        m_bPerson && !m_Parts.settings.bStrokeMade && m_Parts.editor.GetDocument().HasLevel();
+    const SHandState& hand = m_Parts.face.GetEditorFrontEnd().GetHand();
+    const bool bMode = m_Parts.editor.GetHost().GetModes().GetCurrentModeId() != NO_MODE;
+    const bool bShown = m_bPerson && m_Parts.editor.GetDocument().HasLevel() &&
+                        (!m_Parts.settings.bStrokeMade || IsHandEmpty(hand, bMode));
     m_Parts.status.Stand(
         HINT,
         bShown ? GetHintWords(m_Parts.editor.FindInterface<IPluginMark>(),
-                              m_Parts.face.GetEditorFrontEnd().GetHand(),
+                              hand,
                               m_Parts.editor.GetKeys(),
+                              bMode,
                               m_Parts.views.GetActive()->GetKind() != EViewKind::Perspective)
                : QString());
 }

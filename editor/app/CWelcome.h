@@ -31,7 +31,8 @@ struct SWelcomeParts
 };
 
 // What the editor does for a person who does not know it yet: the start page as long as there is no
-// level; with the first level ever the panel and a brush that raises; and until the first stroke a
+// level; with the first level ever the panel and a brush that raises, with the first of a later run
+// the tool that was at hand last; and until the first stroke, and whenever the hand is empty, a
 // line that says what mouse and keys do. Owned by the window, gone before the views. UI thread.
 class CWelcome : private IHostObserver
 {
@@ -58,6 +59,8 @@ private:
     void ListRecent();
     void OpenSample();
     void TakeFirstBrush();
+    void TakeLastTool();
+    void NoteTool(); // for the next run
     void ShowHint();
 
     SWelcomeParts m_Parts;
@@ -65,5 +68,6 @@ private:
     CStartPage* m_pPage; // the window's
     std::vector<std::string> m_Listed;
     bool m_bPerson = false;
-    bool m_bPressed = false; // by a hand, and what comes of it is a stroke of its
+    bool m_bToolGiven = false; // with the first level
+    bool m_bPressed = false;   // by a hand, and what comes of it is a stroke of its
 };

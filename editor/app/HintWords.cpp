@@ -44,6 +44,20 @@ QString GetToolKeys(const CKeyBindings& keys)
     return last.uKey != 0 ? GetKeyText(first) + " to " + GetKeyText(last) : QString();
 }
 
+// What takes a tool where none is at hand.
+QString GetNoToolWords(const CKeyBindings& keys)
+{
+    QStringList takes = {GetToolKeys(keys)};
+    const SKeyCommand* pToggle = keys.FindById(TOGGLE_COMMAND);
+    if (pToggle != nullptr && pToggle->key.uKey != 0)
+    {
+        takes << GetKeyText(pToggle->key);
+    }
+    takes.removeAll(QString());
+    return takes.isEmpty() ? QString("no tool: the Brush menu has them")
+                           : "no tool: press " + takes.join(" or ");
+}
+
 // What the left button does; empty: nothing.
 QString GetLeftWords(IPluginMark* pMark, const SHandState& hand)
 {
@@ -87,13 +101,23 @@ QString GetLeftWords(IPluginMark* pMark, const SHandState& hand)
 
 } // namespace
 
-QString
-GetHintWords(IPluginMark* pMark, const SHandState& hand, const CKeyBindings& keys, bool bTop)
+bool IsHandEmpty(const SHandState& hand, bool bMode)
 {
-    QStringList parts = {
-        GetLeftWords(pMark, hand), bTop ? "middle drag moves" : "right drag turns", "wheel zooms"};
-    const QString strTools = GetToolKeys(keys);
-    parts << (strTools.isEmpty() ? QString("tools in the Brush menu") : strTools + " tools");
+    return !bMode && !hand.ruler.IsOn() && !hand.bProtect && !hand.path.IsOn();
+}
+
+QString GetHintWords(
+    IPluginMark* pMark, const SHandState& hand, const CKeyBindings& keys, bool bMode, bool bTop)
+{
+    const bool bEmpty = IsHandEmpty(hand, bMode);
+    QStringList parts = {bEmpty ? GetNoToolWords(keys) : GetLeftWords(pMark, hand),
+                         bTop ? "middle drag moves" : "right drag turns",
+                         "wheel zooms"};
+    if (!bEmpty)
+    {
+        const QString strTools = GetToolKeys(keys);
+        parts << (strTools.isEmpty() ? QString("tools in the Brush menu") : strTools + " tools");
+    }
     const SKeyCommand* pGuide = keys.FindById(GUIDE_COMMAND);
     if (pGuide != nullptr && pGuide->key.uKey != 0)
     {

@@ -49,6 +49,7 @@ QStringList SEditorSettings::Load(const QVariantMap& values)
     bBegun = !values.isEmpty(); // a file from before it was noted is that of somebody who has begun
     file.Read("start/begun", bBegun);
     file.Read("start/stroke_made", bStrokeMade);
+    strTool = values.value("start/tool").toString().toStdString(); // one that is none is not taken
     input.form.eTurn =
         static_cast<EBrushTurn>(std::clamp(iTurn, 0, static_cast<int>(EBrushTurn::Random)));
     Clamp();
@@ -118,6 +119,7 @@ void SEditorSettings::Store(QVariantMap& values) const
     values["document/undo_megabytes"] = iUndoMegabytes;
     values["start/begun"] = bBegun;
     values["start/stroke_made"] = bStrokeMade;
+    values["start/tool"] = QString::fromStdString(strTool);
 }
 
 void SEditorSettings::ApplyTo(CEditor& editor) const

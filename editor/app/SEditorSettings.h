@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <string>
+
 class CEditor;
 
 // What the user has chosen for the editor itself, kept from run to run. Owned by the window.
@@ -23,6 +25,7 @@ struct SEditorSettings
     int iScriptSpeed = 1;       // an EScriptSpeed
     bool bBegun = false;        // there was a level once, and a brush for it
     bool bStrokeMade = false;   // by a person
+    std::string strTool;        // the function of the one that was at hand last; empty: none
     int iUndoMegabytes = 1024;  // that the steps of the history may take together; 0: no limit
 
     // By keys of the INI file; what is missing keeps its default. Returns the keys whose values are

@@ -22,6 +22,7 @@ constexpr char FOLDER[] = "/views";
 constexpr char EXTENSION[] = ".views";
 constexpr char LEVEL[] = "level";
 constexpr char VIEW[] = "view";
+constexpr char FRAMED[] = "framed";
 constexpr char BOOKMARK[] = "bookmark";
 constexpr size_t MOST_FILES = 300;
 constexpr size_t NAME_BYTES = 100;
@@ -52,7 +53,7 @@ std::string MakeLookText(const SViewLook& look)
     return QuoteText(GetViewName(look.eKind)) + ", [ " + MakeExactNumber(look.at.x) + ", " +
            MakeExactNumber(look.at.y) + ", " + MakeExactNumber(look.at.z) + " ], " +
            MakeExactNumber(look.fYaw) + ", " + MakeExactNumber(look.fPitch) + ", " +
-           MakeExactNumber(look.fHalfHeight) + " )\n";
+           MakeExactNumber(look.fHalfSide) + " )\n";
 }
 
 // False, and the look is not to be used, where one of the values is not there.
@@ -67,7 +68,7 @@ bool ReadLook(const CTCPARSE_PARAM* pKind, SViewLook& look)
     const auto& at = static_cast<const CTCPARSE_VEC3&>(*pAt);
     look.at = {at.x, at.y, at.z};
     const CTCPARSE_PARAM* pNext = pAt->next;
-    for (float* pValue : {&look.fYaw, &look.fPitch, &look.fHalfHeight})
+    for (float* pValue : {&look.fYaw, &look.fPitch, &look.fHalfSide})
     {
         if (pNext == nullptr)
         {
@@ -131,6 +132,12 @@ SLevelViews SLevelViews::Load(const std::string& strLevel)
         {
             found.views.push_back(look);
         }
+        const char* pszFramed = IsKeyword(pKey, FRAMED) ? GetStringValue(pFirstParam) : nullptr;
+        if (pszFramed != nullptr && FindViewKind(pszFramed, look.eKind))
+        {
+            look.bFramed = true;
+            found.views.push_back(look);
+        }
         const int32_t iBookmark = IsKeyword(pKey, BOOKMARK) ? GetIntValue(pFirstParam) : -1;
         if (pFirstParam != nullptr && iBookmark >= 0 &&
             iBookmark < static_cast<int32_t>(BOOKMARKS) && ReadLook(pFirstParam->next, look))
@@ -143,12 +150,15 @@ SLevelViews SLevelViews::Load(const std::string& strLevel)
 
 std::string SLevelViews::MakeText(const std::string& strLevel) const
 {
-    std::string strText = "!level( s )\n!view( s, v3, f, f, f )\n!bookmark( i, s, v3, f, f, f )\n\n"
-                          "level( " +
-                          QuoteText(strLevel) + " )\n";
+    std::string strText =
+        "!level( s )\n!view( s, v3, f, f, f )\n!framed( s )\n!bookmark( i, s, v3, f, f, f )\n\n"
+        "level( " +
+        QuoteText(strLevel) + " )\n";
     for (const SViewLook& look : views)
     {
-        strText += std::string(VIEW) + "( " + MakeLookText(look);
+        strText += look.bFramed
+                       ? std::string(FRAMED) + "( " + QuoteText(GetViewName(look.eKind)) + " )\n"
+                       : std::string(VIEW) + "( " + MakeLookText(look);
     }
     for (size_t i = 0; i < BOOKMARKS; ++i)
     {

@@ -14,7 +14,7 @@ struct SLevelViews
 {
     static constexpr size_t BOOKMARKS = 10;
 
-    std::vector<SViewLook> views; // in the order of the window
+    std::vector<SViewLook> views; // in the order of the window, then those that were closed
     std::array<std::optional<SViewLook>, BOOKMARKS> bookmarks;
 
     // strLevel: a full path. A level without a file of these, or with one that says nothing, has

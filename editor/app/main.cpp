@@ -17,6 +17,7 @@
 #include <QPixmap>
 #include <QSurfaceFormat>
 
+#include <algorithm>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -89,6 +90,26 @@ void OnQtMessage(QtMsgType eType, const QMessageLogContext&, const QString& strT
     }
 }
 
+// Whether Qt finds what reaches a Wayland desktop, in any of the places where it looks.
+bool HasWaylandPlugin()
+{
+    QStringList folders = {QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms",
+                           QString::fromStdString(GetProgramFolder().string()) + "/platforms"};
+    // They name several, as PATH does.
+    for (const QString& strPath : QString::fromStdString(GetEnvironment("QT_PLUGIN_PATH"))
+                                      .split(QDir::listSeparator(), Qt::SkipEmptyParts))
+    {
+        folders << strPath + "/platforms";
+    }
+    folders << QString::fromStdString(GetEnvironment("QT_QPA_PLATFORM_PLUGIN_PATH"))
+                   .split(QDir::listSeparator(), Qt::SkipEmptyParts);
+    return std::any_of(
+        folders.begin(),
+        folders.end(),
+        [](const QString& strFolder)
+        { return !QDir(strFolder).entryList({"libqwayland*"}, QDir::Files).isEmpty(); });
+}
+
 // Why no window can be shown; empty where one may be.
 std::string FindDisplayFault()
 {
@@ -101,11 +122,10 @@ std::string FindDisplayFault()
         return "there is no display: DISPLAY and WAYLAND_DISPLAY are not set";
     }
     // Without it Qt tries other window systems and says what they lack.
-    const QDir platforms(QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms");
-    return platforms.entryList({"libqwayland*"}).isEmpty()
-               ? "this desktop is Wayland, and Qt cannot reach it: the package qt6-wayland is "
-                 "missing"
-               : "";
+    return HasWaylandPlugin()
+               ? ""
+               : "this desktop is Wayland, and Qt cannot reach it: the package qt6-wayland is "
+                 "missing";
 }
 
 // Without it the first frame of a window with views ends the process. Windows of "offscreen" never
@@ -157,7 +177,7 @@ int RunOnce(CEditorWindow& window, const SEditorOptions& options)
         const EScriptEnd eEnd = window.GetScripts().Play(options.strPlay, strFault);
         if (eEnd != EScriptEnd::Played)
         {
-            return Report(eEnd == EScriptEnd::Failed ? EXIT_FAILED : EXIT_UNUSABLE, strFault);
+            return Report(eEnd == EScriptEnd::Unusable ? EXIT_UNUSABLE : EXIT_FAILED, strFault);
         }
     }
     DrawAll(window);

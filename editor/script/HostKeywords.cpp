@@ -10,6 +10,7 @@
 #include "editor/script/ProtectionKeywords.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
+#include "host/FileSystem.h"
 #include "host/NumberText.h"
 #include "host/TerrainSize.h"
 #include "host/World.h"
@@ -17,6 +18,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -26,6 +28,7 @@ namespace
 
 constexpr char NOT_WRITTEN[] = "cannot be written, see the log";
 constexpr char NO_TERRAIN[] = "there is no terrain";
+constexpr char LEVEL_EXTENSION[] = ".level";
 
 bool IsFinite(const SVec3& vec)
 {
@@ -74,6 +77,13 @@ bool PlayLevel(SScriptPlaying& playing, const CScriptCall& call, std::string& st
 bool PlayOpen(SScriptPlaying& playing, const CScriptCall& call, std::string& strWhy)
 {
     const std::string strPath = playing.folder.GetPath(call.GetString(0));
+    const bool bLevel = std::filesystem::path(strPath).extension() == LEVEL_EXTENSION;
+    if (bLevel || !fs::exists(strPath.c_str()))
+    {
+        strWhy = bLevel ? "a script opens the \".height\" file that a level names"
+                        : "there is no such file; names count from the folder of the script";
+        return false;
+    }
     return FinishLevel(
         playing, playing.host.OpenLevel(strPath.c_str()), "cannot be opened, see the log", strWhy);
 }

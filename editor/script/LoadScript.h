@@ -5,10 +5,12 @@
 
 class CTCPARSE_KEYWORD;
 
-// How playing a script ended; the programs that play scripts make exit codes 0, 1 and 2 of it.
+// How playing a script ended; the programs that play scripts make exit codes of it: 0, 1 for
+// one that was not played to its end, 2.
 enum class EScriptEnd
 {
     Played,
+    Stopped,  // by a person, before its end
     Failed,   // a call of the script
     Unusable, // cannot be read or parsed
 };

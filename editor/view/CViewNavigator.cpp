@@ -243,7 +243,7 @@ CViewNavigator::SPose CViewNavigator::GetPose() const
 {
     if (IsFlat())
     {
-        return {m_Center.x, m_Center.y, m_Center.z, m_HalfHeight};
+        return {m_Center.x, m_Center.y, m_Center.z, m_HalfSide};
     }
     const SVec3 at = m_Camera->GetPosition();
     return {at.x, at.y, at.z, m_Camera->GetYaw(), m_Camera->GetPitch()};
@@ -251,7 +251,7 @@ CViewNavigator::SPose CViewNavigator::GetPose() const
 
 void CViewNavigator::Resize(const CTerrain* pTerrain, int iWidth, int iHeight)
 {
-    const bool bFramed = m_Framed == GetPose();
+    const bool bFramed = IsFramed();
     SetSize(iWidth, iHeight);
     if (bFramed)
     {
@@ -283,7 +283,7 @@ SViewProjection CViewNavigator::GetView(const CTerrain* pTerrain) const
         const float fDepth = fBox - GetClearance(pTerrain);
         view.position = AddScaled(m_Center, view.forward, fDepth - Dot(m_Center, view.forward));
         view.bOrthographic = true;
-        view.fHalfHeight = m_HalfHeight;
+        view.fHalfHeight = GetHalfHeight();
         return view;
     }
     view.position = m_Camera->GetPosition();
@@ -319,7 +319,12 @@ SVec3 CViewNavigator::FindPoint(const CTerrain* pTerrain, float fX, float fY) co
 bool CViewNavigator::MoveTo(const CTerrain* pTerrain, const SVec3& position)
 {
     const float fRoom = GetRoomToKeep(pTerrain, m_Camera->GetPosition());
-    if (!IsUsable(position) || GetGroundRoom(pTerrain, position) < fRoom)
+    const float fFound = GetGroundRoom(pTerrain, position);
+    // Beside the terrain there is no ground, but from below its edge one sees it from below.
+    const float fEdge = GetEdgeRoom(pTerrain, m_Camera->GetPosition());
+    const bool bSinks = fFound >= GROUND_NONE && fEdge > 0.0F &&
+                        GetEdgeRoom(pTerrain, position) < std::min(fEdge, GetClearance(pTerrain));
+    if (!IsUsable(position) || fFound < fRoom || bSinks)
     {
         return false;
     }

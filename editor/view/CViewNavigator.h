@@ -4,6 +4,7 @@
 #include "editor/view/SViewProjection.h"
 #include "host/HostTypes.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -78,6 +79,9 @@ public:
     // a level that was just opened.
     void FrameTerrain(const CTerrain* pTerrain);
 
+    // Whether nobody has moved the view since FrameTerrain.
+    bool IsFramed() const { return m_Framed == GetPose(); }
+
     // Finds the ground under a position. False over sky.
     bool Pick(const CTerrain* pTerrain, float fX, float fY, SVec3& hit) const;
     SRay GetRay(const CTerrain* pTerrain, float fX, float fY) const;
@@ -102,6 +106,12 @@ private:
 
     bool IsFlat() const { return m_Camera == nullptr; }
 
+    float GetHalfHeight() const // of a flat view
+    {
+        return m_HalfSide * static_cast<float>(m_Height) /
+               static_cast<float>(std::min(m_Width, m_Height));
+    }
+
     bool TurnFlat(SViewProjection& view) const; // its axes; false for a view with a camera
     // Without near and far plane.
     SViewProjection GetView(const CTerrain* pTerrain) const;
@@ -118,9 +128,9 @@ private:
     int m_Height = 1;
     bool m_IsOrbiting = false;
     bool m_IsPanning = false;
-    SVec3 m_Grabbed; // pivot of the orbit or grabbed point of the pan
-    SVec3 m_Offset;  // from the camera to it: along right, up and forward
-    SVec3 m_Center;  // of a flat view; how deep it lies counts for nothing
-    float m_HalfHeight = 500.0F;
+    SVec3 m_Grabbed;           // pivot of the orbit or grabbed point of the pan
+    SVec3 m_Offset;            // from the camera to it: along right, up and forward
+    SVec3 m_Center;            // of a flat view; how deep it lies counts for nothing
+    float m_HalfSide = 500.0F; // of the shorter side, so that none is cut where the shape changes
     std::optional<SPose> m_Framed; // after FrameTerrain
 };

@@ -50,25 +50,26 @@ void CViewNavigator::FrameFlat(const SExtents& box, float fLeast)
     const float fAcross = std::fabs(Dot(half, view.right));
     const float fTall = std::fabs(Dot(half, view.up));
     m_Center = GetBoxCenter(box);
-    m_HalfHeight = std::max(std::max(fTall, fAcross * fShape) * FRAME_MARGIN, fLeast);
+    const float fHalfHeight = std::max(std::max(fTall, fAcross * fShape) * FRAME_MARGIN, fLeast);
+    m_HalfSide = fHalfHeight * std::min(1.0F / fShape, 1.0F);
 }
 
 void CViewNavigator::ZoomFlat(const CTerrain* pTerrain, float fX, float fY, double fFactor)
 {
     const SVec3 under = GetView(pTerrain).GetRay(fX, fY).origin;
-    const float fNearest = std::min(m_HalfHeight, 8.0F * GetClearance(pTerrain));
-    const float fFarthest = std::max(m_HalfHeight, FARTHEST_ZOOM * GetDiagonal(pTerrain));
-    const auto fWanted = static_cast<float>(m_HalfHeight * fFactor);
-    const float fHalfHeight = std::clamp(fWanted, fNearest, fFarthest);
+    const float fNearest = std::min(m_HalfSide, 8.0F * GetClearance(pTerrain));
+    const float fFarthest = std::max(m_HalfSide, FARTHEST_ZOOM * GetDiagonal(pTerrain));
+    const auto fWanted = static_cast<float>(m_HalfSide * fFactor);
+    const float fHalfSide = std::clamp(fWanted, fNearest, fFarthest);
     // The centre comes nearer to the point under the cursor by the same share, so that point stays.
-    const double fScale = static_cast<double>(fHalfHeight) / m_HalfHeight;
+    const double fScale = static_cast<double>(fHalfSide) / m_HalfSide;
     const SVec3 center = {static_cast<float>(under.x + (m_Center.x - under.x) * fScale),
                           static_cast<float>(under.y + (m_Center.y - under.y) * fScale),
                           static_cast<float>(under.z + (m_Center.z - under.z) * fScale)};
     if (IsUsable(center))
     {
         m_Center = center;
-        m_HalfHeight = fHalfHeight;
+        m_HalfSide = fHalfSide;
     }
 }
 
@@ -80,7 +81,7 @@ bool CViewNavigator::FlyFlat(const CTerrain* pTerrain, const SFlyKeys& keys, flo
     const float fUp = GetAxis(keys.bBack, keys.bForward);
     const float fOut = GetAxis(keys.bDown, keys.bUp);
     // As fast on the screen at any scale: half the view's height in a second.
-    const float fWay = fSeconds * m_HalfHeight;
+    const float fWay = fSeconds * GetHalfHeight();
     const SVec3 center =
         AddScaled(AddScaled(m_Center, view.right, fRight * fWay), view.up, fUp * fWay);
     if (!IsUsable(center) || (fRight == 0.0F && fUp == 0.0F && fOut == 0.0F))
@@ -102,19 +103,20 @@ SViewLook CViewNavigator::GetLook() const
 {
     if (IsFlat())
     {
-        return {.eKind = m_eKind, .at = m_Center, .fHalfHeight = m_HalfHeight};
+        return {.eKind = m_eKind, .at = m_Center, .fHalfSide = m_HalfSide, .bFramed = IsFramed()};
     }
     return {.eKind = m_eKind,
             .at = m_Camera->GetPosition(),
             .fYaw = m_Camera->GetYaw(),
-            .fPitch = m_Camera->GetPitch()};
+            .fPitch = m_Camera->GetPitch(),
+            .bFramed = IsFramed()};
 }
 
 void CViewNavigator::SetLook(const CTerrain* pTerrain, const SViewLook& look)
 {
     const bool bUsable = IsUsable(look.at) && std::isfinite(look.fYaw) &&
-                         std::isfinite(look.fPitch) && look.fHalfHeight > 0.0F &&
-                         look.fHalfHeight < COORDINATE_LIMIT;
+                         std::isfinite(look.fPitch) && look.fHalfSide > 0.0F &&
+                         look.fHalfSide < COORDINATE_LIMIT;
     if (look.eKind != m_eKind || !bUsable)
     {
         return;
@@ -123,7 +125,7 @@ void CViewNavigator::SetLook(const CTerrain* pTerrain, const SViewLook& look)
     if (IsFlat())
     {
         m_Center = look.at;
-        m_HalfHeight = look.fHalfHeight;
+        m_HalfSide = look.fHalfSide;
         return;
     }
     SVec3 position = look.at;

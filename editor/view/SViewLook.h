@@ -23,8 +23,10 @@ bool FindViewKind(const std::string& strName, EViewKind& eKind);
 struct SViewLook
 {
     EViewKind eKind = EViewKind::Perspective;
-    SVec3 at;                   // the camera; without one the middle of the picture
-    float fYaw = 0.0F;          // degrees, with a camera
-    float fPitch = 0.0F;        // degrees, with a camera
-    float fHalfHeight = 500.0F; // of the picture, without a camera
+    SVec3 at;                 // the camera; without one the middle of the picture
+    float fYaw = 0.0F;        // degrees, with a camera
+    float fPitch = 0.0F;      // degrees, with a camera
+    float fHalfSide = 500.0F; // of the picture's shorter side, without a camera
+    // Nobody has moved it since it showed the whole terrain, so another picture shows that, too.
+    bool bFramed = false;
 };

@@ -62,6 +62,17 @@ float GetGroundRoom(const CTerrain* pTerrain, const SVec3& position)
     return GetGroundHeight(pTerrain, position, fHeight) ? position.y - fHeight : GROUND_NONE;
 }
 
+float GetEdgeRoom(const CTerrain* pTerrain, const SVec3& position)
+{
+    if (pTerrain == nullptr)
+    {
+        return GROUND_NONE;
+    }
+    const SVec3 size = pTerrain->GetSize();
+    return position.y - pTerrain->GetHeightAt(std::clamp(position.x, 0.0F, size.x),
+                                              std::clamp(position.z, 0.0F, size.z));
+}
+
 float GetRoomToKeep(const CTerrain* pTerrain, const SVec3& from)
 {
     const float fRoom = GetGroundRoom(pTerrain, from);

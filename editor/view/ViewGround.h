@@ -22,6 +22,9 @@ float GetDiagonal(const CTerrain* pTerrain);
 constexpr float GROUND_NONE = 3e38F;
 float GetGroundRoom(const CTerrain* pTerrain, const SVec3& position);
 
+// The same, beside the terrain above the nearest place of its border.
+float GetEdgeRoom(const CTerrain* pTerrain, const SVec3& position);
+
 // The room above the ground that a camera that comes from a position must keep: as much as it has
 // there, up to the clearance. Inside the ground it may go anywhere.
 float GetRoomToKeep(const CTerrain* pTerrain, const SVec3& from);

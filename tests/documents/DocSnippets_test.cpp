@@ -108,6 +108,20 @@ std::vector<std::string> Unindent(std::vector<std::string> lines)
     return lines;
 }
 
+// Of other files in the same syntax.
+const std::set<std::string> OTHER_KEYWORDS = {"panel_open( i )",
+                                              "key( s, i, i )",
+                                              "recent( s )",
+                                              "level( s )",
+                                              "view( s, v3, f, f, f )",
+                                              "framed( s )",
+                                              "bookmark( i, s, v3, f, f, f )",
+                                              "fitted( s, s )",
+                                              "lost_mask( s, s )",
+                                              "end_of_tools()",
+                                              "ready_brush( s, s, f, f )",
+                                              "ready_tool( s, s, f, f )"};
+
 } // namespace
 
 TEST(DocSnippets, SessionsPrintWhatTheDocumentsShow)
@@ -261,17 +275,7 @@ TEST(DocSnippets, ScriptKeywordsAreThoseOfThePlayer)
             std::regex_search(ReadFile("host/BrushBlock.h"), std::regex("\\{\"" + strName + "\""));
         EXPECT_TRUE(bBrushKey || std::regex_search(strManual, name)) << strCall << ": manual page";
     }
-    std::set<std::string> others = {"panel_open( i )", // of other files in the same syntax
-                                    "key( s, i, i )",
-                                    "recent( s )",
-                                    "level( s )",
-                                    "view( s, v3, f, f, f )",
-                                    "bookmark( i, s, v3, f, f, f )",
-                                    "fitted( s, s )",
-                                    "lost_mask( s, s )",
-                                    "end_of_tools()",
-                                    "ready_brush( s, s, f, f )",
-                                    "ready_tool( s, s, f, f )"};
+    std::set<std::string> others = OTHER_KEYWORDS;
     for (const std::string& strLine : SplitLines(ReadFile("data/exports/ready.exports")))
     {
         if (strLine.starts_with("!") && strLine != "!target( s )") // which heads the table

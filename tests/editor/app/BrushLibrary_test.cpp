@@ -360,8 +360,10 @@ TEST_F(CBrushLibraryWindow, TheLineSaysThatABrushIsAtHandAsLongAsItIs)
     Drag(GetView(), {0.4, 0.6}, {0.6, 0.6}); // smooths
     Do({"keyup", "shift"});
     EXPECT_EQ(Line(), "\"A\" is at hand.");
+    EXPECT_EQ(List().selectedItems().size(), 1);
     Key("3");
     EXPECT_EQ(Line(), "") << "another tool";
+    EXPECT_TRUE(List().selectedItems().isEmpty());
     take();
     QListWidget& panel = Item<QListWidget>(2113);
     const QPoint at = panel.visualItemRect(panel.item(3)).center();

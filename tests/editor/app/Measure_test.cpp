@@ -230,8 +230,13 @@ TEST_F(CMeasure, AWalkKeepsTheEyeOverTheGround)
     MoveTo(GetView(1), {0.5, 0.5});
     Key("F5");
     EXPECT_TRUE(GetView(1).GetNote().text().contains("only a perspective view"));
-    m_Window->LeaveChanges();
+    MoveTo(GetView(), {0.5, 0.5});
+    Key("F5");
+    Do({"click", "4"});
+    const float fHighest = GetEye();
+    EXPECT_GT(fHighest, fHigher + 0.1F);
+    m_Window->LeaveChanges(); // in the middle of the walk
     Stop();
     ASSERT_NO_FATAL_FAILURE(Start());
-    EXPECT_NEAR(m_Window->GetSettings().fEyeHeight, fHigher, 0.01F);
+    EXPECT_NEAR(m_Window->GetSettings().fEyeHeight, fHighest, 0.01F);
 }

@@ -5,9 +5,7 @@
 #include "tests/support/CTempFolder.h"
 #include "tests/support/TestPaths.h"
 
-#include <QColor>
 #include <QElapsedTimer>
-#include <QImage>
 #include <QProcess>
 #include <QThread>
 
@@ -218,21 +216,31 @@ TEST_F(CProgram, APlayedScriptEndsAsInTheReplayAndLeavesAPicture)
     EXPECT_EQ(Run({"--play", "play.tellur"}, strErrors, {"TELLUR_ROOT"}), 0);
     EXPECT_EQ(strErrors.toStdString(), "");
     EXPECT_TRUE(ReadBytes(m_Folder.Path("played.height")) == strPlayed);
-    // A level that is opened for its picture alone has its own material.
-    WriteBytes(m_Folder.Path("red.mat"),
-               "!kind( s )\n!color( v4 )\nkind( \"plain\" )\ncolor( [1.0, 0.0, 0.0, 1.0] )\n");
-    WriteBytes(m_Folder.Path("red.level"),
-               "!height_map( s )\n!material( s )\nheight_map( \"played.height\" )\nmaterial( \"" +
-                   m_Folder.Path("red.mat") + "\" )\n");
-    EXPECT_EQ(Run(QStringList{"red.level", "--screenshot", "red.png"} + GetRoot(), strErrors), 0);
-    const QImage red(QString::fromStdString(m_Folder.Path("red.png")));
-    const QColor ground = red.pixelColor(red.width() / 3, red.height() / 2);
-    EXPECT_GT(ground.red(), ground.green() + 100) << ground.name().toStdString();
     // Another plug-in, which asks for views while it is loaded.
     EXPECT_EQ(Run({"--plugin", TELLUR_BIN_DIR "/minimal_plugin.so", "--screenshot", "other.png"},
                   strErrors),
               0);
     EXPECT_GT(std::filesystem::file_size(m_Folder.Path("other.png")), 10000U);
+}
+
+TEST_F(CProgram, AScriptThatAPersonStopsWasNotPlayed)
+{
+    std::string strScript = std::string(SCRIPT) + "level( 32, [320, 100, 320] )\n" + STROKE;
+    for (int i = 0; i < 30000; ++i)
+    {
+        strScript += "press( 100, 100 )\nmove( 200, 150, 0 )\nrelease( 200, 150 )\n";
+    }
+    WriteBytes(m_Folder.Path("long.tellur"), strScript);
+    QProcess editor;
+    ASSERT_NO_FATAL_FAILURE(Start(editor, QStringList{"--play", "long.tellur"} + GetRoot()));
+    ASSERT_NO_FATAL_FAILURE(Enter("Tellur$"));
+    while (!editor.waitForFinished(1)) // pressed before the script begins it stops nothing
+    {
+        Do({"key", "Escape"});
+    }
+    EXPECT_EQ(editor.exitCode(), 1);
+    const QString strErrors = QString::fromUtf8(editor.readAllStandardError());
+    EXPECT_TRUE(strErrors.contains("long.tellur: stopped after ")) << strErrors.toStdString();
 }
 
 TEST_F(CProgram, WhatASignalEndsIsGivenBackByTheNextStart)

@@ -149,6 +149,24 @@ TEST_F(CStatusWordsTest, SaysForThreeSecondsThatThereIsNoToolAndMovesNoField)
     EXPECT_EQ(m_Words->Take(), "Set height was put away");
 }
 
+TEST_F(CStatusWordsTest, InASmallWindowWordsHaveARowOfTheirOwnAndCoverNothing)
+{
+    ASSERT_NO_FATAL_FAILURE(StartListening());
+    m_Window->resize(900, 600);
+    Settle();
+    const QSize view = GetView().size();
+    Click(GetView());
+    EXPECT_EQ(m_Words->GetLabel().text(), "No tool: choose one in the panel or press 1 to 6");
+    SavePicture("status-words-small");
+    EXPECT_EQ(GetView().size(), view);
+    for (const char* pszField : {"status-mode", "status-brush", "status-position"})
+    {
+        const auto& field = *m_Window->findChild<QLabel*>(pszField);
+        EXPECT_TRUE(field.isVisible()) << pszField;
+        EXPECT_FALSE(field.geometry().intersects(m_Words->GetLabel().geometry())) << pszField;
+    }
+}
+
 TEST_F(CStatusWordsTest, SaysWhatOfTheBrushKeepsAPointFromChangingAnything)
 {
     ASSERT_NO_FATAL_FAILURE(StartListening());

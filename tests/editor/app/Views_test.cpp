@@ -1,8 +1,5 @@
-// The views beside each other: how many, of which kinds, which one has the room, and where they
-// look from when a level comes back.
+// The views beside each other: how many, of which kinds, and which one has the room.
 
-#include "editor/app/CDocumentActions.h"
-#include "editor/app/SLevelViews.h"
 #include "engine/terrain/CTerrain.h"
 #include "tests/editor/app/EditorFixture.h"
 
@@ -277,62 +274,4 @@ TEST_F(CViews, ComeBackAsTheyWereLeft)
             EXPECT_NEAR(GetPlace(0).height(), placed.height(), 4);
         }
     }
-}
-
-TEST_F(CViews, CamerasAndBookmarksComeBackWithTheirLevel)
-{
-    std::filesystem::create_directories(m_Folder.Path("levels"));
-    const std::string strFirst = m_Folder.Path("levels/first.level");
-    const std::string strOther = m_Folder.Path("levels/other.level");
-    ASSERT_NO_FATAL_FAILURE(Start());
-    const auto getLooks = [this]
-    {
-        std::string strLooks;
-        for (CViewWidget* pView : Area().GetViews())
-        {
-            const SViewLook look = pView->GetNavigator().GetLook();
-            strLooks += SLevelViews{{look}, {}}.MakeText("");
-        }
-        return strLooks;
-    };
-    ASSERT_TRUE(m_Editor->GetDocument().SaveAs(strOther.c_str()));
-    ASSERT_TRUE(m_Editor->GetDocument().SaveAs(strFirst.c_str()));
-    for (size_t i = 0; i < 2; ++i)
-    {
-        MoveTo(GetView(i), {0.3, 0.6});
-        Do({"click", "4", "click", "4"}); // closer
-        Key(i == 0 ? "ctrl+alt+3" : "ctrl+alt+0");
-    }
-    const std::string strBookmarked = getLooks();
-    EXPECT_FALSE(m_Window->GetCommands().Find("bookmark.go_4")->isEnabled());
-    Key("ctrl+6");
-    MoveTo(GetView(), {0.5, 0.6});
-    Do({"click", "5"});
-    const std::string strLeft = getLooks();
-    ASSERT_NE(strLeft, strBookmarked);
-    ASSERT_TRUE(m_Window->GetDocuments().OpenFile(strOther));
-    Settle();
-    const std::string strFramed = getLooks();
-    EXPECT_NE(strFramed, strLeft) << "a level that was never left is shown whole";
-    EXPECT_FALSE(m_Window->GetCommands().Find("bookmark.go_3")->isEnabled());
-
-    m_Window->close();
-    Stop();
-    ASSERT_NO_FATAL_FAILURE(Start(false));
-    ASSERT_TRUE(m_Window->GetDocuments().OpenFile(strFirst));
-    Settle();
-    EXPECT_EQ(getLooks(), strLeft);
-    MoveTo(GetView(), {0.5, 0.5});
-    Key("alt+3");
-    Key("alt+0"); // of the top view, while the cursor is in the other one
-    EXPECT_EQ(getLooks(), strBookmarked);
-    // Nothing of it is beside the level.
-    size_t nFiles = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(m_Folder.Path("levels")))
-    {
-        nFiles += entry.path().extension() == ".views" ? 1 : 0;
-    }
-    EXPECT_EQ(nFiles, 0U);
-    std::error_code error;
-    EXPECT_FALSE(std::filesystem::is_empty(m_Folder.Path("state/tellur/views"), error));
 }

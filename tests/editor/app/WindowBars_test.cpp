@@ -5,10 +5,14 @@
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
 #include <QProcess>
 #include <QProgressBar>
+#include <QToolBar>
 #include <QToolButton>
 #include <QTreeWidget>
 
@@ -38,7 +42,7 @@ protected:
         std::string strFault;
         const EScriptEnd eEnd = m_Window->GetScripts().Play(strScript, strFault);
         GetHost().GetObservers().Remove(this);
-        EXPECT_EQ(strFault, "");
+        EXPECT_EQ(strFault.ends_with(" of 302 calls"), eEnd == EScriptEnd::Stopped) << strFault;
         Settle();
         return eEnd;
     }
@@ -49,6 +53,22 @@ protected:
         {
             m_OnMove(++m_nMoves);
         }
+    }
+
+    // Whatever does not answer while a script is played.
+    void ExpectGrey(bool bGrey)
+    {
+        EXPECT_EQ(m_Window->menuBar()->isEnabled(), !bGrey);
+        for (const QToolBar* pBar : m_Window->findChildren<QToolBar*>())
+        {
+            EXPECT_EQ(pBar->isEnabled(), !bGrey) << pBar->objectName().toStdString();
+        }
+        for (const char* pszDock : {"panel", "history", "messages"})
+        {
+            EXPECT_EQ(Find<QDockWidget>(pszDock).isEnabled(), !bGrey) << pszDock;
+        }
+        EXPECT_TRUE(GetView().isEnabled());
+        EXPECT_TRUE(Find<QToolButton>("script-stop").isEnabled());
     }
 
     template <typename TWidget> TWidget& Find(const char* pszName)
@@ -82,7 +102,7 @@ TEST_F(CWindowBars, AScriptSaysHowFarItIsAndEndsWithItsStrokeWhenItIsStopped)
     ASSERT_NO_FATAL_FAILURE(TakeBrush());
     auto& bar = Find<CScriptBar>("script-bar");
     EXPECT_FALSE(bar.isVisible());
-    // By Escape, by the button, and by the cross of the window, which stays.
+    // By Escape, by the button, and by the cross of the window, which asks once the script is over.
     const std::function<void()> stops[] = {[] {
                                                QProcess::execute("xdotool", {"key", "Escape"});
                                            },
@@ -96,17 +116,31 @@ TEST_F(CWindowBars, AScriptSaysHowFarItIsAndEndsWithItsStrokeWhenItIsStopped)
         Find<QComboBox>("script-speed").setCurrentIndex(static_cast<int>(EScriptSpeed::Slow));
         const std::vector<float> before = GetHeights();
         int iShown = 0;
-        EXPECT_EQ(PlayLongStroke(
-                      [&](int i)
-                      {
-                          if (i == 20)
+        const auto play = [&]
+        {
+            EXPECT_EQ(PlayLongStroke(
+                          [&](int i)
                           {
-                              EXPECT_TRUE(bar.isVisible());
-                              iShown = Find<QProgressBar>("script-progress").value();
-                              stop();
-                          }
-                      }),
-                  EScriptEnd::Played);
+                              if (i == 20)
+                              {
+                                  EXPECT_TRUE(bar.isVisible());
+                                  ExpectGrey(true);
+                                  iShown = Find<QProgressBar>("script-progress").value();
+                                  SavePicture("script-bar");
+                                  stop();
+                              }
+                          }),
+                      EScriptEnd::Stopped);
+        };
+        if (&stop == &stops[2])
+        {
+            Answer<QMessageBox>(play, [](QMessageBox& box) { box.reject(); });
+        }
+        else
+        {
+            play();
+        }
+        ExpectGrey(false);
         EXPECT_EQ(iShown, 20) << "the press and 19 moves were played";
         EXPECT_LT(m_nMoves, MOVES);
         EXPECT_FALSE(bar.isVisible());

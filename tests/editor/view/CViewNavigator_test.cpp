@@ -80,6 +80,25 @@ TEST(CViewNavigator, OrbitTurnsHalfADegreeAPixelUpToTheVertical)
     EXPECT_EQ(view.camera.GetPitch(), -90.0F);
 }
 
+TEST(CViewNavigator, TheEyeStaysAboveTheEdgeWhereItTurnsBesideTheTerrain)
+{
+    std::mt19937 random(7);
+    for (int i = 0; i < 200; ++i)
+    {
+        SView view(EViewKind::Perspective, 640, 480);
+        const CTerrain* pTerrain = view.pTerrain.get();
+        view.camera.SetPosition({Random(random, -60, 60), 70, Random(random, 0, 256)});
+        view.camera.SetAngles(Random(random, 0, 360), -40.0F);
+        view.navigator.StartOrbit(pTerrain, Random(random, 0, 640), Random(random, 240, 480));
+        for (int iStep = 0; iStep < 40; ++iStep)
+        {
+            view.navigator.Orbit(pTerrain, Random(random, -30, 30), Random(random, -40, 10));
+            const SVec3 at = view.camera.GetPosition();
+            ASSERT_GE(at.y, pTerrain->GetHeightAt(at.x, at.z)) << at.x << " " << at.z;
+        }
+    }
+}
+
 TEST(CViewNavigator, ZoomEndsBeforeTheGroundInFrontAndBehind)
 {
     for (const auto& [fX, fY] : {std::pair{320.0F, 240.0F}, {320.0F, 200.0F}, {240.0F, 300.0F}})
@@ -217,7 +236,7 @@ TEST(CViewNavigator, ComesBackToWhereItLookedFromAndNeverIntoTheGround)
         EXPECT_TRUE(std::equal(std::begin(before), std::end(before), after));
         view.pTerrain = MakeHills(90.0F); // the ground has risen since
         view.navigator.SetLook(view.pTerrain.get(),
-                               {.eKind = eKind, .at = {256, 10, 128}, .fHalfHeight = 50});
+                               {.eKind = eKind, .at = {256, 10, 128}, .fHalfSide = 50});
         view.ExpectSound();
     }
 }

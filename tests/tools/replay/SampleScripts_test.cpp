@@ -42,7 +42,10 @@ protected:
         {
             files::copy(files::path(TELLUR_SOURCE_DIR) / pszName, folder / pszName);
         }
-        WriteLevel(m_Runner.Path("out/jacksboro.height"));
+        if (*GetParam() == 'l')
+        {
+            WriteLevel(m_Runner.Path("out/jacksboro.height"));
+        }
     }
 
     // Plays the sample and, after it, more calls.
@@ -94,10 +97,11 @@ TEST_P(SampleScripts, ChangeTheGroundWithEachStrokeOfSixFunctionsAndUndoGivesItB
         pHeights, pHeights + played.GetCount(), [](float f) { return f >= 0.0F && f <= 2000.0F; }));
 
     Play(strUndo + "expect_undo( 0 )\n", "undone.height");
-    EXPECT_EQ(ReadBytes(m_Runner.Path("undone.height")),
-              ReadBytes(m_Runner.Path("out/jacksboro.height")));
-    EXPECT_NE(ReadBytes(m_Runner.Path("played.height")),
-              ReadBytes(m_Runner.Path("out/jacksboro.height")));
+    // The first strokes need nothing that does not come along.
+    const std::string strOpened =
+        m_Runner.Path(*GetParam() == 'l' ? "out/jacksboro.height" : "data/samples/valley.height");
+    EXPECT_EQ(ReadBytes(m_Runner.Path("undone.height")), ReadBytes(strOpened));
+    EXPECT_NE(ReadBytes(m_Runner.Path("played.height")), ReadBytes(strOpened));
 }
 
 INSTANTIATE_TEST_SUITE_P(Files,
