@@ -23,7 +23,7 @@ struct STileSet
 
     // Looks what lies beside the first tile of a set, whose name ends in "_x0_y0". False for the
     // name of another file, and for a tile that is alone.
-    bool Find(const std::string& strFirstTile);
+    TELLUR_API bool Find(const std::string& strFirstTile);
 
     // What a set of uTiles tiles a side would be read as, with tiles of a larger one behind it.
     // strPath: of the whole.
