@@ -28,6 +28,7 @@ enum EColumn
 
 constexpr int SHOWN_ROWS = 12;
 constexpr int SHOWN_LINES = 9;
+constexpr int USE_LINES = 3;
 
 constexpr char OTHER_NAME[] = "Another format";
 constexpr char OTHER_USE[] = "The extension of the file says which. Where that has a white, it is "
@@ -53,6 +54,8 @@ CExportDialog::CExportDialog(QWidget* pParent,
     m_pUse->setObjectName("export-use");
     m_pUse->setTextFormat(Qt::PlainText);
     m_pUse->setWordWrap(true);
+    m_pUse->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    m_pUse->setMinimumHeight(USE_LINES * fontMetrics().lineSpacing()); // nothing moves
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_pOk = pButtons->button(QDialogButtonBox::Ok);
     m_pOk->setText("&Export...");

@@ -194,8 +194,8 @@ std::string SExportForm::GetRangeText(const SGroundFacts& facts) const
     {
         const double dSample = (static_cast<double>(fHeight) - dBase) / dUnit;
         // As it is written, which may be less than the height.
-        const double dStep = std::clamp(std::floor(dSample + 0.5), 0.0, dFull);
-        return MakeNumber(bRounded ? dStep : dSample);
+        const double dStep = bRounded ? std::floor(dSample + 0.5) : dSample;
+        return MakeNumber(dFull > 0.0 ? std::clamp(dStep, 0.0, dFull) : dStep);
     };
     return getSample(facts.fLow) + " to " + getSample(facts.fHigh);
 }

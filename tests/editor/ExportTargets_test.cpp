@@ -219,6 +219,22 @@ TEST_F(ExportTargets, NumbersToTypeAreThoseOfTheLevel)
         ASSERT_TRUE(Plan(*pTarget, uTiles) && Write()) << m_Log.GetText();
         EXPECT_EQ(ReadBytes(GetTargetTextPath(m_Path)), std::string(pszName) + "\n" + strText);
     }
+    const std::vector<std::string>& lines = m_Made.plan.lines;
+    EXPECT_TRUE(std::count(
+        lines.begin(), lines.end(), "fit: 65 x 33 vertices interpolated to 65 x 65 samples"));
+    EXPECT_EQ(m_Made.plan.nBelow, 2U); // and what lies between it and its neighbour
+    // The first tile has the south-western corner first.
+    const std::string strFirst = ReadBytes(GetTilePath(m_Path, 0, 0));
+    const auto uSample = static_cast<uint32_t>(static_cast<uint8_t>(strFirst[0]) +
+                                               256 * static_cast<uint8_t>(strFirst[1]));
+    EXPECT_EQ(uSample, std::lround(m_Heights[size_t{32} * 65] / 2000.0F * 65535.0F));
+}
+
+TEST_F(ExportTargets, AProgramThatCountsMetresGoesByTheUnitOfTheLevel)
+{
+    m_Columns = 65;
+    m_Heights = MakeGround(65, 33);
+    const std::vector<SExportTarget> targets = ReadShipped();
     // Of metres a hundred times as much; a level from a map says itself what it is in.
     SGeoTags geo;
     geo.bKnown = true;
@@ -237,15 +253,6 @@ TEST_F(ExportTargets, NumbersToTypeAreThoseOfTheLevel)
         EXPECT_EQ(made.form.numbers[0].second, strScale);
         EXPECT_EQ(made.form.numbers[1].second, "32768");
     }
-    const std::vector<std::string>& lines = m_Made.plan.lines;
-    EXPECT_TRUE(std::count(
-        lines.begin(), lines.end(), "fit: 65 x 33 vertices interpolated to 65 x 65 samples"));
-    EXPECT_EQ(m_Made.plan.nBelow, 2U); // and what lies between it and its neighbour
-    // The first tile has the south-western corner first.
-    const std::string strFirst = ReadBytes(GetTilePath(m_Path, 0, 0));
-    const auto uSample = static_cast<uint32_t>(static_cast<uint8_t>(strFirst[0]) +
-                                               256 * static_cast<uint8_t>(strFirst[1]));
-    EXPECT_EQ(uSample, std::lround(m_Heights[size_t{32} * 65] / 2000.0F * 65535.0F));
 }
 
 TEST_F(ExportTargets, TilesTakeTheirPlacesTogetherOrNoneDoes)
