@@ -80,6 +80,8 @@ QWidget* CImportDialog::MakeFileSide()
     m_pLook->setObjectName("import-look");
     m_pLook->addItem("shaded", true);
     m_pLook->addItem("heights as grey", false);
+    m_pLook->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_pLook->setMinimumContentsLength(6); // it grows where there is room
     connect(m_pLook, &QComboBox::currentIndexChanged, this, [this] { Update(); });
     auto* pFile = new QGroupBox(m_Source.IsSet() ? "The files, together" : "The file", pSide);
     m_pFileWords = new QFormLayout(pFile);
@@ -209,6 +211,7 @@ void CImportDialog::ShowWords(const QList<SImportWord>& words, QFormLayout& form
             pText = new QLabel(this);
             pText->setObjectName(strName);
             pText->setTextFormat(Qt::PlainText);
+            pText->setWordWrap(true); // where the screen is narrow
             pText->setTextInteractionFlags(Qt::TextSelectableByMouse);
             form.addRow(word.pszLabel, pText);
         }
