@@ -43,8 +43,10 @@ QString CDocumentQuestions::GetLastMessage() const
     return m_Messages.GetLastLine();
 }
 
-std::string
-CDocumentQuestions::AskForFile(bool bSave, const QString& strTitle, const QString& strFilter)
+std::string CDocumentQuestions::AskForFile(bool bSave,
+                                           const QString& strTitle,
+                                           const QString& strFilter,
+                                           bool bConfirm)
 {
     const std::string strLevelFolder = m_Editor.GetDocument().GetFolder();
     const bool bThere = !bSave && !strLevelFolder.empty(); // read, also where nothing can be made
@@ -57,7 +59,7 @@ CDocumentQuestions::AskForFile(bool bSave, const QString& strTitle, const QStrin
     // "Levels (*.level)": with one pattern there is only one suffix that a file can have.
     const bool bOne = strFilter.count('*') == 1;
     const QString strSuffix = bOne ? strFilter.section("*.", 1).section(')', 0, 0) : QString();
-    return ChooseSaveFile(&m_Window, {strTitle, strFilter, strSuffix, strFolder});
+    return ChooseSaveFile(&m_Window, {strTitle, strFilter, strSuffix, strFolder, bConfirm});
 }
 
 std::string CDocumentQuestions::GetSaveFolder() const

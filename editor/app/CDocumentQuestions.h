@@ -25,8 +25,10 @@ public:
     QWidget& GetWindow() { return m_Window; } // for more to ask
 
     // Asks for a file and answers its path, empty when the person has cancelled. For a file to
-    // write, it also asks about one that would be replaced.
-    std::string AskForFile(bool bSave, const QString& strTitle, const QString& strFilter);
+    // write, it also asks about one that would be replaced, unless bConfirm is false: the caller
+    // then asks about all files at once.
+    std::string
+    AskForFile(bool bSave, const QString& strTitle, const QString& strFilter, bool bConfirm = true);
     // The folder where dialogs start that name a file to write.
     std::string GetSaveFolder() const;
 

@@ -1,7 +1,10 @@
 #include "editor/app/CExportDialog.h"
 
+#include "editor/app/CFormScroll.h"
+
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -25,6 +28,7 @@ enum EColumn
 
 constexpr int SHOWN_ROWS = 12;
 constexpr int SHOWN_LINES = 9;
+constexpr int USE_LINES = 3;
 
 constexpr char OTHER_NAME[] = "Another format";
 constexpr char OTHER_USE[] = "The extension of the file says which. Where that has a white, it is "
@@ -50,23 +54,38 @@ CExportDialog::CExportDialog(QWidget* pParent,
     m_pUse->setObjectName("export-use");
     m_pUse->setTextFormat(Qt::PlainText);
     m_pUse->setWordWrap(true);
+    m_pUse->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    m_pUse->setMinimumHeight(USE_LINES * fontMetrics().lineSpacing()); // nothing moves
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_pOk = pButtons->button(QDialogButtonBox::Ok);
     m_pOk->setText("&Export...");
     connect(pButtons, &QDialogButtonBox::accepted, this, &CExportDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* pContent = new QWidget(this);
+    auto* pColumn = new QVBoxLayout(pContent);
+    pColumn->setContentsMargins(0, 0, 0, 0);
+    pColumn->addWidget(m_pRows, 1);
+    pColumn->addWidget(MakeTiles());
+    pColumn->addWidget(m_pUse);
+    pColumn->addWidget(MakeNumbers());
     auto* pLayout = new QVBoxLayout(this);
-    pLayout->addWidget(m_pRows, 1);
-    pLayout->addWidget(MakeTiles());
-    pLayout->addWidget(m_pUse);
-    pLayout->addWidget(MakeNumbers());
+    pLayout->addWidget(new CFormScroll(this, pContent), 1);
     pLayout->addWidget(pButtons);
     AddRows();
     connect(m_pRows, &QTreeWidget::currentItemChanged, this, [this] { ShowTarget(); });
     connect(m_pRows, &QTreeWidget::itemActivated, this, [this] { accept(); });
     connect(m_pTiles, &QSpinBox::valueChanged, this, [this] { FillRows(); });
+    connect(m_pUnit,
+            &QComboBox::currentIndexChanged,
+            this,
+            [this]
+            {
+                m_Facts.eUnit = static_cast<ELevelUnit>(m_pUnit->currentData().toInt());
+                ShowTarget();
+            });
     FillRows();
     m_pRows->setFocus();
+    FitDialogToScreen(*this);
 }
 
 void CExportDialog::AddRows()
@@ -90,11 +109,21 @@ QWidget* CExportDialog::MakeTiles()
     m_pTiles->setSpecialValueText("one file");
     auto* pLabel = new QLabel("&Tiles a side", pLine);
     pLabel->setBuddy(m_pTiles);
+    // No file says it; who counts metres must know.
+    m_pUnit = new QComboBox(pLine);
+    m_pUnit->setObjectName("export-unit");
+    m_pUnit->addItem("a centimetre", static_cast<int>(ELevelUnit::Centimetre));
+    m_pUnit->addItem("a metre", static_cast<int>(ELevelUnit::Metre));
+    m_pUnit->setCurrentIndex(m_pUnit->findData(static_cast<int>(m_Facts.eUnit)));
+    auto* pUnitLabel = new QLabel("One &unit of the level is", pLine);
+    pUnitLabel->setBuddy(m_pUnit);
     auto* pLayout = new QHBoxLayout(pLine);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(pLabel);
     pLayout->addWidget(m_pTiles);
     pLayout->addStretch(1);
+    pLayout->addWidget(pUnitLabel);
+    pLayout->addWidget(m_pUnit);
     return pLine;
 }
 
@@ -171,12 +200,16 @@ void CExportDialog::ShowTarget()
     std::string strFault;
     m_bPossible = pTarget == nullptr || form.Make(*pTarget, m_Facts, GetTiles(), strFault);
     const QString strUse = pTarget != nullptr ? QString::fromStdString(pTarget->strUse) : OTHER_USE;
-    m_pUse->setText(
-        m_bPossible ? strUse : QString::fromStdString("It cannot be written: " + strFault + "."));
+    const bool bFit = pTarget != nullptr && m_bPossible && form.IsInterpolated(m_Facts);
+    const QString strFit = bFit ? "\n" + QString::fromStdString(form.GetFitText(m_Facts)) : "";
+    m_pUse->setText(m_bPossible
+                        ? strUse + strFit
+                        : QString::fromStdString("It cannot be written: " + strFault + "."));
     const bool bNumbers = pTarget != nullptr && m_bPossible;
     m_pNumbers->setPlainText(bNumbers ? QString::fromStdString(form.GetText(*pTarget, m_Facts))
                                       : QString());
     m_pCopy->setEnabled(bNumbers);
     m_pOk->setEnabled(m_bPossible);
     m_pTiles->setEnabled(pTarget != nullptr);
+    m_pUnit->setEnabled(pTarget != nullptr && pTarget->bMetres);
 }

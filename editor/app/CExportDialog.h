@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+class QComboBox;
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
@@ -27,6 +28,8 @@ public:
     const SExportTarget* GetTarget() const;
     uint32_t GetTiles() const; // a side
 
+    ELevelUnit GetUnit() const { return m_Facts.eUnit; }
+
     void accept() override; // not for what cannot be written
 
 private:
@@ -41,6 +44,7 @@ private:
     bool m_bPossible = true;
     QTreeWidget* m_pRows = nullptr; // all the dialog's
     QSpinBox* m_pTiles = nullptr;
+    QComboBox* m_pUnit = nullptr;
     QLabel* m_pUse = nullptr;
     QPlainTextEdit* m_pNumbers = nullptr;
     QPushButton* m_pCopy = nullptr;

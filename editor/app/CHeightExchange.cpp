@@ -8,21 +8,48 @@
 #include "editor/app/FileChoice.h"
 #include "editor/core/ExportTargets.h"
 #include "editor/core/LevelExchange.h"
-#include "engine/elevation/TileSet.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
-#include "host/FileSystem.h"
 #include "host/Notice.h"
 
 #include <QFileInfo>
 #include <QMessageBox>
 
+#include <algorithm>
 #include <utility>
 
 namespace
 {
 
 constexpr int SHOWN_LINES = 12;
+constexpr size_t NAMED_FILES = 4;
+
+QString GetFileName(const std::string& strPath)
+{
+    return QFileInfo(QString::fromStdString(strPath)).fileName();
+}
+
+// "5 files are replaced: a, b, c, d and 1 more"; without files nothing is added.
+void AddFiles(const std::vector<std::string>& files,
+              const char* pszOne,
+              const char* pszMany,
+              QStringList& lines)
+{
+    QStringList names;
+    for (size_t i = 0; i < std::min(files.size(), NAMED_FILES); ++i)
+    {
+        names << GetFileName(files[i]);
+    }
+    QString strNames = names.join(", ");
+    if (files.size() > NAMED_FILES)
+    {
+        strNames += QString(" and %1 more").arg(files.size() - NAMED_FILES);
+    }
+    if (!files.empty())
+    {
+        lines << QString(files.size() == 1 ? pszOne : pszMany).arg(files.size()) + strNames;
+    }
+}
 
 } // namespace
 
@@ -51,35 +78,37 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
 {
     CImportSource source(strPath);
     // A raw file that is no square is read once its shape is told.
-    const bool bRead = source.Read({});
+    const bool bRead = source.Read();
     const bool bCancelled = !bRead && m_Questions.TakeCancelled();
     if (bCancelled || (!bRead && !source.IsRaw()))
     {
         return !bCancelled && m_Questions.Report(false, "The height map cannot be imported.");
     }
-    CLevelDocument& document = m_Editor.GetDocument();
     CImportDialog dialog(&m_Questions.GetWindow(),
                          source,
-                         document.HasLevel(),
+                         m_Editor.GetDocument().HasLevel(),
                          [this] { return m_Questions.GetLastMessage(); });
-    if (dialog.exec() != QDialog::Accepted)
-    {
-        return false;
-    }
     // Heights for the open level are a step that undo takes back; only a new level asks about
-    // changes.
-    const EImportAs eAs = dialog.GetTarget();
-    if (eAs == EImportAs::NewLevel && !m_MayLeave())
+    // changes. Who thinks better of it there is back at what was set.
+    do
     {
-        return false;
-    }
+        if (dialog.exec() != QDialog::Accepted)
+        {
+            return false;
+        }
+    } while (dialog.GetTarget() == EImportAs::NewLevel && !m_MayLeave());
+    return Take(source, dialog.GetOptions(), dialog.GetTarget());
+}
+
+bool CHeightExchange::Take(CImportSource& source, const SImportOptions& options, EImportAs eAs)
+{
     SImportReport report = source.GetReport();
     const bool bDone = ImportLevel(m_Editor.GetHost(),
-                                   document,
-                                   strPath.c_str(),
+                                   m_Editor.GetDocument(),
+                                   source.GetPath().c_str(),
                                    std::move(source.GetGrid()),
                                    report,
-                                   dialog.GetOptions(),
+                                   options,
                                    eAs);
     if (!m_Questions.Report(bDone, "The height map cannot be imported."))
     {
@@ -91,8 +120,7 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
     }
     m_OnLevel();
     // The dialog has shown all that was assumed.
-    const QString strName = QFileInfo(QString::fromStdString(strPath)).fileName();
-    Notice((strName + " imported").toUtf8().constData());
+    Notice((QString::fromStdString(source.GetName()) + " imported").toUtf8().constData());
     return true;
 }
 
@@ -110,25 +138,29 @@ void CHeightExchange::Export()
         return;
     }
     const SExportTarget* pTarget = dialog.GetTarget();
-    pTarget != nullptr ? ExportForTarget(*pTarget, dialog.GetTiles()) : ExportByName();
+    pTarget != nullptr ? ExportForTarget(*pTarget, {dialog.GetTiles(), dialog.GetUnit()})
+                       : ExportByName();
 }
 
-void CHeightExchange::ExportForTarget(const SExportTarget& target, uint32_t uTiles)
+void CHeightExchange::ExportForTarget(const SExportTarget& target, const STargetChoice& choice)
 {
     const QString strFilter = "Height maps (*.%1)";
-    const std::string strPath = m_Questions.AskForFile(
-        true, "Export height map", strFilter.arg(QString::fromStdString(target.strExtension)));
+    const std::string strPath =
+        m_Questions.AskForFile(true,
+                               "Export height map",
+                               strFilter.arg(QString::fromStdString(target.strExtension)),
+                               false);
     if (strPath.empty())
     {
         return;
     }
     STargetExport made;
-    if (!m_Questions.Report(PlanLevelExport(m_Editor.GetHost(), strPath, target, uTiles, made),
+    if (!m_Questions.Report(PlanLevelExport(m_Editor.GetHost(), strPath, target, choice, made),
                             "The export cannot be made."))
     {
         return;
     }
-    // The dialog has shown the rest; nobody has been asked about tiles that are there yet.
+    // The dialog has shown the rest; nobody has been asked about files that are there yet.
     QStringList losses;
     for (const std::string& strLine : made.plan.lines)
     {
@@ -137,20 +169,31 @@ void CHeightExchange::ExportForTarget(const SExportTarget& target, uint32_t uTil
             losses << QString::fromStdString(strLine);
         }
     }
-    const std::string strFirst = GetTilePath(strPath, 0, 0);
-    if (uTiles > 1 && fs::exists(strFirst.c_str()))
+    AddFiles(made.replaced, "%1 file is replaced: ", "%1 files are replaced: ", losses);
+    AddFiles(made.removed,
+             "%1 tile of a larger set is removed: ",
+             "%1 tiles of a larger set are removed: ",
+             losses);
+    if (!losses.isEmpty() && !AskToSave(losses))
     {
-        losses << QString::fromStdString(strFirst + " and its neighbours are replaced");
+        return;
     }
-    if (losses.isEmpty() || AskToSave(losses))
+    const CSaveNotice notice;
+    if (!m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath, made),
+                            "The export cannot be written."))
     {
-        const CSaveNotice notice;
-        if (m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath, made),
-                               "The export cannot be written."))
-        {
-            notice.Say((uTiles > 1 ? strFirst : strPath).c_str());
-        }
+        return;
     }
+    if (choice.uTiles > 1)
+    {
+        Notice(QString("%1 tiles of %2 saved")
+                   .arg(choice.uTiles * choice.uTiles)
+                   .arg(GetFileName(strPath))
+                   .toUtf8()
+                   .constData());
+        return;
+    }
+    notice.Say(strPath.c_str());
 }
 
 bool CHeightExchange::AskToSave(const QStringList& lines)
@@ -187,6 +230,7 @@ void CHeightExchange::ExportByName()
         if (m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath.c_str(), plan),
                                "The export cannot be written."))
         {
+            DropOldText(strPath);
             notice.Say(strPath.c_str());
         }
     }

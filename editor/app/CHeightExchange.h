@@ -8,7 +8,11 @@
 
 class CDocumentQuestions;
 class CEditor;
+class CImportSource;
+enum class EImportAs;
 struct SExportTarget;
+struct SImportOptions;
+struct STargetChoice;
 
 // What a person does with heights in the formats of other programs. Owned by CDocumentActions;
 // everything given is borrowed. UI thread.
@@ -29,7 +33,8 @@ public:
     void ExportStl();
 
 private:
-    void ExportForTarget(const SExportTarget& target, uint32_t uTiles);
+    bool Take(CImportSource& source, const SImportOptions& options, EImportAs eAs);
+    void ExportForTarget(const SExportTarget& target, const STargetChoice& choice);
     void ExportByName();
     bool AskToSave(const QStringList& lines);
 

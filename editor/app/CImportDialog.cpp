@@ -1,5 +1,6 @@
 #include "editor/app/CImportDialog.h"
 
+#include "editor/app/CFormScroll.h"
 #include "editor/app/CImportForm.h"
 #include "editor/app/CImportPicture.h"
 #include "editor/app/CImportSource.h"
@@ -8,7 +9,6 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QFileInfo>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -48,8 +48,10 @@ CImportDialog::CImportDialog(QWidget* pParent,
     , m_Source(source)
     , m_LastFault(std::move(lastFault))
 {
-    setWindowTitle("Import " + QFileInfo(QString::fromStdString(source.GetPath())).fileName());
-    auto* pSides = new QHBoxLayout;
+    setWindowTitle("Import " + QString::fromStdString(source.GetName()));
+    auto* pContent = new QWidget(this);
+    auto* pSides = new QHBoxLayout(pContent);
+    pSides->setContentsMargins(0, 0, 0, 0);
     pSides->addWidget(MakeFileSide(), 1);
     pSides->addWidget(MakeLevelSide(bLevel));
     m_pFault = new QLabel(this);
@@ -62,11 +64,12 @@ CImportDialog::CImportDialog(QWidget* pParent,
     connect(pButtons, &QDialogButtonBox::accepted, this, &CImportDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* pLayout = new QVBoxLayout(this);
-    pLayout->addLayout(pSides, 1);
+    pLayout->addWidget(new CFormScroll(this, pContent), 1);
     pLayout->addWidget(m_pFault);
     pLayout->addWidget(pButtons);
     m_pForm->setFocus();
     Update();
+    FitDialogToScreen(*this);
 }
 
 QWidget* CImportDialog::MakeFileSide()
@@ -77,8 +80,10 @@ QWidget* CImportDialog::MakeFileSide()
     m_pLook->setObjectName("import-look");
     m_pLook->addItem("shaded", true);
     m_pLook->addItem("heights as grey", false);
+    m_pLook->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_pLook->setMinimumContentsLength(6); // it grows where there is room
     connect(m_pLook, &QComboBox::currentIndexChanged, this, [this] { Update(); });
-    auto* pFile = new QGroupBox("The file", pSide);
+    auto* pFile = new QGroupBox(m_Source.IsSet() ? "The files, together" : "The file", pSide);
     m_pFileWords = new QFormLayout(pFile);
     m_pFileWords->addRow("Picture", m_pLook);
     auto* pLayout = new QVBoxLayout(pSide);
@@ -206,6 +211,7 @@ void CImportDialog::ShowWords(const QList<SImportWord>& words, QFormLayout& form
             pText = new QLabel(this);
             pText->setObjectName(strName);
             pText->setTextFormat(Qt::PlainText);
+            pText->setWordWrap(true); // where the screen is narrow
             pText->setTextInteractionFlags(Qt::TextSelectableByMouse);
             form.addRow(word.pszLabel, pText);
         }

@@ -3,6 +3,8 @@
 #include "editor/app/CImportSource.h"
 #include "editor/app/CNumberBox.h"
 #include "engine/elevation/ElevationFormats.h"
+#include "engine/elevation/Resample.h"
+#include "engine/terrain/SHeightField.h"
 #include "host/TerrainSize.h"
 
 #include <QCheckBox>
@@ -10,6 +12,7 @@
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QSignalBlocker>
 #include <QSpinBox>
 
 #include <algorithm>
@@ -34,6 +37,17 @@ CImportForm::CImportForm(QWidget* pParent,
 {
     auto* pForm = new QFormLayout(this);
     pForm->setContentsMargins(0, 0, 0, 0);
+    if (source.GetNotes())
+    {
+        auto* pNotes =
+            new QLabel("Filled in from " + QString::fromStdString(source.GetNotesName()) +
+                           ", which an export has left beside it.",
+                       this);
+        pNotes->setObjectName("import-notes");
+        pNotes->setTextFormat(Qt::PlainText);
+        pNotes->setWordWrap(true);
+        pForm->addRow(pNotes);
+    }
     AddOrientation(*pForm);
     if (source.IsRaw())
     {
@@ -43,6 +57,34 @@ CImportForm::CImportForm(QWidget* pParent,
     AddHeights(*pForm, source);
     AddTarget(*pForm, bLevel);
     setFocusProxy(m_pTurn);
+    if (source.GetNotes())
+    {
+        FillIn(*source.GetNotes());
+    }
+}
+
+void CImportForm::FillIn(const SExportNotes& notes)
+{
+    constexpr int DIGITS = 9; // that a step of 16 bits needs
+    m_pFlipZ->setChecked(notes.bSouthFirst);
+    m_pUnit->setDecimals(DIGITS);
+    m_pUnit->setValue(notes.dUnit);
+    m_pBase->setDecimals(DIGITS);
+    m_pBase->setValue(notes.dBase);
+    m_pWidth->setValue(notes.dWidth);
+    m_pDepth->setValue(notes.dDepth);
+    m_pHighest->setValue(notes.dHighest);
+    m_pVertices->setCurrentIndex(0); // none is interpolated, where that can be
+    if (m_pColumns != nullptr)
+    {
+        // The file is read in this shape already.
+        const QSignalBlocker columns(m_pColumns);
+        const QSignalBlocker rows(m_pRows);
+        const QSignalBlocker order(m_pOrder);
+        m_pColumns->setValue(static_cast<int>(notes.uColumns));
+        m_pRows->setValue(static_cast<int>(notes.uRows));
+        m_pOrder->setCurrentIndex(m_pOrder->findData(static_cast<int>(notes.eByteOrder)));
+    }
 }
 
 void CImportForm::AddTarget(QFormLayout& form, bool bLevel)
@@ -84,7 +126,17 @@ void CImportForm::AddSizes(QFormLayout& form, const CImportSource& source)
 {
     m_pVertices = new QComboBox(this);
     m_pVertices->setObjectName("import-vertices");
+    // A terrain may have other sides than those that are listed.
+    const SSampleInfo& info = source.GetInfo();
+    const uint32_t uOwn = info.uColumns;
+    const bool bOwn =
+        uOwn == info.uRows && IsTerrainSizeValid(uOwn, uOwn) && GetNearestSize(uOwn, uOwn) != uOwn;
+    if (bOwn)
+    {
+        m_pVertices->addItem(QString("%1 x %1, as in the file").arg(uOwn), uOwn);
+    }
     m_pVertices->addItem("nearest to the file", 0U);
+    m_pVertices->setCurrentIndex(bOwn ? 1 : 0);
     // Each choice has twice as many cells a side as the one before.
     for (uint32_t uVertices = TERRAIN_LEAST_CHOICE; uVertices <= TERRAIN_MAX_VERTICES;
          uVertices = uVertices * 2 - 1)
@@ -97,7 +149,6 @@ void CImportForm::AddSizes(QFormLayout& form, const CImportSource& source)
     AddPair(form, "Si&ze x, z", "from the spacing", "import-size", m_pWidth, m_pDepth);
     MakeRivals(m_pSpacingX, m_pWidth);
     MakeRivals(m_pSpacingZ, m_pDepth);
-    const SSampleInfo& info = source.GetInfo();
     if (info.bInDegrees && !info.geo.bKnown)
     {
         m_pLatitude = AddNumber("not known", "import-latitude");

@@ -7,6 +7,7 @@
 #include <functional>
 
 class CImportSource;
+struct SExportNotes;
 class QCheckBox;
 class QComboBox;
 class QDoubleSpinBox;
@@ -35,6 +36,7 @@ private:
     void AddHeights(QFormLayout& form, const CImportSource& source);
     void AddShape(QFormLayout& form); // of a raw file
     void AddTarget(QFormLayout& form, bool bLevel);
+    void FillIn(const SExportNotes& notes);
     void AddPair(QFormLayout& form,
                  const char* pszLabel,
                  const char* pszAuto,

@@ -10,6 +10,17 @@ constexpr int LINES = 2;  // of text above and below it
 constexpr int GAP = 4;
 constexpr int DOT = 4; // radius of the mark on a corner
 
+// The ends of a line say most: which corner, and what lies there.
+QString FitLines(const QString& strText, int iWidth, const QFontMetrics& metrics)
+{
+    QStringList lines = strText.split('\n');
+    for (QString& strLine : lines)
+    {
+        strLine = metrics.elidedText(strLine, Qt::ElideMiddle, iWidth);
+    }
+    return lines.join('\n');
+}
+
 } // namespace
 
 CImportPicture::CImportPicture(QWidget* pParent)
@@ -70,7 +81,7 @@ void CImportPicture::paintEvent(QPaintEvent*)
         painter.drawText(half,
                          static_cast<int>(bRight ? Qt::AlignRight : Qt::AlignLeft) |
                              static_cast<int>(bBelow ? Qt::AlignTop : Qt::AlignBottom),
-                         m_Corners[i]);
+                         FitLines(m_Corners[i], width() / 2 - GAP, fontMetrics()));
         // The origin is what the others are told from.
         painter.setPen(palette().color(QPalette::Base));
         painter.setBrush(palette().color(i == 0 ? QPalette::Highlight : QPalette::WindowText));

@@ -19,7 +19,7 @@ public:
 
     QSize sizeHint() const override;
 
-    QSize minimumSizeHint() const override { return sizeHint() / 2; }
+    QSize minimumSizeHint() const override { return sizeHint() * 2 / 5; }
 
 protected:
     void paintEvent(QPaintEvent* pEvent) override;

@@ -217,9 +217,10 @@ std::string ChooseSaveFile(QWidget* pParent, const SSaveChoice& choice)
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setDefaultSuffix(choice.strSuffix);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !choice.bConfirm);
     SetStart(dialog, choice.strStart);
     std::string strPath = Run(dialog);
-    while (!strPath.empty() && !MayReplace(pParent, strPath))
+    while (choice.bConfirm && !strPath.empty() && !MayReplace(pParent, strPath))
     {
         strPath = Run(dialog);
     }

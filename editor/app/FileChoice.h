@@ -13,8 +13,9 @@ struct SSaveChoice
 {
     QString strTitle;
     QString strFilter;
-    QString strSuffix; // appended to a name without one; empty: nothing is
-    QString strStart;  // a folder, or a file in one
+    QString strSuffix;    // appended to a name without one; empty: nothing is
+    QString strStart;     // a folder, or a file in one
+    bool bConfirm = true; // false: whoever calls asks about what is replaced
 };
 
 // A filter of the plug-in ("Materials (*.mat)|*.mat"): a description followed by patterns,
@@ -36,7 +37,7 @@ std::string MakeRootRelative(const std::string& strPath, bool bWrite = false);
 std::string GetSaveFolder(const std::string& strLevelFolder);
 
 // Asks for a file to write and answers its full path; empty when the person has thought better of
-// it. What it would replace has been agreed to.
+// it. What it would replace has been agreed to, unless the choice says otherwise.
 std::string ChooseSaveFile(QWidget* pParent, const SSaveChoice& choice);
 
 // As EditorHost::BrowseForFile. strSaveFolder: where dialogs start that may name a new file, if the

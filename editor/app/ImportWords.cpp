@@ -65,7 +65,7 @@ QList<SImportWord> DescribeFile(const CImportSource& source)
     const SImportReport& report = source.GetReport();
     const QString strType = QString::fromStdString(GetSampleTypeText(info));
     const QString strSystem = QString::fromStdString(GetSystemText(info.geo));
-    return {
+    QList<SImportWord> words = {
         {"samples", "Samples", QString("%1 columns x %2 rows").arg(info.uColumns).arg(info.uRows)},
         {"numbers", "Numbers", QString("%1, %2").arg(report.pFormat->pszName, strType)},
         {"range",
@@ -78,6 +78,16 @@ QList<SImportWord> DescribeFile(const CImportSource& source)
         {"place", "Place", GetPlaceWords(info.geo)},
         {"system", "Coordinates", strSystem.isEmpty() ? "the file says no system" : strSystem},
     };
+    constexpr char TILES[] = "tiles: ";
+    for (const std::string& strLine : report.lines)
+    {
+        if (strLine.starts_with(TILES))
+        {
+            words.prepend(
+                {"tiles", "Tiles", QString::fromStdString(strLine.substr(sizeof(TILES) - 1))});
+        }
+    }
+    return words;
 }
 
 QList<SImportWord> DescribeLevel(const CImportSource& source, const SImportPlan& plan)

@@ -153,6 +153,10 @@ void CTargetReader::Read(const CTCPARSE_KEYWORD& key)
     {
         m_Target.dZero = GetNumber(key.params);
     }
+    else if (IsKeyword(&key, "metres"))
+    {
+        m_Target.bMetres = true;
+    }
     else if (IsKeyword(&key, "number"))
     {
         ReadNumber(key);

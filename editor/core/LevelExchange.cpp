@@ -94,21 +94,25 @@ bool ExportLevel(CEditorHost& host, const char* pszPath, const SExportPlan& plan
 SGroundFacts GetGroundFacts(CEditorHost& host)
 {
     const CTerrain* pTerrain = host.GetEngine().GetCWorld().GetCTerrain();
-    return pTerrain != nullptr
-               ? SGroundFacts::Measure(GetSamples(*pTerrain), pTerrain->GetSizeVector())
-               : SGroundFacts();
+    if (pTerrain == nullptr)
+    {
+        return {};
+    }
+    SGroundFacts facts = SGroundFacts::Measure(GetSamples(*pTerrain), pTerrain->GetSizeVector());
+    facts.eUnit = GuessLevelUnit(pTerrain->GetGeoTags(), pTerrain->GetSizeVector());
+    return facts;
 }
 
 bool PlanLevelExport(CEditorHost& host,
                      const std::string& strPath,
                      const SExportTarget& target,
-                     uint32_t uTiles,
+                     const STargetChoice& choice,
                      STargetExport& made)
 {
     const CTerrain* pTerrain = host.GetEngine().GetCWorld().GetCTerrain();
     return pTerrain != nullptr && PlanTargetExport(strPath,
                                                    target,
-                                                   uTiles,
+                                                   choice,
                                                    GetSamples(*pTerrain),
                                                    pTerrain->GetSizeVector(),
                                                    pTerrain->GetGeoTags(),

@@ -53,6 +53,6 @@ SGroundFacts GetGroundFacts(CEditorHost& host);
 bool PlanLevelExport(CEditorHost& host,
                      const std::string& strPath,
                      const SExportTarget& target,
-                     uint32_t uTiles,
+                     const STargetChoice& choice,
                      STargetExport& made);
 bool ExportLevel(CEditorHost& host, const std::string& strPath, const STargetExport& made);

@@ -1,6 +1,7 @@
 #include "engine/elevation/AsciiGridReader.h"
 
 #include "engine/elevation/DecodeGrid.h"
+#include "engine/elevation/MapSystem.h"
 #include "host/Progress.h"
 
 #include <algorithm>
@@ -212,15 +213,34 @@ void CAsciiGridDecoder::ReadPlace()
         return std::isfinite(dPlace);
     };
     SMapPoint place;
-    if (!find(KEY_CENTER_X, KEY_CORNER_X, m_Grid.dSpacingX, place.dX) ||
-        !find(KEY_CENTER_Y, KEY_CORNER_Y, m_Grid.dSpacingZ, place.dY))
+    const bool bFoundX = find(KEY_CENTER_X, KEY_CORNER_X, m_Grid.dSpacingX, place.dX);
+    const bool bFoundY = find(KEY_CENTER_Y, KEY_CORNER_Y, m_Grid.dSpacingZ, place.dY);
+    if (!bFoundX || !bFoundY)
+    {
+        const auto isSaid = [this](EKey eCenter, EKey eCorner)
+        {
+            return m_Values[eCenter].has_value() || m_Values[eCorner].has_value();
+        };
+        m_Grid.bBadPlace = (!bFoundX && isSaid(KEY_CENTER_X, KEY_CORNER_X)) ||
+                           (!bFoundY && isSaid(KEY_CENTER_Y, KEY_CORNER_Y));
+        return;
+    }
+    // The format must say a corner, so grids that lie nowhere say that of GetNowhere.
+    const double dCell = std::max(m_Grid.dSpacingX, m_Grid.dSpacingZ);
+    const double dNowhere = GetNowhere(dCell);
+    const auto getSaid = [this](EKey eCenter, EKey eCorner)
+    {
+        return m_Values[eCenter] ? *m_Values[eCenter] : *m_Values[eCorner];
+    };
+    if (getSaid(KEY_CENTER_X, KEY_CORNER_X) == dNowhere &&
+        getSaid(KEY_CENTER_Y, KEY_CORNER_Y) == dNowhere)
     {
         return;
     }
     // The format names no unit: small cells at a place that the globe has are taken for degrees.
-    m_Grid.bInDegrees = std::max(m_Grid.dSpacingX, m_Grid.dSpacingZ) < MAX_DEGREES_CELL &&
-                        std::fabs(place.dX) <= 360.0 && std::fabs(place.dY) <= 90.0;
-    SGeoTags& geo = m_Grid.geo;
+    m_Grid.bInDegrees =
+        dCell < MAX_DEGREES_CELL && std::fabs(place.dX) <= 360.0 && std::fabs(place.dY) <= 90.0;
+    SGeoTags geo;
     geo.bKnown = true;
     geo.bDegrees = m_Grid.bInDegrees;
     geo.bCells = !m_Values[KEY_CENTER_X];
@@ -228,6 +248,8 @@ void CAsciiGridDecoder::ReadPlace()
     geo.lastZ = place;
     geo.first = {place.dX, place.dY + m_Grid.dSpacingZ * (m_Grid.uRows - 1)};
     geo.lastX = {place.dX + m_Grid.dSpacingX * (m_Grid.uColumns - 1), geo.first.dY};
+    m_Grid.bBadPlace = !IsPlacePossible(geo);
+    m_Grid.geo = m_Grid.bBadPlace ? SGeoTags() : geo;
 }
 
 bool CAsciiGridDecoder::ReadSamples()

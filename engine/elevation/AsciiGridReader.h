@@ -6,6 +6,13 @@
 #include <span>
 #include <string>
 
+// What stands for the corner of a grid that lies nowhere, because the format must say one: small
+// cells near 0, 0 would look like degrees of longitude and latitude.
+inline double GetNowhere(double dCell)
+{
+    return dCell < MAX_DEGREES_CELL ? 1000.0 : 0.0;
+}
+
 // True when the bytes begin like a text grid: with the word that nearly all files have first,
 // although the header may have its words in any order.
 bool IsAsciiGrid(std::span<const uint8_t> bytes);
@@ -15,6 +22,8 @@ bool IsAsciiGrid(std::span<const uint8_t> bytes);
 // NODATA_value), then the samples, north row first, parted by blanks or line ends. Samples that
 // equal NODATA_value, and "nan", are voids. The format does not name its unit of length: cells
 // below a tenth of a unit at a place that can be longitude and latitude count as degrees.
+//
+// A grid that lies nowhere has both coordinates of its corner at GetNowhere.
 //
 // bytes: the whole file, borrowed for the call; it may hold anything. False leaves a fault in
 // strFault, a phrase without the file's name and without a line feed (rows and columns counted from

@@ -59,14 +59,12 @@ bool ReadOwnFile(const char* pszPath, SSampleGrid& grid, SVec3& size)
     return true;
 }
 
-void AddLines(const char* pszPath,
-              const SImportOptions& options,
-              const SSampleGrid& grid,
-              SImportReport& report)
+void AddLines(const SImportOptions& options, const SSampleGrid& grid, SImportReport& report)
 {
     std::vector<std::string>& lines = report.lines; // of tiles, what was made of them
-    lines.insert(lines.begin(),
-                 MakeText("%s: %u x %u samples", pszPath, grid.uColumns, grid.uRows));
+    lines.insert(
+        lines.begin(),
+        MakeText("%s: %u x %u samples", report.strPath.c_str(), grid.uColumns, grid.uRows));
     lines.push_back(
         MakeText("format: %s, %s", report.pFormat->pszName, GetSampleTypeText(grid).c_str()));
     // A raw file says nothing of itself, so what was taken for granted is told.
@@ -80,9 +78,10 @@ void AddLines(const char* pszPath,
         lines.push_back(
             MakeText("assumed: a square of %u x %u samples", grid.uColumns, grid.uRows));
     }
-    const bool bTerrain = report.pFormat->bTerrain;
-    lines.emplace_back(std::string(bTerrain ? "order" : "assumed") +
-                       ": the first row is north (z = 0), the first column is west (x = 0)");
+    if (grid.bBadPlace)
+    {
+        lines.emplace_back("warning: the place that the file says cannot be, and is not used");
+    }
     if (grid.uBits <= 8 && grid.eType != ESampleType::Float)
     {
         lines.push_back(MakeText("warning: %u bits tell only %u heights apart, slopes become "
@@ -165,8 +164,10 @@ bool ReadAll(const char* pszPath,
     const SElevationFormat* pFormat = FindFormatOfFile(pszPath);
     if ((pFormat != nullptr && pFormat->bTerrain) || !tiles.Find(pszPath))
     {
+        report.strPath = pszPath;
         return ReadFile(pszPath, options, grid, report, strLine);
     }
+    report.strPath = tiles.strPath;
     const auto readTile = [&](const std::string& strTile, SSampleGrid& tile)
     {
         return ReadFile(strTile.c_str(), options, tile, report, strLine);
@@ -197,7 +198,7 @@ bool Read(const char* pszPath,
         strLine = std::string(pszPath) + ": has no sample that is not void";
         return false;
     }
-    AddLines(pszPath, options, read, made);
+    AddLines(options, read, made);
     grid = std::move(read);
     report = std::move(made);
     return true;

@@ -1,5 +1,6 @@
 #include "engine/elevation/ExportWriters.h"
 
+#include "engine/elevation/AsciiGridReader.h"
 #include "engine/elevation/ReportText.h"
 #include "engine/imaging/Grey16.h"
 #include "host/Log.h"
@@ -61,9 +62,8 @@ void AppendExact(std::string& strText, float fValue)
 std::string MakeGridHeader(const CExportRows& rows, const SExportPlan& plan)
 {
     const SGeoTags& geo = plan.geo;
-    // Small cells near 0, 0 would look like degrees of longitude and latitude.
-    const bool bSmall = std::max(plan.dSpacingX, plan.dSpacingZ) < MAX_DEGREES_CELL;
-    SMapPoint place = {bSmall ? 1000.0 : 0.0, bSmall ? 1000.0 : 0.0};
+    const double dNowhere = GetNowhere(std::max(plan.dSpacingX, plan.dSpacingZ));
+    SMapPoint place = {dNowhere, dNowhere};
     if (geo.bKnown)
     {
         const double dHalf = geo.bCells ? 0.5 : 0.0;

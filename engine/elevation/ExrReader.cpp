@@ -3,6 +3,7 @@
 #include "engine/elevation/DecodeGrid.h"
 #include "engine/elevation/ReportText.h"
 #include "engine/elevation/SampleCopy.h"
+#include "host/Progress.h"
 
 #include <OpenEXR/ImfChannelList.h>
 #include <OpenEXR/ImfFrameBuffer.h>
@@ -243,7 +244,17 @@ bool CExrDecoder::ReadSamples()
     target.insert(m_Channel,
                   Imf::Slice::Make(Imf::FLOAT, m_Grid.samples.data(), window, sizeof(float)));
     file.setFrameBuffer(target);
-    file.readPixels(window.min.y, window.max.y);
+    // Blocks of rows are packed together, of 256 at most: slices of as many unpack none twice.
+    constexpr int SLICE = 256;
+    CProgressSteps progress("Reading the height map", m_Grid.uRows);
+    for (int y = window.min.y; y <= window.max.y; y += SLICE)
+    {
+        if (!progress.Reach(static_cast<size_t>(y - window.min.y)))
+        {
+            return Fail("cancelled");
+        }
+        file.readPixels(y, std::min(y + SLICE - 1, window.max.y));
+    }
     return true;
 }
 

@@ -43,6 +43,7 @@ struct SAffine
     }
 };
 
+// False without a place (of a spacing alone), and for one that is not finite.
 bool ReadAffine(const CTiffFile& file, SAffine& affine)
 {
     const auto scale = file.GetArray<double>(TAG_PIXEL_SCALE, TIFF_DOUBLE);
@@ -155,6 +156,7 @@ void ReadGeoTags(const CTiffFile& file, SSampleInfo& info)
     SAffine affine;
     if (!ReadAffine(file, affine))
     {
+        info.bBadPlace = !affine.IsFinite();
         return;
     }
     info.dSpacingX = std::hypot(affine.column.dX, affine.column.dY);
@@ -165,8 +167,9 @@ void ReadGeoTags(const CTiffFile& file, SSampleInfo& info)
     geo.lastX = affine.Map(info.uColumns - 1 + dHalf, dHalf);
     geo.lastZ = affine.Map(dHalf, info.uRows - 1 + dHalf);
     geo.bDegrees = info.bInDegrees;
-    // Of a cell that has no extent nothing is known, and there is no latitude beyond the poles.
-    geo.bKnown = info.dSpacingX > 0.0 && info.dSpacingZ > 0.0 && (!geo.bDegrees || IsOnGlobe(geo));
+    // Of a cell that has no extent nothing is known.
+    geo.bKnown = info.dSpacingX > 0.0 && info.dSpacingZ > 0.0 && IsPlacePossible(geo);
+    info.bBadPlace = !geo.bKnown;
     info.geo = geo.bKnown ? geo : SGeoTags();
 }
 
@@ -179,11 +182,8 @@ bool WriteGeoTags(
     }
     if (!geo.bKnown)
     {
-        // The south-west sample is at 0, 0, so the first row is as far north as the terrain is
-        // deep.
-        return SetDoubles(pTiff, TAG_PIXEL_SCALE, {spacing.dX, spacing.dY, 0.0}) &&
-               SetDoubles(
-                   pTiff, TAG_TIE_POINT, {0.0, 0.0, 0.0, 0.0, spacing.dY * (uRows - 1), 0.0});
+        // Without a tie point there is a spacing and no place that nobody knows.
+        return SetDoubles(pTiff, TAG_PIXEL_SCALE, {spacing.dX, spacing.dY, 0.0});
     }
     const double dColumns = uColumns - 1;
     const double dRows = uRows - 1;

@@ -71,11 +71,11 @@ std::string FindFault(const SElevationFormat* pFormat,
     {
         return "no heights";
     }
-    if (options.dWhite > 0.0 && options.dUnit > 0.0)
+    if (options.IsWhiteSaid() && options.dUnit > 0.0)
     {
         return "a height of white and a unit are given, only one can hold";
     }
-    if (options.dWhite > 0.0 && !HoldsCodes(*pFormat, true))
+    if (options.IsWhiteSaid() && !HoldsCodes(*pFormat, true))
     {
         return "holds heights, no codes: it has no white, give a unit";
     }
@@ -107,12 +107,12 @@ double ChooseUnit(const SSampleView& heights,
                   SExportPlan& plan)
 {
     // A unit that is said, or heights as they are: neither needs a height of white.
-    if (!HoldsCodes(*plan.pFormat, options.dWhite > 0.0) || options.dUnit > 0.0)
+    if (!HoldsCodes(*plan.pFormat, options.IsWhiteSaid()) || options.dUnit > 0.0)
     {
         return options.dUnit > 0.0 ? options.dUnit : 1.0;
     }
     double dWhite = options.dWhite;
-    if (dWhite <= 0.0)
+    if (!options.IsWhiteSaid())
     {
         const double dMaxHeight = std::fabs(static_cast<double>(size.y));
         const double dHighest = FindHighest(heights);
@@ -246,7 +246,7 @@ std::string MakePlan(const char* pszPath,
     plan.dBase = options.dBase;
     plan.bSouthFirst = options.bSouthFirst;
     // Before the unit is chosen, which may follow from the highest sample there can be.
-    SetLimits(plan, HoldsCodes(format, options.dWhite > 0.0));
+    SetLimits(plan, HoldsCodes(format, options.IsWhiteSaid()));
     plan.lines.push_back(MakeText("%s: %u x %u samples", pszPath, heights.uColumns, heights.uRows));
     plan.lines.push_back(MakeText("format: %s, %s", format.pszName, GetTypeText(plan).c_str()));
     if (format.bTerrain)

@@ -16,6 +16,7 @@
 struct SImportReport
 {
     const SElevationFormat* pFormat = nullptr; // a row of the table; not null after a reading
+    std::string strPath;                       // of the file, or of the whole of a set of tiles
     size_t nVoids = 0;                         // samples that the file lacks
     float fLow = 0.0F;                         // of the others, as the file has them
     float fHigh = 0.0F;

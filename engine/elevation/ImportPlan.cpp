@@ -10,6 +10,7 @@ namespace
 {
 
 constexpr float DEFAULT_MAX_HEIGHT = 1000.0F;
+constexpr double LAST_LATITUDE = 89.99; // a degree to the east is 20 metres there
 
 // One plan on its way; each step returns false with the fault in m_Fault.
 class CImportPlanner
@@ -100,7 +101,11 @@ bool CImportPlanner::Orient()
 {
     const SOrientation& orientation = m_Options.orientation;
     OrientInfo(orientation, m_Info);
-    if (!orientation.IsPlain())
+    if (orientation.IsPlain())
+    {
+        Report(GetOrderLine(m_IsTerrain));
+    }
+    else
     {
         constexpr const char* TURNS[] = {"",
                                          "turned by 90 degrees to the right",
@@ -233,7 +238,16 @@ bool CImportPlanner::PlaceOnMap()
     double dLatitude = 0.0;
     const std::string strDegrees =
         MakeNumber(m_Info.dSpacingX) + " x " + MakeNumber(m_Info.dSpacingZ);
-    if (FindLatitude(dLatitude))
+    const bool bAllSaid = (m_Options.fWidth > 0.0F || m_Options.fSpacingX > 0.0F) &&
+                          (m_Options.fDepth > 0.0F || m_Options.fSpacingZ > 0.0F);
+    const bool bFound = FindLatitude(dLatitude);
+    if (bFound && std::fabs(dLatitude) > LAST_LATITUDE)
+    {
+        Report("note: the file's spacing of " + strDegrees + " degrees has no length at a pole");
+        return bAllSaid || Fail("a degree to the east has no length at latitude " +
+                                MakeNumber(dLatitude) + ": give the spacing");
+    }
+    if (bFound)
     {
         m_Plan.dLatitude = dLatitude;
         MeasureDegrees(GetDegreeLength(dLatitude));
@@ -241,8 +255,6 @@ bool CImportPlanner::PlaceOnMap()
                MakeNumber(m_Plan.dMetresZ) + " metres at latitude " + MakeNumber(dLatitude));
         return true;
     }
-    const bool bAllSaid = (m_Options.fWidth > 0.0F || m_Options.fSpacingX > 0.0F) &&
-                          (m_Options.fDepth > 0.0F || m_Options.fSpacingZ > 0.0F);
     if (m_Options.eSpacing == ESpacing::Auto && !bAllSaid)
     {
         return Fail(std::string("its spacing is in degrees, and neither its tags nor its name say "
@@ -305,6 +317,12 @@ bool CImportPlanner::MakeSize()
 }
 
 } // namespace
+
+std::string GetOrderLine(bool bTerrain)
+{
+    return std::string(bTerrain ? "order" : "assumed") +
+           ": the first row is north (z = 0), the first column is west (x = 0)";
+}
 
 bool PlanImport(const SSampleInfo& info,
                 const SImportReport& report,

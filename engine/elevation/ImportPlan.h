@@ -27,6 +27,9 @@ struct SImportPlan
     std::vector<std::string> lines; // as those of SImportReport: what is assumed and done
 };
 
+// How a file is taken that nobody turns, as a line of the report.
+TELLUR_API std::string GetOrderLine(bool bTerrain);
+
 // Plans an import. info, report: of the file, as ReadElevation gives them. False with the fault, a
 // phrase without the file's name; plan is then as it was.
 TELLUR_API bool PlanImport(const SSampleInfo& info,

@@ -32,13 +32,17 @@ bool IsGeographic(const SGeoTags& geo)
            geo.FindKey(KEY_ANGLE_UNIT).value_or(ANGLE_DEGREES) == ANGLE_DEGREES;
 }
 
-bool IsOnGlobe(const SGeoTags& geo)
+bool IsPlacePossible(const SGeoTags& geo)
 {
     constexpr double POLE = 90.5; // cells may reach over it by half their side
-    const double corners[] = {geo.first.dY, geo.lastX.dY, geo.lastZ.dY, geo.GetLast().dY};
+    const SMapPoint corners[] = {geo.first, geo.lastX, geo.lastZ, geo.GetLast()};
     return std::all_of(std::begin(corners),
                        std::end(corners),
-                       [](double dLatitude) { return std::fabs(dLatitude) <= POLE; });
+                       [&geo](const SMapPoint& corner)
+                       {
+                           return std::isfinite(corner.dX) && std::isfinite(corner.dY) &&
+                                  (!geo.bDegrees || std::fabs(corner.dY) <= POLE);
+                       });
 }
 
 std::string GetSystemText(const SGeoTags& geo)

@@ -19,8 +19,9 @@ constexpr uint16_t RASTER_POINTS = 2; // it is that of a sample
 // Whether the keys say longitude and latitude in degrees.
 bool IsGeographic(const SGeoTags& geo);
 
-// Whether places in degrees lie between the poles.
-bool IsOnGlobe(const SGeoTags& geo);
+// Whether there can be such a place: all corners are numbers, and those in degrees lie between the
+// poles.
+bool IsPlacePossible(const SGeoTags& geo);
 
 // The system of the map for a person, "EPSG 32611 (WGS 84 / UTM zone 11N)"; empty when the file
 // does not say it.

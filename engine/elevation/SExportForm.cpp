@@ -71,6 +71,16 @@ double GetNumber(const SExportForm& form, const SGroundFacts& facts, EExportNumb
     return 0.0;
 }
 
+// What a number of a target that counts metres has to be multiplied by.
+double
+GetLengthFactor(const SExportTarget& target, const SGroundFacts& facts, EExportNumber eNumber)
+{
+    constexpr double CENTIMETRE = 0.01;
+    const bool bLength = eNumber != EExportNumber::Zero && eNumber != EExportNumber::Columns &&
+                         eNumber != EExportNumber::Rows;
+    return target.bMetres && bLength && facts.eUnit == ELevelUnit::Centimetre ? CENTIMETRE : 1.0;
+}
+
 // False when the ground cannot have that scale.
 bool ChooseScale(const SExportTarget& target, const SGroundFacts& facts, SExportForm& form)
 {
@@ -149,7 +159,8 @@ bool SExportForm::Make(const SExportTarget& target,
     }
     for (const STargetNumber& number : target.numbers)
     {
-        const double dNumber = GetNumber(made, facts, number.eNumber) * number.dFactor;
+        const double dNumber = GetNumber(made, facts, number.eNumber) * number.dFactor *
+                               GetLengthFactor(target, facts, number.eNumber);
         made.numbers.emplace_back(number.strLabel, MakeNumber(dNumber));
     }
     *this = std::move(made);
@@ -166,6 +177,7 @@ SExportOptions SExportForm::GetOptions(const SExportTarget& target) const
     // A float of 0 to 1 is a code; of others 1 is not said, because their spacing is in that unit.
     const bool bCode = !bRounded && dFull > 0.0;
     options.dWhite = bCode ? dBase + dUnit : 0.0;
+    options.bLowWhite = bCode;
     options.dUnit = bCode || (!bRounded && dUnit == 1.0) ? 0.0 : dUnit;
     return options;
 }
@@ -182,8 +194,8 @@ std::string SExportForm::GetRangeText(const SGroundFacts& facts) const
     {
         const double dSample = (static_cast<double>(fHeight) - dBase) / dUnit;
         // As it is written, which may be less than the height.
-        const double dStep = std::clamp(std::floor(dSample + 0.5), 0.0, dFull);
-        return MakeNumber(bRounded ? dStep : dSample);
+        const double dStep = bRounded ? std::floor(dSample + 0.5) : dSample;
+        return MakeNumber(dFull > 0.0 ? std::clamp(dStep, 0.0, dFull) : dStep);
     };
     return getSample(facts.fLow) + " to " + getSample(facts.fHigh);
 }
@@ -191,6 +203,21 @@ std::string SExportForm::GetRangeText(const SGroundFacts& facts) const
 std::string SExportForm::GetStepText() const
 {
     return bRounded ? MakeNumber(dUnit) : "float";
+}
+
+std::string SExportForm::GetUnitText(const SGroundFacts& facts)
+{
+    return std::string("One unit of the level is taken for a ") +
+           (facts.eUnit == ELevelUnit::Metre ? "metre." : "centimetre.");
+}
+
+std::string SExportForm::GetFitText(const SGroundFacts& facts) const
+{
+    return MakeText("The level's %u x %u vertices are interpolated to %u x %u samples.",
+                    facts.uColumns,
+                    facts.uRows,
+                    uColumns,
+                    uRows);
 }
 
 std::string SExportForm::GetText(const SExportTarget& target, const SGroundFacts& facts) const
@@ -201,6 +228,29 @@ std::string SExportForm::GetText(const SExportTarget& target, const SGroundFacts
     strText += "Numbers in the file: " + GetRangeText(facts) + "\n";
     strText += std::string("Height of one ") + (bRounded ? "step" : "unit") + ": " +
                MakeNumber(dUnit) + "\n";
+    // What an import of the file reads again.
+    strText += "Height of 0 in the file: " + MakeNumber(dBase) + "\n";
+    const double dWidth = GetNumber(*this, facts, EExportNumber::Width);
+    const double dDepth = GetNumber(*this, facts, EExportNumber::Depth);
+    strText += "Size: " + MakeNumber(dWidth) + " x " + MakeNumber(dDepth) + "\n";
+    strText += "Spacing: " + MakeNumber(GetNumber(*this, facts, EExportNumber::SpacingX)) + " x " +
+               MakeNumber(GetNumber(*this, facts, EExportNumber::SpacingZ)) + "\n";
+    strText +=
+        "Maximum height: " + MakeNumber(GetNumber(*this, facts, EExportNumber::Highest)) + "\n";
+    const SElevationFormat* pFormat = FindFormatByName(("x." + target.strExtension).c_str());
+    if (pFormat != nullptr && pFormat->bRaw)
+    {
+        strText += std::string("Byte order: ") +
+                   (target.eByteOrder == EByteOrder::Big ? "big" : "little") + "\n";
+    }
+    if (IsInterpolated(facts))
+    {
+        strText += GetFitText(facts) + "\n";
+    }
+    if (target.bMetres)
+    {
+        strText += GetUnitText(facts) + "\n";
+    }
     for (const auto& [strLabel, strNumber] : numbers)
     {
         strText.append(strLabel).append(": ").append(strNumber).append("\n");

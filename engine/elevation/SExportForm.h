@@ -19,6 +19,7 @@ struct SGroundFacts
     SVec3 size;
     float fLow = 0.0F; // of the finite heights
     float fHigh = 0.0F;
+    ELevelUnit eUnit = ELevelUnit::Metre;
 
     TELLUR_API static SGroundFacts Measure(const SSampleView& heights, const SVec3& size);
 };
@@ -57,6 +58,12 @@ struct SExportForm
     TELLUR_API std::string GetRangeText(const SGroundFacts& facts) const;
     TELLUR_API std::string GetStepText() const;
 
-    // All of it in lines, for the file beside the height map.
+    // What the numbers of a target that counts metres go by.
+    TELLUR_API static std::string GetUnitText(const SGroundFacts& facts);
+
+    // What becomes of a level whose sides the program does not take.
+    TELLUR_API std::string GetFitText(const SGroundFacts& facts) const;
+
+    // All of it in lines, as SExportNotes reads them, for the file beside the height map.
     TELLUR_API std::string GetText(const SExportTarget& target, const SGroundFacts& facts) const;
 };

@@ -20,6 +20,11 @@ struct SExportOptions
 
     // Not said by a user but known of the heights: where they lie on a map.
     SGeoTags geo = {};
+
+    // dWhite counts although it is not above 0: of ground that lies below it.
+    bool bLowWhite = false;
+
+    bool IsWhiteSaid() const { return bLowWhite || dWhite > 0.0; }
 };
 
 // How heights become samples: counted from the base, divided by the unit, rounded, cut to what the

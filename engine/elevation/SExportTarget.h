@@ -44,7 +44,7 @@ struct STargetNumber
 {
     std::string strLabel;
     EExportNumber eNumber = EExportNumber::White;
-    double dFactor = 1.0; // of that program's units to one of ours
+    double dFactor = 1.0; // that program's units for one of ours, see SExportTarget::bMetres
 };
 
 // What a program asks of a height map. A row of the table of targets.
@@ -60,7 +60,15 @@ struct SExportTarget
     ESideRule eSide = ESideRule::Any;
     uint32_t uSideStep = 1;
     EHeightCodes eHeights = EHeightCodes::Unit;
-    double dUnit = 1.0; // with EHeightCodes::Unit
-    double dZero = 0.0; // the number in the file of height 0; not with EHeightCodes::Range
+    double dUnit = 1.0;   // with EHeightCodes::Unit
+    double dZero = 0.0;   // the number in the file of height 0; not with EHeightCodes::Range
+    bool bMetres = false; // the factors of lengths hold for a level whose unit is a metre
     std::vector<STargetNumber> numbers;
+};
+
+// What one terrain unit is. No file says it, so it matters only to a program that counts metres.
+enum class ELevelUnit : uint8_t
+{
+    Centimetre, // as the editor's own texts have it
+    Metre,      // as maps have it
 };

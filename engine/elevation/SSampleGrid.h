@@ -39,6 +39,7 @@ struct SSampleInfo
     double dSpacingZ = 0.0;  // between rows
     bool bInDegrees = false; // the spacings are angles, no lengths
     SGeoTags geo;            // of the corner samples
+    bool bBadPlace = false;  // the file says a place that there cannot be, geo does not know it
 };
 
 // Elevations as a file has them: row 0 is north, column 0 west, index row * uColumns + column, in

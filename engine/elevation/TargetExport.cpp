@@ -1,13 +1,17 @@
 #include "engine/elevation/TargetExport.h"
 
+#include "engine/elevation/DegreeLength.h"
 #include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/HeightExport.h"
 #include "engine/elevation/ReportText.h"
 #include "engine/elevation/Resample.h"
+#include "engine/elevation/SExportNotes.h"
 #include "engine/elevation/TileSet.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
 
+#include <algorithm>
+#include <cmath>
 #include <new>
 #include <utility>
 
@@ -21,23 +25,58 @@ bool Fail(const std::string& strPath, const std::string& strFault)
 }
 
 // Why these files cannot be written; empty when they can.
-std::string FindFault(const std::string& strPath, const SExportTarget& target, uint32_t uTiles)
+std::string FindFault(const std::string& strPath, const SExportTarget& target)
 {
     const SElevationFormat* pFormat = FindFormatByName(strPath.c_str());
     if (pFormat == nullptr || pFormat != FindFormatByName(("x." + target.strExtension).c_str()))
     {
         return "\"" + target.strName + "\" is written to files of ." + target.strExtension;
     }
-    // Whoever reads the set would take the tiles of a larger one for part of it.
-    for (const auto& [uX, uY] : {std::pair(uTiles, 0U), std::pair(0U, uTiles)})
+    return "";
+}
+
+// Finds what lies in the way of the files.
+void ListOldFiles(const std::string& strPath, uint32_t uTiles, STargetExport& planned)
+{
+    const auto add = [](const std::string& strFile, std::vector<std::string>& files)
     {
-        const std::string strOther = GetTilePath(strPath, uX, uY);
-        if (uTiles > 1 && fs::exists(strOther.c_str()))
+        if (fs::exists(strFile.c_str()))
         {
-            return strOther + " is there, of a set of more tiles";
+            files.push_back(strFile);
+        }
+    };
+    if (uTiles == 1)
+    {
+        add(strPath, planned.replaced);
+    }
+    else
+    {
+        // As far as whoever reads the set would go on.
+        const STileSet old = STileSet::Extend(strPath, uTiles);
+        for (uint32_t i = 0; i < old.uColumns * old.uRows; ++i)
+        {
+            const uint32_t uX = i % old.uColumns;
+            const uint32_t uY = i / old.uColumns;
+            add(GetTilePath(strPath, uX, uY),
+                std::max(uX, uY) < uTiles ? planned.replaced : planned.removed);
         }
     }
-    return "";
+    add(GetTargetTextPath(strPath), planned.replaced);
+}
+
+bool RemoveTiles(const std::vector<std::string>& tiles)
+{
+    for (const std::string& strTile : tiles)
+    {
+        if (fs::remove(strTile.c_str()) != 0 && fs::exists(strTile.c_str()))
+        {
+            CrashLog(
+                "[ExportHeights] %s: cannot be removed, and would be read with the new tiles\n",
+                strTile.c_str());
+            return false;
+        }
+    }
+    return true;
 }
 
 bool WriteTiles(const std::string& strPath,
@@ -87,9 +126,24 @@ bool WriteText(const std::string& strPath, const std::string& strText)
 
 } // namespace
 
+ELevelUnit GuessLevelUnit(const SGeoTags& geo, const SVec3& size)
+{
+    constexpr double BETWEEN = 10.0; // units a metre: one, or a hundred
+    if (!geo.bKnown)
+    {
+        return ELevelUnit::Centimetre;
+    }
+    const SDegreeLength length =
+        geo.bDegrees ? GetDegreeLength(geo.GetMiddleY()) : SDegreeLength{1.0, 1.0};
+    const double dMetres = std::hypot((geo.lastZ.dX - geo.first.dX) * length.dEast,
+                                      (geo.lastZ.dY - geo.first.dY) * length.dNorth);
+    return std::fabs(static_cast<double>(size.z)) < BETWEEN * dMetres ? ELevelUnit::Metre
+                                                                      : ELevelUnit::Centimetre;
+}
+
 bool PlanTargetExport(const std::string& strPath,
                       const SExportTarget& target,
-                      uint32_t uTiles,
+                      const STargetChoice& choice,
                       const SSampleView& heights,
                       const SVec3& size,
                       const SGeoTags& geo,
@@ -97,10 +151,12 @@ bool PlanTargetExport(const std::string& strPath,
 {
     try
     {
+        const uint32_t uTiles = choice.uTiles;
         STargetExport planned;
         planned.target = target;
         planned.facts = SGroundFacts::Measure(heights, size);
-        std::string strFault = FindFault(strPath, target, uTiles);
+        planned.facts.eUnit = choice.unit.value_or(GuessLevelUnit(geo, size));
+        std::string strFault = FindFault(strPath, target);
         if (!strFault.empty() || !planned.form.Make(target, planned.facts, uTiles, strFault))
         {
             return Fail(strPath, strFault);
@@ -134,10 +190,16 @@ bool PlanTargetExport(const std::string& strPath,
             lines.push_back("tiles: " + form.GetSamplesText() + " samples, from " +
                             GetTilePath(strPath, 0, 0) + " on");
         }
+        if (target.bMetres)
+        {
+            lines.push_back((choice.unit ? "unit: " : "assumed: ") +
+                            SExportForm::GetUnitText(planned.facts));
+        }
         for (const auto& [strLabel, strNumber] : form.numbers)
         {
             lines.emplace_back("to type: ").append(strLabel).append(": ").append(strNumber);
         }
+        ListOldFiles(strPath, uTiles, planned);
         made = std::move(planned);
         return true;
     }
@@ -169,13 +231,20 @@ bool WriteTargetExport(const std::string& strPath,
             CrashLog("[ExportHeights] %s\n", group.last_error().get_error_text());
             return false;
         }
-        return true;
+        return RemoveTiles(made.removed);
     }
     catch (const std::bad_alloc&)
     {
         CrashLog("[ExportHeights] %s: not enough memory\n", strPath.c_str());
         return false;
     }
+}
+
+bool DropOldText(const std::string& strPath)
+{
+    const std::string strText = GetTargetTextPath(strPath);
+    SExportNotes notes;
+    return notes.Read(strText) && notes.uTiles == 1 && fs::remove(strText.c_str()) == 0;
 }
 
 std::string GetTargetTextPath(const std::string& strPath)

@@ -4,8 +4,9 @@
 #include "host/FileSystem.h"
 
 #include <algorithm>
-#include <bit>
+#include <cmath>
 #include <cstring>
+#include <optional>
 #include <utility>
 
 namespace
@@ -22,20 +23,27 @@ size_t FindExtension(const std::string& strPath)
     return bDot ? nDot : strPath.size();
 }
 
-// What is put together.
+// What is put together: side by side at first, since only the last tile shows whether all
+// neighbours have one edge.
 class CTileJoint
 {
 public:
-    CTileJoint(const SSampleInfo& first, bool bShared, uint32_t uColumns, uint32_t uRows)
+    CTileJoint(const SSampleInfo& first, uint32_t uColumns, uint32_t uRows)
         : m_Info(first)
-        , m_Shared(bShared ? 1 : 0)
+        , m_Columns(uColumns)
+        , m_Rows(uRows)
     {
         static_cast<SSampleInfo&>(m_Whole) = first;
-        m_Whole.uColumns = (first.uColumns - m_Shared) * uColumns + m_Shared;
-        m_Whole.uRows = (first.uRows - m_Shared) * uRows + m_Shared;
+        m_Whole.uColumns = first.uColumns * uColumns;
+        m_Whole.uRows = first.uRows * uRows;
     }
 
-    bool IsPossible() const { return std::max(m_Whole.uColumns, m_Whole.uRows) <= MAX_SAMPLES; }
+    // Whether they are as many samples as a grid may have where their edges are shared.
+    bool IsPossible() const
+    {
+        return std::max(m_Whole.uColumns - (m_Columns - 1), m_Whole.uRows - (m_Rows - 1)) <=
+               MAX_SAMPLES;
+    }
 
     bool IsAlike(const SSampleInfo& tile) const
     {
@@ -45,52 +53,90 @@ public:
 
     void Allocate() { m_Whole.samples.resize(size_t{m_Whole.uColumns} * m_Whole.uRows); }
 
-    void Place(const SSampleGrid& tile, uint32_t uX, uint32_t uY)
-    {
-        const size_t nColumn = size_t{tile.uColumns - m_Shared} * uX;
-        const size_t nRow = size_t{tile.uRows - m_Shared} * uY;
-        for (uint32_t z = 0; z < tile.uRows; ++z)
-        {
-            std::copy_n(tile.samples.begin() + static_cast<ptrdiff_t>(size_t{z} * tile.uColumns),
-                        tile.uColumns,
-                        m_Whole.samples.begin() +
-                            static_cast<ptrdiff_t>((nRow + z) * m_Whole.uColumns + nColumn));
-        }
-        m_Whole.geo.bKnown = m_Whole.geo.bKnown && tile.geo.bKnown;
-        if (uY == 0)
-        {
-            m_Whole.geo.lastX = tile.geo.lastX; // that of the last tile stays
-        }
-        if (uX == 0)
-        {
-            m_Whole.geo.lastZ = tile.geo.lastZ;
-        }
-    }
+    void Place(const SSampleGrid& tile, uint32_t uX, uint32_t uY);
+
+    // Takes the second samples of the edges out where every pair of neighbours has the same ones.
+    // False when the samples are too many as they lie then.
+    bool Close();
+
+    bool IsShared() const { return m_Shared; }
 
     SSampleGrid& GetWhole() { return m_Whole; }
 
 private:
-    SSampleInfo m_Info;
-    uint32_t m_Shared;
+    float* GetRow(size_t nRow) { return m_Whole.samples.data() + nRow * m_Whole.uColumns; }
+
+    // Whether the samples from there on are also those before them, voids too.
+    bool IsRepeated(const float* pSample, size_t nBefore, size_t nStep, uint32_t uCount) const;
+
+    SSampleInfo m_Info; // of one tile
+    uint32_t m_Columns; // tiles
+    uint32_t m_Rows;
+    bool m_Shared = true;
     SSampleGrid m_Whole;
 };
 
-// Whether the last samples of one tile are the first ones of the next, voids too.
-bool HaveOneEdge(const SSampleGrid& tile, const SSampleGrid& next, bool bAlongX)
+bool CTileJoint::IsRepeated(const float* pSample,
+                            size_t nBefore,
+                            size_t nStep,
+                            uint32_t uCount) const
 {
-    const uint32_t uCount = bAlongX ? tile.uRows : tile.uColumns;
-    const size_t nLast = bAlongX ? tile.uColumns - 1 : size_t{tile.uRows - 1} * tile.uColumns;
-    const size_t nStep = bAlongX ? tile.uColumns : 1;
-    for (uint32_t i = 0; i < uCount; ++i)
+    for (uint32_t i = 0; i < uCount; ++i, pSample += nStep)
     {
-        const float* pLeft = tile.samples.data() + nLast + i * nStep;
-        const float* pRight = next.samples.data() + i * nStep;
-        if (std::bit_cast<uint32_t>(*pLeft) != std::bit_cast<uint32_t>(*pRight))
+        const float fBefore = *(pSample - nBefore);
+        if (fBefore != *pSample && !(std::isnan(fBefore) && std::isnan(*pSample)))
         {
             return false;
         }
     }
     return true;
+}
+
+void CTileJoint::Place(const SSampleGrid& tile, uint32_t uX, uint32_t uY)
+{
+    const size_t nColumn = size_t{tile.uColumns} * uX;
+    const size_t nRow = size_t{tile.uRows} * uY;
+    for (uint32_t z = 0; z < tile.uRows; ++z)
+    {
+        std::copy_n(tile.samples.data() + size_t{z} * tile.uColumns,
+                    tile.uColumns,
+                    GetRow(nRow + z) + nColumn);
+    }
+    const float* pFirst = GetRow(nRow) + nColumn;
+    m_Shared = m_Shared && (uX == 0 || IsRepeated(pFirst, 1, m_Whole.uColumns, tile.uRows)) &&
+               (uY == 0 || IsRepeated(pFirst, m_Whole.uColumns, 1, tile.uColumns));
+    m_Whole.geo.bKnown = m_Whole.geo.bKnown && tile.geo.bKnown;
+    if (uY == 0)
+    {
+        m_Whole.geo.lastX = tile.geo.lastX; // that of the last tile stays
+    }
+    if (uX == 0)
+    {
+        m_Whole.geo.lastZ = tile.geo.lastZ;
+    }
+}
+
+bool CTileJoint::Close()
+{
+    if (m_Shared)
+    {
+        float* pDest = m_Whole.samples.data(); // never before what is still to be read
+        for (uint32_t z = 0; z < m_Whole.uRows; ++z)
+        {
+            const bool bSecond = z > 0 && z % m_Info.uRows == 0;
+            const float* pRow = GetRow(z);
+            for (uint32_t i = 0; i < m_Columns && !bSecond; ++i)
+            {
+                const uint32_t uSkipped = i > 0 ? 1 : 0;
+                const float* pTile = pRow + size_t{i} * m_Info.uColumns;
+                pDest = std::copy(pTile + uSkipped, pTile + m_Info.uColumns, pDest);
+            }
+        }
+        m_Whole.uColumns -= m_Columns - 1;
+        m_Whole.uRows -= m_Rows - 1;
+        m_Whole.samples.resize(size_t{m_Whole.uColumns} * m_Whole.uRows);
+    }
+    return std::max(m_Whole.uColumns, m_Whole.uRows) <= MAX_SAMPLES;
 }
 
 } // namespace
@@ -110,17 +156,22 @@ bool STileSet::Find(const std::string& strFirstTile)
     }
     strPath = strName.substr(0, strName.size() - std::strlen(FIRST_TILE)) +
               strFirstTile.substr(strName.size());
-    uColumns = 1;
-    uRows = 1;
-    while (uColumns < MOST_FOUND && fs::exists(GetTilePath(strPath, uColumns, 0).c_str()))
-    {
-        ++uColumns;
-    }
-    while (uRows < MOST_FOUND && fs::exists(GetTilePath(strPath, 0, uRows).c_str()))
-    {
-        ++uRows;
-    }
+    *this = Extend(strPath, 1);
     return uColumns > 1 || uRows > 1;
+}
+
+STileSet STileSet::Extend(const std::string& strPath, uint32_t uTiles)
+{
+    STileSet set{strPath, uTiles, uTiles};
+    while (set.uColumns < MOST_FOUND && fs::exists(GetTilePath(strPath, set.uColumns, 0).c_str()))
+    {
+        ++set.uColumns;
+    }
+    while (set.uRows < MOST_FOUND && fs::exists(GetTilePath(strPath, 0, set.uRows).c_str()))
+    {
+        ++set.uRows;
+    }
+    return set;
 }
 
 bool STileSet::Join(const std::function<bool(const std::string&, SSampleGrid&)>& read,
@@ -128,42 +179,48 @@ bool STileSet::Join(const std::function<bool(const std::string&, SSampleGrid&)>&
                     std::vector<std::string>& lines,
                     std::string& strLine) const
 {
-    SSampleGrid first;
-    SSampleGrid tile;
-    const bool bAlongX = uColumns > 1;
-    const std::string strSecond = GetTilePath(strPath, bAlongX ? 1 : 0, bAlongX ? 0 : 1);
-    if (!read(GetTilePath(strPath, 0, 0), first) || !read(strSecond, tile))
-    {
-        return false;
-    }
-    const CTileJoint alike(first, false, uColumns, uRows);
-    const bool bShared = alike.IsAlike(tile) && HaveOneEdge(first, tile, bAlongX);
-    CTileJoint joint(first, bShared, uColumns, uRows);
-    if (!joint.IsPossible())
+    const auto fail = [&]
     {
         strLine =
             MakeText("%s: %u x %u tiles are too many samples", strPath.c_str(), uColumns, uRows);
         return false;
-    }
-    joint.Allocate();
+    };
+    std::optional<CTileJoint> joint;
+    uint32_t uTileColumns = 0;
+    uint32_t uTileRows = 0;
     for (uint32_t i = 0; i < uColumns * uRows; ++i)
     {
+        SSampleGrid tile;
         const std::string strTile = GetTilePath(strPath, i % uColumns, i / uColumns);
         if (!read(strTile, tile))
         {
             return false;
         }
-        if (!joint.IsAlike(tile))
+        if (!joint)
+        {
+            uTileColumns = tile.uColumns;
+            uTileRows = tile.uRows;
+            joint.emplace(tile, uColumns, uRows);
+            if (!joint->IsPossible())
+            {
+                return fail();
+            }
+            joint->Allocate();
+        }
+        if (!joint->IsAlike(tile))
         {
             strLine = strTile + ": its samples are others than those of the first tile";
             return false;
         }
-        joint.Place(tile, i % uColumns, i / uColumns);
+        joint->Place(tile, i % uColumns, i / uColumns);
+    }
+    if (!joint || !joint->Close())
+    {
+        return fail();
     }
     lines.push_back(
-        MakeText(
-            "tiles: %u x %u of %u x %u samples, ", uColumns, uRows, first.uColumns, first.uRows) +
-        (bShared ? "edges are shared" : "side by side"));
-    grid = std::move(joint.GetWhole());
+        MakeText("tiles: %u x %u of %u x %u samples, ", uColumns, uRows, uTileColumns, uTileRows) +
+        (joint->IsShared() ? "edges are shared" : "side by side"));
+    grid = std::move(joint->GetWhole());
     return true;
 }

@@ -23,10 +23,14 @@ struct STileSet
 
     // Looks what lies beside the first tile of a set, whose name ends in "_x0_y0". False for the
     // name of another file, and for a tile that is alone.
-    bool Find(const std::string& strFirstTile);
+    TELLUR_API bool Find(const std::string& strFirstTile);
 
-    // Makes one grid of all. read: reads one file, false when the fault is known to it. An edge
-    // that the first two tiles have both comes once; else the tiles lie side by side. lines: what
+    // What a set of uTiles tiles a side would be read as, with tiles of a larger one behind it.
+    // strPath: of the whole.
+    static STileSet Extend(const std::string& strPath, uint32_t uTiles);
+
+    // Makes one grid of all. read: reads one file, false when the fault is known to it. Edges
+    // that all neighbours have both come once; else the tiles lie side by side. lines: what
     // was done. False with strLine, the whole line, or with none where read has failed.
     bool Join(const std::function<bool(const std::string&, SSampleGrid&)>& read,
               SSampleGrid& grid,

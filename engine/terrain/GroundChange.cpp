@@ -44,6 +44,40 @@ SHeightRule MakeRule(const SVec3& before, const SGroundAct& act)
     return rule;
 }
 
+constexpr uint32_t CUT_TILE = 64; // vertices a side
+
+// Heights below 0 are left alone. The rule never falls where heights rise, so that the ends of a
+// range speak for what is between.
+size_t CountCutInTile(const CTerrain& terrain, const SHeightRule& rule, const SVertexRect& tile)
+{
+    const auto isCut = [&rule](float fHeight)
+    {
+        const double fWanted = rule.GetWanted(fHeight);
+        return fHeight >= 0.0F && (fWanted < 0.0 || fWanted > rule.fLimit);
+    };
+    SHeightRange range;
+    if (terrain.GetHeightRange(tile, range.fMin, range.fMax))
+    {
+        const double fLowest = rule.GetWanted(std::max(range.fMin, 0.0F));
+        const double fHighest = rule.GetWanted(range.fMax);
+        if (fLowest >= 0.0 && fHighest <= rule.fLimit)
+        {
+            return 0;
+        }
+        if (range.fMin >= 0.0F && (fHighest < 0.0 || fLowest > rule.fLimit))
+        {
+            return size_t{tile.uEndX - tile.uMinX} * (tile.uEndZ - tile.uMinZ);
+        }
+    }
+    size_t nCut = 0;
+    for (uint32_t z = tile.uMinZ; z < tile.uEndZ; ++z)
+    {
+        const float* pRow = terrain.GetHeightData() + size_t{z} * terrain.GetVerticesX();
+        nCut += static_cast<size_t>(std::count_if(pRow + tile.uMinX, pRow + tile.uEndX, isCut));
+    }
+    return nCut;
+}
+
 bool AdjustHeights(const CTerrain& terrain, const SHeightRule& rule, SHeightField& field)
 {
     CProgressSteps progress("Changing the ground", field.uSizeZ);
@@ -289,13 +323,17 @@ size_t CountCutVertices(const CTerrain& terrain, const SGroundAct& act)
     {
         return 0;
     }
-    const float* pHeights = terrain.GetHeightData();
-    return static_cast<size_t>(
-        std::count_if(pHeights,
-                      pHeights + size_t{terrain.GetVerticesX()} * terrain.GetVerticesZ(),
-                      [&rule](float fHeight)
-                      {
-                          const double fWanted = rule.GetWanted(fHeight);
-                          return fHeight >= 0.0F && (fWanted < 0.0 || fWanted > rule.fLimit);
-                      }));
+    // By tiles, whose ranges mostly tell of all their vertices at once: this follows every key.
+    size_t nCut = 0;
+    for (uint32_t z = 0; z < whole.uEndZ; z += CUT_TILE)
+    {
+        for (uint32_t x = 0; x < whole.uEndX; x += CUT_TILE)
+        {
+            nCut += CountCutInTile(
+                terrain,
+                rule,
+                {x, z, std::min(x + CUT_TILE, whole.uEndX), std::min(z + CUT_TILE, whole.uEndZ)});
+        }
+    }
+    return nCut;
 }

@@ -45,7 +45,7 @@ protected:
     bool Plan(const SExportTarget& target, uint32_t uTiles)
     {
         m_Path = m_Folder.Path("map.") + target.strExtension;
-        return PlanTargetExport(m_Path, target, uTiles, GetView(), SIZE, {}, m_Made);
+        return PlanTargetExport(m_Path, target, {uTiles}, GetView(), SIZE, {}, m_Made);
     }
 
     bool Write() { return WriteTargetExport(m_Path, GetView(), SIZE, m_Made); }
@@ -141,6 +141,42 @@ TEST_F(ExportTargets, EveryRowOfTheTableComesBackUnturnedToHalfAStep)
     EXPECT_EQ(m_Log.GetText(), "");
 }
 
+TEST_F(ExportTargets, FloatsFromTheLowestToTheHighestHoldGroundBelowZero)
+{
+    SExportTarget target;
+    target.eHeights = EHeightCodes::Range;
+    m_Columns = 33;
+    for (const char* pszExtension : {"exr", "r32"})
+    {
+        target.strExtension = pszExtension;
+        for (const float fHighest : {-40.0F, 0.0F, 30.0F})
+        {
+            SCOPED_TRACE(testing::Message() << pszExtension << ", highest " << fHighest);
+            m_Heights = MakeGround(33, 17);
+            const float fTop = *std::max_element(m_Heights.begin(), m_Heights.end());
+            for (float& fHeight : m_Heights)
+            {
+                fHeight += fHighest - fTop;
+            }
+            target.uBits = 32;
+            ASSERT_TRUE(Plan(target, 1) && Write()) << m_Log.GetText();
+            EXPECT_EQ(m_Made.plan.nBelow + m_Made.plan.nAbove, 0U);
+            // The bare numbers lie between 0 and 1, and scale and base make the ground of them.
+            SImportOptions in{.uColumns = 33, .dUnit = 1.0, .eFit = EFit::Keep};
+            SImportReport report;
+            SHeightField field;
+            ASSERT_TRUE(ImportHeights(m_Path.c_str(), in, field, report));
+            EXPECT_EQ(report.fLow, 0.0F);
+            EXPECT_EQ(report.fHigh, 1.0F);
+            in.dUnit = m_Made.form.dUnit;
+            in.dBase = m_Made.form.dBase;
+            ASSERT_TRUE(ImportHeights(m_Path.c_str(), in, field, report));
+            ExpectSameGround(field, 1);
+        }
+    }
+    EXPECT_EQ(m_Log.GetText(), "");
+}
+
 TEST_F(ExportTargets, NumbersToTypeAreThoseOfTheLevel)
 {
     m_Columns = 65;
@@ -153,6 +189,7 @@ TEST_F(ExportTargets, NumbersToTypeAreThoseOfTheLevel)
          1,
          "Samples: 65 x 33, the first row is north, the first column is west\n"
          "Numbers in the file: 0 to 65535\nHeight of one step: 0.02327001\n"
+         "Height of 0 in the file: -20\nSize: 960 x 480\nSpacing: 15 x 15\nMaximum height: 2000\n"
          "Height from black to white: 1525\nOffset, height of black: -20\n"
          "Size x: 960\nSize z: 480\n"},
         // 2000 above 32768 is 32767 steps; 64 cells are nearest to 63, 32 to none.
@@ -160,11 +197,17 @@ TEST_F(ExportTargets, NumbersToTypeAreThoseOfTheLevel)
          1,
          "Samples: 64 x 64, the first row is north, the first column is west\n"
          "Numbers in the file: 32440 to 57425\nHeight of one step: 0.06103702\n"
-         "Scale z: 781.2738\nNumber of height 0: 32768\nScale x: 1523.81\nScale y: 761.9048\n"},
+         "Height of 0 in the file: -2000.061\nSize: 960 x 480\nSpacing: 15.2381 x 7.619048\n"
+         "Maximum height: 2000\n"
+         "The level's 65 x 33 vertices are interpolated to 64 x 64 samples.\n"
+         "One unit of the level is taken for a centimetre.\n"
+         "Scale z: 7.812738\nNumber of height 0: 32768\nScale x: 15.2381\nScale y: 7.619048\n"},
         {"Raw 16-bit, square, from the south",
          4,
          "Samples: 4 x 4 tiles of 17 x 17, the first row is south, the first column is west\n"
          "Numbers in the file: 0 to 49315\nHeight of one step: 0.03051804\n"
+         "Height of 0 in the file: 0\nSize: 960 x 480\nSpacing: 15 x 7.5\nMaximum height: 2000\n"
+         "Byte order: little\nThe level's 65 x 33 vertices are interpolated to 65 x 65 samples.\n"
          "Resolution: 17\nTerrain height: 2000\nPosition y: 0\nTerrain width: 960\n"
          "Terrain length: 480\n"},
     };
@@ -187,6 +230,31 @@ TEST_F(ExportTargets, NumbersToTypeAreThoseOfTheLevel)
     EXPECT_EQ(uSample, std::lround(m_Heights[size_t{32} * 65] / 2000.0F * 65535.0F));
 }
 
+TEST_F(ExportTargets, AProgramThatCountsMetresGoesByTheUnitOfTheLevel)
+{
+    m_Columns = 65;
+    m_Heights = MakeGround(65, 33);
+    const std::vector<SExportTarget> targets = ReadShipped();
+    // Of metres a hundred times as much; a level from a map says itself what it is in.
+    SGeoTags geo;
+    geo.bKnown = true;
+    geo.lastX = {960.0, 0.0};
+    for (const auto& [dDepth, unit, strScale] :
+         std::initializer_list<std::tuple<double, std::optional<ELevelUnit>, const char*>>{
+             {480.0, {}, "781.2738"},
+             {4.8, {}, "7.812738"},
+             {480.0, ELevelUnit::Centimetre, "7.812738"}})
+    {
+        geo.lastZ = {0.0, -dDepth};
+        STargetExport made;
+        const SExportTarget* pMiddle = FindExportTarget(targets, "16-bit PNG, 0 in the middle");
+        ASSERT_TRUE(PlanTargetExport(
+            m_Folder.Path("a.png"), *pMiddle, {1, unit}, GetView(), SIZE, geo, made));
+        EXPECT_EQ(made.form.numbers[0].second, strScale);
+        EXPECT_EQ(made.form.numbers[1].second, "32768");
+    }
+}
+
 TEST_F(ExportTargets, TilesTakeTheirPlacesTogetherOrNoneDoes)
 {
     m_Columns = 33;
@@ -206,10 +274,16 @@ TEST_F(ExportTargets, TilesTakeTheirPlacesTogetherOrNoneDoes)
 
     // A smaller set would be read with tiles of this one.
     ASSERT_TRUE(Plan(target, 4) && Write());
-    EXPECT_FALSE(Plan(target, 2));
-    EXPECT_EQ(m_Log.TakeLines(),
-              std::vector<std::string>{"[PlanExport] " + m_Path + ": " + GetTilePath(m_Path, 2, 0) +
-                                       " is there, of a set of more tiles"});
+    ASSERT_TRUE(Plan(target, 2));
+    EXPECT_EQ(m_Made.replaced.size(), 5U);
+    EXPECT_EQ(m_Made.removed.size(), 12U);
+    ASSERT_TRUE(Write());
+    SSampleGrid whole;
+    SImportReport read;
+    ASSERT_TRUE(ReadElevation(GetTilePath(m_Path, 0, 0).c_str(), {}, whole, read));
+    EXPECT_EQ(whole.uColumns, 33U);
+    EXPECT_EQ(whole.uRows, 17U);
+    EXPECT_FALSE(std::filesystem::exists(GetTilePath(m_Path, 3, 3)));
 
     // Tiles without a common edge lie side by side, and one of another size is no part.
     WriteBytes(m_Folder.Path("side_x0_y0.asc"), "ncols 2\nnrows 2\ncellsize 1\n1 2\n3 4\n");
@@ -218,6 +292,12 @@ TEST_F(ExportTargets, TilesTakeTheirPlacesTogetherOrNoneDoes)
     SImportReport report;
     ASSERT_TRUE(ReadElevation(m_Folder.Path("side_x0_y0.asc").c_str(), {}, grid, report));
     EXPECT_EQ(grid.samples, (std::vector<float>{1, 2, 3, 4, 5, 6, 7, 8}));
+    // A common edge of two tiles is chance where the next two have none.
+    WriteBytes(m_Folder.Path("side_x1_y0.asc"), "ncols 2\nnrows 2\ncellsize 1\n2 8\n4 9\n");
+    WriteBytes(m_Folder.Path("side_x1_y1.asc"), "ncols 2\nnrows 2\ncellsize 1\n6 8\n8 7\n");
+    ASSERT_TRUE(ReadElevation(m_Folder.Path("side_x0_y0.asc").c_str(), {}, grid, report));
+    EXPECT_EQ(grid.samples, (std::vector<float>{1, 2, 2, 8, 3, 4, 4, 9, 5, 6, 6, 8, 7, 8, 8, 7}));
+    std::filesystem::remove(m_Folder.Path("side_x1_y0.asc"));
     WriteBytes(m_Folder.Path("side_x0_y1.asc"), "ncols 3\nnrows 2\ncellsize 1\n5 6 7\n8 9 9\n");
     EXPECT_FALSE(ReadElevation(m_Folder.Path("side_x0_y0.asc").c_str(), {}, grid, report));
     EXPECT_EQ(m_Log.TakeLines(),

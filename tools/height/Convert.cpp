@@ -104,10 +104,18 @@ bool WriteForTarget(const SHeightOptions& options,
                     const SImportReport& report)
 {
     const SSampleView view{field.pHeights.get(), field.uSizeX, field.uSizeZ};
-    const uint32_t uTiles = std::max(options.uTiles, 1U);
+    const STargetChoice choice{std::max(options.uTiles, 1U), options.levelUnit};
     STargetExport made;
-    if (!PlanTargetExport(options.strOutput, target, uTiles, view, field.size, field.geo, made))
+    if (!PlanTargetExport(options.strOutput, target, choice, view, field.size, field.geo, made))
     {
+        return false;
+    }
+    // Nobody is there to ask, and what OUT does not name is not thrown away.
+    if (!made.removed.empty())
+    {
+        CrashLog("[Convert] %s: %s is there, of a set of more tiles\n",
+                 options.strOutput.c_str(),
+                 made.removed.front().c_str());
         return false;
     }
     Print(report.lines);
@@ -157,5 +165,10 @@ bool Convert(const SHeightOptions& options)
     // leaves no file behind.
     Print(report.lines);
     Print(plan.lines);
-    return FlushStandardOutput("tellur-height") && ExportHeights(pszOutput, view, field.size, plan);
+    if (!FlushStandardOutput("tellur-height") || !ExportHeights(pszOutput, view, field.size, plan))
+    {
+        return false;
+    }
+    DropOldText(options.strOutput);
+    return true;
 }

@@ -55,6 +55,8 @@ constexpr char CONVERT_OPTIONS[] =
     "  --target NAME     write what this row of the table of File > Export asks for, and\n"
     "                    OUT.txt with what to type there; a wrong name lists the rows\n"
     "  --tiles N         as N x N files NAME_x0_y0 ... that share their edges\n"
+    "  --level-unit cm|m what one terrain unit is, for a target that counts metres\n"
+    "                    (default: by the place on a map, else cm)\n"
     "\n";
 
 constexpr char PICTURE_OPTIONS[] =

@@ -1,6 +1,6 @@
 #include "tools/height/Info.h"
 
-#include "engine/elevation/HeightImport.h"
+#include "engine/elevation/ImportPlan.h"
 #include "engine/elevation/MapSystem.h"
 #include "engine/elevation/ReportText.h"
 #include "engine/elevation/Resample.h"
@@ -60,6 +60,10 @@ void PrintFile(const std::string& strPath, const SSampleGrid& grid, const SImpor
         {
             std::printf("  %s\n", strLine.c_str());
         }
+    }
+    if (!report.pFormat->bTerrain)
+    {
+        std::printf("  %s\n", GetOrderLine(false).c_str());
     }
 }
 

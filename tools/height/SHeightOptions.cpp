@@ -1,17 +1,14 @@
 #include "tools/height/SHeightOptions.h"
 
-#include "engine/elevation/DegreeLength.h"
 #include "engine/elevation/ElevationFormats.h"
 #include "host/FileSystem.h"
 #include "host/TerrainSize.h"
+#include "tools/height/CValueReader.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstring>
-#include <initializer_list>
 #include <optional>
-#include <sstream>
 #include <variant>
 
 namespace
@@ -23,35 +20,6 @@ using EAction = SHeightOptions::EAction;
 constexpr uint32_t CONVERT = 1;
 constexpr uint32_t PICTURE = 2;
 constexpr uint32_t INFO = 4;
-
-// Also one below 0.
-struct SAnyNumber
-{
-    double* pNumber;
-};
-
-struct SOption
-{
-    const char* pszName;
-    uint32_t uCommands;
-    // What is filled: lengths and heights above 0, counts within their range, places from 0.
-    std::variant<float*,
-                 double*,
-                 SAnyNumber,
-                 std::string*,
-                 uint32_t*,
-                 std::optional<uint32_t>*,
-                 std::optional<double>*,
-                 std::optional<SVec3>*,
-                 EByteOrder*,
-                 EFit*,
-                 ETurn*,
-                 EFlip*,
-                 ESpacing*>
-        target;
-    uint32_t uLowest = 0;
-    uint32_t uHighest = 0;
-};
 
 std::vector<SOption> ListOptions(SHeightOptions& o)
 {
@@ -70,6 +38,7 @@ std::vector<SOption> ListOptions(SHeightOptions& o)
         {"--base", CONVERT, SAnyNumber{&in.dBase}},
         {"--target", CONVERT, &o.strTarget},
         {"--tiles", CONVERT, &o.uTiles, 1, MOST_TILES},
+        {"--level-unit", CONVERT, &o.levelUnit},
         {"--out-base", CONVERT, SAnyNumber{&o.output.dBase}},
         {"--out-bits", CONVERT, &o.output.uBits, 16, 32},
         {"--out-white", CONVERT, &o.output.dWhite},
@@ -88,144 +57,6 @@ std::vector<SOption> ListOptions(SHeightOptions& o)
         {"--spacing-z", CONVERT, &in.fSpacingZ},
     };
 }
-
-template <typename TValue> bool ReadWhole(const char* pszText, TValue& value)
-{
-    const char* pEnd = pszText + std::strlen(pszText);
-    const auto [pRead, error] = std::from_chars(pszText, pEnd, value);
-    return error == std::errc() && pRead == pEnd;
-}
-
-template <typename TEnum>
-bool ReadName(const char* pszText,
-              TEnum& eValue,
-              std::initializer_list<std::pair<const char*, TEnum>> names)
-{
-    for (const auto& [pszName, eNamed] : names)
-    {
-        if (std::strcmp(pszText, pszName) == 0)
-        {
-            eValue = eNamed;
-            return true;
-        }
-    }
-    return false;
-}
-
-// Reads the value of one option; each overload gives what it needs, empty when it was that.
-class CValueReader
-{
-public:
-    CValueReader(const SOption& option, const char* pszValue)
-        : m_Option(option)
-        , m_Value(pszValue)
-    {
-    }
-
-    template <typename TNumber> std::string operator()(TNumber* pNumber) const
-    {
-        TNumber number = 0;
-        if (!ReadWhole(m_Value, number) || !std::isfinite(number) || !(number > 0))
-        {
-            return "a number above 0";
-        }
-        *pNumber = number;
-        return "";
-    }
-
-    std::string operator()(uint32_t* pCount) const
-    {
-        uint32_t uCount = 0;
-        if (!ReadWhole(m_Value, uCount) || uCount < m_Option.uLowest || uCount > m_Option.uHighest)
-        {
-            return "a whole number from " + std::to_string(m_Option.uLowest) + " to " +
-                   std::to_string(m_Option.uHighest);
-        }
-        *pCount = uCount;
-        return "";
-    }
-
-    std::string operator()(SAnyNumber any) const
-    {
-        return ReadWhole(m_Value, *any.pNumber) && std::isfinite(*any.pNumber) ? "" : "a number";
-    }
-
-    std::string operator()(std::string* pText) const
-    {
-        *pText = m_Value;
-        return "";
-    }
-
-    std::string operator()(std::optional<uint32_t>* pPlace) const
-    {
-        return (*this)(&pPlace->emplace());
-    }
-
-    std::string operator()(std::optional<double>* pLatitude) const
-    {
-        return ReadWhole(m_Value, pLatitude->emplace()) && IsLatitude(**pLatitude)
-                   ? ""
-                   : "degrees from -90 to 90";
-    }
-
-    std::string operator()(std::optional<SVec3>* pPoint) const
-    {
-        constexpr float MOST = 1e9F; // squares of it are still numbers
-        SVec3& point = pPoint->emplace();
-        std::istringstream parts(m_Value);
-        std::string strPart;
-        for (float* pNumber : {&point.x, &point.y, &point.z})
-        {
-            if (!std::getline(parts, strPart, ',') || !ReadWhole(strPart.c_str(), *pNumber) ||
-                !(std::fabs(*pNumber) <= MOST))
-            {
-                return "three numbers X,Y,Z";
-            }
-        }
-        return std::getline(parts, strPart) ? "three numbers X,Y,Z" : "";
-    }
-
-    std::string operator()(EByteOrder* pOrder) const
-    {
-        return ReadName<EByteOrder>(
-                   m_Value, *pOrder, {{"little", EByteOrder::Little}, {"big", EByteOrder::Big}})
-                   ? ""
-                   : "little or big";
-    }
-
-    std::string operator()(EFit* pFit) const
-    {
-        return ReadName<EFit>(m_Value, *pFit, {{"resample", EFit::Resample}, {"crop", EFit::Crop}})
-                   ? ""
-                   : "resample or crop";
-    }
-
-    std::string operator()(ETurn* pTurn) const
-    {
-        return ReadName<ETurn>(m_Value,
-                               *pTurn,
-                               {{"90", ETurn::Right}, {"180", ETurn::Half}, {"270", ETurn::Left}})
-                   ? ""
-                   : "90, 180 or 270";
-    }
-
-    std::string operator()(EFlip* pFlip) const
-    {
-        return ReadName<EFlip>(
-                   m_Value, *pFlip, {{"x", EFlip::X}, {"z", EFlip::Z}, {"xz", EFlip::Both}})
-                   ? ""
-                   : "x, z or xz";
-    }
-
-    std::string operator()(ESpacing* pSpacing) const
-    {
-        return ReadName<ESpacing>(m_Value, *pSpacing, {{"auto", ESpacing::Auto}}) ? "" : "auto";
-    }
-
-private:
-    const SOption& m_Option;
-    const char* m_Value;
-};
 
 uint32_t GetCommand(EAction eAction)
 {
@@ -303,9 +134,9 @@ std::string FindContradiction(const SHeightOptions& options)
     const SExportOptions& out = options.output;
     const bool bOutput = out.dWhite > 0.0 || out.dUnit > 0.0 || out.dBase != 0.0 || out.uBits > 0 ||
                          out.eByteOrder != EByteOrder::None;
-    if (options.uTiles > 0 && options.strTarget.empty())
+    if ((options.uTiles > 0 || options.levelUnit) && options.strTarget.empty())
     {
-        return "--tiles needs --target";
+        return std::string(options.uTiles > 0 ? "--tiles" : "--level-unit") + " needs --target";
     }
 
     const struct

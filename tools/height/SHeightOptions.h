@@ -24,13 +24,14 @@ struct SHeightOptions
     EAction eAction = EAction::Convert;
     std::vector<std::string> inputs; // one to convert, one or more to draw or to tell about
     std::string strOutput;
-    SImportOptions import;  // its scale and byte order are the output's when the input is a
-                            // ".height" file
-    SExportOptions output;  // what is said of the output alone
-    std::string strTarget;  // a row of the table of targets; empty: OUT is as its name says
-    uint32_t uTiles = 0;    // a side, with a target
-    bool bFitGiven = false; // --fit or --size was given
-    uint32_t uPixels = 0;   // of a picture's longer side
+    SImportOptions import; // its scale and byte order are the output's when the input is a
+                           // ".height" file
+    SExportOptions output; // what is said of the output alone
+    std::string strTarget; // a row of the table of targets; empty: OUT is as its name says
+    uint32_t uTiles = 0;   // a side, with a target
+    std::optional<ELevelUnit> levelUnit; // with one that counts metres
+    bool bFitGiven = false;              // --fit or --size was given
+    uint32_t uPixels = 0;                // of a picture's longer side
     // Both or none: where a picture is seen from, and what lies in its middle.
     std::optional<SVec3> eye;
     std::optional<SVec3> target;

@@ -1,5 +1,7 @@
 // The dialog that shows what an import makes before it is made, worked by mouse and keyboard.
 
+#include "editor/app/CExportDialog.h"
+#include "editor/app/CFormScroll.h"
 #include "editor/app/CImportPicture.h"
 #include "tests/editor/app/DocumentsFixture.h"
 
@@ -9,6 +11,8 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
 #include <QSpinBox>
 
 #include <array>
@@ -108,6 +112,9 @@ TEST_F(CImports, WhatTheDialogShowsIsWhatTheLevelBecomes)
              EXPECT_EQ(GetWord(dialog, "system"), "the file says no system");
              EXPECT_EQ(GetWord(dialog, "size"), "33 x 33 vertices, 40 x 20 units");
              EXPECT_EQ(GetCornerNames(dialog)[0], "north-west of the file: 100");
+             EXPECT_TRUE(Get<QPlainTextEdit>(dialog, "import-assumed")
+                             .toPlainText()
+                             .contains("the first row is north (z = 0)"));
              const QImage before = Grab(Get<CImportPicture>(dialog, "import-picture"));
 
              Key("alt+t"); // the keyboard alone, as far as it goes
@@ -132,6 +139,7 @@ TEST_F(CImports, WhatTheDialogShowsIsWhatTheLevelBecomes)
              const QString strAssumed = Get<QPlainTextEdit>(dialog, "import-assumed").toPlainText();
              EXPECT_FALSE(strAssumed.contains("spacing")) << strAssumed.toStdString();
              EXPECT_TRUE(strAssumed.contains("assumed: 33 vertices a side"));
+             EXPECT_FALSE(strAssumed.contains("first row is north")) << "it is turned";
              SavePicture("import");
              Key("Return");
          });
@@ -177,6 +185,62 @@ TEST_F(CImports, CancelChangesNothingAndAStepComesBack)
          });
     EXPECT_EQ(GetCornerHeights(), (std::array<float, 4>{100, 200, 300, 400}));
     Key("ctrl+z");
+    EXPECT_TRUE(GetHeights() == before);
+}
+
+TEST_F(CImports, FitsTheScreenHoweverSmallAndEveryFieldIsReached)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const auto shrink = [this](QDialog& dialog, const char* pszLast)
+    {
+        EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.geometry()));
+        const QSize least(640, 400);
+        dialog.resize(least);
+        EXPECT_TRUE(WaitFor([&] { return dialog.size() == least; }, "a small dialog"));
+        auto* pScroll = dialog.findChild<CFormScroll*>();
+        pScroll->verticalScrollBar()->setValue(pScroll->verticalScrollBar()->maximum());
+        pScroll->horizontalScrollBar()->setValue(pScroll->horizontalScrollBar()->maximum());
+        Settle();
+        EXPECT_FALSE(Get<QWidget>(dialog, pszLast).visibleRegion().isEmpty());
+        EXPECT_FALSE(dialog.findChild<QDialogButtonBox*>()->visibleRegion().isEmpty());
+        SavePicture((std::string("small-") + pszLast).c_str());
+        Key("Escape");
+    };
+    Work(WriteTile("N46E007.hgt"),
+         [&](CImportDialog& dialog) { shrink(dialog, "import-assumed"); });
+    Answer<CExportDialog>([this] { Trigger("file.export"); },
+                          [&](CExportDialog& dialog) { shrink(dialog, "export-copy"); });
+}
+
+TEST_F(CImports, WhoKeepsTheLevelIsBackAtWhatWasSet)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(Sculpt());
+    const std::vector<float> before = GetHeights();
+    int iAsked = 0;
+    int iShown = 0;
+    QTimer timer;
+    timer.callOnTimeout(
+        [&]
+        {
+            QWidget* pModal = QApplication::activeModalWidget();
+            if (auto* pBox = dynamic_cast<QMessageBox*>(pModal))
+            {
+                ++iAsked;
+                pBox->button(QMessageBox::Cancel)->click();
+            }
+            else if (auto* pImport = dynamic_cast<CImportDialog*>(pModal))
+            {
+                auto& flip = Get<QCheckBox>(*pImport, "import-flip-z");
+                EXPECT_EQ(flip.isChecked(), iShown > 0);
+                flip.setChecked(true);
+                ++iShown == 1 ? pImport->accept() : pImport->reject();
+            }
+        });
+    timer.start(20);
+    m_Window->GetDocuments().OpenFile(WriteCorners());
+    EXPECT_EQ(iAsked, 1);
+    EXPECT_EQ(iShown, 2);
     EXPECT_TRUE(GetHeights() == before);
 }
 

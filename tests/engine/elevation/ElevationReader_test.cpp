@@ -290,12 +290,10 @@ TEST_F(ElevationReader, RawFilesTakeTheirShapeAndOrderFromTheOptions)
     EXPECT_EQ(m_Report.nVoids, 1U);
     EXPECT_EQ(m_Grid.samples[3], -4.0F);
     EXPECT_EQ(m_Report.lines,
-              (std::vector<std::string>{
-                  m_Path + ": 2 x 2 samples",
-                  "format: raw 32-bit float, 32 bits float, little-endian",
-                  "assumed: little-endian byte order",
-                  "assumed: a square of 2 x 2 samples",
-                  "assumed: the first row is north (z = 0), the first column is west (x = 0)"}));
+              (std::vector<std::string>{m_Path + ": 2 x 2 samples",
+                                        "format: raw 32-bit float, 32 bits float, little-endian",
+                                        "assumed: little-endian byte order",
+                                        "assumed: a square of 2 x 2 samples"}));
 
     ExpectFault("a.r16", strSix, "its 12 bytes are no square of 16-bit samples");
     ExpectFault("a.r32", strSix + "x", "its 13 bytes are no square of 32-bit samples");

@@ -268,4 +268,89 @@ TEST_F(HeightPlace, ThePlaceOfATextGridGoesThroughAGeoTiffAndBack)
     EXPECT_EQ(strText.find("NODATA"), std::string::npos) << strText;
 }
 
+TEST_F(HeightPlace, GroundWithoutAPlaceGetsNoneByWayOfAFile)
+{
+    m_Options.eFit = EFit::Keep;
+    for (const char* pszName : {"flat.asc", "flat.tif"})
+    {
+        for (const float fWidth : {36.0F, 1.8F}) // cells like lengths, and like degrees
+        {
+            SCOPED_TRACE(testing::Message() << pszName << ", width " << fWidth);
+            ASSERT_TRUE(m_Field.Allocate(WIDE, DEEP));
+            std::fill_n(m_Field.pHeights.get(), m_Field.GetCount(), 5.0F);
+            m_Field.size = {fWidth, 1000.0F, fWidth};
+            m_Field.geo = {};
+            SExportPlan plan;
+            m_Path = Export(pszName, plan);
+            ASSERT_TRUE(Import());
+            EXPECT_FALSE(m_Field.geo.bKnown);
+            EXPECT_EQ(m_Field.size.x, fWidth);
+            EXPECT_EQ(std::count_if(m_Report.lines.begin(),
+                                    m_Report.lines.end(),
+                                    [](const std::string& s) { return s.starts_with("warning"); }),
+                      0);
+        }
+    }
+    // A tile at the equator and Greenwich is a place.
+    m_Path = m_Folder.Path("greenwich.asc");
+    WriteBytes(m_Path, "ncols 2 nrows 2 xllcorner 0 yllcorner 0 cellsize 0.01 1 2 3 4");
+    ASSERT_TRUE(Import());
+    EXPECT_TRUE(m_Field.geo.bKnown && m_Field.geo.bDegrees);
+}
+
+TEST_F(HeightPlace, APlaceThatCannotBeIsOneLineAndNothingIsMadeOfIt)
+{
+    m_Options.eFit = EFit::Keep;
+    const auto expectNoPlace = [this]
+    {
+        SCOPED_TRACE(m_Path);
+        ASSERT_TRUE(Import());
+        EXPECT_FALSE(m_Field.geo.bKnown);
+        EXPECT_EQ(std::count(m_Report.lines.begin(),
+                             m_Report.lines.end(),
+                             "warning: the place that the file says cannot be, and is not used"),
+                  1);
+    };
+    for (const char* pszCorner : {"inf", "nan", "-1.7e308"})
+    {
+        m_Path = m_Folder.Path(pszCorner) + ".asc";
+        WriteBytes(m_Path,
+                   "ncols 3 nrows 2 xllcorner " + std::string(pszCorner) +
+                       " yllcorner 1.7e308 cellsize 2e307 1 2 3 4 5 6");
+        m_Options.fSpacingX = m_Options.fSpacingZ = 1.0F;
+        expectNoPlace();
+    }
+    SExportOptions options;
+    options.geo = MakeTags(376328.625, 3807902.75, 30.0, 20.0, false);
+    options.geo.bCells = false;
+    for (const double dBad : {HUGE_VAL, std::nan("")})
+    {
+        ASSERT_NO_FATAL_FAILURE(WriteCorners("bad.tif", DEEP, options));
+        std::string strBytes = ReadBytes(m_Path);
+        const auto toBytes = [](double d)
+        {
+            return std::string(reinterpret_cast<const char*>(&d), sizeof(d));
+        };
+        const size_t nAt = strBytes.find(toBytes(options.geo.first.dX));
+        ASSERT_NE(nAt, std::string::npos);
+        WriteBytes(m_Path, strBytes.replace(nAt, sizeof(double), toBytes(dBad)));
+        expectNoPlace();
+    }
+    // At a pole a degree to the east is no length.
+    options.geo = MakeTags(10.0, 90.0 + 0.005 * (DEEP - 1), 0.01, 0.01, true);
+    ASSERT_NO_FATAL_FAILURE(WriteCorners("pole.tif", DEEP, options));
+    m_Options = {.eFit = EFit::Keep};
+    EXPECT_FALSE(Import());
+    ASSERT_NO_FATAL_FAILURE(WriteCorners("some.hgt", WIDE, {}));
+    m_Options.latitude = -90.0;
+    EXPECT_FALSE(Import());
+    const std::string strEnd = ": a degree to the east has no length at latitude ";
+    EXPECT_EQ(m_Log.TakeLines(),
+              (std::vector<std::string>{
+                  "[ImportHeights] " + m_Folder.Path("pole.tif") + strEnd + "90: give the spacing",
+                  "[ImportHeights] " + m_Path + strEnd + "-90: give the spacing"}));
+    m_Options.fSpacingX = m_Options.fSpacingZ = 30.0F;
+    EXPECT_TRUE(Import());
+}
+
 } // namespace

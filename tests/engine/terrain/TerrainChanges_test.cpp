@@ -1,5 +1,6 @@
 // What a terrain says of its changes to those who follow it.
 
+#include "engine/terrain/GroundChange.h"
 #include "tests/engine/terrain/TerrainFields.h"
 
 #include <gtest/gtest.h>
@@ -149,4 +150,27 @@ TEST(TerrainChanges, ChangesThatTouchBecomeOneRectangleAndTheEmptyMiddleStaysOut
     }
     EXPECT_GE(nVertices, 1025U * 1025U - 767U * 767U);
     EXPECT_LE(nVertices, 1025U * 1025U - 640U * 640U);
+}
+
+// What another limit, or a step up or down, would keep from what is asked for.
+TEST(GroundChange, CutVerticesAreThoseThatOneByOneWouldBe)
+{
+    SHeightField field = MakeRandomField(200, 131, {199.0F, 100.0F, 130.0F});
+    for (size_t i = 0; i < field.GetCount(); ++i)
+    {
+        // Flat blocks beside rough ones, and in a corner some of both that nobody may edit.
+        field.pHeights[i] = i % 200 < 70 ? 30.0F : field.pHeights[i];
+        field.pHeights[i] -= i / 200 > 100 ? 40.0F : 0.0F;
+    }
+    const std::vector<float> heights(field.pHeights.get(), field.pHeights.get() + field.GetCount());
+    const CTerrain terrain(std::move(field));
+    for (const double dBy : {-200.0, -30.5, -30.0, 0.0, 0.125, 70.0, 70.5, 200.0})
+    {
+        const SGroundAct act{.eKind = EGround::Raise, .fBy = static_cast<float>(dBy)};
+        const auto nCut = std::count_if(heights.begin(),
+                                        heights.end(),
+                                        [dBy](double d)
+                                        { return d >= 0.0 && (d + dBy < 0.0 || d + dBy > 100.0); });
+        EXPECT_EQ(CountCutVertices(terrain, act), static_cast<size_t>(nCut)) << dBy;
+    }
 }

@@ -230,9 +230,37 @@ TEST_F(ConvertTest, TilesForAProgramAreOneHeightMapAgain)
                   "  tiles: 2 x 2 of 2 x 2 samples, edges are shared\n"),
               std::string::npos);
     m_Options.strOutput = m_Folder.Path("back.asc");
-    ConvertAndGetReport();
+    EXPECT_TRUE(ConvertAndGetReport().starts_with(m_Folder.Path("out.exr") + ": 3 x 3 samples\n"));
     EXPECT_TRUE(ReadBytes(m_Options.strOutput).ends_with("\n1 2 3\n2.5 3.5 451.5\n4 5 900\n"));
     EXPECT_EQ(m_Log.GetText(), "");
+}
+
+TEST_F(ConvertTest, WhatAnEarlierExportLeftIsNotReadWithThisOne)
+{
+    ::setenv("XDG_CONFIG_HOME", m_Folder.GetFolder().c_str(), 1); // no rows of one's own
+    // The text tells of a file that is another one then; what it does not tell of stays.
+    const std::string strText = m_Folder.Path("one.exr.txt");
+    m_Options.strOutput = m_Folder.Path("one.exr");
+    m_Options.strTarget = "EXR float";
+    ConvertAndGetReport();
+    EXPECT_TRUE(std::filesystem::exists(strText));
+    m_Options.strTarget = "";
+    ConvertAndGetReport();
+    EXPECT_FALSE(std::filesystem::exists(strText));
+    WriteBytes(strText, "mine");
+    ConvertAndGetReport();
+    EXPECT_EQ(ReadBytes(strText), "mine");
+
+    // Nobody can be asked about a tile that a smaller set leaves.
+    WriteBytes(m_Folder.Path("out_x2_y0.exr"), "more");
+    m_Options.strOutput = m_Folder.Path("out.exr");
+    m_Options.strTarget = "EXR float";
+    m_Options.uTiles = 2;
+    EXPECT_FALSE(Convert(m_Options));
+    EXPECT_EQ(m_Log.TakeLines(),
+              std::vector<std::string>{"[Convert] " + m_Options.strOutput + ": " +
+                                       m_Folder.Path("out_x2_y0.exr") +
+                                       " is there, of a set of more tiles"});
 }
 
 TEST_F(ConvertTest, PicturesStandSideBySideInTheColoursOfTheFirst)
