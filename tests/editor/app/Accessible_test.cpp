@@ -32,7 +32,7 @@ double GetLuminance(QRgb uColor)
 
 double GetContrast(QRgb uOne, QRgb uOther)
 {
-    const auto [fLow, fHigh] = std::minmax(GetLuminance(uOne), GetLuminance(uOther));
+    const auto [fLow, fHigh] = std::minmax({GetLuminance(uOne), GetLuminance(uOther)});
     return (fHigh + 0.05) / (fLow + 0.05);
 }
 
