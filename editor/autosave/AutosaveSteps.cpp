@@ -32,7 +32,26 @@ SHistoryState GetState(CEditorHost& host, IPluginPainting* pPainting)
             pPainting != nullptr ? pPainting->GetBitmapRevision() : 0};
 }
 
-// What was made for a step the first time is there, and the steps name it.
+// What was made for a step the first time is there, and the steps name it. While this lives, also
+// when memory ends in the middle.
+class CRepeating
+{
+public:
+    explicit CRepeating(CHostGround& ground)
+        : m_Ground(ground)
+    {
+        m_Ground.SetRepeating(true);
+    }
+
+    ~CRepeating() { m_Ground.SetRepeating(false); }
+
+    CRepeating(const CRepeating&) = delete;
+    CRepeating& operator=(const CRepeating&) = delete;
+
+private:
+    CHostGround& m_Ground;
+};
+
 bool PlayAgain(CEditorHost& host,
                CLevelDocument& document,
                const SRecoverable& entry,
@@ -45,10 +64,8 @@ bool PlayAgain(CEditorHost& host,
     {
         document.SetBitmap(strBitmap);
     };
-    host.GetGround().SetRepeating(true);
-    const bool bPlayed = PlaySteps(entry, strDeclarations, play, nameBitmap, nSteps, strFault);
-    host.GetGround().SetRepeating(false);
-    return bPlayed;
+    const CRepeating repeating(host.GetGround());
+    return PlaySteps(entry, strDeclarations, play, nameBitmap, nSteps, strFault);
 }
 
 // The line that a step begins with where the level names another bitmap than strKnown, which
@@ -60,6 +77,7 @@ std::string TakeBitmapNote(std::string& strKnown, const CLevelDocument& document
     return bOther ? MakeLevelBitmapNote(strKnown) : "";
 }
 
+// Warns where something is missing or not to be seen; that all is back, whoever asked for it says.
 // bHidden: what was painted is not in the views.
 void TellRecovered(const SRecoverable& entry, size_t nSteps, bool bHidden)
 {
@@ -74,7 +92,14 @@ void TellRecovered(const SRecoverable& entry, size_t nSteps, bool bHidden)
     {
         strBack += "; what was painted shows when Edit is switched on";
     }
-    WarnLog("[CAutosave::Recover] %s\n", strBack.c_str());
+    if (entry.bCut)
+    {
+        strBack += "; the last one was cut off while it was written and is lost";
+    }
+    if (nSteps < nAll || entry.bCut || bHidden)
+    {
+        WarnLog("[CAutosave::Recover] %s\n", strBack.c_str());
+    }
 }
 
 } // namespace
@@ -99,6 +124,7 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
         Poll();
         Follow();
         KeepDifference();
+        KeepBitmapName();
     }
     const bool bAlters = bBegins || bAct;
     if (bAlters && m_bNeedsCopy && !m_bFailed)
@@ -145,6 +171,17 @@ void CAutosave::KeepDifference()
     {
         m_bNeedsCopy = !m_Writer.WriteDifference(m_KnownRevision);
         KeepStep(false);
+    }
+}
+
+// A bitmap that was named since the last step becomes known before the next one, which may take it
+// along, so that undo leads back to it. No step of the history.
+void CAutosave::KeepBitmapName()
+{
+    if (m_KnownBitmap != m_Document.GetBitmap() && !m_Writer.IsInStep())
+    {
+        m_Step += TakeBitmapNote(m_KnownBitmap, m_Document);
+        KeepStep(true);
     }
 }
 

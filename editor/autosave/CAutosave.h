@@ -105,6 +105,7 @@ private:
     uint64_t GetUnsavedBitmap() const; // its revision; 0 when there are no unsaved strokes
     void Follow();
     void KeepDifference();
+    void KeepBitmapName();
     void KeepStep(bool bIdle);
     void StartAnew();
     void TakeOwnBase();
