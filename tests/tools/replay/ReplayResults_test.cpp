@@ -56,6 +56,22 @@ TEST(ReplayResults, DeclarationsNameEveryKeywordOnceAndParse)
     EXPECT_EQ(empty.iExitCode, 0) << empty.strErr;
 }
 
+TEST(ReplayResults, ABrushThatIsTakenBeforeThereIsOneSaysThatStrokesDoNothing)
+{
+    const CReplayRunner runner;
+    const std::string strTaken = "level( 32, [ 320, 100, 320 ] )\n"
+                                 "brush_file( \"data/brushes/ready.brushes\" )\n"
+                                 "use_brush( \"Crater\" )\n";
+    const SRunResult first = runner.Play(strTaken, {"--root", TELLUR_SOURCE_DIR});
+    EXPECT_NE(first.strErr.find("use_brush: terraforming stays off, since there was no brush "
+                                "before; strokes need mode( \"terraforming\" ) first\n"),
+              std::string::npos)
+        << first.strErr;
+    const SRunResult again =
+        runner.Play(strTaken + "use_brush( \"Crater\" )\n", {"--root", TELLUR_SOURCE_DIR});
+    EXPECT_EQ(again.strErr, first.strErr) << "once";
+}
+
 TEST(ReplayResults, StatisticsCountEachDragByItself)
 {
     const CReplayRunner runner;
