@@ -70,7 +70,7 @@ bool PlayAgain(CEditorHost& host,
 
 // The line that a step begins with where the level names another bitmap than strKnown, which
 // becomes that one.
-std::string TakeBitmapNote(std::string& strKnown, const CLevelDocument& document)
+std::string TakeNote(std::string& strKnown, const CLevelDocument& document)
 {
     const bool bOther = strKnown != document.GetBitmap();
     strKnown = document.GetBitmap();
@@ -117,17 +117,19 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
         !m_Host.GetHistory().IsStepOpen() &&
         (event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action ||
          event.eKind == EHostEvent::StepBegun);
-    // What has changed without an event comes before the step, or the step would be played on other
-    // ground than it was made on.
+    // What has changed without an event comes before the step, which would else be played on other
+    // ground, and the bitmap that was named, or undo would lead to another one.
     if (bStep || bBegins)
     {
         Poll();
         Follow();
         KeepDifference();
-        KeepBitmapName();
+        if (!m_Writer.IsInStep())
+        {
+            KeepStep(true);
+        }
     }
-    const bool bAlters = bBegins || bAct;
-    if (bAlters && m_bNeedsCopy && !m_bFailed)
+    if ((bBegins || bAct) && m_bNeedsCopy && !m_bFailed)
     {
         StartCopy(); // before the step changes anything
     }
@@ -142,8 +144,7 @@ void CAutosave::OnEvent(const SHostEvent& event)
         return;
     }
     const bool bDropped = event.eKind == EHostEvent::DragDropped;
-    // The lines of a stroke that was dropped must not become a step: whoever plays them would keep
-    // it.
+    // Whoever plays the lines of a stroke that was dropped would keep it.
     if (bDropped)
     {
         m_Step.clear();
@@ -174,17 +175,6 @@ void CAutosave::KeepDifference()
     }
 }
 
-// A bitmap that was named since the last step becomes known before the next one, which may take it
-// along, so that undo leads back to it. No step of the history.
-void CAutosave::KeepBitmapName()
-{
-    if (m_KnownBitmap != m_Document.GetBitmap() && !m_Writer.IsInStep())
-    {
-        m_Step += TakeBitmapNote(m_KnownBitmap, m_Document);
-        KeepStep(true);
-    }
-}
-
 bool CAutosave::Append(const std::string& strText)
 {
     m_Step += strText;
@@ -198,12 +188,12 @@ void CAutosave::EndStep()
 
 void CAutosave::KeepStep(bool bIdle)
 {
-    std::string strStep = std::exchange(m_Step, {});
+    // The note of a name may be all there is.
+    const std::string strStep = TakeNote(m_KnownBitmap, m_Document) + std::exchange(m_Step, {});
     if (strStep.empty() || m_bNeedsCopy) // a step behind one that is missing helps nobody
     {
         return;
     }
-    strStep = TakeBitmapNote(m_KnownBitmap, m_Document) + strStep;
     // A journal is begun with its first step, so a level that is only looked at leaves no files.
     // While a copy is being written its text comes with it, and none of the base is needed.
     if (!m_bJournal)
@@ -221,11 +211,6 @@ void CAutosave::KeepStep(bool bIdle)
         m_bJournal = true;
     }
     m_Journal.Append(bIdle ? strStep + MakeIdleNote() : strStep);
-}
-
-bool CAutosave::KeepTerrain()
-{
-    return !m_bFailed && StartCopy();
 }
 
 bool CAutosave::KeepBitmap(bool bKnown)
