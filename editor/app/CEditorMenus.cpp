@@ -41,6 +41,7 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     , m_Library(parts.library, parts.views)
     , m_Strokes(parts.editor, parts.views, parts.settings.input, parts.hand, parts.showState)
     , m_Symmetry(parts.window, parts.views, m_Spot, parts.settings.input.symmetry, parts.showState)
+    , m_Centre(parts.editor.GetHost(), parts.settings.input.symmetry)
     , m_Help(parts.window, parts.editor, parts.views, parts.documents.GetQuestions())
     , m_pToolBar(new CEditToolBar(&parts.window, parts.editor, parts.views))
 {

@@ -2,6 +2,7 @@
 
 #include "editor/app/CBrushFormCommands.h"
 #include "editor/app/CCameraCommands.h"
+#include "editor/app/CCentreKeeper.h"
 #include "editor/app/CEditCommands.h"
 #include "editor/app/CEditToolBar.h"
 #include "editor/app/CFileCommands.h"
@@ -73,6 +74,7 @@ private:
     CLibraryCommands m_Library;
     CStrokeCommands m_Strokes;
     CSymmetryCommands m_Symmetry;
+    CCentreKeeper m_Centre;
     CHelpCommands m_Help;
     CEditToolBar* m_pToolBar; // the window's
 };

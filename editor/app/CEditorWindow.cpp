@@ -58,13 +58,13 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     GetHost().GetObservers().Add(&m_Face.GetEditorFrontEnd());
     GetHost().GetObservers().Add(this);
     setStatusBar(m_pStatus);
-    auto* pFaults = new CFaultBar(*this,
-                                  [this]
-                                  {
-                                      m_pMessages->show();
-                                      m_pMessages->raise();
-                                  });
-    m_pMessages->SetOnFault([pFaults](const QString& strFault) { pFaults->ShowFault(strFault); });
+    m_pFaults = new CFaultBar(*this,
+                              [this]
+                              {
+                                  m_pMessages->show();
+                                  m_pMessages->raise();
+                              });
+    m_pMessages->SetOnFault([this](const QString& strFault) { m_pFaults->ShowFault(strFault); });
     // Recovering plays steps into the plug-in, so the script runner does it, which comes with the
     // plug-in.
     m_Documents.GetRecovery().SetRecover(
@@ -74,6 +74,10 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
             m_bRecovering = true;
             const bool bOpen = m_pScripts->Recover(entry);
             m_bRecovering = false;
+            if (bOpen)
+            {
+                m_Look.FollowRecovered(m_pViews.get(), entry.strStem);
+            }
             return bOpen;
         });
     m_StateTimer.setSingleShot(true);
@@ -217,6 +221,7 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
     if (event.eKind == EHostEvent::LevelChanged)
     {
         m_Settings.input.symmetry.bOwnCentre = false; // it was a place of the other level
+        m_pFaults->Forget();                          // they spoke of it, too
         OnLevel();                                    // a script may have opened it
         if (m_pLayout != nullptr)
         {
@@ -226,8 +231,12 @@ void CEditorWindow::OnEvent(const SHostEvent& event)
     }
     if (event.eKind == EHostEvent::TerrainReloaded)
     {
+        const bool bOther = m_Look.FrameOtherSize(m_pViews.get());
         m_Look.Follow(m_pViews.get()); // its bitmap may have another name
-        m_Look.FrameOtherSize(m_pViews.get());
+        if (bOther && m_pLayout != nullptr)
+        {
+            m_pLayout->GetPanel().UpdateView(); // its numbers are of the size
+        }
         LookAgain();
     }
     else if (m_pViews != nullptr)

@@ -29,6 +29,7 @@
 class CEditor;
 class CEditorFace;
 class CEditorHost;
+class CFaultBar;
 class CMessagesDock;
 class CPanelDock;
 class CStatusLine;
@@ -115,6 +116,7 @@ private:
     QStringList m_WrongKeys; // of the settings, until they are reported
     CLevelLook m_Look;
     CMessagesDock* m_pMessages; // the window's
+    CFaultBar* m_pFaults = nullptr;
     CStatusLine* m_pStatus;
     CCommandList m_Commands;
     CProgressWindow m_Progress;

@@ -30,18 +30,13 @@ CFaultBar::CFaultBar(QMainWindow& window, std::function<void()> showMessages)
     {
         pButton->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard with the view
     }
-    const auto close = [this]
-    {
-        m_nFaults = 0;
-        hide();
-    };
-    connect(pClose, &QToolButton::clicked, this, close);
+    connect(pClose, &QToolButton::clicked, this, [this] { Forget(); });
     connect(pMessages,
             &QToolButton::clicked,
             this,
-            [close, showMessages = std::move(showMessages)]
+            [this, showMessages = std::move(showMessages)]
             {
-                close();
+                Forget();
                 showMessages();
             });
     GetRow().addWidget(pSign);
@@ -58,6 +53,12 @@ void CFaultBar::ShowFault(const QString& strFault)
     m_pText->setAccessibleName(m_Fault);
     show();
     ElideText();
+}
+
+void CFaultBar::Forget()
+{
+    m_nFaults = 0;
+    hide();
 }
 
 void CFaultBar::resizeEvent(QResizeEvent* pEvent)

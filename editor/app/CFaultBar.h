@@ -6,8 +6,8 @@
 
 class QLabel;
 
-// Says at the lower edge of the views that something went wrong, until it is closed or the next
-// fault comes. Owned by the window.
+// Says at the lower edge of the views that something went wrong, until it is closed, the next fault
+// comes or the level that it may speak of goes. Owned by the window.
 class CFaultBar : public COverlayBar
 {
 public:
@@ -15,6 +15,7 @@ public:
     CFaultBar(QMainWindow& window, std::function<void()> showMessages);
 
     void ShowFault(const QString& strFault);
+    void Forget(); // all that were shown
 
 protected:
     void resizeEvent(QResizeEvent* pEvent) override;

@@ -4,6 +4,7 @@
 #include "host/TerrainSize.h"
 
 #include <QFormLayout>
+#include <QLabel>
 #include <QSpinBox>
 
 CGroundPage::CGroundPage(QWidget* pParent, const SGroundMeasures& before)
@@ -35,6 +36,13 @@ QSpinBox* CGroundPage::AddCells(QFormLayout& form, const char* pszLabel, const c
     form.addRow(pszLabel, pBox);
     m_pFirst = m_pFirst != nullptr ? m_pFirst : pBox;
     return pBox;
+}
+
+void CGroundPage::AddLimits(QFormLayout& form, const QString& strLimits)
+{
+    auto* pLine = new QLabel(strLimits, this);
+    pLine->setObjectName("page-limits");
+    form.addRow(pLine);
 }
 
 void CGroundPage::Begin()

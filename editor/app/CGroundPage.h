@@ -34,6 +34,8 @@ protected:
     // pszName: of the widget, for whoever looks for it.
     CNumberBox* AddLength(QFormLayout& form, const char* pszLabel, const char* pszName);
     QSpinBox* AddCells(QFormLayout& form, const char* pszLabel, const char* pszName);
+    // What its fields take, on a line below them.
+    void AddLimits(QFormLayout& form, const QString& strLimits);
     void Tell() const;
 
 private:

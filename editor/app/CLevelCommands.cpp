@@ -8,9 +8,12 @@
 #include "editor/app/FileChoice.h"
 #include "editor/app/KeyChords.h"
 #include "editor/core/LevelBitmap.h"
+#include "editor/core/SLevelText.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
+#include "host/IPluginPainting.h"
+#include "host/Log.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -95,6 +98,10 @@ void CLevelCommands::DropBitmap()
 // An older file of the name was asked about; what shows it takes the new one.
 void CLevelCommands::NewBitmap()
 {
+    if (!m_Editor.GetDocument().HasLevel())
+    {
+        return; // gone since the menu was shown
+    }
     CDocumentQuestions& questions = m_Documents.GetQuestions();
     CEngineHost& engine = m_Editor.GetHost().GetEngine();
     const CTerrain& terrain = *engine.GetCWorld().GetCTerrain();
@@ -107,7 +114,8 @@ void CLevelCommands::NewBitmap()
     std::string strPath = questions.AskForFile(true, "New bitmap", "PNG pictures (*.png)");
     if (strPath.empty() ||
         !questions.Report(
-            MakeLevelBitmap(strPath, dialog.GetWidth(), dialog.GetHeight(), dialog.GetColor()),
+            !IsPainted(strPath) &&
+                MakeLevelBitmap(strPath, dialog.GetWidth(), dialog.GetHeight(), dialog.GetColor()),
             "The bitmap cannot be written."))
     {
         return;
@@ -121,8 +129,28 @@ void CLevelCommands::NewBitmap()
     m_OnLevel();
 }
 
+// The plug-in has the file's texels and would put them back with its next save. True after one
+// logged line.
+bool CLevelCommands::IsPainted(const std::string& strPath) const
+{
+    auto* pPainting = m_Editor.FindInterface<IPluginPainting>();
+    const bool bPainted =
+        pPainting != nullptr && pPainting->GetBitmap() != nullptr &&
+        GetFullPath(pPainting->GetBitmapFile().c_str()) == GetFullPath(strPath.c_str());
+    if (bPainted)
+    {
+        CrashLog("[CLevelCommands::NewBitmap] %s is being painted: choose another name\n",
+                 strPath.c_str());
+    }
+    return bPainted;
+}
+
 void CLevelCommands::ShowProperties()
 {
+    if (!m_Editor.GetDocument().HasLevel())
+    {
+        return;
+    }
     CEditorHost& host = m_Editor.GetHost();
     host.GetInput().EndDrag(); // the stroke under the hand counts for what the dialog shows
     host.GetProtection().End();
@@ -130,9 +158,20 @@ void CLevelCommands::ShowProperties()
     CPropertiesDialog dialog(&questions.GetWindow(),
                              *host.GetEngine().GetCWorld().GetCTerrain(),
                              !m_Editor.GetDocument().GetBitmap().empty());
-    SGroundAct act;
-    if (dialog.exec() == QDialog::Accepted && dialog.GetAct(act))
+    if (dialog.exec() != QDialog::Accepted)
     {
-        questions.Report(host.GetGround().Do(act), "The ground cannot be changed.");
+        return;
+    }
+    size_t nDone = 0;
+    for (const SGroundAct& act : dialog.GetActs())
+    {
+        if (!questions.Report(host.GetGround().Do(act),
+                              nDone == 0 ? "The ground cannot be changed."
+                                         : "The ground cannot be changed further. The steps before "
+                                           "are done."))
+        {
+            return;
+        }
+        ++nDone;
     }
 }

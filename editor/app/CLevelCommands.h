@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 class CCommandList;
 class CDocumentActions;
@@ -21,6 +22,7 @@ private:
     void FillMaterials(QMenu& menu);
     void DropBitmap();
     void NewBitmap();
+    bool IsPainted(const std::string& strPath) const;
     void ShowProperties();
 
     CEditor& m_Editor;

@@ -11,7 +11,7 @@
 CLevelLook::CLevelLook(CEditor& editor, SRenderSettings& render)
     : m_Editor(editor)
     , m_Render(render)
-    , m_LevelViews(editor.GetDocument())
+    , m_LevelViews(editor.GetDocument(), editor.GetAutosave())
 {
 }
 
@@ -44,6 +44,12 @@ void CLevelLook::Follow(CViewArea* pViews)
     }
 }
 
+void CLevelLook::FollowRecovered(CViewArea* pViews, const std::string& strStem)
+{
+    Follow(pViews);
+    m_LevelViews.Recall(strStem);
+}
+
 void CLevelLook::FollowBitmap()
 {
     const std::string& strBitmap = m_Editor.GetDocument().GetBitmap();
@@ -64,14 +70,16 @@ void CLevelLook::FollowBitmap()
     m_BitmapName = m_Render.pTypeBitmap != nullptr ? m_BitmapName : "";
 }
 
-void CLevelLook::FrameOtherSize(CViewArea* pViews)
+bool CLevelLook::FrameOtherSize(CViewArea* pViews)
 {
     const CTerrain* pTerrain = m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain();
     const SVec3 size = pTerrain != nullptr ? pTerrain->GetSize() : SVec3();
     const bool bOther = size.x != m_FramedSize.x || size.z != m_FramedSize.z;
+    const bool bHigher = size.y != m_FramedSize.y;
     m_FramedSize = size;
     if (bOther && pViews != nullptr)
     {
         pViews->FrameAll();
     }
+    return bOther || bHigher;
 }

@@ -31,8 +31,11 @@ public:
     // before it is known which files it has.
     bool IsBehind() const;
     // Frames the terrain when it lies elsewhere now, which only another extent does: one of another
-    // resolution is where it was.
-    void FrameOtherSize(CViewArea* pViews);
+    // resolution is where it was. True when its size, the height too, is another one.
+    bool FrameOtherSize(CViewArea* pViews);
+
+    // As Follow, for a level that came back out of the autosave of that stem.
+    void FollowRecovered(CViewArea* pViews, const std::string& strStem);
 
     CLevelViews& GetLevelViews() { return m_LevelViews; }
 

@@ -1,14 +1,32 @@
 #include "editor/app/CLevelViews.h"
 
 #include "editor/app/CViewArea.h"
+#include "editor/autosave/CAutosave.h"
 #include "editor/core/CLevelDocument.h"
 
 #include <algorithm>
 #include <utility>
 
-CLevelViews::CLevelViews(const CLevelDocument& document)
+CLevelViews::CLevelViews(const CLevelDocument& document, const CAutosave& autosave)
     : m_Document(document)
+    , m_Autosave(autosave)
 {
+}
+
+CLevelViews::~CLevelViews()
+{
+    if (!m_Autosave.HasLeft())
+    {
+        DropUnsaved();
+    }
+}
+
+void CLevelViews::DropUnsaved()
+{
+    if (!m_Unsaved.empty())
+    {
+        SLevelViews::Remove(std::exchange(m_Unsaved, {}));
+    }
 }
 
 // A height map that was opened alone is as good as a level here.
@@ -19,7 +37,11 @@ std::string CLevelViews::GetPath() const
 
 void CLevelViews::Leave(CViewArea& views)
 {
-    Write(views);
+    if (!m_Path.empty())
+    {
+        Write(views);
+    }
+    DropUnsaved();
     m_Path.clear();
     m_Kept = {};
 }
@@ -49,12 +71,20 @@ void CLevelViews::Enter(CViewArea& views)
 void CLevelViews::Keep(CViewArea& views)
 {
     m_Path = GetPath(); // it may have been saved under another name
+    const std::string& strName = m_Path.empty() ? m_Autosave.GetStem() : m_Path;
+    if (!m_Unsaved.empty() && m_Unsaved != strName)
+    {
+        DropUnsaved();
+        m_Written.clear();
+    }
+    m_Unsaved = m_Path.empty() ? strName : std::string();
     Write(views);
 }
 
 void CLevelViews::Write(CViewArea& views)
 {
-    if (m_Path.empty())
+    const std::string& strName = m_Path.empty() ? m_Unsaved : m_Path;
+    if (strName.empty())
     {
         return;
     }
@@ -65,11 +95,20 @@ void CLevelViews::Write(CViewArea& views)
     }
     const std::vector<SViewLook>& closed = views.GetClosed().GetLooks();
     m_Kept.views.insert(m_Kept.views.end(), closed.begin(), closed.end());
-    const std::string strText = m_Kept.MakeText(m_Path);
+    const std::string strText = m_Kept.MakeText(strName);
     if (strText != m_Written)
     {
         m_Written = strText; // what cannot be written is not tried again until it is another
-        SLevelViews::Save(m_Path, strText);
+        SLevelViews::Save(strName, strText);
+    }
+}
+
+void CLevelViews::Recall(const std::string& strStem)
+{
+    if (m_Path.empty())
+    {
+        m_Kept = SLevelViews::Load(strStem);
+        m_Unsaved = m_Autosave.GetStem() == strStem ? strStem : std::string();
     }
 }
 

@@ -6,6 +6,8 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QLabel>
+#include <QPushButton>
 
 namespace
 {
@@ -19,6 +21,7 @@ constexpr double USUAL_HIGHEST = 10000.0;
 CNewLevelDialog::CNewLevelDialog(QWidget* pParent)
     : QDialog(pParent)
     , m_pCells(new QComboBox(this))
+    , m_pLimits(new QLabel(this))
 {
     setWindowTitle("New level");
     auto* pForm = new QFormLayout(this);
@@ -31,10 +34,28 @@ CNewLevelDialog::CNewLevelDialog(QWidget* pParent)
     m_pWidth = AddLength(*pForm, "Width and depth", USUAL_WIDTH);
     m_pHighest = AddLength(*pForm, "Highest ground", USUAL_HIGHEST);
     m_pHeight = AddLength(*pForm, "Height at start", USUAL_HIGHEST / 5.0);
+    m_pLimits->setObjectName("new-level-limits");
+    pForm->addRow(m_pLimits);
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(pButtons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     pForm->addRow(pButtons);
+    m_pMake = pButtons->button(QDialogButtonBox::Ok);
+    for (const QDoubleSpinBox* pBox : {m_pWidth, m_pHighest, m_pHeight})
+    {
+        connect(pBox, &QDoubleSpinBox::valueChanged, this, [this] { Follow(); });
+    }
+    Follow();
+}
+
+void CNewLevelDialog::Follow()
+{
+    const bool bSizes = m_pWidth->value() > 0.0 && m_pHighest->value() > 0.0;
+    const bool bEnds = m_pHeight->value() > m_pHighest->value();
+    m_pLimits->setText(!bSizes ? QString("Width and highest ground are more than 0.")
+                       : bEnds ? QString("The height at start ends at the highest ground.")
+                               : "Lengths are " + CNumberBox::GetLimitText() + ".");
+    m_pMake->setEnabled(bSizes);
 }
 
 QDoubleSpinBox* CNewLevelDialog::AddLength(QFormLayout& form, const char* pszLabel, double fValue)

@@ -6,6 +6,11 @@ CNumberBox::CNumberBox(QWidget* pParent)
     setLocale(QLocale::c());
 }
 
+QString CNumberBox::GetLimitText()
+{
+    return QString("up to %1 cm").arg(LONGEST, 0, 'f', 0);
+}
+
 QValidator::State CNumberBox::validate(QString& strText, int& iCursor) const
 {
     strText.replace(',', '.');

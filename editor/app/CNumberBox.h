@@ -11,6 +11,9 @@ public:
 
     explicit CNumberBox(QWidget* pParent);
 
+    // For a line beside fields of lengths: up to where they take what is typed.
+    static QString GetLimitText();
+
 protected:
     QValidator::State validate(QString& strText, int& iCursor) const override;
 };

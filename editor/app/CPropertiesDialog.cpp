@@ -2,6 +2,7 @@
 
 #include "editor/app/CStatisticsPage.h"
 #include "editor/app/GroundPages.h"
+#include "editor/core/CHostGround.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/SGroundMap.h"
 #include "host/TerrainSize.h"
@@ -9,6 +10,7 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QStringList>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -21,6 +23,19 @@ namespace
 QString GetLength(float fSize)
 {
     return QString::number(std::fabs(static_cast<double>(fSize)), 'f', 2);
+}
+
+QString GetMeasuresText(const SGroundMeasures& after)
+{
+    return QString("The level will have %1 x %2 vertices on %3 x %4 cm, %5 x %6 cm apart; its "
+                   "highest ground is %7 cm.")
+        .arg(after.uSizeX)
+        .arg(after.uSizeZ)
+        .arg(GetLength(after.size.x),
+             GetLength(after.size.z),
+             GetLength(after.size.x / static_cast<float>(after.uSizeX - 1)),
+             GetLength(after.size.z / static_cast<float>(after.uSizeZ - 1)),
+             GetLength(after.size.y));
 }
 
 // Those that the tool panel and the dialog of a new level offer.
@@ -68,57 +83,109 @@ void CPropertiesDialog::AddPage(CGroundPage* pPage, const char* pszTitle)
 {
     pPage->SetOnChange([this] { Follow(); });
     m_Pages.push_back(pPage);
+    m_Titles.emplace_back(pszTitle);
     m_pTabs->addTab(pPage, pszTitle);
 }
 
-bool CPropertiesDialog::GetAct(SGroundAct& act) const
+std::vector<SGroundAct> CPropertiesDialog::GetActs() const
 {
-    const auto nPage = static_cast<size_t>(m_pTabs->currentIndex());
-    return nPage < m_Pages.size() && m_Pages[nPage]->GetAct(act);
+    std::vector<SGroundAct> acts;
+    for (const CGroundPage* pPage : m_Pages)
+    {
+        SGroundAct act;
+        if (pPage->GetAct(act))
+        {
+            acts.push_back(act);
+        }
+    }
+    return acts;
+}
+
+// Each act on the ground that those before it leave. nPage: whose it is.
+const char* CPropertiesDialog::FindFault(size_t& nPage) const
+{
+    SGroundMeasures before = GetGroundMeasures(m_Terrain);
+    for (nPage = 0; nPage < m_Pages.size(); ++nPage)
+    {
+        SGroundAct act;
+        if (!m_Pages[nPage]->GetAct(act))
+        {
+            continue;
+        }
+        if (const char* pszFault = FindGroundFault(before, act))
+        {
+            return pszFault;
+        }
+        before = GetMeasuresAfter(before, act);
+    }
+    return nullptr;
 }
 
 void CPropertiesDialog::Follow()
 {
-    SGroundAct act;
-    const bool bAct = GetAct(act);
-    const char* pszFault = bAct ? FindGroundFault(GetGroundMeasures(m_Terrain), act) : nullptr;
-    const bool bStatistics = static_cast<size_t>(m_pTabs->currentIndex()) >= m_Pages.size();
-    m_pOutcome->setText(pszFault != nullptr ? QString("Not possible: %1.").arg(pszFault)
-                        : bAct              ? GetOutcome(act)
-                        : bStatistics       ? QString()
-                                            : QString("Nothing changes."));
+    const auto nOpen = static_cast<size_t>(m_pTabs->currentIndex());
+    bool bAny = false;
+    for (size_t i = 0; i < m_Pages.size(); ++i)
+    {
+        SGroundAct act;
+        const bool bAct = m_Pages[i]->GetAct(act);
+        m_pTabs->setTabText(static_cast<int>(i), m_Titles[i] + (bAct ? " *" : ""));
+        bAny = bAny || bAct;
+    }
+    size_t nPage = 0;
+    const char* pszFault = FindFault(nPage);
+    const bool bElsewhere = pszFault != nullptr && nPage != nOpen;
+    const QString strPlace =
+        bElsewhere ? QString(" (%1)").arg(QString(m_Titles[nPage]).remove('&')) : QString();
+    m_pOutcome->setText(pszFault != nullptr ? QString("Not possible%1: %2.").arg(strPlace, pszFault)
+                        : bAny              ? GetOutcome()
+                        : nOpen >= m_Pages.size() ? QString()
+                                                  : QString("Nothing changes."));
     if (m_pApply != nullptr)
     {
         m_pApply->setEnabled(pszFault == nullptr);
     }
 }
 
-QString CPropertiesDialog::GetOutcome(const SGroundAct& act) const
+// Of acts without a fault.
+QString CPropertiesDialog::GetOutcome() const
 {
-    const SGroundMeasures after = GetMeasuresAfter(GetGroundMeasures(m_Terrain), act);
+    const std::vector<SGroundAct> acts = GetActs();
+    SGroundMeasures after = GetGroundMeasures(m_Terrain);
+    QStringList names;
+    bool bCuts = false;
+    bool bExtends = false;
+    bool bMoves = false;
+    for (const SGroundAct& act : acts)
+    {
+        after = GetMeasuresAfter(after, act);
+        names << QString::fromStdString(GetGroundText(act));
+        bCuts = bCuts || !IsGroundMoved(act.eKind);
+        bExtends = bExtends || act.eKind == EGround::Extend;
+        bMoves = bMoves || IsGroundMoved(act.eKind);
+    }
     QString strText =
-        QString("The level will have %1 x %2 vertices on %3 x %4 cm, %5 x %6 cm apart; its highest "
-                "ground is %7 cm.")
-            .arg(after.uSizeX)
-            .arg(after.uSizeZ)
-            .arg(GetLength(after.size.x),
-                 GetLength(after.size.z),
-                 GetLength(after.size.x / static_cast<float>(after.uSizeX - 1)),
-                 GetLength(after.size.z / static_cast<float>(after.uSizeZ - 1)),
-                 GetLength(after.size.y));
-    const size_t nCut = CountCutVertices(m_Terrain, act);
+        acts.size() > 1 ? QString("%1 steps: %2. ").arg(acts.size()).arg(names.join(", ").toLower())
+                        : QString();
+    strText += GetMeasuresText(after);
+    // How many there are is known of the ground as it is now.
+    const size_t nCut = acts.size() == 1 ? CountCutVertices(m_Terrain, acts[0]) : 0;
     if (nCut > 0)
     {
         strText += QString(" %1 of %2 vertices end at 0 or at the highest ground.")
                        .arg(nCut)
                        .arg(size_t{m_Terrain.GetVerticesX()} * m_Terrain.GetVerticesZ());
     }
-    if (act.eKind == EGround::Extend && !IsOffered(after))
+    else if (acts.size() > 1 && bCuts)
+    {
+        strText += " No height goes below 0 or above the highest ground.";
+    }
+    if (bExtends && !IsOffered(after))
     {
         strText += " The tool panel has no such resolution: its own are square, of 33, 65, 129 and "
                    "so on.";
     }
-    if (m_bBitmap && IsGroundMoved(act.eKind))
+    if (m_bBitmap && bMoves)
     {
         strText += " The terrain-type bitmap follows as a new file.";
     }

@@ -12,22 +12,25 @@ class QLabel;
 class QPushButton;
 class QTabWidget;
 
-// Level > Properties: what the level measures and is like, and one act on its ground as a whole.
-// The act is that of the page that is open; what it leads to is said at once, and one that the
-// level cannot take cannot be chosen. Changes nothing itself.
+// Level > Properties: what the level measures and is like, and acts on its ground as a whole, one
+// of each page. What is asked for on all pages together, also on those that are not open, is said
+// at once and marked at their tabs; what the level cannot take cannot be chosen. Changes nothing
+// itself.
 class CPropertiesDialog : public QDialog
 {
 public:
     // terrain: borrowed, as it stays while the dialog is open. bBitmap: the level names a bitmap.
     CPropertiesDialog(QWidget* pParent, const CTerrain& terrain, bool bBitmap);
 
-    // What was asked for; false for nothing. After it was accepted.
-    bool GetAct(SGroundAct& act) const;
+    // What was asked for, in the order of the pages, which is that in which it was judged. After it
+    // was accepted.
+    std::vector<SGroundAct> GetActs() const;
 
 private:
     void AddPage(CGroundPage* pPage, const char* pszTitle);
     void Follow();
-    QString GetOutcome(const SGroundAct& act) const;
+    const char* FindFault(size_t& nPage) const;
+    QString GetOutcome() const;
 
     const CTerrain& m_Terrain;
     bool m_bBitmap;
@@ -35,4 +38,5 @@ private:
     QLabel* m_pOutcome;
     QPushButton* m_pApply = nullptr;
     std::vector<CGroundPage*> m_Pages; // by the place of their tab
+    std::vector<QString> m_Titles;     // of them
 };

@@ -136,9 +136,10 @@ bool CScriptRunner::Recover(const SRecoverable& entry)
 
 void CScriptRunner::ReportRecovered(size_t nSteps, size_t nAll, const std::string& strFault)
 {
-    const QString strGiven = QString("%1 of %2 steps were given back.")
-                                 .arg(static_cast<qulonglong>(nSteps))
-                                 .arg(static_cast<qulonglong>(nAll));
+    const QString strGiven = nAll == 0 ? QString("The copy was given back.")
+                                       : QString("%1 of %2 steps were given back.")
+                                             .arg(static_cast<qulonglong>(nSteps))
+                                             .arg(static_cast<qulonglong>(nAll));
     m_Status.Say(strGiven);
     if (!strFault.empty())
     {

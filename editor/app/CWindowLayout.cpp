@@ -11,6 +11,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/ScreenRoom.h"
 #include "editor/core/CEditorHost.h"
+#include "host/Notice.h"
 
 #include <QMainWindow>
 
@@ -28,6 +29,18 @@ constexpr char GEOMETRY[] = "window/geometry";
 constexpr char PANEL_WIDTH[] = "window/panel_width";
 constexpr char STATE[] = "window/state";
 constexpr char FOLDED[] = "panel/folded"; // titles of groups
+
+// Why a step on the way cannot be taken is logged; this says where the history is.
+void GoToStep(CEditorHost& host, size_t nSteps)
+{
+    if (!host.GoToStep(nSteps))
+    {
+        const size_t nDone = host.GetUndoStack().GetCount();
+        Notice(("The history went no further than " +
+                (nDone > 0 ? "step " + host.GetUndoStack().GetText(nDone - 1) : "its start"))
+                   .c_str());
+    }
+}
 
 } // namespace
 
@@ -51,7 +64,7 @@ CWindowLayout::CWindowLayout(const SLayoutParts& parts)
                                   [&host = parts.host, showState = parts.showState](size_t nSteps)
                                   {
                                       host.GetInput().EndDrag();
-                                      host.GoToStep(nSteps);
+                                      GoToStep(host, nSteps);
                                       showState();
                                   }))
     , m_pProcesses(new CProcessesDock(&parts.window,

@@ -55,6 +55,7 @@ CSizePage::CSizePage(QWidget* pParent, const SGroundMeasures& before)
     m_pScale = AddChoice(
         *pForm, "Heights", "are kept", "are scaled with the highest ground", "size-scale");
     connect(m_pScale, &QRadioButton::toggled, this, [this] { Tell(); });
+    AddLimits(*pForm, "Each is more than 0, " + CNumberBox::GetLimitText() + ".");
 }
 
 CSizePage::SLength
@@ -95,6 +96,7 @@ CEdgesPage::CEdgesPage(QWidget* pParent, const SGroundMeasures& before)
     m_pAtZero = AddChoice(
         *pForm, "New ground", "as high as the edge where it begins", "at 0", "edges-zero");
     connect(m_pAtZero, &QRadioButton::toggled, this, [this] { Tell(); });
+    AddLimits(*pForm, "Below 0 crops. A level has 2 to 16385 vertices per side.");
 }
 
 QWidget* CEdgesPage::MakeAnchors()
@@ -175,6 +177,7 @@ CMovePage::CMovePage(QWidget* pParent, const SGroundMeasures& before)
     pForm->addRow(m_pWrap);
     connect(m_pWhat, &QComboBox::currentIndexChanged, this, [this] { Follow(); });
     connect(m_pWrap, &QCheckBox::toggled, this, [this] { Tell(); });
+    AddLimits(*pForm, "Below 0 goes west or north, up to 16384 cells.");
 }
 
 void CMovePage::Follow()
@@ -205,6 +208,7 @@ CRaisePage::CRaisePage(QWidget* pParent, const SGroundMeasures& before)
     m_pBy = AddLength(*pForm, "All heights by", "raise-by");
     m_pBy->setMinimum(-CNumberBox::LONGEST);
     m_pBy->setToolTip("Below 0 lowers. Ground that cannot be edited stays.");
+    AddLimits(*pForm, "Below 0 lowers, " + CNumberBox::GetLimitText() + ".");
 }
 
 bool CRaisePage::GetAct(SGroundAct& act) const

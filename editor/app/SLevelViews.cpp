@@ -180,3 +180,9 @@ bool SLevelViews::Save(const std::string& strLevel, const std::string& strText)
     }
     return WriteTextFile("SLevelViews::Save", strFile, strText);
 }
+
+void SLevelViews::Remove(const std::string& strLevel)
+{
+    std::error_code error; // there need not be one
+    std::filesystem::remove(GetFile(strLevel), error);
+}

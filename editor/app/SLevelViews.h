@@ -17,11 +17,12 @@ struct SLevelViews
     std::vector<SViewLook> views; // in the order of the window, then those that were closed
     std::array<std::optional<SViewLook>, BOOKMARKS> bookmarks;
 
-    // strLevel: a full path. A level without a file of these, or with one that says nothing, has
-    // none.
+    // strLevel: a full path, or another name that no other level has. A level without a file of
+    // these, or with one that says nothing, has none.
     static SLevelViews Load(const std::string& strLevel);
     // As Save would write it.
     std::string MakeText(const std::string& strLevel) const;
     // False after one logged line. Of very many levels those go that were left first.
     static bool Save(const std::string& strLevel, const std::string& strText);
+    static void Remove(const std::string& strLevel);
 };

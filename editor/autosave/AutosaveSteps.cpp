@@ -32,7 +32,26 @@ SHistoryState GetState(CEditorHost& host, IPluginPainting* pPainting)
             pPainting != nullptr ? pPainting->GetBitmapRevision() : 0};
 }
 
-// What was made for a step the first time is there, and the steps name it.
+// What was made for a step the first time is there, and the steps name it. While this lives, also
+// when memory ends in the middle.
+class CRepeating
+{
+public:
+    explicit CRepeating(CHostGround& ground)
+        : m_Ground(ground)
+    {
+        m_Ground.SetRepeating(true);
+    }
+
+    ~CRepeating() { m_Ground.SetRepeating(false); }
+
+    CRepeating(const CRepeating&) = delete;
+    CRepeating& operator=(const CRepeating&) = delete;
+
+private:
+    CHostGround& m_Ground;
+};
+
 bool PlayAgain(CEditorHost& host,
                CLevelDocument& document,
                const SRecoverable& entry,
@@ -45,21 +64,20 @@ bool PlayAgain(CEditorHost& host,
     {
         document.SetBitmap(strBitmap);
     };
-    host.GetGround().SetRepeating(true);
-    const bool bPlayed = PlaySteps(entry, strDeclarations, play, nameBitmap, nSteps, strFault);
-    host.GetGround().SetRepeating(false);
-    return bPlayed;
+    const CRepeating repeating(host.GetGround());
+    return PlaySteps(entry, strDeclarations, play, nameBitmap, nSteps, strFault);
 }
 
 // The line that a step begins with where the level names another bitmap than strKnown, which
 // becomes that one.
-std::string TakeBitmapNote(std::string& strKnown, const CLevelDocument& document)
+std::string TakeNote(std::string& strKnown, const CLevelDocument& document)
 {
     const bool bOther = strKnown != document.GetBitmap();
     strKnown = document.GetBitmap();
     return bOther ? MakeLevelBitmapNote(strKnown) : "";
 }
 
+// Warns where something is missing or not to be seen; that all is back, whoever asked for it says.
 // bHidden: what was painted is not in the views.
 void TellRecovered(const SRecoverable& entry, size_t nSteps, bool bHidden)
 {
@@ -74,7 +92,14 @@ void TellRecovered(const SRecoverable& entry, size_t nSteps, bool bHidden)
     {
         strBack += "; what was painted shows when Edit is switched on";
     }
-    WarnLog("[CAutosave::Recover] %s\n", strBack.c_str());
+    if (entry.bCut)
+    {
+        strBack += "; the last one was cut off while it was written and is lost";
+    }
+    if (nSteps < nAll || entry.bCut || bHidden)
+    {
+        WarnLog("[CAutosave::Recover] %s\n", strBack.c_str());
+    }
 }
 
 } // namespace
@@ -92,16 +117,19 @@ void CAutosave::OnBeforeEvent(const SHostEvent& event)
         !m_Host.GetHistory().IsStepOpen() &&
         (event.eKind == EHostEvent::ButtonDown || event.eKind == EHostEvent::Action ||
          event.eKind == EHostEvent::StepBegun);
-    // What has changed without an event comes before the step, or the step would be played on other
-    // ground than it was made on.
+    // What has changed without an event comes before the step, which would else be played on other
+    // ground, and the bitmap that was named, or undo would lead to another one.
     if (bStep || bBegins)
     {
         Poll();
         Follow();
         KeepDifference();
+        if (!m_Writer.IsInStep())
+        {
+            KeepStep(true);
+        }
     }
-    const bool bAlters = bBegins || bAct;
-    if (bAlters && m_bNeedsCopy && !m_bFailed)
+    if ((bBegins || bAct) && m_bNeedsCopy && !m_bFailed)
     {
         StartCopy(); // before the step changes anything
     }
@@ -116,8 +144,7 @@ void CAutosave::OnEvent(const SHostEvent& event)
         return;
     }
     const bool bDropped = event.eKind == EHostEvent::DragDropped;
-    // The lines of a stroke that was dropped must not become a step: whoever plays them would keep
-    // it.
+    // Whoever plays the lines of a stroke that was dropped would keep it.
     if (bDropped)
     {
         m_Step.clear();
@@ -161,12 +188,12 @@ void CAutosave::EndStep()
 
 void CAutosave::KeepStep(bool bIdle)
 {
-    std::string strStep = std::exchange(m_Step, {});
+    // The note of a name may be all there is.
+    const std::string strStep = TakeNote(m_KnownBitmap, m_Document) + std::exchange(m_Step, {});
     if (strStep.empty() || m_bNeedsCopy) // a step behind one that is missing helps nobody
     {
         return;
     }
-    strStep = TakeBitmapNote(m_KnownBitmap, m_Document) + strStep;
     // A journal is begun with its first step, so a level that is only looked at leaves no files.
     // While a copy is being written its text comes with it, and none of the base is needed.
     if (!m_bJournal)
@@ -184,11 +211,6 @@ void CAutosave::KeepStep(bool bIdle)
         m_bJournal = true;
     }
     m_Journal.Append(bIdle ? strStep + MakeIdleNote() : strStep);
-}
-
-bool CAutosave::KeepTerrain()
-{
-    return !m_bFailed && StartCopy();
 }
 
 bool CAutosave::KeepBitmap(bool bKnown)

@@ -70,6 +70,8 @@ public:
     // start. Nothing is kept any more.
     void Leave();
 
+    bool HasLeft() const { return m_bLeft; } // Leave has left something
+
     // Of the files that keep what is not saved (AutosaveFiles.h); empty while there are none.
     const std::string& GetStem() const { return m_Stem; }
 
@@ -96,7 +98,8 @@ private:
 
     void EndStep() override;
 
-    bool KeepTerrain() override;
+    bool KeepTerrain() override { return !m_bFailed && StartCopy(); }
+
     bool KeepBitmap(bool bKnown) override;
 
     bool IsKeeping() const;

@@ -159,6 +159,7 @@ bool ReadJournal(const std::string& strFile, SJournal& journal)
     size_t iEnd = FindMark(strLeft, 0);
     if (iEnd == std::string_view::npos)
     {
+        journal.bCut = !strText.empty();
         return false;
     }
     // Each mark has the next number and the checksum of its own part. The first part whose mark
@@ -174,5 +175,6 @@ bool ReadJournal(const std::string& strFile, SJournal& journal)
             journal.steps.emplace_back(strLeft.substr(0, iEnd));
         }
     } while (iEnd != std::string_view::npos);
+    journal.bCut = !strLeft.empty();
     return true;
 }

@@ -37,8 +37,9 @@ struct SJournal
     bool bContinues = false;
     std::vector<std::string> steps; // calls alone
     int64_t iWritten = 0;           // seconds since 1970
+    bool bCut = false;              // a step, or the head, was begun behind them and has no end
 };
 
 // Reads the steps of a journal up to the first one that was cut off. False when there is no such
-// file, or not even its head is whole.
+// file, or not even its head is whole, which bCut tells apart.
 bool ReadJournal(const std::string& strFile, SJournal& journal);

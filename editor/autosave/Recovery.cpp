@@ -45,8 +45,10 @@ void ReadSteps(SRecoverable& entry)
         {
             continue;
         }
-        if (!ReadJournal(GetAutosaveJournal(entry.strStem, uNumber), journal) ||
-            (uNumber > entry.text.uNumber && !journal.bContinues))
+        const bool bRead = ReadJournal(GetAutosaveJournal(entry.strStem, uNumber), journal);
+        const bool bContinues = uNumber == entry.text.uNumber || journal.bContinues;
+        entry.bCut = journal.bCut && (bContinues || !bRead);
+        if (!bRead || !bContinues)
         {
             return;
         }
@@ -136,6 +138,13 @@ bool ReadRecoverable(const std::string& strFile, SRecoverable& entry)
     const bool bAny = bCopy || !entry.steps.empty() || !entry.text.strBitmap.empty();
     if (!bAny) // the level's own files are all there is to give back
     {
+        if (entry.bCut)
+        {
+            WarnLog("[FindRecoverable] the first step after the last save of %s was cut off while "
+                    "it was written and is lost\n",
+                    entry.text.level.strPath.empty() ? "a level without a file"
+                                                     : entry.text.level.strPath.c_str());
+        }
         RemoveAutosave(entry.strStem);
     }
     return bAny;

@@ -19,6 +19,7 @@ struct SRecoverable
     int64_t iWritten = 0;     // the last of it, seconds since 1970
     bool bSavedSince = false; // the level was, after what was kept
     bool bBitmapSavedSince = false;
+    bool bCut = false;      // behind the steps there is the beginning of one more
     std::string strLeftOut; // a bitmap that is not what it was: steps that paint on it are left out
     std::string strFault;   // why it cannot be given back, one line; empty when it can
 };

@@ -15,6 +15,8 @@
 #include "host/Image.h"
 #include "host/Log.h"
 #include "host/Notice.h"
+#include "host/Progress.h"
+#include "host/TerrainSize.h"
 #include "parser/CTCParseNodes.h"
 
 #include <algorithm>
@@ -97,21 +99,51 @@ std::string MakeName(const std::string& strFile)
     return GetFullPath(strName.c_str()) == GetFullPath(strFile.c_str()) ? strName : strFile;
 }
 
-void MoveTexels(const SGroundMap& map, const IImage& from, IImage& to)
+// Whether a picture may have as many pixels as the act leads to; looked at before anything is made
+// of that size.
+bool HasRoom(const SGroundAct& texels, const IImage& from)
+{
+    const bool bExtend = texels.eKind == EGround::Extend;
+    const int64_t iMoreX = bExtend ? int64_t{texels.iWest} + texels.iEast : 0;
+    const int64_t iMoreZ = bExtend ? int64_t{texels.iNorth} + texels.iSouth : 0;
+    const int64_t iWidth = int64_t{from.GetWidth()} + iMoreX;
+    const int64_t iHeight = int64_t{from.GetHeight()} + iMoreZ;
+    const int64_t iMost = int64_t{TERRAIN_MAX_VERTICES} * TERRAIN_MAX_VERTICES;
+    const bool bRoom = iWidth <= int64_t{IMAGE_MAX_SIDE} && iHeight <= int64_t{IMAGE_MAX_SIDE} &&
+                       iWidth * iHeight <= iMost;
+    if (!bRoom)
+    {
+        CrashLog("[CBitmapFollower::Follow] the bitmap would have %lld x %lld pixels, more than a "
+                 "picture can have; the ground stays\n",
+                 static_cast<long long>(iWidth),
+                 static_cast<long long>(iHeight));
+    }
+    return bRoom;
+}
+
+// False when the user cancels.
+bool MoveTexels(const SGroundMap& map, const IImage& from, IImage& to)
 {
     const size_t nBytes = from.GetBitsPerPixel() / 8;
     const size_t nAlong = nBytes * (map.bSwapped ? from.GetWidth() : 1);
     const size_t nDown = nBytes * (map.bSwapped ? 1 : from.GetWidth());
     uint8_t* pTo = to.GetRawData();
-    for (const uint32_t uDown : map.down.source)
+    CProgressSteps progress("Moving the bitmap", map.GetSizeZ());
+    for (size_t z = 0; z < map.down.source.size(); ++z)
     {
-        const uint8_t* pRow = from.GetRawData() + uDown * nDown;
+        if (!progress.Reach(z))
+        {
+            LogR("[CBitmapFollower::Follow] cancelled\n");
+            return false;
+        }
+        const uint8_t* pRow = from.GetRawData() + map.down.source[z] * nDown;
         for (const uint32_t uAlong : map.along.source)
         {
             std::memcpy(pTo, pRow + uAlong * nAlong, nBytes);
             pTo += nBytes;
         }
     }
+    return true;
 }
 
 } // namespace
@@ -138,24 +170,51 @@ bool CBitmapFollower::Follow(const SGroundAct& act,
         return true;
     }
     // What is given back names the file itself afterwards.
-    const std::string strFile = bRepeated ? strBitmap : FindNewName();
-    if (!bRepeated && !Make(act, strFile))
-    {
-        std::error_code error;
-        std::filesystem::remove(strFile, error);
-        CrashLog("[CBitmapFollower::Follow] the bitmap %s cannot follow the ground, which stays\n",
-                 strBitmap.c_str());
-        return false;
-    }
+    std::string strOther = strBitmap;
     if (!bRepeated)
     {
-        Notice(("The bitmap follows as " + std::filesystem::path(strFile).filename().string() +
-                "; the file before stays")
-                   .c_str());
+        if (!IsPainted() && !fs::exists(strBitmap.c_str()))
+        {
+            WarnLog("[CBitmapFollower::Follow] the bitmap %s is not there: the ground moves "
+                    "without it\n",
+                    strBitmap.c_str());
+            return true;
+        }
+        m_Made = FindNewName();
+        if (!Make(act))
+        {
+            return false;
+        }
+        strOther = MakeName(m_Made);
     }
-    pCompanion = std::make_unique<CBitmapCompanion>(
-        m_Host, m_Document, bRepeated ? strBitmap : MakeName(strFile));
+    pCompanion = std::make_unique<CBitmapCompanion>(m_Host, m_Document, std::move(strOther));
     return true;
+}
+
+void CBitmapFollower::OnDone(bool bDone)
+{
+    const std::filesystem::path made = std::exchange(m_Made, {});
+    if (made.empty())
+    {
+        return;
+    }
+    if (bDone)
+    {
+        Notice(("The bitmap follows as " + made.filename().string() + "; the file before stays")
+                   .c_str());
+        return;
+    }
+    std::error_code error; // there need not be one
+    std::filesystem::remove(made, error);
+}
+
+// There are strokes on the level's bitmap that are in no file yet.
+bool CBitmapFollower::IsPainted() const
+{
+    auto* pPainting = m_Host.GetRegistry().FindInterface<IPluginPainting>();
+    const std::string strUnsaved = pPainting != nullptr ? pPainting->GetUnsavedBitmap() : "";
+    return !strUnsaved.empty() &&
+           GetFullPath(strUnsaved.c_str()) == GetFullPath(m_Document.GetBitmap().c_str());
 }
 
 std::string CBitmapFollower::FindNewName() const
@@ -174,23 +233,23 @@ std::string CBitmapFollower::FindNewName() const
     return FindFreeName((folder / GetPlainStem(bitmap)).string() + ".", EXTENSION, uNumber);
 }
 
-bool CBitmapFollower::Make(const SGroundAct& act, const std::string& strFile)
+// False after one logged line, or when the user cancels.
+bool CBitmapFollower::Make(const SGroundAct& act)
 {
     const CTerrain& terrain = *m_Host.GetEngine().GetCWorld().GetCTerrain();
-    const std::string& strBitmap = m_Document.GetBitmap();
-    auto* pPainting = m_Host.GetRegistry().FindInterface<IPluginPainting>();
-    const std::string strUnsaved = pPainting != nullptr ? pPainting->GetUnsavedBitmap() : "";
-    const bool bPainted =
-        !strUnsaved.empty() && GetFullPath(strUnsaved.c_str()) == GetFullPath(strBitmap.c_str());
-    if (bPainted && !pPainting->SaveBitmap(strFile.c_str()))
+    const bool bPainted = IsPainted();
+    if (bPainted &&
+        !m_Host.GetRegistry().FindInterface<IPluginPainting>()->SaveBitmap(m_Made.c_str()))
     {
         return false;
     }
-    const char* pszSource = bPainted ? strFile.c_str() : strBitmap.c_str();
-    const std::unique_ptr<IImage> pFrom(IL_LoadImage(pszSource));
-    const std::unique_ptr<IPalette> pPalette(IL_LoadPalette(pszSource));
+    const std::string& strSource = bPainted ? m_Made : m_Document.GetBitmap();
+    const std::unique_ptr<IImage> pFrom(IL_LoadImage(strSource.c_str()));
+    const std::unique_ptr<IPalette> pPalette(IL_LoadPalette(strSource.c_str()));
     if (pFrom == nullptr)
     {
+        CrashLog("[CBitmapFollower::Follow] the bitmap %s cannot follow the ground, which stays\n",
+                 strSource.c_str());
         return false;
     }
     const SGroundAct texels = MakeTexelAct(act,
@@ -198,16 +257,20 @@ bool CBitmapFollower::Make(const SGroundAct& act, const std::string& strFile)
                                            terrain.GetCellsPerSideZ(),
                                            pFrom->GetWidth(),
                                            pFrom->GetHeight());
+    if (!HasRoom(texels, *pFrom))
+    {
+        return false;
+    }
     const SGroundMap map = MakeGroundMap(texels, pFrom->GetWidth(), pFrom->GetHeight());
     const std::unique_ptr<IImage> pTo(IL_CreateImageFromBufferFormat(
         map.GetSizeX(), map.GetSizeZ(), pFrom->GetFormat(), nullptr));
     if (pTo == nullptr)
     {
-        CrashLog("[CBitmapFollower::Make] a picture of %u x %u pixels is too large\n",
+        CrashLog("[CBitmapFollower::Follow] no memory for a bitmap of %u x %u pixels; the ground "
+                 "stays\n",
                  map.GetSizeX(),
                  map.GetSizeZ());
         return false;
     }
-    MoveTexels(map, *pFrom, *pTo);
-    return IL_SaveImage(strFile.c_str(), pTo.get(), pPalette.get());
+    return MoveTexels(map, *pFrom, *pTo) && IL_SaveImage(m_Made.c_str(), pTo.get(), pPalette.get());
 }

@@ -67,6 +67,10 @@ bool CHostGround::Do(const SGroundAct& act)
     m_Observers.TellBefore({.eKind = EHostEvent::Reshaped});
     bool bDone = false;
     m_Input.Guard("CHostGround::Do", [&] { bDone = Change(act); });
+    if (m_Follower != nullptr)
+    {
+        m_Input.Guard("CHostGround::Do", [&] { m_Follower->OnDone(bDone); });
+    }
     m_Observers.Tell({.eKind = EHostEvent::Reshaped, .pGround = bDone ? &act : nullptr});
     return bDone;
 }

@@ -10,6 +10,7 @@
 #include "host/IPluginScript.h"
 #include "host/IPluginTools.h"
 #include "host/Log.h"
+#include "host/Notice.h"
 #include "parser/CTCParseNodes.h"
 #include "parser/DeclarativeText.h"
 
@@ -224,7 +225,17 @@ void CToolBrushes::OnEvent(const SHostEvent& event)
     const bool bReloaded = event.eKind == EHostEvent::TerrainReloaded;
     if (event.eKind == EHostEvent::LevelChanged || (bReloaded && HasOtherSize(*pTerrain)))
     {
-        FitAll();
+        m_bFitted = FitAll();
+        if (bReloaded && m_bFitted)
+        {
+            Notice("The brushes that nobody has changed fit the new size");
+        }
+    }
+    // The step comes after the ground that it is about.
+    if (event.eKind == EHostEvent::Reshaped && std::exchange(m_bFitted, false) &&
+        event.pGround != nullptr)
+    {
+        m_Host.GetUndoStack().Describe("brushes fitted anew");
     }
 }
 
@@ -234,23 +245,27 @@ bool CToolBrushes::HasOtherSize(const CTerrain& terrain) const
     return size.x != m_FittedSize.x || size.y != m_FittedSize.y || size.z != m_FittedSize.z;
 }
 
-void CToolBrushes::FitAll()
+bool CToolBrushes::FitAll()
 {
     const CTerrain* pTerrain = FindTerrain();
     if (pTerrain == nullptr)
     {
-        return;
+        return false;
     }
+    bool bOther = false;
     m_FittedSize = pTerrain->GetSize();
     const SGroundSize ground = MeasureGround(*pTerrain);
     for (STool& tool : m_Tools)
     {
         if (IsAsFitted(tool))
         {
+            const std::string strBefore = tool.strFitted;
             PutBackPicked(tool);
             Fit(tool, ground);
+            bOther = bOther || tool.strFitted != strBefore;
         }
     }
+    return bOther;
 }
 
 void CToolBrushes::Fit(STool& tool, const SGroundSize& ground)

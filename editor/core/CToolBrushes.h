@@ -60,7 +60,7 @@ private:
     void Load();
     std::string MakeFile();
     bool HasOtherSize(const CTerrain& terrain) const; // than the tools were fitted to
-    void FitAll();
+    bool FitAll();                                    // true when one is another
     void Fit(STool& tool, const SGroundSize& ground);
     void NoteFitted(STool& tool);
     void PutBackPicked(const STool& tool);
@@ -79,6 +79,7 @@ private:
     SReadyBrushes m_Ready;
     std::vector<STool> m_Tools;
     SVec3 m_FittedSize;            // of the terrain that the tools were last fitted to
+    bool m_bFitted = false;        // the last other size has changed one
     std::string m_CommandFunction; // of the tool at hand when a command began
     SToolSizes m_CommandSizes;     // its sizes then
 };

@@ -226,13 +226,17 @@ bool CUndoStack::GoTo(size_t nPosition)
     {
         return false;
     }
-    while (m_Position > nPosition && Undo())
+    bool bTaken = true;
+    // Records that take no step of their own may go on the way, which is no fault.
+    while (bTaken && m_Position > nPosition)
     {
+        bTaken = Undo() || m_Position <= nPosition;
     }
-    while (m_Position < nPosition && Redo())
+    while (bTaken && m_Position < std::min(nPosition, m_Records.size()))
     {
+        bTaken = Redo() || m_Position == m_Records.size();
     }
-    return true;
+    return bTaken;
 }
 
 void CUndoStack::Clear()

@@ -60,7 +60,8 @@ public:
     bool Undo();
     bool Redo();
     // Steps back or forth until nPosition records are done: 0 undoes everything. False, and nothing
-    // happens, when there are fewer records.
+    // happens, when there are fewer records; false, too, where a record on the way cannot take its
+    // step, and the history stays there.
     bool GoTo(size_t nPosition);
     void Clear();
     void DropRedo(); // nothing can be redone any longer

@@ -28,4 +28,8 @@ public:
     virtual bool Follow(const SGroundAct& act,
                         bool bRepeated,
                         std::unique_ptr<IGroundCompanion>& pCompanion) = 0;
+
+    // The end of the act that Follow was called for, or might have been: it is a step now; or it
+    // is not after all, and what was made for it is worth nothing.
+    virtual void OnDone(bool bDone) = 0;
 };

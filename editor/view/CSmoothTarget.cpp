@@ -3,6 +3,7 @@
 #include "host/Log.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -20,7 +21,7 @@ bool CSmoothTarget::Begin(OpenGl& gl, int iWidth, int iHeight)
         m_Width = iWidth;
         m_Height = iHeight;
         m_bFailed = !Make(gl, iWidth, iHeight);
-        if (m_bFailed)
+        if (m_bFailed && !std::exchange(m_bSaid, true)) // the next sizes mostly fail as well
         {
             CrashLog("[CSmoothTarget::Begin] the graphics card cannot smooth edges at %d x %d\n",
                      iWidth,

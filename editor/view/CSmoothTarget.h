@@ -26,4 +26,5 @@ private:
     int m_Width = 0;
     int m_Height = 0;
     bool m_bFailed = false; // at this size
+    bool m_bSaid = false;   // that one has failed
 };

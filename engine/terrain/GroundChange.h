@@ -37,3 +37,11 @@ MakeChangedGround(const CTerrain& terrain, const SGroundAct& act, SHeightField& 
 
 // How many vertices the limit, or 0, would keep from what the act wants of them.
 TELLUR_API size_t CountCutVertices(const CTerrain& terrain, const SGroundAct& act);
+
+// Where a place of the ground is after an act without a fault, in terrain units; y stays.
+TELLUR_API SVec3 MovePlace(const SGroundMeasures& before,
+                           const SGroundAct& act,
+                           const SVec3& place);
+
+// The act that brings each place back. What was cut off does not come back with it.
+TELLUR_API SGroundAct GetWayBack(const SGroundMeasures& before, const SGroundAct& act);

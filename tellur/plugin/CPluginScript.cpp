@@ -176,7 +176,13 @@ bool PlayUseBrush(const SScriptParts& parts, const CTCPARSE_KEYWORD& keyword, st
         strWhy = "there is no predefined brush \"" + strName + "\"";
         return false;
     }
+    const bool bNone = parts.brush.Get() == nullptr;
     GetPluginPart<IPanelPlugin>()->UsePredefinedBrush(**found);
+    if (bNone && !parts.modes.IsTerraforming())
+    {
+        WarnLog("[CPluginScript::Play] use_brush: terraforming stays off, since there was no brush "
+                "before; strokes need mode( \"terraforming\" ) first\n");
+    }
     return true;
 }
 

@@ -164,14 +164,19 @@ TEST(CUndoStack, ARecordThatCannotTakeItsStepStaysWhereItIs)
     stack.Add(pStep);
     const uint64_t uState = stack.GetStateId();
     EXPECT_FALSE(stack.Undo());
-    EXPECT_TRUE(stack.GoTo(0));
+    EXPECT_FALSE(stack.GoTo(0));
     EXPECT_EQ(stack.GetStateId(), uState) << "what lies below was made on other heights";
     pStep->bReady = true;
     EXPECT_TRUE(stack.Undo());
     pStep->bReady = false;
     EXPECT_FALSE(stack.Redo());
+    EXPECT_FALSE(stack.GoTo(2));
     EXPECT_EQ(stack.GetRedoCount(), 1U);
     EXPECT_EQ(strEvents, "u2 ");
+    pStep->bReady = true;
+    stack.Add(new CRecord(strEvents, "t", true)); // takes no step
+    EXPECT_TRUE(stack.GoTo(1)) << strEvents;
+    EXPECT_TRUE(stack.GoTo(0)) << strEvents;
 }
 
 namespace

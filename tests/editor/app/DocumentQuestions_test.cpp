@@ -237,6 +237,45 @@ TEST_F(CQuestions, ALevelWhoseHeightsAreMissingOffersTheirBackup)
     EXPECT_TRUE(ReadBytes(strHeights + ".bak") == strBytes);
 }
 
+TEST_F(CQuestions, ALevelThatWasNeverSavedComesBackWithItsBookmarks)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(Sculpt());
+    SViewLook look = GetView().GetNavigator().GetLook();
+    look.at.x += 77.0F;
+    GetView().LookFrom(look);
+    GetView().setFocus();
+    Trigger("bookmark.set_3");
+    m_Window->LeaveChanges(); // the process is told to end
+    Stop();
+    ASSERT_NO_FATAL_FAILURE(Start(false));
+    QTimer timer;
+    AlwaysRecover(timer);
+    // What this very process has kept is no one's who runs.
+    const std::string strCopies = m_Folder.Path("state/tellur/autosave");
+    for (const auto& [strName, strText] : ReadFolder(strCopies))
+    {
+        const std::regex owner("autosave_process\\( [0-9]+");
+        WriteBytes(strName, std::regex_replace(strText, owner, "autosave_process( 0"));
+    }
+    ASSERT_TRUE(m_Window->GetDocuments().GetRecovery().OfferAll());
+    const auto getPlace = [this]
+    {
+        return GetView().GetNavigator().GetLook().at.x;
+    };
+    const float fWhole = getPlace();
+    Settle(); // the menu knows of it
+    Trigger("bookmark.go_3");
+    EXPECT_EQ(getPlace(), look.at.x);
+    const std::string strViews = m_Folder.Path("state/tellur/views");
+    EXPECT_FALSE(std::filesystem::is_empty(strViews));
+    ASSERT_TRUE(GetHost().NewLevel(32, {320.0F, 100.0F, 320.0F}));
+    Settle();
+    Trigger("bookmark.go_3");
+    EXPECT_EQ(getPlace(), fWhole) << "it was one of another level";
+    EXPECT_TRUE(std::filesystem::is_empty(strViews));
+}
+
 TEST_F(CQuestions, WhatACrashLeftIsOfferedWhenTheLevelIsOpened)
 {
     ASSERT_NO_FATAL_FAILURE(Start());

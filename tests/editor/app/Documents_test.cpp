@@ -75,7 +75,11 @@ TEST_F(CDocuments, ANewLevelHasTheSizesOfTheDialog)
             Key("ctrl+a");
             Do({"type", "800,5"}); // a comma is a point
             WaitFor([&] { return boxes[1]->value() == 800.5; }, "the number that was typed");
+            const auto* pLimits = dialog.findChild<QLabel*>("new-level-limits");
+            boxes[2]->setValue(900.0);
+            EXPECT_EQ(pLimits->text(), "The height at start ends at the highest ground.");
             boxes[2]->setValue(160.0);
+            EXPECT_EQ(pLimits->text(), "Lengths are up to 10000000 cm.");
             SavePicture("new-level");
             Click(*dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok));
         });

@@ -3,11 +3,15 @@
 
 #include "editor/app/CNewBitmapDialog.h"
 #include "editor/app/CPropertiesDialog.h"
+#include "host/IPluginScript.h"
 #include "host/Image.h"
+#include "parser/CTCParseNodes.h"
 #include "tests/editor/app/DocumentsFixture.h"
 
 #include <QLabel>
 #include <QTabBar>
+
+#include <cstdio>
 
 namespace
 {
@@ -47,6 +51,38 @@ protected:
     static std::string GetOutcome(CPropertiesDialog& dialog)
     {
         return GetText(dialog, "properties-outcome");
+    }
+
+    // Level > New bitmap at that path; boxes on the way are read and answered with Yes, or with
+    // their first button.
+    QStringList MakeBitmap(const std::string& strPath)
+    {
+        QStringList texts;
+        QTimer timer; // works what comes behind the first dialog
+        timer.callOnTimeout(
+            [&]
+            {
+                QWidget* pShown = QApplication::activeModalWidget();
+                if (auto* pFile = dynamic_cast<QFileDialog*>(pShown))
+                {
+                    pFile->findChild<QLineEdit*>("fileNameEdit")
+                        ->setText(QString::fromStdString(strPath));
+                    QMetaObject::invokeMethod(pFile, "accept", Qt::QueuedConnection);
+                }
+                else if (auto* pBox = dynamic_cast<QMessageBox*>(pShown))
+                {
+                    texts << pBox->text() + " " + pBox->informativeText();
+                    QAbstractButton* pYes = pBox->button(QMessageBox::Yes);
+                    (pYes != nullptr ? pYes : pBox->buttons().front())->click();
+                }
+            });
+        Answer<CNewBitmapDialog>([this] { Trigger("level.new_bitmap"); },
+                                 [&](CNewBitmapDialog&)
+                                 {
+                                     timer.start(20);
+                                     Key("Return");
+                                 });
+        return texts;
     }
 
     size_t GetSteps() { return GetHost().GetUndoStack().GetCount(); }
@@ -163,7 +199,6 @@ TEST_F(CLevelProperties, WhoCancelsOrOnlyLooksChangesNothing)
     Ask(
         [this](CPropertiesDialog& dialog)
         {
-            TypeInto(dialog, "size-x", "10"); // on a page that is not open at the end
             OpenPage(dialog, 4);
             EXPECT_EQ(GetText(dialog, "statistics-vertices"), "33 x 33");
             EXPECT_EQ(GetText(dialog, "statistics-spacing"), "10.00 x 10.00 cm");
@@ -181,24 +216,7 @@ TEST_F(CLevelProperties, ANewBitmapIsMadeShownAndGoesAlongWithTheGround)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     const std::string strPath = m_Folder.Path("root/types.png");
-    QTimer timer; // works the dialog that comes behind the first one
-    timer.callOnTimeout(
-        [&]
-        {
-            if (auto* pFile = dynamic_cast<QFileDialog*>(QApplication::activeModalWidget()))
-            {
-                timer.stop();
-                pFile->findChild<QLineEdit*>("fileNameEdit")
-                    ->setText(QString::fromStdString(strPath));
-                QMetaObject::invokeMethod(pFile, "accept");
-            }
-        });
-    Answer<CNewBitmapDialog>([this] { Trigger("level.new_bitmap"); },
-                             [&](CNewBitmapDialog&)
-                             {
-                                 timer.start(20);
-                                 Key("Return");
-                             });
+    MakeBitmap(strPath);
     EXPECT_EQ(m_Editor->GetDocument().GetBitmap(), "types.png");
     const std::unique_ptr<IImage> pImage(IL_LoadImage(strPath.c_str()));
     ASSERT_NE(pImage, nullptr);
@@ -220,4 +238,78 @@ TEST_F(CLevelProperties, ANewBitmapIsMadeShownAndGoesAlongWithTheGround)
     Key("ctrl+z");
     EXPECT_EQ(m_Editor->GetDocument().GetBitmap(), "types.png");
     EXPECT_EQ(m_Window->GetSettings().render.pTypeBitmap->GetWidth(), 32U);
+}
+
+TEST_F(CLevelProperties, WhatIsChangedOnSeveralPagesIsSaidAndDoneInTheirOrder)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    SSymmetry& symmetry = m_Window->GetSettings().input.symmetry;
+    symmetry.bOwnCentre = true;
+    symmetry.centre = {80.0F, 0.0F, 200.0F};
+    Ask(
+        [this](CPropertiesDialog& dialog)
+        {
+            TypeInto(dialog, "size-x", "640");
+            OpenPage(dialog, 1);
+            TypeInto(dialog, "edges-x", "16384");
+            OpenPage(dialog, 3);
+            TypeInto(dialog, "raise-by", "5");
+            EXPECT_EQ(GetOutcome(dialog),
+                      "Not possible (Grow or crop): a level has 2 to 16385 vertices per side.");
+            Key("Return"); // does nothing
+            OpenPage(dialog, 1);
+            TypeInto(dialog, "edges-x", "4");
+            OpenPage(dialog, 2);
+            Click(*dialog.findChild<QWidget*>("move-x"));
+            Key("shift+Tab"); // to the list of moves
+            Key("Down");
+            OpenPage(dialog, 4);
+            EXPECT_EQ(dialog.findChild<QTabBar*>()->tabText(3), "&Raise *");
+            EXPECT_EQ(GetOutcome(dialog),
+                      "4 steps: size of the level, grow or crop, turn ground right, raise all "
+                      "ground. The level will have 33 x 37 vertices on 320.00 x 720.00 cm, 10.00 x "
+                      "20.00 cm apart; its highest ground is 100.00 cm. No height goes below 0 or "
+                      "above the highest ground. The tool panel has no such resolution: its own "
+                      "are square, of 33, 65, 129 and so on.");
+            SavePicture("level-several");
+            Key("Return");
+        });
+    ASSERT_EQ(GetSteps(), 4U);
+    EXPECT_EQ(GetTerrain()->GetVerticesZ(), 37U);
+    EXPECT_EQ(GetHeights().back(), 25.0F);
+    // The centre of the symmetry lies over the same ground: twice as far east, two cells of 20 more
+    // in the west, turned.
+    EXPECT_EQ(symmetry.centre.x, 120.0F);
+    EXPECT_EQ(symmetry.centre.z, 200.0F);
+    GetHost().GoToStep(1);
+    EXPECT_EQ(symmetry.centre.x, 160.0F);
+    GetHost().GoToStep(3);
+    EXPECT_EQ(symmetry.centre.x, 120.0F);
+    GetHost().GoToStep(0);
+    EXPECT_EQ(symmetry.centre.x, 80.0F);
+    EXPECT_EQ(symmetry.centre.z, 200.0F);
+}
+
+TEST_F(CLevelProperties, ABitmapThatIsBeingPaintedIsNotReplaced)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    const std::string strPath = m_Folder.Path("root/types.png");
+    EXPECT_EQ(MakeBitmap(strPath), QStringList());
+    const std::string strBytes = ReadBytes(strPath);
+    EXPECT_EQ(MakeBitmap(strPath).size(), 1) << "whether it is to be replaced";
+    auto* pScript = m_Editor->FindInterface<IPluginScript>();
+    for (const auto& [pszName, pszValue] :
+         {std::pair("paint_bitmap", "types.png"), std::pair("mode", "edit_terrain_type")})
+    {
+        CTCPARSE_KEYWORD call;
+        std::snprintf(call.name, sizeof(call.name), "%s", pszName);
+        call.params = new CTCPARSE_STRING(pszValue);
+        std::string strWhy;
+        ASSERT_EQ(pScript->Play(&call, strWhy), EScriptResult::Done) << strWhy;
+    }
+    const QStringList texts = MakeBitmap(strPath);
+    ASSERT_EQ(texts.size(), 2);
+    EXPECT_TRUE(texts.back().contains("is being painted: choose another name"))
+        << texts.back().toStdString();
+    EXPECT_TRUE(ReadBytes(strPath) == strBytes);
 }

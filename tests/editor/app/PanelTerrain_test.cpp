@@ -91,3 +91,15 @@ TEST_F(CPanel, AResolutionChosenInTheListIsTheTerrainsAndAStepOfTheHistory)
         std::filesystem::remove(m_Folder.Path("hill.height.bak"));
     }
 }
+
+TEST_F(CPanel, TheRangeOfTheExtentSuitsGroundOfAnotherSize)
+{
+    ASSERT_NO_FATAL_FAILURE(Start());
+    ASSERT_NO_FATAL_FAILURE(OpenPanel());
+    const auto& most = Item<QLineEdit>(2199);
+    EXPECT_EQ(most.text().toFloat(), 32.0F) << "a tenth of the level";
+    ASSERT_TRUE(GetHost().GetGround().Do({.eKind = EGround::Extend, .iEast = 32}));
+    EXPECT_EQ(most.text().toFloat(), 64.0F);
+    GetHost().Undo();
+    EXPECT_EQ(most.text().toFloat(), 32.0F);
+}

@@ -272,6 +272,14 @@ TEST_F(CReadyBrushes, OfTheButtonsFitTheLevelUntilSomebodyChangesThemAndAreKept)
     EXPECT_EQ(Amount(), fGiven);
     Key("5");
     EXPECT_EQ(Extent(), 56.0F) << "the ready brush, for this level";
+    const SVec3 size = GetTerrain()->GetSizeVector();
+    ASSERT_TRUE(GetHost().GetGround().Do(
+        {.eKind = EGround::Size, .size = {2.0F * size.x, size.y, 2.0F * size.z}}));
+    EXPECT_EQ(Extent(), 112.0F);
+    EXPECT_EQ(GetHost().GetUndoStack().GetDetail(0), "brushes fitted anew");
+    Key("4");
+    EXPECT_EQ(Extent(), fChanged) << "typed over";
+    GetHost().Undo();
     Stop();
 
     const std::string strFile = m_Folder.Path("config/tellur/tools.brushes");

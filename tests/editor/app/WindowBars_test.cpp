@@ -175,7 +175,7 @@ TEST_F(CWindowBars, AStepOfTheHistorySaysWhatAndWhere)
     EXPECT_GE(stack.GetTime(3), stack.GetTime(0));
 }
 
-TEST_F(CWindowBars, AFaultIsShownOverTheViewsUntilItIsClosed)
+TEST_F(CWindowBars, AFaultIsShownOverTheViewsUntilItIsClosedOrTheLevelGoes)
 {
     ASSERT_NO_FATAL_FAILURE(Start());
     ASSERT_NO_FATAL_FAILURE(TakeBrush());
@@ -209,6 +209,14 @@ TEST_F(CWindowBars, AFaultIsShownOverTheViewsUntilItIsClosed)
             pBox->close();
             return true;
         });
+    Settle();
+    EXPECT_FALSE(bar.isVisible());
+
+    // It goes with the level that it may speak of.
+    CrashLog("[CSomething::DoIt] nothing can be read\n");
+    Settle();
+    EXPECT_TRUE(bar.isVisible());
+    ASSERT_TRUE(m_Editor->GetDocument().New(32, {320.0F, 100.0F, 320.0F}));
     Settle();
     EXPECT_FALSE(bar.isVisible());
 }

@@ -5,7 +5,6 @@
 #include "editor/script/CRecorder.h"
 #include "tests/editor/script/AutosaveFixture.h"
 #include "tests/editor/script/SGroundModel.h"
-#include "tests/support/CLogCatcher.h"
 
 namespace
 {
@@ -392,14 +391,4 @@ TEST_F(CGroundTest, TheBitmapFollowsInAFileOfItsOwnWithWhatWasPainted)
     EXPECT_FALSE(dynamic_cast<IPluginTools*>(m_Loader.GetPlugin())->IsPainting());
     EXPECT_EQ(m_Painting->GetUnsavedBitmap(), strBitmap);
     EXPECT_TRUE(ReadBytes(strBitmap) == strBytes);
-
-    // One that cannot follow keeps the ground where it is.
-    const SGroundModel before = GetGround();
-    m_Document.SetBitmap(m_Folder.Path("gone.png"));
-    CLogCatcher log;
-    EXPECT_FALSE(m_Host.GetGround().Do({.eKind = EGround::MirrorX}));
-    EXPECT_TRUE(GetGround() == before);
-    EXPECT_EQ(log.TakeLines().back(),
-              "[CBitmapFollower::Follow] the bitmap " + m_Folder.Path("gone.png") +
-                  " cannot follow the ground, which stays");
 }

@@ -1,7 +1,9 @@
 // Natural ground, light, sky and lines, pixel by pixel.
 
+#include "editor/view/CSmoothTarget.h"
 #include "engine/terrain/GroundLook.h"
 #include "tests/editor/view/RenderFixture.h"
+#include "tests/support/CLogCatcher.h"
 #include "tests/support/CTempFolder.h"
 
 #include <algorithm>
@@ -279,6 +281,23 @@ TEST_F(CGroundLookTest, SmoothEdgesMixWhatMeetsAndLeaveTheRest)
     EXPECT_LT(nDifferent, WIDTH * HEIGHT / 25) << "inside of the ground nothing changes";
     m_Settings.bSmoothEdges = false;
     EXPECT_EQ(CountDifferent(Draw(view, pRenderer.get()), plain), 0) << "switched off at once";
+}
+
+TEST_F(CGroundLookTest, ACardWithoutRoomForSmoothEdgesIsSpokenOfOnce)
+{
+    constexpr int TOO_WIDE = 1 << 20;
+    OpenGl gl;
+    ASSERT_TRUE(gl.initializeOpenGLFunctions());
+    CSmoothTarget target;
+    CLogCatcher log;
+    EXPECT_FALSE(target.Begin(gl, TOO_WIDE, 4));
+    EXPECT_FALSE(target.Begin(gl, TOO_WIDE, 4));
+    EXPECT_FALSE(target.Begin(gl, TOO_WIDE + 1, 4));
+    EXPECT_EQ(log.TakeLines().size(), 1U);
+    EXPECT_TRUE(target.Begin(gl, WIDTH, HEIGHT)) << "a smaller one may fit";
+    target.End(gl);
+    target.Release(gl);
+    m_Buffer->bind();
 }
 
 } // namespace

@@ -56,6 +56,24 @@ TEST(ReplayResults, DeclarationsNameEveryKeywordOnceAndParse)
     EXPECT_EQ(empty.iExitCode, 0) << empty.strErr;
 }
 
+TEST(ReplayResults, ABrushThatIsTakenBeforeThereIsOneSaysThatStrokesDoNothing)
+{
+    const CReplayRunner runner;
+    const std::string strTaken = "level( 32, [ 320, 100, 320 ] )\n"
+                                 "brush_file( \"data/brushes/ready.brushes\" )\n"
+                                 "use_brush( \"Crater\" )\n";
+    const auto getLog = [&](const std::string& strScript)
+    {
+        EXPECT_EQ(runner.Play(strScript, {"--root", TELLUR_SOURCE_DIR}).iExitCode, 0);
+        return ReadBytes(runner.Path("log.txt"));
+    };
+    const std::string strLog = getLog(strTaken);
+    EXPECT_EQ(strLog,
+              "[CPluginScript::Play] use_brush: terraforming stays off, since there was no brush "
+              "before; strokes need mode( \"terraforming\" ) first\n");
+    EXPECT_EQ(getLog(strTaken + "use_brush( \"Crater\" )\n"), strLog) << "once";
+}
+
 TEST(ReplayResults, StatisticsCountEachDragByItself)
 {
     const CReplayRunner runner;
