@@ -15,6 +15,7 @@
 #include "editor/app/CWelcome.h"
 #include "editor/app/PropertyColumns.h"
 #include "editor/app/StrokeWords.h"
+#include "editor/core/Words.h"
 #include "host/IPluginTools.h"
 
 #include <QCloseEvent>
@@ -257,7 +258,7 @@ void CEditorWindow::ShowState()
 void CEditorWindow::Refresh()
 {
     const CLevelDocument& document = m_Editor.GetDocument();
-    setWindowTitle(QString::fromStdString(document.GetTitle()) + "[*] - Tellur");
+    setWindowTitle(QString(Words(document.GetTitle().c_str())) + "[*] - Tellur");
     m_AutosaveTimer.TakeTurn();
     if (m_pLayout == nullptr)
     {

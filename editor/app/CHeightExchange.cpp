@@ -8,6 +8,7 @@
 #include "editor/app/FileChoice.h"
 #include "editor/core/ExportTargets.h"
 #include "editor/core/LevelExchange.h"
+#include "editor/core/Words.h"
 #include "engine/elevation/TileSet.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
@@ -40,7 +41,7 @@ CHeightExchange::CHeightExchange(CEditor& editor,
 void CHeightExchange::Import()
 {
     const std::string strPath =
-        m_Questions.AskForFile(false, "Import height map", GetHeightMapFilter());
+        m_Questions.AskForFile(false, Words("Import height map"), GetHeightMapFilter());
     if (!strPath.empty())
     {
         ImportFile(strPath);
@@ -55,7 +56,8 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
     const bool bCancelled = !bRead && m_Questions.TakeCancelled();
     if (bCancelled || (!bRead && !source.IsRaw()))
     {
-        return !bCancelled && m_Questions.Report(false, "The height map cannot be imported.");
+        return !bCancelled &&
+               m_Questions.Report(false, Words("The height map cannot be imported."));
     }
     CLevelDocument& document = m_Editor.GetDocument();
     CImportDialog dialog(&m_Questions.GetWindow(),
@@ -81,7 +83,7 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
                                    report,
                                    dialog.GetOptions(),
                                    eAs);
-    if (!m_Questions.Report(bDone, "The height map cannot be imported."))
+    if (!m_Questions.Report(bDone, Words("The height map cannot be imported.")))
     {
         return false;
     }
@@ -92,7 +94,7 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
     m_OnLevel();
     // The dialog has shown all that was assumed.
     const QString strName = QFileInfo(QString::fromStdString(strPath)).fileName();
-    Notice((strName + " imported").toUtf8().constData());
+    Notice((strName + Words(" imported")).toUtf8().constData());
     return true;
 }
 
@@ -115,16 +117,18 @@ void CHeightExchange::Export()
 
 void CHeightExchange::ExportForTarget(const SExportTarget& target, uint32_t uTiles)
 {
-    const QString strFilter = "Height maps (*.%1)";
-    const std::string strPath = m_Questions.AskForFile(
-        true, "Export height map", strFilter.arg(QString::fromStdString(target.strExtension)));
+    const QString strFilter = Words("Height maps (*.%1)");
+    const std::string strPath =
+        m_Questions.AskForFile(true,
+                               Words("Export height map"),
+                               strFilter.arg(QString::fromStdString(target.strExtension)));
     if (strPath.empty())
     {
         return;
     }
     STargetExport made;
     if (!m_Questions.Report(PlanLevelExport(m_Editor.GetHost(), strPath, target, uTiles, made),
-                            "The export cannot be made."))
+                            Words("The export cannot be made.")))
     {
         return;
     }
@@ -140,13 +144,13 @@ void CHeightExchange::ExportForTarget(const SExportTarget& target, uint32_t uTil
     const std::string strFirst = GetTilePath(strPath, 0, 0);
     if (uTiles > 1 && fs::exists(strFirst.c_str()))
     {
-        losses << QString::fromStdString(strFirst + " and its neighbours are replaced");
+        losses << QString::fromStdString(strFirst + Words(" and its neighbours are replaced"));
     }
     if (losses.isEmpty() || AskToSave(losses))
     {
         const CSaveNotice notice;
         if (m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath, made),
-                               "The export cannot be written."))
+                               Words("The export cannot be written.")))
         {
             notice.Say((uTiles > 1 ? strFirst : strPath).c_str());
         }
@@ -156,7 +160,7 @@ void CHeightExchange::ExportForTarget(const SExportTarget& target, uint32_t uTil
 bool CHeightExchange::AskToSave(const QStringList& lines)
 {
     return QMessageBox::question(&m_Questions.GetWindow(),
-                                 "Export height map",
+                                 Words("Export height map"),
                                  lines.mid(0, SHOWN_LINES).join('\n'),
                                  QMessageBox::Save | QMessageBox::Cancel) == QMessageBox::Save;
 }
@@ -164,7 +168,7 @@ bool CHeightExchange::AskToSave(const QStringList& lines)
 void CHeightExchange::ExportByName()
 {
     const std::string strPath =
-        m_Questions.AskForFile(true, "Export height map", GetHeightMapFilter());
+        m_Questions.AskForFile(true, Words("Export height map"), GetHeightMapFilter());
     if (strPath.empty())
     {
         return;
@@ -172,7 +176,7 @@ void CHeightExchange::ExportByName()
     // The plan says what the export will lose, before anything is written.
     SExportPlan plan;
     if (!m_Questions.Report(PlanLevelExport(m_Editor.GetHost(), strPath.c_str(), {}, plan),
-                            "The export cannot be made."))
+                            Words("The export cannot be made.")))
     {
         return;
     }
@@ -185,7 +189,7 @@ void CHeightExchange::ExportByName()
     {
         const CSaveNotice notice;
         if (m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath.c_str(), plan),
-                               "The export cannot be written."))
+                               Words("The export cannot be written.")))
         {
             notice.Say(strPath.c_str());
         }
@@ -196,15 +200,16 @@ void CHeightExchange::ExportStl()
 {
     CTerrain* pTerrain = m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain();
     const std::string strPath =
-        pTerrain != nullptr ? m_Questions.AskForFile(true, "Export to STL", "STL files (*.stl)")
-                            : "";
+        pTerrain != nullptr
+            ? m_Questions.AskForFile(true, Words("Export to STL"), Words("STL files (*.stl)"))
+            : "";
     if (pTerrain == nullptr || strPath.empty())
     {
         return;
     }
     const CSaveNotice notice;
     if (m_Questions.Report(pTerrain->ExportToSTL(strPath.c_str(), nullptr),
-                           "The STL file was not written."))
+                           Words("The STL file was not written.")))
     {
         notice.Say(strPath.c_str());
     }

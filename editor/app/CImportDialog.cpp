@@ -4,6 +4,7 @@
 #include "editor/app/CImportPicture.h"
 #include "editor/app/CImportSource.h"
 #include "editor/app/ImportWords.h"
+#include "editor/core/Words.h"
 #include "engine/elevation/ImportPicture.h"
 
 #include <QComboBox>
@@ -48,7 +49,8 @@ CImportDialog::CImportDialog(QWidget* pParent,
     , m_Source(source)
     , m_LastFault(std::move(lastFault))
 {
-    setWindowTitle("Import " + QFileInfo(QString::fromStdString(source.GetPath())).fileName());
+    setWindowTitle(Words("Import ") +
+                   QFileInfo(QString::fromStdString(source.GetPath())).fileName());
     auto* pSides = new QHBoxLayout;
     pSides->addWidget(MakeFileSide(), 1);
     pSides->addWidget(MakeLevelSide(bLevel));
@@ -58,7 +60,7 @@ CImportDialog::CImportDialog(QWidget* pParent,
     m_pFault->setWordWrap(true);
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_pOk = pButtons->button(QDialogButtonBox::Ok);
-    m_pOk->setText("&Import");
+    m_pOk->setText(Words("&Import"));
     connect(pButtons, &QDialogButtonBox::accepted, this, &CImportDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* pLayout = new QVBoxLayout(this);
@@ -75,12 +77,12 @@ QWidget* CImportDialog::MakeFileSide()
     m_pPicture = new CImportPicture(pSide);
     m_pLook = new QComboBox(pSide);
     m_pLook->setObjectName("import-look");
-    m_pLook->addItem("shaded", true);
-    m_pLook->addItem("heights as grey", false);
+    m_pLook->addItem(Words("shaded"), true);
+    m_pLook->addItem(Words("heights as grey"), false);
     connect(m_pLook, &QComboBox::currentIndexChanged, this, [this] { Update(); });
-    auto* pFile = new QGroupBox("The file", pSide);
+    auto* pFile = new QGroupBox(Words("The file"), pSide);
     m_pFileWords = new QFormLayout(pFile);
-    m_pFileWords->addRow("Picture", m_pLook);
+    m_pFileWords->addRow(Words("Picture"), m_pLook);
     auto* pLayout = new QVBoxLayout(pSide);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(m_pPicture, 1);
@@ -93,11 +95,11 @@ QWidget* CImportDialog::MakeLevelSide(bool bLevel)
     auto* pSide = new QWidget(this);
     m_pForm = new CImportForm(
         pSide, m_Source, bLevel, [this] { Update(); }, [this] { ReadAgain(); });
-    auto* pResult = new QGroupBox("The level", pSide);
+    auto* pResult = new QGroupBox(Words("The level"), pSide);
     m_pLevelWords = new QFormLayout(pResult);
     m_pAssumed = new QPlainTextEdit(pResult);
     m_pAssumed->setObjectName("import-assumed");
-    m_pAssumed->setAccessibleName("What is assumed");
+    m_pAssumed->setAccessibleName(Words("What is assumed"));
     m_pAssumed->setReadOnly(true);
     m_pAssumed->setTabChangesFocus(true);
     m_pAssumed->setMinimumHeight(ASSUMED_LINES * fontMetrics().lineSpacing());
@@ -148,7 +150,7 @@ void CImportDialog::Update()
     else if (!PlanImport(
                  m_Source.GetInfo(), m_Source.GetReport(), m_pForm->GetOptions(), plan, strFault))
     {
-        ShowFault(QString::fromStdString("It cannot be imported: " + strFault + "."));
+        ShowFault(QString::fromStdString(Words("It cannot be imported: ") + strFault + "."));
         ShowFile();
     }
     else

@@ -8,6 +8,7 @@
 #include "editor/app/FileChoice.h"
 #include "editor/app/KeyChords.h"
 #include "editor/core/LevelBitmap.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
@@ -38,7 +39,7 @@ void CLevelCommands::AddTo(QMenu& menu, CCommandList& commands)
         {SCommand::Run(
              "level.properties", "P&roperties...", NO_KEY, [this] { ShowProperties(); }, hasLevel),
          SCommand::Line()});
-    QMenu* pMaterials = menu.addMenu("&Material");
+    QMenu* pMaterials = menu.addMenu(Words("&Material"));
     pMaterials->setObjectName("materials"); // the toolbar has it, too
     QObject::connect(
         pMaterials, &QMenu::aboutToShow, [this, pMaterials] { FillMaterials(*pMaterials); });
@@ -62,7 +63,7 @@ void CLevelCommands::FillMaterials(QMenu& menu)
     menu.clear();
     if (!m_Editor.GetDocument().HasLevel())
     {
-        menu.addAction("There is no level")->setEnabled(false);
+        menu.addAction(Words("There is no level"))->setEnabled(false);
         return;
     }
     const std::string strFolder = "data/materials";
@@ -83,7 +84,7 @@ void CLevelCommands::FillMaterials(QMenu& menu)
         }
     }
     menu.addSeparator();
-    menu.addAction("Other...", [this] { m_Documents.ChooseMaterial(); });
+    menu.addAction(Words("Other..."), [this] { m_Documents.ChooseMaterial(); });
 }
 
 void CLevelCommands::DropBitmap()
@@ -104,11 +105,12 @@ void CLevelCommands::NewBitmap()
     {
         return;
     }
-    std::string strPath = questions.AskForFile(true, "New bitmap", "PNG pictures (*.png)");
+    std::string strPath =
+        questions.AskForFile(true, Words("New bitmap"), Words("PNG pictures (*.png)"));
     if (strPath.empty() ||
         !questions.Report(
             MakeLevelBitmap(strPath, dialog.GetWidth(), dialog.GetHeight(), dialog.GetColor()),
-            "The bitmap cannot be written."))
+            Words("The bitmap cannot be written.")))
     {
         return;
     }
@@ -133,6 +135,6 @@ void CLevelCommands::ShowProperties()
     SGroundAct act;
     if (dialog.exec() == QDialog::Accepted && dialog.GetAct(act))
     {
-        questions.Report(host.GetGround().Do(act), "The ground cannot be changed.");
+        questions.Report(host.GetGround().Do(act), Words("The ground cannot be changed."));
     }
 }

@@ -1,6 +1,7 @@
 #include "editor/app/CNewLevelDialog.h"
 
 #include "editor/app/CNumberBox.h"
+#include "editor/core/Words.h"
 #include "host/TerrainSize.h"
 
 #include <QComboBox>
@@ -20,17 +21,17 @@ CNewLevelDialog::CNewLevelDialog(QWidget* pParent)
     : QDialog(pParent)
     , m_pCells(new QComboBox(this))
 {
-    setWindowTitle("New level");
+    setWindowTitle(Words("New level"));
     auto* pForm = new QFormLayout(this);
     for (uint32_t uCells = TERRAIN_LEAST_CHOICE - 1; uCells <= TERRAIN_MAX_CELLS; uCells *= 2)
     {
-        m_pCells->addItem(QString("%1 x %1 vertices").arg(uCells + 1), uCells);
+        m_pCells->addItem(QString(Words("%1 x %1 vertices")).arg(uCells + 1), uCells);
     }
     m_pCells->setCurrentIndex(m_pCells->findData(USUAL_CELLS));
-    pForm->addRow("Resolution", m_pCells);
-    m_pWidth = AddLength(*pForm, "Width and depth", USUAL_WIDTH);
-    m_pHighest = AddLength(*pForm, "Highest ground", USUAL_HIGHEST);
-    m_pHeight = AddLength(*pForm, "Height at start", USUAL_HIGHEST / 5.0);
+    pForm->addRow(Words("Resolution"), m_pCells);
+    m_pWidth = AddLength(*pForm, Words("Width and depth"), USUAL_WIDTH);
+    m_pHighest = AddLength(*pForm, Words("Highest ground"), USUAL_HIGHEST);
+    m_pHeight = AddLength(*pForm, Words("Height at start"), USUAL_HIGHEST / 5.0);
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(pButtons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -42,7 +43,7 @@ QDoubleSpinBox* CNewLevelDialog::AddLength(QFormLayout& form, const char* pszLab
     auto* pBox = new CNumberBox(this);
     pBox->setDecimals(1);
     pBox->setRange(0.0, CNumberBox::LONGEST);
-    pBox->setSuffix(" cm");
+    pBox->setSuffix(Words(" cm"));
     pBox->setValue(fValue);
     form.addRow(pszLabel, pBox);
     return pBox;

@@ -2,6 +2,7 @@
 
 #include "editor/app/CStatisticsPage.h"
 #include "editor/app/GroundPages.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/SGroundMap.h"
 #include "host/TerrainSize.h"
@@ -39,14 +40,14 @@ CPropertiesDialog::CPropertiesDialog(QWidget* pParent, const CTerrain& terrain, 
     , m_pTabs(new QTabWidget(this))
     , m_pOutcome(new QLabel(this))
 {
-    setWindowTitle("Level properties");
+    setWindowTitle(Words("Level properties"));
     m_pTabs->setObjectName("properties-pages");
     const SGroundMeasures before = GetGroundMeasures(terrain);
-    AddPage(new CSizePage(this, before), "&Size");
-    AddPage(new CEdgesPage(this, before), "&Grow or crop");
-    AddPage(new CMovePage(this, before), "&Move");
-    AddPage(new CRaisePage(this, before), "&Raise");
-    m_pTabs->addTab(new CStatisticsPage(this, terrain), "S&tatistics");
+    AddPage(new CSizePage(this, before), Words("&Size"));
+    AddPage(new CEdgesPage(this, before), Words("&Grow or crop"));
+    AddPage(new CMovePage(this, before), Words("&Move"));
+    AddPage(new CRaisePage(this, before), Words("&Raise"));
+    m_pTabs->addTab(new CStatisticsPage(this, terrain), Words("S&tatistics"));
     connect(m_pTabs, &QTabWidget::currentChanged, this, [this] { Follow(); });
     m_pOutcome->setObjectName("properties-outcome");
     m_pOutcome->setWordWrap(true);
@@ -83,10 +84,11 @@ void CPropertiesDialog::Follow()
     const bool bAct = GetAct(act);
     const char* pszFault = bAct ? FindGroundFault(GetGroundMeasures(m_Terrain), act) : nullptr;
     const bool bStatistics = static_cast<size_t>(m_pTabs->currentIndex()) >= m_Pages.size();
-    m_pOutcome->setText(pszFault != nullptr ? QString("Not possible: %1.").arg(pszFault)
-                        : bAct              ? GetOutcome(act)
-                        : bStatistics       ? QString()
-                                            : QString("Nothing changes."));
+    m_pOutcome->setText(pszFault != nullptr
+                            ? QString(Words("Not possible: %1.")).arg(Words(pszFault))
+                        : bAct        ? GetOutcome(act)
+                        : bStatistics ? QString()
+                                      : QString(Words("Nothing changes.")));
     if (m_pApply != nullptr)
     {
         m_pApply->setEnabled(pszFault == nullptr);
@@ -97,8 +99,10 @@ QString CPropertiesDialog::GetOutcome(const SGroundAct& act) const
 {
     const SGroundMeasures after = GetMeasuresAfter(GetGroundMeasures(m_Terrain), act);
     QString strText =
-        QString("The level will have %1 x %2 vertices on %3 x %4 cm, %5 x %6 cm apart; its highest "
-                "ground is %7 cm.")
+        QString(
+            Words(
+                "The level will have %1 x %2 vertices on %3 x %4 cm, %5 x %6 cm apart; its highest "
+                "ground is %7 cm."))
             .arg(after.uSizeX)
             .arg(after.uSizeZ)
             .arg(GetLength(after.size.x),
@@ -109,18 +113,19 @@ QString CPropertiesDialog::GetOutcome(const SGroundAct& act) const
     const size_t nCut = CountCutVertices(m_Terrain, act);
     if (nCut > 0)
     {
-        strText += QString(" %1 of %2 vertices end at 0 or at the highest ground.")
+        strText += QString(Words(" %1 of %2 vertices end at 0 or at the highest ground."))
                        .arg(nCut)
                        .arg(size_t{m_Terrain.GetVerticesX()} * m_Terrain.GetVerticesZ());
     }
     if (act.eKind == EGround::Extend && !IsOffered(after))
     {
-        strText += " The tool panel has no such resolution: its own are square, of 33, 65, 129 and "
-                   "so on.";
+        strText +=
+            Words(" The tool panel has no such resolution: its own are square, of 33, 65, 129 and "
+                  "so on.");
     }
     if (m_bBitmap && IsGroundMoved(act.eKind))
     {
-        strText += " The terrain-type bitmap follows as a new file.";
+        strText += Words(" The terrain-type bitmap follows as a new file.");
     }
     return strText;
 }

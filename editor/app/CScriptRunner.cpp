@@ -5,6 +5,7 @@
 #include "editor/app/CScriptBar.h"
 #include "editor/app/CStatusLine.h"
 #include "editor/app/CViewArea.h"
+#include "editor/core/Words.h"
 #include "editor/script/CScriptCursor.h"
 #include "editor/script/CScriptPlayer.h"
 #include "parser/CTCParseNodes.h"
@@ -96,13 +97,13 @@ void CScriptRunner::EndBar()
     if (bStopped)
     {
         m_Status.Say(
-            QString("The script was stopped after %1 of %2 calls; Undo takes its steps back")
+            QString(Words("The script was stopped after %1 of %2 calls; Undo takes its steps back"))
                 .arg(static_cast<qulonglong>(nPlayed))
                 .arg(static_cast<qulonglong>(nCalls)));
     }
     else if (bDropped)
     {
-        m_Status.Say("What was pressed while the script was played is left out");
+        m_Status.Say(Words("What was pressed while the script was played is left out"));
     }
 }
 
@@ -133,7 +134,7 @@ bool CScriptRunner::Recover(const SRecoverable& entry)
 
 void CScriptRunner::ReportRecovered(size_t nSteps, size_t nAll, const std::string& strFault)
 {
-    const QString strGiven = QString("%1 of %2 steps were given back.")
+    const QString strGiven = QString(Words("%1 of %2 steps were given back."))
                                  .arg(static_cast<qulonglong>(nSteps))
                                  .arg(static_cast<qulonglong>(nAll));
     m_Status.Say(strGiven);
@@ -141,7 +142,7 @@ void CScriptRunner::ReportRecovered(size_t nSteps, size_t nAll, const std::strin
     {
         QMessageBox box(QMessageBox::Warning, "Tellur", strGiven, QMessageBox::Ok, &m_Window);
         box.setInformativeText(QString::fromStdString(strFault) +
-                               "\nAll of them are kept for another try.");
+                               Words("\nAll of them are kept for another try."));
         box.setTextFormat(Qt::PlainText);
         box.exec();
     }

@@ -4,6 +4,7 @@
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/FileNames.h"
 #include "editor/core/SLevelText.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/SGroundMap.h"
 #include "engine/world/CEngineHost.h"
@@ -149,8 +150,9 @@ bool CBitmapFollower::Follow(const SGroundAct& act,
     }
     if (!bRepeated)
     {
-        Notice(("The bitmap follows as " + std::filesystem::path(strFile).filename().string() +
-                "; the file before stays")
+        Notice((Words("The bitmap follows as ") +
+                std::filesystem::path(strFile).filename().string() +
+                Words("; the file before stays"))
                    .c_str());
     }
     pCompanion = std::make_unique<CBitmapCompanion>(
