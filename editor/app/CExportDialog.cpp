@@ -77,7 +77,7 @@ void CExportDialog::AddRows()
 {
     for (const SExportTarget& target : m_Targets)
     {
-        new QTreeWidgetItem(m_pRows, {QString::fromStdString(target.strName)});
+        new QTreeWidgetItem(m_pRows, {Words(target.strName.c_str())});
     }
     new QTreeWidgetItem(m_pRows, {Words(OTHER_NAME)});
     m_pRows->setCurrentItem(m_pRows->topLevelItem(0));
@@ -174,8 +174,7 @@ void CExportDialog::ShowTarget()
     SExportForm form;
     std::string strFault;
     m_bPossible = pTarget == nullptr || form.Make(*pTarget, m_Facts, GetTiles(), strFault);
-    const QString strUse =
-        pTarget != nullptr ? QString::fromStdString(pTarget->strUse) : Words(OTHER_USE);
+    const QString strUse = Words(pTarget != nullptr ? pTarget->strUse.c_str() : OTHER_USE);
     m_pUse->setText(m_bPossible
                         ? strUse
                         : QString::fromStdString(Words("It cannot be written: ") + strFault + "."));

@@ -163,7 +163,7 @@ QStringList DescribeCorners(const CImportSource& source,
         corners << QString(Words("x = %1, z = %2\n%3 of the file: %4"))
                        .arg(Rough(std::fabs(dX)),
                             Rough(std::fabs(dZ)),
-                            names[i],
+                            Words(names[i]),
                             std::isnan(dHeight) ? Words("void") : Rough(dHeight));
     }
     return corners;
