@@ -14,6 +14,7 @@ CFaultBar::CFaultBar(QMainWindow& window, std::function<void()> showMessages)
     auto* pSign = new QLabel(this);
     const int iSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
     pSign->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iSize));
+    setAccessibleName(Words("Last fault"));
     m_pText->setObjectName("fault-text");
     m_pText->setTextFormat(Qt::PlainText);
     m_pText->setTextInteractionFlags(Qt::TextSelectableByMouse);

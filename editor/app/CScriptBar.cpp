@@ -27,6 +27,7 @@ CScriptBar::CScriptBar(QMainWindow& window, int& iSpeed)
     , m_pSpeed(new QComboBox(this))
 {
     m_pName->setTextFormat(Qt::PlainText);
+    setAccessibleName(Words("Script that is played"));
     m_pProgress->setObjectName("script-progress");
     m_pProgress->setAccessibleName(Words("How far the script is"));
     m_pProgress->setFormat(Words("%v of %m"));

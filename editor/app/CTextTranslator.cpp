@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+#include <cstring>
+
 CTextTranslator::~CTextTranslator()
 {
     SetCatalogue(nullptr);
@@ -44,8 +46,11 @@ bool CTextTranslator::ReadFile(const std::string& strFile)
     return true;
 }
 
-QString CTextTranslator::translate(const char*, const char* pszEnglish, const char*, int) const
+QString
+CTextTranslator::translate(const char* pszContext, const char* pszEnglish, const char*, int) const
 {
-    const char* pszFound = m_Catalogue.Find(pszEnglish);
+    // Keys are called as keyboards and the desktop do; "Shift" is something else in a menu.
+    const bool bKey = std::strcmp(pszContext, "QShortcut") == 0;
+    const char* pszFound = bKey ? nullptr : m_Catalogue.Find(pszEnglish);
     return pszFound != nullptr ? QString::fromUtf8(pszFound) : QString();
 }
