@@ -213,6 +213,11 @@ void CDocumentActions::ChooseBitmap()
     }
 }
 
+QString CDocumentActions::GetTitle() const
+{
+    return Words(m_Editor.GetDocument().GetTitle().c_str());
+}
+
 bool CDocumentActions::MayLeave()
 {
     // The stroke under the hand is a change, too, once it has ended.
@@ -221,7 +226,7 @@ bool CDocumentActions::MayLeave()
     {
         return true;
     }
-    switch (m_Questions.AskToSave(QString(Words(m_Editor.GetDocument().GetTitle().c_str()))))
+    switch (m_Questions.AskToSave(GetTitle()))
     {
     case QMessageBox::Save:
         return Save();

@@ -15,7 +15,6 @@
 #include "editor/app/CWelcome.h"
 #include "editor/app/PropertyColumns.h"
 #include "editor/app/StrokeWords.h"
-#include "editor/core/Words.h"
 #include "host/IPluginTools.h"
 
 #include <QCloseEvent>
@@ -257,8 +256,7 @@ void CEditorWindow::ShowState()
 
 void CEditorWindow::Refresh()
 {
-    const CLevelDocument& document = m_Editor.GetDocument();
-    setWindowTitle(QString(Words(document.GetTitle().c_str())) + "[*] - Tellur");
+    setWindowTitle(m_Documents.GetTitle() + "[*] - Tellur");
     m_AutosaveTimer.TakeTurn();
     if (m_pLayout == nullptr)
     {
