@@ -1,5 +1,7 @@
 #include "editor/app/BrushPicture.h"
 
+#include "editor/core/Words.h"
+
 #include <QImage>
 #include <QPainter>
 #include <QPixmap>
@@ -36,8 +38,9 @@ QIcon MakeBrushPicture(const uint8_t* pPixels, int iSide, const QSize& size, con
         painter.scale(fScale, fScale);
         painter.setFont(widget.font());
         painter.setPen(Qt::white);
-        painter.drawText(
-            QRect(QPoint(0, 0), size), Qt::AlignCenter | Qt::TextWordWrap, QString(NO_IMAGE));
+        painter.drawText(QRect(QPoint(0, 0), size),
+                         Qt::AlignCenter | Qt::TextWordWrap,
+                         QString(Words(NO_IMAGE)));
         painter.restore();
     }
     painter.setPen(widget.palette().color(QPalette::Mid));

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "editor/core/Words.h"
+
 #include <QIcon>
 
 #include <cstdint>
 
 class QWidget;
 
-constexpr char NO_IMAGE[] = "no image"; // what is said of a brush without one
+constexpr const char* NO_IMAGE = TextKey("no image"); // what is said of a brush without one
 
 // The shape of a brush as a picture for lists, at the scale of the widget that shows it.
 //

@@ -2,6 +2,7 @@
 
 #include "editor/core/CBrushFile.h"
 #include "editor/core/CEditorHost.h"
+#include "editor/core/Words.h"
 #include "host/IPlugin.h"
 #include "host/IPluginScript.h"
 #include "parser/CTCParseNodes.h"
@@ -90,13 +91,13 @@ bool CBrushCatalogue::Begin(size_t iBrush)
     m_bSaveFailed = false;
     if (!IsThere())
     {
-        return Refuse("This plug-in has no library of brushes.");
+        return Refuse(Words("This plug-in has no library of brushes."));
     }
     if (m_uRevision != m_pBrushes->GetBrushRevision())
     {
-        return Refuse("The brushes have changed meanwhile; look again.");
+        return Refuse(Words("The brushes have changed meanwhile; look again."));
     }
-    return iBrush < m_Shown.size() || Refuse("There is no brush.");
+    return iBrush < m_Shown.size() || Refuse(Words("There is no brush."));
 }
 
 bool CBrushCatalogue::Play(const CTCPARSE_KEYWORD& call)
@@ -104,20 +105,20 @@ bool CBrushCatalogue::Play(const CTCPARSE_KEYWORD& call)
     // The plug-in refuses a drag of its own; a stroke may be another mode's.
     if (m_Host.GetInput().IsDragging())
     {
-        return Refuse("Not during a stroke.");
+        return Refuse(Words("Not during a stroke."));
     }
     EScriptResult eResult = EScriptResult::Failed;
     std::string strWhy;
     if (!m_Host.GetInput().Guard("CBrushCatalogue::Play",
                                  [&] { eResult = m_pScript->Play(&call, strWhy); }))
     {
-        return Refuse("Not enough memory.");
+        return Refuse(Words("Not enough memory."));
     }
     if (eResult == EScriptResult::Unknown)
     {
-        return Refuse("This plug-in cannot do that.");
+        return Refuse(Words("This plug-in cannot do that."));
     }
-    return eResult == EScriptResult::Done || Refuse("Not done: " + strWhy + '.');
+    return eResult == EScriptResult::Done || Refuse(Words("Not done: ") + strWhy + '.');
 }
 
 bool CBrushCatalogue::Change(const std::vector<std::unique_ptr<CTCPARSE_KEYWORD>>& calls,
@@ -156,10 +157,10 @@ std::string CBrushCatalogue::GetSaveFault() const
     {
         // Nothing was wrong with the brushes before.
         strFault = GetSaveHindrance(m_pBrushes->GetDefinedBrushes()).empty()
-                       ? "The brushes cannot be saved"
-                       : "A brush without an image or a function cannot be saved";
+                       ? Words("The brushes cannot be saved")
+                       : Words("A brush without an image or a function cannot be saved");
     }
-    return strFault + "; they are as they were.";
+    return strFault + Words("; they are as they were.");
 }
 
 bool CBrushCatalogue::Change(std::unique_ptr<CTCPARSE_KEYWORD> pCall, const char* pszBack)
@@ -178,10 +179,10 @@ bool CBrushCatalogue::Take(size_t iBrush)
     if (m_pBrushes->FindBrushAtHand() != static_cast<int32_t>(iBrush))
     {
         return Refuse(GetQuoted(iBrush) + (m_Shown[iBrush].strFunction.empty()
-                                               ? " has no function, so nothing is at hand."
-                                               : " cannot be taken."));
+                                               ? Words(" has no function, so nothing is at hand.")
+                                               : Words(" cannot be taken.")));
     }
-    Say(GetQuoted(iBrush) + " is at hand.");
+    Say(GetQuoted(iBrush) + Words(" is at hand."));
     m_iTaken = static_cast<int32_t>(iBrush);
     return true;
 }
@@ -206,8 +207,8 @@ bool CBrushCatalogue::Rename(size_t iBrush, const std::string& strName)
                     m_Shown.end(),
                     [&](const SDefinedBrush& brush)
                     { return &brush != &m_Shown[iBrush] && brush.strName == strName; });
-    return Say(GetQuoted(iBrush) + " is now \"" + strName +
-               (bTwice ? "\", as another one; scripts take the first of them." : "\"."));
+    return Say(GetQuoted(iBrush) + Words(" is now \"") + strName +
+               (bTwice ? Words("\", as another one; scripts take the first of them.") : "\"."));
 }
 
 bool CBrushCatalogue::Duplicate(size_t iBrush)
@@ -217,7 +218,7 @@ bool CBrushCatalogue::Duplicate(size_t iBrush)
     {
         return false;
     }
-    return Say(GetQuoted(iBrush) + " has a copy.");
+    return Say(GetQuoted(iBrush) + Words(" has a copy."));
 }
 
 bool CBrushCatalogue::Remove(std::vector<size_t> brushes)
@@ -225,7 +226,7 @@ bool CBrushCatalogue::Remove(std::vector<size_t> brushes)
     std::sort(brushes.begin(), brushes.end(), std::greater<>());
     if (brushes.empty())
     {
-        return Refuse("No brush is selected.");
+        return Refuse(Words("No brush is selected."));
     }
     if (!Begin(brushes.front()))
     {
@@ -242,9 +243,9 @@ bool CBrushCatalogue::Remove(std::vector<size_t> brushes)
         return false;
     }
     return Say(brushes.size() == 1
-                   ? GetQuoted(brushes.front()) + " is removed; Ctrl+Z brings it back."
+                   ? GetQuoted(brushes.front()) + Words(" is removed; Ctrl+Z brings it back.")
                    : std::to_string(brushes.size()) +
-                         " brushes are removed; Ctrl+Z brings back one after another.");
+                         Words(" brushes are removed; Ctrl+Z brings back one after another."));
 }
 
 bool CBrushCatalogue::Move(size_t iBrush, size_t iTo)
@@ -253,7 +254,7 @@ bool CBrushCatalogue::Move(size_t iBrush, size_t iTo)
     {
         return false;
     }
-    return Say(GetQuoted(iBrush) + " is number " + std::to_string(iTo + 1) + " of " +
+    return Say(GetQuoted(iBrush) + Words(" is number ") + std::to_string(iTo + 1) + Words(" of ") +
                std::to_string(m_Shown.size()) + '.');
 }
 
@@ -264,7 +265,7 @@ bool CBrushCatalogue::TakeBack()
     {
         return false;
     }
-    return Say("The last change is taken back.");
+    return Say(Words("The last change is taken back."));
 }
 
 bool CBrushCatalogue::DoAgain()
@@ -274,5 +275,5 @@ bool CBrushCatalogue::DoAgain()
     {
         return false;
     }
-    return Say("The change is done again.");
+    return Say(Words("The change is done again."));
 }

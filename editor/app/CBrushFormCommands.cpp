@@ -6,6 +6,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/CViewWidget.h"
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 
 #include <QInputDialog>
 #include <QMenu>
@@ -44,17 +45,17 @@ void CBrushFormCommands::AddTo(QMenu& menu, CCommandList& commands)
         };
         return command;
     };
-    SCommand fixed = choice("turn.fixed", "By a &fixed angle...", EBrushTurn::Fixed);
+    SCommand fixed = choice("turn.fixed", Words("By a &fixed angle..."), EBrushTurn::Fixed);
     fixed.run = [this]
     {
         AskAngle();
     };
-    commands.Add(*menu.addMenu("&Turned brush"),
+    commands.Add(*menu.addMenu(Words("&Turned brush")),
                  {
-                     choice("turn.none", "&As the image is", EBrushTurn::None),
+                     choice("turn.none", Words("&As the image is"), EBrushTurn::None),
                      fixed,
-                     choice("turn.along", "A&long the stroke", EBrushTurn::Along),
-                     choice("turn.random", "At &random", EBrushTurn::Random),
+                     choice("turn.along", Words("A&long the stroke"), EBrushTurn::Along),
+                     choice("turn.random", Words("At &random"), EBrushTurn::Random),
                      SCommand::Line(),
                      SCommand::Run("turn.right",
                                    "Turn by 15 degrees to the &right",
@@ -92,8 +93,8 @@ void CBrushFormCommands::AskAngle()
 {
     bool bTaken = false;
     const int iDegrees = QInputDialog::getInt(&m_Window,
-                                              "Turned brush",
-                                              "Degrees, clockwise seen from above:",
+                                              Words("Turned brush"),
+                                              Words("Degrees, clockwise seen from above:"),
                                               static_cast<int>(std::lround(m_Settings.fDegrees)),
                                               -static_cast<int>(SFormSettings::FULL_TURN),
                                               static_cast<int>(SFormSettings::FULL_TURN),
@@ -114,10 +115,10 @@ void CBrushFormCommands::EditPen()
 void CBrushFormCommands::Say() const
 {
     const QString strAngle = QString::number(static_cast<double>(m_Settings.fDegrees));
-    const QString texts[] = {"brush as its image is",
-                             "brush turned by " + strAngle,
-                             "brush turned along the stroke",
-                             "brush turned at random"};
+    const QString texts[] = {Words("brush as its image is"),
+                             Words("brush turned by ") + strAngle,
+                             Words("brush turned along the stroke"),
+                             Words("brush turned at random")};
     m_Views.GetActive()->GetNote().ShowValue(texts[static_cast<size_t>(m_Settings.eTurn)]);
     m_Views.RequestFrames();
 }

@@ -5,6 +5,7 @@
 #include "editor/app/KeyChords.h"
 #include "editor/app/ToolTexts.h"
 #include "editor/core/CKeyBindings.h"
+#include "editor/core/Words.h"
 
 #include <QKeyEvent>
 
@@ -30,8 +31,8 @@ bool IsShare(EBrushValue eValue)
 // The amount of a function that counts, and what it counts; null for one that has a height.
 const char* GetCounted(const std::string& strFunction)
 {
-    return strFunction == "PosterizeFunction" ? "levels"
-           : strFunction == "BlurFunction"    ? "neighbourhood"
+    return strFunction == "PosterizeFunction" ? Words("levels")
+           : strFunction == "BlurFunction"    ? Words("neighbourhood")
                                               : nullptr;
 }
 
@@ -59,9 +60,9 @@ struct CBrushHand::SValue
 };
 
 const CBrushHand::SValue CBrushHand::VALUES[] = {
-    {"size", "brush", EBrushValue::Extent},
-    {"power", "power", EBrushValue::Power},
-    {"hardness", "hardness", EBrushValue::Hardness},
+    {"size", TextKey("brush"), EBrushValue::Extent},
+    {"power", TextKey("power"), EBrushValue::Power},
+    {"hardness", TextKey("hardness"), EBrushValue::Hardness},
     {"amount", "", EBrushValue::Amount},
 };
 
@@ -138,12 +139,12 @@ bool CBrushHand::Begin(const SValue& value, const QKeyEvent& event)
     }
     if (!bTool)
     {
-        m_Note.ShowValue(NO_TOOL);
+        m_Note.ShowValue(Words(NO_TOOL));
         return true;
     }
     if (std::isnan(m_pTools->GetBrushValue(value.eValue)))
     {
-        m_Note.ShowValue(NO_AMOUNT);
+        m_Note.ShowValue(Words(NO_AMOUNT));
         return true;
     }
     m_pValue = &value;
@@ -260,9 +261,9 @@ void CBrushHand::Show()
     const float fValue = m_pTools->GetBrushValue(m_pValue->eValue);
     const bool bAmount = m_pValue->eValue == EBrushValue::Amount;
     const char* pszCounted = GetCounted(m_Function);
-    const char* pszName = !bAmount                ? m_pValue->pszName
+    const char* pszName = !bAmount                ? Words(m_pValue->pszName)
                           : pszCounted != nullptr ? pszCounted
-                                                  : "height";
+                                                  : Words("height");
     const QString strValue = !m_Typed.isEmpty()          ? m_Typed
                              : IsShare(m_pValue->eValue) ? GetShareText(fValue)
                              : bAmount && pszCounted != nullptr

@@ -3,6 +3,7 @@
 #include "editor/app/BrushPicture.h"
 #include "editor/app/CBrushList.h"
 #include "editor/app/ScreenRoom.h"
+#include "editor/core/Words.h"
 #include "framework/core/MessageBox.h"
 
 #include <QAction>
@@ -30,7 +31,7 @@ CBrushLibraryDock::CBrushLibraryDock(QWidget* pParent,
                                      CEditorHost& host,
                                      IPlugin* pPlugin,
                                      std::function<void()> onTaken)
-    : QDockWidget("Brush library", pParent)
+    : QDockWidget(Words("Brush library"), pParent)
     , m_Catalogue(host, pPlugin)
     , m_OnTaken(std::move(onTaken))
     , m_pFilter(new QLineEdit(this))
@@ -44,21 +45,21 @@ CBrushLibraryDock::CBrushLibraryDock(QWidget* pParent,
 {
     setObjectName("library");
     m_pFilter->setObjectName("library-filter");
-    m_pFilter->setPlaceholderText("Filter");
-    m_pFilter->setAccessibleName("Filter of the brushes, by name or function");
+    m_pFilter->setPlaceholderText(Words("Filter"));
+    m_pFilter->setAccessibleName(Words("Filter of the brushes, by name or function"));
     m_pFilter->setClearButtonEnabled(true);
     m_pList->setObjectName("library-list");
-    m_pList->setAccessibleName("Defined brushes");
+    m_pList->setAccessibleName(Words("Defined brushes"));
     m_pLine->setObjectName("library-line");
-    m_pLine->setAccessibleName("What was done to the brushes");
+    m_pLine->setAccessibleName(Words("What was done to the brushes"));
     m_pLine->setWordWrap(true);
     m_pLine->setTextFormat(Qt::PlainText);
     auto* pMenu = new QMenu(this);
     AddActions(*pMenu);
     auto* pButton = new QToolButton(this);
     pButton->setObjectName("library-menu");
-    pButton->setText("Brush");
-    pButton->setAccessibleName("What can be done to the brush");
+    pButton->setText(Words("Brush"));
+    pButton->setAccessibleName(Words("What can be done to the brush"));
     pButton->setMenu(pMenu);
     pButton->setPopupMode(QToolButton::InstantPopup);
     pButton->setFocusPolicy(Qt::TabFocus);
@@ -111,17 +112,21 @@ void CBrushLibraryDock::AddActions(QMenu& menu)
     {
         m_pList->addAction(menu.addSeparator());
     };
-    add("&Take", {QKeySequence("Return"), QKeySequence("Enter")}, [this] { Take(); });
+    add(Words("&Take"), {QKeySequence("Return"), QKeySequence("Enter")}, [this] { Take(); });
     line();
-    add("&Rename", {QKeySequence("F2")}, [this] { Rename(); });
-    add("&Duplicate", {QKeySequence("Ctrl+D")}, [this] { Duplicate(); });
-    add("Re&move", {QKeySequence("Del")}, [this] { Remove(); });
+    add(Words("&Rename"), {QKeySequence("F2")}, [this] { Rename(); });
+    add(Words("&Duplicate"), {QKeySequence("Ctrl+D")}, [this] { Duplicate(); });
+    add(Words("Re&move"), {QKeySequence("Del")}, [this] { Remove(); });
     line();
-    add("&Earlier", {QKeySequence("Alt+Up"), QKeySequence("Alt+Left")}, [this] { Step(-1); });
-    add("&Later", {QKeySequence("Alt+Down"), QKeySequence("Alt+Right")}, [this] { Step(1); });
+    add(Words("&Earlier"),
+        {QKeySequence("Alt+Up"), QKeySequence("Alt+Left")},
+        [this] { Step(-1); });
+    add(Words("&Later"),
+        {QKeySequence("Alt+Down"), QKeySequence("Alt+Right")},
+        [this] { Step(1); });
     line();
-    add("&Undo the last change", {QKeySequence("Ctrl+Z")}, [this] { GoBack(false); });
-    add("Do it &again",
+    add(Words("&Undo the last change"), {QKeySequence("Ctrl+Z")}, [this] { GoBack(false); });
+    add(Words("Do it &again"),
         {QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")},
         [this] { GoBack(true); });
 }
@@ -162,12 +167,12 @@ void CBrushLibraryDock::SetRow(int iRow, const SDefinedBrush& brush)
     }
     const QString strName = GetText(brush.strName);
     const QString strFunction =
-        brush.strFunction.empty() ? QString("no function") : GetText(brush.strFunction);
+        brush.strFunction.empty() ? QString(Words("no function")) : GetText(brush.strFunction);
     const QString strSize =
-        QString("%1, %2 units")
+        QString(Words("%1, %2 units"))
             .arg(strFunction, QString::number(static_cast<double>(brush.fExtent), 'g', 6));
     const bool bImage = !brush.strImage.empty();
-    const QString strImage = bImage ? GetText(brush.strImage) : QString(NO_IMAGE);
+    const QString strImage = bImage ? GetText(brush.strImage) : QString(Words(NO_IMAGE));
     pItem->setText(strName);
     pItem->setData(CBrushList::FUNCTION_ROLE, strFunction);
     pItem->setData(CBrushList::FAULT_ROLE, bImage ? QString() : strImage);
@@ -220,7 +225,7 @@ void CBrushLibraryDock::ShowLine(bool bDone)
     m_pLine->setText(GetText(m_Catalogue.GetLine()));
     if (!bDone && m_Catalogue.HasSaveFailed())
     {
-        ShowMessageBox("Failed to save brushes",
+        ShowMessageBox(Words("Failed to save brushes"),
                        MB_OK | MB_ICONEXCLAMATION); // as the panel says it
     }
 }

@@ -1,5 +1,7 @@
 #include "editor/app/CBrushList.h"
 
+#include "editor/core/Words.h"
+
 #include <QAction>
 #include <QDrag>
 #include <QDropEvent>
@@ -55,7 +57,7 @@ public:
     {
         auto* pEdit = new QLineEdit(pParent);
         pEdit->setObjectName("library-name");
-        pEdit->setAccessibleName("Name of the brush");
+        pEdit->setAccessibleName(Words("Name of the brush"));
         pEdit->setAlignment(Qt::AlignHCenter);
         return pEdit;
     }

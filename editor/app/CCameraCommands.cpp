@@ -6,6 +6,7 @@
 #include "editor/app/CPluginCommands.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 #include "host/ActionIds.h"
 
 #include <QMenu>
@@ -102,7 +103,7 @@ void CCameraCommands::AddTo(QMenu& menu, CCommandList& commands)
             SCommand::Run("camera.look_up", "Loo&k up", NO_KEY, [this] { Tilt(TILT); }),
             SCommand::Run("camera.look_down", "Look d&own", NO_KEY, [this] { Tilt(-TILT); }),
         });
-    AddBookmarks(*menu.addMenu("&Bookmarks"), commands);
+    AddBookmarks(*menu.addMenu(Words("&Bookmarks")), commands);
     AddFlyKeys(menu, commands);
 }
 
@@ -128,7 +129,7 @@ void CCameraCommands::AddBookmarks(QMenu& menu, CCommandList& commands)
         commands.Add(menu,
                      {SCommand::Run(
                          keep("bookmark.go_", *pDigit),
-                         keep("Go to bookmark &", *pDigit),
+                         keep(Words("Go to bookmark &"), *pDigit),
                          Alt(static_cast<uint32_t>(*pDigit)),
                          [this, i] { GoToBookmark(i); },
                          [this, i] { return m_Bookmarks.HasBookmark(i); })});
@@ -139,7 +140,7 @@ void CCameraCommands::AddBookmarks(QMenu& menu, CCommandList& commands)
         const auto i = static_cast<size_t>(*pDigit - '0');
         commands.Add(menu,
                      {SCommand::Once(keep("bookmark.set_", *pDigit),
-                                     keep("Set bookmark &", *pDigit),
+                                     keep(Words("Set bookmark &"), *pDigit),
                                      CtrlAlt(static_cast<uint32_t>(*pDigit)),
                                      [this, i] { SetBookmark(i); })});
     }
@@ -148,7 +149,7 @@ void CCameraCommands::AddBookmarks(QMenu& menu, CCommandList& commands)
 void CCameraCommands::SetBookmark(size_t i)
 {
     m_Bookmarks.SetBookmark(m_Views, i);
-    m_Views.GetActive()->GetNote().ShowValue(QString("bookmark %1 is here").arg(i));
+    m_Views.GetActive()->GetNote().ShowValue(QString(Words("bookmark %1 is here")).arg(i));
     m_ShowState(); // there is one to go to
 }
 
@@ -157,6 +158,6 @@ void CCameraCommands::GoToBookmark(size_t i)
     if (!m_Bookmarks.GoToBookmark(m_Views, i))
     {
         m_Views.GetActive()->GetNote().ShowValue(
-            QString("no view of the kind of bookmark %1 is open").arg(i));
+            QString(Words("no view of the kind of bookmark %1 is open")).arg(i));
     }
 }

@@ -1,6 +1,7 @@
 #include "editor/app/CCommandList.h"
 
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 
 #include <QAction>
 #include <QMenu>
@@ -63,7 +64,8 @@ void CCommandList::Add(QMenu& menu, std::initializer_list<SCommand> commands)
         }
         SKeyCommand key;
         key.strId = command.pszId;
-        key.strText = QString::fromUtf8(command.pszText).remove('&').remove("...").toStdString();
+        key.strText =
+            QString::fromUtf8(Words(command.pszText)).remove('&').remove("...").toStdString();
         key.defaultKey = command.key;
         m_Keys.Add(key);
     }
@@ -71,7 +73,7 @@ void CCommandList::Add(QMenu& menu, std::initializer_list<SCommand> commands)
 
 QAction* CCommandList::MakeAction(const SCommand& command)
 {
-    auto* pAction = new QAction(QString::fromUtf8(command.pszText), &m_Window);
+    auto* pAction = new QAction(QString::fromUtf8(Words(command.pszText)), &m_Window);
     pAction->setObjectName(command.pszId);
     pAction->setAutoRepeat(!command.bOnce && command.isChecked == nullptr);
     if (command.isChecked != nullptr)
@@ -160,7 +162,7 @@ void CCommandList::Follow()
         }
         if (shown.command.getText != nullptr)
         {
-            shown.pAction->setText(QString::fromUtf8(shown.command.getText()));
+            shown.pAction->setText(QString::fromUtf8(Words(shown.command.getText())));
             SetTip(*shown.pAction);
         }
     }

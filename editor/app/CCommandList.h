@@ -15,7 +15,7 @@ class QWidget;
 struct SCommand
 {
     const char* pszId = nullptr;   // in the key file, never shown; null: a line between commands
-    const char* pszText = nullptr; // in the menu; without '&' and "..." in the key dialog
+    const char* pszText = nullptr; // a key of Words; the key dialog leaves out '&' and "..."
     SKeyChord key = {};            // until a person chooses another
     // Null: the key works as long as it is held. The views look for it themselves, and no menu
     // shows it.

@@ -5,6 +5,7 @@
 #include "editor/app/FileChoice.h"
 #include "editor/app/ReplaceQuestion.h"
 #include "editor/core/FileBackup.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/HeightFile.h"
 #include "host/Notice.h"
 
@@ -16,7 +17,7 @@
 namespace
 {
 
-constexpr char LEVEL_FILTER[] = "Levels (*.level *.height)";
+constexpr const char* LEVEL_FILTER = TextKey("Levels (*.level *.height)");
 
 bool IsLevel(const std::string& strPath)
 {
@@ -53,7 +54,7 @@ void CDocumentActions::New()
     }
     const bool bMade =
         m_Editor.GetDocument().New(dialog.GetCells(), dialog.GetSize(), dialog.GetHeight());
-    if (m_Questions.Report(bMade, "The level cannot be made."))
+    if (m_Questions.Report(bMade, Words("The level cannot be made.")))
     {
         // Only now is the level before really gone.
         m_Editor.GetAutosave().Remove();
@@ -63,8 +64,8 @@ void CDocumentActions::New()
 
 void CDocumentActions::Open()
 {
-    const std::string strPath =
-        m_Questions.AskForFile(false, "Open", QString(LEVEL_FILTER) + ";;" + GetHeightMapFilter());
+    const std::string strPath = m_Questions.AskForFile(
+        false, Words("Open"), QString(Words(LEVEL_FILTER)) + ";;" + GetHeightMapFilter());
     if (!strPath.empty())
     {
         OpenFile(strPath);
@@ -91,7 +92,7 @@ bool CDocumentActions::OpenFile(const std::string& strPath)
     CLevelDocument& document = m_Editor.GetDocument();
     const bool bOpen =
         document.Open(strPath.c_str()) || (TakeBackup() && document.Open(strPath.c_str()));
-    if (!m_Questions.Report(bOpen, "The level cannot be opened."))
+    if (!m_Questions.Report(bOpen, Words("The level cannot be opened.")))
     {
         m_Editor.GetRecentFiles().Remove(strPath);
         return false;
@@ -108,14 +109,15 @@ bool CDocumentActions::TakeBackup()
     {
         return false;
     }
-    QMessageBox box(QMessageBox::Question,
-                    "Open",
-                    QString("%1\nis missing. %2 has the heights from before its resolution was "
-                            "changed. Use them?")
-                        .arg(QString::fromStdString(strHeights),
-                             QFileInfo(QString::fromStdString(strBackup)).fileName()),
-                    QMessageBox::Yes | QMessageBox::No,
-                    &m_Questions.GetWindow());
+    QMessageBox box(
+        QMessageBox::Question,
+        Words("Open"),
+        QString(Words("%1\nis missing. %2 has the heights from before its resolution was "
+                      "changed. Use them?"))
+            .arg(QString::fromStdString(strHeights),
+                 QFileInfo(QString::fromStdString(strBackup)).fileName()),
+        QMessageBox::Yes | QMessageBox::No,
+        &m_Questions.GetWindow());
     box.setTextFormat(Qt::PlainText);
     return box.exec() == QMessageBox::Yes && PutBackFile(strBackup, strHeights);
 }
@@ -158,8 +160,8 @@ bool CDocumentActions::FinishSave(const std::function<bool()>& save)
         notice.Say(document.GetPath().c_str(), document.GetHeightPath().c_str());
     }
     const std::string& strOutcome = document.GetSaveOutcome();
-    if (m_Questions.Report(bDone,
-                           "The level cannot be saved. " + QString::fromStdString(strOutcome)))
+    if (m_Questions.Report(
+            bDone, Words("The level cannot be saved. ") + QString::fromStdString(strOutcome)))
     {
         m_Editor.GetAutosave().Remove();
         m_Editor.GetRecentFiles().Add(document.GetPath());
@@ -179,7 +181,7 @@ bool CDocumentActions::SaveAs()
     std::string strPath;
     while (eAnswer == EReplaceAnswer::Elsewhere)
     {
-        strPath = m_Questions.AskForFile(true, "Save level as", "Levels (*.level)");
+        strPath = m_Questions.AskForFile(true, Words("Save level as"), Words("Levels (*.level)"));
         // The dialog has asked about this very name already.
         eAnswer = strPath.empty() ? EReplaceAnswer::Cancel
                                   : AskToReplace(&m_Questions.GetWindow(),
@@ -191,7 +193,8 @@ bool CDocumentActions::SaveAs()
 
 void CDocumentActions::ChooseMaterial()
 {
-    const std::string strPath = m_Questions.AskForFile(false, "Material", "Materials (*.mat)");
+    const std::string strPath =
+        m_Questions.AskForFile(false, Words("Material"), Words("Materials (*.mat)"));
     if (!strPath.empty())
     {
         m_Editor.GetDocument().SetMaterial(MakeRootRelative(strPath));
@@ -202,12 +205,17 @@ void CDocumentActions::ChooseMaterial()
 void CDocumentActions::ChooseBitmap()
 {
     const std::string strPath =
-        m_Questions.AskForFile(false, "Terrain-type bitmap", GetPictureFilter());
+        m_Questions.AskForFile(false, Words("Terrain-type bitmap"), GetPictureFilter());
     if (!strPath.empty())
     {
         m_Editor.GetDocument().SetBitmap(MakeRootRelative(strPath));
         m_OnLevel();
     }
+}
+
+QString CDocumentActions::GetTitle() const
+{
+    return Words(m_Editor.GetDocument().GetTitle().c_str());
 }
 
 bool CDocumentActions::MayLeave()
@@ -218,7 +226,7 @@ bool CDocumentActions::MayLeave()
     {
         return true;
     }
-    switch (m_Questions.AskToSave(QString::fromStdString(m_Editor.GetDocument().GetTitle())))
+    switch (m_Questions.AskToSave(GetTitle()))
     {
     case QMessageBox::Save:
         return Save();

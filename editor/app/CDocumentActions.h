@@ -38,6 +38,8 @@ public:
     // Asks about changes that are not saved. False: the person wants to go on with the level.
     bool MayLeave();
 
+    QString GetTitle() const; // of the level, as windows and questions have it
+
     CDocumentQuestions& GetQuestions() { return m_Questions; }
 
     CHeightExchange& GetExchange() { return m_Exchange; }

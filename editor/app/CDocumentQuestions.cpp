@@ -4,6 +4,7 @@
 #include "editor/app/CMessagesDock.h"
 #include "editor/app/CProgressWindow.h"
 #include "editor/app/FileChoice.h"
+#include "editor/core/Words.h"
 
 #include <QFileDialog>
 
@@ -70,8 +71,8 @@ std::string CDocumentQuestions::GetSaveFolder() const
 QMessageBox::StandardButton CDocumentQuestions::AskToSave(const QString& strName)
 {
     QMessageBox box(QMessageBox::Question,
-                    "Unsaved changes",
-                    QString("Save the changes of %1?").arg(strName),
+                    Words("Unsaved changes"),
+                    QString(Words("Save the changes of %1?")).arg(strName),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel,
                     &m_Window);
     box.setDefaultButton(QMessageBox::Save);

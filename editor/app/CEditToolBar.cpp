@@ -5,6 +5,7 @@
 #include "editor/app/CNumberBox.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 
 #include <QAction>
 #include <QKeyEvent>
@@ -34,7 +35,7 @@ QString GetKey(const CKeyBindings& keys, const char* pszId)
 } // namespace
 
 CEditToolBar::CEditToolBar(QWidget* pParent, CEditor& editor, CViewArea& views)
-    : QToolBar("Tools", pParent)
+    : QToolBar(Words("Tools"), pParent)
     , m_Host(editor.GetHost())
     , m_pTools(editor.FindInterface<IPluginTools>())
     , m_Editor(editor)
@@ -54,11 +55,11 @@ void CEditToolBar::Fill(const CCommandList& commands,
         addAction(commands.Find(strId.c_str()));
     }
     addSeparator();
-    m_pSize = AddNumber("brush-size", "Size", EBrushValue::Extent);
+    m_pSize = AddNumber("brush-size", Words("Size"), EBrushValue::Extent);
     m_pSize->setDecimals(SIZE_DECIMALS);
     m_pSize->setRange(0.0, CNumberBox::LONGEST);
     m_pSize->setStepType(QAbstractSpinBox::AdaptiveDecimalStepType);
-    m_pPower = AddNumber("brush-power", "Power", EBrushValue::Power);
+    m_pPower = AddNumber("brush-power", Words("Power"), EBrushValue::Power);
     m_pPower->setDecimals(POWER_DECIMALS);
     m_pPower->setRange(0.0, 1.0);
     m_pPower->setSingleStep(POWER_STEP);
@@ -66,10 +67,13 @@ void CEditToolBar::Fill(const CCommandList& commands,
     addAction(commands.Find("edit.undo"));
     addAction(commands.Find("edit.redo"));
     addSeparator();
-    AddMenu("views-button", "Views", "Views and windows, as the View menu has them", pView);
+    AddMenu("views-button",
+            Words("Views"),
+            Words("Views and windows, as the View menu has them"),
+            pView);
     AddMenu("material-button",
-            "Material",
-            "What the ground looks like while it is sculpted",
+            Words("Material"),
+            Words("What the ground looks like while it is sculpted"),
             pMaterials);
 }
 
@@ -78,7 +82,7 @@ CNumberBox* CEditToolBar::AddNumber(const char* pszName, const char* pszLabel, E
     auto* pLabel = new QLabel(QString(" %1 ").arg(pszLabel), this);
     auto* pBox = new CNumberBox(this);
     pBox->setObjectName(pszName);
-    pBox->setAccessibleName(QString("%1 of the brush").arg(pszLabel));
+    pBox->setAccessibleName(QString(Words("%1 of the brush")).arg(pszLabel));
     pBox->setKeyboardTracking(false);      // a number counts once it is whole
     pBox->setFocusPolicy(Qt::StrongFocus); // the wheel alone takes no keyboard
     pBox->installEventFilter(this);
@@ -155,18 +159,23 @@ void CEditToolBar::Follow()
 void CEditToolBar::ShowKeys()
 {
     const CKeyBindings& keys = m_Editor.GetKeys();
-    const auto describe = [](const QString& strWhat, const QStringList& ways)
+    // What has no key is left out.
+    const auto way = [&keys](const char* pszCommand, const QString& strText)
     {
-        QStringList there = ways;
-        there.removeIf([](const QString& strWay) { return strWay.startsWith(' '); });
-        return there.isEmpty() ? strWhat : strWhat + " (" + there.join(", ") + ")";
+        const QString strKey = GetKey(keys, pszCommand);
+        return strKey.isEmpty() ? QString() : strKey + strText;
     };
-    m_pSize->setToolTip(describe("Size of the brush, terrain units",
-                                 {GetKey(keys, "brush.larger") + " larger",
-                                  GetKey(keys, "brush.smaller") + " smaller",
-                                  GetKey(keys, "brush.hold_size") + " held with the mouse"}));
-    m_pPower->setToolTip(describe("Power of the brush, 0 to 1",
-                                  {GetKey(keys, "brush.hold_power") + " held with the mouse"}));
+    const auto describe = [](const QString& strWhat, QStringList ways)
+    {
+        ways.removeAll(QString());
+        return ways.isEmpty() ? strWhat : strWhat + " (" + ways.join(", ") + ")";
+    };
+    m_pSize->setToolTip(describe(Words("Size of the brush, terrain units"),
+                                 {way("brush.larger", Words(" larger")),
+                                  way("brush.smaller", Words(" smaller")),
+                                  way("brush.hold_size", Words(" held with the mouse"))}));
+    m_pPower->setToolTip(describe(Words("Power of the brush, 0 to 1"),
+                                  {way("brush.hold_power", Words(" held with the mouse"))}));
 }
 
 void CEditToolBar::LeaveFields()

@@ -5,6 +5,7 @@
 #include "editor/app/CEditor.h"
 #include "editor/app/CPluginCommands.h"
 #include "editor/app/SEditorSettings.h"
+#include "editor/core/Words.h"
 
 #include <QMainWindow>
 #include <QMenu>
@@ -45,27 +46,33 @@ CEditorMenus::CEditorMenus(const SMenuParts& parts)
     , m_Help(parts.window, parts.editor, parts.views, parts.documents.GetQuestions())
     , m_pToolBar(new CEditToolBar(&parts.window, parts.editor, parts.views))
 {
-    QMenuBar& bar = *m_Window.menuBar();
-    m_File.AddTo(*bar.addMenu("&File"), m_Commands);
-    m_Edit.AddTo(*bar.addMenu("&Edit"), m_Commands);
-    QMenu* pView = bar.addMenu("&View");
+    // The plug-in asks for a menu by its English name, whatever is shown.
+    const auto add = [&bar = *m_Window.menuBar()](const char* pszText)
+    {
+        QMenu* pMenu = bar.addMenu(Words(pszText));
+        pMenu->setObjectName(QString(pszText).remove('&'));
+        return pMenu;
+    };
+    m_File.AddTo(*add(TextKey("&File")), m_Commands);
+    m_Edit.AddTo(*add(TextKey("&Edit")), m_Commands);
+    QMenu* pView = add(TextKey("&View"));
     m_View.AddTo(*pView, m_Commands);
     m_View.AddDocks(*pView, m_Window);
-    QMenu* pLevel = bar.addMenu("&Level");
+    QMenu* pLevel = add(TextKey("&Level"));
     m_Level.AddTo(*pLevel, m_Commands);
     m_Protection.AddTo(*pLevel, m_Commands);
     m_Measure.AddTo(*pLevel, m_Commands);
-    m_Camera.AddTo(*bar.addMenu("&Camera"), m_Commands);
-    QMenu* pBrush = bar.addMenu("&Brush");
+    m_Camera.AddTo(*add(TextKey("&Camera")), m_Commands);
+    QMenu* pBrush = add(TextKey("&Brush"));
     m_Brush.AddTo(*pBrush, m_Commands);
     m_Form.AddTo(*pBrush, m_Commands);
     m_Strokes.AddTo(*pBrush, m_Commands);
-    m_Symmetry.AddTo(*bar.addMenu("&Symmetry"), m_Commands);
+    m_Symmetry.AddTo(*add(TextKey("&Symmetry")), m_Commands);
     // Last, when all menus are there that the plug-in may want its own to lie in.
-    QMenu* pTools = bar.addMenu("&Tools");
+    QMenu* pTools = add(TextKey("&Tools"));
     m_Plugin.AddMenus(m_Window, *pTools);
     m_Library.AddTo(*pTools, m_Commands);
-    m_Help.AddTo(*bar.addMenu("&Help"), m_Commands);
+    m_Help.AddTo(*add(TextKey("&Help")), m_Commands);
     m_Plugin.AddToolBars(m_Window);
     m_pToolBar->Fill(
         m_Commands, m_Brush.GetToolIds(), pView, pLevel->findChild<QMenu*>("materials"));

@@ -265,8 +265,7 @@ void CEditorWindow::ShowState()
 
 void CEditorWindow::Refresh()
 {
-    const CLevelDocument& document = m_Editor.GetDocument();
-    setWindowTitle(QString::fromStdString(document.GetTitle()) + "[*] - Tellur");
+    setWindowTitle(m_Documents.GetTitle() + "[*] - Tellur");
     m_AutosaveTimer.TakeTurn();
     if (m_pLayout == nullptr)
     {

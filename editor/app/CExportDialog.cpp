@@ -1,6 +1,7 @@
 #include "editor/app/CExportDialog.h"
 
 #include "editor/app/CFormScroll.h"
+#include "editor/core/Words.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -30,9 +31,10 @@ constexpr int SHOWN_ROWS = 12;
 constexpr int SHOWN_LINES = 9;
 constexpr int USE_LINES = 3;
 
-constexpr char OTHER_NAME[] = "Another format";
-constexpr char OTHER_USE[] = "The extension of the file says which. Where that has a white, it is "
-                             "the maximum height.";
+constexpr const char* OTHER_NAME = TextKey("Another format");
+constexpr const char* OTHER_USE =
+    TextKey("The extension of the file says which. Where that has a white, it is the maximum "
+            "height.");
 
 } // namespace
 
@@ -43,13 +45,14 @@ CExportDialog::CExportDialog(QWidget* pParent,
     , m_Facts(facts)
     , m_Targets(targets)
 {
-    setWindowTitle("Export height map");
+    setWindowTitle(Words("Export height map"));
     m_pRows = new QTreeWidget(this);
     m_pRows->setObjectName("export-targets");
-    m_pRows->setAccessibleName("What is exported");
+    m_pRows->setAccessibleName(Words("What is exported"));
     m_pRows->setRootIsDecorated(false);
     m_pRows->setUniformRowHeights(true);
-    m_pRows->setHeaderLabels({"For", "Samples", "Numbers in the file", "Height of a step"});
+    m_pRows->setHeaderLabels(
+        {Words("For"), Words("Samples"), Words("Numbers in the file"), Words("Height of a step")});
     m_pUse = new QLabel(this);
     m_pUse->setObjectName("export-use");
     m_pUse->setTextFormat(Qt::PlainText);
@@ -58,7 +61,7 @@ CExportDialog::CExportDialog(QWidget* pParent,
     m_pUse->setMinimumHeight(USE_LINES * fontMetrics().lineSpacing()); // nothing moves
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_pOk = pButtons->button(QDialogButtonBox::Ok);
-    m_pOk->setText("&Export...");
+    m_pOk->setText(Words("&Export..."));
     connect(pButtons, &QDialogButtonBox::accepted, this, &CExportDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* pContent = new QWidget(this);
@@ -92,9 +95,9 @@ void CExportDialog::AddRows()
 {
     for (const SExportTarget& target : m_Targets)
     {
-        new QTreeWidgetItem(m_pRows, {QString::fromStdString(target.strName)});
+        new QTreeWidgetItem(m_pRows, {Words(target.strName.c_str())});
     }
-    new QTreeWidgetItem(m_pRows, {OTHER_NAME});
+    new QTreeWidgetItem(m_pRows, {Words(OTHER_NAME)});
     m_pRows->setCurrentItem(m_pRows->topLevelItem(0));
     const int iLine = m_pRows->sizeHintForRow(0);
     m_pRows->setMinimumHeight(SHOWN_ROWS * iLine);
@@ -106,16 +109,16 @@ QWidget* CExportDialog::MakeTiles()
     m_pTiles = new QSpinBox(pLine);
     m_pTiles->setObjectName("export-tiles");
     m_pTiles->setRange(1, MOST_TILES);
-    m_pTiles->setSpecialValueText("one file");
-    auto* pLabel = new QLabel("&Tiles a side", pLine);
+    m_pTiles->setSpecialValueText(Words("one file"));
+    auto* pLabel = new QLabel(Words("&Tiles a side"), pLine);
     pLabel->setBuddy(m_pTiles);
     // No file says it; who counts metres must know.
     m_pUnit = new QComboBox(pLine);
     m_pUnit->setObjectName("export-unit");
-    m_pUnit->addItem("a centimetre", static_cast<int>(ELevelUnit::Centimetre));
-    m_pUnit->addItem("a metre", static_cast<int>(ELevelUnit::Metre));
+    m_pUnit->addItem(Words("a centimetre"), static_cast<int>(ELevelUnit::Centimetre));
+    m_pUnit->addItem(Words("a metre"), static_cast<int>(ELevelUnit::Metre));
     m_pUnit->setCurrentIndex(m_pUnit->findData(static_cast<int>(m_Facts.eUnit)));
-    auto* pUnitLabel = new QLabel("One &unit of the level is", pLine);
+    auto* pUnitLabel = new QLabel(Words("One &unit of the level is"), pLine);
     pUnitLabel->setBuddy(m_pUnit);
     auto* pLayout = new QHBoxLayout(pLine);
     pLayout->setContentsMargins(0, 0, 0, 0);
@@ -132,11 +135,11 @@ QWidget* CExportDialog::MakeNumbers()
     auto* pLine = new QWidget(this);
     m_pNumbers = new QPlainTextEdit(pLine);
     m_pNumbers->setObjectName("export-numbers");
-    m_pNumbers->setAccessibleName("What to type in the other program");
+    m_pNumbers->setAccessibleName(Words("What to type in the other program"));
     m_pNumbers->setReadOnly(true);
     m_pNumbers->setTabChangesFocus(true);
     m_pNumbers->setMinimumHeight(SHOWN_LINES * fontMetrics().lineSpacing());
-    m_pCopy = new QPushButton("&Copy", pLine);
+    m_pCopy = new QPushButton(Words("&Copy"), pLine);
     m_pCopy->setObjectName("export-copy");
     m_pCopy->setAutoDefault(false);
     connect(m_pCopy,
@@ -178,7 +181,7 @@ void CExportDialog::FillRows()
         std::string strFault;
         const bool bMade = form.Make(m_Targets[i], m_Facts, GetTiles(), strFault);
         const QString strSamples = QString::fromStdString(form.GetSamplesText());
-        pRow->setText(COLUMN_SAMPLES, bMade ? strSamples : QString("none"));
+        pRow->setText(COLUMN_SAMPLES, bMade ? strSamples : QString(Words("none")));
         const std::string strRange = bMade ? form.GetRangeText(m_Facts) : "";
         pRow->setText(COLUMN_RANGE, QString::fromStdString(strRange));
         pRow->setText(COLUMN_STEP, QString::fromStdString(bMade ? form.GetStepText() : ""));
@@ -199,12 +202,12 @@ void CExportDialog::ShowTarget()
     SExportForm form;
     std::string strFault;
     m_bPossible = pTarget == nullptr || form.Make(*pTarget, m_Facts, GetTiles(), strFault);
-    const QString strUse = pTarget != nullptr ? QString::fromStdString(pTarget->strUse) : OTHER_USE;
+    const QString strUse = Words(pTarget != nullptr ? pTarget->strUse.c_str() : OTHER_USE);
     const bool bFit = pTarget != nullptr && m_bPossible && form.IsInterpolated(m_Facts);
     const QString strFit = bFit ? "\n" + QString::fromStdString(form.GetFitText(m_Facts)) : "";
     m_pUse->setText(m_bPossible
                         ? strUse + strFit
-                        : QString::fromStdString("It cannot be written: " + strFault + "."));
+                        : QString::fromStdString(Words("It cannot be written: ") + strFault + "."));
     const bool bNumbers = pTarget != nullptr && m_bPossible;
     m_pNumbers->setPlainText(bNumbers ? QString::fromStdString(form.GetText(*pTarget, m_Facts))
                                       : QString());

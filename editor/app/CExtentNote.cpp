@@ -2,6 +2,7 @@
 
 #include "editor/app/CCursorNote.h"
 #include "editor/app/CEditor.h"
+#include "editor/core/Words.h"
 #include "host/IPluginTools.h"
 
 #include <utility>
@@ -35,6 +36,6 @@ void CExtentNote::OnEvent(const SHostEvent& event)
     CCursorNote* pNote = m_FindNote();
     if (fExtent > 0.0F && fExtent != m_Before && pNote != nullptr) // 0: no brush is up
     {
-        pNote->ShowValue(QString("brush %1").arg(fExtent, 0, 'f', 1));
+        pNote->ShowValue(QString(Words("brush %1")).arg(fExtent, 0, 'f', 1));
     }
 }

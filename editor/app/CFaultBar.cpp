@@ -1,5 +1,7 @@
 #include "editor/app/CFaultBar.h"
 
+#include "editor/core/Words.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QStyle>
@@ -12,20 +14,21 @@ CFaultBar::CFaultBar(QMainWindow& window, std::function<void()> showMessages)
     auto* pSign = new QLabel(this);
     const int iSize = style()->pixelMetric(QStyle::PM_SmallIconSize);
     pSign->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(iSize));
+    setAccessibleName(Words("Last fault"));
     m_pText->setObjectName("fault-text");
     m_pText->setTextFormat(Qt::PlainText);
     m_pText->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_pText->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto* pMessages = new QToolButton(this);
     pMessages->setObjectName("fault-messages");
-    pMessages->setText("Messages");
-    pMessages->setToolTip("Shows the list of all messages");
+    pMessages->setText(Words("Messages"));
+    pMessages->setToolTip(Words("Shows the list of all messages"));
     auto* pClose = new QToolButton(this);
     pClose->setObjectName("fault-close");
     pClose->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     pClose->setAutoRaise(true);
-    pClose->setToolTip("Closes this line");
-    pClose->setAccessibleName("Close");
+    pClose->setToolTip(Words("Closes this line"));
+    pClose->setAccessibleName(Words("Close"));
     for (QToolButton* pButton : {pMessages, pClose})
     {
         pButton->setFocusPolicy(Qt::TabFocus); // a click leaves the keyboard with the view
@@ -48,7 +51,8 @@ CFaultBar::CFaultBar(QMainWindow& window, std::function<void()> showMessages)
 void CFaultBar::ShowFault(const QString& strFault)
 {
     ++m_nFaults;
-    m_Fault = m_nFaults > 1 ? QString("%1 (%2 faults)").arg(strFault).arg(m_nFaults) : strFault;
+    m_Fault =
+        m_nFaults > 1 ? QString(Words("%1 (%2 faults)")).arg(strFault).arg(m_nFaults) : strFault;
     m_pText->setToolTip(m_Fault);
     m_pText->setAccessibleName(m_Fault);
     show();

@@ -2,6 +2,7 @@
 
 #include "editor/app/CEditor.h"
 #include "editor/autosave/AutosaveFiles.h"
+#include "editor/core/Words.h"
 #include "host/CommandLine.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
@@ -27,12 +28,14 @@ CFaultReport::CFaultReport(CEditor& editor, const QString& strSystem)
 {
     const CLevelDocument& document = editor.GetDocument();
     Add("system.txt",
-        "versions, and what draws",
+        Words("versions, and what draws"),
         std::string("Tellur ") + GetProgramVersion() + '\n' + strSystem.toStdString());
-    Add("log.txt", "what was logged since the start", editor.GetLog().GetText());
+    Add("log.txt", Words("what was logged since the start"), editor.GetLog().GetText());
     if (document.HasLevel())
     {
-        Add("level.txt", "the level's text, as a save would write it", document.GetText().Write());
+        Add("level.txt",
+            Words("the level's text, as a save would write it"),
+            document.GetText().Write());
         AddAutosave(editor);
     }
     // First, so that whoever unpacks it finds it.
@@ -46,7 +49,7 @@ void CFaultReport::Add(const std::string& strName,
                        const std::string& strContent)
 {
     m_Files.push_back({PACKED_FOLDER + strName, strContent});
-    m_Contents << QString("%1: %2, %3 bytes")
+    m_Contents << QString(Words("%1: %2, %3 bytes"))
                       .arg(QString::fromStdString(strName), pszWhat)
                       .arg(strContent.size());
 }
@@ -59,11 +62,11 @@ void CFaultReport::AddAutosave(CEditor& editor)
         return;
     }
     // Their own names can be long; what they belong to is in the text.
-    Add("autosave.txt", "what the steps stand on", ReadWhole(GetAutosaveText(strStem)));
+    Add("autosave.txt", Words("what the steps stand on"), ReadWhole(GetAutosaveText(strStem)));
     for (const uint32_t uNumber : ListAutosaveJournals(strStem))
     {
         Add("steps-" + std::to_string(uNumber) + ".tellur",
-            "steps that are not saved",
+            Words("steps that are not saved"),
             ReadWhole(GetAutosaveJournal(strStem, uNumber)));
     }
 }

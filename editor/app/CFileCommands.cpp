@@ -5,6 +5,7 @@
 #include "editor/app/CEditor.h"
 #include "editor/app/CScriptRunner.h"
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 
 #include <QFileDialog>
 #include <QMenu>
@@ -15,7 +16,7 @@
 namespace
 {
 
-constexpr char RECORD[] = "Re&cord...";
+constexpr const char* RECORD = TextKey("Re&cord...");
 
 } // namespace
 
@@ -51,7 +52,7 @@ void CFileCommands::AddLevels(QMenu& menu, CCommandList& commands)
             SCommand::Run("file.new", "&New level...", Ctrl('N'), [this] { m_Documents.New(); }),
             SCommand::Run("file.open", "&Open...", Ctrl('O'), [this] { m_Documents.Open(); }),
         });
-    QMenu* pRecent = menu.addMenu("Open &recent");
+    QMenu* pRecent = menu.addMenu(Words("Open &recent"));
     QObject::connect(
         pRecent, &QMenu::aboutToShow, &m_Window, [this, pRecent] { FillRecentFiles(*pRecent); });
     CHeightExchange& exchange = m_Documents.GetExchange();
@@ -95,7 +96,7 @@ void CFileCommands::AddScripts(QMenu& menu, CCommandList& commands)
     };
     const auto getText = [this]
     {
-        return IsRecording() ? "Stop re&cording" : RECORD;
+        return IsRecording() ? Words("Stop re&cording") : RECORD;
     };
     commands.Add(
         menu,
@@ -122,15 +123,15 @@ void CFileCommands::ToggleRecording()
     {
         const bool bWhole = pRecorder->Stop();
         questions.Report(bWhole,
-                         "The script is not complete. What was recorded is in\n" +
+                         Words("The script is not complete. What was recorded is in\n") +
                              QString::fromStdString(pRecorder->GetPartPath()));
         return;
     }
-    const std::string strPath =
-        questions.AskForFile(true, "Record a replay script", "Replay scripts (*.tellur)");
+    const std::string strPath = questions.AskForFile(
+        true, Words("Record a replay script"), Words("Replay scripts (*.tellur)"));
     if (!strPath.empty())
     {
-        questions.Report(pRecorder->Start(strPath), "The script cannot be recorded.");
+        questions.Report(pRecorder->Start(strPath), Words("The script cannot be recorded."));
     }
 }
 
@@ -144,13 +145,16 @@ void CFileCommands::FillRecentFiles(QMenu& menu)
         menu.addAction(strText, &m_Window, [this, strPath] { m_Documents.OpenFile(strPath); });
     }
     menu.addSeparator();
-    menu.addAction("Clear", &m_Window, [this] { m_Editor.GetRecentFiles().Clear(); });
+    menu.addAction(Words("Clear"), &m_Window, [this] { m_Editor.GetRecentFiles().Clear(); });
 }
 
 void CFileCommands::AskForScript()
 {
-    const QString strPath = QFileDialog::getOpenFileName(
-        &m_Window, "Play script", QString(), "Replay scripts (*.tellur);;All files (*)");
+    const QString strPath =
+        QFileDialog::getOpenFileName(&m_Window,
+                                     Words("Play script"),
+                                     QString(),
+                                     Words("Replay scripts (*.tellur);;All files (*)"));
     if (strPath.isEmpty() || !m_Documents.MayLeave())
     {
         return;

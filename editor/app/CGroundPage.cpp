@@ -1,6 +1,7 @@
 #include "editor/app/CGroundPage.h"
 
 #include "editor/app/CNumberBox.h"
+#include "editor/core/Words.h"
 #include "host/TerrainSize.h"
 
 #include <QFormLayout>
@@ -19,7 +20,7 @@ CNumberBox* CGroundPage::AddLength(QFormLayout& form, const char* pszLabel, cons
     pBox->setObjectName(pszName);
     pBox->setDecimals(2);
     pBox->setRange(0.0, CNumberBox::LONGEST);
-    pBox->setSuffix(" cm");
+    pBox->setSuffix(Words(" cm"));
     connect(pBox, &QDoubleSpinBox::valueChanged, this, [this] { Tell(); });
     form.addRow(pszLabel, pBox);
     m_pFirst = m_pFirst != nullptr ? m_pFirst : pBox;
@@ -31,7 +32,7 @@ QSpinBox* CGroundPage::AddCells(QFormLayout& form, const char* pszLabel, const c
     auto* pBox = new QSpinBox(this);
     pBox->setObjectName(pszName);
     pBox->setRange(-static_cast<int>(TERRAIN_MAX_CELLS), static_cast<int>(TERRAIN_MAX_CELLS));
-    pBox->setSuffix(" cells");
+    pBox->setSuffix(Words(" cells"));
     connect(pBox, &QSpinBox::valueChanged, this, [this] { Tell(); });
     form.addRow(pszLabel, pBox);
     m_pFirst = m_pFirst != nullptr ? m_pFirst : pBox;

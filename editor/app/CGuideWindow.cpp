@@ -1,6 +1,7 @@
 #include "editor/app/CGuideWindow.h"
 
 #include "editor/app/GuidePages.h"
+#include "editor/core/Words.h"
 #include "host/FileSystem.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -70,17 +71,17 @@ CGuideWindow::CGuideWindow(QWidget* pParent)
     , m_pFound(new QLabel(this))
 {
     setObjectName("guide");
-    setWindowTitle("Guide");
+    setWindowTitle(Words("Guide"));
     setAttribute(Qt::WA_DeleteOnClose);
     m_pText->setObjectName("guide-text");
-    m_pText->setAccessibleName("Text of the guide");
+    m_pText->setAccessibleName(Words("Text of the guide"));
     m_pText->setOpenLinks(false);
     m_pHeadings->setObjectName("guide-headings");
-    m_pHeadings->setAccessibleName("Headings");
+    m_pHeadings->setAccessibleName(Words("Headings"));
     m_pHeadings->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_pSearch->setObjectName("guide-search");
-    m_pSearch->setAccessibleName("Search in the guide");
-    m_pSearch->setPlaceholderText("Search: Enter goes to the next place, Shift+Enter back");
+    m_pSearch->setAccessibleName(Words("Search in the guide"));
+    m_pSearch->setPlaceholderText(Words("Search: Enter goes to the next place, Shift+Enter back"));
     m_pSearch->setClearButtonEnabled(true);
     m_pSearch->installEventFilter(this);
     m_pFound->setObjectName("guide-found");
@@ -126,7 +127,7 @@ bool CGuideWindow::Load(const QString& strDocument)
         QString::fromStdString(fs::root_path((GUIDE_FOLDER + strDocument.toStdString()).c_str()));
     if (!QFileInfo::exists(strFile))
     {
-        m_pFound->setText(strFile + " is not there");
+        m_pFound->setText(strFile + Words(" is not there"));
         return false;
     }
     m_Document = strDocument;
@@ -220,8 +221,8 @@ void CGuideWindow::MarkFound()
     }
     m_pText->setExtraSelections(marks);
     m_pFound->setText(m_pSearch->text().isEmpty() ? QString()
-                      : marks.isEmpty()           ? QString("not found")
-                                                  : QString("%1 places").arg(marks.size()));
+                      : marks.isEmpty()           ? QString(Words("not found"))
+                                                  : QString(Words("%1 places")).arg(marks.size()));
 }
 
 void CGuideWindow::Find(bool bBack)

@@ -8,6 +8,7 @@
 #include "editor/app/FileChoice.h"
 #include "editor/core/ExportTargets.h"
 #include "editor/core/LevelExchange.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/Notice.h"
@@ -43,7 +44,7 @@ void AddFiles(const std::vector<std::string>& files,
     QString strNames = names.join(", ");
     if (files.size() > NAMED_FILES)
     {
-        strNames += QString(" and %1 more").arg(files.size() - NAMED_FILES);
+        strNames += QString(Words(" and %1 more")).arg(files.size() - NAMED_FILES);
     }
     if (!files.empty())
     {
@@ -67,7 +68,7 @@ CHeightExchange::CHeightExchange(CEditor& editor,
 void CHeightExchange::Import()
 {
     const std::string strPath =
-        m_Questions.AskForFile(false, "Import height map", GetHeightMapFilter());
+        m_Questions.AskForFile(false, Words("Import height map"), GetHeightMapFilter());
     if (!strPath.empty())
     {
         ImportFile(strPath);
@@ -82,7 +83,8 @@ bool CHeightExchange::ImportFile(const std::string& strPath)
     const bool bCancelled = !bRead && m_Questions.TakeCancelled();
     if (bCancelled || (!bRead && !source.IsRaw()))
     {
-        return !bCancelled && m_Questions.Report(false, "The height map cannot be imported.");
+        return !bCancelled &&
+               m_Questions.Report(false, Words("The height map cannot be imported."));
     }
     CImportDialog dialog(&m_Questions.GetWindow(),
                          source,
@@ -110,7 +112,7 @@ bool CHeightExchange::Take(CImportSource& source, const SImportOptions& options,
                                    report,
                                    options,
                                    eAs);
-    if (!m_Questions.Report(bDone, "The height map cannot be imported."))
+    if (!m_Questions.Report(bDone, Words("The height map cannot be imported.")))
     {
         return false;
     }
@@ -120,7 +122,7 @@ bool CHeightExchange::Take(CImportSource& source, const SImportOptions& options,
     }
     m_OnLevel();
     // The dialog has shown all that was assumed.
-    Notice((QString::fromStdString(source.GetName()) + " imported").toUtf8().constData());
+    Notice((QString::fromStdString(source.GetName()) + Words(" imported")).toUtf8().constData());
     return true;
 }
 
@@ -144,10 +146,10 @@ void CHeightExchange::Export()
 
 void CHeightExchange::ExportForTarget(const SExportTarget& target, const STargetChoice& choice)
 {
-    const QString strFilter = "Height maps (*.%1)";
+    const QString strFilter = Words("Height maps (*.%1)");
     const std::string strPath =
         m_Questions.AskForFile(true,
-                               "Export height map",
+                               Words("Export height map"),
                                strFilter.arg(QString::fromStdString(target.strExtension)),
                                false);
     if (strPath.empty())
@@ -156,7 +158,7 @@ void CHeightExchange::ExportForTarget(const SExportTarget& target, const STarget
     }
     STargetExport made;
     if (!m_Questions.Report(PlanLevelExport(m_Editor.GetHost(), strPath, target, choice, made),
-                            "The export cannot be made."))
+                            Words("The export cannot be made.")))
     {
         return;
     }
@@ -169,10 +171,11 @@ void CHeightExchange::ExportForTarget(const SExportTarget& target, const STarget
             losses << QString::fromStdString(strLine);
         }
     }
-    AddFiles(made.replaced, "%1 file is replaced: ", "%1 files are replaced: ", losses);
+    AddFiles(
+        made.replaced, Words("%1 file is replaced: "), Words("%1 files are replaced: "), losses);
     AddFiles(made.removed,
-             "%1 tile of a larger set is removed: ",
-             "%1 tiles of a larger set are removed: ",
+             Words("%1 tile of a larger set is removed: "),
+             Words("%1 tiles of a larger set are removed: "),
              losses);
     if (!losses.isEmpty() && !AskToSave(losses))
     {
@@ -180,13 +183,13 @@ void CHeightExchange::ExportForTarget(const SExportTarget& target, const STarget
     }
     const CSaveNotice notice;
     if (!m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath, made),
-                            "The export cannot be written."))
+                            Words("The export cannot be written.")))
     {
         return;
     }
     if (choice.uTiles > 1)
     {
-        Notice(QString("%1 tiles of %2 saved")
+        Notice(QString(Words("%1 tiles of %2 saved"))
                    .arg(choice.uTiles * choice.uTiles)
                    .arg(GetFileName(strPath))
                    .toUtf8()
@@ -199,7 +202,7 @@ void CHeightExchange::ExportForTarget(const SExportTarget& target, const STarget
 bool CHeightExchange::AskToSave(const QStringList& lines)
 {
     return QMessageBox::question(&m_Questions.GetWindow(),
-                                 "Export height map",
+                                 Words("Export height map"),
                                  lines.mid(0, SHOWN_LINES).join('\n'),
                                  QMessageBox::Save | QMessageBox::Cancel) == QMessageBox::Save;
 }
@@ -207,7 +210,7 @@ bool CHeightExchange::AskToSave(const QStringList& lines)
 void CHeightExchange::ExportByName()
 {
     const std::string strPath =
-        m_Questions.AskForFile(true, "Export height map", GetHeightMapFilter());
+        m_Questions.AskForFile(true, Words("Export height map"), GetHeightMapFilter());
     if (strPath.empty())
     {
         return;
@@ -215,7 +218,7 @@ void CHeightExchange::ExportByName()
     // The plan says what the export will lose, before anything is written.
     SExportPlan plan;
     if (!m_Questions.Report(PlanLevelExport(m_Editor.GetHost(), strPath.c_str(), {}, plan),
-                            "The export cannot be made."))
+                            Words("The export cannot be made.")))
     {
         return;
     }
@@ -228,7 +231,7 @@ void CHeightExchange::ExportByName()
     {
         const CSaveNotice notice;
         if (m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath.c_str(), plan),
-                               "The export cannot be written."))
+                               Words("The export cannot be written.")))
         {
             DropOldText(strPath);
             notice.Say(strPath.c_str());
@@ -240,15 +243,16 @@ void CHeightExchange::ExportStl()
 {
     CTerrain* pTerrain = m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain();
     const std::string strPath =
-        pTerrain != nullptr ? m_Questions.AskForFile(true, "Export to STL", "STL files (*.stl)")
-                            : "";
+        pTerrain != nullptr
+            ? m_Questions.AskForFile(true, Words("Export to STL"), Words("STL files (*.stl)"))
+            : "";
     if (pTerrain == nullptr || strPath.empty())
     {
         return;
     }
     const CSaveNotice notice;
     if (m_Questions.Report(pTerrain->ExportToSTL(strPath.c_str(), nullptr),
-                           "The STL file was not written."))
+                           Words("The STL file was not written.")))
     {
         notice.Say(strPath.c_str());
     }

@@ -10,6 +10,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/GuidePages.h"
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 #include "host/CommandLine.h"
 #include "host/FileSystem.h"
 #include "host/Notice.h"
@@ -38,7 +39,7 @@ QString GetRenderer(CViewWidget* pView)
 {
     if (pView == nullptr || pView->context() == nullptr)
     {
-        return "not known yet";
+        return Words("not known yet");
     }
     pView->makeCurrent();
     QOpenGLFunctions& functions = *pView->context()->functions();
@@ -146,7 +147,7 @@ void CHelpCommands::ShowKeys()
 
 QString CHelpCommands::DescribeSystem() const
 {
-    return QString("Qt %1 on %2 (%3)\nScreen %4 x %5, scale %6\nRenderer %7\n")
+    return QString(Words("Qt %1 on %2 (%3)\nScreen %4 x %5, scale %6\nRenderer %7\n"))
         .arg(qVersion(), QSysInfo::prettyProductName(), QGuiApplication::platformName())
         .arg(m_Window.screen()->size().width())
         .arg(m_Window.screen()->size().height())
@@ -157,13 +158,14 @@ QString CHelpCommands::DescribeSystem() const
 void CHelpCommands::ReportFault()
 {
     const CFaultReport report(m_Editor, DescribeSystem());
-    QMessageBox box(QMessageBox::Information,
-                    "Report a fault",
-                    "One file with what helps to find the fault. The level's heights and pictures "
-                    "are not in it, but steps that are not saved are. Nothing is sent: where it "
-                    "goes is up to you.",
-                    QMessageBox::Save | QMessageBox::Cancel,
-                    &m_Window);
+    QMessageBox box(
+        QMessageBox::Information,
+        Words("Report a fault"),
+        Words("One file with what helps to find the fault. The level's heights and pictures "
+              "are not in it, but steps that are not saved are. Nothing is sent: where it "
+              "goes is up to you."),
+        QMessageBox::Save | QMessageBox::Cancel,
+        &m_Window);
     box.setInformativeText(report.GetContents().join('\n'));
     box.setTextFormat(Qt::PlainText);
     if (box.exec() != QMessageBox::Save)
@@ -171,13 +173,13 @@ void CHelpCommands::ReportFault()
         return;
     }
     std::string strFile =
-        m_Questions.AskForFile(true, "Save the report", "Fault reports (*.tar.gz)");
+        m_Questions.AskForFile(true, Words("Save the report"), Words("Fault reports (*.tar.gz)"));
     if (strFile.empty())
     {
         return;
     }
     const CSaveNotice notice;
-    if (m_Questions.Report(report.Write(strFile), "The report cannot be written."))
+    if (m_Questions.Report(report.Write(strFile), Words("The report cannot be written.")))
     {
         notice.Say(strFile.c_str());
     }
@@ -187,14 +189,14 @@ void CHelpCommands::ShowAbout()
 {
     QDialog dialog(&m_Window);
     dialog.setObjectName("about");
-    dialog.setWindowTitle("About Tellur");
+    dialog.setWindowTitle(Words("About Tellur"));
     auto* pText =
         new QLabel(QString("Tellur %1\n%2").arg(GetProgramVersion(), DescribeSystem()), &dialog);
     pText->setObjectName("about-text");
     pText->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* pLicences = new QTextBrowser(&dialog);
     pLicences->setObjectName("about-licences");
-    pLicences->setAccessibleName("Libraries and their licences");
+    pLicences->setAccessibleName(Words("Libraries and their licences"));
     pLicences->setOpenLinks(false);
     pLicences->setSource(QUrl::fromLocalFile(QString::fromStdString(fs::root_path(LICENCES))),
                          QTextDocument::MarkdownResource);

@@ -1,6 +1,7 @@
 #include "editor/app/CHistoryDock.h"
 
 #include "editor/core/CUndoStack.h"
+#include "editor/core/Words.h"
 
 #include <QDateTime>
 #include <QListWidget>
@@ -29,14 +30,14 @@ QColor GetUndoneColor(const QPalette& palette)
 CHistoryDock::CHistoryDock(QWidget* pParent,
                            const CUndoStack& stack,
                            std::function<void(size_t)> goTo)
-    : QDockWidget("History", pParent)
+    : QDockWidget(Words("History"), pParent)
     , m_Stack(stack)
     , m_GoTo(std::move(goTo))
     , m_pList(new QListWidget(this))
 {
     setObjectName("history");
     m_pList->setObjectName("history-list");
-    m_pList->setAccessibleName("Steps of the history");
+    m_pList->setAccessibleName(Words("Steps of the history"));
     m_pList->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the tip has all of it
     setWidget(m_pList);
     connect(m_pList,
@@ -62,8 +63,8 @@ void CHistoryDock::Follow()
     }
     m_Shown = strState;
     m_pList->clear();
-    m_pList->addItem(nGone > 0 ? QString("Older steps were given up: %1").arg(nGone)
-                               : QString("Start"));
+    m_pList->addItem(nGone > 0 ? QString(Words("Older steps were given up: %1")).arg(nGone)
+                               : QString(Words("Start")));
     for (size_t i = 0; i < nAll; ++i)
     {
         const QString strDetail = QString::fromStdString(m_Stack.GetDetail(i));

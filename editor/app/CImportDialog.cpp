@@ -5,6 +5,7 @@
 #include "editor/app/CImportPicture.h"
 #include "editor/app/CImportSource.h"
 #include "editor/app/ImportWords.h"
+#include "editor/core/Words.h"
 #include "engine/elevation/ImportPicture.h"
 
 #include <QComboBox>
@@ -48,7 +49,7 @@ CImportDialog::CImportDialog(QWidget* pParent,
     , m_Source(source)
     , m_LastFault(std::move(lastFault))
 {
-    setWindowTitle("Import " + QString::fromStdString(source.GetName()));
+    setWindowTitle(Words("Import ") + QString::fromStdString(source.GetName()));
     auto* pContent = new QWidget(this);
     auto* pSides = new QHBoxLayout(pContent);
     pSides->setContentsMargins(0, 0, 0, 0);
@@ -60,7 +61,7 @@ CImportDialog::CImportDialog(QWidget* pParent,
     m_pFault->setWordWrap(true);
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     m_pOk = pButtons->button(QDialogButtonBox::Ok);
-    m_pOk->setText("&Import");
+    m_pOk->setText(Words("&Import"));
     connect(pButtons, &QDialogButtonBox::accepted, this, &CImportDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* pLayout = new QVBoxLayout(this);
@@ -78,14 +79,15 @@ QWidget* CImportDialog::MakeFileSide()
     m_pPicture = new CImportPicture(pSide);
     m_pLook = new QComboBox(pSide);
     m_pLook->setObjectName("import-look");
-    m_pLook->addItem("shaded", true);
-    m_pLook->addItem("heights as grey", false);
+    m_pLook->addItem(Words("shaded"), true);
+    m_pLook->addItem(Words("heights as grey"), false);
     m_pLook->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_pLook->setMinimumContentsLength(6); // it grows where there is room
     connect(m_pLook, &QComboBox::currentIndexChanged, this, [this] { Update(); });
-    auto* pFile = new QGroupBox(m_Source.IsSet() ? "The files, together" : "The file", pSide);
+    auto* pFile =
+        new QGroupBox(m_Source.IsSet() ? Words("The files, together") : Words("The file"), pSide);
     m_pFileWords = new QFormLayout(pFile);
-    m_pFileWords->addRow("Picture", m_pLook);
+    m_pFileWords->addRow(Words("Picture"), m_pLook);
     auto* pLayout = new QVBoxLayout(pSide);
     pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addWidget(m_pPicture, 1);
@@ -98,11 +100,11 @@ QWidget* CImportDialog::MakeLevelSide(bool bLevel)
     auto* pSide = new QWidget(this);
     m_pForm = new CImportForm(
         pSide, m_Source, bLevel, [this] { Update(); }, [this] { ReadAgain(); });
-    auto* pResult = new QGroupBox("The level", pSide);
+    auto* pResult = new QGroupBox(Words("The level"), pSide);
     m_pLevelWords = new QFormLayout(pResult);
     m_pAssumed = new QPlainTextEdit(pResult);
     m_pAssumed->setObjectName("import-assumed");
-    m_pAssumed->setAccessibleName("What is assumed");
+    m_pAssumed->setAccessibleName(Words("What is assumed"));
     m_pAssumed->setReadOnly(true);
     m_pAssumed->setTabChangesFocus(true);
     m_pAssumed->setMinimumHeight(ASSUMED_LINES * fontMetrics().lineSpacing());
@@ -153,7 +155,7 @@ void CImportDialog::Update()
     else if (!PlanImport(
                  m_Source.GetInfo(), m_Source.GetReport(), m_pForm->GetOptions(), plan, strFault))
     {
-        ShowFault(QString::fromStdString("It cannot be imported: " + strFault + "."));
+        ShowFault(QString::fromStdString(Words("It cannot be imported: ") + strFault + "."));
         ShowFile();
     }
     else

@@ -2,6 +2,7 @@
 
 #include "editor/app/CImportSource.h"
 #include "editor/app/CNumberBox.h"
+#include "editor/core/Words.h"
 #include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/Resample.h"
 #include "engine/terrain/SHeightField.h"
@@ -40,8 +41,8 @@ CImportForm::CImportForm(QWidget* pParent,
     if (source.GetNotes())
     {
         auto* pNotes =
-            new QLabel("Filled in from " + QString::fromStdString(source.GetNotesName()) +
-                           ", which an export has left beside it.",
+            new QLabel(Words("Filled in from ") + QString::fromStdString(source.GetNotesName()) +
+                           Words(", which an export has left beside it."),
                        this);
         pNotes->setObjectName("import-notes");
         pNotes->setTextFormat(Qt::PlainText);
@@ -91,26 +92,26 @@ void CImportForm::AddTarget(QFormLayout& form, bool bLevel)
 {
     m_pTarget = new QComboBox(this);
     m_pTarget->setObjectName("import-target");
-    m_pTarget->addItem("a new level", static_cast<int>(EImportAs::NewLevel));
+    m_pTarget->addItem(Words("a new level"), static_cast<int>(EImportAs::NewLevel));
     if (bLevel)
     {
-        m_pTarget->addItem("a step of this level", static_cast<int>(EImportAs::ThisLevel));
+        m_pTarget->addItem(Words("a step of this level"), static_cast<int>(EImportAs::ThisLevel));
     }
-    form.addRow("Becomes", m_pTarget);
+    form.addRow(Words("Becomes"), m_pTarget);
 }
 
 void CImportForm::AddOrientation(QFormLayout& form)
 {
     m_pTurn = new QComboBox(this);
     m_pTurn->setObjectName("import-turn");
-    m_pTurn->addItem("as in the file", static_cast<int>(ETurn::None));
-    m_pTurn->addItem("by 90 degrees to the right", static_cast<int>(ETurn::Right));
-    m_pTurn->addItem("by 180 degrees", static_cast<int>(ETurn::Half));
-    m_pTurn->addItem("by 90 degrees to the left", static_cast<int>(ETurn::Left));
+    m_pTurn->addItem(Words("as in the file"), static_cast<int>(ETurn::None));
+    m_pTurn->addItem(Words("by 90 degrees to the right"), static_cast<int>(ETurn::Right));
+    m_pTurn->addItem(Words("by 180 degrees"), static_cast<int>(ETurn::Half));
+    m_pTurn->addItem(Words("by 90 degrees to the left"), static_cast<int>(ETurn::Left));
     connect(m_pTurn, &QComboBox::currentIndexChanged, this, [this] { m_OnChange(); });
-    m_pFlipX = new QCheckBox("&east and west", this);
+    m_pFlipX = new QCheckBox(Words("&east and west"), this);
     m_pFlipX->setObjectName("import-flip-x");
-    m_pFlipZ = new QCheckBox("&north and south", this);
+    m_pFlipZ = new QCheckBox(Words("&north and south"), this);
     m_pFlipZ->setObjectName("import-flip-z");
     auto* pFlips = new QHBoxLayout;
     for (QCheckBox* pFlip : {m_pFlipX, m_pFlipZ})
@@ -118,8 +119,8 @@ void CImportForm::AddOrientation(QFormLayout& form)
         connect(pFlip, &QCheckBox::toggled, this, [this] { m_OnChange(); });
         pFlips->addWidget(pFlip);
     }
-    form.addRow("&Turned", m_pTurn);
-    form.addRow("Mirrored", pFlips);
+    form.addRow(Words("&Turned"), m_pTurn);
+    form.addRow(Words("Mirrored"), pFlips);
 }
 
 void CImportForm::AddSizes(QFormLayout& form, const CImportSource& source)
@@ -133,9 +134,9 @@ void CImportForm::AddSizes(QFormLayout& form, const CImportSource& source)
         uOwn == info.uRows && IsTerrainSizeValid(uOwn, uOwn) && GetNearestSize(uOwn, uOwn) != uOwn;
     if (bOwn)
     {
-        m_pVertices->addItem(QString("%1 x %1, as in the file").arg(uOwn), uOwn);
+        m_pVertices->addItem(QString(Words("%1 x %1, as in the file")).arg(uOwn), uOwn);
     }
-    m_pVertices->addItem("nearest to the file", 0U);
+    m_pVertices->addItem(Words("nearest to the file"), 0U);
     m_pVertices->setCurrentIndex(bOwn ? 1 : 0);
     // Each choice has twice as many cells a side as the one before.
     for (uint32_t uVertices = TERRAIN_LEAST_CHOICE; uVertices <= TERRAIN_MAX_VERTICES;
@@ -144,50 +145,52 @@ void CImportForm::AddSizes(QFormLayout& form, const CImportSource& source)
         m_pVertices->addItem(QString("%1 x %1").arg(uVertices), uVertices);
     }
     connect(m_pVertices, &QComboBox::currentIndexChanged, this, [this] { m_OnChange(); });
-    form.addRow("&Vertices", m_pVertices);
-    AddPair(form, "&Spacing x, z", "auto", "import-spacing", m_pSpacingX, m_pSpacingZ);
-    AddPair(form, "Si&ze x, z", "from the spacing", "import-size", m_pWidth, m_pDepth);
+    form.addRow(Words("&Vertices"), m_pVertices);
+    AddPair(
+        form, Words("&Spacing x, z"), Words("auto"), "import-spacing", m_pSpacingX, m_pSpacingZ);
+    AddPair(
+        form, Words("Si&ze x, z"), Words("from the spacing"), "import-size", m_pWidth, m_pDepth);
     MakeRivals(m_pSpacingX, m_pWidth);
     MakeRivals(m_pSpacingZ, m_pDepth);
     if (info.bInDegrees && !info.geo.bKnown)
     {
-        m_pLatitude = AddNumber("not known", "import-latitude");
+        m_pLatitude = AddNumber(Words("not known"), "import-latitude");
         m_pLatitude->setRange(NOWHERE, 90.0);
         m_pLatitude->setValue(NOWHERE);
         m_pLatitude->setDecimals(4);
-        form.addRow("&Latitude", m_pLatitude);
+        form.addRow(Words("&Latitude"), m_pLatitude);
     }
 }
 
 void CImportForm::AddHeights(QFormLayout& form, const CImportSource& source)
 {
-    m_pUnit = AddNumber("from the file", "import-unit");
+    m_pUnit = AddNumber(Words("from the file"), "import-unit");
     m_pUnit->setDecimals(6);
     const SElevationFormat* pFormat = FindFormatOfFile(source.GetPath().c_str());
     if (pFormat != nullptr && pFormat->eCodes != ECodes::Never)
     {
-        m_pWhite = AddNumber("from the range", "import-white");
-        form.addRow("Height of full &white", m_pWhite);
+        m_pWhite = AddNumber(Words("from the range"), "import-white");
+        form.addRow(Words("Height of full &white"), m_pWhite);
         MakeRivals(m_pWhite, m_pUnit);
     }
-    form.addRow("Height of one &unit", m_pUnit);
+    form.addRow(Words("Height of one &unit"), m_pUnit);
     m_pBase = AddNumber("", "import-base");
     m_pBase->setRange(-CNumberBox::LONGEST, CNumberBox::LONGEST);
-    form.addRow("Height of &0", m_pBase);
-    m_pHighest = AddNumber("from the heights", "import-highest");
-    form.addRow("&Maximum height", m_pHighest);
+    form.addRow(Words("Height of &0"), m_pBase);
+    m_pHighest = AddNumber(Words("from the heights"), "import-highest");
+    form.addRow(Words("&Maximum height"), m_pHighest);
 }
 
 void CImportForm::AddShape(QFormLayout& form)
 {
-    m_pColumns = AddCount(form, "&Columns", "import-columns");
-    m_pRows = AddCount(form, "&Rows", "import-rows");
+    m_pColumns = AddCount(form, Words("&Columns"), "import-columns");
+    m_pRows = AddCount(form, Words("&Rows"), "import-rows");
     m_pOrder = new QComboBox(this);
     m_pOrder->setObjectName("import-order");
-    m_pOrder->addItem("little", static_cast<int>(EByteOrder::Little));
-    m_pOrder->addItem("big", static_cast<int>(EByteOrder::Big));
+    m_pOrder->addItem(Words("little"), static_cast<int>(EByteOrder::Little));
+    m_pOrder->addItem(Words("big"), static_cast<int>(EByteOrder::Big));
     connect(m_pOrder, &QComboBox::currentIndexChanged, this, [this] { m_OnShape(); });
-    form.addRow("&Byte order", m_pOrder);
+    form.addRow(Words("&Byte order"), m_pOrder);
 }
 
 void CImportForm::AddPair(QFormLayout& form,
@@ -228,7 +231,7 @@ QSpinBox* CImportForm::AddCount(QFormLayout& form, const char* pszLabel, const c
     auto* pBox = new QSpinBox(this);
     pBox->setObjectName(pszName);
     pBox->setRange(0, MOST_SAMPLES);
-    pBox->setSpecialValueText("square");
+    pBox->setSpecialValueText(Words("square"));
     pBox->setKeyboardTracking(false); // the file is read again, and half a number is none
     connect(pBox, &QSpinBox::valueChanged, this, [this] { m_OnShape(); });
     form.addRow(pszLabel, pBox);

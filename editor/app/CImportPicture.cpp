@@ -1,5 +1,7 @@
 #include "editor/app/CImportPicture.h"
 
+#include "editor/core/Words.h"
+
 #include <QPainter>
 
 namespace
@@ -27,7 +29,7 @@ CImportPicture::CImportPicture(QWidget* pParent)
     : QWidget(pParent)
 {
     setObjectName("import-picture");
-    setAccessibleName("The level from above");
+    setAccessibleName(Words("The level from above"));
 }
 
 QSize CImportPicture::sizeHint() const
@@ -58,7 +60,7 @@ void CImportPicture::paintEvent(QPaintEvent*)
     if (m_Image.isNull())
     {
         painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
-        painter.drawText(rect(), Qt::AlignCenter, "No picture");
+        painter.drawText(rect(), Qt::AlignCenter, Words("No picture"));
         return;
     }
     const QRect place = PlaceImage();

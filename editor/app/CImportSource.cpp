@@ -1,5 +1,6 @@
 #include "editor/app/CImportSource.h"
 
+#include "editor/core/Words.h"
 #include "engine/elevation/ElevationFormats.h"
 #include "engine/elevation/ImportPicture.h"
 #include "engine/elevation/TargetExport.h"
@@ -31,7 +32,7 @@ CImportSource::CImportSource(std::string strPath)
 std::string CImportSource::GetName() const
 {
     const std::string strName = std::filesystem::path(GetWholePath()).filename().string();
-    return m_bSet ? std::to_string(m_Tiles.uColumns * m_Tiles.uRows) + " tiles of " + strName
+    return m_bSet ? std::to_string(m_Tiles.uColumns * m_Tiles.uRows) + Words(" tiles of ") + strName
                   : strName;
 }
 

@@ -1,6 +1,7 @@
 #include "editor/app/CKeyEdit.h"
 
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 
 #include <QKeyEvent>
 
@@ -26,7 +27,7 @@ CKeyEdit::CKeyEdit(QWidget* pParent, std::function<void(SKeyChord)> onKey)
     , m_OnKey(std::move(onKey))
 {
     setReadOnly(true);
-    setPlaceholderText("none");
+    setPlaceholderText(Words("none"));
 }
 
 void CKeyEdit::Show(const SKeyChord& chord)

@@ -2,6 +2,7 @@
 
 #include "editor/app/KeyChords.h"
 #include "editor/core/CKeyBindings.h"
+#include "editor/core/Words.h"
 
 #include <QClipboard>
 #include <QDialogButtonBox>
@@ -23,12 +24,12 @@ CKeyListDialog::CKeyListDialog(QWidget* pParent, const CKeyBindings& keys)
     : QDialog(pParent)
 {
     setObjectName("key-list");
-    setWindowTitle("Keys");
+    setWindowTitle(Words("Keys"));
     auto* pList = new QTreeWidget(this);
     pList->setObjectName("key-list-rows");
-    pList->setAccessibleName("Keys and what they do");
+    pList->setAccessibleName(Words("Keys and what they do"));
     pList->setRootIsDecorated(false);
-    pList->setHeaderLabels({"Key", "Does"});
+    pList->setHeaderLabels({Words("Key"), Words("Does")});
     QString strText;
     for (const SKeyCommand& command : keys.GetCommands())
     {
@@ -42,9 +43,9 @@ CKeyListDialog::CKeyListDialog(QWidget* pParent, const CKeyBindings& keys)
     }
     pList->resizeColumnToContents(0);
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    QPushButton* pCopy = pButtons->addButton("Copy", QDialogButtonBox::ActionRole);
+    QPushButton* pCopy = pButtons->addButton(Words("Copy"), QDialogButtonBox::ActionRole);
     pCopy->setObjectName("key-list-copy");
-    pCopy->setToolTip("All rows, as text with a tabulator between key and command");
+    pCopy->setToolTip(Words("All rows, as text with a tabulator between key and command"));
     connect(pCopy,
             &QPushButton::clicked,
             this,

@@ -2,6 +2,7 @@
 
 #include "editor/app/CKeyEdit.h"
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -32,27 +33,27 @@ CKeysDialog::CKeysDialog(QWidget* pParent, const CKeyBindings& keys, const SMous
     , m_Mouse(mouse)
     , m_pList(new QTreeWidget(this))
     , m_pKey(new CKeyEdit(this, [this](SKeyChord key) { SetKey(key); }))
-    , m_pFingers(
-          new QCheckBox("Two fingers on a touchpad move the view, with Ctrl they zoom", this))
+    , m_pFingers(new QCheckBox(
+          Words("Two fingers on a touchpad move the view, with Ctrl they zoom"), this))
     , m_pClash(new QLabel(this))
     , m_pButtons(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
-    setWindowTitle("Keys");
+    setWindowTitle(Words("Keys"));
     m_pList->setObjectName("keys-list");
-    m_pList->setAccessibleName("Commands and their keys");
+    m_pList->setAccessibleName(Words("Commands and their keys"));
     m_pKey->setObjectName("keys-edit");
-    m_pKey->setAccessibleName("Key of the command");
+    m_pKey->setAccessibleName(Words("Key of the command"));
     m_pClash->setObjectName("keys-clash");
     m_pClash->setStyleSheet("color: #d03030;");
     m_pList->setRootIsDecorated(false);
-    m_pList->setHeaderLabels({"Command", "Key"});
+    m_pList->setHeaderLabels({Words("Command"), Words("Key")});
     m_pList->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     m_pList->header()->setStretchLastSection(false);
-    auto* pClear = new QPushButton("No key", this);
-    auto* pDefaults = m_pButtons->addButton("Defaults", QDialogButtonBox::ResetRole);
+    auto* pClear = new QPushButton(Words("No key"), this);
+    auto* pDefaults = m_pButtons->addButton(Words("Defaults"), QDialogButtonBox::ResetRole);
 
     auto* pRow = new QHBoxLayout;
-    pRow->addWidget(new QLabel("Press the key:", this));
+    pRow->addWidget(new QLabel(Words("Press the key:"), this));
     pRow->addWidget(m_pKey, 1);
     pRow->addWidget(pClear);
     auto* pLayout = new QVBoxLayout(this);
@@ -93,9 +94,9 @@ void CKeysDialog::AddMouse(QVBoxLayout& layout)
     };
 
     constexpr SRow ROWS[] = {
-        {"The right button orbits, and so does", "mouse-orbit", &SMouseBindings::iOrbit},
-        {"The middle button pans, and so does", "mouse-pan", &SMouseBindings::iPan},
-        {"The wheel zooms, and so does", "mouse-zoom", &SMouseBindings::iZoom}};
+        {TextKey("The right button orbits, and so does"), "mouse-orbit", &SMouseBindings::iOrbit},
+        {TextKey("The middle button pans, and so does"), "mouse-pan", &SMouseBindings::iPan},
+        {TextKey("The wheel zooms, and so does"), "mouse-zoom", &SMouseBindings::iZoom}};
     auto* pForm = new QFormLayout;
     for (size_t i = 0; i < m_MouseBoxes.size(); ++i)
     {
@@ -103,7 +104,7 @@ void CKeysDialog::AddMouse(QVBoxLayout& layout)
         pBox->setObjectName(ROWS[i].pszName);
         for (const SMouseChord& chord : SMouseBindings::CHORDS)
         {
-            pBox->addItem(chord.pszText);
+            pBox->addItem(Words(chord.pszText));
         }
         connect(pBox,
                 &QComboBox::currentIndexChanged,
@@ -114,7 +115,7 @@ void CKeysDialog::AddMouse(QVBoxLayout& layout)
                     ShowClash();
                 });
         m_MouseBoxes[i] = pBox;
-        pForm->addRow(ROWS[i].pszLabel, pBox);
+        pForm->addRow(Words(ROWS[i].pszLabel), pBox);
     }
     m_pFingers->setObjectName("mouse-fingers");
     connect(m_pFingers, &QCheckBox::toggled, this, [this](bool bOn) { m_Mouse.bFingersPan = bOn; });
@@ -181,11 +182,11 @@ void CKeysDialog::ShowClash()
     }
     const auto& commands = m_Keys.GetCommands();
     m_pClash->setText(
-        clash.has_value() ? QString("%1 belongs to \"%2\" and to \"%3\".")
+        clash.has_value() ? QString(Words("%1 belongs to \"%2\" and to \"%3\"."))
                                 .arg(GetText(commands[clash->first].key),
                                      QString::fromStdString(commands[clash->first].strText),
                                      QString::fromStdString(commands[clash->second].strText))
-        : m_Mouse.HasClash() ? QString("The mouse would do two things with the same button.")
+        : m_Mouse.HasClash() ? QString(Words("The mouse would do two things with the same button."))
                              : QString());
     m_pButtons->button(QDialogButtonBox::Ok)->setEnabled(!clash.has_value() && !m_Mouse.HasClash());
 }

@@ -9,6 +9,7 @@
 #include "editor/app/KeyChords.h"
 #include "editor/core/LevelBitmap.h"
 #include "editor/core/SLevelText.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
@@ -41,7 +42,7 @@ void CLevelCommands::AddTo(QMenu& menu, CCommandList& commands)
         {SCommand::Run(
              "level.properties", "P&roperties...", NO_KEY, [this] { ShowProperties(); }, hasLevel),
          SCommand::Line()});
-    QMenu* pMaterials = menu.addMenu("&Material");
+    QMenu* pMaterials = menu.addMenu(Words("&Material"));
     pMaterials->setObjectName("materials"); // the toolbar has it, too
     QObject::connect(
         pMaterials, &QMenu::aboutToShow, [this, pMaterials] { FillMaterials(*pMaterials); });
@@ -65,7 +66,7 @@ void CLevelCommands::FillMaterials(QMenu& menu)
     menu.clear();
     if (!m_Editor.GetDocument().HasLevel())
     {
-        menu.addAction("There is no level")->setEnabled(false);
+        menu.addAction(Words("There is no level"))->setEnabled(false);
         return;
     }
     const std::string strFolder = "data/materials";
@@ -86,7 +87,7 @@ void CLevelCommands::FillMaterials(QMenu& menu)
         }
     }
     menu.addSeparator();
-    menu.addAction("Other...", [this] { m_Documents.ChooseMaterial(); });
+    menu.addAction(Words("Other..."), [this] { m_Documents.ChooseMaterial(); });
 }
 
 void CLevelCommands::DropBitmap()
@@ -111,12 +112,13 @@ void CLevelCommands::NewBitmap()
     {
         return;
     }
-    std::string strPath = questions.AskForFile(true, "New bitmap", "PNG pictures (*.png)");
+    std::string strPath =
+        questions.AskForFile(true, Words("New bitmap"), Words("PNG pictures (*.png)"));
     if (strPath.empty() ||
         !questions.Report(
             !IsPainted(strPath) &&
                 MakeLevelBitmap(strPath, dialog.GetWidth(), dialog.GetHeight(), dialog.GetColor()),
-            "The bitmap cannot be written."))
+            Words("The bitmap cannot be written.")))
     {
         return;
     }
@@ -166,9 +168,10 @@ void CLevelCommands::ShowProperties()
     for (const SGroundAct& act : dialog.GetActs())
     {
         if (!questions.Report(host.GetGround().Do(act),
-                              nDone == 0 ? "The ground cannot be changed."
-                                         : "The ground cannot be changed further. The steps before "
-                                           "are done."))
+                              nDone == 0
+                                  ? Words("The ground cannot be changed.")
+                                  : Words("The ground cannot be changed further. The steps before "
+                                          "are done.")))
         {
             return;
         }

@@ -1,5 +1,6 @@
 #include "editor/app/CLightDock.h"
 
+#include "editor/core/Words.h"
 #include "editor/view/SRenderSettings.h"
 
 #include <QComboBox>
@@ -19,7 +20,7 @@ constexpr int PERCENT = 100;
 } // namespace
 
 CLightDock::CLightDock(QWidget* pParent, SRenderSettings& settings, std::function<void()> onChange)
-    : QDockWidget("Light", pParent)
+    : QDockWidget(Words("Light"), pParent)
     , m_Settings(settings)
     , m_OnChange(std::move(onChange))
     , m_pTimes(new QComboBox(this))
@@ -28,10 +29,10 @@ CLightDock::CLightDock(QWidget* pParent, SRenderSettings& settings, std::functio
     auto* pGround = new QWidget(this);
     auto* pForm = new QFormLayout(pGround);
     AddTimes(*pForm);
-    AddSlider(*pForm, "Sun direction", WHOLE_TURN, 1.0F, settings.fSunYaw);
-    AddSlider(*pForm, "Sun height", UPRIGHT, 1.0F, settings.fSunPitch);
-    AddSlider(*pForm, "Ambient light", PERCENT, 0.01F, settings.fAmbient);
-    AddSlider(*pForm, "Terrain types", PERCENT, 0.01F, settings.fTypeBlend);
+    AddSlider(*pForm, Words("Sun direction"), WHOLE_TURN, 1.0F, settings.fSunYaw);
+    AddSlider(*pForm, Words("Sun height"), UPRIGHT, 1.0F, settings.fSunPitch);
+    AddSlider(*pForm, Words("Ambient light"), PERCENT, 0.01F, settings.fAmbient);
+    AddSlider(*pForm, Words("Terrain types"), PERCENT, 0.01F, settings.fTypeBlend);
     setWidget(pGround);
     Follow();
 }
@@ -40,9 +41,9 @@ void CLightDock::AddTimes(QFormLayout& form)
 {
     for (const SDayTime& time : DAY_TIMES)
     {
-        m_pTimes->addItem(time.pszName);
+        m_pTimes->addItem(Words(time.pszName));
     }
-    m_pTimes->setPlaceholderText("Another");
+    m_pTimes->setPlaceholderText(Words("Another"));
     connect(m_pTimes,
             &QComboBox::activated,
             this,
@@ -52,7 +53,7 @@ void CLightDock::AddTimes(QFormLayout& form)
                 Follow();
                 m_OnChange();
             });
-    form.addRow("Time of day", m_pTimes);
+    form.addRow(Words("Time of day"), m_pTimes);
 }
 
 void CLightDock::AddSlider(

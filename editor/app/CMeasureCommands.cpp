@@ -9,6 +9,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
 #include "editor/app/SEditorSettings.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 
@@ -46,7 +47,7 @@ void CMeasureCommands::AddTo(QMenu& menu, CCommandList& commands)
         m_ShowState();
     };
     commands.Add(
-        *menu.addMenu("Meas&ure"),
+        *menu.addMenu(Words("Meas&ure")),
         {
             {.pszId = "measure.ruler",
              .pszText = "&Ruler",
@@ -103,8 +104,8 @@ void CMeasureCommands::SwitchRuler()
     {
         ShowDock();
     }
-    m_Views.GetActive()->GetNote().ShowValue(bOn ? "ruler: drag from place to place"
-                                                 : "measures no longer");
+    m_Views.GetActive()->GetNote().ShowValue(bOn ? Words("ruler: drag from place to place")
+                                                 : Words("measures no longer"));
     m_ShowState();
 }
 
@@ -148,7 +149,7 @@ void CMeasureCommands::SwitchWalk()
     CGroundWalk& walk = view.GetInput().GetWalk();
     if (pCamera == nullptr)
     {
-        view.GetNote().ShowValue("only a perspective view can walk");
+        view.GetNote().ShowValue(Words("only a perspective view can walk"));
         return;
     }
     view.GetInput().End(); // of what a button moves
@@ -156,13 +157,14 @@ void CMeasureCommands::SwitchWalk()
     {
         Follow();
         walk.Stop();
-        view.GetNote().ShowValue("flies again");
+        view.GetNote().ShowValue(Words("flies again"));
     }
     else
     {
         walk.Start(*pCamera, world.GetCTerrain(), m_Settings.fEyeHeight);
         view.GetNote().ShowValue(
-            QString("walks, eye height %1: the wheel changes it, the right button looks round")
+            QString(
+                Words("walks, eye height %1: the wheel changes it, the right button looks round"))
                 .arg(static_cast<double>(m_Settings.fEyeHeight), 0, 'g', 3));
     }
     view.GetInput().RepeatHover();
@@ -175,9 +177,9 @@ void CMeasureCommands::SwitchSteep()
     bool& bSteep = m_Settings.render.bSteep;
     bSteep = !bSteep;
     m_Views.GetActive()->GetNote().ShowValue(
-        bSteep ? QString("orange: steeper than %1 degrees")
+        bSteep ? QString(Words("orange: steeper than %1 degrees"))
                      .arg(static_cast<double>(m_Settings.render.fSteepDegrees), 0, 'g', 3)
-               : QString("steep ground as it is"));
+               : QString(Words("steep ground as it is")));
     m_Views.RequestFrames();
     m_ShowState();
 }
@@ -186,7 +188,7 @@ void CMeasureCommands::AskSteep()
 {
     constexpr double RIGHT_ANGLE = 90.0;
     CNumbersDialog dialog(&m_Window,
-                          "Steep ground",
+                          Words("Steep ground"),
                           {{.pszLabel = "Steeper than",
                             .pszUnit = " degrees",
                             .iDecimals = 1,

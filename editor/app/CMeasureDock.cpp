@@ -1,6 +1,7 @@
 #include "editor/app/CMeasureDock.h"
 
 #include "editor/core/CEditorHost.h"
+#include "editor/core/Words.h"
 #include "editor/view/CGroundRuler.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
@@ -34,7 +35,7 @@ public:
         , m_Heights(heights)
     {
         setObjectName("measure-profile");
-        setAccessibleName("Profile along the line");
+        setAccessibleName(Words("Profile along the line"));
         setMinimumHeight(fontMetrics().height() * PROFILE_LINES);
     }
 
@@ -81,7 +82,7 @@ private:
 } // namespace
 
 CMeasureDock::CMeasureDock(QWidget* pParent, CEditorHost& host, const CGroundRuler& ruler)
-    : QDockWidget("Measure", pParent)
+    : QDockWidget(Words("Measure"), pParent)
     , m_Host(host)
     , m_Ruler(ruler)
     , m_pLine(new QLabel(this))
@@ -109,9 +110,9 @@ CMeasureDock::CMeasureDock(QWidget* pParent, CEditorHost& host, const CGroundRul
 QString
 CMeasureDock::DescribeLine(const SVec3& from, const SVec3& to, const SLineMeasure& measure) const
 {
-    return QString("From %1, %2 to %3, %4\n"
-                   "Distance %5, along the ground %6\n"
-                   "Height difference %7, up %8, down %9\n")
+    return QString(Words("From %1, %2 to %3, %4\n"
+                         "Distance %5, along the ground %6\n"
+                         "Height difference %7, up %8, down %9\n"))
                .arg(Show(from.x),
                     Show(from.z),
                     Show(to.x),
@@ -121,7 +122,7 @@ CMeasureDock::DescribeLine(const SVec3& from, const SVec3& to, const SLineMeasur
                     Show(measure.fRise, 2),
                     Show(measure.fClimb, 2),
                     Show(measure.fDrop, 2)) +
-           QString("Slope %1 degrees, steepest %2")
+           QString(Words("Slope %1 degrees, steepest %2"))
                .arg(Show(measure.fSlope), Show(measure.fSteepest));
 }
 
@@ -133,7 +134,7 @@ void CMeasureDock::Follow()
         return;
     }
     m_Heights.clear();
-    m_pLine->setText("The ruler (Level > Measure) draws a line with the left button.");
+    m_pLine->setText(Words("The ruler (Level > Measure) draws a line with the left button."));
     m_pProbe->clear();
     if (pTerrain != nullptr && m_Ruler.HasLine())
     {
@@ -145,7 +146,7 @@ void CMeasureDock::Follow()
     if (pTerrain != nullptr && m_Ruler.HasProbe())
     {
         const SVec3 at = m_Ruler.GetProbe();
-        m_pProbe->setText(QString("Probe at %1, %2: height %3, slope %4 degrees")
+        m_pProbe->setText(QString(Words("Probe at %1, %2: height %3, slope %4 degrees"))
                               .arg(Show(at.x),
                                    Show(at.z),
                                    Show(pTerrain->GetHeightAt(at.x, at.z), 2),

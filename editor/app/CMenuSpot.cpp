@@ -2,6 +2,7 @@
 
 #include "editor/app/CCursorNote.h"
 #include "editor/app/CViewArea.h"
+#include "editor/core/Words.h"
 
 CMenuSpot::CMenuSpot(CViewArea& views)
     : m_Views(views)
@@ -29,7 +30,7 @@ bool CMenuSpot::Pick(SVec3& hit) const
     const bool bGround = m_Views.GetActive()->GetInput().PickCursor(hit);
     if (!bGround)
     {
-        m_Views.GetActive()->GetNote().ShowValue("no ground under the cursor");
+        m_Views.GetActive()->GetNote().ShowValue(Words("no ground under the cursor"));
     }
     return bGround;
 }

@@ -1,5 +1,7 @@
 #include "editor/app/CMessagesDock.h"
 
+#include "editor/core/Words.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -36,9 +38,9 @@ struct SKind
 };
 
 constexpr SKind KINDS[] = { // by ELogKind
-    {"Fault", QStyle::SP_MessageBoxCritical},
-    {"Warning", QStyle::SP_MessageBoxWarning},
-    {"Refusal", QStyle::SP_MessageBoxInformation}};
+    {TextKey("Fault"), QStyle::SP_MessageBoxCritical},
+    {TextKey("Warning"), QStyle::SP_MessageBoxWarning},
+    {TextKey("Refusal"), QStyle::SP_MessageBoxInformation}};
 
 constexpr int KIND_ROLE = Qt::UserRole; // an ELogKind
 
@@ -63,7 +65,7 @@ QString GetShownLine(const QString& strLine)
 } // namespace
 
 CMessagesDock::CMessagesDock(QWidget* pParent)
-    : QDockWidget("Messages", pParent)
+    : QDockWidget(Words("Messages"), pParent)
     , m_pKinds(new QComboBox(this))
     , m_pFilter(new QLineEdit(this))
     , m_pList(new QTreeWidget(this))
@@ -71,18 +73,18 @@ CMessagesDock::CMessagesDock(QWidget* pParent)
 {
     setObjectName("messages");
     m_pKinds->setObjectName("message-kinds");
-    m_pKinds->setAccessibleName("Kinds that are shown");
-    m_pKinds->addItems({"All messages", "Faults and warnings", "Faults"});
+    m_pKinds->setAccessibleName(Words("Kinds that are shown"));
+    m_pKinds->addItems({Words("All messages"), Words("Faults and warnings"), Words("Faults")});
     m_pFilter->setObjectName("message-filter");
-    m_pFilter->setAccessibleName("Text that is shown");
-    m_pFilter->setPlaceholderText("Filter");
+    m_pFilter->setAccessibleName(Words("Text that is shown"));
+    m_pFilter->setPlaceholderText(Words("Filter"));
     m_pFilter->setClearButtonEnabled(true);
     auto* pCopy = new QToolButton(this);
     pCopy->setObjectName("message-copy");
-    pCopy->setText("Copy");
-    pCopy->setToolTip("Copies the selected lines, or all that are shown (Ctrl+C)");
+    pCopy->setText(Words("Copy"));
+    pCopy->setToolTip(Words("Copies the selected lines, or all that are shown (Ctrl+C)"));
     m_pList->setObjectName("message-list");
-    m_pList->setAccessibleName("Messages");
+    m_pList->setAccessibleName(Words("Messages"));
     m_pList->setColumnCount(2);
     m_pList->setHeaderHidden(true);
     m_pList->header()->setSectionResizeMode(QHeaderView::ResizeToContents); // a long line scrolls
@@ -157,7 +159,7 @@ void CMessagesDock::Add(const QString& strLine, ELogKind eKind)
     ++m_nLines;
     m_strLast = strLine;
     const SKind& kind = KINDS[static_cast<int>(eKind)];
-    auto* pItem = new QTreeWidgetItem({kind.pszName, strLine});
+    auto* pItem = new QTreeWidgetItem({Words(kind.pszName), strLine});
     pItem->setIcon(COLUMN_KIND, style()->standardIcon(kind.ePicture));
     pItem->setData(COLUMN_KIND, KIND_ROLE, static_cast<int>(eKind));
     pItem->setToolTip(COLUMN_TEXT,

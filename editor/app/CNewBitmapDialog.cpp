@@ -1,6 +1,7 @@
 #include "editor/app/CNewBitmapDialog.h"
 
 #include "editor/core/LevelBitmap.h"
+#include "editor/core/Words.h"
 
 #include <QColorDialog>
 #include <QDialogButtonBox>
@@ -21,12 +22,12 @@ CNewBitmapDialog::CNewBitmapDialog(QWidget* pParent, uint32_t uCellsX, uint32_t 
     , m_pColor(new QPushButton(this))
     , m_Color(QColor::fromRgba(USUAL_COLOR))
 {
-    setWindowTitle("New terrain-type bitmap");
+    setWindowTitle(Words("New terrain-type bitmap"));
     auto* pForm = new QFormLayout(this);
-    m_pWidth = AddSide(*pForm, "Width (x)", uCellsX);
-    m_pHeight = AddSide(*pForm, "Height (z)", uCellsZ);
+    m_pWidth = AddSide(*pForm, Words("Width (x)"), uCellsX);
+    m_pHeight = AddSide(*pForm, Words("Height (z)"), uCellsZ);
     connect(m_pColor, &QPushButton::clicked, this, [this] { ChooseColor(); });
-    pForm->addRow("Colour", m_pColor);
+    pForm->addRow(Words("Colour"), m_pColor);
     ShowColor();
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(pButtons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -38,7 +39,7 @@ QSpinBox* CNewBitmapDialog::AddSide(QFormLayout& form, const char* pszLabel, uin
 {
     auto* pBox = new QSpinBox(this);
     pBox->setRange(1, static_cast<int>(LEVEL_BITMAP_SIDE));
-    pBox->setSuffix(" pixels");
+    pBox->setSuffix(Words(" pixels"));
     pBox->setValue(static_cast<int>(uSide));
     form.addRow(pszLabel, pBox);
     return pBox;
@@ -49,7 +50,7 @@ void CNewBitmapDialog::ChooseColor()
     const QColor color =
         QColorDialog::getColor(m_Color,
                                this,
-                               "Colour",
+                               Words("Colour"),
                                QColorDialog::ShowAlphaChannel | QColorDialog::DontUseNativeDialog);
     if (color.isValid())
     {

@@ -1,6 +1,7 @@
 #include "editor/app/CNewLevelDialog.h"
 
 #include "editor/app/CNumberBox.h"
+#include "editor/core/Words.h"
 #include "host/TerrainSize.h"
 
 #include <QComboBox>
@@ -23,17 +24,17 @@ CNewLevelDialog::CNewLevelDialog(QWidget* pParent)
     , m_pCells(new QComboBox(this))
     , m_pLimits(new QLabel(this))
 {
-    setWindowTitle("New level");
+    setWindowTitle(Words("New level"));
     auto* pForm = new QFormLayout(this);
     for (uint32_t uCells = TERRAIN_LEAST_CHOICE - 1; uCells <= TERRAIN_MAX_CELLS; uCells *= 2)
     {
-        m_pCells->addItem(QString("%1 x %1 vertices").arg(uCells + 1), uCells);
+        m_pCells->addItem(QString(Words("%1 x %1 vertices")).arg(uCells + 1), uCells);
     }
     m_pCells->setCurrentIndex(m_pCells->findData(USUAL_CELLS));
-    pForm->addRow("Resolution", m_pCells);
-    m_pWidth = AddLength(*pForm, "Width and depth", USUAL_WIDTH);
-    m_pHighest = AddLength(*pForm, "Highest ground", USUAL_HIGHEST);
-    m_pHeight = AddLength(*pForm, "Height at start", USUAL_HIGHEST / 5.0);
+    pForm->addRow(Words("Resolution"), m_pCells);
+    m_pWidth = AddLength(*pForm, Words("Width and depth"), USUAL_WIDTH);
+    m_pHighest = AddLength(*pForm, Words("Highest ground"), USUAL_HIGHEST);
+    m_pHeight = AddLength(*pForm, Words("Height at start"), USUAL_HIGHEST / 5.0);
     m_pLimits->setObjectName("new-level-limits");
     pForm->addRow(m_pLimits);
     auto* pButtons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
@@ -52,9 +53,9 @@ void CNewLevelDialog::Follow()
 {
     const bool bSizes = m_pWidth->value() > 0.0 && m_pHighest->value() > 0.0;
     const bool bEnds = m_pHeight->value() > m_pHighest->value();
-    m_pLimits->setText(!bSizes ? QString("Width and highest ground are more than 0.")
-                       : bEnds ? QString("The height at start ends at the highest ground.")
-                               : "Lengths are " + CNumberBox::GetLimitText() + ".");
+    m_pLimits->setText(!bSizes ? QString(Words("Width and highest ground are more than 0."))
+                       : bEnds ? QString(Words("The height at start ends at the highest ground."))
+                               : Words("Lengths are ") + CNumberBox::GetLimitText() + ".");
     m_pMake->setEnabled(bSizes);
 }
 
@@ -63,7 +64,7 @@ QDoubleSpinBox* CNewLevelDialog::AddLength(QFormLayout& form, const char* pszLab
     auto* pBox = new CNumberBox(this);
     pBox->setDecimals(1);
     pBox->setRange(0.0, CNumberBox::LONGEST);
-    pBox->setSuffix(" cm");
+    pBox->setSuffix(Words(" cm"));
     pBox->setValue(fValue);
     form.addRow(pszLabel, pBox);
     return pBox;

@@ -1,5 +1,7 @@
 #include "editor/app/CNumberBox.h"
 
+#include "editor/core/Words.h"
+
 CNumberBox::CNumberBox(QWidget* pParent)
     : QDoubleSpinBox(pParent)
 {
@@ -8,7 +10,7 @@ CNumberBox::CNumberBox(QWidget* pParent)
 
 QString CNumberBox::GetLimitText()
 {
-    return QString("up to %1 cm").arg(LONGEST, 0, 'f', 0);
+    return QString(Words("up to %1 cm")).arg(LONGEST, 0, 'f', 0);
 }
 
 QValidator::State CNumberBox::validate(QString& strText, int& iCursor) const

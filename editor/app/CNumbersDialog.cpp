@@ -1,6 +1,7 @@
 #include "editor/app/CNumbersDialog.h"
 
 #include "editor/app/CNumberBox.h"
+#include "editor/core/Words.h"
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
@@ -17,9 +18,9 @@ CNumbersDialog::CNumbersDialog(QWidget* pParent,
         auto* pBox = new CNumberBox(this);
         pBox->setDecimals(row.iDecimals);
         pBox->setRange(0.0, row.fMost);
-        pBox->setSuffix(row.pszUnit);
+        pBox->setSuffix(Words(row.pszUnit));
         pBox->setValue(row.fValue);
-        pForm->addRow(row.pszLabel, pBox);
+        pForm->addRow(Words(row.pszLabel), pBox);
         m_Boxes.push_back(pBox);
     }
     m_Boxes.front()->setFocus();

@@ -6,7 +6,7 @@
 
 class CNumberBox;
 
-// One number that a person is asked for.
+// One number that a person is asked for; its texts in English, the dialog asks Words.
 struct SNumberRow
 {
     const char* pszLabel = "";

@@ -11,7 +11,6 @@ COverlayBar::COverlayBar(QMainWindow& window, Qt::Edge eEdge, const QString& str
     , m_pRow(new QHBoxLayout(this))
 {
     setObjectName(strName);
-    setAccessibleName(strName);
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true); // the ground is behind it
     const int iMargin = m_pRow->spacing();

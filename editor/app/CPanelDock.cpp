@@ -1,6 +1,7 @@
 #include "editor/app/CPanelDock.h"
 
 #include "editor/app/ScreenRoom.h"
+#include "editor/core/Words.h"
 #include "framework/core/CRuntimeClass.h"
 #include "framework/qt/WidgetAccess.h"
 #include "framework/widgets/CFormView.h"
@@ -25,7 +26,7 @@ constexpr int LEAST_WIDTH = 120;
 } // namespace
 
 CPanelDock::CPanelDock(QWidget* pParent, SPanelEvents events)
-    : QDockWidget("Terrain", pParent)
+    : QDockWidget(Words("Terrain"), pParent)
     , m_Events(std::move(events))
 {
     setObjectName("panel");

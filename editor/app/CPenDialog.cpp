@@ -1,5 +1,7 @@
 #include "editor/app/CPenDialog.h"
 
+#include "editor/core/Words.h"
+
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
@@ -27,8 +29,8 @@ public:
         , m_Settings(settings)
     {
         setObjectName("pen-curve");
-        setAccessibleName("Power for the pressure of the pen");
-        setToolTip("Press with the pen here to try it");
+        setAccessibleName(Words("Power for the pressure of the pen"));
+        setToolTip(Words("Press with the pen here to try it"));
         setMinimumSize(PICTURE_SIDE, PICTURE_SIDE);
     }
 
@@ -76,11 +78,11 @@ private:
 QLayout* MakeAxes(QWidget* pParent, QWidget* pPicture)
 {
     auto* pGrid = new QGridLayout;
-    pGrid->addWidget(new QLabel("full power", pParent), 0, 0, Qt::AlignRight | Qt::AlignTop);
-    pGrid->addWidget(new QLabel("none", pParent), 1, 0, Qt::AlignRight | Qt::AlignBottom);
+    pGrid->addWidget(new QLabel(Words("full power"), pParent), 0, 0, Qt::AlignRight | Qt::AlignTop);
+    pGrid->addWidget(new QLabel(Words("none"), pParent), 1, 0, Qt::AlignRight | Qt::AlignBottom);
     pGrid->addWidget(pPicture, 0, 1, 2, 2);
-    pGrid->addWidget(new QLabel("light touch", pParent), 2, 1, Qt::AlignLeft);
-    pGrid->addWidget(new QLabel("firm", pParent), 2, 2, Qt::AlignRight);
+    pGrid->addWidget(new QLabel(Words("light touch"), pParent), 2, 1, Qt::AlignLeft);
+    pGrid->addWidget(new QLabel(Words("firm"), pParent), 2, 2, Qt::AlignRight);
     pGrid->setColumnStretch(1, 1);
     return pGrid;
 }
@@ -88,9 +90,9 @@ QLayout* MakeAxes(QWidget* pParent, QWidget* pPicture)
 QLayout* MakeEnds(QWidget* pParent, QWidget* pSlider)
 {
     auto* pRow = new QHBoxLayout;
-    pRow->addWidget(new QLabel("strong", pParent));
+    pRow->addWidget(new QLabel(Words("strong"), pParent));
     pRow->addWidget(pSlider, 1);
-    pRow->addWidget(new QLabel("weak", pParent));
+    pRow->addWidget(new QLabel(Words("weak"), pParent));
     return pRow;
 }
 
@@ -100,19 +102,19 @@ CPenDialog::CPenDialog(QWidget* pParent, SFormSettings& settings)
     : QDialog(pParent)
     , m_Settings(settings)
     , m_Shown(settings)
-    , m_pUse(new QCheckBox("The pressure of the pen scales the &power of the brush", this))
+    , m_pUse(new QCheckBox(Words("The pressure of the pen scales the &power of the brush"), this))
     , m_pCurve(new QSlider(Qt::Horizontal, this))
 {
-    setWindowTitle("Pen");
+    setWindowTitle(Words("Pen"));
     auto* pForm = new QFormLayout(this);
     pForm->addRow(m_pUse);
     auto* pPicture = new CCurvePicture(this, m_Shown);
     pForm->addRow(MakeAxes(this, pPicture));
-    auto* pCurveName = new QLabel("A &light touch is:", this);
+    auto* pCurveName = new QLabel(Words("A &light touch is:"), this);
     pCurveName->setBuddy(m_pCurve);
     pForm->addRow(pCurveName, MakeEnds(this, m_pCurve));
     m_pUse->setChecked(settings.bPen);
-    m_pCurve->setAccessibleName("Curve of the pressure");
+    m_pCurve->setAccessibleName(Words("Curve of the pressure"));
     m_pCurve->setRange(-CURVE_STEPS, CURVE_STEPS);
     m_pCurve->setValue(
         static_cast<int>(settings.fPenCurve / SFormSettings::MOST_CURVE * CURVE_STEPS));

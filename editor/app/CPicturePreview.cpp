@@ -1,5 +1,6 @@
 #include "editor/app/CPicturePreview.h"
 
+#include "editor/core/Words.h"
 #include "engine/imaging/PicturePreview.h"
 
 #include <QFileInfo>
@@ -68,12 +69,12 @@ CPicturePreview::CPicturePreview(QWidget* pParent)
     setObjectName("preview");
     setFixedWidth(SIDE + fontMetrics().height());
     m_pPicture->setObjectName("preview-picture");
-    m_pPicture->setAccessibleName("Preview of the picture");
+    m_pPicture->setAccessibleName(Words("Preview of the picture"));
     m_pPicture->setFrameShape(QFrame::StyledPanel);
     m_pPicture->setAlignment(Qt::AlignCenter);
     m_pPicture->setMinimumHeight(SIDE + fontMetrics().height());
     m_pText->setObjectName("preview-text");
-    m_pText->setAccessibleName("Size of the picture, or why it is not shown");
+    m_pText->setAccessibleName(Words("Size of the picture, or why it is not shown"));
     m_pText->setTextFormat(Qt::PlainText);
     m_pText->setWordWrap(true);
     auto* pLayout = new QVBoxLayout(this);

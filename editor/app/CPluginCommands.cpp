@@ -4,6 +4,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/CameraActions.h"
 #include "editor/app/PluginMenus.h"
+#include "editor/core/Words.h"
 #include "framework/core/CMenu.h"
 #include "framework/core/CToolBar.h"
 #include "host/ActionIds.h"
@@ -37,7 +38,7 @@ void CPluginCommands::AddMenus(QMainWindow& window, QMenu& tools)
         for (QAction* pAction : window.menuBar()->actions())
         {
             const bool bNamed =
-                pAction->text().remove('&') == QString::fromStdString(inserted.strParent);
+                pAction->menu()->objectName() == QString::fromStdString(inserted.strParent);
             pParent = bNamed ? pAction->menu() : pParent;
         }
         FillMenu(*pParent->addMenu(QString::fromStdString(inserted.strTitle)),
@@ -100,7 +101,7 @@ void CPluginCommands::RunWithLevel(uint32_t uCommand)
 {
     if (!m_Editor.GetDocument().HasLevel())
     {
-        Notice("There is no level");
+        Notice(Words("There is no level"));
         return;
     }
     Run(uCommand);

@@ -1,6 +1,7 @@
 #include "editor/app/CProcessesDock.h"
 
 #include "editor/core/CPluginRegistry.h"
+#include "editor/core/Words.h"
 
 #include <QHeaderView>
 #include <QPushButton>
@@ -17,7 +18,7 @@ constexpr int COLUMN_STATE = 1;
 CProcessesDock::CProcessesDock(QWidget* pParent,
                                const CPluginRegistry& registry,
                                std::function<bool(size_t)> onRun)
-    : QDockWidget("Processes", pParent)
+    : QDockWidget(Words("Processes"), pParent)
     , m_Registry(registry)
     , m_OnRun(std::move(onRun))
 {
@@ -26,12 +27,12 @@ CProcessesDock::CProcessesDock(QWidget* pParent,
     auto* pLayout = new QVBoxLayout(pGround);
     m_pList = new QTreeWidget(pGround);
     m_pList->setObjectName("process-list");
-    m_pList->setAccessibleName("Processes");
+    m_pList->setAccessibleName(Words("Processes"));
     m_pList->setRootIsDecorated(false);
-    m_pList->setHeaderLabels({"Process", "State"});
+    m_pList->setHeaderLabels({Words("Process"), Words("State")});
     m_pList->header()->setSectionResizeMode(0, QHeaderView::Stretch);
     m_pList->header()->setStretchLastSection(false);
-    m_pButton = new QPushButton("Run", pGround);
+    m_pButton = new QPushButton(Words("Run"), pGround);
     m_pButton->setObjectName("process-run");
     pLayout->addWidget(m_pList);
     pLayout->addWidget(m_pButton);
@@ -47,7 +48,7 @@ void CProcessesDock::Fill()
     for (size_t i = 0; i < m_Registry.GetProcessCount(); ++i)
     {
         const char* pszName = m_Registry.GetProcess(i)->GetName();
-        new QTreeWidgetItem(m_pList, {QString::fromUtf8(pszName), "idle"});
+        new QTreeWidgetItem(m_pList, {QString::fromUtf8(pszName), Words("idle")});
     }
     m_pButton->setEnabled(m_Registry.GetProcessCount() > 0);
     if (m_Registry.GetProcessCount() > 0)
@@ -65,9 +66,9 @@ void CProcessesDock::Run()
     }
     // A process that reports its progress lets the window take events, also another click.
     m_iRunning = iPlace;
-    m_pList->topLevelItem(iPlace)->setText(COLUMN_STATE, "running");
+    m_pList->topLevelItem(iPlace)->setText(COLUMN_STATE, Words("running"));
     const bool bDone = m_OnRun(static_cast<size_t>(iPlace));
-    m_pList->topLevelItem(iPlace)->setText(COLUMN_STATE, bDone ? "done" : "idle");
+    m_pList->topLevelItem(iPlace)->setText(COLUMN_STATE, bDone ? Words("done") : Words("idle"));
     m_iRunning = -1;
 }
 

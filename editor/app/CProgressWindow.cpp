@@ -1,5 +1,6 @@
 #include "editor/app/CProgressWindow.h"
 
+#include "editor/core/Words.h"
 #include "host/Progress.h"
 
 #include <QCoreApplication>
@@ -54,7 +55,7 @@ bool CProgressWindow::Report(QWidget* pParent, const char* pszWhat, float fDone)
             return true;
         }
         m_pDialog = std::make_unique<QProgressDialog>(
-            QString::fromUtf8(pszWhat), "Cancel", 0, STEPS, pParent);
+            QString::fromUtf8(Words(pszWhat)), Words("Cancel"), 0, STEPS, pParent);
         m_pDialog->setWindowModality(Qt::ApplicationModal);
         // The dialog would wait for a time of its own.
         m_pDialog->setMinimumDuration(0);

@@ -3,6 +3,7 @@
 #include "editor/app/CStatisticsPage.h"
 #include "editor/app/GroundPages.h"
 #include "editor/core/CHostGround.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/SGroundMap.h"
 #include "host/TerrainSize.h"
@@ -27,8 +28,9 @@ QString GetLength(float fSize)
 
 QString GetMeasuresText(const SGroundMeasures& after)
 {
-    return QString("The level will have %1 x %2 vertices on %3 x %4 cm, %5 x %6 cm apart; its "
-                   "highest ground is %7 cm.")
+    return QString(
+               Words("The level will have %1 x %2 vertices on %3 x %4 cm, %5 x %6 cm apart; its "
+                     "highest ground is %7 cm."))
         .arg(after.uSizeX)
         .arg(after.uSizeZ)
         .arg(GetLength(after.size.x),
@@ -54,14 +56,14 @@ CPropertiesDialog::CPropertiesDialog(QWidget* pParent, const CTerrain& terrain, 
     , m_pTabs(new QTabWidget(this))
     , m_pOutcome(new QLabel(this))
 {
-    setWindowTitle("Level properties");
+    setWindowTitle(Words("Level properties"));
     m_pTabs->setObjectName("properties-pages");
     const SGroundMeasures before = GetGroundMeasures(terrain);
-    AddPage(new CSizePage(this, before), "&Size");
-    AddPage(new CEdgesPage(this, before), "&Grow or crop");
-    AddPage(new CMovePage(this, before), "&Move");
-    AddPage(new CRaisePage(this, before), "&Raise");
-    m_pTabs->addTab(new CStatisticsPage(this, terrain), "S&tatistics");
+    AddPage(new CSizePage(this, before), Words("&Size"));
+    AddPage(new CEdgesPage(this, before), Words("&Grow or crop"));
+    AddPage(new CMovePage(this, before), Words("&Move"));
+    AddPage(new CRaisePage(this, before), Words("&Raise"));
+    m_pTabs->addTab(new CStatisticsPage(this, terrain), Words("S&tatistics"));
     connect(m_pTabs, &QTabWidget::currentChanged, this, [this] { Follow(); });
     m_pOutcome->setObjectName("properties-outcome");
     m_pOutcome->setWordWrap(true);
@@ -137,10 +139,11 @@ void CPropertiesDialog::Follow()
     const bool bElsewhere = pszFault != nullptr && nPage != nOpen;
     const QString strPlace =
         bElsewhere ? QString(" (%1)").arg(QString(m_Titles[nPage]).remove('&')) : QString();
-    m_pOutcome->setText(pszFault != nullptr ? QString("Not possible%1: %2.").arg(strPlace, pszFault)
-                        : bAny              ? GetOutcome()
+    m_pOutcome->setText(pszFault != nullptr
+                            ? QString(Words("Not possible%1: %2.")).arg(strPlace, Words(pszFault))
+                        : bAny                    ? GetOutcome()
                         : nOpen >= m_Pages.size() ? QString()
-                                                  : QString("Nothing changes."));
+                                                  : QString(Words("Nothing changes.")));
     if (m_pApply != nullptr)
     {
         m_pApply->setEnabled(pszFault == nullptr);
@@ -165,29 +168,31 @@ QString CPropertiesDialog::GetOutcome() const
         bMoves = bMoves || IsGroundMoved(act.eKind);
     }
     QString strText =
-        acts.size() > 1 ? QString("%1 steps: %2. ").arg(acts.size()).arg(names.join(", ").toLower())
-                        : QString();
+        acts.size() > 1
+            ? QString(Words("%1 steps: %2. ")).arg(acts.size()).arg(names.join(", ").toLower())
+            : QString();
     strText += GetMeasuresText(after);
     // How many there are is known of the ground as it is now.
     const size_t nCut = acts.size() == 1 ? CountCutVertices(m_Terrain, acts[0]) : 0;
     if (nCut > 0)
     {
-        strText += QString(" %1 of %2 vertices end at 0 or at the highest ground.")
+        strText += QString(Words(" %1 of %2 vertices end at 0 or at the highest ground."))
                        .arg(nCut)
                        .arg(size_t{m_Terrain.GetVerticesX()} * m_Terrain.GetVerticesZ());
     }
     else if (acts.size() > 1 && bCuts)
     {
-        strText += " No height goes below 0 or above the highest ground.";
+        strText += Words(" No height goes below 0 or above the highest ground.");
     }
     if (bExtends && !IsOffered(after))
     {
-        strText += " The tool panel has no such resolution: its own are square, of 33, 65, 129 and "
-                   "so on.";
+        strText +=
+            Words(" The tool panel has no such resolution: its own are square, of 33, 65, 129 and "
+                  "so on.");
     }
     if (m_bBitmap && bMoves)
     {
-        strText += " The terrain-type bitmap follows as a new file.";
+        strText += Words(" The terrain-type bitmap follows as a new file.");
     }
     return strText;
 }

@@ -6,6 +6,7 @@
 #include "editor/app/CNumbersDialog.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/ProtectedAreas.h"
 #include "engine/world/CEngineHost.h"
@@ -53,7 +54,7 @@ void CProtectionCommands::AddTo(QMenu& menu, CCommandList& commands)
         };
     };
     commands.Add(
-        *menu.addMenu("&Protection"),
+        *menu.addMenu(Words("&Protection")),
         {
             {.pszId = "protection.paint",
              .pszText = "&Paint protection",
@@ -87,7 +88,7 @@ void CProtectionCommands::SwitchPainting()
     m_Views.SetProtecting(!m_Views.IsProtecting());
     if (!m_Views.IsProtecting()) // while it is painted, that stands at the cursor
     {
-        m_Views.GetActive()->GetNote().ShowValue("paints no protection");
+        m_Views.GetActive()->GetNote().ShowValue(Words("paints no protection"));
     }
     m_ShowState();
 }
@@ -96,7 +97,7 @@ void CProtectionCommands::AskGrow()
 {
     CNumbersDialog dialog(
         &m_Window,
-        "Grow protection",
+        Words("Grow protection"),
         {{.pszLabel = "By", .pszUnit = " vertices", .fMost = MOST_GROWTH, .fValue = USUAL_GROWTH}});
     if (dialog.exec() == QDialog::Accepted)
     {
@@ -107,7 +108,7 @@ void CProtectionCommands::AskGrow()
 void CProtectionCommands::AskSlope()
 {
     CNumbersDialog dialog(&m_Window,
-                          "Protect slopes",
+                          Words("Protect slopes"),
                           {{.pszLabel = "Steeper than",
                             .pszUnit = " degrees",
                             .iDecimals = 1,
@@ -125,7 +126,7 @@ void CProtectionCommands::AskHeights()
     const double fHighest = m_Host.GetEngine().GetCWorld().GetCTerrain()->GetSize().y;
     CNumbersDialog dialog(
         &m_Window,
-        "Protect heights",
+        Words("Protect heights"),
         {{.pszLabel = "From", .pszUnit = " cm", .iDecimals = 2, .fMost = fHighest},
          {.pszLabel = "To",
           .pszUnit = " cm",

@@ -2,6 +2,7 @@
 
 #include "editor/app/CDocumentQuestions.h"
 #include "editor/app/CEditor.h"
+#include "editor/core/Words.h"
 #include "host/Log.h"
 
 #include <QDateTime>
@@ -26,14 +27,15 @@ const std::string& GetFile(const SRecoverable& entry) // that a person opens; em
 QString DescribeKept(const SRecoverable& entry)
 {
     const std::string& strPath = GetFile(entry);
-    const QString strName =
-        strPath.empty() ? QString("a level that was never saved") : QString::fromStdString(strPath);
+    const QString strName = strPath.empty() ? QString(Words("a level that was never saved"))
+                                            : QString::fromStdString(strPath);
     const auto nSteps = static_cast<qulonglong>(CountHistorySteps(entry, entry.steps.size()));
-    const QString strSteps = QString(nSteps == 1 ? "%1 step" : "%1 steps").arg(nSteps);
+    const QString strSteps =
+        QString(nSteps == 1 ? Words("%1 step") : Words("%1 steps")).arg(nSteps);
     const QString strKept = !entry.text.IsCopy() ? strSteps
-                            : nSteps == 0        ? QString("a copy")
-                                                 : QString("a copy and %1 after it").arg(strSteps);
-    return QString("The editor did not end properly. It kept %1 of\n%2\nuntil %3.")
+                            : nSteps == 0        ? QString(Words("a copy"))
+                                          : QString(Words("a copy and %1 after it")).arg(strSteps);
+    return QString(Words("The editor did not end properly. It kept %1 of\n%2\nuntil %3."))
         .arg(strKept, strName, QDateTime::fromSecsSinceEpoch(entry.iWritten).toString());
 }
 
@@ -43,16 +45,19 @@ QString DescribeSince(const SRecoverable& entry)
     QStringList sentences;
     if (entry.bSavedSince)
     {
-        sentences << "The level has been saved since then. Recovering does not change its files.";
+        sentences << Words(
+            "The level has been saved since then. Recovering does not change its files.");
     }
     if (entry.bBitmapSavedSince)
     {
-        sentences << QString("%1 has been saved since then. A copy of that is kept beside it.")
+        sentences << QString(
+                         Words("%1 has been saved since then. A copy of that is kept beside it."))
                          .arg(QString::fromStdString(entry.text.strBitmap));
     }
     if (!entry.strLeftOut.empty())
     {
-        sentences << QString("%1 has been saved since then: what was painted on it is left out.")
+        sentences << QString(
+                         Words("%1 has been saved since then: what was painted on it is left out."))
                          .arg(QString::fromStdString(entry.strLeftOut));
     }
     return sentences.join(' ');
@@ -112,7 +117,7 @@ bool CRecoveryOffer::OfferOf(const std::string& strLevel)
 bool CRecoveryOffer::Offer(const SRecoverable& entry)
 {
     QMessageBox box(QMessageBox::Question,
-                    "Recover",
+                    Words("Recover"),
                     DescribeKept(entry),
                     QMessageBox::NoButton,
                     &m_Questions.GetWindow());
@@ -120,16 +125,16 @@ bool CRecoveryOffer::Offer(const SRecoverable& entry)
     const QAbstractButton* pRecover = nullptr;
     if (entry.strFault.empty())
     {
-        pRecover = box.addButton("Recover", QMessageBox::AcceptRole);
+        pRecover = box.addButton(Words("Recover"), QMessageBox::AcceptRole);
         box.setInformativeText(DescribeSince(entry));
     }
     else
     {
-        box.setInformativeText(
-            "This cannot be given back: " + QString::fromStdString(entry.strFault) + ".");
+        box.setInformativeText(Words("This cannot be given back: ") +
+                               QString::fromStdString(entry.strFault) + ".");
     }
-    const QAbstractButton* pDiscard = box.addButton("Discard", QMessageBox::DestructiveRole);
-    QPushButton* pLater = box.addButton("Later", QMessageBox::RejectRole);
+    const QAbstractButton* pDiscard = box.addButton(Words("Discard"), QMessageBox::DestructiveRole);
+    QPushButton* pLater = box.addButton(Words("Later"), QMessageBox::RejectRole);
     if (pRecover == nullptr)
     {
         box.setDefaultButton(pLater); // not what throws them away
@@ -145,7 +150,7 @@ bool CRecoveryOffer::Offer(const SRecoverable& entry)
         m_Later.push_back(entry.strStem);
         return false;
     }
-    if (!m_Questions.Report(m_Recover(entry), "The level cannot be recovered."))
+    if (!m_Questions.Report(m_Recover(entry), Words("The level cannot be recovered.")))
     {
         return false;
     }

@@ -1,5 +1,7 @@
 #include "editor/app/CScriptBar.h"
 
+#include "editor/core/Words.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QDockWidget>
@@ -29,20 +31,21 @@ CScriptBar::CScriptBar(QMainWindow& window, int& iSpeed)
     , m_pSpeed(new QComboBox(this))
 {
     m_pName->setTextFormat(Qt::PlainText);
+    setAccessibleName(Words("Script that is played"));
     m_pProgress->setObjectName("script-progress");
-    m_pProgress->setAccessibleName("How far the script is");
-    m_pProgress->setFormat("%v of %m");
+    m_pProgress->setAccessibleName(Words("How far the script is"));
+    m_pProgress->setFormat(Words("%v of %m"));
     m_pSpeed->setObjectName("script-speed");
-    m_pSpeed->setAccessibleName("Speed");
-    m_pSpeed->setToolTip("How fast scripts are played");
-    m_pSpeed->addItems({"Fast", "Smooth", "Slow"}); // as EScriptSpeed
+    m_pSpeed->setAccessibleName(Words("Speed"));
+    m_pSpeed->setToolTip(Words("How fast scripts are played"));
+    m_pSpeed->addItems({Words("Fast"), Words("Smooth"), Words("Slow")}); // as EScriptSpeed
     m_pSpeed->setCurrentIndex(m_Speed);
     connect(m_pSpeed, &QComboBox::currentIndexChanged, this, [this](int i) { m_Speed = i; });
     m_Pause.setSingleShot(true);
     auto* pStop = new QToolButton(this);
     pStop->setObjectName("script-stop");
-    pStop->setText("Stop (Escape)");
-    pStop->setToolTip("Stops the script; what it has done stays and can be undone");
+    pStop->setText(Words("Stop (Escape)"));
+    pStop->setToolTip(Words("Stops the script; what it has done stays and can be undone"));
     pStop->setFocusPolicy(Qt::TabFocus);
     m_pSpeed->setFocusPolicy(Qt::TabFocus);
     connect(pStop, &QToolButton::clicked, this, [this] { Stop(); });

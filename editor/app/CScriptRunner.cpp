@@ -5,6 +5,7 @@
 #include "editor/app/CScriptBar.h"
 #include "editor/app/CStatusLine.h"
 #include "editor/app/CViewArea.h"
+#include "editor/core/Words.h"
 #include "editor/script/CScriptCursor.h"
 #include "editor/script/CScriptPlayer.h"
 #include "parser/CTCParseNodes.h"
@@ -95,15 +96,15 @@ bool CScriptRunner::EndBar(const std::string& strPath, std::string& strFault)
     const bool bDropped = m_Bar.End();
     if (bStopped)
     {
-        const QString strHowFar = QString("stopped after %1 of %2 calls")
+        const QString strHowFar = QString(Words("stopped after %1 of %2 calls"))
                                       .arg(static_cast<qulonglong>(nPlayed))
                                       .arg(static_cast<qulonglong>(nCalls));
-        m_Status.Say("The script was " + strHowFar + "; Undo takes its steps back");
+        m_Status.Say(Words("The script was ") + strHowFar + Words("; Undo takes its steps back"));
         strFault = strPath + ": " + strHowFar.toStdString();
     }
     else if (bDropped)
     {
-        m_Status.Say("What was pressed while the script was played is left out");
+        m_Status.Say(Words("What was pressed while the script was played is left out"));
     }
     return bStopped;
 }
@@ -136,8 +137,8 @@ bool CScriptRunner::Recover(const SRecoverable& entry)
 
 void CScriptRunner::ReportRecovered(size_t nSteps, size_t nAll, const std::string& strFault)
 {
-    const QString strGiven = nAll == 0 ? QString("The copy was given back.")
-                                       : QString("%1 of %2 steps were given back.")
+    const QString strGiven = nAll == 0 ? QString(Words("The copy was given back."))
+                                       : QString(Words("%1 of %2 steps were given back."))
                                              .arg(static_cast<qulonglong>(nSteps))
                                              .arg(static_cast<qulonglong>(nAll));
     m_Status.Say(strGiven);
@@ -145,7 +146,7 @@ void CScriptRunner::ReportRecovered(size_t nSteps, size_t nAll, const std::strin
     {
         QMessageBox box(QMessageBox::Warning, "Tellur", strGiven, QMessageBox::Ok, &m_Window);
         box.setInformativeText(QString::fromStdString(strFault) +
-                               "\nAll of them are kept for another try.");
+                               Words("\nAll of them are kept for another try."));
         box.setTextFormat(Qt::PlainText);
         box.exec();
     }

@@ -3,6 +3,7 @@
 #include "editor/app/CNumberBox.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CSettings.h"
+#include "editor/core/Words.h"
 #include "engine/reflection/EditFlags.h"
 #include "host/Reflection.h"
 
@@ -26,9 +27,9 @@ namespace
 constexpr int MOST_COUNT = 1000000;
 constexpr double MOST_NUMBER = 1e9;
 constexpr int NUMBER_DECIMALS = 4;
-constexpr const char* WIDEST_LIMITS = "0 to 1000000"; // so that the boxes are in line
-constexpr const char* OWN_CATEGORY = "Editor";
-constexpr const char* NO_CATEGORY = "Plug-in";
+constexpr int WIDEST_LIMIT = 1000000; // so that the boxes are in line
+constexpr const char* OWN_CATEGORY = TextKey("Editor");
+constexpr const char* NO_CATEGORY = TextKey("Plug-in");
 
 // What a setting of a type that this dialog edits is in memory; 0 for another one.
 size_t GetSize(const SSetting& setting)
@@ -64,12 +65,17 @@ int ToCount(double fLimit)
     return static_cast<int>(std::clamp(fLimit, -MOST, MOST));
 }
 
+template <class TNumber> QString GetLimits(TNumber least, TNumber most)
+{
+    return QString(Words("%1 to %2")).arg(least).arg(most);
+}
+
 // A row with a number and, behind it, what it may be.
 void AddRow(QFormLayout& form, const QString& strLabel, QWidget* pBox, const QString& strLimits)
 {
     auto* pRow = new QHBoxLayout; // the form's
     auto* pLimits = new QLabel(strLimits, pBox->parentWidget());
-    pLimits->setMinimumWidth(pLimits->fontMetrics().horizontalAdvance(WIDEST_LIMITS));
+    pLimits->setMinimumWidth(pLimits->fontMetrics().horizontalAdvance(GetLimits(0, WIDEST_LIMIT)));
     pBox->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     pRow->addWidget(pBox);
     pRow->addWidget(pLimits);
@@ -87,7 +93,7 @@ CSettingsDialog::CSettingsDialog(QWidget* pParent,
     , m_ResetPlugin(std::move(resetPlugin))
     , m_pGroups(new QVBoxLayout(this))
 {
-    setWindowTitle("Settings");
+    setWindowTitle(Words("Settings"));
     AddOwn(settings);
     for (const SSetting& setting : registered)
     {
@@ -96,7 +102,7 @@ CSettingsDialog::CSettingsDialog(QWidget* pParent,
     auto* pButtons = new QDialogButtonBox(
         QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::RestoreDefaults, this);
     QPushButton* pDefaults = pButtons->button(QDialogButtonBox::RestoreDefaults);
-    pDefaults->setText("Restore defaults");
+    pDefaults->setText(Words("Restore defaults"));
     connect(pDefaults, &QPushButton::clicked, this, [this] { RestoreDefaults(); });
     connect(pButtons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(pButtons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -118,43 +124,43 @@ QFormLayout& CSettingsDialog::GetGroup(const std::string& strCategory)
 void CSettingsDialog::AddOwn(SEditorSettings& settings)
 {
     static const SEditorSettings s_Defaults;
-    QFormLayout& form = GetGroup(OWN_CATEGORY);
+    QFormLayout& form = GetGroup(Words(OWN_CATEGORY));
     AddCheck(form,
-             "Strokes without gaps, however fast the mouse",
+             Words("Strokes without gaps, however fast the mouse"),
              settings.input.bSampleStrokes,
              [] { return s_Defaults.input.bSampleStrokes; });
     AddInt(form,
-           "Percent of the brush between points of a stroke (0: by its shape)",
+           Words("Percent of the brush between points of a stroke (0: by its shape)"),
            0,
            SInputSettings::MOST_SPACING,
            settings.input.iSpacingPercent,
            [] { return s_Defaults.input.iSpacingPercent; });
     AddCheck(form,
-             "Strokes aim at the ground as it was at the press",
+             Words("Strokes aim at the ground as it was at the press"),
              settings.input.bAimAtPress,
              [] { return s_Defaults.input.bAimAtPress; });
     AddInt(form,
-           "Times a second that a held stroke builds up (0: never)",
+           Words("Times a second that a held stroke builds up (0: never)"),
            0,
            SInputSettings::MOST_BUILDS,
            settings.input.iBuildsASecond,
            [] { return s_Defaults.input.iBuildsASecond; });
     AddCheck(form,
-             "Fly with the camera keys",
+             Words("Fly with the camera keys"),
              settings.bKeyboardNavigation,
              [] { return s_Defaults.bKeyboardNavigation; });
     AddCheck(form,
-             "Smooth edges (where a graphics card draws)",
+             Words("Smooth edges (where a graphics card draws)"),
              settings.bSmoothEdges,
              [] { return s_Defaults.bSmoothEdges; });
     AddInt(form,
-           "Seconds between autosaves (0: never)",
+           Words("Seconds between autosaves (0: never)"),
            0,
            SEditorSettings::MOST_SECONDS,
            settings.iAutosaveSeconds,
            [] { return s_Defaults.iAutosaveSeconds; });
     AddInt(form,
-           "Megabytes for steps to undo (0: no limit)",
+           Words("Megabytes for steps to undo (0: no limit)"),
            0,
            SEditorSettings::MOST_MEGABYTES,
            settings.iUndoMegabytes,
@@ -170,7 +176,8 @@ void CSettingsDialog::AddRegistered(const SSetting& setting)
     const SEditFlags flags = GetFlags(setting);
     const QString strLabel = QString::fromStdString(
         flags.strDescription.empty() ? setting.strName : flags.strDescription);
-    QFormLayout& form = GetGroup(flags.strCategory.empty() ? NO_CATEGORY : flags.strCategory);
+    QFormLayout& form =
+        GetGroup(flags.strCategory.empty() ? Words(NO_CATEGORY) : flags.strCategory);
     if (setting.uType == RTTI_INT)
     {
         auto* pValue = static_cast<int32_t*>(setting.pValue);
@@ -206,7 +213,7 @@ void CSettingsDialog::AddNumber(QFormLayout& form,
         pBox->setValue(static_cast<double>(fValue));
     };
     show();
-    AddRow(form, strLabel, pBox, QString("%1 to %2").arg(pBox->minimum()).arg(pBox->maximum()));
+    AddRow(form, strLabel, pBox, GetLimits(pBox->minimum(), pBox->maximum()));
     m_Apply.emplace_back([pBox, &fValue] { fValue = static_cast<float>(pBox->value()); });
     m_ShowDefaults.emplace_back(show);
 }
@@ -233,7 +240,7 @@ void CSettingsDialog::AddInt(QFormLayout& form,
     auto* pBox = new QSpinBox(this);
     pBox->setRange(iLeast, iMost);
     pBox->setValue(iValue);
-    AddRow(form, strLabel, pBox, QString("%1 to %2").arg(iLeast).arg(iMost));
+    AddRow(form, strLabel, pBox, GetLimits(iLeast, iMost));
     m_Apply.emplace_back([pBox, &iValue] { iValue = pBox->value(); });
     m_ShowDefaults.emplace_back([pBox, getDefault] { pBox->setValue(getDefault()); });
 }

@@ -1,5 +1,7 @@
 #include "editor/app/CStartPage.h"
 
+#include "editor/core/Words.h"
+
 #include <QApplication>
 #include <QCommandLinkButton>
 #include <QEvent>
@@ -67,7 +69,7 @@ CStartPage::CStartPage(QWidget& views, const std::vector<SStartEntry>& entries)
     : QWidget(views.window())
     , m_Views(views)
     , m_pRecent(new QVBoxLayout)
-    , m_pNoRecent(new QLabel("What you open or save is listed here.", this))
+    , m_pNoRecent(new QLabel(Words("What you open or save is listed here."), this))
 {
     setObjectName("start-page");
     setAutoFillBackground(true);
@@ -75,7 +77,7 @@ CStartPage::CStartPage(QWidget& views, const std::vector<SStartEntry>& entries)
     auto* pGround = new QWidget(pArea);
     auto* pBegin = new QVBoxLayout;
     pBegin->setSpacing(SPACING);
-    pBegin->addWidget(MakeTitle("Begin", pGround));
+    pBegin->addWidget(MakeTitle(Words("Begin"), pGround));
     for (const SStartEntry& entry : entries)
     {
         QCommandLinkButton* pButton = AddEntry(*pBegin, entry);
@@ -84,7 +86,7 @@ CStartPage::CStartPage(QWidget& views, const std::vector<SStartEntry>& entries)
     }
     pBegin->addStretch(1);
     m_pRecent->setSpacing(SPACING);
-    m_pRecent->addWidget(MakeTitle("Recent levels", pGround));
+    m_pRecent->addWidget(MakeTitle(Words("Recent levels"), pGround));
     m_pRecent->addWidget(m_pNoRecent);
     m_pRecent->addStretch(1);
     auto* pColumns = new QHBoxLayout(pGround);

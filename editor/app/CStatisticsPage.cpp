@@ -1,5 +1,6 @@
 #include "editor/app/CStatisticsPage.h"
 
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/GroundStatistics.h"
 
@@ -78,16 +79,19 @@ void CStatisticsPage::showEvent(QShowEvent* pEvent)
     constexpr double PERCENT = 100.0;
     const SGroundStatistics found = MeasureStatistics(m_Terrain);
     const SHeightView view = m_Terrain.GetView();
-    AddRow("Vertices", "statistics-vertices", QString("%1 x %2").arg(view.uSizeX).arg(view.uSizeZ));
-    AddRow("Spacing",
+    AddRow(Words("Vertices"),
+           "statistics-vertices",
+           QString("%1 x %2").arg(view.uSizeX).arg(view.uSizeZ));
+    AddRow(Words("Spacing"),
            "statistics-spacing",
-           GetNumber(view.fStepX, 2) + " x " + GetNumber(view.fStepZ, 2) + " cm");
-    AddRow("Heights",
+           GetNumber(view.fStepX, 2) + " x " + GetNumber(view.fStepZ, 2) + Words(" cm"));
+    AddRow(Words("Heights"),
            "statistics-range",
-           GetNumber(found.fLowest, 2) + " to " + GetNumber(found.fHighest, 2) + " cm");
-    AddRow("Mean slope", "statistics-mean", GetSlope(found.dMeanSlope));
-    AddRow("Steepest", "statistics-steepest", GetSlope(found.dSteepest));
-    AddRow("Cannot be edited",
+           GetNumber(found.fLowest, 2) + Words(" to ") + GetNumber(found.fHighest, 2) +
+               Words(" cm"));
+    AddRow(Words("Mean slope"), "statistics-mean", GetSlope(found.dMeanSlope));
+    AddRow(Words("Steepest"), "statistics-steepest", GetSlope(found.dSteepest));
+    AddRow(Words("Cannot be edited"),
            "statistics-uneditable",
            GetNumber(PERCENT * static_cast<double>(found.nUneditable) /
                          static_cast<double>(found.nVertices),
@@ -97,6 +101,7 @@ void CStatisticsPage::showEvent(QShowEvent* pEvent)
     pPicture->setObjectName("statistics-picture");
     pPicture->setFrameShape(QFrame::StyledPanel);
     pPicture->setPixmap(MakeHistogram(found, *this));
-    pPicture->setToolTip("How much ground lies at each height, from the lowest to the highest.");
-    m_pForm->addRow("Lowest to highest", pPicture);
+    pPicture->setToolTip(
+        Words("How much ground lies at each height, from the lowest to the highest."));
+    m_pForm->addRow(Words("Lowest to highest"), pPicture);
 }

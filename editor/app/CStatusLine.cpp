@@ -3,6 +3,7 @@
 #include "editor/app/CViewWidget.h"
 #include "editor/app/ToolTexts.h"
 #include "editor/core/CEditorHost.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/IPluginTools.h"
@@ -40,6 +41,29 @@ double GetSlope(CTerrain& terrain, int iX, int iZ)
     return std::acos(std::clamp(static_cast<double>(normal.y), -1.0, 1.0)) * DEGREES;
 }
 
+QString GetPositionText(const SVec3& at)
+{
+    return QString(Words("x %1  z %2  height %3"))
+        .arg(at.x, 0, 'f', 1)
+        .arg(at.z, 0, 'f', 1)
+        .arg(at.y, 0, 'f', 2);
+}
+
+QString GetVertexText(int iX, int iZ)
+{
+    return QString(Words("vertex %1, %2")).arg(iX).arg(iZ);
+}
+
+QString GetSlopeText(double fDegrees)
+{
+    return QString(Words("slope %1\u00b0")).arg(fDegrees, 0, 'f', 1);
+}
+
+QString GetFrameText(double fMilliseconds)
+{
+    return QString(Words("frame %1 ms")).arg(fMilliseconds, 0, 'f', 1);
+}
+
 // "Set height, brush 40.0", in terrain units, of what sculpts or paints.
 QString GetBrushText(IPluginTools* pTools)
 {
@@ -47,10 +71,10 @@ QString GetBrushText(IPluginTools* pTools)
     const std::string strName = pTools != nullptr ? pTools->GetToolName() : "";
     if (strName.empty() && !(fBrush > 0.0F))
     {
-        return "no brush";
+        return Words("no brush");
     }
     // An extent of 0 or below can be typed; the tool is at hand all the same.
-    return QString::fromStdString(strName) + (strName.empty() ? "" : ", ") + "brush " +
+    return QString::fromStdString(strName) + (strName.empty() ? "" : ", ") + Words("brush ") +
            GetExtentText(fBrush);
 }
 
@@ -60,11 +84,11 @@ CStatusLine::CStatusLine(QWidget* pParent)
     : QStatusBar(pParent)
     , m_pMode(AddField("status-mode", "Export terrain extent"))
     , m_pBrush(AddField("status-brush", "Relative height, brush 888888.8"))
-    , m_pRecord(AddField("status-record", "recording"))
-    , m_pPosition(AddField("status-position", "x 888888.8  z 888888.8  height 88888.88"))
-    , m_pVertex(AddField("status-vertex", "vertex 88888, 88888"))
-    , m_pSlope(AddField("status-slope", "slope 88.8\u00b0"))
-    , m_pFrame(AddField("status-frame", "frame 888.8 ms"))
+    , m_pRecord(AddField("status-record", Words("recording")))
+    , m_pPosition(AddField("status-position", GetPositionText({888888.8F, 88888.88F, 888888.8F})))
+    , m_pVertex(AddField("status-vertex", GetVertexText(88888, 88888)))
+    , m_pSlope(AddField("status-slope", GetSlopeText(88.8)))
+    , m_pFrame(AddField("status-frame", GetFrameText(888.8)))
     , m_pStroke(AddField("status-stroke", ""))
     , m_pWords(new QLabel(this))
 {
@@ -213,11 +237,11 @@ void CStatusLine::Follow(CEditorHost& host, CViewWidget* pView, IPluginTools* pT
 {
     const std::string& strCaption = host.GetCaption();
     const bool bMode = host.GetModes().GetCurrentModeId() != NO_MODE;
-    m_pMode->setText(bMode ? QString::fromStdString(strCaption) : QString("No mode"));
+    m_pMode->setText(bMode ? QString::fromStdString(strCaption) : QString(Words("No mode")));
     m_pBrush->setText(GetBrushText(pTools));
     if (pView != nullptr)
     {
-        m_pFrame->setText(QString("frame %1 ms").arg(pView->GetFrameMilliseconds(), 0, 'f', 1));
+        m_pFrame->setText(GetFrameText(pView->GetFrameMilliseconds()));
     }
     SVec3 hit;
     CTerrain* pTerrain = host.GetEngine().GetCWorld().GetCTerrain();
@@ -231,12 +255,9 @@ void CStatusLine::Follow(CEditorHost& host, CViewWidget* pView, IPluginTools* pT
     const SVec3 size = pTerrain->GetSize();
     const int iX = GetNearest(hit.x, size.x, pTerrain->GetCellsPerSide());
     const int iZ = GetNearest(hit.z, size.z, pTerrain->GetCellsPerSideZ());
-    m_pPosition->setText(QString("x %1  z %2  height %3")
-                             .arg(hit.x, 0, 'f', 1)
-                             .arg(hit.z, 0, 'f', 1)
-                             .arg(hit.y, 0, 'f', 2));
-    m_pVertex->setText(QString("vertex %1, %2").arg(iX).arg(iZ));
-    m_pSlope->setText(QString("slope %1\u00b0").arg(GetSlope(*pTerrain, iX, iZ), 0, 'f', 1));
+    m_pPosition->setText(GetPositionText(hit));
+    m_pVertex->setText(GetVertexText(iX, iZ));
+    m_pSlope->setText(GetSlopeText(GetSlope(*pTerrain, iX, iZ)));
 }
 
 void CStatusLine::ShowStroke(const QString& strText)
@@ -246,5 +267,5 @@ void CStatusLine::ShowStroke(const QString& strText)
 
 void CStatusLine::SetRecording(bool bOn)
 {
-    m_pRecord->setText(bOn ? "recording" : "");
+    m_pRecord->setText(bOn ? Words("recording") : "");
 }

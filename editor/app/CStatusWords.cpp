@@ -3,6 +3,7 @@
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
 #include "editor/app/CStatusLine.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/IPluginTools.h"
@@ -14,11 +15,12 @@ namespace
 {
 
 constexpr qint64 TIME_TO_READ_MS = 1000;
-constexpr char NO_TOOL_YET[] = "No tool: choose one in the panel or press 1 to 6";
+constexpr const char* NO_TOOL_YET = TextKey("No tool: choose one in the panel or press 1 to 6");
 
 // Begins a reason that is of the whole stroke, and what is said instead when it is of a place.
-constexpr char NOTHING_CHANGED[] = "Nothing changed: ";
-constexpr char NOTHING_HERE[] = "Nothing changes here: ";
+constexpr const char* NOTHING_CHANGED = TextKey("Nothing changed: ");
+constexpr const char* NOTHING_HERE = TextKey("Nothing changes here: ");
+constexpr const char* OF_A_PLACE = TextKey(" here"); // which that need not say again
 
 // Empty where nothing is to be said.
 QString GetReason(const SPointOutcome& outcome)
@@ -27,35 +29,35 @@ QString GetReason(const SPointOutcome& outcome)
     switch (outcome.eKind)
     {
     case EPointOutcome::NoGround:
-        return "No ground under the cursor";
+        return Words("No ground under the cursor");
     case EPointOutcome::NoVertices:
-        return "Nothing changed: no vertex that can change lies under the brush";
+        return Words("Nothing changed: no vertex that can change lies under the brush");
     case EPointOutcome::Faded:
-        return "The stroke has faded out after " + strValue;
+        return Words("The stroke has faded out after ") + strValue;
     case EPointOutcome::NoPower:
-        return "Nothing changed: the power of the brush is 0";
+        return Words("Nothing changed: the power of the brush is 0");
     case EPointOutcome::NoShape:
-        return "Nothing changed: the brush image is black here";
+        return Words("Nothing changed: the brush image is black here");
     case EPointOutcome::Masked:
-        return "Nothing changed: the mask is black here";
+        return Words("Nothing changed: the mask is black here");
     case EPointOutcome::Band:
-        return "Nothing changed: no height within the vertical distance of " + strValue;
+        return Words("Nothing changed: no height within the vertical distance of ") + strValue;
     case EPointOutcome::Limit:
-        return QString("Nothing changed: the ground is at its %1 height, ")
-                   .arg(outcome.fValue > 0.0F ? "highest" : "lowest") +
+        return QString(Words("Nothing changed: the ground is at its %1 height, "))
+                   .arg(outcome.fValue > 0.0F ? Words("highest") : Words("lowest")) +
                strValue;
     case EPointOutcome::Strongest:
-        return "Nothing changed: this stroke has done the most it can here";
+        return Words("Nothing changed: this stroke has done the most it can here");
     case EPointOutcome::NoLength:
-        return "No ramp: it begins and ends on one spot";
+        return Words("No ramp: it begins and ends on one spot");
     case EPointOutcome::Same:
-        return "Nothing changed: the ground is already as the tool would make it";
+        return Words("Nothing changed: the ground is already as the tool would make it");
     case EPointOutcome::Protected:
-        return "Nothing changed: the ground here is protected";
+        return Words("Nothing changed: the ground here is protected");
     case EPointOutcome::NoExtent:
-        return "Nothing changed: the extent of the brush is not above 0";
+        return Words("Nothing changed: the extent of the brush is not above 0");
     case EPointOutcome::NoWork:
-        return "Nothing changed: the tool has nothing to do with its numbers in the panel";
+        return Words("Nothing changed: the tool has nothing to do with its numbers in the panel");
     case EPointOutcome::None:
     case EPointOutcome::Changed:
     case EPointOutcome::Sideways:
@@ -67,12 +69,12 @@ QString GetReason(const SPointOutcome& outcome)
 // The reason as it is told while the stroke has changed something elsewhere.
 QString GetReasonHere(const QString& strReason)
 {
-    if (!strReason.startsWith(NOTHING_CHANGED))
+    const QString strChanged = Words(NOTHING_CHANGED);
+    if (!strReason.startsWith(strChanged))
     {
         return strReason;
     }
-    QString strRest = strReason.mid(static_cast<qsizetype>(sizeof(NOTHING_CHANGED) - 1));
-    return NOTHING_HERE + strRest.remove(" here");
+    return Words(NOTHING_HERE) + strReason.mid(strChanged.size()).remove(Words(OF_A_PLACE));
 }
 
 // Another stroke may well change what is here.
@@ -145,17 +147,17 @@ void CStatusWords::OnEvent(const SHostEvent& event)
     case EHostEvent::ButtonDown:
         if (m_Editor.GetHost().GetEngine().GetCWorld().GetCTerrain() == nullptr)
         {
-            m_Status.Say("No level: File > New level or Open");
+            m_Status.Say(Words("No level: File > New level or Open"));
             m_Stroke = {};
             break;
         }
         if (m_Stroke.bTool)
         {
-            m_Status.Withdraw(NO_TOOL_YET);
+            m_Status.Withdraw(Words(NO_TOOL_YET));
         }
         else
         {
-            m_Status.Say(NO_TOOL_YET);
+            m_Status.Say(Words(NO_TOOL_YET));
         }
         Hear(event);
         break;
@@ -295,7 +297,7 @@ void CStatusWords::EndStroke()
     }
     else if (!stroke.bChanged && stroke.bSideways)
     {
-        m_Status.Say("Nothing changed: this tool follows the mouse up and down");
+        m_Status.Say(Words("Nothing changed: this tool follows the mouse up and down"));
     }
     else if (!stroke.bHeard && stroke.bTool && HasNoExtent())
     {

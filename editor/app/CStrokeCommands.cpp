@@ -9,6 +9,7 @@
 #include "editor/app/SHandState.h"
 #include "editor/app/SInputSettings.h"
 #include "editor/app/ToolTexts.h"
+#include "editor/core/Words.h"
 #include "host/IPluginTools.h"
 #include "host/Notice.h"
 
@@ -89,7 +90,7 @@ void CStrokeCommands::SwitchBuilding()
     }
     if (strFunction.empty())
     {
-        m_Views.GetActive()->GetNote().ShowValue(NO_TOOL);
+        m_Views.GetActive()->GetNote().ShowValue(Words(NO_TOOL));
     }
     else if (!m_Settings.builds.erase(strFunction))
     {
@@ -121,8 +122,9 @@ QString CStrokeCommands::DescribeNoPath() const
 {
     const QString strTool =
         m_pTools != nullptr ? QString::fromStdString(m_pTools->GetToolName()) : QString();
-    return strTool.isEmpty() ? QString(NO_TOOL)
-                             : strTool + " works where it is pressed and draws along no path";
+    return strTool.isEmpty()
+               ? QString(Words(NO_TOOL))
+               : strTool + Words(" works where it is pressed and draws along no path");
 }
 
 void CStrokeCommands::Follow()
@@ -133,7 +135,7 @@ void CStrokeCommands::Follow()
     {
         m_Hand.path.Stop();
         m_Views.RequestFrames();
-        Notice(("The path is dropped: " + DescribeNoPath()).toUtf8().constData());
+        Notice((Words("The path is dropped: ") + DescribeNoPath()).toUtf8().constData());
     }
 }
 

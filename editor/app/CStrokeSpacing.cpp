@@ -2,6 +2,7 @@
 
 #include "editor/app/SInputSettings.h"
 #include "editor/core/CEditorHost.h"
+#include "editor/core/Words.h"
 #include "editor/view/DenseStrokes.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
@@ -41,7 +42,7 @@ void CStrokeSpacing::Choose(float fSpacing, float fExtent, bool bSculpts)
         if (fLeast > m_Share)
         {
             m_Share = fLeast;
-            Notice("Large brush: the points of the stroke lie farther apart");
+            Notice(Words("Large brush: the points of the stroke lie farther apart"));
         }
     }
 }

@@ -4,6 +4,7 @@
 #include "editor/app/CViewInput.h"
 #include "editor/app/KeyChords.h"
 #include "editor/core/CKeyBindings.h"
+#include "editor/core/Words.h"
 #include "editor/view/SRenderSettings.h"
 
 #include <QKeyEvent>
@@ -116,7 +117,7 @@ void CSunHand::Set(float fYaw, float fPitch)
 
 void CSunHand::Show()
 {
-    m_Note.ShowValue(QString("sun %1°, %2° high")
+    m_Note.ShowValue(QString(Words("sun %1°, %2° high"))
                          .arg(std::lround(m_pRender->fSunYaw))
                          .arg(std::lround(m_pRender->fSunPitch)));
 }

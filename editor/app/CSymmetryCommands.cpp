@@ -5,6 +5,7 @@
 #include "editor/app/CMenuSpot.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 #include "editor/view/SSymmetry.h"
 
 #include <QInputDialog>
@@ -44,8 +45,8 @@ void CSymmetryCommands::AddTo(QMenu& menu, CCommandList& commands)
     commands.Add(
         menu,
         {
-            mirror("symmetry.mirror_x", "Mirror &x", Key(Qt::Key_F7), &SSymmetry::bAcrossX),
-            mirror("symmetry.mirror_z", "Mirror &z", Key(Qt::Key_F8), &SSymmetry::bAcrossZ),
+            mirror("symmetry.mirror_x", Words("Mirror &x"), Key(Qt::Key_F7), &SSymmetry::bAcrossX),
+            mirror("symmetry.mirror_z", Words("Mirror &z"), Key(Qt::Key_F8), &SSymmetry::bAcrossZ),
             {.pszId = "symmetry.turned",
              .pszText = "&Turn about the centre",
              .key = Key(Qt::Key_F9),
@@ -91,8 +92,8 @@ void CSymmetryCommands::ChooseTurns()
 {
     bool bOk = false;
     const int iTurns = QInputDialog::getInt(&m_Window,
-                                            "Turned strokes",
-                                            "Places of each point, itself among them",
+                                            Words("Turned strokes"),
+                                            Words("Places of each point, itself among them"),
                                             m_Symmetry.iTurns,
                                             SSymmetry::LEAST_TURNS,
                                             SSymmetry::MOST_TURNS,

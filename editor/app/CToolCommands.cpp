@@ -7,6 +7,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/KeyChords.h"
 #include "editor/app/ToolTexts.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/ActionIds.h"
@@ -135,7 +136,7 @@ bool CToolCommands::IsSculpting() const
     const bool bTool = m_pTools->IsTerraforming() && !m_pTools->GetFunctionName().empty();
     if (!bTool)
     {
-        Say(NO_TOOL);
+        Say(Words(NO_TOOL));
     }
     return bTool;
 }
@@ -177,7 +178,7 @@ void CToolCommands::ScaleExtent(bool bLarger)
         m_pTools->SetBrushValue(EBrushValue::Extent,
                                 RoundExtent(bLarger ? fExtent * STEP : fExtent / STEP));
     }
-    Say("brush " + GetExtentText(m_pTools->GetBrushValue(EBrushValue::Extent)));
+    Say(Words("brush ") + GetExtentText(m_pTools->GetBrushValue(EBrushValue::Extent)));
     Follow();
 }
 
@@ -190,10 +191,10 @@ void CToolCommands::Invert()
     }
     if (!m_pTools->InvertTool(fHeight))
     {
-        Say(GetToolName() + " has no inverse");
+        Say(GetToolName() + Words(" has no inverse"));
         return;
     }
-    Say((fHeight < 0.0F ? "lowers " : "raises ") +
+    Say((fHeight < 0.0F ? Words("lowers ") : Words("raises ")) +
         QString::number(std::fabs(static_cast<double>(fHeight))));
 }
 
@@ -206,12 +207,12 @@ void CToolCommands::PickHeight()
     }
     if (!m_Views.GetActive()->GetInput().PickCursor(hit))
     {
-        Say("no ground under the cursor");
+        Say(Words("no ground under the cursor"));
         return;
     }
     const bool bSet = m_pTools->SetToolHeight(hit.y);
-    Say(bSet ? "sets " + QString::number(static_cast<double>(hit.y), 'f', 2)
-             : GetToolName() + " sets no height");
+    Say(bSet ? Words("sets ") + QString::number(static_cast<double>(hit.y), 'f', 2)
+             : GetToolName() + Words(" sets no height"));
 }
 
 void CToolCommands::SwitchMask()
@@ -226,14 +227,15 @@ void CToolCommands::SwitchMask()
         return;
     }
     m_pTools->EnableMask(!m_pTools->IsMaskEnabled());
-    Say(m_pTools->IsMaskEnabled() ? "mask on" : "mask off");
+    Say(m_pTools->IsMaskEnabled() ? Words("mask on") : Words("mask off"));
 }
 
 void CToolCommands::ChooseMask()
 {
     if (IsSculpting() && m_pTools->ChooseMask())
     {
-        Say(m_pTools->GetMaskPath().empty() ? "no mask" : "mask on"); // the log says why
+        Say(m_pTools->GetMaskPath().empty() ? Words("no mask")
+                                            : Words("mask on")); // the log says why
     }
 }
 

@@ -3,6 +3,7 @@
 #include "editor/app/CDocumentQuestions.h"
 #include "editor/app/CEditor.h"
 #include "editor/app/CEditorFace.h"
+#include "editor/core/Words.h"
 #include "host/IPluginBrushes.h"
 #include "host/IPluginPainting.h"
 #include "host/Log.h"
@@ -63,7 +64,7 @@ bool CUnsavedWork::MayDropPainting()
         pPainting != nullptr ? pPainting->GetUnsavedBitmap() : std::string();
     return strFile.empty() ||
            m_Questions.MayDrop(QString::fromStdString(strFile),
-                               "The bitmap cannot be saved.",
+                               Words("The bitmap cannot be saved."),
                                [&] { return pPainting->SaveBitmap(strFile.c_str()); });
 }
 
@@ -71,7 +72,7 @@ bool CUnsavedWork::MayDropBrushes()
 {
     auto* pBrushes = m_Editor.FindInterface<IPluginBrushes>();
     return pBrushes == nullptr || !pBrushes->HasUnsavedBrushes() ||
-           m_Questions.MayDrop("the defined brushes",
-                               "The brushes cannot be saved.",
+           m_Questions.MayDrop(Words("the defined brushes"),
+                               Words("The brushes cannot be saved."),
                                [pBrushes] { return pBrushes->SaveBrushes(); });
 }

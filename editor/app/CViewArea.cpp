@@ -4,6 +4,7 @@
 #include "editor/app/CViewFrame.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
+#include "editor/core/Words.h"
 #include "editor/view/CTerrainCopies.h"
 #include "editor/view/Vectors.h"
 #include "editor/view/ViewGround.h"
@@ -322,7 +323,7 @@ void CViewArea::SetProtecting(bool bOn)
         m_Parts.hand.ruler.SetOn(false);
         if (!m_Parts.hand.path.GetKnots().empty()) // the button does one of the two
         {
-            Notice("The path is dropped: the button paints the protection now");
+            Notice(Words("The path is dropped: the button paints the protection now"));
         }
         m_Parts.hand.path.Stop();
         RepeatHover();
@@ -338,7 +339,7 @@ void CViewArea::SetMeasuring(bool bOn)
         EndGestures();
         if (!m_Parts.hand.path.GetKnots().empty())
         {
-            Notice("The path is dropped: the button measures now");
+            Notice(Words("The path is dropped: the button measures now"));
         }
         m_Parts.hand.path.Stop();
         m_Parts.hand.ruler.SetOn(bOn);

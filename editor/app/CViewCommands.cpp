@@ -8,6 +8,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/CWindowLayout.h"
 #include "editor/app/KeyChords.h"
+#include "editor/core/Words.h"
 #include "editor/view/SRenderSettings.h"
 #include "host/ActionIds.h"
 
@@ -59,7 +60,7 @@ void CViewCommands::AddTo(QMenu& menu, CCommandList& commands)
                 "view.panel", "&Terrain panel and back", Key(Qt::Key_F6), [this] { GoToPanel(); }),
             SCommand::Line(),
         });
-    AddTimes(*menu.addMenu("Time of &day"), commands);
+    AddTimes(*menu.addMenu(Words("Time of &day")), commands);
 }
 
 void CViewCommands::AddTimes(QMenu& menu, CCommandList& commands)
@@ -105,36 +106,37 @@ void CViewCommands::AddViews(QMenu& menu, CCommandList& commands)
     {
         return m_Views.GetViews().size() > 1;
     };
-    commands.Add(menu,
-                 {
-                     arrange("view.one", "&One view", 1),
-                     arrange("view.two", "Two views &beside each other", 2),
-                     arrange("view.four", "&Four views", 4),
-                     {.pszId = "view.alone",
-                      .pszText = "&Maximise the view and back",
-                      .key = Key(Qt::Key_F11),
-                      .run = [this] { m_Views.ToggleAlone(m_Views.GetActiveId()); },
-                      .isEnabled = isOneOfSeveral,
-                      .isChecked = [this] { return m_Views.IsOneAlone(); },
-                      .bOnce = true},
-                     SCommand::Line(),
-                     add("view.add_perspective", "New &perspective view", EViewKind::Perspective),
-                     add("view.add_top", "New &top view", EViewKind::Top),
-                     add("view.add_front", "New fro&nt view", EViewKind::Front),
-                     add("view.add_side", "New &side view", EViewKind::Side),
-                     SCommand::Run(
-                         "view.next",
-                         "Go to the ne&xt view",
-                         NO_KEY,
-                         [this] { m_Views.GoToNext(); },
-                         isOneOfSeveral),
-                     SCommand::Run(
-                         "view.close",
-                         "&Close view",
-                         NO_KEY,
-                         [this] { m_Views.CloseActive(); },
-                         isOneOfSeveral),
-                 });
+    commands.Add(
+        menu,
+        {
+            arrange("view.one", Words("&One view"), 1),
+            arrange("view.two", Words("Two views &beside each other"), 2),
+            arrange("view.four", Words("&Four views"), 4),
+            {.pszId = "view.alone",
+             .pszText = "&Maximise the view and back",
+             .key = Key(Qt::Key_F11),
+             .run = [this] { m_Views.ToggleAlone(m_Views.GetActiveId()); },
+             .isEnabled = isOneOfSeveral,
+             .isChecked = [this] { return m_Views.IsOneAlone(); },
+             .bOnce = true},
+            SCommand::Line(),
+            add("view.add_perspective", Words("New &perspective view"), EViewKind::Perspective),
+            add("view.add_top", Words("New &top view"), EViewKind::Top),
+            add("view.add_front", Words("New fro&nt view"), EViewKind::Front),
+            add("view.add_side", Words("New &side view"), EViewKind::Side),
+            SCommand::Run(
+                "view.next",
+                "Go to the ne&xt view",
+                NO_KEY,
+                [this] { m_Views.GoToNext(); },
+                isOneOfSeveral),
+            SCommand::Run(
+                "view.close",
+                "&Close view",
+                NO_KEY,
+                [this] { m_Views.CloseActive(); },
+                isOneOfSeveral),
+        });
 }
 
 void CViewCommands::AddDocks(QMenu& menu, const QMainWindow& window)

@@ -1,6 +1,7 @@
 #include "editor/app/CViewFrame.h"
 
 #include "editor/app/CViewWidget.h"
+#include "editor/core/Words.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -24,7 +25,7 @@ CViewFrame::CViewFrame()
 void CViewFrame::SetView(CViewWidget& view)
 {
     m_pLayout->addWidget(&view);
-    auto* pName = new QLabel(GetViewName(view.GetKind()), &view); // the view's
+    auto* pName = new QLabel(Words(GetViewName(view.GetKind())), &view); // the view's
     pName->setObjectName("view-name");
     pName->setAttribute(Qt::WA_TransparentForMouseEvents);
     pName->setStyleSheet("background: rgba(24, 26, 30, 130); color: white; border-radius: 3px;"

@@ -5,6 +5,7 @@
 #include "editor/app/CViewHands.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/CEditorHost.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "framework/qt/WidgetAccess.h"
@@ -64,7 +65,7 @@ CViewWidget::CViewWidget(
     , m_Quality([this] { update(); })
 {
     setObjectName(QString("view-%1").arg(view));
-    setAccessibleName(QString("%1 view").arg(GetViewName(eKind)));
+    setAccessibleName(QString(Words("%1 view")).arg(Words(GetViewName(eKind))));
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setMinimumSize(120, 90);

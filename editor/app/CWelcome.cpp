@@ -11,6 +11,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/HintWords.h"
 #include "editor/app/SEditorSettings.h"
+#include "editor/core/Words.h"
 #include "host/FileSystem.h"
 #include "host/IPlugin.h"
 #include "host/IPluginMark.h"
@@ -59,16 +60,20 @@ void CWelcome::MakePage(QWidget& views)
     };
     m_pPage = new CStartPage(
         views,
-        {{"start-new", "New level", "Flat ground of any size", {}, trigger("file.new")},
-         {"start-open", "Open", "A level or a height map", {}, trigger("file.open")},
+        {{"start-new",
+          Words("New level"),
+          Words("Flat ground of any size"),
+          {},
+          trigger("file.new")},
+         {"start-open", Words("Open"), Words("A level or a height map"), {}, trigger("file.open")},
          {"start-import",
-          "Import an elevation model",
-          "GeoTIFF, 16-bit pictures, raw samples and others",
+          Words("Import an elevation model"),
+          Words("GeoTIFF, 16-bit pictures, raw samples and others"),
           {},
           trigger("file.import")},
          {"start-sample",
-          "Sample level",
-          "A valley to try the tools on",
+          Words("Sample level"),
+          Words("A valley to try the tools on"),
           {},
           [this]
           {
@@ -86,7 +91,7 @@ void CWelcome::OpenSample()
             return;
         }
     }
-    m_Parts.status.Say("The sample level is not there: " + QString(SAMPLES[1]));
+    m_Parts.status.Say(Words("The sample level is not there: ") + QString(SAMPLES[1]));
 }
 
 void CWelcome::BeginPerson()

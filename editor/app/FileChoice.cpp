@@ -1,6 +1,7 @@
 #include "editor/app/FileChoice.h"
 
 #include "editor/app/CPicturePreview.h"
+#include "editor/core/Words.h"
 #include "engine/elevation/ElevationFormats.h"
 #include "engine/imaging/CodecTable.h"
 #include "engine/imaging/PicturePreview.h"
@@ -99,8 +100,8 @@ bool MayReplace(QWidget* pParent, const std::string& strPath)
     }
     return QMessageBox::question(
                pParent,
-               "Save",
-               QString::fromStdString(strTarget + "\nis there already. Replace it?")) ==
+               Words("Save"),
+               QString::fromStdString(strTarget + Words("\nis there already. Replace it?"))) ==
            QMessageBox::Yes;
 }
 
@@ -150,12 +151,12 @@ QString MakeDialogFilter(const char* pszFilter)
     const QStringList parts = QString::fromUtf8(pszFilter).split('|', Qt::SkipEmptyParts);
     if (parts.size() < 2)
     {
-        return "All files (*)";
+        return Words("All files (*)");
     }
     // The description repeats the patterns in brackets; what counts are the patterns themselves.
     const QString strName = parts.front().section('(', 0, 0).trimmed();
     const QString strPatterns = QStringList(parts.mid(1)).join(' ');
-    return QString("%1 (%2);;All files (*)").arg(strName, strPatterns);
+    return QString(Words("%1 (%2);;All files (*)")).arg(strName, strPatterns);
 }
 
 QString GetHeightMapFilter()
@@ -171,7 +172,7 @@ QString GetHeightMapFilter()
             }
         }
     }
-    return QString("Height maps (%1);;All files (*)").arg(patterns.join(' '));
+    return QString(Words("Height maps (%1);;All files (*)")).arg(patterns.join(' '));
 }
 
 QString GetPictureFilter(const char* pszName)
@@ -252,7 +253,8 @@ std::string ChooseFile(QWidget* pParent,
     // Whoever opens a picture sees all that can be opened; what the plug-in asks for comes next.
     const bool bPictures = eKind == FILE_DIALOG_OPEN && ChoosesPictures(pszFilter);
     CFileDialog dialog(pParent,
-                       bPictures ? GetPictureFilter("All pictures") + ";;" + strFilter : strFilter,
+                       bPictures ? GetPictureFilter(Words("All pictures")) + ";;" + strFilter
+                                 : strFilter,
                        bPictures);
     dialog.setFileMode(eKind == FILE_DIALOG_OPEN ? QFileDialog::ExistingFile
                                                  : QFileDialog::AnyFile);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/core/Words.h"
 #include "host/EditorHost.h"
 
 #include <QString>
@@ -25,7 +26,7 @@ QString MakeDialogFilter(const char* pszFilter);
 // The filters of dialogs for files of the formats that the engine has tables of: height maps but
 // levels' own, and pictures.
 QString GetHeightMapFilter();
-QString GetPictureFilter(const char* pszName = "Pictures");
+QString GetPictureFilter(const char* pszName = Words("Pictures"));
 
 // Answers a path below the user root or the data root as it counts from there, so that what is
 // saved with it can be moved; others stay, and so does one that would then mean another file.

@@ -1,6 +1,7 @@
 #include "editor/app/GroundPages.h"
 
 #include "editor/app/CNumberBox.h"
+#include "editor/core/Words.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -49,13 +50,16 @@ CSizePage::CSizePage(QWidget* pParent, const SGroundMeasures& before)
     : CGroundPage(pParent, before)
 {
     auto* pForm = new QFormLayout(this);
-    m_Lengths[0] = MakeLength(*pForm, "Width (x)", "size-x", before.size.x);
-    m_Lengths[2] = MakeLength(*pForm, "Depth (z)", "size-z", before.size.z);
-    m_Lengths[1] = MakeLength(*pForm, "Highest ground", "size-y", before.size.y);
-    m_pScale = AddChoice(
-        *pForm, "Heights", "are kept", "are scaled with the highest ground", "size-scale");
+    m_Lengths[0] = MakeLength(*pForm, Words("Width (x)"), "size-x", before.size.x);
+    m_Lengths[2] = MakeLength(*pForm, Words("Depth (z)"), "size-z", before.size.z);
+    m_Lengths[1] = MakeLength(*pForm, Words("Highest ground"), "size-y", before.size.y);
+    m_pScale = AddChoice(*pForm,
+                         Words("Heights"),
+                         Words("are kept"),
+                         Words("are scaled with the highest ground"),
+                         "size-scale");
     connect(m_pScale, &QRadioButton::toggled, this, [this] { Tell(); });
-    AddLimits(*pForm, "Each is more than 0, " + CNumberBox::GetLimitText() + ".");
+    AddLimits(*pForm, Words("Each is more than 0, ") + CNumberBox::GetLimitText() + ".");
 }
 
 CSizePage::SLength
@@ -90,26 +94,29 @@ CEdgesPage::CEdgesPage(QWidget* pParent, const SGroundMeasures& before)
     : CGroundPage(pParent, before)
 {
     auto* pForm = new QFormLayout(this);
-    m_pCellsX = AddCells(*pForm, "More along x", "edges-x");
-    m_pCellsZ = AddCells(*pForm, "More along z", "edges-z");
-    pForm->addRow("The present ground lies", MakeAnchors());
-    m_pAtZero = AddChoice(
-        *pForm, "New ground", "as high as the edge where it begins", "at 0", "edges-zero");
+    m_pCellsX = AddCells(*pForm, Words("More along x"), "edges-x");
+    m_pCellsZ = AddCells(*pForm, Words("More along z"), "edges-z");
+    pForm->addRow(Words("The present ground lies"), MakeAnchors());
+    m_pAtZero = AddChoice(*pForm,
+                          Words("New ground"),
+                          Words("as high as the edge where it begins"),
+                          Words("at 0"),
+                          "edges-zero");
     connect(m_pAtZero, &QRadioButton::toggled, this, [this] { Tell(); });
-    AddLimits(*pForm, "Below 0 crops. A level has 2 to 16385 vertices per side.");
+    AddLimits(*pForm, Words("Below 0 crops. A level has 2 to 16385 vertices per side."));
 }
 
 QWidget* CEdgesPage::MakeAnchors()
 {
-    static const std::array<const char*, size_t{ANCHORS}* ANCHORS> s_Tips = {"north-west",
-                                                                             "north",
-                                                                             "north-east",
-                                                                             "west",
-                                                                             "in the middle",
-                                                                             "east",
-                                                                             "south-west",
-                                                                             "south",
-                                                                             "south-east"};
+    constexpr std::array<const char*, size_t{ANCHORS}* ANCHORS> TIPS = {TextKey("north-west"),
+                                                                        TextKey("north"),
+                                                                        TextKey("north-east"),
+                                                                        TextKey("west"),
+                                                                        TextKey("in the middle"),
+                                                                        TextKey("east"),
+                                                                        TextKey("south-west"),
+                                                                        TextKey("south"),
+                                                                        TextKey("south-east")};
     auto* pBox = new QWidget;
     auto* pGrid = new QGridLayout(pBox);
     pGrid->setContentsMargins(0, 0, 0, 0);
@@ -121,8 +128,8 @@ QWidget* CEdgesPage::MakeAnchors()
         pButton->setObjectName(QString("edges-anchor-%1").arg(i));
         pButton->setCheckable(true);
         pButton->setFixedSize(ANCHOR_SIDE, ANCHOR_SIDE);
-        pButton->setToolTip(s_Tips[static_cast<size_t>(i)]);
-        pButton->setAccessibleName(s_Tips[static_cast<size_t>(i)]);
+        pButton->setToolTip(Words(TIPS[static_cast<size_t>(i)]));
+        pButton->setAccessibleName(Words(TIPS[static_cast<size_t>(i)]));
         pButton->setFocusPolicy(Qt::StrongFocus);
         m_pAnchors->addButton(pButton, i);
         pGrid->addWidget(pButton, i / ANCHORS, i % ANCHORS);
@@ -161,23 +168,23 @@ CMovePage::CMovePage(QWidget* pParent, const SGroundMeasures& before)
 {
     auto* pForm = new QFormLayout(this);
     m_pWhat->setObjectName("move-what");
-    m_pWhat->addItem("Shift", static_cast<int>(EGround::Shift));
-    m_pWhat->addItem("Turn right", static_cast<int>(EGround::Turn));
-    m_pWhat->addItem("Turn left", static_cast<int>(EGround::Turn));
-    m_pWhat->addItem("Turn half round", static_cast<int>(EGround::Turn));
-    m_pWhat->addItem("Mirror x: west becomes east", static_cast<int>(EGround::MirrorX));
-    m_pWhat->addItem("Mirror z: north becomes south", static_cast<int>(EGround::MirrorZ));
-    pForm->addRow("The ground", m_pWhat);
-    m_pCellsX = AddCells(*pForm, "To the east (x)", "move-x");
-    m_pCellsZ = AddCells(*pForm, "To the south (z)", "move-z");
-    m_pWrap = new QCheckBox("What leaves the level comes in opposite", this);
+    m_pWhat->addItem(Words("Shift"), static_cast<int>(EGround::Shift));
+    m_pWhat->addItem(Words("Turn right"), static_cast<int>(EGround::Turn));
+    m_pWhat->addItem(Words("Turn left"), static_cast<int>(EGround::Turn));
+    m_pWhat->addItem(Words("Turn half round"), static_cast<int>(EGround::Turn));
+    m_pWhat->addItem(Words("Mirror x: west becomes east"), static_cast<int>(EGround::MirrorX));
+    m_pWhat->addItem(Words("Mirror z: north becomes south"), static_cast<int>(EGround::MirrorZ));
+    pForm->addRow(Words("The ground"), m_pWhat);
+    m_pCellsX = AddCells(*pForm, Words("To the east (x)"), "move-x");
+    m_pCellsZ = AddCells(*pForm, Words("To the south (z)"), "move-z");
+    m_pWrap = new QCheckBox(Words("What leaves the level comes in opposite"), this);
     m_pWrap->setObjectName("move-wrap");
     m_pWrap->setChecked(true);
-    m_pWrap->setToolTip("Off: the height of the edge goes on over the ground that is left.");
+    m_pWrap->setToolTip(Words("Off: the height of the edge goes on over the ground that is left."));
     pForm->addRow(m_pWrap);
     connect(m_pWhat, &QComboBox::currentIndexChanged, this, [this] { Follow(); });
     connect(m_pWrap, &QCheckBox::toggled, this, [this] { Tell(); });
-    AddLimits(*pForm, "Below 0 goes west or north, up to 16384 cells.");
+    AddLimits(*pForm, Words("Below 0 goes west or north, up to 16384 cells."));
 }
 
 void CMovePage::Follow()
@@ -205,10 +212,10 @@ CRaisePage::CRaisePage(QWidget* pParent, const SGroundMeasures& before)
     : CGroundPage(pParent, before)
 {
     auto* pForm = new QFormLayout(this);
-    m_pBy = AddLength(*pForm, "All heights by", "raise-by");
+    m_pBy = AddLength(*pForm, Words("All heights by"), "raise-by");
     m_pBy->setMinimum(-CNumberBox::LONGEST);
-    m_pBy->setToolTip("Below 0 lowers. Ground that cannot be edited stays.");
-    AddLimits(*pForm, "Below 0 lowers, " + CNumberBox::GetLimitText() + ".");
+    m_pBy->setToolTip(Words("Below 0 lowers. Ground that cannot be edited stays."));
+    AddLimits(*pForm, Words("Below 0 lowers, ") + CNumberBox::GetLimitText() + ".");
 }
 
 bool CRaisePage::GetAct(SGroundAct& act) const

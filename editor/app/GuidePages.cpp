@@ -12,6 +12,7 @@
 #include "editor/app/CSettingsDialog.h"
 #include "editor/app/CStartPage.h"
 #include "editor/app/CViewWidget.h"
+#include "editor/core/Words.h"
 
 #include <QFileDialog>
 #include <QWidget>
@@ -29,11 +30,12 @@ template <class TWidget> bool IsA(const QWidget& widget)
 // The plug-in's dialogs, and those for numbers of any kind, are told by their titles.
 template <const char* pszBeginning> bool IsTitled(const QWidget& widget)
 {
-    return widget.isWindow() && widget.windowTitle().startsWith(pszBeginning);
+    return widget.isWindow() && widget.windowTitle().startsWith(Words(pszBeginning));
 }
 
 constexpr char DRAW_TITLE[] = "Edit bitmap";
-constexpr char PROTECT_TITLE[] = "Protect ";
+constexpr char SLOPES_TITLE[] = "Protect slopes";
+constexpr char HEIGHTS_TITLE[] = "Protect heights";
 constexpr char GROW_TITLE[] = "Grow protection";
 constexpr char TURNS_TITLE[] = "Turned strokes";
 
@@ -58,7 +60,8 @@ constexpr SGuidePage PAGES[] = {
     {&IsA<CSettingsDialog>, WHOLE_EDITOR},
     {&IsA<CViewWidget>, WHOLE_EDITOR},
     {&IsTitled<DRAW_TITLE>, "painting-terrain-types"},
-    {&IsTitled<PROTECT_TITLE>, "protected-ground"},
+    {&IsTitled<SLOPES_TITLE>, "protected-ground"},
+    {&IsTitled<HEIGHTS_TITLE>, "protected-ground"},
     {&IsTitled<GROW_TITLE>, "protected-ground"},
     {&IsTitled<TURNS_TITLE>, "symmetry-building-up-paths"},
 };

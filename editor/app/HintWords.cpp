@@ -3,6 +3,7 @@
 #include "editor/app/KeyChords.h"
 #include "editor/app/SHandState.h"
 #include "editor/core/CKeyBindings.h"
+#include "editor/core/Words.h"
 #include "host/IPluginMark.h"
 
 #include <QStringList>
@@ -41,7 +42,7 @@ QString GetToolKeys(const CKeyBindings& keys)
         first = last.uKey == 0 ? command.key : first;
         last = command.key;
     }
-    return last.uKey != 0 ? GetKeyText(first) + " to " + GetKeyText(last) : QString();
+    return last.uKey != 0 ? GetKeyText(first) + Words(" to ") + GetKeyText(last) : QString();
 }
 
 // What takes a tool where none is at hand.
@@ -54,8 +55,8 @@ QString GetNoToolWords(const CKeyBindings& keys)
         takes << GetKeyText(pToggle->key);
     }
     takes.removeAll(QString());
-    return takes.isEmpty() ? QString("no tool: the Brush menu has them")
-                           : "no tool: press " + takes.join(" or ");
+    return takes.isEmpty() ? QString(Words("no tool: the Brush menu has them"))
+                           : Words("no tool: press ") + takes.join(Words(" or "));
 }
 
 // What the left button does; empty: nothing.
@@ -63,15 +64,15 @@ QString GetLeftWords(IPluginMark* pMark, const SHandState& hand)
 {
     if (hand.ruler.IsOn())
     {
-        return "left drag measures";
+        return Words("left drag measures");
     }
     if (hand.bProtect)
     {
-        return "left drag protects the ground";
+        return Words("left drag protects the ground");
     }
     if (hand.path.IsOn())
     {
-        return "left click sets a point of the path";
+        return Words("left click sets a point of the path");
     }
     SToolMark mark;
     if (pMark == nullptr || !pMark->GetMark(false, mark))
@@ -81,19 +82,20 @@ QString GetLeftWords(IPluginMark* pMark, const SHandState& hand)
     switch (mark.eKind)
     {
     case EToolKind::Add:
-        return mark.eSign == EToolSign::Lower ? "left drag lowers" : "left drag raises";
+        return mark.eSign == EToolSign::Lower ? Words("left drag lowers")
+                                              : Words("left drag raises");
     case EToolKind::Smooth:
-        return "left drag smooths";
+        return Words("left drag smooths");
     case EToolKind::Level:
-        return "left drag sets the height";
+        return Words("left drag sets the height");
     case EToolKind::Terrace:
-        return "left drag makes terraces";
+        return Words("left drag makes terraces");
     case EToolKind::Point:
-        return "left drag pulls the ground up and down";
+        return Words("left drag pulls the ground up and down");
     case EToolKind::Ramp:
-        return "left drag lays a ramp";
+        return Words("left drag lays a ramp");
     case EToolKind::Paint:
-        return "left drag paints";
+        return Words("left drag paints");
     default:
         return {};
     }
@@ -111,17 +113,18 @@ QString GetHintWords(
 {
     const bool bEmpty = IsHandEmpty(hand, bMode);
     QStringList parts = {bEmpty ? GetNoToolWords(keys) : GetLeftWords(pMark, hand),
-                         bTop ? "middle drag moves" : "right drag turns",
-                         "wheel zooms"};
+                         bTop ? Words("middle drag moves") : Words("right drag turns"),
+                         Words("wheel zooms")};
     if (!bEmpty)
     {
         const QString strTools = GetToolKeys(keys);
-        parts << (strTools.isEmpty() ? QString("tools in the Brush menu") : strTools + " tools");
+        parts << (strTools.isEmpty() ? QString(Words("tools in the Brush menu"))
+                                     : strTools + Words(" tools"));
     }
     const SKeyCommand* pGuide = keys.FindById(GUIDE_COMMAND);
     if (pGuide != nullptr && pGuide->key.uKey != 0)
     {
-        parts << GetKeyText(pGuide->key) + " help";
+        parts << GetKeyText(pGuide->key) + Words(" help");
     }
     parts.removeAll(QString());
     QString strWords = parts.join(", ");

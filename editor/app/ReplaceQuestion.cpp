@@ -1,5 +1,7 @@
 #include "editor/app/ReplaceQuestion.h"
 
+#include "editor/core/Words.h"
+
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -9,17 +11,20 @@ EReplaceAnswer AskToReplace(QWidget* pParent, const std::vector<SReplacedFile>& 
     {
         return EReplaceAnswer::Replace;
     }
-    QString strText = "Saving would replace";
+    QString strText = Words("Saving would replace");
     for (const SReplacedFile& file : files)
     {
-        strText += "\n\n" + QString::fromStdString(file.strPath) +
-                   (file.bOwn ? "\nchanged by another program since it was opened or saved here"
-                              : "\nanother file, which is there already");
+        strText +=
+            "\n\n" + QString::fromStdString(file.strPath) +
+            (file.bOwn ? Words("\nchanged by another program since it was opened or saved here")
+                       : Words("\nanother file, which is there already"));
     }
-    QMessageBox box(QMessageBox::Warning, "Save level", strText, QMessageBox::NoButton, pParent);
+    QMessageBox box(
+        QMessageBox::Warning, Words("Save level"), strText, QMessageBox::NoButton, pParent);
     box.setTextFormat(Qt::PlainText);
-    const QAbstractButton* pReplace = box.addButton("Overwrite", QMessageBox::DestructiveRole);
-    const QAbstractButton* pElsewhere = box.addButton("Save as...", QMessageBox::ActionRole);
+    const QAbstractButton* pReplace =
+        box.addButton(Words("Overwrite"), QMessageBox::DestructiveRole);
+    const QAbstractButton* pElsewhere = box.addButton(Words("Save as..."), QMessageBox::ActionRole);
     // The return key alone must not replace anything.
     box.setDefaultButton(box.addButton(QMessageBox::Cancel));
     box.exec();

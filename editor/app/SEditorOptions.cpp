@@ -1,5 +1,6 @@
 #include "editor/app/SEditorOptions.h"
 
+#include "editor/core/CTextCatalogue.h"
 #include "host/FileSystem.h"
 
 bool SEditorOptions::Read(int nArguments, const char* const* ppszArguments, std::string& strFault)
@@ -9,6 +10,7 @@ bool SEditorOptions::Read(int nArguments, const char* const* ppszArguments, std:
         {"--root", &strRoot},
         {"--screenshot", &strScreenshot},
         {"--play", &strPlay},
+        {"--language", &strLanguage},
     };
     SCommandLine line;
     if (!line.Read(nArguments, ppszArguments, known, strFault))
@@ -23,6 +25,11 @@ bool SEditorOptions::Read(int nArguments, const char* const* ppszArguments, std:
     if (line.operands.size() > 1)
     {
         strFault = "more than one level: " + line.operands[1];
+        return false;
+    }
+    if (!strLanguage.empty() && GetCatalogueFile(strLanguage).empty())
+    {
+        strFault = "no name of a language: " + strLanguage;
         return false;
     }
     strLevel = line.operands.empty() ? "" : line.operands.front();
@@ -48,9 +55,11 @@ const char* SEditorOptions::GetUsage()
            "                     ~/.local/share)\n"
            "  --screenshot FILE  save a picture of the window and quit\n"
            "  --play SCRIPT      play a replay script in the window and quit\n"
+           "  --language NAME    the texts of data/texts/NAME.texts instead of the English ones\n"
+           "                     (default: those of the locale, where there are any)\n"
            "  -h, --help         show this text\n"
            "  --version          show the version\n"
            "\n"
            "Exit codes: 0 done; 1 a call of the script or the picture failed; 2 wrong usage, no\n"
-           "display, or a plug-in, level or script that cannot be loaded.\n";
+           "display, or a plug-in, level, script or language that cannot be loaded.\n";
 }

@@ -12,6 +12,7 @@ struct SEditorOptions
     std::string strRoot;
     std::string strScreenshot;
     std::string strPlay;
+    std::string strLanguage;
     EProgramAnswer eAnswer = EProgramAnswer::None;
 
     // False for a line that makes no sense; strFault then says why in one line.

@@ -1,16 +1,18 @@
 #include "editor/app/SMouseBindings.h"
 
+#include "editor/core/Words.h"
+
 #include <utility>
 
 const std::array<SMouseChord, 8> SMouseBindings::CHORDS = {{
-    {"Nothing else", Qt::NoButton, Qt::NoModifier},
-    {"Alt and left button", Qt::LeftButton, Qt::AltModifier},
-    {"Ctrl, Alt and left button", Qt::LeftButton, Qt::ControlModifier | Qt::AltModifier},
-    {"Shift, Alt and left button", Qt::LeftButton, Qt::ShiftModifier | Qt::AltModifier},
-    {"Alt and right button", Qt::RightButton, Qt::AltModifier},
-    {"Shift and right button", Qt::RightButton, Qt::ShiftModifier},
-    {"Alt and middle button", Qt::MiddleButton, Qt::AltModifier},
-    {"Shift and middle button", Qt::MiddleButton, Qt::ShiftModifier},
+    {TextKey("Nothing else"), Qt::NoButton, Qt::NoModifier},
+    {TextKey("Alt and left button"), Qt::LeftButton, Qt::AltModifier},
+    {TextKey("Ctrl, Alt and left button"), Qt::LeftButton, Qt::ControlModifier | Qt::AltModifier},
+    {TextKey("Shift, Alt and left button"), Qt::LeftButton, Qt::ShiftModifier | Qt::AltModifier},
+    {TextKey("Alt and right button"), Qt::RightButton, Qt::AltModifier},
+    {TextKey("Shift and right button"), Qt::RightButton, Qt::ShiftModifier},
+    {TextKey("Alt and middle button"), Qt::MiddleButton, Qt::AltModifier},
+    {TextKey("Shift and middle button"), Qt::MiddleButton, Qt::ShiftModifier},
 }};
 
 ECameraMove SMouseBindings::Find(Qt::MouseButton eButton, Qt::KeyboardModifiers modifiers) const

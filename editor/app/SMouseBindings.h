@@ -16,7 +16,7 @@ enum class ECameraMove
 // A button with the modifiers that are held with it.
 struct SMouseChord
 {
-    const char* pszText = ""; // as a person reads it
+    const char* pszText = ""; // a key of Words
     Qt::MouseButton eButton = Qt::NoButton;
     Qt::KeyboardModifiers modifiers = {};
 };

@@ -2,6 +2,7 @@
 
 #include "editor/app/SHandState.h"
 #include "editor/app/SInputSettings.h"
+#include "editor/core/Words.h"
 #include "host/IPluginTools.h"
 
 #include <QStringList>
@@ -12,21 +13,23 @@ QString GetStrokeWords(const SInputSettings& settings, const SHandState& hand, I
     QStringList words;
     if (symmetry.bTurned)
     {
-        words << QString("turned %1").arg(symmetry.iTurns);
+        words << QString(Words("turned %1")).arg(symmetry.iTurns);
     }
     else if (symmetry.IsOn())
     {
-        words << QString("mirror") + (symmetry.bAcrossX ? " x" : "") +
+        words << QString(Words("mirror")) + (symmetry.bAcrossX ? " x" : "") +
                      (symmetry.bAcrossZ ? " z" : "");
     }
     if (pTools != nullptr && settings.builds.contains(pTools->GetFunctionName()))
     {
-        words << "builds up";
+        words << Words("builds up");
     }
     if (hand.path.IsOn())
     {
         const auto nKnots = static_cast<qulonglong>(hand.path.GetCount());
-        words << QString("path of %1%2").arg(nKnots).arg(hand.path.IsClosed() ? ", closed" : "");
+        words << QString(Words("path of %1%2"))
+                     .arg(nKnots)
+                     .arg(hand.path.IsClosed() ? Words(", closed") : "");
     }
     return words.join(", ");
 }

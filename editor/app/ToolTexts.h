@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editor/core/Words.h"
+
 #include <QString>
 
 #include <cmath>
@@ -7,8 +9,8 @@
 // How notes at the cursor say the values of a tool, and which numbers a key or the mouse gives
 // them: ones that a person would type.
 
-constexpr char NO_TOOL[] = "no tool";
-constexpr char NO_AMOUNT[] = "this tool has no number";
+constexpr const char* NO_TOOL = TextKey("no tool");
+constexpr const char* NO_AMOUNT = TextKey("this tool has no number");
 
 inline QString GetExtentText(float fExtent)
 {

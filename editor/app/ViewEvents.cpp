@@ -5,6 +5,7 @@
 #include "editor/app/CViewHands.h"
 #include "editor/app/CViewWidget.h"
 #include "editor/core/CEditorHost.h"
+#include "editor/core/Words.h"
 #include "host/IPluginTools.h"
 
 #include <QApplication>
@@ -119,9 +120,9 @@ void CViewWidget::ShowKeys(Qt::KeyboardModifiers modifiers)
     const bool bMin = modifiers.testFlag(Qt::ControlModifier) || m_Parts.hand.bRaise;
     const bool bMax = modifiers.testFlag(Qt::AltModifier) || m_Parts.hand.bLower;
     const bool bTaking = modifiers.testFlag(Qt::ControlModifier);
-    m_pNote->SetState(m_Parts.hand.bProtect ? (bTaking ? "unprotect" : "protect")
-                      : bStroke && bMin     ? "min"
-                      : bStroke && bMax     ? "max"
+    m_pNote->SetState(m_Parts.hand.bProtect ? (bTaking ? Words("unprotect") : Words("protect"))
+                      : bStroke && bMin     ? Words("min")
+                      : bStroke && bMax     ? Words("max")
                                             : "");
 }
 

@@ -4,6 +4,7 @@
 #include "editor/app/CEditorWindow.h"
 #include "editor/app/CEndSignals.h"
 #include "editor/app/CScriptBar.h"
+#include "editor/app/CTextTranslator.h"
 #include "editor/app/CViewArea.h"
 #include "editor/app/SEditorOptions.h"
 #include "editor/core/UserFolders.h"
@@ -309,5 +310,10 @@ int main(int nArguments, char** ppszArguments)
         return Report(EXIT_UNUSABLE, "there is no OpenGL here, and the views need version 3.3");
     }
     SetRoots(options);
+    CTextTranslator texts;
+    if (!texts.Read(options.strLanguage))
+    {
+        return EXIT_UNUSABLE; // the log has said why
+    }
     return Run(program, options);
 }

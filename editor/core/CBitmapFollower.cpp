@@ -4,6 +4,7 @@
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/FileNames.h"
 #include "editor/core/SLevelText.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/SGroundMap.h"
 #include "engine/world/CEngineHost.h"
@@ -200,7 +201,8 @@ void CBitmapFollower::OnDone(bool bDone)
     }
     if (bDone)
     {
-        Notice(("The bitmap follows as " + made.filename().string() + "; the file before stays")
+        Notice((Words("The bitmap follows as ") + made.filename().string() +
+                Words("; the file before stays"))
                    .c_str());
         return;
     }

@@ -2,6 +2,7 @@
 
 #include "editor/core/FileBackup.h"
 #include "editor/core/KeptFiles.h"
+#include "editor/core/Words.h"
 #include "host/FileSystem.h"
 #include "host/IPlugin.h"
 #include "host/Log.h"
@@ -44,8 +45,9 @@ std::string GetSaveHindrance(const std::vector<SDefinedBrush>& brushes)
         }
         if (nFound++ < MOST_NAMES)
         {
-            strNames += (strNames.empty() ? "\"" : ", \"") + brush.strName +
-                        (brush.strImage.empty() ? "\" (no image)" : "\" (no function)");
+            strNames +=
+                (strNames.empty() ? "\"" : ", \"") + brush.strName +
+                (brush.strImage.empty() ? Words("\" (no image)") : Words("\" (no function)"));
         }
     }
     if (nFound == 0)
@@ -54,10 +56,10 @@ std::string GetSaveHindrance(const std::vector<SDefinedBrush>& brushes)
     }
     if (nFound > MOST_NAMES)
     {
-        strNames += " and " + std::to_string(nFound - MOST_NAMES) + " more";
+        strNames += Words(" and ") + std::to_string(nFound - MOST_NAMES) + Words(" more");
     }
-    return "The brushes cannot be saved until " + strNames +
-           (nFound == 1 ? " is removed" : " are removed together");
+    return Words("The brushes cannot be saved until ") + strNames +
+           (nFound == 1 ? Words(" is removed") : Words(" are removed together"));
 }
 
 void CBrushFile::Begin(IPlugin* pPlugin)
@@ -133,7 +135,7 @@ void CBrushFile::OnBrushFileSaved()
     if (!m_Kept.empty())
     {
         const std::string strName = GetName(m_Stamp.GetPath());
-        Notice((strName + " is saved; what another program had put there is kept as " +
+        Notice((strName + Words(" is saved; what another program had put there is kept as ") +
                 GetName(m_Kept))
                    .c_str());
         m_Kept.clear();

@@ -6,6 +6,7 @@
 #include "editor/core/CHostObservers.h"
 #include "editor/core/CHostProtection.h"
 #include "editor/core/IGroundFollower.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/GroundChange.h"
 #include "engine/world/CWorld.h"
@@ -18,22 +19,23 @@ std::string GetGroundText(const SGroundAct& act)
     switch (act.eKind)
     {
     case EGround::Size:
-        return "Size of the level";
+        return Words("Size of the level");
     case EGround::Extend:
-        return "Grow or crop";
+        return Words("Grow or crop");
     case EGround::Shift:
-        return "Shift ground";
+        return Words("Shift ground");
     case EGround::Turn:
-        return act.iTurns == 2 ? "Turn ground half round"
-                               : (act.iTurns == 1 ? "Turn ground right" : "Turn ground left");
+        return act.iTurns == 2
+                   ? Words("Turn ground half round")
+                   : (act.iTurns == 1 ? Words("Turn ground right") : Words("Turn ground left"));
     case EGround::MirrorX:
-        return "Mirror ground in x";
+        return Words("Mirror ground in x");
     case EGround::MirrorZ:
-        return "Mirror ground in z";
+        return Words("Mirror ground in z");
     case EGround::Raise:
         break;
     }
-    return act.fBy < 0.0F ? "Lower all ground" : "Raise all ground";
+    return act.fBy < 0.0F ? Words("Lower all ground") : Words("Raise all ground");
 }
 
 CHostGround::CHostGround(CWorld& world,

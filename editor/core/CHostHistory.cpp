@@ -4,6 +4,7 @@
 #include "editor/core/CHostInput.h"
 #include "editor/core/CHostObservers.h"
 #include "editor/core/CPluginRegistry.h"
+#include "editor/core/Words.h"
 #include "host/IPlugin.h"
 #include "host/IPluginMark.h"
 #include "host/IPluginPainting.h"
@@ -27,15 +28,17 @@ std::string GetTrackText(const SDragTrack& track, const SToolMark* pMark)
 {
     if (pMark != nullptr && pMark->eKind == EToolKind::Ramp && track.bHit)
     {
-        return "from " + GetPlaceText(track.first) + " to " + GetPlaceText(track.last);
+        return Words("from ") + GetPlaceText(track.first) + Words(" to ") +
+               GetPlaceText(track.last);
     }
     std::string strText;
     if (pMark != nullptr && pMark->eKind == EToolKind::Add)
     {
-        strText = pMark->eSign == EToolSign::Lower ? "lowers, " : "raises, ";
+        strText = pMark->eSign == EToolSign::Lower ? Words("lowers, ") : Words("raises, ");
     }
-    strText += std::to_string(track.nMoves) + (track.nMoves == 1 ? " point" : " points");
-    return track.bHit ? strText + " at " + GetPlaceText(track.first) : strText;
+    strText +=
+        std::to_string(track.nMoves) + (track.nMoves == 1 ? Words(" point") : Words(" points"));
+    return track.bHit ? strText + Words(" at ") + GetPlaceText(track.first) : strText;
 }
 
 } // namespace

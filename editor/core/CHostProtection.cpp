@@ -5,6 +5,7 @@
 #include "editor/core/CHostObservers.h"
 #include "editor/core/CProtectionStep.h"
 #include "editor/core/ProtectionPicture.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/ProtectedAreas.h"
 #include "engine/world/CWorld.h"
@@ -21,21 +22,21 @@ const char* GetStepText(const SProtectAct& act)
     switch (act.eKind)
     {
     case EProtect::Disc:
-        return act.bProtected ? "Protect area" : "Unprotect area";
+        return act.bProtected ? Words("Protect area") : Words("Unprotect area");
     case EProtect::Invert:
-        return "Protect the rest";
+        return Words("Protect the rest");
     case EProtect::Clear:
-        return "Protect nothing";
+        return Words("Protect nothing");
     case EProtect::Grow:
-        return "Protect more around";
+        return Words("Protect more around");
     case EProtect::Slope:
-        return "Protect slopes";
+        return Words("Protect slopes");
     case EProtect::Heights:
-        return "Protect heights";
+        return Words("Protect heights");
     case EProtect::Picture:
         break;
     }
-    return "Protect by picture";
+    return Words("Protect by picture");
 }
 
 } // namespace

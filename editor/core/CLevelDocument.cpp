@@ -3,6 +3,7 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/ProtectionPicture.h"
 #include "editor/core/SLevelText.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CProtectionEdit.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
@@ -320,7 +321,8 @@ void CLevelDocument::SetSource(const SLevelText& text, CLevelFiles&& files)
 std::string CLevelDocument::GetTitle() const
 {
     const std::string strPath = m_Path.empty() ? GetHeightPath() : m_Path;
-    return strPath.empty() ? "Untitled" : std::filesystem::path(strPath).filename().string();
+    return strPath.empty() ? TextKey("Untitled")
+                           : std::filesystem::path(strPath).filename().string();
 }
 
 std::string CLevelDocument::GetFolder() const

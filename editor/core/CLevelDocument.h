@@ -60,7 +60,8 @@ public:
     // Full path of the level file; empty for a level without one.
     const std::string& GetPath() const { return m_Path; }
 
-    // For a window's title: the file's name; that of the height map without one; else "Untitled".
+    // For a window's title: the file's name; that of the height map without one; else "Untitled", a
+    // key of Words.
     std::string GetTitle() const;
     // Full path of the level's height map; empty for a new level.
     std::string GetHeightPath() const;

@@ -2,6 +2,7 @@
 
 #include "editor/core/ProtectionPicture.h"
 #include "editor/core/SLevelText.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "host/FileSystem.h"
 #include "host/Log.h"
@@ -59,7 +60,7 @@ std::vector<SReplacedFile> CLevelFiles::FindReplaced(const std::vector<std::stri
 
 bool CLevelFiles::Write(CTerrain& terrain, const SLevelText& text)
 {
-    m_Outcome = "Nothing was written.";
+    m_Outcome = Words("Nothing was written.");
     const CFileStamp before =
         m_Heights; // told of the heights, the document looks at them too early
     fs::commit_group group;
@@ -82,7 +83,7 @@ bool CLevelFiles::Write(CTerrain& terrain, const SLevelText& text)
         m_Heights = before;
         return false;
     }
-    m_Outcome = bDone ? "" : "Only a part of it was written.";
+    m_Outcome = bDone ? "" : Words("Only a part of it was written.");
     m_Text = CFileStamp(text.strPath);
     m_Heights = CFileStamp(text.strHeightMap);
     NoteSavedProtection(text, bDone);

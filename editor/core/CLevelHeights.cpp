@@ -3,6 +3,7 @@
 #include "editor/core/CTerrainStep.h"
 #include "editor/core/CUndoStack.h"
 #include "editor/core/FileBackup.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/terrain/HeightFile.h"
 #include "engine/world/CEnvironment.h"
@@ -289,16 +290,18 @@ void CLevelHeights::OnReloaded(SHeightField&& before)
     AdaptToGround(before);
     const bool bResized =
         before.uSizeX != terrain.GetVerticesX() || before.uSizeZ != terrain.GetVerticesZ();
-    char szText[64] = "Reload";
+    // No string is made, since nothing here may lack memory.
+    char szText[256];
     if (bResized)
     {
         std::snprintf(szText,
                       sizeof(szText),
-                      "Resolution %u x %u",
+                      "%s%u x %u",
+                      Words("Resolution "),
                       terrain.GetVerticesX(),
                       terrain.GetVerticesZ());
     }
-    const bool bAdded = AddStep(std::move(before), szText);
+    const bool bAdded = AddStep(std::move(before), bResized ? szText : Words("Reload"));
     // A height map that was just read holds the heights of the present step.
     if (bAdded && *m_World.GetCEnvironment()->GetHeightMapName() != '\0')
     {

@@ -3,6 +3,7 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/CLevelDocument.h"
 #include "editor/core/SLevelText.h"
+#include "editor/core/Words.h"
 #include "engine/elevation/HeightImport.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
@@ -55,7 +56,7 @@ bool ImportLevel(CEditorHost& host,
     if (eAs == EImportAs::ThisLevel && document.HasLevel())
     {
         const std::string strName = std::filesystem::path(pszPath).filename().string();
-        host.GetLevelHeights().Replace(std::move(field), "Import " + strName);
+        host.GetLevelHeights().Replace(std::move(field), Words("Import ") + strName);
         return true;
     }
     SLevelText text;

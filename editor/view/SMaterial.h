@@ -23,9 +23,9 @@ struct SMaterial
     static constexpr int COLORS = 5;
 
     EMaterialKind eKind = EMaterialKind::Terrain;
-    // Plain and hollows: the first. Checker: the first two. Contours: ground, line, stronger line. Slope and
-    // bands: from flat or low to steep or high, evenly spread. Terrain: as SGroundTints, whose own
-    // stand for those that a file leaves out.
+    // Plain and hollows: the first. Checker: the first two. Contours: ground, line, stronger line.
+    // Slope and bands: from flat or low to steep or high, evenly spread. Terrain: as SGroundTints,
+    // whose own stand for those that a file leaves out.
     std::array<SColor, COLORS> colors = SGroundTints().colors;
     int nColors = COLORS;
     // Checker: cells a square is wide. Contours: terrain units between lines, 0 follows the view

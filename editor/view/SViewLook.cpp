@@ -1,8 +1,11 @@
 #include "editor/view/SViewLook.h"
 
+#include "editor/core/Words.h"
+
 const char* GetViewName(EViewKind eKind)
 {
-    constexpr const char* NAMES[] = {"Perspective", "Top", "Front", "Side"};
+    constexpr const char* NAMES[] = {
+        TextKey("Perspective"), TextKey("Top"), TextKey("Front"), TextKey("Side")};
     return NAMES[static_cast<int>(eKind)];
 }
 

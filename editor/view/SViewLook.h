@@ -16,7 +16,7 @@ enum class EViewKind
 constexpr EViewKind VIEW_KINDS[] = {
     EViewKind::Perspective, EViewKind::Top, EViewKind::Front, EViewKind::Side};
 
-const char* GetViewName(EViewKind eKind); // as a person reads it, and files have it
+const char* GetViewName(EViewKind eKind); // as files have it; a key of Words
 bool FindViewKind(const std::string& strName, EViewKind& eKind);
 
 // Where a view looks from, to come back to. Terrain units.

@@ -169,6 +169,8 @@ TEST_F(CProgram, WhatCannotBeDoneEndsWithOneLineAndItsCode)
 
     const SCase cases[] = {
         {{"a.level", "b.level"}, 2, "more than one level: b.level", {}},
+        {{"--language", "../de"}, 2, "no name of a language: ../de", {}},
+        {{"--language", "xx"}, 2, "data/texts/xx.texts", {}},
         {{}, 2, "there is no display", {"DISPLAY", "QT_QPA_PLATFORM", "WAYLAND_DISPLAY"}},
         {{}, 2, "window system cannot be reached", {"DISPLAY", "WAYLAND_DISPLAY=nothing"}},
         {{}, 2, "there is no OpenGL", {"QT_QPA_PLATFORM=offscreen"}},
@@ -191,6 +193,25 @@ TEST_F(CProgram, WhatCannotBeDoneEndsWithOneLineAndItsCode)
         EXPECT_EQ(strErrors.count('\n'), 1) << strErrors.toStdString();
     }
     EXPECT_FALSE(std::filesystem::exists(m_Folder.Path("a.png")));
+}
+
+TEST_F(CProgram, TheLocaleChoosesTheTextsUnlessOthersAreAskedFor)
+{
+    // A fault in a file shows that it was read.
+    std::filesystem::create_directories(m_Folder.Path("root/data/texts"));
+    WriteBytes(m_Folder.Path("root/data/texts/de.texts"), "&Undo\n&Zur\\u00fcck\n");
+    QStringList said;
+    for (const QStringList& asked : {QStringList(), QStringList{"--language", "en"}})
+    {
+        QString strErrors;
+        EXPECT_EQ(Run(asked + QStringList{"--root", "root", "--screenshot", "a.png"},
+                      strErrors,
+                      {"LC_ALL=de_AT.UTF-8"}),
+                  0);
+        said << strErrors;
+    }
+    EXPECT_TRUE(said[0].contains("data/texts/de.texts, line 2: ")) << said[0].toStdString();
+    EXPECT_EQ(said[1].toStdString(), "");
 }
 
 TEST_F(CProgram, APlayedScriptEndsAsInTheReplayAndLeavesAPicture)
