@@ -1,5 +1,6 @@
 #include "editor/app/CDialogFit.h"
 
+#include "editor/app/CFormScroll.h"
 #include "editor/app/ScreenRoom.h"
 
 #include <QApplication>
@@ -10,7 +11,6 @@
 #include <QGridLayout>
 #include <QMessageBox>
 #include <QScreen>
-#include <QScrollArea>
 #include <QStyle>
 #include <QVBoxLayout>
 
@@ -46,10 +46,7 @@ void Scroll(QDialog& dialog)
     }
     auto* pContent = new QWidget; // the area's
     pContent->setLayout(pForm);
-    auto* pArea = new QScrollArea;
-    pArea->setFrameShape(QFrame::NoFrame);
-    pArea->setWidgetResizable(true);
-    pArea->setWidget(pContent);
+    auto* pArea = new CFormScroll(&dialog, pContent);
     auto* pOuter = new QVBoxLayout(&dialog);
     const QMargins inner = pForm->contentsMargins();
     pForm->setContentsMargins(0, 0, 0, 0);

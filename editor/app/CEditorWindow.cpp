@@ -18,8 +18,6 @@
 #include "host/IPluginTools.h"
 
 #include <QCloseEvent>
-#include <QDropEvent>
-#include <QMimeData>
 
 #include <utility>
 
@@ -49,10 +47,11 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
                        return pView != nullptr ? &pView->GetNote() : nullptr;
                    })
     , m_AutosaveTimer(editor.GetAutosave(), [this](bool bChanged) { setWindowModified(bChanged); })
+    , m_Drop(
+          *this, m_Progress, [this](const std::string& strPath) { m_Documents.OpenFile(strPath); })
     , m_KeepTimer([this] { return IsAtRest(); }, [this] { Keep(); })
 {
     setObjectName("editor");
-    setAcceptDrops(true);
     m_Face.SetWindow(this);
     m_Face.GetEditorFrontEnd().SetMessages(m_pMessages);
     GetHost().GetObservers().Add(&m_Face.GetEditorFrontEnd());
@@ -83,8 +82,6 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
     m_StateTimer.setSingleShot(true);
     m_StateTimer.callOnTimeout(this, [this] { Refresh(); });
     m_Settings.render.pPaintLayer = &GetHost().GetCPaintLayer();
-    m_DropTimer.setSingleShot(true);
-    m_DropTimer.callOnTimeout(this, [this] { OpenDropped(); });
 }
 
 CEditorWindow::~CEditorWindow()
@@ -271,7 +268,7 @@ void CEditorWindow::Refresh()
     {
         return;
     }
-    if (m_Look.IsBehind())
+    if (!m_bRecovering && m_Look.IsBehind())
     {
         m_Look.Follow(m_pViews.get());
         LookAgain();
@@ -384,30 +381,4 @@ void CEditorWindow::changeEvent(QEvent* pEvent)
         m_pViews->EndGestures(); // the release will go to another window
     }
     QMainWindow::changeEvent(pEvent);
-}
-
-void CEditorWindow::dragEnterEvent(QDragEnterEvent* pEvent)
-{
-    if (pEvent->mimeData()->hasUrls() && pEvent->mimeData()->urls().front().isLocalFile())
-    {
-        pEvent->acceptProposedAction();
-    }
-}
-
-void CEditorWindow::dropEvent(QDropEvent* pEvent)
-{
-    m_Dropped = pEvent->mimeData()->urls().front().toLocalFile().toStdString();
-    pEvent->acceptProposedAction();
-    m_DropTimer.start(0); // the other program waits until the drop is over
-}
-
-void CEditorWindow::OpenDropped()
-{
-    constexpr int AGAIN_MS = 100;
-    if (m_Progress.IsWorking())
-    {
-        m_DropTimer.start(AGAIN_MS); // the work takes events, and must not meet another level
-        return;
-    }
-    m_Documents.OpenFile(std::exchange(m_Dropped, {}));
 }

@@ -6,6 +6,7 @@
 #include "editor/app/CDocumentActions.h"
 #include "editor/app/CEditorMenus.h"
 #include "editor/app/CExtentNote.h"
+#include "editor/app/CFileDrop.h"
 #include "editor/app/CIniFile.h"
 #include "editor/app/CKeepTimer.h"
 #include "editor/app/CLevelLook.h"
@@ -24,7 +25,6 @@
 
 #include <functional>
 #include <memory>
-#include <string>
 
 class CEditor;
 class CEditorFace;
@@ -94,8 +94,6 @@ public:
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;
-    void dragEnterEvent(QDragEnterEvent* pEvent) override;
-    void dropEvent(QDropEvent* pEvent) override;
 
 private:
     SViewEvents MakeViewEvents();
@@ -103,7 +101,6 @@ private:
     void OnLevel();   // another level, or another look of it
     void LookAgain(); // the views, at the cursor
     void Refresh();
-    void OpenDropped();
     void OnScriptPlayed();
     QVariantMap GatherValues() const; // of settings and layout
     void Keep();                      // these and the tools, where they have changed
@@ -125,10 +122,9 @@ private:
     CStatusWords m_StatusWords;
     CExtentNote m_ExtentNote;
     CAutosaveTimer m_AutosaveTimer;
+    CFileDrop m_Drop;
     CKeepTimer m_KeepTimer;
     CDialogFit m_DialogFit;
-    QTimer m_DropTimer;
-    std::string m_Dropped; // the file
     QTimer m_StateTimer;
     std::function<void()> m_OnClosed;
     QString m_ViewFault;
