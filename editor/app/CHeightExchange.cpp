@@ -164,6 +164,13 @@ void CHeightExchange::ExportForTarget(const SExportTarget& target, const STarget
     }
     // The dialog has shown the rest; nobody has been asked about files that are there yet.
     QStringList losses;
+    AddFiles(
+        made.replaced, Words("%1 file is replaced: "), Words("%1 files are replaced: "), losses);
+    AddFiles(made.removed,
+             Words("%1 tile of a larger set is removed: "),
+             Words("%1 tiles of a larger set are removed: "),
+             losses);
+    const bool bReplaces = !losses.isEmpty();
     for (const std::string& strLine : made.plan.lines)
     {
         if (strLine.starts_with("warning: ") || strLine.starts_with("fit: "))
@@ -171,13 +178,7 @@ void CHeightExchange::ExportForTarget(const SExportTarget& target, const STarget
             losses << QString::fromStdString(strLine);
         }
     }
-    AddFiles(
-        made.replaced, Words("%1 file is replaced: "), Words("%1 files are replaced: "), losses);
-    AddFiles(made.removed,
-             Words("%1 tile of a larger set is removed: "),
-             Words("%1 tiles of a larger set are removed: "),
-             losses);
-    if (!losses.isEmpty() && !AskToSave(losses))
+    if (!losses.isEmpty() && !AskToSave(losses, bReplaces))
     {
         return;
     }
@@ -199,12 +200,15 @@ void CHeightExchange::ExportForTarget(const SExportTarget& target, const STarget
     notice.Say(strPath.c_str());
 }
 
-bool CHeightExchange::AskToSave(const QStringList& lines)
+bool CHeightExchange::AskToSave(const QStringList& lines, bool bReplaces)
 {
+    // The return key alone must not replace anything.
     return QMessageBox::question(&m_Questions.GetWindow(),
                                  Words("Export height map"),
                                  lines.mid(0, SHOWN_LINES).join('\n'),
-                                 QMessageBox::Save | QMessageBox::Cancel) == QMessageBox::Save;
+                                 QMessageBox::Save | QMessageBox::Cancel,
+                                 bReplaces ? QMessageBox::Cancel : QMessageBox::Save) ==
+           QMessageBox::Save;
 }
 
 void CHeightExchange::ExportByName()
@@ -227,7 +231,7 @@ void CHeightExchange::ExportByName()
     {
         lines << QString::fromStdString(strLine);
     }
-    if (AskToSave(lines))
+    if (AskToSave(lines, false)) // the file dialog has asked
     {
         const CSaveNotice notice;
         if (m_Questions.Report(ExportLevel(m_Editor.GetHost(), strPath.c_str(), plan),

@@ -36,7 +36,7 @@ private:
     bool Take(CImportSource& source, const SImportOptions& options, EImportAs eAs);
     void ExportForTarget(const SExportTarget& target, const STargetChoice& choice);
     void ExportByName();
-    bool AskToSave(const QStringList& lines);
+    bool AskToSave(const QStringList& lines, bool bReplaces);
 
     CEditor& m_Editor;
     CDocumentQuestions& m_Questions;

@@ -66,12 +66,18 @@ CImportForm::CImportForm(QWidget* pParent,
 
 void CImportForm::FillIn(const SExportNotes& notes)
 {
-    constexpr int DIGITS = 9; // that a step of 16 bits needs
+    constexpr int DIGITS = 9;     // that a step of 16 bits needs
+    constexpr double MOST = 1e12; // units: what an export had may be larger than what is typed
     m_pFlipZ->setChecked(notes.bSouthFirst);
     m_pUnit->setDecimals(DIGITS);
     m_pUnit->setValue(notes.dUnit);
     m_pBase->setDecimals(DIGITS);
     m_pBase->setValue(notes.dBase);
+    for (QDoubleSpinBox* pBox : {m_pWidth, m_pDepth, m_pHighest})
+    {
+        pBox->setDecimals(DIGITS);
+        pBox->setMaximum(MOST);
+    }
     m_pWidth->setValue(notes.dWidth);
     m_pDepth->setValue(notes.dDepth);
     m_pHighest->setValue(notes.dHighest);
@@ -84,7 +90,8 @@ void CImportForm::FillIn(const SExportNotes& notes)
         const QSignalBlocker order(m_pOrder);
         m_pColumns->setValue(static_cast<int>(notes.uColumns));
         m_pRows->setValue(static_cast<int>(notes.uRows));
-        m_pOrder->setCurrentIndex(m_pOrder->findData(static_cast<int>(notes.eByteOrder)));
+        const int iOrder = m_pOrder->findData(static_cast<int>(notes.eByteOrder));
+        m_pOrder->setCurrentIndex(std::max(iOrder, 0)); // somebody may have taken its line out
     }
 }
 

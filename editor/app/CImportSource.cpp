@@ -71,6 +71,7 @@ bool CImportSource::Read()
     if (bRead && m_Notes && !m_Notes->IsOf(uTiles, m_Grid.uColumns, m_Grid.uRows))
     {
         m_Notes.reset();
+        return !IsRaw() || Read(SImportOptions()); // it was read in their shape
     }
     return bRead;
 }

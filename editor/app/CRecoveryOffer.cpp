@@ -2,6 +2,7 @@
 
 #include "editor/app/CDocumentQuestions.h"
 #include "editor/app/CEditor.h"
+#include "editor/app/SLevelViews.h"
 #include "editor/core/Words.h"
 #include "host/Log.h"
 
@@ -143,6 +144,7 @@ bool CRecoveryOffer::Offer(const SRecoverable& entry)
     if (box.clickedButton() == pDiscard)
     {
         CAutosave::Discard(entry);
+        SLevelViews::Remove(entry.strStem);
         return false;
     }
     if (pRecover == nullptr || box.clickedButton() != pRecover)

@@ -137,7 +137,7 @@ bool CScriptRunner::Recover(const SRecoverable& entry)
 
 void CScriptRunner::ReportRecovered(size_t nSteps, size_t nAll, const std::string& strFault)
 {
-    const QString strGiven = nAll == 0 ? QString(Words("The copy was given back."))
+    const QString strGiven = nAll == 0 ? QString(Words("The level was given back."))
                                        : QString(Words("%1 of %2 steps were given back."))
                                              .arg(static_cast<qulonglong>(nSteps))
                                              .arg(static_cast<qulonglong>(nAll));

@@ -17,9 +17,14 @@ bool CTextTranslator::Read(const std::string& strLanguage)
 {
     if (!strLanguage.empty())
     {
-        const std::string strFile = GetCatalogueFile(strLanguage);
-        const bool bEnglish = strLanguage.substr(0, strLanguage.find_first_of("_-")) == "en";
-        return (bEnglish && !fs::exists(strFile.c_str())) || ReadFile(strFile);
+        const std::string strPlain = strLanguage.substr(0, strLanguage.find_first_of("_-"));
+        std::string strFile = GetCatalogueFile(strLanguage);
+        if (!fs::exists(strFile.c_str()) &&
+            (strPlain == "en" || fs::exists(GetCatalogueFile(strPlain).c_str())))
+        {
+            strFile = GetCatalogueFile(strPlain);
+        }
+        return (strPlain == "en" && !fs::exists(strFile.c_str())) || ReadFile(strFile);
     }
     // "de_AT" has texts of its own, or those of "de".
     const QString strLocale = QLocale::system().name();

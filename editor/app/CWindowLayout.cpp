@@ -11,6 +11,7 @@
 #include "editor/app/CViewArea.h"
 #include "editor/app/ScreenRoom.h"
 #include "editor/core/CEditorHost.h"
+#include "editor/core/Words.h"
 #include "host/Notice.h"
 
 #include <QMainWindow>
@@ -36,9 +37,11 @@ void GoToStep(CEditorHost& host, size_t nSteps)
     if (!host.GoToStep(nSteps))
     {
         const size_t nDone = host.GetUndoStack().GetCount();
-        Notice(("The history went no further than " +
-                (nDone > 0 ? "step " + host.GetUndoStack().GetText(nDone - 1) : "its start"))
-                   .c_str());
+        const QString strWhere =
+            nDone > 0 ? QString(Words("The history went no further than step %1"))
+                            .arg(QString::fromStdString(host.GetUndoStack().GetText(nDone - 1)))
+                      : QString(Words("The history went no further than its start"));
+        Notice(strWhere.toUtf8().constData());
     }
 }
 

@@ -3,6 +3,7 @@
 #include "editor/core/CEditorHost.h"
 #include "editor/core/KeptFiles.h"
 #include "editor/core/ToolBrushFile.h"
+#include "editor/core/Words.h"
 #include "engine/terrain/CTerrain.h"
 #include "engine/world/CEngineHost.h"
 #include "host/CTextFile.h"
@@ -187,6 +188,7 @@ void CToolBrushes::Keep()
 
 void CToolBrushes::OnBeforeEvent(const SHostEvent& event)
 {
+    m_bFitted = m_bFitted && event.eKind != EHostEvent::Reshaped; // of another change
     if (m_pBrushes != nullptr && event.eKind == EHostEvent::Command)
     {
         m_CommandFunction = m_pTools->GetFunctionName();
@@ -228,14 +230,14 @@ void CToolBrushes::OnEvent(const SHostEvent& event)
         m_bFitted = FitAll();
         if (bReloaded && m_bFitted)
         {
-            Notice("The brushes that nobody has changed fit the new size");
+            Notice(Words("The brushes that nobody has changed fit the new size"));
         }
     }
     // The step comes after the ground that it is about.
     if (event.eKind == EHostEvent::Reshaped && std::exchange(m_bFitted, false) &&
         event.pGround != nullptr)
     {
-        m_Host.GetUndoStack().Describe("brushes fitted anew");
+        m_Host.GetUndoStack().Describe(Words("brushes fitted anew"));
     }
 }
 

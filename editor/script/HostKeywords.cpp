@@ -9,6 +9,7 @@
 #include "editor/script/HeightText.h"
 #include "editor/script/ProtectionKeywords.h"
 #include "engine/terrain/CTerrain.h"
+#include "engine/terrain/HeightFile.h"
 #include "engine/world/CEngineHost.h"
 #include "host/FileSystem.h"
 #include "host/NumberText.h"
@@ -78,7 +79,9 @@ bool PlayOpen(SScriptPlaying& playing, const CScriptCall& call, std::string& str
 {
     const std::string strPath = playing.folder.GetPath(call.GetString(0));
     const bool bLevel = std::filesystem::path(strPath).extension() == LEVEL_EXTENSION;
-    if (bLevel || !fs::exists(strPath.c_str()))
+    // Of a file that is gone the log says where its backup is.
+    const bool bGone = !fs::exists(strPath.c_str()) && FindHeightBackup(strPath).empty();
+    if (bLevel || bGone)
     {
         strWhy = bLevel ? "a script opens the \".height\" file that a level names"
                         : "there is no such file; names count from the folder of the script";

@@ -64,7 +64,8 @@ void ListOldFiles(const std::string& strPath, uint32_t uTiles, STargetExport& pl
     add(GetTargetTextPath(strPath), planned.replaced);
 }
 
-bool RemoveTiles(const std::vector<std::string>& tiles)
+// What cannot be removed is logged; the export stands.
+void RemoveTiles(const std::vector<std::string>& tiles)
 {
     for (const std::string& strTile : tiles)
     {
@@ -73,10 +74,8 @@ bool RemoveTiles(const std::vector<std::string>& tiles)
             CrashLog(
                 "[ExportHeights] %s: cannot be removed, and would be read with the new tiles\n",
                 strTile.c_str());
-            return false;
         }
     }
-    return true;
 }
 
 bool WriteTiles(const std::string& strPath,
@@ -231,7 +230,8 @@ bool WriteTargetExport(const std::string& strPath,
             CrashLog("[ExportHeights] %s\n", group.last_error().get_error_text());
             return false;
         }
-        return RemoveTiles(made.removed);
+        RemoveTiles(made.removed);
+        return true;
     }
     catch (const std::bad_alloc&)
     {
