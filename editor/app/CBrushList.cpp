@@ -18,10 +18,10 @@
 namespace
 {
 
-constexpr int PICTURE = 64; // side, Qt's pixels
-constexpr int GRID_CHARACTERS = 16;
-constexpr int DROP_MARK = 4;     // width
-constexpr int FIRST_COLUMNS = 3; // that the list is never narrower than
+constexpr int PICTURE = 64;                   // side, Qt's pixels
+constexpr char WIDEST[] = "Pull up a summit"; // of names and functions that come along
+constexpr int DROP_MARK = 4;                  // width
+constexpr int FIRST_COLUMNS = 3;              // that the list is never narrower than
 
 bool IsStep(const QKeyEvent& event)
 {
@@ -79,7 +79,8 @@ public:
     {
         const int iHeight = pEditor->sizeHint().height();
         pEditor->setGeometry(option.rect.left(),
-                             option.rect.bottom() - 2 * option.fontMetrics.height() - iHeight / 4,
+                             option.rect.top() + PICTURE +
+                                 (option.fontMetrics.height() - iHeight) / 2 + 2,
                              option.rect.width(),
                              iHeight);
     }
@@ -114,8 +115,9 @@ CBrushList::CBrushList(QWidget* pParent, SEvents events)
     , m_Events(std::move(events))
 {
     const QFontMetrics metrics = fontMetrics();
-    const QSize grid(std::max(PICTURE, metrics.averageCharWidth() * GRID_CHARACTERS),
-                     PICTURE + 3 * metrics.height() + metrics.leading());
+    const QSize grid(
+        std::max(PICTURE, metrics.horizontalAdvance(WIDEST) + 2 * metrics.averageCharWidth()),
+        PICTURE + 3 * metrics.height() + metrics.leading());
     setIconSize({PICTURE, PICTURE});
     setGridSize(grid);
     setMinimumWidth(grid.width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));

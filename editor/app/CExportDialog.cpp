@@ -215,4 +215,8 @@ void CExportDialog::ShowTarget()
     m_pOk->setEnabled(m_bPossible);
     m_pTiles->setEnabled(pTarget != nullptr);
     m_pUnit->setEnabled(pTarget != nullptr && pTarget->bMetres);
+    if (isVisible())
+    {
+        FitDialogToScreen(*this); // the table may have become wider
+    }
 }

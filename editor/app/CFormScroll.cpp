@@ -43,5 +43,6 @@ void FitDialogToScreen(QDialog& dialog)
     // The window's own frame and title, which are not known before it is shown.
     const int iTitle = dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &dialog);
     const QSize room = dialog.screen()->availableSize() - QSize(iTitle / 2, iTitle * 3 / 2);
-    dialog.resize(dialog.sizeHint().boundedTo(room));
+    const QSize wanted = dialog.sizeHint().boundedTo(room);
+    dialog.resize(dialog.isVisible() ? dialog.size().expandedTo(wanted) : wanted);
 }

@@ -16,5 +16,5 @@ public:
     QSize minimumSizeHint() const override;
 };
 
-// Gives a dialog the size that it wants, as far as its screen has it.
+// Gives a dialog the size that it wants, as far as its screen has it; one that is shown only grows.
 void FitDialogToScreen(QDialog& dialog);

@@ -131,7 +131,8 @@ protected:
                 {
                     auto* pTarget = pImport->findChild<QComboBox*>("import-target");
                     pTarget->setCurrentIndex(pTarget->findData(static_cast<int>(eAs)));
-                    pImport->accept();
+                    // It comes back where the question that follows is cancelled.
+                    texts.isEmpty() ? pImport->accept() : pImport->reject();
                 }
                 if (auto* pBox = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget()))
                 {
