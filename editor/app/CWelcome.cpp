@@ -12,6 +12,7 @@
 #include "editor/app/HintWords.h"
 #include "editor/app/SEditorSettings.h"
 #include "editor/core/Words.h"
+#include "engine/paint/CPaintLayer.h"
 #include "host/FileSystem.h"
 #include "host/IPlugin.h"
 #include "host/IPluginMark.h"
@@ -250,7 +251,10 @@ void CWelcome::OnBeforeEvent(const SHostEvent& event)
 
 void CWelcome::OnEvent(const SHostEvent& event)
 {
-    if (event.eKind == EHostEvent::UndoAdded && m_bPressed)
+    // What is painted is no step of the level's history.
+    const bool bPainted = event.eKind == EHostEvent::ButtonUp &&
+                          m_Parts.editor.GetHost().GetCPaintLayer().IsShown();
+    if ((event.eKind == EHostEvent::UndoAdded || bPainted) && m_bPressed)
     {
         m_Parts.settings.bStrokeMade = true; // the line goes when the state is shown
     }
