@@ -18,10 +18,10 @@
 namespace
 {
 
-constexpr int PICTURE = 64;                   // side, Qt's pixels
-constexpr char WIDEST[] = "Pull up a summit"; // of names and functions that come along
-constexpr int DROP_MARK = 4;                  // width
-constexpr int FIRST_COLUMNS = 3;              // that the list is never narrower than
+constexpr int PICTURE = 64;                  // side, Qt's pixels
+constexpr char WIDEST[] = "Relative height"; // of the functions; names that are longer are cut
+constexpr int DROP_MARK = 4;                 // width
+constexpr int FIRST_COLUMNS = 3;             // that the list is never narrower than
 
 bool IsStep(const QKeyEvent& event)
 {

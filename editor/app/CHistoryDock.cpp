@@ -14,8 +14,8 @@ namespace
 QColor GetUndoneColor(const QPalette& palette)
 {
     constexpr int TEXT = 65; // percent, the rest is the ground's
-    const QColor text = palette.color(QPalette::Text);
-    const QColor base = palette.color(QPalette::Base);
+    const QColor text = palette.color(QPalette::Active, QPalette::Text); // also while it is grey
+    const QColor base = palette.color(QPalette::Active, QPalette::Base);
     const auto mix = [](int iText, int iBase)
     {
         return (iText * TEXT + iBase * (100 - TEXT)) / 100;

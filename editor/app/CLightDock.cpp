@@ -1,5 +1,6 @@
 #include "editor/app/CLightDock.h"
 
+#include "editor/app/CFormScroll.h"
 #include "editor/core/Words.h"
 #include "editor/view/SRenderSettings.h"
 
@@ -28,12 +29,13 @@ CLightDock::CLightDock(QWidget* pParent, SRenderSettings& settings, std::functio
     setObjectName("light");
     auto* pGround = new QWidget(this);
     auto* pForm = new QFormLayout(pGround);
+    pForm->setRowWrapPolicy(QFormLayout::WrapLongRows); // in a narrow dock
     AddTimes(*pForm);
     AddSlider(*pForm, Words("Sun direction"), WHOLE_TURN, 1.0F, settings.fSunYaw);
     AddSlider(*pForm, Words("Sun height"), UPRIGHT, 1.0F, settings.fSunPitch);
     AddSlider(*pForm, Words("Ambient light"), PERCENT, 0.01F, settings.fAmbient);
     AddSlider(*pForm, Words("Terrain types"), PERCENT, 0.01F, settings.fTypeBlend);
-    setWidget(pGround);
+    setWidget(new CFormScroll(this, pGround));
     Follow();
 }
 

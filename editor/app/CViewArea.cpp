@@ -17,6 +17,7 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QScreen>
 
 #include <algorithm>
 
@@ -24,7 +25,7 @@ namespace
 {
 
 // Less is no view to work in: what is docked gives way instead.
-constexpr int LEAST_WIDTH = 400;
+constexpr int LEAST_WIDTH = 400; // or half of a screen that is narrower
 constexpr int LEAST_HEIGHT = 180;
 
 } // namespace
@@ -54,7 +55,7 @@ CViewArea::CViewArea(QWidget* pParent, SViewParts parts, SViewEvents events)
         DrawGuides();
     };
     setObjectName("views");
-    setMinimumSize(LEAST_WIDTH, LEAST_HEIGHT);
+    setMinimumSize(std::min(LEAST_WIDTH, screen()->availableSize().width() / 2), LEAST_HEIGHT);
     m_Events.onMark = [this]
     {
         RequestFrames();

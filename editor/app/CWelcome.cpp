@@ -252,8 +252,8 @@ void CWelcome::OnBeforeEvent(const SHostEvent& event)
 void CWelcome::OnEvent(const SHostEvent& event)
 {
     // What is painted is no step of the level's history.
-    const bool bPainted = event.eKind == EHostEvent::ButtonUp &&
-                          m_Parts.editor.GetHost().GetCPaintLayer().IsShown();
+    const bool bPainted =
+        event.eKind == EHostEvent::ButtonUp && m_Parts.editor.GetHost().GetCPaintLayer().IsShown();
     if ((event.eKind == EHostEvent::UndoAdded || bPainted) && m_bPressed)
     {
         m_Parts.settings.bStrokeMade = true; // the line goes when the state is shown

@@ -139,7 +139,7 @@ QStringList CWindowLayout::Restore(const QVariantMap& values, bool bPanelOpen)
     QStringList wrong;
     m_FirstState = m_Window.saveState();
     m_Window.resize(FIRST_WIDTH, FIRST_HEIGHT);
-    if (values.contains(GEOMETRY) && !m_Window.restoreGeometry(values[GEOMETRY].toByteArray()))
+    if (values.contains(GEOMETRY) && !RestorePlace(m_Window, values[GEOMETRY].toByteArray()))
     {
         wrong << GEOMETRY;
     }

@@ -203,7 +203,8 @@ std::string MakeRootRelative(const std::string& strPath, bool bWrite)
 std::string GetSaveFolder(const std::string& strLevelFolder)
 {
     const QFileInfo folder(QString::fromStdString(strLevelFolder));
-    if (!strLevelFolder.empty() && folder.isDir() && folder.isWritable())
+    const bool bOurs = (strLevelFolder + "/").starts_with(fs::get_data_root() + "/data/");
+    if (!strLevelFolder.empty() && folder.isDir() && folder.isWritable() && !bOurs)
     {
         return strLevelFolder;
     }

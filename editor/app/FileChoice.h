@@ -33,8 +33,9 @@ QString GetPictureFilter(const char* pszName = Words("Pictures"));
 // bWrite: the file is going to be written, which nobody does in the data root.
 std::string MakeRootRelative(const std::string& strPath, bool bWrite = false);
 
-// Where dialogs start that name a file to write: the level's folder if files can be made there,
-// else the user's documents, else the user's home. strLevelFolder: empty for none.
+// Where dialogs start that name a file to write: the level's folder if files can be made there and
+// it is not that of a sample, else the user's documents, else the user's home. strLevelFolder:
+// empty for none.
 std::string GetSaveFolder(const std::string& strLevelFolder);
 
 // Asks for a file to write and answers its full path; empty when the person has thought better of

@@ -1,5 +1,7 @@
 #include "editor/app/ScreenRoom.h"
 
+#include <QByteArray>
+#include <QDataStream>
 #include <QDockWidget>
 #include <QGuiApplication>
 #include <QLayout>
@@ -38,6 +40,30 @@ void KeepOnScreen(QWidget& window, const QWidget* pBeside)
     {
         window.move(place);
     }
+}
+
+bool RestorePlace(QWidget& window, const QByteArray& geometry)
+{
+    if (window.restoreGeometry(geometry))
+    {
+        return true;
+    }
+    // Qt leaves out what it kept on a screen much wider or narrower, and says no more than that.
+    constexpr quint32 MAGIC = 0x1D9D0CB;
+    QDataStream stream(geometry);
+    stream.setVersion(QDataStream::Qt_4_0);
+    quint32 uMagic = 0;
+    quint16 uMajor = 0;
+    quint16 uMinor = 0;
+    QRect frame;
+    QRect normal;
+    stream >> uMagic >> uMajor >> uMinor >> frame >> normal;
+    if (stream.status() != QDataStream::Ok || uMagic != MAGIC || !normal.isValid())
+    {
+        return false;
+    }
+    window.setGeometry(normal);
+    return true;
 }
 
 void WidenDock(QDockWidget& dock, int iWidth)

@@ -243,6 +243,7 @@ TEST_F(CQuestions, ALevelThatWasNeverSavedComesBackWithItsBookmarks)
     ASSERT_NO_FATAL_FAILURE(Sculpt());
     SViewLook look = GetView().GetNavigator().GetLook();
     look.at.x += 77.0F;
+    look.bFramed = false;
     GetView().LookFrom(look);
     GetView().setFocus();
     Trigger("bookmark.set_3");

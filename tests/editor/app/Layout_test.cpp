@@ -3,6 +3,7 @@
 #include "tests/editor/app/PanelFixture.h"
 
 #include <QAction>
+#include <QDataStream>
 #include <QDialog>
 #include <QGroupBox>
 #include <QMenu>
@@ -80,10 +81,15 @@ TEST_F(CLayout, FitsTheScreenWhenALargerOneHadIt)
 {
     QWidget other; // on a screen that is not there any more
     other.setGeometry(1900, 700, 3000, 2000);
+    QByteArray kept = other.saveGeometry();
+    QDataStream stream(&kept, QIODevice::ReadWrite);
+    constexpr qint64 SCREEN_WIDTH = 4 + 2 + 2 + 16 + 16 + 4 + 1 + 1; // in what Qt keeps
+    ASSERT_TRUE(stream.device()->seek(SCREEN_WIDTH));
+    stream << qint32(5120); // it was much wider
     for (const bool bBroken : {false, true})
     {
         SCOPED_TRACE(bBroken);
-        WriteSettings({{"window/geometry", bBroken ? QByteArray("no place") : other.saveGeometry()},
+        WriteSettings({{"window/geometry", bBroken ? QByteArray("no place") : kept},
                        {"views/kinds", bBroken ? "Below" : "Side"}});
         ASSERT_NO_FATAL_FAILURE(Start());
         EXPECT_TRUE(GetRoom().contains(m_Window->geometry()));

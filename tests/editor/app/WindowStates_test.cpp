@@ -174,6 +174,9 @@ TEST_F(CWindowStates, NothingIsCutAndNothingLeavesTheScreen)
         Look(*m_Window, "four-views");
         Trigger("edit.undo"); // there is nothing to be saved
         Trigger("view.reset");
+        m_Window->findChild<QDockWidget*>("light")->show();
+        m_Window->findChild<QDockWidget*>("light")->raise();
+        Look(*m_Window, "light");
         Trigger("library.show");
         Look(*m_Window, "library");
         for (const auto& [pszCommand, pszState] : {std::pair{"file.new", "new"},
