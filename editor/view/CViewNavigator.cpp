@@ -323,7 +323,6 @@ bool CViewNavigator::MoveTo(const CTerrain* pTerrain, const SVec3& position)
     // Beside the terrain there is no ground, but from below its edge one sees it from below.
     const float fEdge = GetEdgeRoom(pTerrain, m_Camera->GetPosition());
     const bool bSinks = fFound >= GROUND_NONE && fEdge > 0.0F &&
-                        position.y < m_Camera->GetPosition().y &&
                         GetEdgeRoom(pTerrain, position) < std::min(fEdge, GetClearance(pTerrain));
     if (!IsUsable(position) || fFound < fRoom || bSinks)
     {
