@@ -304,8 +304,7 @@ void CEditorWindow::OnScriptPlayed()
     ShowState();
     if (std::exchange(m_bCloseNext, false)) // a person wanted to leave meanwhile
     {
-        QMetaObject::invokeMethod(
-            this, [this] { close(); }, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, &QWidget::close);
     }
 }
 

@@ -157,8 +157,7 @@ TEST_F(CProgram, LeavingAsksForThePaintingAndEndsBesideTheDrawDialog)
     for (int i = 0; i < 2; ++i) // kept, then saved
     {
         ASSERT_NO_FATAL_FAILURE(Enter("^Untitled. - Tellur"));
-        Do({"key", "ctrl+q"});
-        ASSERT_NO_FATAL_FAILURE(Enter("^Unsaved changes"));
+        ASSERT_NO_FATAL_FAILURE(PressAndEnter({"ctrl+q"}, "^Unsaved changes"));
         EXPECT_EQ(ReadBytes(strBitmap), strBefore);
         Do({"key", i == 0 ? "Escape" : "Return"});
     }

@@ -13,10 +13,11 @@
 
 inline constexpr int LIMIT_MS = 120000;
 
-inline constexpr char SCRIPT[] = "!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n"
-                          "!extent( f )\n!mode( s )\n!press( f, f )\n!move( f, f, i )\n"
-                          "!release( f, f )\n!level( i, v3 )\n!open( s )\n!save( s )\n"
-                          "!expect_undo( i )\n";
+inline constexpr char SCRIPT[] =
+    "!brush()\n!bitmap()\n!path( s )\n!function( s )\n!attrib( s, s )\n"
+    "!extent( f )\n!mode( s )\n!press( f, f )\n!move( f, f, i )\n"
+    "!release( f, f )\n!level( i, v3 )\n!open( s )\n!save( s )\n"
+    "!expect_undo( i )\n";
 inline constexpr char STROKE[] =
     "brush()\n{\n bitmap() { path( \"data/brushes/round.png\" ) }\n"
     " function( \"RelativeHeightFunction\" ) { attrib( \"m_Height\", \"7\" ) }\n"
@@ -90,11 +91,33 @@ protected:
         return QString::fromUtf8(process.readAllStandardOutput());
     }
 
+    // Presses the keys until a window of that title is there, and gives it the keyboard: what is
+    // pressed while a script has not quite ended is left out.
+    void PressAndEnter(const QStringList& keys, const char* pszTitle)
+    {
+        const QStringList search = {"search", "--onlyvisible", "--name", pszTitle};
+        ASSERT_TRUE(WaitFor(
+            [&]
+            {
+                Do(QStringList{"key", "--delay", "200"} + keys);
+                for (int i = 0; i < 50; ++i)
+                {
+                    if (!Do(search).isEmpty())
+                    {
+                        return true;
+                    }
+                    QThread::msleep(50);
+                }
+                return false;
+            },
+            pszTitle));
+        Enter(pszTitle);
+    }
+
     // By the menu of the window that has the keyboard.
     void PlayScript(const char* pszName)
     {
-        Do({"key", "--delay", "200", "alt+f", "p"});
-        ASSERT_NO_FATAL_FAILURE(Enter("^Play script"));
+        ASSERT_NO_FATAL_FAILURE(PressAndEnter({"alt+f", "p"}, "^Play script"));
         Do({"type", QString::fromStdString(m_Folder.Path(pszName))});
         Do({"key", "Return"});
     }
