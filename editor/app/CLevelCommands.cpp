@@ -70,6 +70,8 @@ void CLevelCommands::FillMaterials(QMenu& menu)
         return;
     }
     const std::string strFolder = "data/materials";
+    const std::string& strNamed = m_Editor.GetDocument().GetMaterial();
+    const std::string strNow = strNamed.empty() ? strFolder + "/terrain.mat" : strNamed;
     for (const std::string& strRoot : {fs::get_user_root(), fs::get_data_root()})
     {
         const QDir folder(QDir(QString::fromStdString(strRoot)).filePath(strFolder.c_str()));
@@ -83,7 +85,7 @@ void CLevelCommands::FillMaterials(QMenu& menu)
                                                     m_OnLevel();
                                                 });
             pMaterial->setCheckable(true);
-            pMaterial->setChecked(strName == m_Editor.GetDocument().GetMaterial());
+            pMaterial->setChecked(strName == strNow);
         }
     }
     menu.addSeparator();

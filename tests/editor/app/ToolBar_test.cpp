@@ -116,6 +116,8 @@ TEST_F(CToolBars, NamesKeysAsTheyAreAndNeverWidensTheWindow)
                   {
                       for (const QAction* pAction : menu.actions())
                       {
+                          EXPECT_EQ(pAction->isChecked(), pAction->text() == "terrain")
+                              << "which a level without one has";
                           if (pAction->text() == "checker")
                           {
                               const QPoint at = menu.actionGeometry(menu.actions()[1]).center();
