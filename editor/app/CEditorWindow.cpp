@@ -79,6 +79,8 @@ CEditorWindow::CEditorWindow(CEditor& editor, CEditorFace& face)
             }
             return bOpen;
         });
+    m_CloseTimer.setSingleShot(true);
+    m_CloseTimer.callOnTimeout(this, [this] { close(); });
     m_StateTimer.setSingleShot(true);
     m_StateTimer.callOnTimeout(this, [this] { Refresh(); });
     m_Settings.render.pPaintLayer = &GetHost().GetCPaintLayer();
@@ -304,7 +306,7 @@ void CEditorWindow::OnScriptPlayed()
     ShowState();
     if (std::exchange(m_bCloseNext, false)) // a person wanted to leave meanwhile
     {
-        QTimer::singleShot(0, this, &QWidget::close);
+        m_CloseTimer.start(0);
     }
 }
 

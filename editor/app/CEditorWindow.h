@@ -126,6 +126,7 @@ private:
     CKeepTimer m_KeepTimer;
     CDialogFit m_DialogFit;
     QTimer m_StateTimer;
+    QTimer m_CloseTimer;
     std::function<void()> m_OnClosed;
     QString m_ViewFault;
     bool m_bLeaving = false;
