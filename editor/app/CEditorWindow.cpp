@@ -275,6 +275,10 @@ void CEditorWindow::Refresh()
         m_Look.Follow(m_pViews.get());
         LookAgain();
     }
+    else if (!m_bRecovering)
+    {
+        m_Look.GetLevelViews().FollowPath();
+    }
     m_pLayout->GetHistory().Follow();
     m_pLayout->GetLight().Follow();
     m_Editor.GetBrushFile().Follow();

@@ -68,6 +68,12 @@ void CLevelViews::Enter(CViewArea& views)
     m_Written.clear();
 }
 
+void CLevelViews::FollowPath()
+{
+    std::string strPath = GetPath();
+    m_Path = strPath.empty() ? m_Path : std::move(strPath);
+}
+
 void CLevelViews::Keep(CViewArea& views)
 {
     m_Path = GetPath(); // it may have been saved under another name

@@ -25,6 +25,8 @@ public:
     // Writes where the views look from, when that is another place than last time. Nothing for a
     // level without a file of which nothing is kept.
     void Keep(CViewArea& views);
+    // The level that was entered may have been saved under a name.
+    void FollowPath();
     // A level without a file, which the views show, came back out of the autosave of that stem.
     void Recall(const std::string& strStem);
 
